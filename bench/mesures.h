@@ -1,0 +1,97 @@
+// Clocks, medians and the table that the benchmark prints.
+#pragma once
+
+#include <time.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace fenlor::bench {
+
+inline double Secondes(clockid_t horloge) {
+  timespec t{};
+  clock_gettime(horloge, &t);
+  return static_cast<double>(t.tv_sec) + 1e-9 * static_cast<double>(t.tv_nsec);
+}
+
+/// Seconds of wall clock that `travail` took.
+template <class Travail>
+double Duree(Travail&& travail) {
+  const double debut = Secondes(CLOCK_MONOTONIC);
+  travail();
+  return Secondes(CLOCK_MONOTONIC) - debut;
+}
+
+inline double Mediane(std::vector<double> valeurs) {
+  std::sort(valeurs.begin(), valeurs.end());
+  return valeurs.empty() ? 0 : valeurs[valeurs.size() / 2];
+}
+
+/// Ends the benchmark: a measure of something that failed is worth nothing.
+[[noreturn]] inline void Echec(const std::string& texte) {
+  std::fprintf(stderr, "bench_magasin: %s\n", texte.c_str());
+  std::exit(1);
+}
+
+/// Two works timed in turn, the order changing from pair to pair, so that a
+/// disturbance of the machine meets both.
+struct Paires {
+  double nous = 0;     ///< median, seconds
+  double autre = 0;    ///< median, seconds
+  double rapport = 0;  ///< median of autre / nous over the pairs
+};
+inline Paires MesurePaires(unsigned nombre, const std::function<void()>& nous, const std::function<void()>& autre) {
+  std::vector<double> a, b, rapports;
+  for (unsigned i = 0; i < nombre; ++i) {
+    double tNous, tAutre;
+    if (i % 2 == 0) {
+      tNous = Duree(nous);
+      tAutre = Duree(autre);
+    } else {
+      tAutre = Duree(autre);
+      tNous = Duree(nous);
+    }
+    a.push_back(tNous);
+    b.push_back(tAutre);
+    rapports.push_back(tAutre / tNous);
+  }
+  return {Mediane(a), Mediane(b), Mediane(rapports)};
+}
+
+/// One row: what, ours, the limit or the rival, the figure that is judged, its bar.
+class Tableau {
+ public:
+  void Titre(const std::string& texte) { std::printf("\n%s\n", texte.c_str()); }
+  /// `auMoins`: the figure must reach the bar; otherwise it must stay at or below it.
+  /// A bar of 0 judges nothing.
+  void Ligne(const char* mesure, const std::string& nous, const std::string& autre, double chiffre,
+             const char* unite, double barre, bool auMoins) {
+    const bool tenue = barre == 0 || (auMoins ? chiffre >= barre : chiffre <= barre);
+    if (!tenue) ++m_manquees;
+    std::printf("%-44s %14s %14s %9.2f%-6s", mesure, nous.c_str(), autre.c_str(), chiffre, unite);
+    if (barre != 0) std::printf(" %s %g %s", auMoins ? ">=" : "<=", barre, tenue ? "ok" : "MISSED");
+    std::printf("\n");
+    std::fflush(stdout);
+  }
+  void EnTete() {
+    std::printf("%-44s %14s %14s %15s bar\n", "measure", "ours", "limit/rival", "figure");
+  }
+  unsigned Manquees() const { return m_manquees; }
+
+ private:
+  unsigned m_manquees = 0;
+};
+
+inline std::string EnTemps(double secondes) {
+  char texte[40];
+  if (secondes < 1e-3) std::snprintf(texte, sizeof texte, "%.2f us", secondes * 1e6);
+  else if (secondes < 1) std::snprintf(texte, sizeof texte, "%.3f ms", secondes * 1e3);
+  else std::snprintf(texte, sizeof texte, "%.2f s", secondes);
+  return texte;
+}
+
+}  // namespace fenlor::bench

@@ -1,0 +1,25 @@
+# One floor of the house is one static library. Its list of sources stands in the
+# floor's own CMakeLists.txt; the test "enregistrement" compares the lists with the disk.
+
+function(fenlor_note_sources)
+  foreach(source IN LISTS ARGN)
+    cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
+    cmake_path(RELATIVE_PATH source BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
+    set_property(GLOBAL APPEND PROPERTY FENLOR_SOURCES ${source})
+  endforeach()
+endfunction()
+
+# fenlor_etage(NAME SOURCES ... LINKS ...): LINKS are the floors below, and libraries.
+function(fenlor_etage nom)
+  cmake_parse_arguments(E "" "" "SOURCES;LINKS" ${ARGN})
+  fenlor_note_sources(${E_SOURCES})
+  add_library(${nom} STATIC ${E_SOURCES})
+  target_include_directories(${nom} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${nom} PUBLIC ${E_LINKS})
+  if(nom STREQUAL "fenlor_store")
+    target_precompile_headers(${nom} PRIVATE <algorithm> <cstring> <functional> <map> <memory> <optional>
+      <string> <string_view> <unordered_map> <utility> <vector>)
+  else()
+    target_precompile_headers(${nom} REUSE_FROM fenlor_store)
+  endif()
+endfunction()

@@ -1,0 +1,225 @@
+// Keyed files as the rules see them: one object is one view of one file, with its
+// own record. Objects are short-lived: made, opened, used, destroyed.
+//
+// A walk sets the leading fields of a key in a cleared record, calls `Browse` and
+// then `Next` while the fields of the record still match. Several objects may have
+// the same file open; they share its key cursors, which belong to the store.
+//
+// A failure is told at once to the session's dialogue as message 3049 and returned
+// as false or 0. What does not exist is not a failure.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/fenlorapp.h"
+#include "store/definitions.h"
+
+namespace fenlor {
+
+/// What a key rebuild met, so that nothing is lost unseen. Once the rebuild is done,
+/// `n` is the sum of `gardes`, `ecartes`, `remplaces`, `inconnus`, `supprimes` and
+/// `vierges`.
+struct RapportReindex {
+  u32 n = 0;               ///< slots of the old file
+  u32 gardes = 0;          ///< records in the rebuilt file
+  u32 ecartes = 0;         ///< dropped by the filter
+  u32 remplaces = 0;       ///< gave way to a later record of the same first key
+  u32 inconnus = 0;        ///< slots whose first byte no record and no deleted slot has
+  u32 supprimes = 0;       ///< slots that held a deleted record
+  u32 vierges = 0;         ///< slots never written
+  u64 octetsRestants = 0;  ///< bytes behind the last whole slot
+  u32 clesManquantes = 0;  ///< keys behind the first that two records claimed: told, the later one has it
+  bool endommage = false;  ///< the old file could not be opened: its raw bytes were read to their end
+  std::string copie;       ///< where the old file stands when it held bytes that were not understood
+  bool arrete = false;     ///< stopped by the user: both files are as they were
+  bool fait = false;       ///< the rebuilt file is in place
+};
+
+class CBTFiles {
+ public:
+  /// Decides on a record of the raw file; false drops it. It may change the record.
+  using Filtre = std::function<bool(void* rec)>;
+
+  virtual ~CBTFiles();
+  CBTFiles(const CBTFiles&) = delete;
+  CBTFiles& operator=(const CBTFiles&) = delete;
+
+  const std::string Path;  ///< directory
+  const std::string Nom;   ///< store name, file name without extension
+  const u16 NumFichier;
+  const u16 NumCle;  ///< first key number
+  const u32 TailleRec;
+  const u32 DerniereCle;          ///< index of the last key
+  u32 TailleCle[8] = {};          ///< 0 after the last
+  bool CleDouble[8] = {};         ///< several records may hold the same key
+  u32 NbOuvertures = 0;           ///< how often this object has the file open
+  fenlor::Position Position = 0;  ///< of the record last found or added, 0 when none
+
+  // Primitives: keys by index from 0, positions of 0 for none.
+  virtual fenlor::Position FirstKey(u32 indice);
+  virtual fenlor::Position LastKey(u32 indice);
+  /// First key at or above the one composed from the record.
+  virtual fenlor::Position BrowseKey(u32 indice);
+  virtual fenlor::Position NextKey(u32 indice);
+  virtual fenlor::Position PrevKey(u32 indice);
+  /// Key text composed from the record; empty for an index beyond the last.
+  virtual std::string MakeKey(u32 indice) const;
+  virtual bool ReadRec(fenlor::Position position);
+  virtual bool WriteRec(fenlor::Position position);
+  virtual void ClearRec();
+  virtual void* GetRec() const { return m_rec; }
+  /// Makes a caller's buffer of `TailleRec` bytes the record; null: the object's own.
+  virtual void SetRec(void* rec);
+
+  /// Tells message `message` (textes.h) about this file; code 0: the store's last error.
+  void Erreur(int code, unsigned message, std::initializer_list<std::string> arguments = {});
+
+  /// Make empty files, replacing what stands there. The file is closed before and after.
+  bool CreateDat();
+  bool CreateIdx();
+  /// Open the files of the path by themselves, beside the counting of `OpenFile`.
+  bool OpenDat();
+  bool OpenIdx();
+  /// Gives back one opening of `OpenDat` and `OpenIdx` that was counted.
+  void Close();
+
+  /// Opens the file, physically when no object has it open yet. False, told as
+  /// 3011, when it cannot be opened or is open in another directory.
+  bool OpenFile();
+  void CloseFile();
+
+  /// Remove and add the keys composed from the record. Each failure is told, the
+  /// other keys are gone on with; false when any failed.
+  bool DelKeys(fenlor::Position position);
+  bool AddKeys(fenlor::Position position);
+
+  // Find a record by key and read it; true when found, else the record stays as it was.
+  /// The exact key; where doubles are allowed the first one that begins with it.
+  bool Find(u32 indice);
+  bool First(u32 indice);
+  bool Browse(u32 indice);
+  bool Next(u32 indice);
+  /// True when the record's key stands in a key without doubles. Reads nothing.
+  bool Exist(u32 indice);
+
+  /// Writes the record as a new one and its keys, all or nothing. A record that
+  /// holds the same first key is replaced without a word.
+  bool Add();
+  /// Removes a record and its keys; position 0 is a success. The record in memory
+  /// plays no part.
+  bool Delete(fenlor::Position position);
+  /// Rewrites the record at `Position`. Precondition: no key field has changed;
+  /// otherwise `Delete`, then `Add`.
+  bool Update();
+  fenlor::Position GetPos() const { return Position; }
+
+  /// Rebuilds the file from its raw bytes, not from its keys, so that damage of
+  /// keys, header or length is repaired; deleted slots and what the filter drops do
+  /// not come back. The new data file grows as ".neuf" beside the old one and takes
+  /// its place in one step when it is whole: a stop by the user, a failure or a
+  /// crash before that leaves both files as they were. The keys are then made anew.
+  /// An old file with bytes that were not understood is first copied to ".avarie".
+  /// No unit of work may be open. Progress and stop go through `CFenlorApp::Boite`.
+  RapportReindex Reindex(const Filtre& filtre = {});
+
+ protected:
+  struct Famille {
+    u32 (QVAPI::*ouvre)(const std::string&);
+    bool (QVAPI::*ferme)(u32);
+  };
+
+  /// An empty path is that of the open exercice, of the practice for its own files.
+  /// Makes the files when the data file does not exist; opens nothing.
+  CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier, Famille famille);
+
+  CFenlorApp& m_app;
+
+ private:
+  /// Puts another buffer in the record's place while it lives.
+  class AutreRec {
+   public:
+    AutreRec(CBTFiles& fichier, void* rec) : m_fichier(fichier), m_garde(fichier.GetRec()) {
+      fichier.SetRec(rec);
+    }
+    ~AutreRec() { m_fichier.SetRec(m_garde); }
+    AutreRec(const AutreRec&) = delete;
+    AutreRec& operator=(const AutreRec&) = delete;
+
+   private:
+    CBTFiles& m_fichier;
+    void* m_garde;
+  };
+
+  std::string Chemin(const char* extension) const;
+  /// Reads the record that a look-up of a key found; tells why when the look-up failed.
+  bool Retient(fenlor::Position position);
+  bool EstOuvertPhysique();
+  /// Copies the surviving slots of the old file into the new, open one.
+  bool Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport);
+  bool Reconstruit(const Filtre& filtre, RapportReindex& rapport);
+  bool Substitue(const std::string& nouveau, RapportReindex& rapport);
+
+  const DefinitionFichier& m_definition;
+  const Famille m_famille;
+  std::vector<u8> m_memoire;
+  void* m_rec;
+};
+
+/// A keyed file whose record is typed: `Rec` is the buffer of `GetRec`.
+template <class Record>
+class CFichier : public CBTFiles {
+ public:
+  Record* Rec;
+
+  void SetRec(void* rec) override {
+    CBTFiles::SetRec(rec);
+    Rec = static_cast<Record*>(GetRec());
+  }
+  /// As `CBTFiles::Reindex`, the filter on the typed record.
+  RapportReindex Reindex(const std::function<bool(Record&)>& filtre = {}) {
+    if (!filtre) return CBTFiles::Reindex();
+    return CBTFiles::Reindex([&filtre](void* rec) { return filtre(*static_cast<Record*>(rec)); });
+  }
+
+ protected:
+  CFichier(CFenlorApp& app, std::string path, NumeroFichier fichier, Famille famille)
+      : CBTFiles(app, std::move(path), fichier, famille), Rec(static_cast<Record*>(GetRec())) {}
+};
+
+class CPlan : public CFichier<Plan> {
+ public:
+  CPlan(CFenlorApp& app, std::string path);
+  /// Code of an account, which becomes the record; empty when there is none.
+  std::string GetCode(std::string_view compte);
+};
+
+class CLines : public CFichier<Line> {
+ public:
+  CLines(CFenlorApp& app, std::string path);
+};
+
+class CRubriques : public CFichier<Rubrique> {
+ public:
+  CRubriques(CFenlorApp& app, std::string path);
+};
+
+class CBanques : public CFichier<Banque> {
+ public:
+  CBanques(CFenlorApp& app, std::string path);
+};
+
+/// Of the practice: the path is `PathCabinet`.
+class CImmobilisations : public CFichier<Immobilisation> {
+ public:
+  CImmobilisations(CFenlorApp& app, std::string path);
+};
+
+class CAmortissements : public CFichier<Amortissement> {
+ public:
+  CAmortissements(CFenlorApp& app, std::string path);
+};
+
+}  // namespace fenlor

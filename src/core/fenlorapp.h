@@ -1,0 +1,55 @@
+// The session: the one object that says where the data lives, which exercice is
+// open and how the program was started. Made in `main` or in a test's fixture
+// and handed to whoever needs it; there is no other global state.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+#include <string>
+
+#include "core/dialogue.h"
+#include "core/parametres.h"
+#include "store/qvapi.h"
+
+namespace fenlor {
+
+class CFenlorApp {
+ public:
+  /// Store and dialogue outlive the session.
+  CFenlorApp(QVAPI& magasin, Dialogue& dialogue) : Magasin(magasin), Boite(dialogue), Reglages(magasin) {}
+  CFenlorApp(const CFenlorApp&) = delete;
+  CFenlorApp& operator=(const CFenlorApp&) = delete;
+
+  QVAPI& Magasin;
+  Dialogue& Boite;
+  Parametres Reglages;
+
+  std::string PathProgrammes;
+  std::string PathCabinet;
+  std::string NomExercice;    ///< empty: none open
+  std::string PathExercice;   ///< empty: none open
+  bool WithQuorbane = false;
+  u16 Edition = 2;            ///< 0 Quorbane, 1 QVES, 2 standalone, 3 Tessamaris, 4 TMES
+  u64 ParentWindow = 0;
+  bool ParentAncien = false;
+  u32 ExerciceOuvert = 0;
+  bool AfficherDouble = false;
+  f64 TauxEuroCourant = 0;
+
+  /// How often objects hold each file open, by file number (btfiles.h).
+  std::map<u16, unsigned> NbOuvert;
+  /// Where they have it open, and the store's handle.
+  struct FichierOuvert {
+    std::string path;
+    u32 poignee = 0;
+  };
+  std::map<u16, FichierOuvert> Ouverts;
+
+  /// Shows the numbered error filled with the arguments; returns false, so that
+  /// a refusal is `return app.ReportErreur(...)`.
+  bool ReportErreur(unsigned numero, std::initializer_list<std::string> arguments = {});
+  /// Asks the numbered question.
+  int MessageId(unsigned style, unsigned numero, std::initializer_list<std::string> arguments = {});
+};
+
+}  // namespace fenlor

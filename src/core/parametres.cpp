@@ -1,0 +1,113 @@
+#include "core/parametres.h"
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr Date limiteFrancDefaut = FaitDate(18, 2, 2002);
+constexpr std::size_t tailleCompte = 10;
+
+}  // namespace
+
+std::string Parametres::LitIni(const std::string& section, const std::string& cle) const {
+  return DecodeRetours(m_magasin.Reglages().Lit(section, cle));
+}
+
+std::string Parametres::LitIniExercice(const std::string& exercice, const std::string& cle) const {
+  const std::string nom = Exercice(exercice);
+  return nom.empty() ? std::string() : LitIni(nom, cle);
+}
+
+bool Parametres::EcritIni(const std::string& section, const std::string& cle, const std::string& valeur) {
+  return m_magasin.Reglages().Ecrit(section, cle, EncodeRetours(valeur));
+}
+
+bool Parametres::EcritIniExercice(const std::string& exercice, const std::string& cle,
+                                  const std::string& valeur) {
+  const std::string nom = Exercice(exercice);
+  return !nom.empty() && EcritIni(nom, cle, valeur);
+}
+
+bool Parametres::SupprimeIni(const std::string& section, const std::string& cle) {
+  return m_magasin.Reglages().Ecrit(section, cle, std::nullopt);
+}
+
+bool Parametres::IsOui(const std::string& valeur) { return CompareSansCasse(valeur, Texte(MotOui)) == 0; }
+
+bool Parametres::IsExerciceCloture(const std::string& exercice) const {
+  return !EstVide(LitIniExercice(exercice, Texte(CleCloture)));
+}
+
+bool Parametres::IsTVA(const std::string& exercice) const {
+  return IsOui(LitIniExercice(exercice, Texte(CleTVA)));
+}
+
+bool Parametres::IsEuro(const std::string& exercice) const {
+  return IsOui(LitIniExercice(exercice, Texte(CleEuro)));
+}
+
+bool Parametres::IsFraisKm() const { return IsOui(LitIniExercice({}, Texte(CleFraisKm))); }
+bool Parametres::IsBrouillon() const { return Preference(CleBrouillon); }
+bool Parametres::IsPrevisualisation() const { return Preference(ClePrevisualisation); }
+bool Parametres::IsVirgule() const { return Preference(CleVirgule); }
+bool Parametres::IsEntree() const { return Preference(CleEntree); }
+bool Parametres::IsModeDebug() const { return Preference(CleModeDebug); }
+bool Parametres::ZeroDansBoite() const { return Preference(CleZeroDansBoite); }
+
+bool Parametres::IsFinDeSession() const {
+  const std::string valeur = LitIni(Texte(SecPreferences), Texte(CleFinDeSession));
+  return EstVide(valeur) || IsOui(valeur);
+}
+
+bool Parametres::IsSauverFenetres() { return OuiAvecDefaut(SecFenlor, CleSauverFenetres, MotOui); }
+bool Parametres::IsCouleurSysteme() { return OuiAvecDefaut(SecPreferences, CleCouleurSysteme, MotNon); }
+bool Parametres::IsPoliceDefaut() { return OuiAvecDefaut(SecPreferences, ClePoliceDefaut, MotNon); }
+
+bool Parametres::IsRapprochementEspeces() const {
+  return IsOui(LitIni(Texte(SecRapprochement), Texte(CleEspeces)));
+}
+
+std::string Parametres::GetComptePrelevement() const {
+  return LitIni(Texte(SecComptes), Texte(ClePrelevement)).substr(0, tailleCompte);
+}
+
+bool Parametres::HasComptePrelevement() const { return !CompacteTexte(GetComptePrelevement()).empty(); }
+
+Date Parametres::GetLimiteFranc() const {
+  const Date limite = GetDate(LitIni(Texte(SecPreferences), Texte(CleLimiteFranc)));
+  return limite ? limite : limiteFrancDefaut;
+}
+
+Date Parametres::GetDebutExercice(const std::string& exercice) const {
+  return GetDate(LitIniExercice(exercice, Texte(CleDebut)));
+}
+
+Date Parametres::GetFinExercice(const std::string& exercice) const {
+  return GetDate(LitIniExercice(exercice, Texte(CleFin)));
+}
+
+char Parametres::SeparateurDecimal() const {
+  std::string texte;
+  const bool lu =
+      m_magasin.QVGetRegString("HKEY_LOCAL_MACHINE", "", Texte(SecIntl), Texte(CleSDecimal), texte);
+  return lu && !texte.empty() ? texte.front() : ',';
+}
+
+std::string Parametres::Exercice(const std::string& exercice) const {
+  return exercice.empty() ? m_magasin.NomExercice() : exercice;
+}
+
+bool Parametres::Preference(unsigned cle) const { return IsOui(LitIni(Texte(SecPreferences), Texte(cle))); }
+
+bool Parametres::OuiAvecDefaut(unsigned section, unsigned cle, unsigned defaut) {
+  const std::string valeur = LitIni(Texte(section), Texte(cle));
+  if (!EstVide(valeur)) return IsOui(valeur);
+  EcritIni(Texte(section), Texte(cle), Texte(defaut));
+  return defaut == MotOui;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,186 @@
+#include <algorithm>
+#include <unordered_map>
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr u32 accesLecture = 0x80000000u;
+
+/// A plain file of the store, closed with the object.
+class FichierBrut {
+ public:
+  FichierBrut(QVAPI& magasin, const std::string& chemin)
+      : m_magasin(magasin), m_fichier(magasin.QVOpenFile(chemin, accesLecture)) {}
+  ~FichierBrut() {
+    if (EstOuvert()) m_magasin.QVCloseFile(m_fichier);
+  }
+  FichierBrut(const FichierBrut&) = delete;
+  FichierBrut& operator=(const FichierBrut&) = delete;
+
+  bool EstOuvert() const { return m_fichier >= 0; }
+  int Poignee() const { return m_fichier; }
+
+ private:
+  QVAPI& m_magasin;
+  int m_fichier;
+};
+
+/// Copies the bytes of a plain file.
+bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
+  const FichierBrut source(magasin, de);
+  const int cible = source.EstOuvert() ? magasin.QVCreateFile(vers) : -1;
+  if (cible < 0) return false;
+  std::vector<u8> tampon(1u << 16);
+  int lus = 0;
+  bool bien = true;
+  while (bien &&
+         (lus = magasin.QVReadFile(source.Poignee(), tampon.data(), static_cast<u32>(tampon.size()))) > 0)
+    bien = magasin.QVWriteFile(cible, tampon.data(), static_cast<u32>(lus)) == lus;
+  return magasin.QVCloseFile(cible) && bien && lus == 0;
+}
+
+}  // namespace
+
+/// A read of any other outcome than this one refusal says that it is.
+bool CBTFiles::EstOuvertPhysique() {
+  std::vector<u8> rec(TailleRec);
+  return m_app.Magasin.QVReadRec(NumFichier, 1, rec.data()) ||
+         m_app.Magasin.QVFileErrorCode() != ErrPasOuvert;
+}
+
+bool CBTFiles::Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport) {
+  QVAPI& magasin = m_app.Magasin;
+  const i64 debut = QVAPI::QVGetFirstRecPos(static_cast<u16>(TailleRec));
+  const i64 fin = magasin.QVSeekFile(ancien, 0, 2);
+  const u64 octets = fin > debut ? static_cast<u64>(fin - debut) : 0;
+  if (rapport.endommage) rapport.n = static_cast<u32>(octets / TailleRec);
+  rapport.octetsRestants = octets - std::min(octets, u64{rapport.n} * TailleRec);
+  if (fin < 0 || (rapport.n > 0 && magasin.QVSeekFile(ancien, debut, 0) < 0)) {
+    Erreur(0, MessageLecture);
+    return false;
+  }
+  if (rapport.n > 0) {
+    m_app.Boite.SetMax(rapport.n);
+    m_app.Boite.SetPos(0);
+  }
+
+  std::vector<u8> rec(TailleRec);
+  const AutreRec autre(*this, rec.data());
+  std::unordered_map<std::string, fenlor::Position> places;
+  for (u32 i = 0; i < rapport.n; ++i) {
+    if (m_app.Boite.IsAborted()) {
+      rapport.arrete = true;
+      return false;
+    }
+    if (magasin.QVReadFile(ancien, rec.data(), TailleRec) != static_cast<int>(TailleRec)) {
+      Erreur(0, MessageLecture);
+      return false;
+    }
+    m_app.Boite.Step();
+    if (QVAPI::QVEstVide(NumFichier, rec.data())) {
+      ++(rec[0] == 255 ? rapport.supprimes : rapport.vierges);
+      continue;
+    }
+    if (m_definition.marque == 1) {
+      if (rec[0] != 1) {
+        ++rapport.inconnus;
+        continue;
+      }
+      rec[0] = 0;
+    }
+    if (filtre && !filtre(rec.data())) {
+      ++rapport.ecartes;
+      continue;
+    }
+    fenlor::Position seule = 0;
+    fenlor::Position& place = CleDouble[0] ? seule : places[MakeKey(0)];
+    const bool remplace = place != 0;
+    if (!remplace) place = magasin.QVAddRec(NumFichier, rec.data());
+    if (place == 0 || (remplace && !magasin.QVWriteRec(NumFichier, place, rec.data()))) {
+      Erreur(0, MessageCreation);
+      return false;
+    }
+    ++(remplace ? rapport.remplaces : rapport.gardes);
+  }
+  return true;
+}
+
+bool CBTFiles::Substitue(const std::string& nouveau, RapportReindex& rapport) {
+  QVAPI& magasin = m_app.Magasin;
+  if (rapport.endommage || rapport.inconnus > 0 || rapport.octetsRestants > 0) {
+    const std::string copie = Chemin("avarie");
+    if (!Copie(magasin, Chemin("dat"), copie)) return m_app.ReportErreur(3008, {copie});
+    rapport.copie = copie;
+  }
+  // A data file without its key file is whole: the store makes its keys anew, so
+  // that a crash between these steps costs nothing.
+  magasin.QVDeleteFile(Chemin("idx"));
+  return magasin.QVRenameFile(nouveau, Chemin("dat")) || m_app.ReportErreur(3007, {Chemin("dat")});
+}
+
+bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
+  QVAPI& magasin = m_app.Magasin;
+  const std::string nouveau = Chemin("neuf");
+  rapport.endommage = !OpenDat();
+  if (!rapport.endommage) {
+    rapport.n = magasin.QVNumberOfRec(NumFichier);
+    magasin.QVClose(NumFichier);
+  }
+  bool fait = false;
+  {
+    const FichierBrut ancien(magasin, Chemin("dat"));
+    if (!ancien.EstOuvert())
+      return m_app.ReportErreur(3050, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
+    if (magasin.QVExistFile(nouveau) && !magasin.QVDeleteFile(nouveau))
+      return m_app.ReportErreur(3008, {nouveau});
+    if (!magasin.QVNewDat(NumFichier, nouveau, static_cast<u16>(TailleRec)))
+      return m_app.ReportErreur(3008, {nouveau});
+
+    QVAPI::Unite unite(magasin);
+    fait = Recopie(ancien.Poignee(), filtre, rapport);
+    if (fait && !(unite.Valide() && magasin.QVFlush())) {
+      Erreur(0, MessageCreation);
+      fait = false;
+    }
+  }
+  magasin.QVClose(NumFichier);
+  fait = fait && Substitue(nouveau, rapport);
+  if (!fait) magasin.QVDeleteFile(nouveau);
+  return fait;
+}
+
+RapportReindex CBTFiles::Reindex(const Filtre& filtre) {
+  QVAPI& magasin = m_app.Magasin;
+  RapportReindex rapport;
+  if (!magasin.QVFlush()) {
+    Erreur(0, MessageEcriture);
+    return rapport;
+  }
+  const bool ouvert = EstOuvertPhysique();
+  if (ouvert) {
+    magasin.QVClose(NumCle);
+    magasin.QVClose(NumFichier);
+  }
+  rapport.fait = Reconstruit(filtre, rapport);
+
+  const bool rouvert = OpenDat() && OpenIdx();
+  if (!rouvert && (rapport.fait || !rapport.endommage)) m_app.ReportErreur(3011, {Chemin("dat")});
+  for (u32 i = 0; rouvert && rapport.fait && i <= DerniereCle; ++i) {
+    const u32 cles = magasin.QVNumberOfKey(static_cast<u16>(NumCle + i));
+    if (cles == rapport.gardes) continue;
+    rapport.clesManquantes += rapport.gardes - std::min(cles, rapport.gardes);
+    Erreur(ErrCleDouble, MessageAjoutCle, {std::to_string(i)});
+  }
+  if (!ouvert || !rouvert) {
+    magasin.QVClose(NumCle);
+    magasin.QVClose(NumFichier);
+  }
+  Position = 0;
+  return rapport;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,376 @@
+#include "core/textes.h"
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <vector>
+
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+struct LigneTexte {
+  unsigned numero;
+  const char* utf8;
+};
+
+constexpr LigneTexte lignes[] = {
+    {3000, "Le répertoire de l'exercice est invalide !"},
+    {3001,
+     "La visualisation des graphiques ne peut pas se faire si votre écran est configuré avec plus "
+     "de 256 couleurs simultanément. Réduisez à 256 le nombre de couleurs et réessayez."},
+    {3002, "Index immobilisations"},
+    {3003, "Données immobilisations"},
+    {3004, "Index amortissements"},
+    {3005, "Données amortissements"},
+    {3006, "Echec de l'initialisation OLE. Vérifiez que les bibliothèques OLE sont de la bonne version."},
+    {3007, "Récupération fichier (%s) impossible"},
+    {3008, "Création fichier (%s) impossible"},
+    {3009, "Création fichier (%s) impossible"},
+    {3010, "Fichier (%s) endommagé\nIndexation recommandé."},
+    {3011, "Ouverture fichier (%s) impossible"},
+    {3012, "Fermeture fichier (%d) impossible"},
+    {3013,
+     "Date d'achat\t:%s\nDate de cession\t:%s\n\nLa date de cession est inférieure à la date "
+     "d'achat !"},
+    {3014,
+     "Date du jour\t:%s\nDate de cession\t:%s\n\nLa date de cession est supérieure à la date du "
+     "jour !"},
+    {3015,
+     "Date d'achat\t:%s\nDate de cession\t:%s\n\nLa date d'achat est inférieure à la date de "
+     "cession !"},
+    {3016, "L'écriture \"%s\" est validée !\nLa suppression est impossible."},
+    {3017, "L'opération diverse \"%s\" est validée !\nLa suppression est impossible."},
+    {3018, "La date doit être supèrieure au 1er Janvier 1999"},
+    {3019, "Il y a trop de fichiers ouverts ce traitement est abandonné !"},
+    {3020, "Ouverture du fichier JOURNAL impossible !"},
+    {3021, "Création du fichier JOURNAL impossible !"},
+    {3022, "Erreur lors de l'écriture dans un fichier."},
+    {3023, "Lecture de l'entête du fichier JOURNAL impossible !"},
+    {3024, "Ecriture de l'entête du fichier JOURNAL impossible !"},
+    {3025, "Lecture du fichier JOURNAL impossible !"},
+    {3026, "Ajout de la clé du fichier journal impossible !"},
+    {3027, "Ajout d'un enregistrement au fichier journal impossible !"},
+    {3028, "Suppression d'un enregistrement du fichier JOURNAL impossible !"},
+    {3029, "Suppression de la clé du fichier journal impossible !"},
+    {3030,
+     "Le compte d'écart en crédit n'est pas défini. Cliquez sur 'OK' pour le choisir, ou 'Annuler' "
+     "pour abandonner."},
+    {3031,
+     "Le compte d'écart en débit n'est pas défini. Cliquez sur 'OK' pour le choisir, ou 'Annuler' "
+     "pour abandonner."},
+    {3032, "L'opération diverse n'a pas de lignes."},
+    {3033, "La cloture de l'exercice %s est impossible ! Toutes les écritures ne sont pas validées."},
+    {3034, "La Fenlor ne peut pas convertir les fichiers dont la version est inférieure à la 4.0"},
+    {3035, "Pas de lignes en trésorerie"},
+    {3036, "Le montant TTC de l'écriture ne correspond pas au montant des lignes en trésorerie"},
+    {3037, "Enregistrement d'une ligne de trésorerie impossible"},
+    {3038, "Impossible de supprimer cette écriture car elle est liée à Quorbane"},
+    {3039, "Il est impossible de supprimer un exercice de moins de 5 ans comportant des écritures."},
+    {3040, "Impossible de supprimer cette écriture car elle est liée à une application différente."},
+    {3041, "Vous ne pouvez pas saisir d'écriture en Franc après le %s !"},
+    {3042, "Vous ne pouvez pas saisir d'acquisition en Franc après le %s !"},
+    {3043, "Vous ne pouvez pas saisir de cession en Franc après le %s !"},
+    {3044,
+     "Impossible d'effectuer une cession de cette acquisition car elle a déjà fait l'objet d'une "
+     "mise au rebut."},
+    {3045,
+     "Impossible d'effectuer une mise au rebut de cette acquisition car elle a déjà fait l'objet "
+     "d'une cession."},
+    {3046,
+     "L'enregistrement de l'échéance \"%s\" du %d est impossible car il est impossible "
+     "d'enregistrer une écriture en Franc après le %s.\nIl est nécessaire de modifier l'écriture "
+     "automatique en saisissant un montant en Euro."},
+    {3047,
+     "le type de ce compte ne correspond pas à sa classe . Désirez-vous enregistrer quand même ce "
+     "compte ?"},
+    {3049, "%s\nFichier = %s\nErreur = %d"},
+    {3050, "Erreur %d à l'ouverture de :\n%s."},
+    {3051, "Pas assez de mémoire pour cette opération."},
+    {3052, "Erreur %d en lecture de :\n%s."},
+    {3053, "Erreur %d en ecriture de :\n%s."},
+    {3054,
+     "Le compte de répartition personnelle n'est pas défini. Activez l'option 'Comptes "
+     "particuliers' du menu 'Outils | Options...' pour le choisir."},
+    {3055,
+     "Le compte de répartition personnelle n'est pas défini. Cliquez sur 'OK' pour le choisir, ou "
+     "'Annuler' pour abandonner."},
+    {3056, "Action impossible sur un exercice cloturé"},
+    {3057, "Le code est obligatoire"},
+    {3058, "Ce code existe déjà"},
+    {3059, "Le numéro de compte est obligatoire"},
+    {3060, "Ce numéro de compte existe déjà"},
+    {3061, "Le code de la rubrique est obligatoire"},
+    {3062, "%s : Erreur"},
+    {3063, "Ce taux de TVA existe déjà !"},
+    {3064, "La lecture de la capacité du disque est impossible."},
+    {3065, "Il n'y a plus assez de place sur le lecteur de destination !"},
+    {3066, "Fin de fichier rencontrée en lecture !"},
+    {3067, "La confirmation du mot de passe est différente."},
+    {3068, "L'ancien mot de passe est erroné."},
+    {3069, "Le taux de TVA est obligatoire"},
+    {3070, "Ce numéro de compte existe déjà !"},
+    {3071, "Le numéro de compte est obligatoire"},
+    {3072, "Il n'y a pas d'exercices !"},
+    {3073, "Cet exercice existe déja désirez vous le remplacer ?\n"},
+    {3074, "Mot de passe erroné !"},
+    {3075, "Cette période est en conflit avec l'exercice %s"},
+    {3076, "La date d'opération est obligatoire."},
+    {3077, "La montant est obligatoire."},
+    {3078, "Il n'y a pas d'opérations sélectionnées."},
+    {3079, "Il n'y a pas d'écritures sélectionnées."},
+    {3080, "Le total des écritures est différent du montant de l'opération bancaire."},
+    {3081, "La date de l'écriture est supérieure à celle de l'opération bancaire."},
+    {3082, "Il faut au moins deux comptes de trésorerie pour effectuer un virement"},
+    {3083, "Erreur sur le compte de trésorerie d'origine"},
+    {3084, "Erreur sur le compte de trésorerie de destination"},
+    {3085, "Les deux comptes de trésorerie sont identiques !"},
+    {3086, "Le montant du virement est inférieur ou égale à zéro !"},
+    {3087,
+     "Le compte de virement en dépenses n'est pas défini. Cliquez sur 'OK' pour le choisir, ou "
+     "'Annuler' pour abandonner."},
+    {3088,
+     "Le compte de virement en recettes n'est pas défini. Cliquez sur 'OK' pour le choisir, ou "
+     "'Annuler' pour abandonner."},
+    {3089, "La date du virement est hors exercice !"},
+    {3090, "Le numéro de compte est incorrect."},
+    {3091, "Le numéro de compte est obligatoire."},
+    {3092, "Le numéro de compte exite déjà."},
+    {3093, "Le numéro de compte est obligatoire."},
+    {3094, "Le numéro de compte est incorrect."},
+    {3095, "Le numéro de compte \"%s\" existe déjà."},
+    {3096, "Il y a des écritures enregistrées pour ce compte de TVA !\nLa suppression est impossible."},
+    {3097, "Erreur de suppression d'une écriture automatique."},
+    {3098, "Impossible de créer plus de %d écritures automatiques."},
+    {3099,
+     "Les dates de début et de fin d'exercice ne sont pas bonnes.\n Pour ouvrir cet exercice il est "
+     "nécessaire d'ajouter les valeurs par défaut suivantes :\n\nDate de début  %s\nDate de fin  %s"},
+    {3100, "Il y a des écritures enregistrées pour ce compte de TVA !\nLa modification est impossible."},
+    {3101, "Erreur d'enregistrement d'une écriture automatique."},
+    {3102, "Erreur de lecture d'une écriture automatique."},
+    {3103, "L'écriture est associée à une recette Quorbane.\nVous ne pouvez pas modifier cette écriture !"},
+    {3104, "La date est incorrecte."},
+    {3105, "Le numéro de compte est incorrect."},
+    {3106, "Le montant est égal à zéro."},
+    {3107, "Le compte de T.V.A. à %s%% est introuvable !"},
+    {3108, "Il est nécessaire de saisir un débit ou un crédit."},
+    {3109, "Création du fichier temporaire impossible."},
+    {3110, "Ce code  existe déja pour un compte trésorerie."},
+    {3111, "Plus assez de mémoire"},
+    {3112, "Sélectionnez un ou plusieurs comptes"},
+    {3113, "Sélectionnez plusieurs comptes pour faire une comparaison"},
+    {3115, "Il n'y a pas d'opérations à rapprocher !"},
+    {3116, "Il n'y a pas d'écritures à rapprocher !"},
+    {3117, "Ouverture de %s impossible."},
+    {3118, "Saisir un taux de conversion."},
+    {3119, "Le compte est obligatoire !"},
+    {3120, "Erreur %d dans INTREE"},
+    {3121, "Erreur (%d) à l'execution de QVUpdate.exe"},
+    {3200, "Ligne %s : %s"},
+    {3201, "L'écriture \"%s\" est validée !\nLa modification est impossible."},
+    {3202, "L'écriture %s n'existe pas."},
+    {3203, "Le champ \"%s\" est inconnu."},
+    {3204, "Le champ \"%s\" est obligatoire."},
+    {3205, "Le champ \"%s\" est incorrect : %s"},
+    {3206, "Le champ \"%s\" est trop long : %s caractères au plus."},
+    {3207, "Une ligne porte un débit ou un crédit, pas les deux."},
+    {3208, "L'exercice %s n'existe pas."},
+    {3209, "Aucun exercice n'est ouvert."},
+    {3210, "L'exercice %s ne peut pas être tenu en %s."},
+    {3211, "Le nom de l'exercice \"%s\" est incorrect : 1 à 4 lettres ou chiffres."},
+    {3212, "La période du %s au %s est incorrecte."},
+    {3213, "Ce cabinet est déjà ouvert (%s)."},
+    {3214, "%s"},
+    {3215, "L'écriture \"%s\" est liée à Quorbane et ne peut pas être modifiée ici."},
+    {3300, "Le compte de trésorerie a été modifié.\nFaut-il continuer ?"},
+    {3301,
+     "Attention ! L'ecriture n'est pas équilibrée.\nVoulez-vous l'enregistrer ?\n\nCliquez 'Oui' "
+     "pour enregistrer cette écriture. Une opération d'écart sera ajoutée automatiquement pour "
+     "l'équilibrer.\nCliquez 'Non' pour modifier cette écriture."},
+    {3302, "Suppression de l'écriture\n\"%s\" ?"},
+    {3303,
+     "Attention !\nUn rapprochement bancaire à été effectué sur l'écriture :\n\n\"%s\"\n\n Faut-il "
+     "la supprimer ?"},
+    {3304,
+     "Attention !\nL'écriture '%s' est associée à une feuille de soins électronique.\n\nVoulez-vous "
+     "quand même la supprimer ?"},
+    {3305,
+     "Attention !\nL'écriture '%s' est associée à une recette Quorbane. En supprimant cette "
+     "écriture vous supprimer en même temps la recette associée.\n\nVoulez-vous quand même la "
+     "supprimer ?"},
+    {3306,
+     "Attention !\nL'écriture '%s' est associée à une dépense Quorbane. En supprimant cette "
+     "écriture vous supprimer en même temps la dépense associée. \n\nVoulez-vous quand même la "
+     "supprimer ?"},
+    {3307,
+     "Cet utilitaire va recalculer les cumuls de tous les comptes de trésoreries, recettes, "
+     "dépenses et T.V.A.\nFaut-il continuer ?"},
+    {3308,
+     "Cet utilitaire va recalculer les montants en Euros de vos écritures.\nLe Taux Euro dans "
+     "Outils/Option/EURO doit etre correct\nFaut-il continuer ?"},
+    {3309,
+     "Attention !\n\nCette opération rendra inaccessible cet exercice.\n\nFaut-il supprimer "
+     "l'exercice %s ?"},
+    {3310,
+     "%ld écriture(s) de recettes traitée(s)\n%ld écriture(s) de dépenses traitée(s)\n%ld écritures "
+     "d'opérations diverses traitée(s)\n%ld écriture(s) pointée(s)\n%ld ligne(s) remise(s)\n%ld "
+     "ligne(s) rapprochée(s)\n%ld écriture(s) validée(s)"},
+    {3311, "Date\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nRapprocher cette écriture?"},
+    {3312, "Date\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nMarquer cette écriture comme non rapprochée?"},
+    {3313, "Date\t\t: %s\nLibellé\t\t: %s\n\nValider cette opération diverse ?"},
+    {3314, "Date\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nValider cette écriture ?"},
+    {3315, "Trésorerie\t: %s\nDate\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nValider cette écriture ?"},
+    {3316, "Renumérotation du journal ?"},
+    {3317, "Faut-il enregistrer cette écriture ?"},
+    {3318, "Voulez-vous invalider l'écriture ?"},
+    {3319, "Voulez-vous éditer cette écriture crée par Quorbane ?"},
+    {5000, "Fenlor"},
+    {5001, "%s - Erreur (%u)"},
+    {5002, "%s - Erreur"},
+    {5003, "Erreur non répertoriée (identificateur inconnu : %u)"},
+    {5010, "CREATION de l'enregistrement impossible."},
+    {5011, "LECTURE de l'enregistrement impossible."},
+    {5012, "ECRITURE de l'enregistrement impossible."},
+    {5013, "Suppression de l'enregistrement impossible."},
+    {5014, "Ajout de la clé %d impossible."},
+    {5015, "Suppression de la clé %d impossible."},
+    {5020, "Reconstruction des clés."},
+    {5021, "Reconstruction des clés\n\ndu fichier %s\n\nen cours..."},
+    {5022, "Calcul des cumuls"},
+    {5023, "Mise à zéro du fichier PLAN\n\nen cours..."},
+    {5024, "Recalcul des cumuls\n\nen cours..."},
+    {5025, "Recalcul des Montants Euros"},
+    {5026, "Traitement en cours..."},
+    {5027, "Renumérotation du journal en cours..."},
+    {5028, "Validation du brouillard"},
+    {5029, "Validation des écritures en brouillard en cours..."},
+    {5030, "Banques (banque.dat)"},
+    {5031, "Comptes (comptes.dat)"},
+    {5032, "Journal (journal.dat)"},
+    {5033, "Rubriques (rubrique.dat)"},
+    {5034, "Immobilisations (immo.dat)"},
+    {5035, "Amortissements (amo.dat)"},
+    {5339, "Oui"},
+    {5340, "Non"},
+    {5341, "Crédit"},
+    {5342, "Débit"},
+    {5343, "Franc"},
+    {5344, "Euro"},
+    {5345, "Recettes"},
+    {5346, "Depenses"},
+    {5347, "Opérations diverses"},
+    {5348, "Chèque"},
+    {5349, "Autre"},
+    {5400, "Activite"},
+    {5401, "Préférences"},
+    {5402, "Fenlor"},
+    {5403, "COMPTES"},
+    {5404, "TAUX EURO"},
+    {5405, "Rapprochement"},
+    {5406, "intl"},
+    {5410, "Cloture"},
+    {5411, "TVA"},
+    {5412, "EURO"},
+    {5413, "AFFICHERDOUBLE"},
+    {5414, "Frais kilométriques"},
+    {5415, "Debut"},
+    {5416, "Fin"},
+    {5417, "Exercice"},
+    {5418, "Exercices"},
+    {5420, "Brouillon"},
+    {5421, "Prévisualisation"},
+    {5422, "Virgule"},
+    {5423, "Entrée"},
+    {5424, "Fin de session"},
+    {5425, "Couleur système"},
+    {5426, "Police par défaut"},
+    {5427, "ModeDebug"},
+    {5428, "LimiteFranc"},
+    {5429, "Zéro dans boite de dialogue"},
+    {5430, "Zéros Significatifs"},
+    {5431, "Nombre de chiffres"},
+    {5432, "Sauver fenêtres"},
+    {5433, "Restaurer fenêtres"},
+    {5434, "Especes"},
+    {5435, "Prelevement"},
+    {5436, "sDecimal"},
+};
+
+constexpr bool EnOrdre() {
+  for (std::size_t i = 1; i < std::size(lignes); ++i)
+    if (lignes[i - 1].numero >= lignes[i].numero) return false;
+  return true;
+}
+static_assert(EnOrdre());
+
+const LigneTexte* Trouve(unsigned numero) {
+  const auto* ligne = std::lower_bound(std::begin(lignes), std::end(lignes), numero,
+                                       [](const LigneTexte& l, unsigned n) { return l.numero < n; });
+  return ligne != std::end(lignes) && ligne->numero == numero ? ligne : nullptr;
+}
+
+std::vector<std::string> Convertis() {
+  std::vector<std::string> textes;
+  textes.reserve(std::size(lignes));
+  for (const LigneTexte& ligne : lignes) {
+    auto texte = DepuisUtf8(ligne.utf8);
+    assert(texte);
+    textes.push_back(texte.value_or(ligne.utf8));
+  }
+  return textes;
+}
+
+/// Length of the conversion that begins behind a "%" at `debut`, 0 when none does.
+std::size_t TailleConversion(const std::string& format, std::size_t debut) {
+  std::size_t i = debut;
+  if (i < format.size() && format[i] == 'l') ++i;
+  if (i >= format.size()) return 0;
+  const char sorte = format[i];
+  return sorte == 'd' || sorte == 'u' || (sorte == 's' && i == debut) ? i + 1 - debut : 0;
+}
+
+constexpr unsigned premiereErreur = 3000;
+constexpr unsigned derniereErreur = 3299;
+
+}  // namespace
+
+std::string Texte(unsigned numero) {
+  static const std::vector<std::string> textes = Convertis();
+  const LigneTexte* ligne = Trouve(numero);
+  return ligne ? textes[static_cast<std::size_t>(ligne - lignes)] : std::string();
+}
+
+bool TexteExiste(unsigned numero) { return Trouve(numero) != nullptr; }
+
+std::string RemplitFormat(const std::string& format, std::initializer_list<std::string> arguments) {
+  std::string resultat;
+  auto suivant = arguments.begin();
+  for (std::size_t i = 0; i < format.size(); ++i) {
+    if (format[i] != '%') {
+      resultat += format[i];
+    } else if (i + 1 < format.size() && format[i + 1] == '%') {
+      resultat += '%';
+      ++i;
+    } else if (const std::size_t taille = TailleConversion(format, i + 1)) {
+      if (suivant != arguments.end()) resultat += *suivant++;
+      i += taille;
+    } else {
+      resultat += '%';
+    }
+  }
+  return resultat;
+}
+
+std::string TexteFormat(unsigned numero, std::initializer_list<std::string> arguments) {
+  return RemplitFormat(Texte(numero), arguments);
+}
+
+std::string TexteErreur(unsigned numero, std::initializer_list<std::string> arguments) {
+  const bool connue = numero >= premiereErreur && numero <= derniereErreur && TexteExiste(numero);
+  return connue ? TexteFormat(numero, arguments)
+                : TexteFormat(FormatErreurInconnue, {std::to_string(numero)});
+}
+
+}  // namespace fenlor

@@ -1,0 +1,146 @@
+// The one table of texts: every message, title and format that a user reads has
+// a number here. The numbers 3000 to 3121 are the error table; 3200 and above are
+// this system's further refusals and questions; ids of 5000 and above are words
+// and formats that several rules share.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+
+namespace fenlor {
+
+/// Text of a number, Windows-1252, as it stands; empty when unknown.
+std::string Texte(unsigned numero);
+/// True for a number of the table.
+bool TexteExiste(unsigned numero);
+
+/// Fills the text's format with arguments in order: %s, %d, %ld, %u, %%. Texts
+/// are taken as they are; numbers are given as text by the caller.
+std::string TexteFormat(unsigned numero, std::initializer_list<std::string> arguments);
+std::string RemplitFormat(const std::string& format, std::initializer_list<std::string> arguments);
+
+/// Text that `ReportErreur` shows for a number: the table's text filled in, or
+/// "Erreur non répertoriée (identificateur inconnu : %u)".
+std::string TexteErreur(unsigned numero, std::initializer_list<std::string> arguments);
+
+/// Numbers of this system's own texts. The texts stand in textes.cpp.
+enum TexteId : unsigned {
+  // Refusals
+  ErrLigneIllisible = 3200,      ///< "Ligne %s : %s" a line of JSON that cannot be read
+  ErrModificationValidee = 3201, ///< "L'écriture \"%s\" est validée !\nLa modification est impossible."
+  ErrEcritureInconnue = 3202,    ///< "L'écriture %s n'existe pas."
+  ErrChampInconnu = 3203,        ///< "Le champ \"%s\" est inconnu."
+  ErrChampManquant = 3204,       ///< "Le champ \"%s\" est obligatoire."
+  ErrChampInvalide = 3205,       ///< "Le champ \"%s\" est incorrect : %s"
+  ErrTexteTropLong = 3206,       ///< "Le champ \"%s\" est trop long : %s caractères au plus."
+  ErrDebitEtCredit = 3207,       ///< "Une ligne porte un débit ou un crédit, pas les deux."
+  ErrExerciceInconnu = 3208,     ///< "L'exercice %s n'existe pas."
+  ErrAucunExercice = 3209,       ///< "Aucun exercice n'est ouvert."
+  ErrMonnaieExercice = 3210,     ///< "L'exercice %s ne peut pas être tenu en %s."
+  ErrNomExercice = 3211,         ///< "Le nom de l'exercice \"%s\" est incorrect : 1 à 4 lettres ou chiffres."
+  ErrPeriode = 3212,             ///< "La période du %s au %s est incorrecte."
+  ErrCabinetOccupe = 3213,       ///< "Ce cabinet est déjà ouvert (%s)."
+  ErrMagasin = 3214,             ///< "%s" the store's own words
+  ErrEcritureLiee = 3215,        ///< "L'écriture \"%s\" est liée à Quorbane et ne peut pas être modifiée ici."
+  // Questions
+  QuestionTresorerieChangee = 3300,   ///< "Le compte de trésorerie a été modifié.\nFaut-il continuer ?"
+  QuestionNonEquilibree = 3301,       ///< "Attention ! L'ecriture n'est pas équilibrée. ..."
+  QuestionSuppression = 3302,         ///< "Suppression de l'écriture\n\"%s\" ?"
+  QuestionSuppressionRapprochee = 3303,
+  QuestionRecetteFeuille = 3304,
+  QuestionRecetteQuorbane = 3305,
+  QuestionDepenseQuorbane = 3306,
+  QuestionRecalcul = 3307,
+  QuestionAjustementEuro = 3308,
+  QuestionSupprimeExercice = 3309,
+  InfoRecalcul = 3310,
+  QuestionRapprocher = 3311,
+  QuestionDerapprocher = 3312,
+  QuestionValiderOD = 3313,        ///< date, label
+  QuestionValiderStandard = 3314,  ///< date, label, "Crédit" or "Débit", amount
+  QuestionValiderSimple = 3315,    ///< treasury code, then as above
+  QuestionRenumerotation = 3316,
+  QuestionEnregistrer = 3317,      ///< "Faut-il enregistrer cette écriture ?"
+  QuestionInvalider = 3318,
+  QuestionEditerLiee = 3319,
+  // Titles
+  TitreApplication = 5000,      ///< "Fenlor"
+  FormatTitreErreur = 5001,     ///< "%s - Erreur (%u)"
+  FormatTitreTexte = 5002,      ///< "%s - Erreur"
+  FormatErreurInconnue = 5003,
+  // Messages of the indexed files, shown inside 3049
+  MessageCreation = 5010,
+  MessageLecture = 5011,
+  MessageEcriture = 5012,
+  MessageSuppression = 5013,
+  MessageAjoutCle = 5014,        ///< index of the key
+  MessageSuppressionCle = 5015,  ///< index of the key
+  // Progress
+  TitreReconstruction = 5020,
+  TexteReconstruction = 5021,    ///< store name
+  TitreCalculCumuls = 5022,
+  TexteMiseAZeroPlan = 5023,
+  TexteRecalculCumuls = 5024,
+  TitreMontantsEuros = 5025,
+  TexteTraitement = 5026,        ///< "Traitement en cours..."
+  TexteRenumerotation = 5027,
+  TitreValidation = 5028,
+  TexteValidation = 5029,
+  // Files in the list of the key rebuild
+  FichierListeBanques = 5030,
+  FichierListeComptes = 5031,
+  FichierListeJournal = 5032,
+  FichierListeRubriques = 5033,
+  FichierListeImmo = 5034,
+  FichierListeAmo = 5035,
+  // Words
+  MotOui = 5339,  ///< "Oui"
+  MotNon = 5340,  ///< "Non"
+  MotCredit = 5341,
+  MotDebit = 5342,
+  MotFranc = 5343,
+  MotEuro = 5344,
+  MotRecettes = 5345,  ///< name of journal 1; 2 and 3 follow
+  MotDepenses = 5346,
+  MotOperationsDiverses = 5347,
+  MotCheque = 5348,
+  MotAutre = 5349,
+  // Sections of the settings file
+  SecActivite = 5400,
+  SecPreferences = 5401,
+  SecFenlor = 5402,
+  SecComptes = 5403,
+  SecTauxEuro = 5404,
+  SecRapprochement = 5405,
+  SecIntl = 5406,  ///< of the machine's registry
+  // Keys of an exercice's section
+  CleCloture = 5410,
+  CleTVA = 5411,
+  CleEuro = 5412,
+  CleAfficherDouble = 5413,
+  CleFraisKm = 5414,
+  CleDebut = 5415,
+  CleFin = 5416,
+  // Keys of the other sections
+  CleExercice = 5417,
+  CleExercices = 5418,
+  CleBrouillon = 5420,
+  ClePrevisualisation = 5421,
+  CleVirgule = 5422,
+  CleEntree = 5423,
+  CleFinDeSession = 5424,
+  CleCouleurSysteme = 5425,
+  ClePoliceDefaut = 5426,
+  CleModeDebug = 5427,
+  CleLimiteFranc = 5428,
+  CleZeroDansBoite = 5429,
+  CleZerosSignificatifs = 5430,
+  CleNombreChiffres = 5431,
+  CleSauverFenetres = 5432,
+  CleRestaurerFenetres = 5433,
+  CleEspeces = 5434,
+  ClePrelevement = 5435,
+  CleSDecimal = 5436,
+};
+
+}  // namespace fenlor

@@ -1,0 +1,284 @@
+#include "core/valeurs.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "store/qvapi.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr std::string_view symboleEuro = "\x80";
+constexpr std::size_t tailleMontantMax = 80;
+
+bool EstChiffre(char c) { return c >= '0' && c <= '9'; }
+bool EstEspace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool EstAlphanumerique(char c) { return EstChiffre(c) || Majuscule(c) != c || Minuscule(c) != c; }
+
+i32 LitEntier(std::string_view texte) {
+  std::size_t i = 0;
+  while (i < texte.size() && EstEspace(texte[i])) ++i;
+  const bool negatif = i < texte.size() && texte[i] == '-';
+  if (i < texte.size() && (texte[i] == '-' || texte[i] == '+')) ++i;
+  constexpr i64 borne = i64{std::numeric_limits<i32>::max()} + 1;
+  i64 valeur = 0;
+  for (; i < texte.size() && EstChiffre(texte[i]); ++i)
+    valeur = std::min(borne, valeur * 10 + (texte[i] - '0'));
+  if (negatif) return static_cast<i32>(-valeur);
+  return static_cast<i32>(std::min(valeur, borne - 1));
+}
+
+/// "%.*f" whatever the locale.
+std::string Decimal(f64 valeur, int decimales) {
+  const int precision = std::max(decimales, 0);
+  std::string texte(static_cast<std::size_t>(std::numeric_limits<f64>::max_exponent10 + 8 + precision), '\0');
+  const auto fin =
+      std::to_chars(texte.data(), texte.data() + texte.size(), valeur, std::chars_format::fixed, precision);
+  texte.resize(static_cast<std::size_t>(fin.ptr - texte.data()));
+  return texte;
+}
+
+/// The platform's number format: the value written with six decimals, those
+/// digits rounded to two, halves away from zero, so that 2.675 gives "2,68".
+std::string DeuxDecimales(f64 valeur) {
+  if (!std::isfinite(valeur)) return Decimal(valeur, 2);
+  std::string texte = Decimal(std::fabs(valeur), 6);
+  const bool monte = texte[texte.size() - 4] >= '5';
+  texte.resize(texte.size() - 4);
+  if (monte) {
+    auto chiffre = texte.rbegin();
+    for (; chiffre != texte.rend(); ++chiffre) {
+      if (*chiffre == '.') continue;
+      if (*chiffre != '9') break;
+      *chiffre = '0';
+    }
+    if (chiffre == texte.rend())
+      texte.insert(0, 1, '1');
+    else
+      ++*chiffre;
+  }
+  texte[texte.size() - 3] = ',';
+  const bool nul = texte.find_first_not_of("0,") == std::string::npos;
+  return valeur < 0 && !nul ? "-" + texte : texte;
+}
+
+std::string FormatMonnaie(f64 valeur, std::string_view symbole) {
+  if (valeur == 0) return {};
+  return DeuxDecimales(valeur).append(" ").append(symbole);
+}
+
+std::string PoseSeparateur(std::string texte, char separateur) {
+  std::replace(texte.begin(), texte.end(), '.', separateur);
+  return texte;
+}
+
+}  // namespace
+
+bool EstVide(std::string_view texte) {
+  return std::none_of(texte.begin(), texte.end(), [](char c) { return static_cast<signed char>(c) > 32; });
+}
+
+std::string CompacteTexte(std::string_view texte) {
+  std::string resultat;
+  resultat.reserve(texte.size());
+  for (char c : texte) {
+    if (c != ' ' && c != '\t')
+      resultat += c;
+    else if (!resultat.empty() && resultat.back() != ' ')
+      resultat += ' ';
+  }
+  if (!resultat.empty() && resultat.back() == ' ') resultat.pop_back();
+  return resultat;
+}
+
+std::string ChampTexte(unsigned n, std::string_view texte, char separateur) {
+  for (; n > 0; --n) {
+    const std::size_t place = texte.find(separateur);
+    if (place == std::string_view::npos) return {};
+    texte.remove_prefix(place + 1);
+  }
+  return CompacteTexte(texte.substr(0, texte.find(separateur)));
+}
+
+unsigned ComptePartie(std::string_view texte, char separateur) {
+  if (texte.empty()) return 0;
+  return static_cast<unsigned>(std::count(texte.begin(), texte.end(), separateur)) + 1;
+}
+
+std::string DecodeRetours(std::string_view texte) {
+  std::string resultat;
+  resultat.reserve(texte.size());
+  for (std::size_t i = 0; i < texte.size(); ++i) {
+    if (texte.substr(i, 2) == "\\n") {
+      resultat += "\r\n";
+      ++i;
+    } else {
+      resultat += texte[i];
+    }
+  }
+  return resultat;
+}
+
+std::string EncodeRetours(std::string_view texte) {
+  std::string resultat;
+  resultat.reserve(texte.size());
+  for (std::size_t i = 0; i < texte.size(); ++i) {
+    if (texte.substr(i, 2) == "\r\n") {
+      resultat += "\\n";
+      ++i;
+    } else {
+      resultat += texte[i];
+    }
+  }
+  return resultat;
+}
+
+int TexteVersEntier(std::string_view texte) { return LitEntier(texte); }
+i32 TexteVersLong(std::string_view texte) { return LitEntier(texte); }
+std::string EntierVersTexte(int valeur) { return valeur == 0 ? std::string() : std::to_string(valeur); }
+std::string LongVersTexte(i32 valeur) { return EntierVersTexte(valeur); }
+
+f64 Arrondi(f64 valeur, int decimales) {
+  constexpr f64 puissances[] = {1, 10, 100, 1000, 10000, 100000};
+  const f64 p = puissances[std::clamp(decimales, 0, 5)];
+  return std::floor(valeur * p + 0.5) / p;
+}
+
+f64 Arrondi2(f64 valeur) { return Arrondi(valeur, 2); }
+
+f64 MontantHT(f64 montant, f64 taux, bool tva) {
+  return tva && taux > 0 ? Arrondi2(montant / (taux * 0.01 + 1.0)) : Arrondi2(montant);
+}
+
+int CompareMontants(f64 a, f64 b) {
+  if (a == b) return 0;
+  return a >= b ? 1 : -1;
+}
+
+int CompareComptes(const std::string& a, const std::string& b) {
+  const int ordre = QVAPI::GetLongCompte(a).compare(QVAPI::GetLongCompte(b));
+  return ordre == 0 ? 0 : ordre > 0 ? 1 : -1;
+}
+
+f64 TexteVersMontant(std::string_view texte, char separateur) {
+  if (texte.size() > tailleMontantMax) return 0;
+  std::string copie(texte);
+  if (const std::size_t place = copie.find(separateur); place != std::string::npos) copie[place] = '.';
+
+  std::size_t debut = 0;
+  while (debut < copie.size() && EstEspace(copie[debut])) ++debut;
+  const bool negatif = debut < copie.size() && copie[debut] == '-';
+  if (debut < copie.size() && (copie[debut] == '-' || copie[debut] == '+')) ++debut;
+  if (debut >= copie.size() || (!EstChiffre(copie[debut]) && copie[debut] != '.')) return 0;
+
+  f64 valeur = 0;
+  const auto lu = std::from_chars(copie.data() + debut, copie.data() + copie.size(), valeur);
+  if (lu.ec != std::errc()) return 0;
+  return negatif ? -valeur : valeur;
+}
+
+f64 TexteVersMontantNettoye(std::string_view texte, char separateur) {
+  std::string garde;
+  for (char c : texte)
+    if (EstChiffre(c) || c == separateur) garde += c;
+  return TexteVersMontant(garde, separateur);
+}
+
+std::string FormatMontant(f64 valeur, int decimales, char separateur) {
+  return valeur == 0 ? std::string() : PoseSeparateur(Decimal(valeur, decimales), separateur);
+}
+
+std::string FormatMontantEuro(f64 valeur, int decimales, char separateur) {
+  if (valeur == 0) return {};
+  return FormatMontant(valeur, decimales, separateur).append(" ").append(symboleEuro);
+}
+
+std::string FormatLargeur(f64 valeur, int largeur, int decimales, char separateur) {
+  std::string texte = FormatMontant(valeur, decimales, separateur);
+  const auto voulue = static_cast<std::size_t>(std::max(largeur, 0));
+  if (!texte.empty() && texte.size() < voulue) texte.insert(0, voulue - texte.size(), ' ');
+  return texte;
+}
+
+std::string FormatSaisie(f64 valeur, int decimales, bool zeroDansBoite, char separateur) {
+  return valeur == 0 && zeroDansBoite ? "0.00" : FormatMontant(valeur, decimales, separateur);
+}
+
+std::string FormatSoldeSaisie(f64 valeur, int decimales, bool zeroDansBoite, char separateur) {
+  if (valeur < 0) return "D " + FormatSaisie(-valeur, decimales, zeroDansBoite, separateur);
+  return FormatSaisie(valeur, decimales, zeroDansBoite, separateur);
+}
+
+std::string FormatFranc(f64 valeur) { return FormatMonnaie(valeur, "F"); }
+std::string FormatEuro(f64 valeur) { return FormatMonnaie(valeur, symboleEuro); }
+
+std::string FormatSoldeFranc(f64 valeur) {
+  return valeur < 0 ? "D " + FormatFranc(-valeur) : FormatFranc(valeur);
+}
+
+std::string FormatSoldeEuro(f64 valeur) {
+  return valeur < 0 ? "D " + FormatEuro(-valeur) : FormatEuro(valeur);
+}
+
+std::string FormatNombre(f64 valeur) { return valeur == 0 ? std::string() : DeuxDecimales(valeur); }
+
+std::string NormaliseRubrique(std::string_view texte) {
+  if (EstVide(texte)) return {};
+  std::string code(3, ' ');
+  for (std::size_t i = 0; i < std::min<std::size_t>(3, texte.size()); ++i)
+    if (EstAlphanumerique(texte[i])) code[i] = Majuscule(texte[i]);
+  return code;
+}
+
+std::string TermeSuivant(std::string_view formule, std::string& terme, char& signe) {
+  std::string reste(formule);
+  std::erase(reste, ' ');
+  const bool ecrit = !reste.empty() && (reste[0] == '+' || reste[0] == '-');
+  signe = ecrit ? reste[0] : '+';
+  if (ecrit) reste.erase(0, 1);
+  const std::size_t fin = std::min(reste.find_first_of("+-"), reste.size());
+  terme = reste.substr(0, fin);
+  return reste.substr(fin);
+}
+
+int Jours360(Date du, Date au) {
+  const int jourDu = static_cast<int>(std::min(Jour(du), 30u));
+  const int jourAu = static_cast<int>(std::min(Jour(au), 30u));
+  const int mois = (static_cast<int>(Mois(au)) - static_cast<int>(Mois(du))) * 30;
+  return au >= du ? mois - jourDu + jourAu + 1 : -mois - jourAu + jourDu;
+}
+
+int MoisEntre(Date du, Date au) { return static_cast<int>(Mois(au)) - static_cast<int>(Mois(du)) + 1; }
+
+std::string PolicePartie(std::string_view texte, unsigned n) { return ChampTexte(n, texte, ','); }
+
+Police LitPolice(std::string_view texte, bool couleurSysteme) {
+  const auto coche = [&](unsigned n) { return PolicePartie(texte, n) == "1"; };
+  Police police;
+  police.face = PolicePartie(texte, 0);
+  if (EstVide(police.face)) police.face = "Helv";
+  if (const int taille = TexteVersEntier(PolicePartie(texte, 1)); taille != 0) police.taille = taille;
+  const std::string couleur = PolicePartie(texte, 2);
+  if (!couleurSysteme && !EstVide(couleur)) police.couleur = TexteVersLong(couleur);
+  police.gras = coche(3);
+  police.italique = coche(4);
+  police.souligne = coche(5);
+  police.barre = coche(6);
+  return police;
+}
+
+f64 TarifKm(f64 km, std::string_view borneInf, std::string_view borneSup, std::string_view fixe,
+            std::string_view coefInf, std::string_view coefMilieu, std::string_view coefSup,
+            char separateur) {
+  const auto nombre = [separateur](std::string_view texte) { return TexteVersMontant(texte, separateur); };
+  if (nombre(borneInf) >= km) return nombre(coefInf) * km;
+  if (nombre(borneSup) >= km) return nombre(coefMilieu) * km + std::trunc(nombre(fixe));
+  return nombre(coefSup) * km;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,191 @@
+#include "ctl/contexte.h"
+
+#include <algorithm>
+
+#include "core/valeurs.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+std::string SurUneLigne(const std::string& texte) {
+  std::string ligne = texte;
+  for (char& c : ligne)
+    if (static_cast<unsigned char>(c) < 32) c = ' ';
+  return CompacteTexte(ligne);
+}
+
+Contexte::Contexte(const OptionsGlobales& globales, const OptionsCtl& options, std::istream& entree,
+                   std::ostream& sortie, std::ostream& erreurs)
+    : Globales(globales),
+      Entree(entree),
+      Dialogue(globales.oui),
+      Magasin(options.magasin),
+      App(Magasin, Dialogue),
+      m_sortie(sortie),
+      m_erreurs(erreurs),
+      m_pathProgrammes(options.pathProgrammes) {
+  Magasin.QVSetCallback(
+      [this](u32 evenement, u32 valeur, const std::string& texte) { return Evenement(evenement, valeur, texte); });
+}
+
+Contexte::~Contexte() { Magasin.QVSetCallback({}); }
+
+u32 Contexte::Evenement(u32 evenement, u32 valeur, const std::string& texte) {
+  switch (evenement) {
+    case EvErreur:
+    case EvExerciceAbsent:
+    case EvQuestionRefusee:
+      m_numeroMagasin = evenement == EvErreur ? valeur : 0;
+      m_texteMagasin = texte;
+      return 0;
+    case EvQuestion:
+      if (Dialogue.Oui()) return RepOui;
+      m_numeroMagasin = 0;
+      m_texteMagasin = texte;
+      return RepNon;
+    default:
+      return 0;
+  }
+}
+
+bool Contexte::OuvreCabinet(bool cree) {
+  if (!Globales.aujourdhui.empty()) Magasin.FixeAujourdhui(GetDate(Globales.aujourdhui));
+  if (!Magasin.QVOpenSession(1)) {
+    RefuseMagasin();
+    return false;
+  }
+  m_sessionOuverte = true;
+  Magasin.QVSetPathProgrammes(m_pathProgrammes);
+  Magasin.QVSetWithQuorbane(false, App.Edition);
+  Systeme& systeme = Magasin.SystemeFichiers();
+  if (cree && !systeme.Existe(Globales.cabinet)) {
+    if (const int erreur = systeme.CreeDossier(Globales.cabinet)) {
+      Refuse(3008, {DepuisUtf8(Globales.cabinet).value_or(Globales.cabinet) + " : " + TexteErreurSysteme(erreur)});
+      return false;
+    }
+  }
+  const auto motDePasse = DepuisUtf8(Globales.motDePasse);
+  if (!Magasin.QVOpenCompta(Globales.cabinet, motDePasse.value_or(std::string()))) {
+    const int code = Magasin.QVFileErrorCode();
+    if (code == ErrMotDePasse)
+      Refuse(3074, {});
+    else if (code == ErrOccupe)
+      Refuse(ErrCabinetOccupe, {Magasin.QVDetenteur()});
+    else
+      RefuseMagasin();
+    return false;
+  }
+  App.PathCabinet = Magasin.PathCabinet();
+  App.PathProgrammes = m_pathProgrammes;
+  return true;
+}
+
+bool Contexte::TrouveExercice(std::string& nom) {
+  const auto liste = Magasin.ListeExercices();
+  const auto existe = [&](const std::string& n) { return std::find(liste.begin(), liste.end(), n) != liste.end(); };
+  if (!Globales.exercice.empty()) {
+    nom = DepuisUtf8(Globales.exercice).value_or(Globales.exercice);
+    if (existe(nom)) return true;
+    Refuse(ErrExerciceInconnu, {nom});
+    return false;
+  }
+  nom = App.Reglages.LitIni(Texte(SecActivite), Texte(CleExercice));
+  if (!nom.empty() && existe(nom)) return true;
+  nom = Magasin.GetLastExercice();
+  if (!nom.empty()) return true;
+  Refuse(ErrAucunExercice, {});
+  return false;
+}
+
+bool Contexte::OuvreExercice(const std::string& nom) {
+  if (!Magasin.QVOpenExercice(nom)) {
+    RefuseMagasin();
+    return false;
+  }
+  App.NomExercice = nom;
+  App.PathExercice = Magasin.PathExercice();
+  App.ExerciceOuvert = 1;
+  return true;
+}
+
+bool Contexte::OuvreExercice() {
+  std::string nom;
+  return TrouveExercice(nom) && OuvreExercice(nom);
+}
+
+int Contexte::Termine(int statut) {
+  if (!Vide()) statut = std::max(statut, int{StatutRefuse});
+  if (m_sessionOuverte) {
+    m_sessionOuverte = false;
+    Magasin.QVCloseExercice();
+    Oublie();
+    if (!Magasin.QVCloseSession()) statut = std::max(statut, RefuseMagasin());
+  }
+  // Told, though the work itself was done.
+  for (const std::string& phrase : Magasin.AvertissementsMagasin())
+    m_erreurs << "Attention : " << VersUtf8(SurUneLigne(phrase)) << std::endl;
+  return statut;
+}
+
+int Contexte::Refuse(unsigned numero, const std::string& texte, u32 ligne) {
+  std::string message = "Erreur " + std::to_string(numero);
+  // The text of ErrLigneIllisible names its line itself.
+  if (ligne != 0 && numero != ErrLigneIllisible) message += ", ligne " + std::to_string(ligne);
+  m_erreurs << message << " : " << VersUtf8(SurUneLigne(texte)) << std::endl;
+  return StatutRefuse;
+}
+
+int Contexte::Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne) {
+  return Refuse(numero, TexteErreur(numero, arguments), ligne);
+}
+
+void Contexte::DernierEchec(unsigned& numero, std::string& texte) {
+  if (!m_texteMagasin.empty()) {
+    numero = m_numeroMagasin != 0 ? m_numeroMagasin : unsigned{ErrMagasin};
+    texte = m_texteMagasin;
+  } else if (Dialogue.Numero() != 0 || !Dialogue.Texte().empty()) {
+    numero = Dialogue.Numero() != 0 ? Dialogue.Numero() : unsigned{ErrMagasin};
+    texte = Dialogue.Texte();
+  } else {
+    numero = ErrMagasin;
+    texte = Magasin.QVErreurTexte(Magasin.QVFileErrorCode());
+    const std::string fichier = Magasin.QVFichierErreur();
+    if (!fichier.empty()) texte += " : " + DepuisUtf8(fichier).value_or(fichier);
+  }
+  Oublie();
+}
+
+void Contexte::Oublie() {
+  m_numeroMagasin = 0;
+  m_texteMagasin.clear();
+  Dialogue.Oublie();
+}
+
+int Contexte::RefuseMagasin() {
+  unsigned numero = 0;
+  std::string texte;
+  DernierEchec(numero, texte);
+  return Refuse(numero, texte);
+}
+
+bool Contexte::FinDeCle() const {
+  const int code = Magasin.QVFileErrorCode();
+  return code == ErrAucune || code == ErrCleAbsente;
+}
+
+bool Contexte::Ecrit(const std::string& utf8) {
+  if (m_sortiePerdue) return false;
+  m_sortie.write(utf8.data(), static_cast<std::streamsize>(utf8.size()));
+  if (m_sortie.good()) return true;
+  m_sortiePerdue = true;
+  Refuse(3022, {});
+  return false;
+}
+
+bool Contexte::Vide() {
+  if (m_sortiePerdue) return false;
+  m_sortie.flush();
+  return Ecrit({});
+}
+
+}  // namespace fenlor

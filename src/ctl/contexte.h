@@ -1,0 +1,85 @@
+// What every command of fenlorctl works with: the open practice, the session,
+// the streams, and one way to tell a failure.
+#pragma once
+
+#include <initializer_list>
+#include <istream>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+#include "ctl/ctl.h"
+#include "ctl/dialoguectl.h"
+
+namespace fenlor {
+
+/// Options that stand before or behind any command, as typed.
+struct OptionsGlobales {
+  std::string cabinet;
+  std::string exercice;
+  std::string aujourdhui;
+  std::string motDePasse;
+  bool json = false;
+  bool oui = false;
+};
+
+class Contexte {
+ public:
+  Contexte(const OptionsGlobales& globales, const OptionsCtl& options, std::istream& entree, std::ostream& sortie,
+           std::ostream& erreurs);
+  ~Contexte();
+  Contexte(const Contexte&) = delete;
+  Contexte& operator=(const Contexte&) = delete;
+
+  /// Opens session and practice; `cree`: makes a directory that does not exist.
+  /// False: told.
+  bool OuvreCabinet(bool cree);
+  /// Finds the exercice of the command line, of the settings, or the last one.
+  /// False: there is none, told.
+  bool TrouveExercice(std::string& nom);
+  /// Opens it. False: told.
+  bool OuvreExercice(const std::string& nom);
+  bool OuvreExercice();
+  /// Closes what is open and flushes the output; the command's final status.
+  int Termine(int statut);
+
+  /// Tells a numbered refusal, with the input line when it is not 0. Returns
+  /// StatutRefuse.
+  int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
+  int Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne = 0);
+  /// Tells what the store or the dialogue said last, or the store's error code.
+  int RefuseMagasin();
+  /// The same as number and text, and forgets it.
+  void DernierEchec(unsigned& numero, std::string& texte);
+  void Oublie();
+  /// After a walk along a key: it went to the end, and did not fail on the way.
+  bool FinDeCle() const;
+
+  /// Writes UTF-8. False, told once, when the output fails.
+  bool Ecrit(const std::string& utf8);
+  bool Vide();
+
+  const OptionsGlobales& Globales;
+  std::istream& Entree;
+  DialogueCtl Dialogue;
+  QVAPI Magasin;
+  CFenlorApp App;
+
+ private:
+  u32 Evenement(u32 evenement, u32 valeur, const std::string& texte);
+
+  std::ostream& m_sortie;
+  std::ostream& m_erreurs;
+  std::string m_pathProgrammes;
+  bool m_sessionOuverte = false;
+  bool m_sortiePerdue = false;
+  unsigned m_numeroMagasin = 0;
+  std::string m_texteMagasin;
+};
+
+/// Text of one line: line ends and tabs become blanks.
+std::string SurUneLigne(const std::string& texte);
+
+}  // namespace fenlor

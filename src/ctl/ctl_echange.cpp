@@ -1,0 +1,196 @@
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "core/btfiles.h"
+#include "ctl/commandes.h"
+#include "ctl/enregistrementjson.h"
+#include "ctl/ouverture.h"
+#include "store/definitions.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+using Suite = std::function<bool(const void* rec)>;
+
+bool ParcoursCle(Contexte& contexte, const DefinitionFichier& definition, int cle, const Suite& suite) {
+  QVAPI& magasin = contexte.Magasin;
+  std::vector<u8> rec(definition.taille);
+  const u16 numCle = static_cast<u16>(definition.premiereCle + cle);
+  std::string texte;
+  for (Position p = magasin.QVFirstKey(numCle, texte); p != 0; p = magasin.QVNextKey(numCle, texte))
+    if (!magasin.QVReadRec(definition.numero, p, rec.data()) || !suite(rec.data())) return false;
+  return contexte.FinDeCle();
+}
+
+bool ParcoursAuto(QVAPI& magasin, u32 poignee, const Suite& suite) {
+  const u32 nombre = magasin.GetEcrituresAutoRec(poignee);
+  for (u32 i = 1; i <= nombre; ++i) {
+    EcrituresAuto rec{};
+    if (!magasin.ReadEcrituresAuto(i, rec, poignee) || !suite(&rec)) return false;
+  }
+  return true;
+}
+
+/// Adds records, one at a time, by the way that is their file's.
+class Ajouteur {
+ public:
+  Ajouteur(CFenlorApp& app, const DefinitionFichier& definition)
+      : m_app(app), m_definition(definition), m_ouverture(app.Magasin, definition.numero) {
+    switch (definition.numero) {
+      case FichierComptes: m_fichier = std::make_unique<CPlan>(app, app.PathExercice); break;
+      case FichierJournal: m_fichier = std::make_unique<CLines>(app, app.PathExercice); break;
+      case FichierRubriques: m_fichier = std::make_unique<CRubriques>(app, app.PathExercice); break;
+      case FichierBanques: m_fichier = std::make_unique<CBanques>(app, app.PathExercice); break;
+      case FichierImmo: m_fichier = std::make_unique<CImmobilisations>(app, app.PathCabinet); break;
+      case FichierAmo: m_fichier = std::make_unique<CAmortissements>(app, app.PathCabinet); break;
+      default: break;
+    }
+  }
+
+  bool Ouvre() { return m_ouverture && (!m_fichier || m_fichier->OpenFile()); }
+
+  bool Ajoute(void* rec) {
+    QVAPI& magasin = m_app.Magasin;
+    switch (m_definition.numero) {
+      case FichierRecettes: return magasin.WriteRecettes(*static_cast<RecetteLiee*>(rec)) != 0;
+      case FichierDepenses: return magasin.WriteDepenses(*static_cast<DepenseLiee*>(rec)) != 0;
+      case FichierAuto: {
+        auto& automatique = *static_cast<EcrituresAuto*>(rec);
+        if (automatique.Numero > magasin.GetEcrituresAutoRec(m_ouverture.Poignee)) automatique.Numero = 0;
+        return magasin.WriteEcrituresAuto(automatique, m_ouverture.Poignee);
+      }
+      default:
+        m_fichier->ClearRec();
+        std::memcpy(m_fichier->GetRec(), rec, m_definition.taille);
+        return m_fichier->Add();
+    }
+  }
+
+ private:
+  CFenlorApp& m_app;
+  const DefinitionFichier& m_definition;
+  Ouverture m_ouverture;
+  std::unique_ptr<CBTFiles> m_fichier;
+};
+
+RefusLigne Manquant(const char* champ) { return {ErrChampManquant, TexteErreur(ErrChampManquant, {champ})}; }
+
+RefusLigne ControleNumero(const char* champ, u32 numero) {
+  if (numero == 0) return Manquant(champ);
+  if (numero != 0xFFFFFFFF) return {};
+  return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {champ, "ce numéro est réservé."_w})};
+}
+
+/// What a record cannot do without: a rebuild of its file would drop it.
+RefusLigne ControleCle(u16 numFichier, const void* rec) {
+  RefusLigne refus;
+  switch (numFichier) {
+    case FichierComptes: {
+      const auto& plan = *static_cast<const Plan*>(rec);
+      if (plan.Compte[0] == 0) return Manquant("Compte");
+      if (plan.Type < Tresorerie || plan.Type > Autre)
+        return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {"Type", "un entier de 0 à 4 est attendu."_w})};
+      return {};
+    }
+    case FichierJournal: {
+      const auto& ligne = *static_cast<const Line*>(rec);
+      refus = ControleNumero("Mouvement", ligne.Mouvement);
+      if (!refus && ligne.Compte[0] == 0) refus = Manquant("Compte");
+      return refus;
+    }
+    case FichierRubriques: return static_cast<const Rubrique*>(rec)->Rubrique[0] ? refus : Manquant("Rubrique");
+    case FichierBanques: return static_cast<const Banque*>(rec)->Compte[0] ? refus : Manquant("Compte");
+    case FichierImmo: return ControleNumero("Numero", static_cast<const Immobilisation*>(rec)->Numero);
+    case FichierAmo: {
+      const auto& amo = *static_cast<const Amortissement*>(rec);
+      refus = ControleNumero("Numero", amo.Numero);
+      return refus ? refus : ControleNumero("Annee", amo.Annee);
+    }
+    default: return {};
+  }
+}
+
+}  // namespace
+
+int CommandeExporter(Contexte& contexte, const OptionsEchange& options) {
+  const DefinitionFichier& definition = *DefinitionNom(options.nom);
+  if (!definition.duCabinet && !contexte.OuvreExercice()) return StatutRefuse;
+  const Ouverture ouverture(contexte.Magasin, definition.numero);
+  if (!ouverture) return contexte.RefuseMagasin();
+
+  const auto champs = Champs(definition.numero);
+  std::string ligne;
+  bool ecrit = true;
+  const Suite suite = [&](const void* rec) {
+    ligne.clear();
+    AjouteEnregistrement(ligne, champs, rec);
+    return ecrit = contexte.Ecrit(ligne);
+  };
+  const bool lu = options.cle >= 0 ? ParcoursCle(contexte, definition, options.cle, suite)
+                  : definition.numero == FichierAuto
+                      ? ParcoursAuto(contexte.Magasin, ouverture.Poignee, suite)
+                      : contexte.Magasin.QVParcours(definition.numero,
+                                                    [&](Position, const void* rec) { return suite(rec); });
+  if (!ecrit) return StatutRefuse;
+  return lu ? StatutFait : contexte.RefuseMagasin();
+}
+
+int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
+  const DefinitionFichier& definition = *DefinitionNom(options.nom);
+  std::ifstream fichier;
+  if (options.source != "-") {
+    fichier.open(options.source, std::ios::binary);
+    if (!fichier) return contexte.Refuse(3117, {DepuisUtf8(options.source).value_or(options.source)});
+  }
+  if (!definition.duCabinet) {
+    if (!contexte.OuvreExercice()) return StatutRefuse;
+    if (contexte.App.Reglages.IsExerciceCloture()) return contexte.Refuse(3056, {});
+  }
+  Ajouteur ajouteur(contexte.App, definition);
+  if (!ajouteur.Ouvre()) return contexte.RefuseMagasin();
+
+  const auto champs = Champs(definition.numero);
+  std::vector<u8> rec(definition.taille);
+  LecteurLignes lignes(options.source == "-" ? contexte.Entree : fichier);
+  u32 importes = 0, refuses = 0;
+  QVAPI::Unite unite(contexte.Magasin);
+  std::string ligne;
+  bool tropLongue = false;
+  while (lignes.Suivante(ligne, tropLongue)) {
+    Json objet;
+    RefusLigne refus = tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
+    if (!refus) refus = LitEnregistrement(objet, champs, rec.data());
+    if (!refus) refus = ControleCle(definition.numero, rec.data());
+    if (refus) {
+      ++refuses;
+      contexte.Refuse(refus.numero, refus.texte, lignes.Numero());
+      continue;
+    }
+    if (!ajouteur.Ajoute(rec.data())) return contexte.RefuseMagasin();
+    ++importes;
+  }
+  if (lignes.Erreur()) return contexte.Refuse(3066, {}, lignes.Numero() + 1);
+  if (definition.numero == FichierJournal && importes > 0) {
+    Statistiques statistiques{};
+    if (!contexte.Magasin.QVCalculCompta(contexte.App.NomExercice, statistiques)) return contexte.RefuseMagasin();
+  }
+  if (!unite.Valide()) return contexte.RefuseMagasin();
+
+  const bool ecrit =
+      contexte.Globales.json
+          ? contexte.Ecrit(LigneJson()
+                               .Texte("fichier", definition.nom)
+                               .Entier("importes", importes)
+                               .Entier("refuses", refuses)
+                               .Fin())
+          : contexte.Ecrit(std::string(definition.nom) + " : " + std::to_string(importes) +
+                           " enregistrement(s) importé(s), " + std::to_string(refuses) + " refusé(s).\n");
+  return ecrit && refuses == 0 ? StatutFait : StatutRefuse;
+}
+
+}  // namespace fenlor

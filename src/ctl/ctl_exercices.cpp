@@ -1,0 +1,103 @@
+#include "ctl/commandes.h"
+#include "ctl/json.h"
+#include "session/exercices.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// The form's values from the command line. What is not asked for is that of the
+/// last exercice, else Franc, and Euro for a period that ends after the change.
+FormulaireExercice Formulaire(CFenlorApp& app, const std::string& nom, const OptionsCreer& options) {
+  FormulaireExercice f = NouvelExercice(app);
+  const std::string dernier = app.Magasin.GetLastExercice();
+  const Date debut = GetDate(options.debut), fin = GetDate(options.fin);
+  f.euro = !dernier.empty() && app.Reglages.IsEuro(dernier);
+  if (options.debut.empty()) {
+    ChangeAnnee(f, nom);
+  } else {
+    if (Annee(debut) == Annee(fin))
+      ChangeAnnee(f, std::to_string(Annee(debut)));
+    else if (dernier.empty())
+      f.euro = fin > FaitDate(17, 2, 2002);
+    f.annuel = false;
+    f.annee = nom;
+    f.debut = debut;
+    f.fin = fin;
+  }
+  f.tva = options.tva;
+  if (options.euro) f.euro = true;
+  if (options.franc) f.euro = false;
+  return f;
+}
+
+struct EtatExercice {
+  std::string nom, debut, fin, cloture;
+  bool euro, tva, courant;
+};
+
+std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
+
+}  // namespace
+
+int CommandeCreer(Contexte& contexte, const OptionsCreer& options) {
+  CFenlorApp& app = contexte.App;
+  const std::string& utf8 = contexte.Globales.exercice;
+  const std::string nom = DepuisUtf8(utf8).value_or(utf8);
+  const FormulaireExercice f = Formulaire(app, nom, options);
+  if (!CreeExercice(app, f)) return contexte.RefuseMagasin();
+  if (contexte.Globales.json)
+    return contexte.Ecrit(LigneJson()
+                              .Texte("nom", nom)
+                              .Texte("debut", StrDate(f.debut))
+                              .Texte("fin", StrDate(f.fin))
+                              .Booleen("euro", f.euro)
+                              .Booleen("tva", f.tva)
+                              .Fin())
+               ? StatutFait
+               : StatutRefuse;
+  const std::string phrase = "Exercice "_w + nom + " créé, du "_w + StrDate(f.debut) + " au " + StrDate(f.fin) +
+                             ", tenu en "_w + Texte(f.euro ? MotEuro : MotFranc) + ".\n";
+  return contexte.Ecrit(VersUtf8(phrase)) ? StatutFait : StatutRefuse;
+}
+
+int CommandeExercices(Contexte& contexte) {
+  Parametres& reglages = contexte.App.Reglages;
+  const std::string courant = reglages.LitIni(Texte(SecActivite), Texte(CleExercice));
+  if (!contexte.Globales.json && !contexte.Ecrit("   Exercice  Début       Fin         Monnaie  T.V.A.  Clôture\n"))
+    return StatutRefuse;
+  for (const std::string& nom : contexte.Magasin.ListeExercices()) {
+    const EtatExercice e{nom,
+                         reglages.LitIniExercice(nom, Texte(CleDebut)),
+                         reglages.LitIniExercice(nom, Texte(CleFin)),
+                         reglages.LitIniExercice(nom, Texte(CleCloture)),
+                         reglages.IsEuro(nom),
+                         reglages.IsTVA(nom),
+                         nom == courant};
+    std::string ligne;
+    if (contexte.Globales.json) {
+      ligne = LigneJson()
+                  .Texte("nom", e.nom)
+                  .Texte("debut", e.debut)
+                  .Texte("fin", e.fin)
+                  .Booleen("euro", e.euro)
+                  .Booleen("tva", e.tva)
+                  .Texte("cloture", e.cloture)
+                  .Booleen("courant", e.courant)
+                  .Fin();
+    } else {
+      const auto colonne = [](std::string texte, std::size_t largeur) {
+        texte.resize(std::max(texte.size(), largeur), ' ');
+        return texte;
+      };
+      ligne = VersUtf8(colonne(e.courant ? " * " : "", 3) + colonne(e.nom, 10) + colonne(e.debut, 12) +
+                       colonne(e.fin, 12) + colonne(Texte(e.euro ? MotEuro : MotFranc), 9) + colonne(OuiNon(e.tva), 8) +
+                       (e.cloture.empty() ? "ouvert"_w : e.cloture) + "\n");
+    }
+    if (!contexte.Ecrit(ligne)) return StatutRefuse;
+  }
+  return StatutFait;
+}
+
+}  // namespace fenlor

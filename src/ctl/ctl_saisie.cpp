@@ -1,0 +1,106 @@
+#include <fstream>
+#include <optional>
+
+#include "ctl/commandes.h"
+#include "ctl/saisisseur.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// Gives the answers out, one line for each; keeps them back until the end when
+/// the whole input is one unit.
+class Reponses {
+ public:
+  Reponses(Contexte& contexte, bool retenues) : m_contexte(contexte), m_retenir(retenues) {}
+
+  /// False when the output is lost.
+  bool Ajoute(ReponseSaisie&& reponse) {
+    if (reponse.erreur) m_refus = true;
+    if (m_retenir) {
+      m_retenues.push_back(std::move(reponse));
+      return true;
+    }
+    return Dit(reponse) && m_contexte.Vide();
+  }
+  /// The unit was not saved: what looked done is refused.
+  void RefuseTout(unsigned numero, const std::string& texte) {
+    m_refus = true;
+    for (ReponseSaisie& reponse : m_retenues) {
+      if (reponse.erreur) continue;
+      reponse.erreur = numero;
+      reponse.texte = texte;
+    }
+  }
+  bool Donne() {
+    for (const ReponseSaisie& reponse : m_retenues)
+      if (!Dit(reponse)) return false;
+    return m_contexte.Vide();
+  }
+  bool Refus() const { return m_refus; }
+
+ private:
+  bool Dit(const ReponseSaisie& reponse) {
+    LigneJson ligne;
+    ligne.Entier("entree", reponse.entree);
+    if (reponse.erreur)
+      ligne.Entier("erreur", reponse.erreur).Texte("texte", reponse.texte);
+    else
+      ligne.Entier("mouvement", reponse.mouvement).Entier("ligne", reponse.ligne);
+    if (reponse.erreur) m_contexte.Refuse(reponse.erreur, reponse.texte, reponse.entree);
+    return m_contexte.Ecrit(ligne.Fin());
+  }
+
+  Contexte& m_contexte;
+  bool m_retenir;
+  bool m_refus = false;
+  std::vector<ReponseSaisie> m_retenues;
+};
+
+}  // namespace
+
+int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
+  std::ifstream fichier;
+  if (options.fichier != "-") {
+    fichier.open(options.fichier, std::ios::binary);
+    if (!fichier) return contexte.Refuse(3117, {DepuisUtf8(options.fichier).value_or(options.fichier)});
+  }
+  if (!contexte.OuvreExercice()) return StatutRefuse;
+  Saisisseur saisisseur(contexte);
+  if (!saisisseur.Prepare()) return contexte.RefuseMagasin();
+
+  LecteurLignes lignes(options.fichier == "-" ? contexte.Entree : fichier);
+  Reponses reponses(contexte, options.tout);
+  std::optional<QVAPI::Unite> unite;
+  if (options.tout) unite.emplace(contexte.Magasin);
+  std::string ligne;
+  bool tropLongue = false;
+  while (lignes.Suivante(ligne, tropLongue)) {
+    ReponseSaisie reponse;
+    if (tropLongue) {
+      const RefusLigne refus = RefusLigneTropLongue(lignes.Numero());
+      reponse.entree = lignes.Numero();
+      reponse.erreur = refus.numero;
+      reponse.texte = refus.texte;
+    } else {
+      reponse = saisisseur.Traite(ligne, lignes.Numero());
+    }
+    if (!reponses.Ajoute(std::move(reponse))) return StatutRefuse;
+  }
+
+  int statut = StatutFait;
+  if (lignes.Erreur()) statut = contexte.Refuse(3066, {}, lignes.Numero() + 1);
+  if (unite && statut != StatutFait) {
+    reponses.RefuseTout(3066, Texte(3066));
+  } else if (unite && !unite->Valide()) {
+    unsigned numero = 0;
+    std::string texte;
+    contexte.DernierEchec(numero, texte);
+    reponses.RefuseTout(numero, texte);
+  }
+  if (!reponses.Donne() || reponses.Refus()) statut = StatutRefuse;
+  return statut;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,47 @@
+// The answers of fenlorctl to what a rule tells and asks.
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "core/dialogue.h"
+
+namespace fenlor {
+
+/// Keeps the last failure or question. A question is answered yes when the user
+/// gave --oui or when the command itself is the order that it asks about; else
+/// no. A question whose yes would open a form ("Cliquez sur 'OK' pour le choisir")
+/// and an offer to try again are always declined. Progress is ignored.
+class DialogueCtl : public Dialogue {
+ public:
+  explicit DialogueCtl(bool oui) : m_oui(oui) {}
+
+  void Erreur(unsigned numero, const std::string& texte) override;
+  int Message(unsigned style, unsigned numero, const std::string& texte) override;
+  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
+  void FermeProgress() override {}
+  void SetTexte(const std::string&) override {}
+  void SetMax(u32) override {}
+  void SetPos(u32) override {}
+  void Step() override {}
+  bool IsAborted() override { return false; }
+
+  /// Questions of these numbers count as answered by the command line itself.
+  void Ordonne(std::set<unsigned> questions) { m_ordonnees = std::move(questions); }
+  void Oublie();
+  bool Oui() const { return m_oui; }
+  /// Number and text of the last failure, or of the last question declined.
+  unsigned Numero() const { return m_numero; }
+  const std::string& Texte() const { return m_texte; }
+  /// Text of the last message that asks nothing.
+  const std::string& Information() const { return m_information; }
+
+ private:
+  bool m_oui;
+  std::set<unsigned> m_ordonnees;
+  unsigned m_numero = 0;
+  std::string m_texte;
+  std::string m_information;
+};
+
+}  // namespace fenlor

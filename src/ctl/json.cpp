@@ -1,0 +1,319 @@
+#include "ctl/json.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "core/textes.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+bool EstBlanche(const std::string& ligne) { return ligne.find_first_not_of(" \t\r") == std::string::npos; }
+
+/// Offset of the first byte that is not UTF-8; npos when all is well.
+std::size_t FauteUtf8(std::string_view texte) {
+  std::size_t i = 0;
+  while (i < texte.size()) {
+    const auto c = static_cast<unsigned char>(texte[i]);
+    if (c < 0x80) {
+      ++i;
+      continue;
+    }
+    const std::size_t suite = c >= 0xC2 && c <= 0xDF ? 1 : c >= 0xE0 && c <= 0xEF ? 2 : c >= 0xF0 && c <= 0xF4 ? 3 : 0;
+    if (suite == 0 || texte.size() - i <= suite) return i;
+    for (std::size_t k = 1; k <= suite; ++k) {
+      const auto d = static_cast<unsigned char>(texte[i + k]);
+      unsigned char bas = 0x80, haut = 0xBF;
+      if (k == 1) {
+        if (c == 0xE0) bas = 0xA0;
+        if (c == 0xED) haut = 0x9F;
+        if (c == 0xF0) bas = 0x90;
+        if (c == 0xF4) haut = 0x8F;
+      }
+      if (d < bas || d > haut) return i;
+    }
+    i += suite + 1;
+  }
+  return std::string_view::npos;
+}
+
+/// Deepest nesting of brackets outside texts.
+unsigned Profondeur(std::string_view texte) {
+  unsigned profondeur = 0, maximum = 0;
+  bool dansTexte = false;
+  for (std::size_t i = 0; i < texte.size(); ++i) {
+    const char c = texte[i];
+    if (dansTexte) {
+      if (c == '\\')
+        ++i;
+      else if (c == '"')
+        dansTexte = false;
+    } else if (c == '"') {
+      dansTexte = true;
+    } else if (c == '{' || c == '[') {
+      maximum = std::max(maximum, ++profondeur);
+    } else if ((c == '}' || c == ']') && profondeur > 0) {
+      --profondeur;
+    }
+  }
+  return maximum;
+}
+
+RefusLigne Illisible(u32 numero, const std::string& raison) {
+  return {ErrLigneIllisible, TexteErreur(ErrLigneIllisible, {std::to_string(numero), raison})};
+}
+
+}  // namespace
+
+bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
+  constexpr int fin = std::char_traits<char>::eof();
+  std::streambuf* tampon = m_entree.rdbuf();
+  for (;;) {
+    ligne.clear();
+    tropLongue = false;
+    bool lu = false;
+    int c = fin;
+    try {
+      while ((c = tampon->sbumpc()) != fin) {
+        lu = true;
+        if (c == '\n') break;
+        if (ligne.size() < TailleLigneMax)
+          ligne.push_back(static_cast<char>(c));
+        else
+          tropLongue = true;
+      }
+    } catch (const std::exception&) {
+      m_entree.setstate(std::ios::badbit);
+      return false;
+    }
+    if (!lu) return false;
+    ++m_numero;
+    if (!ligne.empty() && ligne.back() == '\r') ligne.pop_back();
+    if (tropLongue || !EstBlanche(ligne)) return true;
+    if (c == fin) return false;
+  }
+}
+
+RefusLigne RefusLigneTropLongue(u32 numero) {
+  return Illisible(numero, "plus de "_w + std::to_string(TailleLigneMax) + " octets."_w);
+}
+
+RefusLigne LitObjet(const std::string& ligne, u32 numero, Json& objet) {
+  const std::size_t faute = FauteUtf8(ligne);
+  if (faute != std::string_view::npos)
+    return Illisible(numero, "l'octet "_w + std::to_string(faute + 1) + " n'est pas de l'UTF-8."_w);
+  if (Profondeur(ligne) > ProfondeurMax)
+    return Illisible(numero, "plus de "_w + std::to_string(ProfondeurMax) + " niveaux imbriqués."_w);
+  try {
+    objet = Json::parse(ligne);
+  } catch (const Json::parse_error& e) {
+    return Illisible(numero, "le texte JSON est incorrect au caractère "_w + std::to_string(e.byte) + "."_w);
+  } catch (const Json::exception&) {
+    return Illisible(numero, "un nombre dépasse les limites."_w);
+  }
+  if (!objet.is_object()) return Illisible(numero, "un objet JSON est attendu."_w);
+  return {};
+}
+
+LecteurChamps::LecteurChamps(const Json& objet, RefusLigne& refus, std::string prefixe)
+    : m_objet(objet), m_refus(refus), m_prefixe(std::move(prefixe)) {}
+
+const Json* LecteurChamps::Trouve(const char* nom) {
+  m_noms.push_back(nom);
+  const auto it = m_objet.find(nom);
+  if (it == m_objet.end()) return nullptr;
+  ++m_trouves;
+  return &*it;
+}
+
+bool LecteurChamps::Invalide(const std::string& nom, const std::string& raison) {
+  if (!m_refus) m_refus = {ErrChampInvalide, TexteErreur(ErrChampInvalide, {m_prefixe + nom, raison})};
+  return false;
+}
+
+bool LecteurChamps::Manquant(const std::string& nom) {
+  if (!m_refus) m_refus = {ErrChampManquant, TexteErreur(ErrChampManquant, {m_prefixe + nom})};
+  return false;
+}
+
+bool LecteurChamps::Texte(const char* nom, std::size_t longueurMax, std::optional<std::string>& valeur) {
+  const Json* champ = Trouve(nom);
+  if (!champ) return true;
+  if (!champ->is_string()) return Invalide(nom, "un texte est attendu."_w);
+  auto texte = DepuisUtf8(champ->get_ref<const std::string&>());
+  if (!texte) return Invalide(nom, "un caractère ne peut pas être enregistré (Windows-1252)."_w);
+  for (const char c : *texte)
+    if (static_cast<unsigned char>(c) < 32) return Invalide(nom, "un caractère de contrôle est interdit."_w);
+  if (texte->size() > longueurMax) {
+    if (!m_refus)
+      m_refus = {ErrTexteTropLong, TexteErreur(ErrTexteTropLong, {m_prefixe + nom, std::to_string(longueurMax)})};
+    return false;
+  }
+  valeur = std::move(*texte);
+  return true;
+}
+
+bool LecteurChamps::Montant(const char* nom, std::optional<f64>& valeur) {
+  const Json* champ = Trouve(nom);
+  if (!champ) return true;
+  if (!champ->is_number()) return Invalide(nom, "un nombre est attendu."_w);
+  valeur = champ->get<f64>();
+  return true;
+}
+
+bool LecteurChamps::Entier(const char* nom, i64 minimum, i64 maximum, std::optional<i64>& valeur) {
+  const Json* champ = Trouve(nom);
+  if (!champ) return true;
+  const bool grand = champ->is_number_unsigned() && champ->get<u64>() > u64{std::numeric_limits<i64>::max()};
+  if (!champ->is_number_integer() || grand || champ->get<i64>() < minimum || champ->get<i64>() > maximum)
+    return Invalide(nom, "un entier de "_w + std::to_string(minimum) + " à "_w + std::to_string(maximum) + " est attendu."_w);
+  valeur = champ->get<i64>();
+  return true;
+}
+
+bool LecteurChamps::Booleen(const char* nom, std::optional<bool>& valeur) {
+  const Json* champ = Trouve(nom);
+  if (!champ) return true;
+  if (!champ->is_boolean()) return Invalide(nom, "true ou false est attendu."_w);
+  valeur = champ->get<bool>();
+  return true;
+}
+
+bool LecteurChamps::Mot(const char* nom, std::initializer_list<const char*> mots, std::optional<std::size_t>& valeur) {
+  const Json* champ = Trouve(nom);
+  if (!champ) return true;
+  std::string attendus;
+  std::size_t indice = 0;
+  for (const char* mot : mots) {
+    if (champ->is_string() && CompareSansCasse(champ->get_ref<const std::string&>(), mot) == 0) {
+      valeur = indice;
+      return true;
+    }
+    attendus += (indice++ ? ", " : "") + std::string(mot);
+  }
+  return Invalide(nom, "valeurs possibles : "_w + attendus + "."_w);
+}
+
+bool LecteurChamps::Liste(const char* nom, const Json*& valeur) {
+  valeur = Trouve(nom);
+  if (!valeur) return true;
+  if (!valeur->is_array()) return Invalide(nom, "une liste est attendue."_w);
+  for (const Json& element : *valeur)
+    if (!element.is_object()) return Invalide(nom, "une liste d'objets est attendue."_w);
+  return true;
+}
+
+bool LecteurChamps::RienDautre() {
+  if (m_refus) return false;
+  if (m_trouves == m_objet.size()) return true;
+  for (const auto& [cle, valeur] : m_objet.items()) {
+    bool connu = false;
+    for (const char* nom : m_noms) connu = connu || cle == nom;
+    if (connu) continue;
+    const auto texte = DepuisUtf8(cle.substr(0, 80));
+    m_refus = {ErrChampInconnu, TexteErreur(ErrChampInconnu, {m_prefixe + texte.value_or("?")})};
+    return false;
+  }
+  return true;
+}
+
+void AjouteTexteJson(std::string& sortie, std::string_view texte) {
+  static constexpr char chiffres[] = "0123456789abcdef";
+  sortie.push_back('"');
+  std::size_t debut = 0;
+  const auto verse = [&](std::size_t fin) {
+    if (fin > debut) sortie += VersUtf8(texte.substr(debut, fin - debut));
+  };
+  for (std::size_t i = 0; i < texte.size(); ++i) {
+    const auto c = static_cast<unsigned char>(texte[i]);
+    if (c >= 32 && c != '"' && c != '\\' && c != 127) continue;
+    verse(i);
+    debut = i + 1;
+    switch (c) {
+      case '"': sortie += "\\\""; break;
+      case '\\': sortie += "\\\\"; break;
+      case '\n': sortie += "\\n"; break;
+      case '\r': sortie += "\\r"; break;
+      case '\t': sortie += "\\t"; break;
+      default:
+        sortie += "\\u00";
+        sortie.push_back(chiffres[c >> 4]);
+        sortie.push_back(chiffres[c & 15]);
+    }
+  }
+  verse(texte.size());
+  sortie.push_back('"');
+}
+
+void AjouteNombreJson(std::string& sortie, f64 nombre) {
+  if (!std::isfinite(nombre)) {
+    sortie += "null";
+    return;
+  }
+  // "-0" would read back as the integer 0.
+  if (nombre == 0 && std::signbit(nombre)) {
+    sortie += "-0.0";
+    return;
+  }
+  char tampon[400];
+  const auto [fin, erreur] = std::to_chars(tampon, tampon + sizeof tampon, nombre);
+  sortie.append(tampon, erreur == std::errc() ? fin : tampon);
+}
+
+void AjouteEntierJson(std::string& sortie, i64 nombre) {
+  char tampon[24];
+  const auto fin = std::to_chars(tampon, tampon + sizeof tampon, nombre).ptr;
+  sortie.append(tampon, fin);
+}
+
+void LigneJson::Nom(const char* nom) {
+  if (m_texte.size() > 1) m_texte.push_back(',');
+  m_texte += '"';
+  m_texte += nom;
+  m_texte += "\":";
+}
+
+LigneJson& LigneJson::Texte(const char* nom, std::string_view texte) {
+  Nom(nom);
+  AjouteTexteJson(m_texte, texte);
+  return *this;
+}
+
+LigneJson& LigneJson::Nombre(const char* nom, f64 nombre) {
+  Nom(nom);
+  AjouteNombreJson(m_texte, nombre);
+  return *this;
+}
+
+LigneJson& LigneJson::Entier(const char* nom, i64 nombre) {
+  Nom(nom);
+  AjouteEntierJson(m_texte, nombre);
+  return *this;
+}
+
+LigneJson& LigneJson::Booleen(const char* nom, bool valeur) {
+  Nom(nom);
+  m_texte += valeur ? "true" : "false";
+  return *this;
+}
+
+LigneJson& LigneJson::Textes(const char* nom, const std::vector<std::string>& textes) {
+  Nom(nom);
+  m_texte.push_back('[');
+  for (std::size_t i = 0; i < textes.size(); ++i) {
+    if (i) m_texte.push_back(',');
+    AjouteTexteJson(m_texte, textes[i]);
+  }
+  m_texte.push_back(']');
+  return *this;
+}
+
+std::string LigneJson::Fin() {
+  m_texte += "}\n";
+  return std::move(m_texte);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,49 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+
+#include "ctl/ctl.h"
+
+namespace {
+
+/// Keeps the numbers of the standard streams taken, or a file of the practice
+/// could get one of them and be written over with messages. A closed output
+/// stays one that fails.
+void GardeFluxStandard() {
+  for (int flux = 0; flux <= 2; ++flux)
+    if (fcntl(flux, F_GETFD) == -1) (void)!open("/dev/null", flux == 2 ? O_WRONLY : O_RDONLY);
+}
+
+/// Folder of the template: FENLOR_PROGRAMMES, else beside the program or in the
+/// share folder of the prefix that it is installed in.
+std::string DossierProgrammes() {
+  if (const char* impose = std::getenv("FENLOR_PROGRAMMES"); impose && *impose) return impose;
+  fenlor::SystemePosix systeme;
+  char chemin[4096];
+  const ssize_t n = readlink("/proc/self/exe", chemin, sizeof chemin);
+  const std::string ici = fenlor::DossierDe(n > 0 ? std::string(chemin, static_cast<std::size_t>(n)) : ".");
+  for (const char* lieu : {"", "../share/fenlor", "resources", "../resources", "../../resources"}) {
+    const std::string dossier = *lieu ? fenlor::Joint(ici, lieu) : ici;
+    if (systeme.Existe(fenlor::Joint(dossier, "defaut.qvc"))) return dossier;
+  }
+#ifdef FENLOR_RESSOURCES
+  return FENLOR_RESSOURCES;
+#else
+  return ici;
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  GardeFluxStandard();
+  std::signal(SIGPIPE, SIG_IGN);
+  std::ios::sync_with_stdio(false);
+  std::cin.tie(nullptr);
+  fenlor::OptionsCtl options;
+  options.pathProgrammes = DossierProgrammes();
+  return fenlor::ExecuteCtl({argv + (argc > 0), argv + argc}, std::cin, std::cout, std::cerr, options);
+}

@@ -1,0 +1,52 @@
+// Carries out the lines of `fenlorctl saisir` through the rules of the entry
+// forms and of the journal's commands.
+#pragma once
+
+#include <string>
+
+#include "ctl/annuaire.h"
+#include "ctl/contexte.h"
+#include "ctl/demandesaisie.h"
+#include "ctl/ouverture.h"
+#include "journal/saisie.h"
+
+namespace fenlor {
+
+/// What one input line is answered with.
+struct ReponseSaisie {
+  u32 entree = 0;     ///< number of the input line
+  u32 mouvement = 0;  ///< entry made, changed or removed
+  u32 ligne = 0;
+  unsigned erreur = 0;  ///< 0: done
+  std::string texte;    ///< the refusal, Windows-1252
+};
+
+class Saisisseur {
+ public:
+  /// The context has an exercice open and outlives the object.
+  explicit Saisisseur(Contexte& contexte);
+
+  /// Reads the chart. False: the store failed.
+  bool Prepare();
+  /// Does what one line asks, as one unit of work: refused, it has changed nothing.
+  ReponseSaisie Traite(const std::string& ligne, u32 numero);
+
+ private:
+  ResultatSaisie Execute(const DemandeSaisie& demande);
+  ResultatSaisie Enregistre(const DemandeSaisie& demande, const Mouvement& entete);
+  ResultatSaisie EnregistreLibre(const DemandeSaisie& demande, const Mouvement& entete);
+  ResultatSaisie Marque(const DemandeSaisie& demande, u32 mouvement);
+  bool ChargeEcriture(const Mouvement& entete, SaisieEcriture& saisie);
+  bool ChargeOD(const Mouvement& entete, SaisieOD& saisie);
+  std::string CompteTresorerie(const std::string& texte) const;
+  ResultatSaisie Refuse(const RefusLigne& refus) const;
+  ResultatSaisie EchecMagasin();
+
+  Contexte& m_contexte;
+  CFenlorApp& m_app;
+  Ouverture m_fichierComptes, m_fichierJournal;  ///< open once for all lines
+  AnnuaireComptes m_comptes;
+  bool m_euro = true;  ///< currency of the exercice
+};
+
+}  // namespace fenlor

@@ -1,0 +1,152 @@
+#include "journal/controles.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "core/textes.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// The account that `lit` names is in the chart; else the question is asked until
+/// it is, or until an answer brings nothing new.
+ResultatSaisie ControleCompteParticulier(CFenlorApp& app, unsigned numero, std::string (QVAPI::*lit)()) {
+  Plan plan;
+  std::string compte = (app.Magasin.*lit)();
+  while (!LitCompte(app, compte, plan)) {
+    const ResultatSaisie reponse = Demande(app, BoutonsOkAnnuler | IconeAttention, RepOk, numero);
+    if (!reponse) return reponse;
+    const std::string choisi = (app.Magasin.*lit)();
+    if (choisi == compte && !LitCompte(app, choisi, plan)) return {numero, "", -1, Texte(numero)};
+    compte = choisi;
+  }
+  return {};
+}
+
+std::string TexteDeChamp(f64 montant) {
+  char tampon[352];
+  std::snprintf(tampon, sizeof tampon, "%.2f", montant);
+  return tampon;
+}
+
+}  // namespace
+
+ResultatSaisie Refus(CFenlorApp& app, unsigned numero, const char* champ,
+                     std::initializer_list<std::string> arguments, int indice) {
+  app.ReportErreur(numero, arguments);
+  return {numero, champ, indice, TexteErreur(numero, arguments)};
+}
+
+ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, unsigned numero, const char* champ,
+                       std::initializer_list<std::string> arguments) {
+  if (app.MessageId(style, numero, arguments) == attendue) return {};
+  return {numero, champ, -1, TexteFormat(numero, arguments)};
+}
+
+ResultatSaisie EchecMagasin(CFenlorApp& app) {
+  const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
+  return {ErrMagasin, "", -1, TexteErreur(ErrMagasin, {texte})};
+}
+
+ResultatSaisie RefusMagasin(CFenlorApp& app) {
+  return Refus(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+}
+
+LivresOuverts::~LivresOuverts() {
+  if (m_plan) m_magasin->ClosePlan(m_plan);
+  if (m_journal) m_magasin->CloseJournal(m_journal);
+}
+
+ResultatSaisie LivresOuverts::Ouvre(CFenlorApp& app) {
+  m_magasin = &app.Magasin;
+  // Whoever holds both open keeps them so until the rule is done.
+  if (m_magasin->GetOpenFlagPlan() && m_magasin->GetOpenFlagJournal()) return {};
+  m_plan = m_magasin->OpenPlan(app.PathExercice);
+  if (m_plan) m_journal = m_magasin->OpenJournal(app.PathExercice);
+  return m_journal ? ResultatSaisie{} : RefusMagasin(app);
+}
+
+bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
+  std::memset(&plan, 0, sizeof plan);
+  if (compte.empty()) return false;
+  PoseTexte(plan.Compte, QVAPI::GetLongCompte(compte));
+  if (app.Magasin.GetOpenFlagPlan()) return app.Magasin.ReadPlan(plan, 0) != 0;
+  const u32 poignee = app.Magasin.OpenPlan(app.PathExercice);
+  const bool lu = poignee && app.Magasin.ReadPlan(plan, 0) != 0;
+  if (poignee) app.Magasin.ClosePlan(poignee);
+  return lu;
+}
+
+ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
+  if (app.PathExercice.empty()) return Refus(app, ErrAucunExercice);
+  if (app.Reglages.IsExerciceCloture()) return Refus(app, 3056);
+  return livres.Ouvre(app);
+}
+
+ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
+  entete = {};
+  if (mouvement == 0) return {};
+  if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
+    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  if (entete.Validee) return Refus(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
+  if (entete.LienId) return Refus(app, 3103, "mouvement");
+  return {};
+}
+
+ResultatSaisie ControleLibelle(CFenlorApp& app, const std::string& libelle, int indice) {
+  if (libelle.size() <= TailleLibelle) return {};
+  return Refus(app, ErrTexteTropLong, "libelle", {"libelle", std::to_string(TailleLibelle)}, indice);
+}
+
+ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, int indice) {
+  if (MontantTient(montant)) return {};
+  return Refus(app, ErrChampInvalide, champ,
+               {champ, "16 caractères au plus, deux décimales comprises"_w}, indice);
+}
+
+ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne) {
+  const bool dansExercice = IsDateOk(date) && date >= app.Reglages.GetDebutExercice() &&
+                            date <= app.Reglages.GetFinExercice();
+  const bool memeMois = ancienne == 0 || (Annee(date) == Annee(ancienne) && Mois(date) == Mois(ancienne));
+  return dansExercice && memeMois ? ResultatSaisie{} : Refus(app, 3104, "date");
+}
+
+ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date) {
+  if (euro) return {};
+  const Date limite = app.Reglages.GetLimiteFranc();
+  return date <= limite ? ResultatSaisie{} : Refus(app, 3041, "monnaie", {StrDate(limite)});
+}
+
+DeuxMonnaies EnDeuxMonnaies(bool euro, f64 taux, f64 montant) {
+  if (euro) return {QVAPI::ConvertEuroToFranc(taux, montant), montant};
+  return {montant, QVAPI::ConvertFrancToEuro(taux, montant)};
+}
+
+i64 CentimesDeChamp(f64 montant) { return std::llround(montant * 100); }
+
+f64 MontantDeChamp(f64 montant) {
+  // Adding a positive zero clears the sign of "-0.00".
+  return std::strtod(TexteDeChamp(montant).c_str(), nullptr) + 0.0;
+}
+
+bool MontantTient(f64 montant) {
+  return std::isfinite(montant) && TexteDeChamp(montant).size() <= static_cast<std::size_t>(TailleMontant);
+}
+
+ResultatSaisie CheckComptePerso(CFenlorApp& app) {
+  return ControleCompteParticulier(app, 3055, &QVAPI::GetComptePerso);
+}
+
+ResultatSaisie CheckCompteEcartCredit(CFenlorApp& app) {
+  return ControleCompteParticulier(app, 3030, &QVAPI::GetCompteEcartCredit);
+}
+
+ResultatSaisie CheckCompteEcartDebit(CFenlorApp& app) {
+  return ControleCompteParticulier(app, 3031, &QVAPI::GetCompteEcartDebit);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,268 @@
+#include "journal/saisie.h"
+
+#include <cmath>
+#include <cstring>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "journal/controles.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+f64 TauxTva(CFenlorApp& app, const Plan& compte) {
+  Plan tva;
+  if (!app.Reglages.IsTVA() || !LitCompte(app, LitTexte(compte.CompteTVA), tva)) return 0;
+  return tva.TauxTVA > 0 ? tva.TauxTVA : 0;
+}
+
+/// The steps behind a professional share, which is not rounded yet.
+MontantsSaisie Suite(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professionnel) {
+  const f64 taux = TauxTva(app, compte);
+  const f64 personnel = ttc - professionnel;
+  const f64 ht = MontantHT(professionnel, taux, true);
+  const f64 tva = taux > 0 ? professionnel - ht : 0;
+  return {ttc, MontantDeChamp(professionnel), MontantDeChamp(personnel), MontantDeChamp(ht), MontantDeChamp(tva), taux};
+}
+
+/// The treasury lines of a standard entry in the store's table, given back at the end.
+class LignesStandard {
+ public:
+  LignesStandard(QVAPI& magasin, EcrStandard& rec) : m_magasin(magasin), m_rec(rec) {}
+  ~LignesStandard() { m_magasin.LibereLignes(m_rec); }
+  LignesStandard(const LignesStandard&) = delete;
+  LignesStandard& operator=(const LignesStandard&) = delete;
+
+ private:
+  QVAPI& m_magasin;
+  EcrStandard& m_rec;
+};
+
+class Enregistrement {
+ public:
+  Enregistrement(CFenlorApp& app, const SaisieEcriture& saisie)
+      : m_app(app), m_saisie(saisie), m_ttc(MontantDeChamp(saisie.montants.ttc)) {}
+
+  ResultatSaisie Execute();
+
+ private:
+  ResultatSaisie ControleEcriture();
+  ResultatSaisie ControleLimites();
+  ResultatSaisie ControleCompte();
+  ResultatSaisie ControleTresorerie();
+  ResultatSaisie ControleLignes();
+  ResultatSaisie ControleChangement();
+  ResultatSaisie SauveSimple();
+  ResultatSaisie SauveStandard();
+  ResultatSaisie Conclut(u32 mouvement);
+
+  bool EstNouvelle() const { return m_saisie.mouvement == 0; }
+  bool EstStandard() const { return m_saisie.genre == GenreStandard; }
+  bool LitTresorerie(const std::string& compte, Plan& plan) {
+    return LitCompte(m_app, compte, plan) && plan.Type == Tresorerie;
+  }
+  template <class Ecriture>
+  void Remplit(Ecriture& rec) const;
+
+  CFenlorApp& m_app;
+  const SaisieEcriture& m_saisie;
+  const f64 m_ttc;
+  LivresOuverts m_livres;
+  Mouvement m_entete{};  ///< of an existing entry
+  Plan m_compte{};
+  u32 m_ligne = 0;
+  std::string m_ancienCompte;      ///< of an existing entry
+  std::string m_ancienneTresorerie;  ///< of an existing simple entry
+  std::vector<LineTresor> m_lignes;  ///< `ModePaiement` and account of the list, checked
+};
+
+ResultatSaisie Enregistrement::Execute() {
+  ResultatSaisie r = ControleExercice(m_app, m_livres);
+  if (r) r = ControleEcriture();
+  if (r) r = ControleLimites();
+  if (r) r = ControleDate(m_app, m_saisie.date, m_entete.Date);
+  if (r) r = ControleCompte();
+  if (r && m_ttc == 0) r = Refus(m_app, 3106, "ttc");
+  if (r) r = EstStandard() ? ControleLignes() : ControleTresorerie();
+  if (r) r = ControleChangement();
+  if (r) r = CheckComptePerso(m_app);
+  if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
+  if (!r) return r;
+  m_ligne = m_saisie.ligne ? m_saisie.ligne : m_entete.Ligne;
+  if (m_ligne == 0)
+    m_ligne = m_app.Magasin.GetFreeJournalLine(m_app.PathExercice, static_cast<u16>(m_saisie.journal),
+                                               LitTexte(m_lignes.front().Compte), m_saisie.date);
+  if (m_ligne == 0) return EchecMagasin(m_app);
+  return EstStandard() ? SauveStandard() : SauveSimple();
+}
+
+ResultatSaisie Enregistrement::ControleEcriture() {
+  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, m_entete);
+  if (!r || EstNouvelle()) return r;
+  if (m_entete.Journal != m_saisie.journal || m_entete.Genre == GenreOD)
+    return Refus(m_app, ErrChampInvalide, "mouvement",
+                 {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
+  QVAPI& magasin = m_app.Magasin;
+  if (m_entete.Genre == GenreSimple) {
+    EcrSimple ancienne{};
+    if (!magasin.ReadEcrSimple(m_app.PathExercice, m_saisie.mouvement, ancienne)) return RefusMagasin(m_app);
+    m_ancienCompte = LitTexte(ancienne.Compte);
+    m_ancienneTresorerie = LitTexte(ancienne.CompteTresorerie);
+  } else {
+    EcrStandard ancienne{};
+    const LignesStandard lignes(magasin, ancienne);
+    if (!magasin.ReadEcrStandard(m_app.PathExercice, m_saisie.mouvement, ancienne)) return RefusMagasin(m_app);
+    m_ancienCompte = LitTexte(ancienne.Compte);
+  }
+  // The form shows the personal account where the entry has no other.
+  if (m_ancienCompte.empty()) m_ancienCompte = m_app.Magasin.GetComptePerso();
+  return {};
+}
+
+ResultatSaisie Enregistrement::ControleLimites() {
+  ResultatSaisie r = ControleLibelle(m_app, m_saisie.libelle);
+  if (r) r = ControleMontant(m_app, "ttc", m_saisie.montants.ttc);
+  if (r) r = ControleMontant(m_app, "professionnel", m_saisie.montants.professionnel);
+  if (r) r = ControleMontant(m_app, "tva", m_saisie.montants.tva);
+  if (!EstStandard()) return r;
+  for (std::size_t i = 0; r && i < m_saisie.tresoreries.size(); ++i)
+    r = ControleMontant(m_app, "montant", m_saisie.tresoreries[i].montant, static_cast<int>(i));
+  return r;
+}
+
+ResultatSaisie Enregistrement::ControleCompte() {
+  if (LitCompte(m_app, m_saisie.compte, m_compte)) {
+    const std::string compte = LitTexte(m_compte.Compte);
+    const bool duJournal = m_compte.Type == (m_saisie.journal == JournalRecettes ? Recette : Depense);
+    const bool persoDejaLa = !EstNouvelle() && compte == m_ancienCompte && compte == m_app.Magasin.GetComptePerso();
+    if (duJournal || persoDejaLa) return {};
+  }
+  return Refus(m_app, 3105, "compte");
+}
+
+ResultatSaisie Enregistrement::ControleTresorerie() {
+  Plan plan;
+  if (!LitTresorerie(m_saisie.tresorerie, plan)) return Refus(m_app, 3105, "tresorerie");
+  LineTresor ligne{};
+  PoseTexte(ligne.Compte, LitTexte(plan.Compte));
+  ligne.ModePaiement = plan.TypeTresorerie == 0 || m_saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+  m_lignes.push_back(ligne);
+  return {};
+}
+
+ResultatSaisie Enregistrement::ControleLignes() {
+  if (m_saisie.tresoreries.empty()) return Refus(m_app, 3035, "tresorerie");
+  const f64 taux = m_app.Magasin.GetTauxEuro(m_saisie.date);
+  i64 total = 0;
+  for (const LigneTresorSaisie& saisie : m_saisie.tresoreries) {
+    const int indice = static_cast<int>(m_lignes.size());
+    const f64 montant = MontantDeChamp(saisie.montant);
+    Plan plan;
+    if (!LitTresorerie(saisie.compte, plan)) return Refus(m_app, 3105, "tresorerie", {}, indice);
+    if (montant == 0) return Refus(m_app, 3106, "montant", {}, indice);
+    LineTresor ligne{};
+    PoseTexte(ligne.Compte, LitTexte(plan.Compte));
+    const auto [franc, euro] = EnDeuxMonnaies(m_saisie.euro, taux, montant);
+    ligne.MontantFranc = franc;
+    ligne.MontantEuro = euro;
+    ligne.ModePaiement = plan.TypeTresorerie != 0 && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+    m_lignes.push_back(ligne);
+    total += CentimesDeChamp(montant);
+  }
+  return total == CentimesDeChamp(m_ttc) ? ResultatSaisie{} : Refus(m_app, 3036, "ttc");
+}
+
+ResultatSaisie Enregistrement::ControleChangement() {
+  if (EstStandard() || m_entete.Genre != GenreSimple || EstNouvelle()) return {};
+  if (m_ancienneTresorerie == LitTexte(m_lignes.front().Compte)) return {};
+  return Demande(m_app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionTresorerieChangee, "tresorerie");
+}
+
+template <class Ecriture>
+void Enregistrement::Remplit(Ecriture& rec) const {
+  QVAPI& magasin = m_app.Magasin;
+  std::memset(&rec, 0, sizeof rec);
+  rec.Mouvement = m_saisie.mouvement;
+  rec.Journal = m_saisie.journal;
+  rec.Genre = m_saisie.genre;
+  PoseTexte(rec.Libelle, m_saisie.libelle.empty() ? LitTexte(m_compte.Designation) : m_saisie.libelle);
+  rec.Ligne = m_ligne;
+  rec.Date = m_saisie.date;
+  rec.Validee = m_saisie.validee;
+  rec.SaisieEuro = m_saisie.euro;
+  rec.EstRecette = m_saisie.journal == JournalRecettes;
+  PoseTexte(rec.Compte, LitTexte(m_compte.Compte));
+  PoseTexte(rec.ComptePerso, magasin.GetComptePerso());
+
+  const f64 taux = magasin.GetTauxEuro(m_saisie.date);
+  const auto deux = [&](f64 montant) { return EnDeuxMonnaies(m_saisie.euro, taux, MontantDeChamp(montant)); };
+  const DeuxMonnaies montant = deux(m_ttc);
+  const DeuxMonnaies repartition = deux(m_saisie.montants.professionnel);
+  rec.MontantFranc = montant.franc;
+  rec.MontantEuro = montant.euro;
+  rec.RepartitionFranc = repartition.franc;
+  rec.RepartitionEuro = repartition.euro;
+  const std::string compteTaxe = LitTexte(m_compte.CompteTVA);
+  if (compteTaxe.empty() || m_saisie.montants.taux <= 0) return;
+  const DeuxMonnaies taxe = deux(m_saisie.montants.tva);
+  PoseTexte(rec.CompteTaxe, compteTaxe);
+  rec.TaxeFranc = taxe.franc;
+  rec.TaxeEuro = taxe.euro;
+  rec.TauxTaxe = m_saisie.montants.taux;
+}
+
+ResultatSaisie Enregistrement::SauveSimple() {
+  EcrSimple rec;
+  Remplit(rec);
+  PoseTexte(rec.CompteTresorerie, LitTexte(m_lignes.front().Compte));
+  rec.ModePaiement = m_lignes.front().ModePaiement;
+  QVAPI& magasin = m_app.Magasin;
+  const u32 mouvement = EstNouvelle() ? magasin.AddEcrSimple(m_app.PathExercice, rec)
+                        : magasin.UpdateEcrSimple(m_app.PathExercice, m_saisie.mouvement, rec) ? m_saisie.mouvement
+                                                                                              : 0;
+  return Conclut(mouvement);
+}
+
+ResultatSaisie Enregistrement::SauveStandard() {
+  QVAPI& magasin = m_app.Magasin;
+  EcrStandard rec;
+  Remplit(rec);
+  const LignesStandard gardien(magasin, rec);
+  for (u32 i = 0; i < m_lignes.size(); ++i)
+    if (!magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
+      return Refus(m_app, 3037, "tresorerie", {}, static_cast<int>(i));
+  const u32 mouvement = EstNouvelle() ? magasin.AddEcrStandard(m_app.PathExercice, rec)
+                        : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec) ? m_saisie.mouvement
+                                                                                                : 0;
+  return Conclut(mouvement);
+}
+
+ResultatSaisie Enregistrement::Conclut(u32 mouvement) {
+  if (mouvement == 0) return EchecMagasin(m_app);
+  ResultatSaisie r;
+  r.mouvement = mouvement;
+  r.ligne = m_ligne;
+  return r;
+}
+
+}  // namespace
+
+MontantsSaisie ChaineMontants(CFenlorApp& app, const Plan& compte, f64 ttc) {
+  const f64 saisi = MontantDeChamp(ttc);
+  return Suite(app, compte, saisi, saisi * compte.PartPro * 0.01);
+}
+
+MontantsSaisie ChaineProfessionnel(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professionnel) {
+  const f64 saisi = MontantDeChamp(ttc);
+  const f64 part = MontantDeChamp(professionnel);
+  const bool deborde = std::fabs(part) > std::fabs(saisi) || part * saisi < 0;
+  return Suite(app, compte, saisi, deborde ? saisi : part);
+}
+
+ResultatSaisie EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie) {
+  return Enregistrement(app, saisie).Execute();
+}
+
+}  // namespace fenlor

@@ -1,0 +1,247 @@
+#include "session/entretien.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr FichierReconstructible fichiers[] = {
+    {FichierListeBanques, "BANQUE", false},     {FichierListeComptes, "COMPTES", false},
+    {FichierListeJournal, "JOURNAL", false},    {FichierListeRubriques, "RUBRIQUE", false},
+    {FichierListeImmo, "Immo", true},           {FichierListeAmo, "Amo", true},
+};
+
+/// Lines of the journal in one unit of work.
+constexpr u32 lotAjustement = 1000;
+
+template <std::size_t N>
+void Termine(char (&champ)[N]) {
+  champ[N - 1] = 0;
+}
+
+RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
+  switch (numero) {
+    case FichierBanques: return CBanques(app, app.PathExercice).Reindex(FiltreBanque);
+    case FichierComptes: return CPlan(app, app.PathExercice).Reindex(FiltrePlan);
+    case FichierJournal: return CLines(app, app.PathExercice).Reindex();
+    case FichierRubriques: return CRubriques(app, app.PathExercice).Reindex(FiltreRubrique);
+    case FichierImmo: return CImmobilisations(app, app.PathCabinet).Reindex(FiltreImmo);
+    default: return CAmortissements(app, app.PathCabinet).Reindex(FiltreAmo);
+  }
+}
+
+ResultatEntretien Refuse(CFenlorApp& app, unsigned numero, std::initializer_list<std::string> arguments = {}) {
+  app.ReportErreur(numero, arguments);
+  return {numero, TexteErreur(numero, arguments), false};
+}
+
+/// The store's last failure; `dite`: its callback has told it.
+ResultatEntretien EchecMagasin(CFenlorApp& app, bool dite) {
+  const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
+  if (!dite) return Refuse(app, ErrMagasin, {texte});
+  return {ErrMagasin, TexteErreur(ErrMagasin, {texte}), false};
+}
+
+ResultatEntretien Confirme(CFenlorApp& app, unsigned question) {
+  if (app.MessageId(BoutonsOuiNon | IconeQuestion, question) == RepOui) return {};
+  return {question, Texte(question), false};
+}
+
+/// The progress window, open while it lives.
+class Progression {
+ public:
+  Progression(Dialogue& boite, unsigned titre, const std::string& texte, u32 maximum) : m_boite(boite) {
+    m_boite.OuvreProgress(Texte(titre), texte, true, maximum);
+  }
+  ~Progression() { m_boite.FermeProgress(); }
+  Progression(const Progression&) = delete;
+  Progression& operator=(const Progression&) = delete;
+
+ private:
+  Dialogue& m_boite;
+};
+
+class JournalOuvert {
+ public:
+  explicit JournalOuvert(QVAPI& magasin) : m_magasin(magasin), m_poignee(magasin.OpenJournal({})) {}
+  ~JournalOuvert() {
+    if (m_poignee) m_magasin.CloseJournal(m_poignee);
+  }
+  JournalOuvert(const JournalOuvert&) = delete;
+  JournalOuvert& operator=(const JournalOuvert&) = delete;
+  explicit operator bool() const { return m_poignee != 0; }
+
+ private:
+  QVAPI& m_magasin;
+  u32 m_poignee;
+};
+
+/// Rates by date, for lines that come in order of date.
+class TauxDuJour {
+ public:
+  explicit TauxDuJour(QVAPI& magasin) : m_magasin(magasin) {}
+  f64 Taux(Date date) {
+    if (!m_connu || date != m_date) {
+      m_taux = m_magasin.GetTauxEuro(date);
+      m_date = date;
+      m_connu = true;
+    }
+    return m_taux;
+  }
+
+ private:
+  QVAPI& m_magasin;
+  Date m_date = 0;
+  f64 m_taux = 0;
+  bool m_connu = false;
+};
+
+void Ajuste(Line& ligne, f64 taux) {
+  if (ligne.SaisieEuro == 0) ligne.MontantEuro = QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc);
+  else ligne.MontantFranc = QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro);
+  ligne.MontantEuro = Arrondi(ligne.MontantEuro, 2);
+  ligne.MontantFranc = Arrondi(ligne.MontantFranc, 2);
+}
+
+enum class Issue { Faite, Echouee, EchoueeEtDite };
+
+Issue ParcourtJournal(CFenlorApp& app, AjustementEuros& resultat) {
+  QVAPI& magasin = app.Magasin;
+  const u16 numCle = DefinitionFichierNumero(FichierJournal)->premiereCle;
+  const Progression progression(app.Boite, TitreMontantsEuros, Texte(TexteTraitement), magasin.QVNumberOfKey(numCle));
+  TauxDuJour taux(magasin);
+  std::optional<QVAPI::Unite> lot;
+  std::string cle;
+  Position position = magasin.QVFirstKey(numCle, cle);
+  while (position != 0 && !resultat.arrete) {
+    if (!lot) lot.emplace(magasin);
+    Line ligne;
+    if (!magasin.ReadLines(app.PathExercice, position, ligne)) return Issue::Echouee;
+    const Line avant = ligne;
+    Ajuste(ligne, taux.Taux(ligne.DateLigne));
+    if (std::memcmp(&avant, &ligne, sizeof ligne) != 0) {
+      if (!magasin.WriteJournal(ligne)) return Issue::EchoueeEtDite;
+      ++resultat.changees;
+    }
+    position = magasin.QVNextKey(numCle, cle);
+    app.Boite.Step();
+    if (++resultat.parcourues % lotAjustement == 0) {
+      if (!lot->Valide()) return Issue::Echouee;
+      lot.reset();
+    }
+    resultat.arrete = app.Boite.IsAborted();
+  }
+  return !lot || lot->Valide() ? Issue::Faite : Issue::Echouee;
+}
+
+}  // namespace
+
+bool FiltrePlan(Plan& rec) {
+  if (EstVide(LitTexte(rec.Compte)) || rec.Type > Autre) return false;
+  Termine(rec.Compte);
+  Termine(rec.Code);
+  Termine(rec.Designation);
+  Termine(rec.Rubrique);
+  if (rec.Type == Recette) rec.PartPro = 100.0;
+  return true;
+}
+
+bool FiltreRubrique(Rubrique& rec) {
+  if (EstVide(LitTexte(rec.Rubrique))) return false;
+  Termine(rec.Rubrique);
+  Termine(rec.Designation);
+  Termine(rec.Formule);
+  return true;
+}
+
+bool FiltreBanque(Banque& rec) {
+  if (EstVide(LitTexte(rec.Compte)) || !IsDateOk(rec.Date)) return false;
+  if (rec.MontantFranc == 0 && rec.MontantEuro == 0) return false;
+  Termine(rec.Compte);
+  Termine(rec.Libelle);
+  if (!IsDateOk(rec.DateValeur)) rec.DateValeur = rec.Date;
+  return true;
+}
+
+bool FiltreImmo(Immobilisation& rec) {
+  if (rec.Numero == 0 || !IsDateOk(rec.DateAchat)) return false;
+  Termine(rec.Designation);
+  return true;
+}
+
+bool FiltreAmo(Amortissement& rec) { return rec.Numero != 0 && rec.Annee != 0; }
+
+std::span<const FichierReconstructible> FichiersReconstructibles() { return fichiers; }
+
+Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms) {
+  const auto demande = [&noms](const FichierReconstructible& fichier) {
+    return std::any_of(noms.begin(), noms.end(),
+                       [&](const std::string& nom) { return CompareSansCasse(nom, fichier.nom) == 0; });
+  };
+  for (const std::string& nom : noms) {
+    const auto* fichier = std::find_if(std::begin(fichiers), std::end(fichiers), [&](const auto& f) {
+      return CompareSansCasse(nom, f.nom) == 0;
+    });
+    if (fichier == std::end(fichiers)) return {Refuse(app, ErrChampInconnu, {nom}), {}};
+    if (!fichier->duCabinet && app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), {}};
+  }
+
+  Reconstruction resultat;
+  const Progression progression(app.Boite, TitreReconstruction, {}, 0);
+  for (const FichierReconstructible& fichier : fichiers) {
+    if (!demande(fichier)) continue;
+    app.Boite.SetTexte(TexteFormat(TexteReconstruction, {fichier.nom}));
+    const auto numero = static_cast<NumeroFichier>(DefinitionNom(fichier.nom)->numero);
+    const RapportReindex rapport = Reconstruit(app, numero);
+    resultat.fichiers.push_back({fichier.nom, rapport});
+    if (rapport.arrete || app.Boite.IsAborted()) {
+      resultat.arrete = true;
+      break;
+    }
+    if (!rapport.fait && resultat.erreur == 0) {
+      resultat.erreur = 3010;
+      resultat.texte = TexteErreur(3010, {fichier.nom});
+    }
+  }
+  return resultat;
+}
+
+bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques) {
+  return app.Magasin.QVCalculCompta(app.NomExercice, statistiques);
+}
+
+ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques) {
+  if (app.NomExercice.empty()) return Refuse(app, ErrAucunExercice);
+  if (const ResultatEntretien r = Confirme(app, QuestionRecalcul); !r) return r;
+  if (!RecalculComptes(app, statistiques)) {
+    // A stop is no failure: nothing was changed.
+    if (app.Magasin.QVFileErrorCode() == ErrAucune) return {0, {}, true};
+    return EchecMagasin(app, true);
+  }
+  const auto nombre = [](u32 valeur) { return std::to_string(valeur); };
+  app.MessageId(BoutonsOk | IconeInformation, InfoRecalcul,
+                {nombre(statistiques.NbRecettes), nombre(statistiques.NbDepenses), nombre(statistiques.NbOD),
+                 nombre(statistiques.NbPointees), nombre(statistiques.NbRemises), nombre(statistiques.NbRapprochees),
+                 nombre(statistiques.NbValidees)});
+  return {};
+}
+
+AjustementEuros AjusteEuros(CFenlorApp& app) {
+  AjustementEuros resultat;
+  if (app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), 0, 0};
+  if (const ResultatEntretien r = Confirme(app, QuestionAjustementEuro); !r) return {r, 0, 0};
+  const JournalOuvert journal(app.Magasin);
+  const Issue issue = journal ? ParcourtJournal(app, resultat) : Issue::Echouee;
+  if (issue != Issue::Faite)
+    static_cast<ResultatEntretien&>(resultat) = EchecMagasin(app, issue == Issue::EchoueeEtDite);
+  return resultat;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,80 @@
+// Maintenance of the books: rebuild of the key files, recalculation of the accounts'
+// totals, adjustment of the second currency. Rules without windows: the caller has
+// closed its own views of the files before.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/btfiles.h"
+
+namespace fenlor {
+
+// Filters of the key rebuild: they correct a record in place and return false for
+// one that is not worth keeping.
+
+/// Drops a blank `Compte` and a `Type` above 4; an account of receipts gets back its
+/// professional share of 100.
+bool FiltrePlan(Plan& rec);
+/// Drops a blank `Rubrique`.
+bool FiltreRubrique(Rubrique& rec);
+/// Drops a blank `Compte`, an impossible `Date`, and two amounts of 0; an impossible
+/// `DateValeur` becomes `Date`.
+bool FiltreBanque(Banque& rec);
+/// Drops `Numero` 0 and an impossible `DateAchat`.
+bool FiltreImmo(Immobilisation& rec);
+/// Drops a record without `Numero` or without `Annee`.
+bool FiltreAmo(Amortissement& rec);
+
+/// One row of the list of files, in the order in which they are rebuilt.
+struct FichierReconstructible {
+  unsigned libelle;   ///< text number: "Journal (journal.dat)"
+  const char* nom;    ///< store name: "JOURNAL"
+  bool duCabinet;     ///< shared by all exercices of the practice
+};
+std::span<const FichierReconstructible> FichiersReconstructibles();
+
+/// Outcome of a maintenance. A refusal has been told to `CFenlorApp::Boite`.
+struct ResultatEntretien {
+  unsigned erreur = 0;   ///< number of the message or of the question answered no; 0: done
+  std::string texte;     ///< the message, Windows-1252
+  bool arrete = false;   ///< the user stopped it
+  explicit operator bool() const { return erreur == 0; }
+};
+
+/// What became of one file.
+struct FichierReconstruit {
+  std::string nom;
+  RapportReindex rapport;
+};
+
+struct Reconstruction : ResultatEntretien {
+  /// The files gone through, in order. After a stop the last one is as it was.
+  std::vector<FichierReconstruit> fichiers;
+};
+
+/// Rebuilds the named files (store names, without regard to case) in the order of
+/// the list above, whatever that of `noms`. Refused before any work: 3203 an unknown
+/// name, 3209 a file of an exercice while none is open. A stop leaves the files that
+/// were finished rebuilt. 3010 when a file could not be rebuilt; the others are.
+Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms);
+
+/// Makes all totals of the accounts anew from the lines. Progress and messages come
+/// through the store's callback. The result is the store's.
+bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques);
+/// The command: asks, recalculates, tells the figures.
+ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques);
+
+struct AjustementEuros : ResultatEntretien {
+  u32 parcourues = 0;  ///< lines walked
+  u32 changees = 0;    ///< lines of which an amount changed
+};
+
+/// The command: asks, then makes the second currency of every line agree with the
+/// rate at the line's own date; the currency in which it was typed is the truth. The
+/// accounts' totals do not follow: `CommandeRecalcul` comes next. A stop, or a failure
+/// (3214), leaves the lines of the finished batches adjusted; running it again is safe.
+AjustementEuros AjusteEuros(CFenlorApp& app);
+
+}  // namespace fenlor

@@ -1,0 +1,206 @@
+#include "session/exercices.h"
+
+#include <cstdio>
+
+#include "core/valeurs.h"
+
+namespace fenlor {
+
+namespace {
+
+std::string NomAnnee(unsigned annee) {
+  char texte[16];
+  std::snprintf(texte, sizeof texte, "%04u", annee);
+  return texte;
+}
+
+bool AnneePleine(const FormulaireExercice& f) {
+  return f.debut == FaitDate(1, 1, Annee(f.debut)) && f.fin == FaitDate(31, 12, Annee(f.debut));
+}
+
+/// The Euro could be chosen from 1999 to 2001 only.
+void RegleAnnee(FormulaireExercice& f, unsigned annee) {
+  if (annee < 1999) {
+    f.euro = f.euroActif = false;
+    f.afficherDouble = f.doubleActif = false;
+  } else if (annee <= 2001) {
+    f.euroActif = true;
+  } else {
+    f.euro = true;
+    f.euroActif = false;
+    f.afficherDouble = false;
+    f.doubleActif = true;
+  }
+}
+
+std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
+
+ResultatExercice Refuse(CFenlorApp& app, unsigned numero, const char* champ,
+                        std::initializer_list<std::string> arguments = {}) {
+  app.ReportErreur(numero, arguments);
+  return {numero, champ};
+}
+
+/// Number of what the store has told already.
+ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
+  switch (app.Magasin.QVFileErrorCode()) {
+    case ErrConflit: return {3075, "debut"};
+    case ErrExistant: return {3073, "annee"};
+    case ErrValeur:
+      if (!IsDateOk(f.debut) || !IsDateOk(f.fin) || f.debut >= f.fin) return {ErrPeriode, "debut"};
+      return {ErrNomExercice, "annee"};
+    default: return {ErrMagasin, ""};
+  }
+}
+
+void OublieExercice(CFenlorApp& app) {
+  app.NomExercice.clear();
+  app.PathExercice.clear();
+  app.ExerciceOuvert = 0;
+}
+
+}  // namespace
+
+FormulaireExercice NouvelExercice(CFenlorApp& app) {
+  FormulaireExercice f;
+  const std::string dernier = app.Magasin.GetLastExercice();
+  f.debut = FaitDate(1, 1, Annee(app.Magasin.Today()));
+  if (!dernier.empty()) {
+    const Date fin = app.Reglages.GetFinExercice(dernier);
+    if (IsDateOk(fin)) f.debut = NextDate(fin);
+    f.tva = app.Reglages.IsTVA(dernier);
+    f.euro = app.Reglages.IsEuro(dernier);
+    f.afficherDouble = Parametres::IsOui(app.Reglages.LitIniExercice(dernier, Texte(CleAfficherDouble)));
+  }
+  f.fin = FaitDate(31, 12, Annee(f.debut));
+  f.annee = NomAnnee(Annee(f.debut));
+  RegleAnnee(f, Annee(f.debut));
+  f.annuel = AnneePleine(f);
+  return f;
+}
+
+void ChangeAnnee(FormulaireExercice& f, const std::string& annee) {
+  f.annee = annee.substr(0, 4);
+  const int valeur = TexteVersEntier(f.annee);
+  if (valeur <= 0) return;
+  const unsigned an = static_cast<unsigned>(valeur);
+  RegleAnnee(f, an);
+  f.debut = FaitDate(1, 1, an);
+  f.fin = FaitDate(31, 12, an);
+}
+
+void QuitteDebut(FormulaireExercice& f, Date debut) {
+  f.debut = debut;
+  if (!IsDateOk(debut)) return;
+  f.annee = NomAnnee(Annee(debut));
+  f.fin = PrevDate(DecaleAnnees(debut, 1));
+}
+
+void QuitteFin(FormulaireExercice& f, Date fin) {
+  f.fin = fin;
+  if (!IsDateOk(fin) || f.debut < fin) return;
+  f.debut = NextDate(DecaleAnnees(fin, -1));
+  f.annee = NomAnnee(Annee(f.debut));
+}
+
+void ChoisitAnnuel(FormulaireExercice& f) {
+  f.annuel = true;
+  f.annee = NomAnnee(Annee(f.debut));
+}
+
+void ChoisitPeriode(FormulaireExercice& f) {
+  f.annuel = false;
+  const int an = TexteVersEntier(f.annee);
+  if (an <= 0) return;
+  f.debut = FaitDate(1, 1, static_cast<unsigned>(an));
+  f.fin = FaitDate(31, 12, static_cast<unsigned>(an));
+}
+
+bool TestRepertoire(CFenlorApp& app, const std::string& nom) {
+  const std::string temoin = Joint(app.Magasin.CheminExercice(nom), "witness");
+  const int fichier = app.Magasin.QVCreateFile(temoin);
+  if (fichier < 0) return false;
+  app.Magasin.QVCloseFile(fichier);
+  const bool existe = app.Magasin.QVExistFile(temoin);
+  app.Magasin.QVDeleteFile(temoin);
+  return existe;
+}
+
+ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
+  const std::string nom = f.annee.substr(0, 15);
+  if (Annee(f.debut) == Annee(f.fin)) {
+    const unsigned an = Annee(f.debut);
+    if (an < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
+    if (an > 2001 && !f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
+  }
+  if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) return RefusMagasin(app, f);
+  const bool note = app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
+                                                  OuiNon(f.afficherDouble));
+  if (!note)
+    return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
+  return OuvreExercice(app, nom);
+}
+
+ResultatExercice OuvreExercice(CFenlorApp& app, const std::string& nom) {
+  OublieExercice(app);
+  app.Magasin.QVCloseExercice();
+  if (!TestRepertoire(app, nom)) return Refuse(app, 3000, "");
+  if (!app.Magasin.QVOpenExercice(nom)) return {ErrMagasin, ""};
+  app.NomExercice = app.Magasin.NomExercice();
+  app.PathExercice = app.Magasin.PathExercice();
+  app.AfficherDouble = Parametres::IsOui(app.Reglages.LitIniExercice(app.NomExercice, Texte(CleAfficherDouble)));
+  app.ExerciceOuvert = app.Magasin.QVConvertCompta(app.NomExercice);
+  // Books that can be read are not refused because their name cannot be noted.
+  if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), app.NomExercice))
+    app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
+  return {};
+}
+
+void FermeExercice(CFenlorApp& app) {
+  OublieExercice(app);
+  app.Magasin.QVCloseExercice();
+}
+
+ResultatExercice SupprimeExercice(CFenlorApp& app) {
+  const std::string nom = app.NomExercice;
+  if (nom.empty()) return Refuse(app, ErrAucunExercice, "");
+  const i64 archive = i64{TexteVersEntier(nom)} + 5;
+  if (archive > i64{Annee(app.Magasin.Today())} && app.Magasin.GetJournalRec(0) != 0) return Refuse(app, 3039, "");
+  if (app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSupprimeExercice, {nom}) != RepOui)
+    return {QuestionSupprimeExercice, ""};
+  FermeExercice(app);
+  if (!app.Magasin.QVDeleteExercice(nom)) return {ErrMagasin, ""};
+  return {};
+}
+
+bool RepareDates(CFenlorApp& app, const std::string& nom) {
+  if (EstVide(nom)) return false;
+  const bool datee = !EstVide(app.Reglages.LitIniExercice(nom, Texte(CleDebut))) &&
+                     !EstVide(app.Reglages.LitIniExercice(nom, Texte(CleFin)));
+  if (datee) return false;
+  const std::string debut = "01/01/" + nom, fin = "31/12/" + nom;
+  app.Reglages.EcritIniExercice(nom, Texte(CleDebut), debut);
+  app.Reglages.EcritIniExercice(nom, Texte(CleFin), fin);
+  app.ReportErreur(3099, {debut, fin});
+  return true;
+}
+
+std::vector<LigneExercice> LignesExercices(CFenlorApp& app) {
+  const auto jourMois = [](Date date) {
+    char texte[16];
+    std::snprintf(texte, sizeof texte, "%02u/%02u", Jour(date), Mois(date));
+    return std::string(texte);
+  };
+  std::vector<LigneExercice> lignes;
+  for (const std::string& nom : app.Magasin.ListeExercices()) {
+    const std::string debut = app.Reglages.LitIniExercice(nom, Texte(CleDebut));
+    const std::string fin = app.Reglages.LitIniExercice(nom, Texte(CleFin));
+    if (EstVide(debut) || EstVide(fin)) continue;
+    lignes.push_back({nom, nom + " " + debut + " - " + fin,
+                      nom + " " + jourMois(GetDate(debut)) + " - " + jourMois(GetDate(fin)),
+                      app.Reglages.IsExerciceCloture(nom)});
+  }
+  return lignes;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,76 @@
+// Rules of an exercice's life without windows: the new-exercice form, creating,
+// opening, closing, deleting, and the lists that name the exercices.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+
+namespace fenlor {
+
+/// Outcome of a rule. A refusal has been told: by `CFenlorApp::Boite`, or by the
+/// store's callback when the store refused.
+struct ResultatExercice {
+  unsigned erreur = 0;     ///< number of the message or of the question answered no; 0: done
+  const char* champ = "";  ///< field to point at: "annee", "debut", "euro", or none
+  explicit operator bool() const { return erreur == 0; }
+};
+
+/// What the form "Nouvel exercice" holds.
+struct FormulaireExercice {
+  bool annuel = true;    ///< "Exercice :": the year is typed; else "Période :": the dates are
+  std::string annee;     ///< name of the exercice to be
+  Date debut = 0, fin = 0;
+  bool tva = false;
+  bool euro = false;
+  bool afficherDouble = false;
+  bool euroActif = true;    ///< the box can be changed
+  bool doubleActif = true;
+};
+
+/// Initial values: the period behind the last exercice and its options, else the
+/// current year.
+FormulaireExercice NouvelExercice(CFenlorApp& app);
+/// The year was typed: both dates and the options follow.
+void ChangeAnnee(FormulaireExercice& formulaire, const std::string& annee);
+/// "du :" was left: the year follows, "au :" becomes one year on.
+void QuitteDebut(FormulaireExercice& formulaire, Date debut);
+/// "au :" was left: only an end that is not after the beginning moves the beginning.
+void QuitteFin(FormulaireExercice& formulaire, Date fin);
+void ChoisitAnnuel(FormulaireExercice& formulaire);
+void ChoisitPeriode(FormulaireExercice& formulaire);
+
+/// True when the exercice's directory can be written: a file is made there and
+/// removed again.
+bool TestRepertoire(CFenlorApp& app, const std::string& nom);
+
+/// Creates the exercice and opens it. The Euro rules of its year hold here too: 3210
+/// for an exercice within one year before 1999 in Euro, or from 2002 on in Franc.
+/// 3211 a wrong name, 3212 a wrong period, 3073 the question answered no, 3075 a
+/// conflict, 3214 the store failed; the rest as `OuvreExercice`.
+ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& formulaire);
+
+/// Opens an exercice. On a refusal (3000 the directory, 3214 the store) none is open.
+ResultatExercice OuvreExercice(CFenlorApp& app, const std::string& nom);
+void FermeExercice(CFenlorApp& app);
+
+/// Deletes the open exercice: 3209 none is open, 3039 less than five years old and
+/// with entries, 3309 the question answered no, 3214 the store failed.
+ResultatExercice SupprimeExercice(CFenlorApp& app);
+
+/// Gives an exercice without dates those of the year that its name is, and tells
+/// it (3099). False when nothing was to be done.
+bool RepareDates(CFenlorApp& app, const std::string& nom);
+
+/// One row of the lists of exercices.
+struct LigneExercice {
+  std::string nom;
+  std::string texte;       ///< "2003 01/01/2003 - 31/12/2003"
+  std::string texteCombo;  ///< "2003 01/01 - 31/12"
+  bool cloture = false;
+};
+/// Exercices that have both dates, in the order of the settings.
+std::vector<LigneExercice> LignesExercices(CFenlorApp& app);
+
+}  // namespace fenlor

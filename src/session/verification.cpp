@@ -1,0 +1,329 @@
+#include "session/verification.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "store/definitions.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr int enFranc = 0;
+constexpr int enEuro = 1;
+
+/// Amounts beyond it are damage, and their cents are not exact.
+constexpr f64 montantMax = 9e13;
+
+bool EstMontant(f64 montant) { return std::fabs(montant) <= montantMax; }
+i64 EnCentimes(f64 montant) { return EstMontant(montant) ? std::llround(montant * 100) : 0; }
+std::string TexteCentimes(i64 centimes) {
+  return centimes ? FormatMontant(static_cast<f64>(centimes) / 100, 2) : "0,00";
+}
+
+struct Famille {
+  u16 numero;
+  bool duDepart;  ///< made with the exercice; the others on their first use
+  u32 (QVAPI::*ouvre)(const std::string&);
+  bool (QVAPI::*ferme)(u32);
+};
+
+constexpr Famille familles[] = {
+    {FichierComptes, true, &QVAPI::OpenPlan, &QVAPI::ClosePlan},
+    {FichierJournal, true, &QVAPI::OpenJournal, &QVAPI::CloseJournal},
+    {FichierRubriques, true, &QVAPI::OpenRubriques, &QVAPI::CloseRubriques},
+    {FichierBanques, true, &QVAPI::OpenBanques, &QVAPI::CloseBanques},
+    {FichierImmo, false, &QVAPI::OpenImmobilisations, &QVAPI::CloseImmobilisations},
+    {FichierAmo, false, &QVAPI::OpenAmortissements, &QVAPI::CloseAmortissements},
+    {FichierRecettes, false, &QVAPI::OpenRecettes, &QVAPI::CloseRecettes},
+    {FichierDepenses, false, &QVAPI::OpenDepenses, &QVAPI::CloseDepenses},
+    {FichierAuto, false, &QVAPI::OpenEcrituresAuto, &QVAPI::CloseEcrituresAuto},
+};
+
+class FichierOuvert {
+ public:
+  FichierOuvert(QVAPI& magasin, const Famille& famille)
+      : m_magasin(magasin), m_famille(famille), m_poignee((magasin.*famille.ouvre)({})) {}
+  ~FichierOuvert() {
+    if (m_poignee) (m_magasin.*m_famille.ferme)(m_poignee);
+  }
+  FichierOuvert(const FichierOuvert&) = delete;
+  FichierOuvert& operator=(const FichierOuvert&) = delete;
+  explicit operator bool() const { return m_poignee != 0; }
+
+ private:
+  QVAPI& m_magasin;
+  const Famille& m_famille;
+  u32 m_poignee;
+};
+
+/// The pairs of totals of an account, Franc then Euro.
+enum Total { TotalPerso, TotalTva, TotalCredit, TotalDebit, TotalRappCredit, TotalRappDebit, NbTotaux };
+
+struct ChampTotal {
+  const char* nom;
+  f64 Plan::*champ[2];
+};
+constexpr ChampTotal champs[NbTotaux] = {
+    {"la part personnelle", {&Plan::PersoFranc, &Plan::PersoEuro}},
+    {"la T.V.A.", {&Plan::TVAFranc, &Plan::TVAEuro}},
+    {"le crédit", {&Plan::CreditFranc, &Plan::CreditEuro}},
+    {"le débit", {&Plan::DebitFranc, &Plan::DebitEuro}},
+    {"le crédit rapproché", {&Plan::RappCreditFranc, &Plan::RappCreditEuro}},
+    {"le débit rapproché", {&Plan::RappDebitFranc, &Plan::RappDebitEuro}},
+};
+
+struct Compte {
+  i16 type = 0;
+  f64 enregistre[NbTotaux][2] = {};
+  i64 calcule[NbTotaux][2] = {};
+};
+
+class Verification {
+ public:
+  Verification(CFenlorApp& app, const RappelConstat& constat) : m_app(app), m_magasin(app.Magasin), m_constat(constat) {}
+
+  u32 Execute();
+
+ private:
+  void Constate(const char* utf8, std::initializer_list<std::string> arguments = {});
+  void ConstateEcriture(const char* utf8, std::initializer_list<std::string> arguments = {});
+  bool FichierPresent(const DefinitionFichier& definition) const;
+  void VerifieFichier(const Famille& famille);
+  void LitComptes();
+  void AdditionneLignes();
+  void CompareTotaux();
+  void VerifieEcritures();
+  void VerifieEcriture();
+  void VerifieAccord();
+  void VerifieLigne(const Line& ligne);
+  void VerifieEquilibre(int monnaie);
+  bool ConvertieParLigne() const;
+  const Compte* TrouveCompte(const std::string& compte) const;
+  std::string Court(const std::string& compte) { return m_magasin.GetShortCompte(compte); }
+
+  CFenlorApp& m_app;
+  QVAPI& m_magasin;
+  const RappelConstat& m_constat;
+  u32 m_nombre = 0;
+  std::map<std::string, Compte> m_comptes;
+  std::vector<Line> m_lignes;  ///< of the entry at hand, in order of `Rang`
+};
+
+u32 Verification::Execute() {
+  for (const Famille& famille : familles) VerifieFichier(famille);
+  const auto present = [&](u16 numero) { return FichierPresent(*DefinitionFichierNumero(numero)); };
+  if (!present(FichierComptes) || !present(FichierJournal)) return m_nombre;
+  const FichierOuvert comptes(m_magasin, familles[0]);
+  const FichierOuvert journal(m_magasin, familles[1]);
+  if (!comptes || !journal) return m_nombre;
+  LitComptes();
+  AdditionneLignes();
+  CompareTotaux();
+  VerifieEcritures();
+  return m_nombre;
+}
+
+void Verification::Constate(const char* utf8, std::initializer_list<std::string> arguments) {
+  ++m_nombre;
+  m_constat(RemplitFormat(DepuisUtf8(utf8).value_or(utf8), arguments));
+}
+
+void Verification::ConstateEcriture(const char* utf8, std::initializer_list<std::string> arguments) {
+  const Line& premiere = m_lignes.front();
+  const std::string suite = RemplitFormat(DepuisUtf8(utf8).value_or(utf8), arguments);
+  Constate("Ecriture %s du %s, « %s » : %s",
+           {std::to_string(premiere.Mouvement), StrDate(premiere.Date), LitTexte(premiere.Libelle), suite});
+}
+
+bool Verification::FichierPresent(const DefinitionFichier& definition) const {
+  const std::string& dossier = definition.duCabinet ? m_app.PathCabinet : m_app.PathExercice;
+  return m_magasin.QVExistFile(dossier + "/" + definition.nom + ".dat");
+}
+
+void Verification::VerifieFichier(const Famille& famille) {
+  const DefinitionFichier& definition = *DefinitionFichierNumero(famille.numero);
+  if (!FichierPresent(definition)) {
+    if (famille.duDepart) Constate("Le fichier %s est absent.", {definition.nom});
+    return;
+  }
+  const FichierOuvert fichier(m_magasin, famille);
+  if (!fichier) {
+    Constate("Le fichier %s ne s'ouvre pas : %s",
+             {definition.nom, m_magasin.QVErreurTexte(m_magasin.QVFileErrorCode())});
+    return;
+  }
+  for (const std::string& anomalie : m_magasin.QVVerifie(famille.numero).anomalies)
+    Constate("Fichier %s : %s", {definition.nom, anomalie});
+}
+
+void Verification::LitComptes() {
+  m_magasin.QVParcours(FichierComptes, [&](Position, const void* rec) {
+    const auto& plan = *static_cast<const Plan*>(rec);
+    Compte compte;
+    compte.type = plan.Type;
+    for (int total = 0; total < NbTotaux; ++total)
+      for (const int monnaie : {enFranc, enEuro}) compte.enregistre[total][monnaie] = plan.*champs[total].champ[monnaie];
+    m_comptes.insert_or_assign(LitTexte(plan.Compte), compte);
+    return true;
+  });
+}
+
+void Verification::AdditionneLignes() {
+  const auto ajoute = [&](const std::string& numero, Total total, i64 franc, i64 euro) {
+    const auto compte = m_comptes.find(numero);
+    if (compte == m_comptes.end()) return;
+    compte->second.calcule[total][enFranc] += franc;
+    compte->second.calcule[total][enEuro] += euro;
+  };
+  m_magasin.QVParcours(FichierJournal, [&](Position, const void* rec) {
+    const auto& ligne = *static_cast<const Line*>(rec);
+    const bool credit = ligne.Sens != 0;
+    const i64 franc = EnCentimes(ligne.MontantFranc);
+    const i64 euro = EnCentimes(ligne.MontantEuro);
+    const std::string compte = LitTexte(ligne.Compte);
+    ajoute(compte, credit ? TotalCredit : TotalDebit, franc, euro);
+    if (ligne.Rapprochee) ajoute(compte, credit ? TotalRappCredit : TotalRappDebit, franc, euro);
+    if (ligne.Role != RolePerso && ligne.Role != RoleTva) return true;
+    const int signe = credit ? 1 : -1;
+    ajoute(LitTexte(ligne.ComptePrincipal), ligne.Role == RolePerso ? TotalPerso : TotalTva, signe * franc, signe * euro);
+    return true;
+  });
+}
+
+void Verification::CompareTotaux() {
+  for (const auto& [numero, compte] : m_comptes) {
+    const bool partage = compte.type == Recette || compte.type == Depense;
+    for (int total = 0; total < NbTotaux; ++total) {
+      for (const int monnaie : {enFranc, enEuro}) {
+        const f64 enregistre = compte.enregistre[total][monnaie];
+        const i64 calcule = partage || (total != TotalPerso && total != TotalTva) ? compte.calcule[total][monnaie] : 0;
+        if (EstMontant(enregistre) && EnCentimes(enregistre) == calcule) continue;
+        Constate("Compte %s : %s en %s est de %s au lieu de %s.",
+                 {Court(numero), DepuisUtf8(champs[total].nom).value_or(""), monnaie == enEuro ? "euros" : "francs",
+                  EstMontant(enregistre) ? TexteCentimes(EnCentimes(enregistre)) : "(illisible)", TexteCentimes(calcule)});
+      }
+    }
+  }
+}
+
+void Verification::VerifieEcritures() {
+  const u16 numCle = static_cast<u16>(DefinitionFichierNumero(FichierJournal)->premiereCle + 4);
+  std::string cle;
+  for (Position position = m_magasin.QVFirstKey(numCle, cle); position != 0; position = m_magasin.QVNextKey(numCle, cle)) {
+    Line ligne;
+    if (!m_magasin.ReadLines(m_app.PathExercice, position, ligne)) {
+      Constate("Journal : la ligne d'emplacement %s ne se lit pas.", {std::to_string(position)});
+      continue;
+    }
+    if (!m_lignes.empty() && m_lignes.front().Mouvement != ligne.Mouvement) {
+      VerifieEcriture();
+      m_lignes.clear();
+    }
+    m_lignes.push_back(ligne);
+  }
+  if (!m_lignes.empty()) VerifieEcriture();
+}
+
+void Verification::VerifieEcriture() {
+  VerifieAccord();
+  for (std::size_t i = 0; i < m_lignes.size(); ++i) {
+    if (m_lignes[i].Rang == i) continue;
+    ConstateEcriture("les rangs de ses lignes ne se suivent pas de 0 à %s.", {std::to_string(m_lignes.size() - 1)});
+    break;
+  }
+  if (!IsDateOk(m_lignes.front().Date)) ConstateEcriture("cette date n'existe pas.");
+  bool lisible = true;
+  for (const Line& ligne : m_lignes) {
+    VerifieLigne(ligne);
+    lisible = lisible && EstMontant(ligne.MontantFranc) && EstMontant(ligne.MontantEuro);
+  }
+  if (!lisible) return;
+  VerifieEquilibre(enFranc);
+  VerifieEquilibre(enEuro);
+}
+
+void Verification::VerifieAccord() {
+  const Line& a = m_lignes.front();
+  const auto differe = [&](auto egal) {
+    for (const Line& b : m_lignes)
+      if (!egal(b)) return true;
+    return false;
+  };
+  if (a.Mouvement == 0) ConstateEcriture("elle n'a pas de numéro.");
+  if (differe([&](const Line& b) { return a.Journal == b.Journal; }))
+    ConstateEcriture("ses lignes ne sont pas toutes du même journal.");
+  if (differe([&](const Line& b) { return a.Genre == b.Genre; }))
+    ConstateEcriture("ses lignes ne sont pas toutes du même genre.");
+  if (differe([&](const Line& b) { return a.Date == b.Date; }))
+    ConstateEcriture("ses lignes ne portent pas toutes la même date.");
+  if (differe([&](const Line& b) { return a.Ligne == b.Ligne; }))
+    ConstateEcriture("ses lignes ne portent pas toutes le même numéro de ligne.");
+  if (differe([&](const Line& b) { return LitTexte(a.Libelle) == LitTexte(b.Libelle); }))
+    ConstateEcriture("ses lignes ne portent pas toutes le même libellé.");
+  if (differe([&](const Line& b) { return !a.Validee == !b.Validee; }))
+    ConstateEcriture("ses lignes ne sont pas toutes validées, ou toutes en brouillard.");
+  if (differe([&](const Line& b) { return !a.SaisieEuro == !b.SaisieEuro; }))
+    ConstateEcriture("ses lignes ne sont pas toutes saisies dans la même monnaie.");
+}
+
+const Compte* Verification::TrouveCompte(const std::string& compte) const {
+  const auto trouve = m_comptes.find(compte);
+  return trouve == m_comptes.end() ? nullptr : &trouve->second;
+}
+
+void Verification::VerifieLigne(const Line& ligne) {
+  const std::string rang = std::to_string(ligne.Rang);
+  const std::string numero = LitTexte(ligne.Compte);
+  const Compte* compte = TrouveCompte(numero);
+  if (!compte)
+    ConstateEcriture("le compte %s de la ligne %s n'existe pas.", {Court(numero), rang});
+  else if (compte->type != ligne.TypeCompte)
+    ConstateEcriture("la ligne %s porte le type %s, mais le compte %s est du type %s.",
+                     {rang, std::to_string(ligne.TypeCompte), Court(numero), std::to_string(compte->type)});
+  const std::string principal = LitTexte(ligne.ComptePrincipal);
+  if (!principal.empty() && !TrouveCompte(principal))
+    ConstateEcriture("le compte principal %s de la ligne %s n'existe pas.", {Court(principal), rang});
+  if (!IsDateOk(ligne.DateLigne)) ConstateEcriture("la date de la ligne %s n'existe pas.", {rang});
+  if (!EstMontant(ligne.MontantFranc) || !EstMontant(ligne.MontantEuro))
+    ConstateEcriture("le montant de la ligne %s est illisible.", {rang});
+  else if (ligne.MontantFranc < 0 || ligne.MontantEuro < 0)
+    ConstateEcriture("le montant de la ligne %s est négatif.", {rang});
+}
+
+bool Verification::ConvertieParLigne() const {
+  for (const Line& ligne : m_lignes) {
+    const f64 taux = m_magasin.GetTauxEuro(ligne.DateLigne);
+    const bool juste =
+        ligne.SaisieEuro
+            ? EnCentimes(QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro)) == EnCentimes(ligne.MontantFranc)
+            : EnCentimes(QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc)) == EnCentimes(ligne.MontantEuro);
+    if (!juste) return false;
+  }
+  return true;
+}
+
+void Verification::VerifieEquilibre(int monnaie) {
+  i64 debit = 0, credit = 0;
+  for (const Line& ligne : m_lignes)
+    (ligne.Sens ? credit : debit) += EnCentimes(monnaie == enEuro ? ligne.MontantEuro : ligne.MontantFranc);
+  if (debit == credit) return;
+  const Line& premiere = m_lignes.front();
+  const bool maitre = (premiere.SaisieEuro != 0) == (monnaie == enEuro);
+  const bool tolere = std::llabs(debit - credit) <= static_cast<i64>(m_lignes.size());
+  if (!maitre && tolere && (premiere.Genre != GenreSimple || ConvertieParLigne())) return;
+  ConstateEcriture("elle n'est pas équilibrée en %s : débit %s, crédit %s.",
+                   {monnaie == enEuro ? "euros" : "francs", TexteCentimes(debit), TexteCentimes(credit)});
+}
+
+}  // namespace
+
+u32 VerifieExercice(CFenlorApp& app, const RappelConstat& constat) { return Verification(app, constat).Execute(); }
+
+}  // namespace fenlor

@@ -1,0 +1,321 @@
+// Keys on LMDB. One environment for each key file, opened without its own lock
+// (the practice has one) and without syncs: the keys are derived data. One write
+// transaction is held open and committed only by `Engage`, because a commit at
+// each save would cost as much as the save's sync. New keys are kept back in
+// arrays and written in key order before anything looks at that key.
+
+#include <lmdb.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "store/magasincles.h"
+#include "store/qvapi.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr std::size_t TailleCarteMax = std::size_t{64} << 30;
+constexpr std::size_t TailleCarteMin = std::size_t{64} << 20;
+constexpr std::size_t RetenuesMax = 60000;
+
+int Traduit(int rc) {
+  if (rc == 0) return 0;
+  if (rc == MDB_KEYEXIST) return ErrCleDouble;
+  if (rc == MDB_NOTFOUND) return ErrCleAbsente;
+  return rc > 0 ? rc : ErrCles;
+}
+
+/// A key text without its position, held in place.
+struct Retenue {
+  char texte[TailleCleMax];
+  u32 longueur;
+  u32 position;
+};
+
+class ClesLmdb : public MagasinCles {
+ public:
+  explicit ClesLmdb(const DescriptionCles& cles) : m_cles(cles) {}
+  ~ClesLmdb() override {
+    Lache();
+    if (m_env) mdb_env_close(m_env);
+  }
+
+  int Ouvre(const std::string& chemin, bool neuf) {
+    int rc = 0;
+    for (std::size_t carte = TailleCarteMax; carte >= TailleCarteMin; carte /= 4) {
+      if (m_env) mdb_env_close(m_env);
+      m_env = nullptr;
+      if ((rc = mdb_env_create(&m_env))) return Traduit(rc);
+      mdb_env_set_maxdbs(m_env, 8);
+      mdb_env_set_mapsize(m_env, carte);
+      rc = mdb_env_open(m_env, chemin.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC | MDB_NORDAHEAD, 0600);
+      if (rc != ENOMEM) break;
+    }
+    if (rc) return Traduit(rc);
+    if (mdb_env_get_maxkeysize(m_env) < static_cast<int>(TailleCleMax) + 4) return ErrCles;
+    if ((rc = Commence(neuf))) return rc;
+    return 0;
+  }
+
+  int Ajoute(unsigned cle, std::string_view texte, u32 position) override {
+    if (const int rc = Verse(cle)) return rc;
+    return Pose(cle, texte, position, 0);
+  }
+
+  int AjouteNeuve(unsigned cle, std::string_view texte, u32 position) override {
+    auto& retenues = m_retenues[cle];
+    Retenue r;
+    r.longueur = static_cast<u32>(std::min<std::size_t>(texte.size(), TailleCleMax));
+    std::memcpy(r.texte, texte.data(), r.longueur);
+    r.position = position;
+    retenues.push_back(r);
+    return retenues.size() < RetenuesMax ? 0 : Verse(cle);
+  }
+
+  int Supprime(unsigned cle, std::string_view texte, u32 position) override {
+    if (const int rc = Verse(cle)) return rc;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, texte, position, tampon);
+    MDB_val v;
+    if (!m_cles.doubles[cle]) {
+      if (const int rc = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET)) return Traduit(rc);
+      if (PositionDe(v) != position) return ErrCleAbsente;
+    } else if (const int rc = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET)) {
+      return Traduit(rc);
+    }
+    m_place[cle].clear();
+    return Traduit(mdb_cursor_del(m_curseur[cle], 0));
+  }
+
+  bool Borne(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) override {
+    return Cherche(cle, texte, position, trouvee);
+  }
+
+  bool Apres(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) override {
+    if (!Prepare(cle)) return false;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, texte, position, tampon), v;
+    if (!EstPlace(cle, k)) {
+      m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET_RANGE);
+      if (m_erreur) return Fin(cle);
+      // The cursor stands on the entry itself, or already above it.
+      if (!EstCle(k, Cle(cle, texte, position, tampon))) return Donne(cle, k, v, trouvee);
+      if (!m_cles.doubles[cle] && PositionDe(v) > position) return Donne(cle, k, v, trouvee);
+    }
+    m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_NEXT);
+    return m_erreur ? Fin(cle) : Donne(cle, k, v, trouvee);
+  }
+
+  bool Avant(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) override {
+    if (!Prepare(cle)) return false;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, texte, position, tampon), v;
+    if (EstPlace(cle, k)) {
+      m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_PREV);
+    } else {
+      m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET_RANGE);
+      m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, m_erreur == MDB_NOTFOUND ? MDB_LAST : MDB_PREV);
+    }
+    return m_erreur ? Fin(cle) : Donne(cle, k, v, trouvee);
+  }
+
+  bool Dernier(unsigned cle, EntreeCle& trouvee) override {
+    if (!Prepare(cle)) return false;
+    MDB_val k, v;
+    m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_LAST);
+    return m_erreur ? Fin(cle) : Donne(cle, k, v, trouvee);
+  }
+
+  u64 Nombre(unsigned cle) override {
+    if (!Prepare(cle)) return 0;
+    MDB_stat etat;
+    m_erreur = mdb_stat(m_txn, m_dbi[cle], &etat);
+    return m_erreur ? 0 : etat.ms_entries;
+  }
+
+  int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {
+    m_retenues[cle].clear();
+    m_place[cle].clear();
+    if (!m_txn) {
+      if (const int rc = Commence(false)) return rc;
+    }
+    mdb_cursor_close(m_curseur[cle]);
+    m_curseur[cle] = nullptr;
+    if (const int rc = mdb_drop(m_txn, m_dbi[cle], 0)) return Traduit(rc);
+    if (const int rc = mdb_cursor_open(m_txn, m_dbi[cle], &m_curseur[cle])) return Traduit(rc);
+    for (const auto& [texte, position] : triees) {
+      if (const int rc = Pose(cle, texte, position, MDB_APPEND)) return rc == ErrCleDouble ? ErrCles : rc;
+    }
+    return 0;
+  }
+
+  int Engage(bool durable) override {
+    for (unsigned cle = 0; cle < m_cles.nombre; ++cle) {
+      if (const int rc = Verse(cle)) return rc;
+    }
+    FermeCurseurs();
+    if (m_txn) {
+      MDB_txn* txn = m_txn;
+      m_txn = nullptr;
+      if (const int rc = mdb_txn_commit(txn)) return Traduit(rc);
+    }
+    if (durable) {
+      if (const int rc = mdb_env_sync(m_env, 1)) return Traduit(rc);
+    }
+    return Commence(false);
+  }
+
+  int Erreur() const override { return m_erreur == MDB_NOTFOUND ? 0 : Traduit(m_erreur); }
+
+ private:
+  int Commence(bool vide) {
+    if (const int rc = mdb_txn_begin(m_env, nullptr, 0, &m_txn)) {
+      m_txn = nullptr;
+      return Traduit(rc);
+    }
+    for (unsigned cle = 0; cle < m_cles.nombre; ++cle) {
+      const char nom[2] = {static_cast<char>('0' + cle), 0};
+      if (const int rc = mdb_dbi_open(m_txn, nom, vide ? MDB_CREATE : 0, &m_dbi[cle])) return Traduit(rc);
+      if (const int rc = mdb_cursor_open(m_txn, m_dbi[cle], &m_curseur[cle])) return Traduit(rc);
+    }
+    return 0;
+  }
+
+  void FermeCurseurs() {
+    for (auto& curseur : m_curseur) {
+      if (curseur) mdb_cursor_close(curseur);
+      curseur = nullptr;
+    }
+    for (auto& place : m_place) place.clear();
+  }
+
+  void Lache() {
+    FermeCurseurs();
+    if (m_txn) mdb_txn_abort(m_txn);
+    m_txn = nullptr;
+  }
+
+  static u32 PositionDe(const MDB_val& v) {
+    u32 position = 0;
+    if (v.mv_size == 4) std::memcpy(&position, v.mv_data, 4);
+    return position;
+  }
+
+  MDB_val Cle(unsigned cle, std::string_view texte, u32 position, u8* tampon) const {
+    std::size_t n = std::min<std::size_t>(texte.size(), TailleCleMax);
+    std::memcpy(tampon, texte.data(), n);
+    if (m_cles.doubles[cle]) {
+      for (int octet = 3; octet >= 0; --octet) tampon[n++] = static_cast<u8>(position >> (8 * octet));
+    } else if (n == 0) {
+      tampon[n++] = 0;  // LMDB has no empty key
+    }
+    return {n, tampon};
+  }
+
+  static bool EstCle(const MDB_val& a, const MDB_val& b) {
+    return a.mv_size == b.mv_size && std::memcmp(a.mv_data, b.mv_data, a.mv_size) == 0;
+  }
+
+  /// True when the cursor is known to stand on that very entry.
+  bool EstPlace(unsigned cle, const MDB_val& k) const {
+    const std::string& place = m_place[cle];
+    return !place.empty() && place.size() == k.mv_size && std::memcmp(place.data(), k.mv_data, k.mv_size) == 0;
+  }
+
+  bool Prepare(unsigned cle) {
+    m_erreur = 0;
+    if (!m_txn) m_erreur = MDB_BAD_TXN;
+    if (!m_erreur && !m_retenues[cle].empty()) {
+      if (const int rc = Verse(cle)) m_erreur = rc == ErrCles ? MDB_CORRUPTED : rc;
+    }
+    return m_erreur == 0;
+  }
+
+  bool Fin(unsigned cle) {
+    m_place[cle].clear();
+    return false;
+  }
+
+  bool Cherche(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) {
+    if (!Prepare(cle)) return false;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, texte, position, tampon), v;
+    m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET_RANGE);
+    return m_erreur ? Fin(cle) : Donne(cle, k, v, trouvee);
+  }
+
+  bool Donne(unsigned cle, const MDB_val& k, const MDB_val& v, EntreeCle& trouvee) {
+    const char* octets = static_cast<const char*>(k.mv_data);
+    m_place[cle].assign(octets, k.mv_size);
+    if (m_cles.doubles[cle]) {
+      if (k.mv_size < 4) return m_erreur = MDB_CORRUPTED, Fin(cle);
+      const std::size_t n = k.mv_size - 4;
+      trouvee.texte.assign(octets, n);
+      trouvee.position = 0;
+      for (std::size_t i = n; i < k.mv_size; ++i) trouvee.position = trouvee.position << 8 | static_cast<u8>(octets[i]);
+    } else {
+      if (v.mv_size != 4) return m_erreur = MDB_CORRUPTED, Fin(cle);
+      trouvee.texte.assign(octets, k.mv_size == 1 && octets[0] == 0 ? 0 : k.mv_size);
+      trouvee.position = PositionDe(v);
+    }
+    return true;
+  }
+
+  int Pose(unsigned cle, std::string_view texte, u32 position, unsigned mode) {
+    if (!m_txn) return ErrCles;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, texte, position, tampon);
+    MDB_val v{m_cles.doubles[cle] ? std::size_t{0} : sizeof position, &position};
+    m_place[cle].clear();
+    return Traduit(mdb_cursor_put(m_curseur[cle], &k, &v, mode ? mode : MDB_NOOVERWRITE));
+  }
+
+  /// Writes the keys kept back, in key order.
+  int Verse(unsigned cle) {
+    auto& retenues = m_retenues[cle];
+    if (retenues.empty()) return 0;
+    m_ordre.resize(retenues.size());
+    for (u32 i = 0; i < m_ordre.size(); ++i) m_ordre[i] = i;
+    const auto avant = [&](u32 a, u32 b) {
+      const Retenue &x = retenues[a], &y = retenues[b];
+      const int c = std::memcmp(x.texte, y.texte, std::min(x.longueur, y.longueur));
+      if (c) return c < 0;
+      return x.longueur != y.longueur ? x.longueur < y.longueur : x.position < y.position;
+    };
+    if (!std::is_sorted(m_ordre.begin(), m_ordre.end(), avant)) std::sort(m_ordre.begin(), m_ordre.end(), avant);
+    for (const u32 i : m_ordre) {
+      const Retenue& r = retenues[i];
+      if (const int rc = Pose(cle, {r.texte, r.longueur}, r.position, 0)) {
+        retenues.clear();
+        return rc == ErrCleDouble ? static_cast<int>(ErrCles) : rc;
+      }
+    }
+    retenues.clear();
+    if (retenues.capacity() > RetenuesMax * 2) retenues.shrink_to_fit();
+    return 0;
+  }
+
+  DescriptionCles m_cles;
+  MDB_env* m_env = nullptr;
+  MDB_txn* m_txn = nullptr;
+  MDB_dbi m_dbi[8] = {};
+  MDB_cursor* m_curseur[8] = {};
+  std::string m_place[8];  ///< LMDB key under each cursor, empty when not known
+  std::vector<Retenue> m_retenues[8];
+  std::vector<u32> m_ordre;
+  int m_erreur = 0;
+};
+
+}  // namespace
+
+int FabriqueLmdb::Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
+                        std::unique_ptr<MagasinCles>& magasin) {
+  auto lmdb = std::make_unique<ClesLmdb>(cles);
+  const int rc = lmdb->Ouvre(chemin, neuf);
+  if (rc == 0) magasin = std::move(lmdb);
+  return rc;
+}
+
+}  // namespace fenlor

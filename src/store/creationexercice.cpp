@@ -1,0 +1,420 @@
+// Making, replacing and removing an exercice.
+//
+// A new exercice exists once its section and its name stand in the settings,
+// which is one replacement of one file and comes last. What an unclean stop
+// leaves before that is a directory without a section.
+//
+// A replacement first notes "Remplacement" in the section, then moves the old
+// directory aside ("2003.remplace~"); the settings of the new exercice take the
+// note away again. A deletion takes the section away first, then moves the
+// directory aside ("2003.supprime~") and removes it.
+#include <algorithm>
+#include <cerrno>
+
+#include "store/cumuls.h"
+#include "store/definitions.h"
+#include "store/exercices.h"
+#include "store/modele.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr const char* CleRemplacement = "Remplacement";
+constexpr std::string_view SuffixeRemplace = ".remplace~", SuffixeSupprime = ".supprime~";
+constexpr u32 StyleOuiNonQuestion = 4 | 32;
+constexpr u32 ReponseOui = 6;
+constexpr u64 TailleTextesMax = 1u << 22;
+
+std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view suffixe) {
+  return Joint(etat.pathCabinet, nom + std::string(suffixe));
+}
+
+/// True for a file that the store made in an exercice's directory.
+bool EstFichierDuMagasin(const std::string& nom) {
+  if (nom == "TEXTES.dat" || nom == "witness") return true;
+  const std::size_t point = nom.rfind('.');
+  if (point == std::string::npos || DefinitionNom(nom.substr(0, point)) == nullptr) return false;
+  const std::string extension = nom.substr(point);
+  return extension == ".dat" || extension == ".idx" || extension == ".da$" || extension == ".id$";
+}
+
+/// Removes what the store made in a directory left by an unclean stop, and the
+/// directory when nothing else is in it.
+int OteRestes(Systeme& systeme, const std::string& dossier) {
+  std::vector<std::string> noms;
+  int code = systeme.Liste(dossier, noms);
+  if (code != 0) return code == ENOENT ? 0 : code;
+  for (const std::string& nom : noms)
+    if (EstFichierDuMagasin(nom))
+      if (const int rc = systeme.Supprime(Joint(dossier, nom))) code = rc;
+  if (code == 0) systeme.SupprimeDossier(dossier);
+  return code;
+}
+
+/// Removes a directory and the files in it. Directories inside it stay, and it
+/// with them.
+int OteDossier(Systeme& systeme, const std::string& dossier) {
+  std::vector<std::string> noms;
+  int code = systeme.Liste(dossier, noms);
+  if (code != 0) return code == ENOENT ? 0 : code;
+  for (const std::string& nom : noms)
+    if (const int rc = systeme.Supprime(Joint(dossier, nom))) code = rc;
+  const int rc = systeme.SupprimeDossier(dossier);
+  return code != 0 ? code : rc;
+}
+
+/// Everything that a new exercice takes over.
+struct Contenu {
+  std::vector<Plan> comptes;
+  std::vector<Rubrique> rubriques;
+  std::string textes;  ///< of the labels file
+  std::vector<Profil::Changement> reglages;
+  std::string afficherDouble = "Non";
+};
+
+bool LitTextes(Systeme& systeme, const std::string& chemin, std::string& textes, int& code) {
+  std::unique_ptr<Fichier> fichier;
+  Empreinte empreinte;
+  code = systeme.Ouvre(chemin, Systeme::Lecture, fichier);
+  if (code == ENOENT) {
+    textes = "@Texte\r\n";
+    code = 0;
+    return true;
+  }
+  if (code == 0) code = fichier->Mesure(empreinte);
+  if (code == 0 && empreinte.taille > TailleTextesMax) code = EFBIG;
+  if (code != 0) return false;
+  textes.resize(empreinte.taille);
+  std::size_t lus = 0;
+  code = fichier->Lit(textes.data(), textes.size(), 0, lus);
+  textes.resize(lus);
+  return code == 0;
+}
+
+bool EcritTextes(Systeme& systeme, const std::string& chemin, const std::string& textes, int& code) {
+  std::unique_ptr<Fichier> fichier;
+  code = systeme.Ouvre(chemin, Systeme::Creation, fichier);
+  if (code == 0) code = fichier->Ecrit(textes.data(), textes.size(), 0);
+  if (code == 0) code = fichier->Synchronise();
+  return code == 0;
+}
+
+/// Reads all records of an open file.
+template <class Rec>
+bool LitTout(QVAPI& magasin, u16 fichier, std::vector<Rec>& recs) {
+  return magasin.QVParcours(fichier, [&](Position, const void* octets) {
+    std::memcpy(&recs.emplace_back(), octets, sizeof(Rec));
+    return true;
+  });
+}
+
+f64 SoldeReel(f64 initial, f64 credit, f64 debit) {
+  return DeCentimes(Centimes(initial) + Centimes(credit) - Centimes(debit));
+}
+
+/// Account of a following exercice: totals zero, what the treasury holds carried over.
+void ReporteCompte(Plan& compte, bool soldes) {
+  const bool garde = soldes && compte.Type == Tresorerie;
+  compte.SoldeInitialFranc =
+      garde ? SoldeReel(compte.SoldeInitialFranc, compte.CreditFranc, compte.DebitFranc) : 0;
+  compte.SoldeInitialEuro = garde ? SoldeReel(compte.SoldeInitialEuro, compte.CreditEuro, compte.DebitEuro) : 0;
+  PoseCumuls(compte, Cumuls());
+}
+
+/// Takes over accounts, headings and labels of the exercice `nom`.
+bool ContenuExercice(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, bool soldes, Contenu& contenu) {
+  if (!EssaieFichiers(magasin, etat, nom)) return false;
+  const std::string dossier = magasin.CheminExercice(nom);
+  EmpruntFichiers emprunt(etat);
+  const u32 comptes = magasin.OpenPlan(dossier);
+  bool lu = comptes != 0 && LitTout(magasin, FichierComptes, contenu.comptes);
+  const u32 rubriques = lu ? magasin.OpenRubriques(dossier) : 0;
+  lu = rubriques != 0 && LitTout(magasin, FichierRubriques, contenu.rubriques);
+  int code = lu ? 0 : magasin.QVFileErrorCode();
+  if (comptes != 0) magasin.ClosePlan(comptes);
+  if (rubriques != 0) magasin.CloseRubriques(rubriques);
+  if (!lu || !LitTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code))
+    return RefuseDit(magasin, etat, code);
+  for (Plan& compte : contenu.comptes) ReporteCompte(compte, soldes);
+  for (Rubrique& rubrique : contenu.rubriques) rubrique.ManuelFranc = rubrique.ManuelEuro = 0;
+  const std::string affichage = etat.reglages->Lit(nom, "AFFICHERDOUBLE");
+  if (!affichage.empty()) contenu.afficherDouble = affichage;
+  return true;
+}
+
+bool ContenuModele(EtatQVAPI& etat, Contenu& contenu) {
+  Modele modele;
+  ErreurModele erreur;
+  if (!ChargeModele(*etat.systeme, etat.pathProgrammes, modele, erreur)) {
+    const std::string endroit = erreur.ligne != 0 ? ", ligne " + std::to_string(erreur.ligne) : std::string();
+    return RefuseDit(etat, ErrModele, 0, "Le modèle defaut.qvc est illisible"_w + endroit + " : " + erreur.raison);
+  }
+  contenu.comptes = std::move(modele.comptes);
+  contenu.rubriques = std::move(modele.rubriques);
+  contenu.reglages = std::move(modele.reglages);
+  contenu.textes = "@Texte\r\n";
+  for (const std::string& libelle : modele.libelles) contenu.textes += libelle + "\r\n";
+  return true;
+}
+
+template <class Rec>
+bool AjouteTout(Moteur& moteur, u16 fichier, const std::vector<Rec>& recs) {
+  for (const Rec& rec : recs) {
+    const Position position = moteur.Ajoute(fichier, &rec);
+    if (position == 0 || !moteur.AjouteCles(fichier, position, &rec, false)) return false;
+  }
+  return true;
+}
+
+/// Makes the files of an exercice in an empty directory.
+bool RemplitDossier(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier, const Contenu& contenu) {
+  EmpruntFichiers emprunt(etat);
+  const u32 comptes = magasin.OpenPlan(dossier);
+  const u32 rubriques = comptes != 0 ? magasin.OpenRubriques(dossier) : 0;
+  const u32 journal = rubriques != 0 ? magasin.OpenJournal(dossier) : 0;
+  const u32 banques = journal != 0 ? magasin.OpenBanques(dossier) : 0;
+  bool fait = banques != 0;
+  if (fait) {
+    QVAPI::Unite unite(magasin);
+    fait = AjouteTout(*etat.moteur, FichierComptes, contenu.comptes) &&
+           AjouteTout(*etat.moteur, FichierRubriques, contenu.rubriques) && unite.Valide();
+  }
+  int code = fait ? 0 : magasin.QVFileErrorCode();
+  if (comptes != 0) magasin.ClosePlan(comptes);
+  if (rubriques != 0) magasin.CloseRubriques(rubriques);
+  if (journal != 0) magasin.CloseJournal(journal);
+  if (banques != 0) magasin.CloseBanques(banques);
+  if (fait) fait = EcritTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code);
+  if (fait) code = etat.systeme->SynchroniseDossier(dossier);
+  return code == 0 || etat.Refuse(code);
+}
+
+/// The directory of an exercice in the making: it is removed again, and what
+/// stood there put back, unless it is kept.
+class DossierEnCours {
+ public:
+  DossierEnCours(EtatQVAPI& etat, std::string nom)
+      : m_etat(etat), m_nom(std::move(nom)), m_dossier(Joint(etat.pathCabinet, m_nom)) {}
+  ~DossierEnCours() {
+    if (m_garde) return;
+    const int erreur = m_etat.moteur->Erreur();
+    if (m_cree && m_etat.moteur->Relache(m_dossier)) OteRestes(*m_etat.systeme, m_dossier);
+    AcheveExercices(m_etat);
+    m_etat.moteur->PoseErreur(erreur);
+  }
+
+  /// Makes an empty directory; `remplace`: what stands there may be put back.
+  bool Prepare(bool remplace) {
+    Systeme& systeme = *m_etat.systeme;
+    if (!m_etat.moteur->Relache(m_dossier)) return false;
+    int code = 0;
+    if (remplace) {
+      if (!m_etat.reglages->Ecrit(m_nom, CleRemplacement, std::string("Oui"))) code = m_etat.reglages->Erreur();
+      if (code == 0) code = systeme.Renomme(m_dossier, CheminCote(m_etat, m_nom, SuffixeRemplace));
+      if (code == ENOENT) code = 0;
+    } else {
+      code = OteRestes(systeme, m_dossier);
+    }
+    if (code == 0) code = systeme.CreeDossier(m_dossier);
+    if (code == EEXIST) code = 0;
+    m_cree = code == 0;
+    if (code == 0) code = systeme.SynchroniseDossier(m_etat.pathCabinet);
+    return code == 0 || m_etat.Refuse(code);
+  }
+
+  void Garde() {
+    m_garde = true;
+    OteDossier(*m_etat.systeme, CheminCote(m_etat, m_nom, SuffixeRemplace));
+  }
+
+  const std::string& Chemin() const { return m_dossier; }
+
+ private:
+  EtatQVAPI& m_etat;
+  std::string m_nom, m_dossier;
+  bool m_cree = false, m_garde = false;
+};
+
+/// Exercice whose content a new one takes over: the one that ends last before it
+/// begins, whose balances are carried over; else the one that ends last.
+std::string Source(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date debut, bool& soldes) {
+  std::string precedent, dernier;
+  Date finPrecedent = 0, finDernier = 0;
+  for (const std::string& autre : magasin.ListeExercices()) {
+    if (CompareSansCasse(autre, nom) == 0) continue;
+    const Date fin = LitPeriode(etat, autre).fin;
+    if (fin >= finDernier) {
+      finDernier = fin;
+      dernier = autre;
+    }
+    if (fin != 0 && fin < debut && fin >= finPrecedent) {
+      finPrecedent = fin;
+      precedent = autre;
+    }
+  }
+  soldes = !precedent.empty();
+  return soldes ? precedent : dernier;
+}
+
+std::string ListeAvec(QVAPI& magasin, const std::string& sans, const std::string& avec) {
+  std::string liste;
+  bool place = avec.empty();
+  const auto ajoute = [&](const std::string& nom) { liste += (liste.empty() ? "" : ",") + nom; };
+  for (const std::string& nom : magasin.ListeExercices()) {
+    if (CompareSansCasse(nom, sans) != 0) {
+      ajoute(nom);
+    } else if (!place) {
+      ajoute(avec);
+      place = true;
+    }
+  }
+  if (!place) ajoute(avec);
+  return liste;
+}
+
+/// All settings of a new exercice, written in one replacement of the file.
+bool EcritReglages(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date debut, Date fin, bool euro, bool tva,
+                   const Contenu& contenu) {
+  Profil& reglages = *etat.reglages;
+  std::vector<Profil::Changement> changements;
+  for (const std::string& cle : ClesExercice()) changements.push_back({nom, cle, std::nullopt});
+  changements.push_back({nom, CleRemplacement, std::nullopt});
+  changements.push_back({nom, "Debut", StrDate(debut)});
+  changements.push_back({nom, "Fin", StrDate(fin)});
+  changements.push_back({nom, "TVA", tva ? "Oui" : "Non"});
+  changements.push_back({nom, "EURO", euro ? "Oui" : "Non"});
+  changements.push_back({nom, "AFFICHERDOUBLE", contenu.afficherDouble});
+  std::vector<Profil::Changement> defauts = contenu.reglages;
+  defauts.push_back({"2035", "Recettes", "1, 7"});
+  defauts.push_back({"2035", "Depenses", "8, 32"});
+  defauts.push_back({"2035", "Résultat"_w, "33, 47"});
+  defauts.push_back({"2035", "T.V.A.", "48, 52"});
+  for (const Profil::Changement& defaut : defauts)
+    if (reglages.Lit(defaut.section, defaut.cle).empty()) changements.push_back(defaut);
+  changements.push_back({"Activite", "Exercices", ListeAvec(magasin, nom, nom)});
+  return reglages.Ecrit(changements) || etat.Refuse(reglages.Erreur());
+}
+
+bool ChercheConflit(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date debut, Date fin) {
+  for (const std::string& autre : magasin.ListeExercices()) {
+    if (CompareSansCasse(autre, nom) == 0) continue;
+    const PeriodeExercice periode = LitPeriode(etat, autre);
+    if (periode.Connue() && debut <= periode.fin && fin >= periode.debut)
+      return RefuseDit(etat, ErrConflit, MsgConflit, "Cette période est en conflit avec l'exercice "_w + autre);
+  }
+  return true;
+}
+
+/// True when something stands under the name that a new exercice would destroy.
+bool Existe(EtatQVAPI& etat, const std::string& nom) {
+  if (!NomListe(etat, nom).empty() || !etat.reglages->Lit(nom, "Debut").empty()) return true;
+  Empreinte journal;
+  const std::string chemin = Joint(Joint(etat.pathCabinet, nom), "JOURNAL.dat");
+  return etat.systeme->Mesure(chemin, journal) == 0 && journal.taille > QVAPI::QVGetFirstRecPos(sizeof(Line));
+}
+
+/// Removes an exercice's keys from its section, and the section when nothing else is in it.
+void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Changement>& changements) {
+  std::vector<std::string> siennes = ClesExercice();
+  siennes.push_back(CleRemplacement);
+  bool reste = false;
+  for (const std::string& cle : etat.reglages->Cles(nom)) {
+    const bool sienne = std::any_of(siennes.begin(), siennes.end(),
+                                    [&](const std::string& s) { return CompareSansCasse(s, cle) == 0; });
+    if (sienne)
+      changements.push_back({nom, cle, std::nullopt});
+    else
+      reste = true;
+  }
+  if (!reste && etat.reglages->Existe(nom)) changements.push_back({nom, {}, std::nullopt});
+}
+
+}  // namespace
+
+bool AcheveExercices(EtatQVAPI& etat) {
+  Systeme& systeme = *etat.systeme;
+  std::vector<std::string> noms;
+  if (systeme.Liste(etat.pathCabinet, noms) != 0) return true;
+  for (const std::string& nom : noms) {
+    const std::size_t point = nom.find('.');
+    if (point == std::string::npos) continue;
+    const std::string exercice = nom.substr(0, point), suffixe = nom.substr(point);
+    if (!NomExerciceCorrect(exercice) || (suffixe != SuffixeRemplace && suffixe != SuffixeSupprime)) continue;
+    const std::string cote = Joint(etat.pathCabinet, nom);
+    if (suffixe == SuffixeSupprime || etat.reglages->Lit(exercice, CleRemplacement).empty()) {
+      OteDossier(systeme, cote);
+      continue;
+    }
+    const std::string dossier = Joint(etat.pathCabinet, exercice);
+    if (!etat.moteur->Relache(dossier)) return false;
+    int code = OteRestes(systeme, dossier);
+    if (code == 0) code = systeme.Renomme(cote, dossier);
+    if (code == 0) code = systeme.SynchroniseDossier(etat.pathCabinet);
+    if (code != 0) return RefuseDit(etat, code, 0, "L'exercice "_w + exercice + " n'a pas pu être rétabli : "_w +
+                                                       TexteErreurSysteme(code));
+  }
+  for (const std::string& section : etat.reglages->Sections())
+    if (NomExerciceCorrect(section) && !etat.reglages->Lit(section, CleRemplacement).empty() &&
+        !etat.reglages->Ecrit(section, CleRemplacement, std::nullopt))
+      return etat.Refuse(etat.reglages->Erreur());
+  return true;
+}
+
+bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, bool euro, bool tva) {
+  EtatQVAPI& etat = *m_etat;
+  if (!CabinetPret(etat)) return false;
+  if (etat.moteur->Profondeur() != 0) return RefuseDit(*this, etat, ErrValeur);
+  if (!NomExerciceCorrect(nomDonne))
+    return RefuseDit(etat, ErrValeur, MsgNomExercice,
+                     "Le nom de l'exercice \""_w + nomDonne + "\" est incorrect : 1 à 4 lettres ou chiffres."_w);
+  if (!IsDateOk(debut) || !IsDateOk(fin) || debut >= fin)
+    return RefuseDit(etat, ErrValeur, MsgPeriode,
+                     "La période du "_w + StrDate(debut) + " au " + StrDate(fin) + " est incorrecte.");
+  if (!AcheveExercices(etat) || !ChercheConflit(*this, etat, nomDonne, debut, fin)) return false;
+  const std::string listee = NomListe(etat, nomDonne), nom = listee.empty() ? nomDonne : listee;
+  const bool remplace = Existe(etat, nom);
+  if (remplace) {
+    const std::string question = "Cet exercice existe déja désirez vous le remplacer ?\n"_w;
+    if (!etat.rappel || etat.rappel(EvQuestion, StyleOuiNonQuestion, question) != ReponseOui)
+      return etat.Refuse(ErrExistant);
+    if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
+  }
+  Contenu contenu;
+  bool soldes = false;
+  const std::string source = Source(*this, etat, nom, debut, soldes);
+  if (!(source.empty() ? ContenuModele(etat, contenu) : ContenuExercice(*this, etat, source, soldes, contenu)))
+    return false;
+  DossierEnCours dossier(etat, nom);
+  if (!dossier.Prepare(remplace) || !RemplitDossier(*this, etat, dossier.Chemin(), contenu) ||
+      !EcritReglages(*this, etat, nom, debut, fin, euro, tva, contenu))
+    return RefuseDit(*this, etat, QVFileErrorCode());
+  dossier.Garde();
+  return true;
+}
+
+bool QVAPI::QVDeleteExercice(const std::string& nomDonne) {
+  EtatQVAPI& etat = *m_etat;
+  if (!CabinetPret(etat)) return false;
+  if (etat.moteur->Profondeur() != 0) return RefuseDit(*this, etat, ErrValeur);
+  const std::string nom = NomListe(etat, nomDonne);
+  if (!NomExerciceCorrect(nom)) return RefuseDit(*this, etat, ErrValeur);
+  if (!AcheveExercices(etat)) return false;
+  if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
+  const std::string dossier = CheminExercice(nom);
+  if (!etat.moteur->Relache(dossier)) return RefuseDit(*this, etat, QVFileErrorCode());
+  std::vector<Profil::Changement> changements;
+  OteSection(etat, nom, changements);
+  changements.push_back({"Activite", "Exercices", ListeAvec(*this, nom, {})});
+  if (CompareSansCasse(etat.reglages->Lit("Activite", "Exercice"), nom) == 0)
+    changements.push_back({"Activite", "Exercice", std::string()});
+  if (!etat.reglages->Ecrit(changements)) return RefuseDit(*this, etat, etat.reglages->Erreur());
+  // The exercice is gone; what cannot be removed now is tried again later.
+  const std::string cote = CheminCote(etat, nom, SuffixeSupprime);
+  const bool deplace = etat.systeme->Renomme(dossier, cote) == 0;
+  OteDossier(*etat.systeme, deplace ? cote : dossier);
+  return true;
+}
+
+}  // namespace fenlor

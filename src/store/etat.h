@@ -1,0 +1,75 @@
+// What the parts of `QVAPI` share behind its header.
+#pragma once
+
+#include <map>
+#include <unordered_map>
+
+#include "store/moteur.h"
+#include "store/qvapi.h"
+
+namespace fenlor {
+
+struct EtatQVAPI {
+  OptionsQVAPI options;
+  SystemePosix systemePosix;
+  FabriqueLmdb cleLmdb;
+  Systeme* systeme = nullptr;
+  std::unique_ptr<Moteur> moteur;  ///< never null
+  bool session = false;
+  std::unique_ptr<Profil> reglages;
+
+  std::string pathProgrammes, pathCabinet, pathCabinetImpose, nomCabinet, userCabinet;
+  std::string nomExercice, pathExercice;
+  bool avecQuorbane = false;
+  u16 edition = 2;
+  Date aujourdhuiFixe = 0;
+  RappelMagasin rappel;
+
+  // Families: how often each file is open, by file number.
+  std::map<u16, unsigned> ouvertures;
+  Position derniereLigneLue = 0;  ///< for WriteJournal
+
+  // Plain files by handle.
+  struct FichierPlat {
+    std::unique_ptr<Fichier> fichier;
+    u64 place = 0;
+    bool ecriture = false;
+  };
+  std::map<int, FichierPlat> plats;
+  int prochainPlat = 1;
+
+  // Treasury lines of standard entries, by ticket.
+  std::unordered_map<u32, std::vector<LineTresor>> lignesTresor;
+  u32 prochainTicket = 1;
+
+  // Derived counters of the open journal; stale when the engine's count of
+  // undone units is not `annulationsVues`.
+  u64 annulationsVues = 0;
+  u32 dernierMouvement = 0;
+  bool dernierMouvementConnu = false;
+  std::unordered_map<u32, u32> derniereLigne;  ///< (journal << 24 | year << 4 | month) to highest Ligne
+  std::string cheminCompteurs;              ///< journal that the counters are about
+  u32 mouvementRang = 0, prochainRang = 0;  ///< next free `Rang` of that entry
+  /// Where accounts were last seen: hints, checked against the record before use.
+  std::unordered_map<std::string, Position> positionsComptes;
+
+  /// To be called whenever lines or keys of "JOURNAL" change behind the entry
+  /// operations (QVAddRec, QVAddKey and their like, opening, closing).
+  void OublieCompteurs() {
+    dernierMouvementConnu = false;
+    dernierMouvement = mouvementRang = prochainRang = 0;
+    derniereLigne.clear();
+  }
+
+  /// Tells an error to the callback (event 6).
+  void DitErreur(const std::string& texte, u32 numero = 0) {
+    if (rappel) rappel(EvErreur, numero, texte);
+  }
+  /// Refuses with a code; returns false so that `return m_etat->Refuse(...)` reads well.
+  bool Refuse(int code) {
+    moteur->PoseErreur(code);
+    return false;
+  }
+};
+
+}  // namespace fenlor

@@ -1,0 +1,114 @@
+// One data file: a header in two alternating copies, then fixed slots.
+//
+//   offset  size  meaning
+//        0    56  header, copy of even generations
+//      512    56  header, copy of odd generations
+//     1024     n  slot 1, slot 2, ... each of the record's size
+//
+// Header (little-endian):
+//        0     8  "QVDAT\r\n" and 1A
+//        8     4  version, 1
+//       12     2  file number
+//       14     2  record size
+//       16     8  id of the file, drawn at its creation
+//       24     8  id of the redo log that guards it
+//       32     8  generation, rises with each copy written
+//       40     4  slots
+//       44     4  first slot of the free list, 0 for none
+//       48     4  free slots
+//       52     4  CRC-32 of bytes 0 to 51
+//
+// A live slot begins with its marker: 1 in its first byte, or a number that is
+// neither 0 nor FFFFFFFF. A deleted slot begins with 255 (all four bytes where
+// records begin with a number) and holds the next free slot at offset 4. A slot
+// of zeroes was never written.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "store/systeme.h"
+
+namespace fenlor {
+
+constexpr u32 DebutEmplacements = 1024;
+
+struct EnteteDat {
+  u16 numero = 0;
+  u16 taille = 0;
+  u64 id = 0;
+  u64 idReprise = 0;
+  u64 generation = 0;
+  u32 emplacements = 0;
+  u32 tete = 0;
+  u32 libres = 0;
+};
+
+/// What a slot's first bytes say.
+enum class EtatEmplacement { Vivant, Libre, Jamais, Inconnu };
+
+class FichierDat {
+ public:
+  ~FichierDat();
+
+  /// Writes an empty file of no slots and syncs it. 0, errno or ErreurMagasin.
+  static int Cree(Systeme& systeme, const std::string& chemin, const EnteteDat& entete);
+  /// Opens and checks. `idReprise` is the practice's log: a file guarded by it
+  /// may have a tail that was never committed, which is cut off; any other
+  /// file must have exactly the length that its header tells. With `reprise` the
+  /// length is left as found: recovery knows better than the header.
+  int Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, bool reprise = false);
+
+  /// Header as last committed. `ecrits` says that the disk may hold more.
+  EnteteDat entete;
+
+  EtatEmplacement EtatDe(const u8* emplacement) const;
+  static EtatEmplacement EtatDe(u8 marque, const u8* emplacement);
+
+  /// Slot in the mapping, or in the tail not yet written. Precondition: the
+  /// position was written or reserved.
+  const u8* Place(Position position) const;
+  /// Makes sure that slots up to `position` have disk space and can be mapped.
+  int Reserve(Position position);
+  int EcritPlace(Position position, u32 decalage, const void* octets, u32 taille);
+
+  // The uncommitted tail of a large unit.
+  int AjouteQueue(Position position, const void* rec);
+  int ModifieQueue(Position position, const void* rec);
+  int VerseQueue();
+  /// Forgets the tail behind `emplacements`.
+  void CoupeQueue(u32 emplacements);
+
+  int Synchronise();
+  /// Writes the next copy of the header (not synced).
+  int EcritEntete();
+  /// Cuts the file to its slots (not synced).
+  int Ajuste();
+  int Mesure(Empreinte& empreinte);
+
+  const std::string& Chemin() const { return m_chemin; }
+  u8 Marque() const { return m_marque; }
+  u64 Offset(Position position) const { return DebutEmplacements + u64(position - 1) * entete.taille; }
+  void PoseMarque(u8 marque) { m_marque = marque; }
+
+  static void Code(const EnteteDat& entete, u8* octets);
+  static bool Decode(const u8* octets, EnteteDat& entete);
+
+ private:
+  int Projette(u64 taille);
+
+  std::string m_chemin;
+  std::unique_ptr<Fichier> m_fichier;
+  u8 m_marque = 1;
+  const u8* m_projection = nullptr;
+  std::size_t m_tailleProjection = 0;
+  u64 m_reserve = 0;   ///< bytes of the file that have disk space
+  std::vector<u8> m_queue;
+  Position m_debutQueue = 0;  ///< slot of the queue's first byte, 0 when empty
+};
+
+/// A random number other than 0.
+u64 TireId();
+
+}  // namespace fenlor

@@ -1,0 +1,84 @@
+// Ordered keys of one key file: what the engine needs of a key store, and no
+// more, so that the tests can run the whole store on a plain ordered map.
+//
+// An entry is (text, position). Where doubles are allowed entries are ordered by
+// text, then position; elsewhere a text stands once. Texts compare bytewise.
+// Keys are derived from the data files: nothing here needs to survive a crash.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/definitions.h"
+
+namespace fenlor {
+
+struct EntreeCle {
+  std::string texte;
+  u32 position = 0;
+};
+
+/// One key file. Operations return 0, or errno / ErrCles / ErrCleDouble /
+/// ErrCleAbsente. After ErrCles or an errno value the object is of no more use.
+class MagasinCles {
+ public:
+  virtual ~MagasinCles() = default;
+
+  virtual int Ajoute(unsigned cle, std::string_view texte, u32 position) = 0;
+  /// As Ajoute, for an entry that the caller knows to be new: it may be kept
+  /// back and written later, in order. A double is then told as ErrCles.
+  virtual int AjouteNeuve(unsigned cle, std::string_view texte, u32 position) = 0;
+  virtual int Supprime(unsigned cle, std::string_view texte, u32 position) = 0;
+
+  /// Smallest entry at or above (texte, position). False at the end.
+  virtual bool Borne(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) = 0;
+  /// Smallest entry above, greatest entry below.
+  virtual bool Apres(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) = 0;
+  virtual bool Avant(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) = 0;
+  virtual bool Dernier(unsigned cle, EntreeCle& trouvee) = 0;
+  virtual u64 Nombre(unsigned cle) = 0;
+
+  /// Empties one key and fills it with entries in ascending order.
+  virtual int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) = 0;
+  /// Hands what was written to the operating system; `durable` also syncs it.
+  virtual int Engage(bool durable) = 0;
+  /// Error of the last look-up that returned false or 0: 0 when it just found nothing.
+  virtual int Erreur() const = 0;
+};
+
+/// Description of a key file's keys.
+struct DescriptionCles {
+  unsigned nombre = 0;
+  bool doubles[8] = {};
+};
+
+class FabriqueCles {
+ public:
+  virtual ~FabriqueCles() = default;
+  /// Opens the key file of `chemin`; `neuf` discards what stands there and
+  /// creates it. 0, or errno / ErrCles.
+  virtual int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
+                    std::unique_ptr<MagasinCles>& magasin) = 0;
+  /// True when the keys live in the file of that path.
+  virtual bool SurDisque() const = 0;
+};
+
+/// LMDB: one environment for each key file, one named database for each key.
+class FabriqueLmdb : public FabriqueCles {
+ public:
+  int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
+            std::unique_ptr<MagasinCles>& magasin) override;
+  bool SurDisque() const override { return true; }
+};
+
+/// An ordered map in memory: for tests, and when the disk has no room for keys.
+class FabriqueMemoire : public FabriqueCles {
+ public:
+  int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
+            std::unique_ptr<MagasinCles>& magasin) override;
+  bool SurDisque() const override { return false; }
+};
+
+}  // namespace fenlor

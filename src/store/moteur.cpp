@@ -1,0 +1,400 @@
+// The practice: lock, recovery, opening and closing of files.
+
+#include "store/moteur.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "store/moteuretat.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+std::string Normal(const std::string& chemin) {
+  std::string normal = std::filesystem::path(chemin).lexically_normal().string();
+  while (normal.size() > 1 && normal.back() == '/') normal.pop_back();
+  return normal;
+}
+
+bool Finit(const std::string& texte, std::string_view fin) {
+  return texte.size() >= fin.size() && texte.compare(texte.size() - fin.size(), fin.size(), fin) == 0;
+}
+
+std::string AvecExtension(const std::string& chemin, std::string_view extension) {
+  return std::filesystem::path(chemin).replace_extension(extension).string();
+}
+
+}  // namespace
+
+Moteur::Moteur(Systeme& systeme, FabriqueCles& cles, std::size_t tailleReprise)
+    : m(std::make_unique<Etat>(systeme, cles, tailleReprise)) {}
+
+Moteur::~Moteur() {
+  while (m->profondeur) AnnuleUnite();
+  if (m->ouvert) FermeCabinet();
+}
+
+bool Moteur::EstOuvert() const { return m->ouvert; }
+const std::string& Moteur::Detenteur() const { return m->verrou.Detenteur(); }
+int Moteur::Erreur() const { return m->erreur; }
+void Moteur::PoseErreur(int code) { m->Echec(code); }
+const std::string& Moteur::FichierErreur() const { return m->fichierErreur; }
+
+std::vector<std::string> Moteur::Avertissements() { return std::exchange(m->avertissements, {}); }
+
+std::string Moteur::Etat::Relatif(const std::string& chemin) const {
+  const std::string debut = dossier + "/";
+  return chemin.starts_with(debut) ? chemin.substr(debut.size()) : std::string();
+}
+
+bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
+  if (m->ouvert) return m->Echec(ErrOccupe);
+  m->dossier = Normal(dossier);
+  if (const int rc = m->verrou.Prend(m->systeme, m->dossier)) return m->Echec(rc, m->dossier);
+  m->reprise = std::make_unique<JournalReprise>();
+  const std::string chemin = Joint(m->dossier, "fenlor.rep");
+  bool bien = m->RestaureReconstructions("");
+  std::vector<std::string> noms;
+  if (bien && m->systeme.Liste(m->dossier, noms) == 0) {
+    for (const std::string& nom : noms) {
+      if (bien && nom.find('.') == std::string::npos) bien = m->RestaureReconstructions(nom);
+    }
+  }
+  if (bien) {
+    int rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
+    if (!rc) rc = m->reprise->Verifie();
+    if (rc == ErrJournalReprise && reparation) {
+      m->avertissements.push_back("Le journal de reprise " + chemin + " est illisible : il est mis de côté.");
+      rc = m->systeme.Renomme(chemin, chemin + ".avarie");
+      m->reprise = std::make_unique<JournalReprise>();
+      if (!rc) rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
+    }
+    bien = rc == 0 ? m->Rejoue(reparation) : m->Echec(rc, chemin);
+  }
+  if (!bien) {
+    m->reprise.reset();
+    m->verrou.Rend();
+    return false;
+  }
+  return m->ouvert = true;
+}
+
+/// A rebuild that was cut short left the old file beside the new one: the old
+/// one is the truth.
+bool Moteur::Etat::RestaureReconstructions(const std::string& sousDossier) {
+  const std::string endroit = sousDossier.empty() ? dossier : Joint(dossier, sousDossier);
+  std::vector<std::string> noms;
+  if (systeme.Liste(endroit, noms)) return true;  // not a directory of ours
+  bool change = false;
+  for (const std::string& nom : noms) {
+    const bool dat = Finit(nom, ".da$"), idx = Finit(nom, ".id$");
+    if (!(dat || idx) || !DefinitionNom(nom.substr(0, nom.size() - 4))) continue;
+    const std::string ancien = Joint(endroit, nom);
+    const int rc = dat ? systeme.Renomme(ancien, AvecExtension(ancien, ".dat")) : systeme.Supprime(ancien);
+    if (rc) return Echec(rc, ancien);
+    change = true;
+  }
+  if (change) {
+    if (const int rc = systeme.SynchroniseDossier(endroit)) return Echec(rc, endroit);
+  }
+  return true;
+}
+
+/// Brings the units of the log into the data files. May be cut short and done
+/// again: images are the same each time, and the log is emptied last.
+bool Moteur::Etat::Rejoue(bool reparation) {
+  std::map<u64, std::unique_ptr<FichierDat>> repris;
+  std::set<u64> perdus;
+  std::string fautif;
+  int rc = reprise->Relit([&](const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images) {
+    for (const FichierUnite& f : fichiersUnite) {
+      if (perdus.contains(f.id)) continue;
+      auto& dat = repris[f.id];
+      if (!dat) {
+        dat = std::make_unique<FichierDat>();
+        fautif = Joint(dossier, f.chemin);
+        int erreurDat = dat->Ouvre(systeme, fautif, reprise->Id(), true);
+        const EnteteDat& e = dat->entete;
+        if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.taille != f.taille)) erreurDat = ErrEndommage;
+        if (erreurDat) {
+          if (!reparation) return erreurDat;
+          avertissements.push_back("Des écritures récentes du fichier " + fautif + " n'ont pas pu être reprises.");
+          repris.erase(f.id);
+          perdus.insert(f.id);
+          continue;
+        }
+      }
+      dat->entete.emplacements = f.emplacements;
+      dat->entete.tete = f.tete;
+      dat->entete.libres = f.libres;
+    }
+    std::vector<u8> octets;
+    for (const ImageUnite& i : images) {
+      const FichierUnite& f = fichiersUnite[i.fichier];
+      if (perdus.contains(f.id)) continue;
+      octets.assign(i.octets.begin(), i.octets.end());
+      octets.resize(octets.size() + i.zeros, 0);
+      fautif = Joint(dossier, f.chemin);
+      if (const int echec = repris[f.id]->EcritPlace(i.position, i.decalage, octets.data(), static_cast<u32>(octets.size()))) {
+        return echec;
+      }
+    }
+    return 0;
+  });
+  if (rc) return Echec(rc, fautif.empty() ? Joint(dossier, "fenlor.rep") : fautif);
+  for (auto& [id, dat] : repris) {
+    rc = dat->Ajuste();
+    if (!rc) rc = dat->EcritEntete();
+    if (!rc) rc = dat->Synchronise();
+    if (rc) return Echec(rc, dat->Chemin());
+    reprise->sceaux.erase(id);
+  }
+  if (reprise->EstVide()) return true;
+  rc = reprise->Vide();
+  return rc == 0 || Echec(rc, Joint(dossier, "fenlor.rep"));
+}
+
+bool Moteur::FermeCabinet() {
+  if (!m->ouvert) return true;
+  while (m->profondeur) AnnuleUnite();
+  bool bien = true, change = false;
+  for (u16 n = 0; n < m->fichiers.size(); ++n) {
+    if (!m->fichiers[n]) continue;
+    change = change || m->fichiers[n]->modifie;
+    const bool ferme = m->FermePhysique(n);
+    bien = ferme && bien;
+    m->fichiers[n].reset();
+  }
+  // With a file that could not be brought home the log keeps its units.
+  if (bien && (change || !m->reprise->EstVide())) {
+    if (const int rc = m->reprise->Vide()) bien = m->Echec(rc, Joint(m->dossier, "fenlor.rep"));
+  }
+  m->reprise.reset();
+  m->verrou.Rend();
+  m->ouvert = false;
+  return bien;
+}
+
+/// Brings committed changes of one data file to its place, durably.
+bool Moteur::Etat::RameneDat(Ouvert& o, bool ajuste) {
+  while (!o.attente.empty()) {
+    const auto premiere = o.attente.begin();
+    const auto& image = premiere->second;
+    if (const int rc = o.dat.EcritPlace(premiere->first, 0, image.data(), static_cast<u32>(image.size()))) return Echec(rc, o);
+    o.attente.erase(premiere);
+  }
+  int rc = 0;
+  if (o.datSale) {
+    o.dat.entete.idReprise = reprise->Id();
+    rc = o.dat.EcritEntete();
+  }
+  if (!rc && ajuste) rc = o.dat.Ajuste();
+  if (!rc && o.datSale) rc = o.dat.Synchronise();
+  if (rc) return Echec(rc, o);
+  o.datSale = false;
+  return true;
+}
+
+bool Moteur::Etat::VidangeTout() {
+  for (const auto& o : fichiers) {
+    if (o && o->def && o->modifie && !RameneDat(*o, false)) return false;
+  }
+  if (!reprise->EstVide() || reprise->DoitVider()) {
+    if (const int rc = reprise->Vide()) return Echec(rc, Joint(dossier, "fenlor.rep"));
+  }
+  for (const auto& o : fichiers) {
+    if (!o || !o->def || !o->modifie || !o->cles || o->clesEnMemoire) continue;
+    if (const int rc = o->cles->Engage(false)) {
+      if (!ReplieCles(*o, rc)) return false;
+    }
+  }
+  return true;
+}
+
+bool Moteur::Vidange() {
+  if (!m->ouvert) return m->Echec(ErrPasOuvert);
+  return m->VidangeTout();
+}
+
+/// Closes a file for good and seals its keys. The seal counts once the log's
+/// header is written.
+bool Moteur::Etat::FermePhysique(u16 numero) {
+  Ouvert& o = *fichiers[numero];
+  if (!o.def) return true;
+  bool bien = true;
+  if (o.modifie) {
+    bien = RameneDat(o, true);
+    int rc = 0;
+    const bool scelle = o.cles && !o.clesEnMemoire && fabrique.SurDisque();
+    if (scelle) rc = o.cles->Engage(true);
+    o.cles.reset();
+    Sceau sceau;
+    if (rc) {
+      avertissements.push_back("Les clés du fichier " + o.cheminIdx + " n'ont pas pu être écrites (" +
+                               VersUtf8(rc < 1000 ? TexteErreurSysteme(rc) : "fichier de clés endommagé") +
+                               ") : elles seront reconstruites à la prochaine ouverture.");
+    } else if (bien && scelle && Sceau_(o, sceau)) {
+      reprise->sceaux[o.dat.entete.id] = sceau;
+    }
+  }
+  return bien;
+}
+
+Ouvert* Moteur::Etat::Dat(u16 numFichier) {
+  Ouvert* o = numFichier < fichiers.size() ? fichiers[numFichier].get() : nullptr;
+  if (!o || !o->datOuvert) return Echec(ErrPasOuvert), nullptr;
+  return o;
+}
+
+bool Moteur::CreeDat(u16 numFichier, const std::string& cheminDonne, u16 taille) {
+  if (!m->ouvert) return m->Echec(ErrPasOuvert);
+  const std::string chemin = Normal(cheminDonne);
+  const DefinitionFichier* def = DefinitionFichierNumero(numFichier);
+  if (numFichier >= m->fichiers.size() || taille < 8 || (def && def->taille != taille)) return m->Echec(ErrValeur, chemin);
+  if (m->fichiers[numFichier] && (m->fichiers[numFichier]->datOuvert || m->fichiers[numFichier]->idxOuvert)) {
+    return m->Echec(ErrOccupe, chemin);
+  }
+  if (m->profondeur) return m->Echec(ErrValeur, chemin);
+  if (!Relache(chemin)) return false;
+  EnteteDat entete;
+  entete.numero = numFichier;
+  entete.taille = taille;
+  entete.id = TireId();
+  entete.idReprise = m->reprise->Id();
+  if (const int rc = FichierDat::Cree(m->systeme, chemin, entete)) {
+    m->systeme.Supprime(chemin);
+    return m->Echec(rc, chemin);
+  }
+  return Ouvre(numFichier, chemin);
+}
+
+bool Moteur::Etat::OuvreDat(u16 numero, const std::string& chemin) {
+  if (const auto& deja = fichiers[numero]; deja) {
+    if (deja->chemin == chemin) return true;
+    if (deja->datOuvert || deja->idxOuvert || profondeur) return Echec(ErrOccupe, chemin);
+    if (!FermePhysique(numero)) return false;
+    fichiers[numero].reset();
+    if (!VidangeTout()) return false;
+  }
+  auto o = std::make_unique<Ouvert>();
+  o->numero = numero;
+  o->def = DefinitionFichierNumero(numero);
+  o->chemin = chemin;
+  o->cheminRelatif = Relatif(chemin);
+  if (o->cheminRelatif.empty() && o->def) return Echec(ErrValeur, chemin);
+  if (const int rc = o->dat.Ouvre(systeme, chemin, reprise->Id())) return Echec(rc, chemin);
+  const EnteteDat& e = o->dat.entete;
+  if (e.numero != numero || (o->def && e.taille != o->def->taille)) return Echec(ErrFormat, chemin);
+  if (o->def) o->dat.PoseMarque(o->def->marque);
+  o->emplacements = e.emplacements;
+  o->tete = e.tete;
+  o->libres = e.libres;
+  fichiers[numero] = std::move(o);
+  return true;
+}
+
+bool Moteur::Ouvre(u16 numero, const std::string& cheminDonne) {
+  if (!m->ouvert) return m->Echec(ErrPasOuvert);
+  const std::string chemin = Normal(cheminDonne);
+  if (numero >= m->fichiers.size()) return m->Echec(ErrValeur, chemin);
+  // A scratch file's number is known once it was created; any other number is
+  // that of a data file or of the key file behind it.
+  unsigned indice = 0;
+  const DefinitionFichier* defCle = DefinitionCle(numero, indice);
+  const bool estCle = defCle ? indice == 0 : numero > 0 && !DefinitionFichierNumero(numero) && m->fichiers[numero - 1] &&
+                                                 !m->fichiers[numero - 1]->def && Finit(chemin, "i");
+  if (!estCle) {
+    if (defCle) return m->Echec(ErrValeur, chemin);
+    if (!m->OuvreDat(numero, chemin)) return false;
+    m->fichiers[numero]->datOuvert = true;
+    return true;
+  }
+  const u16 numFichier = static_cast<u16>(numero - 1);
+  if (defCle && !m->OuvreDat(numFichier, AvecExtension(chemin, ".dat"))) return false;
+  Ouvert& o = *m->fichiers[numFichier];
+  if (o.cles && o.cheminIdx != chemin) return m->Echec(ErrOccupe, chemin);
+  if (!o.cles && !m->OuvreCles(o, chemin, false)) return false;
+  o.idxOuvert = true;
+  return true;
+}
+
+bool Moteur::CreeIdx(u16 premiereCle, const std::string& cheminDonne, bool doubles) {
+  if (!m->ouvert) return m->Echec(ErrPasOuvert);
+  const std::string chemin = Normal(cheminDonne);
+  unsigned indice = 0;
+  const DefinitionFichier* def = DefinitionCle(premiereCle, indice);
+  if (premiereCle == 0 || premiereCle > m->fichiers.size() || indice) return m->Echec(ErrValeur, chemin);
+  if (def) {
+    if (!m->OuvreDat(def->numero, AvecExtension(chemin, ".dat"))) return false;
+    Ouvert& o = *m->fichiers[def->numero];
+    if (o.idxOuvert || m->profondeur) return m->Echec(ErrOccupe, chemin);
+    if (!m->OuvreCles(o, chemin, true)) return false;
+    return o.idxOuvert = true;
+  }
+  Ouvert* o = m->fichiers[premiereCle - 1].get();
+  if (!o || o->def) return m->Echec(ErrPasOuvert, chemin);
+  o->description = {};
+  o->description.nombre = 1;
+  o->description.doubles[0] = doubles;
+  std::unique_ptr<Fichier> marque;  // so that the name exists on the disk
+  if (const int rc = m->systeme.Ouvre(chemin, Systeme::Creation, marque)) return m->Echec(rc, chemin);
+  if (!m->OuvreCles(*o, chemin, true)) return false;
+  return o->idxOuvert = true;
+}
+
+bool Moteur::AjouteIdx(u16 premiereCle, unsigned indice, bool doubles) {
+  unsigned premier = 0;
+  if (const DefinitionFichier* def = DefinitionCle(premiereCle, premier)) {
+    return (premier == 0 && indice < def->nbCles && def->doubles[indice] == doubles) || m->Echec(ErrValeur);
+  }
+  Ouvert* o = premiereCle > 0 && premiereCle <= m->fichiers.size() ? m->fichiers[premiereCle - 1].get() : nullptr;
+  if (!o || o->def || indice != o->description.nombre || indice >= 8) return m->Echec(ErrValeur);
+  o->description.nombre = indice + 1;
+  o->description.doubles[indice] = doubles;
+  return m->OuvreCles(*o, o->cheminIdx, true);
+}
+
+bool Moteur::Ferme(u16 numero) {
+  unsigned indice = 0;
+  if (DefinitionCle(numero, indice) || (numero > 0 && numero < m->fichiers.size() && !m->fichiers[numero])) {
+    Ouvert* o = numero > 0 && numero <= m->fichiers.size() ? m->fichiers[numero - 1].get() : nullptr;
+    if (!o || !o->idxOuvert) return m->Echec(ErrPasOuvert);
+    o->idxOuvert = false;
+    return true;
+  }
+  Ouvert* o = m->Dat(numero);
+  if (!o) return false;
+  o->datOuvert = false;
+  return true;
+}
+
+bool Moteur::EstOuvertFichier(u16 numero) const {
+  return numero < m->fichiers.size() && m->fichiers[numero] && m->fichiers[numero]->datOuvert;
+}
+
+std::string Moteur::CheminOuvert(u16 numFichier) const {
+  return EstOuvertFichier(numFichier) ? m->fichiers[numFichier]->chemin : std::string();
+}
+
+bool Moteur::Relache(const std::string& cheminDonne) {
+  if (!m->ouvert) return true;
+  const std::string chemin = Normal(cheminDonne), dessous = chemin + "/";
+  bool trouve = false;
+  for (u16 n = 0; n < m->fichiers.size(); ++n) {
+    const auto& o = m->fichiers[n];
+    if (!o || !(o->chemin == chemin || o->cheminIdx == chemin || o->chemin.starts_with(dessous))) continue;
+    if (m->profondeur) return m->Echec(ErrOccupe, chemin);
+    if (!m->FermePhysique(n)) return false;
+    m->fichiers[n].reset();
+    trouve = true;
+  }
+  if (!trouve && m->reprise->EstVide()) return true;
+  return m->VidangeTout();
+}
+
+}  // namespace fenlor

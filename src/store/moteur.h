@@ -1,0 +1,109 @@
+// The engine below `QVAPI`: data files with slots, keys, units of work, redo
+// log, recovery, the practice's lock. It knows records as bytes and keys as
+// texts; it knows nothing of accounting. docs/FORMAT.md describes its files.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/definitions.h"
+#include "store/magasincles.h"
+#include "store/systeme.h"
+
+namespace fenlor {
+
+class Moteur {
+ public:
+  Moteur(Systeme& systeme, FabriqueCles& cles, std::size_t tailleReprise);
+  ~Moteur();
+  Moteur(const Moteur&) = delete;
+  Moteur& operator=(const Moteur&) = delete;
+
+  // -- practice
+  /// Takes the lock and recovers. False: `Erreur()`.
+  /// With `reparation` a log that cannot be read is set aside ("fenlor.rep.avarie")
+  /// and units whose data file is lost are skipped, each with a warning.
+  bool OuvreCabinet(const std::string& dossier, bool reparation = false);
+  /// Empties the redo log, seals the key files, gives the lock back.
+  bool FermeCabinet();
+  bool EstOuvert() const;
+  const std::string& Detenteur() const;
+  /// Applies and syncs everything, empties the redo log.
+  bool Vidange();
+
+  // -- files, by file number or first key number
+  bool CreeDat(u16 numFichier, const std::string& chemin, u16 taille);
+  /// Creates the key file, with the keys of the records that its data file holds.
+  bool CreeIdx(u16 premiereCle, const std::string& chemin, bool doubles);
+  /// One more key of a file that the store does not know.
+  bool AjouteIdx(u16 premiereCle, unsigned indice, bool doubles);
+  bool Ouvre(u16 numero, const std::string& chemin);
+  bool Ferme(u16 numero);
+  bool EstOuvertFichier(u16 numero) const;
+  /// Path under which a file number is open, empty when it is not.
+  std::string CheminOuvert(u16 numFichier) const;
+  /// Lets go of every file below a directory (or of that very file): it may then
+  /// be renamed or removed. False when something could not be brought home.
+  bool Relache(const std::string& chemin);
+
+  // -- records
+  Position Ajoute(u16 numFichier, const void* rec);
+  bool Supprime(u16 numFichier, Position position);
+  bool Ecrit(u16 numFichier, Position position, const void* rec);
+  bool Lit(u16 numFichier, Position position, void* rec);
+  /// The record in place, its marker byte as stored (mask it when byte 0 counts).
+  /// Null on failure. Valid until the next operation that writes.
+  const u8* Vue(u16 numFichier, Position position);
+  u32 NombreEmplacements(u16 numFichier) const;
+  u16 TailleRec(u16 numFichier) const;
+
+  // -- keys
+  bool AjouteCle(u16 numCle, std::string_view texte, Position position);
+  bool SupprimeCle(u16 numCle, std::string_view texte, Position position);
+  Position TrouveCle(u16 numCle, std::string_view texte);
+  /// Cursor moves; the cursor belongs to the key number.
+  Position Borne(u16 numCle, std::string& texte);
+  Position Premier(u16 numCle, std::string& texte);
+  Position Dernier(u16 numCle, std::string& texte);
+  Position Suivant(u16 numCle, std::string& texte);
+  Position Precedent(u16 numCle, std::string& texte);
+  u32 NombreCles(u16 numCle);
+  /// All keys of a record of a known file, composed from it. `neuves`: the
+  /// caller knows that none exists (they are then written later, in order).
+  bool AjouteCles(u16 numFichier, Position position, const void* rec, bool neuves);
+  bool SupprimeCles(u16 numFichier, Position position, const void* rec);
+  /// Rewrites a record and those of its keys that change.
+  bool Remplace(u16 numFichier, Position position, const void* rec);
+  bool RefaitCles(u16 numFichier);
+
+  // -- units of work
+  void DebutUnite();
+  /// Ends the innermost unit. False: undone.
+  bool ValideUnite();
+  void AnnuleUnite();
+  unsigned Profondeur() const;
+  u64 NbSynchros() const;
+  /// Rises whenever a unit, inner or outer, is undone: caches of values derived
+  /// from the files are stale when it moved.
+  u64 NbAnnulations() const;
+
+  // -- inspection
+  int Erreur() const;
+  void PoseErreur(int code);
+  /// File that the last error is about, empty when none.
+  const std::string& FichierErreur() const;
+  bool EstLibre(u16 numFichier, Position position);
+  /// Free list, walked and checked; false when it is damaged.
+  bool ListeLibre(u16 numFichier, std::vector<Position>& libres);
+  /// Sentences (UTF-8) on what could not be brought home and why; emptied.
+  std::vector<std::string> Avertissements();
+
+ private:
+  struct Etat;
+  std::unique_ptr<Etat> m;
+};
+
+}  // namespace fenlor

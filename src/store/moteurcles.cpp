@@ -1,0 +1,328 @@
+// Keys: opening and trusting a key file, its rebuild, key operations and cursors.
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "store/moteuretat.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr std::size_t TailleControle = 8192;
+constexpr u32 PositionMax = 0xFFFFFFFFu;
+
+/// Failures for which the keys can live in memory until the disk is well again.
+bool ManqueDePlace(int rc) { return rc == ENOSPC || rc == EDQUOT || rc == EIO || rc == EFBIG; }
+
+}  // namespace
+
+Ouvert* Moteur::Etat::Cle(u16 numCle, unsigned& indice) {
+  Ouvert* o = nullptr;
+  if (const DefinitionFichier* def = DefinitionCle(numCle, indice)) {
+    o = def->numero < fichiers.size() ? fichiers[def->numero].get() : nullptr;
+  } else {
+    for (const auto& f : fichiers) {
+      if (f && !f->def && numCle > f->numero && numCle <= f->numero + f->description.nombre) {
+        o = f.get();
+        indice = numCle - f->numero - 1u;
+      }
+    }
+  }
+  if (!o || !o->idxOuvert || !o->cles) return Echec(ErrPasOuvert), nullptr;
+  return o;
+}
+
+bool Moteur::Etat::Sceau_(Ouvert& o, Sceau& sceau) {
+  Empreinte dat, idx;
+  if (o.dat.Mesure(dat) || systeme.Mesure(o.cheminIdx, idx)) return false;
+  std::unique_ptr<Fichier> fichier;
+  if (systeme.Ouvre(o.cheminIdx, Systeme::Lecture, fichier)) return false;
+  u8 octets[TailleControle];
+  std::size_t lus = 0;
+  if (fichier->Lit(octets, sizeof octets, 0, lus)) return false;
+  sceau = {dat.taille, dat.secondes, dat.nanosecondes, idx.taille, idx.secondes, idx.nanosecondes,
+           static_cast<u32>(crc32_z(0, octets, lus))};
+  return true;
+}
+
+bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf) {
+  o.cles.reset();
+  o.clesEnMemoire = false;
+  o.cheminIdx = cheminIdx;
+  for (auto& curseur : o.curseurs) curseur.pose = false;
+  if (!o.def) {
+    const int rc = memoire.Ouvre(cheminIdx, true, o.description, o.cles);
+    return rc == 0 || Echec(rc, cheminIdx);
+  }
+  o.description.nombre = o.def->nbCles;
+  std::copy(std::begin(o.def->doubles), std::end(o.def->doubles), o.description.doubles);
+
+  const auto sceau = reprise->sceaux.find(o.dat.entete.id);
+  Sceau present;
+  if (!neuf && !o.modifie && fabrique.SurDisque() && sceau != reprise->sceaux.end() && Sceau_(o, present) &&
+      present == sceau->second) {
+    const int rc = fabrique.Ouvre(cheminIdx, false, o.description, o.cles);
+    if (rc == 0) return true;
+    if (rc != ErrCles && rc != ErrCleAbsente && rc != EINVAL) return Echec(rc, cheminIdx);
+  }
+  o.cles.reset();
+  reprise->sceaux.erase(o.dat.entete.id);
+  o.modifie = true;
+  int rc = 0;
+  if (fabrique.SurDisque()) {
+    rc = systeme.Supprime(cheminIdx);
+    if (rc == ENOENT) rc = 0;
+  }
+  if (!rc) rc = fabrique.Ouvre(cheminIdx, true, o.description, o.cles);
+  if (rc && !ManqueDePlace(rc)) {
+    o.cles.reset();
+    return Echec(rc, cheminIdx);
+  }
+  if (rc) return ReplieCles(o, rc);
+  return RemplitCles(o) || ReplieCles(o, erreur);
+}
+
+/// Fills the keys from the records as the unit in progress sees them.
+bool Moteur::Etat::RemplitCles(Ouvert& o) {
+  struct Entree {
+    u32 place;
+    Position position;
+  };
+  std::vector<Entree> entrees;
+  std::vector<char> textes;
+  std::vector<std::pair<std::string_view, u32>> triees;
+  for (unsigned i = 0; i < o.def->nbCles; ++i) {
+    entrees.clear();
+    textes.clear();
+    unsigned longueur = 0;
+    char texte[TailleCleMax];
+    for (Position p = 1; p <= o.emplacements; ++p) {
+      const u8* rec = Brut(o, p);
+      if (o.dat.EtatDe(rec) != EtatEmplacement::Vivant) continue;
+      // Key layouts are of fixed length, but a damaged record may say otherwise.
+      longueur = o.def->compose(i, rec, texte);
+      entrees.push_back({static_cast<u32>(textes.size() / TailleCleMax), p});
+      textes.resize(textes.size() + TailleCleMax);
+      std::memcpy(textes.data() + textes.size() - TailleCleMax, texte, longueur);
+      textes[textes.size() - 1] = static_cast<char>(longueur);
+    }
+    const auto vue = [&](const Entree& e) {
+      const char* debut = textes.data() + std::size_t{e.place} * TailleCleMax;
+      return std::string_view(debut, static_cast<u8>(debut[TailleCleMax - 1]));
+    };
+    const auto avant = [&](const Entree& a, const Entree& b) {
+      const int c = vue(a).compare(vue(b));
+      return c ? c < 0 : a.position < b.position;
+    };
+    if (!std::is_sorted(entrees.begin(), entrees.end(), avant)) std::sort(entrees.begin(), entrees.end(), avant);
+    triees.clear();
+    for (const Entree& e : entrees) {
+      if (!o.def->doubles[i] && !triees.empty() && triees.back().first == vue(e)) {
+        triees.back().second = e.position;  // the later record is the one that counts
+      } else {
+        triees.emplace_back(vue(e), e.position);
+      }
+    }
+    if (const int rc = o.cles->Charge(i, triees)) return Echec(rc, o.cheminIdx);
+  }
+  return true;
+}
+
+/// The key file failed: its keys are made again in memory, and the file is left
+/// without a seal, so that the next opening makes it anew.
+bool Moteur::Etat::ReplieCles(Ouvert& o, int rc) {
+  if (o.clesEnMemoire || !o.def) return Echec(rc, o.cheminIdx);
+  avertissements.push_back("Les clés du fichier " + o.cheminIdx + " n'ont pas pu être écrites (" +
+                           VersUtf8(rc < 1000 ? TexteErreurSysteme(rc) : "fichier de clés endommagé") +
+                           ") : elles seront reconstruites à la prochaine ouverture.");
+  o.modifie = true;
+  o.clesEnMemoire = true;
+  o.cles.reset();
+  memoire.Ouvre(o.cheminIdx, true, o.description, o.cles);
+  return RemplitCles(o);
+}
+
+void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool ajout) {
+  if (!o.modifie) {
+    o.modifie = true;
+    reprise->sceaux.erase(o.dat.entete.id);
+  }
+  if (profondeur == 0 || (profondeur == 1 && clesTropNombreuses)) return;
+  Touche(o);
+  changementsCles.push_back({&o, indice, ajout, position, std::string(texte)});
+  if (profondeur == 1 && changementsCles.size() > ClesRetenuesMax) {
+    changementsCles.clear();
+    clesTropNombreuses = true;
+  }
+}
+
+int Moteur::Etat::PoseCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool neuve) {
+  int rc = neuve ? o.cles->AjouteNeuve(indice, texte, position) : o.cles->Ajoute(indice, texte, position);
+  if (rc == ErrCleDouble) return rc;
+  if (rc) {
+    if (!ReplieCles(o, rc)) return rc;
+    rc = o.cles->Ajoute(indice, texte, position);
+    EntreeCle e;
+    if (rc == ErrCleDouble && o.cles->Borne(indice, texte, position, e) && e.texte == texte && e.position == position) rc = 0;
+    if (rc) return rc;
+  }
+  RetientCle(o, indice, texte, position, true);
+  return 0;
+}
+
+int Moteur::Etat::OteCle(Ouvert& o, unsigned indice, std::string_view texte, Position position) {
+  int rc = o.cles->Supprime(indice, texte, position);
+  if (rc == ErrCleAbsente) return rc;
+  if (rc) {
+    if (!ReplieCles(o, rc)) return rc;
+    rc = o.cles->Supprime(indice, texte, position);
+    if (rc && rc != ErrCleAbsente) return rc;
+  }
+  RetientCle(o, indice, texte, position, false);
+  return 0;
+}
+
+void Moteur::Etat::DefaitCles(std::size_t jusqua) {
+  // Records were put back before: a fallback below rebuilds the right keys, and
+  // what is left of the list then changes nothing.
+  while (changementsCles.size() > jusqua) {
+    const ChangementCle c = std::move(changementsCles.back());
+    changementsCles.pop_back();
+    if (!c.fichier->cles) continue;
+    const int rc = c.ajout ? c.fichier->cles->Supprime(c.cle, c.texte, c.position)
+                           : c.fichier->cles->Ajoute(c.cle, c.texte, c.position);
+    if (rc && rc != ErrCleDouble && rc != ErrCleAbsente) ReplieCles(*c.fichier, rc);
+  }
+}
+
+bool Moteur::AjouteCle(u16 numCle, std::string_view texte, Position position) {
+  unsigned indice = 0;
+  Ouvert* o = m->Cle(numCle, indice);
+  if (!o) return false;
+  if (texte.size() > TailleCleMax || position == 0) return m->Echec(ErrValeur, *o);
+  const int rc = m->PoseCle(*o, indice, texte, position, false);
+  return rc == 0 || m->Echec(rc, o->cheminIdx);
+}
+
+bool Moteur::SupprimeCle(u16 numCle, std::string_view texte, Position position) {
+  unsigned indice = 0;
+  Ouvert* o = m->Cle(numCle, indice);
+  if (!o) return false;
+  const int rc = m->OteCle(*o, indice, texte, position);
+  return rc == 0 || m->Echec(rc, o->cheminIdx);
+}
+
+bool Moteur::AjouteCles(u16 numFichier, Position position, const void* rec, bool neuves) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  char texte[TailleCleMax];
+  for (unsigned i = 0; i < o->def->nbCles; ++i) {
+    const std::string_view cle(texte, o->def->compose(i, rec, texte));
+    const int rc = m->PoseCle(*o, i, cle, position, neuves);
+    if (rc == 0) continue;
+    for (unsigned j = 0; j < i; ++j) {
+      m->OteCle(*o, j, {texte, o->def->compose(j, rec, texte)}, position);
+    }
+    return m->Echec(rc, o->cheminIdx);
+  }
+  return true;
+}
+
+bool Moteur::SupprimeCles(u16 numFichier, Position position, const void* rec) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  char texte[TailleCleMax];
+  int premiere = 0;
+  for (unsigned i = 0; i < o->def->nbCles; ++i) {
+    const int rc = m->OteCle(*o, i, {texte, o->def->compose(i, rec, texte)}, position);
+    if (rc && !premiere) premiere = rc;
+  }
+  return premiere == 0 || m->Echec(premiere, o->cheminIdx);
+}
+
+bool Moteur::RefaitCles(u16 numFichier) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !o->def || !o->idxOuvert) return m->Echec(ErrPasOuvert);
+  if (m->profondeur) return m->Echec(ErrValeur, *o);
+  return m->OuvreCles(*o, o->cheminIdx, true);
+}
+
+Position Moteur::TrouveCle(u16 numCle, std::string_view texte) {
+  unsigned indice = 0;
+  Ouvert* o = m->Cle(numCle, indice);
+  if (!o) return 0;
+  EntreeCle e;
+  bool trouvee = o->cles->Borne(indice, texte, 0, e);
+  if (!trouvee && o->cles->Erreur() && m->ReplieCles(*o, o->cles->Erreur())) {
+    trouvee = o->cles->Borne(indice, texte, 0, e);
+  }
+  if (!trouvee || e.texte != texte) return m->Echec(ErrCleAbsente, o->cheminIdx), 0;
+  o->curseurs[indice] = {true, e};
+  return e.position;
+}
+
+/// One move of a key's cursor. `sens`: 0 first at or above, 1 after, -1 before,
+/// 2 last.
+bool Moteur::Etat::Deplace(u16 numCle, std::string& texte, Position& position, int sens) {
+  unsigned indice = 0;
+  position = 0;
+  Ouvert* o = Cle(numCle, indice);
+  if (!o) return false;
+  const auto bouge = [&](EntreeCle& e) {
+    Ouvert::Curseur& c = o->curseurs[indice];
+    switch (sens) {
+      case 0: return o->cles->Borne(indice, texte, 0, e);
+      case 1:
+        return c.pose ? o->cles->Apres(indice, c.entree.texte, c.entree.position, e)
+                      : o->cles->Apres(indice, texte, PositionMax, e);
+      case -1:
+        return c.pose ? o->cles->Avant(indice, c.entree.texte, c.entree.position, e)
+                      : o->cles->Avant(indice, texte, 0, e);
+      default: return o->cles->Dernier(indice, e);
+    }
+  };
+  EntreeCle e;
+  bool trouvee = bouge(e);
+  if (!trouvee && o->cles->Erreur() && ReplieCles(*o, o->cles->Erreur())) trouvee = bouge(e);
+  if (!trouvee) return Echec(ErrCleAbsente, o->cheminIdx);
+  o->curseurs[indice] = {true, e};
+  texte = e.texte;
+  position = e.position;
+  return true;
+}
+
+Position Moteur::Borne(u16 numCle, std::string& texte) {
+  Position position;
+  return m->Deplace(numCle, texte, position, 0), position;
+}
+Position Moteur::Premier(u16 numCle, std::string& texte) {
+  std::string debut;
+  Position position;
+  if (m->Deplace(numCle, debut, position, 0)) texte = debut;
+  return position;
+}
+Position Moteur::Dernier(u16 numCle, std::string& texte) {
+  Position position;
+  return m->Deplace(numCle, texte, position, 2), position;
+}
+Position Moteur::Suivant(u16 numCle, std::string& texte) {
+  Position position;
+  return m->Deplace(numCle, texte, position, 1), position;
+}
+Position Moteur::Precedent(u16 numCle, std::string& texte) {
+  Position position;
+  return m->Deplace(numCle, texte, position, -1), position;
+}
+
+u32 Moteur::NombreCles(u16 numCle) {
+  unsigned indice = 0;
+  Ouvert* o = m->Cle(numCle, indice);
+  return o ? static_cast<u32>(o->cles->Nombre(indice)) : 0;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,161 @@
+// Inside of the engine, shared by its source files.
+#pragma once
+
+#include <array>
+#include <unordered_map>
+
+#include "store/fichierdat.h"
+#include "store/moteur.h"
+#include "store/qvapi.h"
+#include "store/reprise.h"
+#include "store/verrou.h"
+
+namespace fenlor {
+
+/// Key changes of a unit that are remembered to undo it; beyond, the keys of an
+/// undone unit are made again.
+constexpr std::size_t ClesRetenuesMax = 200000;
+
+/// An open data file with its keys.
+struct Ouvert {
+  FichierDat dat;
+  const DefinitionFichier* def = nullptr;  ///< null: a scratch file, neither logged nor kept
+  u16 numero = 0;
+  std::string chemin;         ///< full
+  std::string cheminRelatif;  ///< below the practice
+  bool datOuvert = false;     ///< as callers see it
+  bool idxOuvert = false;
+
+  // The header as the unit in progress sees it.
+  u32 emplacements = 0, tete = 0, libres = 0;
+  bool touche = false;        ///< changed by the unit in progress
+  Position premierVerse = 0;  ///< first slot of the unit that was written behind the committed end
+  bool datSale = false;       ///< committed changes not yet synced
+  bool modifie = false;       ///< changed, or its keys, since it was opened: its seal is void
+  Empreinte aOuverture;
+  /// Committed images that the disk refused; they are tried again.
+  std::unordered_map<Position, std::vector<u8>> attente;
+
+  std::unique_ptr<MagasinCles> cles;
+  DescriptionCles description;
+  std::string cheminIdx;
+  bool clesEnMemoire = false;  ///< the disk had no room for the keys
+
+  struct Curseur {
+    bool pose = false;
+    EntreeCle entree;
+  };
+  std::array<Curseur, 8> curseurs;
+};
+
+struct Moteur::Etat {
+  Etat(Systeme& s, FabriqueCles& f, std::size_t taille) : systeme(s), fabrique(f), tailleReprise(taille) {}
+
+  Systeme& systeme;
+  FabriqueCles& fabrique;
+  FabriqueMemoire memoire;
+  std::size_t tailleReprise;
+  std::string dossier;
+  bool ouvert = false;
+  Verrou verrou;
+  std::unique_ptr<JournalReprise> reprise;
+  std::array<std::unique_ptr<Ouvert>, 256> fichiers;  ///< by file number
+
+  int erreur = 0;
+  std::string fichierErreur;
+  std::vector<std::string> avertissements;
+
+  // The unit in progress.
+  struct Annulation {
+    Ouvert* fichier;
+    Position position;  ///< 0: header only
+    bool avait;
+    std::vector<u8> image;
+    u32 emplacements, tete, libres;
+    Position premierVerse;
+  };
+  struct ChangementCle {
+    Ouvert* fichier;
+    unsigned cle;
+    bool ajout;
+    Position position;
+    std::string texte;
+  };
+  struct Repere {
+    std::size_t annulations, cles, ordre;
+  };
+  unsigned profondeur = 0;
+  std::vector<Repere> reperes;
+  std::unordered_map<u64, std::vector<u8>> images;
+  std::vector<u64> ordre;
+  std::size_t octetsImages = 0;
+  std::vector<Annulation> annulations;
+  std::vector<ChangementCle> changementsCles;
+  bool clesTropNombreuses = false;
+  std::vector<Ouvert*> touches;
+  u64 nbAnnulations = 0;
+  std::vector<u8> tampon;
+
+  bool Echec(int code, const std::string& fichier = {}) {
+    erreur = code;
+    fichierErreur = fichier;
+    return false;
+  }
+  bool Echec(int code, const Ouvert& o) { return Echec(code, o.chemin); }
+
+  // moteur.cpp
+  std::string Relatif(const std::string& chemin) const;
+  bool RestaureReconstructions(const std::string& sousDossier);
+  bool Rejoue(bool reparation);
+  bool OuvreDat(u16 numero, const std::string& chemin);
+  bool FermePhysique(u16 numero);
+  bool RameneDat(Ouvert& o, bool ajuste);
+  bool VidangeTout();
+  Ouvert* Dat(u16 numFichier);
+
+  // moteurcles.cpp
+  Ouvert* Cle(u16 numCle, unsigned& indice);
+  bool OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf);
+  bool RemplitCles(Ouvert& o);
+  bool ReplieCles(Ouvert& o, int rc);
+  int PoseCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool neuve);
+  int OteCle(Ouvert& o, unsigned indice, std::string_view texte, Position position);
+  void RetientCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool ajout);
+  void DefaitCles(std::size_t jusqua);
+  bool Sceau_(Ouvert& o, Sceau& sceau);
+  bool Deplace(u16 numCle, std::string& texte, Position& position, int sens);
+
+  // moteurunites.cpp
+  const u8* Brut(Ouvert& o, Position position);
+  bool PoseImage(Ouvert& o, Position position, const u8* octets);
+  void Touche(Ouvert& o);
+  void Retient(Ouvert& o, Position position);
+  const u8* Marque(Ouvert& o, const void* rec);
+  void Defait(std::size_t jusqua);
+  void DefaitTout();
+  bool Engage();
+  void ComposeUnite();
+  bool Applique();
+};
+
+/// A unit of one operation, unless one is open already.
+class UniteAuto {
+ public:
+  explicit UniteAuto(Moteur& moteur) : m_moteur(moteur), m_seule(moteur.Profondeur() == 0) {
+    if (m_seule) m_moteur.DebutUnite();
+  }
+  ~UniteAuto() {
+    if (m_seule) m_moteur.AnnuleUnite();
+  }
+  bool Valide() {
+    if (!m_seule) return true;
+    m_seule = false;
+    return m_moteur.ValideUnite();
+  }
+
+ private:
+  Moteur& m_moteur;
+  bool m_seule;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,392 @@
+// Records and units of work.
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "store/moteuretat.h"
+
+namespace fenlor {
+
+namespace {
+
+/// Images beyond this are written behind the committed end at once.
+constexpr std::size_t SeuilVersement = 4u << 20;
+
+u64 CleImage(const Ouvert& o, Position position) { return u64{o.numero} << 32 | position; }
+
+}  // namespace
+
+const u8* Moteur::Etat::Brut(Ouvert& o, Position position) {
+  if (position == 0 || position > o.emplacements) return Echec(ErrPosition, o), nullptr;
+  if (!images.empty()) {
+    if (const auto image = images.find(CleImage(o, position)); image != images.end()) return image->second.data();
+  }
+  if (!o.attente.empty()) {
+    if (const auto image = o.attente.find(position); image != o.attente.end()) return image->second.data();
+  }
+  return o.dat.Place(position);
+}
+
+void Moteur::Etat::Touche(Ouvert& o) {
+  if (o.touche) return;
+  o.touche = true;
+  touches.push_back(&o);
+}
+
+/// Remembers what an inner unit is about to change. What the outermost one
+/// changes needs no memory: dropping its images undoes it.
+void Moteur::Etat::Retient(Ouvert& o, Position position) {
+  Touche(o);
+  if (profondeur < 2) return;
+  Annulation a{&o, position, false, {}, o.emplacements, o.tete, o.libres, o.premierVerse};
+  if (position && position <= o.emplacements) {
+    const bool versee = o.premierVerse && position >= o.premierVerse;
+    const auto image = images.find(CleImage(o, position));
+    a.avait = versee || image != images.end();
+    if (a.avait) {
+      const u8* octets = Brut(o, position);
+      a.image.assign(octets, octets + o.dat.entete.taille);
+    }
+  }
+  annulations.push_back(std::move(a));
+}
+
+bool Moteur::Etat::PoseImage(Ouvert& o, Position position, const u8* octets) {
+  const u16 taille = o.dat.entete.taille;
+  if (o.premierVerse && position >= o.premierVerse) {
+    if (const int rc = o.dat.ModifieQueue(position, octets)) return Echec(rc, o);
+    return true;
+  }
+  auto [image, neuve] = images.try_emplace(CleImage(o, position));
+  image->second.assign(octets, octets + taille);
+  if (neuve) {
+    ordre.push_back(CleImage(o, position));
+    octetsImages += taille;
+  }
+  return true;
+}
+
+/// The record as it stands in a slot; null when its number cannot stand there.
+const u8* Moteur::Etat::Marque(Ouvert& o, const void* rec) {
+  const u8* octets = static_cast<const u8*>(rec);
+  tampon.assign(octets, octets + o.dat.entete.taille);
+  if (o.dat.Marque() == 1) {
+    tampon[0] = 1;
+  } else if (o.dat.EtatDe(tampon.data()) != EtatEmplacement::Vivant) {
+    return Echec(ErrValeur, o), nullptr;
+  }
+  return tampon.data();
+}
+
+Position Moteur::Ajoute(u16 numFichier, const void* rec) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !m->Marque(*o, rec)) return 0;
+  UniteAuto unite(*this);
+  const std::vector<u8> octets = m->tampon;
+  Position position = o->tete;
+  if (position) {
+    const u8* libre = m->Brut(*o, position);
+    if (!libre || o->dat.EtatDe(libre) != EtatEmplacement::Libre || o->libres == 0) return m->Echec(ErrEndommage, *o), 0;
+    u32 suivante;
+    std::memcpy(&suivante, libre + 4, sizeof suivante);
+    if (suivante > o->emplacements || (suivante == 0) != (o->libres == 1)) return m->Echec(ErrEndommage, *o), 0;
+    m->Retient(*o, position);
+    if (!m->PoseImage(*o, position, octets.data())) return 0;
+    o->tete = suivante;
+    --o->libres;
+  } else {
+    if (o->emplacements >= 0xFFFFFFF0u) return m->Echec(EFBIG, *o), 0;
+    position = o->emplacements + 1;
+    m->Retient(*o, 0);
+    if (!o->premierVerse && m->octetsImages > SeuilVersement && o->def) o->premierVerse = position;
+    if (o->premierVerse) {
+      if (const int rc = o->dat.AjouteQueue(position, octets.data())) return m->Echec(rc, *o), 0;
+    } else {
+      if (const int rc = o->dat.Reserve(position)) return m->Echec(rc, *o), 0;
+      if (!m->PoseImage(*o, position, octets.data())) return 0;
+    }
+    ++o->emplacements;
+  }
+  return unite.Valide() ? position : 0;
+}
+
+bool Moteur::Supprime(u16 numFichier, Position position) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !Vue(numFichier, position)) return false;
+  UniteAuto unite(*this);
+  m->Retient(*o, position);
+  std::vector<u8> octets(o->dat.entete.taille, 0);
+  std::fill_n(octets.begin(), o->dat.Marque(), u8{255});
+  std::memcpy(octets.data() + 4, &o->tete, sizeof o->tete);
+  if (!m->PoseImage(*o, position, octets.data())) return false;
+  o->tete = position;
+  ++o->libres;
+  return unite.Valide();
+}
+
+bool Moteur::Ecrit(u16 numFichier, Position position, const void* rec) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !Vue(numFichier, position) || !m->Marque(*o, rec)) return false;
+  UniteAuto unite(*this);
+  const std::vector<u8> octets = m->tampon;
+  m->Retient(*o, position);
+  return m->PoseImage(*o, position, octets.data()) && unite.Valide();
+}
+
+const u8* Moteur::Vue(u16 numFichier, Position position) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o) return nullptr;
+  const u8* octets = m->Brut(*o, position);
+  if (!octets) return nullptr;
+  switch (o->dat.EtatDe(octets)) {
+    case EtatEmplacement::Vivant: return octets;
+    case EtatEmplacement::Libre: return m->Echec(ErrPosition, *o), nullptr;
+    default: return m->Echec(ErrEndommage, *o), nullptr;
+  }
+}
+
+bool Moteur::Lit(u16 numFichier, Position position, void* rec) {
+  const u8* octets = Vue(numFichier, position);
+  if (!octets) return false;
+  const Ouvert& o = *m->Dat(numFichier);
+  std::memcpy(rec, octets, o.dat.entete.taille);
+  if (o.dat.Marque() == 1) *static_cast<u8*>(rec) = 0;
+  return true;
+}
+
+bool Moteur::Remplace(u16 numFichier, Position position, const void* rec) {
+  const u8* vue = Vue(numFichier, position);
+  if (!vue) return false;
+  Ouvert& o = *m->Dat(numFichier);
+  const std::vector<u8> ancien(vue, vue + o.dat.entete.taille);
+  char avant[TailleCleMax], apres[TailleCleMax];
+  UniteAuto unite(*this);
+  for (unsigned i = 0; o.def && o.cles && i < o.def->nbCles; ++i) {
+    const std::string_view de(avant, o.def->compose(i, ancien.data(), avant));
+    const std::string_view vers(apres, o.def->compose(i, rec, apres));
+    if (de == vers) continue;
+    if (const int rc = m->OteCle(o, i, de, position)) return m->Echec(rc, o);
+    if (const int rc = m->PoseCle(o, i, vers, position, false)) return m->Echec(rc, o);
+  }
+  return Ecrit(numFichier, position, rec) && unite.Valide();
+}
+
+bool Moteur::EstLibre(u16 numFichier, Position position) {
+  Ouvert* o = m->Dat(numFichier);
+  const u8* octets = o ? m->Brut(*o, position) : nullptr;
+  return octets && o->dat.EtatDe(octets) == EtatEmplacement::Libre;
+}
+
+bool Moteur::ListeLibre(u16 numFichier, std::vector<Position>& libres) {
+  libres.clear();
+  Ouvert* o = m->Dat(numFichier);
+  if (!o) return false;
+  Position position = o->tete;
+  while (position) {
+    if (libres.size() > o->libres || !EstLibre(numFichier, position)) return m->Echec(ErrEndommage, *o);
+    libres.push_back(position);
+    std::memcpy(&position, m->Brut(*o, position) + 4, sizeof position);
+  }
+  return libres.size() == o->libres || m->Echec(ErrEndommage, *o);
+}
+
+u32 Moteur::NombreEmplacements(u16 numFichier) const {
+  const Ouvert* o = m->Dat(numFichier);
+  return o ? o->emplacements : 0;
+}
+
+u16 Moteur::TailleRec(u16 numFichier) const {
+  const Ouvert* o = m->Dat(numFichier);
+  return o ? o->dat.entete.taille : 0;
+}
+
+void Moteur::DebutUnite() {
+  m->reperes.push_back({m->annulations.size(), m->changementsCles.size(), m->ordre.size()});
+  ++m->profondeur;
+}
+
+unsigned Moteur::Profondeur() const { return m->profondeur; }
+u64 Moteur::NbAnnulations() const { return m->nbAnnulations; }
+u64 Moteur::NbSynchros() const { return m->reprise ? m->reprise->NbSynchros() : 0; }
+
+bool Moteur::ValideUnite() {
+  if (m->profondeur == 0) return m->Echec(ErrPasOuvert);
+  if (m->profondeur > 1) {
+    m->reperes.pop_back();
+    if (--m->profondeur == 1) {
+      m->annulations.clear();
+      m->clesTropNombreuses = m->clesTropNombreuses || m->changementsCles.size() > ClesRetenuesMax;
+      if (m->clesTropNombreuses) m->changementsCles.clear();
+    }
+    return true;
+  }
+  if (!m->Engage()) {
+    const int code = m->erreur;
+    const std::string fichier = m->fichierErreur;
+    AnnuleUnite();
+    return m->Echec(code, fichier);
+  }
+  m->reperes.clear();
+  m->profondeur = 0;
+  return true;
+}
+
+void Moteur::AnnuleUnite() {
+  if (m->profondeur == 0) return;
+  const int code = m->erreur;
+  const std::string fichier = m->fichierErreur;
+  ++m->nbAnnulations;
+  if (m->profondeur > 1) {
+    const Etat::Repere repere = m->reperes.back();
+    m->Defait(repere.annulations);
+    m->ordre.resize(repere.ordre);
+    m->DefaitCles(repere.cles);
+    m->reperes.pop_back();
+    --m->profondeur;
+  } else {
+    m->DefaitTout();
+    m->reperes.clear();
+    m->profondeur = 0;
+  }
+  m->Echec(code, fichier);
+}
+
+void Moteur::Etat::Defait(std::size_t jusqua) {
+  while (annulations.size() > jusqua) {
+    Annulation& a = annulations.back();
+    Ouvert& o = *a.fichier;
+    if (o.emplacements > a.emplacements) {
+      for (Position p = a.emplacements + 1; p <= o.emplacements; ++p) {
+        if (images.erase(CleImage(o, p))) octetsImages -= o.dat.entete.taille;
+      }
+      o.dat.CoupeQueue(a.emplacements);
+    }
+    o.emplacements = a.emplacements;
+    o.tete = a.tete;
+    o.libres = a.libres;
+    o.premierVerse = a.premierVerse;
+    if (a.position) {
+      if (a.avait) {
+        PoseImage(o, a.position, a.image.data());
+      } else if (images.erase(CleImage(o, a.position))) {
+        octetsImages -= o.dat.entete.taille;
+      }
+    }
+    annulations.pop_back();
+  }
+}
+
+void Moteur::Etat::DefaitTout() {
+  images.clear();
+  ordre.clear();
+  octetsImages = 0;
+  annulations.clear();
+  for (Ouvert* o : touches) {
+    o->emplacements = o->dat.entete.emplacements;
+    o->tete = o->dat.entete.tete;
+    o->libres = o->dat.entete.libres;
+    o->premierVerse = 0;
+    o->touche = false;
+    o->dat.CoupeQueue(o->emplacements);
+  }
+  if (clesTropNombreuses) {
+    changementsCles.clear();
+    for (Ouvert* o : touches) {
+      if (o->cles && o->def && !RemplitCles(*o)) ReplieCles(*o, ErrCles);
+    }
+  } else {
+    DefaitCles(0);
+  }
+  clesTropNombreuses = false;
+  touches.clear();
+}
+
+void Moteur::Etat::ComposeUnite() {
+  std::vector<FichierUnite> fichiersUnite;
+  std::array<u16, 256> indices{};
+  for (const Ouvert* o : touches) {
+    if (!o->def) continue;
+    indices[o->numero] = static_cast<u16>(fichiersUnite.size());
+    const EnteteDat& e = o->dat.entete;
+    fichiersUnite.push_back({e.id, e.generation, o->numero, e.taille, o->emplacements, o->tete, o->libres, o->cheminRelatif});
+  }
+  reprise->Commence(fichiersUnite);
+  for (const u64 cle : ordre) {
+    const auto image = images.find(cle);
+    if (image == images.end()) continue;
+    Ouvert& o = *fichiers[cle >> 32];
+    if (!o.def) continue;
+    const Position position = static_cast<Position>(cle);
+    const u8* octets = image->second.data();
+    u32 debut = 0, fin = o.dat.entete.taille, zeros = 0;
+    if (position <= o.dat.entete.emplacements) {
+      const auto enAttente = o.attente.find(position);
+      const u8* base = enAttente == o.attente.end() ? o.dat.Place(position) : enAttente->second.data();
+      while (debut < fin && octets[debut] == base[debut]) ++debut;
+      while (fin > debut && octets[fin - 1] == base[fin - 1]) --fin;
+      if (debut == fin) continue;
+    } else {
+      while (fin > 0 && octets[fin - 1] == 0) --fin;
+      zeros = o.dat.entete.taille - fin;
+    }
+    reprise->AjouteImage({indices[o.numero], static_cast<u16>(debut), static_cast<u16>(zeros), position,
+                          {reinterpret_cast<const char*>(octets) + debut, fin - debut}});
+  }
+}
+
+bool Moteur::Etat::Engage() {
+  for (Ouvert* o : touches) {
+    if (!o->premierVerse) continue;
+    int rc = o->dat.VerseQueue();
+    if (!rc) rc = o->dat.Synchronise();
+    if (rc) return Echec(rc, *o);
+  }
+  if (std::any_of(touches.begin(), touches.end(), [](const Ouvert* o) { return o->def != nullptr; })) {
+    if (reprise->DoitVider() && !VidangeTout()) return false;
+    ComposeUnite();
+    if (!reprise->Tient()) {
+      if (!VidangeTout()) return false;
+      ComposeUnite();
+    }
+    if (const int rc = reprise->Ecrit()) return Echec(rc, Joint(dossier, "fenlor.rep"));
+  }
+  Applique();
+  return true;
+}
+
+/// The unit is durable: brings its images into the data files. What the disk
+/// refuses is kept and tried again; the log is not emptied before it went well.
+bool Moteur::Etat::Applique() {
+  bool bien = true;
+  for (const u64 cle : ordre) {
+    const auto image = images.find(cle);
+    if (image == images.end()) continue;
+    Ouvert& o = *fichiers[cle >> 32];
+    const Position position = static_cast<Position>(cle);
+    if (o.attente.contains(position) ||
+        o.dat.EcritPlace(position, 0, image->second.data(), o.dat.entete.taille) != 0) {
+      o.attente[position] = std::move(image->second);
+      bien = false;
+    }
+  }
+  for (Ouvert* o : touches) {
+    o->dat.entete.emplacements = o->emplacements;
+    o->dat.entete.tete = o->tete;
+    o->dat.entete.libres = o->libres;
+    o->premierVerse = 0;
+    o->touche = false;
+    o->datSale = o->modifie = true;
+    reprise->sceaux.erase(o->dat.entete.id);
+  }
+  touches.clear();
+  images.clear();
+  ordre.clear();
+  octetsImages = 0;
+  annulations.clear();
+  changementsCles.clear();
+  clesTropNombreuses = false;
+  return bien;
+}
+
+}  // namespace fenlor

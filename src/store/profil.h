@@ -1,0 +1,77 @@
+// A settings file in the section and key form of profile files, Windows-1252,
+// lines ended by CR LF.
+//
+// Rules: a section is "[name]", a setting is "key=value". Names compare without
+// regard to case (ASCII and Windows-1252 letters); the first match wins: of two
+// sections of one name only the first is looked at, also for a key that it
+// lacks. Blanks around the name and the value are dropped, then one pair of
+// double or single quotes around the value. Lines that begin with ";" and lines
+// of any other form are kept where they stand and skipped. A value that begins
+// or ends with a blank or a quote is written between double quotes.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "store/systeme.h"
+
+namespace fenlor {
+
+class Profil {
+ public:
+  /// One change: no value removes the key, an empty key removes the section.
+  struct Changement {
+    std::string section;
+    std::string cle;
+    std::optional<std::string> valeur;
+  };
+
+  /// Binds to `chemin`; reads nothing yet. `systeme` outlives the object.
+  Profil(Systeme& systeme, std::string chemin);
+
+  /// Value of a key, empty when absent. A file that does not exist reads as
+  /// empty. The file is parsed when its stamp (inode, size, time) changed since
+  /// the last look, not otherwise. On a file that cannot be read: empty, and
+  /// `Erreur()` is not 0.
+  std::string Lit(const std::string& section, const std::string& cle);
+  /// True when the section exists, even without keys.
+  bool Existe(const std::string& section);
+  std::vector<std::string> Sections();
+  /// Keys of the section in file order.
+  std::vector<std::string> Cles(const std::string& section);
+
+  /// Writes one key. False on failure: the file is then as it was, and
+  /// `Erreur()` holds errno. Characters below 32 in names or value are refused
+  /// with EINVAL, as is a name that could not be read back.
+  bool Ecrit(const std::string& section, const std::string& cle, const std::optional<std::string>& valeur);
+  /// Writes several keys in one replacement of the file: all of them or none.
+  /// The new file is written beside the old one, synced, renamed over it, and
+  /// the directory synced. A write that changes nothing touches nothing.
+  bool Ecrit(const std::vector<Changement>& changements);
+
+  /// errno of the last call, 0 when it went well.
+  int Erreur() const { return m_erreur; }
+  const std::string& Chemin() const { return m_chemin; }
+
+ private:
+  struct Ligne {
+    enum Sorte { Section, Cle, Reste } sorte;
+    std::string texte;  ///< as in the file, without its end
+    std::string nom;    ///< section or key, as written
+    std::string valeur;
+  };
+  bool Charge();
+  void Analyse(const std::string& contenu);
+  void Applique(const Changement& changement);
+  std::size_t TrouveSection(const std::string& section) const;
+
+  Systeme& m_systeme;
+  std::string m_chemin;
+  std::vector<Ligne> m_lignes;
+  std::optional<Empreinte> m_empreinte;
+  int m_erreur = 0;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,351 @@
+#include "store/reprise.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "store/fichierdat.h"
+#include "store/qvapi.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr char Magie[8] = {'Q', 'V', 'R', 'E', 'P', '\r', '\n', 0x1A};
+constexpr u32 Version = 1;
+constexpr u64 TailleEntete = 32u << 10;
+constexpr u64 DebutUnites = 2 * TailleEntete;
+constexpr u32 Bloc = 4096;
+constexpr u32 MagieUnite = 0x4E555651;  // "QVUN"
+constexpr u32 TailleEnteteUnite = 32;
+constexpr std::size_t TailleSceau = 64;
+constexpr std::size_t SceauxMax = (TailleEntete - 56) / TailleSceau;
+
+template <class T>
+void Ajoute(std::vector<u8>& octets, T valeur) {
+  const auto place = octets.size();
+  octets.resize(place + sizeof valeur);
+  std::memcpy(octets.data() + place, &valeur, sizeof valeur);
+}
+
+template <class T>
+void Pose(u8* octets, T valeur) {
+  std::memcpy(octets, &valeur, sizeof valeur);
+}
+
+template <class T>
+T Prend(const void* octets) {
+  T valeur;
+  std::memcpy(&valeur, octets, sizeof valeur);
+  return valeur;
+}
+
+/// Reads values off a text without ever passing its end.
+struct Lecteur {
+  const char* place;
+  const char* fin;
+  bool bon = true;
+  template <class T>
+  T Valeur() {
+    if (static_cast<std::size_t>(fin - place) < sizeof(T)) return bon = false, place = fin, T{};
+    const T valeur = Prend<T>(place);
+    place += sizeof(T);
+    return valeur;
+  }
+  std::string_view Texte(std::size_t n) {
+    if (static_cast<std::size_t>(fin - place) < n) return bon = false, place = fin, std::string_view{};
+    const std::string_view texte(place, n);
+    place += n;
+    return texte;
+  }
+};
+
+u32 Crc(const void* octets, std::size_t taille) {
+  return static_cast<u32>(crc32_z(0, static_cast<const u8*>(octets), taille));
+}
+
+u64 Arrondi(u64 taille) { return (taille + Bloc - 1) / Bloc * Bloc; }
+
+}  // namespace
+
+int JournalReprise::MauvaiseUnite() { return ErrJournalReprise; }
+
+int JournalReprise::Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite) {
+  m_capacite = std::max<u64>(Arrondi(capacite), 16 * Bloc);
+  const std::string chemin = Joint(dossier, "fenlor.rep");
+  int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier);
+  if (rc == ENOENT) return Cree(systeme, chemin);
+  if (rc) return rc;
+  Empreinte empreinte;
+  if ((rc = m_fichier->Mesure(empreinte))) return rc;
+  m_taille = empreinte.taille;
+
+  u64 epoques[2] = {}, suivantes[2] = {}, ids[2] = {};
+  std::map<u64, Sceau> lus[2];
+  bool bons[2] = {};
+  for (int copie = 0; copie < 2; ++copie) {
+    std::vector<u8> octets(TailleEntete);
+    std::size_t nombre = 0;
+    if ((rc = m_fichier->Lit(octets.data(), octets.size(), copie * TailleEntete, nombre))) return rc;
+    octets.resize(nombre);
+    bons[copie] = DecodeEntete(octets, epoques[copie], suivantes[copie], ids[copie], lus[copie]);
+  }
+  if (!bons[0] && !bons[1]) return ErrJournalReprise;
+  const int copie = bons[0] && bons[1] ? epoques[1] > epoques[0] : bons[1];
+  m_epoque = epoques[copie];
+  m_premiere = m_suivante = suivantes[copie];
+  m_id = ids[copie];
+  sceaux = std::move(lus[copie]);
+  m_fin = m_lecture = 0;
+  return 0;
+}
+
+int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
+  // Made under another name: a log is there whole or not at all.
+  const std::string provisoire = chemin + ".tmp";
+  int rc = systeme.Ouvre(provisoire, Systeme::Creation, m_fichier);
+  if (rc) return rc;
+  const std::vector<u8> zeros(256u << 10, 0);
+  m_taille = DebutUnites + m_capacite;
+  for (u64 place = 0; place < m_taille && !rc; place += zeros.size()) {
+    rc = m_fichier->Ecrit(zeros.data(), std::min<u64>(zeros.size(), m_taille - place), place);
+  }
+  m_id = TireId();
+  m_epoque = 1;
+  if (!rc) rc = EcritEntete();
+  if (!rc) rc = m_fichier->Synchronise();
+  if (!rc) rc = systeme.Renomme(provisoire, chemin);
+  if (!rc) rc = systeme.SynchroniseDossier(DossierDe(chemin));
+  if (rc) systeme.Supprime(provisoire);
+  return rc;
+}
+
+int JournalReprise::EcritEntete() {
+  std::vector<u8> o(Magie, Magie + 8);
+  Ajoute(o, Version);
+  Ajoute(o, u32{0});
+  Ajoute(o, m_id);
+  Ajoute(o, m_epoque);
+  Ajoute(o, m_suivante);
+  const std::size_t nombre = std::min(sceaux.size(), SceauxMax);
+  Ajoute(o, static_cast<u32>(nombre));
+  Ajoute(o, u32{0});
+  std::size_t n = 0;
+  for (const auto& [id, s] : sceaux) {
+    if (n++ == nombre) break;
+    Ajoute(o, id);
+    Ajoute(o, s.tailleDat);
+    Ajoute(o, s.secondesDat);
+    Ajoute(o, static_cast<u32>(s.nanoDat));
+    Ajoute(o, static_cast<u32>(s.nanoIdx));
+    Ajoute(o, s.tailleIdx);
+    Ajoute(o, s.secondesIdx);
+    Ajoute(o, s.crcIdx);
+    o.resize(o.size() + 12);
+  }
+  Pose(o.data() + 12, Crc(o.data() + 16, o.size() - 16));
+  return m_fichier->Ecrit(o.data(), o.size(), m_epoque & 1 ? TailleEntete : 0);
+}
+
+bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& suivante, u64& id,
+                                  std::map<u64, Sceau>& lus) const {
+  if (o.size() < 48 || std::memcmp(o.data(), Magie, 8) != 0 || Prend<u32>(&o[8]) != Version) return false;
+  const u32 nombre = Prend<u32>(&o[40]);
+  if (nombre > SceauxMax || o.size() < 48 + nombre * TailleSceau) return false;
+  if (Prend<u32>(&o[12]) != Crc(&o[16], 32 + nombre * TailleSceau)) return false;
+  id = Prend<u64>(&o[16]);
+  epoque = Prend<u64>(&o[24]);
+  suivante = Prend<u64>(&o[32]);
+  for (u32 n = 0; n < nombre; ++n) {
+    const u8* s = &o[48 + n * TailleSceau];
+    lus[Prend<u64>(s)] = {Prend<u64>(s + 8),  Prend<i64>(s + 16), Prend<u32>(s + 24), Prend<u64>(s + 32),
+                          Prend<i64>(s + 40), Prend<u32>(s + 28), Prend<u32>(s + 48)};
+  }
+  return true;
+}
+
+int JournalReprise::Verifie() {
+  const int rc = Relit([](const std::vector<FichierUnite>&, const std::vector<ImageUnite>&) { return 0; });
+  m_suivante = m_premiere;
+  m_fin = m_lecture = 0;
+  return rc;
+}
+
+void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers) {
+  m_unite.clear();
+  Ajoute(m_unite, MagieUnite);
+  Ajoute(m_unite, u32{0});
+  Ajoute(m_unite, m_epoque);
+  Ajoute(m_unite, m_suivante);
+  Ajoute(m_unite, u32{0});
+  Ajoute(m_unite, static_cast<u32>(fichiers.size()));
+  for (const FichierUnite& f : fichiers) {
+    Ajoute(m_unite, f.id);
+    Ajoute(m_unite, f.generation);
+    Ajoute(m_unite, f.numero);
+    Ajoute(m_unite, f.taille);
+    Ajoute(m_unite, f.emplacements);
+    Ajoute(m_unite, f.tete);
+    Ajoute(m_unite, f.libres);
+    Ajoute(m_unite, static_cast<u16>(f.chemin.size()));
+    m_unite.insert(m_unite.end(), f.chemin.begin(), f.chemin.end());
+  }
+}
+
+void JournalReprise::AjouteImage(const ImageUnite& image) {
+  Ajoute(m_unite, image.fichier);
+  Ajoute(m_unite, image.decalage);
+  Ajoute(m_unite, static_cast<u16>(image.octets.size()));
+  Ajoute(m_unite, image.zeros);
+  Ajoute(m_unite, image.position);
+  m_unite.insert(m_unite.end(), image.octets.begin(), image.octets.end());
+}
+
+bool JournalReprise::Tient() const { return m_fin == 0 || m_fin + Arrondi(m_unite.size()) <= m_capacite; }
+
+int JournalReprise::Ecrit() {
+  if (m_unite.size() > 0xFFFFFFFFu - Bloc) return EFBIG;
+  if (m_aVider) return EIO;
+  // A unit that failed may have reached the disk all the same: it must be gone
+  // before another one is allowed to count.
+  if (m_doute) {
+    const std::vector<u8> zeros(Bloc, 0);
+    if (const int rc = m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + m_fin)) return rc;
+    if (const int rc = m_fichier->Synchronise()) return rc;
+    m_doute = false;
+  }
+  Pose(m_unite.data() + 24, static_cast<u32>(m_unite.size() - TailleEnteteUnite + 4));
+  const std::size_t taille = m_unite.size();
+  m_unite.resize(Arrondi(taille), 0);
+  Pose(m_unite.data() + 4, Crc(m_unite.data() + 8, taille - 8));
+  int rc = 0;
+  const u64 fin = DebutUnites + m_fin + m_unite.size();
+  if (fin > m_taille) {
+    rc = m_fichier->Reserve(m_taille, fin);
+    if (!rc) m_taille = fin;
+  }
+  if (rc) return rc;
+  rc = m_fichier->Ecrit(m_unite.data(), m_unite.size(), DebutUnites + m_fin);
+  if (!rc) {
+    rc = m_fichier->Synchronise();
+    ++m_synchros;
+  }
+  if (rc) {
+    m_doute = true;
+    const std::vector<u8> zeros(Bloc, 0);
+    if (!m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + m_fin) && !m_fichier->Synchronise()) m_doute = false;
+    return rc;
+  }
+  m_fin += m_unite.size();
+  ++m_suivante;
+  if (m_unite.capacity() > (4u << 20)) std::vector<u8>().swap(m_unite);
+  return 0;
+}
+
+int JournalReprise::Vide() {
+  ++m_epoque;
+  int rc = EcritEntete();
+  if (!rc) rc = m_fichier->Synchronise();
+  if (rc) {
+    // The disk may hold either header. The data files hold all units, so both are
+    // right, until another unit is written: that waits for a header that is sure,
+    // written to the same copy so that the other one stays whole.
+    --m_epoque;
+    m_aVider = true;
+    return rc;
+  }
+  m_aVider = false;
+  m_premiere = m_suivante;
+  m_fin = m_lecture = 0;
+  m_doute = false;
+  if (m_taille > DebutUnites + 4 * m_capacite) {
+    if (m_fichier->Tronque(DebutUnites + m_capacite) == 0) m_taille = DebutUnites + m_capacite;
+  }
+  return 0;
+}
+
+bool JournalReprise::LitUnite(std::string& unite) {
+  m_erreurLecture = 0;
+  char debut[TailleEnteteUnite];
+  std::size_t lus = 0;
+  if ((m_erreurLecture = m_fichier->Lit(debut, sizeof debut, DebutUnites + m_lecture, lus))) return false;
+  bool bonne = lus == sizeof debut && Prend<u32>(debut) == MagieUnite && Prend<u64>(debut + 8) == m_epoque &&
+               Prend<u64>(debut + 16) == m_suivante;
+  const u64 taille = bonne ? u64{Prend<u32>(debut + 24)} + TailleEnteteUnite - 4 : 0;
+  bonne = bonne && DebutUnites + m_lecture + taille <= m_taille && taille >= TailleEnteteUnite;
+  if (bonne) {
+    unite.resize(taille);
+    if ((m_erreurLecture = m_fichier->Lit(unite.data(), taille, DebutUnites + m_lecture, lus))) return false;
+    bonne = lus == taille && Prend<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8);
+  }
+  if (!bonne) {
+    m_erreurLecture = VerifieFin();
+    return false;
+  }
+  m_lecture += Arrondi(taille);
+  m_fin = m_lecture;
+  ++m_suivante;
+  return true;
+}
+
+/// Behind the last good unit there may be one torn unit and the remains of older
+/// epochs, but no whole unit of this epoch or a later one: that would mean that
+/// acknowledged units before it are damaged. An empty log is looked at in its
+/// first blocks only, for that is what every opening meets.
+int JournalReprise::VerifieFin() {
+  std::vector<char> bloc(64 * Bloc);
+  for (u64 place = m_lecture; DebutUnites + place < m_taille; place += bloc.size()) {
+    std::size_t lus = 0;
+    if (const int rc = m_fichier->Lit(bloc.data(), bloc.size(), DebutUnites + place, lus)) return rc;
+    for (std::size_t o = 0; o + TailleEnteteUnite <= lus; o += Bloc) {
+      const char* u = bloc.data() + o;
+      if (Prend<u32>(u) != MagieUnite || Prend<u64>(u + 8) < m_epoque) continue;
+      const u64 epoque = Prend<u64>(u + 8), numero = Prend<u64>(u + 16);
+      const u64 taille = u64{Prend<u32>(u + 24)} + TailleEnteteUnite - 4;
+      if (epoque == m_epoque && numero <= m_suivante) continue;
+      if (DebutUnites + place + o + taille > m_taille) continue;
+      std::string unite(taille, 0);
+      std::size_t n = 0;
+      if (const int rc = m_fichier->Lit(unite.data(), taille, DebutUnites + place + o, n)) return rc;
+      if (n == taille && Prend<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8)) return ErrJournalReprise;
+    }
+    if (lus < bloc.size() || m_lecture == 0) break;
+  }
+  return 0;
+}
+
+bool JournalReprise::Decompose(const std::string& unite, std::vector<FichierUnite>& fichiers,
+                               std::vector<ImageUnite>& images) {
+  Lecteur l{unite.data() + 28, unite.data() + unite.size()};
+  const u32 nombre = l.Valeur<u32>();
+  for (u32 n = 0; n < nombre && l.bon; ++n) {
+    FichierUnite f;
+    f.id = l.Valeur<u64>();
+    f.generation = l.Valeur<u64>();
+    f.numero = l.Valeur<u16>();
+    f.taille = l.Valeur<u16>();
+    f.emplacements = l.Valeur<u32>();
+    f.tete = l.Valeur<u32>();
+    f.libres = l.Valeur<u32>();
+    f.chemin = l.Texte(l.Valeur<u16>());
+    fichiers.push_back(std::move(f));
+  }
+  while (l.bon && l.place < l.fin) {
+    ImageUnite i;
+    i.fichier = l.Valeur<u16>();
+    i.decalage = l.Valeur<u16>();
+    const u16 taille = l.Valeur<u16>();
+    i.zeros = l.Valeur<u16>();
+    i.position = l.Valeur<u32>();
+    i.octets = l.Texte(taille);
+    if (!l.bon || i.fichier >= fichiers.size()) return false;
+    const FichierUnite& f = fichiers[i.fichier];
+    if (u32{i.decalage} + taille + i.zeros > f.taille || i.position == 0 || i.position > f.emplacements) return false;
+    images.push_back(i);
+  }
+  return l.bon;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,133 @@
+#include "store/texte1252.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+
+#include "store/enregistrements.h"
+
+namespace fenlor {
+
+namespace {
+
+// Characters of the bytes 80 to 9F; all others are their own code point.
+constexpr std::array<u16, 32> Hauts = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+constexpr std::array<u8, 256> TableMajuscules = [] {
+  std::array<u8, 256> table{};
+  for (unsigned c = 0; c < 256; ++c) {
+    const bool accentue = c >= 0xE0 && c <= 0xFE && c != 0xF7;
+    table[c] = static_cast<u8>((c >= 'a' && c <= 'z') || accentue ? c - 32 : c);
+  }
+  table[0x9A] = 0x8A;
+  table[0x9C] = 0x8C;
+  table[0x9E] = 0x8E;
+  table[0xFF] = 0x9F;
+  return table;
+}();
+
+constexpr std::array<u8, 256> TableMinuscules = [] {
+  std::array<u8, 256> table{};
+  for (unsigned c = 0; c < 256; ++c) table[c] = static_cast<u8>(c);
+  for (unsigned c = 0; c < 256; ++c) {
+    if (TableMajuscules[c] != c) table[TableMajuscules[c]] = static_cast<u8>(c);
+  }
+  return table;
+}();
+
+int Octet(u32 point) {
+  if (point < 0x80 || (point >= 0xA0 && point <= 0xFF)) return static_cast<int>(point);
+  for (std::size_t i = 0; i < Hauts.size(); ++i) {
+    if (Hauts[i] == point) return static_cast<int>(0x80 + i);
+  }
+  return -1;
+}
+
+// Length of the sequence that starts at `i`, 0 when it is malformed.
+unsigned LitPoint(std::string_view utf8, std::size_t i, u32& point) {
+  const auto octet = [&](std::size_t k) { return static_cast<u8>(utf8[k]); };
+  const u8 tete = octet(i);
+  if (tete < 0x80) {
+    point = tete;
+    return 1;
+  }
+  const unsigned longueur = tete >= 0xF0 ? 4 : tete >= 0xE0 ? 3 : 2;
+  if (tete < 0xC2 || tete > 0xF4 || utf8.size() - i < longueur) return 0;
+  point = tete & (0x7Fu >> longueur);
+  for (unsigned k = 1; k < longueur; ++k) {
+    if ((octet(i + k) & 0xC0) != 0x80) return 0;
+    point = (point << 6) | (octet(i + k) & 0x3Fu);
+  }
+  constexpr u32 Minimum[5] = {0, 0, 0x80, 0x800, 0x10000};
+  const bool substitut = point >= 0xD800 && point <= 0xDFFF;
+  return point < Minimum[longueur] || substitut || point > 0x10FFFF ? 0 : longueur;
+}
+
+}  // namespace
+
+std::string VersUtf8(std::string_view texte) {
+  std::string sortie;
+  sortie.reserve(texte.size() + texte.size() / 8);
+  for (const char c : texte) {
+    const u8 octet = static_cast<u8>(c);
+    const u32 point = octet >= 0x80 && octet <= 0x9F ? Hauts[octet - 0x80] : octet;
+    if (point < 0x80) {
+      sortie += c;
+    } else if (point < 0x800) {
+      sortie += static_cast<char>(0xC0 | (point >> 6));
+      sortie += static_cast<char>(0x80 | (point & 0x3F));
+    } else {
+      sortie += static_cast<char>(0xE0 | (point >> 12));
+      sortie += static_cast<char>(0x80 | ((point >> 6) & 0x3F));
+      sortie += static_cast<char>(0x80 | (point & 0x3F));
+    }
+  }
+  return sortie;
+}
+
+std::optional<std::string> DepuisUtf8(std::string_view utf8) {
+  std::string sortie;
+  sortie.reserve(utf8.size());
+  for (std::size_t i = 0; i < utf8.size();) {
+    u32 point = 0;
+    const unsigned longueur = LitPoint(utf8, i, point);
+    if (longueur == 0) return std::nullopt;
+    const int octet = Octet(point);
+    if (octet < 0) return std::nullopt;
+    sortie += static_cast<char>(octet);
+    i += longueur;
+  }
+  return sortie;
+}
+
+std::string operator""_w(const char* utf8, std::size_t taille) {
+  std::optional<std::string> texte = DepuisUtf8({utf8, taille});
+  assert(texte && "literal outside Windows-1252");
+  return texte ? *std::move(texte) : std::string();
+}
+
+char Majuscule(char c) { return static_cast<char>(TableMajuscules[static_cast<u8>(c)]); }
+
+char Minuscule(char c) { return static_cast<char>(TableMinuscules[static_cast<u8>(c)]); }
+
+std::string EnMajuscules(std::string_view texte) {
+  std::string sortie(texte);
+  std::transform(sortie.begin(), sortie.end(), sortie.begin(), Majuscule);
+  return sortie;
+}
+
+int CompareSansCasse(std::string_view a, std::string_view b) {
+  const std::size_t commun = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < commun; ++i) {
+    const int x = TableMajuscules[static_cast<u8>(a[i])];
+    const int y = TableMajuscules[static_cast<u8>(b[i])];
+    if (x != y) return x - y;
+  }
+  return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+}
+
+}  // namespace fenlor

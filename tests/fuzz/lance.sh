@@ -1,0 +1,7 @@
+#!/bin/sh
+# lance.sh TARGET [SECONDS]: runs one fuzz target of build/fuzz on its corpus, ten minutes by default.
+set -eu
+corpus=build/fuzz/corpus/$1
+mkdir -p "$corpus"
+exec "build/fuzz/bin/fuzz_$1" -max_total_time="${2:-600}" -max_len=8192 -rss_limit_mb=4096 -print_final_stats=1 \
+  -artifact_prefix="build/fuzz/$1-" "$corpus" >"build/fuzz/$1.log" 2>&1

@@ -1,0 +1,205 @@
+#include "core/textes.h"
+#include "journal/cabinetmedical.h"
+#include "outils/systemefautif.h"
+#include "store/texte1252.h"
+
+namespace fenlor::test {
+namespace {
+
+using Textes = std::vector<std::string>;
+
+class SaisieODTest : public CabinetMedical {
+ protected:
+  void SetUp() override { Installe(); }
+  u32 NbLignes() { return Magasin().GetJournalRec(0); }
+};
+
+LigneODSaisie Debit(const char* compte, f64 montant) { return {compte, {}, montant, 0}; }
+LigneODSaisie Credit(const char* compte, f64 montant) { return {compte, {}, 0, montant}; }
+
+TEST_F(SaisieODTest, Lignes) {
+  struct Cas {
+    const char* quoi;
+    std::vector<LigneODSaisie> saisies;
+    f64 solde;
+    Textes lignes;
+  };
+  const Cas cas[] = {
+      {"équilibrée", {Debit("512", 10), Credit("706", 10)}, 0, {"512 D 10.00 65.60", "706 C 10.00 65.60"}},
+      {"montant négatif : de l'autre côté",
+       {Debit("512", -10), Credit("706", -10)},
+       0,
+       {"512 C 10.00 65.60", "706 D 10.00 65.60"}},
+      {"débit de trop : écart au crédit",
+       {Debit("512", 10), Credit("706", 9.99)},
+       -0.01,
+       {"512 D 10.00 65.60", "706 C 9.99 65.53", "758 C 0.01 0.07"}},
+      {"crédit de trop : écart au débit",
+       {Credit("706", 5), Debit("512", 3), Debit("531", 1.50)},
+       0.5,
+       {"706 C 5.00 32.80", "512 D 3.00 19.68", "531 D 1.50 9.84", "658 D 0.50 3.28"}},
+  };
+  for (const Cas& c : cas) {
+    SCOPED_TRACE(c.quoi);
+    EXPECT_EQ(c.solde, SoldeOD(c.saisies));
+    Boite.Oublie();
+    Boite.Reponses = {RepOui};
+    const ResultatSaisie r = EnregistreOD(App(), OD(c.saisies));
+    Boite.Reponses.clear();
+    ASSERT_TRUE(r) << r.texte;
+    EXPECT_EQ(c.solde != 0, Boite.NumerosQuestions() == std::vector<unsigned>{QuestionNonEquilibree});
+    EXPECT_EQ(c.lignes, LignesLues(r.mouvement));
+  }
+}
+
+TEST_F(SaisieODTest, CeQuePorteUneLigne) {
+  SaisieOD saisie = OD({{"512", "Son libellé"_w, 10, 0, PaiementAutre}, {"706", {}, 0, 8, PaiementAutre}});
+  Boite.Reponses = {RepOui};
+  const ResultatSaisie r = EnregistreOD(App(), saisie);
+  ASSERT_TRUE(r);
+  const std::vector<Line> lignes = Lignes(r.mouvement);
+  ASSERT_EQ(3u, lignes.size());
+  EXPECT_EQ("Son libellé"_w, LitTexte(lignes[0].Designation));
+  EXPECT_EQ("Essai d'OD", LitTexte(lignes[1].Designation)) << "without a label of its own: the entry's";
+  EXPECT_EQ("Ecarts", LitTexte(lignes[2].Designation)) << "the deviation line: its account's";
+  EXPECT_EQ(PaiementAutre, lignes[0].ModePaiement);
+  EXPECT_EQ(PaiementCheque, lignes[1].ModePaiement) << "only treasury accounts have a mode";
+  EXPECT_EQ(PaiementAutre, lignes[2].ModePaiement);
+  for (const Line& ligne : lignes) {
+    EXPECT_EQ(GenreOD, ligne.Genre);
+    EXPECT_EQ(JournalOD, ligne.Journal);
+    EXPECT_EQ("Essai d'OD", LitTexte(ligne.Libelle));
+    EXPECT_EQ(FaitDate(15, 3, 2003), ligne.DateLigne);
+    EXPECT_EQ(1u, ligne.Ligne);
+    EXPECT_EQ(1u, ligne.SaisieEuro);
+  }
+  EXPECT_EQ(Recette, lignes[1].TypeCompte);
+}
+
+TEST_F(SaisieODTest, Refus) {
+  struct Cas {
+    const char* quoi;
+    std::function<void(SaisieOD&)> faute;
+    unsigned erreur;
+    int indice = -1;
+  };
+  const Cas cas[] = {
+      {"libellé de ligne trop long", [](auto& s) { s.lignes[1].libelle.assign(81, 'x'); }, ErrTexteTropLong, 1},
+      {"montant trop large", [](auto& s) { s.lignes[0].debit = 1e15; }, ErrChampInvalide, 0},
+      {"date fausse", [](auto& s) { s.date = FaitDate(31, 4, 2003); }, 3104},
+      {"hors de l'exercice", [](auto& s) { s.date = FaitDate(31, 12, 2004); }, 3104},
+      {"sans ligne", [](auto& s) { s.lignes.clear(); }, 3032},
+      {"compte inconnu", [](auto& s) { s.lignes[1].compte = Long("7999"); }, 3105, 1},
+      {"sans montant", [](auto& s) { s.lignes[0].debit = 0; }, 3108, 0},
+      {"deux montants", [](auto& s) { s.lignes[0].credit = 10; }, ErrDebitEtCredit, 0},
+      {"franc après la limite", [](auto& s) { s.euro = false; }, 3041},
+      {"existante inconnue", [](auto& s) { s.mouvement = 99; }, ErrEcritureInconnue},
+      {"non équilibrée", [](auto& s) { s.lignes[0].debit = 11; }, QuestionNonEquilibree},
+  };
+  for (const Cas& c : cas) {
+    SCOPED_TRACE(c.quoi);
+    SaisieOD saisie = OD({Debit("512", 10), Credit("706", 10)});
+    c.faute(saisie);
+    const ResultatSaisie r = EnregistreOD(App(), saisie);
+    EXPECT_EQ(c.erreur, r.erreur);
+    EXPECT_EQ(c.indice, r.indice);
+  }
+  const u32 recette = Enregistre(Ecriture(JournalRecettes, "706", 10));
+  SaisieOD autre = OD({Debit("512", 10), Credit("706", 10)});
+  autre.mouvement = recette;
+  EXPECT_EQ(unsigned{ErrChampInvalide}, EnregistreOD(App(), autre).erreur);
+  EXPECT_EQ(2u, NbLignes());
+}
+
+TEST_F(SaisieODTest, LesComptesParticuliersSontVoulusMemeEquilibree) {
+  const SaisieOD saisie = OD({Debit("512", 10), Credit("706", 10)});
+  ASSERT_TRUE(Magasin().SetComptePerso("109"));
+  ASSERT_TRUE(Magasin().SetCompteEcartCredit(""));
+  ASSERT_TRUE(Magasin().SetCompteEcartDebit("659"));
+  EXPECT_EQ(3055u, EnregistreOD(App(), saisie).erreur);
+  ASSERT_TRUE(Magasin().SetComptePerso("108"));
+  EXPECT_EQ(3030u, EnregistreOD(App(), saisie).erreur);
+  ASSERT_TRUE(Magasin().SetCompteEcartCredit("758"));
+  EXPECT_EQ(3031u, EnregistreOD(App(), saisie).erreur);
+  ASSERT_TRUE(Magasin().SetCompteEcartDebit("658"));
+  EXPECT_TRUE(EnregistreOD(App(), saisie));
+}
+
+TEST_F(SaisieODTest, ModificationGardeNumeroEtMarques) {
+  const u32 mouvement = EnregistreLesLignes({Debit("512", 10), Debit("512", 20), Credit("706", 30)});
+  ASSERT_NE(0u, EnregistreLesLignes({Debit("531", 1), Credit("706", 1)}));
+  u32 rang = 0;
+  ChangeLignes(mouvement, [&rang](Line& ligne) {
+    ligne.Pointee = 1;
+    if (rang++ != 1) return;
+    ligne.Rapprochee = 1;
+    ligne.RappDate = FaitDate(20, 3, 2003);
+    ligne.Remise = 1;
+    ligne.DateRemise = FaitDate(21, 3, 2003);
+  });
+
+  SaisieOD saisie = OD({Credit("706", 33), Debit("512", 11), Debit("512", 21), Debit("531", 1)});
+  saisie.mouvement = mouvement;
+  saisie.date = FaitDate(31, 3, 2003);
+  const ResultatSaisie r = EnregistreOD(App(), saisie);
+  ASSERT_TRUE(r) << r.texte;
+  EXPECT_EQ(mouvement, r.mouvement);
+  EXPECT_EQ(1u, r.ligne);
+  EXPECT_EQ((Textes{"706 C 33.00 216.47", "512 D 11.00 72.16", "512 D 21.00 137.75", "531 D 1.00 6.56"}),
+            LignesLues(mouvement));
+  const std::vector<Line> lignes = Lignes(mouvement);
+  ASSERT_EQ(4u, lignes.size());
+  const std::vector<u32> rapprochees{lignes[0].Rapprochee, lignes[1].Rapprochee, lignes[2].Rapprochee,
+                                     lignes[3].Rapprochee};
+  EXPECT_EQ((std::vector<u32>{0, 0, 1, 0}), rapprochees) << "matched in order: the second debit of 512";
+  EXPECT_EQ(FaitDate(20, 3, 2003), lignes[2].RappDate);
+  EXPECT_EQ(FaitDate(21, 3, 2003), lignes[2].DateRemise);
+  EXPECT_EQ(1u, lignes[3].Pointee) << "a new line of a pointed entry";
+  EXPECT_EQ(FaitDate(31, 3, 2003), lignes[0].DateLigne);
+  EXPECT_EQ(21, LitCompte("512").RappDebitEuro);
+  EXPECT_EQ(1 + 1, LitCompte("531").DebitEuro);
+
+  saisie.lignes = OD({Credit("512", 5), Debit("706", 5)}).lignes;
+  ASSERT_TRUE(EnregistreOD(App(), saisie));
+  EXPECT_EQ(0u, Lignes(mouvement)[0].Rapprochee) << "the same account on the other side is another line";
+}
+
+TEST(SaisieODPanne, UnDisquePleinLaisseLAncienneEcriture) {
+  SystemePosix disque;
+  SystemeFautif systeme(disque);
+  class Cabinet : public CabinetMedical {
+   public:
+    explicit Cabinet(Systeme* systeme) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) {}
+    void TestBody() override {}
+  } cabinet(&systeme);
+  cabinet.Installe();
+  const u32 mouvement = cabinet.EnregistreLesLignes({Debit("512", 10), Credit("706", 10)});
+  const Textes avant = cabinet.LignesLues(mouvement);
+  SaisieOD saisie = cabinet.OD({Debit("531", 7), Credit("706", 7)});
+  saisie.mouvement = mouvement;
+
+  const Textes apres{"531 D 7.00 45.92", "706 C 7.00 45.92"};
+  unsigned refus = 0;
+  for (unsigned k = 1;; ++k) {
+    SCOPED_TRACE(k);
+    cabinet.Boite.Oublie();
+    systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
+    const ResultatSaisie r = EnregistreOD(cabinet.App(), saisie);
+    const bool panne = systeme.NbPannes() != 0;
+    systeme.Repare();
+    ASSERT_EQ(r ? apres : avant, cabinet.LignesLues(mouvement));
+    EXPECT_EQ(r ? 7 : 0, cabinet.LitCompte("531").DebitEuro);
+    if (r) {
+      EXPECT_TRUE(k > 1 || !panne);
+      break;
+    }
+    ++refus;
+    EXPECT_EQ(unsigned{ErrMagasin}, r.erreur);
+    EXPECT_FALSE(r.texte.empty());
+    EXPECT_FALSE(cabinet.Boite.Erreurs.empty()) << "somebody told the user";
+  }
+  EXPECT_GT(refus, 0u);
+}
+
+}  // namespace
+}  // namespace fenlor::test

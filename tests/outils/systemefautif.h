@@ -1,0 +1,71 @@
+// A disk that fails on demand: hands every operation to another Systeme, counts
+// it, and answers with an error where the test said so.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "store/systeme.h"
+
+namespace fenlor {
+
+class SystemeFautif : public Systeme {
+ public:
+  enum Genre : unsigned {
+    Ouvertures = 1u << 0,
+    Lectures = 1u << 1,
+    Ecriture = 1u << 2,
+    Synchro = 1u << 3,
+    Troncature = 1u << 4,
+    Reservation = 1u << 5,
+    Renommage = 1u << 6,
+    Suppression = 1u << 7,  ///< of files and of directories
+    SynchroDossier = 1u << 8,
+    Dossier = 1u << 9,  ///< creation of a directory
+    Listage = 1u << 10,
+    Mesurage = 1u << 11,
+    Tous = (1u << 12) - 1,
+  };
+
+  /// `systeme` outlives the object, the object outlives the files it opened.
+  explicit SystemeFautif(Systeme& systeme) : m_systeme(systeme) {}
+
+  /// From now on the k-th operation (from 1) among the kinds fails with `erreur`
+  /// and changes nothing; alone, or with all those behind it.
+  void Programme(unsigned k, int erreur, unsigned genres = Tous, bool uneFois = true);
+  /// Only operations on a path that holds the text are counted down; empty: all.
+  void SurChemin(std::string texte) { m_chemin = std::move(texte); }
+  /// A failing write leaves the first half of its bytes, as a full disk does.
+  void EcrituresPartielles(bool partielles) { m_partielles = partielles; }
+  void Repare() { m_rang = 0; }
+
+  /// Operations of the kinds so far, failed ones included.
+  u64 Compte(unsigned genres = Tous) const;
+  /// How many failed on demand since the last `Programme`.
+  unsigned NbPannes() const { return m_pannes; }
+
+  int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override;
+  int Mesure(const std::string& chemin, Empreinte& empreinte) override;
+  int Renomme(const std::string& de, const std::string& vers) override;
+  int Supprime(const std::string& chemin) override;
+  int SynchroniseDossier(const std::string& dossier) override;
+  int CreeDossier(const std::string& dossier) override;
+  int SupprimeDossier(const std::string& dossier) override;
+  int Liste(const std::string& dossier, std::vector<std::string>& noms) override;
+
+ private:
+  class FichierFautif;
+  int Passe(Genre genre, const std::string& chemin);
+
+  Systeme& m_systeme;
+  std::string m_chemin;
+  std::array<u64, 12> m_comptes{};
+  unsigned m_rang = 0;  ///< 0: nothing fails
+  unsigned m_genres = 0;
+  int m_erreur = 0;
+  bool m_uneFois = true;
+  bool m_partielles = false;
+  unsigned m_pannes = 0;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,217 @@
+// Processes killed at random moments: what fenlorctl acknowledged is there whole,
+// nothing is there half. FENLOR_MORTS says how many kills, FENLOR_GRAINE the seed.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <iostream>
+#include <random>
+
+#include "pannes/outils.h"
+
+namespace fenlor::pannes {
+namespace {
+
+/// What an entry must look like.
+struct Attendu {
+  std::string libelle;
+  f64 ttc = 0;
+  std::size_t lignes = 0;
+  bool operator==(const Attendu& a) const {
+    return libelle == a.libelle && std::abs(ttc - a.ttc) < 0.001 && lignes == a.lignes;
+  }
+};
+using Livres = std::map<u32, Attendu>;
+
+/// One line of input and what it does to the books.
+struct Ordre {
+  enum Sorte { Ajout, Changement, Suppression } sorte;
+  u32 mouvement = 0;  ///< of Changement and Suppression
+  Attendu attendu;
+  std::string ligne;
+};
+
+class Morts : public testing::Test {
+ protected:
+  void SetUp() override {
+    m_cabinet = m_dossier.Chemin() + "/cabinet";
+    CreeCabinet(m_cabinet);
+    m_comptes = LitComptes(m_cabinet);
+    m_hasard.seed(Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000));
+  }
+
+  unsigned Tire(unsigned sous) { return static_cast<unsigned>(m_hasard() % sous); }
+
+  Attendu NouvelAttendu(bool personnel) {
+    Attendu a;
+    a.libelle = "Piece " + std::to_string(++m_numero);
+    a.ttc = 10 + Tire(50000) / 100.0;
+    a.lignes = personnel ? m_lignesAvecPersonnel : m_lignesSans;
+    return a;
+  }
+  std::string Ligne(const Attendu& a, bool recette) const {
+    return LigneSaisie(m_comptes, recette, a.libelle, a.ttc,
+                       a.lignes == m_lignesAvecPersonnel ? std::floor(a.ttc) - 1 : a.ttc);
+  }
+
+  /// Learns how many lines the two forms of an entry have, before anything is killed.
+  void Apprend() {
+    for (const bool personnel : {false, true}) {
+      const std::string ligne = LigneSaisie(m_comptes, true, "modele", 100, personnel ? 60 : 100);
+      const Resultat r = Ctl({"--cabinet", m_cabinet, "saisir"}, ligne);
+      ASSERT_EQ(r.statut, 0) << r.erreurs << r.sortie;
+      const u32 mouvement = Json::parse(r.sortie).value("mouvement", 0u);
+      const auto journal = LitJournal(m_cabinet);
+      ASSERT_TRUE(journal.contains(mouvement));
+      const std::size_t lignes = journal.at(mouvement).size();
+      ASSERT_EQ(Anomalie(journal.at(mouvement)), "");
+      (personnel ? m_lignesAvecPersonnel : m_lignesSans) = lignes;
+      m_livres[mouvement] = {"modele", 100, lignes};
+    }
+    ASSERT_EQ(m_lignesAvecPersonnel, m_lignesSans + 1);
+  }
+
+  std::vector<Ordre> Ordres(unsigned nombre) {
+    std::vector<Ordre> ordres;
+    Livres restants = m_livres;
+    for (unsigned i = 0; i < nombre; ++i) {
+      const bool recette = Tire(4) != 0;
+      const unsigned sorte = Tire(10);
+      Ordre o{Ordre::Ajout, 0, {}, {}};
+      if (sorte >= 7 && restants.size() > 10) {
+        auto place = restants.begin();
+        std::advance(place, Tire(static_cast<unsigned>(restants.size())));
+        o.mouvement = place->first;
+        restants.erase(place);  // no entry is touched twice in one run
+        o.sorte = sorte >= 9 ? Ordre::Suppression : Ordre::Changement;
+      }
+      Json json;
+      if (o.sorte == Ordre::Suppression) {
+        json = {{"mouvement", o.mouvement}, {"supprimer", true}};
+      } else {
+        o.attendu = NouvelAttendu(Tire(3) != 0);
+        json = Json::parse(Ligne(o.attendu, recette));
+        // The journal of an entry does not change: a receipt stays one.
+        if (o.sorte == Ordre::Changement) {
+          json["mouvement"] = o.mouvement;
+          if (const auto j = m_journaux.find(o.mouvement); j != m_journaux.end() && j->second != (recette ? 1 : 2)) {
+            json["journal"] = recette ? "depenses" : "recettes";
+            json["compte"] = recette ? m_comptes.depense : m_comptes.recette;
+          }
+        }
+      }
+      o.ligne = json.dump() + "\n";
+      ordres.push_back(std::move(o));
+    }
+    return ordres;
+  }
+
+  /// The books as they are, every entry looked at.
+  Livres Lit() {
+    Livres lus;
+    m_journaux.clear();
+    for (const auto& [mouvement, lignes] : LitJournal(m_cabinet)) {
+      EXPECT_EQ(Anomalie(lignes), "") << "entry " << mouvement;
+      lus[mouvement] = {lignes.front().value("Libelle", ""), MontantTresorerie(lignes), lignes.size()};
+      m_journaux[mouvement] = lignes.front().value("Journal", 0);
+    }
+    return lus;
+  }
+
+  /// Does the orders `0` to `fin` (excluded) to a copy of the books. New entries
+  /// are found by their label, whatever number they got.
+  bool Concorde(const std::vector<Ordre>& ordres, std::size_t fin, const Livres& lus) const {
+    Livres voulus = m_livres;
+    std::map<std::string, Attendu> nouveaux;
+    for (std::size_t i = 0; i < fin; ++i) {
+      const Ordre& o = ordres[i];
+      if (o.sorte == Ordre::Ajout) nouveaux[o.attendu.libelle] = o.attendu;
+      else if (o.sorte == Ordre::Changement) voulus[o.mouvement] = o.attendu;
+      else voulus.erase(o.mouvement);
+    }
+    if (lus.size() != voulus.size() + nouveaux.size()) return false;
+    for (const auto& [mouvement, attendu] : lus) {
+      if (const auto v = voulus.find(mouvement); v != voulus.end()) {
+        if (!(v->second == attendu)) return false;
+      } else if (const auto n = nouveaux.find(attendu.libelle); n == nouveaux.end() || !(n->second == attendu)) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  DossierTemporaire m_dossier;
+  std::string m_cabinet;
+  Comptes m_comptes;
+  std::mt19937 m_hasard;
+  unsigned m_numero = 0;
+  std::size_t m_lignesSans = 0, m_lignesAvecPersonnel = 0;
+  Livres m_livres;                 ///< what must be on disk
+  std::map<u32, int> m_journaux;  ///< journal of each entry
+};
+
+TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
+  ASSERT_NO_FATAL_FAILURE(Apprend());
+  m_livres = Lit();
+  const unsigned morts = Nombre("FENLOR_MORTS", 30);
+  unsigned tues = 0, termines = 0, reprisesTuees = 0, confirmes = 0;
+  const std::string entree = m_dossier.Chemin() + "/entree.json";
+  long duree = 20'000;  // of a whole run, in microseconds; learned as it goes
+
+  for (unsigned tour = 0; tues < morts && tour < 4 * morts + 10; ++tour) {
+    const bool tout = tour % 3 == 2;
+    const std::vector<Ordre> ordres = Ordres(tout ? 150 : 60);
+    {
+      std::ofstream f(entree);
+      for (const Ordre& o : ordres) f << o.ligne;
+    }
+    std::vector<std::string> arguments = {"--cabinet", m_cabinet, "saisir"};
+    if (tout) arguments.push_back("--tout");
+    Enfant enfant(arguments, entree);
+    enfant.Ecoute(100 + Tire(static_cast<unsigned>(duree)));
+    const bool fini = enfant.Fini();
+    enfant.Tue();
+    const Resultat r = enfant.Attend();
+    if (r.statut == 128 + 9) ++tues;
+    else ++termines;
+    // Half the time is spent before anything is saved when runs never end, and
+    // in kills that come too late when they always do.
+    duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+
+    // A torn last line was not acknowledged; whoever reads it knows.
+    const std::string lu = r.sortie.substr(0, r.sortie.rfind('\n') + 1);
+    const auto reponses = LignesJson(lu);
+    ASSERT_TRUE(reponses) << lu;
+    for (const Json& reponse : *reponses) ASSERT_FALSE(reponse.contains("erreur")) << reponse.dump();
+    const std::size_t acquis = reponses->size();
+    confirmes += static_cast<unsigned>(acquis);
+
+    if (tour % 4 == 1) {
+      Enfant reprise({"--cabinet", m_cabinet, "verifier"}, "/dev/null");
+      reprise.Ecoute(200 + Tire(8'000));
+      reprise.Tue();
+      if (reprise.Attend().statut == 128 + 9) ++reprisesTuees;
+    }
+
+    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
+    ASSERT_EQ(verification.statut, 0) << "after " << tues << " kills: " << verification.sortie << verification.erreurs;
+    const Livres lus = Lit();
+    // Orders are carried out one after the other: the books are those after all
+    // acknowledged ones, or one more. With --tout: after all of them, or none.
+    bool concorde = false;
+    if (tout) {
+      concorde = Concorde(ordres, ordres.size(), lus) || (acquis == 0 && Concorde(ordres, 0, lus));
+    } else {
+      concorde = Concorde(ordres, acquis, lus) || (acquis < ordres.size() && Concorde(ordres, acquis + 1, lus));
+    }
+    ASSERT_TRUE(concorde) << "kill " << tues << (tout ? ", --tout, " : ", ") << acquis << " acknowledged of "
+                          << ordres.size() << ", " << lus.size() << " entries found, " << m_livres.size() << " before";
+    m_livres = lus;
+  }
+  std::cout << tues << " killed, " << termines << " came to their end, " << reprisesTuees
+            << " recoveries killed, " << confirmes << " entries acknowledged, " << m_livres.size() << " in the books\n";
+  EXPECT_GE(tues, morts);
+}
+
+}  // namespace
+}  // namespace fenlor::pannes

@@ -1,0 +1,83 @@
+// What the crash and damage tests share: fenlorctl in this process
+// or as a child that can be killed, and the journal as `exporter` shows it.
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ctl/ctl.h"
+#include "outils/cabinetdetest.h"
+
+namespace fenlor::pannes {
+
+using Json = nlohmann::json;
+using test::DossierTemporaire;
+
+struct Resultat {
+  int statut = 0;  ///< exit status; 128 + signal when killed
+  std::string sortie;
+  std::string erreurs;
+};
+
+/// fenlorctl inside this process, with a small redo log.
+Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entree = {},
+             Systeme* systeme = nullptr);
+
+/// fenlorctl as a child whose standard input is a file.
+class Enfant {
+ public:
+  Enfant(const std::vector<std::string>& arguments, const std::string& fichierEntree);
+  ~Enfant();
+  Enfant(const Enfant&) = delete;
+  Enfant& operator=(const Enfant&) = delete;
+  /// Reads what it prints for `microsecondes`, or to its end.
+  void Ecoute(long microsecondes);
+  void Tue();
+  /// Reads to its end and waits. What it printed, how it ended.
+  Resultat Attend();
+  bool Fini() const { return m_fin; }
+  const std::string& Sortie() const { return m_sortie; }
+
+ private:
+  pid_t m_pid = 0;
+  int m_tube = -1;
+  bool m_fin = false;
+  std::string m_sortie;
+};
+
+/// Accounts of a practice's chart that the tests enter on, as `exporter COMPTES` shows them.
+struct Comptes {
+  std::string recette, depense, banque, caisse;
+};
+Comptes LitComptes(const std::string& cabinet);
+
+/// One JSON object for each line of a text; nothing when a line is no object.
+std::optional<std::vector<Json>> LignesJson(const std::string& texte);
+
+/// Lines of the journal by entry, in order of `Rang`.
+using JournalLu = std::map<u32, std::vector<Json>>;
+/// Fails the current test when it cannot be read.
+JournalLu LitJournal(const std::string& cabinet);
+
+/// Empty, or what is wrong with an entry: `Rang` not 0, 1, 2..., lines that
+/// disagree, debits that are not the credits.
+std::string Anomalie(const std::vector<Json>& lignes);
+/// Amount of its treasury lines, in Euro.
+f64 MontantTresorerie(const std::vector<Json>& lignes);
+
+/// The line of `saisir` for one receipt or expense; `professionnel` below `ttc`
+/// gives it a personal share.
+std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc, f64 professionnel);
+
+/// Makes a practice with exercice "2003", in Euro, subject to VAT.
+void CreeCabinet(const std::string& cabinet);
+
+/// A number from the environment.
+unsigned Nombre(const char* variable, unsigned defaut);
+
+}  // namespace fenlor::pannes

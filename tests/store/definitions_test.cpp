@@ -1,0 +1,247 @@
+#include "store/definitions.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <set>
+
+#include "store/dates.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+namespace {
+
+#if defined(__GNUC__)
+__attribute__((format(printf, 1, 2)))
+#endif
+std::string
+Imprime(const char* format, ...) {
+  char texte[256];
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(texte, sizeof texte, format, arguments);
+  va_end(arguments);
+  return texte;
+}
+
+std::string Compose(u16 numFichier, unsigned indice, const void* rec) {
+  char sortie[TailleCleMax + 1];
+  sortie[TailleCleMax] = '?';
+  const unsigned n = DefinitionFichierNumero(numFichier)->compose(indice, rec, sortie);
+  EXPECT_LE(n, TailleCleMax);
+  EXPECT_EQ(sortie[TailleCleMax], '?');
+  return std::string(sortie, n);
+}
+
+// Random records: mostly such as the program makes, some of arbitrary bytes.
+class Tirage {
+ public:
+  explicit Tirage(u32 graine) : m_moteur(graine) {}
+  u32 Nombre() {
+    const u32 n = static_cast<u32>(m_moteur());
+    return n & 1 ? n : n >> (n % 31);
+  }
+  u32 UneDate() {
+    return m_moteur() % 16 ? FaitDate(1 + Nombre() % 31, 1 + Nombre() % 12, 1 + Nombre() % 9999) : Nombre();
+  }
+  i16 Petit() { return static_cast<i16>(m_moteur() % 16 ? Nombre() % 5 : Nombre()); }
+  template <std::size_t N>
+  void Texte(char (&champ)[N]) {
+    std::string texte(Nombre() % N, ' ');
+    for (char& c : texte) c = static_cast<char>(1 + m_moteur() % 255);
+    PoseTexte(champ, texte);
+    if (m_moteur() % 8 == 0) std::memset(champ, 'Z', N);
+  }
+  template <typename T>
+  T Vide() {
+    T rec;
+    std::memset(&rec, static_cast<int>(m_moteur() % 256), sizeof rec);
+    return rec;
+  }
+
+ private:
+  std::mt19937 m_moteur;
+};
+
+constexpr int Tours = 3000;
+
+TEST(Definitions, KeysOfAccounts) {
+  Tirage t(1);
+  for (int i = 0; i < Tours; ++i) {
+    Plan r = t.Vide<Plan>();
+    t.Texte(r.Compte), t.Texte(r.Code), t.Texte(r.Rubrique), t.Texte(r.Designation);
+    r.Type = t.Petit();
+    const std::string compte = LitTexte(r.Compte), code = LitTexte(r.Code), rubrique = LitTexte(r.Rubrique);
+    const std::string designation = LitTexte(r.Designation);
+    const std::string attendues[] = {
+        Imprime("%-10.10s", compte.c_str()),
+        Imprime("%-8.8s%-10.10s", code.c_str(), compte.c_str()),
+        Imprime("%-3.3s%-10.10s", rubrique.c_str(), compte.c_str()),
+        Imprime("%1d%-10.10s", r.Type, compte.c_str()),
+        Imprime("%-20.20s%-10.10s", designation.c_str(), compte.c_str()),
+    };
+    const std::string faites[] = {MakePlanKey1(compte), MakePlanKey2(code, compte),
+                                  MakePlanKey3(rubrique, compte), MakePlanKey4(r.Type, compte),
+                                  MakePlanKey5(designation, compte)};
+    for (unsigned k = 0; k < 5; ++k) {
+      ASSERT_EQ(Compose(FichierComptes, k, &r), attendues[k]) << k;
+      ASSERT_EQ(faites[k], attendues[k]) << k;
+    }
+  }
+}
+
+TEST(Definitions, KeysOfHeadings) {
+  Tirage t(2);
+  for (int i = 0; i < Tours; ++i) {
+    Rubrique r = t.Vide<Rubrique>();
+    t.Texte(r.Rubrique), t.Texte(r.Designation);
+    r.TypeRubrique = t.Petit();
+    r.Ligne = static_cast<i16>(i % 300 - 20);
+    const std::string rubrique = LitTexte(r.Rubrique), designation = LitTexte(r.Designation);
+    const std::string attendues[] = {
+        Imprime("%-3.3s", rubrique.c_str()),
+        Imprime("%1d%-3.3s", r.TypeRubrique, rubrique.c_str()),
+        Imprime("%-20.20s%-3.3s", designation.c_str(), rubrique.c_str()),
+        Imprime("%-3.3s%-3.3s", Imprime("%02d", r.Ligne).c_str(), rubrique.c_str()),
+    };
+    const std::string faites[] = {MakeRubriquesKey1(rubrique), MakeRubriquesKey2(r.TypeRubrique, rubrique),
+                                  MakeRubriquesKey3(designation, rubrique),
+                                  MakeRubriquesKey4(r.Ligne, rubrique)};
+    for (unsigned k = 0; k < 4; ++k) {
+      ASSERT_EQ(Compose(FichierRubriques, k, &r), attendues[k]) << k;
+      ASSERT_EQ(faites[k], attendues[k]) << k;
+    }
+  }
+  EXPECT_LT(MakeRubriquesKey4(12, "A"), MakeRubriquesKey4(125, "A"));
+  EXPECT_LT(MakeRubriquesKey4(125, "A"), MakeRubriquesKey4(13, "A"));
+  EXPECT_LT(MakeRubriquesKey4(9, "A"), MakeRubriquesKey4(10, "A"));
+}
+
+TEST(Definitions, KeysOfBankOperations) {
+  Tirage t(3);
+  for (int i = 0; i < Tours; ++i) {
+    Banque r = t.Vide<Banque>();
+    t.Texte(r.Compte);
+    r.Date = t.UneDate();
+    r.Sens = t.Petit();
+    const std::string compte = LitTexte(r.Compte), date = StrSDate(r.Date);
+    const std::string attendues[] = {
+        Imprime("%-10.10s%-8.8s", compte.c_str(), date.c_str()),
+        Imprime("%-8.8s%-10.10s", date.c_str(), compte.c_str()),
+        Imprime("%1d%-10.10s%-8.8s", r.Sens, compte.c_str(), date.c_str()),
+    };
+    const std::string faites[] = {MakeBanquesKey1(compte, r.Date), MakeBanquesKey2(r.Date, compte),
+                                  MakeBanquesKey3(r.Sens, compte, r.Date)};
+    for (unsigned k = 0; k < 3; ++k) {
+      ASSERT_EQ(Compose(FichierBanques, k, &r), attendues[k]) << k;
+      ASSERT_EQ(faites[k], attendues[k]) << k;
+    }
+  }
+}
+
+TEST(Definitions, KeysOfJournalLines) {
+  Tirage t(4);
+  for (int i = 0; i < Tours; ++i) {
+    Line r = t.Vide<Line>();
+    t.Texte(r.Compte), t.Texte(r.Piece);
+    r.Journal = t.Petit();
+    r.Date = t.UneDate(), r.DateLigne = t.UneDate();
+    r.Mouvement = t.Nombre(), r.Rang = t.Nombre(), r.Ligne = t.Nombre(), r.LienId = t.Nombre(),
+    r.Reserve134 = t.Nombre();
+    const std::string texteCompte = LitTexte(r.Compte), textePiece = LitTexte(r.Piece);
+    const std::string textesDates[] = {StrSDate(r.Date), StrSDate(r.DateLigne)};
+    const char *compte = texteCompte.c_str(), *date = textesDates[0].c_str(),
+               *dateLigne = textesDates[1].c_str();
+    const unsigned journal = static_cast<u16>(r.Journal);
+    const std::string attendues[] = {
+        Imprime("%1u%-8.8s%010u%010u%-10.10s%010u", journal, date, r.Mouvement, r.Rang, compte, r.Ligne),
+        Imprime("%1u%-10.10s%-8.8s%010u%010u%010u", journal, compte, date, r.Mouvement, r.Rang, r.Ligne),
+        Imprime("%-10.10s%-8.8s%010u%010u%1u%010u", compte, dateLigne, r.Mouvement, r.Rang, journal, r.Ligne),
+        Imprime("%-8.8s%-10.10s%010u%010u%1u%010u", dateLigne, compte, r.Mouvement, r.Rang, journal, r.Ligne),
+        Imprime("%010u%010u%1u%010u", r.Mouvement, r.Rang, journal, r.Ligne),
+        Imprime("%-9.9s%010u%010u%010u%010u%1u%010u", textePiece.c_str(), r.LienId, r.Reserve134, r.Mouvement,
+                r.Rang, journal, r.Ligne),
+    };
+    const unsigned donne = static_cast<unsigned>(r.Journal);
+    const std::string faites[] = {
+        MakeJournalKey1(donne, r.Date, r.Mouvement, r.Rang, compte, r.Ligne),
+        MakeJournalKey2(donne, compte, r.Date, r.Mouvement, r.Rang, r.Ligne),
+        MakeJournalKey3(compte, r.DateLigne, r.Mouvement, r.Rang, donne, r.Ligne),
+        MakeJournalKey4(r.DateLigne, compte, r.Mouvement, r.Rang, donne, r.Ligne),
+        MakeJournalKey5(r.Mouvement, r.Rang, donne, r.Ligne),
+        MakeJournalKey6(textePiece, r.LienId, r.Reserve134, r.Mouvement, r.Rang, donne, r.Ligne),
+    };
+    for (unsigned k = 0; k < 6; ++k) {
+      ASSERT_EQ(Compose(FichierJournal, k, &r), attendues[k]) << k;
+      ASSERT_EQ(faites[k], attendues[k]) << k;
+    }
+  }
+}
+
+TEST(Definitions, KeysOfAssets) {
+  Tirage t(5);
+  for (int i = 0; i < Tours; ++i) {
+    Immobilisation r = t.Vide<Immobilisation>();
+    r.Numero = t.Nombre(), r.DateAchat = t.UneDate();
+    Amortissement a = t.Vide<Amortissement>();
+    a.Numero = t.Nombre(), a.Annee = t.Nombre();
+    const std::string date = StrSDate(r.DateAchat);
+    ASSERT_EQ(Compose(FichierImmo, 0, &r), Imprime("%-8.8s%010u", date.c_str(), r.Numero));
+    ASSERT_EQ(Compose(FichierImmo, 1, &r), Imprime("%010u", r.Numero));
+    ASSERT_EQ(Compose(FichierAmo, 0, &a), Imprime("%010u%04u", a.Numero, a.Annee));
+    ASSERT_EQ(MakeImmobilisationsKey1(r.DateAchat, r.Numero), Compose(FichierImmo, 0, &r));
+    ASSERT_EQ(MakeImmobilisationsKey2(r.Numero), Compose(FichierImmo, 1, &r));
+    ASSERT_EQ(MakeAmortissementsKey(a.Numero, a.Annee), Compose(FichierAmo, 0, &a));
+  }
+}
+
+TEST(Definitions, KeysOfLinksSortAsTheirNumbers) {
+  RecetteLiee r{};
+  DepenseLiee d{};
+  r.LienPoste = 7, r.LienB = 0x20001, r.LienId = 42, r.Date = FaitDate(1, 2, 2003);
+  d.LienB = 12, d.Date = r.Date;
+  PoseTexte(d.Tiers, "DUPONT");
+  std::string avant[2];
+  for (const i32 lienA : {-2147483647 - 1, -70000, -1, 0, 1, 999, 2147483647}) {
+    r.LienA = d.LienA = lienA;
+    const std::string lien = Imprime("%011lld", static_cast<long long>(lienA) + 2147483648LL);
+    const std::string cleRecette = "00007" + lien + "0000131073", cleDepense = lien + "0000000012DUPONT   ";
+    EXPECT_EQ(Compose(FichierRecettes, 0, &r), "0000000042" + cleRecette);
+    EXPECT_EQ(Compose(FichierRecettes, 1, &r), "20030201" + cleRecette);
+    EXPECT_EQ(Compose(FichierRecettes, 2, &r), cleRecette);
+    EXPECT_EQ(Compose(FichierDepenses, 0, &d), cleDepense);
+    EXPECT_EQ(Compose(FichierDepenses, 1, &d), "20030201" + cleDepense);
+    EXPECT_LT(avant[0], cleRecette);
+    EXPECT_LT(avant[1], cleDepense);
+    avant[0] = cleRecette, avant[1] = cleDepense;
+  }
+}
+
+TEST(Definitions, NumbersAreTheIdentityOfTheFiles) {
+  std::set<unsigned> numeros;
+  for (const DefinitionFichier* d = Definitions(); d->numero; ++d) {
+    EXPECT_TRUE(numeros.insert(d->numero).second) << d->nom;
+    EXPECT_EQ(DefinitionFichierNumero(d->numero), d);
+    EXPECT_EQ(DefinitionNom(EnMajuscules(d->nom)), d);
+    for (unsigned k = 0; k < d->nbCles; ++k) {
+      const u16 numCle = static_cast<u16>(d->premiereCle + k);
+      EXPECT_TRUE(numeros.insert(numCle).second) << numCle;
+      unsigned indice = 99;
+      EXPECT_EQ(DefinitionCle(numCle, indice), d);
+      EXPECT_EQ(indice, k);
+      EXPECT_GT(d->tailleCle[k], 0) << d->nom;
+    }
+  }
+  unsigned indice = 0;
+  for (const u16 inconnu : {0, 1, 68, 90, 91, 104, 105, 225})
+    EXPECT_EQ(DefinitionCle(inconnu, indice), nullptr);
+  EXPECT_EQ(DefinitionFichierNumero(0), nullptr);
+  EXPECT_EQ(DefinitionNom("CENTRAL"), nullptr);
+}
+
+}  // namespace
+}  // namespace fenlor

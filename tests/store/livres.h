@@ -1,0 +1,235 @@
+// Books for the tests of entries: a directory with "COMPTES" and "JOURNAL" and a
+// small chart, no exercice around them. Syncs are left out: these tests look at
+// what is written, not at when it is safe.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "store/definitions.h"
+#include "store/magasincles.h"
+#include "store/qvapi.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+/// The real disk without its syncs.
+class SystemeSansSynchro : public SystemePosix {
+ public:
+  int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
+    std::unique_ptr<Fichier> vrai;
+    if (const int rc = SystemePosix::Ouvre(chemin, mode, vrai)) return rc;
+    fichier = std::make_unique<FichierSansSynchro>(std::move(vrai));
+    return 0;
+  }
+  int SynchroniseDossier(const std::string&) override { return 0; }
+
+ private:
+  class FichierSansSynchro : public Fichier {
+   public:
+    explicit FichierSansSynchro(std::unique_ptr<Fichier> vrai) : m_vrai(std::move(vrai)) {}
+    int Lit(void* tampon, std::size_t taille, u64 offset, std::size_t& lus) override {
+      return m_vrai->Lit(tampon, taille, offset, lus);
+    }
+    int Ecrit(const void* tampon, std::size_t taille, u64 offset) override {
+      return m_vrai->Ecrit(tampon, taille, offset);
+    }
+    int Synchronise() override { return 0; }
+    int Tronque(u64 taille) override { return m_vrai->Tronque(taille); }
+    int Reserve(u64 debut, u64 fin) override { return m_vrai->Reserve(debut, fin); }
+    int Mesure(Empreinte& empreinte) override { return m_vrai->Mesure(empreinte); }
+    int Descripteur() const override { return m_vrai->Descripteur(); }
+
+   private:
+    std::unique_ptr<Fichier> m_vrai;
+  };
+};
+
+struct CompteEssai {
+  const char* numero;
+  i16 type;
+  i16 bancaire;
+};
+
+/// The chart of the test books.
+inline const std::vector<CompteEssai>& ComptesEssai() {
+  static const std::vector<CompteEssai> comptes = {
+      {"5121000000", Tresorerie, 1}, {"5122000000", Tresorerie, 1}, {"5300000000", Tresorerie, 0},
+      {"7060000000", Recette, 0},    {"7080000000", Recette, 0},    {"6061000000", Depense, 0},
+      {"6251000000", Depense, 0},    {"4457000000", Tva, 0},        {"4456000000", Tva, 0},
+      {"1080000000", Autre, 0},      {"5800000000", Autre, 0},      {"6580000000", Depense, 0},
+  };
+  return comptes;
+}
+
+class Livres {
+ public:
+  /// Keys in an ordered map, or in LMDB.
+  explicit Livres(bool clesEnMemoire = true) : m_clesEnMemoire(clesEnMemoire) {
+    std::string modele = (std::filesystem::temp_directory_path() / "fenlor-livres-XXXXXX").string();
+    if (mkdtemp(modele.data())) m_dossier = modele;
+    std::filesystem::create_directory(Exercice());
+    Ouvre();
+    for (const CompteEssai& compte : ComptesEssai()) AjouteCompte(compte.numero, compte.type, compte.bancaire);
+    EXPECT_TRUE(m_magasin->SetComptePerso("1080000000"));
+  }
+  ~Livres() {
+    Ferme();
+    std::error_code erreur;
+    std::filesystem::remove_all(m_dossier, erreur);
+  }
+  Livres(const Livres&) = delete;
+  Livres& operator=(const Livres&) = delete;
+
+  QVAPI* operator->() { return m_magasin.get(); }
+  QVAPI& operator*() { return *m_magasin; }
+  const std::string& Dossier() const { return m_dossier; }
+  std::string Exercice() const { return m_dossier + "/2003"; }
+
+  /// Ends the session and begins a new one on the same files.
+  void Rouvre() {
+    Ferme();
+    Ouvre();
+  }
+  void FermeFichiers() {
+    if (m_journal) m_magasin->CloseJournal(m_journal);
+    if (m_plan) m_magasin->ClosePlan(m_plan);
+    m_journal = m_plan = 0;
+  }
+  void OuvreFichiers() {
+    m_plan = m_magasin->OpenPlan(Exercice());
+    m_journal = m_magasin->OpenJournal(Exercice());
+    ASSERT_NE(m_plan, 0u) << m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode());
+    ASSERT_NE(m_journal, 0u) << m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode());
+  }
+
+  void AjouteCompte(const std::string& numero, i16 type, i16 bancaire) {
+    Plan plan{};
+    PoseTexte(plan.Compte, numero);
+    PoseTexte(plan.Code, numero.substr(0, 4));
+    PoseTexte(plan.Designation, "Compte " + numero);
+    plan.Type = type;
+    plan.TypeTresorerie = bancaire;
+    plan.PartPro = 100;
+    AjoutePlan(plan);
+  }
+  Position AjoutePlan(const Plan& plan) {
+    const Position position = m_magasin->QVAddRec(FichierComptes, &plan);
+    EXPECT_NE(position, 0u);
+    for (unsigned i = 0; i < 5; ++i) {
+      char texte[TailleCleMax];
+      const unsigned n = DefinitionFichierNumero(FichierComptes)->compose(i, &plan, texte);
+      EXPECT_TRUE(m_magasin->QVAddKey(static_cast<u16>(69 + i), std::string(texte, n), position));
+    }
+    return position;
+  }
+  Plan Compte(const std::string& numero) {
+    Plan plan{};
+    PoseTexte(plan.Compte, numero);
+    EXPECT_NE(m_magasin->ReadPlan(plan, 0), 0u) << numero;
+    return plan;
+  }
+  std::vector<Line> Lignes(u32 mouvement) {
+    std::vector<Line> lignes;
+    for (const Position position : m_magasin->LignesMouvement(Exercice(), mouvement)) {
+      EXPECT_TRUE(m_magasin->ReadLines(Exercice(), position, lignes.emplace_back()));
+    }
+    return lignes;
+  }
+
+  /// Texts of the errors told since the last look.
+  std::vector<std::string> erreurs;
+  /// Events of the long operations: number, value, text.
+  struct Evenement {
+    u32 numero, valeur;
+    std::string texte;
+  };
+  std::vector<Evenement> evenements;
+  u32 reponse = 0;
+
+ private:
+  void Ouvre() {
+    OptionsQVAPI options;
+    options.systeme = &m_systeme;
+    if (m_clesEnMemoire) options.cles = &m_cles;
+    options.dossierRegistre = options.dossierRegistreMachine = m_dossier + "/registre";
+    m_magasin = std::make_unique<QVAPI>(options);
+    ASSERT_TRUE(m_magasin->QVOpenSession(1));
+    m_magasin->QVSetCallback([this](u32 evenement, u32 valeur, const std::string& texte) {
+      if (evenement == EvErreur) {
+        erreurs.push_back(texte);
+      } else {
+        evenements.push_back({evenement, valeur, texte});
+      }
+      return reponse;
+    });
+    ASSERT_TRUE(m_magasin->QVOpenCompta(m_dossier, "")) << m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode());
+    OuvreFichiers();
+  }
+  void Ferme() {
+    if (!m_magasin) return;
+    FermeFichiers();
+    EXPECT_TRUE(m_magasin->QVCloseSession());
+    m_magasin.reset();
+  }
+
+  SystemeSansSynchro m_systeme;
+  FabriqueMemoire m_cles;
+  bool m_clesEnMemoire;
+  std::string m_dossier;
+  std::unique_ptr<QVAPI> m_magasin;
+  u32 m_plan = 0, m_journal = 0;
+};
+
+/// A simple entry in Euro, with 6.55957 Francs for one Euro; amounts with tax,
+/// professional share and tax.
+inline EcrSimple EcritureSimple(i16 journal, Date date, const char* compte, f64 montant, f64 repartition, f64 taxe,
+                                const char* tresorerie = "5121000000") {
+  EcrSimple rec{};
+  rec.Journal = journal;
+  rec.Genre = GenreSimple;
+  rec.Ligne = 1;
+  rec.Date = date;
+  rec.SaisieEuro = 1;
+  rec.EstRecette = journal == JournalRecettes;
+  PoseTexte(rec.Libelle, "Consultations");
+  PoseTexte(rec.Compte, compte);
+  PoseTexte(rec.CompteTresorerie, tresorerie);
+  if (taxe != 0) {
+    PoseTexte(rec.CompteTaxe, journal == JournalRecettes ? "4457000000" : "4456000000");
+    rec.TauxTaxe = 19.6;
+  }
+  const auto franc = [](f64 euro) { return std::floor(euro * 6.55957 * 100 + 0.5) / 100; };
+  rec.MontantEuro = montant;
+  rec.MontantFranc = franc(montant);
+  rec.RepartitionEuro = repartition;
+  rec.RepartitionFranc = franc(repartition);
+  rec.TaxeEuro = taxe;
+  rec.TaxeFranc = franc(taxe);
+  return rec;
+}
+
+inline Line LigneOD(u32 mouvement, Date date, const char* compte, bool credit, f64 euro, const char* libelle = "Virement") {
+  Line ligne{};
+  ligne.Mouvement = mouvement;
+  ligne.Journal = JournalOD;
+  ligne.Genre = GenreOD;
+  ligne.Ligne = 1;
+  ligne.Date = ligne.DateLigne = date;
+  ligne.SaisieEuro = 1;
+  PoseTexte(ligne.Libelle, libelle);
+  PoseTexte(ligne.Designation, libelle);
+  PoseTexte(ligne.Compte, compte);
+  ligne.Sens = credit;
+  ligne.MontantEuro = euro;
+  ligne.MontantFranc = std::floor(euro * 6.55957 * 100 + 0.5) / 100;
+  return ligne;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,457 @@
+// The engine: units of work, redo log, recovery, trust in key files, cursors.
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+
+#include "store/moteur.h"
+#include "store/qvapi.h"
+#include "store/texte1252.h"
+#include "outils/systemesanssynchro.h"
+
+namespace fenlor {
+namespace {
+
+namespace fs = std::filesystem;
+
+class DossierTemporaire {
+ public:
+  DossierTemporaire() {
+    char modele[] = "/tmp/fenlor-moteur-XXXXXX";
+    m_chemin = mkdtemp(modele);
+  }
+  ~DossierTemporaire() { fs::remove_all(m_chemin); }
+  std::string operator/(const std::string& nom) const { return m_chemin + "/" + nom; }
+  const std::string& Chemin() const { return m_chemin; }
+
+ private:
+  std::string m_chemin;
+};
+
+Plan Compte(const std::string& numero, const std::string& code, f64 solde = 0) {
+  Plan plan{};
+  PoseTexte(plan.Compte, numero);
+  PoseTexte(plan.Code, code);
+  plan.CreditFranc = solde;
+  return plan;
+}
+
+Banque Operation(const std::string& compte, u32 date, f64 montant) {
+  Banque banque{};
+  PoseTexte(banque.Compte, compte);
+  banque.Date = date;
+  banque.MontantFranc = montant;
+  return banque;
+}
+
+/// A practice with the accounts and the bank file open in its directory.
+struct Livres {
+  Livres(const std::string& dossier, FabriqueCles& cles, Systeme& systeme, std::size_t reprise = 64 << 10)
+      : moteur(systeme, cles, reprise), dossier(dossier) {}
+  bool Ouvre() {
+    if (!moteur.OuvreCabinet(dossier)) return false;
+    for (const auto& [numero, nom] : {std::pair<u16, const char*>{FichierComptes, "COMPTES"}, {FichierBanques, "BANQUE"}}) {
+      const std::string dat = dossier + "/" + nom + ".dat", idx = dossier + "/" + nom + ".idx";
+      const DefinitionFichier& def = *DefinitionFichierNumero(numero);
+      if (!fs::exists(dat) && !(moteur.CreeDat(numero, dat, def.taille) && moteur.Ferme(numero))) return false;
+      if (!moteur.Ouvre(numero, dat) || !moteur.Ouvre(def.premiereCle, idx)) return false;
+    }
+    return true;
+  }
+  template <class Rec>
+  Position Ajoute(u16 numero, const Rec& rec) {
+    moteur.DebutUnite();
+    const Position position = moteur.Ajoute(numero, &rec);
+    if (position && moteur.AjouteCles(numero, position, &rec, false) && moteur.ValideUnite()) return position;
+    moteur.AnnuleUnite();
+    return 0;
+  }
+  template <class Rec>
+  bool Supprime(u16 numero, Position position) {
+    Rec rec;
+    moteur.DebutUnite();
+    if (moteur.Lit(numero, position, &rec) && moteur.SupprimeCles(numero, position, &rec) &&
+        moteur.Supprime(numero, position) && moteur.ValideUnite()) {
+      return true;
+    }
+    moteur.AnnuleUnite();
+    return false;
+  }
+  /// Numbers in key order, each with its code: what a user would see.
+  std::string Comptes() {
+    std::string texte, cle;
+    for (Position p = moteur.Premier(69, cle); p; p = moteur.Suivant(69, cle)) {
+      Plan plan;
+      if (!moteur.Lit(FichierComptes, p, &plan)) return "illisible";
+      texte += LitTexte(plan.Compte) + "=" + LitTexte(plan.Code) + " ";
+    }
+    return texte;
+  }
+  Moteur moteur;
+  std::string dossier;
+};
+
+class MoteurTest : public ::testing::TestWithParam<bool> {
+ protected:
+  FabriqueCles& Cles() { return GetParam() ? static_cast<FabriqueCles&>(m_lmdb) : m_memoire; }
+  DossierTemporaire m_dossier;
+  SystemeSansSynchro m_systeme;
+  FabriqueLmdb m_lmdb;
+  FabriqueMemoire m_memoire;
+};
+
+TEST_P(MoteurTest, UneUniteAnnuleeNeLaisseRien) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre()) << livres.moteur.Erreur();
+  const Position premier = livres.Ajoute(FichierComptes, Compte("5120000000", "BQ"));
+  ASSERT_TRUE(premier);
+  const std::string avant = livres.Comptes();
+  Moteur& moteur = livres.moteur;
+
+  moteur.DebutUnite();
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("7060000000", "HON")));
+  ASSERT_TRUE(livres.Supprime<Plan>(FichierComptes, premier));
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("6060000000", "ACH")));  // takes the freed slot
+  moteur.DebutUnite();
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("6130000000", "LOY")));
+  ASSERT_TRUE(livres.Supprime<Plan>(FichierComptes, premier));
+  EXPECT_EQ(livres.Comptes(), "6130000000=LOY 7060000000=HON ");
+  moteur.AnnuleUnite();
+  EXPECT_EQ(livres.Comptes(), "6060000000=ACH 7060000000=HON ");
+  moteur.AnnuleUnite();
+  EXPECT_EQ(livres.Comptes(), avant);
+  EXPECT_EQ(moteur.NombreEmplacements(FichierComptes), 1u);
+  EXPECT_EQ(moteur.NbAnnulations(), 2u);
+}
+
+TEST_P(MoteurTest, UneUniteCouteUneSynchro) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme, 8 << 20);
+  ASSERT_TRUE(livres.Ouvre());
+  const u64 avant = livres.moteur.NbSynchros();
+  for (int i = 0; i < 50; ++i) ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 0x07D30101, i + 1)));
+  EXPECT_EQ(livres.moteur.NbSynchros() - avant, 50u);
+  livres.moteur.DebutUnite();
+  livres.moteur.DebutUnite();
+  EXPECT_TRUE(livres.moteur.ValideUnite());
+  EXPECT_TRUE(livres.moteur.ValideUnite());
+  EXPECT_EQ(livres.moteur.NbSynchros() - avant, 50u) << "an empty unit needs no sync";
+}
+
+TEST_P(MoteurTest, LeCurseurContinueApresDesChangements) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  std::vector<Position> positions;
+  for (int i = 0; i < 6; ++i) positions.push_back(livres.Ajoute(FichierBanques, Operation("5120000000", 0x07D30101, i + 1)));
+  Moteur& moteur = livres.moteur;
+  std::string cle = MakeBanquesKey1("5120000000", 0x07D30101);
+  ASSERT_EQ(moteur.Borne(87, cle), positions[0]) << "doubles come by position";
+  ASSERT_EQ(moteur.Suivant(87, cle), positions[1]);
+  ASSERT_TRUE(livres.Supprime<Banque>(FichierBanques, positions[1]));  // the entry under the cursor
+  ASSERT_TRUE(livres.Supprime<Banque>(FichierBanques, positions[2]));  // and the one behind it
+  EXPECT_EQ(moteur.Suivant(87, cle), positions[3]);
+  ASSERT_TRUE(moteur.Vidange());
+  EXPECT_EQ(moteur.Suivant(87, cle), positions[4]);
+  EXPECT_EQ(moteur.Suivant(87, cle), positions[5]);
+  EXPECT_EQ(moteur.Suivant(87, cle), 0u);
+  EXPECT_EQ(moteur.Suivant(87, cle), 0u) << "the end stays the end";
+  EXPECT_EQ(moteur.Precedent(87, cle), positions[4]);
+}
+
+TEST_P(MoteurTest, UneCleUniqueRefuseLeDouble) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+  EXPECT_FALSE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+  EXPECT_EQ(livres.moteur.Erreur(), ErrCleDouble);
+  EXPECT_EQ(livres.moteur.NombreCles(69), 1u);
+  EXPECT_EQ(livres.moteur.NombreCles(70), 1u);
+}
+
+TEST_P(MoteurTest, UnGrosLotPasseParLaQueue) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  Moteur& moteur = livres.moteur;
+  const Position libre = livres.Ajoute(FichierBanques, Operation("5110000000", 0x07D30101, 1));
+  ASSERT_TRUE(livres.Supprime<Banque>(FichierBanques, libre));
+  constexpr int Nombre = 60000;  // 10 MB of records, past what a unit keeps in memory
+  for (const bool valide : {false, true}) {
+    moteur.DebutUnite();
+    for (int i = 0; i < Nombre; ++i) {
+      const Banque rec = Operation("5120000000", 0x07D30101, i);
+      const Position p = moteur.Ajoute(FichierBanques, &rec);
+      ASSERT_TRUE(p && moteur.AjouteCles(FichierBanques, p, &rec, true));
+      if (i == 50000) {  // an inner unit that changes its mind, in the tail
+        moteur.DebutUnite();
+        ASSERT_TRUE(livres.Supprime<Banque>(FichierBanques, p));
+        ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5190000000", 0x07D30101, 1)));
+        moteur.AnnuleUnite();
+      }
+    }
+    if (valide) {
+      ASSERT_TRUE(moteur.ValideUnite());
+    } else {
+      moteur.AnnuleUnite();
+      ASSERT_EQ(moteur.NombreCles(87), 0u);
+      ASSERT_EQ(moteur.NombreEmplacements(FichierBanques), 1u);
+    }
+  }
+  EXPECT_EQ(moteur.NombreCles(87), u32{Nombre});
+  // The first one took the free slot; all others follow.
+  Banque rec;
+  ASSERT_TRUE(moteur.Lit(FichierBanques, Nombre, &rec));
+  EXPECT_EQ(rec.MontantFranc, Nombre - 1);
+  ASSERT_TRUE(moteur.FermeCabinet());
+
+  Livres encore(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(encore.Ouvre());
+  EXPECT_EQ(encore.moteur.NombreCles(88), u32{Nombre});
+  ASSERT_TRUE(encore.moteur.Lit(FichierBanques, 51000, &rec));
+  EXPECT_EQ(rec.MontantFranc, 50999);
+}
+
+TEST_P(MoteurTest, UnArretBrutalNePerdRien) {
+  DossierTemporaire copie;
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("7060000000", "HON")));
+  livres.moteur.DebutUnite();
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
+  fs::copy(m_dossier.Chemin(), copie.Chemin(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+  livres.moteur.AnnuleUnite();
+
+  Livres repris(copie.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(repris.Ouvre()) << repris.moteur.Erreur();
+  EXPECT_EQ(repris.Comptes(), "5120000000=BQ 7060000000=HON ");
+  EXPECT_EQ(fs::file_size(copie / "COMPTES.dat"), 1024u + 2 * 300u);
+}
+
+TEST_P(MoteurTest, UnSeulEcrivain) {
+  Livres premier(m_dossier.Chemin(), Cles(), m_systeme), second(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(premier.Ouvre());
+  EXPECT_FALSE(second.Ouvre());
+  EXPECT_EQ(second.moteur.Erreur(), ErrOccupe);
+  EXPECT_NE(second.moteur.Detenteur().find("processus " + std::to_string(getpid())), std::string::npos);
+  ASSERT_TRUE(premier.moteur.FermeCabinet());
+  EXPECT_TRUE(second.Ouvre());
+  EXPECT_EQ(fs::status(m_dossier / "COMPTES.dat").permissions() & fs::perms::all, fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_P(MoteurTest, UnNumeroDImmobilisationFinissantPar255Reste) {
+  Moteur moteur(m_systeme, Cles(), 64 << 10);
+  ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()));
+  ASSERT_TRUE(moteur.CreeDat(FichierImmo, m_dossier / "Immo.dat", 233));
+  ASSERT_TRUE(moteur.CreeIdx(93, m_dossier / "Immo.idx", false));
+  Immobilisation rec{};
+  for (const u32 numero : {255u, 256u, 0xFFFFFF00u}) {
+    rec.Numero = numero;
+    const Position p = moteur.Ajoute(FichierImmo, &rec);
+    ASSERT_TRUE(p) << numero;
+    Immobilisation lu;
+    ASSERT_TRUE(moteur.Lit(FichierImmo, p, &lu));
+    EXPECT_EQ(lu.Numero, numero);
+  }
+  for (const u32 numero : {0u, 0xFFFFFFFFu}) {
+    rec.Numero = numero;
+    EXPECT_FALSE(moteur.Ajoute(FichierImmo, &rec)) << numero;
+  }
+}
+
+// Random work against a plain map, with units that fail, reopenings and copies
+// taken as a killed process would leave them.
+TEST_P(MoteurTest, HasardContreUnModele) {
+  const char* pasDemandes = std::getenv("FENLOR_PAS");
+  const int nombrePas = pasDemandes ? std::atoi(pasDemandes) : 5000;
+  std::mt19937 hasard(20031231);
+  const auto tire = [&](unsigned n) { return static_cast<unsigned>(hasard() % n); };
+  auto livres = std::make_unique<Livres>(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres->Ouvre());
+  using Modele = std::map<std::string, std::string>;
+  Modele modele;
+  std::vector<Modele> reperes;
+  const auto attendu = [](const Modele& m) {
+    std::string texte;
+    for (const auto& [numero, code] : m) texte += numero + "=" + code + " ";
+    return texte;
+  };
+  for (int pas = 0; pas < nombrePas; ++pas) {
+    Moteur& moteur = livres->moteur;
+    const std::string numero = std::to_string(1000000000u + tire(60) * 7);
+    const std::string code = std::to_string(tire(100000));
+    const Position la = moteur.TrouveCle(69, MakePlanKey1(numero));
+    ASSERT_EQ(la != 0, modele.contains(numero));
+    switch (const unsigned action = tire(40)) {
+      case 0:
+        if (reperes.size() < 3) {
+          moteur.DebutUnite();
+          reperes.push_back(modele);
+        }
+        break;
+      case 1:
+      case 2:
+        if (!reperes.empty()) {
+          if (action == 1) {
+            ASSERT_TRUE(moteur.ValideUnite());
+          } else {
+            moteur.AnnuleUnite();
+            modele = reperes.back();
+          }
+          reperes.pop_back();
+        }
+        break;
+      case 3: {  // what a killed process leaves behind
+        if (tire(4)) break;
+        DossierTemporaire copie;
+        fs::copy(m_dossier.Chemin(), copie.Chemin(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        Livres repris(copie.Chemin(), Cles(), m_systeme);
+        ASSERT_TRUE(repris.Ouvre());
+        ASSERT_EQ(repris.Comptes(), attendu(reperes.empty() ? modele : reperes.front())) << pas;
+        break;
+      }
+      case 4:
+        if (tire(4) || !reperes.empty()) break;
+        ASSERT_TRUE(moteur.FermeCabinet());
+        livres = std::make_unique<Livres>(m_dossier.Chemin(), Cles(), m_systeme);
+        ASSERT_TRUE(livres->Ouvre());
+        break;
+      default: {
+        const Plan plan = Compte(numero, code);
+        if (!la) {
+          ASSERT_TRUE(livres->Ajoute(FichierComptes, plan));
+          modele[numero] = code;
+        } else if (action % 2) {
+          ASSERT_TRUE(moteur.Remplace(FichierComptes, la, &plan));
+          modele[numero] = code;
+        } else {
+          ASSERT_TRUE(livres->Supprime<Plan>(FichierComptes, la));
+          modele.erase(numero);
+        }
+      }
+    }
+    if (pas % 16 == 0) {
+      ASSERT_EQ(livres->Comptes(), attendu(modele)) << pas;
+      ASSERT_EQ(livres->moteur.NombreCles(70), modele.size());
+    }
+    std::vector<Position> libres;
+    ASSERT_TRUE(livres->moteur.ListeLibre(FichierComptes, libres));
+    ASSERT_EQ(libres.size() + modele.size(), livres->moteur.NombreEmplacements(FichierComptes));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cles, MoteurTest, ::testing::Values(true, false),
+                         [](const auto& info) { return info.param ? "Lmdb" : "Memoire"; });
+
+class ClesSurDisqueTest : public ::testing::Test {
+ protected:
+  /// Two accounts, closed properly.
+  void SetUp() override {
+    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    ASSERT_TRUE(livres.Ouvre());
+    ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+    ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("7060000000", "HON")));
+    ASSERT_TRUE(livres.moteur.FermeCabinet());
+  }
+  Empreinte Idx() {
+    Empreinte e;
+    EXPECT_EQ(m_systeme.Mesure(m_dossier / "COMPTES.idx", e), 0);
+    return e;
+  }
+  DossierTemporaire m_dossier;
+  SystemePosix m_systeme;
+  FabriqueLmdb m_lmdb;
+};
+
+TEST_F(ClesSurDisqueTest, UneFermeturePropreEpargneLaReconstruction) {
+  const Empreinte avant = Idx();
+  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ");
+  ASSERT_TRUE(livres.moteur.FermeCabinet());
+  EXPECT_EQ(Idx(), avant);
+}
+
+TEST_F(ClesSurDisqueTest, UnFichierDeClesDouteuxEstRefait) {
+  const std::string idx = m_dossier / "COMPTES.idx", bon = m_dossier / "bon";
+  fs::copy_file(idx, bon);
+  const auto abime = [&](const std::string& cas) {
+    if (cas == "absent") fs::remove(idx);
+    if (cas == "vide") fs::resize_file(idx, 0);
+    if (cas == "tronqué") fs::resize_file(idx, fs::file_size(idx) / 2);
+    if (cas == "texte") std::ofstream(idx) << "bonjour";
+    if (cas == "zéros") std::ofstream(idx, std::ios::binary) << std::string(fs::file_size(bon), '\0');
+    if (cas == "copie") {  // right content, but nobody vouches for it
+      fs::remove(idx);
+      fs::copy_file(bon, idx);
+    }
+    if (cas == "hasard") {
+      std::fstream fichier(idx, std::ios::in | std::ios::out | std::ios::binary);
+      std::mt19937 hasard(7);
+      for (u64 i = 0; i < fs::file_size(bon); ++i) fichier.put(static_cast<char>(hasard()));
+    }
+  };
+  for (const char* cas : {"absent", "vide", "tronqué", "texte", "zéros", "copie", "hasard"}) {
+    abime(cas);
+    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    ASSERT_TRUE(livres.Ouvre()) << cas << " " << livres.moteur.Erreur();
+    EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ") << cas;
+    ASSERT_TRUE(livres.moteur.FermeCabinet()) << cas;
+  }
+}
+
+TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
+  const std::string dat = m_dossier / "COMPTES.dat", bon = m_dossier / "bon";
+  fs::copy_file(dat, bon);
+  struct Cas {
+    const char* nom;
+    int erreur;
+    std::function<void()> abime;
+  };
+  const auto ecrit = [&](u64 place, const std::string& octets) {
+    std::fstream fichier(dat, std::ios::in | std::ios::out | std::ios::binary);
+    fichier.seekp(static_cast<std::streamoff>(place));
+    fichier << octets;
+  };
+  const Cas cas[] = {
+      {"tronqué", ErrEndommage, [&] { fs::resize_file(dat, 1024 + 300); }},
+      {"vide", ErrEndommage, [&] { fs::resize_file(dat, 0); }},
+      {"zéros", ErrFormat, [&] { ecrit(0, std::string(1024, '\0')); }},
+      {"autre fichier", ErrFormat, [&] { fs::copy_file(m_dossier / "BANQUE.dat", dat, fs::copy_options::overwrite_existing); }},
+  };
+  for (const Cas& c : cas) {
+    c.abime();
+    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    EXPECT_FALSE(livres.Ouvre()) << c.nom;
+    EXPECT_EQ(livres.moteur.Erreur(), c.erreur) << c.nom;
+    EXPECT_EQ(livres.moteur.FichierErreur(), dat) << c.nom;
+    livres.moteur.FermeCabinet();
+    fs::copy_file(bon, dat, fs::copy_options::overwrite_existing);
+  }
+  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ");
+}
+
+TEST_F(ClesSurDisqueTest, UneUniteAbimeeAvantUneBonneEstDite) {
+  DossierTemporaire copie;
+  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  for (int i = 0; i < 4; ++i) ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 1, i + 1)));
+  fs::copy(m_dossier.Chemin(), copie.Chemin(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+  std::fstream rep(copie / "fenlor.rep", std::ios::in | std::ios::out | std::ios::binary);
+  rep.seekp(65536 + 4096 + 60);  // inside the second unit
+  rep << "xxxx";
+  rep.close();
+  Livres repris(copie.Chemin(), m_lmdb, m_systeme);
+  EXPECT_FALSE(repris.Ouvre());
+  EXPECT_EQ(repris.moteur.Erreur(), ErrJournalReprise);
+  ASSERT_TRUE(repris.moteur.OuvreCabinet(copie.Chemin(), true));
+  EXPECT_FALSE(repris.moteur.Avertissements().empty());
+}
+
+}  // namespace
+}  // namespace fenlor
