@@ -128,15 +128,27 @@ int Contexte::Termine(int statut) {
 }
 
 int Contexte::Refuse(unsigned numero, const std::string& texte, u32 ligne) {
-  std::string message = "Erreur " + std::to_string(numero);
-  // The text of ErrLigneIllisible names its line itself.
-  if (ligne != 0 && numero != ErrLigneIllisible) message += ", ligne " + std::to_string(ligne);
-  m_erreurs << message << " : " << VersUtf8(SurUneLigne(texte)) << std::endl;
+  std::string message = "Erreur " + std::to_string(numero), reste = texte;
+  if (ligne != 0) {
+    message += ", ligne " + std::to_string(ligne);
+    // The text of ErrLigneIllisible names its line itself.
+    const std::string debut = TexteErreur(ErrLigneIllisible, {std::to_string(ligne), {}});
+    if (numero == ErrLigneIllisible && reste.starts_with(debut)) reste.erase(0, debut.size());
+  }
+  m_erreurs << message << " : " << VersUtf8(SurUneLigne(reste)) << std::endl;
   return StatutRefuse;
 }
 
 int Contexte::Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne) {
   return Refuse(numero, TexteErreur(numero, arguments), ligne);
+}
+
+int Contexte::RefuseOuverture(const std::string& chemin) {
+  return Refuse(3117, {DepuisUtf8(chemin).value_or(chemin)});
+}
+
+int Contexte::RefuseLecture(int erreur, const std::string& chemin) {
+  return Refuse(3052, {std::to_string(erreur), DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
 }
 
 void Contexte::DernierEchec(unsigned& numero, std::string& texte) {

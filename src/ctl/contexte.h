@@ -49,6 +49,9 @@ class Contexte {
   /// StatutRefuse.
   int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
   int Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne = 0);
+  /// An input file that cannot be opened, or read to its end (errno value).
+  int RefuseOuverture(const std::string& chemin);
+  int RefuseLecture(int erreur, const std::string& chemin);
   /// Tells what the store or the dialogue said last, or the store's error code.
   int RefuseMagasin();
   /// The same as number and text, and forgets it.

@@ -15,16 +15,17 @@ namespace {
 
 /// Command line errors and headings in French.
 std::string Francise(const CLI::ParseError& e) {
-  const std::string nom = e.get_name(), texte = e.what();
+  const std::string texte = e.what();
   const auto avant = [&](const char* mot) { return texte.substr(0, texte.find(mot)); };
   const std::size_t deux = texte.find(": ");
   const std::string apres = deux == std::string::npos ? texte : texte.substr(deux + 2);
-  if (nom == "ExtrasError") return "argument inattendu : " + apres;
-  if (nom == "RequiredError") return "il manque " + avant(" is required");
-  if (nom == "ArgumentMismatch") return "il manque la valeur de " + avant(":");
-  if (nom == "ConversionError") return "valeur incorrecte : " + apres;
-  if (nom == "ExcludesError") return "options incompatibles : " + texte.substr(0, texte.find(' ')) + " et " +
-                                     texte.substr(texte.rfind(' ') + 1);
+  if (dynamic_cast<const CLI::ExtrasError*>(&e)) return "argument inattendu : " + apres;
+  if (dynamic_cast<const CLI::RequiredError*>(&e)) return "il manque " + avant(" is required");
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "valeur manquante ou de trop pour " + avant(":");
+  if (dynamic_cast<const CLI::ConversionError*>(&e)) return "valeur incorrecte : " + apres;
+  if (dynamic_cast<const CLI::ExcludesError*>(&e))
+    return "options incompatibles : " + avant(" ") + " et " + texte.substr(texte.rfind(' ') + 1);
+  if (dynamic_cast<const CLI::ValidationError*>(&e)) return apres;
   return texte;
 }
 
@@ -33,7 +34,7 @@ void Habille(CLI::App& app) {
   app.set_help_flag("-h,--help", "Affiche cette aide")->group("Options");
   auto format = app.get_formatter();
   format->label("Usage", "Utilisation");
-  format->label("OPTIONS", "[OPTIONS]");
+  format->label("OPTIONS", "OPTIONS");
   format->label("SUBCOMMAND", "COMMANDE");
   format->label("SUBCOMMANDS", "COMMANDES");
   format->label("POSITIONALS", "ARGUMENTS");
@@ -151,8 +152,8 @@ class LigneDeCommande {
                              "Crée un exercice, et le dossier du cabinet s'il manque");
     creer->add_option("--debut", m_creer.debut, "Premier jour")->option_text("JJ/MM/AAAA")->check(DateValide());
     creer->add_option("--fin", m_creer.fin, "Dernier jour")->option_text("JJ/MM/AAAA")->check(DateValide());
-    CLI::Option* euro = creer->add_flag("--euro", m_creer.euro, "Tenu en Euro");
-    creer->add_flag("--franc", m_creer.franc, "Tenu en Franc")->excludes(euro);
+    CLI::Option* euro = creer->add_flag("--euro", m_creer.euro, "Tenu en Euro")->option_text(" ");
+    creer->add_flag("--franc", m_creer.franc, "Tenu en Franc")->option_text(" ")->excludes(euro);
     creer->add_flag("--tva", m_creer.tva, "Assujetti à la T.V.A.");
     Ajoute({"exercices", CommandeExercices}, "Liste les exercices du cabinet");
     Ajoute({"demo", CommandeDemo, true}, "Remplit un cabinet vide d'un exemple : trois années d'un médecin");
@@ -163,7 +164,7 @@ class LigneDeCommande {
                               "Enregistre des écritures, une par ligne JSON ; répond une ligne à chacune");
     saisir->add_option("fichier", m_saisir.fichier, "Fichier des écritures (- : l'entrée standard)")
         ->option_text("[FICHIER|-]");
-    saisir->add_flag("--tout", m_saisir.tout, "Enregistre toute l'entrée d'un seul tenant, ou rien");
+    saisir->add_flag("--tout", m_saisir.tout, "Enregistre d'un seul tenant toutes les lignes acceptées, ou aucune");
     saisir->footer(
         "Recette, dépense :\n"
         "  {\"journal\":\"recettes\",\"date\":\"15/03/2003\",\"compte\":\"706\",\"libelle\":\"Consultations\",\n"
@@ -240,7 +241,7 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
     ligne.App().parse(std::vector<std::string>(args.rbegin(), args.rend()));
   } catch (const CLI::CallForHelp&) {
     const auto choisies = ligne.App().get_subcommands();
-    sortie << (choisies.empty() ? ligne.App().help() : choisies.front()->help()) << std::flush;
+    sortie << (choisies.empty() ? ligne.App().help() : choisies.front()->help("fenlorctl")) << std::flush;
     return sortie.good() ? StatutFait : StatutRefuse;
   } catch (const CLI::ParseError& e) {
     return usage(Francise(e));

@@ -83,7 +83,7 @@ RefusLigne Manquant(const char* champ) { return {ErrChampManquant, TexteErreur(E
 RefusLigne ControleNumero(const char* champ, u32 numero) {
   if (numero == 0) return Manquant(champ);
   if (numero != 0xFFFFFFFF) return {};
-  return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {champ, "ce numéro est réservé."_w})};
+  return RefusChamp(champ, "ce numéro est réservé."_w);
 }
 
 /// What a record cannot do without: a rebuild of its file would drop it.
@@ -94,7 +94,7 @@ RefusLigne ControleCle(u16 numFichier, const void* rec) {
       const auto& plan = *static_cast<const Plan*>(rec);
       if (plan.Compte[0] == 0) return Manquant("Compte");
       if (plan.Type < Tresorerie || plan.Type > Autre)
-        return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {"Type", "un entier de 0 à 4 est attendu."_w})};
+        return RefusChamp("Type", raison::EntierAttendu(Tresorerie, Autre));
       return {};
     }
     case FichierJournal: {
@@ -145,7 +145,7 @@ int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
   std::ifstream fichier;
   if (options.source != "-") {
     fichier.open(options.source, std::ios::binary);
-    if (!fichier) return contexte.Refuse(3117, {DepuisUtf8(options.source).value_or(options.source)});
+    if (!fichier) return contexte.RefuseOuverture(options.source);
   }
   if (!definition.duCabinet) {
     if (!contexte.OuvreExercice()) return StatutRefuse;
@@ -174,7 +174,7 @@ int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
     if (!ajouteur.Ajoute(rec.data())) return contexte.RefuseMagasin();
     ++importes;
   }
-  if (lignes.Erreur()) return contexte.Refuse(3066, {}, lignes.Numero() + 1);
+  if (lignes.Erreur()) return contexte.RefuseLecture(lignes.Erreur(), options.source);
   if (definition.numero == FichierJournal && importes > 0) {
     Statistiques statistiques{};
     if (!contexte.Magasin.QVCalculCompta(contexte.App.NomExercice, statistiques)) return contexte.RefuseMagasin();

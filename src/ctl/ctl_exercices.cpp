@@ -46,7 +46,12 @@ int CommandeCreer(Contexte& contexte, const OptionsCreer& options) {
   const std::string& utf8 = contexte.Globales.exercice;
   const std::string nom = DepuisUtf8(utf8).value_or(utf8);
   const FormulaireExercice f = Formulaire(app, nom, options);
-  if (!CreeExercice(app, f)) return contexte.RefuseMagasin();
+  if (const ResultatExercice r = CreeExercice(app, f); !r) {
+    unsigned numero = 0;
+    std::string texte;
+    contexte.DernierEchec(numero, texte);
+    return contexte.Refuse(r.erreur, texte);
+  }
   if (contexte.Globales.json)
     return contexte.Ecrit(LigneJson()
                               .Texte("nom", nom)

@@ -64,7 +64,7 @@ int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
   std::ifstream fichier;
   if (options.fichier != "-") {
     fichier.open(options.fichier, std::ios::binary);
-    if (!fichier) return contexte.Refuse(3117, {DepuisUtf8(options.fichier).value_or(options.fichier)});
+    if (!fichier) return contexte.RefuseOuverture(options.fichier);
   }
   if (!contexte.OuvreExercice()) return StatutRefuse;
   Saisisseur saisisseur(contexte);
@@ -90,7 +90,7 @@ int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
   }
 
   int statut = StatutFait;
-  if (lignes.Erreur()) statut = contexte.Refuse(3066, {}, lignes.Numero() + 1);
+  if (lignes.Erreur()) statut = contexte.RefuseLecture(lignes.Erreur(), options.fichier);
   if (unite && statut != StatutFait) {
     reponses.RefuseTout(3066, Texte(3066));
   } else if (unite && !unite->Valide()) {

@@ -86,12 +86,14 @@ bool ControleComplet(LecteurChamps& champs, const DemandeSaisie& demande) {
   return true;
 }
 
-bool ControleCombinaisons(LecteurChamps& champs, const DemandeSaisie& demande) {
+bool ControleCombinaisons(LecteurChamps& champs, RefusLigne& refus, const DemandeSaisie& demande) {
   if (demande.compte && demande.code) return champs.Invalide("code", "\"compte\" est déjà donné."_w);
   if (demande.tresoreries && demande.tresorerie)
     return champs.Invalide("tresorerie", "\"tresoreries\" est déjà donné."_w);
-  if (demande.tresoreries && demande.paiement)
-    return champs.Invalide("paiement", "il se donne dans chaque ligne de \"tresoreries\"."_w);
+  if (demande.tresoreries && demande.paiement) {
+    refus = RefusPaiement();
+    return false;
+  }
   if (demande.supprimer.value_or(false)) {
     if (demande.mouvement == 0) return champs.Manquant("mouvement");
     if (demande.Contenu() || demande.journal || demande.valider || demande.pointer || demande.rapprocher)
@@ -134,7 +136,7 @@ RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
   demande.mouvement = static_cast<u32>(mouvement.value_or(0));
   if (tresoreries && !LitTresoreries(*tresoreries, refus, demande.tresoreries.emplace())) return refus;
   if (lignes && !LitLignes(*lignes, refus, demande.lignes.emplace())) return refus;
-  if (ControleCombinaisons(champs, demande) && demande.mouvement == 0)
+  if (ControleCombinaisons(champs, refus, demande) && demande.mouvement == 0)
     refus = ControleGenre(demande, *demande.journal == JournalOD);
   return refus;
 }
@@ -150,9 +152,13 @@ RefusLigne ControleGenre(const DemandeSaisie& demande, bool od) {
     if (!present) continue;
     const std::string raison = od ? "une opération diverse n'a pas ce champ."_w
                                   : "une recette ou une dépense n'a pas ce champ."_w;
-    return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {nom, raison})};
+    return RefusChamp(nom, raison);
   }
   return {};
+}
+
+RefusLigne RefusPaiement() {
+  return RefusChamp("paiement", "il se donne dans chaque ligne de \"tresoreries\"."_w);
 }
 
 }  // namespace fenlor

@@ -58,5 +58,7 @@ RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande);
 /// Refuses the fields that an entry of this kind has not: an opération diverse
 /// (`od`), a receipt or an expense.
 RefusLigne ControleGenre(const DemandeSaisie& demande, bool od);
+/// "paiement" beside several treasury lines.
+RefusLigne RefusPaiement();
 
 }  // namespace fenlor

@@ -19,28 +19,21 @@ T LitValeur(const u8* place) {
   return valeur;
 }
 
-RefusLigne Invalide(const Champ& champ, const std::string& raison) {
-  return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {champ.nom, raison})};
-}
-
 template <class T>
 RefusLigne PoseEntier(const Json& valeur, const Champ& champ, u8* place) {
   constexpr i64 minimum = std::numeric_limits<T>::min(), maximum = std::numeric_limits<T>::max();
-  const bool entier = valeur.is_number_integer() &&
-                      !(valeur.is_number_unsigned() && valeur.get<u64>() > static_cast<u64>(maximum));
-  if (!entier || valeur.get<i64>() < minimum || valeur.get<i64>() > maximum)
-    return Invalide(champ, "un entier de "_w + std::to_string(minimum) + " à "_w + std::to_string(maximum) +
-                               " est attendu."_w);
-  const T nombre = static_cast<T>(valeur.get<i64>());
+  const auto entier = EntierJson(valeur, minimum, maximum);
+  if (!entier) return RefusChamp(champ.nom, raison::EntierAttendu(minimum, maximum));
+  const T nombre = static_cast<T>(*entier);
   std::memcpy(place, &nombre, sizeof nombre);
   return {};
 }
 
 RefusLigne PoseTexteChamp(const Json& valeur, const Champ& champ, u8* place) {
-  if (!valeur.is_string()) return Invalide(champ, "un texte est attendu."_w);
+  if (!valeur.is_string()) return RefusChamp(champ.nom, raison::TexteAttendu());
   auto texte = DepuisUtf8(valeur.get_ref<const std::string&>());
-  if (!texte) return Invalide(champ, "un caractère ne peut pas être enregistré (Windows-1252)."_w);
-  if (texte->find('\0') != std::string::npos) return Invalide(champ, "le caractère nul est interdit."_w);
+  if (!texte) return RefusChamp(champ.nom, raison::CaractereImpossible());
+  if (texte->find('\0') != std::string::npos) return RefusChamp(champ.nom, "le caractère nul est interdit."_w);
   const std::size_t maximum = champ.taille - 1u;
   if (texte->size() > maximum)
     return {ErrTexteTropLong, TexteErreur(ErrTexteTropLong, {champ.nom, std::to_string(maximum)})};
@@ -53,13 +46,13 @@ RefusLigne PoseDate(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_string()) return PoseEntier<u32>(valeur, champ, place);
   const std::string& texte = valeur.get_ref<const std::string&>();
   const Date date = GetDate(texte);
-  if (date == 0 && !texte.empty()) return Invalide(champ, "une date JJ/MM/AAAA est attendue."_w);
+  if (date == 0 && !texte.empty()) return RefusChamp(champ.nom, "une date JJ/MM/AAAA est attendue."_w);
   std::memcpy(place, &date, sizeof date);
   return {};
 }
 
 RefusLigne PoseMontant(const Json& valeur, const Champ& champ, u8* place) {
-  if (!valeur.is_number()) return Invalide(champ, "un nombre est attendu."_w);
+  if (!valeur.is_number()) return RefusChamp(champ.nom, raison::NombreAttendu());
   const f64 montant = valeur.get<f64>();
   std::memcpy(place, &montant, sizeof montant);
   return {};

@@ -1,5 +1,6 @@
 #include "ctl/json.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -68,6 +69,29 @@ RefusLigne Illisible(u32 numero, const std::string& raison) {
 
 }  // namespace
 
+RefusLigne RefusChamp(const std::string& nom, const std::string& raison) {
+  return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {nom, raison})};
+}
+
+namespace raison {
+
+std::string TexteAttendu() { return "un texte est attendu."_w; }
+std::string NombreAttendu() { return "un nombre est attendu."_w; }
+std::string EntierAttendu(i64 minimum, i64 maximum) {
+  return "un entier de "_w + std::to_string(minimum) + " à "_w + std::to_string(maximum) + " est attendu."_w;
+}
+std::string CaractereImpossible() { return "un caractère ne peut pas être enregistré (Windows-1252)."_w; }
+
+}  // namespace raison
+
+std::optional<i64> EntierJson(const Json& valeur, i64 minimum, i64 maximum) {
+  if (!valeur.is_number_integer()) return std::nullopt;
+  if (valeur.is_number_unsigned() && valeur.get<u64>() > u64{std::numeric_limits<i64>::max()}) return std::nullopt;
+  const i64 entier = valeur.get<i64>();
+  if (entier < minimum || entier > maximum) return std::nullopt;
+  return entier;
+}
+
 bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
   constexpr int fin = std::char_traits<char>::eof();
   std::streambuf* tampon = m_entree.rdbuf();
@@ -76,6 +100,7 @@ bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
     tropLongue = false;
     bool lu = false;
     int c = fin;
+    errno = 0;
     try {
       while ((c = tampon->sbumpc()) != fin) {
         lu = true;
@@ -86,7 +111,7 @@ bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
           tropLongue = true;
       }
     } catch (const std::exception&) {
-      m_entree.setstate(std::ios::badbit);
+      m_erreur = errno != 0 ? errno : EIO;
       return false;
     }
     if (!lu) return false;
@@ -102,6 +127,9 @@ RefusLigne RefusLigneTropLongue(u32 numero) {
 }
 
 RefusLigne LitObjet(const std::string& ligne, u32 numero, Json& objet) {
+  // The parser would take a NUL for the end of the line.
+  if (const std::size_t nul = ligne.find('\0'); nul != std::string::npos)
+    return Illisible(numero, "le texte JSON est incorrect au caractère "_w + std::to_string(nul + 1) + "."_w);
   const std::size_t faute = FauteUtf8(ligne);
   if (faute != std::string_view::npos)
     return Illisible(numero, "l'octet "_w + std::to_string(faute + 1) + " n'est pas de l'UTF-8."_w);
@@ -130,7 +158,7 @@ const Json* LecteurChamps::Trouve(const char* nom) {
 }
 
 bool LecteurChamps::Invalide(const std::string& nom, const std::string& raison) {
-  if (!m_refus) m_refus = {ErrChampInvalide, TexteErreur(ErrChampInvalide, {m_prefixe + nom, raison})};
+  if (!m_refus) m_refus = RefusChamp(m_prefixe + nom, raison);
   return false;
 }
 
@@ -142,9 +170,9 @@ bool LecteurChamps::Manquant(const std::string& nom) {
 bool LecteurChamps::Texte(const char* nom, std::size_t longueurMax, std::optional<std::string>& valeur) {
   const Json* champ = Trouve(nom);
   if (!champ) return true;
-  if (!champ->is_string()) return Invalide(nom, "un texte est attendu."_w);
+  if (!champ->is_string()) return Invalide(nom, raison::TexteAttendu());
   auto texte = DepuisUtf8(champ->get_ref<const std::string&>());
-  if (!texte) return Invalide(nom, "un caractère ne peut pas être enregistré (Windows-1252)."_w);
+  if (!texte) return Invalide(nom, raison::CaractereImpossible());
   for (const char c : *texte)
     if (static_cast<unsigned char>(c) < 32) return Invalide(nom, "un caractère de contrôle est interdit."_w);
   if (texte->size() > longueurMax) {
@@ -159,7 +187,7 @@ bool LecteurChamps::Texte(const char* nom, std::size_t longueurMax, std::optiona
 bool LecteurChamps::Montant(const char* nom, std::optional<f64>& valeur) {
   const Json* champ = Trouve(nom);
   if (!champ) return true;
-  if (!champ->is_number()) return Invalide(nom, "un nombre est attendu."_w);
+  if (!champ->is_number()) return Invalide(nom, raison::NombreAttendu());
   valeur = champ->get<f64>();
   return true;
 }
@@ -167,11 +195,8 @@ bool LecteurChamps::Montant(const char* nom, std::optional<f64>& valeur) {
 bool LecteurChamps::Entier(const char* nom, i64 minimum, i64 maximum, std::optional<i64>& valeur) {
   const Json* champ = Trouve(nom);
   if (!champ) return true;
-  const bool grand = champ->is_number_unsigned() && champ->get<u64>() > u64{std::numeric_limits<i64>::max()};
-  if (!champ->is_number_integer() || grand || champ->get<i64>() < minimum || champ->get<i64>() > maximum)
-    return Invalide(nom, "un entier de "_w + std::to_string(minimum) + " à "_w + std::to_string(maximum) + " est attendu."_w);
-  valeur = champ->get<i64>();
-  return true;
+  valeur = EntierJson(*champ, minimum, maximum);
+  return valeur ? true : Invalide(nom, raison::EntierAttendu(minimum, maximum));
 }
 
 bool LecteurChamps::Booleen(const char* nom, std::optional<bool>& valeur) {

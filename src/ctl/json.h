@@ -29,6 +29,20 @@ struct RefusLigne {
   explicit operator bool() const { return numero != 0; }
 };
 
+/// The refusal of a field: ErrChampInvalide with the reason.
+RefusLigne RefusChamp(const std::string& nom, const std::string& raison);
+
+/// Reasons that several readers give.
+namespace raison {
+std::string TexteAttendu();
+std::string NombreAttendu();
+std::string EntierAttendu(i64 minimum, i64 maximum);
+std::string CaractereImpossible();
+}  // namespace raison
+
+/// The integer of a value when it is one and lies within the bounds.
+std::optional<i64> EntierJson(const Json& valeur, i64 minimum, i64 maximum);
+
 /// Lines of a stream, numbered from 1; blank ones are counted and skipped.
 class LecteurLignes {
  public:
@@ -37,12 +51,13 @@ class LecteurLignes {
   /// only `tropLongue` is told, and the reading goes on behind it.
   bool Suivante(std::string& ligne, bool& tropLongue);
   u32 Numero() const { return m_numero; }
-  /// True when the end came from a failing stream.
-  bool Erreur() const { return m_entree.bad(); }
+  /// errno value of the failure that ended the reading, 0 for the true end.
+  int Erreur() const { return m_erreur; }
 
  private:
   std::istream& m_entree;
   u32 m_numero = 0;
+  int m_erreur = 0;
 };
 
 /// One line as an object. Refuses text that is not UTF-8 or not JSON, nesting

@@ -59,8 +59,7 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
       return Refuse({ErrEcritureInconnue, TexteErreur(ErrEcritureInconnue, {std::to_string(demande.mouvement)})});
     }
     if (demande.journal && *demande.journal != entete.Journal)
-      return Refuse({ErrChampInvalide,
-                     TexteErreur(ErrChampInvalide, {"journal", "une écriture ne change pas de journal."_w})});
+      return Refuse(RefusChamp("journal", "une écriture ne change pas de journal."_w));
     if (RefusLigne refus = ControleGenre(demande, entete.Genre == GenreOD)) return Refuse(refus);
   }
   if (demande.supprimer.value_or(false)) return SupprimeEcriture(m_app, demande.mouvement);
@@ -104,9 +103,7 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande, const Mouvem
     saisie.tresorerie = CompteTresorerie(*demande.tresorerie);
   }
   if (demande.paiement && saisie.genre == GenreStandard)
-    return Refuse({ErrChampInvalide,
-                   TexteErreur(ErrChampInvalide,
-                               {"paiement", "il se donne dans chaque ligne de \"tresoreries\"."_w})});
+    return Refuse(RefusPaiement());
   saisie.paiement = demande.paiement.value_or(saisie.paiement);
   saisie.euro = demande.euro.value_or(saisie.euro);
   if (demande.date) saisie.date = GetDate(*demande.date);

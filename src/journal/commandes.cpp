@@ -43,15 +43,20 @@ std::string MontantAffiche(CFenlorApp& app, f64 franc, f64 euro) {
 ResultatSaisie SupprimeLibre(CFenlorApp& app, const Mouvement& entete) {
   QVAPI& magasin = app.Magasin;
   const bool rapprochee = magasin.IsRappLineInMouvements(entete.Mouvement);
-  const ResultatSaisie reponse =
-      Demande(app, BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), RepOui,
-              rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression, "", {LitTexte(entete.Libelle)});
+  const ResultatSaisie reponse = Demande(
+      app, BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), RepOui,
+      rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression, "", {LitTexte(entete.Libelle)});
   if (!reponse) return reponse;
   bool retiree = false;
   switch (entete.Genre) {
-    case GenreSimple: retiree = magasin.RemoveEcrSimple(app.PathExercice, entete.Mouvement); break;
-    case GenreStandard: retiree = magasin.RemoveEcrStandard(app.PathExercice, entete.Mouvement); break;
-    default: retiree = magasin.RemoveMouvements(app.PathExercice, entete.Mouvement);
+    case GenreSimple:
+      retiree = magasin.RemoveEcrSimple(app.PathExercice, entete.Mouvement);
+      break;
+    case GenreStandard:
+      retiree = magasin.RemoveEcrStandard(app.PathExercice, entete.Mouvement);
+      break;
+    default:
+      retiree = magasin.RemoveMouvements(app.PathExercice, entete.Mouvement);
   }
   return retiree ? Fait(entete) : EchecMagasin(app);
 }
@@ -60,7 +65,8 @@ ResultatSaisie SupprimeLibre(CFenlorApp& app, const Mouvement& entete) {
 class FichierLie {
  public:
   FichierLie(QVAPI& magasin, const Mouvement& entete)
-      : m_magasin(magasin), m_recette((entete.LienB >> 16) != 0),
+      : m_magasin(magasin),
+        m_recette((entete.LienB >> 16) != 0),
         m_poignee(m_recette ? magasin.OpenRecettes({}) : magasin.OpenDepenses({})) {}
   ~FichierLie() {
     if (m_poignee) m_recette ? m_magasin.CloseRecettes(m_poignee) : m_magasin.CloseDepenses(m_poignee);
@@ -153,9 +159,12 @@ ResultatSaisie DemandeValidation(CFenlorApp& app, const Mouvement& entete) {
 
 bool Valide(QVAPI& magasin, const std::string& exercice, const Mouvement& entete) {
   switch (entete.Genre) {
-    case GenreSimple: return magasin.ValidEcrSimple(exercice, entete.Mouvement, 1);
-    case GenreStandard: return magasin.ValidEcrStandard(exercice, entete.Mouvement, 1);
-    default: return magasin.ValidOpDiverses(exercice, entete.Mouvement, 1);
+    case GenreSimple:
+      return magasin.ValidEcrSimple(exercice, entete.Mouvement, 1);
+    case GenreStandard:
+      return magasin.ValidEcrStandard(exercice, entete.Mouvement, 1);
+    default:
+      return magasin.ValidOpDiverses(exercice, entete.Mouvement, 1);
   }
 }
 
@@ -192,8 +201,8 @@ void MarqueRapprochee(Line& ligne, Date aujourdhui) {
 
 void OteRapprochement(Line& ligne) {
   ligne.Rapprochee = 0;
-  PoseTexte(ligne.RappCompte, {});
-  PoseTexte(ligne.RappLibelle, {});
+  PoseTexte(ligne.RappCompte, "");
+  PoseTexte(ligne.RappLibelle, "");
   ligne.RappDate = 0;
   ligne.RappDateValeur = 0;
   ligne.RappFranc = 0;
@@ -225,8 +234,9 @@ ResultatSaisie ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide) {
   Mouvement entete;
   if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
   if ((entete.Validee != 0) == valide) return Fait(entete);
-  const ResultatSaisie reponse = valide ? DemandeValidation(app, entete)
-                                        : Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionInvalider);
+  const ResultatSaisie reponse = valide
+                                     ? DemandeValidation(app, entete)
+                                     : Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionInvalider);
   if (!reponse) return reponse;
   const bool fait = valide ? Valide(app.Magasin, app.PathExercice, entete)
                            : app.Magasin.ValidMouvements(app.PathExercice, mouvement, 0);
@@ -256,15 +266,18 @@ ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche)
     aChanger = aChanger || (ligne.Rapprochee != 0) != rapproche;
   }
   if (!aChanger) return Fait(entete);
-  const ResultatSaisie reponse =
-      Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, rapproche ? QuestionRapprocher : QuestionDerapprocher, "",
-              {StrDate(entete.Date), LitTexte(entete.Libelle), MotDuJournal(entete), MontantAffiche(app, franc, euro)});
+  const ResultatSaisie reponse = Demande(app, BoutonsOuiNon | IconeQuestion, RepOui,
+                                         rapproche ? QuestionRapprocher : QuestionDerapprocher, "",
+                                         {StrDate(entete.Date), LitTexte(entete.Libelle),
+                                          MotDuJournal(entete), MontantAffiche(app, franc, euro)});
   if (!reponse) return reponse;
 
   QVAPI::Unite unite(app.Magasin);
   for (auto& [position, ligne] : lignes) {
-    if (rapproche) MarqueRapprochee(ligne, app.Magasin.Today());
-    else OteRapprochement(ligne);
+    if (rapproche)
+      MarqueRapprochee(ligne, app.Magasin.Today());
+    else
+      OteRapprochement(ligne);
     if (!app.Magasin.UpdateLines(app.PathExercice, position, ligne)) return EchecMagasin(app);
   }
   return unite.Valide() ? Fait(entete) : RefusMagasin(app);

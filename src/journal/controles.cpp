@@ -104,13 +104,13 @@ ResultatSaisie ControleLibelle(CFenlorApp& app, const std::string& libelle, int 
 
 ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, int indice) {
   if (MontantTient(montant)) return {};
-  return Refus(app, ErrChampInvalide, champ,
-               {champ, "16 caractères au plus, deux décimales comprises"_w}, indice);
+  return Refus(app, ErrChampInvalide, champ, {champ, "16 caractères au plus, deux décimales comprises"_w},
+               indice);
 }
 
 ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne) {
-  const bool dansExercice = IsDateOk(date) && date >= app.Reglages.GetDebutExercice() &&
-                            date <= app.Reglages.GetFinExercice();
+  const bool dansExercice =
+      IsDateOk(date) && date >= app.Reglages.GetDebutExercice() && date <= app.Reglages.GetFinExercice();
   const bool memeMois = ancienne == 0 || (Annee(date) == Annee(ancienne) && Mois(date) == Mois(ancienne));
   return dansExercice && memeMois ? ResultatSaisie{} : Refus(app, 3104, "date");
 }

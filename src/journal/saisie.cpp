@@ -24,7 +24,9 @@ MontantsSaisie Suite(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professio
   const f64 personnel = ttc - professionnel;
   const f64 ht = MontantHT(professionnel, taux, true);
   const f64 tva = taux > 0 ? professionnel - ht : 0;
-  return {ttc, MontantDeChamp(professionnel), MontantDeChamp(personnel), MontantDeChamp(ht), MontantDeChamp(tva), taux};
+  return {
+      ttc, MontantDeChamp(professionnel), MontantDeChamp(personnel), MontantDeChamp(ht), MontantDeChamp(tva),
+      taux};
 }
 
 /// The treasury lines of a standard entry in the store's table, given back at the end.
@@ -73,7 +75,7 @@ class Enregistrement {
   Mouvement m_entete{};  ///< of an existing entry
   Plan m_compte{};
   u32 m_ligne = 0;
-  std::string m_ancienCompte;      ///< of an existing entry
+  std::string m_ancienCompte;        ///< of an existing entry
   std::string m_ancienneTresorerie;  ///< of an existing simple entry
   std::vector<LineTresor> m_lignes;  ///< `ModePaiement` and account of the list, checked
 };
@@ -90,7 +92,7 @@ ResultatSaisie Enregistrement::Execute() {
   if (r) r = CheckComptePerso(m_app);
   if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
   if (!r) return r;
-  m_ligne = m_saisie.ligne ? m_saisie.ligne : m_entete.Ligne;
+  m_ligne = m_saisie.ligne ? m_saisie.ligne : u32{m_entete.Ligne};
   if (m_ligne == 0)
     m_ligne = m_app.Magasin.GetFreeJournalLine(m_app.PathExercice, static_cast<u16>(m_saisie.journal),
                                                LitTexte(m_lignes.front().Compte), m_saisie.date);
@@ -113,7 +115,8 @@ ResultatSaisie Enregistrement::ControleEcriture() {
   } else {
     EcrStandard ancienne{};
     const LignesStandard lignes(magasin, ancienne);
-    if (!magasin.ReadEcrStandard(m_app.PathExercice, m_saisie.mouvement, ancienne)) return RefusMagasin(m_app);
+    if (!magasin.ReadEcrStandard(m_app.PathExercice, m_saisie.mouvement, ancienne))
+      return RefusMagasin(m_app);
     m_ancienCompte = LitTexte(ancienne.Compte);
   }
   // The form shows the personal account where the entry has no other.
@@ -136,7 +139,8 @@ ResultatSaisie Enregistrement::ControleCompte() {
   if (LitCompte(m_app, m_saisie.compte, m_compte)) {
     const std::string compte = LitTexte(m_compte.Compte);
     const bool duJournal = m_compte.Type == (m_saisie.journal == JournalRecettes ? Recette : Depense);
-    const bool persoDejaLa = !EstNouvelle() && compte == m_ancienCompte && compte == m_app.Magasin.GetComptePerso();
+    const bool persoDejaLa =
+        !EstNouvelle() && compte == m_ancienCompte && compte == m_app.Magasin.GetComptePerso();
     if (duJournal || persoDejaLa) return {};
   }
   return Refus(m_app, 3105, "compte");
@@ -147,7 +151,8 @@ ResultatSaisie Enregistrement::ControleTresorerie() {
   if (!LitTresorerie(m_saisie.tresorerie, plan)) return Refus(m_app, 3105, "tresorerie");
   LineTresor ligne{};
   PoseTexte(ligne.Compte, LitTexte(plan.Compte));
-  ligne.ModePaiement = plan.TypeTresorerie == 0 || m_saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+  ligne.ModePaiement =
+      plan.TypeTresorerie == 0 || m_saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
   m_lignes.push_back(ligne);
   return {};
 }
@@ -167,7 +172,8 @@ ResultatSaisie Enregistrement::ControleLignes() {
     const auto [franc, euro] = EnDeuxMonnaies(m_saisie.euro, taux, montant);
     ligne.MontantFranc = franc;
     ligne.MontantEuro = euro;
-    ligne.ModePaiement = plan.TypeTresorerie != 0 && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+    ligne.ModePaiement =
+        plan.TypeTresorerie != 0 && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
     m_lignes.push_back(ligne);
     total += CentimesDeChamp(montant);
   }
@@ -220,8 +226,9 @@ ResultatSaisie Enregistrement::SauveSimple() {
   rec.ModePaiement = m_lignes.front().ModePaiement;
   QVAPI& magasin = m_app.Magasin;
   const u32 mouvement = EstNouvelle() ? magasin.AddEcrSimple(m_app.PathExercice, rec)
-                        : magasin.UpdateEcrSimple(m_app.PathExercice, m_saisie.mouvement, rec) ? m_saisie.mouvement
-                                                                                              : 0;
+                        : magasin.UpdateEcrSimple(m_app.PathExercice, m_saisie.mouvement, rec)
+                            ? m_saisie.mouvement
+                            : 0;
   return Conclut(mouvement);
 }
 
@@ -234,8 +241,9 @@ ResultatSaisie Enregistrement::SauveStandard() {
     if (!magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
       return Refus(m_app, 3037, "tresorerie", {}, static_cast<int>(i));
   const u32 mouvement = EstNouvelle() ? magasin.AddEcrStandard(m_app.PathExercice, rec)
-                        : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec) ? m_saisie.mouvement
-                                                                                                : 0;
+                        : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec)
+                            ? m_saisie.mouvement
+                            : 0;
   return Conclut(mouvement);
 }
 

@@ -18,10 +18,10 @@ namespace fenlor {
 /// Outcome of a rule. A refusal has been told to `CFenlorApp::Boite` already; a
 /// failure of the store (ErrMagasin) too, or by the store's own callback.
 struct ResultatSaisie {
-  unsigned erreur = 0;   ///< number of the message or of the question answered no; 0: done
+  unsigned erreur = 0;     ///< number of the message or of the question answered no; 0: done
   const char* champ = "";  ///< field to point at: "date", "compte", "ttc", "tresorerie", ...
-  int indice = -1;       ///< line of the list that the field belongs to, from 0; -1: none
-  std::string texte;     ///< the message, Windows-1252
+  int indice = -1;         ///< line of the list that the field belongs to, from 0; -1: none
+  std::string texte;       ///< the message, Windows-1252
   u32 mouvement = 0;
   u32 ligne = 0;
   explicit operator bool() const { return erreur == 0; }
@@ -44,23 +44,23 @@ MontantsSaisie ChaineMontants(CFenlorApp& app, const Plan& compte, f64 ttc);
 MontantsSaisie ChaineProfessionnel(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professionnel);
 
 struct LigneTresorSaisie {
-  std::string compte;     ///< long form
-  f64 montant = 0;        ///< in the master currency
+  std::string compte;  ///< long form
+  f64 montant = 0;     ///< in the master currency
   i16 paiement = PaiementCheque;
 };
 
 /// What the form holds when "&Enregistrer" is pressed.
 struct SaisieEcriture {
   i16 journal = JournalRecettes;
-  i16 genre = GenreSimple;     ///< GenreStandard: `tresoreries` has the lines
-  u32 mouvement = 0;           ///< 0 for a new entry
-  u32 ligne = 0;               ///< 0: the next free one (or the one the entry has)
+  i16 genre = GenreSimple;  ///< GenreStandard: `tresoreries` has the lines
+  u32 mouvement = 0;        ///< 0 for a new entry
+  u32 ligne = 0;            ///< 0: the next free one (or the one the entry has)
   Date date = 0;
-  std::string compte;          ///< long form; empty: none chosen
+  std::string compte;  ///< long form; empty: none chosen
   std::string libelle;
-  bool euro = true;            ///< master currency
+  bool euro = true;  ///< master currency
   MontantsSaisie montants;
-  std::string tresorerie;      ///< simple: long form
+  std::string tresorerie;  ///< simple: long form
   i16 paiement = PaiementCheque;
   std::vector<LigneTresorSaisie> tresoreries;  ///< standard
   bool validee = false;
@@ -68,7 +68,7 @@ struct SaisieEcriture {
 
 /// Checks and saves; the first failure ends the save. `montants` are figures of the
 /// chain above. In order: 3209 no exercice, 3056 closed; for an existing entry 3202
-/// unknown, 3205 "mouvement" of another journal or kind, 3201 validated, 3103 linked;
+/// unknown, 3201 validated, 3103 linked, 3205 "mouvement" of another journal or kind;
 /// limits of the fields 3206 and 3205; 3104 date ("date": not real, outside the
 /// exercice, or another month than the existing entry's); 3105 account ("compte");
 /// 3106 amount ("ttc"); a simple entry: 3105 ("tresorerie"); a standard one: 3035 no

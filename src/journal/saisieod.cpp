@@ -31,8 +31,8 @@ class EnregistrementOD {
   const SaisieOD& m_saisie;
   LivresOuverts m_livres;
   Mouvement m_entete{};
-  std::vector<Plan> m_comptes;     ///< of the lines, checked
-  std::vector<Line> m_anciennes;   ///< lines of the existing entry that no new line took over yet
+  std::vector<Plan> m_comptes;    ///< of the lines, checked
+  std::vector<Line> m_anciennes;  ///< lines of the existing entry that no new line took over yet
 };
 
 ResultatSaisie EnregistrementOD::Execute() {
@@ -92,7 +92,8 @@ bool EnregistrementOD::LitAnciennes() {
   return true;
 }
 
-Line EnregistrementOD::FaitLigne(const std::string& compte, const std::string& designation, f64 signe, i16 paiement) {
+Line EnregistrementOD::FaitLigne(const std::string& compte, const std::string& designation, f64 signe,
+                                 i16 paiement) {
   Line ligne{};
   Plan plan;
   LitCompte(m_app, compte, plan);
@@ -155,7 +156,8 @@ ResultatSaisie EnregistrementOD::Sauve() {
   m_entete.Date = m_saisie.date;
   if (m_saisie.ligne) m_entete.Ligne = m_saisie.ligne;
   if (m_entete.Ligne == 0)
-    m_entete.Ligne = magasin.GetFreeJournalLine(exercice, static_cast<u16>(m_entete.Journal), {}, m_saisie.date);
+    m_entete.Ligne =
+        magasin.GetFreeJournalLine(exercice, static_cast<u16>(m_entete.Journal), {}, m_saisie.date);
   if (m_entete.Mouvement == 0 || m_entete.Ligne == 0) return EchecMagasin(m_app);
   m_entete.SaisieEuro = m_saisie.euro;
   m_entete.Validee = m_saisie.validee;
@@ -163,7 +165,8 @@ ResultatSaisie EnregistrementOD::Sauve() {
   for (std::size_t i = 0; i < m_saisie.lignes.size(); ++i) {
     const LigneODSaisie& saisie = m_saisie.lignes[i];
     const Plan& plan = m_comptes[i];
-    const i16 paiement = plan.Type == Tresorerie && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+    const i16 paiement =
+        plan.Type == Tresorerie && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
     const std::string& designation = saisie.libelle.empty() ? m_saisie.libelle : saisie.libelle;
     if (!AjouteLigne(FaitLigne(LitTexte(plan.Compte), designation, Signe(saisie), paiement)))
       return EchecMagasin(m_app);
@@ -187,6 +190,8 @@ f64 SoldeOD(const std::vector<LigneODSaisie>& lignes) {
   return Arrondi2(solde) + 0.0;
 }
 
-ResultatSaisie EnregistreOD(CFenlorApp& app, const SaisieOD& saisie) { return EnregistrementOD(app, saisie).Execute(); }
+ResultatSaisie EnregistreOD(CFenlorApp& app, const SaisieOD& saisie) {
+  return EnregistrementOD(app, saisie).Execute();
+}
 
 }  // namespace fenlor

@@ -13,9 +13,9 @@ namespace fenlor {
 namespace {
 
 constexpr FichierReconstructible fichiers[] = {
-    {FichierListeBanques, "BANQUE", false},     {FichierListeComptes, "COMPTES", false},
-    {FichierListeJournal, "JOURNAL", false},    {FichierListeRubriques, "RUBRIQUE", false},
-    {FichierListeImmo, "Immo", true},           {FichierListeAmo, "Amo", true},
+    {FichierListeBanques, "BANQUE", false},  {FichierListeComptes, "COMPTES", false},
+    {FichierListeJournal, "JOURNAL", false}, {FichierListeRubriques, "RUBRIQUE", false},
+    {FichierListeImmo, "Immo", true},        {FichierListeAmo, "Amo", true},
 };
 
 /// Lines of the journal in one unit of work.
@@ -28,16 +28,23 @@ void Termine(char (&champ)[N]) {
 
 RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
   switch (numero) {
-    case FichierBanques: return CBanques(app, app.PathExercice).Reindex(FiltreBanque);
-    case FichierComptes: return CPlan(app, app.PathExercice).Reindex(FiltrePlan);
-    case FichierJournal: return CLines(app, app.PathExercice).Reindex();
-    case FichierRubriques: return CRubriques(app, app.PathExercice).Reindex(FiltreRubrique);
-    case FichierImmo: return CImmobilisations(app, app.PathCabinet).Reindex(FiltreImmo);
-    default: return CAmortissements(app, app.PathCabinet).Reindex(FiltreAmo);
+    case FichierBanques:
+      return CBanques(app, app.PathExercice).Reindex(FiltreBanque);
+    case FichierComptes:
+      return CPlan(app, app.PathExercice).Reindex(FiltrePlan);
+    case FichierJournal:
+      return CLines(app, app.PathExercice).Reindex();
+    case FichierRubriques:
+      return CRubriques(app, app.PathExercice).Reindex(FiltreRubrique);
+    case FichierImmo:
+      return CImmobilisations(app, app.PathCabinet).Reindex(FiltreImmo);
+    default:
+      return CAmortissements(app, app.PathCabinet).Reindex(FiltreAmo);
   }
 }
 
-ResultatEntretien Refuse(CFenlorApp& app, unsigned numero, std::initializer_list<std::string> arguments = {}) {
+ResultatEntretien Refuse(CFenlorApp& app, unsigned numero,
+                         std::initializer_list<std::string> arguments = {}) {
   app.ReportErreur(numero, arguments);
   return {numero, TexteErreur(numero, arguments), false};
 }
@@ -104,8 +111,10 @@ class TauxDuJour {
 };
 
 void Ajuste(Line& ligne, f64 taux) {
-  if (ligne.SaisieEuro == 0) ligne.MontantEuro = QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc);
-  else ligne.MontantFranc = QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro);
+  if (ligne.SaisieEuro == 0)
+    ligne.MontantEuro = QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc);
+  else
+    ligne.MontantFranc = QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro);
   ligne.MontantEuro = Arrondi(ligne.MontantEuro, 2);
   ligne.MontantFranc = Arrondi(ligne.MontantFranc, 2);
 }
@@ -115,7 +124,8 @@ enum class Issue { Faite, Echouee, EchoueeEtDite };
 Issue ParcourtJournal(CFenlorApp& app, AjustementEuros& resultat) {
   QVAPI& magasin = app.Magasin;
   const u16 numCle = DefinitionFichierNumero(FichierJournal)->premiereCle;
-  const Progression progression(app.Boite, TitreMontantsEuros, Texte(TexteTraitement), magasin.QVNumberOfKey(numCle));
+  const Progression progression(app.Boite, TitreMontantsEuros, Texte(TexteTraitement),
+                                magasin.QVNumberOfKey(numCle));
   TauxDuJour taux(magasin);
   std::optional<QVAPI::Unite> lot;
   std::string cle;
@@ -186,9 +196,8 @@ Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& 
                        [&](const std::string& nom) { return CompareSansCasse(nom, fichier.nom) == 0; });
   };
   for (const std::string& nom : noms) {
-    const auto* fichier = std::find_if(std::begin(fichiers), std::end(fichiers), [&](const auto& f) {
-      return CompareSansCasse(nom, f.nom) == 0;
-    });
+    const auto* fichier = std::find_if(std::begin(fichiers), std::end(fichiers),
+                                       [&](const auto& f) { return CompareSansCasse(nom, f.nom) == 0; });
     if (fichier == std::end(fichiers)) return {Refuse(app, ErrChampInconnu, {nom}), {}};
     if (!fichier->duCabinet && app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), {}};
   }
@@ -228,8 +237,8 @@ ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques) 
   const auto nombre = [](u32 valeur) { return std::to_string(valeur); };
   app.MessageId(BoutonsOk | IconeInformation, InfoRecalcul,
                 {nombre(statistiques.NbRecettes), nombre(statistiques.NbDepenses), nombre(statistiques.NbOD),
-                 nombre(statistiques.NbPointees), nombre(statistiques.NbRemises), nombre(statistiques.NbRapprochees),
-                 nombre(statistiques.NbValidees)});
+                 nombre(statistiques.NbPointees), nombre(statistiques.NbRemises),
+                 nombre(statistiques.NbRapprochees), nombre(statistiques.NbValidees)});
   return {};
 }
 

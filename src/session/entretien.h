@@ -29,17 +29,17 @@ bool FiltreAmo(Amortissement& rec);
 
 /// One row of the list of files, in the order in which they are rebuilt.
 struct FichierReconstructible {
-  unsigned libelle;   ///< text number: "Journal (journal.dat)"
-  const char* nom;    ///< store name: "JOURNAL"
-  bool duCabinet;     ///< shared by all exercices of the practice
+  unsigned libelle;  ///< text number: "Journal (journal.dat)"
+  const char* nom;   ///< store name: "JOURNAL"
+  bool duCabinet;    ///< shared by all exercices of the practice
 };
 std::span<const FichierReconstructible> FichiersReconstructibles();
 
 /// Outcome of a maintenance. A refusal has been told to `CFenlorApp::Boite`.
 struct ResultatEntretien {
-  unsigned erreur = 0;   ///< number of the message or of the question answered no; 0: done
-  std::string texte;     ///< the message, Windows-1252
-  bool arrete = false;   ///< the user stopped it
+  unsigned erreur = 0;  ///< number of the message or of the question answered no; 0: done
+  std::string texte;    ///< the message, Windows-1252
+  bool arrete = false;  ///< the user stopped it
   explicit operator bool() const { return erreur == 0; }
 };
 

@@ -1,7 +1,9 @@
 #include "session/verification.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <string_view>
 #include <vector>
@@ -66,18 +68,25 @@ class FichierOuvert {
 /// The pairs of totals of an account, Franc then Euro.
 enum Total { TotalPerso, TotalTva, TotalCredit, TotalDebit, TotalRappCredit, TotalRappDebit, NbTotaux };
 
+/// By offset: the fields of a packed record are not aligned.
 struct ChampTotal {
   const char* nom;
-  f64 Plan::*champ[2];
+  std::size_t offset[2];
 };
 constexpr ChampTotal champs[NbTotaux] = {
-    {"la part personnelle", {&Plan::PersoFranc, &Plan::PersoEuro}},
-    {"la T.V.A.", {&Plan::TVAFranc, &Plan::TVAEuro}},
-    {"le crédit", {&Plan::CreditFranc, &Plan::CreditEuro}},
-    {"le débit", {&Plan::DebitFranc, &Plan::DebitEuro}},
-    {"le crédit rapproché", {&Plan::RappCreditFranc, &Plan::RappCreditEuro}},
-    {"le débit rapproché", {&Plan::RappDebitFranc, &Plan::RappDebitEuro}},
+    {"la part personnelle", {offsetof(Plan, PersoFranc), offsetof(Plan, PersoEuro)}},
+    {"la T.V.A.", {offsetof(Plan, TVAFranc), offsetof(Plan, TVAEuro)}},
+    {"le crédit", {offsetof(Plan, CreditFranc), offsetof(Plan, CreditEuro)}},
+    {"le débit", {offsetof(Plan, DebitFranc), offsetof(Plan, DebitEuro)}},
+    {"le crédit rapproché", {offsetof(Plan, RappCreditFranc), offsetof(Plan, RappCreditEuro)}},
+    {"le débit rapproché", {offsetof(Plan, RappDebitFranc), offsetof(Plan, RappDebitEuro)}},
 };
+
+f64 LitTotal(const Plan& plan, int total, int monnaie) {
+  f64 valeur;
+  std::memcpy(&valeur, reinterpret_cast<const char*>(&plan) + champs[total].offset[monnaie], sizeof valeur);
+  return valeur;
+}
 
 struct Compte {
   i16 type = 0;
@@ -87,7 +96,8 @@ struct Compte {
 
 class Verification {
  public:
-  Verification(CFenlorApp& app, const RappelConstat& constat) : m_app(app), m_magasin(app.Magasin), m_constat(constat) {}
+  Verification(CFenlorApp& app, const RappelConstat& constat)
+      : m_app(app), m_magasin(app.Magasin), m_constat(constat) {}
 
   u32 Execute();
 
@@ -169,7 +179,8 @@ void Verification::LitComptes() {
     Compte compte;
     compte.type = plan.Type;
     for (int total = 0; total < NbTotaux; ++total)
-      for (const int monnaie : {enFranc, enEuro}) compte.enregistre[total][monnaie] = plan.*champs[total].champ[monnaie];
+      for (const int monnaie : {enFranc, enEuro})
+        compte.enregistre[total][monnaie] = LitTotal(plan, total, monnaie);
     m_comptes.insert_or_assign(LitTexte(plan.Compte), compte);
     return true;
   });
@@ -192,7 +203,8 @@ void Verification::AdditionneLignes() {
     if (ligne.Rapprochee) ajoute(compte, credit ? TotalRappCredit : TotalRappDebit, franc, euro);
     if (ligne.Role != RolePerso && ligne.Role != RoleTva) return true;
     const int signe = credit ? 1 : -1;
-    ajoute(LitTexte(ligne.ComptePrincipal), ligne.Role == RolePerso ? TotalPerso : TotalTva, signe * franc, signe * euro);
+    ajoute(LitTexte(ligne.ComptePrincipal), ligne.Role == RolePerso ? TotalPerso : TotalTva, signe * franc,
+           signe * euro);
     return true;
   });
 }
@@ -203,11 +215,14 @@ void Verification::CompareTotaux() {
     for (int total = 0; total < NbTotaux; ++total) {
       for (const int monnaie : {enFranc, enEuro}) {
         const f64 enregistre = compte.enregistre[total][monnaie];
-        const i64 calcule = partage || (total != TotalPerso && total != TotalTva) ? compte.calcule[total][monnaie] : 0;
+        const i64 calcule =
+            partage || (total != TotalPerso && total != TotalTva) ? compte.calcule[total][monnaie] : 0;
         if (EstMontant(enregistre) && EnCentimes(enregistre) == calcule) continue;
         Constate("Compte %s : %s en %s est de %s au lieu de %s.",
-                 {Court(numero), DepuisUtf8(champs[total].nom).value_or(""), monnaie == enEuro ? "euros" : "francs",
-                  EstMontant(enregistre) ? TexteCentimes(EnCentimes(enregistre)) : "(illisible)", TexteCentimes(calcule)});
+                 {Court(numero), DepuisUtf8(champs[total].nom).value_or(""),
+                  monnaie == enEuro ? "euros" : "francs",
+                  EstMontant(enregistre) ? TexteCentimes(EnCentimes(enregistre)) : "(illisible)",
+                  TexteCentimes(calcule)});
       }
     }
   }
@@ -216,7 +231,8 @@ void Verification::CompareTotaux() {
 void Verification::VerifieEcritures() {
   const u16 numCle = static_cast<u16>(DefinitionFichierNumero(FichierJournal)->premiereCle + 4);
   std::string cle;
-  for (Position position = m_magasin.QVFirstKey(numCle, cle); position != 0; position = m_magasin.QVNextKey(numCle, cle)) {
+  for (Position position = m_magasin.QVFirstKey(numCle, cle); position != 0;
+       position = m_magasin.QVNextKey(numCle, cle)) {
     Line ligne;
     if (!m_magasin.ReadLines(m_app.PathExercice, position, ligne)) {
       Constate("Journal : la ligne d'emplacement %s ne se lit pas.", {std::to_string(position)});
@@ -235,7 +251,8 @@ void Verification::VerifieEcriture() {
   VerifieAccord();
   for (std::size_t i = 0; i < m_lignes.size(); ++i) {
     if (m_lignes[i].Rang == i) continue;
-    ConstateEcriture("les rangs de ses lignes ne se suivent pas de 0 à %s.", {std::to_string(m_lignes.size() - 1)});
+    ConstateEcriture("les rangs de ses lignes ne se suivent pas de 0 à %s.",
+                     {std::to_string(m_lignes.size() - 1)});
     break;
   }
   if (!IsDateOk(m_lignes.front().Date)) ConstateEcriture("cette date n'existe pas.");
@@ -300,10 +317,10 @@ void Verification::VerifieLigne(const Line& ligne) {
 bool Verification::ConvertieParLigne() const {
   for (const Line& ligne : m_lignes) {
     const f64 taux = m_magasin.GetTauxEuro(ligne.DateLigne);
-    const bool juste =
-        ligne.SaisieEuro
-            ? EnCentimes(QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro)) == EnCentimes(ligne.MontantFranc)
-            : EnCentimes(QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc)) == EnCentimes(ligne.MontantEuro);
+    const bool juste = ligne.SaisieEuro ? EnCentimes(QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro)) ==
+                                              EnCentimes(ligne.MontantFranc)
+                                        : EnCentimes(QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc)) ==
+                                              EnCentimes(ligne.MontantEuro);
     if (!juste) return false;
   }
   return true;
@@ -324,6 +341,8 @@ void Verification::VerifieEquilibre(int monnaie) {
 
 }  // namespace
 
-u32 VerifieExercice(CFenlorApp& app, const RappelConstat& constat) { return Verification(app, constat).Execute(); }
+u32 VerifieExercice(CFenlorApp& app, const RappelConstat& constat) {
+  return Verification(app, constat).Execute();
+}
 
 }  // namespace fenlor

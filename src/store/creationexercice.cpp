@@ -10,6 +10,7 @@
 // directory aside ("2003.supprime~") and removes it.
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 #include "store/cumuls.h"
 #include "store/definitions.h"
@@ -93,12 +94,11 @@ bool LitTextes(Systeme& systeme, const std::string& chemin, std::string& textes,
   return code == 0;
 }
 
-bool EcritTextes(Systeme& systeme, const std::string& chemin, const std::string& textes, int& code) {
+void EcritTextes(Systeme& systeme, const std::string& chemin, const std::string& textes, int& code) {
   std::unique_ptr<Fichier> fichier;
   code = systeme.Ouvre(chemin, Systeme::Creation, fichier);
   if (code == 0) code = fichier->Ecrit(textes.data(), textes.size(), 0);
   if (code == 0) code = fichier->Synchronise();
-  return code == 0;
 }
 
 /// Reads all records of an open file.
@@ -123,23 +123,30 @@ void ReporteCompte(Plan& compte, bool soldes) {
   PoseCumuls(compte, Cumuls());
 }
 
+template <class Rec>
+bool LitFichierEntier(QVAPI& magasin, EtatQVAPI& etat, u16 numero, const std::string& dossier, std::vector<Rec>& recs) {
+  if (!OuvreFichier(etat, numero, dossier)) return false;
+  const bool lu = LitTout(magasin, numero, recs);
+  const int erreur = etat.moteur->Erreur();
+  FermeFichier(etat, numero);
+  return lu || etat.Refuse(erreur);
+}
+
 /// Takes over accounts, headings and labels of the exercice `nom`.
 bool ContenuExercice(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, bool soldes, Contenu& contenu) {
-  if (!EssaieFichiers(magasin, etat, nom)) return false;
-  const std::string dossier = magasin.CheminExercice(nom);
+  if (!EssaieFichiers(etat, nom)) return false;
+  const std::string dossier = Joint(etat.pathCabinet, nom);
   EmpruntFichiers emprunt(etat);
-  const u32 comptes = magasin.OpenPlan(dossier);
-  bool lu = comptes != 0 && LitTout(magasin, FichierComptes, contenu.comptes);
-  const u32 rubriques = lu ? magasin.OpenRubriques(dossier) : 0;
-  lu = rubriques != 0 && LitTout(magasin, FichierRubriques, contenu.rubriques);
-  int code = lu ? 0 : magasin.QVFileErrorCode();
-  if (comptes != 0) magasin.ClosePlan(comptes);
-  if (rubriques != 0) magasin.CloseRubriques(rubriques);
-  if (!lu || !LitTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code))
+  if (!LitFichierEntier(magasin, etat, FichierComptes, dossier, contenu.comptes) ||
+      !LitFichierEntier(magasin, etat, FichierRubriques, dossier, contenu.rubriques))
+    return RefuseDit(magasin, etat, magasin.QVFileErrorCode());
+  int code = 0;
+  if (!LitTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code))
     return RefuseDit(magasin, etat, code);
   for (Plan& compte : contenu.comptes) ReporteCompte(compte, soldes);
   for (Rubrique& rubrique : contenu.rubriques) rubrique.ManuelFranc = rubrique.ManuelEuro = 0;
-  const std::string affichage = etat.reglages->Lit(nom, "AFFICHERDOUBLE");
+  const std::string affichage = LitReglage(etat, nom, "AFFICHERDOUBLE", code);
+  if (code != 0) return RefuseDit(magasin, etat, code);
   if (!affichage.empty()) contenu.afficherDouble = affichage;
   return true;
 }
@@ -168,26 +175,29 @@ bool AjouteTout(Moteur& moteur, u16 fichier, const std::vector<Rec>& recs) {
   return true;
 }
 
+bool CreeFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier) {
+  const DefinitionFichier& definition = *DefinitionFichierNumero(numero);
+  const std::string base = Joint(dossier, definition.nom);
+  if (!etat.moteur->CreeDat(numero, base + ".dat", definition.taille)) return false;
+  return etat.moteur->CreeIdx(definition.premiereCle, base + ".idx", definition.doubles[0]);
+}
+
+bool RemplitFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier, const Contenu& contenu) {
+  for (const u16 numero : FichiersExercice)
+    if (!CreeFichier(etat, numero, dossier)) return false;
+  QVAPI::Unite unite(magasin);
+  return AjouteTout(*etat.moteur, FichierComptes, contenu.comptes) &&
+         AjouteTout(*etat.moteur, FichierRubriques, contenu.rubriques) && unite.Valide();
+}
+
 /// Makes the files of an exercice in an empty directory.
 bool RemplitDossier(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier, const Contenu& contenu) {
   EmpruntFichiers emprunt(etat);
-  const u32 comptes = magasin.OpenPlan(dossier);
-  const u32 rubriques = comptes != 0 ? magasin.OpenRubriques(dossier) : 0;
-  const u32 journal = rubriques != 0 ? magasin.OpenJournal(dossier) : 0;
-  const u32 banques = journal != 0 ? magasin.OpenBanques(dossier) : 0;
-  bool fait = banques != 0;
-  if (fait) {
-    QVAPI::Unite unite(magasin);
-    fait = AjouteTout(*etat.moteur, FichierComptes, contenu.comptes) &&
-           AjouteTout(*etat.moteur, FichierRubriques, contenu.rubriques) && unite.Valide();
-  }
-  int code = fait ? 0 : magasin.QVFileErrorCode();
-  if (comptes != 0) magasin.ClosePlan(comptes);
-  if (rubriques != 0) magasin.CloseRubriques(rubriques);
-  if (journal != 0) magasin.CloseJournal(journal);
-  if (banques != 0) magasin.CloseBanques(banques);
-  if (fait) fait = EcritTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code);
-  if (fait) code = etat.systeme->SynchroniseDossier(dossier);
+  const bool fait = RemplitFichiers(magasin, etat, dossier, contenu);
+  int code = fait ? 0 : etat.moteur->Erreur();
+  for (const u16 numero : FichiersExercice) FermeFichier(etat, numero);
+  if (fait) EcritTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code);
+  if (code == 0) code = etat.systeme->SynchroniseDossier(dossier);
   return code == 0 || etat.Refuse(code);
 }
 
@@ -214,6 +224,8 @@ class DossierEnCours {
       if (!m_etat.reglages->Ecrit(m_nom, CleRemplacement, std::string("Oui"))) code = m_etat.reglages->Erreur();
       if (code == 0) code = systeme.Renomme(m_dossier, CheminCote(m_etat, m_nom, SuffixeRemplace));
       if (code == ENOENT) code = 0;
+      // The old books have their other name for good before a new directory takes this one.
+      if (code == 0) code = systeme.SynchroniseDossier(m_etat.pathCabinet);
     } else {
       code = OteRestes(systeme, m_dossier);
     }
@@ -239,12 +251,12 @@ class DossierEnCours {
 
 /// Exercice whose content a new one takes over: the one that ends last before it
 /// begins, whose balances are carried over; else the one that ends last.
-std::string Source(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date debut, bool& soldes) {
+std::string Source(EtatQVAPI& etat, const std::string& nom, Date debut, bool& soldes, int& erreur) {
   std::string precedent, dernier;
   Date finPrecedent = 0, finDernier = 0;
-  for (const std::string& autre : magasin.ListeExercices()) {
+  for (const std::string& autre : LitNoms(etat, erreur)) {
     if (CompareSansCasse(autre, nom) == 0) continue;
-    const Date fin = LitPeriode(etat, autre).fin;
+    const Date fin = LitPeriode(etat, autre, erreur).fin;
     if (fin >= finDernier) {
       finDernier = fin;
       dernier = autre;
@@ -258,11 +270,11 @@ std::string Source(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date
   return soldes ? precedent : dernier;
 }
 
-std::string ListeAvec(QVAPI& magasin, const std::string& sans, const std::string& avec) {
+std::string ListeAvec(EtatQVAPI& etat, const std::string& sans, const std::string& avec, int& erreur) {
   std::string liste;
   bool place = avec.empty();
   const auto ajoute = [&](const std::string& nom) { liste += (liste.empty() ? "" : ",") + nom; };
-  for (const std::string& nom : magasin.ListeExercices()) {
+  for (const std::string& nom : LitNoms(etat, erreur)) {
     if (CompareSansCasse(nom, sans) != 0) {
       ajoute(nom);
     } else if (!place) {
@@ -275,9 +287,9 @@ std::string ListeAvec(QVAPI& magasin, const std::string& sans, const std::string
 }
 
 /// All settings of a new exercice, written in one replacement of the file.
-bool EcritReglages(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date debut, Date fin, bool euro, bool tva,
+bool EcritReglages(EtatQVAPI& etat, const std::string& nom, Date debut, Date fin, bool euro, bool tva,
                    const Contenu& contenu) {
-  Profil& reglages = *etat.reglages;
+  int erreur = 0;
   std::vector<Profil::Changement> changements;
   for (const std::string& cle : ClesExercice()) changements.push_back({nom, cle, std::nullopt});
   changements.push_back({nom, CleRemplacement, std::nullopt});
@@ -292,35 +304,39 @@ bool EcritReglages(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date
   defauts.push_back({"2035", "Résultat"_w, "33, 47"});
   defauts.push_back({"2035", "T.V.A.", "48, 52"});
   for (const Profil::Changement& defaut : defauts)
-    if (reglages.Lit(defaut.section, defaut.cle).empty()) changements.push_back(defaut);
-  changements.push_back({"Activite", "Exercices", ListeAvec(magasin, nom, nom)});
-  return reglages.Ecrit(changements) || etat.Refuse(reglages.Erreur());
+    if (LitReglage(etat, defaut.section, defaut.cle, erreur).empty()) changements.push_back(defaut);
+  changements.push_back({"Activite", "Exercices", ListeAvec(etat, nom, nom, erreur)});
+  if (erreur != 0) return etat.Refuse(erreur);
+  return etat.reglages->Ecrit(changements) || etat.Refuse(etat.reglages->Erreur());
 }
 
-bool ChercheConflit(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, Date debut, Date fin) {
-  for (const std::string& autre : magasin.ListeExercices()) {
+/// Exercice whose period overlaps; empty when none does.
+std::string Conflit(EtatQVAPI& etat, const std::string& nom, Date debut, Date fin, int& erreur) {
+  for (const std::string& autre : LitNoms(etat, erreur)) {
     if (CompareSansCasse(autre, nom) == 0) continue;
-    const PeriodeExercice periode = LitPeriode(etat, autre);
-    if (periode.Connue() && debut <= periode.fin && fin >= periode.debut)
-      return RefuseDit(etat, ErrConflit, MsgConflit, "Cette période est en conflit avec l'exercice "_w + autre);
+    const PeriodeExercice periode = LitPeriode(etat, autre, erreur);
+    if (periode.Connue() && debut <= periode.fin && fin >= periode.debut) return autre;
   }
-  return true;
+  return {};
 }
 
 /// True when something stands under the name that a new exercice would destroy.
-bool Existe(EtatQVAPI& etat, const std::string& nom) {
-  if (!NomListe(etat, nom).empty() || !etat.reglages->Lit(nom, "Debut").empty()) return true;
+bool Existe(EtatQVAPI& etat, const std::string& nom, int& erreur) {
+  if (!NomListe(etat, nom, erreur).empty() || !LitReglage(etat, nom, "Debut", erreur).empty()) return true;
   Empreinte journal;
-  const std::string chemin = Joint(Joint(etat.pathCabinet, nom), "JOURNAL.dat");
-  return etat.systeme->Mesure(chemin, journal) == 0 && journal.taille > QVAPI::QVGetFirstRecPos(sizeof(Line));
+  const int rc = etat.systeme->Mesure(Joint(Joint(etat.pathCabinet, nom), "JOURNAL.dat"), journal);
+  if (rc != 0 && rc != ENOENT && rc != ENOTDIR && erreur == 0) erreur = rc;
+  return rc == 0 && journal.taille > QVAPI::QVGetFirstRecPos(sizeof(Line));
 }
 
 /// Removes an exercice's keys from its section, and the section when nothing else is in it.
-void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Changement>& changements) {
+void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Changement>& changements, int& erreur) {
   std::vector<std::string> siennes = ClesExercice();
   siennes.push_back(CleRemplacement);
   bool reste = false;
-  for (const std::string& cle : etat.reglages->Cles(nom)) {
+  const std::vector<std::string> cles = etat.reglages->Cles(nom);
+  if (erreur == 0) erreur = etat.reglages->Erreur();
+  for (const std::string& cle : cles) {
     const bool sienne = std::any_of(siennes.begin(), siennes.end(),
                                     [&](const std::string& s) { return CompareSansCasse(s, cle) == 0; });
     if (sienne)
@@ -328,37 +344,45 @@ void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Cha
     else
       reste = true;
   }
-  if (!reste && etat.reglages->Existe(nom)) changements.push_back({nom, {}, std::nullopt});
+  if (!reste) changements.push_back({nom, {}, std::nullopt});
 }
 
 }  // namespace
 
 bool AcheveExercices(EtatQVAPI& etat) {
   Systeme& systeme = *etat.systeme;
+  const auto echoue = [&](const std::string& nom, int code) {
+    return RefuseDit(etat, code, 0,
+                     "L'exercice "_w + nom + " n'a pas pu être rétabli : "_w + TexteErreurSysteme(code));
+  };
   std::vector<std::string> noms;
-  if (systeme.Liste(etat.pathCabinet, noms) != 0) return true;
+  if (const int rc = systeme.Liste(etat.pathCabinet, noms)) return etat.Refuse(rc);
   for (const std::string& nom : noms) {
     const std::size_t point = nom.find('.');
     if (point == std::string::npos) continue;
     const std::string exercice = nom.substr(0, point), suffixe = nom.substr(point);
     if (!NomExerciceCorrect(exercice) || (suffixe != SuffixeRemplace && suffixe != SuffixeSupprime)) continue;
     const std::string cote = Joint(etat.pathCabinet, nom);
-    if (suffixe == SuffixeSupprime || etat.reglages->Lit(exercice, CleRemplacement).empty()) {
+    int code = 0;
+    const bool rendu = suffixe == SuffixeRemplace && !LitReglage(etat, exercice, CleRemplacement, code).empty();
+    if (code != 0) return echoue(exercice, code);
+    if (!rendu) {
       OteDossier(systeme, cote);
       continue;
     }
     const std::string dossier = Joint(etat.pathCabinet, exercice);
-    if (!etat.moteur->Relache(dossier)) return false;
-    int code = OteRestes(systeme, dossier);
+    if (!etat.moteur->Relache(dossier)) return echoue(exercice, etat.moteur->Erreur());
+    code = OteRestes(systeme, dossier);
     if (code == 0) code = systeme.Renomme(cote, dossier);
     if (code == 0) code = systeme.SynchroniseDossier(etat.pathCabinet);
-    if (code != 0) return RefuseDit(etat, code, 0, "L'exercice "_w + exercice + " n'a pas pu être rétabli : "_w +
-                                                       TexteErreurSysteme(code));
+    if (code != 0) return echoue(exercice, code);
   }
-  for (const std::string& section : etat.reglages->Sections())
-    if (NomExerciceCorrect(section) && !etat.reglages->Lit(section, CleRemplacement).empty() &&
-        !etat.reglages->Ecrit(section, CleRemplacement, std::nullopt))
-      return etat.Refuse(etat.reglages->Erreur());
+  const std::vector<std::string> sections = etat.reglages->Sections();
+  if (etat.reglages->Erreur() != 0) return etat.Refuse(etat.reglages->Erreur());
+  for (const std::string& section : sections) {
+    if (!NomExerciceCorrect(section) || etat.reglages->Lit(section, CleRemplacement).empty()) continue;
+    if (!etat.reglages->Ecrit(section, CleRemplacement, std::nullopt)) return echoue(section, etat.reglages->Erreur());
+  }
   return true;
 }
 
@@ -372,9 +396,16 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
   if (!IsDateOk(debut) || !IsDateOk(fin) || debut >= fin)
     return RefuseDit(etat, ErrValeur, MsgPeriode,
                      "La période du "_w + StrDate(debut) + " au " + StrDate(fin) + " est incorrecte.");
-  if (!AcheveExercices(etat) || !ChercheConflit(*this, etat, nomDonne, debut, fin)) return false;
-  const std::string listee = NomListe(etat, nomDonne), nom = listee.empty() ? nomDonne : listee;
-  const bool remplace = Existe(etat, nom);
+  if (!AcheveExercices(etat)) return false;
+  int erreur = 0;
+  const std::string conflit = Conflit(etat, nomDonne, debut, fin, erreur);
+  const std::string listee = NomListe(etat, nomDonne, erreur), nom = listee.empty() ? nomDonne : listee;
+  const bool remplace = Existe(etat, nom, erreur);
+  bool soldes = false;
+  const std::string source = Source(etat, nom, debut, soldes, erreur);
+  if (erreur != 0) return RefuseDit(*this, etat, erreur);
+  if (!conflit.empty())
+    return RefuseDit(etat, ErrConflit, MsgConflit, "Cette période est en conflit avec l'exercice "_w + conflit);
   if (remplace) {
     const std::string question = "Cet exercice existe déja désirez vous le remplacer ?\n"_w;
     if (!etat.rappel || etat.rappel(EvQuestion, StyleOuiNonQuestion, question) != ReponseOui)
@@ -382,13 +413,11 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
     if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
   }
   Contenu contenu;
-  bool soldes = false;
-  const std::string source = Source(*this, etat, nom, debut, soldes);
   if (!(source.empty() ? ContenuModele(etat, contenu) : ContenuExercice(*this, etat, source, soldes, contenu)))
     return false;
   DossierEnCours dossier(etat, nom);
   if (!dossier.Prepare(remplace) || !RemplitDossier(*this, etat, dossier.Chemin(), contenu) ||
-      !EcritReglages(*this, etat, nom, debut, fin, euro, tva, contenu))
+      !EcritReglages(etat, nom, debut, fin, euro, tva, contenu))
     return RefuseDit(*this, etat, QVFileErrorCode());
   dossier.Garde();
   return true;
@@ -398,17 +427,19 @@ bool QVAPI::QVDeleteExercice(const std::string& nomDonne) {
   EtatQVAPI& etat = *m_etat;
   if (!CabinetPret(etat)) return false;
   if (etat.moteur->Profondeur() != 0) return RefuseDit(*this, etat, ErrValeur);
-  const std::string nom = NomListe(etat, nomDonne);
-  if (!NomExerciceCorrect(nom)) return RefuseDit(*this, etat, ErrValeur);
   if (!AcheveExercices(etat)) return false;
-  if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
-  const std::string dossier = CheminExercice(nom);
-  if (!etat.moteur->Relache(dossier)) return RefuseDit(*this, etat, QVFileErrorCode());
+  int erreur = 0;
+  const std::string nom = NomListe(etat, nomDonne, erreur);
   std::vector<Profil::Changement> changements;
-  OteSection(etat, nom, changements);
-  changements.push_back({"Activite", "Exercices", ListeAvec(*this, nom, {})});
-  if (CompareSansCasse(etat.reglages->Lit("Activite", "Exercice"), nom) == 0)
+  OteSection(etat, nom, changements, erreur);
+  changements.push_back({"Activite", "Exercices", ListeAvec(etat, nom, {}, erreur)});
+  if (CompareSansCasse(LitReglage(etat, "Activite", "Exercice", erreur), nom) == 0)
     changements.push_back({"Activite", "Exercice", std::string()});
+  if (erreur != 0) return RefuseDit(*this, etat, erreur);
+  if (!NomExerciceCorrect(nom)) return RefuseDit(*this, etat, ErrValeur);
+  if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
+  const std::string dossier = Joint(etat.pathCabinet, nom);
+  if (!etat.moteur->Relache(dossier)) return RefuseDit(*this, etat, QVFileErrorCode());
   if (!etat.reglages->Ecrit(changements)) return RefuseDit(*this, etat, etat.reglages->Erreur());
   // The exercice is gone; what cannot be removed now is tried again later.
   const std::string cote = CheminCote(etat, nom, SuffixeSupprime);

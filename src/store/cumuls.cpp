@@ -191,18 +191,18 @@ bool QVAPI::QVCalculCompta(const std::string& nom, Statistiques& statistiques) {
   u32 seuil = PasProgres;
   bool arret = dit(EvProgres, 0) == 3;
   const bool lu = arret || QVParcours(FichierJournal, [&](Position position, const void* rec) {
-    if (!calcul.Ligne(*static_cast<const Line*>(rec))) {
-      mauvaise = position;
-      return false;
-    }
-    if (position < seuil) return true;
-    seuil = position + PasProgres;
-    arret = dit(EvProgres, position) == 3;
-    return !arret;
-  });
+                    if (!calcul.Ligne(*static_cast<const Line*>(rec))) {
+                      mauvaise = position;
+                      return false;
+                    }
+                    if (position < seuil) return true;
+                    seuil = position + PasProgres;
+                    arret = dit(EvProgres, position) == 3;
+                    return !arret;
+                  });
   if (mauvaise) {
-    return op.Refuse(ErrEndommage,
-                     "JOURNAL : le montant de l'enregistrement "_w + std::to_string(mauvaise) + " est illisible."_w);
+    return op.Refuse(ErrEndommage, "JOURNAL : le montant de l'enregistrement "_w + std::to_string(mauvaise) +
+                                       " est illisible."_w);
   }
   if (!lu) return op.Echoue();
   if (!arret) arret = dit(EvProgres, nombre) == 3;

@@ -56,7 +56,8 @@ void ReporteLigne(const Line& ligne, int signe, Table&& table) {
   if (ligne.Rapprochee) compte.Ajoute(credit ? CumulRappCredit : CumulRappDebit, franc, euro);
   if ((ligne.Role == RolePerso || ligne.Role == RoleTva) && ligne.ComptePrincipal[0]) {
     table(ligne.ComptePrincipal)
-        .Ajoute(ligne.Role == RolePerso ? CumulPerso : CumulTva, credit ? franc : -franc, credit ? euro : -euro);
+        .Ajoute(ligne.Role == RolePerso ? CumulPerso : CumulTva, credit ? franc : -franc,
+                credit ? euro : -euro);
   }
 }
 

@@ -11,7 +11,7 @@ namespace {
 /// Treasury lines of a record; false when its ticket does not hold them.
 bool LignesTresor(const EtatQVAPI& etat, const EcrStandard& rec, std::span<const LineTresor>& tresor) {
   if (rec.NbLignesTresorerie == 0) return true;
-  const auto table = etat.lignesTresor.find(rec.LignesTresorerie);
+  const auto table = etat.lignesTresor.find(u32{rec.LignesTresorerie});
   if (table == etat.lignesTresor.end() || table->second.size() < rec.NbLignesTresorerie) return false;
   tresor = {table->second.data(), rec.NbLignesTresorerie};
   return true;
@@ -27,7 +27,8 @@ int Deplie(EtatQVAPI& etat, const EcrStandard& rec, const std::string& perso, st
 
 /// Lines of the record with their accounts; a refusal has been told.
 template <class Rec>
-bool Prepare(QVAPI& magasin, EtatQVAPI& etat, OperationEcriture& op, const Rec& rec, std::vector<Line>& lignes) {
+bool Prepare(QVAPI& magasin, EtatQVAPI& etat, OperationEcriture& op, const Rec& rec,
+             std::vector<Line>& lignes) {
   std::string perso;
   if (!rec.ComptePerso[0] && AvecPersonnel(rec)) perso = magasin.GetComptePerso();
   if (const int code = Deplie(etat, rec, perso, lignes)) return op.Refuse(code);
@@ -71,7 +72,11 @@ bool ChangeEcriture(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice
   std::vector<Position> positions;
   std::vector<Line> anciennes, nouvelles;
   if (!op || !op.LitEcriture(mouvement, positions, anciennes)) return false;
-  if (anciennes.empty() || anciennes.front().Genre == GenreOD) return op.RefuseAbsente(mouvement);
+  if (anciennes.empty()) return op.RefuseAbsente(mouvement);
+  if (anciennes.front().Genre == GenreOD) {
+    return op.Refuse(ErrEcritureAbsente,
+                     "L'écriture "_w + std::to_string(mouvement) + " est une opération diverse."_w);
+  }
   if (!Prepare(magasin, etat, op, rec, nouvelles)) return false;
   for (Line& ligne : nouvelles) ligne.Mouvement = mouvement;
   ReconduitMarques(anciennes, nouvelles);
@@ -102,7 +107,8 @@ bool RetireEcriture(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice
 
 /// Changes the lines of an entry by `change(line)`, without any effect on accounts.
 template <class Change>
-bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, u32 mouvement, Change change) {
+bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, u32 mouvement,
+                  Change change) {
   OperationEcriture op(magasin, etat, exercice, OperationEcriture::JournalSeul);
   std::vector<Position> positions;
   std::vector<Line> anciennes;
@@ -253,7 +259,8 @@ bool QVAPI::ReverseMarkMouvements(const std::string& exercice, u32 mouvement) {
 Position QVAPI::AddLines(const std::string& exercice, const Line& rec) {
   OperationEcriture op(*this, *m_etat, exercice);
   if (!op) return 0;
-  if (rec.Mouvement == 0 || rec.Journal < JournalRecettes || rec.Journal > JournalOD) return op.Refuse(ErrValeur);
+  if (rec.Mouvement == 0 || rec.Journal < JournalRecettes || rec.Journal > JournalOD)
+    return op.Refuse(ErrValeur);
   Line ligne = rec;
   ligne.Reserve0 = 0;
   if (const int code = NormaliseLigne(ligne)) return op.Refuse(code);
@@ -390,14 +397,15 @@ bool QVAPI::GetEcrLineTresor(u32 indice, const EcrStandard& rec, LineTresor& lig
 
 bool QVAPI::SetEcrLineTresor(u32 indice, EcrStandard& rec, const LineTresor& ligne) {
   std::span<const LineTresor> tresor;
-  if (indice > rec.NbLignesTresorerie || !LignesTresor(*m_etat, rec, tresor)) return m_etat->Refuse(ErrValeur);
+  if (indice > rec.NbLignesTresorerie || !LignesTresor(*m_etat, rec, tresor))
+    return m_etat->Refuse(ErrValeur);
   if (rec.LignesTresorerie == 0) {
     while (m_etat->prochainTicket == 0 || m_etat->lignesTresor.contains(m_etat->prochainTicket)) {
       ++m_etat->prochainTicket;
     }
     rec.LignesTresorerie = m_etat->prochainTicket++;
   }
-  std::vector<LineTresor>& table = m_etat->lignesTresor[rec.LignesTresorerie];
+  std::vector<LineTresor>& table = m_etat->lignesTresor[u32{rec.LignesTresorerie}];
   if (indice < rec.NbLignesTresorerie) {
     table[indice] = ligne;
     return true;
@@ -409,7 +417,7 @@ bool QVAPI::SetEcrLineTresor(u32 indice, EcrStandard& rec, const LineTresor& lig
 }
 
 void QVAPI::LibereLignes(EcrStandard& rec) {
-  m_etat->lignesTresor.erase(rec.LignesTresorerie);
+  m_etat->lignesTresor.erase(u32{rec.LignesTresorerie});
   rec.LignesTresorerie = 0;
   rec.NbLignesTresorerie = 0;
 }

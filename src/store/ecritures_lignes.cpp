@@ -211,7 +211,8 @@ int NormaliseLigne(Line& ligne) {
 
 void ReconduitMarques(const std::vector<Line>& anciennes, std::vector<Line>& nouvelles) {
   std::vector<char> prises(anciennes.size(), 0);
-  const u32 pointee = std::any_of(anciennes.begin(), anciennes.end(), [](const Line& l) { return l.Pointee != 0; });
+  const u32 pointee =
+      std::any_of(anciennes.begin(), anciennes.end(), [](const Line& l) { return l.Pointee != 0; });
   for (Line& nouvelle : nouvelles) {
     const Line* source = nullptr;
     for (std::size_t i = 0; i < anciennes.size() && !source; ++i) {

@@ -46,6 +46,7 @@ OperationEcriture::OperationEcriture(QVAPI& magasin, EtatQVAPI& etat, const std:
       !Ouvre(FichierComptes, DossierDe(journal), &QVAPI::OpenPlan, m_comptes)) {
     return;
   }
+  if (etat.cheminCompteurs != journal) etat.derniereLigneLue = 0;
   if (m_journal || etat.annulationsVues != moteur().NbAnnulations() || etat.cheminCompteurs != journal) {
     etat.OublieCompteurs();
     etat.annulationsVues = moteur().NbAnnulations();
@@ -60,8 +61,8 @@ OperationEcriture::~OperationEcriture() {
   if (m_code) m_etat.Refuse(m_code);
 }
 
-bool OperationEcriture::Ouvre(u16 numero, const std::string& dossier,
-                              u32 (QVAPI::*ouvre)(const std::string&), u32& poignee) {
+bool OperationEcriture::Ouvre(u16 numero, const std::string& dossier, u32 (QVAPI::*ouvre)(const std::string&),
+                              u32& poignee) {
   const std::string chemin = moteur().CheminOuvert(numero);
   if (!chemin.empty()) {
     if (dossier.empty() || SansBarreFinale(dossier) == SansBarreFinale(DossierDe(chemin))) return true;
@@ -97,7 +98,8 @@ bool OperationEcriture::TrouveCompte(const char* compte, Position& position) {
   Position& connue = m_etat.positionsComptes[numero];
   if (connue && connue <= moteur().NombreEmplacements(FichierComptes)) {
     const Plan* plan = VuePlan(connue);
-    if (plan && numero.compare(0, std::string::npos, plan->Compte, strnlen(plan->Compte, sizeof plan->Compte)) == 0) {
+    if (plan &&
+        numero.compare(0, std::string::npos, plan->Compte, strnlen(plan->Compte, sizeof plan->Compte)) == 0) {
       position = connue;
       return true;
     }
@@ -121,8 +123,9 @@ bool OperationEcriture::CompleteCompte(Line& ligne, bool designation) {
   const Plan* plan = position ? VuePlan(position) : nullptr;
   if (!plan) {
     const std::string numero = LitTexte(ligne.Compte);
-    return Refuse(ErrCompteAbsent, numero.empty() ? "Une ligne de l'écriture n'a pas de compte."_w
-                                                  : "Le compte "_w + numero + " n'existe pas dans le plan comptable."_w);
+    return Refuse(ErrCompteAbsent, numero.empty()
+                                       ? "Une ligne de l'écriture n'a pas de compte."_w
+                                       : "Le compte "_w + numero + " n'existe pas dans le plan comptable."_w);
   }
   ligne.TypeCompte = plan->Type;
   if (designation) std::memcpy(ligne.Designation, plan->Designation, sizeof ligne.Designation);
@@ -141,7 +144,8 @@ bool OperationEcriture::LitPositions(u32 mouvement, std::vector<Position>& posit
   return position || moteur().Erreur() == ErrAucune || moteur().Erreur() == ErrCleAbsente || Echoue();
 }
 
-bool OperationEcriture::LitEcriture(u32 mouvement, std::vector<Position>& positions, std::vector<Line>& lignes) {
+bool OperationEcriture::LitEcriture(u32 mouvement, std::vector<Position>& positions,
+                                    std::vector<Line>& lignes) {
   lignes.clear();
   if (!LitPositions(mouvement, positions)) return false;
   lignes.reserve(positions.size());
@@ -164,8 +168,9 @@ Position OperationEcriture::AjouteLigne(const Line& ligne, EffetsComptes& effets
   return position;
 }
 
-bool OperationEcriture::RemplaceLignes(const std::vector<Position>& positions, const std::vector<Line>& anciennes,
-                                       const std::vector<Line>& nouvelles, EffetsComptes& effets) {
+bool OperationEcriture::RemplaceLignes(const std::vector<Position>& positions,
+                                       const std::vector<Line>& anciennes, const std::vector<Line>& nouvelles,
+                                       EffetsComptes& effets) {
   for (const Line& ligne : anciennes) effets.Retire(ligne);
   for (const Line& ligne : nouvelles) effets.Ajoute(ligne);
   const std::size_t communes = std::min(anciennes.size(), nouvelles.size());
@@ -254,7 +259,8 @@ bool OperationEcriture::DerniereLigne(u16 journal, Date date, u32& ligne) {
     return true;
   }
   moteur().PoseErreur(ErrAucune);
-  const std::string debut = MakeJournalKey1(journal, FaitDate(0, Mois(date), Annee(date)), 0, 0, "", 0).substr(0, 7);
+  const std::string debut =
+      MakeJournalKey1(journal, FaitDate(0, Mois(date), Annee(date)), 0, 0, "", 0).substr(0, 7);
   std::string cle = debut;
   u32 plusHaute = 0;
   Position position = moteur().Borne(CleJournalDate, cle);
@@ -270,10 +276,12 @@ bool OperationEcriture::DerniereLigne(u16 journal, Date date, u32& ligne) {
 }
 
 void OperationEcriture::CompteAjout(const Line& ligne) {
-  if (m_etat.dernierMouvementConnu) m_etat.dernierMouvement = std::max(m_etat.dernierMouvement, u32{ligne.Mouvement});
+  if (m_etat.dernierMouvementConnu)
+    m_etat.dernierMouvement = std::max(m_etat.dernierMouvement, u32{ligne.Mouvement});
   const auto mois = m_etat.derniereLigne.find(MoisDe(static_cast<u16>(ligne.Journal), ligne.Date));
   if (mois != m_etat.derniereLigne.end()) mois->second = std::max(mois->second, u32{ligne.Ligne});
-  if (m_etat.mouvementRang == ligne.Mouvement) m_etat.prochainRang = std::max(m_etat.prochainRang, u32{ligne.Rang} + 1);
+  if (m_etat.mouvementRang == ligne.Mouvement)
+    m_etat.prochainRang = std::max(m_etat.prochainRang, u32{ligne.Rang} + 1);
 }
 
 void OperationEcriture::CompteRetrait(const Line& ligne, bool entreeReste) {

@@ -12,26 +12,9 @@ namespace fenlor {
 
 namespace {
 
-struct Famille {
-  u16 numero;
-  u32 (QVAPI::*ouvre)(const std::string&);
-  bool (QVAPI::*ferme)(u32);
-};
-constexpr Famille Familles[] = {{FichierComptes, &QVAPI::OpenPlan, &QVAPI::ClosePlan},
-                                {FichierJournal, &QVAPI::OpenJournal, &QVAPI::CloseJournal},
-                                {FichierRubriques, &QVAPI::OpenRubriques, &QVAPI::CloseRubriques},
-                                {FichierBanques, &QVAPI::OpenBanques, &QVAPI::CloseBanques}};
-
 std::string SansBlancs(const std::string& texte) {
   const std::size_t debut = texte.find_first_not_of(" \t");
   return debut == std::string::npos ? std::string() : texte.substr(debut, texte.find_last_not_of(" \t") - debut + 1);
-}
-
-void OublieExercice(EtatQVAPI& etat) {
-  etat.nomExercice.clear();
-  etat.pathExercice.clear();
-  etat.OublieCompteurs();
-  etat.positionsComptes.clear();
 }
 
 }  // namespace
@@ -42,17 +25,32 @@ bool NomExerciceCorrect(const std::string& nom) {
   });
 }
 
-std::string NomListe(EtatQVAPI& etat, const std::string& nom) {
-  const std::string liste = etat.reglages->Lit("Activite", "Exercices") + ',';
+std::string LitReglage(EtatQVAPI& etat, const std::string& section, const std::string& cle, int& erreur) {
+  std::string valeur = etat.reglages->Lit(section, cle);
+  if (erreur == 0) erreur = etat.reglages->Erreur();
+  return valeur;
+}
+
+std::vector<std::string> LitNoms(EtatQVAPI& etat, int& erreur) {
+  std::vector<std::string> noms;
+  const std::string liste = LitReglage(etat, "Activite", "Exercices", erreur) + ',';
   for (std::size_t debut = 0, fin; (fin = liste.find(',', debut)) != std::string::npos; debut = fin + 1) {
-    const std::string element = SansBlancs(liste.substr(debut, fin - debut));
-    if (!element.empty() && CompareSansCasse(element, nom) == 0) return element;
+    const std::string nom = SansBlancs(liste.substr(debut, fin - debut));
+    const bool deja = std::any_of(noms.begin(), noms.end(),
+                                  [&](const std::string& autre) { return CompareSansCasse(autre, nom) == 0; });
+    if (!nom.empty() && !deja) noms.push_back(nom);
   }
+  return noms;
+}
+
+std::string NomListe(EtatQVAPI& etat, const std::string& nom, int& erreur) {
+  for (const std::string& autre : LitNoms(etat, erreur))
+    if (CompareSansCasse(autre, nom) == 0) return autre;
   return {};
 }
 
-PeriodeExercice LitPeriode(EtatQVAPI& etat, const std::string& nom) {
-  PeriodeExercice p{GetDate(etat.reglages->Lit(nom, "Debut")), GetDate(etat.reglages->Lit(nom, "Fin"))};
+PeriodeExercice LitPeriode(EtatQVAPI& etat, const std::string& nom, int& erreur) {
+  PeriodeExercice p{GetDate(LitReglage(etat, nom, "Debut", erreur)), GetDate(LitReglage(etat, nom, "Fin", erreur))};
   if (!IsDateOk(p.debut) || p.fin == 0) return {};
   if (p.fin <= p.debut) p.fin = PrevDate(DecaleAnnees(p.debut, 1));
   return p;
@@ -78,46 +76,52 @@ bool RefuseDit(EtatQVAPI& etat, int code, u32 numero, const std::string& texte) 
 }
 
 bool CabinetPret(EtatQVAPI& etat) {
-  if (!etat.moteur || !etat.moteur->EstOuvert() || !etat.reglages) return etat.Refuse(ErrPasOuvert);
+  if (!etat.moteur->EstOuvert() || !etat.reglages) return etat.Refuse(ErrPasOuvert);
   etat.reglages->Existe("Activite");
   if (etat.reglages->Erreur() == 0) return true;
   return RefuseDit(etat, etat.reglages->Erreur(), MsgOuvertureImpossible,
                    "Ouverture fichier (" + etat.reglages->Chemin() + ") impossible");
 }
 
-bool EssaieFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom) {
-  const std::string dossier = magasin.CheminExercice(nom);
+bool OuvreFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier) {
+  const DefinitionFichier& definition = *DefinitionFichierNumero(numero);
+  const std::string base = Joint(dossier, definition.nom);
+  if (!etat.moteur->Ouvre(numero, base + ".dat")) return false;
+  if (etat.moteur->Ouvre(definition.premiereCle, base + ".idx")) return true;
+  const int erreur = etat.moteur->Erreur();
+  etat.moteur->Ferme(numero);
+  return etat.Refuse(erreur);
+}
+
+void FermeFichier(EtatQVAPI& etat, u16 numero) {
+  etat.moteur->Ferme(DefinitionFichierNumero(numero)->premiereCle);
+  etat.moteur->Ferme(numero);
+}
+
+bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
   EmpruntFichiers emprunt(etat);
-  for (const Famille& famille : Familles) {
-    const std::string fichier = std::string(DefinitionFichierNumero(famille.numero)->nom) + ".dat";
-    // A family creates what is missing: books would come back empty.
-    Empreinte empreinte;
-    int code = etat.systeme->Mesure(Joint(dossier, fichier), empreinte);
-    if (code == 0) {
-      if (const u32 poignee = (magasin.*famille.ouvre)(dossier)) {
-        (magasin.*famille.ferme)(poignee);
-        continue;
-      }
-      code = magasin.QVFileErrorCode();
+  for (const u16 numero : FichiersExercice) {
+    if (OuvreFichier(etat, numero, Joint(etat.pathCabinet, nom))) {
+      FermeFichier(etat, numero);
+      continue;
     }
-    const std::string relatif = Joint(nom, fichier);
+    const int code = etat.moteur->Erreur();
+    const std::string relatif = Joint(nom, DefinitionFichierNumero(numero)->nom) + ".dat";
     if (code == ErrEndommage || code == ErrFormat)
-      return RefuseDit(etat, code, MsgFichierEndommage,
-                       "Fichier (" + relatif + ") endommagé\nIndexation recommandé."_w);
+      return RefuseDit(etat, code, MsgFichierEndommage, "Fichier (" + relatif + ") endommagé\nIndexation recommandé."_w);
     return RefuseDit(etat, code, MsgOuvertureImpossible, "Ouverture fichier (" + relatif + ") impossible");
   }
   return true;
 }
 
 EmpruntFichiers::EmpruntFichiers(EtatQVAPI& etat) : m_etat(etat) {
-  for (const Famille& famille : Familles) {
-    const std::string chemin = etat.moteur->CheminOuvert(famille.numero);
+  for (const u16 numero : FichiersExercice) {
+    const std::string chemin = etat.moteur->CheminOuvert(numero);
     if (chemin.empty()) continue;
-    const u16 cle = DefinitionFichierNumero(famille.numero)->premiereCle;
-    const bool cles = etat.moteur->Ferme(cle);
-    etat.moteur->Ferme(famille.numero);
-    m_pretes[famille.numero] = {chemin, cles, etat.ouvertures[famille.numero]};
-    etat.ouvertures[famille.numero] = 0;
+    const bool cles = etat.moteur->Ferme(DefinitionFichierNumero(numero)->premiereCle);
+    etat.moteur->Ferme(numero);
+    m_pretes[numero] = {DossierDe(chemin), cles, etat.ouvertures[numero]};
+    etat.ouvertures[numero] = 0;
   }
 }
 
@@ -125,37 +129,27 @@ EmpruntFichiers::~EmpruntFichiers() {
   if (m_pretes.empty()) return;
   const int erreur = m_etat.moteur->Erreur();
   for (const auto& [numero, prete] : m_pretes) {
-    bool ouvert = m_etat.moteur->Ouvre(numero, prete.chemin);
-    if (ouvert && prete.cles) {
-      const u16 cle = DefinitionFichierNumero(numero)->premiereCle;
-      ouvert = m_etat.moteur->Ouvre(cle, prete.chemin.substr(0, prete.chemin.size() - 4) + ".idx");
-    }
+    const bool ouvert = OuvreFichier(m_etat, numero, prete.dossier);
+    if (ouvert && !prete.cles) m_etat.moteur->Ferme(DefinitionFichierNumero(numero)->premiereCle);
     m_etat.ouvertures[numero] = ouvert ? prete.ouvertures : 0;
   }
   m_etat.OublieCompteurs();
-  if (erreur != 0) m_etat.moteur->PoseErreur(erreur);
+  m_etat.moteur->PoseErreur(erreur);
 }
 
 u32 QVAPI::GetExercicesRec() { return static_cast<u32>(ListeExercices().size()); }
 
 std::vector<std::string> QVAPI::ListeExercices() {
-  std::vector<std::string> noms;
-  if (!m_etat->reglages) return noms;
-  const std::string liste = m_etat->reglages->Lit("Activite", "Exercices") + ',';
-  for (std::size_t debut = 0, fin; (fin = liste.find(',', debut)) != std::string::npos; debut = fin + 1) {
-    const std::string nom = SansBlancs(liste.substr(debut, fin - debut));
-    const bool deja = std::any_of(noms.begin(), noms.end(),
-                                  [&](const std::string& autre) { return CompareSansCasse(autre, nom) == 0; });
-    if (!nom.empty() && !deja) noms.push_back(nom);
-  }
-  return noms;
+  int erreur = 0;
+  return m_etat->reglages ? LitNoms(*m_etat, erreur) : std::vector<std::string>();
 }
 
 std::string QVAPI::GetLastExercice() {
   std::string dernier;
   Date fin = 0;
+  int erreur = 0;
   for (const std::string& nom : ListeExercices()) {
-    const Date finNom = LitPeriode(*m_etat, nom).fin;
+    const Date finNom = LitPeriode(*m_etat, nom, erreur).fin;
     if (finNom < fin) continue;
     fin = finNom;
     dernier = nom;
@@ -167,7 +161,8 @@ const std::string& QVAPI::NomExercice() const { return m_etat->nomExercice; }
 const std::string& QVAPI::PathExercice() const { return m_etat->pathExercice; }
 
 std::string QVAPI::CheminExercice(const std::string& nom) const {
-  std::string listee = m_etat->reglages ? NomListe(*m_etat, nom) : std::string();
+  int erreur = 0;
+  const std::string listee = m_etat->reglages ? NomListe(*m_etat, nom, erreur) : std::string();
   return Joint(m_etat->pathCabinet, listee.empty() ? nom : listee);
 }
 
@@ -176,24 +171,32 @@ bool QVAPI::QVOpenExercice(const std::string& nomDonne) {
   if (!NomExerciceCorrect(nomDonne))
     return RefuseDit(*m_etat, ErrValeur, MsgNomExercice,
                      "Le nom de l'exercice \""_w + nomDonne + "\" est incorrect : 1 à 4 lettres ou chiffres."_w);
-  std::string nom = NomListe(*m_etat, nomDonne);
-  if (nom.empty()) nom = nomDonne;
+  int erreur = 0;
+  const std::string listee = NomListe(*m_etat, nomDonne, erreur), nom = listee.empty() ? nomDonne : listee;
+  const bool connu = !listee.empty() || !LitReglage(*m_etat, nom, "Debut", erreur).empty();
+  if (erreur != 0) return RefuseDit(*this, *m_etat, erreur);
   QVCloseExercice();
   // A directory without a section is what an unclean stop left.
-  if (NomListe(*m_etat, nom).empty() && m_etat->reglages->Lit(nom, "Debut").empty())
-    return RefuseDit(*m_etat, ENOENT, MsgExerciceInconnu, "L'exercice "_w + nom + " n'existe pas.");
-  if (!EssaieFichiers(*this, *m_etat, nom)) return false;
+  if (!connu) return RefuseDit(*m_etat, ENOENT, MsgExerciceInconnu, "L'exercice "_w + nom + " n'existe pas.");
+  if (!EssaieFichiers(*m_etat, nom)) return false;
   m_etat->nomExercice = nom;
-  m_etat->pathExercice = CheminExercice(nom);
+  m_etat->pathExercice = Joint(m_etat->pathCabinet, nom);
   return true;
 }
 
-void QVAPI::QVCloseExercice() { OublieExercice(*m_etat); }
+void QVAPI::QVCloseExercice() {
+  m_etat->nomExercice.clear();
+  m_etat->pathExercice.clear();
+  m_etat->OublieCompteurs();
+  m_etat->positionsComptes.clear();
+}
 
 u32 QVAPI::QVConvertCompta(const std::string& nom) {
   if (!CabinetPret(*m_etat)) return 0;
-  const std::string listee = NomListe(*m_etat, nom);
-  return EssaieFichiers(*this, *m_etat, listee.empty() ? nom : listee) ? 1 : 0;
+  int erreur = 0;
+  const std::string listee = NomListe(*m_etat, nom, erreur);
+  if (erreur != 0) return RefuseDit(*this, *m_etat, erreur);
+  return EssaieFichiers(*m_etat, listee.empty() ? nom : listee) ? 1 : 0;
 }
 
 }  // namespace fenlor

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "store/definitions.h"
 #include "store/etat.h"
 
 namespace fenlor {
@@ -30,9 +31,14 @@ struct PeriodeExercice {
 
 /// 1 to 4 letters or digits.
 bool NomExerciceCorrect(const std::string& nom);
+
+// Readers of the settings. A file that cannot be read looks empty: `erreur` keeps
+// the first error, and nothing may be decided when it is set.
+std::string LitReglage(EtatQVAPI& etat, const std::string& section, const std::string& cle, int& erreur);
+std::vector<std::string> LitNoms(EtatQVAPI& etat, int& erreur);
 /// The list's spelling of a name, empty when it is not in the list.
-std::string NomListe(EtatQVAPI& etat, const std::string& nom);
-PeriodeExercice LitPeriode(EtatQVAPI& etat, const std::string& nom);
+std::string NomListe(EtatQVAPI& etat, const std::string& nom, int& erreur);
+PeriodeExercice LitPeriode(EtatQVAPI& etat, const std::string& nom, int& erreur);
 /// Keys that belong to an exercice; its section may hold others.
 std::vector<std::string> ClesExercice();
 
@@ -42,9 +48,16 @@ bool CabinetPret(EtatQVAPI& etat);
 bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code);
 bool RefuseDit(EtatQVAPI& etat, int code, u32 numero, const std::string& texte);
 
-/// Opens the four data files of a directory once and closes them again. Missing
+/// File numbers of an exercice's data files.
+constexpr u16 FichiersExercice[] = {FichierComptes, FichierJournal, FichierRubriques, FichierBanques};
+/// Opens data and keys of a known file in a directory. Unlike the record families
+/// it never creates a data file: books must not come back empty.
+bool OuvreFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier);
+void FermeFichier(EtatQVAPI& etat, u16 numero);
+
+/// Opens the four data files of an exercice once and closes them again. Missing
 /// and damaged files are refused, told with their name.
-bool EssaieFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom);
+bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom);
 
 /// Takes the file numbers of an exercice's files away from whoever has them open,
 /// and gives them back, open as they were, when it ends.
@@ -57,7 +70,7 @@ class EmpruntFichiers {
 
  private:
   struct Prete {
-    std::string chemin;
+    std::string dossier;
     bool cles;
     unsigned ouvertures;
   };

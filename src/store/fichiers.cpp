@@ -8,6 +8,16 @@
 
 namespace fenlor {
 
+namespace {
+
+bool CleDuJournal(u16 numCle) {
+  unsigned indice = 0;
+  const DefinitionFichier* def = DefinitionCle(numCle, indice);
+  return def && def->numero == FichierJournal;
+}
+
+}  // namespace
+
 bool QVAPI::QVNewDat(u16 numFichier, const std::string& chemin, u16 tailleRec) {
   return m_etat->moteur->CreeDat(numFichier, chemin, tailleRec);
 }
@@ -52,13 +62,16 @@ bool QVAPI::QVWriteRec(u16 numFichier, Position position, const void* rec) {
   return m_etat->moteur->Ecrit(numFichier, position, rec);
 }
 bool QVAPI::QVAddKey(u16 numCle, const std::string& cle, Position position) {
+  if (CleDuJournal(numCle)) m_etat->OublieCompteurs();
   return m_etat->moteur->AjouteCle(numCle, cle, position);
 }
 bool QVAPI::QVDelKey(u16 numCle, const std::string& cle) {
+  if (CleDuJournal(numCle)) m_etat->OublieCompteurs();
   const Position position = m_etat->moteur->TrouveCle(numCle, cle);
   return position && m_etat->moteur->SupprimeCle(numCle, cle, position);
 }
 bool QVAPI::QVDelDupKey(u16 numCle, const std::string& cle, Position position) {
+  if (CleDuJournal(numCle)) m_etat->OublieCompteurs();
   return m_etat->moteur->SupprimeCle(numCle, cle, position);
 }
 Position QVAPI::QVFindKey(u16 numCle, const std::string& cle) {
@@ -109,6 +122,7 @@ bool QVAPI::QVParcours(u16 numFichier, const std::function<bool(Position, const 
 }
 
 bool QVAPI::QVRefaitCles(u16 numFichier) {
+  if (numFichier == FichierJournal) m_etat->OublieCompteurs();
   return m_etat->moteur->RefaitCles(numFichier);
 }
 

@@ -58,51 +58,38 @@ bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
   if (const int rc = m->verrou.Prend(m->systeme, m->dossier)) return m->Echec(rc, m->dossier);
   m->reprise = std::make_unique<JournalReprise>();
   const std::string chemin = Joint(m->dossier, "fenlor.rep");
-  bool bien = m->RestaureReconstructions("");
-  std::vector<std::string> noms;
-  if (bien && m->systeme.Liste(m->dossier, noms) == 0) {
-    for (const std::string& nom : noms) {
-      if (bien && nom.find('.') == std::string::npos) bien = m->RestaureReconstructions(nom);
-    }
+  int rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
+  if (!rc) rc = m->reprise->Verifie();
+  if (rc == ErrJournalReprise && reparation) {
+    m->avertissements.push_back("Le journal de reprise " + chemin + " est illisible : il est mis de côté.");
+    rc = m->systeme.Renomme(chemin, chemin + ".avarie");
+    m->reprise = std::make_unique<JournalReprise>();
+    if (!rc) rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
   }
-  if (bien) {
-    int rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
-    if (!rc) rc = m->reprise->Verifie();
-    if (rc == ErrJournalReprise && reparation) {
-      m->avertissements.push_back("Le journal de reprise " + chemin + " est illisible : il est mis de côté.");
-      rc = m->systeme.Renomme(chemin, chemin + ".avarie");
-      m->reprise = std::make_unique<JournalReprise>();
-      if (!rc) rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
-    }
-    bien = rc == 0 ? m->Rejoue(reparation) : m->Echec(rc, chemin);
-  }
-  if (!bien) {
+  if (rc ? !m->Echec(rc, chemin) : !m->Rejoue(reparation)) {
     m->reprise.reset();
     m->verrou.Rend();
     return false;
   }
+  m->OteReconstructions();
   return m->ouvert = true;
 }
 
-/// A rebuild that was cut short left the old file beside the new one: the old
-/// one is the truth.
-bool Moteur::Etat::RestaureReconstructions(const std::string& sousDossier) {
-  const std::string endroit = sousDossier.empty() ? dossier : Joint(dossier, sousDossier);
+/// A rebuild that was cut short leaves its new file behind: the old one is the
+/// truth. A file that cannot be removed does no harm.
+void Moteur::Etat::OteReconstructions() {
   std::vector<std::string> noms;
-  if (systeme.Liste(endroit, noms)) return true;  // not a directory of ours
-  bool change = false;
+  std::vector<std::string> dossiers{dossier};
+  if (systeme.Liste(dossier, noms)) return;
   for (const std::string& nom : noms) {
-    const bool dat = Finit(nom, ".da$"), idx = Finit(nom, ".id$");
-    if (!(dat || idx) || !DefinitionNom(nom.substr(0, nom.size() - 4))) continue;
-    const std::string ancien = Joint(endroit, nom);
-    const int rc = dat ? systeme.Renomme(ancien, AvecExtension(ancien, ".dat")) : systeme.Supprime(ancien);
-    if (rc) return Echec(rc, ancien);
-    change = true;
+    if (nom.find('.') == std::string::npos) dossiers.push_back(Joint(dossier, nom));
   }
-  if (change) {
-    if (const int rc = systeme.SynchroniseDossier(endroit)) return Echec(rc, endroit);
+  for (const std::string& endroit : dossiers) {
+    if (systeme.Liste(endroit, noms)) continue;
+    for (const std::string& nom : noms) {
+      if (Finit(nom, ".neuf") && DefinitionNom(nom.substr(0, nom.size() - 5))) systeme.Supprime(Joint(endroit, nom));
+    }
   }
-  return true;
 }
 
 /// Brings the units of the log into the data files. May be cut short and done

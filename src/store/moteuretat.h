@@ -105,7 +105,7 @@ struct Moteur::Etat {
 
   // moteur.cpp
   std::string Relatif(const std::string& chemin) const;
-  bool RestaureReconstructions(const std::string& sousDossier);
+  void OteReconstructions();
   bool Rejoue(bool reparation);
   bool OuvreDat(u16 numero, const std::string& chemin);
   bool FermePhysique(u16 numero);

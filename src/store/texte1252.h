@@ -31,7 +31,7 @@ std::string LitTexte(const char (&champ)[N]) {
 template <std::size_t N>
 void PoseTexte(char (&champ)[N], std::string_view texte) {
   const std::size_t n = texte.size() < N - 1 ? texte.size() : N - 1;
-  std::memcpy(champ, texte.data(), n);
+  if (n) std::memcpy(champ, texte.data(), n);
   std::memset(champ + n, 0, N - n);
 }
 

@@ -45,8 +45,8 @@ void CabinetMedical::PoseTaxe(std::string_view compte, i16 type, std::string_vie
   ASSERT_TRUE(plan.OpenFile() && plan.Add());
 }
 
-SaisieEcriture CabinetMedical::Ecriture(i16 journal, std::string_view compte, f64 ttc, std::string_view tresorerie,
-                                        Date date) {
+SaisieEcriture CabinetMedical::Ecriture(i16 journal, std::string_view compte, f64 ttc,
+                                        std::string_view tresorerie, Date date) {
   SaisieEcriture saisie;
   saisie.journal = journal;
   saisie.date = date;
@@ -70,8 +70,9 @@ std::vector<std::string> CabinetMedical::LignesLues(u32 mouvement) {
   std::vector<std::string> textes;
   for (const Line& ligne : Lignes(mouvement)) {
     char texte[128];
-    std::snprintf(texte, sizeof texte, "%s %c %.2f %.2f", Magasin().GetShortCompte(LitTexte(ligne.Compte)).c_str(),
-                  ligne.Sens ? 'C' : 'D', f64{ligne.MontantEuro}, f64{ligne.MontantFranc});
+    std::snprintf(texte, sizeof texte, "%s %c %.2f %.2f",
+                  Magasin().GetShortCompte(LitTexte(ligne.Compte)).c_str(), ligne.Sens ? 'C' : 'D',
+                  f64{ligne.MontantEuro}, f64{ligne.MontantFranc});
     textes.emplace_back(texte);
   }
   return textes;

@@ -35,7 +35,7 @@ class CommandesTest : public CabinetMedical {
   }
   std::vector<u32> Rapprochees(u32 mouvement) {
     std::vector<u32> marques;
-    for (const Line& ligne : Lignes(mouvement)) marques.push_back(ligne.Rapprochee);
+    for (const Line& ligne : Lignes(mouvement)) marques.push_back(u32{ligne.Rapprochee});
     return marques;
   }
   /// Links an entry to a receipt, or to an expense, of the parent application.
@@ -89,8 +89,12 @@ TEST_F(CommandesTest, Suppression) {
   };
   const Cas cas[] = {
       {"non", [&] { return m_simple; }, RepNon, QuestionSuppression, QuestionSuppression, true},
-      {"rapprochée, non", [&] { Rapproche(m_simple); return m_simple; }, RepNon, QuestionSuppressionRapprochee,
-       QuestionSuppressionRapprochee, true},
+      {"rapprochée, non",
+       [&] {
+         Rapproche(m_simple);
+         return m_simple;
+       },
+       RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
       {"rapprochée, oui", [&] { return m_simple; }, RepOui, QuestionSuppressionRapprochee, 0, false},
       {"déjà partie", [&] { return m_simple; }, RepOui, 0, ErrEcritureInconnue, false},
       {"standard validée", validee(m_standard), RepOui, 0, 3016, true},
@@ -116,10 +120,11 @@ TEST_F(CommandesTest, Suppression) {
     const ResultatSaisie r = SupprimeEcriture(App(), mouvement);
     Boite.Reponses.clear();
     EXPECT_EQ(c.erreur, r.erreur);
-    EXPECT_EQ(c.question ? std::vector<unsigned>{c.question} : std::vector<unsigned>{}, Boite.NumerosQuestions());
+    EXPECT_EQ(c.question ? std::vector<unsigned>{c.question} : std::vector<unsigned>{},
+              Boite.NumerosQuestions());
     EXPECT_EQ(c.reste, Existe(mouvement));
   }
-  EXPECT_EQ(0, LitCompte("706").CreditEuro);
+  EXPECT_EQ(0, f64{LitCompte("706").CreditEuro});
 }
 
 TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {
@@ -171,7 +176,8 @@ TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {
     const ResultatSaisie r = SupprimeEcriture(App(), mouvement);
     Boite.Reponses.clear();
     EXPECT_EQ(c.erreur, r.erreur);
-    EXPECT_EQ(c.question ? std::vector<unsigned>(2, c.question) : std::vector<unsigned>{}, Boite.NumerosQuestions());
+    EXPECT_EQ(c.question ? std::vector<unsigned>(2, c.question) : std::vector<unsigned>{},
+              Boite.NumerosQuestions());
     EXPECT_EQ(c.erreur != 0, Existe(mouvement));
     EXPECT_EQ(c.erreur == 3040, Boite.Erreurs.size() == 1) << "of a record that is gone nothing is shown";
   }
@@ -185,7 +191,8 @@ TEST_F(CommandesTest, Validation) {
   };
   const Cas cas[] = {
       {m_simple, QuestionValiderSimple,
-       "Trésorerie\t: BQ\nDate\t\t: 15/03/2003\nLibellé\t\t: Essai\nCrédit\t\t: 120,00 €\n\nValider cette écriture ?"},
+       "Trésorerie\t: BQ\nDate\t\t: 15/03/2003\nLibellé\t\t: Essai\nCrédit\t\t: 120,00 €\n\nValider cette "
+       "écriture ?"},
       {m_standard, QuestionValiderStandard,
        "Date\t\t: 15/03/2003\nLibellé\t\t: Essai\nDébit\t\t: 80,00 €\n\nValider cette écriture ?"},
       {m_od, QuestionValiderOD,
@@ -195,15 +202,15 @@ TEST_F(CommandesTest, Validation) {
     SCOPED_TRACE(c.texte);
     Boite.Oublie();
     EXPECT_EQ(c.question, ValideEcriture(App(), c.mouvement, true).erreur) << "answered no";
-    EXPECT_EQ(0u, Entete(c.mouvement).Validee);
+    EXPECT_EQ(0u, u32{Entete(c.mouvement).Validee});
     EXPECT_EQ(c.texte, VersUtf8(Boite.Questions.back().texte));
     Boite.Reponses = {RepOui};
     EXPECT_TRUE(ValideEcriture(App(), c.mouvement, true));
-    EXPECT_EQ(1u, Entete(c.mouvement).Validee);
+    EXPECT_EQ(1u, u32{Entete(c.mouvement).Validee});
     EXPECT_TRUE(ValideEcriture(App(), c.mouvement, true)) << "already: no question";
     Boite.Reponses = {RepOui};
     EXPECT_TRUE(ValideEcriture(App(), c.mouvement, false));
-    EXPECT_EQ(0u, Entete(c.mouvement).Validee);
+    EXPECT_EQ(0u, u32{Entete(c.mouvement).Validee});
     EXPECT_EQ((std::vector<unsigned>{c.question, c.question, QuestionInvalider}), Boite.NumerosQuestions());
   }
   EXPECT_EQ(unsigned{ErrEcritureInconnue}, ValideEcriture(App(), 99, true).erreur);
@@ -211,10 +218,10 @@ TEST_F(CommandesTest, Validation) {
 
 TEST_F(CommandesTest, Pointage) {
   EXPECT_TRUE(PointeEcriture(App(), m_standard));
-  EXPECT_EQ(1u, Entete(m_standard).Pointee);
+  EXPECT_EQ(1u, u32{Entete(m_standard).Pointee});
   Regle("2003", "Cloture", "31/01/2004");
   EXPECT_TRUE(PointeEcriture(App(), m_standard)) << "a closed exercice does not matter";
-  EXPECT_EQ(0u, Entete(m_standard).Pointee);
+  EXPECT_EQ(0u, u32{Entete(m_standard).Pointee});
   EXPECT_EQ(unsigned{ErrEcritureInconnue}, PointeEcriture(App(), 99).erreur);
 }
 
@@ -229,10 +236,10 @@ TEST_F(CommandesTest, Rapprochement) {
   const Line banque = Lignes(m_standard)[1];
   EXPECT_EQ(Long("512"), LitTexte(banque.RappCompte));
   EXPECT_EQ("Essai", LitTexte(banque.RappLibelle));
-  EXPECT_EQ(FaitDate(15, 3, 2003), banque.RappDateValeur);
+  EXPECT_EQ(FaitDate(15, 3, 2003), u32{banque.RappDateValeur});
   EXPECT_EQ(50, f64{banque.RappEuro});
-  EXPECT_EQ(1u, banque.RappSens);
-  EXPECT_EQ(50, LitCompte("512").RappCreditEuro);
+  EXPECT_EQ(1u, u32{banque.RappSens});
+  EXPECT_EQ(50, f64{LitCompte("512").RappCreditEuro});
 
   Regle("Rapprochement", "Especes", "Oui");
   EXPECT_TRUE(RapprocheEcriture(App(), m_standard, true));
@@ -240,7 +247,7 @@ TEST_F(CommandesTest, Rapprochement) {
   EXPECT_TRUE(RapprocheEcriture(App(), m_standard, false));
   EXPECT_EQ((std::vector<u32>{0, 0, 0}), Rapprochees(m_standard));
   EXPECT_EQ("", LitTexte(Lignes(m_standard)[1].RappCompte));
-  EXPECT_EQ(0, LitCompte("512").RappCreditEuro);
+  EXPECT_EQ(0, f64{LitCompte("512").RappCreditEuro});
 
   Boite.Oublie();
   EXPECT_TRUE(RapprocheEcriture(App(), m_standard, false)) << "nothing to change";

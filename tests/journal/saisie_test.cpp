@@ -91,11 +91,23 @@ TEST_F(SaisieTest, LignesDUneEcritureSimple) {
   };
   const Cas cas[] = {
       {"recette", JournalRecettes, "706", 20, "512", {"706 C 20.00 131.19", "512 D 20.00 131.19"}},
-      {"dépense avec TVA", JournalDepenses, "6063", 119.60, "512",
+      {"dépense avec TVA",
+       JournalDepenses,
+       "6063",
+       119.60,
+       "512",
        {"6063 D 100.00 655.95", "4451 D 19.60 128.57", "512 C 119.60 784.52"}},
-      {"dépense en partie personnelle", JournalDepenses, "6154", 100, "531",
+      {"dépense en partie personnelle",
+       JournalDepenses,
+       "6154",
+       100,
+       "531",
        {"6154 D 50.17 329.09", "4451 D 9.83 64.48", "108 D 40.00 262.39", "531 C 100.00 655.96"}},
-      {"recette rendue", JournalRecettes, "7065", -100, "531",
+      {"recette rendue",
+       JournalRecettes,
+       "7065",
+       -100,
+       "531",
        {"7065 D 60.00 393.57", "108 D 40.00 262.39", "531 C 100.00 655.96"}},
   };
   for (const Cas& c : cas) {
@@ -123,15 +135,15 @@ TEST_F(SaisieTest, EnTeteDeLEcriture) {
   EcrSimple rec{};
   ASSERT_TRUE(Magasin().ReadEcrSimple(App().PathExercice, premiere.mouvement, rec));
   EXPECT_EQ("Compte 6154", LitTexte(rec.Libelle)) << "an empty label takes the account's";
-  EXPECT_EQ(GenreSimple, rec.Genre);
-  EXPECT_EQ(FaitDate(15, 3, 2003), rec.Date);
-  EXPECT_EQ(1u, rec.SaisieEuro);
-  EXPECT_EQ(0u, rec.EstRecette);
+  EXPECT_EQ(GenreSimple, int{rec.Genre});
+  EXPECT_EQ(FaitDate(15, 3, 2003), u32{rec.Date});
+  EXPECT_EQ(1u, u32{rec.SaisieEuro});
+  EXPECT_EQ(0u, u32{rec.EstRecette});
   EXPECT_EQ(Long("4451"), LitTexte(rec.CompteTaxe));
   EXPECT_EQ(19.6, f64{rec.TauxTaxe});
   EXPECT_EQ(9.83, f64{rec.TaxeEuro});
   EXPECT_EQ(Long("108"), LitTexte(rec.ComptePerso));
-  EXPECT_EQ(PaiementAutre, rec.ModePaiement);
+  EXPECT_EQ(PaiementAutre, int{rec.ModePaiement});
 
   saisie.compte = Long("6132");
   saisie.montants = ChaineMontants(App(), LitCompte("6132"), 100);
@@ -160,10 +172,10 @@ TEST_F(SaisieTest, ModeDePaiement) {
     SCOPED_TRACE(std::string(c.tresorerie) + (c.saisi ? " autre" : " chèque"));
     SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 10, c.tresorerie);
     saisie.paiement = c.saisi;
-    EXPECT_EQ(c.simple, Lignes(Enregistre(saisie)).back().ModePaiement);
+    EXPECT_EQ(c.simple, int{Lignes(Enregistre(saisie)).back().ModePaiement});
     saisie.genre = GenreStandard;
     saisie.tresoreries = {{Long(c.tresorerie), 10, c.saisi}};
-    EXPECT_EQ(c.standard, Lignes(Enregistre(saisie)).back().ModePaiement);
+    EXPECT_EQ(c.standard, int{Lignes(Enregistre(saisie)).back().ModePaiement});
   }
 }
 
@@ -174,7 +186,7 @@ TEST_F(SaisieTest, EcritureStandard) {
   const u32 mouvement = Enregistre(saisie);
   EXPECT_EQ((Textes{"706 C 100.00 655.96", "512 D 33.33 218.63", "531 D 33.33 218.63", "514 D 33.34 218.70"}),
             LignesLues(mouvement));
-  EXPECT_EQ(GenreStandard, Entete(mouvement).Genre);
+  EXPECT_EQ(GenreStandard, int{Entete(mouvement).Genre});
 }
 
 // ------------------------------------------------------------ What is refused
@@ -261,8 +273,8 @@ TEST_F(SaisieTest, FrancJusquALaLimite) {
     unsigned erreur;
   };
   const Cas cas[] = {
-      {"", 18, false, 0}, {"", 19, false, 3041}, {"", 19, true, 0}, {"10/02/2002", 10, false, 0},
-      {"10/02/2002", 11, false, 3041},
+      {"", 18, false, 0},           {"", 19, false, 3041},           {"", 19, true, 0},
+      {"10/02/2002", 10, false, 0}, {"10/02/2002", 11, false, 3041},
   };
   for (const Cas& c : cas) {
     Regle("Préférences"_w, "LimiteFranc", c.limite);
@@ -270,7 +282,8 @@ TEST_F(SaisieTest, FrancJusquALaLimite) {
     saisie.euro = c.euro;
     const ResultatSaisie r = EnregistreEcriture(App(), saisie);
     EXPECT_EQ(c.erreur, r.erreur) << c.jour << " " << c.limite;
-    EXPECT_EQ(c.erreur != 0, r.texte.find(*c.limite ? c.limite : "18/02/2002") != std::string::npos) << r.texte;
+    EXPECT_EQ(c.erreur != 0, r.texte.find(*c.limite ? c.limite : "18/02/2002") != std::string::npos)
+        << r.texte;
   }
 }
 
@@ -350,11 +363,16 @@ TEST_F(ModificationTest, RefusDUneEcritureExistante) {
   };
   const Cas cas[] = {
       {"inconnue", rien, [](auto& s) { s.mouvement = 999; }, ErrEcritureInconnue, "mouvement"},
-      {"d'un autre journal", rien, [](auto& s) { s.journal = JournalRecettes; }, ErrChampInvalide, "mouvement"},
+      {"d'un autre journal", rien, [](auto& s) { s.journal = JournalRecettes; }, ErrChampInvalide,
+       "mouvement"},
       {"autre mois", rien, [](auto& s) { s.date = FaitDate(15, 4, 2003); }, 3104, "date"},
       {"compte personnel qu'elle n'avait pas", rien, [](auto& s) { s.compte = Long("108"); }, 3105, "compte"},
       {"validée", entete([](Mouvement& m) { m.Validee = 1; }), telle, ErrModificationValidee, "mouvement"},
-      {"liée", entete([](Mouvement& m) { m.Validee = 0; m.LienId = 7; }), telle, 3103, "mouvement"},
+      {"liée", entete([](Mouvement& m) {
+         m.Validee = 0;
+         m.LienId = 7;
+       }),
+       telle, 3103, "mouvement"},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.quoi);
@@ -379,10 +397,10 @@ TEST_F(ModificationTest, GardeNumeroLigneEtMarques) {
   EXPECT_EQ(1u, r.ligne);
   EXPECT_EQ((Textes{"6063 D 200.00 1311.91", "4451 D 39.20 257.14", "512 C 239.20 1569.05"}),
             LignesLues(m_mouvement));
-  EXPECT_EQ(1u, Entete(m_mouvement).Pointee);
-  EXPECT_EQ(FaitDate(2, 3, 2003), Entete(m_mouvement).Date);
-  EXPECT_EQ(1u, Lignes(m_mouvement).back().Rapprochee);
-  EXPECT_EQ(239.20, LitCompte("512").RappCreditEuro);
+  EXPECT_EQ(1u, u32{Entete(m_mouvement).Pointee});
+  EXPECT_EQ(FaitDate(2, 3, 2003), u32{Entete(m_mouvement).Date});
+  EXPECT_EQ(1u, u32{Lignes(m_mouvement).back().Rapprochee});
+  EXPECT_EQ(239.20, f64{LitCompte("512").RappCreditEuro});
 }
 
 TEST_F(ModificationTest, TresorerieChangee) {
@@ -400,16 +418,18 @@ TEST_F(ModificationTest, SimpleDevientStandardEtRetour) {
   m_saisie.genre = GenreStandard;
   m_saisie.tresoreries = {{Long("531"), 19.60}, {Long("514"), 100}};
   EXPECT_TRUE(EnregistreEcriture(App(), m_saisie));
-  EXPECT_EQ(GenreStandard, Entete(m_mouvement).Genre);
-  EXPECT_EQ((Textes{"6063 D 100.00 655.95", "4451 D 19.60 128.57", "531 C 19.60 128.57", "514 C 100.00 655.96"}),
-            LignesLues(m_mouvement));
+  EXPECT_EQ(GenreStandard, int{Entete(m_mouvement).Genre});
+  EXPECT_EQ(
+      (Textes{"6063 D 100.00 655.95", "4451 D 19.60 128.57", "531 C 19.60 128.57", "514 C 100.00 655.96"}),
+      LignesLues(m_mouvement));
   m_saisie.genre = GenreSimple;
   m_saisie.tresorerie = Long("514");
   EXPECT_TRUE(EnregistreEcriture(App(), m_saisie));
-  EXPECT_TRUE(Boite.Questions.empty()) << "the treasury account of a standard entry may go without a question";
-  EXPECT_EQ(GenreSimple, Entete(m_mouvement).Genre);
+  EXPECT_TRUE(Boite.Questions.empty())
+      << "the treasury account of a standard entry may go without a question";
+  EXPECT_EQ(GenreSimple, int{Entete(m_mouvement).Genre});
   EXPECT_EQ(3u, Lignes(m_mouvement).size());
-  EXPECT_EQ(0, LitCompte("531").CreditEuro);
+  EXPECT_EQ(0, f64{LitCompte("531").CreditEuro});
 }
 
 TEST_F(ModificationTest, LeComptePersonnelResteOuIlEtait) {

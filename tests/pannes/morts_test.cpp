@@ -34,10 +34,19 @@ struct Ordre {
 class Morts : public testing::Test {
  protected:
   void SetUp() override {
-    m_cabinet = m_dossier.Chemin() + "/cabinet";
+    const unsigned graine = Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000);
+    RecordProperty("graine", static_cast<int>(graine));
+    m_hasard.seed(graine);
+  }
+
+  /// A new practice: reading the books whole after each kill must stay cheap.
+  void Recommence() {
+    m_cabinet = m_dossier.Chemin() + "/cabinet" + std::to_string(m_numero);
+    m_livres.clear();
     CreeCabinet(m_cabinet);
     m_comptes = LitComptes(m_cabinet);
-    m_hasard.seed(Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000));
+    Apprend();
+    m_livres = Lit();
   }
 
   unsigned Tire(unsigned sous) { return static_cast<unsigned>(m_hasard() % sous); }
@@ -151,8 +160,7 @@ class Morts : public testing::Test {
 };
 
 TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
-  ASSERT_NO_FATAL_FAILURE(Apprend());
-  m_livres = Lit();
+  ASSERT_NO_FATAL_FAILURE(Recommence());
   const unsigned morts = Nombre("FENLOR_MORTS", 30);
   unsigned tues = 0, termines = 0, reprisesTuees = 0, confirmes = 0;
   const std::string entree = m_dossier.Chemin() + "/entree.json";
@@ -207,9 +215,10 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     ASSERT_TRUE(concorde) << "kill " << tues << (tout ? ", --tout, " : ", ") << acquis << " acknowledged of "
                           << ordres.size() << ", " << lus.size() << " entries found, " << m_livres.size() << " before";
     m_livres = lus;
+    if (m_livres.size() > 1500) ASSERT_NO_FATAL_FAILURE(Recommence());
   }
   std::cout << tues << " killed, " << termines << " came to their end, " << reprisesTuees
-            << " recoveries killed, " << confirmes << " entries acknowledged, " << m_livres.size() << " in the books\n";
+            << " recoveries killed, " << confirmes << " entries acknowledged\n";
   EXPECT_GE(tues, morts);
 }
 

@@ -20,8 +20,9 @@ TEST(Filtres, Comptes) {
     f64 apres;
   };
   const Cas cas[] = {
-      {"7060000000", Recette, 80, true, 100}, {"6132000000", Depense, 80, true, 80}, {"", Recette, 80, false, 80},
-      {"   ", Autre, 80, false, 80},          {"1080000000", Autre, 80, true, 80},   {"1080000000", 5, 80, false, 80},
+      {"7060000000", Recette, 80, true, 100}, {"6132000000", Depense, 80, true, 80},
+      {"", Recette, 80, false, 80},           {"   ", Autre, 80, false, 80},
+      {"1080000000", Autre, 80, true, 80},    {"1080000000", 5, 80, false, 80},
   };
   for (const Cas& c : cas) {
     Plan rec{};
@@ -112,14 +113,15 @@ TEST_F(EntretienTest, ReconstruitDansLOrdreDit) {
   ASSERT_NE(0u, Enregistre(Ecriture(JournalRecettes, "706", 10)));
   PoseTaxe("7065", Recette, {}, 80);
   const u32 comptes = Magasin().GetPlanRec(0);
-  const Reconstruction r = ReconstruitCles(App(), {"Amo", "immo", "JOURNAL", "RUBRIQUE", "COMPTES", "BANQUE"});
+  const Reconstruction r =
+      ReconstruitCles(App(), {"Amo", "immo", "JOURNAL", "RUBRIQUE", "COMPTES", "BANQUE"});
   ASSERT_TRUE(r) << r.texte;
   EXPECT_FALSE(r.arrete);
   EXPECT_EQ((std::vector<std::string>{"BANQUE", "COMPTES", "JOURNAL", "RUBRIQUE", "Immo", "Amo"}), Noms(r));
   EXPECT_EQ(comptes, r.fichiers[1].rapport.gardes);
   EXPECT_EQ(2u, r.fichiers[2].rapport.gardes);
-  EXPECT_EQ(100, LitCompte("7065").PartPro);
-  EXPECT_EQ(10, LitCompte("706").CreditEuro);
+  EXPECT_EQ(100, f64{LitCompte("7065").PartPro});
+  EXPECT_EQ(10, f64{LitCompte("706").CreditEuro});
   EXPECT_EQ("Reconstruction des clés."_w, Boite.Titre);
   EXPECT_TRUE(Boite.Annulable);
   EXPECT_EQ("Reconstruction des clés\n\ndu fichier COMPTES\n\nen cours..."_w, Boite.Textes[2]);
@@ -142,7 +144,7 @@ TEST_F(EntretienTest, UnArretLaisseLesFichiersFinis) {
   EXPECT_EQ(std::vector<std::string>{"COMPTES"}, Noms(r));
   EXPECT_EQ(0u, Boite.Profondeur);
   EXPECT_EQ(comptes, Magasin().GetPlanRec(0));
-  EXPECT_EQ(30, LitCompte("706").CreditEuro);
+  EXPECT_EQ(30, f64{LitCompte("706").CreditEuro});
 }
 
 TEST_F(EntretienTest, UnFichierIllisibleNArretePasLesAutres) {
@@ -172,14 +174,15 @@ TEST_F(EntretienTest, CommandeRecalcul) {
 
   Statistiques s{};
   EXPECT_EQ(unsigned{QuestionRecalcul}, CommandeRecalcul(App(), s).erreur);
-  EXPECT_EQ(999, LitCompte("706").CreditEuro) << "answered no";
+  EXPECT_EQ(999, f64{LitCompte("706").CreditEuro}) << "answered no";
   Boite.Oublie();
   Boite.Reponses = {RepOui, RepOk};
   EXPECT_TRUE(CommandeRecalcul(App(), s));
-  EXPECT_EQ(20, LitCompte("706").CreditEuro);
+  EXPECT_EQ(20, f64{LitCompte("706").CreditEuro});
   EXPECT_EQ((std::vector<unsigned>{QuestionRecalcul, InfoRecalcul}), Boite.NumerosQuestions());
   EXPECT_EQ(
-      "1 écriture(s) de recettes traitée(s)\n1 écriture(s) de dépenses traitée(s)\n1 écritures d'opérations diverses "
+      "1 écriture(s) de recettes traitée(s)\n1 écriture(s) de dépenses traitée(s)\n1 écritures d'opérations "
+      "diverses "
       "traitée(s)\n0 écriture(s) pointée(s)\n0 ligne(s) remise(s)\n0 ligne(s) rapprochée(s)\n0 écriture(s) validée(s)"_w,
       Boite.Questions.back().texte);
 }
@@ -208,7 +211,7 @@ TEST_F(EntretienTest, AjustementDesEuros) {
   EXPECT_EQ((std::vector<std::string>{"706 C 10.00 65.60", "512 D 10.00 65.60"}), LignesLues(euro));
   EXPECT_EQ((std::vector<std::string>{"706 C 10.00 50.00", "512 D 10.00 50.00"}), LignesLues(apres));
   EXPECT_EQ((std::vector<std::string>{"706 C 2.00 10.00", "512 D 2.00 10.00"}), LignesLues(franc));
-  EXPECT_EQ(141.20, LitCompte("706").CreditFranc) << "the totals wait for the recalculation";
+  EXPECT_EQ(141.20, f64{LitCompte("706").CreditFranc}) << "the totals wait for the recalculation";
 
   Boite.Reponses = {RepOui};
   EXPECT_EQ(0u, AjusteEuros(App()).changees) << "once is enough";

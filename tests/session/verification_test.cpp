@@ -79,10 +79,16 @@ TEST_F(VerificationTest, UneEcritureFausse) {
   const Cas cas[] = {
       {1, [](Line& l) { l.Journal = JournalRecettes; }, {"ses lignes ne sont pas toutes du même journal."}},
       {1, [](Line& l) { l.Genre = GenreStandard; }, {"ses lignes ne sont pas toutes du même genre."}},
-      {1, [](Line& l) { l.Date = FaitDate(16, 3, 2003); }, {"ses lignes ne portent pas toutes la même date."}},
+      {1,
+       [](Line& l) { l.Date = FaitDate(16, 3, 2003); },
+       {"ses lignes ne portent pas toutes la même date."}},
       {1, [](Line& l) { l.Ligne = 9; }, {"ses lignes ne portent pas toutes le même numéro de ligne."}},
-      {1, [](Line& l) { PoseTexte(l.Libelle, "autre"); }, {"ses lignes ne portent pas toutes le même libellé."}},
-      {1, [](Line& l) { l.Validee = 1; }, {"ses lignes ne sont pas toutes validées, ou toutes en brouillard."}},
+      {1,
+       [](Line& l) { PoseTexte(l.Libelle, "autre"); },
+       {"ses lignes ne portent pas toutes le même libellé."}},
+      {1,
+       [](Line& l) { l.Validee = 1; },
+       {"ses lignes ne sont pas toutes validées, ou toutes en brouillard."}},
       {2, [](Line& l) { l.Rang = 3; }, {"les rangs de ses lignes ne se suivent pas de 0 à 2."}},
       {2, [](Line& l) { l.DateLigne = FaitDate(31, 2, 2003); }, {"la date de la ligne 2 n'existe pas."}},
       {2,
@@ -146,7 +152,7 @@ TEST_F(VerificationTest, UneOperationDiverseNonEquilibree) {
 TEST_F(VerificationTest, DesTotauxFaux) {
   struct Cas {
     const char* compte;
-    f64 Plan::*champ;
+    std::size_t champ;
     f64 valeur;
     const char* constat;
   };
@@ -154,19 +160,28 @@ TEST_F(VerificationTest, DesTotauxFaux) {
   Boite.Defaut = RepOui;
   ASSERT_TRUE(RapprocheEcriture(App(), mouvement, true));
   const Cas cas[] = {
-      {"6154", &Plan::PersoEuro, 0, "Compte 6154 : la part personnelle en euros est de 0,00 au lieu de -40,00."},
-      {"6154", &Plan::TVAFranc, 64.48, "Compte 6154 : la T.V.A. en francs est de 64,48 au lieu de -64,48."},
-      {"6154", &Plan::DebitEuro, 50.18, "Compte 6154 : le débit en euros est de 50,18 au lieu de 50,17."},
-      {"512", &Plan::CreditFranc, 0, "Compte 512 : le crédit en francs est de 0,00 au lieu de 655,96."},
-      {"512", &Plan::RappCreditEuro, 0, "Compte 512 : le crédit rapproché en euros est de 0,00 au lieu de 100,00."},
-      {"514", &Plan::RappDebitEuro, 5, "Compte 514 : le débit rapproché en euros est de 5,00 au lieu de 0,00."},
-      {"706", &Plan::CreditEuro, std::nan(""), "Compte 706 : le crédit en euros est de (illisible) au lieu de 0,00."},
+      {"6154", offsetof(Plan, PersoEuro), 0,
+       "Compte 6154 : la part personnelle en euros est de 0,00 au lieu de -40,00."},
+      {"6154", offsetof(Plan, TVAFranc), 64.48,
+       "Compte 6154 : la T.V.A. en francs est de 64,48 au lieu de -64,48."},
+      {"6154", offsetof(Plan, DebitEuro), 50.18,
+       "Compte 6154 : le débit en euros est de 50,18 au lieu de 50,17."},
+      {"512", offsetof(Plan, CreditFranc), 0,
+       "Compte 512 : le crédit en francs est de 0,00 au lieu de 655,96."},
+      {"512", offsetof(Plan, RappCreditEuro), 0,
+       "Compte 512 : le crédit rapproché en euros est de 0,00 au lieu de 100,00."},
+      {"514", offsetof(Plan, RappDebitEuro), 5,
+       "Compte 514 : le débit rapproché en euros est de 5,00 au lieu de 0,00."},
+      {"706", offsetof(Plan, CreditEuro), std::nan(""),
+       "Compte 706 : le crédit en euros est de (illisible) au lieu de 0,00."},
   };
   for (const Cas& c : cas) {
-    const f64 juste = LitCompte(c.compte).*c.champ;
-    ForceCompte(c.compte, [&c](Plan& plan) { plan.*c.champ = c.valeur; });
+    const Plan juste = LitCompte(c.compte);
+    ForceCompte(c.compte, [&c](Plan& plan) {
+      std::memcpy(reinterpret_cast<char*>(&plan) + c.champ, &c.valeur, sizeof c.valeur);
+    });
     EXPECT_EQ(Phrases{c.constat}, Verifie());
-    ForceCompte(c.compte, [&](Plan& plan) { plan.*c.champ = juste; });
+    ForceCompte(c.compte, [&juste](Plan& plan) { plan = juste; });
   }
   EXPECT_EQ(Phrases{}, Verifie());
 }
@@ -182,7 +197,8 @@ TEST_F(VerificationTest, LesFichiers) {
   ASSERT_TRUE(Magasin().CloseJournal(journal));
   const Phrases cles = Verifie();
   ASSERT_FALSE(cles.empty());
-  EXPECT_TRUE(std::all_of(cles.begin(), cles.end(), [](const auto& p) { return p.starts_with("Fichier JOURNAL : "); }));
+  EXPECT_TRUE(std::all_of(cles.begin(), cles.end(),
+                          [](const auto& p) { return p.starts_with("Fichier JOURNAL : "); }));
   EXPECT_TRUE(std::filesystem::exists(App().PathExercice + "/BANQUE.dat"));
   EXPECT_FALSE(std::filesystem::exists(App().PathCabinet + "/Amo.dat")) << "verifying makes no file";
 

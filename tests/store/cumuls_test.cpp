@@ -15,13 +15,15 @@ TEST(Cumuls, CentimesEntiers) {
     f64 montant;
     i64 centimes;
   };
-  for (const Cas& cas : {Cas{0, 0}, Cas{-0.0, 0}, Cas{0.004, 0}, Cas{0.005, 1}, Cas{1.15, 115}, Cas{-1.15, -115},
-                         Cas{4.35, 435}, Cas{1e9 + 0.29, 100000000029}, Cas{2e13, 2000000000000000}, Cas{2.1e13, 0},
-                         Cas{std::numeric_limits<f64>::quiet_NaN(), 0}, Cas{-std::numeric_limits<f64>::infinity(), 0}}) {
+  for (const Cas& cas :
+       {Cas{0, 0}, Cas{-0.0, 0}, Cas{0.004, 0}, Cas{0.005, 1}, Cas{1.15, 115}, Cas{-1.15, -115},
+        Cas{4.35, 435}, Cas{1e9 + 0.29, 100000000029}, Cas{2e13, 2000000000000000}, Cas{2.1e13, 0},
+        Cas{std::numeric_limits<f64>::quiet_NaN(), 0}, Cas{-std::numeric_limits<f64>::infinity(), 0}}) {
     EXPECT_EQ(Centimes(cas.montant), cas.centimes) << cas.montant;
   }
   // Every total in whole cents comes back as itself.
-  for (i64 c = -2000000000000000; c <= 2000000000000000; c += 1234567890123) EXPECT_EQ(Centimes(DeCentimes(c)), c);
+  for (i64 c = -2000000000000000; c <= 2000000000000000; c += 1234567890123)
+    EXPECT_EQ(Centimes(DeCentimes(c)), c);
   EXPECT_FALSE(std::signbit(DeCentimes(Centimes(-0.0))));
 }
 
@@ -33,7 +35,7 @@ TEST(Cumuls, UnTotalHorsLimiteEstRefuse) {
   cumuls.Ajoute(CumulCredit, 0, Centimes(2e12));
   EXPECT_FALSE(AjouteCumuls(plan, cumuls));
   EXPECT_TRUE(PoseCumuls(plan, cumuls));
-  EXPECT_EQ(plan.CreditEuro, 2e12);
+  EXPECT_EQ(+plan.CreditEuro, 2e12);
 
   Livres livres;
   EcrSimple rec = EcritureSimple(JournalRecettes, Mars15, "7060000000", 1, 1, 0);
@@ -42,7 +44,7 @@ TEST(Cumuls, UnTotalHorsLimiteEstRefuse) {
   rec.Mouvement = 0;
   EXPECT_EQ(livres->AddEcrSimple(livres.Exercice(), rec), 0u);
   EXPECT_EQ(livres->QVFileErrorCode(), ErrValeur);
-  EXPECT_EQ(livres.Compte("7060000000").CreditEuro, 2e13);
+  EXPECT_EQ(+livres.Compte("7060000000").CreditEuro, 2e13);
   EXPECT_EQ(livres->QVNumberOfKey(75), 2u);
 }
 
@@ -56,8 +58,8 @@ TEST(Cumuls, LOrdreNeChangeRien) {
     mouvements.push_back(livres->AddEcrSimple(ex, rec));
   }
   for (const std::size_t i : {3u, 0u, 4u}) ASSERT_TRUE(livres->RemoveMouvements(ex, mouvements[i]));
-  EXPECT_EQ(livres.Compte("7060000000").CreditEuro, 0.5);
-  EXPECT_EQ(livres.Compte("7060000000").DebitEuro, 0);
+  EXPECT_EQ(+livres.Compte("7060000000").CreditEuro, 0.5);
+  EXPECT_EQ(+livres.Compte("7060000000").DebitEuro, 0);
 }
 
 /// Five entries that each count differently.
@@ -85,14 +87,14 @@ TEST(CalculCompta, CompteLesEcritures) {
   Statistiques s;
   std::memset(&s, 0xFF, sizeof s);
   ASSERT_TRUE(livres->QVCalculCompta("2003", s));
-  EXPECT_EQ(s.NbRecettes, 2u);
-  EXPECT_EQ(s.NbDepenses, 1u);
-  EXPECT_EQ(s.NbOD, 2u);
-  EXPECT_EQ(s.NbRapprochees, 1u);
-  EXPECT_EQ(s.NbPointees, 1u);
-  EXPECT_EQ(s.NbRemises, 1u);
-  EXPECT_EQ(s.NbValidees, 2u);
-  EXPECT_EQ(s.NbNonRapprochees, 2u);
+  EXPECT_EQ(+s.NbRecettes, 2u);
+  EXPECT_EQ(+s.NbDepenses, 1u);
+  EXPECT_EQ(+s.NbOD, 2u);
+  EXPECT_EQ(+s.NbRapprochees, 1u);
+  EXPECT_EQ(+s.NbPointees, 1u);
+  EXPECT_EQ(+s.NbRemises, 1u);
+  EXPECT_EQ(+s.NbValidees, 2u);
+  EXPECT_EQ(+s.NbNonRapprochees, 2u);
   for (const u32 reserve : s.Reserve12) EXPECT_EQ(reserve, 0u);
 }
 
@@ -120,8 +122,9 @@ TEST(CalculCompta, RefaitLesTotauxDepuisLesLignes) {
   for (const Livres::Evenement& e : livres.evenements) {
     if (e.numero == EvDebut || e.numero == EvTexte) textes.push_back(e.texte);
   }
-  EXPECT_EQ(textes, (std::vector<std::string>{"Calcul des cumuls", "Mise à zéro du fichier PLAN\n\nen cours..."_w,
-                                              "Recalcul des cumuls\n\nen cours..."}));
+  EXPECT_EQ(textes,
+            (std::vector<std::string>{"Calcul des cumuls", "Mise à zéro du fichier PLAN\n\nen cours..."_w,
+                                      "Recalcul des cumuls\n\nen cours..."}));
   EXPECT_EQ(livres.evenements.back().numero, EvFin);
   // A second run finds nothing to write.
   const u64 synchros = livres->NbSynchros();
@@ -142,8 +145,8 @@ TEST(CalculCompta, ArreteNeChangeRien) {
   livres.reponse = 0;
   EXPECT_EQ(livres.evenements.back().numero, EvFin);
   EXPECT_TRUE(livres.erreurs.empty());
-  EXPECT_EQ(s.NbRecettes, 0u);
-  EXPECT_EQ(livres.Compte("7060000000").CreditEuro, 1);
+  EXPECT_EQ(+s.NbRecettes, 0u);
+  EXPECT_EQ(+livres.Compte("7060000000").CreditEuro, 1);
 }
 
 TEST(CalculCompta, UnMontantIllisibleEstNomme) {
@@ -167,13 +170,13 @@ TEST(CalculCompta, LignesDUnCompteDisparu) {
   ASSERT_TRUE(livres->DeletePlan(livres->ReadPlan(plan, 0)));
   Statistiques s{};
   ASSERT_TRUE(livres->QVCalculCompta("2003", s));
-  EXPECT_EQ(s.NbRecettes, 2u);
-  EXPECT_EQ(livres.Compte("5121000000").DebitEuro, 150);
+  EXPECT_EQ(+s.NbRecettes, 2u);
+  EXPECT_EQ(+livres.Compte("5121000000").DebitEuro, 150);
   // Its entries can still be marked and removed; back in the chart, it gets its totals again.
   EXPECT_TRUE(livres->RemoveMouvements(livres.Exercice(), 1));
   livres.AjouteCompte("7060000000", Recette, 0);
   ASSERT_TRUE(livres->QVCalculCompta("2003", s));
-  EXPECT_EQ(livres.Compte("7060000000").CreditEuro, 50);
+  EXPECT_EQ(+livres.Compte("7060000000").CreditEuro, 50);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ std::vector<std::string> Decrit(const std::vector<Line>& lignes) {
   std::vector<std::string> textes;
   for (std::size_t i = 0; i < lignes.size(); ++i) {
     const Line& l = lignes[i];
-    EXPECT_EQ(l.Rang, i);
+    EXPECT_EQ(+l.Rang, i);
     char texte[80];
     std::snprintf(texte, sizeof texte, "%s %c %.2f/%.2f", LitTexte(l.Compte).c_str(), l.Sens ? 'C' : 'D',
                   l.MontantEuro, l.MontantFranc);
@@ -32,8 +32,8 @@ LineTresor Tresor(const char* compte, f64 euro, i16 mode = PaiementCheque) {
   return t;
 }
 
-EcrStandard EcritureStandard(QVAPI& magasin, i16 journal, Date date, const char* compte, f64 montant, f64 repartition,
-                             f64 taxe, const std::vector<LineTresor>& tresor) {
+EcrStandard EcritureStandard(QVAPI& magasin, i16 journal, Date date, const char* compte, f64 montant,
+                             f64 repartition, f64 taxe, const std::vector<LineTresor>& tresor) {
   const EcrSimple simple = EcritureSimple(journal, date, compte, montant, repartition, taxe);
   EcrStandard rec{};
   std::memcpy(&rec, &simple, offsetof(EcrSimple, CompteTresorerie));
@@ -84,22 +84,54 @@ TEST_P(LignesEcriture, SimpleSEcritEtSeRelit) {
 INSTANTIATE_TEST_SUITE_P(
     Cas, LignesEcriture,
     testing::Values(
-        CasLignes{"recette", JournalRecettes, 100, 100, 0,
+        CasLignes{"recette",
+                  JournalRecettes,
+                  100,
+                  100,
+                  0,
                   {"7060000000 C 100.00/655.96", "5121000000 D 100.00/655.96"}},
-        CasLignes{"depense", JournalDepenses, 100, 100, 0,
+        CasLignes{"depense",
+                  JournalDepenses,
+                  100,
+                  100,
+                  0,
                   {"6061000000 D 100.00/655.96", "5121000000 C 100.00/655.96"}},
-        CasLignes{"depensePartagee", JournalDepenses, 200, 119.6, 19.6,
+        CasLignes{"depensePartagee",
+                  JournalDepenses,
+                  200,
+                  119.6,
+                  19.6,
                   {"6061000000 D 100.00/655.95", "4456000000 D 19.60/128.57", "1080000000 D 80.40/527.39",
                    "5121000000 C 200.00/1311.91"}},
-        CasLignes{"toutPersonnel", JournalDepenses, 50, 0, 0,
+        CasLignes{"toutPersonnel",
+                  JournalDepenses,
+                  50,
+                  0,
+                  0,
                   {"1080000000 D 50.00/327.98", "5121000000 C 50.00/327.98"}},
-        CasLignes{"toutTaxe", JournalDepenses, 19.6, 19.6, 19.6,
+        CasLignes{"toutTaxe",
+                  JournalDepenses,
+                  19.6,
+                  19.6,
+                  19.6,
                   {"4456000000 D 19.60/128.57", "5121000000 C 19.60/128.57"}},
-        CasLignes{"avoir", JournalRecettes, -30, -18, 0,
+        CasLignes{"avoir",
+                  JournalRecettes,
+                  -30,
+                  -18,
+                  0,
                   {"7060000000 D 18.00/118.07", "1080000000 D 12.00/78.72", "5121000000 C 30.00/196.79"}},
-        CasLignes{"partAuDelaDuTotal", JournalDepenses, 10, 12, 0,
+        CasLignes{"partAuDelaDuTotal",
+                  JournalDepenses,
+                  10,
+                  12,
+                  0,
                   {"6061000000 D 12.00/78.71", "1080000000 C 2.00/13.11", "5121000000 C 10.00/65.60"}},
-        CasLignes{"unCentime", JournalRecettes, 0.01, 0.01, 0,
+        CasLignes{"unCentime",
+                  JournalRecettes,
+                  0.01,
+                  0.01,
+                  0,
                   {"7060000000 C 0.01/0.07", "5121000000 D 0.01/0.07"}}),
     [](const auto& info) { return info.param.nom; });
 
@@ -126,17 +158,17 @@ TEST(Ecritures, ToutesLesLignesPortentLEnTete) {
   rec.Rapprochee = 1;
   rec.Ligne = 12;
   for (const Line& l : livres.Lignes(livres->AddEcrSimple(livres.Exercice(), rec))) {
-    EXPECT_EQ(l.Journal, JournalDepenses);
-    EXPECT_EQ(l.Genre, GenreSimple);
-    EXPECT_EQ(l.Ligne, 12u);
-    EXPECT_EQ(l.Date, Mars15);
-    EXPECT_EQ(l.DateLigne, Mars15);
-    EXPECT_EQ(l.Pointee, 1u);
-    EXPECT_EQ(l.SaisieEuro, 1u);
-    EXPECT_EQ(l.Rapprochee, l.Role == RoleTresorerie ? 1u : 0u);
+    EXPECT_EQ(+l.Journal, JournalDepenses);
+    EXPECT_EQ(+l.Genre, GenreSimple);
+    EXPECT_EQ(+l.Ligne, 12u);
+    EXPECT_EQ(+l.Date, Mars15);
+    EXPECT_EQ(+l.DateLigne, Mars15);
+    EXPECT_EQ(+l.Pointee, 1u);
+    EXPECT_EQ(+l.SaisieEuro, 1u);
+    EXPECT_EQ(+l.Rapprochee, l.Role == RoleTresorerie ? 1u : 0u);
     EXPECT_EQ(LitTexte(l.Designation), "Compte " + LitTexte(l.Compte));
     EXPECT_EQ(LitTexte(l.ComptePrincipal), "6061000000");
-    EXPECT_EQ(l.TypeCompte, livres.Compte(LitTexte(l.Compte)).Type);
+    EXPECT_EQ(+l.TypeCompte, +livres.Compte(LitTexte(l.Compte)).Type);
   }
 }
 
@@ -153,16 +185,16 @@ TEST(Ecritures, StandardGardeSesLignesDeTresorerie) {
                                       "5122000000 C 10.00/65.60"}));
   EcrStandard relue{};
   ASSERT_EQ(livres->ReadEcrStandard(livres.Exercice(), mouvement, relue), mouvement);
-  EXPECT_NE(relue.LignesTresorerie, rec.LignesTresorerie);
-  ASSERT_EQ(relue.NbLignesTresorerie, 3u);
-  EXPECT_EQ(relue.MontantEuro, 100);
-  EXPECT_EQ(relue.RepartitionEuro, 60);
+  EXPECT_NE(+relue.LignesTresorerie, +rec.LignesTresorerie);
+  ASSERT_EQ(+relue.NbLignesTresorerie, 3u);
+  EXPECT_EQ(+relue.MontantEuro, 100);
+  EXPECT_EQ(+relue.RepartitionEuro, 60);
   EXPECT_EQ(LitTexte(relue.ComptePerso), "1080000000");
   LineTresor t{};
   ASSERT_TRUE(livres->GetEcrLineTresor(0, relue, t));
-  EXPECT_EQ(t.ModePaiement, PaiementAutre);
+  EXPECT_EQ(+t.ModePaiement, PaiementAutre);
   ASSERT_TRUE(livres->GetEcrLineTresor(2, relue, t));
-  EXPECT_EQ(t.MontantEuro, -10);
+  EXPECT_EQ(+t.MontantEuro, -10);
   EXPECT_FALSE(livres->GetEcrLineTresor(3, relue, t));
   livres->LibereLignes(relue);
   EXPECT_FALSE(livres->GetEcrLineTresor(0, relue, t));
@@ -180,12 +212,12 @@ TEST(Ecritures, LeTableauDeTresorerieRepartDeZero) {
   EXPECT_TRUE(livres->SetEcrLineTresor(0, rec, Tresor("5300000000", 1)));
   EXPECT_TRUE(livres->SetEcrLineTresor(1, rec, Tresor("5300000000", 2)));
   EXPECT_TRUE(livres->SetEcrLineTresor(0, rec, Tresor("5300000000", 3)));
-  EXPECT_EQ(rec.NbLignesTresorerie, 2u);
+  EXPECT_EQ(+rec.NbLignesTresorerie, 2u);
   rec.NbLignesTresorerie = 0;
   EXPECT_TRUE(livres->SetEcrLineTresor(0, rec, Tresor("5300000000", 4)));
   LineTresor t{};
   EXPECT_TRUE(livres->GetEcrLineTresor(0, rec, t));
-  EXPECT_EQ(t.MontantEuro, 4);
+  EXPECT_EQ(+t.MontantEuro, 4);
   EXPECT_FALSE(livres->GetEcrLineTresor(1, rec, t));
 }
 
@@ -211,9 +243,10 @@ TEST(Ecritures, ChangerGardeLesMarquesDesLignesQuiRestent) {
   ASSERT_TRUE(livres->ReverseMarkMouvements(ex, mouvement));
 
   // Another first account between them: the second of the same account is new.
-  EcrStandard changee = EcritureStandard(*livres, JournalDepenses, Mars15, "6251000000", 90, 90, 0,
-                                         {Tresor("5300000000", 20), Tresor("5121000000", 30), Tresor("5121000000", 35),
-                                          Tresor("5121000000", 15), Tresor("5122000000", -10)});
+  EcrStandard changee =
+      EcritureStandard(*livres, JournalDepenses, Mars15, "6251000000", 90, 90, 0,
+                       {Tresor("5300000000", 20), Tresor("5121000000", 30), Tresor("5121000000", 35),
+                        Tresor("5121000000", 15), Tresor("5122000000", -10)});
   ASSERT_TRUE(livres->UpdateEcrStandard(ex, mouvement, changee));
   const std::vector<Line> lignes = livres.Lignes(mouvement);
   ASSERT_EQ(lignes.size(), 6u);
@@ -226,20 +259,20 @@ TEST(Ecritures, ChangerGardeLesMarquesDesLignesQuiRestent) {
   EXPECT_EQ(marques(2), "PB-");
   EXPECT_EQ(marques(3), "P-R");
   EXPECT_EQ(marques(4), "P--");
-  EXPECT_EQ(lignes[2].DateRemise, Mars15);
+  EXPECT_EQ(+lignes[2].DateRemise, Mars15);
   EXPECT_EQ(LitTexte(lignes[3].RappLibelle), "Relevé 4"_w);
-  EXPECT_EQ(lignes[3].RappEuro, 40);
-  EXPECT_EQ(lignes[5].Sens, 0u);
+  EXPECT_EQ(+lignes[3].RappEuro, 40);
+  EXPECT_EQ(+lignes[5].Sens, 0u);
   // Reconciled totals follow the line's amount, not the operation's.
-  EXPECT_EQ(livres.Compte("5121000000").RappCreditEuro, 35);
+  EXPECT_EQ(+livres.Compte("5121000000").RappCreditEuro, 35);
 
   // Down to a simple entry on the account that was reconciled second.
   EcrSimple simple = EcritureSimple(JournalDepenses, Mars15, "6251000000", 90, 90, 0);
   ASSERT_TRUE(livres->UpdateEcrSimple(ex, mouvement, simple));
   EXPECT_EQ(livres.Lignes(mouvement).size(), 2u);
-  EXPECT_EQ(livres.Compte("5121000000").RappCreditEuro, 0);
-  EXPECT_EQ(livres.Compte("5121000000").CreditEuro, 90);
-  EXPECT_EQ(livres.Compte("5122000000").DebitEuro, 0);
+  EXPECT_EQ(+livres.Compte("5121000000").RappCreditEuro, 0);
+  EXPECT_EQ(+livres.Compte("5121000000").CreditEuro, 90);
+  EXPECT_EQ(+livres.Compte("5122000000").DebitEuro, 0);
   EXPECT_EQ(livres->QVNumberOfRec(FichierJournal), 6u);
   EXPECT_TRUE(livres->QVVerifie(FichierJournal).anomalies.empty());
 }
@@ -252,16 +285,16 @@ TEST(Ecritures, CumulsDesComptes) {
   const u32 d = livres->AddEcrSimple(ex, depense);
   const u32 r = livres->AddEcrSimple(ex, recette);
   const Plan p6 = livres.Compte("6061000000"), p7 = livres.Compte("7060000000");
-  EXPECT_EQ(p6.DebitEuro, 100);
-  EXPECT_EQ(p6.PersoEuro, -80.4);
-  EXPECT_EQ(p6.TVAEuro, -19.6);
-  EXPECT_EQ(p7.CreditEuro, 50);
-  EXPECT_EQ(p7.PersoEuro, 50);
-  EXPECT_EQ(p7.TVAEuro, 10);
-  EXPECT_EQ(livres.Compte("1080000000").PersoEuro, 0);
-  EXPECT_EQ(livres.Compte("4456000000").DebitEuro, 19.6);
-  EXPECT_EQ(livres.Compte("5121000000").DebitEuro, 110);
-  EXPECT_EQ(livres.Compte("5121000000").CreditEuro, 200);
+  EXPECT_EQ(+p6.DebitEuro, 100);
+  EXPECT_EQ(+p6.PersoEuro, -80.4);
+  EXPECT_EQ(+p6.TVAEuro, -19.6);
+  EXPECT_EQ(+p7.CreditEuro, 50);
+  EXPECT_EQ(+p7.PersoEuro, 50);
+  EXPECT_EQ(+p7.TVAEuro, 10);
+  EXPECT_EQ(+livres.Compte("1080000000").PersoEuro, 0);
+  EXPECT_EQ(+livres.Compte("4456000000").DebitEuro, 19.6);
+  EXPECT_EQ(+livres.Compte("5121000000").DebitEuro, 110);
+  EXPECT_EQ(+livres.Compte("5121000000").CreditEuro, 200);
   ASSERT_TRUE(livres->RemoveEcrSimple(ex, d));
   ASSERT_TRUE(livres->RemoveMouvements(ex, r));
   for (const CompteEssai& compte : ComptesEssai()) {
@@ -311,20 +344,25 @@ TEST_P(RefusEcriture, NeChangeRien) {
 INSTANTIATE_TEST_SUITE_P(
     Cas, RefusEcriture,
     testing::Values(
-        CasRefus{"compteAbsent", [](EcrSimple& e) { PoseTexte(e.Compte, "6999000000"); }, ErrCompteAbsent, "6999000000"},
+        CasRefus{"compteAbsent", [](EcrSimple& e) { PoseTexte(e.Compte, "6999000000"); }, ErrCompteAbsent,
+                 "6999000000"},
         CasRefus{"tresorerieAbsente", [](EcrSimple& e) { PoseTexte(e.CompteTresorerie, "5999000000"); },
                  ErrCompteAbsent, "5999000000"},
-        CasRefus{"taxeSansCompte", [](EcrSimple& e) { PoseTexte(e.CompteTaxe, ""); }, ErrCompteAbsent, "compte"},
+        CasRefus{"taxeSansCompte", [](EcrSimple& e) { PoseTexte(e.CompteTaxe, ""); }, ErrCompteAbsent,
+                 "compte"},
         CasRefus{"persoAbsent", [](EcrSimple& e) { PoseTexte(e.ComptePerso, "1089000000"); }, ErrCompteAbsent,
                  "1089000000"},
-        CasRefus{"vide", [](EcrSimple& e) {
+        CasRefus{"vide",
+                 [](EcrSimple& e) {
                    e.MontantFranc = e.MontantEuro = e.RepartitionFranc = e.RepartitionEuro = 0;
                    e.TaxeFranc = e.TaxeEuro = 0.004;
-                 }, ErrEcritureVide, ""},
+                 },
+                 ErrEcritureVide, ""},
         CasRefus{"sansTotal", [](EcrSimple& e) { e.MontantFranc = e.MontantEuro = 0; }, ErrEcritureVide, ""},
         CasRefus{"journalDesOD", [](EcrSimple& e) { e.Journal = JournalOD; }, ErrValeur, ""},
         CasRefus{"tropGrand", [](EcrSimple& e) { e.MontantEuro = 1e14; }, ErrValeur, ""},
-        CasRefus{"pasUnNombre", [](EcrSimple& e) { e.TaxeFranc = std::numeric_limits<f64>::quiet_NaN(); }, ErrValeur, ""},
+        CasRefus{"pasUnNombre", [](EcrSimple& e) { e.TaxeFranc = std::numeric_limits<f64>::quiet_NaN(); },
+                 ErrValeur, ""},
         CasRefus{"signesContraires", [](EcrSimple& e) { e.MontantFranc = -e.MontantFranc; }, ErrValeur, ""},
         CasRefus{"numeroPris", [](EcrSimple& e) { e.Mouvement = 1; }, ErrValeur, ""}),
     [](const auto& info) { return info.param.nom; });
@@ -366,10 +404,10 @@ TEST(Ecritures, OperationDiverse) {
   EXPECT_EQ(Decrit(livres.Lignes(mouvement)),
             (std::vector<std::string>{"5122000000 D 25.00/163.99", "5121000000 C 25.00/163.99"}));
   const Line premiere = livres.Lignes(mouvement)[0];
-  EXPECT_EQ(premiere.Role, RoleLibre);
-  EXPECT_EQ(premiere.TypeCompte, Tresorerie);
+  EXPECT_EQ(+premiere.Role, RoleLibre);
+  EXPECT_EQ(+premiere.TypeCompte, Tresorerie);
   EXPECT_EQ(LitTexte(premiere.Designation), "Vers la banque 2");
-  EXPECT_EQ(livres.Compte("5122000000").RappDebitEuro, 25);
+  EXPECT_EQ(+livres.Compte("5122000000").RappDebitEuro, 25);
   EXPECT_TRUE(livres->IsRappLineInMouvements(mouvement));
   EXPECT_EQ(livres->GetMouvementsLinesCount(mouvement), 2u);
 
@@ -390,9 +428,10 @@ TEST(Ecritures, OperationDiverse) {
     ASSERT_TRUE(unite.Valide());
   }
   const std::vector<Line> lignes = livres.Lignes(mouvement);
-  EXPECT_EQ(Decrit(lignes), (std::vector<std::string>{"5300000000 C 25.00/163.99", "5122000000 D 25.00/163.99"}));
-  EXPECT_EQ(lignes[1].Rapprochee, 1u);
-  EXPECT_EQ(livres.Compte("5121000000").CreditEuro, 0);
+  EXPECT_EQ(Decrit(lignes),
+            (std::vector<std::string>{"5300000000 C 25.00/163.99", "5122000000 D 25.00/163.99"}));
+  EXPECT_EQ(+lignes[1].Rapprochee, 1u);
+  EXPECT_EQ(+livres.Compte("5121000000").CreditEuro, 0);
 }
 
 TEST(Ecritures, ChangerUneLigneRepriseSesEffets) {
@@ -408,14 +447,14 @@ TEST(Ecritures, ChangerUneLigneRepriseSesEffets) {
   PoseTexte(perso.Compte, "5800000000");
   perso.Date = FaitDate(2, 4, 2003);
   ASSERT_TRUE(livres->UpdateLines(ex, positions[2], perso));
-  EXPECT_EQ(livres.Compte("6061000000").PersoEuro, 0.4);
-  EXPECT_EQ(livres.Compte("1080000000").DebitEuro, 0);
-  EXPECT_EQ(livres.Compte("5800000000").CreditEuro, 0.4);
+  EXPECT_EQ(+livres.Compte("6061000000").PersoEuro, 0.4);
+  EXPECT_EQ(+livres.Compte("1080000000").DebitEuro, 0);
+  EXPECT_EQ(+livres.Compte("5800000000").CreditEuro, 0.4);
   Line relue{};
   ASSERT_TRUE(livres->ReadLines(ex, positions[2], relue));
-  EXPECT_EQ(relue.Sens, 1u);
-  EXPECT_EQ(relue.MontantEuro, 0.4);
-  EXPECT_EQ(relue.TypeCompte, Autre);
+  EXPECT_EQ(+relue.Sens, 1u);
+  EXPECT_EQ(+relue.MontantEuro, 0.4);
+  EXPECT_EQ(+relue.TypeCompte, Autre);
   EXPECT_TRUE(livres->QVVerifie(FichierJournal).anomalies.empty());
   PoseTexte(relue.Compte, "5999000000");
   EXPECT_FALSE(livres->UpdateLines(ex, positions[2], relue));
@@ -443,7 +482,7 @@ TEST(Ecritures, EnTeteReecritPartout) {
   ASSERT_EQ(livres->ReadMouvements(ex, mouvement, relu), mouvement);
   EXPECT_EQ(std::memcmp(&relu, &enTete, sizeof relu), 0);
   EXPECT_EQ(LitTexte(relu.Piece), "P1");
-  for (const Line& l : livres.Lignes(mouvement)) EXPECT_EQ(l.DateLigne, FaitDate(31, 2, 2003));
+  for (const Line& l : livres.Lignes(mouvement)) EXPECT_EQ(+l.DateLigne, FaitDate(31, 2, 2003));
   std::string cle = MakeJournalKey1(1, FaitDate(31, 2, 2003), 0, 0, "", 0);
   EXPECT_NE(livres->QVBrowseKey(75, cle), 0u);
   EXPECT_EQ(livres->QVNumberOfKey(80), 3u);
@@ -460,7 +499,7 @@ TEST(Ecritures, MarquesDeLEntree) {
   Mouvement enTete{};
   ASSERT_TRUE(livres->ValidEcrSimple(ex, mouvement, 1));
   livres->ReadMouvements(ex, mouvement, enTete);
-  EXPECT_EQ(enTete.Validee, 1u);
+  EXPECT_EQ(+enTete.Validee, 1u);
   // One line taken back: the entry is no longer validated.
   const Position premiere = livres->LignesMouvement(ex, mouvement)[0];
   Line ligne{};
@@ -469,10 +508,10 @@ TEST(Ecritures, MarquesDeLEntree) {
   ligne.Pointee = 1;
   ASSERT_TRUE(livres->UpdateLines(ex, premiere, ligne));
   livres->ReadMouvements(ex, mouvement, enTete);
-  EXPECT_EQ(enTete.Validee, 0u);
-  EXPECT_EQ(enTete.Pointee, 1u);
+  EXPECT_EQ(+enTete.Validee, 0u);
+  EXPECT_EQ(+enTete.Pointee, 1u);
   ASSERT_TRUE(livres->ReverseMarkMouvements(ex, mouvement));
-  for (const Line& l : livres.Lignes(mouvement)) EXPECT_EQ(l.Pointee, 0u);
+  for (const Line& l : livres.Lignes(mouvement)) EXPECT_EQ(+l.Pointee, 0u);
 }
 
 TEST(Ecritures, NumerosLibres) {
@@ -496,6 +535,16 @@ TEST(Ecritures, NumerosLibres) {
   EXPECT_EQ(livres->GetFreeJournalLine(ex, 3, "", Mars15), 1u);
   EXPECT_EQ(livres->GetFreeJournalLine(ex, 1, "", FaitDate(15, 3, 2004)), 1u);
   ASSERT_TRUE(livres->RemoveEcrSimple(ex, haute));
+  EXPECT_EQ(livres->GetFreeJournalLine(ex, 1, "", Mars15), 4u);
+
+  const Position position = livres->LignesMouvement(ex, 2)[0];
+  Line ligne{};
+  ASSERT_TRUE(livres->ReadLines(ex, position, ligne));
+  ligne.Ligne = 60;
+  ASSERT_TRUE(livres->UpdateLines(ex, position, ligne));
+  EXPECT_EQ(livres->GetFreeJournalLine(ex, 1, "", Mars15), 61u);
+  ligne.Ligne = 2;
+  ASSERT_TRUE(livres->UpdateLines(ex, position, ligne));
   EXPECT_EQ(livres->GetFreeJournalLine(ex, 1, "", Mars15), 4u);
 
   EXPECT_EQ(ajoute(1, Mars15, 4, 90), 90u);
@@ -568,10 +617,24 @@ TEST(Ecritures, FichiersOuvertsLeTempsDeLOperation) {
   EXPECT_EQ(livres->QVFileErrorCode(), ErrPasOuvert);
   const u32 poignee = livres->OpenJournal(ex);
   EXPECT_TRUE(livres->ReadLines("", 4, ligne));
-  EXPECT_EQ(ligne.Mouvement, 2u);
+  EXPECT_EQ(+ligne.Mouvement, 2u);
   EXPECT_FALSE(livres->ReadLines("", 5, ligne));
   EXPECT_EQ(livres->QVFileErrorCode(), ErrPosition);
   livres->CloseJournal(poignee);
+  for (const bool valide : {false, true}) {
+    QVAPI::Unite unite(*livres);
+    for (int i = 0; i < 2; ++i) {
+      rec.Mouvement = 0;
+      EXPECT_EQ(livres->AddEcrSimple(ex, rec), 3u + static_cast<u32>(i));
+    }
+    if (valide) {
+      EXPECT_TRUE(unite.Valide());
+    }
+  }
+  livres.OuvreFichiers();
+  EXPECT_EQ(livres->GetFreeMouvementsID(ex, 1), 5u);
+  EXPECT_EQ(+livres.Compte("7060000000").CreditEuro, 40);
+  EXPECT_TRUE(livres->QVVerifie(FichierJournal).anomalies.empty());
 }
 
 TEST(Ecritures, WriteJournalLaisseLesCumuls) {
@@ -584,8 +647,18 @@ TEST(Ecritures, WriteJournalLaisseLesCumuls) {
   ASSERT_TRUE(livres->ReadLines("", livres->LignesMouvement(ex, mouvement)[0], ligne));
   ligne.MontantFranc = 65.61;
   ASSERT_TRUE(livres->WriteJournal(ligne));
-  EXPECT_EQ(livres.Lignes(mouvement)[0].MontantFranc, 65.61);
-  EXPECT_EQ(livres.Compte("7060000000").CreditFranc, 65.6);
+  EXPECT_EQ(+livres.Lignes(mouvement)[0].MontantFranc, 65.61);
+  EXPECT_EQ(+livres.Compte("7060000000").CreditFranc, 65.6);
+
+  // What was read in one journal is not written into another.
+  const std::string autre = livres.Dossier() + "/2004";
+  std::filesystem::create_directory(autre);
+  livres.FermeFichiers();
+  const u32 poignee = livres->OpenJournal(autre);
+  ASSERT_NE(livres->QVAddRec(FichierJournal, &ligne), 0u);
+  EXPECT_FALSE(livres->WriteJournal(ligne));
+  EXPECT_EQ(livres->QVFileErrorCode(), ErrPosition);
+  livres->CloseJournal(poignee);
 }
 
 }  // namespace

@@ -12,44 +12,13 @@
 #include <string>
 #include <vector>
 
+#include "outils/systemesanssynchro.h"
 #include "store/definitions.h"
 #include "store/magasincles.h"
 #include "store/qvapi.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
-
-/// The real disk without its syncs.
-class SystemeSansSynchro : public SystemePosix {
- public:
-  int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
-    std::unique_ptr<Fichier> vrai;
-    if (const int rc = SystemePosix::Ouvre(chemin, mode, vrai)) return rc;
-    fichier = std::make_unique<FichierSansSynchro>(std::move(vrai));
-    return 0;
-  }
-  int SynchroniseDossier(const std::string&) override { return 0; }
-
- private:
-  class FichierSansSynchro : public Fichier {
-   public:
-    explicit FichierSansSynchro(std::unique_ptr<Fichier> vrai) : m_vrai(std::move(vrai)) {}
-    int Lit(void* tampon, std::size_t taille, u64 offset, std::size_t& lus) override {
-      return m_vrai->Lit(tampon, taille, offset, lus);
-    }
-    int Ecrit(const void* tampon, std::size_t taille, u64 offset) override {
-      return m_vrai->Ecrit(tampon, taille, offset);
-    }
-    int Synchronise() override { return 0; }
-    int Tronque(u64 taille) override { return m_vrai->Tronque(taille); }
-    int Reserve(u64 debut, u64 fin) override { return m_vrai->Reserve(debut, fin); }
-    int Mesure(Empreinte& empreinte) override { return m_vrai->Mesure(empreinte); }
-    int Descripteur() const override { return m_vrai->Descripteur(); }
-
-   private:
-    std::unique_ptr<Fichier> m_vrai;
-  };
-};
 
 struct CompteEssai {
   const char* numero;
@@ -76,7 +45,8 @@ class Livres {
     if (mkdtemp(modele.data())) m_dossier = modele;
     std::filesystem::create_directory(Exercice());
     Ouvre();
-    for (const CompteEssai& compte : ComptesEssai()) AjouteCompte(compte.numero, compte.type, compte.bancaire);
+    for (const CompteEssai& compte : ComptesEssai())
+      AjouteCompte(compte.numero, compte.type, compte.bancaire);
     EXPECT_TRUE(m_magasin->SetComptePerso("1080000000"));
   }
   ~Livres() {
@@ -169,7 +139,8 @@ class Livres {
       }
       return reponse;
     });
-    ASSERT_TRUE(m_magasin->QVOpenCompta(m_dossier, "")) << m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode());
+    ASSERT_TRUE(m_magasin->QVOpenCompta(m_dossier, ""))
+        << m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode());
     OuvreFichiers();
   }
   void Ferme() {
@@ -189,8 +160,8 @@ class Livres {
 
 /// A simple entry in Euro, with 6.55957 Francs for one Euro; amounts with tax,
 /// professional share and tax.
-inline EcrSimple EcritureSimple(i16 journal, Date date, const char* compte, f64 montant, f64 repartition, f64 taxe,
-                                const char* tresorerie = "5121000000") {
+inline EcrSimple EcritureSimple(i16 journal, Date date, const char* compte, f64 montant, f64 repartition,
+                                f64 taxe, const char* tresorerie = "5121000000") {
   EcrSimple rec{};
   rec.Journal = journal;
   rec.Genre = GenreSimple;
@@ -215,7 +186,8 @@ inline EcrSimple EcritureSimple(i16 journal, Date date, const char* compte, f64 
   return rec;
 }
 
-inline Line LigneOD(u32 mouvement, Date date, const char* compte, bool credit, f64 euro, const char* libelle = "Virement") {
+inline Line LigneOD(u32 mouvement, Date date, const char* compte, bool credit, f64 euro,
+                    const char* libelle = "Virement") {
   Line ligne{};
   ligne.Mouvement = mouvement;
   ligne.Journal = JournalOD;

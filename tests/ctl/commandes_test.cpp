@@ -1,0 +1,279 @@
+#include <filesystem>
+#include <fstream>
+
+#include "ctl/ctldetest.h"
+#include "store/motdepasse.h"
+
+namespace fenlor::test {
+namespace {
+
+class Commandes : public CtlDeTest {
+ protected:
+  /// Two receipts and an expense with a private share, one entry validated.
+  void Saisit() {
+    const Resultat r = Lance({"saisir"},
+                             R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100.5,"tresorerie":"BQ","valider":true,"rapprocher":true})"
+                             "\n"
+                             R"({"journal":"recettes","date":"16/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})"
+                             "\n"
+                             R"({"journal":"depenses","date":"17/03/2003","code":"TEL","ttc":60,"professionnel":45,"tresorerie":"BQ"})"
+                             "\n");
+    ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
+  }
+};
+
+TEST_F(Commandes, UsagesRefuses) {
+  const std::vector<std::string> cas[] = {
+      {},
+      {"truc"},
+      {"balance"},
+      {"--cabinet"},
+      {"--cabinet", "x"},
+      {"--cabinet", "x", "balance", "--truc"},
+      {"--cabinet", "x", "balance", "reste"},
+      {"--cabinet", "x", "--aujourdhui", "31/02/2003", "balance"},
+      {"--cabinet", "x", "exporter"},
+      {"--cabinet", "x", "exporter", "FACTURES"},
+      {"--cabinet", "x", "exporter", "JOURNAL", "--cle", "6"},
+      {"--cabinet", "x", "exporter", "JOURNAL", "--cle", "-1"},
+      {"--cabinet", "x", "exporter", "AUTO", "--cle", "0"},
+      {"--cabinet", "x", "importer", "FACTURES"},
+      {"--cabinet", "x", "reconstruire", "AUTO"},
+      {"--cabinet", "x", "creer"},
+      {"--cabinet", "x", "creer", "--exercice", "CAB"},
+      {"--cabinet", "x", "creer", "--exercice", "2003", "--debut", "01/07/2003"},
+      {"--cabinet", "x", "creer", "--exercice", "2003", "--franc", "--euro"},
+  };
+  for (const auto& args : cas) {
+    std::istringstream entree;
+    std::ostringstream sortie, erreurs;
+    std::string ligne;
+    for (const std::string& arg : args) ligne += arg + " ";
+    EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, Options()), StatutUsage) << ligne;
+    EXPECT_TRUE(sortie.str().empty());
+    EXPECT_EQ(erreurs.str().find("fenlorctl : "), 0u) << ligne;
+  }
+  EXPECT_FALSE(std::filesystem::exists("x"));
+}
+
+TEST_F(Commandes, AideEnFrancais) {
+  for (const std::vector<std::string>& args : {std::vector<std::string>{"--help"}, {"saisir", "--help"}, {"demo", "-h"}}) {
+    std::istringstream entree;
+    std::ostringstream sortie, erreurs;
+    EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, Options()), StatutFait);
+    EXPECT_NE(sortie.str().find("Utilisation"), std::string::npos);
+    for (const char* anglais : {"Usage", "Subcommands", "Print this", "Excludes", "REQUIRED"})
+      EXPECT_EQ(sortie.str().find(anglais), std::string::npos) << anglais;
+  }
+}
+
+TEST_F(Commandes, CreationEtMonnaie) {
+  struct Creation {
+    std::vector<std::string> options;
+    int statut;
+    const char* monnaie;  ///< of what was created, else the refusal
+  };
+  // Each on a new practice, behind the exercices of the ones before it in a row.
+  const std::vector<Creation> suites[] = {
+      {{{"--exercice", "1998"}, 0, "Franc"}, {{"--exercice", "1999", "--euro"}, 0, "Euro"}, {{"--exercice", "2000"}, 0, "Euro"}},
+      {{{"--exercice", "1998", "--euro"}, 1, "3210"}, {{"--exercice", "2002", "--franc"}, 1, "3210"}},
+      {{{"--exercice", "2001"}, 0, "Franc"}, {{"--exercice", "2000"}, 0, "Franc"}, {{"--exercice", "2002"}, 0, "Euro"}},
+      {{{"--exercice", "2001", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Euro"}},
+      {{{"--exercice", "A", "--debut", "01/07/2000", "--fin", "30/06/2001"}, 0, "Franc"},
+       {{"--exercice", "B", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Franc"},
+       {{"--exercice", "C", "--debut", "01/07/2002", "--fin", "30/06/2003", "--euro"}, 0, "Euro"}},
+      {{{"--exercice", "2003"}, 0, "Euro"},
+       {{"--exercice", "2003"}, 1, "3073"},
+       {{"--exercice", "2003", "--oui"}, 0, "Euro"},
+       {{"--exercice", "03", "--debut", "31/12/2003", "--fin", "30/12/2004"}, 1, "3075"},
+       {{"--exercice", "04", "--debut", "02/01/2004", "--fin", "01/01/2004"}, 1, "3212"},
+       {{"--exercice", "trop long", "--debut", "01/01/2004", "--fin", "31/12/2004"}, 1, "3211"}},
+  };
+  int numero = 0;
+  for (const auto& suite : suites) {
+    const std::string cabinet = Cabinet("c" + std::to_string(numero++));
+    for (const Creation& creation : suite) {
+      std::vector<std::string> args = creation.options;
+      args.insert(args.begin(), "creer");
+      const Resultat r = LanceSur(cabinet, args);
+      EXPECT_EQ(r.statut, creation.statut) << creation.options[1] << r.erreurs;
+      EXPECT_NE((r.sortie + r.erreurs).find(creation.monnaie), std::string::npos) << r.sortie << r.erreurs;
+    }
+  }
+}
+
+TEST_F(Commandes, ListeEtExerciceCourant) {
+  EXPECT_EQ(Lance({"balance"}).statut, StatutRefuse);
+  Cree({"--exercice", "2003", "--tva"});
+  Cree({"--exercice", "2004"});
+  const auto lignes = Lance({"exercices", "--json"}).Lignes();
+  ASSERT_EQ(lignes.size(), 2u);
+  EXPECT_EQ(Json::parse(lignes[0]),
+            Json::parse(R"({"nom":"2003","debut":"01/01/2003","fin":"31/12/2003","euro":true,"tva":true,"cloture":"","courant":false})"));
+  EXPECT_EQ(Json::parse(lignes[1])["courant"], true);
+  // The exercice asked for does not become the current one.
+  const std::string en2003 = R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
+  EXPECT_EQ(Lance({"saisir"}, en2003).statut, StatutRefuse);
+  EXPECT_EQ(Lance({"--exercice", "2003", "saisir"}, en2003).statut, StatutFait);
+  EXPECT_EQ(Lance({"--exercice", "2003", "exporter", "JOURNAL"}).Lignes().size(), 2u);
+  EXPECT_EQ(Lance({"exporter", "JOURNAL"}).Lignes().size(), 0u);
+  const Resultat inconnu = Lance({"--exercice", "1999", "balance"});
+  EXPECT_EQ(inconnu.statut, StatutRefuse);
+  EXPECT_EQ(inconnu.erreurs, "Erreur 3208 : L'exercice 1999 n'existe pas.\n");
+}
+
+TEST_F(Commandes, CabinetAbsentOuOccupe) {
+  EXPECT_EQ(LanceSur(Cabinet("nulle/part"), {"creer", "--exercice", "2003"}).statut, StatutRefuse);
+  EXPECT_EQ(LanceSur(Cabinet("absent"), {"exercices"}).statut, StatutRefuse);
+  EXPECT_FALSE(std::filesystem::exists(Cabinet("absent")));
+  Cree();
+  QVAPI autre(Options().magasin);
+  ASSERT_TRUE(autre.QVOpenSession(1) && autre.QVOpenCompta(Cabinet(), ""));
+  const Resultat r = Lance({"balance"});
+  EXPECT_EQ(r.statut, StatutRefuse);
+  EXPECT_NE(r.erreurs.find("Erreur 3213 : Ce cabinet est déjà ouvert (processus "), std::string::npos) << r.erreurs;
+  ASSERT_TRUE(autre.QVCloseSession());
+  EXPECT_EQ(Lance({"balance"}).statut, StatutFait);
+}
+
+TEST_F(Commandes, MotDePasse) {
+  Cree();
+  {
+    QVAPI magasin(Options().magasin);
+    ASSERT_TRUE(magasin.QVOpenSession(1) && magasin.QVOpenCompta(Cabinet(), ""));
+    ASSERT_TRUE(magasin.Reglages().Ecrit("Activite", "Mot de Passe", MotDePasseBrouille("\xE9pice")));
+  }
+  const struct {
+    std::vector<std::string> args;
+    int statut;
+  } cas[] = {{{"balance"}, 1}, {{"--mot-de-passe", "sel", "balance"}, 1}, {{"balance", "--mot-de-passe", "Épice"}, 0}};
+  for (const auto& c : cas) {
+    const Resultat r = Lance(c.args);
+    EXPECT_EQ(r.statut, c.statut) << r.erreurs;
+    if (c.statut) EXPECT_EQ(r.erreurs, "Erreur 3074 : Mot de passe erroné !\n");
+  }
+}
+
+TEST_F(Commandes, Balance) {
+  Cree();
+  Saisit();
+  const auto comptes = Balance();
+  const struct {
+    const char* compte;
+    f64 debit, credit, solde, rapproche;
+  } attendus[] = {{"512", 100.5, 60, -40.5, -100.5},
+                  {"53", 20, 0, -20, 0},
+                  {"706", 0, 100.5, 100.5, 0},
+                  {"6262", 45, 0, -45, 0},
+                  {"108", 15, 0, -15, 0}};
+  for (const auto& a : attendus) {
+    const Json& compte = comptes.at(a.compte);
+    EXPECT_EQ(compte["DebitEuro"], a.debit) << a.compte;
+    EXPECT_EQ(compte["CreditEuro"], a.credit) << a.compte;
+    EXPECT_EQ(compte["SoldeEuro"], a.solde) << a.compte;
+    EXPECT_EQ(compte["SoldeRapprocheEuro"], a.rapproche) << a.compte;
+  }
+  EXPECT_EQ(comptes.at("")["TotalDebitEuro"], 180.5);
+  EXPECT_EQ(comptes.at("")["TotalCreditEuro"], 180.5);
+  const auto texte = Lance({"balance"}).Lignes();
+  EXPECT_EQ(texte.size(), comptes.size() + 1);
+  EXPECT_NE(texte.back().find("180,50"), std::string::npos);
+}
+
+TEST_F(Commandes, AllerRetourDesFichiers) {
+  Cree();
+  Saisit();
+  ASSERT_EQ(Lance({"importer", "BANQUE"}, R"({"Compte":"512","Date":"01/04/2003","MontantEuro":-0.0,"MontantFranc":0.1,"Sens":1})").statut,
+            StatutFait);
+  ASSERT_EQ(Lance({"importer", "Immo"}, R"({"Numero":2,"Designation":"Échographe\t\"A\"","DateAchat":"02/01/2003","Duree":5})").statut,
+            StatutFait);
+  ASSERT_EQ(Lance({"importer", "Amo"}, R"({"Numero":2,"Annee":2003,"ReelEuro":100})").statut, StatutFait);
+  ASSERT_EQ(Lance({"importer", "AUTO"}, "{\"Libelle\":\"Loyer\",\"Periodicite\":6}\n{\"Libelle\":\"Eau\"}").statut, StatutFait);
+  ASSERT_EQ(LanceSur(Cabinet("copie"), {"creer", "--exercice", "2003"}).statut, StatutFait);
+  for (const char* fichier : {"COMPTES", "RUBRIQUE", "JOURNAL", "BANQUE", "Immo", "Amo", "AUTO"}) {
+    const std::string cle = std::string(fichier) == "AUTO" ? "" : "--cle";
+    std::vector<std::string> args = {"exporter", fichier};
+    if (!cle.empty()) args.insert(args.end(), {cle, "0"});
+    const Resultat origine = Lance(args);
+    ASSERT_EQ(origine.statut, StatutFait);
+    EXPECT_FALSE(origine.sortie.empty()) << fichier;
+    const Resultat import = LanceSur(Cabinet("copie"), {"importer", fichier}, origine.sortie);
+    EXPECT_EQ(import.statut, StatutFait) << import.erreurs;
+    EXPECT_EQ(LanceSur(Cabinet("copie"), args).sortie, origine.sortie) << fichier;
+  }
+  const Resultat verifie = LanceSur(Cabinet("copie"), {"verifier"});
+  EXPECT_EQ(verifie.statut, StatutFait) << verifie.sortie;
+}
+
+TEST_F(Commandes, ImportRefuseParLigne) {
+  Cree();
+  const Resultat r = Lance({"importer", "COMPTES", "--json"},
+                           "{\"Compte\":\"900\",\"Type\":4}\n{\"Compte\":\"901\",\"Typo\":4}\n\n{\"Type\":4}\n"
+                           "{\"Compte\":\"902\",\"Type\":5}\n{\"Compte\":\"900\",\"Type\":4,\"Designation\":\"Seconde\"}\n{\n");
+  EXPECT_EQ(r.statut, StatutRefuse);
+  EXPECT_EQ(r.sortie, "{\"fichier\":\"COMPTES\",\"importes\":2,\"refuses\":4}\n");
+  for (const char* attendu : {"Erreur 3203, ligne 2 :", "Erreur 3204, ligne 4 :", "Erreur 3205, ligne 5 :", "Erreur 3200, ligne 7 :"})
+    EXPECT_NE(r.erreurs.find(attendu), std::string::npos) << r.erreurs;
+  EXPECT_EQ(Balance().at("9")["Designation"], "Seconde");
+}
+
+TEST_F(Commandes, VerifierRecalculer) {
+  Cree();
+  Saisit();
+  ASSERT_EQ(Lance({"importer", "COMPTES"}, R"({"Compte":"706","Code":"HONOR","Designation":"Honoraires","Rubrique":"01","Type":1,"PartPro":100,"CreditEuro":7})").statut,
+            StatutFait);
+  const Resultat malade = Lance({"verifier", "--json"});
+  EXPECT_EQ(malade.statut, StatutRefuse);
+  EXPECT_GE(Json::parse(malade.Lignes().back())["anomalies"], 1);
+  const Resultat recalcul = Lance({"recalculer", "--euros", "--json"});
+  EXPECT_EQ(recalcul.statut, StatutFait) << recalcul.erreurs;
+  const Json bilan = Json::parse(recalcul.sortie);
+  EXPECT_EQ(bilan["NbRecettes"], 2);
+  EXPECT_EQ(bilan["NbDepenses"], 1);
+  EXPECT_EQ(bilan["NbValidees"], 1);
+  EXPECT_EQ(bilan["lignes"], 7);
+  EXPECT_EQ(Balance().at("706")["CreditEuro"], 100.5);
+  EXPECT_EQ(Lance({"verifier"}).sortie, "Aucune anomalie.\n");
+}
+
+TEST_F(Commandes, ReconstruireUnFichierEndommage) {
+  Cree();
+  Saisit();
+  const std::string chemin = Cabinet() + "/2003/JOURNAL.dat";
+  ASSERT_TRUE(std::filesystem::exists(chemin));
+  {
+    std::fstream fichier(chemin, std::ios::in | std::ios::out | std::ios::binary);
+    for (const int entete : {0, 512}) fichier.seekp(entete).write("XXXXXXXX", 8);
+  }
+  const Resultat refus = Lance({"balance"});
+  EXPECT_EQ(refus.statut, StatutRefuse);
+  EXPECT_NE(refus.erreurs.find("JOURNAL"), std::string::npos) << refus.erreurs;
+  const Resultat r = Lance({"reconstruire", "journal", "--json"});
+  EXPECT_EQ(r.statut, StatutFait) << r.erreurs;
+  EXPECT_EQ(Json::parse(r.sortie)["gardes"], 7) << r.sortie;
+  Sain();
+  EXPECT_EQ(Lance({"reconstruire"}).Lignes().size(), 6u);
+}
+
+TEST_F(Commandes, Demo) {
+  const Resultat r = Lance({"demo", "--json"});
+  ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
+  ASSERT_EQ(r.Lignes().size(), 3u);
+  for (const std::string& ligne : r.Lignes()) EXPECT_GT(Json::parse(ligne)["ecritures"], 2800) << ligne;
+  for (const char* exercice : {"2001", "2002", "2003"}) Sain(exercice);
+  std::set<std::pair<int, bool>> genres;
+  for (const std::string& texte : Lance({"--exercice", "2002", "exporter", "JOURNAL"}).Lignes()) {
+    const Json ligne = Json::parse(texte);
+    const Date date = GetDate(ligne["Date"].get<std::string>());
+    EXPECT_EQ(ligne["SaisieEuro"] == 0, date <= FaitDate(17, 2, 2002)) << texte;
+    genres.insert({ligne["Genre"], ligne["Validee"] != 0});
+  }
+  EXPECT_EQ(genres.size(), 6u);
+  EXPECT_EQ(Lance({"demo"}).statut, StatutRefuse);
+  const Resultat encore = LanceSur(Cabinet("autre"), {"demo", "--json"});
+  EXPECT_EQ(encore.sortie, r.sortie);
+  EXPECT_EQ(LanceSur(Cabinet("autre"), {"exporter", "JOURNAL"}).sortie, Lance({"exporter", "JOURNAL"}).sortie);
+}
+
+}  // namespace
+}  // namespace fenlor::test

@@ -1,0 +1,320 @@
+#include <fstream>
+
+#include "ctl/ctldetest.h"
+#include "outils/systemefautif.h"
+
+namespace fenlor::test {
+namespace {
+
+/// Input line and the answer that it gets, without "entree": the answer's text is
+/// not told, only its number.
+struct Cas {
+  const char* ligne;
+  const char* reponse;
+};
+
+class Saisir : public CtlDeTest {
+ protected:
+  void SetUp() override { Cree(); }
+
+  void Verifie(const std::vector<Cas>& cas, std::vector<std::string> args = {"saisir"}) {
+    std::string entree;
+    for (const Cas& c : cas) entree += std::string(c.ligne) + "\n";
+    const Resultat r = Lance(args, entree);
+    const auto lignes = r.Lignes();
+    ASSERT_EQ(lignes.size(), cas.size()) << r.erreurs;
+    bool refus = false;
+    for (std::size_t i = 0; i < cas.size(); ++i) {
+      Json reponse = Json::parse(lignes[i]);
+      EXPECT_EQ(reponse["entree"], i + 1);
+      reponse.erase("entree");
+      if (reponse.contains("erreur")) {
+        refus = true;
+        EXPECT_FALSE(reponse["texte"].get<std::string>().empty());
+        reponse.erase("texte");
+      }
+      EXPECT_EQ(reponse, Json::parse(cas[i].reponse)) << cas[i].ligne << "\n" << lignes[i];
+    }
+    EXPECT_EQ(r.statut, refus ? StatutRefuse : StatutFait);
+    Sain();
+  }
+};
+
+TEST_F(Saisir, EcrituresNouvelles) {
+  Verifie({
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","libelle":"Consultations","ttc":120.0,"tresorerie":"BQ","paiement":"cheque"})",
+       R"({"mouvement":1,"ligne":1})"},
+      {R"({"journal":"depenses","date":"16/03/2003","code":" tel ","ttc":60.557,"professionnel":40,"tresorerie":"51 2"})",
+       R"({"mouvement":2,"ligne":1})"},
+      {R"({"journal":"recettes","date":"31/3/2003","code":"CONSULT","libelle":"Née Œuvrard","ttc":100,"monnaie":"euro","tresoreries":[{"compte":"bq","montant":60,"paiement":"autre"},{"compte":"530","montant":40}]})",
+       R"({"mouvement":3,"ligne":2})"},
+      {R"({"journal":"OD","date":"18/04/2003","libelle":"Versement","lignes":[{"compte":"512","libelle":"Dépôt","debit":10.0},{"code":"CA","credit":10}]})",
+       R"({"mouvement":4,"ligne":1})"},
+      {R"({"journal":"recettes","date":"20/03/2003","compte":"706","ttc":-15,"tresorerie":"CA","valider":true,"pointer":true})",
+       R"({"mouvement":5,"ligne":3})"},
+  });
+  const auto journal = Journal();
+  const auto ligne = [&](std::size_t i) {
+    const Json& l = journal.at(i);
+    return Json{l["Mouvement"], l["Compte"],  l["MontantEuro"], l["Sens"].get<int>() != 0, l["ModePaiement"],
+                l["Libelle"],   l["Validee"], l["Pointee"],     l["Date"]};
+  };
+  const char* attendues[] = {
+      R"([1,"7060000000",120.0,true,0,"Consultations",0,0,"15/03/2003"])",
+      R"([1,"5120000000",120.0,false,0,"Consultations",0,0,"15/03/2003"])",
+      R"([2,"6262000000",40.0,false,0,"Téléphone et Internet",0,0,"16/03/2003"])",
+      R"([2,"1080000000",20.56,false,0,"Téléphone et Internet",0,0,"16/03/2003"])",
+      R"([2,"5120000000",60.56,true,0,"Téléphone et Internet",0,0,"16/03/2003"])",
+      R"([3,"7061000000",100.0,true,0,"Née Œuvrard",0,0,"31/03/2003"])",
+      R"([3,"5120000000",60.0,false,1,"Née Œuvrard",0,0,"31/03/2003"])",
+      R"([3,"5300000000",40.0,false,0,"Née Œuvrard",0,0,"31/03/2003"])",
+      R"([4,"5120000000",10.0,false,0,"Versement",0,0,"18/04/2003"])",
+      R"([4,"5300000000",10.0,true,0,"Versement",0,0,"18/04/2003"])",
+      R"([5,"7060000000",15.0,false,0,"Honoraires",1,1,"20/03/2003"])",
+      R"([5,"5300000000",15.0,true,1,"Honoraires",1,1,"20/03/2003"])",
+  };
+  ASSERT_EQ(journal.size(), std::size(attendues));
+  for (std::size_t i = 0; i < journal.size(); ++i) EXPECT_EQ(ligne(i), Json::parse(attendues[i])) << journal[i];
+  const auto balance = Balance();
+  EXPECT_EQ(balance.at("512")["SoldeEuro"], -129.44);
+  EXPECT_EQ(balance.at("706")["SoldeEuro"], 105);
+  EXPECT_EQ(balance.at("")["TotalDebitEuro"], balance.at("")["TotalCreditEuro"]);
+}
+
+TEST_F(Saisir, RefusDeChamps) {
+  Verifie({
+      {R"({})", R"({"erreur":3204})"},
+      {R"({"journal":"recettes"})", R"({"erreur":3204})"},
+      {R"({"journal":"ventes","date":"15/03/2003"})", R"({"erreur":3205})"},
+      {R"({"journal":1})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1})", R"({"erreur":3204})"},
+      {R"({"journal":"recettes","date":"15/03/2003","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3204})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":"1","tresorerie":"BQ"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":null,"tresorerie":"BQ"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":20030315,"compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","code":"HONOR","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"70600000001","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","paiement":"carte"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","tresoreries":[]})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ"}]})", R"({"erreur":3204})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":["BQ"]})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ","montant":1,"taux":2}]})", R"({"erreur":3203})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","lignes":[]})", R"({"erreur":3205})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[{"debit":1}]})", R"({"erreur":3204})"},
+      {R"({"journal":"od","date":"15/03/2003","ttc":1,"lignes":[]})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","couleur":"bleu"})", R"({"erreur":3203})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"日"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"a\tb"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"123456789 123456789 123456789 123456789 123456789 123456789 123456789 123456789 x"})", R"({"erreur":3206})"},
+      {R"({"supprimer":true})", R"({"erreur":3204})"},
+      {R"({"mouvement":0,"supprimer":true})", R"({"erreur":3205})"},
+      {R"({"mouvement":1.5,"supprimer":true})", R"({"erreur":3205})"},
+      {R"({"mouvement":4294967296,"supprimer":true})", R"({"erreur":3205})"},
+      {R"({"mouvement":1})", R"({"erreur":3205})"},
+      {R"({"mouvement":1,"supprimer":true,"ttc":3})", R"({"erreur":3205})"},
+      {R"(pas du JSON)", R"({"erreur":3200})"},
+      {"{\"journal\":\"\xE9\"}", R"({"erreur":3200})"},
+  });
+  EXPECT_TRUE(Journal().empty());
+}
+
+TEST_F(Saisir, RefusDesRegles) {
+  Verifie({
+      {R"({"journal":"recettes","date":"31/02/2003","compte":"9","ttc":0,"tresorerie":"BQ"})", R"({"erreur":3104})"},
+      {R"({"journal":"recettes","date":"le 15 mars 2003","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3104})"},
+      {R"({"journal":"recettes","date":"15/03/2004","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3104})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"9","ttc":0,"tresorerie":"BQ"})", R"({"erreur":3105})"},
+      {R"({"journal":"recettes","date":"15/03/2003","code":"TEL","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3105})"},
+      {R"({"journal":"depenses","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3105})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":0.001,"tresorerie":"BQ"})", R"({"erreur":3106})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1e300,"tresorerie":"BQ"})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"706"})", R"({"erreur":3105})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[]})", R"({"erreur":3035})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ","montant":0.99}]})", R"({"erreur":3036})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"monnaie":"franc","tresorerie":"BQ"})", R"({"erreur":3041})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[]})", R"({"erreur":3032})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512"}]})", R"({"erreur":3108})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512","debit":1,"credit":1}]})", R"({"erreur":3207})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[{"code":"XX","debit":1}]})", R"({"erreur":3105})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512","debit":1}]})", R"({"erreur":3301})"},
+      {R"({"mouvement":7,"supprimer":true})", R"({"erreur":3202})"},
+  });
+  EXPECT_TRUE(Journal().empty());
+}
+
+TEST_F(Saisir, ChangementsEtMarques) {
+  const std::vector<Cas> debut = {
+      {R"({"journal":"depenses","date":"15/03/2003","code":"TEL","libelle":"Facture","ttc":100,"professionnel":30,"tresorerie":"BQ"})",
+       R"({"mouvement":1,"ligne":1})"},
+      {R"({"journal":"od","date":"18/03/2003","libelle":"Versement","lignes":[{"compte":"512","debit":10},{"compte":"530","credit":10}]})",
+       R"({"mouvement":2,"ligne":1})"},
+      // A label alone keeps every amount.
+      {R"({"mouvement":1,"libelle":"Facture de mars"})", R"({"mouvement":1,"ligne":1})"},
+      {R"({"mouvement":1,"date":"20/03/2003","pointer":true,"rapprocher":true})", R"({"mouvement":1,"ligne":1})"},
+      {R"({"mouvement":1,"pointer":true})", R"({"mouvement":1,"ligne":1})"},
+      {R"({"mouvement":1,"tresorerie":"CCP"})", R"({"erreur":3300})"},
+      {R"({"mouvement":1,"journal":"recettes","ttc":1})", R"({"erreur":3205})"},
+      {R"({"mouvement":1,"lignes":[]})", R"({"erreur":3205})"},
+      {R"({"mouvement":2,"ttc":1})", R"({"erreur":3205})"},
+      {R"({"mouvement":2,"libelle":"Versement à la banque"})", R"({"mouvement":2,"ligne":1})"},
+      // What is refused takes the marks of the same line back.
+      {R"({"mouvement":1,"ttc":50,"rapprocher":false,"date":"99/03/2003"})", R"({"erreur":3104})"},
+      {R"({"mouvement":1,"supprimer":true})", R"({"erreur":3303})"},
+  };
+  Verifie(debut);
+  auto journal = Journal();
+  ASSERT_EQ(journal.size(), 5u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(journal[i]["Libelle"], "Facture de mars");
+    EXPECT_EQ(journal[i]["Date"], "20/03/2003");
+    EXPECT_EQ(journal[i]["Pointee"], 1);
+  }
+  EXPECT_EQ(journal[0]["MontantEuro"], 30);
+  EXPECT_EQ(journal[2]["Rapprochee"], 1);
+  EXPECT_EQ(journal[3]["Libelle"], "Versement à la banque");
+  EXPECT_EQ(journal[3]["MontantEuro"], 10);
+
+  // With another amount and no professional share the account's own share counts.
+  Verifie({{R"({"mouvement":1,"ttc":80,"valider":true})", R"({"mouvement":1,"ligne":1})"},
+           {R"({"mouvement":1,"ttc":90})", R"({"erreur":3201})"},
+           {R"({"mouvement":1,"supprimer":true})", R"({"erreur":3016})"},
+           {R"({"mouvement":1,"valider":false})", R"({"erreur":3318})"},
+           {R"({"mouvement":2,"supprimer":true})", R"({"mouvement":2,"ligne":1})"}});
+  journal = Journal();
+  ASSERT_EQ(journal.size(), 2u);
+  EXPECT_EQ(journal[0]["MontantEuro"], 80);
+  EXPECT_EQ(journal[1]["Rapprochee"], 1);
+}
+
+TEST_F(Saisir, OuiRepondAuxQuestions) {
+  Verifie({{R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100,"tresorerie":"BQ","valider":true})",
+            R"({"mouvement":1,"ligne":1})"},
+           {R"({"mouvement":1,"valider":false,"tresorerie":"CA"})", R"({"mouvement":1,"ligne":1})"},
+           {R"({"mouvement":1,"ttc":50,"tresoreries":[{"compte":"BQ","montant":20},{"compte":"CA","montant":30}]})",
+            R"({"mouvement":1,"ligne":1})"},
+           {R"({"mouvement":1,"paiement":"autre"})", R"({"erreur":3205})"},
+           {R"({"journal":"od","date":"15/03/2003","libelle":"Écart","lignes":[{"compte":"512","debit":10},{"compte":"530","credit":9.99}]})",
+            R"({"mouvement":2,"ligne":1})"}},
+          {"saisir", "--oui"});
+  const auto journal = Journal();
+  ASSERT_EQ(journal.size(), 6u);
+  EXPECT_EQ(journal[2]["Compte"], "5300000000");
+  EXPECT_EQ(journal[5]["Compte"], "7580000000");
+  EXPECT_EQ(journal[5]["MontantEuro"], 0.01);
+}
+
+TEST_F(Saisir, EntreeParLignes) {
+  const std::string bonne = R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
+  const std::string longue = "{\"libelle\":\"" + std::string(3 << 20, 'x') + "\"}";
+  const Resultat r = Lance({"saisir", "-"}, "\n" + bonne + "\r\n  \n" + longue + "\n" + bonne);
+  const auto lignes = r.Lignes();
+  ASSERT_EQ(lignes.size(), 3u);
+  EXPECT_EQ(lignes[0], R"({"entree":2,"mouvement":1,"ligne":1})");
+  EXPECT_EQ(Json::parse(lignes[1])["erreur"], 3200);
+  EXPECT_EQ(lignes[2], R"({"entree":5,"mouvement":2,"ligne":2})");
+  EXPECT_EQ(r.erreurs, "Erreur 3200, ligne 4 : plus de 1048576 octets.\n");
+  EXPECT_EQ(Lance({"saisir", Cabinet() + "/absent"}).statut, StatutRefuse);
+  EXPECT_EQ(Lance({"saisir", Cabinet()}).statut, StatutRefuse);
+}
+
+TEST_F(Saisir, ToutEstUneUnite) {
+  const std::vector<Cas> cas = {
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"mouvement":1,"ligne":1})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":0,"tresorerie":"BQ"})", R"({"erreur":3106})"},
+      {R"({"mouvement":1,"ttc":2})", R"({"mouvement":1,"ligne":1})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":4,"tresorerie":"BQ"})", R"({"mouvement":2,"ligne":2})"},
+      {R"({"mouvement":2,"supprimer":true})", R"({"mouvement":2,"ligne":2})"},
+  };
+  Verifie(cas, {"saisir", "--tout"});
+  EXPECT_EQ(Balance().at("706")["SoldeEuro"], 2);
+}
+
+/// Looks at the disk whenever an answer is given out.
+class SortieTemoin : public std::stringbuf {
+ public:
+  explicit SortieTemoin(const SystemeFautif& disque) : m_disque(disque) {}
+  int sync() override {
+    const std::string texte = str();
+    const auto reponses = static_cast<std::size_t>(std::count(texte.begin(), texte.end(), '\n'));
+    if (reponses > SynchrosAlors.size()) SynchrosAlors.push_back(m_disque.Compte(SystemeFautif::Synchro));
+    EXPECT_EQ(reponses, SynchrosAlors.size()) << "two answers in one flush";
+    return 0;
+  }
+  std::vector<u64> SynchrosAlors;  ///< syncs of the disk when answer i left
+
+ private:
+  const SystemeFautif& m_disque;
+};
+
+TEST_F(Saisir, ReponseApresLeDisque) {
+  SystemeSansSynchro dessous;
+  SystemeFautif disque(dessous);
+  OptionsCtl options = Options();
+  options.magasin.systeme = &disque;
+  SortieTemoin temoin(disque);
+  std::ostream sortie(&temoin);
+  std::ostringstream erreurs;
+  std::string entree;
+  for (int i = 0; i < 5; ++i)
+    entree += R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})" "\n";
+  std::istringstream flux(entree);
+  ASSERT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, flux, sortie, erreurs, options), StatutFait) << erreurs.str();
+  ASSERT_EQ(temoin.SynchrosAlors.size(), 5u);
+  for (std::size_t i = 1; i < 5; ++i) EXPECT_GT(temoin.SynchrosAlors[i], temoin.SynchrosAlors[i - 1]);
+}
+
+TEST_F(Saisir, EchecDuDisqueAuBout) {
+  for (const bool tout : {false, true}) {
+    SystemeSansSynchro dessous;
+    SystemeFautif disque(dessous);
+    disque.SurChemin("fenlor.rep");
+    OptionsCtl options = Options();
+    options.magasin.systeme = &disque;
+    // Opening done, every sync of the redo log fails.
+    std::stringbuf tampon;
+    std::ostream sortie(&tampon);
+    std::ostringstream erreurs;
+    class Declencheur : public std::streambuf {
+     public:
+      Declencheur(SystemeFautif& disque, std::string texte) : m_disque(disque), m_texte(std::move(texte)) {}
+      int_type underflow() override {
+        if (m_lu) return traits_type::eof();
+        m_lu = true;
+        m_disque.Programme(1, ENOSPC, SystemeFautif::Synchro | SystemeFautif::Ecriture, false);
+        setg(m_texte.data(), m_texte.data(), m_texte.data() + m_texte.size());
+        return traits_type::to_int_type(*gptr());
+      }
+
+     private:
+      SystemeFautif& m_disque;
+      std::string m_texte;
+      bool m_lu = false;
+    } lecture(disque, R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})"
+                      "\n{}\n");
+    std::istream entree(&lecture);
+    std::vector<std::string> args = {"--cabinet", Cabinet(), "saisir"};
+    if (tout) args.push_back("--tout");
+    EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, options), StatutRefuse);
+    ASSERT_GT(disque.NbPannes(), 0u);
+    std::istringstream lignes(tampon.str());
+    std::string ligne;
+    ASSERT_TRUE(std::getline(lignes, ligne));
+    EXPECT_EQ(Json::parse(ligne)["erreur"], 3214) << ligne;
+    ASSERT_TRUE(std::getline(lignes, ligne));
+    EXPECT_EQ(Json::parse(ligne)["erreur"], 3204) << ligne;
+    EXPECT_TRUE(Journal().empty());
+    Sain();
+  }
+}
+
+TEST_F(Saisir, SortiePerdue) {
+  std::istringstream entree(R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})");
+  std::ofstream pleine("/dev/full");
+  std::ostringstream erreurs;
+  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, entree, pleine, erreurs, Options()), StatutRefuse);
+  EXPECT_NE(erreurs.str().find("Erreur 3022"), std::string::npos);
+  EXPECT_EQ(Journal().size(), 2u);
+}
+
+}  // namespace
+}  // namespace fenlor::test
