@@ -243,6 +243,14 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
   if (positionsNous != positionsAutre) Echec("the finds do not agree");
   tableau.Ligne("exact find of a line's key", EnTemps(p.nous / t.recherches), EnTemps(p.autre / t.recherches),
                 p.rapport, "x", 4, true);
+  // What is left of it when the rival takes its read lock once for all of them.
+  rival.Debut();
+  p = MesurePaires(
+      t.passages, [&] { for (const auto& cle : cles) positionsNous += m.QVFindKey(79, cle); },
+      [&] { for (const auto& cle : cles) positionsAutre += rival.Trouve(4, cle); });
+  rival.Fin();
+  tableau.Ligne("  the same, the rival inside one transaction", EnTemps(p.nous / t.recherches),
+                EnTemps(p.autre / t.recherches), p.rapport, "x", 0, true);
 
   const unsigned lourds = std::max(1u, t.passages / 3);
   p = MesurePaires(

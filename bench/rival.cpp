@@ -16,9 +16,8 @@ std::string Table(const char* fichier, unsigned indice) { return std::string(fic
 
 Rival::Rival(const std::string& chemin) {
   if (sqlite3_open(chemin.c_str(), &m_base) != SQLITE_OK) Echec("SQLite does not open " + chemin);
-  for (const char* sql : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL", "PRAGMA cache_size=-262144",
+  for (const char* sql : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL", "PRAGMA cache_size=-65536",
                           "PRAGMA mmap_size=4294967296", "PRAGMA temp_store=MEMORY",
-                          "PRAGMA locking_mode=EXCLUSIVE",
                           "CREATE TABLE IF NOT EXISTS journal(position INTEGER PRIMARY KEY, rec BLOB NOT NULL)",
                           "CREATE TABLE IF NOT EXISTS comptes(position INTEGER PRIMARY KEY, rec BLOB NOT NULL)"}) {
     Execute(sql);

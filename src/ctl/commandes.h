@@ -26,7 +26,7 @@ struct OptionsSaisir {
 int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options);
 
 struct OptionsEchange {
-  std::string nom;          ///< store name: "JOURNAL"
+  std::string nom;           ///< store name: "JOURNAL"
   std::string source = "-";  ///< input of the import
   int cle = -1;              ///< key of the export, from 0; -1: file order
 };

@@ -24,8 +24,9 @@ Contexte::Contexte(const OptionsGlobales& globales, const OptionsCtl& options, s
       m_sortie(sortie),
       m_erreurs(erreurs),
       m_pathProgrammes(options.pathProgrammes) {
-  Magasin.QVSetCallback(
-      [this](u32 evenement, u32 valeur, const std::string& texte) { return Evenement(evenement, valeur, texte); });
+  Magasin.QVSetCallback([this](u32 evenement, u32 valeur, const std::string& texte) {
+    return Evenement(evenement, valeur, texte);
+  });
 }
 
 Contexte::~Contexte() { Magasin.QVSetCallback({}); }
@@ -59,8 +60,13 @@ bool Contexte::OuvreCabinet(bool cree) {
   Magasin.QVSetWithQuorbane(false, App.Edition);
   Systeme& systeme = Magasin.SystemeFichiers();
   if (cree && !systeme.Existe(Globales.cabinet)) {
-    if (const int erreur = systeme.CreeDossier(Globales.cabinet)) {
-      Refuse(3008, {DepuisUtf8(Globales.cabinet).value_or(Globales.cabinet) + " : " + TexteErreurSysteme(erreur)});
+    int erreur = systeme.CreeDossier(Globales.cabinet);
+    std::string sansBarre = Globales.cabinet;
+    while (sansBarre.size() > 1 && sansBarre.back() == '/') sansBarre.pop_back();
+    if (!erreur) erreur = systeme.SynchroniseDossier(DossierDe(sansBarre));
+    if (erreur) {
+      Refuse(3008,
+             {DepuisUtf8(Globales.cabinet).value_or(Globales.cabinet) + " : " + TexteErreurSysteme(erreur)});
       return false;
     }
   }
@@ -82,7 +88,9 @@ bool Contexte::OuvreCabinet(bool cree) {
 
 bool Contexte::TrouveExercice(std::string& nom) {
   const auto liste = Magasin.ListeExercices();
-  const auto existe = [&](const std::string& n) { return std::find(liste.begin(), liste.end(), n) != liste.end(); };
+  const auto existe = [&](const std::string& n) {
+    return std::find(liste.begin(), liste.end(), n) != liste.end();
+  };
   if (!Globales.exercice.empty()) {
     nom = DepuisUtf8(Globales.exercice).value_or(Globales.exercice);
     if (existe(nom)) return true;
@@ -148,7 +156,8 @@ int Contexte::RefuseOuverture(const std::string& chemin) {
 }
 
 int Contexte::RefuseLecture(int erreur, const std::string& chemin) {
-  return Refuse(3052, {std::to_string(erreur), DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
+  return Refuse(3052, {std::to_string(erreur),
+                       DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
 }
 
 void Contexte::DernierEchec(unsigned& numero, std::string& texte) {

@@ -27,8 +27,8 @@ struct OptionsGlobales {
 
 class Contexte {
  public:
-  Contexte(const OptionsGlobales& globales, const OptionsCtl& options, std::istream& entree, std::ostream& sortie,
-           std::ostream& erreurs);
+  Contexte(const OptionsGlobales& globales, const OptionsCtl& options, std::istream& entree,
+           std::ostream& sortie, std::ostream& erreurs);
   ~Contexte();
   Contexte(const Contexte&) = delete;
   Contexte& operator=(const Contexte&) = delete;

@@ -55,7 +55,8 @@ CLI::Validator DateValide() {
 
 std::string NomsFichiers() {
   std::string noms;
-  for (const DefinitionFichier* d = Definitions(); d->numero; ++d) noms += (noms.empty() ? "" : ", ") + std::string(d->nom);
+  for (const DefinitionFichier* d = Definitions(); d->numero; ++d)
+    noms += (noms.empty() ? "" : ", ") + std::string(d->nom);
   return noms;
 }
 
@@ -91,19 +92,24 @@ struct CommandeCtl {
 /// command that was chosen.
 class LigneDeCommande {
  public:
-  LigneDeCommande() : m_app("Tient les livres d'un cabinet Fenlor depuis la ligne de commande.", "fenlorctl") {
+  LigneDeCommande()
+      : m_app("Tient les livres d'un cabinet Fenlor depuis la ligne de commande.", "fenlorctl") {
     Habille(m_app);
     m_app.footer(
-        "Le statut de sortie est 0 quand tout est fait, 1 quand quelque chose est refusé (le message est sur la\n"
+        "Le statut de sortie est 0 quand tout est fait, 1 quand quelque chose est refusé (le message est sur "
+        "la\n"
         "sortie d'erreur), 2 quand la ligne de commande est incorrecte.");
     m_app.add_option("--cabinet", m_globales.cabinet, "Dossier du cabinet")->option_text("DOSSIER");
-    m_app.add_option("--exercice", m_globales.exercice, "Exercice (par défaut : l'exercice courant, sinon le dernier)")
+    m_app
+        .add_option("--exercice", m_globales.exercice,
+                    "Exercice (par défaut : l'exercice courant, sinon le dernier)")
         ->option_text("NOM");
     m_app.add_option("--aujourdhui", m_globales.aujourdhui, "Date à prendre pour la date du jour")
         ->option_text("JJ/MM/AAAA")
         ->check(DateValide());
-    m_app.add_option("--mot-de-passe", m_globales.motDePasse,
-                     "Mot de passe du cabinet (ou la variable FENLOR_MOT_DE_PASSE)")
+    m_app
+        .add_option("--mot-de-passe", m_globales.motDePasse,
+                    "Mot de passe du cabinet (ou la variable FENLOR_MOT_DE_PASSE)")
         ->option_text("TEXTE")
         ->envname("FENLOR_MOT_DE_PASSE");
     m_app.add_flag("--json", m_globales.json, "Écrit le résultat en JSON, un objet par ligne");
@@ -122,7 +128,8 @@ class LigneDeCommande {
     if (!m_choisie.action) return "il manque la commande";
     if (m_globales.cabinet.empty()) return "il manque --cabinet";
     if (m_choisie.nom == "creer") return FauteCreer();
-    if (m_choisie.nom == "exporter" && m_echange.cle >= 0 && m_echange.cle >= DefinitionNom(m_echange.nom)->nbCles)
+    if (m_choisie.nom == "exporter" && m_echange.cle >= 0 &&
+        m_echange.cle >= DefinitionNom(m_echange.nom)->nbCles)
       return m_echange.nom + " n'a pas de clé " + std::to_string(m_echange.cle);
     return {};
   }
@@ -141,7 +148,8 @@ class LigneDeCommande {
     if (m_globales.exercice.empty()) return "il manque --exercice";
     if (m_creer.debut.empty() != m_creer.fin.empty()) return "--debut et --fin vont ensemble";
     const std::string& nom = m_globales.exercice;
-    const bool annee = nom.size() == 4 && nom.find_first_not_of("0123456789") == std::string::npos && nom >= "0001";
+    const bool annee =
+        nom.size() == 4 && nom.find_first_not_of("0123456789") == std::string::npos && nom >= "0001";
     if (!annee && m_creer.debut.empty())
       return "l'exercice " + nom + " ne porte pas le nom d'une année : --debut et --fin sont obligatoires";
     return {};
@@ -150,7 +158,9 @@ class LigneDeCommande {
   void AjouteExercices() {
     CLI::App* creer = Ajoute({"creer", [this](Contexte& c) { return CommandeCreer(c, m_creer); }, true},
                              "Crée un exercice, et le dossier du cabinet s'il manque");
-    creer->add_option("--debut", m_creer.debut, "Premier jour")->option_text("JJ/MM/AAAA")->check(DateValide());
+    creer->add_option("--debut", m_creer.debut, "Premier jour")
+        ->option_text("JJ/MM/AAAA")
+        ->check(DateValide());
     creer->add_option("--fin", m_creer.fin, "Dernier jour")->option_text("JJ/MM/AAAA")->check(DateValide());
     CLI::Option* euro = creer->add_flag("--euro", m_creer.euro, "Tenu en Euro")->option_text(" ");
     creer->add_flag("--franc", m_creer.franc, "Tenu en Franc")->option_text(" ")->excludes(euro);
@@ -164,12 +174,16 @@ class LigneDeCommande {
                               "Enregistre des écritures, une par ligne JSON ; répond une ligne à chacune");
     saisir->add_option("fichier", m_saisir.fichier, "Fichier des écritures (- : l'entrée standard)")
         ->option_text("[FICHIER|-]");
-    saisir->add_flag("--tout", m_saisir.tout, "Enregistre d'un seul tenant toutes les lignes acceptées, ou aucune");
+    saisir->add_flag("--tout", m_saisir.tout,
+                     "Enregistre d'un seul tenant toutes les lignes acceptées, ou aucune");
     saisir->footer(
         "Recette, dépense :\n"
-        "  {\"journal\":\"recettes\",\"date\":\"15/03/2003\",\"compte\":\"706\",\"libelle\":\"Consultations\",\n"
+        "  "
+        "{\"journal\":\"recettes\",\"date\":\"15/03/"
+        "2003\",\"compte\":\"706\",\"libelle\":\"Consultations\",\n"
         "   \"ttc\":120.0,\"tresorerie\":\"BQ\",\"paiement\":\"cheque\"}\n"
-        "  \"journal\" : recettes, depenses ; \"code\" au lieu de \"compte\" ; \"paiement\" : cheque, autre ;\n"
+        "  \"journal\" : recettes, depenses ; \"code\" au lieu de \"compte\" ; \"paiement\" : cheque, autre "
+        ";\n"
         "  en plus \"professionnel\", \"monnaie\" (franc, euro) ; au lieu de \"tresorerie\" :\n"
         "  \"tresoreries\":[{\"compte\":\"BQ\",\"montant\":100.0,\"paiement\":\"cheque\"},...]\n"
         "Opération diverse :\n"
@@ -177,7 +191,8 @@ class LigneDeCommande {
         "   \"lignes\":[{\"compte\":\"512\",\"debit\":10.0},{\"compte\":\"108\",\"credit\":10.0}]}\n"
         "Écriture existante :\n"
         "  {\"mouvement\":345,\"ttc\":125.0}  change les champs donnés\n"
-        "  {\"mouvement\":345,\"supprimer\":true} ; de même \"valider\", \"pointer\", \"rapprocher\" (true, false)");
+        "  {\"mouvement\":345,\"supprimer\":true} ; de même \"valider\", \"pointer\", \"rapprocher\" (true, "
+        "false)");
   }
 
   void AjouteEchanges() {
@@ -187,11 +202,14 @@ class LigneDeCommande {
         ->option_text("FICHIER")
         ->required()
         ->check(FichierValide());
-    exporter->add_option("--cle", m_echange.cle, "Dans l'ordre de cette clé, à partir de 0 (sinon celui du fichier)")
+    exporter
+        ->add_option("--cle", m_echange.cle,
+                     "Dans l'ordre de cette clé, à partir de 0 (sinon celui du fichier)")
         ->option_text("N")
         ->check(CLI::Validator(
             [](std::string& texte) {
-              const bool chiffres = !texte.empty() && texte.find_first_not_of("0123456789") == std::string::npos;
+              const bool chiffres =
+                  !texte.empty() && texte.find_first_not_of("0123456789") == std::string::npos;
               return chiffres ? std::string() : "numéro de clé incorrect : " + texte;
             },
             ""));
@@ -201,18 +219,21 @@ class LigneDeCommande {
         ->option_text("FICHIER")
         ->required()
         ->check(FichierValide());
-    importer->add_option("source", m_echange.source, "Source (- : l'entrée standard)")->option_text("[SOURCE|-]");
+    importer->add_option("source", m_echange.source, "Source (- : l'entrée standard)")
+        ->option_text("[SOURCE|-]");
   }
 
   void AjouteEntretien() {
     Ajoute({"balance", CommandeBalance}, "Donne les comptes, leurs cumuls et leurs soldes");
-    CLI::App* recalculer = Ajoute({"recalculer", [this](Contexte& c) { return CommandeRecalculer(c, m_euros); }},
-                                  "Recalcule les cumuls de tous les comptes");
-    recalculer->add_flag("--euros", m_euros, "Ajuste d'abord l'autre monnaie de chaque ligne au taux de sa date");
+    CLI::App* recalculer =
+        Ajoute({"recalculer", [this](Contexte& c) { return CommandeRecalculer(c, m_euros); }},
+               "Recalcule les cumuls de tous les comptes");
+    recalculer->add_flag("--euros", m_euros,
+                         "Ajuste d'abord l'autre monnaie de chaque ligne au taux de sa date");
     Ajoute({"verifier", CommandeVerifier}, "Contrôle les clés, les cumuls et l'équilibre des écritures");
-    CLI::App* reconstruire = 
-        Ajoute({"reconstruire", [this](Contexte& c) { return CommandeReconstruire(c, m_fichiers); }, false, true},
-               "Refait des fichiers et leurs clés à partir des données brutes");
+    CLI::App* reconstruire = Ajoute(
+        {"reconstruire", [this](Contexte& c) { return CommandeReconstruire(c, m_fichiers); }, false, true},
+        "Refait des fichiers et leurs clés à partir des données brutes");
     reconstruire->add_option("fichiers", m_fichiers, "Fichiers à refaire (par défaut : tous)")
         ->option_text("[FICHIER...]")
         ->check(FichierReconstructibleValide());
@@ -230,11 +251,12 @@ class LigneDeCommande {
 
 }  // namespace
 
-int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::ostream& sortie, std::ostream& erreurs,
-               const OptionsCtl& options) {
+int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::ostream& sortie,
+               std::ostream& erreurs, const OptionsCtl& options) {
   LigneDeCommande ligne;
   const auto usage = [&](const std::string& faute) {
-    erreurs << "fenlorctl : " << faute << "\nVoir fenlorctl --help, ou fenlorctl COMMANDE --help." << std::endl;
+    erreurs << "fenlorctl : " << faute << "\nVoir fenlorctl --help, ou fenlorctl COMMANDE --help."
+            << std::endl;
     return int{StatutUsage};
   };
   try {

@@ -20,7 +20,7 @@ enum StatutCtl : int {
 /// What the command line does not say.
 struct OptionsCtl {
   OptionsQVAPI magasin;        ///< disk, key store and registry folders of the store
-  std::string pathProgrammes;  ///< folder that holds the template "defaut.qvc"
+  std::string pathProgrammes;  ///< folder of a template "defaut.qvc"; empty: the built-in one
 };
 
 /// Runs one command: `args` without the program's name. Everything written is

@@ -30,7 +30,8 @@ struct Soldes {
 };
 
 Soldes EnFranc(const Plan& p) {
-  return {p.DebitFranc, p.CreditFranc, Arrondi2(p.RappCreditFranc - p.RappDebitFranc) + 0.0, p.SoldeInitialFranc};
+  return {p.DebitFranc, p.CreditFranc, Arrondi2(p.RappCreditFranc - p.RappDebitFranc) + 0.0,
+          p.SoldeInitialFranc};
 }
 Soldes EnEuro(const Plan& p) {
   return {p.DebitEuro, p.CreditEuro, Arrondi2(p.RappCreditEuro - p.RappDebitEuro) + 0.0, p.SoldeInitialEuro};
@@ -72,7 +73,8 @@ class Tableau {
  public:
   void Ajoute(std::vector<std::string> colonnes) {
     m_largeurs.resize(std::max(m_largeurs.size(), colonnes.size()));
-    for (std::size_t i = 0; i < colonnes.size(); ++i) m_largeurs[i] = std::max(m_largeurs[i], colonnes[i].size());
+    for (std::size_t i = 0; i < colonnes.size(); ++i)
+      m_largeurs[i] = std::max(m_largeurs[i], colonnes[i].size());
     m_lignes.push_back(std::move(colonnes));
   }
   /// UTF-8; the first `gauches` columns are aligned on the left.
@@ -99,9 +101,10 @@ class Tableau {
 std::string Compteurs(const FichierReconstruit& fichier) {
   const RapportReindex& r = fichier.rapport;
   std::string texte = fichier.nom + " : " + std::to_string(r.gardes) + " enregistrement(s) gardé(s), " +
-                      std::to_string(r.ecartes) + " écarté(s), " + std::to_string(r.remplaces) + " en double, " +
-                      std::to_string(r.inconnus) + " illisible(s)";
-  if (r.octetsRestants) texte += ", " + std::to_string(r.octetsRestants) + " octet(s) illisible(s) en fin de fichier";
+                      std::to_string(r.ecartes) + " écarté(s), " + std::to_string(r.remplaces) +
+                      " en double, " + std::to_string(r.inconnus) + " illisible(s)";
+  if (r.octetsRestants)
+    texte += ", " + std::to_string(r.octetsRestants) + " octet(s) illisible(s) en fin de fichier";
   if (r.endommage) texte += ", fichier endommagé";
   if (r.clesManquantes) texte += ", " + std::to_string(r.clesManquantes) + " clé(s) en double";
   if (!r.copie.empty()) texte += ", ancien fichier gardé sous " + r.copie;
@@ -137,7 +140,8 @@ int CommandeBalance(Contexte& contexte) {
   const bool euro = contexte.App.Reglages.IsEuro();
   const auto montant = [](f64 m) { return FormatMontant(m, 2); };
   Tableau tableau;
-  tableau.Ajoute({"Compte", "Code", "Désignation"_w, "Débit"_w, "Crédit"_w, "Solde", "Rapproché"_w, "Solde réel"_w});
+  tableau.Ajoute(
+      {"Compte", "Code", "Désignation"_w, "Débit"_w, "Crédit"_w, "Solde", "Rapproché"_w, "Solde réel"_w});
   Soldes totalFranc, totalEuro;
   for (bool trouve = plan.First(0); trouve; trouve = plan.Next(0)) {
     const Soldes enFranc = EnFranc(*plan.Rec), enEuro = EnEuro(*plan.Rec);
@@ -153,7 +157,8 @@ int CommandeBalance(Contexte& contexte) {
                     montant(s.rapproche), montant(s.Reel())});
   }
   if (!contexte.FinDeCle()) return contexte.RefuseMagasin();
-  if (contexte.Globales.json) return contexte.Ecrit(LigneJsonTotaux(totalFranc, totalEuro)) ? StatutFait : StatutRefuse;
+  if (contexte.Globales.json)
+    return contexte.Ecrit(LigneJsonTotaux(totalFranc, totalEuro)) ? StatutFait : StatutRefuse;
   const Soldes& total = euro ? totalEuro : totalFranc;
   tableau.Ajoute({"Total", "", euro ? "en Euro" : "en Franc", montant(total.debit), montant(total.credit),
                   montant(total.Solde()), montant(total.rapproche), montant(total.Reel())});
@@ -185,8 +190,8 @@ int CommandeRecalculer(Contexte& contexte, bool euros) {
   }
   std::string texte;
   if (euros)
-    texte = std::to_string(ajustement.parcourues) + " ligne(s) parcourue(s), " + std::to_string(ajustement.changees) +
-            " ajustée(s)\n";
+    texte = std::to_string(ajustement.parcourues) + " ligne(s) parcourue(s), " +
+            std::to_string(ajustement.changees) + " ajustée(s)\n";
   texte += VersUtf8(contexte.Dialogue.Information()) + "\n";
   return contexte.Ecrit(texte) ? StatutFait : StatutRefuse;
 }
@@ -197,7 +202,7 @@ int CommandeVerifier(Contexte& contexte) {
   const u32 anomalies = VerifieExercice(contexte.App, [&](const std::string& phrase) {
     contexte.Ecrit(json ? LigneJson().Texte("anomalie", phrase).Fin() : VersUtf8(phrase) + "\n");
   });
-  const std::string bilan = json              ? LigneJson().Entier("anomalies", anomalies).Fin()
+  const std::string bilan = json             ? LigneJson().Entier("anomalies", anomalies).Fin()
                             : anomalies == 0 ? std::string("Aucune anomalie.\n")
                                              : std::to_string(anomalies) + " anomalie(s).\n";
   return contexte.Ecrit(bilan) && anomalies == 0 ? StatutFait : StatutRefuse;
@@ -220,7 +225,8 @@ int CommandeReconstruire(Contexte& contexte, const std::vector<std::string>& fic
   }
   const Reconstruction reconstruction = ReconstruitCles(contexte.App, noms);
   for (const FichierReconstruit& fichier : reconstruction.fichiers)
-    if (!contexte.Ecrit(contexte.Globales.json ? CompteursJson(fichier) : Compteurs(fichier))) return StatutRefuse;
+    if (!contexte.Ecrit(contexte.Globales.json ? CompteursJson(fichier) : Compteurs(fichier)))
+      return StatutRefuse;
   if (!reconstruction) return contexte.Refuse(reconstruction.erreur, reconstruction.texte);
   return !exercice || contexte.OuvreExercice(nom) ? StatutFait : StatutRefuse;
 }

@@ -42,13 +42,26 @@ class Ajouteur {
   Ajouteur(CFenlorApp& app, const DefinitionFichier& definition)
       : m_app(app), m_definition(definition), m_ouverture(app.Magasin, definition.numero) {
     switch (definition.numero) {
-      case FichierComptes: m_fichier = std::make_unique<CPlan>(app, app.PathExercice); break;
-      case FichierJournal: m_fichier = std::make_unique<CLines>(app, app.PathExercice); break;
-      case FichierRubriques: m_fichier = std::make_unique<CRubriques>(app, app.PathExercice); break;
-      case FichierBanques: m_fichier = std::make_unique<CBanques>(app, app.PathExercice); break;
-      case FichierImmo: m_fichier = std::make_unique<CImmobilisations>(app, app.PathCabinet); break;
-      case FichierAmo: m_fichier = std::make_unique<CAmortissements>(app, app.PathCabinet); break;
-      default: break;
+      case FichierComptes:
+        m_fichier = std::make_unique<CPlan>(app, app.PathExercice);
+        break;
+      case FichierJournal:
+        m_fichier = std::make_unique<CLines>(app, app.PathExercice);
+        break;
+      case FichierRubriques:
+        m_fichier = std::make_unique<CRubriques>(app, app.PathExercice);
+        break;
+      case FichierBanques:
+        m_fichier = std::make_unique<CBanques>(app, app.PathExercice);
+        break;
+      case FichierImmo:
+        m_fichier = std::make_unique<CImmobilisations>(app, app.PathCabinet);
+        break;
+      case FichierAmo:
+        m_fichier = std::make_unique<CAmortissements>(app, app.PathCabinet);
+        break;
+      default:
+        break;
     }
   }
 
@@ -57,8 +70,10 @@ class Ajouteur {
   bool Ajoute(void* rec) {
     QVAPI& magasin = m_app.Magasin;
     switch (m_definition.numero) {
-      case FichierRecettes: return magasin.WriteRecettes(*static_cast<RecetteLiee*>(rec)) != 0;
-      case FichierDepenses: return magasin.WriteDepenses(*static_cast<DepenseLiee*>(rec)) != 0;
+      case FichierRecettes:
+        return magasin.WriteRecettes(*static_cast<RecetteLiee*>(rec)) != 0;
+      case FichierDepenses:
+        return magasin.WriteDepenses(*static_cast<DepenseLiee*>(rec)) != 0;
       case FichierAuto: {
         auto& automatique = *static_cast<EcrituresAuto*>(rec);
         if (automatique.Numero > magasin.GetEcrituresAutoRec(m_ouverture.Poignee)) automatique.Numero = 0;
@@ -103,15 +118,19 @@ RefusLigne ControleCle(u16 numFichier, const void* rec) {
       if (!refus && ligne.Compte[0] == 0) refus = Manquant("Compte");
       return refus;
     }
-    case FichierRubriques: return static_cast<const Rubrique*>(rec)->Rubrique[0] ? refus : Manquant("Rubrique");
-    case FichierBanques: return static_cast<const Banque*>(rec)->Compte[0] ? refus : Manquant("Compte");
-    case FichierImmo: return ControleNumero("Numero", static_cast<const Immobilisation*>(rec)->Numero);
+    case FichierRubriques:
+      return static_cast<const Rubrique*>(rec)->Rubrique[0] ? refus : Manquant("Rubrique");
+    case FichierBanques:
+      return static_cast<const Banque*>(rec)->Compte[0] ? refus : Manquant("Compte");
+    case FichierImmo:
+      return ControleNumero("Numero", static_cast<const Immobilisation*>(rec)->Numero);
     case FichierAmo: {
       const auto& amo = *static_cast<const Amortissement*>(rec);
       refus = ControleNumero("Numero", amo.Numero);
       return refus ? refus : ControleNumero("Annee", amo.Annee);
     }
-    default: return {};
+    default:
+      return {};
   }
 }
 
@@ -163,7 +182,8 @@ int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
   bool tropLongue = false;
   while (lignes.Suivante(ligne, tropLongue)) {
     Json objet;
-    RefusLigne refus = tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
+    RefusLigne refus =
+        tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
     if (!refus) refus = LitEnregistrement(objet, champs, rec.data());
     if (!refus) refus = ControleCle(definition.numero, rec.data());
     if (refus) {
@@ -171,13 +191,21 @@ int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
       contexte.Refuse(refus.numero, refus.texte, lignes.Numero());
       continue;
     }
-    if (!ajouteur.Ajoute(rec.data())) return contexte.RefuseMagasin();
-    ++importes;
+    if (ajouteur.Ajoute(rec.data())) {
+      ++importes;
+      continue;
+    }
+    // Another record has one of its keys behind the first: its own fault.
+    if (contexte.Magasin.QVFileErrorCode() != ErrCleDouble) return contexte.RefuseMagasin();
+    ++refuses;
+    contexte.DernierEchec(refus.numero, refus.texte);
+    contexte.Refuse(refus.numero, refus.texte, lignes.Numero());
   }
   if (lignes.Erreur()) return contexte.RefuseLecture(lignes.Erreur(), options.source);
   if (definition.numero == FichierJournal && importes > 0) {
     Statistiques statistiques{};
-    if (!contexte.Magasin.QVCalculCompta(contexte.App.NomExercice, statistiques)) return contexte.RefuseMagasin();
+    if (!contexte.Magasin.QVCalculCompta(contexte.App.NomExercice, statistiques))
+      return contexte.RefuseMagasin();
   }
   if (!unite.Valide()) return contexte.RefuseMagasin();
 

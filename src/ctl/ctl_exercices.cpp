@@ -62,15 +62,16 @@ int CommandeCreer(Contexte& contexte, const OptionsCreer& options) {
                               .Fin())
                ? StatutFait
                : StatutRefuse;
-  const std::string phrase = "Exercice "_w + nom + " créé, du "_w + StrDate(f.debut) + " au " + StrDate(f.fin) +
-                             ", tenu en "_w + Texte(f.euro ? MotEuro : MotFranc) + ".\n";
+  const std::string phrase = "Exercice "_w + nom + " créé, du "_w + StrDate(f.debut) + " au " +
+                             StrDate(f.fin) + ", tenu en "_w + Texte(f.euro ? MotEuro : MotFranc) + ".\n";
   return contexte.Ecrit(VersUtf8(phrase)) ? StatutFait : StatutRefuse;
 }
 
 int CommandeExercices(Contexte& contexte) {
   Parametres& reglages = contexte.App.Reglages;
   const std::string courant = reglages.LitIni(Texte(SecActivite), Texte(CleExercice));
-  if (!contexte.Globales.json && !contexte.Ecrit("   Exercice  Début       Fin         Monnaie  T.V.A.  Clôture\n"))
+  if (!contexte.Globales.json &&
+      !contexte.Ecrit("   Exercice  Début       Fin         Monnaie  T.V.A.  Clôture\n"))
     return StatutRefuse;
   for (const std::string& nom : contexte.Magasin.ListeExercices()) {
     const EtatExercice e{nom,
@@ -97,8 +98,8 @@ int CommandeExercices(Contexte& contexte) {
         return texte;
       };
       ligne = VersUtf8(colonne(e.courant ? " * " : "", 3) + colonne(e.nom, 10) + colonne(e.debut, 12) +
-                       colonne(e.fin, 12) + colonne(Texte(e.euro ? MotEuro : MotFranc), 9) + colonne(OuiNon(e.tva), 8) +
-                       (e.cloture.empty() ? "ouvert"_w : e.cloture) + "\n");
+                       colonne(e.fin, 12) + colonne(Texte(e.euro ? MotEuro : MotFranc), 9) +
+                       colonne(OuiNon(e.tva), 8) + (e.cloture.empty() ? "ouvert"_w : e.cloture) + "\n");
     }
     if (!contexte.Ecrit(ligne)) return StatutRefuse;
   }

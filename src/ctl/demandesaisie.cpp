@@ -109,8 +109,8 @@ bool ControleCombinaisons(LecteurChamps& champs, RefusLigne& refus, const Demand
 }  // namespace
 
 bool DemandeSaisie::Contenu() const {
-  return date || libelle || compte || code || tresorerie || ttc || professionnel || euro || paiement || tresoreries ||
-         lignes;
+  return date || libelle || compte || code || tresorerie || ttc || professionnel || euro || paiement ||
+         tresoreries || lignes;
 }
 
 RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
@@ -121,15 +121,17 @@ RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
   const Json *tresoreries = nullptr, *lignes = nullptr;
   const bool lu = champs.Mot("journal", {"recettes", "depenses", "od"}, journal) &&
                   champs.Entier("mouvement", 1, std::numeric_limits<u32>::max(), mouvement) &&
-                  champs.Texte("date", TailleLibelle, demande.date) && champs.Texte("libelle", TailleLibelle, demande.libelle) &&
-                  LitCompte(champs, "compte", demande.compte) && champs.Texte("code", TailleCode, demande.code) &&
-                  champs.Montant("ttc", demande.ttc) && champs.Montant("professionnel", demande.professionnel) &&
+                  champs.Texte("date", TailleLibelle, demande.date) &&
+                  champs.Texte("libelle", TailleLibelle, demande.libelle) &&
+                  LitCompte(champs, "compte", demande.compte) &&
+                  champs.Texte("code", TailleCode, demande.code) && champs.Montant("ttc", demande.ttc) &&
+                  champs.Montant("professionnel", demande.professionnel) &&
                   champs.Mot("monnaie", {"franc", "euro"}, monnaie) &&
-                  LitCompte(champs, "tresorerie", demande.tresorerie) && LitPaiement(champs, demande.paiement) &&
-                  champs.Liste("tresoreries", tresoreries) && champs.Liste("lignes", lignes) &&
-                  champs.Booleen("supprimer", demande.supprimer) && champs.Booleen("valider", demande.valider) &&
-                  champs.Booleen("pointer", demande.pointer) && champs.Booleen("rapprocher", demande.rapprocher) &&
-                  champs.RienDautre();
+                  LitCompte(champs, "tresorerie", demande.tresorerie) &&
+                  LitPaiement(champs, demande.paiement) && champs.Liste("tresoreries", tresoreries) &&
+                  champs.Liste("lignes", lignes) && champs.Booleen("supprimer", demande.supprimer) &&
+                  champs.Booleen("valider", demande.valider) && champs.Booleen("pointer", demande.pointer) &&
+                  champs.Booleen("rapprocher", demande.rapprocher) && champs.RienDautre();
   if (!lu) return refus;
   if (journal) demande.journal = static_cast<i16>(*journal + 1);
   if (monnaie) demande.euro = *monnaie == 1;
@@ -143,15 +145,19 @@ RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
 
 RefusLigne ControleGenre(const DemandeSaisie& demande, bool od) {
   const std::pair<const char*, bool> etrangers[] = {
-      {"lignes", !od && demande.lignes},          {"compte", od && demande.compte},
-      {"code", od && demande.code},               {"ttc", od && demande.ttc},
-      {"tresorerie", od && demande.tresorerie},   {"professionnel", od && demande.professionnel},
-      {"paiement", od && demande.paiement},       {"tresoreries", od && demande.tresoreries},
+      {"lignes", !od && demande.lignes},
+      {"compte", od && demande.compte},
+      {"code", od && demande.code},
+      {"ttc", od && demande.ttc},
+      {"tresorerie", od && demande.tresorerie},
+      {"professionnel", od && demande.professionnel},
+      {"paiement", od && demande.paiement},
+      {"tresoreries", od && demande.tresoreries},
   };
   for (const auto& [nom, present] : etrangers) {
     if (!present) continue;
-    const std::string raison = od ? "une opération diverse n'a pas ce champ."_w
-                                  : "une recette ou une dépense n'a pas ce champ."_w;
+    const std::string raison =
+        od ? "une opération diverse n'a pas ce champ."_w : "une recette ou une dépense n'a pas ce champ."_w;
     return RefusChamp(nom, raison);
   }
   return {};

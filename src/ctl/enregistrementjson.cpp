@@ -33,7 +33,8 @@ RefusLigne PoseTexteChamp(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_string()) return RefusChamp(champ.nom, raison::TexteAttendu());
   auto texte = DepuisUtf8(valeur.get_ref<const std::string&>());
   if (!texte) return RefusChamp(champ.nom, raison::CaractereImpossible());
-  if (texte->find('\0') != std::string::npos) return RefusChamp(champ.nom, "le caractère nul est interdit."_w);
+  if (texte->find('\0') != std::string::npos)
+    return RefusChamp(champ.nom, "le caractère nul est interdit."_w);
   const std::size_t maximum = champ.taille - 1u;
   if (texte->size() > maximum)
     return {ErrTexteTropLong, TexteErreur(ErrTexteTropLong, {champ.nom, std::to_string(maximum)})};
@@ -61,15 +62,24 @@ RefusLigne PoseMontant(const Json& valeur, const Champ& champ, u8* place) {
 RefusLigne PoseChamp(const Json& valeur, const Champ& champ, u8* place) {
   switch (champ.type) {
     case TypeChamp::Texte:
-    case TypeChamp::Compte: return PoseTexteChamp(valeur, champ, place);
-    case TypeChamp::Entier16: return PoseEntier<i16>(valeur, champ, place);
-    case TypeChamp::Entier32: return PoseEntier<i32>(valeur, champ, place);
-    case TypeChamp::EntierU8: return PoseEntier<u8>(valeur, champ, place);
-    case TypeChamp::EntierU16: return PoseEntier<u16>(valeur, champ, place);
-    case TypeChamp::EntierU32: return PoseEntier<u32>(valeur, champ, place);
-    case TypeChamp::DateC: return PoseDate(valeur, champ, place);
-    case TypeChamp::Montant: return PoseMontant(valeur, champ, place);
-    case TypeChamp::Reserve: break;
+    case TypeChamp::Compte:
+      return PoseTexteChamp(valeur, champ, place);
+    case TypeChamp::Entier16:
+      return PoseEntier<i16>(valeur, champ, place);
+    case TypeChamp::Entier32:
+      return PoseEntier<i32>(valeur, champ, place);
+    case TypeChamp::EntierU8:
+      return PoseEntier<u8>(valeur, champ, place);
+    case TypeChamp::EntierU16:
+      return PoseEntier<u16>(valeur, champ, place);
+    case TypeChamp::EntierU32:
+      return PoseEntier<u32>(valeur, champ, place);
+    case TypeChamp::DateC:
+      return PoseDate(valeur, champ, place);
+    case TypeChamp::Montant:
+      return PoseMontant(valeur, champ, place);
+    case TypeChamp::Reserve:
+      break;
   }
   return {};
 }
@@ -93,11 +103,21 @@ void AjouteEnregistrement(std::string& sortie, std::span<const Champ> champs, co
         AjouteTexteJson(sortie, {texte, strnlen(texte, champ.taille)});
         break;
       }
-      case TypeChamp::Entier16: AjouteEntierJson(sortie, LitValeur<i16>(place)); break;
-      case TypeChamp::Entier32: AjouteEntierJson(sortie, LitValeur<i32>(place)); break;
-      case TypeChamp::EntierU8: AjouteEntierJson(sortie, LitValeur<u8>(place)); break;
-      case TypeChamp::EntierU16: AjouteEntierJson(sortie, LitValeur<u16>(place)); break;
-      case TypeChamp::EntierU32: AjouteEntierJson(sortie, LitValeur<u32>(place)); break;
+      case TypeChamp::Entier16:
+        AjouteEntierJson(sortie, LitValeur<i16>(place));
+        break;
+      case TypeChamp::Entier32:
+        AjouteEntierJson(sortie, LitValeur<i32>(place));
+        break;
+      case TypeChamp::EntierU8:
+        AjouteEntierJson(sortie, LitValeur<u8>(place));
+        break;
+      case TypeChamp::EntierU16:
+        AjouteEntierJson(sortie, LitValeur<u16>(place));
+        break;
+      case TypeChamp::EntierU32:
+        AjouteEntierJson(sortie, LitValeur<u32>(place));
+        break;
       case TypeChamp::DateC: {
         const Date date = LitValeur<u32>(place);
         const std::string texte = StrDate(date);
@@ -107,8 +127,11 @@ void AjouteEnregistrement(std::string& sortie, std::span<const Champ> champs, co
           AjouteEntierJson(sortie, date);
         break;
       }
-      case TypeChamp::Montant: AjouteNombreJson(sortie, LitValeur<f64>(place)); break;
-      case TypeChamp::Reserve: break;
+      case TypeChamp::Montant:
+        AjouteNombreJson(sortie, LitValeur<f64>(place));
+        break;
+      case TypeChamp::Reserve:
+        break;
     }
   }
   sortie += "}\n";
@@ -128,7 +151,8 @@ RefusLigne LitEnregistrement(const Json& objet, std::span<const Champ> champs, v
   for (const auto& [nom, valeur] : objet.items()) {
     bool connu = false;
     for (const Champ& champ : champs) connu = connu || (champ.type != TypeChamp::Reserve && nom == champ.nom);
-    if (!connu) return {ErrChampInconnu, TexteErreur(ErrChampInconnu, {DepuisUtf8(nom.substr(0, 80)).value_or("?")})};
+    if (!connu)
+      return {ErrChampInconnu, TexteErreur(ErrChampInconnu, {DepuisUtf8(nom.substr(0, 80)).value_or("?")})};
   }
   return {};
 }

@@ -23,7 +23,10 @@ std::size_t FauteUtf8(std::string_view texte) {
       ++i;
       continue;
     }
-    const std::size_t suite = c >= 0xC2 && c <= 0xDF ? 1 : c >= 0xE0 && c <= 0xEF ? 2 : c >= 0xF0 && c <= 0xF4 ? 3 : 0;
+    const std::size_t suite = c >= 0xC2 && c <= 0xDF   ? 1
+                              : c >= 0xE0 && c <= 0xEF ? 2
+                              : c >= 0xF0 && c <= 0xF4 ? 3
+                                                       : 0;
     if (suite == 0 || texte.size() - i <= suite) return i;
     for (std::size_t k = 1; k <= suite; ++k) {
       const auto d = static_cast<unsigned char>(texte[i + k]);
@@ -86,7 +89,8 @@ std::string CaractereImpossible() { return "un caractère ne peut pas être enre
 
 std::optional<i64> EntierJson(const Json& valeur, i64 minimum, i64 maximum) {
   if (!valeur.is_number_integer()) return std::nullopt;
-  if (valeur.is_number_unsigned() && valeur.get<u64>() > u64{std::numeric_limits<i64>::max()}) return std::nullopt;
+  if (valeur.is_number_unsigned() && valeur.get<u64>() > u64{std::numeric_limits<i64>::max()})
+    return std::nullopt;
   const i64 entier = valeur.get<i64>();
   if (entier < minimum || entier > maximum) return std::nullopt;
   return entier;
@@ -177,7 +181,8 @@ bool LecteurChamps::Texte(const char* nom, std::size_t longueurMax, std::optiona
     if (static_cast<unsigned char>(c) < 32) return Invalide(nom, "un caractère de contrôle est interdit."_w);
   if (texte->size() > longueurMax) {
     if (!m_refus)
-      m_refus = {ErrTexteTropLong, TexteErreur(ErrTexteTropLong, {m_prefixe + nom, std::to_string(longueurMax)})};
+      m_refus = {ErrTexteTropLong,
+                 TexteErreur(ErrTexteTropLong, {m_prefixe + nom, std::to_string(longueurMax)})};
     return false;
   }
   valeur = std::move(*texte);
@@ -207,7 +212,8 @@ bool LecteurChamps::Booleen(const char* nom, std::optional<bool>& valeur) {
   return true;
 }
 
-bool LecteurChamps::Mot(const char* nom, std::initializer_list<const char*> mots, std::optional<std::size_t>& valeur) {
+bool LecteurChamps::Mot(const char* nom, std::initializer_list<const char*> mots,
+                        std::optional<std::size_t>& valeur) {
   const Json* champ = Trouve(nom);
   if (!champ) return true;
   std::string attendus;
@@ -258,11 +264,21 @@ void AjouteTexteJson(std::string& sortie, std::string_view texte) {
     verse(i);
     debut = i + 1;
     switch (c) {
-      case '"': sortie += "\\\""; break;
-      case '\\': sortie += "\\\\"; break;
-      case '\n': sortie += "\\n"; break;
-      case '\r': sortie += "\\r"; break;
-      case '\t': sortie += "\\t"; break;
+      case '"':
+        sortie += "\\\"";
+        break;
+      case '\\':
+        sortie += "\\\\";
+        break;
+      case '\n':
+        sortie += "\\n";
+        break;
+      case '\r':
+        sortie += "\\r";
+        break;
+      case '\t':
+        sortie += "\\t";
+        break;
       default:
         sortie += "\\u00";
         sortie.push_back(chiffres[c >> 4]);

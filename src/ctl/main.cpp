@@ -17,23 +17,18 @@ void GardeFluxStandard() {
     if (fcntl(flux, F_GETFD) == -1) (void)!open("/dev/null", flux == 2 ? O_WRONLY : O_RDONLY);
 }
 
-/// Folder of the template: FENLOR_PROGRAMMES, else beside the program or in the
-/// share folder of the prefix that it is installed in.
+/// Folder of a template in place of the built-in one: FENLOR_PROGRAMMES, else beside
+/// the program or in the share folder of its prefix; empty when none holds one.
 std::string DossierProgrammes() {
   if (const char* impose = std::getenv("FENLOR_PROGRAMMES"); impose && *impose) return impose;
   fenlor::SystemePosix systeme;
   char chemin[4096];
   const ssize_t n = readlink("/proc/self/exe", chemin, sizeof chemin);
-  const std::string ici = fenlor::DossierDe(n > 0 ? std::string(chemin, static_cast<std::size_t>(n)) : ".");
-  for (const char* lieu : {"", "../share/fenlor", "resources", "../resources", "../../resources"}) {
-    const std::string dossier = *lieu ? fenlor::Joint(ici, lieu) : ici;
+  if (n <= 0) return {};
+  const std::string ici = fenlor::DossierDe(std::string(chemin, static_cast<std::size_t>(n)));
+  for (const std::string& dossier : {ici, fenlor::Joint(ici, "../share/fenlor")})
     if (systeme.Existe(fenlor::Joint(dossier, "defaut.qvc"))) return dossier;
-  }
-#ifdef FENLOR_RESSOURCES
-  return FENLOR_RESSOURCES;
-#else
-  return ici;
-#endif
+  return {};
 }
 
 }  // namespace

@@ -10,8 +10,9 @@ namespace fenlor {
 
 namespace {
 
-constexpr unsigned QuestionsOrdonnees[] = {QuestionSuppression, QuestionRapprocher, QuestionDerapprocher,
-                                           QuestionValiderOD,   QuestionValiderStandard, QuestionValiderSimple};
+constexpr unsigned QuestionsOrdonnees[] = {QuestionSuppression,     QuestionRapprocher,
+                                           QuestionDerapprocher,    QuestionValiderOD,
+                                           QuestionValiderStandard, QuestionValiderSimple};
 
 }  // namespace
 
@@ -56,7 +57,8 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
     if (!m_app.Magasin.ReadMouvements(m_app.PathExercice, demande.mouvement, entete)) {
       const int code = m_app.Magasin.QVFileErrorCode();
       if (code != ErrEcritureAbsente) return EchecMagasin();
-      return Refuse({ErrEcritureInconnue, TexteErreur(ErrEcritureInconnue, {std::to_string(demande.mouvement)})});
+      return Refuse(
+          {ErrEcritureInconnue, TexteErreur(ErrEcritureInconnue, {std::to_string(demande.mouvement)})});
     }
     if (demande.journal && *demande.journal != entete.Journal)
       return Refuse(RefusChamp("journal", "une écriture ne change pas de journal."_w));
@@ -66,7 +68,9 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
 
   const bool enregistre = demande.mouvement == 0 || demande.Contenu();
   std::optional<QVAPI::Unite> unite;
-  if (enregistre + demande.pointer.has_value() + demande.rapprocher.has_value() + demande.valider.has_value() > 1)
+  if (enregistre + demande.pointer.has_value() + demande.rapprocher.has_value() +
+          demande.valider.has_value() >
+      1)
     unite.emplace(m_app.Magasin);
   ResultatSaisie resultat;
   resultat.mouvement = demande.mouvement;
@@ -77,8 +81,7 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
     entete.Validee = 0;
   }
   const bool od = demande.mouvement != 0 ? entete.Genre == GenreOD : *demande.journal == JournalOD;
-  if (enregistre)
-    resultat = od ? EnregistreLibre(demande, entete) : Enregistre(demande, entete);
+  if (enregistre) resultat = od ? EnregistreLibre(demande, entete) : Enregistre(demande, entete);
   if (!resultat) return resultat;
   if (const ResultatSaisie r = Marque(demande, resultat.mouvement); !r) return r;
   return !unite || unite->Valide() ? resultat : EchecMagasin();
@@ -102,15 +105,15 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande, const Mouvem
     saisie.genre = GenreSimple;
     saisie.tresorerie = CompteTresorerie(*demande.tresorerie);
   }
-  if (demande.paiement && saisie.genre == GenreStandard)
-    return Refuse(RefusPaiement());
+  if (demande.paiement && saisie.genre == GenreStandard) return Refuse(RefusPaiement());
   saisie.paiement = demande.paiement.value_or(saisie.paiement);
   saisie.euro = demande.euro.value_or(saisie.euro);
   if (demande.date) saisie.date = GetDate(*demande.date);
   if (demande.libelle) saisie.libelle = *demande.libelle;
   if (demande.compte) saisie.compte = QVAPI::GetLongCompte(*demande.compte);
   if (demande.code) {
-    const Plan* compte = m_comptes.ParCode(saisie.journal == JournalRecettes ? Recette : Depense, *demande.code);
+    const Plan* compte =
+        m_comptes.ParCode(saisie.journal == JournalRecettes ? Recette : Depense, *demande.code);
     saisie.compte = compte ? LitTexte(compte->Compte) : std::string();
   }
   saisie.validee = demande.valider.value_or(saisie.validee);

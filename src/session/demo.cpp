@@ -37,16 +37,17 @@ class Hasard {
 constexpr f64 FrancsParEuro = 6.55957;
 constexpr Date DernierJourFranc = FaitDate(17, 2, 2002);
 
-constexpr const char* Noms[] = {"Arnaud",  "Aubert",  "Barbier", "Baron",    "Benoît",  "Berger",  "Besson",  "Blanchard",
-                                "Bonnet",  "Boyer",   "Brun",    "Carpentier", "Chevalier", "Clément", "Colin",   "Cordier",
-                                "Dubois",  "Dumas",   "Fabre",   "Faure",    "Fleury",  "Gauthier", "Gérard",  "Girard",
-                                "Guérin",  "Henry",   "Hubert",  "Jacquet",  "Lacroix", "Lefèvre", "Lemoine", "Leroux",
-                                "Maillard", "Marchal", "Masson",  "Mercier",  "Meunier", "Moulin",  "Noël",    "Olivier",
-                                "Perrin",  "Picard",  "Poirier", "Renard",   "Rivière", "Roussel", "Schmitt", "Vasseur"};
+constexpr const char* Noms[] = {
+    "Arnaud",   "Aubert",  "Barbier", "Baron",      "Benoît",    "Berger",   "Besson",  "Blanchard",
+    "Bonnet",   "Boyer",   "Brun",    "Carpentier", "Chevalier", "Clément",  "Colin",   "Cordier",
+    "Dubois",   "Dumas",   "Fabre",   "Faure",      "Fleury",    "Gauthier", "Gérard",  "Girard",
+    "Guérin",   "Henry",   "Hubert",  "Jacquet",    "Lacroix",   "Lefèvre",  "Lemoine", "Leroux",
+    "Maillard", "Marchal", "Masson",  "Mercier",    "Meunier",   "Moulin",   "Noël",    "Olivier",
+    "Perrin",   "Picard",  "Poirier", "Renard",     "Rivière",   "Roussel",  "Schmitt", "Vasseur"};
 
 enum Reglement : u8 { ParCheque, ParVirement, EnEspeces };
 constexpr u16 TousLesMois = 0x0FFF;
-constexpr u16 Mois_(std::initializer_list<unsigned> mois) {
+constexpr u16 AuxMois(std::initializer_list<unsigned> mois) {
   u16 masque = 0;
   for (const unsigned m : mois) masque = static_cast<u16>(masque | 1u << (m - 1));
   return masque;
@@ -64,55 +65,55 @@ struct ChargeReguliere {
   Reglement reglement;
 };
 
-constexpr u16 Trimestres = Mois_({2, 5, 8, 11});
+constexpr u16 Trimestres = AuxMois({2, 5, 8, 11});
 constexpr ChargeReguliere Charges[] = {
     {"6132", "Loyer du cabinet", 2, TousLesMois, 640.00, 0, ParVirement},
-    {"614", "Charges de copropriété", 10, Mois_({1, 4, 7, 10}), 185.00, 12, ParCheque},
+    {"614", "Charges de copropriété", 10, AuxMois({1, 4, 7, 10}), 185.00, 12, ParCheque},
     {"6411", "Salaire de la secrétaire", 28, TousLesMois, 905.00, 2, ParVirement},
-    {"6451", "U.R.S.S.A.F. sur salaires", 14, Mois_({1, 4, 7, 10}), 1120.00, 3, ParVirement},
-    {"6453", "Retraite complémentaire de la secrétaire", 20, Mois_({1, 4, 7, 10}), 265.00, 3, ParVirement},
-    {"6331", "Taxe sur les salaires", 15, Mois_({1, 4, 7, 10}), 118.00, 3, ParCheque},
-    {"6475", "Médecine du travail", 18, Mois_({3}), 72.00, 4, ParCheque},
+    {"6451", "U.R.S.S.A.F. sur salaires", 14, AuxMois({1, 4, 7, 10}), 1120.00, 3, ParVirement},
+    {"6453", "Retraite complémentaire de la secrétaire", 20, AuxMois({1, 4, 7, 10}), 265.00, 3, ParVirement},
+    {"6331", "Taxe sur les salaires", 15, AuxMois({1, 4, 7, 10}), 118.00, 3, ParCheque},
+    {"6475", "Médecine du travail", 18, AuxMois({3}), 72.00, 4, ParCheque},
     {"6461", "U.R.S.S.A.F. du praticien", 15, Trimestres, 1480.00, 4, ParVirement},
     {"6378", "C.S.G. déductible", 15, Trimestres, 720.00, 4, ParVirement},
     {"6462", "Retraite C.A.R.M.F.", 6, TousLesMois, 690.00, 0, ParVirement},
     {"6466", "Prévoyance complémentaire", 8, TousLesMois, 96.50, 0, ParVirement},
-    {"6161", "Responsabilité civile professionnelle", 12, Mois_({1}), 410.00, 5, ParCheque},
-    {"6162", "Assurance du cabinet", 9, Mois_({2}), 298.00, 5, ParCheque},
-    {"6163", "Assurance du véhicule", 16, Mois_({3, 9}), 268.00, 4, ParCheque},
+    {"6161", "Responsabilité civile professionnelle", 12, AuxMois({1}), 410.00, 5, ParCheque},
+    {"6162", "Assurance du cabinet", 9, AuxMois({2}), 298.00, 5, ParCheque},
+    {"6163", "Assurance du véhicule", 16, AuxMois({3, 9}), 268.00, 4, ParCheque},
     {"6262", "Téléphone et Internet", 11, TousLesMois, 88.00, 25, ParVirement},
-    {"60611", "Électricité et gaz", 19, Mois_({1, 3, 5, 7, 9, 11}), 142.00, 35, ParVirement},
-    {"60612", "Eau", 22, Mois_({4, 10}), 54.00, 20, ParCheque},
+    {"60611", "Électricité et gaz", 19, AuxMois({1, 3, 5, 7, 9, 11}), 142.00, 35, ParVirement},
+    {"60612", "Eau", 22, AuxMois({4, 10}), 54.00, 20, ParCheque},
     {"6157", "Ménage et blanchissage", 27, TousLesMois, 162.00, 8, ParCheque},
     {"6022", "Fournitures médicales", 7, TousLesMois, 74.00, 45, ParCheque},
     {"6021", "Pharmacie de la trousse d'urgence", 17, TousLesMois, 31.00, 60, ParCheque},
     {"6064", "Fournitures de bureau", 13, TousLesMois, 42.00, 55, ParCheque},
     {"6261", "Timbres", 5, TousLesMois, 26.00, 30, EnEspeces},
     {"6251", "Stationnement et déplacements", 21, TousLesMois, 14.00, 50, EnEspeces},
-    {"6183", "Revue de médecine générale", 20, Mois_({1, 6}), 92.00, 3, ParCheque},
-    {"6156", "Maintenance du logiciel", 25, Mois_({1}), 380.00, 3, ParVirement},
-    {"6154", "Révision du véhicule", 23, Mois_({4, 11}), 310.00, 40, ParCheque},
-    {"6155", "Réparation de l'autoclave", 24, Mois_({6}), 122.00, 30, ParCheque},
-    {"6226", "Honoraires du comptable", 26, Mois_({3, 6, 9, 12}), 230.00, 0, ParCheque},
-    {"6281", "Cotisation syndicale", 12, Mois_({4}), 152.00, 3, ParCheque},
-    {"6282", "Cotisation à l'Ordre", 14, Mois_({3}), 274.00, 2, ParCheque},
-    {"6283", "Association agréée", 10, Mois_({9}), 138.00, 2, ParCheque},
-    {"6333", "Contribution à la formation professionnelle", 15, Mois_({2}), 42.00, 2, ParCheque},
-    {"6185", "Journées de formation", 18, Mois_({6, 11}), 340.00, 20, ParCheque},
-    {"6257", "Repas avec des confrères", 12, Mois_({2, 5, 9, 12}), 68.00, 35, ParCheque},
-    {"63511", "Taxe professionnelle", 15, Mois_({12}), 1290.00, 3, ParVirement},
-    {"63512", "Taxe foncière du cabinet", 15, Mois_({10}), 460.00, 3, ParVirement},
+    {"6183", "Revue de médecine générale", 20, AuxMois({1, 6}), 92.00, 3, ParCheque},
+    {"6156", "Maintenance du logiciel", 25, AuxMois({1}), 380.00, 3, ParVirement},
+    {"6154", "Révision du véhicule", 23, AuxMois({4, 11}), 310.00, 40, ParCheque},
+    {"6155", "Réparation de l'autoclave", 24, AuxMois({6}), 122.00, 30, ParCheque},
+    {"6226", "Honoraires du comptable", 26, AuxMois({3, 6, 9, 12}), 230.00, 0, ParCheque},
+    {"6281", "Cotisation syndicale", 12, AuxMois({4}), 152.00, 3, ParCheque},
+    {"6282", "Cotisation à l'Ordre", 14, AuxMois({3}), 274.00, 2, ParCheque},
+    {"6283", "Association agréée", 10, AuxMois({9}), 138.00, 2, ParCheque},
+    {"6333", "Contribution à la formation professionnelle", 15, AuxMois({2}), 42.00, 2, ParCheque},
+    {"6185", "Journées de formation", 18, AuxMois({6, 11}), 340.00, 20, ParCheque},
+    {"6257", "Repas avec des confrères", 12, AuxMois({2, 5, 9, 12}), 68.00, 35, ParCheque},
+    {"63511", "Taxe professionnelle", 15, AuxMois({12}), 1290.00, 3, ParVirement},
+    {"63512", "Taxe foncière du cabinet", 15, AuxMois({10}), 460.00, 3, ParVirement},
     {"627", "Frais de tenue de compte", 30, TousLesMois, 12.80, 40, ParVirement},
-    {"6616", "Agios", 31, Mois_({3, 8}), 23.00, 50, ParVirement},
-    {"6224", "Rétrocession d'honoraires au remplaçant", 28, Mois_({8}), 2150.00, 10, ParCheque},
+    {"6616", "Agios", 31, AuxMois({3, 8}), 23.00, 50, ParVirement},
+    {"6224", "Rétrocession d'honoraires au remplaçant", 28, AuxMois({8}), 2150.00, 10, ParCheque},
 };
 
 /// One exercice and what is particular to it.
 struct AnneeDemo {
   unsigned annee;
   bool euro;
-  unsigned moisValides;      ///< validated up to this month
-  unsigned moisRapproches;   ///< bank lines reconciled up to this month
+  unsigned moisValides;     ///< validated up to this month
+  unsigned moisRapproches;  ///< bank lines reconciled up to this month
 };
 constexpr AnneeDemo Annees[] = {{2001, false, 12, 12}, {2002, true, 9, 11}, {2003, true, 4, 8}};
 
@@ -125,7 +126,10 @@ bool JourFerie(Date date) {
 class RedacteurAnnee {
  public:
   RedacteurAnnee(CFenlorApp& app, const AnneeDemo& annee)
-      : m_app(app), m_annee(annee), m_hasard(annee.annee * u64{7919}), m_resume{std::to_string(annee.annee), annee.euro} {}
+      : m_app(app),
+        m_annee(annee),
+        m_hasard(annee.annee * u64{7919}),
+        m_resume{std::to_string(annee.annee), annee.euro} {}
 
   bool Ecrit() {
     for (unsigned mois = 1; mois <= 12; ++mois)
@@ -156,7 +160,8 @@ class RedacteurAnnee {
     return false;
   }
   bool RefuseMagasin() {
-    m_echec = {ErrMagasin, TexteErreur(ErrMagasin, {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())})};
+    m_echec = {ErrMagasin,
+               TexteErreur(ErrMagasin, {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())})};
     return false;
   }
 
@@ -266,36 +271,44 @@ class RedacteurAnnee {
     const bool samedi = jour == 5;
     const f64 c = Consultation(), v = Visite();
     const std::string especes = "Consultations, espèces"_w;
-    if (!Simple(JournalRecettes, "7061", especes, c * m_hasard.Entre(2, samedi ? 4 : 7), EnEspeces)) return false;
-    if (!Simple(JournalRecettes, "7061", "Consultations, carte"_w, c * m_hasard.Entre(1, samedi ? 3 : 6), ParVirement))
+    if (!Simple(JournalRecettes, "7061", especes, c * m_hasard.Entre(2, samedi ? 4 : 7), EnEspeces))
+      return false;
+    if (!Simple(JournalRecettes, "7061", "Consultations, carte"_w, c * m_hasard.Entre(1, samedi ? 3 : 6),
+                ParVirement))
       return false;
     for (unsigned i = m_hasard.Entre(samedi ? 1 : 4, samedi ? 3 : 7); i > 0; --i)
       if (!Simple(JournalRecettes, "7061", Patient("Consultation "), c, ParCheque)) return false;
     if (samedi) return true;
     for (unsigned i = m_hasard.Entre(1, 4); i > 0; --i)
-      if (!Simple(JournalRecettes, "7062", Patient("Visite "), v, m_hasard.UneFoisSur(3) ? EnEspeces : ParCheque))
+      if (!Simple(JournalRecettes, "7062", Patient("Visite "), v,
+                  m_hasard.UneFoisSur(3) ? EnEspeces : ParCheque))
         return false;
     if (m_hasard.UneFoisSur(2) && !Partagee("7061", Patient("Consultations, famille "), c, c)) return false;
-    if (m_hasard.UneFoisSur(3) &&
-        !Simple(JournalRecettes, "7062", "Visites, maison de retraite"_w, v * m_hasard.Entre(2, 5), ParCheque))
+    if (m_hasard.UneFoisSur(3) && !Simple(JournalRecettes, "7062", "Visites, maison de retraite"_w,
+                                          v * m_hasard.Entre(2, 5), ParCheque))
       return false;
     if (m_hasard.UneFoisSur(4) && !Simple(JournalRecettes, "7061", "Actes, tiers payant C.P.A.M."_w,
                                           c * m_hasard.Entre(3, 9), ParVirement))
       return false;
-    return !m_hasard.UneFoisSur(90) || Simple(JournalRecettes, "7063", Patient("Expertise "), Prix(150, 30), ParCheque);
+    return !m_hasard.UneFoisSur(90) ||
+           Simple(JournalRecettes, "7063", Patient("Expertise "), Prix(150, 30), ParCheque);
   }
 
-  std::string Patient(const char* acte) { return DepuisUtf8(acte + std::string(Nom())).value_or(std::string()); }
+  std::string Patient(const char* acte) {
+    return DepuisUtf8(acte + std::string(Nom())).value_or(std::string());
+  }
 
   bool EcritCharges(unsigned jours) {
     for (const ChargeReguliere& charge : Charges) {
       const bool duMois = charge.mois >> (Mois(m_date) - 1) & 1;
       if (!duMois || std::min<unsigned>(charge.jour, jours) != Jour(m_date)) continue;
       const std::string libelle = DepuisUtf8(charge.libelle).value_or(std::string());
-      if (!Simple(JournalDepenses, charge.compte, libelle, Prix(charge.euros, charge.variation), charge.reglement))
+      if (!Simple(JournalDepenses, charge.compte, libelle, Prix(charge.euros, charge.variation),
+                  charge.reglement))
         return false;
     }
-    if (Jour(m_date) % 8 == 3 && !Simple(JournalDepenses, "60614", "Essence"_w, Prix(42, 25), ParVirement)) return false;
+    if (Jour(m_date) % 8 == 3 && !Simple(JournalDepenses, "60614", "Essence"_w, Prix(42, 25), ParVirement))
+      return false;
     if (Jour(m_date) == 9 && Mois(m_date) % 3 == 1)
       return Simple(JournalRecettes, "7066", "Forfaits de l'assurance maladie"_w, Prix(520, 15), ParVirement);
     if (Jour(m_date) == 31 && Mois(m_date) == 12)
@@ -304,15 +317,20 @@ class RedacteurAnnee {
   }
 
   bool EcritOperations(unsigned jours) {
-    const auto debit = [](const char* compte, f64 m) { return LigneODSaisie{QVAPI::GetLongCompte(compte), {}, m, 0}; };
-    const auto credit = [](const char* compte, f64 m) { return LigneODSaisie{QVAPI::GetLongCompte(compte), {}, 0, m}; };
+    const auto debit = [](const char* compte, f64 m) {
+      return LigneODSaisie{QVAPI::GetLongCompte(compte), {}, m, 0};
+    };
+    const auto credit = [](const char* compte, f64 m) {
+      return LigneODSaisie{QVAPI::GetLongCompte(compte), {}, 0, m};
+    };
     const unsigned jour = Jour(m_date);
     if (jour % 7 == 5) {
       const f64 pas = Francs() ? 100.0 : 20.0;
       const f64 remise = std::floor(m_caisse / pas - 2.0) * pas;
       if (remise > 0) {
         m_caisse -= remise;
-        if (!OD("Versement d'espèces à la banque"_w, {debit("512", remise), credit("530", remise)})) return false;
+        if (!OD("Versement d'espèces à la banque"_w, {debit("512", remise), credit("530", remise)}))
+          return false;
       }
     }
     if (jour == 4 || jour == 18) {
@@ -381,9 +399,11 @@ bool PrepareComptes(CFenlorApp& app) {
 bool PoseIdentite(CFenlorApp& app) {
   Parametres& reglages = app.Reglages;
   const std::string activite = Texte(5400);
-  return reglages.EcritIni(activite, "Identification",
-                           "Docteur Claire MARCHAND\r\nMédecine générale\r\n12, rue des Tilleuls\r\n49999 VILLENEUVE"_w) &&
-         reglages.EcritIni(activite, "SIRET", "123 456 789 00012"_w) && reglages.EcritIni(activite, "APE", "851C"_w);
+  return reglages.EcritIni(
+             activite, "Identification",
+             "Docteur Claire MARCHAND\r\nMédecine générale\r\n12, rue des Tilleuls\r\n49999 VILLENEUVE"_w) &&
+         reglages.EcritIni(activite, "SIRET", "123 456 789 00012"_w) &&
+         reglages.EcritIni(activite, "APE", "851C"_w);
 }
 
 void Ferme(CFenlorApp& app) {
@@ -396,7 +416,8 @@ void Ferme(CFenlorApp& app) {
 ResultatDemo RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) {
   QVAPI& magasin = app.Magasin;
   const std::string nom = std::to_string(annee.annee);
-  if (!magasin.QVCreateExercice(nom, FaitDate(1, 1, annee.annee), FaitDate(31, 12, annee.annee), annee.euro, false) ||
+  if (!magasin.QVCreateExercice(nom, FaitDate(1, 1, annee.annee), FaitDate(31, 12, annee.annee), annee.euro,
+                                false) ||
       !magasin.QVOpenExercice(nom))
     return EchecMagasin(app);
   app.NomExercice = nom;
@@ -418,7 +439,8 @@ ResultatDemo RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& r
 ResultatDemo RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeDemo&)>& suite) {
   if (app.Magasin.GetExercicesRec() != 0)
     return {ErrMagasin,
-            TexteErreur(ErrMagasin, {"Ce cabinet contient déjà des exercices : l'exemple demande un cabinet vide."_w})};
+            TexteErreur(ErrMagasin,
+                        {"Ce cabinet contient déjà des exercices : l'exemple demande un cabinet vide."_w})};
   if (!PoseIdentite(app)) return EchecMagasin(app);
   for (const AnneeDemo& annee : Annees) {
     ResumeDemo resume;

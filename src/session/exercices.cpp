@@ -44,12 +44,15 @@ ResultatExercice Refuse(CFenlorApp& app, unsigned numero, const char* champ,
 /// Number of what the store has told already.
 ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
   switch (app.Magasin.QVFileErrorCode()) {
-    case ErrConflit: return {3075, "debut"};
-    case ErrExistant: return {3073, "annee"};
+    case ErrConflit:
+      return {3075, "debut"};
+    case ErrExistant:
+      return {3073, "annee"};
     case ErrValeur:
       if (!IsDateOk(f.debut) || !IsDateOk(f.fin) || f.debut >= f.fin) return {ErrPeriode, "debut"};
       return {ErrNomExercice, "annee"};
-    default: return {ErrMagasin, ""};
+    default:
+      return {ErrMagasin, ""};
   }
 }
 
@@ -136,8 +139,7 @@ ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) return RefusMagasin(app, f);
   const bool note = app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
                                                   OuiNon(f.afficherDouble));
-  if (!note)
-    return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
+  if (!note) return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
   return OuvreExercice(app, nom);
 }
 
@@ -148,7 +150,8 @@ ResultatExercice OuvreExercice(CFenlorApp& app, const std::string& nom) {
   if (!app.Magasin.QVOpenExercice(nom)) return {ErrMagasin, ""};
   app.NomExercice = app.Magasin.NomExercice();
   app.PathExercice = app.Magasin.PathExercice();
-  app.AfficherDouble = Parametres::IsOui(app.Reglages.LitIniExercice(app.NomExercice, Texte(CleAfficherDouble)));
+  app.AfficherDouble =
+      Parametres::IsOui(app.Reglages.LitIniExercice(app.NomExercice, Texte(CleAfficherDouble)));
   app.ExerciceOuvert = app.Magasin.QVConvertCompta(app.NomExercice);
   // Books that can be read are not refused because their name cannot be noted.
   if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), app.NomExercice))
@@ -165,7 +168,8 @@ ResultatExercice SupprimeExercice(CFenlorApp& app) {
   const std::string nom = app.NomExercice;
   if (nom.empty()) return Refuse(app, ErrAucunExercice, "");
   const i64 archive = i64{TexteVersEntier(nom)} + 5;
-  if (archive > i64{Annee(app.Magasin.Today())} && app.Magasin.GetJournalRec(0) != 0) return Refuse(app, 3039, "");
+  if (archive > i64{Annee(app.Magasin.Today())} && app.Magasin.GetJournalRec(0) != 0)
+    return Refuse(app, 3039, "");
   if (app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSupprimeExercice, {nom}) != RepOui)
     return {QuestionSupprimeExercice, ""};
   FermeExercice(app);

@@ -19,13 +19,13 @@ struct ResultatExercice {
 
 /// What the form "Nouvel exercice" holds.
 struct FormulaireExercice {
-  bool annuel = true;    ///< "Exercice :": the year is typed; else "Période :": the dates are
-  std::string annee;     ///< name of the exercice to be
+  bool annuel = true;  ///< "Exercice :": the year is typed; else "Période :": the dates are
+  std::string annee;   ///< name of the exercice to be
   Date debut = 0, fin = 0;
   bool tva = false;
   bool euro = false;
   bool afficherDouble = false;
-  bool euroActif = true;    ///< the box can be changed
+  bool euroActif = true;  ///< the box can be changed
   bool doubleActif = true;
 };
 

@@ -19,7 +19,8 @@ bool EstBlancCompte(char c) { return static_cast<unsigned char>(c) <= 32 || c ==
 /// Number of leading characters of an account number that stay, zeros included.
 std::size_t ChiffresSignificatifs(EtatQVAPI& etat) {
   if (!etat.reglages) return 1;
-  static const std::string section = "Préférences"_w, zeros = "Zéros Significatifs"_w, nombre = "Nombre de chiffres"_w;
+  static const std::string section = "Préférences"_w, zeros = "Zéros Significatifs"_w,
+                           nombre = "Nombre de chiffres"_w;
   if (CompareSansCasse(etat.reglages->Lit(section, zeros), "Oui") != 0) return 1;
   const std::string valeur = etat.reglages->Lit(section, nombre);
   unsigned n = 0;
@@ -49,7 +50,8 @@ bool LitLigneTaux(const std::string& ligne, Date& date, f64& taux) {
   std::string jour = ligne.substr(0, barre);
   jour.erase(std::remove_if(jour.begin(), jour.end(), EstBlancCompte), jour.end());
   date = GetDate(jour);
-  const auto lu = std::from_chars(nombre.data(), nombre.data() + nombre.size(), taux, std::chars_format::fixed);
+  const auto lu =
+      std::from_chars(nombre.data(), nombre.data() + nombre.size(), taux, std::chars_format::fixed);
   return IsDateOk(date) && lu.ec == std::errc() && std::isfinite(taux) && taux > 0;
 }
 
@@ -84,7 +86,9 @@ bool QVAPI::SetCompteVireFrom(const std::string& compte) {
 bool QVAPI::SetCompteVireTo(const std::string& compte) {
   return EcritCompteParticulier(*m_etat, "Virement Recette", compte);
 }
-bool QVAPI::SetComptePerso(const std::string& compte) { return EcritCompteParticulier(*m_etat, "Prelevement", compte); }
+bool QVAPI::SetComptePerso(const std::string& compte) {
+  return EcritCompteParticulier(*m_etat, "Prelevement", compte);
+}
 bool QVAPI::SetCompteEcartCredit(const std::string& compte) {
   return EcritCompteParticulier(*m_etat, "Ecart Credit", compte);
 }

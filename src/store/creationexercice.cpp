@@ -22,7 +22,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr const char* CleRemplacement = "Remplacement";
 constexpr std::string_view SuffixeRemplace = ".remplace~", SuffixeSupprime = ".supprime~";
 constexpr u32 StyleOuiNonQuestion = 4 | 32;
 constexpr u32 ReponseOui = 6;
@@ -64,6 +63,15 @@ int OteDossier(Systeme& systeme, const std::string& dossier) {
     if (const int rc = systeme.Supprime(Joint(dossier, nom))) code = rc;
   const int rc = systeme.SupprimeDossier(dossier);
   return code != 0 ? code : rc;
+}
+
+/// Puts the old directory of an exercice back in the place of the new one.
+int Retablit(EtatQVAPI& etat, const std::string& nom) {
+  const std::string dossier = Joint(etat.pathCabinet, nom);
+  if (!etat.moteur->Relache(dossier)) return etat.moteur->Erreur();
+  int code = OteRestes(*etat.systeme, dossier);
+  if (code == 0) code = etat.systeme->Renomme(CheminCote(etat, nom, SuffixeRemplace), dossier);
+  return code == 0 ? etat.systeme->SynchroniseDossier(etat.pathCabinet) : code;
 }
 
 /// Everything that a new exercice takes over.
@@ -119,12 +127,14 @@ void ReporteCompte(Plan& compte, bool soldes) {
   const bool garde = soldes && compte.Type == Tresorerie;
   compte.SoldeInitialFranc =
       garde ? SoldeReel(compte.SoldeInitialFranc, compte.CreditFranc, compte.DebitFranc) : 0;
-  compte.SoldeInitialEuro = garde ? SoldeReel(compte.SoldeInitialEuro, compte.CreditEuro, compte.DebitEuro) : 0;
+  compte.SoldeInitialEuro =
+      garde ? SoldeReel(compte.SoldeInitialEuro, compte.CreditEuro, compte.DebitEuro) : 0;
   PoseCumuls(compte, Cumuls());
 }
 
 template <class Rec>
-bool LitFichierEntier(QVAPI& magasin, EtatQVAPI& etat, u16 numero, const std::string& dossier, std::vector<Rec>& recs) {
+bool LitFichierEntier(QVAPI& magasin, EtatQVAPI& etat, u16 numero, const std::string& dossier,
+                      std::vector<Rec>& recs) {
   if (!OuvreFichier(etat, numero, dossier)) return false;
   const bool lu = LitTout(magasin, numero, recs);
   const int erreur = etat.moteur->Erreur();
@@ -156,7 +166,8 @@ bool ContenuModele(EtatQVAPI& etat, Contenu& contenu) {
   ErreurModele erreur;
   if (!ChargeModele(*etat.systeme, etat.pathProgrammes, modele, erreur)) {
     const std::string endroit = erreur.ligne != 0 ? ", ligne " + std::to_string(erreur.ligne) : std::string();
-    return RefuseDit(etat, ErrModele, 0, "Le modèle defaut.qvc est illisible"_w + endroit + " : " + erreur.raison);
+    return RefuseDit(etat, ErrModele, 0,
+                     "Le modèle defaut.qvc est illisible"_w + endroit + " : " + erreur.raison);
   }
   contenu.comptes = std::move(modele.comptes);
   contenu.rubriques = std::move(modele.rubriques);
@@ -221,7 +232,8 @@ class DossierEnCours {
     if (!m_etat.moteur->Relache(m_dossier)) return false;
     int code = 0;
     if (remplace) {
-      if (!m_etat.reglages->Ecrit(m_nom, CleRemplacement, std::string("Oui"))) code = m_etat.reglages->Erreur();
+      if (!m_etat.reglages->Ecrit(m_nom, CleRemplacement, std::string("Oui")))
+        code = m_etat.reglages->Erreur();
       if (code == 0) code = systeme.Renomme(m_dossier, CheminCote(m_etat, m_nom, SuffixeRemplace));
       if (code == ENOENT) code = 0;
       // The old books have their other name for good before a new directory takes this one.
@@ -330,7 +342,8 @@ bool Existe(EtatQVAPI& etat, const std::string& nom, int& erreur) {
 }
 
 /// Removes an exercice's keys from its section, and the section when nothing else is in it.
-void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Changement>& changements, int& erreur) {
+void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Changement>& changements,
+                int& erreur) {
   std::vector<std::string> siennes = ClesExercice();
   siennes.push_back(CleRemplacement);
   bool reste = false;
@@ -351,8 +364,9 @@ void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Cha
 
 bool AcheveExercices(EtatQVAPI& etat) {
   Systeme& systeme = *etat.systeme;
+  bool bien = true;
   const auto echoue = [&](const std::string& nom, int code) {
-    return RefuseDit(etat, code, 0,
+    bien = RefuseDit(etat, code, 0,
                      "L'exercice "_w + nom + " n'a pas pu être rétabli : "_w + TexteErreurSysteme(code));
   };
   std::vector<std::string> noms;
@@ -362,28 +376,27 @@ bool AcheveExercices(EtatQVAPI& etat) {
     if (point == std::string::npos) continue;
     const std::string exercice = nom.substr(0, point), suffixe = nom.substr(point);
     if (!NomExerciceCorrect(exercice) || (suffixe != SuffixeRemplace && suffixe != SuffixeSupprime)) continue;
-    const std::string cote = Joint(etat.pathCabinet, nom);
     int code = 0;
-    const bool rendu = suffixe == SuffixeRemplace && !LitReglage(etat, exercice, CleRemplacement, code).empty();
-    if (code != 0) return echoue(exercice, code);
-    if (!rendu) {
-      OteDossier(systeme, cote);
-      continue;
-    }
-    const std::string dossier = Joint(etat.pathCabinet, exercice);
-    if (!etat.moteur->Relache(dossier)) return echoue(exercice, etat.moteur->Erreur());
-    code = OteRestes(systeme, dossier);
-    if (code == 0) code = systeme.Renomme(cote, dossier);
-    if (code == 0) code = systeme.SynchroniseDossier(etat.pathCabinet);
-    if (code != 0) return echoue(exercice, code);
+    const bool rendu =
+        suffixe == SuffixeRemplace && !LitReglage(etat, exercice, CleRemplacement, code).empty();
+    if (code == 0 && rendu) code = Retablit(etat, exercice);
+    if (code != 0)
+      echoue(exercice, code);
+    else if (!rendu)
+      OteDossier(systeme, Joint(etat.pathCabinet, nom));
   }
   const std::vector<std::string> sections = etat.reglages->Sections();
   if (etat.reglages->Erreur() != 0) return etat.Refuse(etat.reglages->Erreur());
   for (const std::string& section : sections) {
     if (!NomExerciceCorrect(section) || etat.reglages->Lit(section, CleRemplacement).empty()) continue;
-    if (!etat.reglages->Ecrit(section, CleRemplacement, std::nullopt)) return echoue(section, etat.reglages->Erreur());
+    Empreinte cote;
+    const int rc = systeme.Mesure(CheminCote(etat, section, SuffixeRemplace), cote);
+    if (rc != ENOENT)
+      bien = rc == 0 ? false : etat.Refuse(rc);
+    else if (!etat.reglages->Ecrit(section, CleRemplacement, std::nullopt))
+      echoue(section, etat.reglages->Erreur());
   }
-  return true;
+  return bien;
 }
 
 bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, bool euro, bool tva) {
@@ -391,8 +404,9 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
   if (!CabinetPret(etat)) return false;
   if (etat.moteur->Profondeur() != 0) return RefuseDit(*this, etat, ErrValeur);
   if (!NomExerciceCorrect(nomDonne))
-    return RefuseDit(etat, ErrValeur, MsgNomExercice,
-                     "Le nom de l'exercice \""_w + nomDonne + "\" est incorrect : 1 à 4 lettres ou chiffres."_w);
+    return RefuseDit(
+        etat, ErrValeur, MsgNomExercice,
+        "Le nom de l'exercice \""_w + nomDonne + "\" est incorrect : 1 à 4 lettres ou chiffres."_w);
   if (!IsDateOk(debut) || !IsDateOk(fin) || debut >= fin)
     return RefuseDit(etat, ErrValeur, MsgPeriode,
                      "La période du "_w + StrDate(debut) + " au " + StrDate(fin) + " est incorrecte.");
@@ -405,7 +419,8 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
   const std::string source = Source(etat, nom, debut, soldes, erreur);
   if (erreur != 0) return RefuseDit(*this, etat, erreur);
   if (!conflit.empty())
-    return RefuseDit(etat, ErrConflit, MsgConflit, "Cette période est en conflit avec l'exercice "_w + conflit);
+    return RefuseDit(etat, ErrConflit, MsgConflit,
+                     "Cette période est en conflit avec l'exercice "_w + conflit);
   if (remplace) {
     const std::string question = "Cet exercice existe déja désirez vous le remplacer ?\n"_w;
     if (!etat.rappel || etat.rappel(EvQuestion, StyleOuiNonQuestion, question) != ReponseOui)
@@ -413,7 +428,8 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
     if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
   }
   Contenu contenu;
-  if (!(source.empty() ? ContenuModele(etat, contenu) : ContenuExercice(*this, etat, source, soldes, contenu)))
+  if (!(source.empty() ? ContenuModele(etat, contenu)
+                       : ContenuExercice(*this, etat, source, soldes, contenu)))
     return false;
   DossierEnCours dossier(etat, nom);
   if (!dossier.Prepare(remplace) || !RemplitDossier(*this, etat, dossier.Chemin(), contenu) ||

@@ -14,7 +14,8 @@ namespace {
 
 std::string SansBlancs(const std::string& texte) {
   const std::size_t debut = texte.find_first_not_of(" \t");
-  return debut == std::string::npos ? std::string() : texte.substr(debut, texte.find_last_not_of(" \t") - debut + 1);
+  return debut == std::string::npos ? std::string()
+                                    : texte.substr(debut, texte.find_last_not_of(" \t") - debut + 1);
 }
 
 }  // namespace
@@ -36,8 +37,9 @@ std::vector<std::string> LitNoms(EtatQVAPI& etat, int& erreur) {
   const std::string liste = LitReglage(etat, "Activite", "Exercices", erreur) + ',';
   for (std::size_t debut = 0, fin; (fin = liste.find(',', debut)) != std::string::npos; debut = fin + 1) {
     const std::string nom = SansBlancs(liste.substr(debut, fin - debut));
-    const bool deja = std::any_of(noms.begin(), noms.end(),
-                                  [&](const std::string& autre) { return CompareSansCasse(autre, nom) == 0; });
+    const bool deja = std::any_of(noms.begin(), noms.end(), [&](const std::string& autre) {
+      return CompareSansCasse(autre, nom) == 0;
+    });
     if (!nom.empty() && !deja) noms.push_back(nom);
   }
   return noms;
@@ -50,20 +52,37 @@ std::string NomListe(EtatQVAPI& etat, const std::string& nom, int& erreur) {
 }
 
 PeriodeExercice LitPeriode(EtatQVAPI& etat, const std::string& nom, int& erreur) {
-  PeriodeExercice p{GetDate(LitReglage(etat, nom, "Debut", erreur)), GetDate(LitReglage(etat, nom, "Fin", erreur))};
+  PeriodeExercice p{GetDate(LitReglage(etat, nom, "Debut", erreur)),
+                    GetDate(LitReglage(etat, nom, "Fin", erreur))};
   if (!IsDateOk(p.debut) || p.fin == 0) return {};
   if (p.fin <= p.debut) p.fin = PrevDate(DecaleAnnees(p.debut, 1));
   return p;
 }
 
 std::vector<std::string> ClesExercice() {
-  return {"Debut",    "Fin",      "Cloture",  "TVA",
-          "EURO",     "AFFICHERDOUBLE",       "Consultation",
-          "Ecritures automatiques",           "Frais kilométriques"_w,
-          "Compteur", "Ancien relevé"_w,      "Dernier relevé"_w,
-          "Kms",      "Borne Inf", "Borne Sup", "Coef",
-          "Coef Euro", "Frs/Km 1", "Frs/Km 2", "Frs/Km 3",
-          "€/Km 1"_w, "€/Km 2"_w, "€/Km 3"_w};
+  return {"Debut",
+          "Fin",
+          "Cloture",
+          "TVA",
+          "EURO",
+          "AFFICHERDOUBLE",
+          "Consultation",
+          "Ecritures automatiques",
+          "Frais kilométriques"_w,
+          "Compteur",
+          "Ancien relevé"_w,
+          "Dernier relevé"_w,
+          "Kms",
+          "Borne Inf",
+          "Borne Sup",
+          "Coef",
+          "Coef Euro",
+          "Frs/Km 1",
+          "Frs/Km 2",
+          "Frs/Km 3",
+          "€/Km 1"_w,
+          "€/Km 2"_w,
+          "€/Km 3"_w};
 }
 
 bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code) {
@@ -108,7 +127,8 @@ bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
     const int code = etat.moteur->Erreur();
     const std::string relatif = Joint(nom, DefinitionFichierNumero(numero)->nom) + ".dat";
     if (code == ErrEndommage || code == ErrFormat)
-      return RefuseDit(etat, code, MsgFichierEndommage, "Fichier (" + relatif + ") endommagé\nIndexation recommandé."_w);
+      return RefuseDit(etat, code, MsgFichierEndommage,
+                       "Fichier (" + relatif + ") endommagé\nIndexation recommandé."_w);
     return RefuseDit(etat, code, MsgOuvertureImpossible, "Ouverture fichier (" + relatif + ") impossible");
   }
   return true;
@@ -167,14 +187,19 @@ std::string QVAPI::CheminExercice(const std::string& nom) const {
 }
 
 bool QVAPI::QVOpenExercice(const std::string& nomDonne) {
-  if (!CabinetPret(*m_etat) || !AcheveExercices(*m_etat)) return false;
+  if (!CabinetPret(*m_etat)) return false;
   if (!NomExerciceCorrect(nomDonne))
-    return RefuseDit(*m_etat, ErrValeur, MsgNomExercice,
-                     "Le nom de l'exercice \""_w + nomDonne + "\" est incorrect : 1 à 4 lettres ou chiffres."_w);
+    return RefuseDit(
+        *m_etat, ErrValeur, MsgNomExercice,
+        "Le nom de l'exercice \""_w + nomDonne + "\" est incorrect : 1 à 4 lettres ou chiffres."_w);
+  // Another exercice that cannot be put back is no reason to refuse this one.
+  const int echec = AcheveExercices(*m_etat) ? 0 : QVFileErrorCode();
   int erreur = 0;
   const std::string listee = NomListe(*m_etat, nomDonne, erreur), nom = listee.empty() ? nomDonne : listee;
   const bool connu = !listee.empty() || !LitReglage(*m_etat, nom, "Debut", erreur).empty();
+  const bool enSuspens = !LitReglage(*m_etat, nom, CleRemplacement, erreur).empty();
   if (erreur != 0) return RefuseDit(*this, *m_etat, erreur);
+  if (enSuspens) return m_etat->Refuse(echec);
   QVCloseExercice();
   // A directory without a section is what an unclean stop left.
   if (!connu) return RefuseDit(*m_etat, ENOENT, MsgExerciceInconnu, "L'exercice "_w + nom + " n'existe pas.");

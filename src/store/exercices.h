@@ -22,6 +22,9 @@ enum MessageExercice : u32 {
   MsgPeriode = 3212,
 };
 
+/// Noted in an exercice's section while a replacement is under way.
+constexpr const char* CleRemplacement = "Remplacement";
+
 /// "JJ/MM/AAAA" settings of an exercice; an end that is not after the beginning
 /// counts as the day before the same date one year later.
 struct PeriodeExercice {
@@ -81,6 +84,7 @@ class EmpruntFichiers {
 /// Ends replacements and deletions of exercices that an unclean stop cut short: a
 /// replacement goes back to the old exercice, a deletion is completed. To be
 /// called once the practice is open; does nothing when there is nothing to do.
+/// False when an exercice could not be put back, told: its note then stays.
 bool AcheveExercices(EtatQVAPI& etat);
 
 }  // namespace fenlor

@@ -71,6 +71,8 @@ int FichierDat::Cree(Systeme& systeme, const std::string& chemin, const EnteteDa
   if (const int rc = systeme.Ouvre(chemin, Systeme::Creation, fichier)) return rc;
   std::vector<u8> octets(DebutEmplacements, 0);
   EnteteDat e = entete;
+  e.generation = 0;
+  Code(e, octets.data());
   e.generation = 1;
   Code(e, octets.data() + 512);
   if (const int rc = fichier->Ecrit(octets.data(), octets.size(), 0)) return rc;
@@ -87,7 +89,14 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
   if (lus < sizeof octets) return ErrEndommage;
   EnteteDat copies[2];
   const bool bonnes[2] = {Decode(octets, copies[0]), Decode(octets + 512, copies[1])};
-  if (!bonnes[0] && !bonnes[1]) return std::memcmp(octets, Magie, 8) && std::memcmp(octets + 512, Magie, 8) ? ErrFormat : ErrEndommage;
+  if (!bonnes[0] && !bonnes[1]) {
+    return std::memcmp(octets, Magie, 8) && std::memcmp(octets + 512, Magie, 8) ? ErrFormat : ErrEndommage;
+  }
+  // A copy cut short by a crash is made good by the log; without the log's word
+  // a single copy may be the older one, which forgets the last records.
+  const bool voisines = bonnes[0] && bonnes[1] &&
+                        (copies[0].generation + 1 == copies[1].generation || copies[1].generation + 1 == copies[0].generation);
+  if (!reprise && !voisines) return ErrEndommage;
   if (bonnes[0] && bonnes[1]) {
     entete = copies[copies[1].generation > copies[0].generation];
   } else {

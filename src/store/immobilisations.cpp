@@ -15,13 +15,13 @@ constexpr const char* SectionImmo = "IMMO";
 constexpr const char* CleDernier = "Dernier";
 
 constexpr TauxDegressif TableGenerale[] = {
-    {3, 1.25, 41.66},    {4, 1.25, 31.25}, {5, 1.75, 35},     {6, 1.75, 28.16},  {6.66, 2.25, 33.75},
-    {8, 2.25, 28.12},    {10, 2.25, 22.5}, {12, 2.25, 18.75}, {15, 2.25, 15},    {20, 2.25, 11.25}};
+    {3, 1.25, 41.66}, {4, 1.25, 31.25}, {5, 1.75, 35},     {6, 1.75, 28.16}, {6.66, 2.25, 33.75},
+    {8, 2.25, 28.12}, {10, 2.25, 22.5}, {12, 2.25, 18.75}, {15, 2.25, 15},   {20, 2.25, 11.25}};
 /// Purchases of 01/02/1996 to 31/01/1997. The coefficient of six years and the
 /// rate of three stand as the table has them.
-constexpr TauxDegressif Table1996[] = {
-    {3, 2.5, 82.33},    {4, 2.5, 62.5}, {5, 3, 60},        {6, 6, 50},        {6.66, 3.5, 52.5},
-    {8, 3.5, 43.75},    {10, 3.5, 35},  {12, 3.5, 29.16},  {15, 3.5, 23.33},  {20, 3.5, 17.5}};
+constexpr TauxDegressif Table1996[] = {{3, 2.5, 82.33},   {4, 2.5, 62.5},  {5, 3, 60},    {6, 6, 50},
+                                       {6.66, 3.5, 52.5}, {8, 3.5, 43.75}, {10, 3.5, 35}, {12, 3.5, 29.16},
+                                       {15, 3.5, 23.33},  {20, 3.5, 17.5}};
 
 /// Holds a file of the practice open for one operation.
 class Ouverture {
@@ -47,7 +47,8 @@ class Ouverture {
 };
 
 struct OuvertureImmo : Ouverture {
-  explicit OuvertureImmo(QVAPI& m) : Ouverture(m, &QVAPI::OpenImmobilisations, &QVAPI::CloseImmobilisations) {}
+  explicit OuvertureImmo(QVAPI& m)
+      : Ouverture(m, &QVAPI::OpenImmobilisations, &QVAPI::CloseImmobilisations) {}
 };
 struct OuvertureAmo : Ouverture {
   explicit OuvertureAmo(QVAPI& m) : Ouverture(m, &QVAPI::OpenAmortissements, &QVAPI::CloseAmortissements) {}

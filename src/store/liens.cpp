@@ -87,7 +87,9 @@ bool EcritureLiee(Moteur& moteur, const Rec& rec, u32& mouvement) {
 class OuvertureEcritures {
  public:
   explicit OuvertureEcritures(QVAPI& magasin)
-      : m_magasin(magasin), m_journal(magasin.OpenJournal({})), m_comptes(m_journal != 0 ? magasin.OpenPlan({}) : 0) {}
+      : m_magasin(magasin),
+        m_journal(magasin.OpenJournal({})),
+        m_comptes(m_journal != 0 ? magasin.OpenPlan({}) : 0) {}
   ~OuvertureEcritures() {
     const int erreur = m_magasin.QVFileErrorCode();
     if (m_comptes != 0) m_magasin.ClosePlan(m_comptes);
@@ -104,7 +106,8 @@ class OuvertureEcritures {
 };
 
 template <class Rec>
-bool SupprimeFiche(QVAPI& magasin, EtatQVAPI& etat, u16 fichier, Position position, const Rec& rec, bool avecEcriture) {
+bool SupprimeFiche(QVAPI& magasin, EtatQVAPI& etat, u16 fichier, Position position, const Rec& rec,
+                   bool avecEcriture) {
   QVAPI::Unite unite(magasin);
   if (avecEcriture) {
     u32 mouvement = 0;

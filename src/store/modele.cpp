@@ -59,7 +59,9 @@ std::optional<f64> Pourcentage(std::string_view texte) {
   return valeur;
 }
 
-bool EstLettreOuChiffre(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool EstLettreOuChiffre(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
 
 bool EstNumeroCompte(std::string_view texte) {
   return !texte.empty() && texte.size() <= 10 && std::all_of(texte.begin(), texte.end(), EstLettreOuChiffre);
@@ -67,7 +69,8 @@ bool EstNumeroCompte(std::string_view texte) {
 
 /// Stored form of a heading's code: upper case, padded to 3. Empty when it is none.
 std::string CodeRubrique(std::string_view texte) {
-  if (texte.empty() || texte.size() > 3 || !std::all_of(texte.begin(), texte.end(), EstLettreOuChiffre)) return {};
+  if (texte.empty() || texte.size() > 3 || !std::all_of(texte.begin(), texte.end(), EstLettreOuChiffre))
+    return {};
   std::string code = EnMajuscules(texte);
   code.resize(3, ' ');
   return code;
@@ -87,7 +90,8 @@ class Lecteur {
       octets.remove_prefix(fin == std::string_view::npos ? octets.size() : fin + 1);
       if (!brute.empty() && brute.back() == '\r') brute.remove_suffix(1);
       const auto ligne = DepuisUtf8(brute);
-      if (!ligne) return Refuse("Texte illisible : le modèle est en UTF-8, avec les caractères de Windows-1252."_w);
+      if (!ligne)
+        return Refuse("Texte illisible : le modèle est en UTF-8, avec les caractères de Windows-1252."_w);
       if (std::any_of(ligne->begin(), ligne->end(),
                       [](char c) { return static_cast<unsigned char>(c) < 32 && c != '\t'; }))
         return Refuse("Caractère de contrôle."_w);
@@ -179,7 +183,8 @@ class Lecteur {
       if (option.empty()) continue;
       const std::size_t egal = option.find('=');
       const std::string_view nom = option.substr(0, egal);
-      const std::string_view valeur = egal == std::string_view::npos ? std::string_view() : option.substr(egal + 1);
+      const std::string_view valeur =
+          egal == std::string_view::npos ? std::string_view() : option.substr(egal + 1);
       if (nom == "tva") {
         if (!EstNumeroCompte(valeur)) return Refuse("Numéro de compte incorrect."_w);
         const std::string numero = QVAPI::GetLongCompte(std::string(valeur));
@@ -200,7 +205,8 @@ class Lecteur {
   }
 
   bool LitRubrique(std::string_view texte) {
-    static const std::map<std::string_view, i16> types = {{"recette", 0}, {"depense", 1}, {"resultat", 2}, {"taxe", 3}};
+    static const std::map<std::string_view, i16> types = {
+        {"recette", 0}, {"depense", 1}, {"resultat", 2}, {"taxe", 3}};
     const auto champs = Coupe(texte, '|');
     if (champs.size() < 4 || champs.size() > 5)
       return Refuse("Une rubrique s'écrit : code | ligne | type | désignation | formule."_w);
@@ -218,7 +224,8 @@ class Lecteur {
     rubrique.Ligne = static_cast<i16>(*ligne);
     rubrique.TypeRubrique = type->second;
     if (champs.size() > 4) {
-      if (champs[4].size() >= sizeof rubrique.Formule) return Refuse("Une formule a 127 caractères au plus."_w);
+      if (champs[4].size() >= sizeof rubrique.Formule)
+        return Refuse("Une formule a 127 caractères au plus."_w);
       if (champs[4] == "manuel")
         rubrique.Manuel = 1;
       else
@@ -229,10 +236,12 @@ class Lecteur {
   }
 
   bool LitParticulier(std::string_view texte) {
-    static const std::string_view connues[] = {"Prelevement", "Virement Recette", "Ecart Credit", "Ecart Debit"};
+    static const std::string_view connues[] = {"Prelevement", "Virement Recette", "Ecart Credit",
+                                               "Ecart Debit"};
     std::string_view cle, valeur;
     if (!Separe(texte, cle, valeur)) return false;
-    if (std::find(std::begin(connues), std::end(connues), cle) == std::end(connues) && cle != "Virement Dépense"_w)
+    if (std::find(std::begin(connues), std::end(connues), cle) == std::end(connues) &&
+        cle != "Virement Dépense"_w)
       return Refuse("Compte particulier inconnu."_w);
     if (!EstNumeroCompte(valeur)) return Refuse("Numéro de compte incorrect."_w);
     const std::string numero = QVAPI::GetLongCompte(std::string(valeur));
@@ -243,7 +252,8 @@ class Lecteur {
 
   bool LitReglage(std::string_view texte) {
     const std::size_t chevron = texte.find('>');
-    if (chevron == std::string_view::npos || chevron == 0) return Refuse("Un réglage s'écrit : section > clé = valeur."_w);
+    if (chevron == std::string_view::npos || chevron == 0)
+      return Refuse("Un réglage s'écrit : section > clé = valeur."_w);
     const std::string section(Rogne(texte.substr(0, chevron)));
     if (section.find(']') != std::string::npos) return Refuse("Nom de section incorrect."_w);
     std::string_view cle, valeur;
@@ -279,7 +289,8 @@ class Lecteur {
     if (m_modele.comptes.empty() || m_modele.rubriques.empty())
       return Refuse("Le modèle n'a pas de comptes ou pas de rubriques."_w);
     for (const auto& [rubrique, ligne] : m_rubriquesCitees)
-      if (m_rubriques.count(rubrique) == 0) return RefuseA(ligne, "Cette rubrique n'est pas dans le modèle."_w);
+      if (m_rubriques.count(rubrique) == 0)
+        return RefuseA(ligne, "Cette rubrique n'est pas dans le modèle."_w);
     for (const auto& [compte, ligne] : m_comptesCites)
       if (m_comptes.count(compte) == 0) return RefuseA(ligne, "Ce compte n'est pas dans le modèle."_w);
     return true;
@@ -308,9 +319,7 @@ bool LitModele(std::string_view octets, Modele& modele, ErreurModele& erreur) {
   return Lecteur(modele, erreur).Lit(octets);
 }
 
-std::string_view ModeleIntegre() {
-  return {reinterpret_cast<const char*>(ModeleDefaut), TailleModeleDefaut};
-}
+std::string_view ModeleIntegre() { return {reinterpret_cast<const char*>(ModeleDefaut), TailleModeleDefaut}; }
 
 bool ChargeModele(Systeme& systeme, const std::string& pathProgrammes, Modele& modele, ErreurModele& erreur) {
   const std::string chemin = pathProgrammes.empty() ? std::string() : Joint(pathProgrammes, "defaut.qvc");

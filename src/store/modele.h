@@ -13,8 +13,8 @@
 namespace fenlor {
 
 struct Modele {
-  Date date = 0;  ///< of the content
-  std::vector<Plan> comptes;          ///< long numbers, amounts 0
+  Date date = 0;              ///< of the content
+  std::vector<Plan> comptes;  ///< long numbers, amounts 0
   std::vector<Rubrique> rubriques;
   /// Settings that a practice gets where it has none: section, key, value.
   std::vector<Profil::Changement> reglages;

@@ -52,14 +52,16 @@ std::string BrouilleTexte(std::string_view texte, unsigned n, u32 graine) {
   Generateur generateur(graine);
   std::string resultat(texte.substr(0, n));
   resultat.resize(n, ' ');
-  for (char& c : resultat) c = static_cast<char>(Blanc + (Rang(Majuscule(c)) + generateur.Suivant()) % Alphabet);
+  for (char& c : resultat)
+    c = static_cast<char>(Blanc + (Rang(Majuscule(c)) + generateur.Suivant()) % Alphabet);
   return resultat;
 }
 
 std::string DebrouilleTexte(std::string_view texte, unsigned n, u32 graine) {
   Generateur generateur(graine);
   std::string resultat(texte.substr(0, std::min<std::size_t>(n, texte.find('\0'))));
-  for (char& c : resultat) c = static_cast<char>(Blanc + (Rang(c) + Alphabet - generateur.Suivant()) % Alphabet);
+  for (char& c : resultat)
+    c = static_cast<char>(Blanc + (Rang(c) + Alphabet - generateur.Suivant()) % Alphabet);
   resultat.resize(n, ' ');
   return resultat;
 }

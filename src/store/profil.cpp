@@ -112,14 +112,16 @@ bool Profil::Charge() {
   Empreinte vue;
   m_erreur = m_systeme.Mesure(m_chemin, vue);
   if (!m_erreur && m_empreinte == vue) return true;
-  m_lignes.clear();
-  m_empreinte.reset();
-  if (m_erreur == ENOENT) {
+  // What was read before stays good while the disk refuses to answer.
+  if (m_erreur && m_erreur != ENOENT) return false;
+  if (m_erreur) {
+    m_lignes.clear();
+    m_empreinte.reset();
     m_erreur = 0;
     return true;
   }
-  if (m_erreur) return false;
 
+  m_empreinte.reset();
   std::unique_ptr<Fichier> fichier;
   std::string contenu;
   m_erreur = m_systeme.Ouvre(m_chemin, Systeme::Lecture, fichier);
@@ -164,7 +166,7 @@ std::size_t Profil::TrouveSection(const std::string& section) const {
 }
 
 std::string Profil::Lit(const std::string& section, const std::string& cle) {
-  if (!Charge()) return {};
+  Charge();
   const std::size_t debut = TrouveSection(section);
   if (debut == Absent) return {};
   for (std::size_t i = debut + 1; i < m_lignes.size() && m_lignes[i].sorte != Ligne::Section; ++i) {
@@ -174,11 +176,14 @@ std::string Profil::Lit(const std::string& section, const std::string& cle) {
   return {};
 }
 
-bool Profil::Existe(const std::string& section) { return Charge() && TrouveSection(section) != Absent; }
+bool Profil::Existe(const std::string& section) {
+  Charge();
+  return TrouveSection(section) != Absent;
+}
 
 std::vector<std::string> Profil::Sections() {
   std::vector<std::string> noms;
-  if (!Charge()) return noms;
+  Charge();
   std::set<std::string> vus;
   for (const Ligne& ligne : m_lignes) {
     if (ligne.sorte == Ligne::Section && vus.insert(EnMajuscules(ligne.nom)).second)
@@ -189,7 +194,7 @@ std::vector<std::string> Profil::Sections() {
 
 std::vector<std::string> Profil::Cles(const std::string& section) {
   std::vector<std::string> noms;
-  if (!Charge()) return noms;
+  Charge();
   const std::size_t debut = TrouveSection(section);
   if (debut == Absent) return noms;
   std::set<std::string> vus;
@@ -287,7 +292,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
       m_systeme.Supprime(m_chemin);
     }
   }
-  m_lignes.clear();
+  m_lignes = avant;
   m_empreinte.reset();
   return false;
 }

@@ -33,8 +33,8 @@ class Profil {
 
   /// Value of a key, empty when absent. A file that does not exist reads as
   /// empty. The file is parsed when its stamp (inode, size, time) changed since
-  /// the last look, not otherwise. On a file that cannot be read: empty, and
-  /// `Erreur()` is not 0.
+  /// the last look, not otherwise. On a file that cannot be read: what was read
+  /// before (nothing at first), and `Erreur()` is not 0.
   std::string Lit(const std::string& section, const std::string& cle);
   /// True when the section exists, even without keys.
   bool Existe(const std::string& section);

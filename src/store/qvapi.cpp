@@ -6,6 +6,7 @@
 #include <ctime>
 
 #include "store/etat.h"
+#include "store/exercices.h"
 #include "store/motdepasse.h"
 #include "store/texte1252.h"
 
@@ -74,7 +75,10 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   if (!m_etat->moteur->OuvreCabinet(dossier, m_etat->options.reparation)) return false;
   m_etat->pathCabinet = dossier;
   m_etat->reglages = std::move(reglages);
-  return true;
+  if (AcheveExercices(*m_etat)) return true;
+  const int code = QVFileErrorCode();
+  m_etat->moteur->FermeCabinet();
+  return m_etat->Refuse(code);
 }
 
 std::string QVAPI::QVDetenteur() const { return m_etat->moteur->Detenteur(); }

@@ -196,6 +196,12 @@ int SystemePosix::Liste(const std::string& dossier, std::vector<std::string>& no
   return erreur;
 }
 
+bool Systeme::Existe(const std::string& chemin) {
+  Empreinte empreinte;
+  const int erreur = Mesure(chemin, empreinte);
+  return erreur != ENOENT && erreur != ENOTDIR;
+}
+
 std::string Joint(const std::string& dossier, const std::string& nom) {
   if (dossier.empty()) return nom;
   return dossier.back() == '/' ? dossier + nom : dossier + '/' + nom;

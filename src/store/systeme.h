@@ -57,10 +57,9 @@ class Systeme {
   /// Names in a directory, without "." and "..".
   virtual int Liste(const std::string& dossier, std::vector<std::string>& noms) = 0;
 
-  bool Existe(const std::string& chemin) {
-    Empreinte e;
-    return Mesure(chemin, e) == 0;
-  }
+  /// False only when nothing bears that name: a disk that does not answer says
+  /// nothing about a file, which must then not be made anew.
+  bool Existe(const std::string& chemin);
 };
 
 /// The real one. It holds no state.

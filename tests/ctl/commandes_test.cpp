@@ -11,13 +11,14 @@ class Commandes : public CtlDeTest {
  protected:
   /// Two receipts and an expense with a private share, one entry validated.
   void Saisit() {
-    const Resultat r = Lance({"saisir"},
-                             R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100.5,"tresorerie":"BQ","valider":true,"rapprocher":true})"
-                             "\n"
-                             R"({"journal":"recettes","date":"16/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})"
-                             "\n"
-                             R"({"journal":"depenses","date":"17/03/2003","code":"TEL","ttc":60,"professionnel":45,"tresorerie":"BQ"})"
-                             "\n");
+    const Resultat r = Lance(
+        {"saisir"},
+        R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100.5,"tresorerie":"BQ","valider":true,"rapprocher":true})"
+        "\n"
+        R"({"journal":"recettes","date":"16/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})"
+        "\n"
+        R"({"journal":"depenses","date":"17/03/2003","code":"TEL","ttc":60,"professionnel":45,"tresorerie":"BQ"})"
+        "\n");
     ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
   }
 };
@@ -57,7 +58,8 @@ TEST_F(Commandes, UsagesRefuses) {
 }
 
 TEST_F(Commandes, AideEnFrancais) {
-  for (const std::vector<std::string>& args : {std::vector<std::string>{"--help"}, {"saisir", "--help"}, {"demo", "-h"}}) {
+  for (const std::vector<std::string>& args :
+       {std::vector<std::string>{"--help"}, {"saisir", "--help"}, {"demo", "-h"}}) {
     std::istringstream entree;
     std::ostringstream sortie, erreurs;
     EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, Options()), StatutFait);
@@ -75,9 +77,13 @@ TEST_F(Commandes, CreationEtMonnaie) {
   };
   // Each on a new practice, behind the exercices of the ones before it in a row.
   const std::vector<Creation> suites[] = {
-      {{{"--exercice", "1998"}, 0, "Franc"}, {{"--exercice", "1999", "--euro"}, 0, "Euro"}, {{"--exercice", "2000"}, 0, "Euro"}},
+      {{{"--exercice", "1998"}, 0, "Franc"},
+       {{"--exercice", "1999", "--euro"}, 0, "Euro"},
+       {{"--exercice", "2000"}, 0, "Euro"}},
       {{{"--exercice", "1998", "--euro"}, 1, "3210"}, {{"--exercice", "2002", "--franc"}, 1, "3210"}},
-      {{{"--exercice", "2001"}, 0, "Franc"}, {{"--exercice", "2000"}, 0, "Franc"}, {{"--exercice", "2002"}, 0, "Euro"}},
+      {{{"--exercice", "2001"}, 0, "Franc"},
+       {{"--exercice", "2000"}, 0, "Franc"},
+       {{"--exercice", "2002"}, 0, "Euro"}},
       {{{"--exercice", "2001", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Euro"}},
       {{{"--exercice", "A", "--debut", "01/07/2000", "--fin", "30/06/2001"}, 0, "Franc"},
        {{"--exercice", "B", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Franc"},
@@ -108,11 +114,14 @@ TEST_F(Commandes, ListeEtExerciceCourant) {
   Cree({"--exercice", "2004"});
   const auto lignes = Lance({"exercices", "--json"}).Lignes();
   ASSERT_EQ(lignes.size(), 2u);
-  EXPECT_EQ(Json::parse(lignes[0]),
-            Json::parse(R"({"nom":"2003","debut":"01/01/2003","fin":"31/12/2003","euro":true,"tva":true,"cloture":"","courant":false})"));
+  EXPECT_EQ(
+      Json::parse(lignes[0]),
+      Json::parse(
+          R"({"nom":"2003","debut":"01/01/2003","fin":"31/12/2003","euro":true,"tva":true,"cloture":"","courant":false})"));
   EXPECT_EQ(Json::parse(lignes[1])["courant"], true);
   // The exercice asked for does not become the current one.
-  const std::string en2003 = R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
+  const std::string en2003 =
+      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
   EXPECT_EQ(Lance({"saisir"}, en2003).statut, StatutRefuse);
   EXPECT_EQ(Lance({"--exercice", "2003", "saisir"}, en2003).statut, StatutFait);
   EXPECT_EQ(Lance({"--exercice", "2003", "exporter", "JOURNAL"}).Lignes().size(), 2u);
@@ -131,7 +140,8 @@ TEST_F(Commandes, CabinetAbsentOuOccupe) {
   ASSERT_TRUE(autre.QVOpenSession(1) && autre.QVOpenCompta(Cabinet(), ""));
   const Resultat r = Lance({"balance"});
   EXPECT_EQ(r.statut, StatutRefuse);
-  EXPECT_NE(r.erreurs.find("Erreur 3213 : Ce cabinet est déjà ouvert (processus "), std::string::npos) << r.erreurs;
+  EXPECT_NE(r.erreurs.find("Erreur 3213 : Ce cabinet est déjà ouvert (processus "), std::string::npos)
+      << r.erreurs;
   ASSERT_TRUE(autre.QVCloseSession());
   EXPECT_EQ(Lance({"balance"}).statut, StatutFait);
 }
@@ -146,11 +156,13 @@ TEST_F(Commandes, MotDePasse) {
   const struct {
     std::vector<std::string> args;
     int statut;
-  } cas[] = {{{"balance"}, 1}, {{"--mot-de-passe", "sel", "balance"}, 1}, {{"balance", "--mot-de-passe", "Épice"}, 0}};
+  } cas[] = {{{"balance"}, 1},
+             {{"--mot-de-passe", "sel", "balance"}, 1},
+             {{"balance", "--mot-de-passe", "Épice"}, 0}};
   for (const auto& c : cas) {
     const Resultat r = Lance(c.args);
     EXPECT_EQ(r.statut, c.statut) << r.erreurs;
-    if (c.statut) EXPECT_EQ(r.erreurs, "Erreur 3074 : Mot de passe erroné !\n");
+    EXPECT_EQ(r.erreurs, c.statut ? "Erreur 3074 : Mot de passe erroné !\n" : "");
   }
 }
 
@@ -183,12 +195,18 @@ TEST_F(Commandes, Balance) {
 TEST_F(Commandes, AllerRetourDesFichiers) {
   Cree();
   Saisit();
-  ASSERT_EQ(Lance({"importer", "BANQUE"}, R"({"Compte":"512","Date":"01/04/2003","MontantEuro":-0.0,"MontantFranc":0.1,"Sens":1})").statut,
+  ASSERT_EQ(Lance({"importer", "BANQUE"},
+                  R"({"Compte":"512","Date":"01/04/2003","MontantEuro":-0.0,"MontantFranc":0.1,"Sens":1})")
+                .statut,
             StatutFait);
-  ASSERT_EQ(Lance({"importer", "Immo"}, R"({"Numero":2,"Designation":"Échographe\t\"A\"","DateAchat":"02/01/2003","Duree":5})").statut,
+  ASSERT_EQ(Lance({"importer", "Immo"},
+                  R"({"Numero":2,"Designation":"Échographe\t\"A\"","DateAchat":"02/01/2003","Duree":5})")
+                .statut,
             StatutFait);
   ASSERT_EQ(Lance({"importer", "Amo"}, R"({"Numero":2,"Annee":2003,"ReelEuro":100})").statut, StatutFait);
-  ASSERT_EQ(Lance({"importer", "AUTO"}, "{\"Libelle\":\"Loyer\",\"Periodicite\":6}\n{\"Libelle\":\"Eau\"}").statut, StatutFait);
+  ASSERT_EQ(
+      Lance({"importer", "AUTO"}, "{\"Libelle\":\"Loyer\",\"Periodicite\":6}\n{\"Libelle\":\"Eau\"}").statut,
+      StatutFait);
   ASSERT_EQ(LanceSur(Cabinet("copie"), {"creer", "--exercice", "2003"}).statut, StatutFait);
   for (const char* fichier : {"COMPTES", "RUBRIQUE", "JOURNAL", "BANQUE", "Immo", "Amo", "AUTO"}) {
     const std::string cle = std::string(fichier) == "AUTO" ? "" : "--cle";
@@ -207,21 +225,37 @@ TEST_F(Commandes, AllerRetourDesFichiers) {
 
 TEST_F(Commandes, ImportRefuseParLigne) {
   Cree();
-  const Resultat r = Lance({"importer", "COMPTES", "--json"},
-                           "{\"Compte\":\"900\",\"Type\":4}\n{\"Compte\":\"901\",\"Typo\":4}\n\n{\"Type\":4}\n"
-                           "{\"Compte\":\"902\",\"Type\":5}\n{\"Compte\":\"900\",\"Type\":4,\"Designation\":\"Seconde\"}\n{\n");
+  const Resultat r = Lance(
+      {"importer", "COMPTES", "--json"},
+      "{\"Compte\":\"900\",\"Type\":4}\n{\"Compte\":\"901\",\"Typo\":4}\n\n{\"Type\":4}\n"
+      "{\"Compte\":\"902\",\"Type\":5}\n{\"Compte\":\"900\",\"Type\":4,\"Designation\":\"Seconde\"}\n{\n");
   EXPECT_EQ(r.statut, StatutRefuse);
   EXPECT_EQ(r.sortie, "{\"fichier\":\"COMPTES\",\"importes\":2,\"refuses\":4}\n");
-  for (const char* attendu : {"Erreur 3203, ligne 2 :", "Erreur 3204, ligne 4 :", "Erreur 3205, ligne 5 :", "Erreur 3200, ligne 7 :"})
+  for (const char* attendu : {"Erreur 3203, ligne 2 :", "Erreur 3204, ligne 4 :", "Erreur 3205, ligne 5 :",
+                              "Erreur 3200, ligne 7 :"})
     EXPECT_NE(r.erreurs.find(attendu), std::string::npos) << r.erreurs;
   EXPECT_EQ(Balance().at("9")["Designation"], "Seconde");
+
+  // A line whose later keys belong to another record is refused by itself.
+  const std::string ligne =
+      R"({"Mouvement":1,"Journal":1,"Date":"01/02/2003","DateLigne":"01/02/2003","MontantEuro":5,)";
+  const Resultat lignes =
+      Lance({"importer", "JOURNAL"}, ligne + "\"Compte\":\"706\"}\n" + ligne + "\"Compte\":\"512\"}\n" +
+                                         ligne + "\"Compte\":\"706\",\"Libelle\":\"x\"}\n");
+  EXPECT_EQ(lignes.sortie, "JOURNAL : 2 enregistrement(s) importé(s), 1 refusé(s).\n");
+  EXPECT_NE(lignes.erreurs.find("Erreur 3049, ligne 2 :"), std::string::npos) << lignes.erreurs;
+  EXPECT_EQ(Journal().size(), 1u);
 }
 
 TEST_F(Commandes, VerifierRecalculer) {
   Cree();
   Saisit();
-  ASSERT_EQ(Lance({"importer", "COMPTES"}, R"({"Compte":"706","Code":"HONOR","Designation":"Honoraires","Rubrique":"01","Type":1,"PartPro":100,"CreditEuro":7})").statut,
-            StatutFait);
+  ASSERT_EQ(
+      Lance(
+          {"importer", "COMPTES"},
+          R"({"Compte":"706","Code":"HONOR","Designation":"Honoraires","Rubrique":"01","Type":1,"PartPro":100,"CreditEuro":7})")
+          .statut,
+      StatutFait);
   const Resultat malade = Lance({"verifier", "--json"});
   EXPECT_EQ(malade.statut, StatutRefuse);
   EXPECT_GE(Json::parse(malade.Lignes().back())["anomalies"], 1);
@@ -272,7 +306,8 @@ TEST_F(Commandes, Demo) {
   EXPECT_EQ(Lance({"demo"}).statut, StatutRefuse);
   const Resultat encore = LanceSur(Cabinet("autre"), {"demo", "--json"});
   EXPECT_EQ(encore.sortie, r.sortie);
-  EXPECT_EQ(LanceSur(Cabinet("autre"), {"exporter", "JOURNAL"}).sortie, Lance({"exporter", "JOURNAL"}).sortie);
+  EXPECT_EQ(LanceSur(Cabinet("autre"), {"exporter", "JOURNAL"}).sortie,
+            Lance({"exporter", "JOURNAL"}).sortie);
 }
 
 }  // namespace

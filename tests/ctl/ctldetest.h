@@ -42,7 +42,8 @@ class CtlDeTest : public ::testing::Test {
   OptionsCtl& Options() { return m_options; }
 
   /// Runs a command on the practice `cabinet`.
-  Resultat LanceSur(const std::string& cabinet, std::vector<std::string> args, const std::string& entree = {}) {
+  Resultat LanceSur(const std::string& cabinet, std::vector<std::string> args,
+                    const std::string& entree = {}) {
     args.insert(args.begin(), {"--cabinet", cabinet});
     std::istringstream in(entree);
     std::ostringstream out, err;

@@ -17,9 +17,23 @@ namespace {
 
 TEST(Json, NombresRelusBitPourBit) {
   using L = std::numeric_limits<f64>;
-  std::vector<f64> nombres = {0.0,   -0.0,      0.1,       -12.5,     119.6,   1e15,  9007199254740993.0,
-                              1e22,  1.0 / 3.0, 1e-7,      L::max(),  L::min(), L::denorm_min(), -L::lowest(),
-                              1e19,  18446744073709551616.0, 123456789012345680000.0};
+  std::vector<f64> nombres = {0.0,
+                              -0.0,
+                              0.1,
+                              -12.5,
+                              119.6,
+                              1e15,
+                              9007199254740993.0,
+                              1e22,
+                              1.0 / 3.0,
+                              1e-7,
+                              L::max(),
+                              L::min(),
+                              L::denorm_min(),
+                              -L::lowest(),
+                              1e19,
+                              18446744073709551616.0,
+                              123456789012345680000.0};
   u64 graine = 1;
   for (int i = 0; i < 20000; ++i) {
     graine = graine * 6364136223846793005u + 1442695040888963407u;
@@ -114,7 +128,8 @@ TEST(EnregistrementJson, Refus) {
   };
   for (const auto& c : cas) {
     Plan plan;
-    EXPECT_EQ(LitEnregistrement(Json::parse(c.json), Champs(FichierComptes), &plan).numero, c.numero) << c.json;
+    EXPECT_EQ(LitEnregistrement(Json::parse(c.json), Champs(FichierComptes), &plan).numero, c.numero)
+        << c.json;
   }
   Plan plan;
   ASSERT_FALSE(LitEnregistrement(Json::parse(R"({"Compte":"51 2a"})"), Champs(FichierComptes), &plan));
@@ -135,8 +150,10 @@ TEST(EnregistrementJson, DatesHorsCalendrier) {
   };
   for (const auto& c : cas) {
     Banque banque;
-    ASSERT_FALSE(LitEnregistrement(Json::parse(std::string("{\"Date\":") + c.json + "}"), Champs(FichierBanques), &banque));
-    EXPECT_EQ(banque.Date, c.date);
+    ASSERT_FALSE(LitEnregistrement(Json::parse(std::string("{\"Date\":") + c.json + "}"),
+                                   Champs(FichierBanques), &banque));
+    const Date date = banque.Date;
+    EXPECT_EQ(date, c.date);
     std::string sortie;
     AjouteEnregistrement(sortie, Champs(FichierBanques), &banque);
     EXPECT_NE(sortie.find(std::string("\"Date\":") + c.sortie + ","), std::string::npos) << sortie;

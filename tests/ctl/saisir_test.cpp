@@ -56,8 +56,9 @@ TEST_F(Saisir, EcrituresNouvelles) {
   const auto journal = Journal();
   const auto ligne = [&](std::size_t i) {
     const Json& l = journal.at(i);
-    return Json{l["Mouvement"], l["Compte"],  l["MontantEuro"], l["Sens"].get<int>() != 0, l["ModePaiement"],
-                l["Libelle"],   l["Validee"], l["Pointee"],     l["Date"]};
+    return Json{l["Mouvement"],    l["Compte"],  l["MontantEuro"], l["Sens"].get<int>() != 0,
+                l["ModePaiement"], l["Libelle"], l["Validee"],     l["Pointee"],
+                l["Date"]};
   };
   const char* attendues[] = {
       R"([1,"7060000000",120.0,true,0,"Consultations",0,0,"15/03/2003"])",
@@ -74,7 +75,8 @@ TEST_F(Saisir, EcrituresNouvelles) {
       R"([5,"5300000000",15.0,true,1,"Honoraires",1,1,"20/03/2003"])",
   };
   ASSERT_EQ(journal.size(), std::size(attendues));
-  for (std::size_t i = 0; i < journal.size(); ++i) EXPECT_EQ(ligne(i), Json::parse(attendues[i])) << journal[i];
+  for (std::size_t i = 0; i < journal.size(); ++i)
+    EXPECT_EQ(ligne(i), Json::parse(attendues[i])) << journal[i];
   const auto balance = Balance();
   EXPECT_EQ(balance.at("512")["SoldeEuro"], -129.44);
   EXPECT_EQ(balance.at("706")["SoldeEuro"], 105);
@@ -89,23 +91,38 @@ TEST_F(Saisir, RefusDeChamps) {
       {R"({"journal":1})", R"({"erreur":3205})"},
       {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1})", R"({"erreur":3204})"},
       {R"({"journal":"recettes","date":"15/03/2003","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3204})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":"1","tresorerie":"BQ"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":null,"tresorerie":"BQ"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":20030315,"compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","code":"HONOR","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"70600000001","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","paiement":"carte"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","tresoreries":[]})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ"}]})", R"({"erreur":3204})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":["BQ"]})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ","montant":1,"taux":2}]})", R"({"erreur":3203})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","lignes":[]})", R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":"1","tresorerie":"BQ"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":null,"tresorerie":"BQ"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":20030315,"compte":"706","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","code":"HONOR","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"70600000001","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","paiement":"carte"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","tresoreries":[]})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ"}]})",
+       R"({"erreur":3204})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":["BQ"]})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ","montant":1,"taux":2}]})",
+       R"({"erreur":3203})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","lignes":[]})",
+       R"({"erreur":3205})"},
       {R"({"journal":"od","date":"15/03/2003","lignes":[{"debit":1}]})", R"({"erreur":3204})"},
       {R"({"journal":"od","date":"15/03/2003","ttc":1,"lignes":[]})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","couleur":"bleu"})", R"({"erreur":3203})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"日"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"a\tb"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"123456789 123456789 123456789 123456789 123456789 123456789 123456789 123456789 x"})", R"({"erreur":3206})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","couleur":"bleu"})",
+       R"({"erreur":3203})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"日"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"a\tb"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ","libelle":"123456789 123456789 123456789 123456789 123456789 123456789 123456789 123456789 x"})",
+       R"({"erreur":3206})"},
       {R"({"supprimer":true})", R"({"erreur":3204})"},
       {R"({"mouvement":0,"supprimer":true})", R"({"erreur":3205})"},
       {R"({"mouvement":1.5,"supprimer":true})", R"({"erreur":3205})"},
@@ -120,21 +137,34 @@ TEST_F(Saisir, RefusDeChamps) {
 
 TEST_F(Saisir, RefusDesRegles) {
   Verifie({
-      {R"({"journal":"recettes","date":"31/02/2003","compte":"9","ttc":0,"tresorerie":"BQ"})", R"({"erreur":3104})"},
-      {R"({"journal":"recettes","date":"le 15 mars 2003","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3104})"},
-      {R"({"journal":"recettes","date":"15/03/2004","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3104})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"9","ttc":0,"tresorerie":"BQ"})", R"({"erreur":3105})"},
-      {R"({"journal":"recettes","date":"15/03/2003","code":"TEL","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3105})"},
-      {R"({"journal":"depenses","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"erreur":3105})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":0.001,"tresorerie":"BQ"})", R"({"erreur":3106})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1e300,"tresorerie":"BQ"})", R"({"erreur":3205})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"706"})", R"({"erreur":3105})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[]})", R"({"erreur":3035})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ","montant":0.99}]})", R"({"erreur":3036})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"monnaie":"franc","tresorerie":"BQ"})", R"({"erreur":3041})"},
+      {R"({"journal":"recettes","date":"31/02/2003","compte":"9","ttc":0,"tresorerie":"BQ"})",
+       R"({"erreur":3104})"},
+      {R"({"journal":"recettes","date":"le 15 mars 2003","compte":"706","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3104})"},
+      {R"({"journal":"recettes","date":"15/03/2004","compte":"706","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3104})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"9","ttc":0,"tresorerie":"BQ"})",
+       R"({"erreur":3105})"},
+      {R"({"journal":"recettes","date":"15/03/2003","code":"TEL","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3105})"},
+      {R"({"journal":"depenses","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})",
+       R"({"erreur":3105})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":0.001,"tresorerie":"BQ"})",
+       R"({"erreur":3106})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1e300,"tresorerie":"BQ"})",
+       R"({"erreur":3205})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"706"})",
+       R"({"erreur":3105})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[]})",
+       R"({"erreur":3035})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresoreries":[{"compte":"BQ","montant":0.99}]})",
+       R"({"erreur":3036})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"monnaie":"franc","tresorerie":"BQ"})",
+       R"({"erreur":3041})"},
       {R"({"journal":"od","date":"15/03/2003","lignes":[]})", R"({"erreur":3032})"},
       {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512"}]})", R"({"erreur":3108})"},
-      {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512","debit":1,"credit":1}]})", R"({"erreur":3207})"},
+      {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512","debit":1,"credit":1}]})",
+       R"({"erreur":3207})"},
       {R"({"journal":"od","date":"15/03/2003","lignes":[{"code":"XX","debit":1}]})", R"({"erreur":3105})"},
       {R"({"journal":"od","date":"15/03/2003","lignes":[{"compte":"512","debit":1}]})", R"({"erreur":3301})"},
       {R"({"mouvement":7,"supprimer":true})", R"({"erreur":3202})"},
@@ -150,7 +180,8 @@ TEST_F(Saisir, ChangementsEtMarques) {
        R"({"mouvement":2,"ligne":1})"},
       // A label alone keeps every amount.
       {R"({"mouvement":1,"libelle":"Facture de mars"})", R"({"mouvement":1,"ligne":1})"},
-      {R"({"mouvement":1,"date":"20/03/2003","pointer":true,"rapprocher":true})", R"({"mouvement":1,"ligne":1})"},
+      {R"({"mouvement":1,"date":"20/03/2003","pointer":true,"rapprocher":true})",
+       R"({"mouvement":1,"ligne":1})"},
       {R"({"mouvement":1,"pointer":true})", R"({"mouvement":1,"ligne":1})"},
       {R"({"mouvement":1,"tresorerie":"CCP"})", R"({"erreur":3300})"},
       {R"({"mouvement":1,"journal":"recettes","ttc":1})", R"({"erreur":3205})"},
@@ -187,15 +218,16 @@ TEST_F(Saisir, ChangementsEtMarques) {
 }
 
 TEST_F(Saisir, OuiRepondAuxQuestions) {
-  Verifie({{R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100,"tresorerie":"BQ","valider":true})",
-            R"({"mouvement":1,"ligne":1})"},
-           {R"({"mouvement":1,"valider":false,"tresorerie":"CA"})", R"({"mouvement":1,"ligne":1})"},
-           {R"({"mouvement":1,"ttc":50,"tresoreries":[{"compte":"BQ","montant":20},{"compte":"CA","montant":30}]})",
-            R"({"mouvement":1,"ligne":1})"},
-           {R"({"mouvement":1,"paiement":"autre"})", R"({"erreur":3205})"},
-           {R"({"journal":"od","date":"15/03/2003","libelle":"Écart","lignes":[{"compte":"512","debit":10},{"compte":"530","credit":9.99}]})",
-            R"({"mouvement":2,"ligne":1})"}},
-          {"saisir", "--oui"});
+  Verifie(
+      {{R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100,"tresorerie":"BQ","valider":true})",
+        R"({"mouvement":1,"ligne":1})"},
+       {R"({"mouvement":1,"valider":false,"tresorerie":"CA"})", R"({"mouvement":1,"ligne":1})"},
+       {R"({"mouvement":1,"ttc":50,"tresoreries":[{"compte":"BQ","montant":20},{"compte":"CA","montant":30}]})",
+        R"({"mouvement":1,"ligne":1})"},
+       {R"({"mouvement":1,"paiement":"autre"})", R"({"erreur":3205})"},
+       {R"({"journal":"od","date":"15/03/2003","libelle":"Écart","lignes":[{"compte":"512","debit":10},{"compte":"530","credit":9.99}]})",
+        R"({"mouvement":2,"ligne":1})"}},
+      {"saisir", "--oui"});
   const auto journal = Journal();
   ASSERT_EQ(journal.size(), 6u);
   EXPECT_EQ(journal[2]["Compte"], "5300000000");
@@ -204,7 +236,8 @@ TEST_F(Saisir, OuiRepondAuxQuestions) {
 }
 
 TEST_F(Saisir, EntreeParLignes) {
-  const std::string bonne = R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
+  const std::string bonne =
+      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
   const std::string longue = "{\"libelle\":\"" + std::string(3 << 20, 'x') + "\"}";
   const Resultat r = Lance({"saisir", "-"}, "\n" + bonne + "\r\n  \n" + longue + "\n" + bonne);
   const auto lignes = r.Lignes();
@@ -219,10 +252,13 @@ TEST_F(Saisir, EntreeParLignes) {
 
 TEST_F(Saisir, ToutEstUneUnite) {
   const std::vector<Cas> cas = {
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})", R"({"mouvement":1,"ligne":1})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":0,"tresorerie":"BQ"})", R"({"erreur":3106})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})",
+       R"({"mouvement":1,"ligne":1})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":0,"tresorerie":"BQ"})",
+       R"({"erreur":3106})"},
       {R"({"mouvement":1,"ttc":2})", R"({"mouvement":1,"ligne":1})"},
-      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":4,"tresorerie":"BQ"})", R"({"mouvement":2,"ligne":2})"},
+      {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":4,"tresorerie":"BQ"})",
+       R"({"mouvement":2,"ligne":2})"},
       {R"({"mouvement":2,"supprimer":true})", R"({"mouvement":2,"ligne":2})"},
   };
   Verifie(cas, {"saisir", "--tout"});
@@ -256,9 +292,11 @@ TEST_F(Saisir, ReponseApresLeDisque) {
   std::ostringstream erreurs;
   std::string entree;
   for (int i = 0; i < 5; ++i)
-    entree += R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})" "\n";
+    entree += R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})"
+              "\n";
   std::istringstream flux(entree);
-  ASSERT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, flux, sortie, erreurs, options), StatutFait) << erreurs.str();
+  ASSERT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, flux, sortie, erreurs, options), StatutFait)
+      << erreurs.str();
   ASSERT_EQ(temoin.SynchrosAlors.size(), 5u);
   for (std::size_t i = 1; i < 5; ++i) EXPECT_GT(temoin.SynchrosAlors[i], temoin.SynchrosAlors[i - 1]);
 }
@@ -308,7 +346,8 @@ TEST_F(Saisir, EchecDuDisqueAuBout) {
 }
 
 TEST_F(Saisir, SortiePerdue) {
-  std::istringstream entree(R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})");
+  std::istringstream entree(
+      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})");
   std::ofstream pleine("/dev/full");
   std::ostringstream erreurs;
   EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, entree, pleine, erreurs, Options()), StatutRefuse);

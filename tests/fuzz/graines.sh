@@ -8,8 +8,10 @@ tmp=$(mktemp -d)
 trap 'rm -rf "$tmp"' EXIT
 
 "$fenlorctl" --cabinet "$tmp/c" creer --exercice 2003 --euro --tva >/dev/null
-"$fenlorctl" --cabinet "$tmp/c" exporter COMPTES | head -n 3 >"$tmp/comptes"
-"$fenlorctl" --cabinet "$tmp/c" exporter RUBRIQUE | head -n 3 >"$tmp/rubriques"
+for nom in COMPTES RUBRIQUE; do
+  "$fenlorctl" --cabinet "$tmp/c" exporter $nom >"$tmp/tout"
+  head -n 3 "$tmp/tout" >"$tmp/$nom"
+done
 
 # Data files: one byte that chooses the file, then its beginning.
 octet() { printf "\\$(printf %03o "$1")"; }
@@ -40,8 +42,8 @@ saisie 2 >"$dir/json/tout" <<'FIN'
 {"mouvement":1,"valider":true}
 {"journal":"recettes","date":"15/03/2003","code":"C","libelle":"é","ttc":1e3,"tresorerie":"512","monnaie":"franc"}
 FIN
-saisie 4 <"$tmp/comptes" >"$dir/json/comptes"
-saisie 5 <"$tmp/rubriques" >"$dir/json/rubriques"
+saisie 4 <"$tmp/COMPTES" >"$dir/json/comptes"
+saisie 5 <"$tmp/RUBRIQUE" >"$dir/json/rubriques"
 
 printf '[Activite]\r\nExercices=2003\r\nMot de Passe="  x "\r\n;reste\r\n[2003]\r\nDebut=01/01/2003\r\nActivite|Exercice|2003' >"$dir/profil/simple"
 printf '[A]\nb = \047c\047\nB=d\n[a]\nb=e\n[]\n=x\na|b| \"q\"' >"$dir/profil/bords"

@@ -215,7 +215,9 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     ASSERT_TRUE(concorde) << "kill " << tues << (tout ? ", --tout, " : ", ") << acquis << " acknowledged of "
                           << ordres.size() << ", " << lus.size() << " entries found, " << m_livres.size() << " before";
     m_livres = lus;
-    if (m_livres.size() > 1500) ASSERT_NO_FATAL_FAILURE(Recommence());
+    if (m_livres.size() > 1500) {
+      ASSERT_NO_FATAL_FAILURE(Recommence());
+    }
   }
   std::cout << tues << " killed, " << termines << " came to their end, " << reprisesTuees
             << " recoveries killed, " << confirmes << " entries acknowledged\n";

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <set>
 
 #include "outils/cabinetdetest.h"
 #include "store/definitions.h"
@@ -32,10 +33,18 @@ class EcrituresAutomatiques : public test::CabinetDeTest {
     std::string texte;
     EcrituresAuto rec{};
     for (u32 i = 1; Magasin().ReadEcrituresAuto(i, rec, m_contexte); ++i) {
-      EXPECT_EQ(rec.Numero, i);
+      EXPECT_EQ(+rec.Numero, i);
       texte += LitTexte(rec.Libelle);
     }
     EXPECT_EQ(texte.size(), Magasin().GetEcrituresAutoRec(m_contexte));
+    std::set<u32> numeros;
+    EXPECT_TRUE(Magasin().QVParcours(FichierAuto, [&](Position, const void* octets) {
+      u32 numero = 0;
+      std::memcpy(&numero, octets, sizeof numero);
+      return numeros.insert(numero).second;
+    }));
+    EXPECT_TRUE(numeros.empty() || (*numeros.begin() == 1 && *numeros.rbegin() == texte.size()))
+        << "in the file";
     return texte;
   }
 
@@ -129,15 +138,15 @@ TEST_F(Liens, LectureParChaqueCle) {
   RecetteLiee rec = Recette(3);
   rec.LienId = 0;
   EXPECT_NE(Magasin().ReadRecettes(rec, 2), 0u);
-  EXPECT_EQ(rec.LienId, 103u);
+  EXPECT_EQ(+rec.LienId, 103u);
   RecetteLiee parId{};
   parId.LienId = 102;
   EXPECT_NE(Magasin().ReadRecettes(parId, 0), 0u);
-  EXPECT_EQ(parId.LienA, 2);
+  EXPECT_EQ(+parId.LienA, 2);
   RecetteLiee parDate{};
   parDate.Date = Mars15;
   EXPECT_NE(Magasin().ReadRecettes(parDate, 1), 0u);
-  EXPECT_EQ(parDate.LienA, -1);
+  EXPECT_EQ(+parDate.LienA, -1);
   RecetteLiee absente = Recette(9);
   EXPECT_EQ(Magasin().ReadRecettes(absente, 2), 0u);
   EXPECT_EQ(Magasin().ReadRecettes(absente, 3), 0u);
@@ -154,7 +163,7 @@ TEST_F(Liens, LectureParChaqueCle) {
   DepenseLiee depense = Depense(3, "GDF");
   depense.LienId = 0;
   EXPECT_NE(Magasin().ReadDepenses(depense, 0), 0u);
-  EXPECT_EQ(depense.LienId, 103u);
+  EXPECT_EQ(+depense.LienId, 103u);
 
   // The high word of LienB tells receipts from expenses.
   RecetteLiee sansPoids = Recette(3);
@@ -168,7 +177,8 @@ TEST_F(Liens, LectureParChaqueCle) {
 TEST_F(Liens, SupprimerEmporteLEcritureLiee) {
   const u32 libre = AjouteSimple(JournalRecettes, Mars15, "706", 50, "512");
   const u32 liee = Ecriture(Recette(1), JournalRecettes), autre = Ecriture(Recette(2), JournalRecettes);
-  const u32 edf = Ecriture(Depense(1, "EDF"), JournalDepenses), gdf = Ecriture(Depense(1, "GDF"), JournalDepenses);
+  const u32 edf = Ecriture(Depense(1, "EDF"), JournalDepenses),
+            gdf = Ecriture(Depense(1, "GDF"), JournalDepenses);
   ASSERT_TRUE(libre && liee && autre && edf && gdf);
   const Position recette = Magasin().WriteRecettes(Recette(1));
   const Position depense = Magasin().WriteDepenses(Depense(1, "GDF"));
@@ -179,7 +189,7 @@ TEST_F(Liens, SupprimerEmporteLEcritureLiee) {
   EXPECT_EQ(Magasin().GetMouvementsLinesCount(liee), 0u);
   EXPECT_EQ(Magasin().GetMouvementsLinesCount(gdf), 0u);
   for (const u32 reste : {libre, autre, edf}) EXPECT_EQ(Magasin().GetMouvementsLinesCount(reste), 2u);
-  EXPECT_EQ(LitCompte("706").CreditEuro, 70);
+  EXPECT_EQ(+LitCompte("706").CreditEuro, 70);
   RecetteLiee rec = Recette(1);
   EXPECT_EQ(Magasin().ReadRecettes(rec, 2), 0u);
   EXPECT_FALSE(Magasin().DeleteRecettes(recette));

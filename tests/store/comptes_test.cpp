@@ -34,13 +34,14 @@ TEST_F(Comptes, FormeLongueEtFormeCourte) {
 
 TEST_F(Comptes, ZerosSignificatifs) {
   const auto regle = [&](const char* zeros, const char* nombre) {
-    ASSERT_TRUE(Magasin().Reglages().Ecrit(
-        {{"Préférences"_w, "Zéros Significatifs"_w, zeros}, {"Préférences"_w, "Nombre de chiffres", nombre}}));
+    ASSERT_TRUE(Magasin().Reglages().Ecrit({{"Préférences"_w, "Zéros Significatifs"_w, zeros},
+                                            {"Préférences"_w, "Nombre de chiffres", nombre}}));
   };
   const struct {
     const char *zeros, *nombre, *longue, *courte;
-  } cas[] = {{"oui", "3", "5300000000", "530"},  {"Oui", "3", "5120000000", "512"}, {"Oui", "4", "5120000000", "5120"},
-             {"Oui", "", "5300000000", "53"},    {"Oui", "abc", "0000000000", "0"}, {"Oui", "99", "5300000000", "5300000000"},
+  } cas[] = {{"oui", "3", "5300000000", "530"},  {"Oui", "3", "5120000000", "512"},
+             {"Oui", "4", "5120000000", "5120"}, {"Oui", "", "5300000000", "53"},
+             {"Oui", "abc", "0000000000", "0"},  {"Oui", "99", "5300000000", "5300000000"},
              {"Non", "3", "5300000000", "53"}};
   for (const auto& c : cas) {
     regle(c.zeros, c.nombre);
@@ -81,7 +82,7 @@ TEST_F(Comptes, TauxEnVigueur) {
       {{}, mars, 6.55957},
       {{"01/01/1999|6,5"}, mars, 6.5},
       {{"01/01/1999|6.5"}, FaitDate(31, 12, 1998), 6.5},
-      {{"01/01/2003|7", "01/01/1999|6,5", "15/03/2003|8", "16/03/2003|9"}, mars, 8},
+      {{"01/01/2003|7", "15/03/2003|8", "16/03/2003|9", "01/01/1999|6,5"}, mars, 8},
       {{"01/01/2003|7", "01/01/1999|6,5"}, FaitDate(1, 1, 1990), 6.5},
       {{"01/01/1999|6,5", "01/01/1999|6,6"}, mars, 6.6},
       {{"n'importe quoi", "01/01/1999|", "31/02/2001|7", "01/01/2000|-3", "01/01/2000|abc"}, mars, 6.55957},

@@ -56,8 +56,11 @@ TEST_F(Exercices, LePremierVientDuModele) {
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
   EXPECT_EQ(Magasin().GetComptePerso(), "1080000000");
   EXPECT_EQ(Magasin().GetTauxEuro(Jan(2003)), 6.55957);
-  const std::map<std::string, std::string> attendus = {
-      {"Debut", "01/01/2003"}, {"Fin", "31/12/2003"}, {"TVA", "Oui"}, {"EURO", "Oui"}, {"AFFICHERDOUBLE", "Non"}};
+  const std::map<std::string, std::string> attendus = {{"Debut", "01/01/2003"},
+                                                       {"Fin", "31/12/2003"},
+                                                       {"TVA", "Oui"},
+                                                       {"EURO", "Oui"},
+                                                       {"AFFICHERDOUBLE", "Non"}};
   for (const auto& [cle, valeur] : attendus) EXPECT_EQ(Reglage("2003", cle), valeur) << cle;
   EXPECT_EQ(Reglage("2035", "Depenses"), "8, 32");
   EXPECT_EQ(Reglage("FRAIS KILOMETRIQUES", "Borne Inf"), "5000");
@@ -92,19 +95,19 @@ TEST_F(Exercices, LeSuivantReprendLesComptesEtLesSoldes) {
   EXPECT_EQ(Magasin().NomExercice(), "2002");
   Plan encore = avant;
   EXPECT_NE(Magasin().ReadPlan(encore, 0), 0u);
-  EXPECT_EQ(encore.DebitEuro, 30.10);
+  EXPECT_EQ(+encore.DebitEuro, 30.10);
   EXPECT_TRUE(Magasin().ClosePlan(poignee));
   EXPECT_FALSE(Magasin().GetOpenFlagPlan());
 
   ASSERT_TRUE(OuvreExercice("2003"));
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
   const Plan apres = LitCompte("512");
-  EXPECT_EQ(apres.SoldeInitialEuro, -119.90);
-  EXPECT_NEAR(apres.SoldeInitialFranc, avant.SoldeInitialFranc + avant.CreditFranc - avant.DebitFranc, 1e-9);
-  EXPECT_EQ(apres.CreditEuro, 0);
-  EXPECT_EQ(apres.DebitFranc, 0);
-  EXPECT_EQ(LitCompte("706").CreditEuro, 0);
-  EXPECT_EQ(LitCompte("706").SoldeInitialEuro, 0);
+  EXPECT_EQ(+apres.SoldeInitialEuro, -119.90);
+  EXPECT_NEAR(+apres.SoldeInitialFranc, avant.SoldeInitialFranc + avant.CreditFranc - avant.DebitFranc, 1e-9);
+  EXPECT_EQ(+apres.CreditEuro, 0);
+  EXPECT_EQ(+apres.DebitFranc, 0);
+  EXPECT_EQ(+LitCompte("706").CreditEuro, 0);
+  EXPECT_EQ(+LitCompte("706").SoldeInitialEuro, 0);
   EXPECT_EQ(LitTexte(LitCompte("7067").Code), "MIEN");
   EXPECT_EQ(test::LitFichier(Chemin("2003", "TEXTES.dat")), "@Texte\r\nMes libellés\r\n");
   EXPECT_EQ(Reglage("2003", "AFFICHERDOUBLE"), "Oui");
@@ -113,7 +116,7 @@ TEST_F(Exercices, LeSuivantReprendLesComptesEtLesSoldes) {
   // Before all others: their chart, but no balance of a later year.
   ASSERT_TRUE(CreeExercice("1999", false));
   EXPECT_EQ(LitTexte(LitCompte("7067").Code), "MIEN");
-  EXPECT_EQ(LitCompte("512").SoldeInitialEuro, 0);
+  EXPECT_EQ(+LitCompte("512").SoldeInitialEuro, 0);
   EXPECT_EQ(Magasin().GetLastExercice(), "2003");
 }
 
@@ -143,7 +146,8 @@ TEST_F(Exercices, RefusAvecLeurMessage) {
     EXPECT_FALSE(Magasin().QVCreateExercice(c.nom, c.debut, c.fin, true, false)) << c.nom;
     EXPECT_EQ(Magasin().QVFileErrorCode(), c.code) << c.nom;
     ASSERT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{c.numero}) << c.nom;
-    EXPECT_NE(VersUtf8(Boite.Erreurs[0].texte).find(c.texte), std::string::npos) << VersUtf8(Boite.Erreurs[0].texte);
+    EXPECT_NE(VersUtf8(Boite.Erreurs[0].texte).find(c.texte), std::string::npos)
+        << VersUtf8(Boite.Erreurs[0].texte);
   }
   EXPECT_EQ(Liste(), "2002,2003");
   // The day behind is free; an end that is not after the beginning counts as a year.
@@ -154,7 +158,8 @@ TEST_F(Exercices, RefusAvecLeurMessage) {
 TEST_F(Exercices, UnNomConnuSeRemplaceSurQuestion) {
   ASSERT_TRUE(CreeExercice("ab", true, false, Jan(2003), Dec(2003)));
   ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 30, "512"), 0u);
-  ASSERT_TRUE(Magasin().Reglages().Ecrit({{"ab", "Cloture", "05/01/2004"}, {"ab", "Compte", "d'une banque"}}));
+  ASSERT_TRUE(
+      Magasin().Reglages().Ecrit({{"ab", "Cloture", "05/01/2004"}, {"ab", "Compte", "d'une banque"}}));
   EXPECT_FALSE(Magasin().QVCreateExercice("AB", Jan(2003), Dec(2003), true, true));
   EXPECT_EQ(Magasin().QVFileErrorCode(), ErrExistant);
   ASSERT_EQ(Boite.Questions.size(), 1u);
@@ -211,7 +216,8 @@ TEST_F(Exercices, OuvrirRefuseUnFichierAbsentOuEndommage) {
     Magasin().QVCloseExercice();
     ASSERT_TRUE(OuvreExercice("2002"));
     const std::string contenu = test::LitFichier(Chemin("2003", c.fichier));
-    c.absent ? void(fs::remove(Chemin("2003", c.fichier))) : test::EcritFichier(Chemin("2003", c.fichier), "abîmé");
+    c.absent ? void(fs::remove(Chemin("2003", c.fichier)))
+             : test::EcritFichier(Chemin("2003", c.fichier), "abîmé");
     Boite.Oublie();
     EXPECT_FALSE(Magasin().QVOpenExercice("2003")) << c.fichier;
     EXPECT_EQ(Magasin().NomExercice(), "");
@@ -246,12 +252,40 @@ TEST_F(Exercices, SupprimerNOteQueLExercice) {
   ASSERT_TRUE(CreeExercice("2003"));
 }
 
+// A replacement that was cut short, and cannot be undone: it holds up nobody else.
+TEST_F(Exercices, UnRemplacementInacheveAttend) {
+  ASSERT_TRUE(CreeExercice("2002"));
+  ASSERT_TRUE(CreeExercice("2003"));
+  ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 30, "512"), 0u);
+  Magasin().QVCloseExercice();
+  App().NomExercice.clear();
+  ASSERT_TRUE(Rouvre());
+  fs::rename(Chemin("2003"), Chemin("2003.remplace~"));
+  fs::create_directory(Chemin("2003"));
+  test::EcritFichier(Chemin("2003", "courrier.txt"), "à moi");
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2003", "Remplacement", "Oui"));
+  EXPECT_TRUE(Magasin().QVOpenExercice("2002"));
+  EXPECT_EQ(Boite.Erreurs.size(), 1u);
+  EXPECT_FALSE(Magasin().QVOpenExercice("2003"));
+  EXPECT_NE(Magasin().QVFileErrorCode(), 0);
+  EXPECT_FALSE(Magasin().QVCreateExercice("2004", Jan(2004), Dec(2004), true, false));
+  fs::remove(Chemin("2003", "courrier.txt"));
+  ASSERT_TRUE(OuvreExercice("2003"));
+  EXPECT_EQ(Magasin().GetJournalRec(0), 2u);
+  EXPECT_EQ(Reglage("2003", "Remplacement"), "");
+}
+
 TEST_F(Exercices, ListeDesNoms) {
   const struct {
     const char *liste, *noms, *dernier;
-  } cas[] = {{"", "", ""}, {" 2001 , ,2002,2001", "2001,2002", "2002"}, {",x,", "x", "x"}, {"2002,b,2001", "2002,b,2001", "2002"}};
-  ASSERT_TRUE(Magasin().Reglages().Ecrit({{"2001", "Debut", "01/01/2001"}, {"2001", "Fin", "31/12/2001"},
-                                          {"2002", "Debut", "01/01/2002"}, {"2002", "Fin", "31/12/2002"}}));
+  } cas[] = {{"", "", ""},
+             {" 2001 , ,2002,2001", "2001,2002", "2002"},
+             {",x,", "x", "x"},
+             {"2002,b,2001", "2002,b,2001", "2002"}};
+  ASSERT_TRUE(Magasin().Reglages().Ecrit({{"2001", "Debut", "01/01/2001"},
+                                          {"2001", "Fin", "31/12/2001"},
+                                          {"2002", "Debut", "01/01/2002"},
+                                          {"2002", "Fin", "31/12/2002"}}));
   for (const auto& c : cas) {
     ASSERT_TRUE(Magasin().Reglages().Ecrit("Activite", "Exercices", c.liste));
     EXPECT_EQ(Liste(), c.noms);
@@ -273,7 +307,9 @@ class PannesExercice : public testing::TestWithParam<Panne> {};
 /// are made and removed here, and none has to outlive the machine.
 class DossierVolatil {
  public:
-  DossierVolatil() : m_chemin((fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string()) + "/fenlor-XXXXXX") {
+  DossierVolatil()
+      : m_chemin((fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string()) +
+                 "/fenlor-XXXXXX") {
     EXPECT_NE(mkdtemp(m_chemin.data()), nullptr);
   }
   ~DossierVolatil() {
@@ -296,7 +332,8 @@ std::unique_ptr<QVAPI> Ouvre(const std::string& dossier, Systeme& systeme, Fabri
   options.tailleReprise = 64u << 10;
   options.dossierRegistre = options.dossierRegistreMachine = dossier + "/registre";
   auto magasin = std::make_unique<QVAPI>(options);
-  magasin->QVSetCallback([](u32 evenement, u32, const std::string&) -> u32 { return evenement == EvQuestion ? 6 : 1; });
+  magasin->QVSetCallback(
+      [](u32 evenement, u32, const std::string&) -> u32 { return evenement == EvQuestion ? 6 : 1; });
   EXPECT_TRUE(magasin->QVOpenSession(1) && magasin->QVOpenCompta(dossier + "/cabinet", ""));
   return magasin;
 }
@@ -336,6 +373,7 @@ void Controle(QVAPI& magasin, const Panne& panne, bool fait, bool sure) {
     EXPECT_TRUE(panne.existe ? ancien : aucun) << fin;
   else
     EXPECT_TRUE((panne.existe ? ancien : aucun) || (panne.supprime ? aucun : nouveau)) << fin;
+  EXPECT_TRUE(!sure || panne.supprime || fs::exists(magasin.PathCabinet() + "/2003") == !aucun);
   EXPECT_EQ(magasin.ListeExercices().size(), aucun ? 1u : 2u);
   EXPECT_EQ(magasin.QVOpenExercice("2003"), !aucun);
   if (!aucun) {
@@ -414,8 +452,9 @@ TEST_P(PannesExercice, CoupureDeCourant) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Tout, PannesExercice,
-                         testing::Values(Panne{false, false, false}, Panne{false, false, true}, Panne{true, false, false},
-                                         Panne{true, false, true}, Panne{true, true, false}, Panne{true, true, true}));
+                         testing::Values(Panne{false, false, false}, Panne{false, false, true},
+                                         Panne{true, false, false}, Panne{true, false, true},
+                                         Panne{true, true, false}, Panne{true, true, true}));
 
 }  // namespace
 }  // namespace fenlor

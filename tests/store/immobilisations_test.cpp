@@ -101,7 +101,7 @@ TEST_F(Immobilisations, AmortissementsReels) {
   lu.Annee = 2003;
   const Position position = Magasin().ReadAmortissements(lu);
   ASSERT_NE(position, 0u);
-  EXPECT_EQ(lu.ReelEuro, 130);
+  EXPECT_EQ(+lu.ReelEuro, 130);
   ASSERT_TRUE(Magasin().DeleteAmortissements(position));
   EXPECT_EQ(Magasin().ReadAmortissements(lu), 0u);
   lu.Annee = 2004;
@@ -118,23 +118,23 @@ TEST_F(Immobilisations, TablesDegressives) {
     Date achat;
     u32 indice;
     f64 duree, coefficient, taux;
-  } cas[] = {{FaitDate(31, 1, 1996), 1, 3, 1.25, 41.66},   {FaitDate(1, 2, 1996), 1, 3, 2.5, 82.33},
-             {FaitDate(31, 1, 1997), 4, 6, 6, 50},         {FaitDate(1, 2, 1997), 4, 6, 1.75, 28.16},
+  } cas[] = {{FaitDate(31, 1, 1996), 1, 3, 1.25, 41.66},    {FaitDate(1, 2, 1996), 1, 3, 2.5, 82.33},
+             {FaitDate(31, 1, 1997), 4, 6, 6, 50},          {FaitDate(1, 2, 1997), 4, 6, 1.75, 28.16},
              {FaitDate(15, 3, 2003), 5, 6.66, 2.25, 33.75}, {FaitDate(15, 3, 2003), 10, 20, 2.25, 11.25},
              {FaitDate(1, 6, 1996), 10, 20, 3.5, 17.5}};
   TauxDegressif rec{};
   for (const auto& c : cas) {
     ASSERT_TRUE(Magasin().ReadTauxDegressif(c.achat, c.indice, rec));
-    EXPECT_EQ(rec.Duree, c.duree);
-    EXPECT_EQ(rec.Coefficient, c.coefficient);
-    EXPECT_EQ(rec.TauxAnnuel, c.taux);
+    EXPECT_EQ(+rec.Duree, c.duree);
+    EXPECT_EQ(+rec.Coefficient, c.coefficient);
+    EXPECT_EQ(+rec.TauxAnnuel, c.taux);
   }
   EXPECT_FALSE(Magasin().ReadTauxDegressif(FaitDate(15, 3, 2003), 0, rec));
   EXPECT_FALSE(Magasin().ReadTauxDegressif(FaitDate(15, 3, 2003), 11, rec));
   for (const Date achat : {FaitDate(15, 3, 2003), FaitDate(15, 3, 1996)}) {
     f64 precedente = 0;
     for (u32 i = 1; Magasin().ReadTauxDegressif(achat, i, rec); ++i) {
-      EXPECT_GT(rec.Duree, precedente);
+      EXPECT_GT(+rec.Duree, precedente);
       precedente = rec.Duree;
     }
   }

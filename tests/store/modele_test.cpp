@@ -42,8 +42,8 @@ std::vector<std::pair<int, std::string>> Termes(const std::string& formule) {
 }
 
 /// How often, with its sign, the sum of the accounts of `feuille` enters heading `code`.
-int Passages(const std::map<std::string, Rubrique>& table, const std::string& code, const std::string& feuille,
-             int profondeur = 0) {
+int Passages(const std::map<std::string, Rubrique>& table, const std::string& code,
+             const std::string& feuille, int profondeur = 0) {
   if (profondeur > 20) {
     ADD_FAILURE() << code << " : formule circulaire";
     return 0;
@@ -53,7 +53,8 @@ int Passages(const std::map<std::string, Rubrique>& table, const std::string& co
   const std::string formule = LitTexte(trouvee->second.Formule);
   if (formule.empty()) return code == feuille ? 1 : 0;
   int total = 0;
-  for (const auto& [signe, terme] : Termes(formule)) total += signe * Passages(table, terme, feuille, profondeur + 1);
+  for (const auto& [signe, terme] : Termes(formule))
+    total += signe * Passages(table, terme, feuille, profondeur + 1);
   return total;
 }
 
@@ -73,12 +74,13 @@ TEST(ModeleDefaut, ChaqueCompteEntreUneFoisDansLaDeclaration) {
     if (rubrique.empty()) continue;
     ASSERT_TRUE(table.contains(rubrique)) << numero;
     // The lists of the account form offer the headings of the account's own side.
-    EXPECT_EQ(table.at(rubrique).TypeRubrique, compte.Type == Recette ? 0 : 1) << numero;
+    EXPECT_EQ(+table.at(rubrique).TypeRubrique, compte.Type == Recette ? 0 : 1) << numero;
     const int recettes = Passages(table, "07", rubrique), depenses = Passages(table, "33", rubrique);
     if (compte.Type == Recette)
       EXPECT_EQ(std::pair(recettes, depenses), std::pair(1, 0)) << numero;
     else
-      EXPECT_EQ(recettes - depenses, -1) << numero << " entre dans 07 : " << recettes << ", dans 33 : " << depenses;
+      EXPECT_EQ(recettes - depenses, -1)
+          << numero << " entre dans 07 : " << recettes << ", dans 33 : " << depenses;
     EXPECT_EQ(Passages(table, "34", rubrique), compte.Type == Recette ? 1 : -1) << numero;
   }
 }
@@ -91,7 +93,7 @@ TEST(ModeleDefaut, FormulesDeLaDeclaration) {
   for (const auto& [code, rubrique] : table) {
     const std::string formule = LitTexte(rubrique.Formule);
     if (formule.empty()) continue;
-    EXPECT_GE(rubrique.TypeRubrique, 2) << code << " : un compte pourrait y être perdu";
+    EXPECT_GE(+rubrique.TypeRubrique, 2) << code << " : un compte pourrait y être perdu";
     for (const auto& [signe, terme] : Termes(formule)) {
       EXPECT_TRUE(table.contains(terme) || variables.contains(terme)) << code << " : " << terme;
       if (variables.contains(terme)) ++usages[terme];
@@ -102,10 +104,11 @@ TEST(ModeleDefaut, FormulesDeLaDeclaration) {
     char code[8];
     std::snprintf(code, sizeof code, "%02d", ligne);
     ASSERT_TRUE(table.contains(code)) << code;
-    EXPECT_EQ(table.at(code).Ligne, ligne);
+    EXPECT_EQ(+table.at(code).Ligne, ligne);
   }
   // Result: excess and gains less shortfall, depreciation and losses.
-  for (const auto& [terme, signe] : std::map<std::string, int>{{"34", 1}, {"35", 1}, {"39", -1}, {"41", -1}, {"42", -1}}) {
+  for (const auto& [terme, signe] :
+       std::map<std::string, int>{{"34", 1}, {"35", 1}, {"39", -1}, {"41", -1}, {"42", -1}}) {
     auto coupee = table;
     coupee[terme].Formule[0] = 0;
     EXPECT_EQ(Passages(coupee, "46", terme), signe) << terme;
@@ -121,31 +124,40 @@ TEST(ModeleDefaut, PlanComptable) {
     const std::string numero = LitTexte(compte.Compte);
     comptes[numero] = compte;
     EXPECT_EQ(numero.size(), 10u);
-    EXPECT_EQ(compte.PartPro, 100.0) << numero;
+    EXPECT_EQ(+compte.PartPro, 100.0) << numero;
     if (numero.starts_with("58")) continue;
     const char classe = numero[0];
     switch (compte.Type) {
-      case Tresorerie: EXPECT_EQ(classe, '5') << numero; break;
-      case Recette: EXPECT_EQ(classe, '7') << numero; break;
-      case Depense: EXPECT_EQ(classe, '6') << numero; break;
-      case Tva: EXPECT_EQ(classe, '4') << numero; break;
-      default: EXPECT_EQ(std::string("4567").find(classe), std::string::npos) << numero;
+      case Tresorerie:
+        EXPECT_EQ(classe, '5') << numero;
+        break;
+      case Recette:
+        EXPECT_EQ(classe, '7') << numero;
+        break;
+      case Depense:
+        EXPECT_EQ(classe, '6') << numero;
+        break;
+      case Tva:
+        EXPECT_EQ(classe, '4') << numero;
+        break;
+      default:
+        EXPECT_EQ(std::string("4567").find(classe), std::string::npos) << numero;
     }
   }
   EXPECT_EQ(LitTexte(comptes["5120000000"].Code), "BQ");
-  EXPECT_EQ(comptes["5120000000"].TypeTresorerie, 1);
-  EXPECT_EQ(comptes["5300000000"].TypeTresorerie, 0);
+  EXPECT_EQ(+comptes["5120000000"].TypeTresorerie, 1);
+  EXPECT_EQ(+comptes["5300000000"].TypeTresorerie, 0);
   EXPECT_EQ(LitTexte(comptes["4451000000"].Designation), "T.V.A. à 19.60%"_w);
-  EXPECT_EQ(comptes["4452000000"].TauxTVA, 5.5);
+  EXPECT_EQ(+comptes["4452000000"].TauxTVA, 5.5);
   std::map<std::string, std::string> reglages;
   for (const auto& r : modele.reglages) reglages[r.section + "/" + r.cle] = *r.valeur;
   EXPECT_EQ(reglages["COMPTES/Prelevement"], "1080000000");
   EXPECT_EQ(reglages["TAUX EURO/1"], "01/01/1999|6,55957");
   EXPECT_EQ(reglages["FRAIS KILOMETRIQUES/€/Km 1"_w], "0,636");
-  EXPECT_EQ(comptes[reglages["COMPTES/Virement Recette"]].Type, Recette);
-  EXPECT_EQ(comptes[reglages["COMPTES/Virement Dépense"_w]].Type, Depense);
-  EXPECT_EQ(comptes[reglages["COMPTES/Ecart Credit"]].Type, Recette);
-  EXPECT_EQ(comptes[reglages["COMPTES/Ecart Debit"]].Type, Depense);
+  EXPECT_EQ(+comptes[reglages["COMPTES/Virement Recette"]].Type, Recette);
+  EXPECT_EQ(+comptes[reglages["COMPTES/Virement Dépense"_w]].Type, Depense);
+  EXPECT_EQ(+comptes[reglages["COMPTES/Ecart Credit"]].Type, Recette);
+  EXPECT_EQ(+comptes[reglages["COMPTES/Ecart Debit"]].Type, Depense);
 }
 
 constexpr const char* Tete = "fenlor-modele 1\n";
@@ -161,7 +173,7 @@ TEST(LitModele, LitUnPetitModele) {
   EXPECT_EQ(LitTexte(modele.comptes[0].Compte), "7060000000");
   EXPECT_EQ(LitTexte(modele.comptes[0].Code), "HON");
   EXPECT_EQ(LitTexte(modele.comptes[0].Rubrique), "1  ");
-  EXPECT_EQ(modele.comptes[0].PartPro, 50.0);
+  EXPECT_EQ(+modele.comptes[0].PartPro, 50.0);
   EXPECT_EQ(modele.libelles, std::vector<std::string>{"Chèque"_w});
   EXPECT_EQ(modele.date, FaitDate(1, 2, 2003));
 }
@@ -193,7 +205,8 @@ TEST(LitModele, NommeLaLigneEtLaRaison) {
       {std::string(Tete) + "[comptes]\n445|A|tva|B||taux=nan\n", 3, "pourcentage"},
       {std::string(Tete) + "[comptes]\n445|A|tva|B||age=12\n", 3, "Option"},
       {std::string(Tete) + "[comptes]\n706|A|recette|B|09\n[rubriques]\n01|1|recette|R\n", 3, "rubrique"},
-      {std::string(Tete) + "[comptes]\n706|A|recette|B|01|tva=445\n[rubriques]\n01|1|recette|R\n", 3, "compte"},
+      {std::string(Tete) + "[comptes]\n706|A|recette|B|01|tva=445\n[rubriques]\n01|1|recette|R\n", 3,
+       "compte"},
       {std::string(Tete) + "[rubriques]\n01|un|recette|R\n", 3, "ligne"},
       {std::string(Tete) + "[rubriques]\n01|1|recette|R\n01|2|recette|S\n", 4, "existe"},
       {std::string(Tete) + "[rubriques]\n01|1|recette|R|" + std::string(128, '1') + "\n", 3, "127"},
@@ -224,10 +237,17 @@ TEST(LitModele, SupporteDesOctetsQuelconques) {
     for (unsigned n = hasard() % 4 + 1; n > 0; --n) {
       const std::size_t place = hasard() % texte.size();
       switch (hasard() % 4) {
-        case 0: texte[place] = static_cast<char>(hasard()); break;
-        case 1: texte.erase(place, hasard() % 40); break;
-        case 2: texte.insert(place, texte.substr(hasard() % texte.size(), hasard() % 60)); break;
-        default: texte.insert(place, 1, "|=[]>#\n\0"[hasard() % 8]);
+        case 0:
+          texte[place] = static_cast<char>(hasard());
+          break;
+        case 1:
+          texte.erase(place, hasard() % 40);
+          break;
+        case 2:
+          texte.insert(place, texte.substr(hasard() % texte.size(), hasard() % 60));
+          break;
+        default:
+          texte.insert(place, 1, "|=[]>#\n\0"[hasard() % 8]);
       }
     }
     Modele modele;

@@ -42,7 +42,8 @@ TEST(MotDePasse, TraverseLeFichierDeReglages) {
   // Passwords whose scrambled form begins or ends in a blank, a quote, a semicolon.
   std::vector<std::string> motsDePasse = {"secret", "É À Ç"_w, ";", "\"", "1234567890123456", "\\n\\n"};
   for (const char voulu : {' ', '"', '\'', ';', '=', '['}) {
-    std::string clair = DebrouilleTexte(std::string(LongueurMotDePasse, voulu), LongueurMotDePasse, GraineMotDePasse);
+    std::string clair =
+        DebrouilleTexte(std::string(LongueurMotDePasse, voulu), LongueurMotDePasse, GraineMotDePasse);
     motsDePasse.push_back(clair);
   }
   for (const std::string& motDePasse : motsDePasse) {
@@ -64,7 +65,8 @@ TEST(MotDePasse, ComparaisonSansCasseNiBlancs) {
   for (const char* mauvais : {"", "ete 2003", "été2003", "été 2003 x", "été 200"})
     EXPECT_FALSE(MotDePasseJuste(stocke, *DepuisUtf8(mauvais))) << mauvais;
   // No password: nothing stored, blanks, or the scrambled form of a blank text.
-  for (const std::string& vide : {std::string(), std::string("   "), MotDePasseBrouille(""), MotDePasseBrouille("  ")}) {
+  for (const std::string& vide :
+       {std::string(), std::string("   "), MotDePasseBrouille(""), MotDePasseBrouille("  ")}) {
     EXPECT_FALSE(MotDePasseDefini(vide));
     EXPECT_TRUE(MotDePasseJuste(vide, ""));
   }

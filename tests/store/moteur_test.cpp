@@ -419,6 +419,9 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
   const Cas cas[] = {
       {"tronqué", ErrEndommage, [&] { fs::resize_file(dat, 1024 + 300); }},
       {"vide", ErrEndommage, [&] { fs::resize_file(dat, 0); }},
+      {"copie de l'en-tête effacée", ErrEndommage, [&] { ecrit(0, std::string(512, '\0')); }},
+      {"autre copie effacée", ErrEndommage, [&] { ecrit(512, std::string(512, '\0')); }},
+      {"en-tête récrit", ErrEndommage, [&] { ecrit(40, "XXXXXXXX"); }},
       {"zéros", ErrFormat, [&] { ecrit(0, std::string(1024, '\0')); }},
       {"autre fichier", ErrFormat, [&] { fs::copy_file(m_dossier / "BANQUE.dat", dat, fs::copy_options::overwrite_existing); }},
   };

@@ -1,0 +1,224 @@
+#include "session/exercices.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "outils/cabinetdetest.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr Date Jour1(unsigned annee) { return FaitDate(1, 1, annee); }
+constexpr Date Jour365(unsigned annee) { return FaitDate(31, 12, annee); }
+
+class SessionExercices : public test::CabinetDeTest {
+ protected:
+  FormulaireExercice Annee(const std::string& annee) {
+    FormulaireExercice f = NouvelExercice(App());
+    ChangeAnnee(f, annee);
+    return f;
+  }
+  ResultatExercice Cree(const FormulaireExercice& f) { return fenlor::CreeExercice(App(), f); }
+  ResultatExercice Ouvre(const std::string& nom) { return fenlor::OuvreExercice(App(), nom); }
+  std::string Reglage(const std::string& section, const std::string& cle) {
+    return App().Reglages.LitIni(section, cle);
+  }
+};
+
+std::string Cases(const FormulaireExercice& f) {
+  return std::string(f.euro ? "E" : "-") + (f.euroActif ? "+" : "!") + (f.afficherDouble ? "D" : "-") +
+         (f.doubleActif ? "+" : "!") + (f.tva ? "T" : "-");
+}
+
+TEST_F(SessionExercices, ValeursDuPremierFormulaire) {
+  const FormulaireExercice f = NouvelExercice(App());
+  EXPECT_TRUE(f.annuel);
+  EXPECT_EQ(f.annee, "2003");
+  EXPECT_EQ(f.debut, Jour1(2003));
+  EXPECT_EQ(f.fin, Jour365(2003));
+  EXPECT_EQ(Cases(f), "E!-+-");
+}
+
+TEST_F(SessionExercices, ValeursDerriereLeDernierExercice) {
+  ASSERT_TRUE(Magasin().QVCreateExercice("1999", Jour1(1999), FaitDate(30, 6, 1999), true, true));
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("1999", "AFFICHERDOUBLE", "oui"));
+  FormulaireExercice f = NouvelExercice(App());
+  EXPECT_FALSE(f.annuel);
+  EXPECT_EQ(f.debut, FaitDate(1, 7, 1999));
+  EXPECT_EQ(f.fin, Jour365(1999));
+  EXPECT_EQ(f.annee, "1999");
+  EXPECT_EQ(Cases(f), "E+D+T");
+  // The year that follows a full one is a full one.
+  ASSERT_TRUE(Magasin().QVCreateExercice("X", f.debut, f.fin, false, false));
+  f = NouvelExercice(App());
+  EXPECT_TRUE(f.annuel);
+  EXPECT_EQ(f.annee, "2000");
+  EXPECT_EQ(Cases(f), "-+D+-");
+}
+
+TEST_F(SessionExercices, ReglesDesChamps) {
+  FormulaireExercice f = NouvelExercice(App());
+  f.euro = false;
+  const struct {
+    const char *annee, *cases;
+    unsigned an;
+  } annees[] = {{"1998", "-!-!-", 1998}, {"1999", "-+-!-", 1999}, {"2001", "-+-!-", 2001},
+                {"2002", "E!-+-", 2002}, {"2001", "E+-+-", 2001}, {"20010", "E+-+-", 2001},
+                {"", "E+-+-", 2001}};
+  for (const auto& a : annees) {
+    ChangeAnnee(f, a.annee);
+    EXPECT_EQ(Cases(f), a.cases) << a.annee;
+    EXPECT_EQ(f.debut, Jour1(a.an)) << a.annee;
+    EXPECT_EQ(f.fin, Jour365(a.an)) << a.annee;
+  }
+  ChangeAnnee(f, "2000");
+  ChoisitPeriode(f);
+  EXPECT_FALSE(f.annuel);
+  const std::string avant = Cases(f);
+  QuitteDebut(f, FaitDate(1, 7, 2000));
+  EXPECT_EQ(f.fin, FaitDate(30, 6, 2001));
+  EXPECT_EQ(f.annee, "2000");
+  EXPECT_EQ(Cases(f), avant) << "a period across two years leaves the boxes";
+  QuitteDebut(f, FaitDate(29, 2, 2000));
+  EXPECT_EQ(f.fin, FaitDate(28, 2, 2001));
+  QuitteFin(f, FaitDate(31, 3, 2001));
+  EXPECT_EQ(f.debut, FaitDate(29, 2, 2000)) << "an end behind the beginning moves nothing";
+  QuitteFin(f, FaitDate(29, 2, 2000));
+  EXPECT_EQ(f.debut, FaitDate(1, 3, 1999));
+  EXPECT_EQ(f.annee, "1999");
+  ChoisitAnnuel(f);
+  EXPECT_TRUE(f.annuel);
+  EXPECT_EQ(f.annee, "1999");
+}
+
+TEST_F(SessionExercices, CreerOuvreEtNote) {
+  FormulaireExercice f = Annee("2001");
+  f.euro = true;
+  f.afficherDouble = true;
+  f.tva = true;
+  ASSERT_TRUE(Cree(f));
+  EXPECT_EQ(App().NomExercice, "2001");
+  EXPECT_EQ(App().PathExercice, App().PathCabinet + "/2001");
+  EXPECT_EQ(App().ExerciceOuvert, 1u);
+  EXPECT_TRUE(App().AfficherDouble);
+  EXPECT_EQ(Reglage("Activite", "Exercice"), "2001");
+  EXPECT_EQ(Reglage("2001", "AFFICHERDOUBLE"), "Oui");
+  EXPECT_TRUE(App().Reglages.IsTVA());
+  EXPECT_FALSE(fs::exists(App().PathExercice + "/witness"));
+  ASSERT_TRUE(Cree(Annee("2002")));
+  EXPECT_FALSE(App().AfficherDouble);
+  EXPECT_TRUE(App().Reglages.IsEuro());
+}
+
+TEST_F(SessionExercices, CreerRefuseAvecSonNumero) {
+  ASSERT_TRUE(Cree(Annee("2002")));
+  const auto avec = [&](const std::string& annee, auto change) {
+    FormulaireExercice f = Annee(annee);
+    change(f);
+    return f;
+  };
+  const auto rien = [](FormulaireExercice&) {};
+  const struct {
+    FormulaireExercice formulaire;
+    unsigned erreur;
+    const char* champ;
+  } cas[] = {
+      {avec("1998", [](auto& f) { f.euro = true; }), ErrMonnaieExercice, "euro"},
+      {avec("2003", [](auto& f) { f.euro = false; }), ErrMonnaieExercice, "euro"},
+      {avec("2003", [](auto& f) { f.annee = "2 03"; }), ErrNomExercice, "annee"},
+      {avec("2003", [](auto& f) { f.annee = ""; }), ErrNomExercice, "annee"},
+      {avec("2003", [](auto& f) { f.fin = f.debut; }), ErrPeriode, "debut"},
+      {avec("2003", [](auto& f) { f.debut = FaitDate(31, 12, 2002); }), 3075, "debut"},
+      {avec("2002", rien), 3073, "annee"},
+  };
+  for (const auto& c : cas) {
+    Boite.Oublie();
+    const ResultatExercice r = Cree(c.formulaire);
+    EXPECT_EQ(r.erreur, c.erreur);
+    EXPECT_STREQ(r.champ, c.champ) << c.erreur;
+    EXPECT_EQ(Boite.Erreurs.size() + Boite.Questions.size(), 1u) << "told once: " << c.erreur;
+  }
+  EXPECT_EQ(App().NomExercice, "2002");
+  EXPECT_EQ(Magasin().GetExercicesRec(), 1u);
+}
+
+TEST_F(SessionExercices, OuvrirUnRepertoireInutilisable) {
+  ASSERT_TRUE(Cree(Annee("2002")));
+  ASSERT_TRUE(Cree(Annee("2003")));
+  ASSERT_TRUE(Rouvre());
+  fs::rename(App().PathCabinet + "/2002", App().PathCabinet + "/ailleurs");
+  EXPECT_FALSE(TestRepertoire(App(), "2002"));
+  EXPECT_EQ(Ouvre("2002").erreur, 3000u);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3000});
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_EQ(App().PathExercice, "");
+  EXPECT_EQ(App().ExerciceOuvert, 0u);
+  EXPECT_EQ(Magasin().NomExercice(), "");
+  EXPECT_EQ(Magasin().GetExercicesRec(), 2u);
+  EXPECT_TRUE(Ouvre("2003"));
+  FermeExercice(App());
+  EXPECT_EQ(App().ExerciceOuvert, 0u);
+  EXPECT_EQ(Magasin().PathExercice(), "");
+}
+
+TEST_F(SessionExercices, RegleDesCinqAns) {
+  EXPECT_EQ(SupprimeExercice(App()).erreur, unsigned{ErrAucunExercice});
+  const struct {
+    const char* nom;
+    bool ecriture;
+    int reponse;
+    unsigned erreur;
+  } cas[] = {{"1998", true, RepOui, 0},  // its sixth year has begun
+             {"1999", true, RepOui, 3039},
+             {"2003", true, RepOui, 3039},
+             {"2003", false, RepNon, QuestionSupprimeExercice},
+             {"2003", false, RepOui, 0}};
+  for (const auto& c : cas) {
+    SCOPED_TRACE(c.nom);
+    Boite.Oublie();
+    FormulaireExercice f = Annee(c.nom);
+    ASSERT_TRUE(Cree(f));
+    if (c.ecriture) {
+      ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, static_cast<unsigned>(std::stoi(c.nom))), "706",
+                             20, "512"),
+                0u);
+    }
+    Boite.Reponses = {c.reponse};
+    EXPECT_EQ(SupprimeExercice(App()).erreur, c.erreur);
+    EXPECT_EQ(Boite.Questions.size(), c.erreur == 3039 ? 0u : 1u);
+    EXPECT_EQ(App().NomExercice.empty(), c.erreur == 0);
+    EXPECT_EQ(Magasin().GetExercicesRec(), c.erreur == 0 ? 0u : 1u);
+    Boite.Reponses.clear();
+    if (c.erreur != 0) {
+      ASSERT_TRUE(Magasin().QVDeleteExercice(c.nom));
+    }
+  }
+}
+
+TEST_F(SessionExercices, DatesParDefautEtListes) {
+  EXPECT_FALSE(RepareDates(App(), "  "));
+  EXPECT_TRUE(RepareDates(App(), "2003"));
+  EXPECT_EQ(Reglage("2003", "Debut"), "01/01/2003");
+  EXPECT_EQ(Reglage("2003", "Fin"), "31/12/2003");
+  ASSERT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3099});
+  EXPECT_NE(Boite.Erreurs[0].texte.find("31/12/2003"), std::string::npos);
+  EXPECT_FALSE(RepareDates(App(), "2003"));
+
+  ASSERT_TRUE(Magasin().Reglages().Ecrit({{"Activite", "Exercices", "2003,2004,vide"},
+                                          {"2004", "Debut", "01/07/2004"},
+                                          {"2004", "Fin", "30/06/2005"},
+                                          {"2004", "Cloture", "05/09/2005"}}));
+  const auto lignes = LignesExercices(App());
+  ASSERT_EQ(lignes.size(), 2u);
+  EXPECT_EQ(lignes[0].texte, "2003 01/01/2003 - 31/12/2003");
+  EXPECT_FALSE(lignes[0].cloture);
+  EXPECT_EQ(lignes[1].texteCombo, "2004 01/07 - 30/06");
+  EXPECT_TRUE(lignes[1].cloture);
+}
+
+}  // namespace
+}  // namespace fenlor
