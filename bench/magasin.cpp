@@ -167,6 +167,19 @@ void Sauvegardes(Tableau& tableau, const std::string& dossier, const Tailles& t)
 
 // ------------------------------------------------------------------ the rival
 
+/// As the lists and reports read: records in place, like the rival's.
+unsigned ParcoursNous(QVAPI& m, const std::string& debut, const std::string& fin, f64& somme) {
+  unsigned nombre = 0;
+  const bool bien = m.QVParcoursCle(75, debut, fin, [&](Position, const void* rec) {
+    somme += static_cast<const Line*>(rec)->MontantEuro;
+    ++nombre;
+    return true;
+  });
+  if (!bien) Echec("a line cannot be read");
+  return nombre;
+}
+
+/// A cursor move and a copied record for each line.
 unsigned MarcheNous(QVAPI& m, const std::string& debut, const std::string& fin, f64& somme) {
   unsigned nombre = 0;
   Line rec;
@@ -202,27 +215,31 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
   if (rival.NombreLignes() != t.ecritures * LignesParEcriture) Echec("the rival has not the same lines");
 
   // A month of receipts, a different one each time.
-  unsigned mois = 0;
-  f64 sommeNous = 0, sommeAutre = 0;
-  unsigned lignesNous = 0, lignesAutre = 0;
   const auto bornes = [](unsigned i) {
     const unsigned numero = 1 + i % 12;
     return std::pair{"1" + StrSDate(FaitDate(1, numero, 2003)), "1" + StrSDate(NextMonth(FaitDate(1, numero, 2003)))};
   };
-  Paires p = MesurePaires(
-      t.passages * 4,
-      [&] {
-        const auto [debut, fin] = bornes(mois / 2);
-        lignesNous += MarcheNous(m, debut, fin, sommeNous);
-        ++mois;
-      },
-      [&] {
-        const auto [debut, fin] = bornes(mois / 2);
-        lignesAutre += rival.Marche(0, debut, fin, sommeAutre);
-        ++mois;
-      });
-  if (lignesNous != lignesAutre || sommeNous != sommeAutre) Echec("the walks do not agree");
-  tableau.Ligne("month walk with records", EnTemps(p.nous), EnTemps(p.autre), p.rapport, "x", 8, true);
+  Paires p;
+  const auto marche = [&](const char* titre, auto&& nous, double barre, bool compte) {
+    unsigned mois = 0, lignesNous = 0, lignesAutre = 0;
+    f64 sommeNous = 0, sommeAutre = 0;
+    p = MesurePaires(
+        t.passages * 4,
+        [&] {
+          const auto [debut, fin] = bornes(mois / 2);
+          lignesNous += nous(m, debut, fin, sommeNous);
+          ++mois;
+        },
+        [&] {
+          const auto [debut, fin] = bornes(mois / 2);
+          lignesAutre += rival.Marche(0, debut, fin, sommeAutre);
+          ++mois;
+        });
+    if (lignesNous != lignesAutre || sommeNous != sommeAutre) Echec("the walks do not agree");
+    tableau.Ligne(titre, EnTemps(p.nous), EnTemps(p.autre), p.rapport, "x", barre, compte);
+  };
+  marche("month walk with records", ParcoursNous, 8, true);
+  marche("  the same by cursor, each record copied", MarcheNous, 0, false);
 
   // Exact keys of lines all over the journal, in an order that no cache foresees.
   std::vector<std::string> cles;

@@ -128,6 +128,22 @@ class ClesLmdb : public MagasinCles {
     return m_erreur ? Fin(cle) : Donne(cle, k, v, trouvee);
   }
 
+  void Parcours(unsigned cle, std::string_view debut, FonctionParcours suite) override {
+    if (!Prepare(cle)) return;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, debut, 0, tampon), v;
+    m_place[cle].clear();
+    m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET_RANGE);
+    for (; m_erreur == 0; m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_NEXT)) {
+      Vue vue;
+      if (!Decode(cle, k, v, vue)) {
+        m_erreur = MDB_CORRUPTED;
+        return;
+      }
+      if (!suite(vue.texte, vue.position)) return;
+    }
+  }
+
   u64 Nombre(unsigned cle) override {
     if (!Prepare(cle)) return 0;
     MDB_stat etat;
@@ -246,20 +262,30 @@ class ClesLmdb : public MagasinCles {
     return m_erreur ? Fin(cle) : Donne(cle, k, v, trouvee);
   }
 
-  bool Donne(unsigned cle, const MDB_val& k, const MDB_val& v, EntreeCle& trouvee) {
+  struct Vue {
+    std::string_view texte;
+    u32 position = 0;
+  };
+
+  bool Decode(unsigned cle, const MDB_val& k, const MDB_val& v, Vue& vue) const {
     const char* octets = static_cast<const char*>(k.mv_data);
-    m_place[cle].assign(octets, k.mv_size);
-    if (m_cles.doubles[cle]) {
-      if (k.mv_size < 4) return m_erreur = MDB_CORRUPTED, Fin(cle);
-      const std::size_t n = k.mv_size - 4;
-      trouvee.texte.assign(octets, n);
-      trouvee.position = 0;
-      for (std::size_t i = n; i < k.mv_size; ++i) trouvee.position = trouvee.position << 8 | static_cast<u8>(octets[i]);
-    } else {
-      if (v.mv_size != 4) return m_erreur = MDB_CORRUPTED, Fin(cle);
-      trouvee.texte.assign(octets, k.mv_size == 1 && octets[0] == 0 ? 0 : k.mv_size);
-      trouvee.position = PositionDe(v);
+    if (!m_cles.doubles[cle]) {
+      vue = {{octets, k.mv_size == 1 && octets[0] == 0 ? 0 : k.mv_size}, PositionDe(v)};
+      return v.mv_size == 4;
     }
+    if (k.mv_size < 4) return false;
+    vue.texte = {octets, k.mv_size - 4};
+    vue.position = 0;
+    for (std::size_t i = k.mv_size - 4; i < k.mv_size; ++i) vue.position = vue.position << 8 | static_cast<u8>(octets[i]);
+    return true;
+  }
+
+  bool Donne(unsigned cle, const MDB_val& k, const MDB_val& v, EntreeCle& trouvee) {
+    m_place[cle].assign(static_cast<const char*>(k.mv_data), k.mv_size);
+    Vue vue;
+    if (!Decode(cle, k, v, vue)) return m_erreur = MDB_CORRUPTED, Fin(cle);
+    trouvee.texte.assign(vue.texte);
+    trouvee.position = vue.position;
     return true;
   }
 

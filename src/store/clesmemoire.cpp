@@ -44,6 +44,12 @@ class ClesMemoire : public MagasinCles {
     if (m_entrees[cle].empty()) return false;
     return Donne(cle, std::prev(m_entrees[cle].end()), trouvee);
   }
+  void Parcours(unsigned cle, std::string_view debut, FonctionParcours suite) override {
+    const auto& entrees = m_entrees[cle];
+    for (auto place = entrees.lower_bound({std::string(debut), 0}); place != entrees.end(); ++place) {
+      if (!suite(place->first, place->second)) return;
+    }
+  }
   u64 Nombre(unsigned cle) override { return m_entrees[cle].size(); }
 
   int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {

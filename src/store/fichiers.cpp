@@ -121,6 +121,11 @@ bool QVAPI::QVParcours(u16 numFichier, const std::function<bool(Position, const 
   return true;
 }
 
+bool QVAPI::QVParcoursCle(u16 numCle, const std::string& debut, const std::string& fin,
+                          const std::function<bool(Position, const void*)>& suite) {
+  return m_etat->moteur->Parcours(numCle, debut, fin, suite);
+}
+
 bool QVAPI::QVRefaitCles(u16 numFichier) {
   if (numFichier == FichierJournal) m_etat->OublieCompteurs();
   return m_etat->moteur->RefaitCles(numFichier);

@@ -20,6 +20,21 @@ struct EntreeCle {
   u32 position = 0;
 };
 
+/// Called for each entry of a walk. A reference to a callable, which outlives it.
+class FonctionParcours {
+ public:
+  template <class F>
+  FonctionParcours(F& f)  // NOLINT: as a parameter it reads like the callable itself
+      : m_objet(&f), m_appel([](void* o, std::string_view texte, u32 position) {
+          return (*static_cast<F*>(o))(texte, position);
+        }) {}
+  bool operator()(std::string_view texte, u32 position) const { return m_appel(m_objet, texte, position); }
+
+ private:
+  void* m_objet;
+  bool (*m_appel)(void*, std::string_view, u32);
+};
+
 /// One key file. Operations return 0, or errno / ErrCles / ErrCleDouble /
 /// ErrCleAbsente. After ErrCles or an errno value the object is of no more use.
 class MagasinCles {
@@ -38,6 +53,9 @@ class MagasinCles {
   virtual bool Apres(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) = 0;
   virtual bool Avant(unsigned cle, std::string_view texte, u32 position, EntreeCle& trouvee) = 0;
   virtual bool Dernier(unsigned cle, EntreeCle& trouvee) = 0;
+  /// Hands entry after entry from `debut` on to `suite`, which returns false to
+  /// stop and must not change the keys; the text is good for the call only.
+  virtual void Parcours(unsigned cle, std::string_view debut, FonctionParcours suite) = 0;
   virtual u64 Nombre(unsigned cle) = 0;
 
   /// Empties one key and fills it with entries in ascending order.

@@ -70,6 +70,11 @@ class Moteur {
   Position Dernier(u16 numCle, std::string& texte);
   Position Suivant(u16 numCle, std::string& texte);
   Position Precedent(u16 numCle, std::string& texte);
+  /// Hands the records of the keys from `debut` (included) to `fin` (left out;
+  /// empty: the end) to `suite(position, record in place)`, which returns false to
+  /// stop and must not write. No cursor moves. False on a failure.
+  using SuiteParcours = std::function<bool(Position, const u8*)>;
+  bool Parcours(u16 numCle, const std::string& debut, const std::string& fin, SuiteParcours suite);
   u32 NombreCles(u16 numCle);
   /// All keys of a record of a known file, composed from it. `neuves`: the
   /// caller knows that none exists (they are then written later, in order).

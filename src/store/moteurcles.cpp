@@ -256,14 +256,16 @@ Position Moteur::TrouveCle(u16 numCle, std::string_view texte) {
   unsigned indice = 0;
   Ouvert* o = m->Cle(numCle, indice);
   if (!o) return 0;
-  EntreeCle e;
+  EntreeCle& e = m->trouvaille;
   bool trouvee = o->cles->Borne(indice, texte, 0, e);
   if (!trouvee && o->cles->Erreur() && m->ReplieCles(*o, o->cles->Erreur())) {
     trouvee = o->cles->Borne(indice, texte, 0, e);
   }
-  if (!trouvee || e.texte != texte) return m->Echec(ErrCleAbsente, o->cheminIdx), 0;
-  o->curseurs[indice] = {true, e};
-  return e.position;
+  if (!trouvee || e.texte != texte) return m->Echec(ErrCleAbsente), 0;
+  Ouvert::Curseur& curseur = o->curseurs[indice];
+  std::swap(curseur.entree, e);
+  curseur.pose = true;
+  return curseur.entree.position;
 }
 
 /// One move of a key's cursor. `sens`: 0 first at or above, 1 after, -1 before,
@@ -286,13 +288,16 @@ bool Moteur::Etat::Deplace(u16 numCle, std::string& texte, Position& position, i
       default: return o->cles->Dernier(indice, e);
     }
   };
-  EntreeCle e;
+  // A kept buffer, swapped into the cursor: a walk makes no allocations.
+  EntreeCle& e = trouvaille;
   bool trouvee = bouge(e);
   if (!trouvee && o->cles->Erreur() && ReplieCles(*o, o->cles->Erreur())) trouvee = bouge(e);
-  if (!trouvee) return Echec(ErrCleAbsente, o->cheminIdx);
-  o->curseurs[indice] = {true, e};
-  texte = e.texte;
-  position = e.position;
+  if (!trouvee) return Echec(ErrCleAbsente);
+  Ouvert::Curseur& curseur = o->curseurs[indice];
+  std::swap(curseur.entree, e);
+  curseur.pose = true;
+  texte.assign(curseur.entree.texte);
+  position = curseur.entree.position;
   return true;
 }
 
@@ -317,6 +322,31 @@ Position Moteur::Suivant(u16 numCle, std::string& texte) {
 Position Moteur::Precedent(u16 numCle, std::string& texte) {
   Position position;
   return m->Deplace(numCle, texte, position, -1), position;
+}
+
+bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& fin, SuiteParcours suite) {
+  unsigned indice = 0;
+  Ouvert* o = m->Cle(numCle, indice);
+  if (!o) return false;
+  if (!o->datOuvert) return m->Echec(ErrPasOuvert);
+  bool bien = true;
+  const u32 avance = u32{o->dat.entete.taille} * 6;
+  auto entree = [&](std::string_view texte, u32 position) {
+    if (!fin.empty() && texte >= fin) return false;
+    const u8* rec = m->Brut(*o, position);
+    if (!rec || o->dat.EtatDe(rec) != EtatEmplacement::Vivant) {
+      bien = m->Echec(ErrEndommage, *o);
+      return false;
+    }
+    // Records were mostly written in the order of their keys: the next ones stand
+    // behind this one. A prefetch of anything else does no harm.
+    __builtin_prefetch(rec + avance);
+    __builtin_prefetch(rec + avance + 256);
+    return suite(position, rec);
+  };
+  o->cles->Parcours(indice, debut, entree);
+  if (bien && o->cles->Erreur()) bien = m->Echec(o->cles->Erreur(), o->cheminIdx);
+  return bien;
 }
 
 u32 Moteur::NombreCles(u16 numCle) {

@@ -61,6 +61,8 @@ struct Moteur::Etat {
   std::unique_ptr<JournalReprise> reprise;
   std::array<std::unique_ptr<Ouvert>, 256> fichiers;  ///< by file number
 
+  EntreeCle trouvaille;  ///< buffer of cursor moves
+
   int erreur = 0;
   std::string fichierErreur;
   std::vector<std::string> avertissements;

@@ -250,6 +250,11 @@ class QVAPI {
   /// Reads slot after slot in file order, deleted ones left out, without any key:
   /// `suite` gets position and record, and returns false to stop.
   bool QVParcours(u16 numFichier, const std::function<bool(Position, const void*)>& suite);
+  /// Reads along a key, from the text `debut` to `fin` (left out; empty: the end),
+  /// without copying: `suite` gets position and record in place, its marker byte
+  /// as stored, and returns false to stop. It must not write. Cursors stay.
+  bool QVParcoursCle(u16 numCle, const std::string& debut, const std::string& fin,
+                     const std::function<bool(Position, const void*)>& suite);
   /// Compares keys and records of an open file, slot by slot and key by key.
   EtatFichier QVVerifie(u16 numFichier);
   /// Discards and rebuilds the keys of an open file from its records.
