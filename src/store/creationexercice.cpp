@@ -161,6 +161,23 @@ bool ContenuExercice(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, bo
   return true;
 }
 
+/// The accounts' VAT as the account form stores it: number and rate in an exercice
+/// that is subject to it, nothing in another.
+void PoseTva(std::vector<Plan>& comptes, bool tva) {
+  for (Plan& compte : comptes) {
+    if (compte.Type == Tva || !compte.CompteTVA[0]) continue;
+    const auto duTaux = std::find_if(comptes.begin(), comptes.end(), [&](const Plan& p) {
+      return p.Type == Tva && LitTexte(p.Compte) == LitTexte(compte.CompteTVA);
+    });
+    if (tva && duTaux != comptes.end()) {
+      compte.TauxTVA = duTaux->TauxTVA;
+    } else {
+      PoseTexte(compte.CompteTVA, "");
+      compte.TauxTVA = 0;
+    }
+  }
+}
+
 bool ContenuModele(EtatQVAPI& etat, Contenu& contenu) {
   Modele modele;
   ErreurModele erreur;
@@ -431,6 +448,7 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
   if (!(source.empty() ? ContenuModele(etat, contenu)
                        : ContenuExercice(*this, etat, source, soldes, contenu)))
     return false;
+  PoseTva(contenu.comptes, tva);
   DossierEnCours dossier(etat, nom);
   if (!dossier.Prepare(remplace) || !RemplitDossier(*this, etat, dossier.Chemin(), contenu) ||
       !EcritReglages(etat, nom, debut, fin, euro, tva, contenu))

@@ -221,8 +221,9 @@ class Coupure : public testing::Test {
     std::map<u32, std::pair<f64, unsigned>> soldes;
     m.QVParcours(FichierJournal, [&](Position, const void* rec) {
       const Line& l = *static_cast<const Line*>(rec);
-      soldes[l.Mouvement].first += l.Sens ? l.MontantEuro : -l.MontantEuro;
-      ++soldes[l.Mouvement].second;
+      const u32 mouvement = l.Mouvement;  // the record is packed: no reference to its fields
+      soldes[mouvement].first += l.Sens ? l.MontantEuro : -l.MontantEuro;
+      ++soldes[mouvement].second;
       return true;
     });
     for (const auto& [mouvement, solde] : soldes) {
@@ -237,7 +238,7 @@ class Coupure : public testing::Test {
       std::map<std::string, std::array<f64, 4>> t;
       m.QVParcours(FichierComptes, [&](Position, const void* rec) {
         const Plan& p = *static_cast<const Plan*>(rec);
-        t[LitTexte(p.Compte)] = {p.CreditEuro, p.DebitEuro, p.PersoEuro, p.TVAEuro};
+        t[LitTexte(p.Compte)] = {+p.CreditEuro, +p.DebitEuro, +p.PersoEuro, +p.TVAEuro};
         return true;
       });
       return t;

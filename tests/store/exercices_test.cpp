@@ -70,6 +70,8 @@ TEST_F(Exercices, LePremierVientDuModele) {
     EXPECT_EQ(entree.status().permissions() & fs::perms(077), fs::perms::none) << entree.path();
   // The chart of the template, as it stands in the files.
   EXPECT_EQ(LitTexte(LitCompte("512").Code), "BQ");
+  EXPECT_EQ(LitTexte(LitCompte("6064").CompteTVA), "4451000000");
+  EXPECT_EQ(+LitCompte("6064").TauxTVA, 19.6);
   EXPECT_EQ(Nombre(FichierComptes), static_cast<int>(Magasin().GetPlanRec(0)));
 }
 
@@ -101,6 +103,7 @@ TEST_F(Exercices, LeSuivantReprendLesComptesEtLesSoldes) {
 
   ASSERT_TRUE(OuvreExercice("2003"));
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
+  EXPECT_EQ(LitTexte(LitCompte("6064").CompteTVA), "") << "not subject to VAT";
   const Plan apres = LitCompte("512");
   EXPECT_EQ(+apres.SoldeInitialEuro, -119.90);
   EXPECT_NEAR(+apres.SoldeInitialFranc, avant.SoldeInitialFranc + avant.CreditFranc - avant.DebitFranc, 1e-9);
