@@ -1,6 +1,7 @@
 #include <fstream>
 #include <optional>
 
+#include "core/textes.h"
 #include "ctl/commandes.h"
 #include "ctl/saisisseur.h"
 #include "store/texte1252.h"
@@ -76,9 +77,14 @@ int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
   if (options.tout) unite.emplace(contexte.Magasin);
   std::string ligne;
   bool tropLongue = false;
+  std::string echec;  // of the store, inside the one unit: nothing of it may stay
   while (lignes.Suivante(ligne, tropLongue)) {
     ReponseSaisie reponse;
-    if (tropLongue) {
+    if (!echec.empty()) {
+      reponse.entree = lignes.Numero();
+      reponse.erreur = ErrMagasin;
+      reponse.texte = echec;
+    } else if (tropLongue) {
       const RefusLigne refus = RefusLigneTropLongue(lignes.Numero());
       reponse.entree = lignes.Numero();
       reponse.erreur = refus.numero;
@@ -86,6 +92,7 @@ int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
     } else {
       reponse = saisisseur.Traite(ligne, lignes.Numero());
     }
+    if (unite && reponse.erreur == ErrMagasin) echec = reponse.texte;
     if (!reponses.Ajoute(std::move(reponse))) return StatutRefuse;
   }
 
@@ -93,6 +100,8 @@ int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
   if (lignes.Erreur()) statut = contexte.RefuseLecture(lignes.Erreur(), options.fichier);
   if (unite && statut != StatutFait) {
     reponses.RefuseTout(3066, Texte(3066));
+  } else if (!echec.empty()) {
+    reponses.RefuseTout(ErrMagasin, echec);
   } else if (unite && !unite->Valide()) {
     unsigned numero = 0;
     std::string texte;

@@ -331,21 +331,36 @@ std::string Compose(void (*cle)(Ecrivain&, Arguments...), Valeurs... valeurs) {
 
 const DefinitionFichier* Definitions() { return Table; }
 
-const DefinitionFichier* DefinitionFichierNumero(u16 numFichier) {
-  for (const DefinitionFichier* d = Table; d->numero; ++d) {
-    if (d->numero == numFichier) return d;
+namespace {
+
+/// Row and key index of each number: looked up at every key operation.
+struct Annuaire {
+  std::array<const DefinitionFichier*, 256> fichiers{};
+  std::array<std::pair<const DefinitionFichier*, u8>, 256> cles{};
+
+  Annuaire() {
+    for (const DefinitionFichier* d = Table; d->numero; ++d) {
+      fichiers[d->numero] = d;
+      for (u8 i = 0; i < d->nbCles; ++i) cles[d->premiereCle + i] = {d, i};
+    }
   }
-  return nullptr;
+};
+
+const Annuaire& Numeros() {
+  static const Annuaire annuaire;
+  return annuaire;
+}
+
+}  // namespace
+
+const DefinitionFichier* DefinitionFichierNumero(u16 numFichier) {
+  return numFichier < 256 ? Numeros().fichiers[numFichier] : nullptr;
 }
 
 const DefinitionFichier* DefinitionCle(u16 numCle, unsigned& indice) {
-  for (const DefinitionFichier* d = Table; d->numero; ++d) {
-    if (numCle >= d->premiereCle && numCle < d->premiereCle + d->nbCles) {
-      indice = numCle - d->premiereCle;
-      return d;
-    }
-  }
-  return nullptr;
+  if (numCle >= 256 || !Numeros().cles[numCle].first) return nullptr;
+  indice = Numeros().cles[numCle].second;
+  return Numeros().cles[numCle].first;
 }
 
 const DefinitionFichier* DefinitionNom(std::string_view nom) {

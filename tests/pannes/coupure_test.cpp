@@ -11,6 +11,7 @@
 #include <iostream>
 
 #include "outils/systemecoupure.h"
+#include "outils/systemesanssynchro.h"
 #include "pannes/outils.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
@@ -201,7 +202,7 @@ class Coupure : public testing::Test {
     ASSERT_EQ(m_depart.size(), 4u);
   }
 
-  /// Reads the books with the real disk; complaints go to the test, or only to
+  /// Reads the books as they are on the disk; complaints go to the test, or only to
   /// `plainte` when it is given.
   Livres LitLivres(const std::string& cabinet, EcrSimple& modele, std::string* plainte = nullptr) {
     const auto plains = [&](const std::string& texte) {
@@ -209,7 +210,10 @@ class Coupure : public testing::Test {
       else if (plainte->empty()) *plainte = texte;
     };
     Livres livres;
-    QVAPI m;
+    SystemeSansSynchro disque;
+    OptionsQVAPI options;
+    options.systeme = &disque;
+    QVAPI m(options);
     if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") || !m.OpenPlan("") ||
         !m.OpenJournal("")) {
       plains("the practice does not open: " + VersUtf8(m.QVErreurTexte(m.QVFileErrorCode())));

@@ -9,6 +9,7 @@
 #include <set>
 
 #include "outils/systemefautif.h"
+#include "outils/systemesanssynchro.h"
 #include "pannes/outils.h"
 
 namespace fs = std::filesystem;
@@ -83,8 +84,8 @@ class Fautes : public testing::TestWithParam<Panne> {
     const Panne& panne = GetParam();
     const std::string cabinet = m_dossier.Chemin() + "/essai";
     fs::remove_all(cabinet);
-    SystemePosix posix;
-    SystemeFautif systeme(posix);
+    SystemeSansSynchro disque;
+    SystemeFautif systeme(disque);
     if (!creation) CreeCabinet(cabinet);
     systeme.EcrituresPartielles(panne.partielles);
     systeme.Programme(k, panne.erreur, panne.genres, uneFois);

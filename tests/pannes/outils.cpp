@@ -14,6 +14,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
+#include <stdexcept>
+
+#include "outils/systemesanssynchro.h"
 
 extern char** environ;
 
@@ -24,8 +27,10 @@ namespace fenlor::pannes {
 Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entree, Systeme* systeme) {
   std::istringstream in(entree);
   std::ostringstream out, err;
+  // Syncs change nothing for a process that is not killed; they only take time.
+  SystemeSansSynchro sansSynchro;
   OptionsCtl options;
-  options.magasin.systeme = systeme;
+  options.magasin.systeme = systeme ? systeme : &sansSynchro;
   options.magasin.tailleReprise = 256 << 10;
   Resultat r;
   r.statut = ExecuteCtl(arguments, in, out, err, options);

@@ -204,14 +204,14 @@ TEST_P(MoteurTest, UnGrosLotPasseParLaQueue) {
   // The first one took the free slot; all others follow.
   Banque rec;
   ASSERT_TRUE(moteur.Lit(FichierBanques, Nombre, &rec));
-  EXPECT_EQ(rec.MontantFranc, Nombre - 1);
+  EXPECT_EQ(+rec.MontantFranc, Nombre - 1);
   ASSERT_TRUE(moteur.FermeCabinet());
 
   Livres encore(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(encore.Ouvre());
   EXPECT_EQ(encore.moteur.NombreCles(88), u32{Nombre});
   ASSERT_TRUE(encore.moteur.Lit(FichierBanques, 51000, &rec));
-  EXPECT_EQ(rec.MontantFranc, 50999);
+  EXPECT_EQ(+rec.MontantFranc, 50999);
 }
 
 TEST_P(MoteurTest, UnArretBrutalNePerdRien) {
@@ -254,7 +254,7 @@ TEST_P(MoteurTest, UnNumeroDImmobilisationFinissantPar255Reste) {
     ASSERT_TRUE(p) << numero;
     Immobilisation lu;
     ASSERT_TRUE(moteur.Lit(FichierImmo, p, &lu));
-    EXPECT_EQ(lu.Numero, numero);
+    EXPECT_EQ(+lu.Numero, numero);
   }
   for (const u32 numero : {0u, 0xFFFFFFFFu}) {
     rec.Numero = numero;
