@@ -345,6 +345,33 @@ TEST_F(Saisir, EchecDuDisqueAuBout) {
   }
 }
 
+TEST_F(Saisir, DisquePleinAuMilieuDUnTout) {
+  constexpr int Nombre = 4000;
+  std::string lignes;
+  for (int i = 0; i < Nombre; ++i) {
+    lignes += i == 7 ? "{}\n"
+                     : R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})"
+                       "\n";
+  }
+  SystemeSansSynchro vrai;
+  SystemeFautif disque(vrai);
+  disque.Programme(3, ENOSPC, SystemeFautif::Reservation, false);
+  OptionsCtl options = Options();
+  options.magasin.systeme = &disque;
+  std::istringstream entree(lignes);
+  std::ostringstream sortie, erreurs;
+  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir", "--tout"}, entree, sortie, erreurs, options), StatutRefuse);
+  ASSERT_GT(disque.NbPannes(), 0u);
+  std::istringstream reponses(sortie.str());
+  int nombre = 0;
+  for (std::string ligne; std::getline(reponses, ligne); ++nombre) {
+    EXPECT_EQ(Json::parse(ligne)["erreur"], nombre == 7 ? 3204 : 3214) << ligne;
+  }
+  EXPECT_EQ(nombre, Nombre);
+  EXPECT_TRUE(Journal().empty()) << "nothing of the unit may stay";
+  Sain();
+}
+
 TEST_F(Saisir, SortiePerdue) {
   std::istringstream entree(
       R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})");
