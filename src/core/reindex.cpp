@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 
 #include "core/btfiles.h"
 #include "core/textes.h"
+#include "store/fichierdat.h"
 
 namespace fenlor {
 
@@ -41,6 +43,15 @@ bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
          (lus = magasin.QVReadFile(source.Poignee(), tampon.data(), static_cast<u32>(tampon.size()))) > 0)
     bien = magasin.QVWriteFile(cible, tampon.data(), static_cast<u32>(lus)) == lus;
   return magasin.QVCloseFile(cible) && bien && lus == 0;
+}
+
+/// The header says that this is another file: nothing of it can be a record here.
+bool EstUnAutre(QVAPI& magasin, int fichier, u16 numFichier) {
+  std::array<u8, DebutEmplacements> octets{};
+  if (magasin.QVReadFile(fichier, octets.data(), octets.size()) < 0) return false;
+  EnteteDat entete;
+  const bool lu = FichierDat::Decode(octets.data(), entete) || FichierDat::Decode(octets.data() + 512, entete);
+  return lu && entete.numero != numFichier;
 }
 
 }  // namespace
@@ -111,7 +122,7 @@ bool CBTFiles::Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport
 
 bool CBTFiles::Substitue(const std::string& nouveau, RapportReindex& rapport) {
   QVAPI& magasin = m_app.Magasin;
-  if (rapport.endommage || rapport.inconnus > 0 || rapport.octetsRestants > 0) {
+  if (rapport.endommage || rapport.inconnus > 0 || rapport.vierges > 0 || rapport.octetsRestants > 0) {
     const std::string copie = Chemin("avarie");
     if (!Copie(magasin, Chemin("dat"), copie)) return m_app.ReportErreur(3008, {copie});
     rapport.copie = copie;
@@ -135,6 +146,8 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
     const FichierBrut ancien(magasin, Chemin("dat"));
     if (!ancien.EstOuvert())
       return m_app.ReportErreur(3050, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
+    if (rapport.endommage && EstUnAutre(magasin, ancien.Poignee(), NumFichier))
+      return m_app.ReportErreur(3011, {Chemin("dat")});
     if (magasin.QVExistFile(nouveau) && !magasin.QVDeleteFile(nouveau))
       return m_app.ReportErreur(3008, {nouveau});
     if (!magasin.QVNewDat(NumFichier, nouveau, static_cast<u16>(TailleRec)))

@@ -48,6 +48,10 @@ std::string LigneJsonCompte(const Plan& plan) {
       .Nombre("DebitEuro", plan.DebitEuro)
       .Nombre("CreditFranc", plan.CreditFranc)
       .Nombre("CreditEuro", plan.CreditEuro)
+      .Nombre("PersoFranc", plan.PersoFranc)
+      .Nombre("PersoEuro", plan.PersoEuro)
+      .Nombre("TVAFranc", plan.TVAFranc)
+      .Nombre("TVAEuro", plan.TVAEuro)
       .Nombre("SoldeFranc", franc.Solde())
       .Nombre("SoldeEuro", euro.Solde())
       .Nombre("SoldeRapprocheFranc", franc.rapproche)
@@ -103,6 +107,7 @@ std::string Compteurs(const FichierReconstruit& fichier) {
   std::string texte = fichier.nom + " : " + std::to_string(r.gardes) + " enregistrement(s) gardé(s), " +
                       std::to_string(r.ecartes) + " écarté(s), " + std::to_string(r.remplaces) +
                       " en double, " + std::to_string(r.inconnus) + " illisible(s)";
+  if (r.vierges) texte += ", " + std::to_string(r.vierges) + " mis à zéro";
   if (r.octetsRestants)
     texte += ", " + std::to_string(r.octetsRestants) + " octet(s) illisible(s) en fin de fichier";
   if (r.endommage) texte += ", fichier endommagé";
@@ -139,6 +144,7 @@ int CommandeBalance(Contexte& contexte) {
 
   const bool euro = contexte.App.Reglages.IsEuro();
   const auto montant = [](f64 m) { return FormatMontant(m, 2); };
+  const auto solde = [](f64 m) { return FormatSoldeSaisie(m, 2, false); };
   Tableau tableau;
   tableau.Ajoute(
       {"Compte", "Code", "Désignation"_w, "Débit"_w, "Crédit"_w, "Solde", "Rapproché"_w, "Solde réel"_w});
@@ -153,15 +159,15 @@ int CommandeBalance(Contexte& contexte) {
     }
     const Soldes& s = euro ? enEuro : enFranc;
     tableau.Ajoute({contexte.Magasin.GetShortCompte(LitTexte(plan.Rec->Compte)), LitTexte(plan.Rec->Code),
-                    LitTexte(plan.Rec->Designation), montant(s.debit), montant(s.credit), montant(s.Solde()),
-                    montant(s.rapproche), montant(s.Reel())});
+                    LitTexte(plan.Rec->Designation), montant(s.debit), montant(s.credit), solde(s.Solde()),
+                    solde(s.rapproche), solde(s.Reel())});
   }
   if (!contexte.FinDeCle()) return contexte.RefuseMagasin();
   if (contexte.Globales.json)
     return contexte.Ecrit(LigneJsonTotaux(totalFranc, totalEuro)) ? StatutFait : StatutRefuse;
   const Soldes& total = euro ? totalEuro : totalFranc;
   tableau.Ajoute({"Total", "", euro ? "en Euro" : "en Franc", montant(total.debit), montant(total.credit),
-                  montant(total.Solde()), montant(total.rapproche), montant(total.Reel())});
+                  solde(total.Solde()), solde(total.rapproche), solde(total.Reel())});
   return contexte.Ecrit(tableau.Texte(3)) ? StatutFait : StatutRefuse;
 }
 

@@ -289,6 +289,27 @@ TEST_F(Commandes, ReconstruireUnFichierEndommage) {
   EXPECT_EQ(Lance({"reconstruire"}).Lignes().size(), 6u);
 }
 
+TEST_F(Commandes, ReconstruireNeFaitPasDUnFichierUnAutre) {
+  Cree();
+  Saisit();
+  const std::string journal = Cabinet() + "/2003/JOURNAL.dat", garde = Cabinet() + "/journal";
+  std::filesystem::copy_file(journal, garde);
+  std::filesystem::copy_file(Cabinet() + "/2003/COMPTES.dat", journal,
+                             std::filesystem::copy_options::overwrite_existing);
+  const auto taille = std::filesystem::file_size(journal);
+  EXPECT_EQ(Lance({"reconstruire", "JOURNAL"}).statut, StatutRefuse);
+  EXPECT_EQ(std::filesystem::file_size(journal), taille) << "left as it is";
+  std::filesystem::rename(garde, journal);
+  Sain();
+
+  // A record wiped out inside a sound file is told, and the old file kept.
+  std::fstream(journal, std::ios::in | std::ios::out | std::ios::binary).seekp(1024 + 505).write("\0\0\0\0", 4);
+  const Resultat r = Lance({"reconstruire", "JOURNAL"});
+  EXPECT_NE(r.sortie.find("6 enregistrement(s) gardé(s)"), std::string::npos) << r.sortie;
+  EXPECT_NE(r.sortie.find("1 mis à zéro"), std::string::npos) << r.sortie;
+  EXPECT_TRUE(std::filesystem::exists(Cabinet() + "/2003/JOURNAL.avarie"));
+}
+
 TEST_F(Commandes, Demo) {
   const Resultat r = Lance({"demo", "--json"});
   ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
