@@ -83,7 +83,7 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !m->Marque(*o, rec)) return 0;
   UniteAuto unite(*this);
-  const std::vector<u8> octets = m->tampon;
+  const u8* octets = m->tampon.data();
   Position position = o->tete;
   if (position) {
     const u8* libre = m->Brut(*o, position);
@@ -92,7 +92,7 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
     std::memcpy(&suivante, libre + 4, sizeof suivante);
     if (suivante > o->emplacements || (suivante == 0) != (o->libres == 1)) return m->Echec(ErrEndommage, *o), 0;
     m->Retient(*o, position);
-    if (!m->PoseImage(*o, position, octets.data())) return 0;
+    if (!m->PoseImage(*o, position, octets)) return 0;
     o->tete = suivante;
     --o->libres;
   } else {
@@ -101,10 +101,10 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
     m->Retient(*o, 0);
     if (!o->premierVerse && m->octetsImages > SeuilVersement && o->def) o->premierVerse = position;
     if (o->premierVerse) {
-      if (const int rc = o->dat.AjouteQueue(position, octets.data())) return m->Echec(rc, *o), 0;
+      if (const int rc = o->dat.AjouteQueue(position, octets)) return m->Echec(rc, *o), 0;
     } else {
       if (const int rc = o->dat.Reserve(position)) return m->Echec(rc, *o), 0;
-      if (!m->PoseImage(*o, position, octets.data())) return 0;
+      if (!m->PoseImage(*o, position, octets)) return 0;
     }
     ++o->emplacements;
   }
@@ -129,9 +129,9 @@ bool Moteur::Ecrit(u16 numFichier, Position position, const void* rec) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !Vue(numFichier, position) || !m->Marque(*o, rec)) return false;
   UniteAuto unite(*this);
-  const std::vector<u8> octets = m->tampon;
+  const u8* octets = m->tampon.data();
   m->Retient(*o, position);
-  return m->PoseImage(*o, position, octets.data()) && unite.Valide();
+  return m->PoseImage(*o, position, octets) && unite.Valide();
 }
 
 const u8* Moteur::Vue(u16 numFichier, Position position) {
