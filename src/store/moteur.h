@@ -73,8 +73,8 @@ class Moteur {
   /// Hands the records of the keys from `debut` (included) to `fin` (left out;
   /// empty: the end) to `suite(position, record in place)`, which returns false to
   /// stop and must not write. No cursor moves. False on a failure.
-  using SuiteParcours = std::function<bool(Position, const u8*)>;
-  bool Parcours(u16 numCle, const std::string& debut, const std::string& fin, SuiteParcours suite);
+  using SuiteParcours = std::function<bool(Position, const void*)>;
+  bool Parcours(u16 numCle, const std::string& debut, const std::string& fin, const SuiteParcours& suite);
   u32 NombreCles(u16 numCle);
   /// All keys of a record of a known file, composed from it. `neuves`: the
   /// caller knows that none exists (they are then written later, in order).

@@ -324,13 +324,13 @@ Position Moteur::Precedent(u16 numCle, std::string& texte) {
   return m->Deplace(numCle, texte, position, -1), position;
 }
 
-bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& fin, SuiteParcours suite) {
+bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& fin, const SuiteParcours& suite) {
   unsigned indice = 0;
   Ouvert* o = m->Cle(numCle, indice);
   if (!o) return false;
   if (!o->datOuvert) return m->Echec(ErrPasOuvert);
   bool bien = true;
-  const u32 avance = u32{o->dat.entete.taille} * 6;
+  const u32 avance = u32{o->dat.entete.taille} * 12;
   auto entree = [&](std::string_view texte, u32 position) {
     if (!fin.empty() && texte >= fin) return false;
     const u8* rec = m->Brut(*o, position);
