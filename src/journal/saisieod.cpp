@@ -3,6 +3,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "store/ecritures_lignes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -122,17 +123,7 @@ bool EnregistrementOD::AjouteLigne(Line ligne) {
   ligne.Role = RoleLibre;
   for (auto ancienne = m_anciennes.begin(); ancienne != m_anciennes.end(); ++ancienne) {
     if (LitTexte(ancienne->Compte) != LitTexte(ligne.Compte) || !ancienne->Sens != !ligne.Sens) continue;
-    ligne.Pointee = ancienne->Pointee;
-    ligne.Remise = ancienne->Remise;
-    ligne.DateRemise = ancienne->DateRemise;
-    ligne.Rapprochee = ancienne->Rapprochee;
-    PoseTexte(ligne.RappCompte, LitTexte(ancienne->RappCompte));
-    PoseTexte(ligne.RappLibelle, LitTexte(ancienne->RappLibelle));
-    ligne.RappDate = ancienne->RappDate;
-    ligne.RappDateValeur = ancienne->RappDateValeur;
-    ligne.RappFranc = ancienne->RappFranc;
-    ligne.RappEuro = ancienne->RappEuro;
-    ligne.RappSens = ancienne->RappSens;
+    CopieMarques(*ancienne, ligne);
     m_anciennes.erase(ancienne);
     break;
   }

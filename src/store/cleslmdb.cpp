@@ -132,16 +132,20 @@ class ClesLmdb : public MagasinCles {
     if (!Prepare(cle)) return;
     u8 tampon[TailleCleMax + 4];
     MDB_val k = Cle(cle, debut, 0, tampon), v;
-    m_place[cle].clear();
-    m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_SET_RANGE);
-    for (; m_erreur == 0; m_erreur = mdb_cursor_get(m_curseur[cle], &k, &v, MDB_NEXT)) {
+    // A cursor of its own: `suite` may look things up by the same key.
+    MDB_cursor* ouvert = nullptr;
+    if ((m_erreur = mdb_cursor_open(m_txn, m_dbi[cle], &ouvert))) return;
+    const std::unique_ptr<MDB_cursor, void (*)(MDB_cursor*)> curseur(ouvert, mdb_cursor_close);
+    int rc = mdb_cursor_get(ouvert, &k, &v, MDB_SET_RANGE);
+    for (; rc == 0; rc = mdb_cursor_get(ouvert, &k, &v, MDB_NEXT)) {
       Vue vue;
       if (!Decode(cle, k, v, vue)) {
-        m_erreur = MDB_CORRUPTED;
-        return;
+        rc = MDB_CORRUPTED;
+        break;
       }
-      if (!suite(vue.texte, vue.position)) return;
+      if (!suite(vue.texte, vue.position)) break;
     }
+    m_erreur = rc;
   }
 
   u64 Nombre(unsigned cle) override {

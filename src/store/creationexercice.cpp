@@ -37,7 +37,7 @@ bool EstFichierDuMagasin(const std::string& nom) {
   const std::size_t point = nom.rfind('.');
   if (point == std::string::npos || DefinitionNom(nom.substr(0, point)) == nullptr) return false;
   const std::string extension = nom.substr(point);
-  return extension == ".dat" || extension == ".idx" || extension == ".da$" || extension == ".id$";
+  return extension == ".dat" || extension == ".idx" || extension == ".neuf";
 }
 
 /// Removes what the store made in a directory left by an unclean stop, and the

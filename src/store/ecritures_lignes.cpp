@@ -209,6 +209,20 @@ int NormaliseLigne(Line& ligne) {
   return 0;
 }
 
+void CopieMarques(const Line& de, Line& vers) {
+  vers.Pointee = de.Pointee;
+  vers.Remise = de.Remise;
+  vers.DateRemise = de.DateRemise;
+  vers.Rapprochee = de.Rapprochee;
+  std::memcpy(vers.RappCompte, de.RappCompte, sizeof vers.RappCompte);
+  std::memcpy(vers.RappLibelle, de.RappLibelle, sizeof vers.RappLibelle);
+  vers.RappDate = de.RappDate;
+  vers.RappDateValeur = de.RappDateValeur;
+  vers.RappFranc = de.RappFranc;
+  vers.RappEuro = de.RappEuro;
+  vers.RappSens = de.RappSens;
+}
+
 void ReconduitMarques(const std::vector<Line>& anciennes, std::vector<Line>& nouvelles) {
   std::vector<char> prises(anciennes.size(), 0);
   const u32 pointee =
@@ -223,18 +237,8 @@ void ReconduitMarques(const std::vector<Line>& anciennes, std::vector<Line>& nou
       source = &ancienne;
     }
     const Line aucune{};
-    const Line& de = source ? *source : aucune;
-    nouvelle.Pointee = source ? source->Pointee : pointee;
-    nouvelle.Remise = de.Remise;
-    nouvelle.DateRemise = de.DateRemise;
-    nouvelle.Rapprochee = de.Rapprochee;
-    std::memcpy(nouvelle.RappCompte, de.RappCompte, sizeof nouvelle.RappCompte);
-    std::memcpy(nouvelle.RappLibelle, de.RappLibelle, sizeof nouvelle.RappLibelle);
-    nouvelle.RappDate = de.RappDate;
-    nouvelle.RappDateValeur = de.RappDateValeur;
-    nouvelle.RappFranc = de.RappFranc;
-    nouvelle.RappEuro = de.RappEuro;
-    nouvelle.RappSens = de.RappSens;
+    CopieMarques(source ? *source : aucune, nouvelle);
+    if (!source) nouvelle.Pointee = pointee;
   }
 }
 

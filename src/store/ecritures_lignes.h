@@ -32,6 +32,9 @@ int DeplieEcriture(const EcrStandard& rec, std::span<const LineTresor> tresor, c
 /// negative one. 0 or ErrValeur.
 int NormaliseLigne(Line& ligne);
 
+/// Copies `Pointee`, `Remise`, `DateRemise`, `Rapprochee` and the bank operation.
+void CopieMarques(const Line& de, Line& vers);
+
 /// Hands the marks of lines that persist (same account, same side, in order) from
 /// an entry's old lines to its new ones. A line that is new to the entry is
 /// neither reconciled nor on a slip, and pointed as the entry was.

@@ -173,7 +173,7 @@ std::string QVAPI::QVErreurTexte(int code) const {
     case ErrJournalReprise: return "Le journal de reprise est endommagé"_w;
     case ErrModele: return "Le modèle \"defaut.qvc\" est illisible"_w;
     case ErrCles: return "Le fichier de clés est endommagé"_w;
-    default: return code > 0 && code < 1000 ? TexteErreurSysteme(code) : "Erreur %d"_w;
+    default: return code > 0 && code < 1000 ? TexteErreurSysteme(code) : "Erreur "_w + std::to_string(code);
   }
 }
 

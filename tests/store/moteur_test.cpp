@@ -162,6 +162,24 @@ TEST_P(MoteurTest, LeCurseurContinueApresDesChangements) {
   EXPECT_EQ(moteur.Precedent(87, cle), positions[4]);
 }
 
+TEST_P(MoteurTest, UnParcoursNeDerangeNiNEstDerange) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  std::vector<Position> positions, vues;
+  for (int i = 0; i < 5; ++i) positions.push_back(livres.Ajoute(FichierBanques, Operation("5120000000", 0x07D30101 + i, i + 1)));
+  Moteur& moteur = livres.moteur;
+  std::string cle;
+  ASSERT_EQ(moteur.Premier(87, cle), positions[0]);
+  const std::string debut = MakeBanquesKey1("5120000000", 0x07D30102), fin = MakeBanquesKey1("5120000000", 0x07D30105);
+  ASSERT_TRUE(moteur.Parcours(87, debut, fin, [&](Position p, const void*) {
+    vues.push_back(p);
+    EXPECT_EQ(moteur.TrouveCle(87, MakeBanquesKey1("5120000000", 0x07D30101)), positions[0]);
+    return true;
+  }));
+  EXPECT_EQ(vues, std::vector<Position>(positions.begin() + 1, positions.begin() + 4));
+  EXPECT_EQ(moteur.Suivant(87, cle), positions[1]) << "the walk moves no cursor";
+}
+
 TEST_P(MoteurTest, UneCleUniqueRefuseLeDouble) {
   Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
