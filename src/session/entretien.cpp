@@ -61,6 +61,14 @@ ResultatEntretien Confirme(CFenlorApp& app, unsigned question) {
   return {question, Texte(question), false};
 }
 
+void Execute(const Autour& autour, const std::function<void()>& travail) {
+  if (autour) {
+    autour(travail);
+  } else {
+    travail();
+  }
+}
+
 /// The progress window, open while it lives.
 class Progression {
  public:
@@ -222,16 +230,46 @@ Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& 
   return resultat;
 }
 
+std::string ResumeReconstruction(const Reconstruction& reconstruction) {
+  std::string resume;
+  for (const FichierReconstruit& fichier : reconstruction.fichiers) {
+    const RapportReindex& r = fichier.rapport;
+    const bool change = r.ecartes || r.remplaces || r.inconnus || r.vierges || r.octetsRestants || r.endommage ||
+                        r.clesManquantes;
+    if (!r.fait || !change) continue;
+    std::string ligne = TexteFormat(FormatFichierReconstruit, {fichier.nom, std::to_string(r.gardes)});
+    const std::pair<unsigned, u64> comptes[] = {{FormatReconstruitEcartes, r.ecartes},
+                                                {FormatReconstruitRemplaces, r.remplaces},
+                                                {FormatReconstruitInconnus, r.inconnus},
+                                                {FormatReconstruitVierges, r.vierges},
+                                                {FormatReconstruitRestants, r.octetsRestants},
+                                                {FormatReconstruitCles, r.clesManquantes}};
+    for (const auto& [format, nombre] : comptes)
+      if (nombre) ligne += TexteFormat(format, {std::to_string(nombre)});
+    if (r.endommage) ligne += Texte(MotFichierEndommage);
+    if (!r.copie.empty()) ligne += TexteFormat(FormatReconstruitCopie, {DepuisUtf8(r.copie).value_or(r.copie)});
+    resume += (resume.empty() ? "" : "\n") + ligne;
+  }
+  return resume;
+}
+
 bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques) {
   return app.Magasin.QVCalculCompta(app.NomExercice, statistiques);
 }
 
-ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques) {
+ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour) {
   if (app.NomExercice.empty()) return Refuse(app, ErrAucunExercice);
   if (const ResultatEntretien r = Confirme(app, QuestionRecalcul); !r) return r;
-  if (!RecalculComptes(app, statistiques)) {
+  bool fait = false;
+  int code = ErrAucune;
+  Execute(autour, [&] {
+    fait = RecalculComptes(app, statistiques);
+    code = app.Magasin.QVFileErrorCode();
+  });
+  if (!fait) {
+    app.Magasin.PoseErreur(code);
     // A stop is no failure: nothing was changed.
-    if (app.Magasin.QVFileErrorCode() == ErrAucune) return {0, {}, true};
+    if (code == ErrAucune) return {0, {}, true};
     return EchecMagasin(app, true);
   }
   const auto nombre = [](u32 valeur) { return std::to_string(valeur); };
@@ -242,14 +280,16 @@ ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques) 
   return {};
 }
 
-AjustementEuros AjusteEuros(CFenlorApp& app) {
+AjustementEuros AjusteEuros(CFenlorApp& app, const Autour& autour) {
   AjustementEuros resultat;
   if (app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), 0, 0};
   if (const ResultatEntretien r = Confirme(app, QuestionAjustementEuro); !r) return {r, 0, 0};
-  const JournalOuvert journal(app.Magasin);
-  const Issue issue = journal ? ParcourtJournal(app, resultat) : Issue::Echouee;
-  if (issue != Issue::Faite)
-    static_cast<ResultatEntretien&>(resultat) = EchecMagasin(app, issue == Issue::EchoueeEtDite);
+  Execute(autour, [&] {
+    const JournalOuvert journal(app.Magasin);
+    const Issue issue = journal ? ParcourtJournal(app, resultat) : Issue::Echouee;
+    if (issue != Issue::Faite)
+      static_cast<ResultatEntretien&>(resultat) = EchecMagasin(app, issue == Issue::EchoueeEtDite);
+  });
   return resultat;
 }
 

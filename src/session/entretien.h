@@ -3,6 +3,7 @@
 // closed its own views of the files before.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -59,12 +60,19 @@ struct Reconstruction : ResultatEntretien {
 /// name, 3209 a file of an exercice while none is open. A stop leaves the files that
 /// were finished rebuilt. 3010 when a file could not be rebuilt; the others are.
 Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms);
+/// What a rebuild lost or mended, a line for each file of which there is something to
+/// tell, Windows-1252; empty when all records are as they were.
+std::string ResumeReconstruction(const Reconstruction& reconstruction);
+
+/// How the work of a command is run once its question was answered yes: the windows
+/// close theirs around it. By default it just runs.
+using Autour = std::function<void(const std::function<void()>& travail)>;
 
 /// Makes all totals of the accounts anew from the lines. Progress and messages come
 /// through the store's callback. The result is the store's.
 bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques);
 /// The command: asks, recalculates, tells the figures.
-ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques);
+ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour = {});
 
 struct AjustementEuros : ResultatEntretien {
   u32 parcourues = 0;  ///< lines walked
@@ -75,6 +83,6 @@ struct AjustementEuros : ResultatEntretien {
 /// rate at the line's own date; the currency in which it was typed is the truth. The
 /// accounts' totals do not follow: `CommandeRecalcul` comes next. A stop, or a failure
 /// (3214), leaves the lines of the finished batches adjusted; running it again is safe.
-AjustementEuros AjusteEuros(CFenlorApp& app);
+AjustementEuros AjusteEuros(CFenlorApp& app, const Autour& autour = {});
 
 }  // namespace fenlor

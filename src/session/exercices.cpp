@@ -33,6 +33,22 @@ void RegleAnnee(FormulaireExercice& f, unsigned annee) {
   }
 }
 
+/// Year of a period that lies in one, 0 of one that does not.
+unsigned AnneeUnique(const FormulaireExercice& f) {
+  return Annee(f.debut) == Annee(f.fin) ? Annee(f.debut) : 0;
+}
+
+/// The dates moved: the options follow into another year. Across two years both are
+/// to be chosen.
+void SuitPeriode(FormulaireExercice& f, unsigned avant) {
+  const unsigned annee = AnneeUnique(f);
+  if (annee == 0) {
+    f.euroActif = f.doubleActif = true;
+  } else if (annee != avant) {
+    RegleAnnee(f, annee);
+  }
+}
+
 std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
 
 ResultatExercice Refuse(CFenlorApp& app, unsigned numero, const char* champ,
@@ -49,7 +65,8 @@ ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
     case ErrExistant:
       return {3073, "annee"};
     case ErrValeur:
-      if (!IsDateOk(f.debut) || !IsDateOk(f.fin) || f.debut >= f.fin) return {ErrPeriode, "debut"};
+      if (IsDateOk(f.debut) && !IsDateOk(f.fin)) return {ErrPeriode, "fin"};
+      if (!IsDateOk(f.debut) || f.debut >= f.fin) return {ErrPeriode, "debut"};
       return {ErrNomExercice, "annee"};
     default:
       return {ErrMagasin, ""};
@@ -93,30 +110,38 @@ void ChangeAnnee(FormulaireExercice& f, const std::string& annee) {
 }
 
 void QuitteDebut(FormulaireExercice& f, Date debut) {
+  const unsigned avant = AnneeUnique(f);
   f.debut = debut;
   if (!IsDateOk(debut)) return;
   f.annee = NomAnnee(Annee(debut));
   f.fin = PrevDate(DecaleAnnees(debut, 1));
+  SuitPeriode(f, avant);
 }
 
 void QuitteFin(FormulaireExercice& f, Date fin) {
+  const unsigned avant = AnneeUnique(f);
   f.fin = fin;
-  if (!IsDateOk(fin) || f.debut < fin) return;
-  f.debut = NextDate(DecaleAnnees(fin, -1));
-  f.annee = NomAnnee(Annee(f.debut));
+  if (!IsDateOk(fin)) return;
+  if (f.debut >= fin) {
+    f.debut = NextDate(DecaleAnnees(fin, -1));
+    f.annee = NomAnnee(Annee(f.debut));
+  }
+  SuitPeriode(f, avant);
 }
 
 void ChoisitAnnuel(FormulaireExercice& f) {
   f.annuel = true;
-  f.annee = NomAnnee(Annee(f.debut));
+  ChangeAnnee(f, NomAnnee(Annee(f.debut)));
 }
 
 void ChoisitPeriode(FormulaireExercice& f) {
   f.annuel = false;
   const int an = TexteVersEntier(f.annee);
   if (an <= 0) return;
+  const unsigned avant = AnneeUnique(f);
   f.debut = FaitDate(1, 1, static_cast<unsigned>(an));
   f.fin = FaitDate(31, 12, static_cast<unsigned>(an));
+  SuitPeriode(f, avant);
 }
 
 bool TestRepertoire(CFenlorApp& app, const std::string& nom) {
@@ -136,7 +161,11 @@ ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
     if (an < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
     if (an > 2001 && !f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
   }
-  if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) return RefusMagasin(app, f);
+  if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) {
+    const ResultatExercice refus = RefusMagasin(app, f);
+    if (app.Magasin.NomExercice().empty()) OublieExercice(app);
+    return refus;
+  }
   const bool note = app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
                                                   OuiNon(f.afficherDouble));
   if (!note) return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
@@ -164,7 +193,7 @@ void FermeExercice(CFenlorApp& app) {
   app.Magasin.QVCloseExercice();
 }
 
-ResultatExercice SupprimeExercice(CFenlorApp& app) {
+ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
   const std::string nom = app.NomExercice;
   if (nom.empty()) return Refuse(app, ErrAucunExercice, "");
   const i64 archive = i64{TexteVersEntier(nom)} + 5;
@@ -172,6 +201,7 @@ ResultatExercice SupprimeExercice(CFenlorApp& app) {
     return Refuse(app, 3039, "");
   if (app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSupprimeExercice, {nom}) != RepOui)
     return {QuestionSupprimeExercice, ""};
+  if (avant) avant();
   FermeExercice(app);
   if (!app.Magasin.QVDeleteExercice(nom)) return {ErrMagasin, ""};
   return {};
@@ -187,6 +217,31 @@ bool RepareDates(CFenlorApp& app, const std::string& nom) {
   app.Reglages.EcritIniExercice(nom, Texte(CleFin), fin);
   app.ReportErreur(3099, {debut, fin});
   return true;
+}
+
+ProprietesExercice LitProprietes(CFenlorApp& app) {
+  QVAPI& magasin = app.Magasin;
+  ProprietesExercice p;
+  p.nom = app.NomExercice;
+  p.emplacement = app.PathCabinet;
+  if (!EstVide(app.Reglages.LitIni(Texte(SecActivite), Texte(CleExercice)))) {
+    p.debut = app.Reglages.GetDebutExercice();
+    p.fin = app.Reglages.GetFinExercice();
+    if (p.fin <= p.debut && p.debut != 0) p.fin = PrevDate(DecaleAnnees(p.debut, 1));
+    p.tva = app.Reglages.IsTVA();
+    p.euro = app.Reglages.IsEuro();
+    p.cloture = app.Reglages.LitIniExercice(app.NomExercice, Texte(CleCloture));
+  }
+  const auto ko = [&p](u64 octets) {
+    const f64 taille = static_cast<f64>(octets) / 1024;
+    p.total += taille;
+    return taille;
+  };
+  p.fichiers = {{{magasin.GetJournalRec(0), ko(magasin.GetJournalSize(0)), magasin.GetOpenFlagJournal()},
+                 {magasin.GetPlanRec(0), ko(magasin.GetPlanSize(0)), magasin.GetOpenFlagPlan()},
+                 {magasin.GetRubriquesRec(0), ko(magasin.GetRubriquesSize(0)), magasin.GetOpenFlagRubriques()},
+                 {magasin.GetBanquesRec(0), ko(magasin.GetBanquesSize(0)), magasin.GetOpenFlagBanques()}}};
+  return p;
 }
 
 std::vector<LigneExercice> LignesExercices(CFenlorApp& app) {

@@ -2,6 +2,8 @@
 // opening, closing, deleting, and the lists that name the exercices.
 #pragma once
 
+#include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,7 +15,7 @@ namespace fenlor {
 /// store's callback when the store refused.
 struct ResultatExercice {
   unsigned erreur = 0;     ///< number of the message or of the question answered no; 0: done
-  const char* champ = "";  ///< field to point at: "annee", "debut", "euro", or none
+  const char* champ = "";  ///< field to point at: "annee", "debut", "fin", "euro", or none
   explicit operator bool() const { return erreur == 0; }
 };
 
@@ -34,10 +36,12 @@ struct FormulaireExercice {
 FormulaireExercice NouvelExercice(CFenlorApp& app);
 /// The year was typed: both dates and the options follow.
 void ChangeAnnee(FormulaireExercice& formulaire, const std::string& annee);
-/// "du :" was left: the year follows, "au :" becomes one year on.
+/// "du :" was left: the year follows, "au :" becomes one year on. As in the functions
+/// below, the options follow when the period moves into another single year.
 void QuitteDebut(FormulaireExercice& formulaire, Date debut);
 /// "au :" was left: only an end that is not after the beginning moves the beginning.
 void QuitteFin(FormulaireExercice& formulaire, Date fin);
+/// The whole year in which the period begins.
 void ChoisitAnnuel(FormulaireExercice& formulaire);
 void ChoisitPeriode(FormulaireExercice& formulaire);
 
@@ -48,7 +52,8 @@ bool TestRepertoire(CFenlorApp& app, const std::string& nom);
 /// Creates the exercice and opens it. The Euro rules of its year hold here too: 3210
 /// for an exercice within one year before 1999 in Euro, or from 2002 on in Franc.
 /// 3211 a wrong name, 3212 a wrong period, 3073 the question answered no, 3075 a
-/// conflict, 3214 the store failed; the rest as `OuvreExercice`.
+/// conflict, 3214 the store failed; the rest as `OuvreExercice`. After a refusal the
+/// exercice that was open still is, but for one that was being replaced.
 ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& formulaire);
 
 /// Opens an exercice. On a refusal (3000 the directory, 3214 the store) none is open.
@@ -56,12 +61,30 @@ ResultatExercice OuvreExercice(CFenlorApp& app, const std::string& nom);
 void FermeExercice(CFenlorApp& app);
 
 /// Deletes the open exercice: 3209 none is open, 3039 less than five years old and
-/// with entries, 3309 the question answered no, 3214 the store failed.
-ResultatExercice SupprimeExercice(CFenlorApp& app);
+/// with entries, 3309 the question answered no, 3214 the store failed. `avant` runs once
+/// it is sure that the exercice goes, to close what shows it.
+ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant = {});
 
 /// Gives an exercice without dates those of the year that its name is, and tells
 /// it (3099). False when nothing was to be done.
 bool RepareDates(CFenlorApp& app, const std::string& nom);
+
+/// What the properties of the open exercice show.
+struct ProprietesExercice {
+  struct Fichier {
+    u32 enregistrements = 0;
+    f64 taille = 0;       ///< Ko
+    bool ouvert = false;
+  };
+  std::string nom;
+  std::string emplacement;     ///< path of the practice
+  Date debut = 0, fin = 0;     ///< 0: the settings name no exercice
+  bool tva = false, euro = false;
+  std::string cloture;         ///< date of the closure, blank while the exercice is open
+  std::array<Fichier, 4> fichiers;  ///< journal, accounts, headings, operations to reconcile
+  f64 total = 0;               ///< Ko
+};
+ProprietesExercice LitProprietes(CFenlorApp& app);
 
 /// One row of the lists of exercices.
 struct LigneExercice {

@@ -52,10 +52,19 @@ std::string Moteur::Etat::Relatif(const std::string& chemin) const {
   return chemin.starts_with(debut) ? chemin.substr(debut.size()) : std::string();
 }
 
+bool Moteur::ReserveCabinet(const std::string& dossier) {
+  const std::string normal = Normal(dossier);
+  if (m->verrou.EstPris() && m->dossier == normal) return true;
+  if (m->ouvert) return m->Echec(ErrOccupe);
+  m->verrou.Rend();
+  m->dossier = normal;
+  if (const int rc = m->verrou.Prend(m->systeme, m->dossier)) return m->Echec(rc, m->dossier);
+  return true;
+}
+
 bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
   if (m->ouvert) return m->Echec(ErrOccupe);
-  m->dossier = Normal(dossier);
-  if (const int rc = m->verrou.Prend(m->systeme, m->dossier)) return m->Echec(rc, m->dossier);
+  if (!ReserveCabinet(dossier)) return false;
   m->reprise = std::make_unique<JournalReprise>();
   const std::string chemin = Joint(m->dossier, "fenlor.rep");
   int rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
@@ -147,7 +156,10 @@ bool Moteur::Etat::Rejoue(bool reparation) {
 }
 
 bool Moteur::FermeCabinet() {
-  if (!m->ouvert) return true;
+  if (!m->ouvert) {
+    m->verrou.Rend();
+    return true;
+  }
   while (m->profondeur) AnnuleUnite();
   bool bien = true, change = false;
   for (u16 n = 0; n < m->fichiers.size(); ++n) {

@@ -23,11 +23,14 @@ class Moteur {
   Moteur& operator=(const Moteur&) = delete;
 
   // -- practice
+  /// Takes the lock alone; the opening of the same practice goes on from there.
+  bool ReserveCabinet(const std::string& dossier);
   /// Takes the lock and recovers. False: `Erreur()`.
   /// With `reparation` a log that cannot be read is set aside ("fenlor.rep.avarie")
   /// and units whose data file is lost are skipped, each with a warning.
   bool OuvreCabinet(const std::string& dossier, bool reparation = false);
-  /// Empties the redo log, seals the key files, gives the lock back.
+  /// Empties the redo log, seals the key files, gives the lock back, also one that was
+  /// only reserved.
   bool FermeCabinet();
   bool EstOuvert() const;
   const std::string& Detenteur() const;

@@ -275,6 +275,14 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     return contenu;
   };
   const bool existait = m_systeme.Existe(m_chemin);
+  // A file that its owner made read-only is not to be replaced either.
+  std::unique_ptr<Fichier> essai;
+  m_erreur = existait ? m_systeme.Ouvre(m_chemin, Systeme::LectureEcriture, essai) : 0;
+  if (m_erreur != 0 && m_erreur != ENOENT) {
+    m_lignes = avant;
+    m_empreinte.reset();
+    return false;
+  }
   Empreinte neuve;
   m_erreur = Remplace(m_systeme, m_chemin, assemble(m_lignes), neuve);
   if (!m_erreur) {

@@ -48,7 +48,8 @@ class Profil {
   bool Ecrit(const std::string& section, const std::string& cle, const std::optional<std::string>& valeur);
   /// Writes several keys in one replacement of the file: all of them or none.
   /// The new file is written beside the old one, synced, renamed over it, and
-  /// the directory synced. A write that changes nothing touches nothing.
+  /// the directory synced. A write that changes nothing touches nothing; a file that may
+  /// not be written is refused, though its directory would let it be replaced.
   bool Ecrit(const std::vector<Changement>& changements);
 
   /// errno of the last call, 0 when it went well.

@@ -47,6 +47,7 @@ void QVAPI::QVSetWithQuorbane(bool avec, u16 edition) {
   m_etat->edition = edition;
 }
 void QVAPI::QVSetCallback(RappelMagasin rappel) { m_etat->rappel = std::move(rappel); }
+bool QVAPI::QVHasCallback() const { return static_cast<bool>(m_etat->rappel); }
 
 namespace {
 
@@ -58,6 +59,16 @@ bool QVAPI::QVIsComptaPassword(const std::string& chemin) {
   const std::string& dossier = m_etat->pathCabinetImpose.empty() ? chemin : m_etat->pathCabinetImpose;
   Profil reglages(*m_etat->systeme, Joint(dossier, "fenlor.ini"));
   return MotDePasseDefini(LitMotDePasse(reglages));
+}
+
+bool QVAPI::QVReserveCabinet(const std::string& chemin) {
+  if (!m_etat->session) return m_etat->Refuse(ErrPasOuvert);
+  const std::string& dossier = m_etat->pathCabinetImpose.empty() ? chemin : m_etat->pathCabinetImpose;
+  if (m_etat->moteur->EstOuvert()) return m_etat->pathCabinet == dossier || m_etat->Refuse(ErrOccupe);
+  if (!m_etat->moteur->ReserveCabinet(dossier)) return false;
+  m_etat->pathCabinet = dossier;
+  m_etat->reglages = std::make_unique<Profil>(*m_etat->systeme, Joint(dossier, "fenlor.ini"));
+  return true;
 }
 
 bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePasse) {

@@ -118,8 +118,14 @@ class QVAPI {
   void QVSetUserCabinet(const std::string& texte);
   void QVSetWithQuorbane(bool avec, u16 edition);
   void QVSetCallback(RappelMagasin rappel);
+  /// False: nobody hears the store, its refusals are to be told from `QVFileErrorCode`.
+  bool QVHasCallback() const;
   /// True when the practice in `chemin` has a password.
   bool QVIsComptaPassword(const std::string& chemin);
+  /// Takes the lock of the practice in `chemin` and binds `Reglages` to it, so that its
+  /// settings can be read and written before anybody was asked for a password. The
+  /// books stay closed until `QVOpenCompta`. False with ErrOccupe as there.
+  bool QVReserveCabinet(const std::string& chemin);
   /// Opens the practice in `chemin`: takes its lock, finishes what an unclean
   /// stop left in the redo log, and refuses a damaged log (ErrJournalReprise).
   /// False with ErrMotDePasse for a wrong password and with ErrOccupe when
@@ -139,7 +145,7 @@ class QVAPI {
                       const std::string& nom, const std::string& texte);
   const std::string& PathCabinet() const;
   const std::string& PathProgrammes() const;
-  /// "fenlor.ini" of the open practice. Precondition: a practice is open.
+  /// "fenlor.ini" of the open or reserved practice. Precondition: there is one.
   Profil& Reglages();
   Systeme& SystemeFichiers();
 

@@ -14,6 +14,7 @@ class Verrou {
   /// 0, ErrOccupe (then `Detenteur` tells who), or errno.
   int Prend(Systeme& systeme, const std::string& dossier);
   void Rend();
+  bool EstPris() const { return m_fichier != nullptr; }
   const std::string& Detenteur() const { return m_detenteur; }
 
  private:

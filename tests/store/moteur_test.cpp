@@ -256,6 +256,10 @@ TEST_P(MoteurTest, UnSeulEcrivain) {
   EXPECT_EQ(second.moteur.Erreur(), ErrOccupe);
   EXPECT_NE(second.moteur.Detenteur().find("processus " + std::to_string(getpid())), std::string::npos);
   ASSERT_TRUE(premier.moteur.FermeCabinet());
+  // A reservation keeps others out, and the opening goes on from it.
+  ASSERT_TRUE(second.moteur.ReserveCabinet(m_dossier.Chemin()));
+  EXPECT_FALSE(premier.Ouvre());
+  EXPECT_EQ(premier.moteur.Erreur(), ErrOccupe);
   EXPECT_TRUE(second.Ouvre());
   EXPECT_EQ(fs::status(m_dossier / "COMPTES.dat").permissions() & fs::perms::all, fs::perms::owner_read | fs::perms::owner_write);
 }

@@ -187,6 +187,29 @@ TEST_F(ProfilTest, AFileThatCannotBeReadIsNotOverwritten) {
   EXPECT_EQ(perdu.Erreur(), ENOENT);
 }
 
+/// A disk on which one file may be read and not written.
+class SystemeLectureSeule : public SystemePosix {
+ public:
+  explicit SystemeLectureSeule(std::string chemin) : m_chemin(std::move(chemin)) {}
+  int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
+    return chemin == m_chemin && mode != Lecture ? EACCES : SystemePosix::Ouvre(chemin, mode, fichier);
+  }
+
+ private:
+  std::string m_chemin;
+};
+
+TEST_F(ProfilTest, AReadOnlyFileIsNotReplaced) {
+  Pose(chemin, "[A]\r\nx=1\r\n");
+  SystemeLectureSeule systeme(chemin);
+  Profil profil(systeme, chemin);
+  EXPECT_FALSE(profil.Ecrit("A", "x", "2"));
+  EXPECT_EQ(profil.Erreur(), EACCES);
+  EXPECT_EQ(profil.Lit("A", "x"), "1");
+  EXPECT_EQ(Contenu(chemin), "[A]\r\nx=1\r\n");
+  EXPECT_TRUE(profil.Ecrit("A", "x", "1"));
+}
+
 TEST_F(ProfilTest, AFailedWriteLeavesTheOldFile) {
   for (const bool existe : {true, false}) {
     for (unsigned k = 1;; ++k) {

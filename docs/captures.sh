@@ -1,0 +1,68 @@
+#!/bin/sh
+# Pictures of the program on the demo practice, under a display of its own: main
+# window, new-exercice form, each page of the options and of the preferences.
+#   docs/captures.sh FOLDER [WIDTHxHEIGHT]
+# SCALE=2 doubles the interface; FENLOR_PALETTE=sombre shows it on a dark palette.
+set -eu
+cd "$(dirname "$0")/.."
+. cmake/paquets.sh
+paquets $paquets_programme xvfb xdotool imagemagick fonts-dejavu-core
+mkdir -p "${1:?folder}"
+sortie="$(cd "$1" && pwd)"
+taille="${2:-1280x900}"
+cmake --preset release >/dev/null
+cmake --build --preset release --target fenlor fenlorctl >/dev/null
+bin="$PWD/build/release/bin"
+
+travail="$(mktemp -d)"
+trap 'kill "${serveur:-}" 2>/dev/null || true; rm -rf "$travail"' EXIT
+"$bin/fenlorctl" --cabinet "$travail/demo" demo >/dev/null
+export XDG_CONFIG_HOME="$travail/config" XDG_RUNTIME_DIR="$travail/run" XDG_DATA_HOME="$travail/data" LC_ALL=C.UTF-8
+export QT_SCALE_FACTOR="${SCALE:-1}" FENLOR_AUJOURDHUI=15/11/2003
+mkdir -p "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
+chmod 700 "$XDG_RUNTIME_DIR"
+
+Xvfb -displayfd 3 -screen 0 "${taille}x24" -nolisten tcp 3>"$travail/ecran" 2>/dev/null &
+serveur=$!
+while [ ! -s "$travail/ecran" ]; do sleep 0.1; done
+DISPLAY=":$(cat "$travail/ecran")"
+export DISPLAY
+
+"$bin/fenlor" /D "$travail/demo" --sans-accueil &
+programme=$!
+pause() { sleep "${1:-0.7}"; }
+capture() { pause; import -window root "$sortie/$1.png"; }
+touche() { xdotool key --clearmodifiers "$@"; pause 0.4; }
+
+pause 2.5
+capture astuce
+touche Escape
+capture principale
+touche ctrl+n
+capture nouvel-exercice
+touche Escape
+touche F12
+for page in activite banques association comptable comptes mot-de-passe tva mises-a-jour; do
+  capture "options-$page"
+  touche ctrl+Next
+done
+touche Escape
+xdotool key alt+o; pause; touche p
+for page in preferences couleurs polices; do
+  capture "preferences-$page"
+  touche ctrl+Next
+done
+touche Escape
+touche alt+Return
+capture proprietes
+touche Escape
+touche F9
+capture calculatrice
+touche F9
+touche F1
+capture aide
+touche Escape
+touche F11
+capture plein-ecran
+touche F11
+kill "$programme"

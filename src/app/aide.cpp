@@ -1,0 +1,374 @@
+#include "app/aide.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QSplitter>
+#include <QTextBrowser>
+#include <QTextDocumentFragment>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "app/commandes.h"
+#include "core/textes.h"
+#include "ui/positionfenetre.h"
+#include "ui/texteqt.h"
+
+static void InitRessources() { Q_INIT_RESOURCE(aide); }
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Nom {
+  const char* nom;      ///< object name of a window, form or page
+  const char* adresse;  ///< page and anchor, without ".html"
+};
+
+constexpr Nom noms[] = {
+    {"index", "index"},
+    {"DialogAbout", "outils#apropos"},
+    {"DialogAdresseBanque", "options#banques"},
+    {"DialogAstuce", "outils#astuce"},
+    {"DialogCalculatrice", "calculatrice"},
+    {"DialogCompteParticulier", "options#comptes"},
+    {"DialogIndex", "entretien#cles"},
+    {"DialogInfoSystem", "outils#informations"},
+    {"DialogMessage", "problemes"},
+    {"DialogNewExercice", "exercices#nouveau"},
+    {"DialogOpenExercice", "exercices#ouvrir"},
+    {"DialogPassword", "exercices#motdepasse"},
+    {"DialogPersonnaliser", "barres#personnaliser"},
+    {"DialogRaccourcis", "clavier#changer"},
+    {"DialogTauxEuro", "options#euro"},
+    {"DialogTauxTVA", "options#tva"},
+    {"FenetreAide", "index"},
+    {"FenetreComptesDeDepenses", "avenir"},
+    {"FenetreComptesDeRecettes", "avenir"},
+    {"FenetreComptesDeTresorerie", "avenir"},
+    {"FenetreEcrituresDeDepenses", "avenir"},
+    {"FenetreEcrituresDeRecettes", "avenir"},
+    {"FenetreLibelles", "avenir"},
+    {"FenetreOperationsDiverses", "avenir"},
+    {"FenetrePlanComptable", "avenir"},
+    {"FenetrePrincipale", "fenetre"},
+    {"FenetreRegistreDesImmobilisations", "avenir"},
+    {"FenetreRubriquesDeLEtatFiscal", "avenir"},
+    {"MainFrame", "fenetre"},
+    {"PageAccueil", "premierspas"},
+    {"PageOptionActivite", "options#activite"},
+    {"PageOptionAdresseBanque", "options#banques"},
+    {"PageOptionAssociation", "options#association"},
+    {"PageOptionComptable", "options#comptable"},
+    {"PageOptionCompte", "options#comptes"},
+    {"PageOptionPassword", "options#motdepasse"},
+    {"PageOptionTVA", "options#tva"},
+    {"PageOptionsUpdate", "options#misesajour"},
+    {"PagePrefCouleurs", "preferences#couleurs"},
+    {"PagePrefPolices", "preferences#polices"},
+    {"PagePrefPreferences", "preferences#saisie"},
+    {"PagePropertiesExercice", "exercices#proprietes"},
+    {"PrefPropertySheet", "preferences"},
+    {"SheetOptions", "options"},
+    {"SheetProperties", "exercices#proprietes"},
+};
+
+QString Adresse(const char* court) {
+  const QString texte = QString::fromLatin1(court);
+  const qsizetype diese = texte.indexOf(u'#');
+  return diese < 0 ? texte + u".html"_s : texte.left(diese) + u".html"_s + texte.mid(diese);
+}
+
+QString LitPage(const QString& fichier) {
+  static const bool pret = (InitRessources(), true);
+  (void)pret;
+  QFile page(u":/aide/"_s + fichier);
+  return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
+}
+
+/// Lower case without accents, so that "reglages" finds "Réglages".
+QString Repli(const QString& texte) {
+  QString repli;
+  for (const QChar c : texte.normalized(QString::NormalizationForm_KD))
+    if (!c.isMark()) repli += c == u'’' ? u'\'' : c.toLower();
+  return repli;
+}
+
+QString SansAcces(const char* texte) {
+  QString propre = QString::fromUtf8(texte);
+  propre.remove(u'&');
+  while (propre.endsWith(u'.')) propre.chop(1);
+  return propre;
+}
+
+/// The shortcuts of the commands that exist, as rows of a table.
+QString TableRaccourcis() {
+  static constexpr const char* menus[] = {"Fichier", "Edition",   "Comptabilité", "Etats", "Traitements",
+                                          "Outils",  "Affichage", "Fenêtre",      "?",     ""};
+  QString table = u"<table cellpadding=\"3\"><tr><th align=\"left\">Touche</th><th align=\"left\">Commande</th>"
+                  "<th align=\"left\">Menu</th></tr>"_s;
+  for (const Commande& commande : TableCommandes()) {
+    if (!commande.action || !*commande.raccourci) continue;
+    const QKeySequence touches(QString::fromLatin1(commande.raccourci), QKeySequence::PortableText);
+    table += u"<tr><td><b>%1</b></td><td>%2</td><td>%3</td></tr>"_s.arg(
+        touches.toString(QKeySequence::NativeText).toHtmlEscaped(), SansAcces(commande.texte).toHtmlEscaped(),
+        QString::fromUtf8(menus[static_cast<int>(commande.menu)]));
+  }
+  return table + u"</table>"_s;
+}
+
+/// Serves the pages with what stands in no file filled in.
+class Navigateur : public QTextBrowser {
+ public:
+  using QTextBrowser::QTextBrowser;
+  QVariant loadResource(int type, const QUrl& nom) override {
+    if (type != QTextDocument::HtmlResource) return QTextBrowser::loadResource(type, nom);
+    QString page = LitPage(nom.fileName());
+    if (page.contains(u"<!--raccourcis-->"_s)) page.replace(u"<!--raccourcis-->"_s, TableRaccourcis());
+    return page;
+  }
+};
+
+constexpr int RoleFichier = Qt::UserRole;
+
+}  // namespace
+
+const std::vector<PageAide>& PagesAide() {
+  static const std::vector<PageAide> pages = {
+      {"index", "Sommaire", 0},
+      {"premierspas", "Premiers pas", 0},
+      {"fenetre", "La fenêtre principale", 0},
+      {"barres", "Les barres et la barre d'icônes", 1},
+      {"clavier", "Le clavier", 1},
+      {"exercices", "Les exercices", 0},
+      {"options", "Les options", 0},
+      {"preferences", "Les préférences", 0},
+      {"calculatrice", "La calculatrice", 0},
+      {"outils", "Astuces et informations", 0},
+      {"entretien", "Entretien des fichiers", 0},
+      {"lien", "Le lien avec l'application mère", 0},
+      {"problemes", "En cas de problème", 0},
+      {"avenir", "Ce qui vient ensuite", 0},
+  };
+  return pages;
+}
+
+QString AdresseAide(const QString& nom) {
+  for (const Nom& n : noms)
+    if (nom == QLatin1String(n.nom)) return Adresse(n.adresse);
+  return u"index.html"_s;
+}
+
+QStringList NomsAide() {
+  QStringList liste;
+  for (const Nom& n : noms) liste += QString::fromLatin1(n.nom);
+  return liste;
+}
+
+CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
+    : QDialog(parent, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint), m_contexte(contexte) {
+  setObjectName(u"FenetreAide"_s);
+  setWindowTitle(u"Aide de Fenlor"_s);
+
+  m_texte = new Navigateur(this);
+  m_texte->setObjectName(u"texte"_s);
+  m_texte->setAccessibleName(u"Page d'aide"_s);
+  m_texte->setOpenExternalLinks(false);
+  m_texte->document()->setDocumentMargin(fontMetrics().height());
+  m_sommaire = new QTreeWidget(this);
+  m_sommaire->setObjectName(u"sommaire"_s);
+  m_sommaire->setAccessibleName(u"Sommaire"_s);
+  m_sommaire->setHeaderHidden(true);
+  m_sommaire->setRootIsDecorated(false);
+  m_sommaire->setItemsExpandable(false);
+  QTreeWidgetItem* parentListe = nullptr;
+  for (const PageAide& page : PagesAide()) {
+    auto* element = page.niveau && parentListe ? new QTreeWidgetItem(parentListe) : new QTreeWidgetItem(m_sommaire);
+    element->setText(0, QString::fromUtf8(page.titre));
+    element->setData(0, RoleFichier, Adresse(page.fichier));
+    if (!page.niveau) parentListe = element;
+  }
+  m_sommaire->expandAll();
+  m_sommaire->resizeColumnToContents(0);
+  m_recherche = new QLineEdit(this);
+  m_recherche->setObjectName(u"recherche"_s);
+  m_recherche->setAccessibleName(u"Chercher dans l'aide"_s);
+  m_recherche->setPlaceholderText(u"Chercher dans toutes les pages"_s);
+  m_recherche->setClearButtonEnabled(true);
+
+  auto* barre = new QHBoxLayout;
+  const auto bouton = [&](const QString& texte, const QString& astuce, Qt::ArrowType fleche, const char* nom) {
+    auto* b = new QToolButton(this);
+    b->setObjectName(QString::fromLatin1(nom));
+    b->setText(texte);
+    b->setToolTip(astuce);
+    b->setAccessibleName(astuce);
+    b->setArrowType(fleche);
+    b->setToolButtonStyle(fleche == Qt::NoArrow ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
+    b->setAutoRaise(true);
+    barre->addWidget(b);
+    return b;
+  };
+  auto* avant = bouton(u"Précédent"_s, u"Page précédente (Alt+Gauche)"_s, Qt::LeftArrow, "precedent");
+  auto* apres = bouton(u"Suivant"_s, u"Page suivante (Alt+Droite)"_s, Qt::RightArrow, "suivant");
+  auto* accueil = bouton(u"Sommaire"_s, u"Première page (Alt+Origine)"_s, Qt::NoArrow, "accueil");
+  avant->setEnabled(false);
+  apres->setEnabled(false);
+  barre->addStretch(1);
+  m_recherche->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
+  barre->addWidget(m_recherche);
+
+  auto* partage = new QSplitter(this);
+  partage->addWidget(m_sommaire);
+  partage->addWidget(m_texte);
+  partage->setStretchFactor(1, 1);
+  partage->setChildrenCollapsible(false);
+  const int caractere = fontMetrics().averageCharWidth();
+  m_sommaire->setMinimumWidth(qMin(m_sommaire->columnWidth(0) + 2 * caractere, 36 * caractere));
+  auto* colonne = new QVBoxLayout(this);
+  colonne->addLayout(barre);
+  colonne->addWidget(partage, 1);
+  resize(caractere * 125, fontMetrics().height() * 36);
+  for (auto [un, autre] : {std::pair<QWidget*, QWidget*>{avant, apres}, {apres, accueil}, {accueil, m_recherche},
+                           {m_recherche, m_sommaire}, {m_sommaire, m_texte}})
+    setTabOrder(un, autre);
+
+  connect(m_texte, &QTextBrowser::backwardAvailable, avant, &QWidget::setEnabled);
+  connect(m_texte, &QTextBrowser::forwardAvailable, apres, &QWidget::setEnabled);
+  connect(avant, &QToolButton::clicked, m_texte, &QTextBrowser::backward);
+  connect(apres, &QToolButton::clicked, m_texte, &QTextBrowser::forward);
+  connect(accueil, &QToolButton::clicked, this, [this] { Montre(u"index"_s); });
+  connect(m_texte, &QTextBrowser::sourceChanged, this, &CFenetreAide::SuisPage);
+  connect(m_recherche, &QLineEdit::textChanged, this, &CFenetreAide::Cherche);
+  connect(m_sommaire, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* element) {
+    if (!element || m_suit) return;
+    m_texte->setSource(QUrl(u"qrc:/aide/"_s + element->data(0, RoleFichier).toString()));
+  });
+  PoseCouleurs();
+  Montre(u"index"_s);
+}
+
+void CFenetreAide::Montre(const QString& page) {
+  m_texte->setSource(QUrl(u"qrc:/aide/"_s + AdresseAide(page)));
+  if (!isVisible()) return;
+  raise();
+  activateWindow();
+}
+
+void CFenetreAide::SuisPage(const QUrl& page) {
+  const QString fichier = page.fileName();
+  m_suit = true;
+  for (QTreeWidgetItemIterator i(m_sommaire); *i; ++i)
+    if ((*i)->data(0, RoleFichier).toString() == fichier) m_sommaire->setCurrentItem(*i);
+  m_suit = false;
+  Surligne();
+}
+
+void CFenetreAide::Cherche(const QString& mots) {
+  const QStringList cherches = Repli(mots).split(u' ', Qt::SkipEmptyParts);
+  QTreeWidgetItem* premier = nullptr;
+  const auto filtre = [&](const auto& moi, QTreeWidgetItem* element) -> bool {
+    bool visible = false;
+    for (int i = 0; i < element->childCount(); ++i) visible |= moi(moi, element->child(i));
+    bool contient = true;
+    if (!cherches.isEmpty()) {
+      const QUrl url(u"qrc:/aide/"_s + element->data(0, RoleFichier).toString());
+      const QString page = m_texte->loadResource(QTextDocument::HtmlResource, url).toString();
+      const QString texte = Repli(element->text(0) + u' ' + QTextDocumentFragment::fromHtml(page).toPlainText());
+      contient = std::all_of(cherches.begin(), cherches.end(), [&](const QString& mot) { return texte.contains(mot); });
+    }
+    QFont police = element->font(0);
+    police.setBold(contient && !cherches.isEmpty());
+    element->setFont(0, police);
+    element->setHidden(!(visible || contient));
+    if (contient && !premier) premier = element;
+    return visible || contient;
+  };
+  QTreeWidgetItem* courant = m_sommaire->currentItem();
+  for (int i = 0; i < m_sommaire->topLevelItemCount(); ++i) filtre(filtre, m_sommaire->topLevelItem(i));
+  m_recherche->setToolTip(premier ? QString() : TexteQ(AideRienTrouve, {De1252(mots)}));
+  QPalette couleurs = palette();
+  const bool fondSombre = couleurs.color(QPalette::Base).lightnessF() < 0.5;
+  if (!premier) couleurs.setColor(QPalette::Text, fondSombre ? QColor(255, 150, 150) : QColor(180, 0, 0));
+  m_recherche->setPalette(couleurs);
+  if (premier && !cherches.isEmpty() && courant && !courant->font(0).bold()) m_sommaire->setCurrentItem(premier);
+  Surligne();
+}
+
+void CFenetreAide::Surligne() {
+  QList<QTextEdit::ExtraSelection> marques;
+  const QStringList mots = Repli(m_recherche->text()).split(u' ', Qt::SkipEmptyParts);
+  const QString texte = m_texte->document()->toPlainText();
+  // Accents fold to one character each here, so that places stay the same.
+  QString repli;
+  for (const QChar c : texte) {
+    const QString un = Repli(QString(c));
+    repli += un.size() == 1 ? un[0] : c;
+  }
+  for (const QString& mot : mots)
+    for (qsizetype p = repli.indexOf(mot); p >= 0; p = repli.indexOf(mot, p + mot.size())) {
+      QTextEdit::ExtraSelection marque;
+      marque.cursor = QTextCursor(m_texte->document());
+      marque.cursor.setPosition(static_cast<int>(p));
+      marque.cursor.setPosition(static_cast<int>(p + mot.size()), QTextCursor::KeepAnchor);
+      marque.format.setBackground(palette().highlight());
+      marque.format.setForeground(palette().highlightedText());
+      marques += marque;
+    }
+  m_texte->setExtraSelections(marques);
+}
+
+/// Qt takes the link colour of the application, which is too dark on many dark palettes.
+void CFenetreAide::PoseCouleurs() {
+  const QColor fond = palette().color(QPalette::Base);
+  QColor lien = palette().color(QPalette::Link);
+  if (Contraste(lien, fond) < 4.5) lien = fond.lightnessF() < 0.5 ? QColor(138, 180, 248) : QColor(0, 60, 170);
+  const QString feuille = u"a { color: %1; } h1 { font-size: x-large; } h2 { font-size: large; }"_s.arg(lien.name());
+  if (m_texte->document()->defaultStyleSheet() == feuille) return;
+  m_texte->document()->setDefaultStyleSheet(feuille);
+  if (m_texte->source().isValid()) m_texte->reload();
+}
+
+void CFenetreAide::changeEvent(QEvent* evenement) {
+  QDialog::changeEvent(evenement);
+  if (evenement->type() == QEvent::PaletteChange) PoseCouleurs();
+}
+
+void CFenetreAide::keyPressEvent(QKeyEvent* evenement) {
+  const bool alt = evenement->modifiers() == Qt::AltModifier;
+  if ((alt && evenement->key() == Qt::Key_Left) || evenement->key() == Qt::Key_Back) return m_texte->backward();
+  if ((alt && evenement->key() == Qt::Key_Right) || evenement->key() == Qt::Key_Forward) return m_texte->forward();
+  if ((alt && evenement->key() == Qt::Key_Home) || evenement->key() == Qt::Key_F1) return Montre(u"index"_s);
+  if (evenement->matches(QKeySequence::Find)) {
+    m_recherche->setFocus();
+    return m_recherche->selectAll();
+  }
+  if (evenement->key() == Qt::Key_Return || evenement->key() == Qt::Key_Enter) return;
+  if (evenement->key() == Qt::Key_Escape && !m_recherche->text().isEmpty()) return m_recherche->clear();
+  QDialog::keyPressEvent(evenement);
+}
+
+void CFenetreAide::showEvent(QShowEvent* evenement) {
+  if (!m_placee) {
+    m_placee = true;
+    RestaurePosition(*this, m_contexte.App, Texte(SecAide));
+    m_texte->setFocus();
+  }
+  QDialog::showEvent(evenement);
+}
+
+void CFenetreAide::done(int resultat) {
+  if (isVisible()) SauvePosition(*this, m_contexte.App, Texte(SecAide));
+  QDialog::done(resultat);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,63 @@
+// `CFenetreAide`: the help, pages of the program's own.
+#pragma once
+
+#include <QDialog>
+#include <QStringList>
+#include <vector>
+
+#include "ui/fenetres.h"
+
+class QAction;
+class QLineEdit;
+class QTextBrowser;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QUrl;
+
+namespace fenlor {
+
+/// A page of the contents list.
+struct PageAide {
+  const char* fichier;  ///< without ".html"
+  const char* titre;    ///< UTF-8
+  int niveau;           ///< 0 or 1, in the list
+};
+/// In the order of the list.
+const std::vector<PageAide>& PagesAide();
+/// Where the help on a window or form stands: "options.html#tva". "index.html" for an unknown name.
+QString AdresseAide(const QString& nom);
+/// The names that `AdresseAide` knows.
+QStringList NomsAide();
+
+/// One window for the whole program; not modal, keeps its place in the settings.
+class CFenetreAide : public QDialog {
+  Q_OBJECT
+ public:
+  CFenetreAide(ContexteUi& contexte, QWidget* parent);
+
+  /// Opens the page of a window or form, by its object name, and comes to the front. An unknown
+  /// name opens the contents page.
+  void Montre(const QString& page);
+
+  void done(int resultat) override;
+
+ protected:
+  void changeEvent(QEvent* evenement) override;
+  void keyPressEvent(QKeyEvent* evenement) override;
+  void showEvent(QShowEvent* evenement) override;
+
+ private:
+  void Cherche(const QString& mots);
+  void SuisPage(const QUrl& page);
+  void PoseCouleurs();
+  void Surligne();
+
+  ContexteUi& m_contexte;
+  QTextBrowser* m_texte;
+  QTreeWidget* m_sommaire;
+  QLineEdit* m_recherche;
+  bool m_placee = false;
+  bool m_suit = false;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,118 @@
+#include "app/gestioncommandes.h"
+
+#include <QAction>
+#include <QDesktopServices>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStandardPaths>
+
+#include "app/mainframe.h"
+#include "session/forms/comboexercices.h"
+#include "ui/images.h"
+#include "ui/texteqt.h"
+#include "ui/vue.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct TitreMenu {
+  Menu menu;
+  const char* texte;
+};
+constexpr TitreMenu titres[] = {
+    {Menu::Fichier, "&Fichier"},           {Menu::Edition, "&Edition"},   {Menu::Comptabilite, "&Comptabilité"},
+    {Menu::Etats, "E&tats"},               {Menu::Traitements, "T&raitements"}, {Menu::Outils, "&Outils"},
+    {Menu::Affichage, "&Affichage"},       {Menu::Fenetre, "Fe&nêtre"},   {Menu::Aide, "&?"},
+};
+
+/// The desktop can show a page: a browser is named, or the opener is there.
+bool NavigateurPresent() {
+  return !qEnvironmentVariableIsEmpty("BROWSER") ||
+         !QStandardPaths::findExecutable(u"xdg-open"_s).isEmpty();
+}
+
+}  // namespace
+
+Commandes::Commandes(CMainFrame& cadre) : QObject(&cadre), m_cadre(cadre), m_navigateur(NavigateurPresent()) {
+  for (const Commande& commande : TableCommandes()) {
+    if (!commande.action) continue;
+    auto* action = new QAction(Image(commande.image), QString::fromUtf8(commande.texte), &cadre);
+    action->setObjectName(u"commande%1"_s.arg(commande.numero));
+    action->setStatusTip(QString::fromUtf8(commande.explication));
+    action->setCheckable(commande.bascule);
+    QString bulle = action->text();
+    bulle.remove(u'&');
+    if (bulle.endsWith(u"..."_s)) bulle.chop(3);
+    action->setToolTip(bulle);
+    if (commande.numero == CmdQuitter) action->setMenuRole(QAction::QuitRole);
+    connect(action, &QAction::triggered, this, [this, numero = commande.numero] { Execute(numero); });
+    m_actions[commande.numero] = action;
+    // Shortcuts work also when the bar that shows them is hidden.
+    cadre.addAction(action);
+  }
+}
+
+void Commandes::FaitMenus(QMenuBar& barre) {
+  for (const TitreMenu& titre : titres) {
+    QMenu* menu = nullptr;
+    bool separateur = false;
+    for (const Commande& commande : TableCommandes()) {
+      if (commande.menu != titre.menu) continue;
+      separateur = separateur || commande.separateur;
+      QAction* action = Action(commande.numero);
+      if (!action) continue;
+      if (!menu) {
+        menu = barre.addMenu(QString::fromUtf8(titre.texte));
+        menu->setToolTipsVisible(false);
+        connect(menu, &QMenu::aboutToShow, this, &Commandes::ActualiseEtats);
+      } else if (separateur) {
+        menu->addSeparator();
+      }
+      separateur = false;
+      menu->addAction(action);
+    }
+  }
+}
+
+bool Commandes::Disponible(const Commande& commande) const {
+  CFenlorApp& app = m_cadre.App();
+  switch (commande.quand) {
+    case Quand::Toujours:
+      return true;
+    case Quand::Exercice:
+      return app.ExerciceOuvert != 0;
+    case Quand::ExerciceVivant:
+      return app.ExerciceOuvert != 0 && !app.Reglages.IsExerciceCloture();
+    case Quand::ComboRempli:
+      return m_cadre.Combo().count() > 0;
+    case Quand::NavigateurWeb:
+      return m_navigateur;
+    case Quand::FenetreActive:
+      return m_cadre.VueActive() != nullptr;
+    case Quand::Vue: {
+      const Vue* vue = m_cadre.VueActive();
+      return vue && vue->Connait(commande.numero) && vue->Disponible(commande.numero);
+    }
+  }
+  return false;
+}
+
+void Commandes::ActualiseEtats() {
+  for (const Commande& commande : TableCommandes()) {
+    QAction* action = Action(commande.numero);
+    if (!action) continue;
+    action->setEnabled(Disponible(commande));
+    if (commande.bascule) action->setChecked(EstCoche(commande));
+  }
+}
+
+void Commandes::Execute(unsigned numero) {
+  const Commande* commande = TrouveCommande(numero);
+  if (commande && commande->action && Disponible(*commande)) (this->*commande->action)(numero);
+  ActualiseEtats();
+}
+
+}  // namespace fenlor

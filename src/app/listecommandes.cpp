@@ -1,0 +1,183 @@
+#include "app/listecommandes.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "ui/images.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int roleNumero = Qt::UserRole;
+constexpr int roleCherche = Qt::UserRole + 1;
+
+/// Lower case without accents.
+QString Simplifie(const QString& texte) {
+  QString resultat;
+  for (const QChar c : texte.normalized(QString::NormalizationForm_D).toLower())
+    if (c.category() != QChar::Mark_NonSpacing) resultat += c;
+  return resultat;
+}
+
+}  // namespace
+
+QString NomCommande(const Commande& commande) {
+  QString nom = QString::fromUtf8(commande.texte).remove(u'&');
+  if (nom.endsWith(u"..."_s)) nom.chop(3);
+  if (nom.endsWith(u'.') && !nom.chopped(2).endsWith(u'.')) nom.chop(1);
+  return nom;
+}
+
+QString NomMenu(Menu menu) {
+  switch (menu) {
+    case Menu::Fichier:
+      return u"Fichier"_s;
+    case Menu::Edition:
+      return u"Edition"_s;
+    case Menu::Comptabilite:
+      return u"Comptabilité"_s;
+    case Menu::Etats:
+      return u"Etats"_s;
+    case Menu::Traitements:
+      return u"Traitements"_s;
+    case Menu::Outils:
+      return u"Outils"_s;
+    case Menu::Affichage:
+      return u"Affichage"_s;
+    case Menu::Fenetre:
+      return u"Fenêtre"_s;
+    case Menu::Aide:
+      return u"Aide"_s;
+    case Menu::Aucun:
+      break;
+  }
+  return u"Autres"_s;
+}
+
+CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& retenue, bool raccourcis, QWidget* parent)
+    : QWidget(parent), m_recherche(new QLineEdit(this)), m_table(new QTreeWidget(this)) {
+  m_recherche->setObjectName(u"recherche"_s);
+  m_recherche->setPlaceholderText(u"Chercher une commande"_s);
+  m_recherche->setAccessibleName(u"Chercher une commande"_s);
+  m_recherche->setClearButtonEnabled(true);
+  m_recherche->installEventFilter(this);
+  m_table->setObjectName(u"commandes"_s);
+  m_table->setAccessibleName(u"Commandes"_s);
+  m_table->setColumnCount(raccourcis ? 2 : 1);
+  m_table->setHeaderLabels(raccourcis ? QStringList{u"Commande"_s, u"Raccourci"_s} : QStringList{u"Commande"_s});
+  m_table->setHeaderHidden(!raccourcis);
+  m_table->setRootIsDecorated(false);
+  m_table->setUniformRowHeights(true);
+  m_table->setAllColumnsShowFocus(true);
+  m_table->header()->setStretchLastSection(false);
+  m_table->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  if (raccourcis) m_table->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+
+  for (int i = 0; i <= static_cast<int>(Menu::Aucun); ++i) {
+    QTreeWidgetItem* titre = nullptr;
+    for (const Commande& commande : TableCommandes()) {
+      if (static_cast<int>(commande.menu) != i || !retenue(commande)) continue;
+      const QString menu = NomMenu(commande.menu);
+      if (!titre) {
+        titre = new QTreeWidgetItem(m_table, {menu});
+        titre->setFlags(Qt::NoItemFlags);
+        QFont gras = m_table->font();
+        gras.setBold(true);
+        titre->setFont(0, gras);
+        titre->setForeground(0, m_table->palette().brush(QPalette::Active, QPalette::Text));
+      }
+      auto* ligne = new QTreeWidgetItem(m_table, {NomCommande(commande)});
+      ligne->setIcon(0, Image(commande.image));
+      ligne->setToolTip(0, QString::fromUtf8(commande.explication));
+      ligne->setData(0, roleNumero, commande.numero);
+      ligne->setData(0, roleCherche, Simplifie(menu + u' ' + NomCommande(commande)));
+    }
+  }
+
+  auto* colonne = new QVBoxLayout(this);
+  colonne->setContentsMargins(0, 0, 0, 0);
+  colonne->addWidget(m_recherche);
+  colonne->addWidget(m_table, 1);
+  setFocusProxy(m_recherche);
+  m_table->setMinimumWidth(m_table->fontMetrics().averageCharWidth() * (raccourcis ? 52 : 36));
+  m_table->setMinimumHeight(m_table->fontMetrics().height() * 14);
+
+  connect(m_recherche, &QLineEdit::textChanged, this, &CListeCommandes::Filtre);
+  connect(m_table, &QTreeWidget::currentItemChanged, this, &CListeCommandes::ChoixChange);
+  connect(m_table, &QTreeWidget::itemDoubleClicked, this, [this] {
+    if (Choisie()) Q_EMIT Activee();
+  });
+  Filtre({});
+}
+
+// Children that go report changes to whoever still listens.
+CListeCommandes::~CListeCommandes() {
+  m_recherche->disconnect(this);
+  m_table->disconnect(this);
+}
+
+unsigned CListeCommandes::Choisie() const {
+  const QTreeWidgetItem* ligne = m_table->currentItem();
+  return ligne && !ligne->isHidden() ? ligne->data(0, roleNumero).toUInt() : 0;
+}
+
+QTreeWidgetItem* CListeCommandes::Ligne(unsigned numero) const {
+  for (int i = 0; i < m_table->topLevelItemCount(); ++i)
+    if (m_table->topLevelItem(i)->data(0, roleNumero).toUInt() == numero) return m_table->topLevelItem(i);
+  return nullptr;
+}
+
+void CListeCommandes::Choisit(unsigned numero) {
+  if (QTreeWidgetItem* ligne = numero ? Ligne(numero) : nullptr) m_table->setCurrentItem(ligne);
+}
+
+void CListeCommandes::PoseRaccourci(unsigned numero, const QString& texte) {
+  if (QTreeWidgetItem* ligne = numero ? Ligne(numero) : nullptr) ligne->setText(1, texte);
+}
+
+void CListeCommandes::Filtre(const QString& texte) {
+  const QStringList mots = Simplifie(texte).split(u' ', Qt::SkipEmptyParts);
+  QTreeWidgetItem* titre = nullptr;
+  QTreeWidgetItem* premiere = nullptr;
+  for (int i = 0; i < m_table->topLevelItemCount(); ++i) {
+    QTreeWidgetItem* ligne = m_table->topLevelItem(i);
+    if (ligne->data(0, roleNumero).toUInt() == 0) {
+      titre = ligne;
+      titre->setHidden(true);
+      continue;
+    }
+    const QString cherche = ligne->data(0, roleCherche).toString();
+    const bool montre = std::ranges::all_of(mots, [&](const QString& mot) { return cherche.contains(mot); });
+    ligne->setHidden(!montre);
+    if (!montre) continue;
+    if (titre) titre->setHidden(false);
+    if (!premiere) premiere = ligne;
+  }
+  if (!Choisie()) m_table->setCurrentItem(premiere);
+  Q_EMIT ChoixChange();
+}
+
+bool CListeCommandes::eventFilter(QObject* objet, QEvent* evenement) {
+  if (objet == m_recherche && evenement->type() == QEvent::KeyPress) {
+    auto* touche = static_cast<QKeyEvent*>(evenement);
+    const int cle = touche->key();
+    if ((cle == Qt::Key_Down || cle == Qt::Key_Up) && touche->modifiers() == Qt::NoModifier) {
+      const QTreeWidgetItem* avant = m_table->currentItem();
+      QTreeWidgetItem* ligne = const_cast<QTreeWidgetItem*>(avant);
+      do {
+        ligne = cle == Qt::Key_Down ? m_table->itemBelow(ligne) : m_table->itemAbove(ligne);
+      } while (ligne && ligne->data(0, roleNumero).toUInt() == 0);
+      if (ligne) m_table->setCurrentItem(ligne);
+      return true;
+    }
+  }
+  return QWidget::eventFilter(objet, evenement);
+}
+
+}  // namespace fenlor

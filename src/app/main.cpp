@@ -1,0 +1,87 @@
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPalette>
+#include <QTranslator>
+#include <clocale>
+#include <csignal>
+#include <iostream>
+
+#include "app/programme.h"
+
+namespace {
+
+/// Folder of the tips and of a template in place of the built-in one: FENLOR_PROGRAMMES,
+/// else beside the program or in the share folder of its prefix.
+std::string DossierProgrammes() {
+  if (const QByteArray impose = qgetenv("FENLOR_PROGRAMMES"); !impose.isEmpty()) return impose.toStdString();
+  const QDir ici(QApplication::applicationDirPath());
+  for (const QString& dossier : {ici.path(), ici.filePath(QStringLiteral("../share/fenlor"))})
+    if (QFile::exists(QDir(dossier).filePath(QStringLiteral("zntips.txt"))))
+      return QFile::encodeName(QDir::cleanPath(dossier)).toStdString();
+  return QFile::encodeName(ici.path()).toStdString();
+}
+
+/// FENLOR_PALETTE=sombre: a dark palette where the desktop has none to offer, for
+/// pictures and trials.
+void PaletteSombre() {
+  if (qgetenv("FENLOR_PALETTE") != "sombre") return;
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  const QColor fond(45, 45, 48), base(30, 30, 30), texte(230, 230, 230), faible(140, 140, 140), accent(42, 110, 180);
+  QPalette palette(fond, fond);
+  palette.setColor(QPalette::Base, base);
+  palette.setColor(QPalette::AlternateBase, fond);
+  palette.setColor(QPalette::ToolTipBase, fond);
+  palette.setColor(QPalette::Highlight, accent);
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, QColor(110, 175, 255));
+  palette.setColor(QPalette::LinkVisited, QColor(180, 150, 255));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+    palette.setColor(role, texte);
+    palette.setColor(QPalette::Disabled, role, faible);
+  }
+  palette.setColor(QPalette::PlaceholderText, faible);
+  QApplication::setPalette(palette);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);
+  fenlor::OptionsProgramme options;
+  options.ligne = fenlor::LitLigneCommande({argv + (argc > 0 ? 1 : 0), argv + argc});
+  if (options.ligne.aide) {
+    std::cout << fenlor::AideLigneCommande();
+    return 0;
+  }
+  if (options.ligne.version) {
+    std::cout << "Fenlor " << fenlor::VersionProgramme << '.' << fenlor::RevisionProgramme << '.'
+              << fenlor::BuildProgramme << '\n';
+    return 0;
+  }
+  if (!options.ligne.inconnus.empty()) {
+    for (const std::string& inconnu : options.ligne.inconnus)
+      std::cerr << "Argument inconnu : " << inconnu << " (fenlor --help)\n";
+    return 2;
+  }
+
+  QApplication application(argc, argv);
+  PaletteSombre();
+  // Amounts are formatted by the value functions alone.
+  std::setlocale(LC_NUMERIC, "C");
+  QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+  QApplication::setApplicationName(QStringLiteral("Fenlor"));
+  QApplication::setOrganizationName(QStringLiteral("Orvelia"));
+  QTranslator traduction;
+  if (traduction.load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QApplication::installTranslator(&traduction);
+
+  options.pathProgrammes = DossierProgrammes();
+  fenlor::Programme programme(std::move(options));
+  if (!programme.InitInstance()) return programme.AutreInstance() ? 0 : 1;
+  const int statut = QApplication::exec();
+  programme.ExitInstance();
+  return statut;
+}

@@ -1,0 +1,287 @@
+#include "app/mainframe.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMenu>
+#include <QStackedWidget>
+#include <QToolBar>
+#include <array>
+
+#include "app/aide.h"
+#include "app/barreetat.h"
+#include "app/barreicones.h"
+#include "app/calculatrice.h"
+#include "app/gestioncommandes.h"
+#include "app/mdichildframe.h"
+#include "app/pageaccueil.h"
+#include "app/raccourcis.h"
+#include "session/forms/comboexercices.h"
+#include "ui/dialogueqt.h"
+#include "ui/images.h"
+#include "ui/positionfenetre.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// In the order in which the windows of the last session come back.
+constexpr std::array<u32, 10> ordreOuverture = {
+    FenPlanComptable, FenTresorerie, FenComptesRecettes, FenComptesDepenses,    FenRubriques,
+    FenLibelles,      FenRecettes,   FenDepenses,        FenOperationsDiverses, FenImmobilisations};
+
+}  // namespace
+
+CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
+    : m_app(app), m_dialogue(dialogue), m_contexte{app, *this, m_preferences} {
+  setObjectName(u"MainFrame"_s);
+  setWindowIcon(Image("fenlor"));
+  ChargePreferences(m_preferences, m_app, palette());
+  m_commandes = new Commandes(*this);
+  const auto action = [this](unsigned numero) { return m_commandes->Action(numero); };
+
+  m_centre = new QStackedWidget(this);
+  m_accueil = new PageAccueil(m_contexte, action, m_centre);
+  m_zone = new QMdiArea(m_centre);
+  m_zone->setObjectName(u"Zone"_s);
+  m_zone->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+  m_centre->addWidget(m_accueil);
+  m_centre->addWidget(m_zone);
+  setCentralWidget(m_centre);
+  connect(m_zone, &QMdiArea::subWindowActivated, this, [this] {
+    ActualisePage();
+    m_commandes->ActualiseEtats();
+  });
+
+  m_commandes->FaitMenus(*menuBar());
+  FaitBarreOutils();
+  m_icones = new CBarreIcones(m_contexte, action, this);
+  addToolBar(Qt::LeftToolBarArea, m_icones);
+  m_icones->Charge();
+  m_etat = new CBarreEtat(m_contexte, this);
+  setStatusBar(m_etat);
+  m_dialogue.PoseCadre(this);
+  MontreExercice();
+}
+
+CMainFrame::~CMainFrame() {
+  m_dialogue.PoseCadre(nullptr);
+  // Views refer to members of this class.
+  delete m_zone;
+}
+
+void CMainFrame::FaitBarreOutils() {
+  m_outils = addToolBar(u"Barre d'outils"_s);
+  m_outils->setObjectName(u"BarreOutils"_s);
+  const int cote = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  m_outils->setIconSize({cote, cote});
+  for (const unsigned numero : {unsigned{CmdNouvelExercice}, unsigned{CmdOuvrirExercice}, unsigned{CmdProprietes}, 0u})
+    numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
+  auto* libelle = new QLabel(u" E&xercice : "_s, m_outils);
+  m_combo = new CComboExercices(m_outils);
+  libelle->setBuddy(m_combo);
+  m_combo->SurSelection([this](const std::string& nom) {
+    m_exerciceChoisi = nom;
+    m_commandes->Execute(CmdComboExercices);
+  });
+  m_outils->addWidget(libelle);
+  m_outils->addWidget(m_combo);
+  m_outils->addSeparator();
+  for (const unsigned numero : {unsigned{CmdAjouter}, unsigned{CmdModifier}, unsigned{CmdSupprimer}, 0u, unsigned{CmdOptions},
+                                unsigned{CmdPreferences}, unsigned{CmdCalculatrice}, 0u, unsigned{CmdAide}})
+    numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
+}
+
+void CMainFrame::PoseFabrique(u32 bit, std::function<Vue*(ContexteUi&)> fabrique) {
+  m_fabriques[bit] = std::move(fabrique);
+}
+
+void CMainFrame::OuvreUnique(u32 bit) {
+  if (const auto ouverte = m_ouvertes.find(bit); ouverte != m_ouvertes.end()) {
+    // A maximised window stays so: the area maximises whichever is activated beside one.
+    m_zone->setActiveSubWindow(ouverte->second);
+    return;
+  }
+  const auto fabrique = m_fabriques.find(bit);
+  if (fabrique == m_fabriques.end()) return;
+  auto* cadre = new CMDIChildFrame(fabrique->second(m_contexte));
+  m_ouvertes[bit] = cadre;
+  connect(cadre, &QObject::destroyed, this, [this, bit] {
+    m_ouvertes.erase(bit);
+    m_commandes->ActualiseEtats();
+  });
+  Installe(cadre);
+}
+
+void CMainFrame::Ouvre(Vue* vue) { Installe(new CMDIChildFrame(vue)); }
+
+void CMainFrame::Installe(CMDIChildFrame* cadre) {
+  const QMdiSubWindow* active = m_zone->activeSubWindow();
+  const bool agrandie = active && active->isMaximized();
+  m_zone->addSubWindow(cadre);
+  m_centre->setCurrentWidget(m_zone);
+  connect(cadre, &QObject::destroyed, this, [this] { ActualisePage(); });
+  connect(&cadre->Contenu(), &Vue::MenuDemande, this, &CMainFrame::MenuDeLaVue, Qt::QueuedConnection);
+  cadre->Contenu().Charge();
+  cadre->Montre(agrandie);
+  m_commandes->ActualiseEtats();
+}
+
+void CMainFrame::MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& numeros) {
+  QMenu menu(this);
+  m_commandes->ActualiseEtats();
+  for (const unsigned numero : numeros) {
+    if (QAction* action = numero ? m_commandes->Action(numero) : nullptr)
+      menu.addAction(action);
+    else if (numero == 0)
+      menu.addSeparator();
+  }
+  if (!menu.isEmpty()) menu.exec(point);
+}
+
+Vue* CMainFrame::VueActive() const {
+  auto* cadre = qobject_cast<CMDIChildFrame*>(m_zone->activeSubWindow());
+  return cadre ? &cadre->Contenu() : nullptr;
+}
+
+void CMainFrame::ActualisePage() {
+  if (m_zone->subWindowList().isEmpty()) {
+    m_accueil->Actualise();
+    m_centre->setCurrentWidget(m_accueil);
+  } else {
+    m_centre->setCurrentWidget(m_zone);
+  }
+}
+
+void CMainFrame::MontreAuDemarrage() {
+  const QSize place = screen()->availableSize();
+  resize(place.boundedTo(QSize(1180, 780)));
+  const bool agrandie = RestaurePosition(*this, m_app, Texte(SecFenlor));
+  RestaureBarres(*this, m_app);
+  AppliqueRaccourcis();
+  agrandie ? showMaximized() : show();
+}
+
+void CMainFrame::AppliqueRaccourcis() {
+  const auto table = LitRaccourcis(m_app);
+  for (const Commande& commande : TableCommandes()) {
+    QAction* action = m_commandes->Action(commande.numero);
+    if (!action) continue;
+    const auto touche = table.find(commande.numero);
+    action->setShortcut(touche == table.end() ? QKeySequence() : touche->second);
+  }
+}
+
+bool CMainFrame::CalculatriceOuverte() const { return m_calculatrice && m_calculatrice->isVisible(); }
+
+void CMainFrame::FermeCalculatrice() {
+  if (m_calculatrice) m_calculatrice->close();
+}
+
+void CMainFrame::BasculeCalculatrice() {
+  if (CalculatriceOuverte()) {
+    FermeCalculatrice();
+    return;
+  }
+  m_calculatrice = new CDialogCalculatrice(m_contexte, this);
+  connect(m_calculatrice, &QDialog::finished, this, [this] { m_commandes->ActualiseEtats(); });
+  connect(m_calculatrice, &QObject::destroyed, this, [this] { m_commandes->ActualiseEtats(); });
+  m_calculatrice->show();
+}
+
+void CMainFrame::VientDevant() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+  if (QWidget* modale = QApplication::activeModalWidget()) {
+    modale->raise();
+    modale->activateWindow();
+  }
+}
+
+void CMainFrame::Actualise(u32 masque) {
+  const bool tout = masque == ActualiseTout;
+  if (tout) {
+    m_etat->ActualisePreferences();
+    m_icones->Charge();
+    update();
+  }
+  for (QMdiSubWindow* fenetre : m_zone->subWindowList())
+    if (auto* cadre = qobject_cast<CMDIChildFrame*>(fenetre); cadre && (tout || (cadre->Contenu().Bit() & masque)))
+      cadre->Contenu().Actualise(masque);
+  ActualisePage();
+  m_commandes->ActualiseEtats();
+}
+
+void CMainFrame::FermeToutes() {
+  for (QMdiSubWindow* fenetre : m_zone->subWindowList()) {
+    // Gone when this returns: whoever asks is about to work on the files.
+    if (fenetre->close()) delete fenetre;
+  }
+  ActualisePage();
+}
+
+void CMainFrame::Sauve() {
+  if (m_app.NomExercice.empty()) return;
+  u32 masque = 0;
+  for (const auto& [bit, cadre] : m_ouvertes) masque |= bit;
+  const std::string texte = std::to_string(masque), section = Texte(SecFenlor), cle = Texte(CleFenetresOuvertes);
+  if (m_app.Reglages.LitIni(section, cle) != texte) m_app.Reglages.EcritIni(section, cle, texte);
+}
+
+void CMainFrame::Restaure() {
+  if (m_app.NomExercice.empty()) return;
+  const auto masque = static_cast<u32>(TexteVersLong(m_app.Reglages.LitIni(Texte(SecFenlor), Texte(CleFenetresOuvertes))));
+  for (const u32 bit : ordreOuverture)
+    if (masque & bit) OuvreUnique(bit);
+}
+
+void CMainFrame::MontreExercice() {
+  const std::string produit = Texte(TitreApplication);
+  setWindowTitle(m_app.NomExercice.empty() ? Q(produit)
+                                           : TexteQ(FormatTitreExercice, {produit, Texte(MotExercice), m_app.NomExercice}));
+  m_combo->Remplit(m_app);
+  m_etat->MontreExercice();
+  ActualisePage();
+  m_commandes->ActualiseEtats();
+  ActualisePage();
+}
+
+void CMainFrame::Aide(const QString& page) {
+  if (!m_aide) m_aide = new CFenetreAide(m_contexte, this);
+  m_aide->Montre(page);
+}
+
+void CMainFrame::closeEvent(QCloseEvent* evenement) {
+  if (m_dialogue.Profondeur() > 0 || !isEnabled()) {
+    evenement->ignore();
+    return;
+  }
+  SauveBarres(*this, m_app);
+  if (m_app.Reglages.IsSauverFenetres()) Sauve();
+  SauvePosition(*this, m_app, Texte(SecFenlor));
+  m_zone->closeAllSubWindows();
+  for (const QMdiSubWindow* fenetre : m_zone->subWindowList())
+    if (fenetre->isVisible()) {
+      evenement->ignore();
+      return;
+    }
+  QMainWindow::closeEvent(evenement);
+}
+
+void CMainFrame::changeEvent(QEvent* evenement) {
+  QMainWindow::changeEvent(evenement);
+  // The desktop went dark or light.
+  if (evenement->type() == QEvent::ApplicationPaletteChange && m_zone) {
+    ChargePreferences(m_preferences, m_app, QApplication::palette());
+    Actualise(ActualiseTout);
+  }
+}
+
+}  // namespace fenlor

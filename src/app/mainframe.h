@@ -1,0 +1,106 @@
+// The main window: menus, bars, document windows, start page, status bar.
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "ui/fenetres.h"
+
+class QMdiArea;
+class QStackedWidget;
+class QToolBar;
+
+namespace fenlor {
+
+class CBarreEtat;
+class CBarreIcones;
+class CComboExercices;
+class CDialogCalculatrice;
+class CFenetreAide;
+class CMDIChildFrame;
+class Commandes;
+class DialogueQt;
+class PageAccueil;
+class Vue;
+
+class CMainFrame : public QMainWindow, public Fenetres {
+  Q_OBJECT
+ public:
+  /// Session and dialogue outlive the frame. Reads the preferences of the practice; shows nothing.
+  CMainFrame(CFenlorApp& app, DialogueQt& dialogue);
+  ~CMainFrame() override;
+
+  CFenlorApp& App() { return m_app; }
+  ContexteUi& Contexte() { return m_contexte; }
+  Commandes& Table() { return *m_commandes; }
+  CComboExercices& Combo() { return *m_combo; }
+  /// What the user last chose in the combo.
+  const std::string& ExerciceChoisi() const { return m_exerciceChoisi; }
+
+  /// How the window of a bit is made; a bit without one cannot be opened.
+  void PoseFabrique(u32 bit, std::function<Vue*(ContexteUi&)> fabrique);
+  bool PeutOuvrir(u32 bit) const { return m_fabriques.contains(bit); }
+  /// The one-of-a-kind rule: brings the open window of that bit forward, or opens one.
+  void OuvreUnique(u32 bit);
+  /// A window of which several may be open (a report).
+  void Ouvre(Vue* vue);
+  bool EstOuvert(u32 bit) const { return m_ouvertes.contains(bit); }
+  /// The active document window; null when there is none.
+  Vue* VueActive() const;
+  QMdiArea& Zone() { return *m_zone; }
+
+  /// Places window and bars as they were left, and shows the window.
+  void MontreAuDemarrage();
+  /// Applies the table of shortcuts of the settings.
+  void AppliqueRaccourcis();
+  void BasculeCalculatrice();
+  bool CalculatriceOuverte() const;
+  void FermeCalculatrice();
+  QToolBar& BarreOutils() { return *m_outils; }
+  CBarreIcones& BarreIcones() { return *m_icones; }
+  /// Comes to the front, out of the task bar, with the form that is open in it.
+  void VientDevant();
+
+  // Fenetres
+  void Actualise(u32 masque) override;
+  void FermeToutes() override;
+  void Sauve() override;
+  void Restaure() override;
+  void MontreExercice() override;
+  void Aide(const QString& page) override;
+  QWidget* Cadre() override { return this; }
+
+ protected:
+  void closeEvent(QCloseEvent* evenement) override;
+  void changeEvent(QEvent* evenement) override;
+  QMenu* createPopupMenu() override { return nullptr; }
+
+ private:
+  void FaitBarreOutils();
+  void Installe(CMDIChildFrame* cadre);
+  void MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& numeros);
+  void ActualisePage();
+
+  CFenlorApp& m_app;
+  DialogueQt& m_dialogue;
+  Preferences m_preferences;
+  ContexteUi m_contexte;
+  std::map<u32, std::function<Vue*(ContexteUi&)>> m_fabriques;
+  std::map<u32, CMDIChildFrame*> m_ouvertes;  ///< of a bit, while it lives
+  QStackedWidget* m_centre;
+  QMdiArea* m_zone;
+  Commandes* m_commandes;
+  PageAccueil* m_accueil;
+  QToolBar* m_outils;
+  CBarreIcones* m_icones;
+  CBarreEtat* m_etat;
+  CComboExercices* m_combo;
+  std::string m_exerciceChoisi;
+  QPointer<CDialogCalculatrice> m_calculatrice;
+  QPointer<CFenetreAide> m_aide;
+};
+
+}  // namespace fenlor

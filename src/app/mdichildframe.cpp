@@ -1,0 +1,45 @@
+#include "app/mdichildframe.h"
+
+#include <QCloseEvent>
+#include <QMdiArea>
+
+#include "ui/positionfenetre.h"
+
+namespace fenlor {
+
+CMDIChildFrame::CMDIChildFrame(Vue* vue, QWidget* parent) : QMdiSubWindow(parent), m_vue(vue) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setWidget(vue);
+  setWindowIcon(vue->windowIcon());
+}
+
+void CMDIChildFrame::Montre(bool agrandie) {
+  const QSize zone = mdiArea() ? mdiArea()->viewport()->size() : QSize();
+  const auto position = LitPosition(m_vue->App(), m_vue->Titre());
+  if (position)
+    setGeometry(AjustePosition(position->rect, zone, minimumSizeHint()));
+  else
+    resize(zone.boundedTo(sizeHint().expandedTo(zone * 2 / 3)));
+  if (agrandie || (position && position->agrandie))
+    showMaximized();
+  else
+    show();
+}
+
+void CMDIChildFrame::closeEvent(QCloseEvent* evenement) {
+  if (!m_vue->PeutFermer()) {
+    evenement->ignore();
+    return;
+  }
+  PositionFenetre position{geometry(), isMaximized()};
+  if (isMaximized() || isMinimized()) {
+    // The place it goes back to is not told by the toolkit: the one in the settings stays.
+    const auto ancienne = LitPosition(m_vue->App(), m_vue->Titre());
+    const QSize zone = mdiArea() ? mdiArea()->viewport()->size() : size();
+    position.rect = ancienne ? ancienne->rect : QRect(QPoint(0, 0), zone * 2 / 3);
+  }
+  EcritPosition(m_vue->App(), m_vue->Titre(), position);
+  QMdiSubWindow::closeEvent(evenement);
+}
+
+}  // namespace fenlor

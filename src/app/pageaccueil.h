@@ -1,0 +1,34 @@
+// The start page: what the main window shows while no document window is open.
+// It says what to do next, with the commands that make sense now.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "ui/fenetres.h"
+
+class QAction;
+class QLabel;
+class QVBoxLayout;
+
+namespace fenlor {
+
+class PageAccueil : public QWidget {
+  Q_OBJECT
+ public:
+  /// `action` gives the action of a command's number, null when it does not exist.
+  PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)> action, QWidget* parent = nullptr);
+  /// Title, sentence and commands for the session as it is.
+  void Actualise();
+
+ private:
+  void Montre(const QString& titre, const QString& phrase, const std::vector<unsigned>& commandes);
+  ContexteUi& m_contexte;
+  std::function<QAction*(unsigned)> m_action;
+  QLabel* m_titre;
+  QLabel* m_phrase;
+  QVBoxLayout* m_boutons;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,46 @@
+#include "master/comptesparticuliers.h"
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "master/lotreglages.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+ComptesParticuliers LitComptesParticuliers(CFenlorApp& app) {
+  QVAPI& magasin = app.Magasin;
+  return {magasin.GetCompteVireTo(), magasin.GetCompteVireFrom(), magasin.GetComptePerso(),
+          magasin.GetCompteEcartCredit(), magasin.GetCompteEcartDebit()};
+}
+
+bool EcritComptesParticuliers(CFenlorApp& app, const ComptesParticuliers& comptes) {
+  const ComptesParticuliers avant = LitComptesParticuliers(app);
+  LotReglages lot(app);
+  const auto pose = [&](unsigned cle, const std::string& ancien, const std::string& nouveau) {
+    const std::string compte = QVAPI::GetLongCompte(nouveau);
+    if (!compte.empty() && compte != ancien) lot.Pose(Texte(SecComptes), Texte(cle), compte);
+  };
+  pose(CleVirementRecette, avant.virementRecette, comptes.virementRecette);
+  pose(CleVirementDepense, avant.virementDepense, comptes.virementDepense);
+  pose(ClePrelevement, avant.perso, comptes.perso);
+  pose(CleEcartCredit, avant.ecartCredit, comptes.ecartCredit);
+  pose(CleEcartDebit, avant.ecartDebit, comptes.ecartDebit);
+  return lot.Ecrit();
+}
+
+std::vector<CompteListe> ListeComptes(CFenlorApp& app) {
+  std::vector<CompteListe> comptes;
+  CPlan plan(app, app.PathExercice);
+  if (!plan.OpenFile()) return comptes;
+  app.Magasin.QVParcoursCle(plan.NumCle, {}, {}, [&](Position, const void* rec) {
+    const Plan& compte = *static_cast<const Plan*>(rec);
+    comptes.push_back({LitTexte(compte.Compte), LitTexte(compte.Designation)});
+    return true;
+  });
+  for (CompteListe& compte : comptes)
+    compte.texte = CompacteTexte(app.Magasin.GetShortCompte(compte.compte)) + ' ' + compte.texte;
+  return comptes;
+}
+
+}  // namespace fenlor

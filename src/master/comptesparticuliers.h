@@ -1,0 +1,31 @@
+// The five special accounts of the books, and the list that each is chosen from.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+
+namespace fenlor {
+
+/// Long forms; empty when none is set.
+struct ComptesParticuliers {
+  std::string virementRecette;  ///< "Compte de virement interne en recettes"
+  std::string virementDepense;
+  std::string perso;  ///< "Compte de répartition personnelle"
+  std::string ecartCredit;
+  std::string ecartDebit;
+};
+ComptesParticuliers LitComptesParticuliers(CFenlorApp& app);
+/// An empty one stays as it is set. All of them are written in one replacement of the
+/// settings, or none: false, not told.
+bool EcritComptesParticuliers(CFenlorApp& app, const ComptesParticuliers& comptes);
+
+struct CompteListe {
+  std::string compte;  ///< long form
+  std::string texte;   ///< short number and name
+};
+/// All accounts of the open exercice in number order.
+std::vector<CompteListe> ListeComptes(CFenlorApp& app);
+
+}  // namespace fenlor

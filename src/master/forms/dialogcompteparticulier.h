@@ -1,0 +1,46 @@
+// The five special accounts: their fields, which the page of the options shares, and
+// `CDialogCompteParticulier`.
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "master/comptesparticuliers.h"
+#include "master/forms/choixdecompte.h"
+#include "ui/czndialog.h"
+
+namespace fenlor {
+
+class ChampsComptesParticuliers : public QWidget {
+  Q_OBJECT
+ public:
+  explicit ChampsComptesParticuliers(CFenlorApp& app, QWidget* parent = nullptr);
+  /// Reads accounts and settings.
+  void Charge();
+  /// Reads the accounts again, keeping what is chosen.
+  void Recharge();
+  ComptesParticuliers Valeur() const;
+
+ private:
+  void Choisit(const ComptesParticuliers& comptes);
+  CFenlorApp& m_app;
+  ModeleComptes m_modele;
+  ChoixDeCompte m_virementRecette, m_virementDepense, m_perso, m_ecartCredit, m_ecartDebit;
+};
+
+/// Opened where a special account is found missing.
+class CDialogCompteParticulier : public CZNDialog {
+  Q_OBJECT
+ public:
+  /// `nouveau` makes an account ("&Nouveau..."), true when it did; null: no button.
+  explicit CDialogCompteParticulier(ContexteUi& contexte, std::function<bool()> nouveau = nullptr,
+                                    QWidget* parent = nullptr);
+
+ protected:
+  bool Enregistre() override;
+
+ private:
+  ChampsComptesParticuliers m_champs;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,33 @@
+// `CPageOptionActivite`: the practitioner, the open exercice, and the way to the table
+// of Euro rates.
+#pragma once
+
+#include "master/options.h"
+#include "ui/cznsheet.h"
+#include "ui/editeurs.h"
+
+class QPushButton;
+
+namespace fenlor {
+
+class CPageOptionActivite : public CZNPage {
+  Q_OBJECT
+ public:
+  explicit CPageOptionActivite(ContexteUi& contexte);
+  bool Charge() override;
+  bool Enregistre() override;
+  /// The amounts of the open exercice are no longer shown as they were.
+  bool AffichageChange() const { return m_affichageChange; }
+
+ private:
+  OptionsActivite Valeur() const;
+  EditeurTexteLong m_identification;
+  EditeurTexte m_siret, m_ape, m_activite;
+  EditeurDate m_debut;
+  Lecture m_exercice, m_cloture, m_du, m_au;
+  QCheckBox m_tva, m_euro, m_double;
+  QPushButton* m_taux;
+  bool m_affichageChange = false;
+};
+
+}  // namespace fenlor

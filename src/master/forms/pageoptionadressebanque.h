@@ -1,0 +1,28 @@
+// `CPageOptionAdresseBanque`: name, address and account number of each bank account.
+#pragma once
+
+#include "master/forms/listeeditee.h"
+#include "master/options.h"
+#include "ui/cznsheet.h"
+#include "ui/editeurs.h"
+
+namespace fenlor {
+
+class CPageOptionAdresseBanque : public CZNPage {
+  Q_OBJECT
+ public:
+  explicit CPageOptionAdresseBanque(ContexteUi& contexte);
+  bool Charge() override;
+  bool Enregistre() override;
+
+ private:
+  ListeEditee::Permis Permis(int ligne) const;
+  void Saisit();
+  void Supprime();
+  void Montre(int choisie);
+  std::vector<AdresseBanque> m_banques;
+  ListeEditee m_liste;
+  QCheckBox m_especes;
+};
+
+}  // namespace fenlor

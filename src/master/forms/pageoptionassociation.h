@@ -1,0 +1,21 @@
+// `CPageOptionAssociation`: the approved association that the practitioner belongs to.
+#pragma once
+
+#include "ui/cznsheet.h"
+#include "ui/editeurs.h"
+
+namespace fenlor {
+
+class CPageOptionAssociation : public CZNPage {
+  Q_OBJECT
+ public:
+  explicit CPageOptionAssociation(ContexteUi& contexte);
+  bool Charge() override;
+  bool Enregistre() override;
+
+ private:
+  EditeurTexteLong m_identification;
+  EditeurTexte m_numero, m_annee;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,46 @@
+#include "master/forms/pageoptionpassword.h"
+
+#include <string_view>
+
+#include "store/motdepasse.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+CPageOptionPassword::CPageOptionPassword(ContexteUi& contexte)
+    : CZNPage(contexte, u"Mot de passe"_s, "PageOptionPassword") {
+  for (EditeurTexte* champ : {&m_ancien, &m_nouveau, &m_verification}) champ->setEchoMode(QLineEdit::Password);
+  Formulaire{*this}
+      .Texte(u"Le mot de passe est demandé à l'ouverture du cabinet. Un nouveau mot de passe vide supprime la protection."_s)
+      .Champ(u"A&ncien :"_s, m_ancien, "ancien")
+      .Limite(LongueurMotDePasse)
+      .Champ(u"N&ouveau :"_s, m_nouveau, "nouveau")
+      .Limite(LongueurMotDePasse)
+      .Champ(u"&Vérification :"_s, m_verification, "verification")
+      .Limite(LongueurMotDePasse)
+      .Pousse();
+}
+
+bool CPageOptionPassword::Charge() {
+  m_ancien.setEnabled(MotDePasseExiste(App()));
+  for (EditeurTexte* champ : {&m_ancien, &m_nouveau, &m_verification}) champ->clear();
+  return true;
+}
+
+SaisieMotDePasse CPageOptionPassword::Valeur() const {
+  return {m_ancien.Valeur(), m_nouveau.Valeur(), m_verification.Valeur()};
+}
+
+bool CPageOptionPassword::Controle() {
+  const ResultatOptions resultat = ControleMotDePasse(App(), Valeur());
+  if (resultat) return true;
+  return Refuse(resultat.erreur, std::string_view(resultat.champ) == "ancien" ? m_ancien : m_nouveau);
+}
+
+bool CPageOptionPassword::Enregistre() {
+  if (!EcritMotDePasse(App(), Valeur())) return DitEchecReglages(App());
+  return Charge();
+}
+
+}  // namespace fenlor

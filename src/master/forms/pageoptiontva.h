@@ -1,0 +1,31 @@
+// `CPageOptionTVA`: the VAT accounts. They change when the options are saved.
+#pragma once
+
+#include "master/forms/listeeditee.h"
+#include "master/optionstva.h"
+#include "ui/cznsheet.h"
+
+namespace fenlor {
+
+class CPageOptionTVA : public CZNPage {
+  Q_OBJECT
+ public:
+  explicit CPageOptionTVA(ContexteUi& contexte);
+  bool Charge() override;
+  bool Enregistre() override;
+  /// Accounts were made, changed or deleted.
+  bool ComptesChanges() const { return m_comptesChanges; }
+
+ private:
+  void Ajoute();
+  void Modifie();
+  void Supprime();
+  void Montre(int choisie);
+  LigneTva& Choisie();
+  std::vector<LigneTva> m_lignes;
+  bool m_ouvert = false;  ///< the exercice is not closed
+  bool m_comptesChanges = false;
+  ListeEditee m_liste;
+};
+
+}  // namespace fenlor

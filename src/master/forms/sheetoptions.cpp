@@ -1,0 +1,43 @@
+#include "master/forms/sheetoptions.h"
+
+#include <QScreen>
+#include <QTabBar>
+#include <algorithm>
+
+#include "master/forms/pageoptionactivite.h"
+#include "master/forms/pageoptionadressebanque.h"
+#include "master/forms/pageoptionassociation.h"
+#include "master/forms/pageoptioncomptable.h"
+#include "master/forms/pageoptioncompte.h"
+#include "master/forms/pageoptionpassword.h"
+#include "master/forms/pageoptionsupdate.h"
+#include "master/forms/pageoptiontva.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+CSheetOptions::CSheetOptions(ContexteUi& contexte, QWidget* parent)
+    : CZNSheet(contexte, u"Options"_s, "SheetOptions", parent),
+      m_activite(new CPageOptionActivite(contexte)),
+      m_tva(new CPageOptionTVA(contexte)) {
+  AjoutePage(m_activite);
+  AjoutePage(new CPageOptionAdresseBanque(contexte));
+  AjoutePage(new CPageOptionAssociation(contexte));
+  AjoutePage(new CPageOptionComptable(contexte));
+  AjoutePage(new CPageOptionCompte(contexte));
+  AjoutePage(new CPageOptionPassword(contexte));
+  AjoutePage(m_tva);
+  AjoutePage(new CPageOptionsUpdate(contexte));
+  Fini();
+  // All tabs at once where the screen has room for them, else with arrows.
+  auto& onglets = *findChild<QTabWidget*>();
+  const int place = screen()->availableSize().width() - 4 * fontMetrics().height();
+  onglets.setMinimumWidth(std::min(onglets.tabBar()->sizeHint().width(), place));
+}
+
+void CSheetOptions::Apres() {
+  if (m_tva->ComptesChanges() || m_activite->AffichageChange()) Contexte().Cadre.Actualise(ActualiseComptes);
+}
+
+}  // namespace fenlor

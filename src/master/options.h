@@ -1,0 +1,108 @@
+// Options of the practice and of its exercices: what each page of the options
+// shows, checks and writes. Texts are Windows-1252, lines end with CR LF.
+//
+// `Lit...` never fails: a setting that is absent or cannot be read is blank.
+// `Ecrit...` writes the real changes alone, in one replacement of the settings file: false
+// when it could not be written, the file as it was; not told.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+
+namespace fenlor {
+
+/// Number of a refusal, not told, and the field to point at.
+struct ResultatOptions {
+  unsigned erreur = 0;  ///< 0: none
+  const char* champ = "";
+  explicit operator bool() const { return erreur == 0; }
+};
+
+/// Characters that the fields take at most.
+constexpr int TailleIdentification = 128, TailleSiret = 20, TailleApe = 4, TailleDateDebut = 10;
+
+// -- Activity
+
+struct OptionsActivite {
+  std::string identification;  ///< name and address of the practitioner
+  std::string siret;
+  std::string ape;
+  std::string activite;
+  std::string debut;            ///< as it was typed
+  bool afficherDouble = false;  ///< of the last exercice
+};
+OptionsActivite LitActivite(CFenlorApp& app);
+/// Also sets the session's `AfficherDouble` when the last exercice is the open one.
+bool EcritActivite(CFenlorApp& app, const OptionsActivite& options);
+
+/// The open exercice as the page shows it.
+struct ExerciceEnCours {
+  std::string annee;  ///< of its first day
+  std::string cloture;
+  Date debut = 0;
+  Date fin = 0;  ///< one year less a day behind `debut` when the setting is not after it
+  bool tva = false;
+  bool euro = false;
+};
+ExerciceEnCours LitExerciceEnCours(CFenlorApp& app);
+
+/// Fills the blank keys of section "2035": which lines of the statement hold
+/// receipts, expenses, result and VAT.
+bool CompleteLignes2035(CFenlorApp& app);
+
+// -- Banks
+
+/// A bank account of the chart and what its section says of it.
+struct AdresseBanque {
+  std::string code;            ///< of the account, name of the section
+  std::string identification;  ///< name and address
+  std::string compte;          ///< account number at the bank
+  bool EstVide() const { return identification.empty() && compte.empty(); }
+};
+/// In the order of account numbers.
+std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app);
+/// `especes`: entries in cash may be reconciled.
+bool EcritAdressesBanque(CFenlorApp& app, const std::vector<AdresseBanque>& banques, bool especes);
+
+// -- Association, accountant
+
+struct OptionsAssociation {
+  std::string identification, numero, annee;
+};
+OptionsAssociation LitAssociation(CFenlorApp& app);
+bool EcritAssociation(CFenlorApp& app, const OptionsAssociation& options);
+std::string LitComptable(CFenlorApp& app);
+bool EcritComptable(CFenlorApp& app, const std::string& identification);
+
+// -- Password
+
+struct SaisieMotDePasse {
+  std::string ancien, nouveau, verification;
+  /// Nothing was typed: the password stays as it is.
+  bool EstVide() const { return ancien.empty() && nouveau.empty() && verification.empty(); }
+};
+bool MotDePasseExiste(CFenlorApp& app);
+/// 3068 the old one is wrong, 3067 the new ones differ; without regard to case and
+/// to the number of blanks. The field is "ancien" while that is to be typed and
+/// blank, else "nouveau".
+ResultatOptions ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie);
+/// Once it was checked. A blank new password ends the protection.
+bool EcritMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie);
+
+// -- Update reminder, kept for the user in the platform's folder of settings
+
+enum ModeMiseAJour : int { MiseAJourAuDemarrage = 1, MiseAJourFinSession = 2, MiseAJourJamais = 3 };
+struct OptionsMiseAJour {
+  int mode = MiseAJourAuDemarrage;
+  int jours = 90;  ///< 1 to 365
+  std::string application;
+};
+/// The days are 90 while nothing is set, though the reminder itself then waits for 15.
+OptionsMiseAJour LitMiseAJour(CFenlorApp& app);
+/// A value that is what `LitMiseAJour` gives is not written, so that an untouched
+/// default stays unset. The reason of a failure is the store's `QVFileErrorCode`.
+bool EcritMiseAJour(CFenlorApp& app, const OptionsMiseAJour& options);
+
+}  // namespace fenlor

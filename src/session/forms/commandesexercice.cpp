@@ -1,0 +1,84 @@
+#include "session/forms/commandesexercice.h"
+
+#include "core/valeurs.h"
+#include "session/entretien.h"
+#include "session/exercices.h"
+#include "session/forms/dialogindex.h"
+#include "session/forms/dialognewexercice.h"
+#include "session/forms/dialogopenexercice.h"
+#include "session/forms/dialogpassword.h"
+#include "session/forms/sheetproperties.h"
+
+namespace fenlor {
+
+namespace {
+
+Autour FichiersSeul(ContexteUi& contexte) {
+  return [&contexte](const std::function<void()>& travail) { AvecFichiersSeul(contexte, travail); };
+}
+
+/// The practice opened again for another of its exercices; false when the user gave up.
+bool RouvreCabinet(ContexteUi& contexte) {
+  CFenlorApp& app = contexte.App;
+  if (app.Magasin.QVIsComptaPassword(app.PathCabinet))
+    return CDialogPassword(contexte, contexte.Cadre.Cadre()).Execute();
+  if (!app.Magasin.QVOpenCompta(app.PathCabinet, {}))
+    return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+  app.Magasin.QVSetWithQuorbane(app.Edition != 2, app.Edition);
+  return true;
+}
+
+}  // namespace
+
+void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& options) {
+  std::string nom;
+  if (!CDialogNewExercice(contexte, nom, contexte.Cadre.Cadre()).Execute() || nom.empty()) return;
+  if (contexte.App.Magasin.GetExercicesRec() == 1 && options) options();
+}
+
+void CommandeOuvrirExercice(ContexteUi& contexte) {
+  std::string nom;
+  const bool motDePasse = contexte.App.NomExercice.empty();
+  if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom)) return;
+  contexte.Cadre.FermeToutes();
+  OuvreExercice(contexte.App, nom);
+  contexte.Cadre.MontreExercice();
+}
+
+void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
+  CFenlorApp& app = contexte.App;
+  contexte.Cadre.FermeToutes();
+  FermeExercice(app);
+  if (!EstVide(nom)) {
+    if (!TestRepertoire(app, nom)) {
+      app.ReportErreur(3000);
+    } else if (RouvreCabinet(contexte)) {
+      OuvreExercice(app, nom);
+    }
+  }
+  contexte.Cadre.MontreExercice();
+}
+
+void CommandeFermerExercice(ContexteUi& contexte) {
+  contexte.Cadre.FermeToutes();
+  FermeExercice(contexte.App);
+  contexte.Cadre.MontreExercice();
+}
+
+void CommandeSupprimerExercice(ContexteUi& contexte) {
+  const ResultatExercice resultat = SupprimeExercice(contexte.App, [&] { contexte.Cadre.FermeToutes(); });
+  if (resultat.erreur != 3039 && resultat.erreur != ErrAucunExercice) contexte.Cadre.MontreExercice();
+}
+
+void CommandeProprietes(ContexteUi& contexte) { CSheetProperties(contexte, contexte.Cadre.Cadre()).Execute(); }
+
+void CommandeReconstruction(ContexteUi& contexte) { CDialogIndex(contexte, contexte.Cadre.Cadre()).Execute(); }
+
+void CommandeRecalcul(ContexteUi& contexte) {
+  Statistiques statistiques{};
+  CommandeRecalcul(contexte.App, statistiques, FichiersSeul(contexte));
+}
+
+void CommandeAjustementEuro(ContexteUi& contexte) { AjusteEuros(contexte.App, FichiersSeul(contexte)); }
+
+}  // namespace fenlor

@@ -1,0 +1,26 @@
+// The commands on an exercice as a whole, as the menus call them: choice, opening,
+// closing, deletion, maintenance. Each does all there is to do and tells the main window.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ui/fenetres.h"
+
+namespace fenlor {
+
+/// `options` opens the options when the exercice is the first of the practice.
+void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& options);
+void CommandeOuvrirExercice(ContexteUi& contexte);
+/// Another exercice was chosen in the combo; a blank name closes the open one. The
+/// practice's password is asked again.
+void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom);
+void CommandeFermerExercice(ContexteUi& contexte);
+void CommandeSupprimerExercice(ContexteUi& contexte);
+void CommandeProprietes(ContexteUi& contexte);
+/// Maintenance: the document windows are closed meanwhile, and come back.
+void CommandeReconstruction(ContexteUi& contexte);
+void CommandeRecalcul(ContexteUi& contexte);
+void CommandeAjustementEuro(ContexteUi& contexte);
+
+}  // namespace fenlor

@@ -1,0 +1,284 @@
+#include "ui/czndialog.h"
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <algorithm>
+
+#include "ui/editeurs.h"
+#include "ui/images.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// As large as its content wants, and no larger than the screen allows.
+class Defilement : public QScrollArea {
+ public:
+  explicit Defilement(QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+  }
+  QSize sizeHint() const override {
+    QSize taille = widget()->sizeHint();
+    if (const QLayout* zone = widget()->layout(); zone && zone->hasHeightForWidth())
+      taille.setHeight(std::max(taille.height(), zone->totalHeightForWidth(taille.width())));
+    return taille.boundedTo(Place());
+  }
+  QSize minimumSizeHint() const override { return widget()->minimumSizeHint().boundedTo(Place()); }
+
+ private:
+  /// What a screen leaves to the fields, with some height for title and buttons.
+  QSize Place() const {
+    const int ligne = fontMetrics().height();
+    return screen()->availableSize() - QSize(2 * ligne, 7 * ligne);
+  }
+};
+
+constexpr double contrasteLisible = 3;
+
+QIcon ImageOu(const char* nom, const char* sinon) { return ImageExiste(nom) ? Image(nom) : Image(sinon); }
+
+QPushButton* FaitBouton(const QString& texte, const char* nom, const QIcon& image, QWidget* parent) {
+  auto* bouton = new QPushButton(image, texte, parent);
+  bouton->setObjectName(QLatin1String(nom));
+  return bouton;
+}
+
+bool EstSaisie(const QWidget* widget) {
+  return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget) ||
+         qobject_cast<const QComboBox*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget);
+}
+
+bool PrendFocus(const QWidget* widget) {
+  return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
+}
+
+}  // namespace
+
+CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent)
+    : QDialog(parent ? parent : QApplication::activeModalWidget() ? QApplication::activeModalWidget() : contexte.Cadre.Cadre()),
+      m_contexte(contexte) {
+  setObjectName(QString::fromUtf8(nom));
+  setWindowTitle(titre);
+  setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+  auto* defilement = new Defilement(this);
+  m_zone = new QWidget;
+  defilement->setWidget(m_zone);
+  m_boutons = new QHBoxLayout;
+  auto* pile = new QVBoxLayout(this);
+  pile->addWidget(defilement, 1);
+  pile->addLayout(m_boutons);
+  m_boutons->addStretch(1);
+}
+
+QPushButton& CZNDialog::AjouteBouton(const QString& texte, const char* nom) {
+  QPushButton* bouton = FaitBouton(texte, nom, Image(nom), this);
+  int place = 0;
+  while (!m_boutons->itemAt(place)->spacerItem()) ++place;
+  m_boutons->insertWidget(place, bouton);
+  return *bouton;
+}
+
+void CZNDialog::Boutons(Mode mode, bool voisins) {
+  m_mode = mode;
+  if (voisins) {
+    auto* precedent = FaitBouton(u"&Précédent"_s, "precedent", Image("precedent"), this);
+    auto* suivant = FaitBouton(u"&Suivant"_s, "suivant", Image("suivant"), this);
+    m_boutons->addWidget(precedent);
+    m_boutons->addWidget(suivant);
+    connect(precedent, &QPushButton::clicked, this, [this] { VersVoisin(-1); });
+    connect(suivant, &QPushButton::clicked, this, [this] { VersVoisin(1); });
+  }
+  if (mode != Mode::Consultation) {
+    m_defaut = mode == Mode::Ajout ? FaitBouton(u"&Enregistrer"_s, "ok", ImageOu("enregistrer", "valider"), this)
+                                   : FaitBouton(u"&Ok"_s, "ok", Image("valider"), this);
+    m_boutons->addWidget(m_defaut);
+    connect(m_defaut, &QPushButton::clicked, this, &QDialog::accept);
+  }
+  const bool ferme = mode == Mode::Ajout || mode == Mode::Consultation;
+  auto* annuler = ferme ? FaitBouton(u"&Fermer"_s, "annuler", ImageOu("fermer", "annuler"), this)
+                        : FaitBouton(u"A&nnuler"_s, "annuler", Image("annuler"), this);
+  m_boutons->addWidget(annuler);
+  connect(annuler, &QPushButton::clicked, this, &QDialog::reject);
+  if (!m_defaut) m_defaut = annuler;
+  m_defaut->setDefault(true);
+  AppliqueDessin();
+  if (mode == Mode::Consultation) LectureSeule();
+}
+
+/// Font and colour of typed texts, as the preferences have them.
+void CZNDialog::AppliqueDessin() {
+  const Preferences& dessin = m_contexte.Dessin;
+  QPalette couleurs;
+  bool colore = false;
+  const auto applique = [&](QPalette::ColorRole texte, QPalette::ColorRole fond) {
+    const QColor& couleur = dessin.TexteSaisies;
+    if (!couleur.isValid() || Contraste(couleur, palette().color(QPalette::Active, fond)) < contrasteLisible) return;
+    couleurs.setColor(QPalette::Active, texte, couleur);
+    couleurs.setColor(QPalette::Inactive, texte, couleur);
+    colore = true;
+  };
+  applique(QPalette::Text, QPalette::Base);
+  applique(QPalette::ButtonText, QPalette::Button);
+  for (QWidget* champ : m_zone->findChildren<QWidget*>()) {
+    const bool lecture = qobject_cast<Lecture*>(champ);
+    if (!EstSaisie(champ) && !lecture) continue;
+    champ->setFont(dessin.PoliceSaisies);
+    if (colore && !lecture) champ->setPalette(couleurs);
+  }
+}
+
+void CZNDialog::LectureSeule() {
+  QPalette lisible;
+  for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+    lisible.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
+  for (QWidget* champ : m_zone->findChildren<QWidget*>()) {
+    if (auto* ligne = qobject_cast<QLineEdit*>(champ)) {
+      ligne->setReadOnly(true);
+    } else if (auto* lignes = qobject_cast<QPlainTextEdit*>(champ)) {
+      lignes->setReadOnly(true);
+    } else if (auto* nombre = qobject_cast<QAbstractSpinBox*>(champ)) {
+      nombre->setReadOnly(true);
+    } else if (qobject_cast<QPushButton*>(champ)) {
+      champ->setEnabled(false);
+    } else if (qobject_cast<QComboBox*>(champ) || qobject_cast<QAbstractButton*>(champ)) {
+      if (champ->objectName().isEmpty() || champ->objectName().startsWith(u"qt_"_s)) continue;
+      champ->setPalette(lisible);
+      champ->setEnabled(false);
+    }
+  }
+  auto* ok = findChild<QPushButton*>(u"ok"_s, Qt::FindDirectChildrenOnly);
+  auto* annuler = findChild<QPushButton*>(u"annuler"_s, Qt::FindDirectChildrenOnly);
+  if (!ok || !annuler) return;
+  ok->hide();
+  ok->setEnabled(false);
+  annuler->setText(u"&Fermer"_s);
+  m_defaut = annuler;
+  m_defaut->setDefault(true);
+  m_mode = Mode::Consultation;
+}
+
+bool CZNDialog::Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments) {
+  App().ReportErreur(numero, arguments);
+  Focalise(champ);
+  return false;
+}
+
+void CZNDialog::Focalise(QWidget& champ) {
+  for (QWidget *page = &champ, *parent = champ.parentWidget(); parent; page = parent, parent = parent->parentWidget()) {
+    if (auto* onglets = qobject_cast<QTabWidget*>(parent->parentWidget()); onglets && onglets->indexOf(page) >= 0)
+      onglets->setCurrentWidget(page);
+    if (auto* defilement = qobject_cast<QScrollArea*>(parent)) defilement->ensureWidgetVisible(&champ);
+  }
+  champ.setFocus(Qt::OtherFocusReason);
+  if (auto* ligne = qobject_cast<QLineEdit*>(&champ)) ligne->selectAll();
+  if (auto* lignes = qobject_cast<QPlainTextEdit*>(&champ)) lignes->selectAll();
+  if (auto* nombre = qobject_cast<QAbstractSpinBox*>(&champ)) nombre->selectAll();
+}
+
+void CZNDialog::Focalise(const char* nom) {
+  if (auto* champ = findChild<QWidget*>(QString::fromUtf8(nom))) Focalise(*champ);
+}
+
+/// What stands in the fields, in a form that can be compared.
+QStringList CZNDialog::Etat() const {
+  QStringList etat;
+  for (const QWidget* champ : m_zone->findChildren<QWidget*>()) {
+    if (const auto* ligne = qobject_cast<const QLineEdit*>(champ)) etat += ligne->text();
+    else if (const auto* lignes = qobject_cast<const QPlainTextEdit*>(champ)) etat += lignes->toPlainText();
+    else if (const auto* choix = qobject_cast<const QComboBox*>(champ)) etat += QString::number(choix->currentIndex());
+    else if (const auto* bouton = qobject_cast<const QAbstractButton*>(champ); bouton && bouton->isCheckable())
+      etat += bouton->isChecked() ? u"1"_s : u"0"_s;
+  }
+  return etat;
+}
+
+bool CZNDialog::Modifie() const { return Etat() != m_etat; }
+
+void CZNDialog::accept() {
+  if (m_occupe || m_mode == Mode::Consultation) return;
+  QWidget* champ = focusWidget();
+  if (champ && m_defaut && m_zone->isAncestorOf(champ)) {
+    m_defaut->setFocus(Qt::OtherFocusReason);
+  }
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // departures put off during the click
+  if (m_defaut && focusWidget() != m_defaut) return;
+  m_occupe = true;
+  const bool enregistre = Enregistre();
+  m_occupe = false;
+  if (!enregistre) {
+    if (champ && focusWidget() == m_defaut) champ->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  if (m_mode != Mode::Ajout) return QDialog::accept();
+  Vide();
+  m_etat = Etat();
+  VersPremier();
+}
+
+void CZNDialog::reject() {
+  if (!m_occupe) QDialog::reject();
+}
+
+void CZNDialog::VersVoisin(int pas) {
+  if (m_occupe) return;
+  m_occupe = true;
+  const bool va = m_mode == Mode::Consultation || !Modifie() || Enregistre();
+  m_occupe = false;
+  if (!va) return;
+  Voisin(pas);
+  m_etat = Etat();
+}
+
+/// Focus to the first field that takes it.
+void CZNDialog::VersPremier() {
+  for (QWidget* w = nextInFocusChain(); w && w != this; w = w->nextInFocusChain())
+    if (m_zone->isAncestorOf(w) && PrendFocus(w) && !qobject_cast<QTabBar*>(w)) return Focalise(*w);
+}
+
+void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
+  const bool entree = evenement->key() == Qt::Key_Return || evenement->key() == Qt::Key_Enter;
+  const bool seule = !(evenement->modifiers() & ~Qt::KeypadModifier);
+  if (evenement->key() == Qt::Key_F1 && seule) {
+    evenement->accept();
+    m_contexte.Cadre.Aide(objectName());
+    return;
+  }
+  if (!entree || !seule) return QDialog::keyPressEvent(evenement);
+  evenement->accept();
+  QWidget* champ = focusWidget();
+  const bool dansUnChamp = champ && m_zone->isAncestorOf(champ) && !qobject_cast<QPushButton*>(champ);
+  if (dansUnChamp && App().Reglages.IsEntree()) {
+    QWidget* suivant = champ->nextInFocusChain();
+    while (suivant != champ && (!PrendFocus(suivant) || champ->isAncestorOf(suivant))) suivant = suivant->nextInFocusChain();
+    // From the last field on come the buttons, the default one first.
+    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant)) focusNextChild();
+    else if (m_defaut) m_defaut->setFocus(Qt::TabFocusReason);
+    return;
+  }
+  if (m_defaut && m_defaut->isEnabled()) m_defaut->click();
+}
+
+void CZNDialog::showEvent(QShowEvent* evenement) {
+  QDialog::showEvent(evenement);
+  if (m_vue) return;
+  m_vue = true;
+  AppliqueDessin();
+  if (!focusWidget()) VersPremier();
+  m_etat = Etat();
+}
+
+}  // namespace fenlor

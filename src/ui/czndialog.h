@@ -1,0 +1,95 @@
+// The base of every form.
+#pragma once
+
+#include <QDialog>
+#include <QStringList>
+#include <initializer_list>
+#include <string>
+
+#include "ui/fenetres.h"
+#include "ui/formulaire.h"
+
+class QHBoxLayout;
+class QPushButton;
+
+namespace fenlor {
+
+/// A modal form. `objectName` is its class name without "C" ("DialogPassword"); F1
+/// shows the help page of that name. Enter goes from field to field when the
+/// preference "Entrée" says so, else it is the default button; Escape cancels. The
+/// form opens in the middle of its parent (without one: the open form, or the main
+/// window), no larger than the screen; fields that would not fit scroll.
+class CZNDialog : public QDialog {
+  Q_OBJECT
+ public:
+  /// Buttons of a form that edits something.
+  enum class Mode {
+    Simple,        ///< "&Ok", "A&nnuler"
+    Ajout,         ///< "&Enregistrer", "&Fermer": saves and clears itself for the next one
+    Modification,  ///< "&Ok", "A&nnuler", and "&Précédent", "&Suivant" when `Voisin` is used
+    Consultation,  ///< "&Fermer" alone; the fields are read only
+  };
+
+  CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent = nullptr);
+
+  CFenlorApp& App() { return m_contexte.App; }
+  ContexteUi& Contexte() { return m_contexte; }
+  /// Runs the form; true when it ended with OK.
+  bool Execute() { return exec() == Accepted; }
+  /// Focus to a field, its text selected; opens the page that it stands on.
+  static void Focalise(QWidget& champ);
+
+ public Q_SLOTS:
+  /// The OK button: the field that has the focus is left (so that it is normalised, and
+  /// its `SurDepart` runs: one that takes the focus back refuses), `Enregistre`, then the end
+  /// or the next record.
+  void accept() override;
+  void reject() override;
+
+ protected:
+  /// The zone above the buttons, for `Formulaire`.
+  QWidget& Zone() { return *m_zone; }
+  /// Adds the buttons. To be called last, so that they come last in the tab order.
+  void Boutons(Mode mode, bool voisins = false);
+  /// A further button at the left of the others; before or after `Boutons`.
+  QPushButton& AjouteBouton(const QString& texte, const char* nom);
+
+  /// Checks and writes; false after a refusal that has been told.
+  virtual bool Enregistre() { return true; }
+  /// After a save in mode `Ajout`: clears the fields for the next record.
+  virtual void Vide() {}
+  /// "&Précédent" (-1), "&Suivant" (+1): shows the neighbour's record. Called after a
+  /// successful `Enregistre` when something changed (`Modifie`), else at once.
+  virtual void Voisin(int /*pas*/) {}
+  /// A field no longer holds what stood there when the form was shown, or after the
+  /// last save or neighbour. A form with a list that is edited adds its own.
+  virtual bool Modifie() const;
+
+  /// Reports error `numero`, then gives the focus to the field, its text selected.
+  /// Returns false, so that a check is `return Refuse(...)`.
+  bool Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments = {});
+  /// By the name given to the `Formulaire`; does nothing for an unknown one.
+  void Focalise(const char* nom);
+  /// Inputs disabled, texts still selectable: a closed exercice. Nothing can be saved any
+  /// more; to be called after `Boutons`.
+  void LectureSeule();
+
+  void keyPressEvent(QKeyEvent* evenement) override;
+  void showEvent(QShowEvent* evenement) override;
+
+ private:
+  void AppliqueDessin();
+  void VersVoisin(int pas);
+  void VersPremier();
+  QStringList Etat() const;
+  ContexteUi& m_contexte;
+  QWidget* m_zone;
+  QHBoxLayout* m_boutons;             ///< the row of buttons
+  QPushButton* m_defaut = nullptr;
+  Mode m_mode = Mode::Simple;
+  bool m_occupe = false;              ///< saving: further Enter and Escape count for nothing
+  bool m_vue = false;
+  QStringList m_etat;                 ///< content of the fields when nothing had changed
+};
+
+}  // namespace fenlor

@@ -1,0 +1,92 @@
+#include "ui/cznlistview.h"
+
+#include <QVBoxLayout>
+
+#include "core/valeurs.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr unsigned commandeModifier = 1006;
+constexpr unsigned commandeCopier = 9006;
+constexpr int largeurMax = 9999;
+
+/// Widths from 1 to 9999 separated by commas; empty when one is none.
+std::vector<int> LitLargeurs(const std::string& texte) {
+  std::vector<int> largeurs;
+  for (unsigned i = 0; i < ComptePartie(texte, ','); ++i) {
+    const std::string champ = ChampTexte(i, texte, ',');
+    const bool nombre = champ.find_first_not_of("0123456789") == std::string::npos;
+    const int largeur = nombre ? TexteVersEntier(champ) : 0;
+    if (largeur < 1 || largeur > largeurMax) return {};
+    largeurs.push_back(largeur);
+  }
+  return largeurs;
+}
+
+bool CabinetOuvert(CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
+
+}  // namespace
+
+CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit)
+    : Vue(contexte, titre, bit), m_table(new TableListe(contexte, this)) {
+  auto* disposition = new QVBoxLayout(this);
+  disposition->setContentsMargins(0, 0, 0, 0);
+  disposition->addWidget(m_table);
+  m_table->setObjectName(QStringLiteral("table"));
+  m_table->setAccessibleName(windowTitle());
+  m_table->setFrameShape(QFrame::NoFrame);
+  m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+  setFocusProxy(m_table);
+
+  m_table->Modele().PoseTextes([this](ModeleListe::Donnee donnee) { return TexteDe(donnee); });
+  m_table->PoseComparaison([this](ModeleListe::Donnee a, ModeleListe::Donnee b, int colonne) {
+    return CompareItems(a, b, colonne);
+  });
+  m_table->SurActivation([this] { Active(); });
+  connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
+    const std::vector<unsigned> menu = MenuContextuel();
+    if (!menu.empty()) Q_EMIT MenuDemande(m_table->viewport()->mapToGlobal(point), menu);
+  });
+}
+
+CZNListView::~CZNListView() { SauveLargeurs(); }
+
+void CZNListView::Charge() {
+  RestaureLargeurs();
+  FillList();
+  m_table->SelectionneLigne(0);
+}
+
+void CZNListView::Actualise(u32 /*masque*/) {
+  m_table->ActualisePreferences();
+  m_table->Recharge([this] { FillList(); });
+}
+
+bool CZNListView::Connait(unsigned commande) const { return commande == commandeCopier; }
+
+bool CZNListView::Disponible(unsigned commande) const {
+  return commande == commandeCopier && m_table->LigneChoisie() >= 0;
+}
+
+void CZNListView::Execute(unsigned commande) {
+  if (commande == commandeCopier) m_table->Copie();
+}
+
+void CZNListView::Active() {
+  if (Disponible(commandeModifier)) Execute(commandeModifier);
+}
+
+void CZNListView::RestaureLargeurs() {
+  if (CabinetOuvert(App())) m_table->PoseLargeurs(LitLargeurs(App().Reglages.LitIni(Titre(), Texte(CleColonnes))));
+}
+
+void CZNListView::SauveLargeurs() {
+  if (!m_table->LargeursChangees() || !CabinetOuvert(App())) return;
+  std::string texte;
+  for (const int largeur : m_table->Largeurs()) texte += (texte.empty() ? "" : ",") + std::to_string(largeur);
+  App().Reglages.EcritIni(Titre(), Texte(CleColonnes), texte);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,178 @@
+#include "ui/dialogmessage.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/images.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr unsigned masqueBoutons = 15;
+constexpr unsigned masqueIcone = 0xF0;
+constexpr int largeurTexte = 52;        ///< in characters
+constexpr int largeurTexteLong = 84;
+constexpr int longueurTexteLong = 800;  ///< from here on the box is wider
+
+BoutonMessage Bouton(int reponse) {
+  switch (reponse) {
+    case RepOk: return {u"&Ok"_s, reponse, "valider"};
+    case RepAnnuler: return {u"A&nnuler"_s, reponse, "annuler"};
+    case RepAbandonner: return {u"&Abandonner"_s, reponse, ""};
+    case RepReessayer: return {u"&Reéssayer"_s, reponse, ""};
+    case RepIgnorer: return {u"&Ignorer"_s, reponse, ""};
+    case RepOui: return {u"&Oui"_s, reponse, "valider"};
+    default: return {u"&Non"_s, reponse, ""};
+  }
+}
+
+std::vector<int> Reponses(unsigned style) {
+  switch (style & masqueBoutons) {
+    case BoutonsOkAnnuler: return {RepOk, RepAnnuler};
+    case BoutonsReessayerAbandonnerIgnorer: return {RepReessayer, RepAbandonner, RepIgnorer};
+    case BoutonsNonOuiAnnuler: return {RepNon, RepOui, RepAnnuler};
+    case BoutonsOuiNon: return {RepOui, RepNon};
+    case BoutonsReessayerAnnuler: return {RepReessayer, RepAnnuler};
+    default: return {RepOk};
+  }
+}
+
+QIcon Icone(unsigned style, const QStyle& apparence) {
+  const auto choisit = [&](const char* nom, QStyle::StandardPixmap secours) {
+    return ImageExiste(nom) ? Image(nom) : apparence.standardIcon(secours);
+  };
+  switch (style & masqueIcone) {
+    case IconeStop: return choisit("stop", QStyle::SP_MessageBoxCritical);
+    case IconeQuestion: return choisit("question", QStyle::SP_MessageBoxQuestion);
+    case IconeAttention: return choisit("attention", QStyle::SP_MessageBoxWarning);
+    case IconeInformation: return choisit("information", QStyle::SP_MessageBoxInformation);
+    default: return {};
+  }
+}
+
+}  // namespace
+
+std::vector<BoutonMessage> BoutonsDe(unsigned style) {
+  std::vector<BoutonMessage> boutons;
+  for (const int reponse : Reponses(style)) boutons.push_back(Bouton(reponse));
+  return boutons;
+}
+
+int ReponseFuite(unsigned style) {
+  const std::vector<int> reponses = Reponses(style);
+  for (const int fuite : {RepAnnuler, RepNon, RepAbandonner})
+    if (std::find(reponses.begin(), reponses.end(), fuite) != reponses.end()) return fuite;
+  return reponses.front();
+}
+
+CDialogMessage::CDialogMessage(const QString& titre, const QString& texte, unsigned style, QWidget* parent)
+    : QDialog(parent), m_texte(texte), m_style(style), m_reponse(ReponseFuite(style)) {
+  setObjectName(u"DialogMessage"_s);
+  setWindowTitle(titre);
+
+  auto* colonne = new QVBoxLayout(this);
+  auto* haut = new QHBoxLayout;
+  haut->setSpacing(fontMetrics().averageCharWidth() * 2);
+  colonne->addLayout(haut, 1);
+  if (const QIcon icone = Icone(style, *this->style()); !icone.isNull()) {
+    auto* image = new QLabel(this);
+    image->setObjectName(u"icone"_s);
+    const int cote = this->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
+    image->setPixmap(icone.pixmap(QSize(cote, cote), devicePixelRatio()));
+    haut->addWidget(image, 0, Qt::AlignTop);
+  }
+  auto* zone = new QTextEdit(this);
+  zone->setObjectName(u"texte"_s);
+  haut->addWidget(zone, 1);
+  AjusteTexte(*zone);
+
+  auto* trait = new QFrame(this);
+  trait->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+  colonne->addWidget(trait);
+  auto* bas = new QHBoxLayout;
+  bas->addStretch(1);
+  colonne->addLayout(bas);
+  bool premier = true;
+  for (const BoutonMessage& b : BoutonsDe(style)) {
+    auto* bouton = new QPushButton(Image(b.image), b.texte, this);
+    bouton->setObjectName(u"bouton%1"_s.arg(b.reponse));
+    bouton->setDefault(premier);
+    if (premier) bouton->setFocus();
+    premier = false;
+    connect(bouton, &QPushButton::clicked, this, [this, reponse = b.reponse] { Repond(reponse); });
+    bas->addWidget(bouton);
+  }
+}
+
+/// The whole text where the screen has room for it, else it scrolls.
+void CDialogMessage::AjusteTexte(QTextEdit& texte) {
+  texte.setReadOnly(true);
+  texte.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+  texte.setFrameStyle(QFrame::NoFrame);
+  texte.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  texte.viewport()->setAutoFillBackground(false);
+  QPalette couleurs = palette();
+  couleurs.setColor(QPalette::Text, couleurs.color(QPalette::WindowText));
+  texte.setPalette(couleurs);
+  texte.setAccessibleName(m_texte);
+  texte.setPlainText(m_texte);
+  texte.document()->setDocumentMargin(0);
+  texte.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+  const QFontMetrics mesure(texte.font());
+  const int caracteres = m_texte.size() < longueurTexteLong ? largeurTexte : largeurTexteLong;
+  const int largeur = mesure.averageCharWidth() * caracteres;
+  texte.document()->setTextWidth(largeur);
+  const int voulue = int(texte.document()->size().height()) + 1;
+  const int permise = screen()->availableSize().height() * 6 / 10;
+  const bool defile = voulue > permise;
+  texte.setVerticalScrollBarPolicy(defile ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+  texte.setFocusPolicy(defile ? Qt::StrongFocus : Qt::ClickFocus);
+  const int barre = defile ? texte.style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+  texte.setMinimumSize(largeur + barre, std::clamp(voulue, mesure.lineSpacing() * 3, permise));
+}
+
+void CDialogMessage::Repond(int reponse) {
+  m_reponse = reponse;
+  done(Accepted);
+}
+
+void CDialogMessage::reject() {
+  m_reponse = ReponseFuite(m_style);
+  QDialog::reject();
+}
+
+void CDialogMessage::showEvent(QShowEvent* evenement) {
+  QDialog::showEvent(evenement);
+  QApplication::beep();
+}
+
+void CDialogMessage::keyPressEvent(QKeyEvent* evenement) {
+  if (evenement->matches(QKeySequence::Copy)) {
+    QApplication::clipboard()->setText(windowTitle() + u"\n\n"_s + m_texte);
+    return;
+  }
+  if (evenement->modifiers() == Qt::NoModifier) {
+    for (const BoutonMessage& b : BoutonsDe(m_style)) {
+      const QKeySequence acces = QKeySequence::mnemonic(b.texte);
+      if (!acces.isEmpty() && acces[0].key() == evenement->key()) return Repond(b.reponse);
+    }
+  }
+  QDialog::keyPressEvent(evenement);
+}
+
+}  // namespace fenlor

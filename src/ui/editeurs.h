@@ -1,0 +1,187 @@
+// The field editors. Each holds a value of the books' own type, lets in only what
+// that type can hold, and shows it the way the whole program does.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/parametres.h"
+#include "store/dates.h"
+#include "store/qvapi.h"
+
+class QCompleter;
+class QStringListModel;
+
+namespace fenlor {
+
+/// One line of Windows-1252 text, at most `setMaxLength` bytes. Other characters are
+/// dropped, typed or pasted; line ends and tabs of a pasted text become blanks.
+class EditeurTexte : public QLineEdit {
+  Q_OBJECT
+ public:
+  explicit EditeurTexte(QWidget* parent = nullptr);
+  std::string Valeur() const;  ///< as typed, Windows-1252
+  void Pose(const std::string& texte);
+  void PoseMajuscules(bool majuscules);  ///< what is typed becomes upper case
+
+ protected:
+  void keyPressEvent(QKeyEvent* evenement) override;
+
+ private:
+  bool m_majuscules = false;
+};
+
+/// Several lines, as an address. The limit counts bytes with CR LF for a line end; a
+/// pasted text loses what the code page lacks, and what goes beyond the limit.
+class EditeurTexteLong : public QPlainTextEdit {
+  Q_OBJECT
+ public:
+  explicit EditeurTexteLong(QWidget* parent = nullptr);
+  std::string Valeur() const;  ///< line ends are CR LF
+  void Pose(const std::string& texte);
+  void PoseLimite(int octets);  ///< default 128
+  void PoseLignes(int lignes);  ///< height, default 3
+
+ protected:
+  void keyPressEvent(QKeyEvent* evenement) override;
+  void inputMethodEvent(QInputMethodEvent* evenement) override;
+  void changeEvent(QEvent* evenement) override;
+  void insertFromMimeData(const QMimeData* source) override;
+
+ private:
+  void Insere(const QString& texte);
+  int m_limite = 128;
+};
+
+/// An amount or a rate, at most 40 characters. The point of the numeric pad becomes the
+/// decimal separator when the preference "Virgule" says so (the main one always does);
+/// either is read. Digits, one separator, and the sign when it is permitted: all else is
+/// dropped, so that a pasted "1 234,50 €" is 1234,50. Leaving the field writes the value
+/// back as the program shows it; a blank field stays blank.
+class EditeurMontant : public QLineEdit {
+  Q_OBJECT
+ public:
+  /// `reglages` outlives the editor: separator, "Virgule", "Zéro dans boite de dialogue".
+  explicit EditeurMontant(const Parametres& reglages, QWidget* parent = nullptr);
+  f64 Valeur() const;  ///< 0 for a blank field
+  bool EstVide() const;
+  void Pose(f64 valeur);
+  void PoseDecimales(int decimales);  ///< default 2
+  void PoseNegatif(bool permis);      ///< default false: no sign can be typed
+  void Normalise();                   ///< writes the value back formatted
+
+ protected:
+  void keyPressEvent(QKeyEvent* evenement) override;
+  void focusOutEvent(QFocusEvent* evenement) override;
+
+ private:
+  const Parametres& m_reglages;
+  int m_decimales = 2;
+  bool m_negatif = false;
+};
+
+/// A date. Takes 0105, 010504, 01052004, 1/5, 1/5/4, 01/05/2004, 1.5 and "1 5";
+/// the missing year is that of the reference date (`PoseReference`; without one, a day
+/// and a month alone are no date), the missing century 19 from 50 on, else 20. Leaving the
+/// field writes it as 01/05/2004; what is no date stays as typed. Up and down step by a day,
+/// page keys by a month, from the reference date when the field is blank; Alt+Down (or F4)
+/// opens a calendar.
+class EditeurDate : public QLineEdit {
+  Q_OBJECT
+ public:
+  explicit EditeurDate(QWidget* parent = nullptr);
+  Date Valeur() const;      ///< 0 for blank and for what is no date
+  bool EstVide() const;     ///< nothing typed
+  bool EstDate() const;     ///< what is typed is a date
+  void Pose(Date date);     ///< 0: blank
+  void PoseReference(Date date);
+  void Normalise();
+  /// Reads a typed text; 0 when it is no date.
+  static Date Lit(const QString& texte, Date reference);
+
+ protected:
+  void keyPressEvent(QKeyEvent* evenement) override;
+  void focusOutEvent(QFocusEvent* evenement) override;
+
+ private:
+  void OuvreCalendrier();
+  void Change(Date date);  ///< as if it had been typed; nothing for 0
+  Date m_reference = 0;
+};
+
+/// A row of the list behind an account field.
+struct ChoixCompte {
+  std::string compte;       ///< long form
+  std::string code;         ///< of the account, blank for most
+  std::string designation;
+};
+
+/// An account number. A typed number, code or beginning of a word of the name finds its
+/// account, without regard to case and accents; the list shows "short number  designation".
+/// Leaving the field shows the short form of the account; an unknown text stays.
+class EditeurCompte : public QLineEdit {
+  Q_OBJECT
+ public:
+  /// `source` gives the accounts to choose from, in the order of the list; called when they
+  /// are first needed, and again after each `Recharge`. `magasin` outlives the editor.
+  EditeurCompte(QVAPI& magasin, std::function<std::vector<ChoixCompte>()> source, QWidget* parent = nullptr);
+  std::string Valeur() const;  ///< long form of what is typed, known or not; empty when blank
+  bool Connu() const;          ///< it is an account of the list
+  std::string Designation() const;  ///< of the known account, else empty
+  void Pose(const std::string& compte);
+  void Recharge();
+  void Normalise();
+
+ protected:
+  bool eventFilter(QObject* objet, QEvent* evenement) override;
+  void focusOutEvent(QFocusEvent* evenement) override;
+  void keyPressEvent(QKeyEvent* evenement) override;  ///< Alt+Down or F4 opens the list
+
+ private:
+  struct Ligne {
+    ChoixCompte choix;
+    QString numero, code;  ///< as they are searched
+    QString nom;           ///< with a blank before each word
+    QString affichage;
+  };
+  const std::vector<Ligne>& Lignes() const;
+  std::vector<const Ligne*> Cherche(const QString& texte) const;
+  const Ligne* Trouve() const;  ///< account of the typed text, null when it is unknown
+  void OuvreListe(bool tout);
+  void Prend(int rang);  ///< row of the open list
+  QVAPI& m_magasin;
+  std::function<std::vector<ChoixCompte>()> m_source;
+  mutable std::vector<Ligne> m_lignes;
+  mutable bool m_chargee = false;
+  bool m_choisi = false;  ///< the edit being told comes from the list
+  QCompleter* m_completion;
+  QStringListModel* m_liste;
+  std::vector<const Ligne*> m_proposees;  ///< rows of the open list
+};
+
+/// A closed list of choices, each with a value.
+class EditeurChoix : public QComboBox {
+  Q_OBJECT
+ public:
+  explicit EditeurChoix(QWidget* parent = nullptr);
+  void Ajoute(const std::string& texte, const std::string& valeur = {});
+  std::string Valeur() const;  ///< value of the current row, empty when none
+  bool Choisit(const std::string& valeur);  ///< false, and no row, when it is not there
+};
+
+/// A value that is shown and not typed; can be selected and copied, is no tab stop.
+class Lecture : public QLabel {
+  Q_OBJECT
+ public:
+  explicit Lecture(QWidget* parent = nullptr);
+  void Pose(const std::string& texte);
+  std::string Valeur() const;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,63 @@
+#include "ui/pageprefpreferences.h"
+
+#include <QIntValidator>
+
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
+    : CZNPage(contexte, u"Préférences"_s, "PagePrefPreferences") {
+  Formulaire f{*this};
+  f.Groupe(u"Saisie"_s)
+      .Case(m_virgule, u"Virgule automatique pour les valeurs numériques"_s, "virgule")
+      .Case(m_entree, u"La touche Entrée change de zone"_s, "entree");
+  f.Groupe(u"Numéros de compte"_s)
+      .Case(m_zeros, u"Zéros significatifs"_s, "zeros")
+      .Champ(u"Nombre de chiffres : "_s, m_chiffres, "chiffres")
+      .Limite(2);
+  f.Groupe(u"Impression"_s)
+      .Case(m_brouillon, u"Qualité brouillon"_s, "brouillon")
+      .Case(m_previsualisation, u"Prévisualisation"_s, "previsualisation");
+  f.Groupe(u"Session"_s)
+      .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession");
+  f.Pousse();
+  m_chiffres.setValidator(new QIntValidator(0, 10, &m_chiffres));
+  m_chiffres.setEnabled(false);
+  connect(&m_zeros, &QCheckBox::toggled, &m_chiffres, &QWidget::setEnabled);
+}
+
+bool CPagePrefPreferences::Charge() {
+  const Parametres& reglages = App().Reglages;
+  const auto lit = [&](unsigned cle) { return reglages.LitIni(Texte(SecPreferences), Texte(cle)); };
+  m_virgule.setChecked(reglages.IsVirgule());
+  m_entree.setChecked(reglages.IsEntree());
+  m_zeros.setChecked(Parametres::IsOui(lit(CleZerosSignificatifs)));
+  m_chiffres.Pose(lit(CleNombreChiffres));
+  m_brouillon.setChecked(reglages.IsBrouillon());
+  m_previsualisation.setChecked(reglages.IsPrevisualisation());
+  m_finDeSession.setChecked(reglages.IsFinDeSession());
+  return true;
+}
+
+bool CPagePrefPreferences::Enregistre() {
+  std::vector<Profil::Changement> changements;
+  const auto ecrit = [&](unsigned cle, const std::string& valeur) {
+    changements.push_back({Texte(SecPreferences), Texte(cle), valeur});
+  };
+  const auto coche = [&](unsigned cle, const QCheckBox& boite) {
+    ecrit(cle, Texte(boite.isChecked() ? MotOui : MotNon));
+  };
+  coche(CleVirgule, m_virgule);
+  coche(CleEntree, m_entree);
+  coche(CleZerosSignificatifs, m_zeros);
+  ecrit(CleNombreChiffres, m_chiffres.Valeur());
+  coche(CleBrouillon, m_brouillon);
+  coche(ClePrevisualisation, m_previsualisation);
+  coche(CleFinDeSession, m_finDeSession);
+  return App().Magasin.Reglages().Ecrit(changements) || DitEchecReglages(App());
+}
+
+}  // namespace fenlor

@@ -1,0 +1,21 @@
+// Page "Préférences" of the preferences: typing, account numbers, printing, session.
+#pragma once
+
+#include "ui/cznsheet.h"
+#include "ui/editeurs.h"
+
+namespace fenlor {
+
+class CPagePrefPreferences : public CZNPage {
+  Q_OBJECT
+ public:
+  explicit CPagePrefPreferences(ContexteUi& contexte);
+  bool Charge() override;
+  bool Enregistre() override;
+
+ private:
+  QCheckBox m_virgule, m_entree, m_zeros, m_brouillon, m_previsualisation, m_finDeSession;
+  EditeurTexte m_chiffres;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,19 @@
+// `CPrefPropertySheet`: the preferences, on three pages "Préférences",
+// "Couleurs", "Polices", saved in that order. They belong to the practice.
+#pragma once
+
+#include "ui/cznsheet.h"
+
+namespace fenlor {
+
+class CPrefPropertySheet : public CZNSheet {
+  Q_OBJECT
+ public:
+  explicit CPrefPropertySheet(ContexteUi& contexte, QWidget* parent = nullptr);
+
+ protected:
+  /// `ChargePreferences`, then every window is refreshed.
+  void Apres() override;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,284 @@
+#include "app/commandes.h"
+
+#include <QAction>
+#include <QFile>
+#include <QKeySequence>
+#include <QMdiArea>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSet>
+#include <algorithm>
+#include <set>
+
+#include "app/gestioncommandes.h"
+#include "app/mainframe.h"
+#include "app/mdichildframe.h"
+#include "outils/uidetest.h"
+#include "store/texte1252.h"
+#include "ui/dialogueqt.h"
+#include "ui/images.h"
+#include "ui/positionfenetre.h"
+#include "ui/texteqt.h"
+#include "ui/vue.h"
+
+namespace fenlor::test {
+
+namespace {
+
+/// Every command that the program is to have, with the text of its menu.
+constexpr struct {
+  unsigned numero;
+  const char* texte;
+} Voulues[] = {
+    {1000, "&Nouvel exercice..."},
+    {1001, "&Ouvrir un exercice..."},
+    {1094, "&Fermer cet exercice"},
+    {1002, "&Clôture de l'exercice..."},
+    {1240, "S&uppression de l'exercice..."},
+    {1003, "&Sauvegarder..."},
+    {1004, "&Restaurer..."},
+    {1246, "&Propriétés..."},
+    {7002, nullptr},
+    {1005, "&Ajouter..."},
+    {1006, "&Modifier..."},
+    {1007, "&Supprimer..."},
+    {1012, "Ecritures de &RECETTES"},
+    {1013, "Ecritures de &DEPENSES"},
+    {1014, "Ecritures d'&OPERATIONS DIVERSES"},
+    {1015, "Registre des &IMMOBILISATIONS"},
+    {1016, "Comptes de &TRESORERIE"},
+    {1017, "Com&ptes de RECETTES"},
+    {1018, "Compt&es de DEPENSES"},
+    {1019, "Pl&an Comptable"},
+    {1020, "R&UBRIQUES de l'état fiscal"},
+    {1021, "&LIBELLES des écritures"},
+    {1024, nullptr},
+    {1025, nullptr},
+    {1026, "&Détail des écritures..."},
+    {1027, "&Extrait de compte..."},
+    {1028, "&Grand livre..."},
+    {1029, "&Balance des comptes..."},
+    {1030, "Etat de &T.V.A...."},
+    {1031, "Etat de r&approchement...."},
+    {1032, "Etat de &centralisation...."},
+    {1033, "Déclaration fiscale (&2035)..."},
+    {1034, "&Remise de chèques..."},
+    {1035, "A&mortissements..."},
+    {1036, "Plus et moins &values..."},
+    {1037, "Gra&phiques..."},
+    {1038, "&Ecritures automatiques..."},
+    {1095, "Calcul des échéances"},
+    {1039, "&Frais kilométriques..."},
+    {1040, "&Virement interne..."},
+    {1041, "&Rapprochement bancaire..."},
+    {1224, "&Validation du brouillard..."},
+    {1251, "Mises à jour &automatiques..."},
+    {1042, "Reconstruction des &clés d'accès..."},
+    {1043, "Rec&alcul des cumuls..."},
+    {1250, "Ajustement des Montants Euro"},
+    {1044, "Calc&ulatrice"},
+    {1045, "&Préférences..."},
+    {1212, nullptr},
+    {1213, "Options..."},
+    {1058, "Quorbane sur le Web..."},
+    {1059, "Ecrivez-nous..."},
+    {1060, "Astuce du jour..."},
+    {1062, "Informations système..."},
+    {57664, "&A propos de la Fenlor..."},
+    {57606, "&Configuration de l'impression..."},
+};
+
+/// A document window that notes what happens to it.
+class VueDeTest : public Vue {
+ public:
+  VueDeTest(ContexteUi& contexte, const std::string& titre, u32 bit, std::vector<std::string>& trace)
+      : Vue(contexte, titre, bit), m_trace(trace) {}
+  ~VueDeTest() override { m_trace.push_back("-" + Titre()); }
+  void Charge() override { m_trace.push_back("+" + Titre()); }
+  void Actualise(u32) override { m_trace.push_back("!" + Titre()); }
+  bool Connait(unsigned commande) const override { return commande == CmdAjouter || commande == CmdModifier; }
+  bool Disponible(unsigned commande) const override { return commande == CmdAjouter; }
+  void Execute(unsigned commande) override { m_trace.push_back(std::to_string(commande) + " " + Titre()); }
+
+ private:
+  std::vector<std::string>& m_trace;
+};
+
+class CommandesUiTest : public UiDeTest {
+ protected:
+  CommandesUiTest() : Principal(std::make_unique<CMainFrame>(App(), Dialogues)) {
+    Fabrique(FenTresorerie, "Comptes de trésorerie");
+    Fabrique(FenRecettes, "Ecritures de recettes");
+    Fabrique(FenDepenses, "Ecritures de dépenses");
+  }
+  ~CommandesUiTest() override { Principal.reset(); }
+
+  void Fabrique(u32 bit, const char* titre) {
+    Principal->PoseFabrique(bit, [this, bit, nom = *DepuisUtf8(titre)](ContexteUi& contexte) {
+      return new VueDeTest(contexte, nom, bit, Trace);
+    });
+  }
+  std::string TraceUtf8() const {
+    std::string tout;
+    for (const std::string& ligne : Trace) tout += VersUtf8(ligne) + "\n";
+    return tout;
+  }
+  QMdiSubWindow* Active() { return Principal->Zone().activeSubWindow(); }
+
+  DialogueQt Dialogues;
+  std::vector<std::string> Trace;
+  std::unique_ptr<CMainFrame> Principal;
+};
+
+}  // namespace
+
+TEST(TableCommandes, EstComplete) {
+  for (const auto& voulue : Voulues) {
+    const Commande* commande = TrouveCommande(voulue.numero);
+    ASSERT_NE(commande, nullptr) << voulue.numero;
+    if (voulue.texte) { EXPECT_STREQ(commande->texte, voulue.texte); }
+  }
+}
+
+TEST(TableCommandes, ChaqueLigneEstEntiereEtUnique) {
+  std::set<unsigned> numeros;
+  std::set<QString> touches;
+  for (const Commande& commande : TableCommandes()) {
+    SCOPED_TRACE(commande.texte);
+    EXPECT_TRUE(numeros.insert(commande.numero).second);
+    EXPECT_NE(*commande.texte, '\0');
+    EXPECT_TRUE(ImageExiste(commande.image)) << commande.image;
+    // What it does, or why it does nothing yet.
+    EXPECT_NE(*commande.explication, '\0');
+    if (*commande.raccourci == '\0') continue;
+    const QKeySequence touche(QString::fromLatin1(commande.raccourci), QKeySequence::PortableText);
+    EXPECT_FALSE(touche.isEmpty() || touche[0].key() == Qt::Key_unknown) << commande.raccourci;
+    EXPECT_TRUE(touches.insert(touche.toString()).second) << commande.raccourci;
+  }
+}
+
+TEST_F(CommandesUiTest, LesMenusMontrentCeQuiExiste) {
+  QSet<QAction*> vues;
+  for (QAction* titre : Principal->menuBar()->actions()) {
+    ASSERT_NE(titre->menu(), nullptr);
+    EXPECT_FALSE(titre->menu()->isEmpty()) << titre->text().toStdString();
+    QSet<QChar> lettres;
+    for (QAction* action : titre->menu()->actions()) {
+      vues.insert(action);
+      const qsizetype marque = action->text().indexOf(u'&');
+      if (marque < 0) continue;
+      const QChar lettre = action->text().at(marque + 1).toLower();
+      EXPECT_FALSE(lettres.contains(lettre)) << titre->text().toStdString() << ": " << action->text().toStdString();
+      lettres.insert(lettre);
+    }
+  }
+  for (const Commande& commande : TableCommandes()) {
+    QAction* action = Principal->Table().Action(commande.numero);
+    EXPECT_EQ(action != nullptr, commande.action != nullptr) << commande.texte;
+    if (action && commande.menu != Menu::Aucun) { EXPECT_TRUE(vues.contains(action)) << commande.texte; }
+  }
+}
+
+TEST_F(CommandesUiTest, LaDisponibiliteSuitLaSession) {
+  const auto active = [&](unsigned numero) { return Principal->Table().Action(numero)->isEnabled(); };
+  EXPECT_TRUE(active(CmdNouvelExercice));
+  EXPECT_TRUE(active(CmdPreferences));
+  for (const unsigned numero : {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes, CmdOptions,
+                                CmdReconstruction, CmdRecalcul, CmdAjustementEuro})
+    EXPECT_FALSE(active(numero)) << numero;
+
+  ASSERT_TRUE(CreeExercice("2003"));
+  App().ExerciceOuvert = 1;
+  Principal->MontreExercice();
+  for (const unsigned numero : {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes, CmdOptions})
+    EXPECT_TRUE(active(numero)) << numero;
+  EXPECT_EQ(Principal->windowTitle(), QStringLiteral("Fenlor Exercice : 2003"));
+
+  // A closed exercice keeps its commands but for deletion; blanks do not close one.
+  App().Reglages.EcritIniExercice("2003", Texte(CleCloture), "31/12/2003");
+  Principal->MontreExercice();
+  EXPECT_FALSE(active(CmdSupprimerExercice));
+  EXPECT_TRUE(active(CmdRecalcul));
+
+  App().NomExercice.clear();
+  App().ExerciceOuvert = 0;
+  Principal->MontreExercice();
+  EXPECT_FALSE(active(CmdProprietes));
+  EXPECT_TRUE(active(CmdFermerExercice)) << "the combo still has a line";
+  EXPECT_EQ(Principal->windowTitle(), QStringLiteral("Fenlor"));
+}
+
+TEST_F(CommandesUiTest, UneSeuleFenetreDeChaqueSorte) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  Principal->resize(1000, 700);
+  Principal->show();
+  Principal->OuvreUnique(FenRecettes);
+  QMdiSubWindow* recettes = Active();
+  ASSERT_NE(recettes, nullptr);
+  Principal->OuvreUnique(FenDepenses);
+  EXPECT_NE(Active(), recettes);
+  Principal->OuvreUnique(FenRecettes);
+  EXPECT_EQ(Active(), recettes);
+  EXPECT_EQ(TraceUtf8(), "+Ecritures de recettes\n+Ecritures de dépenses\n");
+
+  // The maximised state survives the change of window.
+  recettes->showMaximized();
+  Principal->OuvreUnique(FenDepenses);
+  EXPECT_TRUE(Active()->isMaximized());
+  Principal->OuvreUnique(FenTresorerie);
+  EXPECT_TRUE(Active()->isMaximized());
+
+  // Commands of the active window.
+  Principal->Table().Execute(CmdAjouter);
+  Principal->Table().Execute(CmdModifier);
+  EXPECT_FALSE(Principal->Table().Action(CmdModifier)->isEnabled());
+  EXPECT_EQ(VersUtf8(Trace.back()), "1005 Comptes de trésorerie");
+
+  Trace.clear();
+  Principal->Actualise(ActualiseEcritures);
+  EXPECT_EQ(Trace.size(), 3u);
+  Trace.clear();
+  Principal->Actualise(FenDepenses | FenLibelles);
+  EXPECT_EQ(TraceUtf8(), "!Ecritures de dépenses\n");
+}
+
+TEST_F(CommandesUiTest, LesFenetresReviennent) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  Principal->resize(1000, 700);
+  Principal->show();
+  Principal->OuvreUnique(FenDepenses);
+  Principal->OuvreUnique(FenTresorerie);
+  Active()->showNormal();
+  Active()->setGeometry(30, 40, 420, 300);
+  Trace.clear();
+  // Work that needs the files for itself.
+  AvecFichiersSeul(Principal->Contexte(), [&] { Trace.push_back("travail"); });
+  ASSERT_EQ(Trace.size(), 5u);
+  EXPECT_EQ(Trace[2], "travail") << "both windows are gone before";
+  EXPECT_EQ(VersUtf8(Trace[3]), "+Comptes de trésorerie");
+  EXPECT_EQ(VersUtf8(Trace[4]), "+Ecritures de dépenses");
+  EXPECT_EQ(App().Reglages.LitIni("Fenlor", "Fenêtres ouvertes"_w), "513");
+  Principal->OuvreUnique(FenTresorerie);
+  EXPECT_EQ(Active()->geometry(), QRect(30, 40, 420, 300));
+
+  // At the close of the program as well, unless the setting says no.
+  Principal->close();
+  EXPECT_EQ(App().Reglages.LitIni("Fenlor", "Fenêtres ouvertes"_w), "513");
+  Trace.clear();
+  App().Reglages.EcritIni("Fenlor", "Fenêtres ouvertes"_w, "");
+  Principal->Restaure();
+  EXPECT_TRUE(Trace.empty());
+}
+
+TEST_F(CommandesUiTest, PlaceDeLaFenetrePrincipale) {
+  App().Reglages.EcritIni("Fenlor", "Fenêtre"_w, "12, 15, 700, 560");
+  Principal->MontreAuDemarrage();
+  EXPECT_EQ(Principal->size(), QSize(700, 560));
+  Principal->resize(720, 580);
+  Principal->close();
+  const auto position = LitPosition(App(), "Fenlor");
+  ASSERT_TRUE(position);
+  EXPECT_EQ(position->rect.size(), QSize(720, 580));
+}
+
+}  // namespace fenlor::test

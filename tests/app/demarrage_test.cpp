@@ -1,0 +1,251 @@
+#include <QAction>
+#include <QLineEdit>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QStatusBar>
+#include <QTest>
+#include <filesystem>
+
+#include "app/gestioncommandes.h"
+#include "app/instanceunique.h"
+#include "app/lienparent.h"
+#include "app/mainframe.h"
+#include "app/programme.h"
+#include "outils/uidetest.h"
+#include "session/forms/comboexercices.h"
+#include "store/motdepasse.h"
+#include "store/texte1252.h"
+
+namespace fenlor::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Starts the whole program on a practice of its own.
+class DemarrageTest : public ::testing::Test {
+ protected:
+  DemarrageTest() {
+    qputenv("XDG_RUNTIME_DIR", m_ailleurs.Chemin().c_str());
+    qputenv("FENLOR_AUJOURDHUI", "15/03/2003");
+    fs::permissions(m_ailleurs.Chemin(), fs::perms::owner_all);
+  }
+  ~DemarrageTest() override {
+    m_programme.reset();
+    qunsetenv("FENLOR_AUJOURDHUI");
+  }
+
+  OptionsProgramme Options() const {
+    OptionsProgramme options;
+    options.ligne.pathCabinet = Cabinet();
+    options.accueil = false;
+    options.pathProgrammes = m_ailleurs.Chemin();
+    options.magasin.dossierRegistre = m_ailleurs.Chemin() + "/utilisateur";
+    options.magasin.dossierRegistreMachine = m_ailleurs.Chemin() + "/machine";
+    return options;
+  }
+  bool Demarre() { return Demarre(Options()); }
+  bool Demarre(OptionsProgramme options) {
+    m_programme.reset();
+    m_programme = std::make_unique<Programme>(std::move(options));
+    return m_programme->InitInstance();
+  }
+  void Arrete() {
+    m_programme->Cadre().close();
+    m_programme->ExitInstance();
+    m_programme.reset();
+  }
+  /// First start: the form proposes the year, Ok creates it, the options follow.
+  void PremierDemarrage() {
+    Robot robot;
+    robot.Attend("DialogNewExercice", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "ok")); });
+    robot.Attend("SheetOptions", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "ok")); });
+    ASSERT_TRUE(Demarre());
+  }
+  std::string Reglage(const std::string& section, const std::string& cle) const {
+    SystemePosix systeme;
+    return Profil(systeme, Cabinet() + "/fenlor.ini").Lit(section, cle);
+  }
+  void EcritReglage(const std::string& section, const std::string& cle, const std::string& valeur) const {
+    SystemePosix systeme;
+    ASSERT_TRUE(Profil(systeme, Cabinet() + "/fenlor.ini").Ecrit(section, cle, valeur));
+  }
+  /// A box whose text holds `extrait`, answered with the button of that text.
+  static std::function<void(QDialog&)> Boite(const char* extrait, const QString& bouton) {
+    return [extrait = QString::fromUtf8(extrait), bouton](QDialog& d) {
+      QString tout;
+      for (const QLabel* texte : d.findChildren<QLabel*>()) tout += texte->text();
+      EXPECT_TRUE(tout.contains(extrait)) << tout.toStdString();
+      Clique(Bouton(d, bouton));
+    };
+  }
+  const std::string& Cabinet() const { return m_cabinet.Chemin(); }
+  CFenlorApp& App() { return m_programme->App(); }
+
+  DossierTemporaire m_cabinet, m_ailleurs;
+  std::unique_ptr<Programme> m_programme;
+};
+
+}  // namespace
+
+TEST_F(DemarrageTest, DuPremierLancementALaFermeture) {
+  PremierDemarrage();
+  EXPECT_EQ(App().NomExercice, "2003");
+  EXPECT_EQ(+App().ExerciceOuvert, 1u);
+  EXPECT_EQ(m_programme->Cadre().windowTitle(), QStringLiteral("Fenlor Exercice : 2003"));
+  EXPECT_EQ(m_programme->Cadre().Combo().count(), 1);
+  Arrete();
+  EXPECT_EQ(Reglage("Activite", "Exercice"), "2003");
+  EXPECT_EQ(Reglage("Fenlor", "Version"), "5");
+
+  // Found as it was left: no form, no question.
+  Robot robot;
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "2003");
+  m_programme->Cadre().Table().Execute(CmdFermerExercice);
+  EXPECT_EQ(m_programme->Cadre().windowTitle(), QStringLiteral("Fenlor"));
+  Arrete();
+  EXPECT_EQ(Reglage("Activite", "Exercice"), "") << "none was open: the next start asks";
+  robot.Attend("DialogOpenExercice", [](QDialog& d) { d.reject(); });
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "");
+}
+
+TEST_F(DemarrageTest, RenoncerAuPremierExerciceLaisseLaFenetre) {
+  Robot robot;
+  robot.Attend("DialogNewExercice", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); });
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_TRUE(m_programme->Cadre().isVisible());
+  EXPECT_FALSE(m_programme->Cadre().Table().Action(CmdOptions)->isEnabled());
+}
+
+TEST_F(DemarrageTest, LeMotDePasseGardeLaPorte) {
+  PremierDemarrage();
+  Arrete();
+  EcritReglage("Activite", "Mot de Passe", MotDePasseBrouille("Secret"));
+  {
+    Robot robot;
+    robot.Attend("DialogPassword", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); });
+    EXPECT_FALSE(Demarre());
+  }
+  Robot robot;
+  robot.Attend("DialogPassword", [&](QDialog& d) {
+    robot.Attend("DialogMessage", Boite("Mot de passe erroné !", QStringLiteral("&Ok")));
+    QLineEdit& champ = *d.findChild<QLineEdit*>();
+    Tape(champ, QStringLiteral("faux"));
+    Clique(Trouve<QAbstractButton>(d, "ok"));
+    EXPECT_TRUE(champ.text().isEmpty());
+    Tape(champ, QStringLiteral("secret"));
+    Clique(Trouve<QAbstractButton>(d, "ok"));
+  });
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "2003");
+  EXPECT_FALSE(App().Magasin.QVHasCallback());
+}
+
+TEST_F(DemarrageTest, ExerciceInutilisable) {
+  PremierDemarrage();
+  Arrete();
+  fs::rename(Cabinet() + "/2003", Cabinet() + "/ailleurs");
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("Le répertoire de l'exercice est invalide !", QStringLiteral("&Ok")));
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_EQ(+App().ExerciceOuvert, 0u);
+  EXPECT_EQ(m_programme->Cadre().Combo().count(), 1) << "the name stays in the list";
+  EXPECT_EQ(m_programme->Cadre().Combo().currentIndex(), -1);
+}
+
+TEST_F(DemarrageTest, UnExerciceSansDatesRecoitCellesDeSonNom) {
+  PremierDemarrage();
+  Arrete();
+  EcritReglage("2003", "Debut", "");
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("01/01/2003", QStringLiteral("&Ok")));
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(Reglage("2003", "Debut"), "01/01/2003");
+}
+
+TEST_F(DemarrageTest, DesReglagesVidesNeCachentPasLesLivres) {
+  PremierDemarrage();
+  Arrete();
+  EcritFichier(Cabinet() + "/fenlor.ini", std::string(300, '\0') + "[Activ");
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("2003", QStringLiteral("&Ok")));
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_TRUE(fs::exists(Cabinet() + "/2003/JOURNAL.dat"));
+}
+
+TEST_F(DemarrageTest, LeCabinetQuiDisparaitNArretePasLeProgramme) {
+  PremierDemarrage();
+  fs::rename(Cabinet(), Cabinet() + ".parti");
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("", QStringLiteral("&Ok")));
+  m_programme->Cadre().Combo().setCurrentIndex(0);
+  CFenlorApp& app = App();
+  m_programme->Cadre().Table().Execute(CmdFermerExercice);
+  EXPECT_EQ(app.NomExercice, "");
+  m_programme->Cadre().Table().Execute(CmdPreferences);
+  fs::rename(Cabinet() + ".parti", Cabinet());
+  m_programme->Cadre().MontreExercice();
+  EXPECT_EQ(m_programme->Cadre().Combo().count(), 1);
+}
+
+TEST_F(DemarrageTest, CabinetTenuParUnAutre) {
+  PremierDemarrage();
+  Arrete();
+  QVAPI autre;
+  ASSERT_TRUE(autre.QVOpenSession(1) && autre.QVOpenCompta(Cabinet(), {}));
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("Ce cabinet est déjà ouvert (processus", QStringLiteral("&Ok")));
+  EXPECT_FALSE(Demarre());
+  EXPECT_FALSE(m_programme->AutreInstance());
+}
+
+TEST_F(DemarrageTest, UnDossierInconnuEstDemande) {
+  OptionsProgramme options = Options();
+  options.ligne.pathCabinet = Cabinet() + "/nouveau/ici";
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("Faut-il y créer un nouveau cabinet ?", QStringLiteral("&Non")));
+  EXPECT_FALSE(Demarre(options));
+  EXPECT_FALSE(fs::exists(Cabinet() + "/nouveau"));
+}
+
+TEST_F(DemarrageTest, UneInstanceParCabinet) {
+  PremierDemarrage();
+  const QString chemin = QString::fromStdString(Cabinet());
+  int appels = 0;
+  InstanceUnique premiere(chemin + QStringLiteral("/a"));
+  ASSERT_TRUE(premiere.Ecoute([&] { ++appels; }));
+  const InstanceUnique voisine(chemin + QStringLiteral("/b"));
+  EXPECT_FALSE(voisine.AppelleAutre());
+  // The one who answers needs its event loop: ask from a raw socket.
+  QLocalSocket prise;
+  prise.connectToServer(premiere.Nom());
+  ASSERT_TRUE(prise.waitForConnected(1000));
+  prise.write("montre\n");
+  prise.flush();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return appels == 1 && prise.canReadLine(); }, 5000));
+  EXPECT_EQ(prise.readLine(), "ok\n");
+}
+
+TEST_F(DemarrageTest, LApplicationMereEstPrevenueDeLaFin) {
+  QLocalServer ecoute;
+  OptionsProgramme options = Options();
+  options.ligne.parent = 900000u + static_cast<unsigned>(getpid());
+  options.ligne.edition = "Quorbane";
+  ASSERT_TRUE(ecoute.listen(NomPriseParent(*options.ligne.parent)));
+  Robot robot;
+  robot.Attend("DialogNewExercice", [](QDialog& d) { d.reject(); });
+  ASSERT_TRUE(Demarre(options));
+  EXPECT_EQ(+App().Edition, 0);
+  Arrete();
+  ASSERT_TRUE(ecoute.waitForNewConnection(2000));
+  QLocalSocket* prise = ecoute.nextPendingConnection();
+  ASSERT_TRUE(prise->canReadLine() || prise->waitForReadyRead(2000));
+  EXPECT_EQ(prise->readAll(), "2023 1 0\n");
+}
+
+}  // namespace fenlor::test

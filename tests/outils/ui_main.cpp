@@ -1,0 +1,17 @@
+// Tests with windows run without a screen; FENLOR_ECRAN=1 shows them.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLocale>
+#include <clocale>
+#include <cstdlib>
+
+int main(int argc, char** argv) {
+  if (!std::getenv("FENLOR_ECRAN")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  ::testing::InitGoogleTest(&argc, argv);
+  QApplication application(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
+  QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,91 @@
+#include "outils/uidetest.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+
+namespace fenlor::test {
+
+unsigned CadreDeTest::Nombre(const std::string& appel) const {
+  return static_cast<unsigned>(std::count(Appels.begin(), Appels.end(), appel));
+}
+
+Robot::Robot() { qApp->installEventFilter(this); }
+
+Robot::~Robot() {
+  for (const Attente& attente : m_attentes) ADD_FAILURE() << attente.nom << " never opened";
+}
+
+void Robot::Attend(const char* nom, std::function<void(QDialog&)> geste) {
+  m_attentes.push_back({nom, std::move(geste)});
+}
+
+bool Robot::eventFilter(QObject* objet, QEvent* evenement) {
+  auto* dialogue = qobject_cast<QDialog*>(objet);
+  if (evenement->type() != QEvent::Show || !dialogue || !dialogue->isModal()) return false;
+  QTimer::singleShot(0, this, [this, fenetre = QPointer<QDialog>(dialogue)] {
+    if (!fenetre || !fenetre->isVisible()) return;
+    const std::string nom = fenetre->objectName().toStdString();
+    Vues.push_back(nom);
+    if (m_attentes.empty() || m_attentes.front().nom != nom) {
+      ADD_FAILURE() << "unexpected window " << nom << ", waiting for "
+                    << (m_attentes.empty() ? "none" : m_attentes.front().nom);
+      fenetre->reject();
+      if (fenetre && fenetre->isVisible()) fenetre->done(QDialog::Rejected);
+      return;
+    }
+    const auto geste = m_attentes.front().geste;
+    m_attentes.pop_front();
+    try {
+      geste(*fenetre);
+    } catch (const std::exception& erreur) {
+      ADD_FAILURE() << nom << ": " << erreur.what();
+    }
+    if (fenetre && fenetre->isVisible() && ::testing::Test::HasFailure()) fenetre->done(QDialog::Rejected);
+  });
+  return false;
+}
+
+UiDeTest::UiDeTest() { ChargePreferences(Dessin, App(), QApplication::palette()); }
+
+void Va(QWidget& champ) {
+  champ.window()->activateWindow();
+  champ.setFocus(Qt::TabFocusReason);
+  QApplication::processEvents();
+}
+
+void Tape(QWidget& champ, const QString& texte) {
+  Va(champ);
+  QTest::keyClick(&champ, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&champ, Qt::Key_Delete);
+  for (const QChar c : texte) {
+    if (c < QChar(128)) {
+      QTest::keyClicks(&champ, QString(c));
+    } else {  // QTest knows the keys of ASCII alone
+      QKeyEvent frappe(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+      QApplication::sendEvent(&champ, &frappe);
+    }
+  }
+}
+
+void Clique(QAbstractButton& bouton) { QTest::mouseClick(&bouton, Qt::LeftButton); }
+
+QAbstractButton& Bouton(QWidget& fenetre, const QString& texte) {
+  for (QAbstractButton* bouton : fenetre.findChildren<QAbstractButton*>())
+    if (bouton->text() == texte) return *bouton;
+  throw std::runtime_error("no button " + texte.toStdString());
+}
+
+std::vector<std::string> OrdreTab(QWidget& fenetre) {
+  std::vector<std::string> noms;
+  for (QWidget* w = fenetre.nextInFocusChain(); w && w != &fenetre; w = w->nextInFocusChain())
+    if ((w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&fenetre) && w->isEnabledTo(&fenetre) && !w->objectName().isEmpty() &&
+        !w->objectName().startsWith(QLatin1String("qt_")))
+      noms.push_back(w->objectName().toStdString());
+  return noms;
+}
+
+}  // namespace fenlor::test

@@ -1,0 +1,86 @@
+// What form tests stand on: a practice of their own, a main window that only
+// notes what it is asked, and a robot that answers modal windows.
+#pragma once
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "outils/cabinetdetest.h"
+#include "ui/fenetres.h"
+
+namespace fenlor::test {
+
+/// Notes the calls in order: "Actualise 1793", "FermeToutes", "Aide DialogIndex".
+class CadreDeTest : public Fenetres {
+ public:
+  std::vector<std::string> Appels;
+  /// Times a call was made.
+  unsigned Nombre(const std::string& appel) const;
+
+  void Actualise(u32 masque) override { Appels.push_back("Actualise " + std::to_string(masque)); }
+  void FermeToutes() override { Appels.push_back("FermeToutes"); }
+  void Sauve() override { Appels.push_back("Sauve"); }
+  void Restaure() override { Appels.push_back("Restaure"); }
+  void MontreExercice() override { Appels.push_back("MontreExercice"); }
+  void Aide(const QString& page) override { Appels.push_back("Aide " + page.toStdString()); }
+  QWidget* Cadre() override { return nullptr; }
+};
+
+/// Answers modal windows in the order in which they open. Each `Attend` names the
+/// window (`objectName`) and says what a person would do there; a window that nobody waits for,
+/// or of another name, is a failure of the test and is closed.
+class Robot : public QObject {
+ public:
+  Robot();
+  ~Robot() override;  ///< a window still awaited is a failure
+  void Attend(const char* nom, std::function<void(QDialog&)> geste);
+  /// Names of the windows that opened.
+  std::vector<std::string> Vues;
+
+ protected:
+  bool eventFilter(QObject* objet, QEvent* evenement) override;
+
+ private:
+  struct Attente {
+    std::string nom;
+    std::function<void(QDialog&)> geste;
+  };
+  std::deque<Attente> m_attentes;
+};
+
+/// Fixture of the form tests. Errors and questions of the rules go to `Boite`, the script.
+class UiDeTest : public CabinetDeTest {
+ public:
+  UiDeTest();
+
+  CadreDeTest Cadre;
+  Preferences Dessin;
+  ContexteUi Ui() { return {App(), Cadre, Dessin}; }
+};
+
+/// Child of a name; a failure, and an exception that ends the test, when there is none.
+template <class T>
+T& Trouve(QObject& racine, const char* nom) {
+  T* trouve = racine.findChild<T*>(QString::fromUtf8(nom));
+  if (!trouve) throw std::runtime_error(std::string("no widget named ") + nom);
+  return *trouve;
+}
+
+/// Empties a field and types a text into it, key by key, having given it the focus.
+void Tape(QWidget& champ, const QString& texte);
+/// Gives the focus to a widget, as Tab would: the field before is left.
+void Va(QWidget& champ);
+void Clique(QAbstractButton& bouton);
+/// Button of a text ("&Ok"), wherever it stands in the window.
+QAbstractButton& Bouton(QWidget& fenetre, const QString& texte);
+/// Widgets of a window in tab order, by name; those without a name are left out.
+std::vector<std::string> OrdreTab(QWidget& fenetre);
+
+}  // namespace fenlor::test

@@ -1,0 +1,137 @@
+#include "outils/verifieformulaire.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMap>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <utility>
+
+namespace fenlor::test {
+
+namespace {
+
+bool EstInterne(const QWidget& widget) {
+  return widget.objectName().startsWith(QLatin1String("qt_")) || qobject_cast<QAbstractSpinBox*>(widget.parentWidget()) ||
+         qobject_cast<QComboBox*>(widget.parentWidget()) || qobject_cast<QTabBar*>(widget.parentWidget()) ||
+         qobject_cast<QLineEdit*>(widget.parentWidget());
+}
+
+bool EstBouton(const QWidget& widget) { return qobject_cast<const QAbstractButton*>(&widget); }
+bool EstZone(const QWidget& widget) {
+  return qobject_cast<const QAbstractItemView*>(&widget) || qobject_cast<const QPlainTextEdit*>(&widget);
+}
+bool EstEntree(const QWidget& widget) {
+  return EstBouton(widget) || EstZone(widget) || qobject_cast<const QLineEdit*>(&widget) ||
+         qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QAbstractSpinBox*>(&widget);
+}
+
+std::string Nom(const QWidget& widget) {
+  if (!widget.objectName().isEmpty()) return widget.objectName().toStdString();
+  std::string nom = widget.metaObject()->className();
+  if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget)) nom += " " + bouton->text().toStdString();
+  if (const auto* label = qobject_cast<const QLabel*>(&widget)) nom += " " + label->text().toStdString();
+  return nom;
+}
+
+class Verification {
+ public:
+  explicit Verification(QWidget& fenetre) : m_fenetre(fenetre) {}
+
+  std::vector<std::string> Fais() {
+    if (m_fenetre.width() > 1024 || m_fenetre.height() > 700)
+      Faute(m_fenetre, "is " + std::to_string(m_fenetre.width()) + " x " + std::to_string(m_fenetre.height()));
+    const QList<QWidget*> tous = m_fenetre.findChildren<QWidget*>();
+    for (const QWidget* widget : tous)
+      if (const auto* label = qobject_cast<const QLabel*>(widget); label && label->buddy() && Vu(*label))
+        m_libelles[label->buddy()] = label;
+    for (const QWidget* widget : tous) {
+      if (!Vu(*widget) || EstInterne(*widget)) continue;
+      Touche(*widget);
+      Coupe(*widget);
+      if (EstEntree(*widget) && widget->isEnabled()) Entree(*widget);
+    }
+    return std::move(m_fautes);
+  }
+
+ private:
+  bool Vu(const QWidget& widget) const { return widget.isVisibleTo(&m_fenetre) && widget.window() == &m_fenetre; }
+  void Faute(const QWidget& widget, const std::string& quoi) { m_fautes.push_back(Nom(widget) + ": " + quoi); }
+
+  void Entree(const QWidget& champ) {
+    if (champ.objectName().isEmpty()) return Faute(champ, "has no name");
+    if (m_noms.contains(champ.objectName())) Faute(champ, "is the name of two inputs");
+    m_noms[champ.objectName()] = &champ;
+    if (const auto* bouton = qobject_cast<const QAbstractButton*>(&champ)) {
+      if (bouton->text().isEmpty() && bouton->accessibleName().isEmpty() && !m_libelles.contains(&champ))
+        Faute(champ, "has neither text nor label");
+      return;
+    }
+    if (champ.accessibleName().isEmpty()) Faute(champ, "has no accessible name");
+    if (m_libelles.contains(&champ)) return;
+    const QWidget* groupe = champ.parentWidget();
+    while (groupe && !qobject_cast<const QGroupBox*>(groupe)) groupe = groupe->parentWidget();
+    if (!EstZone(champ) || !groupe) Faute(champ, "has no label");
+  }
+
+  void Touche(const QWidget& widget) {
+    QString texte;
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) texte = label->buddy() ? label->text() : QString();
+    else if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget)) texte = bouton->text();
+    else if (const auto* groupe = qobject_cast<const QGroupBox*>(&widget)) texte = groupe->title();
+    if (const auto* onglets = qobject_cast<const QTabBar*>(&widget))
+      for (int i = 0; i < onglets->count(); ++i) Note(widget, QKeySequence::mnemonic(onglets->tabText(i)));
+    Note(widget, QKeySequence::mnemonic(texte));
+  }
+  void Note(const QWidget& widget, const QKeySequence& touche) {
+    if (touche.isEmpty()) return;
+    const QString nom = touche.toString();
+    if (m_touches.contains(nom)) Faute(widget, nom.toStdString() + " is also that of " + Nom(*m_touches[nom]));
+    m_touches[nom] = &widget;
+  }
+
+  /// Text that needs more room than its widget has.
+  void Coupe(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const auto* bouton = qobject_cast<const QAbstractButton*>(&widget);
+    const auto* groupe = qobject_cast<const QGroupBox*>(&widget);
+    if (label && label->wordWrap()) {
+      if (label->heightForWidth(label->width()) > label->height()) Faute(widget, "is cut at its lower edge");
+      return;
+    }
+    if (!label && !bouton && !groupe && !qobject_cast<const QComboBox*>(&widget)) return;
+    const QSize veut = groupe ? groupe->minimumSizeHint() : label ? label->sizeHint() : widget.minimumSizeHint();
+    if (veut.width() > widget.width() || veut.height() > widget.height())
+      Faute(widget, "is cut: " + std::to_string(widget.width()) + " x " + std::to_string(widget.height()) + " of " +
+                        std::to_string(veut.width()) + " x " + std::to_string(veut.height()));
+  }
+
+  QWidget& m_fenetre;
+  QMap<const QWidget*, const QLabel*> m_libelles;
+  QMap<QString, const QWidget*> m_touches, m_noms;
+  std::vector<std::string> m_fautes;
+};
+
+}  // namespace
+
+std::vector<std::string> FautesFormulaire(QWidget& fenetre) {
+  if (!fenetre.isVisible()) return {"is not shown"};
+  QApplication::processEvents();
+  return Verification(fenetre).Fais();
+}
+
+void VerifieFormulaire(QWidget& fenetre) {
+  for (const std::string& faute : FautesFormulaire(fenetre))
+    ADD_FAILURE() << fenetre.objectName().toStdString() << ", " << faute;
+}
+
+}  // namespace fenlor::test

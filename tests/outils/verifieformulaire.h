@@ -1,0 +1,22 @@
+// What holds for every form: it can be worked without a mouse, it can be read
+// aloud, and nothing in it is cut.
+#pragma once
+
+#include <QWidget>
+#include <string>
+#include <vector>
+
+namespace fenlor::test {
+
+/// Adds a failure for each fault of a shown window.
+void VerifieFormulaire(QWidget& fenetre);
+
+/// The faults, as far as the window is visible (a sheet: the page in front):
+/// - an enabled input without an `objectName`, or with that of another input;
+/// - one without an accessible name, or without a label as its buddy. Buttons have
+///   their own text instead, lists and long texts the title of their group;
+/// - two access keys alike; a label, button or shown value whose text is cut;
+/// - a window larger than 1024 by 700.
+std::vector<std::string> FautesFormulaire(QWidget& fenetre);
+
+}  // namespace fenlor::test

@@ -1,0 +1,469 @@
+#include "ui/formulaire.h"
+
+#include <gmock/gmock.h>
+
+#include <QCheckBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabWidget>
+
+#include "outils/uidetest.h"
+#include "outils/verifieformulaire.h"
+#include "store/texte1252.h"
+#include "ui/cznsheet.h"
+#include "ui/editeurs.h"
+#include "ui/texteqt.h"
+
+using namespace Qt::Literals::StringLiterals;
+using ::testing::ElementsAre;
+
+namespace fenlor::test {
+
+namespace {
+
+constexpr unsigned RefusLibelle = 3012, RefusMontant = 3013;
+constexpr Date Reference = FaitDate(15, 3, 2003);
+
+/// What the form below holds.
+struct Fiche {
+  Date date = 0;
+  std::string libelle, adresse, compte, mode;
+  f64 montant = 0;
+  bool pointee = false, euro = false;
+  bool operator==(const Fiche&) const = default;
+};
+
+/// One field of each kind, in the shape of a real form.
+class CDialogEssai : public CZNDialog {
+ public:
+  CDialogEssai(ContexteUi& contexte, Mode mode, bool voisins = false)
+      : CZNDialog(contexte, u"Tous les champs"_s, "DialogEssai"),
+        m_compte(App().Magasin,
+                 [] {
+                   return std::vector<ChoixCompte>{{"7061000000", "HON", "Honoraires"}, {"5121000000", "CCP", "Postal"}};
+                 }),
+        m_montant(App().Reglages) {
+    m_date.PoseReference(Reference);
+    m_mode.Ajoute("Chèque"_w, "1");
+    m_mode.Ajoute("Espèces"_w, "2");
+    m_liste.addItems({u"Premier"_s, u"Second"_s});
+    m_solde.Pose("1234,50 €"_w);
+
+    Formulaire f{Zone()};
+    f.Groupe(u"Écriture"_s)
+        .Champ(u"&Date :"_s, m_date, "date").Largeur(10)
+        .Suite(u"&Compte :"_s, m_compte, "compte").Largeur(10)
+        .Champ(u"&Libellé :"_s, m_libelle, "libelle").Limite(30)
+        .Champ(u"Ad&resse :"_s, m_adresse, "adresse").Limite(60);
+    f.Groupe(u"Montants"_s)
+        .Champ(u"&Montant :"_s, m_montant, "montant").Limite(16).SurDepart([this] { Recalcule(); })
+        .Suite(u"Mod&e :"_s, m_mode, "mode").SurChangement([this] { Traces.push_back("mode " + m_mode.Valeur()); })
+        .Champ(u"Solde :"_s, m_solde, "solde")
+        .Champ(u"&Jours :"_s, m_jours, "jours")
+        .Champ(u"Monn&aie :"_s, m_franc, "franc").ACote(m_euro, "euro")
+        .Case(m_pointee, u"Poin&tée"_s, "pointee");
+    m_franc.setText(u"Franc"_s);
+    m_euro.setText(u"Euro"_s);
+    m_franc.setChecked(true);
+    f.Groupe(u"Historique"_s).Seul(m_liste, "liste", true);
+    if (mode == Mode::Consultation) Montre({Reference, "Lu", "", "7061000000", "2", 12, true, true});
+    AjouteBouton(u"Cop&ier"_s, "copier");
+    Boutons(mode, voisins);
+  }
+
+  void Montre(const Fiche& fiche) {
+    m_date.Pose(fiche.date);
+    m_libelle.Pose(fiche.libelle);
+    m_adresse.Pose(fiche.adresse);
+    m_compte.Pose(fiche.compte);
+    m_mode.Choisit(fiche.mode);
+    m_montant.Pose(fiche.montant);
+    m_pointee.setChecked(fiche.pointee);
+    (fiche.euro ? m_euro : m_franc).setChecked(true);
+  }
+
+  std::vector<Fiche> Fiches;
+  std::vector<std::string> Traces;
+  bool RefuseDepart = false;
+
+ protected:
+  bool Enregistre() override {
+    if (m_libelle.Valeur().empty()) return Refuse(RefusLibelle, m_libelle);
+    if (m_montant.Valeur() <= 0) return Refuse(RefusMontant, m_montant);
+    Fiches.push_back({m_date.Valeur(), m_libelle.Valeur(), m_adresse.Valeur(), m_compte.Valeur(), m_mode.Valeur(),
+                      m_montant.Valeur(), m_pointee.isChecked(), m_euro.isChecked()});
+    return true;
+  }
+  void Vide() override { Montre({}); }
+  void Voisin(int pas) override {
+    Traces.push_back("voisin " + std::to_string(pas));
+    Montre({Reference, "Voisin", "", "", "1", 5, false, false});
+  }
+
+ private:
+  void Recalcule() {
+    Traces.push_back("quitte " + De1252(m_montant.text()));
+    if (RefuseDepart) Refuse(RefusMontant, m_montant);
+  }
+  EditeurDate m_date;
+  EditeurCompte m_compte;
+  EditeurTexte m_libelle;
+  EditeurTexteLong m_adresse;
+  EditeurMontant m_montant;
+  EditeurChoix m_mode;
+  Lecture m_solde;
+  QSpinBox m_jours;
+  QRadioButton m_franc, m_euro;
+  QCheckBox m_pointee;
+  QListWidget m_liste;
+};
+
+using Mode = CZNDialog::Mode;
+
+class FormulaireTest : public UiDeTest {
+ protected:
+  FormulaireTest() : Contexte(Ui()) {}
+  void Montre(CZNDialog& dialogue) {
+    dialogue.show();
+    dialogue.activateWindow();
+    QApplication::processEvents();
+  }
+  void Touche(CZNDialog& dialogue, Qt::Key touche, Qt::KeyboardModifiers avec = Qt::NoModifier) {
+    QApplication::processEvents();
+    QTest::keyClick(dialogue.focusWidget() ? dialogue.focusWidget() : &dialogue, touche, avec);
+    QApplication::processEvents();
+  }
+  void Entree(bool oui) { App().Reglages.EcritIni("Préférences"_w, "Entrée"_w, oui ? "Oui" : "Non"); }
+  static std::string Focus(const CZNDialog& dialogue) {
+    return dialogue.focusWidget() ? dialogue.focusWidget()->objectName().toStdString() : "";
+  }
+  ContexteUi Contexte;
+};
+
+}  // namespace
+
+TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
+  CDialogEssai dialogue(Contexte, Mode::Modification, true);
+  Montre(dialogue);
+  VerifieFormulaire(dialogue);
+  EXPECT_THAT(OrdreTab(dialogue),
+              ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "euro", "pointee",
+                          "liste", "copier", "precedent", "suivant", "ok", "annuler"));
+  EXPECT_EQ(Trouve<QLineEdit>(dialogue, "libelle").accessibleName(), u"Libellé"_s);
+  EXPECT_EQ(Trouve<QListWidget>(dialogue, "liste").accessibleName(), u"Historique"_s);
+  EXPECT_EQ(Focus(dialogue), "date");
+  EXPECT_EQ(Trouve<QPushButton>(dialogue, "ok").text(), u"&Ok"_s);
+  EXPECT_EQ(Trouve<QPushButton>(dialogue, "annuler").text(), u"A&nnuler"_s);
+}
+
+TEST_F(FormulaireTest, CheckFindsFaults) {
+  QDialog mauvais;
+  auto* label = new QLabel(u"&Nom"_s, &mauvais);
+  auto* champ = new QLineEdit(&mauvais);
+  auto* bouton = new QPushButton(u"&Non"_s, &mauvais);
+  label->setBuddy(bouton);
+  label->setGeometry(0, 0, 3, 3);
+  champ->setGeometry(0, 30, 90, 30);
+  bouton->setObjectName(u"non"_s);
+  bouton->setGeometry(0, 60, 300, 60);
+  mauvais.resize(400, 200);
+  mauvais.show();
+  std::string textes;
+  for (const QString& nom : {QString(), u"non"_s}) {
+    champ->setObjectName(nom);
+    for (const std::string& faute : FautesFormulaire(mauvais)) textes += faute + "\n";
+  }
+  for (const char* attendu : {"is cut", "Alt+N is also that of", "has no name", "is the name of two", "has no accessible name",
+                              "has no label"})
+    EXPECT_THAT(textes, ::testing::HasSubstr(attendu));
+}
+
+TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
+  CDialogEssai dialogue(Contexte, Mode::Ajout);
+  Montre(dialogue);
+  EXPECT_EQ(Trouve<QPushButton>(dialogue, "ok").text(), u"&Enregistrer"_s);
+  EXPECT_EQ(Trouve<QPushButton>(dialogue, "annuler").text(), u"&Fermer"_s);
+  const auto tape = [&](const QString& texte) {
+    QTest::keyClicks(dialogue.focusWidget(), texte);
+    QApplication::processEvents();
+  };
+  const auto remplit = [&](const QString& libelle) {
+    tape(u"0105"_s);
+    Touche(dialogue, Qt::Key_Tab);
+    tape(u"hon"_s);
+    Touche(dialogue, Qt::Key_Tab);
+    tape(libelle);
+    Touche(dialogue, Qt::Key_Tab);
+    tape(u"Rue"_s);
+    Touche(dialogue, Qt::Key_Return);
+    tape(u"Ville"_s);
+    Touche(dialogue, Qt::Key_Tab);
+    tape(u"12.5"_s);
+    Touche(dialogue, Qt::Key_Tab);
+    Touche(dialogue, Qt::Key_Down);
+    Touche(dialogue, Qt::Key_Tab);
+    Touche(dialogue, Qt::Key_Tab);
+    Touche(dialogue, Qt::Key_Right);
+    while (Focus(dialogue) != "pointee") Touche(dialogue, Qt::Key_Tab);
+    Touche(dialogue, Qt::Key_Space);
+  };
+  remplit(u"Un"_s);
+  Touche(dialogue, Qt::Key_Return);
+  const Fiche attendue{FaitDate(1, 5, 2003), "Un", "Rue\r\nVille", "7061000000", "2", 12.5, true, true};
+  ASSERT_EQ(dialogue.Fiches.size(), 1u);
+  EXPECT_EQ(dialogue.Fiches[0], attendue);
+  EXPECT_TRUE(dialogue.isVisible());
+  EXPECT_EQ(Focus(dialogue), "date");
+  EXPECT_TRUE(Trouve<QLineEdit>(dialogue, "libelle").text().isEmpty());
+  EXPECT_THAT(dialogue.Traces, ElementsAre("quitte 12,50", "mode 2"));
+
+  Entree(false);
+  Trouve<EditeurChoix>(dialogue, "mode").Choisit("1");
+  remplit(u"Deux"_s);
+  QTest::keyClick(&dialogue, Qt::Key_E, Qt::AltModifier);
+  QTest::qWait(150);  // a button pressed by its key clicks a moment later
+  ASSERT_EQ(dialogue.Fiches.size(), 2u);
+  EXPECT_EQ(dialogue.Fiches[1].libelle, "Deux");
+  Touche(dialogue, Qt::Key_Escape);
+  EXPECT_FALSE(dialogue.isVisible());
+  EXPECT_EQ(dialogue.result(), QDialog::Rejected);
+}
+
+TEST_F(FormulaireTest, RefusalKeepsTheFormAndSelectsTheField) {
+  CDialogEssai dialogue(Contexte, Mode::Simple);
+  Montre(dialogue);
+  auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
+  auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
+  Tape(montant, u"0"_s);
+  Touche(dialogue, Qt::Key_Return);
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle));
+  EXPECT_EQ(Focus(dialogue), "libelle");
+  Tape(libelle, u"Essai"_s);
+  montant.setText(u"00"_s);
+  Touche(dialogue, Qt::Key_Return);
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle, RefusMontant));
+  EXPECT_EQ(Focus(dialogue), "montant");
+  EXPECT_EQ(montant.selectedText(), u"00"_s);
+  EXPECT_TRUE(dialogue.isVisible());
+  Tape(montant, u"7"_s);
+  Clique(Bouton(dialogue, u"&Ok"_s));
+  EXPECT_FALSE(dialogue.isVisible());
+  EXPECT_EQ(dialogue.result(), QDialog::Accepted);
+  ASSERT_EQ(dialogue.Fiches.size(), 1u);
+}
+
+TEST_F(FormulaireTest, RefusalOnDepartureStopsTheSave) {
+  CDialogEssai dialogue(Contexte, Mode::Simple);
+  Montre(dialogue);
+  Tape(Trouve<QLineEdit>(dialogue, "libelle"), u"Essai"_s);
+  dialogue.RefuseDepart = true;
+  auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
+  for (const bool clic : {false, true}) {
+    Boite.Oublie();
+    Tape(montant, u"5"_s);
+    if (clic) Clique(Bouton(dialogue, u"&Ok"_s));
+    else Touche(dialogue, Qt::Key_Return);
+    EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusMontant)) << clic;
+    EXPECT_EQ(Focus(dialogue), "montant") << clic;
+    EXPECT_EQ(montant.selectedText(), u"5,00"_s) << clic;
+  }
+  EXPECT_TRUE(dialogue.Fiches.empty());
+  Boite.Oublie();
+  Clique(Bouton(dialogue, u"A&nnuler"_s));
+  QApplication::processEvents();
+  EXPECT_FALSE(dialogue.isVisible());
+  EXPECT_TRUE(Boite.Erreurs.empty()) << "one may leave a wrong field for Annuler";
+}
+
+TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
+  Entree(true);
+  CDialogEssai dialogue(Contexte, Mode::Simple);
+  Montre(dialogue);
+  std::vector<std::string> vus;
+  for (int i = 0; i < 12; ++i) {
+    vus.push_back(Focus(dialogue));
+    if (vus.back() == "adresse") Touche(dialogue, Qt::Key_Tab);
+    else Touche(dialogue, i % 2 ? Qt::Key_Return : Qt::Key_Enter);
+    if (vus.back() == "ok") break;
+  }
+  // Of two radio buttons the checked one alone is a stop.
+  EXPECT_THAT(vus, ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "pointee", "liste",
+                               "ok"));
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle)) << "Enter on the button is the button";
+
+  Entree(false);
+  Boite.Oublie();
+  Va(Trouve<QWidget>(dialogue, "date"));
+  Touche(dialogue, Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle));
+}
+
+TEST_F(FormulaireTest, NeighbourIsShownAfterASave) {
+  CDialogEssai dialogue(Contexte, Mode::Modification, true);
+  dialogue.Montre({Reference, "Avant", "", "", "1", 3, false, false});
+  Montre(dialogue);
+  auto& suivant = Bouton(dialogue, u"&Suivant"_s);
+  Clique(suivant);
+  EXPECT_TRUE(dialogue.Fiches.empty()) << "nothing had changed";
+  Tape(Trouve<QLineEdit>(dialogue, "libelle"), {});
+  Clique(Bouton(dialogue, u"&Précédent"_s));
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle));
+  EXPECT_THAT(dialogue.Traces, ElementsAre("voisin 1"));
+  Tape(Trouve<QLineEdit>(dialogue, "libelle"), u"Autre"_s);
+  Clique(Bouton(dialogue, u"&Précédent"_s));
+  ASSERT_EQ(dialogue.Fiches.size(), 1u);
+  EXPECT_EQ(dialogue.Fiches[0].libelle, "Autre");
+  EXPECT_THAT(dialogue.Traces, ElementsAre("voisin 1", "voisin -1"));
+  Clique(suivant);
+  EXPECT_EQ(dialogue.Fiches.size(), 1u);
+}
+
+TEST_F(FormulaireTest, ReadOnlyFormShowsAndTakesNothing) {
+  CDialogEssai dialogue(Contexte, Mode::Consultation);
+  Montre(dialogue);
+  VerifieFormulaire(dialogue);
+  EXPECT_FALSE(dialogue.findChild<QPushButton*>(u"ok"_s));
+  auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
+  Tape(libelle, u"x"_s);
+  Tape(Trouve<QWidget>(dialogue, "adresse"), u"x"_s);
+  Tape(Trouve<QWidget>(dialogue, "date"), u"1"_s);
+  EXPECT_EQ(libelle.Valeur(), "Lu");
+  EXPECT_EQ(Trouve<EditeurTexteLong>(dialogue, "adresse").Valeur(), "");
+  EXPECT_EQ(Trouve<EditeurDate>(dialogue, "date").Valeur(), Reference);
+  EXPECT_FALSE(Trouve<QWidget>(dialogue, "mode").isEnabled());
+  EXPECT_FALSE(Trouve<QWidget>(dialogue, "pointee").isEnabled());
+  const QPalette couleurs = Trouve<QWidget>(dialogue, "pointee").palette();
+  EXPECT_EQ(couleurs.color(QPalette::Disabled, QPalette::WindowText), couleurs.color(QPalette::Active, QPalette::WindowText));
+  Touche(dialogue, Qt::Key_Return);
+  EXPECT_FALSE(dialogue.isVisible());
+  EXPECT_EQ(dialogue.result(), QDialog::Rejected);
+}
+
+TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
+  Dessin.PoliceSaisies.setPointSize(21);
+  Dessin.TexteSaisies = Qt::red;
+  CDialogEssai dialogue(Contexte, Mode::Simple);
+  Montre(dialogue);
+  VerifieFormulaire(dialogue);
+  auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
+  EXPECT_EQ(libelle.font().pointSize(), 21);
+  EXPECT_EQ(libelle.palette().color(QPalette::Active, QPalette::Text), QColor(Qt::red));
+  EXPECT_GE(libelle.width(), QFontMetrics(libelle.font()).horizontalAdvance(QString(30, u'0')));
+  Touche(dialogue, Qt::Key_F1);
+  EXPECT_EQ(Cadre.Nombre("Aide DialogEssai"), 1u);
+
+  Dessin.TexteSaisies = QApplication::palette().color(QPalette::Base);
+  CDialogEssai illisible(Contexte, Mode::Simple);
+  EXPECT_NE(Trouve<EditeurTexte>(illisible, "libelle").palette().color(QPalette::Active, QPalette::Text), Dessin.TexteSaisies);
+}
+
+namespace {
+
+/// Notes what it is asked.
+class PageEssai : public CZNPage {
+ public:
+  PageEssai(ContexteUi& contexte, const char* nom, std::vector<std::string>& traces)
+      : CZNPage(contexte, QString::fromUtf8(nom), nom), m_traces(traces) {
+    Formulaire{*this}.Champ(u"&Valeur :"_s, m_champ, "valeur").Limite(10).Pousse();
+  }
+  bool Charge() override { return Note("charge", Charges); }
+  bool Controle() override { return Note("controle", Controles) || Refuse(RefusMontant, m_champ); }
+  bool Enregistre() override { return Note("enregistre", Enregistres); }
+  bool Charges = true, Controles = true, Enregistres = true;
+
+ private:
+  bool Note(const char* quoi, bool resultat) {
+    m_traces.push_back(std::string(quoi) + " " + objectName().toStdString());
+    return resultat;
+  }
+  std::vector<std::string>& m_traces;
+  EditeurTexte m_champ;
+};
+
+class SheetEssai : public CZNSheet {
+ public:
+  SheetEssai(ContexteUi& contexte, std::vector<std::string>& traces)
+      : CZNSheet(contexte, u"Feuille"_s, "SheetEssai"), m_traces(traces) {
+    for (const char* nom : {"A", "B", "C"}) AjoutePage(Pages.emplace_back(new PageEssai(contexte, nom, traces)));
+    Fini({Pages[2], Pages[1], Pages[0]});
+  }
+  QTabWidget& Onglets() { return Trouve<QTabWidget>(*this, "onglets"); }
+  std::vector<PageEssai*> Pages;
+
+ protected:
+  void Apres() override { m_traces.emplace_back("apres"); }
+
+ private:
+  std::vector<std::string>& m_traces;
+};
+
+class FeuilleTest : public FormulaireTest {
+ protected:
+  std::vector<std::string> Traces;
+};
+
+}  // namespace
+
+TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
+  SheetEssai feuille(Contexte, Traces);
+  Robot robot;
+  robot.Attend("SheetEssai", [&](QDialog& dialogue) {
+    VerifieFormulaire(dialogue);
+    EXPECT_THAT(Traces, ElementsAre("charge A"));
+    Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
+    Touche(feuille, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(feuille.Onglets().currentIndex(), 2);
+    Touche(feuille, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    Touche(feuille, Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(feuille.Onglets().currentIndex(), 0);
+    EXPECT_THAT(Traces, ElementsAre("charge A", "charge B", "charge C"));
+    Traces.clear();
+    Clique(Bouton(dialogue, u"&Ok"_s));
+  });
+  EXPECT_TRUE(feuille.Execute());
+  EXPECT_THAT(Traces, ElementsAre("controle C", "controle B", "controle A", "enregistre C", "enregistre B", "enregistre A",
+                                  "apres"));
+}
+
+TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
+  SheetEssai feuille(Contexte, Traces);
+  feuille.MontrePage("B");
+  Montre(feuille);
+  EXPECT_THAT(Traces, ElementsAre("charge B"));
+  feuille.Onglets().setCurrentIndex(0);
+  feuille.Pages[1]->Controles = false;
+  Traces.clear();
+  Clique(Bouton(feuille, u"&Ok"_s));
+  EXPECT_EQ(feuille.Onglets().currentIndex(), 1);
+  EXPECT_TRUE(Trouve<QWidget>(*feuille.Pages[1], "valeur").hasFocus());
+  EXPECT_THAT(Traces, ElementsAre("controle B"));
+  EXPECT_TRUE(feuille.isVisible());
+
+  feuille.Pages[1]->Controles = true;
+  feuille.Pages[1]->Enregistres = false;
+  Traces.clear();
+  Clique(Bouton(feuille, u"&Ok"_s));
+  EXPECT_THAT(Traces, ElementsAre("controle B", "controle A", "enregistre B"));
+  EXPECT_TRUE(feuille.isVisible());
+}
+
+TEST_F(FeuilleTest, PageThatCannotBeReadClosesTheSheet) {
+  {
+    SheetEssai feuille(Contexte, Traces);
+    feuille.Pages[0]->Charges = false;
+    EXPECT_FALSE(feuille.Execute());
+    EXPECT_THAT(Traces, ElementsAre("charge A"));
+  }
+  SheetEssai feuille(Contexte, Traces);
+  feuille.Pages[1]->Charges = false;
+  Robot robot;
+  robot.Attend("SheetEssai", [&](QDialog&) {
+    Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_FALSE(feuille.isVisible());
+  });
+  EXPECT_FALSE(feuille.Execute());
+}
+
+}  // namespace fenlor::test

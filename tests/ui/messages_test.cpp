@@ -1,0 +1,303 @@
+#include "ui/dialogmessage.h"
+
+#include <QClipboard>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+
+#include "core/textes.h"
+#include "outils/uidetest.h"
+#include "store/texte1252.h"
+#include "ui/dialogabort.h"
+#include "ui/dialogueqt.h"
+#include "ui/texteqt.h"
+
+namespace fenlor::test {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+struct Jeu {
+  unsigned style;
+  QStringList boutons;
+  std::vector<int> reponses;
+  int echap;
+};
+
+class Messages : public UiDeTest {
+ protected:
+  Messages() { Dlg.PoseCadre(&Fenetre); }
+  /// Text of the window's buttons from left to right.
+  static QList<QPushButton*> DeGaucheADroite(QDialog& d) {
+    QList<QPushButton*> boutons = d.findChildren<QPushButton*>();
+    std::sort(boutons.begin(), boutons.end(), [](auto* a, auto* b) { return a->x() < b->x(); });
+    return boutons;
+  }
+  CDialogAbort* Progres() {
+    auto* trouve = Fenetre.findChild<CDialogAbort*>(u"DialogAbort"_s);
+    return trouve && trouve->isVisible() ? trouve : nullptr;
+  }
+
+  QWidget Fenetre;
+  DialogueQt Dlg;
+  Robot robot;
+};
+
+TEST_F(Messages, BoutonsEtReponses) {
+  const std::vector<Jeu> jeux = {
+      {BoutonsOk | IconeStop, {u"&Ok"_s}, {1}, 1},
+      {BoutonsOkAnnuler | IconeQuestion, {u"&Ok"_s, u"A&nnuler"_s}, {1, 2}, 2},
+      {BoutonsReessayerAbandonnerIgnorer, {u"&Reéssayer"_s, u"&Abandonner"_s, u"&Ignorer"_s}, {4, 3, 5}, 3},
+      {BoutonsNonOuiAnnuler | IconeAttention, {u"&Non"_s, u"&Oui"_s, u"A&nnuler"_s}, {7, 6, 2}, 2},
+      {BoutonsOuiNon | IconeInformation, {u"&Oui"_s, u"&Non"_s}, {6, 7}, 7},
+      {BoutonsReessayerAnnuler, {u"&Reéssayer"_s, u"A&nnuler"_s}, {4, 2}, 2},
+  };
+  for (const Jeu& jeu : jeux) {
+    for (std::size_t i = 0; i < jeu.reponses.size(); ++i) {
+      robot.Attend("DialogMessage", [&](QDialog& d) {
+        EXPECT_EQ(d.windowTitle(), u"Fenlor"_s);
+        EXPECT_EQ(d.findChild<QLabel*>(u"icone"_s) != nullptr, (jeu.style & 0xF0) != 0);
+        const auto boutons = DeGaucheADroite(d);
+        QStringList textes;
+        for (auto* bouton : boutons) textes << bouton->text();
+        EXPECT_EQ(textes, jeu.boutons) << jeu.style;
+        Clique(*boutons.at(int(i)));
+      });
+      EXPECT_EQ(Dlg.Message(jeu.style, 3317, "Question"), jeu.reponses[i]) << jeu.style;
+    }
+    robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(&d, Qt::Key_Escape); });
+    EXPECT_EQ(Dlg.Message(jeu.style, 0, "Question"), jeu.echap) << jeu.style;
+    robot.Attend("DialogMessage", [](QDialog& d) { d.close(); });
+    EXPECT_EQ(Dlg.Message(jeu.style, 0, "Question"), jeu.echap) << jeu.style;
+    robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(d.focusWidget(), Qt::Key_Return); });
+    EXPECT_EQ(Dlg.Message(jeu.style, 0, "Question"), jeu.reponses.front()) << jeu.style;
+  }
+}
+
+TEST_F(Messages, LettresEtCopie) {
+  robot.Attend("DialogMessage", [](QDialog& d) {
+    QTest::keyClick(&d, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"Fenlor - Erreur (3056)\n\nImpossible\nIci"_s);
+    d.reject();
+  });
+  Dlg.Erreur(3056, "Impossible\r\nIci");
+  robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(d.focusWidget(), Qt::Key_N); });
+  EXPECT_EQ(Dlg.Message(BoutonsOuiNon, 0, "?"), RepNon);
+  // "&Non" and "A&nnuler" share their letter: the first shown answers.
+  robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(d.focusWidget(), Qt::Key_N); });
+  EXPECT_EQ(Dlg.Message(BoutonsNonOuiAnnuler, 0, "?"), RepNon);
+}
+
+TEST_F(Messages, ErreursEtTitres) {
+  const auto montre = [&](unsigned numero, const std::string& texte, const QString& titre) {
+    robot.Attend("DialogMessage", [&](QDialog& d) {
+      EXPECT_EQ(d.windowTitle(), titre);
+      EXPECT_EQ(Trouve<QTextEdit>(d, "texte").toPlainText(), Q(texte));
+      EXPECT_TRUE(Trouve<QTextEdit>(d, "texte").isReadOnly());
+      Clique(Bouton(d, u"&Ok"_s));
+    });
+    Dlg.Erreur(numero, texte);
+  };
+  montre(3104, TexteErreur(3104, {}), u"Fenlor - Erreur (3104)"_s);
+  montre(3999, TexteErreur(3999, {}), u"Fenlor - Erreur (3999)"_s);
+  montre(0, "Le disque est plein à craquer"_w, u"Fenlor - Erreur"_s);
+}
+
+// The whole of a text can be read: the box grows, then the text scrolls inside the screen.
+TEST_F(Messages, TailleSuitLeTexte) {
+  const auto taille = [&](const QString& texte, bool defile) {
+    CDialogMessage d(u"Fenlor"_s, texte, BoutonsOk, &Fenetre);
+    d.show();
+    auto& zone = Trouve<QTextEdit>(d, "texte");
+    EXPECT_LE(zone.document()->size().width(), zone.viewport()->width() + 1);
+    EXPECT_EQ(zone.document()->size().height() > zone.viewport()->height(), defile);
+    EXPECT_LE(d.height(), d.screen()->availableSize().height());
+    EXPECT_LE(d.width(), d.screen()->availableSize().width());
+    return d.size();
+  };
+  const QSize court = taille(u"Oui ?"_s, false);
+  EXPECT_EQ(taille(QString(), false), court);
+  const QSize lignes = taille(u"une\ndeux\ntrois\nquatre\ncinq\nsix\nsept\nhuit"_s, false);
+  EXPECT_GT(lignes.height(), court.height());
+  EXPECT_GE(taille(u"mot "_s.repeated(100), false).height(), court.height());
+  taille(u"/un/chemin/sans/blanc"_s.repeated(20), false);
+  taille(u"mot "_s.repeated(16383), true);
+}
+
+TEST_F(Messages, ProgressionEmboitee) {
+  QLineEdit champ(&Fenetre), autre(&Fenetre);
+  Fenetre.show();
+  Fenetre.activateWindow();
+  champ.setFocus();
+  QApplication::processEvents();
+  Dlg.OuvreProgress("Premier", "Texte", false, 200);
+  ASSERT_NE(Progres(), nullptr);
+  EXPECT_FALSE(Fenetre.isEnabled());
+  EXPECT_TRUE(Progres()->isEnabled());
+  EXPECT_FALSE(Progres()->isModal());
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+
+  Dlg.OuvreProgress("Second", "Autre", true, 10);
+  EXPECT_EQ(Fenetre.findChildren<CDialogAbort*>().size(), 1);
+  EXPECT_EQ(Progres()->windowTitle(), u"Premier"_s);
+  EXPECT_EQ(Progres()->findChild<QPushButton*>(), nullptr);  // no way to cancel without the flag
+  QTest::keyClick(Progres(), Qt::Key_Escape);
+  Progres()->close();
+  EXPECT_FALSE(Dlg.IsAborted());
+  ASSERT_NE(Progres(), nullptr);
+
+  auto& pourcent = Trouve<QLabel>(*Progres(), "pourcent");
+  auto& barre = Trouve<QProgressBar>(*Progres(), "barre");
+  const std::vector<std::pair<u32, QString>> places = {
+      {1, u"0%"_s}, {3, u"1%"_s}, {199, u"99%"_s}, {5000, u"100%"_s}, {20, u"10%"_s}};
+  for (const auto& [position, texte] : places) {
+    Dlg.SetPos(position);
+    EXPECT_EQ(pourcent.text(), texte);
+    EXPECT_EQ(QString::number(barre.value()) + u'%', texte);
+  }
+  Dlg.Step();
+  Dlg.Step();
+  EXPECT_EQ(pourcent.text(), u"11%"_s);
+  Dlg.SetTexte("Fichier 2");
+  EXPECT_EQ(Trouve<QLabel>(*Progres(), "texte").text(), u"Fichier 2"_s);
+
+  Dlg.FermeProgress();
+  EXPECT_NE(Progres(), nullptr);
+  EXPECT_FALSE(Fenetre.isEnabled());
+  Dlg.FermeProgress();
+  EXPECT_EQ(Progres(), nullptr);
+  EXPECT_TRUE(Fenetre.isEnabled());
+  EXPECT_EQ(Fenetre.focusWidget(), &champ);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  Dlg.FermeProgress();  // one too many is harmless
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Messages, SansBarreEtSansFenetre) {
+  Fenetre.show();
+  Dlg.OuvreProgress("Titre", "", true, 0);
+  EXPECT_FALSE(Trouve<QProgressBar>(*Progres(), "barre").isVisible());
+  EXPECT_FALSE(Trouve<QLabel>(*Progres(), "pourcent").isVisible());
+  Dlg.SetPos(10);
+  Dlg.SetMax(40);
+  EXPECT_TRUE(Trouve<QProgressBar>(*Progres(), "barre").isVisible());
+  Dlg.SetPos(10);
+  EXPECT_EQ(Trouve<QLabel>(*Progres(), "pourcent").text(), u"25%"_s);
+  Dlg.FermeProgress();
+
+  Dlg.OuvreProgress("", "", true, 10);
+  EXPECT_EQ(Progres(), nullptr);
+  EXPECT_TRUE(Fenetre.isEnabled());
+  EXPECT_NE(QApplication::overrideCursor(), nullptr);
+  Dlg.Step();
+  EXPECT_FALSE(Dlg.IsAborted());
+  Dlg.FermeProgress();
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Messages, AnnulePendantLeTravail) {
+  Fenetre.show();
+  for (const bool echap : {false, true}) {
+    Dlg.OuvreProgress("Travail", "", true, 1000);
+    EXPECT_FALSE(Dlg.IsAborted());  // the flag of the window before is forgotten
+    QTimer::singleShot(0, &Fenetre, [&] {
+      if (echap)
+        QTest::keyClick(Progres(), Qt::Key_Escape);
+      else
+        Clique(Bouton(*Progres(), u"A&nnuler"_s));
+    });
+    unsigned tours = 0;
+    while (!Dlg.IsAborted() && tours < 5000) {
+      ++tours;
+      Dlg.Step();
+      QThread::msleep(1);
+    }
+    EXPECT_LT(tours, 5000u);
+    EXPECT_NE(Progres(), nullptr);  // cancelling only asks
+    Dlg.FermeProgress();
+    EXPECT_EQ(Progres(), nullptr);
+  }
+}
+
+// Work that takes long between two looks still sees the click.
+TEST_F(Messages, AnnuleMalgreUnTravailLent) {
+  Fenetre.show();
+  Dlg.OuvreProgress("Travail", "", true, 100);
+  QTimer::singleShot(120, &Fenetre, [&] { Clique(Bouton(*Progres(), u"A&nnuler"_s)); });
+  unsigned tours = 0;
+  for (; tours < 50 && !Dlg.IsAborted(); ++tours) {
+    QThread::msleep(60);
+    Dlg.Step();
+    Dlg.SetTexte("Tour " + std::to_string(tours));
+  }
+  EXPECT_LT(tours, 50u);
+  Dlg.FermeProgress();
+}
+
+TEST_F(Messages, QuestionSurLaProgression) {
+  Fenetre.show();
+  Dlg.OuvreProgress("Travail", "", false, 100);
+  robot.Attend("DialogMessage", [&](QDialog& d) {
+    EXPECT_TRUE(d.isEnabled());
+    EXPECT_EQ(d.parentWidget(), Progres());
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+    Clique(Bouton(d, u"&Oui"_s));
+  });
+  EXPECT_EQ(Dlg.Message(BoutonsOuiNon | IconeQuestion, 0, "Continuer ?"), RepOui);
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  Dlg.FermeProgress();
+}
+
+// The open form, not the frame behind it, is the owner of boxes and of the progress.
+TEST_F(Messages, ProgressionSurUneFiche) {
+  Fenetre.show();
+  QDialog fiche(&Fenetre);
+  fiche.setObjectName(u"Fiche"_s);
+  QLineEdit champ(&fiche);
+  robot.Attend("Fiche", [&](QDialog& d) {
+    robot.Attend("DialogMessage", [&](QDialog& boite) {
+      EXPECT_EQ(boite.parentWidget(), &d);
+      boite.reject();
+    });
+    Dlg.Erreur(3104, "x");
+    Dlg.OuvreProgress("Travail", "", true, 100);
+    EXPECT_FALSE(d.isEnabled());
+    auto* progres = d.findChild<CDialogAbort*>();
+    ASSERT_NE(progres, nullptr);
+    EXPECT_TRUE(progres->isEnabled());
+    robot.Attend("DialogMessage", [&](QDialog& boite) {
+      EXPECT_EQ(boite.parentWidget(), progres);
+      boite.reject();
+    });
+    Dlg.Erreur(3104, "x");
+    QTest::mouseClick(&Bouton(*progres, u"A&nnuler"_s), Qt::LeftButton);
+    EXPECT_TRUE(Dlg.IsAborted());
+    Dlg.FermeProgress();
+    EXPECT_TRUE(d.isEnabled());
+    d.accept();
+  });
+  EXPECT_EQ(fiche.exec(), QDialog::Accepted);
+}
+
+TEST_F(Messages, PompeEtFin) {
+  Fenetre.show();
+  Dlg.OuvreProgress("Travail", "", true, 100);
+  EXPECT_FALSE(Dlg.PompeMessages(true));
+  bool passe = false, apres = false;
+  QTimer::singleShot(0, &Fenetre, [&] { passe = true; });
+  EXPECT_FALSE(Dlg.PompeMessages(false));
+  EXPECT_TRUE(passe);
+  Clique(Bouton(*Progres(), u"A&nnuler"_s));
+  QTimer::singleShot(0, &Fenetre, [&] { apres = true; });
+  EXPECT_TRUE(Dlg.PompeMessages(true));
+  EXPECT_FALSE(apres);  // stopped at once
+  QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+  EXPECT_FALSE(Dlg.PompeMessages(false));
+  EXPECT_TRUE(Dlg.PompeMessages(false));  // the request is gone
+  Dlg.FermeProgress();
+}
+
+}  // namespace
+}  // namespace fenlor::test
