@@ -134,7 +134,10 @@ QTreeWidgetItem* CListeCommandes::Ligne(unsigned numero) const {
 }
 
 void CListeCommandes::Choisit(unsigned numero) {
-  if (QTreeWidgetItem* ligne = numero ? Ligne(numero) : nullptr) m_table->setCurrentItem(ligne);
+  QTreeWidgetItem* ligne = numero ? Ligne(numero) : nullptr;
+  if (!ligne) return;
+  if (ligne->isHidden()) m_recherche->clear();
+  m_table->setCurrentItem(ligne);
 }
 
 void CListeCommandes::PoseRaccourci(unsigned numero, const QString& texte) {

@@ -28,7 +28,7 @@ class CListeCommandes : public QWidget {
   ~CListeCommandes() override;
 
   unsigned Choisie() const;  ///< 0 when none is
-  void Choisit(unsigned numero);
+  void Choisit(unsigned numero);  ///< shows all rows again when it is filtered out
   void PoseRaccourci(unsigned numero, const QString& texte);
   /// Shows the rows that hold all words of the text, whatever case and accents.
   void Filtre(const QString& texte);

@@ -165,7 +165,8 @@ void Programme::PremierExercice() {
 void Programme::OuvreExerciceCourant() {
   m_app.ExerciceOuvert = 0;
   if (m_app.NomExercice.empty()) return;
-  if (!OuvreExercice(m_app, m_app.NomExercice)) {
+  const std::string nom = m_app.NomExercice;
+  if (!OuvreExercice(m_app, nom)) {
     FermeAccueil();
     m_app.NomExercice.clear();
     m_premier = false;

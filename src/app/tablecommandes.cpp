@@ -117,7 +117,7 @@ constexpr Commande table[] = {
     {9013, M::Fenetre, false, "Fermer &toutes les fenêtres", "fermer-fenetres", "", Q::FenetreActive, &C::FermerFenetres,
      "Ferme toutes les fenêtres."},
 
-    {9002, M::Aide, false, "&Aide de Fenlor", "aide", "F1", Q::Toujours, &C::Aide, "Ouvre l'aide sur ce que vous voyez."},
+    {9002, M::Aide, false, "A&ide de Fenlor", "aide", "F1", Q::Toujours, &C::Aide, "Ouvre l'aide sur ce que vous voyez."},
     {1060, M::Aide, false, "Astuce du jour...", "astuce", "", Q::Toujours, &C::Astuce, "Montre une astuce."},
     {9001, M::Aide, false, "Cabinet de &démonstration", "demonstration", "", Q::Toujours, &C::Demonstration,
      "Ouvre un cabinet d'exemple, à côté du vôtre."},

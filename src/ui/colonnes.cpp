@@ -20,7 +20,8 @@ Qt::Alignment LitAlignement(const std::string& lettre) {
 std::vector<qsizetype> FinsDeCaractere(const QString& texte) {
   std::vector<qsizetype> fins{0};
   QTextBoundaryFinder chercheur(QTextBoundaryFinder::Grapheme, texte);
-  for (qsizetype fin = chercheur.toNextBoundary(); fin > 0; fin = chercheur.toNextBoundary()) fins.push_back(fin);
+  for (qsizetype fin = chercheur.toNextBoundary(); fin > 0; fin = chercheur.toNextBoundary())
+    fins.push_back(fin);
   return fins;
 }
 

@@ -79,7 +79,8 @@ void CZNListView::Active() {
 }
 
 void CZNListView::RestaureLargeurs() {
-  if (CabinetOuvert(App())) m_table->PoseLargeurs(LitLargeurs(App().Reglages.LitIni(Titre(), Texte(CleColonnes))));
+  if (CabinetOuvert(App()))
+    m_table->PoseLargeurs(LitLargeurs(App().Reglages.LitIni(Titre(), Texte(CleColonnes))));
 }
 
 void CZNListView::SauveLargeurs() {

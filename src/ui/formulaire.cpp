@@ -59,6 +59,7 @@ class LargeurSuivie : public QObject {
       cadre = 2 * mesure.height();  // arrow and frame
     }
     m_champ.setFixedWidth(m_caracteres * caractere + cadre);
+    m_champ.setSizePolicy(QSizePolicy::Fixed, m_champ.sizePolicy().verticalPolicy());
   }
   QWidget& m_champ;
   int m_caracteres;
@@ -238,6 +239,11 @@ Formulaire& Formulaire::Largeur(int caracteres) {
     }
   }
   new LargeurSuivie(*m_dernier, caracteres);
+  // Only a spacer that expands takes what a row of fixed fields leaves.
+  if (QLayoutItem* fin = m_rangee ? m_rangee->itemAt(m_rangee->count() - 1) : nullptr; fin && fin->spacerItem()) {
+    fin->spacerItem()->changeSize(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum);
+    m_rangee->invalidate();
+  }
   return *this;
 }
 

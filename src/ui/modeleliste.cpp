@@ -103,8 +103,9 @@ void ModeleListe::Trie(int colonne, const Comparaison& compare) {
   std::transform(m_lignes.begin(), m_lignes.end(), donnees.begin(), [](const Ligne& l) { return l.donnee; });
   std::vector<std::size_t> ordre(nombre);
   std::iota(ordre.begin(), ordre.end(), std::size_t{0});
-  std::stable_sort(ordre.begin(), ordre.end() - (m_derniereFixe && nombre > 0),
-                   [&](std::size_t a, std::size_t b) { return compare(donnees[a], donnees[b], colonne) < 0; });
+  std::stable_sort(
+      ordre.begin(), ordre.end() - (m_derniereFixe && nombre > 0),
+      [&](std::size_t a, std::size_t b) { return compare(donnees[a], donnees[b], colonne) < 0; });
   // A comparison may report an error, and so let others change the rows meanwhile.
   if (m_lignes.size() != nombre || std::is_sorted(ordre.begin(), ordre.end())) return;
 

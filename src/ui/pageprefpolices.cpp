@@ -1,11 +1,14 @@
 #include "ui/pageprefpolices.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QVBoxLayout>
+#include <climits>
+#include <cstdlib>
 
 #include "ui/texteqt.h"
 
@@ -35,6 +38,23 @@ constexpr std::array<Reglage, CPagePrefPolices::NbPolices> reglages = {{
 
 bool DesJournaux(unsigned cle) { return cle == ClePoliceJournaux || cle == ClePoliceValidees; }
 
+/// The style of a face that comes nearest to what a setting can say. The font dialog would take the
+/// first one, an oblique at times, where the upright style is not called "Normal".
+QString StyleProche(const QFont& police) {
+  QString proche;
+  int moindre = INT_MAX;
+  for (const QString& style : QFontDatabase::styles(police.family())) {
+    const auto dit = [&](const QString& mot) { return style.contains(mot, Qt::CaseInsensitive); };
+    const bool penche = dit(u"Italic"_s) || dit(u"Oblique"_s);
+    const int ecart = 4 * std::abs(QFontDatabase::weight(police.family(), style) - police.weight()) +
+                      (penche != police.italic() ? 1000 : 0) + (dit(u"Condensed"_s) || dit(u"Expanded"_s) ? 1 : 0);
+    if (ecart >= moindre) continue;
+    moindre = ecart;
+    proche = style;
+  }
+  return proche;
+}
+
 /// What the font dialog opens on.
 QFont Depart(const std::string& texte) {
   Police police = LitPolice(texte, false);
@@ -42,6 +62,7 @@ QFont Depart(const std::string& texte) {
   if (TexteVersEntier(PolicePartie(texte, 1)) == 0) police.taille = tailleBlanche;
   QFont depart = FaitPolice(police);
   depart.setFamily(QFontInfo(depart).family());
+  if (const QString style = StyleProche(depart); !style.isEmpty()) depart.setStyleName(style);
   return depart;
 }
 

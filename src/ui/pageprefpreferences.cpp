@@ -1,6 +1,6 @@
 #include "ui/pageprefpreferences.h"
 
-#include <QIntValidator>
+#include <QRegularExpressionValidator>
 
 #include "ui/texteqt.h"
 
@@ -24,7 +24,7 @@ CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
   f.Groupe(u"Session"_s)
       .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession");
   f.Pousse();
-  m_chiffres.setValidator(new QIntValidator(0, 10, &m_chiffres));
+  m_chiffres.setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]|10"_s), &m_chiffres));
   m_chiffres.setEnabled(false);
   connect(&m_zeros, &QCheckBox::toggled, &m_chiffres, &QWidget::setEnabled);
 }

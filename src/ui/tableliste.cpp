@@ -8,8 +8,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QProxyStyle>
-#include <QScrollBar>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
 #include <QToolTip>
@@ -54,7 +54,8 @@ class StyleTitres : public QProxyStyle {
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* peintre,
                    const QWidget* widget) const override {
     const auto* titre = qstyleoption_cast<const QStyleOptionHeader*>(option);
-    if (element != CE_HeaderLabel || !titre) return QProxyStyle::drawControl(element, option, peintre, widget);
+    if (element != CE_HeaderLabel || !titre)
+      return QProxyStyle::drawControl(element, option, peintre, widget);
     QStyleOptionHeader decale = *titre;
     const int marge = Marge(titre->section) - pixelMetric(PM_HeaderMargin, option, widget);
     decale.rect.adjust(marge, 0, -marge, 0);
@@ -193,12 +194,14 @@ void TableListe::Recharge(const std::function<void()>& remplit) {
   const int choisie = LigneChoisie();
   const int haut = indexAt(QPoint(0, 0)).row();
   const auto donneeChoisie = donnee(choisie), donneeHaut = donnee(haut);
-  const bool choisieVue = choisie >= 0 && visualRect(m_modele->index(choisie, 0)).intersects(viewport()->rect());
+  const bool choisieVue =
+      choisie >= 0 && visualRect(m_modele->index(choisie, 0)).intersects(viewport()->rect());
   const int aGauche = horizontalScrollBar()->value();
   remplit();
   const auto retrouve = [this](int place, ModeleListe::Donnee cherchee) {
     const int nombre = m_modele->NbLignes();
-    if (place < 0 || (place < nombre && m_modele->DonneeDe(place) == cherchee)) return m_modele->index(place, 0);
+    if (place < 0 || (place < nombre && m_modele->DonneeDe(place) == cherchee))
+      return m_modele->index(place, 0);
     const int ligne = m_modele->LigneDe(cherchee);
     return m_modele->index(ligne >= 0 ? ligne : std::min(place, nombre - 1), 0);
   };
@@ -248,13 +251,15 @@ void TableListe::keyboardSearch(const QString& texte) {
   QTreeView::keyboardSearch(texte);
 }
 
-void TableListe::drawRow(QPainter* peintre, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+void TableListe::drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
   const bool choisie = selectionModel()->isSelected(index);
   const bool focus = hasFocus() && isActiveWindow();
   const QPalette::ColorGroup groupe =
       !isEnabled() ? QPalette::Disabled : (focus ? QPalette::Active : QPalette::Inactive);
   QColor texte = palette().color(groupe, choisie ? QPalette::HighlightedText : QPalette::Text);
-  if (!choisie && isEnabled() && m_contexte.Dessin.TexteListes.isValid()) texte = m_contexte.Dessin.TexteListes;
+  if (!choisie && isEnabled() && m_contexte.Dessin.TexteListes.isValid())
+    texte = m_contexte.Dessin.TexteListes;
 
   const QRect rangee(-header()->offset(), option.rect.y(), header()->length(), option.rect.height());
   peintre->save();
@@ -276,9 +281,11 @@ void TableListe::DessineCellule(QPainter& peintre, QRect cellule, const QModelIn
   peintre.save();
   peintre.setClipRect(cellule, Qt::IntersectClip);
   if (index.column() == 0 && LargeurImage(index) > 0) {
-    const QRect place(cellule.left(), cellule.center().y() + 1 - cotePetiteImage / 2, cotePetiteImage, cotePetiteImage);
-    index.data(Qt::DecorationRole).value<QIcon>().paint(&peintre, place, Qt::AlignCenter,
-                                                        isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    const QRect place(cellule.left(), cellule.center().y() + 1 - cotePetiteImage / 2, cotePetiteImage,
+                      cotePetiteImage);
+    index.data(Qt::DecorationRole)
+        .value<QIcon>()
+        .paint(&peintre, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     cellule.setLeft(cellule.left() + cotePetiteImage);
   }
   const int marge = Marge(index.column());
@@ -290,11 +297,11 @@ void TableListe::DessineCellule(QPainter& peintre, QRect cellule, const QModelIn
 
 int TableListe::sizeHintForColumn(int colonne) const {
   int largeur = 0;
-  for (QModelIndex index = indexAt(QPoint(0, 0)); index.isValid() && visualRect(index).top() < viewport()->height();
-       index = indexBelow(index)) {
+  for (QModelIndex index = indexAt(QPoint(0, 0));
+       index.isValid() && visualRect(index).top() < viewport()->height(); index = indexBelow(index)) {
     const QModelIndex cellule = index.siblingAtColumn(colonne);
-    largeur = std::max(largeur, fontMetrics().horizontalAdvance(cellule.data().toString()) + LargeurImage(cellule) +
-                                    2 * Marge(colonne));
+    largeur = std::max(largeur, fontMetrics().horizontalAdvance(cellule.data().toString()) +
+                                    LargeurImage(cellule) + 2 * Marge(colonne));
   }
   return largeur;
 }
@@ -306,8 +313,8 @@ bool TableListe::viewportEvent(QEvent* evenement) {
   const QString texte = index.data().toString();
   const int place = columnWidth(index.column()) - LargeurImage(index) - 2 * Marge(index.column());
   if (index.isValid() && fontMetrics().horizontalAdvance(texte) > place)
-    QToolTip::showText(demande.globalPos(), QStringLiteral("<span>%1</span>").arg(texte.toHtmlEscaped()), viewport(),
-                       visualRect(index));
+    QToolTip::showText(demande.globalPos(), QStringLiteral("<span>%1</span>").arg(texte.toHtmlEscaped()),
+                       viewport(), visualRect(index));
   else
     QToolTip::hideText();
   return true;
@@ -335,8 +342,8 @@ void TableListe::paintEvent(QPaintEvent* evenement) {
   QPainter peintre(viewport());
   peintre.setPen(palette().color(QPalette::PlaceholderText));
   const int marge = fontMetrics().height();
-  peintre.drawText(viewport()->rect().adjusted(marge, marge, -marge, -marge), Qt::AlignCenter | Qt::TextWordWrap,
-                   m_texteVide);
+  peintre.drawText(viewport()->rect().adjusted(marge, marge, -marge, -marge),
+                   Qt::AlignCenter | Qt::TextWordWrap, m_texteVide);
 }
 
 CZNListCtrl::CZNListCtrl(ContexteUi& contexte, QWidget* parent) : TableListe(contexte, parent) {

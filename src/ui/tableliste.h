@@ -67,7 +67,8 @@ class TableListe : public QTreeView {
   void SelectionChangee();
 
  protected:
-  void drawRow(QPainter* peintre, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
   int sizeHintForColumn(int colonne) const override;
   bool viewportEvent(QEvent* evenement) override;
   void keyPressEvent(QKeyEvent* evenement) override;
@@ -86,8 +87,8 @@ class TableListe : public QTreeView {
   std::function<void()> m_activation;
   QString m_texteVide;
   int m_colonneTriee = -1;
-  bool m_place = false;               ///< widths are changing, not by the user
-  bool m_largeursPropres = false;     ///< widths are no more those of the specification
+  bool m_place = false;            ///< widths are changing, not by the user
+  bool m_largeursPropres = false;  ///< widths are no more those of the specification
   bool m_largeursChangees = false;
 };
 

@@ -73,8 +73,7 @@ class DemarrageTest : public ::testing::Test {
   /// A box whose text holds `extrait`, answered with the button of that text.
   static std::function<void(QDialog&)> Boite(const char* extrait, const QString& bouton) {
     return [extrait = QString::fromUtf8(extrait), bouton](QDialog& d) {
-      QString tout;
-      for (const QLabel* texte : d.findChildren<QLabel*>()) tout += texte->text();
+      const QString tout = Textes(d);
       EXPECT_TRUE(tout.contains(extrait)) << tout.toStdString();
       Clique(Bouton(d, bouton));
     };
@@ -182,15 +181,23 @@ TEST_F(DemarrageTest, LeCabinetQuiDisparaitNArretePasLeProgramme) {
   PremierDemarrage();
   fs::rename(Cabinet(), Cabinet() + ".parti");
   Robot robot;
-  robot.Attend("DialogMessage", Boite("", QStringLiteral("&Ok")));
-  m_programme->Cadre().Combo().setCurrentIndex(0);
-  CFenlorApp& app = App();
-  m_programme->Cadre().Table().Execute(CmdFermerExercice);
-  EXPECT_EQ(app.NomExercice, "");
-  m_programme->Cadre().Table().Execute(CmdPreferences);
+  robot.Attend("SheetOptions", [&](QDialog& d) {
+    robot.Attend("DialogMessage", Boite("Les réglages n'ont pas pu être enregistrés", QStringLiteral("&Ok")));
+    Tape(Trouve<QLineEdit>(d, "siret"), QStringLiteral("123"));
+    Clique(Trouve<QAbstractButton>(d, "ok"));
+    EXPECT_TRUE(d.isVisible()) << "what was typed is still there";
+    Clique(Trouve<QAbstractButton>(d, "annuler"));
+  });
+  m_programme->Cadre().Table().Execute(CmdOptions);
+  robot.Attend("DialogMessage", Boite("Il n'y a pas d'exercices !", QStringLiteral("&Ok")));
+  m_programme->Cadre().Table().Execute(CmdOuvrirExercice);
+
+  // The disk is back, and so are the books.
   fs::rename(Cabinet() + ".parti", Cabinet());
-  m_programme->Cadre().MontreExercice();
-  EXPECT_EQ(m_programme->Cadre().Combo().count(), 1);
+  robot.Attend("DialogOpenExercice", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "ok")); });
+  m_programme->Cadre().Table().Execute(CmdOuvrirExercice);
+  EXPECT_EQ(App().NomExercice, "2003");
+  EXPECT_EQ(+App().ExerciceOuvert, 1u);
 }
 
 TEST_F(DemarrageTest, CabinetTenuParUnAutre) {

@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QLabel>
 #include <QKeyEvent>
+#include <QPlainTextEdit>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <algorithm>
 
@@ -11,6 +14,14 @@ namespace fenlor::test {
 
 unsigned CadreDeTest::Nombre(const std::string& appel) const {
   return static_cast<unsigned>(std::count(Appels.begin(), Appels.end(), appel));
+}
+
+QString Textes(const QWidget& fenetre) {
+  QString tout = fenetre.windowTitle();
+  for (const QLabel* texte : fenetre.findChildren<QLabel*>()) tout += u'\n' + texte->text();
+  for (const QTextEdit* texte : fenetre.findChildren<QTextEdit*>()) tout += u'\n' + texte->toPlainText();
+  for (const QPlainTextEdit* texte : fenetre.findChildren<QPlainTextEdit*>()) tout += u'\n' + texte->toPlainText();
+  return tout;
 }
 
 Robot::Robot() { qApp->installEventFilter(this); }
@@ -32,7 +43,8 @@ bool Robot::eventFilter(QObject* objet, QEvent* evenement) {
     Vues.push_back(nom);
     if (m_attentes.empty() || m_attentes.front().nom != nom) {
       ADD_FAILURE() << "unexpected window " << nom << ", waiting for "
-                    << (m_attentes.empty() ? "none" : m_attentes.front().nom);
+                    << (m_attentes.empty() ? "none" : m_attentes.front().nom) << "\n"
+                    << Textes(*fenetre).toStdString();
       fenetre->reject();
       if (fenetre && fenetre->isVisible()) fenetre->done(QDialog::Rejected);
       return;

@@ -80,6 +80,8 @@ void Va(QWidget& champ);
 void Clique(QAbstractButton& bouton);
 /// Button of a text ("&Ok"), wherever it stands in the window.
 QAbstractButton& Bouton(QWidget& fenetre, const QString& texte);
+/// Title, labels and texts of a window, one a line.
+QString Textes(const QWidget& fenetre);
 /// Widgets of a window in tab order, by name; those without a name are left out.
 std::vector<std::string> OrdreTab(QWidget& fenetre);
 

@@ -4,7 +4,7 @@
 #include <QCalendarWidget>
 #include <QClipboard>
 #include <QListView>
-#include <QPushButton>
+#include <QTest>
 #include <QVBoxLayout>
 
 #include "core/valeurs.h"

@@ -2,12 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTest>
 
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
@@ -59,7 +61,7 @@ class CDialogEssai : public CZNDialog {
         .Champ(u"Ad&resse :"_s, m_adresse, "adresse").Limite(60);
     f.Groupe(u"Montants"_s)
         .Champ(u"&Montant :"_s, m_montant, "montant").Limite(16).SurDepart([this] { Recalcule(); })
-        .Suite(u"Mod&e :"_s, m_mode, "mode").SurChangement([this] { Traces.push_back("mode " + m_mode.Valeur()); })
+        .Suite(u"&Versement :"_s, m_mode, "mode").SurChangement([this] { Traces.push_back("mode " + m_mode.Valeur()); })
         .Champ(u"Solde :"_s, m_solde, "solde")
         .Champ(u"&Jours :"_s, m_jours, "jours")
         .Champ(u"Monn&aie :"_s, m_franc, "franc").ACote(m_euro, "euro")
@@ -183,6 +185,7 @@ TEST_F(FormulaireTest, CheckFindsFaults) {
 TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
   CDialogEssai dialogue(Contexte, Mode::Ajout);
   Montre(dialogue);
+  VerifieFormulaire(dialogue);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "ok").text(), u"&Enregistrer"_s);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "annuler").text(), u"&Fermer"_s);
   const auto tape = [&](const QString& texte) {

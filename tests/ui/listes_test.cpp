@@ -23,81 +23,6 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using Donnee = ModeleListe::Donnee;
 
-TEST(Colonnes, Specification) {
-  struct Cas {
-    std::string texte;
-    std::vector<std::tuple<QString, Qt::AlignmentFlag, int>> attendu;
-  };
-  const Cas cas[] = {
-      {"Code|L|80|Solde|R|100", {{u"Code"_s, Qt::AlignLeft, 80}, {u"Solde"_s, Qt::AlignRight, 100}}},
-      {"Code|L|80|", {{u"Code"_s, Qt::AlignLeft, 80}}},
-      {"Code|L|80||R|40|Solde|R|100", {{u"Code"_s, Qt::AlignLeft, 80}}},
-      {"Rub|X|40|Mois|C|30", {{u"Rub"_s, Qt::AlignLeft, 40}, {u"Mois"_s, Qt::AlignHCenter, 30}}},
-      {"Désignation des é|L|300"_w, {{u"Désignation des é"_s, Qt::AlignLeft, 300}}},
-      {"Code", {{u"Code"_s, Qt::AlignLeft, 0}}},
-      {"Code|L|abc", {{u"Code"_s, Qt::AlignLeft, 0}}},
-      {"", {}},
-      {"|L|80", {}},
-  };
-  for (const Cas& c : cas) {
-    const std::vector<Colonne> lues = LitColonnes(c.texte);
-    ASSERT_EQ(lues.size(), c.attendu.size()) << c.texte;
-    for (std::size_t i = 0; i < lues.size(); ++i) {
-      const auto& [titre, alignement, largeur] = c.attendu[i];
-      EXPECT_EQ(lues[i].titre, titre);
-      EXPECT_EQ(lues[i].alignement, Qt::Alignment(alignement)) << c.texte;
-      EXPECT_EQ(lues[i].largeur, largeur) << c.texte;
-    }
-  }
-}
-
-TEST(Colonnes, PercentagesFillTheClientWidth) {
-  const auto colonnes = LitColonnes("Compte|L|20|Libelle|L|40|Paiement|R|20|Montant|R|20");
-  for (int largeur = 0; largeur < 1500; ++largeur) {
-    const std::vector<int> largeurs = LargeursPourcent(colonnes, largeur);
-    ASSERT_EQ(std::accumulate(largeurs.begin(), largeurs.end(), 0), largeur);
-    ASSERT_EQ(largeurs[1], static_cast<int>(40 * 0.01 * largeur));
-  }
-  EXPECT_EQ(LargeursPourcent(LitColonnes("A|L|33|B|L|33|C|L|33"), 100), (std::vector<int>{33, 33, 34}));
-  EXPECT_EQ(LargeursPourcent(LitColonnes("A|L|90|B|L|90"), 100), (std::vector<int>{90, 10}));
-  EXPECT_EQ(LargeursPourcent(LitColonnes("A|L|130|B|L|20"), 100), (std::vector<int>{130, 0}));
-  EXPECT_TRUE(LargeursPourcent({}, 100).empty());
-}
-
-/// Takes characters off the end one at a time, as the rule says.
-QString Raccourcit(QString texte, int largeur, int marge, const QFontMetrics& mesure) {
-  if (mesure.horizontalAdvance(texte) + marge <= largeur) return texte;
-  const int suite = mesure.horizontalAdvance(u"..."_s);
-  while (!texte.isEmpty() && mesure.horizontalAdvance(texte) + suite + marge > largeur) texte.chop(1);
-  return texte + u"..."_s;
-}
-
-TEST(Colonnes, ClipTextKeepsWhatFits) {
-  const QFontMetrics mesure(QApplication::font());
-  for (const QString& texte :
-       {u"Honoraires perçus à l'étranger"_s, u"AVAVAVAVAV To. Ty. Wä"_s, u"i"_s, QString(), u"12 345,67"_s}) {
-    const int exact = mesure.horizontalAdvance(texte);
-    EXPECT_EQ(ClipText(texte, exact + 12, 12, mesure), texte);
-    for (int largeur = -5; largeur < exact + 20; ++largeur)
-      ASSERT_EQ(ClipText(texte, largeur, 12, mesure), Raccourcit(texte, largeur, 12, mesure)) << largeur;
-  }
-  EXPECT_EQ(ClipText(u"Libellé"_s, 3, 4, mesure), u"..."_s);
-}
-
-TEST(Colonnes, ClipTextCutsNoCharacterInHalf) {
-  const QFontMetrics mesure(QApplication::font());
-  const QString accent = QString(u'e') + QChar(0x301);
-  const QString paire = QString::fromUcs4(U"\U0001F600");
-  for (const QString& signe : {accent, paire}) {
-    const QString texte = signe.repeated(8);
-    for (int largeur = 0; largeur < mesure.horizontalAdvance(texte); ++largeur) {
-      const QString coupe = ClipText(texte, largeur, 0, mesure);
-      ASSERT_TRUE(coupe.endsWith(u"..."_s));
-      ASSERT_EQ((coupe.size() - 3) % 2, 0) << largeur;
-    }
-  }
-}
-
 /// "5|Ligne 5|95": rows from a number, counted down in the third column.
 class ListesTest : public UiDeTest {
  public:
@@ -136,61 +61,6 @@ class ListesTest : public UiDeTest {
     QTest::mouseClick(titres.viewport(), Qt::LeftButton, {}, point);
   }
 };
-
-TEST_F(ListesTest, SortIsStableAndKeepsTheLastRow) {
-  ModeleListe modele;
-  modele.PoseColonnes(LitColonnes("Code|L|80|Nom|L|80"));
-  modele.Remplit({31, 12, 32, 11, 30, 99});
-  const ModeleListe::Comparaison parDizaine = [](Donnee a, Donnee b, int colonne) {
-    return colonne == 0 ? int(a / 10) - int(b / 10) : 0;
-  };
-  modele.Trie(1, parDizaine);
-  EXPECT_EQ(Ordre(modele), (std::vector<Donnee>{31, 12, 32, 11, 30, 99}));
-  modele.DerniereFixe(true);
-  modele.Change(5, "", 5);
-  const QPersistentModelIndex suivi(modele.index(3, 1));
-  modele.Trie(0, parDizaine);
-  EXPECT_EQ(Ordre(modele), (std::vector<Donnee>{12, 11, 31, 32, 30, 5}));
-  EXPECT_EQ(suivi.row(), 1);
-  EXPECT_EQ(modele.NbLectures(), 0u);
-  modele.DerniereFixe(false);
-  modele.Trie(0, parDizaine);
-  EXPECT_EQ(Ordre(modele), (std::vector<Donnee>{5, 12, 11, 31, 32, 30}));
-  modele.Vide();
-  modele.DerniereFixe(true);
-  modele.Trie(0, parDizaine);
-  EXPECT_EQ(modele.NbLignes(), 0);
-}
-
-TEST_F(ListesTest, RowsWithTextsOfTheirOwn) {
-  ModeleListe modele;
-  modele.PoseColonnes(LitColonnes("Compte|L|20|Montant|R|20"));
-  EXPECT_EQ(modele.Ajoute("  7066|Honoraires   perçus|de trop"_w, 7), 0);
-  EXPECT_EQ(modele.Ajoute("6061", 8), 1);
-  EXPECT_EQ(modele.Champ(0, 1), u"Honoraires perçus"_s);
-  EXPECT_EQ(modele.Champ(1, 1), QString());
-  EXPECT_EQ(modele.Champ(9, 0), QString());
-  modele.Change(0, "7067", 9);
-  EXPECT_EQ(modele.Champ(0, 0), u"7067"_s);
-  modele.Supprime(0);
-  EXPECT_EQ(modele.Champ(0, 0), u"6061"_s);
-  EXPECT_EQ(modele.LigneDe(8), 0);
-  EXPECT_EQ(modele.LigneDe(9), -1);
-}
-
-TEST_F(ListesTest, ForgottenTextsAreFetchedAgain) {
-  std::string texte = "avant";
-  ModeleListe modele;
-  modele.PoseColonnes(LitColonnes("Code|L|80"));
-  modele.PoseTextes([&](Donnee) { return texte; });
-  modele.Remplit({1, 2});
-  EXPECT_EQ(modele.Champ(0, 0), u"avant"_s);
-  texte = "depuis";
-  EXPECT_EQ(modele.Champ(0, 0), u"avant"_s);
-  modele.Oublie();
-  EXPECT_EQ(modele.Champ(0, 0), u"depuis"_s);
-  EXPECT_EQ(modele.NbLectures(), 2u);
-}
 
 TEST_F(ListesTest, OnlyPaintedRowsAreFetched) {
   TableListe table(Contexte);
@@ -390,7 +260,8 @@ class DessinTest : public ListesTest {
   static std::pair<int, int> Encre(const QImage& image, const QRect& cellule, QColor fond) {
     std::pair<int, int> bords{-1, -1};
     for (int x = cellule.left(); x <= cellule.right(); ++x) {
-      if (Compte(image, QRect(x, cellule.top(), 1, cellule.height()), fond) == unsigned(cellule.height())) continue;
+      if (Compte(image, QRect(x, cellule.top(), 1, cellule.height()), fond) == unsigned(cellule.height()))
+        continue;
       if (bords.first < 0) bords.first = x - cellule.left();
       bords.second = x - cellule.left();
     }
@@ -516,7 +387,9 @@ class VueDeTest : public CZNListView {
   std::vector<unsigned> Menu;
   std::vector<unsigned> Executees;
 
-  bool Connait(unsigned commande) const override { return commande == 1006 || CZNListView::Connait(commande); }
+  bool Connait(unsigned commande) const override {
+    return commande == 1006 || CZNListView::Connait(commande);
+  }
   bool Disponible(unsigned commande) const override {
     return commande == 1006 || CZNListView::Disponible(commande);
   }
@@ -543,10 +416,13 @@ class VueListeTest : public ListesTest {
     return vue;
   }
   std::string Colonnes() { return App().Reglages.LitIni("Comptes d'essai", "Colonnes"); }
-  void PoseColonnes(const std::string& valeur) { App().Reglages.EcritIni("Comptes d'essai", "Colonnes", valeur); }
+  void PoseColonnes(const std::string& valeur) {
+    App().Reglages.EcritIni("Comptes d'essai", "Colonnes", valeur);
+  }
   static void TireBord(TableListe& table, int colonne, int pixels) {
     const QHeaderView& titres = *table.header();
-    const QPoint bord(titres.sectionViewportPosition(colonne) + titres.sectionSize(colonne) - 1, titres.height() / 2);
+    const QPoint bord(titres.sectionViewportPosition(colonne) + titres.sectionSize(colonne) - 1,
+                      titres.height() / 2);
     QTest::mouseMove(titres.viewport(), bord);
     QTest::mousePress(titres.viewport(), Qt::LeftButton, {}, bord);
     QTest::mouseMove(titres.viewport(), bord + QPoint(pixels, 0));
@@ -610,8 +486,8 @@ TEST_F(VueListeTest, WidthsOfTheUserAreKept) {
 }
 
 TEST_F(VueListeTest, DamagedWidthsAreIgnored) {
-  for (const char* valeur : {"80,90", "80,90,100,110", "80,,90", "80,-5,90", "80,x,90", "80,0,90", "80,99999999999,90",
-                             ",", "80;90;100"}) {
+  for (const char* valeur : {"80,90", "80,90,100,110", "80,,90", "80,-5,90", "80,x,90", "80,0,90",
+                             "80,99999999999,90", ",", "80;90;100"}) {
     PoseColonnes(valeur);
     const auto vue = Ouvre(3);
     EXPECT_EQ(vue->Table().Largeurs(), (std::vector<int>{80, 120, 90})) << valeur;

@@ -335,17 +335,21 @@ TEST_F(PreferencesTest, PoliceChoisie) {
 
     robot.Attend("DialogPolice", [](QDialog& polices) {
       EXPECT_EQ(static_cast<QFontDialog&>(polices).currentFont().pointSize(), 10);
-      static_cast<QFontDialog&>(polices).setCurrentFont(QFont(u"DejaVu Sans Mono"_s, 11));
+      static_cast<QFontDialog&>(polices).setCurrentFont(QFont(u"Noto Sans Mono"_s, 11));
       polices.accept();
     });
     Clique(Trouve<QPushButton>(d, "impressionsModifier"));
     robot.Attend("DialogPolice", [](QDialog& polices) { polices.reject(); });
     Clique(Trouve<QPushButton>(d, "saisiesModifier"));
+    // Nothing is changed by a dialog that is only looked at.
+    ASSERT_TRUE(App().Reglages.EcritIni("Préférences"_w, "Police des saisies", "DejaVu Sans, -13, 7, 0, 0, 0, 0"));
+    robot.Attend("DialogPolice", [](QDialog& polices) { polices.accept(); });
+    Clique(Trouve<QPushButton>(d, "saisiesModifier"));
     d.reject();
   }));
   EXPECT_EQ(Lit("Police des listes"), "DejaVu Serif, -16, 255, 1, 0, 0, 1");
-  EXPECT_EQ(Lit("Police des impressions"), "DejaVu Sans Mono, 11, , 0, 0, 0, 0");
-  EXPECT_EQ(Lit("Police des saisies"), "MS Sans Serif, -11, 0, 0, 0, 0, 0");
+  EXPECT_EQ(Lit("Police des impressions"), "Noto Sans Mono, 11, , 0, 0, 0, 0");
+  EXPECT_EQ(Lit("Police des saisies"), "DejaVu Sans, -13, 7, 0, 0, 0, 0");
   EXPECT_TRUE(Dessin.PoliceListes.bold());
   EXPECT_EQ(Dessin.TexteJournaux, QColor(0, 0, 128));
   EXPECT_EQ(Cadre.Nombre("Actualise 65535"), 0u);

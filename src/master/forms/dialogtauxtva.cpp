@@ -41,7 +41,7 @@ CDialogTauxTVA::CDialogTauxTVA(ContexteUi& contexte, const QString& titre, const
     m_compte.setReadOnly(true);
     m_taux.setFocus();
   }
-  Zone().setMinimumWidth(fontMetrics().horizontalAdvance(titre) * 3 / 2);  // the frame shows it whole
+  setMinimumWidth(fontMetrics().horizontalAdvance(titre) * 3 / 2);  // the frame shows it whole
   Boutons(Mode::Simple);
 }
 

@@ -78,9 +78,12 @@ TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
       EXPECT_TRUE(Trouve<QRadioButton>(f, "annuel").isChecked());
       EXPECT_EQ(Dates(f), "2003 01/01/2003 31/12/2003");
       EXPECT_EQ(Cases(f), "tE!d");
-      EXPECT_EQ(OrdreTab(f), (std::vector<std::string>{"annuel", "annee", "tva", "double", "ok", "annuler"}));
-      Clique(Trouve<QAbstractButton>(f, "tva"));
-      Clique(Trouve<QAbstractButton>(f, "double"));
+      EXPECT_EQ(OrdreTab(f), (std::vector<std::string>{"annuel", "annee", "periode", "tva", "double", "ok", "annuler"}));
+      EXPECT_EQ(f.focusWidget()->objectName(), u"annee"_s);
+      Trouve<QAbstractButton>(f, "tva").click();
+      Trouve<QAbstractButton>(f, "double").click();
+      Trouve<QAbstractButton>(f, "euro").click();
+      EXPECT_EQ(Cases(f), "TE!D") << "the Euro is no choice from 2002 on";
       Clique(Bouton(f, u"&Ok"_s));
     });
     CommandeNouvelExercice(ui, [&] { ++options; });
@@ -124,7 +127,7 @@ TEST_F(FormesExercices, ReglesDesChamps) {
     const struct {
       const char16_t* annee;
       const char* cases;
-    } annees[] = {{u"1998", "te!."}, {u"1999", "ted"}, {u"2001", "ted"}, {u"2002", "tE!d"}, {u"2000", "tEd"}};
+    } annees[] = {{u"1998", "te!."}, {u"1999", "te."}, {u"2001", "te."}, {u"2002", "tE!d"}, {u"2000", "tEd"}};
     for (const auto& a : annees) {
       const QString texte = QString::fromUtf16(a.annee);
       Tape(annee, texte);
