@@ -6,7 +6,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/paquets.sh
-paquets $paquets_programme xvfb xdotool imagemagick fonts-dejavu-core
+paquets $paquets_programme xvfb openbox xdotool imagemagick fonts-dejavu-core
 mkdir -p "${1:?folder}"
 sortie="$(cd "$1" && pwd)"
 taille="${2:-1280x900}"
@@ -27,7 +27,8 @@ serveur=$!
 while [ ! -s "$travail/ecran" ]; do sleep 0.1; done
 DISPLAY=":$(cat "$travail/ecran")"
 export DISPLAY
-
+openbox >/dev/null 2>&1 &
+sleep 1.5
 "$bin/fenlor" /D "$travail/demo" --sans-accueil &
 programme=$!
 pause() { sleep "${1:-0.7}"; }

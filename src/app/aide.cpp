@@ -1,18 +1,20 @@
 #include "app/aide.h"
 
-#include <QAction>
+#include <QApplication>
 #include <QEvent>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSplitter>
 #include <QTextBrowser>
 #include <QTextDocumentFragment>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 #include <utility>
 
@@ -41,6 +43,7 @@ constexpr Nom noms[] = {
     {"DialogAstuce", "outils#astuce"},
     {"DialogCalculatrice", "calculatrice"},
     {"DialogCompteParticulier", "options#comptes"},
+    {"DialogCouleur", "preferences#couleurs"},
     {"DialogIndex", "entretien#cles"},
     {"DialogInfoSystem", "outils#informations"},
     {"DialogMessage", "problemes"},
@@ -48,7 +51,9 @@ constexpr Nom noms[] = {
     {"DialogOpenExercice", "exercices#ouvrir"},
     {"DialogPassword", "exercices#motdepasse"},
     {"DialogPersonnaliser", "barres#personnaliser"},
+    {"DialogPolice", "preferences#polices"},
     {"DialogRaccourcis", "clavier#changer"},
+    {"DialogSaisieTaux", "options#euro"},
     {"DialogTauxEuro", "options#euro"},
     {"DialogTauxTVA", "options#tva"},
     {"FenetreAide", "index"},
@@ -103,6 +108,22 @@ QString Repli(const QString& texte) {
   return repli;
 }
 
+/// Words to look for. Small ones ("de", "la") count only when there is nothing else.
+QStringList Mots(const QString& cherche) {
+  const QStringList tous = Repli(cherche).split(u' ', Qt::SkipEmptyParts);
+  QStringList longs;
+  for (const QString& mot : tous)
+    if (mot.size() > 2) longs += mot;
+  return longs.isEmpty() ? tous : longs;
+}
+
+/// Place of a word, or of the beginning of one, from `depuis` on; -1 when there is none.
+qsizetype PlaceMot(const QString& texte, const QString& mot, qsizetype depuis = 0) {
+  for (qsizetype p = texte.indexOf(mot, depuis); p >= 0; p = texte.indexOf(mot, p + 1))
+    if (p == 0 || !texte[p - 1].isLetterOrNumber()) return p;
+  return -1;
+}
+
 QString SansAcces(const char* texte) {
   QString propre = QString::fromUtf8(texte);
   propre.remove(u'&');
@@ -114,8 +135,9 @@ QString SansAcces(const char* texte) {
 QString TableRaccourcis() {
   static constexpr const char* menus[] = {"Fichier", "Edition",   "Comptabilité", "Etats", "Traitements",
                                           "Outils",  "Affichage", "Fenêtre",      "?",     ""};
-  QString table = u"<table cellpadding=\"3\"><tr><th align=\"left\">Touche</th><th align=\"left\">Commande</th>"
-                  "<th align=\"left\">Menu</th></tr>"_s;
+  QString table =
+      u"<table cellpadding=\"3\"><tr><th align=\"left\">Touche</th><th align=\"left\">Commande</th>"
+      "<th align=\"left\">Menu</th></tr>"_s;
   for (const Commande& commande : TableCommandes()) {
     if (!commande.action || !*commande.raccourci) continue;
     const QKeySequence touches(QString::fromLatin1(commande.raccourci), QKeySequence::PortableText);
@@ -175,7 +197,8 @@ QStringList NomsAide() {
 }
 
 CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
-    : QDialog(parent, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint), m_contexte(contexte) {
+    : QDialog(parent, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      m_contexte(contexte) {
   setObjectName(u"FenetreAide"_s);
   setWindowTitle(u"Aide de Fenlor"_s);
 
@@ -192,7 +215,8 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   m_sommaire->setItemsExpandable(false);
   QTreeWidgetItem* parentListe = nullptr;
   for (const PageAide& page : PagesAide()) {
-    auto* element = page.niveau && parentListe ? new QTreeWidgetItem(parentListe) : new QTreeWidgetItem(m_sommaire);
+    auto* element =
+        page.niveau && parentListe ? new QTreeWidgetItem(parentListe) : new QTreeWidgetItem(m_sommaire);
     element->setText(0, QString::fromUtf8(page.titre));
     element->setData(0, RoleFichier, Adresse(page.fichier));
     if (!page.niveau) parentListe = element;
@@ -206,7 +230,8 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   m_recherche->setClearButtonEnabled(true);
 
   auto* barre = new QHBoxLayout;
-  const auto bouton = [&](const QString& texte, const QString& astuce, Qt::ArrowType fleche, const char* nom) {
+  const auto bouton = [&](const QString& texte, const QString& astuce, Qt::ArrowType fleche,
+                          const char* nom) {
     auto* b = new QToolButton(this);
     b->setObjectName(QString::fromLatin1(nom));
     b->setText(texte);
@@ -224,7 +249,8 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   avant->setEnabled(false);
   apres->setEnabled(false);
   barre->addStretch(1);
-  m_recherche->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
+  m_recherche->setMinimumWidth(fontMetrics().horizontalAdvance(m_recherche->placeholderText()) +
+                               6 * fontMetrics().height() / 2);
   barre->addWidget(m_recherche);
 
   auto* partage = new QSplitter(this);
@@ -233,13 +259,18 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   partage->setStretchFactor(1, 1);
   partage->setChildrenCollapsible(false);
   const int caractere = fontMetrics().averageCharWidth();
-  m_sommaire->setMinimumWidth(qMin(m_sommaire->columnWidth(0) + 2 * caractere, 36 * caractere));
+  m_sommaire->setMinimumWidth(12 * caractere);
+  const int largeurSommaire = qMin(m_sommaire->columnWidth(0) + 2 * caractere, 40 * caractere);
+  partage->setSizes({largeurSommaire, 125 * caractere - largeurSommaire});
   auto* colonne = new QVBoxLayout(this);
   colonne->addLayout(barre);
   colonne->addWidget(partage, 1);
   resize(caractere * 125, fontMetrics().height() * 36);
-  for (auto [un, autre] : {std::pair<QWidget*, QWidget*>{avant, apres}, {apres, accueil}, {accueil, m_recherche},
-                           {m_recherche, m_sommaire}, {m_sommaire, m_texte}})
+  for (auto [un, autre] : {std::pair<QWidget*, QWidget*>{avant, apres},
+                           {apres, accueil},
+                           {accueil, m_recherche},
+                           {m_recherche, m_sommaire},
+                           {m_sommaire, m_texte}})
     setTabOrder(un, autre);
 
   connect(m_texte, &QTextBrowser::backwardAvailable, avant, &QWidget::setEnabled);
@@ -254,14 +285,30 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
     m_texte->setSource(QUrl(u"qrc:/aide/"_s + element->data(0, RoleFichier).toString()));
   });
   PoseCouleurs();
-  Montre(u"index"_s);
+  m_texte->setSource(QUrl(u"qrc:/aide/"_s + AdresseAide(u"index"_s)));
 }
 
 void CFenetreAide::Montre(const QString& page) {
   m_texte->setSource(QUrl(u"qrc:/aide/"_s + AdresseAide(page)));
-  if (!isVisible()) return;
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  SuitModale();
   raise();
   activateWindow();
+}
+
+/// A modal form blocks every window but those that belong to it.
+void CFenetreAide::SuitModale() {
+  auto* modale = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (!modale || !windowHandle() || !modale->windowHandle()) return;
+  windowHandle()->setTransientParent(modale->windowHandle());
+  connect(
+      modale, &QDialog::finished, this,
+      [this] {
+        windowHandle()->setTransientParent(parentWidget() ? parentWidget()->window()->windowHandle()
+                                                          : nullptr);
+      },
+      Qt::SingleShotConnection);
 }
 
 void CFenetreAide::SuisPage(const QUrl& page) {
@@ -274,7 +321,7 @@ void CFenetreAide::SuisPage(const QUrl& page) {
 }
 
 void CFenetreAide::Cherche(const QString& mots) {
-  const QStringList cherches = Repli(mots).split(u' ', Qt::SkipEmptyParts);
+  const QStringList cherches = Mots(mots);
   QTreeWidgetItem* premier = nullptr;
   const auto filtre = [&](const auto& moi, QTreeWidgetItem* element) -> bool {
     bool visible = false;
@@ -283,8 +330,11 @@ void CFenetreAide::Cherche(const QString& mots) {
     if (!cherches.isEmpty()) {
       const QUrl url(u"qrc:/aide/"_s + element->data(0, RoleFichier).toString());
       const QString page = m_texte->loadResource(QTextDocument::HtmlResource, url).toString();
-      const QString texte = Repli(element->text(0) + u' ' + QTextDocumentFragment::fromHtml(page).toPlainText());
-      contient = std::all_of(cherches.begin(), cherches.end(), [&](const QString& mot) { return texte.contains(mot); });
+      const QString texte =
+          Repli(element->text(0) + u' ' + QTextDocumentFragment::fromHtml(page).toPlainText());
+      contient = std::all_of(cherches.begin(), cherches.end(),
+                             [&](const QString& mot) { return PlaceMot(texte, mot) >= 0; });
+      contient = contient && element->data(0, RoleFichier).toString() != u"index.html"_s;
     }
     QFont police = element->font(0);
     police.setBold(contient && !cherches.isEmpty());
@@ -300,13 +350,14 @@ void CFenetreAide::Cherche(const QString& mots) {
   const bool fondSombre = couleurs.color(QPalette::Base).lightnessF() < 0.5;
   if (!premier) couleurs.setColor(QPalette::Text, fondSombre ? QColor(255, 150, 150) : QColor(180, 0, 0));
   m_recherche->setPalette(couleurs);
-  if (premier && !cherches.isEmpty() && courant && !courant->font(0).bold()) m_sommaire->setCurrentItem(premier);
+  if (premier && !cherches.isEmpty() && courant && !courant->font(0).bold())
+    m_sommaire->setCurrentItem(premier);
   Surligne();
 }
 
 void CFenetreAide::Surligne() {
   QList<QTextEdit::ExtraSelection> marques;
-  const QStringList mots = Repli(m_recherche->text()).split(u' ', Qt::SkipEmptyParts);
+  QStringList mots = Mots(m_recherche->text());
   const QString texte = m_texte->document()->toPlainText();
   // Accents fold to one character each here, so that places stay the same.
   QString repli;
@@ -314,8 +365,11 @@ void CFenetreAide::Surligne() {
     const QString un = Repli(QString(c));
     repli += un.size() == 1 ? un[0] : c;
   }
+  if (const QString phrase = Repli(m_recherche->text()).simplified();
+      PlaceMot(repli, phrase) >= 0 && !phrase.isEmpty())
+    mots = {phrase};
   for (const QString& mot : mots)
-    for (qsizetype p = repli.indexOf(mot); p >= 0; p = repli.indexOf(mot, p + mot.size())) {
+    for (qsizetype p = PlaceMot(repli, mot); p >= 0; p = PlaceMot(repli, mot, p + mot.size())) {
       QTextEdit::ExtraSelection marque;
       marque.cursor = QTextCursor(m_texte->document());
       marque.cursor.setPosition(static_cast<int>(p));
@@ -325,14 +379,23 @@ void CFenetreAide::Surligne() {
       marques += marque;
     }
   m_texte->setExtraSelections(marques);
+  if (marques.isEmpty()) return;
+  const auto premiere = std::min_element(marques.begin(), marques.end(), [](const auto& a, const auto& b) {
+    return a.cursor.selectionStart() < b.cursor.selectionStart();
+  });
+  QTextCursor place = premiere->cursor;
+  place.setPosition(place.selectionStart());
+  m_texte->setTextCursor(place);
 }
 
 /// Qt takes the link colour of the application, which is too dark on many dark palettes.
 void CFenetreAide::PoseCouleurs() {
   const QColor fond = palette().color(QPalette::Base);
   QColor lien = palette().color(QPalette::Link);
-  if (Contraste(lien, fond) < 4.5) lien = fond.lightnessF() < 0.5 ? QColor(138, 180, 248) : QColor(0, 60, 170);
-  const QString feuille = u"a { color: %1; } h1 { font-size: x-large; } h2 { font-size: large; }"_s.arg(lien.name());
+  if (Contraste(lien, fond) < 4.5)
+    lien = fond.lightnessF() < 0.5 ? QColor(138, 180, 248) : QColor(0, 60, 170);
+  const QString feuille =
+      u"a { color: %1; } h1 { font-size: x-large; } h2 { font-size: large; }"_s.arg(lien.name());
   if (m_texte->document()->defaultStyleSheet() == feuille) return;
   m_texte->document()->setDefaultStyleSheet(feuille);
   if (m_texte->source().isValid()) m_texte->reload();
@@ -345,8 +408,10 @@ void CFenetreAide::changeEvent(QEvent* evenement) {
 
 void CFenetreAide::keyPressEvent(QKeyEvent* evenement) {
   const bool alt = evenement->modifiers() == Qt::AltModifier;
-  if ((alt && evenement->key() == Qt::Key_Left) || evenement->key() == Qt::Key_Back) return m_texte->backward();
-  if ((alt && evenement->key() == Qt::Key_Right) || evenement->key() == Qt::Key_Forward) return m_texte->forward();
+  if ((alt && evenement->key() == Qt::Key_Left) || evenement->key() == Qt::Key_Back)
+    return m_texte->backward();
+  if ((alt && evenement->key() == Qt::Key_Right) || evenement->key() == Qt::Key_Forward)
+    return m_texte->forward();
   if ((alt && evenement->key() == Qt::Key_Home) || evenement->key() == Qt::Key_F1) return Montre(u"index"_s);
   if (evenement->matches(QKeySequence::Find)) {
     m_recherche->setFocus();
@@ -360,6 +425,7 @@ void CFenetreAide::keyPressEvent(QKeyEvent* evenement) {
 void CFenetreAide::showEvent(QShowEvent* evenement) {
   if (!m_placee) {
     m_placee = true;
+    resize(size().boundedTo(screen()->availableGeometry().size() * 19 / 20));
     RestaurePosition(*this, m_contexte.App, Texte(SecAide));
     m_texte->setFocus();
   }

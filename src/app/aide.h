@@ -7,7 +7,6 @@
 
 #include "ui/fenetres.h"
 
-class QAction;
 class QLineEdit;
 class QTextBrowser;
 class QTreeWidget;
@@ -35,8 +34,8 @@ class CFenetreAide : public QDialog {
  public:
   CFenetreAide(ContexteUi& contexte, QWidget* parent);
 
-  /// Opens the page of a window or form, by its object name, and comes to the front. An unknown
-  /// name opens the contents page.
+  /// Shows the page of a window or form, by its object name, in front of all; the contents page
+  /// for an unknown name. Beside a modal form it stays usable.
   void Montre(const QString& page);
 
   void done(int resultat) override;
@@ -49,6 +48,7 @@ class CFenetreAide : public QDialog {
  private:
   void Cherche(const QString& mots);
   void SuisPage(const QUrl& page);
+  void SuitModale();
   void PoseCouleurs();
   void Surligne();
 

@@ -21,15 +21,15 @@ QString TexteVersion() {
 QString NomEdition(const CFenlorApp& app) {
   switch (app.Edition) {
     case 0:
-      return u"Édition Quorbane"_s;
+      return u"Quorbane"_s;
     case 1:
-      return u"Édition Quorbane Édition Spéciale"_s;
+      return u"Quorbane Édition Spéciale"_s;
     case 3:
-      return u"Édition Tessamaris"_s;
+      return u"Tessamaris"_s;
     case 4:
-      return u"Édition Tessamaris Édition Spéciale"_s;
+      return u"Tessamaris Édition Spéciale"_s;
     default:
-      return u"Édition autonome"_s;
+      return u"autonome"_s;
   }
 }
 
@@ -55,15 +55,23 @@ CDialogAbout::CDialogAbout(ContexteUi& contexte, QWidget* parent)
   droite->addWidget(produit);
   droite->addWidget(ligne(u"Comptabilité des professions libérales"_s, "sousTitre"));
   droite->addSpacing(ecart);
-  droite->addWidget(ligne(TexteQ(FormatVersion, {TexteVersion().toStdString()}) + u" — "_s + NomEdition(App()), "version"));
-  droite->addWidget(ligne(u"Réalisé avec Qt %1 (utilisé sous licence LGPL version 3)."_s.arg(QString::fromLatin1(qVersion())), "qt"));
+  droite->addWidget(
+      ligne(TexteQ(FormatVersion, {TexteVersion().toStdString()}) + u", édition "_s + NomEdition(App()),
+            "version"));
+  droite->addWidget(ligne(
+      u"Réalisé avec Qt %1 (utilisé sous licence LGPL version 3)."_s.arg(QString::fromLatin1(qVersion())),
+      "qt"));
   droite->addSpacing(ecart);
-  auto* licence = ligne(u"Fenlor est un logiciel libre : vous pouvez le redistribuer et le modifier selon les termes de la "
-                        "licence publique générale GNU, version 3 ou ultérieure (GPL-3.0-or-later)."_s, "licence");
+  auto* licence = ligne(
+      u"Fenlor est un logiciel libre : vous pouvez le redistribuer et le modifier selon les termes de la "
+      "licence publique générale GNU, version 3 ou ultérieure (GPL-3.0-or-later)."_s,
+      "licence");
   licence->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
   droite->addWidget(licence);
-  droite->addWidget(ligne(u"Il est fourni dans l'espoir qu'il sera utile, mais sans garantie d'aucune sorte, pas même la "
-                          "garantie implicite de qualité marchande ou d'adéquation à un usage particulier."_s, "garantie"));
+  droite->addWidget(
+      ligne(u"Il est fourni dans l'espoir qu'il sera utile, mais sans garantie d'aucune sorte, pas même la "
+            "garantie implicite de qualité marchande ou d'adéquation à un usage particulier."_s,
+            "garantie"));
   droite->addStretch(1);
 
   auto* image = new QLabel(this);

@@ -13,7 +13,7 @@ class CDialogAbout : public CZNDialog {
 
 /// "5.0.235"
 QString TexteVersion();
-/// How the program was started, as a person reads it: "Version autonome".
+/// How the program was started, as a person reads it: "autonome", "Tessamaris".
 QString NomEdition(const CFenlorApp& app);
 
 }  // namespace fenlor

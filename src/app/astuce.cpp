@@ -21,8 +21,8 @@ namespace {
 
 int LitReglage(CFenlorApp& app, unsigned cle, int defaut) {
   std::string texte;
-  const bool lu =
-      app.Magasin.QVGetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce), Texte(cle), texte);
+  const bool lu = app.Magasin.QVGetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce),
+                                             Texte(cle), texte);
   return lu && !EstVide(texte) ? TexteVersEntier(texte) : defaut;
 }
 
@@ -67,7 +67,8 @@ CQVTipOfDay::CQVTipOfDay(ContexteUi& contexte, const QStringList& astuces, QWidg
   const int largeur = mesure.averageCharWidth() * 55;
   int hauteur = 0;
   for (const QString& astuce : m_astuces)
-    hauteur = qMax(hauteur, mesure.boundingRect(QRect(0, 0, largeur, 10000), Qt::TextWordWrap, astuce).height());
+    hauteur =
+        qMax(hauteur, mesure.boundingRect(QRect(0, 0, largeur, 10000), Qt::TextWordWrap, astuce).height());
   m_texte->setMinimumSize(largeur, hauteur + mesure.leading());
   m_demarrage = new QCheckBox(u"&Afficher les astuces au démarrage"_s, this);
   m_demarrage->setObjectName(u"demarrage"_s);
@@ -88,7 +89,8 @@ CQVTipOfDay::CQVTipOfDay(ContexteUi& contexte, const QStringList& astuces, QWidg
 
   Boutons(Mode::Consultation);
   m_demarrage->setEnabled(true);
-  for (const auto& [texte, nom, pas] : {std::tuple{u"&Précédente"_s, "precedente", -1}, std::tuple{u"&Suivante"_s, "suivante", 1}}) {
+  for (const auto& [texte, nom, pas] :
+       {std::tuple{u"&Précédente"_s, "precedente", -1}, std::tuple{u"&Suivante"_s, "suivante", 1}}) {
     QPushButton& bouton = AjouteBouton(texte, nom);
     bouton.setEnabled(m_astuces.size() > 1);
     connect(&bouton, &QPushButton::clicked, this, [this, pas = pas] {

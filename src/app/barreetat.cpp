@@ -13,8 +13,13 @@ namespace fenlor {
 using namespace Qt::Literals::StringLiterals;
 
 CBarreEtat::CBarreEtat(ContexteUi& contexte, QWidget* parent)
-    : QStatusBar(parent), m_contexte(contexte), m_exercice(new QLabel(this)), m_monnaie(new QLabel(this)),
-      m_cloture(new QWidget(this)), m_imageCloture(new QLabel(m_cloture)), m_heure(new QLabel(this)) {
+    : QStatusBar(parent),
+      m_contexte(contexte),
+      m_exercice(new QLabel(this)),
+      m_monnaie(new QLabel(this)),
+      m_cloture(new QWidget(this)),
+      m_imageCloture(new QLabel(m_cloture)),
+      m_heure(new QLabel(this)) {
   setObjectName(u"BarreEtat"_s);
   m_exercice->setObjectName(u"exercice"_s);
   m_exercice->setTextFormat(Qt::PlainText);
@@ -28,7 +33,8 @@ CBarreEtat::CBarreEtat(ContexteUi& contexte, QWidget* parent)
   cloture->setContentsMargins(0, 0, 0, 0);
   cloture->addWidget(m_imageCloture);
   cloture->addWidget(new QLabel(u"Clôturé"_s, m_cloture));
-  for (QWidget* w : {static_cast<QWidget*>(m_exercice), static_cast<QWidget*>(m_monnaie), m_cloture, static_cast<QWidget*>(m_heure)})
+  for (QWidget* w : {static_cast<QWidget*>(m_exercice), static_cast<QWidget*>(m_monnaie), m_cloture,
+                     static_cast<QWidget*>(m_heure)})
     addPermanentWidget(w);
 
   m_minute.setSingleShot(true);
@@ -51,8 +57,9 @@ void CBarreEtat::Programme() {
 void CBarreEtat::MontreHeure(const QDateTime& maintenant) {
   m_heure->setText(maintenant.toString(u"HH:mm"_s));
   const QDate jour = maintenant.date();
-  m_heure->setToolTip(Q(StrLDate(FaitDate(static_cast<unsigned>(jour.day()), static_cast<unsigned>(jour.month()),
-                                          static_cast<unsigned>(jour.year())))));
+  m_heure->setToolTip(
+      Q(StrLDate(FaitDate(static_cast<unsigned>(jour.day()), static_cast<unsigned>(jour.month()),
+                          static_cast<unsigned>(jour.year())))));
 }
 
 void CBarreEtat::MontreExercice() {
@@ -60,7 +67,8 @@ void CBarreEtat::MontreExercice() {
   const bool ouvert = !app.NomExercice.empty();
   if (ouvert) {
     m_exercice->setText(u"Exercice "_s + Q(app.NomExercice));
-    m_exercice->setToolTip(u"Du %1 au %2"_s.arg(Q(StrDate(app.Reglages.GetDebutExercice())), Q(StrDate(app.Reglages.GetFinExercice()))));
+    m_exercice->setToolTip(u"Du %1 au %2"_s.arg(Q(StrDate(app.Reglages.GetDebutExercice())),
+                                                Q(StrDate(app.Reglages.GetFinExercice()))));
     m_monnaie->setText(Q(Texte(app.Reglages.IsEuro() ? MotEuro : MotFranc)));
   }
   m_exercice->setVisible(ouvert);

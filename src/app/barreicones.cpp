@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QScreen>
 #include <QStatusBar>
+#include <QToolButton>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -26,36 +27,68 @@ namespace {
 
 constexpr int versionEtat = 1;  ///< of the kept places
 
-struct Texteur {
+struct MotDeStyle {
   Qt::ToolButtonStyle style;
   unsigned mot;
 };
-constexpr Texteur styles[] = {{Qt::ToolButtonTextUnderIcon, MotTexteDessous},
-                              {Qt::ToolButtonTextBesideIcon, MotTexteACote},
-                              {Qt::ToolButtonIconOnly, MotTexteSans}};
+constexpr MotDeStyle styles[] = {{Qt::ToolButtonTextUnderIcon, MotTexteDessous},
+                                 {Qt::ToolButtonTextBesideIcon, MotTexteACote},
+                                 {Qt::ToolButtonIconOnly, MotTexteSans}};
 
 struct Legende {
   unsigned numero;
   const char* texte;
 };
-constexpr Legende legendes[] = {
-    {CmdNouvelExercice, "Nouveau"}, {CmdOuvrirExercice, "Ouvrir"},   {CmdFermerExercice, "Fermer"},
-    {CmdCloture, "Clôture"},        {CmdSupprimerExercice, "Supprimer"}, {57606, "Impression"},
-    {1012, "Recettes"},             {1013, "Dépenses"},              {1014, "Op. diverses"},
-    {1015, "Immobilis."},           {1016, "Trésorerie"},            {1017, "Cptes recettes"},
-    {1018, "Cptes dépenses"},       {1019, "Plan"},                  {1020, "Rubriques"},
-    {1021, "Libellés"},             {1026, "Détail"},                {1027, "Extrait"},
-    {1028, "Grand livre"},          {1029, "Balance"},               {1030, "T.V.A."},
-    {1031, "Etat rappr."},          {1032, "Centralis."},            {1033, "2035"},
-    {1034, "Remise"},               {1035, "Amortiss."},             {1036, "+/- values"},
-    {1038, "Automatiques"},         {1095, "Echéances"},             {1039, "Frais km"},
-    {1040, "Virement"},             {1041, "Rapprocher"},            {1224, "Validation"},
-    {CmdMiseAJour, "Mise à jour"},  {CmdReconstruction, "Clés"},     {CmdRecalcul, "Recalcul"},
-    {CmdAjustementEuro, "Euro"},    {CmdPleinEcran, "Plein écran"},  {CmdPersonnaliserBarre, "Personnaliser"},
-    {CmdRaccourcis, "Raccourcis"},  {CmdFenetreSuivante, "Suivante"}, {CmdFermerFenetre, "Fermer"},
-    {CmdFermerFenetres, "Tout fermer"}, {CmdAide, "Aide"},           {CmdAstuce, "Astuce"},
-    {CmdDemonstration, "Démo"},     {CmdPageWeb, "Web"},             {CmdCourrier, "Courrier"},
-    {CmdInformations, "Système"},   {CmdAPropos, "A propos"}};
+constexpr Legende legendes[] = {{CmdNouvelExercice, "Nouveau"},
+                                {CmdOuvrirExercice, "Ouvrir"},
+                                {CmdFermerExercice, "Fermer"},
+                                {CmdCloture, "Clôture"},
+                                {CmdSupprimerExercice, "Supprimer"},
+                                {57606, "Impression"},
+                                {1012, "Recettes"},
+                                {1013, "Dépenses"},
+                                {1014, "Op. diverses"},
+                                {1015, "Immobilis."},
+                                {1016, "Trésorerie"},
+                                {1017, "Cptes recettes"},
+                                {1018, "Cptes dépenses"},
+                                {1019, "Plan"},
+                                {1020, "Rubriques"},
+                                {1021, "Libellés"},
+                                {1026, "Détail"},
+                                {1027, "Extrait"},
+                                {1028, "Grand livre"},
+                                {1029, "Balance"},
+                                {1030, "T.V.A."},
+                                {1031, "Etat rappr."},
+                                {1032, "Centralis."},
+                                {1033, "2035"},
+                                {1034, "Remise"},
+                                {1035, "Amortiss."},
+                                {1036, "+/- values"},
+                                {1038, "Automatiques"},
+                                {1095, "Echéances"},
+                                {1039, "Frais km"},
+                                {1040, "Virement"},
+                                {1041, "Rapprocher"},
+                                {1224, "Validation"},
+                                {CmdMiseAJour, "Mise à jour"},
+                                {CmdReconstruction, "Clés"},
+                                {CmdRecalcul, "Recalcul"},
+                                {CmdAjustementEuro, "Euro"},
+                                {CmdPleinEcran, "Plein écran"},
+                                {CmdPersonnaliserBarre, "Personnaliser"},
+                                {CmdRaccourcis, "Raccourcis"},
+                                {CmdFenetreSuivante, "Suivante"},
+                                {CmdFermerFenetre, "Fermer"},
+                                {CmdFermerFenetres, "Tout fermer"},
+                                {CmdAide, "Aide"},
+                                {CmdAstuce, "Astuce"},
+                                {CmdDemonstration, "Démo"},
+                                {CmdPageWeb, "Web"},
+                                {CmdCourrier, "Courrier"},
+                                {CmdInformations, "Système"},
+                                {CmdAPropos, "A propos"}};
 
 /// Numbers between commas; nothing when one of them is none.
 std::optional<std::vector<unsigned>> LitListe(const std::string& texte) {
@@ -79,7 +112,9 @@ std::optional<std::vector<unsigned>> LitListe(const std::string& texte) {
 std::vector<unsigned> Nettoie(const std::vector<unsigned>& liste) {
   std::vector<unsigned> propre;
   for (const unsigned numero : liste) {
-    if (numero == 0 ? propre.empty() || propre.back() == 0 : std::ranges::find(propre, numero) != propre.end()) continue;
+    if (numero == 0 ? propre.empty() || propre.back() == 0
+                    : std::ranges::find(propre, numero) != propre.end())
+      continue;
     propre.push_back(numero);
   }
   if (!propre.empty() && propre.back() == 0) propre.pop_back();
@@ -101,19 +136,20 @@ std::string SectionBarre() { return TexteFormat(FormatSecBarreOutils, {"0"}); }
 }  // namespace
 
 ContenuBarre ContenuParDefaut() {
-  return {{1012, 1013, 1014, 0, 1016, 1019, 0, 1041, CmdSauvegarder, 0, CmdOptions, CmdCalculatrice, CmdAide}};
+  return {{1012, 1013, 1014, 0, 1016, 1041, CmdSauvegarder, 0, CmdOptions, CmdCalculatrice, CmdAide}};
 }
 
 ContenuBarre LitContenuBarre(CFenlorApp& app) {
   ContenuBarre contenu = ContenuParDefaut();
   if (!CabinetOuvert(app)) return contenu;
   const std::string section = SectionBarre();
-  if (const auto liste = LitListe(app.Reglages.LitIni(section, Texte(CleCommandesBarre)))) contenu.Commandes = Nettoie(*liste);
+  if (const auto liste = LitListe(app.Reglages.LitIni(section, Texte(CleCommandesBarre))))
+    contenu.Commandes = Nettoie(*liste);
   const auto taille = LitListe(app.Reglages.LitIni(section, Texte(CleTailleIcones)));
   if (taille && taille->size() == 1 && TailleConnue(static_cast<int>(taille->front())))
     contenu.Taille = static_cast<int>(taille->front());
   const std::string textes = app.Reglages.LitIni(section, Texte(CleTextesIcones));
-  for (const Texteur& style : styles)
+  for (const MotDeStyle& style : styles)
     if (textes == Texte(style.mot)) contenu.Textes = style.style;
   return contenu;
 }
@@ -121,11 +157,12 @@ ContenuBarre LitContenuBarre(CFenlorApp& app) {
 bool EcritContenuBarre(CFenlorApp& app, const ContenuBarre& contenu) {
   if (!CabinetOuvert(app)) return true;
   std::string liste;
-  for (const unsigned numero : Nettoie(contenu.Commandes)) liste += (liste.empty() ? "" : ",") + std::to_string(numero);
+  for (const unsigned numero : Nettoie(contenu.Commandes))
+    liste += (liste.empty() ? "" : ",") + std::to_string(numero);
   // An empty bar is written as one separator: a blank value means the default.
   if (liste.empty()) liste = "0";
   std::string textes;
-  for (const Texteur& style : styles)
+  for (const MotDeStyle& style : styles)
     if (contenu.Textes == style.style) textes = Texte(style.mot);
   const std::string section = SectionBarre();
   return app.Magasin.Reglages().Ecrit({{section, Texte(CleCommandesBarre), liste},
@@ -146,6 +183,7 @@ CBarreIcones::CBarreIcones(ContexteUi& contexte, FournitAction action, QWidget* 
   setMovable(true);
   setFloatable(true);
   setAllowedAreas(Qt::AllToolBarAreas);
+  connect(this, &QToolBar::orientationChanged, this, &CBarreIcones::Aligne);
   Pose(ContenuParDefaut());
 }
 
@@ -173,6 +211,23 @@ void CBarreIcones::Pose(ContenuBarre contenu) {
     action->setIconText(LegendeCommande(numero));
     addAction(action);
   }
+  Aligne();
+}
+
+void CBarreIcones::Aligne() {
+  int largeur = 0;
+  const auto boutons = findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
+  const auto deCommande = [this](const QToolButton* bouton) { return bouton->defaultAction() != nullptr; };
+  for (QToolButton* bouton : boutons)
+    if (orientation() == Qt::Vertical && deCommande(bouton))
+      largeur = std::max(largeur, bouton->sizeHint().width());
+  for (QToolButton* bouton : boutons)
+    if (deCommande(bouton)) bouton->setMinimumWidth(largeur);
+}
+
+void CBarreIcones::changeEvent(QEvent* evenement) {
+  QToolBar::changeEvent(evenement);
+  if (evenement->type() == QEvent::FontChange || evenement->type() == QEvent::StyleChange) Aligne();
 }
 
 void CBarreIcones::Personnalise() {
@@ -219,10 +274,11 @@ void CBarreIcones::contextMenuEvent(QContextMenuEvent* evenement) {
 void SauveBarres(const QMainWindow& fenetre, CFenlorApp& app) {
   if (!CabinetOuvert(app)) return;
   const QByteArray etat = AvecSomme(fenetre.saveState(versionEtat));
-  std::vector<Profil::Changement> changements{
-      {Texte(SecBarreOutils), Texte(CleEtatBarres), etat.toBase64(QByteArray::OmitTrailingEquals).toStdString()}};
+  std::vector<Profil::Changement> changements{{Texte(SecBarreOutils), Texte(CleEtatBarres),
+                                               etat.toBase64(QByteArray::OmitTrailingEquals).toStdString()}};
   if (const auto* barre = fenetre.findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly))
-    changements.push_back({Texte(SecBarreOutils), Texte(CleBarreEtat), Texte(barre->isHidden() ? MotNon : MotOui)});
+    changements.push_back(
+        {Texte(SecBarreOutils), Texte(CleBarreEtat), Texte(barre->isHidden() ? MotNon : MotOui)});
   app.Magasin.Reglages().Ecrit(changements);
 }
 
@@ -230,11 +286,13 @@ bool RestaureBarres(QMainWindow& fenetre, CFenlorApp& app) {
   if (!CabinetOuvert(app)) return false;
   const std::string section = Texte(SecBarreOutils);
   const std::string visible = app.Reglages.LitIni(section, Texte(CleBarreEtat));
-  if (auto* barre = fenetre.findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly); barre && !visible.empty())
+  if (auto* barre = fenetre.findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
+      barre && !visible.empty())
     barre->setVisible(Parametres::IsOui(visible));
 
-  const auto lu = QByteArray::fromBase64Encoding(QByteArray::fromStdString(app.Reglages.LitIni(section, Texte(CleEtatBarres))),
-                                                 QByteArray::AbortOnBase64DecodingErrors);
+  const auto lu = QByteArray::fromBase64Encoding(
+      QByteArray::fromStdString(app.Reglages.LitIni(section, Texte(CleEtatBarres))),
+      QByteArray::AbortOnBase64DecodingErrors);
   if (!lu || lu.decoded.size() <= 2) return false;
   const QByteArray etat = lu.decoded.chopped(2);
   if (lu.decoded != AvecSomme(etat) || !fenetre.restoreState(etat, versionEtat)) return false;

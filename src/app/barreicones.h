@@ -52,15 +52,18 @@ class CBarreIcones : public QToolBar {
 
  protected:
   void contextMenuEvent(QContextMenuEvent* evenement) override;
+  void changeEvent(QEvent* evenement) override;
 
  private:
+  void Aligne();  ///< buttons that stand in a column are of one width
   ContexteUi& m_contexte;
   FournitAction m_action;
   ContenuBarre m_contenu;
 };
 
 /// Places and visibility of the window's tool bars and of its status bar, in
-/// section "Barre d'outils". Nothing is written when nothing changed, or without an open practice.
+/// section "Barre d'outils". Nothing is written when nothing changed, or without an open practice; a failure
+/// is not told, for the window is closing.
 void SauveBarres(const QMainWindow& fenetre, CFenlorApp& app);
 /// False, and nothing moved, when nothing usable is kept. A bar that floated on a
 /// screen which is gone comes back to the window.

@@ -50,7 +50,8 @@ std::optional<Decimal> Decimal::Fait(Large valeur, int decimales) {
   while (decimales > 0 && (decimales > decimalesMax || valeur >= limite || valeur <= -limite)) {
     // All surplus digits go at once: rounding step by step would round twice.
     int surplus = std::max(decimales - decimalesMax, 0);
-    while (surplus < decimales && (valeur / Puissance(surplus) >= limite || valeur / Puissance(surplus) <= -limite))
+    while (surplus < decimales &&
+           (valeur / Puissance(surplus) >= limite || valeur / Puissance(surplus) <= -limite))
       ++surplus;
     valeur = surplus > 37 ? 0 : DiviseArrondi(valeur, Puissance(surplus));
     decimales -= surplus;
@@ -127,7 +128,8 @@ std::string Decimal::Texte(char separateur, unsigned chiffres) const {
   int decimales = m_decimales;
   const Large plafond = Puissance(static_cast<int>(chiffres));
   int surplus = 0;
-  while (surplus < decimales && (valeur / Puissance(surplus) >= plafond || valeur / Puissance(surplus) <= -plafond))
+  while (surplus < decimales &&
+         (valeur / Puissance(surplus) >= plafond || valeur / Puissance(surplus) <= -plafond))
     ++surplus;
   valeur = DiviseArrondi(valeur, Puissance(surplus));
   decimales -= surplus;
@@ -136,8 +138,10 @@ std::string Decimal::Texte(char separateur, unsigned chiffres) const {
     --decimales;
   }
   std::string texte;
-  for (Large reste = valeur < 0 ? -valeur : valeur; reste > 0 || static_cast<int>(texte.size()) <= decimales; reste /= 10) {
-    if (decimales > 0 && static_cast<int>(texte.size()) == decimales && texte.find(separateur) == std::string::npos)
+  for (Large reste = valeur < 0 ? -valeur : valeur; reste > 0 || static_cast<int>(texte.size()) <= decimales;
+       reste /= 10) {
+    if (decimales > 0 && static_cast<int>(texte.size()) == decimales &&
+        texte.find(separateur) == std::string::npos)
       texte += separateur;
     texte += static_cast<char>('0' + static_cast<int>(reste % 10));
   }
@@ -250,7 +254,8 @@ void Calcul::Chiffre(char chiffre) {
   if (m_saisie.empty()) m_saisie = "0";
   if (chiffre == ',') {
     if (m_saisie.find(',') != std::string::npos) return;
-  } else if (static_cast<unsigned>(std::count_if(m_saisie.begin(), m_saisie.end(), EstChiffre)) >= ChiffresMax) {
+  } else if (static_cast<unsigned>(std::count_if(m_saisie.begin(), m_saisie.end(), EstChiffre)) >=
+             ChiffresMax) {
     return;
   } else if (m_saisie == "0" || m_saisie == "-0") {
     m_saisie.pop_back();

@@ -48,10 +48,31 @@ class Decimal {
 };
 
 enum class Touche {
-  Chiffre0, Chiffre1, Chiffre2, Chiffre3, Chiffre4, Chiffre5, Chiffre6, Chiffre7, Chiffre8, Chiffre9,
-  Virgule, Signe, Efface, CE, C,
-  Plus, Moins, Fois, Divise, Egal, Pourcent,
-  MPlus, MMoins, MR, MC,
+  Chiffre0,
+  Chiffre1,
+  Chiffre2,
+  Chiffre3,
+  Chiffre4,
+  Chiffre5,
+  Chiffre6,
+  Chiffre7,
+  Chiffre8,
+  Chiffre9,
+  Virgule,
+  Signe,
+  Efface,
+  CE,
+  C,
+  Plus,
+  Moins,
+  Fois,
+  Divise,
+  Egal,
+  Pourcent,
+  MPlus,
+  MMoins,
+  MR,
+  MC,
 };
 
 /// A desk calculator. Operations run in the order in which they are typed
@@ -101,13 +122,13 @@ class Calcul {
   void Note(const std::string& nombre, const std::string& signe);
   void NotePremier();
 
-  Decimal m_valeur;            ///< shown
-  std::string m_saisie;        ///< as typed, empty when a result is shown
-  bool m_fraiche = true;       ///< the number shown was not used yet: it stands on no tape
-  char m_operateur = 0;        ///< waiting, 0 for none
+  Decimal m_valeur;       ///< shown
+  std::string m_saisie;   ///< as typed, empty when a result is shown
+  bool m_fraiche = true;  ///< the number shown was not used yet: it stands on no tape
+  char m_operateur = 0;   ///< waiting, 0 for none
   Decimal m_gauche;
-  bool m_droite = false;       ///< the second number was given
-  char m_repete = 0;           ///< of the last "=", for the next one
+  bool m_droite = false;  ///< the second number was given
+  char m_repete = 0;      ///< of the last "=", for the next one
   Decimal m_repeteValeur;
   Decimal m_memoire;
   bool m_erreur = false;

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextOption>
 #include <QToolButton>
@@ -87,22 +88,30 @@ CDialogCalculatrice::CDialogCalculatrice(ContexteUi& contexte, QWidget* parent)
     Touche touche;
   };
   static constexpr Ligne lignes[4][4] = {
-      {{u"MC", u"Vider la mémoire", u"F8", "mc", T::MC}, {u"7", u"7", u"7", "chiffre7", T::Chiffre7},
-       {u"8", u"8", u"8", "chiffre8", T::Chiffre8}, {u"9", u"9", u"9", "chiffre9", T::Chiffre9}},
-      {{u"MR", u"Rappeler la mémoire", u"F7", "mr", T::MR}, {u"4", u"4", u"4", "chiffre4", T::Chiffre4},
-       {u"5", u"5", u"5", "chiffre5", T::Chiffre5}, {u"6", u"6", u"6", "chiffre6", T::Chiffre6}},
-      {{u"M-", u"Retirer de la mémoire", u"F6", "mmoins", T::MMoins}, {u"1", u"1", u"1", "chiffre1", T::Chiffre1},
-       {u"2", u"2", u"2", "chiffre2", T::Chiffre2}, {u"3", u"3", u"3", "chiffre3", T::Chiffre3}},
-      {{u"M+", u"Ajouter à la mémoire", u"F5", "mplus", T::MPlus}, {u"0", u"0", u"0", "chiffre0", T::Chiffre0},
-       {u",", u"Virgule", u", ou .", "virgule", T::Virgule}, {u"±", u"Changer de signe", u"N", "signe", T::Signe}},
+      {{u"MC", u"Vider la mémoire", u"F8", "mc", T::MC},
+       {u"7", u"7", u"7", "chiffre7", T::Chiffre7},
+       {u"8", u"8", u"8", "chiffre8", T::Chiffre8},
+       {u"9", u"9", u"9", "chiffre9", T::Chiffre9}},
+      {{u"MR", u"Rappeler la mémoire", u"F7", "mr", T::MR},
+       {u"4", u"4", u"4", "chiffre4", T::Chiffre4},
+       {u"5", u"5", u"5", "chiffre5", T::Chiffre5},
+       {u"6", u"6", u"6", "chiffre6", T::Chiffre6}},
+      {{u"M-", u"Retirer de la mémoire", u"F6", "mmoins", T::MMoins},
+       {u"1", u"1", u"1", "chiffre1", T::Chiffre1},
+       {u"2", u"2", u"2", "chiffre2", T::Chiffre2},
+       {u"3", u"3", u"3", "chiffre3", T::Chiffre3}},
+      {{u"M+", u"Ajouter à la mémoire", u"F5", "mplus", T::MPlus},
+       {u"0", u"0", u"0", "chiffre0", T::Chiffre0},
+       {u",", u"Virgule", u", ou .", "virgule", T::Virgule},
+       {u"±", u"Changer de signe", u"N", "signe", T::Signe}},
   };
   static constexpr Ligne operations[] = {{u"÷", u"Diviser", u"/", "divise", T::Divise},
                                          {u"×", u"Multiplier", u"*", "fois", T::Fois},
                                          {u"-", u"Soustraire", u"-", "moins", T::Moins},
                                          {u"+", u"Ajouter", u"+", "plus", T::Plus}};
   const auto pose = [&](int ligne, int colonne, const Ligne& l) {
-    Bouton(*touches, ligne, colonne, QString::fromUtf16(l.texte), QString::fromUtf16(l.parle), QString::fromUtf16(l.cle),
-           l.nom, touche(l.touche));
+    Bouton(*touches, ligne, colonne, QString::fromUtf16(l.texte), QString::fromUtf16(l.parle),
+           QString::fromUtf16(l.cle), l.nom, touche(l.touche));
   };
   for (int i = 0; i < 4; ++i) {
     for (int j = 0; j < 4; ++j) pose(i + 1, j, lignes[i][j]);
@@ -133,13 +142,14 @@ CDialogCalculatrice::CDialogCalculatrice(ContexteUi& contexte, QWidget* parent)
   colonne->addWidget(cadre);
   colonne->addLayout(pied);
   colonne->addLayout(touches);
-  m_bande->setMinimumHeight(m_bande->fontMetrics().lineSpacing() * 4);
-  resize(minimumSizeHint().width(), minimumSizeHint().height() + m_bande->fontMetrics().lineSpacing() * 3);
+  m_bande->setMinimumHeight(m_bande->fontMetrics().lineSpacing() * 3);
+  resize(minimumSizeHint().width(), minimumSizeHint().height() + m_bande->fontMetrics().lineSpacing() * 4);
   Montre();
 }
 
-void CDialogCalculatrice::Bouton(QGridLayout& grille, int ligne, int colonne, const QString& texte, const QString& parle,
-                                 const QString& touche, const char* nom, std::function<void()> action, int hauteur) {
+void CDialogCalculatrice::Bouton(QGridLayout& grille, int ligne, int colonne, const QString& texte,
+                                 const QString& parle, const QString& touche, const char* nom,
+                                 std::function<void()> action, int hauteur) {
   auto* bouton = new QPushButton(texte, this);
   bouton->setObjectName(QString::fromLatin1(nom));
   bouton->setAccessibleName(parle);
@@ -204,7 +214,8 @@ void CDialogCalculatrice::Montre() {
   const QString texte = m_calcul.Erreur() ? TexteQ(CalculErreur) : Groupe(m_calcul.Affichage());
   m_affichage->setText(texte);
   m_affichage->setAccessibleDescription(texte);
-  m_temoin->setText((m_calcul.MemoirePleine() ? u"M "_s : QString()) + QString::fromStdString(m_calcul.Operation()));
+  m_temoin->setText((m_calcul.MemoirePleine() ? u"M "_s : QString()) +
+                    QString::fromStdString(m_calcul.Operation()));
   QString bande;
   for (const Calcul::Ligne& ligne : m_calcul.Bande()) {
     const QString nombre = ligne.signe == "E" ? TexteQ(CalculErreur) : Groupe(ligne.nombre);
@@ -282,6 +293,7 @@ void CDialogCalculatrice::keyPressEvent(QKeyEvent* evenement) {
 void CDialogCalculatrice::showEvent(QShowEvent* evenement) {
   if (!m_placee) {
     m_placee = true;
+    resize(size().boundedTo(screen()->availableGeometry().size() * 19 / 20));
     RestaurePosition(*this, m_contexte.App, Texte(SecCalculatrice));
     setFocus();
   }

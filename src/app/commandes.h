@@ -23,6 +23,8 @@ enum class Quand {
 
 /// Where it stands.
 enum class Menu { Fichier, Edition, Comptabilite, Etats, Traitements, Outils, Affichage, Fenetre, Aide, Aucun };
+/// Title of a menu, UTF-8, "&" before the access key; empty for `Aucun`.
+const char* TitreMenu(Menu menu);
 
 struct Commande {
   unsigned numero;

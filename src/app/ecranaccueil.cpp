@@ -18,7 +18,8 @@ namespace {
 constexpr QSize taille(480, 280);
 
 QPixmap Dessine(bool tessamaris) {
-  const qreal echelle = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->devicePixelRatio() : 1;
+  const qreal echelle =
+      QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->devicePixelRatio() : 1;
   QPixmap image(taille * echelle);
   image.setDevicePixelRatio(echelle);
   QPainter p(&image);
@@ -34,9 +35,9 @@ QPixmap Dessine(bool tessamaris) {
 
   // A page of a journal, half hidden behind the right edge.
   p.save();
-  p.translate(330, 52);
+  p.translate(414, 96);
   p.rotate(6);
-  const QRectF page(0, 0, 190, 250);
+  const QRectF page(0, 0, 150, 250);
   p.setPen(Qt::NoPen);
   p.setBrush(QColor(255, 255, 255, 30));
   p.drawRoundedRect(page, 6, 6);
@@ -46,7 +47,7 @@ QPixmap Dessine(bool tessamaris) {
     p.drawRect(QRectF(0, y, page.width(), 18));
   }
   p.setPen(QPen(QColor(255, 255, 255, 70), 1));
-  for (const qreal x : {46.0, 118.0}) p.drawLine(QPointF(x, 28), QPointF(x, 244));
+  for (const qreal x : {30.0, 64.0}) p.drawLine(QPointF(x, 28), QPointF(x, 244));
   p.restore();
 
   p.setPen(Qt::NoPen);
@@ -65,7 +66,8 @@ QPixmap Dessine(bool tessamaris) {
   ecrit(124, 18, false, QColor(255, 255, 255, 235), u"Comptabilité des professions libérales"_s);
   ecrit(taille.height() - 62, 13, true, accent, TexteQ(FormatVersion, {TexteVersion().toStdString()}));
   ecrit(taille.height() - 40, 12, false, QColor(255, 255, 255, 190),
-        tessamaris ? u"Avec Tessamaris — logiciel libre, sans garantie"_s : u"Logiciel libre (GPL-3.0-or-later), sans garantie"_s);
+        tessamaris ? u"Avec Tessamaris — logiciel libre, sans garantie"_s
+                   : u"Logiciel libre (GPL-3.0-or-later), sans garantie"_s);
   p.setPen(QPen(QColor(0, 0, 0, 90), 1));
   p.setBrush(Qt::NoBrush);
   p.drawRect(cadre.adjusted(0.5, 0.5, -0.5, -0.5));

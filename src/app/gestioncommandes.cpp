@@ -18,16 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct TitreMenu {
-  Menu menu;
-  const char* texte;
-};
-constexpr TitreMenu titres[] = {
-    {Menu::Fichier, "&Fichier"},           {Menu::Edition, "&Edition"},   {Menu::Comptabilite, "&Comptabilité"},
-    {Menu::Etats, "E&tats"},               {Menu::Traitements, "T&raitements"}, {Menu::Outils, "&Outils"},
-    {Menu::Affichage, "&Affichage"},       {Menu::Fenetre, "Fe&nêtre"},   {Menu::Aide, "&?"},
-};
-
 /// The desktop can show a page: a browser is named, or the opener is there.
 bool NavigateurPresent() {
   return !qEnvironmentVariableIsEmpty("BROWSER") ||
@@ -56,16 +46,17 @@ Commandes::Commandes(CMainFrame& cadre) : QObject(&cadre), m_cadre(cadre), m_nav
 }
 
 void Commandes::FaitMenus(QMenuBar& barre) {
-  for (const TitreMenu& titre : titres) {
+  for (int i = 0; i < static_cast<int>(Menu::Aucun); ++i) {
+    const Menu place = static_cast<Menu>(i);
     QMenu* menu = nullptr;
     bool separateur = false;
     for (const Commande& commande : TableCommandes()) {
-      if (commande.menu != titre.menu) continue;
+      if (commande.menu != place) continue;
       separateur = separateur || commande.separateur;
       QAction* action = Action(commande.numero);
       if (!action) continue;
       if (!menu) {
-        menu = barre.addMenu(QString::fromUtf8(titre.texte));
+        menu = barre.addMenu(QString::fromUtf8(TitreMenu(place)));
         menu->setToolTipsVisible(false);
         connect(menu, &QMenu::aboutToShow, this, &Commandes::ActualiseEtats);
       } else if (separateur) {

@@ -24,10 +24,9 @@ namespace {
 
 QString Chemin(const std::string& octets) { return QFile::decodeName(QByteArray::fromStdString(octets)); }
 
-QString Mesure(unsigned numero, std::initializer_list<qint64> nombres) {
-  QString texte = TexteQ(numero);
-  for (const qint64 nombre : nombres) texte.replace(texte.indexOf(u'%'), 2, QLocale().toString(nombre));
-  return texte;
+/// Thousands apart with a blank that the code page has.
+std::string Nombre(qint64 nombre) {
+  return De1252(QLocale().toString(nombre).replace(QChar(0x202F), QChar(0x00A0)));
 }
 
 QString Memoire() {
@@ -40,17 +39,18 @@ QString Memoire() {
       if (mots[0] == "MemTotal:") totale = mots[1].toLongLong() / 1024;
       if (mots[0] == "MemAvailable:") libre = mots[1].toLongLong() / 1024;
     }
-  return totale < 0 || libre < 0 ? TexteQ(InfoInconnu) : Mesure(InfoMemoire, {totale, libre});
+  return totale < 0 || libre < 0 ? TexteQ(InfoInconnu) : TexteQ(InfoMemoire, {Nombre(totale), Nombre(libre)});
 }
 
-qint64 TailleDossier(const QString& dossier) {
+QString Taille(const std::string& dossier) {
   qint64 taille = 0;
-  QDirIterator fichiers(dossier, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
+  QDirIterator fichiers(Chemin(dossier), QDir::Files | QDir::Hidden | QDir::NoSymLinks,
+                        QDirIterator::Subdirectories);
   while (fichiers.hasNext()) {
     fichiers.next();
     taille += fichiers.fileInfo().size();
   }
-  return taille;
+  return TexteQ(InfoKo, {Nombre((taille + 1023) / 1024)});
 }
 
 GroupeInformations Ecrans(const QWidget* fenetre) {
@@ -61,8 +61,9 @@ GroupeInformations Ecrans(const QWidget* fenetre) {
     const QSize points = ecran.size() * ecran.devicePixelRatio();
     QString titre = ecrans.size() == 1 ? u"Écran"_s : u"Écran %1"_s.arg(i + 1);
     if (ecrans.size() > 1 && fenetre && fenetre->screen() == &ecran) titre += u" (celui-ci)"_s;
-    groupe.lignes.push_back({titre, TexteQ(InfoEcran, {std::to_string(points.width()), std::to_string(points.height()),
-                                                       std::to_string(qRound(ecran.devicePixelRatio() * 100))})});
+    groupe.lignes.push_back(
+        {titre, TexteQ(InfoEcran, {std::to_string(points.width()), std::to_string(points.height()),
+                                   std::to_string(qRound(ecran.devicePixelRatio() * 100))})});
   }
   groupe.lignes.push_back({u"Système graphique"_s, QGuiApplication::platformName()});
   return groupe;
@@ -80,20 +81,19 @@ std::vector<GroupeInformations> InformationsSysteme(CFenlorApp& app, const QWidg
 
   GroupeInformations cabinet{u"Cabinet"_s, {{u"Dossier du cabinet"_s, Chemin(app.PathCabinet)}}};
   cabinet.lignes.push_back({u"Nombre d'exercices"_s, QString::number(app.Magasin.GetExercicesRec())});
-  cabinet.lignes.push_back(
-      {u"Taille du cabinet"_s, Mesure(InfoKo, {(TailleDossier(Chemin(app.PathCabinet)) + 1023) / 1024})});
+  cabinet.lignes.push_back({u"Taille du cabinet"_s, Taille(app.PathCabinet)});
   const QStorageInfo disque(Chemin(app.PathCabinet));
   constexpr qint64 mega = 1 << 20;
   cabinet.lignes.push_back(
-      {u"Espace sur le disque"_s, disque.isValid() && disque.isReady()
-                                      ? Mesure(InfoDisque, {disque.bytesAvailable() / mega, disque.bytesTotal() / mega})
-                                      : TexteQ(InfoInconnu)});
+      {u"Espace sur le disque"_s,
+       disque.isValid() && disque.isReady()
+           ? TexteQ(InfoDisque, {Nombre(disque.bytesAvailable() / mega), Nombre(disque.bytesTotal() / mega)})
+           : TexteQ(InfoInconnu)});
   const bool ouvert = !app.NomExercice.empty();
   cabinet.lignes.push_back({u"Exercice ouvert"_s, ouvert ? Q(app.NomExercice) : u"aucun"_s});
   if (ouvert) {
     cabinet.lignes.push_back({u"Dossier de l'exercice"_s, Chemin(app.PathExercice)});
-    cabinet.lignes.push_back({u"Taille de l'exercice"_s,
-                              Mesure(InfoKo, {(TailleDossier(Chemin(app.PathExercice)) + 1023) / 1024})});
+    cabinet.lignes.push_back({u"Taille de l'exercice"_s, Taille(app.PathExercice)});
   }
   groupes.push_back(std::move(cabinet));
 

@@ -3,8 +3,12 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/images.h"
 
@@ -35,32 +39,26 @@ QString NomCommande(const Commande& commande) {
 }
 
 QString NomMenu(Menu menu) {
-  switch (menu) {
-    case Menu::Fichier:
-      return u"Fichier"_s;
-    case Menu::Edition:
-      return u"Edition"_s;
-    case Menu::Comptabilite:
-      return u"Comptabilité"_s;
-    case Menu::Etats:
-      return u"Etats"_s;
-    case Menu::Traitements:
-      return u"Traitements"_s;
-    case Menu::Outils:
-      return u"Outils"_s;
-    case Menu::Affichage:
-      return u"Affichage"_s;
-    case Menu::Fenetre:
-      return u"Fenêtre"_s;
-    case Menu::Aide:
-      return u"Aide"_s;
-    case Menu::Aucun:
-      break;
-  }
-  return u"Autres"_s;
+  if (menu == Menu::Aide) return u"Aide"_s;
+  if (menu == Menu::Aucun) return u"Autres"_s;
+  return QString::fromUtf8(TitreMenu(menu)).remove(u'&');
 }
 
-CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& retenue, bool raccourcis, QWidget* parent)
+QIcon ImageDeLigne(const char* nom, const QWidget& liste, int cote) {
+  const QPixmap image = Image(nom).pixmap(QSize(cote, cote), liste.devicePixelRatioF());
+  QPixmap choisie = image;
+  if (!choisie.isNull()) {
+    QPainter peintre(&choisie);
+    peintre.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    peintre.fillRect(choisie.rect(), liste.palette().color(QPalette::HighlightedText));
+  }
+  QIcon icone(image);
+  icone.addPixmap(choisie, QIcon::Selected);
+  return icone;
+}
+
+CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& retenue, bool raccourcis,
+                                 QWidget* parent)
     : QWidget(parent), m_recherche(new QLineEdit(this)), m_table(new QTreeWidget(this)) {
   m_recherche->setObjectName(u"recherche"_s);
   m_recherche->setPlaceholderText(u"Chercher une commande"_s);
@@ -70,7 +68,8 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
   m_table->setObjectName(u"commandes"_s);
   m_table->setAccessibleName(u"Commandes"_s);
   m_table->setColumnCount(raccourcis ? 2 : 1);
-  m_table->setHeaderLabels(raccourcis ? QStringList{u"Commande"_s, u"Raccourci"_s} : QStringList{u"Commande"_s});
+  m_table->setHeaderLabels(raccourcis ? QStringList{u"Commande"_s, u"Raccourci"_s}
+                                      : QStringList{u"Commande"_s});
   m_table->setHeaderHidden(!raccourcis);
   m_table->setRootIsDecorated(false);
   m_table->setUniformRowHeights(true);
@@ -79,6 +78,9 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
   m_table->header()->setSectionResizeMode(0, QHeaderView::Stretch);
   if (raccourcis) m_table->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
 
+  const int cote = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  m_table->setIconSize({cote, cote});
+  int largeur = 0;
   for (int i = 0; i <= static_cast<int>(Menu::Aucun); ++i) {
     QTreeWidgetItem* titre = nullptr;
     for (const Commande& commande : TableCommandes()) {
@@ -93,7 +95,8 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
         titre->setForeground(0, m_table->palette().brush(QPalette::Active, QPalette::Text));
       }
       auto* ligne = new QTreeWidgetItem(m_table, {NomCommande(commande)});
-      ligne->setIcon(0, Image(commande.image));
+      ligne->setIcon(0, ImageDeLigne(commande.image, *m_table, cote));
+      largeur = std::max(largeur, m_table->fontMetrics().horizontalAdvance(ligne->text(0)));
       ligne->setToolTip(0, QString::fromUtf8(commande.explication));
       ligne->setData(0, roleNumero, commande.numero);
       ligne->setData(0, roleCherche, Simplifie(menu + u' ' + NomCommande(commande)));
@@ -105,8 +108,9 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
   colonne->addWidget(m_recherche);
   colonne->addWidget(m_table, 1);
   setFocusProxy(m_recherche);
-  m_table->setMinimumWidth(m_table->fontMetrics().averageCharWidth() * (raccourcis ? 52 : 36));
-  m_table->setMinimumHeight(m_table->fontMetrics().height() * 14);
+  m_table->setMinimumWidth(largeur + cote + m_table->verticalScrollBar()->sizeHint().width() +
+                           m_table->fontMetrics().averageCharWidth() * (raccourcis ? 24 : 6));
+  m_table->setMinimumHeight(m_table->fontMetrics().height() * 7);
 
   connect(m_recherche, &QLineEdit::textChanged, this, &CListeCommandes::Filtre);
   connect(m_table, &QTreeWidget::currentItemChanged, this, &CListeCommandes::ChoixChange);
@@ -120,6 +124,10 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
 CListeCommandes::~CListeCommandes() {
   m_recherche->disconnect(this);
   m_table->disconnect(this);
+}
+
+QSize CListeCommandes::sizeHint() const {
+  return QSize(QWidget::sizeHint().width(), fontMetrics().height() * 22);
 }
 
 unsigned CListeCommandes::Choisie() const {

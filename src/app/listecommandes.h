@@ -2,6 +2,7 @@
 // user choose one.
 #pragma once
 
+#include <QIcon>
 #include <QWidget>
 #include <functional>
 
@@ -18,16 +19,22 @@ QString NomCommande(const Commande& commande);
 /// "Fichier" of `Menu::Fichier`; "Autres" for a command that stands in no menu.
 QString NomMenu(Menu menu);
 
+/// Picture of a list's row; on a selected one it is drawn in the colour of its text,
+/// so that it does not sink into the background.
+QIcon ImageDeLigne(const char* nom, const QWidget& liste, int cote);
+
 class CListeCommandes : public QWidget {
   Q_OBJECT
  public:
   /// Rows that `retenue` takes, in the order of the menus. With `raccourcis` there is a second
   /// column. The search field is named "recherche", the list "commandes".
-  CListeCommandes(const std::function<bool(const Commande&)>& retenue, bool raccourcis, QWidget* parent = nullptr);
+  CListeCommandes(const std::function<bool(const Commande&)>& retenue, bool raccourcis,
+                  QWidget* parent = nullptr);
 
   ~CListeCommandes() override;
+  QSize sizeHint() const override;
 
-  unsigned Choisie() const;  ///< 0 when none is
+  unsigned Choisie() const;       ///< 0 when none is
   void Choisit(unsigned numero);  ///< shows all rows again when it is filtered out
   void PoseRaccourci(unsigned numero, const QString& texte);
   /// Shows the rows that hold all words of the text, whatever case and accents.

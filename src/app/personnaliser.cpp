@@ -5,9 +5,9 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
-#include "ui/images.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -35,17 +35,20 @@ QLabel* FaitLibelle(const QString& texte, QWidget* champ, QBoxLayout& colonne) {
 
 }  // namespace
 
-CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBarre& contenu, FournitAction action,
-                                           QWidget* parent)
+CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBarre& contenu,
+                                           FournitAction action, QWidget* parent)
     : CZNDialog(contexte, u"Personnaliser la barre d'icônes"_s, "DialogPersonnaliser", parent),
       m_action(std::move(action)) {
-  m_disponibles = new CListeCommandes([this](const Commande& c) { return m_action(c.numero) != nullptr; }, false);
+  m_disponibles =
+      new CListeCommandes([this](const Commande& c) { return m_action(c.numero) != nullptr; }, false);
   m_disponibles->setObjectName(u"disponibles"_s);
   m_contenu = new QListWidget;
   m_contenu->setObjectName(u"contenu"_s);
   m_contenu->setAccessibleName(u"Contenu de la barre"_s);
   m_contenu->setDragDropMode(QAbstractItemView::InternalMove);
-  m_contenu->setMinimumWidth(m_contenu->fontMetrics().averageCharWidth() * 36);
+  m_contenu->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  m_contenu->setMinimumWidth(m_disponibles->Table().minimumWidth());
+  m_contenu->setIconSize(m_disponibles->Table().iconSize());
 
   auto* gauche = new QVBoxLayout;
   FaitLibelle(u"&Commandes :"_s, m_disponibles, *gauche);
@@ -68,7 +71,8 @@ CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBa
   m_taille = new EditeurChoix;
   m_taille->setObjectName(u"taille"_s);
   for (std::size_t i = 0; i < taillesIcones.size(); ++i)
-    m_taille->Ajoute(De1252(QString::fromUtf8(nomsTailles[i]).remove(u'&')), std::to_string(taillesIcones[i]));
+    m_taille->Ajoute(De1252(QString::fromUtf8(nomsTailles[i]).remove(u'&')),
+                     std::to_string(taillesIcones[i]));
   m_textes = new EditeurChoix;
   m_textes->setObjectName(u"textes"_s);
   for (const NomTextes& nom : nomsTextes)
@@ -96,7 +100,8 @@ CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBa
   connect(m_disponibles, &CListeCommandes::ChoixChange, this, &CDialogPersonnaliser::ActualiseBoutons);
   connect(m_contenu, &QListWidget::currentRowChanged, this, &CDialogPersonnaliser::ActualiseBoutons);
   const auto touche = [](const QKeySequence& sequence, QWidget* sur, auto geste) {
-    connect(new QShortcut(sequence, sur, nullptr, nullptr, Qt::WidgetWithChildrenShortcut), &QShortcut::activated, sur, geste);
+    connect(new QShortcut(sequence, sur, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+            &QShortcut::activated, sur, geste);
   };
   touche(Qt::Key_Insert, m_disponibles, [this] { Ajoute(); });
   touche(Qt::Key_Delete, m_contenu, [this] { Retire(); });
@@ -131,7 +136,7 @@ void CDialogPersonnaliser::Insere(unsigned numero) {
   ligne->setFlags(ligne->flags() & ~Qt::ItemIsDropEnabled);
   if (commande) {
     ligne->setText(NomCommande(*commande));
-    ligne->setIcon(Image(commande->image));
+    ligne->setIcon(ImageDeLigne(commande->image, *m_contenu, m_contenu->iconSize().width()));
   } else {
     ligne->setText(u"――――――――"_s);
     ligne->setData(Qt::AccessibleTextRole, u"Séparateur"_s);
@@ -145,7 +150,8 @@ void CDialogPersonnaliser::Insere(unsigned numero) {
 
 ContenuBarre CDialogPersonnaliser::Contenu() const {
   ContenuBarre contenu;
-  for (int i = 0; i < m_contenu->count(); ++i) contenu.Commandes.push_back(m_contenu->item(i)->data(roleNumero).toUInt());
+  for (int i = 0; i < m_contenu->count(); ++i)
+    contenu.Commandes.push_back(m_contenu->item(i)->data(roleNumero).toUInt());
   contenu.Taille = std::stoi(m_taille->Valeur());
   contenu.Textes = static_cast<Qt::ToolButtonStyle>(std::stoi(m_textes->Valeur()));
   return contenu;

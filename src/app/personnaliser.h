@@ -14,14 +14,15 @@ class QPushButton;
 namespace fenlor {
 
 inline constexpr std::array<int, 4> taillesIcones = {16, 24, 32, 48};
-inline constexpr std::array<const char*, 4> nomsTailles = {"&Petites", "&Moyennes", "&Grandes", "&Très grandes"};
+inline constexpr std::array<const char*, 4> nomsTailles = {"&Petites", "&Moyennes", "&Grandes",
+                                                           "&Très grandes"};
 struct NomTextes {
   Qt::ToolButtonStyle style;
   const char* texte;
 };
 inline constexpr std::array<NomTextes, 3> nomsTextes = {{{Qt::ToolButtonTextUnderIcon, "&Sous l'image"},
-                                                        {Qt::ToolButtonTextBesideIcon, "A &côté de l'image"},
-                                                        {Qt::ToolButtonIconOnly, "Sa&ns texte"}}};
+                                                         {Qt::ToolButtonTextBesideIcon, "A &côté de l'image"},
+                                                         {Qt::ToolButtonIconOnly, "Sa&ns texte"}}};
 
 /// At the left the commands that work, at the right what the bar holds. Ins adds,
 /// Del removes, Alt with up and down moves; the right list can be sorted with the mouse. Commands

@@ -31,7 +31,8 @@ Qt::KeyboardModifiers Modificateurs(const QKeySequence& touche) {
 std::optional<QKeySequence> LitTouche(const std::string& texte) {
   if (texte == aucun) return QKeySequence();
   const auto touche = QKeySequence::fromString(Q(texte), QKeySequence::PortableText);
-  if (touche.count() != 1 || touche[0].key() == Qt::Key_unknown || !RaccourciPermis(touche)) return std::nullopt;
+  if (touche.count() != 1 || touche[0].key() == Qt::Key_unknown || !RaccourciPermis(touche))
+    return std::nullopt;
   return touche;
 }
 
@@ -48,7 +49,8 @@ unsigned Intrus(const TableRaccourcis& table, const TableRaccourcis& defauts) {
   for (const Commande& commande : TableCommandes()) {
     const QKeySequence& touche = table.at(commande.numero);
     if (touche.isEmpty()) continue;
-    const auto [place, libre] = titulaires.emplace(touche.toString(QKeySequence::PortableText), commande.numero);
+    const auto [place, libre] =
+        titulaires.emplace(touche.toString(QKeySequence::PortableText), commande.numero);
     if (libre) continue;
     return defauts.at(commande.numero) == touche ? place->second : commande.numero;
   }
@@ -60,7 +62,8 @@ unsigned Intrus(const TableRaccourcis& table, const TableRaccourcis& defauts) {
 TableRaccourcis RaccourcisParDefaut() {
   TableRaccourcis table;
   for (const Commande& commande : TableCommandes())
-    table[commande.numero] = QKeySequence::fromString(QString::fromUtf8(commande.raccourci), QKeySequence::PortableText);
+    table[commande.numero] =
+        QKeySequence::fromString(QString::fromUtf8(commande.raccourci), QKeySequence::PortableText);
   return table;
 }
 
@@ -127,21 +130,15 @@ unsigned TrouveRaccourci(const TableRaccourcis& table, const QKeySequence& touch
   return place == table.end() ? 0 : place->first;
 }
 
-SaisieTouche::SaisieTouche(QWidget* parent) : QKeySequenceEdit(parent) {
-  if (auto* ligne = findChild<QLineEdit*>()) {
-    ligne->setPlaceholderText(u"Tapez la touche"_s);
-    ligne->setAccessibleName(u"Nouveau raccourci"_s);
-  }
-}
-
 bool SaisieTouche::event(QEvent* evenement) {
   if (evenement->type() == QEvent::KeyPress || evenement->type() == QEvent::ShortcutOverride) {
     auto* touche = static_cast<QKeyEvent*>(evenement);
     const int cle = touche->key();
     const auto modificateurs = touche->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
-    const bool duFormulaire = cle == Qt::Key_Tab || cle == Qt::Key_Backtab || cle == Qt::Key_Escape ||
-                              ((cle == Qt::Key_Return || cle == Qt::Key_Enter) && modificateurs == Qt::NoModifier) ||
-                              (cle < Qt::Key_Escape && modificateurs == Qt::AltModifier);
+    const bool duFormulaire =
+        cle == Qt::Key_Tab || cle == Qt::Key_Backtab || cle == Qt::Key_Escape ||
+        ((cle == Qt::Key_Return || cle == Qt::Key_Enter) && modificateurs == Qt::NoModifier) ||
+        (cle < Qt::Key_Escape && modificateurs == Qt::AltModifier);
     if (duFormulaire) {
       evenement->ignore();
       return evenement->type() == QEvent::KeyPress && QWidget::event(evenement);
@@ -152,13 +149,16 @@ bool SaisieTouche::event(QEvent* evenement) {
 
 void SaisieTouche::keyPressEvent(QKeyEvent* evenement) {
   const int cle = evenement->key();
-  if (cle == Qt::Key_Tab || cle == Qt::Key_Backtab || cle == Qt::Key_Escape || cle == Qt::Key_Return || cle == Qt::Key_Enter) {
+  if (cle == Qt::Key_Tab || cle == Qt::Key_Backtab || cle == Qt::Key_Escape || cle == Qt::Key_Return ||
+      cle == Qt::Key_Enter) {
     if (!(evenement->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
       evenement->ignore();
       return;
     }
   }
-  if (cle == Qt::Key_Shift || cle == Qt::Key_Control || cle == Qt::Key_Alt || cle == Qt::Key_Meta || cle == Qt::Key_AltGr) return;
+  if (cle == Qt::Key_Shift || cle == Qt::Key_Control || cle == Qt::Key_Alt || cle == Qt::Key_Meta ||
+      cle == Qt::Key_AltGr)
+    return;
   clear();
   QKeySequenceEdit::keyPressEvent(evenement);
   const QKeySequence lue = keySequence();
@@ -169,8 +169,10 @@ void SaisieTouche::keyPressEvent(QKeyEvent* evenement) {
 }
 
 CDialogRaccourcis::CDialogRaccourcis(ContexteUi& contexte, QWidget* parent)
-    : CZNDialog(contexte, u"Raccourcis clavier"_s, "DialogRaccourcis", parent), m_table(LitRaccourcis(contexte.App)) {
-  m_liste = new CListeCommandes([](const Commande& c) { return c.action != nullptr && c.menu != Menu::Aucun; }, true);
+    : CZNDialog(contexte, u"Raccourcis clavier"_s, "DialogRaccourcis", parent),
+      m_table(LitRaccourcis(contexte.App)) {
+  m_liste = new CListeCommandes(
+      [](const Commande& c) { return c.action != nullptr && c.menu != Menu::Aucun; }, true);
   m_liste->setObjectName(u"liste"_s);
   auto* libelleListe = new QLabel(u"&Commandes :"_s);
   libelleListe->setBuddy(&m_liste->Recherche());
@@ -214,7 +216,9 @@ CDialogRaccourcis::CDialogRaccourcis(ContexteUi& contexte, QWidget* parent)
     const unsigned numero = m_liste->Choisie();
     const QKeySequence touche = m_defauts[numero];
     if (const unsigned autre = TrouveRaccourci(m_table, touche); autre && autre != numero)
-      Refuse(ErrRaccourciPris, *m_touche, {De1252(touche.toString(QKeySequence::NativeText)), De1252(NomCommande(*TrouveCommande(autre)))});
+      Refuse(
+          ErrRaccourciPris, *m_touche,
+          {De1252(touche.toString(QKeySequence::NativeText)), De1252(NomCommande(*TrouveCommande(autre)))});
     else
       Pose(numero, touche);
   });
@@ -222,7 +226,8 @@ CDialogRaccourcis::CDialogRaccourcis(ContexteUi& contexte, QWidget* parent)
     for (const auto& [numero, touche] : m_defauts) Pose(numero, touche);
   });
 
-  for (const auto& [numero, touche] : m_table) m_liste->PoseRaccourci(numero, touche.toString(QKeySequence::NativeText));
+  for (const auto& [numero, touche] : m_table)
+    m_liste->PoseRaccourci(numero, touche.toString(QKeySequence::NativeText));
   MontreChoix();
   Boutons(Mode::Simple);
 }

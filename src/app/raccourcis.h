@@ -36,7 +36,7 @@ unsigned TrouveRaccourci(const TableRaccourcis& table, const QKeySequence& touch
 class SaisieTouche : public QKeySequenceEdit {
   Q_OBJECT
  public:
-  explicit SaisieTouche(QWidget* parent = nullptr);
+  using QKeySequenceEdit::QKeySequenceEdit;
 
  protected:
   bool event(QEvent* evenement) override;

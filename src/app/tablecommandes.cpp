@@ -134,7 +134,12 @@ constexpr Commande table[] = {
      "Choisit l'exercice sur lequel vous travaillez."},
 };
 
+constexpr const char* titres[] = {"&Fichier", "&Edition",   "&Comptabilité", "E&tats", "T&raitements",
+                                  "&Outils",  "&Affichage", "Fe&nêtre",      "&?",     ""};
+
 }  // namespace
+
+const char* TitreMenu(Menu menu) { return titres[static_cast<int>(menu)]; }
 
 std::span<const Commande> TableCommandes() { return table; }
 

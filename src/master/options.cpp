@@ -97,7 +97,8 @@ std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app) {
   if (!plan.OpenFile()) return banques;
   plan.ClearRec();
   plan.Rec->Type = Tresorerie;
-  for (bool trouve = plan.Browse(CleType); trouve && plan.Rec->Type == Tresorerie; trouve = plan.Next(CleType)) {
+  for (bool trouve = plan.Browse(CleType); trouve && plan.Rec->Type == Tresorerie;
+       trouve = plan.Next(CleType)) {
     AdresseBanque banque;
     banque.code = CompacteTexte(LitTexte(plan.Rec->Code));
     if (plan.Rec->TypeTresorerie == 0 || banque.code.empty()) continue;

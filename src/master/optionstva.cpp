@@ -70,7 +70,8 @@ bool Cree(CPlan& plan, const LigneTva& ligne) {
 bool SupprimeAbsents(CFenlorApp& app, CPlan& plan, const std::vector<LigneTva>& lignes, unsigned& comptes) {
   for (const LigneTva& ancien : LitComptesTva(app)) {
     if (Porte(lignes, ancien.compte)) continue;
-    if (!Trouve(plan, ancien.compte)) return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(ErrCleAbsente)});
+    if (!Trouve(plan, ancien.compte))
+      return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(ErrCleAbsente)});
     if (AMouvements(*plan.Rec)) return app.ReportErreur(3096);
     if (!app.Magasin.DeletePlan(plan.GetPos()))
       return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
@@ -131,7 +132,8 @@ ResultatOptions ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& 
   return {};
 }
 
-ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const LigneTva& saisie) {
+ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
+                                 const LigneTva& saisie) {
   if (saisie.compte.empty()) return {3071, "compte"};
   const ResultatOptions numero = ControleNumeroTva(app, lignes, saisie.compte);
   return numero ? ControleTauxTva(saisie.taux) : numero;

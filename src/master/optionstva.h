@@ -25,7 +25,8 @@ std::string ProposeCompteTva(CFenlorApp& app, const std::vector<LigneTva>& ligne
 ResultatOptions ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
                                   const std::string& compte);
 /// A row to be added: 3071 ("compte") no number, 3070, 3069 ("taux") no rate.
-ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const LigneTva& saisie);
+ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
+                                 const LigneTva& saisie);
 /// The new rate of a row: 3069 ("taux").
 ResultatOptions ControleTauxTva(f64 taux);
 /// 3100 when a row's account has movements; 0 for a row that was added.

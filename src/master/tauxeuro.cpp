@@ -43,7 +43,8 @@ std::vector<TauxEuro> LitTauxEuro(CFenlorApp& app) {
 ResultatOptions ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie) {
   if (!IsDateOk(saisie.date)) return {3104, "date"};
   for (std::size_t i = 0; i < lignes.size(); ++i)
-    if (lignes[i].date == saisie.date && static_cast<int>(i) != modifie) return {ErrDateTauxExistante, "date"};
+    if (lignes[i].date == saisie.date && static_cast<int>(i) != modifie)
+      return {ErrDateTauxExistante, "date"};
   if (!(Arrondi(saisie.taux, DecimalesTauxEuro) > 0)) return {3118, "taux"};
   return {};
 }
@@ -59,10 +60,9 @@ int PlaceTauxEuro(std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int mod
 bool EcritTauxEuro(CFenlorApp& app, const std::vector<TauxEuro>& lignes) {
   const std::string section = Texte(SecTauxEuro);
   const std::vector<TauxEuro> avant = LitTauxEuro(app);
-  const bool pareil = std::equal(avant.begin(), avant.end(), lignes.begin(), lignes.end(),
-                                 [](const TauxEuro& a, const TauxEuro& b) {
-                                   return a.date == b.date && a.taux == b.taux;
-                                 });
+  const bool pareil =
+      std::equal(avant.begin(), avant.end(), lignes.begin(), lignes.end(),
+                 [](const TauxEuro& a, const TauxEuro& b) { return a.date == b.date && a.taux == b.taux; });
   LotReglages lot(app);
   if (!pareil) {
     for (const std::string& cle : app.Magasin.Reglages().Cles(section))

@@ -49,10 +49,10 @@ ResultatEntretien Refuse(CFenlorApp& app, unsigned numero,
   return {numero, TexteErreur(numero, arguments), false};
 }
 
-/// The store's last failure; `dite`: its callback has told it.
+/// The store's last failure; `dite`: its callback tells it, where there is one.
 ResultatEntretien EchecMagasin(CFenlorApp& app, bool dite) {
   const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
-  if (!dite) return Refuse(app, ErrMagasin, {texte});
+  if (!dite || !app.Magasin.QVHasCallback()) return Refuse(app, ErrMagasin, {texte});
   return {ErrMagasin, TexteErreur(ErrMagasin, {texte}), false};
 }
 
@@ -234,8 +234,8 @@ std::string ResumeReconstruction(const Reconstruction& reconstruction) {
   std::string resume;
   for (const FichierReconstruit& fichier : reconstruction.fichiers) {
     const RapportReindex& r = fichier.rapport;
-    const bool change = r.ecartes || r.remplaces || r.inconnus || r.vierges || r.octetsRestants || r.endommage ||
-                        r.clesManquantes;
+    const bool change = r.ecartes || r.remplaces || r.inconnus || r.vierges || r.octetsRestants ||
+                        r.endommage || r.clesManquantes;
     if (!r.fait || !change) continue;
     std::string ligne = TexteFormat(FormatFichierReconstruit, {fichier.nom, std::to_string(r.gardes)});
     const std::pair<unsigned, u64> comptes[] = {{FormatReconstruitEcartes, r.ecartes},
@@ -247,7 +247,8 @@ std::string ResumeReconstruction(const Reconstruction& reconstruction) {
     for (const auto& [format, nombre] : comptes)
       if (nombre) ligne += TexteFormat(format, {std::to_string(nombre)});
     if (r.endommage) ligne += Texte(MotFichierEndommage);
-    if (!r.copie.empty()) ligne += TexteFormat(FormatReconstruitCopie, {DepuisUtf8(r.copie).value_or(r.copie)});
+    if (!r.copie.empty())
+      ligne += TexteFormat(FormatReconstruitCopie, {DepuisUtf8(r.copie).value_or(r.copie)});
     resume += (resume.empty() ? "" : "\n") + ligne;
   }
   return resume;

@@ -57,8 +57,16 @@ ResultatExercice Refuse(CFenlorApp& app, unsigned numero, const char* champ,
   return {numero, champ};
 }
 
-/// Number of what the store has told already.
+/// What the store refused, which it has told already where somebody hears it.
+ResultatExercice EchecMagasin(CFenlorApp& app) {
+  if (!app.Magasin.QVHasCallback())
+    app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+  return {ErrMagasin, ""};
+}
+
+/// The same for a creation, with its field.
 ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
+  (void)EchecMagasin(app);
   switch (app.Magasin.QVFileErrorCode()) {
     case ErrConflit:
       return {3075, "debut"};
@@ -172,11 +180,11 @@ ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   return OuvreExercice(app, nom);
 }
 
-ResultatExercice OuvreExercice(CFenlorApp& app, const std::string& nom) {
+ResultatExercice OuvreExercice(CFenlorApp& app, std::string nom) {
   OublieExercice(app);
   app.Magasin.QVCloseExercice();
   if (!TestRepertoire(app, nom)) return Refuse(app, 3000, "");
-  if (!app.Magasin.QVOpenExercice(nom)) return {ErrMagasin, ""};
+  if (!app.Magasin.QVOpenExercice(nom)) return EchecMagasin(app);
   app.NomExercice = app.Magasin.NomExercice();
   app.PathExercice = app.Magasin.PathExercice();
   app.AfficherDouble =
@@ -203,7 +211,7 @@ ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& 
     return {QuestionSupprimeExercice, ""};
   if (avant) avant();
   FermeExercice(app);
-  if (!app.Magasin.QVDeleteExercice(nom)) return {ErrMagasin, ""};
+  if (!app.Magasin.QVDeleteExercice(nom)) return EchecMagasin(app);
   return {};
 }
 

@@ -57,7 +57,7 @@ bool TestRepertoire(CFenlorApp& app, const std::string& nom);
 ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& formulaire);
 
 /// Opens an exercice. On a refusal (3000 the directory, 3214 the store) none is open.
-ResultatExercice OuvreExercice(CFenlorApp& app, const std::string& nom);
+ResultatExercice OuvreExercice(CFenlorApp& app, std::string nom);
 void FermeExercice(CFenlorApp& app);
 
 /// Deletes the open exercice: 3209 none is open, 3039 less than five years old and

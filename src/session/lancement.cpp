@@ -25,13 +25,26 @@ void PoseTexte(LigneCommande& ligne, char lettre, std::string_view texte) {
   if (Blanc(texte)) return;
   std::string valeur(texte);
   switch (lettre) {
-    case 'C': ligne.nomCabinet = std::move(valeur); break;
-    case 'D': ligne.pathCabinet = std::move(valeur); break;
-    case 'F': ligne.pathMagasin = std::move(valeur); break;
-    case 'P': ligne.pathProgrammes = std::move(valeur); break;
-    case 'S': ligne.edition = std::move(valeur); break;
-    case 'U': ligne.utilisateur = std::move(valeur); break;
-    default: break;
+    case 'C':
+      ligne.nomCabinet = std::move(valeur);
+      break;
+    case 'D':
+      ligne.pathCabinet = std::move(valeur);
+      break;
+    case 'F':
+      ligne.pathMagasin = std::move(valeur);
+      break;
+    case 'P':
+      ligne.pathProgrammes = std::move(valeur);
+      break;
+    case 'S':
+      ligne.edition = std::move(valeur);
+      break;
+    case 'U':
+      ligne.utilisateur = std::move(valeur);
+      break;
+    default:
+      break;
   }
 }
 
@@ -45,7 +58,8 @@ std::size_t LitNombre(LigneCommande& ligne, std::string_view texte, std::size_t 
   }
   if (i == texte.size()) return debut;
   u64 valeur = 0;
-  for (; i < texte.size() && EstChiffre(texte[i]); ++i) valeur = valeur * 10 + static_cast<u64>(texte[i] - '0');
+  for (; i < texte.size() && EstChiffre(texte[i]); ++i)
+    valeur = valeur * 10 + static_cast<u64>(texte[i] - '0');
   ligne.parent = valeur;
   return i;
 }
@@ -76,10 +90,13 @@ std::string En1252(const std::string& utf8) { return DepuisUtf8(utf8).value_or(u
 unsigned CleParent(const CFenlorApp& app) {
   if (!app.WithQuorbane) return CleRegistreFenlor;
   switch (app.Edition) {
-    case 3: return CleRegistreTessamaris;
+    case 3:
+      return CleRegistreTessamaris;
     case 1:
-    case 4: return CleRegistreQuorbaneSpeciale;
-    default: return CleRegistreQuorbane;
+    case 4:
+      return CleRegistreQuorbaneSpeciale;
+    default:
+      return CleRegistreQuorbane;
   }
 }
 
@@ -194,7 +211,8 @@ bool MigreReglages(CFenlorApp& app) {
   if (profil.Erreur() != 0) return false;
 
   std::vector<Profil::Changement> changements;
-  if (version < 2) changements.push_back({Texte(SecActivite), Texte(CleMotDePasseCabinet), MotDePasseBrouille({})});
+  if (version < 2)
+    changements.push_back({Texte(SecActivite), Texte(CleMotDePasseCabinet), MotDePasseBrouille({})});
   if (version < 4 || (version == 4 && revision < 1)) {
     changements.push_back({Texte(SecBarreOutils), {}, std::nullopt});
     changements.push_back({Texte(SecBarreOutilsSummary), {}, std::nullopt});
@@ -224,7 +242,8 @@ std::string MessageParent(unsigned wparam, unsigned lparam) {
   return "2023 " + std::to_string(wparam) + " " + std::to_string(lparam);
 }
 
-RappelSession::RappelSession(CFenlorApp& app, Crochets crochets) : m_app(app), m_crochets(std::move(crochets)) {}
+RappelSession::RappelSession(CFenlorApp& app, Crochets crochets)
+    : m_app(app), m_crochets(std::move(crochets)) {}
 
 u32 RappelSession::operator()(u32 evenement, u32 valeur, const std::string& texte) {
   constexpr u32 arrete = 3;

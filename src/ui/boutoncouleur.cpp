@@ -88,7 +88,8 @@ void BoutonCouleur::RemplitMenu() {
   const int hauteur = fontMetrics().height();
   for (const Teinte& teinte : m_palette == Palette::Fonds ? fonds : textes) {
     const QColor couleur(teinte.valeur);
-    QAction* action = menu()->addAction(Pastille(*this, couleur, QSize(hauteur, hauteur)), QString::fromUtf16(teinte.nom));
+    QAction* action =
+        menu()->addAction(Pastille(*this, couleur, QSize(hauteur, hauteur)), QString::fromUtf16(teinte.nom));
     connect(action, &QAction::triggered, this, [this, couleur] { Choisit(couleur); });
     if (teinte.valeur == m_couleur.rgb()) menu()->setActiveAction(action);
   }

@@ -11,7 +11,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 #include <algorithm>
 
 #include "ui/editeurs.h"
@@ -63,7 +65,7 @@ bool EstSaisie(const QWidget* widget) {
 }
 
 bool PrendFocus(const QWidget* widget) {
-  return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
+  return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy();
 }
 
 }  // namespace
@@ -79,6 +81,12 @@ CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom
   defilement->setWidget(m_zone);
   m_boutons = new QHBoxLayout;
   auto* pile = new QVBoxLayout(this);
+  // The fields bring their own margins, so that a scroll bar stands at the edge.
+  const QMargins marges = pile->contentsMargins();
+  m_boutons->setSpacing(pile->spacing());
+  pile->setContentsMargins(0, 0, 0, 0);
+  pile->setSpacing(0);
+  m_boutons->setContentsMargins(marges.left(), 0, marges.right(), marges.bottom());
   pile->addWidget(defilement, 1);
   pile->addLayout(m_boutons);
   m_boutons->addStretch(1);
@@ -119,7 +127,8 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
   if (mode == Mode::Consultation) LectureSeule();
 }
 
-/// Font and colour of typed texts, as the preferences have them.
+/// Font and colour of typed texts, as the preferences have them; what is disabled in a
+/// read-only form stays as readable as the rest.
 void CZNDialog::AppliqueDessin() {
   const Preferences& dessin = m_contexte.Dessin;
   QPalette couleurs;
@@ -133,8 +142,17 @@ void CZNDialog::AppliqueDessin() {
   };
   applique(QPalette::Text, QPalette::Base);
   applique(QPalette::ButtonText, QPalette::Button);
+  QPalette lisible;
+  if (m_lectureSeule) {
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
+      lisible.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
+      couleurs.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
+    }
+    colore = true;
+  }
   for (QWidget* champ : m_zone->findChildren<QWidget*>()) {
     const bool lecture = qobject_cast<Lecture*>(champ);
+    if (m_lectureSeule && qobject_cast<QAbstractButton*>(champ)) champ->setPalette(lisible);
     if (!EstSaisie(champ) && !lecture) continue;
     champ->setFont(dessin.PoliceSaisies);
     if (colore && !lecture) champ->setPalette(couleurs);
@@ -142,9 +160,8 @@ void CZNDialog::AppliqueDessin() {
 }
 
 void CZNDialog::LectureSeule() {
-  QPalette lisible;
-  for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
-    lisible.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
+  m_lectureSeule = true;
+  AppliqueDessin();
   for (QWidget* champ : m_zone->findChildren<QWidget*>()) {
     if (auto* ligne = qobject_cast<QLineEdit*>(champ)) {
       ligne->setReadOnly(true);
@@ -155,9 +172,7 @@ void CZNDialog::LectureSeule() {
     } else if (qobject_cast<QPushButton*>(champ)) {
       champ->setEnabled(false);
     } else if (qobject_cast<QComboBox*>(champ) || qobject_cast<QAbstractButton*>(champ)) {
-      if (champ->objectName().isEmpty() || champ->objectName().startsWith(u"qt_"_s)) continue;
-      champ->setPalette(lisible);
-      champ->setEnabled(false);
+      if (!qobject_cast<QToolButton*>(champ)) champ->setEnabled(false);
     }
   }
   auto* ok = findChild<QPushButton*>(u"ok"_s, Qt::FindDirectChildrenOnly);
@@ -211,11 +226,10 @@ bool CZNDialog::Modifie() const { return Etat() != m_etat; }
 void CZNDialog::accept() {
   if (m_occupe || m_mode == Mode::Consultation) return;
   QWidget* champ = focusWidget();
-  if (champ && m_defaut && m_zone->isAncestorOf(champ)) {
-    m_defaut->setFocus(Qt::OtherFocusReason);
-  }
+  const auto dansUnChamp = [this] { return focusWidget() && m_zone->isAncestorOf(focusWidget()); };
+  if (m_defaut && dansUnChamp()) m_defaut->setFocus(Qt::OtherFocusReason);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // departures put off during the click
-  if (m_defaut && focusWidget() != m_defaut) return;
+  if (m_defaut && dansUnChamp()) return;
   m_occupe = true;
   const bool enregistre = Enregistre();
   m_occupe = false;
@@ -260,12 +274,13 @@ void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
   if (!entree || !seule) return QDialog::keyPressEvent(evenement);
   evenement->accept();
   QWidget* champ = focusWidget();
+  fprintf(stderr, "ENTREE %s act %d\n", qPrintable(champ ? champ->objectName() : u"-"_s), isActiveWindow());
   const bool dansUnChamp = champ && m_zone->isAncestorOf(champ) && !qobject_cast<QPushButton*>(champ);
   if (dansUnChamp && App().Reglages.IsEntree()) {
     QWidget* suivant = champ->nextInFocusChain();
     while (suivant != champ && (!PrendFocus(suivant) || champ->isAncestorOf(suivant))) suivant = suivant->nextInFocusChain();
     // From the last field on come the buttons, the default one first.
-    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant)) focusNextChild();
+    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant)) { focusNextChild(); fprintf(stderr, "-> %s\n", qPrintable(focusWidget()->objectName())); }
     else if (m_defaut) m_defaut->setFocus(Qt::TabFocusReason);
     return;
   }
@@ -277,7 +292,7 @@ void CZNDialog::showEvent(QShowEvent* evenement) {
   if (m_vue) return;
   m_vue = true;
   AppliqueDessin();
-  if (!focusWidget()) VersPremier();
+  if (!focusWidget() || qobject_cast<QTabBar*>(focusWidget())) VersPremier();
   m_etat = Etat();
 }
 

@@ -89,6 +89,7 @@ class CZNDialog : public QDialog {
   Mode m_mode = Mode::Simple;
   bool m_occupe = false;              ///< saving: further Enter and Escape count for nothing
   bool m_vue = false;
+  bool m_lectureSeule = false;
   QStringList m_etat;                 ///< content of the fields when nothing had changed
 };
 

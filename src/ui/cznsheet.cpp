@@ -20,7 +20,6 @@ CZNSheet::CZNSheet(ContexteUi& contexte, const QString& titre, const char* nom, 
     : CZNDialog(contexte, titre, nom, parent), m_onglets(new QTabWidget) {
   m_onglets->setObjectName(QStringLiteral("onglets"));
   auto* zone = new QVBoxLayout(&Zone());
-  zone->setContentsMargins(0, 0, 0, 0);
   zone->addWidget(m_onglets);
   const auto raccourci = [this](QKeyCombination touches, int pas) {
     connect(new QShortcut(QKeySequence(touches), this), &QShortcut::activated, this, [this, pas] { Tourne(pas); });

@@ -7,9 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/textes.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
-#include "core/textes.h"
 
 namespace fenlor {
 
@@ -37,7 +37,8 @@ CDialogAbort::CDialogAbort(const QString& titre, bool annulable, QWidget* parent
   m_texte->setTextFormat(Qt::PlainText);
   m_texte->setWordWrap(true);
   m_texte->setAlignment(Qt::AlignCenter);
-  m_texte->setMinimumSize(fontMetrics().averageCharWidth() * largeurTexte, fontMetrics().lineSpacing() * lignesTexte);
+  m_texte->setMinimumSize(fontMetrics().averageCharWidth() * largeurTexte,
+                          fontMetrics().lineSpacing() * lignesTexte);
   m_barre->setRange(0, 100);
   m_barre->setValue(0);
   m_barre->setTextVisible(false);
@@ -47,6 +48,7 @@ CDialogAbort::CDialogAbort(const QString& titre, bool annulable, QWidget* parent
   m_pourcent->setText(TexteQ(FormatPourcent, {"0"}));
 
   auto* colonne = new QVBoxLayout(this);
+  colonne->setSpacing(fontMetrics().height() * 2 / 3);
   colonne->addWidget(m_texte, 1);
   auto* rangee = new QHBoxLayout;
   rangee->addWidget(m_barre, 1);

@@ -13,6 +13,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 
 #include "ui/images.h"
 
@@ -24,30 +25,44 @@ namespace {
 
 constexpr unsigned masqueBoutons = 15;
 constexpr unsigned masqueIcone = 0xF0;
-constexpr int largeurTexte = 52;        ///< in characters
+constexpr int largeurTexte = 52;  ///< in characters
 constexpr int largeurTexteLong = 84;
+constexpr int largeurTabulation = 7;
 constexpr int longueurTexteLong = 800;  ///< from here on the box is wider
 
 BoutonMessage Bouton(int reponse) {
   switch (reponse) {
-    case RepOk: return {u"&Ok"_s, reponse, "valider"};
-    case RepAnnuler: return {u"A&nnuler"_s, reponse, "annuler"};
-    case RepAbandonner: return {u"&Abandonner"_s, reponse, ""};
-    case RepReessayer: return {u"&Reéssayer"_s, reponse, ""};
-    case RepIgnorer: return {u"&Ignorer"_s, reponse, ""};
-    case RepOui: return {u"&Oui"_s, reponse, "valider"};
-    default: return {u"&Non"_s, reponse, ""};
+    case RepOk:
+      return {u"&Ok"_s, reponse, "valider"};
+    case RepAnnuler:
+      return {u"A&nnuler"_s, reponse, "annuler"};
+    case RepAbandonner:
+      return {u"&Abandonner"_s, reponse, ""};
+    case RepReessayer:
+      return {u"&Reéssayer"_s, reponse, ""};
+    case RepIgnorer:
+      return {u"&Ignorer"_s, reponse, ""};
+    case RepOui:
+      return {u"&Oui"_s, reponse, "valider"};
+    default:
+      return {u"&Non"_s, reponse, ""};
   }
 }
 
 std::vector<int> Reponses(unsigned style) {
   switch (style & masqueBoutons) {
-    case BoutonsOkAnnuler: return {RepOk, RepAnnuler};
-    case BoutonsReessayerAbandonnerIgnorer: return {RepReessayer, RepAbandonner, RepIgnorer};
-    case BoutonsNonOuiAnnuler: return {RepNon, RepOui, RepAnnuler};
-    case BoutonsOuiNon: return {RepOui, RepNon};
-    case BoutonsReessayerAnnuler: return {RepReessayer, RepAnnuler};
-    default: return {RepOk};
+    case BoutonsOkAnnuler:
+      return {RepOk, RepAnnuler};
+    case BoutonsReessayerAbandonnerIgnorer:
+      return {RepReessayer, RepAbandonner, RepIgnorer};
+    case BoutonsNonOuiAnnuler:
+      return {RepNon, RepOui, RepAnnuler};
+    case BoutonsOuiNon:
+      return {RepOui, RepNon};
+    case BoutonsReessayerAnnuler:
+      return {RepReessayer, RepAnnuler};
+    default:
+      return {RepOk};
   }
 }
 
@@ -56,11 +71,16 @@ QIcon Icone(unsigned style, const QStyle& apparence) {
     return ImageExiste(nom) ? Image(nom) : apparence.standardIcon(secours);
   };
   switch (style & masqueIcone) {
-    case IconeStop: return choisit("stop", QStyle::SP_MessageBoxCritical);
-    case IconeQuestion: return choisit("question", QStyle::SP_MessageBoxQuestion);
-    case IconeAttention: return choisit("attention", QStyle::SP_MessageBoxWarning);
-    case IconeInformation: return choisit("information", QStyle::SP_MessageBoxInformation);
-    default: return {};
+    case IconeStop:
+      return choisit("stop", QStyle::SP_MessageBoxCritical);
+    case IconeQuestion:
+      return choisit("question", QStyle::SP_MessageBoxQuestion);
+    case IconeAttention:
+      return choisit("attention", QStyle::SP_MessageBoxWarning);
+    case IconeInformation:
+      return choisit("information", QStyle::SP_MessageBoxInformation);
+    default:
+      return {};
   }
 }
 
@@ -85,6 +105,7 @@ CDialogMessage::CDialogMessage(const QString& titre, const QString& texte, unsig
   setWindowTitle(titre);
 
   auto* colonne = new QVBoxLayout(this);
+  colonne->setSpacing(fontMetrics().height() * 2 / 3);
   auto* haut = new QHBoxLayout;
   haut->setSpacing(fontMetrics().averageCharWidth() * 2);
   colonne->addLayout(haut, 1);
@@ -131,13 +152,16 @@ void CDialogMessage::AjusteTexte(QTextEdit& texte) {
   texte.setAccessibleName(m_texte);
   texte.setPlainText(m_texte);
   texte.document()->setDocumentMargin(0);
+  texte.setTabStopDistance(QFontMetrics(texte.font()).averageCharWidth() * largeurTabulation);
   texte.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
   const QFontMetrics mesure(texte.font());
   const int caracteres = m_texte.size() < longueurTexteLong ? largeurTexte : largeurTexteLong;
   const int largeur = mesure.averageCharWidth() * caracteres;
-  texte.document()->setTextWidth(largeur);
-  const int voulue = int(texte.document()->size().height()) + 1;
+  const std::unique_ptr<QTextDocument> essai(texte.document()->clone());
+  essai->setDocumentMargin(0);
+  essai->setTextWidth(largeur);
+  const int voulue = int(essai->size().height()) + 1;
   const int permise = screen()->availableSize().height() * 6 / 10;
   const bool defile = voulue > permise;
   texte.setVerticalScrollBarPolicy(defile ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);

@@ -14,8 +14,8 @@ namespace fenlor {
 
 namespace {
 
-constexpr qint64 periodeMessages = 50;    ///< ms
-constexpr qint64 dureeMaximale = 200;     ///< ms of messages in one go
+constexpr qint64 periodeMessages = 50;  ///< ms
+constexpr qint64 dureeMaximale = 200;   ///< ms of messages in one go
 
 /// Takes the quit request out of the messages that pass.
 class FiltreFin : public QObject {
@@ -61,8 +61,9 @@ void DialogueQt::PoseCadre(QWidget* cadre) { m_cadre = cadre; }
 
 void DialogueQt::Erreur(unsigned numero, const std::string& texte) {
   const std::string titre = Texte(TitreApplication);
-  Montre(numero ? TexteQ(FormatTitreErreur, {titre, std::to_string(numero)}) : TexteQ(FormatTitreTexte, {titre}),
-         texte, BoutonsOk | IconeStop);
+  Montre(
+      numero ? TexteQ(FormatTitreErreur, {titre, std::to_string(numero)}) : TexteQ(FormatTitreTexte, {titre}),
+      texte, BoutonsOk | IconeStop);
 }
 
 int DialogueQt::Message(unsigned style, unsigned, const std::string& texte) {
@@ -83,9 +84,9 @@ QWidget* DialogueQt::Proprietaire() const {
   return modale ? modale : m_cadre.data();
 }
 
-void DialogueQt::OuvreProgress(const std::string& titre, const std::string& texte, bool annulable, u32 maximum) {
+void DialogueQt::OuvreProgress(const std::string& titre, const std::string& texte, bool annulable,
+                               u32 maximum) {
   if (m_profondeur++ > 0) return;
-  m_arrete = false;
   m_maximum = maximum;
   m_position = 0;
   m_pourcent = 0;
@@ -115,7 +116,6 @@ void DialogueQt::FermeProgress() {
   if (m_profondeur == 0 || --m_profondeur > 0) return;
   QApplication::restoreOverrideCursor();
   if (!m_fenetre) return;
-  m_arrete = m_fenetre->Arrete();
   if (m_proprietaire) {
     m_proprietaire->setEnabled(true);
     if (m_proprietaire->isVisible()) m_proprietaire->activateWindow();
@@ -148,7 +148,7 @@ void DialogueQt::SetPos(u32 position) {
 void DialogueQt::Step() { SetPos(m_position + 1); }
 
 bool DialogueQt::IsAborted() {
-  if (m_profondeur == 0) return m_arrete;
+  if (m_profondeur == 0) return false;
   if (m_tournee.isValid() && m_tournee.elapsed() < periodeMessages) return m_fenetre && m_fenetre->Arrete();
   if (m_fenetre) return PompeMessages(true);
   Peint();
@@ -159,7 +159,7 @@ bool DialogueQt::PompeMessages(bool arret) {
   FiltreFin fin;
   QElapsedTimer duree;
   duree.start();
-  const auto arrete = [this] { return m_fenetre ? m_fenetre->Arrete() : m_arrete; };
+  const auto arrete = [this] { return m_fenetre && m_fenetre->Arrete(); };
   auto* messages = QThread::currentThread()->eventDispatcher();
   while (!(arret && arrete()) && messages->processEvents(QEventLoop::AllEvents)) {
     if (fin.Vue() || duree.elapsed() > dureeMaximale) break;

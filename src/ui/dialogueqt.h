@@ -29,13 +29,14 @@ class DialogueQt : public Dialogue {
   /// The owner (the open form, else the frame) is disabled and gets the focus back at the end. With
   /// an empty title there is no window, the busy cursor alone. Only the outermost opening counts:
   /// its title, flag and maximum stay.
-  void OuvreProgress(const std::string& titre, const std::string& texte, bool annulable, u32 maximum) override;
+  void OuvreProgress(const std::string& titre, const std::string& texte, bool annulable,
+                     u32 maximum) override;
   void FermeProgress() override;
   void SetTexte(const std::string& texte) override;
   void SetMax(u32 maximum) override;
   void SetPos(u32 position) override;
   void Step() override;
-  bool IsAborted() override;
+  bool IsAborted() override;  ///< false when no window is up
 
   /// Dispatches waiting messages without blocking; with `arret` it stops as soon as
   /// the user cancelled. True when he did. A quit request ends it with false.
@@ -51,7 +52,6 @@ class DialogueQt : public Dialogue {
   QPointer<QWidget> m_proprietaire;  ///< disabled while the progress window is up
   QPointer<CDialogAbort> m_fenetre;  ///< ours, unless its owner took it along
   QPointer<QWidget> m_focus;         ///< had the focus in it
-  bool m_arrete = false;             ///< of the window that is gone
   unsigned m_profondeur = 0;
   u32 m_maximum = 0, m_position = 0;
   unsigned m_pourcent = 0;

@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QCalendarWidget>
 #include <QKeyEvent>
 #include <QLocale>
@@ -6,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/editeurs.h"
+#include "ui/images.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -58,6 +60,9 @@ Date DeQt(QDate date) {
 EditeurDate::EditeurDate(QWidget* parent) : QLineEdit(parent) {
   setMaxLength(longueurMax);
   setValidator(new FiltreurDate(this));
+  m_calendrier = addAction(Image("echeances"), TrailingPosition);
+  m_calendrier->setToolTip(QStringLiteral("Calendrier (F4)"));
+  connect(m_calendrier, &QAction::triggered, this, [this] { OuvreCalendrier(); });
 }
 
 Date EditeurDate::Lit(const QString& texte, Date reference) {
@@ -130,6 +135,8 @@ void EditeurDate::focusOutEvent(QFocusEvent* evenement) {
 }
 
 void EditeurDate::OuvreCalendrier() {
+  if (isReadOnly()) return;
+  setFocus(Qt::OtherFocusReason);
   auto* calendrier = new QCalendarWidget(this);
   calendrier->setObjectName(QStringLiteral("calendrier"));
   calendrier->setWindowFlags(Qt::Popup);

@@ -83,7 +83,7 @@ void EditeurTexte::keyPressEvent(QKeyEvent* evenement) {
 EditeurTexteLong::EditeurTexteLong(QWidget* parent) : QPlainTextEdit(parent) {
   setTabChangesFocus(true);
   setLineWrapMode(WidgetWidth);
-  PoseLignes(3);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
 std::string EditeurTexteLong::Valeur() const { return De1252(toPlainText()); }
@@ -96,15 +96,15 @@ void EditeurTexteLong::Pose(const std::string& texte) {
 void EditeurTexteLong::PoseLimite(int octets) { m_limite = octets; }
 
 void EditeurTexteLong::PoseLignes(int lignes) {
-  const int marge = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
-  setProperty("lignes", lignes);
-  setFixedHeight(lignes * fontMetrics().lineSpacing() + marge);
+  m_lignes = lignes;
+  updateGeometry();
 }
 
-void EditeurTexteLong::changeEvent(QEvent* evenement) {
-  QPlainTextEdit::changeEvent(evenement);
-  if (evenement->type() == QEvent::FontChange && property("lignes").isValid())
-    PoseLignes(property("lignes").toInt());
+QSize EditeurTexteLong::sizeHint() const { return {QPlainTextEdit::sizeHint().width(), minimumSizeHint().height()}; }
+
+QSize EditeurTexteLong::minimumSizeHint() const {
+  const int marge = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
+  return {QPlainTextEdit::minimumSizeHint().width(), m_lignes * fontMetrics().lineSpacing() + marge};
 }
 
 /// Puts as much of the text as the limit leaves room for in place of the selection.

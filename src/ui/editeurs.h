@@ -15,6 +15,7 @@
 #include "store/dates.h"
 #include "store/qvapi.h"
 
+class QAction;
 class QCompleter;
 class QStringListModel;
 
@@ -47,16 +48,18 @@ class EditeurTexteLong : public QPlainTextEdit {
   void Pose(const std::string& texte);
   void PoseLimite(int octets);  ///< default 128
   void PoseLignes(int lignes);  ///< height, default 3
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
 
  protected:
   void keyPressEvent(QKeyEvent* evenement) override;
   void inputMethodEvent(QInputMethodEvent* evenement) override;
-  void changeEvent(QEvent* evenement) override;
   void insertFromMimeData(const QMimeData* source) override;
 
  private:
   void Insere(const QString& texte);
   int m_limite = 128;
+  int m_lignes = 3;
 };
 
 /// An amount or a rate, at most 40 characters. The point of the numeric pad becomes the
@@ -112,6 +115,7 @@ class EditeurDate : public QLineEdit {
  private:
   void OuvreCalendrier();
   void Change(Date date);  ///< as if it had been typed; nothing for 0
+  QAction* m_calendrier;  ///< the picture at the end of the field
   Date m_reference = 0;
 };
 

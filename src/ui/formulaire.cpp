@@ -1,6 +1,7 @@
 #include "ui/formulaire.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QBoxLayout>
 #include <QComboBox>
@@ -52,6 +53,9 @@ class LargeurSuivie : public QObject {
     }
     if (qobject_cast<QLineEdit*>(&m_champ)) {
       cadre = m_champ.sizeHint().width() - 17 * mesure.horizontalAdvance(u'x');
+      // A picture at the end, as that of a date, stands beside the text.
+      for (const QAction* image : m_champ.actions())
+        if (!image->icon().isNull()) cadre += m_champ.style()->pixelMetric(QStyle::PM_SmallIconSize) * 3 / 2;
     } else if (auto* zone = qobject_cast<QPlainTextEdit*>(&m_champ)) {
       cadre = 2 * (zone->frameWidth() + static_cast<int>(zone->document()->documentMargin())) +
               zone->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -117,11 +121,18 @@ void Formulaire::Place(QWidget& widget, const char* nom, const QString& libelle)
   m_dernier = &widget;
 }
 
-/// A cell for fields side by side. The empty end takes what fields of fixed width leave.
+/// A cell for fields side by side. The empty end takes what they leave.
 QBoxLayout* Formulaire::Rangement() {
   auto* rangee = new QHBoxLayout;
-  rangee->addItem(new QSpacerItem(0, 0, QSizePolicy::Preferred, QSizePolicy::Minimum));
+  rangee->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum));
   return rangee;
+}
+
+/// Into the open row, after the fields that are there. One that can
+/// grow does so before the empty end.
+void Formulaire::Range(QWidget& widget) {
+  const bool large = widget.sizePolicy().horizontalPolicy() & QSizePolicy::ExpandFlag;
+  m_rangee->insertWidget(m_rangee->indexOf(m_dernier) + 1, &widget, large ? 1 : 0);
 }
 
 void Formulaire::PlaceChamp(const QString& libelle, QWidget& editeur, const char* nom, int colonne) {
@@ -133,7 +144,7 @@ void Formulaire::PlaceChamp(const QString& libelle, QWidget& editeur, const char
   m_rangee = Rangement();
   // The last field of a row has the rest of it.
   grille->addLayout(m_rangee, m_ligne, colonne + 1, 1, -1);
-  m_rangee->insertWidget(0, &editeur);
+  Range(editeur);
   for (int i = 0; i < grille->columnCount(); ++i) grille->setColumnStretch(i, i == grille->columnCount() - 1);
   Place(editeur, nom, libelle);
 }
@@ -184,14 +195,14 @@ Formulaire& Formulaire::Case(QAbstractButton& bouton, const QString& texte, cons
   m_colonneGrille = -1;
   m_rangee = Rangement();
   m_grille->addLayout(m_rangee, m_ligne, 0, 1, -1);
-  m_rangee->insertWidget(0, &bouton);
+  Range(bouton);
   Place(bouton, nom, {});
   return *this;
 }
 
 Formulaire& Formulaire::ACote(QWidget& widget, const char* nom) {
   if (!m_rangee) return Seul(widget, nom);
-  m_rangee->insertWidget(m_rangee->indexOf(m_dernier) + 1, &widget);
+  Range(widget);
   Place(widget, nom, {});
   return *this;
 }

@@ -64,6 +64,7 @@ class Formulaire {
   QBoxLayout* Pile();
   QGridLayout* Grille();
   QBoxLayout* Rangement();
+  void Range(QWidget& widget);
   void PlaceChamp(const QString& libelle, QWidget& editeur, const char* nom, int colonne);
   void Place(QWidget& widget, const char* nom, const QString& libelle);
   QWidget& m_zone;

@@ -8,20 +8,28 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr int largeurBoite = 14;  ///< in characters
 constexpr unsigned cles[] = {CleCouleurBordures, CleCouleurImpaire, CleCouleurPaires, CleCouleurFond};
 
 }  // namespace
 
-CPagePrefCouleurs::CPagePrefCouleurs(ContexteUi& contexte) : CZNPage(contexte, u"Couleurs"_s, "PagePrefCouleurs") {
+CPagePrefCouleurs::CPagePrefCouleurs(ContexteUi& contexte)
+    : CZNPage(contexte, u"Couleurs"_s, "PagePrefCouleurs") {
   Formulaire f{*this};
   f.Case(m_systeme, u"Utiliser les couleurs système par défaut"_s, "couleurSysteme");
   f.Groupe(u"Couleurs des journaux"_s)
       .Champ(u"Couleur des &bordures :"_s, m_couleurs[0], "bordures")
+      .Largeur(largeurBoite)
       .Champ(u"Couleur des lignes &impaires :"_s, m_couleurs[1], "impaires")
+      .Largeur(largeurBoite)
       .Champ(u"Couleur des lignes &paires :"_s, m_couleurs[2], "paires")
-      .Champ(u"Couleur du &fond :"_s, m_couleurs[3], "fond");
-  f.Pousse();
-  for (BoutonCouleur& couleur : m_couleurs) connect(&m_systeme, &QCheckBox::toggled, &couleur, &QWidget::setDisabled);
+      .Largeur(largeurBoite)
+      .Champ(u"Couleur du &fond :"_s, m_couleurs[3], "fond")
+      .Largeur(largeurBoite)
+      .FinGroupe()
+      .Pousse();
+  for (BoutonCouleur& couleur : m_couleurs)
+    connect(&m_systeme, &QCheckBox::toggled, &couleur, &QWidget::setDisabled);
 }
 
 bool CPagePrefCouleurs::Charge() {

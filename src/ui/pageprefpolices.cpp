@@ -47,7 +47,8 @@ QString StyleProche(const QFont& police) {
     const auto dit = [&](const QString& mot) { return style.contains(mot, Qt::CaseInsensitive); };
     const bool penche = dit(u"Italic"_s) || dit(u"Oblique"_s);
     const int ecart = 4 * std::abs(QFontDatabase::weight(police.family(), style) - police.weight()) +
-                      (penche != police.italic() ? 1000 : 0) + (dit(u"Condensed"_s) || dit(u"Expanded"_s) ? 1 : 0);
+                      (penche != police.italic() ? 1000 : 0) +
+                      (dit(u"Condensed"_s) || dit(u"Expanded"_s) ? 1 : 0);
     if (ecart >= moindre) continue;
     moindre = ecart;
     proche = style;
@@ -68,7 +69,8 @@ QFont Depart(const std::string& texte) {
 
 }  // namespace
 
-CPagePrefPolices::CPagePrefPolices(ContexteUi& contexte) : CZNPage(contexte, u"Polices"_s, "PagePrefPolices") {
+CPagePrefPolices::CPagePrefPolices(ContexteUi& contexte)
+    : CZNPage(contexte, u"Polices"_s, "PagePrefPolices") {
   auto* groupe = new QGroupBox(u"Polices"_s, this);
   auto* grille = new QGridLayout(groupe);
   grille->setColumnStretch(2, 1);
@@ -84,9 +86,8 @@ CPagePrefPolices::CPagePrefPolices(ContexteUi& contexte) : CZNPage(contexte, u"P
     ligne.exemple->setObjectName(nom + u"Exemple"_s);
     ligne.exemple->setFrameStyle(QFrame::StyledPanel);
     ligne.exemple->setAutoFillBackground(true);
-    ligne.exemple->setAlignment(Qt::AlignCenter);
-    ligne.exemple->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    ligne.exemple->setMinimumSize(fontMetrics().averageCharWidth() * 22, fontMetrics().lineSpacing() * 2);
+    ligne.exemple->setMargin(2);
+    ligne.exemple->setFixedSize(fontMetrics().averageCharWidth() * 22, fontMetrics().lineSpacing() * 2);
     ligne.description = new QLabel(groupe);
     ligne.description->setObjectName(nom + u"Description"_s);
     ligne.description->setWordWrap(true);
@@ -125,8 +126,10 @@ void CPagePrefPolices::Montre(std::size_t rang) {
   const Ligne& ligne = m_lignes[rang];
   const std::string texte = PoliceReglee(App(), reglages[rang].cle);
   const Police police = LitPolice(texte, false);
-  const QColor couleur = police.couleur ? LitCouleur(std::to_string(*police.couleur)) : palette().color(QPalette::Text);
-  const QColor fond = DesJournaux(reglages[rang].cle) ? Contexte().Dessin.CouleurImpaire : palette().color(QPalette::Base);
+  const QColor couleur =
+      police.couleur ? LitCouleur(std::to_string(*police.couleur)) : palette().color(QPalette::Text);
+  const QColor fond =
+      DesJournaux(reglages[rang].cle) ? Contexte().Dessin.CouleurImpaire : palette().color(QPalette::Base);
   ligne.exemple->setFont(FaitPolice(police));
   QPalette couleurs = palette();
   couleurs.setColor(QPalette::Window, fond);

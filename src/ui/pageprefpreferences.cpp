@@ -17,13 +17,15 @@ CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
   f.Groupe(u"Numéros de compte"_s)
       .Case(m_zeros, u"Zéros significatifs"_s, "zeros")
       .Champ(u"Nombre de chiffres : "_s, m_chiffres, "chiffres")
-      .Limite(2);
+      .Limite(2)
+      .Largeur(4);
   f.Groupe(u"Impression"_s)
       .Case(m_brouillon, u"Qualité brouillon"_s, "brouillon")
       .Case(m_previsualisation, u"Prévisualisation"_s, "previsualisation");
   f.Groupe(u"Session"_s)
-      .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession");
-  f.Pousse();
+      .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession")
+      .FinGroupe()
+      .Pousse();
   m_chiffres.setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]|10"_s), &m_chiffres));
   m_chiffres.setEnabled(false);
   connect(&m_zeros, &QCheckBox::toggled, &m_chiffres, &QWidget::setEnabled);

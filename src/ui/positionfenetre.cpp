@@ -50,10 +50,12 @@ std::optional<PositionFenetre> LitPosition(const CFenlorApp& app, const std::str
 bool EcritPosition(CFenlorApp& app, const std::string& section, const PositionFenetre& position) {
   if (!CabinetOuvert(app)) return true;
   const QRect& r = position.rect;
-  const std::string texte = TexteFormat(FormatPosition, {std::to_string(r.x()), std::to_string(r.y()),
-                                                         std::to_string(r.width()), std::to_string(r.height())});
-  return app.Magasin.Reglages().Ecrit({{section, Texte(CleFenetre), texte},
-                                       {section, Texte(CleAgrandie), Texte(position.agrandie ? MotOui : MotNon)}});
+  const std::string texte = TexteFormat(
+      FormatPosition,
+      {std::to_string(r.x()), std::to_string(r.y()), std::to_string(r.width()), std::to_string(r.height())});
+  return app.Magasin.Reglages().Ecrit(
+      {{section, Texte(CleFenetre), texte},
+       {section, Texte(CleAgrandie), Texte(position.agrandie ? MotOui : MotNon)}});
 }
 
 QRect AjustePosition(const QRect& rect, const QSize& zone, const QSize& minimum, bool redimensionnable) {
@@ -73,7 +75,8 @@ bool RestaurePosition(QWidget& fenetre, const CFenlorApp& app, const std::string
   const QRect zone = ecran->availableGeometry();
   const bool redimensionnable = fenetre.minimumSize() != fenetre.maximumSize();
   const QSize minimum = fenetre.minimumSizeHint().expandedTo(fenetre.minimumSize());
-  const QRect place = AjustePosition(position->rect.translated(-zone.topLeft()), zone.size(), minimum, redimensionnable);
+  const QRect place =
+      AjustePosition(position->rect.translated(-zone.topLeft()), zone.size(), minimum, redimensionnable);
   if (redimensionnable) fenetre.resize(place.size());
   fenetre.move(place.topLeft() + zone.topLeft());
   return position->agrandie;

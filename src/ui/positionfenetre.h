@@ -26,7 +26,8 @@ bool EcritPosition(CFenlorApp& app, const std::string& section, const PositionFe
 /// Fits a position into the parent's area: negative left or top count as 0; the size
 /// lies between `minimum` and the area's (only when `redimensionnable`); what would run over
 /// the right or lower edge goes to 0 on that axis.
-QRect AjustePosition(const QRect& rect, const QSize& zone, const QSize& minimum, bool redimensionnable = true);
+QRect AjustePosition(const QRect& rect, const QSize& zone, const QSize& minimum,
+                     bool redimensionnable = true);
 
 /// Puts a top-level window where its section says, on the screen that it is on.
 /// Without a position, the window keeps its size. Shows nothing: returns true when

@@ -115,7 +115,8 @@ void ChargePolices(Preferences& p, Lecteur& lecteur, const QPalette& palette) {
   }
   for (QColor* c : {&p.TexteListes, &p.TexteSaisies})
     if (Contraste(*c, palette.color(QPalette::Base)) < contrasteMinimal) *c = texteBureau;
-  for (QColor* c : {&p.TexteJournaux, &p.TexteValidees}) *c = LisibleSur(*c, p.CouleurImpaire, p.CouleurPaire);
+  for (QColor* c : {&p.TexteJournaux, &p.TexteValidees})
+    *c = LisibleSur(*c, p.CouleurImpaire, p.CouleurPaire);
 }
 
 /// Of a damaged setting too something that can be read and fits a window.
@@ -155,7 +156,8 @@ QColor Lisible(const QColor& texte, const QColor& fond) { return LisibleSur(text
 bool DitEchecReglages(CFenlorApp& app) {
   const Profil& reglages = app.Magasin.Reglages();
   const int erreur = reglages.Erreur() ? reglages.Erreur() : EIO;
-  return app.ReportErreur(ErrReglages, {De1252(QString::fromStdString(reglages.Chemin())), TexteErreurSysteme(erreur)});
+  return app.ReportErreur(ErrReglages,
+                          {De1252(QString::fromStdString(reglages.Chemin())), TexteErreurSysteme(erreur)});
 }
 
 QFont FaitPolice(const Police& police) {
@@ -186,10 +188,10 @@ std::string EcritPolice(const QFont& police, const QColor& couleur, bool enPoint
 
 std::string EcritPolice(const Police& police) {
   const auto coche = [](bool oui) { return std::string(oui ? "1" : "0"); };
-  return TexteFormat(FormatPolice, {police.face, std::to_string(police.taille),
-                                    police.couleur ? std::to_string(*police.couleur) : std::string(),
-                                    coche(police.gras), coche(police.italique), coche(police.souligne),
-                                    coche(police.barre)});
+  return TexteFormat(FormatPolice,
+                     {police.face, std::to_string(police.taille),
+                      police.couleur ? std::to_string(*police.couleur) : std::string(), coche(police.gras),
+                      coche(police.italique), coche(police.souligne), coche(police.barre)});
 }
 
 QString DecritPolice(const Police& police) {

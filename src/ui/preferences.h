@@ -17,11 +17,11 @@ namespace fenlor {
 /// Owned by the main window for its whole life; made anew by `ChargePreferences`
 /// whenever the preferences or the desktop's palette change.
 struct Preferences {
-  QColor CouleurBordure;  ///< rules of journals and of the asset register
+  QColor CouleurBordure;                ///< rules of journals and of the asset register
   QColor CouleurImpaire, CouleurPaire;  ///< backgrounds of the alternating rows
-  QColor CouleurFond;     ///< background of the journal window
-  QPen Bordure1, Bordure2;          ///< of `CouleurBordure`, width 1 and 2
-  QPen ReliefClair, ReliefSombre;   ///< raised edges
+  QColor CouleurFond;                   ///< background of the journal window
+  QPen Bordure1, Bordure2;              ///< of `CouleurBordure`, width 1 and 2
+  QPen ReliefClair, ReliefSombre;       ///< raised edges
   QBrush FondApplication, FondBouton, Fond;
   QFont PoliceListes, PoliceJournaux, PoliceValidees, PoliceSaisies, PoliceTextes, PoliceMois;
   QColor TexteListes, TexteJournaux, TexteValidees, TexteSaisies;
@@ -29,9 +29,9 @@ struct Preferences {
 };
 
 /// Reads section "Préférences" and writes defaults for blank keys, in one replacement
-/// of the file. Never fails: when the settings cannot be read, or no practice is open, the defaults hold; when they
-/// cannot be written nothing is said. Texts stay readable on a dark desktop: a text colour that does
-/// not stand out from what it is drawn on (rows of the journals, or the palette) is replaced.
+/// of the file. Never fails: when the settings cannot be read, or no practice is open, the defaults hold;
+/// when they cannot be written nothing is said. Texts stay readable on a dark desktop: a text colour that
+/// does not stand out from what it is drawn on (rows of the journals, or the palette) is replaced.
 void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette& palette);
 
 /// Colour and font settings as a page shows them: the default when the key is blank; writes nothing.

@@ -36,7 +36,8 @@ int PixelsVisibles(const QIcon& icone) {
 class Barres : public UiDeTest {
  public:
   Barres() {
-    for (const unsigned numero : {unsigned{CmdOuvrirExercice}, unsigned{CmdOptions}, unsigned{CmdCalculatrice}, unsigned{CmdAide}}) {
+    for (const unsigned numero :
+         {unsigned{CmdOuvrirExercice}, unsigned{CmdOptions}, unsigned{CmdCalculatrice}, unsigned{CmdAide}}) {
       auto* action = new QAction(QString::fromUtf8(TrouveCommande(numero)->texte), &m_racine);
       action->setObjectName(QString::number(numero));
       m_actions[numero] = action;
@@ -52,15 +53,20 @@ class Barres : public UiDeTest {
   void EcritRaccourci(unsigned numero, const std::string& valeur) {
     ASSERT_TRUE(App().Reglages.EcritIni(Texte(SecRaccourcis), std::to_string(numero), valeur));
   }
-  std::string LitRaccourci(unsigned numero) { return App().Reglages.LitIni(Texte(SecRaccourcis), std::to_string(numero)); }
-  std::string Touche(unsigned numero) { return LitRaccourcis(App()).at(numero).toString(QKeySequence::PortableText).toStdString(); }
+  std::string LitRaccourci(unsigned numero) {
+    return App().Reglages.LitIni(Texte(SecRaccourcis), std::to_string(numero));
+  }
+  std::string Touche(unsigned numero) {
+    return LitRaccourcis(App()).at(numero).toString(QKeySequence::PortableText).toStdString();
+  }
   static std::string SectionIcones() { return TexteFormat(FormatSecBarreOutils, {"0"}); }
   std::string Commandes() { return App().Reglages.LitIni(SectionIcones(), Texte(CleCommandesBarre)); }
   /// What the bar shows: names of the actions, "-" for a separator.
   static std::string Montre(const QToolBar& barre) {
     std::string texte;
     for (const QAction* action : barre.actions())
-      texte += (texte.empty() ? "" : ",") + (action->isSeparator() ? "-" : action->objectName().toStdString());
+      texte +=
+          (texte.empty() ? "" : ",") + (action->isSeparator() ? "-" : action->objectName().toStdString());
     return texte;
   }
 
@@ -79,8 +85,9 @@ TEST(Images, EachCommandHasAPictureThatIsSeen) {
     EXPECT_GT(PixelsVisibles(Image(commande.image)), 60) << commande.image;
     lues.insert(QString::fromLatin1(commande.image));
   }
-  for (const char* nom : {"stop", "question", "attention", "information", "valider", "annuler", "precedent", "suivant",
-                          "exercice-clos", "exercice-vivant", "journal-valide", "lampe-rouge", "lampe-eteinte"}) {
+  for (const char* nom :
+       {"stop", "question", "attention", "information", "valider", "annuler", "precedent", "suivant",
+        "exercice-clos", "exercice-vivant", "journal-valide", "lampe-rouge", "lampe-eteinte"}) {
     EXPECT_GT(PixelsVisibles(Image(nom)), 40) << nom;
     lues.insert(QString::fromLatin1(nom));
   }
@@ -98,7 +105,8 @@ TEST_F(Barres, DefaultShortcutsAreUniqueAndAllowed) {
     EXPECT_EQ(touche.isEmpty(), *TrouveCommande(numero)->raccourci == 0) << numero;
     if (touche.isEmpty()) continue;
     const auto texte = touche.toString(QKeySequence::PortableText).toStdString();
-    EXPECT_TRUE(titulaires.emplace(texte, numero).second) << texte << " of " << numero << " and " << titulaires[texte];
+    EXPECT_TRUE(titulaires.emplace(texte, numero).second)
+        << texte << " of " << numero << " and " << titulaires[texte];
   }
 }
 
@@ -108,11 +116,12 @@ TEST_F(Barres, ShortcutEntriesCountWhenTheyAreSound) {
     const char* valeur;
     const char* attendu;
   };
-  for (const Cas& cas : {Cas{CmdOptions, "Ctrl+K", "Ctrl+K"}, Cas{CmdOptions, "-", ""}, Cas{CmdOptions, "", "F12"},
-                         Cas{CmdOptions, "Ctrl+K, Ctrl+L", "F12"}, Cas{CmdOptions, "K", "F12"}, Cas{CmdOptions, "Return", "F12"},
-                         Cas{CmdOptions, "Bidule+%", "F12"}, Cas{CmdOptions, "Alt+F", "F12"},
-                         Cas{CmdOptions, "Ctrl+N", "F12"},                    // another's default
-                         Cas{CmdPreferences, "F12", ""}, Cas{CmdPreferences, "Ctrl+Alt+P", "Ctrl+Alt+P"}}) {
+  for (const Cas& cas :
+       {Cas{CmdOptions, "Ctrl+K", "Ctrl+K"}, Cas{CmdOptions, "-", ""}, Cas{CmdOptions, "", "F12"},
+        Cas{CmdOptions, "Ctrl+K, Ctrl+L", "F12"}, Cas{CmdOptions, "K", "F12"},
+        Cas{CmdOptions, "Return", "F12"}, Cas{CmdOptions, "Bidule+%", "F12"}, Cas{CmdOptions, "Alt+F", "F12"},
+        Cas{CmdOptions, "Ctrl+N", "F12"},  // another's default
+        Cas{CmdPreferences, "F12", ""}, Cas{CmdPreferences, "Ctrl+Alt+P", "Ctrl+Alt+P"}}) {
     EcritRaccourci(cas.numero, cas.valeur);
     EXPECT_EQ(Touche(cas.numero), cas.attendu) << cas.valeur;
     ASSERT_TRUE(App().Reglages.SupprimeIni(Texte(SecRaccourcis), ""));
@@ -169,7 +178,8 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
     liste.Choisit(CmdOptions);
     QTest::keyClick(&touche, Qt::Key_J, Qt::ControlModifier);
     QTest::keyClick(&touche, Qt::Key_A, Qt::AltModifier);  // the button's access key
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !Boite.Erreurs.empty(); }));  // a button shows that it is pressed
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return !Boite.Erreurs.empty(); }));  // a button shows that it is pressed
     ASSERT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrRaccourciPris});
     EXPECT_NE(Boite.Erreurs[0].texte.find("Préférences"_w), std::string::npos);
     QTest::keyClick(&touche, Qt::Key_Z);
@@ -222,7 +232,8 @@ TEST_F(Barres, ShortcutFormGoesBackToDefaultsAndCancelWritesNothing) {
 
 TEST_F(Barres, IconBarKeepsCommandsThatDoNotExistYet) {
   auto ui = Ui();
-  App().Reglages.EcritIni(SectionIcones(), Texte(CleCommandesBarre), "0, 1012, 0, 1044,77777,1044,0,0,1012,1213,0");
+  App().Reglages.EcritIni(SectionIcones(), Texte(CleCommandesBarre),
+                          "0, 1012, 0, 1044,77777,1044,0,0,1012,1213,0");
   App().Reglages.EcritIni(SectionIcones(), Texte(CleTailleIcones), "48");
   CBarreIcones barre(ui, Fournit());
   barre.Charge();
@@ -321,7 +332,10 @@ TEST_F(Barres, MenuOfTheIconBarChangesItsLook) {
 TEST_F(Barres, PlacesComeBackAndDamagedOnesAreIgnored) {
   auto ui = Ui();
   struct Fenetre : QMainWindow {
-    explicit Fenetre(ContexteUi& contexte) : Outils(addToolBar(u"Outils"_s)), Icones(new CBarreIcones(contexte, [](unsigned) { return nullptr; }, this)) {
+    explicit Fenetre(ContexteUi& contexte)
+        : Outils(addToolBar(u"Outils"_s)),
+          Icones(new CBarreIcones(
+              contexte, [](unsigned) { return nullptr; }, this)) {
       Outils->setObjectName(u"BarreOutils"_s);
       addToolBar(Qt::LeftToolBarArea, Icones);
       setStatusBar(new CBarreEtat(contexte, this));
@@ -349,7 +363,8 @@ TEST_F(Barres, PlacesComeBackAndDamagedOnesAreIgnored) {
   ASSERT_GT(bon.size(), 40u);
   std::string touche = bon;
   touche[30] = touche[30] == 'A' ? 'B' : 'A';
-  for (const std::string& etat : {touche, bon.substr(0, bon.size() / 2), std::string("???"), std::string("AA"), std::string()}) {
+  for (const std::string& etat :
+       {touche, bon.substr(0, bon.size() / 2), std::string("???"), std::string("AA"), std::string()}) {
     EcritReglage(SecBarreOutils, CleEtatBarres, etat);
     Fenetre troisieme(ui);
     EXPECT_FALSE(RestaureBarres(troisieme, App())) << etat;

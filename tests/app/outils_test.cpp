@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QTreeWidget>
+#include <QWindow>
 #include <set>
 
 #include "app/aide.h"
@@ -45,27 +46,89 @@ std::string Calcule(std::string_view cles) {
 TEST(Calculs, ToucheParTouche) {
   const std::pair<const char*, const char*> cas[] = {
       // entering
-      {"", "0"}, {"007", "7"}, {",5", "0,5"}, {"1,,5,0", "1,50"}, {"12n", "-12"}, {"12nn", "12"}, {"12<", "1"}, {"1<", "0"},
-      {"1,5<<", "1"}, {"1n<", "0"}, {"0n5", "-5"}, {"1234567890123456", "123456789012345"}, {"5=<", "5"},
+      {"", "0"},
+      {"007", "7"},
+      {",5", "0,5"},
+      {"1,,5,0", "1,50"},
+      {"12n", "-12"},
+      {"12nn", "12"},
+      {"12<", "1"},
+      {"1<", "0"},
+      {"1,5<<", "1"},
+      {"1n<", "0"},
+      {"0n5", "-5"},
+      {"1234567890123456", "123456789012345"},
+      {"5=<", "5"},
       // chains, in the order typed
-      {"1+2=", "3"}, {"2+3*4=", "20"}, {"2*3+4=", "10"}, {"10-2-3", "3"}, {"10-2-3-", "5"}, {"5+-2=", "3"}, {"7n+10=", "3"},
-      {"5+3n=", "2"}, {"5+2==", "9"}, {"5+2=3=", "3"}, {"5+2=*2=", "14"}, {"5+=", "10"}, {"2*==", "8"}, {"8/2=1+1=", "2"},
+      {"1+2=", "3"},
+      {"2+3*4=", "20"},
+      {"2*3+4=", "10"},
+      {"10-2-3", "3"},
+      {"10-2-3-", "5"},
+      {"5+-2=", "3"},
+      {"7n+10=", "3"},
+      {"5+3n=", "2"},
+      {"5+2==", "9"},
+      {"5+2=3=", "3"},
+      {"5+2=*2=", "14"},
+      {"5+=", "10"},
+      {"2*==", "8"},
+      {"8/2=1+1=", "2"},
       // exact
-      {"0,1+0,2=", "0,3"}, {"1,1*1,1=", "1,21"}, {"1/3=", "0,333333333333333"}, {"1/3*3=", "1"}, {"2/3=", "0,666666666666667"},
-      {"0,07*100=", "7"}, {"4,35*100=", "435"}, {"1000000-0,01=", "999999,99"}, {"100/8=", "12,5"}, {"5-5=", "0"}, {"1-2=", "-1"},
-      {"9999999999999,99+0,01=", "10000000000000"}, {"0,000000001*0,000000001=", "0,000000000000000001"}, {"0,0000000001*0,0000000001=", "0"}, {"99999999999*9999=", "999899999990001"},
-      {"1/1024=", "0,0009765625"}, {"200000000000000/0,2=", "Erreur"},
+      {"0,1+0,2=", "0,3"},
+      {"1,1*1,1=", "1,21"},
+      {"1/3=", "0,333333333333333"},
+      {"1/3*3=", "1"},
+      {"2/3=", "0,666666666666667"},
+      {"0,07*100=", "7"},
+      {"4,35*100=", "435"},
+      {"1000000-0,01=", "999999,99"},
+      {"100/8=", "12,5"},
+      {"5-5=", "0"},
+      {"1-2=", "-1"},
+      {"9999999999999,99+0,01=", "10000000000000"},
+      {"0,000000001*0,000000001=", "0,000000000000000001"},
+      {"0,0000000001*0,0000000001=", "0"},
+      {"99999999999*9999=", "999899999990001"},
+      {"1/1024=", "0,0009765625"},
+      {"200000000000000/0,2=", "Erreur"},
       // percent
-      {"200+10%", "220"}, {"200+10%=", "220"}, {"200-10%=", "180"}, {"200*10%=", "20"}, {"50/200%=", "25"}, {"19,6%", "0,196"},
-      {"100+19,6%", "119,6"}, {"100+10%+5%", "115,5"}, {"200+10%*2=", "440"},
+      {"200+10%", "220"},
+      {"200+10%=", "220"},
+      {"200-10%=", "180"},
+      {"200*10%=", "20"},
+      {"50/200%=", "25"},
+      {"19,6%", "0,196"},
+      {"100+19,6%", "119,6"},
+      {"100+10%+5%", "115,5"},
+      {"200+10%*2=", "440"},
       // erasing
-      {"5+3e4=", "9"}, {"5+3c", "0"}, {"5+3c4=", "4"}, {"5+3=e", "0"},
+      {"5+3e4=", "9"},
+      {"5+3c", "0"},
+      {"5+3c4=", "4"},
+      {"5+3=e", "0"},
       // memory: kept by C, finishes what was pending
-      {"5a3ar", "8"}, {"5a3mr", "2"}, {"5acr", "5"}, {"5azr", "0"}, {"5a10+r=", "15"}, {"2+3ar", "5"}, {"2+3acr*r=", "25"},
+      {"5a3ar", "8"},
+      {"5a3mr", "2"},
+      {"5acr", "5"},
+      {"5azr", "0"},
+      {"5a10+r=", "15"},
+      {"2+3ar", "5"},
+      {"2+3acr*r=", "25"},
       // errors, and on from there
-      {"5/0=", "Erreur"}, {"5/0=+", "Erreur"}, {"5/0=7", "7"}, {"5/0=7+1=", "8"}, {"5/0=c", "0"}, {"5/0=e", "0"}, {"5/0+1=", "1"},
-      {"7a5/0=r", "7"}, {"0/5=", "0"}, {"999999999999999*999999999999999=", "Erreur"}, {"999999999999999+1=", "Erreur"},
-      {"0,0/0,0=", "Erreur"}, {"5/0%", "Erreur"},
+      {"5/0=", "Erreur"},
+      {"5/0=+", "Erreur"},
+      {"5/0=7", "7"},
+      {"5/0=7+1=", "8"},
+      {"5/0=c", "0"},
+      {"5/0=e", "0"},
+      {"5/0+1=", "1"},
+      {"7a5/0=r", "7"},
+      {"0/5=", "0"},
+      {"999999999999999*999999999999999=", "Erreur"},
+      {"999999999999999+1=", "Erreur"},
+      {"0,0/0,0=", "Erreur"},
+      {"5/0%", "Erreur"},
   };
   for (const auto& [cles, attendu] : cas) EXPECT_EQ(Calcule(cles), attendu) << cles;
 }
@@ -73,11 +136,14 @@ TEST(Calculs, ToucheParTouche) {
 TEST(Calculs, MemeResultatQueLesEntiers) {
   // Amounts of cents, added and multiplied, against integers.
   u32 hasard = 12345;
-  const auto tire = [&] { return static_cast<i64>((hasard = hasard * 1664525u + 1013904223u) >> 12) - 500000; };
+  const auto tire = [&] {
+    return static_cast<i64>((hasard = hasard * 1664525u + 1013904223u) >> 12) - 500000;
+  };
   const auto texte = [](i64 valeur, int decimales) {
     std::string chiffres = std::to_string(std::abs(valeur));
     while (static_cast<int>(chiffres.size()) <= decimales) chiffres.insert(0, 1, '0');
-    return (valeur < 0 ? "-" : "") + chiffres.insert(chiffres.size() - static_cast<std::size_t>(decimales), 1, ',');
+    return (valeur < 0 ? "-" : "") +
+           chiffres.insert(chiffres.size() - static_cast<std::size_t>(decimales), 1, ',');
   };
   for (int i = 0; i < 2000; ++i) {
     const i64 a = tire(), b = tire();
@@ -94,10 +160,22 @@ TEST(Calculs, MemeResultatQueLesEntiers) {
 }
 
 TEST(Calculs, LitLesNombresColles) {
-  const std::pair<const char*, const char*> cas[] = {
-      {"12", "12"}, {" 1 234,50 € ", "1234,5"}, {"1\u202F234\u00A0567,89", "1234567,89"}, {"1.234,50", "1234,5"},
-      {"1,234.50", "1234,5"}, {"1.234.567", "1234567"}, {"12.5", "12,5"}, {"-3,20 F", "-3,2"}, {"−4", "-4"}, {"1'000", "1000"},
-      {"15,24 EUR", "15,24"}, {"", ""}, {"abc", ""}, {"1-2", ""}, {"€", ""}, {"1234567890123456789", ""}};
+  const std::pair<const char*, const char*> cas[] = {{"12", "12"},
+                                                     {" 1 234,50 € ", "1234,5"},
+                                                     {"1\u202F234\u00A0567,89", "1234567,89"},
+                                                     {"1.234,50", "1234,5"},
+                                                     {"1,234.50", "1234,5"},
+                                                     {"1.234.567", "1234567"},
+                                                     {"12.5", "12,5"},
+                                                     {"-3,20 F", "-3,2"},
+                                                     {"−4", "-4"},
+                                                     {"1'000", "1000"},
+                                                     {"15,24 EUR", "15,24"},
+                                                     {"", ""},
+                                                     {"abc", ""},
+                                                     {"1-2", ""},
+                                                     {"€", ""},
+                                                     {"1234567890123456789", ""}};
   for (const auto& [colle, attendu] : cas) {
     const auto lu = Decimal::LitColle(colle);
     EXPECT_EQ(lu ? lu->Texte() : "", attendu) << colle;
@@ -107,8 +185,9 @@ TEST(Calculs, LitLesNombresColles) {
 TEST(Calculs, BandeSuitLesOperations) {
   Calcul calcul;
   Tape(calcul, "200+10% *2= c 7a 5/0=");
-  const std::vector<Calcul::Ligne> attendue = {{"200", ""}, {"10", "% +"}, {"220", "="}, {"2", "×"}, {"440", "="},
-                                               {"7", "M+"}, {"5", ""},     {"0", "÷"},   {"", "E"}};
+  const std::vector<Calcul::Ligne> attendue = {{"200", ""}, {"10", "% +"}, {"220", "="},
+                                               {"2", "×"},  {"440", "="},  {"7", "M+"},
+                                               {"5", ""},   {"0", "÷"},    {"", "E"}};
   EXPECT_EQ(calcul.Bande(), attendue);
 }
 
@@ -119,8 +198,8 @@ class Outils : public UiDeTest {
 
   std::string Registre(const char* nom) {
     std::string texte;
-    App().Magasin.QVGetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce), De1252(QString::fromUtf8(nom)),
-                                 texte);
+    App().Magasin.QVGetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce),
+                                 De1252(QString::fromUtf8(nom)), texte);
     return texte;
   }
   void PoseAstuces(const std::string& texte) { EcritFichier(Dossier() + "/zntips.txt", texte); }
@@ -185,8 +264,8 @@ TEST_F(Outils, CalculatriceConvertitAuTauxDuJour) {
 TEST_F(Outils, ChaqueToucheDeLaCalculatriceAUnBouton) {
   CDialogCalculatrice fenetre(Contexte, nullptr);
   fenetre.setAttribute(Qt::WA_DeleteOnClose, false);
-  for (const char* nom : {"chiffre1", "chiffre2", "plus", "chiffre3", "virgule", "chiffre4", "moins", "chiffre5", "fois", "chiffre6",
-                          "divise", "chiffre7", "egal"})
+  for (const char* nom : {"chiffre1", "chiffre2", "plus", "chiffre3", "virgule", "chiffre4", "moins",
+                          "chiffre5", "fois", "chiffre6", "divise", "chiffre7", "egal"})
     Clique(Trouve<QAbstractButton>(fenetre, nom));
   EXPECT_EQ(Trouve<QLabel>(fenetre, "affichage").text(), u"8,91428571428571"_s) << "12 + 3,4 - 5 x 6 / 7";
 }
@@ -210,7 +289,8 @@ TEST_F(Outils, AstucesTournent) {
   EXPECT_EQ(vue(0), u"Deuxième"_s);
   EXPECT_EQ(vue(1), u"Première"_s);
   EXPECT_EQ(vue(0), u"Deuxième"_s);
-  App().Magasin.QVSetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce), Texte(ClePosition), "50");
+  App().Magasin.QVSetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce),
+                               Texte(ClePosition), "50");
   EXPECT_EQ(vue(0), u"Troisième"_s) << "a place behind the end wraps";
 }
 
@@ -252,8 +332,14 @@ TEST_F(Outils, AProposEtInformations) {
   const QString copie = QApplication::clipboard()->text();
   for (const QString& attendu :
        {u"5.0.235"_s, QString::fromStdString(App().PathCabinet), QString::fromStdString(App().PathExercice),
-        QString::fromStdString(App().PathProgrammes), u"Nombre d'exercices : 1"_s, u"Exercice ouvert : 2003"_s, u"Mo libres"_s})
+        QString::fromStdString(App().PathProgrammes), u"Nombre d'exercices : 1"_s,
+        u"Exercice ouvert : 2003"_s, u"Mo libres"_s})
     EXPECT_TRUE(copie.contains(attendu)) << attendu.toStdString() << "\n" << copie.toStdString();
+  static const QRegularExpression mesures(
+      u"Mémoire : \\d.*Mo, dont \\d|disque : \\d.*sur \\d|cabinet : \\d.*Ko"_s);
+  int trouvees = 0;
+  for (auto m = mesures.globalMatch(copie); m.hasNext(); m.next()) ++trouvees;
+  EXPECT_EQ(trouvees, 3) << copie.toStdString();
   EXPECT_FALSE(copie.contains(u"%s"_s) || copie.contains(u"%d"_s)) << "a format that was not filled";
 }
 
@@ -277,7 +363,8 @@ TEST_F(Outils, LiensDeLAideMenentQuelquePart) {
     const QUrl adresse(AdresseAide(nom));
     EXPECT_TRUE(existe(adresse.path(), adresse.fragment())) << nom.toStdString();
   }
-  static const QRegularExpression lien(u"href=\"([^\"#]*)#?([^\"]*)\""_s), balise(u"<(/?)([a-z0-9]+)[^>]*>"_s);
+  static const QRegularExpression lien(u"href=\"([^\"#]*)#?([^\"]*)\""_s),
+      balise(u"<(/?)([a-z0-9]+)[^>]*>"_s);
   std::set<QString> pages, cites = {u"index.html"_s};
   for (const PageAide& page : PagesAide()) pages.insert(QString::fromLatin1(page.fichier) + u".html"_s);
   for (const QString& fichier : pages) {
@@ -285,7 +372,8 @@ TEST_F(Outils, LiensDeLAideMenentQuelquePart) {
     ASSERT_FALSE(page.isEmpty()) << fichier.toStdString();
     for (const auto& trouve : lien.globalMatch(page)) {
       const QString vers = trouve.captured(1).isEmpty() ? fichier : trouve.captured(1);
-      EXPECT_TRUE(existe(vers, trouve.captured(2))) << fichier.toStdString() << ": " << trouve.captured(0).toStdString();
+      EXPECT_TRUE(existe(vers, trouve.captured(2)))
+          << fichier.toStdString() << ": " << trouve.captured(0).toStdString();
       if (vers != fichier) cites.insert(vers);
     }
     QStringList ouvertes;
@@ -322,9 +410,28 @@ TEST_F(Outils, AideMontreLaPageDeLaFenetre) {
   fenetre.Montre(u"DialogRaccourcis"_s);
   for (const Commande& commande : TableCommandes())
     if (commande.action && *commande.raccourci) {
-      const QString touches = QKeySequence(QString::fromLatin1(commande.raccourci), QKeySequence::PortableText).toString(QKeySequence::NativeText);
+      const QString touches =
+          QKeySequence(QString::fromLatin1(commande.raccourci), QKeySequence::PortableText)
+              .toString(QKeySequence::NativeText);
       EXPECT_TRUE(texte.toPlainText().contains(touches)) << commande.raccourci;
     }
+}
+
+TEST_F(Outils, AideResteUtilisableDevantUnFormulaire) {
+  QWidget cadre;
+  CFenetreAide fenetre(Contexte, &cadre);
+  cadre.show();
+  QDialog formulaire(&cadre);
+  formulaire.setObjectName(u"DialogEssai"_s);
+  Robot robot;
+  robot.Attend("DialogEssai", [&](QDialog& d) {
+    fenetre.Montre(u"DialogPassword"_s);
+    EXPECT_EQ(fenetre.windowHandle()->transientParent(), d.windowHandle());
+    d.reject();
+  });
+  formulaire.exec();
+  EXPECT_TRUE(fenetre.isVisible());
+  EXPECT_EQ(fenetre.windowHandle()->transientParent(), cadre.windowHandle());
 }
 
 TEST_F(Outils, AideCherchePartout) {
@@ -344,7 +451,13 @@ TEST_F(Outils, AideCherchePartout) {
   EXPECT_EQ(visibles(), (std::set<QString>{u"Le clavier"_s, u"Les préférences"_s}));
   EXPECT_EQ(texte.source().fileName(), u"clavier.html"_s);
   ASSERT_FALSE(texte.extraSelections().isEmpty());
-  EXPECT_EQ(texte.extraSelections().front().cursor.selectedText(), u"pavé"_s);
+  EXPECT_EQ(texte.extraSelections().front().cursor.selectedText(), u"pavé numérique"_s);
+  recherche.setText(u"numerique pave"_s);
+  EXPECT_EQ(texte.extraSelections().size(), 2);
+  recherche.setText(u"mot de passe"_s);
+  EXPECT_EQ(
+      texte.extraSelections().size() ? texte.extraSelections().front().cursor.selectedText() : QString(),
+      u"mot de passe"_s);
   recherche.clear();
   EXPECT_TRUE(texte.extraSelections().isEmpty());
   EXPECT_FALSE(sommaire.topLevelItem(0)->isHidden());

@@ -28,7 +28,8 @@ class OptionsTest : public test::CabinetMedical {
     for (const LigneTva& ligne : LitComptesTva(App())) {
       char taux[32];
       std::snprintf(taux, sizeof taux, " %.2f ", ligne.taux);
-      textes.push_back(Magasin().GetShortCompte(ligne.compte) + taux + LitTexte(LitCompte(ligne.compte).Code));
+      textes.push_back(Magasin().GetShortCompte(ligne.compte) + taux +
+                       LitTexte(LitCompte(ligne.compte).Code));
     }
     return textes;
   }
@@ -216,7 +217,8 @@ TEST_F(OptionsTest, ComptesParticuliers) {
   const std::vector<CompteListe> liste = ListeComptes(App());
   ASSERT_GT(liste.size(), 10u);
   for (std::size_t i = 1; i < liste.size(); ++i) ASSERT_LT(liste[i - 1].compte, liste[i].compte);
-  const auto loyer = std::find_if(liste.begin(), liste.end(), [](const auto& c) { return c.compte == Long("6132"); });
+  const auto loyer =
+      std::find_if(liste.begin(), liste.end(), [](const auto& c) { return c.compte == Long("6132"); });
   ASSERT_NE(loyer, liste.end());
   EXPECT_EQ(loyer->texte, "6132 Loyer");
 }
@@ -226,7 +228,8 @@ class OptionsTva : public OptionsTest {
  protected:
   void SetUp() override {
     Installe();
-    for (const LigneTva& ligne : LitComptesTva(App())) ASSERT_TRUE(Magasin().OpenPlan({}) && Magasin().DeletePlan(ligne.position));
+    for (const LigneTva& ligne : LitComptesTva(App()))
+      ASSERT_TRUE(Magasin().OpenPlan({}) && Magasin().DeletePlan(ligne.position));
     PoseTaxe("4451", Tva, {}, 100);
     ASSERT_TRUE(PoseCompte("4452", Autre, "TVA02", "Pas de taxe"));
   }
@@ -249,7 +252,7 @@ TEST_F(OptionsTva, Refus) {
     const char* compte;
     f64 taux;
     unsigned erreur;
-  } const cas[] = {{"", 0, 3071},      {"4451", 0, 3070}, {"4452", 7, 3070}, {"512", 7, 3070},
+  } const cas[] = {{"", 0, 3071},     {"4451", 0, 3070}, {"4452", 7, 3070},    {"512", 7, 3070},
                    {"4453", 0, 3069}, {"4453", 7, 0},    {"4453", 0.001, 3069}};
   for (const auto& c : cas)
     EXPECT_EQ(ControleAjoutTva(App(), Lignes(), {0, Long(c.compte), c.taux}).erreur, c.erreur) << c.compte;

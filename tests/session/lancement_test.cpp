@@ -97,7 +97,10 @@ TEST_F(SessionLancement, EffetsDeLaLigneDeCommande) {
     const char* mot;
     bool avec;
     u16 edition;
-  } editions[] = {{"Quorbane", true, 0}, {"QVES", true, 1}, {"Tessamaris", true, 3}, {"TMES", true, 4},
+  } editions[] = {{"Quorbane", true, 0},
+                  {"QVES", true, 1},
+                  {"Tessamaris", true, 3},
+                  {"TMES", true, 4},
                   {"quorbane", false, 2}};
   for (const auto& e : editions) {
     App().WithQuorbane = false;
@@ -161,8 +164,8 @@ TEST_F(SessionLancement, MigrationDesReglages) {
   const struct {
     const char *version, *revision;
     bool dit, motDePasse, barres;  ///< told, kept, kept
-  } cas[] = {{"", "", false, false, false}, {"1", "9", true, false, false},  {"2", "0", false, true, false},
-             {"4", "0", false, true, false}, {"4", "1", false, true, true}, {"5", "0", false, true, true},
+  } cas[] = {{"", "", false, false, false},  {"1", "9", true, false, false}, {"2", "0", false, true, false},
+             {"4", "0", false, true, false}, {"4", "1", false, true, true},  {"5", "0", false, true, true},
              {"6", "3", false, true, true}};
   for (const auto& c : cas) {
     SCOPED_TRACE(std::string(c.version) + "." + c.revision);
@@ -179,7 +182,8 @@ TEST_F(SessionLancement, MigrationDesReglages) {
                   Reglage("Barre d'outils-Bar0", "x") + Reglage("Barre d'outils-Bar9", "x"),
               c.barres ? "1111" : "");
     EXPECT_EQ(Reglage("Barre d'outils-Bar10", "x"), "1");
-    EXPECT_EQ(Reglage("Fenlor", "Version") + Reglage("Fenlor", "Revision") + Reglage("Fenlor", "Build"), "50235");
+    EXPECT_EQ(Reglage("Fenlor", "Version") + Reglage("Fenlor", "Revision") + Reglage("Fenlor", "Build"),
+              "50235");
     EXPECT_EQ(Boite.Questions.size(), c.dit ? 1u : 0u);
     if (c.dit) {
       EXPECT_EQ(Boite.Questions[0].style, BoutonsOk | IconeAttention);
@@ -214,9 +218,10 @@ TEST_F(SessionLancement, TauxCourant) {
 
 TEST_F(SessionLancement, RappelDuMagasin) {
   std::vector<std::string> parent;
-  RappelSession rappel(App(), {.creeExercice = {},
-                               .parent = [&](unsigned w, unsigned l) { parent.push_back(MessageParent(w, l)); },
-                               .arret = {}});
+  RappelSession rappel(App(),
+                       {.creeExercice = {},
+                        .parent = [&](unsigned w, unsigned l) { parent.push_back(MessageParent(w, l)); },
+                        .arret = {}});
   EXPECT_EQ(rappel(EvDebut, 0, "Un"), 1u);
   EXPECT_EQ(rappel(EvDebut, 0, "Deux"), 1u);
   EXPECT_EQ(Boite.Profondeur, 1u) << "a nested beginning opens no second window";
@@ -256,8 +261,10 @@ TEST_F(SessionLancement, RappelDuMagasin) {
 TEST_F(SessionLancement, ExerciceDemandeParLApplicationParente) {
   std::vector<std::string> crees;
   bool creer = true;
-  RappelSession rappel(App(), {.creeExercice = [&](const std::string& nom) { return crees.push_back(nom), creer; },
-                               .parent = {}, .arret = {}});
+  RappelSession rappel(App(),
+                       {.creeExercice = [&](const std::string& nom) { return crees.push_back(nom), creer; },
+                        .parent = {},
+                        .arret = {}});
   const struct {
     u32 action, genre;
     std::string debut, fin;

@@ -296,7 +296,20 @@ TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
                                "ok"));
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle)) << "Enter on the button is the button";
 
+  auto& compte = Trouve<EditeurCompte>(dialogue, "compte");
+  Tape(compte, u"hon"_s);
+  ASSERT_TRUE(QApplication::activePopupWidget());
+  QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+  QApplication::processEvents();
+  EXPECT_EQ(Focus(dialogue), "libelle") << "an open list does not stop Enter";
+  EXPECT_EQ(compte.text(), u"7061"_s);
+
   Entree(false);
+  Boite.Oublie();
+  Va(Trouve<QWidget>(dialogue, "copier"));
+  QTest::keyClick(&dialogue, Qt::Key_O, Qt::AltModifier);
+  QTest::qWait(150);
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle)) << "from another button too";
   Boite.Oublie();
   Va(Trouve<QWidget>(dialogue, "date"));
   Touche(dialogue, Qt::Key_Enter, Qt::KeypadModifier);
@@ -415,6 +428,7 @@ TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
   robot.Attend("SheetEssai", [&](QDialog& dialogue) {
     VerifieFormulaire(dialogue);
     EXPECT_THAT(Traces, ElementsAre("charge A"));
+    EXPECT_EQ(Focus(feuille), "valeur") << "the first field, not the tabs";
     Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
     Touche(feuille, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(feuille.Onglets().currentIndex(), 2);

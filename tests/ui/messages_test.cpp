@@ -1,11 +1,16 @@
 #include "ui/dialogmessage.h"
 
+#include <QApplication>
 #include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QTextEdit>
+#include <QThread>
 #include <QTimer>
+#include <algorithm>
 
 #include "core/textes.h"
 #include "outils/uidetest.h"

@@ -1,5 +1,7 @@
 #include "ui/positionfenetre.h"
 
+#include <QApplication>
+#include <QScreen>
 #include <filesystem>
 
 #include "core/textes.h"
@@ -28,7 +30,8 @@ TEST(PositionFenetre, Ajuste) {
       {"negative size", {10, 20, -5, -5}, {10, 20, 120, 40}, true},
       {"fixed size", {10, 20, 3000, 10}, {0, 20, 3000, 10}, false},
   };
-  for (const Cas& c : cas) EXPECT_EQ(AjustePosition(c.rect, zone, minimum, c.redimensionnable), c.attendu) << c.nom;
+  for (const Cas& c : cas)
+    EXPECT_EQ(AjustePosition(c.rect, zone, minimum, c.redimensionnable), c.attendu) << c.nom;
 }
 
 class Positions : public UiDeTest {

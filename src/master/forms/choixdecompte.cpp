@@ -44,11 +44,12 @@ ChoixDeCompte::ChoixDeCompte(ModeleComptes& modele, QWidget* parent) : QComboBox
   complete->setMaxVisibleItems(LignesVisibles);
   setCompleter(complete);
   setCurrentIndex(-1);
-  connect(lineEdit(), &QLineEdit::editingFinished, this, &ChoixDeCompte::Retrouve);
+  connect(lineEdit(), &QLineEdit::returnPressed, this, &ChoixDeCompte::Retrouve);
 }
 
 std::string ChoixDeCompte::Valeur() const {
-  return currentIndex() < 0 || currentText().trimmed().isEmpty() ? std::string() : m_modele.CompteDe(currentIndex());
+  const int ligne = LigneDuTexte();
+  return ligne < 0 ? std::string() : m_modele.CompteDe(ligne);
 }
 
 void ChoixDeCompte::Choisit(const std::string& compte) {
@@ -63,18 +64,29 @@ void ChoixDeCompte::showPopup() {
 
 /// A wheel that passes over the page turns the page, not the account.
 void ChoixDeCompte::wheelEvent(QWheelEvent* evenement) {
-  if (hasFocus()) QComboBox::wheelEvent(evenement);
-  else evenement->ignore();
+  if (hasFocus())
+    QComboBox::wheelEvent(evenement);
+  else
+    evenement->ignore();
+}
+
+void ChoixDeCompte::focusOutEvent(QFocusEvent* evenement) {
+  QComboBox::focusOutEvent(evenement);
+  if (evenement->reason() != Qt::PopupFocusReason) Retrouve();
+}
+
+/// Row of what stands in the field; the current one for a text that leads to none.
+int ChoixDeCompte::LigneDuTexte() const {
+  const QString texte = currentText().trimmed();
+  if (texte.isEmpty()) return -1;
+  if (currentIndex() >= 0 && texte == itemText(currentIndex()).trimmed()) return currentIndex();
+  for (const Qt::MatchFlags genre : {Qt::MatchFixedString, Qt::MatchStartsWith, Qt::MatchContains})
+    if (const int ligne = findText(texte, genre); ligne >= 0) return ligne;
+  return currentIndex();
 }
 
 void ChoixDeCompte::Retrouve() {
-  const QString texte = currentText().trimmed();
-  if (texte.isEmpty()) return setCurrentIndex(-1);
-  if (currentIndex() >= 0 && texte == itemText(currentIndex()).trimmed()) return;
-  int ligne = findText(texte, Qt::MatchFixedString);
-  if (ligne < 0) ligne = findText(texte, Qt::MatchStartsWith);
-  if (ligne < 0) ligne = findText(texte, Qt::MatchContains);
-  if (ligne < 0) ligne = currentIndex();
+  const int ligne = LigneDuTexte();
   setCurrentIndex(ligne);
   setEditText(ligne < 0 ? QString() : itemText(ligne));
   lineEdit()->setCursorPosition(0);

@@ -36,9 +36,11 @@ class ChoixDeCompte : public QComboBox {
   void showPopup() override;
 
  protected:
+  void focusOutEvent(QFocusEvent* evenement) override;
   void wheelEvent(QWheelEvent* evenement) override;
 
  private:
+  int LigneDuTexte() const;
   void Retrouve();
   ModeleComptes& m_modele;
 };

@@ -50,7 +50,8 @@ ComptesParticuliers ChampsComptesParticuliers::Valeur() const {
 
 CDialogCompteParticulier::CDialogCompteParticulier(ContexteUi& contexte, std::function<bool()> nouveau,
                                                    QWidget* parent)
-    : CZNDialog(contexte, u"Comptes particuliers"_s, "DialogCompteParticulier", parent), m_champs(contexte.App) {
+    : CZNDialog(contexte, u"Comptes particuliers"_s, "DialogCompteParticulier", parent),
+      m_champs(contexte.App) {
   Formulaire{Zone()}.Seul(m_champs, "comptes").Pousse();
   if (nouveau) {
     connect(&AjouteBouton(u"Nou&veau..."_s, "nouveau"), &QPushButton::clicked, this, [this, nouveau] {

@@ -14,9 +14,12 @@ constexpr int TailleTaux = 10, LargeurListe = 44, LignesListe = 8;
 CDialogTauxEuro::CDialogTauxEuro(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, u"Taux de conversion à l'EURO"_s, "DialogTauxEuro", parent),
       m_lignes(LitTauxEuro(contexte.App)),
-      m_liste(contexte, ColonnesTauxEuro,
-              {[this] { Saisit(-1); }, [this] { Saisit(m_liste.Table().LigneChoisie()); }, [this] { Supprime(); },
-               [](int ligne) { return ListeEditee::Permis{true, ligne >= 0, ligne >= 0}; }}) {
+      m_liste(
+          contexte, ColonnesTauxEuro,
+          {[this] { Saisit(-1); }, [this] { Saisit(m_liste.Table().LigneChoisie()); }, [this] { Supprime(); },
+           [](int ligne) {
+             return ListeEditee::Permis{true, ligne >= 0, ligne >= 0};
+           }}) {
   Formulaire{Zone()}
       .Texte(u"Valeur d'un Euro en Francs, à partir de chaque date."_s)
       .Seul(m_liste, "taux", true);

@@ -18,8 +18,9 @@ CDialogTauxTVA::CDialogTauxTVA(ContexteUi& contexte, const LigneTva& ligne, QWid
     : CDialogTauxTVA(contexte, u"Modification d'un compte de T.V.A."_s, nullptr, ligne,
                      CompacteTexte(contexte.App.Magasin.GetShortCompte(ligne.compte)), parent) {}
 
-CDialogTauxTVA::CDialogTauxTVA(ContexteUi& contexte, const QString& titre, const std::vector<LigneTva>* lignes,
-                               const LigneTva& ligne, const std::string& compte, QWidget* parent)
+CDialogTauxTVA::CDialogTauxTVA(ContexteUi& contexte, const QString& titre,
+                               const std::vector<LigneTva>* lignes, const LigneTva& ligne,
+                               const std::string& compte, QWidget* parent)
     : CZNDialog(contexte, titre, "DialogTauxTVA", parent),
       m_lignes(lignes),
       m_ligne(ligne),

@@ -21,8 +21,10 @@ ListeEditee::ListeEditee(ContexteUi& contexte, unsigned colonnes, Actions action
   m_modifier = Bouton(u"&Modifier..."_s, "modifier", m_actions.modifie);
   m_supprimer = Bouton(u"&Supprimer"_s, "supprimer", m_actions.supprime);
   m_table->SurActivation([this] {
-    if (m_modifier->isEnabled()) m_modifier->click();
-    else if (m_ajouter->isEnabled()) m_ajouter->click();
+    if (m_modifier->isEnabled())
+      m_modifier->click();
+    else if (m_ajouter->isEnabled())
+      m_ajouter->click();
   });
   connect(m_table, &TableListe::SelectionChangee, this, &ListeEditee::ActualiseBoutons);
 
@@ -53,9 +55,12 @@ std::string ListeEditee::Ligne(const std::vector<std::string>& champs) {
   for (const std::string& champ : champs) {
     if (!ligne.empty()) ligne += '|';
     for (const char c : champ) {
-      if (c == '\n') ligne += ", ";
-      else if (c == '|') ligne += '/';
-      else if (c != '\r') ligne += c;
+      if (c == '\n')
+        ligne += ", ";
+      else if (c == '|')
+        ligne += '/';
+      else if (c != '\r')
+        ligne += c;
     }
   }
   return ligne;
@@ -64,8 +69,7 @@ std::string ListeEditee::Ligne(const std::vector<std::string>& champs) {
 void ListeEditee::Remplit(const std::vector<std::string>& lignes, int choisie) {
   m_table->Modele().Vide();
   for (const std::string& ligne : lignes) m_table->Modele().Ajoute(ligne);
-  if (!lignes.empty())
-    m_table->SelectionneLigne(std::clamp(choisie, 0, static_cast<int>(lignes.size()) - 1));
+  if (!lignes.empty()) m_table->SelectionneLigne(std::clamp(choisie, 0, static_cast<int>(lignes.size()) - 1));
   ActualiseBoutons();
 }
 

@@ -69,7 +69,7 @@ bool CPageOptionActivite::Charge() {
 }
 
 OptionsActivite CPageOptionActivite::Valeur() const {
-  return {m_identification.Valeur(), m_siret.Valeur(),        m_ape.Valeur(),
+  return {m_identification.Valeur(), m_siret.Valeur(),       m_ape.Valeur(),
           m_activite.Valeur(),       De1252(m_debut.text()), m_double.isChecked()};
 }
 

@@ -10,9 +10,11 @@ using namespace Qt::Literals::StringLiterals;
 
 CPageOptionPassword::CPageOptionPassword(ContexteUi& contexte)
     : CZNPage(contexte, u"Mot de passe"_s, "PageOptionPassword") {
-  for (EditeurTexte* champ : {&m_ancien, &m_nouveau, &m_verification}) champ->setEchoMode(QLineEdit::Password);
+  for (EditeurTexte* champ : {&m_ancien, &m_nouveau, &m_verification})
+    champ->setEchoMode(QLineEdit::Password);
   Formulaire{*this}
-      .Texte(u"Le mot de passe est demandé à l'ouverture du cabinet. Un nouveau mot de passe vide supprime la protection."_s)
+      .Texte(
+          u"Le mot de passe est demandé à l'ouverture du cabinet. Un nouveau mot de passe vide supprime la protection."_s)
       .Champ(u"A&ncien :"_s, m_ancien, "ancien")
       .Limite(LongueurMotDePasse)
       .Champ(u"N&ouveau :"_s, m_nouveau, "nouveau")

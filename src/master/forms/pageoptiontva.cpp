@@ -37,7 +37,9 @@ bool CPageOptionTVA::Enregistre() {
   return true;
 }
 
-LigneTva& CPageOptionTVA::Choisie() { return m_lignes[static_cast<std::size_t>(m_liste.Table().LigneChoisie())]; }
+LigneTva& CPageOptionTVA::Choisie() {
+  return m_lignes[static_cast<std::size_t>(m_liste.Table().LigneChoisie())];
+}
 
 void CPageOptionTVA::Ajoute() {
   CDialogTauxTVA saisie(Contexte(), m_lignes, window());
@@ -73,8 +75,9 @@ void CPageOptionTVA::Montre(int choisie) {
   const char separateur = App().Reglages.SeparateurDecimal();
   std::vector<std::string> lignes;
   for (const LigneTva& ligne : m_lignes)
-    lignes.push_back(ListeEditee::Ligne({CompacteTexte(App().Magasin.GetShortCompte(ligne.compte)),
-                                         TexteFormat(FormatTaux, {FormatMontant(ligne.taux, 2, separateur)})}));
+    lignes.push_back(
+        ListeEditee::Ligne({CompacteTexte(App().Magasin.GetShortCompte(ligne.compte)),
+                            TexteFormat(FormatTaux, {FormatMontant(ligne.taux, 2, separateur)})}));
   m_liste.Remplit(lignes, choisie);
 }
 

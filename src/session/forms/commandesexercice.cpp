@@ -39,7 +39,8 @@ void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& o
 void CommandeOuvrirExercice(ContexteUi& contexte) {
   std::string nom;
   const bool motDePasse = contexte.App.NomExercice.empty();
-  if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom)) return;
+  if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom))
+    return;
   contexte.Cadre.FermeToutes();
   OuvreExercice(contexte.App, nom);
   contexte.Cadre.MontreExercice();
@@ -70,9 +71,13 @@ void CommandeSupprimerExercice(ContexteUi& contexte) {
   if (resultat.erreur != 3039 && resultat.erreur != ErrAucunExercice) contexte.Cadre.MontreExercice();
 }
 
-void CommandeProprietes(ContexteUi& contexte) { CSheetProperties(contexte, contexte.Cadre.Cadre()).Execute(); }
+void CommandeProprietes(ContexteUi& contexte) {
+  CSheetProperties(contexte, contexte.Cadre.Cadre()).Execute();
+}
 
-void CommandeReconstruction(ContexteUi& contexte) { CDialogIndex(contexte, contexte.Cadre.Cadre()).Execute(); }
+void CommandeReconstruction(ContexteUi& contexte) {
+  CDialogIndex(contexte, contexte.Cadre.Cadre()).Execute();
+}
 
 void CommandeRecalcul(ContexteUi& contexte) {
   Statistiques statistiques{};

@@ -12,12 +12,14 @@ namespace fenlor {
 CDialogIndex::CDialogIndex(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, u"Reconstruction des clés"_s, "DialogIndex", parent) {
   Formulaire(Zone())
-      .Texte(u"Les clés d'accès des fichiers cochés vont être reconstruites. Les enregistrements "
-             "inutilisables sont écartés."_s)
+      .Texte(
+          u"Les clés d'accès des fichiers cochés vont être reconstruites. Les enregistrements "
+          "inutilisables sont écartés."_s)
       .Seul(m_fichiers, "fichiers", true)
       .Case(m_choisir, u"&Choisir un fichier"_s, "choisir")
       .SurChangement([this] {
-        for (int i = 0; i < m_fichiers.count(); ++i) m_fichiers.item(i)->setCheckState(m_choisir.checkState());
+        for (int i = 0; i < m_fichiers.count(); ++i)
+          m_fichiers.item(i)->setCheckState(m_choisir.checkState());
       })
       .Astuce(u"Coche ou décoche tous les fichiers"_s);
   m_fichiers.setAccessibleName(u"Fichiers à reconstruire"_s);

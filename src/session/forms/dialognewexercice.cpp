@@ -37,14 +37,17 @@ void CDialogNewExercice::Construit() {
       .SurChangement([this] {
         const std::string annee = m_annee.Valeur();
         // While it is being typed, "2" or "20" is no year to take the options from.
-        Applique([&](FormulaireExercice& f) { annee.size() < 4 ? void(f.annee = annee) : ChangeAnnee(f, annee); });
+        Applique(
+            [&](FormulaireExercice& f) { annee.size() < 4 ? void(f.annee = annee) : ChangeAnnee(f, annee); });
       })
       .ACote(*reste)
       .Case(m_periode, u"&Période :"_s, "periode")
       .SurChangement([this] { Applique([](FormulaireExercice& f) { ChoisitPeriode(f); }); })
       .Suite(u"&du :"_s, m_debut, "debut")
+      .Limite(10)
       .SurDepart([this] { QuitteDate(m_debut); })
       .Suite(u"&au :"_s, m_fin, "fin")
+      .Limite(10)
       .SurDepart([this] { QuitteDate(m_fin); })
       .FinGroupe()
       .Groupe(u"Options"_s)

@@ -31,8 +31,7 @@ int CDialogOpenExercice::exec() {
 }
 
 void CDialogOpenExercice::Remplit() {
-  const std::string courant =
-      App().NomExercice.empty() ? App().Magasin.GetLastExercice() : App().NomExercice;
+  const std::string courant = App().NomExercice.empty() ? App().Magasin.GetLastExercice() : App().NomExercice;
   for (const LigneExercice& ligne : LignesExercices(App())) {
     auto* element = new QListWidgetItem(ImageExercice(ligne.cloture), Q(ligne.texte), &m_liste);
     element->setData(Qt::UserRole, Q(ligne.nom));

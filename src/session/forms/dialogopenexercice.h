@@ -13,7 +13,8 @@ class CDialogOpenExercice : public CZNDialog {
  public:
   /// `motDePasse`: a choice is confirmed with the practice's password. `destination`
   /// receives the name on OK, and outlives the form. The exercice is not opened.
-  CDialogOpenExercice(ContexteUi& contexte, bool motDePasse, std::string& destination, QWidget* parent = nullptr);
+  CDialogOpenExercice(ContexteUi& contexte, bool motDePasse, std::string& destination,
+                      QWidget* parent = nullptr);
   /// Refused with 3072, without a window, when there is no exercice.
   int exec() override;
 

@@ -65,7 +65,7 @@ class CPagePropertiesExercice : public CZNPage {
         .Seul(*fichiers, "fichiers")
         .FinGroupe()
         .Pousse();
-    m_emplacement.setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+    m_emplacement.setMinimumWidth(fontMetrics().averageCharWidth() * 34);
     ConstruitFichiers(*fichiers);
   }
 

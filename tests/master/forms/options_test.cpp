@@ -55,10 +55,15 @@ class Formulaires : public test::CabinetMedical {
   }
   /// Opens the options, does what a person would do, and tells whether they ended with OK.
   bool Options(const std::function<void(QDialog&)>& geste) {
-    test::Robot robot;
-    robot.Attend("SheetOptions", geste);
+    m_robot = std::make_unique<test::Robot>();
+    Attend("SheetOptions", geste);
     CSheetOptions feuille(Ui);
-    return feuille.Execute();
+    const bool ok = feuille.Execute();
+    m_robot.reset();
+    return ok;
+  }
+  void Attend(const char* nom, std::function<void(QDialog&)> geste) {
+    m_robot->Attend(nom, std::move(geste));
   }
   static QWidget& Montre(QDialog& feuille, Onglet onglet) {
     auto& onglets = Trouve<QTabWidget>(feuille, "onglets");
@@ -82,7 +87,18 @@ class Formulaires : public test::CabinetMedical {
       if (modele.Champ(i, 0) == premierChamp) return Liste(page).SelectionneLigne(i);
     ADD_FAILURE() << "no row " << premierChamp.toStdString();
   }
+  /// Types into a list of accounts and leaves it by Tab, which the open list of proposals sees first.
+  static void Cherche(QDialog& fenetre, const char* nom, const QString& texte) {
+    auto& choix = Trouve<QComboBox>(fenetre, nom);
+    Tape(choix, texte);
+    QWidget* propositions = QApplication::activePopupWidget();
+    QTest::keyClick(propositions ? propositions : &choix, Qt::Key_Tab);
+    EXPECT_FALSE(choix.hasFocus());
+  }
   bool BoutonActif(QWidget& page, const char* nom) { return Trouve<QPushButton>(page, nom).isEnabled(); }
+
+ private:
+  std::unique_ptr<test::Robot> m_robot;
 };
 
 TEST_F(Formulaires, LesHuitPages) {
@@ -101,7 +117,9 @@ TEST_F(Formulaires, LesHuitPages) {
 }
 
 TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
-  const auto adresse = [](QWidget& page) -> QPlainTextEdit& { return Trouve<QPlainTextEdit>(page, "identification"); };
+  const auto adresse = [](QWidget& page) -> QPlainTextEdit& {
+    return Trouve<QPlainTextEdit>(page, "identification");
+  };
   ASSERT_TRUE(Options([&](QDialog& f) {
     QWidget& activite = Montre(f, Activite);
     QTest::keyClicks(&adresse(activite), u"Dr Martin"_s);
@@ -111,7 +129,8 @@ TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
     Tape(Trouve<QLineEdit>(activite, "ape"), u"851CZ"_s);
     Tape(Trouve<QLineEdit>(activite, "activite"), u"Médecin"_s);
     Tape(Trouve<QLineEdit>(activite, "debut"), u"1/10/1998"_s);
-    EXPECT_FALSE(Trouve<QCheckBox>(activite, "tva").isEnabled() || Trouve<QCheckBox>(activite, "euro").isEnabled());
+    EXPECT_FALSE(Trouve<QCheckBox>(activite, "tva").isEnabled() ||
+                 Trouve<QCheckBox>(activite, "euro").isEnabled());
     Trouve<QCheckBox>(activite, "afficherDouble").click();
     QWidget& association = Montre(f, Association);
     QTest::keyClicks(&adresse(association), u"AGA"_s);
@@ -151,13 +170,14 @@ TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
 }
 
 TEST_F(Formulaires, UnePageJamaisMontreeNEcritRien) {
-  ASSERT_EQ(Reglage("2035", "Recettes"), "");
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2035", "", std::nullopt));
   ASSERT_TRUE(Magasin().Reglages().Ecrit("Comptable", "Identification", "Durand"));
   ASSERT_TRUE(Options([&](QDialog& f) {
     EXPECT_EQ(Reglage("2035", "Recettes"), "1, 7") << "made by the first showing";
     // Behind the back of pages that were not shown: were they written, these would change.
-    QTest::keyClicks(&Trouve<QPlainTextEdit>(*Trouve<QTabWidget>(f, "onglets").widget(Comptable), "identification"),
-                     u"autre"_s);
+    QTest::keyClicks(
+        &Trouve<QPlainTextEdit>(*Trouve<QTabWidget>(f, "onglets").widget(Comptable), "identification"),
+        u"autre"_s);
     Trouve<QLineEdit>(*Trouve<QTabWidget>(f, "onglets").widget(MotDePasse), "nouveau").setText(u"secret"_s);
     Ok(f);
   }));
@@ -213,8 +233,7 @@ TEST_F(Formulaires, AdressesDesBanques) {
     EXPECT_TRUE(BoutonActif(page, "ajouter"));
     EXPECT_FALSE(BoutonActif(page, "modifier"));
     ChoisitLigne(page, u"CCP"_s);
-    test::Robot robot;
-    robot.Attend("DialogAdresseBanque", [&](QDialog& d) {
+    Attend("DialogAdresseBanque", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Etablissements bancaires"_s);
       EXPECT_EQ(Trouve<QLabel>(d, "code").text(), u"CCP"_s);
       QTest::keyClicks(&Trouve<QPlainTextEdit>(d, "identification"), u"Poste | Lyon"_s);
@@ -241,13 +260,11 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
     EXPECT_EQ(perso.count(), static_cast<int>(ListeComptes(App()).size()));
     EXPECT_EQ(Trouve<QComboBox>(page, "virementRecette").currentText(), QString());
     EXPECT_EQ(perso.model(), Trouve<QComboBox>(page, "ecartDebit").model()) << "one model for the five";
-    Tape(perso, u"706"_s);
-    test::Va(Trouve<QComboBox>(page, "ecartCredit"));
+    Cherche(f, "perso", u"706"_s);
     EXPECT_EQ(perso.currentText(), u"706 Honoraires"_s);
-    Tape(perso, u"rien de tel"_s);
-    test::Va(Trouve<QComboBox>(page, "ecartCredit"));
+    Cherche(f, "perso", u"rien de tel"_s);
     EXPECT_EQ(perso.currentText(), u"706 Honoraires"_s) << "what was chosen before";
-    Tape(Trouve<QComboBox>(page, "ecartDebit"), u"loyer"_s);
+    Cherche(f, "ecartDebit", u"loyer"_s);
     Ok(f);
   }));
   EXPECT_EQ(Magasin().GetComptePerso(), Long("706"));
@@ -257,10 +274,11 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
   test::Robot robot;
   robot.Attend("DialogCompteParticulier", [&](QDialog& d) {
     Clique(Bouton(d, u"Nou&veau..."_s));
-    Tape(Trouve<QComboBox>(d, "virementRecette"), u"7099"_s);
+    Cherche(d, "virementRecette", u"7099"_s);
     Ok(d);
   });
-  EXPECT_TRUE(CDialogCompteParticulier(Ui, [&] { return PoseCompte("7099", Recette, "NOUV", "Nouveau"); }).Execute());
+  EXPECT_TRUE(
+      CDialogCompteParticulier(Ui, [&] { return PoseCompte("7099", Recette, "NOUV", "Nouveau"); }).Execute());
   EXPECT_EQ(Magasin().GetCompteVireTo(), Long("7099"));
   CDialogCompteParticulier sans(Ui);
   EXPECT_EQ(sans.findChild<QPushButton*>(u"nouveau"_s), nullptr);
@@ -269,12 +287,11 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
 TEST_F(Formulaires, ComptesDeTva) {
   const std::size_t nombre = LitComptesTva(App()).size();
   const auto modifie = [&](QDialog& f, bool valide) {
-    test::Robot robot;
     QWidget& page = Montre(f, Taxe);
     ASSERT_EQ(Liste(page).Modele().NbLignes(), static_cast<int>(nombre));
     ChoisitLigne(page, u"4452"_s);
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
-    robot.Attend("DialogTauxTVA", [&](QDialog& d) {
+    Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Ajout d'un compte de T.V.A."_s);
       EXPECT_EQ(Trouve<QLineEdit>(d, "compte").text(), u"4452"_s) << "free again";
       for (const QString& pris : {u"4451"_s, u"512"_s}) {
@@ -292,7 +309,7 @@ TEST_F(Formulaires, ComptesDeTva) {
     QTest::keyClick(&Liste(page), Qt::Key_Insert);
     EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3070, 3070, 3069}));
     ChoisitLigne(page, u"4453"_s);
-    robot.Attend("DialogTauxTVA", [&](QDialog& d) {
+    Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Modification d'un compte de T.V.A."_s);
       EXPECT_TRUE(Trouve<QLineEdit>(d, "compte").isReadOnly());
       Tape(Trouve<QLineEdit>(d, "taux"), u"1.75"_s);
@@ -342,11 +359,11 @@ TEST_F(Formulaires, TvaAvecMouvementsEtExerciceClos) {
 TEST_F(Formulaires, TauxDeLEuro) {
   ASSERT_TRUE(EcritTauxEuro(App(), {{FaitDate(1, 1, 1999), 6.55957}}));
   EXPECT_FALSE(Options([&](QDialog& f) {
-    test::Robot robot;
-    robot.Attend("DialogTauxEuro", [&](QDialog& d) {
+    Attend("DialogTauxEuro", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Taux de conversion à l'EURO"_s);
       EXPECT_EQ(Lignes(d), (std::vector<std::string>{"01/01/1999 6,55957"}));
-      robot.Attend("DialogSaisieTaux", [&](QDialog& s) {
+      Attend("DialogSaisieTaux", [&](QDialog& s) {
+        test::Va(Trouve<QLineEdit>(s, "date"));
         EXPECT_EQ(Trouve<QLineEdit>(s, "date").text(), u"15/03/2003"_s) << "today";
         Ok(s);
         EXPECT_TRUE(Trouve<QLineEdit>(s, "taux").hasFocus());
@@ -371,18 +388,14 @@ TEST_F(Formulaires, TauxDeLEuro) {
   EXPECT_EQ(App().TauxEuroCourant, 6.55957);
 }
 
-// Its own disk, for settings that cannot be written.
-struct FormulairesDisque : Formulaires {
-  FormulairesDisque() : FormulairesDisque(std::make_unique<SystemeFautif>(Vrai())) {}
-  static Systeme& Vrai() {
-    static SystemePosix vrai;
-    return vrai;
-  }
-  std::unique_ptr<SystemeFautif> Disque;
-
- private:
-  explicit FormulairesDisque(std::unique_ptr<SystemeFautif> disque)
-      : Formulaires(test::Cles::Memoire, 256u << 10, disque.get()), Disque(std::move(disque)) {}
+// Its own disk, which outlives the practice on it.
+struct DisqueDeTest {
+  SystemePosix Vrai;
+  SystemeFautif Disque{Vrai};
+};
+class FormulairesDisque : public DisqueDeTest, public Formulaires {
+ public:
+  FormulairesDisque() : Formulaires(test::Cles::Memoire, 256u << 10, &Disque) {}
 };
 
 TEST_F(FormulairesDisque, ReglagesQuiNeSEcriventPas) {
@@ -390,14 +403,14 @@ TEST_F(FormulairesDisque, ReglagesQuiNeSEcriventPas) {
   EXPECT_FALSE(Options([&](QDialog& f) {
     avant = Ini();
     Tape(Trouve<QLineEdit>(f, "siret"), u"123"_s);
-    Disque->SurChemin("fenlor.ini");
-    Disque->Programme(1, ENOSPC, SystemeFautif::Ecriture, false);
+    Disque.SurChemin("fenlor.ini");
+    Disque.Programme(1, ENOSPC, SystemeFautif::Ecriture, false);
     Ok(f);
     EXPECT_TRUE(f.isVisible());
     EXPECT_EQ(Trouve<QLineEdit>(f, "siret").text(), u"123"_s);
     Annule(f);
   }));
-  Disque->Repare();
+  Disque.Repare();
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3220}));
   EXPECT_EQ(Ini(), avant);
 }

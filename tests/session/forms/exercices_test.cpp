@@ -78,7 +78,8 @@ TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
       EXPECT_TRUE(Trouve<QRadioButton>(f, "annuel").isChecked());
       EXPECT_EQ(Dates(f), "2003 01/01/2003 31/12/2003");
       EXPECT_EQ(Cases(f), "tE!d");
-      EXPECT_EQ(OrdreTab(f), (std::vector<std::string>{"annuel", "annee", "periode", "tva", "double", "ok", "annuler"}));
+      EXPECT_EQ(OrdreTab(f),
+                (std::vector<std::string>{"annuel", "annee", "periode", "tva", "double", "ok", "annuler"}));
       EXPECT_EQ(f.focusWidget()->objectName(), u"annee"_s);
       Trouve<QAbstractButton>(f, "tva").click();
       Trouve<QAbstractButton>(f, "double").click();
@@ -181,7 +182,8 @@ TEST_F(FormesExercices, UnRefusGardeLeFormulaireEtMontreLeChamp) {
       {nullptr, u"01/01/2005", u"", ErrPeriode, "fin"},
   };
   for (const auto& c : cas) {
-    SCOPED_TRACE(c.annee ? QString::fromUtf16(c.annee).toStdString() : QString::fromUtf16(c.debut).toStdString());
+    SCOPED_TRACE(c.annee ? QString::fromUtf16(c.annee).toStdString()
+                         : QString::fromUtf16(c.debut).toStdString());
     Boite.Oublie();
     EXPECT_FALSE(Nouveau([&](QDialog& f) {
       if (c.annee) {
@@ -425,8 +427,8 @@ TEST_F(FormesExercices, Proprietes) {
       EXPECT_EQ(texte(f, "journalRec"), QString::number(Magasin().GetJournalRec(0)));
       EXPECT_EQ(texte(f, "journalOuvert") + texte(f, "comptesOuvert"), u"NonOui"_s);
       EXPECT_EQ(texte(f, "banqueRec"), u"0"_s);
-      const u64 octets = Magasin().GetJournalSize(0) + Magasin().GetPlanSize(0) + Magasin().GetRubriquesSize(0) +
-                         Magasin().GetBanquesSize(0);
+      const u64 octets = Magasin().GetJournalSize(0) + Magasin().GetPlanSize(0) +
+                         Magasin().GetRubriquesSize(0) + Magasin().GetBanquesSize(0);
       QString total = QString::number(static_cast<double>(octets) / 1024, 'f', 3);
       EXPECT_EQ(texte(f, "total"), total.replace(u'.', u','));
       Clique(Bouton(f, u"&Fermer"_s));

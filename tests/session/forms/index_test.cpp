@@ -30,7 +30,8 @@ class FormeIndex : public UiDeTest {
   /// "XXX...": one character a row, "X" checked.
   static std::string Coches(QDialog& f) {
     std::string texte;
-    for (int i = 0; i < Liste(f).count(); ++i) texte += Liste(f).item(i)->checkState() == Qt::Checked ? 'X' : '.';
+    for (int i = 0; i < Liste(f).count(); ++i)
+      texte += Liste(f).item(i)->checkState() == Qt::Checked ? 'X' : '.';
     return texte;
   }
 };
