@@ -65,13 +65,16 @@ bool EstSaisie(const QWidget* widget) {
 }
 
 bool PrendFocus(const QWidget* widget) {
-  return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy();
+  return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) &&
+         !widget->focusProxy();
 }
 
 }  // namespace
 
 CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent)
-    : QDialog(parent ? parent : QApplication::activeModalWidget() ? QApplication::activeModalWidget() : contexte.Cadre.Cadre()),
+    : QDialog(parent                              ? parent
+              : QApplication::activeModalWidget() ? QApplication::activeModalWidget()
+                                                  : contexte.Cadre.Cadre()),
       m_contexte(contexte) {
   setObjectName(QString::fromUtf8(nom));
   setWindowTitle(titre);
@@ -107,12 +110,13 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
     auto* suivant = FaitBouton(u"&Suivant"_s, "suivant", Image("suivant"), this);
     m_boutons->addWidget(precedent);
     m_boutons->addWidget(suivant);
-    connect(precedent, &QPushButton::clicked, this, [this] { VersVoisin(-1); });
-    connect(suivant, &QPushButton::clicked, this, [this] { VersVoisin(1); });
+    connect(precedent, &QPushButton::clicked, this, [this, precedent] { VersVoisin(-1, *precedent); });
+    connect(suivant, &QPushButton::clicked, this, [this, suivant] { VersVoisin(1, *suivant); });
   }
   if (mode != Mode::Consultation) {
-    m_defaut = mode == Mode::Ajout ? FaitBouton(u"&Enregistrer"_s, "ok", ImageOu("enregistrer", "valider"), this)
-                                   : FaitBouton(u"&Ok"_s, "ok", Image("valider"), this);
+    m_defaut = mode == Mode::Ajout
+                   ? FaitBouton(u"&Enregistrer"_s, "ok", ImageOu("enregistrer", "valider"), this)
+                   : FaitBouton(u"&Ok"_s, "ok", Image("valider"), this);
     m_boutons->addWidget(m_defaut);
     connect(m_defaut, &QPushButton::clicked, this, &QDialog::accept);
   }
@@ -135,7 +139,8 @@ void CZNDialog::AppliqueDessin() {
   bool colore = false;
   const auto applique = [&](QPalette::ColorRole texte, QPalette::ColorRole fond) {
     const QColor& couleur = dessin.TexteSaisies;
-    if (!couleur.isValid() || Contraste(couleur, palette().color(QPalette::Active, fond)) < contrasteLisible) return;
+    if (!couleur.isValid() || Contraste(couleur, palette().color(QPalette::Active, fond)) < contrasteLisible)
+      return;
     couleurs.setColor(QPalette::Active, texte, couleur);
     couleurs.setColor(QPalette::Inactive, texte, couleur);
     colore = true;
@@ -193,8 +198,10 @@ bool CZNDialog::Refuse(unsigned numero, QWidget& champ, std::initializer_list<st
 }
 
 void CZNDialog::Focalise(QWidget& champ) {
-  for (QWidget *page = &champ, *parent = champ.parentWidget(); parent; page = parent, parent = parent->parentWidget()) {
-    if (auto* onglets = qobject_cast<QTabWidget*>(parent->parentWidget()); onglets && onglets->indexOf(page) >= 0)
+  for (QWidget *page = &champ, *parent = champ.parentWidget(); parent;
+       page = parent, parent = parent->parentWidget()) {
+    if (auto* onglets = qobject_cast<QTabWidget*>(parent->parentWidget());
+        onglets && onglets->indexOf(page) >= 0)
       onglets->setCurrentWidget(page);
     if (auto* defilement = qobject_cast<QScrollArea*>(parent)) defilement->ensureWidgetVisible(&champ);
   }
@@ -212,29 +219,44 @@ void CZNDialog::Focalise(const char* nom) {
 QStringList CZNDialog::Etat() const {
   QStringList etat;
   for (const QWidget* champ : m_zone->findChildren<QWidget*>()) {
-    if (const auto* ligne = qobject_cast<const QLineEdit*>(champ)) etat += ligne->text();
-    else if (const auto* lignes = qobject_cast<const QPlainTextEdit*>(champ)) etat += lignes->toPlainText();
-    else if (const auto* choix = qobject_cast<const QComboBox*>(champ)) etat += QString::number(choix->currentIndex());
-    else if (const auto* bouton = qobject_cast<const QAbstractButton*>(champ); bouton && bouton->isCheckable())
+    if (const auto* ligne = qobject_cast<const QLineEdit*>(champ))
+      etat += ligne->text();
+    else if (const auto* lignes = qobject_cast<const QPlainTextEdit*>(champ))
+      etat += lignes->toPlainText();
+    else if (const auto* choix = qobject_cast<const QComboBox*>(champ))
+      etat += QString::number(choix->currentIndex());
+    else if (const auto* bouton = qobject_cast<const QAbstractButton*>(champ);
+             bouton && bouton->isCheckable())
       etat += bouton->isChecked() ? u"1"_s : u"0"_s;
   }
   return etat;
 }
 
+/// The field that keys go to; that of the form itself while it is not the active window.
+QWidget* CZNDialog::ChampCourant() const {
+  QWidget* champ = QApplication::focusWidget();
+  if (!champ || !isAncestorOf(champ) || champ->window() != this) champ = focusWidget();
+  return champ && m_zone->isAncestorOf(champ) ? champ : nullptr;
+}
+
 bool CZNDialog::Modifie() const { return Etat() != m_etat; }
+
+/// Leaves the current field for a button; false when the field takes the focus back.
+bool CZNDialog::Quitte(QWidget& bouton) {
+  if (ChampCourant()) bouton.setFocus(Qt::OtherFocusReason);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // departures put off during the click
+  return !ChampCourant();
+}
 
 void CZNDialog::accept() {
   if (m_occupe || m_mode == Mode::Consultation) return;
-  QWidget* champ = focusWidget();
-  const auto dansUnChamp = [this] { return focusWidget() && m_zone->isAncestorOf(focusWidget()); };
-  if (m_defaut && dansUnChamp()) m_defaut->setFocus(Qt::OtherFocusReason);
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // departures put off during the click
-  if (m_defaut && dansUnChamp()) return;
+  QWidget* champ = ChampCourant();
+  if (m_defaut && !Quitte(*m_defaut)) return;
   m_occupe = true;
   const bool enregistre = Enregistre();
   m_occupe = false;
   if (!enregistre) {
-    if (champ && focusWidget() == m_defaut) champ->setFocus(Qt::OtherFocusReason);
+    if (champ && !ChampCourant()) champ->setFocus(Qt::OtherFocusReason);
     return;
   }
   if (m_mode != Mode::Ajout) return QDialog::accept();
@@ -247,14 +269,17 @@ void CZNDialog::reject() {
   if (!m_occupe) QDialog::reject();
 }
 
-void CZNDialog::VersVoisin(int pas) {
+void CZNDialog::VersVoisin(int pas, QWidget& bouton) {
   if (m_occupe) return;
+  QWidget* champ = ChampCourant();
+  if (!Quitte(bouton)) return;
   m_occupe = true;
   const bool va = m_mode == Mode::Consultation || !Modifie() || Enregistre();
   m_occupe = false;
   if (!va) return;
   Voisin(pas);
   m_etat = Etat();
+  if (champ && !ChampCourant()) Focalise(*champ);
 }
 
 /// Focus to the first field that takes it.
@@ -273,15 +298,16 @@ void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
   }
   if (!entree || !seule) return QDialog::keyPressEvent(evenement);
   evenement->accept();
-  QWidget* champ = focusWidget();
-  fprintf(stderr, "ENTREE %s act %d\n", qPrintable(champ ? champ->objectName() : u"-"_s), isActiveWindow());
-  const bool dansUnChamp = champ && m_zone->isAncestorOf(champ) && !qobject_cast<QPushButton*>(champ);
-  if (dansUnChamp && App().Reglages.IsEntree()) {
+  QWidget* champ = ChampCourant();
+  if (champ && !qobject_cast<QPushButton*>(champ) && App().Reglages.IsEntree()) {
     QWidget* suivant = champ->nextInFocusChain();
-    while (suivant != champ && (!PrendFocus(suivant) || champ->isAncestorOf(suivant))) suivant = suivant->nextInFocusChain();
+    while (suivant != champ && (!PrendFocus(suivant) || champ->isAncestorOf(suivant)))
+      suivant = suivant->nextInFocusChain();
     // From the last field on come the buttons, the default one first.
-    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant)) { focusNextChild(); fprintf(stderr, "-> %s\n", qPrintable(focusWidget()->objectName())); }
-    else if (m_defaut) m_defaut->setFocus(Qt::TabFocusReason);
+    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant))
+      focusNextChild();
+    else if (m_defaut)
+      m_defaut->setFocus(Qt::TabFocusReason);
     return;
   }
   if (m_defaut && m_defaut->isEnabled()) m_defaut->click();

@@ -79,8 +79,10 @@ class CZNDialog : public QDialog {
 
  private:
   void AppliqueDessin();
-  void VersVoisin(int pas);
+  bool Quitte(QWidget& bouton);
+  void VersVoisin(int pas, QWidget& bouton);
   void VersPremier();
+  QWidget* ChampCourant() const;  ///< null while a button below has the focus
   QStringList Etat() const;
   ContexteUi& m_contexte;
   QWidget* m_zone;

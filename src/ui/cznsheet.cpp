@@ -6,7 +6,8 @@
 
 namespace fenlor {
 
-CZNPage::CZNPage(ContexteUi& contexte, const QString& titre, const char* nom) : m_contexte(contexte), m_titre(titre) {
+CZNPage::CZNPage(ContexteUi& contexte, const QString& titre, const char* nom)
+    : m_contexte(contexte), m_titre(titre) {
   setObjectName(QString::fromUtf8(nom));
 }
 
@@ -22,7 +23,8 @@ CZNSheet::CZNSheet(ContexteUi& contexte, const QString& titre, const char* nom, 
   auto* zone = new QVBoxLayout(&Zone());
   zone->addWidget(m_onglets);
   const auto raccourci = [this](QKeyCombination touches, int pas) {
-    connect(new QShortcut(QKeySequence(touches), this), &QShortcut::activated, this, [this, pas] { Tourne(pas); });
+    connect(new QShortcut(QKeySequence(touches), this), &QShortcut::activated, this,
+            [this, pas] { Tourne(pas); });
   };
   raccourci(Qt::CTRL | Qt::Key_PageDown, 1);
   raccourci(Qt::CTRL | Qt::Key_PageUp, -1);
@@ -64,7 +66,8 @@ void CZNSheet::Tourne(int pas) {
 int CZNSheet::exec() { return Ouvre(m_onglets->currentIndex()) ? CZNDialog::exec() : Rejected; }
 
 void CZNSheet::showEvent(QShowEvent* evenement) {
-  if (!Ouvre(m_onglets->currentIndex())) QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
+  if (!Ouvre(m_onglets->currentIndex()))
+    QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
   CZNDialog::showEvent(evenement);
 }
 

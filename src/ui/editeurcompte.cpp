@@ -21,9 +21,12 @@ QString Replie(const QString& texte) {
   QString replie;
   for (const QChar c : texte.normalized(QString::NormalizationForm_KD).toLower()) {
     if (c.isMark()) continue;
-    if (c == QChar(0x153)) replie += QLatin1String("oe");
-    else if (c == QChar(0xE6)) replie += QLatin1String("ae");
-    else replie += c;
+    if (c == QChar(0x153))
+      replie += QLatin1String("oe");
+    else if (c == QChar(0xE6))
+      replie += QLatin1String("ae");
+    else
+      replie += c;
   }
   return replie;
 }
@@ -32,15 +35,18 @@ QString Replie(const QString& texte) {
 QString Mots(const QString& nom) {
   QString mots(u' ');
   for (const QChar c : Replie(nom)) {
-    if (c.isLetterOrNumber()) mots += c;
-    else if (!mots.endsWith(u' ')) mots += u' ';
+    if (c.isLetterOrNumber())
+      mots += c;
+    else if (!mots.endsWith(u' '))
+      mots += u' ';
   }
   return mots;
 }
 
 }  // namespace
 
-EditeurCompte::EditeurCompte(QVAPI& magasin, std::function<std::vector<ChoixCompte>()> source, QWidget* parent)
+EditeurCompte::EditeurCompte(QVAPI& magasin, std::function<std::vector<ChoixCompte>()> source,
+                             QWidget* parent)
     : QLineEdit(parent),
       m_magasin(magasin),
       m_source(std::move(source)),
@@ -161,7 +167,8 @@ bool EditeurCompte::eventFilter(QObject* objet, QEvent* evenement) {
   if (objet == this && evenement->type() == QEvent::FocusOut &&
       static_cast<QFocusEvent*>(evenement)->reason() != Qt::PopupFocusReason)
     liste->hide();
-  if (objet != liste || evenement->type() != QEvent::KeyPress) return QLineEdit::eventFilter(objet, evenement);
+  if (objet != liste || evenement->type() != QEvent::KeyPress)
+    return QLineEdit::eventFilter(objet, evenement);
   const auto* touche = static_cast<QKeyEvent*>(evenement);
   const bool entree = touche->key() == Qt::Key_Return || touche->key() == Qt::Key_Enter;
   const bool tab = touche->key() == Qt::Key_Tab || touche->key() == Qt::Key_Backtab;
@@ -169,7 +176,8 @@ bool EditeurCompte::eventFilter(QObject* objet, QEvent* evenement) {
   if (tab && choisi) Prend(liste->currentIndex().row());
   if (tab || (entree && !choisi)) {
     liste->hide();
-    QCoreApplication::postEvent(this, new QKeyEvent(QEvent::KeyPress, touche->key(), touche->modifiers(), touche->text()));
+    QCoreApplication::postEvent(
+        this, new QKeyEvent(QEvent::KeyPress, touche->key(), touche->modifiers(), touche->text()));
     return true;
   }
   return QLineEdit::eventFilter(objet, evenement);

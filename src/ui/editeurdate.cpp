@@ -22,7 +22,9 @@ class FiltreurDate : public QValidator {
  public:
   using QValidator::QValidator;
   State validate(QString& texte, int& place) const override {
-    const auto admis = [](QChar c) { return EstChiffre(c) || c == u'/' || c == u'.' || c == u'-' || c == u' '; };
+    const auto admis = [](QChar c) {
+      return EstChiffre(c) || c == u'/' || c == u'.' || c == u'-' || c == u' ';
+    };
     QString garde;
     int avant = 0;
     for (qsizetype i = 0; i < texte.size(); ++i) {
@@ -87,8 +89,10 @@ Date EditeurDate::Lit(const QString& texte, Date reference) {
   unsigned annee = Annee(reference);
   if (parties.size() == 3) {
     annee = parties[2].toUInt();
-    if (parties[2].size() <= 2) annee += annee >= 50 ? 1900 : 2000;
-    else if (parties[2].size() != 4) return 0;
+    if (parties[2].size() <= 2)
+      annee += annee >= 50 ? 1900 : 2000;
+    else if (parties[2].size() != 4)
+      return 0;
   }
   const Date date = FaitDate(parties[0].toUInt(), parties[1].toUInt(), annee);
   return IsDateOk(date) ? date : 0;
@@ -113,7 +117,8 @@ void EditeurDate::keyPressEvent(QKeyEvent* evenement) {
   const int touche = evenement->key();
   const bool alt = evenement->modifiers() & Qt::AltModifier;
   const bool calendrier = touche == Qt::Key_F4 ? !alt : touche == Qt::Key_Down && alt;
-  const bool pas = touche == Qt::Key_Up || touche == Qt::Key_Down || touche == Qt::Key_PageUp || touche == Qt::Key_PageDown;
+  const bool pas = touche == Qt::Key_Up || touche == Qt::Key_Down || touche == Qt::Key_PageUp ||
+                   touche == Qt::Key_PageDown;
   const bool seule = !(evenement->modifiers() & ~Qt::KeypadModifier);
   if (isReadOnly() || !(calendrier || (pas && seule))) return QLineEdit::keyPressEvent(evenement);
   evenement->accept();
@@ -122,10 +127,14 @@ void EditeurDate::keyPressEvent(QKeyEvent* evenement) {
   const Date date = Valeur();
   if (!date) return;
   switch (touche) {
-    case Qt::Key_Up: return Change(IsDateOk(NextDate(date)) ? NextDate(date) : 0);
-    case Qt::Key_Down: return Change(IsDateOk(PrevDate(date)) ? PrevDate(date) : 0);
-    case Qt::Key_PageUp: return Change(DecaleMois(date, 1));
-    default: return Change(DecaleMois(date, -1));
+    case Qt::Key_Up:
+      return Change(IsDateOk(NextDate(date)) ? NextDate(date) : 0);
+    case Qt::Key_Down:
+      return Change(IsDateOk(PrevDate(date)) ? PrevDate(date) : 0);
+    case Qt::Key_PageUp:
+      return Change(DecaleMois(date, 1));
+    default:
+      return Change(DecaleMois(date, -1));
   }
 }
 

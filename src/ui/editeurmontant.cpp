@@ -30,8 +30,10 @@ QString Filtre(const QString& texte, bool negatif, QChar separateur) {
   QString garde;
   for (qsizetype i = 0; i < texte.size(); ++i) {
     const QChar c = texte[i];
-    if ((c >= u'0' && c <= u'9') || i == virgule) garde += c;
-    else if (negatif && garde.isEmpty() && (c == u'-' || c == QChar(0x2212))) garde += u'-';
+    if ((c >= u'0' && c <= u'9') || i == virgule)
+      garde += c;
+    else if (negatif && garde.isEmpty() && (c == u'-' || c == QChar(0x2212)))
+      garde += u'-';
   }
   return garde;
 }
@@ -43,7 +45,8 @@ class FiltreurMontant : public QValidator {
   State validate(QString& texte, int& place) const override {
     const QString filtre = Filtre(texte, m_negatif, m_separateur);
     if (filtre != texte) {
-      place = static_cast<int>(qMin(Filtre(texte.left(place), m_negatif, m_separateur).size(), filtre.size()));
+      place =
+          static_cast<int>(qMin(Filtre(texte.left(place), m_negatif, m_separateur).size(), filtre.size()));
       texte = filtre;
     }
     return Acceptable;

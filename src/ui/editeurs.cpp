@@ -53,9 +53,7 @@ class Filtreur : public QValidator {
   const bool& m_majuscules;
 };
 
-int Octets(const QString& texte) {
-  return static_cast<int>(texte.size() + texte.count(u'\n'));
-}
+int Octets(const QString& texte) { return static_cast<int>(texte.size() + texte.count(u'\n')); }
 
 }  // namespace
 
@@ -72,10 +70,12 @@ void EditeurTexte::PoseMajuscules(bool majuscules) { m_majuscules = majuscules; 
 
 void EditeurTexte::keyPressEvent(QKeyEvent* evenement) {
   const QString texte = evenement->text();
-  if (!m_majuscules || texte.isEmpty() || !texte.front().isLower()) return QLineEdit::keyPressEvent(evenement);
+  if (!m_majuscules || texte.isEmpty() || !texte.front().isLower())
+    return QLineEdit::keyPressEvent(evenement);
   // Not left to the validator, which would wipe the undo history.
-  QKeyEvent majuscule(evenement->type(), evenement->key(), evenement->modifiers(), Majuscules(Filtre(texte, false)),
-                      evenement->isAutoRepeat(), static_cast<quint16>(evenement->count()));
+  QKeyEvent majuscule(evenement->type(), evenement->key(), evenement->modifiers(),
+                      Majuscules(Filtre(texte, false)), evenement->isAutoRepeat(),
+                      static_cast<quint16>(evenement->count()));
   QLineEdit::keyPressEvent(&majuscule);
   evenement->setAccepted(majuscule.isAccepted());
 }
@@ -100,7 +100,9 @@ void EditeurTexteLong::PoseLignes(int lignes) {
   updateGeometry();
 }
 
-QSize EditeurTexteLong::sizeHint() const { return {QPlainTextEdit::sizeHint().width(), minimumSizeHint().height()}; }
+QSize EditeurTexteLong::sizeHint() const {
+  return {QPlainTextEdit::sizeHint().width(), minimumSizeHint().height()};
+}
 
 QSize EditeurTexteLong::minimumSizeHint() const {
   const int marge = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));

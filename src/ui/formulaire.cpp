@@ -132,14 +132,17 @@ QBoxLayout* Formulaire::Rangement() {
 /// grow does so before the empty end.
 void Formulaire::Range(QWidget& widget) {
   const bool large = widget.sizePolicy().horizontalPolicy() & QSizePolicy::ExpandFlag;
-  m_rangee->insertWidget(m_rangee->indexOf(m_dernier) + 1, &widget, large ? 1 : 0);
+  // The empty end is an item without a widget: a null one would be found there.
+  const int place = m_dernier ? m_rangee->indexOf(m_dernier) + 1 : 0;
+  m_rangee->insertWidget(place, &widget, large ? 1 : 0);
 }
 
 void Formulaire::PlaceChamp(const QString& libelle, QWidget& editeur, const char* nom, int colonne) {
   auto* texte = new QLabel(libelle);
   texte->setBuddy(&editeur);
   QGridLayout* grille = Grille();
-  const bool haut = qobject_cast<QPlainTextEdit*>(&editeur) || editeur.sizePolicy().verticalPolicy() & QSizePolicy::ExpandFlag;
+  const bool haut = qobject_cast<QPlainTextEdit*>(&editeur) ||
+                    editeur.sizePolicy().verticalPolicy() & QSizePolicy::ExpandFlag;
   grille->addWidget(texte, m_ligne, colonne, haut ? Qt::AlignTop : Qt::AlignVCenter);
   m_rangee = Rangement();
   // The last field of a row has the rest of it.
@@ -184,7 +187,8 @@ Formulaire& Formulaire::Seul(QWidget& widget, const char* nom, bool etire) {
     if (m_groupe) m_colonne->setStretch(m_colonne->count() - 1, 1);
   }
   auto* cadre = qobject_cast<QGroupBox*>(widget.parentWidget());
-  Place(widget, nom, cadre && m_groupe && !qobject_cast<QAbstractButton*>(&widget) ? cadre->title() : QString());
+  Place(widget, nom,
+        cadre && m_groupe && !qobject_cast<QAbstractButton*>(&widget) ? cadre->title() : QString());
   return *this;
 }
 
@@ -251,7 +255,8 @@ Formulaire& Formulaire::Largeur(int caracteres) {
   }
   new LargeurSuivie(*m_dernier, caracteres);
   // Only a spacer that expands takes what a row of fixed fields leaves.
-  if (QLayoutItem* fin = m_rangee ? m_rangee->itemAt(m_rangee->count() - 1) : nullptr; fin && fin->spacerItem()) {
+  if (QLayoutItem* fin = m_rangee ? m_rangee->itemAt(m_rangee->count() - 1) : nullptr;
+      fin && fin->spacerItem()) {
     fin->spacerItem()->changeSize(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum);
     m_rangee->invalidate();
   }
@@ -278,12 +283,17 @@ Formulaire& Formulaire::SurDepart(std::function<void()> action) {
   const auto dans = [](const QWidget* ancetre, const QWidget* widget) {
     return widget && (widget == ancetre || ancetre->isAncestorOf(widget));
   };
-  QObject::connect(qApp, &QApplication::focusChanged, champ, [champ, dans, action](QWidget* de, QWidget* vers) {
-    if (!dans(champ, de) || !vers || dans(champ, vers) || vers->window() != champ->window() || Cancelle(*vers)) return;
-    // During a click a box would swallow the release of the button.
-    if (QApplication::mouseButtons() == Qt::NoButton) action();
-    else QMetaObject::invokeMethod(champ, action, Qt::QueuedConnection);
-  });
+  QObject::connect(qApp, &QApplication::focusChanged, champ,
+                   [champ, dans, action](QWidget* de, QWidget* vers) {
+                     if (!dans(champ, de) || !vers || dans(champ, vers) ||
+                         vers->window() != champ->window() || Cancelle(*vers))
+                       return;
+                     // During a click a box would swallow the release of the button.
+                     if (QApplication::mouseButtons() == Qt::NoButton)
+                       action();
+                     else
+                       QMetaObject::invokeMethod(champ, action, Qt::QueuedConnection);
+                   });
   return *this;
 }
 

@@ -21,7 +21,8 @@ namespace fenlor::test {
 namespace {
 
 bool EstInterne(const QWidget& widget) {
-  return widget.objectName().startsWith(QLatin1String("qt_")) || qobject_cast<QAbstractSpinBox*>(widget.parentWidget()) ||
+  return widget.objectName().startsWith(QLatin1String("qt_")) ||
+         qobject_cast<QAbstractSpinBox*>(widget.parentWidget()) ||
          qobject_cast<QComboBox*>(widget.parentWidget()) || qobject_cast<QTabBar*>(widget.parentWidget()) ||
          qobject_cast<QLineEdit*>(widget.parentWidget());
 }
@@ -38,7 +39,8 @@ bool EstEntree(const QWidget& widget) {
 std::string Nom(const QWidget& widget) {
   if (!widget.objectName().isEmpty()) return widget.objectName().toStdString();
   std::string nom = widget.metaObject()->className();
-  if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget)) nom += " " + bouton->text().toStdString();
+  if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget))
+    nom += " " + bouton->text().toStdString();
   if (const auto* label = qobject_cast<const QLabel*>(&widget)) nom += " " + label->text().toStdString();
   return nom;
 }
@@ -49,7 +51,8 @@ class Verification {
 
   std::vector<std::string> Fais() {
     if (m_fenetre.width() > 1024 || m_fenetre.height() > 700)
-      Faute(m_fenetre, "is " + std::to_string(m_fenetre.width()) + " x " + std::to_string(m_fenetre.height()));
+      Faute(m_fenetre,
+            "is " + std::to_string(m_fenetre.width()) + " x " + std::to_string(m_fenetre.height()));
     const QList<QWidget*> tous = m_fenetre.findChildren<QWidget*>();
     for (const QWidget* widget : tous)
       if (const auto* label = qobject_cast<const QLabel*>(widget); label && label->buddy() && Vu(*label))
@@ -64,8 +67,12 @@ class Verification {
   }
 
  private:
-  bool Vu(const QWidget& widget) const { return widget.isVisibleTo(&m_fenetre) && widget.window() == &m_fenetre; }
-  void Faute(const QWidget& widget, const std::string& quoi) { m_fautes.push_back(Nom(widget) + ": " + quoi); }
+  bool Vu(const QWidget& widget) const {
+    return widget.isVisibleTo(&m_fenetre) && widget.window() == &m_fenetre;
+  }
+  void Faute(const QWidget& widget, const std::string& quoi) {
+    m_fautes.push_back(Nom(widget) + ": " + quoi);
+  }
 
   void Entree(const QWidget& champ) {
     if (champ.objectName().isEmpty()) return Faute(champ, "has no name");
@@ -85,9 +92,12 @@ class Verification {
 
   void Touche(const QWidget& widget) {
     QString texte;
-    if (const auto* label = qobject_cast<const QLabel*>(&widget)) texte = label->buddy() ? label->text() : QString();
-    else if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget)) texte = bouton->text();
-    else if (const auto* groupe = qobject_cast<const QGroupBox*>(&widget)) texte = groupe->title();
+    if (const auto* label = qobject_cast<const QLabel*>(&widget))
+      texte = label->buddy() ? label->text() : QString();
+    else if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget))
+      texte = bouton->text();
+    else if (const auto* groupe = qobject_cast<const QGroupBox*>(&widget))
+      texte = groupe->title();
     if (const auto* onglets = qobject_cast<const QTabBar*>(&widget))
       for (int i = 0; i < onglets->count(); ++i) Note(widget, QKeySequence::mnemonic(onglets->tabText(i)));
     Note(widget, QKeySequence::mnemonic(texte));
@@ -95,7 +105,8 @@ class Verification {
   void Note(const QWidget& widget, const QKeySequence& touche) {
     if (touche.isEmpty()) return;
     const QString nom = touche.toString();
-    if (m_touches.contains(nom)) Faute(widget, nom.toStdString() + " is also that of " + Nom(*m_touches[nom]));
+    if (m_touches.contains(nom))
+      Faute(widget, nom.toStdString() + " is also that of " + Nom(*m_touches[nom]));
     m_touches[nom] = &widget;
   }
 
@@ -109,10 +120,12 @@ class Verification {
       return;
     }
     if (!label && !bouton && !groupe && !qobject_cast<const QComboBox*>(&widget)) return;
-    const QSize veut = groupe ? groupe->minimumSizeHint() : label ? label->sizeHint() : widget.minimumSizeHint();
+    const QSize veut = groupe  ? groupe->minimumSizeHint()
+                       : label ? label->sizeHint()
+                               : widget.minimumSizeHint();
     if (veut.width() > widget.width() || veut.height() > widget.height())
-      Faute(widget, "is cut: " + std::to_string(widget.width()) + " x " + std::to_string(widget.height()) + " of " +
-                        std::to_string(veut.width()) + " x " + std::to_string(veut.height()));
+      Faute(widget, "is cut: " + std::to_string(widget.width()) + " x " + std::to_string(widget.height()) +
+                        " of " + std::to_string(veut.width()) + " x " + std::to_string(veut.height()));
   }
 
   QWidget& m_fenetre;

@@ -119,9 +119,14 @@ TEST_F(EditeursTest, AmountAsItIsTypedAndAsItIsShown) {
     f64 valeur;
   };
   const Cas cas[] = {
-      {u"1234.5", "1234,50", 1234.5}, {u"1234,5", "1234,50", 1234.5}, {u"12,,3.4", "12,34", 12.34},
-      {u".5", "0,50", 0.5},           {u"-12", "12,00", 12},          {u"1a2 b3", "123,00", 123},
-      {u"0", "", 0},                  {u"", "", 0},
+      {u"1234.5", "1234,50", 1234.5},
+      {u"1234,5", "1234,50", 1234.5},
+      {u"12,,3.4", "12,34", 12.34},
+      {u".5", "0,50", 0.5},
+      {u"-12", "12,00", 12},
+      {u"1a2 b3", "123,00", 123},
+      {u"0", "", 0},
+      {u"", "", 0},
   };
   EditeurMontant champ(App().Reglages);
   Montre(champ);
@@ -179,20 +184,32 @@ TEST_F(EditeursTest, DatesAreReadInEveryForm) {
     Date date;
   };
   const Cas cas[] = {
-      {u"0105", FaitDate(1, 5, 2003)},       {u"010504", FaitDate(1, 5, 2004)},
-      {u"01052004", FaitDate(1, 5, 2004)},   {u"1/5", FaitDate(1, 5, 2003)},
-      {u"1/5/4", FaitDate(1, 5, 2004)},      {u"01/05/2004", FaitDate(1, 5, 2004)},
-      {u"1.5", FaitDate(1, 5, 2003)},        {u"1 5", FaitDate(1, 5, 2003)},
-      {u"1-5-49", FaitDate(1, 5, 2049)},     {u"1/5/50", FaitDate(1, 5, 1950)},
-      {u"29/02/2004", FaitDate(29, 2, 2004)}, {u"29/02", 0},
-      {u"31/02/2003", 0},                    {u"1/13", 0},
-      {u"00/01", 0},                         {u"1", 0},
-      {u"105", 0},                           {u"1/5/003", 0},
-      {u"1/2/3/4", 0},                       {u"001/5", 0},
-      {u"//", 0},                            {u"", 0},
+      {u"0105", FaitDate(1, 5, 2003)},
+      {u"010504", FaitDate(1, 5, 2004)},
+      {u"01052004", FaitDate(1, 5, 2004)},
+      {u"1/5", FaitDate(1, 5, 2003)},
+      {u"1/5/4", FaitDate(1, 5, 2004)},
+      {u"01/05/2004", FaitDate(1, 5, 2004)},
+      {u"1.5", FaitDate(1, 5, 2003)},
+      {u"1 5", FaitDate(1, 5, 2003)},
+      {u"1-5-49", FaitDate(1, 5, 2049)},
+      {u"1/5/50", FaitDate(1, 5, 1950)},
+      {u"29/02/2004", FaitDate(29, 2, 2004)},
+      {u"29/02", 0},
+      {u"31/02/2003", 0},
+      {u"1/13", 0},
+      {u"00/01", 0},
+      {u"1", 0},
+      {u"105", 0},
+      {u"1/5/003", 0},
+      {u"1/2/3/4", 0},
+      {u"001/5", 0},
+      {u"//", 0},
+      {u"", 0},
   };
   for (const Cas& c : cas)
-    EXPECT_EQ(StrDate(EditeurDate::Lit(c.frappe.toString(), Jour15Mars)), StrDate(c.date)) << c.frappe.toString().toStdString();
+    EXPECT_EQ(StrDate(EditeurDate::Lit(c.frappe.toString(), Jour15Mars)), StrDate(c.date))
+        << c.frappe.toString().toStdString();
   EXPECT_EQ(EditeurDate::Lit(u"0105"_s, 0), 0u) << "no year to take";
 }
 
@@ -220,9 +237,12 @@ TEST_F(EditeursTest, DateStepsWithTheKeys) {
     const char* texte;
   };
   const Cas cas[] = {
-      {FaitDate(31, 12, 2003), Qt::Key_Up, "01/01/2004"},     {FaitDate(1, 3, 2004), Qt::Key_Down, "29/02/2004"},
-      {FaitDate(31, 1, 2003), Qt::Key_PageUp, "28/02/2003"},  {FaitDate(31, 3, 2003), Qt::Key_PageDown, "28/02/2003"},
-      {FaitDate(15, 1, 2003), Qt::Key_PageDown, "15/12/2002"}, {0, Qt::Key_Up, "15/03/2003"},
+      {FaitDate(31, 12, 2003), Qt::Key_Up, "01/01/2004"},
+      {FaitDate(1, 3, 2004), Qt::Key_Down, "29/02/2004"},
+      {FaitDate(31, 1, 2003), Qt::Key_PageUp, "28/02/2003"},
+      {FaitDate(31, 3, 2003), Qt::Key_PageDown, "28/02/2003"},
+      {FaitDate(15, 1, 2003), Qt::Key_PageDown, "15/12/2002"},
+      {0, Qt::Key_Up, "15/03/2003"},
       {FaitDate(31, 12, 9999), Qt::Key_Up, "31/12/9999"},
   };
   EditeurDate champ;
@@ -270,8 +290,10 @@ class CompteTest : public EditeursTest {
  protected:
   std::vector<ChoixCompte> Comptes() {
     ++lectures;
-    return {{"5121000000", "CCP", "Compte chèques postal"_w}, {"6061000000", "EAU", "Eau, gaz"_w},
-            {"6061100000", "", "Électricité"_w},             {"7061000000", "HON", "Honoraires"_w},
+    return {{"5121000000", "CCP", "Compte chèques postal"_w},
+            {"6061000000", "EAU", "Eau, gaz"_w},
+            {"6061100000", "", "Électricité"_w},
+            {"7061000000", "HON", "Honoraires"_w},
             {"7062000000", "HONA", "Honoraires d'acupuncture"_w}};
   }
   int lectures = 0;
@@ -287,12 +309,18 @@ TEST_F(CompteTest, LeavingFindsTheAccount) {
     bool connu;
   };
   const Cas cas[] = {
-      {u"6061", "6061", "6061000000", true},        {u"60610", "6061", "6061000000", true},
-      {u"51", "5121", "5121000000", true},          {u"hon", "7061", "7061000000", true},
-      {u"electri", "60611", "6061100000", true},    {u"CHEQUES", "5121", "5121000000", true},
-      {u"acupuncture", "7062", "7062000000", true}, {u"gaz", "6061", "6061000000", true},
-      {u"70", "70", "7000000000", false},           {u"honor", "honor", "HONOR00000", false},
-      {u"999", "999", "9990000000", false},         {u"quoi", "quoi", "QUOI000000", false},
+      {u"6061", "6061", "6061000000", true},
+      {u"60610", "6061", "6061000000", true},
+      {u"51", "5121", "5121000000", true},
+      {u"hon", "7061", "7061000000", true},
+      {u"electri", "60611", "6061100000", true},
+      {u"CHEQUES", "5121", "5121000000", true},
+      {u"acupuncture", "7062", "7062000000", true},
+      {u"gaz", "6061", "6061000000", true},
+      {u"70", "70", "7000000000", false},
+      {u"honor", "honor", "HONOR00000", false},
+      {u"999", "999", "9990000000", false},
+      {u"quoi", "quoi", "QUOI000000", false},
       {u"", "", "", false},
   };
   EditeurCompte champ(Magasin(), [this] { return Comptes(); });

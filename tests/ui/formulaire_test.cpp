@@ -44,7 +44,8 @@ class CDialogEssai : public CZNDialog {
       : CZNDialog(contexte, u"Tous les champs"_s, "DialogEssai"),
         m_compte(App().Magasin,
                  [] {
-                   return std::vector<ChoixCompte>{{"7061000000", "HON", "Honoraires"}, {"5121000000", "CCP", "Postal"}};
+                   return std::vector<ChoixCompte>{{"7061000000", "HON", "Honoraires"},
+                                                   {"5121000000", "CCP", "Postal"}};
                  }),
         m_montant(App().Reglages) {
     m_date.PoseReference(Reference);
@@ -55,16 +56,24 @@ class CDialogEssai : public CZNDialog {
 
     Formulaire f{Zone()};
     f.Groupe(u"Écriture"_s)
-        .Champ(u"&Date :"_s, m_date, "date").Largeur(10)
-        .Suite(u"&Compte :"_s, m_compte, "compte").Largeur(10)
-        .Champ(u"&Libellé :"_s, m_libelle, "libelle").Limite(30)
-        .Champ(u"Ad&resse :"_s, m_adresse, "adresse").Limite(60);
+        .Champ(u"&Date :"_s, m_date, "date")
+        .Largeur(10)
+        .Suite(u"&Compte :"_s, m_compte, "compte")
+        .Largeur(10)
+        .Champ(u"&Libellé :"_s, m_libelle, "libelle")
+        .Limite(30)
+        .Champ(u"Ad&resse :"_s, m_adresse, "adresse")
+        .Limite(60);
     f.Groupe(u"Montants"_s)
-        .Champ(u"&Montant :"_s, m_montant, "montant").Limite(16).SurDepart([this] { Recalcule(); })
-        .Suite(u"&Versement :"_s, m_mode, "mode").SurChangement([this] { Traces.push_back("mode " + m_mode.Valeur()); })
+        .Champ(u"&Montant :"_s, m_montant, "montant")
+        .Limite(16)
+        .SurDepart([this] { Recalcule(); })
+        .Suite(u"&Versement :"_s, m_mode, "mode")
+        .SurChangement([this] { Traces.push_back("mode " + m_mode.Valeur()); })
         .Champ(u"Solde :"_s, m_solde, "solde")
         .Champ(u"&Jours :"_s, m_jours, "jours")
-        .Champ(u"Monn&aie :"_s, m_franc, "franc").ACote(m_euro, "euro")
+        .Champ(u"Monn&aie :"_s, m_franc, "franc")
+        .ACote(m_euro, "euro")
         .Case(m_pointee, u"Poin&tée"_s, "pointee");
     m_franc.setText(u"Franc"_s);
     m_euro.setText(u"Euro"_s);
@@ -94,8 +103,8 @@ class CDialogEssai : public CZNDialog {
   bool Enregistre() override {
     if (m_libelle.Valeur().empty()) return Refuse(RefusLibelle, m_libelle);
     if (m_montant.Valeur() <= 0) return Refuse(RefusMontant, m_montant);
-    Fiches.push_back({m_date.Valeur(), m_libelle.Valeur(), m_adresse.Valeur(), m_compte.Valeur(), m_mode.Valeur(),
-                      m_montant.Valeur(), m_pointee.isChecked(), m_euro.isChecked()});
+    Fiches.push_back({m_date.Valeur(), m_libelle.Valeur(), m_adresse.Valeur(), m_compte.Valeur(),
+                      m_mode.Valeur(), m_montant.Valeur(), m_pointee.isChecked(), m_euro.isChecked()});
     return true;
   }
   void Vide() override { Montre({}); }
@@ -139,7 +148,8 @@ class FormulaireTest : public UiDeTest {
   }
   void Entree(bool oui) { App().Reglages.EcritIni("Préférences"_w, "Entrée"_w, oui ? "Oui" : "Non"); }
   static std::string Focus(const CZNDialog& dialogue) {
-    return dialogue.focusWidget() ? dialogue.focusWidget()->objectName().toStdString() : "";
+    const QWidget* champ = QApplication::focusWidget() ? QApplication::focusWidget() : dialogue.focusWidget();
+    return champ ? champ->objectName().toStdString() : "";
   }
   ContexteUi Contexte;
 };
@@ -151,8 +161,8 @@ TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
   Montre(dialogue);
   VerifieFormulaire(dialogue);
   EXPECT_THAT(OrdreTab(dialogue),
-              ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "euro", "pointee",
-                          "liste", "copier", "precedent", "suivant", "ok", "annuler"));
+              ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "euro",
+                          "pointee", "liste", "copier", "precedent", "suivant", "ok", "annuler"));
   EXPECT_EQ(Trouve<QLineEdit>(dialogue, "libelle").accessibleName(), u"Libellé"_s);
   EXPECT_EQ(Trouve<QListWidget>(dialogue, "liste").accessibleName(), u"Historique"_s);
   EXPECT_EQ(Focus(dialogue), "date");
@@ -177,8 +187,8 @@ TEST_F(FormulaireTest, CheckFindsFaults) {
     champ->setObjectName(nom);
     for (const std::string& faute : FautesFormulaire(mauvais)) textes += faute + "\n";
   }
-  for (const char* attendu : {"is cut", "Alt+N is also that of", "has no name", "is the name of two", "has no accessible name",
-                              "has no label"})
+  for (const char* attendu : {"is cut", "Alt+N is also that of", "has no name", "is the name of two",
+                              "has no accessible name", "has no label"})
     EXPECT_THAT(textes, ::testing::HasSubstr(attendu));
 }
 
@@ -266,8 +276,10 @@ TEST_F(FormulaireTest, RefusalOnDepartureStopsTheSave) {
   for (const bool clic : {false, true}) {
     Boite.Oublie();
     Tape(montant, u"5"_s);
-    if (clic) Clique(Bouton(dialogue, u"&Ok"_s));
-    else Touche(dialogue, Qt::Key_Return);
+    if (clic)
+      Clique(Bouton(dialogue, u"&Ok"_s));
+    else
+      Touche(dialogue, Qt::Key_Return);
     EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusMontant)) << clic;
     EXPECT_EQ(Focus(dialogue), "montant") << clic;
     EXPECT_EQ(montant.selectedText(), u"5,00"_s) << clic;
@@ -287,13 +299,15 @@ TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
   std::vector<std::string> vus;
   for (int i = 0; i < 12; ++i) {
     vus.push_back(Focus(dialogue));
-    if (vus.back() == "adresse") Touche(dialogue, Qt::Key_Tab);
-    else Touche(dialogue, i % 2 ? Qt::Key_Return : Qt::Key_Enter);
+    if (vus.back() == "adresse")
+      Touche(dialogue, Qt::Key_Tab);
+    else
+      Touche(dialogue, i % 2 ? Qt::Key_Return : Qt::Key_Enter);
     if (vus.back() == "ok") break;
   }
   // Of two radio buttons the checked one alone is a stop.
-  EXPECT_THAT(vus, ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "pointee", "liste",
-                               "ok"));
+  EXPECT_THAT(vus, ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc",
+                               "pointee", "liste", "ok"));
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle)) << "Enter on the button is the button";
 
   auto& compte = Trouve<EditeurCompte>(dialogue, "compte");
@@ -334,6 +348,19 @@ TEST_F(FormulaireTest, NeighbourIsShownAfterASave) {
   EXPECT_THAT(dialogue.Traces, ElementsAre("voisin 1", "voisin -1"));
   Clique(suivant);
   EXPECT_EQ(dialogue.Fiches.size(), 1u);
+
+  Tape(Trouve<QLineEdit>(dialogue, "montant"), u"9"_s);
+  dialogue.RefuseDepart = true;
+  QTest::keyClick(&dialogue, Qt::Key_S, Qt::AltModifier);
+  QTest::qWait(150);
+  EXPECT_EQ(dialogue.Fiches.size(), 1u) << "the field that is being typed is left first";
+  EXPECT_EQ(Focus(dialogue), "montant");
+  dialogue.RefuseDepart = false;
+  QTest::keyClick(&dialogue, Qt::Key_S, Qt::AltModifier);
+  QTest::qWait(150);
+  ASSERT_EQ(dialogue.Fiches.size(), 2u);
+  EXPECT_EQ(dialogue.Fiches[1].montant, 9);
+  EXPECT_EQ(Focus(dialogue), "montant") << "the keys go on in the same field";
 }
 
 TEST_F(FormulaireTest, ReadOnlyFormShowsAndTakesNothing) {
@@ -351,7 +378,8 @@ TEST_F(FormulaireTest, ReadOnlyFormShowsAndTakesNothing) {
   EXPECT_FALSE(Trouve<QWidget>(dialogue, "mode").isEnabled());
   EXPECT_FALSE(Trouve<QWidget>(dialogue, "pointee").isEnabled());
   const QPalette couleurs = Trouve<QWidget>(dialogue, "pointee").palette();
-  EXPECT_EQ(couleurs.color(QPalette::Disabled, QPalette::WindowText), couleurs.color(QPalette::Active, QPalette::WindowText));
+  EXPECT_EQ(couleurs.color(QPalette::Disabled, QPalette::WindowText),
+            couleurs.color(QPalette::Active, QPalette::WindowText));
   Touche(dialogue, Qt::Key_Return);
   EXPECT_FALSE(dialogue.isVisible());
   EXPECT_EQ(dialogue.result(), QDialog::Rejected);
@@ -372,7 +400,8 @@ TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
 
   Dessin.TexteSaisies = QApplication::palette().color(QPalette::Base);
   CDialogEssai illisible(Contexte, Mode::Simple);
-  EXPECT_NE(Trouve<EditeurTexte>(illisible, "libelle").palette().color(QPalette::Active, QPalette::Text), Dessin.TexteSaisies);
+  EXPECT_NE(Trouve<EditeurTexte>(illisible, "libelle").palette().color(QPalette::Active, QPalette::Text),
+            Dessin.TexteSaisies);
 }
 
 namespace {
@@ -402,7 +431,8 @@ class SheetEssai : public CZNSheet {
  public:
   SheetEssai(ContexteUi& contexte, std::vector<std::string>& traces)
       : CZNSheet(contexte, u"Feuille"_s, "SheetEssai"), m_traces(traces) {
-    for (const char* nom : {"A", "B", "C"}) AjoutePage(Pages.emplace_back(new PageEssai(contexte, nom, traces)));
+    for (const char* nom : {"A", "B", "C"})
+      AjoutePage(Pages.emplace_back(new PageEssai(contexte, nom, traces)));
     Fini({Pages[2], Pages[1], Pages[0]});
   }
   QTabWidget& Onglets() { return Trouve<QTabWidget>(*this, "onglets"); }
@@ -440,8 +470,8 @@ TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
     Clique(Bouton(dialogue, u"&Ok"_s));
   });
   EXPECT_TRUE(feuille.Execute());
-  EXPECT_THAT(Traces, ElementsAre("controle C", "controle B", "controle A", "enregistre C", "enregistre B", "enregistre A",
-                                  "apres"));
+  EXPECT_THAT(Traces, ElementsAre("controle C", "controle B", "controle A", "enregistre C", "enregistre B",
+                                  "enregistre A", "apres"));
 }
 
 TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {

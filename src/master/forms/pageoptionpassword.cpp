@@ -13,11 +13,11 @@ CPageOptionPassword::CPageOptionPassword(ContexteUi& contexte)
   for (EditeurTexte* champ : {&m_ancien, &m_nouveau, &m_verification})
     champ->setEchoMode(QLineEdit::Password);
   Formulaire{*this}
-      .Texte(
-          u"Le mot de passe est demandé à l'ouverture du cabinet. Un nouveau mot de passe vide supprime la protection."_s)
-      .Champ(u"A&ncien :"_s, m_ancien, "ancien")
+      .Texte(u"Le mot de passe est demandé à l'ouverture du cabinet. "_s +
+             u"Un nouveau mot de passe vide supprime la protection."_s)
+      .Champ(u"&Ancien :"_s, m_ancien, "ancien")
       .Limite(LongueurMotDePasse)
-      .Champ(u"N&ouveau :"_s, m_nouveau, "nouveau")
+      .Champ(u"No&uveau :"_s, m_nouveau, "nouveau")
       .Limite(LongueurMotDePasse)
       .Champ(u"&Vérification :"_s, m_verification, "verification")
       .Limite(LongueurMotDePasse)
