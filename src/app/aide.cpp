@@ -292,23 +292,9 @@ void CFenetreAide::Montre(const QString& page) {
   m_texte->setSource(QUrl(u"qrc:/aide/"_s + AdresseAide(page)));
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
-  SuitModale();
+  SuitModale(*this);
   raise();
   activateWindow();
-}
-
-/// A modal form blocks every window but those that belong to it.
-void CFenetreAide::SuitModale() {
-  auto* modale = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-  if (!modale || !windowHandle() || !modale->windowHandle()) return;
-  windowHandle()->setTransientParent(modale->windowHandle());
-  connect(
-      modale, &QDialog::finished, this,
-      [this] {
-        windowHandle()->setTransientParent(parentWidget() ? parentWidget()->window()->windowHandle()
-                                                          : nullptr);
-      },
-      Qt::SingleShotConnection);
 }
 
 void CFenetreAide::SuisPage(const QUrl& page) {

@@ -48,7 +48,6 @@ class CFenetreAide : public QDialog {
  private:
   void Cherche(const QString& mots);
   void SuisPage(const QUrl& page);
-  void SuitModale();
   void PoseCouleurs();
   void Surligne();
 

@@ -192,6 +192,14 @@ void CMainFrame::BasculeCalculatrice() {
   connect(m_calculatrice, &QDialog::finished, this, [this] { m_commandes->ActualiseEtats(); });
   connect(m_calculatrice, &QObject::destroyed, this, [this] { m_commandes->ActualiseEtats(); });
   m_calculatrice->show();
+  SuitModale(*m_calculatrice);
+}
+
+bool CMainFrame::Touche(const QKeySequence& touche) {
+  const QAction* calculatrice = m_commandes->Action(CmdCalculatrice);
+  if (touche.isEmpty() || !calculatrice || calculatrice->shortcut() != touche) return false;
+  BasculeCalculatrice();
+  return true;
 }
 
 void CMainFrame::VientDevant() {

@@ -71,6 +71,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void Restaure() override;
   void MontreExercice() override;
   void Aide(const QString& page) override;
+  bool Touche(const QKeySequence& touche) override;
   QWidget* Cadre() override { return this; }
 
  protected:

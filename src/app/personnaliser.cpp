@@ -70,11 +70,13 @@ CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBa
 
   m_taille = new EditeurChoix;
   m_taille->setObjectName(u"taille"_s);
+  m_taille->setAccessibleName(u"Taille des images"_s);
   for (std::size_t i = 0; i < taillesIcones.size(); ++i)
     m_taille->Ajoute(De1252(QString::fromUtf8(nomsTailles[i]).remove(u'&')),
                      std::to_string(taillesIcones[i]));
   m_textes = new EditeurChoix;
   m_textes->setObjectName(u"textes"_s);
+  m_textes->setAccessibleName(u"Place des textes"_s);
   for (const NomTextes& nom : nomsTextes)
     m_textes->Ajoute(De1252(QString::fromUtf8(nom.texte).remove(u'&')), std::to_string(nom.style));
   auto* droite = new QVBoxLayout;

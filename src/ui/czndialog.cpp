@@ -121,7 +121,7 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
     connect(m_defaut, &QPushButton::clicked, this, &QDialog::accept);
   }
   const bool ferme = mode == Mode::Ajout || mode == Mode::Consultation;
-  auto* annuler = ferme ? FaitBouton(u"&Fermer"_s, "annuler", ImageOu("fermer", "annuler"), this)
+  auto* annuler = ferme ? FaitBouton(u"&Fermer"_s, "annuler", Image("annuler"), this)
                         : FaitBouton(u"A&nnuler"_s, "annuler", Image("annuler"), this);
   m_boutons->addWidget(annuler);
   connect(annuler, &QPushButton::clicked, this, &QDialog::reject);
@@ -293,10 +293,16 @@ void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
   const bool seule = !(evenement->modifiers() & ~Qt::KeypadModifier);
   if (evenement->key() == Qt::Key_F1 && seule) {
     evenement->accept();
-    m_contexte.Cadre.Aide(objectName());
+    m_contexte.Cadre.Aide(PageAide());
     return;
   }
-  if (!entree || !seule) return QDialog::keyPressEvent(evenement);
+  if (!entree || !seule) {
+    if (m_contexte.Cadre.Touche(QKeySequence(evenement->keyCombination())))
+      evenement->accept();
+    else
+      QDialog::keyPressEvent(evenement);
+    return;
+  }
   evenement->accept();
   QWidget* champ = ChampCourant();
   if (champ && !qobject_cast<QPushButton*>(champ) && App().Reglages.IsEntree()) {

@@ -54,6 +54,8 @@ class CZNDialog : public QDialog {
   /// A further button at the left of the others; before or after `Boutons`.
   QPushButton& AjouteBouton(const QString& texte, const char* nom);
 
+  /// Name of its help page.
+  virtual QString PageAide() const { return objectName(); }
   /// Checks and writes; false after a refusal that has been told.
   virtual bool Enregistre() { return true; }
   /// After a save in mode `Ajout`: clears the fields for the next record.

@@ -71,6 +71,11 @@ void CZNSheet::showEvent(QShowEvent* evenement) {
   CZNDialog::showEvent(evenement);
 }
 
+QString CZNSheet::PageAide() const {
+  const QWidget* page = m_onglets->currentWidget();
+  return page ? page->objectName() : objectName();
+}
+
 bool CZNSheet::Enregistre() {
   const auto refuse = [this](CZNPage* page) {
     if (m_onglets->currentWidget() != page) m_onglets->setCurrentWidget(page);

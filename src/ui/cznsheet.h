@@ -57,6 +57,8 @@ class CZNSheet : public CZNDialog {
  protected:
   /// Controls and saves the shown pages. After the last one was saved: `Apres`.
   bool Enregistre() override;
+  /// That of the page in front.
+  QString PageAide() const override;
   virtual void Apres() {}
   void showEvent(QShowEvent* evenement) override;
 

@@ -9,6 +9,8 @@
 #include "core/fenlorapp.h"
 #include "ui/preferences.h"
 
+class QDialog;
+class QKeySequence;
 class QWidget;
 
 namespace fenlor {
@@ -47,6 +49,9 @@ class Fenetres {
   virtual void MontreExercice() = 0;
   /// Shows a help page: "Fenetre" plus the window's name, or "Dialog" plus the form's.
   virtual void Aide(const QString& page) = 0;
+  /// A key that the open form has no use for: true when it was that of a tool which works
+  /// beside forms, the calculator.
+  virtual bool Touche(const QKeySequence& touche) = 0;
   /// The main window, owner of forms; null in a test.
   virtual QWidget* Cadre() = 0;
 };
@@ -57,6 +62,10 @@ struct ContexteUi {
   Fenetres& Cadre;
   Preferences& Dessin;
 };
+
+/// Keeps a shown tool window usable while a modal form is open, which blocks every window
+/// but those that belong to it.
+void SuitModale(QDialog& outil);
 
 /// Work that needs the files for itself: notes and closes the windows, works, and
 /// brings the same windows back.

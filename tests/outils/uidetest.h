@@ -30,6 +30,7 @@ class CadreDeTest : public Fenetres {
   void Restaure() override { Appels.push_back("Restaure"); }
   void MontreExercice() override { Appels.push_back("MontreExercice"); }
   void Aide(const QString& page) override { Appels.push_back("Aide " + page.toStdString()); }
+  bool Touche(const QKeySequence&) override { return false; }
   QWidget* Cadre() override { return nullptr; }
 };
 

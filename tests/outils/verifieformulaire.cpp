@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,7 +25,7 @@ bool EstInterne(const QWidget& widget) {
   return widget.objectName().startsWith(QLatin1String("qt_")) ||
          qobject_cast<QAbstractSpinBox*>(widget.parentWidget()) ||
          qobject_cast<QComboBox*>(widget.parentWidget()) || qobject_cast<QTabBar*>(widget.parentWidget()) ||
-         qobject_cast<QLineEdit*>(widget.parentWidget());
+         qobject_cast<QLineEdit*>(widget.parentWidget()) || qobject_cast<const QHeaderView*>(&widget);
 }
 
 bool EstBouton(const QWidget& widget) { return qobject_cast<const QAbstractButton*>(&widget); }
@@ -84,10 +85,17 @@ class Verification {
       return;
     }
     if (champ.accessibleName().isEmpty()) Faute(champ, "has no accessible name");
-    if (m_libelles.contains(&champ)) return;
-    const QWidget* groupe = champ.parentWidget();
-    while (groupe && !qobject_cast<const QGroupBox*>(groupe)) groupe = groupe->parentWidget();
-    if (!EstZone(champ) || !groupe) Faute(champ, "has no label");
+    const auto* ligne = qobject_cast<const QLineEdit*>(&champ);
+    if (ligne && !ligne->placeholderText().isEmpty()) return;
+    if (!m_libelles.contains(&champ) && !EstZone(champ) && !SuitUnBouton(champ)) Faute(champ, "has no label");
+  }
+  /// A field that goes on the text of a check box or radio button at its left.
+  bool SuitUnBouton(const QWidget& champ) const {
+    for (const auto* bouton : champ.parentWidget()->findChildren<QAbstractButton*>())
+      if (bouton->isCheckable() && !bouton->text().isEmpty() && bouton->geometry().right() <= champ.x() &&
+          bouton->y() < champ.geometry().center().y() && bouton->geometry().bottom() > champ.geometry().center().y())
+        return true;
+    return false;
   }
 
   void Touche(const QWidget& widget) {

@@ -14,7 +14,8 @@ void VerifieFormulaire(QWidget& fenetre);
 /// The faults, as far as the window is visible (a sheet: the page in front):
 /// - an enabled input without an `objectName`, or with that of another input;
 /// - one without an accessible name, or without a label as its buddy. Buttons have
-///   their own text instead, lists and long texts the title of their group;
+///   their own text instead, lists and long texts what stands above them, and a field
+///   may go on the text of a radio button or check box at its left;
 /// - two access keys alike; a label, button or shown value whose text is cut;
 /// - a window larger than 1024 by 700.
 std::vector<std::string> FautesFormulaire(QWidget& fenetre);

@@ -12,9 +12,11 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-ListeEditee::ListeEditee(ContexteUi& contexte, unsigned colonnes, Actions actions, QWidget* parent)
+ListeEditee::ListeEditee(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
+                         QWidget* parent)
     : QWidget(parent), m_actions(std::move(actions)), m_table(new CZNListCtrl(contexte, this)) {
   m_table->setObjectName(u"liste"_s);
+  m_table->setAccessibleName(nom);
   m_table->SetColonnesId(colonnes);
   m_table->installEventFilter(this);
   m_ajouter = Bouton(u"&Ajouter..."_s, "ajouter", m_actions.ajoute);

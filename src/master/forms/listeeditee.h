@@ -27,8 +27,9 @@ class ListeEditee : public QWidget {
     std::function<Permis(int ligne)> permis;
   };
 
-  /// `colonnes` is the number of the specification.
-  ListeEditee(ContexteUi& contexte, unsigned colonnes, Actions actions, QWidget* parent = nullptr);
+  /// `nom` is read aloud for the list; `colonnes` is the number of the specification.
+  ListeEditee(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
+              QWidget* parent = nullptr);
 
   CZNListCtrl& Table() { return *m_table; }
   /// Fields of a row, with what would break its line or its columns replaced.

@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 
 CPageOptionAdresseBanque::CPageOptionAdresseBanque(ContexteUi& contexte)
     : CZNPage(contexte, u"Banques"_s, "PageOptionAdresseBanque"),
-      m_liste(contexte, ColonnesAdressesBanque,
+      m_liste(contexte, u"Banques"_s, ColonnesAdressesBanque,
               {[this] { Saisit(); }, [this] { Saisit(); }, [this] { Supprime(); },
                [this](int ligne) { return Permis(ligne); }}) {
   Formulaire{*this}

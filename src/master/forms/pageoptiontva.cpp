@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 CPageOptionTVA::CPageOptionTVA(ContexteUi& contexte)
     : CZNPage(contexte, u"T.V.A."_s, "PageOptionTVA"),
-      m_liste(contexte, ColonnesTauxTva,
+      m_liste(contexte, u"Comptes de T.V.A."_s, ColonnesTauxTva,
               {[this] { Ajoute(); }, [this] { Modifie(); }, [this] { Supprime(); },
                [this](int ligne) {
                  return ListeEditee::Permis{m_ouvert, m_ouvert && ligne >= 0, m_ouvert && ligne >= 0};
