@@ -1,5 +1,7 @@
 #include "ui/texteqt.h"
 
+#include <QList>
+
 #include "core/textes.h"
 #include "store/texte1252.h"
 
