@@ -71,8 +71,8 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
 
 CMainFrame::~CMainFrame() {
   m_dialogue.PoseCadre(nullptr);
-  // Views refer to members of this class.
-  delete m_zone;
+  // Views refer to members of this class, and their end is noted here.
+  qDeleteAll(m_zone->subWindowList());
 }
 
 void CMainFrame::FaitBarreOutils() {
@@ -286,7 +286,7 @@ void CMainFrame::closeEvent(QCloseEvent* evenement) {
 void CMainFrame::changeEvent(QEvent* evenement) {
   QMainWindow::changeEvent(evenement);
   // The desktop went dark or light.
-  if (evenement->type() == QEvent::ApplicationPaletteChange && m_zone) {
+  if (evenement->type() == QEvent::ApplicationPaletteChange && m_etat) {
     ChargePreferences(m_preferences, m_app, QApplication::palette());
     Actualise(ActualiseTout);
   }

@@ -91,14 +91,14 @@ class CMainFrame : public QMainWindow, public Fenetres {
   ContexteUi m_contexte;
   std::map<u32, std::function<Vue*(ContexteUi&)>> m_fabriques;
   std::map<u32, CMDIChildFrame*> m_ouvertes;  ///< of a bit, while it lives
-  QStackedWidget* m_centre;
-  QMdiArea* m_zone;
-  Commandes* m_commandes;
-  PageAccueil* m_accueil;
-  QToolBar* m_outils;
-  CBarreIcones* m_icones;
-  CBarreEtat* m_etat;
-  CComboExercices* m_combo;
+  QStackedWidget* m_centre = nullptr;
+  QMdiArea* m_zone = nullptr;
+  Commandes* m_commandes = nullptr;
+  PageAccueil* m_accueil = nullptr;
+  QToolBar* m_outils = nullptr;
+  CBarreIcones* m_icones = nullptr;
+  CBarreEtat* m_etat = nullptr;
+  CComboExercices* m_combo = nullptr;
   std::string m_exerciceChoisi;
   QPointer<CDialogCalculatrice> m_calculatrice;
   QPointer<CFenetreAide> m_aide;

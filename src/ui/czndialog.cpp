@@ -51,8 +51,6 @@ class Defilement : public QScrollArea {
 
 constexpr double contrasteLisible = 3;
 
-QIcon ImageOu(const char* nom, const char* sinon) { return ImageExiste(nom) ? Image(nom) : Image(sinon); }
-
 QPushButton* FaitBouton(const QString& texte, const char* nom, const QIcon& image, QWidget* parent) {
   auto* bouton = new QPushButton(image, texte, parent);
   bouton->setObjectName(QLatin1String(nom));
@@ -115,7 +113,7 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
   }
   if (mode != Mode::Consultation) {
     m_defaut = mode == Mode::Ajout
-                   ? FaitBouton(u"&Enregistrer"_s, "ok", ImageOu("enregistrer", "valider"), this)
+                   ? FaitBouton(u"&Enregistrer"_s, "ok", Image("valider"), this)
                    : FaitBouton(u"&Ok"_s, "ok", Image("valider"), this);
     m_boutons->addWidget(m_defaut);
     connect(m_defaut, &QPushButton::clicked, this, &QDialog::accept);
