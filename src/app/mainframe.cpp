@@ -71,8 +71,9 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
 
 CMainFrame::~CMainFrame() {
   m_dialogue.PoseCadre(nullptr);
-  // Views refer to members of this class, and their end is noted here.
-  qDeleteAll(m_zone->subWindowList());
+  // Views refer to members of this class, and their end is noted here; closed ones may
+  // still wait for theirs.
+  qDeleteAll(m_zone->findChildren<CMDIChildFrame*>());
 }
 
 void CMainFrame::FaitBarreOutils() {
