@@ -321,13 +321,13 @@ TEST_F(Formulaires, ComptesDeTva) {
   };
   EXPECT_FALSE(Options([&](QDialog& f) { modifie(f, false); }));
   EXPECT_EQ(LitComptesTva(App()).size(), nombre);
-  EXPECT_EQ(LitCompte(Long("4452")).Type, Tva);
+  EXPECT_EQ(+LitCompte(Long("4452")).Type, Tva);
   EXPECT_EQ(Cadre.Nombre("Actualise 1807"), 0u);
   Boite.Oublie();
   EXPECT_TRUE(Options([&](QDialog& f) { modifie(f, true); }));
-  EXPECT_EQ(LitCompte(Long("4452")).Type, -1);
-  EXPECT_EQ(LitCompte(Long("4453")).TauxTVA, 1.75);
-  EXPECT_EQ(LitCompte(Long("4457")).TauxTVA, 8.5);
+  EXPECT_EQ(+LitCompte(Long("4452")).Type, -1);
+  EXPECT_EQ(+LitCompte(Long("4453")).TauxTVA, 1.75);
+  EXPECT_EQ(+LitCompte(Long("4457")).TauxTVA, 8.5);
   EXPECT_EQ(Cadre.Nombre("Actualise 1807"), 1u);
 }
 
