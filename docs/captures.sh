@@ -54,6 +54,14 @@ for page in preferences couleurs polices; do
   touche ctrl+Next
 done
 touche Escape
+for fenetre in tresorerie:ctrl+t comptes-recettes:ctrl+shift+r plan-comptable:ctrl+shift+p rubriques:ctrl+shift+f libelles:ctrl+l; do
+  touche "${fenetre#*:}"
+  capture "liste-${fenetre%%:*}"
+  touche F2
+  capture "fiche-${fenetre%%:*}"
+  touche Escape
+  touche ctrl+F4
+done
 touche alt+Return
 capture proprietes
 touche Escape

@@ -110,7 +110,10 @@ void CMainFrame::OuvreUnique(u32 bit) {
   }
   const auto fabrique = m_fabriques.find(bit);
   if (fabrique == m_fabriques.end()) return;
-  auto* cadre = new CMDIChildFrame(fabrique->second(m_contexte));
+  Vue* vue = fabrique->second(m_contexte);
+  for (const Commande& commande : TableCommandes())
+    if (commande.bit == bit) vue->setWindowIcon(Image(commande.image));
+  auto* cadre = new CMDIChildFrame(vue);
   m_ouvertes[bit] = cadre;
   connect(cadre, &QObject::destroyed, this, [this, bit] {
     m_ouvertes.erase(bit);

@@ -7,6 +7,7 @@
 
 #include "app/astuce.h"
 #include "app/ecranaccueil.h"
+#include "app/fabriques.h"
 #include "app/gestioncommandes.h"
 #include "app/instanceunique.h"
 #include "app/lienparent.h"
@@ -81,6 +82,7 @@ bool Programme::InitInstance() {
   });
 
   m_cadre = std::make_unique<CMainFrame>(m_app, m_dialogue);
+  PoseFabriques(*m_cadre);
   m_cadre->MontreAuDemarrage();
   if (m_accueil) m_accueil->raise();
 

@@ -11,7 +11,6 @@ using M = Menu;
 using Q = Quand;
 using C = Commandes;
 
-constexpr auto listes = "Vient avec les listes de comptes.";
 constexpr auto journaux = "Vient avec les journaux.";
 constexpr auto etats = "Vient avec les impressions.";
 constexpr auto plusTard = "N'existe pas encore.";
@@ -47,17 +46,23 @@ constexpr Commande table[] = {
      nullptr, journaux, FenOperationsDiverses, true},
     {1015, M::Comptabilite, true, "Registre des &IMMOBILISATIONS", "immobilisations", "Ctrl+I", Q::Exercice, nullptr,
      plusTard, FenImmobilisations, true},
-    {1016, M::Comptabilite, true, "Comptes de &TRESORERIE", "tresorerie", "Ctrl+T", Q::Exercice, nullptr, listes,
+    {1016, M::Comptabilite, true, "Comptes de &TRESORERIE", "tresorerie", "Ctrl+T", Q::Exercice, &C::Fenetre,
+     "Banques et caisses, avec leurs soldes.",
      FenTresorerie, true},
-    {1017, M::Comptabilite, false, "Com&ptes de RECETTES", "comptes-recettes", "Ctrl+Shift+R", Q::Exercice, nullptr, listes,
+    {1017, M::Comptabilite, false, "Com&ptes de RECETTES", "comptes-recettes", "Ctrl+Shift+R", Q::Exercice, &C::Fenetre,
+     "Comptes de recettes, T.V.A. et rubrique.",
      FenComptesRecettes, true},
-    {1018, M::Comptabilite, false, "Compt&es de DEPENSES", "comptes-depenses", "Ctrl+Shift+D", Q::Exercice, nullptr, listes,
+    {1018, M::Comptabilite, false, "Compt&es de DEPENSES", "comptes-depenses", "Ctrl+Shift+D", Q::Exercice, &C::Fenetre,
+     "Comptes de dépenses, T.V.A. et part professionnelle.",
      FenComptesDepenses, true},
-    {1019, M::Comptabilite, false, "Pl&an Comptable", "plan-comptable", "Ctrl+Shift+P", Q::Exercice, nullptr, listes,
+    {1019, M::Comptabilite, false, "Pl&an Comptable", "plan-comptable", "Ctrl+Shift+P", Q::Exercice, &C::Fenetre,
+     "Tous les comptes, dans l'ordre de leur numéro.",
      FenPlanComptable, true},
-    {1020, M::Comptabilite, true, "R&UBRIQUES de l'état fiscal", "rubriques", "Ctrl+Shift+F", Q::Exercice, nullptr, listes,
+    {1020, M::Comptabilite, true, "R&UBRIQUES de l'état fiscal", "rubriques", "Ctrl+Shift+F", Q::Exercice, &C::Fenetre,
+     "Rubriques de la déclaration 2035 et leurs formules.",
      FenRubriques, true},
-    {1021, M::Comptabilite, false, "&LIBELLES des écritures", "libelles", "Ctrl+L", Q::Exercice, nullptr, listes,
+    {1021, M::Comptabilite, false, "&LIBELLES des écritures", "libelles", "Ctrl+L", Q::Exercice, &C::Fenetre,
+     "Libellés proposés à la saisie.",
      FenLibelles, true},
 
     {1026, M::Etats, false, "&Détail des écritures...", "etat-detail", "", Q::Exercice, nullptr, etats},

@@ -48,6 +48,12 @@ enum TexteId : unsigned {
   ErrReglagesVides = 3217,       ///< settings that name no exercice though books are there: file, names
   ErrRaccourciPris = 3240,       ///< "%s est déjà le raccourci de \"%s\"." key, command
   ErrRaccourciInterdit = 3241,   ///< a key that forms or menus need
+  ErrCodeReserve = 3250,         ///< code of a treasury account that is a section of the settings
+  ErrCompteUtilise = 3251,       ///< deletion: short number, by what
+  ErrCompteUtiliseChange = 3252, ///< another number or type: short number, by what
+  ErrCompteMouvemente = 3253,    ///< another number or type
+  ErrComptePersonnel = 3254,     ///< short number
+  ErrBoucleRubrique = 3260,      ///< code; the codes on the way back to it
   // Questions
   QuestionTresorerieChangee = 3300,   ///< "Le compte de trésorerie a été modifié.\nFaut-il continuer ?"
   QuestionNonEquilibree = 3301,       ///< "Attention ! L'ecriture n'est pas équilibrée. ..."
@@ -70,6 +76,17 @@ enum TexteId : unsigned {
   QuestionInvalider = 3318,
   QuestionEditerLiee = 3319,
   QuestionNouveauCabinet = 3320,
+  InfoCompteMouvemente = 3330,
+  InfoTresorerieMouvementee = 3331,
+  QuestionSupprimeCompte = 3332,      ///< short number
+  QuestionSupprimeTresorerie = 3333,  ///< code
+  QuestionSoldeCrediteur = 3334,      ///< yes: change it first
+  QuestionCompteRecettes = 3340,      ///< which account to make: no is one of expenses
+  InfoRubriqueUtilisee = 3345,
+  QuestionSupprimeRubrique = 3346,    ///< code
+  QuestionSupprimeLibelle = 3350,
+  ErrLibelles = 3351,                 ///< path, reason
+  ErrLibelleRefuse = 3352,            ///< blank, or not readable again
   // Titles
   TitreApplication = 5000,      ///< "Fenlor"
   FormatTitreErreur = 5001,     ///< "%s - Erreur (%u)"
@@ -271,6 +288,46 @@ enum TexteId : unsigned {
   MotExercice = 5859,
   TitreDemo = 5860,
   TexteDemo = 5861,
+  // Accounts
+  SecTresorerie = 5870,
+  CleClasse = 5871,
+  CleRadicalBanque = 5872,
+  CleRadicalCaisse = 5873,
+  RadicalBanqueDefaut = 5874,
+  RadicalCaisseDefaut = 5875,
+  SecFraisKm = 5876,
+  ColonnesPlan = 5880,  ///< single display; both currencies follow
+  ColonnesPlanDouble = 5881,
+  ColonnesTresorerie = 5882,
+  ColonnesTresorerieDouble = 5883,
+  FormatChoixTva = 5884,  ///< rate, code, short number
+  MotComptesParticuliers = 5890,  ///< what uses an account
+  FormatCompteAvecTva = 5891,     ///< short number
+  MotOperationsBancaires = 5892,
+  MotEcritureAutomatique = 5893,
+  // Windows of the accounts
+  TitreCompte = 5900,       ///< code; of treasury, then one for each type
+  TitreAjoutCompte = 5905,  ///< of treasury; receipts and expenses follow
+  TitreAjoutAuPlan = 5908,
+  TitreComptesRecettes = 5909,
+  TitreComptesDepenses = 5910,
+  TitreComptesTresorerie = 5911,
+  TitrePlanComptable = 5912,
+  // Headings
+  TitreRubriques = 5930,
+  ColonnesRubriques = 5931,
+  TitreRubrique = 5932,  ///< code
+  TitreAjoutRubrique = 5933,
+  ColonnesComptesAssocies = 5934,
+  FormatCompteAssocie = 5935,  ///< short number, designation
+  // Labels
+  FichierLibelles = 5950,
+  FichierLibellesProvisoire = 5951,
+  LigneLibelles = 5952,  ///< first line of the file
+  ColonnesLibelles = 5953,
+  TitreLibelles = 5954,
+  TitreAjoutLibelle = 5955,
+  TitreModificationLibelle = 5956,
 };
 
 }  // namespace fenlor

@@ -2,6 +2,7 @@
 // the rules, tells refusals on the context and returns a StatutCtl.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,5 +41,28 @@ int CommandeVerifier(Contexte& contexte);
 int CommandeReconstruire(Contexte& contexte, const std::vector<std::string>& fichiers);
 
 int CommandeDemo(Contexte& contexte);
+
+/// Texts as typed, in UTF-8; none: not given.
+struct OptionsCompte {
+  std::string action;  ///< "ajouter", "modifier", "supprimer", "lister"; empty: none
+  std::string numero;  ///< the account that is modified or deleted
+  std::string forme;   ///< "recettes", "depenses", "tresorerie", "plan"; empty: that of the account
+  std::optional<std::string> type, code, compte, designation, rubrique, tva;
+  std::optional<std::string> taux, partPro, debitInitial, creditInitial;  ///< numbers
+  bool banque = false;
+  bool caisse = false;
+};
+/// Adds, changes or deletes one account through the checks of its form, or lists a window's rows.
+int CommandeCompte(Contexte& contexte, const OptionsCompte& options);
+
+/// Texts as typed, in UTF-8; none: not given.
+struct OptionsRubrique {
+  std::string action;    ///< "ajouter", "modifier", "supprimer", "lister"; empty: none
+  std::string rubrique;  ///< code of the heading that is modified or deleted
+  std::optional<std::string> code, designation, ligne, type, formule;
+  std::optional<std::string> montant;  ///< a number; makes the heading manual, as a formula makes it automatic
+};
+/// The same for one heading of the fiscal statement.
+int CommandeRubrique(Contexte& contexte, const OptionsRubrique& options);
 
 }  // namespace fenlor

@@ -81,6 +81,54 @@ CLI::Validator FichierReconstructibleValide() {
       "");
 }
 
+CLI::Validator MotValide(std::vector<std::string> mots) {
+  return CLI::Validator(
+      [mots = std::move(mots)](std::string& texte) {
+        std::string liste;
+        for (const std::string& mot : mots) {
+          if (mot == texte) return std::string();
+          liste += (liste.empty() ? "" : ", ") + mot;
+        }
+        return "mot inconnu : " + texte + " (" + liste + ")";
+      },
+      "");
+}
+
+CLI::Validator NombreValide() {
+  return CLI::Validator(
+      [](std::string& texte) {
+        constexpr std::size_t longueurMax = 16;
+        const bool nombre = texte.size() <= longueurMax && !texte.empty() &&
+                            texte.find_first_not_of("0123456789.,") == std::string::npos &&
+                            texte.find_first_of("0123456789") != std::string::npos &&
+                            texte.find_first_of(".,") == texte.find_last_of(".,");
+        return nombre ? std::string() : "nombre incorrect : " + texte;
+      },
+      "");
+}
+
+/// A number that may be negative.
+CLI::Validator MontantValide() {
+  return CLI::Validator(
+      [](std::string& texte) {
+        std::string nombre = texte.substr(texte.starts_with('-') ? 1 : 0);
+        return NombreValide()(nombre);
+      },
+      "");
+}
+
+/// What the form's field of five characters takes.
+CLI::Validator LigneValide() {
+  return CLI::Validator(
+      [](std::string& texte) {
+        constexpr std::size_t longueurMax = 5;
+        const bool chiffres =
+            texte.size() <= longueurMax && texte.find_first_not_of("0123456789") == std::string::npos;
+        return chiffres ? std::string() : "numéro de ligne incorrect : " + texte;
+      },
+      "");
+}
+
 struct CommandeCtl {
   std::string nom;
   std::function<int(Contexte&)> action;
@@ -118,6 +166,8 @@ class LigneDeCommande {
     AjouteSaisie();
     AjouteEchanges();
     AjouteEntretien();
+    AjouteComptes();
+    AjouteRubriques();
   }
 
   CLI::App& App() { return m_app; }
@@ -128,6 +178,8 @@ class LigneDeCommande {
     if (!m_choisie.action) return "il manque la commande";
     if (m_globales.cabinet.empty()) return "il manque --cabinet";
     if (m_choisie.nom == "creer") return FauteCreer();
+    if (m_choisie.nom == "compte") return FauteCompte();
+    if (m_choisie.nom == "rubrique" && m_rubrique.action.empty()) return ActionManquante();
     if (m_choisie.nom == "exporter" && m_echange.cle >= 0 &&
         m_echange.cle >= DefinitionNom(m_echange.nom)->nbCles)
       return m_echange.nom + " n'a pas de clé " + std::to_string(m_echange.cle);
@@ -152,6 +204,16 @@ class LigneDeCommande {
         nom.size() == 4 && nom.find_first_not_of("0123456789") == std::string::npos && nom >= "0001";
     if (!annee && m_creer.debut.empty())
       return "l'exercice " + nom + " ne porte pas le nom d'une année : --debut et --fin sont obligatoires";
+    return {};
+  }
+
+  static std::string ActionManquante() { return "il manque ajouter, modifier, supprimer ou lister"; }
+
+  std::string FauteCompte() const {
+    if (m_compte.action.empty()) return ActionManquante();
+    if (m_compte.action == "ajouter" && m_compte.forme == "plan" && !m_compte.type)
+      return "il manque --type";
+    if (m_compte.type && m_compte.forme != "plan") return "--type va avec --forme plan";
     return {};
   }
 
@@ -239,12 +301,106 @@ class LigneDeCommande {
         ->check(FichierReconstructibleValide());
   }
 
+  /// An action of a command, such as "ajouter" of "compte".
+  CLI::App* AjouteAction(CLI::App& commande, const std::string& nom, const std::string& description,
+                         std::string& choisie) {
+    CLI::App* action = commande.add_subcommand(nom, description);
+    Habille(*action);
+    action->group("Actions");
+    action->fallthrough();
+    action->callback([nom, &choisie] { choisie = nom; });
+    return action;
+  }
+
+  void AjouteComptes() {
+    CLI::App* compte = Ajoute({"compte", [this](Contexte& c) { return CommandeCompte(c, m_compte); }},
+                              "Ajoute, modifie, supprime ou liste des comptes");
+    const auto action = [&](const char* nom, const char* description) {
+      return AjouteAction(*compte, nom, description, m_compte.action);
+    };
+    const auto forme = [this](CLI::App* a, const char* description) {
+      return a->add_option("--forme", m_compte.forme, description)
+          ->option_text("recettes|depenses|tresorerie|plan")
+          ->check(MotValide({"recettes", "depenses", "tresorerie", "plan"}));
+    };
+    CLI::App* ajouter = action("ajouter", "Ajoute un compte");
+    forme(ajouter, "Formulaire dont les contrôles s'appliquent")->required();
+    AjouteChampsCompte(*ajouter);
+    CLI::App* modifier = action("modifier", "Change les champs donnés d'un compte");
+    CLI::App* supprimer = action("supprimer", "Supprime un compte");
+    for (CLI::App* a : {modifier, supprimer}) {
+      a->add_option("numero", m_compte.numero, "Numéro du compte")->option_text("COMPTE")->required();
+      forme(a, "Formulaire (par défaut : celui du type du compte)");
+    }
+    AjouteChampsCompte(*modifier);
+    forme(action("lister", "Écrit les lignes de la fenêtre"), "Fenêtre")->required();
+  }
+
+  void AjouteChampsCompte(CLI::App& action) {
+    const auto texte = [&](const char* nom, std::optional<std::string>& valeur, const char* description) {
+      return action.add_option(nom, valeur, description)->option_text("TEXTE");
+    };
+    texte("--type", m_compte.type, "Type de compte, avec --forme plan")
+        ->option_text("tresorerie|recette|depense|tva|autre")
+        ->check(MotValide({"tresorerie", "recette", "depense", "tva", "autre"}));
+    texte("--code", m_compte.code, "Code, 8 caractères au plus");
+    texte("--compte", m_compte.compte, "Numéro, 10 caractères au plus (trésorerie : proposé s'il manque)");
+    texte("--designation", m_compte.designation, "Désignation");
+    texte("--rubrique", m_compte.rubrique, "Code de la rubrique (vide : aucune)");
+    texte("--tva", m_compte.tva, "Numéro du compte de T.V.A. (vide : aucun)")->option_text("COMPTE");
+    const auto nombre = [&](const char* nom, std::optional<std::string>& valeur, const char* description) {
+      return texte(nom, valeur, description)->option_text("NOMBRE")->check(NombreValide());
+    };
+    nombre("--taux", m_compte.taux, "Taux d'un compte de T.V.A., en %");
+    nombre("--part-pro", m_compte.partPro, "Part professionnelle d'une dépense, en %");
+    CLI::Option* banque = action.add_flag("--banque", m_compte.banque, "Compte bancaire")->option_text(" ");
+    action.add_flag("--caisse", m_compte.caisse, "Caisse")->option_text(" ")->excludes(banque);
+    CLI::Option* debit = nombre("--debit-initial", m_compte.debitInitial, "Solde initial au débit");
+    nombre("--credit-initial", m_compte.creditInitial, "Solde initial au crédit (à confirmer par --oui)")
+        ->excludes(debit);
+  }
+
+  void AjouteRubriques() {
+    CLI::App* rubrique = Ajoute({"rubrique", [this](Contexte& c) { return CommandeRubrique(c, m_rubrique); }},
+                                "Ajoute, modifie, supprime ou liste des rubriques de l'état fiscal");
+    const auto action = [&](const char* nom, const char* description) {
+      return AjouteAction(*rubrique, nom, description, m_rubrique.action);
+    };
+    CLI::App* ajouter = action("ajouter", "Ajoute une rubrique");
+    AjouteChampsRubrique(*ajouter);
+    CLI::App* modifier = action("modifier", "Change les champs donnés d'une rubrique");
+    for (CLI::App* a : {modifier, action("supprimer", "Supprime une rubrique")})
+      a->add_option("rubrique", m_rubrique.rubrique, "Code de la rubrique")->option_text("CODE")->required();
+    AjouteChampsRubrique(*modifier);
+    action("lister", "Écrit les rubriques dans l'ordre de leur code");
+  }
+
+  void AjouteChampsRubrique(CLI::App& action) {
+    const auto texte = [&](const char* nom, std::optional<std::string>& valeur, const char* description) {
+      return action.add_option(nom, valeur, description)->option_text("TEXTE");
+    };
+    texte("--code", m_rubrique.code, "Code, 3 caractères au plus");
+    texte("--designation", m_rubrique.designation, "Désignation");
+    texte("--ligne", m_rubrique.ligne, "Ligne de l'état")->option_text("NOMBRE")->check(LigneValide());
+    texte("--type", m_rubrique.type, "Type")
+        ->option_text("recette|depense|resultat|taxe")
+        ->check(MotValide({"recette", "depense", "resultat", "taxe"}));
+    CLI::Option* formule =
+        texte("--formule", m_rubrique.formule, "Calcul automatique (vide : total des comptes)");
+    texte("--montant", m_rubrique.montant, "Montant manuel")
+        ->option_text("NOMBRE")
+        ->check(MontantValide())
+        ->excludes(formule);
+  }
+
   CLI::App m_app;
   OptionsGlobales m_globales;
   OptionsCreer m_creer;
   OptionsSaisir m_saisir;
   OptionsEchange m_echange;
   std::vector<std::string> m_fichiers;
+  OptionsCompte m_compte;
+  OptionsRubrique m_rubrique;
   bool m_euros = false;
   CommandeCtl m_choisie;
 };
@@ -262,8 +418,13 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
   try {
     ligne.App().parse(std::vector<std::string>(args.rbegin(), args.rend()));
   } catch (const CLI::CallForHelp&) {
-    const auto choisies = ligne.App().get_subcommands();
-    sortie << (choisies.empty() ? ligne.App().help() : choisies.front()->help("fenlorctl")) << std::flush;
+    const CLI::App* choisie = &ligne.App();
+    std::string avant;
+    for (auto suite = choisie->get_subcommands(); !suite.empty(); suite = choisie->get_subcommands()) {
+      avant += (avant.empty() ? "" : " ") + choisie->get_name();
+      choisie = suite.front();
+    }
+    sortie << choisie->help(avant) << std::flush;
     return sortie.good() ? StatutFait : StatutRefuse;
   } catch (const CLI::ParseError& e) {
     return usage(Francise(e));

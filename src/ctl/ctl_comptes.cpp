@@ -5,6 +5,7 @@
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
+#include "ctl/tableau.h"
 #include "session/entretien.h"
 #include "session/verification.h"
 #include "store/texte1252.h"
@@ -71,36 +72,6 @@ std::string LigneJsonTotaux(const Soldes& franc, const Soldes& euro) {
       .Nombre("TotalSoldeEuro", euro.Solde())
       .Fin();
 }
-
-/// One row of the table: three texts on the left, five amounts on the right.
-class Tableau {
- public:
-  void Ajoute(std::vector<std::string> colonnes) {
-    m_largeurs.resize(std::max(m_largeurs.size(), colonnes.size()));
-    for (std::size_t i = 0; i < colonnes.size(); ++i)
-      m_largeurs[i] = std::max(m_largeurs[i], colonnes[i].size());
-    m_lignes.push_back(std::move(colonnes));
-  }
-  /// UTF-8; the first `gauches` columns are aligned on the left.
-  std::string Texte(std::size_t gauches) const {
-    std::string sortie;
-    for (const auto& colonnes : m_lignes) {
-      std::string ligne;
-      for (std::size_t i = 0; i < colonnes.size(); ++i) {
-        const std::string blancs(m_largeurs[i] - colonnes[i].size(), ' ');
-        if (i) ligne += "  ";
-        ligne += i < gauches ? colonnes[i] + blancs : blancs + colonnes[i];
-      }
-      ligne.erase(ligne.find_last_not_of(' ') + 1);
-      sortie += VersUtf8(ligne) + "\n";
-    }
-    return sortie;
-  }
-
- private:
-  std::vector<std::vector<std::string>> m_lignes;
-  std::vector<std::size_t> m_largeurs;
-};
 
 std::string Compteurs(const FichierReconstruit& fichier) {
   const RapportReindex& r = fichier.rapport;

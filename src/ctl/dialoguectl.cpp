@@ -14,7 +14,7 @@ int DialogueCtl::Message(unsigned style, unsigned numero, const std::string& tex
     return RepOk;
   }
   const bool ouiNon = boutons == BoutonsOuiNon || boutons == BoutonsNonOuiAnnuler;
-  if (ouiNon && (m_oui || m_ordonnees.contains(numero))) return RepOui;
+  if (ouiNon && !m_declinees.contains(numero) && (m_oui || m_ordonnees.contains(numero))) return RepOui;
   m_numero = numero;
   m_texte = texte;
   if (ouiNon) return RepNon;

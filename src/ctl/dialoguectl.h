@@ -28,6 +28,8 @@ class DialogueCtl : public Dialogue {
 
   /// Questions of these numbers count as answered by the command line itself.
   void Ordonne(std::set<unsigned> questions) { m_ordonnees = std::move(questions); }
+  /// Questions of these numbers, whose yes would lead back to a form, get a no even with --oui.
+  void Decline(std::set<unsigned> questions) { m_declinees = std::move(questions); }
   void Oublie();
   bool Oui() const { return m_oui; }
   /// Number and text of the last failure, or of the last question declined.
@@ -38,7 +40,7 @@ class DialogueCtl : public Dialogue {
 
  private:
   bool m_oui;
-  std::set<unsigned> m_ordonnees;
+  std::set<unsigned> m_ordonnees, m_declinees;
   unsigned m_numero = 0;
   std::string m_texte;
   std::string m_information;

@@ -16,6 +16,7 @@ class CZNListView : public Vue {
   ~CZNListView() override;
 
   TableListe& Table() { return *m_table; }
+  const TableListe& Table() const { return *m_table; }
 
   /// `FillList`, then the first row selected. The subclass made its columns before.
   void Charge() override;

@@ -46,10 +46,16 @@ void ModeleListe::Vide() { Remplit({}); }
 
 int ModeleListe::Ajoute(const std::string& texte, Donnee donnee) {
   const int ligne = NbLignes();
-  beginInsertRows({}, ligne, ligne);
-  m_lignes.push_back({donnee, true, texte});
-  endInsertRows();
+  Insere(ligne, texte, donnee);
   return ligne;
+}
+
+void ModeleListe::Insere(int ligne, const std::string& texte, Donnee donnee) {
+  ligne = std::clamp(ligne, 0, NbLignes());
+  beginInsertRows({}, ligne, ligne);
+  m_lignes.insert(m_lignes.begin() + ligne, {donnee, true, texte});
+  if (ligne + 1 < NbLignes()) m_vues.clear();
+  endInsertRows();
 }
 
 void ModeleListe::Change(int ligne, const std::string& texte, Donnee donnee) {

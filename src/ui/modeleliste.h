@@ -40,6 +40,8 @@ class ModeleListe : public QAbstractTableModel {
   void Vide();
   /// Adds a row with a text of its own; its index.
   int Ajoute(const std::string& texte, Donnee donnee = 0);
+  /// The same before a row, at the end behind the last one; rows below keep their selection.
+  void Insere(int ligne, const std::string& texte, Donnee donnee = 0);
   void Change(int ligne, const std::string& texte, Donnee donnee);
   void Supprime(int ligne);
   /// Forgets fetched texts: the records changed, the rows are the same.

@@ -109,6 +109,7 @@ TableListe::TableListe(ContexteUi& contexte, QWidget* parent)
 void TableListe::SetColonnes(const std::string& texte) {
   const QScopedValueRollback place(m_place, true);
   m_modele->PoseColonnes(LitColonnes(texte));
+  m_colonneTriee = -1;
   m_largeursPropres = m_largeursChangees = false;
   Ajuste();
 }
@@ -120,7 +121,12 @@ void TableListe::Ajuste() {
   const QFontMetrics bureau(QFontDatabase::systemFont(QFontDatabase::GeneralFont));
   const double echelle = std::max(1.0, double(fontMetrics().averageCharWidth()) / bureau.averageCharWidth());
   std::vector<int> largeurs;
-  for (const Colonne& colonne : m_modele->Colonnes()) largeurs.push_back(qRound(colonne.largeur * echelle));
+  const QFontMetrics titres = header()->fontMetrics();
+  for (const Colonne& colonne : m_modele->Colonnes()) {
+    const int marges = 2 * Marge(static_cast<int>(largeurs.size())) + 1;
+    largeurs.push_back(
+        std::max(qRound(colonne.largeur * echelle), titres.horizontalAdvance(colonne.titre) + marges));
+  }
   PlaceColonnes(largeurs);
 }
 

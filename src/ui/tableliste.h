@@ -23,7 +23,7 @@ class TableListe : public QTreeView {
   const ModeleListe& Modele() const { return *m_modele; }
 
   /// Parses a specification (Windows-1252) and makes the columns. Widths are pixels
-  /// with the desktop's font, and grow with a larger list font.
+  /// with the desktop's font, and grow with a larger list font; a title is never cut.
   virtual void SetColonnes(const std::string& texte);
   void SetColonnesId(unsigned numero);  ///< text of the table, by number
   /// Widths of the columns now, in pixels.

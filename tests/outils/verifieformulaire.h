@@ -8,8 +8,9 @@
 
 namespace fenlor::test {
 
-/// Adds a failure for each fault of a shown window.
-void VerifieFormulaire(QWidget& fenetre);
+/// Adds a failure for each fault of a shown window. `partages`: access keys ("Alt+P") that
+/// prescribed texts share, so that they go from one to the other.
+void VerifieFormulaire(QWidget& fenetre, const std::vector<std::string>& partages = {});
 
 /// The faults, as far as the window is visible (a sheet: the page in front):
 /// - an enabled input without an `objectName`, or with that of another input;

@@ -58,6 +58,22 @@ TEST(LignesDeListe, RowsWithTextsOfTheirOwn) {
   EXPECT_EQ(modele.LigneDe(9), -1);
 }
 
+TEST(LignesDeListe, RowsInsertedInTheMiddle) {
+  ModeleListe modele;
+  modele.PoseColonnes(LitColonnes("Compte|L|20"));
+  modele.PoseTextes([](Donnee donnee) { return "lu " + std::to_string(donnee); });
+  modele.Remplit({1, 2, 0});
+  EXPECT_EQ(modele.Champ(1, 0), u"lu 2"_s);
+  const QPersistentModelIndex deux(modele.index(1, 0));
+  modele.Insere(1, "propre", 9);
+  EXPECT_EQ(modele.Champ(1, 0), u"propre"_s);
+  EXPECT_EQ(modele.Champ(2, 0), u"lu 2"_s) << "rows below are not those painted before";
+  EXPECT_EQ(deux.row(), 2);
+  modele.Insere(-1, "premier", 10);
+  modele.Insere(99, "dernier", 11);
+  EXPECT_EQ(Ordre(modele), (std::vector<Donnee>{10, 1, 9, 2, 0, 11}));
+}
+
 TEST(LignesDeListe, ForgottenTextsAreFetchedAgain) {
   std::string texte = "avant";
   ModeleListe modele;

@@ -1,0 +1,273 @@
+// bench_listes [RUNS [ACCOUNTS...]]
+// Opens and sorts the chart of accounts with so many accounts (5000 and 50000) beside an
+// empty list window of the same run, and says how many rows were read to paint the window and to
+// turn a page. Offscreen, unless QT_QPA_PLATFORM says otherwise; the practices are made through the
+// store in a temporary directory and removed. It judges nothing.
+#include <QApplication>
+#include <QScrollBar>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "master/comptes.h"
+#include "master/forms/plancomptableview.h"
+#include "mesures.h"
+#include "store/magasincles.h"
+#include "store/texte1252.h"
+
+namespace fenlor::bench {
+
+namespace {
+
+constexpr int Designation = 2, Solde = 5;  // columns of the chart
+
+[[noreturn]] void Abandonne(const std::string& texte) {
+  std::fprintf(stderr, "bench_listes: %s\n", texte.c_str());
+  std::exit(1);
+}
+
+class DialogueMuet : public Dialogue {
+ public:
+  void Erreur(unsigned, const std::string& texte) override { Abandonne(texte); }
+  int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
+  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
+  void FermeProgress() override {}
+  void SetTexte(const std::string&) override {}
+  void SetMax(u32) override {}
+  void SetPos(u32) override {}
+  void Step() override {}
+  bool IsAborted() override { return false; }
+};
+
+class SansCadre : public Fenetres {
+ public:
+  void Actualise(u32) override {}
+  void FermeToutes() override {}
+  void Sauve() override {}
+  void Restaure() override {}
+  void MontreExercice() override {}
+  void Aide(const QString&) override {}
+  bool Touche(const QKeySequence&) override { return false; }
+  QWidget* Cadre() override { return nullptr; }
+};
+
+/// A practice of its own with so many accounts.
+class Cabinet {
+ public:
+  Cabinet(const std::string& dossier, unsigned comptes) {
+    OptionsQVAPI options;
+    options.cles = &m_cles;
+    options.dossierRegistre = options.dossierRegistreMachine = dossier + "/registre";
+    m_magasin = std::make_unique<QVAPI>(options);
+    m_app = std::make_unique<CFenlorApp>(*m_magasin, m_dialogue);
+    m_app->PathCabinet = dossier + "/cabinet";
+    std::filesystem::create_directories(m_app->PathCabinet);
+    const bool ouvert = m_magasin->QVOpenSession(1) && m_magasin->QVOpenCompta(m_app->PathCabinet, {}) &&
+                        m_magasin->QVCreateExercice("2003", FaitDate(1, 1, 2003), FaitDate(31, 12, 2003), true,
+                                                    false) &&
+                        m_magasin->QVOpenExercice("2003");
+    if (!ouvert) Abandonne(m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode()));
+    m_app->NomExercice = "2003";
+    m_app->PathExercice = m_magasin->PathExercice();
+    m_app->ExerciceOuvert = 1;
+    Remplit(comptes);
+    ChargePreferences(m_dessin, *m_app, QApplication::palette());
+    m_ui = std::make_unique<ContexteUi>(ContexteUi{*m_app, m_cadre, m_dessin});
+  }
+  ~Cabinet() {
+    m_app.reset();
+    m_magasin->QVCloseSession();
+  }
+  Cabinet(const Cabinet&) = delete;
+  Cabinet& operator=(const Cabinet&) = delete;
+  ContexteUi& Ui() { return *m_ui; }
+
+ private:
+  /// Receipts and expenses whose names and totals come in no order.
+  void Remplit(unsigned comptes) {
+    static const char* const mots[] = {"Honoraires", "Loyer", "Fournitures", "Carburant", "Assurance", "Cotisations"};
+    CPlan plan(*m_app, m_app->PathExercice);
+    if (!plan.OpenFile()) Abandonne("no chart");
+    QVAPI::Unite unite(*m_magasin);
+    char texte[81];
+    for (u32 i = 0, alea = 12345; i < comptes; ++i) {
+      alea = alea * 1664525u + 1013904223u;
+      plan.ClearRec();
+      std::snprintf(texte, sizeof texte, "%c8%08u", i % 2 ? '6' : '7', i);
+      PoseTexte(plan.Rec->Compte, texte);
+      std::snprintf(texte, sizeof texte, "C%07u", i);
+      PoseTexte(plan.Rec->Code, texte);
+      std::snprintf(texte, sizeof texte, "%s %05u du cabinet", mots[(alea >> 24) % 6], (alea >> 8) % 100000u);
+      PoseTexte(plan.Rec->Designation, texte);
+      plan.Rec->Type = i % 2 ? Depense : Recette;
+      plan.Rec->PartPro = 100;
+      plan.Rec->CreditEuro = (alea >> 4) % 1000000u / 100.0;
+      if (!plan.Add()) Abandonne("account refused");
+    }
+    if (!unite.Valide()) Abandonne("accounts not saved");
+  }
+
+  FabriqueLmdb m_cles;
+  DialogueMuet m_dialogue;
+  std::unique_ptr<QVAPI> m_magasin;
+  std::unique_ptr<CFenlorApp> m_app;
+  SansCadre m_cadre;
+  Preferences m_dessin;
+  std::unique_ptr<ContexteUi> m_ui;
+};
+
+/// A list window that shows nothing in the same columns.
+class ListeVide : public CZNListView {
+ public:
+  explicit ListeVide(ContexteUi& contexte) : CZNListView(contexte, "Vide", 0) {
+    Table().SetColonnes(ColonnesComptes(ListeComptes::PlanComptable, false));
+  }
+
+ protected:
+  void FillList() override { Table().Modele().Vide(); }
+  std::string TexteDe(ModeleListe::Donnee) override { return {}; }
+};
+
+/// Lets the events pass until the rows have been painted.
+class Peinture : public QObject {
+ public:
+  explicit Peinture(QWidget& zone) : m_zone(zone) { zone.installEventFilter(this); }
+  ~Peinture() override { m_zone.removeEventFilter(this); }
+  void Attend() {
+    for (int i = 0; i < 1000 && !m_peinte; ++i) QApplication::processEvents(QEventLoop::AllEvents, 10);
+    if (!m_peinte) Abandonne("nothing was painted");
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* evenement) override {
+    // Once the painting itself is over, which this call comes before.
+    if (evenement->type() == QEvent::Paint)
+      QMetaObject::invokeMethod(this, [this] { m_peinte = true; }, Qt::QueuedConnection);
+    return false;
+  }
+
+ private:
+  QWidget& m_zone;
+  bool m_peinte = false;
+};
+
+struct Mesure {
+  std::vector<double> ouverture, lecture, triTexte, triMontant;
+  unsigned lignes = 0;    ///< in the list
+  unsigned visibles = 0;  ///< on a page
+  unsigned peintes = 0;   ///< read for the first painting
+  unsigned page = 0;      ///< read for the next page
+};
+
+/// Opens a window, sorts it, turns a page.
+void MesureFenetre(const std::function<std::unique_ptr<CZNListView>()>& fait, Mesure& m) {
+  std::unique_ptr<CZNListView> vue;
+  m.ouverture.push_back(Duree([&] {
+    vue = fait();
+    vue->resize(800, 500);
+    vue->Charge();
+    Peinture peinture(*vue->Table().viewport());
+    vue->show();
+    peinture.Attend();
+  }));
+  TableListe& table = vue->Table();
+  m.lignes = static_cast<unsigned>(table.Modele().NbLignes());
+  m.peintes = table.Modele().NbLectures();
+  m.visibles = static_cast<unsigned>(table.verticalScrollBar()->pageStep());
+  if (m.lignes == 0) return;
+  {
+    Peinture peinture(*table.viewport());
+    table.verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    peinture.Attend();
+    m.page = table.Modele().NbLectures();
+  }
+  const auto trie = [&](int colonne) {
+    const int derniere = table.Modele().NbLignes() - 2;  // above the empty row
+    const ModeleListe::Donnee avant = table.Modele().DonneeDe(derniere);
+    const double duree = Duree([&] {
+      Peinture peinture(*table.viewport());
+      table.TrieParColonne(colonne);
+      peinture.Attend();
+    });
+    if (table.Modele().DonneeDe(derniere) == avant) Abandonne("a sort that moved nothing");
+    return duree;
+  };
+  m.triTexte.push_back(trie(Designation));
+  m.triMontant.push_back(trie(Solde));
+}
+
+void Ecrit(const char* quoi, const Mesure& m, const Mesure& vide) {
+  const double ouverture = Mediane(m.ouverture);
+  std::printf("%-22s open %10s (%6.2fx)", quoi, EnTemps(ouverture).c_str(), ouverture / Mediane(vide.ouverture));
+  if (m.lignes > 0)
+    std::printf("   list %10s   sort by name %10s (%6.2fx), by balance %10s   read: %u to paint, %u for a page of %u",
+                EnTemps(Mediane(m.lecture)).c_str(), EnTemps(Mediane(m.triTexte)).c_str(),
+                Mediane(m.triTexte) / Mediane(vide.ouverture), EnTemps(Mediane(m.triMontant)).c_str(), m.peintes,
+                m.page, m.visibles);
+  std::printf("\n");
+}
+
+int Principal(unsigned tours, const std::vector<unsigned>& tailles) {
+  std::string dossier = (std::filesystem::temp_directory_path() / "fenlor-bench-XXXXXX").string();
+  if (!mkdtemp(dossier.data())) Abandonne("no temporary directory");
+  {
+    std::vector<std::unique_ptr<Cabinet>> cabinets;
+    for (const unsigned taille : tailles)
+      cabinets.push_back(std::make_unique<Cabinet>(dossier + '/' + std::to_string(taille), taille));
+    Mesure vide;
+    std::vector<Mesure> mesures(tailles.size());
+    for (unsigned tour = 0; tour <= tours; ++tour) {
+      if (tour == 1) {  // the first round warms fonts and caches
+        vide = {};
+        mesures.assign(tailles.size(), {});
+      }
+      ContexteUi& premier = cabinets.front()->Ui();
+      MesureFenetre([&] { return std::make_unique<ListeVide>(premier); }, vide);
+      for (std::size_t i = 0; i < tailles.size(); ++i) {
+        ContexteUi& ui = cabinets[i]->Ui();
+        mesures[i].lecture.push_back(Duree([&] { PositionsComptes(ui.App, ListeComptes::PlanComptable); }));
+        MesureFenetre([&] { return std::make_unique<CPlanComptableView>(ui); }, mesures[i]);
+      }
+    }
+    std::printf("medians of %u runs; the ratios are to opening the empty window\n", tours);
+    Ecrit("empty list window", vide, vide);
+    for (const Mesure& m : mesures) Ecrit((std::to_string(m.lignes) + " rows").c_str(), m, vide);
+  }
+  std::filesystem::remove_all(dossier);
+  return 0;
+}
+
+}  // namespace
+
+}  // namespace fenlor::bench
+
+int main(int argc, char** argv) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  // The offscreen platform tells of each window what it lacks.
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  QApplication application(argc, argv);
+  const QStringList arguments = application.arguments().mid(1);
+  unsigned tours = 9;
+  std::vector<unsigned> tailles;
+  for (const QString& argument : arguments) {
+    const unsigned nombre = argument.toUInt();
+    if (nombre == 0) {
+      std::fprintf(stderr, "bench_listes [RUNS [ACCOUNTS...]]\n");
+      return 2;
+    }
+    if (&argument == &arguments.front())
+      tours = nombre;
+    else
+      tailles.push_back(nombre);
+  }
+  if (tailles.empty()) {
+    tailles.push_back(5000);
+    tailles.push_back(50000);
+  }
+  return fenlor::bench::Principal(tours, tailles);
+}

@@ -1,0 +1,235 @@
+#include <algorithm>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "ctl/commandes.h"
+#include "ctl/json.h"
+#include "ctl/tableau.h"
+#include "master/comptes.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// A form and the list that it stands behind.
+struct Forme {
+  const char* nom;
+  FormeCompte forme;
+  ListeComptes liste;
+  i16 type;  ///< of its accounts, -1: any
+};
+constexpr Forme Formes[] = {
+    {"recettes", FormeCompte::RecettesDepenses, ListeComptes::Recettes, Recette},
+    {"depenses", FormeCompte::RecettesDepenses, ListeComptes::Depenses, Depense},
+    {"tresorerie", FormeCompte::Tresorerie, ListeComptes::Tresorerie, Tresorerie},
+    {"plan", FormeCompte::PlanComptable, ListeComptes::PlanComptable, -1},
+};
+constexpr const char* Types[] = {"tresorerie", "recette", "depense", "tva", "autre"};
+
+const Forme& FormeNommee(const std::string& nom) {
+  return *std::find_if(std::begin(Formes), std::end(Formes), [&](const Forme& f) { return nom == f.nom; });
+}
+const Forme& FormeDuType(i16 type) {
+  return *std::find_if(std::begin(Formes), std::end(Formes),
+                       [&](const Forme& f) { return f.type == type || f.type < 0; });
+}
+
+class CommandeFiche {
+ public:
+  CommandeFiche(Contexte& contexte, const OptionsCompte& options)
+      : m_contexte(contexte), m_app(contexte.App), m_options(options) {}
+
+  int Execute() {
+    m_contexte.Dialogue.Decline({QuestionSoldeCrediteur});
+    if (m_options.action == "lister") return Liste();
+    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(3056, {});
+    if (m_options.action == "ajouter") return Ajoute();
+    if (!Trouve()) return StatutRefuse;
+    return m_options.action == "modifier" ? Modifie() : Supprime();
+  }
+
+ private:
+  bool Invalide(const char* champ, const std::string& raison) {
+    m_contexte.Refuse(ErrChampInvalide, {champ, raison});
+    return false;
+  }
+
+  bool Pose(const char* champ, const std::optional<std::string>& utf8, std::string& valeur) {
+    if (!utf8) return true;
+    const auto texte = DepuisUtf8(*utf8);
+    if (!texte) return Invalide(champ, raison::CaractereImpossible());
+    for (const char c : *texte)
+      if (static_cast<unsigned char>(c) < 32)
+        return Invalide(champ, "un caractère de contrôle est interdit."_w);
+    valeur = *texte;
+    return true;
+  }
+
+  /// A field that the form shows for other types alone.
+  bool Permis(const char* champ, bool donne, bool permis) {
+    return !donne || permis || Invalide(champ, "sans objet pour ce compte."_w);
+  }
+
+  /// Puts what was given into the form, as far as the form would take it.
+  bool Remplit() {
+    const OptionsCompte& o = m_options;
+    if (o.type)
+      m_fiche.type = static_cast<i16>(std::find(std::begin(Types), std::end(Types), *o.type) - Types);
+    const i16 type = m_fiche.type;
+    const bool tresorerie = type == Tresorerie, repartie = type == Recette || type == Depense;
+    if (!Permis("rubrique", o.rubrique.has_value(), !tresorerie) ||
+        !Permis("tva", o.tva.has_value(), repartie) || !Permis("taux", o.taux.has_value(), type == Tva) ||
+        !Permis("part-pro", o.partPro.has_value(),
+                type == Depense && !EstComptePersonnel(m_app, m_fiche.compte)) ||
+        !Permis(o.banque ? "banque" : "caisse", o.banque || o.caisse, tresorerie) ||
+        !Permis("debit-initial", o.debitInitial.has_value(), tresorerie) ||
+        !Permis("credit-initial", o.creditInitial.has_value(), tresorerie))
+      return false;
+    if (o.banque || o.caisse) m_fiche.banque = o.banque;
+    if (tresorerie && m_fiche.position == 0 && m_forme->forme == FormeCompte::Tresorerie && !o.compte)
+      m_fiche.compte = ProposeNumeroTresorerie(m_app, m_fiche.banque);
+    if (!Pose("code", o.code, m_fiche.code) || !Pose("compte", o.compte, m_fiche.compte) ||
+        !Pose("designation", o.designation, m_fiche.designation) || !PoseRubrique() || !PoseTva())
+      return false;
+    const auto nombre = [](const std::optional<std::string>& texte, f64& valeur) {
+      if (texte) valeur = TexteVersMontant(*texte);
+    };
+    nombre(o.taux, m_fiche.tauxTVA);
+    nombre(o.partPro, m_fiche.partPro);
+    if (o.debitInitial || o.creditInitial) m_fiche.debitInitial = m_fiche.creditInitial = 0;
+    nombre(o.debitInitial, m_fiche.debitInitial);
+    nombre(o.creditInitial, m_fiche.creditInitial);
+    return true;
+  }
+
+  bool PoseRubrique() {
+    if (!m_options.rubrique) return true;
+    if (!Pose("rubrique", m_options.rubrique, m_fiche.rubrique)) return false;
+    const std::string code = NormaliseRubrique(m_fiche.rubrique);
+    if (code.empty()) return true;
+    const std::vector<ChoixRubrique> choix = RubriquesDuType(m_app, m_fiche.type);
+    if (m_fiche.rubrique.size() <= code.size() &&
+        std::any_of(choix.begin(), choix.end(), [&](const auto& c) { return c.code == code; }))
+      return true;
+    return Invalide("rubrique", "aucune rubrique de ce côté n'a ce code."_w);
+  }
+
+  bool PoseTva() {
+    if (!m_options.tva) return true;
+    std::string numero;
+    if (!Pose("tva", m_options.tva, numero)) return false;
+    m_fiche.compteTVA = QVAPI::GetLongCompte(numero);
+    if (m_fiche.compteTVA.empty()) return true;
+    if (!m_app.Reglages.IsTVA()) return Invalide("tva", "l'exercice n'est pas assujetti à la T.V.A."_w);
+    const std::vector<ChoixTVA> choix = ChoixComptesTVA(m_app);
+    return std::any_of(choix.begin(), choix.end(),
+                       [&](const auto& c) { return c.compte == m_fiche.compteTVA; }) ||
+           Invalide("tva", "ce n'est pas un compte de T.V.A."_w);
+  }
+
+  /// The account of the command line, and the form that it is edited in.
+  bool Trouve() {
+    std::string numero;
+    if (!Pose("numero", m_options.numero, numero)) return false;
+    CPlan plan(m_app, m_app.PathExercice);
+    PoseTexte(plan.Rec->Compte, QVAPI::GetLongCompte(numero));
+    Plan compte{};
+    const bool ouvert = plan.OpenFile();
+    if (ouvert && !plan.Find(0)) return Invalide("numero", "ce compte n'existe pas."_w);
+    if (!ouvert || !LitFiche(m_app, plan.GetPos(), m_fiche, compte)) {
+      m_contexte.RefuseMagasin();
+      return false;
+    }
+    m_forme = m_options.forme.empty() ? &FormeDuType(compte.Type) : &FormeNommee(m_options.forme);
+    return m_forme->type < 0 || m_forme->type == compte.Type ||
+           Invalide("forme", "ce compte est d'un autre type."_w);
+  }
+
+  int Ajoute() {
+    m_forme = &FormeNommee(m_options.forme);
+    m_fiche.type = std::max<i16>(m_forme->type, 0);
+    return Remplit() ? Enregistre() : int{StatutRefuse};
+  }
+
+  int Modifie() { return Remplit() ? Enregistre() : int{StatutRefuse}; }
+
+  int Enregistre() {
+    // The form's question on a credit balance: typed on purpose, as --oui confirms.
+    if (m_options.creditInitial && m_fiche.creditInitial != 0 && !m_contexte.Globales.oui)
+      return m_contexte.Refuse(QuestionSoldeCrediteur, Texte(QuestionSoldeCrediteur));
+    if (m_options.code)
+      if (const ResultatMaster r = ControleCode(m_app, m_forme->forme, m_fiche); !r) return Refuse(r);
+    if (m_options.compte)
+      if (const ResultatMaster r = ControleNumero(m_app, m_forme->forme, m_fiche); !r) return Refuse(r);
+    if (const ResultatMaster r = EnregistreCompte(m_app, m_forme->forme, m_fiche); !r) return Refuse(r);
+    return Dit("enregistré."_w);
+  }
+
+  int Supprime() {
+    m_contexte.Dialogue.Ordonne({QuestionSupprimeCompte, QuestionSupprimeTresorerie});
+    const ResultatMaster r = SupprimeCompte(m_app, m_forme->forme, m_fiche.position);
+    return r ? Dit("supprimé."_w) : Refuse(r);
+  }
+
+  int Refuse(const ResultatMaster& r) {
+    unsigned numero = 0;
+    std::string texte;
+    m_contexte.DernierEchec(numero, texte);
+    return m_contexte.Refuse(r.erreur, numero == r.erreur ? texte : TexteFormat(r.erreur, {}));
+  }
+
+  int Dit(const std::string& fait) {
+    const std::string longue = QVAPI::GetLongCompte(m_fiche.compte);
+    const std::string court = CompacteTexte(m_app.Magasin.GetShortCompte(longue));
+    const std::string texte =
+        m_contexte.Globales.json
+            ? LigneJson().Texte("compte", longue).Texte("code", CompacteTexte(m_fiche.code)).Fin()
+            : VersUtf8("Compte " + court + ' ' + fait) + "\n";
+    return m_contexte.Ecrit(texte) ? StatutFait : StatutRefuse;
+  }
+
+  int Liste() {
+    const ListeComptes liste = FormeNommee(m_options.forme).liste;
+    m_app.AfficherDouble = Parametres::IsOui(m_app.Reglages.LitIniExercice({}, Texte(CleAfficherDouble)));
+    std::vector<std::string> titres;
+    std::size_t gauches = 0;
+    const std::string colonnes = ColonnesComptes(liste, m_app.AfficherDouble);
+    for (unsigned i = 0; i < ComptePartie(colonnes, '|'); i += 3) {
+      titres.push_back(ChampTexte(i, colonnes, '|'));
+      if (ChampTexte(i + 1, colonnes, '|') == "L") ++gauches;
+    }
+    Tableau tableau;
+    tableau.Ajoute(titres);
+    CPlan plan(m_app, m_app.PathExercice);
+    if (!plan.OpenFile()) return m_contexte.RefuseMagasin();
+    for (const Position position : PositionsComptes(m_app, liste)) {
+      if (!plan.ReadRec(position)) return m_contexte.RefuseMagasin();
+      const std::string ligne = LigneCompte(m_app, liste, *plan.Rec);
+      std::vector<std::string> champs;
+      for (unsigned i = 0; i < titres.size(); ++i) champs.push_back(ChampTexte(i, ligne, '|'));
+      if (!m_contexte.Globales.json) {
+        tableau.Ajoute(std::move(champs));
+        continue;
+      }
+      LigneJson objet;
+      for (std::size_t i = 0; i < titres.size(); ++i) objet.Texte(VersUtf8(titres[i]).c_str(), champs[i]);
+      if (!m_contexte.Ecrit(objet.Fin())) return StatutRefuse;
+    }
+    return m_contexte.Globales.json || m_contexte.Ecrit(tableau.Texte(gauches)) ? StatutFait : StatutRefuse;
+  }
+
+  Contexte& m_contexte;
+  CFenlorApp& m_app;
+  const OptionsCompte& m_options;
+  const Forme* m_forme = nullptr;
+  FicheCompte m_fiche;
+};
+
+}  // namespace
+
+int CommandeCompte(Contexte& contexte, const OptionsCompte& options) {
+  return contexte.OuvreExercice() ? CommandeFiche(contexte, options).Execute() : int{StatutRefuse};
+}
+
+}  // namespace fenlor

@@ -1,0 +1,372 @@
+#include "master/comptes.h"
+
+#include <algorithm>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "master/lotreglages.h"
+#include "master/utilisationcompte.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr u32 CleNumero = 0;
+constexpr f64 ToutProfessionnel = 100;
+
+std::string CodeDe(const Plan& compte) { return CompacteTexte(LitTexte(compte.Code)); }
+
+std::string Court(CFenlorApp& app, const std::string& compte) {
+  return CompacteTexte(app.Magasin.GetShortCompte(compte));
+}
+
+ResultatMaster Refuse(CFenlorApp& app, unsigned erreur, const char* champ,
+                      std::initializer_list<std::string> arguments = {}) {
+  app.ReportErreur(erreur, arguments);
+  return {erreur, champ};
+}
+
+ResultatMaster RefuseMagasin(CFenlorApp& app) {
+  return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+}
+
+bool Lit(CFenlorApp& app, Position position, Plan& compte) {
+  CPlan plan(app, app.PathExercice);
+  if (!plan.OpenFile() || !plan.ReadRec(position)) return false;
+  compte = *plan.Rec;
+  return true;
+}
+
+/// An account other than that at `position` holds the code; `type` -1: of any type. Quick
+/// entry looks codes up without regard to case, so two that differ by it alone are the same.
+bool CodePris(CFenlorApp& app, const std::string& code, Position position, int type = -1) {
+  CPlan plan(app, app.PathExercice);
+  bool pris = false;
+  if (plan.OpenFile())
+    app.Magasin.QVParcoursCle(plan.NumCle, {}, {}, [&](Position autre, const void* rec) {
+      const Plan& compte = *static_cast<const Plan*>(rec);
+      pris = autre != position && (type < 0 || compte.Type == type) &&
+             CompareSansCasse(CodeDe(compte), code) == 0;
+      return !pris;
+    });
+  return pris;
+}
+
+bool NumeroPris(CFenlorApp& app, const std::string& compte, Position position) {
+  CPlan plan(app, app.PathExercice);
+  PoseTexte(plan.Rec->Compte, compte);
+  return plan.OpenFile() && plan.Find(CleNumero) && plan.GetPos() != position;
+}
+
+unsigned ErreurNumeroPris(FormeCompte forme) { return forme == FormeCompte::RecettesDepenses ? 3070 : 3092; }
+
+/// The settings of a bank stand in a section of its code.
+bool EstPartieDesReglages(CFenlorApp& app, const std::string& code) {
+  constexpr unsigned sections[] = {SecActivite, SecPreferences,   SecFenlor,      SecComptes,
+                                   SecTauxEuro, SecRapprochement, SecAssociation, SecComptable,
+                                   Sec2035,     SecTresorerie,    SecFraisKm,     SecRaccourcis};
+  const auto estCode = [&](const std::string& nom) { return CompareSansCasse(nom, code) == 0; };
+  const std::vector<std::string> exercices = app.Magasin.ListeExercices();
+  return std::any_of(std::begin(sections), std::end(sections),
+                     [&](unsigned section) { return estCode(Texte(section)); }) ||
+         std::any_of(exercices.begin(), exercices.end(), estCode);
+}
+
+/// Name and address of a bank follow its code.
+bool DeplaceAdresse(CFenlorApp& app, const std::string& ancien, const std::string& code) {
+  Profil& reglages = app.Magasin.Reglages();
+  if (ancien.empty() || CompareSansCasse(ancien, code) == 0 || !reglages.Existe(ancien) ||
+      reglages.Existe(code) || EstPartieDesReglages(app, ancien))
+    return true;
+  LotReglages lot(app);
+  for (const unsigned cle : {CleIdentification, CleCompteBancaire}) {
+    const std::string valeur = reglages.Lit(ancien, Texte(cle));
+    if (valeur.empty()) continue;
+    lot.PoseBrut(code, Texte(cle), valeur);
+    lot.Supprime(ancien, Texte(cle));
+  }
+  return lot.Ecrit();
+}
+
+std::size_t LongueurNumero(const std::string& compte) {
+  return static_cast<std::size_t>(std::count_if(compte.begin(), compte.end(), [](char c) {
+    return static_cast<unsigned char>(c) > 32 && c != '\xA0';
+  }));
+}
+
+/// One saving: the checks of a form in their order, then the record.
+class Enregistrement {
+ public:
+  Enregistrement(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche)
+      : m_app(app),
+        m_forme(forme),
+        m_fiche(fiche),
+        m_code(CompacteTexte(fiche.code)),
+        m_compte(QVAPI::GetLongCompte(fiche.compte)),
+        m_type(forme == FormeCompte::Tresorerie ? i16{Tresorerie} : fiche.type) {}
+
+  ResultatMaster Fait() {
+    if (m_fiche.position != 0 && !Lit(m_app, m_fiche.position, m_rec)) return {3049, ""};
+    m_avant = m_rec;
+    using Controle = ResultatMaster (Enregistrement::*)() const;
+    for (const Controle controle :
+         {&Enregistrement::Limites, &Enregistrement::Obligatoires, &Enregistrement::Fige,
+          &Enregistrement::Reserve, &Enregistrement::SoldeCrediteur, &Enregistrement::Classe,
+          &Enregistrement::Doubles})
+      if (const ResultatMaster r = (this->*controle)(); !r) return r;
+    Remplit();
+    return Ecrit();
+  }
+
+ private:
+  bool Ajout() const { return m_fiche.position == 0; }
+  bool Est(FormeCompte forme) const { return m_forme == forme; }
+  std::string AncienNumero() const { return LitTexte(m_avant.Compte); }
+
+  ResultatMaster Limites() const {
+    if (Est(FormeCompte::RecettesDepenses) && !Ajout() && EstComptePersonnel(m_app, AncienNumero()))
+      return Refuse(m_app, ErrComptePersonnel, "", {Court(m_app, AncienNumero())});
+    const struct {
+      const char* champ;
+      std::size_t longueur, limite;
+    } textes[] = {{"code", m_code.size(), sizeof m_rec.Code - 1},
+                  {"compte", LongueurNumero(m_fiche.compte), sizeof m_rec.Compte - 1},
+                  {"designation", m_fiche.designation.size(), sizeof m_rec.Designation - 1},
+                  {"rubrique", m_fiche.rubrique.size(), sizeof m_rec.Rubrique - 1}};
+    for (const auto& texte : textes)
+      if (texte.longueur > texte.limite)
+        return Refuse(m_app, ErrTexteTropLong, texte.champ, {texte.champ, std::to_string(texte.limite)});
+    return {};
+  }
+
+  ResultatMaster Obligatoires() const {
+    if (m_code.empty()) return Refuse(m_app, 3057, "code");
+    if (m_compte.empty()) return Refuse(m_app, 3091, "compte");
+    return {};
+  }
+
+  ResultatMaster Fige() const {
+    if (Ajout()) return {};
+    const bool numero = m_compte != AncienNumero(), type = m_type != m_avant.Type;
+    const char* champ = numero ? "compte" : "type";
+    if (ADesMouvements(m_avant)) {
+      if (numero || type) return Refuse(m_app, ErrCompteMouvemente, champ);
+      if (m_type == Tva && Est(FormeCompte::PlanComptable) && m_fiche.tauxTVA != m_avant.TauxTVA)
+        return Refuse(m_app, 3100, "taux");
+    }
+    if (!numero && !type) return {};
+    const std::string utilisation = UtilisationCompte(m_app, AncienNumero());
+    return utilisation.empty()
+               ? ResultatMaster{}
+               : Refuse(m_app, ErrCompteUtiliseChange, champ, {Court(m_app, AncienNumero()), utilisation});
+  }
+
+  ResultatMaster Reserve() const {
+    if (m_type != Tresorerie || (!Ajout() && m_avant.Type == Tresorerie && m_code == CodeDe(m_avant)) ||
+        !EstPartieDesReglages(m_app, m_code))
+      return {};
+    return Refuse(m_app, ErrCodeReserve, "code", {m_code});
+  }
+
+  ResultatMaster SoldeCrediteur() const {
+    if (m_type == Tresorerie && m_fiche.creditInitial != 0 &&
+        m_app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSoldeCrediteur) == RepOui)
+      return {QuestionSoldeCrediteur, "credit"};
+    return {};
+  }
+
+  ResultatMaster Classe() const {
+    if (Est(FormeCompte::Tresorerie)) {
+      const std::string classe =
+          CompacteTexte(m_app.Reglages.LitIni(Texte(SecTresorerie), Texte(CleClasse)).substr(0, 11));
+      if (!m_compte.starts_with(classe)) return Refuse(m_app, 3090, "compte");
+    }
+    if (Est(FormeCompte::PlanComptable) && !ClasseJuste(m_type, m_compte) &&
+        m_app.MessageId(BoutonsOuiNon | IconeQuestion, 3047) != RepOui)
+      return {3047, "type"};
+    return {};
+  }
+
+  ResultatMaster Doubles() const {
+    // An account that holds the number would be replaced without a word.
+    if (NumeroPris(m_app, m_compte, m_fiche.position))
+      return Refuse(m_app, ErreurNumeroPris(m_forme), "compte");
+    if (Ajout() && !Est(FormeCompte::RecettesDepenses) && CodePris(m_app, m_code, 0, Tresorerie))
+      return Refuse(m_app, 3110, "code");
+    return {};
+  }
+
+  void Remplit() {
+    PoseTexte(m_rec.Compte, m_compte);
+    PoseTexte(m_rec.Code, m_code);
+    PoseTexte(m_rec.Designation, m_fiche.designation);
+    m_rec.Type = m_type;
+    if (Ajout()) m_rec.PartPro = ToutProfessionnel;
+    if (!Est(FormeCompte::RecettesDepenses)) RemplitTresorerie();
+    if (!Est(FormeCompte::Tresorerie)) RemplitRepartition();
+  }
+
+  void RemplitTresorerie() {
+    const bool tresorerie = m_type == Tresorerie;
+    m_rec.TypeTresorerie = tresorerie && m_fiche.banque ? 1 : 0;
+    if (!tresorerie && m_avant.Type == m_type) return;
+    const f64 solde = tresorerie ? m_fiche.creditInitial - m_fiche.debitInitial : 0;
+    const f64 taux = m_app.Magasin.GetTauxEuro(m_app.Magasin.Today());
+    const bool euro = m_app.Reglages.IsEuro();
+    m_rec.SoldeInitialEuro = euro ? solde : QVAPI::ConvertFrancToEuro(taux, solde);
+    m_rec.SoldeInitialFranc = euro ? QVAPI::ConvertEuroToFranc(taux, solde) : solde;
+  }
+
+  void RemplitRepartition() {
+    PoseTexte(m_rec.Rubrique, m_type == Tresorerie ? std::string() : NormaliseRubrique(m_fiche.rubrique));
+    PoseTexte(m_rec.CompteTVA, {});
+    m_rec.TauxTVA = m_type == Tva ? m_fiche.tauxTVA : 0;
+    const std::string compteTVA = QVAPI::GetLongCompte(m_fiche.compteTVA);
+    if ((m_type == Recette || m_type == Depense) && !compteTVA.empty() && m_app.Reglages.IsTVA())
+      for (const ChoixTVA& choix : ChoixComptesTVA(m_app))
+        if (choix.compte == compteTVA) {
+          PoseTexte(m_rec.CompteTVA, compteTVA);
+          m_rec.TauxTVA = choix.taux;
+        }
+    m_rec.PartPro =
+        m_type == Depense && !EstComptePersonnel(m_app, m_compte) ? m_fiche.partPro : ToutProfessionnel;
+  }
+
+  ResultatMaster Ecrit() {
+    CPlan plan(m_app, m_app.PathExercice);
+    if (!plan.OpenFile()) return {3011, ""};
+    QVAPI::Unite unite(m_app.Magasin);
+    if (!plan.Delete(m_fiche.position)) return {3049, ""};
+    *plan.Rec = m_rec;
+    if (!plan.Add()) return {3049, ""};
+    if (!unite.Valide()) return RefuseMagasin(m_app);
+    const bool etaitTresorerie = !Ajout() && m_avant.Type == Tresorerie;
+    m_fiche.position = plan.GetPos();
+    if (etaitTresorerie && m_type == Tresorerie && !DeplaceAdresse(m_app, CodeDe(m_avant), m_code)) {
+      Profil& reglages = m_app.Magasin.Reglages();
+      m_app.ReportErreur(ErrReglages, {reglages.Chemin(), m_app.Magasin.QVErreurTexte(reglages.Erreur())});
+    }
+    return {};
+  }
+
+  CFenlorApp& m_app;
+  const FormeCompte m_forme;
+  FicheCompte& m_fiche;
+  const std::string m_code, m_compte;
+  const i16 m_type;
+  Plan m_rec{}, m_avant{};
+};
+
+}  // namespace
+
+bool ADesMouvements(const Plan& compte) {
+  return compte.CreditFranc != 0 || compte.CreditEuro != 0 || compte.DebitFranc != 0 || compte.DebitEuro != 0;
+}
+
+FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type) {
+  FicheCompte fiche;
+  fiche.type = type;
+  if (forme == FormeCompte::Tresorerie) {
+    fiche.type = Tresorerie;
+    fiche.compte = ProposeNumeroTresorerie(app, fiche.banque);
+  }
+  return fiche;
+}
+
+bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte) {
+  if (!Lit(app, position, compte)) return false;
+  const std::string numero = LitTexte(compte.Compte);
+  const f64 initial = app.Reglages.IsEuro() ? compte.SoldeInitialEuro : compte.SoldeInitialFranc;
+  fiche = FicheCompte{};
+  fiche.position = position;
+  fiche.code = CodeDe(compte);
+  fiche.compte = Court(app, numero);
+  fiche.designation = LitTexte(compte.Designation);
+  fiche.type = compte.Type;
+  fiche.rubrique = LitTexte(compte.Rubrique);
+  fiche.compteTVA = LitTexte(compte.CompteTVA);
+  fiche.tauxTVA = compte.TauxTVA;
+  fiche.partPro =
+      compte.Type == Depense && !EstComptePersonnel(app, numero) ? compte.PartPro : ToutProfessionnel;
+  fiche.banque = compte.TypeTresorerie != 0;
+  fiche.debitInitial = initial < 0 ? -initial : 0;
+  fiche.creditInitial = initial > 0 ? initial : 0;
+  return true;
+}
+
+bool EstComptePersonnel(CFenlorApp& app, const std::string& compte) {
+  const std::string longue = QVAPI::GetLongCompte(compte);
+  return !longue.empty() && longue == app.Magasin.GetComptePerso();
+}
+
+std::string ProposeNumeroTresorerie(CFenlorApp& app, bool banque) {
+  const std::string section = Texte(SecActivite), cle = Texte(banque ? CleRadicalBanque : CleRadicalCaisse);
+  std::string radical = CompacteTexte(app.Reglages.LitIni(section, cle));
+  if (radical.empty()) {
+    radical = Texte(banque ? RadicalBanqueDefaut : RadicalCaisseDefaut);
+    app.Reglages.EcritIni(section, cle, radical);
+  }
+  // A long radical leaves few digits; numbers repeat once they are cut at ten characters.
+  constexpr unsigned dernier = 9999;
+  for (unsigned n = 1; n <= dernier; ++n) {
+    const std::string compte = QVAPI::GetLongCompte(radical + std::to_string(n));
+    if (!NumeroPris(app, compte, 0)) return Court(app, compte);
+  }
+  return {};
+}
+
+bool ClasseJuste(i16 type, const std::string& compte) {
+  const char classe = compte.empty() ? '\0' : compte.front();
+  switch (type) {
+    case Tresorerie:
+      return classe == '5';
+    case Recette:
+      return classe == '7';
+    case Depense:
+      return classe == '6';
+    case Tva:
+      return classe == '4';
+    default:
+      return classe < '4' || classe > '7';
+  }
+}
+
+ResultatMaster ControleCode(CFenlorApp& app, FormeCompte, const FicheCompte& fiche) {
+  const std::string code = CompacteTexte(fiche.code);
+  return code.empty() || !CodePris(app, code, fiche.position) ? ResultatMaster{} : Refuse(app, 3058, "code");
+}
+
+ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche) {
+  const std::string compte = QVAPI::GetLongCompte(fiche.compte);
+  if (compte.empty() || !NumeroPris(app, compte, fiche.position)) return {};
+  return Refuse(app, ErreurNumeroPris(forme), "compte");
+}
+
+ResultatMaster EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche) {
+  if (app.Reglages.IsExerciceCloture()) return {};
+  return Enregistrement(app, forme, fiche).Fait();
+}
+
+ResultatMaster SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056, "");
+  Plan compte{};
+  if (position == 0) return {};
+  if (!Lit(app, position, compte)) return {3049, ""};
+  const bool simple = forme == FormeCompte::RecettesDepenses;
+  if (ADesMouvements(compte)) {
+    const unsigned message = simple ? InfoCompteMouvemente : InfoTresorerieMouvementee;
+    app.MessageId(BoutonsOk | IconeAttention, message);
+    return {message, ""};
+  }
+  const std::string numero = LitTexte(compte.Compte), court = Court(app, numero);
+  if (const std::string utilisation = UtilisationCompte(app, numero); !utilisation.empty())
+    return Refuse(app, ErrCompteUtilise, "", {court, utilisation});
+  const unsigned question = simple ? QuestionSupprimeCompte : QuestionSupprimeTresorerie;
+  if (app.MessageId(BoutonsOuiNon | IconeQuestion, question, {simple ? court : CodeDe(compte)}) != RepOui)
+    return {question, ""};
+  CPlan plan(app, app.PathExercice);
+  return plan.OpenFile() && plan.Delete(position) ? ResultatMaster{} : ResultatMaster{3049, ""};
+}
+
+}  // namespace fenlor

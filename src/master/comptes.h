@@ -1,0 +1,108 @@
+// Rules of the accounts: receipts and expenses, treasury, and the whole chart.
+// What a form holds is one value; saving runs the checks of that form in their
+// order and replaces the record in one unit of work.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/btfiles.h"
+
+namespace fenlor {
+
+/// Which form an account is edited in. Checks, their order and their texts differ.
+enum class FormeCompte { RecettesDepenses, Tresorerie, PlanComptable };
+
+/// Outcome of a rule. A refusal has been told by `CFenlorApp::Boite`.
+struct ResultatMaster {
+  unsigned erreur = 0;  ///< number of the message or of the question that stopped; 0: done
+  /// Field to point at, or none: "code", "compte", "designation", "rubrique", "type", "taux",
+  /// "credit", "formule".
+  const char* champ = "";
+  explicit operator bool() const { return erreur == 0; }
+};
+
+/// What a form holds of an account. Texts as typed, Windows-1252; amounts in the
+/// exercice's currency.
+struct FicheCompte {
+  Position position = 0;  ///< of the record, 0 for a new account
+  std::string code;
+  std::string compte;  ///< any form; stored as the long one
+  std::string designation;
+  i16 type = 1;                             ///< TypeCompte
+  std::string rubrique;                     ///< code of the heading, empty for none
+  std::string compteTVA;                    ///< long number of the VAT account, empty for none
+  f64 tauxTVA = 0;                          ///< percent; typed for type 3 alone, else that of `compteTVA`
+  f64 partPro = 100;                        ///< percent
+  bool banque = true;                       ///< treasury: bank account, else cash
+  f64 debitInitial = 0, creditInitial = 0;  ///< treasury: one of them is 0
+};
+
+/// Derived figures of an account in one currency; solde is credit minus debit.
+struct SoldesCompte {
+  f64 debit = 0, credit = 0, solde = 0;
+  f64 initial = 0, reel = 0, rapproche = 0;         ///< treasury
+  f64 professionnel = 0, ht = 0, tva = 0, ttc = 0;  ///< receipts and expenses
+};
+SoldesCompte SoldesDe(const Plan& compte, bool euro);
+/// Any of the four totals is not 0: number and type are fixed, and it cannot be deleted.
+bool ADesMouvements(const Plan& compte);
+
+/// A form for a new account: type, bank box, proposed number of a treasury account.
+FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type);
+/// False, told, when there is no such record.
+bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte);
+/// The personal distribution account: the system's own, read only in its form.
+bool EstComptePersonnel(CFenlorApp& app, const std::string& compte);
+/// First free number "radical n", short form; a blank radical is written back with its default.
+std::string ProposeNumeroTresorerie(CFenlorApp& app, bool banque);
+/// Class rule on the long number: 5 treasury, 7 receipts, 6 expenses, 4 VAT, another one the rest.
+bool ClasseJuste(i16 type, const std::string& compte);
+
+/// Leaving the code or number field: 0, or the error (told) when another account has it. A code
+/// is compared without blanks around it and without regard to case, as quick entry looks it up.
+/// Saving does not look for a code again: whoever saves without leaving the field asks before.
+ResultatMaster ControleCode(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
+ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
+/// All checks of the form in their order, then delete and add in one unit; nothing is
+/// written on a closed exercice, which is a success. `fiche.position` becomes the new one.
+/// What the form does not hold of the record stays, the totals above all. A `compteTVA` that is
+/// no VAT account counts as none. A bank's name and address follow its code.
+///
+/// Refused besides, as the forms prevent it in their fields: the personal distribution account
+/// in its receipts and expenses form (3254); a text longer than its field (3206); another number
+/// or type of an account that has movements (3253) or that special accounts, the VAT of other
+/// accounts, bank operations or automatic entries name (3252); another rate of a VAT account
+/// that has movements (3100, "taux"); the number of another account, which the record would
+/// replace (3070, 3092); a treasury code that is a section of the settings or an exercice (3250).
+ResultatMaster EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche);
+/// Closed exercice, movements, what else names the account (3251, as for 3252), then the
+/// question. Done, or nothing to do for position 0: `erreur` 0. The settings of a bank stay.
+ResultatMaster SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position);
+
+/// A row of the list of headings of a side (all of them for a type other than receipts and
+/// expenses), and of the list of VAT accounts.
+struct ChoixRubrique {
+  std::string code;   ///< three characters
+  std::string texte;  ///< as the list shows it
+};
+std::vector<ChoixRubrique> RubriquesDuType(CFenlorApp& app, i16 type);
+struct ChoixTVA {
+  std::string compte;  ///< long number
+  std::string texte;   ///< "19,60% TVA01 4451"
+  f64 taux = 0;
+};
+std::vector<ChoixTVA> ChoixComptesTVA(CFenlorApp& app);
+
+/// Which accounts a list shows; in order of their number.
+enum class ListeComptes { Recettes, Depenses, Tresorerie, PlanComptable };
+std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste);
+/// Column specification of a list: single display, or both currencies.
+std::string ColonnesComptes(ListeComptes liste, bool deuxMonnaies);
+/// Fields of a row, "a|b|c", for the session's `AfficherDouble`. Single display: Franc when the
+/// exercice's name as a number is below 2002, Euro otherwise.
+std::string LigneCompte(CFenlorApp& app, ListeComptes liste, const Plan& compte);
+/// Order of two accounts by a column of that list, texts without regard to case.
+int CompareComptesColonne(CFenlorApp& app, ListeComptes liste, const Plan& a, const Plan& b, int colonne);
+
+}  // namespace fenlor

@@ -1,0 +1,65 @@
+#include "master/forms/dialogplan.h"
+
+#include <QPushButton>
+
+#include "core/textes.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+CDialogPlan::CDialogPlan(ContexteUi& contexte, ComptesView* vue, i16 type, Position position, QWidget* parent)
+    : DialogCompte(contexte, "DialogPlan", FormeCompte::RecettesDepenses, type, vue, position, parent),
+      m_affectation(contexte.App),
+      m_soldes(contexte.App),
+      m_repartition(contexte.App) {
+  Formulaire formulaire{Zone()};
+  ChampCode(formulaire, u"Code :"_s);
+  ChampNumero(formulaire, u"Compte :"_s);
+  ChampDesignation(formulaire, u"Désignation :"_s);
+  m_affectation.Declare(formulaire);
+  m_soldes.Declare(formulaire, {{"T.T.C. :", "ttc", &SoldesCompte::ttc},
+                                {"H.T. :", "ht", &SoldesCompte::ht},
+                                {"Professionnel :", "professionnel", &SoldesCompte::professionnel},
+                                {"T.V.A. :", "montantTva", &SoldesCompte::tva}});
+  m_repartition.Declare(formulaire);
+  formulaire.Pousse();
+  Ouvre();
+}
+
+bool CDialogPlan::Nouveau(ContexteUi& contexte, QWidget* parent) {
+  CFenlorApp& app = contexte.App;
+  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(3056);
+  const int reponse = app.MessageId(BoutonsNonOuiAnnuler | IconeQuestion, QuestionCompteRecettes);
+  if (reponse != RepOui && reponse != RepNon) return false;
+  CDialogPlan forme(contexte, nullptr, reponse == RepOui ? i16{Recette} : i16{Depense}, 0, parent);
+  forme.exec();
+  return forme.AChange();
+}
+
+void CDialogPlan::Montre() {
+  DialogCompte::Montre();
+  const bool personnel = !Ajout() && EstComptePersonnel(App(), Fiche().compte);
+  m_affectation.Montre(Fiche());
+  m_soldes.Montre(Compte());
+  m_repartition.Montre(Fiche(), Type() == Depense && !personnel);
+  FigeChamp(Code(), personnel);
+  FigeChamp(Designation(), personnel);
+  if (personnel) FigeChamp(Numero(), true);
+  m_affectation.PermetRubrique(!personnel);
+  m_affectation.PermetTVA(!personnel);
+  if (auto* ok = findChild<QPushButton*>(u"ok"_s)) ok->setEnabled(!personnel);
+}
+
+void CDialogPlan::Lit(FicheCompte& fiche) const {
+  DialogCompte::Lit(fiche);
+  m_affectation.Lit(fiche);
+  m_repartition.Lit(fiche);
+}
+
+void CDialogPlan::Vide() {
+  DialogCompte::Vide();
+  m_affectation.Vide();
+}
+
+}  // namespace fenlor

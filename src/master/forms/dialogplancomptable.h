@@ -1,0 +1,34 @@
+// `CDialogPlanComptable`: an account of any type.
+#pragma once
+
+#include "master/forms/champscompte.h"
+#include "master/forms/dialogcompte.h"
+
+namespace fenlor {
+
+/// What can be typed follows the type of the account.
+class CDialogPlanComptable : public DialogCompte {
+  Q_OBJECT
+ public:
+  /// `vue` may be null; `position` 0 adds.
+  CDialogPlanComptable(ContexteUi& contexte, ComptesView* vue, Position position, QWidget* parent = nullptr);
+
+ protected:
+  void Montre() override;
+  void Lit(FicheCompte& fiche) const override;
+  void Vide() override;
+  i16 Type() const override { return static_cast<i16>(m_type.currentIndex()); }
+
+ private:
+  void DeclareTaux(Formulaire& formulaire);
+  void ChangeType();
+  void MontreType(const FicheCompte& fiche);
+  EditeurChoix m_type;
+  ChampsTresorerie m_tresorerie;
+  ChampsAffectation m_affectation;
+  EditeurMontant m_taux;
+  QLabel* m_pourcent = nullptr;
+  ChampsRepartition m_repartition;
+};
+
+}  // namespace fenlor

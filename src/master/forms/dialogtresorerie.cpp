@@ -1,0 +1,43 @@
+#include "master/forms/dialogtresorerie.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+CDialogTresorerie::CDialogTresorerie(ContexteUi& contexte, ComptesView* vue, Position position,
+                                     QWidget* parent)
+    : DialogCompte(contexte, "DialogTresorerie", FormeCompte::Tresorerie, Tresorerie, vue, position, parent),
+      m_tresorerie(contexte.App) {
+  Formulaire formulaire{Zone()};
+  ChampCode(formulaire, u"&Code :"_s);
+  ChampNumero(formulaire, u"Com&pte :"_s);
+  ChampDesignation(formulaire, u"&Désignation :"_s);
+  m_tresorerie.Declare(formulaire);
+  m_tresorerie.DeclareSoldes(formulaire);
+  formulaire.Pousse();
+  connect(&m_tresorerie.Banque(), &QCheckBox::clicked, this, [this] { ProposeNumero(); });
+  Ouvre();
+}
+
+void CDialogTresorerie::ProposeNumero() {
+  if (Ajout()) Numero().Pose(ProposeNumeroTresorerie(App(), m_tresorerie.Banque().isChecked()));
+}
+
+void CDialogTresorerie::Montre() {
+  DialogCompte::Montre();
+  m_tresorerie.Montre(Fiche(), Compte());
+}
+
+void CDialogTresorerie::Lit(FicheCompte& fiche) const {
+  DialogCompte::Lit(fiche);
+  m_tresorerie.Lit(fiche);
+}
+
+FicheCompte CDialogTresorerie::Suivante() {
+  FicheCompte fiche = DialogCompte::Suivante();
+  fiche.banque = m_tresorerie.Banque().isChecked();
+  fiche.compte = ProposeNumeroTresorerie(App(), fiche.banque);
+  return fiche;
+}
+
+}  // namespace fenlor

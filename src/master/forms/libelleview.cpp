@@ -1,0 +1,140 @@
+#include "master/forms/libelleview.h"
+
+#include <algorithm>
+
+#include "core/textes.h"
+#include "master/forms/dialoglibelle.h"
+#include "master/libelles.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007, Aide = 9002, Copier = 9006;
+
+/// The separator of a row's fields is none inside a label.
+std::string Affiche(std::string libelle) {
+  std::replace(libelle.begin(), libelle.end(), '|', '\xA6');
+  return libelle;
+}
+
+}  // namespace
+
+CLibelleView::CLibelleView(ContexteUi& contexte) : CZNListView(contexte, Texte(TitreLibelles), FenLibelles) {
+  Table().Modele().DerniereFixe(true);
+  Table().SetColonnesId(ColonnesLibelles);
+}
+
+void CLibelleView::Charge() {
+  CZNListView::Charge();
+  if (m_lu) return;
+  const auto ferme = [this] { (parentWidget() ? parentWidget() : this)->close(); };
+  QMetaObject::invokeMethod(this, ferme, Qt::QueuedConnection);
+}
+
+void CLibelleView::FillList() {
+  std::vector<std::string> lus;
+  m_lu = LitLibelles(App(), lus);
+  if (!m_lu) return;
+  m_libelles.clear();
+  std::vector<ModeleListe::Donnee> lignes;
+  for (std::string& libelle : lus) {
+    m_libelles[++m_derniere] = std::move(libelle);
+    lignes.push_back(m_derniere);
+  }
+  lignes.push_back(0);
+  Table().Modele().Remplit(std::move(lignes));
+}
+
+bool CLibelleView::Relit() {
+  Actualise(Bit());
+  return m_lu;
+}
+
+std::string CLibelleView::TexteDe(ModeleListe::Donnee donnee) {
+  const auto libelle = m_libelles.find(donnee);
+  return libelle == m_libelles.end() ? std::string() : Affiche(libelle->second);
+}
+
+int CLibelleView::NbLibelles() const { return static_cast<int>(m_libelles.size()); }
+
+std::string CLibelleView::Libelle(int ligne) const { return m_libelles.at(Table().Modele().DonneeDe(ligne)); }
+
+std::vector<std::string> CLibelleView::Libelles() const {
+  std::vector<std::string> libelles;
+  for (int i = 0; i < NbLibelles(); ++i) libelles.push_back(Libelle(i));
+  return libelles;
+}
+
+bool CLibelleView::Insere(const std::string& libelle) {
+  const int choisie = Table().LigneChoisie();
+  const int ligne = choisie < 0 ? NbLibelles() : std::min(choisie, NbLibelles());
+  std::vector<std::string> libelles = Libelles();
+  libelles.insert(libelles.begin() + ligne, libelle);
+  if (!EcritLibelles(App(), libelles)) return false;
+  m_libelles[++m_derniere] = libelle;
+  Table().Modele().Insere(ligne, Affiche(libelle), m_derniere);
+  if (choisie >= 0) Table().SelectionneLigne(Table().LigneChoisie());
+  Table().scrollTo(Table().Modele().index(ligne, 0));
+  return true;
+}
+
+bool CLibelleView::Change(int ligne, const std::string& libelle) {
+  std::vector<std::string> libelles = Libelles();
+  libelles.at(static_cast<std::size_t>(ligne)) = libelle;
+  if (!EcritLibelles(App(), libelles)) return false;
+  const ModeleListe::Donnee donnee = Table().Modele().DonneeDe(ligne);
+  m_libelles[donnee] = libelle;
+  Table().Modele().Change(ligne, Affiche(libelle), donnee);
+  return true;
+}
+
+std::vector<unsigned> CLibelleView::MenuContextuel() const {
+  return {Copier, Ajouter, Modifier, Supprimer, 0, Aide};
+}
+
+bool CLibelleView::Connait(unsigned commande) const {
+  return (commande >= Ajouter && commande <= Supprimer) || CZNListView::Connait(commande);
+}
+
+bool CLibelleView::Disponible(unsigned commande) const {
+  if (commande == Ajouter) return true;
+  if (commande == Modifier || commande == Supprimer) return Table().DonneeChoisie() != 0;
+  return CZNListView::Disponible(commande);
+}
+
+void CLibelleView::Execute(unsigned commande) {
+  if (commande == Ajouter || commande == Modifier) return Saisit(commande == Ajouter);
+  if (commande == Supprimer) return Supprime();
+  CZNListView::Execute(commande);
+}
+
+void CLibelleView::Active() { Execute(Table().DonneeChoisie() != 0 ? Modifier : Ajouter); }
+
+void CLibelleView::Saisit(bool ajout) {
+  if (ajout && App().Reglages.IsExerciceCloture()) {
+    App().ReportErreur(3056);
+    return;
+  }
+  if (!Relit() || (!ajout && Table().DonneeChoisie() == 0)) return;
+  CDialogLibelle(Contexte(), *this, ajout ? -1 : Table().LigneChoisie()).exec();
+}
+
+void CLibelleView::Supprime() {
+  if (App().Reglages.IsExerciceCloture()) {
+    App().ReportErreur(3056);
+    return;
+  }
+  if (!Relit() || Table().DonneeChoisie() == 0) return;
+  const int ligne = Table().LigneChoisie();
+  constexpr unsigned style = BoutonsOuiNon | IconeQuestion;
+  if (App().MessageId(style, QuestionSupprimeLibelle, {Libelle(ligne)}) != RepOui) return;
+  std::vector<std::string> libelles = Libelles();
+  libelles.erase(libelles.begin() + ligne);
+  if (!EcritLibelles(App(), libelles)) return;
+  m_libelles.erase(Table().Modele().DonneeDe(ligne));
+  Table().Modele().Supprime(ligne);
+  Table().SelectionneLigne(ligne);
+}
+
+}  // namespace fenlor

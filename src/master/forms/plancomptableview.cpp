@@ -1,0 +1,16 @@
+#include "master/forms/plancomptableview.h"
+
+#include "core/textes.h"
+#include "master/forms/dialogplancomptable.h"
+
+namespace fenlor {
+
+CPlanComptableView::CPlanComptableView(ContexteUi& contexte)
+    : ComptesView(contexte, TitrePlanComptable, FenPlanComptable, ListeComptes::PlanComptable,
+                  FormeCompte::PlanComptable) {}
+
+std::unique_ptr<DialogCompte> CPlanComptableView::Forme(Position position) {
+  return std::make_unique<CDialogPlanComptable>(Contexte(), this, position);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,17 @@
+// `CPlanComptableView`: all accounts of the exercice, in order of their number.
+#pragma once
+
+#include "master/forms/comptesview.h"
+
+namespace fenlor {
+
+class CPlanComptableView : public ComptesView {
+  Q_OBJECT
+ public:
+  explicit CPlanComptableView(ContexteUi& contexte);
+
+ protected:
+  std::unique_ptr<DialogCompte> Forme(Position position) override;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,19 @@
+#include "master/forms/planview.h"
+
+#include "core/textes.h"
+#include "master/forms/dialogplan.h"
+
+namespace fenlor {
+
+CPlanView::CPlanView(ContexteUi& contexte, i16 type)
+    : ComptesView(contexte, type == Recette ? TitreComptesRecettes : TitreComptesDepenses,
+                  type == Recette ? FenComptesRecettes : FenComptesDepenses,
+                  type == Recette ? ListeComptes::Recettes : ListeComptes::Depenses,
+                  FormeCompte::RecettesDepenses),
+      m_type(type) {}
+
+std::unique_ptr<DialogCompte> CPlanView::Forme(Position position) {
+  return std::make_unique<CDialogPlan>(Contexte(), this, m_type, position);
+}
+
+}  // namespace fenlor

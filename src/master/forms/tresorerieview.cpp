@@ -1,0 +1,16 @@
+#include "master/forms/tresorerieview.h"
+
+#include "core/textes.h"
+#include "master/forms/dialogtresorerie.h"
+
+namespace fenlor {
+
+CTresorerieView::CTresorerieView(ContexteUi& contexte)
+    : ComptesView(contexte, TitreComptesTresorerie, FenTresorerie, ListeComptes::Tresorerie,
+                  FormeCompte::Tresorerie) {}
+
+std::unique_ptr<DialogCompte> CTresorerieView::Forme(Position position) {
+  return std::make_unique<CDialogTresorerie>(Contexte(), this, position);
+}
+
+}  // namespace fenlor

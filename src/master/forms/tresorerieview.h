@@ -1,0 +1,17 @@
+// `CTresorerieView`: the bank and cash accounts, with their balances.
+#pragma once
+
+#include "master/forms/comptesview.h"
+
+namespace fenlor {
+
+class CTresorerieView : public ComptesView {
+  Q_OBJECT
+ public:
+  explicit CTresorerieView(ContexteUi& contexte);
+
+ protected:
+  std::unique_ptr<DialogCompte> Forme(Position position) override;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,52 @@
+#include "master/formule.h"
+
+#include <algorithm>
+#include <map>
+
+#include "core/valeurs.h"
+
+namespace fenlor {
+
+std::vector<TermeFormule> TermesFormule(std::string_view formule) {
+  std::vector<TermeFormule> termes;
+  std::string reste = CompacteTexte(formule);
+  while (!reste.empty()) {
+    TermeFormule terme;
+    reste = TermeSuivant(reste, terme.texte, terme.signe);
+    termes.push_back(std::move(terme));
+  }
+  return termes;
+}
+
+bool FormuleUtilise(std::string_view formule, std::string_view terme) {
+  const std::vector<TermeFormule> termes = TermesFormule(formule);
+  return std::any_of(termes.begin(), termes.end(), [&](const auto& t) { return t.texte == terme; });
+}
+
+std::string RubriqueDuTerme(std::string_view terme) {
+  return terme.starts_with('&') ? std::string() : NormaliseRubrique(terme);
+}
+
+std::vector<std::string> BoucleDeFormule(const std::string& code, const SourceFormules& formules) {
+  std::map<std::string, std::string> venuDe;
+  std::vector<std::string> atteintes{code};
+  for (std::size_t i = 0; i < atteintes.size(); ++i) {
+    const std::string depuis = atteintes[i];
+    for (const TermeFormule& terme : TermesFormule(formules(depuis))) {
+      const std::string vers = RubriqueDuTerme(terme.texte);
+      if (vers.empty() || !venuDe.emplace(vers, depuis).second) continue;
+      if (vers != code) {
+        atteintes.push_back(vers);
+        continue;
+      }
+      std::vector<std::string> boucle{code};
+      for (std::string pas = depuis; pas != code; pas = venuDe[pas]) boucle.push_back(pas);
+      boucle.push_back(code);
+      std::reverse(boucle.begin(), boucle.end());
+      return boucle;
+    }
+  }
+  return {};
+}
+
+}  // namespace fenlor

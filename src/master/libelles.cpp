@@ -1,0 +1,111 @@
+#include "master/libelles.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+
+#include "core/textes.h"
+#include "master/rubriques.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr u64 tailleMax = 1u << 22;  // as the exercice's creation, which copies the file
+
+std::string Chemin(const CFenlorApp& app, unsigned nom) { return Joint(app.PathExercice, Texte(nom)); }
+
+int LitContenu(Fichier& fichier, std::string& contenu) {
+  Empreinte empreinte;
+  if (const int code = fichier.Mesure(empreinte)) return code;
+  if (empreinte.taille > tailleMax) return EFBIG;
+  contenu.resize(static_cast<std::size_t>(empreinte.taille));
+  std::size_t lus = 0;
+  const int code = fichier.Lit(contenu.data(), contenu.size(), 0, lus);
+  contenu.resize(code ? 0 : lus);
+  return code;
+}
+
+/// The whole file, durable but for its name, or the old one.
+int Remplace(Systeme& systeme, const std::string& chemin, const std::string& provisoire,
+             const std::string& contenu) {
+  std::unique_ptr<Fichier> fichier;
+  int code = systeme.Ouvre(provisoire, Systeme::Creation, fichier);
+  if (code) return code;
+  code = fichier->Ecrit(contenu.data(), contenu.size(), 0);
+  if (!code) code = fichier->Synchronise();
+  fichier.reset();
+  if (!code) code = systeme.Renomme(provisoire, chemin);
+  if (code) systeme.Supprime(provisoire);
+  return code;
+}
+
+int EcritContenu(CFenlorApp& app, const std::string& contenu) {
+  Systeme& systeme = app.Magasin.SystemeFichiers();
+  const std::string chemin = Chemin(app, FichierLibelles);
+  const std::string provisoire = Chemin(app, FichierLibellesProvisoire);
+  if (contenu.size() > tailleMax) return EFBIG;
+  // A file that may not be written is not to be replaced either.
+  std::unique_ptr<Fichier> fichier;
+  std::string ancien;
+  int code = systeme.Ouvre(chemin, Systeme::LectureEcriture, fichier);
+  const bool nouveau = code == ENOENT;
+  if (!code) code = LitContenu(*fichier, ancien);
+  fichier.reset();
+  if (code && !nouveau) return code;
+  if (!nouveau && ancien == contenu) return 0;
+  code = Remplace(systeme, chemin, provisoire, contenu);
+  if (code) return code;
+  code = systeme.SynchroniseDossier(DossierDe(chemin));
+  if (code && nouveau) systeme.Supprime(chemin);
+  if (code && !nouveau) Remplace(systeme, chemin, provisoire, ancien);
+  return code;
+}
+
+std::string PremiereLigne() { return Texte(LigneLibelles) + "\r\n"; }
+
+bool EstMarque(char c) { return c == '@' || c == '['; }
+
+}  // namespace
+
+std::string NormeLibelle(std::string_view texte) {
+  std::string norme(texte);
+  std::replace_if(norme.begin(), norme.end(), [](char c) { return static_cast<u8>(c) < ' '; }, ' ');
+  return NormeTexte(NormeTexte(norme).substr(0, LongueurLibelle));
+}
+
+bool LibelleRelisible(std::string_view texte) {
+  const std::string norme = NormeLibelle(texte);
+  return !norme.empty() && !EstMarque(norme.front());
+}
+
+bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles) {
+  libelles.clear();
+  const std::string chemin = Chemin(app, FichierLibelles);
+  std::unique_ptr<Fichier> fichier;
+  std::string contenu;
+  int code = app.Magasin.SystemeFichiers().Ouvre(chemin, Systeme::Lecture, fichier);
+  if (code == ENOENT)
+    code = EcritContenu(app, PremiereLigne());
+  else if (!code)
+    code = LitContenu(*fichier, contenu);
+  if (code) return app.ReportErreur(3117, {chemin});
+  for (std::string_view reste = contenu; !reste.empty();) {
+    const std::size_t fin = reste.find('\n');
+    if (const std::string libelle = NormeLibelle(reste.substr(0, fin)); LibelleRelisible(libelle))
+      libelles.push_back(libelle);
+    reste.remove_prefix(fin == std::string_view::npos ? reste.size() : fin + 1);
+  }
+  return true;
+}
+
+bool EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles) {
+  std::string contenu = PremiereLigne();
+  for (const std::string& libelle : libelles)
+    if (const std::string norme = NormeLibelle(libelle); !norme.empty()) contenu += norme + "\r\n";
+  const int code = EcritContenu(app, contenu);
+  return code == 0 ||
+         app.ReportErreur(ErrLibelles, {Chemin(app, FichierLibelles), TexteErreurSysteme(code)});
+}
+
+}  // namespace fenlor

@@ -1,0 +1,63 @@
+// Rules of the fiscal headings, and the entries behind a variable of their formulas.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/btfiles.h"
+#include "master/comptes.h"
+
+namespace fenlor {
+
+/// What the form "Fichier des rubriques" holds. Texts as typed, Windows-1252; amount in the
+/// exercice's currency.
+struct FicheRubrique {
+  Position position = 0;  ///< 0 for a new heading
+  std::string code, designation, ligne, formule;
+  i16 type = 0;       ///< 0 recette, 1 dépense, 2 résultat, 3 taxe
+  bool manuel = false;
+  f64 montant = 0;
+};
+
+/// Tabs become blanks, no blank at the ends, single ones inside.
+std::string NormeTexte(std::string_view texte);
+
+/// False, told, when there is no such record.
+bool LitFicheRubrique(CFenlorApp& app, Position position, FicheRubrique& fiche);
+
+/// An account that names a heading.
+struct CompteAssocie {
+  Position position = 0;
+  std::string compte;  ///< long number
+  std::string texte;   ///< "%s\t%s" of short number and designation
+};
+/// In order of their number; none for a blank code.
+std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& code);
+
+/// Leaving the code field: 0, or 3058 (told) when another heading has the code as it would be stored.
+ResultatMaster ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche);
+/// Checks in this order: texts too long (3206), a code without letter or digit (3061), another heading's
+/// code, which the record would replace (3058), a formula that leads back to its own heading (3260).
+/// Then delete and add in one unit. Nothing is written on a closed exercice, which is a success.
+/// `fiche` becomes what was written, `fiche.position` the new one. An automatic heading has no amount, a
+/// manual one keeps its formula without using it. Accounts that name the old code keep it.
+ResultatMaster EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche);
+/// Closed exercice (3056), accounts that name the heading, then the question. Nothing to do for
+/// position 0, which is a success.
+ResultatMaster SupprimeRubrique(CFenlorApp& app, Position position);
+/// In code order.
+std::vector<Position> PositionsRubriques(CFenlorApp& app);
+
+// -- The headings whose formula uses a variable, such as "&FRAISKM": a term is exactly that name,
+// whatever the heading's mode. Their entries are those with a line in an account that names one of them.
+
+/// There is such an entry.
+bool RubriqueVariableEcritures(CFenlorApp& app, const std::string& variable);
+/// Number of entries, each counted once.
+u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable);
+/// Deletes them all with their other lines, validated and reconciled ones too, in one unit of work.
+/// False, and nothing is deleted, when the store refused or the exercice is closed (3056); told.
+bool SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable);
+
+}  // namespace fenlor
