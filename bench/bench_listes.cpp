@@ -2,7 +2,7 @@
 // Opens and sorts the chart of accounts with so many accounts (5000 and 50000) beside an
 // empty list window of the same run, and says how many rows were read to paint the window and to
 // turn a page. Offscreen, unless QT_QPA_PLATFORM says otherwise; the practices are made through the
-// store in a temporary directory and removed. It judges nothing.
+// store in a temporary directory, removed at the end unless something fails. It judges nothing.
 #include <QApplication>
 #include <QScrollBar>
 #include <cstdio>
@@ -67,9 +67,9 @@ class Cabinet {
     m_app = std::make_unique<CFenlorApp>(*m_magasin, m_dialogue);
     m_app->PathCabinet = dossier + "/cabinet";
     std::filesystem::create_directories(m_app->PathCabinet);
+    const Date debut = FaitDate(1, 1, 2003), fin = FaitDate(31, 12, 2003);
     const bool ouvert = m_magasin->QVOpenSession(1) && m_magasin->QVOpenCompta(m_app->PathCabinet, {}) &&
-                        m_magasin->QVCreateExercice("2003", FaitDate(1, 1, 2003), FaitDate(31, 12, 2003), true,
-                                                    false) &&
+                        m_magasin->QVCreateExercice("2003", debut, fin, true, false) &&
                         m_magasin->QVOpenExercice("2003");
     if (!ouvert) Abandonne(m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode()));
     m_app->NomExercice = "2003";
@@ -90,7 +90,8 @@ class Cabinet {
  private:
   /// Receipts and expenses whose names and totals come in no order.
   void Remplit(unsigned comptes) {
-    static const char* const mots[] = {"Honoraires", "Loyer", "Fournitures", "Carburant", "Assurance", "Cotisations"};
+    static const char* const mots[] = {"Honoraires", "Loyer",     "Fournitures",
+                                       "Carburant",  "Assurance", "Cotisations"};
     CPlan plan(*m_app, m_app->PathExercice);
     if (!plan.OpenFile()) Abandonne("no chart");
     QVAPI::Unite unite(*m_magasin);
@@ -201,14 +202,16 @@ void MesureFenetre(const std::function<std::unique_ptr<CZNListView>()>& fait, Me
   m.triMontant.push_back(trie(Solde));
 }
 
-void Ecrit(const char* quoi, const Mesure& m, const Mesure& vide) {
-  const double ouverture = Mediane(m.ouverture);
-  std::printf("%-22s open %10s (%6.2fx)", quoi, EnTemps(ouverture).c_str(), ouverture / Mediane(vide.ouverture));
-  if (m.lignes > 0)
-    std::printf("   list %10s   sort by name %10s (%6.2fx), by balance %10s   read: %u to paint, %u for a page of %u",
-                EnTemps(Mediane(m.lecture)).c_str(), EnTemps(Mediane(m.triTexte)).c_str(),
-                Mediane(m.triTexte) / Mediane(vide.ouverture), EnTemps(Mediane(m.triMontant)).c_str(), m.peintes,
-                m.page, m.visibles);
+void Ecrit(const std::string& quoi, const Mesure& m, const Mesure& vide) {
+  const double ouverture = Mediane(m.ouverture), reference = Mediane(vide.ouverture);
+  std::printf("%-18s open %10s (%6.2fx)", quoi.c_str(), EnTemps(ouverture).c_str(), ouverture / reference);
+  if (m.lignes > 0) {
+    const double texte = Mediane(m.triTexte), montant = Mediane(m.triMontant);
+    std::printf("   its list %10s   sort by name %10s (%6.2fx), by balance %10s (%6.2fx)   "
+                "rows read: %u to paint, %u for a page of %u",
+                EnTemps(Mediane(m.lecture)).c_str(), EnTemps(texte).c_str(), texte / reference,
+                EnTemps(montant).c_str(), montant / reference, m.peintes, m.page, m.visibles);
+  }
   std::printf("\n");
 }
 
@@ -236,7 +239,7 @@ int Principal(unsigned tours, const std::vector<unsigned>& tailles) {
     }
     std::printf("medians of %u runs; the ratios are to opening the empty window\n", tours);
     Ecrit("empty list window", vide, vide);
-    for (const Mesure& m : mesures) Ecrit((std::to_string(m.lignes) + " rows").c_str(), m, vide);
+    for (const Mesure& m : mesures) Ecrit(std::to_string(m.lignes) + " rows", m, vide);
   }
   std::filesystem::remove_all(dossier);
   return 0;

@@ -2,7 +2,7 @@
 #include <functional>
 #include <set>
 
-#include "core/valeurs.h"
+#include "core/textes.h"
 #include "master/formule.h"
 #include "master/rubriques.h"
 #include "store/texte1252.h"
@@ -78,7 +78,8 @@ bool SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable) {
   QVAPI::Unite unite(app.Magasin);
   for (const u32 mouvement : mouvements)
     if (!app.Magasin.RemoveMouvements(app.PathExercice, mouvement)) return false;
-  return unite.Valide();
+  if (unite.Valide()) return true;
+  return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
 }
 
 }  // namespace fenlor

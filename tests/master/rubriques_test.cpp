@@ -307,8 +307,9 @@ TEST_F(RubriquesDisque, RienNeSePerdQuandLeDisqueRefuse) {
   fiche.designation = "Autre";
   Casse();
   EXPECT_FALSE(EnregistreRubrique(App(), fiche));
+  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{ErrMagasin}));
   EXPECT_FALSE(SupprimeEcrituresVariable(App(), "&FRAISKM"));
-  EXPECT_FALSE(Boite.Erreurs.empty());
+  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{ErrMagasin, ErrMagasin}));
   Repare();
   ASSERT_TRUE(Rouvre());
   EXPECT_EQ(Relit("24 ").designation, "Rubrique 24");

@@ -1,0 +1,79 @@
+#include <gmock/gmock.h>
+
+#include "ctl/ctldetest.h"
+
+namespace fenlor::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+class RubriquesCtl : public CtlDeTest {
+ protected:
+  Json Rubrique(const std::string& code) {
+    for (const std::string& ligne : Lance({"--json", "rubrique", "lister"}).Lignes())
+      if (const Json rubrique = Json::parse(ligne); rubrique["code"] == code) return rubrique;
+    return {};
+  }
+};
+
+TEST_F(RubriquesCtl, UnEtatArrange) {
+  Cree();
+  const struct {
+    std::vector<std::string> args;
+    int statut;
+    const char* dit;  ///< part of what is said
+  } cas[] = {
+      {{}, StatutUsage, "il manque ajouter"},
+      {{"modifier"}, StatutUsage, "il manque rubrique"},
+      {{"ajouter", "--type", "autre"}, StatutUsage, "mot inconnu"},
+      {{"ajouter", "--ligne", "1x"}, StatutUsage, "numéro de ligne incorrect"},
+      {{"ajouter", "--montant", "--5"}, StatutUsage, "nombre incorrect"},
+      {{"ajouter", "--montant", "5", "--formule", "01"}, StatutUsage, "--formule"},
+      {{"ajouter", "--designation", "Sans code"}, StatutRefuse, "Erreur 3061"},
+      {{"ajouter", "--code", "X001"}, StatutRefuse, "Erreur 3206"},
+      {{"ajouter", "--code", "X1", "--designation", "日"}, StatutRefuse, "Erreur 3205"},
+      {{"ajouter", "--code", "x1", "--designation", "Réintégré", "--type", "resultat", "--ligne", "361", "--formule",
+        "-X2+&AMORT"},
+       StatutFait,
+       "Rubrique X1 enregistrée."},
+      {{"ajouter", "--code", "x1"}, StatutRefuse, "Erreur 3058"},
+      {{"ajouter", "--code", "X2", "--formule", "X1"}, StatutRefuse, "X2 > X1 > X2"},
+      {{"ajouter", "--code", "X2", "--montant", "-12,5"}, StatutFait, "X2"},
+      {{"modifier", "X3", "--ligne", "5"}, StatutRefuse, "n'existe pas"},
+      {{"modifier", "x1", "--code", "X3"}, StatutFait, "X3"},
+      {{"modifier", "X2", "--formule", "X3"}, StatutRefuse, "Erreur 3260"},
+      {{"supprimer", "X1"}, StatutRefuse, "n'existe pas"},
+      {{"lister"}, StatutFait, "X3    361    resultat  Réintégré"},
+  };
+  for (const auto& c : cas) {
+    std::vector<std::string> args = c.args;
+    args.insert(args.begin(), "rubrique");
+    const Resultat r = Lance(args);
+    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(args) << r.erreurs;
+    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(args);
+  }
+  EXPECT_EQ(Rubrique("X3")["formule"], "-X2+&AMORT");
+  EXPECT_EQ(Rubrique("X2")["montant"], -12.5);
+  EXPECT_EQ(Rubrique("X2")["manuel"], true);
+  ASSERT_EQ(Lance({"rubrique", "modifier", "X2", "--formule", ""}).statut, StatutFait);
+  EXPECT_EQ(Rubrique("X2")["manuel"], false);
+  EXPECT_EQ(Lance({"rubrique", "supprimer", "X2"}).statut, StatutFait);
+  EXPECT_TRUE(Rubrique("X2").is_null());
+  Sain();
+}
+
+TEST_F(RubriquesCtl, UneRubriqueNommeeReste) {
+  Cree();
+  ASSERT_EQ(Lance({"rubrique", "ajouter", "--code", "X1"}).statut, StatutFait);
+  ASSERT_EQ(Lance({"compte", "ajouter", "--forme", "recettes", "--code", "XX", "--compte", "7099", "--designation",
+                   "X", "--rubrique", "X1"})
+                .statut,
+            StatutFait);
+  const Resultat r = Lance({"rubrique", "supprimer", "X1"});
+  EXPECT_EQ(r.statut, StatutRefuse);
+  EXPECT_THAT(r.erreurs, HasSubstr("Erreur 3345"));
+  EXPECT_FALSE(Rubrique("X1").is_null());
+}
+
+}  // namespace
+}  // namespace fenlor::test
