@@ -68,7 +68,8 @@ class CommandeFiche {
     if (!Pose("code", o.code, m_fiche.code) || !Pose("designation", o.designation, m_fiche.designation) ||
         !Pose("ligne", o.ligne, m_fiche.ligne) || !Pose("formule", o.formule, m_fiche.formule))
       return false;
-    if (o.type) m_fiche.type = static_cast<i16>(std::find(std::begin(Types), std::end(Types), *o.type) - Types);
+    if (o.type)
+      m_fiche.type = static_cast<i16>(std::find(std::begin(Types), std::end(Types), *o.type) - Types);
     if (o.montant) m_fiche.montant = TexteVersMontant(*o.montant);
     if (o.formule || o.montant) m_fiche.manuel = o.montant.has_value();
     return true;
@@ -108,7 +109,9 @@ class CommandeFiche {
       if (!m_contexte.Globales.json) {
         const std::string montant = FormatMontant(f.montant, 2, m_app.Reglages.SeparateurDecimal());
         tableau.Ajoute({f.code, f.ligne, NomType(f.type), f.designation,
-                        !f.manuel ? f.formule : montant.empty() ? "0" : montant});
+                        !f.manuel         ? f.formule
+                        : montant.empty() ? "0"
+                                          : montant});
         continue;
       }
       const std::string ligne = LigneJson()

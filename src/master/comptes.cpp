@@ -288,7 +288,7 @@ bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& comp
   fiche.compteTVA = LitTexte(compte.CompteTVA);
   fiche.tauxTVA = compte.TauxTVA;
   fiche.partPro =
-      compte.Type == Depense && !EstComptePersonnel(app, numero) ? compte.PartPro : ToutProfessionnel;
+      compte.Type == Depense && !EstComptePersonnel(app, numero) ? +compte.PartPro : ToutProfessionnel;
   fiche.banque = compte.TypeTresorerie != 0;
   fiche.debitInitial = initial < 0 ? -initial : 0;
   fiche.creditInitial = initial > 0 ? initial : 0;

@@ -160,7 +160,8 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
     return true;
   });
   for (CompteAssocie& c : comptes)
-    c.texte = TexteFormat(FormatCompteAssocie, {CompacteTexte(app.Magasin.GetShortCompte(c.compte)), c.texte});
+    c.texte =
+        TexteFormat(FormatCompteAssocie, {CompacteTexte(app.Magasin.GetShortCompte(c.compte)), c.texte});
   return comptes;
 }
 

@@ -15,7 +15,7 @@ namespace fenlor {
 struct FicheRubrique {
   Position position = 0;  ///< 0 for a new heading
   std::string code, designation, ligne, formule;
-  i16 type = 0;       ///< 0 recette, 1 dépense, 2 résultat, 3 taxe
+  i16 type = 0;  ///< 0 recette, 1 dépense, 2 résultat, 3 taxe
   bool manuel = false;
   f64 montant = 0;
 };

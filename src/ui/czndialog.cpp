@@ -123,6 +123,10 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
                         : FaitBouton(u"A&nnuler"_s, "annuler", Image("annuler"), this);
   m_boutons->addWidget(annuler);
   connect(annuler, &QPushButton::clicked, this, &QDialog::reject);
+  // Last in the tab order, first in the row.
+  if (voisins)
+    connect(&AjouteBouton(u"&Aide"_s, "aide"), &QPushButton::clicked, this,
+            [this] { m_contexte.Cadre.Aide(PageAide()); });
   if (!m_defaut) m_defaut = annuler;
   m_defaut->setDefault(true);
   AppliqueDessin();

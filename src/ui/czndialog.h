@@ -49,7 +49,8 @@ class CZNDialog : public QDialog {
  protected:
   /// The zone above the buttons, for `Formulaire`.
   QWidget& Zone() { return *m_zone; }
-  /// Adds the buttons. To be called last, so that they come last in the tab order.
+  /// Adds the buttons, with `voisins` also "&Précédent", "&Suivant" and "&Aide". To be called
+  /// last, so that they come last in the tab order.
   void Boutons(Mode mode, bool voisins = false);
   /// A further button at the left of the others; before or after `Boutons`.
   QPushButton& AjouteBouton(const QString& texte, const char* nom);

@@ -32,8 +32,8 @@ TEST_F(RubriquesCtl, UnEtatArrange) {
       {{"ajouter", "--designation", "Sans code"}, StatutRefuse, "Erreur 3061"},
       {{"ajouter", "--code", "X001"}, StatutRefuse, "Erreur 3206"},
       {{"ajouter", "--code", "X1", "--designation", "日"}, StatutRefuse, "Erreur 3205"},
-      {{"ajouter", "--code", "x1", "--designation", "Réintégré", "--type", "resultat", "--ligne", "361", "--formule",
-        "-X2+&AMORT"},
+      {{"ajouter", "--code", "x1", "--designation", "Réintégré", "--type", "resultat", "--ligne", "361",
+        "--formule", "-X2+&AMORT"},
        StatutFait,
        "Rubrique X1 enregistrée."},
       {{"ajouter", "--code", "x1"}, StatutRefuse, "Erreur 3058"},
@@ -60,19 +60,6 @@ TEST_F(RubriquesCtl, UnEtatArrange) {
   EXPECT_EQ(Lance({"rubrique", "supprimer", "X2"}).statut, StatutFait);
   EXPECT_TRUE(Rubrique("X2").is_null());
   Sain();
-}
-
-TEST_F(RubriquesCtl, UneRubriqueNommeeReste) {
-  Cree();
-  ASSERT_EQ(Lance({"rubrique", "ajouter", "--code", "X1"}).statut, StatutFait);
-  ASSERT_EQ(Lance({"compte", "ajouter", "--forme", "recettes", "--code", "XX", "--compte", "7099", "--designation",
-                   "X", "--rubrique", "X1"})
-                .statut,
-            StatutFait);
-  const Resultat r = Lance({"rubrique", "supprimer", "X1"});
-  EXPECT_EQ(r.statut, StatutRefuse);
-  EXPECT_THAT(r.erreurs, HasSubstr("Erreur 3345"));
-  EXPECT_FALSE(Rubrique("X1").is_null());
 }
 
 }  // namespace

@@ -79,8 +79,8 @@ TEST_F(ComptesTest, RefusDUneRecetteDansLOrdre) {
           {"HONOR", " ", 0, 3091, "compte"},
           {"HONOR", "70 6", 0, 3070, "compte"},
           {"HONOR", "612", 0, 0, ""}});
-  EXPECT_EQ(LitCompte(Long("612")).Type, Recette);
-  EXPECT_EQ(LitCompte(Long("612")).PartPro, 100);
+  EXPECT_EQ(+LitCompte(Long("612")).Type, Recette);
+  EXPECT_EQ(+LitCompte(Long("612")).PartPro, 100);
 }
 
 TEST_F(ComptesTest, RefusDUneTresorerieDansLOrdre) {
@@ -99,10 +99,10 @@ TEST_F(ComptesTest, RefusDUneTresorerieDansLOrdre) {
           {" HONOR ", "519", RepNon, 0, ""}});
   const Plan compte = LitCompte(Long("519"));
   EXPECT_EQ(LitTexte(compte.Code), "HONOR") << "that of a receipts account, which saving accepts";
-  EXPECT_EQ(compte.Type, Tresorerie);
-  EXPECT_EQ(compte.TypeTresorerie, 1);
-  EXPECT_EQ(compte.SoldeInitialEuro, 100);
-  EXPECT_EQ(compte.SoldeInitialFranc, 655.96);
+  EXPECT_EQ(+compte.Type, Tresorerie);
+  EXPECT_EQ(+compte.TypeTresorerie, 1);
+  EXPECT_EQ(+compte.SoldeInitialEuro, 100);
+  EXPECT_EQ(+compte.SoldeInitialFranc, 655.96);
 }
 
 TEST_F(ComptesTest, RefusDuPlanComptableDansLOrdre) {
@@ -120,7 +120,7 @@ TEST_F(ComptesTest, RefusDuPlanComptableDansLOrdre) {
           {"NEUF", "519", RepNon, 0, ""}});
   Essaie(PlanComptable, Nouveau(Recette, "", ""),
          {{"R", "6198", RepNon, 3047, "type"}, {"R", "6198", RepOui, 0, ""}});
-  EXPECT_EQ(LitCompte(Long("6198")).Type, Recette);
+  EXPECT_EQ(+LitCompte(Long("6198")).Type, Recette);
 }
 
 TEST_F(ComptesTest, RegleDesClasses) {
@@ -221,8 +221,8 @@ TEST_F(ComptesTest, TvaEtRepartition) {
     ASSERT_EQ(Enregistre(PlanComptable, fiche), 0u);
     const Plan compte = LitCompte(Long(fiche.compte));
     EXPECT_EQ(LitTexte(compte.CompteTVA), Long(c.stocke)) << c.tva << c.type << c.compteTva;
-    EXPECT_EQ(compte.TauxTVA, c.taux) << c.tva << c.type << c.compteTva;
-    EXPECT_EQ(compte.PartPro, c.part) << c.tva << c.type << c.compteTva;
+    EXPECT_EQ(+compte.TauxTVA, c.taux) << c.tva << c.type << c.compteTva;
+    EXPECT_EQ(+compte.PartPro, c.part) << c.tva << c.type << c.compteTva;
     EXPECT_EQ(LitTexte(compte.Rubrique), " 1 ");
     Magasin().OpenPlan({});
     if (c.type != Depense) {
@@ -242,8 +242,8 @@ TEST_F(ComptesTest, SoldeInitial) {
     fiche.debitInitial = c.debit;
     fiche.creditInitial = c.credit;
     ASSERT_EQ(Enregistre(FormeTresorerie, fiche), 0u);
-    EXPECT_EQ(LitCompte(Long("512")).SoldeInitialEuro, c.euro);
-    EXPECT_EQ(LitCompte(Long("512")).SoldeInitialFranc, c.franc);
+    EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialEuro, c.euro);
+    EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialFranc, c.franc);
     fiche = Fiche("512");
     EXPECT_EQ(fiche.debitInitial, c.debit);
     EXPECT_EQ(fiche.creditInitial, c.credit);
@@ -252,8 +252,8 @@ TEST_F(ComptesTest, SoldeInitial) {
   FicheCompte fiche = Fiche("512");
   fiche.debitInitial = 65;
   ASSERT_EQ(Enregistre(PlanComptable, fiche), 0u);
-  EXPECT_EQ(LitCompte(Long("512")).SoldeInitialFranc, -65);
-  EXPECT_EQ(LitCompte(Long("512")).SoldeInitialEuro, -10);
+  EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialFranc, -65);
+  EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialEuro, -10);
 }
 
 TEST_F(ComptesTest, NumerosProposes) {
@@ -336,7 +336,7 @@ TEST_F(ComptesTest, ComptePersonnel) {
   EXPECT_EQ(Enregistre(RecettesDepenses, fiche), ErrComptePersonnel);
   fiche.partPro = 40;
   EXPECT_EQ(Enregistre(PlanComptable, fiche), 0u);
-  EXPECT_EQ(LitCompte(Long("6154")).PartPro, 100);
+  EXPECT_EQ(+LitCompte(Long("6154")).PartPro, 100);
 }
 
 TEST_F(ComptesTest, ExerciceCloture) {

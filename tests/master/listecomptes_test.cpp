@@ -126,7 +126,7 @@ TEST_F(ListeComptesTest, ChoixDesFormulaires) {
   EXPECT_EQ(taxes.at(0).texte, "19,60% 4451 4451");
   EXPECT_EQ(taxes.at(0).compte, Long("4451"));
   EXPECT_EQ(taxes.at(0).taux, 19.6);
-  for (const ChoixTVA& tva : taxes) EXPECT_EQ(LitCompte(tva.compte).Type, Tva);
+  for (const ChoixTVA& tva : taxes) EXPECT_EQ(+LitCompte(tva.compte).Type, Tva);
 
   std::size_t deChaqueCote[2] = {}, tous = 0;
   CRubriques rubriques(App(), App().PathExercice);

@@ -41,7 +41,8 @@ TEST(Formule, LaBoucleLaPlusCourte) {
   const std::map<std::string, std::string> formules{
       {"A  ", "B+C"}, {"B  ", "D-&AMORT"}, {"C  ", "A"}, {"D  ", "C+D"}, {"E  ", "D+A"}};
   const auto boucle = [&](const std::string& code) {
-    return BoucleDeFormule(code, [&](const std::string& c) { return formules.count(c) ? formules.at(c) : ""; });
+    return BoucleDeFormule(code,
+                           [&](const std::string& c) { return formules.count(c) ? formules.at(c) : ""; });
   };
   EXPECT_THAT(boucle("A  "), ElementsAre("A  ", "C  ", "A  "));
   EXPECT_THAT(boucle("B  "), ElementsAre("B  ", "D  ", "C  ", "A  ", "B  "));
@@ -55,20 +56,7 @@ class Rubriques : public test::CabinetMedical {
   using test::CabinetMedical::CabinetMedical;
 
  protected:
-  /// An exercice whose only headings are those that the test makes.
-  void InstalleVide(const std::string& annee = "2003", bool euro = true) {
-    Installe(annee, euro);
-    CRubriques rubriques(App(), App().PathExercice);
-    ASSERT_TRUE(rubriques.OpenFile());
-    QVAPI::Unite unite(Magasin());
-    for (const Position position : PositionsRubriques(App())) ASSERT_TRUE(rubriques.Delete(position));
-    for (const Position position : PositionsComptes(App(), ListeComptes::PlanComptable)) {
-      CPlan plan(App(), App().PathExercice);
-      ASSERT_TRUE(plan.OpenFile() && plan.ReadRec(position));
-      if (plan.Rec->Rubrique[0]) Affecte(LitTexte(plan.Rec->Compte), "");
-    }
-    ASSERT_TRUE(unite.Valide());
-  }
+  // The headings of the tests have codes that those of the template do not have.
   void Affecte(const std::string& compte, const std::string& code) {
     CPlan plan(App(), App().PathExercice);
     PoseTexte(plan.Rec->Compte, test::Long(compte));
@@ -106,59 +94,49 @@ class Rubriques : public test::CabinetMedical {
     PoseTexte(rubriques.Rec->Rubrique, code);
     FicheRubrique fiche;
     EXPECT_TRUE(rubriques.OpenFile() && rubriques.Find(0) &&
-                LitFicheRubrique(App(), rubriques.GetPos(), fiche)) << code;
+                LitFicheRubrique(App(), rubriques.GetPos(), fiche))
+        << code;
     return fiche;
-  }
-  std::vector<std::string> Codes() {
-    std::vector<std::string> codes;
-    for (const Position position : PositionsRubriques(App())) {
-      FicheRubrique fiche;
-      EXPECT_TRUE(LitFicheRubrique(App(), position, fiche));
-      codes.push_back(fiche.code);
-    }
-    return codes;
   }
 };
 
 TEST_F(Rubriques, CeQuiEstEcritSeRelit) {
-  InstalleVide();
-  FicheRubrique fiche = Fiche("a-1", "  01 +\t02  - &AMORT ");
+  Installe();
+  FicheRubrique fiche = Fiche("z-1", "  01 +\t02  - &AMORT ");
   fiche.ligne = "231";
   fiche.type = 2;
   fiche.montant = 99;
   ASSERT_EQ(Enregistre(fiche), "");
-  const Rubrique rec = Lit("A 1");
-  EXPECT_EQ(rec.TypeRubrique, 2);
-  EXPECT_EQ(rec.Ligne, 231);
+  const Rubrique rec = Lit("Z 1");
+  EXPECT_EQ(+rec.TypeRubrique, 2);
+  EXPECT_EQ(+rec.Ligne, 231);
   EXPECT_EQ(LitTexte(rec.Formule), "01 + 02 - &AMORT");
-  EXPECT_EQ(rec.ManuelEuro, 0) << "an automatic heading has no amount";
-  fiche = Relit("A 1");
+  EXPECT_EQ(+rec.ManuelEuro, 0) << "an automatic heading has no amount";
+  fiche = Relit("Z 1");
   fiche.manuel = true;
   fiche.montant = 1000;
-  fiche.code = "1";
+  fiche.code = "z";
   ASSERT_EQ(Enregistre(fiche), "");
-  EXPECT_THAT(Codes(), ElementsAre("1"));
-  EXPECT_EQ(LitTexte(Lit("1  ").Formule), "01 + 02 - &AMORT") << "a manual heading keeps its formula";
-  EXPECT_EQ(Lit("1  ").ManuelEuro, 1000);
-  EXPECT_NEAR(Lit("1  ").ManuelFranc, 6559.57, 0.001);
-  EXPECT_EQ(Relit("1  ").montant, 1000);
+  EXPECT_EQ(+Lit("Z 1").TypeRubrique, -1);
+  EXPECT_EQ(LitTexte(Lit("Z  ").Formule), "01 + 02 - &AMORT") << "a manual heading keeps its formula";
+  EXPECT_EQ(+Lit("Z  ").ManuelEuro, 1000);
+  EXPECT_NEAR(Lit("Z  ").ManuelFranc, 6559.57, 0.001);
+  EXPECT_EQ(Relit("Z  ").montant, 1000);
 }
 
 TEST_F(Rubriques, MontantDUnExerciceEnFranc) {
-  InstalleVide("2000", false);
-  FicheRubrique fiche = Fiche("36");
+  Installe("2000", false);
+  FicheRubrique fiche = Fiche("Z");
   fiche.manuel = true;
   fiche.montant = 6559.57;
   ASSERT_EQ(Enregistre(fiche), "");
-  EXPECT_EQ(Lit("36 ").ManuelFranc, 6559.57);
-  EXPECT_NEAR(Lit("36 ").ManuelEuro, 1000, 0.001);
-  EXPECT_EQ(Relit("36 ").montant, 6559.57);
+  EXPECT_EQ(+Lit("Z  ").ManuelFranc, 6559.57);
+  EXPECT_NEAR(Lit("Z  ").ManuelEuro, 1000, 0.001);
 }
 
 TEST_F(Rubriques, RefusDansLeurOrdre) {
-  InstalleVide();
-  ASSERT_EQ(Enregistre(Fiche("01")), "");
-  ASSERT_EQ(Enregistre(Fiche("AB")), "");
+  Installe();
+  ASSERT_EQ(Enregistre(Fiche("ZB")), "");
   const std::string longue(128, '1');
   const struct {
     FicheRubrique fiche;
@@ -167,98 +145,95 @@ TEST_F(Rubriques, RefusDansLeurOrdre) {
       {Fiche("0123", longue), "3206 code"},
       {Fiche("", longue), "3206 formule"},
       {Fiche("", longue.substr(1)), "3061 code"},
-      {Fiche("  "), "3061 code"},
       {Fiche("--", "--"), "3061 code"},
       {Fiche("é"_w), "3061 code"},
-      {Fiche("01", "01"), "3058 code"},
-      {Fiche("ab"), "3058 code"},
-      {Fiche("02", "01+02"), "3260 formule"},
+      {Fiche("ZB", "ZB"), "3058 code"},
+      {Fiche("zb"), "3058 code"},
+      {Fiche("X", "01+X"), "3260 formule"},
       {Fiche("x", "-X"), "3260 formule"},
   };
   for (const auto& c : cas) EXPECT_EQ(Enregistre(c.fiche), c.refus) << c.fiche.code;
-  EXPECT_THAT(Codes(), ElementsAre("01", "AB"));
-  // The same code is only told when the field is left.
-  EXPECT_EQ(ControleCodeRubrique(App(), Fiche("ab")).erreur, 3058u);
-  for (const char* libre : {"", "--", "A", "ABC"}) EXPECT_TRUE(ControleCodeRubrique(App(), Fiche(libre))) << libre;
-  EXPECT_TRUE(ControleCodeRubrique(App(), Relit("AB ")));
+  EXPECT_EQ(+Lit("X  ").TypeRubrique, -1);
+  // Leaving the field tells no more than that the code is taken.
+  EXPECT_EQ(ControleCodeRubrique(App(), Fiche("zb")).erreur, 3058u);
+  for (const char* libre : {"", "--", "Z", "ZBC"})
+    EXPECT_TRUE(ControleCodeRubrique(App(), Fiche(libre))) << libre;
+  EXPECT_TRUE(ControleCodeRubrique(App(), Relit("ZB ")));
 }
 
 TEST_F(Rubriques, UneBoucleEstNommeeDoncRefusee) {
-  InstalleVide();
-  ASSERT_EQ(Enregistre(Fiche("07", "04")), "");
-  ASSERT_EQ(Enregistre(Fiche("05")), "");
-  ASSERT_EQ(Enregistre(Fiche("04", "01-05")), "");
-  FicheRubrique cinq = Relit("05 ");
-  cinq.formule = "07+&PVC";
+  Installe();
+  for (const FicheRubrique& fiche : {Fiche("X7", "X4"), Fiche("X5"), Fiche("X4", "01-X5"), Fiche("X2", "X7")})
+    ASSERT_EQ(Enregistre(fiche), "");
+  FicheRubrique cinq = Relit("X5 ");
+  cinq.formule = "X7+&PVC";
   EXPECT_EQ(Enregistre(cinq), "3260 formule");
-  EXPECT_EQ(Boite.Erreurs[0].texte, "La formule de la rubrique 05 revient sur elle-même : 05 > 07 > 04 > 05"_w);
-  EXPECT_EQ(LitTexte(Lit("05 ").Formule), "");
-  // A manual amount stops the way, here and elsewhere.
+  EXPECT_EQ(Boite.Erreurs[0].texte,
+            "La formule de la rubrique X5 revient sur elle-même : X5 > X7 > X4 > X5"_w);
+  EXPECT_EQ(LitTexte(Lit("X5 ").Formule), "");
+  // A manual amount stops the way.
   cinq.manuel = true;
   EXPECT_EQ(Enregistre(cinq), "");
-  cinq = Relit("05 ");
+  cinq = Relit("X5 ");
   cinq.manuel = false;
   EXPECT_EQ(Enregistre(cinq), "3260 formule");
-  // A new code closes the loop as well; the old one no longer plays a part.
-  FicheRubrique un = Fiche("02", "07");
-  ASSERT_EQ(Enregistre(un), "");
-  un = Relit("02 ");
-  un.code = "01";
-  EXPECT_EQ(Enregistre(un), "3260 formule");
-  FicheRubrique sept = Relit("07 ");
-  sept.code = "08";
-  sept.formule = "07+04";
+  // The code that a heading leaves plays no part any more, the one it takes does.
+  FicheRubrique sept = Relit("X7 ");
+  sept.code = "X8";
+  sept.formule = "X7+X2";
   EXPECT_EQ(Enregistre(sept), "");
+  sept = Relit("X8 ");
+  sept.code = "X7";
+  EXPECT_EQ(Enregistre(sept), "3260 formule");
 }
 
-TEST_F(Rubriques, UnAncienLienResteAuCompte) {
-  InstalleVide();
-  ASSERT_EQ(Enregistre(Fiche("1")), "");
-  Affecte("706", "1");
-  Affecte("6132", "1");
-  Affecte("758", "10");
+TEST_F(Rubriques, LesComptesNommentLaRubrique) {
+  Installe();
+  ASSERT_EQ(Enregistre(Fiche("Z1")), "");
+  Affecte("706", "z1");
+  Affecte("6132", "z1");
+  Affecte("758", "Z10");
   std::vector<std::string> textes;
-  for (const CompteAssocie& c : ComptesAssocies(App(), "1")) textes.push_back(c.texte);
+  for (const CompteAssocie& c : ComptesAssocies(App(), "Z1")) textes.push_back(c.texte);
   EXPECT_THAT(textes, ElementsAre("6132\tLoyer", "706\tHonoraires"));
   EXPECT_THAT(ComptesAssocies(App(), ""), IsEmpty()) << "not the accounts without a heading";
-  EXPECT_EQ(SupprimeRubrique(App(), Relit("1  ").position).erreur, 3345u);
-  FicheRubrique fiche = Relit("1  ");
-  fiche.code = "2";
+  EXPECT_EQ(SupprimeRubrique(App(), Relit("Z1 ").position).erreur, 3345u);
+  FicheRubrique fiche = Relit("Z1 ");
+  fiche.code = "Z2";
   ASSERT_EQ(Enregistre(fiche), "");
-  EXPECT_EQ(LitTexte(LitCompte("706").Rubrique), "1  ");
-  // Nothing names it any more: only the question is left.
+  EXPECT_EQ(LitTexte(LitCompte("706").Rubrique), "Z1 ") << "a new code leaves the accounts alone";
   Boite.Oublie();
   Boite.Reponses = {RepNon, RepOui};
-  EXPECT_EQ(SupprimeRubrique(App(), Relit("2  ").position).erreur, 3346u);
-  EXPECT_EQ(Boite.Questions.at(0).texte, "Suppression de la rubrique 2 ?");
-  EXPECT_TRUE(SupprimeRubrique(App(), Relit("2  ").position));
-  EXPECT_THAT(Codes(), IsEmpty());
+  EXPECT_EQ(SupprimeRubrique(App(), Relit("Z2 ").position).erreur, 3346u);
+  EXPECT_EQ(Boite.Questions.at(0).texte, "Suppression de la rubrique Z2 ?");
+  EXPECT_TRUE(SupprimeRubrique(App(), Relit("Z2 ").position));
+  EXPECT_EQ(+Lit("Z2 ").TypeRubrique, -1);
 }
 
 TEST_F(Rubriques, ExerciceCloture) {
-  InstalleVide();
-  ASSERT_EQ(Enregistre(Fiche("1")), "");
+  Installe();
+  ASSERT_EQ(Enregistre(Fiche("Z1")), "");
   Regle("2003", "Cloture", "31/12/2003");
   ASSERT_TRUE(App().Reglages.IsExerciceCloture());
-  FicheRubrique fiche = Relit("1  ");
+  FicheRubrique fiche = Relit("Z1 ");
   fiche.designation = "Autre";
   EXPECT_TRUE(EnregistreRubrique(App(), fiche));
-  EXPECT_EQ(Relit("1  ").designation, "Rubrique 1");
+  EXPECT_EQ(Relit("Z1 ").designation, "Rubrique Z1");
   EXPECT_EQ(SupprimeRubrique(App(), fiche.position).erreur, 3056u);
-  EXPECT_FALSE(SupprimeEcrituresVariable(App(), "&FRAISKM"));
+  EXPECT_FALSE(SupprimeEcrituresVariable(App(), "&ESSAI"));
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3056, 3056}));
 }
 
 TEST_F(Rubriques, LesEcrituresDUneVariable) {
-  InstalleVide();
-  ASSERT_EQ(Enregistre(Fiche("23", "23A+&FRAISKM")), "");
-  ASSERT_EQ(Enregistre(Fiche("24", "&FRAISKM")), "");
-  ASSERT_EQ(Enregistre(Fiche("25", "&FRAISKM2")), "");
-  const char* const variable = "&FRAISKM";
+  Installe();
+  ASSERT_EQ(Enregistre(Fiche("Z3", "23A+&ESSAI")), "");
+  ASSERT_EQ(Enregistre(Fiche("Z4", "&ESSAI")), "");
+  ASSERT_EQ(Enregistre(Fiche("Z5", "&ESSAI2")), "");
+  const char* const variable = "&ESSAI";
   EXPECT_FALSE(RubriqueVariableEcritures(App(), variable));
-  Affecte("6132", "23");
-  Affecte("6063", "24");
-  Affecte("6154", "25");
+  Affecte("6132", "Z3");
+  Affecte("6063", "Z4");
+  Affecte("6154", "Z5");
   EXPECT_FALSE(RubriqueVariableEcritures(App(), variable)) << "accounts without entries";
   const u32 loyer = CabinetMedical::Enregistre(Ecriture(JournalDepenses, "6132", 100));
   const u32 achat = CabinetMedical::Enregistre(Ecriture(JournalDepenses, "6063", 119.6));
@@ -276,13 +251,14 @@ TEST_F(Rubriques, LesEcrituresDUneVariable) {
   EXPECT_TRUE(RubriqueVariableEcritures(App(), variable));
   EXPECT_EQ(CompteEcrituresVariable(App(), variable), 3u);
   EXPECT_EQ(CompteEcrituresVariable(App(), "&AMORT"), 0u);
+  const u64 synchros = Magasin().NbSynchros();
   ASSERT_TRUE(SupprimeEcrituresVariable(App(), variable));
+  EXPECT_EQ(Magasin().NbSynchros() - synchros, 1u) << "one unit of work";
   EXPECT_FALSE(RubriqueVariableEcritures(App(), variable));
   for (const u32 mouvement : {loyer, achat, od}) EXPECT_THAT(Lignes(mouvement), IsEmpty());
   EXPECT_FALSE(Lignes(autre).empty());
-  EXPECT_EQ(LitCompte("6132").DebitEuro, 0);
+  EXPECT_EQ(+LitCompte("6132").DebitEuro, 0);
   EXPECT_NEAR(LitCompte("512").CreditEuro, 50, 0.001);
-  EXPECT_TRUE(SupprimeEcrituresVariable(App(), variable)) << "nothing to delete";
 }
 
 struct Disque {
@@ -298,21 +274,21 @@ class RubriquesDisque : private Disque, public Rubriques {
 };
 
 TEST_F(RubriquesDisque, RienNeSePerdQuandLeDisqueRefuse) {
-  InstalleVide();
-  ASSERT_EQ(Enregistre(Fiche("24", "&FRAISKM")), "");
-  Affecte("6132", "24");
+  Installe();
+  ASSERT_EQ(Enregistre(Fiche("Z4", "&ESSAI")), "");
+  Affecte("6132", "Z4");
   const u32 loyer = CabinetMedical::Enregistre(Ecriture(JournalDepenses, "6132", 100));
   const u32 garage = CabinetMedical::Enregistre(Ecriture(JournalDepenses, "6132", 50));
-  FicheRubrique fiche = Relit("24 ");
+  FicheRubrique fiche = Relit("Z4 ");
   fiche.designation = "Autre";
   Casse();
   EXPECT_FALSE(EnregistreRubrique(App(), fiche));
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{ErrMagasin}));
-  EXPECT_FALSE(SupprimeEcrituresVariable(App(), "&FRAISKM"));
+  EXPECT_FALSE(SupprimeEcrituresVariable(App(), "&ESSAI"));
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{ErrMagasin, ErrMagasin}));
   Repare();
   ASSERT_TRUE(Rouvre());
-  EXPECT_EQ(Relit("24 ").designation, "Rubrique 24");
+  EXPECT_EQ(Relit("Z4 ").designation, "Rubrique Z4");
   EXPECT_FALSE(Lignes(loyer).empty());
   EXPECT_FALSE(Lignes(garage).empty());
   EXPECT_NEAR(LitCompte("6132").DebitEuro, 150, 0.001);

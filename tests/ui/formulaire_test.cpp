@@ -72,7 +72,7 @@ class CDialogEssai : public CZNDialog {
         .SurChangement([this] { Traces.push_back("mode " + m_mode.Valeur()); })
         .Champ(u"Solde :"_s, m_solde, "solde")
         .Champ(u"&Jours :"_s, m_jours, "jours")
-        .Champ(u"Monn&aie :"_s, m_franc, "franc")
+        .Champ(u"Monnaie :"_s, m_franc, "franc")
         .ACote(m_euro, "euro")
         .Case(m_pointee, u"Poin&tée"_s, "pointee");
     m_franc.setText(u"Franc"_s);
@@ -162,7 +162,7 @@ TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
   VerifieFormulaire(dialogue);
   EXPECT_THAT(OrdreTab(dialogue),
               ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "euro",
-                          "pointee", "liste", "copier", "precedent", "suivant", "ok", "annuler"));
+                          "pointee", "liste", "copier", "precedent", "suivant", "ok", "annuler", "aide"));
   EXPECT_EQ(Trouve<QLineEdit>(dialogue, "libelle").accessibleName(), u"Libellé"_s);
   EXPECT_EQ(Trouve<QListWidget>(dialogue, "liste").accessibleName(), u"Historique"_s);
   EXPECT_EQ(Focus(dialogue), "date");

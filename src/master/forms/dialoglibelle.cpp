@@ -21,10 +21,9 @@ CDialogLibelle::CDialogLibelle(ContexteUi& contexte, CLibelleView& liste, int li
       .Limite(static_cast<int>(LongueurLibelle))
       .Largeur(60)
       .Pousse();
+  Boutons(ligne < 0 ? Mode::Ajout : Mode::Modification, true);
   if (ligne < 0)
-    Boutons(Mode::Ajout);
-  else
-    Boutons(Mode::Modification, true);
+    for (const char* nom : {"precedent", "suivant"}) findChild<QPushButton*>(QLatin1String(nom))->hide();
   if (App().Reglages.IsExerciceCloture()) LectureSeule();
   Montre();
 }

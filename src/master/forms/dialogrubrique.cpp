@@ -72,7 +72,8 @@ CDialogRubrique::CDialogRubrique(ContexteUi& contexte, CRubriqueView* vue, Posit
     bouton->setMinimumWidth(std::max(m_automatique.sizeHint().width(), m_manuel.sizeHint().width()));
   }
   int type = 0;
-  for (QRadioButton* bouton : {&m_recette, &m_depense, &m_resultat, &m_taxe}) m_types.addButton(bouton, type++);
+  for (QRadioButton* bouton : {&m_recette, &m_depense, &m_resultat, &m_taxe})
+    m_types.addButton(bouton, type++);
   m_calculs.addButton(&m_automatique);
   m_calculs.addButton(&m_manuel);
   connect(&m_automatique, &QRadioButton::clicked, this, [this] { ChoisitCalcul(false); });

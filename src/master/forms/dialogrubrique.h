@@ -46,8 +46,8 @@ class CDialogRubrique : public CZNDialog {
   void QuitteCode();
   FicheRubrique Saisie();
   CRubriqueView* m_vue;
-  FicheRubrique m_fiche;    ///< as in the file, with formula and amount as last typed
-  std::string m_codeLu;     ///< as in the file
+  FicheRubrique m_fiche;  ///< as in the file, with formula and amount as last typed
+  std::string m_codeLu;   ///< as in the file
   bool m_lu = true;
   bool m_aChange = false;
   Position m_derniere = 0;

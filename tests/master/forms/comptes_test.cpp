@@ -121,8 +121,8 @@ TEST_F(FormesComptes, TroisComptesDAffileeAuClavier) {
   QTest::keyClick(&vue.Table(), Qt::Key_Return);
   for (const char* numero : {"7081", "7082", "7083"}) {
     EXPECT_EQ(LitTexte(LitCompte(numero).Code), "Z" + std::string(numero));
-    EXPECT_EQ(LitCompte(numero).Type, Recette);
-    EXPECT_EQ(LitCompte(numero).PartPro, 100);
+    EXPECT_EQ(+LitCompte(numero).Type, Recette);
+    EXPECT_EQ(+LitCompte(numero).PartPro, 100);
   }
   EXPECT_EQ(CodeChoisi(vue), u"Z7083"_s);
   EXPECT_EQ(vue.Table().Modele().DonneeDe(vue.Table().Modele().NbLignes() - 1), 0u);
@@ -192,9 +192,9 @@ TEST_F(FormesComptes, SuppressionsDansLesListes) {
   Choisit(tresorerie, u"CCP"_s);
   Boite.Reponses = {RepNon, RepOui};
   tresorerie.Execute(Supprimer);
-  EXPECT_EQ(LitCompte("514").Type, Tresorerie);
+  EXPECT_EQ(+LitCompte("514").Type, Tresorerie);
   tresorerie.Execute(Supprimer);
-  EXPECT_EQ(LitCompte("514").Type, -1);
+  EXPECT_EQ(+LitCompte("514").Type, -1);
   EXPECT_EQ(Boite.Questions.back().texte, "Suppression du compte de trésorerie\n\"CCP\" ?"_w);
   EXPECT_THAT(Colonne(tresorerie, 0), testing::Not(testing::Contains(u"CCP"_s)));
   EXPECT_EQ(Cadre.Nombre("Actualise 1806"), 1u);
@@ -279,8 +279,8 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
     Prend(Liste(f, "tva"), 0);
     Clique(Bouton(f, u"&Ok"_s));
   });
-  EXPECT_EQ(LitCompte("6154").PartPro, 120);
-  EXPECT_EQ(LitCompte("6154").TauxTVA, 0);
+  EXPECT_EQ(+LitCompte("6154").PartPro, 120);
+  EXPECT_EQ(+LitCompte("6154").TauxTVA, 0);
   EXPECT_EQ(LitTexte(LitCompte("6154").CompteTVA), "");
   Choisit(vue, u"LOYER"_s);
   Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
@@ -324,7 +324,7 @@ TEST_F(FormesComptes, TresorerieNumeroProposeEtSoldeInitial) {
     EXPECT_EQ(Texte(f, "compte").text(), u"5104"_s) << "the next one";
     EXPECT_TRUE(Texte(f, "code").text().isEmpty() && Montant(f, "credit").EstVide());
   });
-  EXPECT_EQ(LitCompte("5102").SoldeInitialEuro, 30.5);
+  EXPECT_EQ(+LitCompte("5102").SoldeInitialEuro, 30.5);
   EXPECT_EQ(CodeChoisi(vue), u"B2"_s);
   EXPECT_EQ(Cadre.Nombre("Actualise 1806"), 1u);
   Ouvre(vue, Modifier, "DialogTresorerie", [&](QDialog& f) {
@@ -365,7 +365,7 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
     Clique(Bouton(f, u"&Enregistrer"_s));
     EXPECT_EQ(Boite.NumerosQuestions(), (std::vector<unsigned>{3047, 3047}));
   });
-  EXPECT_EQ(LitCompte("612").TauxTVA, 8.5);
+  EXPECT_EQ(+LitCompte("612").TauxTVA, 8.5);
   Ouvre(vue, Modifier, "DialogPlanComptable", [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Compte de T.V.A. : TVA9"_s);
     Prend(Liste(f, "type"), Autre);
@@ -436,7 +436,7 @@ TEST_F(FormesComptes, NouveauCompteDepuisLesComptesParticuliers) {
     Clique(Bouton(f, u"&Fermer"_s));
   });
   EXPECT_TRUE(CDialogPlan::Nouveau(Ui));
-  EXPECT_EQ(LitCompte("6999").Type, Depense);
+  EXPECT_EQ(+LitCompte("6999").Type, Depense);
   EXPECT_EQ(Cadre.Nombre("Actualise 14"), 1u);
 }
 

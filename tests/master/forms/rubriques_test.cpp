@@ -16,11 +16,11 @@ namespace fenlor {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
 using test::Bouton;
 using test::Clique;
 using test::Tape;
 using test::Trouve;
+using ::testing::ElementsAre;
 
 constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
 
