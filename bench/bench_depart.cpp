@@ -39,7 +39,8 @@ double Processeur(pid_t pid) {
   std::FILE* liste = popen(("cat " + dossier + "/*/schedstat 2>/dev/null").c_str(), "r");
   if (!liste) return -1;
   unsigned long long ns = 0, attente = 0, tranches = 0;
-  while (std::fscanf(liste, "%llu %llu %llu", &ns, &attente, &tranches) == 3) total += static_cast<double>(ns);
+  while (std::fscanf(liste, "%llu %llu %llu", &ns, &attente, &tranches) == 3)
+    total += static_cast<double>(ns);
   pclose(liste);
   return total / 1e6;
 }
@@ -84,7 +85,8 @@ Depart Mesure(const Arguments& commande) {
   depart.processeur = avant;
   depart.horloge = ecoule.count() - 500;
   depart.resident = LigneMo(pid, "status", "VmRSS:");
-  depart.prive = LigneMo(pid, "smaps_rollup", "Private_Clean:") + LigneMo(pid, "smaps_rollup", "Private_Dirty:");
+  depart.prive =
+      LigneMo(pid, "smaps_rollup", "Private_Clean:") + LigneMo(pid, "smaps_rollup", "Private_Dirty:");
   kill(pid, SIGTERM);
   waitpid(pid, nullptr, 0);
   return depart;
@@ -97,12 +99,13 @@ Depart Mediane(std::vector<Depart> departs) {
     std::sort(valeurs.begin(), valeurs.end());
     return valeurs[valeurs.size() / 2];
   };
-  return {milieu(&Depart::processeur), milieu(&Depart::horloge), milieu(&Depart::resident), milieu(&Depart::prive)};
+  return {milieu(&Depart::processeur), milieu(&Depart::horloge), milieu(&Depart::resident),
+          milieu(&Depart::prive)};
 }
 
 void Ecrit(const char* nom, const Depart& d) {
-  std::printf("%-14s processor %7.1f ms   asleep after %6.0f ms   resident %6.1f MB   private %6.1f MB\n", nom,
-              d.processeur, d.horloge, d.resident, d.prive);
+  std::printf("%-14s processor %7.1f ms   asleep after %6.0f ms   resident %6.1f MB   private %6.1f MB\n",
+              nom, d.processeur, d.horloge, d.resident, d.prive);
 }
 
 }  // namespace
@@ -128,7 +131,8 @@ int main(int argc, char** argv) {
   Ecrit("empty window", vide);
   Ecrit("fenlor", programme);
   std::printf("processor      %.2fx an empty window\n", programme.processeur / vide.processeur);
-  std::printf("memory         +%.1f MB resident, +%.1f MB private (%.2fx, %.2fx)\n", programme.resident - vide.resident,
-              programme.prive - vide.prive, programme.resident / vide.resident, programme.prive / vide.prive);
+  std::printf("memory         +%.1f MB resident, +%.1f MB private (%.2fx, %.2fx)\n",
+              programme.resident - vide.resident, programme.prive - vide.prive,
+              programme.resident / vide.resident, programme.prive / vide.prive);
   return 0;
 }

@@ -1,5 +1,6 @@
 // What each command does.
 #include <QAction>
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
@@ -10,7 +11,6 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
-#include <QApplication>
 
 #include "app/apropos.h"
 #include "app/astuce.h"
@@ -91,9 +91,7 @@ void Commandes::Barre(unsigned numero) {
   if (QWidget* barre = BarreDe(numero)) barre->setVisible(barre->isHidden());
 }
 
-void Commandes::PleinEcran(unsigned) {
-  m_cadre.setWindowState(m_cadre.windowState() ^ Qt::WindowFullScreen);
-}
+void Commandes::PleinEcran(unsigned) { m_cadre.setWindowState(m_cadre.windowState() ^ Qt::WindowFullScreen); }
 
 void Commandes::Personnaliser(unsigned) { m_cadre.BarreIcones().Personnalise(); }
 

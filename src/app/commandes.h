@@ -13,32 +13,43 @@ class Commandes;
 /// When a command can be used. The predicates are in commandes.cpp.
 enum class Quand {
   Toujours,
-  Exercice,          ///< an exercice is open
-  ExerciceVivant,    ///< and it is not closed ("Cloture")
-  ComboRempli,       ///< the exercice combo has at least one line
-  NavigateurWeb,     ///< the desktop has a browser
-  FenetreActive,     ///< a document window is open
-  Vue,               ///< the active document window knows it and says so
+  Exercice,        ///< an exercice is open
+  ExerciceVivant,  ///< and it is not closed ("Cloture")
+  ComboRempli,     ///< the exercice combo has at least one line
+  NavigateurWeb,   ///< the desktop has a browser
+  FenetreActive,   ///< a document window is open
+  Vue,             ///< the active document window knows it and says so
 };
 
 /// Where it stands.
-enum class Menu { Fichier, Edition, Comptabilite, Etats, Traitements, Outils, Affichage, Fenetre, Aide, Aucun };
+enum class Menu {
+  Fichier,
+  Edition,
+  Comptabilite,
+  Etats,
+  Traitements,
+  Outils,
+  Affichage,
+  Fenetre,
+  Aide,
+  Aucun
+};
 /// Title of a menu, UTF-8, "&" before the access key; empty for `Aucun`.
 const char* TitreMenu(Menu menu);
 
 struct Commande {
   unsigned numero;
   Menu menu;
-  bool separateur;         ///< a rule stands before it
-  const char* texte;       ///< UTF-8, "&" before the access key
-  const char* image;       ///< name of the picture (ui/images.h)
-  const char* raccourci;   ///< default shortcut, portable text; "" for none
+  bool separateur;        ///< a rule stands before it
+  const char* texte;      ///< UTF-8, "&" before the access key
+  const char* image;      ///< name of the picture (ui/images.h)
+  const char* raccourci;  ///< default shortcut, portable text; "" for none
   Quand quand;
   /// What it does; null while its work does not exist: it is then in no menu.
   void (Commandes::*action)(unsigned numero);
-  const char* explication; ///< UTF-8, for the status bar; of a command without action: why
-  u32 bit = 0;             ///< document window of which one exists: its bit of the mask
-  bool bascule = false;    ///< carries a check mark
+  const char* explication;  ///< UTF-8, for the status bar; of a command without action: why
+  u32 bit = 0;              ///< document window of which one exists: its bit of the mask
+  bool bascule = false;     ///< carries a check mark
 };
 
 /// All rows, in the order of the menus.

@@ -20,8 +20,7 @@ namespace {
 
 /// The desktop can show a page: a browser is named, or the opener is there.
 bool NavigateurPresent() {
-  return !qEnvironmentVariableIsEmpty("BROWSER") ||
-         !QStandardPaths::findExecutable(u"xdg-open"_s).isEmpty();
+  return !qEnvironmentVariableIsEmpty("BROWSER") || !QStandardPaths::findExecutable(u"xdg-open"_s).isEmpty();
 }
 
 }  // namespace

@@ -29,7 +29,8 @@ std::string DossierProgrammes() {
 void PaletteSombre() {
   if (qgetenv("FENLOR_PALETTE") != "sombre") return;
   QApplication::setStyle(QStringLiteral("Fusion"));
-  const QColor fond(45, 45, 48), base(30, 30, 30), texte(230, 230, 230), faible(140, 140, 140), accent(42, 110, 180);
+  const QColor fond(45, 45, 48), base(30, 30, 30), texte(230, 230, 230), faible(140, 140, 140),
+      accent(42, 110, 180);
   QPalette palette(fond, fond);
   palette.setColor(QPalette::Base, base);
   palette.setColor(QPalette::AlternateBase, fond);
@@ -38,7 +39,8 @@ void PaletteSombre() {
   palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::Link, QColor(110, 175, 255));
   palette.setColor(QPalette::LinkVisited, QColor(180, 150, 255));
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
     palette.setColor(role, texte);
     palette.setColor(QPalette::Disabled, role, faible);
   }

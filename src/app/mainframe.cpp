@@ -81,7 +81,8 @@ void CMainFrame::FaitBarreOutils() {
   m_outils->setObjectName(u"BarreOutils"_s);
   const int cote = style()->pixelMetric(QStyle::PM_SmallIconSize);
   m_outils->setIconSize({cote, cote});
-  for (const unsigned numero : {unsigned{CmdNouvelExercice}, unsigned{CmdOuvrirExercice}, unsigned{CmdProprietes}, 0u})
+  for (const unsigned numero :
+       {unsigned{CmdNouvelExercice}, unsigned{CmdOuvrirExercice}, unsigned{CmdProprietes}, 0u})
     numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
   auto* libelle = new QLabel(u" E&xercice : "_s, m_outils);
   m_combo = new CComboExercices(m_outils);
@@ -93,8 +94,9 @@ void CMainFrame::FaitBarreOutils() {
   m_outils->addWidget(libelle);
   m_outils->addWidget(m_combo);
   m_outils->addSeparator();
-  for (const unsigned numero : {unsigned{CmdAjouter}, unsigned{CmdModifier}, unsigned{CmdSupprimer}, 0u, unsigned{CmdOptions},
-                                unsigned{CmdPreferences}, unsigned{CmdCalculatrice}, 0u, unsigned{CmdAide}})
+  for (const unsigned numero :
+       {unsigned{CmdAjouter}, unsigned{CmdModifier}, unsigned{CmdSupprimer}, 0u, unsigned{CmdOptions},
+        unsigned{CmdPreferences}, unsigned{CmdCalculatrice}, 0u, unsigned{CmdAide}})
     numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
 }
 
@@ -225,7 +227,8 @@ void CMainFrame::Actualise(u32 masque) {
     update();
   }
   for (QMdiSubWindow* fenetre : m_zone->subWindowList())
-    if (auto* cadre = qobject_cast<CMDIChildFrame*>(fenetre); cadre && (tout || (cadre->Contenu().Bit() & masque)))
+    if (auto* cadre = qobject_cast<CMDIChildFrame*>(fenetre);
+        cadre && (tout || (cadre->Contenu().Bit() & masque)))
       cadre->Contenu().Actualise(masque);
   ActualisePage();
   m_commandes->ActualiseEtats();
@@ -243,21 +246,24 @@ void CMainFrame::Sauve() {
   if (m_app.NomExercice.empty()) return;
   u32 masque = 0;
   for (const auto& [bit, cadre] : m_ouvertes) masque |= bit;
-  const std::string texte = std::to_string(masque), section = Texte(SecFenlor), cle = Texte(CleFenetresOuvertes);
+  const std::string texte = std::to_string(masque), section = Texte(SecFenlor),
+                    cle = Texte(CleFenetresOuvertes);
   if (m_app.Reglages.LitIni(section, cle) != texte) m_app.Reglages.EcritIni(section, cle, texte);
 }
 
 void CMainFrame::Restaure() {
   if (m_app.NomExercice.empty()) return;
-  const auto masque = static_cast<u32>(TexteVersLong(m_app.Reglages.LitIni(Texte(SecFenlor), Texte(CleFenetresOuvertes))));
+  const auto masque =
+      static_cast<u32>(TexteVersLong(m_app.Reglages.LitIni(Texte(SecFenlor), Texte(CleFenetresOuvertes))));
   for (const u32 bit : ordreOuverture)
     if (masque & bit) OuvreUnique(bit);
 }
 
 void CMainFrame::MontreExercice() {
   const std::string produit = Texte(TitreApplication);
-  setWindowTitle(m_app.NomExercice.empty() ? Q(produit)
-                                           : TexteQ(FormatTitreExercice, {produit, Texte(MotExercice), m_app.NomExercice}));
+  setWindowTitle(m_app.NomExercice.empty()
+                     ? Q(produit)
+                     : TexteQ(FormatTitreExercice, {produit, Texte(MotExercice), m_app.NomExercice}));
   m_combo->Remplit(m_app);
   m_etat->MontreExercice();
   ActualisePage();

@@ -44,7 +44,8 @@ PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)>
   rangee->addStretch(1);
 }
 
-void PageAccueil::Montre(const QString& titre, const QString& phrase, const std::vector<unsigned>& commandes) {
+void PageAccueil::Montre(const QString& titre, const QString& phrase,
+                         const std::vector<unsigned>& commandes) {
   m_titre->setText(titre);
   m_phrase->setText(phrase);
   while (QLayoutItem* vieux = m_boutons->takeAt(0)) {
@@ -77,7 +78,8 @@ void PageAccueil::Actualise() {
   } else if (app.Magasin.GetExercicesRec() == 0) {
     Montre(TexteQ(AccueilBienvenue), TexteQ(AccueilPremier), {CmdNouvelExercice, CmdDemonstration, CmdAide});
   } else {
-    Montre(TexteQ(AccueilAucun), TexteQ(AccueilChoisir), {CmdOuvrirExercice, CmdNouvelExercice, CmdDemonstration, CmdAide});
+    Montre(TexteQ(AccueilAucun), TexteQ(AccueilChoisir),
+           {CmdOuvrirExercice, CmdNouvelExercice, CmdDemonstration, CmdAide});
   }
 }
 

@@ -47,8 +47,8 @@ void Programme::FermeAccueil() { m_accueil.reset(); }
 
 bool Programme::InitInstance() {
   m_app.PathProgrammes = m_options.pathProgrammes;
-  m_app.PathCabinet =
-      DossierCabinetDefaut(m_options.pathProgrammes, Environnement("XDG_DATA_HOME"), QDir::homePath().toStdString());
+  m_app.PathCabinet = DossierCabinetDefaut(m_options.pathProgrammes, Environnement("XDG_DATA_HOME"),
+                                           QDir::homePath().toStdString());
   const bool choisi = m_options.ligne.pathCabinet || m_options.ligne.pathMagasin;
   AppliqueLigneCommande(m_app, m_options.ligne);
   const std::string cabinet = m_options.ligne.pathMagasin.value_or(m_app.PathCabinet);
@@ -65,7 +65,8 @@ bool Programme::InitInstance() {
     QTimer::singleShot(duree, m_accueil.get(), [this] { FermeAccueil(); });
   }
   LitVersionParent(m_app);
-  if (!OuvreMagasin() || (!QDir(QFile::decodeName(cabinet.c_str())).exists() && !(choisi ? ChoisitCabinet() : true)))
+  if (!OuvreMagasin() ||
+      (!QDir(QFile::decodeName(cabinet.c_str())).exists() && !(choisi ? ChoisitCabinet() : true)))
     return false;
   if (!QDir().mkpath(QFile::decodeName(cabinet.c_str())) || !m_magasin.QVReserveCabinet(m_app.PathCabinet)) {
     FermeAccueil();
@@ -112,7 +113,8 @@ bool Programme::OuvreMagasin() {
 
 bool Programme::ChoisitCabinet() {
   FermeAccueil();
-  return m_app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionNouveauCabinet, {Lisible(m_app.PathCabinet)}) == RepOui;
+  return m_app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionNouveauCabinet,
+                         {Lisible(m_app.PathCabinet)}) == RepOui;
 }
 
 bool Programme::OuvreCompta() {
@@ -128,12 +130,14 @@ bool Programme::OuvreCompta() {
                     std::string cree = nom;
                     return CDialogNewExercice(m_cadre->Contexte(), cree, m_cadre.get(), nom).Execute();
                   },
-              .parent = [this](unsigned wparam, unsigned lparam) { PrevientParent(m_app.ParentWindow, wparam, lparam); },
+              .parent = [this](unsigned wparam,
+                               unsigned lparam) { PrevientParent(m_app.ParentWindow, wparam, lparam); },
               .arret = {}}));
   m_compta = m_magasin.QVOpenCompta(m_app.PathCabinet, {});
   if (!m_compta) {
     FermeAccueil();
-    m_app.ReportErreur(ErrCabinet, {Lisible(m_app.PathCabinet), m_magasin.QVErreurTexte(m_magasin.QVFileErrorCode())});
+    m_app.ReportErreur(ErrCabinet,
+                       {Lisible(m_app.PathCabinet), m_magasin.QVErreurTexte(m_magasin.QVFileErrorCode())});
     return false;
   }
   m_magasin.QVSetWithQuorbane(m_app.Edition != 2, m_app.Edition);

@@ -57,9 +57,9 @@ class Programme {
   std::unique_ptr<CMainFrame> m_cadre;
   std::unique_ptr<InstanceUnique> m_instance;
   std::unique_ptr<EcranAccueil> m_accueil;
-  bool m_session = false;   ///< the store session is open
-  bool m_compta = false;    ///< the books are open
-  bool m_premier = false;   ///< the first exercice was just made
+  bool m_session = false;  ///< the store session is open
+  bool m_compta = false;   ///< the books are open
+  bool m_premier = false;  ///< the first exercice was just made
   bool m_autre = false;
 };
 

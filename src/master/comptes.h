@@ -97,7 +97,7 @@ std::vector<ChoixTVA> ChoixComptesTVA(CFenlorApp& app);
 /// Which accounts a list shows; in order of their number.
 enum class ListeComptes { Recettes, Depenses, Tresorerie, PlanComptable };
 std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste);
-/// Column specification of a list: single display, or both currencies.
+/// Column description of a list: single display, or both currencies.
 std::string ColonnesComptes(ListeComptes liste, bool deuxMonnaies);
 /// Fields of a row, "a|b|c", for the session's `AfficherDouble`. Single display: Franc when the
 /// exercice's name as a number is below 2002, Euro otherwise.

@@ -1,4 +1,4 @@
-// The column specification of a table, "Code|L|80|Compte|L|80", and the cutting
+// The column description of a table, "Code|L|80|Compte|L|80", and the cutting
 // of a text that does not fit its cell.
 #pragma once
 

@@ -28,10 +28,10 @@ enum MasqueFenetre : u32 {
   FenDepenses = 512,
   FenOperationsDiverses = 1024,
   FenImmobilisations = 4096,
-  ActualiseEcritures = 1793,   ///< treasury and the three journals
-  ActualiseComptes = 1807,     ///< and the lists of accounts
-  ActualiseListes = 55,        ///< the lists, after a change of their font
-  ActualiseTout = 65535,       ///< the preferences changed: bars and frame too
+  ActualiseEcritures = 1793,  ///< treasury and the three journals
+  ActualiseComptes = 1807,    ///< and the lists of accounts
+  ActualiseListes = 55,       ///< the lists, after a change of their font
+  ActualiseTout = 65535,      ///< the preferences changed: bars and frame too
 };
 
 class Fenetres {

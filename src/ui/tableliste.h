@@ -22,7 +22,7 @@ class TableListe : public QTreeView {
   ModeleListe& Modele() { return *m_modele; }
   const ModeleListe& Modele() const { return *m_modele; }
 
-  /// Parses a specification (Windows-1252) and makes the columns. Widths are pixels
+  /// Parses a description (Windows-1252) and makes the columns. Widths are pixels
   /// with the desktop's font, and grow with a larger list font; a title is never cut.
   virtual void SetColonnes(const std::string& texte);
   void SetColonnesId(unsigned numero);  ///< text of the table, by number
@@ -73,7 +73,7 @@ class TableListe : public QTreeView {
   bool viewportEvent(QEvent* evenement) override;
   void keyPressEvent(QKeyEvent* evenement) override;
   void paintEvent(QPaintEvent* evenement) override;
-  /// Gives the columns the widths of the specification, unless there are others since.
+  /// Gives the columns the widths of the description, unless there are others since.
   virtual void Ajuste();
   /// Sets widths that are not the user's doing.
   void PlaceColonnes(const std::vector<int>& largeurs);
@@ -88,7 +88,7 @@ class TableListe : public QTreeView {
   QString m_texteVide;
   int m_colonneTriee = -1;
   bool m_place = false;            ///< widths are changing, not by the user
-  bool m_largeursPropres = false;  ///< widths are no more those of the specification
+  bool m_largeursPropres = false;  ///< widths are no more those of the description
   bool m_largeursChangees = false;
 };
 
@@ -98,7 +98,7 @@ class CZNListCtrl : public TableListe {
  public:
   explicit CZNListCtrl(ContexteUi& contexte, QWidget* parent = nullptr);
   void SetColonnes(const std::string& texte) override;
-  /// Recomputes the widths from a specification's percentages.
+  /// Recomputes the widths from a description's percentages.
   void AjusteColonnes(const std::string& texte);
 
  protected:

@@ -136,7 +136,9 @@ TEST(TableCommandes, EstComplete) {
   for (const auto& voulue : Voulues) {
     const Commande* commande = TrouveCommande(voulue.numero);
     ASSERT_NE(commande, nullptr) << voulue.numero;
-    if (voulue.texte) { EXPECT_STREQ(commande->texte, voulue.texte); }
+    if (voulue.texte) {
+      EXPECT_STREQ(commande->texte, voulue.texte);
+    }
   }
 }
 
@@ -168,14 +170,17 @@ TEST_F(CommandesUiTest, LesMenusMontrentCeQuiExiste) {
       const qsizetype marque = action->text().indexOf(u'&');
       if (marque < 0) continue;
       const QChar lettre = action->text().at(marque + 1).toLower();
-      EXPECT_FALSE(lettres.contains(lettre)) << titre->text().toStdString() << ": " << action->text().toStdString();
+      EXPECT_FALSE(lettres.contains(lettre))
+          << titre->text().toStdString() << ": " << action->text().toStdString();
       lettres.insert(lettre);
     }
   }
   for (const Commande& commande : TableCommandes()) {
     QAction* action = Principal->Table().Action(commande.numero);
     EXPECT_EQ(action != nullptr, commande.action != nullptr) << commande.texte;
-    if (action && commande.menu != Menu::Aucun) { EXPECT_TRUE(vues.contains(action)) << commande.texte; }
+    if (action && commande.menu != Menu::Aucun) {
+      EXPECT_TRUE(vues.contains(action)) << commande.texte;
+    }
   }
 }
 
@@ -183,14 +188,15 @@ TEST_F(CommandesUiTest, LaDisponibiliteSuitLaSession) {
   const auto active = [&](unsigned numero) { return Principal->Table().Action(numero)->isEnabled(); };
   EXPECT_TRUE(active(CmdNouvelExercice));
   EXPECT_TRUE(active(CmdPreferences));
-  for (const unsigned numero : {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes, CmdOptions,
-                                CmdReconstruction, CmdRecalcul, CmdAjustementEuro})
+  for (const unsigned numero : {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes,
+                                CmdOptions, CmdReconstruction, CmdRecalcul, CmdAjustementEuro})
     EXPECT_FALSE(active(numero)) << numero;
 
   ASSERT_TRUE(CreeExercice("2003"));
   App().ExerciceOuvert = 1;
   Principal->MontreExercice();
-  for (const unsigned numero : {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes, CmdOptions})
+  for (const unsigned numero :
+       {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes, CmdOptions})
     EXPECT_TRUE(active(numero)) << numero;
   EXPECT_EQ(Principal->windowTitle(), QStringLiteral("Fenlor Exercice : 2003"));
 

@@ -73,8 +73,9 @@ TEST_F(TousLesFormulairesTest, SontEntiers) {
   CDialogPersonnaliser personnaliser(ui, ContenuParDefaut(), [](unsigned) { return nullptr; });
   CDialogAbout apropos(ui, nullptr);
   CDialogInfoSystem informations(ui, nullptr);
-  QDialog* const tous[] = {&nouveau, &ouvre,      &motDePasse,   &index, &proprietes,  &options,    &adresse,      &particulier,
-                           &taux,    &taxe,       &preferences,  &raccourcis,          &personnaliser, &apropos,   &informations};
+  QDialog* const tous[] = {&nouveau,     &ouvre,      &motDePasse,    &index,   &proprietes,
+                           &options,     &adresse,    &particulier,   &taux,    &taxe,
+                           &preferences, &raccourcis, &personnaliser, &apropos, &informations};
   for (QDialog* formulaire : tous) {
     Regarde(*formulaire);
     formulaire->hide();

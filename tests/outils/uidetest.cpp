@@ -2,8 +2,8 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QLabel>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTextEdit>
@@ -20,7 +20,8 @@ QString Textes(const QWidget& fenetre) {
   QString tout = fenetre.windowTitle();
   for (const QLabel* texte : fenetre.findChildren<QLabel*>()) tout += u'\n' + texte->text();
   for (const QTextEdit* texte : fenetre.findChildren<QTextEdit*>()) tout += u'\n' + texte->toPlainText();
-  for (const QPlainTextEdit* texte : fenetre.findChildren<QPlainTextEdit*>()) tout += u'\n' + texte->toPlainText();
+  for (const QPlainTextEdit* texte : fenetre.findChildren<QPlainTextEdit*>())
+    tout += u'\n' + texte->toPlainText();
   return tout;
 }
 
@@ -94,8 +95,8 @@ QAbstractButton& Bouton(QWidget& fenetre, const QString& texte) {
 std::vector<std::string> OrdreTab(QWidget& fenetre) {
   std::vector<std::string> noms;
   for (QWidget* w = fenetre.nextInFocusChain(); w && w != &fenetre; w = w->nextInFocusChain())
-    if ((w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&fenetre) && w->isEnabledTo(&fenetre) && !w->objectName().isEmpty() &&
-        !w->objectName().startsWith(QLatin1String("qt_")))
+    if ((w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&fenetre) && w->isEnabledTo(&fenetre) &&
+        !w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_")))
       noms.push_back(w->objectName().toStdString());
   return noms;
 }

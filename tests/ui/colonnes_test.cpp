@@ -13,7 +13,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(Colonnes, Specification) {
+TEST(Colonnes, Description) {
   struct Cas {
     std::string texte;
     std::vector<std::tuple<QString, Qt::AlignmentFlag, int>> attendu;

@@ -27,7 +27,7 @@ class ListeEditee : public QWidget {
     std::function<Permis(int ligne)> permis;
   };
 
-  /// `nom` is read aloud for the list; `colonnes` is the number of the specification.
+  /// `nom` is read aloud for the list; `colonnes` is the number of the description.
   ListeEditee(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
               QWidget* parent = nullptr);
 
