@@ -19,7 +19,7 @@ void CMDIChildFrame::Montre(bool agrandie) {
   if (position)
     setGeometry(AjustePosition(position->rect, zone, minimumSizeHint()));
   else
-    resize(zone.boundedTo(sizeHint().expandedTo({zone.width() * 9 / 10, zone.height() * 3 / 4})));
+    resize(zone.boundedTo(sizeHint().expandedTo({zone.width() * 19 / 20, zone.height() * 3 / 4})));
   if (agrandie || (position && position->agrandie))
     showMaximized();
   else
