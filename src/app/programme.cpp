@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTimer>
+#include <cerrno>
 
 #include "app/astuce.h"
 #include "app/ecranaccueil.h"
@@ -68,9 +69,11 @@ bool Programme::InitInstance() {
   if (!OuvreMagasin() ||
       (!QDir(QFile::decodeName(cabinet.c_str())).exists() && !(choisi ? ChoisitCabinet() : true)))
     return false;
-  if (!QDir().mkpath(QFile::decodeName(cabinet.c_str())) || !m_magasin.QVReserveCabinet(m_app.PathCabinet)) {
+  errno = 0;
+  const int dossier = QDir().mkpath(QFile::decodeName(cabinet.c_str())) ? 0 : errno ? errno : ENOENT;
+  if (dossier != 0 || !m_magasin.QVReserveCabinet(m_app.PathCabinet)) {
     FermeAccueil();
-    const int code = m_magasin.QVFileErrorCode();
+    const int code = dossier != 0 ? dossier : m_magasin.QVFileErrorCode();
     if (code == ErrOccupe)
       m_app.ReportErreur(ErrCabinetOccupe, {m_magasin.QVDetenteur()});
     else
