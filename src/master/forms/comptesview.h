@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "master/comptes.h"
-#include "ui/cznlistview.h"
+#include "master/forms/fichesview.h"
 
 namespace fenlor {
 
@@ -16,20 +16,8 @@ constexpr u32 MasqueComptes(bool tresorerie) {
   return tresorerie ? ActualiseComptes : FenComptesRecettes | FenComptesDepenses | FenPlanComptable;
 }
 
-class ComptesView : public CZNListView {
+class ComptesView : public FichesView {
   Q_OBJECT
- public:
-  /// Record of the row above (-1) or below (+1) the selected one, 0 when there is none.
-  Position Voisin(int pas) const;
-  void VaVers(int pas);
-  /// The account of the selected row stands in another record now; its place stays.
-  void Remplace(Position position);
-
-  /// Commands 1005 to 1007. Enter on the empty last row adds.
-  bool Connait(unsigned commande) const override;
-  bool Disponible(unsigned commande) const override;
-  void Execute(unsigned commande) override;
-
  protected:
   ComptesView(ContexteUi& contexte, unsigned titre, u32 bit, ListeComptes liste, FormeCompte forme);
   /// The form of an account, 0 for a new one.
@@ -38,14 +26,13 @@ class ComptesView : public CZNListView {
   void FillList() override;
   int CompareItems(ModeleListe::Donnee a, ModeleListe::Donnee b, int colonne) override;
   std::string TexteDe(ModeleListe::Donnee donnee) override;
-  std::vector<unsigned> MenuContextuel() const override;
-  void Active() override;
+  std::vector<Position> Positions() override;
+  bool LanceForme(Position position, Position& derniere) override;
+  bool SupprimeFiche(Position position) override;
+  u32 MasqueSuppression() const override;
 
  private:
   bool Lit(ModeleListe::Donnee donnee);
-  Position Choisie() const;
-  void Saisit(Position position);
-  void Supprime();
   const ListeComptes m_liste;
   const FormeCompte m_forme;
   bool m_deuxMonnaies;

@@ -11,25 +11,15 @@ namespace fenlor {
 
 namespace {
 
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007, Aide = 9002, Copier = 9006;
 constexpr u32 FenetresDeComptes = FenComptesRecettes | FenComptesDepenses | FenPlanComptable;
 
 }  // namespace
 
 CRubriqueView::CRubriqueView(ContexteUi& contexte)
-    : CZNListView(contexte, Texte(TitreRubriques), FenRubriques),
+    : FichesView(contexte, Texte(TitreRubriques), FenRubriques),
       m_rubriques(contexte.App, contexte.App.PathExercice) {
   m_rubriques.OpenFile();
-  Table().Modele().DerniereFixe(true);
   Table().SetColonnesId(ColonnesRubriques);
-}
-
-void CRubriqueView::FillList() {
-  std::vector<ModeleListe::Donnee> lignes;
-  for (const Position position : PositionsRubriques(App())) lignes.push_back(position);
-  lignes.push_back(0);
-  Table().Modele().Remplit(std::move(lignes));
-  if (Table().ColonneTriee() >= 0) Table().TrieParColonne(Table().ColonneTriee());
 }
 
 bool CRubriqueView::Lit(ModeleListe::Donnee donnee) {
@@ -53,61 +43,19 @@ int CRubriqueView::CompareItems(ModeleListe::Donnee a, ModeleListe::Donnee b, in
                       : CompareSansCasse(LitTexte(r.Designation), LitTexte(s.Designation));
 }
 
-std::vector<unsigned> CRubriqueView::MenuContextuel() const {
-  return {Copier, Ajouter, Modifier, Supprimer, 0, Aide};
-}
+std::vector<Position> CRubriqueView::Positions() { return PositionsRubriques(App()); }
 
-Position CRubriqueView::Choisie() const { return static_cast<Position>(Table().DonneeChoisie()); }
-
-Position CRubriqueView::Voisin(int pas) const {
-  const int choisie = Table().LigneChoisie(), ligne = choisie + pas;
-  if (choisie < 0 || ligne < 0 || ligne >= Table().Modele().NbLignes()) return 0;
-  return static_cast<Position>(Table().Modele().DonneeDe(ligne));
-}
-
-void CRubriqueView::VaVers(int pas) { pas < 0 ? Table().LignePrecedente() : Table().LigneSuivante(); }
-
-void CRubriqueView::Remplace(Position position) {
-  if (const int ligne = Table().LigneChoisie(); ligne >= 0)
-    Table().Modele().Change(ligne, TexteDe(position), position);
-}
-
-bool CRubriqueView::Connait(unsigned commande) const {
-  return (commande >= Ajouter && commande <= Supprimer) || CZNListView::Connait(commande);
-}
-
-bool CRubriqueView::Disponible(unsigned commande) const {
-  if (commande == Ajouter) return true;
-  if (commande == Modifier || commande == Supprimer) return Choisie() != 0;
-  return CZNListView::Disponible(commande);
-}
-
-void CRubriqueView::Execute(unsigned commande) {
-  if (commande == Ajouter) return Saisit(0);
-  if (commande == Modifier && Choisie() != 0) return Saisit(Choisie());
-  if (commande == Supprimer) return Supprime();
-  CZNListView::Execute(commande);
-}
-
-void CRubriqueView::Active() { Execute(Choisie() != 0 ? Modifier : Ajouter); }
-
-void CRubriqueView::Saisit(Position position) {
-  if (position == 0 && App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(3056);
-    return;
-  }
+bool CRubriqueView::LanceForme(Position position, Position& derniere) {
   CDialogRubrique forme(Contexte(), this, position);
   forme.exec();
-  if (!forme.AChange()) return;
-  Actualise(Bit());
-  Table().SelectionneLigne(Table().Modele().LigneDe(forme.Derniere()));
+  derniere = forme.Derniere();
+  return forme.AChange();
 }
 
-void CRubriqueView::Supprime() {
-  const bool cloture = App().Reglages.IsExerciceCloture();
-  if ((Choisie() == 0 && !cloture) || !SupprimeRubrique(App(), Choisie())) return;
-  Actualise(Bit());
-  Contexte().Cadre.Actualise(FenetresDeComptes);
+bool CRubriqueView::SupprimeFiche(Position position) {
+  return static_cast<bool>(SupprimeRubrique(App(), position));
 }
+
+u32 CRubriqueView::MasqueSuppression() const { return FenetresDeComptes; }
 
 }  // namespace fenlor

@@ -1,0 +1,46 @@
+// A list of records that have a form: what the lists of accounts and of headings have
+// in common. Rows are the records' positions, with an empty row at the end.
+#pragma once
+
+#include "ui/cznlistview.h"
+
+namespace fenlor {
+
+class FichesView : public CZNListView {
+  Q_OBJECT
+ public:
+  /// Record of the row above (-1) or below (+1) the selected one, 0 when there is none.
+  Position Voisin(int pas) const;
+  void VaVers(int pas);
+  /// The record of the selected row stands at another position now; its place stays.
+  void Remplace(Position position);
+
+  /// Commands 1005 to 1007. Enter on the empty last row adds.
+  bool Connait(unsigned commande) const override;
+  bool Disponible(unsigned commande) const override;
+  void Execute(unsigned commande) override;
+
+ protected:
+  FichesView(ContexteUi& contexte, const std::string& titre, u32 bit);
+
+  /// Records in the list's own order.
+  virtual std::vector<Position> Positions() = 0;
+  /// Runs the form of a record, 0 for a new one. True when something was saved;
+  /// `derniere` is then the record to select.
+  virtual bool LanceForme(Position position, Position& derniere) = 0;
+  /// Deletes by the rules; 0 for the empty row of a closed exercice, which refuses.
+  virtual bool SupprimeFiche(Position position) = 0;
+  /// Windows to refresh after a deletion, beside this one.
+  virtual u32 MasqueSuppression() const = 0;
+
+  void FillList() override;
+  std::vector<unsigned> MenuContextuel() const override;
+  void Active() override;
+
+ private:
+  Position Choisie() const;
+  void Saisit(Position position);
+  void Supprime();
+};
+
+}  // namespace fenlor
