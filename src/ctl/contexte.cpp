@@ -151,6 +151,13 @@ int Contexte::Refuse(unsigned numero, std::initializer_list<std::string> argumen
   return Refuse(numero, TexteErreur(numero, arguments), ligne);
 }
 
+int Contexte::RefuseRegle(unsigned numero) {
+  unsigned dit = 0;
+  std::string texte;
+  DernierEchec(dit, texte);
+  return Refuse(numero, dit == numero ? texte : TexteFormat(numero, {}));
+}
+
 int Contexte::RefuseOuverture(const std::string& chemin) {
   return Refuse(3117, {DepuisUtf8(chemin).value_or(chemin)});
 }

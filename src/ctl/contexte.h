@@ -49,6 +49,8 @@ class Contexte {
   /// StatutRefuse.
   int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
   int Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne = 0);
+  /// A rule refused with this number: its own words, which the dialogue kept.
+  int RefuseRegle(unsigned numero);
   /// An input file that cannot be opened, or read to its end (errno value).
   int RefuseOuverture(const std::string& chemin);
   int RefuseLecture(int erreur, const std::string& chemin);

@@ -159,24 +159,17 @@ class CommandeFiche {
     if (m_options.creditInitial && m_fiche.creditInitial != 0 && !m_contexte.Globales.oui)
       return m_contexte.Refuse(QuestionSoldeCrediteur, Texte(QuestionSoldeCrediteur));
     if (m_options.code)
-      if (const ResultatMaster r = ControleCode(m_app, m_forme->forme, m_fiche); !r) return Refuse(r);
+      if (const ResultatMaster r = ControleCode(m_app, m_forme->forme, m_fiche); !r) return m_contexte.RefuseRegle(r.erreur);
     if (m_options.compte)
-      if (const ResultatMaster r = ControleNumero(m_app, m_forme->forme, m_fiche); !r) return Refuse(r);
-    if (const ResultatMaster r = EnregistreCompte(m_app, m_forme->forme, m_fiche); !r) return Refuse(r);
+      if (const ResultatMaster r = ControleNumero(m_app, m_forme->forme, m_fiche); !r) return m_contexte.RefuseRegle(r.erreur);
+    if (const ResultatMaster r = EnregistreCompte(m_app, m_forme->forme, m_fiche); !r) return m_contexte.RefuseRegle(r.erreur);
     return Dit("enregistré."_w);
   }
 
   int Supprime() {
     m_contexte.Dialogue.Ordonne({QuestionSupprimeCompte, QuestionSupprimeTresorerie});
     const ResultatMaster r = SupprimeCompte(m_app, m_forme->forme, m_fiche.position);
-    return r ? Dit("supprimé."_w) : Refuse(r);
-  }
-
-  int Refuse(const ResultatMaster& r) {
-    unsigned numero = 0;
-    std::string texte;
-    m_contexte.DernierEchec(numero, texte);
-    return m_contexte.Refuse(r.erreur, numero == r.erreur ? texte : TexteFormat(r.erreur, {}));
+    return r ? Dit("supprimé."_w) : m_contexte.RefuseRegle(r.erreur);
   }
 
   int Dit(const std::string& fait) {

@@ -77,20 +77,13 @@ class CommandeFiche {
 
   int Enregistre() {
     const ResultatMaster r = EnregistreRubrique(m_app, m_fiche);
-    return r ? Dit("enregistrée."_w) : Refuse(r);
+    return r ? Dit("enregistrée."_w) : m_contexte.RefuseRegle(r.erreur);
   }
 
   int Supprime() {
     m_contexte.Dialogue.Ordonne({QuestionSupprimeRubrique});
     const ResultatMaster r = SupprimeRubrique(m_app, m_fiche.position);
-    return r ? Dit("supprimée."_w) : Refuse(r);
-  }
-
-  int Refuse(const ResultatMaster& r) {
-    unsigned numero = 0;
-    std::string texte;
-    m_contexte.DernierEchec(numero, texte);
-    return m_contexte.Refuse(r.erreur, numero == r.erreur ? texte : TexteFormat(r.erreur, {}));
+    return r ? Dit("supprimée."_w) : m_contexte.RefuseRegle(r.erreur);
   }
 
   int Dit(const std::string& fait) {
