@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <algorithm>
 
 #include "ui/positionfenetre.h"
 
@@ -16,10 +17,17 @@ CMDIChildFrame::CMDIChildFrame(Vue* vue, QWidget* parent) : QMdiSubWindow(parent
 void CMDIChildFrame::Montre(bool agrandie) {
   const QSize zone = mdiArea() ? mdiArea()->viewport()->size() : QSize();
   const auto position = LitPosition(m_vue->App(), m_vue->Titre());
-  if (position)
+  if (position) {
     setGeometry(AjustePosition(position->rect, zone, minimumSizeHint()));
-  else
-    resize(zone.boundedTo(sizeHint().expandedTo({zone.width() * 19 / 20, zone.height() * 3 / 4})));
+  } else {
+    // In steps, like cards; back to the corner when the next one would leave the area.
+    const QSize taille = zone.boundedTo(sizeHint().expandedTo({zone.width() * 19 / 20, zone.height() * 3 / 4}));
+    const int rang = mdiArea() ? static_cast<int>(mdiArea()->subWindowList().size()) - 1 : 0;
+    const int pas = fontMetrics().height();
+    const int colonnes = std::max((zone.width() - taille.width()) / pas + 1, 1);
+    const int lignes = std::max((zone.height() - taille.height()) / pas + 1, 1);
+    setGeometry(QRect(QPoint(pas * (rang % colonnes), pas * (rang % lignes)), taille));
+  }
   if (agrandie || (position && position->agrandie))
     showMaximized();
   else

@@ -226,6 +226,8 @@ TEST_F(CommandesUiTest, UneSeuleFenetreDeChaqueSorte) {
   Principal->OuvreUnique(FenRecettes);
   EXPECT_EQ(Active(), recettes);
   EXPECT_EQ(TraceUtf8(), "+Ecritures de recettes\n+Ecritures de dépenses\n");
+  for (const QMdiSubWindow* fenetre : Principal->Zone().subWindowList())
+    EXPECT_TRUE(Principal->Zone().viewport()->rect().contains(fenetre->geometry()));
 
   // The maximised state survives the change of window.
   recettes->showMaximized();
