@@ -14,6 +14,8 @@
 
 #include "core/btfiles.h"
 #include "core/textes.h"
+#include "dialoguemuet.h"
+#include "fenetresbanc.h"
 #include "master/comptes.h"
 #include "master/forms/plancomptableview.h"
 #include "mesures.h"
@@ -25,36 +27,6 @@ namespace fenlor::bench {
 namespace {
 
 constexpr int Designation = 2, Solde = 5;  // columns of the chart
-
-[[noreturn]] void Abandonne(const std::string& texte) {
-  std::fprintf(stderr, "bench_listes: %s\n", texte.c_str());
-  std::exit(1);
-}
-
-class DialogueMuet : public Dialogue {
- public:
-  void Erreur(unsigned, const std::string& texte) override { Abandonne(texte); }
-  int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
-  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
-  void FermeProgress() override {}
-  void SetTexte(const std::string&) override {}
-  void SetMax(u32) override {}
-  void SetPos(u32) override {}
-  void Step() override {}
-  bool IsAborted() override { return false; }
-};
-
-class SansCadre : public Fenetres {
- public:
-  void Actualise(u32) override {}
-  void FermeToutes() override {}
-  void Sauve() override {}
-  void Restaure() override {}
-  void MontreExercice() override {}
-  void Aide(const QString&) override {}
-  bool Touche(const QKeySequence&) override { return false; }
-  QWidget* Cadre() override { return nullptr; }
-};
 
 /// A practice of its own with so many accounts.
 class Cabinet {
@@ -71,7 +43,7 @@ class Cabinet {
     const bool ouvert = m_magasin->QVOpenSession(1) && m_magasin->QVOpenCompta(m_app->PathCabinet, {}) &&
                         m_magasin->QVCreateExercice("2003", debut, fin, true, false) &&
                         m_magasin->QVOpenExercice("2003");
-    if (!ouvert) Abandonne(m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode()));
+    if (!ouvert) Echec(m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode()));
     m_app->NomExercice = "2003";
     m_app->PathExercice = m_magasin->PathExercice();
     m_app->ExerciceOuvert = 1;
@@ -93,7 +65,7 @@ class Cabinet {
     static const char* const mots[] = {"Honoraires", "Loyer",     "Fournitures",
                                        "Carburant",  "Assurance", "Cotisations"};
     CPlan plan(*m_app, m_app->PathExercice);
-    if (!plan.OpenFile()) Abandonne("no chart");
+    if (!plan.OpenFile()) Echec("no chart");
     QVAPI::Unite unite(*m_magasin);
     char texte[81];
     for (u32 i = 0, alea = 12345; i < comptes; ++i) {
@@ -108,9 +80,9 @@ class Cabinet {
       plan.Rec->Type = i % 2 ? Depense : Recette;
       plan.Rec->PartPro = 100;
       plan.Rec->CreditEuro = (alea >> 4) % 1000000u / 100.0;
-      if (!plan.Add()) Abandonne("account refused");
+      if (!plan.Add()) Echec("account refused");
     }
-    if (!unite.Valide()) Abandonne("accounts not saved");
+    if (!unite.Valide()) Echec("accounts not saved");
   }
 
   FabriqueLmdb m_cles;
@@ -132,29 +104,6 @@ class ListeVide : public CZNListView {
  protected:
   void FillList() override { Table().Modele().Vide(); }
   std::string TexteDe(ModeleListe::Donnee) override { return {}; }
-};
-
-/// Lets the events pass until the rows have been painted.
-class Peinture : public QObject {
- public:
-  explicit Peinture(QWidget& zone) : m_zone(zone) { zone.installEventFilter(this); }
-  ~Peinture() override { m_zone.removeEventFilter(this); }
-  void Attend() {
-    for (int i = 0; i < 1000 && !m_peinte; ++i) QApplication::processEvents(QEventLoop::AllEvents, 10);
-    if (!m_peinte) Abandonne("nothing was painted");
-  }
-
- protected:
-  bool eventFilter(QObject*, QEvent* evenement) override {
-    // Once the painting itself is over, which this call comes before.
-    if (evenement->type() == QEvent::Paint)
-      QMetaObject::invokeMethod(this, [this] { m_peinte = true; }, Qt::QueuedConnection);
-    return false;
-  }
-
- private:
-  QWidget& m_zone;
-  bool m_peinte = false;
 };
 
 struct Mesure {
@@ -195,7 +144,7 @@ void MesureFenetre(const std::function<std::unique_ptr<CZNListView>()>& fait, Me
       table.TrieParColonne(colonne);
       peinture.Attend();
     });
-    if (table.Modele().DonneeDe(derniere) == avant) Abandonne("a sort that moved nothing");
+    if (table.Modele().DonneeDe(derniere) == avant) Echec("a sort that moved nothing");
     return duree;
   };
   m.triTexte.push_back(trie(Designation));
@@ -217,7 +166,7 @@ void Ecrit(const std::string& quoi, const Mesure& m, const Mesure& vide) {
 
 int Principal(unsigned tours, const std::vector<unsigned>& tailles) {
   std::string dossier = (std::filesystem::temp_directory_path() / "fenlor-bench-XXXXXX").string();
-  if (!mkdtemp(dossier.data())) Abandonne("no temporary directory");
+  if (!mkdtemp(dossier.data())) Echec("no temporary directory");
   {
     std::vector<std::unique_ptr<Cabinet>> cabinets;
     for (const unsigned taille : tailles)
@@ -250,9 +199,7 @@ int Principal(unsigned tours, const std::vector<unsigned>& tailles) {
 }  // namespace fenlor::bench
 
 int main(int argc, char** argv) {
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  // The offscreen platform tells of each window what it lacks.
-  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  fenlor::bench::SansEcran();
   QApplication application(argc, argv);
   const QStringList arguments = application.arguments().mid(1);
   unsigned tours = 9;

@@ -1,6 +1,7 @@
 // Clocks, medians and the table that the benchmark prints.
 #pragma once
 
+#include <errno.h>
 #include <time.h>
 
 #include <algorithm>
@@ -33,7 +34,7 @@ inline double Mediane(std::vector<double> valeurs) {
 
 /// Ends the benchmark: a measure of something that failed is worth nothing.
 [[noreturn]] inline void Echec(const std::string& texte) {
-  std::fprintf(stderr, "bench_magasin: %s\n", texte.c_str());
+  std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, texte.c_str());
   std::exit(1);
 }
 

@@ -20,7 +20,11 @@
 #include "app/mainframe.h"
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
+#include "journal/forms/dialogvalidation.h"
+#include "journal/forms/dialogvirement.h"
+#include "master/forms/dialogfraiskm.h"
 #include "master/forms/sheetoptions.h"
+#include "reports/forms/framewndprint.h"
 #include "session/demo.h"
 #include "session/forms/comboexercices.h"
 #include "session/forms/commandesexercice.h"
@@ -62,6 +66,25 @@ void Commandes::DeLaVue(unsigned numero) {
   if (Vue* vue = m_cadre.VueActive()) vue->Execute(numero);
 }
 
+void Commandes::MiseEnPage(unsigned) { m_impression->Configure(); }
+
+void Commandes::Etat(unsigned numero) {
+  if (const DefinitionEtat* etat = TrouveEtat(numero))
+    m_impression->Ouvre(etat->fabrique, DemandeEtat::SelonPreference);
+}
+
+void Commandes::FraisKm(unsigned) { CDialogFraisKm(m_cadre.Contexte(), &m_cadre).Execute(); }
+
+void Commandes::Virement(unsigned) {
+  if (!CDialogVirement::PeutOuvrir(m_cadre.Contexte())) return;
+  CDialogVirement(m_cadre.Contexte(), &m_cadre).Execute();
+  m_cadre.Actualise(ActualiseComptes);
+}
+
+void Commandes::Validation(unsigned) {
+  if (CDialogValidation(m_cadre.Contexte(), &m_cadre).Execute()) m_cadre.Actualise(ActualiseEcritures);
+}
+
 void Commandes::Calculatrice(unsigned) { m_cadre.BasculeCalculatrice(); }
 
 void Commandes::PreferencesUi(unsigned) { CPrefPropertySheet(m_cadre.Contexte(), &m_cadre).Execute(); }
@@ -84,6 +107,10 @@ bool Commandes::EstCoche(const Commande& commande) const {
   if (const QWidget* barre = BarreDe(commande.numero)) return !barre->isHidden();
   if (commande.numero == CmdCalculatrice) return m_cadre.CalculatriceOuverte();
   if (commande.numero == CmdPleinEcran) return m_cadre.isFullScreen();
+  if (commande.quand == Quand::Vue) {
+    const Vue* vue = m_cadre.VueActive();
+    return vue && vue->Connait(commande.numero) && vue->Coche(commande.numero);
+  }
   return commande.bit != 0 && m_cadre.EstOuvert(commande.bit);
 }
 

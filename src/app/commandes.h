@@ -85,7 +85,9 @@ enum NumeroCommande : unsigned {
   CmdAjustementEuro = 1250,
   CmdMiseAJour = 1251,
   CmdComboExercices = 7002,
-  CmdImpression = 57606,
+  CmdMiseEnPage = 57606,
+  CmdImprimer = 57607,
+  CmdApercu = 57609,
   CmdAPropos = 57664,
   // This system's own
   CmdQuitter = 9000,

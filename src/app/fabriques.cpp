@@ -1,23 +1,91 @@
 #include "app/fabriques.h"
 
+#include <QApplication>
+
+#include "app/gestioncommandes.h"
 #include "app/mainframe.h"
+#include "journal/controles.h"
+#include "journal/forms/ecritureview.h"
+#include "master/forms/dialogcompteparticulier.h"
+#include "master/forms/dialogplan.h"
 #include "master/forms/libelleview.h"
 #include "master/forms/plancomptableview.h"
 #include "master/forms/planview.h"
 #include "master/forms/rubriqueview.h"
 #include "master/forms/tresorerieview.h"
+#include "reports/etatjournal.h"
+#include "reports/forms/framewndprint.h"
+#include "ui/dialogueqt.h"
 
 namespace fenlor {
 
+namespace {
+
+std::string CompteManquant(QVAPI& magasin, unsigned question) {
+  switch (question) {
+    case 3030:
+      return magasin.GetCompteEcartCredit();
+    case 3031:
+      return magasin.GetCompteEcartDebit();
+    case 3055:
+      return magasin.GetComptePerso();
+    case 3087:
+      return magasin.GetCompteVireFrom();
+    default:
+      return magasin.GetCompteVireTo();
+  }
+}
+
+DemandeEtat Demande(bool apercu) { return apercu ? DemandeEtat::Apercu : DemandeEtat::Impression; }
+
+}  // namespace
+
 void PoseFabriques(CMainFrame& cadre) {
-  cadre.PoseFabrique(FenTresorerie, [](ContexteUi& contexte) { return new CTresorerieView(contexte); });
-  cadre.PoseFabrique(FenComptesRecettes,
-                     [](ContexteUi& contexte) { return new CPlanView(contexte, Recette); });
-  cadre.PoseFabrique(FenComptesDepenses,
-                     [](ContexteUi& contexte) { return new CPlanView(contexte, Depense); });
-  cadre.PoseFabrique(FenPlanComptable, [](ContexteUi& contexte) { return new CPlanComptableView(contexte); });
-  cadre.PoseFabrique(FenRubriques, [](ContexteUi& contexte) { return new CRubriqueView(contexte); });
-  cadre.PoseFabrique(FenLibelles, [](ContexteUi& contexte) { return new CLibelleView(contexte); });
+  const auto liste = [&cadre](u32 bit, const char* etat, auto fait) {
+    cadre.PoseFabrique(bit, [&cadre, etat, fait](ContexteUi& contexte) {
+      CZNListView* vue = fait(contexte);
+      vue->SurImpression([&cadre, etat](bool apercu) {
+        cadre.Table().Impression().Ouvre(TrouveEtat(etat)->fabrique, Demande(apercu));
+      });
+      return vue;
+    });
+  };
+  liste(FenTresorerie, "tresorerie", [](ContexteUi& contexte) { return new CTresorerieView(contexte); });
+  liste(FenComptesRecettes, "comptes-recettes",
+        [](ContexteUi& contexte) { return new CPlanView(contexte, Recette); });
+  liste(FenComptesDepenses, "comptes-depenses",
+        [](ContexteUi& contexte) { return new CPlanView(contexte, Depense); });
+  liste(FenPlanComptable, "plan-comptable",
+        [](ContexteUi& contexte) { return new CPlanComptableView(contexte); });
+  liste(FenRubriques, "rubriques", [](ContexteUi& contexte) { return new CRubriqueView(contexte); });
+  liste(FenLibelles, "libelles", [](ContexteUi& contexte) { return new CLibelleView(contexte); });
+  for (const auto& [bit, journal] : {std::pair{FenRecettes, JournalRecettes},
+                                     {FenDepenses, JournalDepenses},
+                                     {FenOperationsDiverses, JournalOD}})
+    cadre.PoseFabrique(bit, [&cadre, numero = journal](ContexteUi& contexte) {
+      auto* vue = new CEcritureView(contexte, numero);
+      vue->SurImpression([&cadre](const CEcritureView& imprimee, bool apercu) {
+        const auto etat = [&imprimee](CFenlorApp& app, DemandeurCriteres& demandeur) {
+          auto doc = std::make_unique<CEtatJournalDoc>(app, demandeur);
+          doc->SetCriteres(imprimee.Demande(), imprimee.JournalComptable());
+          return doc;
+        };
+        cadre.Table().Impression().Ouvre(etat, Demande(apercu));
+      });
+      return vue;
+    });
+}
+
+void PoseManques(DialogueQt& dialogue, CMainFrame& cadre) {
+  dialogue.PoseManque({3030, 3031, 3055, 3087, 3088}, [&cadre](unsigned question) {
+    CFenlorApp& app = cadre.App();
+    QWidget* parent = QApplication::activeModalWidget();
+    if (!parent) parent = &cadre;
+    const auto nouveau = [&cadre, parent] { return CDialogPlan::Nouveau(cadre.Contexte(), parent); };
+    CDialogCompteParticulier(cadre.Contexte(), nouveau, parent).Execute();
+    Plan plan;
+    return LitCompte(app, CompteManquant(app.Magasin, question), plan);
+  });
 }
 
 }  // namespace fenlor

@@ -7,6 +7,7 @@
 #include <QStandardPaths>
 
 #include "app/mainframe.h"
+#include "reports/forms/framewndprint.h"
 #include "session/forms/comboexercices.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
@@ -25,7 +26,11 @@ bool NavigateurPresent() {
 
 }  // namespace
 
-Commandes::Commandes(CMainFrame& cadre) : QObject(&cadre), m_cadre(cadre), m_navigateur(NavigateurPresent()) {
+Commandes::Commandes(CMainFrame& cadre)
+    : QObject(&cadre),
+      m_cadre(cadre),
+      m_impression(new CFrameWndPrint(cadre.Contexte(), [&cadre](Vue* vue) { cadre.Ouvre(vue); }, this)),
+      m_navigateur(NavigateurPresent()) {
   for (const Commande& commande : TableCommandes()) {
     if (!commande.action) continue;
     auto* action = new QAction(Image(commande.image), QString::fromUtf8(commande.texte), &cadre);

@@ -14,6 +14,7 @@ class QWidget;
 
 namespace fenlor {
 
+class CFrameWndPrint;
 class CMainFrame;
 
 class Commandes : public QObject {
@@ -32,6 +33,8 @@ class Commandes : public QObject {
   void ActualiseEtats();
   /// Runs a command when it is available.
   void Execute(unsigned numero);
+  /// The report that is open, and printing.
+  CFrameWndPrint& Impression() { return *m_impression; }
 
   // The handlers; the argument is the command's number.
   void NouvelExercice(unsigned);
@@ -42,6 +45,11 @@ class Commandes : public QObject {
   void Quitter(unsigned);
   void SelectionExercice(unsigned);
   void DeLaVue(unsigned numero);
+  void MiseEnPage(unsigned);
+  void Etat(unsigned numero);  ///< a report of the menu
+  void FraisKm(unsigned);
+  void Virement(unsigned);
+  void Validation(unsigned);
   void Reconstruction(unsigned);
   void Recalcul(unsigned);
   void AjustementEuro(unsigned);
@@ -70,6 +78,7 @@ class Commandes : public QObject {
   bool EstCoche(const Commande& commande) const;
   QWidget* BarreDe(unsigned numero) const;  ///< that the command shows and hides; null for others
   CMainFrame& m_cadre;
+  CFrameWndPrint* m_impression;
   bool m_navigateur;
   QHash<unsigned, QAction*> m_actions;
 };

@@ -133,6 +133,7 @@ void CMainFrame::Installe(CMDIChildFrame* cadre) {
   m_centre->setCurrentWidget(m_zone);
   connect(cadre, &QObject::destroyed, this, [this] { ActualisePage(); });
   connect(&cadre->Contenu(), &Vue::MenuDemande, this, &CMainFrame::MenuDeLaVue, Qt::QueuedConnection);
+  connect(&cadre->Contenu(), &Vue::EtatChange, m_commandes, &Commandes::ActualiseEtats);
   cadre->Contenu().Charge();
   cadre->Montre(agrandie);
   m_commandes->ActualiseEtats();

@@ -87,6 +87,7 @@ bool Programme::InitInstance() {
 
   m_cadre = std::make_unique<CMainFrame>(m_app, m_dialogue);
   PoseFabriques(*m_cadre);
+  PoseManques(m_dialogue, *m_cadre);
   m_cadre->MontreAuDemarrage();
   if (m_accueil) m_accueil->raise();
 

@@ -1,20 +1,17 @@
 #include "core/textes.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <iterator>
 #include <vector>
 
+#include "core/tabletextes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
-
-struct LigneTexte {
-  unsigned numero;
-  const char* utf8;
-};
 
 constexpr LigneTexte lignes[] = {
     {3000, "Le répertoire de l'exercice est invalide !"},
@@ -201,6 +198,8 @@ constexpr LigneTexte lignes[] = {
      "Il y a des écritures enregistrées pour ce compte !\nSon numéro et son type ne peuvent plus être changés."},
     {3254, "Le compte %s est le compte de répartition personnelle : il ne se modifie que dans le plan comptable."},
     {3260, "La formule de la rubrique %s revient sur elle-même : %s"},
+    {3270, "Ce fenlorctl est construit sans PDF."},
+    {3271, "L'état %s n'a pas pu être construit."},
     {3300, "Le compte de trésorerie a été modifié.\nFaut-il continuer ?"},
     {3301,
      "Attention ! L'ecriture n'est pas équilibrée.\nVoulez-vous l'enregistrer ?\n\nCliquez 'Oui' "
@@ -257,6 +256,12 @@ constexpr LigneTexte lignes[] = {
     {3350, "Suppression du libellé\n\"%s\" ?"},
     {3351, "Les libellés n'ont pas pu être enregistrés dans %s : %s"},
     {3352, "Un libellé ne peut pas être vide, ni commencer par \"@\" ou \"[\"."},
+    {3375, "Faut il enregistrer ce virement ?"},
+    {3380, "Un montant a déjà été enregistré.\n\nFaut-il le remplacer?"},
+    {3381,
+     "Attention !\nIl existe %ld écriture(s) dans les comptes associés des rubriques utilisant la variable "
+     "'&%s'. Si vous confirmez cette opération, ces écritures seront perdues!\n\nFaut-il les supprimer?"},
+    {3382, "Suppression du montant?"},
     {5000, "Fenlor"},
     {5001, "%s - Erreur (%u)"},
     {5002, "%s - Erreur"},
@@ -525,30 +530,127 @@ constexpr LigneTexte lignes[] = {
     {5954, "Libellés"},
     {5955, "Ajout d'un libellé"},
     {5956, "Modification d'un libellé"},
+    {6030, "Virement interne"},
+    {6050, "Ecritures de recettes"},
+    {6051, "Ecritures de dépenses"},
+    {6052, "Opérations diverses"},
+    {6053, "Ecritures de recettes - %s "},
+    {6054, "Ecritures de dépenses - %s "},
+    {6055, "Ecritures d'opérations diverses - %s "},
+    {6056, "Validées"},
+    {6057, "Brouillard"},
+    {6058, "Toutes"},
+    {6059, "Recettes"},
+    {6060, "Depenses"},
+    {6061, "Opérations diverses"},
+    {6062, "Recettes"},
+    {6063, "Dépenses"},
+    {6064, "Opérations diverses"},
+    {6065, "%s, %d, %s, %d"},
+    {6066, "%s, %d, %s"},
+    {6067, "%s du mois de"},
+    {6068, "%s %d"},
+    {6069, "%s %d   *** Liste partielle ***"},
+    {6070, "< Tous >"},
+    {6071, "Jan.|Fev.|Mar.|Avr.|Mai.|Juin|Juil.|Aou.|Sep.|Oct.|Nov.|Dec."},
+    {6072, "Total  "},
+    {6073, "Total  Sélectionné   "},
+    {6074,
+     "Ligne|Date|Libellé|Trésorerie|Montant F|Montant €|Débit F|Crédit F|Débit €|Crédit €|Rub|Compte|"
+     "Désignation"},
+    {6075, "VRBP"},
+    {6076, "Pointée|Remise en banque|Rapprochée|Validée"},
+    {6077, "%s "},
+    {6078, " %u "},
+    {6079, " %d "},
+    {6080, "Aucune écriture ce mois-ci."},
+    {6081, "Aucune écriture ne répond aux critères d'affichage."},
+    {6082, "Aucune écriture validée ce mois-ci."},
+    {6083, "Aucune écriture en brouillard ce mois-ci."},
+    {6085, "Il n'y a pas encore de compte de trésorerie : créez-en un pour saisir des écritures."},
+    {6086, "« Ajouter » (Inser) en saisit une."},
+    {6100, "%s : %s"},
+    {6101, "Ecriture de RECETTE"},
+    {6102, "Ecriture de DEPENSE"},
+    {6103, "Ecriture d'une ligne de trésorerie"},
+    {6104, "ajout"},
+    {6105, "modification"},
+    {6106, "Compte|L|20|Libellé|L|40|Paiement|R|20|Montant|R|20"},
+    {6107, "Aucune ligne. La touche Ins en ajoute une."},
+    {6130, "Ecriture d'OPERATION DIVERSES"},
+    {6131, "Ecriture d'une ligne d'O.D."},
+    {6132, "Compte|L|20|Libellé|L|40|Débit|R|20|Crédit|R|20"},
+    {6160, "Periode"},
+    {6161, "du %s au %s"},
+    {6162, "%s  %s"},
+    {6300, "\\I\\B%s    \\0\\I%s\n\\S001\n"},
+    {6301, "\\L\\0\\1%s\\2\\B\\U %s \\3\\0Page %u / %u\n\n"},
+    {6302, "*** Il n'y a pas de texte à imprimer !\n"},
+    {6303, "Erreur placement"},
+    {6304, "Erreur de lecture du fichier temporaire."},
+    {6305, "Erreur allocation mémoire."},
+    {6306, "L'état n'a pas pu être construit jusqu'au bout.\nLe fichier temporaire n'a pas pu être écrit : %s"},
+    {6350, "Compteur"},
+    {6351, "Ancien relevé"},
+    {6352, "Dernier relevé"},
+    {6353, "Kms"},
+    {6354, "Borne Inf"},
+    {6355, "Borne Sup"},
+    {6356, "Coef"},
+    {6357, "Coef Euro"},
+    {6358, "Frs/Km 1"},
+    {6359, "Frs/Km 2"},
+    {6360, "Frs/Km 3"},
+    {6361, "€/Km 1"},
+    {6362, "€/Km 2"},
+    {6363, "€/Km 3"},
+    {6364, "&FRAISKM"},
+    {6365, "Jusqu'à %d km :"},
+    {6366, "De %d km et jusqu'à %d km :"},
+    {6367, "Au-delà de %d km :"},
+    {6430, "Le fichier PDF n'a pas pu être écrit.\n%s : %s"},
+    {6431, "L'impression n'a pas pu se faire sur %s."},
+    {6432, "\nEcriture du fichier PDF\n\nen cours..."},
+    {6433, "\nImpression\n\nen cours..."},
+    {6434, "Aperçu avant impression"},
+    {6435, "%s - Aperçu avant impression"},
+    {6436, "Page %u / %u"},
+    {6437, "Pages %u et %u / %u"},
+    {6438, "Mise en page"},
+    {6439, "%s, %d, %d, %d, %d, %d"},
+    {6440, "Exporter en PDF"},
+    {6441, "Documents PDF (*.pdf)"},
+    {6450, "Frais kilométriques"},
 };
 
-constexpr bool EnOrdre() {
-  for (std::size_t i = 1; i < std::size(lignes); ++i)
-    if (lignes[i - 1].numero >= lignes[i].numero) return false;
-  return true;
-}
-static_assert(EnOrdre());
+static_assert(EnOrdre(lignes));
 
-const LigneTexte* Trouve(unsigned numero) {
-  const auto* ligne = std::lower_bound(std::begin(lignes), std::end(lignes), numero,
-                                       [](const LigneTexte& l, unsigned n) { return l.numero < n; });
-  return ligne != std::end(lignes) && ligne->numero == numero ? ligne : nullptr;
-}
-
-std::vector<std::string> Convertis() {
-  std::vector<std::string> textes;
-  textes.reserve(std::size(lignes));
-  for (const LigneTexte& ligne : lignes) {
-    auto texte = DepuisUtf8(ligne.utf8);
-    assert(texte);
-    textes.push_back(texte.value_or(ligne.utf8));
+/// A table with its texts in the program's own code page, in the order of its rows.
+class Converties {
+ public:
+  explicit Converties(TableTextes table) : m_table(table) {
+    m_textes.reserve(table.size());
+    for (const LigneTexte& ligne : table) {
+      auto texte = DepuisUtf8(ligne.utf8);
+      assert(texte);
+      m_textes.push_back(texte.value_or(ligne.utf8));
+    }
   }
-  return textes;
+  const std::string* Trouve(unsigned numero) const {
+    const auto ligne = std::lower_bound(m_table.begin(), m_table.end(), numero,
+                                        [](const LigneTexte& l, unsigned n) { return l.numero < n; });
+    if (ligne == m_table.end() || ligne->numero != numero) return nullptr;
+    return &m_textes[static_cast<std::size_t>(ligne - m_table.begin())];
+  }
+
+ private:
+  TableTextes m_table;
+  std::vector<std::string> m_textes;
+};
+
+const std::string* Trouve(unsigned numero) {
+  static const std::array<Converties, 2> tables = {Converties(lignes), Converties(TextesEtats())};
+  return tables[numero >= PremierTexteEtat].Trouve(numero);
 }
 
 /// Length of the conversion that begins behind a "%" at `debut`, 0 when none does.
@@ -566,9 +668,8 @@ constexpr unsigned derniereErreur = 3299;
 }  // namespace
 
 std::string Texte(unsigned numero) {
-  static const std::vector<std::string> textes = Convertis();
-  const LigneTexte* ligne = Trouve(numero);
-  return ligne ? textes[static_cast<std::size_t>(ligne - lignes)] : std::string();
+  const std::string* texte = Trouve(numero);
+  return texte ? *texte : std::string();
 }
 
 bool TexteExiste(unsigned numero) { return Trouve(numero) != nullptr; }

@@ -54,6 +54,8 @@ enum TexteId : unsigned {
   ErrCompteMouvemente = 3253,    ///< another number or type
   ErrComptePersonnel = 3254,     ///< short number
   ErrBoucleRubrique = 3260,      ///< code; the codes on the way back to it
+  ErrSansPdf = 3270,             ///< this fenlorctl writes no PDF
+  ErrEtatAbsent = 3271,          ///< nothing to show: name of the report
   // Questions
   QuestionTresorerieChangee = 3300,   ///< "Le compte de trésorerie a été modifié.\nFaut-il continuer ?"
   QuestionNonEquilibree = 3301,       ///< "Attention ! L'ecriture n'est pas équilibrée. ..."
@@ -87,6 +89,10 @@ enum TexteId : unsigned {
   QuestionSupprimeLibelle = 3350,
   ErrLibelles = 3351,                 ///< path, reason
   ErrLibelleRefuse = 3352,            ///< blank, or not readable again
+  QuestionEnregistrerVirement = 3375,
+  QuestionRemplaceFraisKm = 3380,
+  QuestionEcrituresVariable = 3381,   ///< number of entries, variable
+  QuestionSupprimeFraisKm = 3382,
   // Titles
   TitreApplication = 5000,      ///< "Fenlor"
   FormatTitreErreur = 5001,     ///< "%s - Erreur (%u)"
@@ -328,6 +334,185 @@ enum TexteId : unsigned {
   TitreLibelles = 5954,
   TitreAjoutLibelle = 5955,
   TitreModificationLibelle = 5956,
+  // Commands on many entries, transfer
+  LibelleVirement = 6030,  ///< label of a transfer
+  // Windows of the journals
+  TitreJournal = 6050,        ///< of receipts; expenses and opérations diverses follow, here and below
+  FormatTitreJournal = 6053,  ///< word for the mode
+  MotModeListe = 6056,        ///< validated, draft, all
+  CleJournal = 6059,
+  NomDuJournal = 6062,
+  FormatVueJournal = 6065,    ///< account, index of the month, mode, 1 when one row an entry
+  FormatVueJournalOD = 6066,
+  FormatEnteteJournal = 6067,  ///< name of the journal
+  FormatMoisJournal = 6068,    ///< month, year
+  FormatMoisPartiel = 6069,
+  MotTousComptes = 6070,
+  MoisAbreges = 6071,
+  MotTotal = 6072,
+  MotTotalSelection = 6073,
+  TitresJournal = 6074,  ///< of all columns but the marks
+  LettresMarques = 6075,
+  MotsMarques = 6076,
+  FormatTotal = 6077,
+  FormatLigneJournal = 6078,
+  FormatJourJournal = 6079,
+  VideMois = 6080,  ///< shown in place of rows
+  VideCriteres = 6081,
+  VideMode = 6082,  ///< of the mode, as above
+  VideTresorerie = 6085,
+  VideAjouter = 6086,
+  // Forms of entries
+  TitreEcriture = 6100,         ///< what, and "ajout" or "modification"
+  TitreRecette = 6101,
+  TitreDepense = 6102,
+  TitreLigneTresorerie = 6103,
+  MotAjout = 6104,
+  MotModification = 6105,
+  ColonnesTresor = 6106,
+  AucuneLigneTresor = 6107,
+  TitreOD = 6130,
+  TitreLigneOD = 6131,
+  ColonnesOD = 6132,
+  // Periods
+  ClePeriode = 6160,
+  FormatSemaine = 6161,  ///< first and last day
+  FormatMoisAnnee = 6162,  ///< year, name of the month
+  // Report engine
+  EtatTitreIdentite = 6300,  ///< markup of a page's title: name, company
+  EtatTitrePage = 6301,      ///< date, title, page, pages
+  EtatSansTexte = 6302,
+  ErrEtatPlacement = 6303,
+  ErrEtatLecture = 6304,
+  ErrEtatMemoire = 6305,
+  ErrEtatEcriture = 6306,    ///< the store's words
+  // Kilometre expenses
+  CleKmCompteur = 6350,
+  CleKmAncien = 6351,
+  CleKmDernier = 6352,
+  CleKmDistance = 6353,
+  CleKmBorneInf = 6354,
+  CleKmBorneSup = 6355,
+  CleKmFixe = 6356,
+  CleKmFixeEuro = 6357,
+  CleKmTaux = 6358,      ///< Franc, first tier; the two others follow
+  CleKmTauxEuro = 6361,  ///< likewise
+  VariableFraisKm = 6364,
+  FormatTrancheInf = 6365,     ///< lower bound
+  FormatTrancheMilieu = 6366,  ///< lower bound plus 1, upper bound
+  FormatTrancheSup = 6367,     ///< upper bound
+  // Printing and preview
+  ErrPdf = 6430,               ///< path, reason
+  ErrImpression = 6431,        ///< name of the printer
+  AvancementPdf = 6432,
+  AvancementImpression = 6433,
+  TitreApercu = 6434,          ///< section of the window's place
+  FormatTitreApercu = 6435,    ///< report
+  FormatPageApercu = 6436,     ///< page, pages
+  FormatPagesApercu = 6437,    ///< first, last, pages
+  CleMiseEnPage = 6438,
+  FormatMiseEnPage = 6439,     ///< paper, orientation, four margins in tenths of a millimetre
+  TitreExportPdf = 6440,
+  FiltrePdf = 6441,
+  // Form of the kilometre expenses
+  TitreFraisKm = 6450,
+  // Reports of the lines: detail, extract, general ledger
+  TitreEtatDetail = 7000,
+  AvancementEtatDetail = 7001,
+  EnteteEtatDetail = 7002,  ///< Franc; Euro, both
+  PiedEtatDetail = 7005,
+  SectionEtatDetail = 7006,  ///< of receipts: period, centralisation; of expenses, of opérations diverses: period
+  MotCentralisation = 7009,  ///< by `CentralisationEtat`
+  RangeeEtatDetail = 7013,  ///< one currency; both follows, here and below
+  TotalMoisEtatDetail = 7015,  ///< month
+  TotalEtatDetail = 7017,
+  TitreEtatExtrait = 7020,
+  AvancementEtatExtrait = 7021,
+  PiedEtatExtrait = 7022,  ///< of the general ledger too
+  CompteEtatExtrait = 7023,  ///< kind, short number, designation, period; of the general ledger too
+  MotCompteTva = 7024,  ///< beside the words of `MotNatureCompte`
+  EnteteEtatExtrait = 7025,  ///< credit and debit in one currency, in both; amount in one, in both
+  RangeeEtatExtrait = 7029,  ///< credit and debit in one currency, in both; amount
+  TotalEtatExtrait = 7032,  ///< likewise
+  TitreGrandLivre = 7040,
+  AvancementGrandLivre = 7041,
+  EnteteGrandLivre = 7042,  ///< as `EnteteEtatExtrait`
+  RangeeGrandLivre = 7046,  ///< credit and debit; amount follows, here and below
+  TotalMoisGrandLivre = 7048,
+  TotalGrandLivre = 7050,
+  // Reports of the journal, balance, centralisation, VAT, reconciled lines
+  AvancementEtatJournal = 7100,
+  EnteteEtatJournal = 7101,  ///< of entries; of lines follows, here and below
+  RangeeEtatJournal = 7103,
+  TotalEtatJournal = 7105,
+  PiedEtatJournal = 7107,
+  MoisEtatJournal = 7108,  ///< month, year, code of the account; of a narrowed list follows, here and below
+  MoisEtatJournalOD = 7110,
+  TitreEtatBalance = 7120,
+  AvancementBalance = 7121,
+  PiedBalance = 7122,  ///< of the VAT report too
+  EnteteBalance = 7123,  ///< Franc; Euro, both
+  ClasseBalance = 7126,
+  RangeeBalance = 7127,
+  TotalClasse = 7128,
+  TotalBilan = 7129,
+  TotalExploitation = 7130,
+  TotalBalance = 7131,
+  TitreEtatCentralisation = 7140,
+  AvancementCentralisation = 7141,
+  PiedCentralisation = 7142,  ///< of the report of reconciled lines too
+  PeriodeCentralisation = 7143,  ///< of the report of reconciled lines too
+  CompteCentralisation = 7144,  ///< kind, short number, designation
+  MotNatureCompte = 7145,  ///< by `Plan::Type`
+  TableauMois = 7150,  ///< heading, row, total: credit and debit, the same in both currencies; amount, both
+  TitreEtatTva = 7165,
+  AvancementEtatTva = 7166,
+  EnteteEtatTva = 7167,  ///< one currency; both follows, here and below
+  CompteEtatTva = 7169,  ///< short number, designation, period
+  RangeeEtatTva = 7170,
+  TotalEtatTva = 7172,
+  TitreEtatRapprochement = 7180,
+  AvancementRapprochement = 7181,
+  EnteteRapprochement = 7182,  ///< one currency; both follows
+  RangeeRapprochement = 7184,
+  TotalRapprochement = 7185,
+  // Fiscal statement
+  TitreEtat2035 = 7200,  ///< exercice
+  AvancementEtat2035 = 7201,
+  Etat2035Resultat = 7202,
+  Etat2035Mois = 7203,
+  Etat2035Annexe = 7204,
+  Etat2035Declarant = 7205,
+  Etat2035Activite = 7206,     ///< nature, beginning
+  Etat2035Association = 7207,  ///< number, year
+  Etat2035Ligne = 7208,        ///< number, designation, code, two amounts
+  VariableAmortissements = 7209,
+  VariablePlusValues = 7210,
+  VariableMoinsValues = 7211,
+  VariableImmobilisations = 7212,
+  AvisBoucles2035 = 7213,  ///< one loop a line
+  // Lists on paper
+  PiedListe = 7220,
+  FinListe = 7221,
+  AvancementListeComptes = 7222,
+  EnteteListeComptes = 7223,
+  LigneListeComptes = 7224,
+  TotalListeComptes = 7225,
+  AvancementListeTresorerie = 7226,
+  EnteteListeTresorerie = 7227,
+  PiedListeTresorerie = 7228,
+  LigneListeTresorerie = 7229,
+  TotalListeTresorerie = 7230,
+  AvancementListeRubriques = 7231,
+  EnteteListeRubriques = 7232,
+  LigneListeRubriques = 7233,
+  AvancementListeLibelles = 7234,
+  EnteteListeLibelles = 7235,
+  LigneListeLibelles = 7236,
+  // Form of the criteria
+  MotGenre = 7300,         ///< by `GenreEtat`
+  MotGroupeComptes = 7304, ///< by the bit of `MasqueComptes`
+  FormatCompteChoisi = 7309,  ///< short number, designation
 };
 
 }  // namespace fenlor

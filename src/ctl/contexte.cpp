@@ -14,11 +14,17 @@ std::string SurUneLigne(const std::string& texte) {
   return CompacteTexte(ligne);
 }
 
+int RefuseUsage(std::ostream& erreurs, const std::string& faute) {
+  erreurs << "fenlorctl : " << faute << "\nVoir fenlorctl --help, ou fenlorctl COMMANDE --help." << std::endl;
+  return StatutUsage;
+}
+
 Contexte::Contexte(const OptionsGlobales& globales, const OptionsCtl& options, std::istream& entree,
                    std::ostream& sortie, std::ostream& erreurs)
     : Globales(globales),
       Entree(entree),
       Dialogue(globales.oui),
+      EcritPdf(options.ecritPdf),
       Magasin(options.magasin),
       App(Magasin, Dialogue),
       m_sortie(sortie),
@@ -113,6 +119,7 @@ bool Contexte::OuvreExercice(const std::string& nom) {
   App.NomExercice = nom;
   App.PathExercice = Magasin.PathExercice();
   App.ExerciceOuvert = 1;
+  App.AfficherDouble = Parametres::IsOui(App.Reglages.LitIniExercice({}, Texte(CleAfficherDouble)));
   return true;
 }
 
@@ -151,12 +158,19 @@ int Contexte::Refuse(unsigned numero, std::initializer_list<std::string> argumen
   return Refuse(numero, TexteErreur(numero, arguments), ligne);
 }
 
+bool Contexte::Invalide(const char* champ, const std::string& raison) {
+  Refuse(ErrChampInvalide, {champ, raison});
+  return false;
+}
+
 int Contexte::RefuseRegle(unsigned numero) {
   unsigned dit = 0;
   std::string texte;
   DernierEchec(dit, texte);
   return Refuse(numero, dit == numero ? texte : TexteFormat(numero, {}));
 }
+
+int Contexte::RefuseUsage(const std::string& faute) { return fenlor::RefuseUsage(m_erreurs, faute); }
 
 int Contexte::RefuseOuverture(const std::string& chemin) {
   return Refuse(3117, {DepuisUtf8(chemin).value_or(chemin)});

@@ -49,8 +49,12 @@ class Contexte {
   /// StatutRefuse.
   int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
   int Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne = 0);
+  /// ErrChampInvalide with the reason. Returns false.
+  bool Invalide(const char* champ, const std::string& raison);
   /// A rule refused with this number: its own words, which the dialogue kept.
   int RefuseRegle(unsigned numero);
+  /// What was typed does not go with what was found. Returns StatutUsage.
+  int RefuseUsage(const std::string& faute);
   /// An input file that cannot be opened, or read to its end (errno value).
   int RefuseOuverture(const std::string& chemin);
   int RefuseLecture(int erreur, const std::string& chemin);
@@ -64,11 +68,14 @@ class Contexte {
 
   /// Writes UTF-8. False, told once, when the output fails.
   bool Ecrit(const std::string& utf8);
+  /// The same; the command's status.
+  int Donne(const std::string& utf8) { return Ecrit(utf8) ? StatutFait : StatutRefuse; }
   bool Vide();
 
   const OptionsGlobales& Globales;
   std::istream& Entree;
   DialogueCtl Dialogue;
+  const OptionsCtl::FonctionPdf EcritPdf;  ///< empty: this program writes none
   QVAPI Magasin;
   CFenlorApp App;
 
@@ -84,6 +91,8 @@ class Contexte {
   std::string m_texteMagasin;
 };
 
+/// Tells on `erreurs` what is wrong with the command line, UTF-8. Returns StatutUsage.
+int RefuseUsage(std::ostream& erreurs, const std::string& faute);
 /// Text of one line: line ends and tabs become blanks.
 std::string SurUneLigne(const std::string& texte);
 

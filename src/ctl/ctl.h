@@ -1,6 +1,7 @@
 // fenlorctl in process: the command line, its streams and its exit status.
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -9,6 +10,9 @@
 #include "store/qvapi.h"
 
 namespace fenlor {
+
+class CEtatComptable;
+class CFenlorApp;
 
 /// Exit status of a command.
 enum StatutCtl : int {
@@ -21,6 +25,9 @@ enum StatutCtl : int {
 struct OptionsCtl {
   OptionsQVAPI magasin;        ///< disk, key store and registry folders of the store
   std::string pathProgrammes;  ///< folder of a template "defaut.qvc"; empty: the built-in one
+  /// Writes the pages of a report that was built as a PDF file. False: told to `CFenlorApp::Boite`.
+  using FonctionPdf = std::function<bool(CFenlorApp& app, CEtatComptable& etat, const std::string& fichier)>;
+  FonctionPdf ecritPdf;  ///< empty: a program without PDF
 };
 
 /// Runs one command: `args` without the program's name. Everything written is

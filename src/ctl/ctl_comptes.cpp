@@ -1,211 +1,281 @@
 #include <algorithm>
-#include <cstring>
 
-#include "core/btfiles.h"
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
+#include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
-#include "session/entretien.h"
-#include "session/verification.h"
+#include "master/comptes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-/// Figures of an account, or of all of them, in one currency.
-struct Soldes {
-  f64 debit = 0;
-  f64 credit = 0;
-  f64 rapproche = 0;
-  f64 initial = 0;
-  f64 Solde() const { return Arrondi2(credit - debit) + 0.0; }
-  f64 Reel() const { return Arrondi2(credit - debit + initial) + 0.0; }
-  void Ajoute(const Soldes& s) {
-    debit += s.debit;
-    credit += s.credit;
-    rapproche += s.rapproche;
-    initial += s.initial;
-  }
+/// Texts as typed, in UTF-8; none: not given.
+struct OptionsCompte {
+  std::string action;  ///< empty: none
+  std::string numero;  ///< the account that is modified or deleted
+  std::string forme;   ///< empty: that of the account
+  std::optional<std::string> type, code, compte, designation, rubrique, tva;
+  std::optional<std::string> taux, partPro, debitInitial, creditInitial;  ///< numbers
+  bool banque = false;
+  bool caisse = false;
 };
 
-Soldes EnFranc(const Plan& p) {
-  return {p.DebitFranc, p.CreditFranc, Arrondi2(p.RappCreditFranc - p.RappDebitFranc) + 0.0,
-          p.SoldeInitialFranc};
+/// A form and the list that it stands behind.
+struct Forme {
+  const char* nom;
+  FormeCompte forme;
+  ListeComptes liste;
+  i16 type;  ///< of its accounts, -1: any
+};
+constexpr Forme Formes[] = {
+    {"recettes", FormeCompte::RecettesDepenses, ListeComptes::Recettes, Recette},
+    {"depenses", FormeCompte::RecettesDepenses, ListeComptes::Depenses, Depense},
+    {"tresorerie", FormeCompte::Tresorerie, ListeComptes::Tresorerie, Tresorerie},
+    {"plan", FormeCompte::PlanComptable, ListeComptes::PlanComptable, -1},
+};
+constexpr const char* Types[] = {"tresorerie", "recette", "depense", "tva", "autre"};
+
+const Forme& FormeNommee(const std::string& nom) {
+  return *std::find_if(std::begin(Formes), std::end(Formes), [&](const Forme& f) { return nom == f.nom; });
 }
-Soldes EnEuro(const Plan& p) {
-  return {p.DebitEuro, p.CreditEuro, Arrondi2(p.RappCreditEuro - p.RappDebitEuro) + 0.0, p.SoldeInitialEuro};
+const Forme& FormeDuType(i16 type) {
+  return *std::find_if(std::begin(Formes), std::end(Formes),
+                       [&](const Forme& f) { return f.type == type || f.type < 0; });
 }
 
-std::string LigneJsonCompte(const Plan& plan) {
-  const Soldes franc = EnFranc(plan), euro = EnEuro(plan);
-  return LigneJson()
-      .Texte("Compte", LitTexte(plan.Compte))
-      .Texte("Code", LitTexte(plan.Code))
-      .Texte("Designation", LitTexte(plan.Designation))
-      .Entier("Type", plan.Type)
-      .Nombre("DebitFranc", plan.DebitFranc)
-      .Nombre("DebitEuro", plan.DebitEuro)
-      .Nombre("CreditFranc", plan.CreditFranc)
-      .Nombre("CreditEuro", plan.CreditEuro)
-      .Nombre("PersoFranc", plan.PersoFranc)
-      .Nombre("PersoEuro", plan.PersoEuro)
-      .Nombre("TVAFranc", plan.TVAFranc)
-      .Nombre("TVAEuro", plan.TVAEuro)
-      .Nombre("SoldeFranc", franc.Solde())
-      .Nombre("SoldeEuro", euro.Solde())
-      .Nombre("SoldeRapprocheFranc", franc.rapproche)
-      .Nombre("SoldeRapprocheEuro", euro.rapproche)
-      .Nombre("SoldeReelFranc", franc.Reel())
-      .Nombre("SoldeReelEuro", euro.Reel())
-      .Fin();
+class CommandeFiche {
+ public:
+  CommandeFiche(Contexte& contexte, const OptionsCompte& options)
+      : m_contexte(contexte), m_app(contexte.App), m_options(options) {}
+
+  int Execute() {
+    m_contexte.Dialogue.Decline({QuestionSoldeCrediteur});
+    if (m_options.action == "lister") return Liste();
+    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(3056, {});
+    if (m_options.action == "ajouter") return Ajoute();
+    if (!Trouve()) return StatutRefuse;
+    return m_options.action == "modifier" ? Modifie() : Supprime();
+  }
+
+ private:
+  /// A field that the form shows for other types alone.
+  bool Permis(const char* champ, bool donne, bool permis) {
+    return !donne || permis || m_contexte.Invalide(champ, "sans objet pour ce compte."_w);
+  }
+
+  /// Puts what was given into the form, as far as the form would take it.
+  bool Remplit() {
+    const OptionsCompte& o = m_options;
+    if (o.type)
+      m_fiche.type = static_cast<i16>(std::find(std::begin(Types), std::end(Types), *o.type) - Types);
+    const i16 type = m_fiche.type;
+    const bool tresorerie = type == Tresorerie, repartie = type == Recette || type == Depense;
+    if (!Permis("rubrique", o.rubrique.has_value(), !tresorerie) ||
+        !Permis("tva", o.tva.has_value(), repartie) || !Permis("taux", o.taux.has_value(), type == Tva) ||
+        !Permis("part-pro", o.partPro.has_value(),
+                type == Depense && !EstComptePersonnel(m_app, m_fiche.compte)) ||
+        !Permis(o.banque ? "banque" : "caisse", o.banque || o.caisse, tresorerie) ||
+        !Permis("debit-initial", o.debitInitial.has_value(), tresorerie) ||
+        !Permis("credit-initial", o.creditInitial.has_value(), tresorerie))
+      return false;
+    if (o.banque || o.caisse) m_fiche.banque = o.banque;
+    if (tresorerie && m_fiche.position == 0 && m_forme->forme == FormeCompte::Tresorerie && !o.compte)
+      m_fiche.compte = ProposeNumeroTresorerie(m_app, m_fiche.banque);
+    if (!PoseOption(m_contexte, "code", o.code, m_fiche.code) ||
+        !PoseOption(m_contexte, "compte", o.compte, m_fiche.compte) ||
+        !PoseOption(m_contexte, "designation", o.designation, m_fiche.designation) || !PoseRubrique() ||
+        !PoseTva())
+      return false;
+    const auto nombre = [](const std::optional<std::string>& texte, f64& valeur) {
+      if (texte) valeur = TexteVersMontant(*texte);
+    };
+    nombre(o.taux, m_fiche.tauxTVA);
+    nombre(o.partPro, m_fiche.partPro);
+    if (o.debitInitial || o.creditInitial) m_fiche.debitInitial = m_fiche.creditInitial = 0;
+    nombre(o.debitInitial, m_fiche.debitInitial);
+    nombre(o.creditInitial, m_fiche.creditInitial);
+    return true;
+  }
+
+  bool PoseRubrique() {
+    if (!m_options.rubrique) return true;
+    if (!PoseOption(m_contexte, "rubrique", m_options.rubrique, m_fiche.rubrique)) return false;
+    const std::string code = NormaliseRubrique(m_fiche.rubrique);
+    if (code.empty()) return true;
+    const std::vector<ChoixRubrique> choix = RubriquesDuType(m_app, m_fiche.type);
+    if (m_fiche.rubrique.size() <= code.size() &&
+        std::any_of(choix.begin(), choix.end(), [&](const auto& c) { return c.code == code; }))
+      return true;
+    return m_contexte.Invalide("rubrique", "aucune rubrique de ce côté n'a ce code."_w);
+  }
+
+  bool PoseTva() {
+    if (!m_options.tva) return true;
+    std::string numero;
+    if (!PoseOption(m_contexte, "tva", m_options.tva, numero)) return false;
+    m_fiche.compteTVA = QVAPI::GetLongCompte(numero);
+    if (m_fiche.compteTVA.empty()) return true;
+    if (!m_app.Reglages.IsTVA())
+      return m_contexte.Invalide("tva", "l'exercice n'est pas assujetti à la T.V.A."_w);
+    const std::vector<ChoixTVA> choix = ChoixComptesTVA(m_app);
+    return std::any_of(choix.begin(), choix.end(),
+                       [&](const auto& c) { return c.compte == m_fiche.compteTVA; }) ||
+           m_contexte.Invalide("tva", "ce n'est pas un compte de T.V.A."_w);
+  }
+
+  /// The account of the command line, and the form that it is edited in.
+  bool Trouve() {
+    std::string numero;
+    if (!PoseOption(m_contexte, "numero", m_options.numero, numero)) return false;
+    CPlan plan(m_app, m_app.PathExercice);
+    PoseTexte(plan.Rec->Compte, QVAPI::GetLongCompte(numero));
+    Plan compte{};
+    const bool ouvert = plan.OpenFile();
+    if (ouvert && !plan.Find(0)) return m_contexte.Invalide("numero", "ce compte n'existe pas."_w);
+    if (!ouvert || !LitFiche(m_app, plan.GetPos(), m_fiche, compte)) {
+      m_contexte.RefuseMagasin();
+      return false;
+    }
+    m_forme = m_options.forme.empty() ? &FormeDuType(compte.Type) : &FormeNommee(m_options.forme);
+    return m_forme->type < 0 || m_forme->type == compte.Type ||
+           m_contexte.Invalide("forme", "ce compte est d'un autre type."_w);
+  }
+
+  int Ajoute() {
+    m_forme = &FormeNommee(m_options.forme);
+    m_fiche.type = std::max<i16>(m_forme->type, 0);
+    return Remplit() ? Enregistre() : int{StatutRefuse};
+  }
+
+  int Modifie() { return Remplit() ? Enregistre() : int{StatutRefuse}; }
+
+  int Enregistre() {
+    // The form's question on a credit balance: typed on purpose, as --oui confirms.
+    if (m_options.creditInitial && m_fiche.creditInitial != 0 && !m_contexte.Globales.oui)
+      return m_contexte.Refuse(QuestionSoldeCrediteur, Texte(QuestionSoldeCrediteur));
+    if (m_options.code)
+      if (const ResultatMaster r = ControleCode(m_app, m_forme->forme, m_fiche); !r)
+        return m_contexte.RefuseRegle(r.erreur);
+    if (m_options.compte)
+      if (const ResultatMaster r = ControleNumero(m_app, m_forme->forme, m_fiche); !r)
+        return m_contexte.RefuseRegle(r.erreur);
+    if (const ResultatMaster r = EnregistreCompte(m_app, m_forme->forme, m_fiche); !r)
+      return m_contexte.RefuseRegle(r.erreur);
+    return Dit("enregistré."_w);
+  }
+
+  int Supprime() {
+    m_contexte.Dialogue.Ordonne({QuestionSupprimeCompte, QuestionSupprimeTresorerie});
+    const ResultatMaster r = SupprimeCompte(m_app, m_forme->forme, m_fiche.position);
+    return r ? Dit("supprimé."_w) : m_contexte.RefuseRegle(r.erreur);
+  }
+
+  int Dit(const std::string& fait) {
+    const std::string longue = QVAPI::GetLongCompte(m_fiche.compte);
+    const std::string court = CompacteTexte(m_app.Magasin.GetShortCompte(longue));
+    const std::string texte =
+        m_contexte.Globales.json
+            ? LigneJson().Texte("compte", longue).Texte("code", CompacteTexte(m_fiche.code)).Fin()
+            : VersUtf8("Compte " + court + ' ' + fait) + "\n";
+    return m_contexte.Donne(texte);
+  }
+
+  int Liste() {
+    const ListeComptes liste = FormeNommee(m_options.forme).liste;
+    std::vector<std::string> titres;
+    std::size_t gauches = 0;
+    const std::string colonnes = ColonnesComptes(liste, m_app.AfficherDouble);
+    for (unsigned i = 0; i < ComptePartie(colonnes, '|'); i += 3) {
+      titres.push_back(ChampTexte(i, colonnes, '|'));
+      if (ChampTexte(i + 1, colonnes, '|') == "L") ++gauches;
+    }
+    Tableau tableau;
+    tableau.Ajoute(titres);
+    CPlan plan(m_app, m_app.PathExercice);
+    if (!plan.OpenFile()) return m_contexte.RefuseMagasin();
+    for (const Position position : PositionsComptes(m_app, liste)) {
+      if (!plan.ReadRec(position)) return m_contexte.RefuseMagasin();
+      const std::string ligne = LigneCompte(m_app, liste, *plan.Rec);
+      std::vector<std::string> champs;
+      for (unsigned i = 0; i < titres.size(); ++i) champs.push_back(ChampTexte(i, ligne, '|'));
+      if (!m_contexte.Globales.json) {
+        tableau.Ajoute(std::move(champs));
+        continue;
+      }
+      LigneJson objet;
+      for (std::size_t i = 0; i < titres.size(); ++i) objet.Texte(VersUtf8(titres[i]).c_str(), champs[i]);
+      if (!m_contexte.Ecrit(objet.Fin())) return StatutRefuse;
+    }
+    return m_contexte.Globales.json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
+  }
+
+  Contexte& m_contexte;
+  CFenlorApp& m_app;
+  const OptionsCompte& m_options;
+  const Forme* m_forme = nullptr;
+  FicheCompte m_fiche;
+};
+
+int Execute(Contexte& contexte, const OptionsCompte& options) {
+  return contexte.OuvreExercice() ? CommandeFiche(contexte, options).Execute() : int{StatutRefuse};
 }
 
-std::string LigneJsonTotaux(const Soldes& franc, const Soldes& euro) {
-  return LigneJson()
-      .Nombre("TotalDebitFranc", Arrondi2(franc.debit))
-      .Nombre("TotalDebitEuro", Arrondi2(euro.debit))
-      .Nombre("TotalCreditFranc", Arrondi2(franc.credit))
-      .Nombre("TotalCreditEuro", Arrondi2(euro.credit))
-      .Nombre("TotalSoldeFranc", franc.Solde())
-      .Nombre("TotalSoldeEuro", euro.Solde())
-      .Fin();
+std::string Faute(const OptionsCompte& options) {
+  if (options.action.empty()) return "il manque ajouter, modifier, supprimer ou lister";
+  if (options.action == "ajouter" && options.forme == "plan" && !options.type) return "il manque --type";
+  if (options.type && options.forme != "plan") return "--type va avec --forme plan";
+  return {};
 }
 
-std::string Compteurs(const FichierReconstruit& fichier) {
-  const RapportReindex& r = fichier.rapport;
-  std::string texte = fichier.nom + " : " + std::to_string(r.gardes) + " enregistrement(s) gardé(s), " +
-                      std::to_string(r.ecartes) + " écarté(s), " + std::to_string(r.remplaces) +
-                      " en double, " + std::to_string(r.inconnus) + " illisible(s)";
-  if (r.vierges) texte += ", " + std::to_string(r.vierges) + " mis à zéro";
-  if (r.octetsRestants)
-    texte += ", " + std::to_string(r.octetsRestants) + " octet(s) illisible(s) en fin de fichier";
-  if (r.endommage) texte += ", fichier endommagé";
-  if (r.clesManquantes) texte += ", " + std::to_string(r.clesManquantes) + " clé(s) en double";
-  if (!r.copie.empty()) texte += ", ancien fichier gardé sous " + r.copie;
-  if (!r.fait) texte += " ; le fichier est resté tel quel";
-  return texte + ".\n";
-}
-
-std::string CompteursJson(const FichierReconstruit& fichier) {
-  const RapportReindex& r = fichier.rapport;
-  return LigneJson()
-      .Texte("fichier", fichier.nom)
-      .Entier("gardes", r.gardes)
-      .Entier("ecartes", r.ecartes)
-      .Entier("remplaces", r.remplaces)
-      .Entier("inconnus", r.inconnus)
-      .Entier("supprimes", r.supprimes)
-      .Entier("vierges", r.vierges)
-      .Entier("octetsRestants", static_cast<i64>(r.octetsRestants))
-      .Entier("clesManquantes", r.clesManquantes)
-      .Texte("copie", r.copie)
-      .Booleen("endommage", r.endommage)
-      .Booleen("fait", r.fait)
-      .Fin();
+void DeclareChamps(Commande action, OptionsCompte& o) {
+  action
+      .Option("--type", o.type, FormeMots({std::begin(Types), std::end(Types)}),
+              "Type de compte, avec --forme plan")
+      .Option("--code", o.code, {}, "Code, 8 caractères au plus")
+      .Option("--compte", o.compte, {}, "Numéro, 10 caractères au plus (trésorerie : proposé s'il manque)")
+      .Option("--designation", o.designation, {}, "Désignation")
+      .Option("--rubrique", o.rubrique, {}, "Code de la rubrique (vide : aucune)")
+      .Option("--tva", o.tva, {"COMPTE"}, "Numéro du compte de T.V.A. (vide : aucun)")
+      .Option("--taux", o.taux, FormeNombre(), "Taux d'un compte de T.V.A., en %")
+      .Option("--part-pro", o.partPro, FormeNombre(), "Part professionnelle d'une dépense, en %")
+      .Drapeau("--banque", o.banque, "Compte bancaire")
+      .Drapeau("--caisse", o.caisse, "Caisse")
+      .Exclut("--banque")
+      .Option("--debit-initial", o.debitInitial, FormeNombre(), "Solde initial au débit")
+      .Option("--credit-initial", o.creditInitial, FormeNombre(),
+              "Solde initial au crédit (à confirmer par --oui)")
+      .Exclut("--debit-initial");
 }
 
 }  // namespace
 
-int CommandeBalance(Contexte& contexte) {
-  if (!contexte.OuvreExercice()) return StatutRefuse;
-  CPlan plan(contexte.App, contexte.App.PathExercice);
-  if (!plan.OpenFile()) return contexte.RefuseMagasin();
-
-  const bool euro = contexte.App.Reglages.IsEuro();
-  const auto montant = [](f64 m) { return FormatMontant(m, 2); };
-  const auto solde = [](f64 m) { return FormatSoldeSaisie(m, 2, false); };
-  Tableau tableau;
-  tableau.Ajoute(
-      {"Compte", "Code", "Désignation"_w, "Débit"_w, "Crédit"_w, "Solde", "Rapproché"_w, "Solde réel"_w});
-  Soldes totalFranc, totalEuro;
-  for (bool trouve = plan.First(0); trouve; trouve = plan.Next(0)) {
-    const Soldes enFranc = EnFranc(*plan.Rec), enEuro = EnEuro(*plan.Rec);
-    totalFranc.Ajoute(enFranc);
-    totalEuro.Ajoute(enEuro);
-    if (contexte.Globales.json) {
-      if (!contexte.Ecrit(LigneJsonCompte(*plan.Rec))) return StatutRefuse;
-      continue;
-    }
-    const Soldes& s = euro ? enEuro : enFranc;
-    tableau.Ajoute({contexte.Magasin.GetShortCompte(LitTexte(plan.Rec->Compte)), LitTexte(plan.Rec->Code),
-                    LitTexte(plan.Rec->Designation), montant(s.debit), montant(s.credit), solde(s.Solde()),
-                    solde(s.rapproche), solde(s.Reel())});
+void DeclareComptes(LigneCommande& ligne) {
+  const auto o = std::make_shared<OptionsCompte>();
+  Commande compte = ligne.Ajoute("compte", "Ajoute, modifie, supprime ou liste des comptes",
+                                 [o](Contexte& c) { return Execute(c, *o); });
+  compte.Controle([o](const OptionsGlobales&) { return Faute(*o); });
+  const auto action = [&](const char* nom, const char* description) {
+    return compte.Action(nom, description, o->action);
+  };
+  const auto forme = [&](Commande& a, const char* description) -> Commande& {
+    return a.Option("--forme", o->forme, FormeMots({"recettes", "depenses", "tresorerie", "plan"}),
+                    description);
+  };
+  Commande ajouter = action("ajouter", "Ajoute un compte");
+  forme(ajouter, "Formulaire dont les contrôles s'appliquent").Obligatoire();
+  DeclareChamps(ajouter, *o);
+  Commande modifier = action("modifier", "Change les champs donnés d'un compte");
+  for (Commande a : {modifier, action("supprimer", "Supprime un compte")}) {
+    a.Option("numero", o->numero, {"COMPTE"}, "Numéro du compte").Obligatoire();
+    forme(a, "Formulaire (par défaut : celui du type du compte)");
   }
-  if (!contexte.FinDeCle()) return contexte.RefuseMagasin();
-  if (contexte.Globales.json)
-    return contexte.Ecrit(LigneJsonTotaux(totalFranc, totalEuro)) ? StatutFait : StatutRefuse;
-  const Soldes& total = euro ? totalEuro : totalFranc;
-  tableau.Ajoute({"Total", "", euro ? "en Euro" : "en Franc", montant(total.debit), montant(total.credit),
-                  solde(total.Solde()), solde(total.rapproche), solde(total.Reel())});
-  return contexte.Ecrit(tableau.Texte(3)) ? StatutFait : StatutRefuse;
-}
-
-int CommandeRecalculer(Contexte& contexte, bool euros) {
-  if (!contexte.OuvreExercice()) return StatutRefuse;
-  contexte.Dialogue.Ordonne({QuestionRecalcul, QuestionAjustementEuro});
-  AjustementEuros ajustement;
-  if (euros) {
-    ajustement = AjusteEuros(contexte.App);
-    if (!ajustement) return contexte.RefuseMagasin();
-  }
-  Statistiques s{};
-  if (!CommandeRecalcul(contexte.App, s)) return contexte.RefuseMagasin();
-  if (contexte.Globales.json) {
-    LigneJson ligne;
-    if (euros) ligne.Entier("lignes", ajustement.parcourues).Entier("lignesAjustees", ajustement.changees);
-    ligne.Entier("NbRecettes", s.NbRecettes)
-        .Entier("NbDepenses", s.NbDepenses)
-        .Entier("NbOD", s.NbOD)
-        .Entier("NbPointees", s.NbPointees)
-        .Entier("NbRemises", s.NbRemises)
-        .Entier("NbRapprochees", s.NbRapprochees)
-        .Entier("NbValidees", s.NbValidees)
-        .Entier("NbNonRapprochees", s.NbNonRapprochees);
-    return contexte.Ecrit(ligne.Fin()) ? StatutFait : StatutRefuse;
-  }
-  std::string texte;
-  if (euros)
-    texte = std::to_string(ajustement.parcourues) + " ligne(s) parcourue(s), " +
-            std::to_string(ajustement.changees) + " ajustée(s)\n";
-  texte += VersUtf8(contexte.Dialogue.Information()) + "\n";
-  return contexte.Ecrit(texte) ? StatutFait : StatutRefuse;
-}
-
-int CommandeVerifier(Contexte& contexte) {
-  if (!contexte.OuvreExercice()) return StatutRefuse;
-  const bool json = contexte.Globales.json;
-  const u32 anomalies = VerifieExercice(contexte.App, [&](const std::string& phrase) {
-    contexte.Ecrit(json ? LigneJson().Texte("anomalie", phrase).Fin() : VersUtf8(phrase) + "\n");
-  });
-  const std::string bilan = json             ? LigneJson().Entier("anomalies", anomalies).Fin()
-                            : anomalies == 0 ? std::string("Aucune anomalie.\n")
-                                             : std::to_string(anomalies) + " anomalie(s).\n";
-  return contexte.Ecrit(bilan) && anomalies == 0 ? StatutFait : StatutRefuse;
-}
-
-int CommandeReconstruire(Contexte& contexte, const std::vector<std::string>& fichiers) {
-  std::vector<std::string> noms = fichiers;
-  bool exercice = false;
-  for (const FichierReconstructible& connu : FichiersReconstructibles()) {
-    if (fichiers.empty()) noms.emplace_back(connu.nom);
-    const auto demande = [&](const std::string& nom) { return CompareSansCasse(nom, connu.nom) == 0; };
-    if (!connu.duCabinet && std::any_of(noms.begin(), noms.end(), demande)) exercice = true;
-  }
-  // Not opened before the work: a damaged file is what the command is for.
-  std::string nom;
-  if (exercice) {
-    if (!contexte.TrouveExercice(nom)) return StatutRefuse;
-    contexte.App.NomExercice = nom;
-    contexte.App.PathExercice = contexte.Magasin.CheminExercice(nom);
-  }
-  const Reconstruction reconstruction = ReconstruitCles(contexte.App, noms);
-  for (const FichierReconstruit& fichier : reconstruction.fichiers)
-    if (!contexte.Ecrit(contexte.Globales.json ? CompteursJson(fichier) : Compteurs(fichier)))
-      return StatutRefuse;
-  if (!reconstruction) return contexte.Refuse(reconstruction.erreur, reconstruction.texte);
-  return !exercice || contexte.OuvreExercice(nom) ? StatutFait : StatutRefuse;
+  DeclareChamps(modifier, *o);
+  Commande lister = action("lister", "Écrit les lignes de la fenêtre");
+  forme(lister, "Fenêtre").Obligatoire();
 }
 
 }  // namespace fenlor

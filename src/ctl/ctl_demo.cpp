@@ -6,7 +6,9 @@
 
 namespace fenlor {
 
-int CommandeDemo(Contexte& contexte) {
+namespace {
+
+int Remplit(Contexte& contexte) {
   bool ecrit = true;
   const ResultatDemo resultat = RemplitDemo(contexte.App, [&](const ResumeDemo& r) {
     if (contexte.Globales.json) {
@@ -27,6 +29,13 @@ int CommandeDemo(Contexte& contexte) {
   });
   if (!resultat) return contexte.Refuse(resultat.erreur, resultat.texte);
   return ecrit ? StatutFait : StatutRefuse;
+}
+
+}  // namespace
+
+void DeclareDemo(LigneCommande& ligne) {
+  ligne.Ajoute("demo", "Remplit un cabinet vide d'un exemple : trois années d'un médecin", Remplit)
+      .CreeDossier();
 }
 
 }  // namespace fenlor

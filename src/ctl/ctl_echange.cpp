@@ -7,6 +7,7 @@
 #include "core/btfiles.h"
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
+#include "ctl/optionscommunes.h"
 #include "ctl/ouverture.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
@@ -15,9 +16,18 @@ namespace fenlor {
 
 namespace {
 
+struct OptionsExporter {
+  std::string nom;         ///< store name: "JOURNAL"
+  std::optional<u32> cle;  ///< from 0; none: file order
+};
+struct OptionsImporter {
+  std::string nom;
+  std::string source = "-";
+};
+
 using Suite = std::function<bool(const void* rec)>;
 
-bool ParcoursCle(Contexte& contexte, const DefinitionFichier& definition, int cle, const Suite& suite) {
+bool ParcoursCle(Contexte& contexte, const DefinitionFichier& definition, u32 cle, const Suite& suite) {
   QVAPI& magasin = contexte.Magasin;
   std::vector<u8> rec(definition.taille);
   const u16 numCle = static_cast<u16>(definition.premiereCle + cle);
@@ -134,9 +144,7 @@ RefusLigne ControleCle(u16 numFichier, const void* rec) {
   }
 }
 
-}  // namespace
-
-int CommandeExporter(Contexte& contexte, const OptionsEchange& options) {
+int Exporte(Contexte& contexte, const OptionsExporter& options) {
   const DefinitionFichier& definition = *DefinitionNom(options.nom);
   if (!definition.duCabinet && !contexte.OuvreExercice()) return StatutRefuse;
   const Ouverture ouverture(contexte.Magasin, definition.numero);
@@ -150,7 +158,7 @@ int CommandeExporter(Contexte& contexte, const OptionsEchange& options) {
     AjouteEnregistrement(ligne, champs, rec);
     return ecrit = contexte.Ecrit(ligne);
   };
-  const bool lu = options.cle >= 0 ? ParcoursCle(contexte, definition, options.cle, suite)
+  const bool lu = options.cle ? ParcoursCle(contexte, definition, *options.cle, suite)
                   : definition.numero == FichierAuto
                       ? ParcoursAuto(contexte.Magasin, ouverture.Poignee, suite)
                       : contexte.Magasin.QVParcours(definition.numero,
@@ -159,7 +167,7 @@ int CommandeExporter(Contexte& contexte, const OptionsEchange& options) {
   return lu ? StatutFait : contexte.RefuseMagasin();
 }
 
-int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
+int Importe(Contexte& contexte, const OptionsImporter& options) {
   const DefinitionFichier& definition = *DefinitionNom(options.nom);
   std::ifstream fichier;
   if (options.source != "-") {
@@ -219,6 +227,46 @@ int CommandeImporter(Contexte& contexte, const OptionsEchange& options) {
           : contexte.Ecrit(std::string(definition.nom) + " : " + std::to_string(importes) +
                            " enregistrement(s) importé(s), " + std::to_string(refuses) + " refusé(s).\n");
   return ecrit && refuses == 0 ? StatutFait : StatutRefuse;
+}
+
+std::string FauteCle(const OptionsExporter& options) {
+  if (!options.cle || *options.cle < DefinitionNom(options.nom)->nbCles) return {};
+  return options.nom + " n'a pas de clé " + std::to_string(*options.cle);
+}
+
+std::string NomsFichiers() {
+  std::string noms;
+  for (const DefinitionFichier* d = Definitions(); d->numero; ++d)
+    noms += (noms.empty() ? "" : ", ") + std::string(d->nom);
+  return noms;
+}
+
+FormeOption FormeFichier() {
+  return {"FICHIER", [](const std::string& nom) {
+            return DefinitionNom(nom) ? std::string()
+                                      : "fichier inconnu : " + nom + " (" + NomsFichiers() + ")";
+          }};
+}
+
+}  // namespace
+
+void DeclareEchanges(LigneCommande& ligne) {
+  const auto sortie = std::make_shared<OptionsExporter>();
+  ligne
+      .Ajoute("exporter", "Écrit les enregistrements d'un fichier, un objet JSON par ligne",
+              [sortie](Contexte& c) { return Exporte(c, *sortie); })
+      .Controle([sortie](const OptionsGlobales&) { return FauteCle(*sortie); })
+      .Option("fichier", sortie->nom, FormeFichier(), NomsFichiers())
+      .Obligatoire()
+      .Option("--cle", sortie->cle, FormeChiffres("N", 1, std::string::npos, "numéro de clé incorrect"),
+              "Dans l'ordre de cette clé, à partir de 0 (sinon celui du fichier)");
+  const auto entree = std::make_shared<OptionsImporter>();
+  ligne
+      .Ajoute("importer", "Reprend ce qu'exporter a écrit",
+              [entree](Contexte& c) { return Importe(c, *entree); })
+      .Option("fichier", entree->nom, FormeFichier(), NomsFichiers())
+      .Obligatoire()
+      .Option("source", entree->source, {"[SOURCE|-]"}, "Source (- : l'entrée standard)");
 }
 
 }  // namespace fenlor

@@ -1,11 +1,19 @@
 #include "ctl/commandes.h"
 #include "ctl/json.h"
+#include "ctl/optionscommunes.h"
 #include "session/exercices.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
+
+struct OptionsCreer {
+  std::string debut, fin;  ///< "JJ/MM/AAAA", empty: the year that the name tells
+  bool euro = false;
+  bool franc = false;
+  bool tva = false;
+};
 
 /// The form's values from the command line. What is not asked for is that of the
 /// last exercice, else Franc, and Euro for a period that ends after the change.
@@ -39,9 +47,8 @@ struct EtatExercice {
 
 std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
 
-}  // namespace
-
-int CommandeCreer(Contexte& contexte, const OptionsCreer& options) {
+/// The exercice of the command line.
+int Cree(Contexte& contexte, const OptionsCreer& options) {
   CFenlorApp& app = contexte.App;
   const std::string& utf8 = contexte.Globales.exercice;
   const std::string nom = DepuisUtf8(utf8).value_or(utf8);
@@ -53,21 +60,29 @@ int CommandeCreer(Contexte& contexte, const OptionsCreer& options) {
     return contexte.Refuse(r.erreur, texte);
   }
   if (contexte.Globales.json)
-    return contexte.Ecrit(LigneJson()
+    return contexte.Donne(LigneJson()
                               .Texte("nom", nom)
                               .Texte("debut", StrDate(f.debut))
                               .Texte("fin", StrDate(f.fin))
                               .Booleen("euro", f.euro)
                               .Booleen("tva", f.tva)
-                              .Fin())
-               ? StatutFait
-               : StatutRefuse;
+                              .Fin());
   const std::string phrase = "Exercice "_w + nom + " créé, du "_w + StrDate(f.debut) + " au " +
                              StrDate(f.fin) + ", tenu en "_w + Texte(f.euro ? MotEuro : MotFranc) + ".\n";
-  return contexte.Ecrit(VersUtf8(phrase)) ? StatutFait : StatutRefuse;
+  return contexte.Donne(VersUtf8(phrase));
 }
 
-int CommandeExercices(Contexte& contexte) {
+std::string FauteCreer(const std::string& nom, const OptionsCreer& options) {
+  if (nom.empty()) return "il manque --exercice";
+  if (options.debut.empty() != options.fin.empty()) return "--debut et --fin vont ensemble";
+  const bool annee =
+      nom.size() == 4 && nom.find_first_not_of("0123456789") == std::string::npos && nom >= "0001";
+  if (!annee && options.debut.empty())
+    return "l'exercice " + nom + " ne porte pas le nom d'une année : --debut et --fin sont obligatoires";
+  return {};
+}
+
+int Liste(Contexte& contexte) {
   Parametres& reglages = contexte.App.Reglages;
   const std::string courant = reglages.LitIni(Texte(SecActivite), Texte(CleExercice));
   if (!contexte.Globales.json &&
@@ -104,6 +119,24 @@ int CommandeExercices(Contexte& contexte) {
     if (!contexte.Ecrit(ligne)) return StatutRefuse;
   }
   return StatutFait;
+}
+
+}  // namespace
+
+void DeclareExercices(LigneCommande& ligne) {
+  const auto o = std::make_shared<OptionsCreer>();
+  ligne
+      .Ajoute("creer", "Crée un exercice, et le dossier du cabinet s'il manque",
+              [o](Contexte& c) { return Cree(c, *o); })
+      .CreeDossier()
+      .Controle([o](const OptionsGlobales& globales) { return FauteCreer(globales.exercice, *o); })
+      .Option("--debut", o->debut, FormeDate(), "Premier jour")
+      .Option("--fin", o->fin, FormeDate(), "Dernier jour")
+      .Drapeau("--euro", o->euro, "Tenu en Euro")
+      .Drapeau("--franc", o->franc, "Tenu en Franc")
+      .Exclut("--euro")
+      .Drapeau("--tva", o->tva, "Assujetti à la T.V.A.");
+  ligne.Ajoute("exercices", "Liste les exercices du cabinet", Liste);
 }
 
 }  // namespace fenlor

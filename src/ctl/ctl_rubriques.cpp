@@ -4,6 +4,7 @@
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
+#include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
 #include "master/rubriques.h"
 #include "store/texte1252.h"
@@ -11,6 +12,14 @@
 namespace fenlor {
 
 namespace {
+
+/// Texts as typed, in UTF-8; none: not given.
+struct OptionsRubrique {
+  std::string action;    ///< empty: none
+  std::string rubrique;  ///< code of the heading that is modified or deleted
+  std::optional<std::string> code, designation, ligne, type, formule;
+  std::optional<std::string> montant;  ///< makes the heading manual, as a formula makes it automatic
+};
 
 constexpr const char* Types[] = {"recette", "depense", "resultat", "taxe"};
 
@@ -33,31 +42,16 @@ class CommandeFiche {
   }
 
  private:
-  bool Invalide(const char* champ, const std::string& raison) {
-    m_contexte.Refuse(ErrChampInvalide, {champ, raison});
-    return false;
-  }
-
-  bool Pose(const char* champ, const std::optional<std::string>& utf8, std::string& valeur) {
-    if (!utf8) return true;
-    const auto texte = DepuisUtf8(*utf8);
-    if (!texte) return Invalide(champ, raison::CaractereImpossible());
-    if (std::any_of(texte->begin(), texte->end(), [](char c) { return static_cast<unsigned char>(c) < 32; }))
-      return Invalide(champ, "un caractère de contrôle est interdit."_w);
-    valeur = *texte;
-    return true;
-  }
-
   /// The heading of the command line.
   bool Trouve() {
     std::string code;
-    if (!Pose("rubrique", m_options.rubrique, code)) return false;
+    if (!PoseOption(m_contexte, "rubrique", m_options.rubrique, code)) return false;
     CRubriques rubriques(m_app, m_app.PathExercice);
     PoseTexte(rubriques.Rec->Rubrique, NormaliseRubrique(code));
     const bool ouvert = rubriques.OpenFile();
     const bool trop = code.size() > sizeof rubriques.Rec->Rubrique - 1;
     if (ouvert && (trop || EstVide(code) || !rubriques.Find(0)))
-      return Invalide("rubrique", "cette rubrique n'existe pas."_w);
+      return m_contexte.Invalide("rubrique", "cette rubrique n'existe pas."_w);
     if (ouvert && LitFicheRubrique(m_app, rubriques.GetPos(), m_fiche)) return true;
     m_contexte.RefuseMagasin();
     return false;
@@ -65,8 +59,10 @@ class CommandeFiche {
 
   bool Remplit() {
     const OptionsRubrique& o = m_options;
-    if (!Pose("code", o.code, m_fiche.code) || !Pose("designation", o.designation, m_fiche.designation) ||
-        !Pose("ligne", o.ligne, m_fiche.ligne) || !Pose("formule", o.formule, m_fiche.formule))
+    if (!PoseOption(m_contexte, "code", o.code, m_fiche.code) ||
+        !PoseOption(m_contexte, "designation", o.designation, m_fiche.designation) ||
+        !PoseOption(m_contexte, "ligne", o.ligne, m_fiche.ligne) ||
+        !PoseOption(m_contexte, "formule", o.formule, m_fiche.formule))
       return false;
     if (o.type)
       m_fiche.type = static_cast<i16>(std::find(std::begin(Types), std::end(Types), *o.type) - Types);
@@ -90,7 +86,7 @@ class CommandeFiche {
     const std::string texte = m_contexte.Globales.json
                                   ? LigneJson().Texte("code", m_fiche.code).Fin()
                                   : VersUtf8("Rubrique " + m_fiche.code + ' ' + fait) + "\n";
-    return m_contexte.Ecrit(texte) ? StatutFait : StatutRefuse;
+    return m_contexte.Donne(texte);
   }
 
   int Liste() {
@@ -119,7 +115,7 @@ class CommandeFiche {
       if (!m_contexte.Ecrit(ligne)) return StatutRefuse;
     }
     constexpr std::size_t gauches = 5;
-    return m_contexte.Globales.json || m_contexte.Ecrit(tableau.Texte(gauches)) ? StatutFait : StatutRefuse;
+    return m_contexte.Globales.json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
   }
 
   Contexte& m_contexte;
@@ -128,10 +124,40 @@ class CommandeFiche {
   FicheRubrique m_fiche;
 };
 
+int Execute(Contexte& contexte, const OptionsRubrique& options) {
+  return contexte.OuvreExercice() ? CommandeFiche(contexte, options).Execute() : int{StatutRefuse};
+}
+
+void DeclareChamps(Commande action, OptionsRubrique& o) {
+  action.Option("--code", o.code, {}, "Code, 3 caractères au plus")
+      .Option("--designation", o.designation, {}, "Désignation")
+      .Option("--ligne", o.ligne, FormeChiffres("NOMBRE", 0, 5, "numéro de ligne incorrect"),
+              "Ligne de l'état")
+      .Option("--type", o.type, FormeMots({std::begin(Types), std::end(Types)}), "Type")
+      .Option("--formule", o.formule, {}, "Calcul automatique (vide : total des comptes)")
+      .Option("--montant", o.montant, FormeMontant(), "Montant manuel")
+      .Exclut("--formule");
+}
+
 }  // namespace
 
-int CommandeRubrique(Contexte& contexte, const OptionsRubrique& options) {
-  return contexte.OuvreExercice() ? CommandeFiche(contexte, options).Execute() : int{StatutRefuse};
+void DeclareRubriques(LigneCommande& ligne) {
+  const auto o = std::make_shared<OptionsRubrique>();
+  Commande rubrique =
+      ligne.Ajoute("rubrique", "Ajoute, modifie, supprime ou liste des rubriques de l'état fiscal",
+                   [o](Contexte& c) { return Execute(c, *o); });
+  rubrique.Controle([o](const OptionsGlobales&) {
+    return o->action.empty() ? "il manque ajouter, modifier, supprimer ou lister" : std::string();
+  });
+  const auto action = [&](const char* nom, const char* description) {
+    return rubrique.Action(nom, description, o->action);
+  };
+  DeclareChamps(action("ajouter", "Ajoute une rubrique"), *o);
+  Commande modifier = action("modifier", "Change les champs donnés d'une rubrique");
+  for (Commande a : {modifier, action("supprimer", "Supprime une rubrique")})
+    a.Option("rubrique", o->rubrique, {"CODE"}, "Code de la rubrique").Obligatoire();
+  DeclareChamps(modifier, *o);
+  action("lister", "Écrit les rubriques dans l'ordre de leur code");
 }
 
 }  // namespace fenlor

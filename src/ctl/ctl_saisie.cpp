@@ -10,6 +10,11 @@ namespace fenlor {
 
 namespace {
 
+struct OptionsSaisir {
+  std::string fichier = "-";
+  bool tout = false;
+};
+
 /// Gives the answers out, one line for each; keeps them back until the end when
 /// the whole input is one unit.
 class Reponses {
@@ -59,9 +64,7 @@ class Reponses {
   std::vector<ReponseSaisie> m_retenues;
 };
 
-}  // namespace
-
-int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
+int Saisit(Contexte& contexte, const OptionsSaisir& options) {
   std::ifstream fichier;
   if (options.fichier != "-") {
     fichier.open(options.fichier, std::ios::binary);
@@ -110,6 +113,29 @@ int CommandeSaisir(Contexte& contexte, const OptionsSaisir& options) {
   }
   if (!reponses.Donne() || reponses.Refus()) statut = StatutRefuse;
   return statut;
+}
+
+}  // namespace
+
+void DeclareSaisie(LigneCommande& ligne) {
+  const auto o = std::make_shared<OptionsSaisir>();
+  ligne
+      .Ajoute("saisir", "Enregistre des écritures, une par ligne JSON ; répond une ligne à chacune",
+              [o](Contexte& c) { return Saisit(c, *o); })
+      .Option("fichier", o->fichier, {"[FICHIER|-]"}, "Fichier des écritures (- : l'entrée standard)")
+      .Drapeau("--tout", o->tout, "Enregistre d'un seul tenant toutes les lignes acceptées, ou aucune")
+      .Pied(R"(Recette, dépense :
+  {"journal":"recettes","date":"15/03/2003","compte":"706","libelle":"Consultations",
+   "ttc":120.0,"tresorerie":"BQ","paiement":"cheque"}
+  "journal" : recettes, depenses ; "code" au lieu de "compte" ; "paiement" : cheque, autre ;
+  en plus "professionnel", "monnaie" (franc, euro) ; au lieu de "tresorerie" :
+  "tresoreries":[{"compte":"BQ","montant":100.0,"paiement":"cheque"},...]
+Opération diverse :
+  {"journal":"od","date":"15/03/2003","libelle":"Apport",
+   "lignes":[{"compte":"512","debit":10.0},{"compte":"108","credit":10.0}]}
+Écriture existante :
+  {"mouvement":345,"ttc":125.0}  change les champs donnés
+  {"mouvement":345,"supprimer":true} ; de même "valider", "pointer", "rapprocher" (true, false))");
 }
 
 }  // namespace fenlor

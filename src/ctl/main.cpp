@@ -7,6 +7,13 @@
 
 #include "ctl/ctl.h"
 
+#ifdef FENLOR_PDF
+#include <QGuiApplication>
+
+#include "reports/etatcomptable.h"
+#include "reports/forms/ecritpdf.h"
+#endif
+
 namespace {
 
 /// Keeps the numbers of the standard streams taken, or a file of the practice
@@ -31,6 +38,18 @@ std::string DossierProgrammes() {
   return {};
 }
 
+#ifdef FENLOR_PDF
+/// Fonts need an application, which needs no screen.
+bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::string& fichier) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  int argc = 1;
+  char nom[] = "fenlorctl";
+  char* argv[] = {nom, nullptr};
+  const QGuiApplication application(argc, argv);
+  return fenlor::EcritPdf(app, etat, etat.TitreDocument(), fichier);
+}
+#endif
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -40,5 +59,8 @@ int main(int argc, char** argv) {
   std::cin.tie(nullptr);
   fenlor::OptionsCtl options;
   options.pathProgrammes = DossierProgrammes();
+#ifdef FENLOR_PDF
+  options.ecritPdf = EcritPdf;
+#endif
   return fenlor::ExecuteCtl({argv + (argc > 0), argv + argc}, std::cin, std::cout, std::cerr, options);
 }

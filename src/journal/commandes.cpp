@@ -283,4 +283,17 @@ ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche)
   return unite.Valide() ? Fait(entete) : RefusMagasin(app);
 }
 
+LignesRapprochables CompteRapprochables(CFenlorApp& app, u32 mouvement) {
+  LivresOuverts livres;
+  std::vector<LigneComptee> lignes;
+  LignesRapprochables compte;
+  if (app.PathExercice.empty() || !livres.Ouvre(app) || !LitLignesComptees(app, mouvement, lignes))
+    return compte;
+  for (const LigneComptee& lue : lignes) {
+    ++compte.nombre;
+    compte.rapprochees += lue.ligne.Rapprochee != 0;
+  }
+  return compte;
+}
+
 }  // namespace fenlor

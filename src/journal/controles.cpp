@@ -87,13 +87,14 @@ ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
   return livres.Ouvre(app);
 }
 
-ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
+ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement& entete) {
   entete = {};
   if (mouvement == 0) return {};
   if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
     return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
-  if (entete.Validee) return Refus(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
-  if (entete.LienId) return Refus(app, 3103, "mouvement");
+  if (entete.Validee && !permis.validee)
+    return Refus(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
+  if (entete.LienId && !permis.liee) return Refus(app, 3103, "mouvement");
   return {};
 }
 
@@ -108,11 +109,13 @@ ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, 
                indice);
 }
 
+bool DansExercice(CFenlorApp& app, Date date) {
+  return IsDateOk(date) && date >= app.Reglages.GetDebutExercice() && date <= app.Reglages.GetFinExercice();
+}
+
 ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne) {
-  const bool dansExercice =
-      IsDateOk(date) && date >= app.Reglages.GetDebutExercice() && date <= app.Reglages.GetFinExercice();
   const bool memeMois = ancienne == 0 || (Annee(date) == Annee(ancienne) && Mois(date) == Mois(ancienne));
-  return dansExercice && memeMois ? ResultatSaisie{} : Refus(app, 3104, "date");
+  return DansExercice(app, date) && memeMois ? ResultatSaisie{} : Refus(app, 3104, "date");
 }
 
 ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date) {
@@ -147,6 +150,14 @@ ResultatSaisie CheckCompteEcartCredit(CFenlorApp& app) {
 
 ResultatSaisie CheckCompteEcartDebit(CFenlorApp& app) {
   return ControleCompteParticulier(app, 3031, &QVAPI::GetCompteEcartDebit);
+}
+
+ResultatSaisie CheckCompteVireTo(CFenlorApp& app) {
+  return ControleCompteParticulier(app, 3088, &QVAPI::GetCompteVireTo);
+}
+
+ResultatSaisie CheckCompteVireFrom(CFenlorApp& app) {
+  return ControleCompteParticulier(app, 3087, &QVAPI::GetCompteVireFrom);
 }
 
 }  // namespace fenlor

@@ -43,10 +43,17 @@ bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan);
 
 /// An exercice is open, and not closed; opens its books.
 ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres);
+/// What the user gave leave to change.
+struct Permis {
+  bool validee = false;
+  bool liee = false;
+};
 /// Reads the header of an existing entry and refuses what may not be changed.
-ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Mouvement& entete);
+ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement& entete);
 ResultatSaisie ControleLibelle(CFenlorApp& app, const std::string& libelle, int indice = -1);
 ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, int indice = -1);
+/// A real date within the exercice.
+bool DansExercice(CFenlorApp& app, Date date);
 /// `ancienne`: date of the existing entry, 0 for a new one.
 ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne);
 ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date);

@@ -101,7 +101,7 @@ ResultatSaisie Enregistrement::Execute() {
 }
 
 ResultatSaisie Enregistrement::ControleEcriture() {
-  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, m_entete);
+  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, {.liee = m_saisie.delier}, m_entete);
   if (!r || EstNouvelle()) return r;
   if (m_entete.Journal != m_saisie.journal || m_entete.Genre == GenreOD)
     return Refus(m_app, ErrChampInvalide, "mouvement",

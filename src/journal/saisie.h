@@ -64,6 +64,7 @@ struct SaisieEcriture {
   i16 paiement = PaiementCheque;
   std::vector<LigneTresorSaisie> tresoreries;  ///< standard
   bool validee = false;
+  bool delier = false;  ///< a linked entry is saved all the same and loses its link words
 };
 
 /// Checks and saves; the first failure ends the save. `montants` are figures of the
@@ -97,6 +98,8 @@ struct SaisieOD {
   bool euro = true;
   std::vector<LigneODSaisie> lignes;
   bool validee = false;
+  /// An entry that is validated or linked is saved all the same: it takes `validee` and loses its link.
+  bool forcee = false;
 };
 
 /// Credits less debits in the master currency, rounded to the cent.
@@ -113,10 +116,13 @@ ResultatSaisie EnregistreOD(CFenlorApp& app, const SaisieOD& saisie);
 /// The personal share account exists in the chart; else 3055 is asked. Whoever answers
 /// OK has let the user choose an account before: it is tested again, and asked again
 /// as long as each answer brought another account. Cancel, or an OK that changed
-/// nothing, refuses. Alike for the deviation accounts (3030 credit, 3031 debit).
+/// nothing, refuses. Alike for the deviation accounts (3030 credit, 3031 debit) and for the
+/// transit accounts of transfers (3088 receipts, 3087 expenses).
 ResultatSaisie CheckComptePerso(CFenlorApp& app);
 ResultatSaisie CheckCompteEcartCredit(CFenlorApp& app);
 ResultatSaisie CheckCompteEcartDebit(CFenlorApp& app);
+ResultatSaisie CheckCompteVireTo(CFenlorApp& app);
+ResultatSaisie CheckCompteVireFrom(CFenlorApp& app);
 
 // Commands of the journal on one entry. Each asks its question and refuses an entry
 // that does not exist (3202).
@@ -134,6 +140,13 @@ ResultatSaisie PointeEcriture(CFenlorApp& app, u32 mouvement);
 /// Marks every bank line (cash lines too with "Especes") reconciled, or not. 3116
 /// when the entry has no such line. Nothing to change is a success without a question.
 ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche);
+
+/// The lines of an entry that reconciling touches, and those of them that are reconciled.
+struct LignesRapprochables {
+  u32 nombre = 0;
+  u32 rapprochees = 0;
+};
+LignesRapprochables CompteRapprochables(CFenlorApp& app, u32 mouvement);
 
 /// Amount as a form's field holds it after it was left: two decimals.
 f64 MontantDeChamp(f64 montant);

@@ -52,7 +52,8 @@ ResultatSaisie EnregistrementOD::Execute() {
 }
 
 ResultatSaisie EnregistrementOD::ControleEcriture() {
-  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, m_entete);
+  const Permis permis{.validee = m_saisie.forcee, .liee = m_saisie.forcee};
+  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, permis, m_entete);
   if (!r || m_saisie.mouvement == 0 || m_entete.Genre == GenreOD) return r;
   return Refus(m_app, ErrChampInvalide, "mouvement",
                {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});

@@ -29,7 +29,7 @@ bool EcritComptesParticuliers(CFenlorApp& app, const ComptesParticuliers& compte
   return lot.Ecrit();
 }
 
-std::vector<CompteListe> ListeComptes(CFenlorApp& app) {
+std::vector<CompteListe> ComptesAChoisir(CFenlorApp& app) {
   std::vector<CompteListe> comptes;
   CPlan plan(app, app.PathExercice);
   if (!plan.OpenFile()) return comptes;

@@ -26,6 +26,6 @@ struct CompteListe {
   std::string texte;   ///< short number and name
 };
 /// All accounts of the open exercice in number order.
-std::vector<CompteListe> ListeComptes(CFenlorApp& app);
+std::vector<CompteListe> ComptesAChoisir(CFenlorApp& app);
 
 }  // namespace fenlor

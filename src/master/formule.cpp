@@ -24,7 +24,11 @@ bool FormuleUtilise(std::string_view formule, std::string_view terme) {
 }
 
 std::string RubriqueDuTerme(std::string_view terme) {
-  return terme.starts_with('&') ? std::string() : NormaliseRubrique(terme);
+  constexpr std::size_t longueur = 3;
+  if (terme.empty() || terme.size() > longueur) return {};
+  std::string code(terme);
+  code.resize(longueur, ' ');
+  return code;
 }
 
 std::vector<std::string> BoucleDeFormule(const std::string& code, const SourceFormules& formules) {

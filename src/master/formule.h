@@ -17,7 +17,8 @@ struct TermeFormule {
 std::vector<TermeFormule> TermesFormule(std::string_view formule);
 /// One term is exactly this text.
 bool FormuleUtilise(std::string_view formule, std::string_view terme);
-/// Code of the heading that a term names, three characters; empty for a variable.
+/// Code of the heading that a term names: the term as it stands, filled up with blanks to three
+/// characters. Empty for a longer one, which is a variable, and for an empty one.
 std::string RubriqueDuTerme(std::string_view terme);
 
 /// Formula of a heading by its code; empty when there is none, or a manual amount instead.

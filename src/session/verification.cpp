@@ -17,6 +17,12 @@ namespace fenlor {
 
 namespace {
 
+/// A day of some month: an entry moved to a shorter month keeps its day, the 31st of February until
+/// someone corrects it.
+bool EstDatee(Date date) {
+  return Annee(date) > 0 && Mois(date) >= 1 && Mois(date) <= 12 && Jour(date) >= 1 && Jour(date) <= 31;
+}
+
 constexpr int enFranc = 0;
 constexpr int enEuro = 1;
 
@@ -255,7 +261,7 @@ void Verification::VerifieEcriture() {
                      {std::to_string(m_lignes.size() - 1)});
     break;
   }
-  if (!IsDateOk(m_lignes.front().Date)) ConstateEcriture("cette date n'existe pas.");
+  if (!EstDatee(m_lignes.front().Date)) ConstateEcriture("cette date n'existe pas.");
   bool lisible = true;
   for (const Line& ligne : m_lignes) {
     VerifieLigne(ligne);
@@ -307,7 +313,7 @@ void Verification::VerifieLigne(const Line& ligne) {
   const std::string principal = LitTexte(ligne.ComptePrincipal);
   if (!principal.empty() && !TrouveCompte(principal))
     ConstateEcriture("le compte principal %s de la ligne %s n'existe pas.", {Court(principal), rang});
-  if (!IsDateOk(ligne.DateLigne)) ConstateEcriture("la date de la ligne %s n'existe pas.", {rang});
+  if (!EstDatee(ligne.DateLigne)) ConstateEcriture("la date de la ligne %s n'existe pas.", {rang});
   if (!EstMontant(ligne.MontantFranc) || !EstMontant(ligne.MontantEuro))
     ConstateEcriture("le montant de la ligne %s est illisible.", {rang});
   else if (ligne.MontantFranc < 0 || ligne.MontantEuro < 0)

@@ -1,6 +1,8 @@
 // A list as a whole document window.
 #pragma once
 
+#include <functional>
+
 #include "ui/tableliste.h"
 #include "ui/vue.h"
 
@@ -23,7 +25,11 @@ class CZNListView : public Vue {
   /// `FillList` again; selection and scrolling stay where they were, by row data.
   void Actualise(u32 masque) override;
 
-  /// "&Copier" (9006) is known here; a subclass adds its own and asks its base for the rest.
+  /// Prints what the list shows, or shows its preview: 57607 and 57609 can be used once this is given.
+  using Impression = std::function<void(bool apercu)>;
+  void SurImpression(Impression impression) { m_impression = std::move(impression); }
+
+  /// "&Copier" (9006) and printing are known here; a subclass adds its own and asks its base for the rest.
   bool Connait(unsigned commande) const override;
   bool Disponible(unsigned commande) const override;
   void Execute(unsigned commande) override;
@@ -44,6 +50,7 @@ class CZNListView : public Vue {
   void RestaureLargeurs();
   void SauveLargeurs();
   TableListe* m_table;
+  Impression m_impression;
 };
 
 }  // namespace fenlor

@@ -66,8 +66,17 @@ void DialogueQt::Erreur(unsigned numero, const std::string& texte) {
       texte, BoutonsOk | IconeStop);
 }
 
-int DialogueQt::Message(unsigned style, unsigned, const std::string& texte) {
-  return Montre(TexteQ(TitreApplication), texte, style);
+void DialogueQt::PoseManque(std::set<unsigned> questions, std::function<bool(unsigned)> comble) {
+  m_manques = std::move(questions);
+  m_comble = std::move(comble);
+}
+
+int DialogueQt::Message(unsigned style, unsigned numero, const std::string& texte) {
+  int reponse = 0;
+  do {
+    reponse = Montre(TexteQ(TitreApplication), texte, style);
+  } while (reponse == RepOk && m_manques.contains(numero) && !m_comble(numero));
+  return reponse;
 }
 
 int DialogueQt::Montre(const QString& titre, const std::string& texte, unsigned style) {

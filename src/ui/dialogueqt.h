@@ -4,6 +4,8 @@
 
 #include <QElapsedTimer>
 #include <QPointer>
+#include <functional>
+#include <set>
 
 #include "core/dialogue.h"
 #include "ui/dialogabort.h"
@@ -22,6 +24,10 @@ class DialogueQt : public Dialogue {
 
   /// Owner of boxes while no form is open; forms own theirs.
   void PoseCadre(QWidget* cadre);
+
+  /// Questions of these numbers say that something is missing: when one is answered with OK, `comble`
+  /// opens a form that brings it; while it is false the question is asked again.
+  void PoseManque(std::set<unsigned> questions, std::function<bool(unsigned)> comble);
 
   void Erreur(unsigned numero, const std::string& texte) override;
   int Message(unsigned style, unsigned numero, const std::string& texte) override;
@@ -48,6 +54,8 @@ class DialogueQt : public Dialogue {
   QWidget* Proprietaire() const;  ///< of a box
   void Peint();                   ///< lets paint and timer messages pass, no input
 
+  std::set<unsigned> m_manques;
+  std::function<bool(unsigned)> m_comble;
   QPointer<QWidget> m_cadre;
   QPointer<QWidget> m_proprietaire;  ///< disabled while the progress window is up
   QPointer<CDialogAbort> m_fenetre;  ///< ours, unless its owner took it along

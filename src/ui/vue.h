@@ -32,6 +32,8 @@ class Vue : public QWidget {
   virtual bool Connait(unsigned /*commande*/) const { return false; }
   virtual bool Disponible(unsigned /*commande*/) const { return false; }
   virtual void Execute(unsigned /*commande*/) {}
+  /// Check mark of a command that it knows.
+  virtual bool Coche(unsigned /*commande*/) const { return false; }
   /// Page of the help: "Fenetre" and the window's name without blanks.
   virtual QString PageAide() const;
   /// False keeps the window open.
@@ -41,6 +43,8 @@ class Vue : public QWidget {
   /// The user asked for the menu of the view at a point of the screen: numbers of the
   /// command table, 0 a separator.
   void MenuDemande(const QPoint& global, const std::vector<unsigned>& commandes);
+  /// What its commands can do, or their check marks, may have changed: another selection.
+  void EtatChange();
 
  protected:
   ContexteUi& m_contexte;

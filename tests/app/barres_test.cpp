@@ -87,7 +87,9 @@ TEST(Images, EachCommandHasAPictureThatIsSeen) {
   }
   for (const char* nom :
        {"stop", "question", "attention", "information", "valider", "annuler", "precedent", "suivant",
-        "exercice-clos", "exercice-vivant", "journal-valide", "lampe-rouge", "lampe-eteinte"}) {
+        "exercice-clos", "exercice-vivant", "journal-valide", "lampe-rouge", "lampe-eteinte",
+        "pdf", "une-page", "deux-pages", "page-premiere", "page-precedente", "page-suivante", "page-derniere",
+        "zoom-plus", "zoom-moins", "zoom-ajuste"}) {
     EXPECT_GT(PixelsVisibles(Image(nom)), 40) << nom;
     lues.insert(QString::fromLatin1(nom));
   }
@@ -168,15 +170,15 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
     ASSERT_EQ(liste.Choisie(), CmdPreferences);
     Va(touche);
     QTest::keyClick(&touche, Qt::Key_K, Qt::ControlModifier);
-    QTest::keyClick(&touche, Qt::Key_J, Qt::ControlModifier);
-    EXPECT_EQ(touche.keySequence(), QKeySequence(Qt::CTRL | Qt::Key_J));
+    QTest::keyClick(&touche, Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(touche.keySequence(), QKeySequence(Qt::CTRL | Qt::Key_K));
     QTest::keyClick(&touche, Qt::Key_Return);  // assigns, and the form stays
     ASSERT_TRUE(dialogue.isVisible());
-    EXPECT_EQ(liste.Table().currentItem()->text(1), u"Ctrl+J"_s);
+    EXPECT_EQ(liste.Table().currentItem()->text(1), u"Ctrl+K"_s);
     EXPECT_TRUE(touche.keySequence().isEmpty());
 
     liste.Choisit(CmdOptions);
-    QTest::keyClick(&touche, Qt::Key_J, Qt::ControlModifier);
+    QTest::keyClick(&touche, Qt::Key_K, Qt::ControlModifier);
     QTest::keyClick(&touche, Qt::Key_A, Qt::AltModifier);  // the button's access key
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return !Boite.Erreurs.empty(); }));  // a button shows that it is pressed
@@ -200,7 +202,7 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
     auto ui = Ui();
     return CDialogRaccourcis(ui).Execute();
   }());
-  EXPECT_EQ(Touche(CmdPreferences), "Ctrl+J");
+  EXPECT_EQ(Touche(CmdPreferences), "Ctrl+K");
   // F12 was given up by its owner, but a default of the table it is still: the file tells both.
   EXPECT_EQ(Touche(CmdOptions), "");
   EXPECT_EQ(Touche(CmdCalculatrice), "F12");

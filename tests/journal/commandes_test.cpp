@@ -69,6 +69,33 @@ class CommandesTest : public CabinetMedical {
     }
   }
 
+  std::string TexteDe(unsigned question) { return VersUtf8(TexteFormat(question, {"Essai"})); }
+  /// The parent application's receipt, or expense, of `Lie`; 0 when it is gone.
+  Position Fiche(bool recette, bool supprime = false) {
+    QVAPI& magasin = Magasin();
+    Position position = 0;
+    if (recette) {
+      const u32 poignee = magasin.OpenRecettes({});
+      RecetteLiee rec{};
+      rec.LienPoste = 3;
+      rec.LienA = 5;
+      rec.LienB = 0x10007;
+      position = magasin.ReadRecettes(rec, 2);
+      if (position && supprime) magasin.DeleteRecettes(position);
+      magasin.CloseRecettes(poignee);
+    } else {
+      const u32 poignee = magasin.OpenDepenses({});
+      DepenseLiee rec{};
+      rec.LienA = 5;
+      rec.LienB = 7;
+      PoseTexte(rec.Tiers, "DURAND");
+      position = magasin.ReadDepenses(rec, 0);
+      if (position && supprime) magasin.DeleteDepenses(position);
+      magasin.CloseDepenses(poignee);
+    }
+    return position;
+  }
+
   u32 m_simple = 0, m_standard = 0, m_od = 0;
 };
 
@@ -97,11 +124,24 @@ TEST_F(CommandesTest, Suppression) {
        RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
       {"rapprochée, oui", [&] { return m_simple; }, RepOui, QuestionSuppressionRapprochee, 0, false},
       {"déjà partie", [&] { return m_simple; }, RepOui, 0, ErrEcritureInconnue, false},
+      {"standard rapprochée, non",
+       [&] {
+         Rapproche(m_standard);
+         return m_standard;
+       },
+       RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
+      {"opération diverse rapprochée, non",
+       [&] {
+         Rapproche(m_od);
+         return m_od;
+       },
+       RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
       {"standard validée", validee(m_standard), RepOui, 0, 3016, true},
       {"opération diverse validée", validee(m_od), RepOui, 0, 3017, true},
       {"opération diverse en brouillard",
        [&] {
          ChangeEntete(m_od, [](Mouvement& e) { e.Validee = 0; });
+         ChangeLignes(m_od, [](Line& l) { l.Rapprochee = 0; });
          return m_od;
        },
        RepOui, QuestionSuppression, 0, false},
@@ -125,61 +165,80 @@ TEST_F(CommandesTest, Suppression) {
     EXPECT_EQ(c.reste, Existe(mouvement));
   }
   EXPECT_EQ(0, f64{LitCompte("706").CreditEuro});
+  EXPECT_EQ("Suppression de l'écriture\n\"Essai\" ?", TexteDe(QuestionSuppression));
+  EXPECT_EQ(
+      "Attention !\nUn rapprochement bancaire à été effectué sur l'écriture :\n\n\"Essai\"\n\n Faut-il la "
+      "supprimer ?",
+      TexteDe(QuestionSuppressionRapprochee));
 }
 
 TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {
+  enum Plus : unsigned { SansFiche = 1, Validee = 2, Rapprochee = 4 };
   struct Cas {
     const char* quoi;
     i16 genre;
     bool recette;
     u16 edition;
     i16 application;
-    bool fiche;
+    unsigned plus;
     unsigned question;  ///< 0: none
     unsigned erreur;    ///< with the answer yes
+    std::size_t messages;
   };
+  constexpr unsigned R = QuestionRecetteQuorbane, F = QuestionRecetteFeuille, D = QuestionDepenseQuorbane;
   const Cas cas[] = {
-      {"recette Quorbane", GenreSimple, true, 0, 0, true, QuestionRecetteQuorbane, 0},
-      {"feuille de soins", GenreSimple, true, 1, 1, true, QuestionRecetteFeuille, 0},
-      {"feuille de soins, l'autre édition", GenreStandard, true, 4, 4, true, QuestionRecetteFeuille, 0},
-      {"dépense", GenreSimple, false, 1, 1, true, QuestionDepenseQuorbane, 0},
-      {"autre application", GenreSimple, true, 2, 0, true, 0, 3040},
-      {"fiche disparue", GenreSimple, true, 0, 0, false, 0, 3038},
-      {"opération diverse : sans question ni examen", GenreOD, true, 2, 0, true, 0, 0},
+      {"recette, édition 0", GenreSimple, true, 0, 0, 0, R, 0, 0},
+      {"recette, édition 1", GenreSimple, true, 1, 1, 0, F, 0, 0},
+      {"recette, édition 2", GenreStandard, true, 2, 2, 0, R, 0, 0},
+      {"recette, édition 3", GenreSimple, true, 3, 3, 0, R, 0, 0},
+      {"recette, édition 4", GenreStandard, true, 4, 4, 0, F, 0, 0},
+      {"dépense, édition 0", GenreSimple, false, 0, 0, 0, D, 0, 0},
+      {"dépense, édition 1", GenreStandard, false, 1, 1, 0, D, 0, 0},
+      {"dépense, édition 4", GenreSimple, false, 4, 4, 0, D, 0, 0},
+      {"autre application", GenreSimple, true, 2, 0, 0, 0, 3040, 1},
+      {"autre application, dépense", GenreStandard, false, 0, 1, 0, 0, 3040, 1},
+      {"autre application, fiche disparue", GenreSimple, true, 2, 0, SansFiche, 0, 3040, 1},
+      {"fiche disparue", GenreSimple, true, 0, 0, SansFiche, 0, 3038, 0},
+      {"fiche disparue, dépense", GenreStandard, false, 0, 0, SansFiche, 0, 3038, 0},
+      {"validée : avant le lien", GenreSimple, true, 0, 0, Validee, 0, 3016, 1},
+      {"validée d'une autre application", GenreStandard, true, 2, 0, Validee, 0, 3016, 1},
+      {"rapprochée : la question du lien seule", GenreSimple, true, 0, 0, Rapprochee, R, 0, 0},
+      {"opération diverse : sans question ni examen", GenreOD, true, 2, 0, 0, 0, 0, 0},
+      {"opération diverse validée", GenreOD, true, 0, 0, Validee, 0, 0, 0},
+      {"opération diverse rapprochée", GenreOD, false, 0, 1, Rapprochee, 0, 0, 0},
+      {"opération diverse, fiche disparue", GenreOD, false, 0, 0, SansFiche, 0, 3038, 0},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.quoi);
     // The practice outlives each case: start from the same three entries.
-    Boite.Reponses.assign(8, RepOui);
     for (const u32 m : {m_simple, m_standard, m_od})
       if (Existe(m)) Magasin().RemoveMouvements(App().PathExercice, m);
-    const u32 poignee = Magasin().OpenRecettes({});
-    RecetteLiee reste{};
-    reste.LienPoste = 3;
-    reste.LienA = 5;
-    reste.LienB = 0x10007;
-    if (const Position p = Magasin().ReadRecettes(reste, 2)) Magasin().DeleteRecettes(p);
-    Magasin().CloseRecettes(poignee);
+    for (const bool recette : {true, false}) Fiche(recette, true);
     FaitEcritures();
     const u32 mouvement = c.genre == GenreOD ? m_od : c.genre == GenreSimple ? m_simple : m_standard;
-    Lie(mouvement, c.recette, c.application, c.fiche);
-    if (c.genre == GenreOD) ChangeEntete(mouvement, [](Mouvement& e) { e.Validee = 1; });
+    Lie(mouvement, c.recette, c.application, !(c.plus & SansFiche));
+    if (c.plus & Validee) ChangeEntete(mouvement, [](Mouvement& e) { e.Validee = 1; });
+    if (c.plus & Rapprochee) Rapproche(mouvement);
     App().Edition = c.edition;
 
     Boite.Oublie();
     Boite.Reponses.clear();
     if (c.question) {
       EXPECT_EQ(c.question, SupprimeEcriture(App(), mouvement).erreur);
-      EXPECT_TRUE(Existe(mouvement)) << "answered no";
+      EXPECT_TRUE(Existe(mouvement) && Fiche(c.recette)) << "answered no";
+      EXPECT_EQ(TexteDe(c.question), VersUtf8(Boite.Questions.back().texte)) << "with the label";
+      Boite.Oublie();
     }
     Boite.Reponses = {RepOui};
     const ResultatSaisie r = SupprimeEcriture(App(), mouvement);
     Boite.Reponses.clear();
     EXPECT_EQ(c.erreur, r.erreur);
-    EXPECT_EQ(c.question ? std::vector<unsigned>(2, c.question) : std::vector<unsigned>{},
+    EXPECT_EQ(c.question ? std::vector<unsigned>{c.question} : std::vector<unsigned>{},
               Boite.NumerosQuestions());
     EXPECT_EQ(c.erreur != 0, Existe(mouvement));
-    EXPECT_EQ(c.erreur == 3040, Boite.Erreurs.size() == 1) << "of a record that is gone nothing is shown";
+    EXPECT_EQ(c.erreur != 0 && !(c.plus & SansFiche), Fiche(c.recette) != 0)
+        << "the record goes with the entry";
+    EXPECT_EQ(c.messages, Boite.Erreurs.size()) << "of a record that is gone nothing is shown";
   }
 }
 
@@ -244,6 +303,8 @@ TEST_F(CommandesTest, Rapprochement) {
   Regle("Rapprochement", "Especes", "Oui");
   EXPECT_TRUE(RapprocheEcriture(App(), m_standard, true));
   EXPECT_EQ((std::vector<u32>{0, 1, 1}), Rapprochees(m_standard)) << "cash too";
+  EXPECT_EQ(2u, CompteRapprochables(App(), m_standard).nombre);
+  EXPECT_EQ(2u, CompteRapprochables(App(), m_standard).rapprochees);
   EXPECT_TRUE(RapprocheEcriture(App(), m_standard, false));
   EXPECT_EQ((std::vector<u32>{0, 0, 0}), Rapprochees(m_standard));
   EXPECT_EQ("", LitTexte(Lignes(m_standard)[1].RappCompte));
@@ -255,6 +316,10 @@ TEST_F(CommandesTest, Rapprochement) {
   Regle("Rapprochement", "Especes", "Non");
   const u32 especes = Enregistre(Ecriture(JournalRecettes, "706", 20, "531"));
   EXPECT_EQ(3116u, RapprocheEcriture(App(), especes, true).erreur);
+  EXPECT_EQ(0u, CompteRapprochables(App(), especes).nombre);
+  Regle("2003", "Cloture", "31/01/2004");
+  EXPECT_TRUE(RapprocheEcriture(App(), m_standard, true)) << "a closed exercice does not matter";
+  EXPECT_EQ(1u, CompteRapprochables(App(), m_standard).rapprochees);
 }
 
 }  // namespace

@@ -385,6 +385,30 @@ TEST_F(ModificationTest, RefusDUneEcritureExistante) {
   }
 }
 
+TEST_F(ModificationTest, CommandesCachees) {
+  Mouvement rec = Entete(m_mouvement);
+  rec.Validee = 1;
+  rec.LienId = 7;
+  rec.Reserve134 = 8;
+  ASSERT_TRUE(Magasin().UpdateMouvements(App().PathExercice, m_mouvement, rec));
+  m_saisie.delier = true;
+  EXPECT_EQ(unsigned{ErrModificationValidee}, EnregistreEcriture(App(), m_saisie).erreur) << "not unvalidated";
+
+  Boite.Reponses = {RepNon, RepOui};
+  EXPECT_EQ(unsigned{QuestionInvalider}, ValideEcriture(App(), m_mouvement, false).erreur);
+  EXPECT_TRUE(ValideEcriture(App(), m_mouvement, false));
+  for (const Line& ligne : Lignes(m_mouvement)) EXPECT_EQ(0u, u32{ligne.Validee});
+
+  m_saisie.delier = false;
+  EXPECT_EQ(3103u, EnregistreEcriture(App(), m_saisie).erreur);
+  m_saisie.delier = true;
+  m_saisie.libelle = "Reprise";
+  ASSERT_TRUE(EnregistreEcriture(App(), m_saisie));
+  const Mouvement entete = Entete(m_mouvement);
+  EXPECT_EQ(0u, u32{entete.LienId} + u32{entete.Reserve134});
+  EXPECT_EQ("Reprise", LitTexte(entete.Libelle));
+}
+
 TEST_F(ModificationTest, GardeNumeroLigneEtMarques) {
   ASSERT_NE(0u, Enregistre(Ecriture(JournalDepenses, "6132", 10)));
   ASSERT_TRUE(Magasin().ReverseMarkMouvements(App().PathExercice, m_mouvement));

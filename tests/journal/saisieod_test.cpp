@@ -166,6 +166,35 @@ TEST_F(SaisieODTest, ModificationGardeNumeroEtMarques) {
   EXPECT_EQ(0u, u32{Lignes(mouvement)[0].Rapprochee}) << "the same account on the other side is another line";
 }
 
+TEST_F(SaisieODTest, CommandeCachee) {
+  SaisieOD saisie = OD({Debit("512", 10), Credit("706", 10)});
+  saisie.mouvement = EnregistreOD(App(), saisie).mouvement;
+  const auto pose = [&](u32 validee, u32 lien) {
+    Mouvement rec = Entete(saisie.mouvement);
+    rec.Validee = validee;
+    rec.LienId = rec.Reserve134 = lien;
+    ASSERT_TRUE(Magasin().UpdateMouvements(App().PathExercice, saisie.mouvement, rec));
+  };
+  struct Cas {
+    u32 validee, lien;
+    unsigned refus;  ///< without the command
+  };
+  for (const Cas& c : {Cas{1, 0, ErrModificationValidee}, Cas{0, 7, 3103}, Cas{1, 7, ErrModificationValidee}}) {
+    pose(c.validee, c.lien);
+    saisie.forcee = false;
+    saisie.validee = false;
+    EXPECT_EQ(c.refus, EnregistreOD(App(), saisie).erreur);
+    saisie.forcee = true;
+    saisie.validee = !c.validee;
+    Boite.Oublie();
+    ASSERT_TRUE(EnregistreOD(App(), saisie));
+    const Mouvement entete = Entete(saisie.mouvement);
+    EXPECT_EQ(u32{!c.validee}, u32{entete.Validee}) << "the command flips it";
+    EXPECT_EQ(0u, u32{entete.LienId} + u32{entete.Reserve134});
+    EXPECT_TRUE(Boite.Questions.empty());
+  }
+}
+
 TEST(SaisieODPanne, UnDisquePleinLaisseLAncienneEcriture) {
   SystemePosix disque;
   SystemeFautif systeme(disque);

@@ -214,7 +214,7 @@ TEST_F(OptionsTest, ComptesParticuliers) {
   comptes.virementDepense = Long("758");
   ASSERT_TRUE(EcritComptesParticuliers(App(), comptes));
   EXPECT_EQ(Magasin().GetCompteVireFrom(), Long("758"));
-  const std::vector<CompteListe> liste = ListeComptes(App());
+  const std::vector<CompteListe> liste = ComptesAChoisir(App());
   ASSERT_GT(liste.size(), 10u);
   for (std::size_t i = 1; i < liste.size(); ++i) ASSERT_LT(liste[i - 1].compte, liste[i].compte);
   const auto loyer =

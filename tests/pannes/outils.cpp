@@ -39,8 +39,9 @@ Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entre
   return r;
 }
 
-Enfant::Enfant(const std::vector<std::string>& arguments, const std::string& fichierEntree) {
-  const std::string programme = (fs::read_symlink("/proc/self/exe").parent_path() / "fenlorctl").string();
+Enfant::Enfant(const std::vector<std::string>& arguments, const std::string& fichierEntree,
+               const std::string& nom) {
+  const std::string programme = (fs::read_symlink("/proc/self/exe").parent_path() / nom).string();
   int tube[2];
   if (pipe2(tube, O_CLOEXEC) != 0) throw std::runtime_error("pipe");
   posix_spawn_file_actions_t actions;

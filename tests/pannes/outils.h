@@ -28,10 +28,11 @@ struct Resultat {
 Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entree = {},
              Systeme* systeme = nullptr);
 
-/// fenlorctl as a child whose standard input is a file.
+/// fenlorctl, or another program beside this one, as a child whose standard input is a file.
 class Enfant {
  public:
-  Enfant(const std::vector<std::string>& arguments, const std::string& fichierEntree);
+  Enfant(const std::vector<std::string>& arguments, const std::string& fichierEntree,
+         const std::string& nom = "fenlorctl");
   ~Enfant();
   Enfant(const Enfant&) = delete;
   Enfant& operator=(const Enfant&) = delete;

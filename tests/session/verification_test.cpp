@@ -90,7 +90,7 @@ TEST_F(VerificationTest, UneEcritureFausse) {
        [](Line& l) { l.Validee = 1; },
        {"ses lignes ne sont pas toutes validées, ou toutes en brouillard."}},
       {2, [](Line& l) { l.Rang = 3; }, {"les rangs de ses lignes ne se suivent pas de 0 à 2."}},
-      {2, [](Line& l) { l.DateLigne = FaitDate(31, 2, 2003); }, {"la date de la ligne 2 n'existe pas."}},
+      {2, [](Line& l) { l.DateLigne = FaitDate(32, 2, 2003); }, {"la date de la ligne 2 n'existe pas."}},
       {2,
        [](Line& l) { l.TypeCompte = Autre; },
        {"la ligne 2 porte le type 4, mais le compte 512 est du type 0."}},
@@ -129,7 +129,7 @@ TEST_F(VerificationTest, UneOperationDiverseNonEquilibree) {
   seule.Mouvement = 7;
   seule.Journal = JournalOD;
   seule.Ligne = 1;
-  seule.Date = FaitDate(31, 2, 2003);
+  seule.Date = FaitDate(32, 2, 2003);
   seule.SaisieEuro = 1;
   PoseTexte(seule.Libelle, "Importée"_w);
   PoseTexte(seule.Compte, Long("512"));
@@ -141,7 +141,7 @@ TEST_F(VerificationTest, UneOperationDiverseNonEquilibree) {
   seule.MontantEuro = 9.99;
   seule.MontantFranc = 65.53;
   ASSERT_NE(0u, Magasin().AddLines(App().PathExercice, seule));
-  const std::string debut = "Ecriture 7 du 31/02/2003, « Importée » : ";
+  const std::string debut = "Ecriture 7 du 32/02/2003, « Importée » : ";
   EXPECT_EQ((Phrases{debut + "cette date n'existe pas.", debut + "la date de la ligne 0 n'existe pas.",
                      debut + "la date de la ligne 1 n'existe pas.",
                      debut + "elle n'est pas équilibrée en francs : débit 65,60, crédit 65,53.",

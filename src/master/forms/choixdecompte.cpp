@@ -18,7 +18,7 @@ constexpr int LargeurCompte = 38, LignesVisibles = 15;
 void ModeleComptes::Charge(CFenlorApp& app) {
   QStringList textes;
   m_comptes.clear();
-  for (CompteListe& compte : ListeComptes(app)) {
+  for (CompteListe& compte : ComptesAChoisir(app)) {
     textes.push_back(Q(compte.texte));
     m_comptes.push_back(std::move(compte.compte));
   }

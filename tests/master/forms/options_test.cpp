@@ -257,7 +257,7 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
     QWidget& page = Montre(f, Comptes);
     auto& perso = Trouve<QComboBox>(page, "perso");
     EXPECT_EQ(perso.currentText(), u"108 Exploitant"_s);
-    EXPECT_EQ(perso.count(), static_cast<int>(ListeComptes(App()).size()));
+    EXPECT_EQ(perso.count(), static_cast<int>(ComptesAChoisir(App()).size()));
     EXPECT_EQ(Trouve<QComboBox>(page, "virementRecette").currentText(), QString());
     EXPECT_EQ(perso.model(), Trouve<QComboBox>(page, "ecartDebit").model()) << "one model for the five";
     Cherche(f, "perso", u"706"_s);

@@ -1,0 +1,205 @@
+#include <algorithm>
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "ctl/commandes.h"
+#include "ctl/demandejournal.h"
+#include "ctl/json.h"
+#include "ctl/tableau.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// UTF-8.
+std::string TitreJournal(i16 journal) {
+  if (journal == JournalRecettes) return "Recettes";
+  return journal == JournalDepenses ? "Dépenses" : "Opérations diverses";
+}
+
+/// Columns of a table, some of them on the left.
+class Colonnes {
+ public:
+  void Ajoute(const std::string& titre, bool gauche = false) {
+    m_gauches.push_back(gauche);
+    m_titres.push_back(titre);
+  }
+  const std::vector<std::string>& Titres() const { return m_titres; }
+
+  std::string Texte(std::vector<std::vector<std::string>> lignes) const {
+    lignes.insert(lignes.begin(), m_titres);
+    Tableau tableau;
+    std::vector<std::size_t> largeurs(m_titres.size());
+    for (const auto& ligne : lignes)
+      for (std::size_t i = 0; i < ligne.size(); ++i) largeurs[i] = std::max(largeurs[i], ligne[i].size());
+    for (auto& ligne : lignes) {
+      for (std::size_t i = 0; i < ligne.size(); ++i)
+        if (m_gauches[i]) ligne[i].resize(largeurs[i], ' ');
+      tableau.Ajoute(std::move(ligne));
+    }
+    return tableau.Texte(0);
+  }
+
+ private:
+  std::vector<bool> m_gauches;
+  std::vector<std::string> m_titres;
+};
+
+class ListeDuMois {
+ public:
+  ListeDuMois(Contexte& contexte, const OptionsJournal& options)
+      : m_contexte(contexte),
+        m_app(contexte.App),
+        m_options(options),
+        m_comptable(options.comptable || options.journal == "od"),
+        m_plan(m_app, m_app.PathExercice),
+        m_lignes(m_app, m_app.PathExercice) {}
+
+  int Execute() {
+    m_monnaies = MonnaiesAffichees(m_app);
+    if (!m_plan.OpenFile() || !m_lignes.OpenFile()) return m_contexte.RefuseMagasin();
+    if (!LitDemandeJournal(m_contexte, m_options, m_demande)) return StatutRefuse;
+    MoisJournal mois;
+    if (!ListeMois(m_app, m_demande, mois)) return m_contexte.RefuseMagasin();
+    return m_contexte.Globales.json ? EcritJson(mois) : EcritTable(mois);
+  }
+
+ private:
+  std::string Titre() const {
+    std::string titre = VersUtf8(NomMois(Mois(m_demande.mois))) + ' ' + std::to_string(Annee(m_demande.mois));
+    titre = TitreJournal(m_demande.journal) + " du mois de " + titre;
+    return EstPartielle(m_demande.criteres) ? titre + "   *** Liste partielle ***" : titre;
+  }
+
+  Colonnes ColonnesDeLaListe() const {
+    Colonnes colonnes;
+    colonnes.Ajoute("Ligne");
+    colonnes.Ajoute("Date");
+    colonnes.Ajoute("Libellé"_w, true);
+    if (!m_comptable) colonnes.Ajoute("Trésorerie"_w, true);
+    const auto montant = [&](const char* monnaie) {
+      if (m_comptable) {
+        colonnes.Ajoute("Débit "_w + monnaie);
+        colonnes.Ajoute("Crédit "_w + monnaie);
+      } else {
+        colonnes.Ajoute(std::string("Montant ") + monnaie);
+      }
+    };
+    if (m_monnaies.franc) montant("F");
+    if (m_monnaies.euro) montant("\x80");
+    for (const char* marque : {"P", "B", "R", "V"}) colonnes.Ajoute(marque);
+    colonnes.Ajoute("Rub", true);
+    colonnes.Ajoute("Compte", true);
+    colonnes.Ajoute("Désignation"_w, true);
+    return colonnes;
+  }
+
+  void AjouteMontants(std::vector<std::string>& champs, f64 debitFranc, f64 creditFranc, f64 debitEuro,
+                      f64 creditEuro) const {
+    const auto ajoute = [&](f64 debit, f64 credit) {
+      champs.push_back(FormatMontant(debit, 2));
+      if (m_comptable) champs.push_back(FormatMontant(credit, 2));
+    };
+    if (m_monnaies.franc) ajoute(debitFranc, creditFranc);
+    if (m_monnaies.euro) ajoute(debitEuro, creditEuro);
+  }
+
+  int EcritTable(const MoisJournal& mois) {
+    const Colonnes colonnes = ColonnesDeLaListe();
+    std::vector<std::vector<std::string>> lignes;
+    for (const EntreeListe& e : mois.entrees) {
+      EntreeJournal entree;
+      if (!Lit(e.mouvement, entree)) return m_contexte.RefuseMagasin();
+      bool premiere = true;
+      for (const RangeeJournal& r : entree.rangees) {
+        auto& champs = lignes.emplace_back();
+        champs.push_back(premiere ? std::to_string(entree.ligne) : std::string());
+        champs.push_back(premiere ? std::to_string(Jour(entree.date)) : std::string());
+        champs.push_back(r.libelle);
+        if (!m_comptable) champs.push_back(r.tresorerie);
+        const bool credit = m_comptable && r.credit;
+        AjouteMontants(champs, credit ? 0 : r.franc, credit ? r.franc : 0, credit ? 0 : r.euro,
+                       credit ? r.euro : 0);
+        champs.emplace_back(r.pointee ? "P" : "");
+        champs.emplace_back(r.remise ? "B" : "");
+        champs.emplace_back(r.rapprochee ? "R" : "");
+        champs.emplace_back(r.validee ? "V" : "");
+        for (const std::string* texte : {&r.rubrique, &r.compte, &r.designation}) champs.push_back(*texte);
+        premiere = false;
+      }
+    }
+    auto& total = lignes.emplace_back(std::vector<std::string>{"", "", "Total"});
+    if (!m_comptable) total.emplace_back();
+    const TotauxListe& t = mois.totaux;
+    AjouteMontants(total, t.debitFranc, t.creditFranc, t.debitEuro, t.creditEuro);
+    total.resize(colonnes.Titres().size());
+    return m_contexte.Donne(Titre() + "\n" + colonnes.Texte(std::move(lignes)));
+  }
+
+  int EcritJson(const MoisJournal& mois) {
+    for (const EntreeListe& e : mois.entrees) {
+      EntreeJournal entree;
+      if (!Lit(e.mouvement, entree)) return m_contexte.RefuseMagasin();
+      for (const RangeeJournal& r : entree.rangees) {
+        LigneJson objet;
+        objet.Entier("mouvement", e.mouvement)
+            .Entier("ligne", entree.ligne)
+            .Texte("date", StrDate(entree.date))
+            .Texte("libelle", r.libelle);
+        if (m_comptable) {
+          objet.Texte("sens", r.credit ? "credit" : "debit");
+        } else {
+          objet.Texte("tresorerie", r.tresorerie);
+        }
+        objet.Nombre("montantFranc", r.franc)
+            .Nombre("montantEuro", r.euro)
+            .Booleen("pointee", r.pointee)
+            .Booleen("remise", r.remise)
+            .Booleen("rapprochee", r.rapprochee)
+            .Booleen("validee", r.validee)
+            .Texte("rubrique", r.rubrique)
+            .Texte("compte", r.compte)
+            .Texte("designation", r.designation);
+        if (!m_contexte.Ecrit(objet.Fin())) return StatutRefuse;
+      }
+    }
+    const TotauxListe& t = mois.totaux;
+    const std::string total = LigneJson()
+                                  .Entier("ecritures", static_cast<i64>(mois.entrees.size()))
+                                  .Booleen("partielle", EstPartielle(m_demande.criteres))
+                                  .Nombre("totalDebitFranc", t.debitFranc)
+                                  .Nombre("totalCreditFranc", t.creditFranc)
+                                  .Nombre("totalDebitEuro", t.debitEuro)
+                                  .Nombre("totalCreditEuro", t.creditEuro)
+                                  .Fin();
+    return m_contexte.Donne(total);
+  }
+
+  bool Lit(u32 mouvement, EntreeJournal& entree) {
+    return LitEntreeJournal(m_app, mouvement, m_comptable, m_demande.filtre, entree);
+  }
+
+  Contexte& m_contexte;
+  CFenlorApp& m_app;
+  const OptionsJournal& m_options;
+  const bool m_comptable;
+  CPlan m_plan;
+  CLines m_lignes;
+  MonnaiesListe m_monnaies;
+  DemandeListe m_demande;
+};
+
+}  // namespace
+
+void DeclareJournal(LigneCommande& ligne) {
+  const auto o = std::make_shared<OptionsJournal>();
+  Commande journal = ligne.Ajoute(
+      "journal", "Liste un mois d'un journal comme sa fenêtre, et donne ses totaux",
+      [o](Contexte& c) { return c.OuvreExercice() ? ListeDuMois(c, *o).Execute() : int{StatutRefuse}; });
+  journal.Controle([o](const OptionsGlobales&) { return FauteOptionsJournal(*o); });
+  DeclareOptionsJournal(journal, *o);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,128 @@
+#include "ctl/sortieetat.h"
+
+#include "core/textes.h"
+#include "ctl/json.h"
+#include "pages/enregistreur.h"
+#include "pages/page.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+std::string Drapeaux(u8 drapeaux) {
+  std::string texte;
+  if (drapeaux & BlocEntete) texte += " H";
+  if (drapeaux & BlocFinEntete) texte += " X";
+  if (drapeaux & BlocSaut) texte += " P";
+  return texte;
+}
+
+std::string Bloc(bool json, u32 numero, const BlocEtat& bloc, const std::string& texte) {
+  if (json)
+    return LigneJson()
+        .Entier("bloc", numero)
+        .Entier("lignes", bloc.lignes)
+        .Booleen("debutTable", bloc.drapeaux & BlocEntete)
+        .Booleen("finTable", bloc.drapeaux & BlocFinEntete)
+        .Booleen("saut", bloc.drapeaux & BlocSaut)
+        .Texte("texte", texte)
+        .Fin();
+  const bool finie = texte.empty() || texte.back() == '\n';
+  return VersUtf8(texte) + (finie ? "" : "\n") + "== " + std::to_string(bloc.lignes) +
+         Drapeaux(bloc.drapeaux) + "\n";
+}
+
+const char* Nom(Alignement alignement) {
+  if (alignement == Alignement::Gauche) return "gauche";
+  return alignement == Alignement::Centre ? "centre" : "droite";
+}
+
+std::string Style(unsigned style) {
+  std::string texte;
+  if (style & StyleGras) texte += 'g';
+  if (style & StyleItalique) texte += 'i';
+  if (style & StyleSouligne) texte += 's';
+  return texte;
+}
+
+std::string Element(bool json, const ElementPage& e, i32 interligne) {
+  const i32 ligne = e.cadre.haut / interligne + 1;
+  const char* alignement = e.trait ? "trait" : Nom(e.alignement);
+  const std::string style = Style(e.style);
+  if (json)
+    return LigneJson()
+        .Entier("page", e.page)
+        .Entier("gauche", e.cadre.gauche)
+        .Entier("droite", e.cadre.droite)
+        .Entier("ligne", ligne)
+        .Texte("alignement", alignement)
+        .Texte("style", style)
+        .Texte("texte", e.texte)
+        .Fin();
+  std::string texte;
+  for (const i64 nombre : {i64{e.page}, i64{e.cadre.gauche}, i64{e.cadre.droite}, i64{ligne}})
+    texte += std::to_string(nombre) + '\t';
+  return texte + alignement + '\t' + (style.empty() ? "-" : style) + '\t' + VersUtf8(e.texte) + '\n';
+}
+
+}  // namespace
+
+bool EcritMarquage(Contexte& contexte, CEtatComptable& etat) {
+  const bool json = contexte.Globales.json;
+  std::string tete;
+  if (json) {
+    tete = LigneJson()
+               .Texte("titre", etat.Titre())
+               .Texte("entete", etat.Entete())
+               .Texte("pied", etat.Pied())
+               .Booleen("paysage", etat.Paysage())
+               .Fin();
+  } else {
+    tete =
+        VersUtf8("titre: " + etat.Titre() + "\nentete: " + etat.Entete() + "\npied: " + etat.Pied() + "\n");
+    if (etat.Paysage()) tete += "paysage\n";
+  }
+  if (!contexte.Ecrit(tete)) return false;
+  u32 debut = 0;
+  for (u32 numero = 1; numero <= etat.NombreBlocs(); ++numero) {
+    const BlocEtat bloc = etat.LitBloc(numero + 1);
+    const std::string texte = etat.LitTexte(debut, bloc.fin);
+    if (contexte.Dialogue.Numero() != 0) {
+      contexte.RefuseMagasin();
+      return false;
+    }
+    if (!contexte.Ecrit(Bloc(json, numero, bloc, texte))) return false;
+    debut = bloc.fin;
+  }
+  return true;
+}
+
+bool EcritRuns(Contexte& contexte, CEtatComptable& etat) {
+  const Parametres& reglages = contexte.App.Reglages;
+  Enregistreur feuille = Enregistreur::A4(UnitesPeripherique, etat.Paysage());
+  const ReglagePolice police =
+      LitPoliceImpressions(reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions)));
+  const MiseEnPage page = PreparePage(feuille, police, reglages.IsBrouillon());
+  const auto pages = PagineEtat(etat, etat.Mesures(), static_cast<u32>(page.lignesParPage));
+  if (!pages) {
+    contexte.Refuse(ErrEtatLecture, {});
+    return false;
+  }
+  const ImpressionEtat impression{etat, *pages, page, LitIdentiteEtat(contexte.App),
+                                  contexte.Magasin.Today()};
+  for (u32 n = 1; n <= NombrePages(*pages); ++n) {
+    feuille.Page = n;
+    DessinePage(impression, n, feuille);
+    if (contexte.Dialogue.Numero() != 0) {
+      contexte.RefuseMagasin();
+      return false;
+    }
+    for (const ElementPage& element : feuille.Elements)
+      if (!contexte.Ecrit(Element(contexte.Globales.json, element, page.interligne))) return false;
+    feuille.Elements.clear();
+  }
+  return true;
+}
+
+}  // namespace fenlor

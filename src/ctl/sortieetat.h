@@ -1,0 +1,18 @@
+// A report that was built, as text on the output. Objects and lines come one at a time:
+// nothing of the report is held. False: told.
+#pragma once
+
+#include "ctl/contexte.h"
+#include "reports/etatcomptable.h"
+
+namespace fenlor {
+
+/// The markup: "titre:", "entete:", "pied:" and "paysage" first, then each block, with
+/// its end as a line: "== 3 H", lines that it prints and what it holds (H, X, P).
+bool EcritMarquage(Contexte& contexte, CEtatComptable& etat);
+/// Every run and rule of every page, on a sheet of A4 at 1,200 units to the inch: page,
+/// left, right (units), line (from 1), alignment, style (g, i, s) and text; a rule has
+/// "trait" in place of its alignment.
+bool EcritRuns(Contexte& contexte, CEtatComptable& etat);
+
+}  // namespace fenlor

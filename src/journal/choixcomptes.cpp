@@ -1,0 +1,99 @@
+#include "journal/choixcomptes.h"
+
+#include "core/btfiles.h"
+#include "core/valeurs.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr u32 CleNumero = 0, CleCode = 1, CleJournalCompte = 1;
+/// Behind every date that a key can hold.
+constexpr Date FinDesDates = FaitDate(99, 99, 9999);
+
+CompteOffert Offre(CFenlorApp& app, Position position, const Plan& plan) {
+  CompteOffert offert;
+  offert.position = position;
+  offert.compte = LitTexte(plan.Compte);
+  offert.court = app.Magasin.GetShortCompte(offert.compte);
+  offert.code = CompacteTexte(LitTexte(plan.Code));
+  offert.designation = LitTexte(plan.Designation);
+  offert.rubrique = LitTexte(plan.Rubrique);
+  offert.type = plan.Type;
+  offert.banque = plan.Type == Tresorerie && plan.TypeTresorerie != 0;
+  return offert;
+}
+
+template <class Garde>
+std::vector<CompteOffert> Parcourt(CFenlorApp& app, u32 cle, Garde garde) {
+  std::vector<CompteOffert> comptes;
+  CPlan plan(app, app.PathExercice);
+  if (!plan.OpenFile()) return comptes;
+  app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + cle), {}, {},
+                            [&](Position position, const void* rec) {
+                              const Plan& compte = *static_cast<const Plan*>(rec);
+                              if (garde(compte)) comptes.push_back(Offre(app, position, compte));
+                              return true;
+                            });
+  return comptes;
+}
+
+/// Order of the codes: without regard to case, the bytes decide between equals.
+bool CodeAvant(const CompteOffert& a, const CompteOffert& b) {
+  const int ordre = CompareSansCasse(a.code, b.code);
+  return ordre != 0 ? ordre < 0 : a.code < b.code;
+}
+
+}  // namespace
+
+std::string CompteOffert::Texte() const { return court + ' ' + designation; }
+
+std::vector<CompteOffert> ComptesParCode(CFenlorApp& app, i16 type) {
+  return Parcourt(app, CleCode, [type](const Plan& plan) { return plan.Type == type; });
+}
+
+std::vector<CompteOffert> ComptesParNumero(CFenlorApp& app) {
+  return Parcourt(app, CleNumero, [](const Plan&) { return true; });
+}
+
+const CompteOffert* CompteDeCode(const std::vector<CompteOffert>& comptes, const std::string& texte) {
+  const std::string cherche = CompacteTexte(texte);
+  if (cherche.empty()) return nullptr;
+  const CompteOffert* trouve = nullptr;
+  for (const CompteOffert& compte : comptes) {
+    if (CompareSansCasse(compte.code.substr(0, cherche.size()), cherche) != 0) continue;
+    if (!trouve || CodeAvant(compte, *trouve)) trouve = &compte;
+  }
+  return trouve;
+}
+
+const CompteOffert* CompteDeNumero(const std::vector<CompteOffert>& comptes, const std::string& compte) {
+  for (const CompteOffert& offert : comptes)
+    if (offert.compte == compte) return &offert;
+  return nullptr;
+}
+
+std::string TexteRubrique(CFenlorApp& app, const std::string& rubrique) {
+  CRubriques rubriques(app, app.PathExercice);
+  PoseTexte(rubriques.Rec->Rubrique, NormaliseRubrique(rubrique));
+  if (!rubriques.Rec->Rubrique[0] || !rubriques.OpenFile() || !rubriques.Find(0)) return {};
+  return NormaliseRubrique(LitTexte(rubriques.Rec->Rubrique)) + ' ' + LitTexte(rubriques.Rec->Designation);
+}
+
+std::string DernierLibelle(CFenlorApp& app, i16 journal, const std::string& compte) {
+  if (compte.empty()) return {};
+  CLines lignes(app, app.PathExercice);
+  if (!lignes.OpenFile()) return {};
+  const auto cle = static_cast<u16>(lignes.NumCle + CleJournalCompte);
+  const u16 numero = static_cast<u16>(journal);
+  std::string texte = MakeJournalKey2(numero, compte, FinDesDates, 0, 0, 0);
+  const Position apres = app.Magasin.QVBrowseKey(cle, texte);
+  const Position position = apres ? app.Magasin.QVPrevKey(cle, texte) : app.Magasin.QVLastKey(cle, texte);
+  if (!position || !lignes.ReadRec(position)) return {};
+  const Line& ligne = *lignes.Rec;
+  if (ligne.Journal != journal || LitTexte(ligne.Compte) != compte) return {};
+  return LitTexte(ligne.Libelle);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,94 @@
+#include "journal/ecriturelue.h"
+
+#include <algorithm>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "journal/controles.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// What simple and standard records have alike.
+template <class Ecriture>
+void LitCommun(CFenlorApp& app, const Ecriture& rec, SaisieEcriture& saisie) {
+  saisie.compte = LitTexte(rec.Compte);
+  if (saisie.compte.empty()) saisie.compte = LitTexte(rec.ComptePerso);
+  MontantsSaisie& m = saisie.montants;
+  m.ttc = MontantDeChamp(saisie.euro ? rec.MontantEuro : rec.MontantFranc);
+  m.professionnel = MontantDeChamp(saisie.euro ? rec.RepartitionEuro : rec.RepartitionFranc);
+  m.personnel = MontantDeChamp(m.ttc - m.professionnel);
+  m.taux = app.Reglages.IsTVA() && rec.TauxTaxe > 0 ? f64{rec.TauxTaxe} : 0;
+  m.ht = MontantDeChamp(MontantHT(m.professionnel, m.taux, true));
+  m.tva = m.taux > 0 ? MontantDeChamp(m.professionnel - m.ht) : 0;
+}
+
+/// The lines of a standard entry, and the two marks that follow from them.
+void LitLignes(CFenlorApp& app, const EcrStandard& rec, EcritureLue& ecriture) {
+  bool rapprochee = true, remise = true, banque = false;
+  LineTresor lue{};
+  for (u32 i = 0; app.Magasin.GetEcrLineTresor(i, rec, lue); ++i) {
+    LigneTresorLue ligne;
+    ligne.compte = LitTexte(lue.Compte);
+    ligne.montant = MontantDeChamp(ecriture.saisie.euro ? lue.MontantEuro : lue.MontantFranc);
+    ligne.paiement = lue.ModePaiement;
+    ligne.marques = {lue.Pointee != 0, lue.Rapprochee != 0, lue.Remise != 0, lue.Validee != 0};
+    ecriture.lignes.push_back(ligne);
+    Plan plan;
+    if (!LitCompte(app, ligne.compte, plan) || plan.TypeTresorerie == 0) continue;
+    banque = true;
+    rapprochee = rapprochee && ligne.marques.rapprochee;
+    remise = remise && ligne.marques.remise;
+  }
+  ecriture.marques.rapprochee = banque && rapprochee;
+  ecriture.marques.remise = banque && remise;
+}
+
+}  // namespace
+
+ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture, bool enEuro) {
+  QVAPI& magasin = app.Magasin;
+  LivresOuverts livres;
+  if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
+  Mouvement entete{};
+  if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
+    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  if (entete.Genre == GenreOD)
+    return Refus(app, ErrChampInvalide, "mouvement",
+                 {"mouvement", "cette écriture est une opération diverse"_w});
+  ecriture = {};
+  SaisieEcriture& saisie = ecriture.saisie;
+  saisie.journal = entete.Journal;
+  saisie.genre = entete.Genre;
+  saisie.mouvement = mouvement;
+  saisie.ligne = entete.Ligne;
+  saisie.date = entete.Date;
+  saisie.libelle = LitTexte(entete.Libelle);
+  saisie.euro = entete.SaisieEuro != 0 || enEuro;
+  saisie.validee = entete.Validee != 0;
+  ecriture.liee = entete.LienId != 0;
+  ecriture.marques.pointee = entete.Pointee != 0;
+  ecriture.marques.validee = saisie.validee;
+  if (entete.Genre == GenreSimple) {
+    EcrSimple rec{};
+    if (!magasin.ReadEcrSimple(app.PathExercice, mouvement, rec)) return RefusMagasin(app);
+    LitCommun(app, rec, saisie);
+    saisie.tresorerie = LitTexte(rec.CompteTresorerie);
+    saisie.paiement = rec.ModePaiement;
+    ecriture.marques.rapprochee = rec.Rapprochee != 0;
+    ecriture.marques.remise = rec.Remise != 0;
+    return {};
+  }
+  EcrStandard rec{};
+  const bool lu = magasin.ReadEcrStandard(app.PathExercice, mouvement, rec);
+  if (lu) {
+    LitCommun(app, rec, saisie);
+    LitLignes(app, rec, ecriture);
+  }
+  magasin.LibereLignes(rec);
+  return lu ? ResultatSaisie{} : RefusMagasin(app);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,32 @@
+// A receipt or an expense as its form shows it when it is opened.
+#pragma once
+
+#include <vector>
+
+#include "journal/saisie.h"
+
+namespace fenlor {
+
+struct MarquesEcriture {
+  bool pointee = false, rapprochee = false, remise = false, validee = false;
+};
+
+/// A treasury line with the marks of its record.
+struct LigneTresorLue : LigneTresorSaisie {
+  MarquesEcriture marques;
+};
+
+struct EcritureLue {
+  SaisieEcriture saisie;  ///< all but `tresoreries`
+  std::vector<LigneTresorLue> lignes;
+  /// Of a standard entry reconciled and deposited are true when all its bank lines are, and there is one.
+  MarquesEcriture marques;
+  bool liee = false;  ///< made by the parent application
+};
+
+/// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. The net amount and the tax
+/// are computed from the entry's own rate; an entry without account has the personal one. Refuses,
+/// told, one that does not exist (3202) and an opération diverse (3205).
+ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture, bool enEuro = false);
+
+}  // namespace fenlor

@@ -1,0 +1,210 @@
+// Fields that the forms of entries share.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "journal/choixcomptes.h"
+#include "ui/editeurs.h"
+#include "ui/formulaire.h"
+
+namespace fenlor {
+
+/// A closed list of about so many characters, however long its rows; the wheel turns it only while
+/// it has the focus, so that what scrolls a form does not change its entry.
+void PrepareListe(QComboBox& liste, int caracteres);
+/// The open list shows its rows whole.
+void ElargitListe(QComboBox& liste);
+
+/// The days of one month, "1" to its last; two digits can be typed. What is no day of the
+/// month is erased as the field is left, and the date stays as it was.
+class ChampJour : public QComboBox {
+  Q_OBJECT
+ public:
+  explicit ChampJour(QWidget* parent = nullptr);
+  /// Declares the field and the month's name beside it.
+  void Declare(Formulaire& formulaire, const QString& libelle, const char* nom);
+  /// Fills the list with the days of the month and preselects the day.
+  void Pose(Date date);
+  /// Date of the day shown; the last valid one while a day is being typed.
+  Date Valeur() const { return m_date; }
+  /// True when the field holds a day of the month.
+  bool EstValide() const;
+  /// What a form saves: 0, which every rule refuses with 3104, while the field holds no day.
+  Date Saisie() const { return EstValide() ? m_date : 0; }
+  void SurChangement(std::function<void()> action);  ///< another valid day, by the user
+  /// The field was left for another one, what is no day erased before.
+  void SurDepart(std::function<void()> action) { m_depart = std::move(action); }
+
+ protected:
+  void focusInEvent(QFocusEvent* evenement) override;
+  void focusOutEvent(QFocusEvent* evenement) override;
+  void keyPressEvent(QKeyEvent* evenement) override;
+
+ private:
+  unsigned JourTape() const;
+  void Suit();
+  Date m_date = 0;
+  QLabel* m_mois;
+  std::function<void()> m_change, m_depart;
+};
+
+/// Group "Monnaie": "Franc", "Euro", with the rules of the Franc limit.
+class ChoixMonnaie {
+ public:
+  explicit ChoixMonnaie(CFenlorApp& app);
+  void Declare(Formulaire& formulaire);
+  bool Euro() const { return m_euro.isChecked(); }
+  void Pose(bool euro);  ///< tells nobody
+  /// A date is shown (opening, neighbour): from the limit on the form goes to Euro and "Franc" is
+  /// disabled, before it "Franc" is enabled. True when the currency changed.
+  bool Ouvre(Date date);
+  /// The date field was left: before the limit "Franc" is enabled; from it on it is disabled when the
+  /// currency is Euro.
+  void QuitteDate(Date date);
+  void Permet(bool permis);                          ///< both, beside the limit
+  void SurChangement(std::function<void()> action);  ///< by the user
+  QRadioButton& Bouton(bool euro) { return euro ? m_euro : m_franc; }
+
+ private:
+  void Montre();
+  CFenlorApp& m_app;
+  QRadioButton m_franc, m_euro;
+  bool m_permis = true, m_francPermis = true;
+  bool m_dite = true;  ///< currency last told: Euro
+};
+
+/// Group "Mode de paiement": "&Chèque", "&Autre".
+class ChoixPaiement {
+ public:
+  ChoixPaiement();
+  void Declare(Formulaire& formulaire);
+  /// On a bank account both are open and `mode` is marked; on any other one both are disabled, and
+  /// "&Autre" is marked (`banque` false) or, without account, nothing changes but that.
+  void PoseTresorerie(const CompteOffert* compte, i16 mode);
+  /// Line of an opération diverse: open on a treasury account, "&Chèque" when neither is marked; else
+  /// disabled, marks as they are.
+  void PoseLigne(const CompteOffert* compte);
+  void Marque(i16 mode);
+  void Efface();  ///< neither is marked
+  i16 Valeur() const { return m_autre.isChecked() ? PaiementAutre : PaiementCheque; }
+  void Permet(bool permis);
+  QRadioButton& Cheque() { return m_cheque; }
+  QRadioButton& Autre() { return m_autre; }
+
+ private:
+  void Montre();
+  QRadioButton m_cheque, m_autre;
+  bool m_permis = true, m_ouvert = false;
+};
+
+/// Group "Compte": "Code :", "&Nouveau...", "Compte :", "Rubrique :". Names of the fields: "code",
+/// "nouveau" (no tab stop), "compte", "rubrique".
+class ChampsCompteEcriture {
+ public:
+  /// `comptes` reads the accounts; `nouveau` makes one, true when it did.
+  ChampsCompteEcriture(CFenlorApp& app, std::function<std::vector<CompteOffert>()> comptes,
+                       std::function<bool()> nouveau);
+  void Declare(Formulaire& formulaire);
+  /// Reads the accounts again, keeping the choice by its number.
+  void Recharge();
+  /// The chosen account; null when none is.
+  const CompteOffert* Choisi() const;
+  /// Shows an account without telling; an unknown or empty number: none.
+  void Choisit(const std::string& compte);
+  void Vide() { Choisit({}); }
+  void Permet(bool permis);
+  /// The user chose another account, typing its code or in the list; also when the choice was lost.
+  /// Told with each letter while the code is typed (`EnFrappe`), and once more as the field is left.
+  void SurChoix(std::function<void()> action) { m_choix = std::move(action); }
+  /// The code is being typed: what is found may not be what is meant yet, so that a form does
+  /// not propose a label from it.
+  bool EnFrappe() const { return m_frappe; }
+  /// "Code :" was left forwards, by Tab or Enter, with an account found by what is typed: the form moves
+  /// the focus. Comes after `SurChoix`.
+  void SurCode(std::function<void()> action) { m_code = std::move(action); }
+  EditeurTexte& Code() { return m_champCode; }
+  QComboBox& Liste() { return m_liste; }
+
+ private:
+  class Depart;
+  void Montre(int rang);
+  int Trouve() const;
+  void ChercheCode();
+  void Nouveau();
+  void QuitteCode(bool enAvant);
+  CFenlorApp& m_app;
+  std::function<std::vector<CompteOffert>()> m_source;
+  std::function<bool()> m_nouveau;
+  std::vector<CompteOffert> m_comptes;
+  EditeurTexte m_champCode;
+  QPushButton m_boutonNouveau;
+  QComboBox m_liste;
+  Lecture m_rubrique;
+  bool m_frappe = false;
+  std::function<void()> m_choix, m_code;
+};
+
+/// A label: 80 characters, with the ready-made labels to choose from and, first of them, the
+/// one last used with the account. Down looks for the next one that begins with what is typed.
+class ChampLibelle : public QComboBox {
+  Q_OBJECT
+ public:
+  explicit ChampLibelle(QWidget* parent = nullptr);
+  /// Fills the list from the labels file; the text stays.
+  void Charge(CFenlorApp& app);
+  /// First row of the list; empty: none.
+  void ProposeDernier(const std::string& libelle);
+  std::string Valeur() const;
+  void Pose(const std::string& libelle);
+  void SurChangement(std::function<void()> action);  ///< by the user
+
+ protected:
+  void focusInEvent(QFocusEvent* evenement) override;
+  void keyPressEvent(QKeyEvent* evenement) override;
+
+ private:
+  bool Cherche(int pas);
+  EditeurTexte* m_editeur;
+  bool m_dernier = false;
+  QString m_debut;  ///< typed, empty after a choice
+};
+
+/// Codes of the treasury accounts.
+class ChoixTresorerie : public QComboBox {
+  Q_OBJECT
+ public:
+  explicit ChoixTresorerie(QWidget* parent = nullptr);
+  void Charge(CFenlorApp& app);
+  int Nombre() const { return static_cast<int>(m_comptes.size()); }
+  const CompteOffert* Choisi() const;
+  /// False, and the first one is chosen, when the account is not there.
+  bool Choisit(const std::string& compte);
+
+ private:
+  std::vector<CompteOffert> m_comptes;
+};
+
+/// A tick that is shown and not clicked, no tab stop.
+class Coche : public QCheckBox {
+  Q_OBJECT
+ public:
+  explicit Coche(QWidget* parent = nullptr);
+
+ protected:
+  void nextCheckState() override {}
+};
+
+/// Tool tip of an amount: what it is in the other currency, at the exercice's rate. `montant` gives the
+/// figure shown (none: no tip), `euro` its currency.
+void AstuceAutreMonnaie(QWidget& champ, CFenlorApp& app, std::function<std::optional<f64>()> montant,
+                        std::function<bool()> euro);
+
+}  // namespace fenlor

@@ -1,0 +1,244 @@
+#include "journal/forms/dialogmouvement.h"
+
+#include <QShortcut>
+#include <string_view>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "journal/forms/listelignes.h"
+#include "master/forms/champscompte.h"
+#include "master/forms/listeeditee.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int LargeurListe = 90, LargeurSolde = 12;  // characters
+
+QString Titre(const OuvertureEcriture& ouverture) {
+  const unsigned journal = ouverture.journal == JournalRecettes   ? TitreRecette
+                           : ouverture.journal == JournalDepenses ? TitreDepense
+                                                                  : TitreOD;
+  return TexteQ(TitreEcriture, {Texte(journal), Texte(ouverture.mouvement ? MotModification : MotAjout)});
+}
+
+}  // namespace
+
+CDialogMouvement::CDialogMouvement(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent)
+    : CZNDialog(contexte, Titre(ouverture), "DialogMouvement", parent),
+      m_ouverture(ouverture),
+      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+      m_monnaie(contexte.App) {
+  Declare();
+  m_libelle.Charge(App());
+  if (m_ouverture.mouvement != 0) {
+    m_lue = Charge(m_ouverture.mouvement);
+  } else {
+    m_jour.Pose(m_ouverture.date);
+    m_monnaie.Pose(App().Reglages.IsEuro());
+    m_monnaie.Ouvre(m_ouverture.date);
+  }
+  if (m_cloture || !m_lue) LectureSeule();
+  MontreLignes();
+}
+
+int CDialogMouvement::exec() { return m_lue ? CZNDialog::exec() : int{Rejected}; }
+
+CDialogMouvement::~CDialogMouvement() = default;
+
+void CDialogMouvement::Declare() {
+  const bool existante = m_ouverture.mouvement != 0;
+  m_liste =
+      new ListeLignes(Contexte(), u"Lignes"_s, ColonnesOD,
+                      {[this] { OuvreLigne(false); }, [this] { OuvreLigne(true); }, [this] { Supprime(); }});
+  m_liste->setMinimumWidth(LargeurListe * fontMetrics().averageCharWidth());
+  m_solde.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  m_solde.setMinimumWidth(LargeurSolde * fontMetrics().horizontalAdvance(u'0'));
+  m_liste->AjouteValeur(u"Solde :"_s, m_solde, "solde");
+  Formulaire formulaire{Zone()};
+  m_jour.Declare(formulaire, u"Date :"_s, "date");
+  formulaire.Champ(u"Libellé :"_s, m_libelle, "libelle")
+      .Seul(*m_liste, nullptr, true)
+      .Champ(u"Pointée :"_s, m_pointee, "pointee")
+      .Suite(u"Validée :"_s, m_coche, "validee");
+  m_monnaie.Declare(formulaire);
+  m_jour.SurDepart([this] { m_monnaie.QuitteDate(m_jour.Valeur()); });
+  m_monnaie.SurChangement([this] { ChangeMonnaie(); });
+  if (existante)
+    connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this), &QShortcut::activated, this,
+            [this] { Force(); });
+  Boutons(existante ? Mode::Modification : Mode::Ajout,
+          existante && m_ouverture.proprietaire && !m_ouverture.consultation);
+}
+
+/// Shows an entry; false when it cannot be read, which has been told.
+bool CDialogMouvement::Charge(u32 mouvement) {
+  ODLue od;
+  if (!LitOD(App(), mouvement, od)) return false;
+  m_monnaie.Pose(od.saisie.euro);
+  // From the limit on the entry is worked on in Euro, whatever it was typed in.
+  if (m_monnaie.Ouvre(od.saisie.date) && !LitOD(App(), mouvement, od, true)) return false;
+  m_ouverture.mouvement = mouvement;
+  m_ouverture.journal = od.saisie.journal;
+  m_jour.Pose(od.saisie.date);
+  m_libelle.Pose(od.saisie.libelle);
+  m_lignes = {std::move(od.lignes), -1};
+  m_validee = m_etaitValidee = od.saisie.validee;
+  m_liee = od.liee;
+  m_pointee.setChecked(od.pointee);
+  m_forcee = m_modifiee = false;
+  return true;
+}
+
+void CDialogMouvement::MontreLignes() {
+  const auto format = m_monnaie.Euro() ? &FormatEuro : &FormatFranc;
+  std::vector<std::string> lignes;
+  for (const LigneODLue& ligne : m_lignes.lignes)
+    lignes.push_back(ListeEditee::Ligne({App().Magasin.GetShortCompte(ligne.compte), ligne.libelle,
+                                         format(ligne.debit), format(ligne.credit)}));
+  m_liste->Remplit(lignes, m_lignes.choisie);
+  m_solde.Pose(format(m_lignes.Solde()));
+  Actualise();
+}
+
+void CDialogMouvement::Actualise() {
+  const bool permis = !m_cloture && !Verrouillee();
+  m_liste->Permet(permis);
+  m_coche.setChecked(m_validee);
+  if (!m_cloture) {
+    PermetChamp(m_jour, permis);
+    PermetChamp(m_libelle, permis);
+    m_monnaie.Permet(permis);
+    // What the hidden command made final can be saved like that.
+    if (auto* ok = findChild<QPushButton*>(u"ok"_s))
+      ok->setEnabled(permis || (m_forcee && m_validee != m_etaitValidee));
+  }
+  if (auto* precedent = findChild<QPushButton*>(u"precedent"_s)) precedent->setEnabled(RangVoisin(-1) >= 0);
+  if (auto* suivant = findChild<QPushButton*>(u"suivant"_s)) suivant->setEnabled(RangVoisin(1) >= 0);
+}
+
+/// Nearest row of the owner in that direction that this form can show, -1 for none.
+int CDialogMouvement::RangVoisin(int pas) {
+  const ListeEcritures* vue = m_ouverture.proprietaire;
+  if (!vue || vue->GetEcrSel() < 0) return -1;
+  for (int rang = vue->GetEcrSel() + pas; rang >= 0 && rang < vue->GetEcrCount(); rang += pas) {
+    Mouvement entete{};
+    if (m_ouverture.journal == JournalOD ||
+        (App().Magasin.ReadMouvements(App().PathExercice, vue->GetEcrId(rang), entete) &&
+         entete.Genre == GenreOD))
+      return rang;
+  }
+  return -1;
+}
+
+void CDialogMouvement::Voisin(int pas) {
+  ListeEcritures& vue = *m_ouverture.proprietaire;
+  const int rang = RangVoisin(pas);
+  while (rang >= 0 && vue.GetEcrSel() != rang) pas < 0 ? vue.SelectPrev() : vue.SelectNext();
+  if (rang >= 0) Charge(vue.GetEcrId(rang));
+  MontreLignes();
+}
+
+void CDialogMouvement::OuvreLigne(bool modification) {
+  if (m_cloture) {
+    App().ReportErreur(3056);
+    return;
+  }
+  if (Verrouillee() && !modification) return;
+  m_lignes.choisie = modification ? m_liste->Table().LigneChoisie() : -1;
+  if (modification && m_lignes.choisie < 0) return;
+  CDialogLine::Ouverture ouverture{m_jour.Valeur(), m_monnaie.Euro(),   modification,
+                                   Verrouillee(),   m_libelle.Valeur(), {}};
+  ouverture.change = [this, modification] {
+    if (!modification) m_lignes.choisie = static_cast<int>(m_lignes.lignes.size()) - 1;
+    MontreLignes();
+  };
+  CDialogLine forme(Contexte(), m_lignes, ouverture, this);
+  forme.exec();
+  if (forme.Change()) m_modifiee = true;
+  // A run of lines that ends balanced leaves nothing but to save.
+  if (forme.Change() && !modification && m_lignes.Solde() == 0)
+    CZNDialog::Focalise("ok");
+  else
+    CZNDialog::Focalise(m_liste->Table());
+}
+
+void CDialogMouvement::Supprime() {
+  if (m_cloture) {
+    App().ReportErreur(3056);
+    return;
+  }
+  const std::vector<int> rangs = m_liste->Choisies();
+  if (Verrouillee() || rangs.empty()) return;
+  for (auto rang = rangs.rbegin(); rang != rangs.rend(); ++rang)
+    m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);
+  m_lignes.choisie = rangs.front();
+  m_modifiee = true;
+  MontreLignes();
+  CZNDialog::Focalise(m_liste->Table());
+}
+
+/// The digits stay, they are of the other currency now.
+void CDialogMouvement::ChangeMonnaie() {
+  m_lignes.choisie = m_liste->Table().LigneChoisie();
+  MontreLignes();
+}
+
+/// The hidden command.
+void CDialogMouvement::Force() {
+  if (m_cloture) return;
+  m_validee = !m_validee;
+  m_liee = false;
+  m_forcee = true;
+  Actualise();
+}
+
+bool CDialogMouvement::Modifie() const {
+  if (Verrouillee() && (!m_forcee || m_validee == m_etaitValidee)) return false;
+  return m_modifiee || m_forcee || CZNDialog::Modifie();
+}
+
+bool CDialogMouvement::Enregistre() {
+  SaisieOD saisie;
+  saisie.journal = m_ouverture.journal;
+  saisie.mouvement = m_ouverture.mouvement;
+  if (saisie.mouvement == 0) saisie.ligne = m_ouverture.ligne;
+  saisie.date = m_jour.Saisie();
+  saisie.libelle = m_libelle.Valeur();
+  saisie.euro = m_monnaie.Euro();
+  saisie.lignes = LignesSaisies(m_lignes.lignes);
+  saisie.validee = m_validee;
+  saisie.forcee = m_forcee;
+  const ResultatSaisie r = EnregistreOD(App(), saisie);
+  if (!r) {
+    const std::string_view champ = r.champ;
+    if (r.indice >= 0) m_liste->Table().SelectionneLigne(r.indice);
+    if (champ == "date") CZNDialog::Focalise(m_jour);
+    if (champ == "lignes" || r.indice >= 0) CZNDialog::Focalise(m_liste->Table());
+    return false;
+  }
+  m_derniere = r.mouvement;
+  if (saisie.mouvement == 0) ++m_ouverture.ligne;
+  m_modifiee = false;
+  Contexte().Cadre.Actualise(MasqueEcritures(m_ouverture.journal, true));
+  return true;
+}
+
+void CDialogMouvement::Vide() {
+  m_libelle.Pose({});
+  m_lignes = {};
+  m_modifiee = false;
+  MontreLignes();
+}
+
+void CDialogMouvement::reject() {
+  if (m_ouverture.mouvement == 0 && !m_lignes.lignes.empty() && m_modifiee &&
+      App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionEnregistrer) == RepOui && !Enregistre())
+    return;
+  CZNDialog::reject();
+}
+
+}  // namespace fenlor

@@ -1,0 +1,62 @@
+// `CDialogMouvement`: an opération diverse, a list of debits and credits on any accounts.
+#pragma once
+
+#include "journal/forms/champsecriture.h"
+#include "journal/forms/dialogline.h"
+#include "journal/forms/ecritures.h"
+#include "ui/czndialog.h"
+
+namespace fenlor {
+
+class ListeLignes;
+
+/// A new entry leaves the form open for the next one.
+class CDialogMouvement : public CZNDialog {
+  Q_OBJECT
+ public:
+  CDialogMouvement(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent = nullptr);
+  ~CDialogMouvement() override;
+
+  /// The journal was changed while the form was open.
+  bool Change() const { return m_derniere != 0; }
+  u32 Derniere() const { return m_derniere; }  ///< entry last saved, 0 when none was
+  /// Ends at once when there is no such entry, which has been told.
+  int exec() override;
+  void reject() override;
+
+ protected:
+  bool Enregistre() override;
+  void Vide() override;
+  void Voisin(int pas) override;
+  bool Modifie() const override;
+
+ private:
+  void Declare();
+  bool Charge(u32 mouvement);
+  bool Verrouillee() const { return m_validee || m_liee; }
+  int RangVoisin(int pas);
+  void Supprime();
+  void OuvreLigne(bool modification);
+  void ChangeMonnaie();
+  void Force();
+  void MontreLignes();
+  void Actualise();
+
+  OuvertureEcriture m_ouverture;
+  const bool m_cloture;
+  bool m_lue = true;
+  LignesOD m_lignes;
+  bool m_validee = false, m_liee = false;
+  bool m_etaitValidee = false;  ///< as the entry was read
+  bool m_forcee = false;        ///< the hidden command was used
+  bool m_modifiee = false;      ///< something about a line
+  u32 m_derniere = 0;
+  ChampJour m_jour;
+  ChampLibelle m_libelle;
+  ListeLignes* m_liste;
+  Lecture m_solde;
+  Coche m_pointee, m_coche;
+  ChoixMonnaie m_monnaie;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,113 @@
+#include "journal/forms/dialogvalidation.h"
+
+#include "ui/texteqt.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace fenlor {
+
+CDialogValidation::CDialogValidation(ContexteUi& contexte, QWidget* parent)
+    : CZNDialog(contexte, TexteQ(TitreValidation), "DialogValidation", parent),
+      m_min(App().Reglages),
+      m_max(App().Reglages),
+      m_periode(App(), FinSemaine::Exercice) {
+  Formulaire formulaire{Zone()};
+  DeclareJournal(formulaire);
+  DeclareEcritures(formulaire);
+  DeclareMontants(formulaire);
+  m_periode.Declare(formulaire);
+  m_valider.setChecked(true);
+  if (App().Reglages.IsModeDebug()) DeclareDebug(formulaire);
+  formulaire.Pousse();
+  for (QCheckBox* tout : {&m_tousJournaux, &m_toutes, &m_tousMontants}) tout->setChecked(true);
+  (App().Reglages.IsEuro() ? m_euro : m_franc).setChecked(true);
+  Permet();
+  m_periode.Ouvre();
+  Boutons(Mode::Simple);
+}
+
+CDialogValidation::~CDialogValidation() = default;
+
+void CDialogValidation::DeclareJournal(Formulaire& formulaire) {
+  formulaire.Groupe(u"Journal"_s)
+      .Case(m_tousJournaux, u"&Tous les journaux"_s, "tousJournaux")
+      .SurChangement([this] { Permet(); })
+      .Champ(u"Jo&urnal : "_s, m_journal, "journal")
+      .FinGroupe();
+  for (unsigned mot = MotRecettes; mot <= MotOperationsDiverses; ++mot) m_journal.Ajoute(Texte(mot));
+}
+
+void CDialogValidation::DeclareEcritures(Formulaire& formulaire) {
+  m_remises.setText(u"&Remises"_s);
+  m_rapprochees.setText(u"Rappro&chées"_s);
+  formulaire.Groupe(u"Ecritures"_s)
+      .Case(m_toutes, u"Toutes &les écritures"_s, "toutes")
+      .SurChangement([this] { Permet(); })
+      .Case(m_pointees, u"Po&intées"_s, "pointees")
+      .ACote(m_remises, "remises")
+      .ACote(m_rapprochees, "rapprochees")
+      .FinGroupe();
+}
+
+void CDialogValidation::DeclareMontants(Formulaire& formulaire) {
+  m_franc.setText(TexteQ(MotFranc));
+  m_euro.setText(TexteQ(MotEuro));
+  formulaire.Groupe(u"Montants"_s)
+      .Case(m_tousMontants, u"Tous les mont&ants"_s, "tousMontants")
+      .SurChangement([this] { Permet(); })
+      .Champ(u"Entre : "_s, m_min, "montantMin")
+      .Largeur(12)
+      .Suite(u"et :"_s, m_max, "montantMax")
+      .Largeur(12)
+      .ACote(m_franc, "franc")
+      .ACote(m_euro, "euro")
+      .FinGroupe();
+}
+
+void CDialogValidation::DeclareDebug(Formulaire& formulaire) {
+  m_devalider.setText(u"Dévalider"_s);
+  m_delier.setText(u"Délier"_s);
+  formulaire.Groupe(u"< Mode Debug >"_s, "debug")
+      .Case(m_valider, u"Valider"_s, "valider")
+      .ACote(m_devalider, "devalider")
+      .ACote(m_delier, "delier")
+      .FinGroupe();
+}
+
+void CDialogValidation::Permet() {
+  m_journal.setEnabled(!m_tousJournaux.isChecked());
+  for (QCheckBox* marque : {&m_pointees, &m_remises, &m_rapprochees})
+    marque->setEnabled(!m_toutes.isChecked());
+  for (QWidget* champ : std::initializer_list<QWidget*>{&m_min, &m_max, &m_franc, &m_euro})
+    champ->setEnabled(!m_tousMontants.isChecked());
+}
+
+DemandeValidation CDialogValidation::Lit() const {
+  DemandeValidation demande;
+  demande.journal =
+      m_tousJournaux.isChecked() ? i16{0} : static_cast<i16>(JournalRecettes + m_journal.currentIndex());
+  demande.toutes = m_toutes.isChecked();
+  demande.pointees = m_pointees.isChecked();
+  demande.remises = m_remises.isChecked();
+  demande.rapprochees = m_rapprochees.isChecked();
+  demande.tousMontants = m_tousMontants.isChecked();
+  demande.montantMin = m_min.Valeur();
+  demande.montantMax = m_max.Valeur();
+  demande.euro = m_euro.isChecked();
+  demande.du = m_periode.Du();
+  demande.au = m_periode.Au();
+  if (m_devalider.isChecked()) demande.action = ActionBrouillard::Devalider;
+  if (m_delier.isChecked()) demande.action = ActionBrouillard::Delier;
+  return demande;
+}
+
+bool CDialogValidation::Enregistre() {
+  if (QWidget* fautif = m_periode.Fautif()) return Refuse(3104, *fautif);
+  const ResultatLot resultat = TraiteBrouillard(App(), Lit());
+  if (!resultat.erreur) return true;
+  // What was done before the failure stays.
+  if (resultat.ecritures) Contexte().Cadre.Actualise(ActualiseEcritures);
+  return false;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,407 @@
+// What the commands of a journal window do, and when.
+#include <QApplication>
+#include <QClipboard>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+#include "core/valeurs.h"
+#include "journal/controles.h"
+#include "journal/forms/dialogcritere.h"
+#include "journal/forms/dialogecriture.h"
+#include "journal/forms/dialogmonth.h"
+#include "journal/forms/dialogmouvement.h"
+#include "journal/forms/ecrcombo.h"
+#include "journal/forms/ecritureview.h"
+#include "journal/forms/ecrlist.h"
+#include "journal/forms/ecrtotal.h"
+#include "journal/forms/month.h"
+#include "journal/traitements.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+namespace {
+
+enum Commande : unsigned {
+  CmdAjouter = 1005,
+  CmdModifier = 1006,
+  CmdSupprimer = 1007,
+  CmdPointer = 1008,
+  CmdRapprocher = 1009,
+  CmdChangerDate = 1010,
+  CmdRenumeroter = 1011,
+  CmdMois = 1022,
+  CmdCriteres = 1023,
+  CmdBrouillard = 1220,
+  CmdValidees = 1221,
+  CmdToutes = 1222,
+  CmdValider = 1230,
+  CmdComptable = 1248,
+  CmdAide = 9002,
+  CmdCopier = 9006,
+  CmdImprimer = 57607,
+  CmdApercu = 57609,
+  CmdCopierMenu = 57634,
+};
+
+constexpr unsigned connues[] = {CmdAjouter,     CmdModifier,    CmdSupprimer, CmdPointer,   CmdRapprocher,
+                                CmdChangerDate, CmdRenumeroter, CmdMois,      CmdCriteres,  CmdBrouillard,
+                                CmdValidees,    CmdToutes,      CmdValider,   CmdComptable, CmdCopier,
+                                CmdImprimer,    CmdApercu,      CmdCopierMenu};
+
+/// Of a long selection no more is read to tell what can be done; the commands pass over the rows that they
+/// do not concern.
+constexpr int luesAuPlus = 200;
+
+}  // namespace
+
+std::vector<unsigned> CEcritureView::MenuContextuel() {
+  return {CmdCopier,
+          CmdAjouter,
+          CmdModifier,
+          CmdSupprimer,
+          0,
+          CmdPointer,
+          CmdRapprocher,
+          CmdValider,
+          CmdChangerDate,
+          CmdRenumeroter,
+          0,
+          CmdMois,
+          CmdCriteres,
+          0,
+          CmdBrouillard,
+          CmdValidees,
+          CmdToutes,
+          CmdComptable,
+          0,
+          CmdAide};
+}
+
+bool CEcritureView::Connait(unsigned commande) const {
+  return std::find(std::begin(connues), std::end(connues), commande) != std::end(connues);
+}
+
+bool CEcritureView::Disponible(unsigned commande) const {
+  switch (commande) {
+    case CmdModifier:
+      return m_liste->NbChoisies() == 1 && GetEcrId(GetEcrSel()) != 0;
+    case CmdSupprimer:
+    case CmdPointer:
+    case CmdChangerDate:
+    case CmdCopier:
+    case CmdCopierMenu:
+      return GetEcrId(GetEcrSel()) != 0;
+    case CmdRapprocher:
+      if (GetEcrId(GetEcrSel()) == 0) return false;
+      if (!EstOD() && m_combo->Choisi())
+        return m_combo->Choisi()->banque || m_contexte.App.Reglages.IsRapprochementEspeces();
+      return Etat().rapprochable;
+    case CmdValider:
+      return Etat().brouillon;
+    case CmdComptable:
+      return !EstOD();
+    case CmdImprimer:
+    case CmdApercu:
+      return static_cast<bool>(m_impression);
+    default:
+      return Connait(commande);
+  }
+}
+
+bool CEcritureView::Coche(unsigned commande) const {
+  switch (commande) {
+    case CmdPointer:
+      return Etat().pointee;
+    case CmdRapprocher:
+      return Etat().rapprochee;
+    case CmdValider:
+      return GetEcrId(GetEcrSel()) != 0 && !Etat().brouillon;
+    case CmdBrouillard:
+      return m_mode == ListeBrouillard;
+    case CmdValidees:
+      return m_mode == ListeValidees;
+    case CmdToutes:
+      return m_mode == ListeToutes;
+    case CmdComptable:
+      return Comptable();
+    default:
+      return false;
+  }
+}
+
+const CEcritureView::EtatSelection& CEcritureView::Etat() const {
+  if (m_etat) return *m_etat;
+  m_etat.emplace();
+  CFenlorApp& app = m_contexte.App;
+  bool premiere = true;
+  int lues = 0;
+  for (const u32 mouvement : Choisis()) {
+    if (++lues > luesAuPlus) {
+      m_etat->brouillon = m_etat->brouillon || m_mode != ListeValidees;
+      m_etat->rapprochable = true;
+      break;
+    }
+    EntreeJournal entree;
+    if (!LitEntreeJournal(app, mouvement, false, {}, entree)) continue;
+    m_etat->brouillon = m_etat->brouillon || !entree.validee;
+    if (premiere || !m_etat->rapprochable) {
+      const LignesRapprochables lignes = CompteRapprochables(app, mouvement);
+      m_etat->rapprochable = m_etat->rapprochable || lignes.nombre > 0;
+      if (premiere) {
+        m_etat->pointee = entree.pointee;
+        m_etat->rapprochee = lignes.nombre > 0 && lignes.rapprochees == lignes.nombre;
+      }
+    }
+    premiere = false;
+    if (m_etat->brouillon && m_etat->rapprochable) break;
+  }
+  return *m_etat;
+}
+
+void CEcritureView::Execute(unsigned commande) {
+  switch (commande) {
+    case CmdAjouter:
+      return Ajoute();
+    case CmdModifier:
+      return Modifie();
+    case CmdSupprimer:
+      return Supprime();
+    case CmdPointer:
+      return Pointe();
+    case CmdRapprocher:
+      return Rapproche();
+    case CmdValider:
+      return Valide();
+    case CmdChangerDate:
+      return ChangeDate();
+    case CmdRenumeroter:
+      return Renumerote();
+    case CmdMois:
+      return AutreMois();
+    case CmdCriteres:
+      return Criteres();
+    case CmdBrouillard:
+      return ChangeMode(ListeBrouillard);
+    case CmdValidees:
+      return ChangeMode(ListeValidees);
+    case CmdToutes:
+      return ChangeMode(ListeToutes);
+    case CmdComptable:
+      return BasculeComptable();
+    case CmdCopier:
+    case CmdCopierMenu:
+      return Copie();
+    case CmdImprimer:
+    case CmdApercu:
+      if (m_impression) m_impression(*this, commande == CmdApercu);
+      return;
+    default:
+      return;
+  }
+}
+
+bool CEcritureView::RefuseCloture() {
+  return App().Reglages.IsExerciceCloture() && !App().ReportErreur(3056);
+}
+
+/// A row whose entry is not there any more is skipped by every command.
+bool CEcritureView::SeLit(u32 mouvement) {
+  EntreeJournal entree;
+  return LitEntreeJournal(App(), mouvement, false, {}, entree);
+}
+
+void CEcritureView::ActualiseAutres(bool change) {
+  const QScopedValueRollback propre(m_propre, true);
+  Contexte().Cadre.Actualise(MasqueEcritures(m_document.Journal, change));
+}
+
+// -- The forms
+
+Date CEcritureView::DateProposee() {
+  EntreeJournal derniere;
+  if (GetEcrCount() > 0 && LitEntreeJournal(App(), GetEcrId(GetEcrCount() - 1), false, {}, derniere))
+    return IsDateOk(derniere.date)
+               ? derniere.date
+               : FaitDate(GetNbJours(derniere.date), Mois(derniere.date), Annee(derniere.date));
+  const Date aujourdhui = App().Magasin.Today(), mois = m_mois->PremierJour();
+  return Mois(aujourdhui) == Mois(mois) && Annee(aujourdhui) == Annee(mois) ? aujourdhui : mois;
+}
+
+void CEcritureView::Ajoute() {
+  if (RefuseCloture()) return;
+  if (EstOD()) return OuvreForme(GetEcrCount() > 0 ? GetEcrId(GetEcrCount() - 1) : 0);
+  if (!m_combo->CompteParDefaut().empty()) OuvreForme(0);
+}
+
+void CEcritureView::Modifie() {
+  if (Disponible(CmdModifier)) OuvreForme(GetEcrId(GetEcrSel()));
+}
+
+void CEcritureView::OuvreForme(u32 mouvement) {
+  OuvertureEcriture ouverture;
+  ouverture.journal = m_document.Journal;
+  ouverture.ligne = m_derniereLigne + 1;
+  ouverture.date = DateProposee();
+  ouverture.tresorerie = m_combo->CompteParDefaut();
+  ouverture.mouvement = mouvement;
+  ouverture.proprietaire = this;
+  bool change = false;
+  u32 derniere = 0;
+  const auto execute = [&](auto& forme) {
+    forme.Execute();
+    change = forme.Change();
+    derniere = forme.Derniere();
+  };
+  EntreeJournal entree;
+  const bool libre =
+      mouvement != 0 && LitEntreeJournal(App(), mouvement, true, {}, entree) && entree.genre == GenreOD;
+  if (EstOD() || libre) {
+    CDialogMouvement forme(Contexte(), ouverture, this);
+    execute(forme);
+  } else {
+    CDialogEcriture forme(Contexte(), ouverture, this);
+    execute(forme);
+  }
+  if (change) {
+    RefreshJournal();
+    SelectEcrItem(FindEcrItem(derniere));
+  }
+  m_liste->setFocus();
+}
+
+void CEcritureView::AutreMois() {
+  CDialogMonth forme(Contexte(), m_mois->Courant(), this);
+  if (forme.Execute()) {
+    m_mois->Montre(forme.Choisi());
+    RefreshJournal();
+  }
+  m_liste->setFocus();
+}
+
+void CEcritureView::Criteres() {
+  CDialogCritere forme(Contexte(), m_document.Journal, m_criteres, this);
+  if (forme.Execute()) {
+    m_criteres = forme.Criteres();
+    RefreshJournal();
+  }
+  m_liste->setFocus();
+}
+
+// -- On the selected rows
+
+void CEcritureView::Supprime() {
+  if (RefuseCloture()) return;
+  const std::vector<u32> choisis = Choisis();
+  if (choisis.empty()) return;
+  bool change = false;
+  for (const u32 mouvement : choisis)
+    if (SeLit(mouvement) && SupprimeEcriture(App(), mouvement)) change = true;
+  ActualiseAutres(change);
+  RefreshJournal();
+  m_liste->setFocus();
+}
+
+void CEcritureView::Pointe() {
+  const std::vector<u32> choisis = Choisis();
+  if (choisis.empty()) return;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  QVAPI::Unite unite(App().Magasin);
+  for (const u32 mouvement : choisis)
+    if (SeLit(mouvement)) PointeEcriture(App(), mouvement);
+  const bool fait = unite.Valide();
+  QApplication::restoreOverrideCursor();
+  if (!fait) RefusMagasin(App());
+  RetireNonListees();
+}
+
+void CEcritureView::Rapproche() {
+  const std::vector<u32> choisis = Choisis();
+  for (const u32 mouvement : choisis)
+    if (const LignesRapprochables lignes = CompteRapprochables(App(), mouvement); lignes.nombre > 0)
+      RapprocheEcriture(App(), mouvement, lignes.rapprochees < lignes.nombre);
+  if (!choisis.empty()) RetireNonListees();
+}
+
+void CEcritureView::Valide() {
+  const std::vector<u32> choisis = Choisis();
+  for (const u32 mouvement : choisis)
+    if (SeLit(mouvement)) ValideEcriture(App(), mouvement, true);
+  if (!choisis.empty()) RetireNonListees();
+}
+
+void CEcritureView::ChangeDate() {
+  if (RefuseCloture()) return;
+  const std::vector<u32> choisis = Choisis();
+  unsigned mois = 0;
+  if (choisis.empty() || !ControleDeplacement(App(), choisis.front(), mois)) return;
+  ZNDialogChangeMois forme(Contexte(), mois, this);
+  if (!forme.Execute()) return m_liste->setFocus();
+  QVAPI::Unite unite(App().Magasin);
+  for (const u32 mouvement : choisis)
+    if (SeLit(mouvement)) DeplaceEcriture(App(), mouvement, forme.Mois());
+  if (!unite.Valide()) RefusMagasin(App());
+  RetireNonListees();
+}
+
+void CEcritureView::Renumerote() {
+  std::vector<u32> mouvements;
+  for (int ligne = 0; ligne < GetEcrCount(); ++ligne) mouvements.push_back(GetEcrId(ligne));
+  if (RenumeroteEcritures(App(), mouvements)) {
+    ActualiseAutres(true);
+    RefreshJournal();
+  }
+  m_liste->setFocus();
+}
+
+/// Takes the selected rows whose entry is of this list no more out of it; the others stay selected.
+void CEcritureView::RetireNonListees() {
+  const std::vector<int> lignes = m_liste->LignesChoisies();
+  const DemandeListe demande = Demande();
+  std::vector<u32> partis;
+  {
+    const QScopedValueRollback propre(m_propre, true);
+    m_liste->Redessine();
+    int debut = -1, nombre = 0;  // rows that go, one behind the other
+    const auto retire = [&] {
+      m_liste->Modele().Supprime(debut, nombre);
+      nombre = 0;
+    };
+    for (auto ligne = lignes.rbegin(); ligne != lignes.rend(); ++ligne) {
+      const u32 mouvement = GetEcrId(*ligne);
+      if (EstListee(App(), demande, mouvement)) continue;
+      partis.push_back(mouvement);
+      if (nombre > 0 && *ligne != debut - 1) retire();
+      debut = *ligne;
+      ++nombre;
+    }
+    retire();
+    Contexte().Cadre.Actualise(MasqueEcritures(m_document.Journal, true));
+  }
+  if (GetEcrCount() == 0)
+    m_totaux = {};
+  else if (!partis.empty())
+    Additionne(m_totaux, -1, partis);
+  if (m_liste->NbChoisies() == 0 && !lignes.empty())
+    SelectEcrItem(std::min(lignes.front(), GetEcrCount() - 1));
+  MontreSelection();
+  m_liste->setFocus();
+}
+
+/// One line for each line of text, its columns separated by tabs.
+void CEcritureView::Copie() {
+  const ModeleEcritures& modele = m_liste->Modele();
+  QStringList textes;
+  for (const int ligne : m_liste->LignesChoisies()) {
+    const EntreeJournal& entree = modele.Entree(ligne);
+    for (std::size_t rangee = 0; rangee < entree.rangees.size(); ++rangee) {
+      QStringList cellules;
+      for (const ChampJournal champ : modele.Champs())
+        cellules += ModeleEcritures::Texte(entree, rangee, champ).trimmed();
+      textes += cellules.join(QLatin1Char('\t'));
+    }
+  }
+  if (!textes.isEmpty()) QApplication::clipboard()->setText(textes.join(QLatin1Char('\n')));
+}
+
+}  // namespace fenlor

@@ -1,0 +1,288 @@
+#include "journal/forms/zonetresorerie.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QToolButton>
+#include <algorithm>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "master/forms/champscompte.h"
+#include "master/forms/listeeditee.h"
+#include "ui/images.h"
+#include "ui/tableliste.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+ZoneTresorerie::ZoneTresorerie(ContexteUi& contexte, std::function<Ecriture()> ecriture, QWidget* parent)
+    : QGroupBox(u"Trésorerie"_s, parent),
+      m_contexte(contexte),
+      m_app(contexte.App),
+      m_ecriture(std::move(ecriture)),
+      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+      m_pages(new QStackedLayout(this)) {
+  setObjectName(u"zoneTresorerie"_s);
+  m_code.Charge(m_app);
+  m_pages->addWidget(PageSimple());
+  m_pages->addWidget(PageMultiple());
+  Vide();
+}
+
+QWidget* ZoneTresorerie::PageSimple() {
+  auto* page = new QWidget(this);
+  auto* pile = new QVBoxLayout(page);
+  auto* champs = new QWidget(page);
+  Formulaire formulaire{*champs};
+  champs->layout()->setContentsMargins(0, 0, 0, 0);
+  formulaire.Champ(u"Code :"_s, m_code, "tresorerie")
+      .SurChangement([this] { ChangeCompte(m_banque ? m_paiement.Valeur() : m_mode); })
+      .Champ(u"Désignation :"_s, m_designation, "designation");
+  m_paiement.Declare(formulaire);
+  pile->addWidget(champs);
+  pile->addStretch(1);
+  // Where "&Simplifiée" stands on the other page.
+  m_multiple = new QPushButton(u"&Multiple"_s, page);
+  m_multiple->setObjectName(u"multiple"_s);
+  connect(m_multiple, &QPushButton::clicked, this, &ZoneTresorerie::PasseMultiple);
+  pile->addWidget(m_multiple, 0, Qt::AlignRight);
+  return page;
+}
+
+QWidget* ZoneTresorerie::PageMultiple() {
+  auto* page = new QWidget(this);
+  auto* pile = new QVBoxLayout(page);
+  m_table = new CZNListCtrl(m_contexte, page);
+  m_table->setObjectName(u"lignes"_s);
+  m_table->setAccessibleName(u"Lignes de trésorerie"_s);
+  m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  m_table->SetColonnesId(ColonnesTresor);
+  m_table->PoseTexteVide(TexteQ(AucuneLigneTresor));
+  m_table->SurActivation([this] { ModifieLigne(); });
+  m_table->installEventFilter(this);
+  m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(m_table, &QWidget::customContextMenuRequested, this, &ZoneTresorerie::MenuLignes);
+  connect(m_table, &TableListe::SelectionChangee, this, &ZoneTresorerie::ActualiseBoutons);
+  pile->addWidget(m_table, 1);
+
+  auto* outils = new QHBoxLayout;
+  m_ajouter = Outil(u"Ajouter une ligne"_s, u"Ins"_s, "ajouter", &ZoneTresorerie::Ajoute);
+  m_modifier = Outil(u"Modifier la ligne"_s, u"Entrée"_s, "modifier", &ZoneTresorerie::ModifieLigne);
+  m_supprimer = Outil(u"Supprimer les lignes choisies"_s, u"Suppr"_s, "supprimer", &ZoneTresorerie::Supprime);
+  for (QToolButton* outil : {m_ajouter, m_modifier, m_supprimer}) outils->addWidget(outil);
+  outils->addStretch(1);
+  m_simplifiee = new QPushButton(u"&Simplifiée"_s, page);
+  m_simplifiee->setObjectName(u"simplifiee"_s);
+  connect(m_simplifiee, &QPushButton::clicked, this, &ZoneTresorerie::PasseSimple);
+  outils->addWidget(m_simplifiee);
+  pile->addLayout(outils);
+  return page;
+}
+
+QToolButton* ZoneTresorerie::Outil(const QString& texte, const QString& touche, const char* nom,
+                                   void (ZoneTresorerie::*action)()) {
+  auto* outil = new QToolButton(this);
+  outil->setObjectName(QString::fromUtf8(nom));
+  outil->setIcon(Image(nom));
+  outil->setAutoRaise(true);
+  outil->setFocusPolicy(Qt::NoFocus);
+  outil->setAccessibleName(texte);
+  outil->setToolTip(u"%1 (%2)"_s.arg(texte, touche));
+  connect(outil, &QToolButton::clicked, this, action);
+  return outil;
+}
+
+std::string ZoneTresorerie::Tresorerie() const {
+  const CompteOffert* compte = m_code.Choisi();
+  return compte ? compte->compte : std::string{};
+}
+
+void ZoneTresorerie::Pose(const EcritureLue& ecriture) {
+  const SaisieEcriture& saisie = ecriture.saisie;
+  m_lignes = {};
+  if (saisie.genre == GenreSimple) {
+    m_marques = ecriture.marques;
+    m_code.Choisit(saisie.tresorerie);
+    ChangeCompte(saisie.paiement);
+  } else {
+    m_lignes.lignes = ecriture.lignes;
+  }
+  Remplit(0);
+  PoseGenre(saisie.genre);
+  m_modifiee = false;
+}
+
+void ZoneTresorerie::Vide(const std::string& tresorerie) {
+  if (!tresorerie.empty()) m_code.Choisit(tresorerie);
+  m_marques = {};
+  ChangeCompte(PaiementCheque);
+  m_lignes = {};
+  Remplit(-1);
+  PoseGenre(GenreSimple);
+  m_modifiee = false;
+}
+
+void ZoneTresorerie::ChoisitLigne(int rang) { m_table->SelectionneLigne(rang); }
+
+void ZoneTresorerie::Permet(bool permis) {
+  m_permis = permis;
+  PermetChamp(m_code, permis);
+  m_paiement.Permet(permis);
+  m_multiple->setEnabled(permis);
+  ActualiseBoutons();
+}
+
+void ZoneTresorerie::PoseGenre(i16 genre) {
+  m_genre = genre;
+  m_pages->setCurrentIndex(genre == GenreStandard ? 1 : 0);
+}
+
+void ZoneTresorerie::ChangeCompte(i16 paiement) {
+  const CompteOffert* compte = m_code.Choisi();
+  m_mode = paiement;
+  m_banque = compte && compte->banque;
+  m_designation.Pose(compte ? compte->designation : std::string{});
+  m_paiement.PoseTresorerie(compte, paiement);
+}
+
+void ZoneTresorerie::PasseMultiple() {
+  m_lignes = {};
+  const f64 ttc = m_ecriture().ttc;
+  if (const CompteOffert* compte = m_code.Choisi(); compte && ttc != 0) {
+    LigneTresorLue ligne;
+    ligne.compte = compte->compte;
+    ligne.montant = ttc;
+    ligne.paiement = compte->banque ? m_paiement.Valeur() : i16{PaiementCheque};
+    ligne.marques = m_marques;
+    m_lignes.lignes.push_back(ligne);
+  }
+  PoseGenre(GenreStandard);
+  LignesChangees(0);
+  m_table->setFocus(Qt::OtherFocusReason);
+}
+
+void ZoneTresorerie::PasseSimple() {
+  if (m_lignes.lignes.size() > 1) return;
+  if (!m_lignes.lignes.empty()) {
+    const LigneTresorLue& ligne = m_lignes.lignes.front();
+    m_marques = ligne.marques;
+    m_code.Choisit(ligne.compte);
+    ChangeCompte(ligne.paiement);
+  }
+  m_lignes = {};
+  PoseGenre(GenreSimple);
+  LignesChangees(-1);
+  m_code.setFocus(Qt::OtherFocusReason);
+}
+
+void ZoneTresorerie::Ajoute() {
+  if (m_cloture) {
+    m_app.ReportErreur(3056);
+  } else if (m_permis) {
+    OuvreLigne(false);
+  }
+}
+
+void ZoneTresorerie::ModifieLigne() {
+  if (m_table->LigneChoisie() >= 0) OuvreLigne(true);
+}
+
+void ZoneTresorerie::Supprime() {
+  if (m_cloture) {
+    m_app.ReportErreur(3056);
+    return;
+  }
+  std::vector<int> choisies = Choisies();
+  if (!m_permis || choisies.empty()) return;
+  const int premiere = choisies.front();
+  for (auto rang = choisies.rbegin(); rang != choisies.rend(); ++rang)
+    m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);
+  LignesChangees(premiere);
+}
+
+/// Rows of the selection, in rising order.
+std::vector<int> ZoneTresorerie::Choisies() const {
+  std::vector<int> rangs;
+  for (const QModelIndex& ligne : m_table->selectionModel()->selectedRows()) rangs.push_back(ligne.row());
+  std::sort(rangs.begin(), rangs.end());
+  return rangs;
+}
+
+void ZoneTresorerie::OuvreLigne(bool modification) {
+  const Ecriture ecriture = m_ecriture();
+  CDialogLineTresor::Ouverture ouverture;
+  ouverture.date = ecriture.date;
+  ouverture.tresorerie = Tresorerie();
+  ouverture.ttc = ecriture.ttc;
+  ouverture.euro = ecriture.euro;
+  ouverture.modification = modification;
+  ouverture.lecture = !m_permis;
+  ouverture.change = [this, modification] {
+    LignesChangees(modification ? m_lignes.choisie : static_cast<int>(m_lignes.lignes.size()) - 1);
+  };
+  m_lignes.choisie = modification ? m_table->LigneChoisie() : -1;
+  CDialogLineTresor(m_contexte, m_lignes, ouverture, window()).exec();
+  m_table->setFocus(Qt::OtherFocusReason);
+}
+
+void ZoneTresorerie::MenuLignes(const QPoint& place) {
+  QMenu menu(this);
+  const auto ajoute = [&](const QString& texte, const QToolButton* outil, void (ZoneTresorerie::*action)()) {
+    QAction* entree = menu.addAction(outil->icon(), texte, this, action);
+    entree->setEnabled(outil->isEnabled());
+  };
+  ajoute(u"&Ajouter..."_s, m_ajouter, &ZoneTresorerie::Ajoute);
+  ajoute(u"&Modifier..."_s, m_modifier, &ZoneTresorerie::ModifieLigne);
+  ajoute(u"&Supprimer"_s, m_supprimer, &ZoneTresorerie::Supprime);
+  menu.exec(m_table->viewport()->mapToGlobal(place));
+}
+
+void ZoneTresorerie::LignesChangees(int choisie) {
+  m_modifiee = true;
+  Remplit(choisie);
+  if (m_change) m_change();
+}
+
+void ZoneTresorerie::Remplit(int choisie) {
+  m_table->Modele().Vide();
+  const std::vector<CompteOffert> comptes = ComptesParCode(m_app, fenlor::Tresorerie);
+  for (const LigneTresorLue& ligne : m_lignes.lignes) {
+    const CompteOffert* compte = CompteDeNumero(comptes, ligne.compte);
+    const bool banque = compte && compte->banque;
+    m_table->Modele().Ajoute(ListeEditee::Ligne(
+        {compte ? compte->code : m_app.Magasin.GetShortCompte(ligne.compte),
+         compte ? compte->designation : std::string{},
+         banque ? Texte(ligne.paiement == PaiementAutre ? MotAutre : MotCheque) : std::string{},
+         FormatMontant(ligne.montant, 2, m_app.Reglages.SeparateurDecimal())}));
+  }
+  m_table->AjusteColonnes(Texte(ColonnesTresor));
+  if (choisie >= 0 && !m_lignes.lignes.empty())
+    m_table->SelectionneLigne(std::min(choisie, static_cast<int>(m_lignes.lignes.size()) - 1));
+  ActualiseBoutons();
+}
+
+void ZoneTresorerie::ActualiseBoutons() {
+  const bool choisie = m_table->LigneChoisie() >= 0;
+  m_ajouter->setEnabled(m_permis || m_cloture);
+  m_modifier->setEnabled(choisie);
+  m_supprimer->setEnabled((m_permis || m_cloture) && choisie);
+  m_simplifiee->setEnabled(m_permis && !m_cloture && m_lignes.lignes.size() < 2);
+}
+
+bool ZoneTresorerie::eventFilter(QObject* objet, QEvent* evenement) {
+  if (objet == m_table && evenement->type() == QEvent::KeyPress) {
+    const auto* touche = static_cast<QKeyEvent*>(evenement);
+    if (!(touche->modifiers() & ~Qt::KeypadModifier)) {
+      if (touche->key() == Qt::Key_Insert) return Ajoute(), true;
+      if (touche->key() == Qt::Key_Delete) return Supprime(), true;
+    }
+  }
+  return QGroupBox::eventFilter(objet, evenement);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,49 @@
+#include "journal/odlue.h"
+
+#include "core/textes.h"
+#include "journal/controles.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
+  QVAPI& magasin = app.Magasin;
+  LivresOuverts livres;
+  if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
+  Mouvement entete{};
+  if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
+    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  if (entete.Genre != GenreOD)
+    return Refus(app, ErrChampInvalide, "mouvement",
+                 {"mouvement", "cette écriture n'est pas une opération diverse"_w});
+  od = {};
+  SaisieOD& saisie = od.saisie;
+  saisie.journal = entete.Journal;
+  saisie.mouvement = mouvement;
+  saisie.ligne = entete.Ligne;
+  saisie.date = entete.Date;
+  saisie.libelle = LitTexte(entete.Libelle);
+  saisie.euro = entete.SaisieEuro != 0 || enEuro;
+  saisie.validee = entete.Validee != 0;
+  od.pointee = entete.Pointee != 0;
+  od.liee = entete.LienId != 0;
+  for (const Position position : magasin.LignesMouvement(app.PathExercice, mouvement)) {
+    Line rec{};
+    if (!magasin.ReadLines(app.PathExercice, position, rec)) return RefusMagasin(app);
+    LigneODLue ligne;
+    ligne.compte = LitTexte(rec.Compte);
+    ligne.libelle = LitTexte(rec.Designation);
+    (rec.Sens ? ligne.credit : ligne.debit) =
+        MontantDeChamp(saisie.euro ? rec.MontantEuro : rec.MontantFranc);
+    ligne.paiement = rec.ModePaiement;
+    ligne.marques = {rec.Pointee != 0, rec.Rapprochee != 0, rec.Remise != 0, rec.Validee != 0};
+    od.lignes.push_back(ligne);
+  }
+  return {};
+}
+
+std::vector<LigneODSaisie> LignesSaisies(const std::vector<LigneODLue>& lignes) {
+  return {lignes.begin(), lignes.end()};
+}
+
+}  // namespace fenlor

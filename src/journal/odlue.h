@@ -1,0 +1,29 @@
+// An opération diverse as its form shows it when it is opened.
+#pragma once
+
+#include <vector>
+
+#include "journal/ecriturelue.h"
+
+namespace fenlor {
+
+/// A line with the marks of its record.
+struct LigneODLue : LigneODSaisie {
+  MarquesEcriture marques;
+};
+
+struct ODLue {
+  SaisieOD saisie;  ///< all but `lignes`
+  std::vector<LigneODLue> lignes;
+  bool pointee = false;
+  bool liee = false;  ///< made by the parent application
+};
+
+/// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. Refuses, told, one that
+/// does not exist (3202) or is of another kind (3205).
+ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro = false);
+
+/// The lines alone, as they are saved.
+std::vector<LigneODSaisie> LignesSaisies(const std::vector<LigneODLue>& lignes);
+
+}  // namespace fenlor

@@ -1,0 +1,59 @@
+// `CDialogFraisKm`: the car's allowance for the year.
+#pragma once
+
+#include <QRadioButton>
+#include <array>
+
+#include "master/fraiskm.h"
+#include "ui/czndialog.h"
+#include "ui/editeurs.h"
+
+namespace fenlor {
+
+/// A number between two limits; the arrow keys go up and down by a step. Leaving the field brings the
+/// number within the limits; a blank field stays blank.
+class EditeurPas : public EditeurMontant {
+  Q_OBJECT
+ public:
+  EditeurPas(const Parametres& reglages, f64 minimum, f64 maximum, f64 pas, int decimales);
+
+ protected:
+  void keyPressEvent(QKeyEvent* evenement) override;
+  void focusOutEvent(QFocusEvent* evenement) override;
+
+ private:
+  const f64 m_minimum, m_maximum, m_pas;
+};
+
+class CDialogFraisKm : public CZNDialog {
+  Q_OBJECT
+ public:
+  explicit CDialogFraisKm(ContexteUi& contexte, QWidget* parent = nullptr);
+  ~CDialogFraisKm() override;
+
+ protected:
+  /// The form stays: what was recorded can be seen, changed, deleted.
+  bool Enregistre() override;
+
+ private:
+  void DeclareDistance(Formulaire& formulaire);
+  void DeclareBareme(Formulaire& formulaire);
+  FicheFraisKm Lit() const;
+  void Montre(const FicheFraisKm& fiche);
+  void ChangeMode();
+  void ChangeReleves();
+  void MontreLibelles();
+  void MontreMontant();
+  void Supprime();
+
+  QRadioButton m_compteur, m_distance;
+  EditeurPas m_ancien, m_dernier, m_kms, m_inf, m_sup;
+  EditeurMontant m_fixe;
+  std::array<EditeurPas, 3> m_taux;
+  std::array<QLabel, 3> m_libelles;
+  Lecture m_montant;
+  QPushButton* m_supprimer = nullptr;
+  bool m_enregistre = false;
+};
+
+}  // namespace fenlor

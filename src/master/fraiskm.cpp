@@ -1,0 +1,229 @@
+#include "master/fraiskm.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "master/lotreglages.h"
+#include "master/rubriques.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr f64 KmMax = 999999;
+constexpr f64 TauxMax[] = {999.999, 99999.999, 99999.999};
+constexpr int DecimalesTaux = 3;
+
+/// Keys of the amounts of the scale in one currency.
+struct ClesMonnaie {
+  unsigned fixe;
+  std::array<unsigned, 3> taux;
+};
+constexpr ClesMonnaie ClesDe(bool euro) {
+  if (euro) return {CleKmFixeEuro, {CleKmTauxEuro, CleKmTauxEuro + 1, CleKmTauxEuro + 2}};
+  return {CleKmFixe, {CleKmTaux, CleKmTaux + 1, CleKmTaux + 2}};
+}
+
+std::string Propre(const CFenlorApp& app, unsigned cle) {
+  return app.Reglages.LitIniExercice({}, Texte(cle));
+}
+std::string Commun(const CFenlorApp& app, unsigned cle) {
+  return app.Reglages.LitIni(Texte(SecFraisKm), Texte(cle));
+}
+
+/// The two sections behind each other, or the common one alone.
+class Lecture {
+ public:
+  Lecture(const CFenlorApp& app, bool propre) : m_app(app), m_propre(propre) {}
+  std::string operator()(unsigned cle) const {
+    const std::string valeur = m_propre ? Propre(m_app, cle) : std::string();
+    return EstVide(valeur) ? Commun(m_app, cle) : valeur;
+  }
+
+ private:
+  const CFenlorApp& m_app;
+  bool m_propre;
+};
+
+void LitBareme(const Lecture& lit, bool euro, FicheFraisKm& fiche) {
+  const ClesMonnaie cles = ClesDe(euro);
+  fiche.compteur = Parametres::IsOui(lit(CleKmCompteur));
+  fiche.borneInf = lit(CleKmBorneInf);
+  fiche.borneSup = lit(CleKmBorneSup);
+  fiche.fixe = lit(cles.fixe);
+  for (std::size_t i = 0; i < cles.taux.size(); ++i) fiche.taux[i] = lit(cles.taux[i]);
+}
+
+f64 Nombre(const CFenlorApp& app, const std::string& texte) {
+  return TexteVersMontant(texte, app.Reglages.SeparateurDecimal());
+}
+
+int Kilometres(const CFenlorApp& app, const std::string& texte) {
+  return static_cast<int>(std::clamp(Nombre(app, texte), 0.0, KmMax));
+}
+
+void TientKilometres(const CFenlorApp& app, std::string& texte) {
+  texte = std::to_string(Kilometres(app, texte));
+}
+
+/// Zero is written, for a blank value would be taken from the common section.
+std::string EcritNombre(const CFenlorApp& app, f64 valeur, int decimales) {
+  return valeur == 0 ? "0" : FormatMontant(valeur, decimales, app.Reglages.SeparateurDecimal());
+}
+
+void TientDansLesLimites(const CFenlorApp& app, FicheFraisKm& fiche) {
+  if (fiche.compteur) ChangeReleve(app, fiche);
+  for (std::string* texte : {&fiche.kms, &fiche.borneInf, &fiche.borneSup}) TientKilometres(app, *texte);
+  const f64 fixe = Nombre(app, fiche.fixe);
+  fiche.fixe = EcritNombre(app, fixe, fixe == std::trunc(fixe) ? 0 : 2);
+  for (std::size_t i = 0; i < fiche.taux.size(); ++i) fiche.taux[i] = FormatTauxKm(app, fiche.taux[i], i);
+}
+
+void PoseDansLesDeux(const CFenlorApp& app, LotReglages& lot, unsigned cle, const std::string& valeur) {
+  lot.Pose(app.NomExercice, Texte(cle), valeur);
+  lot.Pose(Texte(SecFraisKm), Texte(cle), valeur);
+}
+
+LotReglages Changements(CFenlorApp& app, const FicheFraisKm& fiche) {
+  LotReglages lot(app);
+  PoseDansLesDeux(app, lot, CleKmCompteur, Texte(fiche.compteur ? MotOui : MotNon));
+  if (fiche.compteur) {
+    lot.Pose(app.NomExercice, Texte(CleKmAncien), fiche.ancien);
+    lot.Pose(app.NomExercice, Texte(CleKmDernier), fiche.dernier);
+    lot.Pose(Texte(SecFraisKm), Texte(CleKmAncien), fiche.dernier);
+  }
+  lot.Pose(app.NomExercice, Texte(CleKmDistance), fiche.kms);
+  const ClesMonnaie cles = ClesDe(app.Reglages.IsEuro());
+  PoseDansLesDeux(app, lot, CleKmBorneInf, fiche.borneInf);
+  PoseDansLesDeux(app, lot, CleKmBorneSup, fiche.borneSup);
+  PoseDansLesDeux(app, lot, cles.fixe, fiche.fixe);
+  for (std::size_t i = 0; i < cles.taux.size(); ++i) PoseDansLesDeux(app, lot, cles.taux[i], fiche.taux[i]);
+  lot.Pose(app.NomExercice, Texte(CleFraisKm), Texte(MotOui));
+  return lot;
+}
+
+ResultatFraisKm Refuse(CFenlorApp& app, unsigned erreur, const char* champ = "",
+                       std::initializer_list<std::string> arguments = {}) {
+  app.ReportErreur(erreur, arguments);
+  return {erreur, champ};
+}
+
+ResultatFraisKm Ecrit(CFenlorApp& app, LotReglages& lot) {
+  if (lot.Ecrit()) return {};
+  const Profil& reglages = app.Magasin.Reglages();
+  return Refuse(app, ErrReglages, "", {reglages.Chemin(), app.Magasin.QVErreurTexte(reglages.Erreur())});
+}
+
+/// The entries that the allowance replaces, when the user wants them gone.
+bool FautSupprimerEcritures(CFenlorApp& app) {
+  const std::string variable = Texte(VariableFraisKm);
+  const u32 nombre = CompteEcrituresVariable(app, variable);
+  return nombre > 0 && app.MessageId(BoutonsOuiNon | IconeAttention, QuestionEcrituresVariable,
+                                     {std::to_string(nombre), variable}) == RepOui;
+}
+
+}  // namespace
+
+FicheFraisKm LitFraisKm(const CFenlorApp& app) {
+  FicheFraisKm fiche;
+  fiche.enregistre = app.Reglages.IsFraisKm();
+  const Lecture lit(app, fiche.enregistre);
+  LitBareme(lit, app.Reglages.IsEuro(), fiche);
+  const std::string ancien = fiche.enregistre ? Propre(app, CleKmAncien) : std::string();
+  fiche.ancien = lit(CleKmAncien);
+  fiche.dernier = EstVide(ancien) ? fiche.ancien : Propre(app, CleKmDernier);
+  fiche.kms = fiche.enregistre ? lit(CleKmDistance) : "0";
+  return fiche;
+}
+
+void ChangeReleve(const CFenlorApp& app, FicheFraisKm& fiche) {
+  const int ancien = Kilometres(app, fiche.ancien);
+  const int dernier = std::max(ancien, Kilometres(app, fiche.dernier));
+  fiche.ancien = std::to_string(ancien);
+  fiche.dernier = std::to_string(dernier);
+  fiche.kms = std::to_string(dernier - ancien);
+}
+
+f64 CalculFraisKm(const CFenlorApp& app, const FicheFraisKm& fiche) {
+  return TarifKm(Nombre(app, fiche.kms), fiche.borneInf, fiche.borneSup, fiche.fixe, fiche.taux[0],
+                 fiche.taux[1], fiche.taux[2], app.Reglages.SeparateurDecimal());
+}
+
+std::string FraisKmAutreMonnaie(CFenlorApp& app, f64 montant) {
+  const f64 taux = app.Magasin.GetTauxEuro(app.Magasin.Today());
+  return app.Reglages.IsEuro() ? FormatFranc(QVAPI::ConvertEuroToFranc(taux, montant))
+                               : FormatEuro(QVAPI::ConvertFrancToEuro(taux, montant));
+}
+
+std::array<std::string, 3> LibellesTauxKm(const CFenlorApp& app, const FicheFraisKm& fiche) {
+  const int inf = Kilometres(app, fiche.borneInf);
+  const std::string sup = std::to_string(Kilometres(app, fiche.borneSup));
+  return {TexteFormat(FormatTrancheInf, {std::to_string(inf)}),
+          TexteFormat(FormatTrancheMilieu, {std::to_string(inf + 1), sup}),
+          TexteFormat(FormatTrancheSup, {sup})};
+}
+
+std::string FormatTauxKm(const CFenlorApp& app, const std::string& texte, std::size_t tranche) {
+  const f64 taux = std::clamp(Nombre(app, texte), 0.0, TauxMax[tranche]);
+  return EcritNombre(app, Arrondi(taux, DecimalesTaux), DecimalesTaux);
+}
+
+ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056);
+  FicheFraisKm ecrite = fiche;
+  TientDansLesLimites(app, ecrite);
+  if (Arrondi2(CalculFraisKm(app, ecrite)) == 0)
+    return Refuse(app, 3106, ecrite.compteur ? "dernier" : "kms");
+  if (app.Reglages.IsFraisKm() &&
+      app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionRemplaceFraisKm) != RepOui)
+    return {QuestionRemplaceFraisKm, ""};
+
+  ResultatFraisKm resultat;
+  resultat.ecrituresSupprimees = FautSupprimerEcritures(app);
+  // Open until the unit has ended: what it undoes belongs to open files.
+  CLines lignes(app, app.PathExercice);
+  CPlan plan(app, app.PathExercice);
+  if (!lignes.OpenFile() || !plan.OpenFile()) return {3011, ""};
+  QVAPI::Unite unite(app.Magasin);
+  if (resultat.ecrituresSupprimees && !SupprimeEcrituresVariable(app, Texte(VariableFraisKm)))
+    return {ErrMagasin, ""};
+  LotReglages lot = Changements(app, ecrite);
+  if (const ResultatFraisKm ecrit = Ecrit(app, lot); !ecrit) return ecrit;
+  ecrite.enregistre = true;
+  fiche = ecrite;
+  if (unite.Valide()) return resultat;
+  return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+}
+
+ResultatFraisKm SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056);
+  if (!app.Reglages.IsFraisKm()) return {};
+  if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeFraisKm) != RepOui)
+    return {QuestionSupprimeFraisKm, ""};
+  LotReglages lot(app);
+  lot.Pose(app.NomExercice, Texte(CleFraisKm), Texte(MotNon));
+  for (const unsigned cle : {CleKmAncien, CleKmDernier, CleKmDistance})
+    lot.Pose(app.NomExercice, Texte(cle), {});
+  lot.Pose(Texte(SecFraisKm), Texte(CleKmAncien), {});
+  if (const ResultatFraisKm ecrit = Ecrit(app, lot); !ecrit) return ecrit;
+  fiche.enregistre = false;
+  for (std::string* texte : {&fiche.ancien, &fiche.dernier, &fiche.kms}) texte->clear();
+  return {};
+}
+
+f64 FraisKilometriques(const CFenlorApp& app, bool euro) {
+  if (!app.Reglages.IsFraisKm()) return 0;
+  FicheFraisKm fiche;
+  LitBareme(Lecture(app, true), euro, fiche);
+  const auto nombre = [&](unsigned cle) { return Nombre(app, Propre(app, cle)); };
+  const f64 km = fiche.compteur ? nombre(CleKmDernier) - nombre(CleKmAncien) : nombre(CleKmDistance);
+  return TarifKm(km, fiche.borneInf, fiche.borneSup, fiche.fixe, fiche.taux[0], fiche.taux[1], fiche.taux[2],
+                 app.Reglages.SeparateurDecimal());
+}
+
+f64 FraisKilometriques(const CFenlorApp& app) { return FraisKilometriques(app, app.Reglages.IsEuro()); }
+
+}  // namespace fenlor

@@ -1,0 +1,49 @@
+#include "pages/enregistreur.h"
+
+#include <algorithm>
+
+namespace fenlor {
+
+namespace {
+
+constexpr i32 largeurA4 = 1900, hauteurA4 = 2770;  // tenths of a millimetre, without margins
+constexpr i32 dixiemesParPouce = 254;
+constexpr i32 pointsBrouillon = 10, pointsParPouce = 72;
+constexpr i64 largeurMax = 1 << 29;
+
+}  // namespace
+
+Enregistreur Enregistreur::A4(i32 unitesParPouce, bool paysage) {
+  const i32 largeur = largeurA4 * unitesParPouce / dixiemesParPouce;
+  const i32 hauteur = hauteurA4 * unitesParPouce / dixiemesParPouce;
+  return paysage ? Enregistreur(hauteur, largeur, unitesParPouce)
+                 : Enregistreur(largeur, hauteur, unitesParPouce);
+}
+
+void Enregistreur::FaitPolice(unsigned style, const PoliceEtat& police) {
+  m_brouillon = false;
+  m_polices[style % NbStyles] = police;
+}
+
+void Enregistreur::FaitPoliceBrouillon() {
+  m_brouillon = true;
+  m_polices.fill({{}, pointsBrouillon * m_unites / pointsParPouce});
+}
+
+Etendue Enregistreur::Mesure(unsigned style, std::string_view texte) const {
+  const i32 hauteur = HauteurPolice(style);
+  const i64 largeur = static_cast<i64>(texte.size()) * hauteur * 3 / 5;
+  return {static_cast<i32>(std::min(largeur, largeurMax)), hauteur};
+}
+
+void Enregistreur::DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
+                                std::string_view texte) {
+  Elements.push_back({Page, false, cadre, alignement, m_brouillon ? 0 : style, std::string(texte)});
+}
+
+void Enregistreur::DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
+  Elements.push_back(
+      {Page, true, {gauche, y, droite, y + std::max(1, epaisseur)}, Alignement::Gauche, 0, {}});
+}
+
+}  // namespace fenlor

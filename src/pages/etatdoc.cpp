@@ -1,0 +1,149 @@
+#include "pages/etatdoc.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+#include <new>
+
+namespace fenlor {
+
+namespace {
+
+constexpr std::size_t tailleEnteteMax = 512;
+constexpr u64 delaiFermeture = 2000;
+constexpr unsigned erreurFichierTemporaire = 3109;
+
+u32 NbRetours(std::string_view texte) {
+  return static_cast<u32>(std::count(texte.begin(), texte.end(), '\n'));
+}
+
+std::string Borne(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
+  std::string texte;
+  RemplitEtat(texte, format.Format(), arguments);
+  texte.resize(std::min(texte.size(), tailleEnteteMax));
+  return texte;
+}
+
+std::string_view Octets(const BlocEtat* blocs, std::size_t nombre) {
+  return {reinterpret_cast<const char*>(blocs), nombre * sizeof(BlocEtat)};
+}
+
+}  // namespace
+
+bool CEtatDoc::OnNewDocument() {
+  if (!Cree()) {
+    m_texte.Ferme();
+    m_index.Ferme();
+    return App.ReportErreur(erreurFichierTemporaire);
+  }
+  const bool montre = BuildEtat();
+  if (m_echec.empty() && !m_texte.Vide()) Echoue(m_texte);
+  if (m_echec.empty() && !m_index.Vide()) Echoue(m_index);
+  if (montre && m_echec.empty()) return true;
+  if (!m_echec.empty()) App.Boite.Erreur(ErrEtatEcriture, TexteFormat(ErrEtatEcriture, {m_echec}));
+  m_texte.Ferme();
+  m_index.Ferme();
+  return false;
+}
+
+bool CEtatDoc::Cree() {
+  const bool faits = m_texte.Cree() && m_index.Cree();
+  m_compteur = {};
+  m_nbBlocs = 1;
+  m_mesures = {};
+  m_titre.clear();
+  m_entete.clear();
+  m_pied.clear();
+  m_echec.clear();
+  m_paysage = false;
+  m_impressions = 0;
+  m_finImpression = 0;
+  const BlocEtat debut;
+  // To the disk at once: a folder without room lets files be made and nothing be written.
+  return faits && m_index.Ajoute(Octets(&debut, 1)) && m_index.Vide();
+}
+
+bool CEtatDoc::BuildEtat() { return EtatPrintf(EtatSansTexte) >= 0; }
+
+void CEtatDoc::SetEtatTitre(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
+  m_titre = Borne(format, arguments);
+  m_mesures.lignesTitre =
+      std::max(u32{1}, NbRetours(Texte(EtatTitreIdentite)) + NbRetours(Texte(EtatTitrePage)));
+}
+
+void CEtatDoc::SetEtatEntete(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
+  m_entete = Borne(format, arguments);
+  m_mesures.lignesEntete = std::max(u32{1}, NbRetours(m_entete));
+}
+
+void CEtatDoc::SetEtatPied(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
+  m_pied = Borne(format, arguments);
+  m_mesures.lignesPied = NbRetours(m_pied);
+}
+
+bool CEtatDoc::SetEtatPaysage(bool valeur) { return std::exchange(m_paysage, valeur); }
+
+i32 CEtatDoc::EtatPrintf(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
+  m_travail.clear();
+  RemplitEtat(m_travail, format.Format(), arguments);
+  return EcritEtat(m_travail);
+}
+
+i32 CEtatDoc::EcritEtat(std::string_view texte) {
+  if (!m_echec.empty()) return -1;
+  if (texte.size() > std::numeric_limits<u32>::max() - m_compteur.Offset() ||
+      texte.size() > static_cast<std::size_t>(std::numeric_limits<i32>::max())) {
+    m_echec = TexteErreurSysteme(EFBIG);
+    return -1;
+  }
+  m_fermes.clear();
+  m_compteur.Compte(texte, m_mesures.lignesEntete, m_mesures.lignesPied, m_fermes);
+  m_nbBlocs += static_cast<u32>(m_fermes.size());
+  if (!m_texte.Ajoute(texte)) return Echoue(m_texte), -1;
+  if (!m_index.Ajoute(Octets(m_fermes.data(), m_fermes.size()))) return Echoue(m_index), -1;
+  return static_cast<i32>(texte.size());
+}
+
+void CEtatDoc::Echoue(const FichierTampon& fichier) {
+  m_echec = fichier.Echec().empty() ? TexteErreurSysteme(EBADF) : fichier.Echec();
+}
+
+int CEtatDoc::LitBlocs(u32 premier, BlocEtat* blocs, u32 nombre) {
+  if (premier < 1 || premier > m_nbBlocs) return 0;
+  nombre = std::min(nombre, m_nbBlocs - premier + 1);
+  const u64 offset = u64{premier - 1} * sizeof(BlocEtat);
+  const auto lecture =
+      m_index.Lit(offset, reinterpret_cast<char*>(blocs), nombre * static_cast<u32>(sizeof(BlocEtat)));
+  return lecture.placee && lecture.lue ? static_cast<int>(nombre) : -1;
+}
+
+BlocEtat CEtatDoc::LitBloc(u32 numero) {
+  BlocEtat bloc;
+  return LitBlocs(numero, &bloc, 1) == 1 ? bloc : BlocEtat{};
+}
+
+std::string CEtatDoc::LitTexte(u32 debut, u32 fin) {
+  std::string texte;
+  if (fin <= debut) return texte;
+  try {
+    texte.resize(fin - debut);
+  } catch (const std::bad_alloc&) {
+    App.Boite.Erreur(0, Texte(ErrEtatMemoire));
+    return texte;
+  }
+  const auto lecture = m_texte.Lit(debut, texte.data(), fin - debut);
+  if (!lecture.placee) App.Boite.Erreur(0, Texte(ErrEtatPlacement));
+  if (!lecture.lue) App.Boite.Erreur(0, Texte(ErrEtatLecture));
+  return texte;
+}
+
+void CEtatDoc::FinitImpression(u64 maintenant) {
+  if (m_impressions > 0) --m_impressions;
+  m_finImpression = maintenant;
+}
+
+bool CEtatDoc::PeutFermer(u64 maintenant) const {
+  return m_impressions == 0 && maintenant > m_finImpression + delaiFermeture;
+}
+
+}  // namespace fenlor

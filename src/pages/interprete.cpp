@@ -1,0 +1,240 @@
+#include "pages/interprete.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace fenlor {
+
+namespace {
+
+constexpr std::size_t morceauPied = 256;
+constexpr std::size_t tailleArgument = 3;
+/// Nothing is drawn as far away as this; sums of positions stay within 32 bits.
+constexpr i32 loin = 1 << 29;
+
+i32 Avance(i32 position, i32 de) { return std::min(loin, position + std::min(loin, de)); }
+
+/// At most three characters: blanks, then digits up to the first other one.
+i32 LitArgument(std::string_view texte) {
+  texte = texte.substr(0, tailleArgument);
+  texte.remove_prefix(std::min(texte.find_first_not_of(' '), texte.size()));
+  i32 valeur = 0;
+  for (std::size_t i = 0; i < texte.size() && texte[i] >= '0' && texte[i] <= '9'; ++i)
+    valeur = valeur * 10 + (texte[i] - '0');
+  return valeur;
+}
+
+/// Column of the first "\T" in what is left of the line.
+std::optional<i32> TabulationSuivante(std::string_view texte) {
+  for (std::size_t i = 0; i < texte.size() && texte[i] != '\n'; ++i) {
+    if (texte[i] != '\\') continue;
+    if (++i < texte.size() && texte[i] == 'T') return LitArgument(texte.substr(i + 1));
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
+  Plume plume{depart, m_etat.margeGauche, 0, {}, texte.substr(0, texte.find('\0'))};
+  while (!plume.source.empty()) {
+    const char c = plume.source.front();
+    if (c == '\\' && plume.source.size() > 1) {
+      Code(plume, plume.source[1]);
+      continue;
+    }
+    if (c == '\n') {
+      FinLigne(plume);
+    } else if (c != '\r' && c != '\\') {
+      plume.run += c;
+    }
+    plume.source.remove_prefix(1);
+  }
+  Dessine(plume);
+  return plume.y;
+}
+
+void InterpreteEtat::Code(Plume& plume, char code) {
+  const i32 avant = plume.x;
+  if (std::string_view("0123BIUL").find(code) != std::string_view::npos || code == 'T' ||
+      (m_peripherique && std::string_view("MNCR").find(code) != std::string_view::npos)) {
+    Dessine(plume);
+  }
+  plume.source.remove_prefix(2);
+  switch (code) {
+    case '0':
+      m_etat.souligne = m_etat.gras = m_etat.italique = false;
+      break;
+    case '1':
+      m_etat.ligne = Alignement::Gauche;
+      break;
+    case '2':
+      m_etat.ligne = Alignement::Centre;
+      break;
+    case '3':
+      m_etat.ligne = Alignement::Droite;
+      break;
+    case 'B':
+      m_etat.gras = true;
+      break;
+    case 'I':
+      m_etat.italique = true;
+      break;
+    case 'U':
+      m_etat.souligne = true;
+      break;
+    case 'L':
+      m_etat.course = Course::Place;
+      break;
+    case 'C':
+    case 'R': {
+      const i32 ancre = Colonnes(plume);
+      if (m_sortie) break;
+      m_ancre = ancre;
+      m_etat.course = code == 'C' ? Course::Centree : Course::ADroite;
+      break;
+    }
+    case 'T':
+      plume.x = Colonnes(plume);
+      if (m_sortie) plume.run += '\t';
+      break;
+    case 'M': {
+      const i32 marge = Colonnes(plume);
+      if (m_sortie) break;
+      if (avant == m_etat.margeGauche) plume.x = marge;
+      m_etat.margeGauche = marge;
+      break;
+    }
+    case 'N': {
+      // A position is compared with a distance from the other edge: reports are laid out
+      // on what comes of it.
+      const i32 marge = Colonnes(plume);
+      if (m_sortie) break;
+      if (avant == m_etat.margeDroite) plume.x = marge;
+      m_etat.margeDroite = marge;
+      break;
+    }
+    case 'S': {
+      const i32 epaisseur = Argument(plume);
+      if (m_peripherique)
+        m_peripherique->DessineTrait(m_etat.margeGauche, m_page.largeur - m_etat.margeDroite,
+                                     Avance(plume.depart, plume.y) + 1, epaisseur);
+      break;
+    }
+    case 'F':
+      plume.y = Avance(plume.y, DessinePied(Avance(plume.depart, plume.y)));
+      break;
+    case 'H':
+      plume.y = Avance(plume.y, DessineEntete(Avance(plume.depart, plume.y)));
+      break;
+    case 'G':
+    case 'X':
+      break;
+    case 'P':
+      plume.y = m_page.lignesParPage * m_page.interligne - plume.depart;
+      break;
+    default:
+      plume.run += code;
+  }
+}
+
+i32 InterpreteEtat::Argument(Plume& plume) {
+  const i32 valeur = LitArgument(plume.source);
+  plume.source.remove_prefix(std::min(tailleArgument, plume.source.size()));
+  return valeur;
+}
+
+void InterpreteEtat::FinLigne(Plume& plume) {
+  Dessine(plume);
+  if (m_sortie) *m_sortie += '\n';
+  plume.x = m_etat.margeGauche;
+  plume.y = Avance(plume.y, m_page.interligne);
+  m_etat.ligne = Alignement::Gauche;
+  m_etat.course = Course::Place;
+}
+
+void InterpreteEtat::Dessine(Plume& plume) { plume.x = Avance(plume.x, DessineRun(plume)); }
+
+unsigned InterpreteEtat::Style() const {
+  return (m_etat.souligne ? StyleSouligne : 0u) | (m_etat.italique ? StyleItalique : 0u) |
+         (m_etat.gras ? StyleGras : 0u);
+}
+
+i32 InterpreteEtat::DessineRun(Plume& plume) {
+  if (plume.run.empty()) return 0;
+  const std::string run = std::exchange(plume.run, {});
+  if (m_sortie) {
+    m_sortie->append(run);
+    return static_cast<i32>(std::min<std::size_t>(run.size(), loin));
+  }
+
+  const Etendue etendue = m_peripherique->Mesure(Style(), run);
+  const i32 y = Avance(plume.depart, plume.y);
+  Rectangle cadre{plume.x, y, Avance(plume.x, etendue.largeur), y + etendue.hauteur};
+  Alignement alignement = Alignement::Gauche;
+  if (m_etat.ligne != Alignement::Gauche) {
+    alignement = m_etat.ligne;
+    cadre.gauche = m_etat.margeGauche;
+    cadre.droite = m_page.largeur - m_etat.margeDroite;
+  } else if (m_etat.course != Course::Place) {
+    alignement = m_etat.course == Course::Centree ? Alignement::Centre : Alignement::Droite;
+    cadre.droite = std::max(cadre.droite, m_ancre);
+  } else if (const auto tabulation = TabulationSuivante(plume.source)) {
+    cadre.droite = *tabulation * m_page.unite;
+  }
+
+  const i32 limite = m_page.largeur - m_etat.margeDroite;
+  cadre.gauche = std::max(cadre.gauche, m_etat.margeGauche);
+  if (cadre.gauche > limite) cadre.gauche = cadre.droite = limite;
+  cadre.droite = std::min(cadre.droite, limite);
+  if (alignement == Alignement::Droite && etendue.largeur > cadre.droite - cadre.gauche)
+    cadre.gauche = cadre.droite - etendue.largeur;
+
+  m_peripherique->DessineTexte(Style(), cadre, alignement, run);
+  return etendue.largeur;
+}
+
+i32 InterpreteEtat::DessineTitre(i32 depart, std::string_view premier, std::string_view second) {
+  const Trace avant = m_etat;
+  m_etat.margeGauche = m_etat.margeDroite = 0;
+  i32 hauteur = InterpreteTexte(depart, premier);
+  hauteur += InterpreteTexte(depart + hauteur, second);
+  m_etat = avant;
+  return hauteur;
+}
+
+template <class Dessin>
+i32 InterpreteEtat::DessineCadre(bool& dedans, Dessin&& dessin) {
+  if (std::exchange(dedans, true)) return 0;
+  const Trace avant = m_etat;
+  m_etat.margeGauche = m_etat.margeDroite = 0;
+  m_etat.ligne = Alignement::Gauche;
+  m_etat.course = Course::Place;
+  const i32 hauteur = dessin();
+  m_etat = avant;
+  dedans = false;
+  return hauteur;
+}
+
+i32 InterpreteEtat::DessineEntete(i32 depart) {
+  return DessineCadre(m_dansEntete, [&] { return InterpreteTexte(depart, m_entete); });
+}
+
+i32 InterpreteEtat::DessinePied(i32 depart) {
+  return DessineCadre(m_dansPied, [&] {
+    i32 hauteur = 0;
+    std::string_view reste = m_pied;
+    while (!reste.empty()) {
+      std::string_view morceau = reste.substr(0, morceauPied);
+      if (const std::size_t retour = morceau.find('\n'); retour != std::string_view::npos)
+        morceau = morceau.substr(0, retour + 1);
+      reste.remove_prefix(morceau.size());
+      if (morceau.back() == '\n') morceau.remove_suffix(1);
+      hauteur += InterpreteTexte(depart + hauteur, morceau);
+    }
+    return hauteur;
+  });
+}
+
+}  // namespace fenlor

@@ -1,0 +1,133 @@
+#include "reports/etat2035.h"
+
+#include <algorithm>
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "store/definitions.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr u32 CleLigne = 3;
+constexpr int DerniereLignePrincipale = 99;
+constexpr std::size_t BouclesDites = 10;
+
+/// First and last line of a block of the statement.
+struct Bornes {
+  int premier = 0, dernier = 0;
+};
+
+Bornes LitBornes(const CFenlorApp& app, unsigned bloc) {
+  std::string texte = app.Reglages.LitIni(Texte(Sec2035), Texte(Cle2035Recettes + bloc));
+  if (EstVide(texte)) texte = Texte(Lignes2035Recettes + bloc);
+  const int premier = TexteVersEntier(ChampTexte(0, texte, ','));
+  return {premier, std::max(premier, TexteVersEntier(ChampTexte(1, texte, ',')))};
+}
+
+/// A sub-line belongs to its main line.
+i16 LignePrincipale(i16 ligne) {
+  return ligne > DerniereLignePrincipale ? static_cast<i16>(ligne / 10) : ligne;
+}
+
+int NombreMois(Date debut, Date fin) {
+  if (fin < debut) return 0;
+  return static_cast<int>((Annee(fin) - Annee(debut)) * 12 + Mois(fin)) - static_cast<int>(Mois(debut)) + 1;
+}
+
+u32 NombreImmobilisations(CFenlorApp& app) {
+  CImmobilisations fichier(app, app.PathCabinet);
+  return fichier.OpenFile() ? app.Magasin.QVNumberOfKey(fichier.NumCle) : 0;
+}
+
+}  // namespace
+
+bool CEtat2035Doc::BuildEtat() {
+  PoseTitre(TexteFormat(TitreEtat2035, {App.NomExercice}));
+  SetEtatPied(PiedListe);
+  Rubriques2035 rubriques(App);
+  if (!rubriques.Lit()) return false;
+  AvertitBoucles(rubriques);
+
+  Travail travail(*this, AvancementEtat2035, NombreImmobilisations(App) + rubriques.Nombre());
+  Variables2035 variables;
+  CalculVariables2035(App, variables);
+  if (App.Boite.IsAborted()) return false;
+  rubriques.PoseVariables(variables);
+
+  if (!EcritTete()) return false;
+  for (unsigned bloc = 0; bloc < NbBlocs; ++bloc)
+    if (EtatPrintf("\\F") < 0 || !EcritBloc(static_cast<Bloc>(bloc), rubriques, travail)) return false;
+  return EtatPrintf("\\F") >= 0;
+}
+
+void CEtat2035Doc::AvertitBoucles(const Rubriques2035& rubriques) {
+  const std::vector<std::string>& boucles = rubriques.Boucles();
+  if (boucles.empty()) return;
+  std::string texte;
+  for (std::size_t i = 0; i < std::min(boucles.size(), BouclesDites); ++i)
+    texte += (i > 0 ? "\n" : "") + boucles[i];
+  if (boucles.size() > BouclesDites) texte += "\n...";
+  App.MessageId(BoutonsOk | IconeAttention, AvisBoucles2035, {texte});
+}
+
+bool CEtat2035Doc::EcritTete() {
+  const auto reglage = [this](unsigned section, unsigned cle) {
+    return EchappeEtat(App.Reglages.LitIni(Texte(section), Texte(cle)));
+  };
+  const int mois = NombreMois(App.Reglages.GetDebutExercice(), App.Reglages.GetFinExercice());
+  return EtatPrintf(Etat2035Resultat) >= 0 && EtatPrintf(Etat2035Mois, {mois}) >= 0 &&
+         EtatPrintf(Etat2035Annexe) >= 0 &&
+         EtatPrintf(Etat2035Declarant, {reglage(SecActivite, CleIdentification)}) >= 0 &&
+         EtatPrintf(Etat2035Activite,
+                    {reglage(SecActivite, CleNatureActivite), reglage(SecActivite, CleDebut)}) >= 0 &&
+         EtatPrintf(Etat2035Association, {reglage(SecAssociation, CleNumeroAssociation),
+                                          reglage(SecAssociation, CleAnneeAssociation)}) >= 0;
+}
+
+bool CEtat2035Doc::LitLignes(Bloc bloc, std::vector<LigneFiscale>& lignes) {
+  const Bornes bornes = LitBornes(App, bloc);
+  CRubriques fichier(App, App.PathExercice);
+  if (!fichier.OpenFile()) return false;
+  const auto cle = static_cast<u16>(fichier.NumCle + CleLigne);
+  const bool lu = App.Magasin.QVParcoursCle(
+      cle, MakeRubriquesKey4(bornes.premier, {}), {}, [&](Position, const void* rec) {
+        const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
+        const i16 ligne = LignePrincipale(rubrique.Ligne);
+        if (ligne > bornes.dernier) return false;
+        lignes.push_back(
+            {ligne, fenlor::LitTexte(rubrique.Designation), fenlor::LitTexte(rubrique.Rubrique)});
+        return true;
+      });
+  if (!lu) fichier.Erreur(0, MessageLecture);
+  return lu;
+}
+
+bool CEtat2035Doc::EcritBloc(Bloc bloc, Rubriques2035& rubriques, Travail& travail) {
+  std::vector<LigneFiscale> lignes;
+  if (!LitLignes(bloc, lignes)) return false;
+  for (const LigneFiscale& ligne : lignes) {
+    const MontantDouble montant{rubriques.ValeurRubriqueFranc(ligne.rubrique),
+                                rubriques.ValeurRubriqueEuro(ligne.rubrique)};
+    if (!EcritLigne(bloc, ligne, montant) || !travail.Pas()) return false;
+  }
+  return true;
+}
+
+bool CEtat2035Doc::EcritLigne(Bloc bloc, const LigneFiscale& ligne, MontantDouble montant) {
+  const f64 franc = std::max(0.0, montant.franc), euro = std::max(0.0, montant.euro);
+  const bool sansNumero = ligne.ligne == 0 || ligne.ligne > DerniereLignePrincipale;
+  std::string premier = FormatMontant(franc, 0), second;
+  if (AfficheDouble()) {
+    second = FormatMontantEuro(euro, 0);
+  } else if (AnneeEuro()) {
+    premier = bloc == BlocRecettes ? FormatMontant(euro, 0) : FormatMontantEuro(euro, 0);
+  }
+  return EtatPrintf(Etat2035Ligne, {sansNumero ? std::string() : std::to_string(ligne.ligne),
+                                    EchappeEtat(ligne.designation), ligne.rubrique, premier, second}) >= 0;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,28 @@
+// `CEtatBalanceDoc`: every account with its totals as they stand, by class, the first character of
+// its number. Classes up to 5 close with a total of the balance sheet, the others with one of the
+// income statement.
+#pragma once
+
+#include <optional>
+
+#include "reports/livresetat.h"
+#include "reports/totauxetat.h"
+
+namespace fenlor {
+
+class CEtatBalanceDoc : public CEtatTotaux {
+ public:
+  using CEtatTotaux::CEtatTotaux;
+
+ protected:
+  bool BuildEtat() override;
+
+ private:
+  bool EcritCompte(const LivresEtat& livres, const Plan& plan);
+  bool FermeClasse();
+
+  std::optional<char> m_classe;  ///< in hand
+  SommesEtat m_sommesClasse, m_sommesSection, m_sommes;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,69 @@
+#include "reports/etatcomptable.h"
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr int premiereAnneeEuro = 2002;
+
+}  // namespace
+
+bool CEtatComptable::DemandeCriteres(FormeCriteres forme, unsigned titre, unsigned comptes) {
+  m_criteres = {};
+  m_criteres.du = App.Reglages.GetDebutExercice();
+  m_criteres.au = App.Reglages.GetFinExercice();
+  const std::string texte = Texte(titre);
+  PoseTitre(texte);
+  return m_demandeur.Demande(forme, texte, comptes, m_criteres);
+}
+
+void CEtatComptable::PoseTitre(const std::string& titre) {
+  m_titreDocument = titre;
+  SetEtatTitre("%s", {titre});
+}
+
+CEtatComptable::Travail::Travail(CEtatComptable& etat, unsigned avancement, u32 maximum) : m_etat(etat) {
+  etat.App.Boite.OuvreProgress(etat.TitreDocument(), Texte(avancement), true, maximum);
+}
+
+CEtatComptable::Travail::~Travail() { m_etat.App.Boite.FermeProgress(); }
+
+bool CEtatComptable::Travail::Pas() {
+  m_etat.App.Boite.Step();
+  m_arrete = m_arrete || m_etat.App.Boite.IsAborted();
+  return !m_arrete;
+}
+
+void CEtatComptable::Travail::Recommence(u32 maximum) {
+  m_etat.App.Boite.SetMax(maximum);
+  m_etat.App.Boite.SetPos(0);
+}
+
+bool CEtatComptable::AfficheDouble() const { return App.AfficherDouble; }
+bool CEtatComptable::AnneeEuro() const { return TexteVersEntier(App.NomExercice) >= premiereAnneeEuro; }
+bool CEtatComptable::OptionEuro() const { return App.Reglages.IsEuro(); }
+
+std::string CEtatComptable::MontantAnnee(f64 franc, f64 euro) const {
+  return AnneeEuro() ? FormatEuro(euro) : FormatFranc(franc);
+}
+
+std::string CEtatComptable::SoldeAnnee(f64 franc, f64 euro) const {
+  return AnneeEuro() ? FormatSoldeEuro(euro) : FormatSoldeFranc(franc);
+}
+
+void SommesEtat::Ajoute(const Line& ligne) {
+  (ligne.Sens ? creditFranc : debitFranc) += ligne.MontantFranc;
+  (ligne.Sens ? creditEuro : debitEuro) += ligne.MontantEuro;
+}
+
+void SommesEtat::Ajoute(const SommesEtat& autre) {
+  debitFranc += autre.debitFranc;
+  debitEuro += autre.debitEuro;
+  creditFranc += autre.creditFranc;
+  creditEuro += autre.creditEuro;
+}
+
+}  // namespace fenlor

@@ -1,0 +1,21 @@
+// `CEtatExtraitDoc`: the lines of one account, or of each account, in a period. Accounts without lines are
+// there too.
+#pragma once
+
+#include "reports/etatdecompte.h"
+
+namespace fenlor {
+
+class CEtatExtraitDoc : public CEtatDeCompte {
+ public:
+  using CEtatDeCompte::CEtatDeCompte;
+
+ protected:
+  bool BuildEtat() override;
+
+ private:
+  struct Formats;
+  bool EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats, const Plan& plan);
+};
+
+}  // namespace fenlor

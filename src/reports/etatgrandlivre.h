@@ -1,0 +1,21 @@
+// `CEtatGrandLivreDoc`: all accounts with their lines of a period, a total after each month and one for the
+// account. Accounts without lines are there too.
+#pragma once
+
+#include "reports/etatdecompte.h"
+
+namespace fenlor {
+
+class CEtatGrandLivreDoc : public CEtatDeCompte {
+ public:
+  using CEtatDeCompte::CEtatDeCompte;
+
+ protected:
+  bool BuildEtat() override;
+
+ private:
+  struct Formats;
+  bool EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats, const Plan& plan);
+};
+
+}  // namespace fenlor

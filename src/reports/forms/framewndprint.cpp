@@ -1,0 +1,262 @@
+#include "reports/forms/framewndprint.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QPageSetupDialog>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScopedValueRollback>
+#include <QStandardPaths>
+#include <algorithm>
+#include <vector>
+
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "reports/forms/ecritpdf.h"
+#include "reports/forms/previewview.h"
+#include "ui/preferences.h"
+#include "ui/texteqt.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace fenlor {
+
+namespace {
+
+constexpr int periodeVeille = 500;   ///< ms
+constexpr qreal dixiemes = 10;       ///< of a millimetre
+constexpr int champsMiseEnPage = 6;  ///< of the setting
+
+/// Numbers of the pages in the order in which they leave the printer.
+std::vector<u32> Ordre(const QPrinter& imprimante, u32 pages) {
+  u32 de = 1, a = pages;
+  if (imprimante.printRange() == QPrinter::PageRange && imprimante.fromPage() > 0) {
+    de = static_cast<u32>(imprimante.fromPage());
+    a = std::min(pages, static_cast<u32>(std::max(imprimante.toPage(), imprimante.fromPage())));
+  }
+  std::vector<u32> suite;
+  for (u32 n = de; n <= a; ++n) suite.push_back(n);
+  if (imprimante.pageOrder() == QPrinter::LastPageFirst) std::reverse(suite.begin(), suite.end());
+  const int exemplaires = imprimante.supportsMultipleCopies() ? 1 : imprimante.copyCount();
+  std::vector<u32> ordre;
+  if (imprimante.collateCopies()) {
+    for (int i = 0; i < exemplaires; ++i) ordre.insert(ordre.end(), suite.begin(), suite.end());
+  } else {
+    for (const u32 n : suite) ordre.insert(ordre.end(), static_cast<std::size_t>(exemplaires), n);
+  }
+  return ordre;
+}
+
+QString JourFichier(Date date) { return QString::number(date); }
+
+}  // namespace
+
+QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat) {
+  QString nom = Q(etat.TitreDocument());
+  const CriteresEtat& criteres = etat.Criteres();
+  const bool partie = criteres.du && criteres.au &&
+                      (criteres.du != app.Reglages.GetDebutExercice() || criteres.au != app.Reglages.GetFinExercice());
+  nom += u' ' + (partie ? JourFichier(criteres.du) + u' ' + JourFichier(criteres.au) : Q(app.NomExercice));
+  QString propre;
+  for (const QChar c : nom) {
+    if (c.isLetterOrNumber())
+      propre += c;
+    else if (!propre.isEmpty() && !propre.endsWith(u'-') && c != u'.')
+      propre += u'-';
+  }
+  while (propre.endsWith(u'-')) propre.chop(1);
+  return propre;
+}
+
+CFrameWndPrint::CFrameWndPrint(ContexteUi& contexte, std::function<void(Vue*)> montre, QObject* parent)
+    : QObject(parent), m_contexte(contexte), m_montre(std::move(montre)), m_demandeur(contexte) {
+  m_horloge.start();
+  m_veille.setInterval(periodeVeille);
+  connect(&m_veille, &QTimer::timeout, this, &CFrameWndPrint::Veille);
+}
+
+CFrameWndPrint::~CFrameWndPrint() { Ferme(); }
+
+QWidget* CFrameWndPrint::Proprietaire() const { return m_contexte.Cadre.Cadre(); }
+
+bool CFrameWndPrint::Ouvre(const Fabrique& fabrique, DemandeEtat demande) {
+  if (m_occupe) return false;
+  Ferme();
+  {
+    const QScopedValueRollback occupe(m_occupe, true);
+    std::unique_ptr<CEtatComptable> etat = fabrique(m_contexte.App, m_demandeur);
+    if (!etat || !etat->OnNewDocument()) return false;
+    m_etat = std::move(etat);
+  }
+  m_vue = std::make_unique<CEtatView>(m_contexte.App, *m_etat);
+  LitFeuille();
+  if (!m_vue->Prepare(FeuillePour(*m_etat, m_feuille))) {
+    m_contexte.App.Boite.Erreur(0, Texte(ErrEtatLecture));
+    Ferme();
+    return false;
+  }
+  if (demande == DemandeEtat::Apercu ||
+      (demande == DemandeEtat::SelonPreference && m_contexte.App.Reglages.IsPrevisualisation()))
+    MontreApercu();
+  else
+    Imprime();
+  return true;
+}
+
+void CFrameWndPrint::MontreApercu() {
+  auto* apercu = new CZNPreviewView(m_contexte, *m_vue, m_etat->TitreDocument());
+  m_apercu = apercu;
+  m_etat->DebuteImpression();
+  connect(apercu, &CZNPreviewView::Imprime, this, &CFrameWndPrint::Imprime);
+  connect(apercu, &CZNPreviewView::Exporte, this, &CFrameWndPrint::ExportePdf);
+  connect(apercu, &CZNPreviewView::Terminee, this, [this] {
+    LacheApercu();
+    Ferme();
+  });
+  m_montre(apercu);
+}
+
+CZNPreviewView* CFrameWndPrint::LacheApercu() {
+  if (!m_apercu) return nullptr;
+  CZNPreviewView* apercu = m_apercu;
+  m_apercu = nullptr;
+  apercu->disconnect(this);
+  apercu->Detache();
+  m_etat->FinitImpression(Maintenant());
+  return apercu;
+}
+
+void CFrameWndPrint::FinitApercu() {
+  if (CZNPreviewView* apercu = LacheApercu())
+    (apercu->parentWidget() ? apercu->parentWidget() : apercu)->close();
+}
+
+void CFrameWndPrint::Ferme() {
+  m_veille.stop();
+  FinitApercu();
+  m_vue.reset();
+  m_etat.reset();
+}
+
+void CFrameWndPrint::Veille() {
+  if (m_etat && !m_occupe && m_etat->PeutFermer(Maintenant())) Ferme();
+}
+
+void CFrameWndPrint::Imprime() {
+  if (!m_etat || m_occupe) return;
+  const QScopedValueRollback occupe(m_occupe, true);
+  QPrinter imprimante(QPrinter::HighResolution);
+  if (!m_imprimante.isEmpty()) imprimante.setPrinterName(m_imprimante);
+  imprimante.setPageLayout(m_vue->Feuille());
+  imprimante.setDocName(NomFichierEtat(m_contexte.App, *m_etat));
+  imprimante.setCreator(TexteQ(TitreApplication));
+  QPrintDialog dialogue(&imprimante, Proprietaire());
+  dialogue.setObjectName(u"DialogImpression"_s);
+  dialogue.setMinMax(1, static_cast<int>(m_vue->NombrePages()));
+  dialogue.setFromTo(1, static_cast<int>(m_vue->NombrePages()));
+  if (dialogue.exec() != QDialog::Accepted) {
+    if (!m_apercu) Ferme();
+    return;
+  }
+  m_imprimante = imprimante.printerName();
+  FinitApercu();
+  ImprimeSur(imprimante);
+  Ferme();
+}
+
+bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
+  CFenlorApp& app = m_contexte.App;
+  if (!m_vue->Prepare(imprimante.pageLayout())) {
+    app.Boite.Erreur(0, Texte(ErrEtatLecture));
+    return false;
+  }
+  const std::vector<u32> ordre = Ordre(imprimante, m_vue->NombrePages());
+  m_etat->DebuteImpression();
+  app.Boite.OuvreProgress(m_etat->TitreDocument(), Texte(AvancementImpression), true,
+                          static_cast<u32>(ordre.size()));
+  QPainter peintre;
+  bool arrete = false;
+  bool bien = peintre.begin(&imprimante);
+  for (std::size_t i = 0; bien && i < ordre.size(); ++i) {
+    bien = (i == 0 || imprimante.newPage()) && imprimante.printerState() != QPrinter::Error;
+    if (!bien) break;
+    m_vue->DessinePage(peintre, imprimante.resolution(), ordre[i]);
+    app.Boite.Step();
+    if (app.Boite.IsAborted()) {
+      arrete = true;
+      imprimante.abort();
+      break;
+    }
+  }
+  if (peintre.isActive()) bien = peintre.end() && bien;
+  app.Boite.FermeProgress();
+  m_etat->FinitImpression(Maintenant());
+  m_veille.start();
+  if (bien || arrete) return bien && !arrete;
+  const QString nom =
+      imprimante.outputFileName().isEmpty() ? imprimante.printerName() : imprimante.outputFileName();
+  app.Boite.Erreur(ErrImpression, TexteFormat(ErrImpression, {De1252(nom)}));
+  return false;
+}
+
+void CFrameWndPrint::ExportePdf() {
+  if (!m_etat || m_occupe) return;
+  const QScopedValueRollback occupe(m_occupe, true);
+  if (m_dossierPdf.isEmpty()) m_dossierPdf = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  QFileDialog dialogue(m_apercu ? m_apercu->window() : Proprietaire(), TexteQ(TitreExportPdf), m_dossierPdf,
+                       TexteQ(FiltrePdf));
+  dialogue.setObjectName(u"DialogPdf"_s);
+  dialogue.setAcceptMode(QFileDialog::AcceptSave);
+  dialogue.setDefaultSuffix(u"pdf"_s);
+  dialogue.selectFile(NomFichierEtat(m_contexte.App, *m_etat) + u".pdf"_s);
+  if (dialogue.exec() != QDialog::Accepted || dialogue.selectedFiles().isEmpty()) return;
+  const QString chemin = dialogue.selectedFiles().front();
+  m_dossierPdf = QFileInfo(chemin).absolutePath();
+  EcritPdf(m_contexte.App, *m_etat, m_etat->TitreDocument(), QFile::encodeName(chemin).toStdString(), m_feuille);
+}
+
+void CFrameWndPrint::Configure() {
+  if (m_occupe) return;
+  const QScopedValueRollback occupe(m_occupe, true);
+  LitFeuille();
+  QPrinter imprimante(QPrinter::HighResolution);
+  if (!m_imprimante.isEmpty()) imprimante.setPrinterName(m_imprimante);
+  imprimante.setPageLayout(m_feuille);
+  QPageSetupDialog dialogue(&imprimante, Proprietaire());
+  dialogue.setObjectName(u"DialogMiseEnPage"_s);
+  if (dialogue.exec() != QDialog::Accepted) return;
+  m_imprimante = imprimante.printerName();
+  m_feuille = imprimante.pageLayout();
+  GardeFeuille();
+  if (!m_apercu) return;
+  m_vue->Prepare(FeuillePour(*m_etat, m_feuille));
+  m_apercu->Relit();
+}
+
+void CFrameWndPrint::LitFeuille() {
+  m_feuille = FeuilleParDefaut();
+  const std::string texte = m_contexte.App.Reglages.LitIni(Texte(SecFenlor), Texte(CleMiseEnPage));
+  if (ComptePartie(texte, ',') != champsMiseEnPage) return;
+  const auto nombre = [&](unsigned i) { return TexteVersEntier(ChampTexte(i, texte, ',')); };
+  const QString cle = Q(ChampTexte(0, texte, ',')).trimmed();
+  for (int id = 0; id <= QPageSize::LastPageSize; ++id)
+    if (const QPageSize papier(static_cast<QPageSize::PageSizeId>(id)); papier.key() == cle)
+      m_feuille.setPageSize(papier);
+  m_feuille.setOrientation(nombre(1) ? QPageLayout::Landscape : QPageLayout::Portrait);
+  m_feuille.setUnits(QPageLayout::Millimeter);
+  m_feuille.setMargins({nombre(2) / dixiemes, nombre(3) / dixiemes, nombre(4) / dixiemes, nombre(5) / dixiemes});
+}
+
+void CFrameWndPrint::GardeFeuille() {
+  const QMarginsF marges = m_feuille.margins(QPageLayout::Millimeter);
+  const auto dix = [](qreal marge) { return std::to_string(qRound(marge * dixiemes)); };
+  const std::string texte =
+      TexteFormat(FormatMiseEnPage, {De1252(m_feuille.pageSize().key()),
+                                     m_feuille.orientation() == QPageLayout::Landscape ? "1" : "0",
+                                     dix(marges.left()), dix(marges.top()), dix(marges.right()), dix(marges.bottom())});
+  if (!m_contexte.App.Reglages.EcritIni(Texte(SecFenlor), Texte(CleMiseEnPage), texte))
+    DitEchecReglages(m_contexte.App);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,32 @@
+// `CPreviewToolBar`: the commands of a preview.
+#pragma once
+
+#include <QToolBar>
+
+class QLabel;
+
+namespace fenlor {
+
+class FeuillesApercu;
+
+class CPreviewToolBar : public QToolBar {
+  Q_OBJECT
+ public:
+  /// The sheets outlive the bar; it moves in them, and follows what changes there.
+  explicit CPreviewToolBar(FeuillesApercu& feuilles, QWidget* parent = nullptr);
+
+ Q_SIGNALS:
+  void Imprime();
+  void Exporte();
+  void Ferme();
+
+ private:
+  void Actualise();
+
+  FeuillesApercu& m_feuilles;
+  QAction *m_unePage, *m_deuxPages, *m_premiere, *m_precedente, *m_suivante, *m_derniere, *m_plus, *m_moins,
+      *m_ajuste;
+  QLabel* m_page;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,78 @@
+#include "reports/forms/previewview.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "core/textes.h"
+#include "reports/forms/feuillesapercu.h"
+#include "reports/forms/previewtoolbar.h"
+#include "ui/images.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr unsigned CmdImprimer = 57607;
+
+}  // namespace
+
+CZNPreviewView::CZNPreviewView(ContexteUi& contexte, CEtatView& etat, const std::string& titre)
+    : Vue(contexte, Texte(TitreApercu), 0),
+      m_etat(&etat),
+      m_feuilles(new FeuillesApercu(this)),
+      m_barre(new CPreviewToolBar(*m_feuilles, this)) {
+  setWindowTitle(TexteQ(FormatTitreApercu, {titre}));
+  setWindowIcon(Image("apercu"));
+  auto* pile = new QVBoxLayout(this);
+  pile->setContentsMargins(0, 0, 0, 0);
+  pile->setSpacing(0);
+  pile->addWidget(m_barre);
+  pile->addWidget(m_feuilles, 1);
+  setFocusProxy(m_feuilles);
+  connect(m_barre, &CPreviewToolBar::Imprime, this, &CZNPreviewView::Imprime);
+  connect(m_barre, &CPreviewToolBar::Exporte, this, &CZNPreviewView::Exporte);
+  connect(m_barre, &CPreviewToolBar::Ferme, this, &CZNPreviewView::Ferme);
+  m_feuilles->Pose(m_etat);
+}
+
+CZNPreviewView::~CZNPreviewView() { Q_EMIT Terminee(); }
+
+void CZNPreviewView::Detache() {
+  m_etat = nullptr;
+  m_feuilles->Pose(nullptr);
+}
+
+void CZNPreviewView::Relit() { m_feuilles->Pose(m_etat); }
+
+void CZNPreviewView::Actualise(u32 masque) {
+  if (masque != ActualiseTout || !m_etat) return;
+  m_etat->Prepare(m_etat->Feuille());
+  Relit();
+}
+
+bool CZNPreviewView::Connait(unsigned commande) const { return commande == CmdImprimer; }
+
+void CZNPreviewView::Execute(unsigned commande) {
+  if (commande == CmdImprimer) Q_EMIT Imprime();
+}
+
+QSize CZNPreviewView::sizeHint() const { return m_feuilles->sizeHint() + QSize(0, m_barre->sizeHint().height()); }
+
+void CZNPreviewView::Ferme() { (parentWidget() ? parentWidget() : this)->close(); }
+
+void CZNPreviewView::keyPressEvent(QKeyEvent* evenement) {
+  const bool ctrl = evenement->modifiers() == Qt::ControlModifier;
+  if (evenement->key() == Qt::Key_Escape) return Ferme();
+  if (ctrl && evenement->key() == Qt::Key_P) return Q_EMIT Imprime();
+  if (ctrl && evenement->key() == Qt::Key_E) return Q_EMIT Exporte();
+  Vue::keyPressEvent(evenement);
+}
+
+void CZNPreviewView::closeEvent(QCloseEvent* evenement) {
+  Vue::closeEvent(evenement);
+  if (evenement->isAccepted()) Q_EMIT Terminee();
+}
+
+}  // namespace fenlor

@@ -1,0 +1,62 @@
+// The "Période" choice of the forms that work on a span of days: which weeks and months are
+// offered, and what days a choice stands for.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+
+namespace fenlor {
+
+/// In the order of the form; the number is what the settings hold.
+enum class Periode : int { Aujourdhui = 0, Semaine = 1, Mois = 2, Exercice = 3, Libre = 4 };
+
+/// The days that a choice is made within.
+struct CadrePeriode {
+  Date debut = 0, fin = 0;  ///< of the exercice
+  Date aujourdhui = 0;
+
+  bool Contient() const { return aujourdhui >= debut && aujourdhui <= fin; }
+  /// Last day that a week shows: today when it lies strictly within the exercice, else its end.
+  Date Limite() const { return aujourdhui > debut && aujourdhui < fin ? aujourdhui : fin; }
+};
+/// Of the open exercice.
+CadrePeriode LitCadrePeriode(CFenlorApp& app);
+
+/// A row of the week list or of the month list; `valeur` is a day of that week, the first of that month.
+struct LignePeriode {
+  std::string texte;  ///< "du 01/03/2003 au 02/03/2003", "Mars"
+  Date valeur = 0;
+};
+/// The weeks from the first day of the exercice to the limit, cut to both. None for a wrong exercice.
+std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre);
+/// January to December of the year in which the exercice begins, wherever it begins.
+std::vector<LignePeriode> MoisPeriode(const CadrePeriode& cadre);
+/// Row to begin with: the week that today falls in, or comes before, when today is of the exercice's first
+/// year (the last one when all are before it), else the first. -1 for an empty list.
+int SemaineProposee(const CadrePeriode& cadre, const std::vector<LignePeriode>& semaines);
+/// The month of today, whatever its year.
+int MoisPropose(const CadrePeriode& cadre);
+
+struct BornesPeriode {
+  Date du = 0, au = 0;
+  bool operator==(const BornesPeriode&) const = default;
+};
+/// How far the current week reaches.
+enum class FinSemaine {
+  Limite,    ///< not beyond today
+  Exercice,  ///< to its Sunday
+};
+/// Days of a choice. `jour`: value of the row chosen, for a week or a month. A week is cut to the exercice, a
+/// month is whole; `Libre` gives what its dates begin with, the exercice.
+BornesPeriode BornesDe(const CadrePeriode& cadre, Periode periode, Date jour = 0,
+                       FinSemaine fin = FinSemaine::Limite);
+
+/// The choice kept in the settings. With today outside the exercice the first three become `Exercice`, as
+/// does what is no choice.
+Periode PeriodeRetenue(CFenlorApp& app, const CadrePeriode& cadre);
+/// False when the settings could not be written.
+bool RetientPeriode(CFenlorApp& app, Periode periode);
+
+}  // namespace fenlor

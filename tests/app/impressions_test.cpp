@@ -1,0 +1,113 @@
+// Reports from their commands: the windows that print, the menu, and the preview beside them.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTest>
+
+#include "app/commandes.h"
+#include "app/fabriques.h"
+#include "app/gestioncommandes.h"
+#include "app/mainframe.h"
+#include "journal/cabinetmedical.h"
+#include "outils/uidetest.h"
+#include "reports/forms/framewndprint.h"
+#include "reports/forms/previewview.h"
+#include "store/texte1252.h"
+#include "ui/dialogueqt.h"
+#include "ui/texteqt.h"
+#include "ui/vue.h"
+
+namespace fenlor::test {
+namespace {
+
+class ImpressionsTest : public CabinetMedical {
+ protected:
+  void SetUp() override {
+    Installe();
+    Enregistre(Ecriture(JournalRecettes, "706", 50));
+    App().ExerciceOuvert = 1;
+    Regle("Préférences"_w, "Prévisualisation"_w, "Oui");
+    Principal = std::make_unique<CMainFrame>(App(), Dialogues);
+    PoseFabriques(*Principal);
+    Principal->resize(1000, 700);
+    Principal->show();
+    Principal->MontreExercice();
+  }
+  void TearDown() override { Principal.reset(); }
+  bool Peut(unsigned numero) { return Principal->Table().Action(numero)->isEnabled(); }
+  CFrameWndPrint& Impression() { return Principal->Table().Impression(); }
+  std::string Etat() { return Impression().Etat() ? VersUtf8(Impression().Etat()->TitreDocument()) : ""; }
+
+  DialogueQt Dialogues;
+  std::unique_ptr<CMainFrame> Principal;
+};
+
+TEST_F(ImpressionsTest, LesFenetresSImpriment) {
+  EXPECT_FALSE(Peut(CmdImprimer) || Peut(CmdApercu));
+  for (const u32 bit : {FenTresorerie, FenComptesRecettes, FenComptesDepenses, FenPlanComptable, FenRubriques,
+                        FenLibelles, FenRecettes, FenDepenses, FenOperationsDiverses}) {
+    Principal->OuvreUnique(bit);
+    SCOPED_TRACE(VersUtf8(Principal->VueActive()->Titre()));
+    const std::string titre = Principal->VueActive()->Titre();
+    EXPECT_TRUE(Peut(CmdImprimer) && Peut(CmdApercu));
+    Principal->Table().Execute(CmdApercu);
+    ASSERT_NE(Impression().Apercu(), nullptr);
+    EXPECT_EQ(Principal->VueActive(), Impression().Apercu());
+    EXPECT_TRUE(Peut(CmdImprimer));
+    EXPECT_FALSE(Peut(CmdApercu)) << "it is one";
+    EXPECT_GE(Impression().Pages()->NombrePages(), 1u);
+    Robot robot;
+    robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
+    Principal->Table().Execute(CmdImprimer);
+    EXPECT_NE(Impression().Apercu(), nullptr);
+    QTest::keyClick(Impression().Apercu()->focusProxy(), Qt::Key_Escape);
+    EXPECT_EQ(Impression().Etat(), nullptr);
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Principal->VueActive()->Titre(), titre) << "back where the command came from";
+  }
+}
+
+TEST_F(ImpressionsTest, LesEtatsDuMenu) {
+  const struct {
+    unsigned commande;
+    const char* forme;  ///< asked before
+    const char* titre;
+  } cas[] = {{1026, "DialogPeriode", "Détail des écritures"}, {1027, "DialogPeriode", nullptr},
+             {1028, "DialogPeriode", "Grand livre"},          {1029, nullptr, "Balance des comptes"},
+             {1030, "DialogPeriode", "Etat de T.V.A."},       {1031, "DialogPeriode", "Etat de rapprochement"},
+             {1032, "DialogPeriode", "Centralisation"},       {1033, nullptr, nullptr}};
+  for (const auto& c : cas) {
+    SCOPED_TRACE(c.commande);
+    Robot robot;
+    if (c.forme)
+      robot.Attend(c.forme, [](QDialog& forme) {
+        if (auto* exercice = forme.findChild<QAbstractButton*>(QStringLiteral("exercice"))) Clique(*exercice);
+        forme.accept();
+      });
+    Principal->Table().Execute(c.commande);
+    ASSERT_NE(Impression().Apercu(), nullptr);
+    if (c.titre) {
+      EXPECT_EQ(Etat(), c.titre);
+    }
+    EXPECT_EQ(Principal->Zone().subWindowList().size(), 1) << "a further report closes the first";
+    EXPECT_FALSE(NomFichierEtat(App(), *Impression().Etat()).contains(u' '));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  // Work on the files closes it.
+  Principal->FermeToutes();
+  EXPECT_EQ(Impression().Etat(), nullptr);
+  EXPECT_EQ(Impression().Apercu(), nullptr);
+}
+
+TEST_F(ImpressionsTest, FraisKilometriques) {
+  Robot robot;
+  robot.Attend("DialogFraisKm", [](QDialog& forme) { forme.reject(); });
+  Principal->Table().Execute(1039);
+}
+
+}  // namespace
+}  // namespace fenlor::test

@@ -1,0 +1,269 @@
+#include "assets/amortissements.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "assets/annuites.h"
+#include "core/btfiles.h"
+#include "outils/cabinetdetest.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr u32 NumeroBien = 7;
+
+Date D(const char* texte) { return GetDate(texte); }
+
+Immobilisation Bien(const char* achat, f64 franc, u8 type, f64 duree, f64 taux, f64 euro = 0) {
+  Immobilisation immo{};
+  immo.Numero = NumeroBien;
+  immo.DateAchat = D(achat);
+  immo.ValeurAmortissableFranc = franc;
+  immo.ValeurAmortissableEuro = euro;
+  immo.TypeAmortissement = type;
+  immo.Duree = duree;
+  immo.TauxAnnuel = taux;
+  return immo;
+}
+
+/// Every call, as a person writes it: "2003/2005 1588.89", a corrected year with its real amount behind
+/// a colon. The Euro series is kept aside.
+class Releve : public CCalculAmortissements {
+ public:
+  using CCalculAmortissements::CCalculAmortissements;
+  bool OnAnnuite(u32 annee, u32 demandee, f64 tF, f64 tE, f64 rF, f64) override {
+    std::string ligne = std::to_string(annee) + '/' + std::to_string(demandee) + ' ' + Cents(tF);
+    if (rF != tF) ligne += ':' + Cents(rF);
+    Lignes.push_back(ligne);
+    Franc.push_back(tF);
+    Euro.push_back(tE);
+    return true;
+  }
+  static std::string Cents(f64 montant) {
+    const std::string texte = FormatMontant(montant, 2, '.');
+    return texte.empty() ? "0.00" : texte;
+  }
+  std::vector<std::string> Lignes;
+  std::vector<f64> Franc, Euro;
+};
+
+class Amortissements : public test::CabinetDeTest {
+ protected:
+  void SetUp() override { ASSERT_TRUE(CreeExercice("2005")); }
+
+  std::vector<std::string> Annees(const Immobilisation& immo, Date date, std::string* cumul = nullptr) {
+    Releve calcul(App(), &immo);
+    f64 franc = -1, euro = -1;
+    EXPECT_TRUE(calcul.CalculAmortissements(date, franc, euro));
+    if (cumul != nullptr) *cumul = Releve::Cents(franc);
+    return calcul.Lignes;
+  }
+  void Corrige(u32 annee, f64 franc, f64 euro = 0) {
+    Amortissement reel{};
+    reel.Numero = NumeroBien;
+    reel.Annee = annee;
+    reel.ReelFranc = franc;
+    reel.ReelEuro = euro;
+    ASSERT_TRUE(Magasin().WriteAmortissements(reel));
+  }
+};
+
+TEST_F(Amortissements, UnLineaire) {
+  Immobilisation immo = Bien("15/03/2003", 10000, Lineaire, 5, 20);
+  std::string cumul;
+  EXPECT_THAT(Annees(immo, D("31/12/2005"), &cumul),
+              ElementsAre("2003/2005 1588.89", "2004/2005 2000.00", "2005/2005 2000.00"));
+  EXPECT_EQ(cumul, "5588.89");
+  EXPECT_EQ(Annees(immo, 0).back(), "2005/2005 2000.00") << "the end of the exercice";
+  const auto longue = Annees(immo, D("31/12/2010"), &cumul);
+  EXPECT_THAT(std::vector(longue.begin() + 4, longue.end()),
+              ElementsAre("2007/2010 2000.00", "2008/2010 411.11", "2009/2010 0.00", "2010/2010 0.00"));
+  EXPECT_EQ(cumul, "10000.00");
+  immo.DateCession = D("10/04/2005");
+  EXPECT_THAT(Annees(immo, D("31/12/2005"), &cumul),
+              ElementsAre("2003/2005 1588.89", "2004/2005 2000.00", "2005/2005 555.56"));
+  EXPECT_EQ(cumul, "4144.45");
+  EXPECT_EQ(Annees(immo, D("31/12/2007")).back(), "2005/2007 555.56") << "no call for the year asked for";
+  EXPECT_EQ(Annees(immo, D("31/12/2004")).back(), "2004/2004 2000.00") << "a disposal to come";
+}
+
+TEST_F(Amortissements, UnDegressif) {
+  std::string cumul;
+  const Immobilisation immo = Bien("30/06/2003", 10000, Degressif, 5, 35);
+  EXPECT_THAT(Annees(immo, D("31/12/2007"), &cumul),
+              ElementsAre("2003/2007 2041.67", "2004/2007 2785.42", "2005/2007 1810.52", "2006/2007 1681.19",
+                          "2007/2007 1681.20"));
+  EXPECT_EQ(cumul, "10000.00");
+}
+
+TEST_F(Amortissements, LesBords) {
+  constexpr f64 rien = std::numeric_limits<f64>::quiet_NaN();
+  const struct {
+    const char *cas, *achat, *fin;
+    f64 valeur;
+    u8 type;
+    f64 duree, taux;
+    const char* annees;
+  } cas[] = {
+      {"7/12, then the rest", "12/06/2003", "31/12/2004", 1200, Exceptionnel, 1, 100, "700.00 500.00"},
+      {"bought on 31/12: one day", "31/12/2004", "31/12/2004", 3600, Lineaire, 10, 10, "1.00"},
+      {"its year ends before", "31/12/2003", "31/12/2004", 3600, Lineaire, 10, 10, "0.00 360.00"},
+      {"an earlier year", "01/07/2004", "31/12/2002", 3600, Lineaire, 10, 10, "180.00"},
+      {"earlier in the same year", "01/07/2004", "01/06/2004", 3600, Lineaire, 10, 10, "30.00"},
+      {"no value", "01/01/2003", "31/12/2004", 0, Degressif, 1, 0, "0.00 0.00"},
+      {"an infinite share", "01/07/2003", "31/12/2004", 1200, Degressif, 1, 0, "600.00 600.00"},
+      {"then 0 / 0", "01/01/2003", "31/12/2004", 1200, Degressif, 1, 0, "1200.00 0.00"},
+      {"6.66 years are 6", "01/01/2003", "31/12/2003", 6000, Degressif, 6.66, 0, "1000.00"},
+      {"beyond all bounds", "01/01/2003", "31/12/2003", 1000, Lineaire, 1, 1e308, "1000.00"},
+      {"no number", "01/01/2003", "31/12/2003", 1000, Degressif, rien, 10, "1000.00"},
+  };
+  for (const auto& c : cas) {
+    std::string annees;
+    for (const std::string& ligne : Annees(Bien(c.achat, c.valeur, c.type, c.duree, c.taux), D(c.fin)))
+      annees += (annees.empty() ? "" : " ") + ligne.substr(ligne.find(' ') + 1);
+    EXPECT_EQ(annees, c.annees) << c.cas;
+  }
+}
+
+TEST_F(Amortissements, LesAnneesSuivantesAbsorbentUneCorrection) {
+  const Immobilisation immo = Bien("01/01/2001", 1000, Lineaire, 4, 25, 500);
+  Corrige(2002, 600, 125);
+  Releve calcul(App(), &immo);
+  f64 franc = 0, euro = 0;
+  calcul.CalculAmortissements(D("31/12/2005"), franc, euro);
+  EXPECT_THAT(calcul.Lignes, ElementsAre("2001/2005 250.00", "2002/2005 250.00:600.00", "2003/2005 150.00",
+                                         "2004/2005 0.00", "2005/2005 0.00"));
+  EXPECT_THAT(calcul.Euro, ElementsAre(125, 125, 125, 125, 0)) << "the other series goes its own way";
+  EXPECT_EQ(franc, 1000);
+  EXPECT_EQ(euro, 500);
+  // Beyond the value: the next year takes it back.
+  Corrige(2003, 400);
+  EXPECT_THAT(Annees(immo, D("31/12/2005")),
+              ElementsAre("2001/2005 250.00", "2002/2005 250.00:600.00", "2003/2005 150.00:400.00",
+                          "2004/2005 -250.00", "2005/2005 0.00"));
+  Immobilisation autre = immo;
+  autre.Numero = NumeroBien + 1;
+  EXPECT_EQ(Annees(autre, D("31/12/2002")).back(), "2002/2002 250.00") << "another asset's correction";
+}
+
+template <class Calcul>
+void Lance(Calcul& calcul, Date date) {
+  f64 franc = 0, euro = 0;
+  calcul.CalculAmortissements(date, franc, euro);
+}
+
+TEST_F(Amortissements, LesSixUsages) {
+  const Immobilisation immo = Bien("01/07/2002", 655.96, Lineaire, 4, 25, 100);
+  Corrige(2003, 1.15, 50);
+  // Franc 82.00, 163.99 (1.15), 163.99, 163.99; Euro 12.5, 25 (50), 25, 12.5
+  const Date date = D("31/12/2004");
+
+  CCalculListAmortissements liste(App(), &immo);
+  Lance(liste, 0);
+  std::vector<std::string> lignes;
+  for (const auto& l : liste.Lignes) lignes.push_back(l.annee + '|' + l.theorique + '|' + l.reel);
+  EXPECT_THAT(lignes, ElementsAre("2002|12,50 €|12,50 €"_w, "2003|25,00 €|50,00 €"_w,
+                                  "2004|25,00 €|25,00 €"_w, "2005|12,50 €|12,50 €"_w));
+
+  CCalculLineAmortissements colonnes(App(), &immo, 2008);
+  Lance(colonnes, D("31/12/2007"));
+  std::vector<f64> euros;
+  for (const auto& c : colonnes.Colonnes) euros.push_back(c.euro);
+  EXPECT_THAT(euros, ElementsAre(0, 0, 0, 12.5, 25, 50)) << "2008 at the right, 2003 at the left";
+  EXPECT_EQ(colonnes.Colonnes[5].franc, 1.15);
+
+  CCalcul2035Amortissements etat2035(App(), &immo);
+  Lance(etat2035, date);
+  EXPECT_DOUBLE_EQ(etat2035.AnnuiteFranc, 163.99);
+  EXPECT_DOUBLE_EQ(etat2035.CumulFranc, 82 + 163.99 + 163.99) << "the theoretical column";
+  EXPECT_DOUBLE_EQ(etat2035.CumulEuro, 62.5);
+
+  CCalculEtatAmortissements etat(App(), &immo);
+  Lance(etat, date);
+  EXPECT_DOUBLE_EQ(etat.AnterieurFranc, 82 + 1.15) << "the real column";
+  EXPECT_DOUBLE_EQ(etat.AnnuiteFranc, 163.99);
+  EXPECT_DOUBLE_EQ(etat.AnterieurEuro, 62.5);
+
+  CCalculPrintAmortissements imprime(App(), &immo);
+  Lance(imprime, date);
+  EXPECT_THAT(imprime.Entiers, ElementsAre(2002, 8200, 1250, 2003, 114, 5000, 2004, 16399, 2500));
+
+  CCalculPrintPMV pmv(App(), &immo);
+  Lance(pmv, date);
+  EXPECT_DOUBLE_EQ(pmv.CumulEuro, etat2035.CumulEuro);
+
+  // Bought after the year asked for: the first year is the list's alone.
+  CCalcul2035Amortissements aucun(App(), &immo);
+  CCalculEtatAmortissements aucunEtat(App(), &immo);
+  Lance(aucun, D("31/12/2001"));
+  Lance(aucunEtat, D("31/12/2001"));
+  EXPECT_EQ(aucun.CumulFranc + aucun.AnnuiteFranc + aucunEtat.AnnuiteEuro + aucunEtat.AnterieurEuro, 0);
+}
+
+/// The schedule as an accountant does it by hand, day by day of a year of 360.
+std::vector<f64> ALaMain(const Immobilisation& immo, Date fin) {
+  const auto rang = [](Date date) { return (Mois(date) - 1) * 30 + std::min(Jour(date), 30u); };
+  std::vector<f64> annees;
+  long double reste = immo.ValeurAmortissableFranc;
+  for (u32 annee = Annee(immo.DateAchat); annee <= Annee(fin); ++annee) {
+    const bool premiere = annee == Annee(immo.DateAchat), derniere = annee == Annee(fin);
+    const u32 de = premiere ? rang(immo.DateAchat) : 1, a = derniere ? rang(fin) : 360;
+    long double part = 0;
+    if (immo.TypeAmortissement == Lineaire)
+      for (u32 jour = de; jour <= a; ++jour) part += 1.0L / 360;
+    else
+      for (u32 mois = (de - 1) / 30; mois <= (a - 1) / 30; ++mois) part += 1.0L / 12;
+    long double annuite = static_cast<long double>(immo.ValeurAmortissableFranc) * immo.TauxAnnuel / 100;
+    if (immo.TypeAmortissement == Degressif) {
+      const int restantes = static_cast<int>(immo.Duree) - static_cast<int>(annees.size());
+      annuite = reste * immo.TauxAnnuel / 100;
+      if (restantes == 0) annuite = reste * 1000;
+      if (restantes > 0) annuite = std::max(annuite, reste / restantes);
+    }
+    const long double cents = std::floor(annuite * part * 100 + 0.5L) / 100;
+    annees.push_back(static_cast<f64>(std::min(cents, reste)));
+    reste -= annees.back();
+  }
+  return annees;
+}
+
+TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
+  std::mt19937 hasard(2035);
+  const auto tire = [&](u32 de, u32 a) { return std::uniform_int_distribution<u32>(de, a)(hasard); };
+  for (int n = 0; n < 400; ++n) {
+    const u8 type = static_cast<u8>(tire(0, 2));
+    TauxDegressif ligne{1, 1, 100};
+    Immobilisation immo = Bien("01/01/2000", tire(100, 5000000) / 100.0, type, 1, 100);
+    immo.DateAchat = FaitDate(tire(1, 28), tire(1, 12), tire(1990, 2003));
+    if (type == Degressif) Magasin().ReadTauxDegressif(immo.DateAchat, tire(1, 10), ligne);
+    if (type == Lineaire) ligne.TauxAnnuel = 100 / (ligne.Duree = tire(10, 100) / 10.0);
+    immo.Duree = ligne.Duree;
+    immo.TauxAnnuel = ligne.TauxAnnuel;
+    Date fin = FaitDate(tire(1, 31), 12, Annee(immo.DateAchat) + tire(0, 25));
+    if (fin < immo.DateAchat) fin = FaitDate(31, 12, Annee(immo.DateAchat));
+    if (n % 3 == 0)
+      immo.DateCession = FaitDate(tire(1, 28), tire(1, 12), tire(Annee(immo.DateAchat) + 1, 2030));
+    Releve calcul(App(), &immo);
+    f64 cumul = 0, euro = 0;
+    calcul.CalculAmortissements(fin, cumul, euro);
+    const Date limite = immo.DateCession != 0 ? std::min<Date>(fin, immo.DateCession) : fin;
+    const std::vector<f64> attendu = ALaMain(immo, limite);
+    ASSERT_EQ(calcul.Franc.size(), attendu.size()) << n;
+    f64 somme = 0;
+    for (std::size_t i = 0; i < attendu.size(); ++i) {
+      // A half cent may fall the other way, and moves the base of a later year.
+      EXPECT_NEAR(calcul.Franc[i], attendu[i], 0.0201) << n << ", year " << i;
+      somme += calcul.Franc[i];
+    }
+    EXPECT_EQ(cumul, somme) << n;
+  }
+}
+
+}  // namespace
+}  // namespace fenlor

@@ -1,0 +1,143 @@
+#include <gmock/gmock.h>
+
+#include "ctl/ctldetest.h"
+
+namespace fenlor::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class AmortissementCtl : public CtlDeTest {
+ protected:
+  static std::string Bien(const std::string& reste = "") {
+    return "{\"Designation\":\"Échographe\",\"DateAchat\":\"15/03/2003\",\"ValeurAmortissableEuro\":10000,"
+           "\"ValeurAmortissableFranc\":65595.7,\"Duree\":5,\"TauxAnnuel\":20" +
+           reste + "}\n";
+  }
+};
+
+TEST_F(AmortissementCtl, UnEcheancier) {
+  Cree({"--exercice", "2005"});
+  Resultat r = Lance({"amortissement"}, Bien());
+  EXPECT_THAT(r.Lignes(),
+              ElementsAre("Échographe, achat le 15/03/2003",
+                          "Année  Théorique F  Théorique €    Réel F   Réel €   Cumul F  Cumul €",
+                          "2003      10422,43      1588,89  10422,43  1588,89  10422,43  1588,89",
+                          "2004      13119,14      2000,00  13119,14  2000,00  23541,57  3588,89",
+                          "2005      13119,14      2000,00  13119,14  2000,00  36660,71  5588,89"))
+      << r.erreurs;
+  r = Lance({"--json", "amortissement", "--au", "31/12/2010"},
+            Bien(",\"Numero\":3,\"DateCession\":\"10/04/2005\""));
+  ASSERT_EQ(r.Lignes().size(), 3u) << r.erreurs;
+  const Json derniere = Json::parse(r.Lignes()[2]);
+  EXPECT_EQ(derniere["annee"], 2005);
+  EXPECT_EQ(derniere["theoriqueEuro"], 555.56);
+  EXPECT_EQ(derniere["cumulEuro"], 4144.45);
+}
+
+TEST_F(AmortissementCtl, UnBienImporte) {
+  Cree({"--exercice", "2005"});
+  ASSERT_EQ(Lance({"importer", "Immo"}, Bien(",\"Numero\":3")).statut, 0);
+  ASSERT_EQ(Lance({"importer", "Amo"}, "{\"Numero\":3,\"Annee\":2004,\"ReelEuro\":8000.0,\"ReelFranc\":0}\n")
+                .statut,
+            0);
+  Resultat r = Lance({"--json", "amortissement", "--numero", "3"});
+  ASSERT_EQ(r.Lignes().size(), 3u) << r.erreurs;
+  EXPECT_EQ(Json::parse(r.Lignes()[1])["theoriqueEuro"], 2000);
+  EXPECT_EQ(Json::parse(r.Lignes()[1])["reelEuro"], 8000);
+  EXPECT_EQ(Json::parse(r.Lignes()[2])["theoriqueEuro"], 411.11) << "what the correction left";
+  EXPECT_EQ(Lance({"--json", "amortissement"}, Lance({"exporter", "Immo"}).sortie).sortie, r.sortie);
+  Sain("2005");
+}
+
+TEST_F(AmortissementCtl, LesRefus) {
+  Cree({"--exercice", "2005"});
+  const struct {
+    std::vector<std::string> args;
+    std::string entree;
+    int statut;
+    const char* dit;
+  } cas[] = {
+      {{"--numero", "9"}, "", StatutRefuse, "n'existe pas"},
+      {{"--numero", "1", "--fichier", "-"}, "", StatutUsage, "incompatibles"},
+      {{"--au", "31/02/2004"}, "", StatutUsage, "date incorrecte"},
+      {{"--fichier", "/nulle/part"}, "", StatutRefuse, "Erreur 3117"},
+      {{}, "{\"DateAchat\":\"01/01/2003\"}", StatutRefuse, "\"TauxAnnuel\" est obligatoire"},
+      {{},
+       "{\"DateAchat\":\"01/01/2003\",\"TauxAnnuel\":20,\"TypeAmortissement\":1}",
+       StatutRefuse,
+       "\"Duree\""},
+      {{}, Bien(",\"TypeAmortissement\":3"), StatutRefuse, "\"TypeAmortissement\" est incorrect"},
+      {{}, "{\"DateAchat\":\"\",\"TauxAnnuel\":20}\n" + Bien(), StatutRefuse, "2005"},
+      {{"--exercice", "1999"}, Bien(), StatutRefuse, "1999"},
+      {{"--exercice", "1999", "--au", "31/12/2003"}, Bien(), StatutFait, "1588,89"},
+  };
+  for (const auto& c : cas) {
+    std::vector<std::string> args = c.args;
+    args.insert(args.begin(), "amortissement");
+    const Resultat r = Lance(args, c.entree);
+    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(args) << c.entree << r.erreurs;
+    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(args);
+  }
+}
+
+class FraisKmCtl : public CtlDeTest {
+ protected:
+  Resultat Frais(std::vector<std::string> args) {
+    args.insert(args.begin(), "frais-km");
+    return Lance(args);
+  }
+};
+
+TEST_F(FraisKmCtl, UneAnnee) {
+  Cree();
+  const struct {
+    std::vector<std::string> args;
+    int statut;
+    const char* dit;
+  } cas[] = {
+      {{}, StatutUsage, "il manque afficher"},
+      {{"enregistrer", "--distance", "1000000"}, StatutUsage, "kilomètres incorrects"},
+      {{"enregistrer", "--distance", "5", "--dernier", "6"}, StatutUsage, "incompatibles"},
+      {{"enregistrer", "--taux-1", "1000"}, StatutUsage, "incorrect"},
+      {{"afficher"}, StatutFait, "Distance :                        0\n"},
+      {{"enregistrer"}, StatutRefuse, "Erreur 3106"},
+      {{"enregistrer", "--distance", "5000", "--taux-1", "0,5"}, StatutFait, "2500,00 €"},
+      {{"enregistrer", "--distance", "4000"}, StatutRefuse, "Erreur 3380"},
+      {{"--oui", "enregistrer", "--ancien", "10000", "--dernier", "30000"}, StatutFait, "8535,00 €"},
+      {{"afficher"}, StatutFait, "10000 - 30000"},
+      {{"supprimer"}, StatutFait, "supprimés"},
+      {{"supprimer"}, StatutFait, "Aucun montant"},
+  };
+  for (const auto& c : cas) {
+    const Resultat r = Frais(c.args);
+    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(c.args) << r.erreurs;
+    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(c.args);
+  }
+}
+
+TEST_F(FraisKmCtl, LesEcrituresNePartentQueSurOrdre) {
+  Cree();
+  ASSERT_EQ(Lance({"compte", "modifier", "6251", "--rubrique", "23A"}).statut, StatutFait);
+  ASSERT_EQ(Lance({"rubrique", "modifier", "23A", "--formule", "&FRAISKM"}).statut, StatutFait);
+  ASSERT_EQ(
+      Lance({"saisir"},
+            "{\"journal\":\"depenses\",\"date\":\"15/03/2003\",\"compte\":\"6251\",\"libelle\":\"Train\","
+            "\"ttc\":60,\"tresorerie\":\"BQ\"}\n")
+          .statut,
+      StatutFait);
+  Resultat r = Frais({"--oui", "enregistrer", "--distance", "1000"});
+  EXPECT_THAT(r.sortie, HasSubstr("1 écriture(s) restent")) << r.erreurs;
+  EXPECT_EQ(Journal().size(), 2u);
+  r = Frais({"--oui", "enregistrer", "--supprimer-ecritures"});
+  EXPECT_THAT(r.sortie, HasSubstr("1 écriture(s) supprimée(s)")) << r.erreurs;
+  EXPECT_EQ(Journal().size(), 0u);
+  const Json affiche = Json::parse(Lance({"--json", "frais-km", "afficher"}).sortie);
+  EXPECT_EQ(affiche["kms"], "1000");
+  EXPECT_EQ(affiche["montant"], 636);
+  Sain();
+}
+
+}  // namespace
+}  // namespace fenlor::test

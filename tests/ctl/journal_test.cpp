@@ -1,0 +1,129 @@
+#include <gmock/gmock.h>
+
+#include "ctl/ctldetest.h"
+
+namespace fenlor::test {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class JournalCtl : public CtlDeTest {
+ protected:
+  void SetUp() override {
+    Cree();
+    const Resultat r = Lance(
+        {"saisir"},
+        R"({"journal":"recettes","date":"03/03/2003","compte":"706","libelle":"Consultations","ttc":100,"tresoreries":[{"compte":"BQ","montant":60},{"compte":"CA","montant":40}]}
+{"journal":"recettes","date":"04/03/2003","compte":"706","libelle":"Visite Noël","ttc":30,"tresorerie":"BQ","pointer":true,"valider":true}
+{"journal":"recettes","date":"05/04/2003","compte":"706","libelle":"Avril","ttc":20,"tresorerie":"BQ"}
+{"journal":"depenses","date":"06/03/2003","code":"TEL","libelle":"Téléphone","ttc":50,"tresorerie":"BQ"}
+{"journal":"od","date":"07/03/2003","libelle":"Versement","lignes":[{"compte":"512","debit":10},{"compte":"53","libelle":"Sortie de caisse","credit":10}]}
+)");
+    ASSERT_EQ(r.statut, StatutFait) << r.sortie << r.erreurs;
+  }
+  Resultat Liste(std::vector<std::string> args, bool mars = true) {
+    args.insert(args.begin(), {"journal", "--journal"});
+    if (mars) args.insert(args.end(), {"--mois", "03/2003"});
+    return Lance(args);
+  }
+  std::vector<Json> Objets(std::vector<std::string> args) {
+    args.emplace_back("--json");
+    std::vector<Json> objets;
+    for (const std::string& ligne : Liste(std::move(args)).Lignes()) objets.push_back(Json::parse(ligne));
+    return objets;
+  }
+};
+
+TEST_F(JournalCtl, CommeLaFenetre) {
+  const Resultat r = Liste({"recettes"});
+  ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
+  EXPECT_EQ(r.sortie.substr(0, r.sortie.find('\n')), "Recettes du mois de Mars 2003");
+  EXPECT_THAT(r.sortie, HasSubstr("    1     3  Consultations  ***"));
+  EXPECT_THAT(r.sortie, HasSubstr("    2     4  Visite Noël    BQ"));
+  EXPECT_THAT(r.sortie, HasSubstr("Montant €"));
+  EXPECT_THAT(r.sortie, Not(HasSubstr("Montant F")));
+  EXPECT_THAT(r.sortie, Not(HasSubstr("Avril")));
+  EXPECT_THAT(r.Lignes().back(), HasSubstr("130,00"));
+
+  const Resultat od = Liste({"od"});
+  EXPECT_THAT(od.sortie, HasSubstr("Opérations diverses du mois de Mars 2003"));
+  EXPECT_THAT(od.sortie, HasSubstr("Crédit €"));
+  EXPECT_THAT(od.sortie, HasSubstr("Sortie de caisse"));
+  EXPECT_EQ(od.Lignes().size(), 5u) << "title, headings, two lines, totals";
+}
+
+TEST_F(JournalCtl, ObjetsEtTotaux) {
+  const auto caisse = Objets({"recettes", "--compte", "CA"});
+  ASSERT_EQ(caisse.size(), 2u);
+  EXPECT_EQ(caisse[0]["montantEuro"], 40);
+  EXPECT_EQ(caisse[0]["tresorerie"], "***");
+  EXPECT_EQ(caisse[0]["date"], "03/03/2003");
+  EXPECT_EQ(caisse[1]["totalDebitEuro"], 40);
+  EXPECT_EQ(caisse[1]["totalCreditEuro"], 40);
+  EXPECT_EQ(caisse[1]["partielle"], false);
+  EXPECT_EQ(Objets({"recettes", "--compte", "530"}), caisse) << "by number";
+
+  const auto comptable = Objets({"recettes", "--comptable"});
+  ASSERT_EQ(comptable.size(), 6u);
+  EXPECT_EQ(comptable[0]["sens"], "credit");
+  EXPECT_EQ(comptable[2]["sens"], "debit");
+  EXPECT_EQ(comptable[2]["montantEuro"], 40);
+}
+
+TEST_F(JournalCtl, CriteresEtFautes) {
+  const struct {
+    std::vector<std::string> args;
+    int statut;
+    const char* dit;  ///< part of what is said
+    int ecritures = -1;
+  } cas[] = {
+      {{"recettes", "--pointees"}, StatutFait, "Liste partielle", 1},
+      {{"recettes", "--non-pointees"}, StatutFait, "Liste partielle", 1},
+      {{"recettes", "--mode", "validees"}, StatutFait, "Visite", 1},
+      {{"recettes", "--mode", "brouillard"}, StatutFait, "Consultations", 1},
+      {{"recettes", "--associees"}, StatutFait, "Liste partielle", 0},
+      {{"recettes", "--non-associees"}, StatutFait, "Liste partielle", 2},
+      {{"recettes", "--montant-min", "30", "--montant-max", "30,00"}, StatutFait, "Visite", 1},
+      {{"recettes", "--montant-min", "190", "--montant-max", "200", "--monnaie", "franc"},
+       StatutFait,
+       "Visite",
+       1},
+      {{"recettes", "--montant-min", "0", "--montant-max", "0"}, StatutFait, "Mars 2003\n", 2},
+      {{"recettes", "--compte-de", "51", "--compte-a", "52"}, StatutFait, "Liste partielle", 2},
+      {{"recettes", "--compte-de", "53", "--compte-a", "53"}, StatutFait, "Consultations", 1},
+      {{"depenses", "--rubrique-de", "27", "--rubrique-a", "27"}, StatutFait, "Téléphone", 1},
+      {{"depenses", "--rubrique-de", "01", "--rubrique-a", "02"}, StatutFait, "Liste partielle", 0},
+      {{"recettes", "--jour-de", "4", "--jour-a", "31"}, StatutFait, "Visite", 1},
+      {{"recettes", "--pointees", "--non-pointees"}, StatutUsage, "incompatibles"},
+      {{"recettes", "--montant-min", "5"}, StatutUsage, "--montant-max"},
+      {{"recettes", "--jour-de", "5"}, StatutUsage, "--jour-a"},
+      {{"recettes", "--jour-de", "0", "--jour-a", "32"}, StatutUsage, "jour incorrect"},
+      {{"recettes", "--monnaie", "euro"}, StatutUsage, "--monnaie"},
+      {{"achats"}, StatutUsage, "mot inconnu"},
+      {{"recettes", "--mode", "tout"}, StatutUsage, "mot inconnu"},
+      {{"recettes", "--compte", "706"}, StatutRefuse, "Erreur 3205 : Le champ \"compte\""},
+      {{"recettes", "--compte", "XX"}, StatutRefuse, "\"compte\""},
+      {{"od", "--compte", "BQ"}, StatutRefuse, "\"compte\""},
+      {{"od", "--rubrique-de", "01", "--rubrique-a", "02"}, StatutRefuse, "\"rubrique-de\""},
+      {{"recettes", "--compte-de", "70600000001", "--compte-a", "9"}, StatutRefuse, "Erreur 3206"},
+      {{"recettes", "--compte-de", "1", "--compte-a", "日"}, StatutRefuse, "\"compte-a\""},
+  };
+  for (const auto& c : cas) {
+    const Resultat r = Liste(c.args);
+    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(c.args) << r.sortie << r.erreurs;
+    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(c.args);
+    if (c.ecritures < 0) continue;
+    EXPECT_EQ(Objets(c.args).back()["ecritures"], c.ecritures) << ::testing::PrintToString(c.args);
+  }
+  const struct {
+    const char* mois;
+    int statut;
+  } mois[] = {{"13/2003", StatutUsage},  {"2003", StatutUsage},  {"03/2004", StatutRefuse},
+              {"12/2002", StatutRefuse}, {"5/2003", StatutFait}, {"12/2003", StatutFait}};
+  for (const auto& m : mois)
+    EXPECT_EQ(Liste({"recettes", "--mois", m.mois}, false).statut, m.statut) << m.mois;
+}
+
+}  // namespace
+}  // namespace fenlor::test

@@ -1,0 +1,177 @@
+#include "journal/virement.h"
+
+#include <cstring>
+
+#include "core/textes.h"
+#include "journal/forms/dialogvirement.h"
+#include "journal/forms/formesjournal.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using test::Long;
+using test::Tape;
+
+void PoseTransit(test::CabinetMedical& cabinet) {
+  ASSERT_TRUE(cabinet.PoseCompte("5811", Autre, "VD", "Virements"));
+  ASSERT_TRUE(cabinet.PoseCompte("5812", Autre, "VR", "Virements"));
+  ASSERT_TRUE(cabinet.Magasin().SetCompteVireFrom("5811") && cabinet.Magasin().SetCompteVireTo("5812"));
+}
+
+class FormeVirement : public test::FormesJournal {
+ protected:
+  void SetUp() override {
+    FormesJournal::SetUp();
+    PoseTransit(*this);
+  }
+  static void Code(QDialog& f, const char* nom, const QString& code) {
+    Choisit(f, nom, Liste(f, nom).findText(code));
+  }
+};
+
+class Jumeau : public test::CabinetMedical {
+  void TestBody() override {}
+};
+
+TEST_F(FormeVirement, AuClavierCommeParLaRegle) {
+  CDialogVirement f(Ui);
+  Montre(f);
+  EXPECT_EQ(test::Trouve<QLabel>(f, "transitDe").text(), u"5811 Virements"_s);
+  EXPECT_EQ(test::Trouve<QLabel>(f, "transitVers").text(), u"5812 Virements"_s);
+  Jumeau jumeau;
+  jumeau.Installe();
+  PoseTransit(jumeau);
+  const struct {
+    const char *de, *vers, *montant;
+    SaisieVirement regle;
+  } virements[] = {{"BQ", "CCP", "150,5", {0, Long("512"), Long("514"), "", true, 150.5, PaiementCheque}},
+                   {"CCP", "CA", "20", {0, Long("514"), Long("53"), "", true, 20, PaiementAutre}}};
+  const auto touche = [&](Qt::Key t) { QTest::keyClick(f.focusWidget(), t); };
+  for (const auto& v : virements) {
+    EXPECT_EQ(Focus(f), "de");
+    QTest::qWait(QApplication::keyboardInputInterval() + 50);  // a list searches what is typed at one go
+    QTest::keyClicks(f.focusWidget(), Q(v.de));
+    touche(Qt::Key_Tab);
+    QTest::keyClicks(f.focusWidget(), Q(v.vers));
+    while (Focus(f) != "montant") touche(Qt::Key_Tab);
+    QTest::keyClicks(f.focusWidget(), Q(v.montant));
+    touche(Qt::Key_Return);
+    EXPECT_TRUE(Boite.NumerosErreurs().empty());
+    EXPECT_TRUE(Champ(f, "montant").text().isEmpty() && Case(f, "autre").isChecked());
+    EXPECT_EQ(Liste(f, "de").currentIndex() + Liste(f, "vers").currentIndex(), -2);
+    EXPECT_FALSE(Actif(f, "cheque") || Actif(f, "autre"));
+    SaisieVirement regle = v.regle;
+    regle.date = FaitDate(15, 3, 2003);
+    ASSERT_TRUE(EnregistreVirement(jumeau.App(), regle));
+  }
+  EXPECT_EQ(Cadre.Nombre("Actualise 1807"), 2u);
+  for (u32 mouvement = 1; mouvement <= 4; ++mouvement) {
+    const std::vector<Line> a = Lignes(mouvement), b = jumeau.Lignes(mouvement);
+    ASSERT_TRUE(a.size() == 2 && b.size() == 2);
+    EXPECT_EQ(std::memcmp(a.data(), b.data(), 2 * sizeof(Line)), 0) << mouvement;
+  }
+  touche(Qt::Key_Escape);
+  EXPECT_TRUE(!f.isVisible() && Boite.Questions.empty());
+}
+
+TEST_F(FormeVirement, RefusDansLOrdre) {
+  CDialogVirement f(Ui);
+  Montre(f);
+  const struct {
+    std::function<void()> geste;
+    unsigned erreur;
+    const char* focus;
+  } cas[] = {{[&] { Tape(Champ(f, "date"), u"01/01/2004"_s); }, 3089, "date"},
+             {[&] { Tape(Champ(f, "date"), u"31/02/2003"_s); }, 3089, "date"},
+             {[&] { Tape(Champ(f, "date"), u"31/12"_s); }, 3083, "de"},
+             {[&] { Code(f, "de", u"BQ"_s); }, 3084, "vers"},
+             {[&] { Code(f, "vers", u"BQ"_s); }, 3085, "vers"},
+             {[&] { Code(f, "vers", u"CCP"_s); }, 3086, "montant"}};
+  for (const auto& c : cas) {
+    c.geste();
+    Boite.Oublie();
+    Ok(f);
+    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{c.erreur});
+    EXPECT_EQ(Focus(f), c.focus) << c.erreur;
+  }
+  EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
+  EXPECT_TRUE(Cadre.Appels.empty());
+}
+
+TEST_F(FormeVirement, PaiementSelonLaDestination) {
+  CDialogVirement f(Ui);
+  Montre(f);
+  const auto vers = [&](const QString& code) {
+    Code(f, "vers", code);
+    return std::string(Actif(f, "cheque") ? "ouvert " : "") +
+           (Case(f, "cheque").isChecked() ? "cheque" : "autre");
+  };
+  Code(f, "de", u"CCP"_s);
+  EXPECT_FALSE(Actif(f, "cheque")) << "the source plays no part";
+  EXPECT_EQ(vers(u"BQ"_s), "ouvert cheque");
+  EXPECT_EQ(vers(u"CA"_s), "autre");
+  EXPECT_EQ(vers(u"BQ"_s), "ouvert cheque");
+  Case(f, "autre").click();
+  Tape(Champ(f, "montant"), u"5"_s);
+  Ok(f);
+  EXPECT_EQ(vers(u"BQ"_s), "ouvert autre") << "as the receipt before";
+}
+
+TEST_F(FormeVirement, FrancSelonLaDate) {
+  Installe("2001", false);
+  PoseTransit(*this);
+  Magasin().FixeAujourdhui(FaitDate(1, 6, 2001));
+  Regle("Préférences"_w, "LimiteFranc", "01/10/2001");
+  CDialogVirement f(Ui);
+  Montre(f);
+  Code(f, "de", u"BQ"_s);
+  Code(f, "vers", u"CCP"_s);
+  const struct {
+    const char *monnaie, *date, *focus;
+    bool permis;
+    unsigned erreur;
+  } cas[] = {{"franc", "30/09/2001", "montant", true, 3086},
+             {"franc", "01/10/2001", "montant", true, 3086},
+             {"franc", "02/10/2001", "franc", true, 3041},
+             {"euro", "01/10/2001", "montant", false, 3086},
+             {"euro", "30/09/2001", "montant", true, 3086}};
+  for (const auto& c : cas) {
+    Case(f, c.monnaie).click();
+    Tape(Champ(f, "date"), Q(c.date));
+    Boite.Oublie();
+    Ok(f);
+    EXPECT_EQ(Actif(f, "franc"), c.permis) << c.monnaie << c.date;
+    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{c.erreur});
+    EXPECT_EQ(Focus(f), c.focus);
+  }
+}
+
+TEST_F(FormeVirement, OuvrirEtFermer) {
+  const struct {
+    int reponse;
+    bool juste, ferme;
+    u32 lignes;
+  } cas[] = {{RepNon, true, true, 0}, {RepOui, false, false, 0}, {RepOui, true, true, 4}};
+  for (const auto& c : cas) {
+    CDialogVirement f(Ui);
+    Montre(f);
+    for (const char* nom : {"de", "vers"}) Code(f, nom, c.juste && *nom == 'd' ? u"BQ"_s : u"CA"_s);
+    Tape(Champ(f, "montant"), u"12"_s);
+    Boite.Oublie();
+    Boite.Reponses = {c.reponse};
+    QTest::keyClick(&f, Qt::Key_Escape);
+    EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{QuestionEnregistrerVirement});
+    EXPECT_EQ(!f.isVisible(), c.ferme);
+    EXPECT_EQ(Magasin().GetJournalRec(0), c.lignes);
+  }
+  EXPECT_TRUE(CDialogVirement::PeutOuvrir(Ui));
+  Regle("2003", "Cloture", "31/12/2003");
+  Boite.Oublie();
+  EXPECT_FALSE(CDialogVirement::PeutOuvrir(Ui));
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3056});
+}
+
+}  // namespace
+}  // namespace fenlor

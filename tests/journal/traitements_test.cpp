@@ -1,0 +1,314 @@
+#include "journal/traitements.h"
+
+#include <map>
+#include <random>
+#include <set>
+
+#include "core/textes.h"
+#include "journal/cabinetmedical.h"
+#include "outils/systemefautif.h"
+#include "store/definitions.h"
+#include "store/texte1252.h"
+
+namespace fenlor::test {
+namespace {
+
+class Traitements : public CabinetMedical {
+ public:
+  explicit Traitements(Systeme* systeme = nullptr) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) {}
+  void SetUp() override { Installe(); }
+  void TestBody() override {}
+
+  u32 Recette(Date date, f64 ttc = 100) {
+    return Enregistre(Ecriture(JournalRecettes, "706", ttc, "512", date));
+  }
+  void Valide(u32 mouvement, bool valide = true) {
+    ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, mouvement, valide));
+  }
+  void Lie(u32 mouvement) {
+    Mouvement entete = Entete(mouvement);
+    entete.LienId = 7;
+    entete.Reserve134 = 8;
+    entete.LienB = 0x10007;
+    ASSERT_TRUE(Magasin().UpdateMouvements(App().PathExercice, mouvement, entete));
+  }
+  DemandeValidation Annee() {
+    DemandeValidation demande;
+    demande.du = FaitDate(1, 1, 2003);
+    demande.au = FaitDate(31, 12, 2003);
+    return demande;
+  }
+  std::vector<u32> Validees(const std::vector<u32>& mouvements) {
+    std::vector<u32> validees;
+    for (const u32 m : mouvements) validees.push_back(Entete(m).Validee);
+    return validees;
+  }
+  std::vector<std::string> AnomaliesDesCles() {
+    const u32 poignee = Magasin().OpenJournal({});
+    const EtatFichier etat = Magasin().QVVerifie(FichierJournal);
+    Magasin().CloseJournal(poignee);
+    return etat.anomalies;
+  }
+};
+
+/// Books of all kinds with marks at random, and the same filter said line by line.
+class BrouillardAuHasard : public Traitements {
+ protected:
+  u32 Tire(u32 n) { return m_hasard() % n; }
+  bool UnSur(u32 n) { return Tire(n) == 0; }
+  Date Jour() { return FaitDate(1 + Tire(28), 1 + Tire(4), 2003); }
+  f64 Somme() { return 10 + Tire(20); }
+
+  void Remplit(unsigned nombre) {
+    const u32 plan = Magasin().OpenPlan({}), journal = Magasin().OpenJournal({});
+    QVAPI::Unite unite(Magasin());
+    for (unsigned i = 0; i < nombre; ++i) m_mouvements.push_back(Ecrit());
+    for (const u32 m : m_mouvements)
+      ChangeLignes(m, [&](Line& ligne) {
+        ligne.Pointee = UnSur(4);
+        ligne.Remise = UnSur(5);
+        ligne.Rapprochee = UnSur(6);
+      });
+    ASSERT_TRUE(unite.Valide());
+    Magasin().CloseJournal(journal);
+    Magasin().ClosePlan(plan);
+  }
+  u32 Ecrit() {
+    const f64 somme = Somme();
+    switch (Tire(3)) {
+      case 0:
+        return EnregistreOD(App(), OD({{"512", {}, somme, 0}, {"706", {}, 0, somme}}, Jour())).mouvement;
+      case 1: {
+        SaisieEcriture standard = Ecriture(JournalDepenses, "6154", somme + 5, "512", Jour());
+        standard.genre = GenreStandard;
+        standard.tresoreries = {{Long("512"), somme}, {Long("531"), 5}};
+        return Enregistre(standard);
+      }
+      default:
+        return Enregistre(Ecriture(JournalRecettes, "7070", somme, "512", Jour()));
+    }
+  }
+  DemandeValidation Demande() {
+    DemandeValidation d;
+    d.journal = static_cast<i16>(Tire(4));
+    d.toutes = UnSur(3);
+    d.pointees = UnSur(2);
+    d.remises = UnSur(2);
+    d.rapprochees = UnSur(2);
+    d.tousMontants = UnSur(3);
+    d.montantMin = UnSur(3) ? 0 : Somme();
+    d.montantMax = UnSur(3) ? 0 : d.montantMin + Tire(10);
+    d.euro = UnSur(2);
+    if (!d.euro) {
+      d.montantMin *= 6.55957;
+      d.montantMax *= 6.55957;
+    }
+    d.du = Jour();
+    d.au = UnSur(4) ? d.du : Jour();
+    return d;
+  }
+  static bool Passe(const DemandeValidation& d, const Line& l) {
+    const bool marque =
+        d.toutes || (d.pointees && l.Pointee) || (d.remises && l.Remise) || (d.rapprochees && l.Rapprochee);
+    const f64 montant = d.euro ? l.MontantEuro : l.MontantFranc;
+    const bool somme = d.tousMontants || (d.montantMin == 0 && d.montantMax == 0) ||
+                       (montant >= d.montantMin && montant <= d.montantMax);
+    return marque && somme && l.Date >= d.du && l.Date <= d.au && (d.journal == 0 || l.Journal == d.journal);
+  }
+
+  std::mt19937 m_hasard{20030315};
+  std::vector<u32> m_mouvements;
+};
+
+TEST_F(BrouillardAuHasard, CommeUnFiltreLigneParLigne) {
+  Remplit(80);
+  std::map<u32, bool> validees;
+  unsigned passees = 0, ecartees = 0;
+  for (int tour = 0; tour < 60; ++tour) {
+    DemandeValidation demande = Demande();
+    demande.action = UnSur(3) ? ActionBrouillard::Devalider : ActionBrouillard::Valider;
+    const bool valide = demande.action == ActionBrouillard::Valider;
+    u32 lignes = 0, changees = 0;
+    for (const u32 m : m_mouvements) {
+      u32 siennes = 0;
+      for (const Line& ligne : Lignes(m)) siennes += Passe(demande, ligne);
+      lignes += siennes;
+      (siennes ? passees : ecartees) += 1;
+      if (!siennes || validees[m] == valide) continue;
+      validees[m] = valide;
+      ++changees;
+    }
+    const ResultatLot r = TraiteBrouillard(App(), demande);
+    EXPECT_EQ(0u, r.erreur);
+    EXPECT_EQ(lignes, r.lignes) << tour;
+    EXPECT_EQ(changees, r.ecritures) << tour;
+    for (const u32 m : m_mouvements)
+      for (const Line& ligne : Lignes(m)) ASSERT_EQ(validees[m], ligne.Validee != 0) << tour << " : " << m;
+  }
+  EXPECT_GT(passees, 200u);
+  EXPECT_GT(ecartees, 200u);
+}
+
+TEST_F(Traitements, ProgressionEtArret) {
+  std::vector<u32> mouvements;
+  for (unsigned jour = 1; jour <= 5; ++jour) mouvements.push_back(Recette(FaitDate(jour, 3, 2003)));
+  const u64 avant = Magasin().NbSynchros();
+  Boite.ArretApres = 2;
+  ResultatLot r = TraiteBrouillard(App(), Annee());
+  EXPECT_TRUE(r.arrete);
+  EXPECT_EQ(2u, r.ecritures);
+  EXPECT_EQ((std::vector<u32>{1, 1, 0, 0, 0}), Validees(mouvements)) << "what is done stays";
+  EXPECT_EQ(avant + 1, Magasin().NbSynchros());
+
+  Boite = {};
+  r = TraiteBrouillard(App(), Annee());
+  EXPECT_FALSE(r.arrete);
+  EXPECT_EQ(3u, r.ecritures);
+  EXPECT_EQ(10u, r.lignes);
+  EXPECT_EQ(avant + 2, Magasin().NbSynchros()) << "a batch costs one sync";
+  EXPECT_EQ(Texte(TitreValidation), Boite.Titre);
+  EXPECT_TRUE(Boite.Annulable);
+  EXPECT_EQ(10u, Boite.Maximum) << "sized by lines";
+  EXPECT_EQ(10u, Boite.Place);
+  EXPECT_EQ(0u, Boite.Profondeur);
+
+  Boite = {};
+  DemandeValidation vide = Annee();
+  vide.du = FaitDate(1, 5, 2003);
+  r = TraiteBrouillard(App(), vide);
+  EXPECT_EQ(0u, r.erreur + r.lignes + r.ecritures);
+  EXPECT_EQ(1u, Boite.Ouvertures) << "shown and closed";
+  EXPECT_EQ(0u, Boite.Place);
+  EXPECT_EQ(avant + 2, Magasin().NbSynchros());
+}
+
+TEST(TraitementsPanne, UnDisquePleinArreteEtNeLaisseRienAMoitie) {
+  SystemePosix disque;
+  SystemeFautif systeme(disque);
+  Traitements cabinet(&systeme);
+  cabinet.SetUp();
+  std::vector<u32> mouvements;
+  for (unsigned jour = 1; jour <= 3; ++jour) mouvements.push_back(cabinet.Recette(FaitDate(jour, 3, 2003)));
+  DemandeValidation demande = cabinet.Annee();
+  unsigned refus = 0;
+  for (unsigned k = 1;; ++k) {
+    SCOPED_TRACE("panne " + std::to_string(k));
+    for (const u32 m : mouvements) cabinet.Valide(m, false);
+    cabinet.Boite.Oublie();
+    systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
+    const ResultatLot r = TraiteBrouillard(cabinet.App(), demande);
+    const bool panne = systeme.NbPannes() != 0;
+    systeme.Repare();
+    const u32 etat = r.erreur ? 0 : 1;
+    EXPECT_EQ(std::vector<u32>(3, etat), cabinet.Validees(mouvements));
+    EXPECT_EQ(3 * etat, r.ecritures);
+    EXPECT_EQ(r.erreur != 0, !cabinet.Boite.Erreurs.empty()) << "told once it failed";
+    EXPECT_EQ(0u, cabinet.Boite.Profondeur);
+    if (!panne) break;
+    if (!r.erreur) continue;
+    ++refus;
+    EXPECT_EQ(unsigned{ErrMagasin}, r.erreur);
+  }
+  EXPECT_GT(refus, 0u);
+}
+
+TEST_F(Traitements, Delier) {
+  const u32 liee = Recette(FaitDate(3, 3, 2003)), libre = Recette(FaitDate(4, 3, 2003));
+  Lie(liee);
+  Valide(liee);
+  DemandeValidation demande = Annee();
+  demande.action = ActionBrouillard::Delier;
+  EXPECT_EQ(1u, TraiteBrouillard(App(), demande).ecritures);
+  const Mouvement entete = Entete(liee);
+  EXPECT_EQ(0u, u32{entete.LienId} + u32{entete.Reserve134});
+  EXPECT_EQ(0x10007u, u32{entete.LienB}) << "the link's own keys stay";
+  EXPECT_EQ((std::vector<u32>{1, 0}), Validees({liee, libre}));
+  EXPECT_EQ(std::vector<std::string>{}, AnomaliesDesCles());
+}
+
+TEST_F(Traitements, Renumerotation) {
+  const u32 a = Recette(FaitDate(1, 3, 2003)), b = Recette(FaitDate(2, 3, 2003)),
+            c = Recette(FaitDate(3, 3, 2003));
+  const u32 cachee = Recette(FaitDate(4, 3, 2003));
+  Valide(b);
+  const auto numeros = [&] {
+    std::vector<u32> lignes;
+    for (const u32 m : {a, b, c, cachee}) lignes.push_back(Entete(m).Ligne);
+    return lignes;
+  };
+  Boite.Reponses = {RepNon};
+  EXPECT_EQ(unsigned{QuestionRenumerotation}, RenumeroteEcritures(App(), {c, b}).erreur);
+  EXPECT_EQ((std::vector<u32>{1, 2, 3, 4}), numeros());
+  EXPECT_EQ(0u, Boite.Ouvertures);
+
+  Boite.Reponses = {RepOui};
+  Regle("2003", "Cloture", "31/01/2004");
+  const u64 avant = Magasin().NbSynchros();
+  const ResultatSaisie r = RenumeroteEcritures(App(), {c, 999, b, a});
+  EXPECT_TRUE(r);
+  EXPECT_EQ(3u, r.ligne);
+  EXPECT_EQ((std::vector<u32>{3, 2, 1, 4}), numeros()) << "999 is skipped without using a number";
+  EXPECT_EQ(avant + 1, Magasin().NbSynchros());
+  EXPECT_EQ(8u, Boite.Maximum) << "twice the rows";
+  EXPECT_EQ(8u, Boite.Place);
+  EXPECT_EQ((std::vector<std::string>{Texte(TexteRenumerotation)}), Boite.Textes);
+  EXPECT_EQ(std::vector<std::string>{}, AnomaliesDesCles());
+  EXPECT_EQ(1u, Entete(b).Validee);
+}
+
+TEST_F(Traitements, AutreMois) {
+  const u32 mars = Recette(FaitDate(31, 3, 2003)), liee = Recette(FaitDate(2, 3, 2003));
+  const u32 fevrier = Recette(FaitDate(28, 2, 2003));
+  Lie(liee);
+  Valide(mars);
+  unsigned mois = 0;
+  EXPECT_TRUE(ControleDeplacement(App(), mars, mois));
+  EXPECT_EQ(3u, mois);
+
+  struct Cas {
+    u32 mouvement;
+    unsigned mois;
+    unsigned erreur;
+  };
+  for (const Cas& c : {Cas{liee, 4, 3103}, Cas{999, 4, ErrEcritureInconnue}, Cas{mars, 0, ErrChampInvalide},
+                       Cas{mars, 13, ErrChampInvalide}}) {
+    Boite.Oublie();
+    EXPECT_EQ(c.erreur, DeplaceEcriture(App(), c.mouvement, c.mois).erreur);
+    EXPECT_EQ(std::vector<unsigned>{c.erreur}, Boite.NumerosErreurs());
+  }
+  EXPECT_EQ(3103u, ControleDeplacement(App(), liee, mois).erreur);
+  EXPECT_EQ(FaitDate(2, 3, 2003), u32{Entete(liee).Date});
+
+  EXPECT_TRUE(DeplaceEcriture(App(), mars, 2)) << "a validated one too, and no look at the days of the month";
+  for (const Line& ligne : Lignes(mars)) {
+    EXPECT_EQ(FaitDate(31, 2, 2003), u32{ligne.Date});
+    EXPECT_EQ(FaitDate(31, 2, 2003), u32{ligne.DateLigne});
+    EXPECT_EQ(1u, u32{ligne.Validee});
+  }
+  EXPECT_EQ(std::vector<std::string>{}, AnomaliesDesCles());
+  EXPECT_EQ(100, f64{LitCompte("706").CreditEuro} - 200) << "totals do not move";
+  const auto libre = [&](unsigned m) {
+    return Magasin().GetFreeJournalLine(App().PathExercice, JournalRecettes, {}, FaitDate(1, m, 2003));
+  };
+  EXPECT_EQ(2u, libre(2)) << "it kept its number, the one of February's own entry";
+  EXPECT_EQ(3u, libre(3));
+
+  DemandeValidation demande = Annee();
+  demande.du = FaitDate(28, 2, 2003);
+  demande.au = FaitDate(1, 3, 2003);
+  EXPECT_EQ(1u, TraiteBrouillard(App(), demande).ecritures);
+  EXPECT_EQ(1u, Entete(fevrier).Validee) << "31 February stands between 28 February and 1 March";
+  demande.action = ActionBrouillard::Devalider;
+  EXPECT_EQ(2u, TraiteBrouillard(App(), demande).ecritures);
+
+  EXPECT_TRUE(DeplaceEcriture(App(), mars, 2)) << "there already";
+  EXPECT_TRUE(DeplaceEcriture(App(), mars, 12));
+  EXPECT_EQ(FaitDate(31, 12, 2003), u32{Entete(mars).Date});
+
+  Regle("2003", "Cloture", "31/01/2004");
+  EXPECT_EQ(3056u, DeplaceEcriture(App(), mars, 1).erreur);
+  EXPECT_EQ(3056u, ControleDeplacement(App(), mars, mois).erreur);
+}
+
+}  // namespace
+}  // namespace fenlor::test

@@ -1,0 +1,194 @@
+#include "journal/virement.h"
+
+#include "core/textes.h"
+#include "journal/cabinetmedical.h"
+#include "journal/choixcomptes.h"
+#include "outils/systemefautif.h"
+#include "store/texte1252.h"
+
+namespace fenlor::test {
+namespace {
+
+using Textes = std::vector<std::string>;
+
+class VirementTest : public CabinetMedical {
+ public:
+  explicit VirementTest(Systeme* systeme = nullptr) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) {}
+  void SetUp() override { Prepare(); }
+  void TestBody() override {}
+
+  void Prepare(const std::string& annee = "2003", bool euro = true) {
+    Installe(annee, euro);
+    ASSERT_TRUE(PoseCompte("5811", Autre, "VD", "Virements en dépenses"_w));
+    ASSERT_TRUE(PoseCompte("5812", Autre, "VR", "Virements en recettes"));
+    ASSERT_TRUE(Magasin().SetCompteVireFrom("5811") && Magasin().SetCompteVireTo("5812"));
+  }
+  SaisieVirement Saisie(std::string_view de = "512", std::string_view vers = "514", f64 montant = 100) {
+    SaisieVirement saisie;
+    saisie.date = FaitDate(15, 3, 2003);
+    saisie.de = Long(de);
+    saisie.vers = Long(vers);
+    saisie.montant = montant;
+    return saisie;
+  }
+  u32 NbLignes() { return Magasin().GetJournalRec(0); }
+};
+
+TEST_F(VirementTest, LesDeuxMoities) {
+  Enregistre(Ecriture(JournalRecettes, "706", 10));
+  Enregistre(Ecriture(JournalRecettes, "706", 10));
+  Enregistre(Ecriture(JournalDepenses, "6132", 10));
+  Enregistre(Ecriture(JournalDepenses, "6132", 10, "512", FaitDate(20, 2, 2003)));
+  const u64 avant = Magasin().NbSynchros();
+  const ResultatVirement r = EnregistreVirement(App(), Saisie());
+  ASSERT_TRUE(r);
+  EXPECT_EQ(avant + 1, Magasin().NbSynchros()) << "both halves are one unit";
+
+  EXPECT_EQ((Textes{"5811 D 100.00 655.96", "512 C 100.00 655.96"}), LignesLues(r.depense));
+  EXPECT_EQ((Textes{"5812 C 100.00 655.96", "514 D 100.00 655.96"}), LignesLues(r.recette));
+  const struct {
+    u32 mouvement;
+    i16 journal;
+    u32 ligne;
+  } moities[] = {{r.depense, JournalDepenses, 2}, {r.recette, JournalRecettes, 3}};
+  for (const auto& m : moities) {
+    const Mouvement entete = Entete(m.mouvement);
+    EXPECT_EQ(m.journal, entete.Journal);
+    EXPECT_EQ(GenreSimple, entete.Genre);
+    EXPECT_EQ(m.ligne, u32{entete.Ligne}) << "the next one of the month, not of the journal";
+    EXPECT_EQ(FaitDate(15, 3, 2003), u32{entete.Date});
+    EXPECT_EQ("Virement interne", LitTexte(entete.Libelle));
+    EXPECT_EQ(1u, u32{entete.SaisieEuro});
+    EXPECT_EQ(0u, entete.Validee + entete.Pointee + entete.LienId);
+  }
+  EXPECT_EQ(100, f64{LitCompte("512").CreditEuro} - 20);
+  EXPECT_EQ(100, f64{LitCompte("514").DebitEuro});
+}
+
+TEST_F(VirementTest, PaiementEtMonnaie) {
+  struct Cas {
+    const char *de, *vers;
+    i16 paiement, depense, recette;
+  };
+  for (const Cas& c : {Cas{"512", "514", PaiementAutre, PaiementAutre, PaiementAutre},
+                       Cas{"512", "514", PaiementCheque, PaiementAutre, PaiementCheque},
+                       Cas{"531", "512", PaiementCheque, PaiementAutre, PaiementCheque},
+                       Cas{"512", "531", PaiementCheque, PaiementAutre, PaiementAutre}}) {
+    SCOPED_TRACE(std::string(c.de) + " " + c.vers);
+    SaisieVirement saisie = Saisie(c.de, c.vers);
+    saisie.paiement = c.paiement;
+    saisie.libelle = "Retrait";
+    const ResultatVirement r = EnregistreVirement(App(), saisie);
+    ASSERT_TRUE(r);
+    EXPECT_EQ(c.depense, Lignes(r.depense).back().ModePaiement);
+    EXPECT_EQ(c.recette, Lignes(r.recette).back().ModePaiement);
+    EXPECT_EQ("Retrait", LitTexte(Entete(r.recette).Libelle));
+  }
+  Prepare("2001", false);
+  SaisieVirement saisie = Saisie();
+  saisie.date = FaitDate(1, 6, 2001);
+  saisie.euro = false;
+  saisie.montant = 655.957;
+  const ResultatVirement r = EnregistreVirement(App(), saisie);
+  ASSERT_TRUE(r);
+  EXPECT_EQ((Textes{"5811 D 100.00 655.96", "512 C 100.00 655.96"}), LignesLues(r.depense));
+  EXPECT_EQ(0u, u32{Entete(r.recette).SaisieEuro});
+  saisie.montant = 0.01;
+  EXPECT_EQ(3086u, EnregistreVirement(App(), saisie).erreur) << "0,00 in Euro";
+}
+
+TEST_F(VirementTest, OrdreDesRefus) {
+  SaisieVirement saisie;
+  saisie.date = FaitDate(31, 12, 2002);
+  saisie.de = Long("706");
+  saisie.libelle.assign(81, 'x');
+  saisie.euro = false;
+  saisie.montant = 1e20;
+  Regle("2003", "Cloture", "31/01/2004");
+  ASSERT_TRUE(Magasin().SetCompteVireFrom("") && Magasin().SetCompteVireTo("5819"));
+  struct Etape {
+    unsigned erreur;
+    const char* champ;
+    std::function<void()> corrige;
+  };
+  const auto montant = [&](f64 m) { return [&saisie, m] { saisie.montant = m; }; };
+  const Etape etapes[] = {
+      {3089, "date", [&] { saisie.date = FaitDate(29, 2, 2003); }},
+      {3089, "date", [&] { saisie.date = FaitDate(15, 3, 2003); }},
+      {3083, "de", [&] { saisie.de = Long("512"); }},
+      {3084, "vers", [&] { saisie.vers = Long("599"); }},
+      {3084, "vers", [&] { saisie.vers = Long("512"); }},
+      {3085, "vers", [&] { saisie.vers = Long("514"); }},
+      {3041, "monnaie", [&] { saisie.euro = true; }},
+      {ErrChampInvalide, "montant", montant(0)},
+      {3086, "montant", montant(-5)},
+      {3086, "montant", montant(0.004)},
+      {3086, "montant", montant(5)},
+      {3056, "", [&] { Regle("2003", "Cloture", ""); }},
+      {3088, "", [&] { Magasin().SetCompteVireTo("5812"); }},
+      {3087, "", [&] { Magasin().SetCompteVireFrom("5811"); }},
+      {ErrTexteTropLong, "libelle", [&] { saisie.libelle.resize(80); }},
+  };
+  for (const Etape& e : etapes) {
+    Boite.Oublie();
+    const ResultatVirement r = EnregistreVirement(App(), saisie);
+    EXPECT_EQ(e.erreur, r.erreur);
+    EXPECT_STREQ(e.champ, r.champ) << e.erreur;
+    EXPECT_EQ(1u, Boite.Erreurs.size() + Boite.Questions.size()) << e.erreur;
+    EXPECT_EQ(0u, r.depense + r.recette + NbLignes());
+    e.corrige();
+  }
+  EXPECT_TRUE(EnregistreVirement(App(), saisie));
+}
+
+TEST_F(VirementTest, Ouverture) {
+  EXPECT_TRUE(ControleVirement(App()));
+  const auto numeros = [&] {
+    ControleVirement(App());
+    std::vector<unsigned> dits = Boite.NumerosErreurs();
+    for (const unsigned n : Boite.NumerosQuestions()) dits.push_back(n);
+    Boite.Oublie();
+    return dits;
+  };
+  ASSERT_TRUE(Magasin().SetCompteVireFrom("") && Magasin().SetCompteVireTo(""));
+  EXPECT_EQ(std::vector<unsigned>{3088}, numeros()) << "receipts first";
+  ASSERT_TRUE(Magasin().SetCompteVireTo("5812"));
+  EXPECT_EQ(std::vector<unsigned>{3087}, numeros());
+  for (const CompteOffert& compte : ComptesParCode(App(), Tresorerie)) {
+    if (compte.court == "531") continue;
+    ASSERT_TRUE(PoseCompte(compte.court, Autre, compte.code));
+  }
+  EXPECT_EQ(std::vector<unsigned>{3082}, numeros()) << "the cash box alone";
+  Regle("2003", "Cloture", "31/01/2004");
+  EXPECT_EQ(std::vector<unsigned>{3056}, numeros());
+}
+
+TEST(VirementPanne, LesDeuxMoitiesOuAucune) {
+  SystemePosix disque;
+  SystemeFautif systeme(disque);
+  VirementTest cabinet(&systeme);
+  cabinet.Prepare();
+  unsigned refus = 0;
+  for (unsigned k = 1;; ++k) {
+    SCOPED_TRACE("panne " + std::to_string(k));
+    const u32 avant = cabinet.NbLignes();
+    const f64 solde = cabinet.LitCompte("514").DebitEuro;
+    cabinet.Boite.Oublie();
+    systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
+    const ResultatVirement r = EnregistreVirement(cabinet.App(), cabinet.Saisie());
+    const bool panne = systeme.NbPannes() != 0;
+    systeme.Repare();
+    ASSERT_EQ(avant + (r ? 4 : 0), cabinet.NbLignes());
+    EXPECT_EQ(solde + (r ? 100 : 0), f64{cabinet.LitCompte("514").DebitEuro});
+    if (!panne) break;
+    if (r) continue;
+    ++refus;
+    EXPECT_EQ(unsigned{ErrMagasin}, r.erreur);
+    EXPECT_EQ(0u, r.depense + r.recette);
+    EXPECT_FALSE(cabinet.Boite.Erreurs.empty()) << "somebody told the user";
+  }
+  EXPECT_GT(refus, 0u);
+}
+
+}  // namespace
+}  // namespace fenlor::test

@@ -1,0 +1,223 @@
+#include "pages/interprete.h"
+
+#include <gtest/gtest.h>
+
+#include "outils/cabinetdetest.h"
+#include "pages/etatdetest.h"
+
+namespace fenlor {
+namespace {
+
+using test::EtatDeTest;
+
+constexpr Alignement Gauche = Alignement::Gauche, Centre = Alignement::Centre, Droite = Alignement::Droite;
+
+/// Ten units to a column, ten to a character, a line is 17 high.
+class InterpreteTest : public testing::Test {
+ protected:
+  std::vector<ElementPage> Dessine(std::string_view marquage, i32 depart = 0) {
+    Enregistreur appareil(1440, 170, 120);
+    const MiseEnPage page = PreparePage(appareil, {"Courier", 10}, false);
+    EXPECT_EQ(page.unite, 10);
+    EXPECT_EQ(page.interligne, 17);
+    EXPECT_EQ(page.lignesParPage, 10);
+    InterpreteEtat interprete(page, entete, pied, appareil);
+    hauteur = interprete.InterpreteTexte(depart, marquage);
+    return appareil.Elements;
+  }
+  i32 Largeur(std::size_t caracteres) { return static_cast<i32>(caracteres) * 16 * 3 / 5; }
+
+  std::string entete = "ENTETE\n\n";
+  std::string pied = "PIED";
+  i32 hauteur = 0;
+};
+
+TEST_F(InterpreteTest, PlacesARun) {
+  const i32 w5 = Largeur(5), w12 = Largeur(12);
+  struct Cas {
+    const char* marquage;
+    std::size_t element;
+    Alignement alignement;
+    i32 gauche, droite;
+    const char* texte;
+  };
+  const Cas cas[] = {
+      {"\\M010total", 0, Gauche, 100, 100 + w5, "total"},
+      {"libelle long\\T004suite", 0, Gauche, 0, 40, "libelle long"},  // cut at the next column
+      {"\\M005total\\T004suite", 0, Gauche, 50, 40, "total"},         // a column behind the pen
+      {"\\M005total\\T002suite", 1, Gauche, 50, 50 + Largeur(5) - 30, "suite"},
+      {"total\n\\T004suite", 0, Gauche, 0, w5, "total"},     // the column of another line
+      {"a\\\\T004b", 0, Gauche, 0, Largeur(7), "a\\T004b"},  // no column at all
+      {"\\T020\\R040total", 0, Droite, 200, 400, "total"},
+      {"\\T020\\R024total", 0, Droite, 200, 200 + w5, "total"},  // wider than its column
+      {"\\R140\\T143123456789012", 0, Droite, 1440 - w12, 1440,
+       "123456789012"},  // wider than the paper leaves
+      {"\\T020\\C060total", 0, Centre, 200, 600, "total"},
+      {"\\T020\\R040to\\Btal", 1, Droite, 200 + Largeur(2), 400, "tal"},  // \R holds on
+      {"\\T020\\R040to\\Ltal", 1, Gauche, 200 + Largeur(2), 200 + Largeur(2) + Largeur(3), "tal"},
+      {"\\R040to\ntal", 1, Gauche, 0, Largeur(3), "tal"},  // up to the line's end
+      {"\\M010\\N020\\2total", 0, Centre, 100, 1240, "total"},
+      {"\\M010\\N020\\3total\\1x", 0, Droite, 100, 1240, "total"},
+      {"\\N020total", 0, Gauche, 200, 200 + w5, "total"},  // the pen of a fresh line moves
+      {"\\M010\\N020total", 0, Gauche, 100, 100 + w5, "total"},
+      {"\\N140\\T060total", 0, Gauche, 40, 40, "total"},         // beyond the right margin
+      {"\\M010\\T005total", 0, Gauche, 100, 50 + w5, "total"},   // before the left one
+      {"to\\M010tal", 1, Gauche, 100, 100 + Largeur(3), "tal"},  // a margin forgets the run before it
+      {"\\Qto\\", 0, Gauche, 0, Largeur(3), "Qto"},
+  };
+  for (const Cas& c : cas) {
+    SCOPED_TRACE(c.marquage);
+    const auto elements = Dessine(c.marquage);
+    ASSERT_GT(elements.size(), c.element);
+    const ElementPage& e = elements[c.element];
+    EXPECT_EQ(e.texte, c.texte);
+    EXPECT_EQ(e.alignement, c.alignement);
+    EXPECT_EQ(e.cadre.gauche, c.gauche);
+    EXPECT_EQ(e.cadre.droite, c.droite);
+  }
+}
+
+TEST_F(InterpreteTest, StylesOutliveTheLineAndHeaders) {
+  entete = "\\0\\Itete\n";
+  const auto e = Dessine("\\Ba\\U\nb\\H\nc\\0d");
+  ASSERT_EQ(e.size(), 5u);
+  EXPECT_EQ(e[0].style, StyleGras);
+  EXPECT_EQ(e[1].style, StyleItalique) << "the header is drawn while \"b\" waits";
+  EXPECT_EQ(e[2].style, StyleGras | StyleSouligne);
+  EXPECT_EQ(e[3].style, StyleGras | StyleSouligne);
+  EXPECT_EQ(e[4].style, 0u);
+}
+
+TEST_F(InterpreteTest, RulesHeadersAndBreaksDoNotDrawWhatWaits) {
+  auto e = Dessine("\\M010\\N020ab\\S003cd\n", 34);
+  ASSERT_EQ(e.size(), 2u);
+  EXPECT_TRUE(e[0].trait);
+  EXPECT_EQ(e[0].cadre, (Rectangle{100, 35, 1240, 38}));
+  EXPECT_EQ(e[1].texte, "abcd");
+  EXPECT_EQ(e[1].cadre.haut, 34) << "a rule shares its line";
+  EXPECT_EQ(hauteur, 17);
+
+  e = Dessine("ab\\Hcd\n");
+  ASSERT_EQ(e.size(), 2u);
+  EXPECT_EQ(e[0].texte, "ENTETE");
+  EXPECT_EQ(e[1].texte, "abcd");
+  EXPECT_EQ(e[1].cadre.haut, 34);
+  EXPECT_EQ(hauteur, 51);
+
+  e = Dessine("ab\\P", 17);
+  ASSERT_EQ(e.size(), 1u);
+  EXPECT_EQ(e[0].cadre.haut, 170) << "under the page's last line";
+  EXPECT_EQ(hauteur, 153);
+}
+
+TEST_F(InterpreteTest, AFooterTakesNoHeightAndAHeaderCannotCallItself) {
+  pied = "un\n\\T050deux\n" + std::string(300, 'x');
+  auto e = Dessine("\\F\n");
+  ASSERT_EQ(e.size(), 4u);
+  for (const ElementPage& element : e) EXPECT_EQ(element.cadre.haut, 0);
+  EXPECT_EQ(e[1].cadre.gauche, 500);
+  EXPECT_EQ(e[2].texte.size(), 256u);
+  EXPECT_EQ(e[3].texte.size(), 44u);
+  EXPECT_EQ(hauteur, 17);
+
+  entete = "a\\Hb\\F\n";
+  pied = "c\\F";
+  e = Dessine("\\H");
+  ASSERT_EQ(e.size(), 2u);
+  EXPECT_EQ(e[0].texte, "c");
+  EXPECT_EQ(e[1].texte, "ab");
+}
+
+TEST_F(InterpreteTest, StrangeTextDoesNoHarm) {
+  for (const char* marquage :
+       {"\\", "\\M", "\\T1", "\\R-05x", "\\S", "a\\T", "\\M999\\N999x\\T999y", "\\C   x"})
+    EXPECT_LE(Dessine(marquage).size(), 2u) << marquage;
+  EXPECT_EQ(Dessine(std::string_view("ab\0cd", 5))[0].texte, "ab");
+  EXPECT_EQ(Dessine(std::string(100000, 'x'))[0].texte.size(), 100000u);
+}
+
+TEST_F(InterpreteTest, PlainTextKeepsRunsAndTabs) {
+  std::string sortie;
+  InterpreteEtat interprete({1440, 170, 10, 17, 10}, "Tete\n", "", sortie);
+  interprete.InterpreteTexte(0, "\\M010\\N010\\BDate\\0\\T020Total\\R144\\S00212,50\n\\Hfin");
+  EXPECT_EQ(sortie, "Date\tTotal12,50\nTete\nfin");
+}
+
+TEST_F(InterpreteTest, FontOfTheSettings) {
+  struct Cas {
+    const char* reglage;
+    const char* face;
+    i32 points;
+  };
+  for (const Cas& c : {Cas{"", "Courier", 10},
+                       {"Courier", "Courier", 10},
+                       {" , 12", "Courier", 12},
+                       {"DejaVu Sans Mono, 9, 0, 0, 0", "DejaVu Sans Mono", 9},
+                       {"Arial, 0", "Arial", 10},
+                       {"Arial, gros", "Arial", 10},
+                       {"Arial, -13", "Arial", 10},
+                       {"Arial, 99999999", "Arial", 400}}) {
+    EXPECT_EQ(LitPoliceImpressions(c.reglage).face, c.face) << c.reglage;
+    EXPECT_EQ(LitPoliceImpressions(c.reglage).points, c.points) << c.reglage;
+  }
+}
+
+TEST_F(InterpreteTest, PageSetup) {
+  Enregistreur portrait = Enregistreur::A4(1200), paysage = Enregistreur::A4(1200, true);
+  const MiseEnPage droite = PreparePage(portrait, {}, false), tournee = PreparePage(paysage, {}, false);
+  EXPECT_EQ(droite.interligne, 166 + 1) << "10 points of 1200 units per inch, cut, and one";
+  EXPECT_EQ(droite.unite, droite.largeur / 144);
+  EXPECT_EQ(tournee.largeur, droite.hauteur);
+  EXPECT_LT(tournee.lignesParPage, droite.lignesParPage);
+  const MiseEnPage aTourner = PreparePage(portrait, {}, false, false);
+  EXPECT_EQ(aTourner.lignesParPage, tournee.lignesParPage);
+  EXPECT_EQ(aTourner.unite, tournee.unite);
+}
+
+class PageTest : public test::CabinetDeTest {
+ protected:
+  std::vector<std::string> Textes(const test::Dessin& dessin, u32 page) {
+    std::vector<std::string> textes;
+    for (const ElementPage& e : dessin.elements)
+      if (e.page == page && !e.trait) textes.push_back(e.texte);
+    return textes;
+  }
+};
+
+TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
+  EtatDeTest doc(App());
+  doc.ecrit = [](EtatDeTest& d) {
+    d.SetEtatTitre("Balance %s", {"2003"});
+    return true;
+  };
+  ASSERT_TRUE(doc.OnNewDocument());
+  const test::Dessin dessin = test::Dessine(doc, Enregistreur::A4());
+  EXPECT_EQ(Textes(dessin, 1), (std::vector<std::string>{"Docteur A\\HENRI    ", "Cabinet", "15/03/2003",
+                                                         " Balance 2003 ", "Page 1 / 1"}));
+  EXPECT_EQ(dessin.pages.size(), 2u);
+}
+
+TEST_F(PageTest, DraftHasNoStylesAndKeepsTheColumns) {
+  EtatDeTest doc(App());
+  doc.ecrit = [](EtatDeTest& d) { return d.EcritEtat("\\Bgras\\T050\\Iitalique\n") > 0; };
+  ASSERT_TRUE(doc.OnNewDocument());
+  const auto fin = test::Dessine(doc, Enregistreur::A4(), {"Courier", 10}).elements;
+  const auto brouillon = test::Dessine(doc, Enregistreur::A4(), {"Courier", 24}, true).elements;
+  ASSERT_EQ(fin.size(), brouillon.size());
+  for (std::size_t i = 0; i < fin.size(); ++i) {
+    EXPECT_EQ(brouillon[i].style, 0u);
+    EXPECT_EQ(brouillon[i].cadre, fin[i].cadre);
+  }
+}
+
+TEST_F(PageTest, TheIdentificationGivesItsFirstTwoLines) {
+  const std::string activite = Texte(SecActivite), cle = Texte(CleIdentification);
+  ASSERT_TRUE(App().Reglages.EcritIni(activite, cle, "\r\n  Dr HENRI \r\n\r\nCabinet du Port\r\nLe Havre"));
+  EXPECT_EQ(LitIdentiteEtat(App()).nom, "Dr HENRI");
+  EXPECT_EQ(LitIdentiteEtat(App()).societe, "Cabinet du Port");
+  ASSERT_TRUE(App().Reglages.EcritIni(activite, cle, ""));
+  EXPECT_EQ(LitIdentiteEtat(App()).nom, "");
+}
+
+}  // namespace
+}  // namespace fenlor

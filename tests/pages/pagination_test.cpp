@@ -1,0 +1,63 @@
+#include "pages/pagination.h"
+
+#include <gtest/gtest.h>
+
+namespace fenlor {
+namespace {
+
+/// Records of an index that nobody wrote.
+class IndexDeTest : public LecteurBlocs {
+ public:
+  explicit IndexDeTest(std::vector<BlocEtat> blocs) : m_blocs(std::move(blocs)) {
+    for (u32 i = 0; i < m_blocs.size(); ++i) m_blocs[i].fin = 10 * (i + 1);
+  }
+  int LitBlocs(u32 premier, BlocEtat* blocs, u32 nombre) override {
+    u32 lus = 0;
+    for (; lus < nombre && premier - 2 + lus < m_blocs.size(); ++lus) blocs[lus] = m_blocs[premier - 2 + lus];
+    return casse ? -1 : static_cast<int>(lus);
+  }
+  bool casse = false;
+
+ private:
+  std::vector<BlocEtat> m_blocs;
+};
+
+TEST(PaginationTest, BlocksFallOnPages) {
+  const MesuresEtat mesures{4, 2, 3};  // 20 lines: 10 on the first page, 13 behind it, 11 under a header
+  struct Cas {
+    const char* nom;
+    std::vector<BlocEtat> blocs;
+    TablePages pages;
+  };
+  const Cas cas[] = {
+      {"nothing", {}, {{}, {0, false, false}}},
+      {"just fits", {{10}}, {{}, {10, false, false}}},
+      {"one too many", {{11}}, {{}, {0, false, false}, {10, false, false}}},
+      {"the second page holds the footer more", {{10}, {13}, {1}}, {{}, {10}, {20}, {30}}},
+      {"a break behind a short block", {{1, 0, BlocSaut}, {1}}, {{}, {10}, {20}}},
+      {"a break at the very end", {{1, 0, BlocSaut}}, {{}, {10}}},
+      {"taller than a page", {{1}, {99}, {1}}, {{}, {10}, {20}, {30}}},
+      {"a section over pages",
+       {{10, 0, BlocEntete}, {11}, {11}, {5, 0, BlocFinEntete}, {6}},
+       {{}, {10, false, true}, {20, true, true}, {30, true, true}, {50, true, false}}},
+      {"a section that nobody ends", {{1, 0, BlocEntete}}, {{}, {10, false, true}}},
+      {"header and end in one block", {{1, 0, BlocEntete | BlocFinEntete}}, {{}, {10, false, false}}},
+  };
+  for (const Cas& c : cas) {
+    IndexDeTest index(c.blocs);
+    EXPECT_EQ(PagineEtat(index, mesures, 20), c.pages) << c.nom;
+  }
+
+  IndexDeTest grand(std::vector<BlocEtat>(10000, BlocEtat{13}));  // more than is read in one go
+  const auto pages = PagineEtat(grand, mesures, 20);
+  ASSERT_TRUE(pages);
+  ASSERT_EQ(pages->size(), 10002u);
+  for (u32 n = 1; n < pages->size(); ++n) ASSERT_EQ((*pages)[n].fin, 10 * (n - 1));
+
+  IndexDeTest index(std::vector<BlocEtat>{{1}});
+  index.casse = true;
+  EXPECT_FALSE(PagineEtat(index, mesures, 20));
+}
+
+}  // namespace
+}  // namespace fenlor

@@ -1,0 +1,570 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <set>
+#include <sstream>
+
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "core/valeurs.h"
+#include "outils/systemefautif.h"
+#include "reports/etat2035.h"
+#include "reports/petitlivre.h"
+#include "session/demo.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+namespace {
+
+constexpr f64 Taux = 6.55957;
+
+/// A row of the statement as it is printed, UTF-8.
+struct LigneLue {
+  std::string label, designation, rubrique, premier, second;
+  bool operator==(const LigneLue&) const = default;
+};
+std::ostream& operator<<(std::ostream& sortie, const LigneLue& l) {
+  return sortie << '[' << l.label << '|' << l.designation << '|' << l.rubrique << '|' << l.premier << '|'
+                << l.second << ']';
+}
+
+std::vector<LigneLue> LignesImprimees(CEtatDoc& etat) {
+  std::vector<LigneLue> lignes;
+  std::istringstream texte(VersUtf8(test::TexteEtat(etat)));
+  for (std::string ligne; std::getline(texte, ligne);) {
+    std::vector<std::string> champs;
+    ligne.erase(0, ligne.find("\\N010") + std::strlen("\\N010"));
+    for (const char* marque : {"\\T015", "\\T075", "\\T098\\R117", "\\T118\\R144", "\\0\\L"}) {
+      const std::size_t fin = ligne.find(marque);
+      if (fin == std::string::npos) break;
+      champs.push_back(ligne.substr(0, fin));
+      ligne.erase(0, fin + std::strlen(marque));
+    }
+    if (champs.size() == 5) lignes.push_back({champs[0], champs[1], champs[2], champs[3], champs[4]});
+  }
+  return lignes;
+}
+
+struct Manuel {
+  f64 franc;  ///< a tenth of it in Euro
+};
+
+/// A practice whose headings, accounts and assets a test puts there itself.
+template <class Livre>
+class Avec2035 : public Livre {
+ public:
+  using Livre::Livre;
+
+ protected:
+  using Livre::App;
+
+  void Pose(std::string_view code, int ligne, std::string_view formule = {},
+            std::optional<Manuel> manuel = {}, std::string_view designation = {}) {
+    CRubriques rubriques(App(), App().PathExercice);
+    Rubrique& rec = *rubriques.Rec;
+    PoseTexte(rec.Rubrique, NormaliseRubrique(code));
+    PoseTexte(rec.Designation, designation.empty() ? "Ligne " + std::string(code) : std::string(designation));
+    PoseTexte(rec.Formule, formule);
+    rec.Ligne = static_cast<i16>(ligne);
+    rec.Manuel = manuel.has_value();
+    rec.ManuelFranc = manuel.value_or(Manuel{}).franc;
+    rec.ManuelEuro = rec.ManuelFranc / 10;
+    ASSERT_TRUE(rubriques.OpenFile() && rubriques.Add()) << code;
+  }
+  /// Totals in Franc; a tenth of them in Euro.
+  void PoseTotaux(unsigned numero, std::string_view rubrique, i16 type, f64 debit, f64 credit) {
+    CPlan plan(App(), App().PathExercice);
+    Plan& rec = *plan.Rec;
+    PoseTexte(rec.Compte, QVAPI::GetLongCompte(std::to_string(numero)));
+    PoseTexte(rec.Rubrique, NormaliseRubrique(rubrique));
+    rec.Type = type;
+    rec.DebitFranc = debit;
+    rec.CreditFranc = credit;
+    rec.DebitEuro = debit / 10;
+    rec.CreditEuro = credit / 10;
+    ASSERT_TRUE(plan.OpenFile() && plan.Add());
+  }
+  void Immobilise(u32 numero, Date achat, f64 euros, Date cession = 0, f64 prix = 0) {
+    CImmobilisations immos(App(), App().PathCabinet);
+    Immobilisation& immo = *immos.Rec;
+    immo.Numero = numero;
+    immo.DateAchat = achat;
+    immo.ValeurAmortissableEuro = euros;
+    immo.ValeurAmortissableFranc = QVAPI::ConvertEuroToFranc(Taux, euros);
+    immo.Duree = 5;
+    immo.TauxAnnuel = 20;
+    immo.DateCession = cession;
+    immo.PrixCessionEuro = prix;
+    immo.PrixCessionFranc = QVAPI::ConvertEuroToFranc(Taux, prix);
+    ASSERT_TRUE(immos.OpenFile() && immos.Add());
+  }
+  /// Without headings and accounts.
+  void InstalleVide(const std::string& annee) {
+    ASSERT_TRUE(this->CreeExercice(annee));
+    CRubriques rubriques(App(), App().PathExercice);
+    CPlan plan(App(), App().PathExercice);
+    ASSERT_TRUE(rubriques.OpenFile() && plan.OpenFile());
+    while (rubriques.First(0)) ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
+    while (plan.First(0)) ASSERT_TRUE(plan.Delete(plan.GetPos()));
+  }
+  void Regle(unsigned section, unsigned cle, const std::string& valeur) {
+    ASSERT_TRUE(App().Reglages.EcritIni(Texte(section), Texte(cle), valeur));
+  }
+  Rubriques2035 Rubriques() {
+    Variables2035 variables;
+    EXPECT_TRUE(CalculVariables2035(App(), variables));
+    Rubriques2035 rubriques(App());
+    EXPECT_TRUE(rubriques.Lit());
+    rubriques.PoseVariables(variables);
+    return rubriques;
+  }
+};
+
+class Declaration : public Avec2035<test::PetitLivre> {
+ protected:
+  void VerifieDeclaration(test::AffichageLivre affichage, const std::string& nom) {
+    Installe(affichage);
+    Regle(SecActivite, CleIdentification, "Docteur Anne Essai\r\n3, rue Haute\r\n69001 LYON");
+    Regle(SecActivite, CleNatureActivite, "Médecine \\ générale"_w);
+    Regle(SecActivite, CleDebut, "01/10/1994");
+    Regle(SecAssociation, CleNumeroAssociation, "2.01.690");
+    Regle(SecAssociation, CleAnneeAssociation, "1995");
+    Immobilise(1, Le(1, 1), 1000);
+    Pose("15A", 151, {}, {}, "dont parking\\cave");
+    Pose("48", 48, {}, Manuel{655}, "T.V.A. afférente aux recettes brutes"_w);
+    Pose("51", 51, "&IMMO_HTVA", {}, "Immobilisations hors T.V.A.");
+    VerifieEtat<CEtat2035Doc>(nom);
+  }
+};
+
+TEST_F(Declaration, EnFranc) { VerifieDeclaration(test::AffichageLivre::Franc, "2035-franc"); }
+TEST_F(Declaration, EnEuro) { VerifieDeclaration(test::AffichageLivre::Euro, "2035-euro"); }
+TEST_F(Declaration, DansLesDeuxMonnaies) { VerifieDeclaration(test::AffichageLivre::Double, "2035-double"); }
+
+TEST_F(Declaration, ValeurDesRubriques) {
+  InstalleVide("2003");
+  Immobilise(1, FaitDate(1, 1, 2003), 1000);
+  Immobilise(2, FaitDate(1, 6, 2002), 500, FaitDate(30, 6, 2003), 600);
+  PoseTotaux(701, "A1", Recette, 100, 1000);
+  PoseTotaux(601, "B2", Depense, 60.5, 10);
+  PoseTotaux(702, "N1", Recette, 30, 0);
+  PoseTotaux(445, "T3", Tva, 0, 70);
+  PoseTotaux(703, "Z9", Recette, 0, 40);  // a heading that is gone
+  PoseTotaux(704, "", Recette, 0, 5000);
+  for (const char* code : {"A1", "B2", "N1", "T3"}) Pose(code, 1);
+  Pose("1", 1, "A1");
+  Pose("M", 1, "A1", Manuel{655});
+  Pose("NEG", 1, "B2-A1");
+  const struct {
+    const char* formule;
+    f64 franc, euro;
+  } cas[] = {
+      {"A1", 900, 90},
+      {"B2", 51, 5},
+      {"A1 + B2", 951, 95},
+      {"-B2 + A1", 849, 85},
+      {"B2-A1", -849, -85},
+      {"A1+N1", 900, 90},  // below 0 counts as 0
+      {"A1-NEG", 900, 90},
+      {"T3", 0, 0},
+      {"M+1", 1555, 156},  // 65.5 is 66
+      {"Z9+A1", 940, 94},
+      {"a1+A1X4+A1 2", 0, 0},  // as they stand; too long
+      {"A1++B2-", 951, 95},
+      {"A1+12+&RIEN", 900, 90},
+      {"&AMORT", 1640, 250},  // 200 + 50 Euro, 1311.91 + 327.98 Franc
+      {"A1+&IMMO_HTVA", 900 + 9839, 90 + 1500},
+      {"&PVC-&MVC", 1367, 208},  // 600 - 500 + 58.33 + 50 Euro
+  };
+  int ligne = 10;
+  for (const auto& c : cas) Pose("C" + std::to_string(ligne), ligne, c.formule), ++ligne;
+  Rubriques2035 rubriques = Rubriques();
+  ligne = 10;
+  for (const auto& c : cas) {
+    const std::string code = "C" + std::to_string(ligne++);
+    EXPECT_EQ(rubriques.ValeurRubriqueFranc(code), c.franc) << c.formule;
+    EXPECT_EQ(rubriques.ValeurRubriqueEuro(code), c.euro) << c.formule;
+  }
+  EXPECT_EQ(rubriques.ValeurRubriqueEuro("&AMORT"), 250);
+  EXPECT_EQ(rubriques.ValeurRubriqueEuro("Z9"), 4);
+  EXPECT_EQ(rubriques.ValeurRubriqueEuro(""), 0);
+  EXPECT_TRUE(rubriques.Boucles().empty());
+}
+
+TEST_F(Declaration, KilometresParLeurBareme) {
+  InstalleVide("2003");
+  PoseTotaux(701, "A1", Recette, 0, 900);
+  Pose("A1", 1);
+  Pose("K1", 2, "&FRAISKM");
+  Pose("K2", 3, "&FRAISKM+A1");
+  const auto regle = [&](unsigned cle, const char* valeur) {
+    ASSERT_TRUE(App().Reglages.EcritIniExercice({}, Texte(cle), valeur));
+  };
+  regle(CleKmDistance, "100");
+  regle(CleKmBorneInf, "5000");
+  regle(CleKmTaux, "4");
+  regle(CleKmTauxEuro, "0,5");
+  EXPECT_EQ(Rubriques().ValeurRubriqueEuro("K1"), 0) << "none is recorded";
+  regle(CleFraisKm, "Oui");
+  Rubriques2035 rubriques = Rubriques();
+  EXPECT_EQ(rubriques.ValeurRubriqueFranc("K1"), 400) << "alone: the rates of each currency";
+  EXPECT_EQ(rubriques.ValeurRubriqueEuro("K1"), 50);
+  EXPECT_EQ(rubriques.ValeurRubriqueFranc("K2"), 900 + 328) << "50 Euro at the rate of today";
+  EXPECT_EQ(rubriques.ValeurRubriqueEuro("K2"), 90 + 50);
+}
+
+TEST_F(Declaration, UneBoucleCompteZeroEtSeDit) {
+  InstalleVide("2003");
+  PoseTotaux(701, "A1", Recette, 0, 900);
+  Pose("A1", 1);
+  Pose("X", 2, "X+A1");
+  Pose("P", 3, "Q");
+  Pose("Q", 4, "P+A1");
+  Pose("R", 5, "P+A1");
+  Pose("S", 6, "S", Manuel{70});  // a manual amount has no formula
+  CEtat2035Doc etat(App(), Demandeur);
+  ASSERT_TRUE(etat.OnNewDocument());
+  EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{AvisBoucles2035});
+  EXPECT_NE(Boite.Questions.at(0).texte.find("\n\nP > Q > P\nX > X"), std::string::npos)
+      << VersUtf8(Boite.Questions.at(0).texte);
+  std::vector<std::string> valeurs;
+  for (const LigneLue& ligne : LignesImprimees(etat)) valeurs.push_back(ligne.premier);
+  EXPECT_EQ(valeurs, (std::vector<std::string>{"90", "", "", "", "90", "7"}));
+}
+
+TEST_F(Declaration, BlocsDesReglages) {
+  InstalleVide("2003");
+  unsigned n = 10;
+  for (const int ligne : {0, 1, 7, 8, 12, 13, 33, 47, 48, 52, 53, 125, 129, 331, 481})
+    Pose("L" + std::to_string(n++), ligne, {}, Manuel{10}, std::to_string(ligne));
+  const struct {
+    const char *recettes, *depenses, *resultat, *tva, *lignes;
+  } cas[] = {
+      {"", " ", "", "", "1 7 8 12 12:125 12:129 13 33 33:331 47 48 48:481 52"},
+      {"0, 7", "12", "40,47", "49,53", ":0 1 7 12 12:125 12:129 47 52 53"},
+      {"7,1", "9,12", "34", "60, 70", "7 12 12:125 12:129"},
+  };
+  for (const auto& c : cas) {
+    Regle(Sec2035, Cle2035Recettes, c.recettes);
+    Regle(Sec2035, Cle2035Recettes + 1, c.depenses);
+    Regle(Sec2035, Cle2035Recettes + 2, c.resultat);
+    Regle(Sec2035, Cle2035Recettes + 3, c.tva);
+    CEtat2035Doc etat(App(), Demandeur);
+    ASSERT_TRUE(etat.OnNewDocument());
+    std::string lignes;
+    for (const LigneLue& l : LignesImprimees(etat))
+      lignes += (lignes.empty() ? "" : " ") + l.label + (l.label == l.designation ? "" : ":" + l.designation);
+    EXPECT_EQ(lignes, c.lignes);
+  }
+  // A block that begins with a sub-line.
+  CRubriques rubriques(App(), App().PathExercice);
+  PoseTexte(rubriques.Rec->Rubrique, "L18");
+  ASSERT_TRUE(rubriques.OpenFile() && rubriques.Find(0) && rubriques.Rec->Ligne == 48);
+  ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
+  Regle(Sec2035, Cle2035Recettes + 3, "");
+  CEtat2035Doc etat(App(), Demandeur);
+  ASSERT_TRUE(etat.OnNewDocument());
+  EXPECT_EQ(LignesImprimees(etat).at(4).designation, "481");
+}
+
+TEST_F(Declaration, MoisDeLExercice) {
+  InstalleVide("2003");
+  const struct {
+    const char *debut, *fin, *texte;
+  } cas[] = {{"01/01/2003", "31/12/2003", "pour 12 mois"},
+             {"15/07/2003", "31/12/2003", "pour 6 mois"},
+             {"31/07/2002", "01/12/2003", "pour 18 mois"},
+             {"10/05/2003", "12/05/2003", "pour 1 mois"}};
+  for (const auto& c : cas) {
+    ASSERT_TRUE(App().Reglages.EcritIniExercice({}, Texte(CleDebut), c.debut));
+    ASSERT_TRUE(App().Reglages.EcritIniExercice({}, "Fin", c.fin));
+    CEtat2035Doc etat(App(), Demandeur);
+    ASSERT_TRUE(etat.OnNewDocument());
+    EXPECT_NE(test::TexteEtat(etat).find(c.texte), std::string::npos) << c.debut;
+  }
+}
+
+// -- Random books against a naive evaluation
+
+/// All records of an exercice in memory, and the rules of a heading's value word by word.
+class Naif {
+ public:
+  Naif(CFenlorApp& app, bool euro) : m_euro(euro) {
+    CRubriques rubriques(app, app.PathExercice);
+    CPlan plan(app, app.PathExercice);
+    EXPECT_TRUE(rubriques.OpenFile() && plan.OpenFile());
+    for (bool b = rubriques.First(3); b; b = rubriques.Next(3)) Lignes.push_back(*rubriques.Rec);
+    for (bool b = plan.First(0); b; b = plan.Next(0)) m_comptes.push_back(*plan.Rec);
+    CalculVariables2035(app, m_variables);
+  }
+
+  std::vector<Rubrique> Lignes;  ///< in order of their lines
+
+  f64 Valeur(const std::string& code) const {
+    const Rubrique* r = Trouve(code);
+    f64 valeur = 0;
+    if (r && r->Manuel) {
+      valeur = m_euro ? r->ManuelEuro : r->ManuelFranc;
+    } else if (r && Atteint(code, code)) {
+      valeur = 0;
+    } else if (!r || r->Formule[0] == 0) {
+      for (const Plan& p : m_comptes) {
+        const f64 solde = m_euro ? p.CreditEuro - p.DebitEuro : p.CreditFranc - p.DebitFranc;
+        if (code.size() == 3 && LitTexte(p.Rubrique) == code && (p.Type == 1 || p.Type == 2))
+          valeur += p.Type == 1 ? solde : -solde;
+      }
+    } else {
+      for (const auto& [signe, terme] : Termes(*r)) valeur += signe * std::max(0.0, Valeur(terme));
+    }
+    for (const auto& [nom, variable] : {std::pair{"&AMORT", m_variables.amortissements},
+                                        {"&PVC", m_variables.plusValues},
+                                        {"&MVC", m_variables.moinsValues},
+                                        {"&IMMO_HTVA", m_variables.immobilisationsHTVA}})
+      if (code == nom) valeur += m_euro ? variable.euro : variable.franc;
+    return std::floor(valeur + 0.5);
+  }
+
+ private:
+  const Rubrique* Trouve(const std::string& code) const {
+    for (const Rubrique& r : Lignes)
+      if (LitTexte(r.Rubrique) == code) return &r;
+    return nullptr;
+  }
+  static std::vector<std::pair<int, std::string>> Termes(const Rubrique& r) {
+    std::vector<std::pair<int, std::string>> termes{{1, {}}};
+    for (const char c : LitTexte(r.Formule)) {
+      if (c == '+' || c == '-')
+        termes.push_back({c == '+' ? 1 : -1, {}});
+      else if (c != ' ')
+        termes.back().second += c;
+    }
+    for (auto& [signe, terme] : termes)
+      if (!terme.empty() && terme.size() < 3) terme.resize(3, ' ');
+    return termes;
+  }
+  bool Atteint(const std::string& de, const std::string& vers) const {
+    std::set<std::string> vus;
+    std::vector<std::string> afaire{de};
+    while (!afaire.empty()) {
+      const Rubrique* r = Trouve(afaire.back());
+      afaire.pop_back();
+      if (!r || r->Manuel) continue;
+      for (const auto& [signe, terme] : Termes(*r)) {
+        if (terme == vers) return true;
+        if (vus.insert(terme).second) afaire.push_back(terme);
+      }
+    }
+    return false;
+  }
+
+  bool m_euro;
+  std::vector<Plan> m_comptes;
+  Variables2035 m_variables;
+};
+
+TEST_F(Declaration, CommeUneEvaluationNaive) {
+  InstalleVide("2003");
+  std::mt19937 hasard(2035);
+  const auto de = [&](int a, int b) {
+    return a + static_cast<int>(hasard() % static_cast<unsigned>(b - a + 1));
+  };
+  const auto code = [&] {
+    return std::string(1, "ABC"[de(0, 2)]) + (de(0, 3) ? std::to_string(de(0, 19)) : "");
+  };
+  const auto montant = [&] { return de(0, 4) ? de(-2000, 100000) / 100.0 : 0; };
+  const auto formule = [&](bool boucles) {
+    std::string f;
+    for (int n = de(1, 6); n > 0; --n) {
+      f += de(0, 3) ? "+" : (de(0, 1) ? " - " : "-");
+      const int quoi = de(0, 9);
+      std::string terme = code();
+      if (!boucles) terme[0] = 'C';  // of accounts and amounts only
+      f += quoi == 0 ? "&AMORT" : quoi == 1 ? "&PVC" : quoi == 2 ? "A100" : quoi == 3 ? "" : terme;
+    }
+    return f;
+  };
+  int boucles = 0;
+  for (int livre = 0; livre < 12; ++livre) {
+    SCOPED_TRACE(livre);
+    {
+      CRubriques rubriques(App(), App().PathExercice);
+      CPlan plan(App(), App().PathExercice);
+      CImmobilisations immos(App(), App().PathCabinet);
+      ASSERT_TRUE(rubriques.OpenFile() && plan.OpenFile() && immos.OpenFile());
+      while (rubriques.First(0)) ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
+      while (plan.First(0)) ASSERT_TRUE(plan.Delete(plan.GetPos()));
+      while (immos.First(0)) ASSERT_TRUE(immos.Delete(immos.GetPos()));
+      QVAPI::Unite unite(Magasin());
+      for (unsigned n = 0; n < 60; ++n)
+        PoseTotaux(1000 + n, de(0, 9) ? code() : "", static_cast<i16>(de(0, 4)), montant(), montant());
+      std::set<std::string> pris;
+      for (int n = 0; n < 40; ++n) {
+        const std::string c = code();
+        if (!pris.insert(c).second) continue;
+        const int ligne = de(0, 3) ? de(0, 60) : de(100, 609);
+        const int genre = c[0] == 'C' ? de(0, 3) : de(0, 9);
+        if (genre == 0)
+          Pose(c, ligne, "A1", Manuel{montant()});
+        else if (genre < 4)
+          Pose(c, ligne);
+        else
+          Pose(c, ligne, formule(livre % 3 == 0));
+      }
+      for (u32 n = 1; n <= 4; ++n)
+        Immobilise(n, FaitDate(1, static_cast<unsigned>(de(1, 12)), static_cast<unsigned>(de(1999, 2003))),
+                   de(0, 9000), de(0, 1) ? FaitDate(20, 12, 2003) : 0, de(0, 5000));
+      ASSERT_TRUE(unite.Valide());
+    }
+    App().AfficherDouble = livre % 2 == 0;
+    const Naif franc(App(), false), euro(App(), true);
+    const auto texte = [](f64 valeur, const char* signe) {
+      return valeur > 0 ? FormatMontant(valeur, 0) + signe : std::string();
+    };
+    std::vector<LigneLue> attendues;
+    for (const auto& [premier, dernier] : {std::pair{1, 7}, {8, 32}, {33, 47}, {48, 52}}) {
+      for (const Rubrique& r : euro.Lignes) {
+        const int ligne = r.Ligne > 99 ? r.Ligne / 10 : r.Ligne;
+        if (ligne < premier || ligne > dernier) continue;
+        const std::string c = LitTexte(r.Rubrique);
+        const f64 f = franc.Valeur(c), e = euro.Valeur(c);
+        LigneLue l{std::to_string(ligne), LitTexte(r.Designation), c, texte(e, premier == 1 ? "" : " €"), ""};
+        if (App().AfficherDouble) l.premier = texte(f, ""), l.second = texte(e, " €");
+        attendues.push_back(l);
+      }
+    }
+    Boite.Oublie();
+    CEtat2035Doc etat(App(), Demandeur);
+    ASSERT_TRUE(etat.OnNewDocument());
+    EXPECT_EQ(LignesImprimees(etat), attendues);
+    VerifiePages(etat, "2035");
+    boucles += static_cast<int>(Boite.Questions.size());
+  }
+  EXPECT_GT(boucles, 0);
+}
+
+// -- What may go wrong
+
+TEST_F(Declaration, SansExercice) {
+  CEtat2035Doc etat(App(), Demandeur);
+  EXPECT_FALSE(etat.OnNewDocument());
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice});
+}
+
+TEST_F(Declaration, Arretee) {
+  Installe(test::AffichageLivre::Euro);
+  Immobilise(1, Le(1, 1), 1000);
+  Boite.ArretApres = 1000;
+  CEtat2035Doc complete(App(), Demandeur);
+  ASSERT_TRUE(complete.OnNewDocument());
+  const int pas = Boite.NbArrets;
+  EXPECT_GE(pas, 8) << "an asset and seven lines";
+  EXPECT_TRUE(Boite.Annulable);
+  EXPECT_EQ(Boite.Textes,
+            std::vector<std::string>{"\nConstruction de la déclaration fiscale\n\nen cours..."_w});
+  for (int k = 0; k < pas; ++k) {
+    Boite.NbArrets = 0;
+    Boite.ArretApres = k;
+    CEtat2035Doc etat(App(), Demandeur);
+    EXPECT_FALSE(etat.OnNewDocument()) << k;
+    EXPECT_EQ(Boite.Profondeur, 0u);
+  }
+  EXPECT_TRUE(Boite.Erreurs.empty());
+  Boite.ArretApres = -1;
+  EXPECT_EQ(Demandeur.Nombre, 0u) << "nothing is asked";
+}
+
+TEST_F(Declaration, SansRien) {
+  InstalleVide("2003");
+  CEtat2035Doc etat(App(), Demandeur);
+  ASSERT_TRUE(etat.OnNewDocument());
+  EXPECT_TRUE(LignesImprimees(etat).empty());
+  VerifiePages(etat, "2035");
+}
+
+class DisquePlein2035 : public Avec2035<test::CabinetDeTest> {
+ public:
+  DisquePlein2035() : Avec2035(test::Cles::Memoire, 256u << 10, &Fautif()) {}
+  static SystemeFautif& Fautif() {
+    static SystemePosix posix;
+    static SystemeFautif systeme(posix);
+    return systeme;
+  }
+  test::DemandeurScript Demandeur;
+};
+
+TEST_F(DisquePlein2035, PasDeDeclaration) {
+  InstalleVide("2003");
+  for (int ligne = 1; ligne <= 52; ++ligne) Pose(std::to_string(ligne), ligne, {}, Manuel{100});
+  Fautif().SurChemin("FNL");
+  Fautif().Programme(2, ENOSPC, SystemeFautif::Ecriture);
+  CEtat2035Doc etat(App(), Demandeur);
+  EXPECT_FALSE(etat.OnNewDocument());
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrEtatEcriture});
+  EXPECT_EQ(Boite.Profondeur, 0u);
+  Fautif().Repare();
+  EXPECT_TRUE(etat.OnNewDocument());
+  EXPECT_EQ(LignesImprimees(etat).size(), 52u);
+}
+
+// -- The whole practice
+
+class DemoDeclaree : public Avec2035<test::CabinetDeTest> {
+ protected:
+  /// Receipts less expenses, from the lines of the journal.
+  f64 Solde() {
+    std::map<std::string, i16> types;
+    CPlan plan(App(), App().PathExercice);
+    CLines lignes(App(), App().PathExercice);
+    EXPECT_TRUE(plan.OpenFile() && lignes.OpenFile());
+    for (bool b = plan.First(0); b; b = plan.Next(0)) types[LitTexte(plan.Rec->Compte)] = plan.Rec->Type;
+    f64 solde = 0;
+    EXPECT_TRUE(Magasin().QVParcours(lignes.NumFichier, [&](Position, const void* rec) {
+      const Line& l = *static_cast<const Line*>(rec);
+      const i16 type = types.at(LitTexte(l.Compte));
+      const f64 montant = App().Reglages.IsEuro() ? l.MontantEuro : l.MontantFranc;
+      if (type == Recette || type == Depense) solde += l.Sens ? montant : -montant;
+      return true;
+    }));
+    return solde;
+  }
+  test::DemandeurScript Demandeur;
+};
+
+TEST_F(DemoDeclaree, LeResultatEstCeluiDesLivres) {
+  ASSERT_TRUE(RemplitDemo(App(), [](const ResumeDemo&) {}));
+  Immobilise(1, FaitDate(15, 3, 2001), 10000);
+  Immobilise(2, FaitDate(1, 7, 2003), 2500);
+  // 2001 in Franc: 286 days of 360, of a fifth; then a year, and half a year of the second one.
+  const std::pair<const char*, f64> annees[] = {
+      {"2001", 10000 * Taux / 5 * 286 / 360}, {"2002", 2000}, {"2003", 2000 + 250}};
+  for (const auto& [annee, dotation] : annees) {
+    SCOPED_TRACE(annee);
+    ASSERT_TRUE(OuvreExercice(annee));
+    const bool euro = App().Reglages.IsEuro();
+    Rubriques2035 rubriques = Rubriques();
+    const auto valeur = [&](const char* code) {
+      return euro ? rubriques.ValeurRubriqueEuro(code) : rubriques.ValeurRubriqueFranc(code);
+    };
+    const f64 resultat = std::max(0.0, valeur("46")) - std::max(0.0, valeur("47"));
+    const f64 livres = Solde() - dotation;
+    std::printf("%s: %.2f in the books, %.0f on the statement\n", annee, livres, resultat);
+    // Each of the 33 headings that are added up is rounded by half a unit at most.
+    EXPECT_NEAR(resultat, livres, 33 * 0.5);
+    EXPECT_GT(std::abs(resultat), 10000);
+    CEtat2035Doc etat(App(), Demandeur);
+    ASSERT_TRUE(etat.OnNewDocument());
+    const std::vector<LigneLue> lignes = LignesImprimees(etat);
+    const auto benefice =
+        std::find_if(lignes.begin(), lignes.end(), [](const auto& l) { return l.label == "46"; });
+    ASSERT_NE(benefice, lignes.end());
+    EXPECT_EQ(benefice->premier, FormatMontant(resultat, 0) + (euro ? " €" : ""));
+    test::PetitLivre::VerifiePages(etat, annee);
+  }
+}
+
+}  // namespace
+}  // namespace fenlor

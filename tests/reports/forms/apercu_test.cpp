@@ -1,0 +1,284 @@
+// Preview and printing: the life of a report.
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPrinter>
+#include <QRegularExpression>
+#include <QTest>
+
+#include "core/textes.h"
+#include "reports/forms/etatdetest.h"
+#include "reports/forms/feuillesapercu.h"
+#include "reports/forms/framewndprint.h"
+#include "reports/forms/previewtoolbar.h"
+#include "reports/forms/previewview.h"
+#include "ui/texteqt.h"
+
+namespace fenlor::test {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class ApercuTest : public EtatsUiTest {
+ protected:
+  ~ApercuTest() override {
+    Impression.reset();
+    EXPECT_EQ(EtatDeTest::Vivants, 0);
+  }
+
+  static CFrameWndPrint::Fabrique Fabrique(unsigned lignes, bool paysage = false, bool demande = false) {
+    return [=](CFenlorApp& app, DemandeurCriteres& demandeur) {
+      return std::make_unique<EtatDeTest>(app, demandeur, lignes, paysage, demande);
+    };
+  }
+  CZNPreviewView& Ouvre(unsigned lignes, bool paysage = false) {
+    EXPECT_TRUE(Impression->Ouvre(Fabrique(lignes, paysage), DemandeEtat::Apercu));
+    return *Impression->Apercu();
+  }
+  void Touche(Qt::Key touche, Qt::KeyboardModifiers modificateurs = {}) {
+    QTest::keyClick(&Impression->Apercu()->Feuilles(), touche, modificateurs);
+  }
+  QAction& Action(const char* nom) { return Trouve<QAction>(Impression->Apercu()->Barre(), nom); }
+  std::string Numero() {
+    return Trouve<QLabel>(Impression->Apercu()->Barre(), "numeroPage").text().toStdString();
+  }
+  /// Commands of the bar that can be used.
+  std::string Actives() {
+    std::string noms;
+    for (const QAction* action : Impression->Apercu()->Barre().actions())
+      if (action->isEnabled() && !action->objectName().isEmpty() && !action->isSeparator())
+        noms += action->objectName().toStdString() + " ";
+    return noms;
+  }
+  static unsigned PagesPdf(const QString& chemin) {
+    QFile fichier(chemin);
+    EXPECT_TRUE(fichier.open(QIODevice::ReadOnly));
+    return static_cast<unsigned>(QString::fromLatin1(fichier.readAll()).count(u"/Type /Page\n"_s));
+  }
+
+  std::vector<QPointer<QWidget>> Fenetres;
+  std::unique_ptr<CFrameWndPrint> Impression = std::make_unique<CFrameWndPrint>(Ui, [this](Vue* vue) {
+    vue->setAttribute(Qt::WA_DeleteOnClose);
+    Fenetres.emplace_back(vue);
+    vue->resize(900, 700);
+    vue->show();
+    vue->activateWindow();
+    QApplication::processEvents();
+  });
+};
+
+TEST_F(ApercuTest, LaBarreSuitLesPages) {
+  CZNPreviewView& apercu = Ouvre(330);
+  const u32 pages = Impression->Pages()->NombrePages();
+  ASSERT_EQ(pages, 5u);
+  FeuillesApercu& f = apercu.Feuilles();
+  const std::string toujours = "imprimer pdf ", fin = "fermer ";
+  EXPECT_EQ(apercu.windowTitle(), u"Etat d'été - Aperçu avant impression"_s);
+  EXPECT_EQ(Numero(), "Page 1 / 5");
+  EXPECT_EQ(Actives(), toujours + "unePage deuxPages premiere suivante derniere zoomPlus " + fin);
+  Touche(Qt::Key_PageDown);
+  EXPECT_EQ(Numero(), "Page 2 / 5");
+  Touche(Qt::Key_End);
+  EXPECT_EQ(Numero(), "Page 5 / 5");
+  Touche(Qt::Key_PageDown);
+  EXPECT_EQ(f.Page(), 5u);
+  EXPECT_EQ(Actives(), toujours + "unePage deuxPages premiere precedente derniere zoomPlus " + fin);
+
+  Action("deuxPages").trigger();
+  EXPECT_TRUE(Action("deuxPages").isChecked() && !Action("unePage").isChecked());
+  EXPECT_EQ(Numero(), "Pages 4 et 5 / 5");
+  Touche(Qt::Key_Home);
+  EXPECT_EQ(Numero(), "Pages 1 et 2 / 5");
+  Action("derniere").trigger();
+  EXPECT_EQ(f.Page(), pages - 2 + 1);
+  Action("precedente").trigger();
+  EXPECT_EQ(f.Page(), 3u);
+
+  // Enlarged: one page, which scrolls before the next one comes.
+  const qreal entiere = f.Echelle();
+  Touche(Qt::Key_Plus, Qt::ControlModifier);
+  EXPECT_GT(f.Echelle(), entiere);
+  EXPECT_EQ(Numero(), "Page 3 / 5");
+  EXPECT_EQ(Actives(),
+            toujours + "premiere precedente suivante derniere zoomPlus zoomMoins ajuste " + fin);
+  while (f.PeutAgrandir()) Action("zoomPlus").trigger();
+  EXPECT_FALSE(Action("zoomPlus").isEnabled());
+  Touche(Qt::Key_PageUp);  // to the top first, wherever the middle was
+  for (int i = 0; f.Page() == 3 && i < 50; ++i) Touche(Qt::Key_PageDown);
+  EXPECT_EQ(f.Page(), 4u);
+  Touche(Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(f.Echelle(), entiere);
+  EXPECT_EQ(Numero(), "Pages 4 et 5 / 5") << "two pages again";
+  while (Action("zoomPlus").isEnabled()) Action("zoomPlus").trigger();
+  while (f.EstAgrandi()) Touche(Qt::Key_Minus, Qt::ControlModifier);
+  EXPECT_EQ(f.Echelle(), entiere);
+}
+
+TEST_F(ApercuTest, UneSeulePage) {
+  Ouvre(3);
+  EXPECT_EQ(Numero(), "Page 1 / 1");
+  EXPECT_EQ(Actives(), "imprimer pdf zoomPlus fermer ");
+}
+
+TEST_F(ApercuTest, DessineLaFeuille) {
+  for (const bool paysage : {false, true}) {
+    CZNPreviewView& apercu = Ouvre(200, paysage);
+    QTest::qWait(20);
+    const QImage image = apercu.Feuilles().grab().toImage();
+    int haut = 0, large = 0, encre = 0;
+    for (int y = 0; y < image.height(); ++y) haut += image.pixelColor(image.width() / 2, y).lightness() > 100;
+    for (int x = 0; x < image.width(); ++x) large += image.pixelColor(x, image.height() - 40).lightness() > 250;
+    for (int x = 0; x < image.width(); ++x)
+      for (int y = 0; y < image.height(); ++y) encre += image.pixelColor(x, y).lightness() < 60;
+    EXPECT_EQ(haut < large, paysage);
+    EXPECT_GT(encre, 500);
+  }
+}
+
+TEST_F(ApercuTest, UnSeulEtatALaFois) {
+  Ouvre(20);
+  const QPointer<QWidget> premiere = Fenetres.back();
+  Ouvre(30);
+  EXPECT_EQ(EtatDeTest::Vivants, 1);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(premiere.isNull());
+  // The one that is open goes before the questions of the next one.
+  Robot robot;
+  robot.Attend("DialogPeriode", [&](QDialog& dialogue) {
+    EXPECT_EQ(EtatDeTest::Vivants, 1);
+    EXPECT_EQ(Impression->Apercu(), nullptr);
+    EXPECT_FALSE(Impression->Ouvre(Fabrique(5), DemandeEtat::Apercu)) << "one is being built";
+    dialogue.reject();
+  });
+  EXPECT_FALSE(Impression->Ouvre(Fabrique(40, false, true), DemandeEtat::Apercu));
+  EXPECT_EQ(EtatDeTest::Vivants, 0);
+
+  // Escape, the button, and a window that is thrown away.
+  Ouvre(20);
+  Touche(Qt::Key_Escape);
+  EXPECT_EQ(EtatDeTest::Vivants, 0);
+  Ouvre(20);
+  Action("fermer").trigger();
+  EXPECT_EQ(EtatDeTest::Vivants, 0);
+  Ouvre(20);
+  delete Fenetres.back();
+  EXPECT_EQ(EtatDeTest::Vivants, 0);
+  EXPECT_EQ(Impression->Apercu(), nullptr);
+}
+
+TEST_F(ApercuTest, ImprimerOuApercu) {
+  const struct {
+    DemandeEtat demande;
+    const char* preference;
+    bool apercu;
+  } cas[] = {{DemandeEtat::SelonPreference, "Oui", true},
+             {DemandeEtat::SelonPreference, "Non", false},
+             {DemandeEtat::Apercu, "Non", true},
+             {DemandeEtat::Impression, "Oui", false}};
+  for (const auto& c : cas) {
+    Regle("Préférences"_w, "Prévisualisation"_w, c.preference);
+    Robot robot;
+    if (!c.apercu)
+      robot.Attend("DialogImpression", [&](QDialog& dialogue) {
+        EXPECT_EQ(EtatDeTest::Vivants, 1);
+        dialogue.reject();
+      });
+    Impression->Ouvre(Fabrique(20), c.demande);
+    EXPECT_EQ(Impression->Apercu() != nullptr, c.apercu);
+    EXPECT_EQ(Impression->Etat() != nullptr, c.apercu) << "a print that is cancelled ends the report";
+  }
+  // From the preview: cancelled, the preview stays.
+  Robot robot;
+  robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
+  Ouvre(20);
+  Touche(Qt::Key_P, Qt::ControlModifier);
+  EXPECT_NE(Impression->Apercu(), nullptr);
+}
+
+TEST_F(ApercuTest, ImprimeDansUnFichier) {
+  Ouvre(330);
+  const QString fichier = QString::fromStdString(Dossier()) + u"/imprime.pdf"_s;
+  const auto imprime = [&](const std::function<void(QPrinter&)>& regle) {
+    QPrinter imprimante(QPrinter::HighResolution);
+    imprimante.setOutputFormat(QPrinter::PdfFormat);
+    imprimante.setOutputFileName(fichier);
+    imprimante.setPageLayout(FeuilleParDefaut());
+    regle(imprimante);
+    return Impression->ImprimeSur(imprimante);
+  };
+  ASSERT_TRUE(imprime([](QPrinter&) {}));
+  EXPECT_EQ(PagesPdf(fichier), 5u);
+  EXPECT_EQ(Boite.Place, 5u);
+  EXPECT_EQ(Boite.Profondeur, 0u);
+  ASSERT_TRUE(imprime([](QPrinter& imprimante) {
+    imprimante.setPrintRange(QPrinter::PageRange);
+    imprimante.setFromTo(2, 3);
+    imprimante.setPageOrder(QPrinter::LastPageFirst);
+  }));
+  EXPECT_EQ(PagesPdf(fichier), 2u);
+  // The printer's own sheet, and not that of the settings.
+  ASSERT_TRUE(imprime([](QPrinter& imprimante) { imprimante.setPageSize(QPageSize(QPageSize::A5)); }));
+  EXPECT_GT(PagesPdf(fichier), 5u);
+
+  Boite.ArretApres = Boite.NbArrets + 1;
+  EXPECT_FALSE(imprime([](QPrinter&) {}));
+  EXPECT_THAT(Boite.Erreurs, IsEmpty());
+  Boite.ArretApres = -1;
+  EXPECT_FALSE(imprime([&](QPrinter& i) { i.setOutputFileName(QString::fromStdString(Dossier()) + u"/non/x.pdf"_s); }));
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrImpression});
+}
+
+TEST_F(ApercuTest, ExporteEnPdf) {
+  Ouvre(330);
+  Robot robot;
+  robot.Attend("DialogPdf", [&](QDialog& dialogue) {
+    auto& fichiers = dynamic_cast<QFileDialog&>(dialogue);
+    EXPECT_EQ(QFileInfo(fichiers.selectedFiles().value(0)).fileName(), u"Etat-d-été-2003.pdf"_s);
+    fichiers.setDirectory(QString::fromStdString(Dossier()));
+    Trouve<QLineEdit>(fichiers, "fileNameEdit").setText(u"sortie"_s);
+    QMetaObject::invokeMethod(&fichiers, "accept");
+  });
+  Touche(Qt::Key_E, Qt::ControlModifier);
+  EXPECT_EQ(PagesPdf(QString::fromStdString(Dossier()) + u"/sortie.pdf"_s), 5u);
+  EXPECT_NE(Impression->Apercu(), nullptr);
+}
+
+TEST_F(ApercuTest, LaFeuilleEstGardee) {
+  Robot robot;
+  robot.Attend("DialogMiseEnPage", [](QDialog& dialogue) {
+    dialogue.accept();
+  });
+  Impression->Configure();
+  EXPECT_EQ(App().Reglages.LitIni("Fenlor", "Mise en page"), "A4, 0, 100, 100, 100, 100");
+  Regle("Fenlor", "Mise en page", "A5, 1, 150, 100, 200, 120");
+  Ouvre(20);
+  const QPageLayout& feuille = Impression->Pages()->Feuille();
+  EXPECT_EQ(feuille.pageSize().id(), QPageSize::A5);
+  EXPECT_EQ(feuille.orientation(), QPageLayout::Landscape);
+  EXPECT_EQ(feuille.margins(QPageLayout::Millimeter), QMarginsF(15, 10, 20, 12));
+  Regle("Fenlor", "Mise en page", "n'importe quoi");
+  Ouvre(20);
+  EXPECT_EQ(Impression->Pages()->Feuille(), FeuilleParDefaut());
+}
+
+TEST_F(ApercuTest, LesPreferencesRefontLesPages) {
+  CZNPreviewView& apercu = Ouvre(330);
+  Touche(Qt::Key_End);
+  Regle("Préférences"_w, "Police des impressions", "Courier, 20");
+  apercu.Actualise(ActualiseTout);
+  EXPECT_EQ(Impression->Pages()->NombrePages(), 11u);
+  EXPECT_EQ(Numero(), "Page 5 / 11");
+  Regle("Préférences"_w, "Police des impressions", "Courier, 5");
+  apercu.Actualise(ActualiseTout);
+  EXPECT_EQ(Numero(), "Page 3 / 3");
+}
+
+}  // namespace
+}  // namespace fenlor::test
