@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "classeur.h"
+#include "dialoguemuet.h"
 #include "mesures.h"
 #include "reports/etatgrandlivre.h"
 
@@ -27,11 +28,6 @@ namespace {
 constexpr u16 CleCompteDate = 77;
 constexpr unsigned LignesBarre = 300'000;
 constexpr double Barre = 4;
-
-[[noreturn]] void Abandonne(const std::string& texte) {
-  std::fprintf(stderr, "bench_etats: %s\n", texte.c_str());
-  std::exit(1);
-}
 
 /// Bytes of the process in memory: its own, and those of files that it maps.
 struct Residence {
@@ -45,23 +41,16 @@ Residence MesureResidence() {
   return {(residentes - partagees) * page, partagees * page};
 }
 
-class DialogueMuet : public Dialogue {
+/// Counts the steps of a report, and looks at the memory now and then.
+class Observateur : public DialogueMuet {
  public:
   u64 Pas = 0;
-  bool Observe = false;  ///< look at the memory now and then
-  u64 Maximum = 0;       ///< bytes of its own
+  bool Observe = false;
+  u64 Maximum = 0;  ///< bytes of its own
 
-  void Erreur(unsigned, const std::string& texte) override { Abandonne(texte); }
-  int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
-  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
-  void FermeProgress() override {}
-  void SetTexte(const std::string&) override {}
-  void SetMax(u32) override {}
-  void SetPos(u32) override {}
   void Step() override {
     if (++Pas % 1024 == 0 && Observe) Maximum = std::max(Maximum, MesureResidence().propre);
   }
-  bool IsAborted() override { return false; }
 };
 
 class ToutLeLivre : public DemandeurCriteres {
@@ -77,7 +66,7 @@ const std::string& Remplit(const std::string& dossier, unsigned lignes) {
     _exit(0);
   }
   int etat = 1;
-  if (enfant < 0 || waitpid(enfant, &etat, 0) < 0 || etat != 0) Abandonne("the books cannot be made");
+  if (enfant < 0 || waitpid(enfant, &etat, 0) < 0 || etat != 0) Echec("the books cannot be made");
   return dossier;
 }
 
@@ -93,7 +82,7 @@ class Livre {
     m_app.AfficherDouble = deux;
     CEtatGrandLivreDoc etat(m_app, m_demandeur);
     m_dialogue.Pas = 0;
-    if (!etat.OnNewDocument()) Abandonne("no report");
+    if (!etat.OnNewDocument()) Echec("no report");
     return etat.TailleTexte();
   }
   u64 Rangees() const { return m_dialogue.Pas; }
@@ -111,7 +100,7 @@ class Livre {
     std::string cle;
     Line ligne;
     for (Position p = magasin.QVFirstKey(CleCompteDate, cle); p; p = magasin.QVNextKey(CleCompteDate, cle)) {
-      if (!magasin.QVReadRec(FichierJournal, p, &ligne)) Abandonne("a line cannot be read");
+      if (!magasin.QVReadRec(FichierJournal, p, &ligne)) Echec("a line cannot be read");
       m_vues += ligne.Mouvement;
       ++lignes;
     }
@@ -130,7 +119,7 @@ class Livre {
 
  private:
   Classeur m_classeur;
-  DialogueMuet m_dialogue;
+  Observateur m_dialogue;
   ToutLeLivre m_demandeur;
   CFenlorApp m_app;
   u64 m_vues = 0;
@@ -177,12 +166,12 @@ int Principal(unsigned tours, unsigned lignes) {
     livre.Construit(false);
     if (lues != lignes / LignesParEcriture * LignesParEcriture || livre.EnPlace() != lues ||
         livre.Rangees() != lues)
-      Abandonne("the ledger is not what was written");
+      Echec("the ledger is not what was written");
     memoire(lignes, livre.MemoireAuPlus());
     std::printf("general ledger of %u lines; medians of %u runs\n", lignes, tours);
     rapport = Mesure(livre, tours, false);
     rapport = std::max(rapport, Mesure(livre, tours, true));
-    if (livre.Vues() == 0) Abandonne("nothing was read");
+    if (livre.Vues() == 0) Echec("nothing was read");
   }
   std::filesystem::remove_all(dossier);
   if (lignes != LignesBarre) return 0;

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "dialoguemuet.h"
 #include "mesures.h"
 #include "pages/enregistreur.h"
 #include "pages/etatdoc.h"
@@ -24,19 +25,6 @@ namespace {
 
 constexpr unsigned paires = 9;
 constexpr u32 lignesParPage = 78;
-
-class DialogueMuet : public Dialogue {
- public:
-  void Erreur(unsigned, const std::string& texte) override { Echec(texte); }
-  int Message(unsigned, unsigned, const std::string& texte) override { Echec(texte); }
-  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
-  void FermeProgress() override {}
-  void SetTexte(const std::string&) override {}
-  void SetMax(u32) override {}
-  void SetPos(u32) override {}
-  void Step() override {}
-  bool IsAborted() override { return false; }
-};
 
 /// A ledger of invented lines, with a section and a sum every forty of them.
 class EtatLivre : public CEtatDoc {

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Pictures of the program on the demo practice, under a display of its own: main
-# window, new-exercice form, each page of the options and of the preferences.
+# window, new-exercice form, each page of the options and of the preferences, lists, journals and their forms.
 #   docs/captures.sh FOLDER [WIDTHxHEIGHT]
 # SCALE=2 doubles the interface; FENLOR_PALETTE=sombre shows it on a dark palette.
 set -eu
@@ -62,6 +62,37 @@ for fenetre in tresorerie:ctrl+t comptes-recettes:ctrl+shift+r plan-comptable:ct
   touche Escape
   touche ctrl+F4
 done
+for journal in recettes:ctrl+r depenses:ctrl+d operations-diverses:ctrl+shift+o; do
+  touche "${journal#*:}"
+  capture "journal-${journal%%:*}"
+  touche ctrl+j
+  capture "journal-${journal%%:*}-lignes"
+  touche F2
+  capture "ecriture-${journal%%:*}"
+  touche Escape
+  touche ctrl+F4
+done
+touche ctrl+r
+touche Insert
+capture ecriture-ajout
+touche alt+m
+capture ecriture-multiple
+touche Insert
+capture ligne-tresorerie
+touche Escape Escape
+touche ctrl+f
+capture criteres
+touche Escape
+touche ctrl+m
+capture mois
+touche Escape
+touche ctrl+F4
+touche ctrl+shift+v
+capture virement
+touche Escape
+xdotool key alt+t; pause; touche v v Return
+capture validation
+touche Escape
 touche alt+Return
 capture proprietes
 touche Escape

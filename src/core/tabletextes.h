@@ -19,8 +19,10 @@ constexpr bool EnOrdre(TableTextes table) {
   return true;
 }
 
-/// Numbers from here on are those of the reports.
-constexpr unsigned PremierTexteEtat = 7000;
+/// Errors, refusals and questions; titles, words, keys of settings and formats; strings of the reports.
+constexpr unsigned PremierMot = 5000, PremierTexteEtat = 7000;
+TableTextes TextesMessages();
+TableTextes TextesMots();
 TableTextes TextesEtats();
 
 }  // namespace fenlor

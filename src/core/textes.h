@@ -23,7 +23,7 @@ std::string RemplitFormat(const std::string& format, std::initializer_list<std::
 /// "Erreur non répertoriée (identificateur inconnu : %u)".
 std::string TexteErreur(unsigned numero, std::initializer_list<std::string> arguments);
 
-/// Numbers of this system's own texts. The texts stand in textes.cpp.
+/// Numbers of this system's own texts. The texts stand in textes_*.cpp.
 enum TexteId : unsigned {
   // Refusals
   ErrLigneIllisible = 3200,      ///< "Ligne %s : %s" a line of JSON that cannot be read

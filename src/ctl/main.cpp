@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 #include "ctl/ctl.h"
 
@@ -38,10 +39,29 @@ std::string DossierProgrammes() {
   return {};
 }
 
-#ifdef FENLOR_PDF
+#ifndef FENLOR_PDF
+/// Pages are painted by a program of its own, so that all other commands start without the
+/// toolkit. Returns when there is nothing to paint, or no such program.
+void CedeAuPdf(int argc, char** argv) {
+  char chemin[4096];
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view mot = argv[i];
+    if (mot != "--pdf" && !mot.starts_with("--pdf=")) continue;
+    const ssize_t n = readlink("/proc/self/exe", chemin, sizeof chemin);
+    if (n <= 0) return;
+    const std::string peintre = std::string(chemin, static_cast<std::size_t>(n)) + "-pdf";
+    execv(peintre.c_str(), argv);
+    return;
+  }
+}
+#else
 /// Fonts need an application, which needs no screen.
 bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::string& fichier) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The toolkit's remarks on the desktop are nothing to the user of a terminal.
+  qInstallMessageHandler([](QtMsgType sorte, const QMessageLogContext&, const QString& texte) {
+    if (sorte == QtCriticalMsg || sorte == QtFatalMsg) std::cerr << texte.toStdString() << '\n';
+  });
   int argc = 1;
   char nom[] = "fenlorctl";
   char* argv[] = {nom, nullptr};
@@ -61,6 +81,8 @@ int main(int argc, char** argv) {
   options.pathProgrammes = DossierProgrammes();
 #ifdef FENLOR_PDF
   options.ecritPdf = EcritPdf;
+#else
+  CedeAuPdf(argc, argv);
 #endif
   return fenlor::ExecuteCtl({argv + (argc > 0), argv + argc}, std::cin, std::cout, std::cerr, options);
 }

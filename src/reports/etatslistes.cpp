@@ -52,8 +52,6 @@ bool CEtatListeSoldes::EcritListe(unsigned titre, bool tousTypes) {
   PoseTitre(Texte(titre));
   SetEtatEntete(EnteteListeTresorerie);
   SetEtatPied(PiedListeTresorerie);
-  // Five columns of amounts run into each other on an upright sheet.
-  SetEtatPaysage(true);
   LivresEtat livres(App);
   if (!livres.Ouvre() || EtatPrintf("\\H") < 0) return false;
   Travail travail(*this, AvancementListeTresorerie, livres.NombreComptes());

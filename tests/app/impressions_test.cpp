@@ -69,6 +69,8 @@ TEST_F(ImpressionsTest, LesFenetresSImpriment) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Principal->VueActive()->Titre(), titre) << "back where the command came from";
   }
+  Principal->Table().Execute(CmdApercu);  // it goes with the main window
+  EXPECT_NE(Impression().Apercu(), nullptr);
 }
 
 TEST_F(ImpressionsTest, LesEtatsDuMenu) {
@@ -76,10 +78,11 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
     unsigned commande;
     const char* forme;  ///< asked before
     const char* titre;
-  } cas[] = {{1026, "DialogPeriode", "Détail des écritures"}, {1027, "DialogPeriode", nullptr},
-             {1028, "DialogPeriode", "Grand livre"},          {1029, nullptr, "Balance des comptes"},
-             {1030, "DialogPeriode", "Etat de T.V.A."},       {1031, "DialogPeriode", "Etat de rapprochement"},
-             {1032, "DialogPeriode", "Centralisation"},       {1033, nullptr, nullptr}};
+  } cas[] = {
+      {1026, "DialogPeriode", "Détail des écritures"}, {1027, "DialogPeriode", nullptr},
+      {1028, "DialogPeriode", "Grand livre"},          {1029, nullptr, "Balance des comptes"},
+      {1030, "DialogPeriode", "Etat de T.V.A."},       {1031, "DialogPeriode", "Etat de rapprochement"},
+      {1032, "DialogPeriode", "Centralisation"},       {1033, nullptr, nullptr}};
   for (const auto& c : cas) {
     SCOPED_TRACE(c.commande);
     Robot robot;

@@ -62,9 +62,6 @@ CDialogFraisKm::CDialogFraisKm(ContexteUi& contexte, QWidget* parent)
   DeclareDistance(formulaire);
   DeclareBareme(formulaire);
   formulaire.Champ(u"Remboursement :"_s, m_montant, "remboursement").Largeur(16).Pousse();
-  QFont gras = m_montant.font();
-  gras.setBold(true);
-  m_montant.setFont(gras);
   Boutons(Mode::Ajout);
   m_supprimer = &AjouteBouton(u"&Supprimer"_s, "supprimer");
   connect(m_supprimer, &QPushButton::clicked, this, [this] { Supprime(); });
@@ -78,7 +75,11 @@ CDialogFraisKm::~CDialogFraisKm() = default;
 
 void CDialogFraisKm::DeclareDistance(Formulaire& formulaire) {
   const auto releve = [&](const QString& libelle, EditeurPas& champ, const char* nom) {
-    formulaire.Champ(libelle, champ, nom).Limite(6).SurChangement([this] { ChangeReleves(); }).ACote(*Mot(u"kms"_s));
+    formulaire.Champ(libelle, champ, nom)
+        .Limite(6)
+        .SurChangement([this] { ChangeReleves(); })
+        .SurDepart([this] { ChangeReleves(); })
+        .ACote(*Mot(u"kms"_s));
   };
   formulaire.Groupe(u"Distance parcourue"_s)
       .Case(m_compteur, u"&Compteur"_s, "compteur")
@@ -185,7 +186,7 @@ void CDialogFraisKm::ChangeReleves() {
   FicheFraisKm fiche = Lit();
   const QWidget* tape = focusWidget();
   ChangeReleve(App(), fiche);
-  // The number being typed is left alone: it is not whole yet.
+  // A last reading that is being typed is not whole yet.
   if (tape != &m_dernier) m_dernier.setText(Q(fiche.dernier));
   m_kms.setText(Q(fiche.kms));
   MontreMontant();

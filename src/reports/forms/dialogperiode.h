@@ -60,7 +60,8 @@ class CDialogPeriode : public CZNDialog {
 class DemandeurForme : public DemandeurCriteres {
  public:
   explicit DemandeurForme(ContexteUi& contexte) : m_contexte(contexte) {}
-  bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes, CriteresEtat& criteres) override;
+  bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
+               CriteresEtat& criteres) override;
 
  private:
   ContexteUi& m_contexte;

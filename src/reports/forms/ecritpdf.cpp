@@ -1,11 +1,14 @@
 #include "reports/forms/ecritpdf.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <cerrno>
 
 #include "core/textes.h"
+#include "store/systeme.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -14,7 +17,42 @@ namespace {
 
 QString EnQString(const std::string& texte) { return QString::fromStdString(VersUtf8(texte)); }
 
-std::string En1252(const QString& texte) { return DepuisUtf8(texte.toStdString()).value_or("?"); }
+/// What the code page lacks becomes "?".
+std::string En1252(const QString& texte) {
+  std::string sortie;
+  for (const QChar c : texte) sortie += DepuisUtf8(QString(c).toStdString()).value_or("?");
+  return sortie;
+}
+
+/// Remembers why it could first not be written: Qt forgets with the next success.
+class FichierSur : public QSaveFile {
+ public:
+  using QSaveFile::QSaveFile;
+  bool Ouvre() {
+    return Note([this] { return open(QIODevice::WriteOnly); });
+  }
+  bool Acheve() {
+    return m_code == 0 && Note([this] { return flush(); }) && Note([this] { return commit(); });
+  }
+  int Code() const { return m_code; }
+
+ protected:
+  qint64 writeData(const char* octets, qint64 taille) override {
+    qint64 ecrits = 0;
+    Note([&] { return (ecrits = QSaveFile::writeData(octets, taille)) == taille; });
+    return ecrits;
+  }
+
+ private:
+  template <class Acte>
+  bool Note(Acte&& acte) {
+    errno = 0;
+    if (acte()) return true;
+    if (m_code == 0) m_code = QFileInfo(fileName()).isDir() ? EISDIR : errno ? errno : EIO;
+    return false;
+  }
+  int m_code = 0;
+};
 
 /// Title and author as the description inside the document, where readers look for the author.
 QByteArray Description(const QString& titre, const QString& auteur) {
@@ -31,8 +69,9 @@ QByteArray Description(const QString& titre, const QString& auteur) {
       .toUtf8();
 }
 
-/// Draws the pages; false when the user stopped, or the file takes no more.
-bool DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, QSaveFile& fichier) {
+enum class Issue { Fait, Arrete, Echoue };
+
+Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, FichierSur& fichier) {
   QPdfWriter pdf(&fichier);
   pdf.setResolution(UnitesPeripherique);
   pdf.setPageLayout(vue.Feuille());
@@ -40,14 +79,14 @@ bool DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, QSa
   pdf.setDocumentXmpMetadata(Description(EnQString(titre), EnQString(vue.Qui().nom)));
   pdf.setCreator(EnQString(Texte(TitreApplication)));
   QPainter peintre;
-  if (!peintre.begin(&pdf)) return false;
+  if (!peintre.begin(&pdf)) return Issue::Echoue;
   for (u32 n = 1; n <= vue.NombrePages(); ++n) {
-    if (n > 1 && !pdf.newPage()) return false;
+    if ((n > 1 && !pdf.newPage()) || fichier.Code() != 0) return Issue::Echoue;
     vue.DessinePage(peintre, pdf.resolution(), n);
     app.Boite.Step();
-    if (app.Boite.IsAborted() || fichier.error() != QFileDevice::NoError) return false;
+    if (app.Boite.IsAborted()) return Issue::Arrete;
   }
-  return peintre.end();
+  return peintre.end() ? Issue::Fait : Issue::Echoue;
 }
 
 }  // namespace
@@ -55,21 +94,20 @@ bool DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, QSa
 bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const std::string& chemin,
               const QPageLayout& feuille) {
   const QString nom = QFile::decodeName(chemin.c_str());
-  QSaveFile fichier(nom);
+  FichierSur fichier(nom);
   const auto echoue = [&](const std::string& raison) {
     app.Boite.Erreur(ErrPdf, TexteFormat(ErrPdf, {En1252(nom), raison}));
     return false;
   };
   CEtatView vue(app, doc);
   if (!vue.Prepare(FeuillePour(doc, feuille))) return echoue(Texte(ErrEtatLecture));
-  if (!fichier.open(QIODevice::WriteOnly)) return echoue(En1252(fichier.errorString()));
+  if (!fichier.Ouvre()) return echoue(TexteErreurSysteme(fichier.Code()));
   app.Boite.OuvreProgress(titre, Texte(AvancementPdf), true, vue.NombrePages());
-  const bool dessine = DessinePages(app, vue, titre, fichier);
+  const Issue issue = DessinePages(app, vue, titre, fichier);
   app.Boite.FermeProgress();
-  if (dessine && fichier.commit()) return true;
-  if (fichier.error() != QFileDevice::NoError) return echoue(En1252(fichier.errorString()));
-  fichier.cancelWriting();
-  return false;
+  if (issue == Issue::Fait && fichier.Acheve()) return true;
+  if (issue == Issue::Arrete) return false;  // what was written goes with the object
+  return echoue(TexteErreurSysteme(fichier.Code() ? fichier.Code() : EIO));
 }
 
 }  // namespace fenlor

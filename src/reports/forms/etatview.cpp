@@ -22,7 +22,8 @@ bool CEtatView::Prepare(const QPageLayout& feuille) {
   m_feuille = feuille;
   m_device = PeripheriqueQt(m_feuille);
   m_page = PreparePage(
-      m_device, LitPoliceImpressions(m_app.Reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions))),
+      m_device,
+      LitPoliceImpressions(m_app.Reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions))),
       m_app.Reglages.IsBrouillon());
   m_qui = LitIdentiteEtat(m_app);
   auto pages = PagineEtat(m_doc, m_doc.Mesures(), static_cast<u32>(std::max(0, m_page.lignesParPage)));
@@ -35,7 +36,8 @@ bool CEtatView::DessinePage(QPainter& peintre, qreal unitesParPouce, u32 n) {
   const qreal echelle = unitesParPouce / UnitesPeripherique;
   peintre.scale(echelle, echelle);
   m_device.Peint(&peintre);
-  const bool dessinee = fenlor::DessinePage({m_doc, m_pages, m_page, m_qui, m_app.Magasin.Today()}, n, m_device);
+  const bool dessinee =
+      fenlor::DessinePage({m_doc, m_pages, m_page, m_qui, m_app.Magasin.Today()}, n, m_device);
   m_device.Peint(nullptr);
   peintre.restore();
   return dessinee;

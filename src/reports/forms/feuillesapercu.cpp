@@ -86,13 +86,15 @@ bool FeuillesApercu::PeutAgrandir() const { return Echelle() < *std::rbegin(zoom
 
 void FeuillesApercu::Agrandit() {
   const qreal echelle = Echelle();
-  const auto* zoom = std::find_if(std::begin(zooms), std::end(zooms), [&](qreal z) { return z > echelle + ecart; });
+  const auto* zoom =
+      std::find_if(std::begin(zooms), std::end(zooms), [&](qreal z) { return z > echelle + ecart; });
   if (zoom != std::end(zooms)) PoseZoom(*zoom);
 }
 
 void FeuillesApercu::Reduit() {
   if (!EstAgrandi()) return;
-  const auto zoom = std::find_if(std::rbegin(zooms), std::rend(zooms), [&](qreal z) { return z < m_zoom - ecart; });
+  const auto zoom =
+      std::find_if(std::rbegin(zooms), std::rend(zooms), [&](qreal z) { return z < m_zoom - ecart; });
   const qreal actuel = m_zoom;
   m_zoom = 0;
   const qreal entiere = Echelle();
@@ -212,7 +214,7 @@ void FeuillesApercu::keyPressEvent(QKeyEvent* evenement) {
     case Qt::Key_Left:
       if (EstAgrandi()) return QAbstractScrollArea::keyPressEvent(evenement);
       return VaPage(evenement->key() == Qt::Key_Down || evenement->key() == Qt::Key_Right ? m_page + 1
-                                                                                           : m_page - 1);
+                                                                                          : m_page - 1);
     case Qt::Key_Plus:
     case Qt::Key_Equal:
       return Agrandit();

@@ -50,8 +50,8 @@ class FeuillesApercu : public QAbstractScrollArea {
   void changeEvent(QEvent* evenement) override;
 
  private:
-  QSizeF Papier() const;    ///< in pixels, at scale 1
-  QSize Feuille() const;    ///< in pixels as it is seen
+  QSizeF Papier() const;  ///< in pixels, at scale 1
+  QSize Feuille() const;  ///< in pixels as it is seen
   QRect Place(u32 page) const;
   int Marge() const { return fontMetrics().height(); }
   void PoseZoom(qreal zoom);

@@ -55,8 +55,9 @@ QString JourFichier(Date date) { return QString::number(date); }
 QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat) {
   QString nom = Q(etat.TitreDocument());
   const CriteresEtat& criteres = etat.Criteres();
-  const bool partie = criteres.du && criteres.au &&
-                      (criteres.du != app.Reglages.GetDebutExercice() || criteres.au != app.Reglages.GetFinExercice());
+  const bool partie =
+      criteres.du && criteres.au &&
+      (criteres.du != app.Reglages.GetDebutExercice() || criteres.au != app.Reglages.GetFinExercice());
   nom += u' ' + (partie ? JourFichier(criteres.du) + u' ' + JourFichier(criteres.au) : Q(app.NomExercice));
   QString propre;
   for (const QChar c : nom) {
@@ -203,7 +204,8 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
 void CFrameWndPrint::ExportePdf() {
   if (!m_etat || m_occupe) return;
   const QScopedValueRollback occupe(m_occupe, true);
-  if (m_dossierPdf.isEmpty()) m_dossierPdf = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  if (m_dossierPdf.isEmpty())
+    m_dossierPdf = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   QFileDialog dialogue(m_apercu ? m_apercu->window() : Proprietaire(), TexteQ(TitreExportPdf), m_dossierPdf,
                        TexteQ(FiltrePdf));
   dialogue.setObjectName(u"DialogPdf"_s);
@@ -213,7 +215,8 @@ void CFrameWndPrint::ExportePdf() {
   if (dialogue.exec() != QDialog::Accepted || dialogue.selectedFiles().isEmpty()) return;
   const QString chemin = dialogue.selectedFiles().front();
   m_dossierPdf = QFileInfo(chemin).absolutePath();
-  EcritPdf(m_contexte.App, *m_etat, m_etat->TitreDocument(), QFile::encodeName(chemin).toStdString(), m_feuille);
+  EcritPdf(m_contexte.App, *m_etat, m_etat->TitreDocument(), QFile::encodeName(chemin).toStdString(),
+           m_feuille);
 }
 
 void CFrameWndPrint::Configure() {
@@ -245,16 +248,17 @@ void CFrameWndPrint::LitFeuille() {
       m_feuille.setPageSize(papier);
   m_feuille.setOrientation(nombre(1) ? QPageLayout::Landscape : QPageLayout::Portrait);
   m_feuille.setUnits(QPageLayout::Millimeter);
-  m_feuille.setMargins({nombre(2) / dixiemes, nombre(3) / dixiemes, nombre(4) / dixiemes, nombre(5) / dixiemes});
+  m_feuille.setMargins(
+      {nombre(2) / dixiemes, nombre(3) / dixiemes, nombre(4) / dixiemes, nombre(5) / dixiemes});
 }
 
 void CFrameWndPrint::GardeFeuille() {
   const QMarginsF marges = m_feuille.margins(QPageLayout::Millimeter);
   const auto dix = [](qreal marge) { return std::to_string(qRound(marge * dixiemes)); };
-  const std::string texte =
-      TexteFormat(FormatMiseEnPage, {De1252(m_feuille.pageSize().key()),
-                                     m_feuille.orientation() == QPageLayout::Landscape ? "1" : "0",
-                                     dix(marges.left()), dix(marges.top()), dix(marges.right()), dix(marges.bottom())});
+  const std::string texte = TexteFormat(
+      FormatMiseEnPage,
+      {De1252(m_feuille.pageSize().key()), m_feuille.orientation() == QPageLayout::Landscape ? "1" : "0",
+       dix(marges.left()), dix(marges.top()), dix(marges.right()), dix(marges.bottom())});
   if (!m_contexte.App.Reglages.EcritIni(Texte(SecFenlor), Texte(CleMiseEnPage), texte))
     DitEchecReglages(m_contexte.App);
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "pages/miseenpage.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -77,8 +78,16 @@ void PeripheriqueQt::Prepare(PoliceQt& police, const QString& face, i32 hauteur,
   police.fonte = fonte;
   police.hauteur = hauteur;
   police.montee = modele.ascent() * hauteur / cellule;
+  police.etroitesse = 1;
   for (unsigned i = 0; i < police.avances.size(); ++i)
     police.avances[i] = static_cast<float>(modele.horizontalAdvance(Caracteres()[i]) * pixels / tailleModele);
+  if (face == FaceFixe()) Resserre(police);
+}
+
+void PeripheriqueQt::Resserre(PoliceQt& police) const {
+  const qreal colonne = m_largeur / ColonnesPage;
+  police.etroitesse = std::min(1.0, colonne / std::max(1.0f, police.avances['0']));
+  for (float& avance : police.avances) avance *= static_cast<float>(police.etroitesse);
 }
 
 void PeripheriqueQt::FaitPolice(unsigned style, const PoliceEtat& police) {
@@ -107,15 +116,15 @@ void PeripheriqueQt::DessineTexte(unsigned style, const Rectangle& cadre, Aligne
   i32 x = cadre.gauche;
   if (alignement == Alignement::Droite) x = cadre.droite - largeur;
   if (alignement == Alignement::Centre) x += (place - largeur) / 2;
-  const bool coupe = largeur > place;
-  if (coupe) {
-    m_peintre->save();
+  m_peintre->save();
+  if (largeur > place)
     m_peintre->setClipRect(QRect(cadre.gauche, cadre.haut, place, cadre.bas - cadre.haut), Qt::IntersectClip);
-  }
   m_peintre->setPen(Qt::black);
   m_peintre->setFont(police.fonte);
-  m_peintre->drawText(QPointF(x, cadre.haut + police.montee), EnQString(texte));
-  if (coupe) m_peintre->restore();
+  m_peintre->translate(x, cadre.haut + police.montee);
+  m_peintre->scale(police.etroitesse, 1);
+  m_peintre->drawText(QPointF(), EnQString(texte));
+  m_peintre->restore();
 }
 
 void PeripheriqueQt::DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {

@@ -26,7 +26,8 @@ class PeripheriqueQt : public Peripherique {
   i32 Largeur() const override { return m_largeur; }
   i32 Hauteur() const override { return m_hauteur; }
   i32 UnitesParPouce() const override { return UnitesPeripherique; }
-  /// "Courier", and a face that the machine lacks, is a face of fixed width that it has.
+  /// "Courier", and a face that the machine lacks, is a face of fixed width that it has, drawn so narrow
+  /// that the 144 columns of the page hold a character each.
   void FaitPolice(unsigned style, const PoliceEtat& police) override;
   /// 10 points, fixed width.
   void FaitPoliceBrouillon() override;
@@ -43,10 +44,12 @@ class PeripheriqueQt : public Peripherique {
     QFont fonte;
     i32 hauteur = 0;
     qreal montee = 0;                ///< from the top of the cell to the base line
+    qreal etroitesse = 1;            ///< of the letters' width, at most 1
     std::array<float, 256> avances;  ///< of each Windows-1252 character
   };
   const PoliceQt& Fonte(unsigned style) const { return m_polices[style % NbStyles]; }
   void Prepare(PoliceQt& police, const QString& face, i32 hauteur, bool gras, bool italique, bool souligne);
+  void Resserre(PoliceQt& police) const;
 
   i32 m_largeur;
   i32 m_hauteur;

@@ -24,6 +24,7 @@ CPreviewToolBar::CPreviewToolBar(FeuillesApercu& feuilles, QWidget* parent)
                              auto geste) {
     auto* a = addAction(Image(image), texte);
     a->setObjectName(QLatin1String(nom));
+    widgetForAction(a)->setObjectName(u"bouton-"_s + QLatin1String(nom));
     a->setToolTip(touche.isEmpty() ? texte : u"%1 (%2)"_s.arg(texte, touche));
     connect(a, &QAction::triggered, this, geste);
     return a;
@@ -50,8 +51,8 @@ CPreviewToolBar::CPreviewToolBar(FeuillesApercu& feuilles, QWidget* parent)
   addWidget(m_page);
   m_suivante = action("suivante", "page-suivante", u"Page suivante"_s, u"Page suiv."_s,
                       [&f] { f.VaPage(f.Page() + 1); });
-  m_derniere =
-      action("derniere", "page-derniere", u"Dernière page"_s, u"Fin"_s, [&f] { f.VaPage(f.DernierePremiere()); });
+  m_derniere = action("derniere", "page-derniere", u"Dernière page"_s, u"Fin"_s,
+                      [&f] { f.VaPage(f.DernierePremiere()); });
   addSeparator();
   m_plus = action("zoomPlus", "zoom-plus", u"Agrandir"_s, u"Ctrl++"_s, [&f] { f.Agrandit(); });
   m_moins = action("zoomMoins", "zoom-moins", u"Réduire"_s, u"Ctrl+-"_s, [&f] { f.Reduit(); });

@@ -58,7 +58,9 @@ void CZNPreviewView::Execute(unsigned commande) {
   if (commande == CmdImprimer) Q_EMIT Imprime();
 }
 
-QSize CZNPreviewView::sizeHint() const { return m_feuilles->sizeHint() + QSize(0, m_barre->sizeHint().height()); }
+QSize CZNPreviewView::sizeHint() const {
+  return m_feuilles->sizeHint() + QSize(0, m_barre->sizeHint().height());
+}
 
 void CZNPreviewView::Ferme() { (parentWidget() ? parentWidget() : this)->close(); }
 

@@ -27,18 +27,14 @@ class FormeFraisKm : public CabinetMedical {
   void SetUp() override {
     Installe();
     ChargePreferences(Dessin, App(), QApplication::palette());
-    const char* valeurs[][2] = {{"Borne Inf", "5000"}, {"Borne Sup", "20000"}, {"Coef Euro", "1065,50"},
-                                {"€/Km 1", "0,5"},     {"€/Km 2", "0,3"},      {"€/Km 3", "0,4"},
+    const char* valeurs[][2] = {{"Borne Inf", "5000"},     {"Borne Sup", "20000"}, {"Coef Euro", "1065,50"},
+                                {"€/Km 1", "0,5"},         {"€/Km 2", "0,3"},      {"€/Km 3", "0,4"},
                                 {"Ancien relevé", "10000"}};
-    for (const auto& [cle, valeur] : valeurs)
-      Regle("FRAIS KILOMETRIQUES", DepuisUtf8(cle).value(), valeur);
+    for (const auto& [cle, valeur] : valeurs) Regle("FRAIS KILOMETRIQUES", DepuisUtf8(cle).value(), valeur);
   }
   static QLineEdit& Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
   static QAbstractButton& Case(QDialog& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
-  static std::string Montant(QDialog& f) {
-    return De1252DuMontant(Trouve<Lecture>(f, "remboursement").Valeur());
-  }
-  static std::string De1252DuMontant(const std::string& texte) { return VersUtf8(texte); }
+  static std::string Montant(QDialog& f) { return VersUtf8(Trouve<Lecture>(f, "remboursement").Valeur()); }
   static std::string Focus(QDialog& f) { return f.focusWidget()->objectName().toStdString(); }
   std::string Exercice(const char* cle) { return App().Reglages.LitIniExercice({}, DepuisUtf8(cle).value()); }
   static void Montre(QDialog& f) {
@@ -88,6 +84,9 @@ TEST_F(FormeFraisKm, CalculeEtEnregistre) {
   Tape(Champ(f, "ancien"), u"30000"_s);
   EXPECT_EQ(Champ(f, "dernier").text(), u"30000"_s);
   EXPECT_EQ(Champ(f, "kms").text(), u"0"_s);
+  Tape(Champ(f, "dernier"), u"7"_s);
+  Va(Champ(f, "ancien"));
+  EXPECT_EQ(Champ(f, "dernier").text(), u"30000"_s);
   Tape(Champ(f, "ancien"), u"10000"_s);
   Tape(Champ(f, "dernier"), u"25000"_s);
   Clique(Case(f, "ok"));
@@ -117,8 +116,11 @@ TEST_F(FormeFraisKm, Clavier) {
                                        "taux2", "taux3", "ok", "annuler"));
   const struct {
     const char *champ, *debut, *monte, *descend;
-  } pas[] = {{"kms", "10", "11", "10"}, {"borneSup", "999950", "999999", "999899"}, {"taux2", "0,300", "0,301", "0,300"},
-             {"taux1", "999,999", "999,999", "999,998"}, {"borneInf", "50", "150", "50"}};
+  } pas[] = {{"kms", "10", "11", "10"},
+             {"borneSup", "999950", "999999", "999899"},
+             {"taux2", "0,300", "0,301", "0,300"},
+             {"taux1", "999,999", "999,999", "999,998"},
+             {"borneInf", "50", "150", "50"}};
   for (const auto& p : pas) {
     QLineEdit& champ = Champ(f, p.champ);
     Tape(champ, QLatin1String(p.debut));

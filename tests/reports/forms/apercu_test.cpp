@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include "core/textes.h"
+#include "outils/verifieformulaire.h"
 #include "reports/forms/etatdetest.h"
 #include "reports/forms/feuillesapercu.h"
 #include "reports/forms/framewndprint.h"
@@ -81,6 +82,7 @@ TEST_F(ApercuTest, LaBarreSuitLesPages) {
   FeuillesApercu& f = apercu.Feuilles();
   const std::string toujours = "imprimer pdf ", fin = "fermer ";
   EXPECT_EQ(apercu.windowTitle(), u"Etat d'été - Aperçu avant impression"_s);
+  VerifieFormulaire(apercu);
   EXPECT_EQ(Numero(), "Page 1 / 5");
   EXPECT_EQ(Actives(), toujours + "unePage deuxPages premiere suivante derniere zoomPlus " + fin);
   Touche(Qt::Key_PageDown);
@@ -106,8 +108,7 @@ TEST_F(ApercuTest, LaBarreSuitLesPages) {
   Touche(Qt::Key_Plus, Qt::ControlModifier);
   EXPECT_GT(f.Echelle(), entiere);
   EXPECT_EQ(Numero(), "Page 3 / 5");
-  EXPECT_EQ(Actives(),
-            toujours + "premiere precedente suivante derniere zoomPlus zoomMoins ajuste " + fin);
+  EXPECT_EQ(Actives(), toujours + "premiere precedente suivante derniere zoomPlus zoomMoins ajuste " + fin);
   while (f.PeutAgrandir()) Action("zoomPlus").trigger();
   EXPECT_FALSE(Action("zoomPlus").isEnabled());
   Touche(Qt::Key_PageUp);  // to the top first, wherever the middle was
@@ -119,9 +120,6 @@ TEST_F(ApercuTest, LaBarreSuitLesPages) {
   while (Action("zoomPlus").isEnabled()) Action("zoomPlus").trigger();
   while (f.EstAgrandi()) Touche(Qt::Key_Minus, Qt::ControlModifier);
   EXPECT_EQ(f.Echelle(), entiere);
-}
-
-TEST_F(ApercuTest, UneSeulePage) {
   Ouvre(3);
   EXPECT_EQ(Numero(), "Page 1 / 1");
   EXPECT_EQ(Actives(), "imprimer pdf zoomPlus fermer ");
@@ -134,7 +132,8 @@ TEST_F(ApercuTest, DessineLaFeuille) {
     const QImage image = apercu.Feuilles().grab().toImage();
     int haut = 0, large = 0, encre = 0;
     for (int y = 0; y < image.height(); ++y) haut += image.pixelColor(image.width() / 2, y).lightness() > 100;
-    for (int x = 0; x < image.width(); ++x) large += image.pixelColor(x, image.height() - 40).lightness() > 250;
+    for (int x = 0; x < image.width(); ++x)
+      large += image.pixelColor(x, image.height() - 40).lightness() > 250;
     for (int x = 0; x < image.width(); ++x)
       for (int y = 0; y < image.height(); ++y) encre += image.pixelColor(x, y).lightness() < 60;
     EXPECT_EQ(haut < large, paysage);
@@ -231,8 +230,30 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
   EXPECT_FALSE(imprime([](QPrinter&) {}));
   EXPECT_THAT(Boite.Erreurs, IsEmpty());
   Boite.ArretApres = -1;
-  EXPECT_FALSE(imprime([&](QPrinter& i) { i.setOutputFileName(QString::fromStdString(Dossier()) + u"/non/x.pdf"_s); }));
+  EXPECT_FALSE(imprime(
+      [&](QPrinter& i) { i.setOutputFileName(QString::fromStdString(Dossier()) + u"/non/x.pdf"_s); }));
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrImpression});
+
+  // The whole way, from the button of the preview.
+  QFile::remove(fichier);
+  Robot robot;
+  robot.Attend("DialogImpression", [&](QDialog& dialogue) {
+    Trouve<QLineEdit>(dialogue, "filename").setText(fichier);
+    dialogue.accept();
+  });
+  Action("imprimer").trigger();
+  EXPECT_EQ(PagesPdf(fichier), 5u);
+  EXPECT_EQ(Impression->Apercu(), nullptr);
+  EXPECT_EQ(EtatDeTest::Vivants, 0);
+}
+
+TEST_F(ApercuTest, SansDossierTemporaire) {
+  const QByteArray avant = qgetenv("TMPDIR");
+  qputenv("TMPDIR", QByteArray::fromStdString(Dossier() + "/absent"));
+  EXPECT_FALSE(Impression->Ouvre(Fabrique(20), DemandeEtat::Apercu));
+  avant.isNull() ? (void)qunsetenv("TMPDIR") : (void)qputenv("TMPDIR", avant);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3109});
+  EXPECT_EQ(Impression->Apercu(), nullptr);
 }
 
 TEST_F(ApercuTest, ExporteEnPdf) {
@@ -252,9 +273,7 @@ TEST_F(ApercuTest, ExporteEnPdf) {
 
 TEST_F(ApercuTest, LaFeuilleEstGardee) {
   Robot robot;
-  robot.Attend("DialogMiseEnPage", [](QDialog& dialogue) {
-    dialogue.accept();
-  });
+  robot.Attend("DialogMiseEnPage", [](QDialog& dialogue) { dialogue.accept(); });
   Impression->Configure();
   EXPECT_EQ(App().Reglages.LitIni("Fenlor", "Mise en page"), "A4, 0, 100, 100, 100, 100");
   Regle("Fenlor", "Mise en page", "A5, 1, 150, 100, 200, 120");

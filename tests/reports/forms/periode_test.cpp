@@ -84,7 +84,8 @@ TEST_F(PeriodeTest, Compte) {
   const auto& modele = *qobject_cast<QStandardItemModel*>(liste.model());
   std::vector<std::string> lignes;
   for (int i = 0; i < liste.count(); ++i)
-    lignes.push_back((modele.item(i)->isEnabled() ? "" : "# ") + liste.itemText(i).section(u' ', 0, 0).toStdString());
+    lignes.push_back((modele.item(i)->isEnabled() ? "" : "# ") +
+                     liste.itemText(i).section(u' ', 0, 0).toStdString());
   std::vector<std::string> tries(lignes.begin() + 1, std::find(lignes.begin(), lignes.end(), "# TRESORERIE"));
   EXPECT_EQ(lignes.front(), "# RECETTES");
   EXPECT_TRUE(std::is_sorted(tries.begin(), tries.end()));
@@ -155,7 +156,7 @@ TEST_F(PeriodeTest, GenreEtCentralisation) {
 TEST_F(PeriodeTest, Periode) {
   const auto f = Ouvre(FormeCriteres::Periode);
   QTest::keyClick(f.get(), Qt::Key_P, Qt::AltModifier);  // "La &période :"
-  QTest::qWait(150);  // the button goes down and up
+  QTest::qWait(150);                                     // the button goes down and up
   EXPECT_EQ(Focus(*f), "du");
   Tape(Champ(*f, "du"), u"31/02/2003"_s);
   EXPECT_FALSE(Ok(*f));
