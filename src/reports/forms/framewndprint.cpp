@@ -48,7 +48,8 @@ std::vector<u32> Ordre(const QPrinter& imprimante, u32 pages) {
   return ordre;
 }
 
-QString JourFichier(Date date) { return QString::number(date); }
+/// Year first, so that files sort by their dates.
+QString JourFichier(Date date) { return Q(StrSDate(date)); }
 
 }  // namespace
 
