@@ -398,12 +398,16 @@ bool PrepareComptes(CFenlorApp& app) {
 
 bool PoseIdentite(CFenlorApp& app) {
   Parametres& reglages = app.Reglages;
-  const std::string activite = Texte(5400);
+  const std::string activite = Texte(SecActivite);
   return reglages.EcritIni(
              activite, "Identification",
              "Docteur Claire MARCHAND\r\nMédecine générale\r\n12, rue des Tilleuls\r\n49999 VILLENEUVE"_w) &&
          reglages.EcritIni(activite, "SIRET", "123 456 789 00012"_w) &&
-         reglages.EcritIni(activite, "APE", "851C"_w);
+         reglages.EcritIni(activite, "APE", "851C"_w) &&
+         reglages.EcritIni(activite, Texte(CleNatureActivite), "Médecin généraliste"_w) &&
+         reglages.EcritIni(activite, Texte(CleDebut), "01/09/1987") &&
+         reglages.EcritIni(Texte(SecAssociation), Texte(CleNumeroAssociation), "107490") &&
+         reglages.EcritIni(Texte(SecAssociation), Texte(CleAnneeAssociation), "1990");
 }
 
 void Ferme(CFenlorApp& app) {
