@@ -141,7 +141,7 @@ bool TraitementBrouillard::Rassemble() {
                                        if (!PasseMarques(m_demande, ligne) || !PasseMontant(m_demande, ligne))
                                          return true;
                                        ++m_resultat.lignes;
-                                       if (vues.insert(ligne.Mouvement).second)
+                                       if (vues.insert(+ligne.Mouvement).second)
                                          m_entrees.push_back({ligne.Mouvement, m_parcourues});
                                        return true;
                                      });

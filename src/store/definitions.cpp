@@ -28,7 +28,7 @@ class Ecrivain {
   // Cut to n characters, blanks behind.
   Ecrivain& Texte(std::string_view texte, std::size_t n) {
     const std::size_t pris = texte.size() < n ? texte.size() : n;
-    std::memcpy(m_place, texte.data(), pris);
+    if (pris > 0) std::memcpy(m_place, texte.data(), pris);
     std::memset(m_place + pris, ' ', n - pris);
     m_place += n;
     return *this;

@@ -252,7 +252,7 @@ TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
     Releve calcul(App(), &immo);
     f64 cumul = 0, euro = 0;
     calcul.CalculAmortissements(fin, cumul, euro);
-    const Date limite = immo.DateCession != 0 ? std::min<Date>(fin, immo.DateCession) : fin;
+    const Date limite = immo.DateCession != 0 ? std::min<Date>(fin, +immo.DateCession) : fin;
     const std::vector<f64> attendu = ALaMain(immo, limite);
     ASSERT_EQ(calcul.Franc.size(), attendu.size()) << n;
     f64 somme = 0;

@@ -29,7 +29,7 @@ Livres LitLivres(CabinetMedical& cabinet) {
   EXPECT_TRUE(lignes.OpenFile());
   constexpr u32 parEcriture = 4;
   for (bool lue = lignes.First(parEcriture); lue; lue = lignes.Next(parEcriture))
-    livres[lignes.Rec->Mouvement].push_back(*lignes.Rec);
+    livres[+lignes.Rec->Mouvement].push_back(*lignes.Rec);
   return livres;
 }
 

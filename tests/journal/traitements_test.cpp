@@ -233,7 +233,7 @@ TEST_F(Traitements, Renumerotation) {
   Valide(b);
   const auto numeros = [&] {
     std::vector<u32> lignes;
-    for (const u32 m : {a, b, c, cachee}) lignes.push_back(Entete(m).Ligne);
+    for (const u32 m : {a, b, c, cachee}) lignes.push_back(+Entete(m).Ligne);
     return lignes;
   };
   Boite.Reponses = {RepNon};

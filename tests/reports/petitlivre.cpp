@@ -45,9 +45,10 @@ constexpr f64 taux = 6.55957;
 
 std::filesystem::path DossierAttendus() { return std::filesystem::path(__FILE__).parent_path() / "attendus"; }
 
-void PoseDeuxMonnaies(f64& franc, f64& euro, bool enEuro, f64 montant) {
-  euro = enEuro ? montant : QVAPI::ConvertFrancToEuro(taux, montant);
-  franc = enEuro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant;
+/// Franc, then Euro.
+std::pair<f64, f64> DansLesDeuxMonnaies(bool enEuro, f64 montant) {
+  if (enEuro) return {QVAPI::ConvertEuroToFranc(taux, montant), montant};
+  return {montant, QVAPI::ConvertFrancToEuro(taux, montant)};
 }
 
 }  // namespace
@@ -81,7 +82,9 @@ void PetitLivre::Installe(AffichageLivre affichage, bool ecritures) {
   const u32 plan = Magasin().OpenPlan({}), journal = Magasin().OpenJournal({});
   QVAPI::Unite unite(Magasin());
   Plan banque = LitCompte("512");
-  PoseDeuxMonnaies(banque.SoldeInitialFranc, banque.SoldeInitialEuro, m_euro, -1000);
+  const auto [franc, euro] = DansLesDeuxMonnaies(m_euro, -1000);
+  banque.SoldeInitialFranc = franc;
+  banque.SoldeInitialEuro = euro;
   CPlan comptes(App(), {});
   ASSERT_TRUE(comptes.OpenFile());
   PoseTexte(comptes.Rec->Compte, "5120000000");
