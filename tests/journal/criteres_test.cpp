@@ -69,7 +69,7 @@ class Temoin {
     std::vector<std::pair<Date, u32>> ordre;
     for (const auto& [mouvement, lignes] : m_livres)
       if (lignes[0].Journal == m_demande.journal && lignes[0].Date >= m_demande.mois)
-        ordre.emplace_back(lignes[0].Date, mouvement);
+        ordre.emplace_back(+lignes[0].Date, mouvement);
     std::sort(ordre.begin(), ordre.end());
     MoisJournal mois;
     std::array<i64, 4> cents{};
@@ -78,7 +78,7 @@ class Temoin {
       const std::vector<Line>& lignes = m_livres.at(mouvement);
       if (!Montre(lignes)) continue;
       mois.entrees.push_back({mouvement, static_cast<u32>(lignes.size())});
-      mois.derniereLigne = std::max(mois.derniereLigne, lignes[0].Ligne);
+      mois.derniereLigne = std::max(mois.derniereLigne, +lignes[0].Ligne);
       for (const Line& l : lignes) {
         const bool filtre = !m_demande.filtre.empty();
         if (filtre && LitTexte(l.Compte) != m_demande.filtre) continue;

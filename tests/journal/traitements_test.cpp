@@ -40,7 +40,7 @@ class Traitements : public CabinetMedical {
   }
   std::vector<u32> Validees(const std::vector<u32>& mouvements) {
     std::vector<u32> validees;
-    for (const u32 m : mouvements) validees.push_back(Entete(m).Validee);
+    for (const u32 m : mouvements) validees.push_back(+Entete(m).Validee);
     return validees;
   }
   std::vector<std::string> AnomaliesDesCles() {
