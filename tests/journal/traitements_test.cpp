@@ -253,7 +253,7 @@ TEST_F(Traitements, Renumerotation) {
   EXPECT_EQ(8u, Boite.Place);
   EXPECT_EQ((std::vector<std::string>{Texte(TexteRenumerotation)}), Boite.Textes);
   EXPECT_EQ(std::vector<std::string>{}, AnomaliesDesCles());
-  EXPECT_EQ(1u, Entete(b).Validee);
+  EXPECT_EQ(1u, +Entete(b).Validee);
 }
 
 TEST_F(Traitements, AutreMois) {
@@ -297,7 +297,7 @@ TEST_F(Traitements, AutreMois) {
   demande.du = FaitDate(28, 2, 2003);
   demande.au = FaitDate(1, 3, 2003);
   EXPECT_EQ(1u, TraiteBrouillard(App(), demande).ecritures);
-  EXPECT_EQ(1u, Entete(fevrier).Validee) << "31 February stands between 28 February and 1 March";
+  EXPECT_EQ(1u, +Entete(fevrier).Validee) << "31 February stands between 28 February and 1 March";
   demande.action = ActionBrouillard::Devalider;
   EXPECT_EQ(2u, TraiteBrouillard(App(), demande).ecritures);
 
