@@ -34,7 +34,9 @@ class Parcours {
                                                 m_immo.Duree, m_ecoulees, numerateur, Diviseur());
   }
   /// Also what is left of an annuity that is infinite or no number. Not rounded again.
-  static f64 Plafonne(f64 annuite, f64 reste) { return reste >= annuite ? annuite : reste; }
+  static f64 Plafonne(f64 annuite, f64 reste) {
+    return std::isfinite(annuite) && reste >= annuite ? annuite : reste;
+  }
 
   void Annuite(u32 annee, int numerateur) {
     const f64 baseFranc = m_immo.ValeurAmortissableFranc, baseEuro = m_immo.ValeurAmortissableEuro;

@@ -1,6 +1,7 @@
 #include "ctl/contexte.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/valeurs.h"
 #include "store/texte1252.h"
@@ -137,9 +138,16 @@ int Contexte::Termine(int statut) {
     if (!Magasin.QVCloseSession()) statut = std::max(statut, RefuseMagasin());
   }
   // Told, though the work itself was done.
-  for (const std::string& phrase : Magasin.AvertissementsMagasin())
-    m_erreurs << "Attention : " << VersUtf8(SurUneLigne(phrase)) << std::endl;
+  for (const std::string& phrase : Magasin.AvertissementsMagasin()) Avertit(SurUneLigne(phrase));
   return statut;
+}
+
+void Contexte::Avertit(const std::string& texte) {
+  const char* avant = "Attention : ";
+  for (unsigned i = 0; i < ComptePartie(texte, '\n'); ++i) {
+    const std::string ligne = SurUneLigne(ChampTexte(i, texte, '\n'));
+    if (!ligne.empty()) m_erreurs << std::exchange(avant, "  ") << VersUtf8(ligne) << std::endl;
+  }
 }
 
 int Contexte::Refuse(unsigned numero, const std::string& texte, u32 ligne) {

@@ -63,6 +63,8 @@ class Contexte {
   /// The same as number and text, and forgets it.
   void DernierEchec(unsigned& numero, std::string& texte);
   void Oublie();
+  /// Tells on the error stream what is no refusal; the text's further lines stand under it.
+  void Avertit(const std::string& texte);
   /// After a walk along a key: it went to the end, and did not fail on the way.
   bool FinDeCle() const;
 

@@ -107,11 +107,12 @@ int Execute(Contexte& contexte, const OptionsEtat& options) {
 
   contexte.Oublie();
   const bool fait = etat->OnNewDocument();
+  contexte.Avertit(contexte.Dialogue.Information());
+  if (!fait && contexte.Dialogue.Numero() != 0) return contexte.RefuseMagasin();
   if (const std::string faute = demandeur.Faute(); !options.Journal() && !faute.empty())
     return contexte.RefuseUsage(NePasAvec(faute, options.nom));
   if (fait) return Donne(contexte, options, *etat) ? StatutFait : StatutRefuse;
   if (demandeur.Refuse()) return StatutRefuse;
-  if (contexte.Dialogue.Numero() != 0) return contexte.RefuseMagasin();
   return contexte.Refuse(ErrEtatAbsent, {options.nom});
 }
 

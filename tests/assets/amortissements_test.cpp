@@ -119,6 +119,8 @@ TEST_F(Amortissements, LesBords) {
       {"no value", "01/01/2003", "31/12/2004", 0, Degressif, 1, 0, "0.00 0.00"},
       {"an infinite share", "01/07/2003", "31/12/2004", 1200, Degressif, 1, 0, "600.00 600.00"},
       {"then 0 / 0", "01/01/2003", "31/12/2004", 1200, Degressif, 1, 0, "1200.00 0.00"},
+      {"an infinite one, over less than no months", "20/08/2002", "30/06/2002", 1200, Degressif, 0, 20,
+       "1200.00"},
       {"6.66 years are 6", "01/01/2003", "31/12/2003", 6000, Degressif, 6.66, 0, "1000.00"},
       {"beyond all bounds", "01/01/2003", "31/12/2003", 1000, Lineaire, 1, 1e308, "1000.00"},
       {"no number", "01/01/2003", "31/12/2003", 1000, Degressif, rien, 10, "1000.00"},

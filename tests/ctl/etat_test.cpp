@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+
 #include "core/valeurs.h"
 #include "ctl/ctldetest.h"
 #include "pages/enregistreur.h"
@@ -74,6 +76,30 @@ TEST_F(EtatCtl, LigneIncorrecteOuRefusee) {
   }
   const Resultat aide = Etat({"--help"});
   for (const DefinitionEtat& etat : CatalogueEtats()) EXPECT_THAT(aide.sortie, HasSubstr(etat.nom));
+}
+
+TEST_F(EtatCtl, SansDossierTemporaire) {
+  const char* dossier = std::getenv("TMPDIR");
+  const std::string avant = dossier ? dossier : "";
+  setenv("TMPDIR", "/absent", 1);
+  const Resultat r = Etat({"detail", "--texte", "--genre", "od"});
+  dossier ? setenv("TMPDIR", avant.c_str(), 1) : unsetenv("TMPDIR");
+  EXPECT_EQ(r.statut, StatutRefuse);
+  EXPECT_THAT(r.erreurs, StartsWith("Erreur 3109 : "));
+  EXPECT_EQ(r.sortie, "");
+}
+
+TEST_F(EtatCtl, UneFormuleQuiRevientEstDite) {
+  EXPECT_EQ(Etat({"2035", "--texte"}).erreurs, "");
+  const Resultat importe = Lance({"importer", "RUBRIQUE", "-"},
+                                 "{\"Rubrique\":\"9A \",\"Ligne\":2,\"Formule\":\"9B\"}\n"
+                                 "{\"Rubrique\":\"9B \",\"Ligne\":3,\"Formule\":\"9A\"}\n");
+  ASSERT_EQ(importe.statut, StatutFait) << importe.erreurs;
+  const Resultat r = Marquage({"2035"});
+  EXPECT_EQ(r.statut, StatutFait);
+  EXPECT_THAT(r.sortie, StartsWith("titre: REVENUS 2003\n"));
+  EXPECT_THAT(r.erreurs, StartsWith("Attention : Des formules reviennent sur elles-mêmes."));
+  EXPECT_THAT(r.erreurs, ::testing::EndsWith(" :\n  9A > 9B > 9A\n"));
 }
 
 TEST_F(EtatCtl, CriteresTransmis) {

@@ -203,6 +203,12 @@ void CDialogFraisKm::MontreMontant() {
   m_montant.setToolTip(Q(FraisKmAutreMonnaie(App(), montant)));
 }
 
+void CDialogFraisKm::accept() {
+  m_sauve = false;
+  CZNDialog::accept();
+  if (m_sauve) ChangeMode();
+}
+
 bool CDialogFraisKm::Enregistre() {
   FicheFraisKm fiche = Lit();
   const ResultatFraisKm resultat = EnregistreFraisKm(App(), fiche);
@@ -212,12 +218,14 @@ bool CDialogFraisKm::Enregistre() {
     return false;
   }
   Montre(fiche);
-  return true;
+  return m_sauve = true;
 }
 
 void CDialogFraisKm::Supprime() {
   FicheFraisKm fiche = Lit();
-  if (SupprimeFraisKm(App(), fiche)) Montre(fiche);
+  if (!SupprimeFraisKm(App(), fiche)) return;
+  Montre(fiche);
+  ChangeMode();
 }
 
 }  // namespace fenlor

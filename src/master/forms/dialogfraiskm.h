@@ -30,6 +30,7 @@ class CDialogFraisKm : public CZNDialog {
  public:
   explicit CDialogFraisKm(ContexteUi& contexte, QWidget* parent = nullptr);
   ~CDialogFraisKm() override;
+  void accept() override;
 
  protected:
   /// The form stays: what was recorded can be seen, changed, deleted.
@@ -54,6 +55,7 @@ class CDialogFraisKm : public CZNDialog {
   Lecture m_montant;
   QPushButton* m_supprimer = nullptr;
   bool m_enregistre = false;
+  bool m_sauve = false;  ///< by the last "&Enregistrer"
 };
 
 }  // namespace fenlor

@@ -61,7 +61,10 @@ void CDialogPeriode::DeclareCompte(Formulaire& formulaire) {
       .SurChangement([this] { ChercheCode(); })
       .SurDepart([this] { QuitteCode(); })
       .ACote(m_tous, "tous")
-      .SurChangement([this] { BasculeTous(); })
+      .SurChangement([this] {
+        BasculeTous();
+        if (m_code.isEnabled()) Focalise(m_code);
+      })
       .Champ(u"Compte :"_s, m_compte, "compte")
       .SurChangement([this] { ChoisitCompte(); })
       .FinGroupe();

@@ -28,8 +28,11 @@ std::string En1252(const QString& texte) {
 class FichierSur : public QSaveFile {
  public:
   using QSaveFile::QSaveFile;
+  /// Refuses a device or a pipe: the renaming at the end would put a file in its place.
   bool Ouvre() {
-    return Note([this] { return open(QIODevice::WriteOnly); });
+    const QFileInfo cible(fileName());
+    if (cible.exists() && !cible.isFile()) m_code = cible.isDir() ? EISDIR : EPERM;
+    return m_code == 0 && Note([this] { return open(QIODevice::WriteOnly); });
   }
   bool Acheve() {
     return m_code == 0 && Note([this] { return flush(); }) && Note([this] { return commit(); });
@@ -48,7 +51,7 @@ class FichierSur : public QSaveFile {
   bool Note(Acte&& acte) {
     errno = 0;
     if (acte()) return true;
-    if (m_code == 0) m_code = QFileInfo(fileName()).isDir() ? EISDIR : errno ? errno : EIO;
+    if (m_code == 0) m_code = errno ? errno : EIO;
     return false;
   }
   int m_code = 0;

@@ -1,7 +1,9 @@
 #include "reports/forms/framewndprint.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
@@ -46,6 +48,18 @@ std::vector<u32> Ordre(const QPrinter& imprimante, u32 pages) {
     for (const u32 n : suite) ordre.insert(ordre.end(), static_cast<std::size_t>(exemplaires), n);
   }
   return ordre;
+}
+
+/// Qt says nothing of a file that it could not write to its end. What is left of one goes.
+bool FichierEntier(const QString& nom) {
+  constexpr qint64 fin = 32;
+  QFile fichier(nom);
+  if (!QFileInfo(nom).isFile()) return true;
+  if (fichier.open(QIODevice::ReadOnly) && fichier.seek(std::max(qint64{0}, fichier.size() - fin)) &&
+      fichier.readAll().contains("%%EOF"))
+    return true;
+  fichier.remove();
+  return false;
 }
 
 /// Year first, so that files sort by their dates.
@@ -192,6 +206,8 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
     }
   }
   if (peintre.isActive()) bien = peintre.end() && bien;
+  if (bien && !arrete && imprimante.outputFormat() == QPrinter::PdfFormat)
+    bien = FichierEntier(imprimante.outputFileName());
   app.Boite.FermeProgress();
   m_etat->FinitImpression(Maintenant());
   m_veille.start();

@@ -92,6 +92,7 @@ TEST_F(FormeFraisKm, CalculeEtEnregistre) {
   Clique(Case(f, "ok"));
   EXPECT_TRUE(f.isVisible());
   EXPECT_TRUE(Case(f, "supprimer").isEnabled());
+  EXPECT_EQ(Focus(f), "dernier");
   EXPECT_EQ(Exercice("Kms"), "15000");
   EXPECT_EQ(App().Reglages.LitIni("FRAIS KILOMETRIQUES", "Ancien relevé"_w), "25000");
   // Again: the question, and No.
@@ -106,6 +107,7 @@ TEST_F(FormeFraisKm, CalculeEtEnregistre) {
   EXPECT_EQ(Boite.NumerosQuestions().size(), 2u);
   EXPECT_FALSE(Case(f, "supprimer").isEnabled());
   EXPECT_EQ(Champ(f, "ancien").text() + Champ(f, "dernier").text() + Champ(f, "kms").text(), QString());
+  EXPECT_EQ(Focus(f), "dernier");
   EXPECT_EQ(Exercice("Frais kilométriques"), "Non");
 }
 

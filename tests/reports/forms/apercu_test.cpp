@@ -1,5 +1,6 @@
 // Preview and printing: the life of a report.
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <QAction>
 #include <QApplication>
@@ -10,6 +11,7 @@
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QTest>
+#include <csignal>
 
 #include "core/textes.h"
 #include "outils/verifieformulaire.h"
@@ -233,6 +235,19 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
   EXPECT_FALSE(imprime(
       [&](QPrinter& i) { i.setOutputFileName(QString::fromStdString(Dossier()) + u"/non/x.pdf"_s); }));
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrImpression});
+
+  // No room.
+  rlimit avant{};
+  getrlimit(RLIMIT_FSIZE, &avant);
+  const auto signal = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit etroit{20000, avant.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &etroit);
+  const bool imprimee = imprime([](QPrinter&) {});
+  setrlimit(RLIMIT_FSIZE, &avant);
+  std::signal(SIGXFSZ, signal);
+  EXPECT_FALSE(imprimee);
+  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{ErrImpression, ErrImpression}));
+  EXPECT_FALSE(QFile::exists(fichier));
 
   // The whole way, from the button of the preview.
   QFile::remove(fichier);

@@ -1,6 +1,7 @@
 // Painting: the same pages as the recorder's, in PDF and in pictures.
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <QFile>
 #include <QFontInfo>
@@ -191,9 +192,11 @@ TEST_F(DessinTest, Pdf) {
 TEST_F(DessinTest, PdfQuiEchoue) {
   Etat(3000);
   fs::create_directory(Chemin("dossier.pdf"));
+  ASSERT_EQ(mkfifo(Chemin("tube.pdf").c_str(), 0600), 0);
   const struct {
     const char *nom, *raison;
-  } cas[] = {{"absent/etat.pdf", "introuvable"}, {"dossier.pdf", "Est un répertoire"}};
+  } cas[] = {
+      {"absent/etat.pdf", "introuvable"}, {"dossier.pdf", "Est un répertoire"}, {"tube.pdf", "non permise"}};
   for (const auto& c : cas) {
     EXPECT_FALSE(Ecrit(Chemin(c.nom)));
     ASSERT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrPdf});
@@ -201,6 +204,7 @@ TEST_F(DessinTest, PdfQuiEchoue) {
     EXPECT_THAT(VersUtf8(Boite.Erreurs[0].texte), HasSubstr(c.raison));
     Boite.Oublie();
   }
+  EXPECT_TRUE(fs::is_fifo(Chemin("tube.pdf")));
 
   // No room: what was there stays, and nothing beside it.
   const std::string dossier = Chemin("pdf");
@@ -212,12 +216,12 @@ TEST_F(DessinTest, PdfQuiEchoue) {
   const auto signal = std::signal(SIGXFSZ, SIG_IGN);
   const rlimit etroit{20000, avant.rlim_max};
   setrlimit(RLIMIT_FSIZE, &etroit);
-  const bool ecrit = Ecrit(fichier);
+  const bool ecrit = Ecrit(fichier), nouveau = Ecrit(dossier + "/nouveau.pdf");
   setrlimit(RLIMIT_FSIZE, &avant);
   std::signal(SIGXFSZ, signal);
-  EXPECT_FALSE(ecrit);
-  ASSERT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrPdf});
-  EXPECT_THAT(Boite.Erreurs[0].texte, HasSubstr("Fichier trop volumineux"));
+  EXPECT_FALSE(ecrit || nouveau);
+  ASSERT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{ErrPdf, ErrPdf}));
+  for (const auto& erreur : Boite.Erreurs) EXPECT_THAT(erreur.texte, HasSubstr("Fichier trop volumineux"));
   EXPECT_EQ(Fichiers(dossier), std::vector<std::string>{"etat.pdf"});
   EXPECT_EQ(LitFichier(fichier), "ancien");
   Boite.Oublie();

@@ -126,6 +126,7 @@ TEST_F(PeriodeTest, Tous) {
   EXPECT_EQ(Focus(*f), "tous");
   Clique(Case(*f, "tous"));
   EXPECT_TRUE(Champ(*f, "code").isEnabled() && Liste(*f, "compte").isEnabled());
+  EXPECT_EQ(Focus(*f), "code");
   EXPECT_FALSE(Ok(*f));
   Tape(Champ(*f, "code"), u"BQ"_s);
   Clique(Case(*f, "tous"));
