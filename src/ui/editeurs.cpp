@@ -70,6 +70,8 @@ void EditeurTexte::PoseMajuscules(bool majuscules) { m_majuscules = majuscules; 
 
 void EditeurTexte::keyPressEvent(QKeyEvent* evenement) {
   const QString texte = evenement->text();
+  // The access key of a button that is disabled is no letter.
+  if (evenement->modifiers() == Qt::AltModifier && !texte.isEmpty()) return evenement->ignore();
   if (!m_majuscules || texte.isEmpty() || !texte.front().isLower())
     return QLineEdit::keyPressEvent(evenement);
   // Not left to the validator, which would wipe the undo history.

@@ -54,10 +54,16 @@ class AstuceCalculee : public QObject {
   std::function<QString()> m_texte;
 };
 
+/// One of two; Tab stops at the one that is marked.
 void Groupe(QRadioButton& un, QRadioButton& autre) {
   auto* groupe = new QButtonGroup(&un);
   groupe->addButton(&un);
   groupe->addButton(&autre);
+  QObject::connect(groupe, &QButtonGroup::buttonToggled, groupe, [groupe] {
+    for (QAbstractButton* bouton : groupe->buttons())
+      bouton->setFocusPolicy(bouton->isChecked() || !groupe->checkedButton() ? Qt::StrongFocus
+                                                                             : Qt::ClickFocus);
+  });
 }
 
 /// What is typed over goes at the first key, as in a field that is no list.

@@ -1,5 +1,7 @@
 #include "journal/forms/dialogcritere.h"
 
+#include <QApplication>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <string>
 
@@ -52,9 +54,11 @@ CDialogCritere::CDialogCritere(ContexteUi& contexte, i16 journal, const CritereE
   RemplitComptes(journal);
   RemplitRubriques(journal);
   RemplitJours();
+  Montre();
+  RetientJours();
   connect(&m_jours.de, &QComboBox::currentIndexChanged, this, [this] { SuitJour(true); });
   connect(&m_jours.a, &QComboBox::currentIndexChanged, this, [this] { SuitJour(false); });
-  Montre();
+  connect(qApp, &QApplication::focusChanged, this, [this] { RetientJours(); });
   Permet();
   Boutons(Mode::Simple);
 }
@@ -194,11 +198,17 @@ void CDialogCritere::Permet() {
 }
 
 void CDialogCritere::SuitJour(bool premier) {
-  if (m_jours.de.currentIndex() <= m_jours.a.currentIndex()) return;
-  if (premier)
-    m_jours.a.setCurrentIndex(m_jours.de.currentIndex());
-  else
-    m_jours.de.setCurrentIndex(m_jours.a.currentIndex());
+  QComboBox &change = premier ? m_jours.de : m_jours.a, &autre = premier ? m_jours.a : m_jours.de;
+  (premier ? m_jourDe : m_jourA) = change.currentIndex();
+  const QSignalBlocker silence(autre);
+  autre.setCurrentIndex(premier ? std::max(m_jourA, m_jourDe) : std::min(m_jourDe, m_jourA));
+}
+
+/// Until the focus moves, a bound that gave way comes back as far as it can: the first key of "20" stands for
+/// the 2nd, which must not leave the other bound there.
+void CDialogCritere::RetientJours() {
+  m_jourDe = m_jours.de.currentIndex();
+  m_jourA = m_jours.a.currentIndex();
 }
 
 bool CDialogCritere::Enregistre() {

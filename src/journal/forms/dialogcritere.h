@@ -47,6 +47,7 @@ class CDialogCritere : public CZNDialog {
   void Permet();
   /// The bound that was not set gives way.
   void SuitJour(bool premier);
+  void RetientJours();
 
   CritereEcriture m_criteres;
   QCheckBox m_toutes;
@@ -55,6 +56,7 @@ class CDialogCritere : public CZNDialog {
   EditeurMontant m_min, m_max;
   QRadioButton m_franc, m_euro;
   Bornes m_comptes, m_rubriques, m_jours;
+  int m_jourDe = 0, m_jourA = 0;  ///< rows of the days, as they were set
 };
 
 }  // namespace fenlor

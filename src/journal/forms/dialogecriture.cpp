@@ -228,6 +228,7 @@ bool CDialogEcriture::Charge(u32 mouvement) {
     m_monnaie.QuitteDate(saisie.date);
   else if (m_monnaie.Ouvre(saisie.date) && !LitEcriture(App(), mouvement, ecriture, true))
     return false;
+  NoteVoisins();
   Montre(ecriture);
   return true;
 }
@@ -303,8 +304,8 @@ void CDialogEcriture::ActualiseEtat() {
       bouton->setEnabled(oui);
   };
   permet("ok", permis);
-  permet("precedent", PasVersVoisin(-1) != 0);
-  permet("suivant", PasVersVoisin(1) != 0);
+  permet("precedent", m_voisins.De(-1) != 0);
+  permet("suivant", m_voisins.De(1) != 0);
   if (permis || focusWidget()) return;
   if (auto* annuler = findChild<QPushButton*>(u"annuler"_s)) annuler->setFocus(Qt::OtherFocusReason);
 }
@@ -458,28 +459,19 @@ void CDialogEcriture::done(int resultat) {
 
 // ------------------------------------------------------------------- Neighbours
 
-/// Rows to the next entry that this form can show, 0 when there is none.
-int CDialogEcriture::PasVersVoisin(int sens) {
-  const ListeEcritures* liste = m_ouverture.proprietaire;
-  if (!liste || Ajout() || m_ouverture.consultation) return 0;
-  const int ici = liste->GetEcrSel();
-  if (ici < 0) return 0;
-  for (int rang = ici + sens; rang >= 0 && rang < liste->GetEcrCount(); rang += sens) {
+/// Opérations diverses among the rows are passed over.
+void CDialogEcriture::NoteVoisins() {
+  m_voisins.Note(m_ouverture.consultation ? nullptr : m_ouverture.proprietaire, [this](u32 mouvement) {
     Mouvement entete{};
-    const u32 mouvement = liste->GetEcrId(rang);
-    if (mouvement && App().Magasin.ReadMouvements(App().PathExercice, mouvement, entete) &&
-        entete.Genre != GenreOD)
-      return rang > ici ? rang - ici : ici - rang;
-  }
-  return 0;
+    return App().Magasin.ReadMouvements(App().PathExercice, mouvement, entete) && entete.Genre != GenreOD;
+  });
 }
 
 void CDialogEcriture::Voisin(int pas) {
-  ListeEcritures* liste = m_ouverture.proprietaire;
-  const int nombre = PasVersVoisin(pas);
-  if (nombre == 0) return ActualiseEtat();
-  for (int i = 0; i < nombre; ++i) pas < 0 ? liste->SelectPrev() : liste->SelectNext();
-  Charge(liste->GetEcrId(liste->GetEcrSel()));
+  const u32 voisin = m_voisins.De(pas);
+  if (voisin == 0) return ActualiseEtat();
+  ChoisitEcriture(*m_ouverture.proprietaire, voisin);
+  Charge(voisin);
 }
 
 }  // namespace fenlor

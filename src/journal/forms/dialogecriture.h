@@ -7,6 +7,7 @@
 #include "journal/forms/ajoutlibelles.h"
 #include "journal/forms/champsecriture.h"
 #include "journal/forms/ecritures.h"
+#include "journal/forms/voisins.h"
 #include "journal/forms/zonetresorerie.h"
 #include "ui/czndialog.h"
 
@@ -24,6 +25,8 @@ class CDialogEcriture : public CZNDialog {
   bool Change() const { return m_change; }
   /// Entry last saved, 0 when none was.
   u32 Derniere() const { return m_derniere; }
+  /// Entry shown, 0 for a new one.
+  u32 Montree() const { return m_mouvement; }
 
   /// Ends at once when the entry cannot be shown, which has been told.
   int exec() override;
@@ -68,7 +71,7 @@ class CDialogEcriture : public CZNDialog {
   void Deverrouille();
   SaisieEcriture Saisie() const;
   void Previent();
-  int PasVersVoisin(int sens);
+  void NoteVoisins();
 
   const OuvertureEcriture m_ouverture;
   const bool m_cloture;
@@ -80,6 +83,7 @@ class CDialogEcriture : public CZNDialog {
   bool m_validee = false, m_liee = false, m_delie = false;
   bool m_change = false;
   u32 m_derniere = 0;
+  VoisinsEcriture m_voisins;
   MontantsSaisie m_montants;
   std::string m_compteDehors;    ///< personal account of an entry that has no other
   std::string m_libellePropose;  ///< not typed: follows the account

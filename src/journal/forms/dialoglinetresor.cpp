@@ -37,6 +37,8 @@ CDialogLineTresor::CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes,
   m_tresorerie.Charge(App());
   m_montant.PoseNegatif(true);
   Declare();
+  // Narrower than its title otherwise.
+  setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + 24 * fontMetrics().averageCharWidth());
   const auto rang = static_cast<std::size_t>(m_lignes.choisie);
   if (m_ouverture.modification && rang < m_lignes.lignes.size())
     Montre(m_lignes.lignes[rang]);

@@ -90,6 +90,11 @@ bool CDialogMouvement::Charge(u32 mouvement) {
   m_liee = od.liee;
   m_pointee.setChecked(od.pointee);
   m_forcee = m_modifiee = false;
+  m_voisins.Note(m_ouverture.proprietaire, [this](u32 voisin) {
+    Mouvement entete{};
+    return m_ouverture.journal == JournalOD ||
+           (App().Magasin.ReadMouvements(App().PathExercice, voisin, entete) && entete.Genre == GenreOD);
+  });
   return true;
 }
 
@@ -116,29 +121,15 @@ void CDialogMouvement::Actualise() {
     if (auto* ok = findChild<QPushButton*>(u"ok"_s))
       ok->setEnabled(permis || (m_forcee && m_validee != m_etaitValidee));
   }
-  if (auto* precedent = findChild<QPushButton*>(u"precedent"_s)) precedent->setEnabled(RangVoisin(-1) >= 0);
-  if (auto* suivant = findChild<QPushButton*>(u"suivant"_s)) suivant->setEnabled(RangVoisin(1) >= 0);
-}
-
-/// Nearest row of the owner in that direction that this form can show, -1 for none.
-int CDialogMouvement::RangVoisin(int pas) {
-  const ListeEcritures* vue = m_ouverture.proprietaire;
-  if (!vue || vue->GetEcrSel() < 0) return -1;
-  for (int rang = vue->GetEcrSel() + pas; rang >= 0 && rang < vue->GetEcrCount(); rang += pas) {
-    Mouvement entete{};
-    if (m_ouverture.journal == JournalOD ||
-        (App().Magasin.ReadMouvements(App().PathExercice, vue->GetEcrId(rang), entete) &&
-         entete.Genre == GenreOD))
-      return rang;
-  }
-  return -1;
+  if (auto* precedent = findChild<QPushButton*>(u"precedent"_s)) precedent->setEnabled(m_voisins.De(-1) != 0);
+  if (auto* suivant = findChild<QPushButton*>(u"suivant"_s)) suivant->setEnabled(m_voisins.De(1) != 0);
 }
 
 void CDialogMouvement::Voisin(int pas) {
-  ListeEcritures& vue = *m_ouverture.proprietaire;
-  const int rang = RangVoisin(pas);
-  while (rang >= 0 && vue.GetEcrSel() != rang) pas < 0 ? vue.SelectPrev() : vue.SelectNext();
-  if (rang >= 0) Charge(vue.GetEcrId(rang));
+  if (const u32 voisin = m_voisins.De(pas)) {
+    ChoisitEcriture(*m_ouverture.proprietaire, voisin);
+    Charge(voisin);
+  }
   MontreLignes();
 }
 

@@ -4,6 +4,7 @@
 #include "journal/forms/champsecriture.h"
 #include "journal/forms/dialogline.h"
 #include "journal/forms/ecritures.h"
+#include "journal/forms/voisins.h"
 #include "ui/czndialog.h"
 
 namespace fenlor {
@@ -19,7 +20,8 @@ class CDialogMouvement : public CZNDialog {
 
   /// The journal was changed while the form was open.
   bool Change() const { return m_derniere != 0; }
-  u32 Derniere() const { return m_derniere; }  ///< entry last saved, 0 when none was
+  u32 Derniere() const { return m_derniere; }            ///< entry last saved, 0 when none was
+  u32 Montree() const { return m_ouverture.mouvement; }  ///< entry shown, 0 for a new one
   /// Ends at once when there is no such entry, which has been told.
   int exec() override;
   void reject() override;
@@ -34,7 +36,6 @@ class CDialogMouvement : public CZNDialog {
   void Declare();
   bool Charge(u32 mouvement);
   bool Verrouillee() const { return m_validee || m_liee; }
-  int RangVoisin(int pas);
   void Supprime();
   void OuvreLigne(bool modification);
   void ChangeMonnaie();
@@ -51,6 +52,7 @@ class CDialogMouvement : public CZNDialog {
   bool m_forcee = false;        ///< the hidden command was used
   bool m_modifiee = false;      ///< something about a line
   u32 m_derniere = 0;
+  VoisinsEcriture m_voisins;
   ChampJour m_jour;
   ChampLibelle m_libelle;
   ListeLignes* m_liste;

@@ -230,7 +230,10 @@ Date CEcritureView::DateProposee() {
 
 void CEcritureView::Ajoute() {
   if (RefuseCloture()) return;
-  if (EstOD()) return OuvreForme(GetEcrCount() > 0 ? GetEcrId(GetEcrCount() - 1) : 0);
+  if (EstOD()) {
+    SelectEcrItem(GetEcrCount() - 1);
+    return OuvreForme(GetEcrId(GetEcrCount() - 1));
+  }
   if (!m_combo->CompteParDefaut().empty()) OuvreForme(0);
 }
 
@@ -247,11 +250,11 @@ void CEcritureView::OuvreForme(u32 mouvement) {
   ouverture.mouvement = mouvement;
   ouverture.proprietaire = this;
   bool change = false;
-  u32 derniere = 0;
+  u32 aChoisir = 0;
   const auto execute = [&](auto& forme) {
     forme.Execute();
     change = forme.Change();
-    derniere = forme.Derniere();
+    aChoisir = forme.Montree() ? forme.Montree() : forme.Derniere();
   };
   EntreeJournal entree;
   const bool libre =
@@ -265,7 +268,7 @@ void CEcritureView::OuvreForme(u32 mouvement) {
   }
   if (change) {
     RefreshJournal();
-    SelectEcrItem(FindEcrItem(derniere));
+    SelectEcrItem(FindEcrItem(aChoisir));
   }
   m_liste->setFocus();
 }
@@ -337,10 +340,20 @@ void CEcritureView::ChangeDate() {
   if (choisis.empty() || !ControleDeplacement(App(), choisis.front(), mois)) return;
   ZNDialogChangeMois forme(Contexte(), mois, this);
   if (!forme.Execute()) return m_liste->setFocus();
-  QVAPI::Unite unite(App().Magasin);
-  for (const u32 mouvement : choisis)
-    if (SeLit(mouvement)) DeplaceEcriture(App(), mouvement, forme.Mois());
-  if (!unite.Valide()) RefusMagasin(App());
+  std::vector<u32> liees;  // told when the others are on disk: no message inside a unit of work
+  {
+    QVAPI::Unite unite(App().Magasin);
+    for (const u32 mouvement : choisis) {
+      EntreeJournal entree;
+      if (!LitEntreeJournal(App(), mouvement, false, {}, entree)) continue;
+      if (entree.liee)
+        liees.push_back(mouvement);
+      else
+        DeplaceEcriture(App(), mouvement, forme.Mois());
+    }
+    if (!unite.Valide()) RefusMagasin(App());
+  }
+  for (const u32 mouvement : liees) DeplaceEcriture(App(), mouvement, forme.Mois());
   RetireNonListees();
 }
 

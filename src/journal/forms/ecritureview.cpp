@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -171,6 +172,12 @@ DemandeListe CEcritureView::Demande() const {
   return demande;
 }
 
+/// Keys go to the list from the start, not to the account that narrows it.
+void CEcritureView::showEvent(QShowEvent* evenement) {
+  Vue::showEvent(evenement);
+  if (!evenement->spontaneous()) m_liste->setFocus(Qt::OtherFocusReason);
+}
+
 void CEcritureView::Charge() {
   MontreDessin();
   m_mois->PoseMois(MoisExercice(App()));
@@ -196,7 +203,7 @@ void CEcritureView::RefreshJournal() {
   m_derniereLigne = mois.derniereLigne;
   m_totaux = mois.totaux;
   MontreEntete();
-  m_liste->Recharge(std::move(mois.entrees), MonnaiesAffichees(App()), Comptable());
+  m_liste->Recharge(std::move(mois.entrees), MonnaiesAffichees(App()), Comptable(), m_totaux);
   MontreVide();
   MontreSelection();
 }

@@ -65,6 +65,9 @@ class CEcritureView : public Vue, public ListeEcritures {
   const TotauxListe& Totaux() const { return m_totaux; }
   const TotauxListe& TotauxChoisis() const { return m_totauxChoisis; }
 
+ protected:
+  void showEvent(QShowEvent* evenement) override;
+
  private:
   /// Of the selected rows, read when a command asks; forgotten with the selection.
   struct EtatSelection {

@@ -12,6 +12,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "core/valeurs.h"
 #include "ui/colonnes.h"
 #include "ui/texteqt.h"
 
@@ -138,7 +139,7 @@ void CEcrList::ActualisePreferences() {
   scheduleDelayedItemsLayout();
 }
 
-void CEcrList::PoseColonnes(const MonnaiesListe& monnaies, bool comptable) {
+void CEcrList::PoseColonnes(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux) {
   const QFontMetrics journaux(m_contexte.Dessin.PoliceJournaux), validees(m_contexte.Dessin.PoliceValidees);
   const QFontMetrics textes(m_contexte.Dessin.PoliceTextes), titres = header()->fontMetrics();
   const int w = std::max(journaux.averageCharWidth(), validees.averageCharWidth());
@@ -146,14 +147,18 @@ void CEcrList::PoseColonnes(const MonnaiesListe& monnaies, bool comptable) {
     return std::max(journaux.horizontalAdvance(texte), validees.horizontalAdvance(texte)) + 2 * margeTexte +
            2;
   };
-  const QString total = QStringLiteral("8888888,88 € ");
+  int montant = textes.horizontalAdvance(QStringLiteral("8888888,88 € "));
+  for (const f64 total : {totaux.debitFranc, totaux.creditFranc})
+    montant = std::max(montant, textes.horizontalAdvance(Q(FormatFranc(total)) + u' ') + 2);
+  for (const f64 total : {totaux.debitEuro, totaux.creditEuro})
+    montant = std::max(montant, textes.horizontalAdvance(Q(FormatEuro(total)) + u' ') + 2);
   const std::vector<ChampJournal> champs = ChampsDe(monnaies, comptable);
   std::vector<int> largeurs;
   for (const ChampJournal champ : champs) {
     const int titre = titres.horizontalAdvance(ModeleEcritures::Titre(champ)) + 2 * margeTexte + 1;
     int largeur = Caracteres(champ) * w + 1;
     if (EstMarque(champ)) largeur = largeurMarque + (champ == ChampJournal::Validee);
-    if (EstMontant(champ)) largeur = std::max(largeur, textes.horizontalAdvance(total));
+    if (EstMontant(champ)) largeur = std::max(largeur, montant);
     if (champ == ChampJournal::Rubrique) largeur = std::max(largeur, largeurTexte(QStringLiteral("88M")));
     if (champs.front() == champ) largeur += margeGauche;
     largeurs.push_back(std::max(largeur, titre));
@@ -221,11 +226,12 @@ void CEcrList::PoseHaut(int ligne) {
   if (const QModelIndex index = m_modele->index(ligne, 0); index.isValid()) scrollTo(index, PositionAtTop);
 }
 
-void CEcrList::Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable) {
+void CEcrList::Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable,
+                        const TotauxListe& totaux) {
   const int choisie = PremiereChoisie(), haut = Haut();
   const int aGauche = horizontalScrollBar()->value();
   const bool vue = choisie >= 0 && visualRect(m_modele->index(choisie, 0)).intersects(viewport()->rect());
-  PoseColonnes(monnaies, comptable);
+  PoseColonnes(monnaies, comptable, totaux);
   m_modele->Remplit(std::move(entrees));
   executeDelayedItemsLayout();
   const int derniere = m_modele->NbLignes() - 1;

@@ -23,9 +23,10 @@ class CEcrList : public QTreeView {
 
   /// Takes colours and fonts of the preferences again; the next `Recharge` measures the columns by them.
   void ActualisePreferences();
-  /// Refills, in the columns of these currencies. Selected index and first visible row stay, else the
-  /// last row is selected.
-  void Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable);
+  /// Refills, in the columns of these currencies, wide enough for these totals. Selected index and first
+  /// visible row stay, else the last row is selected.
+  void Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable,
+                const TotauxListe& totaux = {});
   /// The entries changed, the rows are the same.
   void Redessine();
   int LargeurColonnes() const;  ///< of all columns, the vertical scroll bar and the frame included
@@ -70,7 +71,7 @@ class CEcrList : public QTreeView {
   void updateGeometries() override;
 
  private:
-  void PoseColonnes(const MonnaiesListe& monnaies, bool comptable);
+  void PoseColonnes(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux);
   int HauteurTexte() const { return m_hauteurTexte; }
   const QFont& PoliceDe(const EntreeJournal& entree) const;
   void DessineCellule(QPainter& peintre, const QRect& cellule, const EntreeJournal& entree,

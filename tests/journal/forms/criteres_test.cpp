@@ -1,6 +1,7 @@
 #include "journal/criteres.h"
 
 #include <QListWidget>
+#include <QTest>
 #include <cstring>
 
 #include "journal/forms/dialogcritere.h"
@@ -92,6 +93,13 @@ TEST_F(FormeCritere, BornesEtRetour) {
   EXPECT_EQ(a.currentText(), u"20"_s) << "rises";
   a.setCurrentIndex(4);
   EXPECT_EQ(de.currentText(), u"5"_s) << "falls";
+  for (auto [liste, jour] : {std::pair(&de, u"15"_s), std::pair(&a, u"20"_s)}) {
+    test::Va(*liste);
+    QTest::keyClicks(liste, jour);
+  }
+  EXPECT_EQ(de.currentText() + a.currentText(), u"1520"_s) << "typed, the 2 of 20 takes nothing along";
+  test::Va(de);
+  a.setCurrentIndex(4);
   test::Tape(Champ(f, "montantMax"), u"99,5"_s);
   Clique(Case(f, "franc"));
   Liste(f, "deComptes").setCurrentText(u"6132"_s);

@@ -42,8 +42,9 @@ TEST_F(FormeEcriture, NouvelleRecette) {
   EXPECT_FALSE(f->findChild<QPushButton*>(u"precedent"_s));
   EXPECT_FALSE(Permis(*f, "ttc") || Permis(*f, "professionnelle") || Permis(*f, "franc"));
   EXPECT_TRUE(Coche(*f, "euro") && Coche(*f, "cheque"));
-  EXPECT_THAT(OrdreTab(*f), ElementsAre("jour", "code", "compte", "libelle", "tresorerie", "cheque", "autre",
-                                        "multiple", "euro", "ok", "annuler", "aide"));
+  EXPECT_THAT(OrdreTab(*f), ElementsAre("jour", "code", "compte", "libelle", "tresorerie", "cheque",
+                                        "multiple", "euro", "ok", "annuler", "aide"))
+      << "of two radio buttons the marked one";
   Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
   EXPECT_TRUE(Permis(*f, "ttc"));
   EXPECT_FALSE(Permis(*f, "professionnelle")) << "receipts";
@@ -225,17 +226,17 @@ TEST_F(FormeEcriture, ValideeOuLieePuisLiberee) {
   Boite.Reponses = {RepOui, RepNon};
   altU();
   EXPECT_FALSE(Coche(*f, "validee") || Permis(*f, "ttc"));
-  EXPECT_EQ(Entete(m).Validee, 0u);
+  EXPECT_EQ(+Entete(m).Validee, 0u);
   EXPECT_TRUE(f->Change());
   Boite.Oublie();
   Boite.Reponses = {RepOui};
   altU();
   EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3319});
   EXPECT_TRUE(Permis(*f, "ttc") && Permis(*f, "ok"));
-  EXPECT_EQ(Entete(m).LienId, 7u) << "only saving unlinks";
+  EXPECT_EQ(+Entete(m).LienId, 7u) << "only saving unlinks";
   Ok(*f);
   EXPECT_FALSE(f->isVisible());
-  EXPECT_EQ(Entete(m).LienId, 0u);
+  EXPECT_EQ(+Entete(m).LienId, 0u);
 }
 
 TEST_F(FormeEcriture, ExerciceClos) {
@@ -280,9 +281,9 @@ TEST_F(FormeEcriture, ModificationGardeNumeroEtMarques) {
   Boite.Reponses = {RepOui};
   Ok(*f);
   EXPECT_FALSE(f->isVisible());
-  EXPECT_EQ(Entete(m).Ligne, 1u);
-  EXPECT_EQ(Entete(m).Date, FaitDate(20, 3, 2003));
-  EXPECT_EQ(Entete(m).Pointee, 1u);
+  EXPECT_EQ(+Entete(m).Ligne, 1u);
+  EXPECT_EQ(+Entete(m).Date, FaitDate(20, 3, 2003));
+  EXPECT_EQ(+Entete(m).Pointee, 1u);
 }
 
 TEST_F(FormeEcriture, MarquesDUneEcritureStandard) {
@@ -348,6 +349,11 @@ TEST_F(FormeEcriture, Voisins) {
   EXPECT_THAT(Cadre.Appels, IsEmpty()) << "nothing had changed";
   EXPECT_EQ(rangees.GetEcrSel(), 2) << "the opération diverse is passed over";
   EXPECT_TRUE(Vu(*f, "lignes") && Permis(*f, "precedent") && !Permis(*f, "suivant"));
+  for (const char* champ : {"code", "libelle"}) {
+    const QString texte = Lu(*f, champ);
+    QTest::keyClick(Champ(*f, champ), Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(Lu(*f, champ), texte) << "the key of a disabled button types nothing";
+  }
   EXPECT_EQ(Lu(*f, "ttc"), u"50,00"_s);
   VerifieFormulaire(*f, TouchesPartagees);
   Tape(*Champ<QLineEdit>(*f, "ttc"), u"60"_s);

@@ -329,7 +329,7 @@ TEST_F(FormeOD, ExistanteChangeeEtVoisine) {
   Touche(f, Qt::Key_Insert);
   Clique(Trouve<QPushButton>(f, "precedent"));
   EXPECT_EQ(LignesLues(2), (Textes{"531 D 20.00 131.19", "706 C 17.00 111.51", "706 C 3.00 19.68"}));
-  EXPECT_EQ(Lignes(2)[0].Rapprochee, 1u) << "what the form does not change is kept";
+  EXPECT_EQ(+Lignes(2)[0].Rapprochee, 1u) << "what the form does not change is kept";
   EXPECT_EQ(u32{Entete(2).Ligne}, 2u);
   EXPECT_EQ(Journal.choisie, 0);
   EXPECT_EQ(Montrees(f)[0], "512|Essai d'OD|10,00 \x80|");

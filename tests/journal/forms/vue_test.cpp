@@ -2,6 +2,9 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -111,6 +114,14 @@ TEST_F(VueJournal, LesTotauxSontCroises) {
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "") << "an empty list";
 }
 
+TEST_F(VueJournal, GrandsMontants) {
+  Recette(1234567890123.45);
+  const auto vue = Ouvre(JournalRecettes, "Toutes", true);
+  const auto& debit = Trouve<CEcrTotal>(*vue, "totalDebitEuro");
+  EXPECT_EQ(debit.text(), u"1234567890123,45 € "_s);
+  EXPECT_GE(debit.x(), vue->Liste().PlaceColonne(ChampJournal::DebitEuro).left()) << "it fits its column";
+}
+
 TEST_F(VueJournal, MonnaiesDeLExercice) {
   Recette(100);
   App().NomExercice = "2001";  // the year of the name decides
@@ -170,6 +181,26 @@ TEST_F(VueJournal, EtatDeLaFenetre) {
     const std::string avant = test::LitFichier(Dossier() + "/fenlor.ini");
     OuvreTelle(JournalOD);
     EXPECT_EQ(test::LitFichier(Dossier() + "/fenlor.ini"), avant);
+  }
+}
+
+TEST_F(VueJournal, LeClavierVaALaListe) {
+  QMainWindow fenetre;
+  auto* zone = new QMdiArea;
+  fenetre.setCentralWidget(zone);
+  fenetre.show();
+  fenetre.activateWindow();
+  for (const i16 journal : {JournalRecettes, JournalDepenses, JournalOD}) {
+    auto* vue = new CEcritureView(Ui, journal);
+    QMdiSubWindow* cadre = zone->addSubWindow(vue);
+    vue->Charge();
+    cadre->show();
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), &vue->Liste()) << journal;
+    cadre->showMinimized();
+    cadre->showNormal();
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), &vue->Liste()) << journal;
   }
 }
 

@@ -258,7 +258,7 @@ TEST_F(VueCommandes, ChangerLaDate) {
   vue->Execute(ChangerDate);
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3103u));
   EXPECT_THAT(Rangees(*vue), ElementsAre(liee));
-  EXPECT_EQ(Entete(c).Date, FaitDate(31, 2, 2003)) << "the day stays, real or not";
+  EXPECT_EQ(+Entete(c).Date, FaitDate(31, 2, 2003)) << "the day stays, real or not";
   EXPECT_EQ(vue->Totaux().debitEuro, 2);
   vue->Execute(ChangerDate);
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3103u, 3103u)) << "a linked one first: nothing opens";
@@ -279,11 +279,11 @@ TEST_F(VueCommandes, RenumeroterCeQuiEstAffiche) {
   const auto vue = Ouvre(JournalRecettes, "Brouillard");
   Boite.Reponses = {RepNon, RepOui};
   vue->Execute(Renumeroter);
-  EXPECT_EQ(Entete(c).Ligne, 3u);
+  EXPECT_EQ(+Entete(c).Ligne, 3u);
   vue->Execute(Renumeroter);
-  EXPECT_EQ(Entete(b).Ligne, 1u);
-  EXPECT_EQ(Entete(c).Ligne, 2u);
-  EXPECT_EQ(Entete(a).Ligne, 1u) << "hidden";
+  EXPECT_EQ(+Entete(b).Ligne, 1u);
+  EXPECT_EQ(+Entete(c).Ligne, 2u);
+  EXPECT_EQ(+Entete(a).Ligne, 1u) << "hidden";
   EXPECT_EQ(Rangee(*vue, 1).substr(0, 4), "2|3|");
 }
 
@@ -350,6 +350,43 @@ TEST_F(VueCommandes, CeQueLeFormulaireEnregistreEstChoisi) {
   EXPECT_EQ(Total(*vue, "selectionDebitEuro"), "12,50 € ");
 }
 
+/// A main window whose journal follows at once, as in the program.
+class CadreQuiSuit : public test::CadreDeTest {
+ public:
+  CEcritureView* vue = nullptr;
+  void Actualise(u32 masque) override {
+    CadreDeTest::Actualise(masque);
+    if (vue) vue->Actualise(masque);
+  }
+};
+
+TEST_F(VueCommandes, LeVoisinEstCeluiDAvantLEnregistrement) {
+  const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(3, 3);
+  CadreQuiSuit cadre;
+  ContexteUi ui{App(), cadre, Dessin};
+  PoseEtat("< Tous >, 2, Toutes, 1");
+  CEcritureView vue(ui, JournalRecettes);
+  vue.Charge();
+  cadre.vue = &vue;
+  vue.SelectEcrItem(0);
+  Robot.Attend("DialogEcriture", [&](QDialog& f) {
+    const auto ttc = [&f] { return Trouve<QLineEdit>(f, "ttc").text(); };
+    Trouve<ChampJour>(f, "jour").Pose(FaitDate(30, 3, 2003));
+    Trouve<QPushButton>(f, "suivant").click();
+    EXPECT_THAT(Rangees(vue), ElementsAre(b, c, a));
+    EXPECT_EQ(ttc(), u"2,00"_s) << "the saved one went to the end, the one behind it is next";
+    EXPECT_EQ(vue.GetEcrSel(), 0);
+    EXPECT_FALSE(Trouve<QPushButton>(f, "precedent").isEnabled());
+    Trouve<QPushButton>(f, "suivant").click();
+    Trouve<QPushButton>(f, "suivant").click();
+    EXPECT_EQ(ttc(), u"1,00"_s);
+    Trouve<QPushButton>(f, "precedent").click();
+    f.reject();
+  });
+  vue.Execute(Modifier);
+  EXPECT_THAT(Choisies(vue), ElementsAre(c)) << "the one shown last, not the one saved last";
+}
+
 TEST_F(VueCommandes, AjouterUneOperationDiverse) {
   const auto vue = Ouvre(JournalOD);
   std::vector<QString> titres;
@@ -362,9 +399,12 @@ TEST_F(VueCommandes, AjouterUneOperationDiverse) {
   attend();
   vue->Execute(Ajouter);
   ASSERT_NE(EnregistreLesLignes({{"512", {}, 50, 0}, {"531", {}, 0, 50}}), 0u);
+  const u32 derniere = EnregistreLesLignes({{"512", {}, 20, 0}, {"531", {}, 0, 20}});
   vue->RefreshJournal();
+  vue->SelectEcrItem(0);
   attend();
   vue->Execute(Ajouter);
+  EXPECT_THAT(Choisies(*vue), ElementsAre(derniere)) << "its neighbours are those of the form";
   attend();
   vue->Execute(Modifier);
   ASSERT_EQ(titres.size(), 3u);
