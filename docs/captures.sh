@@ -90,7 +90,7 @@ touche ctrl+F4
 touche ctrl+shift+v
 capture virement
 touche Escape
-xdotool key alt+t; pause; touche v v Return
+xdotool key alt+r; pause; touche v v Return
 capture validation
 touche Escape
 touche alt+Return

@@ -2,6 +2,7 @@
 
 #include "core/textes.h"
 #include "core/valeurs.h"
+#include "reports/livresetat.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -20,15 +21,14 @@ bool CEtatDeCompte::EcritTete(const Plan& plan, unsigned tva) {
 bool CEtatDeCompte::EcritRangee(const FormatEtat& format, const Line& ligne, SommesEtat& sommes) {
   sommes = {};
   sommes.Ajoute(ligne);
-  const std::string_view designation =
-      TexteSur({ligne.Designation, strnlen(ligne.Designation, sizeof ligne.Designation)}, m_tampon);
+  const std::string_view nom = TexteSur(NomDeLigne(ligne), m_tampon);
   const std::string date = StrDate(ligne.DateLigne);
   if (Montant()) {
     const auto c = ColonnesMontant(sommes);
-    return EtatPrintf(format, {ligne.Ligne, date, designation, c[0], c[1]}) >= 0;
+    return EtatPrintf(format, {ligne.Ligne, date, nom, c[0], c[1]}) >= 0;
   }
   const ColonnesEtat c = ColonnesTotaux(sommes);
-  return EtatPrintf(format, {ligne.Ligne, date, designation, c[0], c[1], c[2], c[3]}) >= 0;
+  return EtatPrintf(format, {ligne.Ligne, date, nom, c[0], c[1], c[2], c[3]}) >= 0;
 }
 
 bool CEtatDeCompte::EcritSommes(const FormatEtat& format, const SommesEtat& sommes) {

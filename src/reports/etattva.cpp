@@ -39,7 +39,7 @@ bool CEtatTVADoc::EcritCompte(LivresEtat& livres, Travail& travail, const Plan& 
     // In one currency the format has two columns: the balances behind them are left out.
     const ColonnesEtat c = ColonnesTotaux(sommes);
     return suit = EtatPrintf(rangee,
-                             {l.Ligne, StrDate(l.DateLigne), EchappeEtat(fenlor::LitTexte(l.Designation)),
+                             {l.Ligne, StrDate(l.DateLigne), EchappeEtat(NomDeLigne(l)),
                               c[0], c[1], c[2], c[3]}) >= 0 &&
                   travail.Pas();
   };

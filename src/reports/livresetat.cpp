@@ -1,5 +1,7 @@
 #include "reports/livresetat.h"
 
+#include <cstring>
+
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
@@ -15,6 +17,12 @@ constexpr std::size_t LargeurCompte = 10;
 constexpr unsigned erreurSansExercice = 3209;
 
 }  // namespace
+
+std::string_view NomDeLigne(const Line& ligne) {
+  const bool propre = ligne.Genre == GenreOD && ligne.Designation[0] != '\0';
+  return propre ? std::string_view(ligne.Designation, strnlen(ligne.Designation, sizeof ligne.Designation))
+                : std::string_view(ligne.Libelle, strnlen(ligne.Libelle, sizeof ligne.Libelle));
+}
 
 bool LivresEtat::Ouvre() {
   if (m_app.PathExercice.empty()) return m_app.ReportErreur(erreurSansExercice);

@@ -12,6 +12,10 @@ namespace fenlor {
 
 inline bool MemeMois(Date a, Date b) { return Annee(a) == Annee(b) && Mois(a) == Mois(b); }
 
+/// What a line is called on paper: the words typed for a line of an opération diverse, which its `Designation`
+/// keeps; of any other line that field is the account's own name, and the entry's label stands instead.
+std::string_view NomDeLigne(const Line& ligne);
+
 /// Both stay open while the object lives. A walk hands each record to `suite`, good for that call alone,
 /// and ends when `suite` returns false; within it other walks may run. A walk is false when the books could
 /// not be read, which has been told.
