@@ -61,6 +61,7 @@ void CDialogMouvement::Declare() {
   Formulaire formulaire{Zone()};
   m_jour.Declare(formulaire, u"Date :"_s, "date");
   formulaire.Champ(u"Libellé :"_s, m_libelle, "libelle")
+      .SurDepart([this] { SuitLibelle(); })
       .Seul(*m_liste, nullptr, true)
       .Champ(u"Pointée :"_s, m_pointee, "pointee")
       .Suite(u"Validée :"_s, m_coche, "validee");
@@ -85,6 +86,7 @@ bool CDialogMouvement::Charge(u32 mouvement) {
   m_ouverture.journal = od.saisie.journal;
   m_jour.Pose(od.saisie.date);
   m_libelle.Pose(od.saisie.libelle);
+  m_libelleDesLignes = od.saisie.libelle;
   m_lignes = {std::move(od.lignes), -1};
   m_validee = m_etaitValidee = od.saisie.validee;
   m_liee = od.liee;
@@ -96,6 +98,16 @@ bool CDialogMouvement::Charge(u32 mouvement) {
            (App().Magasin.ReadMouvements(App().PathExercice, voisin, entete) && entete.Genre == GenreOD);
   });
   return true;
+}
+
+/// Lines that were given the entry's label have no words of their own: they follow it.
+void CDialogMouvement::SuitLibelle() {
+  const std::string libelle = m_libelle.Valeur();
+  if (libelle == m_libelleDesLignes) return;
+  for (LigneODLue& ligne : m_lignes.lignes)
+    if (ligne.libelle == m_libelleDesLignes) ligne.libelle = libelle;
+  m_libelleDesLignes = libelle;
+  MontreLignes();
 }
 
 void CDialogMouvement::MontreLignes() {
@@ -220,6 +232,7 @@ bool CDialogMouvement::Enregistre() {
 
 void CDialogMouvement::Vide() {
   m_libelle.Pose({});
+  m_libelleDesLignes.clear();
   m_lignes = {};
   m_modifiee = false;
   MontreLignes();

@@ -40,6 +40,7 @@ class CDialogMouvement : public CZNDialog {
   void OuvreLigne(bool modification);
   void ChangeMonnaie();
   void Force();
+  void SuitLibelle();
   void MontreLignes();
   void Actualise();
 
@@ -47,6 +48,7 @@ class CDialogMouvement : public CZNDialog {
   const bool m_cloture;
   bool m_lue = true;
   LignesOD m_lignes;
+  std::string m_libelleDesLignes;  ///< of the entry, as its lines know it
   bool m_validee = false, m_liee = false;
   bool m_etaitValidee = false;  ///< as the entry was read
   bool m_forcee = false;        ///< the hidden command was used

@@ -337,6 +337,16 @@ TEST_F(FormeOD, ExistanteChangeeEtVoisine) {
   Cadre.Appels.clear();
   Clique(Trouve<QPushButton>(f, "suivant"));
   EXPECT_EQ(Cadre.Nombre("Actualise 1039"), 0u) << "nothing had changed";
+
+  ChangeLignes(2, [](Line& ligne) {
+    if (ligne.Rang == 1) PoseTexte(ligne.Designation, "Mots propres");
+  });
+  Clique(Trouve<QPushButton>(f, "precedent"));
+  Clique(Trouve<QPushButton>(f, "suivant"));
+  Tape(*Trouve<QComboBox>(f, "libelle").lineEdit(), u"Autre nom"_s);
+  Clique(Trouve<QPushButton>(f, "ok"));
+  EXPECT_EQ(LitTexte(Lignes(2)[0].Designation) + ", " + LitTexte(Lignes(2)[1].Designation), "Autre nom, Mots propres")
+      << "lines that bore the entry's label follow it";
 }
 
 TEST_F(FormeOD, EcritureEnFranc) {
