@@ -3,6 +3,8 @@
 #include <optional>
 
 #include "core/textes.h"
+#include "journal/ecriturelue.h"
+#include "journal/odlue.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 
@@ -81,20 +83,23 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
     entete.Validee = 0;
   }
   const bool od = demande.mouvement != 0 ? entete.Genre == GenreOD : *demande.journal == JournalOD;
-  if (enregistre) resultat = od ? EnregistreLibre(demande, entete) : Enregistre(demande, entete);
+  if (enregistre) resultat = od ? EnregistreLibre(demande) : Enregistre(demande);
   if (!resultat) return resultat;
   if (const ResultatSaisie r = Marque(demande, resultat.mouvement); !r) return r;
   return !unite || unite->Valide() ? resultat : EchecMagasin();
 }
 
-ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande, const Mouvement& entete) {
+ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande) {
   const bool nouvelle = demande.mouvement == 0;
   SaisieEcriture saisie;
   if (nouvelle) {
     saisie.journal = *demande.journal;
     saisie.euro = m_euro;
-  } else if (!ChargeEcriture(entete, saisie)) {
-    return EchecMagasin();
+  } else {
+    EcritureLue lue;
+    if (const ResultatSaisie r = LitEcriture(m_app, demande.mouvement, lue); !r) return r;
+    saisie = std::move(lue.saisie);
+    saisie.tresoreries.assign(lue.lignes.begin(), lue.lignes.end());
   }
   if (demande.tresoreries) {
     saisie.genre = GenreStandard;
@@ -129,10 +134,15 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande, const Mouvem
   return EnregistreEcriture(m_app, saisie);
 }
 
-ResultatSaisie Saisisseur::EnregistreLibre(const DemandeSaisie& demande, const Mouvement& entete) {
+ResultatSaisie Saisisseur::EnregistreLibre(const DemandeSaisie& demande) {
   SaisieOD saisie;
   saisie.euro = m_euro;
-  if (demande.mouvement != 0 && !ChargeOD(entete, saisie)) return EchecMagasin();
+  if (demande.mouvement != 0) {
+    ODLue lue;
+    if (const ResultatSaisie r = LitOD(m_app, demande.mouvement, lue); !r) return r;
+    saisie = std::move(lue.saisie);
+    saisie.lignes = LignesSaisies(lue.lignes);
+  }
   saisie.euro = demande.euro.value_or(saisie.euro);
   if (demande.date) saisie.date = GetDate(*demande.date);
   if (demande.libelle) saisie.libelle = *demande.libelle;
@@ -162,69 +172,6 @@ ResultatSaisie Saisisseur::Marque(const DemandeSaisie& demande, u32 mouvement) {
   if (demande.valider)
     if (ResultatSaisie r = ValideEcriture(m_app, mouvement, *demande.valider); !r) return r;
   return fait;
-}
-
-bool Saisisseur::ChargeEcriture(const Mouvement& entete, SaisieEcriture& saisie) {
-  saisie.journal = entete.Journal;
-  saisie.genre = entete.Genre;
-  saisie.mouvement = entete.Mouvement;
-  saisie.ligne = entete.Ligne;
-  saisie.date = entete.Date;
-  saisie.libelle = LitTexte(entete.Libelle);
-  saisie.euro = entete.SaisieEuro != 0;
-  saisie.validee = entete.Validee != 0;
-  const auto charge = [&](const auto& rec) {
-    saisie.compte = LitTexte(rec.Compte);
-    if (saisie.compte.empty()) saisie.compte = LitTexte(rec.ComptePerso);
-    MontantsSaisie& m = saisie.montants;
-    m.ttc = saisie.euro ? rec.MontantEuro : rec.MontantFranc;
-    m.professionnel = saisie.euro ? rec.RepartitionEuro : rec.RepartitionFranc;
-    m.personnel = MontantDeChamp(m.ttc - m.professionnel);
-    if (!m_app.Reglages.IsTVA()) {
-      m.ht = m.professionnel;
-      return;
-    }
-    m.taux = rec.TauxTaxe;
-    m.tva = saisie.euro ? rec.TaxeEuro : rec.TaxeFranc;
-    m.ht = MontantDeChamp(m.professionnel - m.tva);
-  };
-
-  QVAPI& magasin = m_app.Magasin;
-  if (entete.Genre == GenreSimple) {
-    EcrSimple rec{};
-    if (!magasin.ReadEcrSimple(m_app.PathExercice, entete.Mouvement, rec)) return false;
-    charge(rec);
-    saisie.tresorerie = LitTexte(rec.CompteTresorerie);
-    saisie.paiement = rec.ModePaiement;
-    return true;
-  }
-  EcrStandard rec{};
-  if (!magasin.ReadEcrStandard(m_app.PathExercice, entete.Mouvement, rec)) return false;
-  charge(rec);
-  LineTresor ligne{};
-  for (u32 i = 0; magasin.GetEcrLineTresor(i, rec, ligne); ++i)
-    saisie.tresoreries.push_back(
-        {LitTexte(ligne.Compte), saisie.euro ? ligne.MontantEuro : ligne.MontantFranc, ligne.ModePaiement});
-  magasin.LibereLignes(rec);
-  return true;
-}
-
-bool Saisisseur::ChargeOD(const Mouvement& entete, SaisieOD& saisie) {
-  saisie.journal = entete.Journal;
-  saisie.mouvement = entete.Mouvement;
-  saisie.ligne = entete.Ligne;
-  saisie.date = entete.Date;
-  saisie.libelle = LitTexte(entete.Libelle);
-  saisie.euro = entete.SaisieEuro != 0;
-  saisie.validee = entete.Validee != 0;
-  for (const Position position : m_app.Magasin.LignesMouvement(m_app.PathExercice, entete.Mouvement)) {
-    Line ligne{};
-    if (!m_app.Magasin.ReadLines(m_app.PathExercice, position, ligne)) return false;
-    const f64 montant = saisie.euro ? ligne.MontantEuro : ligne.MontantFranc;
-    saisie.lignes.push_back({LitTexte(ligne.Compte), LitTexte(ligne.Designation), ligne.Sens ? 0 : montant,
-                             ligne.Sens ? montant : 0, ligne.ModePaiement});
-  }
-  return true;
 }
 
 std::string Saisisseur::CompteTresorerie(const std::string& texte) const {

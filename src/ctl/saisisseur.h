@@ -33,11 +33,9 @@ class Saisisseur {
 
  private:
   ResultatSaisie Execute(const DemandeSaisie& demande);
-  ResultatSaisie Enregistre(const DemandeSaisie& demande, const Mouvement& entete);
-  ResultatSaisie EnregistreLibre(const DemandeSaisie& demande, const Mouvement& entete);
+  ResultatSaisie Enregistre(const DemandeSaisie& demande);
+  ResultatSaisie EnregistreLibre(const DemandeSaisie& demande);
   ResultatSaisie Marque(const DemandeSaisie& demande, u32 mouvement);
-  bool ChargeEcriture(const Mouvement& entete, SaisieEcriture& saisie);
-  bool ChargeOD(const Mouvement& entete, SaisieOD& saisie);
   std::string CompteTresorerie(const std::string& texte) const;
   ResultatSaisie Refuse(const RefusLigne& refus) const;
   ResultatSaisie EchecMagasin();

@@ -234,4 +234,35 @@ ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
   return app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete) ? r : EchecMagasin(app);
 }
 
+bool PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+  LivresOuverts livres;
+  if (!livres.Ouvre(app)) return false;
+  QVAPI::Unite unite(app.Magasin);
+  Mouvement entete{};
+  for (const u32 mouvement : mouvements)
+    if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete) && !PointeEcriture(app, mouvement))
+      return false;
+  return unite.Valide() || bool{RefusMagasin(app)};
+}
+
+bool DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois) {
+  LivresOuverts livres;
+  if (!livres.Ouvre(app)) return false;
+  std::vector<u32> liees;  // told behind the unit: no message waits for an answer inside one
+  {
+    QVAPI::Unite unite(app.Magasin);
+    for (const u32 mouvement : mouvements) {
+      Mouvement entete{};
+      if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
+      if (entete.LienId != 0)
+        liees.push_back(mouvement);
+      else if (!DeplaceEcriture(app, mouvement, mois))
+        return false;
+    }
+    if (!unite.Valide()) return bool{RefusMagasin(app)};
+  }
+  for (const u32 mouvement : liees) DeplaceEcriture(app, mouvement, mois);
+  return true;
+}
+
 }  // namespace fenlor

@@ -41,4 +41,13 @@ ResultatSaisie ControleDeplacement(CFenlorApp& app, u32 mouvement, unsigned& moi
 /// Refused as above.
 ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois);
 
+
+// Commands of a window on its selected rows. Entries that are not there any more are left out in
+// silence; the others are one unit of work. False, told, when the books could not be written.
+
+/// Flips the pointing mark of each.
+bool PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
+/// Puts them into another month. Linked ones stay, and each is told (3103) when the others are on disk.
+bool DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois);
+
 }  // namespace fenlor

@@ -58,7 +58,7 @@ class CEtatComptable : public CEtatDoc {
     ~Travail();
     Travail(const Travail&) = delete;
     Travail& operator=(const Travail&) = delete;
-    /// One record is done; false when the user stopped, or the text could not be written.
+    /// One record is done; false when the user stopped. A failed write is told by `EtatPrintf`.
     bool Pas();
     bool Arrete() const { return m_arrete; }
     void Recommence(u32 maximum);  ///< for a second pass

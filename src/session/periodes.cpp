@@ -75,4 +75,13 @@ bool RetientPeriode(CFenlorApp& app, Periode periode) {
                                std::to_string(static_cast<int>(periode)));
 }
 
+std::vector<Date> MoisExercice(const CFenlorApp& app) {
+  std::vector<Date> premiers;
+  const Date debut = app.Reglages.GetDebutExercice(), fin = app.Reglages.GetFinExercice();
+  if (!IsDateOk(debut) || !IsDateOk(fin)) return premiers;
+  for (Date jour = FaitDate(1, Mois(debut), Annee(debut)); jour <= fin; jour = NextMonth(jour))
+    premiers.push_back(jour);
+  return premiers;
+}
+
 }  // namespace fenlor

@@ -33,6 +33,8 @@ struct LignePeriode {
 std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre);
 /// January to December of the year in which the exercice begins, wherever it begins.
 std::vector<LignePeriode> MoisPeriode(const CadrePeriode& cadre);
+/// First days of the months of the open exercice, from that of its first day through that of its last.
+std::vector<Date> MoisExercice(const CFenlorApp& app);
 /// Row to begin with: the week that today falls in, or comes before, when today is of the exercice's first
 /// year (the last one when all are before it), else the first. -1 for an empty list.
 int SemaineProposee(const CadrePeriode& cadre, const std::vector<LignePeriode>& semaines);

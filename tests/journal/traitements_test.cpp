@@ -256,6 +256,23 @@ TEST_F(Traitements, Renumerotation) {
   EXPECT_EQ(1u, +Entete(b).Validee);
 }
 
+TEST_F(Traitements, UneSelectionEstUneUnite) {
+  const u32 a = Recette(FaitDate(2, 3, 2003)), liee = Recette(FaitDate(3, 3, 2003));
+  const u32 b = Recette(FaitDate(4, 3, 2003));
+  Lie(liee);
+  const std::vector<u32> choisies = {a, 999, liee, b};
+  const u64 avant = Magasin().NbSynchros();
+  EXPECT_TRUE(PointeEcritures(App(), choisies));
+  EXPECT_EQ(avant + 1, Magasin().NbSynchros());
+  EXPECT_TRUE(Entete(a).Pointee && Entete(liee).Pointee && Entete(b).Pointee);
+  EXPECT_TRUE(DeplaceEcritures(App(), choisies, 5));
+  EXPECT_EQ(avant + 2, Magasin().NbSynchros());
+  EXPECT_EQ((std::vector<unsigned>{3103}), Boite.NumerosErreurs()) << "the linked one alone is told";
+  EXPECT_EQ(FaitDate(2, 5, 2003), u32{Entete(a).Date});
+  EXPECT_EQ(FaitDate(3, 3, 2003), u32{Entete(liee).Date});
+  EXPECT_EQ(FaitDate(4, 5, 2003), u32{Entete(b).Date});
+}
+
 TEST_F(Traitements, AutreMois) {
   const u32 mars = Recette(FaitDate(31, 3, 2003)), liee = Recette(FaitDate(2, 3, 2003));
   const u32 fevrier = Recette(FaitDate(28, 2, 2003));

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
+#include "session/periodes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,15 +21,6 @@ std::string TexteAnnee(Date jour) {
 }
 
 }  // namespace
-
-std::vector<Date> MoisExercice(const CFenlorApp& app) {
-  std::vector<Date> premiers;
-  const Date debut = app.Reglages.GetDebutExercice(), fin = app.Reglages.GetFinExercice();
-  if (!IsDateOk(debut) || !IsDateOk(fin)) return premiers;
-  for (Date jour = FaitDate(1, Mois(debut), Annee(debut)); jour <= fin; jour = NextMonth(jour))
-    premiers.push_back(jour);
-  return premiers;
-}
 
 void DialogListeMois::Ouvre(int choisi) {
   m_liste.setMinimumHeight(moisParAn * m_liste.sizeHintForRow(0) + 2 * m_liste.frameWidth());

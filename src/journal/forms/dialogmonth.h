@@ -10,9 +10,6 @@
 
 namespace fenlor {
 
-/// First days of the months of the open exercice, from that of its first day through that of its last.
-std::vector<Date> MoisExercice(const CFenlorApp& app);
-
 /// A list of months. Enter and a double click choose, whatever Enter does between fields.
 class DialogListeMois : public CZNDialog {
   Q_OBJECT

@@ -309,12 +309,8 @@ void CEcritureView::Pointe() {
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  QVAPI::Unite unite(App().Magasin);
-  for (const u32 mouvement : choisis)
-    if (SeLit(mouvement)) PointeEcriture(App(), mouvement);
-  const bool fait = unite.Valide();
+  PointeEcritures(App(), choisis);
   QApplication::restoreOverrideCursor();
-  if (!fait) RefusMagasin(App());
   RetireNonListees();
 }
 
@@ -340,20 +336,7 @@ void CEcritureView::ChangeDate() {
   if (choisis.empty() || !ControleDeplacement(App(), choisis.front(), mois)) return;
   ZNDialogChangeMois forme(Contexte(), mois, this);
   if (!forme.Execute()) return m_liste->setFocus();
-  std::vector<u32> liees;  // told when the others are on disk: no message inside a unit of work
-  {
-    QVAPI::Unite unite(App().Magasin);
-    for (const u32 mouvement : choisis) {
-      EntreeJournal entree;
-      if (!LitEntreeJournal(App(), mouvement, false, {}, entree)) continue;
-      if (entree.liee)
-        liees.push_back(mouvement);
-      else
-        DeplaceEcriture(App(), mouvement, forme.Mois());
-    }
-    if (!unite.Valide()) RefusMagasin(App());
-  }
-  for (const u32 mouvement : liees) DeplaceEcriture(App(), mouvement, forme.Mois());
+  DeplaceEcritures(App(), choisis, forme.Mois());
   RetireNonListees();
 }
 

@@ -16,6 +16,7 @@
 #include "journal/forms/ecrlist.h"
 #include "journal/forms/ecrtotal.h"
 #include "journal/forms/month.h"
+#include "session/periodes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
 

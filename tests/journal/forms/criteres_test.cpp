@@ -6,6 +6,7 @@
 
 #include "journal/forms/dialogcritere.h"
 #include "journal/forms/dialogmonth.h"
+#include "session/periodes.h"
 #include "journal/forms/formesjournal.h"
 
 namespace fenlor {
