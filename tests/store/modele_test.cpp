@@ -90,7 +90,9 @@ TEST(ModeleDefaut, FormulesDeLaDeclaration) {
   const auto table = ParCode(modele);
   const std::set<std::string> variables = {"&AMORT", "&FRAISKM", "&PVC", "&MVC", "&IMMO_HTVA"};
   std::map<std::string, int> usages;
+  constexpr std::size_t colonneDeclaration = 59;
   for (const auto& [code, rubrique] : table) {
+    EXPECT_LE(LitTexte(rubrique.Designation).size(), colonneDeclaration) << code << " is narrowed on paper";
     const std::string formule = LitTexte(rubrique.Formule);
     if (formule.empty()) continue;
     EXPECT_GE(+rubrique.TypeRubrique, 2) << code << " : un compte pourrait y être perdu";
