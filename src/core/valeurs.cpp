@@ -247,10 +247,14 @@ std::string TermeSuivant(std::string_view formule, std::string& terme, char& sig
 }
 
 int Jours360(Date du, Date au) {
-  const int jourDu = static_cast<int>(std::min(Jour(du), 30u));
-  const int jourAu = static_cast<int>(std::min(Jour(au), 30u));
+  const auto plafonnee = [](Date date) {
+    return FaitDate(std::min(Jour(date), 30u), Mois(date), Annee(date));
+  };
+  du = plafonnee(du);
+  au = plafonnee(au);
   const int mois = (static_cast<int>(Mois(au)) - static_cast<int>(Mois(du))) * 30;
-  return au >= du ? mois - jourDu + jourAu + 1 : -mois - jourAu + jourDu;
+  const int jours = static_cast<int>(Jour(au)) - static_cast<int>(Jour(du));
+  return au >= du ? mois + jours + 1 : -mois - jours;
 }
 
 int MoisEntre(Date du, Date au) { return static_cast<int>(Mois(au)) - static_cast<int>(Mois(du)) + 1; }

@@ -82,8 +82,8 @@ std::string TermeSuivant(std::string_view formule, std::string& terme, char& sig
 
 // -- Periods
 
-/// Days between two dates in months of 30 days, the last one included when `au`
-/// is not before `du`. The years play no part but in that test.
+/// Days between two dates in months of 30 days, the 31st being the 30th, the last one
+/// included when `au` is not before `du`. The years play no part but in that test.
 int Jours360(Date du, Date au);
 /// Months from one date to another, both included, without regard to the years.
 int MoisEntre(Date du, Date au);

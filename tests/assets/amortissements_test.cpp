@@ -112,8 +112,8 @@ TEST_F(Amortissements, LesBords) {
     const char* annees;
   } cas[] = {
       {"7/12, then the rest", "12/06/2003", "31/12/2004", 1200, Exceptionnel, 1, 100, "700.00 500.00"},
-      {"bought on 31/12: one day", "31/12/2004", "31/12/2004", 3600, Lineaire, 10, 10, "1.00"},
-      {"its year ends before", "31/12/2003", "31/12/2004", 3600, Lineaire, 10, 10, "0.00 360.00"},
+      {"bought on 31/12: one day", "31/12/2004", "31/12/2004", 2000, Lineaire, 1, 100, "5.56"},
+      {"asked for later years too", "31/12/2003", "31/12/2004", 2000, Lineaire, 1, 100, "5.56 1994.44"},
       {"an earlier year", "01/07/2004", "31/12/2002", 3600, Lineaire, 10, 10, "180.00"},
       {"earlier in the same year", "01/07/2004", "01/06/2004", 3600, Lineaire, 10, 10, "30.00"},
       {"no value", "01/01/2003", "31/12/2004", 0, Degressif, 1, 0, "0.00 0.00"},
@@ -242,7 +242,7 @@ TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
     const u8 type = static_cast<u8>(tire(0, 2));
     TauxDegressif ligne{1, 1, 100};
     Immobilisation immo = Bien("01/01/2000", tire(100, 5000000) / 100.0, type, 1, 100);
-    immo.DateAchat = FaitDate(tire(1, 28), tire(1, 12), tire(1990, 2003));
+    immo.DateAchat = FaitDate(tire(1, 31), tire(1, 12), tire(1990, 2003));
     if (type == Degressif) Magasin().ReadTauxDegressif(immo.DateAchat, tire(1, 10), ligne);
     if (type == Lineaire) ligne.TauxAnnuel = 100 / (ligne.Duree = tire(10, 100) / 10.0);
     immo.Duree = ligne.Duree;

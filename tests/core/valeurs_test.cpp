@@ -166,6 +166,7 @@ TEST(Valeurs, Periodes) {
   EXPECT_EQ(Jours360(date(1, 1, 2003), date(31, 12, 2003)), 360);
   EXPECT_EQ(Jours360(date(15, 3, 2003), date(15, 3, 2003)), 1);
   EXPECT_EQ(Jours360(date(31, 1, 2003), date(30, 3, 2003)), 61);
+  EXPECT_EQ(Jours360(date(31, 12, 2003), date(30, 12, 2003)), 1);    // the same day
   EXPECT_EQ(Jours360(date(30, 6, 2003), date(15, 2, 2003)), 135);    // backwards: no extra day
   EXPECT_EQ(Jours360(date(15, 12, 2002), date(10, 1, 2003)), -334);  // the years play no part
   EXPECT_EQ(MoisEntre(date(1, 7, 2000), date(30, 6, 2001)), 0);
