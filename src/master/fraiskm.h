@@ -47,10 +47,11 @@ struct ResultatFraisKm {
 };
 
 /// Closed exercice (3056); an amount that rounds to 0 (3106); the question 3380 when an amount is
-/// recorded already; when there are entries in accounts of headings that use "&FRAISKM", the offer
-/// 3381 to delete them, which may be declined. Then all settings at once, and the deletion when they
-/// stand on the disk: a failure never takes entries without an amount in their place. `fiche` becomes
-/// what was written: within its limits, the distance that of the readings where these count.
+/// recorded already; when there are entries in accounts of headings that use "&FRAISKM", or that
+/// these add up, the offer 3381 to delete them, which may be declined. Then all settings at once, and
+/// the deletion when they stand on the disk: a failure never takes entries without an amount in their
+/// place. `fiche` becomes what was written: within its limits, the distance that of the readings where
+/// these count.
 ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche);
 /// Closed exercice (3056), then the question 3382. Empties readings and distance; the scale stays.
 /// Nothing to do, which is a success, when no amount is recorded.

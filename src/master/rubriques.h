@@ -50,7 +50,9 @@ ResultatMaster SupprimeRubrique(CFenlorApp& app, Position position);
 std::vector<Position> PositionsRubriques(CFenlorApp& app);
 
 // -- The headings whose formula uses a variable, such as "&FRAISKM": a term is exactly that name,
-// whatever the heading's mode. Their entries are those with a line in an account that names one of them.
+// whatever the heading's mode; with them the headings that this formula adds up, those that theirs add
+// up, and so on. A manual heading stops the way, a term with a minus is none. Their entries are those
+// with a line in an account that names one of them.
 
 /// There is such an entry.
 bool RubriqueVariableEcritures(CFenlorApp& app, const std::string& variable);

@@ -1,6 +1,8 @@
-// The entries behind the headings whose formula uses a variable.
+// The entries behind the headings whose formula uses a variable, and behind those that it adds up.
 #include <functional>
+#include <map>
 #include <set>
+#include <vector>
 
 #include "core/textes.h"
 #include "master/formule.h"
@@ -13,21 +15,36 @@ namespace {
 
 constexpr u32 CleJournalCompte = 2;
 
-bool CodesUtilisant(CFenlorApp& app, const std::string& variable, std::vector<std::string>& codes) {
+/// Codes of the headings that use the variable, and of those that their formulas add up, in order.
+bool CodesUtilisant(CFenlorApp& app, const std::string& variable, std::set<std::string>& codes) {
   CRubriques rubriques(app, app.PathExercice);
-  return rubriques.OpenFile() &&
-         app.Magasin.QVParcoursCle(rubriques.NumCle, {}, {}, [&](Position, const void* rec) {
-           const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
-           if (FormuleUtilise(LitTexte(rubrique.Formule), variable))
-             codes.push_back(LitTexte(rubrique.Rubrique));
-           return true;
-         });
+  std::map<std::string, std::string> formules;
+  std::vector<std::string> atteints;
+  const bool lu = rubriques.OpenFile() &&
+                  app.Magasin.QVParcoursCle(rubriques.NumCle, {}, {}, [&](Position, const void* rec) {
+                    const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
+                    const std::string code = LitTexte(rubrique.Rubrique),
+                                      formule = LitTexte(rubrique.Formule);
+                    const bool utilise = FormuleUtilise(formule, variable);
+                    formules[code] = rubrique.Manuel && !utilise ? std::string() : formule;
+                    if (utilise) atteints.push_back(code);
+                    return true;
+                  });
+  while (!atteints.empty()) {
+    const std::string code = atteints.back();
+    atteints.pop_back();
+    const auto formule = formules.find(code);
+    if (formule == formules.end() || !codes.insert(code).second) continue;
+    for (const TermeFormule& terme : TermesFormule(formule->second))
+      if (terme.signe == '+') atteints.push_back(RubriqueDuTerme(terme.texte));
+  }
+  return lu;
 }
 
 /// Hands over the entry of each line in the accounts of the headings, in order of code and account,
 /// until `suite` says false. False on a failure.
 bool Parcourt(CFenlorApp& app, const std::string& variable, const std::function<bool(u32)>& suite) {
-  std::vector<std::string> codes;
+  std::set<std::string> codes;
   if (!CodesUtilisant(app, variable, codes)) return false;
   CLines lignes(app, app.PathExercice);
   if (!lignes.OpenFile()) return false;

@@ -48,12 +48,12 @@ class FraisKm : public DisqueDeTest, public test::CabinetMedical {
     return fiche;
   }
   unsigned Enregistre(FicheFraisKm fiche) { return EnregistreFraisKm(App(), fiche).erreur; }
-  /// The account counts in the heading whose formula names the variable.
+  /// The account counts in a heading that the one with the variable adds up.
   void MetDansLaRubrique(std::string_view compte) {
     CPlan plan(App(), App().PathExercice);
     PoseTexte(plan.Rec->Compte, test::Long(compte));
     ASSERT_TRUE(plan.OpenFile() && plan.Find(0) && plan.Delete(plan.GetPos()));
-    PoseTexte(plan.Rec->Rubrique, NormaliseRubrique("23"));
+    PoseTexte(plan.Rec->Rubrique, NormaliseRubrique("23A"));
     ASSERT_TRUE(plan.Add());
   }
 };

@@ -261,6 +261,27 @@ TEST_F(Rubriques, LesEcrituresDUneVariable) {
   EXPECT_NEAR(LitCompte("512").CreditEuro, 50, 0.001);
 }
 
+TEST_F(Rubriques, LesRubriquesQueLaFormuleAdditionne) {
+  Installe();
+  FicheRubrique manuelle = Fiche("Z5", "Z6");
+  manuelle.manuel = true;
+  for (const FicheRubrique& fiche : {Fiche("Z1", "Z2-Z3+&ESSAI+Z5"), Fiche("Z2", "Z4-Z1X+Z4"), Fiche("Z3"),
+                                     Fiche("Z4"), manuelle, Fiche("Z6")})
+    ASSERT_EQ(Enregistre(fiche), "") << fiche.code;
+  const char* const comptes[] = {"6132", "6063", "6154", "706"};
+  const struct {
+    const char* rubrique;
+    bool ajoutee;
+  } cas[] = {{"Z2", true}, {"Z3", false}, {"Z4", true}, {"Z6", false}};
+  u32 attendues = 0;
+  for (std::size_t i = 0; i < std::size(cas); ++i) {
+    Affecte(comptes[i], cas[i].rubrique);
+    CabinetMedical::Enregistre(Ecriture(i == 3 ? JournalRecettes : JournalDepenses, comptes[i], 100));
+    attendues += cas[i].ajoutee;
+    EXPECT_EQ(CompteEcrituresVariable(App(), "&ESSAI"), attendues) << cas[i].rubrique;
+  }
+}
+
 struct Disque {
   SystemePosix vrai;
   SystemeFautif fautif{vrai};
