@@ -49,10 +49,12 @@ bool CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const
   };
   const auto ligne = [&](const Line& l) {
     // The next line of the file ends the month, be it another account's or of a later day.
-    if (mois != sansMois && MoisDe(l.DateLigne) != mois && !(suit = finMois())) return false;
+    const bool autreMois = mois != sansMois && MoisDe(l.DateLigne) != mois;
+    if (autreMois && !(suit = finMois())) return false;
     if (l.DateLigne > m_criteres.au || std::strncmp(l.Compte, plan.Compte, sizeof l.Compte) != 0)
       return dernier = false;
     mois = MoisDe(l.DateLigne);
+    if (autreMois && !(suit = EcritEtat("\\F") >= 0)) return false;
     suit = EcritRangee(formats.rangee, l, sommes) && travail.Pas();
     sommesMois.Ajoute(sommes);
     total.Ajoute(sommes);
