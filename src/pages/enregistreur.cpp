@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "pages/miseenpage.h"
+
 namespace fenlor {
 
 namespace {
@@ -32,7 +34,8 @@ void Enregistreur::FaitPoliceBrouillon() {
 
 Etendue Enregistreur::Mesure(unsigned style, std::string_view texte) const {
   const i32 hauteur = HauteurPolice(style);
-  const i64 largeur = static_cast<i64>(texte.size()) * hauteur * 3 / 5;
+  const i64 taille = static_cast<i64>(texte.size());
+  const i64 largeur = std::min(taille * hauteur * 3 / 5, taille * std::max(1, m_largeur / ColonnesPage));
   return {static_cast<i32>(std::min(largeur, largeurMax)), hauteur};
 }
 

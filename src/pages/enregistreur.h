@@ -1,5 +1,6 @@
 // The device that paints nothing and remembers everything: for tests, and for reports
-// as text. Its only font is of fixed width, 0.6 of the height, at any resolution.
+// as text. Its only font is of fixed width, 0.6 of the height, at any resolution, and a column of the page at
+// most, as the print font's.
 #pragma once
 
 #include <array>

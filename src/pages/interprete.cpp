@@ -36,6 +36,10 @@ std::optional<i32> TabulationSuivante(std::string_view texte) {
 
 }  // namespace
 
+void InterpreteEtat::FinitPage() {
+  if (m_lignes) m_lignes->Dessine();
+}
+
 i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
   Plume plume{depart, m_etat.margeGauche, 0, {}, texte.substr(0, texte.find('\0'))};
   while (!plume.source.empty()) {
@@ -62,6 +66,7 @@ void InterpreteEtat::Code(Plume& plume, char code) {
     Dessine(plume);
   }
   plume.source.remove_prefix(2);
+  if (std::string_view("123LTMNCR").find(code) != std::string_view::npos) plume.texte.reset();
   switch (code) {
     case '0':
       m_etat.souligne = m_etat.gras = m_etat.italique = false;
@@ -117,9 +122,9 @@ void InterpreteEtat::Code(Plume& plume, char code) {
     }
     case 'S': {
       const i32 epaisseur = Argument(plume);
-      if (m_peripherique)
-        m_peripherique->DessineTrait(m_etat.margeGauche, m_page.largeur - m_etat.margeDroite,
-                                     Avance(plume.depart, plume.y) + 1, epaisseur);
+      if (m_lignes)
+        m_lignes->Trait(m_etat.margeGauche, m_page.largeur - m_etat.margeDroite,
+                        Avance(plume.depart, plume.y) + 1, epaisseur);
       break;
     }
     case 'F':
@@ -147,6 +152,7 @@ i32 InterpreteEtat::Argument(Plume& plume) {
 
 void InterpreteEtat::FinLigne(Plume& plume) {
   Dessine(plume);
+  plume.texte.reset();
   if (m_sortie) *m_sortie += '\n';
   plume.x = m_etat.margeGauche;
   plume.y = Avance(plume.y, m_page.interligne);
@@ -170,29 +176,36 @@ i32 InterpreteEtat::DessineRun(Plume& plume) {
   }
 
   const Etendue etendue = m_peripherique->Mesure(Style(), run);
-  const i32 y = Avance(plume.depart, plume.y);
-  Rectangle cadre{plume.x, y, Avance(plume.x, etendue.largeur), y + etendue.hauteur};
-  Alignement alignement = Alignement::Gauche;
-  if (m_etat.ligne != Alignement::Gauche) {
-    alignement = m_etat.ligne;
-    cadre.gauche = m_etat.margeGauche;
-    cadre.droite = m_page.largeur - m_etat.margeDroite;
-  } else if (m_etat.course != Course::Place) {
-    alignement = m_etat.course == Course::Centree ? Alignement::Centre : Alignement::Droite;
-    cadre.droite = std::max(cadre.droite, m_ancre);
-  } else if (const auto tabulation = TabulationSuivante(plume.source)) {
-    cadre.droite = *tabulation * m_page.unite;
+  if (plume.texte && plume.yTexte == plume.y) {
+    m_lignes->Continue(*plume.texte, Style(), run, etendue.largeur);
+  } else {
+    plume.texte = m_lignes->Commence(PlaceRun(plume, etendue), Style(), run, etendue.largeur);
+    plume.yTexte = plume.y;
   }
-
-  const i32 limite = m_page.largeur - m_etat.margeDroite;
-  cadre.gauche = std::max(cadre.gauche, m_etat.margeGauche);
-  if (cadre.gauche > limite) cadre.gauche = cadre.droite = limite;
-  cadre.droite = std::min(cadre.droite, limite);
-  if (alignement == Alignement::Droite && etendue.largeur > cadre.droite - cadre.gauche)
-    cadre.gauche = cadre.droite - etendue.largeur;
-
-  m_peripherique->DessineTexte(Style(), cadre, alignement, run);
   return etendue.largeur;
+}
+
+PlaceTexte InterpreteEtat::PlaceRun(const Plume& plume, const Etendue& etendue) const {
+  PlaceTexte place{Avance(plume.depart, plume.y), etendue.hauteur};
+  place.marge = m_etat.margeGauche;
+  place.limite = m_page.largeur - m_etat.margeDroite;
+  place.gauche = std::max(plume.x, place.marge);
+  place.droite = place.limite;
+  if (m_etat.ligne != Alignement::Gauche) {
+    place.alignement = m_etat.ligne;
+    place.gauche = place.marge;
+  } else if (m_etat.course == Course::Centree) {
+    place.alignement = Alignement::Centre;
+    place.droite = std::max(m_ancre, Avance(plume.x, etendue.largeur));
+  } else if (m_etat.course == Course::ADroite) {
+    place.alignement = Alignement::Droite;
+    place.droite = m_ancre;
+  } else if (const auto tabulation = TabulationSuivante(plume.source)) {
+    place.droite = *tabulation * m_page.unite;
+    place.colonneSuivante = place.droite <= place.limite;
+  }
+  place.droite = std::min(place.droite, place.limite);
+  return place;
 }
 
 i32 InterpreteEtat::DessineTitre(i32 depart, std::string_view premier, std::string_view second) {

@@ -2,9 +2,11 @@
 // of a report into plain text.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "pages/miseenligne.h"
 #include "pages/miseenpage.h"
 #include "pages/peripherique.h"
 
@@ -15,7 +17,9 @@ class InterpreteEtat {
   /// Draws on the device, whose fonts `PreparePage` has made; it outlives the object.
   /// `entete` and `pied` are the markup of "\H" and "\F".
   InterpreteEtat(const MiseEnPage& page, std::string entete, std::string pied, Peripherique& peripherique)
-      : m_page(page), m_entete(std::move(entete)), m_pied(std::move(pied)), m_peripherique(&peripherique) {}
+      : m_page(page), m_entete(std::move(entete)), m_pied(std::move(pied)), m_peripherique(&peripherique) {
+    m_lignes.emplace(page.unite, peripherique);
+  }
   /// Plain text: runs as they come, a tab for each "\T", a line feed at each line's
   /// end; styles, alignments, margins and rules print nothing. Appends to `sortie`,
   /// which outlives the object.
@@ -24,8 +28,11 @@ class InterpreteEtat {
 
   /// The state that a page begins with: plain style, no margins, everything to the left.
   void CommencePage() { m_etat = {}; }
+  /// Draws on the device all that was interpreted since the page began: only now it is known what stands
+  /// beside what (miseenligne.h).
+  void FinitPage();
 
-  // Each draws from the height `depart` of the page on and returns the height it used.
+  // Each interprets from the height `depart` of the page on and returns the height it used.
 
   /// Interprets a text, up to its first NUL. Margins and styles stay as it leaves them.
   i32 InterpreteTexte(i32 depart, std::string_view texte);
@@ -55,11 +62,15 @@ class InterpreteEtat {
     i32 y;
     std::string run;          ///< text waiting to be drawn
     std::string_view source;  ///< what follows it
+    /// The text that a further run on this line belongs to; none: it begins one.
+    std::optional<std::size_t> texte = std::nullopt;
+    i32 yTexte = 0;
   };
 
   void Code(Plume& plume, char code);
   void Dessine(Plume& plume);  ///< the run; `x` moves on by its width
   i32 DessineRun(Plume& plume);
+  PlaceTexte PlaceRun(const Plume& plume, const Etendue& etendue) const;
   void FinLigne(Plume& plume);
   /// With no margins and everything to the left, the state as before afterwards. Draws
   /// nothing inside itself: a header cannot call itself.
@@ -74,6 +85,7 @@ class InterpreteEtat {
   std::string m_pied;
   Peripherique* m_peripherique = nullptr;
   std::string* m_sortie = nullptr;
+  std::optional<MiseEnLigne> m_lignes;  ///< what waits to be drawn; none without a device
   Trace m_etat;
   i32 m_ancre = 0;
   bool m_dansEntete = false;

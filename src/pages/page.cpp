@@ -20,6 +20,7 @@ void Dessine(const ImpressionEtat& impression, u32 n, InterpreteEtat& interprete
   if (page.avecEntete) y += interprete.DessineEntete(y);
   y += interprete.InterpreteTexte(y, texte);
   if (page.avecPied) interprete.DessinePied(y);
+  interprete.FinitPage();
 }
 
 bool Existe(const ImpressionEtat& impression, u32 n) { return n >= 1 && n <= NombrePages(impression.pages); }

@@ -54,7 +54,8 @@ class Peripherique {
   virtual i32 HauteurPolice(unsigned style) const = 0;  ///< of a line of text
   virtual Etendue Mesure(unsigned style, std::string_view texte) const = 0;
 
-  /// On a single line, clipped to the rectangle, without background.
+  /// On a single line, without background; wider than the rectangle it is drawn narrower, so that it fills
+  /// it.
   virtual void DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
                             std::string_view texte) = 0;
   /// A horizontal black line of so many units (0 and 1: the thinnest there is).

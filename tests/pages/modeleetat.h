@@ -59,7 +59,15 @@ class ModeleEtat {
     bool entete = false, pied = false;
   };
 
+  /// What the rule of the neighbours looks at, one for each element.
+  struct Voisinage {
+    int groupe = 0;  ///< runs that differ in their style alone; 0: a rule
+    int marge = 0, limite = 0;
+    int borne = 0;  ///< a text on the left ends here at the latest
+  };
+
   std::string titre, entete, pied;
+  std::vector<Voisinage> voisinages;
   std::vector<Bloc> blocs;
   std::vector<Page> pages;
 
@@ -119,6 +127,7 @@ class ModeleEtat {
     unite = largeur / 144;
     lignesPage = lignesParPage;
     elements.clear();
+    voisinages.clear();
     for (numero = 1; numero <= pages.size(); ++numero) {
       const Page& page = pages[numero - 1];
       etat = {};
@@ -168,6 +177,7 @@ class ModeleEtat {
   int Interprete(int depart, const std::vector<Jeton>& jetons) {
     int x = etat.gauche, y = 0;
     std::string run;
+    Suite suite;
     for (unsigned k = 0; k < jetons.size(); ++k) {
       const Jeton& j = jetons[k];
       if (j.genre == Jeton::Lettre) {
@@ -175,7 +185,8 @@ class ModeleEtat {
         continue;
       }
       if (j.genre == Jeton::Retour) {
-        Trace(run, x, depart + y, jetons, k);
+        Trace(run, x, depart + y, jetons, k, suite);
+        suite.y = -1;
         x = etat.gauche;
         y += police + 1;
         etat.ligne = '1';
@@ -183,7 +194,9 @@ class ModeleEtat {
         continue;
       }
       const int colonne = j.argument * unite, avant = x;
-      if (std::string("FHGXPS").find(j.c) == std::string::npos) x += Trace(run, x, depart + y, jetons, k);
+      if (std::string("FHGXPS").find(j.c) == std::string::npos)
+        x += Trace(run, x, depart + y, jetons, k, suite);
+      if (std::string("123LTMNCR").find(j.c) != std::string::npos) suite.y = -1;
       if (j.c == '0') etat.u = etat.b = etat.i = false;
       if (j.c == '1' || j.c == '2' || j.c == '3') etat.ligne = j.c;
       if (j.c == 'B') etat.b = true;
@@ -208,53 +221,64 @@ class ModeleEtat {
                             Alignement::Gauche,
                             0,
                             ""});
+        voisinages.push_back({});
       }
       if (j.c == 'F') y += Cadre(depart + y, false);
       if (j.c == 'H') y += Cadre(depart + y, true);
       if (j.c == 'P') y = lignesPage * (police + 1) - depart;
     }
-    Trace(run, x, depart + y, jetons, static_cast<unsigned>(jetons.size()));
+    Trace(run, x, depart + y, jetons, static_cast<unsigned>(jetons.size()), suite);
     return y;
   }
 
-  int Trace(std::string& run, int x, int y, const std::vector<Jeton>& jetons, unsigned suite) {
+  struct Suite {
+    int y = -1, groupe = 0;
+  };
+
+  /// Where the strings put the run, as if it had the line for itself.
+  int Trace(std::string& run, int x, int y, const std::vector<Jeton>& jetons, unsigned k, Suite& suite) {
     if (run.empty()) return 0;
-    const int w = static_cast<int>(run.size()) * police * 3 / 5;
-    int g = x, d = x + w;
+    const int w = std::min(static_cast<int>(run.size()) * police * 3 / 5,
+                           static_cast<int>(run.size()) * (largeur / 144));
+    const int limite = largeur - etat.droite;
+    int g = std::max(x, etat.gauche), borne = limite;
     Alignement a = Alignement::Gauche;
-    if (etat.ligne == '2' || etat.ligne == '3') {
-      g = etat.gauche;
-      d = largeur - etat.droite;
-      a = etat.ligne == '2' ? Alignement::Centre : Alignement::Droite;
-    } else if (etat.run == 'C' || etat.run == 'R') {
-      if (ancre > d) d = ancre;
-      a = etat.run == 'C' ? Alignement::Centre : Alignement::Droite;
+    const auto droite = [&](int d) {
+      a = Alignement::Droite;
+      g = d - w;
+    };
+    if (etat.ligne == '3') {
+      droite(limite);
+    } else if (etat.ligne == '2') {
+      a = Alignement::Centre;
+      g = (etat.gauche + limite - w) / 2;
+    } else if (etat.run == 'C') {
+      a = Alignement::Centre;
+      g = (g + std::min(std::max(ancre, x + w), limite) - w) / 2;
+    } else if (etat.run == 'R') {
+      droite(ancre > g && limite > g ? std::min(ancre, limite) : g + w);
     } else {
-      for (unsigned k = suite; k < jetons.size() && jetons[k].genre != Jeton::Retour; ++k) {
-        if (jetons[k].genre == Jeton::Code && jetons[k].c == 'T') {
-          d = jetons[k].argument * unite;
-          break;
-        }
+      for (; k < jetons.size() && jetons[k].genre != Jeton::Retour; ++k) {
+        if (jetons[k].genre != Jeton::Code || jetons[k].c != 'T') continue;
+        borne = std::min(limite,
+                         jetons[k].argument * unite - (jetons[k].argument * unite <= limite ? unite / 2 : 0));
+        break;
       }
     }
-    const int limite = largeur - etat.droite;
-    if (g < etat.gauche) g = etat.gauche;
-    if (g > limite) {
-      g = limite;
-      d = limite;
-    }
-    if (d > limite) d = limite;
-    if (a == Alignement::Droite && w > d - g) g = d - w;
+    if (suite.y != y) suite.groupe = ++groupes;
+    suite.y = y;
     elements.push_back({numero,
                         false,
-                        {g, y, d, y + police},
+                        {g, y, g + w, y + police},
                         a,
                         (etat.u ? 1u : 0u) + (etat.i ? 2u : 0u) + (etat.b ? 4u : 0u),
                         run});
+    voisinages.push_back({suite.groupe, etat.gauche, limite, borne});
     run.clear();
     return w;
   }
 
+  int groupes = 0;
   int largeur = 0, police = 0, unite = 0, lignesPage = 0, ancre = 0;
   unsigned numero = 0;
   Etat etat;

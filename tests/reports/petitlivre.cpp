@@ -274,9 +274,12 @@ void PetitLivre::VerifiePages(CEtatDoc& etat, const std::string& nom) {
     EXPECT_LE(element.cadre.droite, page.largeur) << quoi;
     EXPECT_LE(element.cadre.bas, page.hauteur) << quoi;
     if (element.trait) continue;
-    const i32 largeur = feuille.Mesure(element.style, element.texte).largeur;
-    if (element.alignement == Alignement::Droite) {
-      EXPECT_GE(element.cadre.droite - element.cadre.gauche, largeur) << quoi;
+    EXPECT_TRUE(element.cadre.droite > element.cadre.gauche || element.texte == "V") << quoi;
+    for (const ElementPage& autre : feuille.Elements) {
+      if (&autre == &element) break;
+      if (autre.trait || autre.page != element.page || autre.cadre.haut != element.cadre.haut) continue;
+      EXPECT_TRUE(autre.cadre.droite <= element.cadre.gauche || element.cadre.droite <= autre.cadre.gauche)
+          << quoi << " covers " << VersUtf8(autre.texte);
     }
   }
 }

@@ -84,8 +84,8 @@ class PetitLivre : public CabinetDeTest {
     VerifieMarquage(etat, nom);
     VerifiePages(etat, nom);
   }
-  /// Draws all pages on the recorder: no run may be cut or pass the edges of the sheet, but for a text that
-  /// stands in the way of the next column.
+  /// Draws all pages on the recorder: no run may pass the edges of the sheet, vanish or cover another one,
+  /// but for the journal's heading "V", which stands where another one does.
   static void VerifiePages(CEtatDoc& etat, const std::string& nom);
 
  private:

@@ -113,16 +113,15 @@ void PeripheriqueQt::DessineTexte(unsigned style, const Rectangle& cadre, Aligne
   if (!m_peintre || texte.empty() || cadre.droite <= cadre.gauche || cadre.bas <= cadre.haut) return;
   const PoliceQt& police = Fonte(style);
   const i32 place = cadre.droite - cadre.gauche, largeur = Mesure(style, texte).largeur;
+  const i32 reste = std::max(0, place - largeur);
   i32 x = cadre.gauche;
-  if (alignement == Alignement::Droite) x = cadre.droite - largeur;
-  if (alignement == Alignement::Centre) x += (place - largeur) / 2;
+  if (alignement == Alignement::Droite) x += reste;
+  if (alignement == Alignement::Centre) x += reste / 2;
   m_peintre->save();
-  if (largeur > place)
-    m_peintre->setClipRect(QRect(cadre.gauche, cadre.haut, place, cadre.bas - cadre.haut), Qt::IntersectClip);
   m_peintre->setPen(Qt::black);
   m_peintre->setFont(police.fonte);
   m_peintre->translate(x, cadre.haut + police.montee);
-  m_peintre->scale(police.etroitesse, 1);
+  m_peintre->scale(police.etroitesse * std::min(1.0, place / std::max(1.0, qreal(largeur))), 1);
   m_peintre->drawText(QPointF(), EnQString(texte));
   m_peintre->restore();
 }

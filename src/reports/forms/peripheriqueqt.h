@@ -33,7 +33,7 @@ class PeripheriqueQt : public Peripherique {
   void FaitPoliceBrouillon() override;
   i32 HauteurPolice(unsigned style) const override { return Fonte(style).hauteur; }
   Etendue Mesure(unsigned style, std::string_view texte) const override;
-  /// Text that fits is not clipped: what an italic letter leans out is seen.
+  /// Nothing is clipped: what an italic letter leans out is seen.
   void DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
                     std::string_view texte) override;
   /// A unit of thickness is drawn as 6, a hair that paper shows; on a screen as a pixel at least.

@@ -1,0 +1,179 @@
+#include "pages/miseenligne.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace fenlor {
+
+namespace {
+
+constexpr char suite[] = "\x85";  // "…"
+constexpr std::size_t tailleSigle = 3;
+constexpr i32 rienAGauche = std::numeric_limits<i32>::min();
+
+bool EstNombre(std::string_view texte) {
+  return texte.find_first_not_of("0123456789 ,.-/%") == std::string_view::npos;
+}
+
+i32 Milieu(i32 a, i32 b) { return static_cast<i32>((i64{a} + b) / 2); }
+
+}  // namespace
+
+bool MiseEnLigne::Groupe::Depuis() const {
+  return place.alignement == Alignement::Droite && place.droite <= place.gauche;
+}
+
+i32 MiseEnLigne::Groupe::Cle() const {
+  if (place.alignement == Alignement::Gauche || Depuis()) return place.gauche;
+  return place.alignement == Alignement::Droite ? place.droite : Milieu(place.gauche, place.droite);
+}
+
+i32 MiseEnLigne::Groupe::Reserve() const {
+  if (place.alignement == Alignement::Gauche || Depuis()) return place.gauche;
+  const i64 voulue = place.alignement == Alignement::Droite
+                         ? place.droite - largeur
+                         : (i64{place.gauche} + place.droite - largeur) / 2;
+  return static_cast<i32>(std::max<i64>(voulue, place.gauche));
+}
+
+bool MiseEnLigne::Groupe::Figure() const { return nombre || place.alignement == Alignement::Droite; }
+
+std::size_t MiseEnLigne::Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur) {
+  m_groupes.push_back({place, 0, true, {}});
+  const std::size_t texte = m_groupes.size() - 1;
+  Continue(texte, style, std::move(run), largeur);
+  return texte;
+}
+
+void MiseEnLigne::Continue(std::size_t texte, unsigned style, std::string run, i32 largeur) {
+  Groupe& groupe = m_groupes[texte];
+  groupe.largeur += largeur;
+  groupe.nombre = groupe.nombre && (EstNombre(run) || (groupe.runs.empty() && run.size() <= tailleSigle));
+  groupe.runs.push_back(m_runs.size());
+  m_runs.push_back({style, std::move(run), largeur, texte, {}});
+}
+
+void MiseEnLigne::Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
+  m_runs.push_back({0, {}, epaisseur, SansTexte, {gauche, y, droite, y}});
+}
+
+void MiseEnLigne::Dessine() {
+  std::vector<std::size_t> ordre(m_groupes.size());
+  for (std::size_t i = 0; i < ordre.size(); ++i) ordre[i] = i;
+  const auto cle = [this](std::size_t i) { return std::pair(m_groupes[i].place.haut, m_groupes[i].Cle()); };
+  std::stable_sort(ordre.begin(), ordre.end(), [&](auto a, auto b) { return cle(a) < cle(b); });
+  std::vector<std::size_t> ligne;
+  for (std::size_t i = 0; i < ordre.size(); ++i) {
+    const i32 haut = m_groupes[ordre[i]].place.haut;
+    ligne.push_back(ordre[i]);
+    if (i + 1 < ordre.size() && m_groupes[ordre[i + 1]].place.haut == haut) continue;
+    PlaceLigne(ligne);
+    ligne.clear();
+  }
+  for (const Run& run : m_runs) {
+    if (run.groupe == SansTexte)
+      m_peripherique.DessineTrait(run.cadre.gauche, run.cadre.droite, run.cadre.haut, run.largeur);
+    else
+      m_peripherique.DessineTexte(run.style, run.cadre, m_groupes[run.groupe].place.alignement, run.texte);
+  }
+  m_runs.clear();
+  m_groupes.clear();
+}
+
+void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
+  i32 libre = rienAGauche;  // behind the texts that are placed
+  for (std::size_t i = 0; i < ligne.size(); ++i) {
+    Groupe& groupe = m_groupes[ligne[i]];
+    const PlaceTexte& place = groupe.place;
+    Etend(groupe, place.gauche, 0);
+    const bool aGauche = place.alignement == Alignement::Gauche;
+    if (aGauche && place.droite <= place.gauche) continue;
+    // A line number is worth more than the white behind it.
+    const i32 ecart = aGauche && groupe.nombre ? m_ecart / 2 : m_ecart;
+    i32 gauche = std::max(place.marge, libre);
+    i32 droite = place.limite;
+    // One that shows nothing takes no room.
+    std::size_t n = i + 1;
+    while (n < ligne.size() && m_groupes[ligne[n]].place.alignement == Alignement::Gauche &&
+           m_groupes[ligne[n]].place.droite <= m_groupes[ligne[n]].place.gauche)
+      ++n;
+    if (n < ligne.size()) droite = std::min(droite, Borne(groupe, m_groupes[ligne[n]]) - ecart);
+    if (aGauche) {
+      gauche = std::max(gauche, place.gauche);
+      droite = std::min(droite, place.droite - (place.colonneSuivante ? ecart : 0));
+    } else if (place.alignement == Alignement::Droite && !groupe.Depuis()) {
+      droite = std::min(droite, place.droite);
+    }
+    if (droite > gauche) libre = std::max(libre, Place(groupe, gauche, droite) + ecart);
+  }
+}
+
+/// What the next text may ask for: its column, but never more than half of what lies between the two, and
+/// nothing of a figure that ends where it should.
+i32 MiseEnLigne::Borne(const Groupe& groupe, const Groupe& suivant) const {
+  const i32 cle = groupe.Cle(), autre = suivant.Cle(), reserve = suivant.Reserve();
+  const bool finit = groupe.place.alignement == Alignement::Droite && !groupe.Depuis();
+  return std::max(reserve, finit ? std::min(autre, cle + m_ecart) : Milieu(cle, autre));
+}
+
+i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
+  const PlaceTexte& place = groupe.place;
+  i32 largeur = static_cast<i32>(std::min<i64>(groupe.largeur, droite - gauche));
+  if (largeur < groupe.largeur && !groupe.Figure() && i64{largeur} * 100 < groupe.largeur * EtroitesseMin) {
+    Raccourcit(groupe, largeur);
+    largeur = static_cast<i32>(std::min<i64>(largeur, groupe.largeur * EtroitesseMin / 100));
+  }
+  i32 debut = gauche;
+  if (groupe.Depuis()) debut = std::max(gauche, place.gauche);
+  if (place.alignement == Alignement::Droite && !groupe.Depuis()) debut = place.droite - largeur;
+  if (place.alignement == Alignement::Centre)
+    debut = static_cast<i32>((i64{place.gauche} + place.droite - largeur) / 2);
+  debut = std::clamp(debut, gauche, droite - largeur);
+  Etend(groupe, debut, largeur);
+  return debut + largeur;
+}
+
+/// As many characters as the place holds beside the dots, all drawn as narrow as a text may be.
+void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
+  const auto large = [&](const Run& run, std::size_t n) {
+    return i64{m_peripherique.Mesure(run.style, run.texte.substr(0, n) + suite).largeur};
+  };
+  const auto tient = [&](i64 largeur) { return largeur * EtroitesseMin <= i64{place} * 100; };
+  i64 avant = 0;
+  std::size_t dernier = 0;  // the run that is shortened, the ones behind it are left out
+  while (dernier + 1 < groupe.runs.size()) {
+    const i64 apres = avant + m_runs[groupe.runs[dernier]].largeur;
+    if (!tient(apres + large(m_runs[groupe.runs[dernier + 1]], 0))) break;
+    avant = apres;
+    ++dernier;
+  }
+  Run& run = m_runs[groupe.runs[dernier]];
+  std::size_t de = 0, a = run.texte.size();
+  while (de < a) {
+    const std::size_t n = (de + a + 1) / 2;
+    tient(avant + large(run, n)) ? de = n : a = n - 1;
+  }
+  run.texte.resize(de);
+  while (!run.texte.empty() && run.texte.back() == ' ') run.texte.pop_back();
+  run.texte += suite;
+  run.largeur = m_peripherique.Mesure(run.style, run.texte).largeur;
+  for (std::size_t i = dernier + 1; i < groupe.runs.size(); ++i) m_runs[groupe.runs[i]].largeur = 0;
+  groupe.largeur = avant + run.largeur;
+}
+
+void MiseEnLigne::Etend(const Groupe& groupe, i32 gauche, i32 largeur) {
+  const PlaceTexte& place = groupe.place;
+  i64 avant = 0;
+  const auto bord = [&] {
+    return gauche + static_cast<i32>(avant * largeur / std::max<i64>(1, groupe.largeur));
+  };
+  for (const std::size_t i : groupe.runs) {
+    Run& run = m_runs[i];
+    run.cadre = {bord(), place.haut, 0, place.haut + place.hauteur};
+    avant += run.largeur;
+    run.cadre.droite = bord();
+  }
+}
+
+}  // namespace fenlor

@@ -1,0 +1,80 @@
+// The texts of the lines of a page, placed so that none touches its neighbour.
+//
+// What fits stands exactly where the strings put it. Where there is no room for that, a figure (a text that
+// is aligned right, a number, three characters at most) is drawn narrower until it fits, after it has taken
+// what is free on its left; another text is drawn narrower down to `EtroitesseMin`, and then ends with "…".
+// Columns do not move, and nothing passes the margins.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pages/miseenpage.h"
+#include "pages/peripherique.h"
+
+namespace fenlor {
+
+/// The narrowest that a text is drawn before it is shortened, in percent of its width.
+constexpr i32 EtroitesseMin = 85;
+
+/// Where the strings put a text: neighbouring runs that differ in their style alone are one text.
+struct PlaceTexte {
+  i32 haut = 0, hauteur = 0;
+  Alignement alignement = Alignement::Gauche;
+  i32 gauche = 0;  ///< of its column
+  /// The column's end: the next column, or the one to end at. Behind nothing (not above `gauche`), a text
+  /// on the left is not drawn; one on the right begins at `gauche` and ends where it ends.
+  i32 droite = 0;
+  i32 marge = 0, limite = 0;     ///< the margins, from the left
+  bool colonneSuivante = false;  ///< `droite` is the begin of another column, which is not to be touched
+};
+
+class MiseEnLigne {
+ public:
+  MiseEnLigne(i32 unite, Peripherique& peripherique)
+      : m_ecart(std::max(1, unite / 2)), m_peripherique(peripherique) {}
+
+  /// Begins a text with its first run, whose width is that of the device. The text's number.
+  std::size_t Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur);
+  /// A further run of a text.
+  void Continue(std::size_t texte, unsigned style, std::string run, i32 largeur);
+  void Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur);
+  /// Places all texts and draws what came, in the order in which it came; then there is nothing left.
+  void Dessine();
+
+ private:
+  struct Run {
+    unsigned style = 0;
+    std::string texte;
+    i32 largeur = 0;
+    std::size_t groupe = 0;  ///< its text, or `SansTexte`: a rule in `cadre`, as thick as `largeur`
+    Rectangle cadre{};
+  };
+  struct Groupe {
+    PlaceTexte place;
+    i64 largeur = 0;
+    bool nombre = true;
+    std::vector<std::size_t> runs;
+    bool Depuis() const;  ///< aligned right, but begins at its column
+    i32 Cle() const;      ///< its fixed point
+    i32 Reserve() const;  ///< where it begins if it keeps to its column
+    bool Figure() const;
+  };
+  static constexpr std::size_t SansTexte = static_cast<std::size_t>(-1);
+
+  void PlaceLigne(const std::vector<std::size_t>& ligne);
+  i32 Borne(const Groupe& groupe, const Groupe& suivant) const;
+  /// The drawn right edge.
+  i32 Place(Groupe& groupe, i32 gauche, i32 droite);
+  void Raccourcit(Groupe& groupe, i32 place);
+  void Etend(const Groupe& groupe, i32 gauche, i32 largeur);
+
+  i32 m_ecart;  ///< between two neighbours; half of it behind a number on the left
+  Peripherique& m_peripherique;
+  std::vector<Run> m_runs;
+  std::vector<Groupe> m_groupes;
+};
+
+}  // namespace fenlor
