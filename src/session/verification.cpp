@@ -250,6 +250,8 @@ void Verification::VerifieEcritures() {
     }
     m_lignes.push_back(ligne);
   }
+  if (const int code = m_magasin.QVFileErrorCode(); code != ErrCleAbsente)
+    Constate("Journal : les écritures ne se lisent pas jusqu'au bout : %s", {m_magasin.QVErreurTexte(code)});
   if (!m_lignes.empty()) VerifieEcriture();
 }
 

@@ -173,6 +173,7 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
            " enregistrements");
     }
   }
+  if (moteur.ClesEndommagees(numFichier)) note("fichier de clés endommagé : ses clés ont été refaites");
   std::vector<Position> libres;
   if (!moteur.ListeLibre(numFichier, libres) || libres.size() != supprimes) {
     note("liste des emplacements libres endommagée");

@@ -67,7 +67,9 @@ class Moteur {
   bool AjouteCle(u16 numCle, std::string_view texte, Position position);
   bool SupprimeCle(u16 numCle, std::string_view texte, Position position);
   Position TrouveCle(u16 numCle, std::string_view texte);
-  /// Cursor moves; the cursor belongs to the key number.
+  /// Cursor moves; the cursor belongs to the key number. A walk in one direction makes at most
+  /// as many moves as there are records: keys that go back, round or beyond are ErrEndommage, and
+  /// made again for whoever looks next.
   Position Borne(u16 numCle, std::string& texte);
   Position Premier(u16 numCle, std::string& texte);
   Position Dernier(u16 numCle, std::string& texte);
@@ -79,6 +81,8 @@ class Moteur {
   using SuiteParcours = std::function<bool(Position, const void*)>;
   bool Parcours(u16 numCle, const std::string& debut, const std::string& fin, const SuiteParcours& suite);
   u32 NombreCles(u16 numCle);
+  /// True when the key file was found damaged since its opening (its keys were then made again).
+  bool ClesEndommagees(u16 numFichier) const;
   /// All keys of a record of a known file, composed from it. `neuves`: the
   /// caller knows that none exists (they are then written later, in order).
   bool AjouteCles(u16 numFichier, Position position, const void* rec, bool neuves);

@@ -13,7 +13,7 @@ namespace fenlor {
 
 namespace {
 
-constexpr std::size_t TailleControle = 8192;
+constexpr std::size_t TailleLecture = 256u << 10;
 constexpr u32 PositionMax = 0xFFFFFFFFu;
 
 /// Failures for which the keys can live in memory until the disk is well again.
@@ -37,22 +37,27 @@ Ouvert* Moteur::Etat::Cle(u16 numCle, unsigned& indice) {
   return o;
 }
 
-bool Moteur::Etat::Sceau_(Ouvert& o, Sceau& sceau) {
+/// What a seal would say now. With `attendu` the file is summed up only when the rest agrees.
+bool Moteur::Etat::Sceau_(Ouvert& o, Sceau& sceau, const Sceau* attendu) {
   Empreinte dat, idx;
   if (o.dat.Mesure(dat) || systeme.Mesure(o.cheminIdx, idx)) return false;
+  sceau = {dat.taille, dat.secondes, dat.nanosecondes, idx.taille, idx.secondes, idx.nanosecondes, 0};
+  if (attendu && !attendu->MemesFichiers(sceau)) return false;
   std::unique_ptr<Fichier> fichier;
   if (systeme.Ouvre(o.cheminIdx, Systeme::Lecture, fichier)) return false;
-  u8 octets[TailleControle];
-  std::size_t lus = 0;
-  if (fichier->Lit(octets, sizeof octets, 0, lus)) return false;
-  sceau = {dat.taille, dat.secondes, dat.nanosecondes, idx.taille, idx.secondes, idx.nanosecondes,
-           static_cast<u32>(crc32_z(0, octets, lus))};
+  std::vector<u8> octets(std::min<u64>(idx.taille, TailleLecture));
+  for (u64 place = 0; place < idx.taille;) {
+    std::size_t lus = 0;
+    if (fichier->Lit(octets.data(), octets.size(), place, lus) || lus == 0) return false;
+    sceau.crcIdx = static_cast<u32>(crc32_z(sceau.crcIdx, octets.data(), lus));
+    place += lus;
+  }
   return true;
 }
 
 bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf) {
   o.cles.reset();
-  o.clesEnMemoire = false;
+  o.clesEnMemoire = o.clesEndommagees = false;
   o.cheminIdx = cheminIdx;
   for (auto& curseur : o.curseurs) curseur.pose = false;
   if (!o.def) {
@@ -64,11 +69,13 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
 
   const auto sceau = reprise->sceaux.find(o.dat.entete.id);
   Sceau present;
-  if (!neuf && !o.modifie && fabrique.SurDisque() && sceau != reprise->sceaux.end() && Sceau_(o, present) &&
-      present == sceau->second) {
-    const int rc = fabrique.Ouvre(cheminIdx, false, o.description, o.cles);
+  if (!neuf && !o.modifie && fabrique.SurDisque() && sceau != reprise->sceaux.end() && Sceau_(o, present, &sceau->second)) {
+    o.clesEndommagees = present != sceau->second;
+    const int rc = o.clesEndommagees ? ErrCles : fabrique.Ouvre(cheminIdx, false, o.description, o.cles);
     if (rc == 0) return true;
     if (rc != ErrCles && rc != ErrCleAbsente && rc != EINVAL) return Echec(rc, cheminIdx);
+    avertissements.push_back("Le fichier de clés " + cheminIdx +
+                             " est endommagé : il est reconstruit à partir des enregistrements.");
   }
   o.cles.reset();
   reprise->sceaux.erase(o.dat.entete.id);
@@ -137,9 +144,13 @@ bool Moteur::Etat::RemplitCles(Ouvert& o) {
 /// without a seal, so that the next opening makes it anew.
 bool Moteur::Etat::ReplieCles(Ouvert& o, int rc) {
   if (o.clesEnMemoire || !o.def) return Echec(rc, o.cheminIdx);
-  avertissements.push_back("Les clés du fichier " + o.cheminIdx + " n'ont pas pu être écrites (" +
-                           VersUtf8(rc < 1000 ? TexteErreurSysteme(rc) : "fichier de clés endommagé") +
-                           ") : elles seront reconstruites à la prochaine ouverture.");
+  avertissements.push_back(rc < 1000 ? "Les clés du fichier " + o.cheminIdx + " n'ont pas pu être écrites (" +
+                                           VersUtf8(TexteErreurSysteme(rc)) +
+                                           ") : elles seront reconstruites à la prochaine ouverture."
+                                     : "Le fichier de clés " + o.cheminIdx +
+                                           " est endommagé : il sera reconstruit à la prochaine ouverture.");
+  if (rc >= 1000) o.clesEndommagees = true;
+  reprise->sceaux.erase(o.dat.entete.id);
   o.modifie = true;
   o.clesEnMemoire = true;
   o.cles.reset();
@@ -147,7 +158,29 @@ bool Moteur::Etat::ReplieCles(Ouvert& o, int rc) {
   return RemplitCles(o);
 }
 
+/// Keys that go round or back are damage: the walk ends, and what looks at them next finds
+/// the right ones.
+bool Moteur::Etat::Rompues(Ouvert& o) {
+  ReplieCles(o, ErrCles);
+  return Echec(ErrEndommage, o.cheminIdx);
+}
+
+/// True when `e` may follow `depart` in a walk of that direction, which has no more moves
+/// than the file has records.
+bool Moteur::Etat::SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const EntreeCle& depart, const EntreeCle& e,
+                              int sens) {
+  if (sens == 2) return true;
+  const int ordre = e.texte.compare(depart.texte);
+  const bool apres = ordre > 0 || (ordre == 0 && e.position > depart.position);
+  const bool egal = ordre == 0 && e.position == depart.position;
+  if (sens == 0 ? !apres && !egal : sens == 1 ? !apres : apres || egal) return false;
+  if (sens == 0 || sens != curseur.sens) curseur.pas = 0;
+  curseur.sens = sens;
+  return !o.def || ++curseur.pas <= o.emplacements + 1;
+}
+
 void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool ajout) {
+  for (auto& curseur : o.curseurs) curseur.pas = 0;
   if (!o.modifie) {
     o.modifie = true;
     reprise->sceaux.erase(o.dat.entete.id);
@@ -275,25 +308,25 @@ bool Moteur::Etat::Deplace(u16 numCle, std::string& texte, Position& position, i
   position = 0;
   Ouvert* o = Cle(numCle, indice);
   if (!o) return false;
+  Ouvert::Curseur& curseur = o->curseurs[indice];
+  EntreeCle& depart = trouvailleDepart;
+  const bool suit = curseur.pose && (sens == 1 || sens == -1);
+  depart.texte.assign(suit ? curseur.entree.texte : texte);
+  depart.position = suit ? curseur.entree.position : sens == 1 ? PositionMax : 0;
   const auto bouge = [&](EntreeCle& e) {
-    Ouvert::Curseur& c = o->curseurs[indice];
     switch (sens) {
-      case 0: return o->cles->Borne(indice, texte, 0, e);
-      case 1:
-        return c.pose ? o->cles->Apres(indice, c.entree.texte, c.entree.position, e)
-                      : o->cles->Apres(indice, texte, PositionMax, e);
-      case -1:
-        return c.pose ? o->cles->Avant(indice, c.entree.texte, c.entree.position, e)
-                      : o->cles->Avant(indice, texte, 0, e);
+      case 0: return o->cles->Borne(indice, depart.texte, 0, e);
+      case 1: return o->cles->Apres(indice, depart.texte, depart.position, e);
+      case -1: return o->cles->Avant(indice, depart.texte, depart.position, e);
       default: return o->cles->Dernier(indice, e);
     }
   };
-  // A kept buffer, swapped into the cursor: a walk makes no allocations.
+  // Kept buffers, one swapped into the cursor: a walk makes no allocations.
   EntreeCle& e = trouvaille;
   bool trouvee = bouge(e);
   if (!trouvee && o->cles->Erreur() && ReplieCles(*o, o->cles->Erreur())) trouvee = bouge(e);
   if (!trouvee) return Echec(ErrCleAbsente);
-  Ouvert::Curseur& curseur = o->curseurs[indice];
+  if (!SePoursuit(*o, curseur, depart, e, sens)) return Rompues(*o);
   std::swap(curseur.entree, e);
   curseur.pose = true;
   texte.assign(curseur.entree.texte);
@@ -329,10 +362,18 @@ bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& f
   Ouvert* o = m->Cle(numCle, indice);
   if (!o) return false;
   if (!o->datOuvert) return m->Echec(ErrPasOuvert);
-  bool bien = true;
+  bool bien = true, rompues = false;
+  u32 pas = 0, derniere = 0;
+  std::string precedent;
+  precedent.reserve(TailleCleMax);
   const u32 avance = u32{o->dat.entete.taille} * 12;
   auto entree = [&](std::string_view texte, u32 position) {
     if (!fin.empty() && texte >= fin) return false;
+    const int ordre = pas ? texte.compare(precedent) : texte < debut ? -1 : 1;
+    rompues = ordre < 0 || (ordre == 0 && position <= derniere) || ++pas > o->emplacements + 1;
+    if (rompues) return false;
+    precedent.assign(texte);
+    derniere = position;
     const u8* rec = m->Brut(*o, position);
     if (!rec || o->dat.EtatDe(rec) != EtatEmplacement::Vivant) {
       bien = m->Echec(ErrEndommage, *o);
@@ -345,8 +386,13 @@ bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& f
     return suite(position, rec);
   };
   o->cles->Parcours(indice, debut, entree);
+  if (rompues || o->cles->Erreur() == ErrCles) return m->Rompues(*o);
   if (bien && o->cles->Erreur()) bien = m->Echec(o->cles->Erreur(), o->cheminIdx);
   return bien;
+}
+
+bool Moteur::ClesEndommagees(u16 numFichier) const {
+  return numFichier < m->fichiers.size() && m->fichiers[numFichier] && m->fichiers[numFichier]->clesEndommagees;
 }
 
 u32 Moteur::NombreCles(u16 numCle) {

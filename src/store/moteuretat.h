@@ -39,10 +39,13 @@ struct Ouvert {
   std::unique_ptr<MagasinCles> cles;
   DescriptionCles description;
   std::string cheminIdx;
-  bool clesEnMemoire = false;  ///< the disk had no room for the keys
+  bool clesEnMemoire = false;    ///< the disk had no room for the keys, or they were damaged
+  bool clesEndommagees = false;  ///< found damaged since the file was opened, and made again
 
   struct Curseur {
     bool pose = false;
+    int sens = 0;  ///< direction of the walk in progress
+    u32 pas = 0;   ///< its moves since the keys last changed
     EntreeCle entree;
   };
   std::array<Curseur, 8> curseurs;
@@ -61,7 +64,7 @@ struct Moteur::Etat {
   std::unique_ptr<JournalReprise> reprise;
   std::array<std::unique_ptr<Ouvert>, 256> fichiers;  ///< by file number
 
-  EntreeCle trouvaille;  ///< buffer of cursor moves
+  EntreeCle trouvaille, trouvailleDepart;  ///< buffers of cursor moves
 
   int erreur = 0;
   std::string fichierErreur;
@@ -124,7 +127,9 @@ struct Moteur::Etat {
   int OteCle(Ouvert& o, unsigned indice, std::string_view texte, Position position);
   void RetientCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool ajout);
   void DefaitCles(std::size_t jusqua);
-  bool Sceau_(Ouvert& o, Sceau& sceau);
+  bool Sceau_(Ouvert& o, Sceau& sceau, const Sceau* attendu = nullptr);
+  bool Rompues(Ouvert& o);
+  bool SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const EntreeCle& depart, const EntreeCle& e, int sens);
   bool Deplace(u16 numCle, std::string& texte, Position& position, int sens);
 
   // moteurunites.cpp

@@ -21,6 +21,7 @@ constexpr u32 Bloc = 4096;
 constexpr u32 MagieUnite = 0x4E555651;  // "QVUN"
 constexpr u32 TailleEnteteUnite = 32;
 constexpr std::size_t TailleSceau = 64;
+constexpr u32 SceauEntier = 1;  ///< the sum is that of the whole key file; older logs have 0 here
 constexpr std::size_t SceauxMax = (TailleEntete - 56) / TailleSceau;
 
 template <class T>
@@ -143,7 +144,8 @@ int JournalReprise::EcritEntete() {
     Ajoute(o, s.tailleIdx);
     Ajoute(o, s.secondesIdx);
     Ajoute(o, s.crcIdx);
-    o.resize(o.size() + 12);
+    Ajoute(o, SceauEntier);
+    o.resize(o.size() + 8);
   }
   Pose(o.data() + 12, Crc(o.data() + 16, o.size() - 16));
   return m_fichier->Ecrit(o.data(), o.size(), m_epoque & 1 ? TailleEntete : 0);
@@ -160,6 +162,7 @@ bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& su
   suivante = Prend<u64>(&o[32]);
   for (u32 n = 0; n < nombre; ++n) {
     const u8* s = &o[48 + n * TailleSceau];
+    if (Prend<u32>(s + 52) != SceauEntier) continue;
     lus[Prend<u64>(s)] = {Prend<u64>(s + 8),  Prend<i64>(s + 16), Prend<u32>(s + 24), Prend<u64>(s + 32),
                           Prend<i64>(s + 40), Prend<u32>(s + 28), Prend<u32>(s + 48)};
   }

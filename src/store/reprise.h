@@ -21,13 +21,14 @@
 // position, the bytes.
 //
 // A seal says that a key file was brought home after the last change of its data
-// file: it names the length and time of both. Keys without a true seal are not
-// looked at but made again.
+// file: it names the length and time of both and the CRC-32 of all its bytes. Keys
+// without a true seal are not looked at but made again.
 #pragma once
 
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "store/systeme.h"
@@ -39,8 +40,13 @@ struct Sceau {
   i64 secondesDat = 0, nanoDat = 0;
   u64 tailleIdx = 0;
   i64 secondesIdx = 0, nanoIdx = 0;
-  u32 crcIdx = 0;  ///< of the key file's first 8 KiB
+  u32 crcIdx = 0;  ///< of the whole key file
   bool operator==(const Sceau&) const = default;
+  /// True when lengths and times agree: only a damage can then make the sums differ.
+  bool MemesFichiers(const Sceau& autre) const {
+    return std::tie(tailleDat, secondesDat, nanoDat, tailleIdx, secondesIdx, nanoIdx) ==
+           std::tie(autre.tailleDat, autre.secondesDat, autre.nanoDat, autre.tailleIdx, autre.secondesIdx, autre.nanoIdx);
+  }
 };
 
 struct FichierUnite {

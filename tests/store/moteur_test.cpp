@@ -425,6 +425,99 @@ TEST_F(ClesSurDisqueTest, UnFichierDeClesDouteuxEstRefait) {
   }
 }
 
+/// Every bit that counts, lengths and times kept: only the sum over the whole file can tell.
+TEST_F(ClesSurDisqueTest, UnBitBasculeDerriereLaTeteEstDitEtRefait) {
+  const std::string idx = m_dossier / "COMPTES.idx", rep = m_dossier / "fenlor.rep", dat = m_dossier / "COMPTES.dat";
+  std::ifstream flux(idx, std::ios::binary);
+  const std::string sain{std::istreambuf_iterator<char>(flux), {}};
+  for (const std::string& chemin : {idx, rep, dat}) fs::copy_file(chemin, chemin + ".bon");
+  const auto temps = fs::last_write_time(idx), tempsDat = fs::last_write_time(dat);
+  std::size_t essais = 0;
+  for (std::size_t place = 8192; place < sain.size(); ++place) {
+    if (!sain[place] || ++essais > 300) continue;
+    for (const std::string& chemin : {idx, rep, dat}) {
+      fs::copy_file(chemin + ".bon", chemin, fs::copy_options::overwrite_existing);
+    }
+    std::fstream(idx, std::ios::in | std::ios::out | std::ios::binary)
+        .seekp(static_cast<std::streamoff>(place))
+        .put(static_cast<char>(sain[place] ^ 1 << essais % 8));
+    fs::last_write_time(idx, temps);
+    fs::last_write_time(dat, tempsDat);
+    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    ASSERT_TRUE(livres.Ouvre()) << place;
+    EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ") << place;
+    EXPECT_TRUE(livres.moteur.ClesEndommagees(FichierComptes)) << place;
+    EXPECT_EQ(livres.moteur.Avertissements().size(), 1u) << place;
+    ASSERT_TRUE(livres.moteur.FermeCabinet());
+    ASSERT_TRUE(livres.Ouvre());
+    EXPECT_FALSE(livres.moteur.ClesEndommagees(FichierComptes)) << place;
+  }
+  EXPECT_GT(essais, 100u);
+}
+
+/// Keys that begin anew behind the last one, in either direction.
+class ClesEnRond : public MagasinCles {
+ public:
+  explicit ClesEnRond(std::unique_ptr<MagasinCles> vraies) : m_vraies(std::move(vraies)) {}
+  int Ajoute(unsigned c, std::string_view t, u32 p) override { return m_vraies->Ajoute(c, t, p); }
+  int AjouteNeuve(unsigned c, std::string_view t, u32 p) override { return m_vraies->AjouteNeuve(c, t, p); }
+  int Supprime(unsigned c, std::string_view t, u32 p) override { return m_vraies->Supprime(c, t, p); }
+  bool Borne(unsigned c, std::string_view t, u32 p, EntreeCle& e) override { return m_vraies->Borne(c, t, p, e); }
+  bool Apres(unsigned c, std::string_view t, u32 p, EntreeCle& e) override {
+    return m_vraies->Apres(c, t, p, e) || m_vraies->Borne(c, "", 0, e);
+  }
+  bool Avant(unsigned c, std::string_view t, u32 p, EntreeCle& e) override {
+    return m_vraies->Avant(c, t, p, e) || m_vraies->Dernier(c, e);
+  }
+  bool Dernier(unsigned c, EntreeCle& e) override { return m_vraies->Dernier(c, e); }
+  void Parcours(unsigned c, std::string_view debut, FonctionParcours suite) override {
+    bool va = true;
+    auto retient = [&](std::string_view t, u32 p) { return va = suite(t, p); };
+    for (int tour = 0; va && tour < 100; ++tour) m_vraies->Parcours(c, debut, retient);
+  }
+  u64 Nombre(unsigned c) override { return m_vraies->Nombre(c); }
+  int Charge(unsigned c, const std::vector<std::pair<std::string_view, u32>>& t) override { return m_vraies->Charge(c, t); }
+  int Engage(bool) override { return 0; }
+  int Erreur() const override { return 0; }
+
+ private:
+  std::unique_ptr<MagasinCles> m_vraies;
+};
+
+class FabriqueEnRond : public FabriqueMemoire {
+ public:
+  int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& d, std::unique_ptr<MagasinCles>& m) override {
+    const int rc = FabriqueMemoire::Ouvre(chemin, neuf, d, m);
+    if (!rc) m = std::make_unique<ClesEnRond>(std::move(m));
+    return rc;
+  }
+};
+
+TEST(ClesEndommagees, UnParcoursQuiTourneEnRondEstDitEtFinit) {
+  FabriqueEnRond rond;
+  SystemeSansSynchro systeme;
+  for (const std::string sens : {"suivant", "precedent", "parcours"}) {
+    const DossierTemporaire dossier;
+    Livres livres(dossier.Chemin(), rond, systeme);
+    ASSERT_TRUE(livres.Ouvre());
+    for (const char* compte : {"51", "60", "70"}) ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte(compte, "C")));
+    Moteur& moteur = livres.moteur;
+    std::string cle;
+    int pas = 0;
+    if (sens == "parcours") {
+      EXPECT_FALSE(moteur.Parcours(69, "", "", [&](Position, const void*) { return ++pas < 100; }));
+    } else {
+      Position p = sens == "suivant" ? moteur.Premier(69, cle) : moteur.Dernier(69, cle);
+      for (; p && pas < 100; p = sens == "suivant" ? moteur.Suivant(69, cle) : moteur.Precedent(69, cle)) ++pas;
+    }
+    EXPECT_EQ(pas, 3) << sens;
+    EXPECT_EQ(moteur.Erreur(), ErrEndommage) << sens;
+    EXPECT_TRUE(moteur.ClesEndommagees(FichierComptes)) << sens;
+    EXPECT_EQ(moteur.Avertissements().size(), 1u) << sens;
+    EXPECT_EQ(livres.Comptes(), "51=C 60=C 70=C ") << sens;
+  }
+}
+
 TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
   const std::string dat = m_dossier / "COMPTES.dat", bon = m_dossier / "bon";
   fs::copy_file(dat, bon);
