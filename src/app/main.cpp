@@ -65,7 +65,8 @@ int main(int argc, char** argv) {
   }
   if (!options.ligne.inconnus.empty()) {
     for (const std::string& inconnu : options.ligne.inconnus)
-      std::cerr << "Argument inconnu : " << inconnu << " (fenlor --help)\n";
+      std::cerr << "Argument inconnu : " << inconnu << '\n';
+    std::cerr << '\n' << fenlor::AideLigneCommande();
     return 2;
   }
 

@@ -50,6 +50,9 @@ bool Programme::InitInstance() {
   m_app.PathProgrammes = m_options.pathProgrammes;
   m_app.PathCabinet = DossierCabinetDefaut(m_options.pathProgrammes, Environnement("XDG_DATA_HOME"),
                                            QDir::homePath().toStdString());
+  if (const std::string cabinet = Environnement("FENLOR_CABINET");
+      !cabinet.empty() && !m_options.ligne.pathCabinet && !m_options.ligne.pathMagasin)
+    m_options.ligne.pathCabinet = cabinet;
   const bool choisi = m_options.ligne.pathCabinet || m_options.ligne.pathMagasin;
   AppliqueLigneCommande(m_app, m_options.ligne);
   const std::string cabinet = m_options.ligne.pathMagasin.value_or(m_app.PathCabinet);

@@ -52,9 +52,6 @@ std::size_t TailleConversion(const std::string& format, std::size_t debut) {
   return sorte == 'd' || sorte == 'u' || (sorte == 's' && i == debut) ? i + 1 - debut : 0;
 }
 
-constexpr unsigned premiereErreur = 3000;
-constexpr unsigned derniereErreur = 3299;
-
 }  // namespace
 
 std::string Texte(unsigned numero) {
@@ -88,9 +85,8 @@ std::string TexteFormat(unsigned numero, std::initializer_list<std::string> argu
 }
 
 std::string TexteErreur(unsigned numero, std::initializer_list<std::string> arguments) {
-  const bool connue = numero >= premiereErreur && numero <= derniereErreur && TexteExiste(numero);
-  return connue ? TexteFormat(numero, arguments)
-                : TexteFormat(FormatErreurInconnue, {std::to_string(numero)});
+  return TexteExiste(numero) ? TexteFormat(numero, arguments)
+                             : TexteFormat(FormatErreurInconnue, {std::to_string(numero)});
 }
 
 }  // namespace fenlor

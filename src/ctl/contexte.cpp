@@ -1,6 +1,7 @@
 #include "ctl/contexte.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "core/valeurs.h"
@@ -224,18 +225,22 @@ bool Contexte::FinDeCle() const {
 }
 
 bool Contexte::Ecrit(const std::string& utf8) {
-  if (m_sortiePerdue) return false;
-  m_sortie.write(utf8.data(), static_cast<std::streamsize>(utf8.size()));
+  return !m_sortiePerdue &&
+         Sort([&] { m_sortie.write(utf8.data(), static_cast<std::streamsize>(utf8.size())); });
+}
+
+bool Contexte::Sort(const std::function<void()>& acte) {
+  errno = 0;
+  acte();
   if (m_sortie.good()) return true;
   m_sortiePerdue = true;
-  Refuse(3022, {});
+  // A reader that went away, as "head" does, has all it wanted.
+  if (errno != EPIPE) Refuse(3022, {});
   return false;
 }
 
 bool Contexte::Vide() {
-  if (m_sortiePerdue) return false;
-  m_sortie.flush();
-  return Ecrit({});
+  return !m_sortiePerdue && Sort([this] { m_sortie.flush(); });
 }
 
 }  // namespace fenlor

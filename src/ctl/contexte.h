@@ -2,6 +2,7 @@
 // the streams, and one way to tell a failure.
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <istream>
 #include <memory>
@@ -82,6 +83,8 @@ class Contexte {
   CFenlorApp App;
 
  private:
+  /// Writes or flushes. False when the output is lost: told, unless its reader just went away.
+  bool Sort(const std::function<void()>& acte);
   u32 Evenement(u32 evenement, u32 valeur, const std::string& texte);
 
   std::ostream& m_sortie;

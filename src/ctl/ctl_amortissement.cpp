@@ -131,14 +131,14 @@ class CommandeEcheancier {
     std::string texte;
     for (const Echeancier::Ligne& l : calcul.Lignes)
       texte += LigneJson()
-                   .Entier("numero", immo.Numero)
-                   .Entier("annee", l.annee)
-                   .Nombre("theoriqueFranc", l.theoriqueFranc)
-                   .Nombre("theoriqueEuro", l.theoriqueEuro)
-                   .Nombre("reelFranc", l.reelFranc)
-                   .Nombre("reelEuro", l.reelEuro)
-                   .Nombre("cumulFranc", l.cumulFranc)
-                   .Nombre("cumulEuro", l.cumulEuro)
+                   .Entier("Numero", immo.Numero)
+                   .Entier("Annee", l.annee)
+                   .Nombre("TheoriqueFranc", l.theoriqueFranc)
+                   .Nombre("TheoriqueEuro", l.theoriqueEuro)
+                   .Nombre("ReelFranc", l.reelFranc)
+                   .Nombre("ReelEuro", l.reelEuro)
+                   .Nombre("CumulFranc", l.cumulFranc)
+                   .Nombre("CumulEuro", l.cumulEuro)
                    .Fin();
     return texte;
   }

@@ -3,6 +3,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
+#include "ctl/enregistrementjson.h"
 #include "ctl/json.h"
 #include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
@@ -179,7 +180,7 @@ class CommandeFiche {
     const std::string court = CompacteTexte(m_app.Magasin.GetShortCompte(longue));
     const std::string texte =
         m_contexte.Globales.json
-            ? LigneJson().Texte("compte", longue).Texte("code", CompacteTexte(m_fiche.code)).Fin()
+            ? LigneJson().Texte("Compte", longue).Texte("Code", CompacteTexte(m_fiche.code)).Fin()
             : VersUtf8("Compte " + court + ' ' + fait) + "\n";
     return m_contexte.Donne(texte);
   }
@@ -199,16 +200,16 @@ class CommandeFiche {
     if (!plan.OpenFile()) return m_contexte.RefuseMagasin();
     for (const Position position : PositionsComptes(m_app, liste)) {
       if (!plan.ReadRec(position)) return m_contexte.RefuseMagasin();
+      if (m_contexte.Globales.json) {
+        std::string objet;
+        AjouteEnregistrement(objet, Champs(FichierComptes), plan.Rec);
+        if (!m_contexte.Ecrit(objet)) return StatutRefuse;
+        continue;
+      }
       const std::string ligne = LigneCompte(m_app, liste, *plan.Rec);
       std::vector<std::string> champs;
       for (unsigned i = 0; i < titres.size(); ++i) champs.push_back(ChampTexte(i, ligne, '|'));
-      if (!m_contexte.Globales.json) {
-        tableau.Ajoute(std::move(champs));
-        continue;
-      }
-      LigneJson objet;
-      for (std::size_t i = 0; i < titres.size(); ++i) objet.Texte(VersUtf8(titres[i]).c_str(), champs[i]);
-      if (!m_contexte.Ecrit(objet.Fin())) return StatutRefuse;
+      tableau.Ajoute(std::move(champs));
     }
     return m_contexte.Globales.json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
   }

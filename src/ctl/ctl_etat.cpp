@@ -1,3 +1,4 @@
+#include <fstream>
 #include <utility>
 
 #include "core/textes.h"
@@ -7,6 +8,7 @@
 #include "ctl/optionscommunes.h"
 #include "ctl/ouverture.h"
 #include "ctl/sortieetat.h"
+#include "pages/fichiertampon.h"
 #include "reports/catalogue.h"
 #include "reports/etatjournal.h"
 
@@ -87,9 +89,24 @@ bool PoseDemande(Contexte& contexte, const OptionsEtat& options, CEtatJournalDoc
   return true;
 }
 
+/// The pages on the standard output, by way of a file: they are there whole or not at all.
+bool DonnePdf(Contexte& contexte, CEtatComptable& etat) {
+  FichierTampon provisoire(contexte.Magasin);
+  if (!provisoire.Cree() || !contexte.EcritPdf(contexte.App, etat, provisoire.Chemin())) {
+    contexte.RefuseMagasin();
+    return false;
+  }
+  std::ifstream pdf(provisoire.Chemin(), std::ios::binary);
+  std::string morceau(64u << 10, '\0');
+  while (pdf.read(morceau.data(), static_cast<std::streamsize>(morceau.size())) || pdf.gcount() > 0)
+    if (!contexte.Ecrit(morceau.substr(0, static_cast<std::size_t>(pdf.gcount())))) return false;
+  return true;
+}
+
 bool Donne(Contexte& contexte, const OptionsEtat& options, CEtatComptable& etat) {
   if (options.marquage) return EcritMarquage(contexte, etat);
   if (options.texte) return EcritRuns(contexte, etat);
+  if (*options.pdf == "-") return DonnePdf(contexte, etat);
   if (contexte.EcritPdf(contexte.App, etat, *options.pdf)) return true;
   contexte.RefuseMagasin();
   return false;
@@ -131,7 +148,8 @@ void DeclareEtats(LigneCommande& ligne) {
       .Drapeau("--marquage", o->marquage, "Écrit le texte avec ses codes et la fin de ses blocs")
       .Drapeau("--texte", o->texte,
                "Écrit ce qui s'imprime : page, gauche, droite, ligne, alignement, style, texte")
-      .Option("--pdf", o->pdf, {"FICHIER"}, "Écrit les pages dans ce fichier PDF");
+      .Option("--pdf", o->pdf, {"FICHIER"},
+              "Écrit les pages dans ce fichier PDF (- : sur la sortie standard)");
 }
 
 }  // namespace fenlor

@@ -27,7 +27,7 @@ FormulaireExercice Formulaire(CFenlorApp& app, const std::string& nom, const Opt
   } else {
     if (Annee(debut) == Annee(fin))
       ChangeAnnee(f, std::to_string(Annee(debut)));
-    else if (dernier.empty())
+    else if (dernier.empty() || Annee(debut) > 2001)
       f.euro = fin > FaitDate(17, 2, 2002);
     f.annuel = false;
     f.annee = nom;

@@ -83,16 +83,18 @@ class CommandeFiche {
 
   int Affiche() {
     if (m_contexte.Globales.json) {
+      std::vector<f64> taux;
+      for (const std::string& texte : m_fiche.taux) taux.push_back(TexteVersMontant(texte));
       const std::string ligne = LigneJson()
                                     .Booleen("enregistre", m_fiche.enregistre)
                                     .Booleen("compteur", m_fiche.compteur)
-                                    .Texte("ancien", m_fiche.ancien)
-                                    .Texte("dernier", m_fiche.dernier)
-                                    .Texte("kms", m_fiche.kms)
-                                    .Texte("borneInf", m_fiche.borneInf)
-                                    .Texte("borneSup", m_fiche.borneSup)
-                                    .Texte("fixe", m_fiche.fixe)
-                                    .Textes("taux", {m_fiche.taux.begin(), m_fiche.taux.end()})
+                                    .Nombre("ancien", TexteVersMontant(m_fiche.ancien))
+                                    .Nombre("dernier", TexteVersMontant(m_fiche.dernier))
+                                    .Nombre("kms", TexteVersMontant(m_fiche.kms))
+                                    .Nombre("borneInf", TexteVersMontant(m_fiche.borneInf))
+                                    .Nombre("borneSup", TexteVersMontant(m_fiche.borneSup))
+                                    .Nombre("fixe", TexteVersMontant(m_fiche.fixe))
+                                    .Nombres("taux", taux)
                                     .Nombre("montant", Arrondi2(CalculFraisKm(m_app, m_fiche)))
                                     .Fin();
       return m_contexte.Donne(ligne);

@@ -144,35 +144,35 @@ class ListeDuMois {
       if (!Lit(e.mouvement, entree)) return m_contexte.RefuseMagasin();
       for (const RangeeJournal& r : entree.rangees) {
         LigneJson objet;
-        objet.Entier("mouvement", e.mouvement)
-            .Entier("ligne", entree.ligne)
-            .Texte("date", StrDate(entree.date))
-            .Texte("libelle", r.libelle);
+        objet.Entier("Mouvement", e.mouvement)
+            .Entier("Ligne", entree.ligne)
+            .Texte("Date", StrDate(entree.date))
+            .Texte("Libelle", r.libelle);
         if (m_comptable) {
-          objet.Texte("sens", r.credit ? "credit" : "debit");
+          objet.Entier("Sens", r.credit);
         } else {
-          objet.Texte("tresorerie", r.tresorerie);
+          objet.Texte("Tresorerie", r.tresorerie);
         }
-        objet.Nombre("montantFranc", r.franc)
-            .Nombre("montantEuro", r.euro)
-            .Booleen("pointee", r.pointee)
-            .Booleen("remise", r.remise)
-            .Booleen("rapprochee", r.rapprochee)
-            .Booleen("validee", r.validee)
-            .Texte("rubrique", r.rubrique)
-            .Texte("compte", r.compte)
-            .Texte("designation", r.designation);
+        objet.Nombre("MontantFranc", r.franc)
+            .Nombre("MontantEuro", r.euro)
+            .Entier("Pointee", r.pointee)
+            .Entier("Remise", r.remise)
+            .Entier("Rapprochee", r.rapprochee)
+            .Entier("Validee", r.validee)
+            .Texte("Rubrique", r.rubrique)
+            .Texte("Compte", QVAPI::GetLongCompte(r.compte))
+            .Texte("Designation", r.designation);
         if (!m_contexte.Ecrit(objet.Fin())) return StatutRefuse;
       }
     }
     const TotauxListe& t = mois.totaux;
     const std::string total = LigneJson()
-                                  .Entier("ecritures", static_cast<i64>(mois.entrees.size()))
-                                  .Booleen("partielle", EstPartielle(m_demande.criteres))
-                                  .Nombre("totalDebitFranc", t.debitFranc)
-                                  .Nombre("totalCreditFranc", t.creditFranc)
-                                  .Nombre("totalDebitEuro", t.debitEuro)
-                                  .Nombre("totalCreditEuro", t.creditEuro)
+                                  .Entier("Ecritures", static_cast<i64>(mois.entrees.size()))
+                                  .Booleen("Partielle", EstPartielle(m_demande.criteres))
+                                  .Nombre("TotalDebitFranc", t.debitFranc)
+                                  .Nombre("TotalCreditFranc", t.creditFranc)
+                                  .Nombre("TotalDebitEuro", t.debitEuro)
+                                  .Nombre("TotalCreditEuro", t.creditEuro)
                                   .Fin();
     return m_contexte.Donne(total);
   }

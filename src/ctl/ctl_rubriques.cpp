@@ -3,6 +3,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
+#include "ctl/enregistrementjson.h"
 #include "ctl/json.h"
 #include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
@@ -77,14 +78,13 @@ class CommandeFiche {
   }
 
   int Supprime() {
-    m_contexte.Dialogue.Ordonne({QuestionSupprimeRubrique});
     const ResultatMaster r = SupprimeRubrique(m_app, m_fiche.position);
     return r ? Dit("supprimée."_w) : m_contexte.RefuseRegle(r.erreur);
   }
 
   int Dit(const std::string& fait) {
     const std::string texte = m_contexte.Globales.json
-                                  ? LigneJson().Texte("code", m_fiche.code).Fin()
+                                  ? LigneJson().Texte("Rubrique", m_fiche.code).Fin()
                                   : VersUtf8("Rubrique " + m_fiche.code + ' ' + fait) + "\n";
     return m_contexte.Donne(texte);
   }
@@ -92,6 +92,8 @@ class CommandeFiche {
   int Liste() {
     Tableau tableau;
     tableau.Ajoute({"Code", "Ligne", "Type", "Désignation"_w, "Calcul"});
+    CRubriques fichier(m_app, m_app.PathExercice);
+    if (!fichier.OpenFile()) return m_contexte.RefuseMagasin();
     for (const Position position : PositionsRubriques(m_app)) {
       FicheRubrique f;
       if (!LitFicheRubrique(m_app, position, f)) return m_contexte.RefuseMagasin();
@@ -103,15 +105,9 @@ class CommandeFiche {
                                           : montant});
         continue;
       }
-      const std::string ligne = LigneJson()
-                                    .Texte("code", f.code)
-                                    .Texte("designation", f.designation)
-                                    .Entier("ligne", TexteVersEntier(f.ligne))
-                                    .Texte("type", NomType(f.type))
-                                    .Booleen("manuel", f.manuel)
-                                    .Texte("formule", f.formule)
-                                    .Nombre("montant", f.montant)
-                                    .Fin();
+      std::string ligne;
+      if (!fichier.ReadRec(position)) return m_contexte.RefuseMagasin();
+      AjouteEnregistrement(ligne, Champs(FichierRubriques), fichier.GetRec());
       if (!m_contexte.Ecrit(ligne)) return StatutRefuse;
     }
     constexpr std::size_t gauches = 5;

@@ -341,12 +341,12 @@ LigneJson& LigneJson::Booleen(const char* nom, bool valeur) {
   return *this;
 }
 
-LigneJson& LigneJson::Textes(const char* nom, const std::vector<std::string>& textes) {
+LigneJson& LigneJson::Nombres(const char* nom, const std::vector<f64>& nombres) {
   Nom(nom);
   m_texte.push_back('[');
-  for (std::size_t i = 0; i < textes.size(); ++i) {
+  for (std::size_t i = 0; i < nombres.size(); ++i) {
     if (i) m_texte.push_back(',');
-    AjouteTexteJson(m_texte, textes[i]);
+    AjouteNombreJson(m_texte, nombres[i]);
   }
   m_texte.push_back(']');
   return *this;

@@ -111,7 +111,7 @@ class LigneJson {
   LigneJson& Nombre(const char* nom, f64 nombre);
   LigneJson& Entier(const char* nom, i64 nombre);
   LigneJson& Booleen(const char* nom, bool valeur);
-  LigneJson& Textes(const char* nom, const std::vector<std::string>& textes);
+  LigneJson& Nombres(const char* nom, const std::vector<f64>& nombres);
   std::string Fin();
 
  private:

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "core/version.h"
 #include "ctl/optionscommunes.h"
 
 namespace fenlor {
@@ -58,6 +59,14 @@ CLI::Option& AjouteOption(CLI::App& app, const std::string& nom, const CibleOpti
   if (forme.faute)
     option->check(CLI::Validator([faute = forme.faute](std::string& texte) { return faute(texte); }, ""));
   return *option;
+}
+
+std::string TexteVersion() {
+  std::string texte = "fenlorctl";
+  char avant = ' ';
+  for (const int n : {VersionProgramme, RevisionProgramme, BuildProgramme})
+    texte += std::exchange(avant, '.') + std::to_string(n);
+  return texte;
 }
 
 }  // namespace
@@ -121,7 +130,9 @@ LigneCommande::LigneCommande()
   // Behind one command, the name of another is a value: "reconstruire journal".
   m_app->require_subcommand(0, 1);
   OptionsGlobales& g = m_globales;
-  AjouteOption(*m_app, "--cabinet", g.cabinet, {"DOSSIER"}, "Dossier du cabinet");
+  AjouteOption(*m_app, "--cabinet", g.cabinet, {"DOSSIER"},
+               "Dossier du cabinet (ou la variable FENLOR_CABINET)")
+      .envname("FENLOR_CABINET");
   AjouteOption(*m_app, "--exercice", g.exercice, {"NOM"},
                "Exercice (par défaut : l'exercice courant, sinon le dernier)");
   AjouteOption(*m_app, "--aujourdhui", g.aujourdhui, FormeDate(), "Date à prendre pour la date du jour");
@@ -129,6 +140,7 @@ LigneCommande::LigneCommande()
                "Mot de passe du cabinet (ou la variable FENLOR_MOT_DE_PASSE)")
       .envname("FENLOR_MOT_DE_PASSE");
   m_app->add_flag("--json", g.json, "Écrit le résultat en JSON, un objet par ligne");
+  m_app->set_version_flag("--version", TexteVersion(), "Affiche la version");
   m_app->add_flag("--oui", g.oui, "Répond oui aux questions, qui sont sinon refusées");
 }
 
@@ -148,6 +160,8 @@ LigneCommande::Lecture LigneCommande::Lit(const std::vector<std::string>& args) 
     m_app->parse(std::vector<std::string>(args.rbegin(), args.rend()));
   } catch (const CLI::CallForHelp&) {
     return {Aide(), {}};
+  } catch (const CLI::CallForVersion& e) {
+    return {std::string(e.what()) + '\n', {}};
   } catch (const CLI::ParseError& e) {
     return {{}, Francise(e)};
   }
@@ -166,7 +180,7 @@ std::string LigneCommande::Aide() const {
 
 std::string LigneCommande::FauteChoisie() const {
   if (!m_choisie) return "il manque la commande";
-  if (m_globales.cabinet.empty()) return "il manque --cabinet";
+  if (m_globales.cabinet.empty()) return "il manque --cabinet (ou la variable FENLOR_CABINET)";
   return m_choisie->faute ? m_choisie->faute(m_globales) : std::string();
 }
 

@@ -38,12 +38,15 @@ unsigned AnneeUnique(const FormulaireExercice& f) {
   return Annee(f.debut) == Annee(f.fin) ? Annee(f.debut) : 0;
 }
 
-/// The dates moved: the options follow into another year. Across two years both are
-/// to be chosen.
+/// The dates moved: the options follow into another year. Across two years that both ask for
+/// the same currency it is that one; else it is to be chosen.
 void SuitPeriode(FormulaireExercice& f, unsigned avant) {
   const unsigned annee = AnneeUnique(f);
   if (annee == 0) {
-    f.euroActif = f.doubleActif = true;
+    const bool euro = Annee(f.debut) > 2001, franc = Annee(f.fin) < 1999;
+    f.euro = (f.euro || euro) && !franc;
+    f.euroActif = !euro && !franc;
+    f.doubleActif = true;
   } else if (annee != avant) {
     RegleAnnee(f, annee);
   }
@@ -164,11 +167,9 @@ bool TestRepertoire(CFenlorApp& app, const std::string& nom) {
 
 ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   const std::string nom = f.annee.substr(0, 15);
-  if (Annee(f.debut) == Annee(f.fin)) {
-    const unsigned an = Annee(f.debut);
-    if (an < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
-    if (an > 2001 && !f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
-  }
+  if (Annee(f.fin) < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
+  if (Annee(f.debut) > 2001 && !f.euro)
+    return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
   if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) {
     const ResultatExercice refus = RefusMagasin(app, f);
     if (app.Magasin.NomExercice().empty()) OublieExercice(app);
@@ -245,10 +246,11 @@ ProprietesExercice LitProprietes(CFenlorApp& app) {
     p.total += taille;
     return taille;
   };
-  p.fichiers = {{{magasin.GetJournalRec(0), ko(magasin.GetJournalSize(0)), magasin.GetOpenFlagJournal()},
-                 {magasin.GetPlanRec(0), ko(magasin.GetPlanSize(0)), magasin.GetOpenFlagPlan()},
-                 {magasin.GetRubriquesRec(0), ko(magasin.GetRubriquesSize(0)), magasin.GetOpenFlagRubriques()},
-                 {magasin.GetBanquesRec(0), ko(magasin.GetBanquesSize(0)), magasin.GetOpenFlagBanques()}}};
+  p.fichiers = {
+      {{magasin.GetJournalRec(0), ko(magasin.GetJournalSize(0)), magasin.GetOpenFlagJournal()},
+       {magasin.GetPlanRec(0), ko(magasin.GetPlanSize(0)), magasin.GetOpenFlagPlan()},
+       {magasin.GetRubriquesRec(0), ko(magasin.GetRubriquesSize(0)), magasin.GetOpenFlagRubriques()},
+       {magasin.GetBanquesRec(0), ko(magasin.GetBanquesSize(0)), magasin.GetOpenFlagBanques()}}};
   return p;
 }
 

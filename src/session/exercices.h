@@ -50,7 +50,7 @@ void ChoisitPeriode(FormulaireExercice& formulaire);
 bool TestRepertoire(CFenlorApp& app, const std::string& nom);
 
 /// Creates the exercice and opens it. The Euro rules of its year hold here too: 3210
-/// for an exercice within one year before 1999 in Euro, or from 2002 on in Franc.
+/// for an exercice that ends before 1999 in Euro, or begins from 2002 on in Franc.
 /// 3211 a wrong name, 3212 a wrong period, 3073 the question answered no, 3075 a
 /// conflict, 3214 the store failed; the rest as `OuvreExercice`. After a refusal the
 /// exercice that was open still is, but for one that was being replaced.
@@ -73,16 +73,16 @@ bool RepareDates(CFenlorApp& app, const std::string& nom);
 struct ProprietesExercice {
   struct Fichier {
     u32 enregistrements = 0;
-    f64 taille = 0;       ///< Ko
+    f64 taille = 0;  ///< Ko
     bool ouvert = false;
   };
   std::string nom;
-  std::string emplacement;     ///< path of the practice
-  Date debut = 0, fin = 0;     ///< 0: the settings name no exercice
+  std::string emplacement;  ///< path of the practice
+  Date debut = 0, fin = 0;  ///< 0: the settings name no exercice
   bool tva = false, euro = false;
-  std::string cloture;         ///< date of the closure, blank while the exercice is open
+  std::string cloture;              ///< date of the closure, blank while the exercice is open
   std::array<Fichier, 4> fichiers;  ///< journal, accounts, headings, operations to reconcile
-  f64 total = 0;               ///< Ko
+  f64 total = 0;                    ///< Ko
 };
 ProprietesExercice LitProprietes(CFenlorApp& app);
 

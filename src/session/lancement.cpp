@@ -12,7 +12,7 @@ namespace fenlor {
 
 namespace {
 
-constexpr std::string_view LettresTexte = "CDFPSU", LettresChemin = "DFP";
+constexpr std::string_view LettresTexte = "CDFPSU", LettresChemin = "DFP", LettresConnues = "CDFHPSU";
 
 bool Blanc(std::string_view texte) {
   return std::all_of(texte.begin(), texte.end(), [](unsigned char c) { return c <= 32; });
@@ -85,6 +85,17 @@ void LitMot(LigneCommande& ligne, std::string_view mot) {
 
 bool EstCommutateur(std::string_view mot) { return mot.size() == 2 && mot[0] == '/' && EstLettre(mot[1]); }
 
+/// A word without a switch of its own: one number or one quoted text, or a line of them.
+bool EstLigne(std::string_view mot) {
+  if (mot.find('"') != std::string_view::npos) return true;
+  return mot.size() > 2 && Majuscule(mot[1]) == 'H' && EstChiffre(mot[2]);
+}
+
+bool EstDossier(const std::string& mot) {
+  std::error_code erreur;
+  return std::filesystem::is_directory(mot, erreur);
+}
+
 std::string En1252(const std::string& utf8) { return DepuisUtf8(utf8).value_or(utf8); }
 
 unsigned CleParent(const CFenlorApp& app) {
@@ -104,6 +115,7 @@ unsigned CleParent(const CFenlorApp& app) {
 
 LigneCommande LitLigneCommande(const std::vector<std::string>& arguments) {
   LigneCommande ligne;
+  std::string dossier;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& mot = arguments[i];
     const bool suite = i + 1 < arguments.size();
@@ -113,30 +125,35 @@ LigneCommande LitLigneCommande(const std::vector<std::string>& arguments) {
       ligne.version = true;
     } else if (mot == "--sans-accueil") {
       ligne.sansAccueil = true;
-    } else if (mot.starts_with("--")) {
-      ligne.inconnus.push_back(mot);
-    } else if (EstCommutateur(mot)) {
+    } else if (EstCommutateur(mot) && LettresConnues.find(Majuscule(mot[1])) != std::string_view::npos) {
       const char lettre = Majuscule(mot[1]);
       if (lettre == 'H') {
         if (suite && LitNombre(ligne, arguments[i + 1], 0) != 0) ++i;
-      } else if (suite && LettresTexte.find(lettre) != std::string_view::npos) {
+      } else if (suite) {
         PoseTexte(ligne, lettre, arguments[++i]);
       }
     } else if (mot.size() > 2 && mot[0] == '/' && mot[2] == '/' &&
                LettresChemin.find(Majuscule(mot[1])) != std::string_view::npos) {
       PoseTexte(ligne, Majuscule(mot[1]), std::string_view(mot).substr(2));
-    } else if (mot.starts_with('/')) {
+    } else if (mot.starts_with('/') && EstLigne(mot)) {
       LitMot(ligne, mot);
+    } else if (EstDossier(mot) && dossier.empty()) {
+      dossier = mot;
+    } else {
+      ligne.inconnus.push_back(mot);
     }
   }
+  if (!dossier.empty() && (ligne.pathCabinet || ligne.pathMagasin)) ligne.inconnus.push_back(dossier);
+  if (!dossier.empty() && !ligne.pathCabinet) ligne.pathCabinet = dossier;
   return ligne;
 }
 
 std::string AideLigneCommande() {
   return "Fenlor, la comptabilité des professions libérales\n"
          "\n"
-         "Usage : fenlor [OPTION]...\n"
+         "Usage : fenlor [OPTION]... [DOSSIER]\n"
          "\n"
+         "  DOSSIER       dossier du cabinet, comme /D\n"
          "  /D DOSSIER    dossier du cabinet : réglages, immobilisations, un sous-dossier par exercice\n"
          "  /P DOSSIER    dossier du programme : modèle des exercices, astuces\n"
          "  /F DOSSIER    dossier du cabinet imposé au magasin de données, avant celui de /D\n"
@@ -148,7 +165,8 @@ std::string AideLigneCommande() {
          "  -h, --help    affiche cette aide\n"
          "  --version     affiche la version\n"
          "\n"
-         "La lettre d'une option peut être majuscule ou minuscule.\n"
+         "La lettre d'une option peut être majuscule ou minuscule. Sans dossier, c'est celui de la variable\n"
+         "FENLOR_CABINET, sinon celui de l'utilisateur.\n"
          "Exemple : fenlor /D ~/Documents/cabinet\n";
 }
 

@@ -8,11 +8,9 @@
 #include <vector>
 
 #include "core/fenlorapp.h"
+#include "core/version.h"
 
 namespace fenlor {
-
-/// Version, revision and build of the program.
-constexpr int VersionProgramme = 5, RevisionProgramme = 0, BuildProgramme = 235;
 
 /// What the command line asked for. Paths are the platform's bytes, the rest is as
 /// it was typed (UTF-8). A switch that was not given, or was blank, holds nothing.
@@ -27,15 +25,17 @@ struct LigneCommande {
   bool aide = false;                          ///< --help, -h
   bool version = false;                       ///< --version
   bool sansAccueil = false;                   ///< --sans-accueil: no splash screen
-  std::vector<std::string> inconnus;          ///< other words that begin with "--"
+  std::vector<std::string> inconnus;          ///< words that are none of these
 };
 
 /// Reads the words behind the program's name. A switch is "/" and a letter of either
 /// case. Three ways to write its value:
 ///  - the next word, whatever it begins with: `/D /srv/cabinet`, `/H 12`;
 ///  - in the same word: `/H12`, and a path after /D, /F, /P: `/D/srv/cabinet`;
-///  - a whole line in one word, texts between double quotes: `/D "C D" /H 12`.
-/// Unknown letters are skipped, of two equal switches the last one counts.
+///  - a whole line in one word, texts between double quotes: `/D "C D" /H 12`; unknown
+///    letters of such a line are skipped.
+/// Of two equal switches the last one counts. A word that is the path of a folder names the
+/// practice, as /D does; beside /D, or a second one, it is a word too many.
 LigneCommande LitLigneCommande(const std::vector<std::string>& arguments);
 /// What --help prints, UTF-8.
 std::string AideLigneCommande();

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+
 #include "core/dialogue.h"
 #include "store/texte1252.h"
 
@@ -32,7 +37,29 @@ TEST(Textes, Formats) {
 TEST(Textes, ErreurInconnue) {
   const std::string inconnue = "Erreur non répertoriée (identificateur inconnu : 3048)"_w;
   EXPECT_EQ(TexteErreur(3048, {}), inconnue);
-  EXPECT_EQ(TexteErreur(MotOui, {}), "Erreur non répertoriée (identificateur inconnu : 5339)"_w);
+}
+
+/// Every number of a message in the sources, wherever it stands, is one that can be shown.
+TEST(Textes, ToutNumeroEmployeAUnTexte) {
+  const std::regex commentaire("//.*"), numero("\\b(3[0-4][0-9]{2})\\b"),
+      nomme("\\b(?:Err|Question|Info)\\w+ = (\\d+)");
+  const auto sources = std::filesystem::path(__FILE__).parent_path() / "../../src";
+  std::set<unsigned> employes;
+  for (const auto& entree : std::filesystem::recursive_directory_iterator(sources)) {
+    const std::string extension = entree.path().extension();
+    if (extension != ".cpp" && extension != ".h") continue;
+    std::ifstream fichier(entree.path());
+    for (std::string ligne; std::getline(fichier, ligne);) {
+      ligne = std::regex_replace(ligne, commentaire, "");
+      for (const std::regex& forme : {numero, nomme})
+        for (std::sregex_iterator i(ligne.begin(), ligne.end(), forme), fin; i != fin; ++i)
+          employes.insert(static_cast<unsigned>(std::stoul((*i)[1])));
+    }
+  }
+  EXPECT_GT(employes.size(), 150u);
+  employes.erase(employes.begin(), employes.lower_bound(3000));  // the store has codes of its own
+  for (const unsigned n : employes)
+    EXPECT_EQ(TexteErreur(n, {}).find(Texte(FormatErreurInconnue).substr(0, 20)), std::string::npos) << n;
 }
 
 TEST(Progress, Pourcent) {

@@ -31,9 +31,9 @@ TEST_F(AmortissementCtl, UnEcheancier) {
             Bien(",\"Numero\":3,\"DateCession\":\"10/04/2005\""));
   ASSERT_EQ(r.Lignes().size(), 3u) << r.erreurs;
   const Json derniere = Json::parse(r.Lignes()[2]);
-  EXPECT_EQ(derniere["annee"], 2005);
-  EXPECT_EQ(derniere["theoriqueEuro"], 555.56);
-  EXPECT_EQ(derniere["cumulEuro"], 4144.45);
+  EXPECT_EQ(derniere["Annee"], 2005);
+  EXPECT_EQ(derniere["TheoriqueEuro"], 555.56);
+  EXPECT_EQ(derniere["CumulEuro"], 4144.45);
 }
 
 TEST_F(AmortissementCtl, UnBienImporte) {
@@ -44,9 +44,9 @@ TEST_F(AmortissementCtl, UnBienImporte) {
             0);
   Resultat r = Lance({"--json", "amortissement", "--numero", "3"});
   ASSERT_EQ(r.Lignes().size(), 3u) << r.erreurs;
-  EXPECT_EQ(Json::parse(r.Lignes()[1])["theoriqueEuro"], 2000);
-  EXPECT_EQ(Json::parse(r.Lignes()[1])["reelEuro"], 8000);
-  EXPECT_EQ(Json::parse(r.Lignes()[2])["theoriqueEuro"], 411.11) << "what the correction left";
+  EXPECT_EQ(Json::parse(r.Lignes()[1])["TheoriqueEuro"], 2000);
+  EXPECT_EQ(Json::parse(r.Lignes()[1])["ReelEuro"], 8000);
+  EXPECT_EQ(Json::parse(r.Lignes()[2])["TheoriqueEuro"], 411.11) << "what the correction left";
   EXPECT_EQ(Lance({"--json", "amortissement"}, Lance({"exporter", "Immo"}).sortie).sortie, r.sortie);
   Sain("2005");
 }
@@ -134,7 +134,7 @@ TEST_F(FraisKmCtl, LesEcrituresNePartentQueSurOrdre) {
   EXPECT_THAT(r.sortie, HasSubstr("1 écriture(s) supprimée(s)")) << r.erreurs;
   EXPECT_EQ(Journal().size(), 0u);
   const Json affiche = Json::parse(Lance({"--json", "frais-km", "afficher"}).sortie);
-  EXPECT_EQ(affiche["kms"], "1000");
+  EXPECT_EQ(affiche["kms"], 1000);
   EXPECT_EQ(affiche["montant"], 636);
   Sain();
 }

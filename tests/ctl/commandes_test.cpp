@@ -69,6 +69,18 @@ TEST_F(Commandes, AideEnFrancais) {
   }
 }
 
+TEST_F(Commandes, VersionEtCabinetDeLEnvironnement) {
+  Cree();
+  setenv("FENLOR_CABINET", Cabinet().c_str(), 1);
+  for (const auto& [mot, dit] : {std::pair{"--version", "fenlorctl 5.0."}, {"exercices", "31/12/2003"}}) {
+    std::istringstream entree;
+    std::ostringstream sortie, erreurs;
+    EXPECT_EQ(ExecuteCtl({mot}, entree, sortie, erreurs, Options()), StatutFait) << erreurs.str();
+    EXPECT_NE(sortie.str().find(dit), std::string::npos) << sortie.str();
+  }
+  unsetenv("FENLOR_CABINET");
+}
+
 TEST_F(Commandes, CreationEtMonnaie) {
   struct Creation {
     std::vector<std::string> options;
@@ -87,7 +99,8 @@ TEST_F(Commandes, CreationEtMonnaie) {
       {{{"--exercice", "2001", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Euro"}},
       {{{"--exercice", "A", "--debut", "01/07/2000", "--fin", "30/06/2001"}, 0, "Franc"},
        {{"--exercice", "B", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Franc"},
-       {{"--exercice", "C", "--debut", "01/07/2002", "--fin", "30/06/2003", "--euro"}, 0, "Euro"}},
+       {{"--exercice", "C", "--debut", "01/07/2002", "--fin", "30/06/2003", "--franc"}, 1, "3210"},
+       {{"--exercice", "C", "--debut", "01/07/2002", "--fin", "30/06/2003"}, 0, "Euro"}},
       {{{"--exercice", "2003"}, 0, "Euro"},
        {{"--exercice", "2003"}, 1, "3073"},
        {{"--exercice", "2003", "--oui"}, 0, "Euro"},
@@ -303,7 +316,9 @@ TEST_F(Commandes, ReconstruireNeFaitPasDUnFichierUnAutre) {
   Sain();
 
   // A record wiped out inside a sound file is told, and the old file kept.
-  std::fstream(journal, std::ios::in | std::ios::out | std::ios::binary).seekp(1024 + 505).write("\0\0\0\0", 4);
+  std::fstream(journal, std::ios::in | std::ios::out | std::ios::binary)
+      .seekp(1024 + 505)
+      .write("\0\0\0\0", 4);
   const Resultat r = Lance({"reconstruire", "JOURNAL"});
   EXPECT_NE(r.sortie.find("6 enregistrement(s) gardé(s)"), std::string::npos) << r.sortie;
   EXPECT_NE(r.sortie.find("1 mis à zéro"), std::string::npos) << r.sortie;

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <fstream>
 
 #include "core/valeurs.h"
 #include "ctl/ctldetest.h"
@@ -178,16 +179,26 @@ TEST_F(EtatCtl, Texte) {
 TEST_F(EtatCtl, Pdf) {
   std::string fichier, titre;
   bool reussit = true;
-  Options().ecritPdf = [&](CFenlorApp& app, CEtatComptable& etat, const std::string& chemin) {
+  const auto ecrit = [&](CFenlorApp& app, CEtatComptable& etat, const std::string& chemin) {
     fichier = chemin;
     titre = etat.TitreDocument();
     if (!reussit) app.Boite.Erreur(4711, "Disque plein");
     return reussit;
   };
+  Options().ecritPdf = ecrit;
   Resultat r = Etat({"tva", "--pdf", "dossier/tva.pdf"});
   EXPECT_EQ(r.statut, StatutFait) << r.erreurs;
   EXPECT_EQ(fichier, "dossier/tva.pdf");
   EXPECT_EQ(titre, "Etat de T.V.A.");
+  Options().ecritPdf = [&](CFenlorApp&, CEtatComptable&, const std::string& chemin) {
+    fichier = chemin;
+    std::ofstream(chemin) << "%PDF-1.4";
+    return true;
+  };
+  r = Etat({"tva", "--pdf", "-"});
+  EXPECT_EQ(r.sortie, "%PDF-1.4") << r.erreurs;
+  EXPECT_FALSE(std::ifstream(fichier)) << "left behind";
+  Options().ecritPdf = ecrit;
   reussit = false;
   r = Etat({"tva", "--pdf", "x"});
   EXPECT_EQ(r.statut, StatutRefuse);
@@ -195,8 +206,7 @@ TEST_F(EtatCtl, Pdf) {
 }
 
 TEST_F(EtatCtl, LaBalanceEstCelleDeLaCommande) {
-  EXPECT_THAT(Marquage({"balance"}).sortie,
-              HasSubstr("\\BTotal : \\T058\\R077180,00 €\\T078\\R097180,00 €"));
+  EXPECT_THAT(Marquage({"balance"}).sortie, HasSubstr("\\BTotal : \\T058\\R077180,00 €\\T078\\R097180,00 €"));
   // The ledger repeats each account's figures.
   const std::string grandLivre = Marquage({"grand-livre"}).sortie;
   for (const auto& [numero, compte] : Balance()) {

@@ -91,8 +91,9 @@ TEST_F(Fiches, UnPlanDeComptesArrange) {
   const Resultat liste = Lance({"compte", "lister", "--forme", "tresorerie"});
   EXPECT_THAT(liste.Lignes().at(0), HasSubstr("Solde Rapproché"));
   EXPECT_THAT(liste.sortie, HasSubstr("D 12,50\n"));
-  EXPECT_EQ(Json::parse(Lance({"compte", "lister", "--forme", "recettes", "--json"}).Lignes().at(0))["Rub"],
-            "");
+  EXPECT_EQ(
+      Json::parse(Lance({"compte", "lister", "--forme", "recettes", "--json"}).Lignes().at(0))["Rubrique"],
+      "");
   Sain();
 }
 

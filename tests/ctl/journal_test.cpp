@@ -56,19 +56,19 @@ TEST_F(JournalCtl, CommeLaFenetre) {
 TEST_F(JournalCtl, ObjetsEtTotaux) {
   const auto caisse = Objets({"recettes", "--compte", "CA"});
   ASSERT_EQ(caisse.size(), 2u);
-  EXPECT_EQ(caisse[0]["montantEuro"], 40);
-  EXPECT_EQ(caisse[0]["tresorerie"], "***");
-  EXPECT_EQ(caisse[0]["date"], "03/03/2003");
-  EXPECT_EQ(caisse[1]["totalDebitEuro"], 40);
-  EXPECT_EQ(caisse[1]["totalCreditEuro"], 40);
-  EXPECT_EQ(caisse[1]["partielle"], false);
+  EXPECT_EQ(caisse[0]["MontantEuro"], 40);
+  EXPECT_EQ(caisse[0]["Tresorerie"], "***");
+  EXPECT_EQ(caisse[0]["Date"], "03/03/2003");
+  EXPECT_EQ(caisse[1]["TotalDebitEuro"], 40);
+  EXPECT_EQ(caisse[1]["TotalCreditEuro"], 40);
+  EXPECT_EQ(caisse[1]["Partielle"], false);
   EXPECT_EQ(Objets({"recettes", "--compte", "530"}), caisse) << "by number";
 
   const auto comptable = Objets({"recettes", "--comptable"});
   ASSERT_EQ(comptable.size(), 6u);
-  EXPECT_EQ(comptable[0]["sens"], "credit");
-  EXPECT_EQ(comptable[2]["sens"], "debit");
-  EXPECT_EQ(comptable[2]["montantEuro"], 40);
+  EXPECT_EQ(comptable[0]["Sens"], 1);
+  EXPECT_EQ(comptable[2]["Sens"], 0);
+  EXPECT_EQ(comptable[2]["MontantEuro"], 40);
 }
 
 TEST_F(JournalCtl, CriteresEtFautes) {
@@ -114,7 +114,7 @@ TEST_F(JournalCtl, CriteresEtFautes) {
     EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(c.args) << r.sortie << r.erreurs;
     EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(c.args);
     if (c.ecritures < 0) continue;
-    EXPECT_EQ(Objets(c.args).back()["ecritures"], c.ecritures) << ::testing::PrintToString(c.args);
+    EXPECT_EQ(Objets(c.args).back()["Ecritures"], c.ecritures) << ::testing::PrintToString(c.args);
   }
   const struct {
     const char* mois;

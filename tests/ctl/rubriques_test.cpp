@@ -11,7 +11,8 @@ class RubriquesCtl : public CtlDeTest {
  protected:
   Json Rubrique(const std::string& code) {
     for (const std::string& ligne : Lance({"--json", "rubrique", "lister"}).Lignes())
-      if (const Json rubrique = Json::parse(ligne); rubrique["code"] == code) return rubrique;
+      if (const Json rubrique = Json::parse(ligne); rubrique["Rubrique"] == (code + "  ").substr(0, 3))
+        return rubrique;
     return {};
   }
 };
@@ -52,12 +53,14 @@ TEST_F(RubriquesCtl, UnEtatArrange) {
     EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(args) << r.erreurs;
     EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(args);
   }
-  EXPECT_EQ(Rubrique("X3")["formule"], "-X2+&AMORT");
-  EXPECT_EQ(Rubrique("X2")["montant"], -12.5);
-  EXPECT_EQ(Rubrique("X2")["manuel"], true);
+  EXPECT_EQ(Rubrique("X3")["Formule"], "-X2+&AMORT");
+  EXPECT_EQ(Rubrique("X2")["ManuelEuro"], -12.5);
+  EXPECT_EQ(Rubrique("X2")["Manuel"], 1);
   ASSERT_EQ(Lance({"rubrique", "modifier", "X2", "--formule", ""}).statut, StatutFait);
-  EXPECT_EQ(Rubrique("X2")["manuel"], false);
-  EXPECT_EQ(Lance({"rubrique", "supprimer", "X2"}).statut, StatutFait);
+  EXPECT_EQ(Rubrique("X2")["Manuel"], 0);
+  EXPECT_EQ(Lance({"rubrique", "supprimer", "X2"}).erreurs,
+            "Erreur 3346 : Suppression de la rubrique X2 ?\n");
+  EXPECT_EQ(Lance({"rubrique", "supprimer", "X2", "--oui"}).statut, StatutFait);
   EXPECT_TRUE(Rubrique("X2").is_null());
   Sain();
 }

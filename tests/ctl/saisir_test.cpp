@@ -1,3 +1,6 @@
+#include <unistd.h>
+
+#include <csignal>
 #include <fstream>
 
 #include "ctl/ctldetest.h"
@@ -349,9 +352,10 @@ TEST_F(Saisir, DisquePleinAuMilieuDUnTout) {
   constexpr int Nombre = 4000;
   std::string lignes;
   for (int i = 0; i < Nombre; ++i) {
-    lignes += i == 7 ? "{}\n"
-                     : R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})"
-                       "\n";
+    lignes += i == 7
+                  ? "{}\n"
+                  : R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})"
+                    "\n";
   }
   SystemeSansSynchro vrai;
   SystemeFautif disque(vrai);
@@ -360,7 +364,8 @@ TEST_F(Saisir, DisquePleinAuMilieuDUnTout) {
   options.magasin.systeme = &disque;
   std::istringstream entree(lignes);
   std::ostringstream sortie, erreurs;
-  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir", "--tout"}, entree, sortie, erreurs, options), StatutRefuse);
+  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir", "--tout"}, entree, sortie, erreurs, options),
+            StatutRefuse);
   ASSERT_GT(disque.NbPannes(), 0u);
   std::istringstream reponses(sortie.str());
   int nombre = 0;
@@ -380,6 +385,22 @@ TEST_F(Saisir, SortiePerdue) {
   EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, entree, pleine, erreurs, Options()), StatutRefuse);
   EXPECT_NE(erreurs.str().find("Erreur 3022"), std::string::npos);
   EXPECT_EQ(Journal().size(), 2u);
+
+  // A reader that went away is no failure to tell.
+  const auto avant = std::signal(SIGPIPE, SIG_IGN);
+  for (const std::vector<std::string>& commande :
+       {std::vector<std::string>{"exporter", "JOURNAL"}, {"balance"}}) {
+    int bouts[2];
+    ASSERT_EQ(pipe(bouts), 0);
+    std::ofstream tuyau("/dev/fd/" + std::to_string(bouts[1]));
+    for (const int bout : bouts) close(bout);
+    std::vector<std::string> args{"--cabinet", Cabinet()};
+    args.insert(args.end(), commande.begin(), commande.end());
+    erreurs.str("");
+    EXPECT_EQ(ExecuteCtl(args, entree, tuyau, erreurs, Options()), StatutRefuse);
+    EXPECT_EQ(erreurs.str(), "") << commande[0];
+  }
+  std::signal(SIGPIPE, avant);
 }
 
 }  // namespace

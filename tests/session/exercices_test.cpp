@@ -83,6 +83,11 @@ TEST_F(SessionExercices, ReglesDesChamps) {
   EXPECT_EQ(f.fin, FaitDate(30, 6, 2001));
   EXPECT_EQ(f.annee, "2000");
   EXPECT_EQ(Cases(f), avant) << "a period across two years leaves the boxes";
+  for (const auto& [an, cases] :
+       {std::pair{2001u, "E+-+-"}, {2002u, "E!-+-"}, {1997u, "-!-+-"}, {2000u, "-+-+-"}}) {
+    QuitteDebut(f, FaitDate(1, 7, an));
+    EXPECT_EQ(Cases(f), cases) << an;
+  }
   QuitteDebut(f, FaitDate(29, 2, 2000));
   EXPECT_EQ(f.fin, FaitDate(28, 2, 2001));
   QuitteFin(f, FaitDate(31, 3, 2001));
@@ -129,6 +134,8 @@ TEST_F(SessionExercices, CreerRefuseAvecSonNumero) {
   } cas[] = {
       {avec("1998", [](auto& f) { f.euro = true; }), ErrMonnaieExercice, "euro"},
       {avec("2003", [](auto& f) { f.euro = false; }), ErrMonnaieExercice, "euro"},
+      {avec("2003", [](auto& f) { f.fin = FaitDate(30, 6, 2004), f.euro = false; }), ErrMonnaieExercice,
+       "euro"},
       {avec("2003", [](auto& f) { f.annee = "2 03"; }), ErrNomExercice, "annee"},
       {avec("2003", [](auto& f) { f.annee = ""; }), ErrNomExercice, "annee"},
       {avec("2003", [](auto& f) { f.fin = f.debut; }), ErrPeriode, "debut"},
