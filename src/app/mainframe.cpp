@@ -19,6 +19,7 @@
 #include "app/pageaccueil.h"
 #include "app/raccourcis.h"
 #include "session/forms/comboexercices.h"
+#include "session/lancement.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
 #include "ui/positionfenetre.h"
@@ -270,6 +271,7 @@ void CMainFrame::MontreExercice() {
   ActualisePage();
   m_commandes->ActualiseEtats();
   ActualisePage();
+  DitAvertissements(m_app);
 }
 
 void CMainFrame::Aide(const QString& page) {

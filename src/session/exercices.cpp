@@ -167,9 +167,11 @@ bool TestRepertoire(CFenlorApp& app, const std::string& nom) {
 
 ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   const std::string nom = f.annee.substr(0, 15);
-  if (Annee(f.fin) < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
-  if (Annee(f.debut) > 2001 && !f.euro)
-    return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
+  if (IsDateOk(f.debut) && IsDateOk(f.fin)) {
+    if (Annee(f.fin) < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
+    if (Annee(f.debut) > 2001 && !f.euro)
+      return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
+  }
   if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) {
     const ResultatExercice refus = RefusMagasin(app, f);
     if (app.Magasin.NomExercice().empty()) OublieExercice(app);

@@ -245,6 +245,13 @@ bool MigreReglages(CFenlorApp& app) {
   return true;
 }
 
+void DitAvertissements(CFenlorApp& app) {
+  std::string texte;
+  for (const std::string& phrase : app.Magasin.AvertissementsMagasin())
+    texte += (texte.empty() ? "" : "\n") + phrase;
+  if (!texte.empty()) app.Boite.Message(BoutonsOk | IconeAttention, 0, texte);
+}
+
 void LitTauxCourant(CFenlorApp& app) {
   std::string dernier;
   for (int n = 1;; ++n) {

@@ -63,6 +63,9 @@ bool MigreReglages(CFenlorApp& app);
 /// Rate of the last row of the table into `TauxEuroCourant`, which an empty table leaves.
 void LitTauxCourant(CFenlorApp& app);
 
+/// Tells what the store found or could not bring home (keys made again), in one box; nothing: none.
+void DitAvertissements(CFenlorApp& app);
+
 /// The line that tells the parent application of an event: "2023 1 0".
 std::string MessageParent(unsigned wparam, unsigned lparam);
 enum EvenementParent : unsigned { ParentFermeture = 1, ParentEvenement = 3 };

@@ -5,6 +5,7 @@
 #include <QStatusBar>
 #include <QTest>
 #include <filesystem>
+#include <fstream>
 
 #include "app/gestioncommandes.h"
 #include "app/instanceunique.h"
@@ -154,6 +155,23 @@ TEST_F(DemarrageTest, ExerciceInutilisable) {
   EXPECT_EQ(+App().ExerciceOuvert, 0u);
   EXPECT_EQ(m_programme->Cadre().Combo().count(), 1) << "the name stays in the list";
   EXPECT_EQ(m_programme->Cadre().Combo().currentIndex(), -1);
+}
+
+TEST_F(DemarrageTest, DesClesEndommageesSontDitesUneFois) {
+  PremierDemarrage();
+  Arrete();
+  const std::string idx = Cabinet() + "/2003/COMPTES.idx";
+  const auto temps = fs::last_write_time(idx);
+  std::fstream(idx, std::ios::in | std::ios::out | std::ios::binary).seekp(-1, std::ios::end).put('x');
+  fs::last_write_time(idx, temps);
+  {
+    Robot robot;
+    robot.Attend("DialogMessage", Boite("COMPTES.idx est endommagé", QStringLiteral("&Ok")));
+    ASSERT_TRUE(Demarre());
+    Arrete();
+  }
+  const Robot personne;
+  ASSERT_TRUE(Demarre());
 }
 
 TEST_F(DemarrageTest, UnExerciceSansDatesRecoitCellesDeSonNom) {
