@@ -24,7 +24,7 @@
 #include "journal/forms/dialogvirement.h"
 #include "master/forms/dialogfraiskm.h"
 #include "master/forms/sheetoptions.h"
-#include "reports/forms/framewndprint.h"
+#include "reports/forms/impressions.h"
 #include "session/demo.h"
 #include "session/forms/comboexercices.h"
 #include "session/forms/commandesexercice.h"
@@ -66,11 +66,11 @@ void Commandes::DeLaVue(unsigned numero) {
   if (Vue* vue = m_cadre.VueActive()) vue->Execute(numero);
 }
 
-void Commandes::MiseEnPage(unsigned) { m_impression->Configure(); }
+void Commandes::MiseEnPage(unsigned) { m_etats->Configure(); }
 
 void Commandes::Etat(unsigned numero) {
   if (const DefinitionEtat* etat = TrouveEtat(numero))
-    m_impression->Ouvre(etat->fabrique, DemandeEtat::SelonPreference);
+    m_etats->Ouvre(etat->fabrique, DemandeEtat::SelonPreference);
 }
 
 void Commandes::FraisKm(unsigned) { CDialogFraisKm(m_cadre.Contexte(), &m_cadre).Execute(); }

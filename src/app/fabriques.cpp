@@ -14,7 +14,7 @@
 #include "master/forms/rubriqueview.h"
 #include "master/forms/tresorerieview.h"
 #include "reports/etatjournal.h"
-#include "reports/forms/framewndprint.h"
+#include "reports/forms/impressions.h"
 #include "ui/dialogueqt.h"
 
 namespace fenlor {
@@ -45,7 +45,7 @@ void PoseFabriques(CMainFrame& cadre) {
     cadre.PoseFabrique(bit, [&cadre, etat, fait](ContexteUi& contexte) {
       CZNListView* vue = fait(contexte);
       vue->SurImpression([&cadre, etat](bool apercu) {
-        cadre.Table().Impression().Ouvre(TrouveEtat(etat)->fabrique, Demande(apercu));
+        cadre.Table().Etats().Ouvre(TrouveEtat(etat)->fabrique, Demande(apercu));
       });
       return vue;
     });
@@ -70,7 +70,7 @@ void PoseFabriques(CMainFrame& cadre) {
           doc->SetCriteres(imprimee.Demande(), imprimee.JournalComptable());
           return doc;
         };
-        cadre.Table().Impression().Ouvre(etat, Demande(apercu));
+        cadre.Table().Etats().Ouvre(etat, Demande(apercu));
       });
       return vue;
     });

@@ -7,7 +7,7 @@
 #include <QStandardPaths>
 
 #include "app/mainframe.h"
-#include "reports/forms/framewndprint.h"
+#include "reports/forms/impressions.h"
 #include "session/forms/comboexercices.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
@@ -29,7 +29,8 @@ bool NavigateurPresent() {
 Commandes::Commandes(CMainFrame& cadre)
     : QObject(&cadre),
       m_cadre(cadre),
-      m_impression(new CFrameWndPrint(cadre.Contexte(), [&cadre](Vue* vue) { cadre.Ouvre(vue); }, this)),
+      m_etats(new Impressions(
+          cadre.Contexte(), [&cadre](Vue* vue) { cadre.Ouvre(vue); }, this)),
       m_navigateur(NavigateurPresent()) {
   for (const Commande& commande : TableCommandes()) {
     if (!commande.action) continue;

@@ -14,8 +14,8 @@ class QWidget;
 
 namespace fenlor {
 
-class CFrameWndPrint;
 class CMainFrame;
+class Impressions;
 
 class Commandes : public QObject {
   Q_OBJECT
@@ -33,8 +33,8 @@ class Commandes : public QObject {
   void ActualiseEtats();
   /// Runs a command when it is available.
   void Execute(unsigned numero);
-  /// The report that is open, and printing.
-  CFrameWndPrint& Impression() { return *m_impression; }
+  /// The reports that are open, and printing.
+  Impressions& Etats() { return *m_etats; }
 
   // The handlers; the argument is the command's number.
   void NouvelExercice(unsigned);
@@ -78,7 +78,7 @@ class Commandes : public QObject {
   bool EstCoche(const Commande& commande) const;
   QWidget* BarreDe(unsigned numero) const;  ///< that the command shows and hides; null for others
   CMainFrame& m_cadre;
-  CFrameWndPrint* m_impression;
+  Impressions* m_etats;
   bool m_navigateur;
   QHash<unsigned, QAction*> m_actions;
 };

@@ -17,13 +17,18 @@ CMDIChildFrame::CMDIChildFrame(Vue* vue, QWidget* parent) : QMdiSubWindow(parent
 void CMDIChildFrame::Montre(bool agrandie) {
   const QSize zone = mdiArea() ? mdiArea()->viewport()->size() : QSize();
   const auto position = LitPosition(m_vue->App(), m_vue->Titre());
+  const int pas = fontMetrics().height();
   if (position) {
-    setGeometry(AjustePosition(position->rect, zone, minimumSizeHint()));
+    // Reports share one place in the settings: the next one opens a step aside.
+    QRect place = AjustePosition(position->rect, zone, minimumSizeHint());
+    while (EstPris(place.topLeft()) && place.bottom() + pas < zone.height())
+      place.translate(place.right() + pas < zone.width() ? pas : 0, pas);
+    setGeometry(place);
   } else {
     // In steps, like cards; back to the corner when the next one would leave the area.
-    const QSize taille = zone.boundedTo(sizeHint().expandedTo({zone.width() * 19 / 20, zone.height() * 3 / 4}));
+    const QSize taille =
+        zone.boundedTo(sizeHint().expandedTo({zone.width() * 19 / 20, zone.height() * 3 / 4}));
     const int rang = mdiArea() ? static_cast<int>(mdiArea()->subWindowList().size()) - 1 : 0;
-    const int pas = fontMetrics().height();
     const int colonnes = std::max((zone.width() - taille.width()) / pas + 1, 1);
     const int lignes = std::max((zone.height() - taille.height()) / pas + 1, 1);
     setGeometry(QRect(QPoint(pas * (rang % colonnes), pas * (rang % lignes)), taille));
@@ -32,6 +37,13 @@ void CMDIChildFrame::Montre(bool agrandie) {
     showMaximized();
   else
     show();
+}
+
+bool CMDIChildFrame::EstPris(QPoint coin) const {
+  const QList<QMdiSubWindow*> voisines = mdiArea() ? mdiArea()->subWindowList() : QList<QMdiSubWindow*>();
+  return std::any_of(voisines.begin(), voisines.end(), [&](const QMdiSubWindow* autre) {
+    return autre != this && autre->isVisible() && autre->pos() == coin;
+  });
 }
 
 void CMDIChildFrame::closeEvent(QCloseEvent* evenement) {

@@ -23,6 +23,8 @@ class CMDIChildFrame : public QMdiSubWindow {
   void closeEvent(QCloseEvent* evenement) override;
 
  private:
+  bool EstPris(QPoint coin) const;  ///< by another window
+
   Vue* m_vue;
 };
 

@@ -13,7 +13,7 @@
 #include "app/mainframe.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
-#include "reports/forms/framewndprint.h"
+#include "reports/forms/impressions.h"
 #include "reports/forms/previewview.h"
 #include "store/texte1252.h"
 #include "ui/dialogueqt.h"
@@ -38,8 +38,8 @@ class ImpressionsTest : public CabinetMedical {
   }
   void TearDown() override { Principal.reset(); }
   bool Peut(unsigned numero) { return Principal->Table().Action(numero)->isEnabled(); }
-  CFrameWndPrint& Impression() { return Principal->Table().Impression(); }
-  std::string Etat() { return Impression().Etat() ? VersUtf8(Impression().Etat()->TitreDocument()) : ""; }
+  CFrameWndPrint* Etat() { return Principal->Table().Etats().Dernier(); }
+  CZNPreviewView* Apercu() { return Etat() ? Etat()->Apercu() : nullptr; }
 
   DialogueQt Dialogues;
   std::unique_ptr<CMainFrame> Principal;
@@ -54,23 +54,23 @@ TEST_F(ImpressionsTest, LesFenetresSImpriment) {
     const std::string titre = Principal->VueActive()->Titre();
     EXPECT_TRUE(Peut(CmdImprimer) && Peut(CmdApercu));
     Principal->Table().Execute(CmdApercu);
-    ASSERT_NE(Impression().Apercu(), nullptr);
-    EXPECT_EQ(Principal->VueActive(), Impression().Apercu());
+    ASSERT_NE(Apercu(), nullptr);
+    EXPECT_EQ(Principal->VueActive(), Apercu());
     EXPECT_TRUE(Peut(CmdImprimer));
     EXPECT_FALSE(Peut(CmdApercu)) << "it is one";
-    EXPECT_GE(Impression().Pages()->NombrePages(), 1u);
+    EXPECT_GE(Etat()->Pages()->NombrePages(), 1u);
     Robot robot;
     robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
     Principal->Table().Execute(CmdImprimer);
-    EXPECT_NE(Impression().Apercu(), nullptr);
-    QTest::keyClick(Impression().Apercu()->focusProxy(), Qt::Key_Escape);
-    EXPECT_EQ(Impression().Etat(), nullptr);
+    EXPECT_NE(Apercu(), nullptr);
+    QTest::keyClick(Apercu()->focusProxy(), Qt::Key_Escape);
+    EXPECT_EQ(Etat(), nullptr);
     QApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Principal->VueActive()->Titre(), titre) << "back where the command came from";
   }
   Principal->Table().Execute(CmdApercu);  // it goes with the main window
-  EXPECT_NE(Impression().Apercu(), nullptr);
+  EXPECT_NE(Apercu(), nullptr);
 }
 
 TEST_F(ImpressionsTest, LesEtatsDuMenu) {
@@ -83,6 +83,7 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
       {1028, "DialogPeriode", "Grand livre"},          {1029, nullptr, "Balance des comptes"},
       {1030, "DialogPeriode", "Etat de T.V.A."},       {1031, "DialogPeriode", "Etat de rapprochement"},
       {1032, "DialogPeriode", "Centralisation"},       {1033, nullptr, nullptr}};
+  int ouvertes = 0;
   for (const auto& c : cas) {
     SCOPED_TRACE(c.commande);
     Robot robot;
@@ -92,18 +93,21 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
         forme.accept();
       });
     Principal->Table().Execute(c.commande);
-    ASSERT_NE(Impression().Apercu(), nullptr);
+    ASSERT_NE(Apercu(), nullptr);
     if (c.titre) {
-      EXPECT_EQ(Etat(), c.titre);
+      EXPECT_EQ(VersUtf8(Etat()->Etat()->TitreDocument()), c.titre);
     }
-    EXPECT_EQ(Principal->Zone().subWindowList().size(), 1) << "a further report closes the first";
-    EXPECT_FALSE(NomFichierEtat(App(), *Impression().Etat()).contains(u' '));
+    const auto fenetres = Principal->Zone().subWindowList();
+    EXPECT_EQ(fenetres.size(), ++ouvertes) << "side by side";
+    EXPECT_TRUE(ouvertes == 1 || fenetres.back()->pos() != fenetres[ouvertes - 2]->pos())
+        << "none hides the last";
+    EXPECT_FALSE(NomFichierEtat(App(), *Etat()->Etat()).contains(u' '));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
-  // Work on the files closes it.
+  // Work on the files closes them.
   Principal->FermeToutes();
-  EXPECT_EQ(Impression().Etat(), nullptr);
-  EXPECT_EQ(Impression().Apercu(), nullptr);
+  EXPECT_EQ(Etat(), nullptr);
+  EXPECT_EQ(Apercu(), nullptr);
 }
 
 TEST_F(ImpressionsTest, FraisKilometriques) {

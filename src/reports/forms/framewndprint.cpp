@@ -4,8 +4,8 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QPageSetupDialog>
 #include <QPainter>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScopedValueRollback>
@@ -16,6 +16,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "reports/forms/ecritpdf.h"
+#include "reports/forms/impressions.h"
 #include "reports/forms/previewview.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
@@ -26,9 +27,7 @@ namespace fenlor {
 
 namespace {
 
-constexpr int periodeVeille = 500;   ///< ms
-constexpr qreal dixiemes = 10;       ///< of a millimetre
-constexpr int champsMiseEnPage = 6;  ///< of the setting
+constexpr int periodeVeille = 500;  ///< ms
 
 /// Numbers of the pages in the order in which they leave the printer.
 std::vector<u32> Ordre(const QPrinter& imprimante, u32 pages) {
@@ -85,29 +84,21 @@ QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat) {
   return propre;
 }
 
-CFrameWndPrint::CFrameWndPrint(ContexteUi& contexte, std::function<void(Vue*)> montre, QObject* parent)
-    : QObject(parent), m_contexte(contexte), m_montre(std::move(montre)), m_demandeur(contexte) {
+CFrameWndPrint::CFrameWndPrint(Impressions& impressions, ContexteUi& contexte,
+                               std::unique_ptr<CEtatComptable> etat)
+    : m_impressions(impressions),
+      m_contexte(contexte),
+      m_etat(std::move(etat)),
+      m_vue(std::make_unique<CEtatView>(m_contexte.App, *m_etat)) {
   m_horloge.start();
   m_veille.setInterval(periodeVeille);
   connect(&m_veille, &QTimer::timeout, this, &CFrameWndPrint::Veille);
 }
 
-CFrameWndPrint::~CFrameWndPrint() { Ferme(); }
+CFrameWndPrint::~CFrameWndPrint() { FinitApercu(); }
 
-QWidget* CFrameWndPrint::Proprietaire() const { return m_contexte.Cadre.Cadre(); }
-
-bool CFrameWndPrint::Ouvre(const Fabrique& fabrique, DemandeEtat demande) {
-  if (m_occupe) return false;
-  Ferme();
-  {
-    const QScopedValueRollback occupe(m_occupe, true);
-    std::unique_ptr<CEtatComptable> etat = fabrique(m_contexte.App, m_demandeur);
-    if (!etat || !etat->OnNewDocument()) return false;
-    m_etat = std::move(etat);
-  }
-  m_vue = std::make_unique<CEtatView>(m_contexte.App, *m_etat);
-  LitFeuille();
-  if (!m_vue->Prepare(FeuillePour(*m_etat, m_feuille))) {
+bool CFrameWndPrint::Montre(DemandeEtat demande) {
+  if (!m_vue->Prepare(FeuillePour(*m_etat, m_impressions.Feuille()))) {
     m_contexte.App.Boite.Erreur(0, Texte(ErrEtatLecture));
     Ferme();
     return false;
@@ -130,7 +121,7 @@ void CFrameWndPrint::MontreApercu() {
     LacheApercu();
     Ferme();
   });
-  m_montre(apercu);
+  m_impressions.Montre(apercu);
 }
 
 CZNPreviewView* CFrameWndPrint::LacheApercu() {
@@ -149,33 +140,43 @@ void CFrameWndPrint::FinitApercu() {
 }
 
 void CFrameWndPrint::Ferme() {
+  if (!m_etat) return;
   m_veille.stop();
   FinitApercu();
   m_vue.reset();
   m_etat.reset();
+  Q_EMIT Fermee();
+}
+
+void CFrameWndPrint::Relit() {
+  m_vue->Prepare(FeuillePour(*m_etat, m_impressions.Feuille()));
+  if (m_apercu) m_apercu->Relit();
 }
 
 void CFrameWndPrint::Veille() {
-  if (m_etat && !m_occupe && m_etat->PeutFermer(Maintenant())) Ferme();
+  if (m_etat && !m_impressions.Occupe && m_etat->PeutFermer(Maintenant())) Ferme();
 }
 
 void CFrameWndPrint::Imprime() {
-  if (!m_etat || m_occupe) return;
-  const QScopedValueRollback occupe(m_occupe, true);
+  if (!m_etat || m_impressions.Occupe) return;
+  const QScopedValueRollback occupe(m_impressions.Occupe, true);
   QPrinter imprimante(QPrinter::HighResolution);
-  if (!m_imprimante.isEmpty()) imprimante.setPrinterName(m_imprimante);
+  if (!m_impressions.Imprimante.isEmpty()) imprimante.setPrinterName(m_impressions.Imprimante);
   imprimante.setPageLayout(m_vue->Feuille());
   imprimante.setDocName(NomFichierEtat(m_contexte.App, *m_etat));
   imprimante.setCreator(TexteQ(TitreApplication));
-  QPrintDialog dialogue(&imprimante, Proprietaire());
+  QPrintDialog dialogue(&imprimante, m_impressions.Proprietaire());
   dialogue.setObjectName(u"DialogImpression"_s);
   dialogue.setMinMax(1, static_cast<int>(m_vue->NombrePages()));
   dialogue.setFromTo(1, static_cast<int>(m_vue->NombrePages()));
-  if (dialogue.exec() != QDialog::Accepted) {
+  const QPointer<CFrameWndPrint> vivante(this);
+  const bool accepte = dialogue.exec() == QDialog::Accepted;
+  if (!vivante || !m_etat) return;
+  if (!accepte) {
     if (!m_apercu) Ferme();
     return;
   }
-  m_imprimante = imprimante.printerName();
+  m_impressions.Imprimante = imprimante.printerName();
   FinitApercu();
   ImprimeSur(imprimante);
   Ferme();
@@ -219,65 +220,23 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
 }
 
 void CFrameWndPrint::ExportePdf() {
-  if (!m_etat || m_occupe) return;
-  const QScopedValueRollback occupe(m_occupe, true);
-  if (m_dossierPdf.isEmpty())
-    m_dossierPdf = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  QFileDialog dialogue(m_apercu ? m_apercu->window() : Proprietaire(), TexteQ(TitreExportPdf), m_dossierPdf,
+  if (!m_etat || m_impressions.Occupe) return;
+  const QScopedValueRollback occupe(m_impressions.Occupe, true);
+  if (m_impressions.DossierPdf.isEmpty())
+    m_impressions.DossierPdf = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  QFileDialog dialogue(m_impressions.Proprietaire(), TexteQ(TitreExportPdf), m_impressions.DossierPdf,
                        TexteQ(FiltrePdf));
   dialogue.setObjectName(u"DialogPdf"_s);
   dialogue.setAcceptMode(QFileDialog::AcceptSave);
   dialogue.setDefaultSuffix(u"pdf"_s);
   dialogue.selectFile(NomFichierEtat(m_contexte.App, *m_etat) + u".pdf"_s);
+  const QPointer<CFrameWndPrint> vivante(this);
   if (dialogue.exec() != QDialog::Accepted || dialogue.selectedFiles().isEmpty()) return;
+  if (!vivante || !m_etat) return;
   const QString chemin = dialogue.selectedFiles().front();
-  m_dossierPdf = QFileInfo(chemin).absolutePath();
+  m_impressions.DossierPdf = QFileInfo(chemin).absolutePath();
   EcritPdf(m_contexte.App, *m_etat, m_etat->TitreDocument(), QFile::encodeName(chemin).toStdString(),
-           m_feuille);
-}
-
-void CFrameWndPrint::Configure() {
-  if (m_occupe) return;
-  const QScopedValueRollback occupe(m_occupe, true);
-  LitFeuille();
-  QPrinter imprimante(QPrinter::HighResolution);
-  if (!m_imprimante.isEmpty()) imprimante.setPrinterName(m_imprimante);
-  imprimante.setPageLayout(m_feuille);
-  QPageSetupDialog dialogue(&imprimante, Proprietaire());
-  dialogue.setObjectName(u"DialogMiseEnPage"_s);
-  if (dialogue.exec() != QDialog::Accepted) return;
-  m_imprimante = imprimante.printerName();
-  m_feuille = imprimante.pageLayout();
-  GardeFeuille();
-  if (!m_apercu) return;
-  m_vue->Prepare(FeuillePour(*m_etat, m_feuille));
-  m_apercu->Relit();
-}
-
-void CFrameWndPrint::LitFeuille() {
-  m_feuille = FeuilleParDefaut();
-  const std::string texte = m_contexte.App.Reglages.LitIni(Texte(SecFenlor), Texte(CleMiseEnPage));
-  if (ComptePartie(texte, ',') != champsMiseEnPage) return;
-  const auto nombre = [&](unsigned i) { return TexteVersEntier(ChampTexte(i, texte, ',')); };
-  const QString cle = Q(ChampTexte(0, texte, ',')).trimmed();
-  for (int id = 0; id <= QPageSize::LastPageSize; ++id)
-    if (const QPageSize papier(static_cast<QPageSize::PageSizeId>(id)); papier.key() == cle)
-      m_feuille.setPageSize(papier);
-  m_feuille.setOrientation(nombre(1) ? QPageLayout::Landscape : QPageLayout::Portrait);
-  m_feuille.setUnits(QPageLayout::Millimeter);
-  m_feuille.setMargins(
-      {nombre(2) / dixiemes, nombre(3) / dixiemes, nombre(4) / dixiemes, nombre(5) / dixiemes});
-}
-
-void CFrameWndPrint::GardeFeuille() {
-  const QMarginsF marges = m_feuille.margins(QPageLayout::Millimeter);
-  const auto dix = [](qreal marge) { return std::to_string(qRound(marge * dixiemes)); };
-  const std::string texte = TexteFormat(
-      FormatMiseEnPage,
-      {De1252(m_feuille.pageSize().key()), m_feuille.orientation() == QPageLayout::Landscape ? "1" : "0",
-       dix(marges.left()), dix(marges.top()), dix(marges.right()), dix(marges.bottom())});
-  if (!m_contexte.App.Reglages.EcritIni(Texte(SecFenlor), Texte(CleMiseEnPage), texte))
-    DitEchecReglages(m_contexte.App);
+           m_vue->Feuille());
 }
 
 }  // namespace fenlor

@@ -3,21 +3,18 @@
 
 #include <QElapsedTimer>
 #include <QObject>
-#include <QPageLayout>
 #include <QTimer>
-#include <functional>
 #include <memory>
 
 #include "reports/catalogue.h"
-#include "reports/forms/dialogperiode.h"
 #include "reports/forms/etatview.h"
+#include "ui/fenetres.h"
 
 class QPrinter;
 
 namespace fenlor {
 
 class CZNPreviewView;
-class Vue;
 
 /// What becomes of a report when it is built.
 enum class DemandeEtat {
@@ -26,56 +23,49 @@ enum class DemandeEtat {
   Apercu = 2,
 };
 
-/// Holds the one report that is open. A preview keeps it as long as its window stands; a print lets it
-/// go at its end; one that nobody uses any more goes after two seconds.
+class Impressions;
+
+/// One report that is open, with its temporary files. A preview keeps it as long as its window stands; a
+/// print lets it go at its end; one that nobody uses any more goes after two seconds. It is made by
+/// `Impressions`, and gone when `Ferme` returns.
 class CFrameWndPrint : public QObject {
   Q_OBJECT
  public:
-  using Fabrique = std::function<std::unique_ptr<CEtatComptable>(CFenlorApp&, DemandeurCriteres&)>;
-
-  /// `montre` puts the window of a preview on the screen and owns it.
-  CFrameWndPrint(ContexteUi& contexte, std::function<void(Vue*)> montre, QObject* parent = nullptr);
+  CFrameWndPrint(Impressions& impressions, ContexteUi& contexte, std::unique_ptr<CEtatComptable> etat);
   ~CFrameWndPrint() override;
 
-  /// Closes the report that is open, makes and builds one, asking with the form, and prints it or shows
-  /// its preview. False when there is none: cancelled, stopped, or a failure that has been told.
-  bool Ouvre(const Fabrique& fabrique, DemandeEtat demande);
+  /// Prints the report or shows its preview. False, told, when it cannot be read.
+  bool Montre(DemandeEtat demande);
   /// Closes report and preview.
   void Ferme();
-  CEtatComptable* Etat() const { return m_etat.get(); }
+  CEtatComptable* Etat() const { return m_etat.get(); }  ///< null once it was closed
   CEtatView* Pages() const { return m_vue.get(); }
   CZNPreviewView* Apercu() const { return m_apercu; }
 
-  /// The page setup dialog. Paper and margins are kept in the settings.
-  void Configure();
-  const QPageLayout& Feuille() const { return m_feuille; }
   /// The print dialog, then the printer. A preview stays when it is cancelled, and ends otherwise.
   void Imprime();
   /// Prints the pages that the printer is set to, as often as it is, on its own sheet.
   bool ImprimeSur(QPrinter& imprimante);
   /// Asks for a file and writes the report to it.
   void ExportePdf();
+  /// The pages anew, on the sheet that is set.
+  void Relit();
+
+ Q_SIGNALS:
+  void Fermee();
 
  private:
   void MontreApercu();
   CZNPreviewView* LacheApercu();  ///< the window has no report any more
   void FinitApercu();             ///< and is closed
-  void LitFeuille();
-  void GardeFeuille();
   void Veille();
   u64 Maintenant() const { return static_cast<u64>(m_horloge.elapsed()); }
-  QWidget* Proprietaire() const;
 
+  Impressions& m_impressions;
   ContexteUi& m_contexte;
-  std::function<void(Vue*)> m_montre;
-  DemandeurForme m_demandeur;
   std::unique_ptr<CEtatComptable> m_etat;
   std::unique_ptr<CEtatView> m_vue;
   CZNPreviewView* m_apercu = nullptr;  ///< it says when it goes
-  QPageLayout m_feuille;
-  QString m_imprimante;  ///< chosen last
-  QString m_dossierPdf;
-  bool m_occupe = false;  ///< a report is being built or printed
   QElapsedTimer m_horloge;
   QTimer m_veille;
 };

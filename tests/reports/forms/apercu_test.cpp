@@ -17,7 +17,7 @@
 #include "outils/verifieformulaire.h"
 #include "reports/forms/etatdetest.h"
 #include "reports/forms/feuillesapercu.h"
-#include "reports/forms/framewndprint.h"
+#include "reports/forms/impressions.h"
 #include "reports/forms/previewtoolbar.h"
 #include "reports/forms/previewview.h"
 #include "ui/texteqt.h"
@@ -36,26 +36,26 @@ class ApercuTest : public EtatsUiTest {
     EXPECT_EQ(EtatDeTest::Vivants, 0);
   }
 
-  static CFrameWndPrint::Fabrique Fabrique(unsigned lignes, bool paysage = false, bool demande = false) {
+  static Impressions::Fabrique Fabrique(unsigned lignes, bool paysage = false, bool demande = false) {
     return [=](CFenlorApp& app, DemandeurCriteres& demandeur) {
       return std::make_unique<EtatDeTest>(app, demandeur, lignes, paysage, demande);
     };
   }
   CZNPreviewView& Ouvre(unsigned lignes, bool paysage = false) {
     EXPECT_TRUE(Impression->Ouvre(Fabrique(lignes, paysage), DemandeEtat::Apercu));
-    return *Impression->Apercu();
+    return *Apercu();
   }
+  CZNPreviewView* Apercu() { return Impression->Dernier() ? Impression->Dernier()->Apercu() : nullptr; }
+  CEtatView* Pages() { return Impression->Dernier()->Pages(); }
   void Touche(Qt::Key touche, Qt::KeyboardModifiers modificateurs = {}) {
-    QTest::keyClick(&Impression->Apercu()->Feuilles(), touche, modificateurs);
+    QTest::keyClick(&Apercu()->Feuilles(), touche, modificateurs);
   }
-  QAction& Action(const char* nom) { return Trouve<QAction>(Impression->Apercu()->Barre(), nom); }
-  std::string Numero() {
-    return Trouve<QLabel>(Impression->Apercu()->Barre(), "numeroPage").text().toStdString();
-  }
+  QAction& Action(const char* nom) { return Trouve<QAction>(Apercu()->Barre(), nom); }
+  std::string Numero() { return Trouve<QLabel>(Apercu()->Barre(), "numeroPage").text().toStdString(); }
   /// Commands of the bar that can be used.
   std::string Actives() {
     std::string noms;
-    for (const QAction* action : Impression->Apercu()->Barre().actions())
+    for (const QAction* action : Apercu()->Barre().actions())
       if (action->isEnabled() && !action->objectName().isEmpty() && !action->isSeparator())
         noms += action->objectName().toStdString() + " ";
     return noms;
@@ -67,7 +67,7 @@ class ApercuTest : public EtatsUiTest {
   }
 
   std::vector<QPointer<QWidget>> Fenetres;
-  std::unique_ptr<CFrameWndPrint> Impression = std::make_unique<CFrameWndPrint>(Ui, [this](Vue* vue) {
+  std::unique_ptr<Impressions> Impression = std::make_unique<Impressions>(Ui, [this](Vue* vue) {
     vue->setAttribute(Qt::WA_DeleteOnClose);
     Fenetres.emplace_back(vue);
     vue->resize(900, 700);
@@ -79,7 +79,7 @@ class ApercuTest : public EtatsUiTest {
 
 TEST_F(ApercuTest, LaBarreSuitLesPages) {
   CZNPreviewView& apercu = Ouvre(330);
-  const u32 pages = Impression->Pages()->NombrePages();
+  const u32 pages = Pages()->NombrePages();
   ASSERT_EQ(pages, 5u);
   FeuillesApercu& f = apercu.Feuilles();
   const std::string toujours = "imprimer pdf ", fin = "fermer ";
@@ -143,22 +143,34 @@ TEST_F(ApercuTest, DessineLaFeuille) {
   }
 }
 
-TEST_F(ApercuTest, UnSeulEtatALaFois) {
-  Ouvre(20);
-  const QPointer<QWidget> premiere = Fenetres.back();
-  Ouvre(30);
-  EXPECT_EQ(EtatDeTest::Vivants, 1);
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_TRUE(premiere.isNull());
-  // The one that is open goes before the questions of the next one.
+TEST_F(ApercuTest, PlusieursEtatsCoteACote) {
+  CZNPreviewView& premiere = Ouvre(200);
+  CZNPreviewView& seconde = Ouvre(3, true);
+  EXPECT_EQ(EtatDeTest::Vivants, 2);
+  EXPECT_EQ(Impression->Etats().size(), 2u);
+  // Each one turns its own pages, from its own files.
+  QTest::keyClick(&premiere.Feuilles(), Qt::Key_End);
+  EXPECT_GT(premiere.Feuilles().Page(), 1u);
+  EXPECT_EQ(seconde.Feuilles().Page(), 1u);
+  // While one is asked about no other one is built; cancelled, the open ones stay.
   Robot robot;
   robot.Attend("DialogPeriode", [&](QDialog& dialogue) {
-    EXPECT_EQ(EtatDeTest::Vivants, 1);
-    EXPECT_EQ(Impression->Apercu(), nullptr);
     EXPECT_FALSE(Impression->Ouvre(Fabrique(5), DemandeEtat::Apercu)) << "one is being built";
     dialogue.reject();
   });
   EXPECT_FALSE(Impression->Ouvre(Fabrique(40, false, true), DemandeEtat::Apercu));
+  EXPECT_EQ(EtatDeTest::Vivants, 2);
+  // Printing one ends that one.
+  const QString fichier = QString::fromStdString(Dossier()) + u"/un.pdf"_s;
+  robot.Attend("DialogImpression", [&](QDialog& dialogue) {
+    Trouve<QLineEdit>(dialogue, "filename").setText(fichier);
+    dialogue.accept();
+  });
+  QTest::keyClick(&premiere.Feuilles(), Qt::Key_P, Qt::ControlModifier);
+  EXPECT_GT(PagesPdf(fichier), 1u);
+  EXPECT_EQ(EtatDeTest::Vivants, 1);
+  EXPECT_EQ(Apercu(), &seconde);
+  Touche(Qt::Key_Escape);
   EXPECT_EQ(EtatDeTest::Vivants, 0);
 
   // Escape, the button, and a window that is thrown away.
@@ -171,7 +183,7 @@ TEST_F(ApercuTest, UnSeulEtatALaFois) {
   Ouvre(20);
   delete Fenetres.back();
   EXPECT_EQ(EtatDeTest::Vivants, 0);
-  EXPECT_EQ(Impression->Apercu(), nullptr);
+  EXPECT_EQ(Apercu(), nullptr);
 }
 
 TEST_F(ApercuTest, ImprimerOuApercu) {
@@ -192,15 +204,16 @@ TEST_F(ApercuTest, ImprimerOuApercu) {
         dialogue.reject();
       });
     Impression->Ouvre(Fabrique(20), c.demande);
-    EXPECT_EQ(Impression->Apercu() != nullptr, c.apercu);
-    EXPECT_EQ(Impression->Etat() != nullptr, c.apercu) << "a print that is cancelled ends the report";
+    EXPECT_EQ(Apercu() != nullptr, c.apercu);
+    EXPECT_EQ(!Impression->Etats().empty(), c.apercu) << "a print that is cancelled ends the report";
+    if (c.apercu) Touche(Qt::Key_Escape);
   }
   // From the preview: cancelled, the preview stays.
   Robot robot;
   robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
   Ouvre(20);
   Touche(Qt::Key_P, Qt::ControlModifier);
-  EXPECT_NE(Impression->Apercu(), nullptr);
+  EXPECT_NE(Apercu(), nullptr);
 }
 
 TEST_F(ApercuTest, ImprimeDansUnFichier) {
@@ -212,7 +225,7 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
     imprimante.setOutputFileName(fichier);
     imprimante.setPageLayout(FeuilleParDefaut());
     regle(imprimante);
-    return Impression->ImprimeSur(imprimante);
+    return Impression->Dernier()->ImprimeSur(imprimante);
   };
   ASSERT_TRUE(imprime([](QPrinter&) {}));
   EXPECT_EQ(PagesPdf(fichier), 5u);
@@ -258,7 +271,7 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
   });
   Action("imprimer").trigger();
   EXPECT_EQ(PagesPdf(fichier), 5u);
-  EXPECT_EQ(Impression->Apercu(), nullptr);
+  EXPECT_EQ(Apercu(), nullptr);
   EXPECT_EQ(EtatDeTest::Vivants, 0);
 }
 
@@ -268,7 +281,7 @@ TEST_F(ApercuTest, SansDossierTemporaire) {
   EXPECT_FALSE(Impression->Ouvre(Fabrique(20), DemandeEtat::Apercu));
   avant.isNull() ? (void)qunsetenv("TMPDIR") : (void)qputenv("TMPDIR", avant);
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3109});
-  EXPECT_EQ(Impression->Apercu(), nullptr);
+  EXPECT_EQ(Apercu(), nullptr);
 }
 
 TEST_F(ApercuTest, ExporteEnPdf) {
@@ -283,7 +296,7 @@ TEST_F(ApercuTest, ExporteEnPdf) {
   });
   Touche(Qt::Key_E, Qt::ControlModifier);
   EXPECT_EQ(PagesPdf(QString::fromStdString(Dossier()) + u"/sortie.pdf"_s), 5u);
-  EXPECT_NE(Impression->Apercu(), nullptr);
+  EXPECT_NE(Apercu(), nullptr);
 }
 
 TEST_F(ApercuTest, LaFeuilleEstGardee) {
@@ -293,13 +306,13 @@ TEST_F(ApercuTest, LaFeuilleEstGardee) {
   EXPECT_EQ(App().Reglages.LitIni("Fenlor", "Mise en page"), "A4, 0, 100, 100, 100, 100");
   Regle("Fenlor", "Mise en page", "A5, 1, 150, 100, 200, 120");
   Ouvre(20);
-  const QPageLayout& feuille = Impression->Pages()->Feuille();
+  const QPageLayout& feuille = Pages()->Feuille();
   EXPECT_EQ(feuille.pageSize().id(), QPageSize::A5);
   EXPECT_EQ(feuille.orientation(), QPageLayout::Landscape);
   EXPECT_EQ(feuille.margins(QPageLayout::Millimeter), QMarginsF(15, 10, 20, 12));
   Regle("Fenlor", "Mise en page", "n'importe quoi");
   Ouvre(20);
-  EXPECT_EQ(Impression->Pages()->Feuille(), FeuilleParDefaut());
+  EXPECT_EQ(Pages()->Feuille(), FeuilleParDefaut());
 }
 
 TEST_F(ApercuTest, LesPreferencesRefontLesPages) {
@@ -307,7 +320,7 @@ TEST_F(ApercuTest, LesPreferencesRefontLesPages) {
   Touche(Qt::Key_End);
   Regle("Préférences"_w, "Police des impressions", "Courier, 20");
   apercu.Actualise(ActualiseTout);
-  EXPECT_EQ(Impression->Pages()->NombrePages(), 11u);
+  EXPECT_EQ(Pages()->NombrePages(), 11u);
   EXPECT_EQ(Numero(), "Page 5 / 11");
   Regle("Préférences"_w, "Police des impressions", "Courier, 5");
   apercu.Actualise(ActualiseTout);
