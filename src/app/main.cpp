@@ -1,15 +1,14 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
-#include <QTranslator>
 #include <clocale>
 #include <csignal>
 #include <iostream>
 
 #include "app/programme.h"
+#include "ui/traductions.h"
 
 namespace {
 
@@ -77,9 +76,7 @@ int main(int argc, char** argv) {
   QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
   QApplication::setApplicationName(QStringLiteral("Fenlor"));
   QApplication::setOrganizationName(QStringLiteral("Orvelia"));
-  QTranslator traduction;
-  if (traduction.load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-    QApplication::installTranslator(&traduction);
+  const fenlor::Traductions traductions;
 
   options.pathProgrammes = DossierProgrammes();
   fenlor::Programme programme(std::move(options));

@@ -21,13 +21,16 @@
 #include "reports/forms/previewtoolbar.h"
 #include "reports/forms/previewview.h"
 #include "ui/texteqt.h"
+#include "ui/traductions.h"
 
 namespace fenlor::test {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 class ApercuTest : public EtatsUiTest {
  protected:
@@ -273,6 +276,22 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
   EXPECT_EQ(PagesPdf(fichier), 5u);
   EXPECT_EQ(Apercu(), nullptr);
   EXPECT_EQ(EtatDeTest::Vivants, 0);
+}
+
+TEST_F(ApercuTest, LaBoiteDImpressionEstEnFrancais) {
+  const Traductions francais;
+  std::string textes;
+  Robot robot;
+  robot.Attend("DialogImpression", [&](QDialog& dialogue) {
+    for (const QWidget* w : dialogue.findChildren<QWidget*>())
+      for (const char* texte : {"text", "title"}) textes += w->property(texte).toString().toStdString() + "|";
+    dialogue.reject();
+  });
+  Impression->Ouvre(Fabrique(3), DemandeEtat::Impression);
+  for (const char* mot : {"Im&primer|", "Annuler|", "Recto verso|", "Reliure sur le grand", "Parité :|"})
+    EXPECT_THAT(textes, HasSubstr(mot));
+  for (const char* mot : {"Print", "Double", "binding", "Off|", "Cancel"})
+    EXPECT_THAT(textes, Not(HasSubstr(mot)));
 }
 
 TEST_F(ApercuTest, SansDossierTemporaire) {
