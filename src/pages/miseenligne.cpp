@@ -90,7 +90,7 @@ void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
     const bool aGauche = place.alignement == Alignement::Gauche;
     if (aGauche && place.droite <= place.gauche) continue;
     // A line number is worth more than the white behind it.
-    const i32 ecart = aGauche && groupe.nombre ? m_ecart / 2 : m_ecart;
+    const i32 ecart = aGauche && groupe.nombre ? m_ecart * 2 / 3 : m_ecart;
     i32 gauche = std::max(place.marge, libre);
     i32 droite = place.limite;
     // One that shows nothing takes no room.

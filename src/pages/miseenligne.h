@@ -34,7 +34,7 @@ struct PlaceTexte {
 class MiseEnLigne {
  public:
   MiseEnLigne(i32 unite, Peripherique& peripherique)
-      : m_ecart(std::max(1, unite / 2)), m_peripherique(peripherique) {}
+      : m_ecart(std::max(1, unite * 3 / 4)), m_peripherique(peripherique) {}
 
   /// Begins a text with its first run, whose width is that of the device. The text's number.
   std::size_t Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur);
@@ -71,7 +71,7 @@ class MiseEnLigne {
   void Raccourcit(Groupe& groupe, i32 place);
   void Etend(const Groupe& groupe, i32 gauche, i32 largeur);
 
-  i32 m_ecart;  ///< between two neighbours; half of it behind a number on the left
+  i32 m_ecart;  ///< between two neighbours; two thirds of it behind a number on the left
   Peripherique& m_peripherique;
   std::vector<Run> m_runs;
   std::vector<Groupe> m_groupes;

@@ -62,23 +62,23 @@ TEST_F(InterpreteTest, PlacesARun) {
       {"\\M010\\T005total", 0, Gauche, 100, 100 + w5, "total"},  // before the left one
       {"to\\M010tal", 1, Gauche, 100, 100 + w3, "tal"},          // a margin forgets the run before it
       // A text is narrower down to 85 %, then shortened; three characters and numbers stay whole.
-      {"libelle\\T007x", 0, Gauche, 0, 65, "libelle"},
+      {"libelle\\T007x", 0, Gauche, 0, 63, "libelle"},
       {"libelle long\\T004suite", 0, Gauche, 0, 32, "lib\x85"},
-      {"\\Blong\\0 libelle\\T007suite", 1, Gauche, 32, 64, " li\x85"},
-      {"149\\T002x", 0, Gauche, 0, 18, "149"},
-      {"01/02/2003\\T005x", 0, Gauche, 0, 48, "01/02/2003"},
-      {"abc\\T002x", 0, Gauche, 0, 18, "abc"},
-      {"court\\T001x", 0, Gauche, 0, 5, "\x85"},
+      {"\\Blong\\0 libelle\\T007suite", 1, Gauche, 32, 56, " l\x85"},
+      {"149\\T002x", 0, Gauche, 0, 16, "149"},
+      {"01/02/2003\\T005x", 0, Gauche, 0, 46, "01/02/2003"},
+      {"abc\\T002x", 0, Gauche, 0, 16, "abc"},
+      {"court\\T001x", 0, Gauche, 0, 3, "\x85"},
       // A figure takes what is free on its left, then it is narrower; its column's end stays.
       {"\\T020\\R024total", 0, Droite, 240 - w5, 240, "total"},
       {"ab\\T020\\R023total", 1, Droite, 230 - w5, 230, "total"},
-      {"\\T018ab\\T020\\R023total", 1, Droite, 180 + 18 + 2, 230, "total"},
-      {"\\T012abcdefghij\\T020\\R022total", 1, Droite, 198, 220, "total"},
+      {"\\T018ab\\T020\\R023total", 1, Droite, 180 + 16 + 4, 230, "total"},
+      {"\\T012abcdefghij\\T020\\R022total", 1, Droite, 191, 220, "total"},
       {"\\R140\\T143123456789012", 0, Droite, 1440 - Largeur(12), 1440, "123456789012"},
       {"\\T050\\R040total\\T060x", 0, Droite, 500, 500 + w5, "total"},  // an end before its begin
-      {"\\T050\\R040total\\T054\\R040x", 0, Droite, 487, 535, "total"},
+      {"\\T050\\R040total\\T054\\R040x", 0, Droite, 485, 533, "total"},
       {"\\N005\\T130\\R144123456789012", 0, Droite, 1390 - Largeur(12), 1390, "123456789012"},
-      {"\\N005\\T120\\R129123456789\\T130\\R1441234567890", 1, Droite, 1295, 1390, "1234567890"},
+      {"\\N005\\T120\\R129123456789\\T130\\R1441234567890", 1, Droite, 1297, 1390, "1234567890"},
       {"\\Qto\\", 0, Gauche, 0, Largeur(3), "Qto"},
   };
   for (const Cas& c : cas) {

@@ -184,7 +184,7 @@ TEST_F(ModeleEtatTest, RandomReportsAreDrawnAsThePlainModelDrawsThem) {
     ASSERT_EQ(dessin.elements.size(), attendus.size());
     for (std::size_t i = 0; i < attendus.size(); ++i)
       ASSERT_TRUE(MemeElement(dessin.elements[i], attendus[i])) << Dit(i, dessin.elements[i], attendus[i]);
-    nbPlaces += VerifieLignes(dessin.elements, attendus, modele.voisinages, dessin.page.unite / 2);
+    nbPlaces += VerifieLignes(dessin.elements, attendus, modele.voisinages, dessin.page.unite * 3 / 4);
     if (HasFailure()) return;
     nbElements += attendus.size();
     nbPages += modele.pages.size();

@@ -260,8 +260,8 @@ class ModeleEtat {
     } else {
       for (; k < jetons.size() && jetons[k].genre != Jeton::Retour; ++k) {
         if (jetons[k].genre != Jeton::Code || jetons[k].c != 'T') continue;
-        borne = std::min(limite,
-                         jetons[k].argument * unite - (jetons[k].argument * unite <= limite ? unite / 2 : 0));
+        borne = std::min(
+            limite, jetons[k].argument * unite - (jetons[k].argument * unite <= limite ? unite * 3 / 4 : 0));
         break;
       }
     }
