@@ -229,6 +229,17 @@ TEST_F(DemarrageTest, CabinetTenuParUnAutre) {
   EXPECT_FALSE(m_programme->AutreInstance());
 }
 
+TEST_F(DemarrageTest, LaVariableDonneLeCabinetSansDossier) {
+  PremierDemarrage();
+  Arrete();
+  OptionsProgramme options = Options();
+  options.ligne.pathCabinet.reset();
+  qputenv("FENLOR_CABINET", Cabinet().c_str());
+  EXPECT_TRUE(Demarre(options));
+  qunsetenv("FENLOR_CABINET");
+  EXPECT_EQ(App().PathCabinet, Cabinet());
+}
+
 TEST_F(DemarrageTest, UnDossierInconnuEstDemande) {
   OptionsProgramme options = Options();
   options.ligne.pathCabinet = Cabinet() + "/nouveau/ici";
