@@ -91,9 +91,11 @@ bool EstLigne(std::string_view mot) {
   return mot.size() > 2 && Majuscule(mot[1]) == 'H' && EstChiffre(mot[2]);
 }
 
-bool EstDossier(const std::string& mot) {
+/// The full path of a folder, empty when the word names none.
+std::string CheminDossier(const std::string& mot) {
   std::error_code erreur;
-  return std::filesystem::is_directory(mot, erreur);
+  if (!std::filesystem::is_directory(mot, erreur)) return {};
+  return std::filesystem::canonical(mot, erreur).string();
 }
 
 std::string En1252(const std::string& utf8) { return DepuisUtf8(utf8).value_or(utf8); }
@@ -137,8 +139,8 @@ LigneCommande LitLigneCommande(const std::vector<std::string>& arguments) {
       PoseTexte(ligne, Majuscule(mot[1]), std::string_view(mot).substr(2));
     } else if (mot.starts_with('/') && EstLigne(mot)) {
       LitMot(ligne, mot);
-    } else if (EstDossier(mot) && dossier.empty()) {
-      dossier = mot;
+    } else if (std::string chemin = CheminDossier(mot); !chemin.empty() && dossier.empty()) {
+      dossier = std::move(chemin);
     } else {
       ligne.inconnus.push_back(mot);
     }

@@ -57,7 +57,7 @@ TEST(Lancement, LigneDeCommande) {
       {{"/X \"a\" /C \"b\""}, "C=b"},
       {{"/srv/data/nulle part"}, " ?/srv/data/nulle part"},
       {{"cabinet", "/S", "QVES"}, "S=QVES ?cabinet"},
-      {{"/tmp"}, "D=/tmp"},
+      {{"/tmp/../tmp/"}, "D=/tmp"},
       {{"/tmp", "/H", "3", "."}, "D=/tmp H=3 ?."},
       {{"/tmp", "/D", "/srv"}, "D=/srv ?/tmp"},
       {{"--help"}, " aide"},
