@@ -84,7 +84,7 @@ class CommandeFiche {
 
   int Dit(const std::string& fait) {
     const std::string texte = m_contexte.Globales.json
-                                  ? LigneJson().Texte("Rubrique", m_fiche.code).Fin()
+                                  ? LigneJson().Texte("Rubrique", NormaliseRubrique(m_fiche.code)).Fin()
                                   : VersUtf8("Rubrique " + m_fiche.code + ' ' + fait) + "\n";
     return m_contexte.Donne(texte);
   }

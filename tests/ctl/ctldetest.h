@@ -32,6 +32,7 @@ class CtlDeTest : public ::testing::Test {
   };
 
   CtlDeTest() {
+    unsetenv("FENLOR_CABINET");  // the developer's own practice is none of a test's
     m_options.magasin.systeme = &m_disque;
     m_options.magasin.tailleReprise = 256u << 10;
     m_options.magasin.dossierRegistre = m_dossier.Chemin() + "/registre";
