@@ -197,12 +197,18 @@ PlaceTexte InterpreteEtat::PlaceRun(const Plume& plume, const Etendue& etendue) 
   } else if (m_etat.course == Course::Centree) {
     place.alignement = Alignement::Centre;
     place.droite = std::max(m_ancre, Avance(plume.x, etendue.largeur));
-  } else if (m_etat.course == Course::ADroite) {
-    place.alignement = Alignement::Droite;
-    place.droite = m_ancre;
-  } else if (const auto tabulation = TabulationSuivante(plume.source)) {
-    place.droite = *tabulation * m_page.unite;
-    place.colonneSuivante = place.droite <= place.limite;
+  } else {
+    const bool aDroite = m_etat.course == Course::ADroite;
+    if (aDroite) place.alignement = Alignement::Droite;
+    if (aDroite && std::min(m_ancre, place.limite) > place.gauche) {
+      place.droite = m_ancre;
+    } else {
+      place.debute = aDroite;
+      if (const auto tabulation = TabulationSuivante(plume.source)) {
+        place.droite = *tabulation * m_page.unite;
+        place.colonneSuivante = place.droite <= place.limite;
+      }
+    }
   }
   place.droite = std::min(place.droite, place.limite);
   return place;

@@ -12,32 +12,35 @@ constexpr char suite[] = "\x85";  // "…"
 constexpr std::size_t tailleSigle = 3;
 constexpr i32 rienAGauche = std::numeric_limits<i32>::min();
 
+/// Dates, line numbers, amounts with their side and their currency.
 bool EstNombre(std::string_view texte) {
-  return texte.find_first_not_of("0123456789 ,.-/%") == std::string_view::npos;
+  return texte.find_first_not_of("0123456789 ,.-/%DF\x80") == std::string_view::npos;
 }
 
 i32 Milieu(i32 a, i32 b) { return static_cast<i32>((i64{a} + b) / 2); }
 
 }  // namespace
 
-bool MiseEnLigne::Groupe::Depuis() const {
-  return place.alignement == Alignement::Droite && place.droite <= place.gauche;
-}
+bool MiseEnLigne::Groupe::AGauche() const { return place.alignement == Alignement::Gauche || place.debute; }
+
+bool MiseEnLigne::Groupe::Montree() const { return !AGauche() || place.droite > place.gauche; }
 
 i32 MiseEnLigne::Groupe::Cle() const {
-  if (place.alignement == Alignement::Gauche || Depuis()) return place.gauche;
+  if (AGauche()) return place.gauche;
   return place.alignement == Alignement::Droite ? place.droite : Milieu(place.gauche, place.droite);
 }
 
 i32 MiseEnLigne::Groupe::Reserve() const {
-  if (place.alignement == Alignement::Gauche || Depuis()) return place.gauche;
+  if (AGauche()) return place.gauche;
   const i64 voulue = place.alignement == Alignement::Droite
                          ? place.droite - largeur
                          : (i64{place.gauche} + place.droite - largeur) / 2;
   return static_cast<i32>(std::max<i64>(voulue, place.gauche));
 }
 
-bool MiseEnLigne::Groupe::Figure() const { return nombre || place.alignement == Alignement::Droite; }
+bool MiseEnLigne::Groupe::Figure() const {
+  return nombre || (place.alignement == Alignement::Droite && !place.debute);
+}
 
 std::size_t MiseEnLigne::Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur) {
   m_groupes.push_back({place, 0, true, {}});
@@ -87,22 +90,20 @@ void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
     Groupe& groupe = m_groupes[ligne[i]];
     const PlaceTexte& place = groupe.place;
     Etend(groupe, place.gauche, 0);
-    const bool aGauche = place.alignement == Alignement::Gauche;
-    if (aGauche && place.droite <= place.gauche) continue;
+    const bool aGauche = groupe.AGauche();
+    if (!groupe.Montree()) continue;
     // A line number is worth more than the white behind it.
     const i32 ecart = aGauche && groupe.nombre ? m_ecart * 2 / 3 : m_ecart;
     i32 gauche = std::max(place.marge, libre);
     i32 droite = place.limite;
     // One that shows nothing takes no room.
     std::size_t n = i + 1;
-    while (n < ligne.size() && m_groupes[ligne[n]].place.alignement == Alignement::Gauche &&
-           m_groupes[ligne[n]].place.droite <= m_groupes[ligne[n]].place.gauche)
-      ++n;
+    while (n < ligne.size() && !m_groupes[ligne[n]].Montree()) ++n;
     if (n < ligne.size()) droite = std::min(droite, Borne(groupe, m_groupes[ligne[n]]) - ecart);
     if (aGauche) {
       gauche = std::max(gauche, place.gauche);
       droite = std::min(droite, place.droite - (place.colonneSuivante ? ecart : 0));
-    } else if (place.alignement == Alignement::Droite && !groupe.Depuis()) {
+    } else if (place.alignement == Alignement::Droite && !aGauche) {
       droite = std::min(droite, place.droite);
     }
     if (droite > gauche) libre = std::max(libre, Place(groupe, gauche, droite) + ecart);
@@ -113,7 +114,7 @@ void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
 /// nothing of a figure that ends where it should.
 i32 MiseEnLigne::Borne(const Groupe& groupe, const Groupe& suivant) const {
   const i32 cle = groupe.Cle(), autre = suivant.Cle(), reserve = suivant.Reserve();
-  const bool finit = groupe.place.alignement == Alignement::Droite && !groupe.Depuis();
+  const bool finit = groupe.place.alignement == Alignement::Droite && !groupe.AGauche();
   return std::max(reserve, finit ? std::min(autre, cle + m_ecart) : Milieu(cle, autre));
 }
 
@@ -125,8 +126,7 @@ i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
     largeur = static_cast<i32>(std::min<i64>(largeur, groupe.largeur * EtroitesseMin / 100));
   }
   i32 debut = gauche;
-  if (groupe.Depuis()) debut = std::max(gauche, place.gauche);
-  if (place.alignement == Alignement::Droite && !groupe.Depuis()) debut = place.droite - largeur;
+  if (place.alignement == Alignement::Droite && !groupe.AGauche()) debut = place.droite - largeur;
   if (place.alignement == Alignement::Centre)
     debut = static_cast<i32>((i64{place.gauche} + place.droite - largeur) / 2);
   debut = std::clamp(debut, gauche, droite - largeur);

@@ -24,9 +24,11 @@ struct PlaceTexte {
   i32 haut = 0, hauteur = 0;
   Alignement alignement = Alignement::Gauche;
   i32 gauche = 0;  ///< of its column
-  /// The column's end: the next column, or the one to end at. Behind nothing (not above `gauche`), a text
-  /// on the left is not drawn; one on the right begins at `gauche` and ends where it ends.
+  /// The column's end: where the next one begins, the limit, or the column to end at. A text on the left that
+  /// has it behind it is not drawn.
   i32 droite = 0;
+  /// Aligned right to a column that lies behind: it begins at `gauche`, as one on the left.
+  bool debute = false;
   i32 marge = 0, limite = 0;     ///< the margins, from the left
   bool colonneSuivante = false;  ///< `droite` is the begin of another column, which is not to be touched
 };
@@ -57,9 +59,10 @@ class MiseEnLigne {
     i64 largeur = 0;
     bool nombre = true;
     std::vector<std::size_t> runs;
-    bool Depuis() const;  ///< aligned right, but begins at its column
-    i32 Cle() const;      ///< its fixed point
-    i32 Reserve() const;  ///< where it begins if it keeps to its column
+    bool AGauche() const;
+    bool Montree() const;  ///< it has a column
+    i32 Cle() const;       ///< its fixed point
+    i32 Reserve() const;   ///< where it begins if it keeps to its column
     bool Figure() const;
   };
   static constexpr std::size_t SansTexte = static_cast<std::size_t>(-1);

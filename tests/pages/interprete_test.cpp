@@ -74,9 +74,10 @@ TEST_F(InterpreteTest, PlacesARun) {
       {"ab\\T020\\R023total", 1, Droite, 230 - w5, 230, "total"},
       {"\\T018ab\\T020\\R023total", 1, Droite, 180 + 16 + 4, 230, "total"},
       {"\\T012abcdefghij\\T020\\R022total", 1, Droite, 191, 220, "total"},
-      {"\\R140\\T143123456789012", 0, Droite, 1440 - Largeur(12), 1440, "123456789012"},
+      {"\\R140\\T143123456789012", 0, Droite, 1430, 1440, "123456789012"},
       {"\\T050\\R040total\\T060x", 0, Droite, 500, 500 + w5, "total"},  // an end before its begin
-      {"\\T050\\R040total\\T054\\R040x", 0, Droite, 485, 533, "total"},
+      {"\\T050\\R040D 1,5\\T054\\R040x", 0, Droite, 500, 536, "D 1,5"},
+      {"\\T050\\R040total\\T054\\R040x", 0, Droite, 500, 532, "tot\x85"},
       {"\\N005\\T130\\R144123456789012", 0, Droite, 1390 - Largeur(12), 1390, "123456789012"},
       {"\\N005\\T120\\R129123456789\\T130\\R1441234567890", 1, Droite, 1297, 1390, "1234567890"},
       {"\\Qto\\", 0, Gauche, 0, Largeur(3), "Qto"},

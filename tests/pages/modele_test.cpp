@@ -110,8 +110,7 @@ std::size_t VerifieLignes(const std::vector<ElementPage>& dessines, const std::v
     for (const std::size_t i : ligne) {
       const auto& v = voisinages[i];
       const Rectangle &d = dessines[i].cadre, &a = attendus[i].cadre;
-      libre = libre && a.gauche >= v.marge && a.droite <= v.limite &&
-              (attendus[i].alignement != Alignement::Gauche || a.droite <= v.borne);
+      libre = libre && a.gauche >= v.marge && a.droite <= v.limite && a.droite <= v.borne;
       const bool vu = d.droite > d.gauche;
       if (vu && (d.gauche < v.marge || d.droite > v.limite))
         ADD_FAILURE() << "beyond the margins: " << Dit(i, dessines[i], attendus[i]);

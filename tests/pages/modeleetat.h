@@ -255,9 +255,10 @@ class ModeleEtat {
     } else if (etat.run == 'C') {
       a = Alignement::Centre;
       g = (g + std::min(std::max(ancre, x + w), limite) - w) / 2;
-    } else if (etat.run == 'R') {
-      droite(ancre > g && limite > g ? std::min(ancre, limite) : g + w);
+    } else if (etat.run == 'R' && std::min(ancre, limite) > g) {
+      droite(std::min(ancre, limite));
     } else {
+      if (etat.run == 'R') a = Alignement::Droite;
       for (; k < jetons.size() && jetons[k].genre != Jeton::Retour; ++k) {
         if (jetons[k].genre != Jeton::Code || jetons[k].c != 'T') continue;
         borne = std::min(
