@@ -21,8 +21,15 @@ void CMDIChildFrame::Montre(bool agrandie) {
   if (position) {
     // Reports share one place in the settings: the next one opens a step aside.
     QRect place = AjustePosition(position->rect, zone, minimumSizeHint());
-    while (EstPris(place.topLeft()) && place.bottom() + pas < zone.height())
-      place.translate(place.right() + pas < zone.width() ? pas : 0, pas);
+    while (EstPris(place.topLeft()) && place.width() > zone.width() / 2) {
+      const QPoint cote(place.right() + pas < zone.width() ? pas : 0,
+                        place.bottom() + pas < zone.height() ? pas : 0);
+      if (cote.isNull())
+        place.adjust(pas, pas, 0, 0);
+      else
+        place.translate(cote);
+    }
+    if (place.topLeft() != position->rect.topLeft()) m_decalee = place;
     setGeometry(place);
   } else {
     // In steps, like cards; back to the corner when the next one would leave the area.
@@ -52,8 +59,9 @@ void CMDIChildFrame::closeEvent(QCloseEvent* evenement) {
     return;
   }
   PositionFenetre position{geometry(), isMaximized()};
-  if (isMaximized() || isMinimized()) {
-    // The place it goes back to is not told by the toolkit: the one in the settings stays.
+  if (isMaximized() || isMinimized() || geometry() == m_decalee) {
+    // The place it goes back to is not told by the toolkit: the one in the settings stays. So it does for one
+    // that only stepped aside.
     const auto ancienne = LitPosition(m_vue->App(), m_vue->Titre());
     const QSize zone = mdiArea() ? mdiArea()->viewport()->size() : size();
     position.rect = ancienne ? ancienne->rect : QRect(QPoint(0, 0), zone * 2 / 3);

@@ -26,6 +26,7 @@ class CMDIChildFrame : public QMdiSubWindow {
   bool EstPris(QPoint coin) const;  ///< by another window
 
   Vue* m_vue;
+  QRect m_decalee;  ///< where it stepped aside of another one
 };
 
 }  // namespace fenlor

@@ -108,6 +108,11 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
   Principal->FermeToutes();
   EXPECT_EQ(Etat(), nullptr);
   EXPECT_EQ(Apercu(), nullptr);
+  // They share the place where the last one was closed.
+  for (const unsigned balance : {1029u, 1029u}) Principal->Table().Execute(balance);
+  const auto deux = Principal->Zone().subWindowList();
+  ASSERT_EQ(deux.size(), 2);
+  EXPECT_NE(deux[0]->pos(), deux[1]->pos());
 }
 
 TEST_F(ImpressionsTest, FraisKilometriques) {
