@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "ui/findesliens.h"
 #include "ui/fenetres.h"
 
 class QLineEdit;
@@ -57,6 +58,7 @@ class CFenetreAide : public QDialog {
   QLineEdit* m_recherche;
   bool m_placee = false;
   bool m_suit = false;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -9,6 +9,9 @@ class CDialogAbout : public CZNDialog {
   Q_OBJECT
  public:
   CDialogAbout(ContexteUi& contexte, QWidget* parent);
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 /// "5.0.235"

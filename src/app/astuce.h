@@ -26,6 +26,7 @@ class CQVTipOfDay : public CZNDialog {
   QLabel* m_numero;
   QLabel* m_texte;
   QCheckBox* m_demarrage;
+  FinDesLiens m_finLiens{*this};
 };
 
 /// Shows it when there is a file of tips.

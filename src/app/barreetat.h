@@ -5,6 +5,7 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "ui/findesliens.h"
 #include "ui/fenetres.h"
 
 class QLabel;
@@ -32,6 +33,7 @@ class CBarreEtat : public QStatusBar {
   QLabel* m_imageCloture;
   QLabel* m_heure;
   QTimer m_minute;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "ui/findesliens.h"
 #include "ui/fenetres.h"
 
 class QMainWindow;
@@ -59,6 +60,7 @@ class CBarreIcones : public QToolBar {
   ContexteUi& m_contexte;
   FournitAction m_action;
   ContenuBarre m_contenu;
+  FinDesLiens m_finLiens{*this};
 };
 
 /// Places and visibility of the window's tool bars and of its status bar, in

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+#include "ui/findesliens.h"
 #include "app/calcul.h"
 #include "ui/fenetres.h"
 
@@ -45,6 +46,7 @@ class CDialogCalculatrice : public QDialog {
   QLabel* m_affichage;
   QLabel* m_remarque;
   bool m_placee = false;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

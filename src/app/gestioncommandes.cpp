@@ -107,6 +107,7 @@ void Commandes::ActualiseEtats() {
 
 void Commandes::Execute(unsigned numero) {
   const Commande* commande = TrouveCommande(numero);
+  if (m_cadre.Derriere()) return;
   if (commande && commande->action && Disponible(*commande)) (this->*commande->action)(numero);
   ActualiseEtats();
 }

@@ -31,7 +31,7 @@ class Commandes : public QObject {
   bool Disponible(const Commande& commande) const;
   /// Enables and checks all actions after a change of the session or of the windows.
   void ActualiseEtats();
-  /// Runs a command when it is available.
+  /// Runs a command when it is available and no form is open.
   void Execute(unsigned numero);
   /// The reports that are open, and printing.
   Impressions& Etats() { return *m_etats; }

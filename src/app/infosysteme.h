@@ -27,6 +27,7 @@ class CDialogInfoSystem : public CZNDialog {
  private:
   void Copie();
   std::vector<GroupeInformations> m_groupes;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -120,12 +120,6 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
   Filtre({});
 }
 
-// Children that go report changes to whoever still listens.
-CListeCommandes::~CListeCommandes() {
-  m_recherche->disconnect(this);
-  m_table->disconnect(this);
-}
-
 QSize CListeCommandes::sizeHint() const {
   return QSize(QWidget::sizeHint().width(), fontMetrics().height() * 22);
 }

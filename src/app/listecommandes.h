@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 
+#include "ui/findesliens.h"
 #include "app/commandes.h"
 
 class QLineEdit;
@@ -31,7 +32,6 @@ class CListeCommandes : public QWidget {
   CListeCommandes(const std::function<bool(const Commande&)>& retenue, bool raccourcis,
                   QWidget* parent = nullptr);
 
-  ~CListeCommandes() override;
   QSize sizeHint() const override;
 
   unsigned Choisie() const;       ///< 0 when none is
@@ -53,6 +53,7 @@ class CListeCommandes : public QWidget {
   QTreeWidgetItem* Ligne(unsigned numero) const;
   QLineEdit* m_recherche;
   QTreeWidget* m_table;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

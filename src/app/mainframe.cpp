@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QToolBar>
 #include <array>
@@ -22,6 +23,7 @@
 #include "session/lancement.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
+#include "ui/modales.h"
 #include "ui/positionfenetre.h"
 #include "ui/texteqt.h"
 
@@ -39,7 +41,10 @@ constexpr std::array<u32, 10> ordreOuverture = {
 }  // namespace
 
 CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
-    : m_app(app), m_dialogue(dialogue), m_contexte{app, *this, m_preferences} {
+    : m_app(app),
+      m_dialogue(dialogue),
+      m_contexte{app, *this, m_preferences},
+      m_garde(new GardeModale(this)) {
   setObjectName(u"MainFrame"_s);
   setWindowIcon(Image("fenlor"));
   ChargePreferences(m_preferences, m_app, palette());
@@ -141,6 +146,7 @@ void CMainFrame::Installe(CMDIChildFrame* cadre) {
 }
 
 void CMainFrame::MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& numeros) {
+  if (Derriere()) return;
   QMenu menu(this);
   m_commandes->ActualiseEtats();
   for (const unsigned numero : numeros) {
@@ -151,6 +157,8 @@ void CMainFrame::MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& n
   }
   if (!menu.isEmpty()) menu.exec(point);
 }
+
+bool CMainFrame::Derriere() const { return m_dialogue.Profondeur() > 0 || DerriereModale(*this); }
 
 Vue* CMainFrame::VueActive() const {
   auto* cadre = qobject_cast<CMDIChildFrame*>(m_zone->activeSubWindow());
@@ -237,6 +245,8 @@ void CMainFrame::Actualise(u32 masque) {
 }
 
 void CMainFrame::FermeToutes() {
+  // A form may ask for it, whose work needs the files; it stands over the main window, not over a view.
+  const QScopedValueRollback permise(m_garde->Permise, true);
   for (QMdiSubWindow* fenetre : m_zone->subWindowList()) {
     // Gone when this returns: whoever asks is about to work on the files.
     if (fenetre->close()) delete fenetre;
@@ -280,7 +290,7 @@ void CMainFrame::Aide(const QString& page) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* evenement) {
-  if (m_dialogue.Profondeur() > 0 || !isEnabled()) {
+  if (Derriere()) {
     evenement->ignore();
     return;
   }

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 
 class QMdiArea;
 class QStackedWidget;
@@ -23,6 +24,7 @@ class CFenetreAide;
 class CMDIChildFrame;
 class Commandes;
 class DialogueQt;
+class GardeModale;
 class PageAccueil;
 class Vue;
 
@@ -48,6 +50,8 @@ class CMainFrame : public QMainWindow, public Fenetres {
   /// A window of which several may be open (a report).
   void Ouvre(Vue* vue);
   bool EstOuvert(u32 bit) const { return m_ouvertes.contains(bit); }
+  /// A form or work in progress stands before the window: it takes no command and does not close.
+  bool Derriere() const;
   /// The active document window; null when there is none.
   Vue* VueActive() const;
   QMdiArea& Zone() { return *m_zone; }
@@ -102,6 +106,8 @@ class CMainFrame : public QMainWindow, public Fenetres {
   std::string m_exerciceChoisi;
   QPointer<CDialogCalculatrice> m_calculatrice;
   QPointer<CFenetreAide> m_aide;
+  GardeModale* m_garde;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -114,11 +114,6 @@ CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBa
   Boutons(Mode::Simple);
 }
 
-CDialogPersonnaliser::~CDialogPersonnaliser() {
-  m_disponibles->disconnect(this);
-  m_contenu->disconnect(this);
-}
-
 void CDialogPersonnaliser::Remplit(const ContenuBarre& contenu) {
   m_contenu->clear();
   for (const unsigned numero : contenu.Commandes) {

@@ -32,7 +32,6 @@ class CDialogPersonnaliser : public CZNDialog {
  public:
   CDialogPersonnaliser(ContexteUi& contexte, const ContenuBarre& contenu, FournitAction action,
                        QWidget* parent = nullptr);
-  ~CDialogPersonnaliser() override;
   /// What the form shows, the hidden commands among it.
   ContenuBarre Contenu() const;
 
@@ -55,6 +54,7 @@ class CDialogPersonnaliser : public CZNDialog {
   QPushButton* m_descendre;
   EditeurChoix* m_taille;
   EditeurChoix* m_textes;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

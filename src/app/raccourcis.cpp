@@ -232,11 +232,6 @@ CDialogRaccourcis::CDialogRaccourcis(ContexteUi& contexte, QWidget* parent)
   Boutons(Mode::Simple);
 }
 
-CDialogRaccourcis::~CDialogRaccourcis() {
-  m_liste->disconnect(this);
-  m_touche->disconnect(this);
-}
-
 void CDialogRaccourcis::MontreChoix() {
   m_touche->clear();
   ActualiseBoutons();

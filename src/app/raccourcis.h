@@ -49,7 +49,6 @@ class CDialogRaccourcis : public CZNDialog {
   Q_OBJECT
  public:
   explicit CDialogRaccourcis(ContexteUi& contexte, QWidget* parent = nullptr);
-  ~CDialogRaccourcis() override;
   const TableRaccourcis& Table() const { return m_table; }
 
  protected:
@@ -69,6 +68,7 @@ class CDialogRaccourcis : public CZNDialog {
   QPushButton* m_affecter;
   QPushButton* m_supprimer;
   QPushButton* m_defaut;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -18,6 +18,7 @@
 
 #include "ui/editeurs.h"
 #include "ui/images.h"
+#include "ui/modales.h"
 
 namespace fenlor {
 
@@ -70,10 +71,11 @@ bool PrendFocus(const QWidget* widget) {
 }  // namespace
 
 CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent)
-    : QDialog(parent                              ? parent
+    : QDialog(parent                              ? parent->window()
               : QApplication::activeModalWidget() ? QApplication::activeModalWidget()
                                                   : contexte.Cadre.Cadre()),
       m_contexte(contexte) {
+  SurvitAuParent(*this);
   setObjectName(QString::fromUtf8(nom));
   setWindowTitle(titre);
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 #include "ui/formulaire.h"
 
 class QHBoxLayout;
@@ -18,7 +19,8 @@ namespace fenlor {
 /// shows the help page of that name. Enter goes from field to field when the
 /// preference "Entrée" says so, else it is the default button; Escape cancels. The
 /// form opens in the middle of its parent (without one: the open form, or the main
-/// window), no larger than the screen; fields that would not fit scroll.
+/// window), no larger than the screen; fields that would not fit scroll. It outlives its parent:
+/// when that one dies the form is cancelled. A subclass ends with a `FinDesLiens`.
 class CZNDialog : public QDialog {
   Q_OBJECT
  public:
@@ -96,6 +98,7 @@ class CZNDialog : public QDialog {
   bool m_vue = false;
   bool m_lectureSeule = false;
   QStringList m_etat;                 ///< content of the fields when nothing had changed
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

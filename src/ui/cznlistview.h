@@ -51,6 +51,7 @@ class CZNListView : public Vue {
   void SauveLargeurs();
   TableListe* m_table;
   Impression m_impression;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -39,6 +39,7 @@ class CZNPage : public QWidget {
   ContexteUi& m_contexte;
   QString m_titre;
   bool m_montree = false;
+  FinDesLiens m_finLiens{*this};
 };
 
 class CZNSheet : public CZNDialog {
@@ -67,6 +68,7 @@ class CZNSheet : public CZNDialog {
   void Tourne(int pas);
   QTabWidget* m_onglets;
   std::vector<CZNPage*> m_pages, m_ordre;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+#include "ui/findesliens.h"
 class QLabel;
 class QProgressBar;
 
@@ -31,6 +32,7 @@ class CDialogAbort : public QDialog {
   QProgressBar* m_barre;
   bool m_annulable;
   bool m_arrete = false;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

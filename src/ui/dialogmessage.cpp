@@ -16,6 +16,7 @@
 #include <memory>
 
 #include "ui/images.h"
+#include "ui/modales.h"
 
 namespace fenlor {
 
@@ -101,6 +102,7 @@ int ReponseFuite(unsigned style) {
 
 CDialogMessage::CDialogMessage(const QString& titre, const QString& texte, unsigned style, QWidget* parent)
     : QDialog(parent), m_texte(texte), m_style(style), m_reponse(ReponseFuite(style)) {
+  SurvitAuParent(*this);
   setObjectName(u"DialogMessage"_s);
   setWindowTitle(titre);
 

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <vector>
 
+#include "ui/findesliens.h"
 #include "core/dialogue.h"
 
 class QTextEdit;
@@ -42,6 +43,7 @@ class CDialogMessage : public QDialog {
   QString m_texte;
   unsigned m_style;
   int m_reponse;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -20,6 +20,7 @@ class CPagePrefCouleurs : public CZNPage {
  private:
   QCheckBox m_systeme;
   std::array<BoutonCouleur, 4> m_couleurs;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -39,6 +39,7 @@ class CPagePrefPolices : public CZNPage {
 
   QCheckBox m_defaut;
   std::array<Ligne, NbPolices> m_lignes;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

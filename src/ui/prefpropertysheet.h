@@ -14,6 +14,9 @@ class CPrefPropertySheet : public CZNSheet {
  protected:
   /// `ChargePreferences`, then every window is refreshed.
   void Apres() override;
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 
 namespace fenlor {
 
@@ -52,6 +53,7 @@ class Vue : public QWidget {
  private:
   std::string m_titre;
   u32 m_bit;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -84,6 +84,16 @@ void Tape(QWidget& champ, const QString& texte) {
   }
 }
 
+void Frappe(QPointer<QWindow> fenetre, QKeyCombination touche, const QString& texte) {
+  QMetaObject::invokeMethod(
+      qApp,
+      [=] {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+          if (fenetre) qt_handleKeyEvent(fenetre, type, touche.key(), touche.keyboardModifiers(), texte);
+      },
+      Qt::QueuedConnection);
+}
+
 void Clique(QAbstractButton& bouton) { QTest::mouseClick(&bouton, Qt::LeftButton); }
 
 QAbstractButton& Bouton(QWidget& fenetre, const QString& texte) {

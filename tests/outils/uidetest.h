@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QWindow>
 #include <deque>
 #include <functional>
 #include <string>
@@ -78,6 +79,9 @@ T& Trouve(QObject& racine, const char* nom) {
 void Tape(QWidget& champ, const QString& texte);
 /// Gives the focus to a widget, as Tab would: the field before is left.
 void Va(QWidget& champ);
+/// Queues a key for a window, as the window system does for the one that has the keyboard when it is
+/// typed: whatever opens before the key is looked at does not get it.
+void Frappe(QPointer<QWindow> fenetre, QKeyCombination touche, const QString& texte = {});
 void Clique(QAbstractButton& bouton);
 /// Button of a text ("&Ok"), wherever it stands in the window.
 QAbstractButton& Bouton(QWidget& fenetre, const QString& texte);

@@ -129,6 +129,7 @@ class CDialogEssai : public CZNDialog {
   QRadioButton m_franc, m_euro;
   QCheckBox m_pointee;
   QListWidget m_liste;
+  FinDesLiens m_finLiens{*this};
 };
 
 using Mode = CZNDialog::Mode;
@@ -152,6 +153,24 @@ class FormulaireTest : public UiDeTest {
     return champ ? champ->objectName().toStdString() : "";
   }
   ContexteUi Contexte;
+};
+
+/// Counts what its connection still hears once its end began.
+class CDialogLie : public CZNDialog {
+ public:
+  CDialogLie(ContexteUi& contexte, int& tardifs, QWidget* parent)
+      : CZNDialog(contexte, u"Liens"_s, "DialogLie", parent), m_tardifs(tardifs) {
+    Formulaire(Zone()).Champ(u"&Un :"_s, m_un, "un").Champ(u"&Deux :"_s, m_deux, "deux");
+    Boutons(Mode::Simple);
+    connect(qApp, &QApplication::focusChanged, this, [this] { m_tardifs += m_fini; });
+  }
+  ~CDialogLie() override { m_fini = true; }
+
+ private:
+  int& m_tardifs;
+  bool m_fini = false;
+  EditeurTexte m_un, m_deux;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace
@@ -511,6 +530,27 @@ TEST_F(FeuilleTest, PageThatCannotBeReadClosesTheSheet) {
     EXPECT_FALSE(feuille.isVisible());
   });
   EXPECT_FALSE(feuille.Execute());
+}
+
+TEST_F(FormulaireTest, LesLiensFinissentAvantLesChamps) {
+  int tardifs = 0;
+  {
+    CDialogLie forme(Contexte, tardifs, nullptr);
+    forme.show();
+    Va(Trouve<EditeurTexte>(forme, "deux"));
+  }
+  EXPECT_EQ(tardifs, 0);
+}
+
+TEST_F(FormulaireTest, UneFormeSurvitASonParent) {
+  int tardifs = 0;
+  auto parent = std::make_unique<QWidget>();
+  parent->show();
+  CDialogLie forme(Contexte, tardifs, new QWidget(parent.get()));
+  Robot robot;
+  robot.Attend("DialogLie", [&](QDialog&) { parent.reset(); });
+  EXPECT_FALSE(forme.Execute()) << "cancelled";
+  EXPECT_EQ(Trouve<EditeurTexte>(forme, "un").text(), QString());
 }
 
 }  // namespace fenlor::test

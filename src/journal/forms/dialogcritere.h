@@ -57,6 +57,7 @@ class CDialogCritere : public CZNDialog {
   QRadioButton m_franc, m_euro;
   Bornes m_comptes, m_rubriques, m_jours;
   int m_jourDe = 0, m_jourA = 0;  ///< rows of the days, as they were set
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

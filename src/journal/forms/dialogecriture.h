@@ -99,6 +99,7 @@ class CDialogEcriture : public CZNDialog {
   ZoneTresorerie* m_tresorerie = nullptr;
   ChoixMonnaie m_monnaie;
   Coche m_pointee, m_remise, m_rapprochee, m_marqueValidee;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

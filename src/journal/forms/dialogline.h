@@ -60,6 +60,7 @@ class CDialogLine : public CZNDialog {
   QPushButton m_solder;
   Lecture m_solde;
   Coche m_pointee, m_rapprochee, m_remise, m_validee;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

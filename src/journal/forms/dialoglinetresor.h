@@ -62,6 +62,7 @@ class CDialogLineTresor : public CZNDialog {
   ChoixPaiement m_paiement;
   EditeurMontant m_montant;
   Coche m_pointee, m_rapprochee, m_remise, m_validee;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -21,6 +21,9 @@ class DialogListeMois : public CZNDialog {
   void keyPressEvent(QKeyEvent* evenement) override;
 
   QListWidget m_liste;
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 class CDialogMonth : public DialogListeMois {
@@ -33,6 +36,9 @@ class CDialogMonth : public DialogListeMois {
  public Q_SLOTS:
   /// Without a selection the form ends as if it were cancelled.
   void accept() override;
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 class ZNDialogChangeMois : public DialogListeMois {
@@ -44,6 +50,9 @@ class ZNDialogChangeMois : public DialogListeMois {
 
  protected:
   bool Enregistre() override { return EstChoisi(); }
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -61,6 +61,7 @@ class CDialogMouvement : public CZNDialog {
   Lecture m_solde;
   Coche m_pointee, m_coche;
   ChoixMonnaie m_monnaie;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -36,6 +36,7 @@ class CDialogValidation : public CZNDialog {
   QRadioButton m_franc, m_euro;
   ChampsPeriode m_periode;
   QRadioButton m_valider, m_devalider, m_delier;  ///< shown in debug mode
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -39,6 +39,7 @@ class CDialogVirement : public CZNDialog {
   ChoixMonnaie m_monnaie;
   i16 m_mode = PaiementCheque;  ///< of the receipt last written: proposed for the next bank account
   bool m_enregistre = false;    ///< the form was cleared since the button was pressed
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -137,6 +137,7 @@ class CEcritureView : public Vue, public ListeEcritures {
   CMonth* m_mois;
   CEcrList* m_liste;
   BandeTotaux* m_bande;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/findesliens.h"
 #include "ui/tableliste.h"
 
 class QHBoxLayout;
@@ -49,6 +50,7 @@ class ListeLignes : public QWidget {
   QHBoxLayout* m_barre;
   QToolButton *m_ajouter, *m_modifier, *m_supprimer;
   bool m_permis = true;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <vector>
 
+#include "ui/findesliens.h"
 #include "store/dates.h"
 
 namespace fenlor {
@@ -67,6 +68,7 @@ class CMonth : public QWidget {
   int m_surligne = -1;
   int m_decalage = 0;  ///< pixels hidden at the left
   bool m_presse = false;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

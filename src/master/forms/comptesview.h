@@ -37,6 +37,7 @@ class ComptesView : public FichesView {
   const FormeCompte m_forme;
   bool m_deuxMonnaies;
   CPlan m_plan;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -18,6 +18,7 @@ class CDialogAdresseBanque : public CZNDialog {
   Lecture m_code;
   EditeurTexteLong m_identification;
   EditeurTexte m_compte;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

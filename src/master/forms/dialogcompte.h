@@ -63,6 +63,7 @@ class DialogCompte : public CZNDialog {
   bool m_aChange = false;
   Position m_derniere = 0;
   EditeurTexte m_code, m_numero, m_designation;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

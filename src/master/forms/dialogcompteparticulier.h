@@ -26,6 +26,7 @@ class ChampsComptesParticuliers : public QWidget {
   CFenlorApp& m_app;
   ModeleComptes m_modele;
   ChoixDeCompte m_virementRecette, m_virementDepense, m_perso, m_ecartCredit, m_ecartDebit;
+  FinDesLiens m_finLiens{*this};
 };
 
 /// Opened where a special account is found missing.
@@ -41,6 +42,7 @@ class CDialogCompteParticulier : public CZNDialog {
 
  private:
   ChampsComptesParticuliers m_champs;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

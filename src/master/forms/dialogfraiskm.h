@@ -56,6 +56,7 @@ class CDialogFraisKm : public CZNDialog {
   QPushButton* m_supprimer = nullptr;
   bool m_enregistre = false;
   bool m_sauve = false;  ///< by the last "&Enregistrer"
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -25,6 +25,7 @@ class CDialogLibelle : public CZNDialog {
   CLibelleView& m_liste;
   int m_ligne;
   EditeurTexte m_libelle;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

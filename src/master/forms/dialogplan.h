@@ -24,6 +24,7 @@ class CDialogPlan : public DialogCompte {
   ChampsAffectation m_affectation;
   SoldesAffiches m_soldes;
   ChampsRepartition m_repartition;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

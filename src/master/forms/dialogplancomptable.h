@@ -29,6 +29,7 @@ class CDialogPlanComptable : public DialogCompte {
   EditeurMontant m_taux;
   QLabel* m_pourcent = nullptr;
   ChampsRepartition m_repartition;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

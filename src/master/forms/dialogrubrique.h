@@ -56,6 +56,7 @@ class CDialogRubrique : public CZNDialog {
   QButtonGroup m_types, m_calculs;
   EditeurMontant m_montant;
   CZNListCtrl m_comptes;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

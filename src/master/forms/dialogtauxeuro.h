@@ -22,6 +22,7 @@ class CDialogTauxEuro : public CZNDialog {
   void Montre(int choisie);
   std::vector<TauxEuro> m_lignes;
   ListeEditee m_liste;
+  FinDesLiens m_finLiens{*this};
 };
 
 /// One row, checked against the others. Writes nothing.
@@ -41,6 +42,7 @@ class CDialogSaisieTaux : public CZNDialog {
   int m_modifie;
   EditeurDate m_date;
   EditeurMontant m_taux;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

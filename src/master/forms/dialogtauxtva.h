@@ -28,6 +28,7 @@ class CDialogTauxTVA : public CZNDialog {
   LigneTva m_ligne;
   EditeurTexte m_compte;
   EditeurMontant m_taux;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -22,6 +22,7 @@ class CDialogTresorerie : public DialogCompte {
  private:
   void ProposeNumero();
   ChampsTresorerie m_tresorerie;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

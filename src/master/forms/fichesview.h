@@ -41,6 +41,7 @@ class FichesView : public CZNListView {
   Position Choisie() const;
   void Saisit(Position position);
   void Supprime();
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -45,6 +45,7 @@ class CLibelleView : public CZNListView {
   std::map<ModeleListe::Donnee, std::string> m_libelles;  ///< by the data of their row
   ModeleListe::Donnee m_derniere = 0;                     ///< last data given to a row
   bool m_lu = false;                                      ///< the file, the last time it was read
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/findesliens.h"
 #include "ui/tableliste.h"
 
 class QPushButton;
@@ -47,6 +48,7 @@ class ListeEditee : public QWidget {
   Actions m_actions;
   CZNListCtrl* m_table;
   QPushButton *m_ajouter, *m_modifier, *m_supprimer;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -28,6 +28,7 @@ class CPageOptionActivite : public CZNPage {
   QCheckBox m_tva, m_euro, m_double;
   QPushButton* m_taux;
   bool m_affichageChange = false;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -23,6 +23,7 @@ class CPageOptionAdresseBanque : public CZNPage {
   std::vector<AdresseBanque> m_banques;
   ListeEditee m_liste;
   QCheckBox m_especes;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -16,6 +16,7 @@ class CPageOptionAssociation : public CZNPage {
  private:
   EditeurTexteLong m_identification;
   EditeurTexte m_numero, m_annee;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

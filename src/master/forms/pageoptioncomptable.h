@@ -15,6 +15,7 @@ class CPageOptionComptable : public CZNPage {
 
  private:
   EditeurTexteLong m_identification;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -15,6 +15,7 @@ class CPageOptionCompte : public CZNPage {
 
  private:
   ChampsComptesParticuliers m_champs;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

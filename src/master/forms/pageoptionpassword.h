@@ -18,6 +18,7 @@ class CPageOptionPassword : public CZNPage {
  private:
   SaisieMotDePasse Valeur() const;
   EditeurTexte m_ancien, m_nouveau, m_verification;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

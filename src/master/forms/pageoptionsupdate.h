@@ -21,6 +21,7 @@ class CPageOptionsUpdate : public CZNPage {
   QRadioButton m_demarrage, m_finSession, m_jamais;
   QSpinBox m_jours;
   EditeurTexte m_application;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -26,6 +26,7 @@ class CPageOptionTVA : public CZNPage {
   bool m_ouvert = false;  ///< the exercice is not closed
   bool m_comptesChanges = false;
   ListeEditee m_liste;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -16,6 +16,7 @@ class CPlanView : public ComptesView {
 
  private:
   const i16 m_type;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -22,6 +22,7 @@ class CRubriqueView : public FichesView {
  private:
   bool Lit(ModeleListe::Donnee donnee);
   CRubriques m_rubriques;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

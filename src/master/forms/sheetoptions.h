@@ -20,6 +20,7 @@ class CSheetOptions : public CZNSheet {
  private:
   CPageOptionActivite* m_activite;
   CPageOptionTVA* m_tva;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

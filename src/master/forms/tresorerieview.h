@@ -12,6 +12,9 @@ class CTresorerieView : public ComptesView {
 
  protected:
   std::unique_ptr<DialogCompte> Forme(Position position) override;
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -54,6 +54,7 @@ class CDialogPeriode : public CZNDialog {
   std::array<QRadioButton, 2> m_affichage;
   std::array<QRadioButton, 4> m_centralisation;
   std::vector<CompteListe> m_comptes;  ///< by row of the list; blank for a heading
+  FinDesLiens m_finLiens{*this};
 };
 
 /// Asks with the form.

@@ -3,6 +3,7 @@
 
 #include <QToolBar>
 
+#include "ui/findesliens.h"
 class QLabel;
 
 namespace fenlor {
@@ -27,6 +28,7 @@ class CPreviewToolBar : public QToolBar {
   QAction *m_unePage, *m_deuxPages, *m_premiere, *m_precedente, *m_suivante, *m_derniere, *m_plus, *m_moins,
       *m_ajuste;
   QLabel* m_page;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

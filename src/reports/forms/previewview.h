@@ -49,6 +49,7 @@ class CZNPreviewView : public Vue {
   CEtatView* m_etat;
   FeuillesApercu* m_feuilles;
   CPreviewToolBar* m_barre;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

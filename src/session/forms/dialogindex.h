@@ -21,6 +21,7 @@ class CDialogIndex : public CZNDialog {
  private:
   QListWidget m_fichiers;
   QCheckBox m_choisir;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -42,6 +42,7 @@ class CDialogNewExercice : public CZNDialog {
   EditeurTexte m_annee;
   EditeurDate m_debut, m_fin;
   QCheckBox m_tva, m_euro, m_double;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

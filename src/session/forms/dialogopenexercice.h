@@ -27,6 +27,7 @@ class CDialogOpenExercice : public CZNDialog {
   bool m_avecMotDePasse;
   std::string& m_destination;
   QListWidget m_liste;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -19,6 +19,7 @@ class CDialogPassword : public CZNDialog {
 
  private:
   EditeurTexte m_motDePasse;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -134,6 +134,7 @@ class CPagePropertiesExercice : public CZNPage {
   Lecture m_nom, m_dossier, m_debut, m_fin, m_tva, m_euro, m_cloture, m_total;
   QLineEdit m_emplacement;
   std::array<LigneFichier, 4> m_lignes;
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace

@@ -10,6 +10,9 @@ class CSheetProperties : public CZNSheet {
   Q_OBJECT
  public:
   explicit CSheetProperties(ContexteUi& contexte, QWidget* parent = nullptr);
+
+ private:
+  FinDesLiens m_finLiens{*this};
 };
 
 }  // namespace fenlor

@@ -1,0 +1,109 @@
+// What stands behind an open form is left alone: keys that were typed before the form came, menus, closing.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+
+#include "app/fabriques.h"
+#include "app/gestioncommandes.h"
+#include "app/mainframe.h"
+#include "journal/cabinetmedical.h"
+#include "outils/uidetest.h"
+#include "ui/dialogueqt.h"
+#include "ui/vue.h"
+
+namespace fenlor::test {
+namespace {
+
+class ModalesTest : public CabinetMedical {
+ protected:
+  void SetUp() override {
+    Installe();
+    Enregistre(Ecriture(JournalRecettes, "706", 50));
+    App().ExerciceOuvert = 1;
+    Principal = std::make_unique<CMainFrame>(App(), Dialogues);
+    PoseFabriques(*Principal);
+    Principal->resize(1000, 700);
+    Principal->show();
+    Principal->AppliqueRaccourcis();
+    Principal->MontreExercice();
+    Principal->OuvreUnique(FenRecettes);
+    Principal->activateWindow();
+    QApplication::processEvents();
+  }
+  void TearDown() override { Principal.reset(); }
+  int Ouvertes() const { return static_cast<int>(Principal->Zone().subWindowList().size()); }
+  /// Opens a form by its key and types another right behind, while the window still has the keyboard.
+  void Rafale(Qt::Key ouvre, QKeyCombination suite) {
+    QWindow* fenetre = Principal->windowHandle();
+    Principal->activateWindow();
+    QApplication::processEvents();
+    Frappe(fenetre, ouvre == Qt::Key_F ? Qt::ControlModifier | Qt::Key_F : QKeyCombination(ouvre));
+    Frappe(fenetre, suite);
+    for (int i = 0; i < 20; ++i) QApplication::processEvents();
+  }
+
+  DialogueQt Dialogues;
+  std::unique_ptr<CMainFrame> Principal;
+};
+
+TEST_F(ModalesTest, AucuneFenetreNeSeFermeSousUneForme) {
+  const struct {
+    Qt::Key touche;
+    const char* forme;
+  } cas[] = {
+      {Qt::Key_Insert, "DialogEcriture"}, {Qt::Key_F2, "DialogEcriture"}, {Qt::Key_F, "DialogCritere"}};
+  for (const auto& c : cas) {
+    SCOPED_TRACE(c.forme);
+    Robot robot;
+    robot.Attend(c.forme, [this](QDialog& forme) {
+      for (int i = 0; i < 20; ++i) QApplication::processEvents();
+      EXPECT_EQ(Ouvertes(), 1) << "Ctrl+W";
+      Principal->Zone().closeAllSubWindows();
+      Principal->close();
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      EXPECT_TRUE(Principal->isVisible());
+      EXPECT_EQ(Ouvertes(), 1);
+      forme.reject();
+    });
+    Rafale(c.touche, Qt::ControlModifier | Qt::Key_W);
+    EXPECT_EQ(Ouvertes(), 1);
+  }
+  Rafale(Qt::Key_Down, Qt::ControlModifier | Qt::Key_W);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(Ouvertes(), 0) << "with no form it does";
+}
+
+TEST_F(ModalesTest, AucuneCommandeDerriereUneForme) {
+  Robot robot;
+  robot.Attend("DialogEcriture", [this](QDialog& forme) {
+    bool menu = false;
+    QTimer garde;
+    garde.callOnTimeout([&menu] {
+      if (QWidget* popup = QApplication::activePopupWidget()) menu = popup->close();
+    });
+    garde.start(0);
+    QMetaObject::invokeMethod(Principal.get(), [this] {
+      Q_EMIT Principal->VueActive()->MenuDemande(QPoint(0, 0), {CmdSupprimer});
+    });
+    for (const unsigned commande :
+         {unsigned{CmdSupprimer}, unsigned{CmdFermerFenetres}, unsigned{CmdOptions}}) {
+      Principal->Table().Execute(commande);
+      Principal->Table().Action(commande)->trigger();
+    }
+    for (int i = 0; i < 20; ++i) QApplication::processEvents();
+    EXPECT_FALSE(menu);
+    EXPECT_EQ(Ouvertes(), 1);
+    forme.reject();
+  });
+  Rafale(Qt::Key_F2, Qt::Key_Delete);
+  EXPECT_EQ(robot.Vues, std::vector<std::string>{"DialogEcriture"});
+}
+
+}  // namespace
+}  // namespace fenlor::test
