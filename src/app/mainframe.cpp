@@ -206,7 +206,6 @@ void CMainFrame::BasculeCalculatrice() {
   }
   m_calculatrice = new CDialogCalculatrice(m_contexte, this);
   connect(m_calculatrice, &QDialog::finished, this, [this] { m_commandes->ActualiseEtats(); });
-  connect(m_calculatrice, &QObject::destroyed, this, [this] { m_commandes->ActualiseEtats(); });
   m_calculatrice->show();
   SuitModale(*m_calculatrice);
 }
