@@ -356,8 +356,7 @@ void CFenetreAide::Cherche(const QString& mots) {
   for (int i = 0; i < m_sommaire->topLevelItemCount(); ++i) filtre(filtre, m_sommaire->topLevelItem(i));
   m_recherche->setToolTip(premier ? QString() : TexteQ(AideRienTrouve, {De1252(mots)}));
   QPalette couleurs = palette();
-  const bool fondSombre = couleurs.color(QPalette::Base).lightnessF() < 0.5;
-  if (!premier) couleurs.setColor(QPalette::Text, fondSombre ? QColor(255, 150, 150) : QColor(180, 0, 0));
+  if (!premier) couleurs.setColor(QPalette::Text, CouleurFaute(couleurs));
   m_recherche->setPalette(couleurs);
   if (premier && !cherches.isEmpty() && courant && !courant->font(0).bold())
     m_sommaire->setCurrentItem(premier);

@@ -93,6 +93,12 @@ enum TexteId : unsigned {
   QuestionRemplaceFraisKm = 3380,
   QuestionEcrituresVariable = 3381,   ///< number of entries, variable
   QuestionSupprimeFraisKm = 3382,
+  // What is typed into the fields
+  ErrMontantIllisible = 3400,    ///< what was typed
+  ErrMontantBornes = 3401,       ///< what was typed; smallest, largest
+  ErrLigneRubrique = 3402,       ///< what was typed
+  InfoTermesInconnus = 3403,     ///< code of the heading; the terms
+  QuestionAnneesExercice = 3404, ///< name, first and last day
   // Titles
   TitreApplication = 5000,      ///< "Fenlor"
   FormatTitreErreur = 5001,     ///< "%s - Erreur (%u)"
@@ -513,6 +519,19 @@ enum TexteId : unsigned {
   MotGenre = 7300,         ///< by `GenreEtat`
   MotGroupeComptes = 7304, ///< by the bit of `MasqueComptes`
   FormatCompteChoisi = 7309,  ///< short number, designation
+  // Fields of the forms of entries, as their labels name them
+  NomChampTtc = 7400,
+  NomChampProfessionnel = 7401,
+  NomChampTva = 7402,
+  NomChampMontant = 7403,
+  NomChampDebit = 7404,
+  NomChampCredit = 7405,
+  NomChampLibelle = 7406,
+  NomChampCode = 7407,  ///< of the forms of accounts and headings
+  NomChampCompte = 7408,
+  NomChampDesignation = 7409,
+  NomChampRubrique = 7410,
+  NomChampFormule = 7411,
 };
 
 }  // namespace fenlor

@@ -211,6 +211,18 @@ constexpr LigneTexte lignes[] = {
     {7307, "TVA"},
     {7308, "AUTRES COMPTES"},
     {7309, "%s %s"},
+    {7400, "T.T.C."},
+    {7401, "Professionnelle"},
+    {7402, "T.V.A."},
+    {7403, "Montant"},
+    {7404, "Débit"},
+    {7405, "Crédit"},
+    {7406, "Libellé"},
+    {7407, "Code"},
+    {7408, "Compte"},
+    {7409, "Désignation"},
+    {7410, "Rubrique"},
+    {7411, "Formule"},
 };
 static_assert(EnOrdre(lignes));
 

@@ -253,6 +253,16 @@ constexpr LigneTexte lignes[] = {
      "Attention !\nIl existe %ld écriture(s) dans les comptes associés des rubriques utilisant la variable "
      "'&%s'. Si vous confirmez cette opération, ces écritures seront perdues!\n\nFaut-il les supprimer?"},
     {3382, "Suppression du montant?"},
+    {3400,
+     "\"%s\" ne peut pas être lu comme un nombre.\n\nÉcrivez par exemple 1250,50 ou 1 250,50 : rien n'a été "
+     "enregistré."},
+    {3401, "\"%s\" est hors des limites de ce champ : de %s à %s."},
+    {3402, "La ligne \"%s\" est incorrecte : un nombre de 1 à 999, ou rien."},
+    {3403,
+     "La formule de la rubrique %s nomme ce qui n'est ni une rubrique ni une variable : %s\n\nElle est "
+     "enregistrée telle quelle ; ces termes comptent pour zéro."},
+    {3404,
+     "L'exercice %s, du %s au %s, est bien loin de la date du jour.\n\nFaut-il vraiment le créer ?"},
 };
 static_assert(EnOrdre(lignes));
 

@@ -15,10 +15,11 @@ namespace {
 
 constexpr std::string_view symboleEuro = "\x80";
 constexpr std::size_t tailleMontantMax = 80;
+constexpr std::string_view blancs = " \xA0\t\r\n";
 
 bool EstChiffre(char c) { return c >= '0' && c <= '9'; }
 bool EstEspace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool EstAlphanumerique(char c) { return EstChiffre(c) || Majuscule(c) != c || Minuscule(c) != c; }
+bool EstAlphanumerique(char c) { return EstChiffre(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 i32 LitEntier(std::string_view texte) {
   std::size_t i = 0;
@@ -75,6 +76,38 @@ std::string FormatMonnaie(f64 valeur, std::string_view symbole) {
 std::string PoseSeparateur(std::string texte, char separateur) {
   std::replace(texte.begin(), texte.end(), '.', separateur);
   return texte;
+}
+
+/// The text without blanks around it and without the currency behind it.
+std::string SansMonnaie(std::string_view texte) {
+  const auto rogne = [&texte] {
+    texte.remove_prefix(std::min(texte.find_first_not_of(blancs), texte.size()));
+    texte.remove_suffix(texte.size() - (texte.find_last_not_of(blancs) + 1));
+  };
+  rogne();
+  if (texte.ends_with(symboleEuro) || texte.ends_with('F')) texte.remove_suffix(1);
+  rogne();
+  return std::string(texte);
+}
+
+/// Takes the marks between groups of three digits out; false when what stands there is no such number. Empty
+/// is one.
+bool OteGroupes(std::string& entiers, std::string_view separateurs) {
+  const std::size_t marque = entiers.find_first_not_of("0123456789");
+  if (marque == std::string::npos) return true;
+  const char signe = entiers[marque];
+  constexpr std::size_t groupe = 3;
+  const bool connue = separateurs.find(signe) != std::string_view::npos || signe == ' ' || signe == '\xA0';
+  if (!connue || marque == 0 || marque > groupe) return false;
+  std::string chiffres = entiers.substr(0, marque);
+  for (std::size_t i = marque; i < entiers.size(); i += groupe + 1) {
+    const std::string suite = entiers.substr(i + 1, groupe);
+    if (entiers[i] != signe || suite.size() != groupe || !std::all_of(suite.begin(), suite.end(), EstChiffre))
+      return false;
+    chiffres += suite;
+  }
+  entiers = chiffres;
+  return true;
 }
 
 }  // namespace
@@ -180,6 +213,28 @@ f64 TexteVersMontant(std::string_view texte, char separateur) {
   const auto lu = std::from_chars(copie.data() + debut, copie.data() + copie.size(), valeur);
   if (lu.ec != std::errc()) return 0;
   return negatif ? -valeur : valeur;
+}
+
+std::optional<std::string> NormeMontant(std::string_view texte, char separateur) {
+  if (texte.size() > tailleMontantMax) return std::nullopt;
+  std::string signe, corps = SansMonnaie(texte);
+  if (corps.empty())
+    return texte.find_first_not_of(blancs) == std::string_view::npos ? std::optional<std::string>{""}
+                                                                     : std::nullopt;
+  if (corps[0] == '-' || corps[0] == '+') {
+    if (corps[0] == '-') signe = "-";
+    corps.erase(0, corps.find_first_not_of(blancs, 1));
+  }
+  const std::string virgules = std::string(".,") + separateur;
+  std::size_t virgule = corps.find_last_of(virgules);
+  if (virgule != std::string::npos && std::count(corps.begin(), corps.end(), corps[virgule]) > 1)
+    virgule = std::string::npos;  // several alike
+  const std::string decimales = virgule == std::string::npos ? "" : corps.substr(virgule + 1);
+  std::string entiers = corps.substr(0, virgule);
+  if (!OteGroupes(entiers, virgules) || !std::all_of(decimales.begin(), decimales.end(), EstChiffre) ||
+      entiers.size() + decimales.size() == 0)
+    return std::nullopt;
+  return signe + entiers + (decimales.empty() ? "" : "." + decimales);
 }
 
 f64 TexteVersMontantNettoye(std::string_view texte, char separateur) {

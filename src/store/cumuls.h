@@ -18,10 +18,6 @@
 
 namespace fenlor {
 
-/// Largest amount, and largest total, that the store takes. Below 2^51 cents the
-/// way to units and back is exact.
-constexpr f64 MontantMax = 2e13;
-
 /// True for an amount that the store takes.
 inline bool MontantPossible(f64 montant) { return std::fabs(montant) <= MontantMax; }
 /// Whole cents, halves up. 0 for an amount that the store does not take.

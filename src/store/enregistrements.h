@@ -29,6 +29,10 @@ using Date = u32;
 /// Place of a record in its data file, from 1; 0 means no record.
 using Position = u32;
 
+/// Largest amount, and largest total, that the store takes in either currency. Below 2^51 cents the
+/// way to units and back is exact.
+constexpr f64 MontantMax = 2e13;
+
 /// `Plan::Type`.
 enum TypeCompte : i16 { Tresorerie = 0, Recette = 1, Depense = 2, Tva = 3, Autre = 4 };
 /// `Journal` of an entry.

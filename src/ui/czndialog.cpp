@@ -93,6 +93,7 @@ CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom
   pile->addWidget(defilement, 1);
   pile->addLayout(m_boutons);
   m_boutons->addStretch(1);
+  connect(qApp, &QApplication::focusChanged, this, &CZNDialog::QuitteMontant);
 }
 
 QPushButton& CZNDialog::AjouteBouton(const QString& texte, const char* nom) {
@@ -211,7 +212,8 @@ void CZNDialog::Focalise(QWidget& champ) {
   }
   champ.setFocus(Qt::OtherFocusReason);
   if (auto* ligne = qobject_cast<QLineEdit*>(&champ)) ligne->selectAll();
-  if (auto* lignes = qobject_cast<QPlainTextEdit*>(&champ)) lignes->selectAll();
+  // Were several lines selected, the next key would replace them all.
+  if (auto* lignes = qobject_cast<QPlainTextEdit*>(&champ)) lignes->moveCursor(QTextCursor::End);
   if (auto* nombre = qobject_cast<QAbstractSpinBox*>(&champ)) nombre->selectAll();
 }
 
@@ -252,10 +254,52 @@ bool CZNDialog::Quitte(QWidget& bouton) {
   return !ChampCourant();
 }
 
+/// An amount that cannot be read is refused as its field is left, unless the form is left too.
+void CZNDialog::QuitteMontant(QWidget* de, const QWidget* vers) {
+  auto* montant = qobject_cast<EditeurMontant*>(de);
+  if (!montant || !m_zone->isAncestorOf(montant) || !montant->isVisible() || !vers ||
+      vers->window() != this || vers->objectName() == "annuler"_L1 || montant->Refus() == 0)
+    return;
+  // During a click a box would swallow the release of the button.
+  if (QApplication::mouseButtons() == Qt::NoButton)
+    RefuseMontant(*montant);
+  else
+    QMetaObject::invokeMethod(
+        montant, [this, montant] { RefuseMontant(*montant); }, Qt::QueuedConnection);
+}
+
+bool CZNDialog::RefuseMontant(EditeurMontant& champ) {
+  const unsigned refus = champ.Refus();
+  if (refus == 0 || !champ.isEnabled() || champ.isReadOnly()) return true;
+  const auto arguments = champ.ArgumentsRefus();
+  Refuse(refus, champ, {arguments[0], arguments[1], arguments[2]});
+  champ.Normalise();
+  return false;
+}
+
+bool CZNDialog::ControleMontants() {
+  for (EditeurMontant* champ : m_zone->findChildren<EditeurMontant*>())
+    if (!champ->isHidden() && !RefuseMontant(*champ)) return false;
+  return true;
+}
+
+bool CZNDialog::QuitteChamps() { return (!m_defaut || Quitte(*m_defaut)) && ControleMontants(); }
+
+bool CZNDialog::EnregistreAvantFermer(unsigned question) {
+  switch (App().MessageId(BoutonsNonOuiAnnuler | IconeQuestion | DefautSecond, question)) {
+    case RepOui:
+      return QuitteChamps() && Enregistre();
+    case RepNon:
+      return true;
+    default:
+      return false;
+  }
+}
+
 void CZNDialog::accept() {
   if (m_occupe || m_mode == Mode::Consultation) return;
   QWidget* champ = ChampCourant();
-  if (m_defaut && !Quitte(*m_defaut)) return;
+  if (!QuitteChamps()) return;
   m_occupe = true;
   const bool enregistre = Enregistre();
   m_occupe = false;
@@ -278,7 +322,7 @@ void CZNDialog::VersVoisin(int pas, QWidget& bouton) {
   QWidget* champ = ChampCourant();
   if (!Quitte(bouton)) return;
   m_occupe = true;
-  const bool va = m_mode == Mode::Consultation || !Modifie() || Enregistre();
+  const bool va = m_mode == Mode::Consultation || !Modifie() || (ControleMontants() && Enregistre());
   m_occupe = false;
   if (!va) return;
   Voisin(pas);

@@ -15,6 +15,8 @@ class QPushButton;
 
 namespace fenlor {
 
+class EditeurMontant;
+
 /// A modal form. `objectName` is its class name without "C" ("DialogPassword"); F1
 /// shows the help page of that name. Enter goes from field to field when the
 /// preference "Entrée" says so, else it is the default button; Escape cancels. The
@@ -38,7 +40,7 @@ class CZNDialog : public QDialog {
   ContexteUi& Contexte() { return m_contexte; }
   /// Runs the form; true when it ended with OK.
   bool Execute() { return exec() == Accepted; }
-  /// Focus to a field, its text selected; opens the page that it stands on.
+  /// Focus to a field, its text selected (but not that of several lines); opens the page that it stands on.
   static void Focalise(QWidget& champ);
 
  public Q_SLOTS:
@@ -73,6 +75,12 @@ class CZNDialog : public QDialog {
   /// Reports error `numero`, then gives the focus to the field, its text selected.
   /// Returns false, so that a check is `return Refuse(...)`.
   bool Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments = {});
+  /// Leaves the current field as the OK button does, and refuses the first amount that cannot be read; false
+  /// when a field was refused. `accept` asks it before `Enregistre`; whoever saves from elsewhere does too.
+  bool QuitteChamps();
+  /// The question whether to save what was typed, before the form is closed: true when it was saved or is to be
+  /// given up. Escape on the question, and a save that failed, keep the form.
+  bool EnregistreAvantFermer(unsigned question);
   /// By the name given to the `Formulaire`; does nothing for an unknown one.
   void Focalise(const char* nom);
   /// Inputs disabled, texts still selectable: a closed exercice. Nothing can be saved any
@@ -85,6 +93,9 @@ class CZNDialog : public QDialog {
  private:
   void AppliqueDessin();
   bool Quitte(QWidget& bouton);
+  void QuitteMontant(QWidget* de, const QWidget* vers);
+  bool RefuseMontant(EditeurMontant& champ);
+  bool ControleMontants();
   void VersVoisin(int pas, QWidget& bouton);
   void VersPremier();
   QWidget* ChampCourant() const;  ///< null while a button below has the focus

@@ -1,101 +1,112 @@
 #include <QKeyEvent>
-#include <QValidator>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
 
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "ui/editeurs.h"
+#include "ui/preferences.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr int longueurMax = 40;
+constexpr int traitMarque = 2;
+/// A limit of so many characters holds more than the store does.
+constexpr int limiteSansEffet = 14;
 
-bool EstSeparateur(QChar c) { return c == u',' || c == u'.'; }
-
-/// Digits, one separator, and a sign at the beginning when `negatif`. Of several
-/// separators the last one counts, none when they are all the same (thousand marks).
-QString Filtre(const QString& texte, bool negatif, QChar separateur) {
-  const auto estSeparateur = [separateur](QChar c) { return EstSeparateur(c) || c == separateur; };
-  qsizetype virgule = -1;
-  unsigned nombre = 0;
-  bool pareils = true;
-  for (qsizetype i = 0; i < texte.size(); ++i) {
-    if (!estSeparateur(texte[i])) continue;
-    if (virgule >= 0 && texte[virgule] != texte[i]) pareils = false;
-    virgule = i;
-    ++nombre;
-  }
-  if (nombre > 1 && pareils) virgule = -1;
-  QString garde;
-  for (qsizetype i = 0; i < texte.size(); ++i) {
-    const QChar c = texte[i];
-    if ((c >= u'0' && c <= u'9') || i == virgule)
-      garde += c;
-    else if (negatif && garde.isEmpty() && (c == u'-' || c == QChar(0x2212)))
-      garde += u'-';
-  }
-  return garde;
+/// The text in the code page: signs and blanks that it lacks become those that it has.
+std::string Tape(QString texte) {
+  texte.replace(QChar(0x2212), u'-');
+  for (const char16_t blanc : {u'\u202F', u'\u2009', u'\u2007'}) texte.replace(QChar(blanc), u' ');
+  return De1252(texte);
 }
-
-class FiltreurMontant : public QValidator {
- public:
-  FiltreurMontant(QObject* parent, const bool& negatif, QChar separateur)
-      : QValidator(parent), m_negatif(negatif), m_separateur(separateur) {}
-  State validate(QString& texte, int& place) const override {
-    const QString filtre = Filtre(texte, m_negatif, m_separateur);
-    if (filtre != texte) {
-      place =
-          static_cast<int>(qMin(Filtre(texte.left(place), m_negatif, m_separateur).size(), filtre.size()));
-      texte = filtre;
-    }
-    return Acceptable;
-  }
-
- private:
-  const bool& m_negatif;
-  QChar m_separateur;
-};
 
 }  // namespace
 
 EditeurMontant::EditeurMontant(const Parametres& reglages, QWidget* parent)
     : QLineEdit(parent), m_reglages(reglages) {
   setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  setMaxLength(longueurMax);
-  setValidator(new FiltreurMontant(this, m_negatif, QLatin1Char(reglages.SeparateurDecimal())));
+  connect(this, &QLineEdit::textChanged, this, [this] {
+    m_marque = false;
+    update();
+  });
 }
 
-f64 EditeurMontant::Valeur() const {
-  return TexteVersMontant(De1252(text()), m_reglages.SeparateurDecimal());
+f64 EditeurMontant::Minimum() const { return m_minimum.value_or(m_negatif ? -Maximum() : 0); }
+
+f64 EditeurMontant::Maximum() const {
+  if (m_maximum) return *m_maximum;
+  if (m_limite == 0 || m_limite >= limiteSansEffet) return MontantMax;
+  const int entiers = m_limite - (m_decimales > 0 ? m_decimales + 1 : 0);
+  return std::pow(10, entiers) - std::pow(10, -m_decimales);
 }
+
+unsigned EditeurMontant::Refus() const {
+  if (!isModified()) return 0;
+  const char separateur = m_reglages.SeparateurDecimal();
+  const std::optional<std::string> norme = NormeMontant(Tape(text()), separateur);
+  if (!norme) return ErrMontantIllisible;
+  if (norme->empty()) return 0;
+  const f64 valeur = TexteVersMontant(*norme, separateur);
+  return valeur < Minimum() || valeur > Maximum() ? unsigned{ErrMontantBornes} : 0;
+}
+
+std::array<std::string, 3> EditeurMontant::ArgumentsRefus() const {
+  const auto texte = [this](f64 borne) {
+    const std::string nombre = FormatMontant(borne, m_decimales, m_reglages.SeparateurDecimal());
+    return nombre.empty() ? std::string("0") : nombre;
+  };
+  return {De1252(text()), texte(Minimum()), texte(Maximum())};
+}
+
+std::string EditeurMontant::Lu() const {
+  if (Refus() != 0) return {};
+  return NormeMontant(Tape(text()), m_reglages.SeparateurDecimal()).value_or(std::string());
+}
+
+f64 EditeurMontant::Valeur() const { return TexteVersMontant(Lu(), m_reglages.SeparateurDecimal()); }
 bool EditeurMontant::EstVide() const { return fenlor::EstVide(De1252(text())); }
 void EditeurMontant::Pose(f64 valeur) {
   setText(Q(FormatSaisie(valeur, m_decimales, m_reglages.ZeroDansBoite(), m_reglages.SeparateurDecimal())));
 }
 void EditeurMontant::PoseDecimales(int decimales) { m_decimales = decimales; }
 void EditeurMontant::PoseNegatif(bool permis) { m_negatif = permis; }
+void EditeurMontant::PoseLimite(int caracteres) { m_limite = caracteres; }
+void EditeurMontant::PoseBornes(f64 minimum, f64 maximum) {
+  m_minimum = minimum;
+  m_maximum = maximum;
+}
+
 void EditeurMontant::Normalise() {
-  if (!EstVide()) Pose(Valeur());
+  m_marque = Refus() != 0;
+  update();
+  if (!m_marque && !EstVide()) Pose(Valeur());
 }
 
 void EditeurMontant::keyPressEvent(QKeyEvent* evenement) {
-  const QString frappe = evenement->text();
-  const QLatin1Char separateur(m_reglages.SeparateurDecimal());
-  if (isReadOnly() || frappe.size() != 1 || !(EstSeparateur(frappe.front()) || frappe.front() == separateur))
+  // The access key of a button that is disabled is no letter.
+  if (evenement->modifiers() == Qt::AltModifier && !evenement->text().isEmpty()) return evenement->ignore();
+  const bool pave = evenement->modifiers() & Qt::KeypadModifier;
+  if (isReadOnly() || !pave || evenement->text() != QChar(u'.') || !m_reglages.IsVirgule())
     return QLineEdit::keyPressEvent(evenement);
   evenement->accept();
-  const QString reste = QString(text()).remove(selectionStart(), selectedText().size());
-  for (const QChar c : reste)
-    if (EstSeparateur(c) || c == separateur) return;
-  const bool pave = evenement->modifiers() & Qt::KeypadModifier;
-  const bool garde = pave && frappe.front() == u'.' && !m_reglages.IsVirgule();
-  insert(garde ? frappe : QString(separateur));
+  insert(QString(QLatin1Char(m_reglages.SeparateurDecimal())));
 }
 
 void EditeurMontant::focusOutEvent(QFocusEvent* evenement) {
   if (!isReadOnly()) Normalise();
   QLineEdit::focusOutEvent(evenement);
+}
+
+void EditeurMontant::paintEvent(QPaintEvent* evenement) {
+  QLineEdit::paintEvent(evenement);
+  if (!m_marque) return;
+  QPainter peintre(this);
+  peintre.setPen(QPen(CouleurFaute(palette()), traitMarque));
+  peintre.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 }  // namespace fenlor

@@ -127,6 +127,11 @@ void EditeurTexteLong::keyPressEvent(QKeyEvent* evenement) {
   const QString texte = evenement->text();
   const bool frappe = !texte.isEmpty() && texte.front().isPrint() && (!commande || altGr);
   if (isReadOnly() || !(frappe || (fin && !commande))) return QPlainTextEdit::keyPressEvent(evenement);
+  if (fin) {
+    QTextCursor place = textCursor();
+    place.setPosition(place.selectionEnd());
+    setTextCursor(place);
+  }
   Insere(fin ? QStringLiteral("\n") : texte);
   evenement->accept();
 }

@@ -7,7 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,7 +40,7 @@ class EditeurTexte : public QLineEdit {
   bool m_majuscules = false;
 };
 
-/// Several lines, as an address. The limit counts bytes with CR LF for a line end; a
+/// Several lines, as an address. Enter begins a line and takes nothing away. The limit counts bytes with CR LF for a line end; a
 /// pasted text loses what the code page lacks, and what goes beyond the limit.
 class EditeurTexteLong : public QPlainTextEdit {
   Q_OBJECT
@@ -62,11 +64,11 @@ class EditeurTexteLong : public QPlainTextEdit {
   int m_lignes = 3;
 };
 
-/// An amount or a rate, at most 40 characters. The point of the numeric pad becomes the
-/// decimal separator when the preference "Virgule" says so (the main one always does);
-/// either is read. Digits, one separator, and the sign when it is permitted: all else is
-/// dropped, so that a pasted "1 234,50 €" is 1234,50. Leaving the field writes the value
-/// back as the program shows it; a blank field stays blank.
+/// An amount or a rate. Whatever is typed or pasted stays as it is until the field is left; what can be read
+/// (`NormeMontant`: "1250,50", "1.250,50", "1 234,50 €") is then written back as the program shows it, a blank
+/// field stays blank. What cannot be read, or lies outside the limits, stays as it was typed, marked by a frame:
+/// the form refuses it (`CZNDialog`), and until then it counts as 0. The point of the numeric pad becomes
+/// the decimal separator when the preference "Virgule" says so.
 class EditeurMontant : public QLineEdit {
   Q_OBJECT
  public:
@@ -74,19 +76,37 @@ class EditeurMontant : public QLineEdit {
   explicit EditeurMontant(const Parametres& reglages, QWidget* parent = nullptr);
   f64 Valeur() const;  ///< 0 for a blank field
   bool EstVide() const;
+  /// The text as `TexteVersMontant` reads it; empty when it is blank or refused.
+  std::string Lu() const;
   void Pose(f64 valeur);
   void PoseDecimales(int decimales);  ///< default 2
-  void PoseNegatif(bool permis);      ///< default false: no sign can be typed
-  void Normalise();                   ///< writes the value back formatted
+  void PoseNegatif(bool permis);      ///< default false
+  void PoseLimite(int caracteres);    ///< of the value as it is shown; default: what the store takes
+  void PoseBornes(f64 minimum, f64 maximum);
+  void Normalise();                   ///< writes the value back formatted, or marks the field
+
+  /// Number of the refusal: 0, ErrMontantIllisible, ErrMontantBornes. A value that was not typed is not held
+  /// to the limits.
+  unsigned Refus() const;
+  std::array<std::string, 3> ArgumentsRefus() const;  ///< the typed text, the limits
+  /// Something else than 0 was typed, be it unreadable.
+  bool Porte() const { return Refus() != 0 || Valeur() != 0; }
+  bool EstMarque() const { return m_marque; }
 
  protected:
   void keyPressEvent(QKeyEvent* evenement) override;
   void focusOutEvent(QFocusEvent* evenement) override;
+  void paintEvent(QPaintEvent* evenement) override;
 
  private:
+  f64 Minimum() const;
+  f64 Maximum() const;
   const Parametres& m_reglages;
   int m_decimales = 2;
+  int m_limite = 0;
   bool m_negatif = false;
+  bool m_marque = false;
+  std::optional<f64> m_minimum, m_maximum;
 };
 
 /// A date. Takes 0105, 010504, 01052004, 1/5, 1/5/4, 01/05/2004, 1.5 and "1 5";

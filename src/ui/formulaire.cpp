@@ -77,6 +77,15 @@ QString NomAccessible(QString libelle) {
   return libelle;
 }
 
+/// Nothing is computed from an amount that cannot be read: the form refuses it.
+std::function<void()> SiLisible(QWidget* champ, std::function<void()> action) {
+  const auto* montant = qobject_cast<EditeurMontant*>(champ);
+  if (!montant) return action;
+  return [montant, action = std::move(action)] {
+    if (montant->Refus() == 0) action();
+  };
+}
+
 bool Cancelle(const QWidget& champ) { return champ.objectName() == QLatin1String("annuler"); }
 
 }  // namespace
@@ -240,7 +249,11 @@ Formulaire& Formulaire::Pousse() {
 }
 
 Formulaire& Formulaire::Limite(int caracteres) {
-  if (auto* ligne = qobject_cast<QLineEdit*>(m_dernier)) ligne->setMaxLength(caracteres);
+  // A pasted amount may be longer than the value that it stands for.
+  if (auto* montant = qobject_cast<EditeurMontant*>(m_dernier))
+    montant->PoseLimite(caracteres);
+  else if (auto* ligne = qobject_cast<QLineEdit*>(m_dernier))
+    ligne->setMaxLength(caracteres);
   if (auto* lignes = qobject_cast<EditeurTexteLong*>(m_dernier)) lignes->PoseLimite(caracteres);
   return Largeur(std::min(caracteres, largeurMax));
 }
@@ -264,6 +277,7 @@ Formulaire& Formulaire::Largeur(int caracteres) {
 }
 
 Formulaire& Formulaire::SurChangement(std::function<void()> action) {
+  action = SiLisible(m_dernier, std::move(action));
   if (auto* ligne = qobject_cast<QLineEdit*>(m_dernier))
     QObject::connect(ligne, &QLineEdit::textEdited, ligne, [action] { action(); });
   else if (auto* lignes = qobject_cast<QPlainTextEdit*>(m_dernier))
@@ -280,6 +294,7 @@ Formulaire& Formulaire::SurChangement(std::function<void()> action) {
 Formulaire& Formulaire::SurDepart(std::function<void()> action) {
   QWidget* champ = m_dernier;
   if (!champ) return *this;
+  action = SiLisible(champ, std::move(action));
   const auto dans = [](const QWidget* ancetre, const QWidget* widget) {
     return widget && (widget == ancetre || ancetre->isAncestorOf(widget));
   };

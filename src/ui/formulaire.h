@@ -55,7 +55,8 @@ class Formulaire {
   /// Width in characters of the form's font.
   Formulaire& Largeur(int caracteres);
   Formulaire& SurChangement(std::function<void()> action);  ///< by the user
-  /// The focus left the field, for whatever other field of the form.
+  /// The focus left the field, for whatever other field of the form. As above, not for an amount that cannot
+  /// be read, which the form refuses itself.
   Formulaire& SurDepart(std::function<void()> action);
   Formulaire& Inactif();
   Formulaire& Astuce(const QString& texte);  ///< tool tip

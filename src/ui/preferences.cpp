@@ -151,6 +151,11 @@ double Contraste(const QColor& a, const QColor& b) {
   return (plus + 0.05) / (moins + 0.05);
 }
 
+QColor CouleurFaute(const QPalette& palette) {
+  const bool fondSombre = palette.color(QPalette::Base).lightnessF() < 0.5;
+  return fondSombre ? QColor(255, 150, 150) : QColor(180, 0, 0);
+}
+
 QColor Lisible(const QColor& texte, const QColor& fond) { return LisibleSur(texte, fond, fond); }
 
 bool DitEchecReglages(CFenlorApp& app) {

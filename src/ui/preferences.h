@@ -43,6 +43,9 @@ double Contraste(const QColor& a, const QColor& b);
 /// `texte` when its contrast to `fond` is 3 at least, else black or white, whichever stands out more.
 QColor Lisible(const QColor& texte, const QColor& fond);
 
+/// What marks a field whose text is refused, on the palette's fields.
+QColor CouleurFaute(const QPalette& palette);
+
 /// Reports that the settings file could not be written (3220), with its path and the reason of
 /// the last write. Returns false.
 bool DitEchecReglages(CFenlorApp& app);

@@ -136,9 +136,49 @@ TEST(Valeurs, FormatsMonnaie) {
 TEST(Valeurs, Rubriques) {
   EXPECT_EQ(NormaliseRubrique("7a"), "7A ");
   EXPECT_EQ(NormaliseRubrique("a-bcd"), "A B");
-  EXPECT_EQ(NormaliseRubrique("12é4"_w), "12É"_w);
+  EXPECT_EQ(NormaliseRubrique("1é4"_w), "1 4");
   EXPECT_EQ(NormaliseRubrique(" \t"), "");
   EXPECT_EQ(NormaliseRubrique(""), "");
+}
+
+TEST(Valeurs, CeQuiSeLitCommeUnMontant) {
+  const struct {
+    const char *texte, *norme;  ///< null: cannot be read
+  } cas[] = {
+      {"", ""},
+      {" \t", ""},
+      {"1.250,50", "1250.50"},
+      {"1,250.50", "1250.50"},
+      {"12,5", "12.5"},
+      {"12.5", "12.5"},
+      {" -1 234 567,80 €", "-1234567.80"},
+      {"+3 F", "3"},
+      {"- 3", "-3"},
+      {"1.234.567", "1234567"},
+      {",5", ".5"},
+      {"5,", "5"},
+      {"1234,567", "1234.567"},
+      {"120+30", nullptr},
+      {"25,5,5abc", nullptr},
+      {"1e9", nullptr},
+      {"12a", nullptr},
+      {"12,,3.4", nullptr},
+      {"1 2", nullptr},
+      {"1.25,50", nullptr},
+      {"12.5.6", nullptr},
+      {"1.250 500,00", nullptr},
+      {",", nullptr},
+      {"-", nullptr},
+      {"--1", nullptr},
+      {"1-", nullptr},
+      {"€", nullptr},
+      {"0x10", nullptr},
+      {"inf", nullptr},
+  };
+  for (const auto& c : cas) {
+    const std::optional<std::string> lu = NormeMontant(DepuisUtf8(c.texte).value());
+    EXPECT_EQ(lu.value_or("?"), c.norme ? c.norme : "?") << c.texte;
+  }
 }
 
 TEST(Valeurs, TermesDeFormule) {

@@ -189,6 +189,40 @@ TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "annuler").text(), u"A&nnuler"_s);
 }
 
+TEST_F(FormulaireTest, WhatIsNoAmountIsRefusedAtItsField) {
+  CDialogEssai dialogue(Contexte, Mode::Ajout);
+  Montre(dialogue);
+  Tape(Trouve<QWidget>(dialogue, "libelle"), u"Essai"_s);
+  auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
+  for (const bool quitte : {true, false}) {
+    Boite.Oublie();
+    Tape(montant, u"120+30"_s);
+    quitte ? Touche(dialogue, Qt::Key_Tab) : Touche(dialogue, Qt::Key_Return);
+    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3400}) << "told once";
+    EXPECT_EQ(Focus(dialogue), "montant");
+    EXPECT_EQ(montant.selectedText(), u"120+30"_s) << "as it was typed, to be typed again";
+    EXPECT_TRUE(montant.EstMarque());
+  }
+  EXPECT_TRUE(dialogue.Fiches.empty());
+  EXPECT_TRUE(dialogue.Traces.empty()) << "nothing is computed from it";
+  Tape(montant, u"150"_s);
+  EXPECT_FALSE(montant.EstMarque());
+  Touche(dialogue, Qt::Key_Return);
+  ASSERT_EQ(dialogue.Fiches.size(), 1u);
+  EXPECT_EQ(dialogue.Fiches[0].montant, 150);
+}
+
+TEST_F(FormulaireTest, TheFocusNeverSelectsAWholeLongText) {
+  CDialogEssai dialogue(Contexte, Mode::Modification);
+  dialogue.Montre({0, "Essai", "Dr\r\nMartin", "", "1", 5, false, false});
+  Montre(dialogue);
+  auto& adresse = Trouve<QPlainTextEdit>(dialogue, "adresse");
+  CZNDialog::Focalise(adresse);
+  EXPECT_FALSE(adresse.textCursor().hasSelection());
+  Touche(dialogue, Qt::Key_Return);
+  EXPECT_TRUE(adresse.toPlainText().startsWith(u"Dr\nMartin"_s));
+}
+
 TEST_F(FormulaireTest, CheckFindsFaults) {
   QDialog mauvais;
   auto* label = new QLabel(u"&Nom"_s, &mauvais);

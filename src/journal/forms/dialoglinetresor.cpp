@@ -2,7 +2,6 @@
 
 #include <QBoxLayout>
 #include <QPushButton>
-#include <QValidator>
 
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -87,11 +86,8 @@ void CDialogLineTresor::Propose() {
   ChangeCompte(PaiementCheque);
   const f64 reste = MontantDeChamp(m_ouverture.ttc - m_lignes.Total());
   const bool couvert = m_ouverture.ttc == 0 || (m_ouverture.ttc < 0 ? reste > 0 : reste < 0);
-  // Of both currencies in the form of Euro; the sign goes as soon as the field is typed in or left.
-  const QValidator* filtre = m_montant.validator();
-  m_montant.setValidator(nullptr);
+  // Of both currencies in the form of Euro; the sign goes as soon as the field is left.
   m_montant.setText(Q(couvert ? std::string{} : FormatEuro(reste)));
-  m_montant.setValidator(filtre);
 }
 
 void CDialogLineTresor::Montre(const LigneTresorLue& ligne) {

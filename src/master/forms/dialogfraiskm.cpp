@@ -27,6 +27,7 @@ QLabel* Mot(const QString& texte) { return new QLabel(texte); }
 EditeurPas::EditeurPas(const Parametres& reglages, f64 minimum, f64 maximum, f64 pas, int decimales)
     : EditeurMontant(reglages), m_minimum(minimum), m_maximum(maximum), m_pas(pas) {
   PoseDecimales(decimales);
+  PoseBornes(minimum, maximum);
 }
 
 void EditeurPas::keyPressEvent(QKeyEvent* evenement) {
@@ -34,17 +35,10 @@ void EditeurPas::keyPressEvent(QKeyEvent* evenement) {
   if (isReadOnly() || (!monte && evenement->key() != Qt::Key_Down))
     return EditeurMontant::keyPressEvent(evenement);
   evenement->accept();
+  if (Refus() != 0) return;
   Pose(std::clamp(Valeur() + (monte ? m_pas : -m_pas), m_minimum, m_maximum));
   selectAll();
   Q_EMIT textEdited(text());
-}
-
-void EditeurPas::focusOutEvent(QFocusEvent* evenement) {
-  if (const f64 tenu = std::clamp(Valeur(), m_minimum, m_maximum); !EstVide() && tenu != Valeur()) {
-    Pose(tenu);
-    Q_EMIT textEdited(text());
-  }
-  EditeurMontant::focusOutEvent(evenement);
 }
 
 CDialogFraisKm::CDialogFraisKm(ContexteUi& contexte, QWidget* parent)
@@ -132,8 +126,9 @@ void CDialogFraisKm::DeclareBareme(Formulaire& formulaire) {
   grille->setColumnStretch(colonneFin, 1);
   nomme(m_fixe, u"fixe"_s, u"Part fixe de la tranche 2"_s);
   const int chiffre = m_fixe.fontMetrics().horizontalAdvance(u'0');
-  for (QLineEdit* champ : std::initializer_list<QLineEdit*>{&m_fixe, &m_taux[0], &m_taux[1], &m_taux[2]}) {
-    champ->setMaxLength(9);
+  for (EditeurMontant* champ :
+       std::initializer_list<EditeurMontant*>{&m_fixe, &m_taux[0], &m_taux[1], &m_taux[2]}) {
+    champ->PoseLimite(9);
     champ->setFixedWidth(12 * chiffre);
   }
   QWidget::setTabOrder(&m_sup, &m_taux[0]);
@@ -143,8 +138,13 @@ void CDialogFraisKm::DeclareBareme(Formulaire& formulaire) {
   connect(&m_taux[0], &QLineEdit::textEdited, this, [this] { MontreMontant(); });
 }
 
-FicheFraisKm CDialogFraisKm::Lit() const {
-  const auto texte = [](const QLineEdit& champ) { return De1252(champ.text()); };
+FicheFraisKm CDialogFraisKm::Lit() {
+  // The figure alone, whatever blanks or marks stand in a text that is being typed.
+  const auto texte = [separateur = App().Reglages.SeparateurDecimal()](const EditeurMontant& champ) {
+    std::string lu = champ.Lu();
+    std::replace(lu.begin(), lu.end(), '.', separateur);
+    return lu;
+  };
   FicheFraisKm fiche;
   fiche.enregistre = m_enregistre;
   fiche.compteur = m_compteur.isChecked();

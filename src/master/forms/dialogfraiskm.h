@@ -10,8 +10,7 @@
 
 namespace fenlor {
 
-/// A number between two limits; the arrow keys go up and down by a step. Leaving the field brings the
-/// number within the limits; a blank field stays blank.
+/// A number between two limits; the arrow keys go up and down by a step.
 class EditeurPas : public EditeurMontant {
   Q_OBJECT
  public:
@@ -19,7 +18,6 @@ class EditeurPas : public EditeurMontant {
 
  protected:
   void keyPressEvent(QKeyEvent* evenement) override;
-  void focusOutEvent(QFocusEvent* evenement) override;
 
  private:
   const f64 m_minimum, m_maximum, m_pas;
@@ -39,7 +37,7 @@ class CDialogFraisKm : public CZNDialog {
  private:
   void DeclareDistance(Formulaire& formulaire);
   void DeclareBareme(Formulaire& formulaire);
-  FicheFraisKm Lit() const;
+  FicheFraisKm Lit();
   void Montre(const FicheFraisKm& fiche);
   void ChangeMode();
   void ChangeReleves();

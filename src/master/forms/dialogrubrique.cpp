@@ -144,7 +144,7 @@ void CDialogRubrique::PoseDecimales() {
 /// Takes what is typed into the heading in hand, so that it outlives a change of the radio buttons.
 void CDialogRubrique::LitCalcul() {
   if (m_formule.isEnabled()) m_fiche.formule = NormeTexte(m_formule.Valeur());
-  if (m_montant.isEnabled() && m_montant.Valeur() != Arrondi2(m_fiche.montant))
+  if (m_montant.isEnabled() && m_montant.Refus() == 0 && m_montant.Valeur() != Arrondi2(m_fiche.montant))
     m_fiche.montant = m_montant.Valeur();
 }
 

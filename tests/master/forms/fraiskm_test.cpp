@@ -133,7 +133,9 @@ TEST_F(FormeFraisKm, Clavier) {
   }
   Tape(Champ(f, "taux1"), u"5000"_s);
   Va(Champ(f, "fixe"));
-  EXPECT_EQ(Champ(f, "taux1").text(), u"999,999"_s);
+  EXPECT_EQ(Champ(f, "taux1").text(), u"5000"_s) << "not turned into its limit";
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3401});
+  EXPECT_EQ(Focus(f), "taux1");
 }
 
 TEST_F(FormeFraisKm, EcrituresDesRubriques) {

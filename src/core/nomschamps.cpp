@@ -1,0 +1,22 @@
+#include "core/nomschamps.h"
+
+#include "core/textes.h"
+
+namespace fenlor {
+
+std::string NomChamp(std::string_view champ) {
+  constexpr struct {
+    std::string_view champ;
+    unsigned nom;
+  } noms[] = {{"ttc", NomChampTtc},           {"professionnel", NomChampProfessionnel},
+              {"tva", NomChampTva},           {"montant", NomChampMontant},
+              {"debit", NomChampDebit},       {"credit", NomChampCredit},
+              {"libelle", NomChampLibelle},   {"code", NomChampCode},
+              {"compte", NomChampCompte},     {"designation", NomChampDesignation},
+              {"rubrique", NomChampRubrique}, {"formule", NomChampFormule}};
+  for (const auto& n : noms)
+    if (n.champ == champ) return Texte(n.nom);
+  return std::string(champ);
+}
+
+}  // namespace fenlor
