@@ -2,11 +2,15 @@
 
 #include <cstdio>
 
+#include "core/btfiles.h"
 #include "core/valeurs.h"
 
 namespace fenlor {
 
 namespace {
+
+/// Years that are made without a question.
+constexpr unsigned premiereAnnee = 1950, anneesAvance = 10;
 
 std::string NomAnnee(unsigned annee) {
   char texte[16];
@@ -82,6 +86,31 @@ ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
     default:
       return {ErrMagasin, ""};
   }
+}
+
+/// What the fields hold is a period; told with what was typed there.
+ResultatExercice ControlePeriode(CFenlorApp& app, const FormulaireExercice& f) {
+  if (IsDateOk(f.debut) && IsDateOk(f.fin) && f.debut < f.fin) return {};
+  const auto texte = [](Date date, const std::string& saisi) {
+    return saisi.empty() ? StrDate(date) : saisi;
+  };
+  return Refuse(app, ErrPeriode, IsDateOk(f.debut) && !IsDateOk(f.fin) ? "fin" : "debut",
+                {texte(f.debut, f.debutSaisi), texte(f.fin, f.finSaisie)});
+}
+
+/// The name reads as a year of the last five: with entries, the law keeps it.
+bool TropRecent(CFenlorApp& app, const std::string& nom) {
+  return i64{TexteVersEntier(nom)} + 5 > i64{Annee(app.Magasin.Today())};
+}
+
+/// An exercice of that name may go: what may not be deleted is not replaced either.
+ResultatExercice ControleRemplacement(CFenlorApp& app, const std::string& nom) {
+  if (app.Reglages.IsExerciceCloture(nom)) return Refuse(app, 3056, "annee");
+  const std::string chemin = app.Magasin.CheminExercice(nom);
+  if (!TropRecent(app, nom) || !app.Magasin.QVExistFile(Joint(chemin, "JOURNAL.dat"))) return {};
+  CLines journal(app, chemin);
+  if (!journal.OpenFile()) return {3011, "annee"};
+  return app.Magasin.QVNumberOfKey(journal.NumCle) == 0 ? ResultatExercice{} : Refuse(app, 3039, "annee");
 }
 
 void OublieExercice(CFenlorApp& app) {
@@ -172,6 +201,13 @@ ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
     if (Annee(f.debut) > 2001 && !f.euro)
       return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
   }
+  if (const ResultatExercice r = ControlePeriode(app, f); !r) return r;
+  if (const ResultatExercice r = ControleRemplacement(app, nom); !r) return r;
+  const unsigned an = Annee(f.debut), courant = Annee(app.Magasin.Today());
+  if ((an < premiereAnnee || an > courant + anneesAvance) &&
+      app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionAnneesExercice,
+                    {nom, StrDate(f.debut), StrDate(f.fin)}) != RepOui)
+    return {QuestionAnneesExercice, "annee"};
   if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) {
     const ResultatExercice refus = RefusMagasin(app, f);
     if (app.Magasin.NomExercice().empty()) OublieExercice(app);
@@ -207,9 +243,7 @@ void FermeExercice(CFenlorApp& app) {
 ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
   const std::string nom = app.NomExercice;
   if (nom.empty()) return Refuse(app, ErrAucunExercice, "");
-  const i64 archive = i64{TexteVersEntier(nom)} + 5;
-  if (archive > i64{Annee(app.Magasin.Today())} && app.Magasin.GetJournalRec(0) != 0)
-    return Refuse(app, 3039, "");
+  if (TropRecent(app, nom) && app.Magasin.GetJournalRec(0) != 0) return Refuse(app, 3039, "");
   if (app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSupprimeExercice, {nom}) != RepOui)
     return {QuestionSupprimeExercice, ""};
   if (avant) avant();

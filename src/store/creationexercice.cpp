@@ -23,7 +23,8 @@ namespace fenlor {
 namespace {
 
 constexpr std::string_view SuffixeRemplace = ".remplace~", SuffixeSupprime = ".supprime~";
-constexpr u32 StyleOuiNonQuestion = 4 | 32;
+/// Yes and no, of which no is the default: yes destroys.
+constexpr u32 StyleOuiNonQuestion = 4 | 32 | 256;
 constexpr u32 ReponseOui = 6;
 constexpr u64 TailleTextesMax = 1u << 22;
 

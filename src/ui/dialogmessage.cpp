@@ -129,13 +129,14 @@ CDialogMessage::CDialogMessage(const QString& titre, const QString& texte, unsig
   auto* bas = new QHBoxLayout;
   bas->addStretch(1);
   colonne->addLayout(bas);
-  bool premier = true;
+  int avantDefaut = style & DefautSecond ? 1 : 0;
   for (const BoutonMessage& b : BoutonsDe(style)) {
     auto* bouton = new QPushButton(Image(b.image), b.texte, this);
     bouton->setObjectName(u"bouton%1"_s.arg(b.reponse));
-    bouton->setDefault(premier);
-    if (premier) bouton->setFocus();
-    premier = false;
+    const bool defaut = avantDefaut-- == 0;
+    bouton->setDefault(defaut);
+    bouton->setAutoDefault(defaut);
+    if (defaut) bouton->setFocus();
     connect(bouton, &QPushButton::clicked, this, [this, reponse = b.reponse] { Repond(reponse); });
     bas->addWidget(bouton);
   }

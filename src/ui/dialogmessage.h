@@ -24,7 +24,7 @@ int ReponseFuite(unsigned style);
 
 /// A message (`objectName` "DialogMessage", buttons "bouton1" by their results). The text is wrapped
 /// and can be selected; the box grows with it up to the height of the screen, then the text scrolls. Enter
-/// is the first button shown; the letter of an access key works without Alt; Ctrl+C copies title
+/// is the first button shown, or the second (`DefautSecond`); the letter of an access key works without Alt; Ctrl+C copies title
 /// (which holds an error's number) and text. A beep goes with the box.
 class CDialogMessage : public QDialog {
   Q_OBJECT

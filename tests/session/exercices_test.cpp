@@ -153,6 +153,49 @@ TEST_F(SessionExercices, CreerRefuseAvecSonNumero) {
   EXPECT_EQ(Magasin().GetExercicesRec(), 1u);
 }
 
+TEST_F(SessionExercices, CeQuiNeSeSupprimePasNeSeRemplacePas) {
+  ASSERT_TRUE(Cree(Annee("2002")));
+  ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2002), "706", 30, "512"), 0u);
+  ASSERT_TRUE(Cree(Annee("2003")));
+  Boite.Defaut = RepOui;
+  EXPECT_EQ(Cree(Annee("2002")).erreur, 3039u) << "entries, less than five years old";
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2002", "Cloture", "05/01/2003"));
+  EXPECT_EQ(Cree(Annee("2002")).erreur, 3056u) << "closed";
+  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3039, 3056}));
+  EXPECT_TRUE(Boite.Questions.empty());
+  EXPECT_EQ(App().NomExercice, "2003") << "what is open stays open";
+  ASSERT_TRUE(Ouvre("2002"));
+  EXPECT_EQ(Magasin().GetJournalRec(0), 2u);
+  // Without entries, or old enough, it is a question, whose default is "Non".
+  EXPECT_TRUE(Cree(Annee("2003")));
+  ASSERT_EQ(Boite.Questions.size(), 1u);
+  EXPECT_TRUE(Boite.Questions[0].style & DefautSecond);
+}
+
+TEST_F(SessionExercices, UneAnneeLointaineSeDemande) {
+  const struct {
+    const char* annee;
+    bool demande;
+  } cas[] = {{"1950", false}, {"2013", false}, {"1949", true},
+             {"2014", true},  {"9999", true},  {"1000", true}};
+  for (const auto& c : cas) {
+    Boite.Oublie();
+    EXPECT_EQ(Cree(Annee(c.annee)).erreur, c.demande ? 3404u : 0u) << c.annee;
+    EXPECT_EQ(Boite.Questions.size(), c.demande ? 1u : 0u) << c.annee;
+  }
+  EXPECT_EQ(Magasin().GetExercicesRec(), 2u);
+  // The year that is typed is that of the dates.
+  for (const char* annee : {"20", "203", "1"}) {
+    Boite.Oublie();
+    EXPECT_EQ(Cree(Annee(annee)).erreur, 3404u) << annee;
+    ASSERT_EQ(Boite.Questions.size(), 1u) << annee;
+    EXPECT_NE(Boite.Questions[0].texte.find("01/01/0"), std::string::npos) << Boite.Questions[0].texte;
+  }
+  Boite.Defaut = RepOui;
+  EXPECT_TRUE(Cree(Annee("0203")));
+  EXPECT_EQ(App().Reglages.GetDebutExercice(), Jour1(203));
+}
+
 TEST_F(SessionExercices, OuvrirUnRepertoireInutilisable) {
   ASSERT_TRUE(Cree(Annee("2002")));
   ASSERT_TRUE(Cree(Annee("2003")));

@@ -11,6 +11,7 @@
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
+#include <set>
 
 #include "core/textes.h"
 #include "outils/uidetest.h"
@@ -78,6 +79,29 @@ TEST_F(Messages, BoutonsEtReponses) {
     EXPECT_EQ(Dlg.Message(jeu.style, 0, "Question"), jeu.echap) << jeu.style;
     robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(d.focusWidget(), Qt::Key_Return); });
     EXPECT_EQ(Dlg.Message(jeu.style, 0, "Question"), jeu.reponses.front()) << jeu.style;
+  }
+}
+
+TEST_F(Messages, EntreeEstLeSecondBoutonOuLaReponseDetruirait) {
+  const unsigned destructrices[] = {3302, 3303, 3304, 3305, 3306, 3308, 3309, 3316,
+                                    3332, 3333, 3346, 3350, 3380, 3381, 3382, 3404};
+  const std::set<unsigned> attendues(std::begin(destructrices), std::end(destructrices));
+  const auto entree = [&](unsigned numero) {
+    int reponse = 0;
+    Robot robot;
+    robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(&d, Qt::Key_Return); });
+    CFenlorApp session(Magasin(), Dlg);
+    reponse = session.MessageId(BoutonsOuiNon | IconeQuestion, numero);
+    return reponse;
+  };
+  for (const unsigned numero : attendues) EXPECT_EQ(entree(numero), RepNon) << numero;
+  EXPECT_EQ(entree(3317), RepOui) << "a question that saves";
+  // Whatever text tells of a loss is among them.
+  for (unsigned numero = 3300; numero < 5000; ++numero) {
+    const std::string texte = Texte(numero);
+    if (texte.find('?') == std::string::npos || attendues.contains(numero)) continue;
+    for (const char* mot : {"uppression", "upprim", "perdu", "remplacer", "Renum"})
+      EXPECT_EQ(texte.find(mot), std::string::npos) << numero;
   }
 }
 

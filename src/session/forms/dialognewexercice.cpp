@@ -51,9 +51,9 @@ void CDialogNewExercice::Construit() {
       .SurDepart([this] { QuitteDate(m_fin); })
       .FinGroupe()
       .Groupe(u"Options"_s)
-      .Case(m_tva, u"Assujetti à la &T.V.A."_s, "tva")
-      .Case(m_euro, u"&Comptabilité en EURO"_s, "euro")
-      .Case(m_double, u"Afficher les deux &monnaies"_s, "double")
+      .Case(m_tva, u"Assujetti à la &T.V.A. :"_s, "tva")
+      .Case(m_euro, u"&Comptabilité en EURO :"_s, "euro")
+      .Case(m_double, u"Afficher les Deux &Monnaies : "_s, "double")
       .FinGroupe();
   m_annee.setAccessibleName(u"Année de l'exercice"_s);
   for (QRadioButton* choix : {&m_annuel, &m_periode}) {
@@ -108,6 +108,11 @@ void CDialogNewExercice::QuitteDate(EditeurDate& editeur) {
 
 bool CDialogNewExercice::Enregistre() {
   LitCases();
+  // A year of less than four digits moved nothing while it was typed.
+  if (m_formulaire.annuel && m_nomImpose.empty()) ChangeAnnee(m_formulaire, m_annee.Valeur());
+  LitCases();
+  m_formulaire.debutSaisi = m_debut.EstDate() ? std::string() : De1252(m_debut.text());
+  m_formulaire.finSaisie = m_fin.EstDate() ? std::string() : De1252(m_fin.text());
   Contexte().Cadre.FermeToutes();
   const ResultatExercice resultat = CreeExercice(App(), m_formulaire);
   Contexte().Cadre.MontreExercice();

@@ -213,13 +213,44 @@ TEST_F(FormesExercices, UnRefusGardeLeFormulaireEtMontreLeChamp) {
 TEST_F(FormesExercices, RemplacerLExerciceOuvert) {
   Exercices({"2003"});
   ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 20, "512"), 0u);
-  Boite.Reponses = {RepOui};
-  EXPECT_TRUE(Nouveau([](QDialog& f) {
+  const auto remplace = [](QDialog& f) {
     Tape(Trouve<QLineEdit>(f, "annee"), u"2003"_s);
     QTest::keyClick(f.focusWidget(), Qt::Key_Return);
-  }));
+    if (f.isVisible()) Clique(Bouton(f, u"A&nnuler"_s));
+  };
+  Boite.Defaut = RepOui;
+  EXPECT_FALSE(Nouveau(remplace));
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3039});
+  EXPECT_EQ(Magasin().GetJournalRec(0), 2u);
+  Magasin().FixeAujourdhui(FaitDate(1, 2, 2008));
+  EXPECT_TRUE(Nouveau(remplace));
   EXPECT_EQ(destination, "2003");
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
+}
+
+TEST_F(FormesExercices, UneAnneeCourteDonneSesDates) {
+  Nouveau([](QDialog& f) {
+    Tape(Trouve<QLineEdit>(f, "annee"), u"203"_s);
+    Clique(Bouton(f, u"&Ok"_s));
+    EXPECT_TRUE(f.isVisible());
+    Clique(Bouton(f, u"A&nnuler"_s));
+  });
+  ASSERT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{3404});
+  EXPECT_NE(Boite.Questions[0].texte.find("01/01/0203"), std::string::npos) << Boite.Questions[0].texte;
+}
+
+TEST_F(FormesExercices, UneDateIrreelleEstDansSonMessage) {
+  Nouveau([](QDialog& f) {
+    EXPECT_TRUE(Textes(f).contains(u"Assujetti à la &T.V.A. :"_s));
+    EXPECT_TRUE(Textes(f).contains(u"&Comptabilité en EURO :"_s));
+    EXPECT_TRUE(Textes(f).contains(u"Afficher les Deux &Monnaies : "_s));
+    Clique(Trouve<QAbstractButton>(f, "periode"));
+    Tape(Trouve<QLineEdit>(f, "debut"), u"31/02/2005"_s);
+    Clique(Bouton(f, u"&Ok"_s));
+    Clique(Bouton(f, u"A&nnuler"_s));
+  });
+  ASSERT_EQ(Boite.Erreurs.size(), 1u);
+  EXPECT_NE(Boite.Erreurs[0].texte.find("31/02/2005"), std::string::npos) << Boite.Erreurs[0].texte;
 }
 
 TEST_F(FormesExercices, UneDateTapeeCompteSansQuitterSonChamp) {
