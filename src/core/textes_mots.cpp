@@ -179,7 +179,7 @@ constexpr LigneTexte lignes[] = {
     {5752, "Application QVUpdate"},
     {5753, "fenlor"},
     {5754, "445"},
-    {5755, "T.V.A. à %s%%"},
+    {5755, "T.V.A. à %s %%"},
     {5756, "TVA%s"},
     {5757, "%s %%"},
     {5760, "Compte associé|L|20|Nom et adresse|L|46|Numéro de compte|L|34"},

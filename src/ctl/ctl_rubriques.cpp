@@ -74,7 +74,9 @@ class CommandeFiche {
 
   int Enregistre() {
     const ResultatMaster r = EnregistreRubrique(m_app, m_fiche);
-    return r ? Dit("enregistrée."_w) : m_contexte.RefuseRegle(r.erreur);
+    if (!r) return m_contexte.RefuseRegle(r.erreur);
+    if (const std::string& avis = m_contexte.Dialogue.Information(); !avis.empty()) m_contexte.Avertit(avis);
+    return Dit("enregistrée."_w);
   }
 
   int Supprime() {

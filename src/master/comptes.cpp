@@ -1,7 +1,9 @@
 #include "master/comptes.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "core/nomschamps.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
@@ -112,8 +114,8 @@ class Enregistrement {
     using Controle = ResultatMaster (Enregistrement::*)() const;
     for (const Controle controle :
          {&Enregistrement::Limites, &Enregistrement::Obligatoires, &Enregistrement::Fige,
-          &Enregistrement::Reserve, &Enregistrement::SoldeCrediteur, &Enregistrement::Classe,
-          &Enregistrement::Doubles})
+          &Enregistrement::Reserve, &Enregistrement::Solde, &Enregistrement::SoldeCrediteur,
+          &Enregistrement::Classe, &Enregistrement::Doubles})
       if (const ResultatMaster r = (this->*controle)(); !r) return r;
     Remplit();
     return Ecrit();
@@ -136,7 +138,8 @@ class Enregistrement {
                   {"rubrique", m_fiche.rubrique.size(), sizeof m_rec.Rubrique - 1}};
     for (const auto& texte : textes)
       if (texte.longueur > texte.limite)
-        return Refuse(m_app, ErrTexteTropLong, texte.champ, {texte.champ, std::to_string(texte.limite)});
+        return Refuse(m_app, ErrTexteTropLong, texte.champ,
+                      {NomChamp(texte.champ), std::to_string(texte.limite)});
     return {};
   }
 
@@ -211,11 +214,33 @@ class Enregistrement {
     const bool tresorerie = m_type == Tresorerie;
     m_rec.TypeTresorerie = tresorerie && m_fiche.banque ? 1 : 0;
     if (!tresorerie && m_avant.Type == m_type) return;
-    const f64 solde = tresorerie ? m_fiche.creditInitial - m_fiche.debitInitial : 0;
-    const f64 taux = m_app.Magasin.GetTauxEuro(m_app.Magasin.Today());
-    const bool euro = m_app.Reglages.IsEuro();
-    m_rec.SoldeInitialEuro = euro ? solde : QVAPI::ConvertFrancToEuro(taux, solde);
-    m_rec.SoldeInitialFranc = euro ? QVAPI::ConvertEuroToFranc(taux, solde) : solde;
+    if (!SoldeChange()) return;
+    m_rec.SoldeInitialEuro = SoldeEuro();
+    m_rec.SoldeInitialFranc = SoldeFranc();
+  }
+
+  /// A balance that was carried over came with a rate of its own: it is converted when it is typed.
+  bool SoldeChange() const {
+    const f64 avant = m_app.Reglages.IsEuro() ? m_avant.SoldeInitialEuro : m_avant.SoldeInitialFranc;
+    return Ajout() || m_type != m_avant.Type || SoldeSaisi() != avant;
+  }
+
+  f64 SoldeSaisi() const { return m_type == Tresorerie ? m_fiche.creditInitial - m_fiche.debitInitial : 0; }
+
+  ResultatMaster Solde() const {
+    if (!SoldeChange() || (std::fabs(SoldeEuro()) <= MontantMax && std::fabs(SoldeFranc()) <= MontantMax))
+      return {};
+    const auto texte = [](f64 montant) { return FormatMontant(montant, 2); };
+    return Refuse(m_app, ErrMontantBornes, m_fiche.creditInitial != 0 ? "credit" : "debit",
+                  {texte(std::fabs(SoldeSaisi())), "0", texte(MontantMax)});
+  }
+
+  f64 Taux() const { return m_app.Magasin.GetTauxEuro(m_app.Magasin.Today()); }
+  f64 SoldeEuro() const {
+    return m_app.Reglages.IsEuro() ? SoldeSaisi() : QVAPI::ConvertFrancToEuro(Taux(), SoldeSaisi());
+  }
+  f64 SoldeFranc() const {
+    return m_app.Reglages.IsEuro() ? QVAPI::ConvertEuroToFranc(Taux(), SoldeSaisi()) : SoldeSaisi();
   }
 
   void RemplitRepartition() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "core/textes.h"
 #include "core/valeurs.h"
 
 namespace fenlor {
@@ -29,6 +30,13 @@ std::string RubriqueDuTerme(std::string_view terme) {
   std::string code(terme);
   code.resize(longueur, ' ');
   return code;
+}
+
+bool EstVariable(std::string_view terme) {
+  constexpr unsigned variables[] = {VariableFraisKm, VariableAmortissements, VariablePlusValues,
+                                    VariableMoinsValues, VariableImmobilisations};
+  return std::any_of(std::begin(variables), std::end(variables),
+                     [&](unsigned variable) { return Texte(variable) == terme; });
 }
 
 std::vector<std::string> BoucleDeFormule(const std::string& code, const SourceFormules& formules) {

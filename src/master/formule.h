@@ -21,6 +21,9 @@ bool FormuleUtilise(std::string_view formule, std::string_view terme);
 /// characters. Empty for a longer one, which is a variable, and for an empty one.
 std::string RubriqueDuTerme(std::string_view terme);
 
+/// One of the five variables that a formula may name, exactly.
+bool EstVariable(std::string_view terme);
+
 /// Formula of a heading by its code; empty when there is none, or a manual amount instead.
 using SourceFormules = std::function<std::string(const std::string& code)>;
 /// The shortest way from a heading through the formulas back to itself, both ends named;

@@ -60,7 +60,7 @@ bool Cree(CPlan& plan, const LigneTva& ligne) {
   plan.ClearRec();
   PoseTexte(plan.Rec->Compte, ligne.compte);
   PoseTexte(plan.Rec->Code, code);
-  PoseTexte(plan.Rec->Designation, TexteFormat(FormatDesignationTva, {FormatMontant(ligne.taux, 2, '.')}));
+  PoseTexte(plan.Rec->Designation, TexteFormat(FormatDesignationTva, {FormatMontant(ligne.taux, 2)}));
   plan.Rec->Type = Tva;
   plan.Rec->TauxTVA = ligne.taux;
   plan.Rec->PartPro = 100;

@@ -1,5 +1,8 @@
 #include "master/rubriques.h"
 
+#include <algorithm>
+
+#include "core/nomschamps.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
@@ -10,6 +13,7 @@ namespace fenlor {
 namespace {
 
 constexpr u32 CleCode = 0, ClePlanRubrique = 2;
+constexpr int LigneMax = 999;
 
 ResultatMaster Refuse(CFenlorApp& app, unsigned erreur, const char* champ,
                       std::initializer_list<std::string> arguments = {}) {
@@ -50,7 +54,8 @@ class Enregistrement {
   ResultatMaster Fait() {
     if (!m_rubriques.OpenFile()) return {3011, ""};
     using Controle = ResultatMaster (Enregistrement::*)();
-    for (const Controle controle : {&Enregistrement::Limites, &Enregistrement::Code, &Enregistrement::Boucle})
+    for (const Controle controle :
+         {&Enregistrement::Limites, &Enregistrement::Ligne, &Enregistrement::Code, &Enregistrement::Boucle})
       if (const ResultatMaster r = (this->*controle)(); !r) return r;
     return Ecrit();
   }
@@ -66,8 +71,17 @@ class Enregistrement {
                   {"formule", m_formule.size(), sizeof rec.Formule - 1}};
     for (const auto& texte : textes)
       if (texte.longueur > texte.limite)
-        return Refuse(m_app, ErrTexteTropLong, texte.champ, {texte.champ, std::to_string(texte.limite)});
+        return Refuse(m_app, ErrTexteTropLong, texte.champ,
+                      {NomChamp(texte.champ), std::to_string(texte.limite)});
     return {};
+  }
+
+  ResultatMaster Ligne() {
+    const std::string ligne = CompacteTexte(m_fiche.ligne);
+    const int valeur = TexteVersEntier(ligne);
+    const bool chiffres = ligne.find_first_not_of("0123456789") == std::string::npos;
+    if (ligne.empty() || (chiffres && valeur >= 1 && valeur <= LigneMax)) return {};
+    return Refuse(m_app, ErrLigneRubrique, "ligne", {m_fiche.ligne});
   }
 
   ResultatMaster Code() {
@@ -120,7 +134,28 @@ class Enregistrement {
     m_fiche.formule = m_formule;
     m_fiche.ligne = EntierVersTexte(rec.Ligne);
     m_fiche.montant = montant;
+    DitInconnus();
     return {};
+  }
+
+  /// A term may name a heading that is still to come: told, not refused.
+  void DitInconnus() {
+    if (m_fiche.manuel) return;
+    std::vector<std::string> inconnus;
+    for (const TermeFormule& terme : TermesFormule(m_formule)) {
+      const bool dit = std::find(inconnus.begin(), inconnus.end(), terme.texte) != inconnus.end();
+      if (!dit && !terme.texte.empty() && !EstConnu(terme.texte)) inconnus.push_back(terme.texte);
+    }
+    std::string liste;
+    for (const std::string& terme : inconnus) liste += (liste.empty() ? "" : ", ") + terme;
+    if (!liste.empty())
+      m_app.MessageId(BoutonsOk | IconeAttention, InfoTermesInconnus, {SansFin(m_code), liste});
+  }
+
+  bool EstConnu(const std::string& terme) {
+    if (EstVariable(terme)) return true;
+    const std::string code = RubriqueDuTerme(terme);
+    return !code.empty() && (code == m_code || CodePris(m_app, code, 0));
   }
 
   CFenlorApp& m_app;

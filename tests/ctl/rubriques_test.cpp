@@ -40,6 +40,8 @@ TEST_F(RubriquesCtl, UnEtatArrange) {
       {{"ajouter", "--code", "x1"}, StatutRefuse, "Erreur 3058"},
       {{"ajouter", "--code", "X2", "--formule", "X1"}, StatutRefuse, "X2 > X1 > X2"},
       {{"ajouter", "--code", "X2", "--montant", "-12,5"}, StatutFait, "X2"},
+      {{"ajouter", "--code", "X9", "--formule", "QQ+01"}, StatutFait, "variable : QQ"},
+      {{"ajouter", "--code", "X8", "--ligne", "70000"}, StatutRefuse, "Erreur 3402"},
       {{"modifier", "X3", "--ligne", "5"}, StatutRefuse, "n'existe pas"},
       {{"modifier", "x1", "--code", "X3"}, StatutFait, "X3"},
       {{"modifier", "X2", "--formule", "X3"}, StatutRefuse, "Erreur 3260"},

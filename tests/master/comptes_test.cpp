@@ -256,6 +256,28 @@ TEST_F(ComptesTest, SoldeInitial) {
   EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialEuro, -10);
 }
 
+TEST_F(ComptesTest, UnSoldeInitialQuiNAPasChangeResteDansLesDeuxMonnaies) {
+  Boite.Defaut = RepNon;
+  FicheCompte fiche = Fiche("512");
+  fiche.debitInitial = 378.71;
+  ASSERT_EQ(Enregistre(FormeTresorerie, fiche), 0u);
+  const Plan avant = LitCompte(Long("512"));
+  Regle("TAUX EURO", "1", "01/01/2003|6,5");
+  for (const FormeCompte forme : {FormeTresorerie, PlanComptable}) {
+    fiche = Fiche("512");
+    fiche.designation = "Autre nom";
+    ASSERT_EQ(Enregistre(forme, fiche), 0u);
+    EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialEuro, +avant.SoldeInitialEuro);
+    EXPECT_EQ(+LitCompte(Long("512")).SoldeInitialFranc, +avant.SoldeInitialFranc);
+  }
+  fiche = Fiche("512");
+  fiche.debitInitial = 99999999999999;
+  EXPECT_EQ(Enregistre(FormeTresorerie, fiche), 3401u);
+  fiche.debitInitial = 0;
+  fiche.creditInitial = 4e12;  // too much in Franc
+  EXPECT_EQ(Enregistre(FormeTresorerie, fiche), 3401u);
+}
+
 TEST_F(ComptesTest, NumerosProposes) {
   EXPECT_EQ(ProposeNumeroTresorerie(App(), true), "5101");
   EXPECT_EQ(ProposeNumeroTresorerie(App(), false), "5301");

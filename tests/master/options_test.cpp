@@ -279,7 +279,7 @@ TEST_F(OptionsTva, ListeAppliquee) {
   EXPECT_EQ(AppliqueComptesTva(App(), lignes).comptes, 3u);
   EXPECT_EQ(Magasin().NbSynchros(), synchros + 1) << "one unit";
   EXPECT_EQ(Tvas(), (std::vector<std::string>{"4451 20.00 4451", "4453 5.50 TVA03", "4454 2.10 TVA04"}));
-  EXPECT_EQ(LitTexte(LitCompte(Long("4453")).Designation), "T.V.A. à 5.50%"_w);
+  EXPECT_EQ(LitTexte(LitCompte(Long("4453")).Designation), "T.V.A. à 5,50 %"_w);
   EXPECT_EQ(+LitCompte(Long("4453")).PartPro, 100);
   lignes = Lignes();
   lignes.erase(lignes.begin());

@@ -124,6 +124,40 @@ TEST_F(Rubriques, CeQuiEstEcritSeRelit) {
   EXPECT_EQ(Relit("Z  ").montant, 1000);
 }
 
+TEST_F(Rubriques, LigneDUnATroisChiffres) {
+  Installe();
+  FicheRubrique fiche = Fiche("Z1");
+  for (const char* ligne : {"70000", "1000", "0", "-3", "abc", "12a", "1 2"}) {
+    fiche.ligne = ligne;
+    EXPECT_EQ(Enregistre(fiche), "3402 ligne") << ligne;
+  }
+  for (const char* ligne : {"999", " 1 ", ""}) {
+    fiche.ligne = ligne;
+    EXPECT_EQ(Enregistre(fiche), "") << ligne;
+    EXPECT_EQ(+Lit("Z1 ").Ligne, TexteVersEntier(ligne));
+    fiche.position = Relit("Z1 ").position;
+  }
+}
+
+TEST_F(Rubriques, UnTermeInconnuEstDitEtGarde) {
+  Installe();
+  const struct {
+    const char *formule, *inconnus;  ///< nothing told: empty
+  } cas[] = {{"01+&AMORT-&PVC+&MVC-&FRAISKM+&IMMO_HTVA", ""},
+             {"01+QQ-&FRAISK+QQ+LONGUE", "QQ, &FRAISK, LONGUE"},
+             {"", ""}};
+  Position position = 0;
+  for (const auto& c : cas) {
+    FicheRubrique fiche = Fiche("Z1", c.formule);
+    fiche.position = position;
+    ASSERT_EQ(Enregistre(fiche), "") << "a warning, not a refusal";
+    position = Relit("Z1 ").position;
+    EXPECT_EQ(LitTexte(Lit("Z1 ").Formule), c.formule);
+    EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>(*c.inconnus ? 1 : 0, 3403)) << c.formule;
+    EXPECT_TRUE(Boite.Questions.empty() || Boite.Questions[0].texte.find(c.inconnus) != std::string::npos);
+  }
+}
+
 TEST_F(Rubriques, MontantDUnExerciceEnFranc) {
   Installe("2000", false);
   FicheRubrique fiche = Fiche("Z");
