@@ -68,6 +68,20 @@ const CompteOffert* CompteDeCode(const std::vector<CompteOffert>& comptes, const
   return trouve;
 }
 
+const CompteOffert* CompteTape(const std::vector<CompteOffert>& comptes, const std::string& texte) {
+  const std::string cherche = CompacteTexte(texte), numero = QVAPI::GetLongCompte(texte);
+  const CompteOffert* code = CompteDeCode(comptes, texte);
+  if (cherche.empty() || (code && CompareSansCasse(code->code, cherche) == 0)) return code;
+  if (const CompteOffert* exact = CompteDeNumero(comptes, numero)) return exact;
+  if (code) return code;
+  const CompteOffert* trouve = nullptr;
+  for (const CompteOffert& compte : comptes)
+    if (CompareSansCasse(compte.compte.substr(0, cherche.size()), cherche) == 0 &&
+        (!trouve || compte.compte < trouve->compte))
+      trouve = &compte;
+  return trouve;
+}
+
 const CompteOffert* CompteDeNumero(const std::vector<CompteOffert>& comptes, const std::string& compte) {
   for (const CompteOffert& offert : comptes)
     if (offert.compte == compte) return &offert;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/nomschamps.h"
 #include "core/textes.h"
 #include "store/texte1252.h"
 
@@ -100,13 +101,14 @@ ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, 
 
 ResultatSaisie ControleLibelle(CFenlorApp& app, const std::string& libelle, int indice) {
   if (libelle.size() <= TailleLibelle) return {};
-  return Refus(app, ErrTexteTropLong, "libelle", {"libelle", std::to_string(TailleLibelle)}, indice);
+  return Refus(app, ErrTexteTropLong, "libelle", {NomChamp("libelle"), std::to_string(TailleLibelle)},
+               indice);
 }
 
 ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, int indice) {
   if (MontantTient(montant)) return {};
-  return Refus(app, ErrChampInvalide, champ, {champ, "16 caractères au plus, deux décimales comprises"_w},
-               indice);
+  return Refus(app, ErrChampInvalide, champ,
+               {NomChamp(champ), "16 caractères au plus, deux décimales comprises"_w}, indice);
 }
 
 bool DansExercice(CFenlorApp& app, Date date) {

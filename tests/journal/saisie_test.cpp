@@ -238,6 +238,9 @@ TEST_F(SaisieTest, RefusDUneNouvelleEcriture) {
     EXPECT_EQ(r.texte, Boite.Erreurs.empty() ? "" : Boite.Erreurs.front().texte);
   }
   EXPECT_EQ(0u, NbLignes());
+  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 1e14);
+  EXPECT_NE(EnregistreEcriture(App(), saisie).texte.find("\"T.T.C.\""), std::string::npos)
+      << "named as in the form";
 }
 
 TEST_F(SaisieTest, OrdreDesRefus) {
@@ -392,7 +395,8 @@ TEST_F(ModificationTest, CommandesCachees) {
   rec.Reserve134 = 8;
   ASSERT_TRUE(Magasin().UpdateMouvements(App().PathExercice, m_mouvement, rec));
   m_saisie.delier = true;
-  EXPECT_EQ(unsigned{ErrModificationValidee}, EnregistreEcriture(App(), m_saisie).erreur) << "not unvalidated";
+  EXPECT_EQ(unsigned{ErrModificationValidee}, EnregistreEcriture(App(), m_saisie).erreur)
+      << "not unvalidated";
 
   Boite.Reponses = {RepNon, RepOui};
   EXPECT_EQ(unsigned{QuestionInvalider}, ValideEcriture(App(), m_mouvement, false).erreur);

@@ -13,7 +13,7 @@ namespace fenlor {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int TailleCode = 8, LargeurCompte = 40;
+constexpr int TailleCode = 10, LargeurCompte = 40;
 }
 
 /// Tells that the code is left, and whether by Tab or Enter.
@@ -111,9 +111,9 @@ void ChampsCompteEcriture::Montre(int rang) {
   m_rubrique.setToolTip(m_rubrique.text());
 }
 
-/// Row of the account that the code means, -1 for none.
+/// Row of the account that the code or number means, -1 for none.
 int ChampsCompteEcriture::Trouve() const {
-  const CompteOffert* trouve = CompteDeCode(m_comptes, m_champCode.Valeur());
+  const CompteOffert* trouve = CompteTape(m_comptes, m_champCode.Valeur());
   return trouve ? static_cast<int>(trouve - m_comptes.data()) : -1;
 }
 
@@ -134,6 +134,8 @@ void ChampsCompteEcriture::QuitteCode(bool enAvant) {
   if ((frappe || !choisi) && m_choix) m_choix();
   if (enAvant && m_code) m_code();
 }
+
+bool ChampsCompteEcriture::CodeInconnu() const { return !Choisi() && !EstVide(m_champCode.Valeur()); }
 
 /// An account that was made is the one that was missing.
 void ChampsCompteEcriture::Nouveau() {

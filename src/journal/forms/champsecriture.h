@@ -127,6 +127,8 @@ class ChampsCompteEcriture {
   /// The code is being typed: what is found may not be what is meant yet, so that a form does
   /// not propose a label from it.
   bool EnFrappe() const { return m_frappe; }
+  /// What stands in "Code :" names no account.
+  bool CodeInconnu() const;
   /// "Code :" was left forwards, by Tab or Enter, with an account found by what is typed: the form moves
   /// the focus. Comes after `SurChoix`.
   void SurCode(std::function<void()> action) { m_code = std::move(action); }

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QStyle>
+#include <string_view>
 #include <utility>
 
 #include "core/textes.h"
@@ -17,6 +18,7 @@
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -409,6 +411,7 @@ bool CDialogEcriture::Enregistre() {
   const ResultatSaisie resultat = EnregistreEcriture(App(), Saisie());
   if (!resultat) {
     if (resultat.indice >= 0) m_tresorerie->ChoisitLigne(resultat.indice);
+    if (resultat.champ == "compte"sv && m_compte.CodeInconnu()) CZNDialog::Focalise(m_compte.Code());
     return false;
   }
   m_derniere = resultat.mouvement;
@@ -443,13 +446,8 @@ void CDialogEcriture::Vide() {
 bool CDialogEcriture::Modifie() const { return CZNDialog::Modifie() || m_tresorerie->Modifiee() || m_delie; }
 
 void CDialogEcriture::reject() {
-  if (!Ajout() || m_cloture || m_ttc.Valeur() == 0) return CZNDialog::reject();
-  if (App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionEnregistrer) == RepOui) {
-    // As by the button itself: the field that has the focus is left.
-    if (auto* ok = findChild<QPushButton*>(u"ok"_s)) ok->setFocus(Qt::OtherFocusReason);
-    if (!Enregistre()) return;
-  }
-  CZNDialog::reject();
+  if (!Ajout() || m_cloture || !m_ttc.Porte() || EnregistreAvantFermer(QuestionEnregistrer))
+    CZNDialog::reject();
 }
 
 void CDialogEcriture::done(int resultat) {

@@ -239,10 +239,8 @@ void CDialogMouvement::Vide() {
 }
 
 void CDialogMouvement::reject() {
-  if (m_ouverture.mouvement == 0 && !m_lignes.lignes.empty() && m_modifiee &&
-      App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionEnregistrer) == RepOui && !Enregistre())
-    return;
-  CZNDialog::reject();
+  const bool nouvelles = m_ouverture.mouvement == 0 && !m_lignes.lignes.empty() && m_modifiee;
+  if (!nouvelles || EnregistreAvantFermer(QuestionEnregistrer)) CZNDialog::reject();
 }
 
 }  // namespace fenlor

@@ -85,10 +85,7 @@ void CDialogVirement::accept() {
 }
 
 void CDialogVirement::reject() {
-  if (m_montant.Valeur() != 0 &&
-      App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionEnregistrerVirement) == RepOui && !Enregistre())
-    return;
-  CZNDialog::reject();
+  if (!m_montant.Porte() || EnregistreAvantFermer(QuestionEnregistrerVirement)) CZNDialog::reject();
 }
 
 bool CDialogVirement::Enregistre() {

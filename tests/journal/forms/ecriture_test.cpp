@@ -140,6 +140,28 @@ TEST_F(FormeEcriture, RefusDansLOrdre) {
   EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
 }
 
+TEST_F(FormeEcriture, UnCodeInconnuRepasseAuCode) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
+  Tape(*Champ<QLineEdit>(*f, "code"), u"zz"_s);
+  Va(*Champ(*f, "libelle"));
+  Ok(*f);
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3105});
+  EXPECT_EQ(Focus(*f), "code");
+  Tape(*Champ<QLineEdit>(*f, "code"), u"7061000000"_s.left(3));
+  Va(*Champ(*f, "libelle"));
+  EXPECT_EQ(Lu(*f, "code"), u"HONOR"_s) << "an account's number does as well";
+}
+
+TEST_F(FormeEcriture, UnMontantQuiNeSeLitPasGardeLaForme) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"120+30"_s);
+  Boite.Defaut = RepOui;
+  f->reject();
+  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3317}) << "something was typed";
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3400});
+  EXPECT_TRUE(f->isVisible());
+  EXPECT_EQ(f->Derniere(), 0u);
+}
+
 TEST_F(FormeEcriture, LimiteDuFranc) {
   Prepare("2002", false);
   const auto permis = [&](unsigned jour) {
@@ -189,6 +211,15 @@ TEST_F(FormeEcriture, FermerDemandeSiLEcritureAUnMontant) {
   QTest::keyClick(f->focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(f->isVisible());
   EXPECT_FALSE(f->Change());
+
+  // Escape on the question is no answer to it.
+  f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
+  Boite.Reponses = {ReponseFuite(Boite.Questions.at(0).style)};
+  f->reject();
+  EXPECT_TRUE(f->isVisible());
+  EXPECT_EQ(Lu(*f, "ttc"), u"12,00"_s);
+  Boite.Reponses = {RepNon};
+  f->reject();
 
   f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
   Tape(*Champ<QLineEdit>(*f, "code"), u"zz"_s);

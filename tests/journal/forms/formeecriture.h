@@ -14,6 +14,7 @@
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
 #include "store/texte1252.h"
+#include "ui/dialogmessage.h"
 #include "ui/tableliste.h"
 #include "ui/texteqt.h"
 
