@@ -135,7 +135,6 @@ CDialogMessage::CDialogMessage(const QString& titre, const QString& texte, unsig
     bouton->setObjectName(u"bouton%1"_s.arg(b.reponse));
     const bool defaut = avantDefaut-- == 0;
     bouton->setDefault(defaut);
-    bouton->setAutoDefault(defaut);
     if (defaut) bouton->setFocus();
     connect(bouton, &QPushButton::clicked, this, [this, reponse = b.reponse] { Repond(reponse); });
     bas->addWidget(bouton);

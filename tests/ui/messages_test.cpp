@@ -86,15 +86,16 @@ TEST_F(Messages, EntreeEstLeSecondBoutonOuLaReponseDetruirait) {
   const unsigned destructrices[] = {3302, 3303, 3304, 3305, 3306, 3308, 3309, 3316,
                                     3332, 3333, 3346, 3350, 3380, 3381, 3382, 3404};
   const std::set<unsigned> attendues(std::begin(destructrices), std::end(destructrices));
-  const auto entree = [&](unsigned numero) {
-    int reponse = 0;
+  const auto entree = [&](unsigned numero, int avant = 0) {
     Robot robot;
-    robot.Attend("DialogMessage", [](QDialog& d) { QTest::keyClick(&d, Qt::Key_Return); });
-    CFenlorApp session(Magasin(), Dlg);
-    reponse = session.MessageId(BoutonsOuiNon | IconeQuestion, numero);
-    return reponse;
+    robot.Attend("DialogMessage", [avant](QDialog& d) {
+      if (avant) QTest::keyClick(d.focusWidget(), static_cast<Qt::Key>(avant));
+      QTest::keyClick(d.focusWidget(), Qt::Key_Return);
+    });
+    return CFenlorApp(Magasin(), Dlg).MessageId(BoutonsOuiNon | IconeQuestion, numero);
   };
   for (const unsigned numero : attendues) EXPECT_EQ(entree(numero), RepNon) << numero;
+  EXPECT_EQ(entree(3302, Qt::Key_Tab), RepOui) << "Tab to the other button, then Enter";
   EXPECT_EQ(entree(3317), RepOui) << "a question that saves";
   // Whatever text tells of a loss is among them.
   for (unsigned numero = 3300; numero < 5000; ++numero) {
