@@ -55,8 +55,8 @@ f64 TexteVersMontant(std::string_view texte, char separateur = ',');
 /// As above after dropping all but digits and the separator, the sign too.
 f64 TexteVersMontantNettoye(std::string_view texte, char separateur = ',');
 
-/// What a person typed or pasted as an amount, written as `TexteVersMontant` reads it: an optional sign, digits,
-/// at most one "." and more digits. Around it blanks may stand and "€" or "F" behind; whole groups of three
+/// What a person typed or pasted as an amount, as `TexteVersMontant` reads it: an optional sign, digits, at
+/// most one "." and more digits. Around it blanks may stand and "€" or "F" behind; whole groups of three
 /// digits may be set apart by blanks or by the separator that is not the decimal one. A single point or
 /// separator is the decimal one, several alike set groups apart. Empty for a blank text, none for any
 /// other: nothing of what was typed is ever left out.

@@ -27,8 +27,8 @@ std::vector<CompteOffert> ComptesParNumero(CFenlorApp& app);
 /// First account, in the order of the codes, whose code begins with the text without regard to
 /// case and to blanks around, whatever the order of the list; null for none and for a blank text.
 const CompteOffert* CompteDeCode(const std::vector<CompteOffert>& comptes, const std::string& texte);
-/// What a person who types in "Code :" means: the account of exactly that code, else of exactly that number, else
-/// the first one whose code begins with the text, else the first one whose number does; null for none.
+/// What a person who types in "Code :" means: the account of exactly that code, else of exactly that number,
+/// else the first one whose code begins with the text, else the first one whose number does; null for none.
 const CompteOffert* CompteTape(const std::vector<CompteOffert>& comptes, const std::string& texte);
 const CompteOffert* CompteDeNumero(const std::vector<CompteOffert>& comptes, const std::string& compte);
 

@@ -74,7 +74,8 @@ ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCom
 /// or type of an account that has movements (3253) or that special accounts, the VAT of other
 /// accounts, bank operations or automatic entries name (3252); another rate of a VAT account
 /// that has movements (3100, "taux"); the number of another account, which the record would
-/// replace (3070, 3092); an opening balance beyond what the store takes in either currency (3401); a treasury code that is a section of the settings or an exercice (3250).
+/// replace (3070, 3092); an opening balance beyond what the store takes in either currency (3401); a
+/// treasury code that is a section of the settings or an exercice (3250).
 ResultatMaster EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche);
 /// Closed exercice, movements, what else names the account (3251, as for 3252), then the
 /// question. Done, or nothing to do for position 0: `erreur` 0. The settings of a bank stay.

@@ -37,8 +37,9 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
 
 /// Leaving the code field: 0, or 3058 (told) when another heading has the code as it would be stored.
 ResultatMaster ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche);
-/// Checks in this order: texts too long (3206), a line that is neither blank nor a number from 1 to 999 (3402), a code without letter or digit (3061), another heading's
-/// code, which the record would replace (3058), a formula that leads back to its own heading (3260).
+/// Checks in this order: texts too long (3206), a line that is neither blank nor a number from 1 to 999
+/// (3402), a code without letter or digit (3061), another heading's code, which the record would replace
+/// (3058), a formula that leads back to its own heading (3260).
 /// Then delete and add in one unit. Nothing is written on a closed exercice, which is a success.
 /// `fiche` becomes what was written, `fiche.position` the new one. An automatic heading has no amount, a
 /// manual one keeps its formula without using it. Accounts that name the old code keep it. Once it is

@@ -53,10 +53,10 @@ bool TestRepertoire(CFenlorApp& app, const std::string& nom);
 /// Creates the exercice and opens it. The Euro rules of its year hold here too: 3210
 /// for an exercice that ends before 1999 in Euro, or begins from 2002 on in Franc.
 /// 3211 a wrong name, 3212 a wrong period, 3075 a conflict, 3214 the store failed; the rest as
-/// `OuvreExercice`. A name that exists is replaced after the question 3073, unless it is closed (3056) or what
-/// 3039 keeps from being deleted; the old one stays aside until the new one stands. A year before 1950 or more
-/// than ten ahead is asked about (3404). After a refusal the exercice that was open still is, but for one
-/// that was being replaced.
+/// `OuvreExercice`. A name that exists is replaced after the question 3073, unless it is closed (3056) or
+/// what 3039 keeps from being deleted; the old one stays aside until the new one stands. A year before 1950
+/// or more than ten ahead is asked about (3404). After a refusal the exercice that was open still is, but
+/// for one that was being replaced.
 ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& formulaire);
 
 /// Opens an exercice. On a refusal (3000 the directory, 3214 the store) none is open.

@@ -78,8 +78,8 @@ class CZNDialog : public QDialog {
   /// Leaves the current field as the OK button does, and refuses the first amount that cannot be read; false
   /// when a field was refused. `accept` asks it before `Enregistre`; whoever saves from elsewhere does too.
   bool QuitteChamps();
-  /// The question whether to save what was typed, before the form is closed: true when it was saved or is to be
-  /// given up. Escape on the question, and a save that failed, keep the form.
+  /// The question whether to save what was typed, before the form is closed: true when it was saved or is to
+  /// be given up. Escape on the question, and a save that failed, keep the form.
   bool EnregistreAvantFermer(unsigned question);
   /// By the name given to the `Formulaire`; does nothing for an unknown one.
   void Focalise(const char* nom);

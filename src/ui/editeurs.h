@@ -65,10 +65,10 @@ class EditeurTexteLong : public QPlainTextEdit {
 };
 
 /// An amount or a rate. Whatever is typed or pasted stays as it is until the field is left; what can be read
-/// (`NormeMontant`: "1250,50", "1.250,50", "1 234,50 €") is then written back as the program shows it, a blank
-/// field stays blank. What cannot be read, or lies outside the limits, stays as it was typed, marked by a frame:
-/// the form refuses it (`CZNDialog`), and until then it counts as 0. The point of the numeric pad becomes
-/// the decimal separator when the preference "Virgule" says so.
+/// (`NormeMontant`: "1250,50", "1.250,50", "1 234,50 €") is then written back as the program shows it, a
+/// blank field stays blank. What cannot be read, or lies outside the limits, stays as it was typed, marked by
+/// a frame: the form refuses it (`CZNDialog`), and until then it counts as 0. The point of the numeric pad
+/// becomes the decimal separator when the preference "Virgule" says so.
 class EditeurMontant : public QLineEdit {
   Q_OBJECT
  public:
