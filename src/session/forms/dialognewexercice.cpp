@@ -109,8 +109,10 @@ void CDialogNewExercice::QuitteDate(EditeurDate& editeur) {
 bool CDialogNewExercice::Enregistre() {
   LitCases();
   // A year of less than four digits moved nothing while it was typed.
-  if (m_formulaire.annuel && m_nomImpose.empty()) ChangeAnnee(m_formulaire, m_annee.Valeur());
-  LitCases();
+  const std::string annee = m_annee.Valeur();
+  const bool chiffres = annee.find_first_not_of("0123456789") == std::string::npos;
+  if (m_formulaire.annuel && m_nomImpose.empty() && chiffres && annee.size() < 4)
+    ChangeAnnee(m_formulaire, annee);
   m_formulaire.debutSaisi = m_debut.EstDate() ? std::string() : De1252(m_debut.text());
   m_formulaire.finSaisie = m_fin.EstDate() ? std::string() : De1252(m_fin.text());
   Contexte().Cadre.FermeToutes();

@@ -241,9 +241,9 @@ TEST_F(FormesExercices, UneAnneeCourteDonneSesDates) {
 
 TEST_F(FormesExercices, UneDateIrreelleEstDansSonMessage) {
   Nouveau([](QDialog& f) {
-    EXPECT_TRUE(Textes(f).contains(u"Assujetti à la &T.V.A. :"_s));
-    EXPECT_TRUE(Textes(f).contains(u"&Comptabilité en EURO :"_s));
-    EXPECT_TRUE(Textes(f).contains(u"Afficher les Deux &Monnaies : "_s));
+    EXPECT_EQ(Trouve<QAbstractButton>(f, "tva").text(), u"Assujetti à la &T.V.A. :"_s);
+    EXPECT_EQ(Trouve<QAbstractButton>(f, "euro").text(), u"&Comptabilité en EURO :"_s);
+    EXPECT_EQ(Trouve<QAbstractButton>(f, "double").text(), u"Afficher les Deux &Monnaies : "_s);
     Clique(Trouve<QAbstractButton>(f, "periode"));
     Tape(Trouve<QLineEdit>(f, "debut"), u"31/02/2005"_s);
     Clique(Bouton(f, u"&Ok"_s));
