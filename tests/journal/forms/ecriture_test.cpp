@@ -217,7 +217,7 @@ TEST_F(FormeEcriture, FermerDemandeSiLEcritureAUnMontant) {
   Boite.Reponses = {ReponseFuite(Boite.Questions.at(0).style)};
   f->reject();
   EXPECT_TRUE(f->isVisible());
-  EXPECT_EQ(Lu(*f, "ttc"), u"12,00"_s);
+  EXPECT_EQ(Lu(*f, "ttc"), u"12"_s);
   Boite.Reponses = {RepNon};
   f->reject();
 
