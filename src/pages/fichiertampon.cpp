@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <filesystem>
 
 namespace fenlor {
@@ -19,6 +20,7 @@ constexpr const char* modeleNom = "FNLXXXXXX";
 
 bool FichierTampon::Cree() {
   Ferme();
+  assert(m_poignee < 0 && Taille() == 0);
   std::error_code erreur;
   const auto dossier = std::filesystem::temp_directory_path(erreur);
   if (erreur) return false;
@@ -51,6 +53,7 @@ void FichierTampon::Ferme() {
 
 bool FichierTampon::Ajoute(std::string_view octets) {
   if (!m_echec.empty() || m_poignee < 0) return false;
+  assert(m_tampon.size() < tailleTampon);
   m_tampon.append(octets);
   return m_tampon.size() < tailleTampon || Vide();
 }
@@ -67,6 +70,7 @@ bool FichierTampon::Vide() {
     m_ecrits += morceau.size();
     reste.remove_prefix(morceau.size());
   }
+  assert(!m_deplace);  // what was read back before moved the file's place
   m_tampon.clear();
   return true;
 }
@@ -78,6 +82,7 @@ bool FichierTampon::Echoue() {
 
 FichierTampon::Lecture FichierTampon::Lit(u64 offset, char* tampon, u32 taille) {
   if (m_poignee < 0 || (!m_tampon.empty() && !Vide())) return {true, false};
+  assert(m_tampon.empty());
   m_deplace = true;
   Lecture lecture;
   lecture.placee = m_magasin.QVSeekFile(m_poignee, static_cast<i64>(offset), 0) >= 0;

@@ -1,9 +1,13 @@
 #include "pages/indexetat.h"
 
+#include <cassert>
+
 namespace fenlor {
 
 void CompteurBlocs::Compte(std::string_view texte, u32 lignesEntete, u32 lignesPied,
                            std::vector<BlocEtat>& fermes) {
+  assert(m_ouvert.lignes == 0 && m_ouvert.drapeaux == 0);  // each write closes its last block
+  [[maybe_unused]] const u32 avant = m_offset;
   bool debutLigne = true;
   bool ferme = true;
   const std::size_t taille = texte.size();
@@ -45,10 +49,13 @@ void CompteurBlocs::Compte(std::string_view texte, u32 lignesEntete, u32 lignesP
     }
   }
   if (!ferme) Ferme(fermes);
+  assert(m_offset - avant == static_cast<u32>(taille));
+  assert(taille == 0 || fermes.back().fin == m_offset);
 }
 
 void CompteurBlocs::Ferme(std::vector<BlocEtat>& fermes) {
   m_ouvert.fin = m_offset;
+  assert(fermes.empty() || fermes.back().fin < m_ouvert.fin);
   fermes.push_back(m_ouvert);
   m_nbLignes += m_ouvert.lignes;
   m_ouvert = {};

@@ -1,5 +1,7 @@
 #include "pages/pagination.h"
 
+#include <cassert>
+
 namespace fenlor {
 
 namespace {
@@ -19,6 +21,7 @@ std::optional<TablePages> PagineEtat(LecteurBlocs& index, const MesuresEtat& mes
     const int lus = index.LitBlocs(premier, tampon.data(), blocsParLecture);
     if (lus < 0) return std::nullopt;
     if (lus == 0) break;
+    assert(static_cast<u32>(lus) <= blocsParLecture);
     for (int i = 0; i < lus; ++i) {
       const BlocEtat& bloc = tampon[static_cast<std::size_t>(i)];
       if (sautForce || bloc.lignes + utilisees + mesures.lignesPied > lignesParPage) {
@@ -36,6 +39,7 @@ std::optional<TablePages> PagineEtat(LecteurBlocs& index, const MesuresEtat& mes
     premier += static_cast<u32>(lus);
   }
   pages.push_back({finPrecedente, enteteCourant, section});
+  assert(pages.front() == PageEtat{} && NombrePages(pages) >= 1);
   return pages;
 }
 

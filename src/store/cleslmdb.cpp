@@ -7,6 +7,7 @@
 #include <lmdb.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include "store/magasincles.h"
@@ -65,6 +66,7 @@ class ClesLmdb : public MagasinCles {
   }
 
   int AjouteNeuve(unsigned cle, std::string_view texte, u32 position) override {
+    assert(cle < m_cles.nombre && texte.size() <= TailleCleMax);
     auto& retenues = m_retenues[cle];
     Retenue r;
     r.longueur = static_cast<u32>(std::min<std::size_t>(texte.size(), TailleCleMax));
@@ -156,6 +158,7 @@ class ClesLmdb : public MagasinCles {
   }
 
   int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {
+    assert(cle < m_cles.nombre && std::is_sorted(triees.begin(), triees.end()));
     m_retenues[cle].clear();
     m_place[cle].clear();
     if (!m_txn) {
@@ -175,6 +178,7 @@ class ClesLmdb : public MagasinCles {
     for (unsigned cle = 0; cle < m_cles.nombre; ++cle) {
       if (const int rc = Verse(cle)) return rc;
     }
+    // LMDB frees the cursors of a write transaction with it: ours must be gone by then.
     FermeCurseurs();
     if (m_txn) {
       MDB_txn* txn = m_txn;
@@ -191,6 +195,7 @@ class ClesLmdb : public MagasinCles {
 
  private:
   int Commence(bool vide) {
+    assert(m_env && !m_txn);
     if (const int rc = mdb_txn_begin(m_env, nullptr, 0, &m_txn)) {
       m_txn = nullptr;
       return Traduit(rc);
@@ -241,15 +246,18 @@ class ClesLmdb : public MagasinCles {
   /// True when the cursor is known to stand on that very entry.
   bool EstPlace(unsigned cle, const MDB_val& k) const {
     const std::string& place = m_place[cle];
-    return !place.empty() && place.size() == k.mv_size && std::memcmp(place.data(), k.mv_data, k.mv_size) == 0;
+    return !place.empty() && place.size() == k.mv_size &&
+           std::memcmp(place.data(), k.mv_data, k.mv_size) == 0;
   }
 
   bool Prepare(unsigned cle) {
+    assert(cle < m_cles.nombre);
     m_erreur = 0;
     if (!m_txn) m_erreur = MDB_BAD_TXN;
     if (!m_erreur && !m_retenues[cle].empty()) {
       if (const int rc = Verse(cle)) m_erreur = rc == ErrCles ? MDB_CORRUPTED : rc;
     }
+    assert(m_erreur || (m_curseur[cle] && m_retenues[cle].empty()));
     return m_erreur == 0;
   }
 
@@ -280,7 +288,8 @@ class ClesLmdb : public MagasinCles {
     if (k.mv_size < 4) return false;
     vue.texte = {octets, k.mv_size - 4};
     vue.position = 0;
-    for (std::size_t i = k.mv_size - 4; i < k.mv_size; ++i) vue.position = vue.position << 8 | static_cast<u8>(octets[i]);
+    for (std::size_t i = k.mv_size - 4; i < k.mv_size; ++i)
+      vue.position = vue.position << 8 | static_cast<u8>(octets[i]);
     return true;
   }
 
@@ -295,6 +304,7 @@ class ClesLmdb : public MagasinCles {
 
   int Pose(unsigned cle, std::string_view texte, u32 position, unsigned mode) {
     if (!m_txn) return ErrCles;
+    assert(cle < m_cles.nombre && m_curseur[cle] && position > 0);
     u8 tampon[TailleCleMax + 4];
     MDB_val k = Cle(cle, texte, position, tampon);
     MDB_val v{m_cles.doubles[cle] ? std::size_t{0} : sizeof position, &position};
@@ -314,7 +324,8 @@ class ClesLmdb : public MagasinCles {
       if (c) return c < 0;
       return x.longueur != y.longueur ? x.longueur < y.longueur : x.position < y.position;
     };
-    if (!std::is_sorted(m_ordre.begin(), m_ordre.end(), avant)) std::sort(m_ordre.begin(), m_ordre.end(), avant);
+    if (!std::is_sorted(m_ordre.begin(), m_ordre.end(), avant))
+      std::sort(m_ordre.begin(), m_ordre.end(), avant);
     for (const u32 i : m_ordre) {
       const Retenue& r = retenues[i];
       if (const int rc = Pose(cle, {r.texte, r.longueur}, r.position, 0)) {

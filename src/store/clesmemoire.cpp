@@ -1,4 +1,5 @@
-#include <map>
+#include <algorithm>
+#include <cassert>
 #include <set>
 
 #include "store/magasincles.h"
@@ -13,6 +14,7 @@ class ClesMemoire : public MagasinCles {
   explicit ClesMemoire(const DescriptionCles& cles) : m_cles(cles) {}
 
   int Ajoute(unsigned cle, std::string_view texte, u32 position) override {
+    assert(cle < m_cles.nombre && position > 0);
     auto& entrees = m_entrees[cle];
     if (!m_cles.doubles[cle]) {
       const auto place = entrees.lower_bound({std::string(texte), 0});
@@ -53,9 +55,11 @@ class ClesMemoire : public MagasinCles {
   u64 Nombre(unsigned cle) override { return m_entrees[cle].size(); }
 
   int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {
+    assert(cle < m_cles.nombre && std::is_sorted(triees.begin(), triees.end()));
     auto& entrees = m_entrees[cle];
     entrees.clear();
-    for (const auto& [texte, position] : triees) entrees.emplace_hint(entrees.end(), std::string(texte), position);
+    for (const auto& [texte, position] : triees)
+      entrees.emplace_hint(entrees.end(), std::string(texte), position);
     return entrees.size() == triees.size() ? 0 : ErrCles;
   }
   int Engage(bool) override { return 0; }
@@ -65,6 +69,7 @@ class ClesMemoire : public MagasinCles {
   using Entrees = std::set<std::pair<std::string, u32>>;
   bool Donne(unsigned cle, Entrees::iterator place, EntreeCle& trouvee) {
     if (place == m_entrees[cle].end()) return false;
+    assert(cle < m_cles.nombre);
     trouvee.texte = place->first;
     trouvee.position = place->second;
     return true;

@@ -1,6 +1,7 @@
 #include "store/cumuls.h"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -38,6 +39,7 @@ bool Calcule(Plan& plan, const Cumuls& cumuls, bool ajoute) {
       const i64 total = (ajoute ? Centimes(champs[champ][monnaie]) : 0) + centimes;
       if (total > TotalMax || total < -TotalMax) return false;
       champs[champ][monnaie] = DeCentimes(total);
+      assert(Centimes(champs[champ][monnaie]) == total);
     }
   }
   EcritChamps(champs, plan);
@@ -79,6 +81,7 @@ class Calcul {
 
   void Compte(Position position, const Plan& plan) {
     PosteCalcul& poste = m_comptes[NumeroCompte(plan.Compte)];
+    assert(position > 0);
     poste.position = position;
     poste.bancaire = plan.Type == Tresorerie && plan.TypeTresorerie != 0;
   }
@@ -100,6 +103,7 @@ class Calcul {
     }
     if (!ligne.Validee) marques |= NonValidee;
     if (ligne.Pointee) marques |= EcrPointee;
+    assert(poste);
     if (ligne.Rapprochee) {
       ++m_stats.NbRapprochees;
     } else if (poste->bancaire) {
@@ -148,6 +152,7 @@ class Calcul {
 }  // namespace
 
 void EffetsComptes::Reporte(const Line& ligne, int signe) {
+  assert(signe == 1 || signe == -1);
   ReporteLigne(ligne, signe, [this](const char* compte) -> Cumuls& {
     for (Poste& poste : m_postes) {
       if (std::strncmp(poste.compte, compte, sizeof poste.compte) == 0) return poste.cumuls;

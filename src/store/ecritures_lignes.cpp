@@ -1,6 +1,7 @@
 #include "store/ecritures_lignes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstring>
 #include <type_traits>
@@ -42,6 +43,7 @@ bool PoseMontants(Line& ligne, bool credit, const Montants& m) {
   ligne.Sens = (signe < 0) != credit ? 1 : 0;
   ligne.MontantFranc = DeCentimes(std::abs(m.franc));
   ligne.MontantEuro = DeCentimes(std::abs(m.euro));
+  assert(ligne.Sens <= 1 && ligne.MontantFranc >= 0 && ligne.MontantEuro >= 0);
   return MontantPossible(ligne.MontantFranc) && MontantPossible(ligne.MontantEuro);
 }
 
@@ -131,6 +133,13 @@ int Deplie(const Rec& rec, std::span<const LineTresor> tresor, const std::string
   return lignes.empty() ? ErrEcritureVide : 0;
 }
 
+/// Credits less debits.
+[[maybe_unused]] Montants Solde(const std::vector<Line>& lignes) {
+  Montants solde;
+  for (const Line& ligne : lignes) solde += LitMontants(ligne, true);
+  return solde;
+}
+
 template <class Rec>
 bool APersonnel(const Rec& rec) {
   return Centimes(rec.MontantFranc) != Centimes(rec.RepartitionFranc) ||
@@ -140,6 +149,7 @@ bool APersonnel(const Rec& rec) {
 /// All but the treasury side.
 template <class Rec>
 void Replie(const std::vector<Line>& lignes, Rec& rec) {
+  assert(!lignes.empty());
   rec = Rec{};
   const Line& premiere = lignes.front();
   CopieEnTete(premiere, rec);
@@ -191,6 +201,7 @@ int DeplieEcriture(const EcrSimple& rec, const std::string& comptePerso, std::ve
   tresor.Rapprochee = rec.Rapprochee;
   tresor.Remise = rec.Remise;
   const int rc = Deplie(rec, {&tresor, 1}, comptePerso, lignes);
+  assert(rc || Solde(lignes).Nul());
   // Without its treasury line the treasury account could not be read back.
   return rc == 0 && lignes.back().Role != RoleTresorerie ? ErrEcritureVide : rc;
 }
@@ -224,6 +235,7 @@ void CopieMarques(const Line& de, Line& vers) {
 }
 
 void ReconduitMarques(const std::vector<Line>& anciennes, std::vector<Line>& nouvelles) {
+  assert(&anciennes != &nouvelles);
   std::vector<char> prises(anciennes.size(), 0);
   const u32 pointee =
       std::any_of(anciennes.begin(), anciennes.end(), [](const Line& l) { return l.Pointee != 0; });

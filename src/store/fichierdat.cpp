@@ -4,6 +4,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <random>
@@ -41,6 +42,8 @@ u64 TireId() {
 }
 
 void FichierDat::Code(const EnteteDat& e, u8* o) {
+  assert(e.taille >= 8 && e.id != 0);
+  assert(e.tete <= e.emplacements && e.libres <= e.emplacements);
   std::memcpy(o, Magie, 8);
   Pose(o + 8, Version);
   Pose(o + 12, e.numero);
@@ -67,6 +70,7 @@ FichierDat::~FichierDat() {
 }
 
 int FichierDat::Cree(Systeme& systeme, const std::string& chemin, const EnteteDat& entete) {
+  assert(entete.emplacements == 0 && entete.tete == 0 && entete.libres == 0);
   std::unique_ptr<Fichier> fichier;
   if (const int rc = systeme.Ouvre(chemin, Systeme::Creation, fichier)) return rc;
   std::vector<u8> octets(DebutEmplacements, 0);
@@ -76,11 +80,13 @@ int FichierDat::Cree(Systeme& systeme, const std::string& chemin, const EnteteDa
   e.generation = 1;
   Code(e, octets.data() + 512);
   if (const int rc = fichier->Ecrit(octets.data(), octets.size(), 0)) return rc;
+  // The content before the name: a name that a crash leaves behind is that of a whole file.
   if (const int rc = fichier->Synchronise()) return rc;
   return systeme.SynchroniseDossier(DossierDe(chemin));
 }
 
 int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, bool reprise) {
+  assert(!m_fichier && !m_projection);
   m_chemin = chemin;
   if (const int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier)) return rc;
   u8 octets[DebutEmplacements];
@@ -94,8 +100,9 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
   }
   // A copy cut short by a crash is made good by the log; without the log's word
   // a single copy may be the older one, which forgets the last records.
-  const bool voisines = bonnes[0] && bonnes[1] &&
-                        (copies[0].generation + 1 == copies[1].generation || copies[1].generation + 1 == copies[0].generation);
+  const bool voisines =
+      bonnes[0] && bonnes[1] &&
+      (copies[0].generation + 1 == copies[1].generation || copies[1].generation + 1 == copies[0].generation);
   if (!reprise && !voisines) return ErrEndommage;
   if (bonnes[0] && bonnes[1]) {
     entete = copies[copies[1].generation > copies[0].generation];
@@ -104,12 +111,14 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
   }
   Empreinte empreinte;
   if (const int rc = m_fichier->Mesure(empreinte)) return rc;
-  const u64 exacte = DebutEmplacements + u64{entete.emplacements} * entete.taille;
+  const u64 exacte = TailleExacte();
   if (reprise) {
     return Projette(std::max(exacte, empreinte.taille));
   }
   if (empreinte.taille < exacte) return ErrEndommage;
   if (empreinte.taille > exacte) {
+    // What stands behind the slots is a large unit that was never committed: the log, replayed
+    // before any file is opened, knows nothing of it.
     if (entete.idReprise != idReprise) return ErrEndommage;
     if (const int rc = m_fichier->Tronque(exacte)) return rc;
   }
@@ -120,16 +129,20 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
 EtatEmplacement FichierDat::EtatDe(u8 marque, const u8* o) {
   if (marque == 4) {
     const u32 numero = Prend<u32>(o);
-    return numero == 0 ? EtatEmplacement::Jamais
-                       : numero == 0xFFFFFFFFu ? EtatEmplacement::Libre : EtatEmplacement::Vivant;
+    return numero == 0             ? EtatEmplacement::Jamais
+           : numero == 0xFFFFFFFFu ? EtatEmplacement::Libre
+                                   : EtatEmplacement::Vivant;
   }
-  return *o == 1 ? EtatEmplacement::Vivant
-                 : *o == 255 ? EtatEmplacement::Libre : *o == 0 ? EtatEmplacement::Jamais : EtatEmplacement::Inconnu;
+  return *o == 1     ? EtatEmplacement::Vivant
+         : *o == 255 ? EtatEmplacement::Libre
+         : *o == 0   ? EtatEmplacement::Jamais
+                     : EtatEmplacement::Inconnu;
 }
 
 EtatEmplacement FichierDat::EtatDe(const u8* o) const { return EtatDe(m_marque, o); }
 
 int FichierDat::Projette(u64 taille) {
+  assert(m_fichier);
   if (taille <= m_tailleProjection) return 0;
   const u64 voulue = std::max<u64>(taille + taille / 2, 16u << 20);
   if (m_projection) munmap(const_cast<u8*>(m_projection), m_tailleProjection);
@@ -139,15 +152,19 @@ int FichierDat::Projette(u64 taille) {
   if (p == MAP_FAILED) return errno;
   m_projection = static_cast<const u8*>(p);
   m_tailleProjection = voulue;
+  assert(m_tailleProjection >= taille);
   return 0;
 }
 
 const u8* FichierDat::Place(Position position) const {
-  if (m_debutQueue && position >= m_debutQueue) return m_queue.data() + u64(position - m_debutQueue) * entete.taille;
+  assert(position > 0);
+  if (m_debutQueue && position >= m_debutQueue) return m_queue.data() + PlaceQueue(position);
+  assert(m_projection && Offset(position) + entete.taille <= m_tailleProjection);
   return m_projection + Offset(position);
 }
 
 int FichierDat::Reserve(Position position) {
+  assert(position > 0 && m_reserve >= DebutEmplacements);
   const u64 fin = Offset(position) + entete.taille;
   if (fin <= m_reserve) return Projette(fin);
   const u64 voulue = std::max(fin, m_reserve + std::max(PasReserve, m_reserve / 8));
@@ -158,32 +175,42 @@ int FichierDat::Reserve(Position position) {
     rc = m_fichier->Reserve(m_reserve, fin);
   }
   if (rc) return rc;
+  assert(obtenue >= fin);
   m_reserve = obtenue;
   return Projette(m_reserve);
 }
 
 int FichierDat::EcritPlace(Position position, u32 decalage, const void* octets, u32 taille) {
+  assert(position > 0 && decalage + taille <= entete.taille);
   return m_fichier->Ecrit(octets, taille, Offset(position) + decalage);
 }
 
 int FichierDat::AjouteQueue(Position position, const void* rec) {
+  // Nothing that is committed is ever touched by a unit that is not.
+  assert(position > entete.emplacements);
   if (const int rc = Reserve(position)) return rc;
   if (!m_debutQueue) m_debutQueue = position;
+  assert(PlaceQueue(position) == m_queue.size());
   const u8* octets = static_cast<const u8*>(rec);
   m_queue.insert(m_queue.end(), octets, octets + entete.taille);
   return m_queue.size() < QueueMax ? 0 : VerseQueue();
 }
 
 int FichierDat::ModifieQueue(Position position, const void* rec) {
+  assert(position > entete.emplacements);
   if (m_debutQueue && position >= m_debutQueue) {
-    std::memcpy(m_queue.data() + u64(position - m_debutQueue) * entete.taille, rec, entete.taille);
+    assert(PlaceQueue(position) + entete.taille <= m_queue.size());
+    std::memcpy(m_queue.data() + PlaceQueue(position), rec, entete.taille);
     return 0;
   }
+  m_queueDurable = false;
   return EcritPlace(position, 0, rec, entete.taille);
 }
 
 int FichierDat::VerseQueue() {
   if (m_queue.empty()) return 0;
+  assert(m_debutQueue > entete.emplacements && m_queue.size() % entete.taille == 0);
+  m_queueDurable = false;
   if (const int rc = m_fichier->Ecrit(m_queue.data(), m_queue.size(), Offset(m_debutQueue))) return rc;
   m_queue.clear();
   m_debutQueue = 0;
@@ -191,29 +218,37 @@ int FichierDat::VerseQueue() {
 }
 
 void FichierDat::CoupeQueue(u32 emplacements) {
+  assert(emplacements >= entete.emplacements);
   if (!m_debutQueue) return;
   if (emplacements < m_debutQueue) {
     m_queue.clear();
     m_debutQueue = 0;
   } else {
-    m_queue.resize(u64(emplacements - m_debutQueue + 1) * entete.taille);
+    assert(PlaceQueue(emplacements) + entete.taille <= m_queue.size());
+    m_queue.resize(PlaceQueue(emplacements) + entete.taille);
   }
 }
 
-int FichierDat::Synchronise() { return m_fichier->Synchronise(); }
+int FichierDat::Synchronise() {
+  const int rc = m_fichier->Synchronise();
+  if (!rc && m_queue.empty()) m_queueDurable = true;
+  return rc;
+}
 
 int FichierDat::EcritEntete() {
   u8 octets[TailleEntete];
   EnteteDat suivante = entete;
   ++suivante.generation;
   Code(suivante, octets);
+  // The copies take turns: while one is being written the other one is whole.
   if (const int rc = m_fichier->Ecrit(octets, sizeof octets, suivante.generation & 1 ? 512 : 0)) return rc;
   entete = suivante;
   return 0;
 }
 
 int FichierDat::Ajuste() {
-  const u64 exacte = DebutEmplacements + u64{entete.emplacements} * entete.taille;
+  assert(m_debutQueue == 0);
+  const u64 exacte = TailleExacte();
   if (m_reserve == exacte) return 0;
   if (const int rc = m_fichier->Tronque(exacte)) return rc;
   m_reserve = exacte;

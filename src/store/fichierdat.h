@@ -79,6 +79,8 @@ class FichierDat {
   int VerseQueue();
   /// Forgets the tail behind `emplacements`.
   void CoupeQueue(u32 emplacements);
+  /// Nothing of the tail is in memory or in flight: it may be committed.
+  bool QueueDurable() const { return m_queueDurable && m_queue.empty(); }
 
   int Synchronise();
   /// Writes the next copy of the header (not synced).
@@ -97,15 +99,18 @@ class FichierDat {
 
  private:
   int Projette(u64 taille);
+  u64 TailleExacte() const { return DebutEmplacements + u64{entete.emplacements} * entete.taille; }
+  u64 PlaceQueue(Position position) const { return u64(position - m_debutQueue) * entete.taille; }
 
   std::string m_chemin;
   std::unique_ptr<Fichier> m_fichier;
   u8 m_marque = 1;
   const u8* m_projection = nullptr;
   std::size_t m_tailleProjection = 0;
-  u64 m_reserve = 0;   ///< bytes of the file that have disk space
+  u64 m_reserve = 0;  ///< bytes of the file that have disk space
   std::vector<u8> m_queue;
-  Position m_debutQueue = 0;  ///< slot of the queue's first byte, 0 when empty
+  Position m_debutQueue = 0;   ///< slot of the queue's first byte, 0 when empty
+  bool m_queueDurable = true;  ///< what was written behind the committed end is synced
 };
 
 /// A random number other than 0.

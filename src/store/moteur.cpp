@@ -3,6 +3,7 @@
 #include "store/moteur.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <filesystem>
 #include <map>
@@ -65,9 +66,12 @@ bool Moteur::ReserveCabinet(const std::string& dossier) {
 bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
   if (m->ouvert) return m->Echec(ErrOccupe);
   if (!ReserveCabinet(dossier)) return false;
+  assert(!m->reprise);
   m->reprise = std::make_unique<JournalReprise>();
   const std::string chemin = Joint(m->dossier, "fenlor.rep");
   int rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
+  // Read to its end before the first image is written: a log that is damaged further on must leave the
+  // data files as they are, for whoever repairs them.
   if (!rc) rc = m->reprise->Verifie();
   if (rc == ErrJournalReprise && reparation) {
     m->avertissements.push_back("Le journal de reprise " + chemin + " est illisible : il est mis de côté.");
@@ -96,7 +100,8 @@ void Moteur::Etat::OteReconstructions() {
   for (const std::string& endroit : dossiers) {
     if (systeme.Liste(endroit, noms)) continue;
     for (const std::string& nom : noms) {
-      if (Finit(nom, ".neuf") && DefinitionNom(nom.substr(0, nom.size() - 5))) systeme.Supprime(Joint(endroit, nom));
+      if (Finit(nom, ".neuf") && DefinitionNom(nom.substr(0, nom.size() - 5)))
+        systeme.Supprime(Joint(endroit, nom));
     }
   }
 }
@@ -104,53 +109,64 @@ void Moteur::Etat::OteReconstructions() {
 /// Brings the units of the log into the data files. May be cut short and done
 /// again: images are the same each time, and the log is emptied last.
 bool Moteur::Etat::Rejoue(bool reparation) {
+  assert(std::none_of(fichiers.begin(), fichiers.end(), [](const auto& o) { return o != nullptr; }));
   std::map<u64, std::unique_ptr<FichierDat>> repris;
   std::set<u64> perdus;
   std::string fautif;
-  int rc = reprise->Relit([&](const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images) {
-    for (const FichierUnite& f : fichiersUnite) {
-      if (perdus.contains(f.id)) continue;
-      auto& dat = repris[f.id];
-      if (!dat) {
-        dat = std::make_unique<FichierDat>();
-        fautif = Joint(dossier, f.chemin);
-        int erreurDat = dat->Ouvre(systeme, fautif, reprise->Id(), true);
-        const EnteteDat& e = dat->entete;
-        if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.taille != f.taille)) erreurDat = ErrEndommage;
-        if (erreurDat) {
-          if (!reparation) return erreurDat;
-          avertissements.push_back("Des écritures récentes du fichier " + fautif + " n'ont pas pu être reprises.");
-          repris.erase(f.id);
-          perdus.insert(f.id);
-          continue;
+  int rc = reprise->Relit(
+      [&](const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images) {
+        for (const FichierUnite& f : fichiersUnite) {
+          if (perdus.contains(f.id)) continue;
+          auto& dat = repris[f.id];
+          if (!dat) {
+            dat = std::make_unique<FichierDat>();
+            fautif = Joint(dossier, f.chemin);
+            int erreurDat = dat->Ouvre(systeme, fautif, reprise->Id(), true);
+            const EnteteDat& e = dat->entete;
+            // Headers are written after the log's units: one older than the unit saw belongs to a copy of
+            // the file that somebody brought back, and the images do not fit it.
+            if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.taille != f.taille))
+              erreurDat = ErrEndommage;
+            if (erreurDat) {
+              if (!reparation) return erreurDat;
+              avertissements.push_back("Des écritures récentes du fichier " + fautif +
+                                       " n'ont pas pu être reprises.");
+              repris.erase(f.id);
+              perdus.insert(f.id);
+              continue;
+            }
+          }
+          dat->entete.emplacements = f.emplacements;
+          dat->entete.tete = f.tete;
+          dat->entete.libres = f.libres;
         }
-      }
-      dat->entete.emplacements = f.emplacements;
-      dat->entete.tete = f.tete;
-      dat->entete.libres = f.libres;
-    }
-    std::vector<u8> octets;
-    for (const ImageUnite& i : images) {
-      const FichierUnite& f = fichiersUnite[i.fichier];
-      if (perdus.contains(f.id)) continue;
-      octets.assign(i.octets.begin(), i.octets.end());
-      octets.resize(octets.size() + i.zeros, 0);
-      fautif = Joint(dossier, f.chemin);
-      if (const int echec = repris[f.id]->EcritPlace(i.position, i.decalage, octets.data(), static_cast<u32>(octets.size()))) {
-        return echec;
-      }
-    }
-    return 0;
-  });
+        std::vector<u8> octets;
+        for (const ImageUnite& i : images) {
+          const FichierUnite& f = fichiersUnite[i.fichier];
+          if (perdus.contains(f.id)) continue;
+          octets.assign(i.octets.begin(), i.octets.end());
+          octets.resize(octets.size() + i.zeros, 0);
+          fautif = Joint(dossier, f.chemin);
+          if (const int echec = repris[f.id]->EcritPlace(i.position, i.decalage, octets.data(),
+                                                         static_cast<u32>(octets.size()))) {
+            return echec;
+          }
+        }
+        return 0;
+      });
   if (rc) return Echec(rc, fautif.empty() ? Joint(dossier, "fenlor.rep") : fautif);
   for (auto& [id, dat] : repris) {
+    // Cut before the header says how many slots there are: a tail that no unit committed must not be
+    // taken for records. One sync makes images, length and header durable.
     rc = dat->Ajuste();
     if (!rc) rc = dat->EcritEntete();
     if (!rc) rc = dat->Synchronise();
     if (rc) return Echec(rc, dat->Chemin());
+    // Its keys are those of before the crash.
     reprise->sceaux.erase(id);
   }
   if (reprise->EstVide()) return true;
+  // Last: a crash before this line replays the same images once more.
   rc = reprise->Vide();
   return rc == 0 || Echec(rc, Joint(dossier, "fenlor.rep"));
 }
@@ -161,6 +177,7 @@ bool Moteur::FermeCabinet() {
     return true;
   }
   while (m->profondeur) AnnuleUnite();
+  assert(m->images.empty() && m->touches.empty());
   bool bien = true, change = false;
   for (u16 n = 0; n < m->fichiers.size(); ++n) {
     if (!m->fichiers[n]) continue;
@@ -181,10 +198,13 @@ bool Moteur::FermeCabinet() {
 
 /// Brings committed changes of one data file to its place, durably.
 bool Moteur::Etat::RameneDat(Ouvert& o, bool ajuste) {
+  assert(o.def && (!ajuste || (profondeur == 0 && !o.touche)));
+  // What the disk refused before, then the header that counts it, then the length, then one sync.
   while (!o.attente.empty()) {
     const auto premiere = o.attente.begin();
     const auto& image = premiere->second;
-    if (const int rc = o.dat.EcritPlace(premiere->first, 0, image.data(), static_cast<u32>(image.size()))) return Echec(rc, o);
+    if (const int rc = o.dat.EcritPlace(premiere->first, 0, image.data(), static_cast<u32>(image.size())))
+      return Echec(rc, o);
     o.attente.erase(premiere);
   }
   int rc = 0;
@@ -195,6 +215,7 @@ bool Moteur::Etat::RameneDat(Ouvert& o, bool ajuste) {
   if (!rc && ajuste) rc = o.dat.Ajuste();
   if (!rc && o.datSale) rc = o.dat.Synchronise();
   if (rc) return Echec(rc, o);
+  assert(o.attente.empty());
   o.datSale = false;
   return true;
 }
@@ -203,9 +224,13 @@ bool Moteur::Etat::VidangeTout() {
   for (const auto& o : fichiers) {
     if (o && o->def && o->modifie && !RameneDat(*o, false)) return false;
   }
+  // Only now may the log forget: every change it holds is durable in a data file.
+  assert(std::all_of(fichiers.begin(), fichiers.end(),
+                     [](const auto& o) { return !o || !o->def || (!o->datSale && o->attente.empty()); }));
   if (!reprise->EstVide() || reprise->DoitVider()) {
     if (const int rc = reprise->Vide()) return Echec(rc, Joint(dossier, "fenlor.rep"));
   }
+  assert(reprise->EstVide() && !reprise->DoitVider());
   for (const auto& o : fichiers) {
     if (!o || !o->def || !o->modifie || !o->cles || o->clesEnMemoire) continue;
     if (const int rc = o->cles->Engage(false)) {
@@ -223,11 +248,14 @@ bool Moteur::Vidange() {
 /// Closes a file for good and seals its keys. The seal counts once the log's
 /// header is written.
 bool Moteur::Etat::FermePhysique(u16 numero) {
+  assert(profondeur == 0 && fichiers[numero] && fichiers[numero]->numero == numero);
   Ouvert& o = *fichiers[numero];
   if (!o.def) return true;
   bool bien = true;
   if (o.modifie) {
+    // Data, then keys, then the seal over both: it measures files that nobody writes any more.
     bien = RameneDat(o, true);
+    assert(!bien || (!o.datSale && o.attente.empty()));
     int rc = 0;
     const bool scelle = o.cles && !o.clesEnMemoire && fabrique.SurDisque();
     if (scelle) rc = o.cles->Engage(true);
@@ -238,6 +266,7 @@ bool Moteur::Etat::FermePhysique(u16 numero) {
                                VersUtf8(rc < 1000 ? TexteErreurSysteme(rc) : "fichier de clés endommagé") +
                                ") : elles seront reconstruites à la prochaine ouverture.");
     } else if (bien && scelle && Sceau_(o, sceau)) {
+      assert(!o.touche && !reprise->sceaux.contains(o.dat.entete.id));
       reprise->sceaux[o.dat.entete.id] = sceau;
     }
   }
@@ -254,12 +283,14 @@ bool Moteur::CreeDat(u16 numFichier, const std::string& cheminDonne, u16 taille)
   if (!m->ouvert) return m->Echec(ErrPasOuvert);
   const std::string chemin = Normal(cheminDonne);
   const DefinitionFichier* def = DefinitionFichierNumero(numFichier);
-  if (numFichier >= m->fichiers.size() || taille < 8 || (def && def->taille != taille)) return m->Echec(ErrValeur, chemin);
+  if (numFichier >= m->fichiers.size() || taille < 8 || (def && def->taille != taille))
+    return m->Echec(ErrValeur, chemin);
   if (m->fichiers[numFichier] && (m->fichiers[numFichier]->datOuvert || m->fichiers[numFichier]->idxOuvert)) {
     return m->Echec(ErrOccupe, chemin);
   }
   if (m->profondeur) return m->Echec(ErrValeur, chemin);
   if (!Relache(chemin)) return false;
+  assert(!m->fichiers[numFichier] || m->fichiers[numFichier]->chemin != chemin);
   EnteteDat entete;
   entete.numero = numFichier;
   entete.taille = taille;
@@ -293,6 +324,7 @@ bool Moteur::Etat::OuvreDat(u16 numero, const std::string& chemin) {
   o->emplacements = e.emplacements;
   o->tete = e.tete;
   o->libres = e.libres;
+  assert(!fichiers[numero]);
   fichiers[numero] = std::move(o);
   return true;
 }
@@ -305,8 +337,9 @@ bool Moteur::Ouvre(u16 numero, const std::string& cheminDonne) {
   // that of a data file or of the key file behind it.
   unsigned indice = 0;
   const DefinitionFichier* defCle = DefinitionCle(numero, indice);
-  const bool estCle = defCle ? indice == 0 : numero > 0 && !DefinitionFichierNumero(numero) && m->fichiers[numero - 1] &&
-                                                 !m->fichiers[numero - 1]->def && Finit(chemin, "i");
+  const bool estCle = defCle ? indice == 0
+                             : numero > 0 && !DefinitionFichierNumero(numero) && m->fichiers[numero - 1] &&
+                                   !m->fichiers[numero - 1]->def && Finit(chemin, "i");
   if (!estCle) {
     if (defCle) return m->Echec(ErrValeur, chemin);
     if (!m->OuvreDat(numero, chemin)) return false;
@@ -315,9 +348,11 @@ bool Moteur::Ouvre(u16 numero, const std::string& cheminDonne) {
   }
   const u16 numFichier = static_cast<u16>(numero - 1);
   if (defCle && !m->OuvreDat(numFichier, AvecExtension(chemin, ".dat"))) return false;
+  assert(m->fichiers[numFichier]);
   Ouvert& o = *m->fichiers[numFichier];
   if (o.cles && o.cheminIdx != chemin) return m->Echec(ErrOccupe, chemin);
   if (!o.cles && !m->OuvreCles(o, chemin, false)) return false;
+  assert(o.cles);
   o.idxOuvert = true;
   return true;
 }
@@ -351,7 +386,8 @@ bool Moteur::AjouteIdx(u16 premiereCle, unsigned indice, bool doubles) {
   if (const DefinitionFichier* def = DefinitionCle(premiereCle, premier)) {
     return (premier == 0 && indice < def->nbCles && def->doubles[indice] == doubles) || m->Echec(ErrValeur);
   }
-  Ouvert* o = premiereCle > 0 && premiereCle <= m->fichiers.size() ? m->fichiers[premiereCle - 1].get() : nullptr;
+  Ouvert* o =
+      premiereCle > 0 && premiereCle <= m->fichiers.size() ? m->fichiers[premiereCle - 1].get() : nullptr;
   if (!o || o->def || indice != o->description.nombre || indice >= 8) return m->Echec(ErrValeur);
   o->description.nombre = indice + 1;
   o->description.doubles[indice] = doubles;

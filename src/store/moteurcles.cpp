@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -34,11 +35,13 @@ Ouvert* Moteur::Etat::Cle(u16 numCle, unsigned& indice) {
     }
   }
   if (!o || !o->idxOuvert || !o->cles) return Echec(ErrPasOuvert), nullptr;
+  assert(indice < o->description.nombre);
   return o;
 }
 
 /// What a seal would say now. With `attendu` the file is summed up only when the rest agrees.
 bool Moteur::Etat::Sceau_(Ouvert& o, Sceau& sceau, const Sceau* attendu) {
+  assert(!o.cheminIdx.empty() && fabrique.SurDisque());
   Empreinte dat, idx;
   if (o.dat.Mesure(dat) || systeme.Mesure(o.cheminIdx, idx)) return false;
   sceau = {dat.taille, dat.secondes, dat.nanosecondes, idx.taille, idx.secondes, idx.nanosecondes, 0};
@@ -56,6 +59,7 @@ bool Moteur::Etat::Sceau_(Ouvert& o, Sceau& sceau, const Sceau* attendu) {
 }
 
 bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf) {
+  assert(!cheminIdx.empty());
   o.cles.reset();
   o.clesEnMemoire = o.clesEndommagees = false;
   o.cheminIdx = cheminIdx;
@@ -67,6 +71,8 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
   o.description.nombre = o.def->nbCles;
   std::copy(std::begin(o.def->doubles), std::end(o.def->doubles), o.description.doubles);
 
+  // A key file is believed only while the seal names this very pair of files: a whole but older one
+  // that somebody brought back finds every record it knows, and none of the newer ones.
   const auto sceau = reprise->sceaux.find(o.dat.entete.id);
   Sceau present;
   if (!neuf && !o.modifie && fabrique.SurDisque() && sceau != reprise->sceaux.end() && Sceau_(o, present, &sceau->second)) {
@@ -78,6 +84,7 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
                              " est endommagé : il est reconstruit à partir des enregistrements.");
   }
   o.cles.reset();
+  // The seal goes first: a crash while the keys are made leaves a file that nobody vouches for.
   reprise->sceaux.erase(o.dat.entete.id);
   o.modifie = true;
   int rc = 0;
@@ -97,7 +104,8 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
 /// Fills the keys from the records as the unit in progress sees them.
 bool Moteur::Etat::RemplitCles(Ouvert& o) {
   struct Entree {
-    u32 place;
+    std::size_t place;
+    u32 longueur;
     Position position;
   };
   std::vector<Entree> entrees;
@@ -106,27 +114,22 @@ bool Moteur::Etat::RemplitCles(Ouvert& o) {
   for (unsigned i = 0; i < o.def->nbCles; ++i) {
     entrees.clear();
     textes.clear();
-    unsigned longueur = 0;
     char texte[TailleCleMax];
     for (Position p = 1; p <= o.emplacements; ++p) {
       const u8* rec = Brut(o, p);
       if (o.dat.EtatDe(rec) != EtatEmplacement::Vivant) continue;
-      // Key layouts are of fixed length, but a damaged record may say otherwise.
-      longueur = o.def->compose(i, rec, texte);
-      entrees.push_back({static_cast<u32>(textes.size() / TailleCleMax), p});
-      textes.resize(textes.size() + TailleCleMax);
-      std::memcpy(textes.data() + textes.size() - TailleCleMax, texte, longueur);
-      textes[textes.size() - 1] = static_cast<char>(longueur);
+      const unsigned longueur = o.def->compose(i, rec, texte);
+      assert(longueur <= TailleCleMax);
+      entrees.push_back({textes.size(), longueur, p});
+      textes.insert(textes.end(), texte, texte + longueur);
     }
-    const auto vue = [&](const Entree& e) {
-      const char* debut = textes.data() + std::size_t{e.place} * TailleCleMax;
-      return std::string_view(debut, static_cast<u8>(debut[TailleCleMax - 1]));
-    };
+    const auto vue = [&](const Entree& e) { return std::string_view(textes.data() + e.place, e.longueur); };
     const auto avant = [&](const Entree& a, const Entree& b) {
       const int c = vue(a).compare(vue(b));
       return c ? c < 0 : a.position < b.position;
     };
-    if (!std::is_sorted(entrees.begin(), entrees.end(), avant)) std::sort(entrees.begin(), entrees.end(), avant);
+    if (!std::is_sorted(entrees.begin(), entrees.end(), avant))
+      std::sort(entrees.begin(), entrees.end(), avant);
     triees.clear();
     for (const Entree& e : entrees) {
       if (!o.def->doubles[i] && !triees.empty() && triees.back().first == vue(e)) {
@@ -143,6 +146,7 @@ bool Moteur::Etat::RemplitCles(Ouvert& o) {
 /// The key file failed: its keys are made again in memory, and the file is left
 /// without a seal, so that the next opening makes it anew.
 bool Moteur::Etat::ReplieCles(Ouvert& o, int rc) {
+  assert(rc != 0);
   if (o.clesEnMemoire || !o.def) return Echec(rc, o.cheminIdx);
   avertissements.push_back(rc < 1000 ? "Les clés du fichier " + o.cheminIdx + " n'ont pas pu être écrites (" +
                                            VersUtf8(TexteErreurSysteme(rc)) +
@@ -185,6 +189,7 @@ void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte
     o.modifie = true;
     reprise->sceaux.erase(o.dat.entete.id);
   }
+  assert(indice < o.description.nombre);
   if (profondeur == 0 || (profondeur == 1 && clesTropNombreuses)) return;
   Touche(o);
   changementsCles.push_back({&o, indice, ajout, position, std::string(texte)});
@@ -195,13 +200,16 @@ void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte
 }
 
 int Moteur::Etat::PoseCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool neuve) {
+  assert(position > 0 && texte.size() <= TailleCleMax);
   int rc = neuve ? o.cles->AjouteNeuve(indice, texte, position) : o.cles->Ajoute(indice, texte, position);
   if (rc == ErrCleDouble) return rc;
   if (rc) {
     if (!ReplieCles(o, rc)) return rc;
     rc = o.cles->Ajoute(indice, texte, position);
     EntreeCle e;
-    if (rc == ErrCleDouble && o.cles->Borne(indice, texte, position, e) && e.texte == texte && e.position == position) rc = 0;
+    if (rc == ErrCleDouble && o.cles->Borne(indice, texte, position, e) && e.texte == texte &&
+        e.position == position)
+      rc = 0;
     if (rc) return rc;
   }
   RetientCle(o, indice, texte, position, true);
@@ -221,6 +229,7 @@ int Moteur::Etat::OteCle(Ouvert& o, unsigned indice, std::string_view texte, Pos
 }
 
 void Moteur::Etat::DefaitCles(std::size_t jusqua) {
+  assert(jusqua <= changementsCles.size());
   // Records were put back before: a fallback below rebuilds the right keys, and
   // what is left of the list then changes nothing.
   while (changementsCles.size() > jusqua) {
@@ -357,7 +366,8 @@ Position Moteur::Precedent(u16 numCle, std::string& texte) {
   return m->Deplace(numCle, texte, position, -1), position;
 }
 
-bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& fin, const SuiteParcours& suite) {
+bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& fin,
+                      const SuiteParcours& suite) {
   unsigned indice = 0;
   Ouvert* o = m->Cle(numCle, indice);
   if (!o) return false;

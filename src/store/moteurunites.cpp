@@ -1,6 +1,7 @@
 // Records and units of work.
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -20,7 +21,8 @@ u64 CleImage(const Ouvert& o, Position position) { return u64{o.numero} << 32 | 
 const u8* Moteur::Etat::Brut(Ouvert& o, Position position) {
   if (position == 0 || position > o.emplacements) return Echec(ErrPosition, o), nullptr;
   if (!images.empty()) {
-    if (const auto image = images.find(CleImage(o, position)); image != images.end()) return image->second.data();
+    if (const auto image = images.find(CleImage(o, position)); image != images.end())
+      return image->second.data();
   }
   if (!o.attente.empty()) {
     if (const auto image = o.attente.find(position); image != o.attente.end()) return image->second.data();
@@ -29,6 +31,7 @@ const u8* Moteur::Etat::Brut(Ouvert& o, Position position) {
 }
 
 void Moteur::Etat::Touche(Ouvert& o) {
+  assert(profondeur > 0 && fichiers[o.numero].get() == &o);
   if (o.touche) return;
   o.touche = true;
   touches.push_back(&o);
@@ -39,6 +42,7 @@ void Moteur::Etat::Touche(Ouvert& o) {
 void Moteur::Etat::Retient(Ouvert& o, Position position) {
   Touche(o);
   if (profondeur < 2) return;
+  assert(reperes.size() == profondeur && annulations.size() >= reperes.back().annulations);
   Annulation a{&o, position, false, {}, o.emplacements, o.tete, o.libres, o.premierVerse};
   if (position && position <= o.emplacements) {
     const bool versee = o.premierVerse && position >= o.premierVerse;
@@ -53,6 +57,7 @@ void Moteur::Etat::Retient(Ouvert& o, Position position) {
 }
 
 bool Moteur::Etat::PoseImage(Ouvert& o, Position position, const u8* octets) {
+  assert(o.touche && position > 0 && position <= o.emplacements + 1);
   const u16 taille = o.dat.entete.taille;
   if (o.premierVerse && position >= o.premierVerse) {
     if (const int rc = o.dat.ModifieQueue(position, octets)) return Echec(rc, o);
@@ -76,6 +81,7 @@ const u8* Moteur::Etat::Marque(Ouvert& o, const void* rec) {
   } else if (o.dat.EtatDe(tampon.data()) != EtatEmplacement::Vivant) {
     return Echec(ErrValeur, o), nullptr;
   }
+  assert(o.dat.EtatDe(tampon.data()) == EtatEmplacement::Vivant);
   return tampon.data();
 }
 
@@ -87,10 +93,12 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
   Position position = o->tete;
   if (position) {
     const u8* libre = m->Brut(*o, position);
-    if (!libre || o->dat.EtatDe(libre) != EtatEmplacement::Libre || o->libres == 0) return m->Echec(ErrEndommage, *o), 0;
+    if (!libre || o->dat.EtatDe(libre) != EtatEmplacement::Libre || o->libres == 0)
+      return m->Echec(ErrEndommage, *o), 0;
     u32 suivante;
     std::memcpy(&suivante, libre + 4, sizeof suivante);
-    if (suivante > o->emplacements || (suivante == 0) != (o->libres == 1)) return m->Echec(ErrEndommage, *o), 0;
+    if (suivante > o->emplacements || (suivante == 0) != (o->libres == 1))
+      return m->Echec(ErrEndommage, *o), 0;
     m->Retient(*o, position);
     if (!m->PoseImage(*o, position, octets)) return 0;
     o->tete = suivante;
@@ -107,6 +115,7 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
       if (!m->PoseImage(*o, position, octets)) return 0;
     }
     ++o->emplacements;
+    assert(o->emplacements == position);
   }
   return unite.Valide() ? position : 0;
 }
@@ -114,12 +123,14 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
 bool Moteur::Supprime(u16 numFichier, Position position) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !Vue(numFichier, position)) return false;
+  if (o->libres >= o->emplacements) return m->Echec(ErrEndommage, *o);
   UniteAuto unite(*this);
   m->Retient(*o, position);
   std::vector<u8> octets(o->dat.entete.taille, 0);
   std::fill_n(octets.begin(), o->dat.Marque(), u8{255});
   std::memcpy(octets.data() + 4, &o->tete, sizeof o->tete);
   if (!m->PoseImage(*o, position, octets.data())) return false;
+  assert(o->dat.EtatDe(octets.data()) == EtatEmplacement::Libre);
   o->tete = position;
   ++o->libres;
   return unite.Valide();
@@ -140,9 +151,12 @@ const u8* Moteur::Vue(u16 numFichier, Position position) {
   const u8* octets = m->Brut(*o, position);
   if (!octets) return nullptr;
   switch (o->dat.EtatDe(octets)) {
-    case EtatEmplacement::Vivant: return octets;
-    case EtatEmplacement::Libre: return m->Echec(ErrPosition, *o), nullptr;
-    default: return m->Echec(ErrEndommage, *o), nullptr;
+    case EtatEmplacement::Vivant:
+      return octets;
+    case EtatEmplacement::Libre:
+      return m->Echec(ErrPosition, *o), nullptr;
+    default:
+      return m->Echec(ErrEndommage, *o), nullptr;
   }
 }
 
@@ -212,6 +226,7 @@ u64 Moteur::NbSynchros() const { return m->reprise ? m->reprise->NbSynchros() : 
 
 bool Moteur::ValideUnite() {
   if (m->profondeur == 0) return m->Echec(ErrPasOuvert);
+  assert(m->reperes.size() == m->profondeur);
   if (m->profondeur > 1) {
     m->reperes.pop_back();
     if (--m->profondeur == 1) {
@@ -227,6 +242,7 @@ bool Moteur::ValideUnite() {
     AnnuleUnite();
     return m->Echec(code, fichier);
   }
+  assert(m->images.empty() && m->ordre.empty() && m->touches.empty() && m->changementsCles.empty());
   m->reperes.clear();
   m->profondeur = 0;
   return true;
@@ -239,7 +255,10 @@ void Moteur::AnnuleUnite() {
   ++m->nbAnnulations;
   if (m->profondeur > 1) {
     const Etat::Repere repere = m->reperes.back();
+    // Records before keys: where a key file fails meanwhile its keys are made again from the records,
+    // which must then be the right ones.
     m->Defait(repere.annulations);
+    assert(m->ordre.size() >= repere.ordre);
     m->ordre.resize(repere.ordre);
     m->DefaitCles(repere.cles);
     m->reperes.pop_back();
@@ -252,10 +271,14 @@ void Moteur::AnnuleUnite() {
   m->Echec(code, fichier);
 }
 
+/// Backwards: each step expects what the one behind it found.
 void Moteur::Etat::Defait(std::size_t jusqua) {
+  assert(jusqua <= annulations.size());
   while (annulations.size() > jusqua) {
     Annulation& a = annulations.back();
     Ouvert& o = *a.fichier;
+    assert(o.touche && a.emplacements >= o.dat.entete.emplacements && a.emplacements <= o.emplacements);
+    // Slots that are given back are forgotten first: their images would be written behind the end.
     if (o.emplacements > a.emplacements) {
       for (Position p = a.emplacements + 1; p <= o.emplacements; ++p) {
         if (images.erase(CleImage(o, p))) octetsImages -= o.dat.entete.taille;
@@ -267,6 +290,7 @@ void Moteur::Etat::Defait(std::size_t jusqua) {
     o.libres = a.libres;
     o.premierVerse = a.premierVerse;
     if (a.position) {
+      assert(a.position <= o.emplacements);
       if (a.avait) {
         PoseImage(o, a.position, a.image.data());
       } else if (images.erase(CleImage(o, a.position))) {
@@ -277,6 +301,8 @@ void Moteur::Etat::Defait(std::size_t jusqua) {
   }
 }
 
+/// Nothing of an outermost unit has reached a data file but a tail behind the committed end: the
+/// headers as they stand on the disk are the state to go back to.
 void Moteur::Etat::DefaitTout() {
   images.clear();
   ordre.clear();
@@ -298,6 +324,7 @@ void Moteur::Etat::DefaitTout() {
   } else {
     DefaitCles(0);
   }
+  assert(changementsCles.empty());
   clesTropNombreuses = false;
   touches.clear();
 }
@@ -309,8 +336,10 @@ void Moteur::Etat::ComposeUnite() {
     if (!o->def) continue;
     indices[o->numero] = static_cast<u16>(fichiersUnite.size());
     const EnteteDat& e = o->dat.entete;
-    fichiersUnite.push_back({e.id, e.generation, o->numero, e.taille, o->emplacements, o->tete, o->libres, o->cheminRelatif});
+    fichiersUnite.push_back(
+        {e.id, e.generation, o->numero, e.taille, o->emplacements, o->tete, o->libres, o->cheminRelatif});
   }
+  assert(!fichiersUnite.empty());
   reprise->Commence(fichiersUnite);
   for (const u64 cle : ordre) {
     const auto image = images.find(cle);
@@ -318,6 +347,8 @@ void Moteur::Etat::ComposeUnite() {
     Ouvert& o = *fichiers[cle >> 32];
     if (!o.def) continue;
     const Position position = static_cast<Position>(cle);
+    assert(o.touche && position > 0 && position <= o.emplacements);
+    assert(image->second.size() == o.dat.entete.taille);
     const u8* octets = image->second.data();
     u32 debut = 0, fin = o.dat.entete.taille, zeros = 0;
     if (position <= o.dat.entete.emplacements) {
@@ -330,19 +361,27 @@ void Moteur::Etat::ComposeUnite() {
       while (fin > 0 && octets[fin - 1] == 0) --fin;
       zeros = o.dat.entete.taille - fin;
     }
-    reprise->AjouteImage({indices[o.numero], static_cast<u16>(debut), static_cast<u16>(zeros), position,
+    reprise->AjouteImage({indices[o.numero],
+                          static_cast<u16>(debut),
+                          static_cast<u16>(zeros),
+                          position,
                           {reinterpret_cast<const char*>(octets) + debut, fin - debut}});
   }
 }
 
+/// The unit becomes durable, or nothing of it counts.
 bool Moteur::Etat::Engage() {
+  assert(profondeur == 1);
+  // The tail before the log: the unit's header tells of slots whose records stand nowhere else.
   for (Ouvert* o : touches) {
     if (!o->premierVerse) continue;
     int rc = o->dat.VerseQueue();
     if (!rc) rc = o->dat.Synchronise();
     if (rc) return Echec(rc, *o);
+    assert(o->dat.QueueDurable());
   }
   if (std::any_of(touches.begin(), touches.end(), [](const Ouvert* o) { return o->def != nullptr; })) {
+    // Room before the unit is composed: emptying the log changes epoch and headers, which it bears.
     if (reprise->DoitVider() && !VidangeTout()) return false;
     ComposeUnite();
     if (!reprise->Tient()) {
@@ -351,6 +390,7 @@ bool Moteur::Etat::Engage() {
     }
     if (const int rc = reprise->Ecrit()) return Echec(rc, Joint(dossier, "fenlor.rep"));
   }
+  // From here on the unit is told as saved: whatever the data files answer, the log has it.
   Applique();
   return true;
 }
@@ -364,6 +404,8 @@ bool Moteur::Etat::Applique() {
     if (image == images.end()) continue;
     Ouvert& o = *fichiers[cle >> 32];
     const Position position = static_cast<Position>(cle);
+    assert(o.touche && position > 0 && position <= o.emplacements);
+    // Behind an image that waits the newer one waits too, or the older one would be written last.
     if (o.attente.contains(position) ||
         o.dat.EcritPlace(position, 0, image->second.data(), o.dat.entete.taille) != 0) {
       o.attente[position] = std::move(image->second);
@@ -374,9 +416,11 @@ bool Moteur::Etat::Applique() {
     o->dat.entete.emplacements = o->emplacements;
     o->dat.entete.tete = o->tete;
     o->dat.entete.libres = o->libres;
+    assert(!o->premierVerse || o->dat.QueueDurable());
     o->premierVerse = 0;
     o->touche = false;
     o->datSale = o->modifie = true;
+    // The keys on the disk are those of before: until the closing nobody vouches for them.
     reprise->sceaux.erase(o->dat.entete.id);
   }
   touches.clear();

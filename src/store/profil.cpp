@@ -1,6 +1,7 @@
 #include "store/profil.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <set>
 #include <string_view>
@@ -96,9 +97,11 @@ int Remplace(Systeme& systeme, const std::string& chemin, const std::string& con
   int erreur = systeme.Ouvre(provisoire, Systeme::Creation, fichier);
   if (erreur) return erreur;
   erreur = fichier->Ecrit(contenu.data(), contenu.size(), 0);
+  // Durable before it takes the name: a crash leaves the old settings or the new ones.
   if (!erreur) erreur = fichier->Synchronise();
   if (!erreur) erreur = fichier->Mesure(empreinte);
   fichier.reset();
+  assert(erreur || empreinte.taille == contenu.size());
   if (!erreur) erreur = systeme.Renomme(provisoire, chemin);
   if (erreur) systeme.Supprime(provisoire);
   return erreur;
@@ -220,6 +223,7 @@ void Profil::Applique(const Changement& c) {
     });
     return;
   }
+  assert(!c.section.empty());
   std::size_t debut = TrouveSection(c.section);
   if (debut == Absent && !c.valeur) return;
   if (debut == Absent) {
@@ -229,6 +233,7 @@ void Profil::Applique(const Changement& c) {
     debut = m_lignes.size();
     m_lignes.push_back({Ligne::Section, LigneSection(c.section), c.section, {}});
   }
+  assert(debut < m_lignes.size() && m_lignes[debut].sorte == Ligne::Section);
   const auto premiere = m_lignes.begin() + static_cast<std::ptrdiff_t>(debut) + 1;
   const auto fin =
       std::find_if(premiere, m_lignes.end(), [](const Ligne& l) { return l.sorte == Ligne::Section; });

@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -74,6 +75,7 @@ u64 Arrondi(u64 taille) { return (taille + Bloc - 1) / Bloc * Bloc; }
 int JournalReprise::MauvaiseUnite() { return ErrJournalReprise; }
 
 int JournalReprise::Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite) {
+  assert(!m_fichier && m_unite.empty());
   m_capacite = std::max<u64>(Arrondi(capacite), 16 * Bloc);
   const std::string chemin = Joint(dossier, "fenlor.rep");
   int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier);
@@ -104,18 +106,22 @@ int JournalReprise::Ouvre(Systeme& systeme, const std::string& dossier, std::siz
 }
 
 int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
-  // Made under another name: a log is there whole or not at all.
+  // Made under another name: a log is there whole or not at all. Space first, for a commit must not
+  // meet a full disk half-way; the header last, so that zeroes are never taken for a log.
   const std::string provisoire = chemin + ".tmp";
   int rc = systeme.Ouvre(provisoire, Systeme::Creation, m_fichier);
   if (rc) return rc;
   const std::vector<u8> zeros(256u << 10, 0);
   m_taille = DebutUnites + m_capacite;
+  assert(m_taille % Bloc == 0);
   for (u64 place = 0; place < m_taille && !rc; place += zeros.size()) {
     rc = m_fichier->Ecrit(zeros.data(), std::min<u64>(zeros.size(), m_taille - place), place);
   }
   m_id = TireId();
   m_epoque = 1;
   if (!rc) rc = EcritEntete();
+  // Content, then name, then the durability of the name: in any other order a crash leaves a
+  // "fenlor.rep" of zeroes, which would be refused as damaged.
   if (!rc) rc = m_fichier->Synchronise();
   if (!rc) rc = systeme.Renomme(provisoire, chemin);
   if (!rc) rc = systeme.SynchroniseDossier(DossierDe(chemin));
@@ -124,6 +130,7 @@ int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
 }
 
 int JournalReprise::EcritEntete() {
+  assert(m_id != 0 && m_epoque != 0 && m_suivante != 0);
   std::vector<u8> o(Magie, Magie + 8);
   Ajoute(o, Version);
   Ajoute(o, u32{0});
@@ -147,6 +154,7 @@ int JournalReprise::EcritEntete() {
     Ajoute(o, SceauEntier);
     o.resize(o.size() + 8);
   }
+  assert(o.size() == 48 + nombre * TailleSceau && o.size() <= TailleEntete);
   Pose(o.data() + 12, Crc(o.data() + 16, o.size() - 16));
   return m_fichier->Ecrit(o.data(), o.size(), m_epoque & 1 ? TailleEntete : 0);
 }
@@ -185,6 +193,8 @@ void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers) {
   Ajoute(m_unite, u32{0});
   Ajoute(m_unite, static_cast<u32>(fichiers.size()));
   for (const FichierUnite& f : fichiers) {
+    assert(f.id != 0 && !f.chemin.empty() && f.chemin.size() <= 0xFFFF);
+    assert(f.tete <= f.emplacements && f.libres <= f.emplacements);
     Ajoute(m_unite, f.id);
     Ajoute(m_unite, f.generation);
     Ajoute(m_unite, f.numero);
@@ -198,6 +208,9 @@ void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers) {
 }
 
 void JournalReprise::AjouteImage(const ImageUnite& image) {
+  assert(m_unite.size() >= TailleEnteteUnite);
+  assert(image.position > 0 && image.octets.size() <= 0xFFFF);
+  assert(!image.octets.empty() || image.zeros > 0);
   Ajoute(m_unite, image.fichier);
   Ajoute(m_unite, image.decalage);
   Ajoute(m_unite, static_cast<u16>(image.octets.size()));
@@ -209,6 +222,10 @@ void JournalReprise::AjouteImage(const ImageUnite& image) {
 bool JournalReprise::Tient() const { return m_fin == 0 || m_fin + Arrondi(m_unite.size()) <= m_capacite; }
 
 int JournalReprise::Ecrit() {
+  // A unit composed before the log was emptied bears the old epoch: it would not count.
+  assert(m_unite.size() >= TailleEnteteUnite && Prend<u64>(m_unite.data() + 8) == m_epoque &&
+         Prend<u64>(m_unite.data() + 16) == m_suivante);
+  assert(m_fin % Bloc == 0 && Tient());
   if (m_unite.size() > 0xFFFFFFFFu - Bloc) return EFBIG;
   if (m_aVider) return EIO;
   // A unit that failed may have reached the disk all the same: it must be gone
@@ -219,6 +236,7 @@ int JournalReprise::Ecrit() {
     if (const int rc = m_fichier->Synchronise()) return rc;
     m_doute = false;
   }
+  // The length is part of what the checksum covers: it is put in first.
   Pose(m_unite.data() + 24, static_cast<u32>(m_unite.size() - TailleEnteteUnite + 4));
   const std::size_t taille = m_unite.size();
   m_unite.resize(Arrondi(taille), 0);
@@ -230,17 +248,22 @@ int JournalReprise::Ecrit() {
     if (!rc) m_taille = fin;
   }
   if (rc) return rc;
+  assert(m_unite.size() % Bloc == 0 && DebutUnites + m_fin + m_unite.size() <= m_taille);
   rc = m_fichier->Ecrit(m_unite.data(), m_unite.size(), DebutUnites + m_fin);
   if (!rc) {
     rc = m_fichier->Synchronise();
     ++m_synchros;
   }
   if (rc) {
+    // Told as failed, it must not come back after a crash: its first block is wiped at once, or, if
+    // the disk does not take that either, before the next unit.
     m_doute = true;
     const std::vector<u8> zeros(Bloc, 0);
-    if (!m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + m_fin) && !m_fichier->Synchronise()) m_doute = false;
+    if (!m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + m_fin) && !m_fichier->Synchronise())
+      m_doute = false;
     return rc;
   }
+  assert(!m_doute && !m_aVider);
   m_fin += m_unite.size();
   ++m_suivante;
   if (m_unite.capacity() > (4u << 20)) std::vector<u8>().swap(m_unite);
@@ -248,6 +271,8 @@ int JournalReprise::Ecrit() {
 }
 
 int JournalReprise::Vide() {
+  // One step of the epoch voids all units at once: there is no moment at which some count and others
+  // do not. The caller has synced the data files, for from here on nothing else holds their changes.
   ++m_epoque;
   int rc = EcritEntete();
   if (!rc) rc = m_fichier->Synchronise();
@@ -263,13 +288,16 @@ int JournalReprise::Vide() {
   m_premiere = m_suivante;
   m_fin = m_lecture = 0;
   m_doute = false;
+  // A large unit made the log grow: it shrinks only now, when nothing in it counts.
   if (m_taille > DebutUnites + 4 * m_capacite) {
+    assert(EstVide());
     if (m_fichier->Tronque(DebutUnites + m_capacite) == 0) m_taille = DebutUnites + m_capacite;
   }
   return 0;
 }
 
 bool JournalReprise::LitUnite(std::string& unite) {
+  assert(m_lecture % Bloc == 0 && m_lecture == m_fin);
   m_erreurLecture = 0;
   char debut[TailleEnteteUnite];
   std::size_t lus = 0;
@@ -312,7 +340,8 @@ int JournalReprise::VerifieFin() {
       std::string unite(taille, 0);
       std::size_t n = 0;
       if (const int rc = m_fichier->Lit(unite.data(), taille, DebutUnites + place + o, n)) return rc;
-      if (n == taille && Prend<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8)) return ErrJournalReprise;
+      if (n == taille && Prend<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8))
+        return ErrJournalReprise;
     }
     if (lus < bloc.size() || m_lecture == 0) break;
   }
@@ -333,6 +362,7 @@ bool JournalReprise::Decompose(const std::string& unite, std::vector<FichierUnit
     f.tete = l.Valeur<u32>();
     f.libres = l.Valeur<u32>();
     f.chemin = l.Texte(l.Valeur<u16>());
+    if (f.tete > f.emplacements || f.libres > f.emplacements) return false;
     fichiers.push_back(std::move(f));
   }
   while (l.bon && l.place < l.fin) {
@@ -345,7 +375,8 @@ bool JournalReprise::Decompose(const std::string& unite, std::vector<FichierUnit
     i.octets = l.Texte(taille);
     if (!l.bon || i.fichier >= fichiers.size()) return false;
     const FichierUnite& f = fichiers[i.fichier];
-    if (u32{i.decalage} + taille + i.zeros > f.taille || i.position == 0 || i.position > f.emplacements) return false;
+    if (u32{i.decalage} + taille + i.zeros > f.taille || i.position == 0 || i.position > f.emplacements)
+      return false;
     images.push_back(i);
   }
   return l.bon;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <limits>
@@ -31,12 +32,13 @@ void Remplit(const struct stat& s, Empreinte& empreinte) {
 
 class FichierPosix : public Fichier {
  public:
-  explicit FichierPosix(int descripteur) : m_descripteur(descripteur) {}
+  explicit FichierPosix(int descripteur) : m_descripteur(descripteur) { assert(descripteur >= 0); }
   ~FichierPosix() override { ::close(m_descripteur); }
   FichierPosix(const FichierPosix&) = delete;
   FichierPosix& operator=(const FichierPosix&) = delete;
 
   int Lit(void* tampon, std::size_t taille, u64 offset, std::size_t& lus) override {
+    assert(tampon || taille == 0);
     lus = 0;
     if (DepasseOffset(offset, taille)) return EINVAL;
     while (lus < taille) {
@@ -53,6 +55,7 @@ class FichierPosix : public Fichier {
   }
 
   int Ecrit(const void* tampon, std::size_t taille, u64 offset) override {
+    assert(tampon || taille == 0);
     if (DepasseOffset(offset, taille)) return EFBIG;
     std::size_t faits = 0;
     while (faits < taille) {
@@ -65,6 +68,7 @@ class FichierPosix : public Fichier {
       if (n == 0) return EIO;
       faits += static_cast<std::size_t>(n);
     }
+    assert(faits == taille);
     return 0;
   }
 
@@ -106,6 +110,7 @@ class FichierPosix : public Fichier {
   // Where the file system cannot reserve, writing what is read there (zeroes in
   // a hole and past the end) is what makes it give the space.
   int Reecrit(u64 debut, u64 fin) {
+    assert(debut < fin);
     std::vector<char> bloc(static_cast<std::size_t>(std::min<u64>(fin - debut, 1u << 16)));
     for (u64 place = debut; place < fin;) {
       const std::size_t n = static_cast<std::size_t>(std::min<u64>(fin - place, bloc.size()));
@@ -146,10 +151,14 @@ int SystemePosix::Mesure(const std::string& chemin, Empreinte& empreinte) {
 }
 
 int SystemePosix::Renomme(const std::string& de, const std::string& vers) {
+  assert(!de.empty() && !vers.empty());
   return ::rename(de.c_str(), vers.c_str()) == 0 ? 0 : errno;
 }
 
-int SystemePosix::Supprime(const std::string& chemin) { return ::unlink(chemin.c_str()) == 0 ? 0 : errno; }
+int SystemePosix::Supprime(const std::string& chemin) {
+  assert(!chemin.empty());
+  return ::unlink(chemin.c_str()) == 0 ? 0 : errno;
+}
 
 int SystemePosix::SynchroniseDossier(const std::string& dossier) {
   int descripteur;

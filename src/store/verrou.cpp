@@ -4,6 +4,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <cassert>
 #include <cerrno>
 
 #include "store/qvapi.h"
@@ -23,6 +24,7 @@ std::string QuiSuisJe() {
 }  // namespace
 
 int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
+  assert(!m_fichier);
   const std::string chemin = Joint(dossier, "fenlor.ver");
   int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier);
   if (rc == ENOENT) rc = systeme.Ouvre(chemin, Systeme::Creation, m_fichier);

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "ctl/ctldetest.h"
+#include "outils/systemefautif.h"
 #include "store/motdepasse.h"
 
 namespace fenlor::test {
@@ -159,6 +160,25 @@ TEST_F(Commandes, CabinetAbsentOuOccupe) {
   EXPECT_EQ(Lance({"balance"}).statut, StatutFait);
 }
 
+// The work was done and told; what could not be brought home is told too, and nothing is lost.
+TEST_F(Commandes, UneFermetureQuiEchoueSeDit) {
+  Cree();
+  SystemeSansSynchro vrai;
+  SystemeFautif disque(vrai);
+  disque.SurChemin("JOURNAL.dat");
+  disque.Programme(1, EIO, SystemeFautif::Synchro, false);
+  OptionsCtl options = Options();
+  options.magasin.systeme = &disque;
+  std::istringstream entree(
+      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})");
+  std::ostringstream sortie, erreurs;
+  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, entree, sortie, erreurs, options), StatutRefuse);
+  EXPECT_NE(erreurs.str().find("Erreur 3214"), std::string::npos) << erreurs.str();
+  EXPECT_EQ(sortie.str(), "{\"entree\":1,\"mouvement\":1,\"ligne\":1}\n");
+  EXPECT_EQ(Journal().size(), 2u);
+  Sain();
+}
+
 TEST_F(Commandes, MotDePasse) {
   Cree();
   {
@@ -198,6 +218,22 @@ TEST_F(Commandes, Balance) {
     EXPECT_EQ(compte["SoldeEuro"], a.solde) << a.compte;
     EXPECT_EQ(compte["SoldeRapprocheEuro"], a.rapproche) << a.compte;
   }
+  // Each field bears the value that the record has under its name.
+  for (const std::string& ligne : Lance({"exporter", "COMPTES"}).Lignes()) {
+    const Json fiche = Json::parse(ligne);
+    std::string numero = fiche["Compte"];
+    numero.erase(numero.find_last_not_of('0') + 1);
+    for (const auto& [nom, valeur] : comptes.at(numero).items()) {
+      if (fiche.contains(nom))
+        EXPECT_EQ(valeur, fiche[nom]) << numero << " " << nom;
+      else
+        EXPECT_TRUE(nom.starts_with("Solde")) << nom;
+    }
+  }
+  const Json& banque = comptes.at("512");
+  EXPECT_EQ(banque["SoldeFranc"], -265.67);
+  EXPECT_EQ(banque["SoldeRapprocheFranc"], -659.24);
+  EXPECT_EQ(banque["SoldeReelEuro"], -40.5);
   EXPECT_EQ(comptes.at("")["TotalDebitEuro"], 180.5);
   EXPECT_EQ(comptes.at("")["TotalCreditEuro"], 180.5);
   const auto texte = Lance({"balance"}).Lignes();
@@ -275,10 +311,10 @@ TEST_F(Commandes, VerifierRecalculer) {
   const Resultat recalcul = Lance({"recalculer", "--euros", "--json"});
   EXPECT_EQ(recalcul.statut, StatutFait) << recalcul.erreurs;
   const Json bilan = Json::parse(recalcul.sortie);
-  EXPECT_EQ(bilan["NbRecettes"], 2);
-  EXPECT_EQ(bilan["NbDepenses"], 1);
-  EXPECT_EQ(bilan["NbValidees"], 1);
-  EXPECT_EQ(bilan["lignes"], 7);
+  EXPECT_EQ(
+      bilan,
+      Json::parse(R"({"NbRecettes":2,"NbDepenses":1,"NbOD":0,"NbPointees":0,"NbRemises":0,"NbRapprochees":1,
+                                 "NbValidees":1,"NbNonRapprochees":1,"lignes":7,"lignesAjustees":0})"));
   EXPECT_EQ(Balance().at("706")["CreditEuro"], 100.5);
   EXPECT_EQ(Lance({"verifier"}).sortie, "Aucune anomalie.\n");
 }

@@ -74,6 +74,10 @@ TEST_F(Fiches, UnPlanDeComptesArrange) {
   EXPECT_EQ(Compte("5301")["TypeTresorerie"], 0);
   EXPECT_EQ(Compte("5101")["SoldeInitialEuro"], 5);
 
+  // A balance has one side: giving the other one takes the first away.
+  Essaie({{{"modifier", "5101", "--debit-initial", "3"}, StatutFait, ""}});
+  EXPECT_EQ(Compte("5101")["SoldeInitialEuro"], -3);
+
   // Only what is given changes.
   const Json avant = Compte("7069");
   EXPECT_EQ(avant["Designation"], "Actes à 19,6");

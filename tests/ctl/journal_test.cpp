@@ -71,6 +71,22 @@ TEST_F(JournalCtl, ObjetsEtTotaux) {
   EXPECT_EQ(comptable[2]["MontantEuro"], 40);
 }
 
+TEST_F(JournalCtl, ChaqueChampDitLeSien) {
+  const Resultat r = Lance({"saisir"}, R"({"mouvement":1,"rapprocher":true}
+{"mouvement":4,"pointer":true}
+)");
+  ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
+  EXPECT_EQ(
+      Liste({"recettes", "--json"}).sortie,
+      R"({"mouvement":1,"ligne":1,"date":"03/03/2003","libelle":"Consultations","tresorerie":"***","montantFranc":655.95,"montantEuro":100,"pointee":false,"remise":false,"rapprochee":true,"validee":false,"rubrique":"01 ","compte":"706","designation":"Honoraires"}
+{"mouvement":2,"ligne":2,"date":"04/03/2003","libelle":"Visite Noël","tresorerie":"BQ","montantFranc":196.79,"montantEuro":30,"pointee":true,"remise":false,"rapprochee":false,"validee":true,"rubrique":"01 ","compte":"706","designation":"Honoraires"}
+{"ecritures":2,"partielle":false,"totalDebitFranc":852.74,"totalCreditFranc":852.75,"totalDebitEuro":130,"totalCreditEuro":130}
+)");
+  EXPECT_EQ(
+      Liste({"depenses", "--json"}).Lignes().at(0),
+      R"({"mouvement":4,"ligne":1,"date":"06/03/2003","libelle":"Téléphone","tresorerie":"BQ","montantFranc":327.98,"montantEuro":50,"pointee":true,"remise":false,"rapprochee":false,"validee":false,"rubrique":"27 ","compte":"6262","designation":"Téléphone et Internet"})");
+}
+
 TEST_F(JournalCtl, CriteresEtFautes) {
   const struct {
     std::vector<std::string> args;
@@ -80,6 +96,10 @@ TEST_F(JournalCtl, CriteresEtFautes) {
   } cas[] = {
       {{"recettes", "--pointees"}, StatutFait, "Liste partielle", 1},
       {{"recettes", "--non-pointees"}, StatutFait, "Liste partielle", 1},
+      {{"recettes", "--remises"}, StatutFait, "Liste partielle", 0},
+      {{"recettes", "--non-remises"}, StatutFait, "Liste partielle", 2},
+      {{"recettes", "--rapprochees"}, StatutFait, "Liste partielle", 0},
+      {{"recettes", "--non-rapprochees"}, StatutFait, "Liste partielle", 2},
       {{"recettes", "--mode", "validees"}, StatutFait, "Visite", 1},
       {{"recettes", "--mode", "brouillard"}, StatutFait, "Consultations", 1},
       {{"recettes", "--associees"}, StatutFait, "Liste partielle", 0},

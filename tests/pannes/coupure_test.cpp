@@ -28,10 +28,15 @@ struct Attendu {
 };
 using Livres = std::map<u32, Attendu>;
 
+/// Emptied often: its syncs come between all others. The shipped size leaves each sync alone with its task.
+constexpr std::size_t ReprisePetite = 64 << 10;
+const std::size_t RepriseLivree = OptionsQVAPI().tailleReprise;
+
 /// The practice on one disk, and what its books must hold.
 class Machine {
  public:
-  Machine(const std::string& cabinet, Systeme& systeme) : m_cabinet(cabinet), m_systeme(systeme) {}
+  Machine(const std::string& cabinet, Systeme& systeme, std::size_t reprise = ReprisePetite)
+      : m_cabinet(cabinet), m_systeme(systeme), m_reprise(reprise) {}
 
   const Livres& Acquis() const { return m_acquis; }
   /// The books if the unit that was under way counts.
@@ -46,7 +51,7 @@ class Machine {
     if (m_arrete) return;
     OptionsQVAPI options;
     options.systeme = &m_systeme;
-    options.tailleReprise = 64 << 10;  // emptied often
+    options.tailleReprise = m_reprise;
     m_magasin = std::make_unique<QVAPI>(options);
     QVAPI& m = *m_magasin;
     Note(m.QVOpenSession(1) && m.QVOpenCompta(m_cabinet, "") && m.QVOpenExercice("2003") && m.OpenPlan("") &&
@@ -146,6 +151,7 @@ class Machine {
 
   std::string m_cabinet;
   Systeme& m_systeme;
+  std::size_t m_reprise;
   std::unique_ptr<QVAPI> m_magasin;
   Livres m_acquis, m_possible;
   EcrSimple m_modele{};
@@ -288,7 +294,7 @@ class Coupure : public testing::Test {
       systeme.IgnoreSynchro(ignore);
       systeme.CoupeApres(n);
       {
-        Machine machine(m_essai, systeme);
+        Machine machine(m_essai, systeme, m_reprise);
         machine.Commence(m_depart, m_modele);
         histoire(machine);
         coupee = systeme.EstCoupe();
@@ -348,11 +354,18 @@ class Coupure : public testing::Test {
   std::string m_neuf, m_essai;
   Livres m_depart;
   EcrSimple m_modele{};
+  std::size_t m_reprise = ReprisePetite;
 };
 
 TEST_F(Coupure, AChaqueSynchro) { Joue(Histoire, Nombre("FENLOR_GRAINES", 6), "", false); }
 
 TEST_F(Coupure, DansDeGrandesUnites) { Joue(GrandeHistoire, std::max(3u, Nombre("FENLOR_GRAINES", 6) / 2), "", false); }
+
+TEST_F(Coupure, AvecLeJournalDeRepriseLivre) {
+  m_reprise = RepriseLivree;
+  Joue(Histoire, Nombre("FENLOR_GRAINES", 6), "", false);
+  Joue(GrandeHistoire, 3, "", false);
+}
 
 TEST_F(Coupure, TemoinSansSynchroDuJournalDeReprise) { EXPECT_GT(Joue(Histoire, 4, "fenlor.rep", true, 3), 0u); }
 

@@ -89,6 +89,7 @@ TEST_F(VerificationTest, UneEcritureFausse) {
       {1,
        [](Line& l) { l.Validee = 1; },
        {"ses lignes ne sont pas toutes validées, ou toutes en brouillard."}},
+      {1, [](Line& l) { l.SaisieEuro = 0; }, {"ses lignes ne sont pas toutes saisies dans la même monnaie."}},
       {2, [](Line& l) { l.Rang = 3; }, {"les rangs de ses lignes ne se suivent pas de 0 à 2."}},
       {2, [](Line& l) { l.DateLigne = FaitDate(32, 2, 2003); }, {"la date de la ligne 2 n'existe pas."}},
       {2,

@@ -1,7 +1,9 @@
 #include "store/cumuls.h"
 
+#include <array>
 #include <cstring>
 #include <limits>
+#include <map>
 
 #include "store/livres.h"
 
@@ -101,8 +103,22 @@ TEST(CalculCompta, CompteLesEcritures) {
 TEST(CalculCompta, RefaitLesTotauxDepuisLesLignes) {
   Livres livres;
   RemplitJournal(livres);
+  // Counted by hand from the six entries: credit, debit, reconciled credit and debit, share, tax; in Euro.
+  const std::map<std::string, std::array<f64, 6>> comptes = {
+      {"7060000000", {110, 0, 0, 0, 40, 0}},  {"1080000000", {40, 0, 0, 0, 0, 0}},
+      {"5121000000", {30, 150, 0, 50, 0, 0}}, {"6061000000", {0, 100, 0, 0, 0, -19.6}},
+      {"4456000000", {0, 19.6, 0, 0, 0, 0}},  {"5300000000", {119.6, 0, 0, 0, 0, 0}},
+      {"5122000000", {0, 30, 0, 0, 0, 0}},    {"5800000000", {1, 0, 0, 0, 0, 0}},
+  };
+  const std::array<f64, 6> rien{};
+  const auto comme = [&](const Plan& p) {
+    const auto attendu = comptes.find(LitTexte(p.Compte));
+    const std::array<f64, 6> compte{p.CreditEuro,    p.DebitEuro, p.RappCreditEuro,
+                                    p.RappDebitEuro, p.PersoEuro, p.TVAEuro};
+    EXPECT_EQ(compte, attendu == comptes.end() ? rien : attendu->second) << p.Compte;
+  };
   std::vector<Plan> justes;
-  for (const CompteEssai& c : ComptesEssai()) justes.push_back(livres.Compte(c.numero));
+  for (const CompteEssai& c : ComptesEssai()) comme(justes.emplace_back(livres.Compte(c.numero)));
   for (Plan plan : justes) {
     const Position position = livres->ReadPlan(plan, 0);
     for (std::size_t o = offsetof(Plan, PersoFranc); o < offsetof(Plan, Reserve250); o += 8) {

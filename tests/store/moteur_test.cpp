@@ -533,6 +533,49 @@ TEST(ClesEndommagees, UnParcoursQuiTourneEnRondEstDitEtFinit) {
     EXPECT_TRUE(moteur.ClesEndommagees(FichierComptes)) << sens;
     EXPECT_EQ(moteur.Avertissements().size(), 1u) << sens;
     EXPECT_EQ(livres.Comptes(), "51=C 60=C 70=C ") << sens;
+// Whole and sound, but of another day: nothing in the file itself says so.
+TEST_F(ClesSurDisqueTest, DesClesOuDesDonneesPlusAnciennesNeTrompentPas) {
+  const std::string attendus[] = {"5120000000=BQ 7060000000=HON ",
+                                  "5120000000=BQ 6060000000=ACH 7060000000=HON "};
+  DossierTemporaire avant;
+  for (const char* nom : {"COMPTES.idx", "COMPTES.dat"}) {
+    fs::copy(m_dossier.Chemin(), avant.Chemin(),
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    const auto date = fs::last_write_time(m_dossier / nom);
+    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    ASSERT_TRUE(livres.Ouvre());
+    const bool cles = std::string(nom) == "COMPTES.idx";
+    ASSERT_TRUE(!cles || livres.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
+    ASSERT_TRUE(cles || livres.Supprime<Plan>(FichierComptes, 3));
+    ASSERT_TRUE(livres.moteur.FermeCabinet());
+    fs::copy_file(avant / nom, m_dossier / nom, fs::copy_options::overwrite_existing);
+    fs::last_write_time(m_dossier / nom, date);  // as a backup brings a file back
+    Livres encore(m_dossier.Chemin(), m_lmdb, m_systeme);
+    ASSERT_TRUE(encore.Ouvre());
+    EXPECT_EQ(encore.Comptes(), attendus[1]) << nom;
+    EXPECT_EQ(encore.moteur.NombreCles(70), 3u) << nom;
+    ASSERT_TRUE(encore.moteur.FermeCabinet());
+  }
+}
+
+// A number of journal that nobody has gives the longest key there is.
+TEST_F(ClesSurDisqueTest, LaPlusLongueCleSeRefait) {
+  Moteur moteur(m_systeme, m_lmdb, 64 << 10);
+  ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()));
+  ASSERT_TRUE(moteur.CreeDat(FichierJournal, m_dossier / "JOURNAL.dat", sizeof(Line)));
+  ASSERT_TRUE(moteur.CreeIdx(75, m_dossier / "JOURNAL.idx", false));
+  Line ligne{};
+  ligne.Journal = 12345;
+  ligne.Ligne = 4000000007;
+  const Position position = moteur.Ajoute(FichierJournal, &ligne);
+  ASSERT_TRUE(position && moteur.AjouteCles(FichierJournal, position, &ligne, false));
+  ASSERT_TRUE(moteur.RefaitCles(FichierJournal));
+  char texte[TailleCleMax];
+  for (unsigned cle = 0; cle < 6; ++cle) {
+    const std::string attendue(texte, DefinitionFichierNumero(FichierJournal)->compose(cle, &ligne, texte));
+    std::string trouvee;
+    EXPECT_EQ(moteur.Premier(static_cast<u16>(75 + cle), trouvee), position);
+    EXPECT_EQ(trouvee, attendue);
   }
 }
 
@@ -555,6 +598,8 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
       {"copie de l'en-tête effacée", ErrEndommage, [&] { ecrit(0, std::string(512, '\0')); }},
       {"autre copie effacée", ErrEndommage, [&] { ecrit(512, std::string(512, '\0')); }},
       {"en-tête récrit", ErrEndommage, [&] { ecrit(40, "XXXXXXXX"); }},
+      {"un enregistrement de moins, deux fois", ErrEndommage,
+       [&] { ecrit(40, "\1"), ecrit(512 + 40, "\1"); }},
       {"zéros", ErrFormat, [&] { ecrit(0, std::string(1024, '\0')); }},
       {"autre fichier", ErrFormat,
        [&] { fs::copy_file(m_dossier / "BANQUE.dat", dat, fs::copy_options::overwrite_existing); }},
