@@ -1,5 +1,7 @@
 #include "core/btfiles.h"
 
+#include <cassert>
+
 #include "core/textes.h"
 #include "store/texte1252.h"
 
@@ -14,7 +16,7 @@ std::string Repertoire(const CFenlorApp& app, const DefinitionFichier& definitio
 
 }  // namespace
 
-CBTFiles::CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier, Famille famille)
+CBTFiles::CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier)
     : Path(Repertoire(app, *DefinitionFichierNumero(fichier), std::move(path))),
       Nom(DefinitionFichierNumero(fichier)->nom),
       NumFichier(fichier),
@@ -23,9 +25,9 @@ CBTFiles::CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier, Fam
       DerniereCle(DefinitionFichierNumero(fichier)->nbCles - 1u),
       m_app(app),
       m_definition(*DefinitionFichierNumero(fichier)),
-      m_famille(famille),
       m_memoire(TailleRec),
       m_rec(m_memoire.data()) {
+  assert(m_definition.nbCles > 0 && m_definition.nbCles <= std::size(TailleCle));
   for (u32 i = 0; i <= DerniereCle; ++i) {
     TailleCle[i] = m_definition.tailleCle[i];
     CleDouble[i] = m_definition.doubles[i];
@@ -34,6 +36,7 @@ CBTFiles::CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier, Fam
 }
 
 CBTFiles::~CBTFiles() {
+  assert(NbOuvertures <= m_app.NbOuvert[NumFichier]);
   while (NbOuvertures > 0) CloseFile();
 }
 
@@ -128,7 +131,7 @@ bool CBTFiles::OpenFile() {
   unsigned& nombre = m_app.NbOuvert[NumFichier];
   if (nombre > 0 && ouvert.path != Path) return m_app.ReportErreur(3011, {Chemin("dat")});
   if (nombre == 0) {
-    const u32 poignee = (m_app.Magasin.*m_famille.ouvre)(Path);
+    const u32 poignee = m_app.Magasin.OpenFichier(NumFichier, Path);
     if (poignee == 0) return m_app.ReportErreur(3011, {Chemin("dat")});
     ouvert = {Path, poignee};
   }
@@ -140,8 +143,9 @@ bool CBTFiles::OpenFile() {
 void CBTFiles::CloseFile() {
   unsigned& nombre = m_app.NbOuvert[NumFichier];
   if (nombre > 0 && --nombre == 0) {
-    (m_app.Magasin.*m_famille.ferme)(m_app.Ouverts[NumFichier].poignee);
+    m_app.Magasin.CloseFichier(NumFichier, m_app.Ouverts[NumFichier].poignee);
     m_app.Ouverts.erase(NumFichier);
+    assert(NbOuvertures <= 1);
   }
   if (NbOuvertures > 0) --NbOuvertures;
 }
@@ -174,6 +178,7 @@ bool CBTFiles::Retient(fenlor::Position position) {
 }
 
 bool CBTFiles::Find(u32 indice) {
+  assert(indice <= DerniereCle);
   const auto numero = static_cast<u16>(NumCle + indice);
   const std::string voulue = MakeKey(indice);
   if (!CleDouble[indice]) return Retient(m_app.Magasin.QVFindKey(numero, voulue));
@@ -234,28 +239,9 @@ bool CBTFiles::Update() {
   return false;
 }
 
-CPlan::CPlan(CFenlorApp& app, std::string path)
-    : CFichier(app, std::move(path), FichierComptes, {&QVAPI::OpenPlan, &QVAPI::ClosePlan}) {}
-
 std::string CPlan::GetCode(std::string_view compte) {
   PoseTexte(Rec->Compte, compte);
   return Find(0) ? LitTexte(Rec->Code) : std::string();
 }
-
-CLines::CLines(CFenlorApp& app, std::string path)
-    : CFichier(app, std::move(path), FichierJournal, {&QVAPI::OpenJournal, &QVAPI::CloseJournal}) {}
-
-CRubriques::CRubriques(CFenlorApp& app, std::string path)
-    : CFichier(app, std::move(path), FichierRubriques, {&QVAPI::OpenRubriques, &QVAPI::CloseRubriques}) {}
-
-CBanques::CBanques(CFenlorApp& app, std::string path)
-    : CFichier(app, std::move(path), FichierBanques, {&QVAPI::OpenBanques, &QVAPI::CloseBanques}) {}
-
-CImmobilisations::CImmobilisations(CFenlorApp& app, std::string path)
-    : CFichier(app, std::move(path), FichierImmo,
-               {&QVAPI::OpenImmobilisations, &QVAPI::CloseImmobilisations}) {}
-
-CAmortissements::CAmortissements(CFenlorApp& app, std::string path)
-    : CFichier(app, std::move(path), FichierAmo, {&QVAPI::OpenAmortissements, &QVAPI::CloseAmortissements}) {}
 
 }  // namespace fenlor

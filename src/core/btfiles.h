@@ -43,6 +43,9 @@ class CBTFiles {
   /// Decides on a record of the raw file; false drops it. It may change the record.
   using Filtre = std::function<bool(void* rec)>;
 
+  /// An empty path is that of the open exercice, of the practice for its own files.
+  /// Makes the files when the data file does not exist; opens nothing. The file has keys.
+  CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier);
   virtual ~CBTFiles();
   CBTFiles(const CBTFiles&) = delete;
   CBTFiles& operator=(const CBTFiles&) = delete;
@@ -126,15 +129,6 @@ class CBTFiles {
   RapportReindex Reindex(const Filtre& filtre = {});
 
  protected:
-  struct Famille {
-    u32 (QVAPI::*ouvre)(const std::string&);
-    bool (QVAPI::*ferme)(u32);
-  };
-
-  /// An empty path is that of the open exercice, of the practice for its own files.
-  /// Makes the files when the data file does not exist; opens nothing.
-  CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier, Famille famille);
-
   CFenlorApp& m_app;
 
  private:
@@ -163,15 +157,17 @@ class CBTFiles {
   bool Substitue(const std::string& nouveau, RapportReindex& rapport);
 
   const DefinitionFichier& m_definition;
-  const Famille m_famille;
   std::vector<u8> m_memoire;
   void* m_rec;
 };
 
 /// A keyed file whose record is typed: `Rec` is the buffer of `GetRec`.
-template <class Record>
+template <class Record, NumeroFichier numero>
 class CFichier : public CBTFiles {
  public:
+  CFichier(CFenlorApp& app, std::string path)
+      : CBTFiles(app, std::move(path), numero), Rec(static_cast<Record*>(GetRec())) {}
+
   Record* Rec;
 
   void SetRec(void* rec) override {
@@ -183,43 +179,19 @@ class CFichier : public CBTFiles {
     if (!filtre) return CBTFiles::Reindex();
     return CBTFiles::Reindex([&filtre](void* rec) { return filtre(*static_cast<Record*>(rec)); });
   }
-
- protected:
-  CFichier(CFenlorApp& app, std::string path, NumeroFichier fichier, Famille famille)
-      : CBTFiles(app, std::move(path), fichier, famille), Rec(static_cast<Record*>(GetRec())) {}
 };
 
-class CPlan : public CFichier<Plan> {
+class CPlan : public CFichier<Plan, FichierComptes> {
  public:
-  CPlan(CFenlorApp& app, std::string path);
+  using CFichier::CFichier;
   /// Code of an account, which becomes the record; empty when there is none.
   std::string GetCode(std::string_view compte);
 };
 
-class CLines : public CFichier<Line> {
- public:
-  CLines(CFenlorApp& app, std::string path);
-};
-
-class CRubriques : public CFichier<Rubrique> {
- public:
-  CRubriques(CFenlorApp& app, std::string path);
-};
-
-class CBanques : public CFichier<Banque> {
- public:
-  CBanques(CFenlorApp& app, std::string path);
-};
-
-/// Of the practice: the path is `PathCabinet`.
-class CImmobilisations : public CFichier<Immobilisation> {
- public:
-  CImmobilisations(CFenlorApp& app, std::string path);
-};
-
-class CAmortissements : public CFichier<Amortissement> {
- public:
-  CAmortissements(CFenlorApp& app, std::string path);
-};
+using CLines = CFichier<Line, FichierJournal>;
+using CRubriques = CFichier<Rubrique, FichierRubriques>;
+using CBanques = CFichier<Banque, FichierBanques>;
+using CImmobilisations = CFichier<Immobilisation, FichierImmo>;
+using CAmortissements = CFichier<Amortissement, FichierAmo>;
 
 }  // namespace fenlor

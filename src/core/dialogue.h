@@ -34,7 +34,8 @@ class Dialogue {
 
   // Progress. Calls nest: only the outermost opening shows a window.
   /// `maximum` 0: no bar. `annulable`: the user may stop the work.
-  virtual void OuvreProgress(const std::string& titre, const std::string& texte, bool annulable, u32 maximum) = 0;
+  virtual void OuvreProgress(const std::string& titre, const std::string& texte, bool annulable,
+                             u32 maximum) = 0;
   virtual void FermeProgress() = 0;
   virtual void SetTexte(const std::string& texte) = 0;
   virtual void SetMax(u32 maximum) = 0;
@@ -42,6 +43,22 @@ class Dialogue {
   virtual void Step() = 0;
   /// True when the user asked to stop; lets waiting messages pass first.
   virtual bool IsAborted() = 0;
+};
+
+/// Progress that is shown while the object lives.
+class Progression {
+ public:
+  Progression(Dialogue& boite, const std::string& titre, const std::string& texte, bool annulable,
+              u32 maximum)
+      : m_boite(boite) {
+    m_boite.OuvreProgress(titre, texte, annulable, maximum);
+  }
+  ~Progression() { m_boite.FermeProgress(); }
+  Progression(const Progression&) = delete;
+  Progression& operator=(const Progression&) = delete;
+
+ private:
+  Dialogue& m_boite;
 };
 
 /// Percent shown for a position: position clamped to the maximum, truncated; 0

@@ -8,8 +8,8 @@
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
-#include "ctl/ouverture.h"
 #include "store/definitions.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -51,28 +51,9 @@ class Ajouteur {
  public:
   Ajouteur(CFenlorApp& app, const DefinitionFichier& definition)
       : m_app(app), m_definition(definition), m_ouverture(app.Magasin, definition.numero) {
-    switch (definition.numero) {
-      case FichierComptes:
-        m_fichier = std::make_unique<CPlan>(app, app.PathExercice);
-        break;
-      case FichierJournal:
-        m_fichier = std::make_unique<CLines>(app, app.PathExercice);
-        break;
-      case FichierRubriques:
-        m_fichier = std::make_unique<CRubriques>(app, app.PathExercice);
-        break;
-      case FichierBanques:
-        m_fichier = std::make_unique<CBanques>(app, app.PathExercice);
-        break;
-      case FichierImmo:
-        m_fichier = std::make_unique<CImmobilisations>(app, app.PathCabinet);
-        break;
-      case FichierAmo:
-        m_fichier = std::make_unique<CAmortissements>(app, app.PathCabinet);
-        break;
-      default:
-        break;
-    }
+    if (definition.nbCles)
+      m_fichier =
+          std::make_unique<CBTFiles>(app, std::string(), static_cast<NumeroFichier>(definition.numero));
   }
 
   bool Ouvre() { return m_ouverture && (!m_fichier || m_fichier->OpenFile()); }
@@ -86,8 +67,8 @@ class Ajouteur {
         return magasin.WriteDepenses(*static_cast<DepenseLiee*>(rec)) != 0;
       case FichierAuto: {
         auto& automatique = *static_cast<EcrituresAuto*>(rec);
-        if (automatique.Numero > magasin.GetEcrituresAutoRec(m_ouverture.Poignee)) automatique.Numero = 0;
-        return magasin.WriteEcrituresAuto(automatique, m_ouverture.Poignee);
+        if (automatique.Numero > magasin.GetEcrituresAutoRec(m_ouverture.Poignee())) automatique.Numero = 0;
+        return magasin.WriteEcrituresAuto(automatique, m_ouverture.Poignee());
       }
       default:
         m_fichier->ClearRec();
@@ -160,7 +141,7 @@ int Exporte(Contexte& contexte, const OptionsExporter& options) {
   };
   const bool lu = options.cle ? ParcoursCle(contexte, definition, *options.cle, suite)
                   : definition.numero == FichierAuto
-                      ? ParcoursAuto(contexte.Magasin, ouverture.Poignee, suite)
+                      ? ParcoursAuto(contexte.Magasin, ouverture.Poignee(), suite)
                       : contexte.Magasin.QVParcours(definition.numero,
                                                     [&](Position, const void* rec) { return suite(rec); });
   if (!ecrit) return StatutRefuse;
@@ -236,8 +217,7 @@ std::string FauteCle(const OptionsExporter& options) {
 
 std::string NomsFichiers() {
   std::string noms;
-  for (const DefinitionFichier* d = Definitions(); d->numero; ++d)
-    noms += (noms.empty() ? "" : ", ") + std::string(d->nom);
+  for (const DefinitionFichier& d : Definitions()) noms += (noms.empty() ? "" : ", ") + std::string(d.nom);
   return noms;
 }
 

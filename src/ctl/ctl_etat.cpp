@@ -6,11 +6,11 @@
 #include "ctl/demandecriteres.h"
 #include "ctl/demandejournal.h"
 #include "ctl/optionscommunes.h"
-#include "ctl/ouverture.h"
 #include "ctl/sortieetat.h"
 #include "pages/fichiertampon.h"
 #include "reports/catalogue.h"
 #include "reports/etatjournal.h"
+#include "store/ouverture.h"
 
 namespace fenlor {
 

@@ -7,11 +7,11 @@
 #include "ctl/commandes.h"
 #include "ctl/json.h"
 #include "ctl/optionscommunes.h"
-#include "ctl/ouverture.h"
 #include "journal/listejournal.h"
 #include "journal/traitements.h"
 #include "journal/virement.h"
 #include "store/definitions.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

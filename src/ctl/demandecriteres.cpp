@@ -5,8 +5,8 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "ctl/optionscommunes.h"
-#include "ctl/ouverture.h"
 #include "store/definitions.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -7,8 +7,8 @@
 #include "ctl/annuaire.h"
 #include "ctl/contexte.h"
 #include "ctl/demandesaisie.h"
-#include "ctl/ouverture.h"
 #include "journal/saisie.h"
+#include "store/ouverture.h"
 
 namespace fenlor {
 

@@ -3,6 +3,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -67,14 +68,9 @@ class FichierLie {
   FichierLie(QVAPI& magasin, const Mouvement& entete)
       : m_magasin(magasin),
         m_recette((entete.LienB >> 16) != 0),
-        m_poignee(m_recette ? magasin.OpenRecettes({}) : magasin.OpenDepenses({})) {}
-  ~FichierLie() {
-    if (m_poignee) m_recette ? m_magasin.CloseRecettes(m_poignee) : m_magasin.CloseDepenses(m_poignee);
-  }
-  FichierLie(const FichierLie&) = delete;
-  FichierLie& operator=(const FichierLie&) = delete;
+        m_ouverture(magasin, m_recette ? FichierRecettes : FichierDepenses) {}
 
-  bool EstOuvert() const { return m_poignee != 0; }
+  explicit operator bool() const { return static_cast<bool>(m_ouverture); }
   bool EstRecette() const { return m_recette; }
 
   Position Trouve(const Mouvement& entete) {
@@ -98,12 +94,12 @@ class FichierLie {
  private:
   QVAPI& m_magasin;
   bool m_recette;
-  u32 m_poignee;
+  Ouverture m_ouverture;
 };
 
 ResultatSaisie SupprimeLiee(CFenlorApp& app, const Mouvement& entete, bool demander) {
   FichierLie fichier(app.Magasin, entete);
-  if (!fichier.EstOuvert()) return RefusMagasin(app);
+  if (!fichier) return RefusMagasin(app);
   const Position position = fichier.Trouve(entete);
   if (position == 0) return {3038, "mouvement", -1, Texte(3038)};
   if (demander) {

@@ -57,17 +57,11 @@ ResultatSaisie RefusMagasin(CFenlorApp& app) {
   return Refus(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
 }
 
-LivresOuverts::~LivresOuverts() {
-  if (m_plan) m_magasin->ClosePlan(m_plan);
-  if (m_journal) m_magasin->CloseJournal(m_journal);
-}
-
 ResultatSaisie LivresOuverts::Ouvre(CFenlorApp& app) {
-  m_magasin = &app.Magasin;
   // Whoever holds both open keeps them so until the rule is done.
-  if (m_magasin->GetOpenFlagPlan() && m_magasin->GetOpenFlagJournal()) return {};
-  m_plan = m_magasin->OpenPlan(app.PathExercice);
-  if (m_plan) m_journal = m_magasin->OpenJournal(app.PathExercice);
+  if (app.Magasin.GetOpenFlagPlan() && app.Magasin.GetOpenFlagJournal()) return {};
+  m_plan = Ouverture(app.Magasin, FichierComptes, app.PathExercice);
+  if (m_plan) m_journal = Ouverture(app.Magasin, FichierJournal, app.PathExercice);
   return m_journal ? ResultatSaisie{} : RefusMagasin(app);
 }
 
@@ -76,10 +70,8 @@ bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
   if (compte.empty()) return false;
   PoseTexte(plan.Compte, QVAPI::GetLongCompte(compte));
   if (app.Magasin.GetOpenFlagPlan()) return app.Magasin.ReadPlan(plan, 0) != 0;
-  const u32 poignee = app.Magasin.OpenPlan(app.PathExercice);
-  const bool lu = poignee && app.Magasin.ReadPlan(plan, 0) != 0;
-  if (poignee) app.Magasin.ClosePlan(poignee);
-  return lu;
+  const Ouverture fichier(app.Magasin, FichierComptes, app.PathExercice);
+  return fichier && app.Magasin.ReadPlan(plan, 0) != 0;
 }
 
 ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres) {

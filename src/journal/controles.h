@@ -3,6 +3,7 @@
 #pragma once
 
 #include "journal/saisie.h"
+#include "store/ouverture.h"
 
 namespace fenlor {
 
@@ -25,17 +26,11 @@ ResultatSaisie RefusMagasin(CFenlorApp& app);
 /// rule has both open already.
 class LivresOuverts {
  public:
-  LivresOuverts() = default;
-  ~LivresOuverts();
-  LivresOuverts(const LivresOuverts&) = delete;
-  LivresOuverts& operator=(const LivresOuverts&) = delete;
   /// Called once. A refusal has been told.
   ResultatSaisie Ouvre(CFenlorApp& app);
 
  private:
-  QVAPI* m_magasin = nullptr;
-  u32 m_plan = 0;
-  u32 m_journal = 0;
+  Ouverture m_plan, m_journal;
 };
 
 /// Reads the account `compte` (long form); false when it is empty or not in the chart.

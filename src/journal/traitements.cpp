@@ -17,20 +17,6 @@ constexpr u32 CleJournalDate = 0, CleDate = 3, CleMouvement = 4;
 constexpr std::size_t tailleLot = 500;
 constexpr unsigned dernierMois = 12;
 
-class Progression {
- public:
-  Progression(Dialogue& boite, const std::string& titre, unsigned texte, bool annulable, u32 maximum)
-      : m_boite(boite) {
-    m_boite.OuvreProgress(titre, Texte(texte), annulable, maximum);
-  }
-  ~Progression() { m_boite.FermeProgress(); }
-  Progression(const Progression&) = delete;
-  Progression& operator=(const Progression&) = delete;
-
- private:
-  Dialogue& m_boite;
-};
-
 /// The entry's lines in place, while `suite` answers true. It must not write.
 template <class Suite>
 bool ParcourtEcriture(CFenlorApp& app, u32 mouvement, Suite suite) {
@@ -96,7 +82,7 @@ ResultatLot TraitementBrouillard::Execute() {
     m_resultat.erreur = Refus(m_app, ErrAucunExercice).erreur;
     return m_resultat;
   }
-  const Progression progression(m_app.Boite, Texte(TitreValidation), TexteValidation, true, 0);
+  const Progression progression(m_app.Boite, Texte(TitreValidation), Texte(TexteValidation), true, 0);
   m_resultat.erreur = m_livres.Ouvre(m_app).erreur;
   if (m_resultat.erreur) return m_resultat;
   if (!Rassemble()) {
@@ -193,7 +179,7 @@ ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const std::vector<u32>& mouv
   if (const ResultatSaisie r = Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionRenumerotation);
       !r)
     return r;
-  const Progression progression(app.Boite, Texte(TitreApplication), TexteRenumerotation, false,
+  const Progression progression(app.Boite, Texte(TitreApplication), Texte(TexteRenumerotation), false,
                                 static_cast<u32>(2 * mouvements.size()));
   LivresOuverts livres;
   if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;

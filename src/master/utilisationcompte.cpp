@@ -6,6 +6,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/comptesparticuliers.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -40,16 +41,15 @@ bool AOperationsBancaires(CFenlorApp& app, const std::string& compte) {
 
 bool AEcritureAutomatique(CFenlorApp& app, const std::string& compte) {
   QVAPI& magasin = app.Magasin;
-  const u32 contexte = magasin.OpenEcrituresAuto({});
+  const Ouverture fichier(magasin, FichierAuto);
   bool trouve = false;
-  const u32 nombre = contexte ? magasin.GetEcrituresAutoRec(contexte) : 0;
+  const u32 nombre = fichier ? magasin.GetEcrituresAutoRec(fichier.Poignee()) : 0;
   for (u32 i = 1; i <= nombre && !trouve; ++i) {
     EcrituresAuto ecriture{};
-    trouve = magasin.ReadEcrituresAuto(i, ecriture, contexte) &&
+    trouve = magasin.ReadEcrituresAuto(i, ecriture, fichier.Poignee()) &&
              (LitTexte(ecriture.Tresorerie) == compte || LitTexte(ecriture.Compte) == compte ||
               LitTexte(ecriture.CompteTaxe) == compte);
   }
-  if (contexte) magasin.CloseEcrituresAuto(contexte);
   return trouve;
 }
 

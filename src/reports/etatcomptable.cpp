@@ -25,11 +25,8 @@ void CEtatComptable::PoseTitre(const std::string& titre) {
   SetEtatTitre("%s", {titre});
 }
 
-CEtatComptable::Travail::Travail(CEtatComptable& etat, unsigned avancement, u32 maximum) : m_etat(etat) {
-  etat.App.Boite.OuvreProgress(etat.TitreDocument(), Texte(avancement), true, maximum);
-}
-
-CEtatComptable::Travail::~Travail() { m_etat.App.Boite.FermeProgress(); }
+CEtatComptable::Travail::Travail(CEtatComptable& etat, unsigned avancement, u32 maximum)
+    : m_etat(etat), m_progression(etat.App.Boite, etat.TitreDocument(), Texte(avancement), true, maximum) {}
 
 bool CEtatComptable::Travail::Pas() {
   m_etat.App.Boite.Step();

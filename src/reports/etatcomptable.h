@@ -55,9 +55,6 @@ class CEtatComptable : public CEtatDoc {
   class Travail {
    public:
     Travail(CEtatComptable& etat, unsigned avancement, u32 maximum);
-    ~Travail();
-    Travail(const Travail&) = delete;
-    Travail& operator=(const Travail&) = delete;
     /// One record is done; false when the user stopped. A failed write is told by `EtatPrintf`.
     bool Pas();
     bool Arrete() const { return m_arrete; }
@@ -65,6 +62,7 @@ class CEtatComptable : public CEtatDoc {
 
    private:
     CEtatComptable& m_etat;
+    Progression m_progression;
     bool m_arrete = false;
   };
 

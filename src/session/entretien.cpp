@@ -6,6 +6,7 @@
 
 #include "core/textes.h"
 #include "core/valeurs.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -29,17 +30,17 @@ void Termine(char (&champ)[N]) {
 RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
   switch (numero) {
     case FichierBanques:
-      return CBanques(app, app.PathExercice).Reindex(FiltreBanque);
+      return CBanques(app, {}).Reindex(FiltreBanque);
     case FichierComptes:
-      return CPlan(app, app.PathExercice).Reindex(FiltrePlan);
-    case FichierJournal:
-      return CLines(app, app.PathExercice).Reindex();
+      return CPlan(app, {}).Reindex(FiltrePlan);
     case FichierRubriques:
-      return CRubriques(app, app.PathExercice).Reindex(FiltreRubrique);
+      return CRubriques(app, {}).Reindex(FiltreRubrique);
     case FichierImmo:
-      return CImmobilisations(app, app.PathCabinet).Reindex(FiltreImmo);
+      return CImmobilisations(app, {}).Reindex(FiltreImmo);
+    case FichierAmo:
+      return CAmortissements(app, {}).Reindex(FiltreAmo);
     default:
-      return CAmortissements(app, app.PathCabinet).Reindex(FiltreAmo);
+      return CBTFiles(app, {}, numero).Reindex();
   }
 }
 
@@ -70,34 +71,6 @@ void Execute(const Autour& autour, const std::function<void()>& travail) {
 }
 
 /// The progress window, open while it lives.
-class Progression {
- public:
-  Progression(Dialogue& boite, unsigned titre, const std::string& texte, u32 maximum) : m_boite(boite) {
-    m_boite.OuvreProgress(Texte(titre), texte, true, maximum);
-  }
-  ~Progression() { m_boite.FermeProgress(); }
-  Progression(const Progression&) = delete;
-  Progression& operator=(const Progression&) = delete;
-
- private:
-  Dialogue& m_boite;
-};
-
-class JournalOuvert {
- public:
-  explicit JournalOuvert(QVAPI& magasin) : m_magasin(magasin), m_poignee(magasin.OpenJournal({})) {}
-  ~JournalOuvert() {
-    if (m_poignee) m_magasin.CloseJournal(m_poignee);
-  }
-  JournalOuvert(const JournalOuvert&) = delete;
-  JournalOuvert& operator=(const JournalOuvert&) = delete;
-  explicit operator bool() const { return m_poignee != 0; }
-
- private:
-  QVAPI& m_magasin;
-  u32 m_poignee;
-};
-
 /// Rates by date, for lines that come in order of date.
 class TauxDuJour {
  public:
@@ -132,7 +105,7 @@ enum class Issue { Faite, Echouee, EchoueeEtDite };
 Issue ParcourtJournal(CFenlorApp& app, AjustementEuros& resultat) {
   QVAPI& magasin = app.Magasin;
   const u16 numCle = DefinitionFichierNumero(FichierJournal)->premiereCle;
-  const Progression progression(app.Boite, TitreMontantsEuros, Texte(TexteTraitement),
+  const Progression progression(app.Boite, Texte(TitreMontantsEuros), Texte(TexteTraitement), true,
                                 magasin.QVNumberOfKey(numCle));
   TauxDuJour taux(magasin);
   std::optional<QVAPI::Unite> lot;
@@ -211,7 +184,7 @@ Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& 
   }
 
   Reconstruction resultat;
-  const Progression progression(app.Boite, TitreReconstruction, {}, 0);
+  const Progression progression(app.Boite, Texte(TitreReconstruction), {}, true, 0);
   for (const FichierReconstructible& fichier : fichiers) {
     if (!demande(fichier)) continue;
     app.Boite.SetTexte(TexteFormat(TexteReconstruction, {fichier.nom}));
@@ -286,7 +259,7 @@ AjustementEuros AjusteEuros(CFenlorApp& app, const Autour& autour) {
   if (app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), 0, 0};
   if (const ResultatEntretien r = Confirme(app, QuestionAjustementEuro); !r) return {r, 0, 0};
   Execute(autour, [&] {
-    const JournalOuvert journal(app.Magasin);
+    const Ouverture journal(app.Magasin, FichierJournal);
     const Issue issue = journal ? ParcourtJournal(app, resultat) : Issue::Echouee;
     if (issue != Issue::Faite)
       static_cast<ResultatEntretien&>(resultat) = EchecMagasin(app, issue == Issue::EchoueeEtDite);

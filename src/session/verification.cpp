@@ -10,7 +10,7 @@
 
 #include "core/textes.h"
 #include "core/valeurs.h"
-#include "store/definitions.h"
+#include "store/ouverture.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -34,42 +34,6 @@ i64 EnCentimes(f64 montant) { return EstMontant(montant) ? std::llround(montant 
 std::string TexteCentimes(i64 centimes) {
   return centimes ? FormatMontant(static_cast<f64>(centimes) / 100, 2) : "0,00";
 }
-
-struct Famille {
-  u16 numero;
-  bool duDepart;  ///< made with the exercice; the others on their first use
-  u32 (QVAPI::*ouvre)(const std::string&);
-  bool (QVAPI::*ferme)(u32);
-};
-
-constexpr Famille familles[] = {
-    {FichierComptes, true, &QVAPI::OpenPlan, &QVAPI::ClosePlan},
-    {FichierJournal, true, &QVAPI::OpenJournal, &QVAPI::CloseJournal},
-    {FichierRubriques, true, &QVAPI::OpenRubriques, &QVAPI::CloseRubriques},
-    {FichierBanques, true, &QVAPI::OpenBanques, &QVAPI::CloseBanques},
-    {FichierImmo, false, &QVAPI::OpenImmobilisations, &QVAPI::CloseImmobilisations},
-    {FichierAmo, false, &QVAPI::OpenAmortissements, &QVAPI::CloseAmortissements},
-    {FichierRecettes, false, &QVAPI::OpenRecettes, &QVAPI::CloseRecettes},
-    {FichierDepenses, false, &QVAPI::OpenDepenses, &QVAPI::CloseDepenses},
-    {FichierAuto, false, &QVAPI::OpenEcrituresAuto, &QVAPI::CloseEcrituresAuto},
-};
-
-class FichierOuvert {
- public:
-  FichierOuvert(QVAPI& magasin, const Famille& famille)
-      : m_magasin(magasin), m_famille(famille), m_poignee((magasin.*famille.ouvre)({})) {}
-  ~FichierOuvert() {
-    if (m_poignee) (m_magasin.*m_famille.ferme)(m_poignee);
-  }
-  FichierOuvert(const FichierOuvert&) = delete;
-  FichierOuvert& operator=(const FichierOuvert&) = delete;
-  explicit operator bool() const { return m_poignee != 0; }
-
- private:
-  QVAPI& m_magasin;
-  const Famille& m_famille;
-  u32 m_poignee;
-};
 
 /// The pairs of totals of an account, Franc then Euro.
 enum Total { TotalPerso, TotalTva, TotalCredit, TotalDebit, TotalRappCredit, TotalRappDebit, NbTotaux };
@@ -111,7 +75,7 @@ class Verification {
   void Constate(const char* utf8, std::initializer_list<std::string> arguments = {});
   void ConstateEcriture(const char* utf8, std::initializer_list<std::string> arguments = {});
   bool FichierPresent(const DefinitionFichier& definition) const;
-  void VerifieFichier(const Famille& famille);
+  void VerifieFichier(const DefinitionFichier& definition);
   void LitComptes();
   void AdditionneLignes();
   void CompareTotaux();
@@ -133,11 +97,10 @@ class Verification {
 };
 
 u32 Verification::Execute() {
-  for (const Famille& famille : familles) VerifieFichier(famille);
+  for (const DefinitionFichier& definition : Definitions()) VerifieFichier(definition);
   const auto present = [&](u16 numero) { return FichierPresent(*DefinitionFichierNumero(numero)); };
   if (!present(FichierComptes) || !present(FichierJournal)) return m_nombre;
-  const FichierOuvert comptes(m_magasin, familles[0]);
-  const FichierOuvert journal(m_magasin, familles[1]);
+  const Ouverture comptes(m_magasin, FichierComptes), journal(m_magasin, FichierJournal);
   if (!comptes || !journal) return m_nombre;
   LitComptes();
   AdditionneLignes();
@@ -163,19 +126,18 @@ bool Verification::FichierPresent(const DefinitionFichier& definition) const {
   return m_magasin.QVExistFile(dossier + "/" + definition.nom + ".dat");
 }
 
-void Verification::VerifieFichier(const Famille& famille) {
-  const DefinitionFichier& definition = *DefinitionFichierNumero(famille.numero);
+void Verification::VerifieFichier(const DefinitionFichier& definition) {
   if (!FichierPresent(definition)) {
-    if (famille.duDepart) Constate("Le fichier %s est absent.", {definition.nom});
+    if (definition.duDepart) Constate("Le fichier %s est absent.", {definition.nom});
     return;
   }
-  const FichierOuvert fichier(m_magasin, famille);
+  const Ouverture fichier(m_magasin, definition.numero);
   if (!fichier) {
     Constate("Le fichier %s ne s'ouvre pas : %s",
              {definition.nom, m_magasin.QVErreurTexte(m_magasin.QVFileErrorCode())});
     return;
   }
-  for (const std::string& anomalie : m_magasin.QVVerifie(famille.numero).anomalies)
+  for (const std::string& anomalie : m_magasin.QVVerifie(definition.numero).anomalies)
     Constate("Fichier %s : %s", {definition.nom, anomalie});
 }
 

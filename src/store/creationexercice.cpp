@@ -212,7 +212,7 @@ bool CreeFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier) {
 }
 
 bool RemplitFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier, const Contenu& contenu) {
-  for (const u16 numero : FichiersExercice)
+  for (const u16 numero : FichiersExercice())
     if (!CreeFichier(etat, numero, dossier)) return false;
   QVAPI::Unite unite(magasin);
   return AjouteTout(*etat.moteur, FichierComptes, contenu.comptes) &&
@@ -224,7 +224,7 @@ bool RemplitDossier(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier,
   EmpruntFichiers emprunt(etat);
   const bool fait = RemplitFichiers(magasin, etat, dossier, contenu);
   int code = fait ? 0 : etat.moteur->Erreur();
-  for (const u16 numero : FichiersExercice) FermeFichier(etat, numero);
+  for (const u16 numero : FichiersExercice()) FermeFichier(etat, numero);
   if (fait) EcritTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code);
   if (code == 0) code = etat.systeme->SynchroniseDossier(dossier);
   return code == 0 || etat.Refuse(code);

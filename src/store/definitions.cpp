@@ -297,27 +297,25 @@ unsigned ComposeDepense(unsigned indice, const void* rec, char* sortie) {
 
 unsigned ComposeRien(unsigned, const void*, char*) { return 0; }
 
+// clang-format off
 constexpr DefinitionFichier Table[] = {
-    {FichierComptes, "COMPTES", sizeof(Plan), 69, 5, {11, 19, 14, 12, 31}, {}, false, 1, ComposePlan},
-    {FichierJournal, "JOURNAL", sizeof(Line), 75, 6, {50, 50, 50, 50, 32, 61}, {}, false, 1, ComposeJournal},
-    {FichierRubriques, "RUBRIQUE", sizeof(Rubrique), 82, 4, {4, 5, 24, 7}, {}, false, 1, ComposeRubrique},
-    {FichierBanques,
-     "BANQUE",
-     sizeof(Banque),
-     87,
-     3,
-     {23, 23, 24},
-     {true, true, true},
-     false,
-     1,
+    // number, name, record, first key, keys, their lengths, doubles, of the practice, from the start, marker
+    {FichierComptes, "COMPTES", sizeof(Plan), 69, 5, {11, 19, 14, 12, 31}, {}, false, true, 1, ComposePlan},
+    {FichierJournal, "JOURNAL", sizeof(Line), 75, 6, {50, 50, 50, 50, 32, 61}, {}, false, true, 1,
+     ComposeJournal},
+    {FichierRubriques, "RUBRIQUE", sizeof(Rubrique), 82, 4, {4, 5, 24, 7}, {}, false, true, 1,
+     ComposeRubrique},
+    {FichierBanques, "BANQUE", sizeof(Banque), 87, 3, {23, 23, 24}, {true, true, true}, false, true, 1,
      ComposeBanque},
-    {FichierImmo, "Immo", sizeof(Immobilisation), 93, 2, {18, 10}, {}, true, 4, ComposeImmobilisation},
-    {FichierAmo, "Amo", sizeof(Amortissement), 96, 1, {14}, {}, true, 4, ComposeAmortissement},
-    {FichierRecettes, "RECETTES", sizeof(RecetteLiee), 98, 3, {37, 35, 27}, {}, true, 1, ComposeRecette},
-    {FichierDepenses, "DEPENSES", sizeof(DepenseLiee), 102, 2, {31, 39}, {}, true, 1, ComposeDepense},
-    {FichierAuto, "AUTO", sizeof(EcrituresAuto), 0, 0, {}, {}, false, 4, ComposeRien},
-    {},
+    {FichierImmo, "Immo", sizeof(Immobilisation), 93, 2, {18, 10}, {}, true, false, 4, ComposeImmobilisation},
+    {FichierAmo, "Amo", sizeof(Amortissement), 96, 1, {14}, {}, true, false, 4, ComposeAmortissement},
+    {FichierRecettes, "RECETTES", sizeof(RecetteLiee), 98, 3, {37, 35, 27}, {}, true, false, 1,
+     ComposeRecette},
+    {FichierDepenses, "DEPENSES", sizeof(DepenseLiee), 102, 2, {31, 39}, {}, true, false, 1,
+     ComposeDepense},
+    {FichierAuto, "AUTO", sizeof(EcrituresAuto), 0, 0, {}, {}, false, false, 4, ComposeRien},
 };
+// clang-format on
 
 template <typename... Arguments, typename... Valeurs>
 std::string Compose(void (*cle)(Ecrivain&, Arguments...), Valeurs... valeurs) {
@@ -329,7 +327,7 @@ std::string Compose(void (*cle)(Ecrivain&, Arguments...), Valeurs... valeurs) {
 
 }  // namespace
 
-const DefinitionFichier* Definitions() { return Table; }
+std::span<const DefinitionFichier> Definitions() { return Table; }
 
 namespace {
 
@@ -339,9 +337,9 @@ struct Annuaire {
   std::array<std::pair<const DefinitionFichier*, u8>, 256> cles{};
 
   Annuaire() {
-    for (const DefinitionFichier* d = Table; d->numero; ++d) {
-      fichiers[d->numero] = d;
-      for (u8 i = 0; i < d->nbCles; ++i) cles[d->premiereCle + i] = {d, i};
+    for (const DefinitionFichier& d : Table) {
+      fichiers[d.numero] = &d;
+      for (u8 i = 0; i < d.nbCles; ++i) cles[d.premiereCle + i] = {&d, i};
     }
   }
 };
@@ -364,8 +362,8 @@ const DefinitionFichier* DefinitionCle(u16 numCle, unsigned& indice) {
 }
 
 const DefinitionFichier* DefinitionNom(std::string_view nom) {
-  for (const DefinitionFichier* d = Table; d->numero; ++d) {
-    if (CompareSansCasse(d->nom, nom) == 0) return d;
+  for (const DefinitionFichier& d : Table) {
+    if (CompareSansCasse(d.nom, nom) == 0) return &d;
   }
   return nullptr;
 }

@@ -1,7 +1,8 @@
 // The indexed files that the store knows: number, record, keys. One table
-// serves the engine (rebuild of keys), the record families and fenlorctl.
+// serves the engine (rebuild of keys), opening and closing, verification and fenlorctl.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,7 @@ struct DefinitionFichier {
   u16 tailleCle[8];
   bool doubles[8];  ///< several records may hold the same key
   bool duCabinet;   ///< stands in the practice's directory, else in the exercice's
+  bool duDepart;    ///< made with every exercice; the others on their first opening
   /// Leading bytes that mark a slot: 1 where the record begins with reserved
   /// bytes; 4 where it begins with a number (all of them 255: deleted, all 0:
   /// never written).
@@ -42,8 +44,8 @@ struct DefinitionFichier {
   unsigned (*compose)(unsigned indice, const void* rec, char* sortie);
 };
 
-/// All of them, ended by a row of number 0.
-const DefinitionFichier* Definitions();
+/// All of them; those made with every exercice come first.
+std::span<const DefinitionFichier> Definitions();
 /// By file number, null when unknown.
 const DefinitionFichier* DefinitionFichierNumero(u16 numFichier);
 /// By key number; `indice` becomes the key's index. Null when unknown.

@@ -1,6 +1,7 @@
 #include "store/ecritures_operation.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 
@@ -40,10 +41,9 @@ OperationEcriture::OperationEcriture(QVAPI& magasin, EtatQVAPI& etat, const std:
     Refuse(ErrPasOuvert);
     return;
   }
-  if (!Ouvre(FichierJournal, exercice, &QVAPI::OpenJournal, m_journal)) return;
+  if (!Ouvre(FichierJournal, exercice, m_journal)) return;
   const std::string journal = moteur().CheminOuvert(FichierJournal);
-  if (fichiers == JournalEtComptes &&
-      !Ouvre(FichierComptes, DossierDe(journal), &QVAPI::OpenPlan, m_comptes)) {
+  if (fichiers == JournalEtComptes && !Ouvre(FichierComptes, DossierDe(journal), m_comptes)) {
     return;
   }
   if (etat.cheminCompteurs != journal) etat.derniereLigneLue = 0;
@@ -52,27 +52,29 @@ OperationEcriture::OperationEcriture(QVAPI& magasin, EtatQVAPI& etat, const std:
     etat.annulationsVues = moteur().NbAnnulations();
     etat.cheminCompteurs = journal;
   }
+  assert(moteur().EstOuvertFichier(FichierJournal));
+  assert(fichiers == JournalSeul || moteur().EstOuvertFichier(FichierComptes));
   m_pret = true;
 }
 
 OperationEcriture::~OperationEcriture() {
-  if (m_comptes) m_magasin.ClosePlan(m_comptes);
-  if (m_journal) m_magasin.CloseJournal(m_journal);
+  m_comptes = {};
+  m_journal = {};
   if (m_code) m_etat.Refuse(m_code);
 }
 
-bool OperationEcriture::Ouvre(u16 numero, const std::string& dossier, u32 (QVAPI::*ouvre)(const std::string&),
-                              u32& poignee) {
+bool OperationEcriture::Ouvre(u16 numero, const std::string& dossier, Ouverture& fichier) {
   const std::string chemin = moteur().CheminOuvert(numero);
   if (!chemin.empty()) {
     if (dossier.empty() || SansBarreFinale(dossier) == SansBarreFinale(DossierDe(chemin))) return true;
     return Refuse(ErrPasOuvert);
   }
-  poignee = (m_magasin.*ouvre)(dossier);
-  return poignee != 0 || Echoue();
+  fichier = Ouverture(m_magasin, numero, dossier);
+  return fichier || Echoue();
 }
 
 bool OperationEcriture::Refuse(int code, const std::string& texte) {
+  assert(code != ErrAucune);
   m_code = code;
   m_etat.Refuse(code);
   m_etat.DitErreur(texte.empty() ? m_magasin.QVErreurTexte(code) : texte);
@@ -155,10 +157,12 @@ bool OperationEcriture::LitEcriture(u32 mouvement, std::vector<Position>& positi
     lignes.push_back(*vue);
     lignes.back().Reserve0 = 0;
   }
+  assert(lignes.size() == positions.size());
   return true;
 }
 
 Position OperationEcriture::AjouteLigne(const Line& ligne, EffetsComptes& effets) {
+  assert(moteur().Profondeur() > 0 && ligne.Mouvement != 0);
   const Position position = moteur().Ajoute(FichierJournal, &ligne);
   if (!position || !moteur().AjouteCles(FichierJournal, position, &ligne, true)) {
     Echoue();
@@ -171,6 +175,7 @@ Position OperationEcriture::AjouteLigne(const Line& ligne, EffetsComptes& effets
 bool OperationEcriture::RemplaceLignes(const std::vector<Position>& positions,
                                        const std::vector<Line>& anciennes, const std::vector<Line>& nouvelles,
                                        EffetsComptes& effets) {
+  assert(moteur().Profondeur() > 0 && positions.size() == anciennes.size());
   for (const Line& ligne : anciennes) effets.Retire(ligne);
   for (const Line& ligne : nouvelles) effets.Ajoute(ligne);
   const std::size_t communes = std::min(anciennes.size(), nouvelles.size());
@@ -192,6 +197,7 @@ bool OperationEcriture::RemplaceLignes(const std::vector<Position>& positions,
 }
 
 bool OperationEcriture::Applique(const EffetsComptes& effets) {
+  assert(moteur().Profondeur() > 0);  // totals and lines are one unit
   for (const EffetsComptes::Poste& poste : effets.Postes()) {
     if (poste.cumuls == Cumuls{}) continue;
     Position position = 0;

@@ -8,6 +8,7 @@
 
 #include "store/cumuls.h"
 #include "store/etat.h"
+#include "store/ouverture.h"
 
 namespace fenlor {
 
@@ -72,12 +73,11 @@ class OperationEcriture {
   void CompteRetrait(const Line& ligne, bool entreeReste);
 
  private:
-  bool Ouvre(u16 numero, const std::string& dossier, u32 (QVAPI::*ouvre)(const std::string&), u32& poignee);
+  bool Ouvre(u16 numero, const std::string& dossier, Ouverture& fichier);
 
   QVAPI& m_magasin;
   EtatQVAPI& m_etat;
-  u32 m_journal = 0;  ///< handles of what was opened here
-  u32 m_comptes = 0;
+  Ouverture m_journal, m_comptes;  ///< what was opened here
   int m_code = 0;
   bool m_pret = false;
 };

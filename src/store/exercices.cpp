@@ -3,6 +3,7 @@
 #include "store/exercices.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 
 #include "store/definitions.h"
@@ -102,7 +103,19 @@ bool CabinetPret(EtatQVAPI& etat) {
                    "Ouverture fichier (" + etat.reglages->Chemin() + ") impossible");
 }
 
+const std::vector<u16>& FichiersExercice() {
+  static const std::vector<u16> numeros = [] {
+    std::vector<u16> n;
+    for (const DefinitionFichier& d : Definitions()) {
+      if (d.duDepart) n.push_back(d.numero);
+    }
+    return n;
+  }();
+  return numeros;
+}
+
 bool OuvreFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier) {
+  assert(DefinitionFichierNumero(numero) && !dossier.empty());
   const DefinitionFichier& definition = *DefinitionFichierNumero(numero);
   const std::string base = Joint(dossier, definition.nom);
   if (!etat.moteur->Ouvre(numero, base + ".dat")) return false;
@@ -119,7 +132,7 @@ void FermeFichier(EtatQVAPI& etat, u16 numero) {
 
 bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
   EmpruntFichiers emprunt(etat);
-  for (const u16 numero : FichiersExercice) {
+  for (const u16 numero : FichiersExercice()) {
     if (OuvreFichier(etat, numero, Joint(etat.pathCabinet, nom))) {
       FermeFichier(etat, numero);
       continue;
@@ -135,7 +148,7 @@ bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
 }
 
 EmpruntFichiers::EmpruntFichiers(EtatQVAPI& etat) : m_etat(etat) {
-  for (const u16 numero : FichiersExercice) {
+  for (const u16 numero : FichiersExercice()) {
     const std::string chemin = etat.moteur->CheminOuvert(numero);
     if (chemin.empty()) continue;
     const bool cles = etat.moteur->Ferme(DefinitionFichierNumero(numero)->premiereCle);
@@ -149,6 +162,7 @@ EmpruntFichiers::~EmpruntFichiers() {
   if (m_pretes.empty()) return;
   const int erreur = m_etat.moteur->Erreur();
   for (const auto& [numero, prete] : m_pretes) {
+    assert(!m_etat.moteur->EstOuvertFichier(numero) && m_etat.ouvertures[numero] == 0);
     const bool ouvert = OuvreFichier(m_etat, numero, prete.dossier);
     if (ouvert && !prete.cles) m_etat.moteur->Ferme(DefinitionFichierNumero(numero)->premiereCle);
     m_etat.ouvertures[numero] = ouvert ? prete.ouvertures : 0;

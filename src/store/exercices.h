@@ -51,8 +51,8 @@ bool CabinetPret(EtatQVAPI& etat);
 bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code);
 bool RefuseDit(EtatQVAPI& etat, int code, u32 numero, const std::string& texte);
 
-/// File numbers of an exercice's data files.
-constexpr u16 FichiersExercice[] = {FichierComptes, FichierJournal, FichierRubriques, FichierBanques};
+/// File numbers of the data files that every exercice is made with.
+const std::vector<u16>& FichiersExercice();
 /// Opens data and keys of a known file in a directory. Unlike the record families
 /// it never creates a data file: books must not come back empty.
 bool OuvreFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier);

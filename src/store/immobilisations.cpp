@@ -5,6 +5,7 @@
 
 #include "store/definitions.h"
 #include "store/etat.h"
+#include "store/ouverture.h"
 
 namespace fenlor {
 
@@ -22,37 +23,6 @@ constexpr TauxDegressif TableGenerale[] = {
 constexpr TauxDegressif Table1996[] = {{3, 2.5, 82.33},   {4, 2.5, 62.5},  {5, 3, 60},    {6, 6, 50},
                                        {6.66, 3.5, 52.5}, {8, 3.5, 43.75}, {10, 3.5, 35}, {12, 3.5, 29.16},
                                        {15, 3.5, 23.33},  {20, 3.5, 17.5}};
-
-/// Holds a file of the practice open for one operation.
-class Ouverture {
- public:
-  using Ouvre = u32 (QVAPI::*)(const std::string&);
-  using Ferme = bool (QVAPI::*)(u32);
-  Ouverture(QVAPI& magasin, Ouvre ouvre, Ferme ferme)
-      : m_magasin(magasin), m_ferme(ferme), m_poignee((magasin.*ouvre)(std::string())) {}
-  ~Ouverture() {
-    if (m_poignee == 0) return;
-    const int erreur = m_magasin.QVFileErrorCode();
-    (m_magasin.*m_ferme)(m_poignee);
-    if (erreur != 0) m_magasin.PoseErreur(erreur);
-  }
-  Ouverture(const Ouverture&) = delete;
-  Ouverture& operator=(const Ouverture&) = delete;
-  explicit operator bool() const { return m_poignee != 0; }
-
- private:
-  QVAPI& m_magasin;
-  Ferme m_ferme;
-  u32 m_poignee;
-};
-
-struct OuvertureImmo : Ouverture {
-  explicit OuvertureImmo(QVAPI& m)
-      : Ouverture(m, &QVAPI::OpenImmobilisations, &QVAPI::CloseImmobilisations) {}
-};
-struct OuvertureAmo : Ouverture {
-  explicit OuvertureAmo(QVAPI& m) : Ouverture(m, &QVAPI::OpenAmortissements, &QVAPI::CloseAmortissements) {}
-};
 
 /// Adds a record, or replaces the one at `ancienne`.
 bool Pose(QVAPI& magasin, Moteur& moteur, u16 fichier, Position ancienne, const void* rec) {
@@ -78,14 +48,14 @@ u32 DernierInscrit(EtatQVAPI& etat) {
 
 bool QVAPI::WriteImmobilisations(const Immobilisation& rec) {
   if (rec.Numero == 0 || rec.Numero == NumeroInterdit) return m_etat->Refuse(ErrValeur);
-  OuvertureImmo ouverture(*this);
+  const Ouverture ouverture(*this, FichierImmo);
   if (!ouverture) return false;
   const Position ancienne = m_etat->moteur->TrouveCle(94, MakeImmobilisationsKey2(rec.Numero));
   return Pose(*this, *m_etat->moteur, FichierImmo, ancienne, &rec);
 }
 
 bool QVAPI::DeleteImmobilisations(Position position) {
-  OuvertureImmo ouverture(*this);
+  const Ouverture ouverture(*this, FichierImmo);
   if (!ouverture) return false;
   Immobilisation rec{};
   if (!m_etat->moteur->Lit(FichierImmo, position, &rec)) return false;
@@ -96,7 +66,7 @@ bool QVAPI::DeleteImmobilisations(Position position) {
 
 u32 QVAPI::GetFreeImmobilisationsID(const std::string&) {
   if (!m_etat->reglages) return m_etat->Refuse(ErrPasOuvert);
-  OuvertureImmo ouverture(*this);
+  const Ouverture ouverture(*this, FichierImmo);
   if (!ouverture) return 0;
   u32 dernier = DernierInscrit(*m_etat);
   if (m_etat->reglages->Erreur() != 0) return m_etat->Refuse(m_etat->reglages->Erreur());
@@ -121,7 +91,7 @@ bool QVAPI::WriteLastImmobilisationsID(u32 numero) {
 }
 
 Position QVAPI::ReadAmortissements(Amortissement& rec) {
-  OuvertureAmo ouverture(*this);
+  const Ouverture ouverture(*this, FichierAmo);
   if (!ouverture) return 0;
   const Position position = m_etat->moteur->TrouveCle(96, MakeAmortissementsKey(rec.Numero, rec.Annee));
   return position != 0 && m_etat->moteur->Lit(FichierAmo, position, &rec) ? position : 0;
@@ -129,14 +99,14 @@ Position QVAPI::ReadAmortissements(Amortissement& rec) {
 
 bool QVAPI::WriteAmortissements(const Amortissement& rec) {
   if (rec.Numero == 0 || rec.Numero == NumeroInterdit || rec.Annee == 0) return m_etat->Refuse(ErrValeur);
-  OuvertureAmo ouverture(*this);
+  const Ouverture ouverture(*this, FichierAmo);
   if (!ouverture) return false;
   const Position ancienne = m_etat->moteur->TrouveCle(96, MakeAmortissementsKey(rec.Numero, rec.Annee));
   return Pose(*this, *m_etat->moteur, FichierAmo, ancienne, &rec);
 }
 
 bool QVAPI::DeleteAmortissements(Position position) {
-  OuvertureAmo ouverture(*this);
+  const Ouverture ouverture(*this, FichierAmo);
   if (!ouverture) return false;
   Amortissement rec{};
   if (!m_etat->moteur->Lit(FichierAmo, position, &rec)) return false;

@@ -4,6 +4,7 @@
 
 #include "store/definitions.h"
 #include "store/etat.h"
+#include "store/ouverture.h"
 
 namespace fenlor {
 
@@ -82,29 +83,6 @@ bool EcritureLiee(Moteur& moteur, const Rec& rec, u32& mouvement) {
   return true;
 }
 
-/// Holds the files that an entry is removed from. To be made before the unit of
-/// work: a file cannot change its place inside one.
-class OuvertureEcritures {
- public:
-  explicit OuvertureEcritures(QVAPI& magasin)
-      : m_magasin(magasin),
-        m_journal(magasin.OpenJournal({})),
-        m_comptes(m_journal != 0 ? magasin.OpenPlan({}) : 0) {}
-  ~OuvertureEcritures() {
-    const int erreur = m_magasin.QVFileErrorCode();
-    if (m_comptes != 0) m_magasin.ClosePlan(m_comptes);
-    if (m_journal != 0) m_magasin.CloseJournal(m_journal);
-    m_magasin.PoseErreur(erreur);
-  }
-  OuvertureEcritures(const OuvertureEcritures&) = delete;
-  OuvertureEcritures& operator=(const OuvertureEcritures&) = delete;
-  explicit operator bool() const { return m_comptes != 0; }
-
- private:
-  QVAPI& m_magasin;
-  u32 m_journal, m_comptes;
-};
-
 template <class Rec>
 bool SupprimeFiche(QVAPI& magasin, EtatQVAPI& etat, u16 fichier, Position position, const Rec& rec,
                    bool avecEcriture) {
@@ -123,8 +101,9 @@ bool SupprimeLien(QVAPI& magasin, EtatQVAPI& etat, u16 fichier, Position positio
   Rec rec{};
   if (!etat.moteur->Lit(fichier, position, &rec)) return false;
   if (etat.pathExercice.empty()) return SupprimeFiche(magasin, etat, fichier, position, rec, false);
-  const OuvertureEcritures ouverture(magasin);
-  return ouverture && SupprimeFiche(magasin, etat, fichier, position, rec, true);
+  // Before the unit of work: a file cannot change its place inside one.
+  const Ouverture journal(magasin, FichierJournal), comptes(magasin, FichierComptes);
+  return journal && comptes && SupprimeFiche(magasin, etat, fichier, position, rec, true);
 }
 
 bool EstOuvert(EtatQVAPI& etat, u16 fichier) {

@@ -27,6 +27,7 @@
 #include <vector>
 
 #include "store/dates.h"
+#include "store/definitions.h"
 #include "store/enregistrements.h"
 #include "store/profil.h"
 #include "store/systeme.h"
@@ -279,30 +280,36 @@ class QVAPI {
   bool QVRenameFile(const std::string& de, const std::string& vers);
 
   // -------------------------------------------------------- Record families
-  // `OpenXxx` takes a directory, or an empty text for that of the open exercice
-  // (of the practice for the files it owns), creates what is missing, opens data
-  // and keys and returns a handle, 0 on failure. Each opening is counted;
-  // `CloseXxx` gives one back.
+  // A row of the table in definitions.h is all that a file needs here. The named
+  // operations say which row; `Ouverture` (store/ouverture.h) closes by itself.
 
-  u32 OpenPlan(const std::string& chemin);
-  u32 OpenRubriques(const std::string& chemin);
-  u32 OpenBanques(const std::string& chemin);
-  u32 OpenJournal(const std::string& chemin);
-  u32 OpenImmobilisations(const std::string& chemin);
-  u32 OpenAmortissements(const std::string& chemin);
-  u32 OpenRecettes(const std::string& chemin);
-  u32 OpenDepenses(const std::string& chemin);
-  u32 OpenEcrituresAuto(const std::string& chemin);
-  u32 OpenTauxDegressif(const std::string& chemin);
-  bool ClosePlan(u32 poignee);
-  bool CloseRubriques(u32 poignee);
-  bool CloseBanques(u32 poignee);
-  bool CloseJournal(u32 poignee);
-  bool CloseImmobilisations(u32 poignee);
-  bool CloseAmortissements(u32 poignee);
-  bool CloseRecettes(u32 poignee);
-  bool CloseDepenses(u32 poignee);
-  bool CloseEcrituresAuto(u32 poignee);
+  /// Opens data and keys of a known file in a directory; an empty text is that of
+  /// the open exercice, or of the practice for the files it owns. Creates what is
+  /// missing. A handle, 0 on failure. Each opening is counted.
+  u32 OpenFichier(u16 numFichier, const std::string& chemin);
+  /// Gives one opening back; the last one closes the file. False: it was not open.
+  bool CloseFichier(u16 numFichier, u32 poignee);
+
+  u32 OpenPlan(const std::string& chemin) { return OpenFichier(FichierComptes, chemin); }
+  u32 OpenRubriques(const std::string& chemin) { return OpenFichier(FichierRubriques, chemin); }
+  u32 OpenBanques(const std::string& chemin) { return OpenFichier(FichierBanques, chemin); }
+  u32 OpenJournal(const std::string& chemin) { return OpenFichier(FichierJournal, chemin); }
+  u32 OpenImmobilisations(const std::string& chemin) { return OpenFichier(FichierImmo, chemin); }
+  u32 OpenAmortissements(const std::string& chemin) { return OpenFichier(FichierAmo, chemin); }
+  u32 OpenRecettes(const std::string& chemin) { return OpenFichier(FichierRecettes, chemin); }
+  u32 OpenDepenses(const std::string& chemin) { return OpenFichier(FichierDepenses, chemin); }
+  u32 OpenEcrituresAuto(const std::string& chemin) { return OpenFichier(FichierAuto, chemin); }
+  /// The table of rates stands in the program: there is no file behind it.
+  u32 OpenTauxDegressif(const std::string&) { return 1; }
+  bool ClosePlan(u32 poignee) { return CloseFichier(FichierComptes, poignee); }
+  bool CloseRubriques(u32 poignee) { return CloseFichier(FichierRubriques, poignee); }
+  bool CloseBanques(u32 poignee) { return CloseFichier(FichierBanques, poignee); }
+  bool CloseJournal(u32 poignee) { return CloseFichier(FichierJournal, poignee); }
+  bool CloseImmobilisations(u32 poignee) { return CloseFichier(FichierImmo, poignee); }
+  bool CloseAmortissements(u32 poignee) { return CloseFichier(FichierAmo, poignee); }
+  bool CloseRecettes(u32 poignee) { return CloseFichier(FichierRecettes, poignee); }
+  bool CloseDepenses(u32 poignee) { return CloseFichier(FichierDepenses, poignee); }
+  bool CloseEcrituresAuto(u32 poignee) { return CloseFichier(FichierAuto, poignee); }
   bool CloseTauxDegressif(u32 poignee);
   bool GetOpenFlagPlan() const;
   bool GetOpenFlagJournal() const;

@@ -37,10 +37,10 @@ TEST(Champs, EveryByteOfEveryRecordHasItsRow) {
 }
 
 TEST(Champs, EveryIndexedFileHasItsFields) {
-  for (const DefinitionFichier* d = Definitions(); d->numero; ++d) {
-    ASSERT_FALSE(Champs(d->numero).empty()) << d->nom;
-    const Champ& dernier = Champs(d->numero).back();
-    EXPECT_EQ(dernier.offset + dernier.taille, d->taille) << d->nom;
+  for (const DefinitionFichier& d : Definitions()) {
+    ASSERT_FALSE(Champs(d.numero).empty()) << d.nom;
+    const Champ& dernier = Champs(d.numero).back();
+    EXPECT_EQ(dernier.offset + dernier.taille, d.taille) << d.nom;
   }
   EXPECT_TRUE(Champs(1).empty());
 }

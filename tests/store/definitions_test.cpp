@@ -223,17 +223,17 @@ TEST(Definitions, KeysOfLinksSortAsTheirNumbers) {
 
 TEST(Definitions, NumbersAreTheIdentityOfTheFiles) {
   std::set<unsigned> numeros;
-  for (const DefinitionFichier* d = Definitions(); d->numero; ++d) {
-    EXPECT_TRUE(numeros.insert(d->numero).second) << d->nom;
-    EXPECT_EQ(DefinitionFichierNumero(d->numero), d);
-    EXPECT_EQ(DefinitionNom(EnMajuscules(d->nom)), d);
-    for (unsigned k = 0; k < d->nbCles; ++k) {
-      const u16 numCle = static_cast<u16>(d->premiereCle + k);
+  for (const DefinitionFichier& d : Definitions()) {
+    EXPECT_TRUE(numeros.insert(d.numero).second) << d.nom;
+    EXPECT_EQ(DefinitionFichierNumero(d.numero), &d);
+    EXPECT_EQ(DefinitionNom(EnMajuscules(d.nom)), &d);
+    for (unsigned k = 0; k < d.nbCles; ++k) {
+      const u16 numCle = static_cast<u16>(d.premiereCle + k);
       EXPECT_TRUE(numeros.insert(numCle).second) << numCle;
       unsigned indice = 99;
-      EXPECT_EQ(DefinitionCle(numCle, indice), d);
+      EXPECT_EQ(DefinitionCle(numCle, indice), &d);
       EXPECT_EQ(indice, k);
-      EXPECT_GT(d->tailleCle[k], 0) << d->nom;
+      EXPECT_GT(d.tailleCle[k], 0) << d.nom;
     }
   }
   unsigned indice = 0;
