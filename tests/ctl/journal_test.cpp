@@ -78,13 +78,13 @@ TEST_F(JournalCtl, ChaqueChampDitLeSien) {
   ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
   EXPECT_EQ(
       Liste({"recettes", "--json"}).sortie,
-      R"({"mouvement":1,"ligne":1,"date":"03/03/2003","libelle":"Consultations","tresorerie":"***","montantFranc":655.95,"montantEuro":100,"pointee":false,"remise":false,"rapprochee":true,"validee":false,"rubrique":"01 ","compte":"706","designation":"Honoraires"}
-{"mouvement":2,"ligne":2,"date":"04/03/2003","libelle":"Visite Noël","tresorerie":"BQ","montantFranc":196.79,"montantEuro":30,"pointee":true,"remise":false,"rapprochee":false,"validee":true,"rubrique":"01 ","compte":"706","designation":"Honoraires"}
-{"ecritures":2,"partielle":false,"totalDebitFranc":852.74,"totalCreditFranc":852.75,"totalDebitEuro":130,"totalCreditEuro":130}
+      R"({"Mouvement":1,"Ligne":1,"Date":"03/03/2003","Libelle":"Consultations","Tresorerie":"***","MontantFranc":655.95,"MontantEuro":100,"Pointee":0,"Remise":0,"Rapprochee":1,"Validee":0,"Rubrique":"01 ","Compte":"7060000000","Designation":"Honoraires"}
+{"Mouvement":2,"Ligne":2,"Date":"04/03/2003","Libelle":"Visite Noël","Tresorerie":"BQ","MontantFranc":196.79,"MontantEuro":30,"Pointee":1,"Remise":0,"Rapprochee":0,"Validee":1,"Rubrique":"01 ","Compte":"7060000000","Designation":"Honoraires"}
+{"Ecritures":2,"Partielle":false,"TotalDebitFranc":852.74,"TotalCreditFranc":852.75,"TotalDebitEuro":130,"TotalCreditEuro":130}
 )");
   EXPECT_EQ(
       Liste({"depenses", "--json"}).Lignes().at(0),
-      R"({"mouvement":4,"ligne":1,"date":"06/03/2003","libelle":"Téléphone","tresorerie":"BQ","montantFranc":327.98,"montantEuro":50,"pointee":true,"remise":false,"rapprochee":false,"validee":false,"rubrique":"27 ","compte":"6262","designation":"Téléphone et Internet"})");
+      R"({"Mouvement":4,"Ligne":1,"Date":"06/03/2003","Libelle":"Téléphone","Tresorerie":"BQ","MontantFranc":327.98,"MontantEuro":50,"Pointee":1,"Remise":0,"Rapprochee":0,"Validee":0,"Rubrique":"27 ","Compte":"6262000000","Designation":"Téléphone et Internet"})");
 }
 
 TEST_F(JournalCtl, CriteresEtFautes) {

@@ -45,34 +45,5 @@ TEST(Champs, EveryIndexedFileHasItsFields) {
   EXPECT_TRUE(Champs(1).empty());
 }
 
-TEST(Champs, OffsetsOfTheDataFiles) {
-  const struct {
-    const char *rec, *champ;
-    unsigned offset, taille;
-    TypeChamp type;
-  } cas[] = {
-      {"Plan", "Rubrique", 103, 4, TypeChamp::Texte},
-      {"Plan", "CompteTVA", 111, 11, TypeChamp::Compte},
-      {"Plan", "RappDebitEuro", 242, 8, TypeChamp::Montant},
-      {"Rubrique", "Formule", 89, 128, TypeChamp::Texte},
-      {"Line", "LienA", 122, 4, TypeChamp::Entier32},
-      {"Line", "LienPoste", 120, 2, TypeChamp::EntierU16},
-      {"Line", "DateRemise", 461, 4, TypeChamp::DateC},
-      {"Line", "Sens", 265, 4, TypeChamp::EntierU32},
-      {"Banque", "Sens", 118, 2, TypeChamp::Entier16},
-      {"Immobilisation", "ModeDuree", 145, 1, TypeChamp::EntierU8},
-      {"DepenseLiee", "Tiers", 26, 9, TypeChamp::Texte},
-  };
-  for (const auto& c : cas) {
-    const Champ* trouve = nullptr;
-    for (const Champ& champ : ChampsDe(c.rec)) {
-      if (std::string(champ.nom) == c.champ) trouve = &champ;
-    }
-    ASSERT_NE(trouve, nullptr) << c.champ;
-    EXPECT_TRUE(trouve->offset == c.offset && trouve->taille == c.taille && trouve->type == c.type)
-        << c.champ;
-  }
-}
-
 }  // namespace
 }  // namespace fenlor

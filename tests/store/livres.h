@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -202,6 +203,20 @@ inline Line LigneOD(u32 mouvement, Date date, const char* compte, bool credit, f
   ligne.MontantEuro = euro;
   ligne.MontantFranc = std::floor(euro * 6.55957 * 100 + 0.5) / 100;
   return ligne;
+}
+
+/// "compte C euro/franc" for each line, in order of `Rang`.
+inline std::vector<std::string> Decrit(const std::vector<Line>& lignes) {
+  std::vector<std::string> textes;
+  for (std::size_t i = 0; i < lignes.size(); ++i) {
+    const Line& l = lignes[i];
+    EXPECT_EQ(+l.Rang, i);
+    char texte[80];
+    std::snprintf(texte, sizeof texte, "%s %c %.2f/%.2f", LitTexte(l.Compte).c_str(), l.Sens ? 'C' : 'D',
+                  l.MontantEuro, l.MontantFranc);
+    textes.emplace_back(texte);
+  }
+  return textes;
 }
 
 }  // namespace fenlor

@@ -533,6 +533,9 @@ TEST(ClesEndommagees, UnParcoursQuiTourneEnRondEstDitEtFinit) {
     EXPECT_TRUE(moteur.ClesEndommagees(FichierComptes)) << sens;
     EXPECT_EQ(moteur.Avertissements().size(), 1u) << sens;
     EXPECT_EQ(livres.Comptes(), "51=C 60=C 70=C ") << sens;
+  }
+}
+
 // Whole and sound, but of another day: nothing in the file itself says so.
 TEST_F(ClesSurDisqueTest, DesClesOuDesDonneesPlusAnciennesNeTrompentPas) {
   const std::string attendus[] = {"5120000000=BQ 7060000000=HON ",

@@ -10,7 +10,6 @@
 #include <limits>
 
 #include "outils/cabinetdetest.h"
-#include "outils/systemefautif.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -140,52 +139,6 @@ TEST(Systeme, ErrorsAreToldInFrench) {
   }
   std::sort(textes.begin(), textes.end());
   EXPECT_EQ(std::adjacent_find(textes.begin(), textes.end()), textes.end());
-}
-
-// The failing disk of the other tests: what it lets pass, stops and counts.
-TEST_F(SystemeTest, AFailingDiskFailsWhereItWasTold) {
-  SystemeFautif disque(posix);
-  ASSERT_EQ(disque.Ouvre(chemin, Systeme::Creation, fichier), 0);
-  EXPECT_EQ(fichier->Ecrit("aaaa", 4, 0), 0);
-  disque.Programme(2, EIO, SystemeFautif::Ecriture | SystemeFautif::Synchro);
-  EXPECT_EQ(fichier->Ecrit("bbbb", 4, 0), 0);
-  EXPECT_EQ(fichier->Synchronise(), EIO);
-  EXPECT_EQ(fichier->Synchronise(), 0);
-  EXPECT_EQ(disque.NbPannes(), 1u);
-
-  disque.Programme(1, ENOSPC, SystemeFautif::Ecriture, false);
-  disque.EcrituresPartielles(true);
-  EXPECT_EQ(fichier->Ecrit("cccc", 4, 0), ENOSPC);
-  EXPECT_EQ(fichier->Ecrit("dddd", 4, 0), ENOSPC);
-  EXPECT_EQ(Lu(*fichier, 4, 0), "ddbb");
-  disque.SurChemin("autre");
-  EXPECT_EQ(fichier->Ecrit("eeee", 4, 0), 0);
-  disque.SurChemin("");
-  disque.Repare();
-  EXPECT_EQ(fichier->Ecrit("ffff", 4, 0), 0);
-  EXPECT_EQ(disque.NbPannes(), 2u);
-  EXPECT_EQ(disque.Compte(SystemeFautif::Ecriture), 6u);
-  EXPECT_EQ(disque.Compte(SystemeFautif::Ouvertures), 1u);
-
-  disque.Programme(1, EACCES, SystemeFautif::Tous, false);
-  std::unique_ptr<Fichier> second;
-  Empreinte e;
-  std::vector<std::string> noms;
-  EXPECT_EQ(disque.Ouvre(chemin, Systeme::Lecture, second), EACCES);
-  EXPECT_EQ(second, nullptr);
-  EXPECT_EQ(disque.Mesure(chemin, e), EACCES);
-  EXPECT_EQ(disque.Renomme(chemin, chemin + "2"), EACCES);
-  EXPECT_EQ(disque.Supprime(chemin), EACCES);
-  EXPECT_EQ(disque.CreeDossier(chemin + "3"), EACCES);
-  EXPECT_EQ(disque.SupprimeDossier(dossier.Chemin()), EACCES);
-  EXPECT_EQ(disque.SynchroniseDossier(dossier.Chemin()), EACCES);
-  EXPECT_EQ(disque.Liste(dossier.Chemin(), noms), EACCES);
-  EXPECT_EQ(fichier->Tronque(0), EACCES);
-  EXPECT_EQ(fichier->Reserve(0, 10), EACCES);
-  EXPECT_EQ(fichier->Mesure(e), EACCES);
-  EXPECT_EQ(disque.NbPannes(), 11u);
-  disque.Repare();
-  EXPECT_EQ(Lu(*fichier, 100, 0), "ffff");
 }
 
 }  // namespace
