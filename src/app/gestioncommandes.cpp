@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QStandardPaths>
 
+#include "app/listefenetres.h"
 #include "app/mainframe.h"
 #include "reports/forms/impressions.h"
 #include "session/forms/comboexercices.h"
@@ -70,6 +71,7 @@ void Commandes::FaitMenus(QMenuBar& barre) {
       separateur = false;
       menu->addAction(action);
     }
+    if (menu && place == Menu::Fenetre) new ListeFenetres(*menu, m_cadre.Zone());
   }
 }
 

@@ -2,12 +2,13 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
-#include <QPalette>
 #include <clocale>
 #include <csignal>
 #include <iostream>
 
 #include "app/programme.h"
+#include "ui/preferences.h"
+#include "ui/touchesacces.h"
 #include "ui/traductions.h"
 
 namespace {
@@ -21,30 +22,6 @@ std::string DossierProgrammes() {
     if (QFile::exists(QDir(dossier).filePath(QStringLiteral("zntips.txt"))))
       return QFile::encodeName(QDir::cleanPath(dossier)).toStdString();
   return QFile::encodeName(ici.path()).toStdString();
-}
-
-/// FENLOR_PALETTE=sombre: a dark palette where the desktop has none to offer, for
-/// pictures and trials.
-void PaletteSombre() {
-  if (qgetenv("FENLOR_PALETTE") != "sombre") return;
-  QApplication::setStyle(QStringLiteral("Fusion"));
-  const QColor fond(45, 45, 48), base(30, 30, 30), texte(230, 230, 230), faible(140, 140, 140),
-      accent(42, 110, 180);
-  QPalette palette(fond, fond);
-  palette.setColor(QPalette::Base, base);
-  palette.setColor(QPalette::AlternateBase, fond);
-  palette.setColor(QPalette::ToolTipBase, fond);
-  palette.setColor(QPalette::Highlight, accent);
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::Link, QColor(110, 175, 255));
-  palette.setColor(QPalette::LinkVisited, QColor(180, 150, 255));
-  for (const auto role :
-       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-    palette.setColor(role, texte);
-    palette.setColor(QPalette::Disabled, role, faible);
-  }
-  palette.setColor(QPalette::PlaceholderText, faible);
-  QApplication::setPalette(palette);
 }
 
 }  // namespace
@@ -70,7 +47,12 @@ int main(int argc, char** argv) {
   }
 
   QApplication application(argc, argv);
-  PaletteSombre();
+  // A dark palette where the desktop has none to offer, for pictures and trials.
+  if (qgetenv("FENLOR_PALETTE") == "sombre") {
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(fenlor::PaletteSombre());
+  }
+  const fenlor::TouchesAcces touches;
   // Amounts are formatted by the value functions alone.
   std::setlocale(LC_NUMERIC, "C");
   QLocale::setDefault(QLocale(QLocale::French, QLocale::France));

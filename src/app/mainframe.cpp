@@ -176,7 +176,9 @@ void CMainFrame::ActualisePage() {
 
 void CMainFrame::MontreAuDemarrage() {
   const QSize place = screen()->availableSize();
-  resize(place.boundedTo(QSize(1180, 780)));
+  // Room for the frame and title that the desktop puts around it.
+  const int ligne = fontMetrics().height();
+  resize((place - QSize(ligne, 3 * ligne)).boundedTo(QSize(1180, 780)));
   const bool agrandie = RestaurePosition(*this, m_app, Texte(SecFenlor));
   RestaureBarres(*this, m_app);
   AppliqueRaccourcis();

@@ -5,12 +5,15 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QSet>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
@@ -42,6 +45,13 @@ class Defilement : public QScrollArea {
   }
   QSize minimumSizeHint() const override { return widget()->minimumSizeHint().boundedTo(Place()); }
 
+ protected:
+  /// A page that was read meanwhile may need more room.
+  bool eventFilter(QObject* objet, QEvent* evenement) override {
+    if (objet == widget() && evenement->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(objet, evenement);
+  }
+
  private:
   /// What a screen leaves to the fields, with some height for title and buttons.
   QSize Place() const {
@@ -50,7 +60,49 @@ class Defilement : public QScrollArea {
   }
 };
 
-constexpr double contrasteLisible = 3;
+constexpr double contrasteLisible = 3, contrasteLecture = 5;
+
+/// `texte` as faint on `fond` as still reads well.
+QColor Attenue(const QColor& texte, const QColor& fond) {
+  for (float part = 0.5F; part < 1; part += 0.05F) {
+    const auto mele = [part](float a, float b) { return part * a + (1 - part) * b; };
+    const QColor faible =
+        QColor::fromRgbF(mele(texte.redF(), fond.redF()), mele(texte.greenF(), fond.greenF()),
+                         mele(texte.blueF(), fond.blueF()));
+    if (Contraste(faible, fond) >= contrasteLecture) return faible;
+  }
+  return texte;
+}
+
+/// The line above the fields of a form of a closed exercice.
+QWidget* LigneRaison(QWidget* parent) {
+  auto* ligne = new QWidget(parent);
+  auto* rangee = new QHBoxLayout(ligne);
+  const int cote = ligne->fontMetrics().height();
+  auto* image = new QLabel(ligne);
+  image->setPixmap(Image("exercice-clos").pixmap(QSize(cote, cote), ligne->devicePixelRatioF()));
+  auto* texte = new QLabel(u"Exercice clôturé : tout se consulte, rien ne se modifie."_s, ligne);
+  texte->setObjectName(u"raison"_s);
+  texte->setWordWrap(true);
+  rangee->addWidget(image);
+  rangee->addWidget(texte, 1);
+  ligne->hide();
+  return ligne;
+}
+
+/// Text of a widget that its access key stands in; empty for others.
+QString TexteAcces(const QWidget& widget) {
+  if (const auto* bouton = qobject_cast<const QAbstractButton*>(&widget)) return bouton->text();
+  if (const auto* groupe = qobject_cast<const QGroupBox*>(&widget)) return groupe->title();
+  const auto* libelle = qobject_cast<const QLabel*>(&widget);
+  return libelle && libelle->buddy() ? libelle->text() : QString();
+}
+
+/// Scrolls to a field, in whatever it stands.
+void Deroule(QWidget& champ) {
+  for (QWidget* parent = champ.parentWidget(); parent; parent = parent->parentWidget())
+    if (auto* defilement = qobject_cast<QScrollArea*>(parent)) defilement->ensureWidgetVisible(&champ);
+}
 
 QPushButton* FaitBouton(const QString& texte, const char* nom, const QIcon& image, QWidget* parent) {
   auto* bouton = new QPushButton(image, texte, parent);
@@ -82,6 +134,7 @@ CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom
   auto* defilement = new Defilement(this);
   m_zone = new QWidget;
   defilement->setWidget(m_zone);
+  m_raison = LigneRaison(this);
   m_boutons = new QHBoxLayout;
   auto* pile = new QVBoxLayout(this);
   // The fields bring their own margins, so that a scroll bar stands at the edge.
@@ -90,6 +143,8 @@ CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom
   pile->setContentsMargins(0, 0, 0, 0);
   pile->setSpacing(0);
   m_boutons->setContentsMargins(marges.left(), 0, marges.right(), marges.bottom());
+  m_raison->layout()->setContentsMargins(marges.left(), marges.top(), marges.right(), 0);
+  pile->addWidget(m_raison);
   pile->addWidget(defilement, 1);
   pile->addLayout(m_boutons);
   m_boutons->addStretch(1);
@@ -127,17 +182,31 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
   m_boutons->addWidget(annuler);
   connect(annuler, &QPushButton::clicked, this, &QDialog::reject);
   // Last in the tab order, first in the row.
-  if (voisins)
-    connect(&AjouteBouton(u"&Aide"_s, "aide"), &QPushButton::clicked, this,
-            [this] { m_contexte.Cadre.Aide(PageAide()); });
+  if (voisins) AjouteAide();
   if (!m_defaut) m_defaut = annuler;
   m_defaut->setDefault(true);
   AppliqueDessin();
   if (mode == Mode::Consultation) LectureSeule();
 }
 
-/// Font and colour of typed texts, as the preferences have them; what is disabled in a
-/// read-only form stays as readable as the rest.
+void CZNDialog::AjouteAide() {
+  connect(&AjouteBouton(u"&Aide"_s, "aide"), &QPushButton::clicked, this,
+          [this] { m_contexte.Cadre.Aide(PageAide()); });
+}
+
+void CZNDialog::ChoisitToucheAide() {
+  auto* aide = findChild<QPushButton*>(u"aide"_s, Qt::FindDirectChildrenOnly);
+  if (!aide) return;
+  QSet<QKeySequence> prises;
+  for (const QWidget* widget : findChildren<QWidget*>())
+    if (widget != aide) prises += QKeySequence::mnemonic(TexteAcces(*widget));
+  for (const QString& texte : {u"&Aide"_s, u"A&ide"_s, u"Ai&de"_s, u"Aid&e"_s, u"Aide"_s}) {
+    aide->setText(texte);
+    if (!prises.contains(QKeySequence::mnemonic(texte))) return;
+  }
+}
+
+/// Font and colour of typed texts, as the preferences have them.
 void CZNDialog::AppliqueDessin() {
   const Preferences& dessin = m_contexte.Dessin;
   QPalette couleurs;
@@ -152,21 +221,38 @@ void CZNDialog::AppliqueDessin() {
   };
   applique(QPalette::Text, QPalette::Base);
   applique(QPalette::ButtonText, QPalette::Button);
-  QPalette lisible;
   if (m_lectureSeule) {
-    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
-      lisible.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
-      couleurs.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
-    }
+    couleurs = PaletteLecture();
     colore = true;
+    m_zone->setPalette(couleurs);
   }
   for (QWidget* champ : m_zone->findChildren<QWidget*>()) {
     const bool lecture = qobject_cast<Lecture*>(champ);
-    if (m_lectureSeule && qobject_cast<QAbstractButton*>(champ)) champ->setPalette(lisible);
     if (!EstSaisie(champ) && !lecture) continue;
     champ->setFont(dessin.PoliceSaisies);
     if (colore && !lecture) champ->setPalette(couleurs);
   }
+}
+
+QPalette CZNDialog::PaletteLecture() const {
+  QPalette lecture;
+  const auto couleur = [this](QPalette::ColorRole role) { return palette().color(QPalette::Active, role); };
+  const QColor fond = couleur(QPalette::Window);
+  for (const QPalette::ColorGroup etat : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    lecture.setColor(etat, QPalette::Base, fond);
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText})
+      lecture.setColor(etat, role, Attenue(couleur(role), fond));
+    lecture.setColor(etat, QPalette::ButtonText,
+                     Attenue(couleur(QPalette::ButtonText), couleur(QPalette::Button)));
+  }
+  return lecture;
+}
+
+bool CZNDialog::FigeSiCloture() {
+  const bool cloture = App().Reglages.IsExerciceCloture();
+  if (cloture) LectureSeule();
+  m_raison->setVisible(cloture);
+  return cloture;
 }
 
 void CZNDialog::LectureSeule() {
@@ -208,8 +294,9 @@ void CZNDialog::Focalise(QWidget& champ) {
     if (auto* onglets = qobject_cast<QTabWidget*>(parent->parentWidget());
         onglets && onglets->indexOf(page) >= 0)
       onglets->setCurrentWidget(page);
-    if (auto* defilement = qobject_cast<QScrollArea*>(parent)) defilement->ensureWidgetVisible(&champ);
   }
+  Deroule(champ);
+  champ.window()->setAttribute(Qt::WA_KeyboardFocusChange);  // a check box shows that it has the focus
   champ.setFocus(Qt::OtherFocusReason);
   if (auto* ligne = qobject_cast<QLineEdit*>(&champ)) ligne->selectAll();
   // Were several lines selected, the next key would replace them all.
@@ -358,20 +445,32 @@ void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
     while (suivant != champ && (!PrendFocus(suivant) || champ->isAncestorOf(suivant)))
       suivant = suivant->nextInFocusChain();
     // From the last field on come the buttons, the default one first.
-    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant))
+    setAttribute(Qt::WA_KeyboardFocusChange);
+    if (m_zone->isAncestorOf(suivant) && !qobject_cast<QPushButton*>(suivant)) {
       focusNextChild();
-    else if (m_defaut)
+      if (focusWidget()) Deroule(*focusWidget());
+    } else if (m_defaut) {
       m_defaut->setFocus(Qt::TabFocusReason);
+    }
     return;
   }
   if (m_defaut && m_defaut->isEnabled()) m_defaut->click();
 }
 
+/// The size for what stands in the fields now: values and fonts came since they were laid out, and the toolkit
+/// keeps what they needed then.
+void CZNDialog::Ajuste() {
+  AppliqueDessin();
+  for (QWidget* champ : findChildren<QWidget*>()) champ->updateGeometry();
+  if (!testAttribute(Qt::WA_Resized)) adjustSize();
+}
+
 void CZNDialog::showEvent(QShowEvent* evenement) {
+  if (!m_vue) Ajuste();
   QDialog::showEvent(evenement);
   if (m_vue) return;
   m_vue = true;
-  AppliqueDessin();
+  ChoisitToucheAide();
   if (!focusWidget() || qobject_cast<QTabBar*>(focusWidget())) VersPremier();
   m_etat = Etat();
 }

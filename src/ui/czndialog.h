@@ -56,6 +56,8 @@ class CZNDialog : public QDialog {
   /// Adds the buttons, with `voisins` also "&Précédent", "&Suivant" and "&Aide". To be called
   /// last, so that they come last in the tab order.
   void Boutons(Mode mode, bool voisins = false);
+  /// "&Aide", for a form whose `Boutons` have none. It has the first letter that no field of the form needs.
+  void AjouteAide();
   /// A further button at the left of the others; before or after `Boutons`.
   QPushButton& AjouteBouton(const QString& texte, const char* nom);
 
@@ -83,15 +85,21 @@ class CZNDialog : public QDialog {
   bool EnregistreAvantFermer(unsigned question);
   /// By the name given to the `Formulaire`; does nothing for an unknown one.
   void Focalise(const char* nom);
-  /// Inputs disabled, texts still selectable: a closed exercice. Nothing can be saved any
-  /// more; to be called after `Boutons`.
+  /// Inputs disabled, texts still selectable, all of it greyed and yet easy to read. Nothing can be saved
+  /// any more; to be called after `Boutons`.
   void LectureSeule();
+  /// `LectureSeule` in a closed exercice, with a line at the top that says why; true there.
+  bool FigeSiCloture();
+  /// Colours of fields that can only be read, for a form that closes them by itself.
+  QPalette PaletteLecture() const;
 
   void keyPressEvent(QKeyEvent* evenement) override;
   void showEvent(QShowEvent* evenement) override;
 
  private:
   void AppliqueDessin();
+  void ChoisitToucheAide();
+  void Ajuste();
   bool Quitte(QWidget& bouton);
   void QuitteMontant(QWidget* de, const QWidget* vers);
   bool RefuseMontant(EditeurMontant& champ);
@@ -102,6 +110,7 @@ class CZNDialog : public QDialog {
   QStringList Etat() const;
   ContexteUi& m_contexte;
   QWidget* m_zone;
+  QWidget* m_raison;                  ///< why nothing can be changed
   QHBoxLayout* m_boutons;             ///< the row of buttons
   QPushButton* m_defaut = nullptr;
   Mode m_mode = Mode::Simple;

@@ -217,4 +217,24 @@ std::string EcritCouleur(const QColor& couleur) {
   return std::to_string(couleur.red() | couleur.green() << 8 | couleur.blue() << 16);
 }
 
+QPalette PaletteSombre() {
+  const QColor fond(45, 45, 48), base(30, 30, 30), texte(230, 230, 230), faible(140, 140, 140),
+      accent(42, 110, 180);
+  QPalette palette(fond, fond);
+  palette.setColor(QPalette::Base, base);
+  palette.setColor(QPalette::AlternateBase, fond);
+  palette.setColor(QPalette::ToolTipBase, fond);
+  palette.setColor(QPalette::Highlight, accent);
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, QColor(110, 175, 255));
+  palette.setColor(QPalette::LinkVisited, QColor(180, 150, 255));
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+    palette.setColor(role, texte);
+    palette.setColor(QPalette::Disabled, role, faible);
+  }
+  palette.setColor(QPalette::PlaceholderText, faible);
+  return palette;
+}
+
 }  // namespace fenlor

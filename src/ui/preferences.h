@@ -46,6 +46,9 @@ QColor Lisible(const QColor& texte, const QColor& fond);
 /// What marks a field whose text is refused, on the palette's fields.
 QColor CouleurFaute(const QPalette& palette);
 
+/// A dark palette of the program's own.
+QPalette PaletteSombre();
+
 /// Reports that the settings file could not be written (3220), with its path and the reason of
 /// the last write. Returns false.
 bool DitEchecReglages(CFenlorApp& app);

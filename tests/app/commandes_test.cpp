@@ -161,6 +161,41 @@ TEST(TableCommandes, ChaqueLigneEstEntiereEtUnique) {
   }
 }
 
+TEST_F(CommandesUiTest, LeMenuFenetreNommeLesFenetresOuvertes) {
+  Principal->show();
+  QMenu* menu = nullptr;
+  for (QAction* titre : Principal->menuBar()->actions())
+    if (titre->text() == QString::fromUtf8(TitreMenu(Menu::Fenetre))) menu = titre->menu();
+  ASSERT_TRUE(menu);
+  const qsizetype sans = menu->actions().size();
+  for (const u32 bit : {FenTresorerie, FenRecettes, FenDepenses}) Principal->OuvreUnique(bit);
+  for (const QString& choisie : {QStringLiteral("&1 Comptes de trésorerie"), QStringLiteral("&2 Ecritures de recettes")}) {
+    Q_EMIT menu->aboutToShow();
+    ASSERT_EQ(menu->actions().size(), sans + 4);
+    QAction* voulue = nullptr;
+    for (QAction* ligne : menu->actions().mid(sans + 1)) {
+      EXPECT_EQ(ligne->isChecked(), ligne->text().mid(3) == Active()->windowTitle());
+      if (ligne->text() == choisie) voulue = ligne;
+    }
+    ASSERT_TRUE(voulue);
+    voulue->trigger();
+    EXPECT_EQ(Active()->windowTitle(), choisie.mid(3));
+  }
+  Principal->FermeToutes();
+  Q_EMIT menu->aboutToShow();
+  EXPECT_EQ(menu->actions().size(), sans);
+}
+
+TEST_F(CommandesUiTest, TientDansLEcran) {
+  Principal->MontreAuDemarrage();
+  QApplication::processEvents();
+  const QRect ecran = Principal->screen()->availableGeometry();
+  EXPECT_TRUE(ecran.contains(Principal->frameGeometry()));
+  EXPECT_GE(ecran.height() - Principal->height(), 2 * Principal->fontMetrics().height()) << "room for its title";
+  EXPECT_LE(Principal->minimumSizeHint().width(), 1366);
+  EXPECT_LE(Principal->minimumSizeHint().height(), 680);
+}
+
 TEST_F(CommandesUiTest, LesMenusMontrentCeQuiExiste) {
   QSet<QAction*> vues;
   for (QAction* titre : Principal->menuBar()->actions()) {

@@ -1,85 +1,306 @@
-// Every form of the program, opened on a practice with an exercice: workable without
-// a mouse, readable aloud, nothing cut.
-#include <QStackedWidget>
+// Every form of the program, light and dark, at two sizes of the text, in an open and in a closed exercice:
+// workable without a mouse, readable, nothing cut. Which forms there are is read from the sources.
+#include <gmock/gmock.h>
+
 #include <QTabWidget>
 #include <QTest>
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <set>
 
+#include "app/aide.h"
 #include "app/apropos.h"
+#include "app/astuce.h"
 #include "app/barreicones.h"
+#include "app/calculatrice.h"
 #include "app/infosysteme.h"
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
+#include "core/btfiles.h"
+#include "core/textes.h"
+#include "journal/cabinetmedical.h"
+#include "journal/forms/dialogcritere.h"
+#include "journal/forms/dialogecriture.h"
+#include "journal/forms/dialogmonth.h"
+#include "journal/forms/dialogmouvement.h"
+#include "journal/forms/dialogvalidation.h"
+#include "journal/forms/dialogvirement.h"
 #include "master/forms/dialogadressebanque.h"
 #include "master/forms/dialogcompteparticulier.h"
+#include "master/forms/dialogfraiskm.h"
+#include "master/forms/dialoglibelle.h"
+#include "master/forms/dialogplan.h"
+#include "master/forms/dialogplancomptable.h"
+#include "master/forms/dialogrubrique.h"
 #include "master/forms/dialogtauxeuro.h"
 #include "master/forms/dialogtauxtva.h"
+#include "master/forms/dialogtresorerie.h"
+#include "master/forms/libelleview.h"
 #include "master/forms/sheetoptions.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
+#include "reports/forms/dialogperiode.h"
 #include "session/forms/dialogindex.h"
 #include "session/forms/dialognewexercice.h"
 #include "session/forms/dialogopenexercice.h"
 #include "session/forms/dialogpassword.h"
 #include "session/forms/sheetproperties.h"
+#include "store/texte1252.h"
+#include "ui/dialogabort.h"
+#include "ui/dialogmessage.h"
 #include "ui/prefpropertysheet.h"
 
 namespace fenlor::test {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-class TousLesFormulairesTest : public UiDeTest {
- protected:
-  TousLesFormulairesTest() {
-    CreeExercice("2003", true, true);
-    App().ExerciceOuvert = 1;
-    PoseCompte("5120000000", 0, "BQ", "Banque", 1);
-    PoseCompte("4451000000", 3, "TVA01", "T.V.A. à 19.60%");
+/// Classes of the sources that are a form or a page of one and have none derived from them.
+std::set<std::string> FormesDesSources() {
+  std::map<std::string, std::string> parents;
+  const std::regex classe(R"(\bclass\s+(\w+)(?:\s+final)?\s*:\s*public\s+(\w+))");
+  for (const auto& fichier : std::filesystem::recursive_directory_iterator(FENLOR_SOURCES)) {
+    if (fichier.path().extension() != ".h" && fichier.path().extension() != ".cpp") continue;
+    const std::string texte = LitFichier(fichier.path());
+    for (std::sregex_iterator trouve(texte.begin(), texte.end(), classe), fin; trouve != fin; ++trouve)
+      parents[(*trouve)[1]] = (*trouve)[2];
   }
+  const auto forme = [&parents](std::string nom) {
+    for (; parents.contains(nom); nom = parents.at(nom))
+      if (nom == "CZNPage") return true;
+    return nom.starts_with('Q') && (nom.ends_with("Dialog") || nom == "QMessageBox" || nom == "QWizard");
+  };
+  std::set<std::string> feuilles;
+  for (const auto& [nom, parent] : parents)
+    if (forme(nom)) feuilles.insert(nom);
+  for (const auto& [nom, parent] : parents) feuilles.erase(parent);
+  return feuilles;
+}
 
-  /// Shows a form and goes through its pages.
-  void Regarde(QDialog& formulaire) {
-    SCOPED_TRACE(formulaire.objectName().toStdString());
-    formulaire.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&formulaire));
-    auto* onglets = formulaire.findChild<QTabWidget*>();
-    for (int i = 0; i < (onglets ? onglets->count() : 1); ++i) {
-      if (onglets) onglets->setCurrentIndex(i);
-      QApplication::processEvents();
-      SCOPED_TRACE(onglets ? onglets->tabText(i).toStdString() : "");
-      VerifieFormulaire(formulaire);
-    }
-  }
+struct Aspect {
+  bool grande, sombre, cloture;
 };
 
-}  // namespace
+class TousLesFormulaires : public CabinetMedical, public testing::WithParamInterface<Aspect> {
+ protected:
+  CadreDeTest Cadre;
+  Preferences Dessin;
+  ContexteUi Ui{App(), Cadre, Dessin};
+  const QFont Police = QApplication::font();
+  const QPalette Palette = QApplication::palette();
+  std::set<std::string> Vues;
 
-TEST_F(TousLesFormulairesTest, SontEntiers) {
-  ContexteUi ui = Ui();
+  void SetUp() override {
+    Installe();
+    m_recette = Enregistre(Ecriture(JournalRecettes, "7070", 119.6));
+    m_depense = Enregistre(Ecriture(JournalDepenses, "6154", 119.6));
+    m_od = EnregistreLesLignes({{Long("512"), "Banque", 10, 0, 0}, {Long("706"), "Honoraires", 0, 10, 0}});
+    ASSERT_TRUE(m_recette && m_depense && m_od);
+    Regle("Préférences"_w, "Police par défaut"_w, "Oui");
+    if (GetParam().cloture) Regle("2003", "Cloture", "15/03/2004");
+    QFont police = Police;
+    if (GetParam().grande) police.setPointSizeF(2 * police.pointSizeF());
+    QApplication::setFont(police);
+    if (GetParam().sombre) QApplication::setPalette(PaletteSombre());
+    ChargePreferences(Dessin, App(), QApplication::palette());
+  }
+  void TearDown() override {
+    QApplication::setFont(Police);
+    QApplication::setPalette(Palette);
+  }
+
+  void Note(const QObject& vue) {
+    Vues.insert(QString::fromLatin1(vue.metaObject()->className()).section(u"::"_s, -1).toStdString());
+    Vues.insert("C" + vue.objectName().toStdString());
+  }
+  /// Shows a form and goes through its pages.
+  void Regarde(QDialog& forme) {
+    SCOPED_TRACE(forme.metaObject()->className() + (" " + forme.windowTitle().toStdString()));
+    forme.setModal(false);
+    forme.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&forme));
+    Note(forme);
+    for (const CZNPage* page : forme.findChildren<CZNPage*>()) Note(*page);
+    auto* onglets = forme.findChild<QTabWidget*>();
+    for (int i = 0; forme.isVisible() && i < (onglets ? onglets->count() : 1); ++i) {
+      if (onglets) onglets->setCurrentIndex(i);
+      QApplication::processEvents();
+      if (!forme.isVisible()) break;  // a page that refuses a closed exercice
+      SCOPED_TRACE(onglets ? onglets->tabText(i).toStdString() : "");
+      VerifieFormulaire(forme);
+    }
+    forme.hide();
+  }
+  /// A form of records, which cannot be changed in a closed exercice.
+  void RegardeFiche(CZNDialog& forme) {
+    Regarde(forme);
+    const auto* raison = forme.findChild<QLabel*>(u"raison"_s);
+    ASSERT_TRUE(raison);
+    EXPECT_EQ(raison->isVisibleTo(&forme), GetParam().cloture) << forme.metaObject()->className();
+    const QColor fond = forme.findChild<QLineEdit*>()->palette().color(QPalette::Base);
+    EXPECT_EQ(fond != QApplication::palette().color(QPalette::Base), GetParam().cloture)
+        << forme.metaObject()->className();
+  }
+  OuvertureEcriture Ouverture(i16 journal, u32 mouvement = 0) {
+    OuvertureEcriture ouverture;
+    ouverture.journal = journal;
+    ouverture.date = FaitDate(15, 3, 2003);
+    ouverture.tresorerie = Long("512");
+    ouverture.mouvement = mouvement;
+    return ouverture;
+  }
+  Position Place(std::string_view compte) {
+    CPlan plan(App(), App().PathExercice);
+    PoseTexte(plan.Rec->Compte, Long(compte));
+    return plan.OpenFile() ? plan.BrowseKey(0) : 0;
+  }
+  void Fiches();
+  void Ecritures();
+  void Session();
+  void Programme();
+
+  u32 m_recette = 0, m_depense = 0, m_od = 0;
+};
+
+void TousLesFormulaires::Fiches() {
+  for (const std::string_view compte : {"512", "7070", "6154", "4451", ""}) {
+    const Position place = compte.empty() ? 0 : Place(compte);
+    CDialogPlanComptable plan(Ui, nullptr, place);
+    RegardeFiche(plan);
+    if (compte == "4451") continue;
+    if (compte.starts_with('5') || place == 0) {
+      CDialogTresorerie tresorerie(Ui, nullptr, place);
+      RegardeFiche(tresorerie);
+    }
+    if (!compte.starts_with('5')) {
+      CDialogPlan recette(Ui, nullptr, compte.starts_with('6') ? Depense : Recette, place);
+      RegardeFiche(recette);
+    }
+  }
+  CRubriques rubriques(App(), App().PathExercice);
+  ASSERT_TRUE(rubriques.OpenFile());
+  CDialogRubrique nouvelle(Ui, nullptr, 0), rubrique(Ui, nullptr, rubriques.FirstKey(0));
+  CLibelleView libelles(Ui);
+  libelles.Charge();
+  CDialogLibelle libelle(Ui, libelles, -1);
+  for (CZNDialog* forme : {static_cast<CZNDialog*>(&nouvelle), static_cast<CZNDialog*>(&rubrique),
+                           static_cast<CZNDialog*>(&libelle)})
+    RegardeFiche(*forme);
+}
+
+void TousLesFormulaires::Ecritures() {
+  const auto regarde = [this](i16 journal, u32 mouvement) {
+    CDialogEcriture forme(Ui, Ouverture(journal, mouvement));
+    RegardeFiche(forme);
+    if (GetParam().cloture) return;
+    Clique(Trouve<QPushButton>(forme, "multiple"));
+    Regarde(forme);
+  };
+  regarde(JournalRecettes, 0);
+  regarde(JournalRecettes, m_recette);
+  regarde(JournalDepenses, m_depense);
+  for (const u32 mouvement : {0u, m_od}) {
+    CDialogMouvement forme(Ui, Ouverture(JournalOD, mouvement));
+    RegardeFiche(forme);
+  }
+  LignesOD od{{{}}, 0};
+  od.lignes[0].compte = Long("512");
+  LignesTresor tresor{{{}}, 0};
+  tresor.lignes[0].compte = Long("512");
+  for (const bool modification : {false, true}) {
+    CDialogLine ligne(Ui, od, {FaitDate(15, 3, 2003), true, modification, false, {}, {}});
+    RegardeFiche(ligne);
+    CDialogLineTresor paiement(Ui, tresor,
+                               {FaitDate(15, 3, 2003), Long("512"), 100, true, modification, false, {}});
+    RegardeFiche(paiement);
+  }
+  CDialogCritere criteres(Ui, JournalRecettes, {});
+  CDialogMonth mois(Ui, 2);
+  ZNDialogChangeMois autreMois(Ui, 3);
+  CDialogValidation validation(Ui);
+  CDialogVirement virement(Ui);
+  CDialogFraisKm frais(Ui);
+  for (QDialog* forme :
+       std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &frais})
+    Regarde(*forme);
+  for (const FormeCriteres forme :
+       {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,
+        FormeCriteres::Periode, FormeCriteres::Compte}) {
+    CriteresEtat demande;
+    CDialogPeriode periode(Ui, forme, u"Extrait de compte"_s, MasqueTous, demande);
+    Regarde(periode);
+  }
+}
+
+void TousLesFormulaires::Session() {
   std::string nom = "2003";
   const AdresseBanque banque{};
   const std::vector<LigneTva> taxes;
-  CDialogNewExercice nouveau(ui, nom);
-  CDialogOpenExercice ouvre(ui, false, nom);
-  CDialogPassword motDePasse(ui);
-  CDialogIndex index(ui);
-  CSheetProperties proprietes(ui);
-  CSheetOptions options(ui);
-  CDialogAdresseBanque adresse(ui, banque);
-  CDialogCompteParticulier particulier(ui, [] { return false; });
-  CDialogTauxEuro taux(ui);
-  CDialogTauxTVA taxe(ui, taxes);
-  CPrefPropertySheet preferences(ui);
-  CDialogRaccourcis raccourcis(ui);
-  CDialogPersonnaliser personnaliser(ui, ContenuParDefaut(), [](unsigned) { return nullptr; });
-  CDialogAbout apropos(ui, nullptr);
-  CDialogInfoSystem informations(ui, nullptr);
-  QDialog* const tous[] = {&nouveau,     &ouvre,      &motDePasse,    &index,   &proprietes,
-                           &options,     &adresse,    &particulier,   &taux,    &taxe,
-                           &preferences, &raccourcis, &personnaliser, &apropos, &informations};
-  for (QDialog* formulaire : tous) {
-    Regarde(*formulaire);
-    formulaire->hide();
+  const std::vector<TauxEuro> lignes;
+  CDialogNewExercice nouveau(Ui, nom);
+  CDialogOpenExercice ouvre(Ui, false, nom);
+  CDialogPassword motDePasse(Ui);
+  CDialogIndex index(Ui);
+  CSheetProperties proprietes(Ui);
+  CSheetOptions options(Ui);
+  CDialogAdresseBanque adresse(Ui, banque);
+  CDialogCompteParticulier particulier(Ui, [] { return false; });
+  CDialogTauxEuro taux(Ui);
+  CDialogSaisieTaux unTaux(Ui, lignes, -1);
+  CDialogTauxTVA taxe(Ui, taxes);
+  for (QDialog* forme :
+       std::initializer_list<QDialog*>{&nouveau, &ouvre, &motDePasse, &index, &proprietes, &options, &adresse,
+                                       &particulier, &taux, &unTaux, &taxe})
+    Regarde(*forme);
+}
+
+void TousLesFormulaires::Programme() {
+  CPrefPropertySheet preferences(Ui);
+  CDialogRaccourcis raccourcis(Ui);
+  CDialogPersonnaliser personnaliser(Ui, ContenuParDefaut(), [](unsigned) { return nullptr; });
+  CDialogAbout apropos(Ui, nullptr);
+  CDialogInfoSystem informations(Ui, nullptr);
+  CQVTipOfDay astuce(Ui, {u"Une astuce."_s, u"Une autre."_s}, nullptr);
+  // It deletes itself when it is closed.
+  QPointer<CDialogCalculatrice> calculatrice = new CDialogCalculatrice(Ui, nullptr);
+  CFenetreAide aide(Ui, nullptr);
+  CDialogAbort progression(u"Recalcul"_s, true, nullptr);
+  progression.PoseTexte(u"Compte 512"_s);
+  for (QDialog* forme :
+       std::initializer_list<QDialog*>{&preferences, &raccourcis, &personnaliser, &apropos, &informations,
+                                       &astuce, calculatrice.data(), &aide, &progression})
+    Regarde(*forme);
+  delete calculatrice;
+  for (const unsigned style : {BoutonsOk, BoutonsOkAnnuler, BoutonsReessayerAbandonnerIgnorer,
+                               BoutonsNonOuiAnnuler, BoutonsOuiNon, BoutonsReessayerAnnuler}) {
+    CDialogMessage message(u"Question"_s, u"Faut-il enregistrer cette écriture ?"_s, style, nullptr);
+    Regarde(message);
   }
 }
+
+}  // namespace
+
+TEST_P(TousLesFormulaires, SontEntiers) {
+  Fiches();
+  Ecritures();
+  Session();
+  Programme();
+  EXPECT_THAT(FormesDesSources(), testing::Each(testing::ResultOf(
+                                      [this](const std::string& nom) { return Vues.contains(nom); }, true)))
+      << "a form that no test shows";
+}
+
+INSTANTIATE_TEST_SUITE_P(Partout, TousLesFormulaires,
+                         testing::Values(Aspect{}, Aspect{true, false, false}, Aspect{false, true, false},
+                                         Aspect{true, true, false}, Aspect{false, false, true},
+                                         Aspect{true, false, true}, Aspect{false, true, true},
+                                         Aspect{true, true, true}),
+                         [](const auto& cas) {
+                           return std::string(cas.param.grande ? "Grande" : "Normale") +
+                                  (cas.param.sombre ? "Sombre" : "Claire") +
+                                  (cas.param.cloture ? "Close" : "Ouverte");
+                         });
 
 }  // namespace fenlor::test

@@ -6,10 +6,13 @@
 #include <clocale>
 #include <cstdlib>
 
+#include "ui/touchesacces.h"
+
 int main(int argc, char** argv) {
   if (!std::getenv("FENLOR_ECRAN")) qputenv("QT_QPA_PLATFORM", "offscreen");
   ::testing::InitGoogleTest(&argc, argv);
   QApplication application(argc, argv);
+  const fenlor::TouchesAcces touches;
   std::setlocale(LC_NUMERIC, "C");
   QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
   QApplication::setStyle(QStringLiteral("Fusion"));

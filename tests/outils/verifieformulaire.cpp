@@ -14,19 +14,68 @@
 #include <QLineEdit>
 #include <QMap>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSet>
 #include <QTabBar>
-#include <algorithm>
 #include <utility>
+
+#include "ui/preferences.h"
 
 namespace fenlor::test {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
+
+constexpr double contrasteTexte = 3, contrasteLecture = 4.5;
 
 bool EstInterne(const QWidget& widget) {
   return widget.objectName().startsWith(QLatin1String("qt_")) ||
          qobject_cast<QAbstractSpinBox*>(widget.parentWidget()) ||
          qobject_cast<QComboBox*>(widget.parentWidget()) || qobject_cast<QTabBar*>(widget.parentWidget()) ||
          qobject_cast<QLineEdit*>(widget.parentWidget()) || qobject_cast<const QHeaderView*>(&widget);
+}
+
+/// Texts that the system gives with their access key. Two of them may clash; any other gives way.
+const QSet<QString>& TextesDonnes() {
+  static const QSet<QString> textes = {u"&Ok"_s,
+                                       u"A&nnuler"_s,
+                                       u"&Enregistrer"_s,
+                                       u"&Fermer"_s,
+                                       u"&Précédent"_s,
+                                       u"&Suivant"_s,
+                                       u"N&ouvelle"_s,
+                                       u"&Oui"_s,
+                                       u"&Non"_s,
+                                       u"&Abandonner"_s,
+                                       u"&Reéssayer"_s,
+                                       u"&Ignorer"_s,
+                                       u"&Nouveau..."_s,
+                                       u"P&rofessionnelle :"_s,
+                                       u"&Chèque"_s,
+                                       u"&Autre"_s,
+                                       u"&Multiple"_s,
+                                       u"&Simplifiée"_s,
+                                       u"&Solder"_s,
+                                       u"&Code :"_s,
+                                       u"Com&pte :"_s,
+                                       u"&Désignation :"_s,
+                                       u"Compte &bancaire :"_s,
+                                       u"Solde &initial débit :"_s,
+                                       u"&Recette"_s,
+                                       u"&Dépense"_s,
+                                       u"Résu&ltat"_s,
+                                       u"&Taxe"_s,
+                                       u"&Compteur"_s,
+                                       u"&Distance"_s,
+                                       u"Au&jourd'hui"_s,
+                                       u"La &semaine :"_s,
+                                       u"Le &mois :"_s,
+                                       u"L'&exercice"_s,
+                                       u"La &période :"_s,
+                                       u"Copi&er"_s};
+  return textes;
 }
 
 bool EstBouton(const QWidget& widget) { return qobject_cast<const QAbstractButton*>(&widget); }
@@ -52,7 +101,9 @@ class Verification {
   explicit Verification(QWidget& fenetre) : m_fenetre(fenetre) {}
 
   std::vector<std::string> Fais() {
-    if (m_fenetre.width() > 1024 || m_fenetre.height() > 700)
+    if (const auto* raison = m_fenetre.findChild<QLabel*>(u"raison"_s)) m_lecture = Vu(*raison);
+    const QSize place = m_fenetre.screen()->availableSize().expandedTo({1024, 700});
+    if (m_fenetre.width() > place.width() || m_fenetre.height() > place.height())
       Faute(m_fenetre,
             "is " + std::to_string(m_fenetre.width()) + " x " + std::to_string(m_fenetre.height()));
     const QList<QWidget*> tous = m_fenetre.findChildren<QWidget*>();
@@ -63,6 +114,7 @@ class Verification {
       if (!Vu(*widget) || EstInterne(*widget)) continue;
       Touche(*widget);
       Coupe(*widget);
+      Lis(*widget);
       if (EstEntree(*widget) && widget->isEnabled()) Entree(*widget);
     }
     return std::move(m_fautes);
@@ -94,7 +146,8 @@ class Verification {
   bool SuitUnBouton(const QWidget& champ) const {
     for (const auto* bouton : champ.parentWidget()->findChildren<QAbstractButton*>())
       if (bouton->isCheckable() && !bouton->text().isEmpty() && bouton->geometry().right() <= champ.x() &&
-          bouton->y() < champ.geometry().center().y() && bouton->geometry().bottom() > champ.geometry().center().y())
+          bouton->y() < champ.geometry().center().y() &&
+          bouton->geometry().bottom() > champ.geometry().center().y())
         return true;
     return false;
   }
@@ -108,15 +161,36 @@ class Verification {
     else if (const auto* groupe = qobject_cast<const QGroupBox*>(&widget))
       texte = groupe->title();
     if (const auto* onglets = qobject_cast<const QTabBar*>(&widget))
-      for (int i = 0; i < onglets->count(); ++i) Note(widget, QKeySequence::mnemonic(onglets->tabText(i)));
-    Note(widget, QKeySequence::mnemonic(texte));
+      for (int i = 0; i < onglets->count(); ++i) Note(widget, onglets->tabText(i));
+    Note(widget, texte);
   }
-  void Note(const QWidget& widget, const QKeySequence& touche) {
+  void Note(const QWidget& widget, const QString& texte) {
+    const QString touche = QKeySequence::mnemonic(texte).toString();
     if (touche.isEmpty()) return;
-    const QString nom = touche.toString();
-    if (m_touches.contains(nom))
-      Faute(widget, nom.toStdString() + " is also that of " + Nom(*m_touches[nom]));
-    m_touches[nom] = &widget;
+    if (m_touches.contains(touche)) {
+      const auto& [autre, sonTexte] = m_touches[touche];
+      if (!TextesDonnes().contains(texte) || !TextesDonnes().contains(sonTexte))
+        Faute(widget, touche.toStdString() + " is also that of " + Nom(*autre));
+    }
+    m_touches[touche] = {&widget, texte};
+  }
+
+  /// Text that does not stand out from what it is written on. What is greyed because it cannot be
+  /// used now may be faint, but not the fields of a form that is there to be read.
+  void Lis(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const auto* bouton = qobject_cast<const QAbstractButton*>(&widget);
+    const bool saisie = qobject_cast<const QLineEdit*>(&widget) || EstZone(widget);
+    const bool poussoir = bouton && !bouton->isCheckable();
+    if (!(saisie || (label && !label->text().isEmpty()) || (bouton && !bouton->text().isEmpty()) ||
+          qobject_cast<const QComboBox*>(&widget)))
+      return;
+    if (!widget.isEnabled() && (poussoir || !m_lecture)) return;
+    const QPalette::ColorGroup etat = widget.isEnabled() ? QPalette::Active : QPalette::Disabled;
+    const QColor texte = widget.palette().color(etat, saisie ? QPalette::Text : widget.foregroundRole());
+    const QColor fond = widget.palette().color(etat, saisie ? QPalette::Base : widget.backgroundRole());
+    if (Contraste(texte, fond) < (m_lecture ? contrasteLecture : contrasteTexte))
+      Faute(widget, "hardly stands out: " + texte.name().toStdString() + " on " + fond.name().toStdString());
   }
 
   /// Text that needs more room than its widget has.
@@ -129,9 +203,16 @@ class Verification {
       return;
     }
     if (!label && !bouton && !groupe && !qobject_cast<const QComboBox*>(&widget)) return;
-    const QSize veut = groupe  ? groupe->minimumSizeHint()
-                       : label ? label->sizeHint()
-                               : widget.minimumSizeHint();
+    const auto* poussoir = qobject_cast<const QPushButton*>(&widget);
+    // A style gives push buttons more room than a digit needs.
+    const QSize veut = poussoir ? poussoir->minimumSizeHint().boundedTo(
+                                      {poussoir->fontMetrics().horizontalAdvance(poussoir->text()) +
+                                           (poussoir->icon().isNull() ? 0 : poussoir->iconSize().width()) +
+                                           poussoir->fontMetrics().averageCharWidth(),
+                                       poussoir->height()})
+                       : groupe ? groupe->minimumSizeHint()
+                       : label  ? label->sizeHint()
+                                : widget.minimumSizeHint();
     if (veut.width() > widget.width() || veut.height() > widget.height())
       Faute(widget, "is cut: " + std::to_string(widget.width()) + " x " + std::to_string(widget.height()) +
                         " of " + std::to_string(veut.width()) + " x " + std::to_string(veut.height()));
@@ -139,7 +220,9 @@ class Verification {
 
   QWidget& m_fenetre;
   QMap<const QWidget*, const QLabel*> m_libelles;
-  QMap<QString, const QWidget*> m_touches, m_noms;
+  bool m_lecture = false;  ///< the form says why nothing in it can be changed
+  QMap<QString, const QWidget*> m_noms;
+  QMap<QString, std::pair<const QWidget*, QString>> m_touches;
   std::vector<std::string> m_fautes;
 };
 
@@ -151,14 +234,9 @@ std::vector<std::string> FautesFormulaire(QWidget& fenetre) {
   return Verification(fenetre).Fais();
 }
 
-void VerifieFormulaire(QWidget& fenetre, const std::vector<std::string>& partages) {
-  const auto partagee = [&](const std::string& faute) {
-    return std::any_of(partages.begin(), partages.end(), [&](const std::string& touche) {
-      return faute.find(": " + touche + " is also that of ") != std::string::npos;
-    });
-  };
+void VerifieFormulaire(QWidget& fenetre) {
   for (const std::string& faute : FautesFormulaire(fenetre))
-    if (!partagee(faute)) ADD_FAILURE() << fenetre.objectName().toStdString() << ", " << faute;
+    ADD_FAILURE() << fenetre.objectName().toStdString() << ", " << faute;
 }
 
 }  // namespace fenlor::test

@@ -8,17 +8,18 @@
 
 namespace fenlor::test {
 
-/// Adds a failure for each fault of a shown window. `partages`: access keys ("Alt+P") that
-/// prescribed texts share, so that they go from one to the other.
-void VerifieFormulaire(QWidget& fenetre, const std::vector<std::string>& partages = {});
+/// Adds a failure for each fault of a shown window.
+void VerifieFormulaire(QWidget& fenetre);
 
 /// The faults, as far as the window is visible (a sheet: the page in front):
 /// - an enabled input without an `objectName`, or with that of another input;
 /// - one without an accessible name, or without a label as its buddy. Buttons have
 ///   their own text instead, lists and long texts what stands above them, and a field
 ///   may go on the text of a radio button or check box at its left;
-/// - two access keys alike; a label, button or shown value whose text is cut;
-/// - a window larger than 1024 by 700.
+/// - two access keys alike, where one of the texts could have another; a label, button or shown
+///   value whose text is cut;
+/// - a text that hardly stands out from its background, unless it is greyed in a form where others are not;
+/// - a window larger than 1024 by 700, and than the screen.
 std::vector<std::string> FautesFormulaire(QWidget& fenetre);
 
 }  // namespace fenlor::test

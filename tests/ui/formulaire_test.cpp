@@ -289,7 +289,6 @@ TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
   Trouve<EditeurChoix>(dialogue, "mode").Choisit("1");
   remplit(u"Deux"_s);
   QTest::keyClick(&dialogue, Qt::Key_E, Qt::AltModifier);
-  QTest::qWait(150);  // a button pressed by its key clicks a moment later
   ASSERT_EQ(dialogue.Fiches.size(), 2u);
   EXPECT_EQ(dialogue.Fiches[1].libelle, "Deux");
   Touche(dialogue, Qt::Key_Escape);
@@ -345,15 +344,44 @@ TEST_F(FormulaireTest, RefusalOnDepartureStopsTheSave) {
   EXPECT_TRUE(Boite.Erreurs.empty()) << "one may leave a wrong field for Annuler";
 }
 
+TEST_F(FormulaireTest, RadioIsChosenByAKeyThatOthersShare) {
+  class CDialogPartage : public CZNDialog {
+   public:
+    explicit CDialogPartage(ContexteUi& contexte) : CZNDialog(contexte, u"Touches"_s, "DialogPartage") {
+      m_un.setText(u"&Premier"_s);
+      m_autre.setText(u"&Autre"_s);
+      Formulaire(Zone()).Champ(u"&Adresse :"_s, m_champ, "adresse").ACote(m_un, "un").ACote(m_autre, "autre");
+      m_un.setChecked(true);
+      AjouteBouton(u"&Annexe"_s, "annexe");
+      Boutons(Mode::Simple, true);
+    }
+    EditeurTexte m_champ;
+    QRadioButton m_un{nullptr}, m_autre{nullptr};
+  } dialogue(Contexte);
+  Montre(dialogue);
+  EXPECT_EQ(Trouve<QPushButton>(dialogue, "aide").text(), u"A&ide"_s) << "A is needed elsewhere";
+  std::set<std::string> foyers;
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyClick(&dialogue, Qt::Key_A, Qt::AltModifier);
+    foyers.insert(Focus(dialogue));
+    EXPECT_EQ(dialogue.m_autre.isChecked(), foyers.contains("autre"));
+  }
+  EXPECT_THAT(foyers, ElementsAre("adresse", "annexe", "autre"));
+}
+
 TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
   Entree(true);
   CDialogEssai dialogue(Contexte, Mode::Simple);
   Montre(dialogue);
   std::vector<std::string> vus;
+  auto& pointee = Trouve<QCheckBox>(dialogue, "pointee");
+  const auto image = [&pointee] { return pointee.grab().toImage(); };
+  const QImage sans = image();
   for (int i = 0; i < 12; ++i) {
     vus.push_back(Focus(dialogue));
+    EXPECT_EQ(image() != sans, vus.back() == "pointee") << "the focus is seen there, at " << vus.back();
     if (vus.back() == "adresse")
-      Touche(dialogue, Qt::Key_Tab);
+      Va(Trouve<QWidget>(dialogue, "montant"));
     else
       Touche(dialogue, i % 2 ? Qt::Key_Return : Qt::Key_Enter);
     if (vus.back() == "ok") break;
@@ -375,7 +403,6 @@ TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
   Boite.Oublie();
   Va(Trouve<QWidget>(dialogue, "copier"));
   QTest::keyClick(&dialogue, Qt::Key_O, Qt::AltModifier);
-  QTest::qWait(150);
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(RefusLibelle)) << "from another button too";
   Boite.Oublie();
   Va(Trouve<QWidget>(dialogue, "date"));

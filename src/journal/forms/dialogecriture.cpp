@@ -59,7 +59,7 @@ CDialogEcriture::CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& 
   m_libelle.Charge(App());
   m_ajoutLibelles = new AjoutLibelles(Contexte(), m_libelle, *this);
   PoseBoutons();
-  if (m_cloture) LectureSeule();
+  FigeSiCloture();
   if (!m_lu) return;
   if (Ajout()) {
     m_jour.Pose(m_ouverture.date);
@@ -189,9 +189,7 @@ void CDialogEcriture::Astuce(QWidget& champ, f64 MontantsSaisie::*montant) {
 void CDialogEcriture::PoseBoutons() {
   const bool voisins = !Ajout() && m_ouverture.proprietaire && !m_ouverture.consultation;
   Boutons(Ajout() ? Mode::Ajout : Mode::Modification, voisins);
-  if (!voisins)
-    connect(&AjouteBouton(u"&Aide"_s, "aide"), &QPushButton::clicked, this,
-            [this] { Contexte().Cadre.Aide(PageAide()); });
+  if (!voisins) AjouteAide();
   auto* deverrouille = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this);
   connect(deverrouille, &QShortcut::activated, this, &CDialogEcriture::Deverrouille);
 }
@@ -294,12 +292,7 @@ void CDialogEcriture::ActualiseEtat() {
   m_tresorerie->Permet(permis);
   m_monnaie.Permet(permis);
 
-  // What can only be read stays as readable as the rest.
-  QPalette couleurs;
-  if (!permis)
-    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
-      couleurs.setColor(QPalette::Disabled, role, palette().color(QPalette::Active, role));
-  Zone().setPalette(couleurs);
+  Zone().setPalette(permis ? QPalette() : PaletteLecture());
 
   const auto permet = [this](const char* nom, bool oui) {
     if (auto* bouton = findChild<QPushButton*>(QLatin1String(nom), Qt::FindDirectChildrenOnly))

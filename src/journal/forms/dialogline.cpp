@@ -32,7 +32,7 @@ CDialogLine::CDialogLine(ContexteUi& contexte, LignesOD& lignes, const Ouverture
     m_libelle.Pose(ouverture.libelle);
     MontreCompte();
   }
-  if (m_lecture) LectureSeule();
+  if (!FigeSiCloture() && m_lecture) LectureSeule();
   Actualise();
 }
 

@@ -45,7 +45,7 @@ CDialogLineTresor::CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes,
     Propose();
   CZNDialog::Focalise(m_montant);
   if (!m_ouverture.lecture && !App().Reglages.IsExerciceCloture()) return;
-  LectureSeule();
+  if (!FigeSiCloture()) LectureSeule();
   for (QWidget* champ : {static_cast<QWidget*>(&m_tresorerie), static_cast<QWidget*>(&m_montant)})
     PermetChamp(*champ, false);
   m_paiement.Permet(false);
@@ -76,8 +76,7 @@ void CDialogLineTresor::Declare() {
       },
       [this] { return m_ouverture.euro; });
   Boutons(m_ouverture.modification ? Mode::Modification : Mode::Ajout);
-  connect(&AjouteBouton(u"&Aide"_s, "aide"), &QPushButton::clicked, this,
-          [this] { Contexte().Cadre.Aide(PageAide()); });
+  AjouteAide();
 }
 
 /// A new line: what the others leave of the entry's amount.

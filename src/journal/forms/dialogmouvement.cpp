@@ -41,7 +41,7 @@ CDialogMouvement::CDialogMouvement(ContexteUi& contexte, const OuvertureEcriture
     m_monnaie.Pose(App().Reglages.IsEuro());
     m_monnaie.Ouvre(m_ouverture.date);
   }
-  if (m_cloture || !m_lue) LectureSeule();
+  FigeSiCloture();
   MontreLignes();
 }
 
@@ -50,7 +50,6 @@ int CDialogMouvement::exec() { return m_lue ? CZNDialog::exec() : int{Rejected};
 CDialogMouvement::~CDialogMouvement() = default;
 
 void CDialogMouvement::Declare() {
-  const bool existante = m_ouverture.mouvement != 0;
   m_liste =
       new ListeLignes(Contexte(), u"Lignes"_s, ColonnesOD,
                       {[this] { OuvreLigne(false); }, [this] { OuvreLigne(true); }, [this] { Supprime(); }});
@@ -68,11 +67,28 @@ void CDialogMouvement::Declare() {
   m_monnaie.Declare(formulaire);
   m_jour.SurDepart([this] { m_monnaie.QuitteDate(m_jour.Valeur()); });
   m_monnaie.SurChangement([this] { ChangeMonnaie(); });
+  PoseBoutons();
+}
+
+void CDialogMouvement::PoseBoutons() {
+  const bool existante = m_ouverture.mouvement != 0;
+  const bool voisins = existante && m_ouverture.proprietaire && !m_ouverture.consultation;
   if (existante)
     connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this), &QShortcut::activated, this,
             [this] { Force(); });
-  Boutons(existante ? Mode::Modification : Mode::Ajout,
-          existante && m_ouverture.proprietaire && !m_ouverture.consultation);
+  Boutons(existante ? Mode::Modification : Mode::Ajout, voisins);
+  if (!voisins || m_ouverture.journal != JournalOD || m_cloture) return;
+  QPushButton& nouvelle = AjouteBouton(u"N&ouvelle"_s, "ajouter");
+  nouvelle.setObjectName(u"nouvelle"_s);
+  nouvelle.setToolTip(u"Enregistrer celle-ci si elle a changé, et en saisir une nouvelle"_s);
+  connect(&nouvelle, &QPushButton::clicked, this, [this] { Nouvelle(); });
+}
+
+/// What was changed is saved before, as on the way to a neighbour; a refusal keeps the form.
+void CDialogMouvement::Nouvelle() {
+  m_nouvelle = true;
+  Modifie() ? accept() : reject();
+  if (isVisible()) m_nouvelle = false;
 }
 
 /// Shows an entry; false when it cannot be read, which has been told.

@@ -21,6 +21,8 @@ class CDialogMouvement : public CZNDialog {
   /// The journal was changed while the form was open.
   bool Change() const { return m_derniere != 0; }
   u32 Derniere() const { return m_derniere; }            ///< entry last saved, 0 when none was
+  /// It ended by "N&ouvelle": a blank form is wanted next.
+  bool NouvelleVoulue() const { return m_nouvelle; }
   u32 Montree() const { return m_ouverture.mouvement; }  ///< entry shown, 0 for a new one
   /// Ends at once when there is no such entry, which has been told.
   int exec() override;
@@ -34,6 +36,8 @@ class CDialogMouvement : public CZNDialog {
 
  private:
   void Declare();
+  void PoseBoutons();
+  void Nouvelle();
   bool Charge(u32 mouvement);
   bool Verrouillee() const { return m_validee || m_liee; }
   void Supprime();
@@ -53,6 +57,7 @@ class CDialogMouvement : public CZNDialog {
   bool m_etaitValidee = false;  ///< as the entry was read
   bool m_forcee = false;        ///< the hidden command was used
   bool m_modifiee = false;      ///< something about a line
+  bool m_nouvelle = false;
   u32 m_derniere = 0;
   VoisinsEcriture m_voisins;
   ChampJour m_jour;

@@ -249,7 +249,7 @@ void CEcritureView::OuvreForme(u32 mouvement) {
   ouverture.tresorerie = m_combo->CompteParDefaut();
   ouverture.mouvement = mouvement;
   ouverture.proprietaire = this;
-  bool change = false;
+  bool change = false, nouvelle = false;
   u32 aChoisir = 0;
   const auto execute = [&](auto& forme) {
     forme.Execute();
@@ -262,6 +262,7 @@ void CEcritureView::OuvreForme(u32 mouvement) {
   if (EstOD() || libre) {
     CDialogMouvement forme(Contexte(), ouverture, this);
     execute(forme);
+    nouvelle = forme.NouvelleVoulue();
   } else {
     CDialogEcriture forme(Contexte(), ouverture, this);
     execute(forme);
@@ -270,6 +271,7 @@ void CEcritureView::OuvreForme(u32 mouvement) {
     RefreshJournal();
     SelectEcrItem(FindEcrItem(aChoisir));
   }
+  if (nouvelle) return OuvreForme(0);
   m_liste->setFocus();
 }
 

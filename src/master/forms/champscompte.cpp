@@ -87,9 +87,13 @@ void SoldesAffiches::Pose(f64 SoldesCompte::*montant, f64 valeur) {
 
 ChampsAffectation::ChampsAffectation(CFenlorApp& app) : m_app(app), m_assujetti(app.Reglages.IsTVA()) {}
 
-void ChampsAffectation::Declare(Formulaire& formulaire) {
+void ChampsAffectation::DeclareRubrique(Formulaire& formulaire) {
   for (EditeurChoix* liste : {&m_rubrique, &m_tva}) BorneLargeur(*liste);
   formulaire.Champ(u"Rubrique :"_s, m_rubrique, "rubrique").Largeur(LargeurListe);
+}
+
+void ChampsAffectation::Declare(Formulaire& formulaire) {
+  DeclareRubrique(formulaire);
   if (m_assujetti) formulaire.Champ(u"T.V.A.:"_s, m_tva, "tva").Largeur(LargeurListe);
 }
 

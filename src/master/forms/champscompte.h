@@ -48,6 +48,8 @@ class ChampsAffectation {
   explicit ChampsAffectation(CFenlorApp& app);
   /// The VAT list only when the exercice is subject.
   void Declare(Formulaire& formulaire);
+  /// Without the VAT list, for a form that has its own place for it.
+  void DeclareRubrique(Formulaire& formulaire);
   /// Fills both lists for that type of account, and selects.
   void Montre(const FicheCompte& fiche);
   void Lit(FicheCompte& fiche) const;

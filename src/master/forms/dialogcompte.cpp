@@ -75,7 +75,7 @@ void DialogCompte::Presente() {
   };
   permet(u"precedent"_s, -1);
   permet(u"suivant"_s, 1);
-  if (App().Reglages.IsExerciceCloture()) LectureSeule();
+  FigeSiCloture();
 }
 
 void DialogCompte::Lit(FicheCompte& fiche) const {

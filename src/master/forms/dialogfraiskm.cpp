@@ -59,10 +59,9 @@ CDialogFraisKm::CDialogFraisKm(ContexteUi& contexte, QWidget* parent)
   Boutons(Mode::Ajout);
   m_supprimer = &AjouteBouton(u"&Supprimer"_s, "supprimer");
   connect(m_supprimer, &QPushButton::clicked, this, [this] { Supprime(); });
-  const bool cloture = App().Reglages.IsExerciceCloture();
-  findChild<QPushButton*>(u"ok"_s)->setEnabled(!cloture);
   Montre(LitFraisKm(App()));
   ChangeMode();
+  FigeSiCloture();
 }
 
 CDialogFraisKm::~CDialogFraisKm() = default;

@@ -24,7 +24,7 @@ CDialogLibelle::CDialogLibelle(ContexteUi& contexte, CLibelleView& liste, int li
   Boutons(ligne < 0 ? Mode::Ajout : Mode::Modification, true);
   if (ligne < 0)
     for (const char* nom : {"precedent", "suivant"}) findChild<QPushButton*>(QLatin1String(nom))->hide();
-  if (App().Reglages.IsExerciceCloture()) LectureSeule();
+  FigeSiCloture();
   Montre();
 }
 

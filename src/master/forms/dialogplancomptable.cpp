@@ -1,5 +1,8 @@
 #include "master/forms/dialogplancomptable.h"
 
+#include <QBoxLayout>
+#include <QStackedWidget>
+
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -9,13 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int TailleTaux = 6;
-
-/// Shows a field and its label, or neither.
-void MontreChamp(QWidget& champ, bool visible) {
-  champ.setVisible(visible);
-  for (QLabel* libelle : champ.parentWidget()->findChildren<QLabel*>())
-    if (libelle->buddy() == &champ) libelle->setVisible(visible);
-}
+enum PageTaxe { PageAucune, PageListe, PageTaux };
 
 }  // namespace
 
@@ -26,6 +23,7 @@ CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, ComptesView* vu
       m_tresorerie(contexte.App),
       m_affectation(contexte.App),
       m_taux(contexte.App.Reglages),
+      m_taxe(new QStackedWidget),
       m_repartition(contexte.App) {
   for (const std::string& type : {"Trésor"_w, "Recette"_w, "Dépense"_w, "T.V.A."_w, "Autres"_w})
     m_type.Ajoute(type);
@@ -35,17 +33,40 @@ CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, ComptesView* vu
   formulaire.Champ(u"Type de compte :"_s, m_type, "type").SurChangement([this] { ChangeType(); });
   ChampDesignation(formulaire, u"&Désignation :"_s);
   m_tresorerie.Declare(formulaire);
-  m_affectation.Declare(formulaire);
-  DeclareTaux(formulaire);
+  m_affectation.DeclareRubrique(formulaire);
+  DeclareTaxe(formulaire);
   m_tresorerie.DeclareSoldes(formulaire);
   m_repartition.Declare(formulaire);
   formulaire.Pousse();
   Ouvre();
 }
 
-void CDialogPlanComptable::DeclareTaux(Formulaire& formulaire) {
-  m_pourcent = new QLabel(u"%"_s);
-  formulaire.Champ(u"T.V.A.:"_s, m_taux, "taux").Limite(TailleTaux).ACote(*m_pourcent);
+void CDialogPlanComptable::DeclareTaxe(Formulaire& formulaire) {
+  auto* taux = new QWidget;
+  Formulaire rangee{*taux};
+  taux->layout()->setContentsMargins(0, 0, 0, 0);
+  rangee.Seul(m_taux, "taux").Limite(TailleTaux).ACote(*new QLabel(u"%"_s));
+  EditeurChoix& liste = m_affectation.TVA();
+  liste.setObjectName(u"tva"_s);
+  m_taxe->addWidget(new QWidget);
+  m_taxe->addWidget(&liste);
+  m_taxe->addWidget(taux);
+  formulaire.Champ(u"T.V.A.:"_s, *m_taxe, nullptr);
+  for (QWidget* champ : {static_cast<QWidget*>(&liste), static_cast<QWidget*>(&m_taux)})
+    champ->setAccessibleName(m_taxe->accessibleName());
+  for (QLabel* libelle : Zone().findChildren<QLabel*>())
+    if (libelle->buddy() == m_taxe) m_libelleTaxe = libelle;
+}
+
+void CDialogPlanComptable::MontreTaxe(i16 type) {
+  const bool liste = m_affectation.Assujetti() && type != Tva;
+  m_taxe->setCurrentIndex(type == Tva ? PageTaux : liste ? PageListe : PageAucune);
+  const bool permis = liste ? type == Recette || type == Depense : !ADesMouvements(Compte());
+  m_affectation.PermetTVA(liste && permis);
+  FigeChamp(m_taux, type == Tva && !permis);
+  m_libelleTaxe->setBuddy(liste ? static_cast<QWidget*>(&m_affectation.TVA()) : &m_taux);
+  m_libelleTaxe->setEnabled(permis);
+  m_libelleTaxe->setText(m_taxe->currentIndex() == PageAucune ? QString() : u"T.V.A.:"_s);
 }
 
 void CDialogPlanComptable::Montre() {
@@ -66,15 +87,11 @@ void CDialogPlanComptable::ChangeType() {
 }
 
 void CDialogPlanComptable::MontreType(const FicheCompte& fiche) {
-  const bool affecte = fiche.type != Tresorerie, taxe = fiche.type == Tva;
+  const bool affecte = fiche.type != Tresorerie;
   m_affectation.Montre(fiche);
   m_tresorerie.Permet(!affecte);
   m_affectation.PermetRubrique(affecte);
-  m_affectation.PermetTVA(fiche.type == Recette || fiche.type == Depense);
-  if (m_affectation.Assujetti()) MontreChamp(m_affectation.TVA(), !taxe);
-  MontreChamp(m_taux, taxe);
-  m_pourcent->setVisible(taxe);
-  FigeChamp(m_taux, ADesMouvements(Compte()));
+  MontreTaxe(fiche.type);
   m_repartition.Montre(fiche,
                        fiche.type == Depense && (Ajout() || !EstComptePersonnel(App(), Fiche().compte)));
 }

@@ -4,6 +4,8 @@
 #include "master/forms/champscompte.h"
 #include "master/forms/dialogcompte.h"
 
+class QStackedWidget;
+
 namespace fenlor {
 
 /// What can be typed follows the type of the account.
@@ -20,14 +22,17 @@ class CDialogPlanComptable : public DialogCompte {
   i16 Type() const override { return static_cast<i16>(m_type.currentIndex()); }
 
  private:
-  void DeclareTaux(Formulaire& formulaire);
+  void DeclareTaxe(Formulaire& formulaire);
+  /// VAT list, rate or nothing, in the same place.
+  void MontreTaxe(i16 type);
   void ChangeType();
   void MontreType(const FicheCompte& fiche);
   EditeurChoix m_type;
   ChampsTresorerie m_tresorerie;
   ChampsAffectation m_affectation;
   EditeurMontant m_taux;
-  QLabel* m_pourcent = nullptr;
+  QStackedWidget* m_taxe;  ///< of the form, which outlives its fields
+  QLabel* m_libelleTaxe = nullptr;
   ChampsRepartition m_repartition;
   FinDesLiens m_finLiens{*this};
 };

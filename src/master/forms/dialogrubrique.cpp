@@ -1,5 +1,6 @@
 #include "master/forms/dialogrubrique.h"
 
+#include <QKeyEvent>
 #include <QPushButton>
 #include <algorithm>
 
@@ -68,6 +69,7 @@ CDialogRubrique::CDialogRubrique(ContexteUi& contexte, CRubriqueView* vue, Posit
   m_formule.setAccessibleName(u"Formule"_s);
   m_montant.setAccessibleName(u"Montant"_s);
   for (QRadioButton* bouton : {&m_automatique, &m_manuel}) {
+    bouton->installEventFilter(this);
     bouton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     bouton->setMinimumWidth(std::max(m_automatique.sizeHint().width(), m_manuel.sizeHint().width()));
   }
@@ -101,7 +103,7 @@ void CDialogRubrique::Presente() {
   };
   permet(u"precedent"_s, -1);
   permet(u"suivant"_s, 1);
-  if (App().Reglages.IsExerciceCloture()) LectureSeule();
+  FigeSiCloture();
 }
 
 void CDialogRubrique::MontreTitre() {
@@ -151,7 +153,19 @@ void CDialogRubrique::LitCalcul() {
 void CDialogRubrique::ChoisitCalcul(bool manuel) {
   LitCalcul();
   MontreCalcul();
-  CZNDialog::Focalise(manuel ? static_cast<QWidget&>(m_montant) : m_formule);
+  // The arrows walk from one choice to the other: the next one goes back.
+  if (!m_fleche) CZNDialog::Focalise(manuel ? static_cast<QWidget&>(m_montant) : m_formule);
+}
+
+bool CDialogRubrique::eventFilter(QObject* objet, QEvent* evenement) {
+  if (evenement->type() == QEvent::MouseButtonPress || evenement->type() == QEvent::Shortcut)
+    m_fleche = false;
+  if (evenement->type() == QEvent::KeyPress) {
+    const int touche = static_cast<QKeyEvent*>(evenement)->key();
+    m_fleche = touche == Qt::Key_Up || touche == Qt::Key_Down || touche == Qt::Key_Left ||
+               touche == Qt::Key_Right;
+  }
+  return CZNDialog::eventFilter(objet, evenement);
 }
 
 void CDialogRubrique::QuitteCode() {

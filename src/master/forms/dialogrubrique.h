@@ -31,6 +31,7 @@ class CDialogRubrique : public CZNDialog {
   bool Enregistre() override;
   void Vide() override;
   void Voisin(int pas) override;
+  bool eventFilter(QObject* objet, QEvent* evenement) override;
 
  private:
   bool Ajout() const { return m_fiche.position == 0; }
@@ -50,6 +51,7 @@ class CDialogRubrique : public CZNDialog {
   std::string m_codeLu;   ///< as in the file
   bool m_lu = true;
   bool m_aChange = false;
+  bool m_fleche = false;  ///< the last key on "Automatique :" or "Manuel :" was an arrow
   Position m_derniere = 0;
   EditeurTexte m_code, m_designation, m_ligne, m_formule;
   QRadioButton m_recette, m_depense, m_resultat, m_taxe, m_automatique, m_manuel;

@@ -35,7 +35,7 @@ class Rangees : public ListeEcritures {
 
 TEST_F(FormeEcriture, NouvelleRecette) {
   auto f = Montre(Ouverture(JournalRecettes));
-  VerifieFormulaire(*f, TouchesPartagees);
+  VerifieFormulaire(*f);
   EXPECT_EQ(f->windowTitle(), u"Ecriture de RECETTE : ajout"_s);
   EXPECT_EQ(Bouton(*f, u"&Enregistrer"_s).objectName() + Bouton(*f, u"&Fermer"_s).objectName(),
             u"okannuler"_s);
@@ -242,7 +242,7 @@ TEST_F(FormeEcriture, ValideeOuLieePuisLiberee) {
   ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, m, 1));
   Lie(m);
   auto f = Montre(Ouverture(JournalDepenses, m));
-  VerifieFormulaire(*f, TouchesPartagees);
+  VerifieFormulaire(*f);
   EXPECT_EQ(f->windowTitle(), u"Ecriture de DEPENSE : modification"_s);
   for (const char* nom : {"jour", "code", "compte", "libelle", "ttc", "professionnelle", "tresorerie",
                           "cheque", "multiple", "euro", "ok"})
@@ -373,7 +373,7 @@ TEST_F(FormeEcriture, Voisins) {
   OuvertureEcriture ouverture = Ouverture(JournalRecettes, simple);
   ouverture.proprietaire = &rangees;
   auto f = Montre(ouverture);
-  VerifieFormulaire(*f, TouchesPartagees);
+  VerifieFormulaire(*f);
   EXPECT_TRUE(!Permis(*f, "precedent") && Permis(*f, "suivant"));
   Cadre.Appels.clear();
   Clique(*Champ<QPushButton>(*f, "suivant"));
@@ -386,7 +386,7 @@ TEST_F(FormeEcriture, Voisins) {
     EXPECT_EQ(Lu(*f, champ), texte) << "the key of a disabled button types nothing";
   }
   EXPECT_EQ(Lu(*f, "ttc"), u"50,00"_s);
-  VerifieFormulaire(*f, TouchesPartagees);
+  VerifieFormulaire(*f);
   Tape(*Champ<QLineEdit>(*f, "ttc"), u"60"_s);
   Clique(*Champ<QPushButton>(*f, "precedent"));
   EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3036});

@@ -24,9 +24,6 @@ using namespace Qt::Literals::StringLiterals;
 
 using Numeros = std::vector<unsigned>;
 
-/// Texts that the forms are given share these keys.
-inline const std::vector<std::string> TouchesPartagees = {"Alt+A", "Alt+N", "Alt+S"};
-
 /// Fixture: opens the form, reads what it shows, and types into it.
 class FormeEcriture : public CabinetMedical {
  protected:
@@ -113,7 +110,6 @@ class FormeEcriture : public CabinetMedical {
     QWidget* champ = QApplication::focusWidget();
     ASSERT_TRUE(champ) << "nothing has the focus";
     QTest::keyClick(champ, static_cast<Qt::Key>(touche), avec);
-    if (avec & Qt::AltModifier) QTest::qWait(120);  // a button pressed by its access key goes up by itself
   }
   static void Frappe(const QString& texte) {
     for (const QChar c : texte) {

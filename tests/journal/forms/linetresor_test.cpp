@@ -11,10 +11,10 @@ TEST_F(FormeEcriture, MultiplePuisSimplifiee) {
   Clique(*Champ<QPushButton>(*f, "multiple"));
   EXPECT_TRUE(Vu(*f, "lignes") && !Vu(*f, "tresorerie") && !Vu(*f, "cheque") && !Vu(*f, "multiple"));
   EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Autre|100,00"_s);
-  VerifieFormulaire(*f, TouchesPartagees);
+  VerifieFormulaire(*f);
   EXPECT_TRUE(Permis(*f, "simplifiee"));
   Robot.Attend("DialogLineTresor", [&](QDialog& l) {
-    VerifieFormulaire(l, {"Alt+A"});
+    VerifieFormulaire(l);
     EXPECT_EQ(l.windowTitle(), u"Ecriture d'une ligne de trésorerie : ajout"_s);
     EXPECT_EQ(Focus(l), "montant");
     EXPECT_EQ(Lu(l, "montant"), QString()) << "the lines cover T.T.C. already";

@@ -10,6 +10,7 @@
 #include "core/btfiles.h"
 #include "journal/forms/champsecriture.h"
 #include "journal/forms/vuedetest.h"
+#include "journal/odlue.h"
 #include "journal/virement.h"
 
 namespace fenlor {
@@ -410,6 +411,27 @@ TEST_F(VueCommandes, AjouterUneOperationDiverse) {
   ASSERT_EQ(titres.size(), 3u);
   EXPECT_NE(titres[0], titres[1]) << "with rows the last one opens";
   EXPECT_EQ(titres[1], titres[2]);
+}
+
+TEST_F(VueCommandes, NouvelleOperationDepuisLaDerniere) {
+  const u32 derniere = EnregistreLesLignes({{"512", {}, 20, 0}, {"531", {}, 0, 20}});
+  ASSERT_NE(derniere, 0u);
+  const auto vue = Ouvre(JournalOD);
+  for (const bool change : {false, true}) {
+    Robot.Attend("DialogMouvement", [change](QDialog& f) {
+      if (change) Trouve<QComboBox>(f, "libelle").setEditText(u"Autre mot"_s);
+      test::Clique(Trouve<QPushButton>(f, "nouvelle"));
+    });
+    Robot.Attend("DialogMouvement", [](QDialog& f) {
+      EXPECT_EQ(f.windowTitle(), u"Ecriture d'OPERATION DIVERSES : ajout"_s);
+      EXPECT_FALSE(f.findChild<QPushButton*>(u"nouvelle"_s));
+      f.reject();
+    });
+    vue->Execute(Ajouter);
+    ODLue od;
+    ASSERT_TRUE(LitOD(App(), derniere, od));
+    EXPECT_EQ(od.saisie.libelle == "Autre mot", change) << "what was changed is saved before";
+  }
 }
 
 TEST_F(VueCommandes, SansCompteDeTresorerie) {

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTest>
 #include <cstring>
 
@@ -68,7 +69,7 @@ class FormesComptes : public test::CabinetMedical {
   /// Opens a form, and tells what a person does there.
   void Ouvre(CZNListView& vue, unsigned commande, const char* nom, std::function<void(QDialog&)> geste) {
     Robot.Attend(nom, [geste](QDialog& f) {
-      test::VerifieFormulaire(f, {"Alt+P"});
+      test::VerifieFormulaire(f);
       geste(f);
       if (f.isVisible()) f.reject();
     });
@@ -98,7 +99,7 @@ TEST_F(FormesComptes, TroisComptesDAffileeAuClavier) {
   vue.Table().SelectionneLigne(vue.Table().Modele().NbLignes() - 1);
   EXPECT_FALSE(vue.Disponible(Modifier) || vue.Disponible(Supprimer)) << "the empty row";
   Robot.Attend("DialogPlan", [&](QDialog& f) {
-    test::VerifieFormulaire(f, {"Alt+P"});
+    test::VerifieFormulaire(f);
     EXPECT_EQ(f.windowTitle(), u"Ajout d'un compte de recettes"_s);
     EXPECT_FALSE(Bouton(f, u"&Précédent"_s).isEnabled() || Bouton(f, u"&Suivant"_s).isEnabled());
     f.activateWindow();
@@ -353,7 +354,7 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
       EXPECT_EQ(Liste(f, "tva").isEnabled() && Liste(f, "tva").isVisible(), c.tva) << c.type;
       EXPECT_EQ(Montant(f, "taux").isVisible(), c.taux) << c.type;
       EXPECT_EQ(Montant(f, "professionnelle").isEnabled(), c.parts) << c.type;
-      test::VerifieFormulaire(f, {"Alt+P"});
+      test::VerifieFormulaire(f);
     }
     Prend(Liste(f, "type"), Tva);
     Tape(Texte(f, "code"), u"TVA9"_s);
@@ -377,6 +378,22 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
     EXPECT_FALSE(Liste(f, "type").isEnabled());
     EXPECT_TRUE(Texte(f, "compte").isReadOnly() && Montant(f, "taux").isReadOnly());
   });
+}
+
+TEST_F(FormesComptes, LaFormeDuPlanGardeSaTaille) {
+  for (const char* tva : {"Oui", "Non"}) {
+    Regle("2003", "TVA", tva);
+    CDialogPlanComptable f(Ui, nullptr, 0);
+    f.show();
+    const QWidget& zone = *f.findChild<QScrollArea*>()->widget();
+    QSize taille;
+    for (const i16 type : {Recette, Tva, Tresorerie, Autre, Depense}) {
+      Prend(Liste(f, "type"), type);
+      QApplication::processEvents();
+      if (!taille.isValid()) taille = zone.sizeHint();
+      EXPECT_EQ(zone.sizeHint(), taille) << tva << type;
+    }
+  }
 }
 
 TEST_F(FormesComptes, TriEtMonnaies) {

@@ -160,7 +160,7 @@ TEST_F(FormeFraisKm, ExerciceCloture) {
   Montre(f);
   EXPECT_FALSE(Case(f, "ok").isEnabled() || Case(f, "supprimer").isEnabled());
   Tape(Champ(f, "kms"), u"100"_s);
-  EXPECT_EQ(Montant(f), "50,00 €");
+  EXPECT_EQ(Montant(f), "") << "it is there to be read";
 }
 
 }  // namespace

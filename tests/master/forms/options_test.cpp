@@ -6,6 +6,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -100,6 +102,24 @@ class Formulaires : public test::CabinetMedical {
  private:
   std::unique_ptr<test::Robot> m_robot;
 };
+
+TEST_F(Formulaires, RienNeDefile) {
+  ASSERT_TRUE(CreeExercice("2004", true, true));
+  ASSERT_TRUE(OuvreExercice("2003"));
+  for (const bool grande : {false, true}) {
+    if (grande) Dessin.PoliceSaisies.setPointSizeF(1.3 * QApplication::font().pointSizeF());
+    Options([&](QDialog& f) {
+      for (int i = Activite; i <= MisesAJour; ++i) {
+        Montre(f, static_cast<Onglet>(i));
+        const auto& zone = *f.findChild<QScrollArea*>();
+        EXPECT_FALSE(zone.horizontalScrollBar()->isVisible() || zone.verticalScrollBar()->isVisible())
+            << i << grande;
+      }
+      EXPECT_NE(Trouve<QCheckBox>(f, "afficherDouble").text(), QString());
+      Annule(f);
+    });
+  }
+}
 
 TEST_F(Formulaires, LesHuitPages) {
   EXPECT_FALSE(Options([&](QDialog& f) {

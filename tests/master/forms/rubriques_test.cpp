@@ -3,6 +3,7 @@
 
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "journal/cabinetmedical.h"
@@ -149,6 +150,14 @@ TEST_F(RubriquesForms, LesModesDeCalcul) {
     EXPECT_TRUE(formule.hasFocus());
     Radio(f, "manuel");
     EXPECT_EQ(montant.text(), u"12,50"_s);
+    test::Va(Trouve<QRadioButton>(f, "manuel"));
+    QSignalSpy foyers(qApp, &QApplication::focusChanged);
+    for (const char* nom : {"automatique", "manuel"}) {
+      QTest::keyClick(f.focusWidget(), *nom == 'a' ? Qt::Key_Up : Qt::Key_Down);
+      EXPECT_TRUE(Trouve<QRadioButton>(f, nom).isChecked());
+      EXPECT_EQ(f.focusWidget()->objectName(), QLatin1String(nom)) << "the arrows only choose";
+    }
+    EXPECT_EQ(foyers.size(), 2) << "and do not pass through the fields";
     Tape(montant, u"250"_s);
     test::VerifieFormulaire(f);
     Ok(f);
