@@ -162,7 +162,6 @@ Sauvegardes MesureSaisie(Cabinet& cabinet, unsigned ecritures) {
   OuvertureEcriture ouverture;
   ouverture.journal = JournalRecettes;
   ouverture.date = FaitDate(28, MoisPlein, Annee2003);
-  ouverture.ligne = static_cast<u32>(vue.GetEcrCount()) + 1;
   ouverture.tresorerie = tresorerie.front().compte;
   ouverture.proprietaire = &vue;
   CDialogEcriture forme(cabinet.Ui(), ouverture);
@@ -211,8 +210,9 @@ int Principal(unsigned ecritures, unsigned mois, bool juge) {
     cabinet.FermeTout();
   }
   std::filesystem::remove_all(dossier);
-  std::printf("saving one entry among %u, seven windows refreshed: processor %s (worst %s), clock %s, %.2f syncs\n",
-              mois, EnTemps(s.processeur).c_str(), EnTemps(s.pire).c_str(), EnTemps(s.horloge).c_str(), s.synchros);
+  std::printf(
+      "saving one entry among %u, seven windows refreshed: processor %s (worst %s), clock %s, %.2f syncs\n",
+      mois, EnTemps(s.processeur).c_str(), EnTemps(s.pire).c_str(), EnTemps(s.horloge).c_str(), s.synchros);
   if (!juge) return 0;
   const bool tenue = s.synchros <= 1.0 && s.processeur <= BarreProcesseur;
   std::printf("bars: 1 sync, %s: %s\n", EnTemps(BarreProcesseur).c_str(), tenue ? "ok" : "MISSED");

@@ -99,6 +99,8 @@ enum TexteId : unsigned {
   ErrLigneRubrique = 3402,       ///< what was typed
   InfoTermesInconnus = 3403,     ///< code of the heading; the terms
   QuestionAnneesExercice = 3404, ///< name, first and last day
+  QuestionRenumeroterPartie = 3430,   ///< number of entries that are not shown
+  ErrSerie = 3431,                    ///< commands on a selection: number of refusals, the first one
   // Titles
   TitreApplication = 5000,      ///< "Fenlor"
   FormatTitreErreur = 5001,     ///< "%s - Erreur (%u)"

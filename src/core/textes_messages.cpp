@@ -263,6 +263,10 @@ constexpr LigneTexte lignes[] = {
      "enregistrée telle quelle ; ces termes comptent pour zéro."},
     {3404,
      "L'exercice %s, du %s au %s, est bien loin de la date du jour.\n\nFaut-il vraiment le créer ?"},
+    {3430,
+     "Attention !\n%s écriture(s) de ce mois ne sont pas affichées et garderont leur numéro : d'autres "
+     "peuvent recevoir le même.\n\nRenumérotation du journal ?"},
+    {3431, "%s écritures n'ont pas été traitées. La première :\n\n%s"},
 };
 static_assert(EnOrdre(lignes));
 

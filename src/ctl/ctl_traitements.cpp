@@ -142,12 +142,8 @@ int Renumerote(Contexte& contexte, const OptionsRenumeroter& options) {
   if (NextMonth(demande.mois) <= app.Reglages.GetDebutExercice() ||
       demande.mois > app.Reglages.GetFinExercice())
     return contexte.Refuse(ErrChampInvalide, {"mois", "il n'est pas dans l'exercice."_w});
-  MoisJournal mois;
-  if (!ListeMois(app, demande, mois)) return contexte.RefuseMagasin();
-  std::vector<u32> mouvements;
-  for (const EntreeListe& entree : mois.entrees) mouvements.push_back(entree.mouvement);
   contexte.Dialogue.Ordonne({QuestionRenumerotation});
-  const ResultatSaisie r = RenumeroteEcritures(app, mouvements);
+  const ResultatSaisie r = RenumeroteEcritures(app, demande);
   if (!r) return contexte.RefuseRegle(r.erreur);
   return contexte.Donne(contexte.Globales.json ? LigneJson().Entier("ecritures", r.ligne).Fin()
                                                : std::to_string(r.ligne) + " écriture(s) renumérotée(s).\n");

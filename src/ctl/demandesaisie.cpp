@@ -48,7 +48,7 @@ bool LitTresoreries(const Json& liste, RefusLigne& refus, std::vector<DemandeTre
       return false;
     if (!compte) return champs.Manquant("compte");
     if (!montant) return champs.Manquant("montant");
-    tresoreries.push_back({*compte, *montant, paiement.value_or(PaiementCheque)});
+    tresoreries.push_back({*compte, *montant, paiement});
   }
   return true;
 }
@@ -139,11 +139,11 @@ RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
   if (tresoreries && !LitTresoreries(*tresoreries, refus, demande.tresoreries.emplace())) return refus;
   if (lignes && !LitLignes(*lignes, refus, demande.lignes.emplace())) return refus;
   if (ControleCombinaisons(champs, refus, demande) && demande.mouvement == 0)
-    refus = ControleGenre(demande, *demande.journal == JournalOD);
+    refus = ControleGenre(demande, *demande.journal, *demande.journal == JournalOD);
   return refus;
 }
 
-RefusLigne ControleGenre(const DemandeSaisie& demande, bool od) {
+RefusLigne ControleGenre(const DemandeSaisie& demande, i16 journal, bool od) {
   const std::pair<const char*, bool> etrangers[] = {
       {"lignes", !od && demande.lignes},
       {"compte", od && demande.compte},
@@ -160,6 +160,8 @@ RefusLigne ControleGenre(const DemandeSaisie& demande, bool od) {
         od ? "une opération diverse n'a pas ce champ."_w : "une recette ou une dépense n'a pas ce champ."_w;
     return RefusChamp(nom, raison);
   }
+  if (demande.professionnel && journal == JournalRecettes)
+    return RefusChamp("professionnel", "celui d'une recette vient de son compte."_w);
   return {};
 }
 

@@ -25,7 +25,7 @@ namespace fenlor {
 struct DemandeTresor {
   std::string compte;  ///< code or number
   f64 montant = 0;
-  i16 paiement = PaiementCheque;
+  std::optional<i16> paiement;  ///< that of the entry's line on this account, else "cheque"
 };
 
 struct DemandeLigneOD {
@@ -55,9 +55,9 @@ struct DemandeSaisie {
 /// Reads a line. Unknown fields, wrong types, and for a new entry missing fields
 /// are refused by name.
 RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande);
-/// Refuses the fields that an entry of this kind has not: an opération diverse
-/// (`od`), a receipt or an expense.
-RefusLigne ControleGenre(const DemandeSaisie& demande, bool od);
+/// Refuses the fields that an entry of this kind has not: an opération diverse (`od`), a receipt or an
+/// expense; nor can a receipt's professional share be typed.
+RefusLigne ControleGenre(const DemandeSaisie& demande, i16 journal, bool od);
 /// "paiement" beside several treasury lines.
 RefusLigne RefusPaiement();
 

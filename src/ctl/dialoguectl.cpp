@@ -13,7 +13,7 @@ int DialogueCtl::Message(unsigned style, unsigned numero, const std::string& tex
     m_information = texte;
     return RepOk;
   }
-  const bool ouiNon = boutons == BoutonsOuiNon || boutons == BoutonsNonOuiAnnuler;
+  const bool ouiNon = boutons == BoutonsOuiNon || boutons == BoutonsNonOuiAnnuler || boutons == BoutonsSerie;
   if (ouiNon && !m_declinees.contains(numero) && (m_oui || m_ordonnees.contains(numero))) return RepOui;
   m_numero = numero;
   m_texte = texte;

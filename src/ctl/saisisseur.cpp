@@ -1,5 +1,6 @@
 #include "ctl/saisisseur.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "core/textes.h"
@@ -64,7 +65,8 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
     }
     if (demande.journal && *demande.journal != entete.Journal)
       return Refuse(RefusChamp("journal", "une écriture ne change pas de journal."_w));
-    if (RefusLigne refus = ControleGenre(demande, entete.Genre == GenreOD)) return Refuse(refus);
+    if (RefusLigne refus = ControleGenre(demande, entete.Journal, entete.Genre == GenreOD))
+      return Refuse(refus);
   }
   if (demande.supprimer.value_or(false)) return SupprimeEcriture(m_app, demande.mouvement);
 
@@ -101,15 +103,7 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande) {
     saisie = std::move(lue.saisie);
     saisie.tresoreries.assign(lue.lignes.begin(), lue.lignes.end());
   }
-  if (demande.tresoreries) {
-    saisie.genre = GenreStandard;
-    saisie.tresoreries.clear();
-    for (const DemandeTresor& tresor : *demande.tresoreries)
-      saisie.tresoreries.push_back({CompteTresorerie(tresor.compte), tresor.montant, tresor.paiement});
-  } else if (demande.tresorerie) {
-    saisie.genre = GenreSimple;
-    saisie.tresorerie = CompteTresorerie(*demande.tresorerie);
-  }
+  PoseTresorerie(demande, saisie);
   if (demande.paiement && saisie.genre == GenreStandard) return Refuse(RefusPaiement());
   saisie.paiement = demande.paiement.value_or(saisie.paiement);
   saisie.euro = demande.euro.value_or(saisie.euro);
@@ -134,6 +128,36 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande) {
   return EnregistreEcriture(m_app, saisie);
 }
 
+/// The accounts that are asked for. What stays on an account that the entry has already, alone or in a line,
+/// keeps its mode of payment; in one that becomes simple on another account that of the first line.
+void Saisisseur::PoseTresorerie(const DemandeSaisie& demande, SaisieEcriture& saisie) const {
+  if (!demande.tresoreries && !demande.tresorerie) return;
+  std::vector<LigneTresorSaisie> anciennes;
+  if (saisie.genre == GenreStandard)
+    anciennes = std::move(saisie.tresoreries);
+  else if (!saisie.tresorerie.empty())
+    anciennes.push_back({saisie.tresorerie, 0, saisie.paiement});
+  const auto mode = [&](const std::string& compte, i16 sinon) {
+    const auto ligne = std::find_if(anciennes.begin(), anciennes.end(),
+                                    [&](const LigneTresorSaisie& l) { return l.compte == compte; });
+    return ligne == anciennes.end() ? sinon : ligne->paiement;
+  };
+  saisie.tresoreries.clear();
+  if (demande.tresorerie) {
+    saisie.genre = GenreSimple;
+    saisie.tresorerie = CompteTresorerie(*demande.tresorerie);
+    saisie.paiement =
+        mode(saisie.tresorerie, anciennes.empty() ? saisie.paiement : anciennes.front().paiement);
+    return;
+  }
+  saisie.genre = GenreStandard;
+  for (const DemandeTresor& tresor : *demande.tresoreries) {
+    const std::string compte = CompteTresorerie(tresor.compte);
+    saisie.tresoreries.push_back(
+        {compte, tresor.montant, tresor.paiement.value_or(mode(compte, PaiementCheque))});
+  }
+}
+
 ResultatSaisie Saisisseur::EnregistreLibre(const DemandeSaisie& demande) {
   SaisieOD saisie;
   saisie.euro = m_euro;
@@ -141,6 +165,7 @@ ResultatSaisie Saisisseur::EnregistreLibre(const DemandeSaisie& demande) {
     ODLue lue;
     if (const ResultatSaisie r = LitOD(m_app, demande.mouvement, lue); !r) return r;
     saisie = std::move(lue.saisie);
+    if (demande.libelle) SuitLibelle(lue.lignes, saisie.libelle, *demande.libelle);
     saisie.lignes = LignesSaisies(lue.lignes);
   }
   saisie.euro = demande.euro.value_or(saisie.euro);

@@ -34,6 +34,7 @@ class Saisisseur {
  private:
   ResultatSaisie Execute(const DemandeSaisie& demande);
   ResultatSaisie Enregistre(const DemandeSaisie& demande);
+  void PoseTresorerie(const DemandeSaisie& demande, SaisieEcriture& saisie) const;
   ResultatSaisie EnregistreLibre(const DemandeSaisie& demande);
   ResultatSaisie Marque(const DemandeSaisie& demande, u32 mouvement);
   std::string CompteTresorerie(const std::string& texte) const;

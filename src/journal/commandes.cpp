@@ -41,12 +41,12 @@ std::string MontantAffiche(CFenlorApp& app, f64 franc, f64 euro) {
 
 // ---------------------------------------------------------------- Deleting
 
-ResultatSaisie SupprimeLibre(CFenlorApp& app, const Mouvement& entete) {
+ResultatSaisie SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
   QVAPI& magasin = app.Magasin;
   const bool rapprochee = magasin.IsRappLineInMouvements(entete.Mouvement);
-  const ResultatSaisie reponse = Demande(
-      app, BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), RepOui,
-      rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression, "", {LitTexte(entete.Libelle)});
+  const unsigned question = rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression;
+  const ResultatSaisie reponse = serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion),
+                                               question, question, {LitTexte(entete.Libelle)});
   if (!reponse) return reponse;
   bool retiree = false;
   switch (entete.Genre) {
@@ -97,7 +97,7 @@ class FichierLie {
   Ouverture m_ouverture;
 };
 
-ResultatSaisie SupprimeLiee(CFenlorApp& app, const Mouvement& entete, bool demander) {
+ResultatSaisie SupprimeLiee(CFenlorApp& app, Serie& serie, const Mouvement& entete, bool demander) {
   FichierLie fichier(app.Magasin, entete);
   if (!fichier) return RefusMagasin(app);
   const Position position = fichier.Trouve(entete);
@@ -108,7 +108,7 @@ ResultatSaisie SupprimeLiee(CFenlorApp& app, const Mouvement& entete, bool deman
                               : feuille             ? QuestionRecetteFeuille
                                                     : QuestionRecetteQuorbane;
     const ResultatSaisie reponse =
-        Demande(app, BoutonsOuiNon | IconeAttention, RepOui, question, "", {LitTexte(entete.Libelle)});
+        serie.Demande(BoutonsOuiNon | IconeAttention, question, question, {LitTexte(entete.Libelle)});
     if (!reponse) return reponse;
   }
   return fichier.Supprime(position) ? Fait(entete) : RefusMagasin(app);
@@ -139,18 +139,18 @@ bool LitApercu(CFenlorApp& app, const Mouvement& entete, Apercu& apercu) {
   return true;
 }
 
-ResultatSaisie DemandeValidation(CFenlorApp& app, const Mouvement& entete) {
-  constexpr unsigned style = BoutonsOuiNon | IconeQuestion;
+ResultatSaisie DemandeValidation(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
+  constexpr unsigned style = BoutonsOuiNon | IconeQuestion, sorte = QuestionValiderSimple;
   const std::string date = StrDate(entete.Date);
   const std::string libelle = LitTexte(entete.Libelle);
-  if (entete.Genre == GenreOD) return Demande(app, style, RepOui, QuestionValiderOD, "", {date, libelle});
+  if (entete.Genre == GenreOD) return serie.Demande(style, sorte, QuestionValiderOD, {date, libelle});
   Apercu apercu;
   if (!LitApercu(app, entete, apercu)) return RefusMagasin(app);
   const std::string mot = MotDuJournal(entete);
   if (entete.Genre == GenreStandard)
-    return Demande(app, style, RepOui, QuestionValiderStandard, "", {date, libelle, mot, apercu.montant});
-  return Demande(app, style, RepOui, QuestionValiderSimple, "",
-                 {apercu.tresorerie, date, libelle, mot, apercu.montant});
+    return serie.Demande(style, sorte, QuestionValiderStandard, {date, libelle, mot, apercu.montant});
+  return serie.Demande(style, sorte, QuestionValiderSimple,
+                       {apercu.tresorerie, date, libelle, mot, apercu.montant});
 }
 
 bool Valide(QVAPI& magasin, const std::string& exercice, const Mouvement& entete) {
@@ -206,53 +206,44 @@ void OteRapprochement(Line& ligne) {
   ligne.RappSens = 0;
 }
 
-}  // namespace
+// --------------------------------------------------- Each command on one entry
 
-ResultatSaisie SupprimeEcriture(CFenlorApp& app, u32 mouvement) {
-  LivresOuverts livres;
-  if (const ResultatSaisie r = ControleExercice(app, livres); !r) return r;
+ResultatSaisie SupprimeUne(CFenlorApp& app, Serie& serie, u32 mouvement) {
   Mouvement entete;
   if (const ResultatSaisie r = LitEntete(app, mouvement, entete); !r) return r;
   const std::string libelle = LitTexte(entete.Libelle);
   if (entete.Genre == GenreOD) {
-    if (entete.LienId) return SupprimeLiee(app, entete, false);
-    if (entete.Validee) return Refus(app, 3017, "mouvement", {libelle});
-    return SupprimeLibre(app, entete);
+    if (entete.LienId) return SupprimeLiee(app, serie, entete, false);
+    if (entete.Validee) return serie.Refus(3017, {libelle});
+    return SupprimeLibre(app, serie, entete);
   }
-  if (entete.Validee) return Refus(app, 3016, "mouvement", {libelle});
-  if (entete.LienId == 0) return SupprimeLibre(app, entete);
-  if (entete.LienApplication != static_cast<i16>(app.Edition)) return Refus(app, 3040, "mouvement");
-  return SupprimeLiee(app, entete, true);
+  if (entete.Validee) return serie.Refus(3016, {libelle});
+  if (entete.LienId == 0) return SupprimeLibre(app, serie, entete);
+  if (entete.LienApplication != static_cast<i16>(app.Edition)) return serie.Refus(3040);
+  return SupprimeLiee(app, serie, entete, true);
 }
 
-ResultatSaisie ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide) {
+ResultatSaisie ValideUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool valide) {
   LivresOuverts livres;
   Mouvement entete;
   if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
   if ((entete.Validee != 0) == valide) return Fait(entete);
-  const ResultatSaisie reponse = valide
-                                     ? DemandeValidation(app, entete)
-                                     : Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionInvalider);
+  const ResultatSaisie reponse =
+      valide ? DemandeValidation(app, serie, entete)
+             : serie.Demande(BoutonsOuiNon | IconeQuestion, QuestionInvalider, QuestionInvalider);
   if (!reponse) return reponse;
   const bool fait = valide ? Valide(app.Magasin, app.PathExercice, entete)
                            : app.Magasin.ValidMouvements(app.PathExercice, mouvement, 0);
   return fait ? Fait(entete) : EchecMagasin(app);
 }
 
-ResultatSaisie PointeEcriture(CFenlorApp& app, u32 mouvement) {
-  LivresOuverts livres;
-  Mouvement entete;
-  if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
-  return app.Magasin.ReverseMarkMouvements(app.PathExercice, mouvement) ? Fait(entete) : EchecMagasin(app);
-}
-
-ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche) {
+ResultatSaisie RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool rapproche) {
   LivresOuverts livres;
   Mouvement entete;
   if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
   std::vector<LigneComptee> lignes;
   if (!LitLignesComptees(app, mouvement, lignes)) return RefusMagasin(app);
-  if (lignes.empty()) return Refus(app, 3116, "mouvement");
+  if (lignes.empty()) return serie.Refus(3116);
 
   f64 franc = 0, euro = 0;
   bool aChanger = false;
@@ -262,10 +253,10 @@ ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche)
     aChanger = aChanger || (ligne.Rapprochee != 0) != rapproche;
   }
   if (!aChanger) return Fait(entete);
-  const ResultatSaisie reponse = Demande(app, BoutonsOuiNon | IconeQuestion, RepOui,
-                                         rapproche ? QuestionRapprocher : QuestionDerapprocher, "",
-                                         {StrDate(entete.Date), LitTexte(entete.Libelle),
-                                          MotDuJournal(entete), MontantAffiche(app, franc, euro)});
+  const unsigned question = rapproche ? QuestionRapprocher : QuestionDerapprocher;
+  const ResultatSaisie reponse = serie.Demande(BoutonsOuiNon | IconeQuestion, question, question,
+                                               {StrDate(entete.Date), LitTexte(entete.Libelle),
+                                                MotDuJournal(entete), MontantAffiche(app, franc, euro)});
   if (!reponse) return reponse;
 
   QVAPI::Unite unite(app.Magasin);
@@ -277,6 +268,71 @@ ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche)
     if (!app.Magasin.UpdateLines(app.PathExercice, position, ligne)) return EchecMagasin(app);
   }
   return unite.Valide() ? Fait(entete) : RefusMagasin(app);
+}
+
+/// Runs `action` over the entries that are still there. The number of those it was done to; ends at a
+/// failure of the store, which has been told.
+template <class Action>
+u32 PourChaque(CFenlorApp& app, const std::vector<u32>& mouvements, Action action) {
+  LivresOuverts livres;
+  if (app.PathExercice.empty() || !livres.Ouvre(app)) return 0;
+  Serie serie(app, mouvements.size());
+  u32 faites = 0;
+  for (const u32 mouvement : mouvements) {
+    if (!serie.Suivante()) break;
+    Mouvement entete{};
+    if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
+    const ResultatSaisie r = action(serie, mouvement);
+    if (r.erreur == ErrMagasin) break;
+    faites += r ? 1 : 0;
+  }
+  return faites;
+}
+
+}  // namespace
+
+ResultatSaisie SupprimeEcriture(CFenlorApp& app, u32 mouvement) {
+  LivresOuverts livres;
+  if (const ResultatSaisie r = ControleExercice(app, livres); !r) return r;
+  Serie serie(app, 1);
+  return SupprimeUne(app, serie, mouvement);
+}
+
+u32 SupprimeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+  LivresOuverts livres;
+  if (!ControleExercice(app, livres)) return 0;
+  return PourChaque(app, mouvements,
+                    [&](Serie& serie, u32 mouvement) { return SupprimeUne(app, serie, mouvement); });
+}
+
+ResultatSaisie ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide) {
+  Serie serie(app, 1);
+  return ValideUne(app, serie, mouvement, valide);
+}
+
+u32 ValideEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+  return PourChaque(app, mouvements,
+                    [&](Serie& serie, u32 mouvement) { return ValideUne(app, serie, mouvement, true); });
+}
+
+ResultatSaisie PointeEcriture(CFenlorApp& app, u32 mouvement) {
+  LivresOuverts livres;
+  Mouvement entete;
+  if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
+  return app.Magasin.ReverseMarkMouvements(app.PathExercice, mouvement) ? Fait(entete) : EchecMagasin(app);
+}
+
+ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche) {
+  Serie serie(app, 1);
+  return RapprocheUne(app, serie, mouvement, rapproche);
+}
+
+u32 RapprocheEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+  return PourChaque(app, mouvements, [&](Serie& serie, u32 mouvement) {
+    const LignesRapprochables lignes = CompteRapprochables(app, mouvement);
+    return lignes.nombre == 0 ? ResultatSaisie{}
+                              : RapprocheUne(app, serie, mouvement, lignes.rapprochees < lignes.nombre);
+  });
 }
 
 LignesRapprochables CompteRapprochables(CFenlorApp& app, u32 mouvement) {

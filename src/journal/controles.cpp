@@ -1,5 +1,6 @@
 #include "journal/controles.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -46,6 +47,50 @@ ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, unsigned n
                        std::initializer_list<std::string> arguments) {
   if (app.MessageId(style, numero, arguments) == attendue) return {};
   return {numero, champ, -1, TexteFormat(numero, arguments)};
+}
+
+Serie::~Serie() {
+  if (m_progression) m_app.Boite.FermeProgress();
+  if (m_refusees == 1) m_app.Boite.Erreur(m_premierRefus, m_texteRefus);
+  if (m_refusees > 1) m_app.ReportErreur(ErrSerie, {std::to_string(m_refusees), m_texteRefus});
+}
+
+ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, unsigned numero,
+                              std::initializer_list<std::string> arguments) {
+  constexpr unsigned boutons = 15;
+  if (m_toutes.contains(sorte)) return {};
+  if (m_rangees > 1) style = (style & ~boutons) | BoutonsSerie;
+  const int reponse = m_app.MessageId(style, numero, arguments);
+  if (reponse == RepOui) return {};
+  if (reponse == RepTous) {
+    m_toutes.insert(sorte);
+    if (!m_progression)
+      m_app.Boite.OuvreProgress(Texte(TitreApplication), Texte(TexteTraitement), true,
+                                static_cast<u32>(m_rangees));
+    m_progression = true;
+    return {};
+  }
+  if (m_rangees > 1 && reponse == RepAnnuler) m_arretee = true;
+  return {numero, "", -1, TexteFormat(numero, arguments)};
+}
+
+ResultatSaisie Serie::Refus(unsigned numero, std::initializer_list<std::string> arguments) {
+  if (m_rangees < 2) return fenlor::Refus(m_app, numero, "mouvement", arguments);
+  const std::string texte = TexteErreur(numero, arguments);
+  if (m_refusees++ == 0) {
+    m_premierRefus = numero;
+    m_texteRefus = texte;
+  }
+  return {numero, "mouvement", -1, texte};
+}
+
+bool Serie::Suivante() {
+  if (m_progression) {
+    m_app.Boite.SetPos(static_cast<u32>(m_faites));
+    m_arretee = m_arretee || m_app.Boite.IsAborted();
+  }
+  ++m_faites;
+  return !m_arretee;
 }
 
 ResultatSaisie EchecMagasin(CFenlorApp& app) {
@@ -116,6 +161,16 @@ ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date) {
   if (euro) return {};
   const Date limite = app.Reglages.GetLimiteFranc();
   return date <= limite ? ResultatSaisie{} : Refus(app, 3041, "monnaie", {StrDate(limite)});
+}
+
+ResultatSaisie NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouvement& entete,
+                        u32& ligne) {
+  ligne = demande ? demande : u32{entete.Ligne};
+  if (entete.Mouvement == 0 || ligne == 0) {
+    const u32 libre = app.Magasin.GetFreeJournalLine(app.PathExercice, static_cast<u16>(journal), {}, date);
+    ligne = libre == 0 ? 0 : std::max(ligne, libre);
+  }
+  return ligne == 0 ? EchecMagasin(app) : ResultatSaisie{};
 }
 
 DeuxMonnaies EnDeuxMonnaies(bool euro, f64 taux, f64 montant) {

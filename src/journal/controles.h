@@ -2,6 +2,8 @@
 // to journal/.
 #pragma once
 
+#include <set>
+
 #include "journal/saisie.h"
 #include "store/ouverture.h"
 
@@ -16,6 +18,36 @@ ResultatSaisie Refus(CFenlorApp& app, unsigned numero, const char* champ = "",
 /// Asks the numbered question; any answer but `attendue` is the refusal.
 ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, unsigned numero, const char* champ = "",
                        std::initializer_list<std::string> arguments = {});
+/// What is asked and refused while a command runs over a selection. With more than one row a question can be
+/// answered for all that follow, and refusals are told at the end, so that nobody has to answer them one by
+/// one. One row: the plain question, the plain refusal.
+class Serie {
+ public:
+  /// `rangees`: how many rows the command runs over.
+  Serie(CFenlorApp& app, std::size_t rangees) : m_app(app), m_rangees(rangees) {}
+  ~Serie();
+  Serie(const Serie&) = delete;
+  Serie& operator=(const Serie&) = delete;
+
+  /// A question with "Oui" and "Non". `sorte`: questions that "Tous" answers together.
+  ResultatSaisie Demande(unsigned style, unsigned sorte, unsigned numero,
+                         std::initializer_list<std::string> arguments = {});
+  ResultatSaisie Refus(unsigned numero, std::initializer_list<std::string> arguments = {});
+  /// Before each row; false when the user stopped.
+  bool Suivante();
+  void Arrete() { m_arretee = true; }
+
+ private:
+  CFenlorApp& m_app;
+  const std::size_t m_rangees;
+  std::size_t m_faites = 0;
+  std::set<unsigned> m_toutes;  ///< sorts that were answered with "Tous"
+  unsigned m_refusees = 0;
+  unsigned m_premierRefus = 0;
+  std::string m_texteRefus;
+  bool m_arretee = false, m_progression = false;
+};
+
 /// The store's last failure. The operations on entries have told theirs through the
 /// store's callback; those of units, files and readings are told by `RefusMagasin`.
 ResultatSaisie EchecMagasin(CFenlorApp& app);
@@ -53,11 +85,12 @@ bool DansExercice(CFenlorApp& app, Date date);
 ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne);
 ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date);
 
+/// Number of the entry to save: that of an existing one, or the one asked for. A new entry's is never below
+/// the next free one of its journal and month, whatever the caller saw of them.
+ResultatSaisie NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouvement& entete,
+                        u32& ligne);
+
 /// Both currencies of an amount of the master currency.
-struct DeuxMonnaies {
-  f64 franc = 0;
-  f64 euro = 0;
-};
 DeuxMonnaies EnDeuxMonnaies(bool euro, f64 taux, f64 montant);
 
 /// Whole cents of an amount that a field holds.

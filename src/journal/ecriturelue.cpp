@@ -13,7 +13,13 @@ namespace {
 
 /// What simple and standard records have alike.
 template <class Ecriture>
-void LitCommun(CFenlorApp& app, const Ecriture& rec, SaisieEcriture& saisie) {
+void LitCommun(CFenlorApp& app, const Ecriture& rec, EcritureLue& ecriture) {
+  ecriture.stockes = {{rec.MontantFranc, rec.MontantEuro},
+                      {rec.RepartitionFranc, rec.RepartitionEuro},
+                      {rec.TaxeFranc, rec.TaxeEuro},
+                      LitTexte(rec.CompteTaxe),
+                      rec.TauxTaxe};
+  SaisieEcriture& saisie = ecriture.saisie;
   saisie.compte = LitTexte(rec.Compte);
   if (saisie.compte.empty()) saisie.compte = LitTexte(rec.ComptePerso);
   MontantsSaisie& m = saisie.montants;
@@ -34,6 +40,7 @@ void LitLignes(CFenlorApp& app, const EcrStandard& rec, EcritureLue& ecriture) {
     ligne.compte = LitTexte(lue.Compte);
     ligne.montant = MontantDeChamp(ecriture.saisie.euro ? lue.MontantEuro : lue.MontantFranc);
     ligne.paiement = lue.ModePaiement;
+    ligne.stocke = {lue.MontantFranc, lue.MontantEuro};
     ligne.marques = {lue.Pointee != 0, lue.Rapprochee != 0, lue.Remise != 0, lue.Validee != 0};
     ecriture.lignes.push_back(ligne);
     Plan plan;
@@ -74,7 +81,7 @@ ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture
   if (entete.Genre == GenreSimple) {
     EcrSimple rec{};
     if (!magasin.ReadEcrSimple(app.PathExercice, mouvement, rec)) return RefusMagasin(app);
-    LitCommun(app, rec, saisie);
+    LitCommun(app, rec, ecriture);
     saisie.tresorerie = LitTexte(rec.CompteTresorerie);
     saisie.paiement = rec.ModePaiement;
     ecriture.marques.rapprochee = rec.Rapprochee != 0;
@@ -84,7 +91,7 @@ ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture
   EcrStandard rec{};
   const bool lu = magasin.ReadEcrStandard(app.PathExercice, mouvement, rec);
   if (lu) {
-    LitCommun(app, rec, saisie);
+    LitCommun(app, rec, ecriture);
     LitLignes(app, rec, ecriture);
   }
   magasin.LibereLignes(rec);

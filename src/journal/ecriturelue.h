@@ -11,13 +11,23 @@ struct MarquesEcriture {
   bool pointee = false, rapprochee = false, remise = false, validee = false;
 };
 
-/// A treasury line with the marks of its record.
+/// A treasury line with what else its record holds.
 struct LigneTresorLue : LigneTresorSaisie {
   MarquesEcriture marques;
+  DeuxMonnaies stocke;
+};
+
+/// Amounts as they are stored. The tax may differ by a cent from the one that the form shows, which follows
+/// from the share as it was rounded.
+struct MontantsStockes {
+  DeuxMonnaies montant, repartition, taxe;
+  std::string compteTaxe;
+  f64 taux = 0;
 };
 
 struct EcritureLue {
   SaisieEcriture saisie;  ///< all but `tresoreries`
+  MontantsStockes stockes;
   std::vector<LigneTresorLue> lignes;
   /// Of a standard entry reconciled and deposited are true when all its bank lines are, and there is one.
   MarquesEcriture marques;

@@ -72,7 +72,6 @@ class Examen {
 
   void Commence(const Line& ligne) {
     m_mouvement = ligne.Mouvement;
-    m_ligne = ligne.Ligne;
     m_nombre = 0;
     m_validee = true;
     m_surFiltre = m_filtre.empty();
@@ -95,7 +94,6 @@ class Examen {
   }
 
   u32 Mouvement() const { return m_mouvement; }
-  u32 Ligne() const { return m_ligne; }
   u32 Nombre() const { return m_nombre; }
   const SommeCentimes& Somme() const { return m_somme; }
 
@@ -141,7 +139,6 @@ class Examen {
   FichesCritere m_fiches;
 
   u32 m_mouvement = 0;
-  u32 m_ligne = 0;
   u32 m_nombre = 0;
   bool m_validee = true;
   bool m_surFiltre = true;
@@ -262,7 +259,6 @@ bool ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois) 
   const auto termine = [&] {
     if (!examen.Montre()) return;
     mois.entrees.push_back({examen.Mouvement(), examen.Nombre()});
-    mois.derniereLigne = std::max(mois.derniereLigne, examen.Ligne());
     somme.Ajoute(examen.Somme());
   };
   const u16 journal = static_cast<u16>(demande.journal);

@@ -15,8 +15,8 @@ enum ModeListe : u16 { ListeValidees = 1, ListeBrouillard = 2, ListeToutes = 3 }
 
 struct DemandeListe {
   i16 journal = JournalRecettes;
-  Date mois = 0;           ///< first day of the month
-  std::string filtre;      ///< treasury account, long form; empty: all. Not in journal 3
+  Date mois = 0;       ///< first day of the month
+  std::string filtre;  ///< treasury account, long form; empty: all. Not in journal 3
   u16 mode = ListeBrouillard;
   CritereEcriture criteres;
 };
@@ -33,7 +33,6 @@ struct EntreeListe {
 struct MoisJournal {
   std::vector<EntreeListe> entrees;  ///< in the order of date and number
   TotauxListe totaux;
-  u32 derniereLigne = 0;  ///< highest `Ligne` listed (`DerniereLigne`)
 };
 
 /// Walks the journal from the first day of the month while the month byte stays the same,
@@ -48,9 +47,9 @@ bool EstListee(CFenlorApp& app, const DemandeListe& demande, u32 mouvement);
 /// One line of text of a row. Texts Windows-1252, formatted; empty where nothing stands.
 struct RangeeJournal {
   std::string libelle;
-  std::string tresorerie;  ///< code, "***" for several; entry in one row alone
-  f64 franc = 0, euro = 0; ///< entry in one row: of its treasury lines; else of the line
-  bool credit = false;     ///< side of the line; entry in one row: unused
+  std::string tresorerie;   ///< code, "***" for several; entry in one row alone
+  f64 franc = 0, euro = 0;  ///< entry in one row: of its treasury lines; else of the line
+  bool credit = false;      ///< side of the line; entry in one row: unused
   bool pointee = false, remise = false, rapprochee = false, validee = false;
   std::string rubrique, compte, designation;  ///< compte: short form
 };

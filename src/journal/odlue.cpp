@@ -42,6 +42,11 @@ ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
   return {};
 }
 
+void SuitLibelle(std::vector<LigneODLue>& lignes, const std::string& ancien, const std::string& nouveau) {
+  for (LigneODLue& ligne : lignes)
+    if (ligne.libelle == ancien) ligne.libelle = nouveau;
+}
+
 std::vector<LigneODSaisie> LignesSaisies(const std::vector<LigneODLue>& lignes) {
   return {lignes.begin(), lignes.end()};
 }

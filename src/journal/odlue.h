@@ -23,6 +23,9 @@ struct ODLue {
 /// does not exist (3202) or is of another kind (3205).
 ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro = false);
 
+/// The entry's label changes: lines that bear it have no words of their own and follow it.
+void SuitLibelle(std::vector<LigneODLue>& lignes, const std::string& ancien, const std::string& nouveau);
+
 /// The lines alone, as they are saved.
 std::vector<LigneODSaisie> LignesSaisies(const std::vector<LigneODLue>& lignes);
 

@@ -6,6 +6,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "journal/ecriturelue.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -62,6 +63,7 @@ class Enregistrement {
 
   bool EstNouvelle() const { return m_saisie.mouvement == 0; }
   bool EstStandard() const { return m_saisie.genre == GenreStandard; }
+  bool MontantsIntacts() const;
   bool LitTresorerie(const std::string& compte, Plan& plan) {
     return LitCompte(m_app, compte, plan) && plan.Type == Tresorerie;
   }
@@ -75,9 +77,9 @@ class Enregistrement {
   Mouvement m_entete{};  ///< of an existing entry
   Plan m_compte{};
   u32 m_ligne = 0;
-  std::string m_ancienCompte;        ///< of an existing entry
-  std::string m_ancienneTresorerie;  ///< of an existing simple entry
+  EcritureLue m_ancienne;            ///< the existing entry, in the currency of the new one
   std::vector<LineTresor> m_lignes;  ///< `ModePaiement` and account of the list, checked
+  bool m_lignesIntactes = true;      ///< those of a standard entry are what they were
 };
 
 ResultatSaisie Enregistrement::Execute() {
@@ -92,11 +94,7 @@ ResultatSaisie Enregistrement::Execute() {
   if (r) r = CheckComptePerso(m_app);
   if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
   if (!r) return r;
-  m_ligne = m_saisie.ligne ? m_saisie.ligne : u32{m_entete.Ligne};
-  if (m_ligne == 0)
-    m_ligne = m_app.Magasin.GetFreeJournalLine(m_app.PathExercice, static_cast<u16>(m_saisie.journal),
-                                               LitTexte(m_lignes.front().Compte), m_saisie.date);
-  if (m_ligne == 0) return EchecMagasin(m_app);
+  if (r = NumeroDe(m_app, m_saisie.journal, m_saisie.ligne, m_saisie.date, m_entete, m_ligne); !r) return r;
   return EstStandard() ? SauveStandard() : SauveSimple();
 }
 
@@ -106,22 +104,16 @@ ResultatSaisie Enregistrement::ControleEcriture() {
   if (m_entete.Journal != m_saisie.journal || m_entete.Genre == GenreOD)
     return Refus(m_app, ErrChampInvalide, "mouvement",
                  {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
-  QVAPI& magasin = m_app.Magasin;
-  if (m_entete.Genre == GenreSimple) {
-    EcrSimple ancienne{};
-    if (!magasin.ReadEcrSimple(m_app.PathExercice, m_saisie.mouvement, ancienne)) return RefusMagasin(m_app);
-    m_ancienCompte = LitTexte(ancienne.Compte);
-    m_ancienneTresorerie = LitTexte(ancienne.CompteTresorerie);
-  } else {
-    EcrStandard ancienne{};
-    const LignesStandard lignes(magasin, ancienne);
-    if (!magasin.ReadEcrStandard(m_app.PathExercice, m_saisie.mouvement, ancienne))
-      return RefusMagasin(m_app);
-    m_ancienCompte = LitTexte(ancienne.Compte);
-  }
-  // The form shows the personal account where the entry has no other.
-  if (m_ancienCompte.empty()) m_ancienCompte = m_app.Magasin.GetComptePerso();
-  return {};
+  return LitEcriture(m_app, m_saisie.mouvement, m_ancienne, m_saisie.euro);
+}
+
+/// Nothing that the amounts follow from was touched.
+bool Enregistrement::MontantsIntacts() const {
+  const SaisieEcriture& ancienne = m_ancienne.saisie;
+  const MontantsSaisie &avant = ancienne.montants, &apres = m_saisie.montants;
+  return !EstNouvelle() && ancienne.euro == m_saisie.euro && ancienne.compte == LitTexte(m_compte.Compte) &&
+         avant.ttc == m_ttc && avant.professionnel == MontantDeChamp(apres.professionnel) &&
+         avant.taux == apres.taux;
 }
 
 ResultatSaisie Enregistrement::ControleLimites() {
@@ -140,7 +132,7 @@ ResultatSaisie Enregistrement::ControleCompte() {
     const std::string compte = LitTexte(m_compte.Compte);
     const bool duJournal = m_compte.Type == (m_saisie.journal == JournalRecettes ? Recette : Depense);
     const bool persoDejaLa =
-        !EstNouvelle() && compte == m_ancienCompte && compte == m_app.Magasin.GetComptePerso();
+        !EstNouvelle() && compte == m_ancienne.saisie.compte && compte == m_app.Magasin.GetComptePerso();
     if (duJournal || persoDejaLa) return {};
   }
   return Refus(m_app, 3105, "compte");
@@ -161,6 +153,8 @@ ResultatSaisie Enregistrement::ControleLignes() {
   if (m_saisie.tresoreries.empty()) return Refus(m_app, 3035, "tresorerie");
   const f64 taux = m_app.Magasin.GetTauxEuro(m_saisie.date);
   i64 total = 0;
+  const std::vector<LigneTresorLue>& anciennes = m_ancienne.lignes;
+  m_lignesIntactes = anciennes.size() == m_saisie.tresoreries.size() && MontantsIntacts();
   for (const LigneTresorSaisie& saisie : m_saisie.tresoreries) {
     const int indice = static_cast<int>(m_lignes.size());
     const f64 montant = MontantDeChamp(saisie.montant);
@@ -176,13 +170,19 @@ ResultatSaisie Enregistrement::ControleLignes() {
         plan.TypeTresorerie != 0 && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
     m_lignes.push_back(ligne);
     total += CentimesDeChamp(montant);
+    m_lignesIntactes = m_lignesIntactes && anciennes[m_lignes.size() - 1].compte == LitTexte(plan.Compte) &&
+                       anciennes[m_lignes.size() - 1].montant == montant;
+  }
+  for (std::size_t i = 0; m_lignesIntactes && i < m_lignes.size(); ++i) {
+    m_lignes[i].MontantFranc = anciennes[i].stocke.franc;
+    m_lignes[i].MontantEuro = anciennes[i].stocke.euro;
   }
   return total == CentimesDeChamp(m_ttc) ? ResultatSaisie{} : Refus(m_app, 3036, "ttc");
 }
 
 ResultatSaisie Enregistrement::ControleChangement() {
   if (EstStandard() || m_entete.Genre != GenreSimple || EstNouvelle()) return {};
-  if (m_ancienneTresorerie == LitTexte(m_lignes.front().Compte)) return {};
+  if (m_ancienne.saisie.tresorerie == LitTexte(m_lignes.front().Compte)) return {};
   return Demande(m_app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionTresorerieChangee, "tresorerie");
 }
 
@@ -202,21 +202,28 @@ void Enregistrement::Remplit(Ecriture& rec) const {
   PoseTexte(rec.Compte, LitTexte(m_compte.Compte));
   PoseTexte(rec.ComptePerso, magasin.GetComptePerso());
 
+  const bool intacts = MontantsIntacts();
+  const MontantsStockes& stockes = m_ancienne.stockes;
   const f64 taux = magasin.GetTauxEuro(m_saisie.date);
-  const auto deux = [&](f64 montant) { return EnDeuxMonnaies(m_saisie.euro, taux, MontantDeChamp(montant)); };
-  const DeuxMonnaies montant = deux(m_ttc);
-  const DeuxMonnaies repartition = deux(m_saisie.montants.professionnel);
+  const auto deux = [&](f64 saisi, const DeuxMonnaies& stocke) {
+    if (intacts && m_lignesIntactes) return stocke;
+    const f64 montant = !intacts ? MontantDeChamp(saisi) : m_saisie.euro ? stocke.euro : stocke.franc;
+    return EnDeuxMonnaies(m_saisie.euro, taux, montant);
+  };
+  const DeuxMonnaies montant = deux(m_ttc, stockes.montant);
+  const DeuxMonnaies repartition = deux(m_saisie.montants.professionnel, stockes.repartition);
   rec.MontantFranc = montant.franc;
   rec.MontantEuro = montant.euro;
   rec.RepartitionFranc = repartition.franc;
   rec.RepartitionEuro = repartition.euro;
-  const std::string compteTaxe = LitTexte(m_compte.CompteTVA);
-  if (compteTaxe.empty() || m_saisie.montants.taux <= 0) return;
-  const DeuxMonnaies taxe = deux(m_saisie.montants.tva);
+  const std::string compteTaxe = intacts ? stockes.compteTaxe : LitTexte(m_compte.CompteTVA);
+  const f64 tauxTaxe = intacts ? stockes.taux : m_saisie.montants.taux;
+  if (compteTaxe.empty() || tauxTaxe <= 0) return;
+  const DeuxMonnaies taxe = deux(m_saisie.montants.tva, stockes.taxe);
   PoseTexte(rec.CompteTaxe, compteTaxe);
   rec.TaxeFranc = taxe.franc;
   rec.TaxeEuro = taxe.euro;
-  rec.TauxTaxe = m_saisie.montants.taux;
+  rec.TauxTaxe = tauxTaxe;
 }
 
 ResultatSaisie Enregistrement::SauveSimple() {

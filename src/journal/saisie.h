@@ -43,6 +43,11 @@ MontantsSaisie ChaineMontants(CFenlorApp& app, const Plan& compte, f64 ttc);
 /// steps behind it.
 MontantsSaisie ChaineProfessionnel(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professionnel);
 
+struct DeuxMonnaies {
+  f64 franc = 0;
+  f64 euro = 0;
+};
+
 struct LigneTresorSaisie {
   std::string compte;  ///< long form
   f64 montant = 0;     ///< in the master currency
@@ -54,7 +59,7 @@ struct SaisieEcriture {
   i16 journal = JournalRecettes;
   i16 genre = GenreSimple;  ///< GenreStandard: `tresoreries` has the lines
   u32 mouvement = 0;        ///< 0 for a new entry
-  u32 ligne = 0;            ///< 0: the next free one (or the one the entry has)
+  u32 ligne = 0;            ///< of a new entry at least the next free one; 0: that, or the one the entry has
   Date date = 0;
   std::string compte;  ///< long form; empty: none chosen
   std::string libelle;
@@ -75,6 +80,10 @@ struct SaisieEcriture {
 /// 3106 amount ("ttc"); a simple entry: 3105 ("tresorerie"); a standard one: 3035 no
 /// lines, then for each line 3105 and 3106, then 3036 total; 3300 the treasury
 /// account of a simple entry was changed; 3055 personal account; 3041 Franc too late.
+///
+/// An existing entry keeps the amounts that are stored as long as account, T.T.C., professional share, rate
+/// and currency are those that `LitEcriture` gives; those of the other currency too unless the lines of a
+/// standard entry change.
 ///
 /// An empty label takes the account's designation. Off a bank account the payment
 /// mode is "Autre" for a simple entry and "Chèque" for a treasury line.
@@ -110,7 +119,8 @@ f64 SoldeOD(const std::vector<LigneODSaisie>& lignes);
 /// and then a line for the difference follows the others.
 ///
 /// An existing entry is written anew under its number; a line whose account and side
-/// it had already keeps its marks and its reconciliation, matched in order.
+/// it had already keeps its marks and its reconciliation, matched in order. While no account and no amount
+/// changes the amounts of the other currency stay as they are stored.
 ResultatSaisie EnregistreOD(CFenlorApp& app, const SaisieOD& saisie);
 
 /// The personal share account exists in the chart; else 3055 is asked. Whoever answers

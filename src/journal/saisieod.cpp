@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "core/textes.h"
@@ -26,6 +27,8 @@ class EnregistrementOD {
   ResultatSaisie Sauve();
   bool LitAnciennes();
   Line FaitLigne(const std::string& compte, const std::string& designation, f64 signe, i16 paiement);
+  void FaitLignes();
+  bool SontIntactes() const;
   bool AjouteLigne(Line ligne);
 
   CFenlorApp& m_app;
@@ -34,6 +37,8 @@ class EnregistrementOD {
   Mouvement m_entete{};
   std::vector<Plan> m_comptes;    ///< of the lines, checked
   std::vector<Line> m_anciennes;  ///< lines of the existing entry that no new line took over yet
+  std::vector<Line> m_lignes;     ///< to be written
+  bool m_memeMonnaie = true;      ///< the entry was in this currency, or is shown in Euro
 };
 
 ResultatSaisie EnregistrementOD::Execute() {
@@ -111,6 +116,35 @@ Line EnregistrementOD::FaitLigne(const std::string& compte, const std::string& d
   return ligne;
 }
 
+/// The lines as they were typed, and one for the difference.
+void EnregistrementOD::FaitLignes() {
+  for (std::size_t i = 0; i < m_saisie.lignes.size(); ++i) {
+    const LigneODSaisie& saisie = m_saisie.lignes[i];
+    const Plan& plan = m_comptes[i];
+    const i16 paiement =
+        plan.Type == Tresorerie && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+    const std::string& designation = saisie.libelle.empty() ? m_saisie.libelle : saisie.libelle;
+    m_lignes.push_back(FaitLigne(LitTexte(plan.Compte), designation, Signe(saisie), paiement));
+  }
+  const f64 solde = SoldeOD(m_saisie.lignes);
+  if (solde == 0) return;
+  QVAPI& magasin = m_app.Magasin;
+  const std::string compte = solde < 0 ? magasin.GetCompteEcartCredit() : magasin.GetCompteEcartDebit();
+  m_lignes.push_back(FaitLigne(compte, {}, -solde, PaiementAutre));
+}
+
+/// Accounts, sides and amounts are those of the existing entry, line by line.
+bool EnregistrementOD::SontIntactes() const {
+  const auto montant = [&](const Line& ligne) -> f64 {
+    return MontantDeChamp(m_saisie.euro ? ligne.MontantEuro : ligne.MontantFranc);
+  };
+  return m_memeMonnaie && std::equal(m_lignes.begin(), m_lignes.end(), m_anciennes.begin(), m_anciennes.end(),
+                                     [&](const Line& une, const Line& autre) {
+                                       return LitTexte(une.Compte) == LitTexte(autre.Compte) &&
+                                              !une.Sens == !autre.Sens && montant(une) == montant(autre);
+                                     });
+}
+
 bool EnregistrementOD::AjouteLigne(Line ligne) {
   ligne.Mouvement = m_entete.Mouvement;
   ligne.Journal = m_entete.Journal;
@@ -125,6 +159,8 @@ bool EnregistrementOD::AjouteLigne(Line ligne) {
   for (auto ancienne = m_anciennes.begin(); ancienne != m_anciennes.end(); ++ancienne) {
     if (LitTexte(ancienne->Compte) != LitTexte(ligne.Compte) || !ancienne->Sens != !ligne.Sens) continue;
     CopieMarques(*ancienne, ligne);
+    // Nobody chooses the mode there: that of a deviation stays.
+    if (ligne.TypeCompte != Tresorerie) ligne.ModePaiement = ancienne->ModePaiement;
     m_anciennes.erase(ancienne);
     break;
   }
@@ -135,6 +171,7 @@ ResultatSaisie EnregistrementOD::Sauve() {
   QVAPI& magasin = m_app.Magasin;
   const std::string& exercice = m_app.PathExercice;
   QVAPI::Unite unite(magasin);
+  const Mouvement ancienne = m_entete;
   if (m_saisie.mouvement == 0) {
     m_entete.Journal = m_saisie.journal;
     m_entete.Mouvement = magasin.GetFreeMouvementsID(exercice, static_cast<u16>(m_saisie.journal));
@@ -143,30 +180,29 @@ ResultatSaisie EnregistrementOD::Sauve() {
   } else if (!magasin.RemoveMouvements(exercice, m_saisie.mouvement)) {
     return EchecMagasin(m_app);
   }
+  u32 numero = 0;
+  if (const ResultatSaisie r =
+          NumeroDe(m_app, m_entete.Journal, m_saisie.ligne, m_saisie.date, ancienne, numero);
+      !r)
+    return r;
+  if (m_entete.Mouvement == 0) return EchecMagasin(m_app);
+  m_memeMonnaie = m_saisie.euro || !m_entete.SaisieEuro;
+  m_entete.Ligne = numero;
   m_entete.Genre = GenreOD;
   PoseTexte(m_entete.Libelle, m_saisie.libelle);
   m_entete.Date = m_saisie.date;
-  if (m_saisie.ligne) m_entete.Ligne = m_saisie.ligne;
-  if (m_entete.Ligne == 0)
-    m_entete.Ligne =
-        magasin.GetFreeJournalLine(exercice, static_cast<u16>(m_entete.Journal), {}, m_saisie.date);
-  if (m_entete.Mouvement == 0 || m_entete.Ligne == 0) return EchecMagasin(m_app);
   m_entete.SaisieEuro = m_saisie.euro;
   m_entete.Validee = m_saisie.validee;
 
-  for (std::size_t i = 0; i < m_saisie.lignes.size(); ++i) {
-    const LigneODSaisie& saisie = m_saisie.lignes[i];
-    const Plan& plan = m_comptes[i];
-    const i16 paiement =
-        plan.Type == Tresorerie && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
-    const std::string& designation = saisie.libelle.empty() ? m_saisie.libelle : saisie.libelle;
-    if (!AjouteLigne(FaitLigne(LitTexte(plan.Compte), designation, Signe(saisie), paiement)))
-      return EchecMagasin(m_app);
+  FaitLignes();
+  if (SontIntactes()) {
+    for (std::size_t i = 0; i < m_lignes.size(); ++i) {
+      m_lignes[i].MontantFranc = m_anciennes[i].MontantFranc;
+      m_lignes[i].MontantEuro = m_anciennes[i].MontantEuro;
+    }
   }
-  if (const f64 solde = SoldeOD(m_saisie.lignes); solde != 0) {
-    const std::string compte = solde < 0 ? magasin.GetCompteEcartCredit() : magasin.GetCompteEcartDebit();
-    if (!AjouteLigne(FaitLigne(compte, {}, -solde, PaiementAutre))) return EchecMagasin(m_app);
-  }
+  for (const Line& ligne : m_lignes)
+    if (!AjouteLigne(ligne)) return EchecMagasin(m_app);
   if (!unite.Valide()) return RefusMagasin(m_app);
   ResultatSaisie r;
   r.mouvement = m_entete.Mouvement;

@@ -174,21 +174,30 @@ ResultatLot TraiteBrouillard(CFenlorApp& app, const DemandeValidation& demande) 
   return TraitementBrouillard(app, demande).Execute();
 }
 
-ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande) {
   if (app.PathExercice.empty()) return Refus(app, ErrAucunExercice);
-  if (const ResultatSaisie r = Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionRenumerotation);
-      !r)
-    return r;
+  DemandeListe entiere;
+  entiere.journal = demande.journal;
+  entiere.mois = demande.mois;
+  entiere.mode = ListeToutes;
+  MoisJournal mois, toutes;
+  if (!ListeMois(app, demande, mois) || !ListeMois(app, entiere, toutes)) return EchecMagasin(app);
+  const std::size_t cachees = toutes.entrees.size() - mois.entrees.size();
+  const ResultatSaisie reponse =
+      cachees == 0 ? Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionRenumerotation)
+                   : Demande(app, BoutonsNonOuiAnnuler | IconeAttention, RepOui, QuestionRenumeroterPartie,
+                             "", {std::to_string(cachees)});
+  if (!reponse) return reponse;
   const Progression progression(app.Boite, Texte(TitreApplication), Texte(TexteRenumerotation), false,
-                                static_cast<u32>(2 * mouvements.size()));
+                                static_cast<u32>(2 * mois.entrees.size()));
   LivresOuverts livres;
   if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
   QVAPI::Unite unite(app.Magasin);
   u32 numero = 0;
-  for (const u32 mouvement : mouvements) {
+  for (const auto& [mouvement, lignes] : mois.entrees) {
     Mouvement entete{};
     app.Boite.Step();
-    if (mouvement != 0 && app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) {
+    if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) {
       entete.Ligne = ++numero;
       if (!app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete)) return EchecMagasin(app);
     }
@@ -234,20 +243,21 @@ bool PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
 bool DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois) {
   LivresOuverts livres;
   if (!livres.Ouvre(app)) return false;
-  std::vector<u32> liees;  // told behind the unit: no message waits for an answer inside one
+  std::size_t liees = 0;  // told behind the unit: no message waits for an answer inside one
   {
     QVAPI::Unite unite(app.Magasin);
     for (const u32 mouvement : mouvements) {
       Mouvement entete{};
       if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
       if (entete.LienId != 0)
-        liees.push_back(mouvement);
+        ++liees;
       else if (!DeplaceEcriture(app, mouvement, mois))
         return false;
     }
     if (!unite.Valide()) return bool{RefusMagasin(app)};
   }
-  for (const u32 mouvement : liees) DeplaceEcriture(app, mouvement, mois);
+  Serie serie(app, mouvements.size());
+  for (std::size_t i = 0; i < liees; ++i) serie.Refus(3103);
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "journal/listejournal.h"
 #include "journal/saisie.h"
 
 namespace fenlor {
@@ -31,9 +32,10 @@ struct ResultatLot {
 /// one unit of work.
 ResultatLot TraiteBrouillard(CFenlorApp& app, const DemandeValidation& demande);
 
-/// Asks 3316, then numbers these entries from 1 in their order, validated ones too; one that cannot
-/// be read is left out without using a number. One unit of work. A closed exercice does not matter.
-ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
+/// Numbers the entries of a list from 1 in its order, validated ones too; one that cannot be read is left out
+/// without using a number. Asks 3316 before, or, while other entries of the journal's month are not in the
+/// list, 3430 with "Non" first. One unit of work. A closed exercice does not matter. `ligne`: how many.
+ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande);
 
 /// First test of "another month": 3056 closed exercice, 3202 unknown, 3103 linked. `mois`: of the entry.
 ResultatSaisie ControleDeplacement(CFenlorApp& app, u32 mouvement, unsigned& mois);
@@ -41,13 +43,24 @@ ResultatSaisie ControleDeplacement(CFenlorApp& app, u32 mouvement, unsigned& moi
 /// Refused as above.
 ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois);
 
-
 // Commands of a window on its selected rows. Entries that are not there any more are left out in
 // silence; the others are one unit of work. False, told, when the books could not be written.
 
 /// Flips the pointing mark of each.
 bool PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
-/// Puts them into another month. Linked ones stay, and each is told (3103) when the others are on disk.
+/// Puts them into another month. Linked ones stay, which is told when the others are on disk: 3103, several
+/// 3431 with it.
 bool DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois);
+
+// The commands on one entry (journal/saisie.h) over a selection; each entry is a unit of its own. With more
+// than one row "Annuler" ends the command, what was done stays; "Tous" is yes for all that follow of the
+// same sort, with progress and a way to stop. A plain deletion is another sort than that of a reconciled
+// or linked entry, reconciling another than taking it back; the three questions of a validation are one.
+// Refusals are told at the end, several as 3431. All return the number of entries done.
+
+u32 SupprimeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
+u32 ValideEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
+/// Each as it needs it: reconciled, or no more when it is already. Entries without a bank line are left out.
+u32 RapprocheEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
 
 }  // namespace fenlor

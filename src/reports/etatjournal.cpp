@@ -14,7 +14,7 @@ char Marque(bool posee, char lettre) { return posee ? lettre : '.'; }
 
 void CEtatJournalDoc::SetCriteres(const DemandeListe& demande, bool comptable) {
   m_demande = demande;
-  m_comptable = comptable;
+  m_comptable = comptable || demande.journal == JournalOD;
 }
 
 bool CEtatJournalDoc::BuildEtat() {

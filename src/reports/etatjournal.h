@@ -10,7 +10,8 @@ namespace fenlor {
 class CEtatJournalDoc : public CEtatComptable {
  public:
   using CEtatComptable::CEtatComptable;
-  /// What to print; to be called before the report is built. `comptable`: one row a line. A filter
+  /// What to print; to be called before the report is built. `comptable`: one row a line, as
+  /// always in journal 3. A filter
   /// that is not in the chart is none.
   void SetCriteres(const DemandeListe& demande, bool comptable);
 

@@ -10,6 +10,10 @@ namespace {
 
 constexpr unsigned joursSemaine = 7;
 
+Date Fin(const CadrePeriode& cadre, FinSemaine fin) {
+  return fin == FinSemaine::Limite ? cadre.Limite() : cadre.fin;
+}
+
 BornesPeriode Semaine(const CadrePeriode& cadre, Date jour, Date limite) {
   BornesPeriode bornes;
   GetWeek(jour, bornes.du, bornes.au);
@@ -22,12 +26,12 @@ CadrePeriode LitCadrePeriode(CFenlorApp& app) {
   return {app.Reglages.GetDebutExercice(), app.Reglages.GetFinExercice(), app.Magasin.Today()};
 }
 
-std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre) {
+std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre, FinSemaine fin) {
   std::vector<LignePeriode> lignes;
   if (!IsDateOk(cadre.debut) || !IsDateOk(cadre.fin)) return lignes;
   const Date limite = cadre.Limite();
   for (Date jour = cadre.debut; cadre.debut <= limite;) {
-    const BornesPeriode semaine = Semaine(cadre, jour, limite);
+    const BornesPeriode semaine = Semaine(cadre, jour, Fin(cadre, fin));
     lignes.push_back({TexteFormat(FormatSemaine, {StrDate(semaine.du), StrDate(semaine.au)}), semaine.au});
     if (semaine.au >= limite) break;
     for (unsigned i = 0; i < joursSemaine; ++i) jour = NextDate(jour);
@@ -56,8 +60,7 @@ int MoisPropose(const CadrePeriode& cadre) { return static_cast<int>(Mois(cadre.
 BornesPeriode BornesDe(const CadrePeriode& cadre, Periode periode, Date jour, FinSemaine fin) {
   BornesPeriode bornes{cadre.debut, cadre.fin};
   if (periode == Periode::Aujourdhui) bornes = {cadre.aujourdhui, cadre.aujourdhui};
-  if (periode == Periode::Semaine && IsDateOk(jour))
-    bornes = Semaine(cadre, jour, fin == FinSemaine::Limite ? cadre.Limite() : cadre.fin);
+  if (periode == Periode::Semaine && IsDateOk(jour)) bornes = Semaine(cadre, jour, Fin(cadre, fin));
   if (periode == Periode::Mois && IsDateOk(jour)) GetMonth(jour, bornes.du, bornes.au);
   return bornes;
 }

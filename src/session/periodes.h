@@ -24,13 +24,19 @@ struct CadrePeriode {
 /// Of the open exercice.
 CadrePeriode LitCadrePeriode(CFenlorApp& app);
 
+/// How far the current week reaches.
+enum class FinSemaine {
+  Limite,    ///< not beyond today
+  Exercice,  ///< to its Sunday
+};
 /// A row of the week list or of the month list; `valeur` is a day of that week, the first of that month.
 struct LignePeriode {
   std::string texte;  ///< "du 01/03/2003 au 02/03/2003", "Mars"
   Date valeur = 0;
 };
-/// The weeks from the first day of the exercice to the limit, cut to both. None for a wrong exercice.
-std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre);
+/// The weeks from the first day of the exercice to that of the limit, cut to the exercice and, the last one,
+/// as `fin` tells: each row names the days that `BornesDe` gives for it. None for a wrong exercice.
+std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre, FinSemaine fin = FinSemaine::Limite);
 /// January to December of the year in which the exercice begins, wherever it begins.
 std::vector<LignePeriode> MoisPeriode(const CadrePeriode& cadre);
 /// First days of the months of the open exercice, from that of its first day through that of its last.
@@ -44,11 +50,6 @@ int MoisPropose(const CadrePeriode& cadre);
 struct BornesPeriode {
   Date du = 0, au = 0;
   bool operator==(const BornesPeriode&) const = default;
-};
-/// How far the current week reaches.
-enum class FinSemaine {
-  Limite,    ///< not beyond today
-  Exercice,  ///< to its Sunday
 };
 /// Days of a choice. `jour`: value of the row chosen, for a week or a month. A week is cut to the exercice, a
 /// month is whole; `Libre` gives what its dates begin with, the exercice.

@@ -45,6 +45,8 @@ BoutonMessage Bouton(int reponse) {
       return {u"&Ignorer"_s, reponse, ""};
     case RepOui:
       return {u"&Oui"_s, reponse, "valider"};
+    case RepTous:
+      return {u"&Tous"_s, reponse, ""};
     default:
       return {u"&Non"_s, reponse, ""};
   }
@@ -62,6 +64,8 @@ std::vector<int> Reponses(unsigned style) {
       return {RepOui, RepNon};
     case BoutonsReessayerAnnuler:
       return {RepReessayer, RepAnnuler};
+    case BoutonsSerie:
+      return {RepOui, RepNon, RepTous, RepAnnuler};
     default:
       return {RepOk};
   }
@@ -90,6 +94,8 @@ QIcon Icone(unsigned style, const QStyle& apparence) {
 std::vector<BoutonMessage> BoutonsDe(unsigned style) {
   std::vector<BoutonMessage> boutons;
   for (const int reponse : Reponses(style)) boutons.push_back(Bouton(reponse));
+  // Four letters for four buttons: "&Non" has the one of "A&nnuler".
+  if ((style & masqueBoutons) == BoutonsSerie) boutons.back().texte = u"&Annuler"_s;
   return boutons;
 }
 

@@ -220,6 +220,30 @@ TEST_F(Saisir, ChangementsEtMarques) {
   EXPECT_EQ(journal[1]["Rapprochee"], 1);
 }
 
+TEST_F(Saisir, CommeDansLaFenetre) {
+  Verifie(
+      {{R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100,"professionnel":60,"tresorerie":"BQ"})",
+        R"({"erreur":3205})"},
+       {R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100,"tresoreries":[{"compte":"CCP","montant":40},{"compte":"BQ","montant":60,"paiement":"autre"}]})",
+        R"({"mouvement":1,"ligne":1})"},
+       {R"({"mouvement":1,"professionnel":60})", R"({"erreur":3205})"},
+       // The line that stays keeps its mode of payment, to and fro.
+       {R"({"mouvement":1,"tresorerie":"BQ"})", R"({"mouvement":1,"ligne":1})"},
+       {R"({"mouvement":1,"tresoreries":[{"compte":"BQ","montant":30},{"compte":"CCP","montant":70}]})",
+        R"({"mouvement":1,"ligne":1})"},
+       // Lines that bear the label of an opération diverse follow it.
+       {R"({"journal":"od","date":"18/03/2003","libelle":"Apport","lignes":[{"compte":"512","debit":10},{"compte":"530","libelle":"Retrait","credit":10}]})",
+        R"({"mouvement":2,"ligne":1})"},
+       {R"({"mouvement":2,"libelle":"Versement"})", R"({"mouvement":2,"ligne":1})"}},
+      {"saisir"});
+  const auto journal = Journal();
+  ASSERT_EQ(journal.size(), 5u);
+  EXPECT_EQ(journal[1]["ModePaiement"], 1) << "512";
+  EXPECT_EQ(journal[2]["ModePaiement"], 0);
+  EXPECT_EQ(journal[3]["Designation"], "Versement");
+  EXPECT_EQ(journal[4]["Designation"], "Retrait");
+}
+
 TEST_F(Saisir, OuiRepondAuxQuestions) {
   Verifie(
       {{R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100,"tresorerie":"BQ","valider":true})",

@@ -104,8 +104,12 @@ TEST_F(TraitementsCtl, RenumeroterEtDeplacer) {
   EXPECT_EQ("21", numeros()) << "in the order of the window: by date";
   ASSERT_EQ(StatutFait, Lance({"valider", "--mouvement", "1"}).statut);
   r = Lance({"renumeroter", "--journal", "recettes", "--mois", "3/2003", "--mode", "validees", "--json"});
+  EXPECT_EQ(0u, r.erreurs.find("Erreur 3430 : ")) << r.erreurs;
+  EXPECT_EQ("21", numeros()) << "a partial list would leave duplicates";
+  r = Lance(
+      {"renumeroter", "--journal", "recettes", "--mois", "3/2003", "--mode", "validees", "--json", "--oui"});
   EXPECT_EQ("{\"ecritures\":1}\n", r.sortie) << r.erreurs;
-  EXPECT_EQ("11", numeros()) << "a partial list leaves duplicates";
+  EXPECT_EQ("11", numeros());
   r = Lance({"renumeroter", "--journal", "recettes", "--mois", "01/2004"});
   EXPECT_EQ(0u, r.erreurs.find("Erreur 3205 : ")) << "not of the exercice";
 
@@ -136,7 +140,8 @@ TEST_F(TraitementsCtl, UneSeuleUnite) {
     return compteur.Compte(SystemeFautif::Synchro);
   };
   for (const char* commande : {"deplacer", "valider"}) {
-    std::vector<std::string> une{commande, "--mouvement", "1"}, toutes{commande, "--mouvement", "2", "3", "1"};
+    std::vector<std::string> une{commande, "--mouvement", "1"},
+        toutes{commande, "--mouvement", "2", "3", "1"};
     if (une[0] == "deplacer") {
       une.insert(une.end(), {"--mois", "5"});
       toutes.insert(toutes.end(), {"--mois", "8"});

@@ -78,7 +78,6 @@ class Temoin {
       const std::vector<Line>& lignes = m_livres.at(mouvement);
       if (!Montre(lignes)) continue;
       mois.entrees.push_back({mouvement, static_cast<u32>(lignes.size())});
-      mois.derniereLigne = std::max(mois.derniereLigne, +lignes[0].Ligne);
       for (const Line& l : lignes) {
         const bool filtre = !m_demande.filtre.empty();
         if (filtre && LitTexte(l.Compte) != m_demande.filtre) continue;
@@ -262,7 +261,6 @@ TEST_F(Criteres, CommeUnFiltreNaif) {
       ASSERT_EQ(numeros, attendus);
       for (std::size_t i = 0; i < numeros.size(); ++i)
         EXPECT_EQ(mois.entrees[i].lignes, attendu.entrees[i].lignes);
-      EXPECT_EQ(mois.derniereLigne, attendu.derniereLigne);
       const auto totaux = [](const TotauxListe& t) {
         return std::array{t.debitFranc, t.creditFranc, t.debitEuro, t.creditEuro};
       };

@@ -227,7 +227,6 @@ TEST_F(ListeJournal, RangeesDeChaqueSorte) {
   EXPECT_EQ(Rangees(900, false), Textes{"Ancienne|CA|25.00||706|Honoraires"});
   const DemandeListe caisse = Demande(JournalRecettes, ListeBrouillard, "531");
   EXPECT_EQ(Numeros(caisse), std::vector<u32>{900});
-  EXPECT_EQ(Liste(caisse).derniereLigne, 7u);
   EXPECT_EQ(Liste(caisse).entrees.front().lignes, 2u);
 
   EXPECT_FALSE(LitEntreeJournal(App(), 12345, false, {}, entree));
@@ -259,10 +258,8 @@ TEST_F(ListeJournal, SansExercice) {
   App().NomExercice.clear();
   App().PathExercice.clear();
   MoisJournal mois;
-  mois.derniereLigne = 5;
   EXPECT_TRUE(ListeMois(App(), demande, mois));
   EXPECT_TRUE(mois.entrees.empty());
-  EXPECT_EQ(mois.derniereLigne, 0u);
   EXPECT_FALSE(EstListee(App(), demande, 1));
   EXPECT_TRUE(Boite.Erreurs.empty());
 }

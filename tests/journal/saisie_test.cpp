@@ -4,6 +4,7 @@
 
 #include "core/textes.h"
 #include "journal/cabinetmedical.h"
+#include "journal/ecriturelue.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {
@@ -153,6 +154,17 @@ TEST_F(SaisieTest, EnTeteDeLEcriture) {
   ASSERT_TRUE(Magasin().ReadEcrSimple(App().PathExercice, seconde.mouvement, rec));
   EXPECT_EQ("", LitTexte(rec.CompteTaxe));
   EXPECT_EQ(0, f64{rec.TaxeEuro});
+}
+
+TEST_F(SaisieTest, UnNumeroNeRevientPas) {
+  for (u32 attendu = 1; attendu <= 3; ++attendu) {
+    SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 10);
+    saisie.ligne = 2;
+    EXPECT_EQ(attendu + 1, EnregistreEcriture(App(), saisie).ligne);
+    SaisieOD od = OD({{"512", {}, 10, 0}, {"531", {}, 0, 10}});
+    od.ligne = 2;
+    EXPECT_EQ(attendu + 1, EnregistreOD(App(), od).ligne);
+  }
 }
 
 TEST_F(SaisieTest, ModeDePaiement) {
@@ -458,6 +470,49 @@ TEST_F(ModificationTest, SimpleDevientStandardEtRetour) {
   EXPECT_EQ(GenreSimple, int{Entete(m_mouvement).Genre});
   EXPECT_EQ(3u, Lignes(m_mouvement).size());
   EXPECT_EQ(0, f64{LitCompte("531").CreditEuro});
+}
+
+/// What is stored may be off by a cent from what the chain of amounts would make of what the form shows.
+TEST_F(ModificationTest, LesMontantsRestentTantQueRienNeLesTouche) {
+  SaisieEcriture saisie = Ecriture(JournalDepenses, "6154", 1);
+  const auto relue = [&](u32 mouvement) {
+    EcritureLue lue;
+    EXPECT_TRUE(LitEcriture(App(), mouvement, lue));
+    lue.saisie.tresoreries.assign(lue.lignes.begin(), lue.lignes.end());
+    return lue.saisie;
+  };
+  for (int centimes = 1001; centimes < 1060; ++centimes) {
+    saisie.montants = ChaineMontants(App(), LitCompte("6154"), centimes / 100.0);
+    const u32 mouvement = Enregistre(saisie);
+    // An amount of the other currency that no rate of today gives, as an adjustment leaves it.
+    ChangeLignes(mouvement,
+                 [](Line& l) { l.MontantFranc += l.Rang == 1 || l.Role == RoleTresorerie ? 0.01 : 0; });
+    const Textes avant = LignesLues(mouvement);
+    SaisieEcriture telle = relue(mouvement);
+    telle.libelle = "Autre";
+    telle.date = FaitDate(16, 3, 2003);
+    ASSERT_TRUE(EnregistreEcriture(App(), telle));
+    EXPECT_EQ(avant, LignesLues(mouvement)) << centimes;
+    telle.montants.professionnel = 0;
+    telle.montants.tva = 0;
+    ASSERT_TRUE(EnregistreEcriture(App(), telle));
+    EXPECT_EQ(2u, Lignes(mouvement).size()) << "another share";
+  }
+  saisie.genre = GenreStandard;
+  saisie.montants = ChaineMontants(App(), LitCompte("6154"), 10.01);
+  saisie.tresoreries = {{Long("512"), 4}, {Long("514"), 6.01}};
+  for (const bool repartie : {false, true}) {
+    const u32 mouvement = Enregistre(saisie);
+    ChangeLignes(mouvement, [](Line& l) { l.MontantFranc += l.Rang == 1 || l.Rang == 3 ? 0.01 : 0; });
+    const std::vector<Line> avant = Lignes(mouvement);
+    SaisieEcriture telle = relue(mouvement);
+    if (repartie) std::swap(telle.tresoreries[0].montant, telle.tresoreries[1].montant);
+    ASSERT_TRUE(EnregistreEcriture(App(), telle));
+    const std::vector<Line> apres = Lignes(mouvement);
+    ASSERT_EQ(avant.size(), apres.size());
+    EXPECT_EQ(!repartie, +avant[1].MontantFranc == +apres[1].MontantFranc) << "derived anew with the lines";
+    EXPECT_EQ(+avant[1].MontantEuro, +apres[1].MontantEuro) << "the tax stays";
+  }
 }
 
 TEST_F(ModificationTest, LeComptePersonnelResteOuIlEtait) {

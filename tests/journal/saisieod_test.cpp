@@ -1,5 +1,6 @@
 #include "core/textes.h"
 #include "journal/cabinetmedical.h"
+#include "journal/odlue.h"
 #include "outils/systemefautif.h"
 #include "store/texte1252.h"
 
@@ -166,6 +167,30 @@ TEST_F(SaisieODTest, ModificationGardeNumeroEtMarques) {
   EXPECT_EQ(0u, u32{Lignes(mouvement)[0].Rapprochee}) << "the same account on the other side is another line";
 }
 
+TEST_F(SaisieODTest, CeQuiNEstPasChangeReste) {
+  Boite.Reponses = {RepOui};
+  const u32 mouvement = EnregistreLesLignes({Debit("512", 10), Credit("531", 9.99)});
+  ChangeLignes(mouvement, [](Line& ligne) { ligne.MontantFranc += ligne.Rang < 2 ? 0.01 : 0; });
+  const auto modes = [&] {
+    std::vector<int> tous;
+    for (const Line& ligne : Lignes(mouvement)) tous.push_back(ligne.ModePaiement);
+    return tous;
+  };
+  const Textes avant = LignesLues(mouvement);
+  ASSERT_EQ((std::vector<int>{PaiementCheque, PaiementCheque, PaiementAutre}), modes());
+  ODLue od;
+  ASSERT_TRUE(LitOD(App(), mouvement, od));
+  od.saisie.libelle = "Autre";
+  od.saisie.lignes = LignesSaisies(od.lignes);
+  ASSERT_TRUE(EnregistreOD(App(), od.saisie));
+  EXPECT_EQ(avant, LignesLues(mouvement));
+  EXPECT_EQ((std::vector<int>{PaiementCheque, PaiementCheque, PaiementAutre}), modes()) << "of the deviation";
+  od.saisie.lignes[0].debit = od.saisie.lignes[1].credit = 20;
+  od.saisie.lignes.pop_back();
+  ASSERT_TRUE(EnregistreOD(App(), od.saisie));
+  EXPECT_EQ((Textes{"512 D 20.00 131.19", "531 C 20.00 131.19"}), LignesLues(mouvement));
+}
+
 TEST_F(SaisieODTest, CommandeCachee) {
   SaisieOD saisie = OD({Debit("512", 10), Credit("706", 10)});
   saisie.mouvement = EnregistreOD(App(), saisie).mouvement;
@@ -179,7 +204,8 @@ TEST_F(SaisieODTest, CommandeCachee) {
     u32 validee, lien;
     unsigned refus;  ///< without the command
   };
-  for (const Cas& c : {Cas{1, 0, ErrModificationValidee}, Cas{0, 7, 3103}, Cas{1, 7, ErrModificationValidee}}) {
+  for (const Cas& c :
+       {Cas{1, 0, ErrModificationValidee}, Cas{0, 7, 3103}, Cas{1, 7, ErrModificationValidee}}) {
     pose(c.validee, c.lien);
     saisie.forcee = false;
     saisie.validee = false;

@@ -227,33 +227,50 @@ TEST_F(Traitements, Delier) {
 }
 
 TEST_F(Traitements, Renumerotation) {
-  const u32 a = Recette(FaitDate(1, 3, 2003)), b = Recette(FaitDate(2, 3, 2003)),
-            c = Recette(FaitDate(3, 3, 2003));
-  const u32 cachee = Recette(FaitDate(4, 3, 2003));
-  Valide(b);
+  const u32 a = Recette(FaitDate(3, 3, 2003)), b = Recette(FaitDate(2, 3, 2003)),
+            c = Recette(FaitDate(1, 3, 2003));
+  const u32 validee = Recette(FaitDate(4, 3, 2003));
+  Recette(FaitDate(4, 4, 2003));
+  Valide(validee);
   const auto numeros = [&] {
     std::vector<u32> lignes;
-    for (const u32 m : {a, b, c, cachee}) lignes.push_back(+Entete(m).Ligne);
+    for (const u32 m : {a, b, c, validee}) lignes.push_back(+Entete(m).Ligne);
     return lignes;
   };
-  Boite.Reponses = {RepNon};
-  EXPECT_EQ(unsigned{QuestionRenumerotation}, RenumeroteEcritures(App(), {c, b}).erreur);
+  DemandeListe demande;
+  demande.mois = FaitDate(1, 3, 2003);
+  demande.mode = ListeToutes;
+  Regle("2003", "Cloture", "31/01/2004");
+  Boite.Reponses = {RepNon, RepOui};
+  EXPECT_EQ(unsigned{QuestionRenumerotation}, RenumeroteEcritures(App(), demande).erreur);
   EXPECT_EQ((std::vector<u32>{1, 2, 3, 4}), numeros());
   EXPECT_EQ(0u, Boite.Ouvertures);
-
-  Boite.Reponses = {RepOui};
-  Regle("2003", "Cloture", "31/01/2004");
   const u64 avant = Magasin().NbSynchros();
-  const ResultatSaisie r = RenumeroteEcritures(App(), {c, 999, b, a});
+  const ResultatSaisie r = RenumeroteEcritures(App(), demande);
   EXPECT_TRUE(r);
-  EXPECT_EQ(3u, r.ligne);
-  EXPECT_EQ((std::vector<u32>{3, 2, 1, 4}), numeros()) << "999 is skipped without using a number";
+  EXPECT_EQ(4u, r.ligne);
+  EXPECT_EQ((std::vector<u32>{3, 2, 1, 4}), numeros());
   EXPECT_EQ(avant + 1, Magasin().NbSynchros());
   EXPECT_EQ(8u, Boite.Maximum) << "twice the rows";
   EXPECT_EQ(8u, Boite.Place);
   EXPECT_EQ((std::vector<std::string>{Texte(TexteRenumerotation)}), Boite.Textes);
+  EXPECT_EQ(1u, +Entete(validee).Validee);
+
+  // Others of the month are hidden, whatever hides them.
+  DemandeListe parMode = demande, parCompte = demande, parCritere = demande;
+  parMode.mode = ListeBrouillard;
+  parCompte.filtre = Long("531");
+  parCritere.criteres.TousJours = 0;
+  parCritere.criteres.JourDe = parCritere.criteres.JourA = 4;
+  for (const DemandeListe& partie : {parMode, parCompte, parCritere}) {
+    Boite.Oublie();
+    EXPECT_EQ(unsigned{QuestionRenumeroterPartie}, RenumeroteEcritures(App(), partie).erreur);
+    EXPECT_EQ(BoutonsNonOuiAnnuler | IconeAttention, Boite.Questions.front().style) << "no by default";
+  }
+  Boite.Reponses = {RepOui};
+  ASSERT_TRUE(RenumeroteEcritures(App(), parCritere));
+  EXPECT_EQ((std::vector<u32>{3, 2, 1, 1}), numeros());
   EXPECT_EQ(std::vector<std::string>{}, AnomaliesDesCles());
-  EXPECT_EQ(1u, +Entete(b).Validee);
 }
 
 TEST_F(Traitements, UneSelectionEstUneUnite) {

@@ -108,7 +108,7 @@ TEST_F(EtatsTest, JournalAlwaysInBothCurrencies) {
   VerifieEtat<JournalDeTest>("journal-recettes-lignes", {}, Mois(JournalRecettes, 1), true);
   VerifieEtat<JournalDeTest>("journal-recettes-512", {}, Mois(JournalRecettes, 2, "512"), false);
   VerifieEtat<JournalDeTest>("journal-recettes-512-lignes", {}, Mois(JournalRecettes, 2, "512"), true);
-  VerifieEtat<JournalDeTest>("journal-od", {}, Mois(JournalOD, 2, "512"), true);
+  VerifieEtat<JournalDeTest>("journal-od", {}, Mois(JournalOD, 2, "512"), false);
   EXPECT_EQ(Demandeur.Nombre, 0u);
 
   DemandeListe partielle = Mois(JournalDepenses, 1, "599");
@@ -403,6 +403,7 @@ TEST_P(LivresParAffichage, JournalAddsUpWhatItLists) {
       const auto detail = Rangees(JournalDeTest(App(), Demandeur, demande, true));
       Egales(Montants(Total(detail)), {s.debitFranc, s.creditFranc, s.debitEuro, s.creditEuro},
              Total(detail));
+      if (journal == JournalOD) continue;
       // One row an entry: what came into the treasury, or left it.
       const SommesEtat t = Somme([&](const Line& l) { return listee(l) && l.TypeCompte == Tresorerie; });
       const f64 signe = journal == JournalRecettes ? 1 : -1;

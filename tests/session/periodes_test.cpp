@@ -47,6 +47,10 @@ TEST(Periodes, Semaines) {
       suivant = NextDate(bornes.au);
     }
   }
+  const auto entieres = SemainesPeriode(cas[0].cadre, FinSemaine::Exercice);
+  EXPECT_EQ(entieres.size(), cas[0].nombre) << "no week behind that of today";
+  EXPECT_EQ(entieres.back().texte, "du 10/03/2003 au 16/03/2003");
+  EXPECT_EQ(SemaineProposee(cas[0].cadre, entieres), cas[0].proposee);
   EXPECT_TRUE(SemainesPeriode({}).empty());
   EXPECT_TRUE(SemainesPeriode(Cadre("01/07/2003", "01/01/2003", "01/03/2003")).empty());
   EXPECT_EQ(SemaineProposee({}, {}), -1);

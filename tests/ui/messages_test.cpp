@@ -59,6 +59,7 @@ TEST_F(Messages, BoutonsEtReponses) {
       {BoutonsNonOuiAnnuler | IconeAttention, {u"&Non"_s, u"&Oui"_s, u"A&nnuler"_s}, {7, 6, 2}, 2},
       {BoutonsOuiNon | IconeInformation, {u"&Oui"_s, u"&Non"_s}, {6, 7}, 7},
       {BoutonsReessayerAnnuler, {u"&Reéssayer"_s, u"A&nnuler"_s}, {4, 2}, 2},
+      {BoutonsSerie | IconeQuestion, {u"&Oui"_s, u"&Non"_s, u"&Tous"_s, u"&Annuler"_s}, {6, 7, 8, 2}, 2},
   };
   for (const Jeu& jeu : jeux) {
     for (std::size_t i = 0; i < jeu.reponses.size(); ++i) {

@@ -46,7 +46,6 @@ CDialogEcriture::CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& 
       m_cloture(contexte.App.Reglages.IsExerciceCloture()),
       m_plan(contexte.App, contexte.App.PathExercice),
       m_lines(contexte.App, contexte.App.PathExercice),
-      m_ligne(ouverture.ligne),
       m_compte(
           contexte.App, [this] { return Comptes(); }, [this] { return NouveauCompte(); }),
       m_ttc(contexte.App.Reglages),
@@ -408,7 +407,6 @@ bool CDialogEcriture::Enregistre() {
     return false;
   }
   m_derniere = resultat.mouvement;
-  if (m_mouvement == 0) m_ligne = resultat.ligne + 1;
   m_delie = false;
   m_tresorerie->OublieModifications();
   Previent();

@@ -79,7 +79,7 @@ class CDialogEcriture : public CZNDialog {
   CLines m_lines;
   bool m_lu = true;
   u32 m_mouvement = 0;  ///< shown, 0 for a new one
-  u32 m_ligne = 0;      ///< of the entry shown
+  u32 m_ligne = 0;      ///< of the entry shown, 0 for a new one
   bool m_validee = false, m_liee = false, m_delie = false;
   bool m_change = false;
   u32 m_derniere = 0;

@@ -116,12 +116,10 @@ bool CDialogMouvement::Charge(u32 mouvement) {
   return true;
 }
 
-/// Lines that were given the entry's label have no words of their own: they follow it.
 void CDialogMouvement::SuitLibelle() {
   const std::string libelle = m_libelle.Valeur();
   if (libelle == m_libelleDesLignes) return;
-  for (LigneODLue& ligne : m_lignes.lignes)
-    if (ligne.libelle == m_libelleDesLignes) ligne.libelle = libelle;
+  fenlor::SuitLibelle(m_lignes.lignes, m_libelleDesLignes, libelle);
   m_libelleDesLignes = libelle;
   MontreLignes();
 }
@@ -224,7 +222,6 @@ bool CDialogMouvement::Enregistre() {
   SaisieOD saisie;
   saisie.journal = m_ouverture.journal;
   saisie.mouvement = m_ouverture.mouvement;
-  if (saisie.mouvement == 0) saisie.ligne = m_ouverture.ligne;
   saisie.date = m_jour.Saisie();
   saisie.libelle = m_libelle.Valeur();
   saisie.euro = m_monnaie.Euro();
@@ -240,7 +237,6 @@ bool CDialogMouvement::Enregistre() {
     return false;
   }
   m_derniere = r.mouvement;
-  if (saisie.mouvement == 0) ++m_ouverture.ligne;
   m_modifiee = false;
   Contexte().Cadre.Actualise(MasqueEcritures(m_ouverture.journal, true));
   return true;

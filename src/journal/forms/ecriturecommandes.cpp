@@ -205,12 +205,6 @@ bool CEcritureView::RefuseCloture() {
   return App().Reglages.IsExerciceCloture() && !App().ReportErreur(3056);
 }
 
-/// A row whose entry is not there any more is skipped by every command.
-bool CEcritureView::SeLit(u32 mouvement) {
-  EntreeJournal entree;
-  return LitEntreeJournal(App(), mouvement, false, {}, entree);
-}
-
 void CEcritureView::ActualiseAutres(bool change) {
   const QScopedValueRollback propre(m_propre, true);
   Contexte().Cadre.Actualise(MasqueEcritures(m_document.Journal, change));
@@ -244,7 +238,6 @@ void CEcritureView::Modifie() {
 void CEcritureView::OuvreForme(u32 mouvement) {
   OuvertureEcriture ouverture;
   ouverture.journal = m_document.Journal;
-  ouverture.ligne = m_derniereLigne + 1;
   ouverture.date = DateProposee();
   ouverture.tresorerie = m_combo->CompteParDefaut();
   ouverture.mouvement = mouvement;
@@ -299,10 +292,7 @@ void CEcritureView::Supprime() {
   if (RefuseCloture()) return;
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
-  bool change = false;
-  for (const u32 mouvement : choisis)
-    if (SeLit(mouvement) && SupprimeEcriture(App(), mouvement)) change = true;
-  ActualiseAutres(change);
+  ActualiseAutres(SupprimeEcritures(App(), choisis) > 0);
   RefreshJournal();
   m_liste->setFocus();
 }
@@ -318,17 +308,16 @@ void CEcritureView::Pointe() {
 
 void CEcritureView::Rapproche() {
   const std::vector<u32> choisis = Choisis();
-  for (const u32 mouvement : choisis)
-    if (const LignesRapprochables lignes = CompteRapprochables(App(), mouvement); lignes.nombre > 0)
-      RapprocheEcriture(App(), mouvement, lignes.rapprochees < lignes.nombre);
-  if (!choisis.empty()) RetireNonListees();
+  if (choisis.empty()) return;
+  RapprocheEcritures(App(), choisis);
+  RetireNonListees();
 }
 
 void CEcritureView::Valide() {
   const std::vector<u32> choisis = Choisis();
-  for (const u32 mouvement : choisis)
-    if (SeLit(mouvement)) ValideEcriture(App(), mouvement, true);
-  if (!choisis.empty()) RetireNonListees();
+  if (choisis.empty()) return;
+  ValideEcritures(App(), choisis);
+  RetireNonListees();
 }
 
 void CEcritureView::ChangeDate() {
@@ -343,9 +332,7 @@ void CEcritureView::ChangeDate() {
 }
 
 void CEcritureView::Renumerote() {
-  std::vector<u32> mouvements;
-  for (int ligne = 0; ligne < GetEcrCount(); ++ligne) mouvements.push_back(GetEcrId(ligne));
-  if (RenumeroteEcritures(App(), mouvements)) {
+  if (RenumeroteEcritures(App(), Demande())) {
     ActualiseAutres(true);
     RefreshJournal();
   }

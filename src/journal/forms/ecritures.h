@@ -24,7 +24,6 @@ class ListeEcritures {
 /// How a form of entries is opened.
 struct OuvertureEcriture {
   i16 journal = JournalRecettes;
-  u32 ligne = 1;                           ///< number of the next new entry
   Date date = 0;                           ///< proposed; month and year stay
   std::string tresorerie;                  ///< proposed account, long form
   u32 mouvement = 0;                       ///< entry to open, 0 for a new one

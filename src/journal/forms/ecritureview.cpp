@@ -131,10 +131,7 @@ void CEcritureView::Dispose() {
   entete->setContentsMargins(8, 6, 8, 4);
   tout->addLayout(entete);
   tout->addLayout(mois);
-  auto* liste = new QHBoxLayout;
-  liste->addWidget(m_liste);
-  liste->addStretch(0);
-  tout->addLayout(liste, 1);
+  tout->addWidget(m_liste, 1);
   tout->addWidget(m_bande);
   setTabOrder(m_liste, m_mois);
   setTabOrder(m_mois, m_combo);
@@ -201,7 +198,6 @@ void CEcritureView::RefreshJournal() {
   m_mois->PoseMois(MoisExercice(App()));
   MoisJournal mois;
   if (m_mois->Courant() >= 0) ListeMois(App(), Demande(), mois);
-  m_derniereLigne = mois.derniereLigne;
   m_totaux = mois.totaux;
   MontreEntete();
   m_liste->Recharge(std::move(mois.entrees), MonnaiesAffichees(App()), Comptable(), m_totaux);

@@ -114,7 +114,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   void AutreMois();
   void Criteres();
   void Copie();
-  bool SeLit(u32 mouvement);
   void RetireNonListees();
   void ActualiseAutres(bool change);
   bool RefuseCloture();
@@ -124,7 +123,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   u16 m_mode = ListeBrouillard;
   bool m_journalComptable = true;
   CritereEcriture m_criteres;
-  u32 m_derniereLigne = 0;
   TotauxListe m_totaux, m_totauxChoisis;
   mutable std::optional<EtatSelection> m_etat;
   Impression m_impression;

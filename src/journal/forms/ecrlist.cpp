@@ -11,6 +11,8 @@
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
+#include <numeric>
+#include <unordered_set>
 
 #include "core/valeurs.h"
 #include "ui/colonnes.h"
@@ -168,15 +170,38 @@ void CEcrList::PoseColonnes(const MonnaiesListe& monnaies, bool comptable, const
   m_largeurs = std::move(largeurs);
   if (!memesChamps) m_modele->PoseColonnes(champs, comptable);
   setUniformRowHeights(!comptable);
-  for (std::size_t i = 0; i < m_largeurs.size(); ++i)
-    header()->resizeSection(static_cast<int>(i), m_largeurs[i]);
   scheduleDelayedItemsLayout();
-  setMaximumWidth(LargeurColonnes());
+  updateGeometry();
+  Etire();
+}
+
+/// The label and the account's name share the width that is free as they share what they need.
+void CEcrList::Etire() {
+  const auto& champs = m_modele->Champs();
+  if (m_largeurs.size() != champs.size()) return;
+  const auto extensible = [](ChampJournal champ) {
+    return champ == ChampJournal::Libelle || champ == ChampJournal::Designation;
+  };
+  int libre = viewport()->width(), textes = 0;
+  for (std::size_t i = 0; i < champs.size(); ++i) {
+    libre -= m_largeurs[i];
+    if (extensible(champs[i])) textes += m_largeurs[i];
+  }
+  libre = std::max(libre, 0);
+  for (std::size_t i = 0; i < champs.size(); ++i) {
+    const int part = extensible(champs[i]) ? libre * m_largeurs[i] / textes : 0;
+    if (extensible(champs[i])) {
+      libre -= part;
+      textes -= m_largeurs[i];
+    }
+    header()->resizeSection(static_cast<int>(i), m_largeurs[i] + part);
+  }
   Q_EMIT ColonnesDeplacees();
 }
 
 int CEcrList::LargeurColonnes() const {
-  return header()->length() + 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+  return std::accumulate(m_largeurs.begin(), m_largeurs.end(), 0) + 2 * frameWidth() +
+         verticalScrollBar()->sizeHint().width();
 }
 
 bool CEcrList::ALaColonne(ChampJournal champ) const {
@@ -229,19 +254,38 @@ void CEcrList::PoseHaut(int ligne) {
 void CEcrList::Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable,
                         const TotauxListe& totaux) {
   const int choisie = PremiereChoisie(), haut = Haut();
+  const u32 enHaut = m_modele->Mouvement(haut);
+  std::vector<u32> choisies;
+  for (const int ligne : LignesChoisies()) choisies.push_back(m_modele->Mouvement(ligne));
   const int aGauche = horizontalScrollBar()->value();
   const bool vue = choisie >= 0 && visualRect(m_modele->index(choisie, 0)).intersects(viewport()->rect());
   PoseColonnes(monnaies, comptable, totaux);
   m_modele->Remplit(std::move(entrees));
   executeDelayedItemsLayout();
-  const int derniere = m_modele->NbLignes() - 1;
-  const int nouvelle = choisie >= 0 && choisie <= derniere ? choisie : derniere;
-  SelectionneLigne(nouvelle);
-  if (choisie >= 0 && haut >= 0 && haut <= derniere) {
-    PoseHaut(haut);
+  Choisit(choisies, choisie);
+  if (choisie >= 0 && haut >= 0) {
+    const int nouvelle = PremiereChoisie(), rang = m_modele->LigneDe(enHaut);
+    PoseHaut(rang >= 0 ? rang : haut);
     if (vue || nouvelle != choisie) scrollTo(m_modele->index(nouvelle, 0));
   }
   horizontalScrollBar()->setValue(aGauche);
+}
+
+/// Selects the rows of these entries; without any the row `sinon`, or the last one.
+void CEcrList::Choisit(const std::vector<u32>& mouvements, int sinon) {
+  const std::unordered_set<u32> cherches(mouvements.begin(), mouvements.end());
+  const int nombre = m_modele->NbLignes();
+  QItemSelection selection;
+  for (int ligne = 0, debut = -1; ligne <= nombre && !cherches.empty(); ++ligne) {
+    const bool choisie = ligne < nombre && cherches.contains(m_modele->Mouvement(ligne));
+    if (choisie && debut < 0) debut = ligne;
+    if (choisie || debut < 0) continue;
+    selection.select(m_modele->index(debut, 0), m_modele->index(ligne - 1, 0));
+    debut = -1;
+  }
+  if (selection.isEmpty()) return SelectionneLigne(sinon >= 0 && sinon < nombre ? sinon : nombre - 1);
+  selectionModel()->setCurrentIndex(selection.first().topLeft(), QItemSelectionModel::NoUpdate);
+  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void CEcrList::Redessine() {
@@ -376,7 +420,7 @@ void CEcrList::wheelEvent(QWheelEvent* evenement) {
 
 void CEcrList::resizeEvent(QResizeEvent* evenement) {
   QTreeView::resizeEvent(evenement);
-  Q_EMIT ColonnesDeplacees();
+  Etire();
 }
 
 bool CEcrList::viewportEvent(QEvent* evenement) {

@@ -23,13 +23,16 @@ class CEcrList : public QTreeView {
 
   /// Takes colours and fonts of the preferences again; the next `Recharge` measures the columns by them.
   void ActualisePreferences();
-  /// Refills, in the columns of these currencies, wide enough for these totals. Selected index and first
-  /// visible row stay, else the last row is selected.
+  /// Refills, in the columns of these currencies, wide enough for these totals. The selected entries stay
+  /// so as far as they are listed, else the index, else the last row is selected; the first visible row
+  /// stays.
   void Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable,
                 const TotauxListe& totaux = {});
   /// The entries changed, the rows are the same.
   void Redessine();
-  int LargeurColonnes() const;  ///< of all columns, the vertical scroll bar and the frame included
+  /// What all columns need, the vertical scroll bar and the frame included. In a wider list the texts have
+  /// the rest.
+  int LargeurColonnes() const;
   bool ALaColonne(ChampJournal champ) const;
   /// Left and right edge of a column in the list's coordinates, empty without that column.
   QRect PlaceColonne(ChampJournal champ) const;
@@ -72,6 +75,8 @@ class CEcrList : public QTreeView {
 
  private:
   void PoseColonnes(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux);
+  void Etire();
+  void Choisit(const std::vector<u32>& mouvements, int sinon);
   int HauteurTexte() const { return m_hauteurTexte; }
   const QFont& PoliceDe(const EntreeJournal& entree) const;
   void DessineCellule(QPainter& peintre, const QRect& cellule, const EntreeJournal& entree,
@@ -82,7 +87,7 @@ class CEcrList : public QTreeView {
   ModeleEcritures* m_modele;
   std::function<void(bool)> m_activation;
   QString m_texteVide;
-  std::vector<int> m_largeurs;
+  std::vector<int> m_largeurs;  ///< that the columns need
   int m_hauteurTexte = 1;
   int m_crans = 0;  ///< of the wheel, in eighths of a degree, not yet used
 };

@@ -58,7 +58,7 @@ void ChampsPeriode::Declare(Formulaire& formulaire) {
 
 void ChampsPeriode::Ouvre() {
   m_cadre = LitCadrePeriode(m_app);
-  m_semaines = SemainesPeriode(m_cadre);
+  m_semaines = SemainesPeriode(m_cadre, m_finSemaine);
   m_mois = MoisPeriode(m_cadre);
   Remplit(m_listeSemaines, m_semaines);
   Remplit(m_listeMois, m_mois);

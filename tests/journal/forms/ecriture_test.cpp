@@ -317,6 +317,28 @@ TEST_F(FormeEcriture, ModificationGardeNumeroEtMarques) {
   EXPECT_EQ(+Entete(m).Pointee, 1u);
 }
 
+/// Every field is passed through, the label alone is typed.
+TEST_F(FormeEcriture, UnLibelleChangeNeToucheAucunMontant) {
+  SaisieEcriture saisie = Ecriture(JournalDepenses, "6154", 10.01);
+  const u32 telle = Enregistre(saisie);
+  saisie.montants = ChaineProfessionnel(App(), LitCompte("6154"), 10.01, 3.33);
+  const u32 tapee = Enregistre(saisie);
+  for (const u32 m : {telle, tapee}) {
+    const std::vector<std::string> avant = LignesLues(m);
+    auto f = Montre(Ouverture(JournalDepenses, m));
+    std::set<std::string> passes;
+    for (int i = 0; i < 40; ++i) {
+      passes.insert(Focus(*f));
+      QTest::keyClick(f->focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_TRUE(passes.contains("ttc") && passes.contains("professionnelle") && passes.contains("code"));
+    Tape(*Champ(*f, "libelle"), u"Autre"_s);
+    Ok(*f);
+    EXPECT_EQ(LitTexte(Entete(m).Libelle), "Autre");
+    EXPECT_EQ(LignesLues(m), avant);
+  }
+}
+
 TEST_F(FormeEcriture, MarquesDUneEcritureStandard) {
   struct Cas {
     i16 journal;

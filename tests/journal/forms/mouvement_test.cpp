@@ -60,7 +60,7 @@ class FormeOD : public Cabinet {
     Installe();
     ChargePreferences(Dessin, App(), QApplication::palette());
   }
-  OuvertureEcriture Nouvelle() { return {JournalOD, 1, FaitDate(15, 3, 2003), {}, 0, false, nullptr}; }
+  OuvertureEcriture Nouvelle() { return {JournalOD, FaitDate(15, 3, 2003), {}, 0, false, nullptr}; }
   OuvertureEcriture Existante(u32 mouvement) {
     OuvertureEcriture ouverture = Nouvelle();
     ouverture.mouvement = mouvement;
@@ -345,7 +345,8 @@ TEST_F(FormeOD, ExistanteChangeeEtVoisine) {
   Clique(Trouve<QPushButton>(f, "suivant"));
   Tape(*Trouve<QComboBox>(f, "libelle").lineEdit(), u"Autre nom"_s);
   Clique(Trouve<QPushButton>(f, "ok"));
-  EXPECT_EQ(LitTexte(Lignes(2)[0].Designation) + ", " + LitTexte(Lignes(2)[1].Designation), "Autre nom, Mots propres")
+  EXPECT_EQ(LitTexte(Lignes(2)[0].Designation) + ", " + LitTexte(Lignes(2)[1].Designation),
+            "Autre nom, Mots propres")
       << "lines that bore the entry's label follow it";
 }
 

@@ -54,6 +54,7 @@ TEST_F(FormeValidation, Periode) {
     EXPECT_EQ(Etat(f), c.etat);
     EXPECT_EQ(Focus(f), c.focus);
   }
+  EXPECT_EQ(test::Trouve<QComboBox>(f, "listeSemaines").currentText(), u"du 10/03/2003 au 16/03/2003"_s);
   Clique(Case(f, "mois"));
   Choisit(f, "listeMois", 1);
   EXPECT_EQ(Etat(f), "01/02/2003 28/02/2003 listeMois");

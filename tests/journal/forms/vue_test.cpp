@@ -122,6 +122,31 @@ TEST_F(VueJournal, GrandsMontants) {
   EXPECT_GE(debit.x(), vue->Liste().PlaceColonne(ChampJournal::DebitEuro).left()) << "it fits its column";
 }
 
+TEST_F(VueJournal, LesTextesPrennentLaPlaceLibre) {
+  Recette(1);
+  const auto vue = Ouvre();
+  CEcrList& liste = vue->Liste();
+  const auto largeur = [&](ChampJournal champ) { return liste.PlaceColonne(champ).width(); };
+  vue->resize(500, 400);
+  QApplication::processEvents();
+  const int libelle = largeur(ChampJournal::Libelle), date = largeur(ChampJournal::Date);
+  const int besoin = liste.LargeurColonnes();
+  for (const int place : {1500, 2400}) {
+    vue->resize(place, 400);
+    QApplication::processEvents();
+    EXPECT_EQ(liste.width(), place);
+    EXPECT_EQ(liste.PlaceColonne(ChampJournal::Designation).right(), liste.viewport()->geometry().right());
+    EXPECT_GT(largeur(ChampJournal::Libelle), libelle + (place - besoin) / 3);
+    EXPECT_EQ(largeur(ChampJournal::Date), date);
+    EXPECT_EQ(Trouve<CEcrTotal>(*vue, "totalDebitEuro").geometry().right(),
+              liste.x() + liste.PlaceColonne(ChampJournal::MontantEuro).right());
+    EXPECT_EQ(liste.LargeurColonnes(), besoin) << "what the window asks for stays";
+  }
+  vue->resize(500, 400);
+  QApplication::processEvents();
+  EXPECT_EQ(largeur(ChampJournal::Libelle), libelle);
+}
+
 TEST_F(VueJournal, MonnaiesDeLExercice) {
   Recette(100);
   App().NomExercice = "2001";  // the year of the name decides
@@ -227,7 +252,18 @@ TEST_F(VueJournal, RechargementGardeLaPlace) {
   EXPECT_EQ(vue->GetEcrSel(), 29);
   ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, ecritures[0]));
   vue->Actualise(FenRecettes);
-  EXPECT_EQ(vue->GetEcrSel(), 28) << "the last row where the index is gone";
+  EXPECT_THAT(Choisies(*vue), ElementsAre(ecritures[29])) << "a row higher";
+  ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, ecritures[29]));
+  vue->Actualise(FenRecettes);
+  EXPECT_EQ(vue->GetEcrSel(), 27) << "the last row where the entry and the index are gone";
+  // Another display: what was selected stays so as far as it is shown.
+  for (const u32 validee : {ecritures[1], ecritures[2], ecritures[5]}) Validee(validee);
+  Choisit(*vue, {ecritures[2], ecritures[4], ecritures[7], ecritures[8]});
+  vue->Execute(1220);
+  EXPECT_THAT(Choisies(*vue), ElementsAre(ecritures[4], ecritures[7], ecritures[8]));
+  vue->Execute(1222);
+  EXPECT_THAT(Choisies(*vue), ElementsAre(ecritures[4], ecritures[7], ecritures[8]));
+  EXPECT_EQ(Total(*vue, "selectionDebitEuro"), "22,00 € ");
   vue->SelectEcrItem(0);
   vue->SelectPrev();
   EXPECT_EQ(vue->GetEcrSel(), 0);

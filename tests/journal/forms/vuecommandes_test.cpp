@@ -223,7 +223,8 @@ TEST_F(VueCommandes, SupprimerPlusieurs) {
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3016u));
   EXPECT_THAT(Rangees(*vue), ElementsAre(b, c, d));
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "14,00 € ");
-  EXPECT_THAT(Choisies(*vue), ElementsAre(b)) << "the same index";
+  EXPECT_THAT(Choisies(*vue), ElementsAre(b, c));
+  Choisit(*vue, {b});
   Boite.Reponses = {RepNon};
   vue->Execute(Supprimer);
   EXPECT_THAT(Cadre.Appels, ElementsAre("Actualise 1291", "Actualise 256"));
@@ -234,6 +235,50 @@ TEST_F(VueCommandes, SupprimerPlusieurs) {
   EXPECT_THAT(Boite.NumerosQuestions(), IsEmpty());
   EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
   EXPECT_THAT(Rangees(*vue), ElementsAre(c, d));
+}
+
+/// A long selection: "Annuler" stops, "Tous" asks no more; what is refused is told once, at the end.
+TEST_F(VueCommandes, UneLongueSelectionSArreteOuNeDemandePlus) {
+  std::vector<u32> e;
+  for (unsigned jour = 1; jour <= 9; ++jour) e.push_back(Recette(jour, jour));
+  const auto vue = Ouvre();
+  const auto lance = [&](unsigned commande, std::vector<u32> lesquelles, std::deque<int> reponses) {
+    Choisit(*vue, lesquelles);
+    Boite.Oublie();
+    Boite.Reponses = std::move(reponses);
+    vue->Execute(commande);
+    EXPECT_TRUE(Boite.Reponses.empty()) << commande << ": not asked";
+    return Boite.Questions.size();
+  };
+  const auto validees = [&] {
+    std::string lettres;
+    for (const u32 m : e) lettres += Entete(m).Validee ? 'V' : '.';
+    return lettres;
+  };
+  EXPECT_EQ(lance(Valider, e, {RepOui, RepNon, RepAnnuler}), 3u);
+  EXPECT_EQ(Boite.Questions[0].style & 15, unsigned{BoutonsSerie});
+  EXPECT_EQ(validees(), "V........");
+  EXPECT_EQ(lance(Valider, {e[1], e[2], e[3]}, {RepNon, RepTous}), 2u);
+  EXPECT_EQ(validees(), "V.VV.....");
+  EXPECT_TRUE(Boite.Annulable && Boite.Ouvertures == 1 && Boite.Profondeur == 0) << "progress from then on";
+  EXPECT_EQ(lance(Valider, {e[1]}, {RepOui}), 1u);
+  EXPECT_EQ(Boite.Questions[0].style & 15, unsigned{BoutonsOuiNon}) << "one row";
+
+  EXPECT_EQ(lance(Rapprocher, {e[4], e[5], e[6], e[7]}, {RepTous}), 1u);
+  EXPECT_EQ(Lignes(e[7])[1].Rapprochee + Lignes(e[7])[0].Rapprochee, 1);
+  EXPECT_EQ(lance(Rapprocher, {e[5], e[6], e[8]}, {RepTous, RepAnnuler}), 2u)
+      << "the other question is asked";
+  EXPECT_FALSE(vue->Coche(Rapprocher));
+
+  // Plain deletions do not answer for an entry that is reconciled.
+  lance(Supprimer, e, {RepTous, RepNon, RepNon, RepNon});
+  EXPECT_THAT(Boite.NumerosQuestions(), ElementsAre(3303u, 3302u, 3302u, 3302u)) << "of e[4], 5, 6, 8";
+  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3431u)) << "four are validated: told once";
+  EXPECT_THAT(Rangees(*vue), ElementsAre(e[0], e[1], e[2], e[3], e[5], e[6], e[8]));
+  EXPECT_EQ(Boite.Questions[0].style & 15, unsigned{BoutonsSerie});
+  Boite.ArretApres = 0;
+  EXPECT_EQ(lance(Supprimer, {e[5], e[6], e[8]}, {RepTous}), 1u);
+  EXPECT_EQ(vue->GetEcrCount(), 6) << "stopped at the progress";
 }
 
 TEST_F(VueCommandes, ChangerLaDate) {
@@ -282,6 +327,7 @@ TEST_F(VueCommandes, RenumeroterCeQuiEstAffiche) {
   vue->Execute(Renumeroter);
   EXPECT_EQ(+Entete(c).Ligne, 3u);
   vue->Execute(Renumeroter);
+  EXPECT_THAT(Boite.NumerosQuestions(), ElementsAre(3430u, 3430u)) << "some are hidden";
   EXPECT_EQ(+Entete(b).Ligne, 1u);
   EXPECT_EQ(+Entete(c).Ligne, 2u);
   EXPECT_EQ(+Entete(a).Ligne, 1u) << "hidden";
@@ -332,9 +378,11 @@ TEST_F(VueCommandes, AjouterEtModifier) {
 }
 
 TEST_F(VueCommandes, CeQueLeFormulaireEnregistreEstChoisi) {
-  const u32 fin = Recette(3, 31);
-  ChangeLignes(fin, [](Line& ligne) { ligne.Ligne = 41; });
-  const auto vue = Ouvre();
+  Recette(3, 31);
+  const u32 cachee = Recette(4, 4);
+  ChangeLignes(cachee, [](Line& ligne) { ligne.Ligne = 41; });
+  Validee(cachee);
+  const auto vue = Ouvre(JournalRecettes, "Brouillard");
   Robot.Attend("DialogEcriture", [](QDialog& f) {
     auto& jour = Trouve<ChampJour>(f, "jour");
     jour.Pose(FaitDate(2, 3, 2003));
@@ -346,7 +394,7 @@ TEST_F(VueCommandes, CeQueLeFormulaireEnregistreEstChoisi) {
   vue->Execute(Ajouter);
   ASSERT_EQ(vue->GetEcrCount(), 2);
   EXPECT_EQ(vue->GetEcrSel(), 0) << "it stands by its date";
-  EXPECT_EQ(Rangee(*vue, 0).substr(0, 5), "42|2|") << "the number behind the highest";
+  EXPECT_EQ(Rangee(*vue, 0).substr(0, 5), "42|2|") << "the number behind the highest, shown or not";
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "15,50 € ");
   EXPECT_EQ(Total(*vue, "selectionDebitEuro"), "12,50 € ");
 }
