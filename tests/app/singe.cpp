@@ -106,7 +106,7 @@ bool Singe::eventFilter(QObject* objet, QEvent* evenement) {
 }
 
 void Singe::Pas() {
-  if (m_fini() || (m_joue && m_rang >= m_rejoue.size())) {
+  if (m_fini() || Epuise()) {
     QTimer::singleShot(1, this, [this] { Replie(); });
     return;
   }

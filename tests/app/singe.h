@@ -38,6 +38,8 @@ class Singe : public QObject {
   void PoseCadre(std::function<CMainFrame*()> cadre) { m_cadre = std::move(cadre); }
   /// Acts until `Fini`, then leaves all forms by Escape and calls `quitte`, with none open.
   void Commence(std::function<bool()> fini, std::function<void()> quitte);
+  /// All acts of the log that it plays were played.
+  bool Epuise() const { return m_joue && m_rang >= m_rejoue.size(); }
   unsigned long Gestes() const { return m_gestes; }
   /// Forms that were open, by name: what it has seen of the program.
   const std::vector<std::string>& Vues() const { return m_vues; }
