@@ -402,9 +402,10 @@ void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
       const bool r = i % 8 != 0;
       std::snprintf(ligne, sizeof ligne,
                     "{\"journal\":\"%s\",\"date\":\"%02u/%02u/2003\",\"compte\":\"%s\",\"libelle\":\"%s %u\","
-                    "\"ttc\":%u.50,\"professionnel\":%u.25,\"tresorerie\":\"%s\",\"paiement\":\"cheque\"}\n",
+                    "\"ttc\":%u.50,%s\"tresorerie\":\"%s\",\"paiement\":\"cheque\"}\n",
                     r ? "recettes" : "depenses", 1 + i % 28, 1 + i / 28 % 12, (r ? recette : charge).c_str(),
-                    r ? "Consultations" : "Fournitures", i, 20 + i % 200, 15 + i % 200, banque.c_str());
+                    r ? "Consultations" : "Fournitures", i, 20 + i % 200,
+                    r ? "" : "\"professionnel\":15.25,", banque.c_str());
       f << ligne;
     }
   }

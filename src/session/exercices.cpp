@@ -4,6 +4,7 @@
 
 #include "core/btfiles.h"
 #include "core/valeurs.h"
+#include "store/exercices.h"
 
 namespace fenlor {
 
@@ -204,7 +205,8 @@ ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   if (const ResultatExercice r = ControlePeriode(app, f); !r) return r;
   if (const ResultatExercice r = ControleRemplacement(app, nom); !r) return r;
   const unsigned an = Annee(f.debut), courant = Annee(app.Magasin.Today());
-  if ((an < premiereAnnee || an > courant + anneesAvance) &&
+  // A name that the store will refuse says nothing of a year.
+  if (NomExerciceCorrect(nom) && (an < premiereAnnee || an > courant + anneesAvance) &&
       app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionAnneesExercice,
                     {nom, StrDate(f.debut), StrDate(f.fin)}) != RepOui)
     return {QuestionAnneesExercice, "annee"};

@@ -201,7 +201,7 @@ class Coupure : public testing::Test {
     ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_neuf));
     const Comptes comptes = LitComptes(m_neuf);
     std::string entree;
-    for (unsigned i = 0; i < 4; ++i) entree += LigneSaisie(comptes, true, "Depart " + std::to_string(i), 50 + i, 40 + i);
+    for (unsigned i = 0; i < 4; ++i) entree += LigneSaisie(comptes, false, "Depart " + std::to_string(i), 50 + i, 40 + i);
     const Resultat r = Ctl({"--cabinet", m_neuf, "saisir"}, entree);
     ASSERT_EQ(r.statut, 0) << r.sortie << r.erreurs;
     m_depart = LitLivres(m_neuf, m_modele);

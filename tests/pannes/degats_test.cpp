@@ -26,7 +26,7 @@ void Remplit(const std::string& cabinet, const std::string& prefixe) {
   const Comptes comptes = LitComptes(cabinet);
   std::string entree;
   for (unsigned i = 0; i < NbEcritures; ++i) {
-    entree += LigneSaisie(comptes, i % 3 != 0, prefixe + std::to_string(i), 50 + i, 40 + i);
+    entree += LigneSaisie(comptes, false, prefixe + std::to_string(i), 50 + i, 40 + i);
   }
   entree += "{\"mouvement\":5,\"supprimer\":true}\n";
   const Resultat r = Ctl({"--cabinet", cabinet, "saisir"}, entree);

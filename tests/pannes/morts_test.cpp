@@ -66,7 +66,7 @@ class Morts : public testing::Test {
   /// Learns how many lines the two forms of an entry have, before anything is killed.
   void Apprend() {
     for (const bool personnel : {false, true}) {
-      const std::string ligne = LigneSaisie(m_comptes, true, "modele", 100, personnel ? 60 : 100);
+      const std::string ligne = LigneSaisie(m_comptes, !personnel, "modele", 100, 60);
       const Resultat r = Ctl({"--cabinet", m_cabinet, "saisir"}, ligne);
       ASSERT_EQ(r.statut, 0) << r.erreurs << r.sortie;
       const u32 mouvement = Json::parse(r.sortie).value("mouvement", 0u);
@@ -84,7 +84,6 @@ class Morts : public testing::Test {
     std::vector<Ordre> ordres;
     Livres restants = m_livres;
     for (unsigned i = 0; i < nombre; ++i) {
-      const bool recette = Tire(4) != 0;
       const unsigned sorte = Tire(10);
       Ordre o{Ordre::Ajout, 0, {}, {}};
       if (sorte >= 7 && restants.size() > 10) {
@@ -98,16 +97,12 @@ class Morts : public testing::Test {
       if (o.sorte == Ordre::Suppression) {
         json = {{"mouvement", o.mouvement}, {"supprimer", true}};
       } else {
-        o.attendu = NouvelAttendu(Tire(3) != 0);
+        // The journal of an entry does not change; only an expense has a professional share of its own.
+        const auto journal = m_journaux.find(o.mouvement);
+        const bool recette = journal == m_journaux.end() ? Tire(2) != 0 : journal->second == JournalRecettes;
+        o.attendu = NouvelAttendu(!recette && Tire(3) != 0);
         json = Json::parse(Ligne(o.attendu, recette));
-        // The journal of an entry does not change: a receipt stays one.
-        if (o.sorte == Ordre::Changement) {
-          json["mouvement"] = o.mouvement;
-          if (const auto j = m_journaux.find(o.mouvement); j != m_journaux.end() && j->second != (recette ? 1 : 2)) {
-            json["journal"] = recette ? "depenses" : "recettes";
-            json["compte"] = recette ? m_comptes.depense : m_comptes.recette;
-          }
-        }
+        if (o.sorte == Ordre::Changement) json["mouvement"] = o.mouvement;
       }
       o.ligne = json.dump() + "\n";
       ordres.push_back(std::move(o));

@@ -168,14 +168,14 @@ f64 MontantTresorerie(const std::vector<Json>& lignes) {
 }
 
 std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc, f64 professionnel) {
-  const Json ligne = {{"journal", recette ? "recettes" : "depenses"},
+  Json ligne = {{"journal", recette ? "recettes" : "depenses"},
                       {"date", "15/03/2003"},
                       {"compte", recette ? comptes.recette : comptes.depense},
                       {"libelle", libelle},
                       {"ttc", ttc},
-                      {"professionnel", professionnel},
                       {"tresorerie", comptes.banque},
                       {"paiement", "cheque"}};
+  if (!recette) ligne["professionnel"] = professionnel;  // a receipt's is its account's
   return ligne.dump() + "\n";
 }
 

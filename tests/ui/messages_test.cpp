@@ -102,6 +102,7 @@ TEST_F(Messages, EntreeEstLeSecondBoutonOuLaReponseDetruirait) {
   for (unsigned numero = 3300; numero < 5000; ++numero) {
     const std::string texte = Texte(numero);
     if (texte.find('?') == std::string::npos || attendues.contains(numero)) continue;
+    if (numero == 3430) continue;  // "Non" is its first button
     for (const char* mot : {"uppression", "upprim", "perdu", "remplacer", "Renum"})
       EXPECT_EQ(texte.find(mot), std::string::npos) << numero;
   }
