@@ -203,10 +203,7 @@ class PageTest : public test::CabinetDeTest {
 
 TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
   EtatDeTest doc(App());
-  doc.ecrit = [](EtatDeTest& d) {
-    d.SetEtatTitre("Balance %s", {"2003"});
-    return true;
-  };
+  doc.ecrit = [](EtatDeTest& d) { d.SetEtatTitre("Balance %s", {"2003"}); };
   ASSERT_TRUE(doc.OnNewDocument());
   const test::Dessin dessin = test::Dessine(doc, Enregistreur::A4());
   EXPECT_EQ(Textes(dessin, 1), (std::vector<std::string>{"Docteur A\\HENRI    ", "Cabinet", "15/03/2003",
@@ -216,7 +213,7 @@ TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
 
 TEST_F(PageTest, DraftHasNoStylesAndKeepsTheColumns) {
   EtatDeTest doc(App());
-  doc.ecrit = [](EtatDeTest& d) { return d.EcritEtat("\\Bgras\\T050\\Iitalique\n") > 0; };
+  doc.ecrit = [](EtatDeTest& d) { d.EcritEtat("\\Bgras\\T050\\Iitalique\n"); };
   ASSERT_TRUE(doc.OnNewDocument());
   const auto fin = test::Dessine(doc, Enregistreur::A4(), {"Courier", 10}).elements;
   const auto brouillon = test::Dessine(doc, Enregistreur::A4(), {"Courier", 24}, true).elements;
