@@ -1,9 +1,7 @@
-#include <cmath>
-
+#include "core/mouvements.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
-#include "store/ecritures_lignes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -25,22 +23,19 @@ class EnregistrementOD {
   ResultatSaisie ControleLignes();
   ResultatSaisie Sauve();
   bool LitAnciennes();
-  Line FaitLigne(const std::string& compte, const std::string& designation, f64 signe, i16 paiement);
-  bool AjouteLigne(Line ligne);
 
   CFenlorApp& m_app;
   const SaisieOD& m_saisie;
   LivresOuverts m_livres;
-  Mouvement m_entete{};
-  std::vector<Plan> m_comptes;    ///< of the lines, checked
-  std::vector<Line> m_anciennes;  ///< lines of the existing entry that no new line took over yet
+  COpDiverses m_od{m_app};
+  std::vector<Plan> m_comptes;  ///< of the lines, checked
 };
 
 ResultatSaisie EnregistrementOD::Execute() {
   ResultatSaisie r = ControleExercice(m_app, m_livres);
   if (r) r = ControleEcriture();
   if (r) r = ControleLimites();
-  if (r) r = ControleDate(m_app, m_saisie.date, m_entete.Date);
+  if (r) r = ControleDate(m_app, m_saisie.date, m_od.Rec.Date);
   if (r) r = ControleLignes();
   if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
   if (r) r = CheckComptePerso(m_app);
@@ -53,8 +48,8 @@ ResultatSaisie EnregistrementOD::Execute() {
 
 ResultatSaisie EnregistrementOD::ControleEcriture() {
   const Permis permis{.validee = m_saisie.forcee, .liee = m_saisie.forcee};
-  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, permis, m_entete);
-  if (!r || m_saisie.mouvement == 0 || m_entete.Genre == GenreOD) return r;
+  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, permis, m_od.Rec);
+  if (!r || m_saisie.mouvement == 0 || m_od.Rec.Genre == GenreOD) return r;
   return Refus(m_app, ErrChampInvalide, "mouvement",
                {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
 }
@@ -89,46 +84,9 @@ bool EnregistrementOD::LitAnciennes() {
   for (const Position position : m_app.Magasin.LignesMouvement(m_app.PathExercice, m_saisie.mouvement)) {
     Line ligne;
     if (!m_app.Magasin.ReadLines(m_app.PathExercice, position, ligne)) return false;
-    m_anciennes.push_back(ligne);
+    m_od.Anciennes.push_back(ligne);
   }
   return true;
-}
-
-Line EnregistrementOD::FaitLigne(const std::string& compte, const std::string& designation, f64 signe,
-                                 i16 paiement) {
-  Line ligne{};
-  Plan plan;
-  LitCompte(m_app, compte, plan);
-  PoseTexte(ligne.Compte, compte);
-  ligne.TypeCompte = plan.Type;
-  PoseTexte(ligne.Designation, designation.empty() ? LitTexte(plan.Designation) : designation);
-  const f64 taux = m_app.Magasin.GetTauxEuro(m_entete.Date);
-  const auto [franc, euro] = EnDeuxMonnaies(m_saisie.euro, taux, std::fabs(signe));
-  ligne.MontantFranc = franc;
-  ligne.MontantEuro = euro;
-  ligne.Sens = signe > 0;
-  ligne.ModePaiement = paiement;
-  return ligne;
-}
-
-bool EnregistrementOD::AjouteLigne(Line ligne) {
-  ligne.Mouvement = m_entete.Mouvement;
-  ligne.Journal = m_entete.Journal;
-  ligne.Genre = m_entete.Genre;
-  PoseTexte(ligne.Libelle, LitTexte(m_entete.Libelle));
-  ligne.Ligne = m_entete.Ligne;
-  ligne.Date = ligne.DateLigne = m_entete.Date;
-  ligne.Validee = m_entete.Validee;
-  ligne.Pointee = m_entete.Pointee;
-  ligne.SaisieEuro = m_entete.SaisieEuro;
-  ligne.Role = RoleLibre;
-  for (auto ancienne = m_anciennes.begin(); ancienne != m_anciennes.end(); ++ancienne) {
-    if (LitTexte(ancienne->Compte) != LitTexte(ligne.Compte) || !ancienne->Sens != !ligne.Sens) continue;
-    CopieMarques(*ancienne, ligne);
-    m_anciennes.erase(ancienne);
-    break;
-  }
-  return m_app.Magasin.AddLines(m_app.PathExercice, ligne) != 0;
 }
 
 ResultatSaisie EnregistrementOD::Sauve() {
@@ -136,41 +94,40 @@ ResultatSaisie EnregistrementOD::Sauve() {
   const std::string& exercice = m_app.PathExercice;
   QVAPI::Unite unite(magasin);
   if (m_saisie.mouvement == 0) {
-    m_entete.Journal = m_saisie.journal;
-    m_entete.Mouvement = magasin.GetFreeMouvementsID(exercice, static_cast<u16>(m_saisie.journal));
+    m_od.Rec.Journal = m_saisie.journal;
+    m_od.Rec.Mouvement = magasin.GetFreeMouvementsID(exercice, static_cast<u16>(m_saisie.journal));
   } else if (!LitAnciennes()) {
     return RefusMagasin(m_app);
   } else if (!magasin.RemoveMouvements(exercice, m_saisie.mouvement)) {
     return EchecMagasin(m_app);
   }
-  m_entete.Genre = GenreOD;
-  PoseTexte(m_entete.Libelle, m_saisie.libelle);
-  m_entete.Date = m_saisie.date;
-  if (m_saisie.ligne) m_entete.Ligne = m_saisie.ligne;
-  if (m_entete.Ligne == 0)
-    m_entete.Ligne =
-        magasin.GetFreeJournalLine(exercice, static_cast<u16>(m_entete.Journal), {}, m_saisie.date);
-  if (m_entete.Mouvement == 0 || m_entete.Ligne == 0) return EchecMagasin(m_app);
-  m_entete.SaisieEuro = m_saisie.euro;
-  m_entete.Validee = m_saisie.validee;
+  m_od.Rec.Genre = GenreOD;
+  PoseTexte(m_od.Rec.Libelle, m_saisie.libelle);
+  m_od.Rec.Date = m_saisie.date;
+  if (m_saisie.ligne) m_od.Rec.Ligne = m_saisie.ligne;
+  if (m_od.Rec.Ligne == 0)
+    m_od.Rec.Ligne =
+        magasin.GetFreeJournalLine(exercice, static_cast<u16>(m_od.Rec.Journal), {}, m_saisie.date);
+  if (m_od.Rec.Mouvement == 0 || m_od.Rec.Ligne == 0) return EchecMagasin(m_app);
+  m_od.Rec.SaisieEuro = m_saisie.euro;
+  m_od.Rec.Validee = m_saisie.validee;
 
   for (std::size_t i = 0; i < m_saisie.lignes.size(); ++i) {
     const LigneODSaisie& saisie = m_saisie.lignes[i];
     const Plan& plan = m_comptes[i];
     const i16 paiement =
         plan.Type == Tresorerie && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
+    Line ligne = m_od.FaitLigne(plan, Signe(saisie), m_saisie.euro);
     const std::string& designation = saisie.libelle.empty() ? m_saisie.libelle : saisie.libelle;
-    if (!AjouteLigne(FaitLigne(LitTexte(plan.Compte), designation, Signe(saisie), paiement)))
-      return EchecMagasin(m_app);
+    if (!designation.empty()) PoseTexte(ligne.Designation, designation);
+    ligne.ModePaiement = paiement;
+    if (!m_od.AddLine(ligne)) return EchecMagasin(m_app);
   }
-  if (const f64 solde = SoldeOD(m_saisie.lignes); solde != 0) {
-    const std::string compte = solde < 0 ? magasin.GetCompteEcartCredit() : magasin.GetCompteEcartDebit();
-    if (!AjouteLigne(FaitLigne(compte, {}, -solde, PaiementAutre))) return EchecMagasin(m_app);
-  }
+  if (!m_od.AddEcart(SoldeOD(m_saisie.lignes), m_saisie.euro)) return EchecMagasin(m_app);
   if (!unite.Valide()) return RefusMagasin(m_app);
   ResultatSaisie r;
-  r.mouvement = m_entete.Mouvement;
-  r.ligne = m_entete.Ligne;
+  r.mouvement = m_od.Rec.Mouvement;
+  r.ligne = m_od.Rec.Ligne;
   return r;
 }
 
