@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "core/btfiles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "reports/livresetat.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 
@@ -98,20 +97,14 @@ std::vector<CEtat2035Doc::LigneFiscale> CEtat2035Doc::LitLignes(Bloc bloc) {
     Abandonne();
     return lignes;
   }
-  const auto cle = static_cast<u16>(fichier.NumCle + CleLigne);
-  const bool lu = App.Magasin.QVParcoursCle(
-      cle, MakeRubriquesKey4(bornes.premier, {}), {}, [&](Position, const void* rec) {
-        const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
-        const i16 ligne = LignePrincipale(rubrique.Ligne);
-        if (ligne > bornes.dernier) return false;
-        lignes.push_back(
-            {ligne, fenlor::LitTexte(rubrique.Designation), fenlor::LitTexte(rubrique.Rubrique)});
-        return true;
-      });
-  if (!lu) {
-    fichier.Erreur(0, MessageLecture);
-    Abandonne();
-  }
+  ParcourtFichier<Rubrique>(App, *this, fichier, CleLigne, MakeRubriquesKey4(bornes.premier, {}), {},
+                            [&](const Rubrique& rubrique) {
+                              const i16 ligne = LignePrincipale(rubrique.Ligne);
+                              if (ligne > bornes.dernier) return false;
+                              lignes.push_back({ligne, fenlor::LitTexte(rubrique.Designation),
+                                                fenlor::LitTexte(rubrique.Rubrique)});
+                              return true;
+                            });
   return lignes;
 }
 

@@ -3,10 +3,8 @@
 // list that cannot be read to its end is not shown, and the reason is told.
 #pragma once
 
-#include <functional>
 #include <span>
 
-#include "master/comptes.h"
 #include "reports/etatcomptable.h"
 
 namespace fenlor {
@@ -20,54 +18,56 @@ struct ColonneEtat {
   std::string (*ecrit)(f64 montant, bool euro) = nullptr;
 };
 
+/// Numbers of the texts of a list. 0: there is no row of totals, nothing under the table.
+struct TextesListe {
+  unsigned titre, entete, pied, avancement, rangee, total, fin;
+};
+
 class CEtatListe : public CEtatComptable {
  public:
   using CEtatComptable::CEtatComptable;
 
  protected:
-  /// Numbers of the texts of a list.
-  struct Textes {
-    unsigned titre, entete, pied, avancement, rangee;
-    unsigned total = 0;  ///< 0: there is none
-    unsigned fin = 0;    ///< under the table
-  };
-  /// Title, header and footer; false without an open exercice: told, and the report given up.
-  bool Debute(const Textes& textes);
-  /// The table of `nombre` records at most: `parcourt` hands over one after the other.
-  template <class Fiche>
-  void EcritTable(const Textes& textes, std::span<const ColonneEtat<Fiche>> colonnes, u32 nombre,
-                  const std::function<void(const std::function<void(const Fiche&)>&)>& parcourt);
-  /// Accounts of a type, or of all types when it is negative.
-  void EcritComptes(const Textes& textes, bool soldesDetailles, i16 type);
+  /// Title, header and footer. False without an open exercice: told, and the report given up.
+  bool Debute(const TextesListe& textes);
+  /// The table of `nombre` records at most: `parcourt` hands them to the function that it is given.
+  template <class Fiche, class Parcours>
+  void EcritTable(const TextesListe& textes, std::span<const ColonneEtat<Fiche>> colonnes, u32 nombre,
+                  const Parcours& parcourt);
 };
 
-class CEtatPlanDoc : public CEtatListe {
- public:
-  /// `type` is `Recette` or `Depense`.
-  CEtatPlanDoc(CFenlorApp& app, DemandeurCriteres& demandeur, i16 type)
-      : CEtatListe(app, demandeur), m_type(type) {}
-
+/// Accounts of one type, or of all types, in the order of their numbers. Those of receipts and of expenses show
+/// their balance alone, lists with treasury debit, credit, balance, reconciled and real balance.
+class CEtatListeComptes : public CEtatListe {
  protected:
+  static constexpr i16 TousTypes = -1;
+  CEtatListeComptes(CFenlorApp& app, DemandeurCriteres& demandeur, unsigned titre, i16 type)
+      : CEtatListe(app, demandeur), m_titre(titre), m_type(type) {}
   void BuildEtat() override;
 
  private:
+  unsigned m_titre;
   i16 m_type;
 };
 
-class CEtatPlanComptableDoc : public CEtatListe {
+class CEtatPlanDoc : public CEtatListeComptes {
  public:
-  using CEtatListe::CEtatListe;
-
- protected:
-  void BuildEtat() override;
+  /// `type` is `Recette` or `Depense`.
+  CEtatPlanDoc(CFenlorApp& app, DemandeurCriteres& demandeur, i16 type)
+      : CEtatListeComptes(app, demandeur, type == Recette ? TitreComptesRecettes : TitreComptesDepenses,
+                          type) {}
 };
 
-class CEtatTresorerieDoc : public CEtatListe {
+class CEtatPlanComptableDoc : public CEtatListeComptes {
  public:
-  using CEtatListe::CEtatListe;
+  CEtatPlanComptableDoc(CFenlorApp& app, DemandeurCriteres& demandeur)
+      : CEtatListeComptes(app, demandeur, TitrePlanComptable, TousTypes) {}
+};
 
- protected:
-  void BuildEtat() override;
+class CEtatTresorerieDoc : public CEtatListeComptes {
+ public:
+  CEtatTresorerieDoc(CFenlorApp& app, DemandeurCriteres& demandeur)
+      : CEtatListeComptes(app, demandeur, TitreComptesTresorerie, Tresorerie) {}
 };
 
 class CEtatRubriqueDoc : public CEtatListe {

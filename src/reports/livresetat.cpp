@@ -1,6 +1,5 @@
 #include "reports/livresetat.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
 #include "store/texte1252.h"
@@ -49,42 +48,28 @@ void LivresEtat::LignesDuCompte(std::string_view compte, Date du, Date au, const
 
 void LivresEtat::LignesDepuis(std::string_view compte, Date du,
                               const std::function<bool(const Line&)>& suite) {
-  const auto ligne = [&](Position, const void* rec) {
-    return suite(*static_cast<const Line*>(rec)) && m_etat.EnCours();
-  };
-  if (!m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes->NumCle + CleCompteDate),
-                                   MakeJournalKey3(compte, du, 0, 0, 0, 0), {}, ligne))
-    EchecLecture();
+  ParcourtFichier<Line>(m_app, m_etat, *m_lignes, CleCompteDate, MakeJournalKey3(compte, du, 0, 0, 0, 0), {},
+                        suite);
 }
 
 void LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
   ParcoursLignes(CleDateCompte, {}, du, au, suite);
 }
 
-void LivresEtat::Echec(CBTFiles& fichier) {
-  fichier.Erreur(0, MessageLecture);
+void LivresEtat::EchecLecture() {
+  m_lignes->Erreur(0, MessageLecture);
   m_etat.Abandonne();
 }
 
 void LivresEtat::ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin,
                                  const SuiteComptes& suite) {
-  const auto compte = [&](Position, const void* rec) {
-    suite(*static_cast<const Plan*>(rec));
-    return m_etat.EnCours();
-  };
-  if (!m_app.Magasin.QVParcoursCle(static_cast<u16>(m_plan->NumCle + cle), debut, fin, compte))
-    Echec(*m_plan);
+  ParcourtFichier<Plan>(m_app, m_etat, *m_plan, cle, debut, fin, suite);
 }
 
 void LivresEtat::ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au,
                                 const SuiteLignes& suite) {
-  const std::string debut = prefixe + StrSDate(du), fin = prefixe + StrSDate(au) + '\xFF';
-  const auto ligne = [&](Position, const void* rec) {
-    suite(*static_cast<const Line*>(rec));
-    return m_etat.EnCours();
-  };
-  if (!m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes->NumCle + cle), debut, fin, ligne))
-    EchecLecture();
+  ParcourtFichier<Line>(m_app, m_etat, *m_lignes, cle, prefixe + StrSDate(du),
+                        prefixe + StrSDate(au) + '\xFF', suite);
 }
 
 }  // namespace fenlor

@@ -4,15 +4,34 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 #include "core/btfiles.h"
+#include "core/textes.h"
 #include "pages/etatdoc.h"
 
 namespace fenlor {
 
-/// Both stay open while the object lives. A walk hands each record to `suite`, good for that call alone;
-/// within it other walks may run. It ends early when the report is no longer `EnCours`. Books that cannot be
-/// read are told, and the report is given up.
+/// Hands each record of a key to `suite`, good for that call alone, until it returns false, if it returns
+/// anything, or the report is no longer `EnCours`. A file that cannot be read is told, and the report given
+/// up.
+template <class Fiche, class Suite>
+void ParcourtFichier(CFenlorApp& app, CEtatDoc& etat, CBTFiles& fichier, u32 cle, const std::string& debut,
+                     const std::string& fin, const Suite& suite) {
+  const auto fiche = [&](Position, const void* rec) {
+    if constexpr (std::is_void_v<std::invoke_result_t<const Suite&, const Fiche&>>)
+      suite(*static_cast<const Fiche*>(rec));
+    else if (!suite(*static_cast<const Fiche*>(rec)))
+      return false;
+    return etat.EnCours();
+  };
+  if (app.Magasin.QVParcoursCle(static_cast<u16>(fichier.NumCle + cle), debut, fin, fiche)) return;
+  fichier.Erreur(0, MessageLecture);
+  etat.Abandonne();
+}
+
+/// Both stay open while the object lives. A walk is one of `ParcourtFichier`; within it other walks may
+/// run.
 class LivresEtat {
  public:
   using SuiteComptes = std::function<void(const Plan&)>;
@@ -45,13 +64,12 @@ class LivresEtat {
   /// Lines of all accounts by the date of the line.
   void LignesDatees(Date du, Date au, const SuiteLignes& suite);
 
-  /// The journal could not be read.
-  void EchecLecture() { Echec(*m_lignes); }
+  /// The journal could not be read: tells it, and gives the report up.
+  void EchecLecture();
 
  private:
   void ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin, const SuiteComptes& suite);
   void ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au, const SuiteLignes& suite);
-  void Echec(CBTFiles& fichier);
 
   CFenlorApp& m_app;
   CEtatDoc& m_etat;
