@@ -153,13 +153,6 @@ TEST_F(InterpreteTest, StrangeTextDoesNoHarm) {
   EXPECT_LE(Dessine(std::string(100000, 'x'))[0].cadre.droite, 1440);
 }
 
-TEST_F(InterpreteTest, PlainTextKeepsRunsAndTabs) {
-  std::string sortie;
-  InterpreteEtat interprete({1440, 170, 10, 17, 10}, "Tete\n", "", sortie);
-  interprete.InterpreteTexte(0, "\\M010\\N010\\BDate\\0\\T020Total\\R144\\S00212,50\n\\Hfin");
-  EXPECT_EQ(sortie, "Date\tTotal12,50\nTete\nfin");
-}
-
 TEST_F(InterpreteTest, FontOfTheSettings) {
   struct Cas {
     const char* reglage;
