@@ -47,11 +47,6 @@ Position CBTFiles::FirstKey(u32 indice) {
   return m_app.Magasin.QVFirstKey(static_cast<u16>(NumCle + indice), cle);
 }
 
-Position CBTFiles::LastKey(u32 indice) {
-  std::string cle;
-  return m_app.Magasin.QVLastKey(static_cast<u16>(NumCle + indice), cle);
-}
-
 Position CBTFiles::BrowseKey(u32 indice) {
   std::string cle = MakeKey(indice);
   return m_app.Magasin.QVBrowseKey(static_cast<u16>(NumCle + indice), cle);
@@ -60,11 +55,6 @@ Position CBTFiles::BrowseKey(u32 indice) {
 Position CBTFiles::NextKey(u32 indice) {
   std::string cle;
   return m_app.Magasin.QVNextKey(static_cast<u16>(NumCle + indice), cle);
-}
-
-Position CBTFiles::PrevKey(u32 indice) {
-  std::string cle;
-  return m_app.Magasin.QVPrevKey(static_cast<u16>(NumCle + indice), cle);
 }
 
 std::string CBTFiles::MakeKey(u32 indice) const {
@@ -193,11 +183,6 @@ bool CBTFiles::First(u32 indice) { return Retient(FirstKey(indice)); }
 bool CBTFiles::Browse(u32 indice) { return Retient(BrowseKey(indice)); }
 bool CBTFiles::Next(u32 indice) { return Retient(NextKey(indice)); }
 
-bool CBTFiles::Exist(u32 indice) {
-  return !CleDouble[indice] &&
-         m_app.Magasin.QVFindKey(static_cast<u16>(NumCle + indice), MakeKey(indice)) != 0;
-}
-
 bool CBTFiles::Add() {
   QVAPI& magasin = m_app.Magasin;
   QVAPI::Unite unite(magasin);
@@ -237,11 +222,6 @@ bool CBTFiles::Update() {
   if (unite.Valide()) return true;
   Erreur(0, MessageEcriture);
   return false;
-}
-
-std::string CPlan::GetCode(std::string_view compte) {
-  PoseTexte(Rec->Compte, compte);
-  return Find(0) ? LitTexte(Rec->Code) : std::string();
 }
 
 }  // namespace fenlor

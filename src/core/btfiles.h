@@ -63,11 +63,9 @@ class CBTFiles {
 
   // Primitives: keys by index from 0, positions of 0 for none.
   virtual fenlor::Position FirstKey(u32 indice);
-  virtual fenlor::Position LastKey(u32 indice);
   /// First key at or above the one composed from the record.
   virtual fenlor::Position BrowseKey(u32 indice);
   virtual fenlor::Position NextKey(u32 indice);
-  virtual fenlor::Position PrevKey(u32 indice);
   /// Key text composed from the record; empty for an index beyond the last.
   virtual std::string MakeKey(u32 indice) const;
   virtual bool ReadRec(fenlor::Position position);
@@ -105,8 +103,6 @@ class CBTFiles {
   bool First(u32 indice);
   bool Browse(u32 indice);
   bool Next(u32 indice);
-  /// True when the record's key stands in a key without doubles. Reads nothing.
-  bool Exist(u32 indice);
 
   /// Writes the record as a new one and its keys, all or nothing. A record that
   /// holds the same first key is replaced without a word.
@@ -181,13 +177,7 @@ class CFichier : public CBTFiles {
   }
 };
 
-class CPlan : public CFichier<Plan, FichierComptes> {
- public:
-  using CFichier::CFichier;
-  /// Code of an account, which becomes the record; empty when there is none.
-  std::string GetCode(std::string_view compte);
-};
-
+using CPlan = CFichier<Plan, FichierComptes>;
 using CLines = CFichier<Line, FichierJournal>;
 using CRubriques = CFichier<Rubrique, FichierRubriques>;
 using CBanques = CFichier<Banque, FichierBanques>;

@@ -1,115 +1,53 @@
-// Entries as the rules see them: walks over a key of the journal that fetch the
-// entry behind each first line, and the making of the lines of an opération diverse.
-// Lines of simple and standard entries are written by the store alone.
-//
-// Made, opened, used, destroyed. A walk survives what other objects do to the
-// journal's cursors, and the removal of the entry that it stands on.
+// Entries while they are written: the lines of an opération diverse, which the program makes itself, and the
+// record of a standard entry with its treasury lines. Lines of simple and standard entries are written by
+// the store alone.
 #pragma once
 
-#include <memory>
-#include <string>
+#include <vector>
 
 #include "core/btfiles.h"
 
 namespace fenlor {
 
-/// What the four kinds of entry share. `Rec` is the kind's record.
-class CEntree {
+/// An opération diverse of the open exercice.
+class COpDiverses {
  public:
-  virtual ~CEntree() = default;
-  CEntree(const CEntree&) = delete;
-  CEntree& operator=(const CEntree&) = delete;
+  /// The session outlives the object.
+  explicit COpDiverses(CFenlorApp& app) : m_app(app) {}
 
-  const std::string Path;         ///< directory of the exercice
-  std::unique_ptr<CLines> Lines;  ///< while open
-  std::string Cle;                ///< key where the walk stands
-  u32 CleIndex = 0;               ///< journal key being walked
+  Mouvement Rec{};  ///< the header: its lines bear its number, journal, label, dates and marks
+  /// Lines of the entry that is written anew. A new line on the account and the side of one of them takes
+  /// its marks and, off a treasury account, its mode of payment, which nobody chooses there; it leaves this list.
+  std::vector<Line> Anciennes;
+  /// The lines to come are those of `Anciennes`: their amounts stay as they are in both currencies.
+  bool GardeMontants = false;
 
-  /// Creates and opens `Lines`. False when the journal cannot be opened.
-  bool OpenFile();
-  void CloseFile();
-
-  virtual void ClearRec() = 0;
-  /// Stands on the first line at or above the record's fields in a journal key,
-  /// index from 0: `Mouvement`, `Journal`, `Libelle`, `Ligne`, `Date`, and for a
-  /// simple entry its treasury account. Position of the line, 0 when there is none.
-  virtual Position BrowseKey(u32 indice);
-  /// Reads an entry; the record stays as it was when there is none of this kind.
-  virtual bool ReadRec(u32 mouvement) = 0;
-  /// `BrowseKey`, then the entry of the line found.
-  bool Browse(u32 indice);
-  /// Skips the other lines of the entry; position of the next entry's first line in
-  /// the key, 0 at the end: the walk then stays where it was.
-  Position NextEntry(u32 indice);
-  bool Next(u32 indice);
-
-  /// The header that all kinds share.
-  virtual Mouvement Entete() const = 0;
-  /// The parent application made the entry.
-  bool IsLien() const { return Entete().LienId != 0; }
-  /// Adds a line to the entry: number, journal, label, dates and marks are filled
-  /// from the header. Its position, 0 when the store refused.
-  Position AddLine(Line& ligne);
-  /// Adds a line for a difference, credits less debits: a negative one as a credit on
-  /// the account for credit deviations, a positive one as a debit on that for debits.
-  /// Exactly 0 adds nothing and succeeds. False when the account is not in the chart.
+  /// A line on an account and of its name, of an amount that is credit less debit, in both currencies by the
+  /// rate of the header's date.
+  Line FaitLigne(const Plan& compte, f64 montant, bool euro) const;
+  /// Adds a line to the entry. Its position, 0 when the store refused.
+  Position AddLine(Line ligne);
+  /// Adds a line for a difference, credits less debits: a negative one as a credit on the account for credit
+  /// deviations, a positive one as a debit on that for debits. Exactly 0 adds nothing and succeeds. False
+  /// when the account is not in the chart, or the store refused.
   bool AddEcart(f64 montant, bool euro);
 
- protected:
-  CEntree(CFenlorApp& app, std::string path)
-      : Path(path.empty() ? app.PathExercice : std::move(path)), m_app(app) {}
-  /// Account of the line that `BrowseKey` looks for.
-  virtual std::string CompteCherche() const { return {}; }
-
+ private:
   CFenlorApp& m_app;
+};
+
+/// A standard entry; owns the treasury lines of its record.
+class CEcrStandard {
+ public:
+  explicit CEcrStandard(CFenlorApp& app) : m_magasin(app.Magasin) {}
+  ~CEcrStandard() { m_magasin.LibereLignes(Rec); }
+  CEcrStandard(const CEcrStandard&) = delete;
+  CEcrStandard& operator=(const CEcrStandard&) = delete;
+
+  EcrStandard Rec{};
 
  private:
-  bool LitEntree(Position position);
-};
-
-template <class Record>
-class CEntreeDe : public CEntree {
- public:
-  Record Rec{};
-
-  void ClearRec() override { Rec = Record{}; }
-  Mouvement Entete() const override;
-
- protected:
-  using CEntree::CEntree;
-};
-
-class CMouvements : public CEntreeDe<Mouvement> {
- public:
-  CMouvements(CFenlorApp& app, std::string path) : CEntreeDe(app, std::move(path)) {}
-  bool ReadRec(u32 mouvement) override;
-};
-
-class COpDiverses : public CEntreeDe<Mouvement> {
- public:
-  COpDiverses(CFenlorApp& app, std::string path) : CEntreeDe(app, std::move(path)) {}
-  bool ReadRec(u32 mouvement) override;
-};
-
-class CEcrSimple : public CEntreeDe<EcrSimple> {
- public:
-  CEcrSimple(CFenlorApp& app, std::string path) : CEntreeDe(app, std::move(path)) {}
-  bool ReadRec(u32 mouvement) override;
-  /// Writes a new entry; its number, 0 when the store refused.
-  u32 AddRec();
-
- protected:
-  std::string CompteCherche() const override;
-};
-
-/// Owns the treasury lines of its record.
-class CEcrStandard : public CEntreeDe<EcrStandard> {
- public:
-  CEcrStandard(CFenlorApp& app, std::string path) : CEntreeDe(app, std::move(path)) {}
-  ~CEcrStandard() override;
-  void ClearRec() override;
-  bool ReadRec(u32 mouvement) override;
-  u32 AddRec();
+  QVAPI& m_magasin;
 };
 
 }  // namespace fenlor

@@ -9,7 +9,6 @@ namespace fenlor {
 namespace {
 
 constexpr Date limiteFrancDefaut = FaitDate(18, 2, 2002);
-constexpr std::size_t tailleCompte = 10;
 
 }  // namespace
 
@@ -30,10 +29,6 @@ bool Parametres::EcritIniExercice(const std::string& exercice, const std::string
                                   const std::string& valeur) {
   const std::string nom = Exercice(exercice);
   return !nom.empty() && EcritIni(nom, cle, valeur);
-}
-
-bool Parametres::SupprimeIni(const std::string& section, const std::string& cle) {
-  return m_magasin.Reglages().Ecrit(section, cle, std::nullopt);
 }
 
 bool Parametres::IsOui(const std::string& valeur) { return CompareSansCasse(valeur, Texte(MotOui)) == 0; }
@@ -63,19 +58,15 @@ bool Parametres::IsFinDeSession() const {
   return EstVide(valeur) || IsOui(valeur);
 }
 
-bool Parametres::IsSauverFenetres() { return OuiAvecDefaut(SecFenlor, CleSauverFenetres, MotOui); }
-bool Parametres::IsCouleurSysteme() { return OuiAvecDefaut(SecPreferences, CleCouleurSysteme, MotNon); }
-bool Parametres::IsPoliceDefaut() { return OuiAvecDefaut(SecPreferences, ClePoliceDefaut, MotNon); }
+bool Parametres::IsSauverFenetres() {
+  const std::string valeur = LitIni(Texte(SecFenlor), Texte(CleSauverFenetres));
+  if (EstVide(valeur)) EcritIni(Texte(SecFenlor), Texte(CleSauverFenetres), Texte(MotOui));
+  return EstVide(valeur) || IsOui(valeur);
+}
 
 bool Parametres::IsRapprochementEspeces() const {
   return IsOui(LitIni(Texte(SecRapprochement), Texte(CleEspeces)));
 }
-
-std::string Parametres::GetComptePrelevement() const {
-  return LitIni(Texte(SecComptes), Texte(ClePrelevement)).substr(0, tailleCompte);
-}
-
-bool Parametres::HasComptePrelevement() const { return !CompacteTexte(GetComptePrelevement()).empty(); }
 
 Date Parametres::GetLimiteFranc() const {
   const Date limite = GetDate(LitIni(Texte(SecPreferences), Texte(CleLimiteFranc)));
@@ -102,12 +93,5 @@ std::string Parametres::Exercice(const std::string& exercice) const {
 }
 
 bool Parametres::Preference(unsigned cle) const { return IsOui(LitIni(Texte(SecPreferences), Texte(cle))); }
-
-bool Parametres::OuiAvecDefaut(unsigned section, unsigned cle, unsigned defaut) {
-  const std::string valeur = LitIni(Texte(section), Texte(cle));
-  if (!EstVide(valeur)) return IsOui(valeur);
-  EcritIni(Texte(section), Texte(cle), Texte(defaut));
-  return defaut == MotOui;
-}
 
 }  // namespace fenlor

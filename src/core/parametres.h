@@ -21,7 +21,6 @@ class Parametres {
   /// Writes with `EncodeRetours`; false when the file could not be written.
   bool EcritIni(const std::string& section, const std::string& cle, const std::string& valeur);
   bool EcritIniExercice(const std::string& exercice, const std::string& cle, const std::string& valeur);
-  bool SupprimeIni(const std::string& section, const std::string& cle);  ///< empty key: the section
   /// "Oui" without regard to case. `IsOui("")` is false.
   static bool IsOui(const std::string& valeur);
 
@@ -34,13 +33,9 @@ class Parametres {
   bool IsVirgule() const;
   bool IsEntree() const;
   bool IsFinDeSession() const;
-  bool IsSauverFenetres();   ///< blank: writes "Oui"
-  bool IsCouleurSysteme();   ///< blank: writes "Non"
-  bool IsPoliceDefaut();     ///< blank: writes "Non"
+  bool IsSauverFenetres();  ///< blank: writes "Oui"
   bool IsModeDebug() const;
   bool IsRapprochementEspeces() const;
-  std::string GetComptePrelevement() const;  ///< at most 10 characters
-  bool HasComptePrelevement() const;
   Date GetLimiteFranc() const;  ///< 18/02/2002 when the setting holds no date
   Date GetDebutExercice(const std::string& exercice = {}) const;
   Date GetFinExercice(const std::string& exercice = {}) const;
@@ -51,7 +46,6 @@ class Parametres {
  private:
   std::string Exercice(const std::string& exercice) const;
   bool Preference(unsigned cle) const;  ///< "Oui" under a key of "Préférences"
-  bool OuiAvecDefaut(unsigned section, unsigned cle, unsigned defaut);
   QVAPI& m_magasin;
 };
 

@@ -174,7 +174,6 @@ std::string EncodeRetours(std::string_view texte) {
 int TexteVersEntier(std::string_view texte) { return LitEntier(texte); }
 i32 TexteVersLong(std::string_view texte) { return LitEntier(texte); }
 std::string EntierVersTexte(int valeur) { return valeur == 0 ? std::string() : std::to_string(valeur); }
-std::string LongVersTexte(i32 valeur) { return EntierVersTexte(valeur); }
 
 f64 Arrondi(f64 valeur, int decimales) {
   constexpr f64 puissances[] = {1, 10, 100, 1000, 10000, 100000};
@@ -237,13 +236,6 @@ std::optional<std::string> NormeMontant(std::string_view texte, char separateur)
   return signe + entiers + (decimales.empty() ? "" : "." + decimales);
 }
 
-f64 TexteVersMontantNettoye(std::string_view texte, char separateur) {
-  std::string garde;
-  for (char c : texte)
-    if (EstChiffre(c) || c == separateur) garde += c;
-  return TexteVersMontant(garde, separateur);
-}
-
 std::string FormatMontant(f64 valeur, int decimales, char separateur) {
   return valeur == 0 ? std::string() : PoseSeparateur(Decimal(valeur, decimales), separateur);
 }
@@ -251,13 +243,6 @@ std::string FormatMontant(f64 valeur, int decimales, char separateur) {
 std::string FormatMontantEuro(f64 valeur, int decimales, char separateur) {
   if (valeur == 0) return {};
   return FormatMontant(valeur, decimales, separateur).append(" ").append(symboleEuro);
-}
-
-std::string FormatLargeur(f64 valeur, int largeur, int decimales, char separateur) {
-  std::string texte = FormatMontant(valeur, decimales, separateur);
-  const auto voulue = static_cast<std::size_t>(std::max(largeur, 0));
-  if (!texte.empty() && texte.size() < voulue) texte.insert(0, voulue - texte.size(), ' ');
-  return texte;
 }
 
 std::string FormatSaisie(f64 valeur, int decimales, bool zeroDansBoite, char separateur) {
@@ -279,8 +264,6 @@ std::string FormatSoldeFranc(f64 valeur) {
 std::string FormatSoldeEuro(f64 valeur) {
   return valeur < 0 ? "D " + FormatEuro(-valeur) : FormatEuro(valeur);
 }
-
-std::string FormatNombre(f64 valeur) { return valeur == 0 ? std::string() : DeuxDecimales(valeur); }
 
 std::string NormaliseRubrique(std::string_view texte) {
   if (EstVide(texte)) return {};

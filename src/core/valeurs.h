@@ -31,7 +31,6 @@ std::string EncodeRetours(std::string_view texte);
 int TexteVersEntier(std::string_view texte);
 i32 TexteVersLong(std::string_view texte);
 std::string EntierVersTexte(int valeur);  ///< empty for 0
-std::string LongVersTexte(i32 valeur);    ///< empty for 0
 
 // -- Rounding and comparing
 
@@ -52,8 +51,6 @@ int CompareComptes(const std::string& a, const std::string& b);
 /// Number at the beginning of a text of at most 80 characters, with `separateur`
 /// or "." as its point; 0 for a longer text or one that begins otherwise.
 f64 TexteVersMontant(std::string_view texte, char separateur = ',');
-/// As above after dropping all but digits and the separator, the sign too.
-f64 TexteVersMontantNettoye(std::string_view texte, char separateur = ',');
 
 /// What a person typed or pasted as an amount, as `TexteVersMontant` reads it: an optional sign, digits, at
 /// most one "." and more digits. Around it blanks may stand and "€" or "F" behind; whole groups of three
@@ -66,7 +63,6 @@ std::optional<std::string> NormeMontant(std::string_view texte, char separateur 
 
 std::string FormatMontant(f64 valeur, int decimales, char separateur = ',');
 std::string FormatMontantEuro(f64 valeur, int decimales, char separateur = ',');  ///< and " €"
-std::string FormatLargeur(f64 valeur, int largeur, int decimales, char separateur = ',');
 /// For an input field; with `zeroDansBoite` 0 shows as "0.00", with a point.
 std::string FormatSaisie(f64 valeur, int decimales, bool zeroDansBoite, char separateur = ',');
 /// A negative value as "D " and its opposite.
@@ -75,8 +71,6 @@ std::string FormatFranc(f64 valeur);       ///< "1234,50 F", "-1234,50 F"
 std::string FormatEuro(f64 valeur);        ///< "1234,50 €"
 std::string FormatSoldeFranc(f64 valeur);  ///< "D 12,50 F" for -12.5
 std::string FormatSoldeEuro(f64 valeur);
-/// For rates: "19,60".
-std::string FormatNombre(f64 valeur);
 
 // -- Codes
 

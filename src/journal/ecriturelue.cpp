@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/mouvements.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
@@ -88,14 +89,11 @@ ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture
     ecriture.marques.remise = rec.Remise != 0;
     return {};
   }
-  EcrStandard rec{};
-  const bool lu = magasin.ReadEcrStandard(app.PathExercice, mouvement, rec);
-  if (lu) {
-    LitCommun(app, rec, ecriture);
-    LitLignes(app, rec, ecriture);
-  }
-  magasin.LibereLignes(rec);
-  return lu ? ResultatSaisie{} : RefusMagasin(app);
+  CEcrStandard standard(app);
+  if (!magasin.ReadEcrStandard(app.PathExercice, mouvement, standard.Rec)) return RefusMagasin(app);
+  LitCommun(app, standard.Rec, ecriture);
+  LitLignes(app, standard.Rec, ecriture);
+  return {};
 }
 
 }  // namespace fenlor

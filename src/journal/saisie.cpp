@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "core/mouvements.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
@@ -29,19 +30,6 @@ MontantsSaisie Suite(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professio
       ttc, MontantDeChamp(professionnel), MontantDeChamp(personnel), MontantDeChamp(ht), MontantDeChamp(tva),
       taux};
 }
-
-/// The treasury lines of a standard entry in the store's table, given back at the end.
-class LignesStandard {
- public:
-  LignesStandard(QVAPI& magasin, EcrStandard& rec) : m_magasin(magasin), m_rec(rec) {}
-  ~LignesStandard() { m_magasin.LibereLignes(m_rec); }
-  LignesStandard(const LignesStandard&) = delete;
-  LignesStandard& operator=(const LignesStandard&) = delete;
-
- private:
-  QVAPI& m_magasin;
-  EcrStandard& m_rec;
-};
 
 class Enregistrement {
  public:
@@ -241,9 +229,9 @@ ResultatSaisie Enregistrement::SauveSimple() {
 
 ResultatSaisie Enregistrement::SauveStandard() {
   QVAPI& magasin = m_app.Magasin;
-  EcrStandard rec;
+  CEcrStandard ecriture(m_app);
+  EcrStandard& rec = ecriture.Rec;
   Remplit(rec);
-  const LignesStandard gardien(magasin, rec);
   for (u32 i = 0; i < m_lignes.size(); ++i)
     if (!magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
       return Refus(m_app, 3037, "tresorerie", {}, static_cast<int>(i));

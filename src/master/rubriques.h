@@ -56,8 +56,6 @@ std::vector<Position> PositionsRubriques(CFenlorApp& app);
 // up, and so on. A manual heading stops the way, a term with a minus is none. Their entries are those
 // with a line in an account that names one of them.
 
-/// There is such an entry.
-bool RubriqueVariableEcritures(CFenlorApp& app, const std::string& variable);
 /// Number of entries, each counted once.
 u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable);
 /// Deletes them all with their other lines, validated and reconciled ones too, in one unit of work.

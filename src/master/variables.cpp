@@ -41,44 +41,27 @@ bool CodesUtilisant(CFenlorApp& app, const std::string& variable, std::set<std::
   return lu;
 }
 
-/// Hands over the entry of each line in the accounts of the headings, in order of code and account,
-/// until `suite` says false. False on a failure.
-bool Parcourt(CFenlorApp& app, const std::string& variable, const std::function<bool(u32)>& suite) {
+/// The entry of each line in the accounts of the headings. False on a failure.
+bool Ecritures(CFenlorApp& app, const std::string& variable, std::set<u32>& mouvements) {
   std::set<std::string> codes;
   if (!CodesUtilisant(app, variable, codes)) return false;
   CLines lignes(app, app.PathExercice);
   if (!lignes.OpenFile()) return false;
   const auto cle = static_cast<u16>(lignes.NumCle + CleJournalCompte);
-  bool continuer = true;
+  const auto retient = [&](Position, const void* rec) {
+    mouvements.insert(static_cast<const Line*>(rec)->Mouvement);
+    return true;
+  };
   for (const std::string& code : codes)
     for (const CompteAssocie& compte : ComptesAssocies(app, code)) {
       std::string debut = compte.compte;
       debut.resize(sizeof Line{}.Compte - 1, ' ');
-      const bool lu = app.Magasin.QVParcoursCle(cle, debut, debut + '\xFF', [&](Position, const void* rec) {
-        return continuer = suite(static_cast<const Line*>(rec)->Mouvement);
-      });
-      if (!lu || !continuer) return lu;
+      if (!app.Magasin.QVParcoursCle(cle, debut, debut + '\xFF', retient)) return false;
     }
   return true;
 }
 
-bool Ecritures(CFenlorApp& app, const std::string& variable, std::set<u32>& mouvements) {
-  return Parcourt(app, variable, [&](u32 mouvement) {
-    mouvements.insert(mouvement);
-    return true;
-  });
-}
-
 }  // namespace
-
-bool RubriqueVariableEcritures(CFenlorApp& app, const std::string& variable) {
-  bool trouve = false;
-  Parcourt(app, variable, [&](u32) {
-    trouve = true;
-    return false;
-  });
-  return trouve;
-}
 
 u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable) {
   std::set<u32> mouvements;

@@ -36,10 +36,10 @@ bool CEtatDoc::OnNewDocument() {
     m_index.Ferme();
     return App.ReportErreur(erreurFichierTemporaire);
   }
-  const bool montre = BuildEtat();
-  if (m_echec.empty() && !m_texte.Vide()) Echoue(m_texte);
-  if (m_echec.empty() && !m_index.Vide()) Echoue(m_index);
-  if (montre && m_echec.empty()) return true;
+  BuildEtat();
+  for (FichierTampon* fichier : {&m_texte, &m_index})
+    if (EnCours() && !fichier->Vide()) EchoueSur(*fichier);
+  if (EnCours()) return true;
   if (!m_echec.empty()) App.Boite.Erreur(ErrEtatEcriture, TexteFormat(ErrEtatEcriture, {m_echec}));
   m_texte.Ferme();
   m_index.Ferme();
@@ -55,6 +55,7 @@ bool CEtatDoc::Cree() {
   m_entete.clear();
   m_pied.clear();
   m_echec.clear();
+  m_abandonne = false;
   m_paysage = false;
   m_impressions = 0;
   m_finImpression = 0;
@@ -63,7 +64,7 @@ bool CEtatDoc::Cree() {
   return faits && m_index.Ajoute(Octets(&debut, 1)) && m_index.Vide();
 }
 
-bool CEtatDoc::BuildEtat() { return EtatPrintf(EtatSansTexte) >= 0; }
+void CEtatDoc::BuildEtat() { EtatPrintf(EtatSansTexte); }
 
 void CEtatDoc::SetEtatTitre(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
   m_titre = Borne(format, arguments);
@@ -83,29 +84,30 @@ void CEtatDoc::SetEtatPied(const FormatEtat& format, std::initializer_list<Argum
 
 bool CEtatDoc::SetEtatPaysage(bool valeur) { return std::exchange(m_paysage, valeur); }
 
-i32 CEtatDoc::EtatPrintf(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments) {
+void CEtatDoc::EtatPrintf(const FormatEtat& format, std::span<const ArgumentEtat> arguments) {
+  if (!EnCours()) return;
   m_travail.clear();
   RemplitEtat(m_travail, format.Format(), arguments);
-  return EcritEtat(m_travail);
+  EcritEtat(m_travail);
 }
 
-i32 CEtatDoc::EcritEtat(std::string_view texte) {
-  if (!m_echec.empty()) return -1;
-  if (texte.size() > std::numeric_limits<u32>::max() - m_compteur.Offset() ||
-      texte.size() > static_cast<std::size_t>(std::numeric_limits<i32>::max())) {
-    m_echec = TexteErreurSysteme(EFBIG);
-    return -1;
-  }
+void CEtatDoc::EcritEtat(std::string_view texte) {
+  if (!EnCours()) return;
+  if (texte.size() > std::numeric_limits<u32>::max() - m_compteur.Offset())
+    return Echoue(TexteErreurSysteme(EFBIG));
   m_fermes.clear();
   m_compteur.Compte(texte, m_mesures.lignesEntete, m_mesures.lignesPied, m_fermes);
   m_nbBlocs += static_cast<u32>(m_fermes.size());
-  if (!m_texte.Ajoute(texte)) return Echoue(m_texte), -1;
-  if (!m_index.Ajoute(Octets(m_fermes.data(), m_fermes.size()))) return Echoue(m_index), -1;
-  return static_cast<i32>(texte.size());
+  if (!m_texte.Ajoute(texte)) return EchoueSur(m_texte);
+  if (!m_index.Ajoute(Octets(m_fermes.data(), m_fermes.size()))) EchoueSur(m_index);
 }
 
-void CEtatDoc::Echoue(const FichierTampon& fichier) {
-  m_echec = fichier.Echec().empty() ? TexteErreurSysteme(EBADF) : fichier.Echec();
+void CEtatDoc::Echoue(std::string raison) {
+  if (m_echec.empty()) m_echec = std::move(raison);
+}
+
+void CEtatDoc::EchoueSur(const FichierTampon& fichier) {
+  Echoue(fichier.Echec().empty() ? TexteErreurSysteme(EBADF) : fichier.Echec());
 }
 
 int CEtatDoc::LitBlocs(u32 premier, BlocEtat* blocs, u32 nombre) {

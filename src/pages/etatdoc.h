@@ -3,20 +3,23 @@
 // `BuildEtat`; what it writes is told in docs/MARKUP.md.
 //
 //   class CEtatPlanDoc : public CEtatDoc {
-//     bool BuildEtat() override {
+//     void BuildEtat() override {
 //       SetEtatTitre(TitrePlan);
 //       SetEtatEntete(EntetePlan);
-//       ... for each account:
-//       if (EtatPrintf(LignePlan, {compte, designation, FormatFranc(solde)}) < 0) return false;
-//       return true;
+//       ... for each account, while `EnCours()`:
+//       EtatPrintf(LignePlan, {compte, designation, FormatFranc(solde)});
 //     }
 //   };
+//
+// A report is a stream: its first failure stays, what is written from then on goes nowhere, and
+// `OnNewDocument` asks once, at the end.
 //
 // The length of a report is limited by the disk and by 4 gigabytes of text; nothing of
 // it is held in memory. One thread.
 #pragma once
 
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,10 +42,15 @@ class CEtatDoc : public LecteurBlocs {
   CEtatDoc& operator=(const CEtatDoc&) = delete;
 
   /// Builds the report anew: makes the two files, clears everything, calls `BuildEtat`.
-  /// False when there is none to show: `BuildEtat` said so; or the files could not be
+  /// False when there is none to show: it was given up; or the files could not be
   /// made (error 3109) or written to their end (ErrEtatEcriture), which has been told
   /// to `CFenlorApp::Boite` then. A report that lacks a line is never shown.
   bool OnNewDocument();
+
+  /// No failure and not given up: what a long walk asks before it goes on.
+  bool EnCours() const { return !m_abandonne && m_echec.empty(); }
+  /// There will be no report: nobody wants it, or what it tells cannot be had. The caller tells why.
+  void Abandonne() { m_abandonne = true; }
 
   // What pagination and drawing read.
   u32 NombreBlocs() const { return m_nbBlocs - (m_nbBlocs > 0); }
@@ -70,9 +78,9 @@ class CEtatDoc : public LecteurBlocs {
   bool PeutFermer(u64 maintenant) const;
 
  protected:
-  /// Writes the report; true when it is to be shown. The default writes one line that
-  /// says that there is nothing to print.
-  virtual bool BuildEtat();
+  /// Writes the report. The default writes one line that says that there is nothing to
+  /// print.
+  virtual void BuildEtat();
 
   // At most 512 bytes each. The title is text with markup on one line; header and
   // footer are markup, their heights are the line feeds in them (of the header at
@@ -82,18 +90,21 @@ class CEtatDoc : public LecteurBlocs {
   void SetEtatPied(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments = {});
   bool SetEtatPaysage(bool valeur);  ///< the former value
 
-  /// Appends markup, one unbreakable block at least. Bytes taken, or -1 when the text
-  /// could not be written, now or earlier: the report is lost then, and a long one had
-  /// better stop building.
-  i32 EtatPrintf(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments = {});
+  /// Appends markup, one unbreakable block at least; nothing unless the report is `EnCours`.
+  void EtatPrintf(const FormatEtat& format, std::initializer_list<ArgumentEtat> arguments = {}) {
+    EtatPrintf(format, std::span(arguments.begin(), arguments.size()));
+  }
+  void EtatPrintf(const FormatEtat& format, std::span<const ArgumentEtat> arguments);
   /// The same with a text that is complete.
-  i32 EcritEtat(std::string_view texte);
+  void EcritEtat(std::string_view texte);
+  /// A file of the report could not be written, for this reason: ErrEtatEcriture at the end.
+  void Echoue(std::string raison);
 
   CFenlorApp& App;
 
  private:
   bool Cree();
-  void Echoue(const FichierTampon& fichier);
+  void EchoueSur(const FichierTampon& fichier);
 
   FichierTampon m_texte;
   FichierTampon m_index;
@@ -107,6 +118,7 @@ class CEtatDoc : public LecteurBlocs {
   std::string m_pied;
   bool m_paysage = false;
   std::string m_echec;  ///< why the text could not be written; empty: it could
+  bool m_abandonne = false;
   u32 m_impressions = 0;
   u64 m_finImpression = 0;
 };

@@ -68,8 +68,7 @@ void ArgumentEtat::Ajoute(std::string& sortie, std::size_t largeur, int precisio
   }
 }
 
-void RemplitEtat(std::string& sortie, std::string_view format,
-                 std::initializer_list<ArgumentEtat> arguments) {
+void RemplitEtat(std::string& sortie, std::string_view format, std::span<const ArgumentEtat> arguments) {
   auto suivant = arguments.begin();
   while (!format.empty()) {
     const std::size_t pourcent = std::min(format.find('%'), format.size());

@@ -4,6 +4,7 @@
 
 #include <concepts>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -51,7 +52,11 @@ class FormatEtat {
 /// and precision ("%03d", "%-8.8s"). Arguments are taken in order, each in its own
 /// way whatever the letter; a missing one prints nothing, and a "%" that begins no
 /// conversion stands for itself.
-void RemplitEtat(std::string& sortie, std::string_view format, std::initializer_list<ArgumentEtat> arguments);
+void RemplitEtat(std::string& sortie, std::string_view format, std::span<const ArgumentEtat> arguments);
+inline void RemplitEtat(std::string& sortie, std::string_view format,
+                        std::initializer_list<ArgumentEtat> arguments) {
+  RemplitEtat(sortie, format, std::span(arguments.begin(), arguments.size()));
+}
 
 /// Text that a person typed, safe inside markup: each backslash is doubled.
 std::string EchappeEtat(std::string_view texte);

@@ -36,9 +36,7 @@ std::optional<i32> TabulationSuivante(std::string_view texte) {
 
 }  // namespace
 
-void InterpreteEtat::FinitPage() {
-  if (m_lignes) m_lignes->Dessine();
-}
+void InterpreteEtat::FinitPage() { m_lignes.Dessine(); }
 
 i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
   Plume plume{depart, m_etat.margeGauche, 0, {}, texte.substr(0, texte.find('\0'))};
@@ -61,10 +59,7 @@ i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
 
 void InterpreteEtat::Code(Plume& plume, char code) {
   const i32 avant = plume.x;
-  if (std::string_view("0123BIUL").find(code) != std::string_view::npos || code == 'T' ||
-      (m_peripherique && std::string_view("MNCR").find(code) != std::string_view::npos)) {
-    Dessine(plume);
-  }
+  if (std::string_view("0123BIULTMNCR").find(code) != std::string_view::npos) Dessine(plume);
   plume.source.remove_prefix(2);
   if (std::string_view("123LTMNCR").find(code) != std::string_view::npos) plume.texte.reset();
   switch (code) {
@@ -94,19 +89,15 @@ void InterpreteEtat::Code(Plume& plume, char code) {
       break;
     case 'C':
     case 'R': {
-      const i32 ancre = Colonnes(plume);
-      if (m_sortie) break;
-      m_ancre = ancre;
+      m_ancre = Colonnes(plume);
       m_etat.course = code == 'C' ? Course::Centree : Course::ADroite;
       break;
     }
     case 'T':
       plume.x = Colonnes(plume);
-      if (m_sortie) plume.run += '\t';
       break;
     case 'M': {
       const i32 marge = Colonnes(plume);
-      if (m_sortie) break;
       if (avant == m_etat.margeGauche) plume.x = marge;
       m_etat.margeGauche = marge;
       break;
@@ -115,16 +106,14 @@ void InterpreteEtat::Code(Plume& plume, char code) {
       // A position is compared with a distance from the other edge: reports are laid out
       // on what comes of it.
       const i32 marge = Colonnes(plume);
-      if (m_sortie) break;
       if (avant == m_etat.margeDroite) plume.x = marge;
       m_etat.margeDroite = marge;
       break;
     }
     case 'S': {
       const i32 epaisseur = Argument(plume);
-      if (m_lignes)
-        m_lignes->Trait(m_etat.margeGauche, m_page.largeur - m_etat.margeDroite,
-                        Avance(plume.depart, plume.y) + 1, epaisseur);
+      m_lignes.Trait(m_etat.margeGauche, m_page.largeur - m_etat.margeDroite,
+                     Avance(plume.depart, plume.y) + 1, epaisseur);
       break;
     }
     case 'F':
@@ -153,7 +142,6 @@ i32 InterpreteEtat::Argument(Plume& plume) {
 void InterpreteEtat::FinLigne(Plume& plume) {
   Dessine(plume);
   plume.texte.reset();
-  if (m_sortie) *m_sortie += '\n';
   plume.x = m_etat.margeGauche;
   plume.y = Avance(plume.y, m_page.interligne);
   m_etat.ligne = Alignement::Gauche;
@@ -170,16 +158,11 @@ unsigned InterpreteEtat::Style() const {
 i32 InterpreteEtat::DessineRun(Plume& plume) {
   if (plume.run.empty()) return 0;
   const std::string run = std::exchange(plume.run, {});
-  if (m_sortie) {
-    m_sortie->append(run);
-    return static_cast<i32>(std::min<std::size_t>(run.size(), loin));
-  }
-
-  const Etendue etendue = m_peripherique->Mesure(Style(), run);
+  const Etendue etendue = m_peripherique.Mesure(Style(), run);
   if (plume.texte && plume.yTexte == plume.y) {
-    m_lignes->Continue(*plume.texte, Style(), run, etendue.largeur);
+    m_lignes.Continue(*plume.texte, Style(), run, etendue.largeur);
   } else {
-    plume.texte = m_lignes->Commence(PlaceRun(plume, etendue), Style(), run, etendue.largeur);
+    plume.texte = m_lignes.Commence(PlaceRun(plume, etendue), Style(), run, etendue.largeur);
     plume.yTexte = plume.y;
   }
   return etendue.largeur;

@@ -17,14 +17,11 @@ class InterpreteEtat {
   /// Draws on the device, whose fonts `PreparePage` has made; it outlives the object.
   /// `entete` and `pied` are the markup of "\H" and "\F".
   InterpreteEtat(const MiseEnPage& page, std::string entete, std::string pied, Peripherique& peripherique)
-      : m_page(page), m_entete(std::move(entete)), m_pied(std::move(pied)), m_peripherique(&peripherique) {
-    m_lignes.emplace(page.unite, peripherique);
-  }
-  /// Plain text: runs as they come, a tab for each "\T", a line feed at each line's
-  /// end; styles, alignments, margins and rules print nothing. Appends to `sortie`,
-  /// which outlives the object.
-  InterpreteEtat(const MiseEnPage& page, std::string entete, std::string pied, std::string& sortie)
-      : m_page(page), m_entete(std::move(entete)), m_pied(std::move(pied)), m_sortie(&sortie) {}
+      : m_page(page),
+        m_entete(std::move(entete)),
+        m_pied(std::move(pied)),
+        m_peripherique(peripherique),
+        m_lignes(page.unite, peripherique) {}
 
   /// The state that a page begins with: plain style, no margins, everything to the left.
   void CommencePage() { m_etat = {}; }
@@ -83,9 +80,8 @@ class InterpreteEtat {
   MiseEnPage m_page;
   std::string m_entete;
   std::string m_pied;
-  Peripherique* m_peripherique = nullptr;
-  std::string* m_sortie = nullptr;
-  std::optional<MiseEnLigne> m_lignes;  ///< what waits to be drawn; none without a device
+  Peripherique& m_peripherique;
+  MiseEnLigne m_lignes;  ///< what waits to be drawn
   Trace m_etat;
   i32 m_ancre = 0;
   bool m_dansEntete = false;

@@ -5,28 +5,6 @@
 
 namespace fenlor {
 
-namespace {
-
-void Dessine(const ImpressionEtat& impression, u32 n, InterpreteEtat& interprete) {
-  const PageEtat& page = impression.pages[n];
-  const std::string texte = impression.doc.LitTexte(impression.pages[n - 1].fin, page.fin);
-  std::string premier, second;
-  RemplitEtat(premier, Texte(EtatTitreIdentite),
-              {EchappeEtat(impression.qui.nom), EchappeEtat(impression.qui.societe)});
-  RemplitEtat(second, Texte(EtatTitrePage),
-              {StrDate(impression.aujourdhui), impression.doc.Titre(), n, NombrePages(impression.pages)});
-  interprete.CommencePage();
-  i32 y = interprete.DessineTitre(0, premier, second);
-  if (page.avecEntete) y += interprete.DessineEntete(y);
-  y += interprete.InterpreteTexte(y, texte);
-  if (page.avecPied) interprete.DessinePied(y);
-  interprete.FinitPage();
-}
-
-bool Existe(const ImpressionEtat& impression, u32 n) { return n >= 1 && n <= NombrePages(impression.pages); }
-
-}  // namespace
-
 IdentiteEtat LitIdentiteEtat(const CFenlorApp& app) {
   const std::string identification = app.Reglages.LitIni(Texte(SecActivite), Texte(CleIdentification));
   std::string lignes[2];
@@ -40,18 +18,22 @@ IdentiteEtat LitIdentiteEtat(const CFenlorApp& app) {
 }
 
 bool DessinePage(const ImpressionEtat& impression, u32 n, Peripherique& peripherique) {
-  if (!Existe(impression, n)) return false;
+  if (n < 1 || n > NombrePages(impression.pages)) return false;
   InterpreteEtat interprete(impression.page, impression.doc.Entete(), impression.doc.Pied(), peripherique);
-  Dessine(impression, n, interprete);
+  const PageEtat& page = impression.pages[n];
+  const std::string texte = impression.doc.LitTexte(impression.pages[n - 1].fin, page.fin);
+  std::string premier, second;
+  RemplitEtat(premier, Texte(EtatTitreIdentite),
+              {EchappeEtat(impression.qui.nom), EchappeEtat(impression.qui.societe)});
+  RemplitEtat(second, Texte(EtatTitrePage),
+              {StrDate(impression.aujourdhui), impression.doc.Titre(), n, NombrePages(impression.pages)});
+  interprete.CommencePage();
+  i32 y = interprete.DessineTitre(0, premier, second);
+  if (page.avecEntete) y += interprete.DessineEntete(y);
+  y += interprete.InterpreteTexte(y, texte);
+  if (page.avecPied) interprete.DessinePied(y);
+  interprete.FinitPage();
   return true;
-}
-
-std::string TextePage(const ImpressionEtat& impression, u32 n) {
-  std::string sortie;
-  if (!Existe(impression, n)) return sortie;
-  InterpreteEtat interprete(impression.page, impression.doc.Entete(), impression.doc.Pied(), sortie);
-  Dessine(impression, n, interprete);
-  return sortie;
 }
 
 }  // namespace fenlor

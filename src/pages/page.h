@@ -32,7 +32,5 @@ struct ImpressionEtat {
 /// no such page. A text that cannot be read is told to `CFenlorApp::Boite`, and the page
 /// is drawn with what could be.
 bool DessinePage(const ImpressionEtat& impression, u32 n, Peripherique& peripherique);
-/// The page as plain text, lines ended by a line feed; empty when there is no such page.
-std::string TextePage(const ImpressionEtat& impression, u32 n);
 
 }  // namespace fenlor

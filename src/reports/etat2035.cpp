@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "core/btfiles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "reports/livresetat.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 
@@ -45,23 +44,25 @@ u32 NombreImmobilisations(CFenlorApp& app) {
 
 }  // namespace
 
-bool CEtat2035Doc::BuildEtat() {
+void CEtat2035Doc::BuildEtat() {
   PoseTitre(TexteFormat(TitreEtat2035, {App.NomExercice}));
   SetEtatPied(PiedListe);
   Rubriques2035 rubriques(App);
-  if (!rubriques.Lit()) return false;
+  if (!rubriques.Lit()) return Abandonne();
   AvertitBoucles(rubriques);
 
   Travail travail(*this, AvancementEtat2035, NombreImmobilisations(App) + rubriques.Nombre());
   Variables2035 variables;
   CalculVariables2035(App, variables);
-  if (App.Boite.IsAborted()) return false;
+  if (App.Boite.IsAborted()) return Abandonne();
   rubriques.PoseVariables(variables);
 
-  if (!EcritTete()) return false;
-  for (unsigned bloc = 0; bloc < NbBlocs; ++bloc)
-    if (EtatPrintf("\\F") < 0 || !EcritBloc(static_cast<Bloc>(bloc), rubriques, travail)) return false;
-  return EtatPrintf("\\F") >= 0;
+  EcritTete();
+  for (unsigned bloc = 0; bloc < NbBlocs && EnCours(); ++bloc) {
+    EcritEtat("\\F");
+    EcritBloc(static_cast<Bloc>(bloc), rubriques, travail);
+  }
+  EcritEtat("\\F");
 }
 
 void CEtat2035Doc::AvertitBoucles(const Rubriques2035& rubriques) {
@@ -74,50 +75,49 @@ void CEtat2035Doc::AvertitBoucles(const Rubriques2035& rubriques) {
   App.MessageId(BoutonsOk | IconeAttention, AvisBoucles2035, {texte});
 }
 
-bool CEtat2035Doc::EcritTete() {
+void CEtat2035Doc::EcritTete() {
   const auto reglage = [this](unsigned section, unsigned cle) {
     return EchappeEtat(App.Reglages.LitIni(Texte(section), Texte(cle)));
   };
   const int mois = NombreMois(App.Reglages.GetDebutExercice(), App.Reglages.GetFinExercice());
-  return EtatPrintf(Etat2035Resultat) >= 0 && EtatPrintf(Etat2035Mois, {mois}) >= 0 &&
-         EtatPrintf(Etat2035Annexe) >= 0 &&
-         EtatPrintf(Etat2035Declarant, {reglage(SecActivite, CleIdentification)}) >= 0 &&
-         EtatPrintf(Etat2035Activite,
-                    {reglage(SecActivite, CleNatureActivite), reglage(SecActivite, CleDebut)}) >= 0 &&
-         EtatPrintf(Etat2035Association, {reglage(SecAssociation, CleNumeroAssociation),
-                                          reglage(SecAssociation, CleAnneeAssociation)}) >= 0;
+  EtatPrintf(Etat2035Resultat);
+  EtatPrintf(Etat2035Mois, {mois});
+  EtatPrintf(Etat2035Annexe);
+  EtatPrintf(Etat2035Declarant, {reglage(SecActivite, CleIdentification)});
+  EtatPrintf(Etat2035Activite, {reglage(SecActivite, CleNatureActivite), reglage(SecActivite, CleDebut)});
+  EtatPrintf(Etat2035Association,
+             {reglage(SecAssociation, CleNumeroAssociation), reglage(SecAssociation, CleAnneeAssociation)});
 }
 
-bool CEtat2035Doc::LitLignes(Bloc bloc, std::vector<LigneFiscale>& lignes) {
+std::vector<CEtat2035Doc::LigneFiscale> CEtat2035Doc::LitLignes(Bloc bloc) {
+  std::vector<LigneFiscale> lignes;
   const Bornes bornes = LitBornes(App, bloc);
   CRubriques fichier(App, App.PathExercice);
-  if (!fichier.OpenFile()) return false;
-  const auto cle = static_cast<u16>(fichier.NumCle + CleLigne);
-  const bool lu = App.Magasin.QVParcoursCle(
-      cle, MakeRubriquesKey4(bornes.premier, {}), {}, [&](Position, const void* rec) {
-        const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
-        const i16 ligne = LignePrincipale(rubrique.Ligne);
-        if (ligne > bornes.dernier) return false;
-        lignes.push_back(
-            {ligne, fenlor::LitTexte(rubrique.Designation), fenlor::LitTexte(rubrique.Rubrique)});
-        return true;
-      });
-  if (!lu) fichier.Erreur(0, MessageLecture);
-  return lu;
-}
-
-bool CEtat2035Doc::EcritBloc(Bloc bloc, Rubriques2035& rubriques, Travail& travail) {
-  std::vector<LigneFiscale> lignes;
-  if (!LitLignes(bloc, lignes)) return false;
-  for (const LigneFiscale& ligne : lignes) {
-    const MontantDouble montant{rubriques.ValeurRubriqueFranc(ligne.rubrique),
-                                rubriques.ValeurRubriqueEuro(ligne.rubrique)};
-    if (!EcritLigne(bloc, ligne, montant) || !travail.Pas()) return false;
+  if (!fichier.OpenFile()) {
+    Abandonne();
+    return lignes;
   }
-  return true;
+  ParcourtFichier<Rubrique>(App, *this, fichier, CleLigne, MakeRubriquesKey4(bornes.premier, {}), {},
+                            [&](const Rubrique& rubrique) {
+                              const i16 ligne = LignePrincipale(rubrique.Ligne);
+                              if (ligne > bornes.dernier) return false;
+                              lignes.push_back({ligne, fenlor::LitTexte(rubrique.Designation),
+                                                fenlor::LitTexte(rubrique.Rubrique)});
+                              return true;
+                            });
+  return lignes;
 }
 
-bool CEtat2035Doc::EcritLigne(Bloc bloc, const LigneFiscale& ligne, MontantDouble montant) {
+void CEtat2035Doc::EcritBloc(Bloc bloc, Rubriques2035& rubriques, Travail& travail) {
+  for (const LigneFiscale& ligne : LitLignes(bloc)) {
+    if (!EnCours()) return;
+    EcritLigne(bloc, ligne,
+               {rubriques.ValeurRubriqueFranc(ligne.rubrique), rubriques.ValeurRubriqueEuro(ligne.rubrique)});
+    travail.Pas();
+  }
+}
+
+void CEtat2035Doc::EcritLigne(Bloc bloc, const LigneFiscale& ligne, MontantDouble montant) {
   const f64 franc = std::max(0.0, montant.franc), euro = std::max(0.0, montant.euro);
   const bool sansNumero = ligne.ligne == 0 || ligne.ligne > DerniereLignePrincipale;
   std::string premier = FormatMontant(franc, 0), second;
@@ -126,8 +126,8 @@ bool CEtat2035Doc::EcritLigne(Bloc bloc, const LigneFiscale& ligne, MontantDoubl
   } else if (AnneeEuro()) {
     premier = bloc == BlocRecettes ? FormatMontant(euro, 0) : FormatMontantEuro(euro, 0);
   }
-  return EtatPrintf(Etat2035Ligne, {sansNumero ? std::string() : std::to_string(ligne.ligne),
-                                    EchappeEtat(ligne.designation), ligne.rubrique, premier, second}) >= 0;
+  EtatPrintf(Etat2035Ligne, {sansNumero ? std::string() : std::to_string(ligne.ligne),
+                             EchappeEtat(ligne.designation), ligne.rubrique, premier, second});
 }
 
 }  // namespace fenlor

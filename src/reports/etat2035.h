@@ -16,7 +16,7 @@ class CEtat2035Doc : public CEtatComptable {
   /// Headings whose formulas lead back to themselves count as 0; the user is told before (7213). Assets
   /// that cannot be read leave their variables at 0, told too; headings or accounts that cannot be read
   /// mean no statement.
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
   enum Bloc : unsigned { BlocRecettes, BlocDepenses, BlocResultat, BlocTva, NbBlocs };
@@ -26,11 +26,11 @@ class CEtat2035Doc : public CEtatComptable {
   };
 
   void AvertitBoucles(const Rubriques2035& rubriques);
-  bool EcritTete();
-  /// In the order of the statement. False when they cannot be read, told.
-  bool LitLignes(Bloc bloc, std::vector<LigneFiscale>& lignes);
-  bool EcritBloc(Bloc bloc, Rubriques2035& rubriques, Travail& travail);
-  bool EcritLigne(Bloc bloc, const LigneFiscale& ligne, MontantDouble montant);
+  void EcritTete();
+  /// In the order of the statement. Headings that cannot be read are told, and the report given up.
+  std::vector<LigneFiscale> LitLignes(Bloc bloc);
+  void EcritBloc(Bloc bloc, Rubriques2035& rubriques, Travail& travail);
+  void EcritLigne(Bloc bloc, const LigneFiscale& ligne, MontantDouble montant);
 };
 
 }  // namespace fenlor

@@ -13,27 +13,31 @@ constexpr unsigned RangEuro = 1, RangDouble = 2;  // of the column headings
 
 }  // namespace
 
-bool CEtatBalanceDoc::BuildEtat() {
+void CEtatBalanceDoc::BuildEtat() {
   m_classe.reset();
   m_sommesClasse = m_sommesSection = m_sommes = {};
   PoseTitre(Texte(TitreEtatBalance));
   SetEtatEntete(EnteteBalance + (AfficheDouble() ? RangDouble : AnneeEuro() ? RangEuro : 0));
   SetEtatPied(PiedBalance);
-  LivresEtat livres(App);
-  if (!livres.Ouvre()) return false;
+  LivresEtat livres(App, *this);
+  if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementBalance, livres.NombreComptes());
-  if (EcritEtat("\\H") < 0) return false;
-  bool suit = true;
-  const auto compte = [&](const Plan& plan) { return suit = EcritCompte(livres, plan) && travail.Pas(); };
-  return livres.Comptes(compte) && suit && FermeClasse() && EcritTotaux(TotalExploitation, m_sommesSection) &&
-         EcritTotaux(TotalBalance, m_sommes) && EcritEtat("\\X") >= 0;
+  EcritEtat("\\H");
+  livres.Comptes([&](const Plan& plan) {
+    EcritCompte(livres, plan);
+    travail.Pas();
+  });
+  FermeClasse();
+  EcritTotaux(TotalExploitation, m_sommesSection);
+  EcritTotaux(TotalBalance, m_sommes);
+  EcritEtat("\\X");
 }
 
-bool CEtatBalanceDoc::EcritCompte(const LivresEtat& livres, const Plan& plan) {
+void CEtatBalanceDoc::EcritCompte(const LivresEtat& livres, const Plan& plan) {
   if (m_classe != plan.Compte[0]) {
-    if (!FermeClasse()) return false;
+    FermeClasse();
     m_classe = plan.Compte[0];
-    if (EtatPrintf(ClasseBalance, {plan.Compte[0]}) < 0) return false;
+    EtatPrintf(ClasseBalance, {plan.Compte[0]});
   }
   const SommesEtat sommes{plan.DebitFranc, plan.DebitEuro, plan.CreditFranc, plan.CreditEuro};
   m_sommesClasse.Ajoute(sommes);
@@ -47,21 +51,20 @@ bool CEtatBalanceDoc::EcritCompte(const LivresEtat& livres, const Plan& plan) {
     colonnes[2] = debiteur ? MontantAnnee(-franc, -euro) : std::string();
     colonnes[3] = debiteur ? std::string() : MontantAnnee(franc, euro);
   }
-  return EtatPrintf(RangeeBalance, {livres.CompteCourt(plan), EchappeEtat(fenlor::LitTexte(plan.Designation)),
-                                    colonnes[0], colonnes[1], colonnes[2], colonnes[3]}) >= 0;
+  EtatPrintf(RangeeBalance, {livres.CompteCourt(plan), EchappeEtat(fenlor::LitTexte(plan.Designation)),
+                             colonnes[0], colonnes[1], colonnes[2], colonnes[3]});
 }
 
 /// Ends the class in hand, if there is one.
-bool CEtatBalanceDoc::FermeClasse() {
-  if (!m_classe) return true;
-  if (!EcritTotaux(TotalClasse, m_sommesClasse)) return false;
+void CEtatBalanceDoc::FermeClasse() {
+  if (!m_classe) return;
+  EcritTotaux(TotalClasse, m_sommesClasse);
   if (m_classe == DerniereClasseBilan) {
-    if (!EcritTotaux(TotalBilan, m_sommesSection)) return false;
+    EcritTotaux(TotalBilan, m_sommesSection);
     m_sommesSection = {};
   }
   m_sommes.Ajoute(m_sommesClasse);
   m_sommesClasse = {};
-  return true;
 }
 
 }  // namespace fenlor

@@ -15,11 +15,11 @@ class CEtatBalanceDoc : public CEtatTotaux {
   using CEtatTotaux::CEtatTotaux;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
-  bool EcritCompte(const LivresEtat& livres, const Plan& plan);
-  bool FermeClasse();
+  void EcritCompte(const LivresEtat& livres, const Plan& plan);
+  void FermeClasse();
 
   std::optional<char> m_classe;  ///< in hand
   SommesEtat m_sommesClasse, m_sommesSection, m_sommes;

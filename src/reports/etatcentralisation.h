@@ -13,16 +13,14 @@ class CEtatCentralisationDoc : public CEtatTotaux {
   using CEtatTotaux::CEtatTotaux;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
   /// January to December: a month of a longer exercice's second year joins that of the first.
   using MoisCentralises = std::array<SommesEtat, 12>;
 
-  bool EcritCompte(LivresEtat& livres, Travail& travail, const Plan& plan);
-  bool EcritTableau(const MoisCentralises& mois);
-  /// Those of the form asked for; the others are empty.
-  ColonnesEtat Colonnes(const SommesEtat& sommes) const;
+  void EcritCompte(LivresEtat& livres, Travail& travail, const Plan& plan);
+  void EcritTableau(const MoisCentralises& mois);
 };
 
 }  // namespace fenlor

@@ -17,7 +17,8 @@ bool CEtatComptable::DemandeCriteres(FormeCriteres forme, unsigned titre, unsign
   m_criteres.au = App.Reglages.GetFinExercice();
   const std::string texte = Texte(titre);
   PoseTitre(texte);
-  return m_demandeur.Demande(forme, texte, comptes, m_criteres);
+  if (!m_demandeur.Demande(forme, texte, comptes, m_criteres)) Abandonne();
+  return EnCours();
 }
 
 void CEtatComptable::PoseTitre(const std::string& titre) {
@@ -28,10 +29,10 @@ void CEtatComptable::PoseTitre(const std::string& titre) {
 CEtatComptable::Travail::Travail(CEtatComptable& etat, unsigned avancement, u32 maximum)
     : m_etat(etat), m_progression(etat.App.Boite, etat.TitreDocument(), Texte(avancement), true, maximum) {}
 
-bool CEtatComptable::Travail::Pas() {
+void CEtatComptable::Travail::Pas() {
+  if (!m_etat.EnCours()) return;
   m_etat.App.Boite.Step();
-  m_arrete = m_arrete || m_etat.App.Boite.IsAborted();
-  return !m_arrete;
+  if (m_etat.App.Boite.IsAborted()) m_etat.Abandonne();
 }
 
 void CEtatComptable::Travail::Recommence(u32 maximum) {

@@ -13,7 +13,12 @@ enum class FormeCriteres { CompteEtPeriode, PeriodeEtAffichage, GenreEtPeriode, 
 
 /// Kinds of accounts that a form offers.
 enum MasqueComptes : unsigned {
-  MasqueRecettes = 1, MasqueDepenses = 2, MasqueTresorerie = 4, MasqueTva = 8, MasqueAutres = 16, MasqueTous = 31,
+  MasqueRecettes = 1,
+  MasqueDepenses = 2,
+  MasqueTresorerie = 4,
+  MasqueTva = 8,
+  MasqueAutres = 16,
+  MasqueTous = 31,
 };
 enum AffichageEtat : int { AffichageCreditDebit = 1, AffichageMontant = 2 };
 enum GenreEtat : int { EtatRecettes = 0, EtatDepenses = 1, EtatOD = 2, EtatToutes = 3 };
@@ -33,7 +38,8 @@ class DemandeurCriteres {
   virtual ~DemandeurCriteres() = default;
   /// Fills the fields that belong to the form; the others stay. `criteres` holds what is
   /// proposed: the exercice, the display. False: no report.
-  virtual bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes, CriteresEtat& criteres) = 0;
+  virtual bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
+                       CriteresEtat& criteres) = 0;
 };
 
 class CEtatComptable : public CEtatDoc {
@@ -46,7 +52,7 @@ class CEtatComptable : public CEtatDoc {
   const CriteresEtat& Criteres() const { return m_criteres; }
 
  protected:
-  /// Runs the form; `titre` and `avancement` (below) are numbers of texts.
+  /// Runs the form; `titre` and `avancement` (below) are numbers of texts. False: the report is given up.
   bool DemandeCriteres(FormeCriteres forme, unsigned titre, unsigned comptes = MasqueTous);
   /// Title of the page and of the document: a text, with its arguments filled in.
   void PoseTitre(const std::string& titre);
@@ -55,15 +61,13 @@ class CEtatComptable : public CEtatDoc {
   class Travail {
    public:
     Travail(CEtatComptable& etat, unsigned avancement, u32 maximum);
-    /// One record is done; false when the user stopped. A failed write is told by `EtatPrintf`.
-    bool Pas();
-    bool Arrete() const { return m_arrete; }
+    /// One record is done. The report is given up when the user stopped it.
+    void Pas();
     void Recommence(u32 maximum);  ///< for a second pass
 
    private:
     CEtatComptable& m_etat;
     Progression m_progression;
-    bool m_arrete = false;
   };
 
   // The three predicates about currency. Each report uses the one that it names.

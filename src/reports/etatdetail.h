@@ -14,7 +14,7 @@ class CEtatDetailDoc : public CEtatTotaux {
   using CEtatTotaux::CEtatTotaux;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
   /// One section, of one journal.

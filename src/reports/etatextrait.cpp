@@ -18,38 +18,34 @@ struct CEtatExtraitDoc::Formats {
   FormatEtat rangee, total;
 };
 
-bool CEtatExtraitDoc::BuildEtat() {
-  if (!DemandeCriteres(FormeCriteres::CompteEtPeriode, TitreEtatExtrait, MasqueTous)) return false;
+void CEtatExtraitDoc::BuildEtat() {
+  if (!DemandeCriteres(FormeCriteres::CompteEtPeriode, TitreEtatExtrait, MasqueTous)) return;
   const unsigned deux = AfficheDouble() ? 1 : 0;
   SetEtatEntete(EnteteEtatExtrait + (Montant() ? rangMontant : 0) + deux);
   SetEtatPied(PiedEtatExtrait);
-  LivresEtat livres(App);
-  if (!livres.Ouvre()) return false;
+  LivresEtat livres(App, *this);
+  if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementEtatExtrait, livres.NombreLignes());
   const Formats formats(Montant() ? rangMontant : deux);
-  bool trouve = false, suit = true;
+  bool trouve = false;
   const auto compte = [&](const Plan& plan) {
     trouve = true;
-    return suit = EcritCompte(livres, travail, formats, plan);
+    EcritCompte(livres, travail, formats, plan);
   };
-  return livres.Compte(m_criteres.compte, compte) && (trouve || livres.Comptes(compte)) && suit;
+  livres.Compte(m_criteres.compte, compte);
+  if (!trouve) livres.Comptes(compte);
 }
 
-bool CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
+void CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
                                   const Plan& plan) {
-  if (!EcritTete(plan, MotCompteTva)) return false;
-  SommesEtat sommes, total;
-  Date precedente = 0;
-  bool suit = true;
-  const auto ligne = [&](const Line& l) {
-    if (precedente != 0 && MoisDe(precedente) != MoisDe(l.DateLigne)) suit = EcritEtat("\\F") >= 0;
-    precedente = l.DateLigne;
-    suit = suit && EcritRangee(formats.rangee, l, sommes) && travail.Pas();
-    total.Ajoute(sommes);
-    return suit;
-  };
-  return livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, ligne) && suit &&
-         EcritSommes(formats.total, total) && EcritEtat("\\X") >= 0;
+  EcritTete(livres, plan, MotCompteTva);
+  Tableau tableau;
+  livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
+    EcritLigne(formats.rangee, l, NomDeLigne(l), tableau);
+    travail.Pas();
+  });
+  EcritTotaux(formats.total, tableau.total);
+  EcritEtat("\\X");
 }
 
 }  // namespace fenlor

@@ -11,7 +11,6 @@ namespace fenlor {
 namespace {
 
 constexpr unsigned rangMontant = 2;  // of the column headings, behind those of credit and debit
-constexpr u32 sansMois = 0;
 
 }  // namespace
 
@@ -24,44 +23,40 @@ struct CEtatGrandLivreDoc::Formats {
   FormatEtat rangee, mois, total;
 };
 
-bool CEtatGrandLivreDoc::BuildEtat() {
-  if (!DemandeCriteres(FormeCriteres::PeriodeEtAffichage, TitreGrandLivre)) return false;
+void CEtatGrandLivreDoc::BuildEtat() {
+  if (!DemandeCriteres(FormeCriteres::PeriodeEtAffichage, TitreGrandLivre)) return;
   SetEtatEntete(EnteteGrandLivre + (Montant() ? rangMontant : 0) + AfficheDouble());
   SetEtatPied(PiedEtatExtrait);
-  LivresEtat livres(App);
-  if (!livres.Ouvre()) return false;
+  LivresEtat livres(App, *this);
+  if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementGrandLivre, livres.NombreLignes());
   const Formats formats(Montant());
-  bool suit = true;
-  const auto compte = [&](const Plan& plan) { return suit = EcritCompte(livres, travail, formats, plan); };
-  return livres.Comptes(compte) && suit;
+  livres.Comptes([&](const Plan& plan) { EcritCompte(livres, travail, formats, plan); });
 }
 
-bool CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
+void CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
                                      const Plan& plan) {
-  if (!EcritTete(plan, MotNatureCompte + static_cast<unsigned>(Tva))) return false;
-  SommesEtat sommes, sommesMois, total;
-  u32 mois = sansMois;  // of the line last written
-  bool moisEcrit = false, dernier = true, suit = true;
+  EcritTete(livres, plan, MotNatureCompte + static_cast<unsigned>(Tva));
+  Tableau tableau;
+  SommesEtat sommesMois;
+  bool moisEcrit = false, dernier = true;
   const auto finMois = [&] {
     moisEcrit = true;
-    return EcritSommes(formats.mois, std::exchange(sommesMois, {}));
+    EcritTotaux(formats.mois, std::exchange(sommesMois, {}));
   };
-  const auto ligne = [&](const Line& l) {
+  livres.LignesDepuis(fenlor::LitTexte(plan.Compte), m_criteres.du, [&](const Line& l) {
     // The next line of the file ends the month, be it another account's or of a later day.
-    const bool autreMois = mois != sansMois && MoisDe(l.DateLigne) != mois;
-    if (autreMois && !(suit = finMois())) return false;
+    if (tableau.mois != 0 && MoisDe(l.DateLigne) != tableau.mois) finMois();
     if (l.DateLigne > m_criteres.au || std::strncmp(l.Compte, plan.Compte, sizeof l.Compte) != 0)
       return dernier = false;
-    mois = MoisDe(l.DateLigne);
-    if (autreMois && !(suit = EcritEtat("\\F") >= 0)) return false;
-    suit = EcritRangee(formats.rangee, l, sommes) && travail.Pas();
-    sommesMois.Ajoute(sommes);
-    total.Ajoute(sommes);
-    return suit;
-  };
-  return livres.LignesDepuis(fenlor::LitTexte(plan.Compte), m_criteres.du, ligne) && suit &&
-         (!dernier || !moisEcrit || finMois()) && EcritSommes(formats.total, total) && EcritEtat("\\X") >= 0;
+    EcritLigne(formats.rangee, l, NomDeLigne(l), tableau);
+    sommesMois.Ajoute(l);
+    travail.Pas();
+    return true;
+  });
+  if (dernier && moisEcrit) finMois();
+  EcritTotaux(formats.total, tableau.total);
+  EcritEtat("\\X");
 }
 
 }  // namespace fenlor

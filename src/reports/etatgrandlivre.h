@@ -11,11 +11,11 @@ class CEtatGrandLivreDoc : public CEtatDeCompte {
   using CEtatDeCompte::CEtatDeCompte;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
   struct Formats;
-  bool EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats, const Plan& plan);
+  void EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats, const Plan& plan);
 };
 
 }  // namespace fenlor

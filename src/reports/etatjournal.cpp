@@ -17,84 +17,83 @@ void CEtatJournalDoc::SetCriteres(const DemandeListe& demande, bool comptable) {
   m_comptable = comptable || demande.journal == JournalOD;
 }
 
-bool CEtatJournalDoc::BuildEtat() {
+void CEtatJournalDoc::BuildEtat() {
   m_total = {};
   m_compte = {};
   m_filtre.clear();
   PoseTitre(Texte(TitreJournal + static_cast<unsigned>(m_demande.journal - JournalRecettes)));
   SetEtatEntete(EnteteEtatJournal + (m_comptable ? 1u : 0u));
   SetEtatPied(PiedEtatJournal);
-  LivresEtat livres(App);
-  if (!livres.Ouvre()) return false;
+  LivresEtat livres(App, *this);
+  if (!livres.Ouvre()) return;
   const auto compte = [&](const Plan& plan) {
     m_filtre = fenlor::LitTexte(plan.Compte);
     m_compte = {fenlor::LitTexte(plan.Code), fenlor::LitTexte(plan.Rubrique),
                 CompacteTexte(App.Magasin.GetShortCompte(m_filtre)), fenlor::LitTexte(plan.Designation)};
-    return true;
   };
-  if (m_demande.journal != JournalOD && !m_demande.filtre.empty() && !livres.Compte(m_demande.filtre, compte))
-    return false;
+  if (m_demande.journal != JournalOD && !m_demande.filtre.empty()) livres.Compte(m_demande.filtre, compte);
   DemandeListe demande = m_demande;
   demande.filtre = m_filtre;
   MoisJournal mois;
-  if (!ListeMois(App, demande, mois)) return false;
+  if (!EnCours() || !ListeMois(App, demande, mois)) return Abandonne();
   Travail travail(*this, AvancementEtatJournal, static_cast<u32>(mois.entrees.size()));
-  if (!EcritMois() || EcritEtat("\\H") < 0) return false;
+  EcritMois();
+  EcritEtat("\\H");
   EntreeJournal entree;
   for (const EntreeListe& listee : mois.entrees) {
+    if (!EnCours()) return;
     if (!LitEntreeJournal(App, listee.mouvement, m_comptable, m_filtre, entree)) return livres.EchecLecture();
-    if (!(m_comptable ? EcritLignes(entree) : EcritEntree(entree)) || EcritEtat("\\F") < 0 || !travail.Pas())
-      return false;
+    m_comptable ? EcritLignes(entree) : EcritEntree(entree);
+    EcritEtat("\\F");
+    travail.Pas();
   }
-  return EcritTotal() && EcritEtat("\\X") >= 0;
+  EcritTotal();
+  EcritEtat("\\X");
 }
 
-bool CEtatJournalDoc::EcritMois() {
+void CEtatJournalDoc::EcritMois() {
   const unsigned format = (m_demande.journal == JournalOD ? MoisEtatJournalOD : MoisEtatJournal) +
                           (EstPartielle(m_demande.criteres) ? 1u : 0u);
-  return EtatPrintf(format, {NomMois(Mois(m_demande.mois)), Annee(m_demande.mois),
-                             m_filtre.empty() ? Texte(MotTousComptes) : EchappeEtat(m_compte.code)}) >= 0;
+  EtatPrintf(format, {NomMois(Mois(m_demande.mois)), Annee(m_demande.mois),
+                      m_filtre.empty() ? Texte(MotTousComptes) : EchappeEtat(m_compte.code)});
 }
 
-bool CEtatJournalDoc::EcritEntree(const EntreeJournal& entree) {
+void CEtatJournalDoc::EcritEntree(const EntreeJournal& entree) {
   const RangeeJournal& r = entree.rangees.front();
   m_total.debitFranc += r.franc;
   m_total.debitEuro += r.euro;
   const bool filtre = !m_filtre.empty();
-  return EtatPrintf(
-             RangeeEtatJournal,
-             {entree.ligne, StrDate(entree.date), EchappeEtat(r.libelle), FormatFranc(r.franc),
-              FormatEuro(r.euro), Marque(r.pointee, 'P'), Marque(r.remise, 'B'), Marque(r.rapprochee, 'R'),
-              Marque(r.validee, 'V'), EchappeEtat(filtre ? m_compte.rubrique : r.rubrique),
-              EchappeEtat(filtre ? m_compte.compte : r.compte),
-              EchappeEtat(filtre ? m_compte.designation : r.designation)}) >= 0;
+  EtatPrintf(
+      RangeeEtatJournal,
+      {entree.ligne, StrDate(entree.date), EchappeEtat(r.libelle), FormatFranc(r.franc), FormatEuro(r.euro),
+       Marque(r.pointee, 'P'), Marque(r.remise, 'B'), Marque(r.rapprochee, 'R'), Marque(r.validee, 'V'),
+       EchappeEtat(filtre ? m_compte.rubrique : r.rubrique), EchappeEtat(filtre ? m_compte.compte : r.compte),
+       EchappeEtat(filtre ? m_compte.designation : r.designation)});
 }
 
-bool CEtatJournalDoc::EcritLignes(const EntreeJournal& entree) {
+void CEtatJournalDoc::EcritLignes(const EntreeJournal& entree) {
   std::string ligne = std::to_string(entree.ligne), date = StrDate(entree.date);
   for (const RangeeJournal& r : entree.rangees) {
     const f64 debitFranc = r.credit ? 0 : r.franc, creditFranc = r.credit ? r.franc : 0;
     const f64 debitEuro = r.credit ? 0 : r.euro, creditEuro = r.credit ? r.euro : 0;
     if (m_filtre.empty() || r.compte == m_compte.compte)
       m_total.Ajoute(SommesEtat{debitFranc, debitEuro, creditFranc, creditEuro});
-    if (EtatPrintf(RangeeEtatJournal + 1,
-                   {ligne, date, EchappeEtat(r.libelle), FormatFranc(debitFranc), FormatFranc(creditFranc),
-                    FormatEuro(debitEuro), FormatEuro(creditEuro), Marque(r.pointee, 'P'),
-                    Marque(r.remise, 'B'), Marque(r.rapprochee, 'R'), Marque(r.validee, 'V'),
-                    EchappeEtat(r.rubrique), EchappeEtat(r.compte), EchappeEtat(r.designation)}) < 0)
-      return false;
+    EtatPrintf(RangeeEtatJournal + 1,
+               {ligne, date, EchappeEtat(r.libelle), FormatFranc(debitFranc), FormatFranc(creditFranc),
+                FormatEuro(debitEuro), FormatEuro(creditEuro), Marque(r.pointee, 'P'), Marque(r.remise, 'B'),
+                Marque(r.rapprochee, 'R'), Marque(r.validee, 'V'), EchappeEtat(r.rubrique),
+                EchappeEtat(r.compte), EchappeEtat(r.designation)});
     ligne.clear();
     date.clear();
   }
-  return true;
 }
 
-bool CEtatJournalDoc::EcritTotal() {
+void CEtatJournalDoc::EcritTotal() {
   const std::string debitFranc = FormatFranc(SommeNette(m_total.debitFranc));
   const std::string debitEuro = FormatEuro(SommeNette(m_total.debitEuro));
-  if (!m_comptable) return EtatPrintf(TotalEtatJournal, {debitFranc, debitEuro}) >= 0;
-  return EtatPrintf(TotalEtatJournal + 1, {debitFranc, FormatFranc(SommeNette(m_total.creditFranc)),
-                                           debitEuro, FormatEuro(SommeNette(m_total.creditEuro))}) >= 0;
+  if (!m_comptable) return EtatPrintf(TotalEtatJournal, {debitFranc, debitEuro});
+  EtatPrintf(TotalEtatJournal + 1, {debitFranc, FormatFranc(SommeNette(m_total.creditFranc)), debitEuro,
+                                    FormatEuro(SommeNette(m_total.creditEuro))});
 }
 
 }  // namespace fenlor

@@ -16,7 +16,7 @@ class CEtatJournalDoc : public CEtatComptable {
   void SetCriteres(const DemandeListe& demande, bool comptable);
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
   /// An account as a row shows it.
@@ -24,10 +24,10 @@ class CEtatJournalDoc : public CEtatComptable {
     std::string code, rubrique, compte, designation;
   };
 
-  bool EcritMois();
-  bool EcritEntree(const EntreeJournal& entree);
-  bool EcritLignes(const EntreeJournal& entree);
-  bool EcritTotal();
+  void EcritMois();
+  void EcritEntree(const EntreeJournal& entree);
+  void EcritLignes(const EntreeJournal& entree);
+  void EcritTotal();
 
   DemandeListe m_demande;
   bool m_comptable = false;

@@ -6,36 +6,24 @@
 
 namespace fenlor {
 
-bool CEtatRapprochementDoc::BuildEtat() {
-  if (!DemandeCriteres(FormeCriteres::Periode, TitreEtatRapprochement)) return false;
+void CEtatRapprochementDoc::BuildEtat() {
+  if (!DemandeCriteres(FormeCriteres::Periode, TitreEtatRapprochement)) return;
   SetEtatEntete(EnteteRapprochement + (AfficheDouble() ? 1u : 0u));
   SetEtatPied(PiedCentralisation);
-  LivresEtat livres(App);
-  if (!livres.Ouvre()) return false;
+  LivresEtat livres(App, *this);
+  if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementRapprochement, livres.NombreLignes());
-  if (EtatPrintf(PeriodeCentralisation, {StrDate(m_criteres.du), StrDate(m_criteres.au)}) < 0 ||
-      EcritEtat("\\H") < 0)
-    return false;
+  EtatPrintf(PeriodeCentralisation, {StrDate(m_criteres.du), StrDate(m_criteres.au)});
+  EcritEtat("\\H");
   const FormatEtat rangee(RangeeRapprochement);
-  SommesEtat total;
-  Date precedente = 0;
-  bool suit = true;
-  const auto ligne = [&](const Line& l) {
-    if (l.TypeCompte == Tresorerie && l.Rapprochee) {
-      if (precedente != 0 && !MemeMois(precedente, l.DateLigne)) EcritEtat("\\F");
-      precedente = l.DateLigne;
-      SommesEtat sommes;
-      sommes.Ajoute(l);
-      total.Ajoute(sommes);
-      const ColonnesEtat c = Colonnes(sommes);
-      suit = EtatPrintf(rangee, {l.Ligne, StrDate(l.DateLigne), EchappeEtat(fenlor::LitTexte(l.Libelle)),
-                                 c[0], c[1], c[2], c[3]}) >= 0;
-    }
-    return suit = suit && travail.Pas();
-  };
-  if (!livres.LignesDatees(m_criteres.du, m_criteres.au, ligne) || !suit) return false;
-  const ColonnesEtat c = Colonnes(total);
-  return EtatPrintf(TotalRapprochement, {c[0], c[1], c[2], c[3]}) >= 0 && EcritEtat("\\X") >= 0;
+  Tableau tableau;
+  livres.LignesDatees(m_criteres.du, m_criteres.au, [&](const Line& l) {
+    if (l.TypeCompte == Tresorerie && l.Rapprochee)
+      EcritLigne(rangee, l, fenlor::LitTexte(l.Libelle), tableau);
+    travail.Pas();
+  });
+  EcritTotaux(TotalRapprochement, tableau.total);
+  EcritEtat("\\X");
 }
 
 ColonnesEtat CEtatRapprochementDoc::Colonnes(const SommesEtat& sommes) const {

@@ -10,11 +10,9 @@ class CEtatRapprochementDoc : public CEtatTotaux {
   using CEtatTotaux::CEtatTotaux;
 
  protected:
-  bool BuildEtat() override;
-
- private:
+  void BuildEtat() override;
   /// Receipts at debit, expenses at credit; the last two empty in one currency.
-  ColonnesEtat Colonnes(const SommesEtat& sommes) const;
+  ColonnesEtat Colonnes(const SommesEtat& sommes) const override;
 };
 
 }  // namespace fenlor

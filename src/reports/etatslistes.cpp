@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/comptes.h"
 #include "master/libelles.h"
@@ -13,103 +12,120 @@ namespace fenlor {
 
 namespace {
 
-template <std::size_t N>
-std::string TexteTape(const char (&champ)[N]) {
-  return EchappeEtat(LitTexte(champ));
-}
-std::string CodeRubrique(const char (&champ)[4]) { return NormaliseRubrique(LitTexte(champ)); }
+/// What the columns of an account may show.
+struct CompteListe : SoldesCompte {
+  const Plan* plan = nullptr;
+  std::string numero;  ///< as the screen shows it, fit for markup
+};
 
-std::string Montant(bool euro, f64 montant) { return euro ? FormatEuro(montant) : FormatFranc(montant); }
-std::string Solde(bool euro, f64 solde) { return euro ? FormatSoldeEuro(solde) : FormatSoldeFranc(solde); }
+std::string Code(const CompteListe& c) { return EchappeEtat(LitTexte(c.plan->Code)); }
+std::string Numero(const CompteListe& c) { return c.numero; }
+std::string RubriqueDe(const CompteListe& c) { return NormaliseRubrique(LitTexte(c.plan->Rubrique)); }
+std::string Designation(const CompteListe& c) { return EchappeEtat(LitTexte(c.plan->Designation)); }
+std::string Montant(f64 montant, bool euro) { return euro ? FormatEuro(montant) : FormatFranc(montant); }
+std::string Solde(f64 solde, bool euro) { return euro ? FormatSoldeEuro(solde) : FormatSoldeFranc(solde); }
 
-/// Without the noise of the last digits, so that a sum of nothing prints as nothing.
-void Ajoute(f64& somme, f64 montant) { somme = Arrondi2(somme + montant) + 0.0; }
+constexpr ColonneEtat<CompteListe> TablePlan[] = {
+    {Code}, {Numero}, {RubriqueDe}, {Designation}, {{}, &CompteListe::solde, Solde}};
+constexpr ColonneEtat<CompteListe> TableSoldes[] = {{Code},
+                                                    {Numero},
+                                                    {Designation},
+                                                    {{}, &CompteListe::debit, Montant},
+                                                    {{}, &CompteListe::credit, Montant},
+                                                    {{}, &CompteListe::solde, Solde},
+                                                    {{}, &CompteListe::rapproche, Solde},
+                                                    {{}, &CompteListe::reel, Solde}};
+constexpr ColonneEtat<Rubrique> TableRubriques[] = {
+    {[](const Rubrique& r) { return NormaliseRubrique(LitTexte(r.Rubrique)); }},
+    {[](const Rubrique& r) { return EchappeEtat(LitTexte(r.Designation)); }}};
+constexpr ColonneEtat<std::string> TableLibelles[] = {
+    {[](const std::string& libelle) { return EchappeEtat(libelle); }}};
 
 }  // namespace
 
-bool CEtatPlanDoc::BuildEtat() {
-  PoseTitre(Texte(m_type == Recette ? TitreComptesRecettes : TitreComptesDepenses));
-  SetEtatEntete(EnteteListeComptes);
-  SetEtatPied(PiedListe);
-  LivresEtat livres(App);
-  if (!livres.Ouvre() || EtatPrintf("\\H") < 0) return false;
-  Travail travail(*this, AvancementListeComptes, livres.NombreComptes());
-  const bool euro = OptionEuro();
-  f64 total = 0;
-  bool suit = true;
-  const bool lu = livres.ComptesDuType(m_type, [&](const Plan& compte) {
-    const f64 solde = SoldesDe(compte, euro).solde;
-    Ajoute(total, solde);
-    return suit = EtatPrintf(LigneListeComptes, {TexteTape(compte.Code), livres.CompteCourt(compte),
-                                                 CodeRubrique(compte.Rubrique), TexteTape(compte.Designation),
-                                                 Solde(euro, solde)}) >= 0 &&
-                  travail.Pas();
-  });
-  return lu && suit && EtatPrintf(TotalListeComptes, {Solde(euro, total)}) >= 0 && EtatPrintf("\\X") >= 0;
+bool CEtatListe::Debute(const TextesListe& textes) {
+  PoseTitre(Texte(textes.titre));
+  SetEtatEntete(textes.entete);
+  SetEtatPied(textes.pied);
+  if (App.PathExercice.empty() && !App.ReportErreur(ErrAucunExercice)) Abandonne();
+  return EnCours();
 }
 
-bool CEtatListeSoldes::EcritListe(unsigned titre, bool tousTypes) {
-  PoseTitre(Texte(titre));
-  SetEtatEntete(EnteteListeTresorerie);
-  SetEtatPied(PiedListeTresorerie);
-  LivresEtat livres(App);
-  if (!livres.Ouvre() || EtatPrintf("\\H") < 0) return false;
-  Travail travail(*this, AvancementListeTresorerie, livres.NombreComptes());
+template <class Fiche, class Parcours>
+void CEtatListe::EcritTable(const TextesListe& textes, std::span<const ColonneEtat<Fiche>> colonnes,
+                            u32 nombre, const Parcours& parcourt) {
+  EcritEtat("\\H");
+  Travail travail(*this, textes.avancement, nombre);
   const bool euro = OptionEuro();
-  SoldesCompte total;
-  bool suit = true;
-  const auto ecrit = [&](const Plan& compte) {
-    const SoldesCompte s = SoldesDe(compte, euro);
-    for (f64 SoldesCompte::*champ : {&SoldesCompte::debit, &SoldesCompte::credit, &SoldesCompte::solde,
-                                     &SoldesCompte::rapproche, &SoldesCompte::reel})
-      Ajoute(total.*champ, s.*champ);
-    return suit = EtatPrintf(LigneListeTresorerie,
-                             {TexteTape(compte.Code), livres.CompteCourt(compte),
-                              TexteTape(compte.Designation), Montant(euro, s.debit), Montant(euro, s.credit),
-                              Solde(euro, s.solde), Solde(euro, s.rapproche), Solde(euro, s.reel)}) >= 0 &&
-                  travail.Pas();
+  Fiche total{};
+  std::vector<std::string> valeurs;
+  const auto ecrit = [&](const FormatEtat& format) {
+    EtatPrintf(format, std::vector<ArgumentEtat>(valeurs.begin(), valeurs.end()));
+    valeurs.clear();
   };
-  const bool lu = tousTypes ? livres.Comptes(ecrit) : livres.ComptesDuType(Tresorerie, ecrit);
-  return lu && suit &&
-         EtatPrintf(TotalListeTresorerie,
-                    {Montant(euro, total.debit), Montant(euro, total.credit), Solde(euro, total.solde),
-                     Solde(euro, total.rapproche), Solde(euro, total.reel)}) >= 0 &&
-         EtatPrintf("\\X") >= 0;
-}
-
-bool CEtatPlanComptableDoc::BuildEtat() { return EcritListe(TitrePlanComptable, true); }
-bool CEtatTresorerieDoc::BuildEtat() { return EcritListe(TitreComptesTresorerie, false); }
-
-bool CEtatRubriqueDoc::BuildEtat() {
-  PoseTitre(Texte(TitreRubriques));
-  SetEtatEntete(EnteteListeRubriques);
-  SetEtatPied(PiedListe);
-  if (App.PathExercice.empty()) return App.ReportErreur(ErrAucunExercice);
-  CRubriques rubriques(App, App.PathExercice);
-  if (!rubriques.OpenFile() || EtatPrintf("\\H") < 0) return false;
-  Travail travail(*this, AvancementListeRubriques, App.Magasin.QVNumberOfKey(rubriques.NumCle));
-  bool suit = true;
-  const bool lu = App.Magasin.QVParcoursCle(rubriques.NumCle, {}, {}, [&](Position, const void* rec) {
-    const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
-    return suit = EtatPrintf(LigneListeRubriques,
-                             {CodeRubrique(rubrique.Rubrique), TexteTape(rubrique.Designation)}) >= 0 &&
-                  travail.Pas();
+  parcourt([&, rangee = FormatEtat(textes.rangee)](const Fiche& fiche) {
+    for (const ColonneEtat<Fiche>& c : colonnes) {
+      valeurs.push_back(c.texte ? c.texte(fiche) : c.ecrit(fiche.*c.montant, euro));
+      // Without the noise of the last digits, so that a sum of nothing prints as nothing.
+      if (c.montant) total.*c.montant = Arrondi2(total.*c.montant + fiche.*c.montant) + 0.0;
+    }
+    ecrit(rangee);
+    travail.Pas();
   });
-  if (!lu) rubriques.Erreur(0, MessageLecture);
-  return lu && suit && EtatPrintf("\\X") >= 0 && EtatPrintf(FinListe) >= 0;
+  if (textes.total != 0) {
+    for (const ColonneEtat<Fiche>& c : colonnes)
+      if (c.montant) valeurs.push_back(c.ecrit(total.*c.montant, euro));
+    ecrit(textes.total);
+  }
+  EcritEtat("\\X");
+  if (textes.fin != 0) EtatPrintf(textes.fin);
 }
 
-bool CEtatLibelleDoc::BuildEtat() {
-  PoseTitre(Texte(TitreLibelles));
-  SetEtatEntete(EnteteListeLibelles);
-  SetEtatPied(PiedListe);
-  if (App.PathExercice.empty()) return App.ReportErreur(ErrAucunExercice);
+void CEtatListeComptes::BuildEtat() {
+  const bool plan = m_type == Recette || m_type == Depense;
+  const TextesListe textes =
+      plan ? TextesListe{m_titre,           EnteteListeComptes, PiedListe, AvancementListeComptes,
+                         LigneListeComptes, TotalListeComptes,  0}
+           : TextesListe{m_titre,
+                         EnteteListeTresorerie,
+                         PiedListeTresorerie,
+                         AvancementListeTresorerie,
+                         LigneListeTresorerie,
+                         TotalListeTresorerie,
+                         0};
+  LivresEtat livres(App, *this);
+  if (!Debute(textes) || !livres.Ouvre()) return;
+  const bool euro = OptionEuro();
+  std::span<const ColonneEtat<CompteListe>> colonnes = TableSoldes;
+  if (plan) colonnes = TablePlan;
+  EcritTable(textes, colonnes, livres.NombreComptes(), [&](const auto& suite) {
+    const auto compte = [&](const Plan& p) { suite({SoldesDe(p, euro), &p, livres.CompteCourt(p)}); };
+    m_type == TousTypes ? livres.Comptes(compte) : livres.ComptesDuType(m_type, compte);
+  });
+}
+
+void CEtatRubriqueDoc::BuildEtat() {
+  constexpr TextesListe textes{
+      TitreRubriques, EnteteListeRubriques, PiedListe, AvancementListeRubriques, LigneListeRubriques, 0,
+      FinListe};
+  if (!Debute(textes)) return;
+  CRubriques rubriques(App, App.PathExercice);
+  if (!rubriques.OpenFile()) return Abandonne();
+  EcritTable<Rubrique>(
+      textes, TableRubriques, App.Magasin.QVNumberOfKey(rubriques.NumCle),
+      [&](const auto& suite) { ParcourtFichier<Rubrique>(App, *this, rubriques, 0, {}, {}, suite); });
+}
+
+void CEtatLibelleDoc::BuildEtat() {
+  constexpr TextesListe textes{
+      TitreLibelles, EnteteListeLibelles, PiedListe, AvancementListeLibelles, LigneListeLibelles, 0,
+      FinListe};
   std::vector<std::string> libelles;
-  if (!LitLibelles(App, libelles) || EtatPrintf("\\H") < 0) return false;
-  Travail travail(*this, AvancementListeLibelles, static_cast<u32>(libelles.size()));
-  for (const std::string& libelle : libelles)
-    if (EtatPrintf(LigneListeLibelles, {EchappeEtat(libelle)}) < 0 || !travail.Pas()) return false;
-  return EtatPrintf("\\X") >= 0 && EtatPrintf(FinListe) >= 0;
+  if (!Debute(textes)) return;
+  if (!LitLibelles(App, libelles)) return Abandonne();
+  EcritTable<std::string>(textes, TableLibelles, static_cast<u32>(libelles.size()), [&](const auto& suite) {
+    for (std::size_t i = 0; i < libelles.size() && EnCours(); ++i) suite(libelles[i]);
+  });
 }
 
 }  // namespace fenlor

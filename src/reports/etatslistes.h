@@ -3,63 +3,87 @@
 // list that cannot be read to its end is not shown, and the reason is told.
 #pragma once
 
+#include <span>
+
 #include "reports/etatcomptable.h"
 
 namespace fenlor {
 
-class CEtatPlanDoc : public CEtatComptable {
+/// A column of a list: a text fit for markup, or an amount of the record and how it is written. Amounts are
+/// summed under the last row.
+template <class Fiche>
+struct ColonneEtat {
+  std::string (*texte)(const Fiche&) = nullptr;
+  f64 Fiche::*montant = nullptr;
+  std::string (*ecrit)(f64 montant, bool euro) = nullptr;
+};
+
+/// Numbers of the texts of a list. 0: there is no row of totals, nothing under the table.
+struct TextesListe {
+  unsigned titre, entete, pied, avancement, rangee, total, fin;
+};
+
+class CEtatListe : public CEtatComptable {
  public:
-  /// `type` is `Recette` or `Depense`.
-  CEtatPlanDoc(CFenlorApp& app, DemandeurCriteres& demandeur, i16 type)
-      : CEtatComptable(app, demandeur), m_type(type) {}
+  using CEtatComptable::CEtatComptable;
 
  protected:
-  bool BuildEtat() override;
+  /// Title, header and footer. False without an open exercice: told, and the report given up.
+  bool Debute(const TextesListe& textes);
+  /// The table of `nombre` records at most: `parcourt` hands them to the function that it is given.
+  template <class Fiche, class Parcours>
+  void EcritTable(const TextesListe& textes, std::span<const ColonneEtat<Fiche>> colonnes, u32 nombre,
+                  const Parcours& parcourt);
+};
+
+/// Accounts of one type, or of all types, in the order of their numbers. Those of receipts and of expenses show
+/// their balance alone, lists with treasury debit, credit, balance, reconciled and real balance.
+class CEtatListeComptes : public CEtatListe {
+ protected:
+  static constexpr i16 TousTypes = -1;
+  CEtatListeComptes(CFenlorApp& app, DemandeurCriteres& demandeur, unsigned titre, i16 type)
+      : CEtatListe(app, demandeur), m_titre(titre), m_type(type) {}
+  void BuildEtat() override;
 
  private:
+  unsigned m_titre;
   i16 m_type;
 };
 
-/// Accounts with their debit, credit, balance, reconciled and real balance.
-class CEtatListeSoldes : public CEtatComptable {
+class CEtatPlanDoc : public CEtatListeComptes {
  public:
-  using CEtatComptable::CEtatComptable;
-
- protected:
-  /// Treasury accounts in the order of their numbers, or those of all types.
-  bool EcritListe(unsigned titre, bool tousTypes);
+  /// `type` is `Recette` or `Depense`.
+  CEtatPlanDoc(CFenlorApp& app, DemandeurCriteres& demandeur, i16 type)
+      : CEtatListeComptes(app, demandeur, type == Recette ? TitreComptesRecettes : TitreComptesDepenses,
+                          type) {}
 };
 
-class CEtatPlanComptableDoc : public CEtatListeSoldes {
+class CEtatPlanComptableDoc : public CEtatListeComptes {
  public:
-  using CEtatListeSoldes::CEtatListeSoldes;
-
- protected:
-  bool BuildEtat() override;
+  CEtatPlanComptableDoc(CFenlorApp& app, DemandeurCriteres& demandeur)
+      : CEtatListeComptes(app, demandeur, TitrePlanComptable, TousTypes) {}
 };
 
-class CEtatTresorerieDoc : public CEtatListeSoldes {
+class CEtatTresorerieDoc : public CEtatListeComptes {
  public:
-  using CEtatListeSoldes::CEtatListeSoldes;
-
- protected:
-  bool BuildEtat() override;
+  CEtatTresorerieDoc(CFenlorApp& app, DemandeurCriteres& demandeur)
+      : CEtatListeComptes(app, demandeur, TitreComptesTresorerie, Tresorerie) {}
 };
 
-class CEtatRubriqueDoc : public CEtatComptable {
+class CEtatRubriqueDoc : public CEtatListe {
  public:
-  using CEtatComptable::CEtatComptable;
+  using CEtatListe::CEtatListe;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 };
 
-class CEtatLibelleDoc : public CEtatComptable {
+class CEtatLibelleDoc : public CEtatListe {
  public:
-  using CEtatComptable::CEtatComptable;
+  using CEtatListe::CEtatListe;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 };
 
 }  // namespace fenlor

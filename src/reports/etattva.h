@@ -12,10 +12,10 @@ class CEtatTVADoc : public CEtatTotaux {
   using CEtatTotaux::CEtatTotaux;
 
  protected:
-  bool BuildEtat() override;
+  void BuildEtat() override;
 
  private:
-  bool EcritCompte(LivresEtat& livres, Travail& travail, const Plan& plan);
+  void EcritCompte(LivresEtat& livres, Travail& travail, const Plan& plan);
 };
 
 }  // namespace fenlor

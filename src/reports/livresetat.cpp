@@ -1,8 +1,5 @@
 #include "reports/livresetat.h"
 
-#include <cstring>
-
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
 #include "store/texte1252.h"
@@ -14,20 +11,16 @@ namespace {
 constexpr u32 CleNumero = 0, CleType = 3;            // of the chart
 constexpr u32 CleCompteDate = 2, CleDateCompte = 3;  // of the journal
 constexpr std::size_t LargeurCompte = 10;
-constexpr unsigned erreurSansExercice = 3209;
 
 }  // namespace
 
-std::string_view NomDeLigne(const Line& ligne) {
-  const bool propre = ligne.Genre == GenreOD && ligne.Designation[0] != '\0';
-  return propre ? std::string_view(ligne.Designation, strnlen(ligne.Designation, sizeof ligne.Designation))
-                : std::string_view(ligne.Libelle, strnlen(ligne.Libelle, sizeof ligne.Libelle));
-}
-
 bool LivresEtat::Ouvre() {
-  if (m_app.PathExercice.empty()) return m_app.ReportErreur(erreurSansExercice);
-  return m_plan.emplace(m_app, m_app.PathExercice).OpenFile() &&
-         m_lignes.emplace(m_app, m_app.PathExercice).OpenFile();
+  const bool ouverts = m_app.PathExercice.empty()
+                           ? m_app.ReportErreur(ErrAucunExercice)
+                           : m_plan.emplace(m_app, m_app.PathExercice).OpenFile() &&
+                                 m_lignes.emplace(m_app, m_app.PathExercice).OpenFile();
+  if (!ouverts) m_etat.Abandonne();
+  return ouverts;
 }
 
 u32 LivresEtat::NombreComptes() const { return m_app.Magasin.QVNumberOfKey(m_plan->NumCle); }
@@ -37,52 +30,46 @@ std::string LivresEtat::CompteCourt(const Plan& plan) const {
   return EchappeEtat(CompacteTexte(m_app.Magasin.GetShortCompte(LitTexte(plan.Compte))));
 }
 
-bool LivresEtat::Comptes(const SuiteComptes& suite) { return ParcoursComptes(CleNumero, {}, {}, suite); }
+void LivresEtat::Comptes(const SuiteComptes& suite) { ParcoursComptes(CleNumero, {}, {}, suite); }
 
-bool LivresEtat::ComptesDuType(i16 type, const SuiteComptes& suite) {
-  return ParcoursComptes(CleType, std::to_string(type), std::to_string(type + 1), suite);
+void LivresEtat::ComptesDuType(i16 type, const SuiteComptes& suite) {
+  ParcoursComptes(CleType, std::to_string(type), std::to_string(type + 1), suite);
 }
 
-bool LivresEtat::Compte(std::string_view compte, const SuiteComptes& suite) {
+void LivresEtat::Compte(std::string_view compte, const SuiteComptes& suite) {
   const std::string cle = MakePlanKey1(compte);
-  return ParcoursComptes(CleNumero, cle, cle + '\0', suite);
+  ParcoursComptes(CleNumero, cle, cle + '\0', suite);
 }
 
-bool LivresEtat::LignesDuCompte(std::string_view compte, Date du, Date au, const SuiteLignes& suite) {
+void LivresEtat::LignesDuCompte(std::string_view compte, Date du, Date au, const SuiteLignes& suite) {
   const std::string prefixe = MakeJournalKey3(compte, 0, 0, 0, 0, 0).substr(0, LargeurCompte);
-  return ParcoursLignes(CleCompteDate, prefixe, du, au, suite);
+  ParcoursLignes(CleCompteDate, prefixe, du, au, suite);
 }
 
-bool LivresEtat::LignesDepuis(std::string_view compte, Date du, const SuiteLignes& suite) {
-  const auto ligne = [&](Position, const void* rec) { return suite(*static_cast<const Line*>(rec)); };
-  return m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes->NumCle + CleCompteDate),
-                                     MakeJournalKey3(compte, du, 0, 0, 0, 0), {}, ligne) ||
-         EchecLecture();
+void LivresEtat::LignesDepuis(std::string_view compte, Date du,
+                              const std::function<bool(const Line&)>& suite) {
+  ParcourtFichier<Line>(m_app, m_etat, *m_lignes, CleCompteDate, MakeJournalKey3(compte, du, 0, 0, 0, 0), {},
+                        suite);
 }
 
-bool LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
-  return ParcoursLignes(CleDateCompte, {}, du, au, suite);
+void LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
+  ParcoursLignes(CleDateCompte, {}, du, au, suite);
 }
 
-bool LivresEtat::EchecLecture() {
+void LivresEtat::EchecLecture() {
   m_lignes->Erreur(0, MessageLecture);
-  return false;
+  m_etat.Abandonne();
 }
 
-bool LivresEtat::ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin,
+void LivresEtat::ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin,
                                  const SuiteComptes& suite) {
-  const auto compte = [&](Position, const void* rec) { return suite(*static_cast<const Plan*>(rec)); };
-  if (m_app.Magasin.QVParcoursCle(static_cast<u16>(m_plan->NumCle + cle), debut, fin, compte)) return true;
-  m_plan->Erreur(0, MessageLecture);
-  return false;
+  ParcourtFichier<Plan>(m_app, m_etat, *m_plan, cle, debut, fin, suite);
 }
 
-bool LivresEtat::ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au,
+void LivresEtat::ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au,
                                 const SuiteLignes& suite) {
-  const std::string debut = prefixe + StrSDate(du), fin = prefixe + StrSDate(au) + '\xFF';
-  const auto ligne = [&](Position, const void* rec) { return suite(*static_cast<const Line*>(rec)); };
-  return m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes->NumCle + cle), debut, fin, ligne) ||
-         EchecLecture();
+  ParcourtFichier<Line>(m_app, m_etat, *m_lignes, cle, prefixe + StrSDate(du),
+                        prefixe + StrSDate(au) + '\xFF', suite);
 }
 
 }  // namespace fenlor

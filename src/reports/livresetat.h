@@ -4,31 +4,45 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 #include "core/btfiles.h"
-#include "store/dates.h"
+#include "core/textes.h"
+#include "pages/etatdoc.h"
 
 namespace fenlor {
 
-inline bool MemeMois(Date a, Date b) { return Annee(a) == Annee(b) && Mois(a) == Mois(b); }
+/// Hands each record of a key to `suite`, good for that call alone, until it returns false, if it returns
+/// anything, or the report is no longer `EnCours`. A file that cannot be read is told, and the report given
+/// up.
+template <class Fiche, class Suite>
+void ParcourtFichier(CFenlorApp& app, CEtatDoc& etat, CBTFiles& fichier, u32 cle, const std::string& debut,
+                     const std::string& fin, const Suite& suite) {
+  const auto fiche = [&](Position, const void* rec) {
+    if constexpr (std::is_void_v<std::invoke_result_t<const Suite&, const Fiche&>>)
+      suite(*static_cast<const Fiche*>(rec));
+    else if (!suite(*static_cast<const Fiche*>(rec)))
+      return false;
+    return etat.EnCours();
+  };
+  if (app.Magasin.QVParcoursCle(static_cast<u16>(fichier.NumCle + cle), debut, fin, fiche)) return;
+  fichier.Erreur(0, MessageLecture);
+  etat.Abandonne();
+}
 
-/// What a line is called on paper: the words typed for a line of an opération diverse, which its `Designation`
-/// keeps; of any other line that field is the account's own name, and the entry's label stands instead.
-std::string_view NomDeLigne(const Line& ligne);
-
-/// Both stay open while the object lives. A walk hands each record to `suite`, good for that call alone,
-/// and ends when `suite` returns false; within it other walks may run. A walk is false when the books could
-/// not be read, which has been told.
+/// Both stay open while the object lives. A walk is one of `ParcourtFichier`; within it other walks may
+/// run.
 class LivresEtat {
  public:
-  using SuiteComptes = std::function<bool(const Plan&)>;
-  using SuiteLignes = std::function<bool(const Line&)>;
+  using SuiteComptes = std::function<void(const Plan&)>;
+  using SuiteLignes = std::function<void(const Line&)>;
 
-  explicit LivresEtat(CFenlorApp& app) : m_app(app) {}
+  /// Both outlive the object.
+  LivresEtat(CFenlorApp& app, CEtatDoc& etat) : m_app(app), m_etat(etat) {}
   LivresEtat(const LivresEtat&) = delete;
   LivresEtat& operator=(const LivresEtat&) = delete;
 
-  /// To be called once, before all others. A refusal has been told; 3209: no exercice is open.
+  /// To be called once, before all others. False: told (3209: no exercice is open), and the report given up.
   bool Ouvre();
   u32 NombreComptes() const;
   u32 NombreLignes() const;
@@ -37,26 +51,28 @@ class LivresEtat {
   std::string CompteCourt(const Plan& plan) const;
 
   /// In the order of the account numbers.
-  bool Comptes(const SuiteComptes& suite);
+  void Comptes(const SuiteComptes& suite);
   /// In the order of the account numbers.
-  bool ComptesDuType(i16 type, const SuiteComptes& suite);
+  void ComptesDuType(i16 type, const SuiteComptes& suite);
   /// The account of that long form, if there is one.
-  bool Compte(std::string_view compte, const SuiteComptes& suite);
+  void Compte(std::string_view compte, const SuiteComptes& suite);
   /// Lines of an account (long form), by the date of the line, both days included.
-  bool LignesDuCompte(std::string_view compte, Date du, Date au, const SuiteLignes& suite);
-  /// Lines of an account from a day on, by the date of the line, then those of the accounts behind it.
-  bool LignesDepuis(std::string_view compte, Date du, const SuiteLignes& suite);
+  void LignesDuCompte(std::string_view compte, Date du, Date au, const SuiteLignes& suite);
+  /// Lines of an account from a day on, by the date of the line, then those of the accounts behind it, until
+  /// `suite` returns false.
+  void LignesDepuis(std::string_view compte, Date du, const std::function<bool(const Line&)>& suite);
   /// Lines of all accounts by the date of the line.
-  bool LignesDatees(Date du, Date au, const SuiteLignes& suite);
+  void LignesDatees(Date du, Date au, const SuiteLignes& suite);
 
-  /// Tells that the journal could not be read; false.
-  bool EchecLecture();
+  /// The journal could not be read: tells it, and gives the report up.
+  void EchecLecture();
 
  private:
-  bool ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin, const SuiteComptes& suite);
-  bool ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au, const SuiteLignes& suite);
+  void ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin, const SuiteComptes& suite);
+  void ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au, const SuiteLignes& suite);
 
   CFenlorApp& m_app;
+  CEtatDoc& m_etat;
   std::optional<CPlan> m_plan;
   std::optional<CLines> m_lignes;
 };

@@ -1,5 +1,7 @@
 #include "reports/totauxetat.h"
 
+#include <cstring>
+
 #include "core/valeurs.h"
 #include "store/texte1252.h"
 
@@ -16,19 +18,42 @@ ColonnesEtat CEtatTotaux::ColonnesTotaux(const SommesEtat& sommes) const {
           solde > 0 ? montant : std::string(), solde > 0 ? std::string() : montant};
 }
 
-std::array<std::string, 2> CEtatTotaux::ColonnesMontant(const SommesEtat& sommes) const {
+ColonnesEtat CEtatTotaux::ColonnesMontant(const SommesEtat& sommes) const {
   const f64 franc = SommeNette(sommes.creditFranc - sommes.debitFranc);
   const f64 euro = SommeNette(sommes.creditEuro - sommes.debitEuro);
   if (AfficheDouble()) return {FormatSoldeFranc(franc), FormatSoldeEuro(euro)};
-  return {SoldeAnnee(franc, euro), std::string()};
+  return {SoldeAnnee(franc, euro)};
 }
 
-bool CEtatTotaux::EcritTotaux(const FormatEtat& format, const SommesEtat& sommes) {
-  const ColonnesEtat colonnes = ColonnesTotaux(sommes);
-  return EtatPrintf(format, {colonnes[0], colonnes[1], colonnes[2], colonnes[3]}) >= 0;
+ColonnesEtat CEtatTotaux::Colonnes(const SommesEtat& sommes) const {
+  return Montant() ? ColonnesMontant(sommes) : ColonnesTotaux(sommes);
+}
+
+void CEtatTotaux::EcritTotaux(const FormatEtat& format, const SommesEtat& sommes) {
+  const ColonnesEtat c = Colonnes(sommes);
+  EtatPrintf(format, {c[0], c[1], c[2], c[3]});
+}
+
+void CEtatTotaux::EcritLigne(const FormatEtat& format, const Line& ligne, std::string_view nom,
+                             Tableau& tableau) {
+  const u32 mois = MoisDe(ligne.DateLigne);
+  if (tableau.mois != 0 && tableau.mois != mois) EcritEtat("\\F");
+  tableau.mois = mois;
+  tableau.total.Ajoute(ligne);
+  SommesEtat sommes;
+  sommes.Ajoute(ligne);
+  const ColonnesEtat c = Colonnes(sommes);
+  EtatPrintf(format,
+             {ligne.Ligne, StrDate(ligne.DateLigne), TexteSur(nom, m_tampon), c[0], c[1], c[2], c[3]});
 }
 
 f64 SommeNette(f64 somme) { return Arrondi2(somme); }
+
+std::string_view NomDeLigne(const Line& ligne) {
+  const bool propre = ligne.Genre == GenreOD && ligne.Designation[0] != '\0';
+  return propre ? std::string_view(ligne.Designation, strnlen(ligne.Designation, sizeof ligne.Designation))
+                : std::string_view(ligne.Libelle, strnlen(ligne.Libelle, sizeof ligne.Libelle));
+}
 
 std::string_view TexteSur(std::string_view texte, std::string& tampon) {
   if (texte.find('\\') == std::string_view::npos) return texte;

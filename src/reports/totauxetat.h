@@ -14,6 +14,9 @@ namespace fenlor {
 /// What the four columns of a "Crédit / Débit" report show, empty where there is nothing.
 using ColonnesEtat = std::array<std::string, 4>;
 
+/// Year and month of a date, to compare; never 0 for a date.
+constexpr u32 MoisDe(Date date) { return date >> 8; }
+
 class CEtatTotaux : public CEtatComptable {
  public:
   using CEtatComptable::CEtatComptable;
@@ -25,17 +28,40 @@ class CEtatTotaux : public CEtatComptable {
   ColonnesEtat ColonnesTotaux(const SommesEtat& sommes) const;
   /// Credit less debit with the "D " of a debit: Franc and Euro in double display, otherwise the year's
   /// currency alone.
-  std::array<std::string, 2> ColonnesMontant(const SommesEtat& sommes) const;
-  /// Writes a format of four columns, `ColonnesTotaux` in it. False: the text could not be written.
-  bool EcritTotaux(const FormatEtat& format, const SommesEtat& sommes);
+  ColonnesEtat ColonnesMontant(const SommesEtat& sommes) const;
+  /// What the columns of this report show of the amounts of a row; the last of them empty, or left out by a
+  /// format that has fewer. By default `ColonnesTotaux`, or `ColonnesMontant` when that display was asked
+  /// for.
+  virtual ColonnesEtat Colonnes(const SommesEtat& sommes) const;
+  bool Montant() const { return m_criteres.affichage == AffichageMontant; }
+  /// Writes a format of four columns, `Colonnes` in it.
+  void EcritTotaux(const FormatEtat& format, const SommesEtat& sommes);
+
+  /// The lines of one table: what they come to, and the month of the last one.
+  struct Tableau {
+    SommesEtat total;
+    u32 mois = 0;
+  };
+  /// A row of number, date, name and columns; the footer's rule between two months. `nom` as it was typed.
+  void EcritLigne(const FormatEtat& format, const Line& ligne, std::string_view nom, Tableau& tableau);
+
+ private:
+  std::string m_tampon;
 };
 
-/// Year and month of a date, to compare; never 0 for a date.
-constexpr u32 MoisDe(Date date) { return date >> 8; }
+/// Which of the texts of `MotNatureCompte` names the kind of an account; an unknown kind is `Autre`.
+constexpr unsigned RangNature(i16 type) {
+  return static_cast<unsigned>(type < Tresorerie || type > Autre ? i16{Autre} : type);
+}
 
 /// A sum without the dust of its additions, so that what comes to nothing shows as nothing. For showing
 /// alone: sums go on with the value as it stands.
 f64 SommeNette(f64 somme);
+
+/// What a line is called on paper: the words typed for a line of an opération diverse, which its
+/// `Designation` keeps; of any other line that field is the account's own name, and the entry's label stands
+/// instead.
+std::string_view NomDeLigne(const Line& ligne);
 
 /// Typed text of a row, fit for markup. `tampon` is written when the text needs it, and is to live on.
 std::string_view TexteSur(std::string_view texte, std::string& tampon);

@@ -45,11 +45,6 @@ void CZNSheet::Fini(std::vector<CZNPage*> ordre) {
   });
 }
 
-void CZNSheet::MontrePage(const char* nom) {
-  for (CZNPage* page : m_pages)
-    if (page->objectName() == QString::fromUtf8(nom)) m_onglets->setCurrentWidget(page);
-}
-
 /// Reads the page when it is seen for the first time; false when it closes the sheet.
 bool CZNSheet::Ouvre(int indice) {
   if (indice < 0 || indice >= static_cast<int>(m_pages.size())) return true;

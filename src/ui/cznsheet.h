@@ -50,8 +50,6 @@ class CZNSheet : public CZNDialog {
   void AjoutePage(CZNPage* page);
   /// After the last page: buttons, tabs. `ordre` is the order of saving, that of the tabs when empty.
   void Fini(std::vector<CZNPage*> ordre = {});
-  /// Opens on a page (by `objectName`) instead of the first.
-  void MontrePage(const char* nom);
   /// Not shown at all, and rejected, when the first page closes the sheet.
   int exec() override;
 

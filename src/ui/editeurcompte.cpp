@@ -124,7 +124,6 @@ std::string EditeurCompte::Valeur() const {
   const Ligne* ligne = Trouve();
   return ligne ? ligne->choix.compte : QVAPI::GetLongCompte(De1252(text()));
 }
-bool EditeurCompte::Connu() const { return Trouve() != nullptr; }
 std::string EditeurCompte::Designation() const {
   const Ligne* ligne = Trouve();
   return ligne ? ligne->choix.designation : std::string();

@@ -40,8 +40,8 @@ class EditeurTexte : public QLineEdit {
   bool m_majuscules = false;
 };
 
-/// Several lines, as an address. Enter begins a line and takes nothing away. The limit counts bytes with CR LF for a line end; a
-/// pasted text loses what the code page lacks, and what goes beyond the limit.
+/// Several lines, as an address. Enter begins a line and takes nothing away. The limit counts bytes with CR
+/// LF for a line end; a pasted text loses what the code page lacks, and what goes beyond the limit.
 class EditeurTexteLong : public QPlainTextEdit {
   Q_OBJECT
  public:
@@ -83,7 +83,7 @@ class EditeurMontant : public QLineEdit {
   void PoseNegatif(bool permis);      ///< default false
   void PoseLimite(int caracteres);    ///< of the value as it is shown; default: what the store takes
   void PoseBornes(f64 minimum, f64 maximum);
-  void Normalise();                   ///< writes the value back formatted, or marks the field
+  void Normalise();  ///< writes the value back formatted, or marks the field
 
   /// Number of the refusal: 0, ErrMontantIllisible, ErrMontantBornes. A value that was not typed is not held
   /// to the limits.
@@ -119,10 +119,10 @@ class EditeurDate : public QLineEdit {
   Q_OBJECT
  public:
   explicit EditeurDate(QWidget* parent = nullptr);
-  Date Valeur() const;      ///< 0 for blank and for what is no date
-  bool EstVide() const;     ///< nothing typed
-  bool EstDate() const;     ///< what is typed is a date
-  void Pose(Date date);     ///< 0: blank
+  Date Valeur() const;   ///< 0 for blank and for what is no date
+  bool EstVide() const;  ///< nothing typed
+  bool EstDate() const;  ///< what is typed is a date
+  void Pose(Date date);  ///< 0: blank
   void PoseReference(Date date);
   void Normalise();
   /// Reads a typed text; 0 when it is no date.
@@ -135,14 +135,14 @@ class EditeurDate : public QLineEdit {
  private:
   void OuvreCalendrier();
   void Change(Date date);  ///< as if it had been typed; nothing for 0
-  QAction* m_calendrier;  ///< the picture at the end of the field
+  QAction* m_calendrier;   ///< the picture at the end of the field
   Date m_reference = 0;
 };
 
 /// A row of the list behind an account field.
 struct ChoixCompte {
-  std::string compte;       ///< long form
-  std::string code;         ///< of the account, blank for most
+  std::string compte;  ///< long form
+  std::string code;    ///< of the account, blank for most
   std::string designation;
 };
 
@@ -155,8 +155,7 @@ class EditeurCompte : public QLineEdit {
   /// `source` gives the accounts to choose from, in the order of the list; called when they
   /// are first needed, and again after each `Recharge`. `magasin` outlives the editor.
   EditeurCompte(QVAPI& magasin, std::function<std::vector<ChoixCompte>()> source, QWidget* parent = nullptr);
-  std::string Valeur() const;  ///< long form of what is typed, known or not; empty when blank
-  bool Connu() const;          ///< it is an account of the list
+  std::string Valeur() const;       ///< long form of what is typed, known or not; empty when blank
   std::string Designation() const;  ///< of the known account, else empty
   void Pose(const std::string& compte);
   void Recharge();
@@ -195,7 +194,7 @@ class EditeurChoix : public QComboBox {
  public:
   explicit EditeurChoix(QWidget* parent = nullptr);
   void Ajoute(const std::string& texte, const std::string& valeur = {});
-  std::string Valeur() const;  ///< value of the current row, empty when none
+  std::string Valeur() const;               ///< value of the current row, empty when none
   bool Choisit(const std::string& valeur);  ///< false, and no row, when it is not there
 };
 

@@ -86,10 +86,11 @@ TEST(Images, EachCommandHasAPictureThatIsSeen) {
     lues.insert(QString::fromLatin1(commande.image));
   }
   for (const char* nom :
-       {"stop", "question", "attention", "information", "valider", "annuler", "precedent", "suivant",
-        "exercice-clos", "exercice-vivant", "journal-valide", "lampe-rouge", "lampe-eteinte",
-        "pdf", "une-page", "deux-pages", "page-premiere", "page-precedente", "page-suivante", "page-derniere",
-        "zoom-plus", "zoom-moins", "zoom-ajuste"}) {
+       {"stop",           "question",      "attention",       "information",   "valider",
+        "annuler",        "precedent",     "suivant",         "exercice-clos", "exercice-vivant",
+        "journal-valide", "lampe-rouge",   "lampe-eteinte",   "pdf",           "une-page",
+        "deux-pages",     "page-premiere", "page-precedente", "page-suivante", "page-derniere",
+        "zoom-plus",      "zoom-moins",    "zoom-ajuste"}) {
     EXPECT_GT(PixelsVisibles(Image(nom)), 40) << nom;
     lues.insert(QString::fromLatin1(nom));
   }
@@ -126,7 +127,7 @@ TEST_F(Barres, ShortcutEntriesCountWhenTheyAreSound) {
         Cas{CmdPreferences, "F12", ""}, Cas{CmdPreferences, "Ctrl+Alt+P", "Ctrl+Alt+P"}}) {
     EcritRaccourci(cas.numero, cas.valeur);
     EXPECT_EQ(Touche(cas.numero), cas.attendu) << cas.valeur;
-    ASSERT_TRUE(App().Reglages.SupprimeIni(Texte(SecRaccourcis), ""));
+    ASSERT_TRUE(Magasin().Reglages().Ecrit(Texte(SecRaccourcis), "", std::nullopt));
   }
 }
 

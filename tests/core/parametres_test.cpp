@@ -21,12 +21,6 @@ TEST_F(ParametresTest, LectureEtEcriture) {
   EXPECT_TRUE(Reglages().EcritIni("Activite", "Identification", "Dr Lœuil\r\n3, rue Haute"_w));
   EXPECT_NE(LitFichier(Ini()).find("Identification=Dr L\x9Cuil\\n3, rue Haute\r\n"), std::string::npos);
   EXPECT_EQ(Reglages().LitIni("ACTIVITE", "identification"), "Dr Lœuil\r\n3, rue Haute"_w);
-
-  EXPECT_TRUE(Reglages().SupprimeIni("Activite", "Identification"));
-  EXPECT_EQ(Reglages().LitIni("Activite", "Identification"), "");
-  EXPECT_TRUE(Reglages().EcritIni("2003", "Debut", "01/01/2003"));
-  EXPECT_TRUE(Reglages().SupprimeIni("2003", ""));
-  EXPECT_EQ(LitFichier(Ini()).find("2003"), std::string::npos);
 }
 
 TEST_F(ParametresTest, SectionDExercice) {
@@ -52,11 +46,7 @@ TEST_F(ParametresTest, SectionDExercice) {
 TEST_F(ParametresTest, DefautsDesPredicats) {
   EXPECT_TRUE(Reglages().IsFinDeSession());
   EXPECT_TRUE(Reglages().IsSauverFenetres());
-  EXPECT_FALSE(Reglages().IsCouleurSysteme());
-  EXPECT_FALSE(Reglages().IsPoliceDefaut());
   EXPECT_EQ(Reglages().LitIni("Fenlor", "Sauver fenêtres"_w), "Oui");
-  EXPECT_EQ(Reglages().LitIni("Préférences"_w, "Couleur système"_w), "Non");
-  EXPECT_EQ(Reglages().LitIni("Préférences"_w, "Police par défaut"_w), "Non");
 
   using Predicat = bool (Parametres::*)() const;
   const struct {
@@ -88,11 +78,6 @@ TEST_F(ParametresTest, ValeursParticulieres) {
   EXPECT_EQ(Reglages().GetLimiteFranc(), FaitDate(31, 12, 2001));
   EXPECT_TRUE(Reglages().EcritIni("Préférences"_w, "LimiteFranc", "demain"));
   EXPECT_EQ(Reglages().GetLimiteFranc(), FaitDate(18, 2, 2002));
-
-  EXPECT_FALSE(Reglages().HasComptePrelevement());
-  EXPECT_TRUE(Reglages().EcritIni("COMPTES", "Prelevement", "10800000001"));
-  EXPECT_EQ(Reglages().GetComptePrelevement(), "1080000000");
-  EXPECT_TRUE(Reglages().HasComptePrelevement());
 
   EXPECT_EQ(Reglages().SeparateurDecimal(), ',');
   EXPECT_TRUE(Magasin().QVSetRegString("HKEY_LOCAL_MACHINE", "", "intl", "sDecimal", ".x"));

@@ -135,7 +135,7 @@ TEST_P(ReindexTest, MemeCompteLeDernierReste) {
   EXPECT_EQ(rapport.remplaces, 1u);
   EXPECT_EQ(rapport.gardes, avant);
   EXPECT_EQ(rapport.n, avant + 1);
-  EXPECT_EQ(plan.GetCode(premier), "DOUBLE");
+  EXPECT_EQ(LitTexte(LitCompte(premier).Code), "DOUBLE");
   EXPECT_EQ(Magasin().QVVerifie(FichierComptes).anomalies.size(), 0u);
 }
 

@@ -25,10 +25,10 @@ class EtatDeTest : public CEtatDoc {
   using CEtatDoc::SetEtatPied;
   using CEtatDoc::SetEtatTitre;
 
-  std::function<bool(EtatDeTest&)> ecrit;
+  std::function<void(EtatDeTest&)> ecrit;
 
  protected:
-  bool BuildEtat() override { return ecrit ? ecrit(*this) : CEtatDoc::BuildEtat(); }
+  void BuildEtat() override { ecrit ? ecrit(*this) : CEtatDoc::BuildEtat(); }
 };
 
 struct Dessin {

@@ -68,7 +68,7 @@ class EtatDocTest : public test::CabinetDeTest {
 TEST_F(EtatDocTest, TwoPrivateFilesLiveAsLongAsTheReport) {
   {
     EtatDeTest doc(App());
-    doc.ecrit = [&](EtatDeTest& d) { return d.EtatPrintf("%s\n", {"abc"}) == 4 && d.EcritEtat("") == 0; };
+    doc.ecrit = [&](EtatDeTest& d) { d.EtatPrintf("%s\n", {"abc"}), d.EcritEtat(""); };
     for (int fois = 0; fois < 2; ++fois) {
       ASSERT_TRUE(doc.OnNewDocument());
       const auto noms = Fichiers();
@@ -83,7 +83,13 @@ TEST_F(EtatDocTest, TwoPrivateFilesLiveAsLongAsTheReport) {
       EXPECT_EQ(doc.NombreBlocs(), 1u);
       EXPECT_EQ(doc.LitTexte(0, 4), "abc\n");
     }
-    doc.ecrit = [](EtatDeTest&) { return false; };
+    doc.ecrit = [](EtatDeTest& d) {
+      d.EcritEtat("abc");
+      EXPECT_TRUE(d.EnCours());
+      d.Abandonne();
+      d.EcritEtat("def");
+      EXPECT_EQ(d.TailleTexte(), 3u) << "what was given up is written no longer";
+    };
     EXPECT_FALSE(doc.OnNewDocument());
     EXPECT_TRUE(Fichiers().empty()) << "no report, no files";
   }
@@ -102,7 +108,6 @@ TEST_F(EtatDocTest, HeightsAndTheDefaultReport) {
     d.SetEtatEntete("sans retour");
     d.SetEtatPied("a\nb\n%d\n", {1});
     EXPECT_FALSE(d.SetEtatPaysage(true));
-    return true;
   };
   ASSERT_TRUE(doc.OnNewDocument());
   EXPECT_EQ(doc.Titre().size(), 512u);
@@ -110,7 +115,7 @@ TEST_F(EtatDocTest, HeightsAndTheDefaultReport) {
   EXPECT_EQ(doc.Mesures().lignesEntete, 1u);
   EXPECT_EQ(doc.Mesures().lignesPied, 3u);
   EXPECT_TRUE(doc.Paysage());
-  doc.ecrit = [](EtatDeTest&) { return true; };
+  doc.ecrit = [](EtatDeTest&) {};
   ASSERT_TRUE(doc.OnNewDocument());
   EXPECT_FALSE(doc.Paysage());
   EXPECT_EQ(doc.Titre() + doc.Pied(), "");
@@ -142,7 +147,7 @@ TEST_F(EtatDocTest, BlocksOfAWrite) {
     doc.ecrit = [&](EtatDeTest& d) {
       d.SetEtatEntete("\n\n");
       d.SetEtatPied("\n\n\n");
-      return d.EcritEtat(c.texte) >= 0;
+      d.EcritEtat(c.texte);
     };
     ASSERT_TRUE(doc.OnNewDocument());
     std::vector<u32> lignes;
@@ -155,10 +160,7 @@ TEST_F(EtatDocTest, BlocksOfAWrite) {
 
 TEST_F(EtatDocTest, NoFolderNoFilesNoReport) {
   EtatDeTest doc(App());
-  doc.ecrit = [](EtatDeTest&) {
-    ADD_FAILURE() << "built";
-    return true;
-  };
+  doc.ecrit = [](EtatDeTest&) { ADD_FAILURE() << "built"; };
   Dirige(dossier.Chemin() + "/absent");
   EXPECT_FALSE(doc.OnNewDocument());
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3109});
@@ -192,16 +194,13 @@ TEST_F(EtatDocTest, AFolderThatFillsUpGivesNoReport) {
       fautif.EcrituresPartielles(true);
       fautif.Programme(k, ENOSPC, SystemeFautif::Ecriture);
       EtatDeTest doc(App());
-      bool refuse = false;
       doc.ecrit = [&](EtatDeTest& d) {
-        for (int i = 0; i < lignes; ++i) {
-          const bool ecrit =
-              d.EtatPrintf("\\M000ligne %d\\T020%s\n", {i, "un libellé qui prend de la place"}) > 0;
-          EXPECT_FALSE(refuse && ecrit) << "a refusal is for good";
-          refuse = !ecrit;
-          if (refuse && arrete) return false;
+        for (int i = 0; i < lignes && (d.EnCours() || !arrete); ++i) {
+          const bool refuse = !d.EnCours();
+          const u32 taille = d.TailleTexte();
+          d.EtatPrintf("\\M000ligne %d\\T020%s\n", {i, "un libellé qui prend de la place"});
+          EXPECT_EQ(refuse, d.TailleTexte() == taille) << "a refusal is for good";
         }
-        return true;
       };
       EXPECT_FALSE(doc.OnNewDocument());
       EXPECT_EQ(fautif.NbPannes(), 1u);
@@ -209,7 +208,6 @@ TEST_F(EtatDocTest, AFolderThatFillsUpGivesNoReport) {
       EXPECT_NE(Boite.Erreurs.at(0).texte.find(TexteErreurSysteme(ENOSPC)), std::string::npos);
       EXPECT_TRUE(Fichiers().empty());
       fautif.Repare();
-      refuse = false;
       EXPECT_TRUE(doc.OnNewDocument()) << "the next one finds room";
     }
   }
@@ -217,7 +215,7 @@ TEST_F(EtatDocTest, AFolderThatFillsUpGivesNoReport) {
 
 TEST_F(EtatDocTest, WhatCannotBeReadIsToldAndComesAsZeros) {
   EtatDeTest doc(App());
-  doc.ecrit = [](EtatDeTest& d) { return d.EcritEtat("abcdef\n") > 0; };
+  doc.ecrit = [](EtatDeTest& d) { d.EcritEtat("abcdef\n"); };
   ASSERT_TRUE(doc.OnNewDocument());
   fautif.SurChemin("FNL");
   fautif.Programme(1, EIO, SystemeFautif::Lectures);

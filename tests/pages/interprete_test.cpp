@@ -153,13 +153,6 @@ TEST_F(InterpreteTest, StrangeTextDoesNoHarm) {
   EXPECT_LE(Dessine(std::string(100000, 'x'))[0].cadre.droite, 1440);
 }
 
-TEST_F(InterpreteTest, PlainTextKeepsRunsAndTabs) {
-  std::string sortie;
-  InterpreteEtat interprete({1440, 170, 10, 17, 10}, "Tete\n", "", sortie);
-  interprete.InterpreteTexte(0, "\\M010\\N010\\BDate\\0\\T020Total\\R144\\S00212,50\n\\Hfin");
-  EXPECT_EQ(sortie, "Date\tTotal12,50\nTete\nfin");
-}
-
 TEST_F(InterpreteTest, FontOfTheSettings) {
   struct Cas {
     const char* reglage;
@@ -203,10 +196,7 @@ class PageTest : public test::CabinetDeTest {
 
 TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
   EtatDeTest doc(App());
-  doc.ecrit = [](EtatDeTest& d) {
-    d.SetEtatTitre("Balance %s", {"2003"});
-    return true;
-  };
+  doc.ecrit = [](EtatDeTest& d) { d.SetEtatTitre("Balance %s", {"2003"}); };
   ASSERT_TRUE(doc.OnNewDocument());
   const test::Dessin dessin = test::Dessine(doc, Enregistreur::A4());
   EXPECT_EQ(Textes(dessin, 1), (std::vector<std::string>{"Docteur A\\HENRI    ", "Cabinet", "15/03/2003",
@@ -216,7 +206,7 @@ TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
 
 TEST_F(PageTest, DraftHasNoStylesAndKeepsTheColumns) {
   EtatDeTest doc(App());
-  doc.ecrit = [](EtatDeTest& d) { return d.EcritEtat("\\Bgras\\T050\\Iitalique\n") > 0; };
+  doc.ecrit = [](EtatDeTest& d) { d.EcritEtat("\\Bgras\\T050\\Iitalique\n"); };
   ASSERT_TRUE(doc.OnNewDocument());
   const auto fin = test::Dessine(doc, Enregistreur::A4(), {"Courier", 10}).elements;
   const auto brouillon = test::Dessine(doc, Enregistreur::A4(), {"Courier", 24}, true).elements;

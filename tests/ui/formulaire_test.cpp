@@ -556,7 +556,7 @@ TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
 
 TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
   SheetEssai feuille(Contexte, Traces);
-  feuille.MontrePage("B");
+  feuille.Onglets().setCurrentIndex(1);
   Montre(feuille);
   EXPECT_THAT(Traces, ElementsAre("charge B"));
   feuille.Onglets().setCurrentIndex(0);

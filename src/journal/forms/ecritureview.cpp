@@ -288,12 +288,8 @@ void CEcritureView::SelectPrev() {
 void CEcritureView::SelectNext() {
   if (const int ligne = GetEcrSel(); ligne >= 0 && ligne + 1 < GetEcrCount()) SelectEcrItem(ligne + 1);
 }
-void CEcritureView::AddEcrItem(const EntreeListe& entree) { m_liste->Modele().Insere(GetEcrCount(), entree); }
-void CEcritureView::DelEcrItem(int ligne) { m_liste->Modele().Supprime(ligne); }
 int CEcritureView::FindEcrItem(u32 mouvement) const { return m_liste->Modele().LigneDe(mouvement); }
-void CEcritureView::ClearEcrItems() { m_liste->Modele().Remplit({}); }
 void CEcritureView::SelectEcrItem(int ligne) { m_liste->SelectionneLigne(ligne); }
-void CEcritureView::SetEcrTop(int ligne) { m_liste->PoseHaut(ligne); }
 
 std::vector<u32> CEcritureView::MouvementsDe(const std::vector<int>& lignes) const {
   std::vector<u32> mouvements;

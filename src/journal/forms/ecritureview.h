@@ -43,12 +43,8 @@ class CEcritureView : public Vue, public ListeEcritures {
   void SelectPrev() override;
   void SelectNext() override;
   // One row of the list. Rows count from 0; an index of -1 stands for none.
-  virtual void AddEcrItem(const EntreeListe& entree);  ///< at the end
-  virtual void DelEcrItem(int ligne);
   virtual int FindEcrItem(u32 mouvement) const;
-  virtual void ClearEcrItems();
   virtual void SelectEcrItem(int ligne);  ///< this one alone, brought into view
-  virtual void SetEcrTop(int ligne);      ///< first visible row
   void RefreshJournal() override;
 
   const CEcritureDoc& Document() const { return m_document; }

@@ -53,14 +53,6 @@ void ModeleEcritures::Remplit(std::vector<EntreeListe> entrees) {
   endResetModel();
 }
 
-void ModeleEcritures::Insere(int ligne, const EntreeListe& entree) {
-  ligne = std::clamp(ligne, 0, NbLignes());
-  beginInsertRows({}, ligne, ligne);
-  m_entrees.insert(m_entrees.begin() + ligne, entree);
-  m_lues.clear();
-  endInsertRows();
-}
-
 void ModeleEcritures::Supprime(int ligne, int nombre) {
   if (ligne < 0 || nombre < 1 || ligne + nombre > NbLignes()) return;
   beginRemoveRows({}, ligne, ligne + nombre - 1);

@@ -52,7 +52,6 @@ class ModeleEcritures : public QAbstractTableModel {
   bool Comptable() const { return m_comptable; }
 
   void Remplit(std::vector<EntreeListe> entrees);
-  void Insere(int ligne, const EntreeListe& entree);
   void Supprime(int ligne, int nombre = 1);
   /// Forgets what was read: the entries changed, the rows are the same. Tells nobody, for a view would
   /// measure every row again.

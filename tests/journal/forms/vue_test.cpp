@@ -235,7 +235,7 @@ TEST_F(VueJournal, RechargementGardeLaPlace) {
   const auto vue = Ouvre();
   EXPECT_EQ(vue->GetEcrSel(), 29);
   vue->SelectEcrItem(12);
-  vue->SetEcrTop(10);
+  vue->Liste().PoseHaut(10);
   vue->RefreshJournal();
   EXPECT_EQ(vue->GetEcrSel(), 12);
   EXPECT_EQ(vue->Liste().Haut(), 10);

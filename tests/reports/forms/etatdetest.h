@@ -20,8 +20,8 @@ class EtatDeTest : public CEtatComptable {
   static inline int Vivants = 0;
 
  protected:
-  bool BuildEtat() override {
-    if (m_demande && !DemandeCriteres(FormeCriteres::Periode, TitrePlanComptable)) return false;
+  void BuildEtat() override {
+    if (m_demande && !DemandeCriteres(FormeCriteres::Periode, TitrePlanComptable)) return;
     PoseTitre("Etat d'été"_w);
     SetEtatPaysage(m_tourne);
     SetEtatEntete("\\0\\M000\\N000\\BDate\\T020Libellé\\R120Débit\\R144Crédit\\L\\0\n\\S002\n"_w);
@@ -29,12 +29,10 @@ class EtatDeTest : public CEtatComptable {
     EtatPrintf("\\H");
     for (unsigned i = 1; i <= m_lignes; ++i) {
       const char* style = i % 10 == 0 ? "\\B\\U" : i % 7 == 0 ? "\\I" : "";
-      if (EtatPrintf("\\M000\\N000%s%02d/03/2003\\T020Consultation n° %d, 23 €\\R120%d,00\\R144%s\\L\\0\n"_w,
-                     {style, i % 28 + 1, i, i, i % 3 ? "" : "1 234,56"}) < 0)
-        return false;
+      EtatPrintf("\\M000\\N000%s%02d/03/2003\\T020Consultation n° %d, 23 €\\R120%d,00\\R144%s\\L\\0\n"_w,
+                 {style, i % 28 + 1, i, i, i % 3 ? "" : "1 234,56"});
     }
     EtatPrintf("\\X\\M000\\S001\\BTotal :\\R144%d lignes\\0\n", {m_lignes});
-    return true;
   }
 
  private:
