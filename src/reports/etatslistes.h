@@ -36,8 +36,8 @@ class CEtatListe : public CEtatComptable {
                   const Parcours& parcourt);
 };
 
-/// Accounts of one type, or of all types, in the order of their numbers. Those of receipts and of expenses show
-/// their balance alone, lists with treasury debit, credit, balance, reconciled and real balance.
+/// Accounts of one type, or of all types, in the order of their numbers. Those of receipts and of expenses
+/// show their balance alone, lists with treasury debit, credit, balance, reconciled and real balance.
 class CEtatListeComptes : public CEtatListe {
  protected:
   static constexpr i16 TousTypes = -1;

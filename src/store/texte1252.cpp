@@ -30,15 +30,6 @@ constexpr std::array<u8, 256> TableMajuscules = [] {
   return table;
 }();
 
-constexpr std::array<u8, 256> TableMinuscules = [] {
-  std::array<u8, 256> table{};
-  for (unsigned c = 0; c < 256; ++c) table[c] = static_cast<u8>(c);
-  for (unsigned c = 0; c < 256; ++c) {
-    if (TableMajuscules[c] != c) table[TableMajuscules[c]] = static_cast<u8>(c);
-  }
-  return table;
-}();
-
 int Octet(u32 point) {
   if (point < 0x80 || (point >= 0xA0 && point <= 0xFF)) return static_cast<int>(point);
   for (std::size_t i = 0; i < Hauts.size(); ++i) {
@@ -112,7 +103,6 @@ std::string operator""_w(const char* utf8, std::size_t taille) {
 
 char Majuscule(char c) { return static_cast<char>(TableMajuscules[static_cast<u8>(c)]); }
 
-char Minuscule(char c) { return static_cast<char>(TableMinuscules[static_cast<u8>(c)]); }
 
 std::string EnMajuscules(std::string_view texte) {
   std::string sortie(texte);

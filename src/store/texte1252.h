@@ -35,9 +35,8 @@ void PoseTexte(char (&champ)[N], std::string_view texte) {
   std::memset(champ + n, 0, N - n);
 }
 
-/// Upper and lower case of Windows-1252, accents included.
+/// Upper case of Windows-1252, accents included.
 char Majuscule(char c);
-char Minuscule(char c);
 std::string EnMajuscules(std::string_view texte);
 /// Compare without regard to case: negative, 0, positive.
 int CompareSansCasse(std::string_view a, std::string_view b);

@@ -47,7 +47,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   virtual void SelectEcrItem(int ligne);  ///< this one alone, brought into view
   void RefreshJournal() override;
 
-  const CEcritureDoc& Document() const { return m_document; }
   /// What the list is made of now; the printed journal takes the same.
   DemandeListe Demande() const;
   bool JournalComptable() const { return m_journalComptable; }

@@ -31,7 +31,6 @@ class CEtatView {
   /// corner of what can be printed. False when there is no such page.
   bool DessinePage(QPainter& peintre, qreal unitesParPouce, u32 n);
 
-  CEtatDoc& Document() { return m_doc; }
   /// Who prints.
   const IdentiteEtat& Qui() const { return m_qui; }
 
