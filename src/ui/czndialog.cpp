@@ -383,6 +383,16 @@ bool CZNDialog::EnregistreAvantFermer(unsigned question) {
   }
 }
 
+int CZNDialog::exec() {
+  const FormeEnCours enCours(*this);
+  return QDialog::exec();
+}
+
+void CZNDialog::done(int resultat) {
+  m_occupe = true;
+  QDialog::done(resultat);
+}
+
 void CZNDialog::accept() {
   if (m_occupe || m_mode == Mode::Consultation) return;
   QWidget* champ = ChampCourant();
@@ -467,6 +477,7 @@ void CZNDialog::Ajuste() {
 
 void CZNDialog::showEvent(QShowEvent* evenement) {
   if (!m_vue) Ajuste();
+  m_occupe = false;
   QDialog::showEvent(evenement);
   if (m_vue) return;
   m_vue = true;

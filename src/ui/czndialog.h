@@ -40,6 +40,9 @@ class CZNDialog : public QDialog {
   ContexteUi& Contexte() { return m_contexte; }
   /// Runs the form; true when it ended with OK.
   bool Execute() { return exec() == Accepted; }
+  int exec() override;
+  /// What was typed before the end was seen counts for nothing.
+  void done(int resultat) override;
   /// Focus to a field, its text selected (but not that of several lines); opens the page that it stands on.
   static void Focalise(QWidget& champ);
 
@@ -114,7 +117,7 @@ class CZNDialog : public QDialog {
   QHBoxLayout* m_boutons;             ///< the row of buttons
   QPushButton* m_defaut = nullptr;
   Mode m_mode = Mode::Simple;
-  bool m_occupe = false;              ///< saving: further Enter and Escape count for nothing
+  bool m_occupe = false;              ///< saving, or closed: further Enter and Escape count for nothing
   bool m_vue = false;
   bool m_lectureSeule = false;
   QStringList m_etat;                 ///< content of the fields when nothing had changed

@@ -8,6 +8,7 @@
 
 #include "core/textes.h"
 #include "ui/dialogmessage.h"
+#include "ui/modales.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -82,6 +83,7 @@ int DialogueQt::Message(unsigned style, unsigned numero, const std::string& text
 int DialogueQt::Montre(const QString& titre, const std::string& texte, unsigned style) {
   const FlecheNormale fleche(m_profondeur > 0);
   CDialogMessage boite(titre, Q(texte), style, Proprietaire());
+  const FormeEnCours enCours(boite);
   boite.exec();
   m_tournee.invalidate();
   return boite.Reponse();

@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QWindow>
+#include <vector>
 
 namespace fenlor {
 
@@ -15,6 +16,12 @@ namespace {
 QWidget* Porteur(QObject* objet) {
   while (objet && !objet->isWidgetType()) objet = objet->parent();
   return qobject_cast<QWidget*>(objet);
+}
+
+/// As the toolkit's own stack of modal windows, but for the time between the hiding and the end.
+std::vector<const QWidget*>& EnCours() {
+  static std::vector<const QWidget*> formes;
+  return formes;
 }
 
 bool SeGarde(const QWidget& fenetre) {
@@ -28,6 +35,7 @@ bool SeGarde(const QWidget& fenetre) {
 bool DerriereModale(const QWidget& fenetre) {
   if (!fenetre.isEnabled()) return true;
   const QWidget* modale = QApplication::activeModalWidget();
+  if (!modale && !EnCours().empty()) modale = EnCours().back();
   if (!modale) return false;
   for (const QWidget* w = &fenetre; w; w = w->parentWidget())
     if (w == modale) return false;
@@ -36,6 +44,10 @@ bool DerriereModale(const QWidget& fenetre) {
     if (w == modale->windowHandle()) return false;
   return true;
 }
+
+FormeEnCours::FormeEnCours(QWidget& forme) { EnCours().push_back(&forme); }
+
+FormeEnCours::~FormeEnCours() { EnCours().pop_back(); }
 
 void SurvitAuParent(QDialog& forme) {
   if (!forme.parentWidget()) return;

@@ -8,8 +8,18 @@ class QWidget;
 
 namespace fenlor {
 
-/// A modal window is open that this one does not belong to, or it is disabled while work runs.
+/// A form is open, or on its way out, that this window does not belong to; or it is disabled while work runs.
 bool DerriereModale(const QWidget& fenetre);
+
+/// A form stands before all others from here on until its loop has ended, also after it was hidden: what
+/// was queued together with the key that closed it comes before whoever opened it goes on.
+class FormeEnCours {
+ public:
+  explicit FormeEnCours(QWidget& forme);
+  ~FormeEnCours();
+  FormeEnCours(const FormeEnCours&) = delete;
+  FormeEnCours& operator=(const FormeEnCours&) = delete;
+};
 
 /// The form outlives its parent: it is closed, as by "Annuler", when that one dies.
 void SurvitAuParent(QDialog& forme);

@@ -105,5 +105,18 @@ TEST_F(ModalesTest, AucuneCommandeDerriereUneForme) {
   EXPECT_EQ(robot.Vues, std::vector<std::string>{"DialogEcriture"});
 }
 
+TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {
+  Robot robot;
+  robot.Attend("DialogEcriture", [this](QDialog& forme) {
+    forme.reject();
+    // The form is hidden, its loop still turns: what was queued with the key comes here.
+    Principal->Table().Execute(CmdFermerFenetres);
+    EXPECT_EQ(Ouvertes(), 1);
+  });
+  Rafale(Qt::Key_F2, Qt::Key_Down);
+  Principal->Table().Execute(CmdFermerFenetres);
+  EXPECT_EQ(Ouvertes(), 0) << "afterwards it does";
+}
+
 }  // namespace
 }  // namespace fenlor::test
