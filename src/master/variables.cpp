@@ -49,7 +49,8 @@ bool Ecritures(CFenlorApp& app, const std::string& variable, std::set<u32>& mouv
   if (!lignes.OpenFile()) return false;
   const auto cle = static_cast<u16>(lignes.NumCle + CleJournalCompte);
   const auto retient = [&](Position, const void* rec) {
-    mouvements.insert(static_cast<const Line*>(rec)->Mouvement);
+    const u32 mouvement = static_cast<const Line*>(rec)->Mouvement;  // packed: no reference to it
+    mouvements.insert(mouvement);
     return true;
   };
   for (const std::string& code : codes)

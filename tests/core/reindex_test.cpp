@@ -1,3 +1,4 @@
+#include <optional>
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
 #include "store/texte1252.h"
@@ -62,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(Cles, ReindexTest, ::testing::Values(Cles::Memoire, Cle
 
 TEST_P(ReindexTest, FiltreEtCompte) {
   PoseOperations(10);
-  CBanques banques(App(), App().PathExercice);
+  std::optional<CBanques> fichier(std::in_place, App(), App().PathExercice);
+  CBanques& banques = *fichier;
   ASSERT_TRUE(banques.OpenFile());
   banques.First(0);
   const f64 retire = banques.Rec->MontantEuro;
@@ -92,7 +94,7 @@ TEST_P(ReindexTest, FiltreEtCompte) {
   EXPECT_EQ(Taille("BANQUE.dat"), debut + 8 * sizeof(Banque));
   EXPECT_FALSE(Magasin().QVExistFile(Chemin("BANQUE.neuf")));
   EXPECT_TRUE(Boite.Erreurs.empty());
-  banques.CloseFile();
+  fichier.reset();  // it belongs to the session that ends here
   ASSERT_TRUE(Rouvre());
   EXPECT_EQ(Magasin().GetBanquesRec(0), 8u);
 }
