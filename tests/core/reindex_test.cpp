@@ -1,4 +1,5 @@
 #include <optional>
+
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
 #include "store/texte1252.h"
