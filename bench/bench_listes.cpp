@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/texte.h"
 #include "dialoguemuet.h"
 #include "fenetresbanc.h"
 #include "master/comptes.h"
@@ -156,10 +156,11 @@ void Ecrit(const std::string& quoi, const Mesure& m, const Mesure& vide) {
   std::printf("%-18s open %10s (%6.2fx)", quoi.c_str(), EnTemps(ouverture).c_str(), ouverture / reference);
   if (m.lignes > 0) {
     const double texte = Mediane(m.triTexte), montant = Mediane(m.triMontant);
-    std::printf("   its list %10s   sort by name %10s (%6.2fx), by balance %10s (%6.2fx)   "
-                "rows read: %u to paint, %u for a page of %u",
-                EnTemps(Mediane(m.lecture)).c_str(), EnTemps(texte).c_str(), texte / reference,
-                EnTemps(montant).c_str(), montant / reference, m.peintes, m.page, m.visibles);
+    std::printf(
+        "   its list %10s   sort by name %10s (%6.2fx), by balance %10s (%6.2fx)   "
+        "rows read: %u to paint, %u for a page of %u",
+        EnTemps(Mediane(m.lecture)).c_str(), EnTemps(texte).c_str(), texte / reference,
+        EnTemps(montant).c_str(), montant / reference, m.peintes, m.page, m.visibles);
   }
   std::printf("\n");
 }

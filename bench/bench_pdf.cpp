@@ -53,7 +53,8 @@ void EcritNu(const Dessin& dessin, const QString& chemin) {
     if (element.texte.empty())
       peintre.drawLine(element.cadre.gauche, element.cadre.haut, element.cadre.droite, element.cadre.haut);
     else
-      peintre.drawText(element.cadre.gauche, element.cadre.haut, QString::fromStdString(VersUtf8(element.texte)));
+      peintre.drawText(element.cadre.gauche, element.cadre.haut,
+                       QString::fromStdString(VersUtf8(element.texte)));
   }
 }
 
@@ -82,9 +83,10 @@ int Principal(unsigned lignes, unsigned tours) {
       nus.push_back(b);
       rapports.push_back(a / b);
     }
-    std::printf("%u pages, %zu texts and rules: %s, %.0f pages a second;  bare QPdfWriter %s, %.0f;  ratio %.2f\n",
-                dessin.pages, dessin.elements.size(), EnTemps(Mediane(nous)).c_str(), dessin.pages / Mediane(nous),
-                EnTemps(Mediane(nus)).c_str(), dessin.pages / Mediane(nus), Mediane(rapports));
+    std::printf(
+        "%u pages, %zu texts and rules: %s, %.0f pages a second;  bare QPdfWriter %s, %.0f;  ratio %.2f\n",
+        dessin.pages, dessin.elements.size(), EnTemps(Mediane(nous)).c_str(), dessin.pages / Mediane(nous),
+        EnTemps(Mediane(nus)).c_str(), dessin.pages / Mediane(nus), Mediane(rapports));
     magasin.QVCloseSession();
   }
   std::filesystem::remove_all(dossier);

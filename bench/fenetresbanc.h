@@ -37,7 +37,8 @@ class Peinture : public QObject {
   bool eventFilter(QObject*, QEvent* evenement) override {
     // Once the painting itself is over, which this call comes before.
     if (evenement->type() == QEvent::Paint)
-      QMetaObject::invokeMethod(this, [this] { m_peinte = true; }, Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          this, [this] { m_peinte = true; }, Qt::QueuedConnection);
     return false;
   }
 

@@ -28,15 +28,15 @@ namespace fenlor::bench {
 namespace {
 
 struct Tailles {
-  unsigned sauvegardes = 2000;       ///< pairs of one save and one bare write
+  unsigned sauvegardes = 2000;  ///< pairs of one save and one bare write
   unsigned sauvegardesLentes = 300;
-  unsigned ecritures = 87'500;       ///< of the practice that is measured: 350,000 lines
-  unsigned passages = 15;            ///< pairs of a walk, a rebuild, a recalculation
+  unsigned ecritures = 87'500;  ///< of the practice that is measured: 350,000 lines
+  unsigned passages = 15;       ///< pairs of a walk, a rebuild, a recalculation
   unsigned recherches = 20'000;
-  unsigned unite = 100'000;          ///< entries of the large unit and of `saisir`
+  unsigned unite = 100'000;  ///< entries of the large unit and of `saisir`
   unsigned ouvertures = 25;
-  unsigned marchePetite = 7'500;     ///< entries: 30,000 lines
-  unsigned marcheGrande = 87'500;    ///< 350,000 lines; 3,000,000 with --grand
+  unsigned marchePetite = 7'500;   ///< entries: 30,000 lines
+  unsigned marcheGrande = 87'500;  ///< 350,000 lines; 3,000,000 with --grand
 };
 
 std::string SansVirgule(double valeur, const char* unite) {
@@ -55,20 +55,24 @@ std::string Lance(const std::vector<std::string>& arguments, const std::string& 
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, 0, entree.c_str(), O_RDONLY, 0);
-  if (sortie.empty()) posix_spawn_file_actions_adddup2(&actions, tube[1], 1);
-  else posix_spawn_file_actions_addopen(&actions, 1, sortie.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  if (sortie.empty())
+    posix_spawn_file_actions_adddup2(&actions, tube[1], 1);
+  else
+    posix_spawn_file_actions_addopen(&actions, 1, sortie.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
   posix_spawn_file_actions_addclose(&actions, tube[0]);
   posix_spawn_file_actions_addclose(&actions, tube[1]);
   std::vector<char*> argv;
   for (const auto& a : arguments) argv.push_back(const_cast<char*>(a.c_str()));
   argv.push_back(nullptr);
   pid_t enfant = 0;
-  if (posix_spawn(&enfant, argv[0], &actions, nullptr, argv.data(), environ) != 0) Echec("cannot run " + arguments[0]);
+  if (posix_spawn(&enfant, argv[0], &actions, nullptr, argv.data(), environ) != 0)
+    Echec("cannot run " + arguments[0]);
   posix_spawn_file_actions_destroy(&actions);
   close(tube[1]);
   std::string texte;
   char tampon[4096];
-  for (ssize_t n; (n = read(tube[0], tampon, sizeof tampon)) > 0;) texte.append(tampon, static_cast<std::size_t>(n));
+  for (ssize_t n; (n = read(tube[0], tampon, sizeof tampon)) > 0;)
+    texte.append(tampon, static_cast<std::size_t>(n));
   close(tube[0]);
   int etat = 0;
   waitpid(enfant, &etat, 0);
@@ -96,7 +100,7 @@ void Machine(const std::string& dossier) {
       break;
     }
   }
-  struct statfs s{};
+  struct statfs s {};
   statfs(dossier.c_str(), &s);
   std::printf("machine: %s, %u processors, Linux %s, file system type 0x%lx, SQLite %s\n", processeur.c_str(),
               std::thread::hardware_concurrency(), u.release, static_cast<unsigned long>(s.f_type),
@@ -154,15 +158,15 @@ void Sauvegardes(Tableau& tableau, const std::string& dossier, const Tailles& t)
   Paires p = MesurePaires(t.sauvegardes, sauve, bare);
   const double annoncees = static_cast<double>(m.NbSynchros() - debut) / t.sauvegardes;
   const double vues = static_cast<double>(systeme.synchros - reels - (synchrosNues - nues)) / t.sauvegardes;
-  tableau.Ligne("save of 4 lines / 4 KiB write + fdatasync", EnTemps(p.nous), EnTemps(p.autre), 1 / p.rapport, "x",
-                1.5, false);
+  tableau.Ligne("save of 4 lines / 4 KiB write + fdatasync", EnTemps(p.nous), EnTemps(p.autre), 1 / p.rapport,
+                "x", 1.5, false);
   tableau.Ligne("syncs of the log per save", "", "", annoncees, "", 1, false);
   tableau.Ligne("  all syncs, emptying of the log included", "", "", vues, "", 0, false);
 
   systeme.attente = 2000;
   p = MesurePaires(t.sauvegardesLentes, sauve, bare);
-  tableau.Ligne("the same, every sync 2 ms slower", EnTemps(p.nous), EnTemps(p.autre), 1 / p.rapport, "x", 1.1,
-                false);
+  tableau.Ligne("the same, every sync 2 ms slower", EnTemps(p.nous), EnTemps(p.autre), 1 / p.rapport, "x",
+                1.1, false);
 }
 
 // ------------------------------------------------------------------ the rival
@@ -217,7 +221,8 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
   // A month of receipts, a different one each time.
   const auto bornes = [](unsigned i) {
     const unsigned numero = 1 + i % 12;
-    return std::pair{"1" + StrSDate(FaitDate(1, numero, 2003)), "1" + StrSDate(NextMonth(FaitDate(1, numero, 2003)))};
+    return std::pair{"1" + StrSDate(FaitDate(1, numero, 2003)),
+                     "1" + StrSDate(NextMonth(FaitDate(1, numero, 2003)))};
   };
   Paires p;
   const auto marche = [&](const char* titre, auto&& nous, double barre, bool compte) {
@@ -255,16 +260,26 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
   }
   u64 positionsNous = 0, positionsAutre = 0;
   p = MesurePaires(
-      t.passages, [&] { for (const auto& cle : cles) positionsNous += m.QVFindKey(79, cle); },
-      [&] { for (const auto& cle : cles) positionsAutre += rival.Trouve(4, cle); });
+      t.passages,
+      [&] {
+        for (const auto& cle : cles) positionsNous += m.QVFindKey(79, cle);
+      },
+      [&] {
+        for (const auto& cle : cles) positionsAutre += rival.Trouve(4, cle);
+      });
   if (positionsNous != positionsAutre) Echec("the finds do not agree");
   tableau.Ligne("exact find of a line's key", EnTemps(p.nous / t.recherches), EnTemps(p.autre / t.recherches),
                 p.rapport, "x", 4, true);
   // What is left of it when the rival takes its read lock once for all of them.
   rival.Debut();
   p = MesurePaires(
-      t.passages, [&] { for (const auto& cle : cles) positionsNous += m.QVFindKey(79, cle); },
-      [&] { for (const auto& cle : cles) positionsAutre += rival.Trouve(4, cle); });
+      t.passages,
+      [&] {
+        for (const auto& cle : cles) positionsNous += m.QVFindKey(79, cle);
+      },
+      [&] {
+        for (const auto& cle : cles) positionsAutre += rival.Trouve(4, cle);
+      });
   rival.Fin();
   tableau.Ligne("  the same, the rival inside one transaction", EnTemps(p.nous / t.recherches),
                 EnTemps(p.autre / t.recherches), p.rapport, "x", 0, true);
@@ -314,8 +329,8 @@ void GrandeUnite(Tableau& tableau, const std::string& dossier, const Tailles& t)
     rapports.push_back(autre.back() / nous.back());
     if (rival.NombreLignes() != t.unite * LignesParEcriture) Echec("the rival has not the same lines");
   }
-  tableau.Ligne("100,000 entries in one unit", EnTemps(Mediane(nous)), EnTemps(Mediane(autre)), Mediane(rapports),
-                "x", 3, true);
+  tableau.Ligne("100,000 entries in one unit", EnTemps(Mediane(nous)), EnTemps(Mediane(autre)),
+                Mediane(rapports), "x", 3, true);
 }
 
 // ------------------------------------------------- opening, memory, fenlorctl
@@ -328,14 +343,16 @@ void Ouverture(Tableau& tableau, const std::string& dossier, const Tailles& t) {
     Line rec;
     std::string cle;
     Position p = 0;
-    const bool ouvert = m.QVOpenSession(1) && m.QVOpenCompta(dossier + "/rival", "") && m.QVOpenExercice("2003") &&
-                        m.OpenJournal("") && (p = m.QVFirstKey(75, cle)) && m.QVReadRec(FichierJournal, p, &rec);
+    const bool ouvert = m.QVOpenSession(1) && m.QVOpenCompta(dossier + "/rival", "") &&
+                        m.QVOpenExercice("2003") && m.OpenJournal("") && (p = m.QVFirstKey(75, cle)) &&
+                        m.QVReadRec(FichierJournal, p, &rec);
     temps.push_back(Secondes(CLOCK_PROCESS_CPUTIME_ID) - debut);
     if (!ouvert) Echec("the practice does not open");
   }
   const double mediane = Mediane(temps);
   tableau.Ligne("opening to the first record, processor time", EnTemps(mediane),
-                "max " + EnTemps(*std::max_element(temps.begin(), temps.end())), mediane * 1e3, " ms", 1, false);
+                "max " + EnTemps(*std::max_element(temps.begin(), temps.end())), mediane * 1e3, " ms", 1,
+                false);
 }
 
 /// In a process of its own: the greatest anonymous memory seen during a walk by key.
@@ -368,15 +385,16 @@ void Memoire(Tableau& tableau, const std::string& dossier, const Tailles& t) {
     }
     ++rang;
   }
-  const std::string titre = "walk by key, " + std::to_string(t.marcheGrande * LignesParEcriture) + " lines / " +
-                            std::to_string(t.marchePetite * LignesParEcriture);
-  tableau.Ligne(titre.c_str(), SansVirgule(kio[1], " KiB"), SansVirgule(kio[0], " KiB"), (kio[1] - kio[0]) / 1024,
-                " MiB", 10, false);
+  const std::string titre = "walk by key, " + std::to_string(t.marcheGrande * LignesParEcriture) +
+                            " lines / " + std::to_string(t.marchePetite * LignesParEcriture);
+  tableau.Ligne(titre.c_str(), SansVirgule(kio[1], " KiB"), SansVirgule(kio[0], " KiB"),
+                (kio[1] - kio[0]) / 1024, " MiB", 10, false);
 }
 
 void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
   const std::string fenlorctl = (fs::path(Moi()).parent_path() / "fenlorctl").string();
-  const std::string cabinet = dossier + "/saisir", entree = dossier + "/saisir.json", sortie = dossier + "/sortie.json";
+  const std::string cabinet = dossier + "/saisir", entree = dossier + "/saisir.json",
+                    sortie = dossier + "/sortie.json";
   Lance({fenlorctl, "--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"});
 
   // The accounts come from the chart that was just made.
@@ -392,7 +410,8 @@ void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
       m.QVReadRec(FichierComptes, p, &plan);
       if (plan.Type == Recette && recette.empty()) recette = LitTexte(plan.Compte);
       if (plan.Type == Depense && charge.empty()) charge = LitTexte(plan.Compte);
-      if (plan.Type == Tresorerie && plan.TypeTresorerie == 1 && banque.empty()) banque = LitTexte(plan.Compte);
+      if (plan.Type == Tresorerie && plan.TypeTresorerie == 1 && banque.empty())
+        banque = LitTexte(plan.Compte);
     }
   }
   {
@@ -404,19 +423,22 @@ void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
                     "{\"journal\":\"%s\",\"date\":\"%02u/%02u/2003\",\"compte\":\"%s\",\"libelle\":\"%s %u\","
                     "\"ttc\":%u.50,%s\"tresorerie\":\"%s\",\"paiement\":\"cheque\"}\n",
                     r ? "recettes" : "depenses", 1 + i % 28, 1 + i / 28 % 12, (r ? recette : charge).c_str(),
-                    r ? "Consultations" : "Fournitures", i, 20 + i % 200,
-                    r ? "" : "\"professionnel\":15.25,", banque.c_str());
+                    r ? "Consultations" : "Fournitures", i, 20 + i % 200, r ? "" : "\"professionnel\":15.25,",
+                    banque.c_str());
       f << ligne;
     }
   }
-  const double secondes = Duree(
-      [&] { Lance({fenlorctl, "--cabinet", cabinet, "--exercice", "2003", "saisir", "--tout"}, entree, sortie); });
+  const double secondes = Duree([&] {
+    Lance({fenlorctl, "--cabinet", cabinet, "--exercice", "2003", "saisir", "--tout"}, entree, sortie);
+  });
   QVAPI m;
-  if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") || !m.OpenJournal("")) {
+  if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") ||
+      !m.OpenJournal("")) {
     Echec("the practice does not open after saisir");
   }
   Statistiques s{};
-  if (!m.QVCalculCompta("2003", s) || s.NbRecettes + s.NbDepenses != t.unite) Echec("saisir left entries out");
+  if (!m.QVCalculCompta("2003", s) || s.NbRecettes + s.NbDepenses != t.unite)
+    Echec("saisir left entries out");
   const double debit = m.GetJournalRec(0) / secondes;
   tableau.Ligne("fenlorctl saisir --tout, lines of journal", EnTemps(secondes),
                 std::to_string(m.GetJournalRec(0)) + " l", debit, " l/s", 50'000, true);
@@ -425,7 +447,8 @@ void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
 [[noreturn]] void Usage(int etat) {
   std::printf(
       "bench_magasin [--dossier DIR] [--rapide] [--grand] [--seul NAME]...\n"
-      "  --dossier DIR  where the files are made and removed again (default: bench-tmp under the current directory)\n"
+      "  --dossier DIR  where the files are made and removed again (default: bench-tmp under the current "
+      "directory)\n"
       "  --rapide       tiny sizes: that it runs, not what it costs; the exit status ignores the bars\n"
       "  --grand        the memory measure on 3,000,000 lines\n"
       "  --seul NAME    sauvegarde, rival, unite, ouverture, memoire or saisir; repeatable\n"
@@ -439,12 +462,18 @@ int Principal(int argc, char** argv) {
   bool rapide = false, grand = false;
   for (int i = 1; i < argc; ++i) {
     const std::string a = argv[i];
-    if (a == "--rapide") rapide = true;
-    else if (a == "--grand") grand = true;
-    else if (a == "--dossier" && i + 1 < argc) dossier = argv[++i];
-    else if (a == "--seul" && i + 1 < argc) seuls.push_back(argv[++i]);
-    else if (a == "--marche" && i + 1 < argc) return Marche(argv[++i]);
-    else Usage(a == "--help" ? 0 : 2);
+    if (a == "--rapide")
+      rapide = true;
+    else if (a == "--grand")
+      grand = true;
+    else if (a == "--dossier" && i + 1 < argc)
+      dossier = argv[++i];
+    else if (a == "--seul" && i + 1 < argc)
+      seuls.push_back(argv[++i]);
+    else if (a == "--marche" && i + 1 < argc)
+      return Marche(argv[++i]);
+    else
+      Usage(a == "--help" ? 0 : 2);
   }
   Tailles t;
   if (rapide) t = {30, 5, 300, 2, 100, 300, 2, 100, 400};

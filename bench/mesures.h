@@ -45,7 +45,8 @@ struct Paires {
   double autre = 0;    ///< median, seconds
   double rapport = 0;  ///< median of autre / nous over the pairs
 };
-inline Paires MesurePaires(unsigned nombre, const std::function<void()>& nous, const std::function<void()>& autre) {
+inline Paires MesurePaires(unsigned nombre, const std::function<void()>& nous,
+                           const std::function<void()>& autre) {
   std::vector<double> a, b, rapports;
   for (unsigned i = 0; i < nombre; ++i) {
     double tNous, tAutre;
@@ -78,9 +79,7 @@ class Tableau {
     std::printf("\n");
     std::fflush(stdout);
   }
-  void EnTete() {
-    std::printf("%-44s %14s %14s %15s bar\n", "measure", "ours", "limit/rival", "figure");
-  }
+  void EnTete() { std::printf("%-44s %14s %14s %15s bar\n", "measure", "ours", "limit/rival", "figure"); }
   unsigned Manquees() const { return m_manquees; }
 
  private:
@@ -89,9 +88,12 @@ class Tableau {
 
 inline std::string EnTemps(double secondes) {
   char texte[40];
-  if (secondes < 1e-3) std::snprintf(texte, sizeof texte, "%.2f us", secondes * 1e6);
-  else if (secondes < 1) std::snprintf(texte, sizeof texte, "%.3f ms", secondes * 1e3);
-  else std::snprintf(texte, sizeof texte, "%.2f s", secondes);
+  if (secondes < 1e-3)
+    std::snprintf(texte, sizeof texte, "%.2f us", secondes * 1e6);
+  else if (secondes < 1)
+    std::snprintf(texte, sizeof texte, "%.3f ms", secondes * 1e3);
+  else
+    std::snprintf(texte, sizeof texte, "%.2f s", secondes);
   return texte;
 }
 

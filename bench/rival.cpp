@@ -10,16 +10,19 @@ namespace fenlor::bench {
 
 namespace {
 
-std::string Table(const char* fichier, unsigned indice) { return std::string(fichier) + "_cle" + std::to_string(indice); }
+std::string Table(const char* fichier, unsigned indice) {
+  return std::string(fichier) + "_cle" + std::to_string(indice);
+}
 
 }  // namespace
 
 Rival::Rival(const std::string& chemin) {
   if (sqlite3_open(chemin.c_str(), &m_base) != SQLITE_OK) Echec("SQLite does not open " + chemin);
-  for (const char* sql : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL", "PRAGMA cache_size=-65536",
-                          "PRAGMA mmap_size=4294967296", "PRAGMA temp_store=MEMORY",
-                          "CREATE TABLE IF NOT EXISTS journal(position INTEGER PRIMARY KEY, rec BLOB NOT NULL)",
-                          "CREATE TABLE IF NOT EXISTS comptes(position INTEGER PRIMARY KEY, rec BLOB NOT NULL)"}) {
+  for (const char* sql :
+       {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL", "PRAGMA cache_size=-65536",
+        "PRAGMA mmap_size=4294967296", "PRAGMA temp_store=MEMORY",
+        "CREATE TABLE IF NOT EXISTS journal(position INTEGER PRIMARY KEY, rec BLOB NOT NULL)",
+        "CREATE TABLE IF NOT EXISTS comptes(position INTEGER PRIMARY KEY, rec BLOB NOT NULL)"}) {
     Execute(sql);
   }
   const auto cles = [&](const char* fichier, const DefinitionFichier& d, std::vector<sqlite3_stmt*>& ajoute) {
@@ -33,8 +36,9 @@ Rival::Rival(const std::string& chemin) {
   cles("journal", journal, m_ajouteCle);
   cles("comptes", *DefinitionFichierNumero(FichierComptes), m_ajouteCleCompte);
   for (unsigned i = 0; i < journal.nbCles; ++i) {
-    m_marche.push_back(Prepare("SELECT j.rec FROM " + Table("journal", i) +
-                               " k JOIN journal j ON j.position = k.position WHERE k.cle >= ? AND k.cle < ? ORDER BY k.cle"));
+    m_marche.push_back(Prepare(
+        "SELECT j.rec FROM " + Table("journal", i) +
+        " k JOIN journal j ON j.position = k.position WHERE k.cle >= ? AND k.cle < ? ORDER BY k.cle"));
     m_trouve.push_back(Prepare("SELECT position FROM " + Table("journal", i) + " WHERE cle = ?"));
   }
   m_ajouteLigne = Prepare("INSERT INTO journal VALUES(?,?)");
@@ -122,8 +126,10 @@ void Rival::Cumule(const Line& rec) {
   if (principal == m_comptes.end()) return;
   const f64 signe = rec.Sens ? 1 : -1;
   Plan& p = principal->second.rec;
-  if (rec.Role == RoleTva) p.TVAFranc += signe * rec.MontantFranc, p.TVAEuro += signe * rec.MontantEuro;
-  else p.PersoFranc += signe * rec.MontantFranc, p.PersoEuro += signe * rec.MontantEuro;
+  if (rec.Role == RoleTva)
+    p.TVAFranc += signe * rec.MontantFranc, p.TVAEuro += signe * rec.MontantEuro;
+  else
+    p.PersoFranc += signe * rec.MontantFranc, p.PersoEuro += signe * rec.MontantEuro;
 }
 
 void Rival::Saisit(Position position, const Line& rec) {
@@ -159,7 +165,8 @@ unsigned Rival::Marche(unsigned indice, const std::string& debut, const std::str
 Position Rival::Trouve(unsigned indice, const std::string& cle) {
   sqlite3_stmt* ordre = m_trouve[indice];
   sqlite3_bind_blob(ordre, 1, cle.data(), static_cast<int>(cle.size()), SQLITE_STATIC);
-  const Position position = sqlite3_step(ordre) == SQLITE_ROW ? static_cast<Position>(sqlite3_column_int64(ordre, 0)) : 0;
+  const Position position =
+      sqlite3_step(ordre) == SQLITE_ROW ? static_cast<Position>(sqlite3_column_int64(ordre, 0)) : 0;
   sqlite3_reset(ordre);
   return position;
 }

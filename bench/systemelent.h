@@ -19,18 +19,23 @@ class SystemeLent : public Systeme {
     if (erreur == 0) fichier = std::make_unique<FichierLent>(*this, std::move(vrai));
     return erreur;
   }
-  int Mesure(const std::string& chemin, Empreinte& empreinte) override { return m_vrai.Mesure(chemin, empreinte); }
+  int Mesure(const std::string& chemin, Empreinte& empreinte) override {
+    return m_vrai.Mesure(chemin, empreinte);
+  }
   int Renomme(const std::string& de, const std::string& vers) override { return m_vrai.Renomme(de, vers); }
   int Supprime(const std::string& chemin) override { return m_vrai.Supprime(chemin); }
   int SynchroniseDossier(const std::string& dossier) override { return m_vrai.SynchroniseDossier(dossier); }
   int CreeDossier(const std::string& dossier) override { return m_vrai.CreeDossier(dossier); }
   int SupprimeDossier(const std::string& dossier) override { return m_vrai.SupprimeDossier(dossier); }
-  int Liste(const std::string& dossier, std::vector<std::string>& noms) override { return m_vrai.Liste(dossier, noms); }
+  int Liste(const std::string& dossier, std::vector<std::string>& noms) override {
+    return m_vrai.Liste(dossier, noms);
+  }
 
  private:
   class FichierLent : public Fichier {
    public:
-    FichierLent(SystemeLent& systeme, std::unique_ptr<Fichier> vrai) : m_systeme(systeme), m_vrai(std::move(vrai)) {}
+    FichierLent(SystemeLent& systeme, std::unique_ptr<Fichier> vrai)
+        : m_systeme(systeme), m_vrai(std::move(vrai)) {}
     int Lit(void* tampon, std::size_t taille, u64 offset, std::size_t& lus) override {
       return m_vrai->Lit(tampon, taille, offset, lus);
     }

@@ -19,7 +19,7 @@
 #include <utility>
 
 #include "app/commandes.h"
-#include "core/textes.h"
+#include "app/textes.h"
 #include "ui/positionfenetre.h"
 #include "ui/texteqt.h"
 

@@ -5,8 +5,8 @@
 #include <QStringList>
 #include <vector>
 
-#include "ui/findesliens.h"
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 
 class QLineEdit;
 class QTextBrowser;

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/textes.h"
 #include "core/textes.h"
 #include "session/lancement.h"
 #include "ui/images.h"

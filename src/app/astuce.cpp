@@ -7,8 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/textes.h"
+#include "app/textes.h"
 #include "core/valeurs.h"
+#include "session/textes.h"
 #include "store/systeme.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
@@ -19,14 +20,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-int LitReglage(CFenlorApp& app, unsigned cle, int defaut) {
+int LitReglage(CFenlorApp& app, const TexteFixe& cle, int defaut) {
   std::string texte;
   const bool lu = app.Magasin.QVGetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce),
                                              Texte(cle), texte);
   return lu && !EstVide(texte) ? TexteVersEntier(texte) : defaut;
 }
 
-void EcritReglage(CFenlorApp& app, unsigned cle, int valeur) {
+void EcritReglage(CFenlorApp& app, const TexteFixe& cle, int valeur) {
   app.Magasin.QVSetRegString("HKEY_CURRENT_USER", Texte(CleRegistreFenlor), Texte(SecAstuce), Texte(cle),
                              std::to_string(valeur));
 }

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "session/textes.h"
 #include "store/dates.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"

@@ -5,8 +5,8 @@
 #include <QStatusBar>
 #include <QTimer>
 
-#include "ui/findesliens.h"
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 
 class QLabel;
 

@@ -16,6 +16,9 @@
 
 #include "app/commandes.h"
 #include "app/personnaliser.h"
+#include "app/textes.h"
+#include "core/textes.h"
+#include "session/textes.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
 
@@ -29,7 +32,7 @@ constexpr int versionEtat = 1;  ///< of the kept places
 
 struct MotDeStyle {
   Qt::ToolButtonStyle style;
-  unsigned mot;
+  TexteFixe mot;
 };
 constexpr MotDeStyle styles[] = {{Qt::ToolButtonTextUnderIcon, MotTexteDessous},
                                  {Qt::ToolButtonTextBesideIcon, MotTexteACote},

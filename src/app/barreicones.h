@@ -6,8 +6,8 @@
 #include <functional>
 #include <vector>
 
-#include "ui/findesliens.h"
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 
 class QMainWindow;
 

@@ -1,4 +1,5 @@
 #include "app/calcul.h"
+#include "core/texte.h"
 
 #include <algorithm>
 #include <charconv>

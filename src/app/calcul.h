@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/texte.h"
 #include "store/enregistrements.h"
 
 namespace fenlor {

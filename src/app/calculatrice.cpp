@@ -14,7 +14,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "core/textes.h"
+#include "app/textes.h"
 #include "core/valeurs.h"
 #include "ui/positionfenetre.h"
 #include "ui/texteqt.h"

@@ -3,9 +3,9 @@
 
 #include <QDialog>
 
-#include "ui/findesliens.h"
 #include "app/calcul.h"
 #include "ui/fenetres.h"
+#include "ui/findesliens.h"
 
 class QGridLayout;
 class QLabel;

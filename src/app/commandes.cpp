@@ -20,10 +20,13 @@
 #include "app/mainframe.h"
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
+#include "app/textes.h"
+#include "core/erreurs.h"
 #include "journal/forms/dialogvalidation.h"
 #include "journal/forms/dialogvirement.h"
 #include "master/forms/dialogfraiskm.h"
 #include "master/forms/sheetoptions.h"
+#include "master/textes.h"
 #include "reports/forms/impressions.h"
 #include "session/demo.h"
 #include "session/forms/comboexercices.h"
@@ -150,7 +153,7 @@ void Commandes::Demonstration(unsigned) {
   const std::string chemin = QFile::encodeName(dossier).toStdString();
   if (!QFileInfo::exists(QDir(dossier).filePath(u"fenlor.ini"_s))) {
     if (!QDir().mkpath(dossier)) {
-      app.ReportErreur(3008, {De1252(dossier)});
+      app.ReportErreur(ErrCreationFichier, {De1252(dossier)});
       return;
     }
     // A practice of its own, beside the one that is open here.
@@ -175,17 +178,18 @@ void Commandes::Demonstration(unsigned) {
     }
   }
   if (!QProcess::startDetached(QApplication::applicationFilePath(), {u"/D"_s, dossier}))
-    app.ReportErreur(3117, {De1252(QApplication::applicationFilePath())});
+    app.ReportErreur(ErrOuvertureDe, {De1252(QApplication::applicationFilePath())});
 }
 
 void Commandes::PageWeb(unsigned) {
   const QUrl page(QString::fromLatin1(IsSpecialiteTessamaris(m_cadre.App()) ? pageTessamaris : pageProduit));
-  if (!QDesktopServices::openUrl(page)) m_cadre.App().ReportErreur(3117, {De1252(page.toString())});
+  if (!QDesktopServices::openUrl(page)) m_cadre.App().ReportErreur(ErrOuvertureDe, {De1252(page.toString())});
 }
 
 void Commandes::Courrier(unsigned) {
   const QUrl adresse(QString::fromLatin1(adresseCourrier));
-  if (!QDesktopServices::openUrl(adresse)) m_cadre.App().ReportErreur(3117, {De1252(adresse.toString())});
+  if (!QDesktopServices::openUrl(adresse))
+    m_cadre.App().ReportErreur(ErrOuvertureDe, {De1252(adresse.toString())});
 }
 
 void Commandes::Informations(unsigned) { CDialogInfoSystem(m_cadre.Contexte(), &m_cadre).exec(); }

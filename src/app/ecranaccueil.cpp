@@ -6,6 +6,7 @@
 #include <QScreen>
 
 #include "app/apropos.h"
+#include "app/textes.h"
 #include "core/textes.h"
 #include "ui/texteqt.h"
 

@@ -6,6 +6,7 @@
 #include "app/mainframe.h"
 #include "journal/controles.h"
 #include "journal/forms/ecritureview.h"
+#include "journal/textes.h"
 #include "master/forms/dialogcompteparticulier.h"
 #include "master/forms/dialogplan.h"
 #include "master/forms/libelleview.h"
@@ -23,13 +24,13 @@ namespace {
 
 std::string CompteManquant(QVAPI& magasin, unsigned question) {
   switch (question) {
-    case 3030:
+    case ErrCompteEcartCredit:
       return magasin.GetCompteEcartCredit();
-    case 3031:
+    case ErrCompteEcartDebit:
       return magasin.GetCompteEcartDebit();
-    case 3055:
+    case ErrComptePersonnelAbsent:
       return magasin.GetComptePerso();
-    case 3087:
+    case ErrCompteVirementDepenses:
       return magasin.GetCompteVireFrom();
     default:
       return magasin.GetCompteVireTo();
@@ -77,15 +78,19 @@ void PoseFabriques(CMainFrame& cadre) {
 }
 
 void PoseManques(DialogueQt& dialogue, CMainFrame& cadre) {
-  dialogue.PoseManque({3030, 3031, 3055, 3087, 3088}, [&cadre](unsigned question) {
-    CFenlorApp& app = cadre.App();
-    QWidget* parent = QApplication::activeModalWidget();
-    if (!parent) parent = &cadre;
-    const auto nouveau = [&cadre, parent] { return CDialogPlan::Nouveau(cadre.Contexte(), parent); };
-    CDialogCompteParticulier(cadre.Contexte(), nouveau, parent).Execute();
-    Plan plan;
-    return LitCompte(app, CompteManquant(app.Magasin, question), plan);
-  });
+  dialogue.PoseManque({ErrCompteEcartCredit, ErrCompteEcartDebit, ErrComptePersonnelAbsent,
+                       ErrCompteVirementDepenses, ErrCompteVirementRecettes},
+                      [&cadre](unsigned question) {
+                        CFenlorApp& app = cadre.App();
+                        QWidget* parent = QApplication::activeModalWidget();
+                        if (!parent) parent = &cadre;
+                        const auto nouveau = [&cadre, parent] {
+                          return CDialogPlan::Nouveau(cadre.Contexte(), parent);
+                        };
+                        CDialogCompteParticulier(cadre.Contexte(), nouveau, parent).Execute();
+                        Plan plan;
+                        return LitCompte(app, CompteManquant(app.Magasin, question), plan);
+                      });
 }
 
 }  // namespace fenlor

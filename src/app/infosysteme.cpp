@@ -13,7 +13,7 @@
 #include <QVBoxLayout>
 
 #include "app/apropos.h"
-#include "core/textes.h"
+#include "app/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

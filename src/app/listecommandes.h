@@ -6,8 +6,8 @@
 #include <QWidget>
 #include <functional>
 
-#include "ui/findesliens.h"
 #include "app/commandes.h"
+#include "ui/findesliens.h"
 
 class QLineEdit;
 class QTreeWidget;

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "app/commandes.h"
+#include "app/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

@@ -13,11 +13,15 @@
 #include "app/instanceunique.h"
 #include "app/lienparent.h"
 #include "app/mainframe.h"
+#include "app/textes.h"
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "session/exercices.h"
 #include "session/forms/dialognewexercice.h"
 #include "session/forms/dialogopenexercice.h"
 #include "session/forms/dialogpassword.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
@@ -115,7 +119,7 @@ bool Programme::OuvreMagasin() {
   m_session = m_magasin.QVOpenSession(1);
   if (m_session) return true;
   FermeAccueil();
-  return m_app.ReportErreur(3120, {std::to_string(m_magasin.QVFileErrorCode())});
+  return m_app.ReportErreur(ErrIntree, {std::to_string(m_magasin.QVFileErrorCode())});
 }
 
 bool Programme::ChoisitCabinet() {

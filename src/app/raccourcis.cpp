@@ -11,6 +11,8 @@
 #include <optional>
 #include <vector>
 
+#include "app/textes.h"
+#include "master/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

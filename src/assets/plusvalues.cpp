@@ -4,6 +4,7 @@
 
 #include "assets/annuites.h"
 #include "core/btfiles.h"
+#include "core/textes.h"
 
 namespace fenlor {
 

@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "core/erreurs.h"
 #include "core/textes.h"
 #include "store/texte1252.h"
 
@@ -79,28 +80,30 @@ void CBTFiles::ClearRec() { std::memset(m_rec, 0, TailleRec); }
 
 void CBTFiles::SetRec(void* rec) { m_rec = rec ? rec : m_memoire.data(); }
 
-void CBTFiles::Erreur(int code, unsigned message, std::initializer_list<std::string> arguments) {
+void CBTFiles::Erreur(int code, const TexteFixe& message, std::initializer_list<std::string> arguments) {
   if (code == 0) code = m_app.Magasin.QVFileErrorCode();
-  m_app.ReportErreur(3049, {TexteFormat(message, arguments), Nom, std::to_string(code)});
+  m_app.ReportErreur(ErrFichierIndexe, {TexteFormat(message, arguments), Nom, std::to_string(code)});
 }
 
 bool CBTFiles::CreateDat() {
   QVAPI& magasin = m_app.Magasin;
   const std::string chemin = Chemin("dat");
-  if (magasin.QVExistFile(chemin) && !magasin.QVDeleteFile(chemin)) return m_app.ReportErreur(3008, {chemin});
+  if (magasin.QVExistFile(chemin) && !magasin.QVDeleteFile(chemin))
+    return m_app.ReportErreur(ErrCreationFichier, {chemin});
   if (!magasin.QVNewDat(NumFichier, chemin, static_cast<u16>(TailleRec)))
-    return m_app.ReportErreur(3008, {chemin});
+    return m_app.ReportErreur(ErrCreationFichier, {chemin});
   return magasin.QVClose(NumFichier);
 }
 
 bool CBTFiles::CreateIdx() {
   QVAPI& magasin = m_app.Magasin;
   const std::string chemin = Chemin("idx");
-  if (magasin.QVExistFile(chemin) && !magasin.QVDeleteFile(chemin)) return m_app.ReportErreur(3008, {chemin});
+  if (magasin.QVExistFile(chemin) && !magasin.QVDeleteFile(chemin))
+    return m_app.ReportErreur(ErrCreationFichier, {chemin});
   bool fait = magasin.QVNewIdx(NumCle, chemin, TailleCle[0], CleDouble[0], static_cast<u16>(DerniereCle));
   for (u32 i = 1; i <= DerniereCle; ++i)
     fait = fait && magasin.QVAddIdx(NumCle, TailleCle[i], CleDouble[i], static_cast<u16>(i));
-  if (!fait) m_app.ReportErreur(3008, {chemin});
+  if (!fait) m_app.ReportErreur(ErrCreationFichier, {chemin});
   return magasin.QVClose(NumCle) && fait;
 }
 
@@ -119,10 +122,10 @@ void CBTFiles::Close() {
 bool CBTFiles::OpenFile() {
   CFenlorApp::FichierOuvert& ouvert = m_app.Ouverts[NumFichier];
   unsigned& nombre = m_app.NbOuvert[NumFichier];
-  if (nombre > 0 && ouvert.path != Path) return m_app.ReportErreur(3011, {Chemin("dat")});
+  if (nombre > 0 && ouvert.path != Path) return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
   if (nombre == 0) {
     const u32 poignee = m_app.Magasin.OpenFichier(NumFichier, Path);
-    if (poignee == 0) return m_app.ReportErreur(3011, {Chemin("dat")});
+    if (poignee == 0) return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
     ouvert = {Path, poignee};
   }
   ++nombre;

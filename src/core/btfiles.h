@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "core/fenlorapp.h"
+#include "core/texte.h"
 #include "store/definitions.h"
 
 namespace fenlor {
@@ -76,7 +77,7 @@ class CBTFiles {
   virtual void SetRec(void* rec);
 
   /// Tells message `message` (textes.h) about this file; code 0: the store's last error.
-  void Erreur(int code, unsigned message, std::initializer_list<std::string> arguments = {});
+  void Erreur(int code, const TexteFixe& message, std::initializer_list<std::string> arguments = {});
 
   /// Make empty files, replacing what stands there. The file is closed before and after.
   bool CreateDat();

@@ -11,16 +11,29 @@ namespace fenlor {
 
 /// Results of a question.
 enum ReponseMessage : int {
-  RepOk = 1, RepAnnuler = 2, RepAbandonner = 3, RepReessayer = 4, RepIgnorer = 5, RepOui = 6, RepNon = 7,
+  RepOk = 1,
+  RepAnnuler = 2,
+  RepAbandonner = 3,
+  RepReessayer = 4,
+  RepIgnorer = 5,
+  RepOui = 6,
+  RepNon = 7,
   RepTous = 8,  ///< yes, here and for all that follow
 };
 /// Style word: low four bits the button set, bits 4 to 7 the icon. `DefautSecond`: Enter is the second
 /// button of the set, in "Oui, Non" the harmless one of a question that destroys.
 enum StyleMessage : unsigned {
-  BoutonsOk = 0, BoutonsOkAnnuler = 1, BoutonsReessayerAbandonnerIgnorer = 2, BoutonsNonOuiAnnuler = 3,
-  BoutonsOuiNon = 4, BoutonsReessayerAnnuler = 5,
+  BoutonsOk = 0,
+  BoutonsOkAnnuler = 1,
+  BoutonsReessayerAbandonnerIgnorer = 2,
+  BoutonsNonOuiAnnuler = 3,
+  BoutonsOuiNon = 4,
+  BoutonsReessayerAnnuler = 5,
   BoutonsSerie = 6,  ///< yes, no, all, cancel: one of many questions, which cancelling ends
-  IconeStop = 16, IconeQuestion = 32, IconeAttention = 48, IconeInformation = 64,
+  IconeStop = 16,
+  IconeQuestion = 32,
+  IconeAttention = 48,
+  IconeInformation = 64,
   DefautSecond = 256,
 };
 

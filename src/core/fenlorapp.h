@@ -9,6 +9,7 @@
 
 #include "core/dialogue.h"
 #include "core/parametres.h"
+#include "core/texte.h"
 #include "store/qvapi.h"
 
 namespace fenlor {
@@ -26,10 +27,10 @@ class CFenlorApp {
 
   std::string PathProgrammes;
   std::string PathCabinet;
-  std::string NomExercice;    ///< empty: none open
-  std::string PathExercice;   ///< empty: none open
+  std::string NomExercice;   ///< empty: none open
+  std::string PathExercice;  ///< empty: none open
   bool WithQuorbane = false;
-  u16 Edition = 2;            ///< 0 Quorbane, 1 QVES, 2 standalone, 3 Tessamaris, 4 TMES
+  u16 Edition = 2;  ///< 0 Quorbane, 1 QVES, 2 standalone, 3 Tessamaris, 4 TMES
   u64 ParentWindow = 0;
   bool ParentAncien = false;
   u32 ExerciceOuvert = 0;
@@ -47,9 +48,9 @@ class CFenlorApp {
 
   /// Shows the numbered error filled with the arguments; returns false, so that
   /// a refusal is `return app.ReportErreur(...)`.
-  bool ReportErreur(unsigned numero, std::initializer_list<std::string> arguments = {});
+  bool ReportErreur(const TexteFixe& erreur, std::initializer_list<std::string> arguments = {});
   /// Asks the numbered question.
-  int MessageId(unsigned style, unsigned numero, std::initializer_list<std::string> arguments = {});
+  int MessageId(unsigned style, const TexteFixe& question, std::initializer_list<std::string> arguments = {});
 };
 
 }  // namespace fenlor

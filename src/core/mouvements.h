@@ -17,7 +17,8 @@ class COpDiverses {
 
   Mouvement Rec{};  ///< the header: its lines bear its number, journal, label, dates and marks
   /// Lines of the entry that is written anew. A new line on the account and the side of one of them takes
-  /// its marks and, off a treasury account, its mode of payment, which nobody chooses there; it leaves this list.
+  /// its marks and, off a treasury account, its mode of payment, which nobody chooses there; it leaves this
+  /// list.
   std::vector<Line> Anciennes;
   /// The lines to come are those of `Anciennes`: their amounts stay as they are in both currencies.
   bool GardeMontants = false;

@@ -1,5 +1,4 @@
 #include "core/nomschamps.h"
-
 #include "core/textes.h"
 
 namespace fenlor {
@@ -7,7 +6,7 @@ namespace fenlor {
 std::string NomChamp(std::string_view champ) {
   constexpr struct {
     std::string_view champ;
-    unsigned nom;
+    TexteFixe nom;
   } noms[] = {{"ttc", NomChampTtc},           {"professionnel", NomChampProfessionnel},
               {"tva", NomChampTva},           {"montant", NomChampMontant},
               {"debit", NomChampDebit},       {"credit", NomChampCredit},

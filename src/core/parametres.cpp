@@ -1,5 +1,6 @@
 #include "core/parametres.h"
 
+#include "core/cles.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "store/texte1252.h"
@@ -92,6 +93,8 @@ std::string Parametres::Exercice(const std::string& exercice) const {
   return exercice.empty() ? m_magasin.NomExercice() : exercice;
 }
 
-bool Parametres::Preference(unsigned cle) const { return IsOui(LitIni(Texte(SecPreferences), Texte(cle))); }
+bool Parametres::Preference(const TexteFixe& cle) const {
+  return IsOui(LitIni(Texte(SecPreferences), Texte(cle)));
+}
 
 }  // namespace fenlor

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "store/qvapi.h"
 
 namespace fenlor {
@@ -45,7 +45,7 @@ class Parametres {
 
  private:
   std::string Exercice(const std::string& exercice) const;
-  bool Preference(unsigned cle) const;  ///< "Oui" under a key of "Préférences"
+  bool Preference(const TexteFixe& cle) const;  ///< "Oui" under a key of "Préférences"
   QVAPI& m_magasin;
 };
 

@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "core/btfiles.h"
+#include "core/erreurs.h"
 #include "core/textes.h"
 #include "store/fichierdat.h"
 
@@ -50,7 +51,8 @@ bool EstUnAutre(QVAPI& magasin, int fichier, u16 numFichier) {
   std::array<u8, DebutEmplacements> octets{};
   if (magasin.QVReadFile(fichier, octets.data(), octets.size()) < 0) return false;
   EnteteDat entete;
-  const bool lu = FichierDat::Decode(octets.data(), entete) || FichierDat::Decode(octets.data() + 512, entete);
+  const bool lu =
+      FichierDat::Decode(octets.data(), entete) || FichierDat::Decode(octets.data() + 512, entete);
   return lu && entete.numero != numFichier;
 }
 
@@ -124,13 +126,14 @@ bool CBTFiles::Substitue(const std::string& nouveau, RapportReindex& rapport) {
   QVAPI& magasin = m_app.Magasin;
   if (rapport.endommage || rapport.inconnus > 0 || rapport.vierges > 0 || rapport.octetsRestants > 0) {
     const std::string copie = Chemin("avarie");
-    if (!Copie(magasin, Chemin("dat"), copie)) return m_app.ReportErreur(3008, {copie});
+    if (!Copie(magasin, Chemin("dat"), copie)) return m_app.ReportErreur(ErrCreationFichier, {copie});
     rapport.copie = copie;
   }
   // A data file without its key file is whole: the store makes its keys anew, so
   // that a crash between these steps costs nothing.
   magasin.QVDeleteFile(Chemin("idx"));
-  return magasin.QVRenameFile(nouveau, Chemin("dat")) || m_app.ReportErreur(3007, {Chemin("dat")});
+  return magasin.QVRenameFile(nouveau, Chemin("dat")) ||
+         m_app.ReportErreur(ErrRecuperationFichier, {Chemin("dat")});
 }
 
 bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
@@ -145,13 +148,13 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
   {
     const FichierBrut ancien(magasin, Chemin("dat"));
     if (!ancien.EstOuvert())
-      return m_app.ReportErreur(3050, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
+      return m_app.ReportErreur(ErrCodeOuverture, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
     if (rapport.endommage && EstUnAutre(magasin, ancien.Poignee(), NumFichier))
-      return m_app.ReportErreur(3011, {Chemin("dat")});
+      return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
     if (magasin.QVExistFile(nouveau) && !magasin.QVDeleteFile(nouveau))
-      return m_app.ReportErreur(3008, {nouveau});
+      return m_app.ReportErreur(ErrCreationFichier, {nouveau});
     if (!magasin.QVNewDat(NumFichier, nouveau, static_cast<u16>(TailleRec)))
-      return m_app.ReportErreur(3008, {nouveau});
+      return m_app.ReportErreur(ErrCreationFichier, {nouveau});
 
     QVAPI::Unite unite(magasin);
     fait = Recopie(ancien.Poignee(), filtre, rapport);
@@ -181,7 +184,8 @@ RapportReindex CBTFiles::Reindex(const Filtre& filtre) {
   rapport.fait = Reconstruit(filtre, rapport);
 
   const bool rouvert = OpenDat() && OpenIdx();
-  if (!rouvert && (rapport.fait || !rapport.endommage)) m_app.ReportErreur(3011, {Chemin("dat")});
+  if (!rouvert && (rapport.fait || !rapport.endommage))
+    m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
   for (u32 i = 0; rouvert && rapport.fait && i <= DerniereCle; ++i) {
     const u32 cles = magasin.QVNumberOfKey(static_cast<u16>(NumCle + i));
     if (cles == rapport.gardes) continue;

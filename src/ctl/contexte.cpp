@@ -4,7 +4,13 @@
 #include <cerrno>
 #include <utility>
 
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "ctl/textes.h"
+#include "journal/textes.h"
+#include "master/textes.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -73,7 +79,7 @@ bool Contexte::OuvreCabinet(bool cree) {
     while (sansBarre.size() > 1 && sansBarre.back() == '/') sansBarre.pop_back();
     if (!erreur) erreur = systeme.SynchroniseDossier(DossierDe(sansBarre));
     if (erreur) {
-      Refuse(3008,
+      Refuse(ErrCreationFichier,
              {DepuisUtf8(Globales.cabinet).value_or(Globales.cabinet) + " : " + TexteErreurSysteme(erreur)});
       return false;
     }
@@ -82,7 +88,7 @@ bool Contexte::OuvreCabinet(bool cree) {
   if (!Magasin.QVOpenCompta(Globales.cabinet, motDePasse.value_or(std::string()))) {
     const int code = Magasin.QVFileErrorCode();
     if (code == ErrMotDePasse)
-      Refuse(3074, {});
+      Refuse(ErrMotDePasseErrone, {});
     else if (code == ErrOccupe)
       Refuse(ErrCabinetOccupe, {Magasin.QVDetenteur()});
     else
@@ -156,15 +162,15 @@ int Contexte::Refuse(unsigned numero, const std::string& texte, u32 ligne) {
   if (ligne != 0) {
     message += ", ligne " + std::to_string(ligne);
     // The text of ErrLigneIllisible names its line itself.
-    const std::string debut = TexteErreur(ErrLigneIllisible, {std::to_string(ligne), {}});
+    const std::string debut = TexteFormat(ErrLigneIllisible, {std::to_string(ligne), {}});
     if (numero == ErrLigneIllisible && reste.starts_with(debut)) reste.erase(0, debut.size());
   }
   m_erreurs << message << " : " << VersUtf8(SurUneLigne(reste)) << std::endl;
   return StatutRefuse;
 }
 
-int Contexte::Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne) {
-  return Refuse(numero, TexteErreur(numero, arguments), ligne);
+int Contexte::Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne) {
+  return Refuse(erreur, TexteFormat(erreur, arguments), ligne);
 }
 
 bool Contexte::Invalide(const char* champ, const std::string& raison) {
@@ -176,18 +182,18 @@ int Contexte::RefuseRegle(unsigned numero) {
   unsigned dit = 0;
   std::string texte;
   DernierEchec(dit, texte);
-  return Refuse(numero, dit == numero ? texte : TexteFormat(numero, {}));
+  return Refuse(numero, dit == numero ? texte : std::string());
 }
 
 int Contexte::RefuseUsage(const std::string& faute) { return fenlor::RefuseUsage(m_erreurs, faute); }
 
 int Contexte::RefuseOuverture(const std::string& chemin) {
-  return Refuse(3117, {DepuisUtf8(chemin).value_or(chemin)});
+  return Refuse(ErrOuvertureDe, {DepuisUtf8(chemin).value_or(chemin)});
 }
 
 int Contexte::RefuseLecture(int erreur, const std::string& chemin) {
-  return Refuse(3052, {std::to_string(erreur),
-                       DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
+  return Refuse(ErrCodeLecture, {std::to_string(erreur),
+                                 DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
 }
 
 void Contexte::DernierEchec(unsigned& numero, std::string& texte) {
@@ -235,7 +241,7 @@ bool Contexte::Sort(const std::function<void()>& acte) {
   if (m_sortie.good()) return true;
   m_sortiePerdue = true;
   // A reader that went away, as "head" does, has all it wanted.
-  if (errno != EPIPE) Refuse(3022, {});
+  if (errno != EPIPE) Refuse(ErrEcritureFichier, {});
   return false;
 }
 

@@ -49,7 +49,7 @@ class Contexte {
   /// Tells a numbered refusal, with the input line when it is not 0. Returns
   /// StatutRefuse.
   int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
-  int Refuse(unsigned numero, std::initializer_list<std::string> arguments, u32 ligne = 0);
+  int Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne = 0);
   /// ErrChampInvalide with the reason. Returns false.
   bool Invalide(const char* champ, const std::string& raison);
   /// A rule refused with this number: its own words, which the dialogue kept.

@@ -6,6 +6,8 @@
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
+#include "ctl/textes.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -45,7 +47,7 @@ class Echeancier : public CCalculAmortissements {
 };
 
 RefusLigne RefusManquant(const char* champ) {
-  return {ErrChampManquant, TexteErreur(ErrChampManquant, {champ})};
+  return {ErrChampManquant, TexteFormat(ErrChampManquant, {champ})};
 }
 
 /// What no schedule can do without. Absent fields count as 0 in a record.

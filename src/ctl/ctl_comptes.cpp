@@ -1,6 +1,7 @@
 #include <algorithm>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
@@ -8,6 +9,7 @@
 #include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
 #include "master/comptes.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -56,7 +58,7 @@ class CommandeFiche {
   int Execute() {
     m_contexte.Dialogue.Decline({QuestionSoldeCrediteur});
     if (m_options.action == "lister") return Liste();
-    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(3056, {});
+    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(ErrExerciceCloture, {});
     if (m_options.action == "ajouter") return Ajoute();
     if (!Trouve()) return StatutRefuse;
     return m_options.action == "modifier" ? Modifie() : Supprime();

@@ -1,3 +1,4 @@
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"

@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "core/btfiles.h"
+#include "core/erreurs.h"
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
+#include "ctl/textes.h"
 #include "store/definitions.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
@@ -84,7 +86,7 @@ class Ajouteur {
   std::unique_ptr<CBTFiles> m_fichier;
 };
 
-RefusLigne Manquant(const char* champ) { return {ErrChampManquant, TexteErreur(ErrChampManquant, {champ})}; }
+RefusLigne Manquant(const char* champ) { return {ErrChampManquant, TexteFormat(ErrChampManquant, {champ})}; }
 
 RefusLigne ControleNumero(const char* champ, u32 numero) {
   if (numero == 0) return Manquant(champ);
@@ -157,7 +159,7 @@ int Importe(Contexte& contexte, const OptionsImporter& options) {
   }
   if (!definition.duCabinet) {
     if (!contexte.OuvreExercice()) return StatutRefuse;
-    if (contexte.App.Reglages.IsExerciceCloture()) return contexte.Refuse(3056, {});
+    if (contexte.App.Reglages.IsExerciceCloture()) return contexte.Refuse(ErrExerciceCloture, {});
   }
   Ajouteur ajouteur(contexte.App, definition);
   if (!ajouteur.Ouvre()) return contexte.RefuseMagasin();

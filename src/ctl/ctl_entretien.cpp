@@ -2,11 +2,13 @@
 #include <cstring>
 
 #include "core/btfiles.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
 #include "ctl/tableau.h"
 #include "session/entretien.h"
+#include "session/textes.h"
 #include "session/verification.h"
 #include "store/texte1252.h"
 

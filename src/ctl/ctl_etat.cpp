@@ -1,12 +1,12 @@
 #include <fstream>
 #include <utility>
 
-#include "core/textes.h"
 #include "ctl/commandes.h"
 #include "ctl/demandecriteres.h"
 #include "ctl/demandejournal.h"
 #include "ctl/optionscommunes.h"
 #include "ctl/sortieetat.h"
+#include "ctl/textes.h"
 #include "pages/fichiertampon.h"
 #include "reports/catalogue.h"
 #include "reports/etatjournal.h"

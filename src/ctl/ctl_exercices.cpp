@@ -1,7 +1,10 @@
+#include "core/cles.h"
+#include "core/textes.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
 #include "ctl/optionscommunes.h"
 #include "session/exercices.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -9,6 +9,7 @@
 #include "ctl/tableau.h"
 #include "master/fraiskm.h"
 #include "master/rubriques.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/demandejournal.h"
@@ -14,7 +14,7 @@ namespace fenlor {
 namespace {
 
 /// UTF-8.
-std::string TitreJournal(i16 journal) {
+std::string NomJournal(i16 journal) {
   if (journal == JournalRecettes) return "Recettes";
   return journal == JournalDepenses ? "Dépenses" : "Opérations diverses";
 }
@@ -69,7 +69,7 @@ class ListeDuMois {
  private:
   std::string Titre() const {
     std::string titre = VersUtf8(NomMois(Mois(m_demande.mois))) + ' ' + std::to_string(Annee(m_demande.mois));
-    titre = TitreJournal(m_demande.journal) + " du mois de " + titre;
+    titre = NomJournal(m_demande.journal) + " du mois de " + titre;
     return EstPartielle(m_demande.criteres) ? titre + "   *** Liste partielle ***" : titre;
   }
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
@@ -35,7 +35,7 @@ class CommandeFiche {
 
   int Execute() {
     if (m_options.action == "lister") return Liste();
-    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(3056, {});
+    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(ErrExerciceCloture, {});
     if (m_options.action == "ajouter") return Remplit() ? Enregistre() : int{StatutRefuse};
     if (!Trouve()) return StatutRefuse;
     if (m_options.action == "supprimer") return Supprime();

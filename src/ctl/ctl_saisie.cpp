@@ -1,9 +1,10 @@
 #include <fstream>
 #include <optional>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "ctl/commandes.h"
 #include "ctl/saisisseur.h"
+#include "ctl/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -102,7 +103,7 @@ int Saisit(Contexte& contexte, const OptionsSaisir& options) {
   int statut = StatutFait;
   if (lignes.Erreur()) statut = contexte.RefuseLecture(lignes.Erreur(), options.fichier);
   if (unite && statut != StatutFait) {
-    reponses.RefuseTout(3066, Texte(3066));
+    reponses.RefuseTout(ErrFinDeFichier, Texte(ErrFinDeFichier));
   } else if (!echec.empty()) {
     reponses.RefuseTout(ErrMagasin, echec);
   } else if (unite && !unite->Valide()) {

@@ -1,13 +1,14 @@
 #include <limits>
 #include <set>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/annuaire.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
 #include "ctl/optionscommunes.h"
 #include "journal/listejournal.h"
+#include "journal/textes.h"
 #include "journal/traitements.h"
 #include "journal/virement.h"
 #include "store/definitions.h"

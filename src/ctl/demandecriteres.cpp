@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/optionscommunes.h"
 #include "store/definitions.h"
@@ -13,7 +13,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr unsigned ErrCompteObligatoire = 3119;
 constexpr const char* TousLesComptes = "*";
 
 constexpr unsigned GroupePeriode = GroupeJours | GroupeMois;

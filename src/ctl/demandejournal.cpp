@@ -1,6 +1,6 @@
 #include "ctl/demandejournal.h"
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/annuaire.h"
 #include "ctl/json.h"

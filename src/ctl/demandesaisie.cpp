@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/dialogue.h"
+#include "core/texte.h"
 
 namespace fenlor {
 

@@ -3,7 +3,8 @@
 #include <cstring>
 #include <limits>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "session/textes.h"
 #include "store/dates.h"
 #include "store/qvapi.h"
 #include "store/texte1252.h"
@@ -37,7 +38,7 @@ RefusLigne PoseTexteChamp(const Json& valeur, const Champ& champ, u8* place) {
     return RefusChamp(champ.nom, "le caractère nul est interdit."_w);
   const std::size_t maximum = champ.taille - 1u;
   if (texte->size() > maximum)
-    return {ErrTexteTropLong, TexteErreur(ErrTexteTropLong, {champ.nom, std::to_string(maximum)})};
+    return {ErrTexteTropLong, TexteFormat(ErrTexteTropLong, {champ.nom, std::to_string(maximum)})};
   if (champ.type == TypeChamp::Compte) texte = QVAPI::GetLongCompte(*texte);
   std::memcpy(place, texte->data(), texte->size());
   return {};
@@ -152,7 +153,7 @@ RefusLigne LitEnregistrement(const Json& objet, std::span<const Champ> champs, v
     bool connu = false;
     for (const Champ& champ : champs) connu = connu || (champ.type != TypeChamp::Reserve && nom == champ.nom);
     if (!connu)
-      return {ErrChampInconnu, TexteErreur(ErrChampInconnu, {DepuisUtf8(nom.substr(0, 80)).value_or("?")})};
+      return {ErrChampInconnu, TexteFormat(ErrChampInconnu, {DepuisUtf8(nom.substr(0, 80)).value_or("?")})};
   }
   return {};
 }

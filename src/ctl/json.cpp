@@ -5,7 +5,10 @@
 #include <cmath>
 #include <limits>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "ctl/textes.h"
+#include "journal/textes.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -67,13 +70,13 @@ unsigned Profondeur(std::string_view texte) {
 }
 
 RefusLigne Illisible(u32 numero, const std::string& raison) {
-  return {ErrLigneIllisible, TexteErreur(ErrLigneIllisible, {std::to_string(numero), raison})};
+  return {ErrLigneIllisible, TexteFormat(ErrLigneIllisible, {std::to_string(numero), raison})};
 }
 
 }  // namespace
 
 RefusLigne RefusChamp(const std::string& nom, const std::string& raison) {
-  return {ErrChampInvalide, TexteErreur(ErrChampInvalide, {nom, raison})};
+  return {ErrChampInvalide, TexteFormat(ErrChampInvalide, {nom, raison})};
 }
 
 namespace raison {
@@ -167,7 +170,7 @@ bool LecteurChamps::Invalide(const std::string& nom, const std::string& raison) 
 }
 
 bool LecteurChamps::Manquant(const std::string& nom) {
-  if (!m_refus) m_refus = {ErrChampManquant, TexteErreur(ErrChampManquant, {m_prefixe + nom})};
+  if (!m_refus) m_refus = {ErrChampManquant, TexteFormat(ErrChampManquant, {m_prefixe + nom})};
   return false;
 }
 
@@ -182,7 +185,7 @@ bool LecteurChamps::Texte(const char* nom, std::size_t longueurMax, std::optiona
   if (texte->size() > longueurMax) {
     if (!m_refus)
       m_refus = {ErrTexteTropLong,
-                 TexteErreur(ErrTexteTropLong, {m_prefixe + nom, std::to_string(longueurMax)})};
+                 TexteFormat(ErrTexteTropLong, {m_prefixe + nom, std::to_string(longueurMax)})};
     return false;
   }
   valeur = std::move(*texte);
@@ -245,7 +248,7 @@ bool LecteurChamps::RienDautre() {
     for (const char* nom : m_noms) connu = connu || cle == nom;
     if (connu) continue;
     const auto texte = DepuisUtf8(cle.substr(0, 80));
-    m_refus = {ErrChampInconnu, TexteErreur(ErrChampInconnu, {m_prefixe + texte.value_or("?")})};
+    m_refus = {ErrChampInconnu, TexteFormat(ErrChampInconnu, {m_prefixe + texte.value_or("?")})};
     return false;
   }
   return true;

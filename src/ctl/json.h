@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/texte.h"
 #include "store/enregistrements.h"
 
 namespace fenlor {

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <optional>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "journal/ecriturelue.h"
 #include "journal/odlue.h"
+#include "journal/textes.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 
@@ -61,7 +62,7 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
       const int code = m_app.Magasin.QVFileErrorCode();
       if (code != ErrEcritureAbsente) return EchecMagasin();
       return Refuse(
-          {ErrEcritureInconnue, TexteErreur(ErrEcritureInconnue, {std::to_string(demande.mouvement)})});
+          {ErrEcritureInconnue, TexteFormat(ErrEcritureInconnue, {std::to_string(demande.mouvement)})});
     }
     if (demande.journal && *demande.journal != entete.Journal)
       return Refuse(RefusChamp("journal", "une écriture ne change pas de journal."_w));

@@ -1,9 +1,10 @@
 #include "ctl/sortieetat.h"
 
-#include "core/textes.h"
+#include "core/cles.h"
 #include "ctl/json.h"
 #include "pages/enregistreur.h"
 #include "pages/page.h"
+#include "pages/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

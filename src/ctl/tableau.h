@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/texte.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -1,6 +1,7 @@
 #include "journal/choixcomptes.h"
 
 #include "core/btfiles.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "store/texte1252.h"
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/fenlorapp.h"
+#include "core/texte.h"
 
 namespace fenlor {
 

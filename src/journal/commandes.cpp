@@ -1,8 +1,10 @@
 #include <cstring>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "journal/textes.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
 
@@ -44,7 +46,7 @@ std::string MontantAffiche(CFenlorApp& app, f64 franc, f64 euro) {
 ResultatSaisie SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
   QVAPI& magasin = app.Magasin;
   const bool rapprochee = magasin.IsRappLineInMouvements(entete.Mouvement);
-  const unsigned question = rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression;
+  const TexteFixe& question = rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression;
   const ResultatSaisie reponse = serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion),
                                                question, question, {LitTexte(entete.Libelle)});
   if (!reponse) return reponse;
@@ -101,12 +103,12 @@ ResultatSaisie SupprimeLiee(CFenlorApp& app, Serie& serie, const Mouvement& ente
   FichierLie fichier(app.Magasin, entete);
   if (!fichier) return RefusMagasin(app);
   const Position position = fichier.Trouve(entete);
-  if (position == 0) return {3038, "mouvement", -1, Texte(3038)};
+  if (position == 0) return {ErrSuppressionLiee, "mouvement", -1, Texte(ErrSuppressionLiee)};
   if (demander) {
     const bool feuille = app.Edition == 1 || app.Edition == 4;
-    const unsigned question = !fichier.EstRecette() ? QuestionDepenseQuorbane
-                              : feuille             ? QuestionRecetteFeuille
-                                                    : QuestionRecetteQuorbane;
+    const TexteFixe& question = !fichier.EstRecette() ? QuestionDepenseQuorbane
+                                : feuille             ? QuestionRecetteFeuille
+                                                      : QuestionRecetteQuorbane;
     const ResultatSaisie reponse =
         serie.Demande(BoutonsOuiNon | IconeAttention, question, question, {LitTexte(entete.Libelle)});
     if (!reponse) return reponse;
@@ -214,12 +216,12 @@ ResultatSaisie SupprimeUne(CFenlorApp& app, Serie& serie, u32 mouvement) {
   const std::string libelle = LitTexte(entete.Libelle);
   if (entete.Genre == GenreOD) {
     if (entete.LienId) return SupprimeLiee(app, serie, entete, false);
-    if (entete.Validee) return serie.Refus(3017, {libelle});
+    if (entete.Validee) return serie.Refus(ErrSuppressionODValidee, {libelle});
     return SupprimeLibre(app, serie, entete);
   }
-  if (entete.Validee) return serie.Refus(3016, {libelle});
+  if (entete.Validee) return serie.Refus(ErrSuppressionValidee, {libelle});
   if (entete.LienId == 0) return SupprimeLibre(app, serie, entete);
-  if (entete.LienApplication != static_cast<i16>(app.Edition)) return serie.Refus(3040);
+  if (entete.LienApplication != static_cast<i16>(app.Edition)) return serie.Refus(ErrAutreApplication);
   return SupprimeLiee(app, serie, entete, true);
 }
 
@@ -243,7 +245,7 @@ ResultatSaisie RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool r
   if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
   std::vector<LigneComptee> lignes;
   if (!LitLignesComptees(app, mouvement, lignes)) return RefusMagasin(app);
-  if (lignes.empty()) return serie.Refus(3116);
+  if (lignes.empty()) return serie.Refus(ErrSansEcriture);
 
   f64 franc = 0, euro = 0;
   bool aChanger = false;
@@ -253,7 +255,7 @@ ResultatSaisie RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool r
     aChanger = aChanger || (ligne.Rapprochee != 0) != rapproche;
   }
   if (!aChanger) return Fait(entete);
-  const unsigned question = rapproche ? QuestionRapprocher : QuestionDerapprocher;
+  const TexteFixe& question = rapproche ? QuestionRapprocher : QuestionDerapprocher;
   const ResultatSaisie reponse = serie.Demande(BoutonsOuiNon | IconeQuestion, question, question,
                                                {StrDate(entete.Date), LitTexte(entete.Libelle),
                                                 MotDuJournal(entete), MontantAffiche(app, franc, euro)});

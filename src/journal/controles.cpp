@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/erreurs.h"
 #include "core/nomschamps.h"
 #include "core/textes.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -16,14 +18,15 @@ namespace {
 
 /// The account that `lit` names is in the chart; else the question is asked until
 /// it is, or until an answer brings nothing new.
-ResultatSaisie ControleCompteParticulier(CFenlorApp& app, unsigned numero, std::string (QVAPI::*lit)()) {
+ResultatSaisie ControleCompteParticulier(CFenlorApp& app, const TexteFixe& texte,
+                                         std::string (QVAPI::*lit)()) {
   Plan plan;
   std::string compte = (app.Magasin.*lit)();
   while (!LitCompte(app, compte, plan)) {
-    const ResultatSaisie reponse = Demande(app, BoutonsOkAnnuler | IconeAttention, RepOk, numero);
+    const ResultatSaisie reponse = Demande(app, BoutonsOkAnnuler | IconeAttention, RepOk, texte);
     if (!reponse) return reponse;
     const std::string choisi = (app.Magasin.*lit)();
-    if (choisi == compte && !LitCompte(app, choisi, plan)) return {numero, "", -1, Texte(numero)};
+    if (choisi == compte && !LitCompte(app, choisi, plan)) return {texte, "", -1, Texte(texte)};
     compte = choisi;
   }
   return {};
@@ -37,16 +40,16 @@ std::string TexteDeChamp(f64 montant) {
 
 }  // namespace
 
-ResultatSaisie Refus(CFenlorApp& app, unsigned numero, const char* champ,
+ResultatSaisie Refus(CFenlorApp& app, const TexteFixe& texte, const char* champ,
                      std::initializer_list<std::string> arguments, int indice) {
-  app.ReportErreur(numero, arguments);
-  return {numero, champ, indice, TexteErreur(numero, arguments)};
+  app.ReportErreur(texte, arguments);
+  return {texte, champ, indice, TexteFormat(texte, arguments)};
 }
 
-ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, unsigned numero, const char* champ,
-                       std::initializer_list<std::string> arguments) {
-  if (app.MessageId(style, numero, arguments) == attendue) return {};
-  return {numero, champ, -1, TexteFormat(numero, arguments)};
+ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, const TexteFixe& texte,
+                       const char* champ, std::initializer_list<std::string> arguments) {
+  if (app.MessageId(style, texte, arguments) == attendue) return {};
+  return {texte, champ, -1, TexteFormat(texte, arguments)};
 }
 
 Serie::~Serie() {
@@ -55,12 +58,12 @@ Serie::~Serie() {
   if (m_refusees > 1) m_app.ReportErreur(ErrSerie, {std::to_string(m_refusees), m_texteRefus});
 }
 
-ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, unsigned numero,
+ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& texte,
                               std::initializer_list<std::string> arguments) {
   constexpr unsigned boutons = 15;
   if (m_toutes.contains(sorte)) return {};
   if (m_rangees > 1) style = (style & ~boutons) | BoutonsSerie;
-  const int reponse = m_app.MessageId(style, numero, arguments);
+  const int reponse = m_app.MessageId(style, texte, arguments);
   if (reponse == RepOui) return {};
   if (reponse == RepTous) {
     m_toutes.insert(sorte);
@@ -71,17 +74,17 @@ ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, unsigned numero,
     return {};
   }
   if (m_rangees > 1 && reponse == RepAnnuler) m_arretee = true;
-  return {numero, "", -1, TexteFormat(numero, arguments)};
+  return {texte, "", -1, TexteFormat(texte, arguments)};
 }
 
-ResultatSaisie Serie::Refus(unsigned numero, std::initializer_list<std::string> arguments) {
-  if (m_rangees < 2) return fenlor::Refus(m_app, numero, "mouvement", arguments);
-  const std::string texte = TexteErreur(numero, arguments);
+ResultatSaisie Serie::Refus(const TexteFixe& erreur, std::initializer_list<std::string> arguments) {
+  if (m_rangees < 2) return fenlor::Refus(m_app, erreur, "mouvement", arguments);
+  const std::string texte = TexteFormat(erreur, arguments);
   if (m_refusees++ == 0) {
-    m_premierRefus = numero;
+    m_premierRefus = erreur;
     m_texteRefus = texte;
   }
-  return {numero, "mouvement", -1, texte};
+  return {erreur, "mouvement", -1, texte};
 }
 
 bool Serie::Suivante() {
@@ -95,7 +98,7 @@ bool Serie::Suivante() {
 
 ResultatSaisie EchecMagasin(CFenlorApp& app) {
   const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
-  return {ErrMagasin, "", -1, TexteErreur(ErrMagasin, {texte})};
+  return {ErrMagasin, "", -1, TexteFormat(ErrMagasin, {texte})};
 }
 
 ResultatSaisie RefusMagasin(CFenlorApp& app) {
@@ -121,7 +124,7 @@ bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
 
 ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
   if (app.PathExercice.empty()) return Refus(app, ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return Refus(app, 3056);
+  if (app.Reglages.IsExerciceCloture()) return Refus(app, ErrExerciceCloture);
   return livres.Ouvre(app);
 }
 
@@ -132,7 +135,7 @@ ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, 
     return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Validee && !permis.validee)
     return Refus(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
-  if (entete.LienId && !permis.liee) return Refus(app, 3103, "mouvement");
+  if (entete.LienId && !permis.liee) return Refus(app, ErrEcritureQuorbane, "mouvement");
   return {};
 }
 
@@ -154,13 +157,13 @@ bool DansExercice(CFenlorApp& app, Date date) {
 
 ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne) {
   const bool memeMois = ancienne == 0 || (Annee(date) == Annee(ancienne) && Mois(date) == Mois(ancienne));
-  return DansExercice(app, date) && memeMois ? ResultatSaisie{} : Refus(app, 3104, "date");
+  return DansExercice(app, date) && memeMois ? ResultatSaisie{} : Refus(app, ErrDateIncorrecte, "date");
 }
 
 ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date) {
   if (euro) return {};
   const Date limite = app.Reglages.GetLimiteFranc();
-  return date <= limite ? ResultatSaisie{} : Refus(app, 3041, "monnaie", {StrDate(limite)});
+  return date <= limite ? ResultatSaisie{} : Refus(app, ErrFrancApresLimite, "monnaie", {StrDate(limite)});
 }
 
 ResultatSaisie NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouvement& entete,
@@ -190,23 +193,23 @@ bool MontantTient(f64 montant) {
 }
 
 ResultatSaisie CheckComptePerso(CFenlorApp& app) {
-  return ControleCompteParticulier(app, 3055, &QVAPI::GetComptePerso);
+  return ControleCompteParticulier(app, ErrComptePersonnelAbsent, &QVAPI::GetComptePerso);
 }
 
 ResultatSaisie CheckCompteEcartCredit(CFenlorApp& app) {
-  return ControleCompteParticulier(app, 3030, &QVAPI::GetCompteEcartCredit);
+  return ControleCompteParticulier(app, ErrCompteEcartCredit, &QVAPI::GetCompteEcartCredit);
 }
 
 ResultatSaisie CheckCompteEcartDebit(CFenlorApp& app) {
-  return ControleCompteParticulier(app, 3031, &QVAPI::GetCompteEcartDebit);
+  return ControleCompteParticulier(app, ErrCompteEcartDebit, &QVAPI::GetCompteEcartDebit);
 }
 
 ResultatSaisie CheckCompteVireTo(CFenlorApp& app) {
-  return ControleCompteParticulier(app, 3088, &QVAPI::GetCompteVireTo);
+  return ControleCompteParticulier(app, ErrCompteVirementRecettes, &QVAPI::GetCompteVireTo);
 }
 
 ResultatSaisie CheckCompteVireFrom(CFenlorApp& app) {
-  return ControleCompteParticulier(app, 3087, &QVAPI::GetCompteVireFrom);
+  return ControleCompteParticulier(app, ErrCompteVirementDepenses, &QVAPI::GetCompteVireFrom);
 }
 
 }  // namespace fenlor

@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "core/texte.h"
 #include "journal/saisie.h"
 #include "store/ouverture.h"
 
@@ -13,11 +14,11 @@ constexpr std::size_t TailleLibelle = 80;
 constexpr int TailleMontant = 16;
 
 /// Shows the numbered error and gives the refusal that bears it.
-ResultatSaisie Refus(CFenlorApp& app, unsigned numero, const char* champ = "",
+ResultatSaisie Refus(CFenlorApp& app, const TexteFixe& texte, const char* champ = "",
                      std::initializer_list<std::string> arguments = {}, int indice = -1);
 /// Asks the numbered question; any answer but `attendue` is the refusal.
-ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, unsigned numero, const char* champ = "",
-                       std::initializer_list<std::string> arguments = {});
+ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, const TexteFixe& texte,
+                       const char* champ = "", std::initializer_list<std::string> arguments = {});
 /// What is asked and refused while a command runs over a selection. With more than one row a question can be
 /// answered for all that follow, and refusals are told at the end, so that nobody has to answer them one by
 /// one. One row: the plain question, the plain refusal.
@@ -30,9 +31,9 @@ class Serie {
   Serie& operator=(const Serie&) = delete;
 
   /// A question with "Oui" and "Non". `sorte`: questions that "Tous" answers together.
-  ResultatSaisie Demande(unsigned style, unsigned sorte, unsigned numero,
+  ResultatSaisie Demande(unsigned style, unsigned sorte, const TexteFixe& texte,
                          std::initializer_list<std::string> arguments = {});
-  ResultatSaisie Refus(unsigned numero, std::initializer_list<std::string> arguments = {});
+  ResultatSaisie Refus(const TexteFixe& erreur, std::initializer_list<std::string> arguments = {});
   /// Before each row; false when the user stopped.
   bool Suivante();
   void Arrete() { m_arretee = true; }

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "core/mouvements.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

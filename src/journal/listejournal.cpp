@@ -4,7 +4,6 @@
 #include <map>
 #include <utility>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
 #include "store/cumuls.h"

@@ -1,7 +1,7 @@
 #include "journal/odlue.h"
 
-#include "core/textes.h"
 #include "journal/controles.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -2,9 +2,9 @@
 #include <cmath>
 
 #include "core/mouvements.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -70,14 +70,14 @@ ResultatSaisie EnregistrementOD::ControleLimites() {
 }
 
 ResultatSaisie EnregistrementOD::ControleLignes() {
-  if (m_saisie.lignes.empty()) return Refus(m_app, 3032, "lignes");
+  if (m_saisie.lignes.empty()) return Refus(m_app, ErrODSansLignes, "lignes");
   for (const LigneODSaisie& ligne : m_saisie.lignes) {
     const int indice = static_cast<int>(m_comptes.size());
     const bool debit = MontantDeChamp(ligne.debit) != 0;
     const bool credit = MontantDeChamp(ligne.credit) != 0;
     Plan plan;
-    if (!LitCompte(m_app, ligne.compte, plan)) return Refus(m_app, 3105, "compte", {}, indice);
-    if (!debit && !credit) return Refus(m_app, 3108, "debit", {}, indice);
+    if (!LitCompte(m_app, ligne.compte, plan)) return Refus(m_app, ErrCompteIncorrect, "compte", {}, indice);
+    if (!debit && !credit) return Refus(m_app, ErrDebitOuCredit, "debit", {}, indice);
     if (debit && credit) return Refus(m_app, ErrDebitEtCredit, "debit", {}, indice);
     m_comptes.push_back(plan);
   }
@@ -99,8 +99,8 @@ bool EnregistrementOD::SontIntactes() const {
   for (std::size_t i = 0; i < m_saisie.lignes.size(); ++i)
     lignes.emplace_back(LitTexte(m_comptes[i].Compte), Signe(m_saisie.lignes[i]));
   if (const f64 solde = SoldeOD(m_saisie.lignes); solde != 0)
-    lignes.emplace_back(solde < 0 ? m_app.Magasin.GetCompteEcartCredit() : m_app.Magasin.GetCompteEcartDebit(),
-                        -solde);
+    lignes.emplace_back(
+        solde < 0 ? m_app.Magasin.GetCompteEcartCredit() : m_app.Magasin.GetCompteEcartDebit(), -solde);
   return std::equal(lignes.begin(), lignes.end(), m_od.Anciennes.begin(), m_od.Anciennes.end(),
                     [&](const auto& une, const Line& autre) {
                       const f64 montant = m_saisie.euro ? autre.MontantEuro : autre.MontantFranc;

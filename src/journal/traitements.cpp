@@ -4,8 +4,10 @@
 #include <unordered_set>
 
 #include "core/btfiles.h"
+#include "core/erreurs.h"
 #include "core/textes.h"
 #include "journal/controles.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -165,7 +167,7 @@ ResultatSaisie LitADeplacer(CFenlorApp& app, LivresOuverts& livres, u32 mouvemen
   entete = {};
   if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
     return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
-  return entete.LienId ? Refus(app, 3103, "mouvement") : ResultatSaisie{};
+  return entete.LienId ? Refus(app, ErrEcritureQuorbane, "mouvement") : ResultatSaisie{};
 }
 
 }  // namespace
@@ -257,7 +259,7 @@ bool DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsig
     if (!unite.Valide()) return bool{RefusMagasin(app)};
   }
   Serie serie(app, mouvements.size());
-  for (std::size_t i = 0; i < liees; ++i) serie.Refus(3103);
+  for (std::size_t i = 0; i < liees; ++i) serie.Refus(ErrEcritureQuorbane);
   return true;
 }
 

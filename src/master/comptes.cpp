@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/nomschamps.h"
-#include "core/textes.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
+#include "master/textes.h"
 #include "master/utilisationcompte.h"
 #include "store/texte1252.h"
 
@@ -23,7 +26,7 @@ std::string Court(CFenlorApp& app, const std::string& compte) {
   return CompacteTexte(app.Magasin.GetShortCompte(compte));
 }
 
-ResultatMaster Refuse(CFenlorApp& app, unsigned erreur, const char* champ,
+ResultatMaster Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ,
                       std::initializer_list<std::string> arguments = {}) {
   app.ReportErreur(erreur, arguments);
   return {erreur, champ};
@@ -61,17 +64,19 @@ bool NumeroPris(CFenlorApp& app, const std::string& compte, Position position) {
   return plan.OpenFile() && plan.Find(CleNumero) && plan.GetPos() != position;
 }
 
-unsigned ErreurNumeroPris(FormeCompte forme) { return forme == FormeCompte::RecettesDepenses ? 3070 : 3092; }
+const TexteFixe& ErreurNumeroPris(FormeCompte forme) {
+  return forme == FormeCompte::RecettesDepenses ? ErrNumeroExistant : ErrNumeroExistantAuPlan;
+}
 
 /// The settings of a bank stand in a section of its code.
 bool EstPartieDesReglages(CFenlorApp& app, const std::string& code) {
-  constexpr unsigned sections[] = {SecActivite, SecPreferences,   SecFenlor,      SecComptes,
-                                   SecTauxEuro, SecRapprochement, SecAssociation, SecComptable,
-                                   Sec2035,     SecTresorerie,    SecFraisKm,     SecRaccourcis};
+  constexpr TexteFixe sections[] = {SecActivite, SecPreferences,   SecFenlor,      SecComptes,
+                                    SecTauxEuro, SecRapprochement, SecAssociation, SecComptable,
+                                    Sec2035,     SecTresorerie,    SecFraisKm,     SecRaccourcis};
   const auto estCode = [&](const std::string& nom) { return CompareSansCasse(nom, code) == 0; };
   const std::vector<std::string> exercices = app.Magasin.ListeExercices();
   return std::any_of(std::begin(sections), std::end(sections),
-                     [&](unsigned section) { return estCode(Texte(section)); }) ||
+                     [&](const TexteFixe& section) { return estCode(Texte(section)); }) ||
          std::any_of(exercices.begin(), exercices.end(), estCode);
 }
 
@@ -82,7 +87,7 @@ bool DeplaceAdresse(CFenlorApp& app, const std::string& ancien, const std::strin
       reglages.Existe(code) || EstPartieDesReglages(app, ancien))
     return true;
   LotReglages lot(app);
-  for (const unsigned cle : {CleIdentification, CleCompteBancaire}) {
+  for (const TexteFixe& cle : {CleIdentification, CleCompteBancaire}) {
     const std::string valeur = reglages.Lit(ancien, Texte(cle));
     if (valeur.empty()) continue;
     lot.PoseBrut(code, Texte(cle), valeur);
@@ -109,7 +114,7 @@ class Enregistrement {
         m_type(forme == FormeCompte::Tresorerie ? i16{Tresorerie} : fiche.type) {}
 
   ResultatMaster Fait() {
-    if (m_fiche.position != 0 && !Lit(m_app, m_fiche.position, m_rec)) return {3049, ""};
+    if (m_fiche.position != 0 && !Lit(m_app, m_fiche.position, m_rec)) return {ErrFichierIndexe, ""};
     m_avant = m_rec;
     using Controle = ResultatMaster (Enregistrement::*)() const;
     for (const Controle controle :
@@ -144,8 +149,8 @@ class Enregistrement {
   }
 
   ResultatMaster Obligatoires() const {
-    if (m_code.empty()) return Refuse(m_app, 3057, "code");
-    if (m_compte.empty()) return Refuse(m_app, 3091, "compte");
+    if (m_code.empty()) return Refuse(m_app, ErrCodeObligatoire, "code");
+    if (m_compte.empty()) return Refuse(m_app, ErrNumeroObligatoire, "compte");
     return {};
   }
 
@@ -156,7 +161,7 @@ class Enregistrement {
     if (ADesMouvements(m_avant)) {
       if (numero || type) return Refuse(m_app, ErrCompteMouvemente, champ);
       if (m_type == Tva && Est(FormeCompte::PlanComptable) && m_fiche.tauxTVA != m_avant.TauxTVA)
-        return Refuse(m_app, 3100, "taux");
+        return Refuse(m_app, ErrModificationTvaMouvementee, "taux");
     }
     if (!numero && !type) return {};
     const std::string utilisation = UtilisationCompte(m_app, AncienNumero());
@@ -183,11 +188,11 @@ class Enregistrement {
     if (Est(FormeCompte::Tresorerie)) {
       const std::string classe =
           CompacteTexte(m_app.Reglages.LitIni(Texte(SecTresorerie), Texte(CleClasse)).substr(0, 11));
-      if (!m_compte.starts_with(classe)) return Refuse(m_app, 3090, "compte");
+      if (!m_compte.starts_with(classe)) return Refuse(m_app, ErrClasseCompte, "compte");
     }
     if (Est(FormeCompte::PlanComptable) && !ClasseJuste(m_type, m_compte) &&
-        m_app.MessageId(BoutonsOuiNon | IconeQuestion, 3047) != RepOui)
-      return {3047, "type"};
+        m_app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionClasseCompte) != RepOui)
+      return {QuestionClasseCompte, "type"};
     return {};
   }
 
@@ -196,7 +201,7 @@ class Enregistrement {
     if (NumeroPris(m_app, m_compte, m_fiche.position))
       return Refuse(m_app, ErreurNumeroPris(m_forme), "compte");
     if (Ajout() && !Est(FormeCompte::RecettesDepenses) && CodePris(m_app, m_code, 0, Tresorerie))
-      return Refuse(m_app, 3110, "code");
+      return Refuse(m_app, ErrCodeTresorerieExistant, "code");
     return {};
   }
 
@@ -260,11 +265,11 @@ class Enregistrement {
 
   ResultatMaster Ecrit() {
     CPlan plan(m_app, m_app.PathExercice);
-    if (!plan.OpenFile()) return {3011, ""};
+    if (!plan.OpenFile()) return {ErrOuvertureFichier, ""};
     QVAPI::Unite unite(m_app.Magasin);
-    if (!plan.Delete(m_fiche.position)) return {3049, ""};
+    if (!plan.Delete(m_fiche.position)) return {ErrFichierIndexe, ""};
     *plan.Rec = m_rec;
-    if (!plan.Add()) return {3049, ""};
+    if (!plan.Add()) return {ErrFichierIndexe, ""};
     if (!unite.Valide()) return RefuseMagasin(m_app);
     const bool etaitTresorerie = !Ajout() && m_avant.Type == Tresorerie;
     m_fiche.position = plan.GetPos();
@@ -359,7 +364,8 @@ bool ClasseJuste(i16 type, const std::string& compte) {
 
 ResultatMaster ControleCode(CFenlorApp& app, FormeCompte, const FicheCompte& fiche) {
   const std::string code = CompacteTexte(fiche.code);
-  return code.empty() || !CodePris(app, code, fiche.position) ? ResultatMaster{} : Refuse(app, 3058, "code");
+  return code.empty() || !CodePris(app, code, fiche.position) ? ResultatMaster{}
+                                                              : Refuse(app, ErrCodeExistant, "code");
 }
 
 ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche) {
@@ -374,24 +380,24 @@ ResultatMaster EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte&
 }
 
 ResultatMaster SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056, "");
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture, "");
   Plan compte{};
   if (position == 0) return {};
-  if (!Lit(app, position, compte)) return {3049, ""};
+  if (!Lit(app, position, compte)) return {ErrFichierIndexe, ""};
   const bool simple = forme == FormeCompte::RecettesDepenses;
   if (ADesMouvements(compte)) {
-    const unsigned message = simple ? InfoCompteMouvemente : InfoTresorerieMouvementee;
+    const TexteFixe& message = simple ? InfoCompteMouvemente : InfoTresorerieMouvementee;
     app.MessageId(BoutonsOk | IconeAttention, message);
     return {message, ""};
   }
   const std::string numero = LitTexte(compte.Compte), court = Court(app, numero);
   if (const std::string utilisation = UtilisationCompte(app, numero); !utilisation.empty())
     return Refuse(app, ErrCompteUtilise, "", {court, utilisation});
-  const unsigned question = simple ? QuestionSupprimeCompte : QuestionSupprimeTresorerie;
+  const TexteFixe& question = simple ? QuestionSupprimeCompte : QuestionSupprimeTresorerie;
   if (app.MessageId(BoutonsOuiNon | IconeQuestion, question, {simple ? court : CodeDe(compte)}) != RepOui)
     return {question, ""};
   CPlan plan(app, app.PathExercice);
-  return plan.OpenFile() && plan.Delete(position) ? ResultatMaster{} : ResultatMaster{3049, ""};
+  return plan.OpenFile() && plan.Delete(position) ? ResultatMaster{} : ResultatMaster{ErrFichierIndexe, ""};
 }
 
 }  // namespace fenlor

@@ -1,9 +1,9 @@
 #include "master/comptesparticuliers.h"
 
 #include "core/btfiles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -17,7 +17,7 @@ ComptesParticuliers LitComptesParticuliers(CFenlorApp& app) {
 bool EcritComptesParticuliers(CFenlorApp& app, const ComptesParticuliers& comptes) {
   const ComptesParticuliers avant = LitComptesParticuliers(app);
   LotReglages lot(app);
-  const auto pose = [&](unsigned cle, const std::string& ancien, const std::string& nouveau) {
+  const auto pose = [&](const TexteFixe& cle, const std::string& ancien, const std::string& nouveau) {
     const std::string compte = QVAPI::GetLongCompte(nouveau);
     if (!compte.empty() && compte != ancien) lot.Pose(Texte(SecComptes), Texte(cle), compte);
   };

@@ -33,10 +33,10 @@ std::string RubriqueDuTerme(std::string_view terme) {
 }
 
 bool EstVariable(std::string_view terme) {
-  constexpr unsigned variables[] = {VariableFraisKm, VariableAmortissements, VariablePlusValues,
-                                    VariableMoinsValues, VariableImmobilisations};
+  constexpr TexteFixe variables[] = {VariableFraisKm, VariableAmortissements, VariablePlusValues,
+                                     VariableMoinsValues, VariableImmobilisations};
   return std::any_of(std::begin(variables), std::end(variables),
-                     [&](unsigned variable) { return Texte(variable) == terme; });
+                     [&](const TexteFixe& variable) { return Texte(variable) == terme; });
 }
 
 std::vector<std::string> BoucleDeFormule(const std::string& code, const SourceFormules& formules) {

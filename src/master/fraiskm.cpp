@@ -4,10 +4,13 @@
 #include <cmath>
 
 #include "core/btfiles.h"
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
 #include "master/rubriques.h"
+#include "master/textes.h"
 
 namespace fenlor {
 
@@ -19,18 +22,18 @@ constexpr int DecimalesTaux = 3;
 
 /// Keys of the amounts of the scale in one currency.
 struct ClesMonnaie {
-  unsigned fixe;
-  std::array<unsigned, 3> taux;
+  TexteFixe fixe;
+  std::array<TexteFixe, 3> taux;
 };
 constexpr ClesMonnaie ClesDe(bool euro) {
-  if (euro) return {CleKmFixeEuro, {CleKmTauxEuro, CleKmTauxEuro + 1, CleKmTauxEuro + 2}};
-  return {CleKmFixe, {CleKmTaux, CleKmTaux + 1, CleKmTaux + 2}};
+  if (euro) return {CleKmFixeEuro, {CleKmTauxEuro[0], CleKmTauxEuro[1], CleKmTauxEuro[2]}};
+  return {CleKmFixe, {CleKmTaux[0], CleKmTaux[1], CleKmTaux[2]}};
 }
 
-std::string Propre(const CFenlorApp& app, unsigned cle) {
+std::string Propre(const CFenlorApp& app, const TexteFixe& cle) {
   return app.Reglages.LitIniExercice({}, Texte(cle));
 }
-std::string Commun(const CFenlorApp& app, unsigned cle) {
+std::string Commun(const CFenlorApp& app, const TexteFixe& cle) {
   return app.Reglages.LitIni(Texte(SecFraisKm), Texte(cle));
 }
 
@@ -38,7 +41,7 @@ std::string Commun(const CFenlorApp& app, unsigned cle) {
 class Lecture {
  public:
   Lecture(const CFenlorApp& app, bool propre) : m_app(app), m_propre(propre) {}
-  std::string operator()(unsigned cle) const {
+  std::string operator()(const TexteFixe& cle) const {
     const std::string valeur = m_propre ? Propre(m_app, cle) : std::string();
     return EstVide(valeur) ? Commun(m_app, cle) : valeur;
   }
@@ -82,7 +85,8 @@ void TientDansLesLimites(const CFenlorApp& app, FicheFraisKm& fiche) {
   for (std::size_t i = 0; i < fiche.taux.size(); ++i) fiche.taux[i] = FormatTauxKm(app, fiche.taux[i], i);
 }
 
-void PoseDansLesDeux(const CFenlorApp& app, LotReglages& lot, unsigned cle, const std::string& valeur) {
+void PoseDansLesDeux(const CFenlorApp& app, LotReglages& lot, const TexteFixe& cle,
+                     const std::string& valeur) {
   lot.Pose(app.NomExercice, Texte(cle), valeur);
   lot.Pose(Texte(SecFraisKm), Texte(cle), valeur);
 }
@@ -105,7 +109,7 @@ LotReglages Changements(CFenlorApp& app, const FicheFraisKm& fiche) {
   return lot;
 }
 
-ResultatFraisKm Refuse(CFenlorApp& app, unsigned erreur, const char* champ = "",
+ResultatFraisKm Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ = "",
                        std::initializer_list<std::string> arguments = {}) {
   app.ReportErreur(erreur, arguments);
   return {erreur, champ};
@@ -172,11 +176,11 @@ std::string FormatTauxKm(const CFenlorApp& app, const std::string& texte, std::s
 }
 
 ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056);
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture);
   FicheFraisKm ecrite = fiche;
   TientDansLesLimites(app, ecrite);
   if (Arrondi2(CalculFraisKm(app, ecrite)) == 0)
-    return Refuse(app, 3106, ecrite.compteur ? "dernier" : "kms");
+    return Refuse(app, ErrMontantNul, ecrite.compteur ? "dernier" : "kms");
   if (app.Reglages.IsFraisKm() &&
       app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionRemplaceFraisKm) != RepOui)
     return {QuestionRemplaceFraisKm, ""};
@@ -186,7 +190,7 @@ ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
   // Open until the unit has ended: what it undoes belongs to open files.
   CLines lignes(app, app.PathExercice);
   CPlan plan(app, app.PathExercice);
-  if (!lignes.OpenFile() || !plan.OpenFile()) return {3011, ""};
+  if (!lignes.OpenFile() || !plan.OpenFile()) return {ErrOuvertureFichier, ""};
   QVAPI::Unite unite(app.Magasin);
   if (resultat.ecrituresSupprimees && !SupprimeEcrituresVariable(app, Texte(VariableFraisKm)))
     return {ErrMagasin, ""};
@@ -199,13 +203,13 @@ ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
 }
 
 ResultatFraisKm SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056);
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture);
   if (!app.Reglages.IsFraisKm()) return {};
   if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeFraisKm) != RepOui)
     return {QuestionSupprimeFraisKm, ""};
   LotReglages lot(app);
   lot.Pose(app.NomExercice, Texte(CleFraisKm), Texte(MotNon));
-  for (const unsigned cle : {CleKmAncien, CleKmDernier, CleKmDistance})
+  for (const TexteFixe& cle : {CleKmAncien, CleKmDernier, CleKmDistance})
     lot.Pose(app.NomExercice, Texte(cle), {});
   lot.Pose(Texte(SecFraisKm), Texte(CleKmAncien), {});
   if (const ResultatFraisKm ecrit = Ecrit(app, lot); !ecrit) return ecrit;
@@ -218,7 +222,7 @@ f64 FraisKilometriques(const CFenlorApp& app, bool euro) {
   if (!app.Reglages.IsFraisKm()) return 0;
   FicheFraisKm fiche;
   LitBareme(Lecture(app, true), euro, fiche);
-  const auto nombre = [&](unsigned cle) { return Nombre(app, Propre(app, cle)); };
+  const auto nombre = [&](const TexteFixe& cle) { return Nombre(app, Propre(app, cle)); };
   const f64 km = fiche.compteur ? nombre(CleKmDernier) - nombre(CleKmAncien) : nombre(CleKmDistance);
   return TarifKm(km, fiche.borneInf, fiche.borneSup, fiche.fixe, fiche.taux[0], fiche.taux[1], fiche.taux[2],
                  app.Reglages.SeparateurDecimal());

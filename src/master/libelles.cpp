@@ -4,8 +4,8 @@
 #include <cerrno>
 #include <memory>
 
-#include "core/textes.h"
 #include "master/rubriques.h"
+#include "master/textes.h"
 
 namespace fenlor {
 
@@ -13,7 +13,9 @@ namespace {
 
 constexpr u64 tailleMax = 1u << 22;  // as the exercice's creation, which copies the file
 
-std::string Chemin(const CFenlorApp& app, unsigned nom) { return Joint(app.PathExercice, Texte(nom)); }
+std::string Chemin(const CFenlorApp& app, const TexteFixe& nom) {
+  return Joint(app.PathExercice, Texte(nom));
+}
 
 int LitContenu(Fichier& fichier, std::string& contenu) {
   Empreinte empreinte;
@@ -70,7 +72,8 @@ bool EstMarque(char c) { return c == '@' || c == '['; }
 
 std::string NormeLibelle(std::string_view texte) {
   std::string norme(texte);
-  std::replace_if(norme.begin(), norme.end(), [](char c) { return static_cast<u8>(c) < ' '; }, ' ');
+  std::replace_if(
+      norme.begin(), norme.end(), [](char c) { return static_cast<u8>(c) < ' '; }, ' ');
   return NormeTexte(NormeTexte(norme).substr(0, LongueurLibelle));
 }
 
@@ -89,7 +92,7 @@ bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles) {
     code = EcritContenu(app, PremiereLigne());
   else if (!code)
     code = LitContenu(*fichier, contenu);
-  if (code) return app.ReportErreur(3117, {chemin});
+  if (code) return app.ReportErreur(ErrOuvertureDe, {chemin});
   for (std::string_view reste = contenu; !reste.empty();) {
     const std::size_t fin = reste.find('\n');
     if (const std::string libelle = NormeLibelle(reste.substr(0, fin)); LibelleRelisible(libelle))
@@ -104,8 +107,7 @@ bool EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles) {
   for (const std::string& libelle : libelles)
     if (const std::string norme = NormeLibelle(libelle); !norme.empty()) contenu += norme + "\r\n";
   const int code = EcritContenu(app, contenu);
-  return code == 0 ||
-         app.ReportErreur(ErrLibelles, {Chemin(app, FichierLibelles), TexteErreurSysteme(code)});
+  return code == 0 || app.ReportErreur(ErrLibelles, {Chemin(app, FichierLibelles), TexteErreurSysteme(code)});
 }
 
 }  // namespace fenlor

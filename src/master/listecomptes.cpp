@@ -1,9 +1,9 @@
 // The lists of accounts, and the lists that the forms of accounts offer.
 #include <algorithm>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/comptes.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -167,7 +167,8 @@ std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste) {
 }
 
 std::string ColonnesComptes(ListeComptes liste, bool deuxMonnaies) {
-  return Texte((EstTresorerie(liste) ? ColonnesTresorerie : ColonnesPlan) + (deuxMonnaies ? 1u : 0u));
+  if (EstTresorerie(liste)) return Texte(deuxMonnaies ? ColonnesTresorerieDouble : ColonnesTresorerie);
+  return Texte(deuxMonnaies ? ColonnesPlanDouble : ColonnesPlan);
 }
 
 std::string LigneCompte(CFenlorApp& app, ListeComptes liste, const Plan& compte) {

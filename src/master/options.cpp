@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "core/btfiles.h"
+#include "core/cles.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
+#include "master/textes.h"
 #include "store/motdepasse.h"
 #include "store/texte1252.h"
 
@@ -17,7 +19,7 @@ constexpr u32 CleType = 3;
 constexpr const char* RegistreUtilisateur = "HKEY_CURRENT_USER";
 constexpr int JoursMin = 1, JoursMax = 365, JoursDefaut = 90;
 
-std::string Lit(CFenlorApp& app, unsigned section, unsigned cle) {
+std::string Lit(CFenlorApp& app, const TexteFixe& section, const TexteFixe& cle) {
   return app.Reglages.LitIni(Texte(section), Texte(cle));
 }
 
@@ -27,13 +29,13 @@ std::string MotDePasseStocke(CFenlorApp& app) {
   return app.Magasin.Reglages().Lit(Texte(SecActivite), Texte(CleMotDePasseCabinet));
 }
 
-std::string LitUtilisateur(CFenlorApp& app, unsigned nom) {
+std::string LitUtilisateur(CFenlorApp& app, const TexteFixe& nom) {
   std::string texte;
   app.Magasin.QVGetRegString(RegistreUtilisateur, "", Texte(SecMiseAJour), Texte(nom), texte);
   return texte;
 }
 
-bool EcritUtilisateur(CFenlorApp& app, unsigned nom, const std::string& texte) {
+bool EcritUtilisateur(CFenlorApp& app, const TexteFixe& nom, const std::string& texte) {
   return app.Magasin.QVSetRegString(RegistreUtilisateur, "", Texte(SecMiseAJour), Texte(nom), texte);
 }
 
@@ -86,8 +88,8 @@ bool CompleteLignes2035(CFenlorApp& app) {
   constexpr unsigned nombre = 4;
   LotReglages lot(app);
   for (unsigned i = 0; i < nombre; ++i)
-    if (CompacteTexte(Lit(app, Sec2035, Cle2035Recettes + i)).empty())
-      lot.Pose(Texte(Sec2035), Texte(Cle2035Recettes + i), Texte(Lignes2035Recettes + i));
+    if (CompacteTexte(Lit(app, Sec2035, Cle2035Recettes[i])).empty())
+      lot.Pose(Texte(Sec2035), Texte(Cle2035Recettes[i]), Texte(Lignes2035Recettes[i]));
   return lot.Ecrit();
 }
 
@@ -148,8 +150,9 @@ ResultatOptions ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& sais
   const std::string stocke = MotDePasseStocke(app);
   const bool ancienAttendu = MotDePasseDefini(stocke) && NormeMotDePasse(saisie.ancien).empty();
   const char* champ = ancienAttendu ? "ancien" : "nouveau";
-  if (!MotDePasseJuste(stocke, saisie.ancien)) return {3068, champ};
-  if (NormeMotDePasse(saisie.nouveau) != NormeMotDePasse(saisie.verification)) return {3067, champ};
+  if (!MotDePasseJuste(stocke, saisie.ancien)) return {ErrAncienMotDePasse, champ};
+  if (NormeMotDePasse(saisie.nouveau) != NormeMotDePasse(saisie.verification))
+    return {ErrConfirmationMotDePasse, champ};
   return {};
 }
 

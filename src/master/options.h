@@ -10,12 +10,13 @@
 #include <vector>
 
 #include "core/fenlorapp.h"
+#include "core/texte.h"
 
 namespace fenlor {
 
 /// Number of a refusal, not told, and the field to point at.
 struct ResultatOptions {
-  unsigned erreur = 0;  ///< 0: none
+  TexteFixe erreur;  ///< number 0: none
   const char* champ = "";
   explicit operator bool() const { return erreur == 0; }
 };

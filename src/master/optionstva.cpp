@@ -4,8 +4,10 @@
 #include <cstdio>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -33,7 +35,7 @@ bool AMouvements(const Plan& rec) {
   return rec.CreditFranc != 0 || rec.DebitFranc != 0 || rec.CreditEuro != 0 || rec.DebitEuro != 0;
 }
 
-ResultatOptions RefuseMouvements(CFenlorApp& app, const LigneTva& ligne, unsigned erreur) {
+ResultatOptions RefuseMouvements(CFenlorApp& app, const LigneTva& ligne, const TexteFixe& erreur) {
   if (ligne.position == 0) return {};
   CPlan plan(app, app.PathExercice);
   if (plan.OpenFile() && Trouve(plan, ligne.compte) && AMouvements(*plan.Rec)) return {erreur, "liste"};
@@ -72,7 +74,7 @@ bool SupprimeAbsents(CFenlorApp& app, CPlan& plan, const std::vector<LigneTva>& 
     if (Porte(lignes, ancien.compte)) continue;
     if (!Trouve(plan, ancien.compte))
       return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(ErrCleAbsente)});
-    if (AMouvements(*plan.Rec)) return app.ReportErreur(3096);
+    if (AMouvements(*plan.Rec)) return app.ReportErreur(ErrSuppressionTvaMouvementee);
     if (!app.Magasin.DeletePlan(plan.GetPos()))
       return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
     ++comptes;
@@ -85,9 +87,9 @@ bool PoseLigne(CFenlorApp& app, CPlan& plan, const LigneTva& ligne, unsigned& co
     ++comptes;
     return Cree(plan, ligne);
   }
-  if (plan.Rec->Type != Tva) return app.ReportErreur(3070);
+  if (plan.Rec->Type != Tva) return app.ReportErreur(ErrNumeroExistant);
   if (plan.Rec->TauxTVA == ligne.taux) return true;
-  if (AMouvements(*plan.Rec)) return app.ReportErreur(3100);
+  if (AMouvements(*plan.Rec)) return app.ReportErreur(ErrModificationTvaMouvementee);
   plan.Rec->TauxTVA = ligne.taux;
   ++comptes;
   return plan.Update();
@@ -128,28 +130,29 @@ std::string ProposeCompteTva(CFenlorApp& app, const std::vector<LigneTva>& ligne
 ResultatOptions ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
                                   const std::string& compte) {
   CPlan plan(app, app.PathExercice);
-  if (Porte(lignes, compte) || (plan.OpenFile() && PorteAilleurs(plan, compte))) return {3070, "compte"};
+  if (Porte(lignes, compte) || (plan.OpenFile() && PorteAilleurs(plan, compte)))
+    return {ErrNumeroExistant, "compte"};
   return {};
 }
 
 ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
                                  const LigneTva& saisie) {
-  if (saisie.compte.empty()) return {3071, "compte"};
+  if (saisie.compte.empty()) return {ErrNumeroTvaObligatoire, "compte"};
   const ResultatOptions numero = ControleNumeroTva(app, lignes, saisie.compte);
   return numero ? ControleTauxTva(saisie.taux) : numero;
 }
 
 ResultatOptions ControleTauxTva(f64 taux) {
-  if (!(Arrondi2(taux) > 0)) return {3069, "taux"};
+  if (!(Arrondi2(taux) > 0)) return {ErrTauxTvaObligatoire, "taux"};
   return {};
 }
 
 ResultatOptions ControleModificationTva(CFenlorApp& app, const LigneTva& ligne) {
-  return RefuseMouvements(app, ligne, 3100);
+  return RefuseMouvements(app, ligne, ErrModificationTvaMouvementee);
 }
 
 ResultatOptions ControleSuppressionTva(CFenlorApp& app, const LigneTva& ligne) {
-  return RefuseMouvements(app, ligne, 3096);
+  return RefuseMouvements(app, ligne, ErrSuppressionTvaMouvementee);
 }
 
 ApplicationTva AppliqueComptesTva(CFenlorApp& app, const std::vector<LigneTva>& lignes) {

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "core/erreurs.h"
 #include "core/nomschamps.h"
-#include "core/textes.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -15,7 +17,7 @@ namespace {
 constexpr u32 CleCode = 0, ClePlanRubrique = 2;
 constexpr int LigneMax = 999;
 
-ResultatMaster Refuse(CFenlorApp& app, unsigned erreur, const char* champ,
+ResultatMaster Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ,
                       std::initializer_list<std::string> arguments = {}) {
   app.ReportErreur(erreur, arguments);
   return {erreur, champ};
@@ -52,7 +54,7 @@ class Enregistrement {
         m_rubriques(app, app.PathExercice) {}
 
   ResultatMaster Fait() {
-    if (!m_rubriques.OpenFile()) return {3011, ""};
+    if (!m_rubriques.OpenFile()) return {ErrOuvertureFichier, ""};
     using Controle = ResultatMaster (Enregistrement::*)();
     for (const Controle controle :
          {&Enregistrement::Limites, &Enregistrement::Ligne, &Enregistrement::Code, &Enregistrement::Boucle})
@@ -86,9 +88,9 @@ class Enregistrement {
 
   ResultatMaster Code() {
     // A rebuild of the file drops headings whose code is blank.
-    if (EstVide(m_code)) return Refuse(m_app, 3061, "code");
+    if (EstVide(m_code)) return Refuse(m_app, ErrCodeRubriqueObligatoire, "code");
     // The heading that holds the code would be replaced without a word.
-    if (CodePris(m_app, m_code, m_fiche.position)) return Refuse(m_app, 3058, "code");
+    if (CodePris(m_app, m_code, m_fiche.position)) return Refuse(m_app, ErrCodeExistant, "code");
     return {};
   }
 
@@ -112,7 +114,7 @@ class Enregistrement {
 
   ResultatMaster Ecrit() {
     QVAPI::Unite unite(m_app.Magasin);
-    if (!m_rubriques.Delete(m_fiche.position)) return {3049, ""};
+    if (!m_rubriques.Delete(m_fiche.position)) return {ErrFichierIndexe, ""};
     m_rubriques.ClearRec();
     Rubrique& rec = *m_rubriques.Rec;
     PoseTexte(rec.Rubrique, m_code);
@@ -126,7 +128,7 @@ class Enregistrement {
     const bool euro = m_app.Reglages.IsEuro();
     rec.ManuelEuro = euro ? montant : QVAPI::ConvertFrancToEuro(taux, montant);
     rec.ManuelFranc = euro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant;
-    if (!m_rubriques.Add()) return {3049, ""};
+    if (!m_rubriques.Add()) return {ErrFichierIndexe, ""};
     if (!unite.Valide())
       return Refuse(m_app, ErrMagasin, "", {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())});
     m_fiche.position = m_rubriques.GetPos();
@@ -202,7 +204,8 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
 
 ResultatMaster ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
   const std::string code = NormaliseRubrique(fiche.code);
-  return EstVide(code) || !CodePris(app, code, fiche.position) ? ResultatMaster{} : Refuse(app, 3058, "code");
+  return EstVide(code) || !CodePris(app, code, fiche.position) ? ResultatMaster{}
+                                                               : Refuse(app, ErrCodeExistant, "code");
 }
 
 ResultatMaster EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche) {
@@ -211,10 +214,10 @@ ResultatMaster EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche) {
 }
 
 ResultatMaster SupprimeRubrique(CFenlorApp& app, Position position) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, 3056, "");
+  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture, "");
   Rubrique rubrique{};
   if (position == 0) return {};
-  if (!Lit(app, position, rubrique)) return {3049, ""};
+  if (!Lit(app, position, rubrique)) return {ErrFichierIndexe, ""};
   const std::string code = NormaliseRubrique(LitTexte(rubrique.Rubrique));
   if (!ComptesAssocies(app, code).empty()) {
     app.MessageId(BoutonsOk | IconeAttention, InfoRubriqueUtilisee);
@@ -223,7 +226,8 @@ ResultatMaster SupprimeRubrique(CFenlorApp& app, Position position) {
   if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeRubrique, {SansFin(code)}) != RepOui)
     return {QuestionSupprimeRubrique, ""};
   CRubriques rubriques(app, app.PathExercice);
-  return rubriques.OpenFile() && rubriques.Delete(position) ? ResultatMaster{} : ResultatMaster{3049, ""};
+  return rubriques.OpenFile() && rubriques.Delete(position) ? ResultatMaster{}
+                                                            : ResultatMaster{ErrFichierIndexe, ""};
 }
 
 std::vector<Position> PositionsRubriques(CFenlorApp& app) {

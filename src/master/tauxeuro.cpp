@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
+#include "master/textes.h"
 
 namespace fenlor {
 
@@ -41,11 +42,11 @@ std::vector<TauxEuro> LitTauxEuro(CFenlorApp& app) {
 }
 
 ResultatOptions ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie) {
-  if (!IsDateOk(saisie.date)) return {3104, "date"};
+  if (!IsDateOk(saisie.date)) return {ErrDateIncorrecte, "date"};
   for (std::size_t i = 0; i < lignes.size(); ++i)
     if (lignes[i].date == saisie.date && static_cast<int>(i) != modifie)
       return {ErrDateTauxExistante, "date"};
-  if (!(Arrondi(saisie.taux, DecimalesTauxEuro) > 0)) return {3118, "taux"};
+  if (!(Arrondi(saisie.taux, DecimalesTauxEuro) > 0)) return {ErrTauxConversion, "taux"};
   return {};
 }
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/comptesparticuliers.h"
+#include "master/textes.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
 

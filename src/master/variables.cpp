@@ -4,7 +4,7 @@
 #include <set>
 #include <vector>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "master/formule.h"
 #include "master/rubriques.h"
 #include "store/texte1252.h"
@@ -71,7 +71,7 @@ u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable) {
 }
 
 bool SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable) {
-  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(3056);
+  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(ErrExerciceCloture);
   CLines lignes(app, app.PathExercice);
   CPlan plan(app, app.PathExercice);
   std::set<u32> mouvements;

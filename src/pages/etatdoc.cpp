@@ -1,4 +1,5 @@
 #include "pages/etatdoc.h"
+#include "pages/textes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,7 +12,6 @@ namespace {
 
 constexpr std::size_t tailleEnteteMax = 512;
 constexpr u64 delaiFermeture = 2000;
-constexpr unsigned erreurFichierTemporaire = 3109;
 
 u32 NbRetours(std::string_view texte) {
   return static_cast<u32>(std::count(texte.begin(), texte.end(), '\n'));
@@ -34,7 +34,7 @@ bool CEtatDoc::OnNewDocument() {
   if (!Cree()) {
     m_texte.Ferme();
     m_index.Ferme();
-    return App.ReportErreur(erreurFichierTemporaire);
+    return App.ReportErreur(ErrFichierTemporaire);
   }
   BuildEtat();
   for (FichierTampon* fichier : {&m_texte, &m_index})

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "store/enregistrements.h"
 
 namespace fenlor {
@@ -39,7 +39,7 @@ class ArgumentEtat {
 /// A format: the number of a text of the table, or the string itself.
 class FormatEtat {
  public:
-  FormatEtat(unsigned numero) : m_format(Texte(numero)) {}
+  FormatEtat(const TexteFixe& texte) : m_format(Texte(texte)) {}
   FormatEtat(const char* format) : m_format(format) {}
   FormatEtat(std::string format) : m_format(std::move(format)) {}
   const std::string& Format() const { return m_format; }

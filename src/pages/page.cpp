@@ -1,7 +1,9 @@
 #include "pages/page.h"
 
+#include "core/cles.h"
 #include "core/valeurs.h"
 #include "pages/interprete.h"
+#include "pages/textes.h"
 
 namespace fenlor {
 

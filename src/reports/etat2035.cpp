@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include "core/cles.h"
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "reports/livresetat.h"
+#include "reports/textes.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 
@@ -21,8 +24,8 @@ struct Bornes {
 };
 
 Bornes LitBornes(const CFenlorApp& app, unsigned bloc) {
-  std::string texte = app.Reglages.LitIni(Texte(Sec2035), Texte(Cle2035Recettes + bloc));
-  if (EstVide(texte)) texte = Texte(Lignes2035Recettes + bloc);
+  std::string texte = app.Reglages.LitIni(Texte(Sec2035), Texte(Cle2035Recettes[bloc]));
+  if (EstVide(texte)) texte = Texte(Lignes2035Recettes[bloc]);
   const int premier = TexteVersEntier(ChampTexte(0, texte, ','));
   return {premier, std::max(premier, TexteVersEntier(ChampTexte(1, texte, ',')))};
 }
@@ -76,7 +79,7 @@ void CEtat2035Doc::AvertitBoucles(const Rubriques2035& rubriques) {
 }
 
 void CEtat2035Doc::EcritTete() {
-  const auto reglage = [this](unsigned section, unsigned cle) {
+  const auto reglage = [this](const TexteFixe& section, const TexteFixe& cle) {
     return EchappeEtat(App.Reglages.LitIni(Texte(section), Texte(cle)));
   };
   const int mois = NombreMois(App.Reglages.GetDebutExercice(), App.Reglages.GetFinExercice());

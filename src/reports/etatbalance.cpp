@@ -1,7 +1,7 @@
 #include "reports/etatbalance.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -17,7 +17,7 @@ void CEtatBalanceDoc::BuildEtat() {
   m_classe.reset();
   m_sommesClasse = m_sommesSection = m_sommes = {};
   PoseTitre(Texte(TitreEtatBalance));
-  SetEtatEntete(EnteteBalance + (AfficheDouble() ? RangDouble : AnneeEuro() ? RangEuro : 0));
+  SetEtatEntete(EnteteBalance[(AfficheDouble() ? RangDouble : AnneeEuro() ? RangEuro : 0)]);
   SetEtatPied(PiedBalance);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;

@@ -1,7 +1,7 @@
 #include "reports/etatcentralisation.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -31,7 +31,7 @@ void CEtatCentralisationDoc::BuildEtat() {
 }
 
 void CEtatCentralisationDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Plan& plan) {
-  EtatPrintf(CompteCentralisation, {Texte(MotNatureCompte + RangNature(plan.Type)), livres.CompteCourt(plan),
+  EtatPrintf(CompteCentralisation, {Texte(MotNatureCompte[RangNature(plan.Type)]), livres.CompteCourt(plan),
                                     EchappeEtat(fenlor::LitTexte(plan.Designation))});
   MoisCentralises mois{};
   livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
@@ -43,17 +43,17 @@ void CEtatCentralisationDoc::EcritCompte(LivresEtat& livres, Travail& travail, c
 }
 
 void CEtatCentralisationDoc::EcritTableau(const MoisCentralises& mois) {
-  const unsigned tableau =
+  const TexteFixe* tableau =
       TableauMois + (AfficheDouble() ? TableauDouble : 0) + (Montant() ? TableauMontant : 0);
-  const FormatEtat rangee(tableau + RangMois);
-  EtatPrintf(tableau + RangEntete);
+  const FormatEtat rangee(tableau[RangMois]);
+  EtatPrintf(tableau[RangEntete]);
   SommesEtat total;
   for (unsigned m = 0; m < mois.size(); ++m) {
     const ColonnesEtat c = Colonnes(mois[m]);
     EtatPrintf(rangee, {NomMois(m + 1), c[0], c[1], c[2], c[3]});
     total.Ajoute(mois[m]);
   }
-  EcritTotaux(tableau + RangTotal, total);
+  EcritTotaux(tableau[RangTotal], total);
 }
 
 }  // namespace fenlor

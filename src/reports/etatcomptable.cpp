@@ -1,6 +1,6 @@
 #include "reports/etatcomptable.h"
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 
 namespace fenlor {
@@ -11,7 +11,7 @@ constexpr int premiereAnneeEuro = 2002;
 
 }  // namespace
 
-bool CEtatComptable::DemandeCriteres(FormeCriteres forme, unsigned titre, unsigned comptes) {
+bool CEtatComptable::DemandeCriteres(FormeCriteres forme, const TexteFixe& titre, unsigned comptes) {
   m_criteres = {};
   m_criteres.du = App.Reglages.GetDebutExercice();
   m_criteres.au = App.Reglages.GetFinExercice();
@@ -26,7 +26,7 @@ void CEtatComptable::PoseTitre(const std::string& titre) {
   SetEtatTitre("%s", {titre});
 }
 
-CEtatComptable::Travail::Travail(CEtatComptable& etat, unsigned avancement, u32 maximum)
+CEtatComptable::Travail::Travail(CEtatComptable& etat, const TexteFixe& avancement, u32 maximum)
     : m_etat(etat), m_progression(etat.App.Boite, etat.TitreDocument(), Texte(avancement), true, maximum) {}
 
 void CEtatComptable::Travail::Pas() {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/texte.h"
 #include "pages/etatdoc.h"
 
 namespace fenlor {
@@ -53,14 +54,14 @@ class CEtatComptable : public CEtatDoc {
 
  protected:
   /// Runs the form; `titre` and `avancement` (below) are numbers of texts. False: the report is given up.
-  bool DemandeCriteres(FormeCriteres forme, unsigned titre, unsigned comptes = MasqueTous);
+  bool DemandeCriteres(FormeCriteres forme, const TexteFixe& titre, unsigned comptes = MasqueTous);
   /// Title of the page and of the document: a text, with its arguments filled in.
   void PoseTitre(const std::string& titre);
 
   /// The progress window while it lives, with "Annuler".
   class Travail {
    public:
-    Travail(CEtatComptable& etat, unsigned avancement, u32 maximum);
+    Travail(CEtatComptable& etat, const TexteFixe& avancement, u32 maximum);
     /// One record is done. The report is given up when the user stopped it.
     void Pas();
     void Recommence(u32 maximum);  ///< for a second pass

@@ -1,13 +1,13 @@
 #include "reports/etatdecompte.h"
 
-#include "core/textes.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
-void CEtatDeCompte::EcritTete(const LivresEtat& livres, const Plan& plan, unsigned tva) {
+void CEtatDeCompte::EcritTete(const LivresEtat& livres, const Plan& plan, const TexteFixe& tva) {
   const unsigned nature = RangNature(plan.Type);
-  EtatPrintf(CompteEtatExtrait, {Texte(nature == Tva ? tva : MotNatureCompte + nature),
+  EtatPrintf(CompteEtatExtrait, {Texte(nature == Tva ? tva : MotNatureCompte[nature]),
                                  livres.CompteCourt(plan), EchappeEtat(fenlor::LitTexte(plan.Designation)),
                                  StrDate(m_criteres.du), StrDate(m_criteres.au)});
   EcritEtat("\\H");

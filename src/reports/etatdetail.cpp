@@ -4,7 +4,9 @@
 #include <utility>
 #include <vector>
 
+#include "core/erreurs.h"
 #include "core/textes.h"
+#include "reports/textes.h"
 #include "store/dates.h"
 #include "store/texte1252.h"
 
@@ -35,8 +37,8 @@ class CEtatDetailDoc::Section {
         m_fiches(fiches),
         m_journal(journal),
         m_centralisation(centralisation),
-        m_rangee(RangeeEtatDetail + Deux()),
-        m_totalMois(TotalMoisEtatDetail + Deux()) {}
+        m_rangee(RangeeEtatDetail[Deux()]),
+        m_totalMois(TotalMoisEtatDetail[Deux()]) {}
 
   void Ecrit(CLines& lignes);
 
@@ -76,7 +78,7 @@ class CEtatDetailDoc::Section {
 
 void CEtatDetailDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::GenreEtPeriode, TitreEtatDetail)) return;
-  SetEtatEntete(EnteteEtatDetail + (AfficheDouble() ? 2u : AnneeEuro() ? 1u : 0u));
+  SetEtatEntete(EnteteEtatDetail[(AfficheDouble() ? 2u : AnneeEuro() ? 1u : 0u)]);
   SetEtatPied(PiedEtatDetail);
   CLines lignes(App, {});
   if (App.PathExercice.empty() ? !App.ReportErreur(ErrAucunExercice) : !lignes.OpenFile()) return Abandonne();
@@ -103,7 +105,7 @@ void CEtatDetailDoc::Section::Ecrit(CLines& lignes) {
   FermeEntree();
   if (m_central) EcritCentral();
   FermeMois();
-  m_etat.EcritTotaux(TotalEtatDetail + Deux(), m_sommes);
+  m_etat.EcritTotaux(TotalEtatDetail[Deux()], m_sommes);
   m_etat.EcritEtat("\\X");
 }
 
@@ -146,9 +148,9 @@ bool CEtatDetailDoc::Section::Traite(const Line& ligne) {
 void CEtatDetailDoc::Section::EcritTitre() {
   const auto rang = static_cast<unsigned>(m_journal - JournalRecettes);
   const CriteresEtat& criteres = m_etat.m_criteres;
-  m_etat.EtatPrintf(SectionEtatDetail + rang,
+  m_etat.EtatPrintf(SectionEtatDetail[rang],
                     {StrDate(criteres.du), StrDate(criteres.au),
-                     Texte(MotCentralisation + static_cast<unsigned>(m_centralisation))});
+                     Texte(MotCentralisation[static_cast<unsigned>(m_centralisation)])});
 }
 
 /// The footer's rule follows each entry, also one of another journal that is passed over.

@@ -1,6 +1,6 @@
 #include "reports/etatextrait.h"
 
-#include "core/textes.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -14,14 +14,14 @@ constexpr unsigned rangMontant = 2;  // behind those of credit and debit
 /// Looked up once a report. In one currency the formats of credit and debit have two columns: the balances
 /// behind them are left out.
 struct CEtatExtraitDoc::Formats {
-  explicit Formats(unsigned rang) : rangee(RangeeEtatExtrait + rang), total(TotalEtatExtrait + rang) {}
+  explicit Formats(unsigned rang) : rangee(RangeeEtatExtrait[rang]), total(TotalEtatExtrait[rang]) {}
   FormatEtat rangee, total;
 };
 
 void CEtatExtraitDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::CompteEtPeriode, TitreEtatExtrait, MasqueTous)) return;
   const unsigned deux = AfficheDouble() ? 1 : 0;
-  SetEtatEntete(EnteteEtatExtrait + (Montant() ? rangMontant : 0) + deux);
+  SetEtatEntete(EnteteEtatExtrait[(Montant() ? rangMontant : 0) + deux]);
   SetEtatPied(PiedEtatExtrait);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;

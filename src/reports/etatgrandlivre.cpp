@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include "core/textes.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -17,15 +17,15 @@ constexpr unsigned rangMontant = 2;  // of the column headings, behind those of 
 /// Looked up once a report.
 struct CEtatGrandLivreDoc::Formats {
   explicit Formats(bool montant)
-      : rangee(RangeeGrandLivre + montant),
-        mois(TotalMoisGrandLivre + montant),
-        total(TotalGrandLivre + montant) {}
+      : rangee(RangeeGrandLivre[montant]),
+        mois(TotalMoisGrandLivre[montant]),
+        total(TotalGrandLivre[montant]) {}
   FormatEtat rangee, mois, total;
 };
 
 void CEtatGrandLivreDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::PeriodeEtAffichage, TitreGrandLivre)) return;
-  SetEtatEntete(EnteteGrandLivre + (Montant() ? rangMontant : 0) + AfficheDouble());
+  SetEtatEntete(EnteteGrandLivre[(Montant() ? rangMontant : 0) + AfficheDouble()]);
   SetEtatPied(PiedEtatExtrait);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;
@@ -36,7 +36,7 @@ void CEtatGrandLivreDoc::BuildEtat() {
 
 void CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
                                      const Plan& plan) {
-  EcritTete(livres, plan, MotNatureCompte + static_cast<unsigned>(Tva));
+  EcritTete(livres, plan, MotNatureCompte[static_cast<unsigned>(Tva)]);
   Tableau tableau;
   SommesEtat sommesMois;
   bool moisEcrit = false, dernier = true;

@@ -1,7 +1,7 @@
 #include "reports/etatjournal.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -21,8 +21,8 @@ void CEtatJournalDoc::BuildEtat() {
   m_total = {};
   m_compte = {};
   m_filtre.clear();
-  PoseTitre(Texte(TitreJournal + static_cast<unsigned>(m_demande.journal - JournalRecettes)));
-  SetEtatEntete(EnteteEtatJournal + (m_comptable ? 1u : 0u));
+  PoseTitre(Texte(TitreJournal[static_cast<unsigned>(m_demande.journal - JournalRecettes)]));
+  SetEtatEntete(EnteteEtatJournal[(m_comptable ? 1u : 0u)]);
   SetEtatPied(PiedEtatJournal);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;
@@ -52,8 +52,9 @@ void CEtatJournalDoc::BuildEtat() {
 }
 
 void CEtatJournalDoc::EcritMois() {
-  const unsigned format = (m_demande.journal == JournalOD ? MoisEtatJournalOD : MoisEtatJournal) +
-                          (EstPartielle(m_demande.criteres) ? 1u : 0u);
+  const TexteFixe& format =
+      (m_demande.journal == JournalOD ? MoisEtatJournalOD
+                                      : MoisEtatJournal)[EstPartielle(m_demande.criteres)];
   EtatPrintf(format, {NomMois(Mois(m_demande.mois)), Annee(m_demande.mois),
                       m_filtre.empty() ? Texte(MotTousComptes) : EchappeEtat(m_compte.code)});
 }
@@ -64,7 +65,7 @@ void CEtatJournalDoc::EcritEntree(const EntreeJournal& entree) {
   m_total.debitEuro += r.euro;
   const bool filtre = !m_filtre.empty();
   EtatPrintf(
-      RangeeEtatJournal,
+      RangeeEtatJournal[0],
       {entree.ligne, StrDate(entree.date), EchappeEtat(r.libelle), FormatFranc(r.franc), FormatEuro(r.euro),
        Marque(r.pointee, 'P'), Marque(r.remise, 'B'), Marque(r.rapprochee, 'R'), Marque(r.validee, 'V'),
        EchappeEtat(filtre ? m_compte.rubrique : r.rubrique), EchappeEtat(filtre ? m_compte.compte : r.compte),
@@ -78,7 +79,7 @@ void CEtatJournalDoc::EcritLignes(const EntreeJournal& entree) {
     const f64 debitEuro = r.credit ? 0 : r.euro, creditEuro = r.credit ? r.euro : 0;
     if (m_filtre.empty() || r.compte == m_compte.compte)
       m_total.Ajoute(SommesEtat{debitFranc, debitEuro, creditFranc, creditEuro});
-    EtatPrintf(RangeeEtatJournal + 1,
+    EtatPrintf(RangeeEtatJournal[1],
                {ligne, date, EchappeEtat(r.libelle), FormatFranc(debitFranc), FormatFranc(creditFranc),
                 FormatEuro(debitEuro), FormatEuro(creditEuro), Marque(r.pointee, 'P'), Marque(r.remise, 'B'),
                 Marque(r.rapprochee, 'R'), Marque(r.validee, 'V'), EchappeEtat(r.rubrique),
@@ -91,9 +92,9 @@ void CEtatJournalDoc::EcritLignes(const EntreeJournal& entree) {
 void CEtatJournalDoc::EcritTotal() {
   const std::string debitFranc = FormatFranc(SommeNette(m_total.debitFranc));
   const std::string debitEuro = FormatEuro(SommeNette(m_total.debitEuro));
-  if (!m_comptable) return EtatPrintf(TotalEtatJournal, {debitFranc, debitEuro});
-  EtatPrintf(TotalEtatJournal + 1, {debitFranc, FormatFranc(SommeNette(m_total.creditFranc)), debitEuro,
-                                    FormatEuro(SommeNette(m_total.creditEuro))});
+  if (!m_comptable) return EtatPrintf(TotalEtatJournal[0], {debitFranc, debitEuro});
+  EtatPrintf(TotalEtatJournal[1], {debitFranc, FormatFranc(SommeNette(m_total.creditFranc)), debitEuro,
+                                   FormatEuro(SommeNette(m_total.creditEuro))});
 }
 
 }  // namespace fenlor

@@ -1,14 +1,14 @@
 #include "reports/etatrapprochement.h"
 
-#include "core/textes.h"
 #include "reports/livresetat.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 void CEtatRapprochementDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::Periode, TitreEtatRapprochement)) return;
-  SetEtatEntete(EnteteRapprochement + (AfficheDouble() ? 1u : 0u));
+  SetEtatEntete(EnteteRapprochement[(AfficheDouble() ? 1u : 0u)]);
   SetEtatPied(PiedCentralisation);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;

@@ -2,10 +2,12 @@
 
 #include <vector>
 
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "master/comptes.h"
 #include "master/libelles.h"
 #include "reports/livresetat.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -85,14 +87,13 @@ void CEtatListeComptes::BuildEtat() {
   const bool plan = m_type == Recette || m_type == Depense;
   const TextesListe textes =
       plan ? TextesListe{m_titre,           EnteteListeComptes, PiedListe, AvancementListeComptes,
-                         LigneListeComptes, TotalListeComptes,  0}
+                         LigneListeComptes, TotalListeComptes}
            : TextesListe{m_titre,
                          EnteteListeTresorerie,
                          PiedListeTresorerie,
                          AvancementListeTresorerie,
                          LigneListeTresorerie,
-                         TotalListeTresorerie,
-                         0};
+                         TotalListeTresorerie};
   LivresEtat livres(App, *this);
   if (!Debute(textes) || !livres.Ouvre()) return;
   const bool euro = OptionEuro();
@@ -106,7 +107,7 @@ void CEtatListeComptes::BuildEtat() {
 
 void CEtatRubriqueDoc::BuildEtat() {
   constexpr TextesListe textes{
-      TitreRubriques, EnteteListeRubriques, PiedListe, AvancementListeRubriques, LigneListeRubriques, 0,
+      TitreRubriques, EnteteListeRubriques, PiedListe, AvancementListeRubriques, LigneListeRubriques, {},
       FinListe};
   if (!Debute(textes)) return;
   CRubriques rubriques(App, App.PathExercice);
@@ -118,7 +119,7 @@ void CEtatRubriqueDoc::BuildEtat() {
 
 void CEtatLibelleDoc::BuildEtat() {
   constexpr TextesListe textes{
-      TitreLibelles, EnteteListeLibelles, PiedListe, AvancementListeLibelles, LigneListeLibelles, 0,
+      TitreLibelles, EnteteListeLibelles, PiedListe, AvancementListeLibelles, LigneListeLibelles, {},
       FinListe};
   std::vector<std::string> libelles;
   if (!Debute(textes)) return;

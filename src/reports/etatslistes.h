@@ -5,7 +5,9 @@
 
 #include <span>
 
+#include "core/texte.h"
 #include "reports/etatcomptable.h"
+#include "reports/textes.h"
 
 namespace fenlor {
 
@@ -20,7 +22,8 @@ struct ColonneEtat {
 
 /// Numbers of the texts of a list. 0: there is no row of totals, nothing under the table.
 struct TextesListe {
-  unsigned titre, entete, pied, avancement, rangee, total, fin;
+  TexteFixe titre, entete, pied, avancement, rangee, total;
+  TexteFixe fin = {};
 };
 
 class CEtatListe : public CEtatComptable {
@@ -41,12 +44,12 @@ class CEtatListe : public CEtatComptable {
 class CEtatListeComptes : public CEtatListe {
  protected:
   static constexpr i16 TousTypes = -1;
-  CEtatListeComptes(CFenlorApp& app, DemandeurCriteres& demandeur, unsigned titre, i16 type)
+  CEtatListeComptes(CFenlorApp& app, DemandeurCriteres& demandeur, const TexteFixe& titre, i16 type)
       : CEtatListe(app, demandeur), m_titre(titre), m_type(type) {}
   void BuildEtat() override;
 
  private:
-  unsigned m_titre;
+  TexteFixe m_titre;
   i16 m_type;
 };
 

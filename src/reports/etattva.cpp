@@ -1,13 +1,13 @@
 #include "reports/etattva.h"
 
-#include "core/textes.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 void CEtatTVADoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::Periode, TitreEtatTva)) return;
-  SetEtatEntete(EnteteEtatTva + (AfficheDouble() ? 1u : 0u));
+  SetEtatEntete(EnteteEtatTva[(AfficheDouble() ? 1u : 0u)]);
   SetEtatPied(PiedBalance);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;
@@ -23,13 +23,13 @@ void CEtatTVADoc::EcritCompte(LivresEtat& livres, Travail& travail, const Plan& 
   EtatPrintf(CompteEtatTva, {livres.CompteCourt(plan), EchappeEtat(fenlor::LitTexte(plan.Designation)),
                              StrDate(m_criteres.du), StrDate(m_criteres.au)});
   EcritEtat("\\H");
-  const FormatEtat rangee(RangeeEtatTva + rang);
+  const FormatEtat rangee(RangeeEtatTva[rang]);
   Tableau tableau;
   livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
     EcritLigne(rangee, l, NomDeLigne(l), tableau);
     travail.Pas();
   });
-  EcritTotaux(TotalEtatTva + rang, tableau.total);
+  EcritTotaux(TotalEtatTva[rang], tableau.total);
   EcritEtat("\\X");
 }
 

@@ -1,5 +1,7 @@
 #include "reports/livresetat.h"
 
+#include "core/erreurs.h"
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
 #include "store/texte1252.h"

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "core/btfiles.h"
+#include "core/erreurs.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
@@ -24,7 +25,7 @@ f64 ComptePositif(f64 montant) { return montant < 0 ? 0 : montant; }
 
 const MontantDouble* Variables2035::Trouve(std::string_view nom) const {
   const struct {
-    unsigned nom;
+    TexteFixe nom;
     const MontantDouble* valeur;
   } table[] = {{VariableAmortissements, &amortissements},
                {VariableFraisKm, &fraisKm},

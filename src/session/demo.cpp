@@ -6,8 +6,11 @@
 #include <vector>
 
 #include "core/btfiles.h"
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/saisie.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -161,7 +164,7 @@ class RedacteurAnnee {
   }
   bool RefuseMagasin() {
     m_echec = {ErrMagasin,
-               TexteErreur(ErrMagasin, {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())})};
+               TexteFormat(ErrMagasin, {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())})};
     return false;
   }
 
@@ -372,7 +375,7 @@ class RedacteurAnnee {
 };
 
 ResultatDemo EchecMagasin(CFenlorApp& app) {
-  return {ErrMagasin, TexteErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())})};
+  return {ErrMagasin, TexteFormat(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())})};
 }
 
 /// What the chart of the first year has of its own: private share of the
@@ -443,7 +446,7 @@ ResultatDemo RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& r
 ResultatDemo RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeDemo&)>& suite) {
   if (app.Magasin.GetExercicesRec() != 0)
     return {ErrMagasin,
-            TexteErreur(ErrMagasin,
+            TexteFormat(ErrMagasin,
                         {"Ce cabinet contient déjà des exercices : l'exemple demande un cabinet vide."_w})};
   if (!PoseIdentite(app)) return EchecMagasin(app);
   for (const AnneeDemo& annee : Annees) {
@@ -451,7 +454,8 @@ ResultatDemo RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeD
     const ResultatDemo r = RemplitAnnee(app, annee, resume);
     Ferme(app);
     if (!r) return r;
-    if (!app.Reglages.EcritIni(Texte(5400), Texte(5417), resume.exercice)) return EchecMagasin(app);
+    if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), resume.exercice))
+      return EchecMagasin(app);
     suite(resume);
   }
   return {};

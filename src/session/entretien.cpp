@@ -4,8 +4,11 @@
 #include <cstring>
 #include <optional>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
+#include "journal/textes.h"
+#include "session/textes.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
 
@@ -44,20 +47,20 @@ RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
   }
 }
 
-ResultatEntretien Refuse(CFenlorApp& app, unsigned numero,
+ResultatEntretien Refuse(CFenlorApp& app, const TexteFixe& erreur,
                          std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(numero, arguments);
-  return {numero, TexteErreur(numero, arguments), false};
+  app.ReportErreur(erreur, arguments);
+  return {erreur, TexteFormat(erreur, arguments), false};
 }
 
 /// The store's last failure; `dite`: its callback tells it, where there is one.
 ResultatEntretien EchecMagasin(CFenlorApp& app, bool dite) {
   const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
   if (!dite || !app.Magasin.QVHasCallback()) return Refuse(app, ErrMagasin, {texte});
-  return {ErrMagasin, TexteErreur(ErrMagasin, {texte}), false};
+  return {ErrMagasin, TexteFormat(ErrMagasin, {texte}), false};
 }
 
-ResultatEntretien Confirme(CFenlorApp& app, unsigned question) {
+ResultatEntretien Confirme(CFenlorApp& app, const TexteFixe& question) {
   if (app.MessageId(BoutonsOuiNon | IconeQuestion, question) == RepOui) return {};
   return {question, Texte(question), false};
 }
@@ -196,8 +199,8 @@ Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& 
       break;
     }
     if (!rapport.fait && resultat.erreur == 0) {
-      resultat.erreur = 3010;
-      resultat.texte = TexteErreur(3010, {fichier.nom});
+      resultat.erreur = ErrFichierEndommage;
+      resultat.texte = TexteFormat(ErrFichierEndommage, {fichier.nom});
     }
   }
   return resultat;
@@ -211,12 +214,10 @@ std::string ResumeReconstruction(const Reconstruction& reconstruction) {
                         r.endommage || r.clesManquantes;
     if (!r.fait || !change) continue;
     std::string ligne = TexteFormat(FormatFichierReconstruit, {fichier.nom, std::to_string(r.gardes)});
-    const std::pair<unsigned, u64> comptes[] = {{FormatReconstruitEcartes, r.ecartes},
-                                                {FormatReconstruitRemplaces, r.remplaces},
-                                                {FormatReconstruitInconnus, r.inconnus},
-                                                {FormatReconstruitVierges, r.vierges},
-                                                {FormatReconstruitRestants, r.octetsRestants},
-                                                {FormatReconstruitCles, r.clesManquantes}};
+    const std::pair<TexteFixe, u64> comptes[] = {
+        {FormatReconstruitEcartes, r.ecartes},         {FormatReconstruitRemplaces, r.remplaces},
+        {FormatReconstruitInconnus, r.inconnus},       {FormatReconstruitVierges, r.vierges},
+        {FormatReconstruitRestants, r.octetsRestants}, {FormatReconstruitCles, r.clesManquantes}};
     for (const auto& [format, nombre] : comptes)
       if (nombre) ligne += TexteFormat(format, {std::to_string(nombre)});
     if (r.endommage) ligne += Texte(MotFichierEndommage);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/btfiles.h"
+#include "core/texte.h"
 
 namespace fenlor {
 
@@ -30,9 +31,9 @@ bool FiltreAmo(Amortissement& rec);
 
 /// One row of the list of files, in the order in which they are rebuilt.
 struct FichierReconstructible {
-  unsigned libelle;  ///< text number: "Journal (journal.dat)"
-  const char* nom;   ///< store name: "JOURNAL"
-  bool duCabinet;    ///< shared by all exercices of the practice
+  TexteFixe libelle;  ///< text number: "Journal (journal.dat)"
+  const char* nom;    ///< store name: "JOURNAL"
+  bool duCabinet;     ///< shared by all exercices of the practice
 };
 std::span<const FichierReconstructible> FichiersReconstructibles();
 

@@ -3,7 +3,12 @@
 #include <cstdio>
 
 #include "core/btfiles.h"
+#include "core/cles.h"
+#include "core/erreurs.h"
+#include "core/textes.h"
 #include "core/valeurs.h"
+#include "master/textes.h"
+#include "session/textes.h"
 #include "store/exercices.h"
 
 namespace fenlor {
@@ -59,10 +64,10 @@ void SuitPeriode(FormulaireExercice& f, unsigned avant) {
 
 std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
 
-ResultatExercice Refuse(CFenlorApp& app, unsigned numero, const char* champ,
+ResultatExercice Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ,
                         std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(numero, arguments);
-  return {numero, champ};
+  app.ReportErreur(erreur, arguments);
+  return {erreur, champ};
 }
 
 /// What the store refused, which it has told already where somebody hears it.
@@ -77,9 +82,9 @@ ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
   (void)EchecMagasin(app);
   switch (app.Magasin.QVFileErrorCode()) {
     case ErrConflit:
-      return {3075, "debut"};
+      return {ErrPeriodeEnConflit, "debut"};
     case ErrExistant:
-      return {3073, "annee"};
+      return {QuestionRemplaceExercice, "annee"};
     case ErrValeur:
       if (IsDateOk(f.debut) && !IsDateOk(f.fin)) return {ErrPeriode, "fin"};
       if (!IsDateOk(f.debut) || f.debut >= f.fin) return {ErrPeriode, "debut"};
@@ -106,12 +111,13 @@ bool TropRecent(CFenlorApp& app, const std::string& nom) {
 
 /// An exercice of that name may go: what may not be deleted is not replaced either.
 ResultatExercice ControleRemplacement(CFenlorApp& app, const std::string& nom) {
-  if (app.Reglages.IsExerciceCloture(nom)) return Refuse(app, 3056, "annee");
+  if (app.Reglages.IsExerciceCloture(nom)) return Refuse(app, ErrExerciceCloture, "annee");
   const std::string chemin = app.Magasin.CheminExercice(nom);
   if (!TropRecent(app, nom) || !app.Magasin.QVExistFile(Joint(chemin, "JOURNAL.dat"))) return {};
   CLines journal(app, chemin);
-  if (!journal.OpenFile()) return {3011, "annee"};
-  return app.Magasin.QVNumberOfKey(journal.NumCle) == 0 ? ResultatExercice{} : Refuse(app, 3039, "annee");
+  if (!journal.OpenFile()) return {ErrOuvertureFichier, "annee"};
+  return app.Magasin.QVNumberOfKey(journal.NumCle) == 0 ? ResultatExercice{}
+                                                        : Refuse(app, ErrExerciceRecent, "annee");
 }
 
 void OublieExercice(CFenlorApp& app) {
@@ -224,7 +230,7 @@ ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
 ResultatExercice OuvreExercice(CFenlorApp& app, std::string nom) {
   OublieExercice(app);
   app.Magasin.QVCloseExercice();
-  if (!TestRepertoire(app, nom)) return Refuse(app, 3000, "");
+  if (!TestRepertoire(app, nom)) return Refuse(app, ErrRepertoireExercice, "");
   if (!app.Magasin.QVOpenExercice(nom)) return EchecMagasin(app);
   app.NomExercice = app.Magasin.NomExercice();
   app.PathExercice = app.Magasin.PathExercice();
@@ -245,7 +251,7 @@ void FermeExercice(CFenlorApp& app) {
 ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
   const std::string nom = app.NomExercice;
   if (nom.empty()) return Refuse(app, ErrAucunExercice, "");
-  if (TropRecent(app, nom) && app.Magasin.GetJournalRec(0) != 0) return Refuse(app, 3039, "");
+  if (TropRecent(app, nom) && app.Magasin.GetJournalRec(0) != 0) return Refuse(app, ErrExerciceRecent, "");
   if (app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSupprimeExercice, {nom}) != RepOui)
     return {QuestionSupprimeExercice, ""};
   if (avant) avant();
@@ -262,7 +268,7 @@ bool RepareDates(CFenlorApp& app, const std::string& nom) {
   const std::string debut = "01/01/" + nom, fin = "31/12/" + nom;
   app.Reglages.EcritIniExercice(nom, Texte(CleDebut), debut);
   app.Reglages.EcritIniExercice(nom, Texte(CleFin), fin);
-  app.ReportErreur(3099, {debut, fin});
+  app.ReportErreur(ErrDatesExercice, {debut, fin});
   return true;
 }
 

@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "core/cles.h"
 #include "core/valeurs.h"
+#include "journal/textes.h"
+#include "master/textes.h"
+#include "session/textes.h"
 #include "store/motdepasse.h"
 #include "store/systeme.h"
 #include "store/texte1252.h"
@@ -100,7 +104,7 @@ std::string CheminDossier(const std::string& mot) {
 
 std::string En1252(const std::string& utf8) { return DepuisUtf8(utf8).value_or(utf8); }
 
-unsigned CleParent(const CFenlorApp& app) {
+const TexteFixe& CleParent(const CFenlorApp& app) {
   if (!app.WithQuorbane) return CleRegistreFenlor;
   switch (app.Edition) {
     case 3:
@@ -313,7 +317,7 @@ u32 RappelSession::ExerciceAbsent(u32 valeur, const std::string& nom) {
   const bool recette = (valeur & 0xFFFF) == 1;
   if (action < 1 || action > 3) return RepNon;
   // Save, change, delete: of a receipt, then of an expense.
-  const unsigned question = QuestionRecetteSansExercice + 2 * (action - 1) + (recette ? 0 : 1);
+  const TexteFixe& question = QuestionRecetteSansExercice[2 * (action - 1) + (recette ? 0 : 1)];
   if (m_app.MessageId(BoutonsOuiNon | IconeQuestion, question, {nom}) != RepOui) return RepNon;
   return m_crochets.creeExercice && m_crochets.creeExercice(nom) ? RepOui : RepNon;
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "core/cles.h"
 #include "core/valeurs.h"
+#include "session/textes.h"
 
 namespace fenlor {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"

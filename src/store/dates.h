@@ -11,7 +11,9 @@ namespace fenlor {
 /// Time of day: hours in bits 15..8, minutes in bits 7..0.
 using Heure = u32;
 
-constexpr Date FaitDate(unsigned jour, unsigned mois, unsigned annee) { return (annee << 16) | (mois << 8) | jour; }
+constexpr Date FaitDate(unsigned jour, unsigned mois, unsigned annee) {
+  return (annee << 16) | (mois << 8) | jour;
+}
 constexpr unsigned Annee(Date date) { return date >> 16; }
 constexpr unsigned Mois(Date date) { return (date >> 8) & 0xFF; }
 constexpr unsigned Jour(Date date) { return date & 0xFF; }

@@ -70,12 +70,17 @@ std::string MakeBanquesKey1(std::string_view compte, u32 date);
 std::string MakeBanquesKey2(u32 date, std::string_view compte);
 std::string MakeBanquesKey3(int sens, std::string_view compte, u32 date);
 /// JOURNAL:
-std::string MakeJournalKey1(unsigned journal, u32 date, u32 mouvement, u32 rang, std::string_view compte, u32 ligne);
-std::string MakeJournalKey2(unsigned journal, std::string_view compte, u32 date, u32 mouvement, u32 rang, u32 ligne);
-std::string MakeJournalKey3(std::string_view compte, u32 dateLigne, u32 mouvement, u32 rang, unsigned journal, u32 ligne);
-std::string MakeJournalKey4(u32 dateLigne, std::string_view compte, u32 mouvement, u32 rang, unsigned journal, u32 ligne);
+std::string MakeJournalKey1(unsigned journal, u32 date, u32 mouvement, u32 rang, std::string_view compte,
+                            u32 ligne);
+std::string MakeJournalKey2(unsigned journal, std::string_view compte, u32 date, u32 mouvement, u32 rang,
+                            u32 ligne);
+std::string MakeJournalKey3(std::string_view compte, u32 dateLigne, u32 mouvement, u32 rang, unsigned journal,
+                            u32 ligne);
+std::string MakeJournalKey4(u32 dateLigne, std::string_view compte, u32 mouvement, u32 rang, unsigned journal,
+                            u32 ligne);
 std::string MakeJournalKey5(u32 mouvement, u32 rang, unsigned journal, u32 ligne);
-std::string MakeJournalKey6(std::string_view piece, u32 lienId, u32 reserve, u32 mouvement, u32 rang, unsigned journal, u32 ligne);
+std::string MakeJournalKey6(std::string_view piece, u32 lienId, u32 reserve, u32 mouvement, u32 rang,
+                            unsigned journal, u32 ligne);
 /// Immo and Amo:
 std::string MakeImmobilisationsKey1(u32 dateAchat, u32 numero);
 std::string MakeImmobilisationsKey2(u32 numero);

@@ -62,8 +62,8 @@ struct Plan {
   i16 Type;            ///< TypeCompte; above 4 the record is invalid
   i16 TypeTresorerie;  ///< for `Type` 0: 1 bank, 0 cash
   char CompteTVA[11];
-  f64 TauxTVA;  ///< percent
-  f64 PartPro;  ///< percent, default 100.0
+  f64 TauxTVA;            ///< percent
+  f64 PartPro;            ///< percent, default 100.0
   f64 SoldeInitialFranc;  ///< credit minus debit
   f64 SoldeInitialEuro;
   f64 PersoFranc;  ///< personal share: positive in journal 1, negative in journal 2
@@ -81,10 +81,14 @@ struct Plan {
   u8 Reserve250[50];
 };
 static_assert(sizeof(Plan) == 300);
-static_assert(offsetof(Plan, Code) == 13 && offsetof(Plan, Designation) == 22 && offsetof(Plan, Rubrique) == 103);
-static_assert(offsetof(Plan, Type) == 107 && offsetof(Plan, TypeTresorerie) == 109 && offsetof(Plan, CompteTVA) == 111);
-static_assert(offsetof(Plan, TauxTVA) == 122 && offsetof(Plan, PartPro) == 130 && offsetof(Plan, SoldeInitialFranc) == 138);
-static_assert(offsetof(Plan, PersoFranc) == 154 && offsetof(Plan, CreditFranc) == 186 && offsetof(Plan, RappDebitEuro) == 242);
+static_assert(offsetof(Plan, Code) == 13 && offsetof(Plan, Designation) == 22 &&
+              offsetof(Plan, Rubrique) == 103);
+static_assert(offsetof(Plan, Type) == 107 && offsetof(Plan, TypeTresorerie) == 109 &&
+              offsetof(Plan, CompteTVA) == 111);
+static_assert(offsetof(Plan, TauxTVA) == 122 && offsetof(Plan, PartPro) == 130 &&
+              offsetof(Plan, SoldeInitialFranc) == 138);
+static_assert(offsetof(Plan, PersoFranc) == 154 && offsetof(Plan, CreditFranc) == 186 &&
+              offsetof(Plan, RappDebitEuro) == 242);
 
 /// One heading of the fiscal statement. Store "RUBRIQUE".
 struct Rubrique {
@@ -100,7 +104,8 @@ struct Rubrique {
   u8 Reserve237[146];
 };
 static_assert(sizeof(Rubrique) == 383);
-static_assert(offsetof(Rubrique, Designation) == 6 && offsetof(Rubrique, Ligne) == 87 && offsetof(Rubrique, Formule) == 89);
+static_assert(offsetof(Rubrique, Designation) == 6 && offsetof(Rubrique, Ligne) == 87 &&
+              offsetof(Rubrique, Formule) == 89);
 static_assert(offsetof(Rubrique, TypeRubrique) == 217 && offsetof(Rubrique, ManuelFranc) == 221);
 
 /// One operation of a bank statement waiting for reconciliation. Store "BANQUE".
@@ -116,7 +121,8 @@ struct Banque {
   u8 Reserve120[50];
 };
 static_assert(sizeof(Banque) == 170);
-static_assert(offsetof(Banque, Libelle) == 13 && offsetof(Banque, Date) == 94 && offsetof(Banque, Sens) == 118);
+static_assert(offsetof(Banque, Libelle) == 13 && offsetof(Banque, Date) == 94 &&
+              offsetof(Banque, Sens) == 118);
 
 /// Header of an entry: the common beginning of every entry form.
 struct Mouvement {
@@ -140,9 +146,12 @@ struct Mouvement {
   u32 Pointee;
 };
 static_assert(sizeof(Mouvement) == 148);
-static_assert(offsetof(Mouvement, Libelle) == 10 && offsetof(Mouvement, Ligne) == 91 && offsetof(Mouvement, Piece) == 103);
-static_assert(offsetof(Mouvement, Tiers) == 111 && offsetof(Mouvement, LienPoste) == 120 && offsetof(Mouvement, LienId) == 130);
-static_assert(offsetof(Mouvement, LienApplication) == 138 && offsetof(Mouvement, SaisieEuro) == 140 && offsetof(Mouvement, Pointee) == 144);
+static_assert(offsetof(Mouvement, Libelle) == 10 && offsetof(Mouvement, Ligne) == 91 &&
+              offsetof(Mouvement, Piece) == 103);
+static_assert(offsetof(Mouvement, Tiers) == 111 && offsetof(Mouvement, LienPoste) == 120 &&
+              offsetof(Mouvement, LienId) == 130);
+static_assert(offsetof(Mouvement, LienApplication) == 138 && offsetof(Mouvement, SaisieEuro) == 140 &&
+              offsetof(Mouvement, Pointee) == 144);
 
 /// Entry with one treasury line. Up to `SaisieEuro` as Mouvement.
 struct EcrSimple {
@@ -183,8 +192,10 @@ struct EcrSimple {
 };
 static_assert(sizeof(EcrSimple) == 382);
 static_assert(offsetof(EcrSimple, CompteTresorerie) == 144 && offsetof(EcrSimple, MontantFranc) == 155);
-static_assert(offsetof(EcrSimple, Compte) == 171 && offsetof(EcrSimple, RepartitionFranc) == 193 && offsetof(EcrSimple, CompteTaxe) == 209);
-static_assert(offsetof(EcrSimple, EstRecette) == 244 && offsetof(EcrSimple, Pointee) == 254 && offsetof(EcrSimple, Remise) == 258);
+static_assert(offsetof(EcrSimple, Compte) == 171 && offsetof(EcrSimple, RepartitionFranc) == 193 &&
+              offsetof(EcrSimple, CompteTaxe) == 209);
+static_assert(offsetof(EcrSimple, EstRecette) == 244 && offsetof(EcrSimple, Pointee) == 254 &&
+              offsetof(EcrSimple, Remise) == 258);
 
 /// Entry with several treasury lines. Up to `SaisieEuro` as Mouvement.
 struct EcrStandard {
@@ -222,7 +233,8 @@ struct EcrStandard {
 };
 static_assert(sizeof(EcrStandard) == 249);
 static_assert(offsetof(EcrStandard, LignesTresorerie) == 148 && offsetof(EcrStandard, Compte) == 168);
-static_assert(offsetof(EcrStandard, CompteTaxe) == 206 && offsetof(EcrStandard, EstRecette) == 241 && offsetof(EcrStandard, Pointee) == 245);
+static_assert(offsetof(EcrStandard, CompteTaxe) == 206 && offsetof(EcrStandard, EstRecette) == 241 &&
+              offsetof(EcrStandard, Pointee) == 245);
 
 /// One treasury line of a standard entry.
 struct LineTresor {
@@ -266,12 +278,12 @@ struct Line {
   u8 Reserve240[9];
   f64 MontantFranc;  ///< absolute value
   f64 MontantEuro;
-  u32 Sens;               ///< 0 débit, other crédit
+  u32 Sens;                  ///< 0 débit, other crédit
   char ComptePrincipal[11];  ///< income or expense account of the entry
-  f64 TauxTaxe;           ///< percent, of the entry
+  f64 TauxTaxe;              ///< percent, of the entry
   i16 LienApplication;
-  u8 Role;                ///< RoleLigne
-  char CompteTaxe[11];    ///< VAT account of the entry
+  u8 Role;              ///< RoleLigne
+  char CompteTaxe[11];  ///< VAT account of the entry
   u8 Reserve302[7];
   i16 ModePaiement;
   u32 Rapprochee;
@@ -290,12 +302,18 @@ struct Line {
   u8 Reserve465[40];
 };
 static_assert(sizeof(Line) == 505);
-static_assert(offsetof(Line, Piece) == 103 && offsetof(Line, LienId) == 130 && offsetof(Line, DateLigne) == 138);
-static_assert(offsetof(Line, Rang) == 142 && offsetof(Line, Designation) == 146 && offsetof(Line, Compte) == 227);
-static_assert(offsetof(Line, TypeCompte) == 238 && offsetof(Line, MontantFranc) == 249 && offsetof(Line, Sens) == 265);
-static_assert(offsetof(Line, ComptePrincipal) == 269 && offsetof(Line, Reserve302) == 302 && offsetof(Line, ModePaiement) == 309);
-static_assert(offsetof(Line, Rapprochee) == 311 && offsetof(Line, Remise) == 319 && offsetof(Line, RappCompte) == 323);
-static_assert(offsetof(Line, RappDate) == 415 && offsetof(Line, RappSens) == 439 && offsetof(Line, SaisieEuro) == 457);
+static_assert(offsetof(Line, Piece) == 103 && offsetof(Line, LienId) == 130 &&
+              offsetof(Line, DateLigne) == 138);
+static_assert(offsetof(Line, Rang) == 142 && offsetof(Line, Designation) == 146 &&
+              offsetof(Line, Compte) == 227);
+static_assert(offsetof(Line, TypeCompte) == 238 && offsetof(Line, MontantFranc) == 249 &&
+              offsetof(Line, Sens) == 265);
+static_assert(offsetof(Line, ComptePrincipal) == 269 && offsetof(Line, Reserve302) == 302 &&
+              offsetof(Line, ModePaiement) == 309);
+static_assert(offsetof(Line, Rapprochee) == 311 && offsetof(Line, Remise) == 319 &&
+              offsetof(Line, RappCompte) == 323);
+static_assert(offsetof(Line, RappDate) == 415 && offsetof(Line, RappSens) == 439 &&
+              offsetof(Line, SaisieEuro) == 457);
 static_assert(offsetof(Line, DateRemise) == 461);
 
 /// One recurring entry.
@@ -323,7 +341,8 @@ struct EcrituresAuto {
   u32 Annoncer;
 };
 static_assert(sizeof(EcrituresAuto) == 204);
-static_assert(offsetof(EcrituresAuto, Date) == 87 && offsetof(EcrituresAuto, Compte) == 122 && offsetof(EcrituresAuto, ModePaiement) == 184);
+static_assert(offsetof(EcrituresAuto, Date) == 87 && offsetof(EcrituresAuto, Compte) == 122 &&
+              offsetof(EcrituresAuto, ModePaiement) == 184);
 static_assert(offsetof(EcrituresAuto, Periodicite) == 194 && offsetof(EcrituresAuto, Annoncer) == 200);
 
 /// One fixed asset. Store "Immo". It has no leading reserved bytes.
@@ -352,7 +371,8 @@ struct Immobilisation {
 };
 static_assert(sizeof(Immobilisation) == 233);
 static_assert(offsetof(Immobilisation, DateAchat) == 85 && offsetof(Immobilisation, ModeDuree) == 145);
-static_assert(offsetof(Immobilisation, DateCession) == 163 && offsetof(Immobilisation, MonnaieCession) == 191);
+static_assert(offsetof(Immobilisation, DateCession) == 163 &&
+              offsetof(Immobilisation, MonnaieCession) == 191);
 
 /// Real depreciation of one asset for one year. Store "Amo".
 struct Amortissement {
@@ -387,7 +407,8 @@ struct RecetteLiee {
   u8 Reserve133[27];
 };
 static_assert(sizeof(RecetteLiee) == 160);
-static_assert(offsetof(RecetteLiee, LienPoste) == 2 && offsetof(RecetteLiee, LienA) == 4 && offsetof(RecetteLiee, LienB) == 8);
+static_assert(offsetof(RecetteLiee, LienPoste) == 2 && offsetof(RecetteLiee, LienA) == 4 &&
+              offsetof(RecetteLiee, LienB) == 8);
 
 /// Expense of the parent application. The link key is LienA, LienB and Tiers.
 struct DepenseLiee {
@@ -404,7 +425,8 @@ struct DepenseLiee {
   u8 Reserve140[20];
 };
 static_assert(sizeof(DepenseLiee) == 160);
-static_assert(offsetof(DepenseLiee, LienA) == 2 && offsetof(DepenseLiee, LienB) == 6 && offsetof(DepenseLiee, Tiers) == 26);
+static_assert(offsetof(DepenseLiee, LienA) == 2 && offsetof(DepenseLiee, LienB) == 6 &&
+              offsetof(DepenseLiee, Tiers) == 26);
 
 /// What QVCalculCompta counted.
 struct Statistiques {

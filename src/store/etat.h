@@ -48,8 +48,8 @@ struct EtatQVAPI {
   u32 dernierMouvement = 0;
   bool dernierMouvementConnu = false;
   std::unordered_map<u32, u32> derniereLigne;  ///< (journal << 24 | year << 4 | month) to highest Ligne
-  std::string cheminCompteurs;              ///< journal that the counters are about
-  u32 mouvementRang = 0, prochainRang = 0;  ///< next free `Rang` of that entry
+  std::string cheminCompteurs;                 ///< journal that the counters are about
+  u32 mouvementRang = 0, prochainRang = 0;     ///< next free `Rang` of that entry
   /// Where accounts were last seen: hints, checked against the record before use.
   std::unordered_map<std::string, Position> positionsComptes;
 

@@ -22,10 +22,12 @@ bool QVAPI::QVNewDat(u16 numFichier, const std::string& chemin, u16 tailleRec) {
   return m_etat->moteur->CreeDat(numFichier, chemin, tailleRec);
 }
 
-bool QVAPI::QVNewIdx(u16 premiereCle, const std::string& chemin, u32 tailleCle0, bool doubles, u16 derniereCle) {
+bool QVAPI::QVNewIdx(u16 premiereCle, const std::string& chemin, u32 tailleCle0, bool doubles,
+                     u16 derniereCle) {
   unsigned indice = 0;
   const DefinitionFichier* def = DefinitionCle(premiereCle, indice);
-  if (def && (tailleCle0 != def->tailleCle[0] || doubles != def->doubles[0] || derniereCle + 1 != def->nbCles)) {
+  if (def &&
+      (tailleCle0 != def->tailleCle[0] || doubles != def->doubles[0] || derniereCle + 1 != def->nbCles)) {
     return m_etat->Refuse(ErrValeur);
   }
   return m_etat->moteur->CreeIdx(premiereCle, chemin, doubles);
@@ -38,12 +40,8 @@ bool QVAPI::QVAddIdx(u16 premiereCle, u32 tailleCle, bool doubles, u16 indice) {
   return m_etat->moteur->AjouteIdx(premiereCle, indice, doubles);
 }
 
-bool QVAPI::QVOpen(u16 numero, const std::string& chemin) {
-  return m_etat->moteur->Ouvre(numero, chemin);
-}
-bool QVAPI::QVClose(u16 numero) {
-  return m_etat->moteur->Ferme(numero);
-}
+bool QVAPI::QVOpen(u16 numero, const std::string& chemin) { return m_etat->moteur->Ouvre(numero, chemin); }
+bool QVAPI::QVClose(u16 numero) { return m_etat->moteur->Ferme(numero); }
 // Lines that come and go behind the entry operations change what those have
 // counted.
 Position QVAPI::QVAddRec(u16 numFichier, const void* rec) {
@@ -77,27 +75,13 @@ bool QVAPI::QVDelDupKey(u16 numCle, const std::string& cle, Position position) {
 Position QVAPI::QVFindKey(u16 numCle, const std::string& cle) {
   return m_etat->moteur->TrouveCle(numCle, cle);
 }
-Position QVAPI::QVBrowseKey(u16 numCle, std::string& cle) {
-  return m_etat->moteur->Borne(numCle, cle);
-}
-Position QVAPI::QVFirstKey(u16 numCle, std::string& cle) {
-  return m_etat->moteur->Premier(numCle, cle);
-}
-Position QVAPI::QVLastKey(u16 numCle, std::string& cle) {
-  return m_etat->moteur->Dernier(numCle, cle);
-}
-Position QVAPI::QVNextKey(u16 numCle, std::string& cle) {
-  return m_etat->moteur->Suivant(numCle, cle);
-}
-Position QVAPI::QVPrevKey(u16 numCle, std::string& cle) {
-  return m_etat->moteur->Precedent(numCle, cle);
-}
-u32 QVAPI::QVNumberOfKey(u16 numCle) {
-  return m_etat->moteur->NombreCles(numCle);
-}
-u32 QVAPI::QVNumberOfRec(u16 numFichier) {
-  return m_etat->moteur->NombreEmplacements(numFichier);
-}
+Position QVAPI::QVBrowseKey(u16 numCle, std::string& cle) { return m_etat->moteur->Borne(numCle, cle); }
+Position QVAPI::QVFirstKey(u16 numCle, std::string& cle) { return m_etat->moteur->Premier(numCle, cle); }
+Position QVAPI::QVLastKey(u16 numCle, std::string& cle) { return m_etat->moteur->Dernier(numCle, cle); }
+Position QVAPI::QVNextKey(u16 numCle, std::string& cle) { return m_etat->moteur->Suivant(numCle, cle); }
+Position QVAPI::QVPrevKey(u16 numCle, std::string& cle) { return m_etat->moteur->Precedent(numCle, cle); }
+u32 QVAPI::QVNumberOfKey(u16 numCle) { return m_etat->moteur->NombreCles(numCle); }
+u32 QVAPI::QVNumberOfRec(u16 numFichier) { return m_etat->moteur->NombreEmplacements(numFichier); }
 u32 QVAPI::QVGetFirstRecPos(u16) { return DebutEmplacements; }
 
 bool QVAPI::QVEstVide(u16 numFichier, const void* rec) {
@@ -159,7 +143,8 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
       const u16 numCle = static_cast<u16>(def->premiereCle + i);
       std::string trouvee = cle;
       Position place = moteur.Borne(numCle, trouvee);
-      while (def->doubles[i] && place && place != p && trouvee == cle) place = moteur.Suivant(numCle, trouvee);
+      while (def->doubles[i] && place && place != p && trouvee == cle)
+        place = moteur.Suivant(numCle, trouvee);
       if (place != p || trouvee != cle) {
         note("clé " + std::to_string(i) + " absente pour l'enregistrement " + std::to_string(p));
       }
@@ -169,8 +154,8 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
   for (unsigned i = 0; i < def->nbCles; ++i) {
     const u32 nombre = moteur.NombreCles(static_cast<u16>(def->premiereCle + i));
     if (nombre != etat.vivants) {
-      note("clé " + std::to_string(i) + " : " + std::to_string(nombre) + " clés pour " + std::to_string(etat.vivants) +
-           " enregistrements");
+      note("clé " + std::to_string(i) + " : " + std::to_string(nombre) + " clés pour " +
+           std::to_string(etat.vivants) + " enregistrements");
     }
   }
   if (moteur.ClesEndommagees(numFichier)) note("fichier de clés endommagé : ses clés ont été refaites");
@@ -186,7 +171,8 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
 
 int QVAPI::QVCreateFile(const std::string& chemin) {
   std::unique_ptr<Fichier> fichier;
-  if (const int rc = m_etat->systeme->Ouvre(chemin, Systeme::Creation, fichier)) return m_etat->Refuse(rc), -1;
+  if (const int rc = m_etat->systeme->Ouvre(chemin, Systeme::Creation, fichier))
+    return m_etat->Refuse(rc), -1;
   const int poignee = m_etat->prochainPlat++;
   m_etat->plats[poignee] = {std::move(fichier), 0, true};
   return poignee;
@@ -208,7 +194,8 @@ int QVAPI::QVReadFile(int fichier, void* tampon, u32 taille) {
   const auto plat = m_etat->plats.find(fichier);
   if (plat == m_etat->plats.end()) return m_etat->Refuse(EBADF), -1;
   std::size_t lus = 0;
-  if (const int rc = plat->second.fichier->Lit(tampon, taille, plat->second.place, lus)) return m_etat->Refuse(rc), -1;
+  if (const int rc = plat->second.fichier->Lit(tampon, taille, plat->second.place, lus))
+    return m_etat->Refuse(rc), -1;
   plat->second.place += lus;
   return static_cast<int>(lus);
 }
@@ -216,7 +203,8 @@ int QVAPI::QVReadFile(int fichier, void* tampon, u32 taille) {
 int QVAPI::QVWriteFile(int fichier, const void* tampon, u32 taille) {
   const auto plat = m_etat->plats.find(fichier);
   if (plat == m_etat->plats.end() || !plat->second.ecriture) return m_etat->Refuse(EBADF), -1;
-  if (const int rc = plat->second.fichier->Ecrit(tampon, taille, plat->second.place)) return m_etat->Refuse(rc), -1;
+  if (const int rc = plat->second.fichier->Ecrit(tampon, taille, plat->second.place))
+    return m_etat->Refuse(rc), -1;
   plat->second.place += taille;
   return static_cast<int>(taille);
 }

@@ -75,7 +75,8 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
   // that somebody brought back finds every record it knows, and none of the newer ones.
   const auto sceau = reprise->sceaux.find(o.dat.entete.id);
   Sceau present;
-  if (!neuf && !o.modifie && fabrique.SurDisque() && sceau != reprise->sceaux.end() && Sceau_(o, present, &sceau->second)) {
+  if (!neuf && !o.modifie && fabrique.SurDisque() && sceau != reprise->sceaux.end() &&
+      Sceau_(o, present, &sceau->second)) {
     o.clesEndommagees = present != sceau->second;
     const int rc = o.clesEndommagees ? ErrCles : fabrique.Ouvre(cheminIdx, false, o.description, o.cles);
     if (rc == 0) return true;
@@ -171,8 +172,8 @@ bool Moteur::Etat::Rompues(Ouvert& o) {
 
 /// True when `e` may follow `depart` in a walk of that direction, which has no more moves
 /// than the file has records.
-bool Moteur::Etat::SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const EntreeCle& depart, const EntreeCle& e,
-                              int sens) {
+bool Moteur::Etat::SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const EntreeCle& depart,
+                              const EntreeCle& e, int sens) {
   if (sens == 2) return true;
   const int ordre = e.texte.compare(depart.texte);
   const bool apres = ordre > 0 || (ordre == 0 && e.position > depart.position);
@@ -183,7 +184,8 @@ bool Moteur::Etat::SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const E
   return !o.def || ++curseur.pas <= o.emplacements + 1;
 }
 
-void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool ajout) {
+void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte, Position position,
+                              bool ajout) {
   for (auto& curseur : o.curseurs) curseur.pas = 0;
   if (!o.modifie) {
     o.modifie = true;
@@ -324,10 +326,14 @@ bool Moteur::Etat::Deplace(u16 numCle, std::string& texte, Position& position, i
   depart.position = suit ? curseur.entree.position : sens == 1 ? PositionMax : 0;
   const auto bouge = [&](EntreeCle& e) {
     switch (sens) {
-      case 0: return o->cles->Borne(indice, depart.texte, 0, e);
-      case 1: return o->cles->Apres(indice, depart.texte, depart.position, e);
-      case -1: return o->cles->Avant(indice, depart.texte, depart.position, e);
-      default: return o->cles->Dernier(indice, e);
+      case 0:
+        return o->cles->Borne(indice, depart.texte, 0, e);
+      case 1:
+        return o->cles->Apres(indice, depart.texte, depart.position, e);
+      case -1:
+        return o->cles->Avant(indice, depart.texte, depart.position, e);
+      default:
+        return o->cles->Dernier(indice, e);
     }
   };
   // Kept buffers, one swapped into the cursor: a walk makes no allocations.
@@ -402,7 +408,8 @@ bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& f
 }
 
 bool Moteur::ClesEndommagees(u16 numFichier) const {
-  return numFichier < m->fichiers.size() && m->fichiers[numFichier] && m->fichiers[numFichier]->clesEndommagees;
+  return numFichier < m->fichiers.size() && m->fichiers[numFichier] &&
+         m->fichiers[numFichier]->clesEndommagees;
 }
 
 u32 Moteur::NombreCles(u16 numCle) {

@@ -129,7 +129,8 @@ struct Moteur::Etat {
   void DefaitCles(std::size_t jusqua);
   bool Sceau_(Ouvert& o, Sceau& sceau, const Sceau* attendu = nullptr);
   bool Rompues(Ouvert& o);
-  bool SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const EntreeCle& depart, const EntreeCle& e, int sens);
+  bool SePoursuit(const Ouvert& o, Ouvert::Curseur& curseur, const EntreeCle& depart, const EntreeCle& e,
+                  int sens);
   bool Deplace(u16 numCle, std::string& texte, Position& position, int sens);
 
   // moteurunites.cpp

@@ -16,7 +16,8 @@ QVAPI::QVAPI(OptionsQVAPI options) : m_etat(std::make_unique<EtatQVAPI>()) {
   m_etat->options = std::move(options);
   m_etat->systeme = m_etat->options.systeme ? m_etat->options.systeme : &m_etat->systemePosix;
   if (!m_etat->options.cles) m_etat->options.cles = &m_etat->cleLmdb;
-  m_etat->moteur = std::make_unique<Moteur>(*m_etat->systeme, *m_etat->options.cles, m_etat->options.tailleReprise);
+  m_etat->moteur =
+      std::make_unique<Moteur>(*m_etat->systeme, *m_etat->options.cles, m_etat->options.tailleReprise);
 }
 
 QVAPI::~QVAPI() { QVCloseSession(); }
@@ -95,14 +96,16 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
 std::string QVAPI::QVDetenteur() const { return m_etat->moteur->Detenteur(); }
 
 std::string QVAPI::QVGetFilename(i32 numero, i32) const {
-  return numero == 10099 && !m_etat->pathCabinet.empty() ? Joint(m_etat->pathCabinet, "fenlor.ini") : std::string();
+  return numero == 10099 && !m_etat->pathCabinet.empty() ? Joint(m_etat->pathCabinet, "fenlor.ini")
+                                                         : std::string();
 }
 
 const std::string& QVAPI::PathCabinet() const { return m_etat->pathCabinet; }
 const std::string& QVAPI::PathProgrammes() const { return m_etat->pathProgrammes; }
 
 Profil& QVAPI::Reglages() {
-  if (!m_etat->reglages) m_etat->reglages = std::make_unique<Profil>(*m_etat->systeme, Joint(m_etat->pathCabinet, "fenlor.ini"));
+  if (!m_etat->reglages)
+    m_etat->reglages = std::make_unique<Profil>(*m_etat->systeme, Joint(m_etat->pathCabinet, "fenlor.ini"));
   return *m_etat->reglages;
 }
 
@@ -137,9 +140,7 @@ Heure QVAPI::Now() const {
 
 void QVAPI::FixeAujourdhui(Date date) { m_etat->aujourdhuiFixe = date; }
 
-QVAPI::Unite::Unite(QVAPI& magasin) : m_magasin(magasin) {
-  m_magasin.m_etat->moteur->DebutUnite();
-}
+QVAPI::Unite::Unite(QVAPI& magasin) : m_magasin(magasin) { m_magasin.m_etat->moteur->DebutUnite(); }
 
 QVAPI::Unite::~Unite() {
   if (!m_fini) m_magasin.m_etat->moteur->AnnuleUnite();
@@ -166,25 +167,44 @@ std::vector<std::string> QVAPI::AvertissementsMagasin() {
 
 std::string QVAPI::QVErreurTexte(int code) const {
   switch (code) {
-    case ErrAucune: return "Aucune erreur"_w;
-    case ErrPasOuvert: return "Le fichier n'est pas ouvert"_w;
-    case ErrEndommage: return "Le fichier est endommagé"_w;
-    case ErrFormat: return "Ce n'est pas un fichier de Fenlor, ou il est d'une autre version"_w;
-    case ErrPosition: return "Il n'y a pas d'enregistrement à cet endroit"_w;
-    case ErrCleDouble: return "La clé existe déjà"_w;
-    case ErrCleAbsente: return "La clé n'existe pas"_w;
-    case ErrOccupe: return "Le cabinet est déjà ouvert"_w;
-    case ErrCompteAbsent: return "Un compte de l'écriture n'existe pas"_w;
-    case ErrEcritureAbsente: return "L'écriture n'existe pas"_w;
-    case ErrEcritureVide: return "L'écriture n'a pas de montant"_w;
-    case ErrValeur: return "Une valeur est hors de ses limites"_w;
-    case ErrMotDePasse: return "Mot de passe erroné !"_w;
-    case ErrExistant: return "L'exercice existe déjà"_w;
-    case ErrConflit: return "La période est en conflit avec un autre exercice"_w;
-    case ErrJournalReprise: return "Le journal de reprise est endommagé"_w;
-    case ErrModele: return "Le modèle \"defaut.qvc\" est illisible"_w;
-    case ErrCles: return "Le fichier de clés est endommagé"_w;
-    default: return code > 0 && code < 1000 ? TexteErreurSysteme(code) : "Erreur "_w + std::to_string(code);
+    case ErrAucune:
+      return "Aucune erreur"_w;
+    case ErrPasOuvert:
+      return "Le fichier n'est pas ouvert"_w;
+    case ErrEndommage:
+      return "Le fichier est endommagé"_w;
+    case ErrFormat:
+      return "Ce n'est pas un fichier de Fenlor, ou il est d'une autre version"_w;
+    case ErrPosition:
+      return "Il n'y a pas d'enregistrement à cet endroit"_w;
+    case ErrCleDouble:
+      return "La clé existe déjà"_w;
+    case ErrCleAbsente:
+      return "La clé n'existe pas"_w;
+    case ErrOccupe:
+      return "Le cabinet est déjà ouvert"_w;
+    case ErrCompteAbsent:
+      return "Un compte de l'écriture n'existe pas"_w;
+    case ErrEcritureAbsente:
+      return "L'écriture n'existe pas"_w;
+    case ErrEcritureVide:
+      return "L'écriture n'a pas de montant"_w;
+    case ErrValeur:
+      return "Une valeur est hors de ses limites"_w;
+    case ErrMotDePasse:
+      return "Mot de passe erroné !"_w;
+    case ErrExistant:
+      return "L'exercice existe déjà"_w;
+    case ErrConflit:
+      return "La période est en conflit avec un autre exercice"_w;
+    case ErrJournalReprise:
+      return "Le journal de reprise est endommagé"_w;
+    case ErrModele:
+      return "Le modèle \"defaut.qvc\" est illisible"_w;
+    case ErrCles:
+      return "Le fichier de clés est endommagé"_w;
+    default:
+      return code > 0 && code < 1000 ? TexteErreurSysteme(code) : "Erreur "_w + std::to_string(code);
   }
 }
 

@@ -41,34 +41,34 @@ struct EtatQVAPI;
 /// Reasons of a failure that are not errno values.
 enum ErreurMagasin : int {
   ErrAucune = 0,
-  ErrPasOuvert = 1001,      ///< the file, the practice or the session is not open
-  ErrEndommage = 1002,      ///< the file is not what its header says: "Fichier endommagé"
-  ErrFormat = 1003,         ///< not a file of this store, or of another version
-  ErrPosition = 1004,       ///< no record there
-  ErrCleDouble = 1005,      ///< the key exists
-  ErrCleAbsente = 1006,     ///< the key does not exist
-  ErrOccupe = 1007,         ///< the practice is held by somebody else
-  ErrCompteAbsent = 1008,   ///< an account of the entry is not in the chart
-  ErrEcritureAbsente = 1009,///< no such entry
-  ErrEcritureVide = 1010,   ///< an entry without any amount
-  ErrValeur = 1011,         ///< an argument is outside its range
+  ErrPasOuvert = 1001,        ///< the file, the practice or the session is not open
+  ErrEndommage = 1002,        ///< the file is not what its header says: "Fichier endommagé"
+  ErrFormat = 1003,           ///< not a file of this store, or of another version
+  ErrPosition = 1004,         ///< no record there
+  ErrCleDouble = 1005,        ///< the key exists
+  ErrCleAbsente = 1006,       ///< the key does not exist
+  ErrOccupe = 1007,           ///< the practice is held by somebody else
+  ErrCompteAbsent = 1008,     ///< an account of the entry is not in the chart
+  ErrEcritureAbsente = 1009,  ///< no such entry
+  ErrEcritureVide = 1010,     ///< an entry without any amount
+  ErrValeur = 1011,           ///< an argument is outside its range
   ErrMotDePasse = 1012,
-  ErrExistant = 1013,       ///< the exercice exists and was not to be replaced
-  ErrConflit = 1014,        ///< the period overlaps another exercice
-  ErrJournalReprise = 1015, ///< the redo log cannot be read
-  ErrModele = 1016,         ///< the template "defaut.qvc" cannot be read
-  ErrCles = 1017,           ///< the key file failed
+  ErrExistant = 1013,        ///< the exercice exists and was not to be replaced
+  ErrConflit = 1014,         ///< the period overlaps another exercice
+  ErrJournalReprise = 1015,  ///< the redo log cannot be read
+  ErrModele = 1016,          ///< the template "defaut.qvc" cannot be read
+  ErrCles = 1017,            ///< the key file failed
 };
 
 /// Events of the callback (`QVSetCallback`).
 enum EvenementMagasin : u32 {
-  EvDebut = 1,         ///< a long operation begins; text
-  EvFin = 2,           ///< it ends
-  EvTexte = 3,         ///< progress text
-  EvMaximum = 4,       ///< progress maximum in the value
-  EvProgres = 5,       ///< progress position in the value; answer 3 stops the work
-  EvErreur = 6,        ///< error text; the value is the message number or 0
-  EvQuestion = 7,      ///< question; the value is the style word; answer 6 is yes
+  EvDebut = 1,     ///< a long operation begins; text
+  EvFin = 2,       ///< it ends
+  EvTexte = 3,     ///< progress text
+  EvMaximum = 4,   ///< progress maximum in the value
+  EvProgres = 5,   ///< progress position in the value; answer 3 stops the work
+  EvErreur = 6,    ///< error text; the value is the message number or 0
+  EvQuestion = 7,  ///< question; the value is the style word; answer 6 is yes
   EvExerciceAbsent = 8,
   EvQuestionRefusee = 9,
 };
@@ -78,10 +78,10 @@ using RappelMagasin = std::function<u32(u32 evenement, u32 valeur, const std::st
 
 /// What a session needs from outside. Everything has a default.
 struct OptionsQVAPI {
-  Systeme* systeme = nullptr;        ///< SystemePosix when null; outlives the session
-  FabriqueCles* cles = nullptr;      ///< LMDB when null; outlives the session
+  Systeme* systeme = nullptr;            ///< SystemePosix when null; outlives the session
+  FabriqueCles* cles = nullptr;          ///< LMDB when null; outlives the session
   std::size_t tailleReprise = 8u << 20;  ///< bytes of the redo log before it is emptied
-  std::string dossierRegistre;       ///< folder of the per-user keys; the platform's when empty
+  std::string dossierRegistre;           ///< folder of the per-user keys; the platform's when empty
   std::string dossierRegistreMachine;
   /// Opens a practice whose redo log or data files are damaged, to save what can
   /// be: see `Moteur::OuvreCabinet`. `AvertissementsMagasin` tells what was left.
@@ -90,10 +90,10 @@ struct OptionsQVAPI {
 
 /// What `verifier` asks about one data file.
 struct EtatFichier {
-  std::string nom;          ///< "JOURNAL"
-  u32 emplacements = 0;     ///< slots
-  u32 vivants = 0;          ///< records
-  u32 libres = 0;           ///< deleted slots in the free list
+  std::string nom;                     ///< "JOURNAL"
+  u32 emplacements = 0;                ///< slots
+  u32 vivants = 0;                     ///< records
+  u32 libres = 0;                      ///< deleted slots in the free list
   std::vector<std::string> anomalies;  ///< sentences, Windows-1252
 };
 
@@ -269,12 +269,12 @@ class QVAPI {
 
   // ------------------------------------------------------------ Plain files
 
-  int QVCreateFile(const std::string& chemin);                ///< handle or -1
-  int QVOpenFile(const std::string& chemin, u32 acces);       ///< 0x80000000 read, 0x40000000 write
+  int QVCreateFile(const std::string& chemin);           ///< handle or -1
+  int QVOpenFile(const std::string& chemin, u32 acces);  ///< 0x80000000 read, 0x40000000 write
   bool QVCloseFile(int fichier);
-  int QVReadFile(int fichier, void* tampon, u32 taille);      ///< bytes or -1
+  int QVReadFile(int fichier, void* tampon, u32 taille);  ///< bytes or -1
   int QVWriteFile(int fichier, const void* tampon, u32 taille);
-  i64 QVSeekFile(int fichier, i64 offset, int origine);       ///< 0 start, 2 end; position or -1
+  i64 QVSeekFile(int fichier, i64 offset, int origine);  ///< 0 start, 2 end; position or -1
   bool QVExistFile(const std::string& chemin);
   bool QVDeleteFile(const std::string& chemin);
   bool QVRenameFile(const std::string& de, const std::string& vers);

@@ -45,7 +45,8 @@ struct Sceau {
   /// True when lengths and times agree: only a damage can then make the sums differ.
   bool MemesFichiers(const Sceau& autre) const {
     return std::tie(tailleDat, secondesDat, nanoDat, tailleIdx, secondesIdx, nanoIdx) ==
-           std::tie(autre.tailleDat, autre.secondesDat, autre.nanoDat, autre.tailleIdx, autre.secondesIdx, autre.nanoIdx);
+           std::tie(autre.tailleDat, autre.secondesDat, autre.nanoDat, autre.tailleIdx, autre.secondesIdx,
+                    autre.nanoIdx);
   }
 };
 
@@ -104,10 +105,12 @@ class JournalReprise {
  private:
   int Cree(Systeme& systeme, const std::string& chemin);
   int EcritEntete();
-  bool DecodeEntete(const std::vector<u8>& octets, u64& epoque, u64& suivante, u64& id, std::map<u64, Sceau>& sceaux) const;
+  bool DecodeEntete(const std::vector<u8>& octets, u64& epoque, u64& suivante, u64& id,
+                    std::map<u64, Sceau>& sceaux) const;
   bool LitUnite(std::string& unite);
   int VerifieFin();
-  static bool Decompose(const std::string& unite, std::vector<FichierUnite>& fichiers, std::vector<ImageUnite>& images);
+  static bool Decompose(const std::string& unite, std::vector<FichierUnite>& fichiers,
+                        std::vector<ImageUnite>& images);
   static int MauvaiseUnite();
 
   std::unique_ptr<Fichier> m_fichier;

@@ -103,7 +103,6 @@ std::string operator""_w(const char* utf8, std::size_t taille) {
 
 char Majuscule(char c) { return static_cast<char>(TableMajuscules[static_cast<u8>(c)]); }
 
-
 std::string EnMajuscules(std::string_view texte) {
   std::string sortie(texte);
   std::transform(sortie.begin(), sortie.end(), sortie.begin(), Majuscule);

@@ -170,9 +170,8 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
     connect(suivant, &QPushButton::clicked, this, [this, suivant] { VersVoisin(1, *suivant); });
   }
   if (mode != Mode::Consultation) {
-    m_defaut = mode == Mode::Ajout
-                   ? FaitBouton(u"&Enregistrer"_s, "ok", Image("valider"), this)
-                   : FaitBouton(u"&Ok"_s, "ok", Image("valider"), this);
+    m_defaut = mode == Mode::Ajout ? FaitBouton(u"&Enregistrer"_s, "ok", Image("valider"), this)
+                                   : FaitBouton(u"&Ok"_s, "ok", Image("valider"), this);
     m_boutons->addWidget(m_defaut);
     connect(m_defaut, &QPushButton::clicked, this, &QDialog::accept);
   }
@@ -282,8 +281,9 @@ void CZNDialog::LectureSeule() {
   m_mode = Mode::Consultation;
 }
 
-bool CZNDialog::Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments) {
-  App().ReportErreur(numero, arguments);
+bool CZNDialog::Refuse(const TexteFixe& erreur, QWidget& champ,
+                       std::initializer_list<std::string> arguments) {
+  App().ReportErreur(erreur, arguments);
   Focalise(champ);
   return false;
 }
@@ -356,7 +356,7 @@ void CZNDialog::QuitteMontant(QWidget* de, const QWidget* vers) {
 }
 
 bool CZNDialog::RefuseMontant(EditeurMontant& champ) {
-  const unsigned refus = champ.Refus();
+  const TexteFixe refus = champ.Refus();
   if (refus == 0 || !champ.isEnabled() || champ.isReadOnly()) return true;
   const auto arguments = champ.ArgumentsRefus();
   Refuse(refus, champ, {arguments[0], arguments[1], arguments[2]});
@@ -372,7 +372,7 @@ bool CZNDialog::ControleMontants() {
 
 bool CZNDialog::QuitteChamps() { return (!m_defaut || Quitte(*m_defaut)) && ControleMontants(); }
 
-bool CZNDialog::EnregistreAvantFermer(unsigned question) {
+bool CZNDialog::EnregistreAvantFermer(const TexteFixe& question) {
   switch (App().MessageId(BoutonsNonOuiAnnuler | IconeQuestion | DefautSecond, question)) {
     case RepOui:
       return QuitteChamps() && Enregistre();
@@ -467,8 +467,8 @@ void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
   if (m_defaut && m_defaut->isEnabled()) m_defaut->click();
 }
 
-/// The size for what stands in the fields now: values and fonts came since they were laid out, and the toolkit
-/// keeps what they needed then.
+/// The size for what stands in the fields now: values and fonts came since they were laid out, and the
+/// toolkit keeps what they needed then.
 void CZNDialog::Ajuste() {
   AppliqueDessin();
   for (QWidget* champ : findChildren<QWidget*>()) champ->updateGeometry();

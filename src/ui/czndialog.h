@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "core/texte.h"
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"
 #include "ui/formulaire.h"
@@ -77,15 +78,15 @@ class CZNDialog : public QDialog {
   /// last save or neighbour. A form with a list that is edited adds its own.
   virtual bool Modifie() const;
 
-  /// Reports error `numero`, then gives the focus to the field, its text selected.
+  /// Reports the error, then gives the focus to the field, its text selected.
   /// Returns false, so that a check is `return Refuse(...)`.
-  bool Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments = {});
+  bool Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments = {});
   /// Leaves the current field as the OK button does, and refuses the first amount that cannot be read; false
   /// when a field was refused. `accept` asks it before `Enregistre`; whoever saves from elsewhere does too.
   bool QuitteChamps();
   /// The question whether to save what was typed, before the form is closed: true when it was saved or is to
   /// be given up. Escape on the question, and a save that failed, keep the form.
-  bool EnregistreAvantFermer(unsigned question);
+  bool EnregistreAvantFermer(const TexteFixe& question);
   /// By the name given to the `Formulaire`; does nothing for an unknown one.
   void Focalise(const char* nom);
   /// Inputs disabled, texts still selectable, all of it greyed and yet easy to read. Nothing can be saved
@@ -113,14 +114,14 @@ class CZNDialog : public QDialog {
   QStringList Etat() const;
   ContexteUi& m_contexte;
   QWidget* m_zone;
-  QWidget* m_raison;                  ///< why nothing can be changed
-  QHBoxLayout* m_boutons;             ///< the row of buttons
+  QWidget* m_raison;       ///< why nothing can be changed
+  QHBoxLayout* m_boutons;  ///< the row of buttons
   QPushButton* m_defaut = nullptr;
   Mode m_mode = Mode::Simple;
-  bool m_occupe = false;              ///< saving, or closed: further Enter and Escape count for nothing
+  bool m_occupe = false;  ///< saving, or closed: further Enter and Escape count for nothing
   bool m_vue = false;
   bool m_lectureSeule = false;
-  QStringList m_etat;                 ///< content of the fields when nothing had changed
+  QStringList m_etat;  ///< content of the fields when nothing had changed
   FinDesLiens m_finLiens{*this};
 };
 

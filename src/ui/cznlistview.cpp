@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "core/valeurs.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 

@@ -11,8 +11,8 @@ CZNPage::CZNPage(ContexteUi& contexte, const QString& titre, const char* nom)
   setObjectName(QString::fromUtf8(nom));
 }
 
-bool CZNPage::Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments) {
-  App().ReportErreur(numero, arguments);
+bool CZNPage::Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments) {
+  App().ReportErreur(erreur, arguments);
   CZNDialog::Focalise(champ);
   return false;
 }

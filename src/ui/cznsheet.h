@@ -5,6 +5,7 @@
 #include <QTabWidget>
 #include <vector>
 
+#include "core/texte.h"
 #include "ui/czndialog.h"
 
 namespace fenlor {
@@ -32,7 +33,7 @@ class CZNPage : public QWidget {
 
  protected:
   /// As in `CZNDialog`.
-  bool Refuse(unsigned numero, QWidget& champ, std::initializer_list<std::string> arguments = {});
+  bool Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments = {});
 
  private:
   friend class CZNSheet;

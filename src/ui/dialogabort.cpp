@@ -7,9 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/textes.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 

@@ -4,8 +4,8 @@
 #include <QDialog>
 #include <vector>
 
-#include "ui/findesliens.h"
 #include "core/dialogue.h"
+#include "ui/findesliens.h"
 
 class QTextEdit;
 
@@ -24,8 +24,8 @@ int ReponseFuite(unsigned style);
 
 /// A message (`objectName` "DialogMessage", buttons "bouton1" by their results). The text is wrapped
 /// and can be selected; the box grows with it up to the height of the screen, then the text scrolls. Enter
-/// is the first button shown, or the second (`DefautSecond`); the letter of an access key works without Alt; Ctrl+C copies title
-/// (which holds an error's number) and text. A beep goes with the box.
+/// is the first button shown, or the second (`DefautSecond`); the letter of an access key works without Alt;
+/// Ctrl+C copies title (which holds an error's number) and text. A beep goes with the box.
 class CDialogMessage : public QDialog {
   Q_OBJECT
  public:

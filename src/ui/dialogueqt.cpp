@@ -10,6 +10,7 @@
 #include "ui/dialogmessage.h"
 #include "ui/modales.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ui/editeurs.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -44,14 +45,14 @@ f64 EditeurMontant::Maximum() const {
   return std::pow(10, entiers) - std::pow(10, -m_decimales);
 }
 
-unsigned EditeurMontant::Refus() const {
-  if (!isModified()) return 0;
+TexteFixe EditeurMontant::Refus() const {
+  if (!isModified()) return {};
   const char separateur = m_reglages.SeparateurDecimal();
   const std::optional<std::string> norme = NormeMontant(Tape(text()), separateur);
   if (!norme) return ErrMontantIllisible;
-  if (norme->empty()) return 0;
+  if (norme->empty()) return {};
   const f64 valeur = TexteVersMontant(*norme, separateur);
-  return valeur < Minimum() || valeur > Maximum() ? unsigned{ErrMontantBornes} : 0;
+  return valeur < Minimum() || valeur > Maximum() ? ErrMontantBornes : TexteFixe{};
 }
 
 std::array<std::string, 3> EditeurMontant::ArgumentsRefus() const {

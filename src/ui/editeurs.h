@@ -87,7 +87,7 @@ class EditeurMontant : public QLineEdit {
 
   /// Number of the refusal: 0, ErrMontantIllisible, ErrMontantBornes. A value that was not typed is not held
   /// to the limits.
-  unsigned Refus() const;
+  TexteFixe Refus() const;
   std::array<std::string, 3> ArgumentsRefus() const;  ///< the typed text, the limits
   /// Something else than 0 was typed, be it unreadable.
   bool Porte() const { return Refus() != 0 || Valeur() != 0; }

@@ -16,6 +16,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "core/texte.h"
 #include "ui/editeurs.h"
 
 namespace fenlor {

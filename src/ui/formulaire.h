@@ -12,6 +12,7 @@
 #include <QString>
 #include <functional>
 #include <initializer_list>
+#include "core/texte.h"
 
 class QAbstractButton;
 class QBoxLayout;
@@ -69,13 +70,13 @@ class Formulaire {
   void PlaceChamp(const QString& libelle, QWidget& editeur, const char* nom, int colonne);
   void Place(QWidget& widget, const char* nom, const QString& libelle);
   QWidget& m_zone;
-  QBoxLayout* m_colonne = nullptr;   ///< of the zone
-  QBoxLayout* m_groupe = nullptr;    ///< of the open group
-  QGridLayout* m_grille = nullptr;   ///< of consecutive labelled rows
-  QBoxLayout* m_rangee = nullptr;    ///< of the current row's fields
+  QBoxLayout* m_colonne = nullptr;  ///< of the zone
+  QBoxLayout* m_groupe = nullptr;   ///< of the open group
+  QGridLayout* m_grille = nullptr;  ///< of consecutive labelled rows
+  QBoxLayout* m_rangee = nullptr;   ///< of the current row's fields
   QWidget* m_dernier = nullptr;
-  int m_ligne = 0;           ///< of the grid
-  int m_colonneGrille = 0;   ///< of the label of the current field, -1 beside a check box
+  int m_ligne = 0;          ///< of the grid
+  int m_colonneGrille = 0;  ///< of the label of the current field, -1 beside a check box
 };
 
 }  // namespace fenlor

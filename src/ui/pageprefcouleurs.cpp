@@ -1,6 +1,9 @@
 #include "ui/pageprefcouleurs.h"
 
+#include "core/cles.h"
+#include "core/textes.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -9,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int largeurBoite = 14;  ///< in characters
-constexpr unsigned cles[] = {CleCouleurBordures, CleCouleurImpaire, CleCouleurPaires, CleCouleurFond};
+constexpr TexteFixe cles[] = {CleCouleurBordures, CleCouleurImpaire, CleCouleurPaires, CleCouleurFond};
 
 }  // namespace
 
@@ -33,7 +36,9 @@ CPagePrefCouleurs::CPagePrefCouleurs(ContexteUi& contexte)
 }
 
 bool CPagePrefCouleurs::Charge() {
-  const auto lit = [&](unsigned cle) { return App().Reglages.LitIni(Texte(SecPreferences), Texte(cle)); };
+  const auto lit = [&](const TexteFixe& cle) {
+    return App().Reglages.LitIni(Texte(SecPreferences), Texte(cle));
+  };
   m_systeme.setChecked(Parametres::IsOui(lit(CleCouleurSysteme)));
   for (std::size_t i = 0; i < m_couleurs.size(); ++i) m_couleurs[i].Pose(CouleurReglee(App(), cles[i]));
   return true;
@@ -41,7 +46,7 @@ bool CPagePrefCouleurs::Charge() {
 
 bool CPagePrefCouleurs::Enregistre() {
   std::vector<Profil::Changement> changements;
-  const auto ecrit = [&](unsigned cle, const std::string& valeur) {
+  const auto ecrit = [&](const TexteFixe& cle, const std::string& valeur) {
     changements.push_back({Texte(SecPreferences), Texte(cle), valeur});
   };
   ecrit(CleCouleurSysteme, Texte(m_systeme.isChecked() ? MotOui : MotNon));

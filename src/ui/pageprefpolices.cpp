@@ -10,7 +10,10 @@
 #include <climits>
 #include <cstdlib>
 
+#include "core/cles.h"
+#include "core/textes.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -21,7 +24,7 @@ namespace {
 constexpr int tailleBlanche = 10;  ///< points the dialog starts from when the setting has no size
 
 struct Reglage {
-  unsigned cle;
+  TexteFixe cle;
   const char16_t* libelle;
   const char* nom;
   u32 fenetres;  ///< those that show it; reports and forms are made anew

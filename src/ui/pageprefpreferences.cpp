@@ -2,7 +2,10 @@
 
 #include <QRegularExpressionValidator>
 
+#include "core/cles.h"
+#include "core/textes.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -35,7 +38,7 @@ CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
 
 bool CPagePrefPreferences::Charge() {
   const Parametres& reglages = App().Reglages;
-  const auto lit = [&](unsigned cle) { return reglages.LitIni(Texte(SecPreferences), Texte(cle)); };
+  const auto lit = [&](const TexteFixe& cle) { return reglages.LitIni(Texte(SecPreferences), Texte(cle)); };
   m_virgule.setChecked(reglages.IsVirgule());
   m_entree.setChecked(reglages.IsEntree());
   m_zeros.setChecked(Parametres::IsOui(lit(CleZerosSignificatifs)));
@@ -48,10 +51,10 @@ bool CPagePrefPreferences::Charge() {
 
 bool CPagePrefPreferences::Enregistre() {
   std::vector<Profil::Changement> changements;
-  const auto ecrit = [&](unsigned cle, const std::string& valeur) {
+  const auto ecrit = [&](const TexteFixe& cle, const std::string& valeur) {
     changements.push_back({Texte(SecPreferences), Texte(cle), valeur});
   };
-  const auto coche = [&](unsigned cle, const QCheckBox& boite) {
+  const auto coche = [&](const TexteFixe& cle, const QCheckBox& boite) {
     ecrit(cle, Texte(boite.isChecked() ? MotOui : MotNon));
   };
   coche(CleVirgule, m_virgule);

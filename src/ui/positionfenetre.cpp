@@ -7,8 +7,10 @@
 #include <array>
 #include <charconv>
 
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "store/texte1252.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 

@@ -7,8 +7,12 @@
 #include <cerrno>
 #include <cmath>
 
+#include "core/cles.h"
+#include "core/erreurs.h"
+#include "core/textes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -18,7 +22,7 @@ constexpr double contrasteMinimal = 3;
 constexpr double pixelsParPoint = 96.0 / 72.0;
 
 struct CouleurDefaut {
-  unsigned cle;
+  const TexteFixe& cle;
   u32 couleur;
 };
 constexpr CouleurDefaut couleursDefaut[] = {{CleCouleurBordures, 32768},
@@ -26,7 +30,7 @@ constexpr CouleurDefaut couleursDefaut[] = {{CleCouleurBordures, 32768},
                                             {CleCouleurPaires, 16777215},
                                             {CleCouleurFond, 14745599}};
 
-std::string CouleurParDefaut(unsigned cle) {
+std::string CouleurParDefaut(const TexteFixe& cle) {
   for (const CouleurDefaut& defaut : couleursDefaut)
     if (defaut.cle == cle) return std::to_string(defaut.couleur);
   return {};
@@ -40,15 +44,15 @@ class Lecteur {
  public:
   explicit Lecteur(CFenlorApp& app) : m_app(app), m_ouvert(!app.Magasin.PathCabinet().empty()) {}
 
-  std::string Lit(unsigned cle, const std::string& defaut) {
+  std::string Lit(const TexteFixe& cle, const std::string& defaut) {
     if (!m_ouvert) return defaut;
     const std::string valeur = m_app.Reglages.LitIni(Texte(SecPreferences), Texte(cle));
     if (!EstVide(valeur)) return valeur;
     m_manquantes.push_back({Texte(SecPreferences), Texte(cle), defaut});
     return defaut;
   }
-  bool Oui(unsigned cle) { return Parametres::IsOui(Lit(cle, Texte(MotNon))); }
-  QColor Couleur(unsigned cle) { return LitCouleur(Lit(cle, CouleurParDefaut(cle))); }
+  bool Oui(const TexteFixe& cle) { return Parametres::IsOui(Lit(cle, Texte(MotNon))); }
+  QColor Couleur(const TexteFixe& cle) { return LitCouleur(Lit(cle, CouleurParDefaut(cle))); }
 
   void EcritManquantes() {
     if (!m_manquantes.empty()) m_app.Magasin.Reglages().Ecrit(m_manquantes);
@@ -101,7 +105,7 @@ void ChargePolices(Preferences& p, Lecteur& lecteur, const QPalette& palette) {
       *f = police;
     for (QColor* c : {&p.TexteListes, &p.TexteJournaux, &p.TexteValidees, &p.TexteSaisies}) *c = texteBureau;
   } else {
-    const auto lit = [&](unsigned cle, QFont& police, QColor* couleur) {
+    const auto lit = [&](const TexteFixe& cle, QFont& police, QColor* couleur) {
       const Police lue = LitPolice(lecteur.Lit(cle, Texte(PoliceParDefaut)), p.CouleurSysteme);
       police = FaitPolice(lue);
       if (couleur) *couleur = lue.couleur ? LitCouleur(std::to_string(*lue.couleur)) : texteBureau;
@@ -135,12 +139,12 @@ void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette
   lecteur.EcritManquantes();
 }
 
-QColor CouleurReglee(const CFenlorApp& app, unsigned cle) {
+QColor CouleurReglee(const CFenlorApp& app, const TexteFixe& cle) {
   const std::string valeur = app.Reglages.LitIni(Texte(SecPreferences), Texte(cle));
   return LitCouleur(EstVide(valeur) ? CouleurParDefaut(cle) : valeur);
 }
 
-std::string PoliceReglee(const CFenlorApp& app, unsigned cle) {
+std::string PoliceReglee(const CFenlorApp& app, const TexteFixe& cle) {
   const std::string valeur = app.Reglages.LitIni(Texte(SecPreferences), Texte(cle));
   if (!EstVide(valeur)) return valeur;
   return cle == ClePoliceImpressions ? impressionsDefaut : Texte(PoliceParDefaut);

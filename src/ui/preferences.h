@@ -8,6 +8,7 @@
 #include <QPen>
 
 #include "core/fenlorapp.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 
 class QPalette;
@@ -35,8 +36,8 @@ struct Preferences {
 void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette& palette);
 
 /// Colour and font settings as a page shows them: the default when the key is blank; writes nothing.
-QColor CouleurReglee(const CFenlorApp& app, unsigned cle);
-std::string PoliceReglee(const CFenlorApp& app, unsigned cle);
+QColor CouleurReglee(const CFenlorApp& app, const TexteFixe& cle);
+std::string PoliceReglee(const CFenlorApp& app, const TexteFixe& cle);
 
 /// Contrast of two colours, 1 (none) to 21 (black on white).
 double Contraste(const QColor& a, const QColor& b);

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/texte.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -114,7 +115,7 @@ void TableListe::SetColonnes(const std::string& texte) {
   Ajuste();
 }
 
-void TableListe::SetColonnesId(unsigned numero) { SetColonnes(Texte(numero)); }
+void TableListe::SetColonnesId(const TexteFixe& colonnes) { SetColonnes(Texte(colonnes)); }
 
 void TableListe::Ajuste() {
   if (m_largeursPropres) return;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/texte.h"
 #include "ui/fenetres.h"
 #include "ui/modeleliste.h"
 
@@ -25,7 +26,7 @@ class TableListe : public QTreeView {
   /// Parses a description (Windows-1252) and makes the columns. Widths are pixels
   /// with the desktop's font, and grow with a larger list font; a title is never cut.
   virtual void SetColonnes(const std::string& texte);
-  void SetColonnesId(unsigned numero);  ///< text of the table, by number
+  void SetColonnesId(const TexteFixe& colonnes);
   /// Widths of the columns now, in pixels.
   std::vector<int> Largeurs() const;
   /// False, and nothing changes, unless there is a width above 0 for each column.

@@ -2,7 +2,7 @@
 
 #include <QList>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -31,8 +31,8 @@ std::string De1252(const QString& texte) {
 
 bool TientEn1252(const QString& texte) { return DepuisUtf8(texte.toStdString()).has_value(); }
 
-QString TexteQ(unsigned numero, std::initializer_list<std::string> arguments) {
-  return Q(TexteFormat(numero, arguments));
+QString TexteQ(const TexteFixe& texte, std::initializer_list<std::string> arguments) {
+  return Q(TexteFormat(texte, arguments));
 }
 
 }  // namespace fenlor

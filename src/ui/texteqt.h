@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include "core/texte.h"
 
 namespace fenlor {
 
@@ -15,7 +16,7 @@ QString Q(std::string_view texte);
 /// becomes "?". Editors let no such character in (`TientEn1252`).
 std::string De1252(const QString& texte);
 bool TientEn1252(const QString& texte);
-/// Text of the table (core/textes.h), filled with Windows-1252 arguments.
-QString TexteQ(unsigned numero, std::initializer_list<std::string> arguments = {});
+/// A text of the program, filled with Windows-1252 arguments.
+QString TexteQ(const TexteFixe& texte, std::initializer_list<std::string> arguments = {});
 
 }  // namespace fenlor

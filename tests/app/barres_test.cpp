@@ -13,7 +13,11 @@
 #include "app/barreicones.h"
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
+#include "app/textes.h"
+#include "core/cles.h"
+#include "master/textes.h"
 #include "outils/uidetest.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
@@ -47,7 +51,7 @@ class Barres : public UiDeTest {
   FournitAction Fournit() {
     return [this](unsigned numero) { return m_actions.contains(numero) ? m_actions[numero] : nullptr; };
   }
-  void EcritReglage(unsigned section, unsigned cle, const std::string& valeur) {
+  void EcritReglage(const TexteFixe& section, const TexteFixe& cle, const std::string& valeur) {
     ASSERT_TRUE(App().Reglages.EcritIni(Texte(section), Texte(cle), valeur));
   }
   void EcritRaccourci(unsigned numero, const std::string& valeur) {

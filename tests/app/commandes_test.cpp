@@ -13,6 +13,7 @@
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
 #include "app/mdichildframe.h"
+#include "core/cles.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
 #include "ui/dialogueqt.h"
@@ -169,7 +170,8 @@ TEST_F(CommandesUiTest, LeMenuFenetreNommeLesFenetresOuvertes) {
   ASSERT_TRUE(menu);
   const qsizetype sans = menu->actions().size();
   for (const u32 bit : {FenTresorerie, FenRecettes, FenDepenses}) Principal->OuvreUnique(bit);
-  for (const QString& choisie : {QStringLiteral("&1 Comptes de trésorerie"), QStringLiteral("&2 Ecritures de recettes")}) {
+  for (const QString& choisie :
+       {QStringLiteral("&1 Comptes de trésorerie"), QStringLiteral("&2 Ecritures de recettes")}) {
     Q_EMIT menu->aboutToShow();
     ASSERT_EQ(menu->actions().size(), sans + 4);
     QAction* voulue = nullptr;
@@ -191,7 +193,8 @@ TEST_F(CommandesUiTest, TientDansLEcran) {
   QApplication::processEvents();
   const QRect ecran = Principal->screen()->availableGeometry();
   EXPECT_TRUE(ecran.contains(Principal->frameGeometry()));
-  EXPECT_GE(ecran.height() - Principal->height(), 2 * Principal->fontMetrics().height()) << "room for its title";
+  EXPECT_GE(ecran.height() - Principal->height(), 2 * Principal->fontMetrics().height())
+      << "room for its title";
   EXPECT_LE(Principal->minimumSizeHint().width(), 1366);
   EXPECT_LE(Principal->minimumSizeHint().height(), 680);
 }
@@ -207,7 +210,8 @@ TEST_F(CommandesUiTest, LesMenusMontrentCeQuiExiste) {
       const qsizetype marque = action->text().indexOf(u'&');
       if (marque < 0) continue;
       const QChar lettre = action->text().at(marque + 1).toLower();
-      // "&Virement interne..." and "&Validation du brouillard..." are prescribed; the key goes from one to the other.
+      // "&Virement interne..." and "&Validation du brouillard..." are prescribed; the key goes from one to
+      // the other.
       EXPECT_TRUE(!lettres.contains(lettre) || lettre == u'v')
           << titre->text().toStdString() << ": " << action->text().toStdString();
       lettres.insert(lettre);

@@ -18,7 +18,7 @@
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/texte.h"
 #include "journal/cabinetmedical.h"
 #include "journal/forms/dialogcritere.h"
 #include "journal/forms/dialogecriture.h"

@@ -20,8 +20,9 @@
 #include "app/commandes.h"
 #include "app/ecranaccueil.h"
 #include "app/infosysteme.h"
-#include "core/textes.h"
+#include "app/textes.h"
 #include "outils/uidetest.h"
+#include "session/textes.h"
 #include "ui/positionfenetre.h"
 #include "ui/texteqt.h"
 

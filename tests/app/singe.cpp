@@ -19,7 +19,7 @@
 
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
-#include "core/textes.h"
+#include "session/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor::test {

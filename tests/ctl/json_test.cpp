@@ -6,8 +6,11 @@
 #include <limits>
 #include <sstream>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "ctl/enregistrementjson.h"
+#include "ctl/textes.h"
+#include "journal/textes.h"
+#include "session/textes.h"
 #include "store/dates.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"

@@ -35,8 +35,8 @@ void FaitCabinet(const std::string& cabinet) {
   std::ostringstream sortie, erreurs;
   OptionsCtl options;
   options.magasin.tailleReprise = 128 << 10;
-  if (ExecuteCtl({"--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"}, vide, sortie, erreurs,
-                 options) != 0) {
+  if (ExecuteCtl({"--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"}, vide, sortie,
+                 erreurs, options) != 0) {
     Trouve("creer: " + erreurs.str());
   }
   QVAPI m(options.magasin);
@@ -87,7 +87,8 @@ void Trouve(const std::string& texte) {
 
 void PoseCrc(std::string& octets, std::size_t place, std::size_t debut, std::size_t fin) {
   if (fin > octets.size() || debut > fin || place + 4 > octets.size()) return;
-  const u32 crc = static_cast<u32>(crc32_z(0, reinterpret_cast<const Bytef*>(octets.data()) + debut, fin - debut));
+  const u32 crc =
+      static_cast<u32>(crc32_z(0, reinterpret_cast<const Bytef*>(octets.data()) + debut, fin - debut));
   std::memcpy(octets.data() + place, &crc, 4);
 }
 

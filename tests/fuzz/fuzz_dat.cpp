@@ -32,8 +32,9 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* octets, std::size_t taille) {
   QVAPI& m = session.magasin;
   if (taille < 2) return 0;
   const u8 choix = octets[0];
-  const DefinitionFichier* definitions[] = {DefinitionFichierNumero(FichierJournal), DefinitionFichierNumero(FichierComptes),
-                                            DefinitionFichierNumero(FichierImmo), DefinitionFichierNumero(FichierBanques)};
+  const DefinitionFichier* definitions[] = {
+      DefinitionFichierNumero(FichierJournal), DefinitionFichierNumero(FichierComptes),
+      DefinitionFichierNumero(FichierImmo), DefinitionFichierNumero(FichierBanques)};
   const DefinitionFichier& d = *definitions[choix & 3];
   std::string contenu(reinterpret_cast<const char*>(octets) + 1, taille - 1);
   if (choix & 4) {
@@ -54,7 +55,9 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* octets, std::size_t taille) {
     for (unsigned i = 0; i < d.nbCles; ++i) {
       std::string cle;
       unsigned pas = 0;
-      for (Position p = m.QVFirstKey(d.premiereCle + i, cle); p && pas < 10'000; p = m.QVNextKey(d.premiereCle + i, cle)) ++pas;
+      for (Position p = m.QVFirstKey(d.premiereCle + i, cle); p && pas < 10'000;
+           p = m.QVNextKey(d.premiereCle + i, cle))
+        ++pas;
     }
     // A free list of any content is met by the next additions.
     std::fill(rec.begin(), rec.end(), '\1');

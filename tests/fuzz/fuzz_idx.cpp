@@ -27,7 +27,8 @@ struct Modele {
     OptionsQVAPI o;
     o.tailleReprise = 128 << 10;
     QVAPI m(o);
-    if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") || !m.OpenJournal("")) {
+    if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") ||
+        !m.OpenJournal("")) {
       fuzz::Trouve("refused because of its keys: " + m.QVErreurTexte(m.QVFileErrorCode()));
     }
     u32 nombre = 0;

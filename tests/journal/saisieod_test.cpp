@@ -1,6 +1,7 @@
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
 #include "journal/odlue.h"
+#include "journal/textes.h"
 #include "outils/systemefautif.h"
 #include "store/texte1252.h"
 

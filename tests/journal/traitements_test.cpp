@@ -4,8 +4,10 @@
 #include <random>
 #include <set>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "core/texte.h"
 #include "journal/cabinetmedical.h"
+#include "journal/textes.h"
 #include "outils/systemefautif.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"

@@ -1,8 +1,9 @@
 #include "journal/virement.h"
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
 #include "journal/choixcomptes.h"
+#include "journal/textes.h"
 #include "outils/systemefautif.h"
 #include "store/texte1252.h"
 

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
+#include "master/textes.h"
 #include "outils/systemefautif.h"
 #include "store/texte1252.h"
 

@@ -5,9 +5,10 @@
 #include <cerrno>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
+#include "master/textes.h"
 #include "outils/systemefautif.h"
 #include "store/texte1252.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/comptes.h"

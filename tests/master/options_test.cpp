@@ -7,6 +7,7 @@
 #include "master/comptesparticuliers.h"
 #include "master/optionstva.h"
 #include "master/tauxeuro.h"
+#include "master/textes.h"
 #include "outils/systemefautif.h"
 #include "store/motdepasse.h"
 #include "store/texte1252.h"

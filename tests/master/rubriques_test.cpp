@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/formule.h"

@@ -10,6 +10,7 @@
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
 #include "pages/etatdetest.h"
+#include "pages/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/cles.h"
 #include "outils/cabinetdetest.h"
 #include "pages/etatdetest.h"
 

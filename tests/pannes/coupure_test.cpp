@@ -201,7 +201,8 @@ class Coupure : public testing::Test {
     ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_neuf));
     const Comptes comptes = LitComptes(m_neuf);
     std::string entree;
-    for (unsigned i = 0; i < 4; ++i) entree += LigneSaisie(comptes, false, "Depart " + std::to_string(i), 50 + i, 40 + i);
+    for (unsigned i = 0; i < 4; ++i)
+      entree += LigneSaisie(comptes, false, "Depart " + std::to_string(i), 50 + i, 40 + i);
     const Resultat r = Ctl({"--cabinet", m_neuf, "saisir"}, entree);
     ASSERT_EQ(r.statut, 0) << r.sortie << r.erreurs;
     m_depart = LitLivres(m_neuf, m_modele);
@@ -212,8 +213,10 @@ class Coupure : public testing::Test {
   /// `plainte` when it is given.
   Livres LitLivres(const std::string& cabinet, EcrSimple& modele, std::string* plainte = nullptr) {
     const auto plains = [&](const std::string& texte) {
-      if (!plainte) ADD_FAILURE() << texte;
-      else if (plainte->empty()) *plainte = texte;
+      if (!plainte)
+        ADD_FAILURE() << texte;
+      else if (plainte->empty())
+        *plainte = texte;
     };
     Livres livres;
     SystemeSansSynchro disque;
@@ -226,7 +229,8 @@ class Coupure : public testing::Test {
       return livres;
     }
     for (const u16 fichier : {FichierJournal, FichierComptes}) {
-      for (const std::string& anomalie : m.QVVerifie(fichier).anomalies) plains("verification: " + VersUtf8(anomalie));
+      for (const std::string& anomalie : m.QVVerifie(fichier).anomalies)
+        plains("verification: " + VersUtf8(anomalie));
     }
     std::map<u32, std::pair<f64, unsigned>> soldes;
     m.QVParcours(FichierJournal, [&](Position, const void* rec) {
@@ -238,8 +242,10 @@ class Coupure : public testing::Test {
     });
     for (const auto& [mouvement, solde] : soldes) {
       EcrSimple rec{};
-      if (std::abs(solde.first) > 0.001 || solde.second != 3) plains("half an entry: " + std::to_string(mouvement));
-      if (!m.ReadEcrSimple(m.PathExercice(), mouvement, rec)) plains("unreadable entry " + std::to_string(mouvement));
+      if (std::abs(solde.first) > 0.001 || solde.second != 3)
+        plains("half an entry: " + std::to_string(mouvement));
+      if (!m.ReadEcrSimple(m.PathExercice(), mouvement, rec))
+        plains("unreadable entry " + std::to_string(mouvement));
       livres[mouvement] = {LitTexte(rec.Libelle), rec.MontantEuro};
       modele = rec;
     }
@@ -259,7 +265,8 @@ class Coupure : public testing::Test {
     const auto apres = totaux();
     for (const auto& [compte, valeurs] : avant) {
       for (unsigned i = 0; i < valeurs.size(); ++i) {
-        if (std::abs(valeurs[i] - apres.at(compte)[i]) > 0.001) plains("total " + std::to_string(i) + " of " + compte);
+        if (std::abs(valeurs[i] - apres.at(compte)[i]) > 0.001)
+          plains("total " + std::to_string(i) + " of " + compte);
       }
     }
     return livres;
@@ -272,18 +279,28 @@ class Coupure : public testing::Test {
       if (!fs::exists(chemin)) continue;
       const std::string contenu = test::LitFichier(chemin);
       switch (facon % 5) {
-        case 1: test::EcritFichier(chemin, std::string(contenu.size(), '\0')); break;
-        case 2: test::EcritFichier(chemin, contenu.substr(0, contenu.size() / 2)); break;
-        case 3: fs::copy_file(m_neuf + nom, chemin, fs::copy_options::overwrite_existing); break;
-        case 4: test::EcritFichier(chemin, contenu.substr(0, 4096) + std::string(contenu.size() / 2, '\x5A')); break;
-        default: break;
+        case 1:
+          test::EcritFichier(chemin, std::string(contenu.size(), '\0'));
+          break;
+        case 2:
+          test::EcritFichier(chemin, contenu.substr(0, contenu.size() / 2));
+          break;
+        case 3:
+          fs::copy_file(m_neuf + nom, chemin, fs::copy_options::overwrite_existing);
+          break;
+        case 4:
+          test::EcritFichier(chemin, contenu.substr(0, 4096) + std::string(contenu.size() / 2, '\x5A'));
+          break;
+        default:
+          break;
       }
     }
   }
 
   /// Runs a story with a cut at sync `n` and that fate. True when the cut came.
   /// A complaint goes to `plainte`.
-  bool Essaie(void (*histoire)(Machine&), u64 n, u64 graine, const std::string& ignore, std::string& plainte) {
+  bool Essaie(void (*histoire)(Machine&), u64 n, u64 graine, const std::string& ignore,
+              std::string& plainte) {
     fs::remove_all(m_dossier.Chemin() + "/essai");
     fs::create_directories(m_dossier.Chemin() + "/essai");
     fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
@@ -326,13 +343,15 @@ class Coupure : public testing::Test {
     const Livres lus = LitLivres(m_essai, rec, &plainte);
     if (plainte.empty() && !(lus == acquis || lus == possible)) {
       plainte = "the books have " + std::to_string(lus.size()) + " entries; saved were " +
-                std::to_string(acquis.size()) + ", or " + std::to_string(possible.size()) + " with the last unit";
+                std::to_string(acquis.size()) + ", or " + std::to_string(possible.size()) +
+                " with the last unit";
     }
     return coupee;
   }
 
   /// All cuts of a story. Number of tries that found something.
-  unsigned Joue(void (*histoire)(Machine&), unsigned graines, const std::string& ignore, bool silence, unsigned pas = 1) {
+  unsigned Joue(void (*histoire)(Machine&), unsigned graines, const std::string& ignore, bool silence,
+                unsigned pas = 1) {
     unsigned essais = 0, mauvais = 0;
     u64 n = 1;
     for (bool coupee = true; coupee; n += pas) {
@@ -359,7 +378,9 @@ class Coupure : public testing::Test {
 
 TEST_F(Coupure, AChaqueSynchro) { Joue(Histoire, Nombre("FENLOR_GRAINES", 6), "", false); }
 
-TEST_F(Coupure, DansDeGrandesUnites) { Joue(GrandeHistoire, std::max(3u, Nombre("FENLOR_GRAINES", 6) / 2), "", false); }
+TEST_F(Coupure, DansDeGrandesUnites) {
+  Joue(GrandeHistoire, std::max(3u, Nombre("FENLOR_GRAINES", 6) / 2), "", false);
+}
 
 TEST_F(Coupure, AvecLeJournalDeRepriseLivre) {
   m_reprise = RepriseLivree;
@@ -367,7 +388,9 @@ TEST_F(Coupure, AvecLeJournalDeRepriseLivre) {
   Joue(GrandeHistoire, 3, "", false);
 }
 
-TEST_F(Coupure, TemoinSansSynchroDuJournalDeReprise) { EXPECT_GT(Joue(Histoire, 4, "fenlor.rep", true, 3), 0u); }
+TEST_F(Coupure, TemoinSansSynchroDuJournalDeReprise) {
+  EXPECT_GT(Joue(Histoire, 4, "fenlor.rep", true, 3), 0u);
+}
 
 TEST_F(Coupure, TemoinSansSynchroDesDonnees) { EXPECT_GT(Joue(Histoire, 4, ".dat", true, 3), 0u); }
 
@@ -380,8 +403,8 @@ TEST_F(Coupure, PendantLaCreation) {
       SCOPED_TRACE(testing::Message() << "cut at sync " << n << ", fate " << graine);
       fs::remove_all(m_dossier.Chemin() + "/essai");
       fs::create_directories(m_dossier.Chemin() + "/essai");
-      const std::vector<std::string> creer = {"--cabinet", m_essai, "--oui",  "creer",
-                                              "--exercice", "2003", "--euro", "--tva"};
+      const std::vector<std::string> creer = {"--cabinet",  m_essai, "--oui",  "creer",
+                                              "--exercice", "2003",  "--euro", "--tva"};
       Resultat r;
       {
         SystemeCoupure systeme(m_dossier.Chemin() + "/essai");

@@ -38,7 +38,8 @@ void CopieOuverte(const std::string& cabinet, const std::string& copie) {
   QVAPI m;
   ASSERT_TRUE(m.QVOpenSession(1) && m.QVOpenCompta(cabinet, "") && m.QVOpenExercice("2003"));
   EcrSimple rec{};
-  for (u32 mouvement = 1; !m.ReadEcrSimple(m.PathExercice(), mouvement, rec); ++mouvement) ASSERT_LT(mouvement, 100u);
+  for (u32 mouvement = 1; !m.ReadEcrSimple(m.PathExercice(), mouvement, rec); ++mouvement)
+    ASSERT_LT(mouvement, 100u);
   for (unsigned i = 0; i < 3; ++i) {
     rec.Mouvement = 0;
     rec.Ligne = 500 + i;
@@ -63,7 +64,8 @@ const std::vector<Degat>& Degats() {
   static const std::vector<Degat> degats = {
       {"vide", [](auto&, auto&, auto&) { return std::string(); }},
       {"moitie", [](auto& c, auto&, auto&) { return c.substr(0, c.size() / 2); }},
-      {"sans le dernier octet", [](auto& c, auto&, auto&) { return c.empty() ? c : c.substr(0, c.size() - 1); }},
+      {"sans le dernier octet",
+       [](auto& c, auto&, auto&) { return c.empty() ? c : c.substr(0, c.size() - 1); }},
       {"tronque au hasard", [](auto& c, auto&, auto& h) { return c.substr(0, h() % (c.size() + 1)); }},
       {"zeros", [](auto& c, auto&, auto&) { return std::string(c.size(), '\0'); }},
       {"zeros derriere l'entete",
@@ -125,7 +127,8 @@ class DegatsTest : public testing::TestWithParam<std::string> {
     const Resultat balance = Ctl({"--cabinet", cabinet, "balance"});
     const Resultat exercices = Ctl({"--cabinet", cabinet, "exercices"});
     for (const Resultat* r : {&verifie, &exporte, &comptes, &balance, &exercices}) {
-      if (r->statut != 0 && r->statut != 1) return "exit status " + std::to_string(r->statut) + ": " + r->erreurs;
+      if (r->statut != 0 && r->statut != 1)
+        return "exit status " + std::to_string(r->statut) + ": " + r->erreurs;
       if (r->statut == 1 && r->erreurs.empty() && r->sortie.empty()) return "refused without a word";
     }
     if (verifie.statut == 0) {
@@ -166,10 +169,12 @@ TEST_P(DegatsTest, RefusClairOuReparation) {
 
     std::vector<std::pair<std::string, std::string>> contenus;
     const std::string sain = LitFichier(source + "/" + fichier);
-    for (const Degat& d : Degats()) contenus.emplace_back(d.nom, d.fait(sain, LitFichier(autre + "/" + fichier), hasard));
-    for (const char* echange : {"2003/JOURNAL.dat", "2003/COMPTES.dat", "2003/JOURNAL.idx", "2003/COMPTES.idx",
-                                "fenlor.rep", "fenlor.ini"}) {
-      if (fichier != echange) contenus.emplace_back(std::string("contenu de ") + echange, LitFichier(source + "/" + echange));
+    for (const Degat& d : Degats())
+      contenus.emplace_back(d.nom, d.fait(sain, LitFichier(autre + "/" + fichier), hasard));
+    for (const char* echange : {"2003/JOURNAL.dat", "2003/COMPTES.dat", "2003/JOURNAL.idx",
+                                "2003/COMPTES.idx", "fenlor.rep", "fenlor.ini"}) {
+      if (fichier != echange)
+        contenus.emplace_back(std::string("contenu de ") + echange, LitFichier(source + "/" + echange));
     }
     for (const auto& [nom, contenu] : contenus) {
       SCOPED_TRACE(fichier + ", " + nom + ", from \"" + etat + "\"");
@@ -198,8 +203,8 @@ TEST_P(DegatsTest, RefusClairOuReparation) {
 
 INSTANTIATE_TEST_SUITE_P(Fichiers, DegatsTest,
                          testing::Values("2003/JOURNAL.dat", "2003/JOURNAL.idx", "2003/COMPTES.dat",
-                                         "2003/COMPTES.idx", "2003/RUBRIQUE.dat", "2003/RUBRIQUE.idx", "fenlor.rep",
-                                         "fenlor.ini"),
+                                         "2003/COMPTES.idx", "2003/RUBRIQUE.dat", "2003/RUBRIQUE.idx",
+                                         "fenlor.rep", "fenlor.ini"),
                          [](const auto& param) {
                            std::string nom = param.param;
                            for (char& c : nom) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';

@@ -54,7 +54,8 @@ class Fautes : public testing::TestWithParam<Panne> {
   std::vector<std::string> Saisie(bool apres) const {
     std::vector<std::string> lignes;
     for (unsigned i = 0; i < 6; ++i) {
-      lignes.push_back(LigneSaisie(m_comptes, i % 2 == 0, (apres ? "apres " : "pendant ") + std::to_string(i), 30 + i, 20 + i));
+      lignes.push_back(LigneSaisie(m_comptes, i % 2 == 0, (apres ? "apres " : "pendant ") + std::to_string(i),
+                                   30 + i, 20 + i));
     }
     return lignes;
   }
@@ -94,7 +95,8 @@ class Fautes : public testing::TestWithParam<Panne> {
       EXPECT_FALSE(r.statut == 1 && r.erreurs.empty()) << quoi << " refused without a word: " << r.sortie;
     };
     Bilan bilan;
-    const std::vector<std::string> creer = {"--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"};
+    const std::vector<std::string> creer = {"--cabinet", cabinet,  "creer", "--exercice",
+                                            "2003",      "--euro", "--tva"};
     std::vector<std::string> saisir = {"--cabinet", cabinet, "--exercice", "2003", "saisir"};
     if (tout) saisir.push_back("--tout");
     std::string entree;
@@ -117,7 +119,8 @@ class Fautes : public testing::TestWithParam<Panne> {
 
     // The disk is well again.
     if (!cree) {
-      const Resultat r = Ctl({"--cabinet", cabinet, "--oui", "creer", "--exercice", "2003", "--euro", "--tva"});
+      const Resultat r =
+          Ctl({"--cabinet", cabinet, "--oui", "creer", "--exercice", "2003", "--euro", "--tva"});
       EXPECT_EQ(r.statut, 0) << "creer once more: " << r.erreurs;
     }
     const Resultat verifie = Ctl({"--cabinet", cabinet, "verifier"});
@@ -133,7 +136,8 @@ class Fautes : public testing::TestWithParam<Panne> {
       EXPECT_EQ(Anomalie(lignes), "");
       presents.insert(lignes.front().value("Libelle", ""));
     }
-    for (const std::string& libelle : bilan.acquis) EXPECT_TRUE(presents.contains(libelle)) << libelle << " was lost";
+    for (const std::string& libelle : bilan.acquis)
+      EXPECT_TRUE(presents.contains(libelle)) << libelle << " was lost";
     for (const std::string& libelle : bilan.refuses) {
       EXPECT_FALSE(presents.contains(libelle)) << libelle << " was refused, and is there";
     }
@@ -166,7 +170,8 @@ TEST_P(Fautes, SurUnCabinetQuiExiste) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Disque, Fautes, testing::ValuesIn(Pannes), [](const auto& p) { return std::string(p.param.nom); });
+INSTANTIATE_TEST_SUITE_P(Disque, Fautes, testing::ValuesIn(Pannes),
+                         [](const auto& p) { return std::string(p.param.nom); });
 
 }  // namespace
 }  // namespace fenlor::pannes

@@ -129,15 +129,19 @@ class Morts : public testing::Test {
     std::map<std::string, Attendu> nouveaux;
     for (std::size_t i = 0; i < fin; ++i) {
       const Ordre& o = ordres[i];
-      if (o.sorte == Ordre::Ajout) nouveaux[o.attendu.libelle] = o.attendu;
-      else if (o.sorte == Ordre::Changement) voulus[o.mouvement] = o.attendu;
-      else voulus.erase(o.mouvement);
+      if (o.sorte == Ordre::Ajout)
+        nouveaux[o.attendu.libelle] = o.attendu;
+      else if (o.sorte == Ordre::Changement)
+        voulus[o.mouvement] = o.attendu;
+      else
+        voulus.erase(o.mouvement);
     }
     if (lus.size() != voulus.size() + nouveaux.size()) return false;
     for (const auto& [mouvement, attendu] : lus) {
       if (const auto v = voulus.find(mouvement); v != voulus.end()) {
         if (!(v->second == attendu)) return false;
-      } else if (const auto n = nouveaux.find(attendu.libelle); n == nouveaux.end() || !(n->second == attendu)) {
+      } else if (const auto n = nouveaux.find(attendu.libelle);
+                 n == nouveaux.end() || !(n->second == attendu)) {
         return false;
       }
     }
@@ -150,7 +154,7 @@ class Morts : public testing::Test {
   std::mt19937 m_hasard;
   unsigned m_numero = 0;
   std::size_t m_lignesSans = 0, m_lignesAvecPersonnel = 0;
-  Livres m_livres;                 ///< what must be on disk
+  Livres m_livres;                ///< what must be on disk
   std::map<u32, int> m_journaux;  ///< journal of each entry
 };
 
@@ -175,8 +179,10 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     const bool fini = enfant.Fini();
     enfant.Tue();
     const Resultat r = enfant.Attend();
-    if (r.statut == 128 + 9) ++tues;
-    else ++termines;
+    if (r.statut == 128 + 9)
+      ++tues;
+    else
+      ++termines;
     // Half the time is spent before anything is saved when runs never end, and
     // in kills that come too late when they always do.
     duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
@@ -197,7 +203,8 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     }
 
     const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0) << "after " << tues << " kills: " << verification.sortie << verification.erreurs;
+    ASSERT_EQ(verification.statut, 0)
+        << "after " << tues << " kills: " << verification.sortie << verification.erreurs;
     const Livres lus = Lit();
     // Orders are carried out one after the other: the books are those after all
     // acknowledged ones, or one more. With --tout: after all of them, or none.
@@ -205,10 +212,12 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     if (tout) {
       concorde = Concorde(ordres, ordres.size(), lus) || (acquis == 0 && Concorde(ordres, 0, lus));
     } else {
-      concorde = Concorde(ordres, acquis, lus) || (acquis < ordres.size() && Concorde(ordres, acquis + 1, lus));
+      concorde =
+          Concorde(ordres, acquis, lus) || (acquis < ordres.size() && Concorde(ordres, acquis + 1, lus));
     }
     ASSERT_TRUE(concorde) << "kill " << tues << (tout ? ", --tout, " : ", ") << acquis << " acknowledged of "
-                          << ordres.size() << ", " << lus.size() << " entries found, " << m_livres.size() << " before";
+                          << ordres.size() << ", " << lus.size() << " entries found, " << m_livres.size()
+                          << " before";
     m_livres = lus;
     if (m_livres.size() > 1500) {
       ASSERT_NO_FATAL_FAILURE(Recommence());

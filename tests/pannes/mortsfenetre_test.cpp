@@ -38,14 +38,16 @@ TEST(MortsFenetre, CeQueLaFormeAConfirmeResteEntier) {
     confirmes += static_cast<unsigned>(reponses->size());
 
     const Resultat verification = Ctl({"--cabinet", cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0) << "kill " << mort << ": " << verification.sortie << verification.erreurs;
+    ASSERT_EQ(verification.statut, 0)
+        << "kill " << mort << ": " << verification.sortie << verification.erreurs;
     std::map<std::string, f64> lues;
     for (const auto& [mouvement, lignes] : LitJournal(cabinet)) {
       EXPECT_EQ(Anomalie(lignes), "") << "entry " << mouvement;
       lues[lignes.front().value("Libelle", "")] = MontantTresorerie(lignes);
     }
     for (const auto& [libelle, ttc] : connues) {
-      ASSERT_TRUE(lues.contains(libelle)) << "kill " << mort << ": " << libelle << " was confirmed and is gone";
+      ASSERT_TRUE(lues.contains(libelle))
+          << "kill " << mort << ": " << libelle << " was confirmed and is gone";
       EXPECT_NEAR(lues[libelle], ttc, 0.001) << libelle;
     }
     ASSERT_LE(lues.size(), connues.size() + 1) << "kill " << mort;

@@ -80,8 +80,10 @@ void Enfant::Ecoute(long microsecondes) {
     if (ppoll(&p, 1, microsecondes < 0 ? nullptr : &attente, nullptr) <= 0) continue;
     char tampon[65536];
     const ssize_t n = read(m_tube, tampon, sizeof tampon);
-    if (n <= 0) m_fin = true;
-    else m_sortie.append(tampon, static_cast<std::size_t>(n));
+    if (n <= 0)
+      m_fin = true;
+    else
+      m_sortie.append(tampon, static_cast<std::size_t>(n));
   }
 }
 
@@ -114,11 +116,11 @@ Comptes LitComptes(const std::string& cabinet) {
   if (lignes) {
     for (const Json& compte : *lignes) {
       const int type = compte.value("Type", -1);
-      std::string* place = type == Recette                                   ? &c.recette
-                           : type == Depense                                 ? &c.depense
-                           : type != Tresorerie                              ? nullptr
-                           : compte.value("TypeTresorerie", 0) == 1          ? &c.banque
-                                                                             : &c.caisse;
+      std::string* place = type == Recette                          ? &c.recette
+                           : type == Depense                        ? &c.depense
+                           : type != Tresorerie                     ? nullptr
+                           : compte.value("TypeTresorerie", 0) == 1 ? &c.banque
+                                                                    : &c.caisse;
       if (place && place->empty()) *place = compte.value("Compte", "");
     }
   }
@@ -148,14 +150,16 @@ std::string Anomalie(const std::vector<Json>& lignes) {
   for (const Json& l : lignes) {
     if (l.value("Rang", 999u) != rang++) return "Rang " + l.dump();
     for (const char* nom : {"Libelle", "Date", "Journal", "Genre", "Ligne", "Validee"}) {
-      if (l.value(nom, Json()) != lignes.front().value(nom, Json())) return std::string(nom) + " differs: " + l.dump();
+      if (l.value(nom, Json()) != lignes.front().value(nom, Json()))
+        return std::string(nom) + " differs: " + l.dump();
     }
     const f64 signe = l.value("Sens", 0u) ? 1 : -1;
     franc += signe * l.value("MontantFranc", 0.0);
     euro += signe * l.value("MontantEuro", 0.0);
   }
   if (std::abs(euro) > 0.005) return "unbalanced by " + std::to_string(euro) + " Euro";
-  if (std::abs(franc) > 0.005 * static_cast<f64>(lignes.size()) + 0.02) return "unbalanced by " + std::to_string(franc) + " Franc";
+  if (std::abs(franc) > 0.005 * static_cast<f64>(lignes.size()) + 0.02)
+    return "unbalanced by " + std::to_string(franc) + " Franc";
   return {};
 }
 
@@ -167,14 +171,15 @@ f64 MontantTresorerie(const std::vector<Json>& lignes) {
   return somme;
 }
 
-std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc, f64 professionnel) {
+std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc,
+                        f64 professionnel) {
   Json ligne = {{"journal", recette ? "recettes" : "depenses"},
-                      {"date", "15/03/2003"},
-                      {"compte", recette ? comptes.recette : comptes.depense},
-                      {"libelle", libelle},
-                      {"ttc", ttc},
-                      {"tresorerie", comptes.banque},
-                      {"paiement", "cheque"}};
+                {"date", "15/03/2003"},
+                {"compte", recette ? comptes.recette : comptes.depense},
+                {"libelle", libelle},
+                {"ttc", ttc},
+                {"tresorerie", comptes.banque},
+                {"paiement", "cheque"}};
   if (!recette) ligne["professionnel"] = professionnel;  // a receipt's is its account's
   return ligne.dump() + "\n";
 }

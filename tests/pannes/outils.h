@@ -73,7 +73,8 @@ f64 MontantTresorerie(const std::vector<Json>& lignes);
 
 /// The line of `saisir` for one receipt or expense; `professionnel` below `ttc`
 /// gives it a personal share.
-std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc, f64 professionnel);
+std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc,
+                        f64 professionnel);
 
 /// Makes a practice with exercice "2003", in Euro, subject to VAT.
 void CreeCabinet(const std::string& cabinet);

@@ -57,7 +57,8 @@ void Frappe(const std::string& texte) {
 
 void TabVers(const char* nom) {
   for (int i = 0; i < 30; ++i) {
-    if (QApplication::focusWidget() && QApplication::focusWidget()->objectName() == QLatin1String(nom)) return;
+    if (QApplication::focusWidget() && QApplication::focusWidget()->objectName() == QLatin1String(nom))
+      return;
     Touche(Qt::Key_Tab);
   }
   Abandonne(std::string("no field ") + nom);
@@ -110,8 +111,8 @@ int Tape(const std::string& cabinet, unsigned premiere) {
     Touche(Qt::Key_Enter);
     if (forme.Derniere() == avant || !forme.findChild<QLineEdit*>(QStringLiteral("ttc"))->text().isEmpty())
       Abandonne("the form has not cleared itself");
-    const std::string ligne = "{\"mouvement\":" + std::to_string(forme.Derniere()) + ",\"libelle\":\"" + libelle +
-                              "\",\"ttc\":" + std::to_string(10 + n % 500) + ".25}\n";
+    const std::string ligne = "{\"mouvement\":" + std::to_string(forme.Derniere()) + ",\"libelle\":\"" +
+                              libelle + "\",\"ttc\":" + std::to_string(10 + n % 500) + ".25}\n";
     if (write(STDOUT_FILENO, ligne.data(), ligne.size()) < 0) return 0;
   }
 }

@@ -9,11 +9,15 @@
 #include <sstream>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/cles.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "master/textes.h"
 #include "outils/systemefautif.h"
+#include "pages/textes.h"
 #include "reports/etat2035.h"
 #include "reports/petitlivre.h"
+#include "reports/textes.h"
 #include "session/demo.h"
 #include "store/texte1252.h"
 
@@ -111,7 +115,7 @@ class Avec2035 : public Livre {
     while (rubriques.First(0)) ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
     while (plan.First(0)) ASSERT_TRUE(plan.Delete(plan.GetPos()));
   }
-  void Regle(unsigned section, unsigned cle, const std::string& valeur) {
+  void Regle(const TexteFixe& section, const TexteFixe& cle, const std::string& valeur) {
     ASSERT_TRUE(App().Reglages.EcritIni(Texte(section), Texte(cle), valeur));
   }
   Rubriques2035 Rubriques() {
@@ -201,13 +205,13 @@ TEST_F(Declaration, KilometresParLeurBareme) {
   Pose("A1", 1);
   Pose("K1", 2, "&FRAISKM");
   Pose("K2", 3, "&FRAISKM+A1");
-  const auto regle = [&](unsigned cle, const char* valeur) {
+  const auto regle = [&](const TexteFixe& cle, const char* valeur) {
     ASSERT_TRUE(App().Reglages.EcritIniExercice({}, Texte(cle), valeur));
   };
   regle(CleKmDistance, "100");
   regle(CleKmBorneInf, "5000");
-  regle(CleKmTaux, "4");
-  regle(CleKmTauxEuro, "0,5");
+  regle(CleKmTaux[0], "4");
+  regle(CleKmTauxEuro[0], "0,5");
   EXPECT_EQ(Rubriques().ValeurRubriqueEuro("K1"), 0) << "none is recorded";
   regle(CleFraisKm, "Oui");
   Rubriques2035 rubriques = Rubriques();
@@ -249,10 +253,10 @@ TEST_F(Declaration, BlocsDesReglages) {
       {"7,1", "9,12", "34", "60, 70", "7 12 12:125 12:129"},
   };
   for (const auto& c : cas) {
-    Regle(Sec2035, Cle2035Recettes, c.recettes);
-    Regle(Sec2035, Cle2035Recettes + 1, c.depenses);
-    Regle(Sec2035, Cle2035Recettes + 2, c.resultat);
-    Regle(Sec2035, Cle2035Recettes + 3, c.tva);
+    Regle(Sec2035, Cle2035Recettes[0], c.recettes);
+    Regle(Sec2035, Cle2035Recettes[1], c.depenses);
+    Regle(Sec2035, Cle2035Recettes[2], c.resultat);
+    Regle(Sec2035, Cle2035Recettes[3], c.tva);
     CEtat2035Doc etat(App(), Demandeur);
     ASSERT_TRUE(etat.OnNewDocument());
     std::string lignes;
@@ -265,7 +269,7 @@ TEST_F(Declaration, BlocsDesReglages) {
   PoseTexte(rubriques.Rec->Rubrique, "L18");
   ASSERT_TRUE(rubriques.OpenFile() && rubriques.Find(0) && rubriques.Rec->Ligne == 48);
   ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
-  Regle(Sec2035, Cle2035Recettes + 3, "");
+  Regle(Sec2035, Cle2035Recettes[3], "");
   CEtat2035Doc etat(App(), Demandeur);
   ASSERT_TRUE(etat.OnNewDocument());
   EXPECT_EQ(LignesImprimees(etat).at(4).designation, "481");

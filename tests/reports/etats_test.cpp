@@ -7,11 +7,11 @@
 #include <functional>
 #include <random>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/comptes.h"
 #include "outils/systemefautif.h"
+#include "pages/textes.h"
 #include "reports/etatbalance.h"
 #include "reports/etatcentralisation.h"
 #include "reports/etatjournal.h"

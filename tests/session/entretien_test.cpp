@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "core/textes.h"
 #include "journal/cabinetmedical.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {

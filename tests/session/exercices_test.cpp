@@ -4,7 +4,9 @@
 
 #include <filesystem>
 
+#include "core/erreurs.h"
 #include "outils/cabinetdetest.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"

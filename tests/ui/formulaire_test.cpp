@@ -11,6 +11,7 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include "core/erreurs.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
 #include "store/texte1252.h"
@@ -25,7 +26,7 @@ namespace fenlor::test {
 
 namespace {
 
-constexpr unsigned RefusLibelle = 3012, RefusMontant = 3013;
+constexpr TexteFixe RefusLibelle = ErrFermetureFichier, RefusMontant = ErrCessionAvantAchat;
 constexpr Date Reference = FaitDate(15, 3, 2003);
 
 /// What the form below holds.

@@ -13,7 +13,9 @@
 #include <algorithm>
 #include <set>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "core/texte.h"
+#include "outils/textessources.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
 #include "ui/dialogabort.h"
@@ -84,25 +86,21 @@ TEST_F(Messages, BoutonsEtReponses) {
 }
 
 TEST_F(Messages, EntreeEstLeSecondBoutonOuLaReponseDetruirait) {
-  const unsigned destructrices[] = {3302, 3303, 3304, 3305, 3306, 3308, 3309, 3316,
-                                    3332, 3333, 3346, 3350, 3380, 3381, 3382, 3404};
-  const std::set<unsigned> attendues(std::begin(destructrices), std::end(destructrices));
-  const auto entree = [&](unsigned numero, int avant = 0) {
+  const auto entree = [&](const TexteFixe& question, int avant = 0) {
     Robot robot;
     robot.Attend("DialogMessage", [avant](QDialog& d) {
       if (avant) QTest::keyClick(d.focusWidget(), static_cast<Qt::Key>(avant));
       QTest::keyClick(d.focusWidget(), Qt::Key_Return);
     });
-    return CFenlorApp(Magasin(), Dlg).MessageId(BoutonsOuiNon | IconeQuestion, numero);
+    return CFenlorApp(Magasin(), Dlg).MessageId(BoutonsOuiNon | IconeQuestion, question);
   };
-  for (const unsigned numero : attendues) EXPECT_EQ(entree(numero), RepNon) << numero;
-  EXPECT_EQ(entree(3302, Qt::Key_Tab), RepOui) << "Tab to the other button, then Enter";
-  EXPECT_EQ(entree(3317), RepOui) << "a question that saves";
-  // Whatever text tells of a loss is among them.
-  for (unsigned numero = 3300; numero < 5000; ++numero) {
-    const std::string texte = Texte(numero);
-    if (texte.find('?') == std::string::npos || attendues.contains(numero)) continue;
-    if (numero == 3430) continue;  // "Non" is its first button
+  const TexteFixe destructrice{3302, "?", Detruit};
+  EXPECT_EQ(entree(destructrice), RepNon);
+  EXPECT_EQ(entree(destructrice, Qt::Key_Tab), RepOui) << "Tab to the other button, then Enter";
+  EXPECT_EQ(entree({3317, "?"}), RepOui) << "a question that saves";
+  // Whatever text tells of a loss is such a question; of 3430 "Non" is the first button.
+  for (const auto& [numero, texte, detruit, fichier] : TextesDesSources()) {
+    if (numero < 3300 || numero >= 3430 || texte.find('?') == std::string::npos || detruit) continue;
     for (const char* mot : {"uppression", "upprim", "perdu", "remplacer", "Renum"})
       EXPECT_EQ(texte.find(mot), std::string::npos) << numero;
   }
@@ -132,8 +130,7 @@ TEST_F(Messages, ErreursEtTitres) {
     });
     Dlg.Erreur(numero, texte);
   };
-  montre(3104, TexteErreur(3104, {}), u"Fenlor - Erreur (3104)"_s);
-  montre(3999, TexteErreur(3999, {}), u"Fenlor - Erreur (3999)"_s);
+  montre(3104, Texte(ErrDateIncorrecte), u"Fenlor - Erreur (3104)"_s);
   montre(0, "Le disque est plein à craquer"_w, u"Fenlor - Erreur"_s);
 }
 

@@ -4,7 +4,7 @@
 #include <QScreen>
 #include <filesystem>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
 

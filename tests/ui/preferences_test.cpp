@@ -14,7 +14,7 @@
 #include <QTimer>
 #include <filesystem>
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
 #include "ui/boutoncouleur.h"

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "master/libelles.h"
 #include "ui/texteqt.h"
 

@@ -3,6 +3,7 @@
 #include <QSignalBlocker>
 #include <utility>
 
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/forms/champsecriture.h"
 #include "master/forms/champscompte.h"

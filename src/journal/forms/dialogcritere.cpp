@@ -7,6 +7,7 @@
 
 #include "core/btfiles.h"
 #include "journal/choixcomptes.h"
+#include "session/textes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
 

@@ -8,8 +8,9 @@
 #include <string_view>
 #include <utility>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "journal/forms/textes.h"
 #include "master/forms/champscompte.h"
 #include "master/forms/dialogplan.h"
 #include "store/texte1252.h"
@@ -359,7 +360,7 @@ void CDialogEcriture::TresorerieChange() {
 void CDialogEcriture::Deverrouille() {
   if (Ajout() || !(m_validee || m_liee)) return;
   if (m_cloture) {
-    App().ReportErreur(3056);
+    App().ReportErreur(ErrExerciceCloture);
     return;
   }
   if (m_validee && ValideEcriture(App(), m_mouvement, false)) {

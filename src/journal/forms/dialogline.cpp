@@ -1,7 +1,8 @@
 #include "journal/forms/dialogline.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "journal/forms/textes.h"
+#include "journal/textes.h"
 #include "master/forms/dialogplancomptable.h"
 #include "ui/texteqt.h"
 
@@ -123,14 +124,14 @@ void CDialogLine::Actualise() {
 
 bool CDialogLine::Enregistre() {
   const CompteOffert* compte = m_compte.Choisi();
-  if (!compte) return Refuse(3105, m_compte.Code());
+  if (!compte) return Refuse(ErrCompteIncorrect, m_compte.Code());
   LigneODSaisie ligne;
   ligne.compte = compte->compte;
   ligne.libelle = m_libelle.Valeur();
   ligne.credit = m_credit.Valeur();
   if (ligne.credit == 0) ligne.debit = m_debit.Valeur();
   ligne.paiement = m_paiement.Valeur();
-  if (ligne.debit == 0 && ligne.credit == 0) return Refuse(3108, m_debit);
+  if (ligne.debit == 0 && ligne.credit == 0) return Refuse(ErrDebitOuCredit, m_debit);
   if (m_ouverture.modification)
     static_cast<LigneODSaisie&>(m_lignes.lignes[static_cast<std::size_t>(m_lignes.choisie)]) = ligne;
   else

@@ -3,8 +3,10 @@
 #include <QBoxLayout>
 #include <QPushButton>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "journal/forms/textes.h"
+#include "journal/textes.h"
 #include "master/forms/champscompte.h"
 #include "ui/texteqt.h"
 
@@ -109,9 +111,9 @@ void CDialogLineTresor::ChangeCompte(i16 paiement) {
 
 bool CDialogLineTresor::Enregistre() {
   const f64 montant = MontantDeChamp(m_montant.Valeur());
-  if (montant == 0) return Refuse(3106, m_montant);
+  if (montant == 0) return Refuse(ErrMontantNul, m_montant);
   const CompteOffert* compte = m_tresorerie.Choisi();
-  if (!compte) return Refuse(3105, m_tresorerie);
+  if (!compte) return Refuse(ErrCompteIncorrect, m_tresorerie);
   LigneTresorLue ligne;
   if (m_ouverture.modification) ligne = m_lignes.lignes[static_cast<std::size_t>(m_lignes.choisie)];
   ligne.compte = compte->compte;

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
+#include "journal/forms/textes.h"
 #include "session/periodes.h"
 #include "ui/texteqt.h"
 

@@ -3,9 +3,10 @@
 #include <QShortcut>
 #include <string_view>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/forms/listelignes.h"
+#include "journal/forms/textes.h"
 #include "master/forms/champscompte.h"
 #include "master/forms/listeeditee.h"
 #include "ui/texteqt.h"
@@ -19,9 +20,9 @@ namespace {
 constexpr int LargeurListe = 90, LargeurSolde = 12;  // characters
 
 QString Titre(const OuvertureEcriture& ouverture) {
-  const unsigned journal = ouverture.journal == JournalRecettes   ? TitreRecette
-                           : ouverture.journal == JournalDepenses ? TitreDepense
-                                                                  : TitreOD;
+  const TexteFixe& journal = ouverture.journal == JournalRecettes   ? TitreRecette
+                             : ouverture.journal == JournalDepenses ? TitreDepense
+                                                                    : TitreOD;
   return TexteQ(TitreEcriture, {Texte(journal), Texte(ouverture.mouvement ? MotModification : MotAjout)});
 }
 
@@ -161,7 +162,7 @@ void CDialogMouvement::Voisin(int pas) {
 
 void CDialogMouvement::OuvreLigne(bool modification) {
   if (m_cloture) {
-    App().ReportErreur(3056);
+    App().ReportErreur(ErrExerciceCloture);
     return;
   }
   if (Verrouillee() && !modification) return;
@@ -185,7 +186,7 @@ void CDialogMouvement::OuvreLigne(bool modification) {
 
 void CDialogMouvement::Supprime() {
   if (m_cloture) {
-    App().ReportErreur(3056);
+    App().ReportErreur(ErrExerciceCloture);
     return;
   }
   const std::vector<int> rangs = m_liste->Choisies();

@@ -20,7 +20,7 @@ class CDialogMouvement : public CZNDialog {
 
   /// The journal was changed while the form was open.
   bool Change() const { return m_derniere != 0; }
-  u32 Derniere() const { return m_derniere; }            ///< entry last saved, 0 when none was
+  u32 Derniere() const { return m_derniere; }  ///< entry last saved, 0 when none was
   /// It ended by "N&ouvelle": a blank form is wanted next.
   bool NouvelleVoulue() const { return m_nouvelle; }
   u32 Montree() const { return m_ouverture.mouvement; }  ///< entry shown, 0 for a new one

@@ -1,5 +1,9 @@
 #include "journal/forms/dialogvalidation.h"
 
+#include "core/erreurs.h"
+#include "journal/forms/textes.h"
+#include "journal/textes.h"
+#include "session/textes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,7 +38,7 @@ void CDialogValidation::DeclareJournal(Formulaire& formulaire) {
       .SurChangement([this] { Permet(); })
       .Champ(u"Jo&urnal : "_s, m_journal, "journal")
       .FinGroupe();
-  for (unsigned mot = MotRecettes; mot <= MotOperationsDiverses; ++mot) m_journal.Ajoute(Texte(mot));
+  for (const TexteFixe& mot : MotJournal) m_journal.Ajoute(Texte(mot));
 }
 
 void CDialogValidation::DeclareEcritures(Formulaire& formulaire) {
@@ -102,7 +106,7 @@ DemandeValidation CDialogValidation::Lit() const {
 }
 
 bool CDialogValidation::Enregistre() {
-  if (QWidget* fautif = m_periode.Fautif()) return Refuse(3104, *fautif);
+  if (QWidget* fautif = m_periode.Fautif()) return Refuse(ErrDateIncorrecte, *fautif);
   const ResultatLot resultat = TraiteBrouillard(App(), Lit());
   if (!resultat.erreur) return true;
   // What was done before the failure stays.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "journal/forms/textes.h"
+#include "journal/textes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;

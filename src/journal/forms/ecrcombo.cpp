@@ -4,7 +4,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "core/textes.h"
+#include "reports/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

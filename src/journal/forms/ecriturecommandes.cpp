@@ -4,6 +4,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
 #include "journal/forms/dialogcritere.h"
@@ -202,7 +203,7 @@ void CEcritureView::Execute(unsigned commande) {
 }
 
 bool CEcritureView::RefuseCloture() {
-  return App().Reglages.IsExerciceCloture() && !App().ReportErreur(3056);
+  return App().Reglages.IsExerciceCloture() && !App().ReportErreur(ErrExerciceCloture);
 }
 
 void CEcritureView::ActualiseAutres(bool change) {

@@ -16,6 +16,8 @@
 #include "journal/forms/ecrlist.h"
 #include "journal/forms/ecrtotal.h"
 #include "journal/forms/month.h"
+#include "journal/forms/textes.h"
+#include "reports/textes.h"
 #include "session/periodes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
@@ -29,9 +31,8 @@ namespace {
 constexpr u32 bits[] = {FenRecettes, FenDepenses, FenOperationsDiverses};
 constexpr unsigned Ajouter = 1005, Modifier = 1006;
 
-std::string De(unsigned numero, i16 journal) {
-  return Texte(numero + static_cast<unsigned>(journal - JournalRecettes));
-}
+/// The text of a journal in a run of three.
+const TexteFixe& De(const TexteFixe (&textes)[3], i16 journal) { return textes[journal - JournalRecettes]; }
 
 class CurseurAttente {
  public:
@@ -43,7 +44,7 @@ class CurseurAttente {
 
 u16 ModeDe(const std::string& mot) {
   const auto memes = [&mot](u16 mode) {
-    return Q(mot).compare(TexteQ(MotModeListe + mode - 1), Qt::CaseInsensitive) == 0;
+    return Q(mot).compare(TexteQ(MotModeListe[mode - 1]), Qt::CaseInsensitive) == 0;
   };
   return memes(ListeToutes) ? ListeToutes : memes(ListeValidees) ? ListeValidees : ListeBrouillard;
 }
@@ -51,7 +52,7 @@ u16 ModeDe(const std::string& mot) {
 }  // namespace
 
 CEcritureView::CEcritureView(ContexteUi& contexte, i16 journal)
-    : Vue(contexte, De(TitreJournal, journal), bits[journal - JournalRecettes]),
+    : Vue(contexte, Texte(De(TitreJournal, journal)), bits[journal - JournalRecettes]),
       m_document{journal},
       m_exercice(contexte.App.NomExercice),
       m_criteres(CriteresParDefaut(contexte.App)),
@@ -154,10 +155,6 @@ void CEcritureView::MontreDessin() {
   m_liste->ActualisePreferences();
 }
 
-unsigned CEcritureView::Rang(unsigned numero) const {
-  return numero + static_cast<unsigned>(m_document.Journal - JournalRecettes);
-}
-
 std::string CEcritureView::Filtre() const { return EstOD() ? std::string() : m_combo->Filtre(); }
 
 DemandeListe CEcritureView::Demande() const {
@@ -213,10 +210,11 @@ void CEcritureView::MontreSelection() {
 }
 
 void CEcritureView::MontreEntete() {
-  setWindowTitle(TexteQ(Rang(FormatTitreJournal), {Texte(MotModeListe + m_mode - 1u)}));
+  setWindowTitle(TexteQ(De(FormatTitreJournal, m_document.Journal), {Texte(MotModeListe[m_mode - 1u])}));
   const Date mois = m_mois->PremierJour();
   const std::string nom = NomMois(Mois(mois));
-  m_entete->setText(TexteQ(FormatEnteteJournal, {Texte(Rang(NomDuJournal))}) + u' ' + Q(nom));
+  m_entete->setText(TexteQ(FormatEnteteJournal, {Texte(De(NomDuJournal, m_document.Journal))}) + u' ' +
+                    Q(nom));
   m_legende->setText(TexteQ(EstPartielle(m_criteres) ? FormatMoisPartiel : FormatMoisJournal,
                             {nom, std::to_string(Annee(mois))}));
 }
@@ -225,7 +223,7 @@ void CEcritureView::MontreVide() {
   const bool sansTresorerie = !EstOD() && m_combo->CompteParDefaut().empty();
   QString texte = TexteQ(EstPartielle(m_criteres) ? VideCriteres
                          : m_mode == ListeToutes  ? VideMois
-                                                  : VideMode + m_mode - 1u);
+                                                  : VideMode[m_mode - 1u]);
   if (sansTresorerie)
     texte = TexteQ(VideTresorerie);
   else if (!App().Reglages.IsExerciceCloture())
@@ -236,7 +234,8 @@ void CEcritureView::MontreVide() {
 // -- State of the window
 
 void CEcritureView::LitEtat() {
-  const std::string etat = App().Reglages.LitIniExercice(m_exercice, Texte(Rang(CleJournal)));
+  const std::string etat =
+      App().Reglages.LitIniExercice(m_exercice, Texte(De(CleJournal, m_document.Journal)));
   if (!EstOD()) m_combo->Choisit(ChampTexte(0, etat, ','));
   m_mois->Montre(etat.empty() ? MoisDuJour() : TexteVersEntier(ChampTexte(1, etat, ',')));
   m_mode = ModeDe(ChampTexte(2, etat, ','));
@@ -257,7 +256,7 @@ void CEcritureView::SauveEtat() {
   const bool ouvert = !App().Magasin.PathCabinet().empty() && !m_exercice.empty();
   if (!m_charge || !ouvert || App().NomExercice != m_exercice) return;
   const std::string mois = std::to_string(std::max(m_mois->Courant(), 0));
-  const std::string mode = Texte(MotModeListe + m_mode - 1u), cle = Texte(Rang(CleJournal));
+  const std::string mode = Texte(MotModeListe[m_mode - 1u]), cle = Texte(De(CleJournal, m_document.Journal));
   const std::string etat = EstOD() ? TexteFormat(FormatVueJournalOD, {"", mois, mode})
                                    : TexteFormat(FormatVueJournal, {m_combo->TexteChoisi(), mois, mode,
                                                                     m_journalComptable ? "0" : "1"});

@@ -74,7 +74,6 @@ class CEcritureView : public Vue, public ListeEcritures {
 
   bool EstOD() const { return m_document.Journal == JournalOD; }
   bool Comptable() const { return m_journalComptable || EstOD(); }
-  unsigned Rang(unsigned numero) const;  ///< text of this journal in a run of three
   void Dispose();
   void MontreDessin();
   std::string Filtre() const;

@@ -14,6 +14,7 @@
 #include <numeric>
 #include <unordered_set>
 
+#include "core/texte.h"
 #include "core/valeurs.h"
 #include "ui/colonnes.h"
 #include "ui/texteqt.h"

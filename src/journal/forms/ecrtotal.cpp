@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/forms/ecrlist.h"
+#include "journal/forms/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -40,7 +40,7 @@ BandeTotaux::BandeTotaux(CEcrList& liste, QWidget* parent)
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-BandeTotaux::Rangee BandeTotaux::FaitRangee(unsigned titre, const char* nom) {
+BandeTotaux::Rangee BandeTotaux::FaitRangee(const TexteFixe& titre, const char* nom) {
   Rangee rangee;
   rangee.titre = new QLabel(TexteQ(titre), this);
   rangee.titre->setObjectName(QString::fromLatin1(nom));

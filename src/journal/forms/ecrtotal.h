@@ -45,7 +45,7 @@ class BandeTotaux : public QWidget {
     QLabel* titre;
     std::array<CEcrTotal*, 4> montants;  ///< Franc, Franc, Euro, Euro
   };
-  Rangee FaitRangee(unsigned titre, const char* nom);
+  Rangee FaitRangee(const TexteFixe& titre, const char* nom);
   static void MontreRangee(const Rangee& rangee, const TotauxListe& totaux);
   CEcrList& m_liste;
   std::array<Rangee, 2> m_rangees;

@@ -13,7 +13,7 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-ListeLignes::ListeLignes(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
+ListeLignes::ListeLignes(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
                          QWidget* parent)
     : QWidget(parent), m_actions(std::move(actions)), m_table(new CZNListCtrl(contexte, this)) {
   m_table->setObjectName(u"lignes"_s);

@@ -24,7 +24,7 @@ class ListeLignes : public QWidget {
     std::function<void()> ajoute, modifie, supprime;
   };
   /// `nom` is read aloud for the list; `colonnes` is the number of the description.
-  ListeLignes(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
+  ListeLignes(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
               QWidget* parent = nullptr);
 
   CZNListCtrl& Table() { return *m_table; }

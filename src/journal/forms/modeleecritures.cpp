@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "journal/forms/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/texte.h"
 #include "journal/listejournal.h"
 
 namespace fenlor {

@@ -7,8 +7,8 @@
 #include <QToolTip>
 #include <algorithm>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "journal/forms/textes.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
 

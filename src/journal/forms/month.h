@@ -4,8 +4,8 @@
 #include <QWidget>
 #include <vector>
 
-#include "ui/findesliens.h"
 #include "store/dates.h"
+#include "ui/findesliens.h"
 
 namespace fenlor {
 

@@ -8,8 +8,9 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "journal/forms/textes.h"
 #include "master/forms/champscompte.h"
 #include "master/forms/listeeditee.h"
 #include "ui/images.h"
@@ -182,7 +183,7 @@ void ZoneTresorerie::PasseSimple() {
 
 void ZoneTresorerie::Ajoute() {
   if (m_cloture) {
-    m_app.ReportErreur(3056);
+    m_app.ReportErreur(ErrExerciceCloture);
   } else if (m_permis) {
     OuvreLigne(false);
   }
@@ -194,7 +195,7 @@ void ZoneTresorerie::ModifieLigne() {
 
 void ZoneTresorerie::Supprime() {
   if (m_cloture) {
-    m_app.ReportErreur(3056);
+    m_app.ReportErreur(ErrExerciceCloture);
     return;
   }
   std::vector<int> choisies = Choisies();

@@ -1,11 +1,12 @@
 #include "master/forms/comptesview.h"
 
-#include "core/textes.h"
+#include "core/texte.h"
 #include "master/forms/dialogcompte.h"
 
 namespace fenlor {
 
-ComptesView::ComptesView(ContexteUi& contexte, unsigned titre, u32 bit, ListeComptes liste, FormeCompte forme)
+ComptesView::ComptesView(ContexteUi& contexte, const TexteFixe& titre, u32 bit, ListeComptes liste,
+                         FormeCompte forme)
     : FichesView(contexte, Texte(titre), bit),
       m_liste(liste),
       m_forme(forme),

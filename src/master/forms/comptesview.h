@@ -19,7 +19,7 @@ constexpr u32 MasqueComptes(bool tresorerie) {
 class ComptesView : public FichesView {
   Q_OBJECT
  protected:
-  ComptesView(ContexteUi& contexte, unsigned titre, u32 bit, ListeComptes liste, FormeCompte forme);
+  ComptesView(ContexteUi& contexte, const TexteFixe& titre, u32 bit, ListeComptes liste, FormeCompte forme);
   /// The form of an account, 0 for a new one.
   virtual std::unique_ptr<DialogCompte> Forme(Position position) = 0;
 

@@ -2,10 +2,10 @@
 
 #include <QPushButton>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/forms/champscompte.h"
 #include "master/forms/comptesview.h"
+#include "master/forms/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -53,10 +53,9 @@ void DialogCompte::Ouvre() {
 void DialogCompte::MontreTitre() {
   const unsigned type = static_cast<unsigned>(Type());
   if (!Ajout())
-    setWindowTitle(TexteQ(TitreCompte + type, {CompacteTexte(m_code.Valeur())}));
+    setWindowTitle(TexteQ(TitreCompte[type], {CompacteTexte(m_code.Valeur())}));
   else
-    setWindowTitle(
-        TexteQ(m_forme == FormeCompte::PlanComptable ? TitreAjoutAuPlan : TitreAjoutCompte + type));
+    setWindowTitle(TexteQ(m_forme == FormeCompte::PlanComptable ? TitreAjoutAuPlan : TitreAjoutCompte[type]));
 }
 
 void DialogCompte::Montre() {

@@ -6,8 +6,8 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "master/forms/textes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -2,8 +2,9 @@
 
 #include <QPushButton>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "master/forms/libelleview.h"
+#include "master/forms/textes.h"
 #include "master/libelles.h"
 #include "ui/texteqt.h"
 

@@ -1,8 +1,8 @@
 #include "master/forms/dialogplan.h"
+#include "core/erreurs.h"
+#include "master/forms/textes.h"
 
 #include <QPushButton>
-
-#include "core/textes.h"
 
 namespace fenlor {
 
@@ -29,7 +29,7 @@ CDialogPlan::CDialogPlan(ContexteUi& contexte, ComptesView* vue, i16 type, Posit
 
 bool CDialogPlan::Nouveau(ContexteUi& contexte, QWidget* parent) {
   CFenlorApp& app = contexte.App;
-  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(3056);
+  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(ErrExerciceCloture);
   const int reponse = app.MessageId(BoutonsNonOuiAnnuler | IconeQuestion, QuestionCompteRecettes);
   if (reponse != RepOui && reponse != RepNon) return false;
   CDialogPlan forme(contexte, nullptr, reponse == RepOui ? i16{Recette} : i16{Depense}, 0, parent);

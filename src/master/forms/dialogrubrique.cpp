@@ -4,9 +4,9 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/forms/rubriqueview.h"
+#include "master/forms/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -162,8 +162,8 @@ bool CDialogRubrique::eventFilter(QObject* objet, QEvent* evenement) {
     m_fleche = false;
   if (evenement->type() == QEvent::KeyPress) {
     const int touche = static_cast<QKeyEvent*>(evenement)->key();
-    m_fleche = touche == Qt::Key_Up || touche == Qt::Key_Down || touche == Qt::Key_Left ||
-               touche == Qt::Key_Right;
+    m_fleche =
+        touche == Qt::Key_Up || touche == Qt::Key_Down || touche == Qt::Key_Left || touche == Qt::Key_Right;
   }
   return CZNDialog::eventFilter(objet, evenement);
 }

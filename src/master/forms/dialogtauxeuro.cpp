@@ -1,7 +1,7 @@
 #include "master/forms/dialogtauxeuro.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "master/forms/textes.h"
 
 namespace fenlor {
 

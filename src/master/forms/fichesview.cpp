@@ -1,6 +1,5 @@
 #include "master/forms/fichesview.h"
-
-#include "core/textes.h"
+#include "core/erreurs.h"
 
 namespace fenlor {
 
@@ -63,7 +62,7 @@ void FichesView::Active() { Execute(Choisie() != 0 ? Modifier : Ajouter); }
 
 void FichesView::Saisit(Position position) {
   if (position == 0 && App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(3056);
+    App().ReportErreur(ErrExerciceCloture);
     return;
   }
   Position derniere = 0;

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
+#include "core/texte.h"
 #include "master/forms/dialoglibelle.h"
+#include "master/forms/textes.h"
 #include "master/libelles.h"
+#include "reports/textes.h"
 
 namespace fenlor {
 
@@ -113,7 +116,7 @@ void CLibelleView::Active() { Execute(Table().DonneeChoisie() != 0 ? Modifier : 
 
 void CLibelleView::Saisit(bool ajout) {
   if (ajout && App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(3056);
+    App().ReportErreur(ErrExerciceCloture);
     return;
   }
   if (!Relit() || (!ajout && Table().DonneeChoisie() == 0)) return;
@@ -122,7 +125,7 @@ void CLibelleView::Saisit(bool ajout) {
 
 void CLibelleView::Supprime() {
   if (App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(3056);
+    App().ReportErreur(ErrExerciceCloture);
     return;
   }
   if (!Relit() || Table().DonneeChoisie() == 0) return;

@@ -5,14 +5,13 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "core/textes.h"
 #include "ui/images.h"
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-ListeEditee::ListeEditee(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
+ListeEditee::ListeEditee(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
                          QWidget* parent)
     : QWidget(parent), m_actions(std::move(actions)), m_table(new CZNListCtrl(contexte, this)) {
   m_table->setObjectName(u"liste"_s);

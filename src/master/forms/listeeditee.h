@@ -29,7 +29,7 @@ class ListeEditee : public QWidget {
   };
 
   /// `nom` is read aloud for the list; `colonnes` is the number of the description.
-  ListeEditee(ContexteUi& contexte, const QString& nom, unsigned colonnes, Actions actions,
+  ListeEditee(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
               QWidget* parent = nullptr);
 
   CZNListCtrl& Table() { return *m_table; }

@@ -1,7 +1,7 @@
 #include "master/forms/pageoptionadressebanque.h"
 
-#include "core/textes.h"
 #include "master/forms/dialogadressebanque.h"
+#include "master/forms/textes.h"
 
 namespace fenlor {
 

@@ -1,5 +1,6 @@
 #include "master/forms/pageoptionassociation.h"
 
+#include "core/texte.h"
 #include "master/options.h"
 
 namespace fenlor {

@@ -1,4 +1,5 @@
 #include "master/forms/pageoptioncompte.h"
+#include "core/erreurs.h"
 
 namespace fenlor {
 
@@ -10,7 +11,7 @@ CPageOptionCompte::CPageOptionCompte(ContexteUi& contexte)
 }
 
 bool CPageOptionCompte::Charge() {
-  if (App().Reglages.IsExerciceCloture()) return App().ReportErreur(3056);
+  if (App().Reglages.IsExerciceCloture()) return App().ReportErreur(ErrExerciceCloture);
   m_champs.Charge();
   return true;
 }

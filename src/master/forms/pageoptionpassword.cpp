@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "core/texte.h"
 #include "store/motdepasse.h"
 
 namespace fenlor {

@@ -1,6 +1,5 @@
 #include "master/forms/pageoptionsupdate.h"
-
-#include "core/textes.h"
+#include "core/erreurs.h"
 
 namespace fenlor {
 

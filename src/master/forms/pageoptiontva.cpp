@@ -1,8 +1,8 @@
 #include "master/forms/pageoptiontva.h"
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/forms/dialogtauxtva.h"
+#include "master/forms/textes.h"
 
 namespace fenlor {
 

@@ -1,7 +1,7 @@
 #include "master/forms/plancomptableview.h"
 
-#include "core/textes.h"
 #include "master/forms/dialogplancomptable.h"
+#include "reports/textes.h"
 
 namespace fenlor {
 

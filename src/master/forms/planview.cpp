@@ -1,7 +1,7 @@
 #include "master/forms/planview.h"
 
-#include "core/textes.h"
 #include "master/forms/dialogplan.h"
+#include "reports/textes.h"
 
 namespace fenlor {
 

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/forms/dialogrubrique.h"
+#include "master/forms/textes.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -33,8 +33,8 @@ CSheetOptions::CSheetOptions(ContexteUi& contexte, QWidget* parent)
   // All tabs at once where the screen has room for them, else with arrows.
   auto& onglets = *findChild<QTabWidget*>();
   const int place = screen()->availableSize().width() - 4 * fontMetrics().height();
-  onglets.setMinimumWidth(std::max(onglets.minimumSizeHint().width(),
-                                   std::min(onglets.tabBar()->sizeHint().width(), place)));
+  onglets.setMinimumWidth(
+      std::max(onglets.minimumSizeHint().width(), std::min(onglets.tabBar()->sizeHint().width(), place)));
 }
 
 void CSheetOptions::Apres() {

@@ -1,7 +1,7 @@
 #include "master/forms/tresorerieview.h"
 
-#include "core/textes.h"
 #include "master/forms/dialogtresorerie.h"
+#include "reports/textes.h"
 
 namespace fenlor {
 

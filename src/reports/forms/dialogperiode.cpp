@@ -3,8 +3,9 @@
 #include <QStandardItemModel>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "reports/forms/textes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
 
@@ -77,7 +78,7 @@ void CDialogPeriode::DeclareCompte(Formulaire& formulaire) {
 void CDialogPeriode::DeclareGenre(Formulaire& formulaire) {
   formulaire.Champ(u"Genre :"_s, m_genre, "genre").SurChangement([this] { ChangeGenre(); }).FinGroupe();
   for (int genre = EtatRecettes; genre <= EtatToutes; ++genre)
-    m_genre.Ajoute(Texte(MotGenre + static_cast<unsigned>(genre)));
+    m_genre.Ajoute(Texte(MotGenre[static_cast<unsigned>(genre)]));
   m_genre.setCurrentIndex(EtatToutes);
 }
 
@@ -104,7 +105,7 @@ void CDialogPeriode::RemplitComptes(unsigned comptes) {
   auto& modele = *qobject_cast<QStandardItemModel*>(m_compte.model());
   for (unsigned bit = 0; bit < std::size(TypesDesGroupes); ++bit) {
     if (!(comptes & (1u << bit))) continue;
-    m_compte.Ajoute(Texte(MotGroupeComptes + bit));
+    m_compte.Ajoute(Texte(MotGroupeComptes[bit]));
     m_comptes.emplace_back();
     QStandardItem& titre = *modele.item(m_compte.count() - 1);
     titre.setEnabled(false);
@@ -173,13 +174,13 @@ bool CDialogPeriode::Enregistre() {
   CriteresEtat criteres = m_criteres;
   if (AvecCompte()) {
     const CompteListe* compte = Choisi();
-    if (!m_tous.isChecked() && !compte) return Refuse(3119, m_code);
+    if (!m_tous.isChecked() && !compte) return Refuse(ErrCompteObligatoire, m_code);
     criteres.compte = m_tous.isChecked() ? "*" : compte->compte;
   }
   if (AvecPeriode()) {
     // Dates in the wrong order are taken as they stand; what is no date is none.
     QWidget* fautif = m_periode.Fautif();
-    if (fautif && !(m_periode.Du() && m_periode.Au())) return Refuse(3104, *fautif);
+    if (fautif && !(m_periode.Du() && m_periode.Au())) return Refuse(ErrDateIncorrecte, *fautif);
     m_periode.Retient();
     criteres.du = m_periode.Du();
     criteres.au = m_periode.Au();

@@ -8,6 +8,8 @@
 #include <cerrno>
 
 #include "core/textes.h"
+#include "pages/textes.h"
+#include "reports/forms/textes.h"
 #include "store/systeme.h"
 #include "store/texte1252.h"
 

@@ -1,9 +1,8 @@
 #include "reports/forms/etatview.h"
+#include "core/cles.h"
 
 #include <QPainter>
 #include <algorithm>
-
-#include "core/textes.h"
 
 namespace fenlor {
 

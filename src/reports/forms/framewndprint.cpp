@@ -15,9 +15,11 @@
 
 #include "core/textes.h"
 #include "core/valeurs.h"
+#include "pages/textes.h"
 #include "reports/forms/ecritpdf.h"
 #include "reports/forms/impressions.h"
 #include "reports/forms/previewview.h"
+#include "reports/forms/textes.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
 

@@ -5,8 +5,9 @@
 #include <QScopedValueRollback>
 #include <utility>
 
-#include "core/textes.h"
+#include "core/cles.h"
 #include "core/valeurs.h"
+#include "reports/forms/textes.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
 

@@ -4,8 +4,8 @@
 #include <QLabel>
 #include <QStyle>
 
-#include "core/textes.h"
 #include "reports/forms/feuillesapercu.h"
+#include "reports/forms/textes.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
 

@@ -4,9 +4,9 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "core/textes.h"
 #include "reports/forms/feuillesapercu.h"
 #include "reports/forms/previewtoolbar.h"
+#include "reports/forms/textes.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
 

@@ -1,5 +1,6 @@
 #include "session/forms/commandesexercice.h"
 
+#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "session/entretien.h"
 #include "session/exercices.h"
@@ -8,6 +9,7 @@
 #include "session/forms/dialogopenexercice.h"
 #include "session/forms/dialogpassword.h"
 #include "session/forms/sheetproperties.h"
+#include "session/textes.h"
 
 namespace fenlor {
 
@@ -52,7 +54,7 @@ void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
   FermeExercice(app);
   if (!EstVide(nom)) {
     if (!TestRepertoire(app, nom)) {
-      app.ReportErreur(3000);
+      app.ReportErreur(ErrRepertoireExercice);
     } else if (RouvreCabinet(contexte)) {
       OuvreExercice(app, nom);
     }
@@ -68,7 +70,8 @@ void CommandeFermerExercice(ContexteUi& contexte) {
 
 void CommandeSupprimerExercice(ContexteUi& contexte) {
   const ResultatExercice resultat = SupprimeExercice(contexte.App, [&] { contexte.Cadre.FermeToutes(); });
-  if (resultat.erreur != 3039 && resultat.erreur != ErrAucunExercice) contexte.Cadre.MontreExercice();
+  if (resultat.erreur != ErrExerciceRecent && resultat.erreur != ErrAucunExercice)
+    contexte.Cadre.MontreExercice();
 }
 
 void CommandeProprietes(ContexteUi& contexte) {

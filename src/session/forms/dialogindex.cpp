@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "session/entretien.h"
+#include "session/forms/textes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "session/textes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -119,7 +120,7 @@ bool CDialogNewExercice::Enregistre() {
   const ResultatExercice resultat = CreeExercice(App(), m_formulaire);
   Contexte().Cadre.MontreExercice();
   // 3000: it was created, its directory cannot be used. The form has nothing to add.
-  if (!resultat && resultat.erreur != 3000) {
+  if (!resultat && resultat.erreur != ErrRepertoireExercice) {
     Pointe(resultat);
     return false;
   }

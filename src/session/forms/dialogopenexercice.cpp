@@ -1,8 +1,11 @@
 #include "session/forms/dialogopenexercice.h"
 
+#include "core/cles.h"
 #include "session/exercices.h"
 #include "session/forms/dialogpassword.h"
 #include "session/forms/lignesexercices.h"
+#include "session/forms/textes.h"
+#include "session/textes.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,7 +29,7 @@ CDialogOpenExercice::CDialogOpenExercice(ContexteUi& contexte, bool motDePasse, 
 
 int CDialogOpenExercice::exec() {
   if (App().Magasin.GetExercicesRec() != 0) return CZNDialog::exec();
-  App().ReportErreur(3072);
+  App().ReportErreur(ErrPasDExercice);
   return Rejected;
 }
 

@@ -1,5 +1,6 @@
 #include "session/forms/dialogpassword.h"
 
+#include "core/erreurs.h"
 #include "store/motdepasse.h"
 #include "ui/texteqt.h"
 
@@ -31,7 +32,7 @@ bool CDialogPassword::Enregistre() {
   m_motDePasse.clear();
   if (code == ErrOccupe) return Refuse(ErrCabinetOccupe, m_motDePasse, {magasin.QVDetenteur()});
   if (code != ErrMotDePasse) return Refuse(ErrMagasin, m_motDePasse, {magasin.QVErreurTexte(code)});
-  return Refuse(3074, m_motDePasse);
+  return Refuse(ErrMotDePasseErrone, m_motDePasse);
 }
 
 }  // namespace fenlor

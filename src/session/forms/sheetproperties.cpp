@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <array>
 
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "session/exercices.h"
 #include "ui/editeurs.h"

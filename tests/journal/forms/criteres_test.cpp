@@ -6,8 +6,8 @@
 
 #include "journal/forms/dialogcritere.h"
 #include "journal/forms/dialogmonth.h"
-#include "session/periodes.h"
 #include "journal/forms/formesjournal.h"
+#include "session/periodes.h"
 
 namespace fenlor {
 namespace {

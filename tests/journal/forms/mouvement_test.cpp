@@ -7,9 +7,10 @@
 #include <QToolButton>
 #include <cstring>
 
-#include "core/textes.h"
 #include "journal/cabinetmedical.h"
 #include "journal/forms/dialogmouvement.h"
+#include "journal/forms/textes.h"
+#include "journal/textes.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
 #include "store/texte1252.h"

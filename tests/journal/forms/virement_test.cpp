@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "core/textes.h"
 #include "journal/forms/dialogvirement.h"
 #include "journal/forms/formesjournal.h"
+#include "journal/forms/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

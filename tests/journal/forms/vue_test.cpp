@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "core/cles.h"
+#include "journal/forms/textes.h"
 #include "journal/forms/vuedetest.h"
 
 namespace fenlor {
@@ -438,7 +440,7 @@ TEST_F(VueJournal, BarreDesMois) {
 
 TEST_F(VueJournal, MoisDUnExerciceACheval) {
   ASSERT_TRUE(CreeExercice("2005", true, false, FaitDate(15, 11, 2004), FaitDate(10, 2, 2005)));
-  Regle("2005", Texte(CleJournal), "< Tous >, 2, Toutes, 0");
+  Regle("2005", Texte(CleJournal[0]), "< Tous >, 2, Toutes, 0");
   const auto vue = OuvreTelle();
   ASSERT_EQ(Mois(*vue).Cellules().size(), 4u);
   EXPECT_EQ(Mois(*vue).Cellules()[0].premier, FaitDate(1, 11, 2004));

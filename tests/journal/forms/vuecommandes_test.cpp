@@ -8,6 +8,7 @@
 #include <set>
 
 #include "core/btfiles.h"
+#include "core/cles.h"
 #include "journal/forms/champsecriture.h"
 #include "journal/forms/vuedetest.h"
 #include "journal/odlue.h"

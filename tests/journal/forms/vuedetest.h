@@ -16,6 +16,7 @@
 #include "journal/forms/ecrlist.h"
 #include "journal/forms/ecrtotal.h"
 #include "journal/forms/month.h"
+#include "journal/forms/textes.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
@@ -44,10 +45,10 @@ class VueDeTest : public CabinetMedical {
   void Validee(u32 mouvement) { ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, mouvement, 1)); }
   /// What the window wrote when it was last closed, or will read when it opens.
   std::string EtatEcrit(i16 journal = JournalRecettes) {
-    return App().Reglages.LitIniExercice("2003", Texte(CleJournal + static_cast<unsigned>(journal) - 1));
+    return App().Reglages.LitIniExercice("2003", Texte(CleJournal[static_cast<unsigned>(journal) - 1]));
   }
   void PoseEtat(const std::string& etat, i16 journal = JournalRecettes) {
-    Regle("2003", Texte(CleJournal + static_cast<unsigned>(journal) - 1), etat);
+    Regle("2003", Texte(CleJournal[static_cast<unsigned>(journal) - 1]), etat);
   }
   /// The window of a month, from 1, as the settings would open it.
   std::unique_ptr<CEcritureView> Ouvre(i16 journal = JournalRecettes, const std::string& mode = "Toutes",

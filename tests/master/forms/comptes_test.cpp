@@ -16,6 +16,7 @@
 #include "master/forms/plancomptableview.h"
 #include "master/forms/planview.h"
 #include "master/forms/tresorerieview.h"
+#include "master/textes.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
 #include "store/texte1252.h"

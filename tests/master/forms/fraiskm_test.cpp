@@ -4,10 +4,10 @@
 #include <QTest>
 
 #include "core/btfiles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/forms/dialogfraiskm.h"
+#include "master/textes.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
 #include "store/texte1252.h"

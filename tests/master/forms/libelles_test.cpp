@@ -5,7 +5,7 @@
 #include <QTest>
 #include <filesystem>
 
-#include "core/textes.h"
+#include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/forms/dialoglibelle.h"
 #include "master/forms/libelleview.h"

@@ -20,6 +20,7 @@
 #include "master/options.h"
 #include "master/optionstva.h"
 #include "master/tauxeuro.h"
+#include "master/textes.h"
 #include "outils/systemefautif.h"
 #include "outils/uidetest.h"
 #include "store/motdepasse.h"

@@ -13,13 +13,13 @@
 #include <QTest>
 #include <csignal>
 
-#include "core/textes.h"
 #include "outils/verifieformulaire.h"
 #include "reports/forms/etatdetest.h"
 #include "reports/forms/feuillesapercu.h"
 #include "reports/forms/impressions.h"
 #include "reports/forms/previewtoolbar.h"
 #include "reports/forms/previewview.h"
+#include "reports/forms/textes.h"
 #include "ui/texteqt.h"
 #include "ui/traductions.h"
 

@@ -11,10 +11,10 @@
 #include <csignal>
 #include <filesystem>
 
-#include "core/textes.h"
 #include "pages/enregistreur.h"
 #include "reports/forms/ecritpdf.h"
 #include "reports/forms/etatdetest.h"
+#include "reports/forms/textes.h"
 
 namespace fenlor::test {
 namespace {

@@ -4,6 +4,7 @@
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
 #include "reports/etatcomptable.h"
+#include "reports/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {

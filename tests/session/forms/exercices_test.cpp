@@ -18,6 +18,7 @@
 #include "session/forms/dialogopenexercice.h"
 #include "session/forms/dialogpassword.h"
 #include "session/forms/sheetproperties.h"
+#include "session/textes.h"
 #include "store/motdepasse.h"
 #include "ui/texteqt.h"
 

@@ -6,6 +6,8 @@
 #include "outils/uidetest.h"
 #include "session/forms/commandesexercice.h"
 #include "session/forms/dialogindex.h"
+#include "session/forms/textes.h"
+#include "session/textes.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 

@@ -1,0 +1,77 @@
+// Texts of app/: every message, title, word and format that is used here, or here and above.
+#pragma once
+
+#include "core/texte.h"
+
+namespace fenlor {
+
+// clang-format off
+
+// Errors
+inline constexpr TexteFixe ErrIntree{3120, "Erreur %d dans INTREE"};
+
+// Refusals
+inline constexpr TexteFixe ErrCabinet{3216, "Le cabinet %s ne peut pas être ouvert : %s"};
+/// settings that name no exercice though books are there: file, names
+inline constexpr TexteFixe ErrReglagesVides{3217,
+    "Le fichier de réglages %s est vide ou endommagé : il ne nomme aucun exercice, mais le dossier "
+    "contient les livres de : %s.\n\nAucun livre n'est perdu. Remettez une copie de ce fichier à sa "
+    "place avant de continuer."};
+inline constexpr TexteFixe ErrRaccourciPris{3240, "%s est déjà le raccourci de \"%s\"."};  ///< key, command
+/// a key that forms or menus need
+inline constexpr TexteFixe ErrRaccourciInterdit{3241,
+    "%s ne peut pas servir de raccourci : les formulaires ou les menus ont besoin de cette "
+    "touche.\nAjoutez Ctrl, ou prenez une touche de fonction."};
+
+// Questions
+inline constexpr TexteFixe QuestionNouveauCabinet{3320,
+    "Le dossier %s n'existe pas.\nFaut-il y créer un nouveau cabinet ?"};
+
+// Desk tools
+inline constexpr TexteFixe FichierAstuces{5800, "zntips.txt"};
+inline constexpr TexteFixe SecAstuce{5801, "Astuce"};  ///< of the user's registry
+inline constexpr TexteFixe ClePosition{5802, "Position"};
+inline constexpr TexteFixe CleDemarrage{5803, "Démarrage"};
+inline constexpr TexteFixe SecCalculatrice{5804, "Calculatrice"};  ///< position of the window
+inline constexpr TexteFixe SecAide{5805, "Aide"};  ///< position of the window
+inline constexpr TexteFixe CalculErreur{5806, "Erreur"};  ///< shown by the calculator
+inline constexpr TexteFixe CalculTaux{5807, "Le taux de l'Euro est de %s F."};  ///< rate
+inline constexpr TexteFixe CalculPasNombre{5808, "Ce texte n'est pas un nombre."};
+inline constexpr TexteFixe FormatAstuce{5809, "Astuce %d sur %d"};  ///< number of the tip, number of tips
+inline constexpr TexteFixe AideRienTrouve{5810, "Aucune page ne contient « %s »."};  ///< what was searched
+inline constexpr TexteFixe InfoInconnu{5811, "inconnu"};
+inline constexpr TexteFixe InfoMemoire{5812, "%s Mo, dont %s Mo disponibles"};  ///< total, free
+inline constexpr TexteFixe InfoEcran{5813, "%s x %s, échelle %d %%"};  ///< width, height, scale
+inline constexpr TexteFixe InfoDisque{5814, "%s Mo libres sur %s Mo"};  ///< free, total
+inline constexpr TexteFixe InfoKo{5815, "%s Ko"};
+inline constexpr TexteFixe FormatVersion{5816, "Version %s"};
+inline constexpr TexteFixe InfoCopie{5817, "Copié dans le presse-papiers."};
+
+// Bars and shortcuts
+inline constexpr TexteFixe CleEtatBarres{5830, "Etat"};
+inline constexpr TexteFixe CleBarreEtat{5831, "Barre d'état"};
+inline constexpr TexteFixe CleCommandesBarre{5832, "Commandes"};
+inline constexpr TexteFixe CleTailleIcones{5833, "Taille"};
+inline constexpr TexteFixe CleTextesIcones{5834, "Textes"};
+inline constexpr TexteFixe MotTexteDessous{5835, "Dessous"};
+inline constexpr TexteFixe MotTexteACote{5836, "A côté"};
+inline constexpr TexteFixe MotTexteSans{5837, "Sans"};
+inline constexpr TexteFixe AccueilExercice{5850, "Exercice %s"};  ///< name of the exercice
+inline constexpr TexteFixe AccueilQueFaire{5851, "Que voulez-vous faire ?"};
+inline constexpr TexteFixe AccueilCloture{5852,
+    "Cet exercice est clôturé : tout se consulte, rien ne se modifie."};
+inline constexpr TexteFixe AccueilBienvenue{5853, "Bienvenue dans Fenlor"};
+inline constexpr TexteFixe AccueilPremier{5854,
+    "Ce cabinet n'a pas encore d'exercice. Commencez par en créer un : Fenlor prépare les comptes, "
+    "les rubriques de la 2035 et les journaux. Le cabinet de démonstration montre trois années déjà "
+    "tenues."};
+inline constexpr TexteFixe AccueilAucun{5855, "Aucun exercice n'est ouvert"};
+inline constexpr TexteFixe AccueilChoisir{5856, "Choisissez un exercice dans la barre d'outils, ou :"};
+inline constexpr TexteFixe CleFenetresOuvertes{5857, "Fenêtres ouvertes"};
+inline constexpr TexteFixe FormatTitreExercice{5858, "%s %s : %s"};  ///< product, "Exercice", name
+inline constexpr TexteFixe MotExercice{5859, "Exercice"};
+inline constexpr TexteFixe TitreDemo{5860, "Cabinet de démonstration"};
+inline constexpr TexteFixe TexteDemo{5861, "Création de trois exercices\n\nen cours..."};
+// clang-format on
+
+}  // namespace fenlor

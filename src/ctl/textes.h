@@ -1,0 +1,25 @@
+// Texts of ctl/: every message, title, word and format that is used here, or here and above.
+#pragma once
+
+#include "core/texte.h"
+
+namespace fenlor {
+
+// clang-format off
+
+// Errors
+inline constexpr TexteFixe ErrEcritureFichier{3022, "Erreur lors de l'écriture dans un fichier."};
+inline constexpr TexteFixe ErrCodeLecture{3052, "Erreur %d en lecture de :\n%s."};
+inline constexpr TexteFixe ErrFinDeFichier{3066, "Fin de fichier rencontrée en lecture !"};
+
+// Refusals
+inline constexpr TexteFixe ErrLigneIllisible{3200, "Ligne %s : %s"};  ///< a line of JSON that cannot be read
+inline constexpr TexteFixe ErrChampManquant{3204, "Le champ \"%s\" est obligatoire."};
+inline constexpr TexteFixe ErrExerciceInconnu{3208, "L'exercice %s n'existe pas."};
+/// this fenlorctl writes no PDF
+inline constexpr TexteFixe ErrSansPdf{3270, "Ce fenlorctl est construit sans PDF."};
+/// nothing to show: name of the report
+inline constexpr TexteFixe ErrEtatAbsent{3271, "L'état %s n'a pas pu être construit."};
+// clang-format on
+
+}  // namespace fenlor

@@ -1,0 +1,126 @@
+// Texts of session/: every message, title, word and format that is used here, or here and above.
+#pragma once
+
+#include "core/texte.h"
+
+namespace fenlor {
+
+// clang-format off
+
+// Questions: yes takes away what nobody can bring back
+inline constexpr TexteFixe QuestionAjustementEuro{3308,
+    "Cet utilitaire va recalculer les montants en Euros de vos écritures.\nLe Taux Euro dans "
+    "Outils/Option/EURO doit etre correct\nFaut-il continuer ?", Detruit};
+inline constexpr TexteFixe QuestionSupprimeExercice{3309,
+    "Attention !\n\nCette opération rendra inaccessible cet exercice.\n\nFaut-il supprimer "
+    "l'exercice %s ?", Detruit};
+/// name, first and last day
+inline constexpr TexteFixe QuestionAnneesExercice{3404,
+    "L'exercice %s, du %s au %s, est bien loin de la date du jour.\n\nFaut-il vraiment le créer ?", Detruit};
+
+// Errors
+inline constexpr TexteFixe ErrRepertoireExercice{3000, "Le répertoire de l'exercice est invalide !"};
+inline constexpr TexteFixe ErrFichierEndommage{3010, "Fichier (%s) endommagé\nIndexation recommandé."};
+inline constexpr TexteFixe ErrExerciceRecent{3039,
+    "Il est impossible de supprimer un exercice de moins de 5 ans comportant des écritures."};
+inline constexpr TexteFixe QuestionRemplaceExercice{3073,
+    "Cet exercice existe déja désirez vous le remplacer ?\n"};
+inline constexpr TexteFixe ErrPeriodeEnConflit{3075, "Cette période est en conflit avec l'exercice %s"};
+inline constexpr TexteFixe ErrDatesExercice{3099,
+    "Les dates de début et de fin d'exercice ne sont pas bonnes.\n Pour ouvrir cet exercice il est "
+    "nécessaire d'ajouter les valeurs par défaut suivantes :\n\nDate de début  %s\nDate de fin  %s"};
+
+// Refusals
+inline constexpr TexteFixe ErrChampInconnu{3203, "Le champ \"%s\" est inconnu."};
+inline constexpr TexteFixe ErrMonnaieExercice{3210, "L'exercice %s ne peut pas être tenu en %s."};
+inline constexpr TexteFixe ErrNomExercice{3211,
+    "Le nom de l'exercice \"%s\" est incorrect : 1 à 4 lettres ou chiffres."};
+inline constexpr TexteFixe ErrPeriode{3212, "La période du %s au %s est incorrecte."};
+
+// Questions
+inline constexpr TexteFixe QuestionRecalcul{3307,
+    "Cet utilitaire va recalculer les cumuls de tous les comptes de trésoreries, recettes, dépenses "
+    "et T.V.A.\nFaut-il continuer ?"};
+inline constexpr TexteFixe InfoRecalcul{3310,
+    "%ld écriture(s) de recettes traitée(s)\n%ld écriture(s) de dépenses traitée(s)\n%ld écritures "
+    "d'opérations diverses traitée(s)\n%ld écriture(s) pointée(s)\n%ld ligne(s) remise(s)\n%ld "
+    "ligne(s) rapprochée(s)\n%ld écriture(s) validée(s)"};
+
+// Progress
+inline constexpr TexteFixe TitreReconstruction{5020, "Reconstruction des clés."};
+/// store name
+inline constexpr TexteFixe TexteReconstruction{5021,
+    "Reconstruction des clés\n\ndu fichier %s\n\nen cours..."};
+inline constexpr TexteFixe TitreMontantsEuros{5025, "Recalcul des Montants Euros"};
+
+// Files in the list of the key rebuild
+inline constexpr TexteFixe FichierListeBanques{5030, "Banques (banque.dat)"};
+inline constexpr TexteFixe FichierListeComptes{5031, "Comptes (comptes.dat)"};
+inline constexpr TexteFixe FichierListeJournal{5032, "Journal (journal.dat)"};
+inline constexpr TexteFixe FichierListeRubriques{5033, "Rubriques (rubrique.dat)"};
+inline constexpr TexteFixe FichierListeImmo{5034, "Immobilisations (immo.dat)"};
+inline constexpr TexteFixe FichierListeAmo{5035, "Amortissements (amo.dat)"};
+
+// Words
+inline constexpr TexteFixe MotFranc{5343, "Franc"};
+inline constexpr TexteFixe MotEuro{5344, "Euro"};
+
+// Keys of the other sections
+inline constexpr TexteFixe CleExercice{5417, "Exercice"};
+
+// Preferences and positions of windows
+inline constexpr TexteFixe InfoMotDePasseSupprime{5680,
+    "Le passage de la version 1 à la version 2 a supprimé le mot de passe. Pensez à en remettre un "
+    "si vous désirez protéger cet exercice."};
+inline constexpr TexteFixe CleVersion{5681, "Version"};  ///< also a value of the registry
+inline constexpr TexteFixe CleRevision{5682, "Revision"};
+inline constexpr TexteFixe CleBuild{5683, "Build"};
+inline constexpr TexteFixe SecBarreOutils{5685, "Barre d'outils"};
+inline constexpr TexteFixe SecBarreOutilsSummary{5686, "Barre d'outils-Summary"};
+inline constexpr TexteFixe FormatSecBarreOutils{5687, "Barre d'outils-Bar%d"};
+/// save, change, delete (5688, 5690, 5692), the next number of an expense
+inline constexpr TexteFixe QuestionRecetteSansExercice[] = {
+    {5688, "L'enregistrement de cette recette est impossible car l'exercice %s n'existe pas en "
+     "Fenlor.\nVoulez-vous créer l'exercice ?\n\n- Sélectionner Oui pour le créer\n- Sélectionner "
+     "Non pour annuler l'enregistrement."},
+    {5689, "L'enregistrement de cette dépense est impossible car l'exercice %s n'existe pas en "
+     "Fenlor.\nVoulez-vous créer l'exercice ?\n\n- Sélectionner Oui pour le créer\n- Sélectionner "
+     "Non pour annuler l'enregistrement."},
+    {5690, "La modification de cette recette est impossible car l'exercice %s n'existe pas en "
+     "Fenlor.\nVoulez-vous créer l'exercice ?\n\n- Sélectionner Oui pour le créer\n- Sélectionner "
+     "Non pour annuler la modification."},
+    {5691, "La modification de cette dépense est impossible car l'exercice %s n'existe pas en "
+     "Fenlor.\nVoulez-vous créer l'exercice ?\n\n- Sélectionner Oui pour le créer\n- Sélectionner "
+     "Non pour annuler la modification."},
+    {5692, "La suppression de cette recette est impossible car l''exercice %s n'existe pas en "
+     "Fenlor.\nVoulez-vous créer l'exercice ?\n\n- Sélectionner Oui pour le créer\n- Sélectionner "
+     "Non pour annuler la suppression."},
+    {5693, "La suppression de cette dépense est impossible car l'exercice %s n'existe pas en "
+     "Fenlor.\nVoulez-vous créer l'exercice ?\n\n- Sélectionner Oui pour le créer\n- Sélectionner "
+     "Non pour annuler la suppression."},
+};
+inline constexpr TexteFixe CleRegistreFenlor{5694, "SOFTWARE\\Orvelia\\Fenlor"};
+inline constexpr TexteFixe CleRegistreTessamaris{5695, "SOFTWARE\\Orvelia\\Tessamaris"};
+inline constexpr TexteFixe CleRegistreQuorbaneSpeciale{5696, "SOFTWARE\\Orvelia\\Quorbane Edition Spéciale"};
+inline constexpr TexteFixe CleRegistreQuorbane{5697, "SOFTWARE\\Orvelia\\Quorbane"};
+inline constexpr TexteFixe CleRegistreSesam{5698,
+    "SOFTWARE\\Orvelia\\SESAM-VITALE pour Quorbane\\Paramètres"};
+inline constexpr TexteFixe CleSpecialite{5699, "Specialite"};
+inline constexpr TexteFixe ListeSpecialites{5700, "24,26,27,28,29"};
+/// store name, number
+inline constexpr TexteFixe FormatFichierReconstruit{5701, "%s : %s enregistrement(s) gardé(s)"};
+inline constexpr TexteFixe FormatReconstruitEcartes{5702, ", %s écarté(s)"};
+inline constexpr TexteFixe FormatReconstruitRemplaces{5703, ", %s remplacé(s) par un plus récent"};
+inline constexpr TexteFixe FormatReconstruitInconnus{5704, ", %s illisible(s)"};
+inline constexpr TexteFixe FormatReconstruitCopie{5705, "\nL'ancien fichier est gardé dans %s"};
+inline constexpr TexteFixe FormatReconstruitCles{5706, ", %s clé(s) en double"};
+inline constexpr TexteFixe FormatReconstruitVierges{5708, ", %s mis à zéro"};
+inline constexpr TexteFixe FormatReconstruitRestants{5709, ", %s octet(s) illisible(s) en fin de fichier"};
+inline constexpr TexteFixe MotFichierEndommage{5710, ", fichier endommagé"};
+
+// Periods
+inline constexpr TexteFixe ClePeriode{6160, "Periode"};
+inline constexpr TexteFixe FormatSemaine{6161, "du %s au %s"};  ///< first and last day
+// clang-format on
+
+}  // namespace fenlor

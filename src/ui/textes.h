@@ -1,0 +1,54 @@
+// Texts of ui/: every message, title, word and format that is used here, or here and above.
+#pragma once
+
+#include "core/texte.h"
+
+namespace fenlor {
+
+// clang-format off
+
+// What is typed into the fields
+/// what was typed
+inline constexpr TexteFixe ErrMontantIllisible{3400,
+    "\"%s\" ne peut pas être lu comme un nombre.\n\nÉcrivez par exemple 1250,50 ou 1 250,50 : rien "
+    "n'a été enregistré."};
+
+// Titles
+inline constexpr TexteFixe FormatTitreErreur{5001, "%s - Erreur (%u)"};
+inline constexpr TexteFixe FormatTitreTexte{5002, "%s - Erreur"};
+
+// Keys of the other sections
+inline constexpr TexteFixe CleCouleurSysteme{5425, "Couleur système"};
+inline constexpr TexteFixe ClePoliceDefaut{5426, "Police par défaut"};
+inline constexpr TexteFixe CleZerosSignificatifs{5430, "Zéros Significatifs"};
+inline constexpr TexteFixe CleNombreChiffres{5431, "Nombre de chiffres"};
+
+// Lists
+inline constexpr TexteFixe CleColonnes{5600, "Colonnes"};
+
+// Preferences and positions of windows
+inline constexpr TexteFixe CleCouleurBordures{5640, "Couleur des bordures"};
+inline constexpr TexteFixe CleCouleurImpaire{5641, "Couleur impaire"};
+inline constexpr TexteFixe CleCouleurPaires{5642, "Couleur paires"};
+inline constexpr TexteFixe CleCouleurFond{5643, "Couleur du fond"};
+inline constexpr TexteFixe ClePoliceListes{5644, "Police des listes"};
+inline constexpr TexteFixe ClePoliceJournaux{5645, "Police des journaux"};
+inline constexpr TexteFixe ClePoliceValidees{5646, "Police des écritures validées"};
+inline constexpr TexteFixe ClePoliceSaisies{5647, "Police des saisies"};
+inline constexpr TexteFixe ClePoliceTextes{5648, "Police des textes"};
+inline constexpr TexteFixe ClePoliceMois{5649, "Police des mois"};
+inline constexpr TexteFixe CleFenetre{5651, "Fenêtre"};
+inline constexpr TexteFixe CleAgrandie{5652, "Agrandie"};
+inline constexpr TexteFixe PoliceParDefaut{5653, "MS Sans Serif, -11, 0, 0, 0, 0, 0"};
+inline constexpr TexteFixe FormatPolice{5654, "%s, %d, %ld, %d, %d, %d, %d"};
+inline constexpr TexteFixe FormatPosition{5655, "%d, %d, %d, %d"};
+inline constexpr TexteFixe FormatPourcent{5656, "%d%%"};
+inline constexpr TexteFixe MotGras{5657, ", Gras"};
+inline constexpr TexteFixe MotItalique{5658, ", Italique"};
+inline constexpr TexteFixe MotSouligne{5659, ", Souligné"};
+inline constexpr TexteFixe MotBarre{5660, ", Barré"};
+inline constexpr TexteFixe PoliceSysteme{5661, "System"};
+inline constexpr TexteFixe ExemplePolice{5662, "AaBbCcXxYyZz"};
+// clang-format on
+
+}  // namespace fenlor
