@@ -4,8 +4,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QEventLoop>
+#include <pthread.h>
+
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -39,10 +42,11 @@ constexpr unsigned long gestesCourts = 700;
 
 std::string Variable(const char* nom) { return qgetenv(nom).toStdString(); }
 
-/// Ends the program, with its stack, when the event loop stands still.
+/// Ends the program when the event loop stands still, in the thread that stands: a core dump, or
+/// the sanitizer with handle_abort=1, then shows where.
 class ChienDeGarde {
  public:
-  ChienDeGarde() : m_fil([this] { Veille(); }) {}
+  ChienDeGarde() : m_garde(pthread_self()), m_fil([this] { Veille(); }) {}
   ~ChienDeGarde() {
     m_fin = true;
     m_fil.join();
@@ -56,11 +60,13 @@ class ChienDeGarde {
       std::this_thread::sleep_for(std::chrono::milliseconds(100));
       if (Horloge::now().time_since_epoch() - Horloge::duration(m_vie.load()) < patience) continue;
       std::cerr << "the event loop stands still\n";
-      std::abort();
+      pthread_kill(m_garde, SIGABRT);
+      return;
     }
   }
   std::atomic<bool> m_fin = false;
   std::atomic<Horloge::rep> m_vie = Horloge::now().time_since_epoch().count();
+  const pthread_t m_garde;
   std::thread m_fil;
 };
 
