@@ -1,10 +1,27 @@
 #include "core/fenlorapp.h"
 
+#include "core/erreurs.h"
+
 namespace fenlor {
 
 bool CFenlorApp::ReportErreur(const TexteFixe& erreur, std::initializer_list<std::string> arguments) {
   Boite.Erreur(erreur, TexteFormat(erreur, arguments));
   return false;
+}
+
+bool CFenlorApp::Dit(const Refus& refus) {
+  if (refus && !refus.dit) Boite.Erreur(refus.numero, refus.texte);
+  return !refus;
+}
+
+Refus CFenlorApp::Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ,
+                          std::initializer_list<std::string> arguments) {
+  if (MessageId(style, question, arguments) == attendue) return {};
+  return Refus::DejaDit(question, champ, arguments);
+}
+
+Refus CFenlorApp::EchecMagasin() const {
+  return Refus(ErrMagasin, "", {Magasin.QVErreurTexte(Magasin.QVFileErrorCode())});
 }
 
 int CFenlorApp::MessageId(unsigned style, const TexteFixe& question,

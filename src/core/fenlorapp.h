@@ -9,6 +9,7 @@
 
 #include "core/dialogue.h"
 #include "core/parametres.h"
+#include "core/refus.h"
 #include "core/texte.h"
 #include "store/qvapi.h"
 
@@ -49,6 +50,14 @@ class CFenlorApp {
   /// Shows the numbered error filled with the arguments; returns false, so that
   /// a refusal is `return app.ReportErreur(...)`.
   bool ReportErreur(const TexteFixe& erreur, std::initializer_list<std::string> arguments = {});
+  /// Tells what stopped a rule, unless the user knows. True when nothing did, so that an edge may
+  /// `return App().Dit(rule(...))`.
+  bool Dit(const Refus& refus);
+  /// Asks the numbered question; any answer but `attendue` is what stops the rule.
+  Refus Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ = "",
+                std::initializer_list<std::string> arguments = {});
+  /// The store's last failure (3050 with its words), not told yet.
+  Refus EchecMagasin() const;
   /// Asks the numbered question.
   int MessageId(unsigned style, const TexteFixe& question, std::initializer_list<std::string> arguments = {});
 };
