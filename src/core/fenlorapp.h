@@ -56,7 +56,7 @@ class CFenlorApp {
   /// Asks the numbered question; any answer but `attendue` is what stops the rule.
   Refus Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ = "",
                 std::initializer_list<std::string> arguments = {});
-  /// The store's last failure (3050 with its words), not told yet.
+  /// The store's last failure (3214 with its words), not told yet.
   Refus EchecMagasin() const;
   /// Asks the numbered question.
   int MessageId(unsigned style, const TexteFixe& question, std::initializer_list<std::string> arguments = {});
