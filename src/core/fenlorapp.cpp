@@ -24,6 +24,12 @@ Refus CFenlorApp::EchecMagasin() const {
   return Refus(ErrMagasin, "", {Magasin.QVErreurTexte(Magasin.QVFileErrorCode())});
 }
 
+Refus CFenlorApp::EchecDit() const {
+  Refus refus = EchecMagasin();
+  refus.dit = Magasin.QVHasCallback();
+  return refus;
+}
+
 int CFenlorApp::MessageId(unsigned style, const TexteFixe& question,
                           std::initializer_list<std::string> arguments) {
   if (question.detruit) style |= DefautSecond;

@@ -58,6 +58,8 @@ class CFenlorApp {
                 std::initializer_list<std::string> arguments = {});
   /// The store's last failure (3214 with its words), not told yet.
   Refus EchecMagasin() const;
+  /// The same of an operation that tells its failures through the store's callback.
+  Refus EchecDit() const;
   /// Asks the numbered question.
   int MessageId(unsigned style, const TexteFixe& question, std::initializer_list<std::string> arguments = {});
 };

@@ -173,6 +173,14 @@ int Contexte::Refuse(const TexteFixe& erreur, std::initializer_list<std::string>
   return Refuse(erreur, TexteFormat(erreur, arguments), ligne);
 }
 
+int Contexte::Refuse(const Refus& refus, u32 ligne) {
+  unsigned numero = refus.numero;
+  std::string texte = refus.texte;
+  if (texte.empty()) DernierEchec(numero, texte);
+  Oublie();
+  return Refuse(numero, texte, ligne);
+}
+
 bool Contexte::Invalide(const char* champ, const std::string& raison) {
   Refuse(ErrChampInvalide, {champ, raison});
   return false;

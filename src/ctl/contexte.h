@@ -50,6 +50,8 @@ class Contexte {
   /// StatutRefuse.
   int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
   int Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne = 0);
+  /// Tells what stopped a rule: its own words, or those of the files that told it first.
+  int Refuse(const Refus& refus, u32 ligne = 0);
   /// ErrChampInvalide with the reason. Returns false.
   bool Invalide(const char* champ, const std::string& raison);
   /// A rule refused with this number: its own words, which the dialogue kept.

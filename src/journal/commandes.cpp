@@ -22,12 +22,12 @@ ResultatSaisie Fait(const Mouvement& entete) {
 ResultatSaisie LitEntete(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
   std::memset(&entete, 0, sizeof entete);
   if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) return {};
-  return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
 }
 
 /// Beginning of a command that does not mind a closed exercice.
 ResultatSaisie Commence(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
-  if (app.PathExercice.empty()) return Refus(app, ErrAucunExercice);
+  if (app.PathExercice.empty()) return RefuseDit(app, ErrAucunExercice);
   const ResultatSaisie r = livres.Ouvre(app);
   return r ? LitEntete(app, mouvement, entete) : r;
 }

@@ -40,8 +40,8 @@ std::string TexteDeChamp(f64 montant) {
 
 }  // namespace
 
-ResultatSaisie Refus(CFenlorApp& app, const TexteFixe& texte, const char* champ,
-                     std::initializer_list<std::string> arguments, int indice) {
+ResultatSaisie RefuseDit(CFenlorApp& app, const TexteFixe& texte, const char* champ,
+                         std::initializer_list<std::string> arguments, int indice) {
   app.ReportErreur(texte, arguments);
   return {texte, champ, indice, TexteFormat(texte, arguments)};
 }
@@ -78,7 +78,7 @@ ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& t
 }
 
 ResultatSaisie Serie::Refus(const TexteFixe& erreur, std::initializer_list<std::string> arguments) {
-  if (m_rangees < 2) return fenlor::Refus(m_app, erreur, "mouvement", arguments);
+  if (m_rangees < 2) return fenlor::RefuseDit(m_app, erreur, "mouvement", arguments);
   const std::string texte = TexteFormat(erreur, arguments);
   if (m_refusees++ == 0) {
     m_premierRefus = erreur;
@@ -102,7 +102,7 @@ ResultatSaisie EchecMagasin(CFenlorApp& app) {
 }
 
 ResultatSaisie RefusMagasin(CFenlorApp& app) {
-  return Refus(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+  return RefuseDit(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
 }
 
 ResultatSaisie LivresOuverts::Ouvre(CFenlorApp& app) {
@@ -123,8 +123,8 @@ bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
 }
 
 ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
-  if (app.PathExercice.empty()) return Refus(app, ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return Refus(app, ErrExerciceCloture);
+  if (app.PathExercice.empty()) return RefuseDit(app, ErrAucunExercice);
+  if (app.Reglages.IsExerciceCloture()) return RefuseDit(app, ErrExerciceCloture);
   return livres.Ouvre(app);
 }
 
@@ -132,23 +132,23 @@ ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, 
   entete = {};
   if (mouvement == 0) return {};
   if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Validee && !permis.validee)
-    return Refus(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
-  if (entete.LienId && !permis.liee) return Refus(app, ErrEcritureQuorbane, "mouvement");
+    return RefuseDit(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
+  if (entete.LienId && !permis.liee) return RefuseDit(app, ErrEcritureQuorbane, "mouvement");
   return {};
 }
 
 ResultatSaisie ControleLibelle(CFenlorApp& app, const std::string& libelle, int indice) {
   if (libelle.size() <= TailleLibelle) return {};
-  return Refus(app, ErrTexteTropLong, "libelle", {NomChamp("libelle"), std::to_string(TailleLibelle)},
-               indice);
+  return RefuseDit(app, ErrTexteTropLong, "libelle", {NomChamp("libelle"), std::to_string(TailleLibelle)},
+                   indice);
 }
 
 ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, int indice) {
   if (MontantTient(montant)) return {};
-  return Refus(app, ErrChampInvalide, champ,
-               {NomChamp(champ), "16 caractères au plus, deux décimales comprises"_w}, indice);
+  return RefuseDit(app, ErrChampInvalide, champ,
+                   {NomChamp(champ), "16 caractères au plus, deux décimales comprises"_w}, indice);
 }
 
 bool DansExercice(CFenlorApp& app, Date date) {
@@ -157,13 +157,14 @@ bool DansExercice(CFenlorApp& app, Date date) {
 
 ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne) {
   const bool memeMois = ancienne == 0 || (Annee(date) == Annee(ancienne) && Mois(date) == Mois(ancienne));
-  return DansExercice(app, date) && memeMois ? ResultatSaisie{} : Refus(app, ErrDateIncorrecte, "date");
+  return DansExercice(app, date) && memeMois ? ResultatSaisie{} : RefuseDit(app, ErrDateIncorrecte, "date");
 }
 
 ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date) {
   if (euro) return {};
   const Date limite = app.Reglages.GetLimiteFranc();
-  return date <= limite ? ResultatSaisie{} : Refus(app, ErrFrancApresLimite, "monnaie", {StrDate(limite)});
+  return date <= limite ? ResultatSaisie{}
+                        : RefuseDit(app, ErrFrancApresLimite, "monnaie", {StrDate(limite)});
 }
 
 ResultatSaisie NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouvement& entete,

@@ -14,8 +14,8 @@ constexpr std::size_t TailleLibelle = 80;
 constexpr int TailleMontant = 16;
 
 /// Shows the numbered error and gives the refusal that bears it.
-ResultatSaisie Refus(CFenlorApp& app, const TexteFixe& texte, const char* champ = "",
-                     std::initializer_list<std::string> arguments = {}, int indice = -1);
+ResultatSaisie RefuseDit(CFenlorApp& app, const TexteFixe& texte, const char* champ = "",
+                         std::initializer_list<std::string> arguments = {}, int indice = -1);
 /// Asks the numbered question; any answer but `attendue` is the refusal.
 ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, const TexteFixe& texte,
                        const char* champ = "", std::initializer_list<std::string> arguments = {});

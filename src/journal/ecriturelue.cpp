@@ -62,10 +62,10 @@ ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture
   if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
   Mouvement entete{};
   if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Genre == GenreOD)
-    return Refus(app, ErrChampInvalide, "mouvement",
-                 {"mouvement", "cette écriture est une opération diverse"_w});
+    return RefuseDit(app, ErrChampInvalide, "mouvement",
+                     {"mouvement", "cette écriture est une opération diverse"_w});
   ecriture = {};
   SaisieEcriture& saisie = ecriture.saisie;
   saisie.journal = entete.Journal;

@@ -12,10 +12,10 @@ ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
   if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
   Mouvement entete{};
   if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Genre != GenreOD)
-    return Refus(app, ErrChampInvalide, "mouvement",
-                 {"mouvement", "cette écriture n'est pas une opération diverse"_w});
+    return RefuseDit(app, ErrChampInvalide, "mouvement",
+                     {"mouvement", "cette écriture n'est pas une opération diverse"_w});
   od = {};
   SaisieOD& saisie = od.saisie;
   saisie.journal = entete.Journal;

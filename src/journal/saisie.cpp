@@ -77,7 +77,7 @@ ResultatSaisie Enregistrement::Execute() {
   if (r) r = ControleLimites();
   if (r) r = ControleDate(m_app, m_saisie.date, m_entete.Date);
   if (r) r = ControleCompte();
-  if (r && m_ttc == 0) r = Refus(m_app, ErrMontantNul, "ttc");
+  if (r && m_ttc == 0) r = RefuseDit(m_app, ErrMontantNul, "ttc");
   if (r) r = EstStandard() ? ControleLignes() : ControleTresorerie();
   if (r) r = ControleChangement();
   if (r) r = CheckComptePerso(m_app);
@@ -91,8 +91,8 @@ ResultatSaisie Enregistrement::ControleEcriture() {
   const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, {.liee = m_saisie.delier}, m_entete);
   if (!r || EstNouvelle()) return r;
   if (m_entete.Journal != m_saisie.journal || m_entete.Genre == GenreOD)
-    return Refus(m_app, ErrChampInvalide, "mouvement",
-                 {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
+    return RefuseDit(m_app, ErrChampInvalide, "mouvement",
+                     {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
   return LitEcriture(m_app, m_saisie.mouvement, m_ancienne, m_saisie.euro);
 }
 
@@ -124,12 +124,12 @@ ResultatSaisie Enregistrement::ControleCompte() {
         !EstNouvelle() && compte == m_ancienne.saisie.compte && compte == m_app.Magasin.GetComptePerso();
     if (duJournal || persoDejaLa) return {};
   }
-  return Refus(m_app, ErrCompteIncorrect, "compte");
+  return RefuseDit(m_app, ErrCompteIncorrect, "compte");
 }
 
 ResultatSaisie Enregistrement::ControleTresorerie() {
   Plan plan;
-  if (!LitTresorerie(m_saisie.tresorerie, plan)) return Refus(m_app, ErrCompteIncorrect, "tresorerie");
+  if (!LitTresorerie(m_saisie.tresorerie, plan)) return RefuseDit(m_app, ErrCompteIncorrect, "tresorerie");
   LineTresor ligne{};
   PoseTexte(ligne.Compte, LitTexte(plan.Compte));
   ligne.ModePaiement =
@@ -139,7 +139,7 @@ ResultatSaisie Enregistrement::ControleTresorerie() {
 }
 
 ResultatSaisie Enregistrement::ControleLignes() {
-  if (m_saisie.tresoreries.empty()) return Refus(m_app, ErrSansLigneTresorerie, "tresorerie");
+  if (m_saisie.tresoreries.empty()) return RefuseDit(m_app, ErrSansLigneTresorerie, "tresorerie");
   const f64 taux = m_app.Magasin.GetTauxEuro(m_saisie.date);
   i64 total = 0;
   const std::vector<LigneTresorLue>& anciennes = m_ancienne.lignes;
@@ -149,8 +149,8 @@ ResultatSaisie Enregistrement::ControleLignes() {
     const f64 montant = MontantDeChamp(saisie.montant);
     Plan plan;
     if (!LitTresorerie(saisie.compte, plan))
-      return Refus(m_app, ErrCompteIncorrect, "tresorerie", {}, indice);
-    if (montant == 0) return Refus(m_app, ErrMontantNul, "montant", {}, indice);
+      return RefuseDit(m_app, ErrCompteIncorrect, "tresorerie", {}, indice);
+    if (montant == 0) return RefuseDit(m_app, ErrMontantNul, "montant", {}, indice);
     LineTresor ligne{};
     PoseTexte(ligne.Compte, LitTexte(plan.Compte));
     const auto [franc, euro] = EnDeuxMonnaies(m_saisie.euro, taux, montant);
@@ -167,7 +167,7 @@ ResultatSaisie Enregistrement::ControleLignes() {
     m_lignes[i].MontantFranc = anciennes[i].stocke.franc;
     m_lignes[i].MontantEuro = anciennes[i].stocke.euro;
   }
-  return total == CentimesDeChamp(m_ttc) ? ResultatSaisie{} : Refus(m_app, ErrTotalTresorerie, "ttc");
+  return total == CentimesDeChamp(m_ttc) ? ResultatSaisie{} : RefuseDit(m_app, ErrTotalTresorerie, "ttc");
 }
 
 ResultatSaisie Enregistrement::ControleChangement() {
@@ -236,7 +236,7 @@ ResultatSaisie Enregistrement::SauveStandard() {
   Remplit(rec);
   for (u32 i = 0; i < m_lignes.size(); ++i)
     if (!magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
-      return Refus(m_app, ErrLigneTresorerie, "tresorerie", {}, static_cast<int>(i));
+      return RefuseDit(m_app, ErrLigneTresorerie, "tresorerie", {}, static_cast<int>(i));
   const u32 mouvement = EstNouvelle() ? magasin.AddEcrStandard(m_app.PathExercice, rec)
                         : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec)
                             ? m_saisie.mouvement

@@ -54,8 +54,8 @@ ResultatSaisie EnregistrementOD::ControleEcriture() {
   const Permis permis{.validee = m_saisie.forcee, .liee = m_saisie.forcee};
   const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, permis, m_od.Rec);
   if (!r || m_saisie.mouvement == 0 || m_od.Rec.Genre == GenreOD) return r;
-  return Refus(m_app, ErrChampInvalide, "mouvement",
-               {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
+  return RefuseDit(m_app, ErrChampInvalide, "mouvement",
+                   {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
 }
 
 ResultatSaisie EnregistrementOD::ControleLimites() {
@@ -70,15 +70,16 @@ ResultatSaisie EnregistrementOD::ControleLimites() {
 }
 
 ResultatSaisie EnregistrementOD::ControleLignes() {
-  if (m_saisie.lignes.empty()) return Refus(m_app, ErrODSansLignes, "lignes");
+  if (m_saisie.lignes.empty()) return RefuseDit(m_app, ErrODSansLignes, "lignes");
   for (const LigneODSaisie& ligne : m_saisie.lignes) {
     const int indice = static_cast<int>(m_comptes.size());
     const bool debit = MontantDeChamp(ligne.debit) != 0;
     const bool credit = MontantDeChamp(ligne.credit) != 0;
     Plan plan;
-    if (!LitCompte(m_app, ligne.compte, plan)) return Refus(m_app, ErrCompteIncorrect, "compte", {}, indice);
-    if (!debit && !credit) return Refus(m_app, ErrDebitOuCredit, "debit", {}, indice);
-    if (debit && credit) return Refus(m_app, ErrDebitEtCredit, "debit", {}, indice);
+    if (!LitCompte(m_app, ligne.compte, plan))
+      return RefuseDit(m_app, ErrCompteIncorrect, "compte", {}, indice);
+    if (!debit && !credit) return RefuseDit(m_app, ErrDebitOuCredit, "debit", {}, indice);
+    if (debit && credit) return RefuseDit(m_app, ErrDebitEtCredit, "debit", {}, indice);
     m_comptes.push_back(plan);
   }
   return {};

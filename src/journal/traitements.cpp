@@ -81,7 +81,7 @@ class TraitementBrouillard {
 
 ResultatLot TraitementBrouillard::Execute() {
   if (m_app.PathExercice.empty()) {
-    m_resultat.erreur = Refus(m_app, ErrAucunExercice).erreur;
+    m_resultat.erreur = RefuseDit(m_app, ErrAucunExercice).erreur;
     return m_resultat;
   }
   const Progression progression(m_app.Boite, Texte(TitreValidation), Texte(TexteValidation), true, 0);
@@ -166,8 +166,8 @@ ResultatSaisie LitADeplacer(CFenlorApp& app, LivresOuverts& livres, u32 mouvemen
   if (const ResultatSaisie r = ControleExercice(app, livres); !r) return r;
   entete = {};
   if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
-  return entete.LienId ? Refus(app, ErrEcritureQuorbane, "mouvement") : ResultatSaisie{};
+    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  return entete.LienId ? RefuseDit(app, ErrEcritureQuorbane, "mouvement") : ResultatSaisie{};
 }
 
 }  // namespace
@@ -177,7 +177,7 @@ ResultatLot TraiteBrouillard(CFenlorApp& app, const DemandeValidation& demande) 
 }
 
 ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande) {
-  if (app.PathExercice.empty()) return Refus(app, ErrAucunExercice);
+  if (app.PathExercice.empty()) return RefuseDit(app, ErrAucunExercice);
   DemandeListe entiere;
   entiere.journal = demande.journal;
   entiere.mois = demande.mois;
@@ -222,7 +222,8 @@ ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
   LivresOuverts livres;
   Mouvement entete;
   if (const ResultatSaisie r = LitADeplacer(app, livres, mouvement, entete); !r) return r;
-  if (mois < 1 || mois > dernierMois) return Refus(app, ErrChampInvalide, "mois", {"mois", "de 1 à 12"_w});
+  if (mois < 1 || mois > dernierMois)
+    return RefuseDit(app, ErrChampInvalide, "mois", {"mois", "de 1 à 12"_w});
   ResultatSaisie r;
   r.mouvement = mouvement;
   r.ligne = entete.Ligne;

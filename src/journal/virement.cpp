@@ -21,7 +21,7 @@ ResultatSaisie ControleTresoreries(CFenlorApp& app) {
                                             std::to_string(Tresorerie), std::to_string(Tresorerie + 1),
                                             [&](Position, const void*) { return ++nombre < 2; });
   if (!lu) return RefusMagasin(app);
-  return nombre < 2 ? Refus(app, ErrDeuxTresoreries) : ResultatSaisie{};
+  return nombre < 2 ? RefuseDit(app, ErrDeuxTresoreries) : ResultatSaisie{};
 }
 
 /// The tests of the opening form, on open books.
@@ -77,13 +77,13 @@ ResultatVirement EnregistrementVirement::Execute() {
 }
 
 ResultatSaisie EnregistrementVirement::Controle() {
-  if (m_app.PathExercice.empty()) return Refus(m_app, ErrAucunExercice);
+  if (m_app.PathExercice.empty()) return RefuseDit(m_app, ErrAucunExercice);
   ResultatSaisie r = m_livres.Ouvre(m_app);
-  if (r && !DansExercice(m_app, m_saisie.date)) r = Refus(m_app, ErrDateVirement, "date");
+  if (r && !DansExercice(m_app, m_saisie.date)) r = RefuseDit(m_app, ErrDateVirement, "date");
   if (r) r = ControleComptes();
   if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
   if (r) r = ControleSomme();
-  if (r && m_app.Reglages.IsExerciceCloture()) r = Refus(m_app, ErrExerciceCloture);
+  if (r && m_app.Reglages.IsExerciceCloture()) r = RefuseDit(m_app, ErrExerciceCloture);
   if (r) r = ControleOuverture(m_app);
   return r ? ControleLibelle(m_app, m_saisie.libelle) : r;
 }
@@ -93,12 +93,12 @@ ResultatSaisie EnregistrementVirement::ControleComptes() {
   const auto lit = [&](const std::string& compte) {
     return LitCompte(m_app, compte, plan) && plan.Type == Tresorerie;
   };
-  if (!lit(m_saisie.de)) return Refus(m_app, ErrTresorerieOrigine, "de");
+  if (!lit(m_saisie.de)) return RefuseDit(m_app, ErrTresorerieOrigine, "de");
   m_de = LitTexte(plan.Compte);
-  if (!lit(m_saisie.vers)) return Refus(m_app, ErrTresorerieDestination, "vers");
+  if (!lit(m_saisie.vers)) return RefuseDit(m_app, ErrTresorerieDestination, "vers");
   m_vers = LitTexte(plan.Compte);
   m_versBanque = plan.TypeTresorerie != 0;
-  return m_de == m_vers ? Refus(m_app, ErrTresoreriesIdentiques, "vers") : ResultatSaisie{};
+  return m_de == m_vers ? RefuseDit(m_app, ErrTresoreriesIdentiques, "vers") : ResultatSaisie{};
 }
 
 ResultatSaisie EnregistrementVirement::ControleSomme() {
@@ -106,7 +106,7 @@ ResultatSaisie EnregistrementVirement::ControleSomme() {
   m_montant = EnDeuxMonnaies(m_saisie.euro, m_app.Magasin.GetTauxEuro(m_saisie.date),
                              MontantDeChamp(m_saisie.montant));
   if (m_montant.franc > 0 && m_montant.euro > 0) return {};
-  return Refus(m_app, ErrMontantVirement, "montant");
+  return RefuseDit(m_app, ErrMontantVirement, "montant");
 }
 
 u32 EnregistrementVirement::Ajoute(i16 journal, const std::string& tresorerie, const std::string& compte,

@@ -288,6 +288,13 @@ bool CZNDialog::Refuse(const TexteFixe& erreur, QWidget& champ,
   return false;
 }
 
+bool CZNDialog::Refuse(const Refus& refus) {
+  if (!App().Dit(refus)) Pointe(refus);
+  return !refus;
+}
+
+void CZNDialog::Pointe(const Refus& refus) { Focalise(refus.champ); }
+
 void CZNDialog::Focalise(QWidget& champ) {
   for (QWidget *page = &champ, *parent = champ.parentWidget(); parent;
        page = parent, parent = parent->parentWidget()) {
@@ -304,8 +311,9 @@ void CZNDialog::Focalise(QWidget& champ) {
   if (auto* nombre = qobject_cast<QAbstractSpinBox*>(&champ)) nombre->selectAll();
 }
 
-void CZNDialog::Focalise(const char* nom) {
-  if (auto* champ = findChild<QWidget*>(QString::fromUtf8(nom))) Focalise(*champ);
+void CZNDialog::Focalise(const QWidget& parent, const char* nom) {
+  if (!*nom) return;
+  if (auto* champ = parent.findChild<QWidget*>(QString::fromUtf8(nom))) Focalise(*champ);
 }
 
 /// What stands in the fields, in a form that can be compared.

@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "core/texte.h"
+#include "core/refus.h"
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"
 #include "ui/formulaire.h"
@@ -46,6 +46,8 @@ class CZNDialog : public QDialog {
   void done(int resultat) override;
   /// Focus to a field, its text selected (but not that of several lines); opens the page that it stands on.
   static void Focalise(QWidget& champ);
+  /// The same by the name given to the `Formulaire`; does nothing for an unknown one, or none.
+  static void Focalise(const QWidget& parent, const char* nom);
 
  public Q_SLOTS:
   /// The OK button: the field that has the focus is left (so that it is normalised, and
@@ -81,14 +83,18 @@ class CZNDialog : public QDialog {
   /// Reports the error, then gives the focus to the field, its text selected.
   /// Returns false, so that a check is `return Refuse(...)`.
   bool Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments = {});
+  /// Tells what stopped a rule, unless the user knows, and points at its field; false. True when nothing did.
+  bool Refuse(const Refus& refus);
+  /// The focus for a refusal: the field of that name, if any. For a form whose fields have other names, or
+  /// that shows the lines of `rang`.
+  virtual void Pointe(const Refus& refus);
   /// Leaves the current field as the OK button does, and refuses the first amount that cannot be read; false
   /// when a field was refused. `accept` asks it before `Enregistre`; whoever saves from elsewhere does too.
   bool QuitteChamps();
   /// The question whether to save what was typed, before the form is closed: true when it was saved or is to
   /// be given up. Escape on the question, and a save that failed, keep the form.
   bool EnregistreAvantFermer(const TexteFixe& question);
-  /// By the name given to the `Formulaire`; does nothing for an unknown one.
-  void Focalise(const char* nom);
+  void Focalise(const char* nom) { Focalise(*this, nom); }
   /// Inputs disabled, texts still selectable, all of it greyed and yet easy to read. Nothing can be saved
   /// any more; to be called after `Boutons`.
   void LectureSeule();

@@ -17,6 +17,11 @@ bool CZNPage::Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_l
   return false;
 }
 
+bool CZNPage::Refuse(const Refus& refus) {
+  if (!App().Dit(refus)) CZNDialog::Focalise(*this, refus.champ);
+  return !refus;
+}
+
 CZNSheet::CZNSheet(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent)
     : CZNDialog(contexte, titre, nom, parent), m_onglets(new QTabWidget) {
   m_onglets->setObjectName(QStringLiteral("onglets"));

@@ -5,7 +5,6 @@
 #include <QTabWidget>
 #include <vector>
 
-#include "core/texte.h"
 #include "ui/czndialog.h"
 
 namespace fenlor {
@@ -34,6 +33,7 @@ class CZNPage : public QWidget {
  protected:
   /// As in `CZNDialog`.
   bool Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments = {});
+  bool Refuse(const Refus& refus);
 
  private:
   friend class CZNSheet;
