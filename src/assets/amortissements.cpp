@@ -1,6 +1,7 @@
 #include "assets/amortissements.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "core/btfiles.h"
@@ -51,6 +52,7 @@ class Parcours {
       reel.ReelFranc = franc;
       reel.ReelEuro = euro;
     }
+    assert(reel.Numero == m_immo.Numero && reel.Annee == annee);
     m_cumulFranc += reel.ReelFranc;
     m_cumulEuro += reel.ReelEuro;
     ++m_ecoulees;
@@ -79,6 +81,7 @@ bool CCalculAmortissements::CalculAmortissements(Date date, f64& cumulFranc, f64
   const Date limite = cession != 0 ? std::min(cession, date) : date;
   const u32 debut = Annee(achat), fin = Annee(limite);
 
+  assert(Immo && (cession == 0 || limite <= cession));
   Parcours parcours(m_app, *this, Annee(date), cumulFranc, cumulEuro);
   parcours.Periode(debut, achat, debut == fin ? limite : FaitDate(30, 12, debut));
   for (u32 annee = debut + 1; annee < fin; ++annee) parcours.AnneePleine(annee);
@@ -89,6 +92,7 @@ bool CCalculAmortissements::CalculAmortissements(Date date, f64& cumulFranc, f64
 
 f64 CCalculAmortissements::CalculAnnuite(f64 base, f64 cumul, u8 type, f64 taux, f64 duree, u32 ecoulees,
                                          int numerateur, int denominateur) {
+  assert(denominateur > 0);
   if (type != Degressif) return base * taux * 0.01 * numerateur / denominateur;
   const f64 restant = base - cumul;
   const f64 degressif = restant * taux * 0.01;

@@ -1,6 +1,7 @@
 #include "assets/plusvalues.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "assets/annuites.h"
 #include "core/btfiles.h"
@@ -39,6 +40,7 @@ PlusValue CalculPlusValue(const Immobilisation& immo, MontantDouble cumul, Parta
 }
 
 MontantDouble SommesImmobilisations::PlusValues() const {
+  assert(Positif(court.franc) == 0 || Positif(-court.franc) == 0);
   return {Positif(court.franc), Positif(court.euro)};
 }
 MontantDouble SommesImmobilisations::MoinsValues() const {

@@ -61,7 +61,9 @@ Position CBTFiles::NextKey(u32 indice) {
 std::string CBTFiles::MakeKey(u32 indice) const {
   if (indice > DerniereCle) return {};
   char texte[TailleCleMax];
-  return std::string(texte, m_definition.compose(indice, m_rec, texte));
+  const std::size_t taille = m_definition.compose(indice, m_rec, texte);
+  assert(taille <= sizeof texte);  // a damaged record may pass the size of its key
+  return std::string(texte, taille);
 }
 
 bool CBTFiles::ReadRec(fenlor::Position position) {
@@ -128,6 +130,7 @@ bool CBTFiles::OpenFile() {
     if (poignee == 0) return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
     ouvert = {Path, poignee};
   }
+  assert(ouvert.poignee != 0);
   ++nombre;
   ++NbOuvertures;
   return true;

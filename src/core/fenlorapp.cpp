@@ -1,5 +1,7 @@
 #include "core/fenlorapp.h"
 
+#include <cassert>
+
 #include "core/erreurs.h"
 
 namespace fenlor {
@@ -10,6 +12,7 @@ bool CFenlorApp::ReportErreur(const TexteFixe& erreur, std::initializer_list<std
 }
 
 bool CFenlorApp::Dit(const Refus& refus) {
+  assert(!refus || refus.dit || !refus.texte.empty());
   if (refus && !refus.dit) Boite.Erreur(refus.numero, refus.texte);
   return !refus;
 }

@@ -1,5 +1,6 @@
 #include "core/mouvements.h"
 
+#include <cassert>
 #include <cmath>
 #include <cstring>
 
@@ -17,6 +18,7 @@ Line COpDiverses::FaitLigne(const Plan& compte, f64 montant, bool euro) const {
   ligne.MontantFranc = euro ? QVAPI::ConvertEuroToFranc(taux, absolu) : absolu;
   ligne.MontantEuro = euro ? absolu : QVAPI::ConvertFrancToEuro(taux, absolu);
   ligne.Sens = montant > 0;
+  assert(ligne.MontantFranc >= 0 && ligne.MontantEuro >= 0);  // the side tells the sign
   return ligne;
 }
 
@@ -31,6 +33,7 @@ Position COpDiverses::AddLine(Line ligne) {
   ligne.Pointee = Rec.Pointee;
   ligne.SaisieEuro = Rec.SaisieEuro;
   ligne.Role = RoleLibre;
+  assert(Rec.Mouvement != 0 && ligne.MontantFranc >= 0);
   for (auto ancienne = Anciennes.begin(); ancienne != Anciennes.end(); ++ancienne) {
     if (LitTexte(ancienne->Compte) != LitTexte(ligne.Compte) || !ancienne->Sens != !ligne.Sens) continue;
     CopieMarques(*ancienne, ligne);

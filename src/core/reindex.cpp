@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <unordered_map>
 
 #include "core/btfiles.h"
@@ -119,6 +120,9 @@ bool CBTFiles::Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport
     }
     ++(remplace ? rapport.remplaces : rapport.gardes);
   }
+  // Every slot of the old file has become one of these.
+  assert(rapport.n == rapport.gardes + rapport.ecartes + rapport.remplaces + rapport.inconnus +
+                          rapport.supprimes + rapport.vierges);
   return true;
 }
 
@@ -129,6 +133,7 @@ bool CBTFiles::Substitue(const std::string& nouveau, RapportReindex& rapport) {
     if (!Copie(magasin, Chemin("dat"), copie)) return m_app.ReportErreur(ErrCreationFichier, {copie});
     rapport.copie = copie;
   }
+  assert(magasin.QVExistFile(nouveau));
   // A data file without its key file is whole: the store makes its keys anew, so
   // that a crash between these steps costs nothing.
   magasin.QVDeleteFile(Chemin("idx"));

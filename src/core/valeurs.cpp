@@ -1,6 +1,7 @@
 #include "core/valeurs.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -40,6 +41,7 @@ std::string Decimal(f64 valeur, int decimales) {
   std::string texte(static_cast<std::size_t>(std::numeric_limits<f64>::max_exponent10 + 8 + precision), '\0');
   const auto fin =
       std::to_chars(texte.data(), texte.data() + texte.size(), valeur, std::chars_format::fixed, precision);
+  assert(fin.ec == std::errc());  // room for the largest number
   texte.resize(static_cast<std::size_t>(fin.ptr - texte.data()));
   return texte;
 }
@@ -49,6 +51,7 @@ std::string Decimal(f64 valeur, int decimales) {
 std::string DeuxDecimales(f64 valeur) {
   if (!std::isfinite(valeur)) return Decimal(valeur, 2);
   std::string texte = Decimal(std::fabs(valeur), 6);
+  assert(texte.size() >= 8 && texte[texte.size() - 7] == '.');
   const bool monte = texte[texte.size() - 4] >= '5';
   texte.resize(texte.size() - 4);
   if (monte) {
@@ -63,6 +66,7 @@ std::string DeuxDecimales(f64 valeur) {
     else
       ++*chiffre;
   }
+  assert(texte[texte.size() - 3] == '.');
   texte[texte.size() - 3] = ',';
   const bool nul = texte.find_first_not_of("0,") == std::string::npos;
   return valeur < 0 && !nul ? "-" + texte : texte;
@@ -106,6 +110,7 @@ bool OteGroupes(std::string& entiers, std::string_view separateurs) {
       return false;
     chiffres += suite;
   }
+  assert(chiffres.size() < entiers.size());
   entiers = chiffres;
   return true;
 }
@@ -126,6 +131,7 @@ std::string CompacteTexte(std::string_view texte) {
       resultat += ' ';
   }
   if (!resultat.empty() && resultat.back() == ' ') resultat.pop_back();
+  assert(resultat.size() <= texte.size());
   return resultat;
 }
 
@@ -233,6 +239,7 @@ std::optional<std::string> NormeMontant(std::string_view texte, char separateur)
   if (!OteGroupes(entiers, virgules) || !std::all_of(decimales.begin(), decimales.end(), EstChiffre) ||
       entiers.size() + decimales.size() == 0)
     return std::nullopt;
+  assert(entiers.find_first_not_of("0123456789") == std::string::npos);
   return signe + entiers + (decimales.empty() ? "" : "." + decimales);
 }
 
@@ -280,6 +287,7 @@ std::string TermeSuivant(std::string_view formule, std::string& terme, char& sig
   signe = ecrit ? reste[0] : '+';
   if (ecrit) reste.erase(0, 1);
   const std::size_t fin = std::min(reste.find_first_of("+-"), reste.size());
+  assert(fin > 0 || reste.empty() || ecrit);  // each call takes something away
   terme = reste.substr(0, fin);
   return reste.substr(fin);
 }

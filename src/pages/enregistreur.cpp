@@ -1,6 +1,7 @@
 #include "pages/enregistreur.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "pages/miseenpage.h"
 
@@ -36,6 +37,7 @@ Etendue Enregistreur::Mesure(unsigned style, std::string_view texte) const {
   const i32 hauteur = HauteurPolice(style);
   const i64 taille = static_cast<i64>(texte.size());
   const i64 largeur = std::min(taille * hauteur * 3 / 5, taille * std::max(1, m_largeur / ColonnesPage));
+  assert(largeur >= 0);
   return {static_cast<i32>(std::min(largeur, largeurMax)), hauteur};
 }
 

@@ -2,6 +2,7 @@
 #include "pages/textes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <limits>
 #include <new>
@@ -61,7 +62,9 @@ bool CEtatDoc::Cree() {
   m_finImpression = 0;
   const BlocEtat debut;
   // To the disk at once: a folder without room lets files be made and nothing be written.
-  return faits && m_index.Ajoute(Octets(&debut, 1)) && m_index.Vide();
+  const bool prete = faits && m_index.Ajoute(Octets(&debut, 1)) && m_index.Vide();
+  assert(!prete || (m_texte.Taille() == 0 && m_index.Taille() == sizeof(BlocEtat)));
+  return prete;
 }
 
 void CEtatDoc::BuildEtat() { EtatPrintf(EtatSansTexte); }
@@ -99,7 +102,9 @@ void CEtatDoc::EcritEtat(std::string_view texte) {
   m_compteur.Compte(texte, m_mesures.lignesEntete, m_mesures.lignesPied, m_fermes);
   m_nbBlocs += static_cast<u32>(m_fermes.size());
   if (!m_texte.Ajoute(texte)) return EchoueSur(m_texte);
-  if (!m_index.Ajoute(Octets(m_fermes.data(), m_fermes.size()))) EchoueSur(m_index);
+  if (!m_index.Ajoute(Octets(m_fermes.data(), m_fermes.size()))) return EchoueSur(m_index);
+  assert(m_texte.Taille() == m_compteur.Offset());
+  assert(m_index.Taille() == u64{m_nbBlocs} * sizeof(BlocEtat));
 }
 
 void CEtatDoc::Echoue(std::string raison) {
@@ -114,6 +119,7 @@ int CEtatDoc::LitBlocs(u32 premier, BlocEtat* blocs, u32 nombre) {
   if (premier < 1 || premier > m_nbBlocs) return 0;
   nombre = std::min(nombre, m_nbBlocs - premier + 1);
   const u64 offset = u64{premier - 1} * sizeof(BlocEtat);
+  assert(offset + u64{nombre} * sizeof(BlocEtat) <= m_index.Taille());
   const auto lecture =
       m_index.Lit(offset, reinterpret_cast<char*>(blocs), nombre * static_cast<u32>(sizeof(BlocEtat)));
   return lecture.placee && lecture.lue ? static_cast<int>(nombre) : -1;
@@ -133,6 +139,7 @@ std::string CEtatDoc::LitTexte(u32 debut, u32 fin) {
     App.Boite.Erreur(0, Texte(ErrEtatMemoire));
     return texte;
   }
+  assert(texte.size() == fin - debut);
   const auto lecture = m_texte.Lit(debut, texte.data(), fin - debut);
   if (!lecture.placee) App.Boite.Erreur(0, Texte(ErrEtatPlacement));
   if (!lecture.lue) App.Boite.Erreur(0, Texte(ErrEtatLecture));

@@ -1,6 +1,7 @@
 #include "pages/formatetat.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 
 namespace fenlor {
@@ -37,6 +38,7 @@ Conversion LitConversion(std::string_view texte) {
   const bool longue = i < texte.size() && texte[i] == 'l';
   if (longue) ++i;
   if (i >= texte.size()) return c;
+  assert(c.largeur <= largeurMax && c.precision <= static_cast<int>(largeurMax));
   const char lettre = texte[i];
   if (lettre == 'd' || lettre == 'u' || (!longue && (lettre == 's' || lettre == 'c'))) c.taille = i + 1;
   return c;
@@ -81,6 +83,7 @@ void RemplitEtat(std::string& sortie, std::string_view format, std::span<const A
       format.remove_prefix(1);
     } else if (const Conversion c = LitConversion(format); c.taille) {
       if (suivant != arguments.end()) (suivant++)->Ajoute(sortie, c.largeur, c.precision, c.aGauche, c.zeros);
+      assert(c.taille <= format.size());
       format.remove_prefix(c.taille);
     } else {
       sortie += '%';

@@ -1,6 +1,7 @@
 #include "pages/interprete.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <utility>
 
@@ -22,6 +23,7 @@ i32 LitArgument(std::string_view texte) {
   i32 valeur = 0;
   for (std::size_t i = 0; i < texte.size() && texte[i] >= '0' && texte[i] <= '9'; ++i)
     valeur = valeur * 10 + (texte[i] - '0');
+  assert(valeur >= 0 && valeur < 1000);
   return valeur;
 }
 
@@ -54,10 +56,12 @@ i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
     plume.source.remove_prefix(1);
   }
   Dessine(plume);
+  assert(plume.source.empty() && plume.run.empty());
   return plume.y;
 }
 
 void InterpreteEtat::Code(Plume& plume, char code) {
+  assert(plume.source.size() >= 2 && plume.source[0] == '\\');
   const i32 avant = plume.x;
   if (std::string_view("0123BIULTMNCR").find(code) != std::string_view::npos) Dessine(plume);
   plume.source.remove_prefix(2);
@@ -159,6 +163,7 @@ i32 InterpreteEtat::DessineRun(Plume& plume) {
   if (plume.run.empty()) return 0;
   const std::string run = std::exchange(plume.run, {});
   const Etendue etendue = m_peripherique.Mesure(Style(), run);
+  assert(etendue.largeur >= 0 && etendue.hauteur >= 0);
   if (plume.texte && plume.yTexte == plume.y) {
     m_lignes.Continue(*plume.texte, Style(), run, etendue.largeur);
   } else {
@@ -194,6 +199,7 @@ PlaceTexte InterpreteEtat::PlaceRun(const Plume& plume, const Etendue& etendue) 
     }
   }
   place.droite = std::min(place.droite, place.limite);
+  assert(place.gauche >= place.marge && place.droite <= place.limite);
   return place;
 }
 
@@ -214,6 +220,7 @@ i32 InterpreteEtat::DessineCadre(bool& dedans, Dessin&& dessin) {
   m_etat.ligne = Alignement::Gauche;
   m_etat.course = Course::Place;
   const i32 hauteur = dessin();
+  assert(dedans);  // header and footer are never drawn inside themselves
   m_etat = avant;
   dedans = false;
   return hauteur;
@@ -231,6 +238,7 @@ i32 InterpreteEtat::DessinePied(i32 depart) {
       std::string_view morceau = reste.substr(0, morceauPied);
       if (const std::size_t retour = morceau.find('\n'); retour != std::string_view::npos)
         morceau = morceau.substr(0, retour + 1);
+      assert(!morceau.empty() && morceau.size() <= morceauPied);
       reste.remove_prefix(morceau.size());
       if (morceau.back() == '\n') morceau.remove_suffix(1);
       hauteur += InterpreteTexte(depart + hauteur, morceau);

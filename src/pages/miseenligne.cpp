@@ -1,6 +1,7 @@
 #include "pages/miseenligne.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 #include <utility>
 
@@ -50,6 +51,7 @@ std::size_t MiseEnLigne::Commence(const PlaceTexte& place, unsigned style, std::
 }
 
 void MiseEnLigne::Continue(std::size_t texte, unsigned style, std::string run, i32 largeur) {
+  assert(texte < m_groupes.size() && largeur >= 0);
   Groupe& groupe = m_groupes[texte];
   groupe.largeur += largeur;
   groupe.nombre = groupe.nombre && (EstNombre(run) || (groupe.runs.empty() && run.size() <= tailleSigle));
@@ -75,6 +77,7 @@ void MiseEnLigne::Dessine() {
     ligne.clear();
   }
   for (const Run& run : m_runs) {
+    assert(run.groupe == SansTexte || run.groupe < m_groupes.size());
     if (run.groupe == SansTexte)
       m_peripherique.DessineTrait(run.cadre.gauche, run.cadre.droite, run.cadre.haut, run.largeur);
     else
@@ -106,7 +109,12 @@ void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
     } else if (place.alignement == Alignement::Droite && !aGauche) {
       droite = std::min(droite, place.droite);
     }
-    if (droite > gauche) libre = std::max(libre, Place(groupe, gauche, droite) + ecart);
+    if (droite <= gauche) continue;
+    [[maybe_unused]] const i32 avant = libre;
+    libre = std::max(libre, Place(groupe, gauche, droite) + ecart);
+    // Nothing covers its neighbour, and nothing leaves the line.
+    assert(m_runs[groupe.runs.front()].cadre.gauche >= avant);
+    assert(m_runs[groupe.runs.back()].cadre.droite <= place.limite);
   }
 }
 
@@ -119,6 +127,7 @@ i32 MiseEnLigne::Borne(const Groupe& groupe, const Groupe& suivant) const {
 }
 
 i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
+  assert(gauche < droite);
   const PlaceTexte& place = groupe.place;
   i32 largeur = static_cast<i32>(std::min<i64>(groupe.largeur, droite - gauche));
   if (largeur < groupe.largeur && !groupe.Figure() && i64{largeur} * 100 < groupe.largeur * EtroitesseMin) {
@@ -129,6 +138,7 @@ i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
   if (place.alignement == Alignement::Droite && !groupe.AGauche()) debut = place.droite - largeur;
   if (place.alignement == Alignement::Centre)
     debut = static_cast<i32>((i64{place.gauche} + place.droite - largeur) / 2);
+  assert(largeur >= 0 && largeur <= droite - gauche);
   debut = std::clamp(debut, gauche, droite - largeur);
   Etend(groupe, debut, largeur);
   return debut + largeur;
@@ -136,6 +146,7 @@ i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
 
 /// As many characters as the place holds beside the dots, all drawn as narrow as a text may be.
 void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
+  assert(!groupe.runs.empty() && place > 0);
   const auto large = [&](const Run& run, std::size_t n) {
     return i64{m_peripherique.Mesure(run.style, run.texte.substr(0, n) + suite).largeur};
   };
@@ -173,7 +184,9 @@ void MiseEnLigne::Etend(const Groupe& groupe, i32 gauche, i32 largeur) {
     run.cadre = {bord(), place.haut, 0, place.haut + place.hauteur};
     avant += run.largeur;
     run.cadre.droite = bord();
+    assert(run.cadre.droite >= run.cadre.gauche);
   }
+  assert(avant == groupe.largeur);
 }
 
 }  // namespace fenlor

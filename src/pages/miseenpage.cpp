@@ -1,6 +1,7 @@
 #include "pages/miseenpage.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "core/valeurs.h"
@@ -40,6 +41,7 @@ MiseEnPage PreparePage(Peripherique& peripherique, const ReglagePolice& police, 
   }
   page.unite = page.largeur / ColonnesPage;
   page.interligne = peripherique.HauteurPolice(NbStyles - 1) + 1;
+  assert(page.interligne > 0);
   page.lignesParPage = page.hauteur / page.interligne;
   return page;
 }

@@ -1,6 +1,7 @@
 #include "reports/etat2035.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/cles.h"
 #include "core/textes.h"
@@ -26,6 +27,7 @@ struct Bornes {
 Bornes LitBornes(const CFenlorApp& app, unsigned bloc) {
   std::string texte = app.Reglages.LitIni(Texte(Sec2035), Texte(Cle2035Recettes[bloc]));
   if (EstVide(texte)) texte = Texte(Lignes2035Recettes[bloc]);
+  assert(!EstVide(texte));
   const int premier = TexteVersEntier(ChampTexte(0, texte, ','));
   return {premier, std::max(premier, TexteVersEntier(ChampTexte(1, texte, ',')))};
 }

@@ -1,5 +1,6 @@
 #include "reports/etatdetail.h"
 
+#include <cassert>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -146,6 +147,7 @@ bool CEtatDetailDoc::Section::Traite(const Line& ligne) {
 }
 
 void CEtatDetailDoc::Section::EcritTitre() {
+  assert(m_journal >= JournalRecettes && m_journal <= JournalOD);
   const auto rang = static_cast<unsigned>(m_journal - JournalRecettes);
   const CriteresEtat& criteres = m_etat.m_criteres;
   m_etat.EtatPrintf(SectionEtatDetail[rang],
@@ -184,6 +186,7 @@ void CEtatDetailDoc::Section::Centralise(const Line& ligne) {
 }
 
 void CEtatDetailDoc::Section::EcritCentral() {
+  assert(m_central && m_mouvement == 0);
   m_travail.Recommence(m_central->NombreRangees());
   bool principalVu = false;
   const auto rangee = [&](const LigneCentrale& r) {

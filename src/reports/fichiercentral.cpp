@@ -2,6 +2,7 @@
 
 #include <stdlib.h>
 
+#include <cassert>
 #include <filesystem>
 
 #include "pages/formatetat.h"
@@ -52,6 +53,7 @@ bool FichierCentral::Cree() {
 }
 
 void FichierCentral::Supprime() {
+  assert(EstCree());
   m_magasin.QVClose(numCle);
   m_magasin.QVClose(numFichier);
   Systeme& systeme = m_magasin.SystemeFichiers();
@@ -65,8 +67,10 @@ void FichierCentral::Supprime() {
 
 bool FichierCentral::Ajoute(Date date, const std::string& compte1, const std::string& compte2,
                             const SommesEtat& sommes) {
+  assert(EstCree());
   LigneCentrale rec{};
   const std::string cle = Cle(date, compte1, compte2);
+  assert(cle.size() == tailleCle && DateDeCle(cle) == date);
   if (const Position ancienne = m_magasin.QVFindKey(numCle, cle)) {
     if (!m_magasin.QVReadRec(numFichier, ancienne, &rec) || !m_magasin.QVDelRec(numFichier, ancienne) ||
         !m_magasin.QVDelKey(numCle, cle))
@@ -86,6 +90,7 @@ bool FichierCentral::Ajoute(Date date, const std::string& compte1, const std::st
 u32 FichierCentral::NombreRangees() { return m_magasin.QVNumberOfKey(numCle); }
 
 bool FichierCentral::Parcourt(const std::function<bool(const LigneCentrale&)>& suite) {
+  assert(EstCree());
   std::string cle;
   LigneCentrale rec;
   for (Position p = m_magasin.QVFirstKey(numCle, cle); p; p = m_magasin.QVNextKey(numCle, cle)) {

@@ -1,5 +1,7 @@
 #include "reports/livresetat.h"
 
+#include <cassert>
+
 #include "core/erreurs.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -25,8 +27,14 @@ bool LivresEtat::Ouvre() {
   return ouverts;
 }
 
-u32 LivresEtat::NombreComptes() const { return m_app.Magasin.QVNumberOfKey(m_plan->NumCle); }
-u32 LivresEtat::NombreLignes() const { return m_app.Magasin.QVNumberOfKey(m_lignes->NumCle); }
+u32 LivresEtat::NombreComptes() const {
+  assert(m_plan);
+  return m_app.Magasin.QVNumberOfKey(m_plan->NumCle);
+}
+u32 LivresEtat::NombreLignes() const {
+  assert(m_lignes);
+  return m_app.Magasin.QVNumberOfKey(m_lignes->NumCle);
+}
 
 std::string LivresEtat::CompteCourt(const Plan& plan) const {
   return EchappeEtat(CompacteTexte(m_app.Magasin.GetShortCompte(LitTexte(plan.Compte))));
@@ -59,17 +67,20 @@ void LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
 }
 
 void LivresEtat::EchecLecture() {
+  assert(m_lignes);
   m_lignes->Erreur(0, MessageLecture);
   m_etat.Abandonne();
 }
 
 void LivresEtat::ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin,
                                  const SuiteComptes& suite) {
+  assert(m_plan && (fin.empty() || debut < fin));
   ParcourtFichier<Plan>(m_app, m_etat, *m_plan, cle, debut, fin, suite);
 }
 
 void LivresEtat::ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au,
                                 const SuiteLignes& suite) {
+  assert(m_lignes);
   ParcourtFichier<Line>(m_app, m_etat, *m_lignes, cle, prefixe + StrSDate(du),
                         prefixe + StrSDate(au) + '\xFF', suite);
 }
