@@ -46,11 +46,18 @@ void CZNSheet::Fini(std::vector<CZNPage*> ordre) {
   m_ordre = ordre.empty() ? m_pages : std::move(ordre);
   Boutons(Mode::Simple);
   connect(m_onglets, &QTabWidget::currentChanged, this, [this](int indice) {
-    if (isVisible() && !Ouvre(indice)) reject();
+    if (!isVisible()) return;
+    if (Ouvre(indice)) {
+      m_courante = indice;
+    } else {
+      // What was typed elsewhere stays.
+      m_onglets->setCurrentIndex(m_courante);
+      m_onglets->setTabEnabled(indice, false);
+    }
   });
 }
 
-/// Reads the page when it is seen for the first time; false when it closes the sheet.
+/// Reads the page when it is seen for the first time; false when it is refused.
 bool CZNSheet::Ouvre(int indice) {
   if (indice < 0 || indice >= static_cast<int>(m_pages.size())) return true;
   CZNPage& page = *m_pages[static_cast<std::size_t>(indice)];
@@ -60,12 +67,17 @@ bool CZNSheet::Ouvre(int indice) {
 
 void CZNSheet::Tourne(int pas) {
   const int nombre = m_onglets->count();
-  if (nombre) m_onglets->setCurrentIndex((m_onglets->currentIndex() + pas + nombre) % nombre);
+  int indice = m_onglets->currentIndex();
+  do {
+    indice = (indice + pas + nombre) % nombre;
+  } while (!m_onglets->isTabEnabled(indice) && indice != m_onglets->currentIndex());
+  m_onglets->setCurrentIndex(indice);
 }
 
 int CZNSheet::exec() { return Ouvre(m_onglets->currentIndex()) ? CZNDialog::exec() : Rejected; }
 
 void CZNSheet::showEvent(QShowEvent* evenement) {
+  m_courante = m_onglets->currentIndex();
   if (!Ouvre(m_onglets->currentIndex()))
     QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
   CZNDialog::showEvent(evenement);

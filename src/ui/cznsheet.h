@@ -23,7 +23,8 @@ class CZNPage : public QWidget {
   bool Montree() const { return m_montree; }
 
   /// Reads the settings into the fields; called once, when the page is first shown. The
-  /// page's fields are made in its constructor. False closes the sheet (a refusal, told).
+  /// page's fields are made in its constructor. False (a refusal, told): the page stays closed, the
+  /// sheet shows the one before; a sheet that opens on it does not open.
   virtual bool Charge() = 0;
   /// Checks what was typed; false after a refusal that has been told.
   virtual bool Controle() { return true; }
@@ -51,7 +52,7 @@ class CZNSheet : public CZNDialog {
   void AjoutePage(CZNPage* page);
   /// After the last page: buttons, tabs. `ordre` is the order of saving, that of the tabs when empty.
   void Fini(std::vector<CZNPage*> ordre = {});
-  /// Not shown at all, and rejected, when the first page closes the sheet.
+  /// Not shown at all, and rejected, when the first page is refused.
   int exec() override;
 
  protected:
@@ -66,6 +67,7 @@ class CZNSheet : public CZNDialog {
   bool Ouvre(int indice);
   void Tourne(int pas);
   QTabWidget* m_onglets;
+  int m_courante = 0;  ///< last page that was shown
   std::vector<CZNPage*> m_pages, m_ordre;
   FinDesLiens m_finLiens{*this};
 };

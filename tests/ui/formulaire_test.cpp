@@ -20,6 +20,7 @@
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 
 namespace fenlor::test {
@@ -577,7 +578,7 @@ TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
   EXPECT_TRUE(feuille.isVisible());
 }
 
-TEST_F(FeuilleTest, PageThatCannotBeReadClosesTheSheet) {
+TEST_F(FeuilleTest, PageThatCannotBeReadIsLeftOut) {
   {
     SheetEssai feuille(Contexte, Traces);
     feuille.Pages[0]->Charges = false;
@@ -588,10 +589,17 @@ TEST_F(FeuilleTest, PageThatCannotBeReadClosesTheSheet) {
   feuille.Pages[1]->Charges = false;
   Robot robot;
   robot.Attend("SheetEssai", [&](QDialog&) {
-    Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
-    EXPECT_FALSE(feuille.isVisible());
+    QTest::keyClicks(feuille.focusWidget(), u"typed"_s);
+    for (const int page : {0, 2, 0}) {
+      Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
+      EXPECT_EQ(feuille.Onglets().currentIndex(), page) << "refused once, passed over from then on";
+    }
+    EXPECT_EQ(Trouve<EditeurTexte>(*feuille.Pages[0], "valeur").Valeur(), "typed");
+    EXPECT_EQ(feuille.focusWidget(), &Trouve<QWidget>(*feuille.Pages[0], "valeur"));
+    Clique(Bouton(feuille, u"&Ok"_s));
   });
-  EXPECT_FALSE(feuille.Execute());
+  EXPECT_TRUE(feuille.Execute());
+  EXPECT_THAT(Traces, ::testing::Not(Contains("enregistre B")));
 }
 
 TEST_F(FormulaireTest, LesLiensFinissentAvantLesChamps) {
