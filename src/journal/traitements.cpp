@@ -229,6 +229,8 @@ ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
   r.ligne = entete.Ligne;
   if (Mois(entete.Date) == mois) return r;
   entete.Date = FaitDate(Jour(entete.Date), mois, Annee(entete.Date));
+  if (const ResultatSaisie n = NumeroDe(app, entete.Journal, 0, entete.Date, {}, r.ligne); !n) return n;
+  entete.Ligne = r.ligne;
   return app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete) ? r : EchecMagasin(app);
 }
 

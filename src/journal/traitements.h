@@ -39,7 +39,8 @@ ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande)
 
 /// First test of "another month": 3056 closed exercice, 3202 unknown, 3103 linked. `mois`: of the entry.
 ResultatSaisie ControleDeplacement(CFenlorApp& app, u32 mouvement, unsigned& mois);
-/// Puts the entry into another month of its year, 1 to 12; the day stays, be it real there or not.
+/// Puts the entry into another month of its year, 1 to 12; the day stays, be it real there or not. Its number
+/// is that of a new entry of the month.
 /// Refused as above.
 ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois);
 

@@ -4,6 +4,8 @@
 #include <QLibraryInfo>
 #include <string_view>
 
+using namespace std::string_view_literals;
+
 namespace fenlor {
 
 namespace {
@@ -69,6 +71,8 @@ QString Traductions::Complement::translate(const char* contexte, const char* tex
   if (contexte && texte && DeLImpression(contexte))
     for (const LigneTraduction& ligne : lignes)
       if (ligne.texte == texte) return QString::fromUtf8(ligne.francais);
+  // One key, one name: what is written on it, as the help says.
+  if (contexte && texte && contexte == "QShortcut"sv && texte == "Return"sv) return QStringLiteral("Entrée");
   return {};
 }
 

@@ -290,6 +290,7 @@ TEST_F(Traitements, UneSelectionEstUneUnite) {
   EXPECT_EQ(FaitDate(2, 5, 2003), u32{Entete(a).Date});
   EXPECT_EQ(FaitDate(3, 3, 2003), u32{Entete(liee).Date});
   EXPECT_EQ(FaitDate(4, 5, 2003), u32{Entete(b).Date});
+  EXPECT_EQ((std::vector<u32>{1, 2}), (std::vector<u32>{Entete(a).Ligne, Entete(b).Ligne}));
 }
 
 TEST_F(Traitements, AutreMois) {
@@ -326,7 +327,7 @@ TEST_F(Traitements, AutreMois) {
   const auto libre = [&](unsigned m) {
     return Magasin().GetFreeJournalLine(App().PathExercice, JournalRecettes, {}, FaitDate(1, m, 2003));
   };
-  EXPECT_EQ(2u, libre(2)) << "it kept its number, the one of February's own entry";
+  EXPECT_EQ(2u, u32{Entete(mars).Ligne}) << "behind February's own entry";
   EXPECT_EQ(3u, libre(3));
 
   DemandeValidation demande = Annee();

@@ -19,16 +19,17 @@ CDialogVirement::CDialogVirement(ContexteUi& contexte, QWidget* parent)
       m_monnaie(App()) {
   Declare();
   Boutons(Mode::Ajout);
-  const Date aujourdhui = App().Magasin.Today(), debut = App().Reglages.GetDebutExercice();
-  m_date.PoseReference(aujourdhui >= debut && aujourdhui <= App().Reglages.GetFinExercice() ? aujourdhui
-                                                                                            : debut);
-  m_date.Pose(aujourdhui);
+  // Today, or the day of the exercice that is next to it.
+  const Date date = std::clamp(App().Magasin.Today(), App().Reglages.GetDebutExercice(),
+                               std::max(App().Reglages.GetDebutExercice(), App().Reglages.GetFinExercice()));
+  m_date.PoseReference(date);
+  m_date.Pose(date);
   m_de.Charge(App());
   m_vers.Charge(App());
   m_libelle.Charge(App());
   m_libelle.Pose(Texte(LibelleVirement));
   m_monnaie.Pose(App().Reglages.IsEuro());
-  m_monnaie.QuitteDate(aujourdhui);
+  m_monnaie.QuitteDate(date);
   MontreTransit();
   Vide();
   Focalise(m_de);

@@ -128,6 +128,7 @@ TEST_F(FormeVirement, FrancSelonLaDate) {
   Montre(f);
   Code(f, "de", u"BQ"_s);
   Code(f, "vers", u"CCP"_s);
+  EXPECT_EQ(Champ(f, "date").text(), u"01/06/2001"_s);
   const struct {
     const char *monnaie, *date, *focus;
     bool permis;
@@ -167,6 +168,11 @@ TEST_F(FormeVirement, OuvrirEtFermer) {
     EXPECT_EQ(Magasin().GetJournalRec(0), c.lignes);
   }
   EXPECT_TRUE(CDialogVirement::PeutOuvrir(Ui));
+  for (const auto& [annee, date] : {std::pair(2002, u"01/01/2003"_s), std::pair(2004, u"31/12/2003"_s)}) {
+    Magasin().FixeAujourdhui(FaitDate(1, 6, static_cast<unsigned>(annee)));
+    CDialogVirement f(Ui);
+    EXPECT_EQ(Champ(f, "date").text(), date);
+  }
   Regle("2003", "Cloture", "31/12/2003");
   Boite.Oublie();
   EXPECT_FALSE(CDialogVirement::PeutOuvrir(Ui));

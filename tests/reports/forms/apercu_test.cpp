@@ -280,6 +280,7 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
 
 TEST_F(ApercuTest, LaBoiteDImpressionEstEnFrancais) {
   const Traductions francais;
+  EXPECT_EQ(QKeySequence(u"Alt+Return"_s).toString(QKeySequence::NativeText), u"Alt+Entrée"_s);
   std::string textes;
   Robot robot;
   robot.Attend("DialogImpression", [&](QDialog& dialogue) {
