@@ -77,7 +77,7 @@ inline constexpr TexteFixe ErrDebitEtCredit{3207, "Une ligne porte un débit ou 
 
 // Questions
 inline constexpr TexteFixe QuestionTresorerieChangee{3300,
-    "Le compte de trésorerie a été modifié.\nFaut-il continuer ?"};
+    "Le compte de trésorerie a été modifié.\nFaut-il continuer ?", Detruit};
 /// "Attention ! L'ecriture n'est pas équilibrée. ..."
 inline constexpr TexteFixe QuestionNonEquilibree{3301,
     "Attention ! L'ecriture n'est pas équilibrée.\nVoulez-vous l'enregistrer ?\n\nCliquez 'Oui' pour "
@@ -86,7 +86,7 @@ inline constexpr TexteFixe QuestionNonEquilibree{3301,
 inline constexpr TexteFixe QuestionRapprocher{3311,
     "Date\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nRapprocher cette écriture?"};
 inline constexpr TexteFixe QuestionDerapprocher{3312,
-    "Date\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nMarquer cette écriture comme non rapprochée?"};
+    "Date\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nMarquer cette écriture comme non rapprochée?", Detruit};
 /// date, label
 inline constexpr TexteFixe QuestionValiderOD{3313,
     "Date\t\t: %s\nLibellé\t\t: %s\n\nValider cette opération diverse ?"};
@@ -96,7 +96,7 @@ inline constexpr TexteFixe QuestionValiderStandard{3314,
 /// treasury code, then as above
 inline constexpr TexteFixe QuestionValiderSimple{3315,
     "Trésorerie\t: %s\nDate\t\t: %s\nLibellé\t\t: %s\n%s\t\t: %s\n\nValider cette écriture ?"};
-inline constexpr TexteFixe QuestionInvalider{3318, "Voulez-vous invalider l'écriture ?"};
+inline constexpr TexteFixe QuestionInvalider{3318, "Voulez-vous invalider l'écriture ?", Detruit};
 
 // What is typed into the fields
 /// number of entries that are not shown

@@ -101,7 +101,8 @@ TEST_F(Messages, EntreeEstLeSecondBoutonOuLaReponseDetruirait) {
   // Whatever text tells of a loss is such a question; of 3430 "Non" is the first button.
   for (const auto& [numero, texte, detruit, fichier] : TextesDesSources()) {
     if (numero < 3300 || numero >= 3430 || texte.find('?') == std::string::npos || detruit) continue;
-    for (const char* mot : {"uppression", "upprim", "perdu", "remplacer", "Renum"})
+    for (const char* mot : {"uppression", "upprim", "perdu", "remplacer", "Renum", "invalider", "éditer",
+                            "non rapproch", "a été modifié"})
       EXPECT_EQ(texte.find(mot), std::string::npos) << numero;
   }
 }

@@ -7,6 +7,7 @@
 #include "core/valeurs.h"
 #include "journal/forms/listelignes.h"
 #include "journal/forms/textes.h"
+#include "journal/textes.h"
 #include "master/forms/champscompte.h"
 #include "master/forms/listeeditee.h"
 #include "ui/texteqt.h"
@@ -205,10 +206,21 @@ void CDialogMouvement::ChangeMonnaie() {
   MontreLignes();
 }
 
-/// The hidden command.
+/// The hidden command: what is final or linked can be changed, a draft becomes final. Written by OK.
 void CDialogMouvement::Force() {
-  if (m_cloture) return;
-  m_validee = !m_validee;
+  if (m_cloture) {
+    App().ReportErreur(ErrExerciceCloture);
+    return;
+  }
+  const auto oui = [this](const TexteFixe& question, std::initializer_list<std::string> arguments = {}) {
+    return App().MessageId(BoutonsOuiNon | IconeQuestion, question, arguments) == RepOui;
+  };
+  const bool libere = Verrouillee();
+  if (m_validee && m_etaitValidee && !oui(QuestionInvalider)) return;
+  if (m_liee && !oui(QuestionEditerLiee)) return;
+  if (!libere && !m_etaitValidee && !oui(QuestionValiderOD, {StrDate(m_jour.Valeur()), m_libelle.Valeur()}))
+    return;
+  m_validee = !libere;
   m_liee = false;
   m_forcee = true;
   Actualise();

@@ -417,13 +417,13 @@ TEST_F(FormeOD, CeQuiEstPermis) {
     });
     Touche(f, Qt::Key_Return);  // on the list: looks at the line
     Montre(f);
-    Touche(f, Qt::Key_U, Qt::AltModifier);
-    if (c.liee) {
-      EXPECT_TRUE(Ouvert(f, "ok")) << "made final, that can be saved";
-      EXPECT_FALSE(Ouvert(f, "libelle"));
+    for (const int reponse : {RepNon, RepOui}) {
+      Boite.Oublie();
+      Boite.Reponses = {reponse};
       Touche(f, Qt::Key_U, Qt::AltModifier);
+      EXPECT_EQ(Boite.NumerosQuestions(), Nombres{c.liee ? QuestionEditerLiee : QuestionInvalider});
+      EXPECT_EQ(Ouvert(f, "libelle"), reponse == RepOui);
     }
-    EXPECT_TRUE(Ouvert(f, "libelle"));
     Tape(Trouve<QComboBox>(f, "libelle"), u"Repris"_s);
     Clique(Trouve<QPushButton>(f, "ok"));
     EXPECT_FALSE(f.isVisible());
