@@ -209,26 +209,17 @@ void Copie(QVAPI& m, Rival& rival) {
   rival.Fin();
 }
 
-void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t) {
-  Classeur classeur(dossier + "/rival");
-  QVAPI& m = classeur.Magasin();
-  classeur.Remplit(t.ecritures);
-  m.QVFlush();
-  Rival rival(dossier + "/rival.sqlite");
-  Copie(m, rival);
-  if (rival.NombreLignes() != t.ecritures * LignesParEcriture) Echec("the rival has not the same lines");
-
+void Marches(Tableau& tableau, QVAPI& m, Rival& rival, const Tailles& t) {
   // A month of receipts, a different one each time.
   const auto bornes = [](unsigned i) {
     const unsigned numero = 1 + i % 12;
     return std::pair{"1" + StrSDate(FaitDate(1, numero, 2003)),
                      "1" + StrSDate(NextMonth(FaitDate(1, numero, 2003)))};
   };
-  Paires p;
   const auto marche = [&](const char* titre, auto&& nous, double barre, bool compte) {
     unsigned mois = 0, lignesNous = 0, lignesAutre = 0;
     f64 sommeNous = 0, sommeAutre = 0;
-    p = MesurePaires(
+    const Paires p = MesurePaires(
         t.passages * 4,
         [&] {
           const auto [debut, fin] = bornes(mois / 2);
@@ -245,7 +236,9 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
   };
   marche("month walk with records", ParcoursNous, 8, true);
   marche("  the same by cursor, each record copied", MarcheNous, 0, false);
+}
 
+void Recherches(Tableau& tableau, QVAPI& m, Rival& rival, const Tailles& t) {
   // Exact keys of lines all over the journal, in an order that no cache foresees.
   std::vector<std::string> cles;
   {
@@ -259,7 +252,7 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
     }
   }
   u64 positionsNous = 0, positionsAutre = 0;
-  p = MesurePaires(
+  Paires p = MesurePaires(
       t.passages,
       [&] {
         for (const auto& cle : cles) positionsNous += m.QVFindKey(79, cle);
@@ -283,9 +276,11 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
   rival.Fin();
   tableau.Ligne("  the same, the rival inside one transaction", EnTemps(p.nous / t.recherches),
                 EnTemps(p.autre / t.recherches), p.rapport, "x", 0, true);
+}
 
+void Travaux(Tableau& tableau, QVAPI& m, Rival& rival, const Tailles& t) {
   const unsigned lourds = std::max(1u, t.passages / 3);
-  p = MesurePaires(
+  Paires p = MesurePaires(
       lourds,
       [&] {
         Statistiques s;
@@ -301,6 +296,20 @@ void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t)
       },
       [&] { rival.RefaitCles(); });
   tableau.Ligne("key rebuild of the journal", EnTemps(p.nous), EnTemps(p.autre), p.rapport, "x", 3, true);
+}
+
+void FaceAuRival(Tableau& tableau, const std::string& dossier, const Tailles& t) {
+  Classeur classeur(dossier + "/rival");
+  QVAPI& m = classeur.Magasin();
+  classeur.Remplit(t.ecritures);
+  m.QVFlush();
+  Rival rival(dossier + "/rival.sqlite");
+  Copie(m, rival);
+  if (rival.NombreLignes() != t.ecritures * LignesParEcriture) Echec("the rival has not the same lines");
+
+  Marches(tableau, m, rival, t);
+  Recherches(tableau, m, rival, t);
+  Travaux(tableau, m, rival, t);
 }
 
 void GrandeUnite(Tableau& tableau, const std::string& dossier, const Tailles& t) {

@@ -20,4 +20,4 @@ paquets() {
 }
 
 paquets_programme="g++ cmake ninja-build liblmdb-dev zlib1g-dev nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core"
-paquets_tests="libgtest-dev libgmock-dev libsqlite3-dev"
+paquets_tests="clang-format libgtest-dev libgmock-dev libsqlite3-dev"

@@ -219,6 +219,40 @@ QStringList NomsAide() {
   return liste;
 }
 
+namespace {
+
+QTreeWidget* FaitSommaire(QWidget* parent) {
+  auto* sommaire = new QTreeWidget(parent);
+  sommaire->setObjectName(u"sommaire"_s);
+  sommaire->setAccessibleName(u"Sommaire"_s);
+  sommaire->setHeaderHidden(true);
+  sommaire->setRootIsDecorated(false);
+  sommaire->setItemsExpandable(false);
+  QTreeWidgetItem* chapitre = nullptr;
+  for (const PageAide& page : PagesAide()) {
+    auto* element = page.niveau && chapitre ? new QTreeWidgetItem(chapitre) : new QTreeWidgetItem(sommaire);
+    element->setText(0, QString::fromUtf8(page.titre));
+    element->setData(0, RoleFichier, Adresse(page.fichier));
+    if (!page.niveau) chapitre = element;
+  }
+  sommaire->expandAll();
+  sommaire->resizeColumnToContents(0);
+  return sommaire;
+}
+
+QLineEdit* FaitRecherche(QWidget* parent) {
+  auto* recherche = new QLineEdit(parent);
+  recherche->setObjectName(u"recherche"_s);
+  recherche->setAccessibleName(u"Chercher dans l'aide"_s);
+  recherche->setPlaceholderText(u"Chercher dans toutes les pages"_s);
+  recherche->setClearButtonEnabled(true);
+  recherche->setMinimumWidth(recherche->fontMetrics().horizontalAdvance(recherche->placeholderText()) +
+                             6 * recherche->fontMetrics().height() / 2);
+  return recherche;
+}
+
+}  // namespace
+
 CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
     : QDialog(parent, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
       m_contexte(contexte) {
@@ -230,27 +264,8 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   m_texte->setAccessibleName(u"Page d'aide"_s);
   m_texte->setOpenExternalLinks(false);
   m_texte->document()->setDocumentMargin(fontMetrics().height());
-  m_sommaire = new QTreeWidget(this);
-  m_sommaire->setObjectName(u"sommaire"_s);
-  m_sommaire->setAccessibleName(u"Sommaire"_s);
-  m_sommaire->setHeaderHidden(true);
-  m_sommaire->setRootIsDecorated(false);
-  m_sommaire->setItemsExpandable(false);
-  QTreeWidgetItem* parentListe = nullptr;
-  for (const PageAide& page : PagesAide()) {
-    auto* element =
-        page.niveau && parentListe ? new QTreeWidgetItem(parentListe) : new QTreeWidgetItem(m_sommaire);
-    element->setText(0, QString::fromUtf8(page.titre));
-    element->setData(0, RoleFichier, Adresse(page.fichier));
-    if (!page.niveau) parentListe = element;
-  }
-  m_sommaire->expandAll();
-  m_sommaire->resizeColumnToContents(0);
-  m_recherche = new QLineEdit(this);
-  m_recherche->setObjectName(u"recherche"_s);
-  m_recherche->setAccessibleName(u"Chercher dans l'aide"_s);
-  m_recherche->setPlaceholderText(u"Chercher dans toutes les pages"_s);
-  m_recherche->setClearButtonEnabled(true);
+  m_sommaire = FaitSommaire(this);
+  m_recherche = FaitRecherche(this);
 
   auto* barre = new QHBoxLayout;
   const auto bouton = [&](const QString& texte, const QString& astuce, Qt::ArrowType fleche,
@@ -272,8 +287,6 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   avant->setEnabled(false);
   apres->setEnabled(false);
   barre->addStretch(1);
-  m_recherche->setMinimumWidth(fontMetrics().horizontalAdvance(m_recherche->placeholderText()) +
-                               6 * fontMetrics().height() / 2);
   barre->addWidget(m_recherche);
 
   auto* partage = new QSplitter(this);

@@ -42,6 +42,41 @@ CDialogCalculatrice::CDialogCalculatrice(ContexteUi& contexte, QWidget* parent)
   droite.setWrapMode(QTextOption::NoWrap);
   m_bande->document()->setDefaultTextOption(droite);
 
+  QFrame* cadre = FaitEcran();
+  m_remarque = new QLabel(this);
+  m_remarque->setObjectName(u"remarque"_s);
+
+  QGridLayout* touches = FaitTouches();
+  auto* copie = new QToolButton(this);
+  auto* colle = new QToolButton(this);
+  for (auto [bouton, texte, astuce, nom] :
+       {std::tuple{copie, u"Copier"_s, u"Copier le résultat (Ctrl+C)"_s, "copie"},
+        std::tuple{colle, u"Coller"_s, u"Coller un nombre (Ctrl+V)"_s, "colle"}}) {
+    bouton->setObjectName(QString::fromLatin1(nom));
+    bouton->setText(texte);
+    bouton->setToolTip(astuce);
+    bouton->setAccessibleName(astuce);
+    bouton->setAutoRaise(true);
+    bouton->setFocusPolicy(Qt::NoFocus);
+  }
+  connect(copie, &QToolButton::clicked, this, &CDialogCalculatrice::Copie);
+  connect(colle, &QToolButton::clicked, this, &CDialogCalculatrice::Colle);
+  auto* pied = new QHBoxLayout;
+  pied->addWidget(m_remarque, 1);
+  pied->addWidget(copie);
+  pied->addWidget(colle);
+
+  auto* colonne = new QVBoxLayout(this);
+  colonne->addWidget(m_bande, 1);
+  colonne->addWidget(cadre);
+  colonne->addLayout(pied);
+  colonne->addLayout(touches);
+  m_bande->setMinimumHeight(m_bande->fontMetrics().lineSpacing() * 3);
+  resize(minimumSizeHint().width(), minimumSizeHint().height() + m_bande->fontMetrics().lineSpacing() * 4);
+  Montre();
+}
+
+QFrame* CDialogCalculatrice::FaitEcran() {
   auto* cadre = new QFrame(this);
   cadre->setFrameShape(QFrame::StyledPanel);
   cadre->setBackgroundRole(QPalette::Base);
@@ -67,9 +102,10 @@ CDialogCalculatrice::CDialogCalculatrice(ContexteUi& contexte, QWidget* parent)
   auto* ecran = new QHBoxLayout(cadre);
   ecran->addWidget(m_temoin);
   ecran->addWidget(m_affichage, 1);
-  m_remarque = new QLabel(this);
-  m_remarque->setObjectName(u"remarque"_s);
+  return cadre;
+}
 
+QGridLayout* CDialogCalculatrice::FaitTouches() {
   auto* touches = new QGridLayout;
   touches->setSpacing(fontMetrics().height() / 4);
   const auto touche = [this](Touche t) { return [this, t] { Appuie(t); }; };
@@ -118,33 +154,7 @@ CDialogCalculatrice::CDialogCalculatrice(ContexteUi& contexte, QWidget* parent)
     pose(i + 1, 4, operations[i]);
   }
   Bouton(*touches, 1, 5, u"="_s, u"Résultat"_s, u"Entrée"_s, "egal", touche(T::Egal), 4);
-  auto* copie = new QToolButton(this);
-  auto* colle = new QToolButton(this);
-  for (auto [bouton, texte, astuce, nom] :
-       {std::tuple{copie, u"Copier"_s, u"Copier le résultat (Ctrl+C)"_s, "copie"},
-        std::tuple{colle, u"Coller"_s, u"Coller un nombre (Ctrl+V)"_s, "colle"}}) {
-    bouton->setObjectName(QString::fromLatin1(nom));
-    bouton->setText(texte);
-    bouton->setToolTip(astuce);
-    bouton->setAccessibleName(astuce);
-    bouton->setAutoRaise(true);
-    bouton->setFocusPolicy(Qt::NoFocus);
-  }
-  connect(copie, &QToolButton::clicked, this, &CDialogCalculatrice::Copie);
-  connect(colle, &QToolButton::clicked, this, &CDialogCalculatrice::Colle);
-  auto* pied = new QHBoxLayout;
-  pied->addWidget(m_remarque, 1);
-  pied->addWidget(copie);
-  pied->addWidget(colle);
-
-  auto* colonne = new QVBoxLayout(this);
-  colonne->addWidget(m_bande, 1);
-  colonne->addWidget(cadre);
-  colonne->addLayout(pied);
-  colonne->addLayout(touches);
-  m_bande->setMinimumHeight(m_bande->fontMetrics().lineSpacing() * 3);
-  resize(minimumSizeHint().width(), minimumSizeHint().height() + m_bande->fontMetrics().lineSpacing() * 4);
-  Montre();
+  return touches;
 }
 
 void CDialogCalculatrice::Bouton(QGridLayout& grille, int ligne, int colonne, const QString& texte,

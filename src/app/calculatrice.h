@@ -7,6 +7,7 @@
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"
 
+class QFrame;
 class QGridLayout;
 class QLabel;
 class QPlainTextEdit;
@@ -28,6 +29,8 @@ class CDialogCalculatrice : public QDialog {
   void showEvent(QShowEvent* evenement) override;
 
  private:
+  QFrame* FaitEcran();
+  QGridLayout* FaitTouches();
   void Bouton(QGridLayout& grille, int ligne, int colonne, const QString& texte, const QString& parle,
               const QString& touche, const char* nom, std::function<void()> action, int hauteur = 1);
   void Appuie(Touche touche);

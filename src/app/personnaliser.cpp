@@ -92,12 +92,18 @@ CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBa
   rangee->addLayout(milieu);
   rangee->addLayout(droite, 1);
 
+  Relie(*separateur, *defaut);
+  Remplit(contenu);
+  Boutons(Mode::Simple);
+}
+
+void CDialogPersonnaliser::Relie(const QPushButton& separateur, const QPushButton& defaut) {
   connect(m_ajouter, &QPushButton::clicked, this, &CDialogPersonnaliser::Ajoute);
   connect(m_retirer, &QPushButton::clicked, this, &CDialogPersonnaliser::Retire);
   connect(m_monter, &QPushButton::clicked, this, [this] { Deplace(-1); });
   connect(m_descendre, &QPushButton::clicked, this, [this] { Deplace(1); });
-  connect(separateur, &QPushButton::clicked, this, [this] { Insere(0); });
-  connect(defaut, &QPushButton::clicked, this, [this] { Remplit(ContenuParDefaut()); });
+  connect(&separateur, &QPushButton::clicked, this, [this] { Insere(0); });
+  connect(&defaut, &QPushButton::clicked, this, [this] { Remplit(ContenuParDefaut()); });
   connect(m_disponibles, &CListeCommandes::Activee, this, &CDialogPersonnaliser::Ajoute);
   connect(m_disponibles, &CListeCommandes::ChoixChange, this, &CDialogPersonnaliser::ActualiseBoutons);
   connect(m_contenu, &QListWidget::currentRowChanged, this, &CDialogPersonnaliser::ActualiseBoutons);
@@ -109,9 +115,6 @@ CDialogPersonnaliser::CDialogPersonnaliser(ContexteUi& contexte, const ContenuBa
   touche(Qt::Key_Delete, m_contenu, [this] { Retire(); });
   touche(Qt::ALT | Qt::Key_Up, m_contenu, [this] { Deplace(-1); });
   touche(Qt::ALT | Qt::Key_Down, m_contenu, [this] { Deplace(1); });
-
-  Remplit(contenu);
-  Boutons(Mode::Simple);
 }
 
 void CDialogPersonnaliser::Remplit(const ContenuBarre& contenu) {

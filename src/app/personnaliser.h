@@ -36,6 +36,7 @@ class CDialogPersonnaliser : public CZNDialog {
   ContenuBarre Contenu() const;
 
  private:
+  void Relie(const QPushButton& separateur, const QPushButton& defaut);
   void Remplit(const ContenuBarre& contenu);
   void Insere(unsigned numero);
   void Ajoute();

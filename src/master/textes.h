@@ -8,9 +8,12 @@ namespace fenlor {
 // clang-format off
 
 // Questions: yes takes away what nobody can bring back
-inline constexpr TexteFixe QuestionSupprimeCompte{3332, "Suppression du compte %s ?", Detruit};  ///< short number
-inline constexpr TexteFixe QuestionSupprimeTresorerie{3333, "Suppression du compte de trésorerie\n\"%s\" ?", Detruit};
-inline constexpr TexteFixe QuestionSupprimeRubrique{3346, "Suppression de la rubrique %s ?", Detruit};  ///< code
+inline constexpr TexteFixe QuestionSupprimeCompte{3332,
+    "Suppression du compte %s ?", Detruit};  ///< short number
+inline constexpr TexteFixe QuestionSupprimeTresorerie{3333,
+    "Suppression du compte de trésorerie\n\"%s\" ?", Detruit};
+inline constexpr TexteFixe QuestionSupprimeRubrique{3346,
+    "Suppression de la rubrique %s ?", Detruit};  ///< code
 inline constexpr TexteFixe QuestionRemplaceFraisKm{3380,
     "Un montant a déjà été enregistré.\n\nFaut-il le remplacer?", Detruit};
 /// number of entries, variable

@@ -71,13 +71,9 @@ void InterpreteEtat::Code(Plume& plume, char code) {
       m_etat.souligne = m_etat.gras = m_etat.italique = false;
       break;
     case '1':
-      m_etat.ligne = Alignement::Gauche;
-      break;
     case '2':
-      m_etat.ligne = Alignement::Centre;
-      break;
     case '3':
-      m_etat.ligne = Alignement::Droite;
+      m_etat.ligne = std::array{Alignement::Gauche, Alignement::Centre, Alignement::Droite}[code - '1'];
       break;
     case 'B':
       m_etat.gras = true;
@@ -100,18 +96,14 @@ void InterpreteEtat::Code(Plume& plume, char code) {
     case 'T':
       plume.x = Colonnes(plume);
       break;
-    case 'M': {
-      const i32 marge = Colonnes(plume);
-      if (avant == m_etat.margeGauche) plume.x = marge;
-      m_etat.margeGauche = marge;
-      break;
-    }
+    case 'M':
     case 'N': {
-      // A position is compared with a distance from the other edge: reports are laid out
+      // With "N" a position is compared with a distance from the other edge: reports are laid out
       // on what comes of it.
+      i32& bord = code == 'M' ? m_etat.margeGauche : m_etat.margeDroite;
       const i32 marge = Colonnes(plume);
-      if (avant == m_etat.margeDroite) plume.x = marge;
-      m_etat.margeDroite = marge;
+      if (avant == bord) plume.x = marge;
+      bord = marge;
       break;
     }
     case 'S': {

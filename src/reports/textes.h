@@ -58,7 +58,8 @@ inline constexpr TexteFixe MotCentralisation[] = {
 /// one currency; both follows, here and below
 inline constexpr TexteFixe RangeeEtatDetail[] = {
     {7013, "\\0\\M002\\N002%s\\T006%s\\T019%s\\T063%s\\T073%s\\T090\\R099%s\\T110\\R114%s\n\\L\\0"},
-    {7014, "\\0\\M002\\N001%s\\T004%s\\T016%s\\T060%s\\T070%s\\T085\\R099%s\\T100\\R114%s\\T115\\R129%s\\T130\\R144%s\n\\L\\0"},
+    {7014, "\\0\\M002\\N001%s\\T004%s\\T016%s\\T060%s\\T070%s\\T085\\R099%s\\T100\\R114%s"
+        "\\T115\\R129%s\\T130\\R144%s\n\\L\\0"},
 };
 /// month
 inline constexpr TexteFixe TotalMoisEtatDetail[] = {
@@ -140,8 +141,10 @@ inline constexpr TexteFixe EnteteEtatJournal[] = {
      "€\\L\\T089P\\T091B\\T093R\\T095V\\T098Rub\\T104Compte\\T114Désignation\n\\S002\\0"},
 };
 inline constexpr TexteFixe RangeeEtatJournal[] = {
-    {7103, "\\0\\M002\\N002%d\\T008%s\\T020%s\\T050\\R064%s\\T065\\R078%s\\T080%c\\T082%c\\T084%c\\T086%c\\T089%s\\T095%s\\T105%s\n"},
-    {7104, "\\0\\M002\\N002%s\\T008%s\\T020%s\\T038\\R050%s\\T051\\R062%s\\T063\\R074%s\\T075\\R086%s\\L\\T089%c\\T091%c\\T093%c\\T095%c\\T098%s\\T104%s\\T114%s\n"},
+    {7103, "\\0\\M002\\N002%d\\T008%s\\T020%s\\T050\\R064%s\\T065\\R078%s\\T080%c\\T082%c\\T084%c"
+        "\\T086%c\\T089%s\\T095%s\\T105%s\n"},
+    {7104, "\\0\\M002\\N002%s\\T008%s\\T020%s\\T038\\R050%s\\T051\\R062%s\\T063\\R074%s\\T075\\R086%s\\L"
+        "\\T089%c\\T091%c\\T093%c\\T095%c\\T098%s\\T104%s\\T114%s\n"},
 };
 inline constexpr TexteFixe TotalEtatJournal[] = {
     {7105, "\\0\\M002\\N002\\S002\\BTotal :\\T050\\R064%s\\T065\\R078%s\\L\\0\n"},
@@ -289,10 +292,12 @@ inline constexpr TexteFixe TotalListeComptes{7225, "\\0\\M010\\N010\\S002\\BTota
 inline constexpr TexteFixe AvancementListeTresorerie{7226,
     "\nConstruction de la liste des comptes de trésorerie\n\nen cours..."};
 inline constexpr TexteFixe EnteteListeTresorerie{7227,
-    "\\B\\M005\\N005Code\\T017Compte\\T027Désignation\\T074\\R087Débit\\T088\\R101Crédit\\T102\\R115Solde\\T116\\R129Rapproché\\T130\\R144Solde réel\n\\L\\S002\\0"};
+    "\\B\\M005\\N005Code\\T017Compte\\T027Désignation\\T074\\R087Débit\\T088\\R101Crédit"
+    "\\T102\\R115Solde\\T116\\R129Rapproché\\T130\\R144Solde réel\n\\L\\S002\\0"};
 inline constexpr TexteFixe PiedListeTresorerie{7228, "\\0\\M005\\N005\\S001"};
 inline constexpr TexteFixe LigneListeTresorerie{7229,
-    "\\0\\M005\\N005%s\\T017%s\\T027%s\\T074\\R087%s\\T088\\R101%s\\T102\\R115%s\\T116\\R129%s\\T130\\R144%s\\L\n"};
+    "\\0\\M005\\N005%s\\T017%s\\T027%s\\T074\\R087%s\\T088\\R101%s\\T102\\R115%s\\T116\\R129%s"
+    "\\T130\\R144%s\\L\n"};
 inline constexpr TexteFixe TotalListeTresorerie{7230,
     "\\0\\M005\\N005\\S002\\BTotal : "
     "\\T074\\R087%s\\T088\\R101%s\\T102\\R115%s\\T116\\R129%s\\T130\\R144%s\\L\\0\n"};

@@ -1,10 +1,10 @@
 // FENLOR_SINGE=3600 lets the monkey work for so many seconds instead of a few hundred acts,
 // FENLOR_SINGE_GRAINE gives its seed, FENLOR_SINGE_JOURNAL the file of its log, FENLOR_SINGE_REJOUE a log to
 // play again.
+#include <pthread.h>
 #include <QAction>
 #include <QApplication>
 #include <QEventLoop>
-#include <pthread.h>
 
 #include <atomic>
 #include <chrono>

@@ -115,28 +115,22 @@ TEST_F(CommandesTest, Suppression) {
       return m;
     };
   };
+  const auto rapprochee = [&](u32 m) {
+    return [this, m] {
+      Rapproche(m);
+      return m;
+    };
+  };
   const Cas cas[] = {
       {"non", [&] { return m_simple; }, RepNon, QuestionSuppression, QuestionSuppression, true},
-      {"rapprochée, non",
-       [&] {
-         Rapproche(m_simple);
-         return m_simple;
-       },
-       RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
+      {"rapprochée, non", rapprochee(m_simple), RepNon, QuestionSuppressionRapprochee,
+       QuestionSuppressionRapprochee, true},
       {"rapprochée, oui", [&] { return m_simple; }, RepOui, QuestionSuppressionRapprochee, 0, false},
       {"déjà partie", [&] { return m_simple; }, RepOui, 0, ErrEcritureInconnue, false},
-      {"standard rapprochée, non",
-       [&] {
-         Rapproche(m_standard);
-         return m_standard;
-       },
-       RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
-      {"opération diverse rapprochée, non",
-       [&] {
-         Rapproche(m_od);
-         return m_od;
-       },
-       RepNon, QuestionSuppressionRapprochee, QuestionSuppressionRapprochee, true},
+      {"standard rapprochée, non", rapprochee(m_standard), RepNon, QuestionSuppressionRapprochee,
+       QuestionSuppressionRapprochee, true},
+      {"opération diverse rapprochée, non", rapprochee(m_od), RepNon, QuestionSuppressionRapprochee,
+       QuestionSuppressionRapprochee, true},
       {"standard validée", validee(m_standard), RepOui, 0, 3016, true},
       {"opération diverse validée", validee(m_od), RepOui, 0, 3017, true},
       {"opération diverse en brouillard",

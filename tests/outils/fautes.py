@@ -1,18 +1,26 @@
 #!/usr/bin/env python3
 """Plants faults, one at a time, and tells which ones the tests catch.
 
-    tests/outils/fautes.py [--arbre DIR] [--construit DIR] [-j N] [WORD...]
+    tests/outils/fautes.py [--arbre DIR] [-j N] [--texte] [WORD...]
 
-The faults stand in fautes.txt; with words only those whose title holds one of them. They are planted in
-a copy of the tree (build/fautes/arbre), never in the tree itself. Ends with 1 when a fault was not caught.
+The faults stand in fautes.txt; with words only those whose title holds one of them. They are planted in a copy of
+the tree (a directory of this user below the temporary one, kept for the next run), built with the preset "rapide",
+never in the tree itself. The tests that a fault names run first; when they pass, the whole suite runs until a test
+fails. --texte only looks whether every fault still finds its lines. Ends with 1 when a fault was not caught, or was
+none: its line is gone, or what stands there instead does not build.
 """
 import argparse
+import os
+import re
 import shutil
 import subprocess
 import sys
+import tempfile
+import time
 from pathlib import Path
 
 RACINE = Path(__file__).resolve().parents[2]
+DELAI = 300  # seconds: a test that hangs has seen the fault
 
 
 def lit_fautes(chemin):
@@ -36,27 +44,32 @@ def lit_fautes(chemin):
 
 
 def copie(arbre):
-    """Brings the sources to the copy; a file that did not change keeps its time there."""
-    noms = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=RACINE, check=True, text=True,
-                          capture_output=True).stdout.splitlines()
+    """Makes the copy what the tree is; a file that did not change keeps its time there."""
+    noms = {nom for nom in subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=RACINE, check=True,
+                                          text=True, capture_output=True).stdout.splitlines()
+            if (RACINE / nom).is_file()}
     for nom in noms:
         de, vers = RACINE / nom, arbre / nom
-        if de.is_file() and (not vers.exists() or vers.read_bytes() != de.read_bytes()):
+        if not vers.exists() or vers.read_bytes() != de.read_bytes():
             vers.parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(de, vers)
+    for vers in [v for v in arbre.rglob("*") if v.is_file()]:
+        nom = vers.relative_to(arbre)
+        if nom.parts[0] != "build" and str(nom) not in noms:
+            vers.unlink()
 
 
 def change(arbre, changes):
-    """Replaces each line, which must stand once in its file. What the files held, or a complaint."""
+    """Replaces each line, which must stand once in its file. What the files held, and a complaint."""
     avant = {}
     for nom, ligne, autre in changes:
         chemin = arbre / nom
-        contenu = chemin.read_text(encoding="utf-8")
-        avant.setdefault(chemin, contenu)
+        contenu = chemin.read_text(encoding="utf-8") if chemin.exists() else ""
         trouvees = [entiere for entiere in contenu.splitlines() if entiere.strip() == ligne]
         if len(trouvees) != 1:
             remet(avant)
-            return None, f"{len(trouvees)} lines \"{ligne}\" in {nom}"
+            return {}, f"{len(trouvees)} lines \"{ligne}\" in {nom}"
+        avant.setdefault(chemin, contenu)
         chemin.write_text(contenu.replace(trouvees[0] + "\n", trouvees[0].replace(ligne, autre) + "\n"),
                           encoding="utf-8")
     return avant, ""
@@ -67,63 +80,104 @@ def remet(avant):
         chemin.write_text(contenu, encoding="utf-8")
 
 
-def lance(commande, **options):
-    nulle = subprocess.DEVNULL
-    return subprocess.run(commande, stdout=nulle, stderr=nulle, **options).returncode
+class Copie:
+    """The copy, its build and its tests."""
 
+    def __init__(self, arbre, taches):
+        self.arbre, self.taches = arbre, taches
 
-def passent(construit, tests):
-    """Runs tests until one fails. A test that hangs has failed, too."""
-    for binaire, filtre in tests:
+    def lance(self, *commande, delai=None):
+        """The status and what was written; 1 when it took too long."""
         try:
-            commande = [construit / "bin" / binaire, "--gtest_filter=" + filtre, "--gtest_fail_fast"]
-            if lance(commande, timeout=1200):
-                return False
+            fait = subprocess.run(commande, cwd=self.arbre, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                  timeout=delai, env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+            return fait.returncode, fait.stdout.decode(errors="replace")
         except subprocess.TimeoutExpired:
-            return False
-    return True
+            return 1, "[  FAILED  ] (too long)"
+
+    def construit(self, *cibles):
+        """Builds; what the compiler complained about."""
+        etat, dit = self.lance("cmake", "--build", "build/rapide", "-j", self.taches,
+                               *(("--target", *cibles) if cibles else ()))
+        plainte = next((ligne for ligne in dit.splitlines() if "error" in ligne or "FAILED" in ligne), "unknown")
+        return "it does not build: " + plainte if etat else ""
+
+    def echoues(self, tests):
+        """The tests that failed, of these."""
+        noms = []
+        for binaire, filtre in tests:
+            etat, dit = self.lance(f"build/rapide/bin/{binaire}", "--gtest_filter=" + filtre, "--gtest_brief=1",
+                                   delai=DELAI)
+            if etat:
+                vus = re.findall(r"^\[  FAILED  \] ([^\n,]*?)(?:,| \(|$)", dit, re.M)
+                noms += sorted(set(vus)) or [f"{binaire} stopped"]
+        return noms
+
+    def premier_echec(self):
+        """The first test of the whole suite that fails, or nothing."""
+        plainte = self.construit()
+        if plainte:
+            return plainte
+        etat, dit = self.lance("ctest", "--preset", "rapide", "-j", self.taches, "--stop-on-failure")
+        return next((l.split("***")[0] for l in dit.splitlines() if "***" in l), "?") if etat else ""
+
+
+def plante(copie_, faute):
+    """What became of a fault: its word and who saw it."""
+    avant, plainte = change(copie_.arbre, faute["changes"])
+    if plainte:
+        return "NO FAULT", plainte
+    try:
+        plainte = copie_.construit(*sorted({binaire for binaire, _ in faute["tests"]}))
+        if plainte:
+            return "NO FAULT", plainte
+        noms = copie_.echoues(faute["tests"])
+        if noms:
+            return "caught", f"{len(noms)}: {', '.join(noms[:3])}"
+        ailleurs = copie_.premier_echec()
+        return ("elsewhere", ailleurs) if ailleurs else ("NOT CAUGHT", "")
+    finally:
+        remet(avant)
 
 
 def main():
     lecteur = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    lecteur.add_argument("--arbre", type=Path, default=RACINE / "build/fautes/arbre", help="the copy")
-    lecteur.add_argument("--construit", type=Path, default=RACINE / "build/fautes/dev", help="its build")
-    lecteur.add_argument("-j", default="2", help="jobs of the build")
+    lecteur.add_argument("--arbre", type=Path, help="the copy",
+                         default=Path(tempfile.gettempdir()) / f"fenlor-fautes-{os.getuid()}")
+    lecteur.add_argument("-j", default="2", help="jobs of the build and of the suite")
+    lecteur.add_argument("--texte", action="store_true", help="only look for the lines")
     lecteur.add_argument("mots", nargs="*")
     options = lecteur.parse_args()
     fautes = [f for f in lit_fautes(Path(__file__).with_suffix(".txt"))
               if not options.mots or any(mot in f["titre"] for mot in options.mots)]
-    tests = sorted({t for f in fautes for t in f["tests"]})
-    binaires = sorted({binaire for binaire, _ in tests})
-    construit = ["cmake", "--build", options.construit, "-j", options.j, "--target"]
 
+    options.arbre.mkdir(parents=True, exist_ok=True)
     copie(options.arbre)
-    if not (options.construit / "CMakeCache.txt").exists() and lance(
-            ["cmake", "-S", options.arbre, "-B", options.construit, "-G", "Ninja",
-             "-DCMAKE_BUILD_TYPE=RelWithDebInfo"]):
-        sys.exit("the copy cannot be configured")
-    if lance([*construit, *binaires]) or not passent(options.construit, tests):
-        sys.exit("without any fault the tests must build and pass")
+    comptes = {"caught": 0, "elsewhere": 0, "NOT CAUGHT": 0, "NO FAULT": 0}
+    if options.texte:
+        for faute in fautes:
+            avant, plainte = change(options.arbre, faute["changes"])
+            remet(avant)
+            if plainte:
+                comptes["NO FAULT"] += 1
+                print(f"{faute['titre']}: {plainte}")
+        sys.exit(1 if comptes["NO FAULT"] else 0)
 
-    prises, douteuses = 0, 0
+    la_copie = Copie(options.arbre, options.j)
+    etat, dit = la_copie.lance("cmake", "--preset", "rapide")
+    if etat:
+        sys.exit(dit)
+    tests = sorted({t for f in fautes for t in f["tests"]})
+    plainte = la_copie.construit(*sorted({binaire for binaire, _ in tests})) or ", ".join(la_copie.echoues(tests))
+    if plainte:
+        sys.exit("without any fault: " + plainte)
     for faute in fautes:
-        avant, plainte = change(options.arbre, faute["changes"])
-        if not plainte:
-            try:
-                if lance([*construit, *sorted({binaire for binaire, _ in faute["tests"]})]):
-                    plainte = "it does not build"
-                else:
-                    prise = not passent(options.construit, faute["tests"])
-            finally:
-                remet(avant)
-        if plainte:
-            douteuses += 1
-            print(f"no fault     {faute['titre']}: {plainte}", flush=True)
-            continue
-        prises += prise
-        print(f"{'caught      ' if prise else 'NOT CAUGHT  '} {faute['titre']}", flush=True)
-    print(f"{prises} of {len(fautes)} caught")
-    sys.exit(0 if prises == len(fautes) and not douteuses else 1)
+        debut = time.monotonic()
+        mot, detail = plante(la_copie, faute)
+        comptes[mot] += 1
+        print(f"{mot:<11} {faute['titre']} ({time.monotonic() - debut:.0f} s) {detail}", flush=True)
+    print(f"{comptes['caught'] + comptes['elsewhere']} of {len(fautes)} caught")
+    sys.exit(1 if comptes["NOT CAUGHT"] or comptes["NO FAULT"] else 0)
 
 
 if __name__ == "__main__":

@@ -411,6 +411,29 @@ int SystemeCoupure::Liste(const std::string& dossier, std::vector<std::string>& 
   return m_coupe ? EIO : m_posix.Liste(dossier, noms);
 }
 
+/// Brings the disk from one tree to another.
+bool SystemeCoupure::Range(const Arbre& avant, const Arbre& apres,
+                           const std::map<std::string, std::string>& contenus) {
+  std::error_code erreur;
+  for (const auto& [chemin, noeud] : avant) {
+    const auto reste = apres.find(chemin);
+    if (reste == apres.end() || reste->second->dossier != noeud->dossier)
+      std::filesystem::remove_all(chemin, erreur);
+  }
+  for (const auto& [chemin, noeud] : apres) {
+    if (noeud->dossier) std::filesystem::create_directory(chemin, erreur);
+  }
+  for (const auto& [chemin, contenu] : contenus) {
+    const std::string provisoire = chemin + ".coupure";
+    std::unique_ptr<Fichier> fichier;
+    if (m_posix.Ouvre(provisoire, Creation, fichier) || fichier->Ecrit(contenu.data(), contenu.size(), 0))
+      return false;
+    fichier.reset();
+    if (m_posix.Renomme(provisoire, chemin)) return false;
+  }
+  return true;
+}
+
 bool SystemeCoupure::Applique(u64 graine) {
   m_coupe = true;
   Sort sort(graine);
@@ -435,7 +458,6 @@ bool SystemeCoupure::Applique(u64 graine) {
     }
   }
 
-  using Arbre = std::map<std::string, Ref>;
   const auto parcourt = [&](bool apres) {
     Arbre arbre;
     const std::function<void(const Ref&, const std::string&)> descend = [&](const Ref& dossier,
@@ -462,23 +484,7 @@ bool SystemeCoupure::Applique(u64 graine) {
     for (const Geste& g : noeud->gestes) g.Refait(contenu, sort);
   }
 
-  std::error_code erreur;
-  for (const auto& [chemin, noeud] : avant) {
-    const auto reste = apres.find(chemin);
-    if (reste == apres.end() || reste->second->dossier != noeud->dossier)
-      std::filesystem::remove_all(chemin, erreur);
-  }
-  for (const auto& [chemin, noeud] : apres) {
-    if (noeud->dossier) std::filesystem::create_directory(chemin, erreur);
-  }
-  for (const auto& [chemin, contenu] : contenus) {
-    const std::string provisoire = chemin + ".coupure";
-    std::unique_ptr<Fichier> fichier;
-    if (m_posix.Ouvre(provisoire, Creation, fichier) || fichier->Ecrit(contenu.data(), contenu.size(), 0))
-      return false;
-    fichier.reset();
-    if (m_posix.Renomme(provisoire, chemin)) return false;
-  }
+  if (!Range(avant, apres, contenus)) return false;
   m_noms.clear();
   m_fichiers.clear();
   m_arbre = std::make_shared<Noeud>(true);

@@ -79,12 +79,15 @@ class SystemeCoupure : public Systeme {
     std::string nom;
   };
 
+  using Arbre = std::map<std::string, Ref>;
+
   static void Affecte(Entrees& entrees, const Affectation& a);
   bool Simule(const std::string& chemin) const;
   Lieu TrouveLieu(const std::string& chemin);
   Ref Cherche(const Lieu& lieu, const std::string& chemin);
   void Recense(const Ref& dossier, const std::string& chemin);
   void Note(Ref sujet, std::vector<Affectation> affectations);
+  bool Range(const Arbre& avant, const Arbre& apres, const std::map<std::string, std::string>& contenus);
   bool PasseSynchro(const std::string& chemin);
 
   std::string m_racine;

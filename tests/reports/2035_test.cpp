@@ -4,8 +4,6 @@
 #include <cstdio>
 #include <cstring>
 #include <functional>
-#include <random>
-#include <set>
 #include <sstream>
 
 #include "core/btfiles.h"
@@ -13,8 +11,6 @@
 #include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "master/textes.h"
-#include "outils/systemefautif.h"
-#include "pages/textes.h"
 #include "reports/etat2035.h"
 #include "reports/petitlivre.h"
 #include "reports/textes.h"
@@ -29,12 +25,7 @@ constexpr f64 Taux = 6.55957;
 /// A row of the statement as it is printed, UTF-8.
 struct LigneLue {
   std::string label, designation, rubrique, premier, second;
-  bool operator==(const LigneLue&) const = default;
 };
-std::ostream& operator<<(std::ostream& sortie, const LigneLue& l) {
-  return sortie << '[' << l.label << '|' << l.designation << '|' << l.rubrique << '|' << l.premier << '|'
-                << l.second << ']';
-}
 
 std::vector<LigneLue> LignesImprimees(CEtatDoc& etat) {
   std::vector<LigneLue> lignes;
@@ -292,164 +283,6 @@ TEST_F(Declaration, MoisDeLExercice) {
   }
 }
 
-// -- Random books against a naive evaluation
-
-/// All records of an exercice in memory, and the rules of a heading's value word by word.
-class Naif {
- public:
-  Naif(CFenlorApp& app, bool euro) : m_euro(euro) {
-    CRubriques rubriques(app, app.PathExercice);
-    CPlan plan(app, app.PathExercice);
-    EXPECT_TRUE(rubriques.OpenFile() && plan.OpenFile());
-    for (bool b = rubriques.First(3); b; b = rubriques.Next(3)) Lignes.push_back(*rubriques.Rec);
-    for (bool b = plan.First(0); b; b = plan.Next(0)) m_comptes.push_back(*plan.Rec);
-    CalculVariables2035(app, m_variables);
-  }
-
-  std::vector<Rubrique> Lignes;  ///< in order of their lines
-
-  f64 Valeur(const std::string& code) const {
-    const Rubrique* r = Trouve(code);
-    f64 valeur = 0;
-    if (r && r->Manuel) {
-      valeur = m_euro ? r->ManuelEuro : r->ManuelFranc;
-    } else if (r && Atteint(code, code)) {
-      valeur = 0;
-    } else if (!r || r->Formule[0] == 0) {
-      for (const Plan& p : m_comptes) {
-        const f64 solde = m_euro ? p.CreditEuro - p.DebitEuro : p.CreditFranc - p.DebitFranc;
-        if (code.size() == 3 && LitTexte(p.Rubrique) == code && (p.Type == 1 || p.Type == 2))
-          valeur += p.Type == 1 ? solde : -solde;
-      }
-    } else {
-      for (const auto& [signe, terme] : Termes(*r)) valeur += signe * std::max(0.0, Valeur(terme));
-    }
-    for (const auto& [nom, variable] : {std::pair{"&AMORT", m_variables.amortissements},
-                                        {"&PVC", m_variables.plusValues},
-                                        {"&MVC", m_variables.moinsValues},
-                                        {"&IMMO_HTVA", m_variables.immobilisationsHTVA}})
-      if (code == nom) valeur += m_euro ? variable.euro : variable.franc;
-    return std::floor(valeur + 0.5);
-  }
-
- private:
-  const Rubrique* Trouve(const std::string& code) const {
-    for (const Rubrique& r : Lignes)
-      if (LitTexte(r.Rubrique) == code) return &r;
-    return nullptr;
-  }
-  static std::vector<std::pair<int, std::string>> Termes(const Rubrique& r) {
-    std::vector<std::pair<int, std::string>> termes{{1, {}}};
-    for (const char c : LitTexte(r.Formule)) {
-      if (c == '+' || c == '-')
-        termes.push_back({c == '+' ? 1 : -1, {}});
-      else if (c != ' ')
-        termes.back().second += c;
-    }
-    for (auto& [signe, terme] : termes)
-      if (!terme.empty() && terme.size() < 3) terme.resize(3, ' ');
-    return termes;
-  }
-  bool Atteint(const std::string& de, const std::string& vers) const {
-    std::set<std::string> vus;
-    std::vector<std::string> afaire{de};
-    while (!afaire.empty()) {
-      const Rubrique* r = Trouve(afaire.back());
-      afaire.pop_back();
-      if (!r || r->Manuel) continue;
-      for (const auto& [signe, terme] : Termes(*r)) {
-        if (terme == vers) return true;
-        if (vus.insert(terme).second) afaire.push_back(terme);
-      }
-    }
-    return false;
-  }
-
-  bool m_euro;
-  std::vector<Plan> m_comptes;
-  Variables2035 m_variables;
-};
-
-TEST_F(Declaration, CommeUneEvaluationNaive) {
-  InstalleVide("2003");
-  std::mt19937 hasard(2035);
-  const auto de = [&](int a, int b) {
-    return a + static_cast<int>(hasard() % static_cast<unsigned>(b - a + 1));
-  };
-  const auto code = [&] {
-    return std::string(1, "ABC"[de(0, 2)]) + (de(0, 3) ? std::to_string(de(0, 19)) : "");
-  };
-  const auto montant = [&] { return de(0, 4) ? de(-2000, 100000) / 100.0 : 0; };
-  const auto formule = [&](bool boucles) {
-    std::string f;
-    for (int n = de(1, 6); n > 0; --n) {
-      f += de(0, 3) ? "+" : (de(0, 1) ? " - " : "-");
-      const int quoi = de(0, 9);
-      std::string terme = code();
-      if (!boucles) terme[0] = 'C';  // of accounts and amounts only
-      f += quoi == 0 ? "&AMORT" : quoi == 1 ? "&PVC" : quoi == 2 ? "A100" : quoi == 3 ? "" : terme;
-    }
-    return f;
-  };
-  int boucles = 0;
-  for (int livre = 0; livre < 12; ++livre) {
-    SCOPED_TRACE(livre);
-    {
-      CRubriques rubriques(App(), App().PathExercice);
-      CPlan plan(App(), App().PathExercice);
-      CImmobilisations immos(App(), App().PathCabinet);
-      ASSERT_TRUE(rubriques.OpenFile() && plan.OpenFile() && immos.OpenFile());
-      while (rubriques.First(0)) ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
-      while (plan.First(0)) ASSERT_TRUE(plan.Delete(plan.GetPos()));
-      while (immos.First(0)) ASSERT_TRUE(immos.Delete(immos.GetPos()));
-      QVAPI::Unite unite(Magasin());
-      for (unsigned n = 0; n < 60; ++n)
-        PoseTotaux(1000 + n, de(0, 9) ? code() : "", static_cast<i16>(de(0, 4)), montant(), montant());
-      std::set<std::string> pris;
-      for (int n = 0; n < 40; ++n) {
-        const std::string c = code();
-        if (!pris.insert(c).second) continue;
-        const int ligne = de(0, 3) ? de(0, 60) : de(100, 609);
-        const int genre = c[0] == 'C' ? de(0, 3) : de(0, 9);
-        if (genre == 0)
-          Pose(c, ligne, "A1", Manuel{montant()});
-        else if (genre < 4)
-          Pose(c, ligne);
-        else
-          Pose(c, ligne, formule(livre % 3 == 0));
-      }
-      for (u32 n = 1; n <= 4; ++n)
-        Immobilise(n, FaitDate(1, static_cast<unsigned>(de(1, 12)), static_cast<unsigned>(de(1999, 2003))),
-                   de(0, 9000), de(0, 1) ? FaitDate(20, 12, 2003) : 0, de(0, 5000));
-      ASSERT_TRUE(unite.Valide());
-    }
-    App().AfficherDouble = livre % 2 == 0;
-    const Naif franc(App(), false), euro(App(), true);
-    const auto texte = [](f64 valeur, const char* signe) {
-      return valeur > 0 ? FormatMontant(valeur, 0) + signe : std::string();
-    };
-    std::vector<LigneLue> attendues;
-    for (const auto& [premier, dernier] : {std::pair{1, 7}, {8, 32}, {33, 47}, {48, 52}}) {
-      for (const Rubrique& r : euro.Lignes) {
-        const int ligne = r.Ligne > 99 ? r.Ligne / 10 : r.Ligne;
-        if (ligne < premier || ligne > dernier) continue;
-        const std::string c = LitTexte(r.Rubrique);
-        const f64 f = franc.Valeur(c), e = euro.Valeur(c);
-        LigneLue l{std::to_string(ligne), LitTexte(r.Designation), c, texte(e, premier == 1 ? "" : " €"), ""};
-        if (App().AfficherDouble) l.premier = texte(f, ""), l.second = texte(e, " €");
-        attendues.push_back(l);
-      }
-    }
-    Boite.Oublie();
-    CEtat2035Doc etat(App(), Demandeur);
-    ASSERT_TRUE(etat.OnNewDocument());
-    EXPECT_EQ(LignesImprimees(etat), attendues);
-    VerifiePages(etat, "2035");
-    boucles += static_cast<int>(Boite.Questions.size());
-  }
-  EXPECT_GT(boucles, 0);
-}
-
 // -- What may go wrong
 
 TEST_F(Declaration, SansExercice) {
@@ -487,31 +320,6 @@ TEST_F(Declaration, SansRien) {
   ASSERT_TRUE(etat.OnNewDocument());
   EXPECT_TRUE(LignesImprimees(etat).empty());
   VerifiePages(etat, "2035");
-}
-
-class DisquePlein2035 : public Avec2035<test::CabinetDeTest> {
- public:
-  DisquePlein2035() : Avec2035(test::Cles::Memoire, 256u << 10, &Fautif()) {}
-  static SystemeFautif& Fautif() {
-    static SystemePosix posix;
-    static SystemeFautif systeme(posix);
-    return systeme;
-  }
-  test::DemandeurScript Demandeur;
-};
-
-TEST_F(DisquePlein2035, PasDeDeclaration) {
-  InstalleVide("2003");
-  for (int ligne = 1; ligne <= 52; ++ligne) Pose(std::to_string(ligne), ligne, {}, Manuel{100});
-  Fautif().SurChemin("FNL");
-  Fautif().Programme(2, ENOSPC, SystemeFautif::Ecriture);
-  CEtat2035Doc etat(App(), Demandeur);
-  EXPECT_FALSE(etat.OnNewDocument());
-  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrEtatEcriture});
-  EXPECT_EQ(Boite.Profondeur, 0u);
-  Fautif().Repare();
-  EXPECT_TRUE(etat.OnNewDocument());
-  EXPECT_EQ(LignesImprimees(etat).size(), 52u);
 }
 
 // -- The whole practice

@@ -183,7 +183,8 @@ TEST_F(EntretienTest, CommandeRecalcul) {
   EXPECT_EQ(
       "1 écriture(s) de recettes traitée(s)\n1 écriture(s) de dépenses traitée(s)\n1 écritures d'opérations "
       "diverses "
-      "traitée(s)\n0 écriture(s) pointée(s)\n0 ligne(s) remise(s)\n0 ligne(s) rapprochée(s)\n0 écriture(s) validée(s)"_w,
+      "traitée(s)\n0 écriture(s) pointée(s)\n0 ligne(s) remise(s)\n"
+      "0 ligne(s) rapprochée(s)\n0 écriture(s) validée(s)"_w,
       Boite.Questions.back().texte);
 }
 

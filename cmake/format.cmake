@@ -1,0 +1,22 @@
+cmake_policy(VERSION 3.25)
+# cmake -DRACINE=dir -P format.cmake
+# Fails when a file is not as clang-format writes it. Other versions than that of Debian 12 write otherwise.
+find_program(FORMAT NAMES clang-format-14 clang-format)
+set(version "")
+if(FORMAT)
+  execute_process(COMMAND ${FORMAT} --version OUTPUT_VARIABLE version)
+endif()
+if(NOT version MATCHES "version 14\\.")
+  message(STATUS "No clang-format 14 here")
+  return()
+endif()
+file(GLOB_RECURSE fichiers "${RACINE}/src/*.h" "${RACINE}/src/*.cpp" "${RACINE}/tests/*.h" "${RACINE}/tests/*.cpp"
+     "${RACINE}/bench/*.h" "${RACINE}/bench/*.cpp")
+execute_process(COMMAND ${FORMAT} --dry-run -Werror --ferror-limit=1 ${fichiers} RESULT_VARIABLE etat ERROR_VARIABLE dit)
+if(etat)
+  string(REGEX MATCHALL "[^\n]*: error: [^\n]*" fautes "${dit}")
+  list(JOIN fautes "\n  " texte)
+  message(FATAL_ERROR "clang-format -i changes these:\n  ${texte}")
+endif()
+list(LENGTH fichiers nombre)
+message(STATUS "${nombre} files, all formatted")
