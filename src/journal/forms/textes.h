@@ -9,7 +9,8 @@ namespace fenlor {
 
 // Questions
 inline constexpr TexteFixe QuestionEnregistrer{3317, "Faut-il enregistrer cette écriture ?"};
-inline constexpr TexteFixe QuestionEditerLiee{3319, "Voulez-vous éditer cette écriture crée par Quorbane ?", Detruit};
+inline constexpr TexteFixe QuestionEditerLiee{3319,
+    "Voulez-vous éditer cette écriture crée par Quorbane ?", Detruit};
 inline constexpr TexteFixe QuestionEnregistrerVirement{3375, "Faut il enregistrer ce virement ?"};
 
 // Words
