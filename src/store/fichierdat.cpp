@@ -219,6 +219,7 @@ int FichierDat::VerseQueue() {
 
 void FichierDat::CoupeQueue(u32 emplacements) {
   assert(emplacements >= entete.emplacements);
+  if (emplacements == entete.emplacements) m_queuePerdue = false;
   if (!m_debutQueue) return;
   if (emplacements < m_debutQueue) {
     m_queue.clear();
@@ -230,9 +231,17 @@ void FichierDat::CoupeQueue(u32 emplacements) {
 }
 
 int FichierDat::Synchronise() {
-  const int rc = m_fichier->Synchronise();
-  if (!rc && m_queue.empty()) m_queueDurable = true;
-  return rc;
+  if (m_queuePerdue) return EIO;
+  if (const int rc = m_fichier->Synchronise()) {
+    m_doute = true;
+    m_queuePerdue = !m_queueDurable;
+    return rc;
+  }
+  m_doute = false;
+  if (m_queue.empty()) m_queueDurable = true;
+  if (m_enteteEcrit) ++entete.generation;
+  m_enteteEcrit = false;
+  return 0;
 }
 
 int FichierDat::EcritEntete() {
@@ -240,10 +249,10 @@ int FichierDat::EcritEntete() {
   EnteteDat suivante = entete;
   ++suivante.generation;
   Code(suivante, octets);
-  // The copies take turns: while one is being written the other one is whole.
-  if (const int rc = m_fichier->Ecrit(octets, sizeof octets, suivante.generation & 1 ? 512 : 0)) return rc;
-  entete = suivante;
-  return 0;
+  // The copies take turns, and only after a sync: while one is being written the other one is on the
+  // disk, and a unit never names a generation that a cut may take back.
+  m_enteteEcrit = true;
+  return m_fichier->Ecrit(octets, sizeof octets, suivante.generation & 1 ? 512 : 0);
 }
 
 int FichierDat::Ajuste() {

@@ -60,7 +60,7 @@ class FichierDat {
   /// length is left as found: recovery knows better than the header.
   int Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, bool reprise = false);
 
-  /// Header as last committed. `ecrits` says that the disk may hold more.
+  /// Header as last committed, with the generation that is durable.
   EnteteDat entete;
 
   EtatEmplacement EtatDe(const u8* emplacement) const;
@@ -82,8 +82,11 @@ class FichierDat {
   /// Nothing of the tail is in memory or in flight: it may be committed.
   bool QueueDurable() const { return m_queueDurable && m_queue.empty(); }
 
+  /// After a failure the kernel counts what it did not write as written: the file is in doubt until
+  /// its changes were written once more and a sync succeeded. A tail lost that way stays lost.
   int Synchronise();
-  /// Writes the next copy of the header (not synced).
+  bool EnDoute() const { return m_doute; }
+  /// Writes the copy of the header that follows the last durable one (not synced).
   int EcritEntete();
   /// Cuts the file to its slots (not synced).
   int Ajuste();
@@ -111,6 +114,9 @@ class FichierDat {
   std::vector<u8> m_queue;
   Position m_debutQueue = 0;   ///< slot of the queue's first byte, 0 when empty
   bool m_queueDurable = true;  ///< what was written behind the committed end is synced
+  bool m_queuePerdue = false;  ///< a failed sync forgot it
+  bool m_doute = false;
+  bool m_enteteEcrit = false;  ///< a header is on its way
 };
 
 /// A random number other than 0.

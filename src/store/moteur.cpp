@@ -30,6 +30,12 @@ std::string AvecExtension(const std::string& chemin, std::string_view extension)
   return std::filesystem::path(chemin).replace_extension(extension).string();
 }
 
+int EcritImage(FichierDat& dat, const ImageUnite& image) {
+  std::vector<u8> octets(image.octets.begin(), image.octets.end());
+  octets.resize(octets.size() + image.zeros, 0);
+  return dat.EcritPlace(image.position, image.decalage, octets.data(), static_cast<u32>(octets.size()));
+}
+
 }  // namespace
 
 Moteur::Moteur(Systeme& systeme, FabriqueCles& cles, std::size_t tailleReprise)
@@ -140,17 +146,11 @@ bool Moteur::Etat::Rejoue(bool reparation) {
           dat->entete.tete = f.tete;
           dat->entete.libres = f.libres;
         }
-        std::vector<u8> octets;
         for (const ImageUnite& i : images) {
           const FichierUnite& f = fichiersUnite[i.fichier];
           if (perdus.contains(f.id)) continue;
-          octets.assign(i.octets.begin(), i.octets.end());
-          octets.resize(octets.size() + i.zeros, 0);
           fautif = Joint(dossier, f.chemin);
-          if (const int echec = repris[f.id]->EcritPlace(i.position, i.decalage, octets.data(),
-                                                         static_cast<u32>(octets.size()))) {
-            return echec;
-          }
+          if (const int echec = EcritImage(*repris[f.id], i)) return echec;
         }
         return 0;
       });
@@ -196,6 +196,22 @@ bool Moteur::FermeCabinet() {
   return bien;
 }
 
+/// Syncs a data file. Behind a failed sync the log's images are written again first: to the kernel they
+/// are no change any more, and emptying the log would be the end of them.
+bool Moteur::Etat::Synchronise(Ouvert& o) {
+  const auto ecrit = [&o](const std::vector<FichierUnite>& fichiersUnite,
+                          const std::vector<ImageUnite>& lues) {
+    for (const ImageUnite& i : lues) {
+      if (fichiersUnite[i.fichier].id != o.dat.entete.id) continue;
+      if (const int rc = EcritImage(o.dat, i)) return rc;
+    }
+    return 0;
+  };
+  int rc = o.dat.EnDoute() && o.datSale ? reprise->Redit(ecrit) : 0;
+  if (!rc) rc = o.dat.Synchronise();
+  return rc == 0 || Echec(rc, o);
+}
+
 /// Brings committed changes of one data file to its place, durably.
 bool Moteur::Etat::RameneDat(Ouvert& o, bool ajuste) {
   assert(o.def && (!ajuste || (profondeur == 0 && !o.touche)));
@@ -213,8 +229,8 @@ bool Moteur::Etat::RameneDat(Ouvert& o, bool ajuste) {
     rc = o.dat.EcritEntete();
   }
   if (!rc && ajuste) rc = o.dat.Ajuste();
-  if (!rc && o.datSale) rc = o.dat.Synchronise();
   if (rc) return Echec(rc, o);
+  if (o.datSale && !Synchronise(o)) return false;
   assert(o.attente.empty());
   o.datSale = false;
   return true;

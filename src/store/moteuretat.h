@@ -115,6 +115,7 @@ struct Moteur::Etat {
   bool OuvreDat(u16 numero, const std::string& chemin);
   bool FermePhysique(u16 numero);
   bool RameneDat(Ouvert& o, bool ajuste);
+  bool Synchronise(Ouvert& o);
   bool VidangeTout();
   Ouvert* Dat(u16 numFichier);
 

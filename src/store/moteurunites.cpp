@@ -375,9 +375,8 @@ bool Moteur::Etat::Engage() {
   // The tail before the log: the unit's header tells of slots whose records stand nowhere else.
   for (Ouvert* o : touches) {
     if (!o->premierVerse) continue;
-    int rc = o->dat.VerseQueue();
-    if (!rc) rc = o->dat.Synchronise();
-    if (rc) return Echec(rc, *o);
+    if (const int rc = o->dat.VerseQueue()) return Echec(rc, *o);
+    if (!Synchronise(*o)) return false;
     assert(o->dat.QueueDurable());
   }
   if (std::any_of(touches.begin(), touches.end(), [](const Ouvert* o) { return o->def != nullptr; })) {

@@ -119,7 +119,7 @@ int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
   }
   m_id = TireId();
   m_epoque = 1;
-  if (!rc) rc = EcritEntete();
+  if (!rc) rc = EcritEntete(m_epoque);
   // Content, then name, then the durability of the name: in any other order a crash leaves a
   // "fenlor.rep" of zeroes, which would be refused as damaged.
   if (!rc) rc = m_fichier->Synchronise();
@@ -129,7 +129,7 @@ int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
   return rc;
 }
 
-int JournalReprise::EcritEntete() {
+int JournalReprise::EcritEntete(u64 copie) {
   assert(m_id != 0 && m_epoque != 0 && m_suivante != 0);
   std::vector<u8> o(Magie, Magie + 8);
   Ajoute(o, Version);
@@ -156,7 +156,7 @@ int JournalReprise::EcritEntete() {
   }
   assert(o.size() == 48 + nombre * TailleSceau && o.size() <= TailleEntete);
   Pose(o.data() + 12, Crc(o.data() + 16, o.size() - 16));
-  return m_fichier->Ecrit(o.data(), o.size(), m_epoque & 1 ? TailleEntete : 0);
+  return m_fichier->Ecrit(o.data(), o.size(), copie & 1 ? TailleEntete : 0);
 }
 
 bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& suivante, u64& id,
@@ -179,8 +179,7 @@ bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& su
 
 int JournalReprise::Verifie() {
   const int rc = Relit([](const std::vector<FichierUnite>&, const std::vector<ImageUnite>&) { return 0; });
-  m_suivante = m_premiere;
-  m_fin = m_lecture = 0;
+  Rembobine();
   return rc;
 }
 
@@ -274,13 +273,16 @@ int JournalReprise::Vide() {
   // One step of the epoch voids all units at once: there is no moment at which some count and others
   // do not. The caller has synced the data files, for from here on nothing else holds their changes.
   ++m_epoque;
-  int rc = EcritEntete();
+  int rc = EcritEntete(m_epoque);
   if (!rc) rc = m_fichier->Synchronise();
   if (rc) {
     // The disk may hold either header. The data files hold all units, so both are
     // right, until another unit is written: that waits for a header that is sure,
-    // written to the same copy so that the other one stays whole.
-    --m_epoque;
+    // written to the same copy so that the other one stays whole. Meanwhile that copy
+    // says what the other one says, or the next session would read from memory a
+    // header that the disk never got.
+    const u64 copie = m_epoque--;
+    EcritEntete(copie);
     m_aVider = true;
     return rc;
   }

@@ -89,8 +89,8 @@ class JournalReprise {
   /// Units that stand in the log: `suite` gets each in order, and returns 0 or
   /// the error that stops the reading.
   template <class Suite>
-  int Relit(Suite&& suite) {
-    for (std::string unite; LitUnite(unite);) {
+  int Relit(Suite&& suite, u64 fin = ~u64{0}) {
+    for (std::string unite; m_fin < fin && LitUnite(unite);) {
       std::vector<FichierUnite> fichiers;
       std::vector<ImageUnite> images;
       if (!Decompose(unite, fichiers, images)) return MauvaiseUnite();
@@ -98,13 +98,28 @@ class JournalReprise {
     }
     return m_erreurLecture;
   }
+  /// The units written since the log was emptied, once more.
+  template <class Suite>
+  int Redit(Suite&& suite) {
+    const u64 fin = m_fin, suivante = m_suivante;
+    Rembobine();
+    int rc = Relit(suite, fin);
+    if (!rc && m_fin != fin) rc = MauvaiseUnite();
+    m_fin = fin;
+    m_suivante = suivante;
+    return rc;
+  }
   /// Reads all units without handing them on: 0 when `Relit` will get through.
   int Verifie();
   u64 NbSynchros() const { return m_synchros; }
 
  private:
   int Cree(Systeme& systeme, const std::string& chemin);
-  int EcritEntete();
+  int EcritEntete(u64 copie);
+  void Rembobine() {
+    m_suivante = m_premiere;
+    m_fin = m_lecture = 0;
+  }
   bool DecodeEntete(const std::vector<u8>& octets, u64& epoque, u64& suivante, u64& id,
                     std::map<u64, Sceau>& sceaux) const;
   bool LitUnite(std::string& unite);

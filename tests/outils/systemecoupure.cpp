@@ -15,6 +15,7 @@ namespace fenlor {
 namespace {
 
 constexpr u64 Secteur = 512;
+constexpr u64 Page = 4096;
 
 class Hasard {
  public:
@@ -101,6 +102,7 @@ struct SystemeCoupure::Noeud {
   // Of a file. The descriptor keeps the content of one that lost its name.
   int descripteur = -1;
   std::vector<Geste> gestes;
+  std::map<u64, std::string> oubliees;  ///< what the disk holds of pages that a failed sync forgot
   // Of a directory.
   Entrees entrees;   ///< names as the program sees them
   Entrees durables;  ///< names that a cut leaves
@@ -118,6 +120,46 @@ struct SystemeCoupure::Noeud {
       if (n < 0) return false;
       if (n == 0) return true;
       contenu.append(bloc, static_cast<std::size_t>(n));
+    }
+  }
+
+  template <class Suite>
+  void ChaquePage(const Suite& suite) const {
+    for (const Geste& g : gestes) {
+      if (!g.ecriture) continue;
+      for (u64 p = g.offset / Page; p * Page < g.offset + g.nouveaux.size(); ++p) suite(p);
+    }
+  }
+
+  void Defait(std::string& contenu) const {
+    for (auto g = gestes.rbegin(); g != gestes.rend(); ++g) g->Defait(contenu);
+  }
+
+  // Whole pages are written, with what an earlier sync forgot in them.
+  void Synchronise() {
+    ChaquePage([this](u64 p) { oubliees.erase(p); });
+    gestes.clear();
+  }
+
+  // Sizes are the business of the file system's own journal: they count.
+  int Oublie(const std::string& chemin) {
+    std::string contenu;
+    if (!Contenu(chemin, contenu)) return EIO;
+    Defait(contenu);
+    ChaquePage([&](u64 p) {
+      std::string page = p * Page < contenu.size() ? contenu.substr(p * Page, Page) : std::string();
+      page.resize(Page);
+      oubliees.try_emplace(p, std::move(page));
+    });
+    gestes.clear();
+    return EIO;
+  }
+
+  void Retrouve(std::string& contenu, Sort& sort) const {
+    for (const auto& [p, page] : oubliees) {
+      if (p * Page >= contenu.size() || sort.Garde()) continue;
+      const u64 taille = std::min<u64>(Page, contenu.size() - p * Page);
+      contenu.replace(p * Page, taille, page, 0, taille);
     }
   }
 };
@@ -173,8 +215,11 @@ class SystemeCoupure::FichierCoupure : public Fichier {
 
   int Synchronise() override {
     if (m_systeme.m_coupe) return EIO;
-    if (m_systeme.PasseSynchro(m_chemin)) m_noeud->gestes.clear();
-    return m_systeme.m_coupe ? EIO : 0;
+    const Synchro synchro = m_systeme.PasseSynchro(m_chemin);
+    if (m_systeme.m_coupe) return EIO;
+    if (synchro == Synchro::Manquee) return m_noeud->Oublie(m_chemin);
+    if (synchro == Synchro::Faite) m_noeud->Synchronise();
+    return 0;
   }
 
   int Mesure(Empreinte& empreinte) override { return m_systeme.m_coupe ? EIO : m_fichier->Mesure(empreinte); }
@@ -278,14 +323,12 @@ void SystemeCoupure::Note(Ref sujet, std::vector<Affectation> affectations) {
   m_noms.push_back({std::move(sujet), std::move(affectations)});
 }
 
-// True when the sync takes effect.
-bool SystemeCoupure::PasseSynchro(const std::string& chemin) {
+SystemeCoupure::Synchro SystemeCoupure::PasseSynchro(const std::string& chemin) {
   ++m_synchros;
-  if (m_reste > 0 && --m_reste == 0) {
-    m_coupe = true;
-    return false;
-  }
-  return m_ignore.empty() || chemin.find(m_ignore) == std::string::npos;
+  if (m_reste > 0 && --m_reste == 0) m_coupe = true;
+  if (m_echec > 0 && --m_echec == 0) return Synchro::Manquee;
+  const bool faite = !m_coupe && (m_ignore.empty() || chemin.find(m_ignore) == std::string::npos);
+  return faite ? Synchro::Faite : Synchro::Ignoree;
 }
 
 std::size_t SystemeCoupure::NbEnAttente() const {
@@ -354,9 +397,9 @@ int SystemeCoupure::SynchroniseDossier(const std::string& dossier) {
   if (m_coupe) return EIO;
   Empreinte e;
   if (const int erreur = m_posix.Mesure(dossier, e)) return erreur;
-  const bool effet = PasseSynchro(dossier);
-  if (m_coupe) return EIO;
-  if (!effet || !Simule(dossier)) return 0;
+  const Synchro synchro = PasseSynchro(dossier);
+  if (m_coupe || synchro == Synchro::Manquee) return EIO;
+  if (synchro == Synchro::Ignoree || !Simule(dossier)) return 0;
   const Ref noeud = Cherche(TrouveLieu(dossier), dossier);
   if (!noeud || !noeud->dossier) return ENOTDIR;
 
@@ -477,10 +520,12 @@ bool SystemeCoupure::Applique(u64 graine) {
   for (const auto& [chemin, noeud] : apres) {
     if (noeud->dossier) continue;
     const auto la = avant.find(chemin);
-    if (noeud->gestes.empty() && la != avant.end() && la->second == noeud) continue;
+    if (noeud->gestes.empty() && noeud->oubliees.empty() && la != avant.end() && la->second == noeud)
+      continue;
     std::string& contenu = contenus[chemin];
     if (!noeud->Contenu(chemin, contenu)) return false;
-    for (auto g = noeud->gestes.rbegin(); g != noeud->gestes.rend(); ++g) g->Defait(contenu);
+    noeud->Defait(contenu);
+    noeud->Retrouve(contenu, sort);
     for (const Geste& g : noeud->gestes) g.Refait(contenu, sort);
   }
 

@@ -11,6 +11,10 @@
 //    as a whole; a file keeps its content whatever becomes of its name. A change
 //    of names that stands on an earlier one is lost with it.
 //
+// A sync that fails does what the kernel does then: what was in flight in that
+// file stays visible and counts as clean. No later sync writes it, and a cut
+// finds the pages as they were on the disk, unless somebody wrote them again.
+//
 // Files that others write below the directory (key files) stay as they are.
 #pragma once
 
@@ -33,6 +37,8 @@ class SystemeCoupure : public Systeme {
   /// it takes effect. From the cut on every operation answers EIO.
   void CoupeApres(u64 n) { m_reste = n; }
   void Coupe() { m_coupe = true; }
+  /// The n-th sync from now (from 1) fails, and what it was to write is forgotten.
+  void EchoueSynchro(u64 n) { m_echec = n; }
   bool EstCoupe() const { return m_coupe; }
 
   /// Syncs of paths that hold the text succeed and do nothing: a control that
@@ -88,7 +94,8 @@ class SystemeCoupure : public Systeme {
   void Recense(const Ref& dossier, const std::string& chemin);
   void Note(Ref sujet, std::vector<Affectation> affectations);
   bool Range(const Arbre& avant, const Arbre& apres, const std::map<std::string, std::string>& contenus);
-  bool PasseSynchro(const std::string& chemin);
+  enum class Synchro { Faite, Ignoree, Manquee };
+  Synchro PasseSynchro(const std::string& chemin);
 
   std::string m_racine;
   SystemePosix m_posix;
@@ -98,6 +105,7 @@ class SystemeCoupure : public Systeme {
   std::string m_ignore;
   u64 m_synchros = 0;
   u64 m_reste = 0;
+  u64 m_echec = 0;
   bool m_coupe = false;
 };
 
