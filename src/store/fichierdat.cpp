@@ -266,4 +266,6 @@ int FichierDat::Ajuste() {
 
 int FichierDat::Mesure(Empreinte& empreinte) { return m_fichier->Mesure(empreinte); }
 
+int FichierDat::Tient() { return m_fichier->Tient(m_reserve); }
+
 }  // namespace fenlor

@@ -91,6 +91,8 @@ class FichierDat {
   /// Cuts the file to its slots (not synced).
   int Ajuste();
   int Mesure(Empreinte& empreinte);
+  /// 0 while the file still has its name and its length, else ErrAltere or errno.
+  int Tient();
 
   const std::string& Chemin() const { return m_chemin; }
   u8 Marque() const { return m_marque; }

@@ -85,6 +85,8 @@ bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
     m->reprise = std::make_unique<JournalReprise>();
     if (!rc) rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
   }
+  // A log that was just made is to be locked like one that stood there.
+  if (!rc) rc = m->verrou.PrendJournal(m->systeme, m->dossier);
   if (rc ? !m->Echec(rc, chemin) : !m->Rejoue(reparation)) {
     m->reprise.reset();
     m->verrou.Rend();
@@ -215,6 +217,8 @@ bool Moteur::Etat::Synchronise(Ouvert& o) {
 /// Brings committed changes of one data file to its place, durably.
 bool Moteur::Etat::RameneDat(Ouvert& o, bool ajuste) {
   assert(o.def && (!ajuste || (profondeur == 0 && !o.touche)));
+  // The log keeps what a file that was cut short has lost.
+  if (const int rc = o.datSale ? o.dat.Tient() : 0) return Echec(rc, o);
   // What the disk refused before, then the header that counts it, then the length, then one sync.
   while (!o.attente.empty()) {
     const auto premiere = o.attente.begin();

@@ -380,6 +380,14 @@ bool Moteur::Etat::Engage() {
     assert(o->dat.QueueDurable());
   }
   if (std::any_of(touches.begin(), touches.end(), [](const Ouvert* o) { return o->def != nullptr; })) {
+    // An acknowledgement means nothing when somebody takes away what it relies on.
+    for (Ouvert* o : touches) {
+      if (const int rc = o->def ? o->dat.Tient() : 0) return Echec(rc, *o);
+    }
+    if (const int rc = reprise->EstEntier()) {
+      VidangeTout();  // what was acknowledged stands nowhere else
+      return Echec(rc, Joint(dossier, "fenlor.rep"));
+    }
     // Room before the unit is composed: emptying the log changes epoch and headers, which it bears.
     if (reprise->DoitVider() && !VidangeTout()) return false;
     ComposeUnite();

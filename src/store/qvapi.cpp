@@ -201,6 +201,8 @@ std::string QVAPI::QVErreurTexte(int code) const {
       return "Le journal de reprise est endommagé"_w;
     case ErrModele:
       return "Le modèle \"defaut.qvc\" est illisible"_w;
+    case ErrAltere:
+      return "Un autre programme a supprimé, remplacé ou raccourci le fichier"_w;
     case ErrCles:
       return "Le fichier de clés est endommagé"_w;
     default:

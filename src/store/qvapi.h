@@ -58,6 +58,7 @@ enum ErreurMagasin : int {
   ErrJournalReprise = 1015,  ///< the redo log cannot be read
   ErrModele = 1016,          ///< the template "defaut.qvc" cannot be read
   ErrCles = 1017,            ///< the key file failed
+  ErrAltere = 1018,          ///< somebody removed, replaced or cut an open file
 };
 
 /// Events of the callback (`QVSetCallback`).

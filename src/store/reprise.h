@@ -82,6 +82,8 @@ class JournalReprise {
   bool EstVide() const { return m_fin == 0; }
   /// A header could not be synced: `Vide` must succeed before the next unit.
   bool DoitVider() const { return m_aVider; }
+  /// 0 while the file still has its name and its length, else ErrAltere or errno.
+  int EstEntier() { return m_fichier->Tient(m_taille); }
   /// Writes and syncs the unit. On failure it does not count, now or later.
   int Ecrit();
   /// Writes the header of the next epoch with the seals, and syncs.

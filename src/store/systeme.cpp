@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "store/qvapi.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -28,6 +29,7 @@ void Remplit(const struct stat& s, Empreinte& empreinte) {
   empreinte.taille = static_cast<u64>(s.st_size);
   empreinte.secondes = s.st_mtim.tv_sec;
   empreinte.nanosecondes = s.st_mtim.tv_nsec;
+  empreinte.liens = s.st_nlink;
 }
 
 class FichierPosix : public Fichier {
@@ -203,6 +205,12 @@ int SystemePosix::Liste(const std::string& dossier, std::vector<std::string>& no
   }
   ::closedir(flux);
   return erreur;
+}
+
+int Fichier::Tient(u64 taille) {
+  Empreinte empreinte;
+  if (const int erreur = Mesure(empreinte)) return erreur;
+  return empreinte.liens == 0 || empreinte.taille < taille ? ErrAltere : 0;
 }
 
 bool Systeme::Existe(const std::string& chemin) {

@@ -18,6 +18,7 @@ struct Empreinte {
   u64 taille = 0;
   i64 secondes = 0;
   i64 nanosecondes = 0;
+  u64 liens = 0;  ///< names that the file has
   bool operator==(const Empreinte&) const = default;
 };
 
@@ -38,6 +39,8 @@ class Fichier {
   virtual int Mesure(Empreinte& empreinte) = 0;
   /// Descriptor for a read-only mapping of the file.
   virtual int Descripteur() const = 0;
+  /// ErrAltere when the file has lost its name or is shorter than `taille`.
+  int Tient(u64 taille);
 };
 
 class Systeme {

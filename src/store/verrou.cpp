@@ -21,23 +21,37 @@ std::string QuiSuisJe() {
   return "processus " + std::to_string(getpid()) + ", utilisateur " + utilisateur + ", machine " + machine;
 }
 
+/// True while the path still leads to the open file.
+bool EstLeMeme(Systeme& systeme, const std::string& chemin, Fichier& fichier) {
+  Empreinte ouvert, nomme;
+  return fichier.Mesure(ouvert) == 0 && systeme.Mesure(chemin, nomme) == 0 && ouvert.noeud == nomme.noeud;
+}
+
+/// Opens and locks. The name is looked at once more behind the lock: a file that was replaced meanwhile
+/// keeps nobody out.
+int Verrouille(Systeme& systeme, const std::string& chemin, std::unique_ptr<Fichier>& fichier) {
+  if (const int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, fichier)) return rc;
+  if (flock(fichier->Descripteur(), LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? ErrOccupe : errno;
+  return EstLeMeme(systeme, chemin, *fichier) ? 0 : ErrOccupe;
+}
+
 }  // namespace
 
 int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   assert(!m_fichier);
   const std::string chemin = Joint(dossier, "fenlor.ver");
-  int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier);
-  if (rc == ENOENT) rc = systeme.Ouvre(chemin, Systeme::Creation, m_fichier);
-  if (rc) return rc;
-  if (flock(m_fichier->Descripteur(), LOCK_EX | LOCK_NB) != 0) {
-    rc = errno;
-    if (rc == EWOULDBLOCK) {
-      char texte[512];
-      std::size_t lus = 0;
-      if (m_fichier->Lit(texte, sizeof texte, 0, lus) == 0) m_detenteur.assign(texte, lus);
-      rc = ErrOccupe;
-    }
-    m_fichier.reset();
+  int rc = Verrouille(systeme, chemin, m_fichier);
+  if (rc == ENOENT) {
+    rc = systeme.Ouvre(chemin, Systeme::Creation, m_fichier);
+    if (!rc) rc = Verrouille(systeme, chemin, m_fichier);
+  }
+  if (!rc) rc = PrendJournal(systeme, dossier);
+  if (rc) {
+    char texte[512];
+    std::size_t lus = 0;
+    if (rc == ErrOccupe && m_fichier->Lit(texte, sizeof texte, 0, lus) == 0) m_detenteur.assign(texte, lus);
+    if (m_detenteur.empty()) m_detenteur = "inconnu";
+    Rend();
     return rc;
   }
   // Who holds it is a courtesy to the next one: a full disk is no reason to refuse.
@@ -47,6 +61,16 @@ int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   return 0;
 }
 
-void Verrou::Rend() { m_fichier.reset(); }
+int Verrou::PrendJournal(Systeme& systeme, const std::string& dossier) {
+  const std::string chemin = Joint(dossier, "fenlor.rep");
+  if (m_journal && EstLeMeme(systeme, chemin, *m_journal)) return 0;
+  // What else is wrong with it is told by whoever reads it.
+  return Verrouille(systeme, chemin, m_journal) == ErrOccupe ? ErrOccupe : 0;
+}
+
+void Verrou::Rend() {
+  m_journal.reset();
+  m_fichier.reset();
+}
 
 }  // namespace fenlor

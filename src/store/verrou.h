@@ -1,5 +1,7 @@
-// The lock of a practice, "fenlor.ver": held by one session at a time, given
-// back by the system when the process ends, however it ends.
+// The lock of a practice, held by one session at a time, given back by the system
+// when the process ends, however it ends. It stands on "fenlor.ver", whose text
+// says who holds it, and on the redo log: the one can be deleted by a tidy hand,
+// the other cannot be missed.
 #pragma once
 
 #include <memory>
@@ -13,12 +15,14 @@ class Verrou {
  public:
   /// 0, ErrOccupe (then `Detenteur` tells who), or errno.
   int Prend(Systeme& systeme, const std::string& dossier);
+  /// Locks the redo log of the same practice as well, once there is one. Outcomes as of `Prend`.
+  int PrendJournal(Systeme& systeme, const std::string& dossier);
   void Rend();
   bool EstPris() const { return m_fichier != nullptr; }
   const std::string& Detenteur() const { return m_detenteur; }
 
  private:
-  std::unique_ptr<Fichier> m_fichier;
+  std::unique_ptr<Fichier> m_fichier, m_journal;
   std::string m_detenteur;
 };
 

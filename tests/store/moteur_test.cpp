@@ -272,6 +272,32 @@ TEST_P(MoteurTest, UnSeulEcrivain) {
             fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
+  Livres premier(m_dossier.Chemin(), Cles(), m_systeme), second(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(premier.Ouvre());
+  ASSERT_TRUE(premier.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+  ASSERT_TRUE(premier.Ajoute(FichierBanques, Operation("5120000000", 1, 10)));
+  // Without its name the lock still holds.
+  fs::remove(m_dossier / "fenlor.ver");
+  EXPECT_FALSE(second.moteur.ReserveCabinet(m_dossier.Chemin()));
+  EXPECT_EQ(second.moteur.Erreur(), ErrOccupe);
+  // A file cut short, then the log gone: nothing more is acknowledged.
+  const auto taille = fs::file_size(m_dossier / "BANQUE.dat");
+  fs::resize_file(m_dossier / "BANQUE.dat", 1100);
+  EXPECT_FALSE(premier.Ajoute(FichierBanques, Operation("5120000000", 2, 20)));
+  EXPECT_EQ(premier.moteur.Erreur(), ErrAltere);
+  EXPECT_EQ(premier.moteur.FichierErreur(), m_dossier / "BANQUE.dat");
+  EXPECT_TRUE(premier.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
+  fs::resize_file(m_dossier / "BANQUE.dat", taille);
+  fs::remove(m_dossier / "fenlor.rep");
+  EXPECT_FALSE(premier.Ajoute(FichierComptes, Compte("7060000000", "HON")));
+  EXPECT_EQ(premier.moteur.Erreur(), ErrAltere);
+  // What was acknowledged before stands in the data files.
+  premier.moteur.FermeCabinet();
+  ASSERT_TRUE(second.Ouvre()) << second.moteur.Erreur();
+  EXPECT_EQ(second.Comptes(), "5120000000=BQ 6060000000=ACH ");
+}
+
 TEST_P(MoteurTest, UnNumeroDImmobilisationFinissantPar255Reste) {
   Moteur moteur(m_systeme, Cles(), 64 << 10);
   ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()));
