@@ -31,16 +31,6 @@ using namespace Qt::Literals::StringLiterals;
 constexpr unsigned MoisPlein = 3, MoisCourt = 5, Annee2003 = 2003;
 constexpr double BarreProcesseur = 20e-3;
 
-/// Windows that are refreshed as the main window does it.
-class Bureau : public SansCadre {
- public:
-  std::vector<std::unique_ptr<Vue>> Vues;
-  void Actualise(u32 masque) override {
-    for (const auto& vue : Vues)
-      if (vue->Bit() & masque) vue->Actualise(masque);
-  }
-};
-
 class Cabinet {
  public:
   explicit Cabinet(const std::string& dossier)
@@ -69,7 +59,7 @@ class Cabinet {
   V& Ouvre(Arguments&&... arguments) {
     auto vue = std::make_unique<V>(m_ui, std::forward<Arguments>(arguments)...);
     V& ouverte = *vue;
-    m_bureau.Vues.push_back(std::move(vue));
+    m_vues.push_back(std::move(vue));
     ouverte.resize(1000, 600);
     ouverte.Charge();
     ouverte.show();
@@ -81,7 +71,7 @@ class Cabinet {
     const std::string etat = "< Tous >, " + std::to_string(mois - 1) + ", Toutes, 0";
     if (!m_app.Reglages.EcritIniExercice({}, "Recettes", etat)) Echec("no settings");
   }
-  void FermeTout() { m_bureau.Vues.clear(); }
+  void FermeTout() { m_vues.clear(); }
   CFenlorApp& App() { return m_app; }
   ContexteUi& Ui() { return m_ui; }
 
@@ -89,9 +79,10 @@ class Cabinet {
   Classeur m_classeur;
   DialogueMuet m_dialogue;
   CFenlorApp m_app;
-  Bureau m_bureau;
+  SansCadre m_bureau;
   Preferences m_dessin;
   ContexteUi m_ui;
+  std::vector<std::unique_ptr<Vue>> m_vues;
   unsigned m_serie = 0;
 };
 

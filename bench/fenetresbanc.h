@@ -10,10 +10,9 @@
 
 namespace fenlor::bench {
 
-/// No main window: whoever overrides `Actualise` has windows to refresh.
+/// No main window; the windows follow the store by themselves.
 class SansCadre : public Fenetres {
  public:
-  void Actualise(u32) override {}
   void FermeToutes() override {}
   void Sauve() override {}
   void Restaure() override {}

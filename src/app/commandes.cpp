@@ -81,12 +81,9 @@ void Commandes::FraisKm(unsigned) { CDialogFraisKm(m_cadre.Contexte(), &m_cadre)
 void Commandes::Virement(unsigned) {
   if (!CDialogVirement::PeutOuvrir(m_cadre.Contexte())) return;
   CDialogVirement(m_cadre.Contexte(), &m_cadre).Execute();
-  m_cadre.Actualise(ActualiseComptes);
 }
 
-void Commandes::Validation(unsigned) {
-  if (CDialogValidation(m_cadre.Contexte(), &m_cadre).Execute()) m_cadre.Actualise(ActualiseEcritures);
-}
+void Commandes::Validation(unsigned) { CDialogValidation(m_cadre.Contexte(), &m_cadre).Execute(); }
 
 void Commandes::Calculatrice(unsigned) { m_cadre.BasculeCalculatrice(); }
 

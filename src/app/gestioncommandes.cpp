@@ -111,6 +111,7 @@ void Commandes::Execute(unsigned numero) {
   const Commande* commande = TrouveCommande(numero);
   if (m_cadre.Derriere()) return;
   if (commande && commande->action && Disponible(*commande)) (this->*commande->action)(numero);
+  m_cadre.Actualise();
   ActualiseEtats();
 }
 

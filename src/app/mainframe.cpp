@@ -161,7 +161,7 @@ void CMainFrame::MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& n
   if (!menu.isEmpty()) menu.exec(point);
 }
 
-bool CMainFrame::Derriere() const { return m_dialogue.Profondeur() > 0 || DerriereModale(*this); }
+bool CMainFrame::Derriere() const { return Occupe() || DerriereModale(*this); }
 
 Vue* CMainFrame::VueActive() const {
   auto* cadre = qobject_cast<CMDIChildFrame*>(m_zone->activeSubWindow());
@@ -233,17 +233,14 @@ void CMainFrame::VientDevant() {
   }
 }
 
-void CMainFrame::Actualise(u32 masque) {
-  const bool tout = masque == ActualiseTout;
-  if (tout) {
+bool CMainFrame::Occupe() const { return m_dialogue.Occupe(); }
+
+void CMainFrame::Actualisees(bool dessin) {
+  if (dessin) {
     m_etat->ActualisePreferences();
     m_icones->Charge();
     update();
   }
-  for (QMdiSubWindow* fenetre : m_zone->subWindowList())
-    if (auto* cadre = qobject_cast<CMDIChildFrame*>(fenetre);
-        cadre && (tout || (cadre->Contenu().Bit() & masque)))
-      cadre->Contenu().Actualise(masque);
   ActualisePage();
   m_commandes->ActualiseEtats();
 }
@@ -315,7 +312,7 @@ void CMainFrame::changeEvent(QEvent* evenement) {
   // The desktop went dark or light.
   if (evenement->type() == QEvent::ApplicationPaletteChange && m_etat) {
     ChargePreferences(m_preferences, m_app, QApplication::palette());
-    Actualise(ActualiseTout);
+    Note(ReglagePreferences);
   }
 }
 

@@ -69,7 +69,6 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void VientDevant();
 
   // Fenetres
-  void Actualise(u32 masque) override;
   void FermeToutes() override;
   void Sauve() override;
   void Restaure() override;
@@ -82,6 +81,8 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void closeEvent(QCloseEvent* evenement) override;
   void changeEvent(QEvent* evenement) override;
   QMenu* createPopupMenu() override { return nullptr; }
+  bool Occupe() const override;
+  void Actualisees(bool dessin) override;
 
  private:
   void FaitBarreOutils();

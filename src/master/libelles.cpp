@@ -61,6 +61,7 @@ int EcritContenu(CFenlorApp& app, const std::string& contenu) {
   code = systeme.SynchroniseDossier(DossierDe(chemin));
   if (code && nouveau) systeme.Supprime(chemin);
   if (code && !nouveau) Remplace(systeme, chemin, provisoire, ancien);
+  if (!code) app.Magasin.QVNoteChangement(FichierTextes);
   return code;
 }
 

@@ -22,8 +22,7 @@ bool LibelleRelisible(std::string_view texte);
 /// can neither be read nor made; `libelles` is then empty, and nothing must be written in its place.
 bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles);
 /// "@Texte", then each label that is not blank, normalised, lines ended by CR LF. The file is replaced as
-/// a whole and is durable then; a failure (told) leaves the old one. Other windows that show
-/// labels are told with `Actualise(FenLibelles)` by the form that wrote them.
+/// a whole and is durable then; a failure (told) leaves the old one.
 bool EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles);
 
 }  // namespace fenlor

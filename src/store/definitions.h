@@ -11,6 +11,7 @@
 namespace fenlor {
 
 enum NumeroFichier : u16 {
+  FichierTextes = 1,  ///< "TEXTES.dat", the labels: a plain file, of which the store only tells the changes
   FichierComptes = 68,
   FichierJournal = 74,
   FichierRubriques = 81,

@@ -3,6 +3,7 @@
 // texts; it knows nothing of accounting. docs/FORMAT.md describes its files.
 #pragma once
 
+#include <bitset>
 #include <functional>
 #include <memory>
 #include <string>
@@ -97,6 +98,9 @@ class Moteur {
   bool ValideUnite();
   void AnnuleUnite();
   unsigned Profondeur() const;
+  /// As `QVAPI::QVSuitChangements` and `QVNoteChangement`.
+  void SuitChangements(std::function<void(const std::bitset<256>&)> suite);
+  void NoteChangement(u16 numFichier);
   u64 NbSynchros() const;
   /// Rises whenever a unit, inner or outer, is undone: caches of values derived
   /// from the files are stale when it moved.

@@ -98,6 +98,8 @@ struct Moteur::Etat {
   std::vector<ChangementCle> changementsCles;
   bool clesTropNombreuses = false;
   std::vector<Ouvert*> touches;
+  std::bitset<256> changements;  ///< files of the unit that was just made durable
+  std::function<void(const std::bitset<256>&)> suite;
   u64 nbAnnulations = 0;
   std::vector<u8> tampon;
 

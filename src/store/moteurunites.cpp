@@ -245,7 +245,17 @@ bool Moteur::ValideUnite() {
   assert(m->images.empty() && m->ordre.empty() && m->touches.empty() && m->changementsCles.empty());
   m->reperes.clear();
   m->profondeur = 0;
+  if (m->suite && m->changements.any()) m->suite(m->changements);
   return true;
+}
+
+void Moteur::SuitChangements(std::function<void(const std::bitset<256>&)> suite) {
+  m->suite = std::move(suite);
+}
+
+void Moteur::NoteChangement(u16 numFichier) {
+  assert(numFichier < 256);
+  if (m->suite) m->suite(std::bitset<256>().set(numFichier));
 }
 
 void Moteur::AnnuleUnite() {
@@ -419,7 +429,9 @@ bool Moteur::Etat::Applique() {
       bien = false;
     }
   }
+  changements.reset();
   for (Ouvert* o : touches) {
+    changements.set(o->numero);
     o->dat.entete.emplacements = o->emplacements;
     o->dat.entete.tete = o->tete;
     o->dat.entete.libres = o->libres;

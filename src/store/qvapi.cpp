@@ -152,6 +152,12 @@ bool QVAPI::Unite::Valide() {
   return m_magasin.m_etat->moteur->ValideUnite();
 }
 
+void QVAPI::QVSuitChangements(std::function<void(const Changements&)> suite) {
+  m_etat->moteur->SuitChangements(std::move(suite));
+}
+void QVAPI::QVNoteChangement(NumeroFichier numero) { m_etat->moteur->NoteChangement(numero); }
+bool QVAPI::QVEnUnite() const { return m_etat->moteur->Profondeur() > 0; }
+
 bool QVAPI::QVFlush() { return m_etat->moteur->Vidange(); }
 u64 QVAPI::NbSynchros() const { return m_etat->moteur->NbSynchros(); }
 

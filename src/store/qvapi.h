@@ -20,6 +20,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <functional>
 #include <memory>
 #include <string>
@@ -177,6 +178,16 @@ class QVAPI {
     QVAPI& m_magasin;
     bool m_fini = false;
   };
+  /// The numbers of the files (definitions.h) that a durable unit changed.
+  using Changements = std::bitset<256>;
+  /// `suite` hears of each outermost unit, also one of a single operation, as soon as it is on disk; of an
+  /// undone one it hears nothing. It notes what it hears and reads nothing: a rule may be at work. An
+  /// empty function ends it.
+  void QVSuitChangements(std::function<void(const Changements&)> suite);
+  /// Tells the change of a plain file, which the store does not see.
+  void QVNoteChangement(NumeroFichier numero);
+  /// A unit is open: what is read may still be undone.
+  bool QVEnUnite() const;
   /// Brings everything to its place and empties the redo log.
   bool QVFlush();
   /// Syncs of the redo log so far: one for each durable unit.

@@ -393,7 +393,10 @@ bool CZNDialog::EnregistreAvantFermer(const TexteFixe& question) {
 
 int CZNDialog::exec() {
   const FormeEnCours enCours(*this);
-  return QDialog::exec();
+  ContexteUi& contexte = m_contexte;
+  const int resultat = QDialog::exec();
+  contexte.Cadre.Actualise();
+  return resultat;
 }
 
 void CZNDialog::done(int resultat) {
@@ -407,6 +410,7 @@ void CZNDialog::accept() {
   if (!QuitteChamps()) return;
   m_occupe = true;
   const bool enregistre = Enregistre();
+  m_contexte.Cadre.Actualise();
   m_occupe = false;
   if (!enregistre) {
     if (champ && !ChampCourant()) champ->setFocus(Qt::OtherFocusReason);
@@ -428,6 +432,7 @@ void CZNDialog::VersVoisin(int pas, QWidget& bouton) {
   if (!Quitte(bouton)) return;
   m_occupe = true;
   const bool va = m_mode == Mode::Consultation || !Modifie() || (ControleMontants() && Enregistre());
+  m_contexte.Cadre.Actualise();
   m_occupe = false;
   if (!va) return;
   Voisin(pas);

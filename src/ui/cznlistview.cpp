@@ -58,12 +58,13 @@ CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit
 CZNListView::~CZNListView() { SauveLargeurs(); }
 
 void CZNListView::Charge() {
+  Vue::Charge();
   RestaureLargeurs();
   FillList();
   m_table->SelectionneLigne(0);
 }
 
-void CZNListView::Actualise(u32 /*masque*/) {
+void CZNListView::Actualise() {
   m_table->ActualisePreferences();
   m_table->Recharge([this] { FillList(); });
 }

@@ -23,7 +23,7 @@ class CZNListView : public Vue {
   /// `FillList`, then the first row selected. The subclass made its columns before.
   void Charge() override;
   /// `FillList` again; selection and scrolling stay where they were, by row data.
-  void Actualise(u32 masque) override;
+  void Actualise() override;
 
   /// Prints what the list shows, or shows its preview: 57607 and 57609 can be used once this is given.
   using Impression = std::function<void(bool apercu)>;

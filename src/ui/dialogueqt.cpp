@@ -3,6 +3,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEvent>
+#include <QScopedValueRollback>
 #include <QThread>
 #include <algorithm>
 
@@ -62,6 +63,7 @@ DialogueQt::~DialogueQt() {
 void DialogueQt::PoseCadre(QWidget* cadre) { m_cadre = cadre; }
 
 void DialogueQt::Erreur(unsigned numero, const std::string& texte) {
+  const QScopedValueRollback boites(m_boites, m_boites + 1);
   const std::string titre = Texte(TitreApplication);
   Montre(
       numero ? TexteQ(FormatTitreErreur, {titre, std::to_string(numero)}) : TexteQ(FormatTitreTexte, {titre}),
@@ -74,6 +76,7 @@ void DialogueQt::PoseManque(std::set<unsigned> questions, std::function<bool(uns
 }
 
 int DialogueQt::Message(unsigned style, unsigned numero, const std::string& texte) {
+  const QScopedValueRollback boites(m_boites, m_boites + 1);
   int reponse = 0;
   do {
     reponse = Montre(TexteQ(TitreApplication), texte, style);

@@ -47,7 +47,8 @@ class DialogueQt : public Dialogue {
   /// Dispatches waiting messages without blocking; with `arret` it stops as soon as
   /// the user cancelled. True when he did. A quit request ends it with false.
   bool PompeMessages(bool arret);
-  unsigned Profondeur() const { return m_profondeur; }
+  /// Work is in progress, or somebody waits for the answer to a box or for the form behind it.
+  bool Occupe() const { return m_profondeur > 0 || m_boites > 0; }
 
  private:
   int Montre(const QString& titre, const std::string& texte, unsigned style);
@@ -61,6 +62,7 @@ class DialogueQt : public Dialogue {
   QPointer<CDialogAbort> m_fenetre;  ///< ours, unless its owner took it along
   QPointer<QWidget> m_focus;         ///< had the focus in it
   unsigned m_profondeur = 0;
+  unsigned m_boites = 0;
   u32 m_maximum = 0, m_position = 0;
   unsigned m_pourcent = 0;
   // Since messages passed, and since the window was painted: at most every 50 ms of work.

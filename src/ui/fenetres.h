@@ -1,10 +1,13 @@
 // What a form or a document window may ask of the main window, and the bundle
 // that each of them is handed. The main window implements `Fenetres`; a test has
-// one of its own.
+// one of its own. It refreshes what the store tells as changed.
 #pragma once
 
+#include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <functional>
+#include <vector>
 
 #include "core/fenlorapp.h"
 #include "ui/preferences.h"
@@ -15,8 +18,9 @@ class QWidget;
 
 namespace fenlor {
 
+class Vue;
+
 /// Bits of the window mask: the document windows of which one of a kind exists.
-/// The mask names the windows to refresh, and those to bring back.
 enum MasqueFenetre : u32 {
   FenTresorerie = 1,
   FenComptesRecettes = 2,
@@ -28,17 +32,34 @@ enum MasqueFenetre : u32 {
   FenDepenses = 512,
   FenOperationsDiverses = 1024,
   FenImmobilisations = 4096,
-  ActualiseEcritures = 1793,  ///< treasury and the three journals
-  ActualiseComptes = 1807,    ///< and the lists of accounts
-  ActualiseListes = 55,       ///< the lists, after a change of their font
-  ActualiseTout = 65535,      ///< the preferences changed: bars and frame too
 };
+
+/// What changes beside the files of the store, behind their numbers.
+enum NumeroReglage : u16 {
+  ReglageMonnaies = 256,     ///< one currency or both are shown
+  ReglagePreferences = 257,  ///< colours, fonts, habits: bars and main window too
+};
+
+/// The windows that show what stands in a file of the store (`NumeroFichier`), or follow a setting: the one
+/// table of refreshes.
+u32 FenetresDe(u16 numero);
 
 class Fenetres {
  public:
+  Fenetres();
+  Fenetres(const Fenetres&) = delete;
+  Fenetres& operator=(const Fenetres&) = delete;
   virtual ~Fenetres() = default;
-  /// Reloads the open windows of the mask (`ActualiseFenetres`).
-  virtual void Actualise(u32 masque) = 0;
+
+  /// From its `Charge` to its end a window follows what the store tells as changed.
+  void Entre(Vue& vue);
+  /// A setting was changed.
+  void Note(NumeroReglage reglage);
+  /// Brings the open windows up to what was changed since the last time (`ActualiseFenetres`). It comes by
+  /// itself, once for all units that a rule made; a form or command that is through asks for it, so that
+  /// nothing stale is seen. While a rule is at work (`Occupe`, a unit) it is put off.
+  void Actualise();
+
   /// Closes all document windows (`FermeToutesFenetres`).
   virtual void FermeToutes() = 0;
   /// `SauveFenetres` and `RestaureFenetres`: which windows are open, in the settings.
@@ -54,6 +75,18 @@ class Fenetres {
   virtual bool Touche(const QKeySequence& touche) = 0;
   /// The main window, owner of forms; null in a test.
   virtual QWidget* Cadre() = 0;
+
+ protected:
+  /// A rule shows its progress or waits for an answer.
+  virtual bool Occupe() const { return false; }
+  /// Windows were refreshed; `dessin`: the preferences are other ones.
+  virtual void Actualisees(bool /*dessin*/) {}
+
+ private:
+  void Attend(u32 masque);
+  std::vector<QPointer<Vue>> m_vues;
+  u32 m_masque = 0;  ///< stale windows
+  QTimer m_minuterie;
 };
 
 /// Handed to every form and window; outlives them all.

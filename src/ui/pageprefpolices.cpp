@@ -27,16 +27,13 @@ struct Reglage {
   TexteFixe cle;
   const char16_t* libelle;
   const char* nom;
-  u32 fenetres;  ///< those that show it; reports and forms are made anew
 };
 constexpr std::array<Reglage, CPagePrefPolices::NbPolices> reglages = {{
-    {ClePoliceListes, u"Police des &listes :", "listes", ActualiseListes},
-    {ClePoliceJournaux, u"Police des &journaux :", "journaux",
-     FenRecettes | FenDepenses | FenOperationsDiverses | FenImmobilisations},
-    {ClePoliceValidees, u"Police des écritures &validées :", "validees",
-     FenRecettes | FenDepenses | FenOperationsDiverses},
-    {ClePoliceSaisies, u"Police des &saisies :", "saisies", 0},
-    {ClePoliceImpressions, u"Police des &impressions :", "impressions", 0},
+    {ClePoliceListes, u"Police des &listes :", "listes"},
+    {ClePoliceJournaux, u"Police des &journaux :", "journaux"},
+    {ClePoliceValidees, u"Police des écritures &validées :", "validees"},
+    {ClePoliceSaisies, u"Police des &saisies :", "saisies"},
+    {ClePoliceImpressions, u"Police des &impressions :", "impressions"},
 }};
 
 bool DesJournaux(unsigned cle) { return cle == ClePoliceJournaux || cle == ClePoliceValidees; }
@@ -162,7 +159,7 @@ void CPagePrefPolices::Range(std::size_t rang, const std::string& texte) {
   const Reglage& reglage = reglages[rang];
   if (App().Reglages.EcritIni(Texte(SecPreferences), Texte(reglage.cle), texte)) {
     ChargePreferences(Contexte().Dessin, App(), QApplication::palette());
-    if (reglage.fenetres) Contexte().Cadre.Actualise(reglage.fenetres);
+    Contexte().Cadre.Note(ReglagePreferences);
   } else {
     DitEchecReglages(App());
   }

@@ -20,7 +20,7 @@ CPrefPropertySheet::CPrefPropertySheet(ContexteUi& contexte, QWidget* parent)
 
 void CPrefPropertySheet::Apres() {
   ChargePreferences(Contexte().Dessin, App(), QApplication::palette());
-  Contexte().Cadre.Actualise(ActualiseTout);
+  Contexte().Cadre.Note(ReglagePreferences);
 }
 
 }  // namespace fenlor

@@ -25,10 +25,14 @@ class Vue : public QWidget {
   CFenlorApp& App() { return m_contexte.App; }
   ContexteUi& Contexte() { return m_contexte; }
 
-  /// First load, once the window has its place.
-  virtual void Charge() = 0;
-  /// Reloads after a change; `masque` holds the window's bit, or is `ActualiseTout`.
-  virtual void Actualise(u32 masque) = 0;
+  /// First load, once the window has its place; from here on it follows changes.
+  virtual void Charge() { m_contexte.Cadre.Entre(*this); }
+  /// Reloads what it shows; what is selected stays so.
+  virtual void Actualise() = 0;
+  /// The same, with other preferences.
+  virtual void AppliqueDessin() { Actualise(); }
+  /// A command of its own is at work, which shows what it changes by itself.
+  bool Suspendue() const { return m_suspendue; }
   /// The view's own commands (1005 "&Ajouter...", 1006, 1007 and their like).
   virtual bool Connait(unsigned /*commande*/) const { return false; }
   virtual bool Disponible(unsigned /*commande*/) const { return false; }
@@ -49,6 +53,7 @@ class Vue : public QWidget {
 
  protected:
   ContexteUi& m_contexte;
+  bool m_suspendue = false;
 
  private:
   std::string m_titre;

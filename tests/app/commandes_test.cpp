@@ -9,10 +9,12 @@
 #include <QSet>
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
 #include "app/mdichildframe.h"
+#include "core/btfiles.h"
 #include "core/cles.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
@@ -97,8 +99,11 @@ class VueDeTest : public Vue {
   VueDeTest(ContexteUi& contexte, const std::string& titre, u32 bit, std::vector<std::string>& trace)
       : Vue(contexte, titre, bit), m_trace(trace) {}
   ~VueDeTest() override { m_trace.push_back("-" + Titre()); }
-  void Charge() override { m_trace.push_back("+" + Titre()); }
-  void Actualise(u32) override { m_trace.push_back("!" + Titre()); }
+  void Charge() override {
+    Vue::Charge();
+    m_trace.push_back("+" + Titre());
+  }
+  void Actualise() override { m_trace.push_back("!" + Titre()); }
   bool Connait(unsigned commande) const override { return commande == CmdAjouter || commande == CmdModifier; }
   bool Disponible(unsigned commande) const override { return commande == CmdAjouter; }
   void Execute(unsigned commande) override { m_trace.push_back(std::to_string(commande) + " " + Titre()); }
@@ -283,13 +288,42 @@ TEST_F(CommandesUiTest, UneSeuleFenetreDeChaqueSorte) {
   Principal->Table().Execute(CmdModifier);
   EXPECT_FALSE(Principal->Table().Action(CmdModifier)->isEnabled());
   EXPECT_EQ(VersUtf8(Trace.back()), "1005 Comptes de trésorerie");
+}
 
-  Trace.clear();
-  Principal->Actualise(ActualiseEcritures);
-  EXPECT_EQ(Trace.size(), 3u);
-  Trace.clear();
-  Principal->Actualise(FenDepenses | FenLibelles);
-  EXPECT_EQ(TraceUtf8(), "!Ecritures de dépenses\n");
+TEST_F(CommandesUiTest, UneRegleActualiseUneFois) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  Fabrique(FenRubriques, "Rubriques");
+  for (const u32 bit : {FenTresorerie, FenRecettes, FenRubriques}) Principal->OuvreUnique(bit);
+  CPlan plan(App(), App().PathExercice);
+  ASSERT_TRUE(plan.OpenFile());
+  const auto ecrit = [&] { return Magasin().QVWriteRec(FichierComptes, 1, plan.Rec); };
+  const auto vues = [&] {
+    QApplication::processEvents();
+    return std::exchange(Trace, {});
+  };
+  ASSERT_TRUE(Magasin().QVReadRec(FichierComptes, 1, plan.Rec));
+  vues();
+  {
+    QVAPI::Unite unite(Magasin());
+    ASSERT_TRUE(ecrit());
+    EXPECT_TRUE(vues().empty());
+  }
+  EXPECT_TRUE(vues().empty()) << "an undone unit changed nothing";
+  Dialogues.OuvreProgress("Travail", "", false, 0);
+  ASSERT_TRUE(ecrit() && ecrit());
+  EXPECT_TRUE(vues().empty()) << "not before the rule is through";
+  Dialogues.FermeProgress();
+  Principal->Actualise();
+  EXPECT_EQ(vues(), (std::vector<std::string>{"!Comptes de tr\xE9sorerie", "!Ecritures de recettes"}));
+  ASSERT_TRUE(ecrit() && ecrit());
+  EXPECT_EQ(vues().size(), 2u) << "nobody asked for it";
+  const struct {
+    u16 numero;
+    u32 fenetres;
+  } table[] = {{FichierComptes, 1807},      {FichierJournal, 1793}, {FichierRubriques, 16},
+               {FichierTextes, 32},         {FichierImmo, 4096},    {FichierAmo, 4096},
+               {ReglagePreferences, 65535}, {FichierBanques, 0}};
+  for (const auto& ligne : table) EXPECT_EQ(FenetresDe(ligne.numero), ligne.fenetres) << ligne.numero;
 }
 
 TEST_F(CommandesUiTest, LesFenetresReviennent) {

@@ -13,6 +13,7 @@
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
 #include "journal/cabinetmedical.h"
+#include "journal/forms/ecritures.h"
 #include "outils/uidetest.h"
 #include "ui/dialogueqt.h"
 #include "ui/vue.h"
@@ -103,6 +104,15 @@ TEST_F(ModalesTest, AucuneCommandeDerriereUneForme) {
   });
   Rafale(Qt::Key_F2, Qt::Key_Delete);
   EXPECT_EQ(robot.Vues, std::vector<std::string>{"DialogEcriture"});
+}
+
+TEST_F(ModalesTest, LeJournalSuitLaValidation) {
+  const auto* journal = dynamic_cast<ListeEcritures*>(Principal->VueActive());
+  ASSERT_EQ(journal->GetEcrCount(), 1) << "a draft";
+  Robot robot;
+  robot.Attend("DialogValidation", [](QDialog& forme) { forme.accept(); });
+  Principal->Table().Execute(1224);
+  EXPECT_EQ(journal->GetEcrCount(), 0);
 }
 
 TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {

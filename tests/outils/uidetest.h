@@ -18,14 +18,13 @@
 
 namespace fenlor::test {
 
-/// Notes the calls in order: "Actualise 1793", "FermeToutes", "Aide DialogIndex".
+/// Notes the calls in order: "FermeToutes", "Aide DialogIndex".
 class CadreDeTest : public Fenetres {
  public:
   std::vector<std::string> Appels;
   /// Times a call was made.
   unsigned Nombre(const std::string& appel) const;
 
-  void Actualise(u32 masque) override { Appels.push_back("Actualise " + std::to_string(masque)); }
   void FermeToutes() override { Appels.push_back("FermeToutes"); }
   void Sauve() override { Appels.push_back("Sauve"); }
   void Restaure() override { Appels.push_back("Restaure"); }
@@ -33,6 +32,11 @@ class CadreDeTest : public Fenetres {
   void Aide(const QString& page) override { Appels.push_back("Aide " + page.toStdString()); }
   bool Touche(const QKeySequence&) override { return false; }
   QWidget* Cadre() override { return nullptr; }
+
+ protected:
+  void Actualisees(bool dessin) override {
+    if (dessin) Appels.push_back("Dessin");
+  }
 };
 
 /// Answers modal windows in the order in which they open. Each `Attend` names the

@@ -31,13 +31,8 @@ class DialogueMuet : public DialogueQt {
   int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
 };
 
-/// Refreshes the one window, as the main window does.
 class Bureau : public Fenetres {
  public:
-  Vue* Fenetre = nullptr;
-  void Actualise(u32 masque) override {
-    if (Fenetre && (Fenetre->Bit() & masque)) Fenetre->Actualise(masque);
-  }
   void FermeToutes() override {}
   void Sauve() override {}
   void Restaure() override {}
@@ -80,7 +75,6 @@ int Tape(const std::string& cabinet, unsigned premiere) {
   ChargePreferences(dessin, app, QApplication::palette());
 
   CEcritureView vue(ui, JournalRecettes);
-  bureau.Fenetre = &vue;
   vue.resize(900, 500);
   vue.Charge();
   vue.show();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bitset>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -129,6 +130,30 @@ TEST_P(MoteurTest, UneUniteAnnuleeNeLaisseRien) {
   EXPECT_EQ(livres.Comptes(), avant);
   EXPECT_EQ(moteur.NombreEmplacements(FichierComptes), 1u);
   EXPECT_EQ(moteur.NbAnnulations(), 2u);
+}
+
+TEST_P(MoteurTest, UneUniteDurableDitSesFichiers) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  Moteur& moteur = livres.moteur;
+  std::vector<std::bitset<256>> dits;
+  moteur.SuitChangements([&](const std::bitset<256>& fichiers) {
+    EXPECT_EQ(moteur.Profondeur(), 0u);
+    dits.push_back(fichiers);
+  });
+  const auto seul = [](u16 numero) { return std::bitset<256>().set(numero); };
+  moteur.DebutUnite();
+  ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 0x07D30101, 1)));
+  EXPECT_TRUE(dits.empty()) << "an inner one";
+  moteur.AnnuleUnite();
+  EXPECT_TRUE(dits.empty()) << "undone";
+  moteur.DebutUnite();
+  const Plan compte = Compte("5120000000", "BQ");
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, compte) && livres.Ajoute(FichierBanques, Banque{}));
+  ASSERT_TRUE(moteur.ValideUnite());
+  ASSERT_TRUE(moteur.Ecrit(FichierComptes, 1, &compte));
+  const auto deux = seul(FichierComptes) | seul(FichierBanques);
+  EXPECT_EQ(dits, (std::vector{deux, seul(FichierComptes)})) << "an operation is a unit of its own";
 }
 
 TEST_P(MoteurTest, UneUniteCouteUneSynchro) {

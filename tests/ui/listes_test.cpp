@@ -440,21 +440,21 @@ TEST_F(VueListeTest, RefreshKeepsSelectionAndScrolling) {
   const Donnee enHaut = haut();
   EXPECT_GT(enHaut, 30u);
   vue->Contenu.erase(vue->Contenu.begin(), vue->Contenu.begin() + 10);
-  vue->Actualise(8);
+  vue->Actualise();
   EXPECT_EQ(table.DonneeChoisie(), choisie);
   EXPECT_EQ(table.LigneChoisie(), 40);
   EXPECT_EQ(haut(), enHaut);
   std::erase(vue->Contenu, choisie);
-  vue->Actualise(8);
+  vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), 40) << "the row in its place";
   vue->Contenu.resize(3);
-  vue->Actualise(ActualiseTout);
+  vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), 2);
   vue->Contenu.clear();
-  vue->Actualise(8);
+  vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), -1);
   vue->Contenu = Suite(4);
-  vue->Actualise(8);
+  vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), -1);
 }
 
@@ -462,7 +462,7 @@ TEST_F(VueListeTest, RefreshLeavesAHiddenSelectionHidden) {
   const auto vue = Ouvre();
   TableListe& table = vue->Table();
   table.verticalScrollBar()->setValue(60);
-  vue->Actualise(8);
+  vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), 0);
   EXPECT_EQ(table.verticalScrollBar()->value(), 60);
 }
@@ -474,13 +474,13 @@ TEST_F(VueListeTest, WidthsOfTheUserAreKept) {
   TireBord(vue->Table(), 1, 35);
   const std::vector<int> largeurs = vue->Table().Largeurs();
   ASSERT_GT(largeurs[1], 140);
-  vue->Actualise(ActualiseTout);
+  vue->Actualise();
   EXPECT_EQ(vue->Table().Largeurs(), largeurs);
   vue.reset();
   EXPECT_EQ(Colonnes(), "80," + std::to_string(largeurs[1]) + ",90");
   vue = Ouvre();
   EXPECT_EQ(vue->Table().Largeurs(), largeurs);
-  vue->Actualise(ActualiseTout);
+  vue->Actualise();
   EXPECT_EQ(vue->Table().Largeurs(), largeurs);
   EXPECT_FALSE(vue->Table().LargeursChangees());
 }

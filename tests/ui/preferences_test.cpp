@@ -262,7 +262,7 @@ TEST_F(PreferencesTest, PagesRelues) {
   EXPECT_EQ(Lit("Couleur du fond"), EcritCouleur(QColor(192, 192, 192)));
   EXPECT_EQ(Lit("Couleur des bordures"), "32768");
   EXPECT_EQ(Dessin.CouleurImpaire, QColor(224, 255, 224));
-  EXPECT_EQ(Cadre.Appels, std::vector<std::string>{"Actualise 65535"});
+  EXPECT_EQ(Cadre.Appels, std::vector<std::string>{"Dessin"});
 
   EXPECT_FALSE(Feuille([](QDialog& d) {
     EXPECT_TRUE(Trouve<QCheckBox>(d, "virgule").isChecked());
@@ -338,7 +338,8 @@ TEST_F(PreferencesTest, PoliceChoisie) {
     EXPECT_EQ(Trouve<QLabel>(d, "listesDescription").text(), u"DejaVu Serif 12, Gras, Barré"_s);
     EXPECT_EQ(Trouve<QLabel>(d, "listesExemple").text(), u"AaBbCcXxYyZz"_s);
     EXPECT_TRUE(Trouve<QLabel>(d, "listesExemple").font().strikeOut());
-    EXPECT_EQ(Cadre.Appels, std::vector<std::string>{"Actualise 55"});
+    Cadre.Actualise();
+    EXPECT_EQ(Cadre.Appels, std::vector<std::string>{"Dessin"}) << "at once";
 
     ChoisitTeinte(d, "journauxCouleur", u"Bleu foncé"_s);
     EXPECT_EQ(Lit("Police des journaux"), "MS Sans Serif, -11, 8388608, 0, 0, 0, 0");
@@ -365,7 +366,6 @@ TEST_F(PreferencesTest, PoliceChoisie) {
   EXPECT_EQ(Lit("Police des saisies"), "DejaVu Sans, -13, 7, 0, 0, 0, 0");
   EXPECT_TRUE(Dessin.PoliceListes.bold());
   EXPECT_EQ(Dessin.TexteJournaux, QColor(0, 0, 128));
-  EXPECT_EQ(Cadre.Nombre("Actualise 65535"), 0u);
 }
 
 TEST_F(PreferencesTest, EchecDEcritureDit) {

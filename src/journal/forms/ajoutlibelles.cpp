@@ -55,8 +55,7 @@ void AjoutLibelles::Ecrit() {
   for (const std::string& libelle : m_ajoutes)
     if (std::find(libelles.begin(), libelles.end(), libelle) == libelles.end()) libelles.push_back(libelle);
   m_ajoutes.clear();
-  if (libelles.size() > avant && EcritLibelles(m_contexte.App, libelles))
-    m_contexte.Cadre.Actualise(FenLibelles);
+  if (libelles.size() > avant) EcritLibelles(m_contexte.App, libelles);
 }
 
 }  // namespace fenlor

@@ -366,7 +366,7 @@ void CDialogEcriture::Deverrouille() {
   if (m_validee && ValideEcriture(App(), m_mouvement, false)) {
     m_validee = false;
     m_marqueValidee.setChecked(false);
-    Previent();
+    m_change = true;
   }
   if (m_liee && App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionEditerLiee) == RepOui) {
     m_liee = false;
@@ -410,14 +410,8 @@ bool CDialogEcriture::Enregistre() {
   m_derniere = resultat.mouvement;
   m_delie = false;
   m_tresorerie->OublieModifications();
-  Previent();
-  return true;
-}
-
-/// The journal was changed: windows that show it follow.
-void CDialogEcriture::Previent() {
   m_change = true;
-  Contexte().Cadre.Actualise(MasqueEcritures(m_ouverture.journal, true));
+  return true;
 }
 
 void CDialogEcriture::Vide() {

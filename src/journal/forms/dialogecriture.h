@@ -70,7 +70,6 @@ class CDialogEcriture : public CZNDialog {
   void TresorerieChange();
   void Deverrouille();
   SaisieEcriture Saisie() const;
-  void Previent();
   void NoteVoisins();
 
   const OuvertureEcriture m_ouverture;

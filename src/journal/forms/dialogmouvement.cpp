@@ -251,7 +251,6 @@ bool CDialogMouvement::Enregistre() {
   }
   m_derniere = r.mouvement;
   m_modifiee = false;
-  Contexte().Cadre.Actualise(MasqueEcritures(m_ouverture.journal, true));
   return true;
 }
 

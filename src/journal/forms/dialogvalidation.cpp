@@ -107,11 +107,7 @@ DemandeValidation CDialogValidation::Lit() const {
 
 bool CDialogValidation::Enregistre() {
   if (QWidget* fautif = m_periode.Fautif()) return Refuse(ErrDateIncorrecte, *fautif);
-  const ResultatLot resultat = TraiteBrouillard(App(), Lit());
-  if (!resultat.erreur) return true;
-  // What was done before the failure stays.
-  if (resultat.ecritures) Contexte().Cadre.Actualise(ActualiseEcritures);
-  return false;
+  return !TraiteBrouillard(App(), Lit()).erreur;
 }
 
 }  // namespace fenlor

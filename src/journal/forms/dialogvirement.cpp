@@ -107,7 +107,6 @@ bool CDialogVirement::Enregistre() {
     return false;
   }
   m_mode = saisie.paiement;
-  Contexte().Cadre.Actualise(ActualiseComptes);
   return true;
 }
 

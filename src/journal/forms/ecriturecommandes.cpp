@@ -206,11 +206,6 @@ bool CEcritureView::RefuseCloture() {
   return App().Reglages.IsExerciceCloture() && !App().ReportErreur(ErrExerciceCloture);
 }
 
-void CEcritureView::ActualiseAutres(bool change) {
-  const QScopedValueRollback propre(m_propre, true);
-  Contexte().Cadre.Actualise(MasqueEcritures(m_document.Journal, change));
-}
-
 // -- The forms
 
 Date CEcritureView::DateProposee() {
@@ -261,10 +256,7 @@ void CEcritureView::OuvreForme(u32 mouvement) {
     CDialogEcriture forme(Contexte(), ouverture, this);
     execute(forme);
   }
-  if (change) {
-    RefreshJournal();
-    SelectEcrItem(FindEcrItem(aChoisir));
-  }
+  if (change) SelectEcrItem(FindEcrItem(aChoisir));
   if (nouvelle) return OuvreForme(0);
   m_liste->setFocus();
 }
@@ -293,8 +285,8 @@ void CEcritureView::Supprime() {
   if (RefuseCloture()) return;
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
-  ActualiseAutres(SupprimeEcritures(App(), choisis) > 0);
-  RefreshJournal();
+  SupprimeEcritures(App(), choisis);
+  Contexte().Cadre.Actualise();
   m_liste->setFocus();
 }
 
@@ -333,10 +325,8 @@ void CEcritureView::ChangeDate() {
 }
 
 void CEcritureView::Renumerote() {
-  if (RenumeroteEcritures(App(), Demande())) {
-    ActualiseAutres(true);
-    RefreshJournal();
-  }
+  RenumeroteEcritures(App(), Demande());
+  Contexte().Cadre.Actualise();
   m_liste->setFocus();
 }
 
@@ -346,7 +336,7 @@ void CEcritureView::RetireNonListees() {
   const DemandeListe demande = Demande();
   std::vector<u32> partis;
   {
-    const QScopedValueRollback propre(m_propre, true);
+    const QScopedValueRollback suspendue(m_suspendue, true);
     m_liste->Redessine();
     int debut = -1, nombre = 0;  // rows that go, one behind the other
     const auto retire = [&] {
@@ -362,7 +352,7 @@ void CEcritureView::RetireNonListees() {
       ++nombre;
     }
     retire();
-    Contexte().Cadre.Actualise(MasqueEcritures(m_document.Journal, true));
+    Contexte().Cadre.Actualise();
   }
   if (GetEcrCount() == 0)
     m_totaux = {};

@@ -31,11 +31,4 @@ struct OuvertureEcriture {
   ListeEcritures* proprietaire = nullptr;  ///< may be absent
 };
 
-/// Windows to refresh after entries of a journal were touched.
-inline u32 MasqueEcritures(i16 journal, bool change) {
-  constexpr u32 intacts[] = {FenRecettes, FenDepenses, FenOperationsDiverses};
-  constexpr u32 changes[] = {1291, 1549, 1039};
-  return (change ? changes : intacts)[journal - JournalRecettes];
-}
-
 }  // namespace fenlor

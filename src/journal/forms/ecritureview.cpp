@@ -174,6 +174,7 @@ void CEcritureView::showEvent(QShowEvent* evenement) {
 }
 
 void CEcritureView::Charge() {
+  Vue::Charge();
   MontreDessin();
   m_mois->PoseMois(MoisExercice(App()));
   if (!EstOD()) m_combo->Remplit(App());
@@ -182,9 +183,8 @@ void CEcritureView::Charge() {
   RefreshJournal();
 }
 
-void CEcritureView::Actualise(u32 masque) {
-  if (!m_charge || m_propre) return;
-  if (masque == ActualiseTout) MontreDessin();
+void CEcritureView::AppliqueDessin() {
+  MontreDessin();
   RefreshJournal();
 }
 
@@ -312,7 +312,7 @@ void CEcritureView::Additionne(TotauxListe& totaux, int signe, const std::vector
 /// as the first.
 void CEcritureView::SelectionChange(const std::vector<int>& ajoutees, const std::vector<int>& retirees) {
   m_etat.reset();
-  if (m_propre) return;
+  if (m_suspendue) return;
   if (m_liste->NbChoisies() <= static_cast<int>(ajoutees.size() + retirees.size())) {
     m_totauxChoisis = TotauxEntrees(App(), Demande(), Choisis());
   } else {

@@ -30,7 +30,8 @@ class CEcritureView : public Vue, public ListeEcritures {
   ~CEcritureView() override;
 
   void Charge() override;
-  void Actualise(u32 masque) override;
+  void Actualise() override { RefreshJournal(); }
+  void AppliqueDessin() override;
   bool Connait(unsigned commande) const override;
   bool Disponible(unsigned commande) const override;
   bool Coche(unsigned commande) const override;
@@ -109,7 +110,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   void Criteres();
   void Copie();
   void RetireNonListees();
-  void ActualiseAutres(bool change);
   bool RefuseCloture();
 
   CEcritureDoc m_document;
@@ -121,7 +121,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   mutable std::optional<EtatSelection> m_etat;
   Impression m_impression;
   bool m_charge = false;
-  bool m_propre = false;  ///< a command of here is at work: changes that it causes are not followed
   QLabel* m_entete;
   QLabel* m_legende;
   QLabel* m_libelleCompte;

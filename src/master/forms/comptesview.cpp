@@ -51,8 +51,4 @@ bool ComptesView::SupprimeFiche(Position position) {
   return static_cast<bool>(SupprimeCompte(App(), m_forme, position));
 }
 
-u32 ComptesView::MasqueSuppression() const {
-  return MasqueComptes(m_forme != FormeCompte::RecettesDepenses) & ~Bit();
-}
-
 }  // namespace fenlor

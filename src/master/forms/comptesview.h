@@ -11,11 +11,6 @@ namespace fenlor {
 
 class DialogCompte;
 
-/// Windows that show accounts; `tresorerie`: the journals and the treasury list too.
-constexpr u32 MasqueComptes(bool tresorerie) {
-  return tresorerie ? ActualiseComptes : FenComptesRecettes | FenComptesDepenses | FenPlanComptable;
-}
-
 class ComptesView : public FichesView {
   Q_OBJECT
  protected:
@@ -29,7 +24,6 @@ class ComptesView : public FichesView {
   std::vector<Position> Positions() override;
   bool LanceForme(Position position, Position& derniere) override;
   bool SupprimeFiche(Position position) override;
-  u32 MasqueSuppression() const override;
 
  private:
   bool Lit(ModeleListe::Donnee donnee);

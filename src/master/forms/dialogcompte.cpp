@@ -111,15 +111,12 @@ bool DialogCompte::Enregistre() {
     if (*resultat.champ) CZNDialog::Focalise(resultat.champ);
     return false;
   }
-  const bool ajout = Ajout();
-  const bool tresorerie = fiche.type == Tresorerie || (!ajout && m_fiche.type == Tresorerie);
   m_derniere = fiche.position;
   m_aChange = true;
-  if (!ajout) {
+  if (!Ajout()) {
     m_fiche = fiche;
     if (m_vue) m_vue->Remplace(fiche.position);
   }
-  Contexte().Cadre.Actualise(MasqueComptes(tresorerie) & ~(m_vue ? m_vue->Bit() : 0));
   return true;
 }
 

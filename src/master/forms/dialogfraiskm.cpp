@@ -211,7 +211,6 @@ void CDialogFraisKm::accept() {
 bool CDialogFraisKm::Enregistre() {
   FicheFraisKm fiche = Lit();
   const ResultatFraisKm resultat = EnregistreFraisKm(App(), fiche);
-  if (resultat.ecrituresSupprimees && resultat) Contexte().Cadre.Actualise(ActualiseComptes);
   if (!resultat) {
     if (*resultat.champ) Focalise(resultat.champ);
     return false;

@@ -199,7 +199,6 @@ bool CDialogRubrique::Enregistre() {
     m_codeLu = fiche.code;
     if (m_vue) m_vue->Remplace(fiche.position);
   }
-  if (!m_vue) Contexte().Cadre.Actualise(FenRubriques);
   return true;
 }
 

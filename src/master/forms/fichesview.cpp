@@ -1,4 +1,7 @@
 #include "master/forms/fichesview.h"
+
+#include <QScopedValueRollback>
+
 #include "core/erreurs.h"
 
 namespace fenlor {
@@ -66,16 +69,19 @@ void FichesView::Saisit(Position position) {
     return;
   }
   Position derniere = 0;
-  if (!LanceForme(position, derniere)) return;
-  Actualise(Bit());
+  {
+    // Its neighbours are those of the list as it stood when the form was opened.
+    const QScopedValueRollback suspendue(m_suspendue, true);
+    if (!LanceForme(position, derniere)) return;
+  }
+  Actualise();
   Table().SelectionneLigne(Table().Modele().LigneDe(derniere));
 }
 
 void FichesView::Supprime() {
   const bool cloture = App().Reglages.IsExerciceCloture();
   if ((Choisie() == 0 && !cloture) || !SupprimeFiche(Choisie())) return;
-  Actualise(Bit());
-  Contexte().Cadre.Actualise(MasqueSuppression());
+  Contexte().Cadre.Actualise();
 }
 
 }  // namespace fenlor

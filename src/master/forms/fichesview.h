@@ -30,8 +30,6 @@ class FichesView : public CZNListView {
   virtual bool LanceForme(Position position, Position& derniere) = 0;
   /// Deletes by the rules; 0 for the empty row of a closed exercice, which refuses.
   virtual bool SupprimeFiche(Position position) = 0;
-  /// Windows to refresh after a deletion, beside this one.
-  virtual u32 MasqueSuppression() const = 0;
 
   void FillList() override;
   std::vector<unsigned> MenuContextuel() const override;

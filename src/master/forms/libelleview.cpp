@@ -1,5 +1,6 @@
 #include "master/forms/libelleview.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "core/erreurs.h"
@@ -50,7 +51,7 @@ void CLibelleView::FillList() {
 }
 
 bool CLibelleView::Relit() {
-  Actualise(Bit());
+  Actualise();
   return m_lu;
 }
 
@@ -120,6 +121,7 @@ void CLibelleView::Saisit(bool ajout) {
     return;
   }
   if (!Relit() || (!ajout && Table().DonneeChoisie() == 0)) return;
+  const QScopedValueRollback suspendue(m_suspendue, true);
   CDialogLibelle(Contexte(), *this, ajout ? -1 : Table().LigneChoisie()).exec();
 }
 

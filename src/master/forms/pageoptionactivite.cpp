@@ -76,7 +76,7 @@ OptionsActivite CPageOptionActivite::Valeur() const {
 bool CPageOptionActivite::Enregistre() {
   const bool avant = App().AfficherDouble;
   if (!EcritActivite(App(), Valeur())) return DitEchecReglages(App());
-  if (App().AfficherDouble != avant) m_affichageChange = true;
+  if (App().AfficherDouble != avant) Contexte().Cadre.Note(ReglageMonnaies);
   return true;
 }
 

@@ -16,8 +16,6 @@ class CPageOptionActivite : public CZNPage {
   explicit CPageOptionActivite(ContexteUi& contexte);
   bool Charge() override;
   bool Enregistre() override;
-  /// The amounts of the open exercice are no longer shown as they were.
-  bool AffichageChange() const { return m_affichageChange; }
 
  private:
   OptionsActivite Valeur() const;
@@ -27,7 +25,6 @@ class CPageOptionActivite : public CZNPage {
   Lecture m_exercice, m_cloture, m_du, m_au;
   QCheckBox m_tva, m_euro, m_double;
   QPushButton* m_taux;
-  bool m_affichageChange = false;
   FinDesLiens m_finLiens{*this};
 };
 

@@ -30,7 +30,6 @@ bool CPageOptionTVA::Enregistre() {
   const ApplicationTva resultat = AppliqueComptesTva(App(), m_lignes);
   if (!resultat.fait) return false;
   if (resultat.comptes > 0) {
-    m_comptesChanges = true;
     m_lignes = LitComptesTva(App());
     Montre(m_liste.Table().LigneChoisie());
   }

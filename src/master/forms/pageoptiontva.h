@@ -13,8 +13,6 @@ class CPageOptionTVA : public CZNPage {
   explicit CPageOptionTVA(ContexteUi& contexte);
   bool Charge() override;
   bool Enregistre() override;
-  /// Accounts were made, changed or deleted.
-  bool ComptesChanges() const { return m_comptesChanges; }
 
  private:
   void Ajoute();
@@ -24,7 +22,6 @@ class CPageOptionTVA : public CZNPage {
   LigneTva& Choisie();
   std::vector<LigneTva> m_lignes;
   bool m_ouvert = false;  ///< the exercice is not closed
-  bool m_comptesChanges = false;
   ListeEditee m_liste;
   FinDesLiens m_finLiens{*this};
 };

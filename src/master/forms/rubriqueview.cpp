@@ -10,12 +10,6 @@
 
 namespace fenlor {
 
-namespace {
-
-constexpr u32 FenetresDeComptes = FenComptesRecettes | FenComptesDepenses | FenPlanComptable;
-
-}  // namespace
-
 CRubriqueView::CRubriqueView(ContexteUi& contexte)
     : FichesView(contexte, Texte(TitreRubriques), FenRubriques),
       m_rubriques(contexte.App, contexte.App.PathExercice) {
@@ -56,7 +50,5 @@ bool CRubriqueView::LanceForme(Position position, Position& derniere) {
 bool CRubriqueView::SupprimeFiche(Position position) {
   return static_cast<bool>(SupprimeRubrique(App(), position));
 }
-
-u32 CRubriqueView::MasqueSuppression() const { return FenetresDeComptes; }
 
 }  // namespace fenlor

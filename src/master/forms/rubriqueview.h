@@ -17,7 +17,6 @@ class CRubriqueView : public FichesView {
   std::vector<Position> Positions() override;
   bool LanceForme(Position position, Position& derniere) override;
   bool SupprimeFiche(Position position) override;
-  u32 MasqueSuppression() const override;
 
  private:
   bool Lit(ModeleListe::Donnee donnee);

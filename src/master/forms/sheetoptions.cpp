@@ -18,16 +18,14 @@ namespace fenlor {
 using namespace Qt::Literals::StringLiterals;
 
 CSheetOptions::CSheetOptions(ContexteUi& contexte, QWidget* parent)
-    : CZNSheet(contexte, u"Options"_s, "SheetOptions", parent),
-      m_activite(new CPageOptionActivite(contexte)),
-      m_tva(new CPageOptionTVA(contexte)) {
-  AjoutePage(m_activite);
+    : CZNSheet(contexte, u"Options"_s, "SheetOptions", parent) {
+  AjoutePage(new CPageOptionActivite(contexte));
   AjoutePage(new CPageOptionAdresseBanque(contexte));
   AjoutePage(new CPageOptionAssociation(contexte));
   AjoutePage(new CPageOptionComptable(contexte));
   AjoutePage(new CPageOptionCompte(contexte));
   AjoutePage(new CPageOptionPassword(contexte));
-  AjoutePage(m_tva);
+  AjoutePage(new CPageOptionTVA(contexte));
   AjoutePage(new CPageOptionsUpdate(contexte));
   Fini();
   // All tabs at once where the screen has room for them, else with arrows.
@@ -35,10 +33,6 @@ CSheetOptions::CSheetOptions(ContexteUi& contexte, QWidget* parent)
   const int place = screen()->availableSize().width() - 4 * fontMetrics().height();
   onglets.setMinimumWidth(
       std::max(onglets.minimumSizeHint().width(), std::min(onglets.tabBar()->sizeHint().width(), place)));
-}
-
-void CSheetOptions::Apres() {
-  if (m_tva->ComptesChanges() || m_activite->AffichageChange()) Contexte().Cadre.Actualise(ActualiseComptes);
 }
 
 }  // namespace fenlor

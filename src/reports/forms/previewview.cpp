@@ -46,8 +46,8 @@ void CZNPreviewView::Detache() {
 
 void CZNPreviewView::Relit() { m_feuilles->Pose(m_etat); }
 
-void CZNPreviewView::Actualise(u32 masque) {
-  if (masque != ActualiseTout || !m_etat) return;
+void CZNPreviewView::AppliqueDessin() {
+  if (!m_etat) return;
   m_etat->Prepare(m_etat->Feuille());
   Relit();
 }

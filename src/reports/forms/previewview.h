@@ -24,9 +24,9 @@ class CZNPreviewView : public Vue {
   /// The report's pages are other ones.
   void Relit();
 
-  void Charge() override {}
+  void Actualise() override {}
   /// Print font and draft mode are those of the preferences.
-  void Actualise(u32 masque) override;
+  void AppliqueDessin() override;
   /// Printing (57607).
   bool Connait(unsigned commande) const override;
   bool Disponible(unsigned commande) const override { return Connait(commande); }

@@ -228,8 +228,6 @@ TEST_F(VingtEcritures, AuClavierDonnentLeMagasinDeLaRegle) {
     EXPECT_FALSE(forme->isVisible()) << "nothing to ask";
   }
   EXPECT_EQ(saisies, 20u);
-  EXPECT_EQ(Cadre.Nombre("Actualise 1291"), 13u);
-  EXPECT_EQ(Cadre.Nombre("Actualise 1549"), 7u);
 
   Jumelle jumelle;
   jumelle.Installe("2001");

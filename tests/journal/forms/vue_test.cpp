@@ -155,7 +155,7 @@ TEST_F(VueJournal, MonnaiesDeLExercice) {
   const auto vue = OuvreTelle();
   EXPECT_THAT(Titres(*vue), testing::HasSubstr("|Débit F|Crédit F|P|"));
   App().AfficherDouble = true;
-  vue->Actualise(ActualiseTout);
+  vue->Actualise();
   EXPECT_THAT(Titres(*vue), testing::HasSubstr("|Débit F|Crédit F|Débit €|Crédit €|P|"));
   App().NomExercice = "2003";
 }
@@ -253,10 +253,10 @@ TEST_F(VueJournal, RechargementGardeLaPlace) {
   vue->SelectNext();
   EXPECT_EQ(vue->GetEcrSel(), 29);
   ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, ecritures[0]));
-  vue->Actualise(FenRecettes);
+  vue->Actualise();
   EXPECT_THAT(Choisies(*vue), ElementsAre(ecritures[29])) << "a row higher";
   ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, ecritures[29]));
-  vue->Actualise(FenRecettes);
+  vue->Actualise();
   EXPECT_EQ(vue->GetEcrSel(), 27) << "the last row where the entry and the index are gone";
   // Another display: what was selected stays so as far as it is shown.
   for (const u32 validee : {ecritures[1], ecritures[2], ecritures[5]}) Validee(validee);
@@ -469,7 +469,7 @@ TEST_F(VueJournal, PreferencesEtPalette) {
   Dessin.PoliceValidees.setPixelSize(30);  // the widest of the two fonts counts
   Dessin.CouleurPaire = Qt::black;
   Dessin.TexteValidees = Qt::white;
-  vue->Actualise(ActualiseTout);
+  vue->AppliqueDessin();
   EXPECT_GT(vue->Liste().LargeurColonnes(), largeur * 3 / 2);
   EXPECT_GT(vue->Liste().visualRect(vue->Liste().Modele().index(0, 0)).height(), hauteur);
   EXPECT_LE(vue->Liste().width(), vue->Liste().LargeurColonnes());

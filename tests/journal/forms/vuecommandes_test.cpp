@@ -155,7 +155,6 @@ TEST_F(VueCommandes, PointerRetireCeQuiNeRepondPlus) {
   EXPECT_NE(Rangee(*vue, 0).find("|P|"), std::string::npos) << "drawn anew";
   vue->Execute(Pointer);
   EXPECT_FALSE(Entete(a).Pointee);
-  EXPECT_THAT(Cadre.Appels, ElementsAre("Actualise 1291", "Actualise 1291"));
 
   MontreNonPointees(*vue);
   EXPECT_EQ(Lu(*vue, "legende"), "Mars 2003   *** Liste partielle ***");
@@ -228,7 +227,6 @@ TEST_F(VueCommandes, SupprimerPlusieurs) {
   Choisit(*vue, {b});
   Boite.Reponses = {RepNon};
   vue->Execute(Supprimer);
-  EXPECT_THAT(Cadre.Appels, ElementsAre("Actualise 1291", "Actualise 256"));
   // One that is gone already is passed over without a word.
   Boite.Oublie();
   ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, b));
@@ -299,7 +297,6 @@ TEST_F(VueCommandes, ChangerLaDate) {
   repond(0);
   vue->Execute(ChangerDate);
   EXPECT_EQ(vue->GetEcrCount(), 3);
-  EXPECT_THAT(Cadre.Appels, IsEmpty());
   Choisit(*vue, {a, liee, c});
   repond(2);
   vue->Execute(ChangerDate);
@@ -351,10 +348,9 @@ TEST_F(VueCommandes, AjouterEtModifier) {
   attend(ajout, u"1"_s);
   vue->Execute(Ajouter);
   EXPECT_EQ(vue->focusWidget(), &vue->Liste());
-  EXPECT_THAT(Cadre.Appels, IsEmpty());
 
   const u32 a = Recette(1, 3, 6), b = Recette(2, 20, 6);
-  vue->Actualise(FenRecettes);
+  vue->Actualise();
   attend(ajout, u"20"_s);  // that of the last row
   vue->SelectEcrItem(0);
   QTest::mouseDClick(vue->Liste().viewport(), Qt::LeftButton, {},
@@ -400,24 +396,11 @@ TEST_F(VueCommandes, CeQueLeFormulaireEnregistreEstChoisi) {
   EXPECT_EQ(Total(*vue, "selectionDebitEuro"), "12,50 € ");
 }
 
-/// A main window whose journal follows at once, as in the program.
-class CadreQuiSuit : public test::CadreDeTest {
- public:
-  CEcritureView* vue = nullptr;
-  void Actualise(u32 masque) override {
-    CadreDeTest::Actualise(masque);
-    if (vue) vue->Actualise(masque);
-  }
-};
-
 TEST_F(VueCommandes, LeVoisinEstCeluiDAvantLEnregistrement) {
   const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(3, 3);
-  CadreQuiSuit cadre;
-  ContexteUi ui{App(), cadre, Dessin};
   PoseEtat("< Tous >, 2, Toutes, 1");
-  CEcritureView vue(ui, JournalRecettes);
+  CEcritureView vue(Ui, JournalRecettes);
   vue.Charge();
-  cadre.vue = &vue;
   vue.SelectEcrItem(0);
   Robot.Attend("DialogEcriture", [&](QDialog& f) {
     const auto ttc = [&f] { return Trouve<QLineEdit>(f, "ttc").text(); };

@@ -151,7 +151,6 @@ TEST_F(FormeFraisKm, EcrituresDesRubriques) {
   Boite.Reponses = {RepOui};
   Clique(Case(f, "ok"));
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{QuestionEcrituresVariable});
-  EXPECT_EQ(Cadre.Nombre("Actualise 1807"), 1u);
 }
 
 TEST_F(FormeFraisKm, ExerciceCloture) {

@@ -213,7 +213,7 @@ TEST_F(FenetreLibelles, DossierPerdu) {
     EXPECT_EQ(Champ(f).text(), u"Assurance"_s) << "what was typed is not lost";
     Clique(Bouton(f, u"&Fermer"_s));
   });
-  Vue->Actualise(FenLibelles);
+  Vue->Actualise();
   Vue->Execute(Modifier);
   EXPECT_EQ(Vue->Table().Modele().NbLignes(), 4) << "the rows stay";
   CLibelleView perdue(Ui);

@@ -339,11 +339,11 @@ TEST_F(ApercuTest, LesPreferencesRefontLesPages) {
   CZNPreviewView& apercu = Ouvre(330);
   Touche(Qt::Key_End);
   Regle("Préférences"_w, "Police des impressions", "Courier, 20");
-  apercu.Actualise(ActualiseTout);
+  apercu.AppliqueDessin();
   EXPECT_EQ(Pages()->NombrePages(), 11u);
   EXPECT_EQ(Numero(), "Page 5 / 11");
   Regle("Préférences"_w, "Police des impressions", "Courier, 5");
-  apercu.Actualise(ActualiseTout);
+  apercu.AppliqueDessin();
   EXPECT_EQ(Numero(), "Page 3 / 3");
 }
 
