@@ -22,6 +22,7 @@
 #include "ui/editeurs.h"
 #include "ui/images.h"
 #include "ui/modales.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -320,7 +321,9 @@ void CZNDialog::Focalise(const QWidget& parent, const char* nom) {
 QStringList CZNDialog::Etat() const {
   QStringList etat;
   for (const QWidget* champ : m_zone->findChildren<QWidget*>()) {
-    if (const auto* ligne = qobject_cast<const QLineEdit*>(champ))
+    if (const auto* montant = qobject_cast<const EditeurMontant*>(champ); montant && montant->Refus() == 0)
+      etat += QString::number(montant->Valeur(), 'g', 15);  // however it is written
+    else if (const auto* ligne = qobject_cast<const QLineEdit*>(champ))
       etat += ligne->text();
     else if (const auto* lignes = qobject_cast<const QPlainTextEdit*>(champ))
       etat += lignes->toPlainText();
@@ -380,8 +383,11 @@ bool CZNDialog::ControleMontants() {
 
 bool CZNDialog::QuitteChamps() { return (!m_defaut || Quitte(*m_defaut)) && ControleMontants(); }
 
-bool CZNDialog::EnregistreAvantFermer(const TexteFixe& question) {
-  switch (App().MessageId(BoutonsNonOuiAnnuler | IconeQuestion | DefautSecond, question)) {
+const TexteFixe& CZNDialog::QuestionFermer() const { return QuestionEnregistrerSaisie; }
+
+/// True when what was typed was saved or is to be given up.
+bool CZNDialog::EnregistreAvantFermer() {
+  switch (App().MessageId(BoutonsNonOuiAnnuler | IconeQuestion | DefautSecond, QuestionFermer())) {
     case RepOui:
       return QuitteChamps() && Enregistre();
     case RepNon:
@@ -418,12 +424,13 @@ void CZNDialog::accept() {
   }
   if (m_mode != Mode::Ajout) return QDialog::accept();
   Vide();
-  m_etat = Etat();
+  OublieSaisie();
   VersPremier();
 }
 
 void CZNDialog::reject() {
-  if (!m_occupe) QDialog::reject();
+  if (m_occupe) return;
+  if (m_mode != Mode::Ajout || !isVisible() || !Modifie() || EnregistreAvantFermer()) QDialog::reject();
 }
 
 void CZNDialog::VersVoisin(int pas, QWidget& bouton) {
@@ -436,7 +443,7 @@ void CZNDialog::VersVoisin(int pas, QWidget& bouton) {
   m_occupe = false;
   if (!va) return;
   Voisin(pas);
-  m_etat = Etat();
+  OublieSaisie();
   if (champ && !ChampCourant()) Focalise(*champ);
 }
 
@@ -495,8 +502,14 @@ void CZNDialog::showEvent(QShowEvent* evenement) {
   if (m_vue) return;
   m_vue = true;
   ChoisitToucheAide();
-  if (!focusWidget() || qobject_cast<QTabBar*>(focusWidget())) VersPremier();
-  m_etat = Etat();
+  auto* ok = findChild<QPushButton*>(u"ok"_s, Qt::FindDirectChildrenOnly);
+  auto* annuler = findChild<QPushButton*>(u"annuler"_s, Qt::FindDirectChildrenOnly);
+  // Where nothing can be saved no field looks as if it waited for something.
+  if (annuler && !(ok && ok->isEnabled()))
+    annuler->setFocus(Qt::OtherFocusReason);
+  else if (!focusWidget() || qobject_cast<QTabBar*>(focusWidget()))
+    VersPremier();
+  OublieSaisie();
 }
 
 }  // namespace fenlor

@@ -91,9 +91,11 @@ class CZNDialog : public QDialog {
   /// Leaves the current field as the OK button does, and refuses the first amount that cannot be read; false
   /// when a field was refused. `accept` asks it before `Enregistre`; whoever saves from elsewhere does too.
   bool QuitteChamps();
-  /// The question whether to save what was typed, before the form is closed: true when it was saved or is to
-  /// be given up. Escape on the question, and a save that failed, keep the form.
-  bool EnregistreAvantFermer(const TexteFixe& question);
+  /// Asked before a form in mode `Ajout` that holds what was typed (`Modifie`) is closed. Escape on it, and a
+  /// save that failed, keep the form.
+  virtual const TexteFixe& QuestionFermer() const;
+  /// The fields hold nothing that was typed: what stands in them is on disk, or was proposed.
+  void OublieSaisie() { m_etat = Etat(); }
   void Focalise(const char* nom) { Focalise(*this, nom); }
   /// Inputs disabled, texts still selectable, all of it greyed and yet easy to read. Nothing can be saved
   /// any more; to be called after `Boutons`.
@@ -114,6 +116,7 @@ class CZNDialog : public QDialog {
   void QuitteMontant(QWidget* de, const QWidget* vers);
   bool RefuseMontant(EditeurMontant& champ);
   bool ControleMontants();
+  bool EnregistreAvantFermer();
   void VersVoisin(int pas, QWidget& bouton);
   void VersPremier();
   QWidget* ChampCourant() const;  ///< null while a button below has the focus

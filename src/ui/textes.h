@@ -13,6 +13,9 @@ inline constexpr TexteFixe ErrMontantIllisible{3400,
     "\"%s\" ne peut pas être lu comme un nombre.\n\nÉcrivez par exemple 1250,50 ou 1 250,50 : rien "
     "n'a été enregistré."};
 
+// Questions
+inline constexpr TexteFixe QuestionEnregistrerSaisie{3341, "Faut-il enregistrer ce qui a été tapé ?"};
+
 // Titles
 inline constexpr TexteFixe FormatTitreErreur{5001, "%s - Erreur (%u)"};
 inline constexpr TexteFixe FormatTitreTexte{5002, "%s - Erreur"};

@@ -121,6 +121,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
     forme.setModal(false);
     forme.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&forme));
+    m_focus = forme.focusWidget() ? forme.focusWidget()->objectName() : QString();
     Note(forme);
     for (const CZNPage* page : forme.findChildren<CZNPage*>()) Note(*page);
     auto* onglets = forme.findChild<QTabWidget*>();
@@ -139,6 +140,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
     const auto* raison = forme.findChild<QLabel*>(u"raison"_s);
     ASSERT_TRUE(raison);
     EXPECT_EQ(raison->isVisibleTo(&forme), GetParam().cloture) << forme.metaObject()->className();
+    EXPECT_EQ(m_focus == u"annuler"_s, GetParam().cloture) << forme.metaObject()->className();
     const QColor fond = forme.findChild<QLineEdit*>()->palette().color(QPalette::Base);
     EXPECT_EQ(fond != QApplication::palette().color(QPalette::Base), GetParam().cloture)
         << forme.metaObject()->className();
@@ -161,6 +163,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
   void Session();
   void Programme();
 
+  QString m_focus;  ///< where a form opens
   u32 m_recette = 0, m_depense = 0, m_od = 0;
 };
 

@@ -121,14 +121,18 @@ void Singe::Pas() {
   if (m_attente < filePleine) Agit();
 }
 
-/// Escape, as long as something is open.
+/// Escape, as long as something is open; what was typed is given up.
 void Singe::Replie() {
-  if (QWidget* popup = QApplication::activePopupWidget())
+  if (QWidget* popup = QApplication::activePopupWidget()) {
     popup->close();
-  else if (auto* modale = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-    modale->reject();
-  else if (m_attente == 0)
+  } else if (auto* modale = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+    if (auto* non = modale->findChild<QAbstractButton*>(QStringLiteral("bouton%1").arg(RepNon)))
+      non->click();
+    else
+      modale->reject();
+  } else if (m_attente == 0) {
     return m_quitte();
+  }
   QTimer::singleShot(1, this, [this] { Replie(); });
 }
 

@@ -445,9 +445,41 @@ TEST_F(FormulaireTest, NeighbourIsShownAfterASave) {
   EXPECT_EQ(Focus(dialogue), "montant") << "the keys go on in the same field";
 }
 
+TEST_F(FormulaireTest, WhatWasTypedIsAskedAboutBeforeANewRecordIsLeft) {
+  const struct {
+    Mode mode;
+    const char16_t *libelle, *montant;
+    int reponse;  ///< 0: nothing is asked
+    bool reste;
+    std::size_t fiches;
+  } cas[] = {{Mode::Ajout, u"", u"", 0, false, 0},
+             {Mode::Ajout, u"", u"0,00", 0, false, 0},
+             {Mode::Modification, u"Loyer", u"", 0, false, 0},
+             {Mode::Ajout, u"Loyer", u"", RepAnnuler, true, 0},
+             {Mode::Ajout, u"Loyer", u"", RepNon, false, 0},
+             {Mode::Ajout, u"", u"12a", RepNon, false, 0},
+             {Mode::Ajout, u"Loyer", u"", RepOui, true, 0},
+             {Mode::Ajout, u"Loyer", u"8", RepOui, false, 1}};
+  for (const auto& c : cas) {
+    SCOPED_TRACE(&c - cas);
+    Boite.Oublie();
+    Boite.Reponses.assign(c.reponse ? 1 : 0, c.reponse);
+    CDialogEssai dialogue(Contexte, c.mode);
+    Montre(dialogue);
+    Tape(Trouve<QWidget>(dialogue, "montant"), QString::fromUtf16(c.montant));
+    Tape(Trouve<QWidget>(dialogue, "libelle"), QString::fromUtf16(c.libelle));
+    Boite.Erreurs.clear();
+    Touche(dialogue, Qt::Key_Escape);
+    EXPECT_EQ(Boite.Questions.size(), c.reponse ? 1u : 0u);
+    EXPECT_EQ(dialogue.isVisible(), c.reste);
+    EXPECT_EQ(dialogue.Fiches.size(), c.fiches);
+  }
+}
+
 TEST_F(FormulaireTest, ReadOnlyFormShowsAndTakesNothing) {
   CDialogEssai dialogue(Contexte, Mode::Consultation);
   Montre(dialogue);
+  EXPECT_EQ(Focus(dialogue), "annuler");
   VerifieFormulaire(dialogue);
   EXPECT_FALSE(dialogue.findChild<QPushButton*>(u"ok"_s));
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");

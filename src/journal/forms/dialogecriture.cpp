@@ -301,8 +301,6 @@ void CDialogEcriture::ActualiseEtat() {
   permet("ok", permis);
   permet("precedent", m_voisins.De(-1) != 0);
   permet("suivant", m_voisins.De(1) != 0);
-  if (permis || focusWidget()) return;
-  if (auto* annuler = findChild<QPushButton*>(u"annuler"_s)) annuler->setFocus(Qt::OtherFocusReason);
 }
 
 // ---------------------------------------------------------------- While typing
@@ -431,10 +429,7 @@ void CDialogEcriture::Vide() {
 
 bool CDialogEcriture::Modifie() const { return CZNDialog::Modifie() || m_tresorerie->Modifiee() || m_delie; }
 
-void CDialogEcriture::reject() {
-  if (!Ajout() || m_cloture || !m_ttc.Porte() || EnregistreAvantFermer(QuestionEnregistrer))
-    CZNDialog::reject();
-}
+const TexteFixe& CDialogEcriture::QuestionFermer() const { return QuestionEnregistrer; }
 
 void CDialogEcriture::done(int resultat) {
   m_ajoutLibelles->Ecrit();

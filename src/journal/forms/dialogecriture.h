@@ -31,12 +31,12 @@ class CDialogEcriture : public CZNDialog {
   /// Ends at once when the entry cannot be shown, which has been told.
   int exec() override;
   /// Of a new entry with an amount, asks whether to save it before.
-  void reject() override;
   void done(int resultat) override;
 
  protected:
   bool Enregistre() override;
   void Vide() override;
+  const TexteFixe& QuestionFermer() const override;
   void Voisin(int pas) override;
   bool Modifie() const override;
   void showEvent(QShowEvent* evenement) override;

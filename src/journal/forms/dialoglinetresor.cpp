@@ -51,7 +51,6 @@ CDialogLineTresor::CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes,
   for (QWidget* champ : {static_cast<QWidget*>(&m_tresorerie), static_cast<QWidget*>(&m_montant)})
     PermetChamp(*champ, false);
   m_paiement.Permet(false);
-  if (auto* annuler = findChild<QPushButton*>(u"annuler"_s)) annuler->setFocus(Qt::OtherFocusReason);
 }
 
 void CDialogLineTresor::Declare() {

@@ -228,7 +228,8 @@ void CDialogMouvement::Force() {
 
 bool CDialogMouvement::Modifie() const {
   if (Verrouillee() && (!m_forcee || m_validee == m_etaitValidee)) return false;
-  return m_modifiee || m_forcee || CZNDialog::Modifie();
+  const bool nouvelle = m_ouverture.mouvement == 0;
+  return (nouvelle ? !m_lignes.lignes.empty() : m_modifiee || m_forcee) || CZNDialog::Modifie();
 }
 
 bool CDialogMouvement::Enregistre() {
@@ -262,9 +263,6 @@ void CDialogMouvement::Vide() {
   MontreLignes();
 }
 
-void CDialogMouvement::reject() {
-  const bool nouvelles = m_ouverture.mouvement == 0 && !m_lignes.lignes.empty() && m_modifiee;
-  if (!nouvelles || EnregistreAvantFermer(QuestionEnregistrer)) CZNDialog::reject();
-}
+const TexteFixe& CDialogMouvement::QuestionFermer() const { return QuestionEnregistrer; }
 
 }  // namespace fenlor

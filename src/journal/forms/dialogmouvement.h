@@ -26,11 +26,11 @@ class CDialogMouvement : public CZNDialog {
   u32 Montree() const { return m_ouverture.mouvement; }  ///< entry shown, 0 for a new one
   /// Ends at once when there is no such entry, which has been told.
   int exec() override;
-  void reject() override;
 
  protected:
   bool Enregistre() override;
   void Vide() override;
+  const TexteFixe& QuestionFermer() const override;
   void Voisin(int pas) override;
   bool Modifie() const override;
 

@@ -87,9 +87,7 @@ void CDialogVirement::accept() {
   if (m_enregistre) Focalise(m_de);
 }
 
-void CDialogVirement::reject() {
-  if (!m_montant.Porte() || EnregistreAvantFermer(QuestionEnregistrerVirement)) CZNDialog::reject();
-}
+const TexteFixe& CDialogVirement::QuestionFermer() const { return QuestionEnregistrerVirement; }
 
 bool CDialogVirement::Enregistre() {
   SaisieVirement saisie;

@@ -18,11 +18,11 @@ class CDialogVirement : public CZNDialog {
  public Q_SLOTS:
   void accept() override;
   /// An amount that was typed is asked for; the answer yes saves it first.
-  void reject() override;
 
  protected:
   bool Enregistre() override;
   void Vide() override;
+  const TexteFixe& QuestionFermer() const override;
 
  private:
   void Declare();

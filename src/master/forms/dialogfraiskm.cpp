@@ -223,6 +223,7 @@ void CDialogFraisKm::Supprime() {
   FicheFraisKm fiche = Lit();
   if (!SupprimeFraisKm(App(), fiche)) return;
   Montre(fiche);
+  OublieSaisie();
   ChangeMode();
 }
 

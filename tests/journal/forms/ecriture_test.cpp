@@ -202,9 +202,15 @@ TEST_F(FormeEcriture, LaMonnaieGardeLesChiffres) {
 
 // --------------------------------------------------------------- Cancel, unlocking
 
-TEST_F(FormeEcriture, FermerDemandeSiLEcritureAUnMontant) {
+TEST_F(FormeEcriture, FermerDemandeSiQuelqueChoseEstTape) {
   Montre(Ouverture(JournalRecettes))->reject();
   EXPECT_THAT(Boite.NumerosQuestions(), IsEmpty());
+  auto sansMontant = Montre(Ouverture(JournalRecettes));
+  Tape(*Champ<QLineEdit>(*sansMontant, "code"), u"HONOR"_s);
+  QTest::keyClick(sansMontant->focusWidget(), Qt::Key_Escape);
+  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3317});
+  EXPECT_TRUE(sansMontant->isVisible());
+  Boite.Oublie();
 
   auto f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
   Boite.Reponses = {RepNon};
@@ -279,6 +285,7 @@ TEST_F(FormeEcriture, ExerciceClos) {
   auto f = Montre(Ouverture(JournalRecettes, m));
   for (const char* nom : {"jour", "code", "libelle", "ttc", "euro", "simplifiee", "ok"})
     EXPECT_FALSE(Permis(*f, nom)) << nom;
+  EXPECT_EQ(Focus(*f), "annuler");
   QWidget& liste = *Champ(*f, "lignes");
   Va(liste);
   QTest::keyClick(&liste, Qt::Key_Insert);
@@ -439,6 +446,7 @@ TEST_F(FormeEcriture, LibelleAjouteALaListe) {
   Tape(*Champ(*f, "libelle"), u"@"_s);
   QTest::keyClick(Champ(*f, "libelle"), Qt::Key_L, Qt::ControlModifier);
   EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3352});
+  Boite.Reponses = {RepNon};
   f->reject();
   std::vector<std::string> libelles;
   ASSERT_TRUE(LitLibelles(App(), libelles));

@@ -251,7 +251,7 @@ TEST_F(FormeOD, Fermer) {
     bool fermee;
     u32 derniere;
   } cas[] = {
-      {"sans ligne", false, 0, {}, true, 0},
+      {"un libellé", false, RepAnnuler, {QuestionEnregistrer}, false, 0},
       {"non", true, RepNon, {QuestionEnregistrer}, true, 0},
       {"oui, refusée", true, RepOui, {QuestionEnregistrer, QuestionNonEquilibree}, false, 0},
   };
@@ -397,6 +397,7 @@ TEST_F(FormeOD, CeQuiEstPermis) {
     CDialogMouvement f(Ui, Existante(mouvement));
     Montre(f);
     const bool libre = !c.validee && !c.liee && !c.close;
+    EXPECT_EQ(Focus(f), libre ? "date" : "annuler");
     Lignes(f).SelectionneLigne(0);
     for (const char* nom : {"ajouter", "modifier", "supprimer", "date", "libelle", "ok"})
       EXPECT_EQ(Ouvert(f, nom), libre) << nom;
