@@ -1,5 +1,6 @@
 #include "app/singe.h"
 
+#include <QAbstractButton>
 #include <QAbstractPrintDialog>
 #include <QAction>
 #include <QApplication>
