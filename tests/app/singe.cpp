@@ -124,17 +124,17 @@ void Singe::Pas() {
 
 /// Escape, as long as something is open; what was typed is given up.
 void Singe::Replie() {
-  if (QWidget* popup = QApplication::activePopupWidget()) {
-    popup->close();
-  } else if (auto* modale = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-    if (auto* non = modale->findChild<QAbstractButton*>(QStringLiteral("bouton%1").arg(RepNon)))
-      non->click();
-    else
-      modale->reject();
-  } else if (m_attente == 0) {
-    return m_quitte();
-  }
+  QWidget* popup = QApplication::activePopupWidget();
+  auto* modale = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (!popup && !modale && m_attente == 0) return m_quitte();
+  // Before: a form may ask, and wait for the answer, inside its own rejection.
   QTimer::singleShot(1, this, [this] { Replie(); });
+  if (popup) {
+    popup->close();
+  } else if (modale) {
+    auto* non = modale->findChild<QAbstractButton*>(QStringLiteral("bouton%1").arg(RepNon));
+    non ? non->click() : modale->reject();
+  }
 }
 
 void Singe::Agit() {

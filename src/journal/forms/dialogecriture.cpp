@@ -146,6 +146,10 @@ void CDialogEcriture::DeclareMontants(Formulaire& formulaire) {
       .SurDepart([this] { MontreMontants(true); })
       .Champ(u"Personnelle :"_s, m_personnelle, "personnelle")
       .FinGroupe();
+  for (EditeurMontant* saisi : {&m_ttc, &m_professionnelle})
+    connect(saisi, &QLineEdit::textEdited, this, [this, saisi] {
+      if (saisi->Refus() != 0) MontreMontants(saisi == &m_ttc);
+    });
   Astuce(m_ttc, &MontantsSaisie::ttc);
   Astuce(m_tva, &MontantsSaisie::tva);
   Astuce(m_ht, &MontantsSaisie::ht);
@@ -180,7 +184,8 @@ void CDialogEcriture::Astuce(QWidget& champ, f64 MontantsSaisie::*montant) {
   AstuceAutreMonnaie(
       champ, App(),
       [this, montant]() -> std::optional<f64> {
-        if (m_montants.*montant == 0) return std::nullopt;
+        if (m_montants.*montant == 0 || m_ttc.Refus() != 0 || m_professionnelle.Refus() != 0)
+          return std::nullopt;
         return m_montants.*montant;
       },
       [this] { return m_monnaie.Euro(); });
@@ -260,16 +265,19 @@ void CDialogEcriture::MontreCompte(const std::string& compte) {
   m_libelle.ProposeDernier(DernierLibelle(App(), m_ouverture.journal, compte));
 }
 
-/// The figures under T.T.C.; `partPro`: that of the professional share too, which is not being typed.
+/// The figures under T.T.C.; `partPro`: that of the professional share too, which is not being typed. What
+/// follows from an amount that cannot be read is blank.
 void CDialogEcriture::MontreMontants(bool partPro) {
   const Parametres& reglages = App().Reglages;
   const auto texte = [&](f64 montant) {
     return FormatSaisie(montant, 2, reglages.ZeroDansBoite(), reglages.SeparateurDecimal());
   };
-  if (partPro) m_professionnelle.Pose(m_montants.professionnel);
-  m_personnelle.Pose(texte(m_montants.personnel));
-  m_ht.Pose(texte(m_montants.ht));
-  m_tva.Pose(texte(m_montants.tva));
+  const bool ttc = m_ttc.Refus() == 0;
+  if (partPro) ttc ? m_professionnelle.Pose(m_montants.professionnel) : m_professionnelle.clear();
+  const bool lisible = ttc && m_professionnelle.Refus() == 0;
+  m_personnelle.Pose(lisible ? texte(m_montants.personnel) : std::string{});
+  m_ht.Pose(lisible ? texte(m_montants.ht) : std::string{});
+  m_tva.Pose(lisible ? texte(m_montants.tva) : std::string{});
   m_taux.Pose(m_montants.taux > 0 ? texte(m_montants.taux) : std::string{});
 }
 

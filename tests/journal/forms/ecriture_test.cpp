@@ -153,7 +153,17 @@ TEST_F(FormeEcriture, UnCodeInconnuRepasseAuCode) {
 }
 
 TEST_F(FormeEcriture, UnMontantQuiNeSeLitPasGardeLaForme) {
-  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"120+30"_s);
+  auto depense = Remplie(JournalDepenses, u"6063"_s, u"120"_s);
+  EXPECT_EQ(Lu(*depense, "ht"), u"100,33"_s);
+  Tape(*Champ<QLineEdit>(*depense, "professionnelle"), u"12a"_s);
+  for (const char* nom : {"ht", "tva", "personnelle"}) EXPECT_EQ(Lu(*depense, nom), QString()) << nom;
+  Tape(*Champ<QLineEdit>(*depense, "professionnelle"), u"60"_s);
+  EXPECT_EQ(Lu(*depense, "personnelle"), u"60,00"_s);
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"120"_s);
+  Tape(*Champ<QLineEdit>(*f, "ttc"), u"120+30"_s);
+  for (const char* nom : {"ht", "tva", "personnelle", "professionnelle"})
+    EXPECT_EQ(Lu(*f, nom), QString()) << nom << ": not what followed from 120";
+  Boite.Oublie();
   Boite.Defaut = RepOui;
   f->reject();
   EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3317}) << "something was typed";
