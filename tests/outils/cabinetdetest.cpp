@@ -12,8 +12,10 @@
 
 namespace fenlor::test {
 
-DossierTemporaire::DossierTemporaire() {
-  m_chemin = (std::filesystem::temp_directory_path() / "fenlor-test-XXXXXX").string();
+DossierTemporaire::DossierTemporaire(bool enMemoire) {
+  const std::filesystem::path memoire = "/dev/shm";
+  const bool la = enMemoire && std::filesystem::is_directory(memoire);
+  m_chemin = ((la ? memoire : std::filesystem::temp_directory_path()) / "fenlor-test-XXXXXX").string();
   if (!mkdtemp(m_chemin.data())) std::abort();
 }
 

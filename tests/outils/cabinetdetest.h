@@ -15,15 +15,17 @@
 
 namespace fenlor::test {
 
-/// A directory under the system's temporary one, removed with the object.
+/// A directory under the system's temporary one, removed with the object. `enMemoire`: where the system keeps
+/// files in memory, for tests that make thousands of them, none of which has to outlive the machine.
 class DossierTemporaire {
  public:
-  DossierTemporaire();
+  explicit DossierTemporaire(bool enMemoire = false);
   ~DossierTemporaire();
   DossierTemporaire(const DossierTemporaire&) = delete;
   DossierTemporaire& operator=(const DossierTemporaire&) = delete;
 
   const std::string& Chemin() const { return m_chemin; }
+  std::string operator/(const std::string& nom) const { return m_chemin + "/" + nom; }
 
  private:
   std::string m_chemin;

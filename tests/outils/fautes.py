@@ -103,15 +103,14 @@ class Copie:
         return "it does not build: " + plainte if etat else ""
 
     def echoues(self, tests):
-        """The tests that failed, of these."""
-        noms = []
+        """The tests that failed, of the first of these binaries in which one did."""
         for binaire, filtre in tests:
             etat, dit = self.lance(f"build/rapide/bin/{binaire}", "--gtest_filter=" + filtre, "--gtest_brief=1",
                                    delai=DELAI)
             if etat:
                 vus = re.findall(r"^\[  FAILED  \] ([^\n,]*?)(?:,| \(|$)", dit, re.M)
-                noms += sorted(set(vus)) or [f"{binaire} stopped"]
-        return noms
+                return sorted(set(vus)) or [f"{binaire} stopped"]
+        return []
 
     def premier_echec(self):
         """The first test of the whole suite that fails, or nothing."""

@@ -67,20 +67,6 @@ std::vector<std::vector<std::string>> Rangees(const std::string& texte, const st
   return rangees;
 }
 
-i64 Centimes(const std::string& montant) {
-  const bool debit = montant.starts_with("D ");
-  const i64 valeur = std::llround(TexteVersMontant(debit ? montant.substr(2) : montant) * 100);
-  return debit ? -valeur : valeur;
-}
-
-/// What stands in the column that begins with `code`, in cents.
-i64 Colonne(const std::string& ligne, const std::string& code) {
-  const std::size_t debut = ligne.find(code);
-  if (debut == std::string::npos) return 0;
-  const std::size_t place = debut + code.size();
-  return Centimes(ligne.substr(place, ligne.find('\\', place) - place));
-}
-
 std::vector<std::string> LignesAvec(const std::string& texte, const std::string& contient) {
   std::vector<std::string> lignes;
   std::istringstream flux(texte);
@@ -248,171 +234,6 @@ TEST_F(GrandsLivres, Buckets) {
   EXPECT_THAT(Rangees(texte, "Total:")[0], ElementsAre("Total:", "45,00 €", "45,00 €"));
 }
 
-struct LigneAttendue {
-  std::string compte, designation;
-  u32 numero;
-  Date date;
-  bool credit;
-  i64 franc, euro;
-};
-
-/// Entries at random over some accounts, two years wide apart in amounts; and what was written.
-class LivresAuHasard : public GrandsLivres {
- protected:
-  void Remplit(unsigned graine, unsigned ecritures) {
-    std::mt19937 hasard(graine);
-    const auto tire = [&](unsigned n) { return static_cast<unsigned>(hasard() % n); };
-    const u32 plan = Magasin().OpenPlan({}), journal = Magasin().OpenJournal({});
-    QVAPI::Unite unite(Magasin());
-    for (unsigned i = 0; i < ecritures; ++i) {
-      const bool recette = tire(2);
-      const char* compte = recette ? (tire(2) ? "706" : "707") : (tire(2) ? "606" : "613");
-      const f64 montant = (1 + tire(100000)) / 100.0 * (tire(8) ? 1 : -1);
-      Ajoute(recette ? JournalRecettes : JournalDepenses, Le(1 + tire(28), 1 + tire(12)), compte, montant,
-             tire(3) ? 0 : Arrondi2(montant / 6), tire(3) ? 0 : Arrondi2(montant / 4),
-             tire(2) ? "512" : "531", "x");
-    }
-    ASSERT_TRUE(unite.Valide());
-    ASSERT_TRUE(Magasin().ClosePlan(plan) && Magasin().CloseJournal(journal));
-    CLines lignes(App(), {});
-    ASSERT_TRUE(lignes.OpenFile());
-    ASSERT_TRUE(Magasin().QVParcours(lignes.NumFichier, [this](Position, const void* rec) {
-      const Line& l = *static_cast<const Line*>(rec);
-      Lignes.push_back({Magasin().GetShortCompte(LitTexte(l.Compte)), VersUtf8(LitTexte(l.Designation)),
-                        l.Ligne, l.DateLigne, l.Sens != 0, std::llround(l.MontantFranc * 100),
-                        std::llround(l.MontantEuro * 100)});
-      return true;
-    }));
-  }
-  /// Debit and credit of an account within a period, in cents of Euro.
-  std::pair<i64, i64> Somme(const std::string& compte, Date du, Date au) const {
-    std::pair<i64, i64> somme;
-    for (const LigneAttendue& l : Lignes)
-      if (l.compte == compte && l.date >= du && l.date <= au)
-        (l.credit ? somme.second : somme.first) += l.euro;
-    return somme;
-  }
-
-  std::vector<LigneAttendue> Lignes;
-};
-
-TEST_F(LivresAuHasard, LedgerIsTheBalance) {
-  for (const unsigned graine : {1u, 2u, 3u}) {
-    Lignes.clear();
-    Installe(graine == 2 ? AffichageLivre::Double : AffichageLivre::Euro, false);
-    Remplit(graine, 200);
-    const bool deux = graine == 2;
-    const std::string texte = Texte<CEtatGrandLivreDoc>();
-    std::map<std::string, std::pair<i64, i64>> comptes, mois, rangees;
-    std::string compte;
-    std::istringstream flux(texte);
-    for (std::string ligne; std::getline(flux, ligne);) {
-      const std::pair montants{Colonne(ligne, deux ? "\\R097" : "\\R077"),
-                               Colonne(ligne, deux ? "\\R144" : "\\R097")};
-      const auto ajoute = [&](auto& sommes) {
-        sommes[compte].first += montants.first;
-        sommes[compte].second += montants.second;
-      };
-      if (const auto tete = Rangees(ligne, "Compte de");
-          !tete.empty() || ligne.find("Autre compte") != std::string::npos) {
-        const std::string numero = Rangees(ligne, "ompte")[0][1];
-        compte = numero.substr(0, numero.find(' '));
-      } else if (ligne.find("Total du mois") != std::string::npos) {
-        ajoute(mois);
-      } else if (ligne.find("Total :") != std::string::npos) {
-        ajoute(comptes);
-        if (!deux) {
-          EXPECT_EQ(Colonne(ligne, "\\R117") - Colonne(ligne, "\\R144"), montants.first - montants.second);
-          EXPECT_EQ(std::min(Colonne(ligne, "\\R117"), Colonne(ligne, "\\R144")), 0);
-        }
-      } else if (ligne.find("/2") != std::string::npos && ligne.find("\\T030") != std::string::npos) {
-        ajoute(rangees);
-      }
-    }
-    ASSERT_EQ(comptes.size(), 9u);
-    for (const auto& [numero, somme] : comptes) {
-      SCOPED_TRACE(numero);
-      EXPECT_EQ(somme, Somme(numero, 0, ~0u));
-      const Plan plan = LitCompte(numero);
-      EXPECT_EQ(somme, (std::pair{i64{std::llround(plan.DebitEuro * 100)},
-                                  i64{std::llround(plan.CreditEuro * 100)}}));
-      EXPECT_EQ(somme, rangees[numero]);
-      if (mois.contains(numero)) {
-        EXPECT_EQ(somme, mois[numero]);
-      }
-    }
-    EXPECT_GE(mois.size(), 7u);
-    Magasin().QVCloseExercice();
-    ASSERT_TRUE(Magasin().QVDeleteExercice(Annee));
-  }
-}
-
-TEST_F(LivresAuHasard, ExtractIsTheLinesOfTheAccount) {
-  Installe(AffichageLivre::Double, false);
-  Remplit(7, 150);
-  const Date du = Le(10, 3), au = Le(20, 9);
-  for (const std::string compte : {"4451", "512", "706", "108", "658"}) {
-    SCOPED_TRACE(compte);
-    std::multiset<std::tuple<std::string, u32, i64, i64>> attendues, lues;
-    for (const LigneAttendue& l : Lignes)
-      if (l.compte == compte && l.date >= du && l.date <= au)
-        attendues.emplace(StrDate(l.date), l.numero, l.credit ? l.franc : -l.franc,
-                          l.credit ? l.euro : -l.euro);
-    const std::string texte = Texte<CEtatExtraitDoc>([&](CriteresEtat& c) {
-      c.compte = QVAPI::GetLongCompte(compte);
-      c.du = du;
-      c.au = au;
-      c.affichage = AffichageMontant;
-    });
-    std::string avant;
-    for (const std::string& ligne : LignesAvec(texte, "\\T013")) {
-      const auto cellules = Rangees(ligne, "")[0];
-      lues.emplace(cellules[1], static_cast<u32>(std::stoul(cellules[0])), Colonne(ligne, "\\R117"),
-                   Colonne(ligne, "\\R144"));
-      const std::string jour = StrSDate(GetDate(cellules[1]));
-      EXPECT_LE(avant, jour);
-      avant = jour;
-    }
-    EXPECT_EQ(lues, attendues);
-    const auto somme = Somme(compte, du, au);
-    EXPECT_EQ(Colonne(LignesAvec(texte, "Total :")[0], "\\R144"), somme.second - somme.first);
-  }
-}
-
-TEST_F(LivresAuHasard, CentralisationKeepsTheSums) {
-  Installe(AffichageLivre::Double, false);
-  Remplit(11, 300);
-  const auto sommes = [](const std::string& texte, const std::string& quoi) {
-    std::vector<std::array<i64, 4>> toutes;
-    for (const std::string& l : LignesAvec(texte, quoi))
-      toutes.push_back(
-          {Colonne(l, "\\R099"), Colonne(l, "\\R114"), Colonne(l, "\\R129"), Colonne(l, "\\R144")});
-    return toutes;
-  };
-  const auto texte = [this](int centralisation) {
-    return Texte<CEtatDetailDoc>([=](CriteresEtat& c) {
-      c.genre = EtatRecettes;
-      c.centralisation = centralisation;
-    });
-  };
-  const std::string detail = texte(Detaillee);
-  const auto mois = sommes(detail, "Total Mois"), total = sommes(detail, "Total:");
-  ASSERT_EQ(mois.size(), 12u);
-  std::array<i64, 4> addition{};
-  for (const auto& m : mois)
-    for (std::size_t i = 0; i < 4; ++i) addition[i] += m[i];
-  EXPECT_THAT(total, ElementsAre(addition));
-  for (const int centralisation : {ParJour, ParSemaine, ParMois}) {
-    const std::string central = texte(centralisation);
-    EXPECT_EQ(sommes(central, "Total Mois"), mois) << centralisation;
-    EXPECT_EQ(sommes(central, "Total:"), total) << centralisation;
-    std::array<i64, 4> rangees{};
-    for (const auto& r : sommes(central, "\\N001"))
-      for (std::size_t i = 0; i < 4; ++i) rangees[i] += r[i];
-    EXPECT_EQ(rangees, addition) << centralisation;
-  }
-}
-
 TEST_F(GrandsLivres, LongAndOddLabels) {
   Installe(AffichageLivre::Double, false);
   const std::string longue(80, 'W');
@@ -464,20 +285,10 @@ class LivresSurDisqueFautif : private DisqueFautif, public GrandsLivres {
   using DisqueFautif::Disque;
 };
 
-TEST_F(LivresSurDisqueFautif, FailedWritesLeaveNoReport) {
+TEST_F(LivresSurDisqueFautif, WorkFileThatFails) {
   Installe(AffichageLivre::Euro);
   const TemporaireAPart temporaire;
   const auto parMois = [](CriteresEtat& c) { c.centralisation = ParMois; };
-  Disque.SurChemin("/FNL");
-  for (const unsigned genre : {SystemeFautif::Ecriture, SystemeFautif::Ouvertures})
-    for (unsigned k = 1; k <= 2; ++k) {
-      Boite.Oublie();
-      Disque.Programme(k, ENOSPC, genre);
-      EXPECT_FALSE(Construit<CEtatGrandLivreDoc>()) << genre << " " << k;
-      EXPECT_EQ(Boite.Erreurs.size(), 1u) << genre << " " << k;
-      Disque.Repare();
-      EXPECT_EQ(temporaire.Nombre(), 0u);
-    }
   // Of the work file: without it the report lacks the centralised rows, without a word; one that
   // takes no more rows is a failure.
   Disque.SurChemin("Central.qvd");

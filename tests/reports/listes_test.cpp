@@ -69,63 +69,6 @@ TEST_F(Listes, CommeEnEuroAvecLesDeuxMonnaies) {
   VerifieComptes("euro");
 }
 
-/// The last field of each line that has it, by what stands at column 10 or 5.
-std::map<std::string, std::string> Dernieres(CEtatDoc& etat) {
-  std::map<std::string, std::string> soldes;
-  std::istringstream texte(VersUtf8(test::TexteEtat(etat)));
-  for (std::string ligne; std::getline(texte, ligne);) {
-    const std::size_t debut = ligne.find("\\T017"), fin = ligne.find("\\T027"), r = ligne.rfind("\\R144");
-    if (r == std::string::npos) continue;
-    const std::string cle = debut == std::string::npos ? "total" : ligne.substr(debut + 5, fin - debut - 5);
-    soldes[cle] = ligne.substr(r + 5, ligne.find("\\L", r) - r - 5);
-  }
-  return soldes;
-}
-
-f64 Lu(std::string texte) {
-  const bool debit = texte.starts_with("D ");
-  if (debit) texte.erase(0, 2);
-  return TexteVersMontant(texte) * (debit ? -1 : 1);
-}
-
-TEST_F(Listes, SommesDesLignesDuJournal) {
-  Installe(AffichageLivre::Euro);
-  std::mt19937 hasard(77);
-  {
-    QVAPI::Unite unite(Magasin());
-    for (unsigned n = 0; n < 60; ++n) {
-      const bool recette = hasard() % 2;
-      Ajoute(recette ? JournalRecettes : JournalDepenses, Le(1 + hasard() % 28, 1 + hasard() % 12),
-             recette ? "706" : "613", (1 + hasard() % 90000) / 100.0, 0, 0, hasard() % 3 ? "512" : "531",
-             "Essai");
-    }
-    ASSERT_TRUE(unite.Valide());
-  }
-  std::map<std::string, f64> soldes;
-  f64 tresorerie = -1000, tous = -1000;
-  soldes["512"] = -1000;
-  CLines lignes(App(), App().PathExercice);
-  ASSERT_TRUE(lignes.OpenFile());
-  for (bool b = lignes.First(0); b; b = lignes.Next(0)) {
-    const Line& l = *lignes.Rec;
-    const f64 montant = l.Sens ? l.MontantEuro : -l.MontantEuro;
-    soldes[Magasin().GetShortCompte(LitTexte(l.Compte))] += montant;
-    tous += montant;
-    if (l.TypeCompte == Tresorerie) tresorerie += montant;
-  }
-  lignes.CloseFile();
-  const auto plan = Fait("plan-comptable"), banques = Fait("tresorerie");
-  ASSERT_TRUE(plan->OnNewDocument() && banques->OnNewDocument());
-  const auto imprimes = Dernieres(*plan);
-  for (const auto& [compte, solde] : soldes) {
-    ASSERT_TRUE(imprimes.contains(compte)) << compte;
-    EXPECT_NEAR(Lu(imprimes.at(compte)), solde, 0.001) << compte;
-  }
-  EXPECT_NEAR(Lu(imprimes.at("total")), tous, 0.001);
-  EXPECT_NEAR(Lu(Dernieres(*banques).at("total")), tresorerie, 0.001);
-  EXPECT_EQ(Dernieres(*banques).at("512"), imprimes.at("512")) << "both lists show the same columns";
-}
-
 TEST_F(Listes, TextesQuiDepassent) {
   Installe(AffichageLivre::Euro);
   for (const char* compte : {"706", "512"})

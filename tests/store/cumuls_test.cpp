@@ -50,20 +50,6 @@ TEST(Cumuls, UnTotalHorsLimiteEstRefuse) {
   EXPECT_EQ(livres->QVNumberOfKey(75), 2u);
 }
 
-TEST(Cumuls, LOrdreNeChangeRien) {
-  // Three thirds of a cent story: 0.1 + 0.2 + 0.3 in any order, and back to nothing.
-  Livres livres;
-  const std::string ex = livres.Exercice();
-  std::vector<u32> mouvements;
-  for (const f64 montant : {0.1, 0.2, 0.3, 1e10 + 0.07, -0.3}) {
-    EcrSimple rec = EcritureSimple(JournalRecettes, Mars15, "7060000000", montant, montant, 0);
-    mouvements.push_back(livres->AddEcrSimple(ex, rec));
-  }
-  for (const std::size_t i : {3u, 0u, 4u}) ASSERT_TRUE(livres->RemoveMouvements(ex, mouvements[i]));
-  EXPECT_EQ(+livres.Compte("7060000000").CreditEuro, 0.5);
-  EXPECT_EQ(+livres.Compte("7060000000").DebitEuro, 0);
-}
-
 /// Five entries that each count differently.
 void RemplitJournal(Livres& livres) {
   const std::string ex = livres.Exercice();
@@ -81,23 +67,6 @@ void RemplitJournal(Livres& livres) {
   validee.Validee = 1;
   livres->AddLines(ex, validee);
   livres->AddLines(ex, LigneOD(10, Mars15, "5800000000", true, 1));
-}
-
-TEST(CalculCompta, CompteLesEcritures) {
-  Livres livres;
-  RemplitJournal(livres);
-  Statistiques s;
-  std::memset(&s, 0xFF, sizeof s);
-  ASSERT_TRUE(livres->QVCalculCompta("2003", s));
-  EXPECT_EQ(+s.NbRecettes, 2u);
-  EXPECT_EQ(+s.NbDepenses, 1u);
-  EXPECT_EQ(+s.NbOD, 2u);
-  EXPECT_EQ(+s.NbRapprochees, 1u);
-  EXPECT_EQ(+s.NbPointees, 1u);
-  EXPECT_EQ(+s.NbRemises, 1u);
-  EXPECT_EQ(+s.NbValidees, 2u);
-  EXPECT_EQ(+s.NbNonRapprochees, 2u);
-  for (const u32 reserve : s.Reserve12) EXPECT_EQ(reserve, 0u);
 }
 
 TEST(CalculCompta, RefaitLesTotauxDepuisLesLignes) {

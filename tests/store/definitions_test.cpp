@@ -143,45 +143,6 @@ TEST(Definitions, KeysOfBankOperations) {
   }
 }
 
-TEST(Definitions, KeysOfJournalLines) {
-  Tirage t(4);
-  for (int i = 0; i < Tours; ++i) {
-    Line r = t.Vide<Line>();
-    t.Texte(r.Compte), t.Texte(r.Piece);
-    r.Journal = t.Petit();
-    r.Date = t.UneDate(), r.DateLigne = t.UneDate();
-    r.Mouvement = t.Nombre(), r.Rang = t.Nombre(), r.Ligne = t.Nombre(), r.LienId = t.Nombre(),
-    r.Reserve134 = t.Nombre();
-    const std::string texteCompte = LitTexte(r.Compte), textePiece = LitTexte(r.Piece);
-    const std::string textesDates[] = {StrSDate(r.Date), StrSDate(r.DateLigne)};
-    const char *compte = texteCompte.c_str(), *date = textesDates[0].c_str(),
-               *dateLigne = textesDates[1].c_str();
-    const unsigned journal = static_cast<u16>(r.Journal);
-    const std::string attendues[] = {
-        Imprime("%1u%-8.8s%010u%010u%-10.10s%010u", journal, date, r.Mouvement, r.Rang, compte, r.Ligne),
-        Imprime("%1u%-10.10s%-8.8s%010u%010u%010u", journal, compte, date, r.Mouvement, r.Rang, r.Ligne),
-        Imprime("%-10.10s%-8.8s%010u%010u%1u%010u", compte, dateLigne, r.Mouvement, r.Rang, journal, r.Ligne),
-        Imprime("%-8.8s%-10.10s%010u%010u%1u%010u", dateLigne, compte, r.Mouvement, r.Rang, journal, r.Ligne),
-        Imprime("%010u%010u%1u%010u", r.Mouvement, r.Rang, journal, r.Ligne),
-        Imprime("%-9.9s%010u%010u%010u%010u%1u%010u", textePiece.c_str(), r.LienId, r.Reserve134, r.Mouvement,
-                r.Rang, journal, r.Ligne),
-    };
-    const unsigned donne = static_cast<unsigned>(r.Journal);
-    const std::string faites[] = {
-        MakeJournalKey1(donne, r.Date, r.Mouvement, r.Rang, compte, r.Ligne),
-        MakeJournalKey2(donne, compte, r.Date, r.Mouvement, r.Rang, r.Ligne),
-        MakeJournalKey3(compte, r.DateLigne, r.Mouvement, r.Rang, donne, r.Ligne),
-        MakeJournalKey4(r.DateLigne, compte, r.Mouvement, r.Rang, donne, r.Ligne),
-        MakeJournalKey5(r.Mouvement, r.Rang, donne, r.Ligne),
-        MakeJournalKey6(textePiece, r.LienId, r.Reserve134, r.Mouvement, r.Rang, donne, r.Ligne),
-    };
-    for (unsigned k = 0; k < 6; ++k) {
-      ASSERT_EQ(Compose(FichierJournal, k, &r), attendues[k]) << k;
-      ASSERT_EQ(faites[k], attendues[k]) << k;
-    }
-  }
-}
-
 TEST(Definitions, KeysOfAssets) {
   Tirage t(5);
   for (int i = 0; i < Tours; ++i) {

@@ -61,29 +61,6 @@ TEST(Ecritures, EnTeteReecritPartout) {
   EXPECT_EQ(livres->GetFreeJournalLine(ex, 1, "", FaitDate(1, 2, 2003)), 10u);
 }
 
-TEST(Ecritures, MarquesDeLEntree) {
-  Livres livres;
-  const std::string ex = livres.Exercice();
-  EcrSimple rec = EcritureSimple(JournalRecettes, Mars15, "7060000000", 10, 4, 0);
-  const u32 mouvement = livres->AddEcrSimple(ex, rec);
-  Mouvement enTete{};
-  ASSERT_TRUE(livres->ValidEcrSimple(ex, mouvement, 1));
-  livres->ReadMouvements(ex, mouvement, enTete);
-  EXPECT_EQ(+enTete.Validee, 1u);
-  // One line taken back: the entry is no longer validated.
-  const Position premiere = livres->LignesMouvement(ex, mouvement)[0];
-  Line ligne{};
-  ASSERT_TRUE(livres->ReadLines(ex, premiere, ligne));
-  ligne.Validee = 0;
-  ligne.Pointee = 1;
-  ASSERT_TRUE(livres->UpdateLines(ex, premiere, ligne));
-  livres->ReadMouvements(ex, mouvement, enTete);
-  EXPECT_EQ(+enTete.Validee, 0u);
-  EXPECT_EQ(+enTete.Pointee, 1u);
-  ASSERT_TRUE(livres->ReverseMarkMouvements(ex, mouvement));
-  for (const Line& l : livres.Lignes(mouvement)) EXPECT_EQ(+l.Pointee, 0u);
-}
-
 TEST(Ecritures, NumerosLibres) {
   Livres livres;
   const std::string ex = livres.Exercice();

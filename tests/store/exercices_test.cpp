@@ -306,27 +306,6 @@ struct Panne {
 
 class PannesExercice : public testing::TestWithParam<Panne> {};
 
-/// A temporary directory in memory where the system has one: thousands of files
-/// are made and removed here, and none has to outlive the machine.
-class DossierVolatil {
- public:
-  DossierVolatil()
-      : m_chemin((fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string()) +
-                 "/fenlor-XXXXXX") {
-    EXPECT_NE(mkdtemp(m_chemin.data()), nullptr);
-  }
-  ~DossierVolatil() {
-    std::error_code erreur;
-    fs::remove_all(m_chemin, erreur);
-  }
-  DossierVolatil(const DossierVolatil&) = delete;
-  DossierVolatil& operator=(const DossierVolatil&) = delete;
-  const std::string& Chemin() const { return m_chemin; }
-
- private:
-  std::string m_chemin;
-};
-
 /// A session on the practice in "cabinet" below a directory. Questions are answered yes.
 std::unique_ptr<QVAPI> Ouvre(const std::string& dossier, Systeme& systeme, FabriqueMemoire& cles) {
   OptionsQVAPI options;
@@ -394,13 +373,13 @@ void Controle(QVAPI& magasin, const Panne& panne, bool fait, bool sure) {
 
 TEST_P(PannesExercice, LAncienOuLeNouveauJamaisLaMoitie) {
   const Panne& panne = GetParam();
-  DossierVolatil depart;
+  test::DossierTemporaire depart{true};
   Prepare(depart.Chemin(), panne.existe);
   unsigned k = 0;
   for (bool allee = false; !allee;) {
     ASSERT_LT(++k, 2000u);
     SCOPED_TRACE(k);
-    DossierVolatil dossier;
+    test::DossierTemporaire dossier{true};
     fs::copy(depart.Chemin(), dossier.Chemin(), fs::copy_options::recursive);
     SystemePosix systeme;
     SystemeFautif disque(systeme);
@@ -425,14 +404,14 @@ TEST_P(PannesExercice, LAncienOuLeNouveauJamaisLaMoitie) {
 TEST_P(PannesExercice, CoupureDeCourant) {
   const Panne& panne = GetParam();
   if (panne.definitive) return;
-  DossierVolatil depart;
+  test::DossierTemporaire depart{true};
   Prepare(depart.Chemin(), panne.existe);
   unsigned coupure = 0;
   for (bool allee = false; !allee;) {
     ASSERT_LT(++coupure, 500u);
     for (u64 graine = 0; graine < 4; ++graine) {
       SCOPED_TRACE(testing::Message() << "synchro " << coupure << ", graine " << graine);
-      DossierVolatil dossier;
+      test::DossierTemporaire dossier{true};
       fs::copy(depart.Chemin(), dossier.Chemin(), fs::copy_options::recursive);
       FabriqueMemoire cles;
       bool fait = false;

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "outils/cabinetdetest.h"
 #include "outils/systemesanssynchro.h"
 #include "store/definitions.h"
 #include "store/magasincles.h"
@@ -42,26 +43,20 @@ class Livres {
  public:
   /// Keys in an ordered map, or in LMDB.
   explicit Livres(bool clesEnMemoire = true) : m_clesEnMemoire(clesEnMemoire) {
-    std::string modele = (std::filesystem::temp_directory_path() / "fenlor-livres-XXXXXX").string();
-    if (mkdtemp(modele.data())) m_dossier = modele;
     std::filesystem::create_directory(Exercice());
     Ouvre();
     for (const CompteEssai& compte : ComptesEssai())
       AjouteCompte(compte.numero, compte.type, compte.bancaire);
     EXPECT_TRUE(m_magasin->SetComptePerso("1080000000"));
   }
-  ~Livres() {
-    Ferme();
-    std::error_code erreur;
-    std::filesystem::remove_all(m_dossier, erreur);
-  }
+  ~Livres() { Ferme(); }
   Livres(const Livres&) = delete;
   Livres& operator=(const Livres&) = delete;
 
   QVAPI* operator->() { return m_magasin.get(); }
   QVAPI& operator*() { return *m_magasin; }
-  const std::string& Dossier() const { return m_dossier; }
-  std::string Exercice() const { return m_dossier + "/2003"; }
+  const std::string& Dossier() const { return m_dossier.Chemin(); }
+  std::string Exercice() const { return m_dossier / "2003"; }
 
   /// Ends the session and begins a new one on the same files.
   void Rouvre() {
@@ -129,7 +124,7 @@ class Livres {
     OptionsQVAPI options;
     options.systeme = &m_systeme;
     if (m_clesEnMemoire) options.cles = &m_cles;
-    options.dossierRegistre = options.dossierRegistreMachine = m_dossier + "/registre";
+    options.dossierRegistre = options.dossierRegistreMachine = m_dossier / "registre";
     m_magasin = std::make_unique<QVAPI>(options);
     ASSERT_TRUE(m_magasin->QVOpenSession(1));
     m_magasin->QVSetCallback([this](u32 evenement, u32 valeur, const std::string& texte) {
@@ -140,7 +135,7 @@ class Livres {
       }
       return reponse;
     });
-    ASSERT_TRUE(m_magasin->QVOpenCompta(m_dossier, ""))
+    ASSERT_TRUE(m_magasin->QVOpenCompta(Dossier(), ""))
         << m_magasin->QVErreurTexte(m_magasin->QVFileErrorCode());
     OuvreFichiers();
   }
@@ -154,7 +149,7 @@ class Livres {
   SystemeSansSynchro m_systeme;
   FabriqueMemoire m_cles;
   bool m_clesEnMemoire;
-  std::string m_dossier;
+  test::DossierTemporaire m_dossier;
   std::unique_ptr<QVAPI> m_magasin;
   u32 m_plan = 0, m_journal = 0;
 };

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <random>
 #include <set>
 
 #include "outils/cabinetdetest.h"
@@ -227,46 +226,6 @@ TEST(LitModele, NommeLaLigneEtLaRaison) {
     EXPECT_NE(VersUtf8(erreur.raison).find(c.raison), std::string::npos)
         << c.texte.substr(0, 80) << " : " << VersUtf8(erreur.raison);
   }
-}
-
-// Whatever is accepted fits its records; whatever is not has a reason.
-TEST(LitModele, SupporteDesOctetsQuelconques) {
-  std::mt19937 hasard(20240515);
-  const std::string original(ModeleIntegre());
-  unsigned acceptes = 0;
-  for (int essai = 0; essai < 1500; ++essai) {
-    std::string texte = original;
-    for (unsigned n = hasard() % 4 + 1; n > 0; --n) {
-      const std::size_t place = hasard() % texte.size();
-      switch (hasard() % 4) {
-        case 0:
-          texte[place] = static_cast<char>(hasard());
-          break;
-        case 1:
-          texte.erase(place, hasard() % 40);
-          break;
-        case 2:
-          texte.insert(place, texte.substr(hasard() % texte.size(), hasard() % 60));
-          break;
-        default:
-          texte.insert(place, 1, "|=[]>#\n\0"[hasard() % 8]);
-      }
-    }
-    Modele modele;
-    ErreurModele erreur;
-    if (!LitModele(texte, modele, erreur)) {
-      EXPECT_FALSE(erreur.raison.empty());
-      continue;
-    }
-    ++acceptes;
-    for (const Plan& compte : modele.comptes) {
-      EXPECT_EQ(LitTexte(compte.Compte).size(), 10u);
-      EXPECT_LE(LitTexte(compte.Designation).size(), 80u);
-      EXPECT_TRUE(compte.Type >= Tresorerie && compte.Type <= Autre);
-    }
-    for (const Rubrique& rubrique : modele.rubriques) EXPECT_EQ(LitTexte(rubrique.Rubrique).size(), 3u);
-  }
-  EXPECT_GT(acceptes, 0u);
 }
 
 TEST(ChargeModele, LeRepertoireDesProgrammesPrime) {

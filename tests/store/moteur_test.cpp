@@ -10,6 +10,7 @@
 #include <map>
 #include <random>
 
+#include "outils/cabinetdetest.h"
 #include "outils/systemesanssynchro.h"
 #include "store/moteur.h"
 #include "store/qvapi.h"
@@ -19,20 +20,7 @@ namespace fenlor {
 namespace {
 
 namespace fs = std::filesystem;
-
-class DossierTemporaire {
- public:
-  DossierTemporaire() {
-    char modele[] = "/tmp/fenlor-moteur-XXXXXX";
-    m_chemin = mkdtemp(modele);
-  }
-  ~DossierTemporaire() { fs::remove_all(m_chemin); }
-  std::string operator/(const std::string& nom) const { return m_chemin + "/" + nom; }
-  const std::string& Chemin() const { return m_chemin; }
-
- private:
-  std::string m_chemin;
-};
+using test::DossierTemporaire;
 
 Plan Compte(const std::string& numero, const std::string& code, f64 solde = 0) {
   Plan plan{};
@@ -279,6 +267,27 @@ TEST_P(MoteurTest, UnArretBrutalNePerdRien) {
   ASSERT_TRUE(repris.Ouvre()) << repris.moteur.Erreur();
   EXPECT_EQ(repris.Comptes(), "5120000000=BQ 7060000000=HON ");
   EXPECT_EQ(fs::file_size(copie / "COMPTES.dat"), 1024u + 2 * 300u);
+}
+
+// The log leaves out the zeroes at the end of a record.
+TEST_P(MoteurTest, LaRepriseEffaceLaFinDUnEnregistrement) {
+  DossierTemporaire copie;
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  Banque rec = Operation("5120000000", 1, 1), lue;
+  std::memset(reinterpret_cast<char*>(&rec) + sizeof rec - 20, 0x55, 20);
+  const Position position = livres.Ajoute(FichierBanques, rec);
+  ASSERT_TRUE(position && livres.moteur.Vidange());
+  const std::string avant = copie / "avant";
+  fs::copy_file(m_dossier / "BANQUE.dat", avant);
+  std::memset(reinterpret_cast<char*>(&rec) + sizeof rec - 20, 0, 20);
+  ASSERT_TRUE(livres.moteur.Remplace(FichierBanques, position, &rec));
+  fs::copy(m_dossier.Chemin(), copie.Chemin(), fs::copy_options::recursive);
+  fs::rename(avant, copie / "BANQUE.dat");
+
+  Livres repris(copie.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(repris.Ouvre() && repris.moteur.Lit(FichierBanques, position, &lue));
+  EXPECT_EQ(std::memcmp(&lue, &rec, sizeof rec), 0);
 }
 
 TEST_P(MoteurTest, UnSeulEcrivain) {

@@ -269,40 +269,5 @@ TEST_F(ProfilTest, SurvivesAPowerCut) {
   EXPECT_GT(NbPerduesApresCoupure(chemin, dossier.Chemin()), 0u);
 }
 
-TEST_F(ProfilTest, AnyBytesAreAFile) {
-  std::mt19937 hasard(11);
-  const std::string morceaux[] = {"[A]",
-                                  "[",
-                                  "]",
-                                  "=",
-                                  "x=1",
-                                  "\r\n",
-                                  "\n",
-                                  "\r",
-                                  ";",
-                                  "\"",
-                                  " ",
-                                  "[a]\r\nx",
-                                  std::string("\0", 1),
-                                  "\xFF",
-                                  "'",
-                                  "y = 'q'\n"};
-  for (int i = 0; i < 150; ++i) {
-    std::string contenu;
-    for (std::size_t n = hasard() % 40; n > 0; --n) contenu += morceaux[hasard() % std::size(morceaux)];
-    Pose(chemin, contenu);
-    Profil profil(posix, chemin);
-    ASSERT_TRUE(profil.Ecrit("A", "neuve", "v"));
-    ASSERT_EQ(Profil(posix, chemin).Lit("A", "neuve"), "v");
-    ASSERT_TRUE(profil.Ecrit("A", "neuve", std::nullopt));
-    // What was there is there, but for an end of the last line and an added section.
-    ASSERT_EQ(Contenu(chemin).substr(0, contenu.size()), contenu);
-  }
-  Pose(chemin, "[A]\r\nlong=" + std::string(1 << 20, 'x') + "\r\n" + std::string(1 << 20, '[') + "\ny=2");
-  Profil profil(posix, chemin);
-  EXPECT_EQ(profil.Lit("A", "long").size(), 1u << 20);
-  EXPECT_EQ(profil.Lit("A", "y"), "2");
-}
-
 }  // namespace
 }  // namespace fenlor

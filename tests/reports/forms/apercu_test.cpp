@@ -130,22 +130,6 @@ TEST_F(ApercuTest, LaBarreSuitLesPages) {
   EXPECT_EQ(Actives(), "imprimer pdf zoomPlus fermer ");
 }
 
-TEST_F(ApercuTest, DessineLaFeuille) {
-  for (const bool paysage : {false, true}) {
-    CZNPreviewView& apercu = Ouvre(200, paysage);
-    QTest::qWait(20);
-    const QImage image = apercu.Feuilles().grab().toImage();
-    int haut = 0, large = 0, encre = 0;
-    for (int y = 0; y < image.height(); ++y) haut += image.pixelColor(image.width() / 2, y).lightness() > 100;
-    for (int x = 0; x < image.width(); ++x)
-      large += image.pixelColor(x, image.height() - 40).lightness() > 250;
-    for (int x = 0; x < image.width(); ++x)
-      for (int y = 0; y < image.height(); ++y) encre += image.pixelColor(x, y).lightness() < 60;
-    EXPECT_EQ(haut < large, paysage);
-    EXPECT_GT(encre, 500);
-  }
-}
-
 TEST_F(ApercuTest, PlusieursEtatsCoteACote) {
   CZNPreviewView& premiere = Ouvre(200);
   CZNPreviewView& seconde = Ouvre(3, true);

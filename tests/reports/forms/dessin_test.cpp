@@ -110,62 +110,6 @@ TEST_F(DessinTest, LaPolice) {
   EXPECT_GT(peint.Mesure(0, "mmmm").largeur, peint.Mesure(0, "iiii").largeur);
 }
 
-/// Ink in a rectangle of a picture that counts 100 pixels to the inch.
-class EncreTest : public DessinTest {
- protected:
-  template <class Dessin>
-  QImage Peint(Dessin&& dessin) {
-    QImage image(400, 100, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter peintre(&image);
-    peintre.scale(100.0 / UnitesPeripherique, 100.0 / UnitesPeripherique);
-    PeripheriqueQt peint(FeuilleParDefaut());
-    peint.FaitPolice(0, {"Courier", 300});
-    peint.Peint(&peintre);
-    dessin(peint);
-    return image;
-  }
-  /// First and last column with ink; -1, -1 without.
-  static std::pair<int, int> Colonnes(const QImage& image, int haut, int bas) {
-    std::pair<int, int> etendue{-1, -1};
-    for (int x = 0; x < image.width(); ++x)
-      for (int y = haut; y < bas; ++y)
-        if (qGray(image.pixel(x, y)) < 160) {
-          if (etendue.first < 0) etendue.first = x;
-          etendue.second = x;
-        }
-    return etendue;
-  }
-};
-
-TEST_F(EncreTest, TextesEtTraits) {
-  // 300 units high: 25 pixels; a letter is 62 wide: 5.
-  const struct {
-    Alignement alignement;
-    int debut, fin;
-  } cas[] = {{Alignement::Gauche, 100, 115}, {Alignement::Centre, 142, 157}, {Alignement::Droite, 184, 199}};
-  for (const auto& c : cas) {
-    const QImage image = Peint([&](PeripheriqueQt& peint) {
-      peint.DessineTexte(0, {1200, 240, 2400, 540}, c.alignement, "MMM");
-    });
-    const auto [debut, fin] = Colonnes(image, 20, 45);
-    EXPECT_NEAR(debut, c.debut, 2);
-    EXPECT_NEAR(fin, c.fin, 2);
-    EXPECT_EQ(Colonnes(image, 0, 20).first, -1);
-    EXPECT_EQ(Colonnes(image, 45, 100).first, -1);
-  }
-  const QImage coupe = Peint([](PeripheriqueQt& peint) {
-    peint.DessineTexte(0, {1200, 240, 1800, 540}, Alignement::Gauche, "MMMMMMMMMMMM");
-    peint.DessineTexte(0, {2400, 240, 2400, 540}, Alignement::Gauche, "MMM");  // turned over: nothing
-  });
-  EXPECT_GT(Colonnes(coupe, 20, 45).second, 140);
-  EXPECT_LE(Colonnes(coupe, 20, 45).second, 150);
-  // A tenth of a pixel thick, and seen all the same.
-  const QImage fin = Peint([](PeripheriqueQt& peint) { peint.DessineTrait(600, 1200, 606, 0); });
-  EXPECT_EQ(Colonnes(fin, 49, 52), std::pair(50, 99));
-  EXPECT_EQ(Colonnes(fin, 53, 100).first, -1);
-}
-
 TEST_F(DessinTest, Pdf) {
   const std::string fichier = Chemin("etat.pdf");
   EcritFichier(fichier, "ancien");
