@@ -100,15 +100,6 @@ TEST_P(ReindexTest, FiltreEtCompte) {
   EXPECT_EQ(Magasin().GetBanquesRec(0), 8u);
 }
 
-TEST_P(ReindexTest, FichierVide) {
-  CBanques banques(App(), App().PathExercice);
-  const RapportReindex rapport = banques.Reindex();
-  EXPECT_TRUE(rapport.fait);
-  EXPECT_EQ(rapport.n, 0u);
-  EXPECT_EQ(Boite.NbMaximum, 0u);
-  EXPECT_EQ(Somme(), 0);
-}
-
 TEST_P(ReindexTest, ArretRendLesDeuxFichiers) {
   PoseOperations(20);
   ASSERT_TRUE(Rouvre());  // everything is at its place
@@ -194,14 +185,6 @@ TEST_P(ReindexTest, FichiersEndommages) {
     EXPECT_EQ(Somme(), c.somme);
     EXPECT_TRUE(Boite.Erreurs.empty());
   }
-}
-
-TEST_P(ReindexTest, ClesAbimees) {
-  PoseOperations(20);
-  Abime("BANQUE.idx", [](std::string& octets) { octets.assign(5000, 'x'); });
-  CBanques banques(App(), App().PathExercice);
-  EXPECT_EQ(banques.Reindex().gardes, 20u);
-  EXPECT_EQ(Somme(), 210);
 }
 
 }  // namespace

@@ -2,10 +2,7 @@
 // apart.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <map>
-#include <regex>
 
 #include "core/dialogue.h"
 #include "core/erreurs.h"
@@ -21,22 +18,6 @@ TEST(Textes, UnNumeroEstCeluiDUnSeulTexte) {
     EXPECT_TRUE(vus.emplace(texte.numero, texte.fichier).second)
         << texte.numero << ": " << texte.fichier << ", " << vus[texte.numero];
   EXPECT_GT(vus.size(), 500u);
-}
-
-/// A message is told by its name; the store, which knows no texts, has named numbers of its own.
-TEST(Textes, AucunNumeroSansNom) {
-  const std::regex hors("//.*|\"(?:[^\"\\\\]|\\\\.)*\""), numero("(^|[^\\w.'])3[0-4][0-9]{2}(?![\\w.'])");
-  const auto sources = std::filesystem::path(__FILE__).parent_path() / "../../src";
-  for (const auto& entree : std::filesystem::recursive_directory_iterator(sources)) {
-    const auto nom = entree.path().filename();
-    const bool deTextes = nom == "textes.h" || nom == "erreurs.h" || nom == "cles.h";
-    if (deTextes || (nom.extension() != ".cpp" && nom.extension() != ".h") ||
-        entree.path().parent_path().filename() == "store")
-      continue;
-    std::ifstream fichier(entree.path());
-    for (std::string ligne; std::getline(fichier, ligne);)
-      EXPECT_FALSE(std::regex_search(std::regex_replace(ligne, hors, ""), numero)) << nom << ": " << ligne;
-  }
 }
 
 TEST(Textes, Formats) {

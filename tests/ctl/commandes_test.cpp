@@ -93,15 +93,6 @@ TEST_F(Commandes, CreationEtMonnaie) {
       {{{"--exercice", "1998"}, 0, "Franc"},
        {{"--exercice", "1999", "--euro"}, 0, "Euro"},
        {{"--exercice", "2000"}, 0, "Euro"}},
-      {{{"--exercice", "1998", "--euro"}, 1, "3210"}, {{"--exercice", "2002", "--franc"}, 1, "3210"}},
-      {{{"--exercice", "2001"}, 0, "Franc"},
-       {{"--exercice", "2000"}, 0, "Franc"},
-       {{"--exercice", "2002"}, 0, "Euro"}},
-      {{{"--exercice", "2001", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Euro"}},
-      {{{"--exercice", "A", "--debut", "01/07/2000", "--fin", "30/06/2001"}, 0, "Franc"},
-       {{"--exercice", "B", "--debut", "01/07/2001", "--fin", "30/06/2002"}, 0, "Franc"},
-       {{"--exercice", "C", "--debut", "01/07/2002", "--fin", "30/06/2003", "--franc"}, 1, "3210"},
-       {{"--exercice", "C", "--debut", "01/07/2002", "--fin", "30/06/2003"}, 0, "Euro"}},
       {{{"--exercice", "2003"}, 0, "Euro"},
        {{"--exercice", "2003"}, 1, "3073"},
        {{"--exercice", "2003", "--oui"}, 0, "Euro"},
@@ -336,29 +327,6 @@ TEST_F(Commandes, ReconstruireUnFichierEndommage) {
   EXPECT_EQ(Json::parse(r.sortie)["gardes"], 7) << r.sortie;
   Sain();
   EXPECT_EQ(Lance({"reconstruire"}).Lignes().size(), 6u);
-}
-
-TEST_F(Commandes, ReconstruireNeFaitPasDUnFichierUnAutre) {
-  Cree();
-  Saisit();
-  const std::string journal = Cabinet() + "/2003/JOURNAL.dat", garde = Cabinet() + "/journal";
-  std::filesystem::copy_file(journal, garde);
-  std::filesystem::copy_file(Cabinet() + "/2003/COMPTES.dat", journal,
-                             std::filesystem::copy_options::overwrite_existing);
-  const auto taille = std::filesystem::file_size(journal);
-  EXPECT_EQ(Lance({"reconstruire", "JOURNAL"}).statut, StatutRefuse);
-  EXPECT_EQ(std::filesystem::file_size(journal), taille) << "left as it is";
-  std::filesystem::rename(garde, journal);
-  Sain();
-
-  // A record wiped out inside a sound file is told, and the old file kept.
-  std::fstream(journal, std::ios::in | std::ios::out | std::ios::binary)
-      .seekp(1024 + 505)
-      .write("\0\0\0\0", 4);
-  const Resultat r = Lance({"reconstruire", "JOURNAL"});
-  EXPECT_NE(r.sortie.find("6 enregistrement(s) gardé(s)"), std::string::npos) << r.sortie;
-  EXPECT_NE(r.sortie.find("1 mis à zéro"), std::string::npos) << r.sortie;
-  EXPECT_TRUE(std::filesystem::exists(Cabinet() + "/2003/JOURNAL.avarie"));
 }
 
 TEST_F(Commandes, Demo) {

@@ -117,50 +117,6 @@ TEST(ModeleDefaut, FormulesDeLaDeclaration) {
   }
 }
 
-TEST(ModeleDefaut, PlanComptable) {
-  const Modele modele = Integre();
-  EXPECT_TRUE(IsDateOk(modele.date));
-  std::map<std::string, Plan> comptes;
-  for (const Plan& compte : modele.comptes) {
-    const std::string numero = LitTexte(compte.Compte);
-    comptes[numero] = compte;
-    EXPECT_EQ(numero.size(), 10u);
-    EXPECT_EQ(+compte.PartPro, 100.0) << numero;
-    if (numero.starts_with("58")) continue;
-    const char classe = numero[0];
-    switch (compte.Type) {
-      case Tresorerie:
-        EXPECT_EQ(classe, '5') << numero;
-        break;
-      case Recette:
-        EXPECT_EQ(classe, '7') << numero;
-        break;
-      case Depense:
-        EXPECT_EQ(classe, '6') << numero;
-        break;
-      case Tva:
-        EXPECT_EQ(classe, '4') << numero;
-        break;
-      default:
-        EXPECT_EQ(std::string("4567").find(classe), std::string::npos) << numero;
-    }
-  }
-  EXPECT_EQ(LitTexte(comptes["5120000000"].Code), "BQ");
-  EXPECT_EQ(+comptes["5120000000"].TypeTresorerie, 1);
-  EXPECT_EQ(+comptes["5300000000"].TypeTresorerie, 0);
-  EXPECT_EQ(LitTexte(comptes["4451000000"].Designation), "T.V.A. à 19.60%"_w);
-  EXPECT_EQ(+comptes["4452000000"].TauxTVA, 5.5);
-  std::map<std::string, std::string> reglages;
-  for (const auto& r : modele.reglages) reglages[r.section + "/" + r.cle] = *r.valeur;
-  EXPECT_EQ(reglages["COMPTES/Prelevement"], "1080000000");
-  EXPECT_EQ(reglages["TAUX EURO/1"], "01/01/1999|6,55957");
-  EXPECT_EQ(reglages["FRAIS KILOMETRIQUES/€/Km 1"_w], "0,636");
-  EXPECT_EQ(+comptes[reglages["COMPTES/Virement Recette"]].Type, Recette);
-  EXPECT_EQ(+comptes[reglages["COMPTES/Virement Dépense"_w]].Type, Depense);
-  EXPECT_EQ(+comptes[reglages["COMPTES/Ecart Credit"]].Type, Recette);
-  EXPECT_EQ(+comptes[reglages["COMPTES/Ecart Debit"]].Type, Depense);
-}
-
 constexpr const char* Tete = "fenlor-modele 1\n";
 constexpr const char* Petit =
     "fenlor-modele 1\r\ndate 01/02/2003\r\n[comptes]\r\n706|hon|recette|Honoraires|1|pro=50\r\n"

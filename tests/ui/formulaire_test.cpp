@@ -225,28 +225,6 @@ TEST_F(FormulaireTest, TheFocusNeverSelectsAWholeLongText) {
   EXPECT_TRUE(adresse.toPlainText().startsWith(u"Dr\nMartin"_s));
 }
 
-TEST_F(FormulaireTest, CheckFindsFaults) {
-  QDialog mauvais;
-  auto* label = new QLabel(u"&Nom"_s, &mauvais);
-  auto* champ = new QLineEdit(&mauvais);
-  auto* bouton = new QPushButton(u"&Non"_s, &mauvais);
-  label->setBuddy(bouton);
-  label->setGeometry(0, 0, 3, 3);
-  champ->setGeometry(0, 30, 90, 30);
-  bouton->setObjectName(u"non"_s);
-  bouton->setGeometry(0, 60, 300, 60);
-  mauvais.resize(400, 200);
-  mauvais.show();
-  std::string textes;
-  for (const QString& nom : {QString(), u"non"_s}) {
-    champ->setObjectName(nom);
-    for (const std::string& faute : FautesFormulaire(mauvais)) textes += faute + "\n";
-  }
-  for (const char* attendu : {"is cut", "Alt+N is also that of", "has no name", "is the name of two",
-                              "has no accessible name", "has no label"})
-    EXPECT_THAT(textes, ::testing::HasSubstr(attendu));
-}
-
 TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
   CDialogEssai dialogue(Contexte, Mode::Ajout);
   Montre(dialogue);

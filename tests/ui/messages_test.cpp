@@ -135,27 +135,6 @@ TEST_F(Messages, ErreursEtTitres) {
   montre(0, "Le disque est plein à craquer"_w, u"Fenlor - Erreur"_s);
 }
 
-// The whole of a text can be read: the box grows, then the text scrolls inside the screen.
-TEST_F(Messages, TailleSuitLeTexte) {
-  const auto taille = [&](const QString& texte, bool defile) {
-    CDialogMessage d(u"Fenlor"_s, texte, BoutonsOk, &Fenetre);
-    d.show();
-    auto& zone = Trouve<QTextEdit>(d, "texte");
-    EXPECT_LE(zone.document()->size().width(), zone.viewport()->width() + 1);
-    EXPECT_EQ(zone.document()->size().height() > zone.viewport()->height(), defile);
-    EXPECT_LE(d.height(), d.screen()->availableSize().height());
-    EXPECT_LE(d.width(), d.screen()->availableSize().width());
-    return d.size();
-  };
-  const QSize court = taille(u"Oui ?"_s, false);
-  EXPECT_EQ(taille(QString(), false), court);
-  const QSize lignes = taille(u"une\ndeux\ntrois\nquatre\ncinq\nsix\nsept\nhuit"_s, false);
-  EXPECT_GT(lignes.height(), court.height());
-  EXPECT_GE(taille(u"mot "_s.repeated(100), false).height(), court.height());
-  taille(u"/un/chemin/sans/blanc"_s.repeated(20), false);
-  taille(u"mot "_s.repeated(16383), true);
-}
-
 TEST_F(Messages, ProgressionEmboitee) {
   QLineEdit champ(&Fenetre), autre(&Fenetre);
   Fenetre.show();
@@ -249,35 +228,6 @@ TEST_F(Messages, AnnulePendantLeTravail) {
     Dlg.FermeProgress();
     EXPECT_EQ(Progres(), nullptr);
   }
-}
-
-// Work that takes long between two looks still sees the click.
-TEST_F(Messages, AnnuleMalgreUnTravailLent) {
-  Fenetre.show();
-  Dlg.OuvreProgress("Travail", "", true, 100);
-  QTimer::singleShot(120, &Fenetre, [&] { Clique(Bouton(*Progres(), u"A&nnuler"_s)); });
-  unsigned tours = 0;
-  for (; tours < 50 && !Dlg.IsAborted(); ++tours) {
-    QThread::msleep(60);
-    Dlg.Step();
-    Dlg.SetTexte("Tour " + std::to_string(tours));
-  }
-  EXPECT_LT(tours, 50u);
-  Dlg.FermeProgress();
-}
-
-TEST_F(Messages, QuestionSurLaProgression) {
-  Fenetre.show();
-  Dlg.OuvreProgress("Travail", "", false, 100);
-  robot.Attend("DialogMessage", [&](QDialog& d) {
-    EXPECT_TRUE(d.isEnabled());
-    EXPECT_EQ(d.parentWidget(), Progres());
-    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-    Clique(Bouton(d, u"&Oui"_s));
-  });
-  EXPECT_EQ(Dlg.Message(BoutonsOuiNon | IconeQuestion, 0, "Continuer ?"), RepOui);
-  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-  Dlg.FermeProgress();
 }
 
 // The open form, not the frame behind it, is the owner of boxes and of the progress.
