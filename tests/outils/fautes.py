@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Plants faults, one at a time, and tells which ones the tests catch.
 
-    tests/outils/fautes.py [--arbre DIR] [-j N] [--texte] [WORD...]
+    tests/outils/fautes.py [--arbre DIR] [-j N] [--texte] [--seuls] [WORD...]
 
 The faults stand in fautes.txt; with words only those whose title holds one of them. They are planted in a copy of
 the tree (a directory of this user below the temporary one, kept for the next run), built with the preset "rapide",
 never in the tree itself. The tests that a fault names run first; when they pass, the whole suite runs until a test
-fails. --texte only looks whether every fault still finds its lines. Ends with 1 when a fault was not caught, or was
+fails, unless --seuls leaves it at that. --texte only looks whether every fault still finds its lines. Ends with 1 when a fault was not caught, or was
 none: its line is gone, or what stands there instead does not build.
 """
 import argparse
@@ -121,7 +121,7 @@ class Copie:
         return next((l.split("***")[0] for l in dit.splitlines() if "***" in l), "?") if etat else ""
 
 
-def plante(copie_, faute):
+def plante(copie_, faute, seuls):
     """What became of a fault: its word and who saw it."""
     avant, plainte = change(copie_.arbre, faute["changes"])
     if plainte:
@@ -133,7 +133,7 @@ def plante(copie_, faute):
         noms = copie_.echoues(faute["tests"])
         if noms:
             return "caught", f"{len(noms)}: {', '.join(noms[:3])}"
-        ailleurs = copie_.premier_echec()
+        ailleurs = "" if seuls else copie_.premier_echec()
         return ("elsewhere", ailleurs) if ailleurs else ("NOT CAUGHT", "")
     finally:
         remet(avant)
@@ -145,6 +145,7 @@ def main():
                          default=Path(tempfile.gettempdir()) / f"fenlor-fautes-{os.getuid()}")
     lecteur.add_argument("-j", default="2", help="jobs of the build and of the suite")
     lecteur.add_argument("--texte", action="store_true", help="only look for the lines")
+    lecteur.add_argument("--seuls", action="store_true", help="run no other tests than those that a fault names")
     lecteur.add_argument("mots", nargs="*")
     options = lecteur.parse_args()
     fautes = [f for f in lit_fautes(Path(__file__).with_suffix(".txt"))
@@ -172,7 +173,7 @@ def main():
         sys.exit("without any fault: " + plainte)
     for faute in fautes:
         debut = time.monotonic()
-        mot, detail = plante(la_copie, faute)
+        mot, detail = plante(la_copie, faute, options.seuls)
         comptes[mot] += 1
         print(f"{mot:<11} {faute['titre']} ({time.monotonic() - debut:.0f} s) {detail}", flush=True)
     print(f"{comptes['caught'] + comptes['elsewhere']} of {len(fautes)} caught")
