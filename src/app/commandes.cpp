@@ -109,7 +109,7 @@ bool Commandes::EstCoche(const Commande& commande) const {
   if (commande.numero == CmdPleinEcran) return m_cadre.isFullScreen();
   if (commande.quand == Quand::Vue) {
     const Vue* vue = m_cadre.VueActive();
-    return vue && vue->Connait(commande.numero) && vue->Coche(commande.numero);
+    return vue && vue->Coche(commande.numero);
   }
   return commande.bit != 0 && m_cadre.EstOuvert(commande.bit);
 }

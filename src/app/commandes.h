@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "core/numeroscommandes.h"
 #include "store/enregistrements.h"
 
 namespace fenlor {
@@ -56,52 +57,5 @@ struct Commande {
 std::span<const Commande> TableCommandes();
 /// Null for an unknown number.
 const Commande* TrouveCommande(unsigned numero);
-
-/// Numbers of the commands that other code names.
-enum NumeroCommande : unsigned {
-  CmdNouvelExercice = 1000,
-  CmdOuvrirExercice = 1001,
-  CmdCloture = 1002,
-  CmdSauvegarder = 1003,
-  CmdRestaurer = 1004,
-  CmdAjouter = 1005,
-  CmdModifier = 1006,
-  CmdSupprimer = 1007,
-  CmdBarreOutils = 1024,
-  CmdBarreIcones = 1025,
-  CmdReconstruction = 1042,
-  CmdRecalcul = 1043,
-  CmdCalculatrice = 1044,
-  CmdPreferences = 1045,
-  CmdPageWeb = 1058,
-  CmdCourrier = 1059,
-  CmdAstuce = 1060,
-  CmdInformations = 1062,
-  CmdFermerExercice = 1094,
-  CmdRaccourcis = 1212,
-  CmdOptions = 1213,
-  CmdSupprimerExercice = 1240,
-  CmdProprietes = 1246,
-  CmdAjustementEuro = 1250,
-  CmdMiseAJour = 1251,
-  CmdComboExercices = 7002,
-  CmdMiseEnPage = 57606,
-  CmdImprimer = 57607,
-  CmdApercu = 57609,
-  CmdAPropos = 57664,
-  // This system's own
-  CmdQuitter = 9000,
-  CmdDemonstration = 9001,
-  CmdAide = 9002,
-  CmdPersonnaliserBarre = 9003,
-  CmdPleinEcran = 9004,
-  CmdBarreEtat = 9005,
-  CmdCopier = 9006,
-  CmdCascade = 9010,
-  CmdMosaique = 9011,
-  CmdFermerFenetre = 9012,
-  CmdFermerFenetres = 9013,
-  CmdFenetreSuivante = 9014,
-};
 
 }  // namespace fenlor

@@ -65,10 +65,10 @@ void PoseFabriques(CMainFrame& cadre) {
                                      {FenOperationsDiverses, JournalOD}})
     cadre.PoseFabrique(bit, [&cadre, numero = journal](ContexteUi& contexte) {
       auto* vue = new CEcritureView(contexte, numero);
-      vue->SurImpression([&cadre](const CEcritureView& imprimee, bool apercu) {
-        const auto etat = [&imprimee](CFenlorApp& app, DemandeurCriteres& demandeur) {
+      vue->SurImpression([&cadre, vue](bool apercu) {
+        const auto etat = [vue](CFenlorApp& app, DemandeurCriteres& demandeur) {
           auto doc = std::make_unique<CEtatJournalDoc>(app, demandeur);
-          doc->SetCriteres(imprimee.Demande(), imprimee.JournalComptable());
+          doc->SetCriteres(vue->Demande(), vue->JournalComptable());
           return doc;
         };
         cadre.Table().Etats().Ouvre(etat, Demande(apercu));

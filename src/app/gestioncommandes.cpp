@@ -92,7 +92,7 @@ bool Commandes::Disponible(const Commande& commande) const {
       return m_cadre.VueActive() != nullptr;
     case Quand::Vue: {
       const Vue* vue = m_cadre.VueActive();
-      return vue && vue->Connait(commande.numero) && vue->Disponible(commande.numero);
+      return vue && vue->Disponible(commande.numero);
     }
   }
   return false;

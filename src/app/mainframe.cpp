@@ -161,7 +161,7 @@ void CMainFrame::MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& n
   if (!menu.isEmpty()) menu.exec(point);
 }
 
-bool CMainFrame::Derriere() const { return Occupe() || DerriereModale(*this); }
+bool CMainFrame::Derriere() const { return Occupe() || m_garde->Derriere(*this); }
 
 Vue* CMainFrame::VueActive() const {
   auto* cadre = qobject_cast<CMDIChildFrame*>(m_zone->activeSubWindow());

@@ -16,7 +16,7 @@ class EcranAccueil;
 class InstanceUnique;
 
 struct OptionsProgramme {
-  LigneCommande ligne;
+  ArgumentsLancement ligne;
   std::string pathProgrammes;  ///< folder of the tips and of a template
   OptionsQVAPI magasin;
   bool accueil = true;  ///< the splash screen

@@ -25,7 +25,7 @@ bool Blanc(std::string_view texte) {
 bool EstLettre(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool EstChiffre(char c) { return c >= '0' && c <= '9'; }
 
-void PoseTexte(LigneCommande& ligne, char lettre, std::string_view texte) {
+void PoseTexte(ArgumentsLancement& ligne, char lettre, std::string_view texte) {
   if (Blanc(texte)) return;
   std::string valeur(texte);
   switch (lettre) {
@@ -54,7 +54,7 @@ void PoseTexte(LigneCommande& ligne, char lettre, std::string_view texte) {
 
 /// Looks for digits from `debut` on, up to the next switch; behind them, or `debut`
 /// when there are none.
-std::size_t LitNombre(LigneCommande& ligne, std::string_view texte, std::size_t debut) {
+std::size_t LitNombre(ArgumentsLancement& ligne, std::string_view texte, std::size_t debut) {
   std::size_t i = debut;
   while (i < texte.size() && !EstChiffre(texte[i])) {
     if (texte[i] == '/' || texte[i] == '-') return debut;
@@ -69,7 +69,7 @@ std::size_t LitNombre(LigneCommande& ligne, std::string_view texte, std::size_t 
 }
 
 /// A word that is a line of its own: `/D "path" /H 12`.
-void LitMot(LigneCommande& ligne, std::string_view mot) {
+void LitMot(ArgumentsLancement& ligne, std::string_view mot) {
   for (std::size_t i = mot.find('/'); i < mot.size(); i = mot.find('/', i)) {
     if (++i == mot.size()) return;
     const char lettre = Majuscule(mot[i]);
@@ -119,8 +119,8 @@ const TexteFixe& CleParent(const CFenlorApp& app) {
 
 }  // namespace
 
-LigneCommande LitLigneCommande(const std::vector<std::string>& arguments) {
-  LigneCommande ligne;
+ArgumentsLancement LitLigneCommande(const std::vector<std::string>& arguments) {
+  ArgumentsLancement ligne;
   std::string dossier;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& mot = arguments[i];
@@ -176,7 +176,7 @@ std::string AideLigneCommande() {
          "Exemple : fenlor /D ~/Documents/cabinet\n";
 }
 
-void AppliqueLigneCommande(CFenlorApp& app, const LigneCommande& ligne) {
+void AppliqueLigneCommande(CFenlorApp& app, const ArgumentsLancement& ligne) {
   if (ligne.nomCabinet) app.Magasin.QVSetNomCabinet(En1252(*ligne.nomCabinet));
   if (ligne.pathCabinet) app.PathCabinet = *ligne.pathCabinet;
   if (ligne.pathMagasin) app.Magasin.QVSetPathCabinet(*ligne.pathMagasin);

@@ -14,7 +14,7 @@ namespace fenlor {
 
 /// What the command line asked for. Paths are the platform's bytes, the rest is as
 /// it was typed (UTF-8). A switch that was not given, or was blank, holds nothing.
-struct LigneCommande {
+struct ArgumentsLancement {
   std::optional<std::string> nomCabinet;      ///< /C
   std::optional<std::string> pathCabinet;     ///< /D
   std::optional<std::string> pathMagasin;     ///< /F: the store's own idea of the practice's directory
@@ -36,11 +36,11 @@ struct LigneCommande {
 ///    letters of such a line are skipped.
 /// Of two equal switches the last one counts. A word that is the path of a folder names the
 /// practice, as /D does; beside /D, or a second one, it is a word too many.
-LigneCommande LitLigneCommande(const std::vector<std::string>& arguments);
+ArgumentsLancement LitLigneCommande(const std::vector<std::string>& arguments);
 /// What --help prints, UTF-8.
 std::string AideLigneCommande();
 /// Puts the command line into the session and hands the store its part.
-void AppliqueLigneCommande(CFenlorApp& app, const LigneCommande& ligne);
+void AppliqueLigneCommande(CFenlorApp& app, const ArgumentsLancement& ligne);
 
 /// The practice of somebody who named none: beside the program when its settings
 /// stand there, else a folder of the user's own. Nothing is created. `xdgDataHome` counts

@@ -398,7 +398,6 @@ bool CZNDialog::EnregistreAvantFermer() {
 }
 
 int CZNDialog::exec() {
-  const FormeEnCours enCours(*this);
   ContexteUi& contexte = m_contexte;
   const int resultat = QDialog::exec();
   contexte.Cadre.Actualise();

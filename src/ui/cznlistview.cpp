@@ -9,10 +9,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr unsigned commandeModifier = 1006;
-constexpr unsigned commandeCopier = 9006;
-constexpr unsigned commandeImprimer = 57607;
-constexpr unsigned commandeApercu = 57609;
 constexpr int largeurMax = 9999;
 
 /// Widths from 1 to 9999 separated by commas; empty when one is none.
@@ -48,6 +44,7 @@ CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit
     return CompareItems(a, b, colonne);
   });
   m_table->SurActivation([this] { Active(); });
+  Declare({{CmdCopier, [this] { m_table->Copie(); }, [this] { return m_table->LigneChoisie() >= 0; }}});
   connect(m_table, &TableListe::SelectionChangee, this, &Vue::EtatChange);
   connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     const std::vector<unsigned> menu = MenuContextuel();
@@ -69,23 +66,14 @@ void CZNListView::Actualise() {
   m_table->Recharge([this] { FillList(); });
 }
 
-bool CZNListView::Connait(unsigned commande) const {
-  return commande == commandeCopier || commande == commandeImprimer || commande == commandeApercu;
-}
-
-bool CZNListView::Disponible(unsigned commande) const {
-  if (commande == commandeImprimer || commande == commandeApercu) return static_cast<bool>(m_impression);
-  return commande == commandeCopier && m_table->LigneChoisie() >= 0;
-}
-
-void CZNListView::Execute(unsigned commande) {
-  if (commande == commandeCopier) m_table->Copie();
-  if ((commande == commandeImprimer || commande == commandeApercu) && m_impression)
-    m_impression(commande == commandeApercu);
+std::vector<unsigned> CZNListView::MenuContextuel() const {
+  if (!Connait(CmdAjouter)) return {};
+  return {CmdCopier, CmdAjouter, CmdModifier, CmdSupprimer, 0, CmdAide};
 }
 
 void CZNListView::Active() {
-  if (Disponible(commandeModifier)) Execute(commandeModifier);
+  for (const unsigned commande : {CmdModifier, CmdAjouter})
+    if (Disponible(commande)) return Execute(commande);
 }
 
 void CZNListView::RestaureLargeurs() {

@@ -1,8 +1,6 @@
 // A list as a whole document window.
 #pragma once
 
-#include <functional>
-
 #include "ui/tableliste.h"
 #include "ui/vue.h"
 
@@ -25,15 +23,6 @@ class CZNListView : public Vue {
   /// `FillList` again; selection and scrolling stay where they were, by row data.
   void Actualise() override;
 
-  /// Prints what the list shows, or shows its preview: 57607 and 57609 can be used once this is given.
-  using Impression = std::function<void(bool apercu)>;
-  void SurImpression(Impression impression) { m_impression = std::move(impression); }
-
-  /// "&Copier" (9006) and printing are known here; a subclass adds its own and asks its base for the rest.
-  bool Connait(unsigned commande) const override;
-  bool Disponible(unsigned commande) const override;
-  void Execute(unsigned commande) override;
-
  protected:
   /// Clears and refills the rows from the file.
   virtual void FillList() = 0;
@@ -42,15 +31,14 @@ class CZNListView : public Vue {
   /// Fields of a row, "a|b|c", read when it is painted.
   virtual std::string TexteDe(ModeleListe::Donnee donnee) = 0;
   /// Menu of the right button: numbers of commands of the table, 0 a separator.
-  virtual std::vector<unsigned> MenuContextuel() const { return {}; }
-  /// Enter or double click on a row: "&Modifier..." (1006) when it can be used.
-  virtual void Active();
+  virtual std::vector<unsigned> MenuContextuel() const;
 
  private:
   void RestaureLargeurs();
   void SauveLargeurs();
+  /// Enter or double click on a row: "&Modifier..." when it can be used, else "&Ajouter...".
+  void Active();
   TableListe* m_table;
-  Impression m_impression;
   FinDesLiens m_finLiens{*this};
 };
 

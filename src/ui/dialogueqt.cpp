@@ -9,7 +9,6 @@
 
 #include "core/textes.h"
 #include "ui/dialogmessage.h"
-#include "ui/modales.h"
 #include "ui/texteqt.h"
 #include "ui/textes.h"
 
@@ -87,7 +86,6 @@ int DialogueQt::Message(unsigned style, unsigned numero, const std::string& text
 int DialogueQt::Montre(const QString& titre, const std::string& texte, unsigned style) {
   const FlecheNormale fleche(m_profondeur > 0);
   CDialogMessage boite(titre, Q(texte), style, Proprietaire());
-  const FormeEnCours enCours(boite);
   boite.exec();
   m_tournee.invalidate();
   return boite.Reponse();

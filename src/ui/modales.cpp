@@ -5,8 +5,8 @@
 #include <QEvent>
 #include <QMainWindow>
 #include <QMdiSubWindow>
+#include <QThread>
 #include <QWindow>
-#include <vector>
 
 namespace fenlor {
 
@@ -18,12 +18,6 @@ QWidget* Porteur(QObject* objet) {
   return qobject_cast<QWidget*>(objet);
 }
 
-/// As the toolkit's own stack of modal windows, but for the time between the hiding and the end.
-std::vector<const QWidget*>& EnCours() {
-  static std::vector<const QWidget*> formes;
-  return formes;
-}
-
 bool SeGarde(const QWidget& fenetre) {
   if (qobject_cast<const QMdiSubWindow*>(&fenetre) || qobject_cast<const QMainWindow*>(&fenetre)) return true;
   const auto* forme = qobject_cast<const QDialog*>(&fenetre);
@@ -32,10 +26,11 @@ bool SeGarde(const QWidget& fenetre) {
 
 }  // namespace
 
-bool DerriereModale(const QWidget& fenetre) {
+bool GardeModale::Derriere(const QWidget& fenetre) const {
   if (!fenetre.isEnabled()) return true;
   const QWidget* modale = QApplication::activeModalWidget();
-  if (!modale && !EnCours().empty()) modale = EnCours().back();
+  for (const EnCours& e : m_enCours)
+    if (!QApplication::activeModalWidget() && e.Dure()) modale = e.dialogue;
   if (!modale) return false;
   for (const QWidget* w = &fenetre; w; w = w->parentWidget())
     if (w == modale) return false;
@@ -45,10 +40,6 @@ bool DerriereModale(const QWidget& fenetre) {
   return true;
 }
 
-FormeEnCours::FormeEnCours(QWidget& forme) { EnCours().push_back(&forme); }
-
-FormeEnCours::~FormeEnCours() { EnCours().pop_back(); }
-
 void SurvitAuParent(QDialog& forme) {
   if (!forme.parentWidget()) return;
   QObject::connect(forme.parentWidget(), &QObject::destroyed, &forme,
@@ -57,12 +48,20 @@ void SurvitAuParent(QDialog& forme) {
 
 GardeModale::GardeModale(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
 
+bool GardeModale::EnCours::Dure() const {
+  return dialogue && (dialogue->isVisible() || QThread::currentThread()->loopLevel() > niveau);
+}
+
 bool GardeModale::eventFilter(QObject* objet, QEvent* evenement) {
+  std::erase_if(m_enCours, [](const EnCours& e) { return !e.Dure(); });
+  if (evenement->type() == QEvent::Show && !evenement->spontaneous())
+    if (auto* dialogue = qobject_cast<QDialog*>(objet); dialogue && dialogue->isModal())
+      m_enCours.push_back({dialogue, QThread::currentThread()->loopLevel()});
   const bool ferme = evenement->type() == QEvent::Close;
   if (!ferme && evenement->type() != QEvent::Shortcut) return false;
   const QWidget* fenetre = ferme ? qobject_cast<QWidget*>(objet) : Porteur(objet);
   if (!fenetre || (ferme && (Permise || !fenetre->isVisible() || !SeGarde(*fenetre)))) return false;
-  if (!DerriereModale(*fenetre)) return false;
+  if (!Derriere(*fenetre)) return false;
   evenement->ignore();
   return true;
 }

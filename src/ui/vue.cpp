@@ -10,6 +10,29 @@ Vue::Vue(ContexteUi& contexte, const std::string& titre, u32 bit)
   setObjectName(PageAide());
 }
 
+void Vue::Declare(const std::vector<CommandeVue>& lignes) {
+  for (const CommandeVue& ligne : lignes) m_commandes[ligne.numero] = ligne;
+}
+
+bool Vue::Disponible(unsigned commande) const {
+  const auto ligne = m_commandes.find(commande);
+  return ligne != m_commandes.end() && (!ligne->second.disponible || ligne->second.disponible());
+}
+
+bool Vue::Coche(unsigned commande) const {
+  const auto ligne = m_commandes.find(commande);
+  return ligne != m_commandes.end() && ligne->second.coche && ligne->second.coche();
+}
+
+void Vue::Execute(unsigned commande) {
+  if (const auto ligne = m_commandes.find(commande); ligne != m_commandes.end()) ligne->second.execute();
+}
+
+void Vue::SurImpression(const std::function<void(bool)>& impression) {
+  Declare(
+      {{CmdImprimer, [impression] { impression(false); }}, {CmdApercu, [impression] { impression(true); }}});
+}
+
 /// "Comptes de trésorerie" is "FenetreComptesDeTresorerie".
 QString Vue::PageAide() const {
   QString page = QStringLiteral("Fenetre");

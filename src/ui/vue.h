@@ -3,13 +3,24 @@
 
 #include <QPoint>
 #include <QWidget>
+#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "core/numeroscommandes.h"
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"
 
 namespace fenlor {
+
+/// A command of a document window: a row of its table.
+struct CommandeVue {
+  unsigned numero;
+  std::function<void()> execute;
+  std::function<bool()> disponible = {};  ///< always when empty
+  std::function<bool()> coche = {};       ///< its check mark; never when empty
+};
 
 /// The content of one child window. The main frame makes it, puts it into a child
 /// frame, and tells it about commands and changes; closing the frame deletes it.
@@ -33,12 +44,14 @@ class Vue : public QWidget {
   virtual void AppliqueDessin() { Actualise(); }
   /// A command of its own is at work, which shows what it changes by itself.
   bool Suspendue() const { return m_suspendue; }
-  /// The view's own commands (1005 "&Ajouter...", 1006, 1007 and their like).
-  virtual bool Connait(unsigned /*commande*/) const { return false; }
-  virtual bool Disponible(unsigned /*commande*/) const { return false; }
-  virtual void Execute(unsigned /*commande*/) {}
-  /// Check mark of a command that it knows.
-  virtual bool Coche(unsigned /*commande*/) const { return false; }
+  /// The view's own commands, as its table has them; one that it does not know is neither available nor
+  /// checked.
+  bool Connait(unsigned commande) const { return m_commandes.contains(commande); }
+  bool Disponible(unsigned commande) const;
+  bool Coche(unsigned commande) const;
+  void Execute(unsigned commande);
+  /// Prints what the window shows, or shows its preview: it knows 57607 and 57609 from here on.
+  void SurImpression(const std::function<void(bool apercu)>& impression);
   /// Page of the help: "Fenetre" and the window's name without blanks.
   virtual QString PageAide() const;
   /// False keeps the window open.
@@ -52,12 +65,16 @@ class Vue : public QWidget {
   void EtatChange();
 
  protected:
+  /// More rows of its table.
+  void Declare(const std::vector<CommandeVue>& lignes);
+
   ContexteUi& m_contexte;
   bool m_suspendue = false;
 
  private:
   std::string m_titre;
   u32 m_bit;
+  std::map<unsigned, CommandeVue> m_commandes;
   FinDesLiens m_finLiens{*this};
 };
 

@@ -97,16 +97,16 @@ constexpr struct {
 class VueDeTest : public Vue {
  public:
   VueDeTest(ContexteUi& contexte, const std::string& titre, u32 bit, std::vector<std::string>& trace)
-      : Vue(contexte, titre, bit), m_trace(trace) {}
+      : Vue(contexte, titre, bit), m_trace(trace) {
+    Declare({{CmdAjouter, [this] { m_trace.push_back("1005 " + Titre()); }},
+             {CmdModifier, [this] { m_trace.push_back("1006 " + Titre()); }, [] { return false; }}});
+  }
   ~VueDeTest() override { m_trace.push_back("-" + Titre()); }
   void Charge() override {
     Vue::Charge();
     m_trace.push_back("+" + Titre());
   }
   void Actualise() override { m_trace.push_back("!" + Titre()); }
-  bool Connait(unsigned commande) const override { return commande == CmdAjouter || commande == CmdModifier; }
-  bool Disponible(unsigned commande) const override { return commande == CmdAjouter; }
-  void Execute(unsigned commande) override { m_trace.push_back(std::to_string(commande) + " " + Titre()); }
 
  private:
   std::vector<std::string>& m_trace;

@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFileDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -111,7 +112,7 @@ TEST_F(ModalesTest, LeJournalSuitLaValidation) {
   ASSERT_EQ(journal->GetEcrCount(), 1) << "a draft";
   Robot robot;
   robot.Attend("DialogValidation", [](QDialog& forme) { forme.accept(); });
-  Principal->Table().Execute(1224);
+  Principal->Table().Execute(CmdValidation);
   EXPECT_EQ(journal->GetEcrCount(), 0);
 }
 
@@ -126,6 +127,25 @@ TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {
   Rafale(Qt::Key_F2, Qt::Key_Down);
   Principal->Table().Execute(CmdFermerFenetres);
   EXPECT_EQ(Ouvertes(), 0) << "afterwards it does";
+}
+
+TEST_F(ModalesTest, UnDialogueDeFichiersGardeAussiLesFenetres) {
+  Robot robot;
+  robot.Attend("fichiers", [this](QDialog& dialogue) {
+    Principal->Zone().closeAllSubWindows();
+    EXPECT_EQ(Ouvertes(), 1);
+    dialogue.reject();
+    Principal->Zone().closeAllSubWindows();
+    Principal->Table().Execute(CmdFermerFenetres);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Ouvertes(), 1) << "on its way out";
+  });
+  QFileDialog fichiers(Principal.get());
+  fichiers.setObjectName(QStringLiteral("fichiers"));
+  fichiers.setOption(QFileDialog::DontUseNativeDialog);
+  fichiers.exec();
+  Principal->Table().Execute(CmdFermerFenetres);
+  EXPECT_EQ(Ouvertes(), 0) << "afterwards they close";
 }
 
 }  // namespace

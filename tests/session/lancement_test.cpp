@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// "C=... D=... ..." of what was given.
-std::string Resume(const LigneCommande& l) {
+std::string Resume(const ArgumentsLancement& l) {
   std::string texte;
   const auto ajoute = [&texte](char lettre, const std::optional<std::string>& valeur) {
     if (valeur) texte += std::string(texte.empty() ? "" : " ") + lettre + "=" + *valeur;

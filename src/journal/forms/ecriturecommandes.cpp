@@ -23,33 +23,6 @@ namespace fenlor {
 
 namespace {
 
-enum Commande : unsigned {
-  CmdAjouter = 1005,
-  CmdModifier = 1006,
-  CmdSupprimer = 1007,
-  CmdPointer = 1008,
-  CmdRapprocher = 1009,
-  CmdChangerDate = 1010,
-  CmdRenumeroter = 1011,
-  CmdMois = 1022,
-  CmdCriteres = 1023,
-  CmdBrouillard = 1220,
-  CmdValidees = 1221,
-  CmdToutes = 1222,
-  CmdValider = 1230,
-  CmdComptable = 1248,
-  CmdAide = 9002,
-  CmdCopier = 9006,
-  CmdImprimer = 57607,
-  CmdApercu = 57609,
-  CmdCopierMenu = 57634,
-};
-
-constexpr unsigned connues[] = {CmdAjouter,     CmdModifier,    CmdSupprimer, CmdPointer,   CmdRapprocher,
-                                CmdChangerDate, CmdRenumeroter, CmdMois,      CmdCriteres,  CmdBrouillard,
-                                CmdValidees,    CmdToutes,      CmdValider,   CmdComptable, CmdCopier,
-                                CmdImprimer,    CmdApercu,      CmdCopierMenu};
-
 /// Of a long selection no more is read to tell what can be done; the commands pass over the rows that they
 /// do not concern.
 constexpr int luesAuPlus = 200;
@@ -79,56 +52,39 @@ std::vector<unsigned> CEcritureView::MenuContextuel() {
           CmdAide};
 }
 
-bool CEcritureView::Connait(unsigned commande) const {
-  return std::find(std::begin(connues), std::end(connues), commande) != std::end(connues);
+void CEcritureView::DeclareCommandes() {
+  const auto choisie = [this] { return GetEcrId(GetEcrSel()) != 0; };
+  const auto brouillon = [this] { return Etat().brouillon; };
+  Declare({
+      {CmdAjouter, [this] { Ajoute(); }},
+      {CmdModifier, [this] { Modifie(); }, [=, this] { return m_liste->NbChoisies() == 1 && choisie(); }},
+      {CmdSupprimer, [this] { Supprime(); }, choisie},
+      {CmdPointer, [this] { Pointe(); }, choisie, [this] { return Etat().pointee; }},
+      {CmdRapprocher, [this] { Rapproche(); }, [this] { return PeutRapprocher(); },
+       [this] { return Etat().rapprochee; }},
+      {CmdValider, [this] { Valide(); }, brouillon, [=] { return choisie() && !brouillon(); }},
+      {CmdChangerDate, [this] { ChangeDate(); }, choisie},
+      {CmdRenumeroter, [this] { Renumerote(); }},
+      {CmdMois, [this] { AutreMois(); }},
+      {CmdCriteres, [this] { Criteres(); }},
+      {CmdComptable, [this] { BasculeComptable(); }, [this] { return !EstOD(); },
+       [this] { return Comptable(); }},
+      {CmdCopier, [this] { Copie(); }, choisie},
+      {CmdCopierMenu, [this] { Copie(); }, choisie},
+  });
+  for (const auto& [commande, mode] :
+       {std::pair{CmdBrouillard, ListeBrouillard}, {CmdValidees, ListeValidees}, {CmdToutes, ListeToutes}})
+    Declare({{commande,
+              [this, mode = mode] { ChangeMode(mode); },
+              {},
+              [this, mode = mode] { return m_mode == mode; }}});
 }
 
-bool CEcritureView::Disponible(unsigned commande) const {
-  switch (commande) {
-    case CmdModifier:
-      return m_liste->NbChoisies() == 1 && GetEcrId(GetEcrSel()) != 0;
-    case CmdSupprimer:
-    case CmdPointer:
-    case CmdChangerDate:
-    case CmdCopier:
-    case CmdCopierMenu:
-      return GetEcrId(GetEcrSel()) != 0;
-    case CmdRapprocher:
-      if (GetEcrId(GetEcrSel()) == 0) return false;
-      if (!EstOD() && m_combo->Choisi())
-        return m_combo->Choisi()->banque || m_contexte.App.Reglages.IsRapprochementEspeces();
-      return Etat().rapprochable;
-    case CmdValider:
-      return Etat().brouillon;
-    case CmdComptable:
-      return !EstOD();
-    case CmdImprimer:
-    case CmdApercu:
-      return static_cast<bool>(m_impression);
-    default:
-      return Connait(commande);
-  }
-}
-
-bool CEcritureView::Coche(unsigned commande) const {
-  switch (commande) {
-    case CmdPointer:
-      return Etat().pointee;
-    case CmdRapprocher:
-      return Etat().rapprochee;
-    case CmdValider:
-      return GetEcrId(GetEcrSel()) != 0 && !Etat().brouillon;
-    case CmdBrouillard:
-      return m_mode == ListeBrouillard;
-    case CmdValidees:
-      return m_mode == ListeValidees;
-    case CmdToutes:
-      return m_mode == ListeToutes;
-    case CmdComptable:
-      return Comptable();
-    default:
-      return false;
-  }
+bool CEcritureView::PeutRapprocher() const {
+  if (GetEcrId(GetEcrSel()) == 0) return false;
+  if (!EstOD() && m_combo->Choisi())
+    return m_combo->Choisi()->banque || m_contexte.App.Reglages.IsRapprochementEspeces();
+  return Etat().rapprochable;
 }
 
 const CEcritureView::EtatSelection& CEcritureView::Etat() const {
@@ -158,48 +114,6 @@ const CEcritureView::EtatSelection& CEcritureView::Etat() const {
     if (m_etat->brouillon && m_etat->rapprochable) break;
   }
   return *m_etat;
-}
-
-void CEcritureView::Execute(unsigned commande) {
-  switch (commande) {
-    case CmdAjouter:
-      return Ajoute();
-    case CmdModifier:
-      return Modifie();
-    case CmdSupprimer:
-      return Supprime();
-    case CmdPointer:
-      return Pointe();
-    case CmdRapprocher:
-      return Rapproche();
-    case CmdValider:
-      return Valide();
-    case CmdChangerDate:
-      return ChangeDate();
-    case CmdRenumeroter:
-      return Renumerote();
-    case CmdMois:
-      return AutreMois();
-    case CmdCriteres:
-      return Criteres();
-    case CmdBrouillard:
-      return ChangeMode(ListeBrouillard);
-    case CmdValidees:
-      return ChangeMode(ListeValidees);
-    case CmdToutes:
-      return ChangeMode(ListeToutes);
-    case CmdComptable:
-      return BasculeComptable();
-    case CmdCopier:
-    case CmdCopierMenu:
-      return Copie();
-    case CmdImprimer:
-    case CmdApercu:
-      if (m_impression) m_impression(*this, commande == CmdApercu);
-      return;
-    default:
-      return;
-  }
 }
 
 bool CEcritureView::RefuseCloture() {

@@ -29,7 +29,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr u32 bits[] = {FenRecettes, FenDepenses, FenOperationsDiverses};
-constexpr unsigned Ajouter = 1005, Modifier = 1006;
 
 /// The text of a journal in a run of three.
 const TexteFixe& De(const TexteFixe (&textes)[3], i16 journal) { return textes[journal - JournalRecettes]; }
@@ -77,15 +76,16 @@ CEcritureView::CEcritureView(ContexteUi& contexte, i16 journal)
   setFocusProxy(m_liste);
   setAutoFillBackground(true);
   Dispose();
+  DeclareCommandes();
 
   m_liste->Modele().PoseLecture([this](u32 mouvement, EntreeJournal& entree) {
     return LitEntreeJournal(App(), mouvement, Comptable(), Filtre(), entree);
   });
   m_liste->SurActivation([this](bool surLigne) {
     if (!surLigne)
-      Execute(Ajouter);
-    else if (Disponible(Modifier))
-      Execute(Modifier);
+      Ajoute();
+    else
+      Modifie();
   });
   m_liste->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(m_liste, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {

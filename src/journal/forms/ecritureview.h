@@ -32,10 +32,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   void Charge() override;
   void Actualise() override { RefreshJournal(); }
   void AppliqueDessin() override;
-  bool Connait(unsigned commande) const override;
-  bool Disponible(unsigned commande) const override;
-  bool Coche(unsigned commande) const override;
-  void Execute(unsigned commande) override;
   bool PeutFermer() override;  ///< notes the state of the window
 
   int GetEcrCount() const override;
@@ -51,9 +47,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   /// What the list is made of now; the printed journal takes the same.
   DemandeListe Demande() const;
   bool JournalComptable() const { return m_journalComptable; }
-  /// Commands 57607 (print) and 57609 (preview) are available once this is given.
-  using Impression = std::function<void(CEcritureView& vue, bool apercu)>;
-  void SurImpression(Impression impression) { m_impression = std::move(impression); }
   /// The menu of the right button.
   static std::vector<unsigned> MenuContextuel();
 
@@ -96,6 +89,8 @@ class CEcritureView : public Vue, public ListeEcritures {
   const EtatSelection& Etat() const;
 
   // Commands, in ecriturecommandes.cpp
+  void DeclareCommandes();
+  bool PeutRapprocher() const;
   Date DateProposee();
   void Ajoute();
   void Modifie();
@@ -119,7 +114,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   CritereEcriture m_criteres;
   TotauxListe m_totaux, m_totauxChoisis;
   mutable std::optional<EtatSelection> m_etat;
-  Impression m_impression;
   bool m_charge = false;
   QLabel* m_entete;
   QLabel* m_legende;

@@ -6,15 +6,13 @@
 
 namespace fenlor {
 
-namespace {
-
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007, Aide = 9002, Copier = 9006;
-
-}  // namespace
-
 FichesView::FichesView(ContexteUi& contexte, const std::string& titre, u32 bit)
     : CZNListView(contexte, titre, bit) {
   Table().Modele().DerniereFixe(true);
+  const auto choisie = [this] { return Choisie() != 0; };
+  Declare({{CmdAjouter, [this] { Saisit(0); }},
+           {CmdModifier, [this] { Saisit(Choisie()); }, choisie},
+           {CmdSupprimer, [this] { Supprime(); }, choisie}});
 }
 
 void FichesView::FillList() {
@@ -23,10 +21,6 @@ void FichesView::FillList() {
   lignes.push_back(0);
   Table().Modele().Remplit(std::move(lignes));
   if (Table().ColonneTriee() >= 0) Table().TrieParColonne(Table().ColonneTriee());
-}
-
-std::vector<unsigned> FichesView::MenuContextuel() const {
-  return {Copier, Ajouter, Modifier, Supprimer, 0, Aide};
 }
 
 Position FichesView::Choisie() const { return static_cast<Position>(Table().DonneeChoisie()); }
@@ -43,25 +37,6 @@ void FichesView::Remplace(Position position) {
   if (const int ligne = Table().LigneChoisie(); ligne >= 0)
     Table().Modele().Change(ligne, TexteDe(position), position);
 }
-
-bool FichesView::Connait(unsigned commande) const {
-  return (commande >= Ajouter && commande <= Supprimer) || CZNListView::Connait(commande);
-}
-
-bool FichesView::Disponible(unsigned commande) const {
-  if (commande == Ajouter) return true;
-  if (commande == Modifier || commande == Supprimer) return Choisie() != 0;
-  return CZNListView::Disponible(commande);
-}
-
-void FichesView::Execute(unsigned commande) {
-  if (commande == Ajouter) return Saisit(0);
-  if (commande == Modifier && Choisie() != 0) return Saisit(Choisie());
-  if (commande == Supprimer) return Supprime();
-  CZNListView::Execute(commande);
-}
-
-void FichesView::Active() { Execute(Choisie() != 0 ? Modifier : Ajouter); }
 
 void FichesView::Saisit(Position position) {
   if (position == 0 && App().Reglages.IsExerciceCloture()) {

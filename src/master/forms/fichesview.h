@@ -15,11 +15,6 @@ class FichesView : public CZNListView {
   /// The record of the selected row stands at another position now; its place stays.
   void Remplace(Position position);
 
-  /// Commands 1005 to 1007. Enter on the empty last row adds.
-  bool Connait(unsigned commande) const override;
-  bool Disponible(unsigned commande) const override;
-  void Execute(unsigned commande) override;
-
  protected:
   FichesView(ContexteUi& contexte, const std::string& titre, u32 bit);
 
@@ -32,8 +27,6 @@ class FichesView : public CZNListView {
   virtual bool SupprimeFiche(Position position) = 0;
 
   void FillList() override;
-  std::vector<unsigned> MenuContextuel() const override;
-  void Active() override;
 
  private:
   Position Choisie() const;

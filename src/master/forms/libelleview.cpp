@@ -14,8 +14,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007, Aide = 9002, Copier = 9006;
-
 /// The separator of a row's fields is none inside a label.
 std::string Affiche(std::string libelle) {
   std::replace(libelle.begin(), libelle.end(), '|', '\xA6');
@@ -27,6 +25,10 @@ std::string Affiche(std::string libelle) {
 CLibelleView::CLibelleView(ContexteUi& contexte) : CZNListView(contexte, Texte(TitreLibelles), FenLibelles) {
   Table().Modele().DerniereFixe(true);
   Table().SetColonnesId(ColonnesLibelles);
+  const auto choisi = [this] { return Table().DonneeChoisie() != 0; };
+  Declare({{CmdAjouter, [this] { Saisit(true); }},
+           {CmdModifier, [this] { Saisit(false); }, choisi},
+           {CmdSupprimer, [this] { Supprime(); }, choisi}});
 }
 
 void CLibelleView::Charge() {
@@ -92,28 +94,6 @@ bool CLibelleView::Change(int ligne, const std::string& libelle) {
   Table().Modele().Change(ligne, Affiche(libelle), donnee);
   return true;
 }
-
-std::vector<unsigned> CLibelleView::MenuContextuel() const {
-  return {Copier, Ajouter, Modifier, Supprimer, 0, Aide};
-}
-
-bool CLibelleView::Connait(unsigned commande) const {
-  return (commande >= Ajouter && commande <= Supprimer) || CZNListView::Connait(commande);
-}
-
-bool CLibelleView::Disponible(unsigned commande) const {
-  if (commande == Ajouter) return true;
-  if (commande == Modifier || commande == Supprimer) return Table().DonneeChoisie() != 0;
-  return CZNListView::Disponible(commande);
-}
-
-void CLibelleView::Execute(unsigned commande) {
-  if (commande == Ajouter || commande == Modifier) return Saisit(commande == Ajouter);
-  if (commande == Supprimer) return Supprime();
-  CZNListView::Execute(commande);
-}
-
-void CLibelleView::Active() { Execute(Table().DonneeChoisie() != 0 ? Modifier : Ajouter); }
 
 void CLibelleView::Saisit(bool ajout) {
   if (ajout && App().Reglages.IsExerciceCloture()) {

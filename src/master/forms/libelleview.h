@@ -26,16 +26,9 @@ class CLibelleView : public CZNListView {
   bool Insere(const std::string& libelle);
   bool Change(int ligne, const std::string& libelle);
 
-  /// Commands 1005 to 1007. Enter on the empty last row adds.
-  bool Connait(unsigned commande) const override;
-  bool Disponible(unsigned commande) const override;
-  void Execute(unsigned commande) override;
-
  protected:
   void FillList() override;
   std::string TexteDe(ModeleListe::Donnee donnee) override;
-  std::vector<unsigned> MenuContextuel() const override;
-  void Active() override;
 
  private:
   std::vector<std::string> Libelles() const;

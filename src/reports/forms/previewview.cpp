@@ -12,12 +12,6 @@
 
 namespace fenlor {
 
-namespace {
-
-constexpr unsigned CmdImprimer = 57607;
-
-}  // namespace
-
 CZNPreviewView::CZNPreviewView(ContexteUi& contexte, CEtatView& etat, const std::string& titre)
     : Vue(contexte, Texte(TitreApercu), 0),
       m_etat(&etat),
@@ -35,6 +29,7 @@ CZNPreviewView::CZNPreviewView(ContexteUi& contexte, CEtatView& etat, const std:
   connect(m_barre, &CPreviewToolBar::Exporte, this, &CZNPreviewView::Exporte);
   connect(m_barre, &CPreviewToolBar::Ferme, this, &CZNPreviewView::Ferme);
   m_feuilles->Pose(m_etat);
+  Declare({{CmdImprimer, [this] { Q_EMIT Imprime(); }}});
 }
 
 CZNPreviewView::~CZNPreviewView() { Q_EMIT Terminee(); }
@@ -50,12 +45,6 @@ void CZNPreviewView::AppliqueDessin() {
   if (!m_etat) return;
   m_etat->Prepare(m_etat->Feuille());
   Relit();
-}
-
-bool CZNPreviewView::Connait(unsigned commande) const { return commande == CmdImprimer; }
-
-void CZNPreviewView::Execute(unsigned commande) {
-  if (commande == CmdImprimer) Q_EMIT Imprime();
 }
 
 QSize CZNPreviewView::sizeHint() const {

@@ -27,11 +27,6 @@ class CZNPreviewView : public Vue {
   void Actualise() override {}
   /// Print font and draft mode are those of the preferences.
   void AppliqueDessin() override;
-  /// Printing (57607).
-  bool Connait(unsigned commande) const override;
-  bool Disponible(unsigned commande) const override { return Connait(commande); }
-  void Execute(unsigned commande) override;
-
   QSize sizeHint() const override;
 
  Q_SIGNALS:
