@@ -126,7 +126,7 @@ bool FautSupprimerEcritures(CFenlorApp& app) {
   const std::string variable = Texte(VariableFraisKm);
   const u32 nombre = CompteEcrituresVariable(app, variable);
   return nombre > 0 && app.MessageId(BoutonsOuiNon | IconeAttention, QuestionEcrituresVariable,
-                                     {std::to_string(nombre), variable}) == RepOui;
+                                     {std::to_string(nombre), variable.substr(1)}) == RepOui;
 }
 
 }  // namespace

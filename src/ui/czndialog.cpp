@@ -186,7 +186,6 @@ void CZNDialog::Boutons(Mode mode, bool voisins) {
   if (!m_defaut) m_defaut = annuler;
   m_defaut->setDefault(true);
   AppliqueDessin();
-  if (mode == Mode::Consultation) LectureSeule();
 }
 
 void CZNDialog::AjouteAide() {

@@ -32,7 +32,7 @@ class CZNDialog : public QDialog {
     Simple,        ///< "&Ok", "A&nnuler"
     Ajout,         ///< "&Enregistrer", "&Fermer": saves and clears itself for the next one
     Modification,  ///< "&Ok", "A&nnuler", and "&Précédent", "&Suivant" when `Voisin` is used
-    Consultation,  ///< "&Fermer" alone; the fields are read only
+    Consultation,  ///< "&Fermer" alone: nothing is saved
   };
 
   CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent = nullptr);

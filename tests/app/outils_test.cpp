@@ -325,7 +325,10 @@ TEST_F(Outils, AProposEtInformations) {
   ASSERT_TRUE(CreeExercice("2003"));
   CDialogAbout apropos(Contexte, nullptr);
   QString texte;
-  for (const QLabel* label : apropos.findChildren<QLabel*>()) texte += label->text() + u'\n';
+  for (const QLabel* label : apropos.findChildren<QLabel*>()) {
+    texte += label->text() + u'\n';
+    EXPECT_EQ(label->palette().windowText(), apropos.palette().windowText()) << "not faint";
+  }
   for (const QString& attendu : {u"Fenlor"_s, u"5.0.235"_s, u"GPL-3.0-or-later"_s, u"sans garantie"_s,
                                  QString::fromLatin1(qVersion()), u"autonome"_s})
     EXPECT_TRUE(texte.contains(attendu)) << attendu.toStdString();

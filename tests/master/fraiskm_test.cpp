@@ -158,7 +158,7 @@ TEST_F(FraisKm, LesEcrituresQueLeMontantRemplace) {
   EXPECT_FALSE(r.ecrituresSupprimees);
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{QuestionEcrituresVariable});
   EXPECT_THAT(Boite.Questions.at(0).texte, HasSubstr("2 écriture(s)"_w));
-  EXPECT_THAT(Boite.Questions.at(0).texte, HasSubstr("'&&FRAISKM'"));
+  EXPECT_THAT(Boite.Questions.at(0).texte, HasSubstr("'&FRAISKM'"));
   EXPECT_EQ(Lignes(premiere).size(), 2u);
 
   Boite.Reponses = {RepOui, RepOui};
