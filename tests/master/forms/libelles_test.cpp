@@ -211,6 +211,7 @@ TEST_F(FenetreLibelles, DossierPerdu) {
     std::filesystem::rename(App().PathExercice, ailleurs);
     Clique(Bouton(f, u"&Enregistrer"_s));
     EXPECT_EQ(Champ(f).text(), u"Assurance"_s) << "what was typed is not lost";
+    Boite.Reponses = {RepNon};  // not to be saved again
     Clique(Bouton(f, u"&Fermer"_s));
   });
   Vue->Actualise();
