@@ -62,8 +62,12 @@ void CZNListView::Charge() {
 }
 
 void CZNListView::Actualise() {
-  m_table->ActualisePreferences();
   m_table->Recharge([this] { FillList(); });
+}
+
+void CZNListView::AppliqueDessin() {
+  m_table->ActualisePreferences();
+  Actualise();
 }
 
 std::vector<unsigned> CZNListView::MenuContextuel() const {

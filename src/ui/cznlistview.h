@@ -22,6 +22,7 @@ class CZNListView : public Vue {
   void Charge() override;
   /// `FillList` again; selection and scrolling stay where they were, by row data.
   void Actualise() override;
+  void AppliqueDessin() override;
 
  protected:
   /// Clears and refills the rows from the file.
