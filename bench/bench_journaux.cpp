@@ -62,10 +62,13 @@ class Mois {
 
   MoisJournal Liste() {
     MoisJournal mois;
-    if (!ListeMois(m_app, m_demande, mois)) Echec("the month cannot be listed");
+    if (ListeMois(m_app, m_demande, mois)) Echec("the month cannot be listed");
     return mois;
   }
-  void Selection(const std::vector<u32>& mouvements) { TotauxEntrees(m_app, m_demande, mouvements); }
+  void Selection(const std::vector<u32>& mouvements) {
+    TotauxListe totaux;
+    if (TotauxEntrees(m_app, m_demande, mouvements, totaux)) Echec("the rows cannot be summed up");
+  }
   void Rangee(u32 mouvement) {
     EntreeJournal entree;
     if (!LitEntreeJournal(m_app, mouvement, true, {}, entree)) Echec("an entry cannot be read");

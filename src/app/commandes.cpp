@@ -156,23 +156,21 @@ void Commandes::Demonstration(unsigned) {
     // A practice of its own, beside the one that is open here.
     QVAPI magasin;
     CFenlorApp demo(magasin, app.Boite);
-    app.Boite.OuvreProgress(Texte(TitreDemo), Texte(TexteDemo), false, 3);
-    ResultatDemo resultat;
-    if (magasin.QVOpenSession(1) && magasin.QVOpenCompta(chemin, {})) {
-      demo.PathCabinet = chemin;
-      resultat = RemplitDemo(demo, [&](const ResumeDemo&) {
-        app.Boite.Step();
-        app.Boite.IsAborted();
-      });
-    } else {
-      resultat = {ErrMagasin, magasin.QVErreurTexte(magasin.QVFileErrorCode())};
+    Refus refus;
+    {
+      const Progression progression(app.Boite, Texte(TitreDemo), Texte(TexteDemo), false, 3);
+      if (magasin.QVOpenSession(1) && magasin.QVOpenCompta(chemin, {})) {
+        demo.PathCabinet = chemin;
+        refus = RemplitDemo(demo, [&](const ResumeDemo&) {
+          app.Boite.Step();
+          app.Boite.IsAborted();
+        });
+      } else {
+        refus = demo.EchecMagasin();
+      }
+      magasin.QVCloseSession();
     }
-    magasin.QVCloseSession();
-    app.Boite.FermeProgress();
-    if (!resultat) {
-      app.Boite.Erreur(resultat.erreur, resultat.texte);
-      return;
-    }
+    if (!app.Dit(refus)) return;
   }
   if (!QProcess::startDetached(QApplication::applicationFilePath(), {u"/D"_s, dossier}))
     app.ReportErreur(ErrOuvertureDe, {De1252(QApplication::applicationFilePath())});

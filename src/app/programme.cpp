@@ -183,7 +183,7 @@ void Programme::OuvreExerciceCourant() {
   m_app.ExerciceOuvert = 0;
   if (m_app.NomExercice.empty()) return;
   const std::string nom = m_app.NomExercice;
-  if (!OuvreExercice(m_app, nom)) {
+  if (!m_app.Dit(OuvreExercice(m_app, nom))) {
     FermeAccueil();
     m_app.NomExercice.clear();
     m_premier = false;
@@ -204,8 +204,7 @@ void Programme::ExitInstance() {
       DitEchecReglages(m_app);
   }
   if (m_cadre) m_cadre->FermeCalculatrice();
-  if (!m_magasin.QVCloseSession())
-    m_app.ReportErreur(ErrMagasin, {m_magasin.QVErreurTexte(m_magasin.QVFileErrorCode())});
+  if (!m_magasin.QVCloseSession()) m_app.Dit(m_app.EchecMagasin());
   m_magasin.QVSetCallback({});
   PrevientParent(m_app.ParentWindow, 1, 0);
   if (m_instance) m_instance->Ferme();

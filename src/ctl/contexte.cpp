@@ -157,28 +157,23 @@ void Contexte::Avertit(const std::string& texte) {
   }
 }
 
-int Contexte::Refuse(unsigned numero, const std::string& texte, u32 ligne) {
-  std::string message = "Erreur " + std::to_string(numero), reste = texte;
+int Contexte::Refuse(const Refus& refus, u32 ligne) {
+  // What the files told has no words of its own.
+  std::string reste = refus.texte.empty() ? DernierEchec().texte : refus.texte;
+  Oublie();
+  std::string message = "Erreur " + std::to_string(refus.numero);
   if (ligne != 0) {
     message += ", ligne " + std::to_string(ligne);
     // The text of ErrLigneIllisible names its line itself.
     const std::string debut = TexteFormat(ErrLigneIllisible, {std::to_string(ligne), {}});
-    if (numero == ErrLigneIllisible && reste.starts_with(debut)) reste.erase(0, debut.size());
+    if (refus.numero == ErrLigneIllisible && reste.starts_with(debut)) reste.erase(0, debut.size());
   }
   m_erreurs << message << " : " << VersUtf8(SurUneLigne(reste)) << std::endl;
   return StatutRefuse;
 }
 
 int Contexte::Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne) {
-  return Refuse(erreur, TexteFormat(erreur, arguments), ligne);
-}
-
-int Contexte::Refuse(const Refus& refus, u32 ligne) {
-  unsigned numero = refus.numero;
-  std::string texte = refus.texte;
-  if (texte.empty()) DernierEchec(numero, texte);
-  Oublie();
-  return Refuse(numero, texte, ligne);
+  return Refuse(Refus(erreur, "", arguments), ligne);
 }
 
 bool Contexte::Invalide(const char* champ, const std::string& raison) {
@@ -187,10 +182,10 @@ bool Contexte::Invalide(const char* champ, const std::string& raison) {
 }
 
 int Contexte::RefuseRegle(unsigned numero) {
-  unsigned dit = 0;
-  std::string texte;
-  DernierEchec(dit, texte);
-  return Refuse(numero, dit == numero ? texte : std::string());
+  Refus refus = DernierEchec();
+  if (refus.numero != numero) refus.texte.clear();
+  refus.numero = numero;
+  return Refuse(refus);
 }
 
 int Contexte::RefuseUsage(const std::string& faute) { return fenlor::RefuseUsage(m_erreurs, faute); }
@@ -204,20 +199,19 @@ int Contexte::RefuseLecture(int erreur, const std::string& chemin) {
                                  DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
 }
 
-void Contexte::DernierEchec(unsigned& numero, std::string& texte) {
+Refus Contexte::DernierEchec() {
+  Refus refus = App.EchecMagasin();
   if (!m_texteMagasin.empty()) {
-    numero = m_numeroMagasin != 0 ? m_numeroMagasin : unsigned{ErrMagasin};
-    texte = m_texteMagasin;
+    if (m_numeroMagasin != 0) refus.numero = m_numeroMagasin;
+    refus.texte = m_texteMagasin;
   } else if (Dialogue.Numero() != 0 || !Dialogue.Texte().empty()) {
-    numero = Dialogue.Numero() != 0 ? Dialogue.Numero() : unsigned{ErrMagasin};
-    texte = Dialogue.Texte();
-  } else {
-    numero = ErrMagasin;
-    texte = Magasin.QVErreurTexte(Magasin.QVFileErrorCode());
-    const std::string fichier = Magasin.QVFichierErreur();
-    if (!fichier.empty()) texte += " : " + DepuisUtf8(fichier).value_or(fichier);
+    if (Dialogue.Numero() != 0) refus.numero = Dialogue.Numero();
+    refus.texte = Dialogue.Texte();
+  } else if (const std::string fichier = Magasin.QVFichierErreur(); !fichier.empty()) {
+    refus.texte += " : " + DepuisUtf8(fichier).value_or(fichier);
   }
   Oublie();
+  return refus;
 }
 
 void Contexte::Oublie() {
@@ -226,12 +220,7 @@ void Contexte::Oublie() {
   Dialogue.Oublie();
 }
 
-int Contexte::RefuseMagasin() {
-  unsigned numero = 0;
-  std::string texte;
-  DernierEchec(numero, texte);
-  return Refuse(numero, texte);
-}
+int Contexte::RefuseMagasin() { return Refuse(DernierEchec()); }
 
 bool Contexte::FinDeCle() const {
   const int code = Magasin.QVFileErrorCode();

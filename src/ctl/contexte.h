@@ -46,12 +46,10 @@ class Contexte {
   /// Closes what is open and flushes the output; the command's final status.
   int Termine(int statut);
 
-  /// Tells a numbered refusal, with the input line when it is not 0. Returns
-  /// StatutRefuse.
-  int Refuse(unsigned numero, const std::string& texte, u32 ligne = 0);
-  int Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne = 0);
-  /// Tells what stopped a rule: its own words, or those of the files that told it first.
+  /// Tells a refusal, with the input line when it is not 0: its own words, or those of the store or the files
+  /// that told it first. Returns StatutRefuse.
   int Refuse(const Refus& refus, u32 ligne = 0);
+  int Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne = 0);
   /// ErrChampInvalide with the reason. Returns false.
   bool Invalide(const char* champ, const std::string& raison);
   /// A rule refused with this number: its own words, which the dialogue kept.
@@ -63,8 +61,8 @@ class Contexte {
   int RefuseLecture(int erreur, const std::string& chemin);
   /// Tells what the store or the dialogue said last, or the store's error code.
   int RefuseMagasin();
-  /// The same as number and text, and forgets it.
-  void DernierEchec(unsigned& numero, std::string& texte);
+  /// The same, not told yet, and forgets it.
+  Refus DernierEchec();
   void Oublie();
   /// Tells on the error stream what is no refusal; the text's further lines stand under it.
   void Avertit(const std::string& texte);

@@ -46,19 +46,17 @@ class Echeancier : public CCalculAmortissements {
   f64 m_franc = 0, m_euro = 0;
 };
 
-RefusLigne RefusManquant(const char* champ) {
-  return {ErrChampManquant, TexteFormat(ErrChampManquant, {champ})};
-}
+Refus RefusManquant(const char* champ) { return Refus(ErrChampManquant, "", {champ}); }
 
 /// What no schedule can do without. Absent fields count as 0 in a record.
-RefusLigne ControleAbsents(const Json& objet, const Immobilisation& immo) {
+Refus ControleAbsents(const Json& objet, const Immobilisation& immo) {
   for (const char* champ : {"DateAchat", "TauxAnnuel"})
     if (!objet.contains(champ)) return RefusManquant(champ);
   if (immo.TypeAmortissement == Degressif && !objet.contains("Duree")) return RefusManquant("Duree");
   return {};
 }
 
-RefusLigne Controle(const Immobilisation& immo) {
+Refus Controle(const Immobilisation& immo) {
   if (!IsDateOk(immo.DateAchat)) return RefusChamp("DateAchat", "cette date n'existe pas."_w);
   if (immo.DateCession != 0 && !IsDateOk(immo.DateCession))
     return RefusChamp("DateCession", "cette date n'existe pas."_w);
@@ -86,7 +84,7 @@ class CommandeEcheancier {
       if (m_contexte.Dialogue.Numero() != 0) return m_contexte.RefuseMagasin();
       return m_contexte.Refuse(ErrChampInvalide, {"numero", "cette immobilisation n'existe pas."_w});
     }
-    if (const RefusLigne refus = Controle(*fichier.Rec)) return m_contexte.Refuse(refus.numero, refus.texte);
+    if (const Refus refus = Controle(*fichier.Rec)) return m_contexte.Refuse(refus);
     return Ecrit(*fichier.Rec) ? StatutFait : StatutRefuse;
   }
 
@@ -104,13 +102,13 @@ class CommandeEcheancier {
     while (lignes.Suivante(ligne, tropLongue)) {
       Json objet;
       Immobilisation immo{};
-      RefusLigne refus =
+      Refus refus =
           tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
       if (!refus) refus = LitEnregistrement(objet, Champs(FichierImmo), &immo);
       if (!refus) refus = ControleAbsents(objet, immo);
       if (!refus) refus = Controle(immo);
       if (refus)
-        statut = m_contexte.Refuse(refus.numero, refus.texte, lignes.Numero());
+        statut = m_contexte.Refuse(refus, lignes.Numero());
       else if (!Ecrit(immo))
         return StatutRefuse;
     }

@@ -159,7 +159,7 @@ class CommandeFiche {
   int Enregistre() {
     // The form's question on a credit balance: typed on purpose, as --oui confirms.
     if (m_options.creditInitial && m_fiche.creditInitial != 0 && !m_contexte.Globales.oui)
-      return m_contexte.Refuse(QuestionSoldeCrediteur, Texte(QuestionSoldeCrediteur));
+      return m_contexte.Refuse(QuestionSoldeCrediteur, {});
     if (m_options.code)
       if (const ResultatMaster r = ControleCode(m_app, m_forme->forme, m_fiche); !r)
         return m_contexte.RefuseRegle(r.erreur);

@@ -11,7 +11,7 @@ namespace {
 
 int Remplit(Contexte& contexte) {
   bool ecrit = true;
-  const ResultatDemo resultat = RemplitDemo(contexte.App, [&](const ResumeDemo& r) {
+  const Refus refus = RemplitDemo(contexte.App, [&](const ResumeDemo& r) {
     if (contexte.Globales.json) {
       ecrit = contexte.Ecrit(LigneJson()
                                  .Texte("exercice", r.exercice)
@@ -28,7 +28,7 @@ int Remplit(Contexte& contexte) {
                                     " écritures, recettes "_w + montant(r.recettes) + ", dépenses "_w +
                                     montant(r.depenses) + ".\n"));
   });
-  if (!resultat) return contexte.Refuse(resultat.erreur, resultat.texte);
+  if (refus) return contexte.Refuse(refus);
   return ecrit ? StatutFait : StatutRefuse;
 }
 

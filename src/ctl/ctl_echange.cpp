@@ -86,17 +86,17 @@ class Ajouteur {
   std::unique_ptr<CBTFiles> m_fichier;
 };
 
-RefusLigne Manquant(const char* champ) { return {ErrChampManquant, TexteFormat(ErrChampManquant, {champ})}; }
+Refus Manquant(const char* champ) { return Refus(ErrChampManquant, "", {champ}); }
 
-RefusLigne ControleNumero(const char* champ, u32 numero) {
+Refus ControleNumero(const char* champ, u32 numero) {
   if (numero == 0) return Manquant(champ);
   if (numero != 0xFFFFFFFF) return {};
   return RefusChamp(champ, "ce numéro est réservé."_w);
 }
 
 /// What a record cannot do without: a rebuild of its file would drop it.
-RefusLigne ControleCle(u16 numFichier, const void* rec) {
-  RefusLigne refus;
+Refus ControleCle(u16 numFichier, const void* rec) {
+  Refus refus;
   switch (numFichier) {
     case FichierComptes: {
       const auto& plan = *static_cast<const Plan*>(rec);
@@ -173,13 +173,13 @@ int Importe(Contexte& contexte, const OptionsImporter& options) {
   bool tropLongue = false;
   while (lignes.Suivante(ligne, tropLongue)) {
     Json objet;
-    RefusLigne refus =
+    Refus refus =
         tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
     if (!refus) refus = LitEnregistrement(objet, champs, rec.data());
     if (!refus) refus = ControleCle(definition.numero, rec.data());
     if (refus) {
       ++refuses;
-      contexte.Refuse(refus.numero, refus.texte, lignes.Numero());
+      contexte.Refuse(refus, lignes.Numero());
       continue;
     }
     if (ajouteur.Ajoute(rec.data())) {
@@ -189,8 +189,7 @@ int Importe(Contexte& contexte, const OptionsImporter& options) {
     // Another record has one of its keys behind the first: its own fault.
     if (contexte.Magasin.QVFileErrorCode() != ErrCleDouble) return contexte.RefuseMagasin();
     ++refuses;
-    contexte.DernierEchec(refus.numero, refus.texte);
-    contexte.Refuse(refus.numero, refus.texte, lignes.Numero());
+    contexte.Refuse(contexte.DernierEchec(), lignes.Numero());
   }
   if (lignes.Erreur()) return contexte.RefuseLecture(lignes.Erreur(), options.source);
   if (definition.numero == FichierJournal && importes > 0) {

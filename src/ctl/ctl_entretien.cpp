@@ -145,12 +145,10 @@ int Recalcule(Contexte& contexte, bool euros) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
   contexte.Dialogue.Ordonne({QuestionRecalcul, QuestionAjustementEuro});
   AjustementEuros ajustement;
-  if (euros) {
-    ajustement = AjusteEuros(contexte.App);
-    if (!ajustement) return contexte.RefuseMagasin();
-  }
+  if (euros)
+    if (const Refus refus = AjusteEuros(contexte.App, ajustement)) return contexte.Refuse(refus);
   Statistiques s{};
-  if (!CommandeRecalcul(contexte.App, s)) return contexte.RefuseMagasin();
+  if (const Refus refus = CommandeRecalcul(contexte.App, s)) return contexte.Refuse(refus);
   if (contexte.Globales.json) {
     LigneJson ligne;
     if (euros) ligne.Entier("lignes", ajustement.parcourues).Entier("lignesAjustees", ajustement.changees);
@@ -199,11 +197,12 @@ int Reconstruit(Contexte& contexte, const std::vector<std::string>& fichiers) {
     contexte.App.NomExercice = nom;
     contexte.App.PathExercice = contexte.Magasin.CheminExercice(nom);
   }
-  const Reconstruction reconstruction = ReconstruitCles(contexte.App, noms);
+  Reconstruction reconstruction;
+  const Refus refus = ReconstruitCles(contexte.App, noms, reconstruction);
   for (const FichierReconstruit& fichier : reconstruction.fichiers)
     if (!contexte.Ecrit(contexte.Globales.json ? CompteursJson(fichier) : Compteurs(fichier)))
       return StatutRefuse;
-  if (!reconstruction) return contexte.Refuse(reconstruction.erreur, reconstruction.texte);
+  if (refus) return contexte.Refuse(refus);
   return !exercice || contexte.OuvreExercice(nom) ? StatutFait : StatutRefuse;
 }
 

@@ -56,12 +56,7 @@ int Cree(Contexte& contexte, const OptionsCreer& options) {
   const std::string& utf8 = contexte.Globales.exercice;
   const std::string nom = DepuisUtf8(utf8).value_or(utf8);
   const FormulaireExercice f = Formulaire(app, nom, options);
-  if (const ResultatExercice r = CreeExercice(app, f); !r) {
-    unsigned numero = 0;
-    std::string texte;
-    contexte.DernierEchec(numero, texte);
-    return contexte.Refuse(r.erreur, texte);
-  }
+  if (const Refus refus = CreeExercice(app, f)) return contexte.Refuse(refus);
   if (contexte.Globales.json)
     return contexte.Donne(LigneJson()
                               .Texte("nom", nom)

@@ -62,7 +62,7 @@ class ListeDuMois {
     if (!m_plan.OpenFile() || !m_lignes.OpenFile()) return m_contexte.RefuseMagasin();
     if (!LitDemandeJournal(m_contexte, m_options, m_demande)) return StatutRefuse;
     MoisJournal mois;
-    if (!ListeMois(m_app, m_demande, mois)) return m_contexte.RefuseMagasin();
+    if (const Refus refus = ListeMois(m_app, m_demande, mois)) return m_contexte.Refuse(refus);
     return m_contexte.Globales.json ? EcritJson(mois) : EcritTable(mois);
   }
 

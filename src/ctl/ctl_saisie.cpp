@@ -24,7 +24,7 @@ class Reponses {
 
   /// False when the output is lost.
   bool Ajoute(ReponseSaisie&& reponse) {
-    if (reponse.erreur) m_refus = true;
+    if (reponse.refus) m_refus = true;
     if (m_retenir) {
       m_retenues.push_back(std::move(reponse));
       return true;
@@ -32,30 +32,27 @@ class Reponses {
     return Dit(reponse) && m_contexte.Vide();
   }
   /// The unit was not saved: what looked done is refused.
-  void RefuseTout(unsigned numero, const std::string& texte) {
+  void RefuseTout(const Refus& refus) {
     m_refus = true;
-    for (ReponseSaisie& reponse : m_retenues) {
-      if (reponse.erreur) continue;
-      reponse.erreur = numero;
-      reponse.texte = texte;
-    }
+    for (ReponseSaisie& reponse : m_retenues)
+      if (!reponse.refus) reponse.refus = refus;
   }
   bool Donne() {
     for (const ReponseSaisie& reponse : m_retenues)
       if (!Dit(reponse)) return false;
     return m_contexte.Vide();
   }
-  bool Refus() const { return m_refus; }
+  bool Refusees() const { return m_refus; }
 
  private:
   bool Dit(const ReponseSaisie& reponse) {
     LigneJson ligne;
     ligne.Entier("entree", reponse.entree);
-    if (reponse.erreur)
-      ligne.Entier("erreur", reponse.erreur).Texte("texte", reponse.texte);
+    if (reponse.refus)
+      ligne.Entier("erreur", reponse.refus.numero).Texte("texte", reponse.refus.texte);
     else
-      ligne.Entier("mouvement", reponse.mouvement).Entier("ligne", reponse.ligne);
-    if (reponse.erreur) m_contexte.Refuse(reponse.erreur, reponse.texte, reponse.entree);
+      ligne.Entier("mouvement", reponse.faite.mouvement).Entier("ligne", reponse.faite.ligne);
+    if (reponse.refus) m_contexte.Refuse(reponse.refus, reponse.entree);
     return m_contexte.Ecrit(ligne.Fin());
   }
 
@@ -81,38 +78,29 @@ int Saisit(Contexte& contexte, const OptionsSaisir& options) {
   if (options.tout) unite.emplace(contexte.Magasin);
   std::string ligne;
   bool tropLongue = false;
-  std::string echec;  // of the store, inside the one unit: nothing of it may stay
+  Refus echec;  // of the store, inside the one unit: nothing of it may stay
   while (lignes.Suivante(ligne, tropLongue)) {
     ReponseSaisie reponse;
-    if (!echec.empty()) {
+    if (echec || tropLongue) {
       reponse.entree = lignes.Numero();
-      reponse.erreur = ErrMagasin;
-      reponse.texte = echec;
-    } else if (tropLongue) {
-      const RefusLigne refus = RefusLigneTropLongue(lignes.Numero());
-      reponse.entree = lignes.Numero();
-      reponse.erreur = refus.numero;
-      reponse.texte = refus.texte;
+      reponse.refus = echec ? echec : RefusLigneTropLongue(lignes.Numero());
     } else {
       reponse = saisisseur.Traite(ligne, lignes.Numero());
     }
-    if (unite && reponse.erreur == ErrMagasin) echec = reponse.texte;
+    if (unite && reponse.refus.numero == ErrMagasin) echec = reponse.refus;
     if (!reponses.Ajoute(std::move(reponse))) return StatutRefuse;
   }
 
   int statut = StatutFait;
   if (lignes.Erreur()) statut = contexte.RefuseLecture(lignes.Erreur(), options.fichier);
   if (unite && statut != StatutFait) {
-    reponses.RefuseTout(ErrFinDeFichier, Texte(ErrFinDeFichier));
-  } else if (!echec.empty()) {
-    reponses.RefuseTout(ErrMagasin, echec);
+    reponses.RefuseTout(Refus(ErrFinDeFichier));
+  } else if (echec) {
+    reponses.RefuseTout(echec);
   } else if (unite && !unite->Valide()) {
-    unsigned numero = 0;
-    std::string texte;
-    contexte.DernierEchec(numero, texte);
-    reponses.RefuseTout(numero, texte);
+    reponses.RefuseTout(contexte.DernierEchec());
   }
-  if (!reponses.Donne() || reponses.Refus()) statut = StatutRefuse;
+  if (!reponses.Donne() || reponses.Refusees()) statut = StatutRefuse;
   return statut;
 }
 

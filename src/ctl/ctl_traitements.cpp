@@ -59,10 +59,9 @@ int PourChaque(Contexte& contexte, const std::vector<u32>& mouvements, const cha
   QVAPI::Unite unite(contexte.Magasin);
   for (const u32 mouvement : mouvements) {
     if (!vues.insert(mouvement).second) continue;
-    contexte.Oublie();
-    if (const ResultatSaisie r = action(mouvement); !r) {
-      statut = contexte.RefuseRegle(r.erreur);
-      if (r.erreur == ErrMagasin) return statut;
+    if (const Refus refus = action(mouvement)) {
+      statut = contexte.Refuse(refus);
+      if (refus.numero == ErrMagasin) return statut;
       continue;
     }
     reponse += contexte.Globales.json ? LigneJson().Entier("mouvement", mouvement).Fin()
@@ -87,8 +86,8 @@ int ValideLot(Contexte& contexte, const OptionsValider& options) {
   demande.euro = EnEuro(contexte, options.monnaie);
   demande.du = options.du.empty() ? app.Reglages.GetDebutExercice() : GetDate(options.du);
   demande.au = options.au.empty() ? app.Reglages.GetFinExercice() : GetDate(options.au);
-  const ResultatLot r = TraiteBrouillard(app, demande);
-  if (r.erreur) return contexte.RefuseRegle(r.erreur);
+  BilanLot r;
+  if (const Refus refus = TraiteBrouillard(app, demande, r)) return contexte.Refuse(refus);
   return contexte.Donne(contexte.Globales.json
                             ? LigneJson().Entier("lignes", r.lignes).Entier("ecritures", r.ecritures).Fin()
                             : std::to_string(r.ecritures) + " écriture(s) validée(s).\n");
@@ -124,8 +123,8 @@ int Vire(Contexte& contexte, const OptionsVirement& options) {
   saisie.euro = EnEuro(contexte, options.monnaie);
   saisie.montant = TexteVersMontant(options.montant);
   saisie.paiement = options.paiement == "cheque" ? PaiementCheque : PaiementAutre;
-  const ResultatVirement r = EnregistreVirement(app, saisie);
-  if (!r) return contexte.RefuseRegle(r.erreur);
+  VirementFait r;
+  if (const Refus refus = EnregistreVirement(app, saisie, r)) return contexte.Refuse(refus);
   return contexte.Donne(contexte.Globales.json
                             ? LigneJson().Entier("depense", r.depense).Entier("recette", r.recette).Fin()
                             : "Virement enregistré : dépense " + std::to_string(r.depense) + ", recette " +
@@ -144,18 +143,18 @@ int Renumerote(Contexte& contexte, const OptionsRenumeroter& options) {
       demande.mois > app.Reglages.GetFinExercice())
     return contexte.Refuse(ErrChampInvalide, {"mois", "il n'est pas dans l'exercice."_w});
   contexte.Dialogue.Ordonne({QuestionRenumerotation});
-  const ResultatSaisie r = RenumeroteEcritures(app, demande);
-  if (!r) return contexte.RefuseRegle(r.erreur);
-  return contexte.Donne(contexte.Globales.json ? LigneJson().Entier("ecritures", r.ligne).Fin()
-                                               : std::to_string(r.ligne) + " écriture(s) renumérotée(s).\n");
+  u32 nombre = 0;
+  if (const Refus refus = RenumeroteEcritures(app, demande, nombre)) return contexte.Refuse(refus);
+  return contexte.Donne(contexte.Globales.json ? LigneJson().Entier("ecritures", nombre).Fin()
+                                               : std::to_string(nombre) + " écriture(s) renumérotée(s).\n");
 }
 
 int Deplace(Contexte& contexte, const OptionsDeplacer& options) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
   // As in the window: the first entry decides whether anything is moved at all.
   unsigned avant = 0;
-  if (const ResultatSaisie r = ControleDeplacement(contexte.App, options.mouvements.front(), avant); !r)
-    return contexte.RefuseRegle(r.erreur);
+  if (const Refus refus = ControleDeplacement(contexte.App, options.mouvements.front(), avant))
+    return contexte.Refuse(refus);
   return PourChaque(contexte, options.mouvements, "déplacée",
                     [&](u32 mouvement) { return DeplaceEcriture(contexte.App, mouvement, options.mois); });
 }

@@ -37,7 +37,7 @@ std::string Prefixe(const char* liste, std::size_t indice) {
   return std::string(liste) + "[" + std::to_string(indice + 1) + "].";
 }
 
-bool LitTresoreries(const Json& liste, RefusLigne& refus, std::vector<DemandeTresor>& tresoreries) {
+bool LitTresoreries(const Json& liste, Refus& refus, std::vector<DemandeTresor>& tresoreries) {
   for (std::size_t i = 0; i < liste.size(); ++i) {
     LecteurChamps champs(liste[i], refus, Prefixe("tresoreries", i));
     std::optional<std::string> compte;
@@ -53,7 +53,7 @@ bool LitTresoreries(const Json& liste, RefusLigne& refus, std::vector<DemandeTre
   return true;
 }
 
-bool LitLignes(const Json& liste, RefusLigne& refus, std::vector<DemandeLigneOD>& lignes) {
+bool LitLignes(const Json& liste, Refus& refus, std::vector<DemandeLigneOD>& lignes) {
   for (std::size_t i = 0; i < liste.size(); ++i) {
     LecteurChamps champs(liste[i], refus, Prefixe("lignes", i));
     DemandeLigneOD ligne;
@@ -86,7 +86,7 @@ bool ControleComplet(LecteurChamps& champs, const DemandeSaisie& demande) {
   return true;
 }
 
-bool ControleCombinaisons(LecteurChamps& champs, RefusLigne& refus, const DemandeSaisie& demande) {
+bool ControleCombinaisons(LecteurChamps& champs, Refus& refus, const DemandeSaisie& demande) {
   if (demande.compte && demande.code) return champs.Invalide("code", "\"compte\" est déjà donné."_w);
   if (demande.tresoreries && demande.tresorerie)
     return champs.Invalide("tresorerie", "\"tresoreries\" est déjà donné."_w);
@@ -113,8 +113,8 @@ bool DemandeSaisie::Contenu() const {
          tresoreries || lignes;
 }
 
-RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
-  RefusLigne refus;
+Refus LitDemande(const Json& objet, DemandeSaisie& demande) {
+  Refus refus;
   LecteurChamps champs(objet, refus);
   std::optional<std::size_t> journal, monnaie;
   std::optional<i64> mouvement;
@@ -143,7 +143,7 @@ RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande) {
   return refus;
 }
 
-RefusLigne ControleGenre(const DemandeSaisie& demande, i16 journal, bool od) {
+Refus ControleGenre(const DemandeSaisie& demande, i16 journal, bool od) {
   const std::pair<const char*, bool> etrangers[] = {
       {"lignes", !od && demande.lignes},
       {"compte", od && demande.compte},
@@ -165,7 +165,7 @@ RefusLigne ControleGenre(const DemandeSaisie& demande, i16 journal, bool od) {
   return {};
 }
 
-RefusLigne RefusPaiement() {
+Refus RefusPaiement() {
   return RefusChamp("paiement", "il se donne dans chaque ligne de \"tresoreries\"."_w);
 }
 

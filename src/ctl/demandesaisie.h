@@ -54,11 +54,11 @@ struct DemandeSaisie {
 
 /// Reads a line. Unknown fields, wrong types, and for a new entry missing fields
 /// are refused by name.
-RefusLigne LitDemande(const Json& objet, DemandeSaisie& demande);
+Refus LitDemande(const Json& objet, DemandeSaisie& demande);
 /// Refuses the fields that an entry of this kind has not: an opération diverse (`od`), a receipt or an
 /// expense; nor can a receipt's professional share be typed.
-RefusLigne ControleGenre(const DemandeSaisie& demande, i16 journal, bool od);
+Refus ControleGenre(const DemandeSaisie& demande, i16 journal, bool od);
 /// "paiement" beside several treasury lines.
-RefusLigne RefusPaiement();
+Refus RefusPaiement();
 
 }  // namespace fenlor

@@ -21,7 +21,7 @@ T LitValeur(const u8* place) {
 }
 
 template <class T>
-RefusLigne PoseEntier(const Json& valeur, const Champ& champ, u8* place) {
+Refus PoseEntier(const Json& valeur, const Champ& champ, u8* place) {
   constexpr i64 minimum = std::numeric_limits<T>::min(), maximum = std::numeric_limits<T>::max();
   const auto entier = EntierJson(valeur, minimum, maximum);
   if (!entier) return RefusChamp(champ.nom, raison::EntierAttendu(minimum, maximum));
@@ -30,21 +30,20 @@ RefusLigne PoseEntier(const Json& valeur, const Champ& champ, u8* place) {
   return {};
 }
 
-RefusLigne PoseTexteChamp(const Json& valeur, const Champ& champ, u8* place) {
+Refus PoseTexteChamp(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_string()) return RefusChamp(champ.nom, raison::TexteAttendu());
   auto texte = DepuisUtf8(valeur.get_ref<const std::string&>());
   if (!texte) return RefusChamp(champ.nom, raison::CaractereImpossible());
   if (texte->find('\0') != std::string::npos)
     return RefusChamp(champ.nom, "le caractère nul est interdit."_w);
   const std::size_t maximum = champ.taille - 1u;
-  if (texte->size() > maximum)
-    return {ErrTexteTropLong, TexteFormat(ErrTexteTropLong, {champ.nom, std::to_string(maximum)})};
+  if (texte->size() > maximum) return Refus(ErrTexteTropLong, "", {champ.nom, std::to_string(maximum)});
   if (champ.type == TypeChamp::Compte) texte = QVAPI::GetLongCompte(*texte);
   std::memcpy(place, texte->data(), texte->size());
   return {};
 }
 
-RefusLigne PoseDate(const Json& valeur, const Champ& champ, u8* place) {
+Refus PoseDate(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_string()) return PoseEntier<u32>(valeur, champ, place);
   const std::string& texte = valeur.get_ref<const std::string&>();
   const Date date = GetDate(texte);
@@ -53,14 +52,14 @@ RefusLigne PoseDate(const Json& valeur, const Champ& champ, u8* place) {
   return {};
 }
 
-RefusLigne PoseMontant(const Json& valeur, const Champ& champ, u8* place) {
+Refus PoseMontant(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_number()) return RefusChamp(champ.nom, raison::NombreAttendu());
   const f64 montant = valeur.get<f64>();
   std::memcpy(place, &montant, sizeof montant);
   return {};
 }
 
-RefusLigne PoseChamp(const Json& valeur, const Champ& champ, u8* place) {
+Refus PoseChamp(const Json& valeur, const Champ& champ, u8* place) {
   switch (champ.type) {
     case TypeChamp::Texte:
     case TypeChamp::Compte:
@@ -138,7 +137,7 @@ void AjouteEnregistrement(std::string& sortie, std::span<const Champ> champs, co
   sortie += "}\n";
 }
 
-RefusLigne LitEnregistrement(const Json& objet, std::span<const Champ> champs, void* rec) {
+Refus LitEnregistrement(const Json& objet, std::span<const Champ> champs, void* rec) {
   std::memset(rec, 0, champs.back().offset + std::size_t{champs.back().taille});
   std::size_t pris = 0;
   for (const Champ& champ : champs) {
@@ -146,14 +145,13 @@ RefusLigne LitEnregistrement(const Json& objet, std::span<const Champ> champs, v
     const auto it = objet.find(champ.nom);
     if (it == objet.end()) continue;
     ++pris;
-    if (RefusLigne refus = PoseChamp(*it, champ, static_cast<u8*>(rec) + champ.offset)) return refus;
+    if (Refus refus = PoseChamp(*it, champ, static_cast<u8*>(rec) + champ.offset)) return refus;
   }
   if (pris == objet.size()) return {};
   for (const auto& [nom, valeur] : objet.items()) {
     bool connu = false;
     for (const Champ& champ : champs) connu = connu || (champ.type != TypeChamp::Reserve && nom == champ.nom);
-    if (!connu)
-      return {ErrChampInconnu, TexteFormat(ErrChampInconnu, {DepuisUtf8(nom.substr(0, 80)).value_or("?")})};
+    if (!connu) return Refus(ErrChampInconnu, "", {DepuisUtf8(nom.substr(0, 80)).value_or("?")});
   }
   return {};
 }

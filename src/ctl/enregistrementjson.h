@@ -18,6 +18,6 @@ void AjouteEnregistrement(std::string& sortie, std::span<const Champ> champs, co
 /// Fills a record: absent fields are 0 or empty, account numbers take their long
 /// form. Refuses, by name, unknown fields, wrong types, integers out of range,
 /// texts that the field cannot hold whole, and null. `rec` has the record's size.
-RefusLigne LitEnregistrement(const Json& objet, std::span<const Champ> champs, void* rec);
+Refus LitEnregistrement(const Json& objet, std::span<const Champ> champs, void* rec);
 
 }  // namespace fenlor

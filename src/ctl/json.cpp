@@ -69,14 +69,14 @@ unsigned Profondeur(std::string_view texte) {
   return maximum;
 }
 
-RefusLigne Illisible(u32 numero, const std::string& raison) {
-  return {ErrLigneIllisible, TexteFormat(ErrLigneIllisible, {std::to_string(numero), raison})};
+Refus Illisible(u32 numero, const std::string& raison) {
+  return Refus(ErrLigneIllisible, "", {std::to_string(numero), raison});
 }
 
 }  // namespace
 
-RefusLigne RefusChamp(const std::string& nom, const std::string& raison) {
-  return {ErrChampInvalide, TexteFormat(ErrChampInvalide, {nom, raison})};
+Refus RefusChamp(const std::string& nom, const std::string& raison) {
+  return Refus(ErrChampInvalide, "", {nom, raison});
 }
 
 namespace raison {
@@ -129,11 +129,11 @@ bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
   }
 }
 
-RefusLigne RefusLigneTropLongue(u32 numero) {
+Refus RefusLigneTropLongue(u32 numero) {
   return Illisible(numero, "plus de "_w + std::to_string(TailleLigneMax) + " octets."_w);
 }
 
-RefusLigne LitObjet(const std::string& ligne, u32 numero, Json& objet) {
+Refus LitObjet(const std::string& ligne, u32 numero, Json& objet) {
   // The parser would take a NUL for the end of the line.
   if (const std::size_t nul = ligne.find('\0'); nul != std::string::npos)
     return Illisible(numero, "le texte JSON est incorrect au caractère "_w + std::to_string(nul + 1) + "."_w);
@@ -153,7 +153,7 @@ RefusLigne LitObjet(const std::string& ligne, u32 numero, Json& objet) {
   return {};
 }
 
-LecteurChamps::LecteurChamps(const Json& objet, RefusLigne& refus, std::string prefixe)
+LecteurChamps::LecteurChamps(const Json& objet, Refus& refus, std::string prefixe)
     : m_objet(objet), m_refus(refus), m_prefixe(std::move(prefixe)) {}
 
 const Json* LecteurChamps::Trouve(const char* nom) {
@@ -170,7 +170,7 @@ bool LecteurChamps::Invalide(const std::string& nom, const std::string& raison) 
 }
 
 bool LecteurChamps::Manquant(const std::string& nom) {
-  if (!m_refus) m_refus = {ErrChampManquant, TexteFormat(ErrChampManquant, {m_prefixe + nom})};
+  if (!m_refus) m_refus = Refus(ErrChampManquant, "", {m_prefixe + nom});
   return false;
 }
 
@@ -183,9 +183,7 @@ bool LecteurChamps::Texte(const char* nom, std::size_t longueurMax, std::optiona
   for (const char c : *texte)
     if (static_cast<unsigned char>(c) < 32) return Invalide(nom, "un caractère de contrôle est interdit."_w);
   if (texte->size() > longueurMax) {
-    if (!m_refus)
-      m_refus = {ErrTexteTropLong,
-                 TexteFormat(ErrTexteTropLong, {m_prefixe + nom, std::to_string(longueurMax)})};
+    if (!m_refus) m_refus = Refus(ErrTexteTropLong, "", {m_prefixe + nom, std::to_string(longueurMax)});
     return false;
   }
   valeur = std::move(*texte);
@@ -248,7 +246,7 @@ bool LecteurChamps::RienDautre() {
     for (const char* nom : m_noms) connu = connu || cle == nom;
     if (connu) continue;
     const auto texte = DepuisUtf8(cle.substr(0, 80));
-    m_refus = {ErrChampInconnu, TexteFormat(ErrChampInconnu, {m_prefixe + texte.value_or("?")})};
+    m_refus = Refus(ErrChampInconnu, "", {m_prefixe + texte.value_or("?")});
     return false;
   }
   return true;

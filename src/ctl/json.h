@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/texte.h"
+#include "core/refus.h"
 #include "store/enregistrements.h"
 
 namespace fenlor {
@@ -22,16 +22,8 @@ using Json = nlohmann::json;
 constexpr std::size_t TailleLigneMax = std::size_t{1} << 20;
 constexpr unsigned ProfondeurMax = 8;
 
-/// Why an input line is refused: number of the text table and the complete
-/// message. `numero` 0: it is not.
-struct RefusLigne {
-  unsigned numero = 0;
-  std::string texte;
-  explicit operator bool() const { return numero != 0; }
-};
-
 /// The refusal of a field: ErrChampInvalide with the reason.
-RefusLigne RefusChamp(const std::string& nom, const std::string& raison);
+Refus RefusChamp(const std::string& nom, const std::string& raison);
 
 /// Reasons that several readers give.
 namespace raison {
@@ -63,9 +55,9 @@ class LecteurLignes {
 
 /// One line as an object. Refuses text that is not UTF-8 or not JSON, nesting
 /// beyond ProfondeurMax, and any value that is not an object.
-RefusLigne LitObjet(const std::string& ligne, u32 numero, Json& objet);
+Refus LitObjet(const std::string& ligne, u32 numero, Json& objet);
 /// The refusal of an overlong line.
-RefusLigne RefusLigneTropLongue(u32 numero);
+Refus RefusLigneTropLongue(u32 numero);
 
 /// Reads the fields of one object, each at most once, then refuses what is left.
 /// A reader returns false when its field is there but wrong, and leaves the
@@ -74,7 +66,7 @@ class LecteurChamps {
  public:
   /// `prefixe` stands before the names in messages ("lignes[1]."). Object and
   /// refusal outlive the reader.
-  LecteurChamps(const Json& objet, RefusLigne& refus, std::string prefixe = {});
+  LecteurChamps(const Json& objet, Refus& refus, std::string prefixe = {});
 
   bool Texte(const char* nom, std::size_t longueurMax, std::optional<std::string>& valeur);
   bool Montant(const char* nom, std::optional<f64>& valeur);
@@ -93,7 +85,7 @@ class LecteurChamps {
  private:
   const Json* Trouve(const char* nom);
   const Json& m_objet;
-  RefusLigne& m_refus;
+  Refus& m_refus;
   std::string m_prefixe;
   std::vector<const char*> m_noms;
   std::size_t m_trouves = 0;

@@ -37,38 +37,26 @@ ReponseSaisie Saisisseur::Traite(const std::string& ligne, u32 numero) {
   reponse.entree = numero;
   Json objet;
   DemandeSaisie demande;
-  RefusLigne refus = LitObjet(ligne, numero, objet);
-  if (!refus) refus = LitDemande(objet, demande);
-  if (refus) {
-    reponse.erreur = refus.numero;
-    reponse.texte = refus.texte;
-    return reponse;
-  }
-
-  ResultatSaisie resultat = Execute(demande);
-  reponse.mouvement = resultat.mouvement;
-  reponse.ligne = resultat.ligne;
-  reponse.erreur = resultat.erreur;
-  reponse.texte = std::move(resultat.texte);
-  if (reponse.erreur != 0 && reponse.texte.empty()) m_contexte.DernierEchec(reponse.erreur, reponse.texte);
+  reponse.refus = LitObjet(ligne, numero, objet);
+  if (!reponse.refus) reponse.refus = LitDemande(objet, demande);
+  if (!reponse.refus) reponse.refus = Execute(demande, reponse.faite);
   m_contexte.Oublie();
   return reponse;
 }
 
-ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
+Refus Saisisseur::Execute(const DemandeSaisie& demande, EcritureFaite& faite) {
   Mouvement entete{};
   if (demande.mouvement != 0) {
     if (!m_app.Magasin.ReadMouvements(m_app.PathExercice, demande.mouvement, entete)) {
       const int code = m_app.Magasin.QVFileErrorCode();
-      if (code != ErrEcritureAbsente) return EchecMagasin();
-      return Refuse(
-          {ErrEcritureInconnue, TexteFormat(ErrEcritureInconnue, {std::to_string(demande.mouvement)})});
+      if (code != ErrEcritureAbsente) return m_contexte.DernierEchec();
+      return Refus(ErrEcritureInconnue, "", {std::to_string(demande.mouvement)});
     }
     if (demande.journal && *demande.journal != entete.Journal)
-      return Refuse(RefusChamp("journal", "une écriture ne change pas de journal."_w));
-    if (RefusLigne refus = ControleGenre(demande, entete.Journal, entete.Genre == GenreOD))
-      return Refuse(refus);
+      return RefusChamp("journal", "une écriture ne change pas de journal."_w);
+    if (const Refus refus = ControleGenre(demande, entete.Journal, entete.Genre == GenreOD)) return refus;
   }
+  faite = {demande.mouvement, entete.Ligne};
   if (demande.supprimer.value_or(false)) return SupprimeEcriture(m_app, demande.mouvement);
 
   const bool enregistre = demande.mouvement == 0 || demande.Contenu();
@@ -77,22 +65,18 @@ ResultatSaisie Saisisseur::Execute(const DemandeSaisie& demande) {
           demande.valider.has_value() >
       1)
     unite.emplace(m_app.Magasin);
-  ResultatSaisie resultat;
-  resultat.mouvement = demande.mouvement;
-  resultat.ligne = entete.Ligne;
   if (entete.Validee && demande.valider && !*demande.valider) {
-    const ResultatSaisie r = ValideEcriture(m_app, demande.mouvement, false);
-    if (!r) return r;
+    if (const Refus refus = ValideEcriture(m_app, demande.mouvement, false)) return refus;
     entete.Validee = 0;
   }
   const bool od = demande.mouvement != 0 ? entete.Genre == GenreOD : *demande.journal == JournalOD;
-  if (enregistre) resultat = od ? EnregistreLibre(demande) : Enregistre(demande);
-  if (!resultat) return resultat;
-  if (const ResultatSaisie r = Marque(demande, resultat.mouvement); !r) return r;
-  return !unite || unite->Valide() ? resultat : EchecMagasin();
+  if (enregistre)
+    if (const Refus refus = od ? EnregistreLibre(demande, faite) : Enregistre(demande, faite)) return refus;
+  if (const Refus refus = Marque(demande, faite.mouvement)) return refus;
+  return !unite || unite->Valide() ? Refus{} : m_contexte.DernierEchec();
 }
 
-ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande) {
+Refus Saisisseur::Enregistre(const DemandeSaisie& demande, EcritureFaite& faite) {
   const bool nouvelle = demande.mouvement == 0;
   SaisieEcriture saisie;
   if (nouvelle) {
@@ -100,12 +84,12 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande) {
     saisie.euro = m_euro;
   } else {
     EcritureLue lue;
-    if (const ResultatSaisie r = LitEcriture(m_app, demande.mouvement, lue); !r) return r;
+    if (const Refus refus = LitEcriture(m_app, demande.mouvement, lue)) return refus;
     saisie = std::move(lue.saisie);
     saisie.tresoreries.assign(lue.lignes.begin(), lue.lignes.end());
   }
   PoseTresorerie(demande, saisie);
-  if (demande.paiement && saisie.genre == GenreStandard) return Refuse(RefusPaiement());
+  if (demande.paiement && saisie.genre == GenreStandard) return RefusPaiement();
   saisie.paiement = demande.paiement.value_or(saisie.paiement);
   saisie.euro = demande.euro.value_or(saisie.euro);
   if (demande.date) saisie.date = GetDate(*demande.date);
@@ -126,7 +110,7 @@ ResultatSaisie Saisisseur::Enregistre(const DemandeSaisie& demande) {
     saisie.montants = ChaineProfessionnel(m_app, *compte, ttc, *demande.professionnel);
   else if (demande.ttc || demande.compte || demande.code)
     saisie.montants = ChaineMontants(m_app, *compte, ttc);
-  return EnregistreEcriture(m_app, saisie);
+  return EnregistreEcriture(m_app, saisie, faite);
 }
 
 /// The accounts that are asked for. What stays on an account that the entry has already, alone or in a line,
@@ -159,12 +143,12 @@ void Saisisseur::PoseTresorerie(const DemandeSaisie& demande, SaisieEcriture& sa
   }
 }
 
-ResultatSaisie Saisisseur::EnregistreLibre(const DemandeSaisie& demande) {
+Refus Saisisseur::EnregistreLibre(const DemandeSaisie& demande, EcritureFaite& faite) {
   SaisieOD saisie;
   saisie.euro = m_euro;
   if (demande.mouvement != 0) {
     ODLue lue;
-    if (const ResultatSaisie r = LitOD(m_app, demande.mouvement, lue); !r) return r;
+    if (const Refus refus = LitOD(m_app, demande.mouvement, lue)) return refus;
     saisie = std::move(lue.saisie);
     if (demande.libelle) SuitLibelle(lue.lignes, saisie.libelle, *demande.libelle);
     saisie.lignes = LignesSaisies(lue.lignes);
@@ -182,40 +166,25 @@ ResultatSaisie Saisisseur::EnregistreLibre(const DemandeSaisie& demande) {
       saisie.lignes.push_back({std::move(compte), ligne.libelle, ligne.debit, ligne.credit, ligne.paiement});
     }
   }
-  return EnregistreOD(m_app, saisie);
+  return EnregistreOD(m_app, saisie, faite);
 }
 
-ResultatSaisie Saisisseur::Marque(const DemandeSaisie& demande, u32 mouvement) {
-  ResultatSaisie fait;
+Refus Saisisseur::Marque(const DemandeSaisie& demande, u32 mouvement) {
   if (demande.pointer) {
     Mouvement entete{};
-    if (!m_app.Magasin.ReadMouvements(m_app.PathExercice, mouvement, entete)) return EchecMagasin();
+    if (!m_app.Magasin.ReadMouvements(m_app.PathExercice, mouvement, entete))
+      return m_contexte.DernierEchec();
     if ((entete.Pointee != 0) != *demande.pointer)
-      if (ResultatSaisie r = PointeEcriture(m_app, mouvement); !r) return r;
+      if (const Refus refus = PointeEcriture(m_app, mouvement)) return refus;
   }
   if (demande.rapprocher)
-    if (ResultatSaisie r = RapprocheEcriture(m_app, mouvement, *demande.rapprocher); !r) return r;
-  if (demande.valider)
-    if (ResultatSaisie r = ValideEcriture(m_app, mouvement, *demande.valider); !r) return r;
-  return fait;
+    if (const Refus refus = RapprocheEcriture(m_app, mouvement, *demande.rapprocher)) return refus;
+  return demande.valider ? ValideEcriture(m_app, mouvement, *demande.valider) : Refus{};
 }
 
 std::string Saisisseur::CompteTresorerie(const std::string& texte) const {
   if (const Plan* compte = m_comptes.ParCode(Tresorerie, texte)) return LitTexte(compte->Compte);
   return QVAPI::GetLongCompte(texte);
-}
-
-ResultatSaisie Saisisseur::Refuse(const RefusLigne& refus) const {
-  ResultatSaisie r;
-  r.erreur = refus.numero;
-  r.texte = refus.texte;
-  return r;
-}
-
-ResultatSaisie Saisisseur::EchecMagasin() {
-  ResultatSaisie r;
-  m_contexte.DernierEchec(r.erreur, r.texte);
-  return r;
 }
 
 }  // namespace fenlor

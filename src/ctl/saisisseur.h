@@ -14,11 +14,9 @@ namespace fenlor {
 
 /// What one input line is answered with.
 struct ReponseSaisie {
-  u32 entree = 0;     ///< number of the input line
-  u32 mouvement = 0;  ///< entry made, changed or removed
-  u32 ligne = 0;
-  unsigned erreur = 0;  ///< 0: done
-  std::string texte;    ///< the refusal, Windows-1252
+  u32 entree = 0;       ///< number of the input line
+  EcritureFaite faite;  ///< made, changed or removed
+  Refus refus;
 };
 
 class Saisisseur {
@@ -32,14 +30,12 @@ class Saisisseur {
   ReponseSaisie Traite(const std::string& ligne, u32 numero);
 
  private:
-  ResultatSaisie Execute(const DemandeSaisie& demande);
-  ResultatSaisie Enregistre(const DemandeSaisie& demande);
+  Refus Execute(const DemandeSaisie& demande, EcritureFaite& faite);
+  Refus Enregistre(const DemandeSaisie& demande, EcritureFaite& faite);
   void PoseTresorerie(const DemandeSaisie& demande, SaisieEcriture& saisie) const;
-  ResultatSaisie EnregistreLibre(const DemandeSaisie& demande);
-  ResultatSaisie Marque(const DemandeSaisie& demande, u32 mouvement);
+  Refus EnregistreLibre(const DemandeSaisie& demande, EcritureFaite& faite);
+  Refus Marque(const DemandeSaisie& demande, u32 mouvement);
   std::string CompteTresorerie(const std::string& texte) const;
-  ResultatSaisie Refuse(const RefusLigne& refus) const;
-  ResultatSaisie EchecMagasin();
 
   Contexte& m_contexte;
   CFenlorApp& m_app;

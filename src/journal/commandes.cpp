@@ -12,24 +12,17 @@ namespace fenlor {
 
 namespace {
 
-ResultatSaisie Fait(const Mouvement& entete) {
-  ResultatSaisie r;
-  r.mouvement = entete.Mouvement;
-  r.ligne = entete.Ligne;
-  return r;
-}
-
-ResultatSaisie LitEntete(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
+Refus LitEntete(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
   std::memset(&entete, 0, sizeof entete);
   if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) return {};
-  return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
 }
 
 /// Beginning of a command that does not mind a closed exercice.
-ResultatSaisie Commence(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
-  if (app.PathExercice.empty()) return RefuseDit(app, ErrAucunExercice);
-  const ResultatSaisie r = livres.Ouvre(app);
-  return r ? LitEntete(app, mouvement, entete) : r;
+Refus Commence(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
+  if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  const Refus r = livres.Ouvre(app);
+  return r ? r : LitEntete(app, mouvement, entete);
 }
 
 std::string MotDuJournal(const Mouvement& entete) {
@@ -43,13 +36,13 @@ std::string MontantAffiche(CFenlorApp& app, f64 franc, f64 euro) {
 
 // ---------------------------------------------------------------- Deleting
 
-ResultatSaisie SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
+Refus SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
   QVAPI& magasin = app.Magasin;
   const bool rapprochee = magasin.IsRappLineInMouvements(entete.Mouvement);
   const TexteFixe& question = rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression;
-  const ResultatSaisie reponse = serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion),
-                                               question, question, {LitTexte(entete.Libelle)});
-  if (!reponse) return reponse;
+  const Refus reponse = serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), question,
+                                      question, {LitTexte(entete.Libelle)});
+  if (reponse) return reponse;
   bool retiree = false;
   switch (entete.Genre) {
     case GenreSimple:
@@ -61,7 +54,7 @@ ResultatSaisie SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& ent
     default:
       retiree = magasin.RemoveMouvements(app.PathExercice, entete.Mouvement);
   }
-  return retiree ? Fait(entete) : EchecMagasin(app);
+  return retiree ? Refus{} : app.EchecDit();
 }
 
 /// The parent application's file that an entry is linked to, open while it lives.
@@ -99,21 +92,21 @@ class FichierLie {
   Ouverture m_ouverture;
 };
 
-ResultatSaisie SupprimeLiee(CFenlorApp& app, Serie& serie, const Mouvement& entete, bool demander) {
+Refus SupprimeLiee(CFenlorApp& app, Serie& serie, const Mouvement& entete, bool demander) {
   FichierLie fichier(app.Magasin, entete);
-  if (!fichier) return RefusMagasin(app);
+  if (!fichier) return app.EchecMagasin();
   const Position position = fichier.Trouve(entete);
-  if (position == 0) return {ErrSuppressionLiee, "mouvement", -1, Texte(ErrSuppressionLiee)};
+  if (position == 0) return Refus::DejaDit(ErrSuppressionLiee, "mouvement");
   if (demander) {
     const bool feuille = app.Edition == 1 || app.Edition == 4;
     const TexteFixe& question = !fichier.EstRecette() ? QuestionDepenseQuorbane
                                 : feuille             ? QuestionRecetteFeuille
                                                       : QuestionRecetteQuorbane;
-    const ResultatSaisie reponse =
+    const Refus reponse =
         serie.Demande(BoutonsOuiNon | IconeAttention, question, question, {LitTexte(entete.Libelle)});
-    if (!reponse) return reponse;
+    if (reponse) return reponse;
   }
-  return fichier.Supprime(position) ? Fait(entete) : RefusMagasin(app);
+  return fichier.Supprime(position) ? Refus{} : app.EchecMagasin();
 }
 
 // -------------------------------------------------------------- Validating
@@ -141,13 +134,13 @@ bool LitApercu(CFenlorApp& app, const Mouvement& entete, Apercu& apercu) {
   return true;
 }
 
-ResultatSaisie DemandeValidation(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
+Refus DemandeValidation(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
   constexpr unsigned style = BoutonsOuiNon | IconeQuestion, sorte = QuestionValiderSimple;
   const std::string date = StrDate(entete.Date);
   const std::string libelle = LitTexte(entete.Libelle);
   if (entete.Genre == GenreOD) return serie.Demande(style, sorte, QuestionValiderOD, {date, libelle});
   Apercu apercu;
-  if (!LitApercu(app, entete, apercu)) return RefusMagasin(app);
+  if (!LitApercu(app, entete, apercu)) return app.EchecMagasin();
   const std::string mot = MotDuJournal(entete);
   if (entete.Genre == GenreStandard)
     return serie.Demande(style, sorte, QuestionValiderStandard, {date, libelle, mot, apercu.montant});
@@ -210,42 +203,42 @@ void OteRapprochement(Line& ligne) {
 
 // --------------------------------------------------- Each command on one entry
 
-ResultatSaisie SupprimeUne(CFenlorApp& app, Serie& serie, u32 mouvement) {
+Refus SupprimeUne(CFenlorApp& app, Serie& serie, u32 mouvement) {
   Mouvement entete;
-  if (const ResultatSaisie r = LitEntete(app, mouvement, entete); !r) return r;
+  if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   const std::string libelle = LitTexte(entete.Libelle);
   if (entete.Genre == GenreOD) {
     if (entete.LienId) return SupprimeLiee(app, serie, entete, false);
-    if (entete.Validee) return serie.Refus(ErrSuppressionODValidee, {libelle});
+    if (entete.Validee) return Refus(ErrSuppressionODValidee, "mouvement", {libelle});
     return SupprimeLibre(app, serie, entete);
   }
-  if (entete.Validee) return serie.Refus(ErrSuppressionValidee, {libelle});
+  if (entete.Validee) return Refus(ErrSuppressionValidee, "mouvement", {libelle});
   if (entete.LienId == 0) return SupprimeLibre(app, serie, entete);
-  if (entete.LienApplication != static_cast<i16>(app.Edition)) return serie.Refus(ErrAutreApplication);
+  if (entete.LienApplication != static_cast<i16>(app.Edition)) return Refus(ErrAutreApplication, "mouvement");
   return SupprimeLiee(app, serie, entete, true);
 }
 
-ResultatSaisie ValideUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool valide) {
+Refus ValideUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool valide) {
   LivresOuverts livres;
   Mouvement entete;
-  if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
-  if ((entete.Validee != 0) == valide) return Fait(entete);
-  const ResultatSaisie reponse =
+  if (const Refus r = Commence(app, livres, mouvement, entete)) return r;
+  if ((entete.Validee != 0) == valide) return {};
+  const Refus reponse =
       valide ? DemandeValidation(app, serie, entete)
              : serie.Demande(BoutonsOuiNon | IconeQuestion, QuestionInvalider, QuestionInvalider);
-  if (!reponse) return reponse;
+  if (reponse) return reponse;
   const bool fait = valide ? Valide(app.Magasin, app.PathExercice, entete)
                            : app.Magasin.ValidMouvements(app.PathExercice, mouvement, 0);
-  return fait ? Fait(entete) : EchecMagasin(app);
+  return fait ? Refus{} : app.EchecDit();
 }
 
-ResultatSaisie RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool rapproche) {
+Refus RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool rapproche) {
   LivresOuverts livres;
   Mouvement entete;
-  if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
+  if (const Refus r = Commence(app, livres, mouvement, entete)) return r;
   std::vector<LigneComptee> lignes;
-  if (!LitLignesComptees(app, mouvement, lignes)) return RefusMagasin(app);
-  if (lignes.empty()) return serie.Refus(ErrSansEcriture);
+  if (!LitLignesComptees(app, mouvement, lignes)) return app.EchecMagasin();
+  if (lignes.empty()) return Refus(ErrSansEcriture, "mouvement");
 
   f64 franc = 0, euro = 0;
   bool aChanger = false;
@@ -254,12 +247,12 @@ ResultatSaisie RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool r
     euro += ligne.MontantEuro;
     aChanger = aChanger || (ligne.Rapprochee != 0) != rapproche;
   }
-  if (!aChanger) return Fait(entete);
+  if (!aChanger) return {};
   const TexteFixe& question = rapproche ? QuestionRapprocher : QuestionDerapprocher;
-  const ResultatSaisie reponse = serie.Demande(BoutonsOuiNon | IconeQuestion, question, question,
-                                               {StrDate(entete.Date), LitTexte(entete.Libelle),
-                                                MotDuJournal(entete), MontantAffiche(app, franc, euro)});
-  if (!reponse) return reponse;
+  const Refus reponse = serie.Demande(BoutonsOuiNon | IconeQuestion, question, question,
+                                      {StrDate(entete.Date), LitTexte(entete.Libelle), MotDuJournal(entete),
+                                       MontantAffiche(app, franc, euro)});
+  if (reponse) return reponse;
 
   QVAPI::Unite unite(app.Magasin);
   for (auto& [position, ligne] : lignes) {
@@ -267,72 +260,71 @@ ResultatSaisie RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool r
       MarqueRapprochee(ligne, app.Magasin.Today());
     else
       OteRapprochement(ligne);
-    if (!app.Magasin.UpdateLines(app.PathExercice, position, ligne)) return EchecMagasin(app);
+    if (!app.Magasin.UpdateLines(app.PathExercice, position, ligne)) return app.EchecDit();
   }
-  return unite.Valide() ? Fait(entete) : RefusMagasin(app);
+  return unite.Valide() ? Refus{} : app.EchecMagasin();
 }
 
-/// Runs `action` over the entries that are still there. The number of those it was done to; ends at a
-/// failure of the store, which has been told.
+/// Runs `action` over the entries that are still there. Ends at a failure of the store.
 template <class Action>
-u32 PourChaque(CFenlorApp& app, const std::vector<u32>& mouvements, Action action) {
+Refus PourChaque(CFenlorApp& app, const std::vector<u32>& mouvements, Action action) {
+  if (app.PathExercice.empty()) return {};
   LivresOuverts livres;
-  if (app.PathExercice.empty() || !livres.Ouvre(app)) return 0;
+  if (const Refus refus = livres.Ouvre(app)) return refus;
   Serie serie(app, mouvements.size());
-  u32 faites = 0;
   for (const u32 mouvement : mouvements) {
     if (!serie.Suivante()) break;
     Mouvement entete{};
     if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
-    const ResultatSaisie r = action(serie, mouvement);
-    if (r.erreur == ErrMagasin) break;
-    faites += r ? 1 : 0;
+    const Refus refus = action(serie, mouvement);
+    serie.Note(refus);
+    if (refus.numero == ErrMagasin) break;
   }
-  return faites;
+  return serie.Issue();
 }
 
 }  // namespace
 
-ResultatSaisie SupprimeEcriture(CFenlorApp& app, u32 mouvement) {
+Refus SupprimeEcriture(CFenlorApp& app, u32 mouvement) {
   LivresOuverts livres;
-  if (const ResultatSaisie r = ControleExercice(app, livres); !r) return r;
+  if (const Refus r = ControleExercice(app, livres)) return r;
   Serie serie(app, 1);
   return SupprimeUne(app, serie, mouvement);
 }
 
-u32 SupprimeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+Refus SupprimeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
   LivresOuverts livres;
-  if (!ControleExercice(app, livres)) return 0;
+  if (const Refus r = ControleExercice(app, livres)) return r;
   return PourChaque(app, mouvements,
                     [&](Serie& serie, u32 mouvement) { return SupprimeUne(app, serie, mouvement); });
 }
 
-ResultatSaisie ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide) {
+Refus ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide) {
   Serie serie(app, 1);
   return ValideUne(app, serie, mouvement, valide);
 }
 
-u32 ValideEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+Refus ValideEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
   return PourChaque(app, mouvements,
                     [&](Serie& serie, u32 mouvement) { return ValideUne(app, serie, mouvement, true); });
 }
 
-ResultatSaisie PointeEcriture(CFenlorApp& app, u32 mouvement) {
+Refus PointeEcriture(CFenlorApp& app, u32 mouvement) {
   LivresOuverts livres;
   Mouvement entete;
-  if (const ResultatSaisie r = Commence(app, livres, mouvement, entete); !r) return r;
-  return app.Magasin.ReverseMarkMouvements(app.PathExercice, mouvement) ? Fait(entete) : EchecMagasin(app);
+  if (const Refus r = Commence(app, livres, mouvement, entete)) return r;
+  return app.Magasin.ReverseMarkMouvements(app.PathExercice, mouvement) ? Refus{} : app.EchecDit();
 }
 
-ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche) {
+Refus RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche) {
   Serie serie(app, 1);
   return RapprocheUne(app, serie, mouvement, rapproche);
 }
 
-u32 RapprocheEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+Refus RapprocheEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
   return PourChaque(app, mouvements, [&](Serie& serie, u32 mouvement) {
     const LignesRapprochables lignes = CompteRapprochables(app, mouvement);
-    return lignes.nombre == 0 ? ResultatSaisie{}
+    return lignes.nombre == 0 ? Refus{}
                               : RapprocheUne(app, serie, mouvement, lignes.rapprochees < lignes.nombre);
   });
 }
@@ -341,7 +333,7 @@ LignesRapprochables CompteRapprochables(CFenlorApp& app, u32 mouvement) {
   LivresOuverts livres;
   std::vector<LigneComptee> lignes;
   LignesRapprochables compte;
-  if (app.PathExercice.empty() || !livres.Ouvre(app) || !LitLignesComptees(app, mouvement, lignes))
+  if (app.PathExercice.empty() || livres.Ouvre(app) || !LitLignesComptees(app, mouvement, lignes))
     return compte;
   for (const LigneComptee& lue : lignes) {
     ++compte.nombre;

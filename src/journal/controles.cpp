@@ -18,15 +18,14 @@ namespace {
 
 /// The account that `lit` names is in the chart; else the question is asked until
 /// it is, or until an answer brings nothing new.
-ResultatSaisie ControleCompteParticulier(CFenlorApp& app, const TexteFixe& texte,
-                                         std::string (QVAPI::*lit)()) {
+Refus ControleCompteParticulier(CFenlorApp& app, const TexteFixe& texte, std::string (QVAPI::*lit)()) {
   Plan plan;
   std::string compte = (app.Magasin.*lit)();
   while (!LitCompte(app, compte, plan)) {
-    const ResultatSaisie reponse = Demande(app, BoutonsOkAnnuler | IconeAttention, RepOk, texte);
-    if (!reponse) return reponse;
+    const Refus reponse = app.Demande(BoutonsOkAnnuler | IconeAttention, RepOk, texte);
+    if (reponse) return reponse;
     const std::string choisi = (app.Magasin.*lit)();
-    if (choisi == compte && !LitCompte(app, choisi, plan)) return {texte, "", -1, Texte(texte)};
+    if (choisi == compte && !LitCompte(app, choisi, plan)) return Refus::DejaDit(texte);
     compte = choisi;
   }
   return {};
@@ -40,26 +39,8 @@ std::string TexteDeChamp(f64 montant) {
 
 }  // namespace
 
-ResultatSaisie RefuseDit(CFenlorApp& app, const TexteFixe& texte, const char* champ,
-                         std::initializer_list<std::string> arguments, int indice) {
-  app.ReportErreur(texte, arguments);
-  return {texte, champ, indice, TexteFormat(texte, arguments)};
-}
-
-ResultatSaisie Demande(CFenlorApp& app, unsigned style, int attendue, const TexteFixe& texte,
-                       const char* champ, std::initializer_list<std::string> arguments) {
-  if (app.MessageId(style, texte, arguments) == attendue) return {};
-  return {texte, champ, -1, TexteFormat(texte, arguments)};
-}
-
-Serie::~Serie() {
-  if (m_progression) m_app.Boite.FermeProgress();
-  if (m_refusees == 1) m_app.Boite.Erreur(m_premierRefus, m_texteRefus);
-  if (m_refusees > 1) m_app.ReportErreur(ErrSerie, {std::to_string(m_refusees), m_texteRefus});
-}
-
-ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& texte,
-                              std::initializer_list<std::string> arguments) {
+Refus Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& texte,
+                     std::initializer_list<std::string> arguments) {
   constexpr unsigned boutons = 15;
   if (m_toutes.contains(sorte)) return {};
   if (m_rangees > 1) style = (style & ~boutons) | BoutonsSerie;
@@ -68,23 +49,21 @@ ResultatSaisie Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& t
   if (reponse == RepTous) {
     m_toutes.insert(sorte);
     if (!m_progression)
-      m_app.Boite.OuvreProgress(Texte(TitreApplication), Texte(TexteTraitement), true,
-                                static_cast<u32>(m_rangees));
-    m_progression = true;
+      m_progression.emplace(m_app.Boite, Texte(TitreApplication), Texte(TexteTraitement), true,
+                            static_cast<u32>(m_rangees));
     return {};
   }
   if (m_rangees > 1 && reponse == RepAnnuler) m_arretee = true;
-  return {texte, "", -1, TexteFormat(texte, arguments)};
+  return Refus::DejaDit(texte, "", arguments);
 }
 
-ResultatSaisie Serie::Refus(const TexteFixe& erreur, std::initializer_list<std::string> arguments) {
-  if (m_rangees < 2) return fenlor::RefuseDit(m_app, erreur, "mouvement", arguments);
-  const std::string texte = TexteFormat(erreur, arguments);
-  if (m_refusees++ == 0) {
-    m_premierRefus = erreur;
-    m_texteRefus = texte;
-  }
-  return {erreur, "mouvement", -1, texte};
+void Serie::Note(const Refus& refus) {
+  if (!refus || refus.dit) return;
+  if (m_refusees++ == 0) m_premier = refus;
+}
+
+Refus Serie::Issue() const {
+  return m_refusees < 2 ? m_premier : Refus(ErrSerie, "", {std::to_string(m_refusees), m_premier.texte});
 }
 
 bool Serie::Suivante() {
@@ -96,21 +75,12 @@ bool Serie::Suivante() {
   return !m_arretee;
 }
 
-ResultatSaisie EchecMagasin(CFenlorApp& app) {
-  const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
-  return {ErrMagasin, "", -1, TexteFormat(ErrMagasin, {texte})};
-}
-
-ResultatSaisie RefusMagasin(CFenlorApp& app) {
-  return RefuseDit(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
-}
-
-ResultatSaisie LivresOuverts::Ouvre(CFenlorApp& app) {
+Refus LivresOuverts::Ouvre(CFenlorApp& app) {
   // Whoever holds both open keeps them so until the rule is done.
   if (app.Magasin.GetOpenFlagPlan() && app.Magasin.GetOpenFlagJournal()) return {};
   m_plan = Ouverture(app.Magasin, FichierComptes, app.PathExercice);
   if (m_plan) m_journal = Ouverture(app.Magasin, FichierJournal, app.PathExercice);
-  return m_journal ? ResultatSaisie{} : RefusMagasin(app);
+  return m_journal ? Refus{} : app.EchecMagasin();
 }
 
 bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
@@ -122,59 +92,56 @@ bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
   return fichier && app.Magasin.ReadPlan(plan, 0) != 0;
 }
 
-ResultatSaisie ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
-  if (app.PathExercice.empty()) return RefuseDit(app, ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return RefuseDit(app, ErrExerciceCloture);
+Refus ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
+  if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   return livres.Ouvre(app);
 }
 
-ResultatSaisie ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement& entete) {
+Refus ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement& entete) {
   entete = {};
   if (mouvement == 0) return {};
   if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Validee && !permis.validee)
-    return RefuseDit(app, ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
-  if (entete.LienId && !permis.liee) return RefuseDit(app, ErrEcritureQuorbane, "mouvement");
+    return Refus(ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
+  if (entete.LienId && !permis.liee) return Refus(ErrEcritureQuorbane, "mouvement");
   return {};
 }
 
-ResultatSaisie ControleLibelle(CFenlorApp& app, const std::string& libelle, int indice) {
+Refus ControleLibelle(const std::string& libelle, int indice) {
   if (libelle.size() <= TailleLibelle) return {};
-  return RefuseDit(app, ErrTexteTropLong, "libelle", {NomChamp("libelle"), std::to_string(TailleLibelle)},
-                   indice);
+  return Refus(ErrTexteTropLong, "libelle", {NomChamp("libelle"), std::to_string(TailleLibelle)}, indice);
 }
 
-ResultatSaisie ControleMontant(CFenlorApp& app, const char* champ, f64 montant, int indice) {
+Refus ControleMontant(const char* champ, f64 montant, int indice) {
   if (MontantTient(montant)) return {};
-  return RefuseDit(app, ErrChampInvalide, champ,
-                   {NomChamp(champ), "16 caractères au plus, deux décimales comprises"_w}, indice);
+  return Refus(ErrChampInvalide, champ,
+               {NomChamp(champ), "16 caractères au plus, deux décimales comprises"_w}, indice);
 }
 
 bool DansExercice(CFenlorApp& app, Date date) {
   return IsDateOk(date) && date >= app.Reglages.GetDebutExercice() && date <= app.Reglages.GetFinExercice();
 }
 
-ResultatSaisie ControleDate(CFenlorApp& app, Date date, Date ancienne) {
+Refus ControleDate(CFenlorApp& app, Date date, Date ancienne) {
   const bool memeMois = ancienne == 0 || (Annee(date) == Annee(ancienne) && Mois(date) == Mois(ancienne));
-  return DansExercice(app, date) && memeMois ? ResultatSaisie{} : RefuseDit(app, ErrDateIncorrecte, "date");
+  return DansExercice(app, date) && memeMois ? Refus{} : Refus(ErrDateIncorrecte, "date");
 }
 
-ResultatSaisie ControleFranc(CFenlorApp& app, bool euro, Date date) {
+Refus ControleFranc(CFenlorApp& app, bool euro, Date date) {
   if (euro) return {};
   const Date limite = app.Reglages.GetLimiteFranc();
-  return date <= limite ? ResultatSaisie{}
-                        : RefuseDit(app, ErrFrancApresLimite, "monnaie", {StrDate(limite)});
+  return date <= limite ? Refus{} : Refus(ErrFrancApresLimite, "monnaie", {StrDate(limite)});
 }
 
-ResultatSaisie NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouvement& entete,
-                        u32& ligne) {
+Refus NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouvement& entete, u32& ligne) {
   ligne = demande ? demande : u32{entete.Ligne};
   if (entete.Mouvement == 0 || ligne == 0) {
     const u32 libre = app.Magasin.GetFreeJournalLine(app.PathExercice, static_cast<u16>(journal), {}, date);
     ligne = libre == 0 ? 0 : std::max(ligne, libre);
   }
-  return ligne == 0 ? EchecMagasin(app) : ResultatSaisie{};
+  return ligne == 0 ? app.EchecDit() : Refus{};
 }
 
 DeuxMonnaies EnDeuxMonnaies(bool euro, f64 taux, f64 montant) {
@@ -193,23 +160,23 @@ bool MontantTient(f64 montant) {
   return std::isfinite(montant) && TexteDeChamp(montant).size() <= static_cast<std::size_t>(TailleMontant);
 }
 
-ResultatSaisie CheckComptePerso(CFenlorApp& app) {
+Refus CheckComptePerso(CFenlorApp& app) {
   return ControleCompteParticulier(app, ErrComptePersonnelAbsent, &QVAPI::GetComptePerso);
 }
 
-ResultatSaisie CheckCompteEcartCredit(CFenlorApp& app) {
+Refus CheckCompteEcartCredit(CFenlorApp& app) {
   return ControleCompteParticulier(app, ErrCompteEcartCredit, &QVAPI::GetCompteEcartCredit);
 }
 
-ResultatSaisie CheckCompteEcartDebit(CFenlorApp& app) {
+Refus CheckCompteEcartDebit(CFenlorApp& app) {
   return ControleCompteParticulier(app, ErrCompteEcartDebit, &QVAPI::GetCompteEcartDebit);
 }
 
-ResultatSaisie CheckCompteVireTo(CFenlorApp& app) {
+Refus CheckCompteVireTo(CFenlorApp& app) {
   return ControleCompteParticulier(app, ErrCompteVirementRecettes, &QVAPI::GetCompteVireTo);
 }
 
-ResultatSaisie CheckCompteVireFrom(CFenlorApp& app) {
+Refus CheckCompteVireFrom(CFenlorApp& app) {
   return ControleCompteParticulier(app, ErrCompteVirementDepenses, &QVAPI::GetCompteVireFrom);
 }
 

@@ -56,16 +56,15 @@ void LitLignes(CFenlorApp& app, const EcrStandard& rec, EcritureLue& ecriture) {
 
 }  // namespace
 
-ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture, bool enEuro) {
+Refus LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture, bool enEuro) {
   QVAPI& magasin = app.Magasin;
   LivresOuverts livres;
-  if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
+  if (const Refus r = livres.Ouvre(app)) return r;
   Mouvement entete{};
   if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Genre == GenreOD)
-    return RefuseDit(app, ErrChampInvalide, "mouvement",
-                     {"mouvement", "cette écriture est une opération diverse"_w});
+    return Refus(ErrChampInvalide, "mouvement", {"mouvement", "cette écriture est une opération diverse"_w});
   ecriture = {};
   SaisieEcriture& saisie = ecriture.saisie;
   saisie.journal = entete.Journal;
@@ -81,7 +80,7 @@ ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture
   ecriture.marques.validee = saisie.validee;
   if (entete.Genre == GenreSimple) {
     EcrSimple rec{};
-    if (!magasin.ReadEcrSimple(app.PathExercice, mouvement, rec)) return RefusMagasin(app);
+    if (!magasin.ReadEcrSimple(app.PathExercice, mouvement, rec)) return app.EchecMagasin();
     LitCommun(app, rec, ecriture);
     saisie.tresorerie = LitTexte(rec.CompteTresorerie);
     saisie.paiement = rec.ModePaiement;
@@ -90,7 +89,7 @@ ResultatSaisie LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture
     return {};
   }
   CEcrStandard standard(app);
-  if (!magasin.ReadEcrStandard(app.PathExercice, mouvement, standard.Rec)) return RefusMagasin(app);
+  if (!magasin.ReadEcrStandard(app.PathExercice, mouvement, standard.Rec)) return app.EchecMagasin();
   LitCommun(app, standard.Rec, ecriture);
   LitLignes(app, standard.Rec, ecriture);
   return {};

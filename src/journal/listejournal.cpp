@@ -156,10 +156,6 @@ bool ParcoursEcriture(CFenlorApp& app, u32 mouvement, Suite&& suite) {
   });
 }
 
-bool Ouvre(CFenlorApp& app, LivresOuverts& livres) {
-  return !app.PathExercice.empty() && static_cast<bool>(livres.Ouvre(app));
-}
-
 // ------------------------------------------------------------ Rows as drawn
 
 /// A line of an entry, as far as its row shows it.
@@ -248,11 +244,11 @@ RangeeJournal RangeeDEcriture(CFenlorApp& app, const std::vector<LigneLue>& lues
 
 }  // namespace
 
-bool ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois) {
+Refus ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois) {
   mois = {};
-  if (app.PathExercice.empty()) return true;
+  if (app.PathExercice.empty()) return {};
   LivresOuverts livres;
-  if (!livres.Ouvre(app)) return false;
+  if (const Refus refus = livres.Ouvre(app)) return refus;
   Examen examen(app, demande);
   SommeCentimes somme;
   const auto termine = [&] {
@@ -275,55 +271,57 @@ bool ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois) 
   };
   if (!examen.Prepare() || !app.Magasin.QVParcoursCle(CleMois, debut, {}, suite)) {
     mois = {};
-    RefusMagasin(app);
-    return false;
+    return app.EchecMagasin();
   }
   termine();
   mois.totaux = somme.Totaux();
-  return true;
+  return {};
 }
 
-TotauxListe TotauxEntrees(CFenlorApp& app, const DemandeListe& demande, const std::vector<u32>& mouvements) {
+Refus TotauxEntrees(CFenlorApp& app, const DemandeListe& demande, const std::vector<u32>& mouvements,
+                    TotauxListe& totaux) {
+  totaux = {};
+  if (mouvements.empty() || app.PathExercice.empty()) return {};
   LivresOuverts livres;
-  if (mouvements.empty() || !Ouvre(app, livres)) return {};
+  if (const Refus refus = livres.Ouvre(app)) return refus;
   DemandeListe sansCriteres = demande;
   sansCriteres.criteres = {};
   Examen examen(app, sansCriteres);
   SommeCentimes somme;
   for (const u32 mouvement : mouvements) {
     examen.Commence({});
-    if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { examen.Ajoute(ligne); })) {
-      RefusMagasin(app);
-      return {};
-    }
+    if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { examen.Ajoute(ligne); }))
+      return app.EchecMagasin();
     somme.Ajoute(examen.Somme());
   }
-  return somme.Totaux();
+  totaux = somme.Totaux();
+  return {};
 }
 
-bool EstListee(CFenlorApp& app, const DemandeListe& demande, u32 mouvement) {
+Refus EstListee(CFenlorApp& app, const DemandeListe& demande, u32 mouvement, bool& listee) {
+  listee = false;
+  if (app.PathExercice.empty()) return {};
   LivresOuverts livres;
-  if (!Ouvre(app, livres)) return false;
+  if (const Refus refus = livres.Ouvre(app)) return refus;
   std::vector<Line> lignes;
-  if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { lignes.push_back(ligne); })) {
-    RefusMagasin(app);
-    return false;
-  }
+  if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { lignes.push_back(ligne); }))
+    return app.EchecMagasin();
   if (lignes.empty() || lignes.front().Journal != demande.journal ||
       Mois(lignes.front().Date) != Mois(demande.mois))
-    return false;
+    return {};
   Examen examen(app, demande);
   examen.Prepare(lignes);
   examen.Commence(lignes.front());
   for (const Line& ligne : lignes) examen.Ajoute(ligne);
-  return examen.Montre();
+  listee = examen.Montre();
+  return {};
 }
 
 bool LitEntreeJournal(CFenlorApp& app, u32 mouvement, bool comptable, const std::string& filtre,
                       EntreeJournal& entree) {
   entree = {};
   LivresOuverts livres;
-  if (!Ouvre(app, livres)) return false;
+  if (app.PathExercice.empty() || livres.Ouvre(app)) return false;
   std::vector<LigneLue> lues;
   const auto suite = [&](const Line& ligne) { lues.push_back({ligne, {}, false}); };
   if (!ParcoursEcriture(app, mouvement, suite) || lues.empty()) return false;

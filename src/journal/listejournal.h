@@ -37,12 +37,13 @@ struct MoisJournal {
 
 /// Walks the journal from the first day of the month while the month byte stays the same,
 /// whatever the year. With a filter both sides get the sum of the account's lines whatever
-/// their side. False, told, when the books cannot be read. In place, without one read a line.
-bool ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois);
+/// their side. In place, without one read a line. Without an exercice it is empty, here and below.
+Refus ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois);
 /// Totals of some entries by the same rules (the selected rows).
-TotauxListe TotauxEntrees(CFenlorApp& app, const DemandeListe& demande, const std::vector<u32>& mouvements);
+Refus TotauxEntrees(CFenlorApp& app, const DemandeListe& demande, const std::vector<u32>& mouvements,
+                    TotauxListe& totaux);
 /// The entry is of this list still: its month (byte), journal, `Mode`, account, criteria.
-bool EstListee(CFenlorApp& app, const DemandeListe& demande, u32 mouvement);
+Refus EstListee(CFenlorApp& app, const DemandeListe& demande, u32 mouvement, bool& listee);
 
 /// One line of text of a row. Texts Windows-1252, formatted; empty where nothing stands.
 struct RangeeJournal {

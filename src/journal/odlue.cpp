@@ -6,16 +6,16 @@
 
 namespace fenlor {
 
-ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
+Refus LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
   QVAPI& magasin = app.Magasin;
   LivresOuverts livres;
-  if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
+  if (const Refus r = livres.Ouvre(app)) return r;
   Mouvement entete{};
   if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
   if (entete.Genre != GenreOD)
-    return RefuseDit(app, ErrChampInvalide, "mouvement",
-                     {"mouvement", "cette écriture n'est pas une opération diverse"_w});
+    return Refus(ErrChampInvalide, "mouvement",
+                 {"mouvement", "cette écriture n'est pas une opération diverse"_w});
   od = {};
   SaisieOD& saisie = od.saisie;
   saisie.journal = entete.Journal;
@@ -29,7 +29,7 @@ ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
   od.liee = entete.LienId != 0;
   for (const Position position : magasin.LignesMouvement(app.PathExercice, mouvement)) {
     Line rec{};
-    if (!magasin.ReadLines(app.PathExercice, position, rec)) return RefusMagasin(app);
+    if (!magasin.ReadLines(app.PathExercice, position, rec)) return app.EchecMagasin();
     LigneODLue ligne;
     ligne.compte = LitTexte(rec.Compte);
     ligne.libelle = LitTexte(rec.Designation);

@@ -21,7 +21,7 @@ struct ODLue {
 
 /// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. Refuses, told, one that
 /// does not exist (3202) or is of another kind (3205).
-ResultatSaisie LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro = false);
+Refus LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro = false);
 
 /// The entry's label changes: lines that bear it have no words of their own and follow it.
 void SuitLibelle(std::vector<LigneODLue>& lignes, const std::string& ancien, const std::string& nouveau);

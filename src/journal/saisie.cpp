@@ -34,21 +34,21 @@ MontantsSaisie Suite(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professio
 
 class Enregistrement {
  public:
-  Enregistrement(CFenlorApp& app, const SaisieEcriture& saisie)
-      : m_app(app), m_saisie(saisie), m_ttc(MontantDeChamp(saisie.montants.ttc)) {}
+  Enregistrement(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite)
+      : m_app(app), m_saisie(saisie), m_faite(faite), m_ttc(MontantDeChamp(saisie.montants.ttc)) {}
 
-  ResultatSaisie Execute();
+  Refus Execute();
 
  private:
-  ResultatSaisie ControleEcriture();
-  ResultatSaisie ControleLimites();
-  ResultatSaisie ControleCompte();
-  ResultatSaisie ControleTresorerie();
-  ResultatSaisie ControleLignes();
-  ResultatSaisie ControleChangement();
-  ResultatSaisie SauveSimple();
-  ResultatSaisie SauveStandard();
-  ResultatSaisie Conclut(u32 mouvement);
+  Refus ControleEcriture();
+  Refus ControleLimites();
+  Refus ControleCompte();
+  Refus ControleTresorerie();
+  Refus ControleLignes();
+  Refus ControleChangement();
+  Refus SauveSimple();
+  Refus SauveStandard();
+  Refus Conclut();
 
   bool EstNouvelle() const { return m_saisie.mouvement == 0; }
   bool EstStandard() const { return m_saisie.genre == GenreStandard; }
@@ -61,38 +61,38 @@ class Enregistrement {
 
   CFenlorApp& m_app;
   const SaisieEcriture& m_saisie;
+  EcritureFaite& m_faite;
   const f64 m_ttc;
   LivresOuverts m_livres;
   Mouvement m_entete{};  ///< of an existing entry
   Plan m_compte{};
-  u32 m_ligne = 0;
   EcritureLue m_ancienne;            ///< the existing entry, in the currency of the new one
   std::vector<LineTresor> m_lignes;  ///< `ModePaiement` and account of the list, checked
   bool m_lignesIntactes = true;      ///< those of a standard entry are what they were
 };
 
-ResultatSaisie Enregistrement::Execute() {
-  ResultatSaisie r = ControleExercice(m_app, m_livres);
-  if (r) r = ControleEcriture();
-  if (r) r = ControleLimites();
-  if (r) r = ControleDate(m_app, m_saisie.date, m_entete.Date);
-  if (r) r = ControleCompte();
-  if (r && m_ttc == 0) r = RefuseDit(m_app, ErrMontantNul, "ttc");
-  if (r) r = EstStandard() ? ControleLignes() : ControleTresorerie();
-  if (r) r = ControleChangement();
-  if (r) r = CheckComptePerso(m_app);
-  if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
-  if (!r) return r;
-  if (r = NumeroDe(m_app, m_saisie.journal, m_saisie.ligne, m_saisie.date, m_entete, m_ligne); !r) return r;
+Refus Enregistrement::Execute() {
+  Refus r = ControleExercice(m_app, m_livres);
+  if (!r) r = ControleEcriture();
+  if (!r) r = ControleLimites();
+  if (!r) r = ControleDate(m_app, m_saisie.date, m_entete.Date);
+  if (!r) r = ControleCompte();
+  if (!r && m_ttc == 0) r = Refus(ErrMontantNul, "ttc");
+  if (!r) r = EstStandard() ? ControleLignes() : ControleTresorerie();
+  if (!r) r = ControleChangement();
+  if (!r) r = CheckComptePerso(m_app);
+  if (!r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
+  if (!r) r = NumeroDe(m_app, m_saisie.journal, m_saisie.ligne, m_saisie.date, m_entete, m_faite.ligne);
+  if (r) return r;
   return EstStandard() ? SauveStandard() : SauveSimple();
 }
 
-ResultatSaisie Enregistrement::ControleEcriture() {
-  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, {.liee = m_saisie.delier}, m_entete);
-  if (!r || EstNouvelle()) return r;
+Refus Enregistrement::ControleEcriture() {
+  const Refus r = ControleExistante(m_app, m_saisie.mouvement, {.liee = m_saisie.delier}, m_entete);
+  if (r || EstNouvelle()) return r;
   if (m_entete.Journal != m_saisie.journal || m_entete.Genre == GenreOD)
-    return RefuseDit(m_app, ErrChampInvalide, "mouvement",
-                     {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
+    return Refus(ErrChampInvalide, "mouvement",
+                 {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
   return LitEcriture(m_app, m_saisie.mouvement, m_ancienne, m_saisie.euro);
 }
 
@@ -105,18 +105,18 @@ bool Enregistrement::MontantsIntacts() const {
          avant.taux == apres.taux;
 }
 
-ResultatSaisie Enregistrement::ControleLimites() {
-  ResultatSaisie r = ControleLibelle(m_app, m_saisie.libelle);
-  if (r) r = ControleMontant(m_app, "ttc", m_saisie.montants.ttc);
-  if (r) r = ControleMontant(m_app, "professionnel", m_saisie.montants.professionnel);
-  if (r) r = ControleMontant(m_app, "tva", m_saisie.montants.tva);
+Refus Enregistrement::ControleLimites() {
+  Refus r = ControleLibelle(m_saisie.libelle);
+  if (!r) r = ControleMontant("ttc", m_saisie.montants.ttc);
+  if (!r) r = ControleMontant("professionnel", m_saisie.montants.professionnel);
+  if (!r) r = ControleMontant("tva", m_saisie.montants.tva);
   if (!EstStandard()) return r;
-  for (std::size_t i = 0; r && i < m_saisie.tresoreries.size(); ++i)
-    r = ControleMontant(m_app, "montant", m_saisie.tresoreries[i].montant, static_cast<int>(i));
+  for (std::size_t i = 0; !r && i < m_saisie.tresoreries.size(); ++i)
+    r = ControleMontant("montant", m_saisie.tresoreries[i].montant, static_cast<int>(i));
   return r;
 }
 
-ResultatSaisie Enregistrement::ControleCompte() {
+Refus Enregistrement::ControleCompte() {
   if (LitCompte(m_app, m_saisie.compte, m_compte)) {
     const std::string compte = LitTexte(m_compte.Compte);
     const bool duJournal = m_compte.Type == (m_saisie.journal == JournalRecettes ? Recette : Depense);
@@ -124,12 +124,12 @@ ResultatSaisie Enregistrement::ControleCompte() {
         !EstNouvelle() && compte == m_ancienne.saisie.compte && compte == m_app.Magasin.GetComptePerso();
     if (duJournal || persoDejaLa) return {};
   }
-  return RefuseDit(m_app, ErrCompteIncorrect, "compte");
+  return Refus(ErrCompteIncorrect, "compte");
 }
 
-ResultatSaisie Enregistrement::ControleTresorerie() {
+Refus Enregistrement::ControleTresorerie() {
   Plan plan;
-  if (!LitTresorerie(m_saisie.tresorerie, plan)) return RefuseDit(m_app, ErrCompteIncorrect, "tresorerie");
+  if (!LitTresorerie(m_saisie.tresorerie, plan)) return Refus(ErrCompteIncorrect, "tresorerie");
   LineTresor ligne{};
   PoseTexte(ligne.Compte, LitTexte(plan.Compte));
   ligne.ModePaiement =
@@ -138,8 +138,8 @@ ResultatSaisie Enregistrement::ControleTresorerie() {
   return {};
 }
 
-ResultatSaisie Enregistrement::ControleLignes() {
-  if (m_saisie.tresoreries.empty()) return RefuseDit(m_app, ErrSansLigneTresorerie, "tresorerie");
+Refus Enregistrement::ControleLignes() {
+  if (m_saisie.tresoreries.empty()) return Refus(ErrSansLigneTresorerie, "tresorerie");
   const f64 taux = m_app.Magasin.GetTauxEuro(m_saisie.date);
   i64 total = 0;
   const std::vector<LigneTresorLue>& anciennes = m_ancienne.lignes;
@@ -148,9 +148,8 @@ ResultatSaisie Enregistrement::ControleLignes() {
     const int indice = static_cast<int>(m_lignes.size());
     const f64 montant = MontantDeChamp(saisie.montant);
     Plan plan;
-    if (!LitTresorerie(saisie.compte, plan))
-      return RefuseDit(m_app, ErrCompteIncorrect, "tresorerie", {}, indice);
-    if (montant == 0) return RefuseDit(m_app, ErrMontantNul, "montant", {}, indice);
+    if (!LitTresorerie(saisie.compte, plan)) return Refus(ErrCompteIncorrect, "tresorerie", {}, indice);
+    if (montant == 0) return Refus(ErrMontantNul, "montant", {}, indice);
     LineTresor ligne{};
     PoseTexte(ligne.Compte, LitTexte(plan.Compte));
     const auto [franc, euro] = EnDeuxMonnaies(m_saisie.euro, taux, montant);
@@ -167,13 +166,13 @@ ResultatSaisie Enregistrement::ControleLignes() {
     m_lignes[i].MontantFranc = anciennes[i].stocke.franc;
     m_lignes[i].MontantEuro = anciennes[i].stocke.euro;
   }
-  return total == CentimesDeChamp(m_ttc) ? ResultatSaisie{} : RefuseDit(m_app, ErrTotalTresorerie, "ttc");
+  return total == CentimesDeChamp(m_ttc) ? Refus{} : Refus(ErrTotalTresorerie, "ttc");
 }
 
-ResultatSaisie Enregistrement::ControleChangement() {
+Refus Enregistrement::ControleChangement() {
   if (EstStandard() || m_entete.Genre != GenreSimple || EstNouvelle()) return {};
   if (m_ancienne.saisie.tresorerie == LitTexte(m_lignes.front().Compte)) return {};
-  return Demande(m_app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionTresorerieChangee, "tresorerie");
+  return m_app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionTresorerieChangee, "tresorerie");
 }
 
 template <class Ecriture>
@@ -184,7 +183,7 @@ void Enregistrement::Remplit(Ecriture& rec) const {
   rec.Journal = m_saisie.journal;
   rec.Genre = m_saisie.genre;
   PoseTexte(rec.Libelle, m_saisie.libelle.empty() ? LitTexte(m_compte.Designation) : m_saisie.libelle);
-  rec.Ligne = m_ligne;
+  rec.Ligne = m_faite.ligne;
   rec.Date = m_saisie.date;
   rec.Validee = m_saisie.validee;
   rec.SaisieEuro = m_saisie.euro;
@@ -216,41 +215,35 @@ void Enregistrement::Remplit(Ecriture& rec) const {
   rec.TauxTaxe = tauxTaxe;
 }
 
-ResultatSaisie Enregistrement::SauveSimple() {
+Refus Enregistrement::SauveSimple() {
   EcrSimple rec;
   Remplit(rec);
   PoseTexte(rec.CompteTresorerie, LitTexte(m_lignes.front().Compte));
   rec.ModePaiement = m_lignes.front().ModePaiement;
   QVAPI& magasin = m_app.Magasin;
-  const u32 mouvement = EstNouvelle() ? magasin.AddEcrSimple(m_app.PathExercice, rec)
-                        : magasin.UpdateEcrSimple(m_app.PathExercice, m_saisie.mouvement, rec)
-                            ? m_saisie.mouvement
-                            : 0;
-  return Conclut(mouvement);
+  m_faite.mouvement = EstNouvelle() ? magasin.AddEcrSimple(m_app.PathExercice, rec)
+                      : magasin.UpdateEcrSimple(m_app.PathExercice, m_saisie.mouvement, rec)
+                          ? m_saisie.mouvement
+                          : 0;
+  return Conclut();
 }
 
-ResultatSaisie Enregistrement::SauveStandard() {
+Refus Enregistrement::SauveStandard() {
   QVAPI& magasin = m_app.Magasin;
   CEcrStandard ecriture(m_app);
   EcrStandard& rec = ecriture.Rec;
   Remplit(rec);
   for (u32 i = 0; i < m_lignes.size(); ++i)
     if (!magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
-      return RefuseDit(m_app, ErrLigneTresorerie, "tresorerie", {}, static_cast<int>(i));
-  const u32 mouvement = EstNouvelle() ? magasin.AddEcrStandard(m_app.PathExercice, rec)
-                        : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec)
-                            ? m_saisie.mouvement
-                            : 0;
-  return Conclut(mouvement);
+      return Refus(ErrLigneTresorerie, "tresorerie", {}, static_cast<int>(i));
+  m_faite.mouvement = EstNouvelle() ? magasin.AddEcrStandard(m_app.PathExercice, rec)
+                      : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec)
+                          ? m_saisie.mouvement
+                          : 0;
+  return Conclut();
 }
 
-ResultatSaisie Enregistrement::Conclut(u32 mouvement) {
-  if (mouvement == 0) return EchecMagasin(m_app);
-  ResultatSaisie r;
-  r.mouvement = mouvement;
-  r.ligne = m_ligne;
-  return r;
-}
+Refus Enregistrement::Conclut() { return m_faite.mouvement == 0 ? m_app.EchecDit() : Refus{}; }
 
 }  // namespace
 
@@ -266,8 +259,8 @@ MontantsSaisie ChaineProfessionnel(CFenlorApp& app, const Plan& compte, f64 ttc,
   return Suite(app, compte, saisi, deborde ? saisi : part);
 }
 
-ResultatSaisie EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie) {
-  return Enregistrement(app, saisie).Execute();
+Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite) {
+  return Enregistrement(app, saisie, faite).Execute();
 }
 
 }  // namespace fenlor

@@ -5,7 +5,7 @@
 //
 // Amounts are in the master currency (`euro`: Euro, else Franc); the other one is
 // derived on saving at the rate of the entry's date. Nothing is written before
-// every check has passed, and what is written is one unit of work.
+// every check has passed, and what is written is one unit of work. What stops a rule comes back as a `Refus`.
 #pragma once
 
 #include <string>
@@ -15,16 +15,10 @@
 
 namespace fenlor {
 
-/// Outcome of a rule. A refusal has been told to `CFenlorApp::Boite` already; a
-/// failure of the store (ErrMagasin) too, or by the store's own callback.
-struct ResultatSaisie {
-  unsigned erreur = 0;     ///< number of the message or of the question answered no; 0: done
-  const char* champ = "";  ///< field to point at: "date", "compte", "ttc", "tresorerie", ...
-  int indice = -1;         ///< line of the list that the field belongs to, from 0; -1: none
-  std::string texte;       ///< the message, Windows-1252
+/// The entry that was saved.
+struct EcritureFaite {
   u32 mouvement = 0;
   u32 ligne = 0;
-  explicit operator bool() const { return erreur == 0; }
 };
 
 /// The figures under the account and T.T.C. fields, as the fields hold them.
@@ -87,7 +81,7 @@ struct SaisieEcriture {
 ///
 /// An empty label takes the account's designation. Off a bank account the payment
 /// mode is "Autre" for a simple entry and "Chèque" for a treasury line.
-ResultatSaisie EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie);
+Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite);
 
 /// One line of an opération diverse as its form holds it.
 struct LigneODSaisie {
@@ -121,35 +115,34 @@ f64 SoldeOD(const std::vector<LigneODSaisie>& lignes);
 /// An existing entry is written anew under its number; a line whose account and side
 /// it had already keeps its marks and its reconciliation, matched in order. While no account and no amount
 /// changes the amounts of the other currency stay as they are stored.
-ResultatSaisie EnregistreOD(CFenlorApp& app, const SaisieOD& saisie);
+Refus EnregistreOD(CFenlorApp& app, const SaisieOD& saisie, EcritureFaite& faite);
 
 /// The personal share account exists in the chart; else 3055 is asked. Whoever answers
 /// OK has let the user choose an account before: it is tested again, and asked again
 /// as long as each answer brought another account. Cancel, or an OK that changed
 /// nothing, refuses. Alike for the deviation accounts (3030 credit, 3031 debit) and for the
 /// transit accounts of transfers (3088 receipts, 3087 expenses).
-ResultatSaisie CheckComptePerso(CFenlorApp& app);
-ResultatSaisie CheckCompteEcartCredit(CFenlorApp& app);
-ResultatSaisie CheckCompteEcartDebit(CFenlorApp& app);
-ResultatSaisie CheckCompteVireTo(CFenlorApp& app);
-ResultatSaisie CheckCompteVireFrom(CFenlorApp& app);
+Refus CheckComptePerso(CFenlorApp& app);
+Refus CheckCompteEcartCredit(CFenlorApp& app);
+Refus CheckCompteEcartDebit(CFenlorApp& app);
+Refus CheckCompteVireTo(CFenlorApp& app);
+Refus CheckCompteVireFrom(CFenlorApp& app);
 
 // Commands of the journal on one entry. Each asks its question and refuses an entry
 // that does not exist (3202).
 
 /// Deletes an entry, a linked one together with the parent application's record.
 /// 3056 closed exercice; 3016 or 3017 validated; 3040 linked to another application.
-/// A linked entry whose record is not there any more stays as it is: 3038, of which
-/// nothing is shown.
-ResultatSaisie SupprimeEcriture(CFenlorApp& app, u32 mouvement);
+/// A linked entry whose record is not there any more stays as it is: 3038, `dit`, for nothing is shown of it.
+Refus SupprimeEcriture(CFenlorApp& app, u32 mouvement);
 /// Marks an entry final, or a draft again. An entry that is so already is a success
 /// without a question. A closed exercice does not matter, here and below.
-ResultatSaisie ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide);
+Refus ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide);
 /// Flips the pointing mark.
-ResultatSaisie PointeEcriture(CFenlorApp& app, u32 mouvement);
+Refus PointeEcriture(CFenlorApp& app, u32 mouvement);
 /// Marks every bank line (cash lines too with "Especes") reconciled, or not. 3116
 /// when the entry has no such line. Nothing to change is a success without a question.
-ResultatSaisie RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche);
+Refus RapprocheEcriture(CFenlorApp& app, u32 mouvement, bool rapproche);
 
 /// The lines of an entry that reconciling touches, and those of them that are reconciled.
 struct LignesRapprochables {

@@ -16,70 +16,71 @@ f64 Signe(const LigneODSaisie& ligne) { return MontantDeChamp(ligne.credit) - Mo
 
 class EnregistrementOD {
  public:
-  EnregistrementOD(CFenlorApp& app, const SaisieOD& saisie) : m_app(app), m_saisie(saisie) {}
+  EnregistrementOD(CFenlorApp& app, const SaisieOD& saisie, EcritureFaite& faite)
+      : m_app(app), m_saisie(saisie), m_faite(faite) {}
 
-  ResultatSaisie Execute();
+  Refus Execute();
 
  private:
-  ResultatSaisie ControleEcriture();
-  ResultatSaisie ControleLimites();
-  ResultatSaisie ControleLignes();
-  ResultatSaisie Sauve();
+  Refus ControleEcriture();
+  Refus ControleLimites();
+  Refus ControleLignes();
+  Refus Sauve();
   bool LitAnciennes();
   bool SontIntactes() const;
 
   CFenlorApp& m_app;
   const SaisieOD& m_saisie;
+  EcritureFaite& m_faite;
   LivresOuverts m_livres;
   COpDiverses m_od{m_app};
   std::vector<Plan> m_comptes;  ///< of the lines, checked
 };
 
-ResultatSaisie EnregistrementOD::Execute() {
-  ResultatSaisie r = ControleExercice(m_app, m_livres);
-  if (r) r = ControleEcriture();
-  if (r) r = ControleLimites();
-  if (r) r = ControleDate(m_app, m_saisie.date, m_od.Rec.Date);
-  if (r) r = ControleLignes();
-  if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
-  if (r) r = CheckComptePerso(m_app);
-  if (r) r = CheckCompteEcartCredit(m_app);
-  if (r) r = CheckCompteEcartDebit(m_app);
-  if (r && SoldeOD(m_saisie.lignes) != 0)
-    r = Demande(m_app, BoutonsOuiNon | IconeAttention, RepOui, QuestionNonEquilibree);
-  return r ? Sauve() : r;
+Refus EnregistrementOD::Execute() {
+  Refus r = ControleExercice(m_app, m_livres);
+  if (!r) r = ControleEcriture();
+  if (!r) r = ControleLimites();
+  if (!r) r = ControleDate(m_app, m_saisie.date, m_od.Rec.Date);
+  if (!r) r = ControleLignes();
+  if (!r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
+  if (!r) r = CheckComptePerso(m_app);
+  if (!r) r = CheckCompteEcartCredit(m_app);
+  if (!r) r = CheckCompteEcartDebit(m_app);
+  if (!r && SoldeOD(m_saisie.lignes) != 0)
+    r = m_app.Demande(BoutonsOuiNon | IconeAttention, RepOui, QuestionNonEquilibree);
+  return r ? r : Sauve();
 }
 
-ResultatSaisie EnregistrementOD::ControleEcriture() {
+Refus EnregistrementOD::ControleEcriture() {
   const Permis permis{.validee = m_saisie.forcee, .liee = m_saisie.forcee};
-  const ResultatSaisie r = ControleExistante(m_app, m_saisie.mouvement, permis, m_od.Rec);
-  if (!r || m_saisie.mouvement == 0 || m_od.Rec.Genre == GenreOD) return r;
-  return RefuseDit(m_app, ErrChampInvalide, "mouvement",
-                   {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
+  const Refus r = ControleExistante(m_app, m_saisie.mouvement, permis, m_od.Rec);
+  if (r || m_saisie.mouvement == 0 || m_od.Rec.Genre == GenreOD) return r;
+  return Refus(ErrChampInvalide, "mouvement",
+               {"mouvement", "cette écriture est d'un autre journal ou d'un autre genre"_w});
 }
 
-ResultatSaisie EnregistrementOD::ControleLimites() {
-  ResultatSaisie r = ControleLibelle(m_app, m_saisie.libelle);
-  for (std::size_t i = 0; r && i < m_saisie.lignes.size(); ++i) {
+Refus EnregistrementOD::ControleLimites() {
+  Refus r = ControleLibelle(m_saisie.libelle);
+  for (std::size_t i = 0; !r && i < m_saisie.lignes.size(); ++i) {
     const int indice = static_cast<int>(i);
-    r = ControleLibelle(m_app, m_saisie.lignes[i].libelle, indice);
-    if (r) r = ControleMontant(m_app, "debit", m_saisie.lignes[i].debit, indice);
-    if (r) r = ControleMontant(m_app, "credit", m_saisie.lignes[i].credit, indice);
+    r = ControleLibelle(m_saisie.lignes[i].libelle, indice);
+    if (!r) r = ControleMontant("debit", m_saisie.lignes[i].debit, indice);
+    if (!r) r = ControleMontant("credit", m_saisie.lignes[i].credit, indice);
   }
   return r;
 }
 
-ResultatSaisie EnregistrementOD::ControleLignes() {
-  if (m_saisie.lignes.empty()) return RefuseDit(m_app, ErrODSansLignes, "lignes");
+Refus EnregistrementOD::ControleLignes() {
+  if (m_saisie.lignes.empty()) return Refus(ErrODSansLignes, "lignes");
   for (const LigneODSaisie& ligne : m_saisie.lignes) {
     const int indice = static_cast<int>(m_comptes.size());
     const bool debit = MontantDeChamp(ligne.debit) != 0;
     const bool credit = MontantDeChamp(ligne.credit) != 0;
     Plan plan;
-    if (!LitCompte(m_app, ligne.compte, plan))
-      return RefuseDit(m_app, ErrCompteIncorrect, "compte", {}, indice);
-    if (!debit && !credit) return RefuseDit(m_app, ErrDebitOuCredit, "debit", {}, indice);
-    if (debit && credit) return RefuseDit(m_app, ErrDebitEtCredit, "debit", {}, indice);
+    if (!LitCompte(m_app, ligne.compte, plan)) return Refus(ErrCompteIncorrect, "compte", {}, indice);
+    if (!debit && !credit) return Refus(ErrDebitOuCredit, "debit", {}, indice);
+    if (debit && credit) return Refus(ErrDebitEtCredit, "debit", {}, indice);
     m_comptes.push_back(plan);
   }
   return {};
@@ -110,7 +111,7 @@ bool EnregistrementOD::SontIntactes() const {
                     });
 }
 
-ResultatSaisie EnregistrementOD::Sauve() {
+Refus EnregistrementOD::Sauve() {
   QVAPI& magasin = m_app.Magasin;
   const std::string& exercice = m_app.PathExercice;
   QVAPI::Unite unite(magasin);
@@ -119,16 +120,14 @@ ResultatSaisie EnregistrementOD::Sauve() {
     m_od.Rec.Journal = m_saisie.journal;
     m_od.Rec.Mouvement = magasin.GetFreeMouvementsID(exercice, static_cast<u16>(m_saisie.journal));
   } else if (!LitAnciennes()) {
-    return RefusMagasin(m_app);
+    return m_app.EchecMagasin();
   } else if (!magasin.RemoveMouvements(exercice, m_saisie.mouvement)) {
-    return EchecMagasin(m_app);
+    return m_app.EchecDit();
   }
   u32 numero = 0;
-  if (const ResultatSaisie r =
-          NumeroDe(m_app, m_od.Rec.Journal, m_saisie.ligne, m_saisie.date, ancienne, numero);
-      !r)
+  if (const Refus r = NumeroDe(m_app, m_od.Rec.Journal, m_saisie.ligne, m_saisie.date, ancienne, numero))
     return r;
-  if (m_od.Rec.Mouvement == 0) return EchecMagasin(m_app);
+  if (m_od.Rec.Mouvement == 0) return m_app.EchecDit();
   // An entry typed in Franc may be shown in Euro; never the other way round.
   m_od.GardeMontants = (m_saisie.euro || !ancienne.SaisieEuro) && SontIntactes();
   m_od.Rec.Ligne = numero;
@@ -146,14 +145,12 @@ ResultatSaisie EnregistrementOD::Sauve() {
     if (!designation.empty()) PoseTexte(ligne.Designation, designation);
     ligne.ModePaiement =
         plan.Type == Tresorerie && saisie.paiement == PaiementAutre ? PaiementAutre : PaiementCheque;
-    if (!m_od.AddLine(ligne)) return EchecMagasin(m_app);
+    if (!m_od.AddLine(ligne)) return m_app.EchecDit();
   }
-  if (!m_od.AddEcart(SoldeOD(m_saisie.lignes), m_saisie.euro)) return EchecMagasin(m_app);
-  if (!unite.Valide()) return RefusMagasin(m_app);
-  ResultatSaisie r;
-  r.mouvement = m_od.Rec.Mouvement;
-  r.ligne = m_od.Rec.Ligne;
-  return r;
+  if (!m_od.AddEcart(SoldeOD(m_saisie.lignes), m_saisie.euro)) return m_app.EchecDit();
+  if (!unite.Valide()) return m_app.EchecMagasin();
+  m_faite = {m_od.Rec.Mouvement, m_od.Rec.Ligne};
+  return {};
 }
 
 }  // namespace
@@ -164,8 +161,8 @@ f64 SoldeOD(const std::vector<LigneODSaisie>& lignes) {
   return Arrondi2(solde) + 0.0;
 }
 
-ResultatSaisie EnregistreOD(CFenlorApp& app, const SaisieOD& saisie) {
-  return EnregistrementOD(app, saisie).Execute();
+Refus EnregistreOD(CFenlorApp& app, const SaisieOD& saisie, EcritureFaite& faite) {
+  return EnregistrementOD(app, saisie, faite).Execute();
 }
 
 }  // namespace fenlor

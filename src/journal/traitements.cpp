@@ -62,58 +62,53 @@ bool AChanger(ActionBrouillard action, const Line& ligne) {
 
 class TraitementBrouillard {
  public:
-  TraitementBrouillard(CFenlorApp& app, const DemandeValidation& demande) : m_app(app), m_demande(demande) {}
+  TraitementBrouillard(CFenlorApp& app, const DemandeValidation& demande, BilanLot& bilan)
+      : m_app(app), m_demande(demande), m_bilan(bilan) {}
 
-  ResultatLot Execute();
+  Refus Execute();
 
  private:
   bool Rassemble();
-  bool Traite(u32 mouvement);
+  Refus TraiteLot(std::size_t& place);
+  Refus Traite(u32 mouvement);
   bool Ecrit(u32 mouvement);
 
   CFenlorApp& m_app;
   const DemandeValidation& m_demande;
+  BilanLot& m_bilan;
   LivresOuverts m_livres;
   std::vector<EntreeLot> m_entrees;
   u32 m_parcourues = 0;
-  ResultatLot m_resultat;
 };
 
-ResultatLot TraitementBrouillard::Execute() {
-  if (m_app.PathExercice.empty()) {
-    m_resultat.erreur = RefuseDit(m_app, ErrAucunExercice).erreur;
-    return m_resultat;
-  }
+Refus TraitementBrouillard::Execute() {
+  m_bilan = {};
+  if (m_app.PathExercice.empty()) return Refus(ErrAucunExercice);
   const Progression progression(m_app.Boite, Texte(TitreValidation), Texte(TexteValidation), true, 0);
-  m_resultat.erreur = m_livres.Ouvre(m_app).erreur;
-  if (m_resultat.erreur) return m_resultat;
-  if (!Rassemble()) {
-    m_resultat.erreur = RefusMagasin(m_app).erreur;
-    return m_resultat;
-  }
+  if (const Refus refus = m_livres.Ouvre(m_app)) return refus;
+  if (!Rassemble()) return m_app.EchecMagasin();
   m_app.Boite.SetMax(std::max(m_parcourues, 1u));
-  for (std::size_t i = 0; i < m_entrees.size() && !m_resultat.arrete;) {
-    QVAPI::Unite unite(m_app.Magasin);
-    const u32 avant = m_resultat.ecritures;
-    for (const std::size_t fin = std::min(m_entrees.size(), i + tailleLot); i < fin; ++i) {
-      if (m_app.Boite.IsAborted()) {
-        m_resultat.arrete = true;
-        break;
-      }
-      if (!Traite(m_entrees[i].mouvement)) {
-        m_resultat.erreur = ErrMagasin;
-        break;
-      }
-      m_app.Boite.SetPos(m_entrees[i].place);
-    }
-    if (!m_resultat.erreur && !unite.Valide()) m_resultat.erreur = RefusMagasin(m_app).erreur;
-    if (m_resultat.erreur) {
-      m_resultat.ecritures = avant;
-      return m_resultat;
+  for (std::size_t place = 0; place < m_entrees.size() && !m_bilan.arrete;) {
+    const u32 avant = m_bilan.ecritures;
+    if (const Refus refus = TraiteLot(place)) {
+      m_bilan.ecritures = avant;
+      return refus;
     }
   }
-  if (!m_resultat.arrete) m_app.Boite.SetPos(m_parcourues);
-  return m_resultat;
+  if (!m_bilan.arrete) m_app.Boite.SetPos(m_parcourues);
+  return {};
+}
+
+/// The entries of one unit of work, from `place` on.
+Refus TraitementBrouillard::TraiteLot(std::size_t& place) {
+  QVAPI::Unite unite(m_app.Magasin);
+  for (const std::size_t fin = std::min(m_entrees.size(), place + tailleLot); place < fin; ++place) {
+    m_bilan.arrete = m_app.Boite.IsAborted();
+    if (m_bilan.arrete) break;
+    if (const Refus refus = Traite(m_entrees[place].mouvement)) return refus;
+    m_app.Boite.SetPos(m_entrees[place].place);
+  }
+  return unite.Valide() ? Refus{} : m_app.EchecMagasin();
 }
 
 bool TraitementBrouillard::Rassemble() {
@@ -128,24 +123,24 @@ bool TraitementBrouillard::Rassemble() {
                                        ++m_parcourues;
                                        if (!PasseMarques(m_demande, ligne) || !PasseMontant(m_demande, ligne))
                                          return true;
-                                       ++m_resultat.lignes;
+                                       ++m_bilan.lignes;
                                        if (vues.insert(+ligne.Mouvement).second)
                                          m_entrees.push_back({ligne.Mouvement, m_parcourues});
                                        return true;
                                      });
 }
 
-bool TraitementBrouillard::Traite(u32 mouvement) {
+Refus TraitementBrouillard::Traite(u32 mouvement) {
   bool aChanger = false;
   const bool lue = ParcourtEcriture(m_app, mouvement, [&](const Line& ligne) {
     aChanger = AChanger(m_demande.action, ligne);
     return !aChanger;
   });
-  if (!lue) return static_cast<bool>(RefusMagasin(m_app));
-  if (!aChanger) return true;
-  if (!Ecrit(mouvement)) return false;
-  ++m_resultat.ecritures;
-  return true;
+  if (!lue) return m_app.EchecMagasin();
+  if (!aChanger) return {};
+  if (!Ecrit(mouvement)) return m_app.EchecDit();
+  ++m_bilan.ecritures;
+  return {};
 }
 
 bool TraitementBrouillard::Ecrit(u32 mouvement) {
@@ -162,108 +157,99 @@ bool TraitementBrouillard::Ecrit(u32 mouvement) {
 
 // ---------------------------------------------------------------- Another month
 
-ResultatSaisie LitADeplacer(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
-  if (const ResultatSaisie r = ControleExercice(app, livres); !r) return r;
+Refus LitADeplacer(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
+  if (const Refus r = ControleExercice(app, livres)) return r;
   entete = {};
   if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return RefuseDit(app, ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
-  return entete.LienId ? RefuseDit(app, ErrEcritureQuorbane, "mouvement") : ResultatSaisie{};
+    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  return entete.LienId ? Refus(ErrEcritureQuorbane, "mouvement") : Refus{};
 }
 
 }  // namespace
 
-ResultatLot TraiteBrouillard(CFenlorApp& app, const DemandeValidation& demande) {
-  return TraitementBrouillard(app, demande).Execute();
+Refus TraiteBrouillard(CFenlorApp& app, const DemandeValidation& demande, BilanLot& bilan) {
+  return TraitementBrouillard(app, demande, bilan).Execute();
 }
 
-ResultatSaisie RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande) {
-  if (app.PathExercice.empty()) return RefuseDit(app, ErrAucunExercice);
+Refus RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande, u32& nombre) {
+  if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
   DemandeListe entiere;
   entiere.journal = demande.journal;
   entiere.mois = demande.mois;
   entiere.mode = ListeToutes;
   MoisJournal mois, toutes;
-  if (!ListeMois(app, demande, mois) || !ListeMois(app, entiere, toutes)) return EchecMagasin(app);
+  if (const Refus refus = ListeMois(app, demande, mois)) return refus;
+  if (const Refus refus = ListeMois(app, entiere, toutes)) return refus;
   const std::size_t cachees = toutes.entrees.size() - mois.entrees.size();
-  const ResultatSaisie reponse =
-      cachees == 0 ? Demande(app, BoutonsOuiNon | IconeQuestion, RepOui, QuestionRenumerotation)
-                   : Demande(app, BoutonsNonOuiAnnuler | IconeAttention, RepOui, QuestionRenumeroterPartie,
-                             "", {std::to_string(cachees)});
-  if (!reponse) return reponse;
+  const Refus reponse = cachees == 0
+                            ? app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionRenumerotation)
+                            : app.Demande(BoutonsNonOuiAnnuler | IconeAttention, RepOui,
+                                          QuestionRenumeroterPartie, "", {std::to_string(cachees)});
+  if (reponse) return reponse;
   const Progression progression(app.Boite, Texte(TitreApplication), Texte(TexteRenumerotation), false,
                                 static_cast<u32>(2 * mois.entrees.size()));
   LivresOuverts livres;
-  if (const ResultatSaisie r = livres.Ouvre(app); !r) return r;
+  if (const Refus r = livres.Ouvre(app)) return r;
   QVAPI::Unite unite(app.Magasin);
-  u32 numero = 0;
+  nombre = 0;
   for (const auto& [mouvement, lignes] : mois.entrees) {
     Mouvement entete{};
     app.Boite.Step();
     if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) {
-      entete.Ligne = ++numero;
-      if (!app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete)) return EchecMagasin(app);
+      entete.Ligne = ++nombre;
+      if (!app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete)) return app.EchecDit();
     }
     app.Boite.Step();
   }
-  ResultatSaisie r = unite.Valide() ? ResultatSaisie{} : RefusMagasin(app);
-  if (r) r.ligne = numero;
+  return unite.Valide() ? Refus{} : app.EchecMagasin();
+}
+
+Refus ControleDeplacement(CFenlorApp& app, u32 mouvement, unsigned& mois) {
+  LivresOuverts livres;
+  Mouvement entete;
+  const Refus r = LitADeplacer(app, livres, mouvement, entete);
+  if (!r) mois = Mois(entete.Date);
   return r;
 }
 
-ResultatSaisie ControleDeplacement(CFenlorApp& app, u32 mouvement, unsigned& mois) {
+Refus DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
   LivresOuverts livres;
   Mouvement entete;
-  const ResultatSaisie r = LitADeplacer(app, livres, mouvement, entete);
-  if (r) mois = Mois(entete.Date);
-  return r;
-}
-
-ResultatSaisie DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
-  LivresOuverts livres;
-  Mouvement entete;
-  if (const ResultatSaisie r = LitADeplacer(app, livres, mouvement, entete); !r) return r;
-  if (mois < 1 || mois > dernierMois)
-    return RefuseDit(app, ErrChampInvalide, "mois", {"mois", "de 1 à 12"_w});
-  ResultatSaisie r;
-  r.mouvement = mouvement;
-  r.ligne = entete.Ligne;
-  if (Mois(entete.Date) == mois) return r;
+  if (const Refus r = LitADeplacer(app, livres, mouvement, entete)) return r;
+  if (mois < 1 || mois > dernierMois) return Refus(ErrChampInvalide, "mois", {"mois", "de 1 à 12"_w});
+  if (Mois(entete.Date) == mois) return {};
   entete.Date = FaitDate(Jour(entete.Date), mois, Annee(entete.Date));
-  if (const ResultatSaisie n = NumeroDe(app, entete.Journal, 0, entete.Date, {}, r.ligne); !n) return n;
-  entete.Ligne = r.ligne;
-  return app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete) ? r : EchecMagasin(app);
+  u32 numero = 0;
+  if (const Refus r = NumeroDe(app, entete.Journal, 0, entete.Date, {}, numero)) return r;
+  entete.Ligne = numero;
+  return app.Magasin.UpdateMouvements(app.PathExercice, mouvement, entete) ? Refus{} : app.EchecDit();
 }
 
-bool PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
+Refus PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
   LivresOuverts livres;
-  if (!livres.Ouvre(app)) return false;
+  if (const Refus refus = livres.Ouvre(app)) return refus;
   QVAPI::Unite unite(app.Magasin);
   Mouvement entete{};
-  for (const u32 mouvement : mouvements)
-    if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete) && !PointeEcriture(app, mouvement))
-      return false;
-  return unite.Valide() || bool{RefusMagasin(app)};
+  for (const u32 mouvement : mouvements) {
+    if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
+    if (const Refus refus = PointeEcriture(app, mouvement)) return refus;
+  }
+  return unite.Valide() ? Refus{} : app.EchecMagasin();
 }
 
-bool DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois) {
+Refus DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois) {
   LivresOuverts livres;
-  if (!livres.Ouvre(app)) return false;
-  std::size_t liees = 0;  // told behind the unit: no message waits for an answer inside one
-  {
-    QVAPI::Unite unite(app.Magasin);
-    for (const u32 mouvement : mouvements) {
-      Mouvement entete{};
-      if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
-      if (entete.LienId != 0)
-        ++liees;
-      else if (!DeplaceEcriture(app, mouvement, mois))
-        return false;
-    }
-    if (!unite.Valide()) return bool{RefusMagasin(app)};
-  }
+  if (const Refus refus = livres.Ouvre(app)) return refus;
+  QVAPI::Unite unite(app.Magasin);
   Serie serie(app, mouvements.size());
-  for (std::size_t i = 0; i < liees; ++i) serie.Refus(ErrEcritureQuorbane);
-  return true;
+  for (const u32 mouvement : mouvements) {
+    Mouvement entete{};
+    if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
+    const Refus refus = DeplaceEcriture(app, mouvement, mois);
+    if (refus && refus.numero != ErrEcritureQuorbane) return refus;
+    serie.Note(refus);
+  }
+  return unite.Valide() ? serie.Issue() : app.EchecMagasin();
 }
 
 }  // namespace fenlor

@@ -14,21 +14,21 @@ namespace {
 
 constexpr u32 CleType = 3;
 
-ResultatSaisie ControleTresoreries(CFenlorApp& app) {
+Refus ControleTresoreries(CFenlorApp& app) {
   const CPlan plan(app, app.PathExercice);
   unsigned nombre = 0;
   const bool lu = app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + CleType),
                                             std::to_string(Tresorerie), std::to_string(Tresorerie + 1),
                                             [&](Position, const void*) { return ++nombre < 2; });
-  if (!lu) return RefusMagasin(app);
-  return nombre < 2 ? RefuseDit(app, ErrDeuxTresoreries) : ResultatSaisie{};
+  if (!lu) return app.EchecMagasin();
+  return nombre < 2 ? Refus(ErrDeuxTresoreries) : Refus{};
 }
 
 /// The tests of the opening form, on open books.
-ResultatSaisie ControleOuverture(CFenlorApp& app) {
-  ResultatSaisie r = ControleTresoreries(app);
-  if (r) r = CheckCompteVireTo(app);
-  if (r) r = CheckCompteVireFrom(app);
+Refus ControleOuverture(CFenlorApp& app) {
+  Refus r = ControleTresoreries(app);
+  if (!r) r = CheckCompteVireTo(app);
+  if (!r) r = CheckCompteVireFrom(app);
   return r;
 }
 
@@ -36,12 +36,12 @@ class EnregistrementVirement {
  public:
   EnregistrementVirement(CFenlorApp& app, const SaisieVirement& saisie) : m_app(app), m_saisie(saisie) {}
 
-  ResultatVirement Execute();
+  Refus Execute(VirementFait& fait);
 
  private:
-  ResultatSaisie Controle();
-  ResultatSaisie ControleComptes();
-  ResultatSaisie ControleSomme();
+  Refus Controle();
+  Refus ControleComptes();
+  Refus ControleSomme();
   u32 Ajoute(i16 journal, const std::string& tresorerie, const std::string& compte, i16 paiement);
 
   CFenlorApp& m_app;
@@ -50,63 +50,54 @@ class EnregistrementVirement {
   std::string m_de, m_vers;
   bool m_versBanque = false;
   DeuxMonnaies m_montant;
-  u32 m_ligne = 0;  ///< of the half written last
 };
 
-ResultatVirement EnregistrementVirement::Execute() {
-  ResultatVirement r;
-  static_cast<ResultatSaisie&>(r) = Controle();
-  if (!r) return r;
-  const auto echec = [&](const ResultatSaisie& refus) {
-    ResultatVirement rendu;
-    static_cast<ResultatSaisie&>(rendu) = refus;
-    return rendu;
-  };
+Refus EnregistrementVirement::Execute(VirementFait& fait) {
+  if (const Refus refus = Controle()) return refus;
   QVAPI& magasin = m_app.Magasin;
   QVAPI::Unite unite(magasin);
-  r.depense = Ajoute(JournalDepenses, m_de, magasin.GetCompteVireFrom(), PaiementAutre);
-  if (!r.depense) return echec(EchecMagasin(m_app));
+  const u32 depense = Ajoute(JournalDepenses, m_de, magasin.GetCompteVireFrom(), PaiementAutre);
+  if (!depense) return m_app.EchecDit();
   const bool cheque = m_versBanque && m_saisie.paiement == PaiementCheque;
-  r.recette =
+  const u32 recette =
       Ajoute(JournalRecettes, m_vers, magasin.GetCompteVireTo(), cheque ? PaiementCheque : PaiementAutre);
-  if (!r.recette) return echec(EchecMagasin(m_app));
-  if (!unite.Valide()) return echec(RefusMagasin(m_app));
-  r.mouvement = r.recette;
-  r.ligne = m_ligne;
-  return r;
+  if (!recette) return m_app.EchecDit();
+  if (!unite.Valide()) return m_app.EchecMagasin();
+  fait = {depense, recette};
+  return {};
 }
 
-ResultatSaisie EnregistrementVirement::Controle() {
-  if (m_app.PathExercice.empty()) return RefuseDit(m_app, ErrAucunExercice);
-  ResultatSaisie r = m_livres.Ouvre(m_app);
-  if (r && !DansExercice(m_app, m_saisie.date)) r = RefuseDit(m_app, ErrDateVirement, "date");
-  if (r) r = ControleComptes();
-  if (r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
-  if (r) r = ControleSomme();
-  if (r && m_app.Reglages.IsExerciceCloture()) r = RefuseDit(m_app, ErrExerciceCloture);
-  if (r) r = ControleOuverture(m_app);
-  return r ? ControleLibelle(m_app, m_saisie.libelle) : r;
+Refus EnregistrementVirement::Controle() {
+  if (m_app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  Refus r = m_livres.Ouvre(m_app);
+  if (!r && !DansExercice(m_app, m_saisie.date)) r = Refus(ErrDateVirement, "date");
+  if (!r) r = ControleComptes();
+  if (!r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
+  if (!r) r = ControleSomme();
+  if (!r && m_app.Reglages.IsExerciceCloture()) r = Refus(ErrExerciceCloture);
+  if (!r) r = ControleOuverture(m_app);
+  return r ? r : ControleLibelle(m_saisie.libelle);
 }
 
-ResultatSaisie EnregistrementVirement::ControleComptes() {
+Refus EnregistrementVirement::ControleComptes() {
   Plan plan;
   const auto lit = [&](const std::string& compte) {
     return LitCompte(m_app, compte, plan) && plan.Type == Tresorerie;
   };
-  if (!lit(m_saisie.de)) return RefuseDit(m_app, ErrTresorerieOrigine, "de");
+  if (!lit(m_saisie.de)) return Refus(ErrTresorerieOrigine, "de");
   m_de = LitTexte(plan.Compte);
-  if (!lit(m_saisie.vers)) return RefuseDit(m_app, ErrTresorerieDestination, "vers");
+  if (!lit(m_saisie.vers)) return Refus(ErrTresorerieDestination, "vers");
   m_vers = LitTexte(plan.Compte);
   m_versBanque = plan.TypeTresorerie != 0;
-  return m_de == m_vers ? RefuseDit(m_app, ErrTresoreriesIdentiques, "vers") : ResultatSaisie{};
+  return m_de == m_vers ? Refus(ErrTresoreriesIdentiques, "vers") : Refus{};
 }
 
-ResultatSaisie EnregistrementVirement::ControleSomme() {
-  if (const ResultatSaisie r = ControleMontant(m_app, "montant", m_saisie.montant); !r) return r;
+Refus EnregistrementVirement::ControleSomme() {
+  if (const Refus r = ControleMontant("montant", m_saisie.montant)) return r;
   m_montant = EnDeuxMonnaies(m_saisie.euro, m_app.Magasin.GetTauxEuro(m_saisie.date),
                              MontantDeChamp(m_saisie.montant));
   if (m_montant.franc > 0 && m_montant.euro > 0) return {};
-  return RefuseDit(m_app, ErrMontantVirement, "montant");
+  return Refus(ErrMontantVirement, "montant");
 }
 
 u32 EnregistrementVirement::Ajoute(i16 journal, const std::string& tresorerie, const std::string& compte,
@@ -116,9 +107,9 @@ u32 EnregistrementVirement::Ajoute(i16 journal, const std::string& tresorerie, c
   std::memset(&rec, 0, sizeof rec);
   rec.Journal = journal;
   rec.Genre = GenreSimple;
-  rec.Ligne = m_ligne =
+  rec.Ligne =
       magasin.GetFreeJournalLine(m_app.PathExercice, static_cast<u16>(journal), tresorerie, m_saisie.date);
-  if (m_ligne == 0) return 0;
+  if (rec.Ligne == 0) return 0;
   rec.Date = m_saisie.date;
   PoseTexte(rec.Libelle, m_saisie.libelle.empty() ? Texte(LibelleVirement) : m_saisie.libelle);
   PoseTexte(rec.CompteTresorerie, tresorerie);
@@ -133,14 +124,14 @@ u32 EnregistrementVirement::Ajoute(i16 journal, const std::string& tresorerie, c
 
 }  // namespace
 
-ResultatSaisie ControleVirement(CFenlorApp& app) {
+Refus ControleVirement(CFenlorApp& app) {
   LivresOuverts livres;
-  const ResultatSaisie r = ControleExercice(app, livres);
-  return r ? ControleOuverture(app) : r;
+  const Refus r = ControleExercice(app, livres);
+  return r ? r : ControleOuverture(app);
 }
 
-ResultatVirement EnregistreVirement(CFenlorApp& app, const SaisieVirement& saisie) {
-  return EnregistrementVirement(app, saisie).Execute();
+Refus EnregistreVirement(CFenlorApp& app, const SaisieVirement& saisie, VirementFait& fait) {
+  return EnregistrementVirement(app, saisie).Execute(fait);
 }
 
 }  // namespace fenlor

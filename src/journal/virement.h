@@ -17,16 +17,16 @@ struct SaisieVirement {
   i16 paiement = PaiementAutre;  ///< of the receipt; off a bank account always "Autre"
 };
 /// The two entries made.
-struct ResultatVirement : ResultatSaisie {
+struct VirementFait {
   u32 depense = 0, recette = 0;
 };
 
 /// What the form tests as it opens: 3056 closed exercice, 3082 fewer than two treasury accounts,
 /// then the two transit accounts, receipts first, each asked for as `CheckComptePerso` does.
-ResultatSaisie ControleVirement(CFenlorApp& app);
+Refus ControleVirement(CFenlorApp& app);
 /// Checks in order: 3089 date ("date"), 3083 ("de"), 3084 ("vers"), 3085 the same twice ("vers"), 3041
 /// ("monnaie"), 3086 amount in either currency ("montant"); the opening tests again, as books may
 /// have changed; a label longer than 80 is 3206 ("libelle"). An empty label is "Virement interne".
-ResultatVirement EnregistreVirement(CFenlorApp& app, const SaisieVirement& saisie);
+Refus EnregistreVirement(CFenlorApp& app, const SaisieVirement& saisie, VirementFait& fait);
 
 }  // namespace fenlor

@@ -35,7 +35,7 @@ void CEtatJournalDoc::BuildEtat() {
   DemandeListe demande = m_demande;
   demande.filtre = m_filtre;
   MoisJournal mois;
-  if (!EnCours() || !ListeMois(App, demande, mois)) return Abandonne();
+  if (!EnCours() || !App.Dit(ListeMois(App, demande, mois))) return Abandonne();
   Travail travail(*this, AvancementEtatJournal, static_cast<u32>(mois.entrees.size()));
   EcritMois();
   EcritEtat("\\H");

@@ -140,7 +140,7 @@ class RedacteurAnnee {
     return m_annee.annee != 2003 || AjouteReleve();
   }
   const ResumeDemo& Resume() const { return m_resume; }
-  const ResultatDemo& Echec() const { return m_echec; }
+  const Refus& Echec() const { return m_echec; }
 
  private:
   // -- tariffs and amounts
@@ -158,15 +158,11 @@ class RedacteurAnnee {
   const char* Nom() { return Noms[m_hasard.Entre(0, std::size(Noms) - 1)]; }
 
   // -- entries
-  bool Refuse(const ResultatSaisie& r) {
-    m_echec = {r.erreur, r.texte};
-    return false;
+  bool Refuse(const Refus& refus) {
+    m_echec = refus;
+    return !refus;
   }
-  bool RefuseMagasin() {
-    m_echec = {ErrMagasin,
-               TexteFormat(ErrMagasin, {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())})};
-    return false;
-  }
+  bool RefuseMagasin() { return Refuse(m_app.EchecMagasin()); }
 
   bool Enregistre(SaisieEcriture& saisie, f64 ttc) {
     saisie.date = m_date;
@@ -176,12 +172,12 @@ class RedacteurAnnee {
     PoseTexte(plan.Compte, saisie.compte);
     if (m_app.Magasin.ReadPlan(plan, 0) == 0) return RefuseMagasin();
     saisie.montants = ChaineMontants(m_app, plan, ttc);
-    const ResultatSaisie r = EnregistreEcriture(m_app, saisie);
-    if (!r) return Refuse(r);
+    EcritureFaite faite;
+    if (!Refuse(EnregistreEcriture(m_app, saisie, faite))) return false;
     ++m_resume.ecritures;
     const f64 montant = saisie.euro == m_annee.euro ? ttc : ttc / FrancsParEuro;
     (saisie.journal == JournalRecettes ? m_resume.recettes : m_resume.depenses) += montant;
-    return Suites(r.mouvement);
+    return Suites(faite.mouvement);
   }
 
   bool Simple(i16 journal, const char* compte, const std::string& libelle, f64 ttc, Reglement reglement) {
@@ -213,19 +209,17 @@ class RedacteurAnnee {
     saisie.euro = !Francs();
     saisie.validee = Mois(m_date) <= m_annee.moisValides;
     saisie.lignes = lignes;
-    const ResultatSaisie r = EnregistreOD(m_app, saisie);
-    if (!r) return Refuse(r);
+    EcritureFaite faite;
+    if (!Refuse(EnregistreOD(m_app, saisie, faite))) return false;
     ++m_resume.ecritures;
     ++m_resume.od;
-    return Suites(r.mouvement);
+    return Suites(faite.mouvement);
   }
 
   /// Marks that come after an entry: pointed, reconciled two days later.
   bool Suites(u32 mouvement) {
-    if (Mois(m_date) <= 10 && m_hasard.UneFoisSur(4)) {
-      const ResultatSaisie r = PointeEcriture(m_app, mouvement);
-      if (!r) return Refuse(r);
-    }
+    if (Mois(m_date) <= 10 && m_hasard.UneFoisSur(4) && !Refuse(PointeEcriture(m_app, mouvement)))
+      return false;
     return Mois(m_date) > m_annee.moisRapproches || m_hasard.UneFoisSur(10) || Rapproche(mouvement);
   }
 
@@ -369,14 +363,10 @@ class RedacteurAnnee {
   const AnneeDemo& m_annee;
   Hasard m_hasard;
   ResumeDemo m_resume;
-  ResultatDemo m_echec;
+  Refus m_echec;
   Date m_date = 0;
   f64 m_caisse = 0;  ///< cash in hand, in the currency of the day
 };
-
-ResultatDemo EchecMagasin(CFenlorApp& app) {
-  return {ErrMagasin, TexteFormat(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())})};
-}
 
 /// What the chart of the first year has of its own: private share of the
 /// telephone, money at the bank and in cash.
@@ -420,21 +410,21 @@ void Ferme(CFenlorApp& app) {
   app.ExerciceOuvert = 0;
 }
 
-ResultatDemo RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) {
+Refus RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) {
   QVAPI& magasin = app.Magasin;
   const std::string nom = std::to_string(annee.annee);
   if (!magasin.QVCreateExercice(nom, FaitDate(1, 1, annee.annee), FaitDate(31, 12, annee.annee), annee.euro,
                                 false) ||
       !magasin.QVOpenExercice(nom))
-    return EchecMagasin(app);
+    return app.EchecMagasin();
   app.NomExercice = nom;
   app.PathExercice = magasin.PathExercice();
   app.ExerciceOuvert = 1;
-  if (annee.annee == Annees[0].annee && !PrepareComptes(app)) return EchecMagasin(app);
+  if (annee.annee == Annees[0].annee && !PrepareComptes(app)) return app.EchecMagasin();
   // Held open for the whole year.
   CPlan comptes(app, app.PathExercice);
   CLines lignes(app, app.PathExercice);
-  if (!comptes.OpenFile() || !lignes.OpenFile()) return EchecMagasin(app);
+  if (!comptes.OpenFile() || !lignes.OpenFile()) return app.EchecMagasin();
   RedacteurAnnee redacteur(app, annee);
   if (!redacteur.Ecrit()) return redacteur.Echec();
   resume = redacteur.Resume();
@@ -443,19 +433,18 @@ ResultatDemo RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& r
 
 }  // namespace
 
-ResultatDemo RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeDemo&)>& suite) {
+Refus RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeDemo&)>& suite) {
   if (app.Magasin.GetExercicesRec() != 0)
-    return {ErrMagasin,
-            TexteFormat(ErrMagasin,
-                        {"Ce cabinet contient déjà des exercices : l'exemple demande un cabinet vide."_w})};
-  if (!PoseIdentite(app)) return EchecMagasin(app);
+    return Refus(ErrMagasin, "",
+                 {"Ce cabinet contient déjà des exercices : l'exemple demande un cabinet vide."_w});
+  if (!PoseIdentite(app)) return app.EchecMagasin();
   for (const AnneeDemo& annee : Annees) {
     ResumeDemo resume;
-    const ResultatDemo r = RemplitAnnee(app, annee, resume);
+    const Refus refus = RemplitAnnee(app, annee, resume);
     Ferme(app);
-    if (!r) return r;
+    if (refus) return refus;
     if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), resume.exercice))
-      return EchecMagasin(app);
+      return app.EchecMagasin();
     suite(resume);
   }
   return {};

@@ -30,16 +30,10 @@ struct ResumeDemo {
   f64 depenses = 0;
 };
 
-struct ResultatDemo {
-  unsigned erreur = 0;  ///< number of the text table; 0: done
-  std::string texte;    ///< the message, Windows-1252
-  explicit operator bool() const { return erreur == 0; }
-};
-
 /// Fills an open practice that has no exercice yet, and makes 2003 its current one
 /// (no exercice is open at the end). `suite` hears of each exercice when it is on
 /// disk. Refused when there are exercices. A failure leaves what was made before:
 /// each month is one unit of work.
-ResultatDemo RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeDemo&)>& suite);
+Refus RemplitDemo(CFenlorApp& app, const std::function<void(const ResumeDemo&)>& suite);
 
 }  // namespace fenlor

@@ -47,24 +47,6 @@ RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
   }
 }
 
-ResultatEntretien Refuse(CFenlorApp& app, const TexteFixe& erreur,
-                         std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(erreur, arguments);
-  return {erreur, TexteFormat(erreur, arguments), false};
-}
-
-/// The store's last failure; `dite`: its callback tells it, where there is one.
-ResultatEntretien EchecMagasin(CFenlorApp& app, bool dite) {
-  const std::string texte = app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode());
-  if (!dite || !app.Magasin.QVHasCallback()) return Refuse(app, ErrMagasin, {texte});
-  return {ErrMagasin, TexteFormat(ErrMagasin, {texte}), false};
-}
-
-ResultatEntretien Confirme(CFenlorApp& app, const TexteFixe& question) {
-  if (app.MessageId(BoutonsOuiNon | IconeQuestion, question) == RepOui) return {};
-  return {question, Texte(question), false};
-}
-
 void Execute(const Autour& autour, const std::function<void()>& travail) {
   if (autour) {
     autour(travail);
@@ -73,7 +55,6 @@ void Execute(const Autour& autour, const std::function<void()>& travail) {
   }
 }
 
-/// The progress window, open while it lives.
 /// Rates by date, for lines that come in order of date.
 class TauxDuJour {
  public:
@@ -103,9 +84,7 @@ void Ajuste(Line& ligne, f64 taux) {
   ligne.MontantFranc = Arrondi(ligne.MontantFranc, 2);
 }
 
-enum class Issue { Faite, Echouee, EchoueeEtDite };
-
-Issue ParcourtJournal(CFenlorApp& app, AjustementEuros& resultat) {
+Refus ParcourtJournal(CFenlorApp& app, AjustementEuros& resultat) {
   QVAPI& magasin = app.Magasin;
   const u16 numCle = DefinitionFichierNumero(FichierJournal)->premiereCle;
   const Progression progression(app.Boite, Texte(TitreMontantsEuros), Texte(TexteTraitement), true,
@@ -117,22 +96,22 @@ Issue ParcourtJournal(CFenlorApp& app, AjustementEuros& resultat) {
   while (position != 0 && !resultat.arrete) {
     if (!lot) lot.emplace(magasin);
     Line ligne;
-    if (!magasin.ReadLines(app.PathExercice, position, ligne)) return Issue::Echouee;
+    if (!magasin.ReadLines(app.PathExercice, position, ligne)) return app.EchecMagasin();
     const Line avant = ligne;
     Ajuste(ligne, taux.Taux(ligne.DateLigne));
     if (std::memcmp(&avant, &ligne, sizeof ligne) != 0) {
-      if (!magasin.WriteJournal(ligne)) return Issue::EchoueeEtDite;
+      if (!magasin.WriteJournal(ligne)) return app.EchecDit();
       ++resultat.changees;
     }
     position = magasin.QVNextKey(numCle, cle);
     app.Boite.Step();
     if (++resultat.parcourues % lotAjustement == 0) {
-      if (!lot->Valide()) return Issue::Echouee;
+      if (!lot->Valide()) return app.EchecMagasin();
       lot.reset();
     }
     resultat.arrete = app.Boite.IsAborted();
   }
-  return !lot || lot->Valide() ? Issue::Faite : Issue::Echouee;
+  return !lot || lot->Valide() ? Refus{} : app.EchecMagasin();
 }
 
 }  // namespace
@@ -174,7 +153,8 @@ bool FiltreAmo(Amortissement& rec) { return rec.Numero != 0 && rec.Annee != 0; }
 
 std::span<const FichierReconstructible> FichiersReconstructibles() { return fichiers; }
 
-Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms) {
+Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Reconstruction& resultat) {
+  resultat = {};
   const auto demande = [&noms](const FichierReconstructible& fichier) {
     return std::any_of(noms.begin(), noms.end(),
                        [&](const std::string& nom) { return CompareSansCasse(nom, fichier.nom) == 0; });
@@ -182,11 +162,11 @@ Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& 
   for (const std::string& nom : noms) {
     const auto* fichier = std::find_if(std::begin(fichiers), std::end(fichiers),
                                        [&](const auto& f) { return CompareSansCasse(nom, f.nom) == 0; });
-    if (fichier == std::end(fichiers)) return {Refuse(app, ErrChampInconnu, {nom}), {}};
-    if (!fichier->duCabinet && app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), {}};
+    if (fichier == std::end(fichiers)) return Refus(ErrChampInconnu, "", {nom});
+    if (!fichier->duCabinet && app.PathExercice.empty()) return Refus(ErrAucunExercice);
   }
 
-  Reconstruction resultat;
+  Refus refus;
   const Progression progression(app.Boite, Texte(TitreReconstruction), {}, true, 0);
   for (const FichierReconstructible& fichier : fichiers) {
     if (!demande(fichier)) continue;
@@ -198,12 +178,9 @@ Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& 
       resultat.arrete = true;
       break;
     }
-    if (!rapport.fait && resultat.erreur == 0) {
-      resultat.erreur = ErrFichierEndommage;
-      resultat.texte = TexteFormat(ErrFichierEndommage, {fichier.nom});
-    }
+    if (!rapport.fait && !refus) refus = Refus::DejaDit(ErrFichierEndommage, "", {fichier.nom});
   }
-  return resultat;
+  return refus;
 }
 
 std::string ResumeReconstruction(const Reconstruction& reconstruction) {
@@ -232,9 +209,9 @@ bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques) {
   return app.Magasin.QVCalculCompta(app.NomExercice, statistiques);
 }
 
-ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour) {
-  if (app.NomExercice.empty()) return Refuse(app, ErrAucunExercice);
-  if (const ResultatEntretien r = Confirme(app, QuestionRecalcul); !r) return r;
+Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour) {
+  if (app.NomExercice.empty()) return Refus(ErrAucunExercice);
+  if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionRecalcul)) return r;
   bool fait = false;
   int code = ErrAucune;
   Execute(autour, [&] {
@@ -243,9 +220,7 @@ ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, 
   });
   if (!fait) {
     app.Magasin.PoseErreur(code);
-    // A stop is no failure: nothing was changed.
-    if (code == ErrAucune) return {0, {}, true};
-    return EchecMagasin(app, true);
+    return code == ErrAucune ? Refus{} : app.EchecDit();
   }
   const auto nombre = [](u32 valeur) { return std::to_string(valeur); };
   app.MessageId(BoutonsOk | IconeInformation, InfoRecalcul,
@@ -255,17 +230,16 @@ ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, 
   return {};
 }
 
-AjustementEuros AjusteEuros(CFenlorApp& app, const Autour& autour) {
-  AjustementEuros resultat;
-  if (app.PathExercice.empty()) return {Refuse(app, ErrAucunExercice), 0, 0};
-  if (const ResultatEntretien r = Confirme(app, QuestionAjustementEuro); !r) return {r, 0, 0};
+Refus AjusteEuros(CFenlorApp& app, AjustementEuros& ajustement, const Autour& autour) {
+  ajustement = {};
+  if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionAjustementEuro)) return r;
+  Refus refus;
   Execute(autour, [&] {
     const Ouverture journal(app.Magasin, FichierJournal);
-    const Issue issue = journal ? ParcourtJournal(app, resultat) : Issue::Echouee;
-    if (issue != Issue::Faite)
-      static_cast<ResultatEntretien&>(resultat) = EchecMagasin(app, issue == Issue::EchoueeEtDite);
+    refus = journal ? ParcourtJournal(app, ajustement) : app.EchecMagasin();
   });
-  return resultat;
+  return refus;
 }
 
 }  // namespace fenlor

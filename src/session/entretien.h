@@ -37,30 +37,23 @@ struct FichierReconstructible {
 };
 std::span<const FichierReconstructible> FichiersReconstructibles();
 
-/// Outcome of a maintenance. A refusal has been told to `CFenlorApp::Boite`.
-struct ResultatEntretien {
-  unsigned erreur = 0;  ///< number of the message or of the question answered no; 0: done
-  std::string texte;    ///< the message, Windows-1252
-  bool arrete = false;  ///< the user stopped it
-  explicit operator bool() const { return erreur == 0; }
-};
-
 /// What became of one file.
 struct FichierReconstruit {
   std::string nom;
   RapportReindex rapport;
 };
 
-struct Reconstruction : ResultatEntretien {
+struct Reconstruction {
   /// The files gone through, in order. After a stop the last one is as it was.
   std::vector<FichierReconstruit> fichiers;
+  bool arrete = false;  ///< by the user
 };
 
 /// Rebuilds the named files (store names, without regard to case) in the order of
 /// the list above, whatever that of `noms`. Refused before any work: 3203 an unknown
 /// name, 3209 a file of an exercice while none is open. A stop leaves the files that
-/// were finished rebuilt. 3010 when a file could not be rebuilt; the others are.
-Reconstruction ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms);
+/// were finished rebuilt. 3010 when a file could not be rebuilt; the others are. The files told it.
+Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Reconstruction& resultat);
 /// What a rebuild lost or mended, a line for each file of which there is something to
 /// tell, Windows-1252; empty when all records are as they were.
 std::string ResumeReconstruction(const Reconstruction& reconstruction);
@@ -72,18 +65,19 @@ using Autour = std::function<void(const std::function<void()>& travail)>;
 /// Makes all totals of the accounts anew from the lines. Progress and messages come
 /// through the store's callback. The result is the store's.
 bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques);
-/// The command: asks, recalculates, tells the figures.
-ResultatEntretien CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour = {});
+/// The command: asks, recalculates, tells the figures. A stop is no refusal: nothing was changed.
+Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour = {});
 
-struct AjustementEuros : ResultatEntretien {
-  u32 parcourues = 0;  ///< lines walked
-  u32 changees = 0;    ///< lines of which an amount changed
+struct AjustementEuros {
+  u32 parcourues = 0;   ///< lines walked
+  u32 changees = 0;     ///< lines of which an amount changed
+  bool arrete = false;  ///< by the user
 };
 
 /// The command: asks, then makes the second currency of every line agree with the
 /// rate at the line's own date; the currency in which it was typed is the truth. The
 /// accounts' totals do not follow: `CommandeRecalcul` comes next. A stop, or a failure
 /// (3214), leaves the lines of the finished batches adjusted; running it again is safe.
-AjustementEuros AjusteEuros(CFenlorApp& app, const Autour& autour = {});
+Refus AjusteEuros(CFenlorApp& app, AjustementEuros& ajustement, const Autour& autour = {});
 
 }  // namespace fenlor

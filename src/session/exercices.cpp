@@ -64,44 +64,54 @@ void SuitPeriode(FormulaireExercice& f, unsigned avant) {
 
 std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
 
-ResultatExercice Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ,
-                        std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(erreur, arguments);
-  return {erreur, champ};
-}
-
-/// What the store refused, which it has told already where somebody hears it.
-ResultatExercice EchecMagasin(CFenlorApp& app) {
-  if (!app.Magasin.QVHasCallback())
-    app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
-  return {ErrMagasin, ""};
+/// What the store refused: its callback told it in words of its own.
+Refus EchecExercice(CFenlorApp& app) {
+  Refus refus = app.EchecDit();
+  if (refus.dit) refus.texte.clear();
+  return refus;
 }
 
 /// The same for a creation, with its field.
-ResultatExercice RefusMagasin(CFenlorApp& app, const FormulaireExercice& f) {
-  (void)EchecMagasin(app);
+Refus EchecCreation(CFenlorApp& app, const FormulaireExercice& f) {
+  Refus refus = EchecExercice(app);
+  const auto pointe = [&](const TexteFixe& erreur, const char* champ) {
+    refus.numero = erreur;
+    refus.champ = champ;
+  };
   switch (app.Magasin.QVFileErrorCode()) {
     case ErrConflit:
-      return {ErrPeriodeEnConflit, "debut"};
+      pointe(ErrPeriodeEnConflit, "debut");
+      break;
     case ErrExistant:
-      return {QuestionRemplaceExercice, "annee"};
+      pointe(QuestionRemplaceExercice, "annee");
+      break;
     case ErrValeur:
-      if (IsDateOk(f.debut) && !IsDateOk(f.fin)) return {ErrPeriode, "fin"};
-      if (!IsDateOk(f.debut) || f.debut >= f.fin) return {ErrPeriode, "debut"};
-      return {ErrNomExercice, "annee"};
+      if (IsDateOk(f.debut) && !IsDateOk(f.fin))
+        pointe(ErrPeriode, "fin");
+      else if (!IsDateOk(f.debut) || f.debut >= f.fin)
+        pointe(ErrPeriode, "debut");
+      else
+        pointe(ErrNomExercice, "annee");
+      break;
     default:
-      return {ErrMagasin, ""};
+      break;
   }
+  return refus;
+}
+
+/// The settings could not be written.
+Refus EchecReglages(CFenlorApp& app) {
+  return Refus(ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
 }
 
 /// What the fields hold is a period; told with what was typed there.
-ResultatExercice ControlePeriode(CFenlorApp& app, const FormulaireExercice& f) {
+Refus ControlePeriode(const FormulaireExercice& f) {
   if (IsDateOk(f.debut) && IsDateOk(f.fin) && f.debut < f.fin) return {};
   const auto texte = [](Date date, const std::string& saisi) {
     return saisi.empty() ? StrDate(date) : saisi;
   };
-  return Refuse(app, ErrPeriode, IsDateOk(f.debut) && !IsDateOk(f.fin) ? "fin" : "debut",
-                {texte(f.debut, f.debutSaisi), texte(f.fin, f.finSaisie)});
+  return Refus(ErrPeriode, IsDateOk(f.debut) && !IsDateOk(f.fin) ? "fin" : "debut",
+               {texte(f.debut, f.debutSaisi), texte(f.fin, f.finSaisie)});
 }
 
 /// The name reads as a year of the last five: with entries, the law keeps it.
@@ -110,14 +120,14 @@ bool TropRecent(CFenlorApp& app, const std::string& nom) {
 }
 
 /// An exercice of that name may go: what may not be deleted is not replaced either.
-ResultatExercice ControleRemplacement(CFenlorApp& app, const std::string& nom) {
-  if (app.Reglages.IsExerciceCloture(nom)) return Refuse(app, ErrExerciceCloture, "annee");
+Refus ControleRemplacement(CFenlorApp& app, const std::string& nom) {
+  if (app.Reglages.IsExerciceCloture(nom)) return Refus(ErrExerciceCloture, "annee");
   const std::string chemin = app.Magasin.CheminExercice(nom);
   if (!TropRecent(app, nom) || !app.Magasin.QVExistFile(Joint(chemin, "JOURNAL.dat"))) return {};
   CLines journal(app, chemin);
-  if (!journal.OpenFile()) return {ErrOuvertureFichier, "annee"};
-  return app.Magasin.QVNumberOfKey(journal.NumCle) == 0 ? ResultatExercice{}
-                                                        : Refuse(app, ErrExerciceRecent, "annee");
+  if (!journal.OpenFile())
+    return Refus::DejaDit(ErrOuvertureFichier, "annee", {Joint(chemin, "JOURNAL.dat")});
+  return app.Magasin.QVNumberOfKey(journal.NumCle) == 0 ? Refus{} : Refus(ErrExerciceRecent, "annee");
 }
 
 void OublieExercice(CFenlorApp& app) {
@@ -201,37 +211,36 @@ bool TestRepertoire(CFenlorApp& app, const std::string& nom) {
   return existe;
 }
 
-ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
+Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   const std::string nom = f.annee.substr(0, 15);
   if (IsDateOk(f.debut) && IsDateOk(f.fin)) {
-    if (Annee(f.fin) < 1999 && f.euro) return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
-    if (Annee(f.debut) > 2001 && !f.euro)
-      return Refuse(app, ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
+    if (Annee(f.fin) < 1999 && f.euro) return Refus(ErrMonnaieExercice, "euro", {nom, Texte(MotEuro)});
+    if (Annee(f.debut) > 2001 && !f.euro) return Refus(ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
   }
-  if (const ResultatExercice r = ControlePeriode(app, f); !r) return r;
-  if (const ResultatExercice r = ControleRemplacement(app, nom); !r) return r;
+  if (const Refus r = ControlePeriode(f)) return r;
+  if (const Refus r = ControleRemplacement(app, nom)) return r;
   const unsigned an = Annee(f.debut), courant = Annee(app.Magasin.Today());
   // A name that the store will refuse says nothing of a year.
-  if (NomExerciceCorrect(nom) && (an < premiereAnnee || an > courant + anneesAvance) &&
-      app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionAnneesExercice,
-                    {nom, StrDate(f.debut), StrDate(f.fin)}) != RepOui)
-    return {QuestionAnneesExercice, "annee"};
+  if (NomExerciceCorrect(nom) && (an < premiereAnnee || an > courant + anneesAvance))
+    if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionAnneesExercice, "annee",
+                                    {nom, StrDate(f.debut), StrDate(f.fin)}))
+      return r;
   if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) {
-    const ResultatExercice refus = RefusMagasin(app, f);
+    const Refus refus = EchecCreation(app, f);
     if (app.Magasin.NomExercice().empty()) OublieExercice(app);
     return refus;
   }
   const bool note = app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
                                                   OuiNon(f.afficherDouble));
-  if (!note) return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
+  if (!note) return EchecReglages(app);
   return OuvreExercice(app, nom);
 }
 
-ResultatExercice OuvreExercice(CFenlorApp& app, std::string nom) {
+Refus OuvreExercice(CFenlorApp& app, std::string nom) {
   OublieExercice(app);
   app.Magasin.QVCloseExercice();
-  if (!TestRepertoire(app, nom)) return Refuse(app, ErrRepertoireExercice, "");
-  if (!app.Magasin.QVOpenExercice(nom)) return EchecMagasin(app);
+  if (!TestRepertoire(app, nom)) return Refus(ErrRepertoireExercice);
+  if (!app.Magasin.QVOpenExercice(nom)) return EchecExercice(app);
   app.NomExercice = app.Magasin.NomExercice();
   app.PathExercice = app.Magasin.PathExercice();
   app.AfficherDouble =
@@ -239,7 +248,7 @@ ResultatExercice OuvreExercice(CFenlorApp& app, std::string nom) {
   app.ExerciceOuvert = app.Magasin.QVConvertCompta(app.NomExercice);
   // Books that can be read are not refused because their name cannot be noted.
   if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), app.NomExercice))
-    app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
+    app.Dit(EchecReglages(app));
   return {};
 }
 
@@ -248,15 +257,16 @@ void FermeExercice(CFenlorApp& app) {
   app.Magasin.QVCloseExercice();
 }
 
-ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
+Refus SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
   const std::string nom = app.NomExercice;
-  if (nom.empty()) return Refuse(app, ErrAucunExercice, "");
-  if (TropRecent(app, nom) && app.Magasin.GetJournalRec(0) != 0) return Refuse(app, ErrExerciceRecent, "");
-  if (app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSupprimeExercice, {nom}) != RepOui)
-    return {QuestionSupprimeExercice, ""};
+  if (nom.empty()) return Refus(ErrAucunExercice);
+  if (TropRecent(app, nom) && app.Magasin.GetJournalRec(0) != 0) return Refus(ErrExerciceRecent);
+  if (const Refus r =
+          app.Demande(BoutonsOuiNon | IconeAttention, RepOui, QuestionSupprimeExercice, "", {nom}))
+    return r;
   if (avant) avant();
   FermeExercice(app);
-  if (!app.Magasin.QVDeleteExercice(nom)) return EchecMagasin(app);
+  if (!app.Magasin.QVDeleteExercice(nom)) return EchecExercice(app);
   return {};
 }
 

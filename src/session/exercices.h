@@ -11,14 +11,6 @@
 
 namespace fenlor {
 
-/// Outcome of a rule. A refusal has been told: by `CFenlorApp::Boite`, or by the
-/// store's callback when the store refused.
-struct ResultatExercice {
-  unsigned erreur = 0;     ///< number of the message or of the question answered no; 0: done
-  const char* champ = "";  ///< field to point at: "annee", "debut", "fin", "euro", or none
-  explicit operator bool() const { return erreur == 0; }
-};
-
 /// What the form "Nouvel exercice" holds.
 struct FormulaireExercice {
   bool annuel = true;  ///< "Exercice :": the year is typed; else "Période :": the dates are
@@ -50,23 +42,23 @@ void ChoisitPeriode(FormulaireExercice& formulaire);
 /// removed again.
 bool TestRepertoire(CFenlorApp& app, const std::string& nom);
 
-/// Creates the exercice and opens it. The Euro rules of its year hold here too: 3210
-/// for an exercice that ends before 1999 in Euro, or begins from 2002 on in Franc.
-/// 3211 a wrong name, 3212 a wrong period, 3075 a conflict, 3214 the store failed; the rest as
-/// `OuvreExercice`. A name that exists is replaced after the question 3073, unless it is closed (3056) or
-/// what 3039 keeps from being deleted; the old one stays aside until the new one stands. A year before 1950
-/// or more than ten ahead is asked about (3404). After a refusal the exercice that was open still is, but
-/// for one that was being replaced.
-ResultatExercice CreeExercice(CFenlorApp& app, const FormulaireExercice& formulaire);
+/// Creates the exercice and opens it. What the store told has no words here. The Euro rules of its year hold
+/// here too: 3210 for an exercice that ends before 1999 in Euro, or begins from 2002 on in Franc. 3211 a
+/// wrong name, 3212 a wrong period, 3075 a conflict, 3214 the store failed; the rest as `OuvreExercice`. A
+/// name that exists is replaced after the question 3073, unless it is closed (3056) or what 3039 keeps from
+/// being deleted; the old one stays aside until the new one stands. A year before 1950 or more than ten ahead
+/// is asked about (3404). After a refusal the exercice that was open still is, but for one that was being
+/// replaced.
+Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& formulaire);
 
 /// Opens an exercice. On a refusal (3000 the directory, 3214 the store) none is open.
-ResultatExercice OuvreExercice(CFenlorApp& app, std::string nom);
+Refus OuvreExercice(CFenlorApp& app, std::string nom);
 void FermeExercice(CFenlorApp& app);
 
 /// Deletes the open exercice: 3209 none is open, 3039 less than five years old and
 /// with entries, 3309 the question answered no, 3214 the store failed. `avant` runs once
 /// it is sure that the exercice goes, to close what shows it.
-ResultatExercice SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant = {});
+Refus SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant = {});
 
 /// Gives an exercice without dates those of the year that its name is, and tells
 /// it (3099). False when nothing was to be done.

@@ -280,10 +280,11 @@ u32 RappelSession::operator()(u32 evenement, u32 valeur, const std::string& text
   constexpr u32 arrete = 3;
   switch (evenement) {
     case EvDebut:
-      if (m_profondeur++ == 0) m_app.Boite.OuvreProgress(Texte(TexteTraitement), texte, true, 0);
+      if (m_profondeur++ == 0)
+        m_progression = std::make_shared<Progression>(m_app.Boite, Texte(TexteTraitement), texte, true, 0u);
       return 1;
     case EvFin:
-      if (m_profondeur != 0 && --m_profondeur == 0) m_app.Boite.FermeProgress();
+      if (m_profondeur != 0 && --m_profondeur == 0) m_progression.reset();
       return 1;
     case EvTexte:
       m_app.Boite.SetTexte(texte);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -93,6 +94,7 @@ class RappelSession {
   CFenlorApp& m_app;
   Crochets m_crochets;
   unsigned m_profondeur = 0;
+  std::shared_ptr<Progression> m_progression;  ///< shared, for a callback is copied
 };
 
 }  // namespace fenlor

@@ -101,7 +101,7 @@ TEST(Json, ObjetsIllisibles) {
   };
   for (const auto& c : cas) {
     Json objet;
-    const RefusLigne refus = LitObjet(c.ligne, 7, objet);
+    const Refus refus = LitObjet(c.ligne, 7, objet);
     EXPECT_EQ(refus.numero, unsigned{ErrLigneIllisible}) << c.ligne.substr(0, 40);
     EXPECT_NE(VersUtf8(refus.texte).find(c.raison), std::string::npos) << VersUtf8(refus.texte);
   }
@@ -109,7 +109,7 @@ TEST(Json, ObjetsIllisibles) {
   EXPECT_FALSE(LitObjet("{\"a\":\"[[[[[[[[[[[\\\"{\",\"b\":[{\"c\":\"\xE2\x82\xAC\"}]}", 1, objet));
 }
 
-TEST(EnregistrementJson, Refus) {
+TEST(EnregistrementJson, ChampsRefuses) {
   const struct {
     const char* json;
     unsigned numero;

@@ -30,11 +30,14 @@ class CabinetMedical : public CabinetDeTest {
   /// A valid receipt or expense as its form would hold it.
   SaisieEcriture Ecriture(i16 journal, std::string_view compte, f64 ttc, std::string_view tresorerie = "512",
                           Date date = FaitDate(15, 3, 2003));
-  /// Saves it; its number, 0 when it was refused.
-  u32 Enregistre(const SaisieEcriture& saisie) { return EnregistreEcriture(App(), saisie).mouvement; }
+  /// Saves it as `Faite`.
+  Refus Essaie(const SaisieEcriture& saisie) { return EnregistreEcriture(App(), saisie, Faite = {}); }
+  Refus Essaie(const SaisieOD& saisie) { return EnregistreOD(App(), saisie, Faite = {}); }
+  /// Its number, 0 when it was refused.
+  u32 Enregistre(const SaisieEcriture& saisie) { return Essaie(saisie) ? 0 : Faite.mouvement; }
   SaisieOD OD(std::vector<LigneODSaisie> lignes, Date date = FaitDate(15, 3, 2003));
   u32 EnregistreLesLignes(std::vector<LigneODSaisie> lignes) {
-    return EnregistreOD(App(), OD(std::move(lignes))).mouvement;
+    return Essaie(OD(std::move(lignes))) ? 0 : Faite.mouvement;
   }
 
   /// Lines of an entry as a bookkeeper writes them: "512 D 119.60 784.52", Euro first.
@@ -44,6 +47,8 @@ class CabinetMedical : public CabinetDeTest {
   /// Reads the setting and puts another one in its place.
   void Regle(const std::string& section, const std::string& cle, const std::string& valeur);
   Mouvement Entete(u32 mouvement);
+
+  EcritureFaite Faite;
 };
 
 }  // namespace fenlor::test

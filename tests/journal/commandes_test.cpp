@@ -152,9 +152,9 @@ TEST_F(CommandesTest, Suppression) {
     Boite.Oublie();
     const u32 mouvement = c.prepare();
     Boite.Reponses = {c.reponse};
-    const ResultatSaisie r = SupprimeEcriture(App(), mouvement);
+    const Refus r = SupprimeEcriture(App(), mouvement);
     Boite.Reponses.clear();
-    EXPECT_EQ(c.erreur, r.erreur);
+    EXPECT_EQ(c.erreur, r.numero);
     EXPECT_EQ(c.question ? std::vector<unsigned>{c.question} : std::vector<unsigned>{},
               Boite.NumerosQuestions());
     EXPECT_EQ(c.reste, Existe(mouvement));
@@ -219,21 +219,21 @@ TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {
     Boite.Oublie();
     Boite.Reponses.clear();
     if (c.question) {
-      EXPECT_EQ(c.question, SupprimeEcriture(App(), mouvement).erreur);
+      EXPECT_EQ(c.question, SupprimeEcriture(App(), mouvement).numero);
       EXPECT_TRUE(Existe(mouvement) && Fiche(c.recette)) << "answered no";
       EXPECT_NE(Boite.Questions.back().texte.find("Essai"), std::string::npos) << "the label";
       Boite.Oublie();
     }
     Boite.Reponses = {RepOui};
-    const ResultatSaisie r = SupprimeEcriture(App(), mouvement);
+    const Refus r = SupprimeEcriture(App(), mouvement);
     Boite.Reponses.clear();
-    EXPECT_EQ(c.erreur, r.erreur);
+    EXPECT_EQ(c.erreur, r.numero);
     EXPECT_EQ(c.question ? std::vector<unsigned>{c.question} : std::vector<unsigned>{},
               Boite.NumerosQuestions());
     EXPECT_EQ(c.erreur != 0, Existe(mouvement));
     EXPECT_EQ(c.erreur != 0 && !(c.plus & SansFiche), Fiche(c.recette) != 0)
         << "the record goes with the entry";
-    EXPECT_EQ(c.messages, Boite.Erreurs.size()) << "of a record that is gone nothing is shown";
+    EXPECT_EQ(c.messages, r && !r.dit ? 1u : 0u) << "of a record that is gone nothing is shown";
   }
 }
 
@@ -255,37 +255,37 @@ TEST_F(CommandesTest, Validation) {
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.texte);
     Boite.Oublie();
-    EXPECT_EQ(c.question, ValideEcriture(App(), c.mouvement, true).erreur) << "answered no";
+    EXPECT_EQ(c.question, ValideEcriture(App(), c.mouvement, true).numero) << "answered no";
     EXPECT_EQ(0u, u32{Entete(c.mouvement).Validee});
     EXPECT_EQ(c.texte, VersUtf8(Boite.Questions.back().texte));
     Boite.Reponses = {RepOui};
-    EXPECT_TRUE(ValideEcriture(App(), c.mouvement, true));
+    EXPECT_FALSE(ValideEcriture(App(), c.mouvement, true));
     EXPECT_EQ(1u, u32{Entete(c.mouvement).Validee});
-    EXPECT_TRUE(ValideEcriture(App(), c.mouvement, true)) << "already: no question";
+    EXPECT_FALSE(ValideEcriture(App(), c.mouvement, true)) << "already: no question";
     Boite.Reponses = {RepOui};
-    EXPECT_TRUE(ValideEcriture(App(), c.mouvement, false));
+    EXPECT_FALSE(ValideEcriture(App(), c.mouvement, false));
     EXPECT_EQ(0u, u32{Entete(c.mouvement).Validee});
     EXPECT_EQ((std::vector<unsigned>{c.question, c.question, QuestionInvalider}), Boite.NumerosQuestions());
   }
-  EXPECT_EQ(unsigned{ErrEcritureInconnue}, ValideEcriture(App(), 99, true).erreur);
+  EXPECT_EQ(unsigned{ErrEcritureInconnue}, ValideEcriture(App(), 99, true).numero);
 }
 
 TEST_F(CommandesTest, Pointage) {
-  EXPECT_TRUE(PointeEcriture(App(), m_standard));
+  EXPECT_FALSE(PointeEcriture(App(), m_standard));
   EXPECT_EQ(1u, u32{Entete(m_standard).Pointee});
   Regle("2003", "Cloture", "31/01/2004");
-  EXPECT_TRUE(PointeEcriture(App(), m_standard)) << "a closed exercice does not matter";
+  EXPECT_FALSE(PointeEcriture(App(), m_standard)) << "a closed exercice does not matter";
   EXPECT_EQ(0u, u32{Entete(m_standard).Pointee});
-  EXPECT_EQ(unsigned{ErrEcritureInconnue}, PointeEcriture(App(), 99).erreur);
+  EXPECT_EQ(unsigned{ErrEcritureInconnue}, PointeEcriture(App(), 99).numero);
 }
 
 TEST_F(CommandesTest, Rapprochement) {
-  EXPECT_EQ(unsigned{QuestionRapprocher}, RapprocheEcriture(App(), m_standard, true).erreur) << "answered no";
+  EXPECT_EQ(unsigned{QuestionRapprocher}, RapprocheEcriture(App(), m_standard, true).numero) << "answered no";
   EXPECT_EQ((std::vector<u32>{0, 0, 0}), Rapprochees(m_standard));
   EXPECT_EQ("Date\t\t: 15/03/2003\nLibellé\t\t: Essai\nDébit\t\t: 50,00 €\n\nRapprocher cette écriture?",
             VersUtf8(Boite.Questions.back().texte));
   Boite.Defaut = RepOui;
-  EXPECT_TRUE(RapprocheEcriture(App(), m_standard, true));
+  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, true));
   EXPECT_EQ((std::vector<u32>{0, 1, 0}), Rapprochees(m_standard)) << "the bank alone";
   const Line banque = Lignes(m_standard)[1];
   EXPECT_EQ(Long("512"), LitTexte(banque.RappCompte));
@@ -296,24 +296,24 @@ TEST_F(CommandesTest, Rapprochement) {
   EXPECT_EQ(50, f64{LitCompte("512").RappCreditEuro});
 
   Regle("Rapprochement", "Especes", "Oui");
-  EXPECT_TRUE(RapprocheEcriture(App(), m_standard, true));
+  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, true));
   EXPECT_EQ((std::vector<u32>{0, 1, 1}), Rapprochees(m_standard)) << "cash too";
   EXPECT_EQ(2u, CompteRapprochables(App(), m_standard).nombre);
   EXPECT_EQ(2u, CompteRapprochables(App(), m_standard).rapprochees);
-  EXPECT_TRUE(RapprocheEcriture(App(), m_standard, false));
+  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, false));
   EXPECT_EQ((std::vector<u32>{0, 0, 0}), Rapprochees(m_standard));
   EXPECT_EQ("", LitTexte(Lignes(m_standard)[1].RappCompte));
   EXPECT_EQ(0, f64{LitCompte("512").RappCreditEuro});
 
   Boite.Oublie();
-  EXPECT_TRUE(RapprocheEcriture(App(), m_standard, false)) << "nothing to change";
+  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, false)) << "nothing to change";
   EXPECT_TRUE(Boite.Questions.empty());
   Regle("Rapprochement", "Especes", "Non");
   const u32 especes = Enregistre(Ecriture(JournalRecettes, "706", 20, "531"));
-  EXPECT_EQ(3116u, RapprocheEcriture(App(), especes, true).erreur);
+  EXPECT_EQ(3116u, RapprocheEcriture(App(), especes, true).numero);
   EXPECT_EQ(0u, CompteRapprochables(App(), especes).nombre);
   Regle("2003", "Cloture", "31/01/2004");
-  EXPECT_TRUE(RapprocheEcriture(App(), m_standard, true)) << "a closed exercice does not matter";
+  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, true)) << "a closed exercice does not matter";
   EXPECT_EQ(1u, CompteRapprochables(App(), m_standard).rapprochees);
 }
 

@@ -46,20 +46,20 @@ TEST_F(SaisieODTest, Lignes) {
     EXPECT_EQ(c.solde, SoldeOD(c.saisies));
     Boite.Oublie();
     Boite.Reponses = {RepOui};
-    const ResultatSaisie r = EnregistreOD(App(), OD(c.saisies));
+    const Refus r = Essaie(OD(c.saisies));
     Boite.Reponses.clear();
-    ASSERT_TRUE(r) << r.texte;
+    ASSERT_FALSE(r) << r.texte;
     EXPECT_EQ(c.solde != 0, Boite.NumerosQuestions() == std::vector<unsigned>{QuestionNonEquilibree});
-    EXPECT_EQ(c.lignes, LignesLues(r.mouvement));
+    EXPECT_EQ(c.lignes, LignesLues(Faite.mouvement));
   }
 }
 
 TEST_F(SaisieODTest, CeQuePorteUneLigne) {
   SaisieOD saisie = OD({{"512", "Son libellé"_w, 10, 0, PaiementAutre}, {"706", {}, 0, 8, PaiementAutre}});
   Boite.Reponses = {RepOui};
-  const ResultatSaisie r = EnregistreOD(App(), saisie);
-  ASSERT_TRUE(r);
-  const std::vector<Line> lignes = Lignes(r.mouvement);
+  const Refus r = Essaie(saisie);
+  ASSERT_FALSE(r);
+  const std::vector<Line> lignes = Lignes(Faite.mouvement);
   ASSERT_EQ(3u, lignes.size());
   EXPECT_EQ("Son libellé"_w, LitTexte(lignes[0].Designation));
   EXPECT_EQ("Essai d'OD", LitTexte(lignes[1].Designation)) << "without a label of its own: the entry's";
@@ -103,14 +103,14 @@ TEST_F(SaisieODTest, Refus) {
     SCOPED_TRACE(c.quoi);
     SaisieOD saisie = OD({Debit("512", 10), Credit("706", 10)});
     c.faute(saisie);
-    const ResultatSaisie r = EnregistreOD(App(), saisie);
-    EXPECT_EQ(c.erreur, r.erreur);
-    EXPECT_EQ(c.indice, r.indice);
+    const Refus r = Essaie(saisie);
+    EXPECT_EQ(c.erreur, r.numero);
+    EXPECT_EQ(c.indice, r.rang);
   }
   const u32 recette = Enregistre(Ecriture(JournalRecettes, "706", 10));
   SaisieOD autre = OD({Debit("512", 10), Credit("706", 10)});
   autre.mouvement = recette;
-  EXPECT_EQ(unsigned{ErrChampInvalide}, EnregistreOD(App(), autre).erreur);
+  EXPECT_EQ(unsigned{ErrChampInvalide}, Essaie(autre).numero);
   EXPECT_EQ(2u, NbLignes());
 }
 
@@ -119,13 +119,13 @@ TEST_F(SaisieODTest, LesComptesParticuliersSontVoulusMemeEquilibree) {
   ASSERT_TRUE(Magasin().SetComptePerso("109"));
   ASSERT_TRUE(Magasin().SetCompteEcartCredit(""));
   ASSERT_TRUE(Magasin().SetCompteEcartDebit("659"));
-  EXPECT_EQ(3055u, EnregistreOD(App(), saisie).erreur);
+  EXPECT_EQ(3055u, Essaie(saisie).numero);
   ASSERT_TRUE(Magasin().SetComptePerso("108"));
-  EXPECT_EQ(3030u, EnregistreOD(App(), saisie).erreur);
+  EXPECT_EQ(3030u, Essaie(saisie).numero);
   ASSERT_TRUE(Magasin().SetCompteEcartCredit("758"));
-  EXPECT_EQ(3031u, EnregistreOD(App(), saisie).erreur);
+  EXPECT_EQ(3031u, Essaie(saisie).numero);
   ASSERT_TRUE(Magasin().SetCompteEcartDebit("658"));
-  EXPECT_TRUE(EnregistreOD(App(), saisie));
+  EXPECT_FALSE(Essaie(saisie));
 }
 
 TEST_F(SaisieODTest, ModificationGardeNumeroEtMarques) {
@@ -144,10 +144,10 @@ TEST_F(SaisieODTest, ModificationGardeNumeroEtMarques) {
   SaisieOD saisie = OD({Credit("706", 33), Debit("512", 11), Debit("512", 21), Debit("531", 1)});
   saisie.mouvement = mouvement;
   saisie.date = FaitDate(31, 3, 2003);
-  const ResultatSaisie r = EnregistreOD(App(), saisie);
-  ASSERT_TRUE(r) << r.texte;
-  EXPECT_EQ(mouvement, r.mouvement);
-  EXPECT_EQ(1u, r.ligne);
+  const Refus r = Essaie(saisie);
+  ASSERT_FALSE(r) << r.texte;
+  EXPECT_EQ(mouvement, Faite.mouvement);
+  EXPECT_EQ(1u, Faite.ligne);
   EXPECT_EQ((Textes{"706 C 33.00 216.47", "512 D 11.00 72.16", "512 D 21.00 137.75", "531 D 1.00 6.56"}),
             LignesLues(mouvement));
   const std::vector<Line> lignes = Lignes(mouvement);
@@ -164,7 +164,7 @@ TEST_F(SaisieODTest, ModificationGardeNumeroEtMarques) {
 
   ChangeLignes(mouvement, [](Line& ligne) { ligne.Rapprochee = ligne.TypeCompte == Tresorerie; });
   saisie.lignes = OD({Credit("512", 5), Debit("706", 5)}).lignes;
-  ASSERT_TRUE(EnregistreOD(App(), saisie));
+  ASSERT_FALSE(Essaie(saisie));
   EXPECT_EQ(0u, u32{Lignes(mouvement)[0].Rapprochee}) << "the same account on the other side is another line";
 }
 
@@ -180,21 +180,22 @@ TEST_F(SaisieODTest, CeQuiNEstPasChangeReste) {
   const Textes avant = LignesLues(mouvement);
   ASSERT_EQ((std::vector<int>{PaiementCheque, PaiementCheque, PaiementAutre}), modes());
   ODLue od;
-  ASSERT_TRUE(LitOD(App(), mouvement, od));
+  ASSERT_FALSE(LitOD(App(), mouvement, od));
   od.saisie.libelle = "Autre";
   od.saisie.lignes = LignesSaisies(od.lignes);
-  ASSERT_TRUE(EnregistreOD(App(), od.saisie));
+  ASSERT_FALSE(Essaie(od.saisie));
   EXPECT_EQ(avant, LignesLues(mouvement));
   EXPECT_EQ((std::vector<int>{PaiementCheque, PaiementCheque, PaiementAutre}), modes()) << "of the deviation";
   od.saisie.lignes[0].debit = od.saisie.lignes[1].credit = 20;
   od.saisie.lignes.pop_back();
-  ASSERT_TRUE(EnregistreOD(App(), od.saisie));
+  ASSERT_FALSE(Essaie(od.saisie));
   EXPECT_EQ((Textes{"512 D 20.00 131.19", "531 C 20.00 131.19"}), LignesLues(mouvement));
 }
 
 TEST_F(SaisieODTest, CommandeCachee) {
   SaisieOD saisie = OD({Debit("512", 10), Credit("706", 10)});
-  saisie.mouvement = EnregistreOD(App(), saisie).mouvement;
+  ASSERT_FALSE(Essaie(saisie));
+  saisie.mouvement = Faite.mouvement;
   const auto pose = [&](u32 validee, u32 lien) {
     Mouvement rec = Entete(saisie.mouvement);
     rec.Validee = validee;
@@ -210,11 +211,11 @@ TEST_F(SaisieODTest, CommandeCachee) {
     pose(c.validee, c.lien);
     saisie.forcee = false;
     saisie.validee = false;
-    EXPECT_EQ(c.refus, EnregistreOD(App(), saisie).erreur);
+    EXPECT_EQ(c.refus, Essaie(saisie).numero);
     saisie.forcee = true;
     saisie.validee = !c.validee;
     Boite.Oublie();
-    ASSERT_TRUE(EnregistreOD(App(), saisie));
+    ASSERT_FALSE(Essaie(saisie));
     const Mouvement entete = Entete(saisie.mouvement);
     EXPECT_EQ(u32{!c.validee}, u32{entete.Validee}) << "the command flips it";
     EXPECT_EQ(0u, u32{entete.LienId} + u32{entete.Reserve134});
@@ -233,26 +234,27 @@ TEST(SaisieODPanne, UnDisquePleinLaisseLAncienneEcriture) {
   cabinet.Installe();
   SaisieOD ancienne = cabinet.OD({Debit("512", 10), Credit("706", 10)});
   SaisieOD nouvelle = cabinet.OD({Debit("531", 7), Credit("706", 7)});
-  ancienne.mouvement = nouvelle.mouvement = EnregistreOD(cabinet.App(), ancienne).mouvement;
+  ASSERT_FALSE(cabinet.Essaie(ancienne));
+  ancienne.mouvement = nouvelle.mouvement = cabinet.Faite.mouvement;
   const Textes avant{"512 D 10.00 65.60", "706 C 10.00 65.60"}, apres{"531 D 7.00 45.92", "706 C 7.00 45.92"};
 
   unsigned refus = 0;
   for (unsigned k = 1;; ++k) {
     SCOPED_TRACE("panne " + std::to_string(k));
-    ASSERT_TRUE(EnregistreOD(cabinet.App(), ancienne));
+    ASSERT_FALSE(cabinet.Essaie(ancienne));
     cabinet.Boite.Oublie();
     systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
-    const ResultatSaisie r = EnregistreOD(cabinet.App(), nouvelle);
+    const Refus r = cabinet.Essaie(nouvelle);
     const bool panne = systeme.NbPannes() != 0;
     systeme.Repare();
-    ASSERT_EQ(r ? apres : avant, cabinet.LignesLues(ancienne.mouvement));
-    EXPECT_EQ(r ? 7 : 0, f64{cabinet.LitCompte("531").DebitEuro});
+    ASSERT_EQ(r ? avant : apres, cabinet.LignesLues(ancienne.mouvement));
+    EXPECT_EQ(r ? 0 : 7, f64{cabinet.LitCompte("531").DebitEuro});
     if (!panne) break;
-    if (r) continue;
+    if (!r) continue;
     ++refus;
-    EXPECT_EQ(unsigned{ErrMagasin}, r.erreur);
+    EXPECT_EQ(unsigned{ErrMagasin}, r.numero);
     EXPECT_FALSE(r.texte.empty());
-    EXPECT_FALSE(cabinet.Boite.Erreurs.empty()) << "somebody told the user";
+    EXPECT_EQ(r.dit, !cabinet.Boite.Erreurs.empty()) << "told once";
   }
   EXPECT_GT(refus, 0u);
 }

@@ -79,7 +79,8 @@ class BrouillardAuHasard : public Traitements {
     const f64 somme = Somme();
     switch (Tire(3)) {
       case 0:
-        return EnregistreOD(App(), OD({{"512", {}, somme, 0}, {"706", {}, 0, somme}}, Jour())).mouvement;
+        EXPECT_FALSE(Essaie(OD({{"512", {}, somme, 0}, {"706", {}, 0, somme}}, Jour())));
+        return Faite.mouvement;
       case 1: {
         SaisieEcriture standard = Ecriture(JournalDepenses, "6154", somme + 5, "512", Jour());
         standard.genre = GenreStandard;
@@ -140,8 +141,8 @@ TEST_F(BrouillardAuHasard, CommeUnFiltreLigneParLigne) {
       validees[m] = valide;
       ++changees;
     }
-    const ResultatLot r = TraiteBrouillard(App(), demande);
-    EXPECT_EQ(0u, r.erreur);
+    BilanLot r;
+    ASSERT_FALSE(TraiteBrouillard(App(), demande, r));
     EXPECT_EQ(lignes, r.lignes) << tour;
     EXPECT_EQ(changees, r.ecritures) << tour;
     for (const u32 m : m_mouvements)
@@ -156,14 +157,15 @@ TEST_F(Traitements, ProgressionEtArret) {
   for (unsigned jour = 1; jour <= 5; ++jour) mouvements.push_back(Recette(FaitDate(jour, 3, 2003)));
   const u64 avant = Magasin().NbSynchros();
   Boite.ArretApres = 2;
-  ResultatLot r = TraiteBrouillard(App(), Annee());
+  BilanLot r;
+  ASSERT_FALSE(TraiteBrouillard(App(), Annee(), r));
   EXPECT_TRUE(r.arrete);
   EXPECT_EQ(2u, r.ecritures);
   EXPECT_EQ((std::vector<u32>{1, 1, 0, 0, 0}), Validees(mouvements)) << "what is done stays";
   EXPECT_EQ(avant + 1, Magasin().NbSynchros());
 
   Boite = {};
-  r = TraiteBrouillard(App(), Annee());
+  ASSERT_FALSE(TraiteBrouillard(App(), Annee(), r));
   EXPECT_FALSE(r.arrete);
   EXPECT_EQ(3u, r.ecritures);
   EXPECT_EQ(10u, r.lignes);
@@ -177,8 +179,8 @@ TEST_F(Traitements, ProgressionEtArret) {
   Boite = {};
   DemandeValidation vide = Annee();
   vide.du = FaitDate(1, 5, 2003);
-  r = TraiteBrouillard(App(), vide);
-  EXPECT_EQ(0u, r.erreur + r.lignes + r.ecritures);
+  ASSERT_FALSE(TraiteBrouillard(App(), vide, r));
+  EXPECT_EQ(0u, r.lignes + r.ecritures);
   EXPECT_EQ(1u, Boite.Ouvertures) << "shown and closed";
   EXPECT_EQ(0u, Boite.Place);
   EXPECT_EQ(avant + 2, Magasin().NbSynchros());
@@ -192,26 +194,27 @@ TEST(TraitementsPanne, UnDisquePleinArreteEtNeLaisseRienAMoitie) {
   std::vector<u32> mouvements;
   for (unsigned jour = 1; jour <= 3; ++jour) mouvements.push_back(cabinet.Recette(FaitDate(jour, 3, 2003)));
   DemandeValidation demande = cabinet.Annee();
-  unsigned refus = 0;
+  unsigned refusees = 0;
   for (unsigned k = 1;; ++k) {
     SCOPED_TRACE("panne " + std::to_string(k));
     for (const u32 m : mouvements) cabinet.Valide(m, false);
     cabinet.Boite.Oublie();
     systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
-    const ResultatLot r = TraiteBrouillard(cabinet.App(), demande);
+    BilanLot r;
+    const Refus refus = TraiteBrouillard(cabinet.App(), demande, r);
     const bool panne = systeme.NbPannes() != 0;
     systeme.Repare();
-    const u32 etat = r.erreur ? 0 : 1;
+    const u32 etat = refus ? 0 : 1;
     EXPECT_EQ(std::vector<u32>(3, etat), cabinet.Validees(mouvements));
     EXPECT_EQ(3 * etat, r.ecritures);
-    EXPECT_EQ(r.erreur != 0, !cabinet.Boite.Erreurs.empty()) << "told once it failed";
+    EXPECT_EQ(refus.dit, !cabinet.Boite.Erreurs.empty()) << "told once";
     EXPECT_EQ(0u, cabinet.Boite.Profondeur);
     if (!panne) break;
-    if (!r.erreur) continue;
-    ++refus;
-    EXPECT_EQ(unsigned{ErrMagasin}, r.erreur);
+    if (!refus) continue;
+    ++refusees;
+    EXPECT_EQ(unsigned{ErrMagasin}, refus.numero);
   }
-  EXPECT_GT(refus, 0u);
+  EXPECT_GT(refusees, 0u);
 }
 
 TEST_F(Traitements, Delier) {
@@ -220,7 +223,9 @@ TEST_F(Traitements, Delier) {
   Valide(liee);
   DemandeValidation demande = Annee();
   demande.action = ActionBrouillard::Delier;
-  EXPECT_EQ(1u, TraiteBrouillard(App(), demande).ecritures);
+  BilanLot bilan;
+  ASSERT_FALSE(TraiteBrouillard(App(), demande, bilan));
+  EXPECT_EQ(1u, bilan.ecritures);
   const Mouvement entete = Entete(liee);
   EXPECT_EQ(0u, u32{entete.LienId} + u32{entete.Reserve134});
   EXPECT_EQ(0x10007u, u32{entete.LienB}) << "the link's own keys stay";
@@ -244,13 +249,13 @@ TEST_F(Traitements, Renumerotation) {
   demande.mode = ListeToutes;
   Regle("2003", "Cloture", "31/01/2004");
   Boite.Reponses = {RepNon, RepOui};
-  EXPECT_EQ(unsigned{QuestionRenumerotation}, RenumeroteEcritures(App(), demande).erreur);
+  u32 nombre = 0;
+  EXPECT_EQ(unsigned{QuestionRenumerotation}, RenumeroteEcritures(App(), demande, nombre).numero);
   EXPECT_EQ((std::vector<u32>{1, 2, 3, 4}), numeros());
   EXPECT_EQ(0u, Boite.Ouvertures);
   const u64 avant = Magasin().NbSynchros();
-  const ResultatSaisie r = RenumeroteEcritures(App(), demande);
-  EXPECT_TRUE(r);
-  EXPECT_EQ(4u, r.ligne);
+  EXPECT_FALSE(RenumeroteEcritures(App(), demande, nombre));
+  EXPECT_EQ(4u, nombre);
   EXPECT_EQ((std::vector<u32>{3, 2, 1, 4}), numeros());
   EXPECT_EQ(avant + 1, Magasin().NbSynchros());
   EXPECT_EQ(8u, Boite.Maximum) << "twice the rows";
@@ -266,11 +271,11 @@ TEST_F(Traitements, Renumerotation) {
   parCritere.criteres.JourDe = parCritere.criteres.JourA = 4;
   for (const DemandeListe& partie : {parMode, parCompte, parCritere}) {
     Boite.Oublie();
-    EXPECT_EQ(unsigned{QuestionRenumeroterPartie}, RenumeroteEcritures(App(), partie).erreur);
+    EXPECT_EQ(unsigned{QuestionRenumeroterPartie}, RenumeroteEcritures(App(), partie, nombre).numero);
     EXPECT_EQ(BoutonsNonOuiAnnuler | IconeAttention, Boite.Questions.front().style) << "no by default";
   }
   Boite.Reponses = {RepOui};
-  ASSERT_TRUE(RenumeroteEcritures(App(), parCritere));
+  ASSERT_FALSE(RenumeroteEcritures(App(), parCritere, nombre));
   EXPECT_EQ((std::vector<u32>{3, 2, 1, 1}), numeros());
   EXPECT_EQ(std::vector<std::string>{}, AnomaliesDesCles());
 }
@@ -281,12 +286,11 @@ TEST_F(Traitements, UneSelectionEstUneUnite) {
   Lie(liee);
   const std::vector<u32> choisies = {a, 999, liee, b};
   const u64 avant = Magasin().NbSynchros();
-  EXPECT_TRUE(PointeEcritures(App(), choisies));
+  EXPECT_FALSE(PointeEcritures(App(), choisies));
   EXPECT_EQ(avant + 1, Magasin().NbSynchros());
   EXPECT_TRUE(Entete(a).Pointee && Entete(liee).Pointee && Entete(b).Pointee);
-  EXPECT_TRUE(DeplaceEcritures(App(), choisies, 5));
+  EXPECT_EQ(3103u, DeplaceEcritures(App(), choisies, 5).numero) << "the linked one alone";
   EXPECT_EQ(avant + 2, Magasin().NbSynchros());
-  EXPECT_EQ((std::vector<unsigned>{3103}), Boite.NumerosErreurs()) << "the linked one alone is told";
   EXPECT_EQ(FaitDate(2, 5, 2003), u32{Entete(a).Date});
   EXPECT_EQ(FaitDate(3, 3, 2003), u32{Entete(liee).Date});
   EXPECT_EQ(FaitDate(4, 5, 2003), u32{Entete(b).Date});
@@ -299,7 +303,7 @@ TEST_F(Traitements, AutreMois) {
   Lie(liee);
   Valide(mars);
   unsigned mois = 0;
-  EXPECT_TRUE(ControleDeplacement(App(), mars, mois));
+  EXPECT_FALSE(ControleDeplacement(App(), mars, mois));
   EXPECT_EQ(3u, mois);
 
   struct Cas {
@@ -309,14 +313,13 @@ TEST_F(Traitements, AutreMois) {
   };
   for (const Cas& c : {Cas{liee, 4, 3103}, Cas{999, 4, ErrEcritureInconnue}, Cas{mars, 0, ErrChampInvalide},
                        Cas{mars, 13, ErrChampInvalide}}) {
-    Boite.Oublie();
-    EXPECT_EQ(c.erreur, DeplaceEcriture(App(), c.mouvement, c.mois).erreur);
-    EXPECT_EQ(std::vector<unsigned>{c.erreur}, Boite.NumerosErreurs());
+    EXPECT_EQ(c.erreur, DeplaceEcriture(App(), c.mouvement, c.mois).numero);
   }
-  EXPECT_EQ(3103u, ControleDeplacement(App(), liee, mois).erreur);
+  EXPECT_EQ(3103u, ControleDeplacement(App(), liee, mois).numero);
   EXPECT_EQ(FaitDate(2, 3, 2003), u32{Entete(liee).Date});
 
-  EXPECT_TRUE(DeplaceEcriture(App(), mars, 2)) << "a validated one too, and no look at the days of the month";
+  EXPECT_FALSE(DeplaceEcriture(App(), mars, 2))
+      << "a validated one too, and no look at the days of the month";
   for (const Line& ligne : Lignes(mars)) {
     EXPECT_EQ(FaitDate(31, 2, 2003), u32{ligne.Date});
     EXPECT_EQ(FaitDate(31, 2, 2003), u32{ligne.DateLigne});
@@ -333,18 +336,21 @@ TEST_F(Traitements, AutreMois) {
   DemandeValidation demande = Annee();
   demande.du = FaitDate(28, 2, 2003);
   demande.au = FaitDate(1, 3, 2003);
-  EXPECT_EQ(1u, TraiteBrouillard(App(), demande).ecritures);
+  BilanLot bilan;
+  ASSERT_FALSE(TraiteBrouillard(App(), demande, bilan));
+  EXPECT_EQ(1u, bilan.ecritures);
   EXPECT_EQ(1u, +Entete(fevrier).Validee) << "31 February stands between 28 February and 1 March";
   demande.action = ActionBrouillard::Devalider;
-  EXPECT_EQ(2u, TraiteBrouillard(App(), demande).ecritures);
+  ASSERT_FALSE(TraiteBrouillard(App(), demande, bilan));
+  EXPECT_EQ(2u, bilan.ecritures);
 
-  EXPECT_TRUE(DeplaceEcriture(App(), mars, 2)) << "there already";
-  EXPECT_TRUE(DeplaceEcriture(App(), mars, 12));
+  EXPECT_FALSE(DeplaceEcriture(App(), mars, 2)) << "there already";
+  EXPECT_FALSE(DeplaceEcriture(App(), mars, 12));
   EXPECT_EQ(FaitDate(31, 12, 2003), u32{Entete(mars).Date});
 
   Regle("2003", "Cloture", "31/01/2004");
-  EXPECT_EQ(3056u, DeplaceEcriture(App(), mars, 1).erreur);
-  EXPECT_EQ(3056u, ControleDeplacement(App(), mars, mois).erreur);
+  EXPECT_EQ(3056u, DeplaceEcriture(App(), mars, 1).numero);
+  EXPECT_EQ(3056u, ControleDeplacement(App(), mars, mois).numero);
 }
 
 }  // namespace

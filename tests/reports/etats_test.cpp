@@ -165,9 +165,9 @@ TEST_F(EtatsTest, LongTextsAndLargeAmountsStayOnTheSheet) {
     od.date = Le(1 + i % 28, 6);
     od.libelle = longue;
     od.lignes = {{Long("4457"), longue, 9999999999.99, 0}, {Long("5129"), longue, 0, 9999999999.99}};
-    const u32 mouvement = EnregistreOD(App(), od).mouvement;
-    ASSERT_NE(mouvement, 0u);
-    ChangeLignes(mouvement, [](Line& l) { l.Rapprochee = 1; });
+    EcritureFaite faite;
+    ASSERT_FALSE(EnregistreOD(App(), od, faite));
+    ChangeLignes(faite.mouvement, [](Line& l) { l.Rapprochee = 1; });
   }
   ASSERT_TRUE(unite.Valide());
   const auto dessine = [](CEtatComptable&& etat) {

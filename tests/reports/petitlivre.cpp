@@ -100,12 +100,12 @@ void PetitLivre::Installe(AffichageLivre affichage, bool ecritures) {
   Ajoute(JournalDepenses, Le(15, 1), "606", 59.80, 9.80, 0, "512", "Fournitures");
   const u32 loyer = Ajoute(JournalDepenses, Le(5, 2), "613", 400, 0, 100, "512", "Loyer");
   Ajoute(JournalDepenses, Le(12, 3), "606", 29.90, 4.90, 0, "531", "Timbres");
-  SaisieOD od;
-  od.date = Le(28, 2);
-  od.libelle = "Remise d'espèces"_w;
-  od.euro = m_euro;
-  od.lignes = {{"5120000000", {}, 150, 0}, {"5310000000", {}, 0, 150}};
-  ASSERT_TRUE(EnregistreOD(App(), od)) << (Boite.Erreurs.empty() ? "" : Boite.Erreurs.back().texte);
+  const SaisieOD od{.date = Le(28, 2),
+                    .libelle = "Remise d'espèces"_w,
+                    .euro = m_euro,
+                    .lignes = {{"5120000000", {}, 150, 0}, {"5310000000", {}, 0, 150}}};
+  EcritureFaite faite;
+  ASSERT_FALSE(EnregistreOD(App(), od, faite));
 
   const auto rapproche = [&](u32 mouvement, Date date, i16 sens) {
     for (const Position position : Magasin().LignesMouvement(App().PathExercice, mouvement)) {

@@ -113,9 +113,8 @@ TEST_F(EntretienTest, ReconstruitDansLOrdreDit) {
   ASSERT_NE(0u, Enregistre(Ecriture(JournalRecettes, "706", 10)));
   PoseTaxe("7065", Recette, {}, 80);
   const u32 comptes = Magasin().GetPlanRec(0);
-  const Reconstruction r =
-      ReconstruitCles(App(), {"Amo", "immo", "JOURNAL", "RUBRIQUE", "COMPTES", "BANQUE"});
-  ASSERT_TRUE(r) << r.texte;
+  Reconstruction r;
+  ASSERT_FALSE(ReconstruitCles(App(), {"Amo", "immo", "JOURNAL", "RUBRIQUE", "COMPTES", "BANQUE"}, r));
   EXPECT_FALSE(r.arrete);
   EXPECT_EQ((std::vector<std::string>{"BANQUE", "COMPTES", "JOURNAL", "RUBRIQUE", "Immo", "Amo"}), Noms(r));
   EXPECT_EQ(comptes, r.fichiers[1].rapport.gardes);
@@ -129,8 +128,8 @@ TEST_F(EntretienTest, ReconstruitDansLOrdreDit) {
   EXPECT_EQ(0u, Boite.Profondeur);
 
   Boite.Oublie();
-  EXPECT_TRUE(ReconstruitCles(App(), {})) << "no file: done at once";
-  EXPECT_EQ(unsigned{ErrChampInconnu}, ReconstruitCles(App(), {"JOURNAL", "GRAND"}).erreur);
+  EXPECT_FALSE(ReconstruitCles(App(), {}, r)) << "no file: done at once";
+  EXPECT_EQ(unsigned{ErrChampInconnu}, ReconstruitCles(App(), {"JOURNAL", "GRAND"}, r).numero);
 }
 
 TEST_F(EntretienTest, UnArretLaisseLesFichiersFinis) {
@@ -138,7 +137,8 @@ TEST_F(EntretienTest, UnArretLaisseLesFichiersFinis) {
   const u32 comptes = Magasin().GetPlanRec(0);
   // The walk asks at least once for each account: the stop comes within COMPTES.
   Boite.ArretApres = 5;
-  const Reconstruction r = ReconstruitCles(App(), {"COMPTES", "JOURNAL"});
+  Reconstruction r;
+  EXPECT_FALSE(ReconstruitCles(App(), {"COMPTES", "JOURNAL"}, r));
   Boite.ArretApres = -1;
   EXPECT_TRUE(r.arrete);
   EXPECT_EQ(std::vector<std::string>{"COMPTES"}, Noms(r));
@@ -152,8 +152,10 @@ TEST_F(EntretienTest, UnFichierIllisibleNArretePasLesAutres) {
   Magasin().QVCloseExercice();
   std::filesystem::remove(journal);
   std::filesystem::create_directory(journal);
-  const Reconstruction r = ReconstruitCles(App(), {"JOURNAL", "RUBRIQUE"});
-  EXPECT_EQ(3010u, r.erreur);
+  Reconstruction r;
+  const Refus refus = ReconstruitCles(App(), {"JOURNAL", "RUBRIQUE"}, r);
+  EXPECT_EQ(3010u, refus.numero);
+  EXPECT_TRUE(refus.dit);
   ASSERT_EQ(2u, r.fichiers.size());
   EXPECT_FALSE(r.fichiers[0].rapport.fait);
   EXPECT_TRUE(r.fichiers[1].rapport.fait);
@@ -173,11 +175,11 @@ TEST_F(EntretienTest, CommandeRecalcul) {
   ASSERT_TRUE(plan.OpenFile() && plan.Add());
 
   Statistiques s{};
-  EXPECT_EQ(unsigned{QuestionRecalcul}, CommandeRecalcul(App(), s).erreur);
+  EXPECT_EQ(unsigned{QuestionRecalcul}, CommandeRecalcul(App(), s).numero);
   EXPECT_EQ(999, f64{LitCompte("706").CreditEuro}) << "answered no";
   Boite.Oublie();
   Boite.Reponses = {RepOui, RepOk};
-  EXPECT_TRUE(CommandeRecalcul(App(), s));
+  EXPECT_FALSE(CommandeRecalcul(App(), s));
   EXPECT_EQ(20, f64{LitCompte("706").CreditEuro});
   EXPECT_EQ((std::vector<unsigned>{QuestionRecalcul, InfoRecalcul}), Boite.NumerosQuestions());
   EXPECT_EQ(
@@ -200,10 +202,10 @@ TEST_F(EntretienTest, AjustementDesEuros) {
   Regle("TAUX EURO", "1", "01/01/1999|6,55957");
   Regle("TAUX EURO", "2", "01/02/2003|5");
 
-  EXPECT_EQ(unsigned{QuestionAjustementEuro}, AjusteEuros(App()).erreur);
+  AjustementEuros r;
+  EXPECT_EQ(unsigned{QuestionAjustementEuro}, AjusteEuros(App(), r).numero);
   Boite.Reponses = {RepOui};
-  const AjustementEuros r = AjusteEuros(App());
-  ASSERT_TRUE(r) << r.texte;
+  ASSERT_FALSE(AjusteEuros(App(), r));
   EXPECT_EQ(6u, r.parcourues);
   EXPECT_EQ(4u, r.changees);
   EXPECT_EQ("Recalcul des Montants Euros", Boite.Titre);
@@ -215,7 +217,8 @@ TEST_F(EntretienTest, AjustementDesEuros) {
   EXPECT_EQ(141.20, f64{LitCompte("706").CreditFranc}) << "the totals wait for the recalculation";
 
   Boite.Reponses = {RepOui};
-  EXPECT_EQ(0u, AjusteEuros(App()).changees) << "once is enough";
+  EXPECT_FALSE(AjusteEuros(App(), r));
+  EXPECT_EQ(0u, r.changees) << "once is enough";
 }
 
 TEST_F(EntretienTest, AjustementArrete) {
@@ -225,7 +228,8 @@ TEST_F(EntretienTest, AjustementArrete) {
   Regle("TAUX EURO", "1", "01/01/1999|5");
   Boite.Reponses = {RepOui};
   Boite.ArretApres = 2;
-  const AjustementEuros r = AjusteEuros(App());
+  AjustementEuros r;
+  EXPECT_FALSE(AjusteEuros(App(), r));
   EXPECT_TRUE(r.arrete);
   EXPECT_EQ(3u, r.parcourues);
   EXPECT_EQ(0u, Boite.Profondeur);

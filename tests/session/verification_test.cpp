@@ -55,14 +55,15 @@ TEST_F(VerificationTest, DesLivresJustesNeDisentRien) {
   const u32 od = EnregistreLesLignes({{"512", {}, 0.03, 0}, {"706", {}, 0, 0.01}, {"706", {}, 0, 0.02}});
   ASSERT_NE(0u, od);
   Boite.Defaut = RepOui;
-  ASSERT_TRUE(RapprocheEcriture(App(), depense, true));
-  ASSERT_TRUE(ValideEcriture(App(), od, true));
-  ASSERT_TRUE(PointeEcriture(App(), depense));
+  ASSERT_FALSE(RapprocheEcriture(App(), depense, true));
+  ASSERT_FALSE(ValideEcriture(App(), od, true));
+  ASSERT_FALSE(PointeEcriture(App(), depense));
   EXPECT_EQ(Phrases{}, Verifie());
 
   // The adjustment converts the lines of a simple entry one by one: 109.68, 21.52
   // and 87.44 Francs against 218.63.
-  ASSERT_TRUE(AjusteEuros(App()));
+  AjustementEuros ajustement;
+  ASSERT_FALSE(AjusteEuros(App(), ajustement));
   EXPECT_EQ((Phrases{"6154 D 16.72 109.68", "4451 D 3.28 21.52", "108 D 13.33 87.44", "512 C 33.33 218.63"}),
             LignesLues(depense));
   Statistiques statistiques{};
@@ -159,7 +160,7 @@ TEST_F(VerificationTest, DesTotauxFaux) {
   };
   const u32 mouvement = Enregistre(Ecriture(JournalDepenses, "6154", 100));
   Boite.Defaut = RepOui;
-  ASSERT_TRUE(RapprocheEcriture(App(), mouvement, true));
+  ASSERT_FALSE(RapprocheEcriture(App(), mouvement, true));
   const Cas cas[] = {
       {"6154", offsetof(Plan, PersoEuro), 0,
        "Compte 6154 : la part personnelle en euros est de 0,00 au lieu de -40,00."},

@@ -226,12 +226,12 @@ bool CDialogEcriture::LitCompteChoisi(Plan& plan) {
 
 bool CDialogEcriture::Charge(u32 mouvement) {
   EcritureLue ecriture;
-  if (!LitEcriture(App(), mouvement, ecriture)) return false;
+  if (!App().Dit(LitEcriture(App(), mouvement, ecriture))) return false;
   const SaisieEcriture& saisie = ecriture.saisie;
   m_monnaie.Pose(saisie.euro);
   if (saisie.validee || ecriture.liee || m_cloture)
     m_monnaie.QuitteDate(saisie.date);
-  else if (m_monnaie.Ouvre(saisie.date) && !LitEcriture(App(), mouvement, ecriture, true))
+  else if (m_monnaie.Ouvre(saisie.date) && !App().Dit(LitEcriture(App(), mouvement, ecriture, true)))
     return false;
   NoteVoisins();
   Montre(ecriture);
@@ -369,7 +369,7 @@ void CDialogEcriture::Deverrouille() {
     App().ReportErreur(ErrExerciceCloture);
     return;
   }
-  if (m_validee && ValideEcriture(App(), m_mouvement, false)) {
+  if (m_validee && App().Dit(ValideEcriture(App(), m_mouvement, false))) {
     m_validee = false;
     m_marqueValidee.setChecked(false);
     m_change = true;
@@ -407,17 +407,18 @@ SaisieEcriture CDialogEcriture::Saisie() const {
 
 bool CDialogEcriture::Enregistre() {
   if (Fige()) return true;
-  const ResultatSaisie resultat = EnregistreEcriture(App(), Saisie());
-  if (!resultat) {
-    if (resultat.indice >= 0) m_tresorerie->ChoisitLigne(resultat.indice);
-    if (resultat.champ == "compte"sv && m_compte.CodeInconnu()) CZNDialog::Focalise(m_compte.Code());
-    return false;
-  }
-  m_derniere = resultat.mouvement;
+  EcritureFaite faite;
+  if (!Refuse(EnregistreEcriture(App(), Saisie(), faite))) return false;
+  m_derniere = faite.mouvement;
   m_delie = false;
   m_tresorerie->OublieModifications();
   m_change = true;
   return true;
+}
+
+void CDialogEcriture::Pointe(const Refus& refus) {
+  if (refus.rang >= 0) m_tresorerie->ChoisitLigne(refus.rang);
+  if (refus.champ == "compte"sv && m_compte.CodeInconnu()) CZNDialog::Focalise(m_compte.Code());
 }
 
 void CDialogEcriture::Vide() {

@@ -35,6 +35,7 @@ class CDialogEcriture : public CZNDialog {
 
  protected:
   bool Enregistre() override;
+  void Pointe(const Refus& refus) override;
   void Vide() override;
   const TexteFixe& QuestionFermer() const override;
   void Voisin(int pas) override;

@@ -15,6 +15,7 @@
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -96,10 +97,10 @@ void CDialogMouvement::Nouvelle() {
 /// Shows an entry; false when it cannot be read, which has been told.
 bool CDialogMouvement::Charge(u32 mouvement) {
   ODLue od;
-  if (!LitOD(App(), mouvement, od)) return false;
+  if (!App().Dit(LitOD(App(), mouvement, od))) return false;
   m_monnaie.Pose(od.saisie.euro);
   // From the limit on the entry is worked on in Euro, whatever it was typed in.
-  if (m_monnaie.Ouvre(od.saisie.date) && !LitOD(App(), mouvement, od, true)) return false;
+  if (m_monnaie.Ouvre(od.saisie.date) && !App().Dit(LitOD(App(), mouvement, od, true))) return false;
   m_ouverture.mouvement = mouvement;
   m_ouverture.journal = od.saisie.journal;
   m_jour.Pose(od.saisie.date);
@@ -242,17 +243,17 @@ bool CDialogMouvement::Enregistre() {
   saisie.lignes = LignesSaisies(m_lignes.lignes);
   saisie.validee = m_validee;
   saisie.forcee = m_forcee;
-  const ResultatSaisie r = EnregistreOD(App(), saisie);
-  if (!r) {
-    const std::string_view champ = r.champ;
-    if (r.indice >= 0) m_liste->Table().SelectionneLigne(r.indice);
-    if (champ == "date") CZNDialog::Focalise(m_jour);
-    if (champ == "lignes" || r.indice >= 0) CZNDialog::Focalise(m_liste->Table());
-    return false;
-  }
-  m_derniere = r.mouvement;
+  EcritureFaite faite;
+  if (!Refuse(EnregistreOD(App(), saisie, faite))) return false;
+  m_derniere = faite.mouvement;
   m_modifiee = false;
   return true;
+}
+
+void CDialogMouvement::Pointe(const Refus& refus) {
+  if (refus.rang >= 0) m_liste->Table().SelectionneLigne(refus.rang);
+  if (refus.champ == "date"sv) CZNDialog::Focalise(m_jour);
+  if (refus.champ == "lignes"sv || refus.rang >= 0) CZNDialog::Focalise(m_liste->Table());
 }
 
 void CDialogMouvement::Vide() {

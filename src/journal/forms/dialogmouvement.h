@@ -29,6 +29,7 @@ class CDialogMouvement : public CZNDialog {
 
  protected:
   bool Enregistre() override;
+  void Pointe(const Refus& refus) override;
   void Vide() override;
   const TexteFixe& QuestionFermer() const override;
   void Voisin(int pas) override;

@@ -107,7 +107,8 @@ DemandeValidation CDialogValidation::Lit() const {
 
 bool CDialogValidation::Enregistre() {
   if (QWidget* fautif = m_periode.Fautif()) return Refuse(ErrDateIncorrecte, *fautif);
-  return !TraiteBrouillard(App(), Lit()).erreur;
+  BilanLot bilan;
+  return Refuse(TraiteBrouillard(App(), Lit(), bilan));
 }
 
 }  // namespace fenlor

@@ -8,10 +8,13 @@
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::string_view_literals;
 
 namespace fenlor {
 
-bool CDialogVirement::PeutOuvrir(ContexteUi& contexte) { return bool(ControleVirement(contexte.App)); }
+bool CDialogVirement::PeutOuvrir(ContexteUi& contexte) {
+  return contexte.App.Dit(ControleVirement(contexte.App));
+}
 
 CDialogVirement::CDialogVirement(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, Q(Texte(LibelleVirement)), "DialogVirement", parent),
@@ -98,12 +101,10 @@ bool CDialogVirement::Enregistre() {
   saisie.euro = m_monnaie.Euro();
   saisie.montant = m_montant.Valeur();
   saisie.paiement = m_paiement.Valeur();
-  const ResultatVirement resultat = EnregistreVirement(App(), saisie);
+  VirementFait fait;
+  const bool enregistre = Refuse(EnregistreVirement(App(), saisie, fait));
   MontreTransit();  // the rule may have asked for other accounts
-  if (!resultat) {
-    Pointe(resultat);
-    return false;
-  }
+  if (!enregistre) return false;
   m_mode = saisie.paiement;
   return true;
 }
@@ -117,12 +118,11 @@ void CDialogVirement::Vide() {
   m_enregistre = true;
 }
 
-void CDialogVirement::Pointe(const ResultatSaisie& refus) {
-  const std::string_view champ = refus.champ;
-  if (champ == "monnaie")
+void CDialogVirement::Pointe(const Refus& refus) {
+  if (refus.champ == "monnaie"sv)
     Focalise(m_monnaie.Bouton(m_monnaie.Euro()));
-  else if (!champ.empty())
-    CZNDialog::Focalise(refus.champ);
+  else
+    CZNDialog::Pointe(refus);
 }
 
 }  // namespace fenlor

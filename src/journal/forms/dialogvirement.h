@@ -21,6 +21,7 @@ class CDialogVirement : public CZNDialog {
 
  protected:
   bool Enregistre() override;
+  void Pointe(const Refus& refus) override;
   void Vide() override;
   const TexteFixe& QuestionFermer() const override;
 
@@ -28,7 +29,6 @@ class CDialogVirement : public CZNDialog {
   void Declare();
   void AligneMontant();
   void MontreTransit();
-  void Pointe(const ResultatSaisie& refus);
 
   EditeurDate m_date;
   ChoixTresorerie m_de, m_vers;

@@ -199,7 +199,7 @@ void CEcritureView::Supprime() {
   if (RefuseCloture()) return;
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
-  SupprimeEcritures(App(), choisis);
+  App().Dit(SupprimeEcritures(App(), choisis));
   Contexte().Cadre.Actualise();
   m_liste->setFocus();
 }
@@ -208,22 +208,23 @@ void CEcritureView::Pointe() {
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  PointeEcritures(App(), choisis);
+  const Refus refus = PointeEcritures(App(), choisis);
   QApplication::restoreOverrideCursor();
+  App().Dit(refus);
   RetireNonListees();
 }
 
 void CEcritureView::Rapproche() {
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
-  RapprocheEcritures(App(), choisis);
+  App().Dit(RapprocheEcritures(App(), choisis));
   RetireNonListees();
 }
 
 void CEcritureView::Valide() {
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
-  ValideEcritures(App(), choisis);
+  App().Dit(ValideEcritures(App(), choisis));
   RetireNonListees();
 }
 
@@ -231,15 +232,16 @@ void CEcritureView::ChangeDate() {
   if (RefuseCloture()) return;
   const std::vector<u32> choisis = Choisis();
   unsigned mois = 0;
-  if (choisis.empty() || !ControleDeplacement(App(), choisis.front(), mois)) return;
+  if (choisis.empty() || !App().Dit(ControleDeplacement(App(), choisis.front(), mois))) return;
   ZNDialogChangeMois forme(Contexte(), mois, this);
   if (!forme.Execute()) return m_liste->setFocus();
-  DeplaceEcritures(App(), choisis, forme.Mois());
+  App().Dit(DeplaceEcritures(App(), choisis, forme.Mois()));
   RetireNonListees();
 }
 
 void CEcritureView::Renumerote() {
-  RenumeroteEcritures(App(), Demande());
+  u32 nombre = 0;
+  App().Dit(RenumeroteEcritures(App(), Demande(), nombre));
   Contexte().Cadre.Actualise();
   m_liste->setFocus();
 }
@@ -259,7 +261,9 @@ void CEcritureView::RetireNonListees() {
     };
     for (auto ligne = lignes.rbegin(); ligne != lignes.rend(); ++ligne) {
       const u32 mouvement = GetEcrId(*ligne);
-      if (EstListee(App(), demande, mouvement)) continue;
+      bool listee = false;
+      App().Dit(EstListee(App(), demande, mouvement, listee));
+      if (listee) continue;
       partis.push_back(mouvement);
       if (nombre > 0 && *ligne != debut - 1) retire();
       debut = *ligne;

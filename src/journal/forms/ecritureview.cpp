@@ -194,7 +194,7 @@ void CEcritureView::RefreshJournal() {
   if (!EstOD()) m_combo->Remplit(App());
   m_mois->PoseMois(MoisExercice(App()));
   MoisJournal mois;
-  if (m_mois->Courant() >= 0) ListeMois(App(), Demande(), mois);
+  if (m_mois->Courant() >= 0) App().Dit(ListeMois(App(), Demande(), mois));
   m_totaux = mois.totaux;
   MontreEntete();
   m_liste->Recharge(std::move(mois.entrees), MonnaiesAffichees(App()), Comptable(), m_totaux);
@@ -204,7 +204,7 @@ void CEcritureView::RefreshJournal() {
 
 void CEcritureView::MontreSelection() {
   m_etat.reset();
-  m_totauxChoisis = TotauxEntrees(App(), Demande(), Choisis());
+  App().Dit(TotauxEntrees(App(), Demande(), Choisis(), m_totauxChoisis));
   m_bande->Montre(m_totaux, m_totauxChoisis);
   Q_EMIT EtatChange();
 }
@@ -300,7 +300,8 @@ std::vector<u32> CEcritureView::MouvementsDe(const std::vector<int>& lignes) con
 std::vector<u32> CEcritureView::Choisis() const { return MouvementsDe(m_liste->LignesChoisies()); }
 
 void CEcritureView::Additionne(TotauxListe& totaux, int signe, const std::vector<u32>& mouvements) {
-  const TotauxListe autres = TotauxEntrees(App(), Demande(), mouvements);
+  TotauxListe autres;
+  App().Dit(TotauxEntrees(App(), Demande(), mouvements, autres));
   const auto ajoute = [signe](f64& somme, f64 terme) { somme = Arrondi2(somme + signe * terme); };
   ajoute(totaux.debitFranc, autres.debitFranc);
   ajoute(totaux.creditFranc, autres.creditFranc);
@@ -314,7 +315,7 @@ void CEcritureView::SelectionChange(const std::vector<int>& ajoutees, const std:
   m_etat.reset();
   if (m_suspendue) return;
   if (m_liste->NbChoisies() <= static_cast<int>(ajoutees.size() + retirees.size())) {
-    m_totauxChoisis = TotauxEntrees(App(), Demande(), Choisis());
+    App().Dit(TotauxEntrees(App(), Demande(), Choisis(), m_totauxChoisis));
   } else {
     Additionne(m_totauxChoisis, 1, MouvementsDe(ajoutees));
     Additionne(m_totauxChoisis, -1, MouvementsDe(retirees));

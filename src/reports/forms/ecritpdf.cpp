@@ -77,6 +77,7 @@ QByteArray Description(const QString& titre, const QString& auteur) {
 enum class Issue { Fait, Arrete, Echoue };
 
 Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, FichierSur& fichier) {
+  const Progression progression(app.Boite, titre, Texte(AvancementPdf), true, vue.NombrePages());
   QPdfWriter pdf(&fichier);
   pdf.setResolution(UnitesPeripherique);
   pdf.setPageLayout(vue.Feuille());
@@ -107,9 +108,7 @@ bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const st
   CEtatView vue(app, doc);
   if (!vue.Prepare(FeuillePour(doc, feuille))) return echoue(Texte(ErrEtatLecture));
   if (!fichier.Ouvre()) return echoue(TexteErreurSysteme(fichier.Code()));
-  app.Boite.OuvreProgress(titre, Texte(AvancementPdf), true, vue.NombrePages());
   const Issue issue = DessinePages(app, vue, titre, fichier);
-  app.Boite.FermeProgress();
   if (issue == Issue::Fait && fichier.Acheve()) return true;
   if (issue == Issue::Arrete) return false;  // what was written goes with the object
   return echoue(TexteErreurSysteme(fichier.Code() ? fichier.Code() : EIO));

@@ -11,6 +11,7 @@
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "core/textes.h"
@@ -192,8 +193,8 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
   }
   const std::vector<u32> ordre = Ordre(imprimante, m_vue->NombrePages());
   m_etat->DebuteImpression();
-  app.Boite.OuvreProgress(m_etat->TitreDocument(), Texte(AvancementImpression), true,
-                          static_cast<u32>(ordre.size()));
+  std::optional<Progression> progression(std::in_place, app.Boite, m_etat->TitreDocument(),
+                                         Texte(AvancementImpression), true, static_cast<u32>(ordre.size()));
   QPainter peintre;
   bool arrete = false;
   bool bien = peintre.begin(&imprimante);
@@ -211,7 +212,7 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
   if (peintre.isActive()) bien = peintre.end() && bien;
   if (bien && !arrete && imprimante.outputFormat() == QPrinter::PdfFormat)
     bien = FichierEntier(imprimante.outputFileName());
-  app.Boite.FermeProgress();
+  progression.reset();
   m_etat->FinitImpression(Maintenant());
   m_veille.start();
   if (bien || arrete) return bien && !arrete;

@@ -24,8 +24,7 @@ bool RouvreCabinet(ContexteUi& contexte) {
   CFenlorApp& app = contexte.App;
   if (app.Magasin.QVIsComptaPassword(app.PathCabinet))
     return CDialogPassword(contexte, contexte.Cadre.Cadre()).Execute();
-  if (!app.Magasin.QVOpenCompta(app.PathCabinet, {}))
-    return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+  if (!app.Magasin.QVOpenCompta(app.PathCabinet, {})) return app.Dit(app.EchecMagasin());
   app.Magasin.QVSetWithQuorbane(app.Edition != 2, app.Edition);
   return true;
 }
@@ -44,7 +43,7 @@ void CommandeOuvrirExercice(ContexteUi& contexte) {
   if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom))
     return;
   contexte.Cadre.FermeToutes();
-  OuvreExercice(contexte.App, nom);
+  contexte.App.Dit(OuvreExercice(contexte.App, nom));
   contexte.Cadre.MontreExercice();
 }
 
@@ -56,7 +55,7 @@ void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
     if (!TestRepertoire(app, nom)) {
       app.ReportErreur(ErrRepertoireExercice);
     } else if (RouvreCabinet(contexte)) {
-      OuvreExercice(app, nom);
+      app.Dit(OuvreExercice(app, nom));
     }
   }
   contexte.Cadre.MontreExercice();
@@ -69,9 +68,9 @@ void CommandeFermerExercice(ContexteUi& contexte) {
 }
 
 void CommandeSupprimerExercice(ContexteUi& contexte) {
-  const ResultatExercice resultat = SupprimeExercice(contexte.App, [&] { contexte.Cadre.FermeToutes(); });
-  if (resultat.erreur != ErrExerciceRecent && resultat.erreur != ErrAucunExercice)
-    contexte.Cadre.MontreExercice();
+  const Refus refus = SupprimeExercice(contexte.App, [&] { contexte.Cadre.FermeToutes(); });
+  contexte.App.Dit(refus);
+  if (refus.numero != ErrExerciceRecent && refus.numero != ErrAucunExercice) contexte.Cadre.MontreExercice();
 }
 
 void CommandeProprietes(ContexteUi& contexte) {
@@ -84,9 +83,12 @@ void CommandeReconstruction(ContexteUi& contexte) {
 
 void CommandeRecalcul(ContexteUi& contexte) {
   Statistiques statistiques{};
-  CommandeRecalcul(contexte.App, statistiques, FichiersSeul(contexte));
+  contexte.App.Dit(CommandeRecalcul(contexte.App, statistiques, FichiersSeul(contexte)));
 }
 
-void CommandeAjustementEuro(ContexteUi& contexte) { AjusteEuros(contexte.App, FichiersSeul(contexte)); }
+void CommandeAjustementEuro(ContexteUi& contexte) {
+  AjustementEuros ajustement;
+  contexte.App.Dit(AjusteEuros(contexte.App, ajustement, FichiersSeul(contexte)));
+}
 
 }  // namespace fenlor

@@ -43,8 +43,10 @@ bool CDialogIndex::Enregistre() {
   for (int i = 0; i < m_fichiers.count(); ++i)
     if (m_fichiers.item(i)->checkState() == Qt::Checked)
       noms.push_back(m_fichiers.item(i)->data(Qt::UserRole).toString().toStdString());
+  Refus refus;
   Reconstruction resultat;
-  AvecFichiersSeul(Contexte(), [&] { resultat = ReconstruitCles(App(), noms); });
+  AvecFichiersSeul(Contexte(), [&] { refus = ReconstruitCles(App(), noms, resultat); });
+  App().Dit(refus);
   for (const FichierReconstruit& fichier : resultat.fichiers) {
     if (fichier.rapport.arrete) continue;
     for (int i = 0; i < m_fichiers.count(); ++i)

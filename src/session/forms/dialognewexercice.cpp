@@ -117,18 +117,16 @@ bool CDialogNewExercice::Enregistre() {
   m_formulaire.debutSaisi = m_debut.EstDate() ? std::string() : De1252(m_debut.text());
   m_formulaire.finSaisie = m_fin.EstDate() ? std::string() : De1252(m_fin.text());
   Contexte().Cadre.FermeToutes();
-  const ResultatExercice resultat = CreeExercice(App(), m_formulaire);
+  const Refus refus = CreeExercice(App(), m_formulaire);
+  const bool cree = Refuse(refus);
   Contexte().Cadre.MontreExercice();
-  // 3000: it was created, its directory cannot be used. The form has nothing to add.
-  if (!resultat && resultat.erreur != ErrRepertoireExercice) {
-    Pointe(resultat);
-    return false;
-  }
+  // ErrRepertoireExercice: it was created, its directory cannot be used. The form has nothing to add.
+  if (!cree && refus.numero != ErrRepertoireExercice) return false;
   m_destination = App().NomExercice;
   return true;
 }
 
-void CDialogNewExercice::Pointe(const ResultatExercice& refus) {
+void CDialogNewExercice::Pointe(const Refus& refus) {
   const std::string_view champ = refus.champ;
   QWidget* editeur = nullptr;
   if (champ == "annee") editeur = &m_annee;

@@ -33,7 +33,7 @@ class CDialogNewExercice : public CZNDialog {
   void Applique(Regle regle);
   void Montre();
   void QuitteDate(EditeurDate& editeur);
-  void Pointe(const ResultatExercice& refus);
+  void Pointe(const Refus& refus) override;
 
   std::string& m_destination;
   std::string m_nomImpose;

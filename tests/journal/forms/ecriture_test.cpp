@@ -406,7 +406,8 @@ TEST_F(FormeEcriture, Voisins) {
   const u32 standard = Enregistre(saisie);
   SaisieOD od = OD({{"512", "", 5, 0}, {"531", "", 0, 5}});
   od.journal = JournalRecettes;
-  const u32 diverse = EnregistreOD(App(), od).mouvement;
+  ASSERT_FALSE(Essaie(od));
+  const u32 diverse = Faite.mouvement;
   ASSERT_NE(diverse, 0u);
   Rangees rangees({simple, diverse, standard});
   OuvertureEcriture ouverture = Ouverture(JournalRecettes, simple);

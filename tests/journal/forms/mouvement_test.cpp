@@ -171,7 +171,7 @@ TEST_F(FormeOD, AuClavierCommeParLaRegle) {
                                 FaitDate(3 + i, 3, 2003));
     saisie.libelle = libelle;
     saisie.ligne = 1 + i;
-    ASSERT_TRUE(EnregistreOD(jumeau.App(), saisie));
+    ASSERT_FALSE(jumeau.Essaie(saisie));
     const std::vector<Line> a = Lignes(i + 1), b = jumeau.Lignes(i + 1);
     ASSERT_EQ(a.size(), 3u);
     ASSERT_EQ(b.size(), 3u);
@@ -357,7 +357,8 @@ TEST_F(FormeOD, EcritureEnFranc) {
     for (const char* compte : {"512", "706"}) PoseCompte(compte, *compte == '5' ? Tresorerie : Recette);
     saisie.euro = false;
     for (const char* compte : {"108", "758", "658"}) PoseCompte(compte, Autre);
-    const u32 mouvement = EnregistreOD(App(), saisie).mouvement;
+    EXPECT_FALSE(Essaie(saisie));
+    const u32 mouvement = Faite.mouvement;
     ASSERT_NE(mouvement, 0u) << "the limit itself is not too late";
     CDialogMouvement f(Ui, Existante(mouvement));
     Montre(f);

@@ -93,7 +93,8 @@ TEST_F(FormeValidation, CeQueLesChoixValident) {
   brouillard.au = FaitDate(31, 12, 2003);
   brouillard.action = ActionBrouillard::Devalider;
   for (const auto& c : cas) {
-    ASSERT_EQ(TraiteBrouillard(App(), brouillard).erreur, 0u);
+    BilanLot bilan;
+    ASSERT_FALSE(TraiteBrouillard(App(), brouillard, bilan));
     CDialogValidation f(Ui);
     Montre(f);
     for (const auto& [nom, valeur] : c.gestes) {

@@ -233,8 +233,7 @@ TEST_F(VingtEcritures, AuClavierDonnentLeMagasinDeLaRegle) {
   jumelle.Installe("2001");
   ASSERT_TRUE(jumelle.PoseCompte("531", Tresorerie, "ESP", "Espèces"_w, 0));
   for (const EcritureTapee& e : Vingt) {
-    const ResultatSaisie r = EnregistreEcriture(jumelle.App(), Saisie(jumelle.App(), jumelle, e));
-    ASSERT_TRUE(r) << e.compte << " " << e.ttc;
+    ASSERT_FALSE(jumelle.Essaie(Saisie(jumelle.App(), jumelle, e))) << e.compte << " " << e.ttc;
   }
   const auto compare = [&](u16 fichier, std::size_t taille, const char* nom) {
     const auto tapes = Enregistrements(Magasin(), fichier, taille);

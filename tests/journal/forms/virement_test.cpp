@@ -64,7 +64,8 @@ TEST_F(FormeVirement, AuClavierCommeParLaRegle) {
     EXPECT_FALSE(Actif(f, "cheque") || Actif(f, "autre"));
     SaisieVirement regle = v.regle;
     regle.date = FaitDate(15, 3, 2003);
-    ASSERT_TRUE(EnregistreVirement(jumeau.App(), regle));
+    VirementFait fait;
+    ASSERT_FALSE(EnregistreVirement(jumeau.App(), regle, fait));
   }
   for (u32 mouvement = 1; mouvement <= 4; ++mouvement) {
     const std::vector<Line> a = Lignes(mouvement), b = jumeau.Lignes(mouvement);
