@@ -98,12 +98,12 @@ class Cabinet {
 class ListeVide : public CZNListView {
  public:
   explicit ListeVide(ContexteUi& contexte) : CZNListView(contexte, "Vide", 0) {
-    Table().SetColonnes(ColonnesComptes(ListeComptes::PlanComptable, false));
+    Table().Definit<Plan>(ColonnesComptes(contexte.App, ListeComptes::PlanComptable),
+                          [](ModeleListe::Donnee, Plan&) { return false; });
   }
 
  protected:
   void FillList() override { Table().Modele().Vide(); }
-  std::string TexteDe(ModeleListe::Donnee) override { return {}; }
 };
 
 struct Mesure {

@@ -191,10 +191,10 @@ class CommandeFiche {
     const ListeComptes liste = FormeNommee(m_options.forme).liste;
     std::vector<std::string> titres;
     std::size_t gauches = 0;
-    const std::string colonnes = ColonnesComptes(liste, m_app.AfficherDouble);
-    for (unsigned i = 0; i < ComptePartie(colonnes, '|'); i += 3) {
-      titres.push_back(ChampTexte(i, colonnes, '|'));
-      if (ChampTexte(i + 1, colonnes, '|') == "L") ++gauches;
+    const TableColonnes<Plan> colonnes = ColonnesComptes(m_app, liste);
+    for (const ColonneListe<Plan>& colonne : colonnes) {
+      titres.push_back(colonne.titre);
+      if (colonne.cote == Cote::Gauche) ++gauches;
     }
     Tableau tableau;
     tableau.Ajoute(titres);
@@ -208,10 +208,7 @@ class CommandeFiche {
         if (!m_contexte.Ecrit(objet)) return StatutRefuse;
         continue;
       }
-      const std::string ligne = LigneCompte(m_app, liste, *plan.Rec);
-      std::vector<std::string> champs;
-      for (unsigned i = 0; i < titres.size(); ++i) champs.push_back(ChampTexte(i, ligne, '|'));
-      tableau.Ajoute(std::move(champs));
+      tableau.Ajoute(Cellules(colonnes, *plan.Rec));
     }
     return m_contexte.Globales.json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
   }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/btfiles.h"
+#include "core/colonneliste.h"
 
 namespace fenlor {
 
@@ -98,12 +99,8 @@ std::vector<ChoixTVA> ChoixComptesTVA(CFenlorApp& app);
 /// Which accounts a list shows; in order of their number.
 enum class ListeComptes { Recettes, Depenses, Tresorerie, PlanComptable };
 std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste);
-/// Column description of a list: single display, or both currencies.
-std::string ColonnesComptes(ListeComptes liste, bool deuxMonnaies);
-/// Fields of a row, "a|b|c", for the session's `AfficherDouble`. Single display: Franc when the
-/// exercice's name as a number is below 2002, Euro otherwise.
-std::string LigneCompte(CFenlorApp& app, ListeComptes liste, const Plan& compte);
-/// Order of two accounts by a column of that list, texts without regard to case.
-int CompareComptesColonne(CFenlorApp& app, ListeComptes liste, const Plan& a, const Plan& b, int colonne);
+/// Columns of a list, in both currencies or one as the session's `AfficherDouble` says now. Single display:
+/// Franc when the exercice's name as a number is below 2002, Euro otherwise. Used while `app` lives.
+TableColonnes<Plan> ColonnesComptes(CFenlorApp& app, ListeComptes liste);
 
 }  // namespace fenlor

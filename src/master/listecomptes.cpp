@@ -16,79 +16,33 @@ std::string CompteCourt(CFenlorApp& app, const Plan& compte) {
   return CompacteTexte(app.Magasin.GetShortCompte(LitTexte(compte.Compte)));
 }
 
-/// A bar would begin another field.
-std::string Champ(std::string texte) {
-  std::replace(texte.begin(), texte.end(), '|', '/');
-  return texte;
-}
-
-enum class Colonne { Code, Compte, Rubrique, Designation, Debit, Credit, Solde, Rapproche, Reel };
-
-struct DefinitionColonne {
-  Colonne colonne;
-  bool euro = false;
+/// An amount of the lists: its titles alone, in Franc, in Euro; a balance shows its side.
+struct MontantListe {
+  const char *seul, *franc, *euro;
+  f64 SoldesCompte::*montant;
+  bool solde;
 };
+constexpr MontantListe MontantsPlan[] = {{"Solde", "Solde Francs", "Solde Euro", &SoldesCompte::solde, true}};
+constexpr MontantListe MontantsTresorerie[] = {
+    {"Débit", "Débit Franc", "Débit Euro", &SoldesCompte::debit, false},
+    {"Crédit", "Crédit Franc", "Crédit Euro", &SoldesCompte::credit, false},
+    {"Solde", "Solde Franc", "Solde Euro", &SoldesCompte::solde, true},
+    {"Solde Rapproché", "Solde Rapproché F", "Solde Rapproché €", &SoldesCompte::rapproche, true},
+    {"Solde réel", "Solde réel F", "Solde réel €", &SoldesCompte::reel, true},
+};
+constexpr int LargeurMontant = 100, LargeurMontantDouble = 80;
 
-bool EstTresorerie(ListeComptes liste) {
-  return liste == ListeComptes::Tresorerie || liste == ListeComptes::PlanComptable;
-}
-
-/// The columns in their order, as `ColonnesComptes` names them.
-std::vector<DefinitionColonne> Definitions(CFenlorApp& app, ListeComptes liste) {
-  std::vector<DefinitionColonne> colonnes{{Colonne::Code}, {Colonne::Compte}};
-  if (!EstTresorerie(liste)) colonnes.push_back({Colonne::Rubrique});
-  colonnes.push_back({Colonne::Designation});
-  const bool euro = TexteVersEntier(app.NomExercice) >= 2002;
-  const auto montant = [&](Colonne colonne) {
-    if (app.AfficherDouble || !euro) colonnes.push_back({colonne, false});
-    if (app.AfficherDouble || euro) colonnes.push_back({colonne, true});
-  };
-  if (EstTresorerie(liste)) {
-    montant(Colonne::Debit);
-    montant(Colonne::Credit);
-  }
-  montant(Colonne::Solde);
-  if (EstTresorerie(liste)) {
-    montant(Colonne::Rapproche);
-    montant(Colonne::Reel);
-  }
-  return colonnes;
-}
-
-bool EstMontant(Colonne colonne) { return colonne >= Colonne::Debit; }
-
-f64 Montant(const Plan& compte, DefinitionColonne d) {
-  const SoldesCompte soldes = SoldesDe(compte, d.euro);
-  switch (d.colonne) {
-    case Colonne::Debit:
-      return soldes.debit;
-    case Colonne::Credit:
-      return soldes.credit;
-    case Colonne::Solde:
-      return soldes.solde;
-    case Colonne::Rapproche:
-      return soldes.rapproche;
-    default:
-      return soldes.reel;
-  }
-}
-
-std::string TexteColonne(CFenlorApp& app, const Plan& compte, DefinitionColonne d) {
-  switch (d.colonne) {
-    case Colonne::Code:
-      return LitTexte(compte.Code);
-    case Colonne::Compte:
-      return CompteCourt(app, compte);
-    case Colonne::Rubrique:
-      return NormaliseRubrique(LitTexte(compte.Rubrique));
-    case Colonne::Designation:
-      return LitTexte(compte.Designation);
-    case Colonne::Debit:
-    case Colonne::Credit:
-      return FormatMontant(Montant(compte, d), 2, app.Reglages.SeparateurDecimal());
-    default:
-      return FormatSoldeSaisie(Montant(compte, d), 2, false, app.Reglages.SeparateurDecimal());
-  }
+ColonneListe<Plan> ColonneMontant(CFenlorApp& app, const MontantListe& m, bool euro) {
+  const auto valeur = [m, euro](const Plan& compte) { return SoldesDe(compte, euro).*m.montant; };
+  const char* titre = !app.AfficherDouble ? m.seul : euro ? m.euro : m.franc;
+  return {*DepuisUtf8(titre), app.AfficherDouble ? LargeurMontantDouble : LargeurMontant,
+          [&app, m, valeur](const Plan& compte) {
+            const char separateur = app.Reglages.SeparateurDecimal();
+            return m.solde ? FormatSoldeSaisie(valeur(compte), 2, false, separateur)
+                           : FormatMontant(valeur(compte), 2, separateur);
+          },
+          Cote::Droite,
+          [valeur](const Plan& a, const Plan& b) { return CompareMontants(valeur(a), valeur(b)); }};
 }
 
 }  // namespace
@@ -166,28 +120,28 @@ std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste) {
   return positions;
 }
 
-std::string ColonnesComptes(ListeComptes liste, bool deuxMonnaies) {
-  if (EstTresorerie(liste)) return Texte(deuxMonnaies ? ColonnesTresorerieDouble : ColonnesTresorerie);
-  return Texte(deuxMonnaies ? ColonnesPlanDouble : ColonnesPlan);
-}
-
-std::string LigneCompte(CFenlorApp& app, ListeComptes liste, const Plan& compte) {
-  std::string ligne;
-  for (const DefinitionColonne d : Definitions(app, liste)) {
-    if (d.colonne != Colonne::Code) ligne += '|';
-    ligne += Champ(TexteColonne(app, compte, d));
-  }
-  return ligne;
-}
-
-int CompareComptesColonne(CFenlorApp& app, ListeComptes liste, const Plan& a, const Plan& b, int colonne) {
-  const std::vector<DefinitionColonne> colonnes = Definitions(app, liste);
-  if (colonne < 0 || static_cast<std::size_t>(colonne) >= colonnes.size()) return 0;
-  const DefinitionColonne d = colonnes[static_cast<std::size_t>(colonne)];
-  if (EstMontant(d.colonne)) return CompareMontants(Montant(a, d), Montant(b, d));
-  // The zeros that the short form drops are the lowest digit: the order is the same.
-  if (d.colonne == Colonne::Compte) return CompareComptes(LitTexte(a.Compte), LitTexte(b.Compte));
-  return CompareSansCasse(TexteColonne(app, a, d), TexteColonne(app, b, d));
+TableColonnes<Plan> ColonnesComptes(CFenlorApp& app, ListeComptes liste) {
+  const bool tresorerie = liste == ListeComptes::Tresorerie || liste == ListeComptes::PlanComptable;
+  // The zeros that the short form drops are the lowest digit: the order of the numbers is the same.
+  const auto parNumero = [](const Plan& a, const Plan& b) {
+    return CompareComptes(LitTexte(a.Compte), LitTexte(b.Compte));
+  };
+  TableColonnes<Plan> colonnes = {
+      {"Code", 80, [](const Plan& p) { return LitTexte(p.Code); }},
+      {"Compte", 80, [&app](const Plan& p) { return CompteCourt(app, p); }, Cote::Gauche, parNumero}};
+  if (!tresorerie)
+    colonnes.push_back({"Rub", 40, [](const Plan& p) { return NormaliseRubrique(LitTexte(p.Rubrique)); }});
+  colonnes.push_back({"Désignation"_w, 300, [](const Plan& p) { return LitTexte(p.Designation); }});
+  const bool euro = TexteVersEntier(app.NomExercice) >= 2002;
+  const auto ajoute = [&](const MontantListe& montant) {
+    if (app.AfficherDouble || !euro) colonnes.push_back(ColonneMontant(app, montant, false));
+    if (app.AfficherDouble || euro) colonnes.push_back(ColonneMontant(app, montant, true));
+  };
+  if (tresorerie)
+    std::for_each(std::begin(MontantsTresorerie), std::end(MontantsTresorerie), ajoute);
+  else
+    std::for_each(std::begin(MontantsPlan), std::end(MontantsPlan), ajoute);
+  return colonnes;
 }
 
 }  // namespace fenlor

@@ -193,12 +193,10 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
   const auto cle = static_cast<u16>(plan.NumCle + ClePlanRubrique);
   app.Magasin.QVParcoursCle(cle, debut, debut + '\xFF', [&](Position position, const void* rec) {
     const Plan& compte = *static_cast<const Plan*>(rec);
-    comptes.push_back({position, LitTexte(compte.Compte), LitTexte(compte.Designation)});
+    comptes.push_back({position, LitTexte(compte.Compte), {}, LitTexte(compte.Designation)});
     return true;
   });
-  for (CompteAssocie& c : comptes)
-    c.texte =
-        TexteFormat(FormatCompteAssocie, {CompacteTexte(app.Magasin.GetShortCompte(c.compte)), c.texte});
+  for (CompteAssocie& c : comptes) c.court = CompacteTexte(app.Magasin.GetShortCompte(c.compte));
   return comptes;
 }
 

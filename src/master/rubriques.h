@@ -30,7 +30,8 @@ bool LitFicheRubrique(CFenlorApp& app, Position position, FicheRubrique& fiche);
 struct CompteAssocie {
   Position position = 0;
   std::string compte;  ///< long number
-  std::string texte;   ///< "%s\t%s" of short number and designation
+  std::string court;   ///< short number
+  std::string designation;
 };
 /// In order of their number; none for a blank code.
 std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& code);

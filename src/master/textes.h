@@ -133,26 +133,12 @@ inline constexpr TexteFixe CleRadicalCaisse{5873, "RadicalCaisse"};
 inline constexpr TexteFixe RadicalBanqueDefaut{5874, "510"};
 inline constexpr TexteFixe RadicalCaisseDefaut{5875, "530"};
 inline constexpr TexteFixe SecFraisKm{5876, "FRAIS KILOMETRIQUES"};
-/// single display; both currencies follow
-inline constexpr TexteFixe ColonnesPlan{5880, "Code|L|80|Compte|L|80|Rub|L|40|Désignation|L|300|Solde|R|100"};
-inline constexpr TexteFixe ColonnesPlanDouble{5881,
-    "Code|L|80|Compte|L|80|Rub|L|40|Désignation|L|300|Solde Francs|R|80|Solde Euro|R|80"};
-inline constexpr TexteFixe ColonnesTresorerie{5882,
-    "Code|L|80|Compte|L|80|Désignation|L|300|Débit |R|100|Crédit |R|100|Solde |R|100|Solde "
-    "Rapproché|R|100|Solde réel |R|100"};
-inline constexpr TexteFixe ColonnesTresorerieDouble{5883,
-    "Code|L|80|Compte|L|80|Désignation|L|300|Débit Franc|R|80|Débit Euro|R|80|Crédit "
-    "Franc|R|80|Crédit Euro|R|80|Solde Franc|R|80|Solde Euro|R|80|Solde Rapproché F|R|80|Solde "
-    "Rapproché €|R|80|Solde réel F|R|80|Solde réel €|R|80"};
 inline constexpr TexteFixe FormatChoixTva{5884, "%s%% %s %s"};  ///< rate, code, short number
 /// what uses an account
 inline constexpr TexteFixe MotComptesParticuliers{5890, "les comptes particuliers des options"};
 inline constexpr TexteFixe FormatCompteAvecTva{5891, "le compte %s, pour sa T.V.A."};  ///< short number
 inline constexpr TexteFixe MotOperationsBancaires{5892, "des opérations bancaires à rapprocher"};
 inline constexpr TexteFixe MotEcritureAutomatique{5893, "une écriture automatique"};
-
-// Headings
-inline constexpr TexteFixe FormatCompteAssocie{5935, "%s\t%s"};  ///< short number, designation
 
 // Labels
 inline constexpr TexteFixe FichierLibelles{5950, "TEXTES.dat"};

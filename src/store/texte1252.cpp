@@ -119,4 +119,26 @@ int CompareSansCasse(std::string_view a, std::string_view b) {
   return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
+std::string CleAlphabetique(std::string_view texte) {
+  // Base letters of the upper case from C0 on; "?" stands for what is no letter, or for two.
+  constexpr std::string_view Bases = "AAAAAA?CEEEEIIIIDNOOOOO?OUUUUY";
+  constexpr u8 Premier = 0xC0, OE = 0x8C, AE = 0xC6, SCaron = 0x8A, ZCaron = 0x8E, YTrema = 0x9F, SZ = 0xDF;
+  const std::string hautes = EnMajuscules(texte);
+  std::string cle;
+  for (const char c : hautes) {
+    const u8 octet = static_cast<u8>(c);
+    const std::size_t rang = octet - std::size_t{Premier};
+    if (octet == OE || octet == AE)
+      cle += octet == OE ? "OE" : "AE";
+    else if (octet == SZ)
+      cle += "SS";
+    else if (octet == SCaron || octet == ZCaron || octet == YTrema)
+      cle += octet == SCaron ? 'S' : octet == ZCaron ? 'Z' : 'Y';
+    else
+      cle += octet >= Premier && rang < Bases.size() && Bases[rang] != '?' ? Bases[rang] : c;
+  }
+  // Behind the letters, below any of them: what tells equal ones apart.
+  return cle + '\0' + hautes;
+}
+
 }  // namespace fenlor

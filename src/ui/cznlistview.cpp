@@ -39,10 +39,7 @@ CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit
   m_table->setContextMenuPolicy(Qt::CustomContextMenu);
   setFocusProxy(m_table);
 
-  m_table->Modele().PoseTextes([this](ModeleListe::Donnee donnee) { return TexteDe(donnee); });
-  m_table->PoseComparaison([this](ModeleListe::Donnee a, ModeleListe::Donnee b, int colonne) {
-    return CompareItems(a, b, colonne);
-  });
+  m_table->PoseTriable(true);
   m_table->SurActivation([this] { Active(); });
   Declare({{CmdCopier, [this] { m_table->Copie(); }, [this] { return m_table->LigneChoisie() >= 0; }}});
   connect(m_table, &TableListe::SelectionChangee, this, &Vue::EtatChange);

@@ -6,9 +6,8 @@
 
 namespace fenlor {
 
-/// A subclass says what its columns are, how rows are filled and how two rows
-/// compare. Widths are pixels; those the user gave to the columns are kept in the
-/// window's section, key "Colonnes".
+/// A subclass defines its table of columns in its constructor and fills the rows. Widths are pixels; those
+/// the user gave to the columns are kept in the window's section, key "Colonnes".
 class CZNListView : public Vue {
   Q_OBJECT
  public:
@@ -18,7 +17,7 @@ class CZNListView : public Vue {
   TableListe& Table() { return *m_table; }
   const TableListe& Table() const { return *m_table; }
 
-  /// `FillList`, then the first row selected. The subclass made its columns before.
+  /// `FillList`, then the first row selected. The subclass defined its columns before.
   void Charge() override;
   /// `FillList` again; selection and scrolling stay where they were, by row data.
   void Actualise() override;
@@ -27,10 +26,6 @@ class CZNListView : public Vue {
  protected:
   /// Clears and refills the rows from the file.
   virtual void FillList() = 0;
-  /// The sort order of two rows by a column; 0 keeps their order.
-  virtual int CompareItems(ModeleListe::Donnee, ModeleListe::Donnee, int /*colonne*/) { return 0; }
-  /// Fields of a row, "a|b|c", read when it is painted.
-  virtual std::string TexteDe(ModeleListe::Donnee donnee) = 0;
   /// Menu of the right button: numbers of commands of the table, 0 a separator.
   virtual std::vector<unsigned> MenuContextuel() const;
 

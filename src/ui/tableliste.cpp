@@ -14,59 +14,67 @@
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
-#include <numeric>
+#include <unordered_set>
 
-#include "core/texte.h"
+#include "ui/curseurattente.h"
+#include "ui/preferences.h"
+#include "ui/textecoupe.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr int cotePetiteImage = 16;
-constexpr int margePremiere = 2;
-constexpr int margeAutres = 6;
+constexpr int hauteurMinimale = 16, interligne = 2;
 
-int Marge(int colonne) { return colonne == 0 ? margePremiere : margeAutres; }
-
-int HauteurLigne(const QFontMetrics& mesure) { return std::max(mesure.height(), cotePetiteImage) + 2; }
-
-/// Gives the height of a row without looking at its text.
+/// Gives the height of a row from its number of lines, without looking at its texts.
 class DelegueHauteur : public QStyledItemDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return {0, HauteurLigne(option.fontMetrics)};
+  DelegueHauteur(const ModeleListe& modele, const int& hauteur, QObject* parent)
+      : QStyledItemDelegate(parent), m_modele(modele), m_hauteur(hauteur) {}
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override {
+    return {0, index.column() == 0 ? m_modele.NbTextes(index.row()) * m_hauteur : m_hauteur};
   }
-};
 
-class CurseurAttente {
- public:
-  CurseurAttente() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~CurseurAttente() { QApplication::restoreOverrideCursor(); }
-  CurseurAttente(const CurseurAttente&) = delete;
-  CurseurAttente& operator=(const CurseurAttente&) = delete;
+ private:
+  const ModeleListe& m_modele;
+  const int& m_hauteur;
 };
 
 /// Puts the titles above the texts of their column.
 class StyleTitres : public QProxyStyle {
  public:
-  StyleTitres() : QProxyStyle(QApplication::style()->name()) {}
+  explicit StyleTitres(const TableListe& liste)
+      : QProxyStyle(QApplication::style()->name()), m_liste(liste) {}
+  int pixelMetric(PixelMetric mesure, const QStyleOption* option, const QWidget* widget) const override {
+    return mesure == PM_HeaderMargin ? m_liste.Marge(0) : QProxyStyle::pixelMetric(mesure, option, widget);
+  }
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* peintre,
                    const QWidget* widget) const override {
     const auto* titre = qstyleoption_cast<const QStyleOptionHeader*>(option);
     if (element != CE_HeaderLabel || !titre)
       return QProxyStyle::drawControl(element, option, peintre, widget);
     QStyleOptionHeader decale = *titre;
-    const int marge = Marge(titre->section) - pixelMetric(PM_HeaderMargin, option, widget);
+    const int marge = m_liste.Marge(titre->section) - pixelMetric(PM_HeaderMargin, option, widget);
     decale.rect.adjust(marge, 0, -marge, 0);
     QProxyStyle::drawControl(element, &decale, peintre, widget);
   }
+
+ private:
+  const TableListe& m_liste;
 };
 
-/// Space that the row's picture takes at the left of a cell.
-int LargeurImage(const QModelIndex& index) {
-  return index.data(Qt::DecorationRole).value<QIcon>().isNull() ? 0 : cotePetiteImage;
+void DessineCoche(QPainter& peintre, const QRect& cellule) {
+  const double cote = std::min(cellule.width(), cellule.height()) * 0.28;
+  const QPointF centre = QRectF(cellule).center();
+  peintre.save();
+  peintre.setRenderHint(QPainter::Antialiasing);
+  peintre.setPen(
+      QPen(peintre.pen().color(), std::max(1.6, cote * 0.42), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const QPointF trait[] = {centre + QPointF(-cote, 0), centre + QPointF(-cote * 0.3, cote * 0.75),
+                           centre + QPointF(cote, -cote * 0.85)};
+  peintre.drawPolyline(trait, 3);
+  peintre.restore();
 }
 
 }  // namespace
@@ -74,7 +82,7 @@ int LargeurImage(const QModelIndex& index) {
 TableListe::TableListe(ContexteUi& contexte, QWidget* parent)
     : QTreeView(parent), m_contexte(contexte), m_modele(new ModeleListe(this)) {
   setModel(m_modele);
-  setItemDelegate(new DelegueHauteur(this));
+  setItemDelegate(new DelegueHauteur(*m_modele, m_hauteurTexte, this));
   setRootIsDecorated(false);
   setItemsExpandable(false);
   setExpandsOnDoubleClick(false);
@@ -91,7 +99,7 @@ TableListe::TableListe(ContexteUi& contexte, QWidget* parent)
   header()->setSectionsClickable(true);
   header()->setHighlightSections(false);
   header()->setTextElideMode(Qt::ElideRight);
-  auto* style = new StyleTitres;
+  auto* style = new StyleTitres(*this);
   style->setParent(header());
   header()->setStyle(style);
   TableListe::ActualisePreferences();
@@ -100,22 +108,21 @@ TableListe::TableListe(ContexteUi& contexte, QWidget* parent)
   connect(header(), &QHeaderView::sectionResized, this, [this] {
     if (!m_place) m_largeursPropres = m_largeursChangees = true;
   });
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &TableListe::SelectionChangee);
-  connect(m_modele, &QAbstractItemModel::modelReset, this, &TableListe::SelectionChangee);
-  connect(this, &QAbstractItemView::doubleClicked, this, [this] {
-    if (m_activation) m_activation();
-  });
+  connect(m_modele, &QAbstractItemModel::modelReset, this, [this] { Q_EMIT SelectionChangee({}, {}); });
 }
 
-void TableListe::SetColonnes(const std::string& texte) {
-  const QScopedValueRollback place(m_place, true);
-  m_modele->PoseColonnes(LitColonnes(texte));
+void TableListe::ColonnesPosees() {
   m_colonneTriee = -1;
   m_largeursPropres = m_largeursChangees = false;
   Ajuste();
 }
 
-void TableListe::SetColonnesId(const TexteFixe& colonnes) { SetColonnes(Texte(colonnes)); }
+void TableListe::Relit(int choisie) {
+  std::vector<LigneListe> lignes(m_nombre());
+  for (std::size_t i = 0; i < lignes.size(); ++i) lignes[i].donnee = i;
+  m_modele->Remplit(std::move(lignes));
+  if (choisie >= 0) SelectionneLigne(std::min(choisie, m_modele->NbLignes() - 1));
+}
 
 void TableListe::Ajuste() {
   if (m_largeursPropres) return;
@@ -123,10 +130,10 @@ void TableListe::Ajuste() {
   const double echelle = std::max(1.0, double(fontMetrics().averageCharWidth()) / bureau.averageCharWidth());
   std::vector<int> largeurs;
   const QFontMetrics titres = header()->fontMetrics();
-  for (const Colonne& colonne : m_modele->Colonnes()) {
+  for (const ModeleListe::Titre& titre : m_modele->Titres()) {
     const int marges = 2 * Marge(static_cast<int>(largeurs.size())) + 1;
     largeurs.push_back(
-        std::max(qRound(colonne.largeur * echelle), titres.horizontalAdvance(colonne.titre) + marges));
+        std::max(qRound(titre.largeur * echelle), titres.horizontalAdvance(titre.texte) + marges));
   }
   PlaceColonnes(largeurs);
 }
@@ -174,60 +181,93 @@ void TableListe::LigneSuivante() {
   if (const int ligne = LigneChoisie(); ligne + 1 < m_modele->NbLignes()) SelectionneLigne(ligne + 1);
 }
 
+std::vector<int> TableListe::LignesChoisies() const {
+  std::vector<int> lignes;
+  for (const QItemSelectionRange& plage : selectionModel()->selection())
+    for (int ligne = plage.top(); ligne <= plage.bottom(); ++ligne) lignes.push_back(ligne);
+  std::sort(lignes.begin(), lignes.end());
+  lignes.erase(std::unique(lignes.begin(), lignes.end()), lignes.end());
+  return lignes;
+}
+
 int TableListe::LigneChoisie() const {
-  const QItemSelection selection = selectionModel()->selection();
-  return selection.isEmpty() ? -1 : selection.first().top();
+  int premiere = -1;
+  for (const QItemSelectionRange& plage : selectionModel()->selection())
+    if (premiere < 0 || plage.top() < premiere) premiere = plage.top();
+  return premiere;
 }
 
-ModeleListe::Donnee TableListe::DonneeChoisie() const {
-  const int ligne = LigneChoisie();
-  return ligne < 0 ? 0 : m_modele->DonneeDe(ligne);
+int TableListe::NbChoisies() const {
+  int nombre = 0;
+  for (const QItemSelectionRange& plage : selectionModel()->selection()) nombre += plage.height();
+  return nombre;
 }
 
-std::string TableListe::TexteLigne() const {
-  const int ligne = LigneChoisie();
-  if (ligne < 0) return {};
-  QStringList champs;
-  for (int i = 0; i < m_modele->columnCount(); ++i) champs += m_modele->Champ(ligne, i);
-  return De1252(champs.join(QLatin1Char('\t')));
+void TableListe::PoseHaut(int ligne) {
+  if (const QModelIndex index = m_modele->index(ligne, 0); index.isValid()) scrollTo(index, PositionAtTop);
 }
 
-void TableListe::Copie() {
-  if (LigneChoisie() >= 0) QApplication::clipboard()->setText(Q(TexteLigne()));
+void TableListe::Copie() const {
+  QStringList textes;
+  for (const int ligne : LignesChoisies())
+    for (const QStringList& rangee : m_modele->Vue(ligne).rangees) {
+      QStringList cellules = rangee;
+      for (QString& cellule : cellules) cellule = cellule.trimmed();
+      textes += cellules.join(QLatin1Char('\t'));
+    }
+  if (!textes.isEmpty()) QApplication::clipboard()->setText(textes.join(QLatin1Char('\n')));
 }
 
 void TableListe::Recharge(const std::function<void()>& remplit) {
-  const auto donnee = [this](int ligne) { return ligne < 0 ? 0 : m_modele->DonneeDe(ligne); };
-  const int choisie = LigneChoisie();
-  const int haut = indexAt(QPoint(0, 0)).row();
-  const auto donneeChoisie = donnee(choisie), donneeHaut = donnee(haut);
-  const bool choisieVue =
-      choisie >= 0 && visualRect(m_modele->index(choisie, 0)).intersects(viewport()->rect());
+  const int choisie = LigneChoisie(), haut = Haut();
+  const Donnee enHaut = m_modele->DonneeDe(haut);
+  std::vector<Donnee> choisies;
+  for (const int ligne : LignesChoisies()) choisies.push_back(m_modele->DonneeDe(ligne));
+  const bool vue = choisie >= 0 && visualRect(m_modele->index(choisie, 0)).intersects(viewport()->rect());
   const int aGauche = horizontalScrollBar()->value();
   remplit();
-  const auto retrouve = [this](int place, ModeleListe::Donnee cherchee) {
-    const int nombre = m_modele->NbLignes();
-    if (place < 0 || (place < nombre && m_modele->DonneeDe(place) == cherchee))
-      return m_modele->index(place, 0);
-    const int ligne = m_modele->LigneDe(cherchee);
-    return m_modele->index(ligne >= 0 ? ligne : std::min(place, nombre - 1), 0);
-  };
   executeDelayedItemsLayout();
-  const QModelIndex nouvelle = retrouve(choisie, donneeChoisie);
-  if (nouvelle.isValid()) SelectionneLigne(nouvelle.row());
-  if (const QModelIndex index = retrouve(haut, donneeHaut); index.isValid()) scrollTo(index, PositionAtTop);
-  if (choisieVue) scrollTo(nouvelle);
+  const int derniere = m_modele->NbLignes() - 1;
+  const bool retrouvee = Choisit(choisies), premiereFois = choisie < 0 && m_choisitDerniere;
+  if (!retrouvee && (choisie >= 0 || premiereFois))
+    SelectionneLigne(choisie >= 0 ? std::min(choisie, derniere) : derniere);
+  if (haut >= 0 && !premiereFois) {
+    const int rang = m_modele->LigneDe(enHaut);
+    PoseHaut(rang >= 0 ? rang : std::min(haut, derniere));
+    if (vue || (choisie >= 0 && !retrouvee)) scrollTo(m_modele->index(LigneChoisie(), 0));
+  }
   horizontalScrollBar()->setValue(aGauche);
 }
 
-void TableListe::PoseComparaison(ModeleListe::Comparaison compare) { m_compare = std::move(compare); }
+/// Selects the rows of these data; false when there are none.
+bool TableListe::Choisit(const std::vector<Donnee>& donnees) {
+  const std::unordered_set<Donnee> cherchees(donnees.begin(), donnees.end());
+  const int nombre = m_modele->NbLignes();
+  QItemSelection selection;
+  for (int ligne = 0, debut = -1; ligne <= nombre && !cherchees.empty(); ++ligne) {
+    const bool choisie = ligne < nombre && cherchees.contains(m_modele->DonneeDe(ligne));
+    if (choisie && debut < 0) debut = ligne;
+    if (choisie || debut < 0) continue;
+    selection.select(m_modele->index(debut, 0), m_modele->index(ligne - 1, 0));
+    debut = -1;
+  }
+  if (selection.isEmpty()) return false;
+  selectionModel()->setCurrentIndex(selection.first().topLeft(), QItemSelectionModel::NoUpdate);
+  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  return true;
+}
+
+void TableListe::Redessine() {
+  m_modele->Oublie();
+  viewport()->update();
+}
 
 void TableListe::TrieParColonne(int colonne) {
   if (colonne < 0 || colonne >= m_modele->columnCount()) return;
   m_colonneTriee = colonne;
-  if (!m_compare) return;
+  if (!m_triable) return;
   const CurseurAttente attente;
-  m_modele->Trie(colonne, m_compare);
+  m_modele->Trie(colonne);
   if (LigneChoisie() >= 0) scrollTo(m_modele->index(LigneChoisie(), 0));
 }
 
@@ -238,6 +278,8 @@ void TableListe::PoseTexteVide(const QString& texte) {
 
 void TableListe::ActualisePreferences() {
   setFont(m_contexte.Dessin.PoliceListes);
+  m_hauteurTexte = std::max(fontMetrics().height(), hauteurMinimale) + interligne;
+  scheduleDelayedItemsLayout();
   Ajuste();
   viewport()->update();
 }
@@ -245,17 +287,22 @@ void TableListe::ActualisePreferences() {
 QSize TableListe::TailleLignes(int lignes, int caracteres) const {
   const int cadre = 2 * frameWidth();
   return {caracteres * fontMetrics().averageCharWidth() + cadre,
-          lignes * HauteurLigne(fontMetrics()) + header()->sizeHint().height() + cadre};
+          lignes * m_hauteurTexte + header()->sizeHint().height() + cadre};
 }
 
 QSize TableListe::sizeHint() const { return TailleLignes(10, 60); }
 
 QSize TableListe::minimumSizeHint() const { return TailleLignes(3, 20); }
 
-void TableListe::keyboardSearch(const QString& texte) {
-  if (currentIndex().column() > 0)
-    selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
-  QTreeView::keyboardSearch(texte);
+int TableListe::Marge(int colonne) const { return colonne == 0 ? m_margePremiere : m_margeAutres; }
+
+QRect TableListe::PlaceTexte(const QRect& cellule, int colonne) const {
+  return cellule.adjusted(Marge(colonne) + (colonne == 0 ? m_debut : 0), 0, -Marge(colonne) - m_trait, 0);
+}
+
+TableListe::Allure TableListe::AllureDe(int /*ligne*/) const {
+  const QColor& prefere = m_contexte.Dessin.TexteListes;
+  return {isEnabled() && prefere.isValid() ? prefere : palette().text().color(), {}, {}, font()};
 }
 
 void TableListe::drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
@@ -264,67 +311,104 @@ void TableListe::drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
   const bool focus = hasFocus() && isActiveWindow();
   const QPalette::ColorGroup groupe =
       !isEnabled() ? QPalette::Disabled : (focus ? QPalette::Active : QPalette::Inactive);
-  QColor texte = palette().color(groupe, choisie ? QPalette::HighlightedText : QPalette::Text);
-  if (!choisie && isEnabled() && m_contexte.Dessin.TexteListes.isValid())
-    texte = m_contexte.Dessin.TexteListes;
-
+  Allure allure = AllureDe(index.row());
+  if (choisie) {
+    allure.fond = palette().color(groupe, QPalette::Highlight);
+    allure.texte = palette().color(groupe, QPalette::HighlightedText);
+  }
   const QRect rangee(-header()->offset(), option.rect.y(), header()->length(), option.rect.height());
   peintre->save();
-  if (choisie) peintre->fillRect(rangee, palette().color(groupe, QPalette::Highlight));
-  peintre->setFont(font());
-  peintre->setPen(texte);
-  for (int i = 0; i < m_modele->columnCount(); ++i) {
-    const QRect cellule(columnViewportPosition(i), rangee.y(), columnWidth(i), rangee.height());
-    if (cellule.intersects(viewport()->rect())) DessineCellule(*peintre, cellule, index.siblingAtColumn(i));
+  peintre->setClipRect(rangee, Qt::IntersectClip);
+  if (allure.fond.isValid()) peintre->fillRect(rangee, allure.fond);
+  peintre->setFont(allure.police);
+  const std::vector<QStringList>& rangees = m_modele->Vue(index.row()).rangees;
+  for (int colonne = 0; colonne < m_modele->columnCount(); ++colonne) {
+    QRect cellule(columnViewportPosition(colonne), rangee.y(), columnWidth(colonne), m_hauteurTexte);
+    if (cellule.right() < 0 || cellule.left() > viewport()->width()) continue;
+    peintre->setPen(allure.texte);
+    for (auto texte = rangees.begin(); texte != rangees.end(); ++texte, cellule.translate(0, m_hauteurTexte))
+      if (cellule.bottom() >= 0 && cellule.top() < viewport()->height())
+        DessineCellule(*peintre, cellule, colonne, texte->value(colonne));
+    if (!allure.traits.isValid() || (EstMarque(colonne) && EstMarque(colonne + 1))) continue;
+    peintre->setPen(allure.traits);
+    peintre->drawLine(cellule.right(), rangee.top(), cellule.right(), rangee.bottom());
+  }
+  if (allure.traits.isValid()) {
+    peintre->setPen(allure.traits);
+    peintre->drawLine(rangee.left(), rangee.bottom(), rangee.right(), rangee.bottom());
   }
   if (focus && currentIndex().row() == index.row()) {
-    peintre->setPen(QPen(texte, 1, Qt::DotLine));
-    peintre->drawRect(rangee.adjusted(0, 0, -1, -1));
+    peintre->setPen(QPen(allure.texte, 1, Qt::DotLine));
+    peintre->drawRect(rangee.adjusted(0, 0, -1, -1 - m_trait));
   }
   peintre->restore();
 }
 
-void TableListe::DessineCellule(QPainter& peintre, QRect cellule, const QModelIndex& index) const {
+bool TableListe::EstMarque(int colonne) const {
+  const auto& titres = m_modele->Titres();
+  return static_cast<std::size_t>(colonne) < titres.size() &&
+         !titres[static_cast<std::size_t>(colonne)].marque.isEmpty();
+}
+
+void TableListe::DessineCellule(QPainter& peintre, const QRect& cellule, int colonne,
+                                const QString& texte) const {
+  if (texte.isEmpty()) return;
+  if (EstMarque(colonne)) return DessineCoche(peintre, cellule);
+  const QRect place = PlaceTexte(cellule, colonne);
+  const Qt::Alignment cote = m_modele->Titres()[static_cast<std::size_t>(colonne)].cote;
   peintre.save();
   peintre.setClipRect(cellule, Qt::IntersectClip);
-  if (index.column() == 0 && LargeurImage(index) > 0) {
-    const QRect place(cellule.left(), cellule.center().y() + 1 - cotePetiteImage / 2, cotePetiteImage,
-                      cotePetiteImage);
-    index.data(Qt::DecorationRole)
-        .value<QIcon>()
-        .paint(&peintre, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
-    cellule.setLeft(cellule.left() + cotePetiteImage);
-  }
-  const int marge = Marge(index.column());
-  const auto alignement = index.data(Qt::TextAlignmentRole).toInt();
-  peintre.drawText(cellule.adjusted(marge, 0, -marge, 0), alignement | Qt::TextSingleLine | Qt::TextDontClip,
-                   ClipText(index.data().toString(), cellule.width(), 2 * marge, fontMetrics()));
+  peintre.drawText(place, static_cast<int>(cote | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip,
+                   ClipText(texte, place.width(), 0, peintre.fontMetrics()));
   peintre.restore();
 }
 
 int TableListe::sizeHintForColumn(int colonne) const {
   int largeur = 0;
   for (QModelIndex index = indexAt(QPoint(0, 0));
-       index.isValid() && visualRect(index).top() < viewport()->height(); index = indexBelow(index)) {
-    const QModelIndex cellule = index.siblingAtColumn(colonne);
-    largeur = std::max(largeur, fontMetrics().horizontalAdvance(cellule.data().toString()) +
-                                    LargeurImage(cellule) + 2 * Marge(colonne));
-  }
-  return largeur;
+       index.isValid() && visualRect(index).top() < viewport()->height(); index = indexBelow(index))
+    largeur = std::max(largeur, fontMetrics().horizontalAdvance(m_modele->Champ(index.row(), colonne)));
+  return largeur + 2 * Marge(colonne);
 }
 
 bool TableListe::viewportEvent(QEvent* evenement) {
   if (evenement->type() != QEvent::ToolTip) return QTreeView::viewportEvent(evenement);
   const auto& demande = static_cast<const QHelpEvent&>(*evenement);
   const QModelIndex index = indexAt(demande.pos());
-  const QString texte = index.data().toString();
-  const int place = columnWidth(index.column()) - LargeurImage(index) - 2 * Marge(index.column());
-  if (index.isValid() && fontMetrics().horizontalAdvance(texte) > place)
-    QToolTip::showText(demande.globalPos(), QStringLiteral("<span>%1</span>").arg(texte.toHtmlEscaped()),
-                       viewport(), visualRect(index));
-  else
+  QString bulle;
+  if (index.isValid()) {
+    const QRect cellule = visualRect(index);
+    const auto& rangees = m_modele->Vue(index.row()).rangees;
+    const auto rang = static_cast<std::size_t>((demande.pos().y() - cellule.top()) / m_hauteurTexte);
+    const QString texte = rang < rangees.size() ? rangees[rang].value(index.column()).trimmed() : QString();
+    const int large = QFontMetrics(AllureDe(index.row()).police).horizontalAdvance(texte);
+    if (EstMarque(index.column()))
+      bulle = texte.isEmpty() ? texte : m_modele->Titres()[static_cast<std::size_t>(index.column())].marque;
+    else if (large > PlaceTexte(cellule, index.column()).width())
+      bulle = QStringLiteral("<span>%1</span>").arg(texte.toHtmlEscaped());
+  }
+  if (bulle.isEmpty())
     QToolTip::hideText();
+  else
+    QToolTip::showText(demande.globalPos(), bulle, viewport(), visualRect(index));
   return true;
+}
+
+void TableListe::selectionChanged(const QItemSelection& choisies, const QItemSelection& quittees) {
+  QTreeView::selectionChanged(choisies, quittees);
+  const auto lignes = [](const QItemSelection& selection) {
+    std::vector<int> toutes;
+    for (const QItemSelectionRange& plage : selection)
+      for (int ligne = plage.top(); ligne <= plage.bottom(); ++ligne) toutes.push_back(ligne);
+    return toutes;
+  };
+  Q_EMIT SelectionChangee(lignes(choisies), lignes(quittees));
+}
+
+void TableListe::keyboardSearch(const QString& texte) {
+  if (currentIndex().column() > 0)
+    selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+  QTreeView::keyboardSearch(texte);
 }
 
 void TableListe::keyPressEvent(QKeyEvent* evenement) {
@@ -343,11 +427,20 @@ void TableListe::keyPressEvent(QKeyEvent* evenement) {
   }
 }
 
+/// The toolkit forgets the row that was pressed while a form was open over the list.
+void TableListe::mouseDoubleClickEvent(QMouseEvent* evenement) {
+  const bool gauche = evenement->button() == Qt::LeftButton;
+  if (gauche && m_activation && selectionModel()->isSelected(indexAt(evenement->pos())))
+    return m_activation();
+  QTreeView::mouseDoubleClickEvent(evenement);
+}
+
 void TableListe::paintEvent(QPaintEvent* evenement) {
   QTreeView::paintEvent(evenement);
   if (m_modele->NbLignes() > 0 || m_texteVide.isEmpty()) return;
   QPainter peintre(viewport());
-  peintre.setPen(palette().color(QPalette::PlaceholderText));
+  const QPalette& couleurs = viewport()->palette();
+  peintre.setPen(Lisible(couleurs.color(QPalette::PlaceholderText), couleurs.color(QPalette::Base)));
   const int marge = fontMetrics().height();
   peintre.drawText(viewport()->rect().adjusted(marge, marge, -marge, -marge),
                    Qt::AlignCenter | Qt::TextWordWrap, m_texteVide);
@@ -359,22 +452,22 @@ CZNListCtrl::CZNListCtrl(ContexteUi& contexte, QWidget* parent) : TableListe(con
   header()->setSectionResizeMode(QHeaderView::Fixed);
 }
 
-void CZNListCtrl::SetColonnes(const std::string& texte) {
-  m_pourcents = LitColonnes(texte);
-  Modele().PoseColonnes(m_pourcents);
-  Ajuste();
-}
-
-void CZNListCtrl::AjusteColonnes(const std::string& texte) {
-  m_pourcents = LitColonnes(texte);
-  Ajuste();
-}
-
 void CZNListCtrl::resizeEvent(QResizeEvent* evenement) {
   TableListe::resizeEvent(evenement);
   Ajuste();
 }
 
-void CZNListCtrl::Ajuste() { PlaceColonnes(LargeursPourcent(m_pourcents, viewport()->width())); }
+/// Pixels are cut off, and the last column takes what remains of the width.
+void CZNListCtrl::Ajuste() {
+  const int largeur = viewport()->width();
+  std::vector<int> largeurs;
+  int reste = largeur;
+  for (const ModeleListe::Titre& titre : Modele().Titres()) {
+    largeurs.push_back(static_cast<int>(titre.largeur * 0.01 * largeur));
+    reste -= largeurs.back();
+  }
+  if (!largeurs.empty()) largeurs.back() = std::max(largeurs.back() + reste, 0);
+  PlaceColonnes(largeurs);
+}
 
 }  // namespace fenlor

@@ -1,32 +1,47 @@
-// The table behind `CZNListView` and `CZNListCtrl`: full rows, single selection,
-// rows drawn by the program so that a long text ends in "...".
+// The painted base of all lists and journals: full rows of one or more lines of text, drawn by the
+// program so that a long text ends in "...".
 #pragma once
 
 #include <QTreeView>
 #include <functional>
-#include <string>
 #include <vector>
 
-#include "core/texte.h"
 #include "ui/fenetres.h"
 #include "ui/modeleliste.h"
 
 namespace fenlor {
 
-/// Enter or a double click activates the selected row, Ctrl+C copies it, letters look for
-/// it in the first column.
+/// Enter or a double click activates the selected row, Ctrl+C copies what is selected, letters look for
+/// a row in the first column.
 class TableListe : public QTreeView {
   Q_OBJECT
  public:
+  using Donnee = ModeleListe::Donnee;
   explicit TableListe(ContexteUi& contexte, QWidget* parent = nullptr);
 
   ModeleListe& Modele() { return *m_modele; }
   const ModeleListe& Modele() const { return *m_modele; }
 
-  /// Parses a description (Windows-1252) and makes the columns. Widths are pixels
-  /// with the desktop's font, and grow with a larger list font; a title is never cut.
-  virtual void SetColonnes(const std::string& texte);
-  void SetColonnesId(const TexteFixe& colonnes);
+  /// A table of columns, and how the record of a row is read. Widths are pixels with the desktop's font,
+  /// and grow with a larger list font; a title is never cut.
+  template <class Fiche>
+  void Definit(TableColonnes<Fiche> colonnes, std::function<bool(Donnee, Fiche&)> lit) {
+    m_modele->Definit(std::move(colonnes), std::move(lit));
+    ColonnesPosees();
+  }
+  /// Rows are records of the caller's own, in their order; `Relit` when they changed.
+  template <class Fiche>
+  void Suit(TableColonnes<Fiche> colonnes, const std::vector<Fiche>& fiches) {
+    m_nombre = [&fiches] { return fiches.size(); };
+    Definit<Fiche>(std::move(colonnes), [&fiches](Donnee rang, Fiche& fiche) {
+      if (rang >= fiches.size()) return false;
+      fiche = fiches[static_cast<std::size_t>(rang)];
+      return true;
+    });
+  }
+  /// Selects one of the rows that `Suit` gave; the last when it is beyond the end, none below 0.
+  void Relit(int choisie);
+
   /// Widths of the columns now, in pixels.
   std::vector<int> Largeurs() const;
   /// False, and nothing changes, unless there is a width above 0 for each column.
@@ -39,57 +54,85 @@ class TableListe : public QTreeView {
   void SelectionneLigne(int ligne, bool etat = true);
   void LignePrecedente();
   void LigneSuivante();
-  int LigneChoisie() const;  ///< -1 when none
-  /// Data of the selected row; 0 when none is.
-  ModeleListe::Donnee DonneeChoisie() const;
-  /// Fields of the selected row joined by tabs, Windows-1252; empty when none is.
-  std::string TexteLigne() const;
-  void Copie();  ///< the same on the clipboard, which stays as it is when no row is selected
-  /// Refills the rows through `remplit`; selection and first visible row are found again by
-  /// their data, else by their place.
+  int LigneChoisie() const;                 ///< the first one, -1 when none is
+  std::vector<int> LignesChoisies() const;  ///< from first to last
+  int NbChoisies() const;
+  /// Data of the first selected row; 0 when none is.
+  Donnee DonneeChoisie() const { return m_modele->DonneeDe(LigneChoisie()); }
+  int Haut() const { return indexAt(QPoint(0, 0)).row(); }  ///< first visible row, -1 when there is none
+  void PoseHaut(int ligne);
+  /// Puts the selected rows on the clipboard, a line for each line of text, cells separated by tabs.
+  /// Without any it stays as it is.
+  void Copie() const;
+  /// Refills the rows through `remplit`. Selected rows and the first visible one are found again by their
+  /// data, else by their place.
   void Recharge(const std::function<void()>& remplit);
+  /// The records changed, the rows are the same.
+  void Redessine();
 
-  /// How a click on a title sorts; without it rows keep their order.
-  void PoseComparaison(ModeleListe::Comparaison compare);
+  /// A click on a title sorts.
+  void PoseTriable(bool triable) { m_triable = triable; }
   int ColonneTriee() const { return m_colonneTriee; }  ///< -1 before the first click
+  void TrieParColonne(int colonne);
   /// Enter or double click on a row.
   void SurActivation(std::function<void()> action) { m_activation = std::move(action); }
   /// Text shown in the middle while there is no row.
   void PoseTexteVide(const QString& texte);
-  void TrieParColonne(int colonne);
-  /// Takes the list font of the preferences again.
-  void ActualisePreferences();
+  const QString& TexteVide() const { return m_texteVide; }
+  /// Takes colours and fonts of the preferences again.
+  virtual void ActualisePreferences();
 
+  int Marge(int colonne) const;  ///< pixels beside texts and titles
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
   void keyboardSearch(const QString& texte) override;
 
  Q_SIGNALS:
-  void SelectionChangee();
+  void SelectionChangee(const std::vector<int>& ajoutees, const std::vector<int>& retirees);
 
  protected:
+  /// How a row is painted unless it is selected; an invalid colour: none.
+  struct Allure {
+    QColor texte, fond, traits;
+    QFont police;
+  };
+  virtual Allure AllureDe(int ligne) const;
+  /// Gives the columns the widths of their table, unless there are others since.
+  virtual void Ajuste();
+  /// Sets widths that are not the user's doing.
+  void PlaceColonnes(const std::vector<int>& largeurs);
+  void ColonnesPosees();
+  bool EstMarque(int colonne) const;
+  QRect PlaceTexte(const QRect& cellule, int colonne) const;
+  QSize TailleLignes(int lignes, int caracteres) const;
+
   void drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
   int sizeHintForColumn(int colonne) const override;
   bool viewportEvent(QEvent* evenement) override;
   void keyPressEvent(QKeyEvent* evenement) override;
+  void mouseDoubleClickEvent(QMouseEvent* evenement) override;
   void paintEvent(QPaintEvent* evenement) override;
-  /// Gives the columns the widths of the description, unless there are others since.
-  virtual void Ajuste();
-  /// Sets widths that are not the user's doing.
-  void PlaceColonnes(const std::vector<int>& largeurs);
+  void selectionChanged(const QItemSelection& choisies, const QItemSelection& quittees) override;
+
   ContexteUi& m_contexte;
+  int m_hauteurTexte = 1;
+  int m_margePremiere = 2, m_margeAutres = 6;  ///< beside the texts
+  int m_debut = 0, m_trait = 0;                ///< before the first column, of the rule behind a column
+  bool m_choisitDerniere = false;              ///< a refresh with no selection selects the last row
 
  private:
-  QSize TailleLignes(int lignes, int caracteres) const;
-  void DessineCellule(QPainter& peintre, QRect cellule, const QModelIndex& index) const;
+  bool Choisit(const std::vector<Donnee>& donnees);
+  void DessineCellule(QPainter& peintre, const QRect& cellule, int colonne, const QString& texte) const;
+
   ModeleListe* m_modele;
-  ModeleListe::Comparaison m_compare;
+  std::function<std::size_t()> m_nombre;
   std::function<void()> m_activation;
   QString m_texteVide;
   int m_colonneTriee = -1;
+  bool m_triable = false;
   bool m_place = false;            ///< widths are changing, not by the user
-  bool m_largeursPropres = false;  ///< widths are no more those of the description
+  bool m_largeursPropres = false;  ///< widths are no more those of the table
   bool m_largeursChangees = false;
 };
 
@@ -98,16 +141,10 @@ class CZNListCtrl : public TableListe {
   Q_OBJECT
  public:
   explicit CZNListCtrl(ContexteUi& contexte, QWidget* parent = nullptr);
-  void SetColonnes(const std::string& texte) override;
-  /// Recomputes the widths from a description's percentages.
-  void AjusteColonnes(const std::string& texte);
 
  protected:
   void resizeEvent(QResizeEvent* evenement) override;
   void Ajuste() override;
-
- private:
-  std::vector<Colonne> m_pourcents;
 };
 
 }  // namespace fenlor

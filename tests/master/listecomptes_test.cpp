@@ -32,6 +32,12 @@ class ListeComptesTest : public test::CabinetMedical {
     p.TVAFranc = 20;
     return p;
   }
+  std::string Ligne(ListeComptes liste, const Plan& compte) {
+    std::string ligne;
+    for (const std::string& texte : Cellules(ColonnesComptes(App(), liste), compte))
+      ligne += (ligne.empty() ? "" : "|") + texte;
+    return ligne;
+  }
   std::vector<std::string> Numeros(ListeComptes liste) {
     std::vector<std::string> numeros;
     CPlan plan(App(), App().PathExercice);
@@ -52,25 +58,25 @@ TEST_F(ListeComptesTest, LignesDesFenetres) {
     ListeComptes liste;
     const char* ligne;
   } const cas[] = {
-      {"2001", false, ListeComptes::Recettes, "SOINS|7065|1  |Soins / actes|D 20,50"},
-      {"2003", false, ListeComptes::Depenses, "SOINS|7065|1  |Soins / actes|D 2,05"},
-      {"2003", true, ListeComptes::Recettes, "SOINS|7065|1  |Soins / actes|D 20,50|D 2,05"},
+      {"2001", false, ListeComptes::Recettes, "SOINS|7065|1  |Soins | actes|D 20,50"},
+      {"2003", false, ListeComptes::Depenses, "SOINS|7065|1  |Soins | actes|D 2,05"},
+      {"2003", true, ListeComptes::Recettes, "SOINS|7065|1  |Soins | actes|D 20,50|D 2,05"},
       {"2001", false, ListeComptes::Tresorerie,
-       "SOINS|7065|Soins / actes|120,50|100,00|D 20,50|1,00|D 70,50"},
+       "SOINS|7065|Soins | actes|120,50|100,00|D 20,50|1,00|D 70,50"},
       {"2003", false, ListeComptes::PlanComptable,
-       "SOINS|7065|Soins / actes|12,05|10,00|D 2,05|D 2,00|D 7,05"},
+       "SOINS|7065|Soins | actes|12,05|10,00|D 2,05|D 2,00|D 7,05"},
       {"2003", true, ListeComptes::Tresorerie,
-       "SOINS|7065|Soins / actes|120,50|12,05|100,00|10,00|D 20,50|D 2,05|1,00|D 2,00|D 70,50|D 7,05"},
+       "SOINS|7065|Soins | actes|120,50|12,05|100,00|10,00|D 20,50|D 2,05|1,00|D 2,00|D 70,50|D 7,05"},
   };
   for (const auto& c : cas) {
     App().NomExercice = c.exercice;
     App().AfficherDouble = c.deux;
-    EXPECT_EQ(LigneCompte(App(), c.liste, compte), c.ligne) << c.exercice << c.deux;
-    EXPECT_EQ(ComptePartie(ColonnesComptes(c.liste, c.deux), '|'), 3 * ComptePartie(c.ligne, '|'))
-        << "a title for each field";
+    EXPECT_EQ(Ligne(c.liste, compte), c.ligne) << c.exercice << c.deux;
   }
-  EXPECT_EQ(ColonnesComptes(ListeComptes::Recettes, true),
-            "Code|L|80|Compte|L|80|Rub|L|40|Désignation|L|300|Solde Francs|R|80|Solde Euro|R|80"_w);
+  std::string recettes;
+  for (const auto& c : ColonnesComptes(App(), ListeComptes::Recettes))
+    recettes += c.titre + ' ' + std::to_string(c.largeur) + (c.cote == Cote::Droite ? "R|" : "L|");
+  EXPECT_EQ(recettes, "Code 80L|Compte 80L|Rub 40L|Désignation 300L|Solde Francs 80R|Solde Euro 80R|"_w);
 }
 
 TEST_F(ListeComptesTest, Soldes) {
@@ -83,8 +89,8 @@ TEST_F(ListeComptesTest, Soldes) {
   EXPECT_EQ(s.rapproche, 1);
   // What is left of the cents of a thousand entries is no debit balance.
   App().NomExercice = "2001";
-  EXPECT_EQ(LigneCompte(App(), ListeComptes::Recettes, Compte("706", "A", 0.1 + 0.2, 0.30000000000000010)),
-            "A|706|1  |Soins / actes|");
+  EXPECT_EQ(Ligne(ListeComptes::Recettes, Compte("706", "A", 0.1 + 0.2, 0.30000000000000010)),
+            "A|706|1  |Soins | actes|");
 }
 
 TEST_F(ListeComptesTest, TriParColonne) {
@@ -92,15 +98,18 @@ TEST_F(ListeComptesTest, TriParColonne) {
   struct {
     ListeComptes liste;
     bool deux;
-    int colonne, ordre;
-  } const cas[] = {{ListeComptes::Recettes, false, 0, -1},  {ListeComptes::Recettes, false, 1, -1},
-                   {ListeComptes::Recettes, false, 2, 0},   {ListeComptes::Recettes, false, 4, -1},
-                   {ListeComptes::Recettes, false, 5, 0},   {ListeComptes::Recettes, true, 5, -1},
-                   {ListeComptes::Tresorerie, false, 3, 1}, {ListeComptes::Tresorerie, true, 6, -1}};
+    std::size_t colonne;
+    int ordre;
+  } const cas[] = {{ListeComptes::Recettes, false, 1, -1},
+                   {ListeComptes::Recettes, false, 4, -1},
+                   {ListeComptes::Recettes, true, 5, -1},
+                   {ListeComptes::Tresorerie, false, 3, 1},
+                   {ListeComptes::Tresorerie, true, 6, -1}};
   for (const auto& c : cas) {
     App().AfficherDouble = c.deux;
-    EXPECT_EQ(CompareComptesColonne(App(), c.liste, a, b, c.colonne), c.ordre) << c.colonne;
-    EXPECT_EQ(CompareComptesColonne(App(), c.liste, b, a, c.colonne), -c.ordre) << c.colonne;
+    const auto colonne = ColonnesComptes(App(), c.liste)[c.colonne];
+    EXPECT_EQ(colonne.compare(a, b), c.ordre) << c.colonne;
+    EXPECT_EQ(colonne.compare(b, a), -c.ordre) << c.colonne;
   }
 }
 

@@ -229,8 +229,8 @@ TEST_F(Rubriques, LesComptesNommentLaRubrique) {
   Affecte("6132", "z1");
   Affecte("758", "Z10");
   std::vector<std::string> textes;
-  for (const CompteAssocie& c : ComptesAssocies(App(), "Z1")) textes.push_back(c.texte);
-  EXPECT_THAT(textes, ElementsAre("6132\tLoyer", "706\tHonoraires"));
+  for (const CompteAssocie& c : ComptesAssocies(App(), "Z1")) textes.push_back(c.court + ' ' + c.designation);
+  EXPECT_THAT(textes, ElementsAre("6132 Loyer", "706 Honoraires"));
   EXPECT_THAT(ComptesAssocies(App(), ""), IsEmpty()) << "not the accounts without a heading";
   EXPECT_EQ(SupprimeRubrique(App(), Relit("Z1 ").position).erreur, 3345u);
   FicheRubrique fiche = Relit("Z1 ");

@@ -54,6 +54,15 @@ TEST(Texte1252, CaseKnowsAccents) {
   EXPECT_NE(CompareSansCasse(std::string_view("a\0b", 3), std::string_view("a\0c", 3)), 0);
 }
 
+TEST(Texte1252, AlphabeticOrder) {
+  const std::string ordre[] = {"",      "aérien"_w, "Çà"_w,    "école"_w, "ecole normale",
+                               "Evian", "Évian"_w,  "Œdème"_w, "OEUF",    "Œuf"_w,
+                               "ÿ"_w,   "zèbre"_w,  "Žižka"_w};
+  for (std::size_t i = 1; i < std::size(ordre); ++i)
+    EXPECT_LT(CleAlphabetique(ordre[i - 1]), CleAlphabetique(ordre[i])) << ordre[i];
+  EXPECT_EQ(CleAlphabetique("ÉVIAN"_w), CleAlphabetique("évian"_w));
+}
+
 TEST(Texte1252, ArraysAreCutAndZeroed) {
   char champ[4] = {'x', 'x', 'x', 'x'};
   EXPECT_EQ(LitTexte(champ), "xxxx");

@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <algorithm>
 #include <numeric>
 
@@ -23,12 +24,34 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using Donnee = ModeleListe::Donnee;
 
-/// "5|Ligne 5|95": rows from a number, counted down in the third column.
+struct Fiche {
+  std::string code, nom, solde;
+};
+TableColonnes<Fiche> ColonnesFiche() {
+  return {{"Code", 80, [](const Fiche& f) { return f.code; }, Cote::Gauche,
+           [](const Fiche& a, const Fiche& b) { return std::stoi(a.code) - std::stoi(b.code); }},
+          {"Compte", 120, [](const Fiche& f) { return f.nom; }},
+          {"Solde", 90, [](const Fiche& f) { return f.solde; }, Cote::Droite}};
+}
+/// "5", "Ligne 5", "95": a row from a number, counted down in the third column.
+bool Numerotee(Donnee d, Fiche& f) {
+  f = {std::to_string(d), "Ligne  " + std::to_string(d), std::to_string(100 - int(d % 100))};
+  return d != 0;
+}
+std::vector<LigneListe> Suite(Donnee nombre) {
+  std::vector<LigneListe> lignes;
+  for (Donnee d = 1; d <= nombre; ++d) lignes.push_back({d});
+  return lignes;
+}
+std::vector<Donnee> Ordre(const ModeleListe& modele) {
+  std::vector<Donnee> ordre;
+  for (int i = 0; i < modele.NbLignes(); ++i) ordre.push_back(modele.DonneeDe(i));
+  return ordre;
+}
+
 class ListesTest : public UiDeTest {
  public:
-  ListesTest() : Contexte(Ui()) { Dessin.TexteListes = QColor(); }
-
-  ContexteUi Contexte;
+  ListesTest() : Contexte(Ui()), Table(Contexte) { Dessin.TexteListes = QColor(); }
 
   template <class T>
   void Montre(T& table) {
@@ -37,174 +60,178 @@ class ListesTest : public UiDeTest {
     table.setFocus();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
   }
-  static std::vector<Donnee> Suite(Donnee nombre) {
-    std::vector<Donnee> donnees(nombre);
-    std::iota(donnees.begin(), donnees.end(), Donnee{1});
-    return donnees;
+  void Remplit(Donnee nombre) {
+    Table.Definit<Fiche>(ColonnesFiche(), Numerotee);
+    Table.Modele().Remplit(Suite(nombre));
   }
-  static std::string Ligne(Donnee d) {
-    return std::to_string(d) + "|Ligne  " + std::to_string(d) + "|" + std::to_string(100 - int(d % 100));
-  }
-  static std::vector<Donnee> Ordre(const ModeleListe& modele) {
-    std::vector<Donnee> ordre;
-    for (int i = 0; i < modele.NbLignes(); ++i) ordre.push_back(modele.DonneeDe(i));
-    return ordre;
-  }
-  void Remplit(TableListe& table, Donnee nombre) {
-    table.SetColonnes("Code|L|80|Compte|L|120|Solde|R|90");
-    table.Modele().PoseTextes(&Ligne);
-    table.Modele().Remplit(Suite(nombre));
+  void Montre(std::vector<Fiche> fiches) {
+    m_fiches = std::move(fiches);
+    Table.Suit(ColonnesFiche(), m_fiches);
+    Table.Relit(-1);
+    Montre(Table);
   }
   static void CliqueTitre(TableListe& table, int colonne) {
     const QHeaderView& titres = *table.header();
     const QPoint point(titres.sectionViewportPosition(colonne) + 10, titres.height() / 2);
     QTest::mouseClick(titres.viewport(), Qt::LeftButton, {}, point);
   }
+
+  ContexteUi Contexte;
+  TableListe Table;
+
+ private:
+  std::vector<Fiche> m_fiches;
 };
 
 TEST_F(ListesTest, OnlyPaintedRowsAreFetched) {
-  TableListe table(Contexte);
-  Remplit(table, 300000);
-  table.PoseComparaison([](Donnee a, Donnee b, int) { return a < b ? 1 : (a > b ? -1 : 0); });
-  table.resize(400, 300);
-  Montre(table);
-  table.grab();
+  Remplit(100000);
+  Table.resize(400, 300);
+  Montre(Table);
+  Table.grab();
   const unsigned visibles = 300 / 16 + 2;
-  const unsigned lues = table.Modele().NbLectures();
+  const unsigned lues = Table.Modele().NbLectures();
   EXPECT_GT(lues, 5u);
   EXPECT_LE(lues, visibles);
-  QTest::keyClick(&table, Qt::Key_End);
-  table.grab();
-  EXPECT_EQ(table.LigneChoisie(), 299999);
-  EXPECT_LE(table.Modele().NbLectures(), visibles);
-  CliqueTitre(table, 2);
-  EXPECT_EQ(table.Modele().DonneeDe(0), 300000u);
-  EXPECT_EQ(table.Modele().NbLectures(), 0u);
-  EXPECT_EQ(table.LigneChoisie(), 0) << "the selection follows its row";
-  EXPECT_TRUE(table.visualRect(table.currentIndex()).intersects(table.viewport()->rect()));
-  table.resizeColumnToContents(1);
-  EXPECT_LE(table.Modele().NbLectures(), visibles);
+  QTest::keyClick(&Table, Qt::Key_End);
+  Table.grab();
+  EXPECT_EQ(Table.LigneChoisie(), 99999);
+  EXPECT_LE(Table.Modele().NbLectures(), visibles);
+  Table.resizeColumnToContents(1);
+  EXPECT_LE(Table.Modele().NbLectures(), visibles);
 }
 
-TEST_F(ListesTest, TitleClicksSortThroughTheComparison) {
-  TableListe table(Contexte);
-  Remplit(table, 5);
-  Montre(table);
-  CliqueTitre(table, 1);
-  EXPECT_EQ(Ordre(table.Modele()), Suite(5)) << "no comparison";
-  EXPECT_EQ(table.ColonneTriee(), 1);
-  Qt::CursorShape curseur = Qt::ArrowCursor;
-  int colonneVue = -1;
-  table.PoseComparaison([&](Donnee a, Donnee b, int colonne) {
-    if (QApplication::overrideCursor()) curseur = QApplication::overrideCursor()->shape();
-    colonneVue = colonne;
-    return int(b) - int(a);
-  });
-  CliqueTitre(table, 2);
-  EXPECT_EQ(Ordre(table.Modele()), (std::vector<Donnee>{5, 4, 3, 2, 1}));
-  EXPECT_EQ(colonneVue, 2);
-  EXPECT_EQ(curseur, Qt::WaitCursor);
+TEST_F(ListesTest, TitleClicksSort) {
+  Montre({{"10", "Zurich", "1"},
+          {"9", "Évian"_w, "1"},
+          {"100", "evian", "0"},
+          {"1", "Œuvre"_w, "1"},
+          {"2", "Oeta", "1"},
+          {"0", "", ""}});
+  Table.SelectionneLigne(0);
+  CliqueTitre(Table, 1);
+  EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{0, 1, 2, 3, 4, 5})) << "not asked for";
+  EXPECT_EQ(Table.ColonneTriee(), 1);
+  Table.PoseTriable(true);
+  Table.Modele().DerniereFixe(true);
+  CliqueTitre(Table, 1);
+  EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{2, 1, 4, 3, 0, 5})) << "accents beside their letters";
+  EXPECT_EQ(Table.LigneChoisie(), 4) << "the selection follows its row";
+  CliqueTitre(Table, 2);
+  EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{2, 1, 4, 3, 0, 5})) << "equal rows keep their order";
+  CliqueTitre(Table, 0);
+  EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{3, 4, 1, 0, 2, 5})) << "as numbers";
+  Table.Modele().DerniereFixe(false);
+  CliqueTitre(Table, 1);
+  EXPECT_EQ(Table.Modele().DonneeDe(0), 5u);
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-  EXPECT_FALSE(table.header()->isSortIndicatorShown());
 }
 
 TEST_F(ListesTest, SelectionMovesBetweenTheEnds) {
-  TableListe table(Contexte);
-  Remplit(table, 3);
-  QSignalSpy changements(&table, &TableListe::SelectionChangee);
-  EXPECT_EQ(table.LigneChoisie(), -1);
-  EXPECT_EQ(table.DonneeChoisie(), 0u);
-  table.LignePrecedente();
-  EXPECT_EQ(table.LigneChoisie(), -1);
-  table.LigneSuivante();
-  EXPECT_EQ(table.LigneChoisie(), 0);
-  table.LignePrecedente();
-  EXPECT_EQ(table.LigneChoisie(), 0);
-  table.SelectionneLigne(2);
-  EXPECT_EQ(table.DonneeChoisie(), 3u);
-  table.LigneSuivante();
-  EXPECT_EQ(table.LigneChoisie(), 2);
-  table.SelectionneLigne(7);
-  EXPECT_EQ(table.LigneChoisie(), 2);
-  table.SelectionneLigne(1, false);
-  EXPECT_EQ(table.LigneChoisie(), 2);
-  table.SelectionneLigne(2, false);
-  EXPECT_EQ(table.LigneChoisie(), -1);
-  EXPECT_FALSE(table.currentIndex().isValid());
-  table.SelectionneLigne(1);
-  table.SelectionneLigne(-1, true);
-  EXPECT_EQ(table.LigneChoisie(), 1);
-  table.SelectionneLigne(-1, false);
-  EXPECT_EQ(table.LigneChoisie(), -1);
+  Remplit(3);
+  QSignalSpy changements(&Table, &TableListe::SelectionChangee);
+  EXPECT_EQ(Table.LigneChoisie(), -1);
+  EXPECT_EQ(Table.DonneeChoisie(), 0u);
+  Table.LignePrecedente();
+  EXPECT_EQ(Table.LigneChoisie(), -1);
+  Table.LigneSuivante();
+  Table.LignePrecedente();
+  EXPECT_EQ(Table.LigneChoisie(), 0);
+  Table.SelectionneLigne(2);
+  EXPECT_EQ(Table.DonneeChoisie(), 3u);
+  Table.LigneSuivante();
+  Table.SelectionneLigne(7);
+  EXPECT_EQ(Table.LigneChoisie(), 2);
+  Table.SelectionneLigne(1, false);
+  EXPECT_EQ(Table.LigneChoisie(), 2);
+  Table.SelectionneLigne(2, false);
+  EXPECT_EQ(Table.LigneChoisie(), -1);
+  EXPECT_FALSE(Table.currentIndex().isValid());
+  Table.SelectionneLigne(1);
+  Table.SelectionneLigne(-1, true);
+  EXPECT_EQ(Table.LigneChoisie(), 1);
+  Table.SelectionneLigne(-1, false);
+  EXPECT_EQ(Table.LigneChoisie(), -1);
   EXPECT_EQ(changements.size(), 5);
-  table.SelectionneLigne(1);
-  table.Modele().Vide();
-  EXPECT_EQ(table.LigneChoisie(), -1);
-  EXPECT_EQ(changements.size(), 7) << "emptying the list is told";
+  Table.Modele().Vide();
+  EXPECT_EQ(changements.size(), 6) << "emptying the list is told";
+}
+
+TEST_F(ListesTest, RowsComeAndGo) {
+  Remplit(3);
+  ModeleListe& modele = Table.Modele();
+  EXPECT_EQ(modele.Champ(1, 1), u"Ligne 2"_s) << "spaces compacted";
+  EXPECT_EQ(modele.Champ(9, 0), QString());
+  Table.SelectionneLigne(1);
+  modele.Insere(1, 9);
+  EXPECT_EQ(modele.Champ(1, 0), u"9"_s);
+  EXPECT_EQ(modele.Champ(2, 0), u"2"_s) << "rows below are not those painted before";
+  EXPECT_EQ(Table.LigneChoisie(), 2);
+  modele.Insere(-1, 10);
+  modele.Insere(99, 11);
+  EXPECT_EQ(Ordre(modele), (std::vector<Donnee>{10, 1, 9, 2, 3, 11}));
+  modele.Change(0, 12);
+  EXPECT_EQ(modele.Champ(0, 0), u"12"_s);
+  modele.Supprime(1, 2);
+  modele.Supprime(3, 2);
+  EXPECT_EQ(Ordre(modele), (std::vector<Donnee>{12, 2, 3, 11}));
+  EXPECT_EQ(modele.LigneDe(3), 2);
+  EXPECT_EQ(modele.LigneDe(1), -1);
 }
 
 TEST_F(ListesTest, KeysMoveCopyActivateAndSearch) {
-  TableListe table(Contexte);
-  table.SetColonnes("Nom|L|120|Solde|R|80");
-  for (const char* nom : {"Achats|z1", "Banque|z2", "Caisse|b3", "Charges|z4"}) table.Modele().Ajoute(nom);
   int activations = 0;
-  table.SurActivation([&] { ++activations; });
-  Montre(table);
-  QTest::keyClick(&table, Qt::Key_Return);
-  EXPECT_EQ(activations, 0) << "no row is selected";
-  QTest::keyClick(&table, Qt::Key_Down);
-  EXPECT_EQ(table.LigneChoisie(), 0);
-  QTest::keyClick(&table, Qt::Key_Down);
-  EXPECT_EQ(table.LigneChoisie(), 1);
-  QTest::keyClick(&table, Qt::Key_End);
-  EXPECT_EQ(table.LigneChoisie(), 3);
-  QTest::keyClick(&table, Qt::Key_Enter);
-  EXPECT_EQ(activations, 1);
-  QTest::keyClick(&table, Qt::Key_Home);
-  EXPECT_EQ(table.LigneChoisie(), 0);
-  const QRect solde = table.visualRect(table.Modele().index(0, 1));
-  QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, solde.center());
-  QTest::keyClicks(&table, u"ch"_s);
-  EXPECT_EQ(table.LigneChoisie(), 3);
-  QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), u"Charges\tz4"_s);
-  QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, solde.center());
-  EXPECT_EQ(activations, 2);
-}
-
-TEST_F(ListesTest, CopiesTheSelectedRow) {
-  TableListe table(Contexte);
-  table.SetColonnes("Nom|L|120|Solde|R|80|Note|L|80");
-  table.Modele().Ajoute("Trésorerie|1 250,00 €"_w, 4);
+  Table.SurActivation([&] { ++activations; });
+  Montre({{"Achats", "z|1", ""}, {"Banque", "z2", ""}, {"Caisse", "b3", ""}, {"Charges", "z4", "9"}});
   QApplication::clipboard()->setText(u"avant"_s);
-  table.Copie();
+  QTest::keyClick(&Table, Qt::Key_C, Qt::ControlModifier);
+  QTest::keyClick(&Table, Qt::Key_Return);
+  EXPECT_EQ(activations, 0) << "no row is selected";
   EXPECT_EQ(QApplication::clipboard()->text(), u"avant"_s);
-  EXPECT_EQ(table.TexteLigne(), "");
-  table.SelectionneLigne(0);
-  EXPECT_EQ(table.TexteLigne(), "Trésorerie\t1 250,00 €\t"_w);
-  table.Copie();
-  EXPECT_EQ(QApplication::clipboard()->text(), u"Trésorerie\t1 250,00 €\t"_s);
+  QTest::keyClick(&Table, Qt::Key_Down);
+  EXPECT_EQ(Table.LigneChoisie(), 0);
+  QTest::keyClick(&Table, Qt::Key_Down);
+  EXPECT_EQ(Table.LigneChoisie(), 1);
+  QTest::keyClick(&Table, Qt::Key_End);
+  QTest::keyClick(&Table, Qt::Key_Enter);
+  EXPECT_EQ(activations, 1);
+  QTest::keyClick(&Table, Qt::Key_Home);
+  EXPECT_EQ(Table.LigneChoisie(), 0);
+  const QRect compte = Table.visualRect(Table.Modele().index(0, 1));
+  QTest::mouseClick(Table.viewport(), Qt::LeftButton, {}, compte.center());
+  QTest::keyClicks(&Table, u"ch"_s);
+  EXPECT_EQ(Table.LigneChoisie(), 3);
+  QTest::mouseDClick(Table.viewport(), Qt::LeftButton, {}, compte.center());
+  EXPECT_EQ(activations, 2);
+  Table.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  Table.SelectionneLigne(0);
+  QTest::mouseClick(Table.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                    Table.visualRect(Table.Modele().index(3, 0)).center());
+  EXPECT_EQ(Table.LignesChoisies(), (std::vector<int>{0, 3}));
+  QTest::keyClick(&Table, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), u"Achats\tz|1\t\nCharges\tz4\t9"_s);
 }
 
 TEST_F(ListesTest, RowHeightFollowsTheListFont) {
-  TableListe table(Contexte);
-  Remplit(table, 20);
-  Montre(table);
-  const int avant = table.visualRect(table.Modele().index(0, 0)).height();
-  const std::vector<int> largeurs = table.Largeurs();
+  Remplit(20);
+  Montre(Table);
+  const int avant = Table.visualRect(Table.Modele().index(0, 0)).height();
+  const std::vector<int> largeurs = Table.Largeurs();
   EXPECT_EQ(largeurs, (std::vector<int>{80, 120, 90}));
   Dessin.PoliceListes.setPointSize(40);
-  table.ActualisePreferences();
+  Table.ActualisePreferences();
   QApplication::processEvents();
-  const int hauteur = table.visualRect(table.Modele().index(0, 0)).height();
+  const int hauteur = Table.visualRect(Table.Modele().index(0, 0)).height();
   EXPECT_GT(hauteur, avant);
   EXPECT_GE(hauteur, QFontMetrics(Dessin.PoliceListes).height());
-  EXPECT_GT(table.Largeurs()[0], largeurs[0]);
+  EXPECT_GT(Table.Largeurs()[0], largeurs[0]);
 }
 
 TEST_F(ListesTest, TableInAFormHasNoHorizontalScrollBar) {
   CZNListCtrl table(Contexte);
-  table.SetColonnes("Compte|L|20|Libelle|L|40|Paiement|R|20|Montant|R|20");
+  std::vector<int> fiches;
+  const auto rien = [](int) { return std::string(); };
+  table.Suit<int>(
+      {{"Compte", 20, rien}, {"Libelle", 40, rien}, {"Paiement", 20, rien}, {"Montant", 20, rien}}, fiches);
   Montre(table);
   const auto rempli = [&] {
     const std::vector<int> largeurs = table.Largeurs();
@@ -214,23 +241,23 @@ TEST_F(ListesTest, TableInAFormHasNoHorizontalScrollBar) {
     table.resize(largeur, 200);
     QApplication::processEvents();
     EXPECT_TRUE(rempli()) << largeur;
+    EXPECT_EQ(table.Largeurs()[1], static_cast<int>(0.4 * table.viewport()->width()));
   }
   const int seule = table.viewport()->width();
-  for (int i = 0; i < 60; ++i) table.Modele().Ajoute(Ligne(Donnee(i)), Donnee(i));
+  fiches.resize(60);
+  table.Relit(99);
+  EXPECT_EQ(table.LigneChoisie(), 59);
   EXPECT_TRUE(QTest::qWaitFor([&] { return table.verticalScrollBar()->isVisible(); }));
   EXPECT_LT(table.viewport()->width(), seule);
   EXPECT_TRUE(rempli());
   EXPECT_FALSE(table.horizontalScrollBar()->isVisible());
-  table.AjusteColonnes("A|L|50|B|L|10|C|L|10|D|L|30");
-  EXPECT_EQ(table.Largeurs()[0], table.viewport()->width() / 2);
-  EXPECT_TRUE(rempli());
 }
 
 // -- Drawing
 
 class DessinTest : public ListesTest {
  public:
-  DessinTest() : Table(Contexte) {
+  DessinTest() {
     QPalette palette;
     palette.setColor(QPalette::Active, QPalette::Highlight, Qt::blue);
     palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::darkCyan);
@@ -238,14 +265,7 @@ class DessinTest : public ListesTest {
     palette.setColor(QPalette::All, QPalette::Base, Qt::white);
     palette.setColor(QPalette::All, QPalette::Text, Qt::black);
     Table.setPalette(palette);
-    Table.SetColonnes("Code|R|60|Compte|C|80|Solde|R|70");
     Table.resize(320, 200);
-  }
-
-  /// With the focus, but no focus rectangle.
-  void MontreSansChoix() {
-    Montre(Table);
-    Table.SelectionneLigne(0, false);
   }
   QImage Image() { return Table.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32); }
   QRect Cellule(int ligne, int colonne) { return Table.visualRect(Table.Modele().index(ligne, colonne)); }
@@ -256,19 +276,17 @@ class DessinTest : public ListesTest {
       for (int x = rect.left(); x <= rect.right(); ++x) nombre += image.pixelColor(x, y) == couleur;
     return nombre;
   }
-  /// First and last column of pixels of the cell with something else than `fond`, from its left edge.
-  static std::pair<int, int> Encre(const QImage& image, const QRect& cellule, QColor fond) {
+  /// First and last column of pixels of the cell with something else than white, from its left edge.
+  static std::pair<int, int> Encre(const QImage& image, const QRect& cellule) {
     std::pair<int, int> bords{-1, -1};
     for (int x = cellule.left(); x <= cellule.right(); ++x) {
-      if (Compte(image, QRect(x, cellule.top(), 1, cellule.height()), fond) == unsigned(cellule.height()))
-        continue;
+      const QRect colonne(x, cellule.top(), 1, cellule.height());
+      if (Compte(image, colonne, Qt::white) == unsigned(cellule.height())) continue;
       if (bords.first < 0) bords.first = x - cellule.left();
       bords.second = x - cellule.left();
     }
     return bords;
   }
-
-  TableListe Table;
 };
 
 class NotePeinture : public QObject {
@@ -283,17 +301,13 @@ class NotePeinture : public QObject {
 };
 
 TEST_F(DessinTest, HighlightSpansTheRowAndTellsTheFocus) {
-  Table.Modele().Ajoute("||");
-  Table.Modele().Ajoute("||");
+  Montre({{}, {}});
   Table.SelectionneLigne(1);
-  Montre(Table);
   const QRect interieur = Rangee(1).adjusted(1, 1, -1, -1);
   const unsigned surface = unsigned(interieur.width() * interieur.height());
   EXPECT_EQ(Compte(Image(), interieur, Qt::blue), surface);
   EXPECT_GT(Compte(Image(), Rangee(1), Qt::yellow), 40u) << "the focus rectangle";
   EXPECT_EQ(Compte(Image(), Rangee(0), Qt::blue), 0u);
-  const QRect apres(Rangee(1).right() + 1, Rangee(1).top(), 40, Rangee(1).height());
-  EXPECT_EQ(Compte(Image(), apres, Qt::white), unsigned(apres.width() * apres.height()));
   NotePeinture peinture;
   Table.viewport()->installEventFilter(&peinture);
   Table.clearFocus();
@@ -303,77 +317,55 @@ TEST_F(DessinTest, HighlightSpansTheRowAndTellsTheFocus) {
   EXPECT_EQ(Compte(Image(), Rangee(1), Qt::yellow), 0u);
 }
 
-TEST_F(DessinTest, MarginsAndAlignment) {
-  Table.Modele().Ajoute("III|III|III");
-  MontreSansChoix();
-  const QImage image = Image();
-  const auto premiere = Encre(image, Cellule(0, 0), Qt::white);
-  const auto milieu = Encre(image, Cellule(0, 1), Qt::white);
-  const auto derniere = Encre(image, Cellule(0, 2), Qt::white);
-  EXPECT_GE(premiere.first, 2);
-  EXPECT_LE(premiere.first, 4) << "left, whatever its letter";
-  EXPECT_NEAR(milieu.first, 79 - milieu.second, 3);
-  EXPECT_LE(derniere.second, 69 - 6);
-  EXPECT_GE(derniere.second, 69 - 9);
-}
-
-TEST_F(DessinTest, LongTextsStayInTheirCell) {
-  Table.Modele().Ajoute("WWWWWWWWWWWWWWWWWWWW|MMMMMMMMMMMMMMMMMMMMMM|");
-  MontreSansChoix();
-  const QImage image = Image();
-  EXPECT_EQ(Encre(image, Cellule(0, 2), Qt::white), std::pair(-1, -1));
-  const auto premiere = Encre(image, Cellule(0, 0), Qt::white);
-  EXPECT_GE(premiere.first, 1);
-  EXPECT_LE(premiere.second, 59 - 1);
-  const auto seconde = Encre(image, Cellule(0, 1), Qt::white);
-  EXPECT_GE(seconde.first, 5);
-  EXPECT_LE(seconde.second, 79 - 5);
-}
-
-TEST_F(DessinTest, PictureMovesTheTextOfTheFirstColumn) {
-  QPixmap rouge(16, 16);
-  rouge.fill(Qt::red);
-  Table.Modele().PoseImages([&](Donnee donnee) { return donnee == 1 ? QIcon(rouge) : QIcon(); });
-  Table.Modele().Ajoute("I|I|I", 1);
-  Table.Modele().Ajoute("I|I|I", 2);
-  MontreSansChoix();
-  const QImage image = Image();
-  EXPECT_EQ(Compte(image, Cellule(0, 0), Qt::red), 256u);
-  EXPECT_EQ(Compte(image, Rangee(1), Qt::red), 0u);
-  const auto sans = Encre(image, Cellule(1, 0), Qt::white), avec = Encre(image, Cellule(0, 0), Qt::white);
-  EXPECT_EQ(avec.second, sans.second + 16);
-}
-
-TEST_F(DessinTest, TextColourOfThePreferencesButNotOnTheHighlight) {
+TEST_F(DessinTest, TextsStandOnTheirSideAndInTheirCell) {
   Dessin.TexteListes = Qt::darkGreen;
-  Table.Modele().Ajoute("||");
-  Table.Modele().Ajoute("|HHHH|");
-  Table.Modele().Ajoute("|HHHH|");
+  const std::string large(30, 'M');
+  Montre({{"I", "I", "I"}, {large, large, ""}, {"", "HHHH", ""}});
   Table.SelectionneLigne(2);
-  Montre(Table);
   const QImage image = Image();
-  const auto vers = [&](int ligne, auto juge) {
+  EXPECT_LT(Encre(image, Cellule(0, 0)).first, 6);
+  EXPECT_GT(Encre(image, Cellule(0, 2)).second, 90 - 12) << "at the right";
+  EXPECT_EQ(Encre(image, Cellule(1, 2)), std::pair(-1, -1)) << "no text runs into the next cell";
+  const auto pixels = [&](int ligne, auto juge) {
     unsigned nombre = 0;
     const QRect cellule = Cellule(ligne, 1).adjusted(0, 3, 0, -3);
     for (int y = cellule.top(); y <= cellule.bottom(); ++y)
       for (int x = cellule.left(); x <= cellule.right(); ++x) nombre += juge(image.pixelColor(x, y));
     return nombre;
   };
-  EXPECT_GT(vers(1, [](QColor c) { return c.green() > c.red() + 60 && c.green() > c.blue() + 60; }), 5u);
-  EXPECT_GT(vers(2, [](QColor c) { return c.red() > 150 && c.green() > 150; }), 5u);
+  EXPECT_GT(pixels(1, [](QColor c) { return c.green() > c.red() + 60 && c.green() > c.blue() + 60; }), 5u);
+  EXPECT_GT(pixels(2, [](QColor c) { return c.red() > 150 && c.green() > 150; }), 5u) << "on the highlight";
+}
+
+TEST_F(DessinTest, MarksAreSignsWithAWord) {
+  std::vector<int> fiches{1, 0};
+  Table.Definit<int>(
+      {{"P", 40, [](int b) { return std::string(b ? "P" : ""); }, Cote::Centre, {}, "Pointée"_w}},
+      [&](Donnee rang, int& b) { return b = fiches[rang], true; });
+  Table.Modele().Remplit({{0}, {1}});
+  Montre(Table);
+  Table.SelectionneLigne(0, false);
+  const QImage image = Image();
+  EXPECT_GT(Encre(image, Cellule(0, 0)).first, 10);
+  EXPECT_EQ(Encre(image, Cellule(1, 0)), std::pair(-1, -1));
+  EXPECT_EQ(Table.Modele().index(0, 0).data(Qt::AccessibleTextRole), u"Pointée"_s);
+  EXPECT_EQ(Table.Modele().index(1, 0).data(Qt::AccessibleTextRole), QString());
+  EXPECT_EQ(Table.Modele().headerData(0, Qt::Horizontal, Qt::ToolTipRole), u"Pointée"_s);
+  const QPoint point = Cellule(0, 0).center();
+  QHelpEvent bulle(QEvent::ToolTip, point, Table.viewport()->mapToGlobal(point));
+  QApplication::sendEvent(Table.viewport(), &bulle);
+  EXPECT_EQ(QToolTip::text(), u"Pointée"_s);
 }
 
 TEST_F(DessinTest, EmptyListShowsItsText) {
-  Montre(Table);
+  Montre({});
   const QRect tout = Table.viewport()->rect();
-  EXPECT_EQ(Encre(Image(), tout, Qt::white), std::pair(-1, -1));
+  EXPECT_EQ(Encre(Image(), tout), std::pair(-1, -1));
   Table.PoseTexteVide(u"Aucune ligne"_s);
-  const auto encre = Encre(Image(), tout, Qt::white);
-  EXPECT_GT(encre.first, 40);
+  const auto encre = Encre(Image(), tout);
   EXPECT_NEAR(encre.first, tout.width() - 1 - encre.second, 3);
-  Table.Modele().Ajoute("||");
-  Table.SelectionneLigne(0, false);
-  EXPECT_EQ(Encre(Image(), tout, Qt::white), std::pair(-1, -1));
+  Montre({{}});
+  EXPECT_EQ(Encre(Image(), tout), std::pair(-1, -1));
 }
 
 // -- The list window
@@ -381,17 +373,15 @@ TEST_F(DessinTest, EmptyListShowsItsText) {
 class VueDeTest : public CZNListView {
  public:
   explicit VueDeTest(ContexteUi& contexte) : CZNListView(contexte, "Comptes d'essai", 8) {
-    Table().SetColonnes("Code|L|80|Compte|L|120|Solde|R|90");
+    Table().Definit<Fiche>(ColonnesFiche(), Numerotee);
     Declare({{CmdModifier, [this] { ++Modifications; }}});
   }
-  std::vector<Donnee> Contenu;
+  std::vector<LigneListe> Contenu;
   std::vector<unsigned> Menu;
   int Modifications = 0;
 
  protected:
   void FillList() override { Table().Modele().Remplit(Contenu); }
-  int CompareItems(Donnee a, Donnee b, int colonne) override { return colonne == 0 ? int(b) - int(a) : 0; }
-  std::string TexteDe(Donnee donnee) override { return ListesTest::Ligne(donnee); }
   std::vector<unsigned> MenuContextuel() const override { return Menu; }
 };
 
@@ -424,9 +414,13 @@ TEST_F(VueListeTest, RefreshKeepsSelectionAndScrolling) {
   const auto vue = Ouvre();
   TableListe& table = vue->Table();
   EXPECT_EQ(table.LigneChoisie(), 0);
+  table.verticalScrollBar()->setValue(60);
+  vue->Actualise();
+  EXPECT_EQ(table.LigneChoisie(), 0);
+  EXPECT_EQ(table.verticalScrollBar()->value(), 60) << "a hidden selection stays hidden";
   table.SelectionneLigne(50);
   const Donnee choisie = table.DonneeChoisie();
-  const auto haut = [&] { return table.Modele().DonneeDe(table.indexAt(QPoint(0, 0)).row()); };
+  const auto haut = [&] { return table.Modele().DonneeDe(table.Haut()); };
   const Donnee enHaut = haut();
   EXPECT_GT(enHaut, 30u);
   vue->Contenu.erase(vue->Contenu.begin(), vue->Contenu.begin() + 10);
@@ -434,7 +428,7 @@ TEST_F(VueListeTest, RefreshKeepsSelectionAndScrolling) {
   EXPECT_EQ(table.DonneeChoisie(), choisie);
   EXPECT_EQ(table.LigneChoisie(), 40);
   EXPECT_EQ(haut(), enHaut);
-  std::erase(vue->Contenu, choisie);
+  std::erase_if(vue->Contenu, [&](const LigneListe& ligne) { return ligne.donnee == choisie; });
   vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), 40) << "the row in its place";
   vue->Contenu.resize(3);
@@ -446,15 +440,6 @@ TEST_F(VueListeTest, RefreshKeepsSelectionAndScrolling) {
   vue->Contenu = Suite(4);
   vue->Actualise();
   EXPECT_EQ(table.LigneChoisie(), -1);
-}
-
-TEST_F(VueListeTest, RefreshLeavesAHiddenSelectionHidden) {
-  const auto vue = Ouvre();
-  TableListe& table = vue->Table();
-  table.verticalScrollBar()->setValue(60);
-  vue->Actualise();
-  EXPECT_EQ(table.LigneChoisie(), 0);
-  EXPECT_EQ(table.verticalScrollBar()->value(), 60);
 }
 
 TEST_F(VueListeTest, WidthsOfTheUserAreKept) {
@@ -486,7 +471,7 @@ TEST_F(VueListeTest, DamagedWidthsAreIgnored) {
   EXPECT_EQ(Ouvre(3)->Table().Largeurs(), (std::vector<int>{70, 60, 50}));
 }
 
-TEST_F(VueListeTest, CommandsMenuAndSort) {
+TEST_F(VueListeTest, CommandsAndMenu) {
   const auto vue = Ouvre(3);
   TableListe& table = vue->Table();
   EXPECT_TRUE(vue->Connait(9006));
@@ -496,9 +481,7 @@ TEST_F(VueListeTest, CommandsMenuAndSort) {
   EXPECT_EQ(QApplication::clipboard()->text(), u"1\tLigne 1\t99"_s);
   table.SelectionneLigne(-1, false);
   EXPECT_FALSE(vue->Disponible(9006));
-  CliqueTitre(table, 1);
-  EXPECT_EQ(Ordre(table.Modele()), Suite(3));
-  CliqueTitre(table, 0);
+  CliqueTitre(table, 2);
   EXPECT_EQ(Ordre(table.Modele()), (std::vector<Donnee>{3, 2, 1}));
   table.SelectionneLigne(1);
   QTest::keyClick(&table, Qt::Key_Return);

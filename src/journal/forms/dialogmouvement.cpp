@@ -9,7 +9,7 @@
 #include "journal/forms/textes.h"
 #include "journal/textes.h"
 #include "master/forms/champscompte.h"
-#include "master/forms/listeeditee.h"
+#include "store/texte1252.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -54,8 +54,18 @@ CDialogMouvement::~CDialogMouvement() = default;
 
 void CDialogMouvement::Declare() {
   m_liste =
-      new ListeLignes(Contexte(), u"Lignes"_s, ColonnesOD,
+      new ListeLignes(Contexte(), u"Lignes"_s,
                       {[this] { OuvreLigne(false); }, [this] { OuvreLigne(true); }, [this] { Supprime(); }});
+  const auto montant = [this](f64 LigneODLue::*cote) {
+    return
+        [this, cote](const LigneODLue& l) { return (m_monnaie.Euro() ? FormatEuro : FormatFranc)(l.*cote); };
+  };
+  m_liste->Table().Suit<LigneODLue>(
+      {{"Compte", 20, [this](const LigneODLue& l) { return App().Magasin.GetShortCompte(l.compte); }},
+       {"Libellé"_w, 40, [](const LigneODLue& l) { return l.libelle; }},
+       {"Débit"_w, 20, montant(&LigneODLue::debit), Cote::Droite},
+       {"Crédit"_w, 20, montant(&LigneODLue::credit), Cote::Droite}},
+      m_lignes.lignes);
   m_liste->setMinimumWidth(LargeurListe * fontMetrics().averageCharWidth());
   m_solde.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   m_solde.setMinimumWidth(LargeurSolde * fontMetrics().horizontalAdvance(u'0'));
@@ -128,13 +138,8 @@ void CDialogMouvement::SuitLibelle() {
 }
 
 void CDialogMouvement::MontreLignes() {
-  const auto format = m_monnaie.Euro() ? &FormatEuro : &FormatFranc;
-  std::vector<std::string> lignes;
-  for (const LigneODLue& ligne : m_lignes.lignes)
-    lignes.push_back(ListeEditee::Ligne({App().Magasin.GetShortCompte(ligne.compte), ligne.libelle,
-                                         format(ligne.debit), format(ligne.credit)}));
-  m_liste->Remplit(lignes, m_lignes.choisie);
-  m_solde.Pose(format(m_lignes.Solde()));
+  m_liste->Relit(m_lignes.choisie);
+  m_solde.Pose((m_monnaie.Euro() ? FormatEuro : FormatFranc)(m_lignes.Solde()));
   Actualise();
 }
 
@@ -191,7 +196,7 @@ void CDialogMouvement::Supprime() {
     App().ReportErreur(ErrExerciceCloture);
     return;
   }
-  const std::vector<int> rangs = m_liste->Choisies();
+  const std::vector<int> rangs = m_liste->Table().LignesChoisies();
   if (Verrouillee() || rangs.empty()) return;
   for (auto rang = rangs.rbegin(); rang != rangs.rend(); ++rang)
     m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);

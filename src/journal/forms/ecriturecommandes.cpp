@@ -1,6 +1,4 @@
 // What the commands of a journal window do, and when.
-#include <QApplication>
-#include <QClipboard>
 #include <QScopedValueRollback>
 #include <algorithm>
 
@@ -17,6 +15,7 @@
 #include "journal/forms/ecrtotal.h"
 #include "journal/forms/month.h"
 #include "journal/traitements.h"
+#include "ui/curseurattente.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -69,8 +68,8 @@ void CEcritureView::DeclareCommandes() {
       {CmdCriteres, [this] { Criteres(); }},
       {CmdComptable, [this] { BasculeComptable(); }, [this] { return !EstOD(); },
        [this] { return Comptable(); }},
-      {CmdCopier, [this] { Copie(); }, choisie},
-      {CmdCopierMenu, [this] { Copie(); }, choisie},
+      {CmdCopier, [this] { m_liste->Copie(); }, choisie},
+      {CmdCopierMenu, [this] { m_liste->Copie(); }, choisie},
   });
   for (const auto& [commande, mode] :
        {std::pair{CmdBrouillard, ListeBrouillard}, {CmdValidees, ListeValidees}, {CmdToutes, ListeToutes}})
@@ -207,9 +206,11 @@ void CEcritureView::Supprime() {
 void CEcritureView::Pointe() {
   const std::vector<u32> choisis = Choisis();
   if (choisis.empty()) return;
-  QApplication::setOverrideCursor(Qt::WaitCursor);
-  const Refus refus = PointeEcritures(App(), choisis);
-  QApplication::restoreOverrideCursor();
+  Refus refus;
+  {
+    const CurseurAttente attente;
+    refus = PointeEcritures(App(), choisis);
+  }
   App().Dit(refus);
   RetireNonListees();
 }
@@ -280,22 +281,6 @@ void CEcritureView::RetireNonListees() {
     SelectEcrItem(std::min(lignes.front(), GetEcrCount() - 1));
   MontreSelection();
   m_liste->setFocus();
-}
-
-/// One line for each line of text, its columns separated by tabs.
-void CEcritureView::Copie() {
-  const ModeleEcritures& modele = m_liste->Modele();
-  QStringList textes;
-  for (const int ligne : m_liste->LignesChoisies()) {
-    const EntreeJournal& entree = modele.Entree(ligne);
-    for (std::size_t rangee = 0; rangee < entree.rangees.size(); ++rangee) {
-      QStringList cellules;
-      for (const ChampJournal champ : modele.Champs())
-        cellules += ModeleEcritures::Texte(entree, rangee, champ).trimmed();
-      textes += cellules.join(QLatin1Char('\t'));
-    }
-  }
-  if (!textes.isEmpty()) QApplication::clipboard()->setText(textes.join(QLatin1Char('\n')));
 }
 
 }  // namespace fenlor

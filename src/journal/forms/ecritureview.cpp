@@ -20,6 +20,8 @@
 #include "reports/textes.h"
 #include "session/periodes.h"
 #include "store/texte1252.h"
+#include "ui/curseurattente.h"
+#include "ui/preferences.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -32,14 +34,6 @@ constexpr u32 bits[] = {FenRecettes, FenDepenses, FenOperationsDiverses};
 
 /// The text of a journal in a run of three.
 const TexteFixe& De(const TexteFixe (&textes)[3], i16 journal) { return textes[journal - JournalRecettes]; }
-
-class CurseurAttente {
- public:
-  CurseurAttente() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~CurseurAttente() { QApplication::restoreOverrideCursor(); }
-  CurseurAttente(const CurseurAttente&) = delete;
-  CurseurAttente& operator=(const CurseurAttente&) = delete;
-};
 
 u16 ModeDe(const std::string& mot) {
   const auto memes = [&mot](u16 mode) {
@@ -78,15 +72,11 @@ CEcritureView::CEcritureView(ContexteUi& contexte, i16 journal)
   Dispose();
   DeclareCommandes();
 
-  m_liste->Modele().PoseLecture([this](u32 mouvement, EntreeJournal& entree) {
+  m_liste->PoseLecture([this](u32 mouvement, EntreeJournal& entree) {
     return LitEntreeJournal(App(), mouvement, Comptable(), Filtre(), entree);
   });
-  m_liste->SurActivation([this](bool surLigne) {
-    if (!surLigne)
-      Ajoute();
-    else
-      Modifie();
-  });
+  m_liste->SurActivation([this] { Modifie(); });
+  m_liste->SurActivationAilleurs([this] { Ajoute(); });
   m_liste->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(m_liste, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     Q_EMIT MenuDemande(m_liste->viewport()->mapToGlobal(point), MenuContextuel());
@@ -197,7 +187,7 @@ void CEcritureView::RefreshJournal() {
   if (m_mois->Courant() >= 0) App().Dit(ListeMois(App(), Demande(), mois));
   m_totaux = mois.totaux;
   MontreEntete();
-  m_liste->Recharge(std::move(mois.entrees), MonnaiesAffichees(App()), Comptable(), m_totaux);
+  m_liste->Recharge(mois.entrees, MonnaiesAffichees(App()), Comptable(), m_totaux);
   MontreVide();
   MontreSelection();
 }
@@ -279,14 +269,10 @@ void CEcritureView::BasculeComptable() {
 // -- Rows and selection
 
 int CEcritureView::GetEcrCount() const { return m_liste->Modele().NbLignes(); }
-int CEcritureView::GetEcrSel() const { return m_liste->PremiereChoisie(); }
-u32 CEcritureView::GetEcrId(int ligne) const { return m_liste->Modele().Mouvement(ligne); }
-void CEcritureView::SelectPrev() {
-  if (const int ligne = GetEcrSel(); ligne > 0) SelectEcrItem(ligne - 1);
-}
-void CEcritureView::SelectNext() {
-  if (const int ligne = GetEcrSel(); ligne >= 0 && ligne + 1 < GetEcrCount()) SelectEcrItem(ligne + 1);
-}
+int CEcritureView::GetEcrSel() const { return m_liste->LigneChoisie(); }
+u32 CEcritureView::GetEcrId(int ligne) const { return m_liste->Mouvement(ligne); }
+void CEcritureView::SelectPrev() { m_liste->LignePrecedente(); }
+void CEcritureView::SelectNext() { m_liste->LigneSuivante(); }
 int CEcritureView::FindEcrItem(u32 mouvement) const { return m_liste->Modele().LigneDe(mouvement); }
 void CEcritureView::SelectEcrItem(int ligne) { m_liste->SelectionneLigne(ligne); }
 

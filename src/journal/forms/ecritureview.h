@@ -103,7 +103,6 @@ class CEcritureView : public Vue, public ListeEcritures {
   void Renumerote();
   void AutreMois();
   void Criteres();
-  void Copie();
   void RetireNonListees();
   bool RefuseCloture();
 

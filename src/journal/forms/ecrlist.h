@@ -1,35 +1,54 @@
 // `CEcrList`: the list of a journal window.
 #pragma once
 
-#include <QTreeView>
 #include <functional>
 #include <vector>
 
-#include "journal/forms/modeleecritures.h"
-#include "ui/fenetres.h"
+#include "journal/listejournal.h"
+#include "ui/tableliste.h"
 
 namespace fenlor {
 
-/// One row an entry, of one line of text or, in "Journal comptable", of one for each line. Rows are
-/// drawn by the program in the colours and fonts of the preferences; several can be selected. Enter or
-/// a double click activates, letters do nothing.
-class CEcrList : public QTreeView {
+/// The columns, as rows of the table in ecrlist.cpp.
+enum class ChampJournal {
+  Ligne,
+  Date,
+  Libelle,
+  Tresorerie,
+  MontantFranc,
+  MontantEuro,
+  DebitFranc,
+  CreditFranc,
+  DebitEuro,
+  CreditEuro,
+  Pointee,
+  Remise,
+  Rapprochee,
+  Validee,
+  Rubrique,
+  Compte,
+  Designation,
+};
+QString TitreChamp(ChampJournal champ);
+
+/// One row an entry (its data: the entry's number), of one line of text or, in "Journal comptable", of one
+/// for each line, in the colours and fonts of the preferences. Several can be selected; letters do nothing.
+class CEcrList : public TableListe {
   Q_OBJECT
  public:
   explicit CEcrList(ContexteUi& contexte, QWidget* parent = nullptr);
 
-  ModeleEcritures& Modele() { return *m_modele; }
-  const ModeleEcritures& Modele() const { return *m_modele; }
+  /// Reads an entry; false when it cannot be read, which gives an empty row.
+  using Lecture = std::function<bool(u32 mouvement, EntreeJournal&)>;
+  void PoseLecture(Lecture lecture) { m_lecture = std::move(lecture); }
+  u32 Mouvement(int ligne) const { return static_cast<u32>(Modele().DonneeDe(ligne)); }  ///< 0 for no row
+  bool Comptable() const { return m_comptable; }
 
-  /// Takes colours and fonts of the preferences again; the next `Recharge` measures the columns by them.
-  void ActualisePreferences();
-  /// Refills, in the columns of these currencies, wide enough for these totals. The selected entries stay
-  /// so as far as they are listed, else the index, else the last row is selected; the first visible row
-  /// stays.
-  void Recharge(std::vector<EntreeListe> entrees, const MonnaiesListe& monnaies, bool comptable,
+  void ActualisePreferences() override;
+  /// Refills, in the columns of these currencies, wide enough for these totals. Without a selection the
+  /// last row is selected.
+  void Recharge(const std::vector<EntreeListe>& entrees, const MonnaiesListe& monnaies, bool comptable,
                 const TotauxListe& totaux = {});
-  /// The entries changed, the rows are the same.
-  void Redessine();
   /// What all columns need, the vertical scroll bar and the frame included. In a wider list the texts have
   /// the rest.
   int LargeurColonnes() const;
@@ -37,58 +56,35 @@ class CEcrList : public QTreeView {
   /// Left and right edge of a column in the list's coordinates, empty without that column.
   QRect PlaceColonne(ChampJournal champ) const;
 
-  /// Selected rows from first to last.
-  std::vector<int> LignesChoisies() const;
-  int PremiereChoisie() const;  ///< -1 when none is
-  int NbChoisies() const;
-  /// Selects one row alone and brings it into view.
-  void SelectionneLigne(int ligne);
-  int Haut() const;  ///< first visible row, -1 when there is none
-  void PoseHaut(int ligne);
-
-  /// Double click on a row or beside all, Enter on a row.
-  void SurActivation(std::function<void(bool surLigne)> action) { m_activation = std::move(action); }
-  /// Shown while there is no row.
-  void PoseTexteVide(const QString& texte);
-  const QString& TexteVide() const { return m_texteVide; }
+  /// Double click beside all rows.
+  void SurActivationAilleurs(std::function<void()> action) { m_ailleurs = std::move(action); }
 
   QSize sizeHint() const override;
   void keyboardSearch(const QString&) override {}
 
  Q_SIGNALS:
-  void SelectionChangee(const std::vector<int>& ajoutees, const std::vector<int>& retirees);
   /// Columns moved: layout, sideways scrolling, resizing.
   void ColonnesDeplacees();
 
  protected:
-  void drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override;
-  void paintEvent(QPaintEvent* evenement) override;
-  void keyPressEvent(QKeyEvent* evenement) override;
+  Allure AllureDe(int ligne) const override;
+  /// The label and the account's name share the width that is free as they share what they need.
+  void Ajuste() override;
   void mouseDoubleClickEvent(QMouseEvent* evenement) override;
   void wheelEvent(QWheelEvent* evenement) override;
   void resizeEvent(QResizeEvent* evenement) override;
-  bool viewportEvent(QEvent* evenement) override;
   void scrollContentsBy(int dx, int dy) override;
-  void selectionChanged(const QItemSelection& choisies, const QItemSelection& quittees) override;
   void updateGeometries() override;
 
  private:
-  void PoseColonnes(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux);
-  void Etire();
-  void Choisit(const std::vector<u32>& mouvements, int sinon);
-  int HauteurTexte() const { return m_hauteurTexte; }
-  const QFont& PoliceDe(const EntreeJournal& entree) const;
-  void DessineCellule(QPainter& peintre, const QRect& cellule, const EntreeJournal& entree,
-                      std::size_t rangee, ChampJournal champ) const;
+  void PoseChamps(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux);
   void DescendDUneLigne(int sens);
 
-  ContexteUi& m_contexte;
-  ModeleEcritures* m_modele;
-  std::function<void(bool)> m_activation;
-  QString m_texteVide;
+  Lecture m_lecture;
+  std::function<void()> m_ailleurs;
+  std::vector<ChampJournal> m_champs;
   std::vector<int> m_largeurs;  ///< that the columns need
-  int m_hauteurTexte = 1;
+  bool m_comptable = false;
   int m_crans = 0;  ///< of the wheel, in eighths of a degree, not yet used
 };
 

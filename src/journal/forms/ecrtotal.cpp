@@ -75,7 +75,7 @@ void BandeTotaux::MontreRangee(const Rangee& rangee, const TotauxListe& totaux) 
 
 void BandeTotaux::Place() {
   using C = ChampJournal;
-  const bool comptable = m_liste.Modele().Comptable();
+  const bool comptable = m_liste.Comptable();
   const C colonnes[] = {
       comptable ? C::DebitFranc : C::MontantFranc, comptable ? C::CreditFranc : C::MontantFranc,
       comptable ? C::DebitEuro : C::MontantEuro, comptable ? C::CreditEuro : C::MontantEuro};
@@ -87,7 +87,7 @@ void BandeTotaux::Place() {
   for (const Rangee& rangee : m_rangees) {
     for (std::size_t i = 0; i < rangee.montants.size(); ++i) {
       CEcrTotal& montant = *rangee.montants[i];
-      montant.setAccessibleDescription(rangee.titre->text() + ModeleEcritures::Titre(colonnes[i]));
+      montant.setAccessibleDescription(rangee.titre->text() + TitreChamp(colonnes[i]));
       // Outside "Journal comptable" the two labels of a currency would hold one amount at one place.
       const bool vu = m_liste.ALaColonne(colonnes[i]) && (comptable || i % 2 == 0);
       montant.setVisible(vu);

@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "ui/colonnes.h"
+#include "ui/textecoupe.h"
 
 namespace fenlor {
 

@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QToolButton>
-#include <algorithm>
 
 #include "ui/images.h"
 
@@ -13,12 +12,10 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-ListeLignes::ListeLignes(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
-                         QWidget* parent)
+ListeLignes::ListeLignes(ContexteUi& contexte, const QString& nom, Actions actions, QWidget* parent)
     : QWidget(parent), m_actions(std::move(actions)), m_table(new CZNListCtrl(contexte, this)) {
   m_table->setObjectName(u"lignes"_s);
   m_table->setAccessibleName(nom);
-  m_table->SetColonnesId(colonnes);
   m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
   m_table->setContextMenuPolicy(Qt::CustomContextMenu);
   m_table->PoseTexteVide(u"Aucune ligne : la touche Inser en ajoute une"_s);
@@ -64,19 +61,9 @@ void ListeLignes::AjouteValeur(const QString& libelle, QWidget& valeur, const ch
   m_barre->addWidget(&valeur);
 }
 
-void ListeLignes::Remplit(const std::vector<std::string>& lignes, int choisie) {
-  m_table->Modele().Vide();
-  for (const std::string& ligne : lignes) m_table->Modele().Ajoute(ligne);
-  if (choisie >= 0 && !lignes.empty())
-    m_table->SelectionneLigne(std::min(choisie, static_cast<int>(lignes.size()) - 1));
+void ListeLignes::Relit(int choisie) {
+  m_table->Relit(choisie);
   ActualiseOutils();
-}
-
-std::vector<int> ListeLignes::Choisies() const {
-  std::vector<int> lignes;
-  for (const QModelIndex& index : m_table->selectionModel()->selectedRows()) lignes.push_back(index.row());
-  std::sort(lignes.begin(), lignes.end());
-  return lignes;
 }
 
 void ListeLignes::Permet(bool permis) {
@@ -110,7 +97,7 @@ bool ListeLignes::eventFilter(QObject* objet, QEvent* evenement) {
     const bool seule = !(touche->modifiers() & ~Qt::KeypadModifier);
     if (seule && touche->key() == Qt::Key_Insert) return m_actions.ajoute(), true;
     if (seule && touche->key() == Qt::Key_Delete) {
-      if (!Choisies().empty()) m_actions.supprime();
+      if (m_table->LigneChoisie() >= 0) m_actions.supprime();
       return true;
     }
   }

@@ -3,8 +3,6 @@
 
 #include <QWidget>
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "ui/findesliens.h"
 #include "ui/tableliste.h"
@@ -23,16 +21,14 @@ class ListeLignes : public QWidget {
   struct Actions {
     std::function<void()> ajoute, modifie, supprime;
   };
-  /// `nom` is read aloud for the list; `colonnes` is the number of the description.
-  ListeLignes(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
-              QWidget* parent = nullptr);
+  /// `nom` is read aloud for the list. `Table().Suit` says what it shows.
+  ListeLignes(ContexteUi& contexte, const QString& nom, Actions actions, QWidget* parent = nullptr);
 
   CZNListCtrl& Table() { return *m_table; }
   /// A value at the right end of the tool bar.
   void AjouteValeur(const QString& libelle, QWidget& valeur, const char* nom);
-  /// Replaces the rows and selects one; the nearest when it is beyond the end, none below 0.
-  void Remplit(const std::vector<std::string>& lignes, int choisie);
-  std::vector<int> Choisies() const;  ///< ascending
+  /// Takes the rows anew and selects one; the nearest when it is beyond the end, none below 0.
+  void Relit(int choisie);
   /// Tools; change and delete need a selection besides.
   void Permet(bool permis);
 

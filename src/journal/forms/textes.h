@@ -55,12 +55,6 @@ inline constexpr TexteFixe FormatMoisPartiel{6069, "%s %d   *** Liste partielle 
 inline constexpr TexteFixe MoisAbreges{6071, "Jan.|Fev.|Mar.|Avr.|Mai.|Juin|Juil.|Aou.|Sep.|Oct.|Nov.|Dec."};
 inline constexpr TexteFixe MotTotal{6072, "Total  "};
 inline constexpr TexteFixe MotTotalSelection{6073, "Total  Sélectionné   "};
-/// of all columns but the marks
-inline constexpr TexteFixe TitresJournal{6074,
-    "Ligne|Date|Libellé|Trésorerie|Montant F|Montant €|Débit F|Crédit F|Débit €|Crédit "
-    "€|Rub|Compte|Désignation"};
-inline constexpr TexteFixe LettresMarques{6075, "VRBP"};
-inline constexpr TexteFixe MotsMarques{6076, "Pointée|Remise en banque|Rapprochée|Validée"};
 inline constexpr TexteFixe FormatTotal{6077, "%s "};
 inline constexpr TexteFixe FormatLigneJournal{6078, " %u "};
 inline constexpr TexteFixe FormatJourJournal{6079, " %d "};
@@ -82,11 +76,9 @@ inline constexpr TexteFixe TitreDepense{6102, "Ecriture de DEPENSE"};
 inline constexpr TexteFixe TitreLigneTresorerie{6103, "Ecriture d'une ligne de trésorerie"};
 inline constexpr TexteFixe MotAjout{6104, "ajout"};
 inline constexpr TexteFixe MotModification{6105, "modification"};
-inline constexpr TexteFixe ColonnesTresor{6106, "Compte|L|20|Libellé|L|40|Paiement|R|20|Montant|R|20"};
 inline constexpr TexteFixe AucuneLigneTresor{6107, "Aucune ligne. La touche Ins en ajoute une."};
 inline constexpr TexteFixe TitreOD{6130, "Ecriture d'OPERATION DIVERSES"};
 inline constexpr TexteFixe TitreLigneOD{6131, "Ecriture d'une ligne d'O.D."};
-inline constexpr TexteFixe ColonnesOD{6132, "Compte|L|20|Libellé|L|40|Débit|R|20|Crédit|R|20"};
 
 // Periods
 inline constexpr TexteFixe FormatMoisAnnee{6162, "%s  %s"};  ///< year, name of the month

@@ -12,7 +12,7 @@
 #include "core/valeurs.h"
 #include "journal/forms/textes.h"
 #include "master/forms/champscompte.h"
-#include "master/forms/listeeditee.h"
+#include "store/texte1252.h"
 #include "ui/images.h"
 #include "ui/tableliste.h"
 #include "ui/texteqt.h"
@@ -62,7 +62,28 @@ QWidget* ZoneTresorerie::PageMultiple() {
   m_table->setObjectName(u"lignes"_s);
   m_table->setAccessibleName(u"Lignes de trésorerie"_s);
   m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  m_table->SetColonnesId(ColonnesTresor);
+  const auto compte = [this](const LigneTresorLue& l) { return CompteDeNumero(m_comptes, l.compte); };
+  const auto code = [this, compte](const LigneTresorLue& l) {
+    const CompteOffert* offert = compte(l);
+    return offert ? offert->code : m_app.Magasin.GetShortCompte(l.compte);
+  };
+  const auto libelle = [compte](const LigneTresorLue& l) {
+    const CompteOffert* offert = compte(l);
+    return offert ? offert->designation : std::string();
+  };
+  const auto paiement = [compte](const LigneTresorLue& l) {
+    const CompteOffert* offert = compte(l);
+    if (!offert || !offert->banque) return std::string();
+    return Texte(l.paiement == PaiementAutre ? MotAutre : MotCheque);
+  };
+  const auto montant = [this](const LigneTresorLue& l) {
+    return FormatMontant(l.montant, 2, m_app.Reglages.SeparateurDecimal());
+  };
+  m_table->Suit<LigneTresorLue>({{"Compte", 20, code},
+                                 {"Libellé"_w, 40, libelle},
+                                 {"Paiement", 20, paiement, Cote::Droite},
+                                 {"Montant", 20, montant, Cote::Droite}},
+                                m_lignes.lignes);
   m_table->PoseTexteVide(TexteQ(AucuneLigneTresor));
   m_table->SurActivation([this] { ModifieLigne(); });
   m_table->installEventFilter(this);
@@ -198,20 +219,12 @@ void ZoneTresorerie::Supprime() {
     m_app.ReportErreur(ErrExerciceCloture);
     return;
   }
-  std::vector<int> choisies = Choisies();
+  const std::vector<int> choisies = m_table->LignesChoisies();
   if (!m_permis || choisies.empty()) return;
   const int premiere = choisies.front();
   for (auto rang = choisies.rbegin(); rang != choisies.rend(); ++rang)
     m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);
   LignesChangees(premiere);
-}
-
-/// Rows of the selection, in rising order.
-std::vector<int> ZoneTresorerie::Choisies() const {
-  std::vector<int> rangs;
-  for (const QModelIndex& ligne : m_table->selectionModel()->selectedRows()) rangs.push_back(ligne.row());
-  std::sort(rangs.begin(), rangs.end());
-  return rangs;
 }
 
 void ZoneTresorerie::OuvreLigne(bool modification) {
@@ -250,20 +263,8 @@ void ZoneTresorerie::LignesChangees(int choisie) {
 }
 
 void ZoneTresorerie::Remplit(int choisie) {
-  m_table->Modele().Vide();
-  const std::vector<CompteOffert> comptes = ComptesParCode(m_app, fenlor::Tresorerie);
-  for (const LigneTresorLue& ligne : m_lignes.lignes) {
-    const CompteOffert* compte = CompteDeNumero(comptes, ligne.compte);
-    const bool banque = compte && compte->banque;
-    m_table->Modele().Ajoute(ListeEditee::Ligne(
-        {compte ? compte->code : m_app.Magasin.GetShortCompte(ligne.compte),
-         compte ? compte->designation : std::string{},
-         banque ? Texte(ligne.paiement == PaiementAutre ? MotAutre : MotCheque) : std::string{},
-         FormatMontant(ligne.montant, 2, m_app.Reglages.SeparateurDecimal())}));
-  }
-  m_table->AjusteColonnes(Texte(ColonnesTresor));
-  if (choisie >= 0 && !m_lignes.lignes.empty())
-    m_table->SelectionneLigne(std::min(choisie, static_cast<int>(m_lignes.lignes.size()) - 1));
+  m_comptes = ComptesParCode(m_app, fenlor::Tresorerie);
+  m_table->Relit(choisie);
   ActualiseBoutons();
 }
 

@@ -65,7 +65,6 @@ class ZoneTresorerie : public QGroupBox {
   void Remplit(int choisie);
   void LignesChangees(int choisie);
   void ActualiseBoutons();
-  std::vector<int> Choisies() const;
 
   ContexteUi& m_contexte;
   CFenlorApp& m_app;
@@ -78,6 +77,7 @@ class ZoneTresorerie : public QGroupBox {
   i16 m_mode = PaiementCheque;  ///< the one to mark on the next bank account
   MarquesEcriture m_marques;    ///< of the simple entry shown, for the line it may become
   LignesTresor m_lignes;
+  std::vector<CompteOffert> m_comptes;  ///< of the lines
 
   QStackedLayout* m_pages;
   ChoixTresorerie m_code;

@@ -19,14 +19,12 @@ class ComptesView : public FichesView {
   virtual std::unique_ptr<DialogCompte> Forme(Position position) = 0;
 
   void FillList() override;
-  int CompareItems(ModeleListe::Donnee a, ModeleListe::Donnee b, int colonne) override;
-  std::string TexteDe(ModeleListe::Donnee donnee) override;
   std::vector<Position> Positions() override;
   bool LanceForme(Position position, Position& derniere) override;
   bool SupprimeFiche(Position position) override;
 
  private:
-  bool Lit(ModeleListe::Donnee donnee);
+  void Definit();
   const ListeComptes m_liste;
   const FormeCompte m_forme;
   bool m_deuxMonnaies;

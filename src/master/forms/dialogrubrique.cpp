@@ -7,6 +7,7 @@
 #include "core/valeurs.h"
 #include "master/forms/rubriqueview.h"
 #include "master/forms/textes.h"
+#include "store/texte1252.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -63,7 +64,9 @@ CDialogRubrique::CDialogRubrique(ContexteUi& contexte, CRubriqueView* vue, Posit
       .SurChangement([this] { PoseDecimales(); })
       .SurDepart([this] { LitCalcul(); })
       .FinGroupe();
-  m_comptes.SetColonnes(Texte(ColonnesComptesAssocies));
+  m_comptes.Suit<CompteAssocie>({{"Compte", 24, [](const CompteAssocie& c) { return c.court; }},
+                                 {"Désignation"_w, 76, [](const CompteAssocie& c) { return c.designation; }}},
+                                m_associes);
   formulaire.Groupe(u"Comptes associés"_s).Seul(m_comptes, "comptes", true).FinGroupe();
 
   m_formule.setAccessibleName(u"Formule"_s);
@@ -112,15 +115,9 @@ void CDialogRubrique::MontreTitre() {
 }
 
 void CDialogRubrique::MontreComptes() {
-  m_comptes.Modele().Vide();
-  if (!Ajout())
-    for (const CompteAssocie& compte : ComptesAssocies(App(), m_fiche.code)) {
-      std::string ligne = compte.texte;
-      std::replace(ligne.begin(), ligne.end(), '|', '/');
-      std::replace(ligne.begin(), ligne.end(), '\t', '|');
-      m_comptes.Modele().Ajoute(ligne, compte.position);
-    }
-  m_comptes.setEnabled(m_comptes.Modele().NbLignes() > 0);
+  m_associes = Ajout() ? std::vector<CompteAssocie>{} : ComptesAssocies(App(), m_fiche.code);
+  m_comptes.Relit(-1);
+  m_comptes.setEnabled(!m_associes.empty());
 }
 
 void CDialogRubrique::MontreCalcul() {

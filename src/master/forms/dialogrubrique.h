@@ -57,6 +57,7 @@ class CDialogRubrique : public CZNDialog {
   QRadioButton m_recette, m_depense, m_resultat, m_taxe, m_automatique, m_manuel;
   QButtonGroup m_types, m_calculs;
   EditeurMontant m_montant;
+  std::vector<CompteAssocie> m_associes;
   CZNListCtrl m_comptes;
   FinDesLiens m_finLiens{*this};
 };

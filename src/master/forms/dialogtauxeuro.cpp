@@ -1,7 +1,7 @@
 #include "master/forms/dialogtauxeuro.h"
 
 #include "core/valeurs.h"
-#include "master/forms/textes.h"
+#include "store/texte1252.h"
 
 namespace fenlor {
 
@@ -15,38 +15,37 @@ CDialogTauxEuro::CDialogTauxEuro(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, u"Taux de conversion à l'EURO"_s, "DialogTauxEuro", parent),
       m_lignes(LitTauxEuro(contexte.App)),
       m_liste(
-          contexte, u"Taux de conversion"_s, ColonnesTauxEuro,
+          contexte, u"Taux de conversion"_s,
           {[this] { Saisit(-1); }, [this] { Saisit(m_liste.Table().LigneChoisie()); }, [this] { Supprime(); },
            [](int ligne) {
              return ListeEditee::Permis{true, ligne >= 0, ligne >= 0};
            }}) {
+  m_liste.Table().Suit<TauxEuro>(
+      {{"Date de validité"_w, 40, [](const TauxEuro& t) { return StrDate(t.date); }},
+       {"Taux", 60,
+        [this](const TauxEuro& t) {
+          return FormatMontant(t.taux, DecimalesTauxEuro, App().Reglages.SeparateurDecimal());
+        },
+        Cote::Droite}},
+      m_lignes);
   Formulaire{Zone()}
       .Texte(u"Valeur d'un Euro en Francs, à partir de chaque date."_s)
       .Seul(m_liste, "taux", true);
   const QFontMetrics mesure(font());
   m_liste.setMinimumSize(LargeurListe * mesure.averageCharWidth(), LignesListe * mesure.height() * 3 / 2);
   Boutons(Mode::Simple);
-  Montre(0);
+  m_liste.Relit(0);
 }
 
 void CDialogTauxEuro::Saisit(int modifie) {
   CDialogSaisieTaux saisie(Contexte(), m_lignes, modifie, this);
-  if (saisie.Execute()) Montre(PlaceTauxEuro(m_lignes, saisie.Valeur(), modifie));
+  if (saisie.Execute()) m_liste.Relit(PlaceTauxEuro(m_lignes, saisie.Valeur(), modifie));
 }
 
 void CDialogTauxEuro::Supprime() {
   const int ligne = m_liste.Table().LigneChoisie();
   m_lignes.erase(m_lignes.begin() + ligne);
-  Montre(ligne);
-}
-
-void CDialogTauxEuro::Montre(int choisie) {
-  const char separateur = App().Reglages.SeparateurDecimal();
-  std::vector<std::string> lignes;
-  for (const TauxEuro& ligne : m_lignes)
-    lignes.push_back(
-        ListeEditee::Ligne({StrDate(ligne.date), FormatMontant(ligne.taux, DecimalesTauxEuro, separateur)}));
-  m_liste.Remplit(lignes, choisie);
+  m_liste.Relit(ligne);
 }
 
 bool CDialogTauxEuro::Enregistre() { return EcritTauxEuro(App(), m_lignes) || DitEchecReglages(App()); }

@@ -19,7 +19,6 @@ class CDialogTauxEuro : public CZNDialog {
  private:
   void Saisit(int modifie);
   void Supprime();
-  void Montre(int choisie);
   std::vector<TauxEuro> m_lignes;
   ListeEditee m_liste;
   FinDesLiens m_finLiens{*this};

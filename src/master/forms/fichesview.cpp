@@ -16,9 +16,9 @@ FichesView::FichesView(ContexteUi& contexte, const std::string& titre, u32 bit)
 }
 
 void FichesView::FillList() {
-  std::vector<ModeleListe::Donnee> lignes;
-  for (const Position position : Positions()) lignes.push_back(position);
-  lignes.push_back(0);
+  std::vector<LigneListe> lignes;
+  for (const Position position : Positions()) lignes.push_back({position});
+  lignes.emplace_back();
   Table().Modele().Remplit(std::move(lignes));
   if (Table().ColonneTriee() >= 0) Table().TrieParColonne(Table().ColonneTriee());
 }
@@ -34,8 +34,7 @@ Position FichesView::Voisin(int pas) const {
 void FichesView::VaVers(int pas) { pas < 0 ? Table().LignePrecedente() : Table().LigneSuivante(); }
 
 void FichesView::Remplace(Position position) {
-  if (const int ligne = Table().LigneChoisie(); ligne >= 0)
-    Table().Modele().Change(ligne, TexteDe(position), position);
+  if (const int ligne = Table().LigneChoisie(); ligne >= 0) Table().Modele().Change(ligne, position);
 }
 
 void FichesView::Saisit(Position position) {

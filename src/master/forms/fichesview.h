@@ -17,6 +17,16 @@ class FichesView : public CZNListView {
 
  protected:
   FichesView(ContexteUi& contexte, const std::string& titre, u32 bit);
+  /// The columns of a file that is open, or could not be: then rows are empty.
+  template <class Fiche, class Fichier>
+  void DefinitFiches(Fichier& fichier, TableColonnes<Fiche> colonnes) {
+    Table().Definit<Fiche>(std::move(colonnes), [&fichier](ModeleListe::Donnee position, Fiche& fiche) {
+      if (position == 0 || fichier.NbOuvertures == 0) return false;
+      if (!fichier.ReadRec(static_cast<Position>(position))) return false;
+      fiche = *fichier.Rec;
+      return true;
+    });
+  }
 
   /// Records in the list's own order.
   virtual std::vector<Position> Positions() = 0;

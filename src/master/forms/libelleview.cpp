@@ -9,26 +9,24 @@
 #include "master/forms/textes.h"
 #include "master/libelles.h"
 #include "reports/textes.h"
+#include "store/texte1252.h"
 
 namespace fenlor {
 
-namespace {
-
-/// The separator of a row's fields is none inside a label.
-std::string Affiche(std::string libelle) {
-  std::replace(libelle.begin(), libelle.end(), '|', '\xA6');
-  return libelle;
-}
-
-}  // namespace
-
 CLibelleView::CLibelleView(ContexteUi& contexte) : CZNListView(contexte, Texte(TitreLibelles), FenLibelles) {
   Table().Modele().DerniereFixe(true);
-  Table().SetColonnesId(ColonnesLibelles);
   const auto choisi = [this] { return Table().DonneeChoisie() != 0; };
   Declare({{CmdAjouter, [this] { Saisit(true); }},
            {CmdModifier, [this] { Saisit(false); }, choisi},
            {CmdSupprimer, [this] { Supprime(); }, choisi}});
+  // The order is the file's own.
+  Table().PoseTriable(false);
+  Table().Definit<std::string>({{"Libellés"_w, 300, [](const std::string& libelle) { return libelle; }}},
+                               [this](ModeleListe::Donnee donnee, std::string& libelle) {
+                                 const auto lu = m_libelles.find(donnee);
+                                 if (lu != m_libelles.end()) libelle = lu->second;
+                                 return lu != m_libelles.end();
+                               });
 }
 
 void CLibelleView::Charge() {
@@ -43,23 +41,18 @@ void CLibelleView::FillList() {
   m_lu = LitLibelles(App(), lus);
   if (!m_lu) return;
   m_libelles.clear();
-  std::vector<ModeleListe::Donnee> lignes;
+  std::vector<LigneListe> lignes;
   for (std::string& libelle : lus) {
     m_libelles[++m_derniere] = std::move(libelle);
-    lignes.push_back(m_derniere);
+    lignes.push_back({m_derniere});
   }
-  lignes.push_back(0);
+  lignes.emplace_back();
   Table().Modele().Remplit(std::move(lignes));
 }
 
 bool CLibelleView::Relit() {
   Actualise();
   return m_lu;
-}
-
-std::string CLibelleView::TexteDe(ModeleListe::Donnee donnee) {
-  const auto libelle = m_libelles.find(donnee);
-  return libelle == m_libelles.end() ? std::string() : Affiche(libelle->second);
 }
 
 int CLibelleView::NbLibelles() const { return static_cast<int>(m_libelles.size()); }
@@ -79,7 +72,7 @@ bool CLibelleView::Insere(const std::string& libelle) {
   libelles.insert(libelles.begin() + ligne, libelle);
   if (!EcritLibelles(App(), libelles)) return false;
   m_libelles[++m_derniere] = libelle;
-  Table().Modele().Insere(ligne, Affiche(libelle), m_derniere);
+  Table().Modele().Insere(ligne, m_derniere);
   if (choisie >= 0) Table().SelectionneLigne(Table().LigneChoisie());
   Table().scrollTo(Table().Modele().index(ligne, 0));
   return true;
@@ -91,7 +84,7 @@ bool CLibelleView::Change(int ligne, const std::string& libelle) {
   if (!EcritLibelles(App(), libelles)) return false;
   const ModeleListe::Donnee donnee = Table().Modele().DonneeDe(ligne);
   m_libelles[donnee] = libelle;
-  Table().Modele().Change(ligne, Affiche(libelle), donnee);
+  Table().Modele().Change(ligne, donnee);
   return true;
 }
 

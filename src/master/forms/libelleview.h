@@ -28,7 +28,6 @@ class CLibelleView : public CZNListView {
 
  protected:
   void FillList() override;
-  std::string TexteDe(ModeleListe::Donnee donnee) override;
 
  private:
   std::vector<std::string> Libelles() const;

@@ -11,12 +11,10 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-ListeEditee::ListeEditee(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
-                         QWidget* parent)
+ListeEditee::ListeEditee(ContexteUi& contexte, const QString& nom, Actions actions, QWidget* parent)
     : QWidget(parent), m_actions(std::move(actions)), m_table(new CZNListCtrl(contexte, this)) {
   m_table->setObjectName(u"liste"_s);
   m_table->setAccessibleName(nom);
-  m_table->SetColonnesId(colonnes);
   m_table->installEventFilter(this);
   m_ajouter = Bouton(u"&Ajouter..."_s, "ajouter", m_actions.ajoute);
   m_modifier = Bouton(u"&Modifier..."_s, "modifier", m_actions.modifie);
@@ -51,26 +49,8 @@ QPushButton* ListeEditee::Bouton(const QString& texte, const char* nom, const st
   return bouton;
 }
 
-std::string ListeEditee::Ligne(const std::vector<std::string>& champs) {
-  std::string ligne;
-  for (const std::string& champ : champs) {
-    if (!ligne.empty()) ligne += '|';
-    for (const char c : champ) {
-      if (c == '\n')
-        ligne += ", ";
-      else if (c == '|')
-        ligne += '/';
-      else if (c != '\r')
-        ligne += c;
-    }
-  }
-  return ligne;
-}
-
-void ListeEditee::Remplit(const std::vector<std::string>& lignes, int choisie) {
-  m_table->Modele().Vide();
-  for (const std::string& ligne : lignes) m_table->Modele().Ajoute(ligne);
-  if (!lignes.empty()) m_table->SelectionneLigne(std::clamp(choisie, 0, static_cast<int>(lignes.size()) - 1));
+void ListeEditee::Relit(int choisie) {
+  m_table->Relit(std::max(choisie, 0));
   ActualiseBoutons();
 }
 

@@ -3,8 +3,6 @@
 
 #include <QWidget>
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "ui/findesliens.h"
 #include "ui/tableliste.h"
@@ -28,15 +26,12 @@ class ListeEditee : public QWidget {
     std::function<Permis(int ligne)> permis;
   };
 
-  /// `nom` is read aloud for the list; `colonnes` is the number of the description.
-  ListeEditee(ContexteUi& contexte, const QString& nom, const TexteFixe& colonnes, Actions actions,
-              QWidget* parent = nullptr);
+  /// `nom` is read aloud for the list. `Table().Suit` says what it shows.
+  ListeEditee(ContexteUi& contexte, const QString& nom, Actions actions, QWidget* parent = nullptr);
 
   CZNListCtrl& Table() { return *m_table; }
-  /// Fields of a row, with what would break its line or its columns replaced.
-  static std::string Ligne(const std::vector<std::string>& champs);
-  /// Replaces the rows, and selects one of them; the nearest when it is beyond the end.
-  void Remplit(const std::vector<std::string>& lignes, int choisie);
+  /// Takes the rows anew, and selects one of them; the nearest when it is beyond the end.
+  void Relit(int choisie);
   /// Buttons follow the selection; called by the list itself.
   void ActualiseBoutons();
 

@@ -1,17 +1,37 @@
 #include "master/forms/pageoptionadressebanque.h"
 
 #include "master/forms/dialogadressebanque.h"
-#include "master/forms/textes.h"
+#include "store/texte1252.h"
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+std::string EnUneLigne(const std::string& texte) {
+  std::string ligne;
+  for (const char c : texte) {
+    if (c == '\n')
+      ligne += ", ";
+    else if (c != '\r')
+      ligne += c;
+  }
+  return ligne;
+}
+
+}  // namespace
+
 CPageOptionAdresseBanque::CPageOptionAdresseBanque(ContexteUi& contexte)
     : CZNPage(contexte, u"Banques"_s, "PageOptionAdresseBanque"),
-      m_liste(contexte, u"Banques"_s, ColonnesAdressesBanque,
+      m_liste(contexte, u"Banques"_s,
               {[this] { Saisit(); }, [this] { Saisit(); }, [this] { Supprime(); },
                [this](int ligne) { return Permis(ligne); }}) {
+  m_liste.Table().Suit<AdresseBanque>(
+      {{"Compte associé"_w, 20, [](const AdresseBanque& b) { return b.code; }},
+       {"Nom et adresse", 46, [](const AdresseBanque& b) { return EnUneLigne(b.identification); }},
+       {"Numéro de compte"_w, 34, [](const AdresseBanque& b) { return b.compte; }}},
+      m_banques);
   Formulaire{*this}
       .Seul(m_liste, "banques", true)
       .Case(m_especes, u"Autoriser le &rapprochement des écritures en espèces"_s, "especes");
@@ -21,7 +41,7 @@ CPageOptionAdresseBanque::CPageOptionAdresseBanque(ContexteUi& contexte)
 bool CPageOptionAdresseBanque::Charge() {
   m_banques = LitAdressesBanque(App());
   m_especes.setChecked(App().Reglages.IsRapprochementEspeces());
-  Montre(0);
+  m_liste.Relit(0);
   return true;
 }
 
@@ -41,21 +61,14 @@ void CPageOptionAdresseBanque::Saisit() {
   CDialogAdresseBanque saisie(Contexte(), banque, window());
   if (!saisie.Execute()) return;
   banque = saisie.Valeur();
-  Montre(ligne);
+  m_liste.Relit(ligne);
 }
 
 void CPageOptionAdresseBanque::Supprime() {
   const int ligne = m_liste.Table().LigneChoisie();
   AdresseBanque& banque = m_banques[static_cast<std::size_t>(ligne)];
   banque = {banque.code, {}, {}};
-  Montre(ligne);
-}
-
-void CPageOptionAdresseBanque::Montre(int choisie) {
-  std::vector<std::string> lignes;
-  for (const AdresseBanque& banque : m_banques)
-    lignes.push_back(ListeEditee::Ligne({banque.code, banque.identification, banque.compte}));
-  m_liste.Remplit(lignes, choisie);
+  m_liste.Relit(ligne);
 }
 
 }  // namespace fenlor

@@ -19,7 +19,6 @@ class CPageOptionAdresseBanque : public CZNPage {
   ListeEditee::Permis Permis(int ligne) const;
   void Saisit();
   void Supprime();
-  void Montre(int choisie);
   std::vector<AdresseBanque> m_banques;
   ListeEditee m_liste;
   QCheckBox m_especes;

@@ -10,11 +10,18 @@ using namespace Qt::Literals::StringLiterals;
 
 CPageOptionTVA::CPageOptionTVA(ContexteUi& contexte)
     : CZNPage(contexte, u"T.V.A."_s, "PageOptionTVA"),
-      m_liste(contexte, u"Comptes de T.V.A."_s, ColonnesTauxTva,
+      m_liste(contexte, u"Comptes de T.V.A."_s,
               {[this] { Ajoute(); }, [this] { Modifie(); }, [this] { Supprime(); },
                [this](int ligne) {
                  return ListeEditee::Permis{m_ouvert, m_ouvert && ligne >= 0, m_ouvert && ligne >= 0};
                }}) {
+  const auto compte = [this](const LigneTva& l) {
+    return CompacteTexte(App().Magasin.GetShortCompte(l.compte));
+  };
+  const auto taux = [this](const LigneTva& l) {
+    return TexteFormat(FormatTaux, {FormatMontant(l.taux, 2, App().Reglages.SeparateurDecimal())});
+  };
+  m_liste.Table().Suit<LigneTva>({{"Compte", 40, compte}, {"Taux", 60, taux, Cote::Droite}}, m_lignes);
   Formulaire{*this}.Seul(m_liste, "comptes", true);
   m_liste.Table().PoseTexteVide(u"Aucun compte de T.V.A."_s);
 }
@@ -22,7 +29,7 @@ CPageOptionTVA::CPageOptionTVA(ContexteUi& contexte)
 bool CPageOptionTVA::Charge() {
   m_ouvert = !App().Reglages.IsExerciceCloture();
   m_lignes = LitComptesTva(App());
-  Montre(0);
+  m_liste.Relit(0);
   return true;
 }
 
@@ -31,7 +38,7 @@ bool CPageOptionTVA::Enregistre() {
   if (!resultat.fait) return false;
   if (resultat.comptes > 0) {
     m_lignes = LitComptesTva(App());
-    Montre(m_liste.Table().LigneChoisie());
+    m_liste.Relit(m_liste.Table().LigneChoisie());
   }
   return true;
 }
@@ -44,7 +51,7 @@ void CPageOptionTVA::Ajoute() {
   CDialogTauxTVA saisie(Contexte(), m_lignes, window());
   if (!saisie.Execute()) return;
   m_lignes.push_back(saisie.Valeur());
-  Montre(static_cast<int>(m_lignes.size()) - 1);
+  m_liste.Relit(static_cast<int>(m_lignes.size()) - 1);
 }
 
 void CPageOptionTVA::Modifie() {
@@ -56,7 +63,7 @@ void CPageOptionTVA::Modifie() {
   CDialogTauxTVA saisie(Contexte(), Choisie(), window());
   if (!saisie.Execute()) return;
   Choisie() = saisie.Valeur();
-  Montre(m_liste.Table().LigneChoisie());
+  m_liste.Relit(m_liste.Table().LigneChoisie());
 }
 
 void CPageOptionTVA::Supprime() {
@@ -67,17 +74,7 @@ void CPageOptionTVA::Supprime() {
   }
   const int ligne = m_liste.Table().LigneChoisie();
   m_lignes.erase(m_lignes.begin() + ligne);
-  Montre(ligne);
-}
-
-void CPageOptionTVA::Montre(int choisie) {
-  const char separateur = App().Reglages.SeparateurDecimal();
-  std::vector<std::string> lignes;
-  for (const LigneTva& ligne : m_lignes)
-    lignes.push_back(
-        ListeEditee::Ligne({CompacteTexte(App().Magasin.GetShortCompte(ligne.compte)),
-                            TexteFormat(FormatTaux, {FormatMontant(ligne.taux, 2, separateur)})}));
-  m_liste.Remplit(lignes, choisie);
+  m_liste.Relit(ligne);
 }
 
 }  // namespace fenlor

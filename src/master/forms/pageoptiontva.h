@@ -18,7 +18,6 @@ class CPageOptionTVA : public CZNPage {
   void Ajoute();
   void Modifie();
   void Supprime();
-  void Montre(int choisie);
   LigneTva& Choisie();
   std::vector<LigneTva> m_lignes;
   bool m_ouvert = false;  ///< the exercice is not closed

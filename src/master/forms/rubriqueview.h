@@ -12,14 +12,11 @@ class CRubriqueView : public FichesView {
   explicit CRubriqueView(ContexteUi& contexte);
 
  protected:
-  int CompareItems(ModeleListe::Donnee a, ModeleListe::Donnee b, int colonne) override;
-  std::string TexteDe(ModeleListe::Donnee donnee) override;
   std::vector<Position> Positions() override;
   bool LanceForme(Position position, Position& derniere) override;
   bool SupprimeFiche(Position position) override;
 
  private:
-  bool Lit(ModeleListe::Donnee donnee);
   CRubriques m_rubriques;
   FinDesLiens m_finLiens{*this};
 };

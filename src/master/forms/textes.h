@@ -17,10 +17,6 @@ inline constexpr TexteFixe QuestionCompteRecettes{3340,
 
 // Preferences and positions of windows
 inline constexpr TexteFixe FormatTaux{5757, "%s %%"};
-inline constexpr TexteFixe ColonnesAdressesBanque{5760,
-    "Compte associé|L|20|Nom et adresse|L|46|Numéro de compte|L|34"};
-inline constexpr TexteFixe ColonnesTauxTva{5761, "Compte|L|40|Taux|R|60"};
-inline constexpr TexteFixe ColonnesTauxEuro{5762, "Date de validité|L|40|Taux|R|60"};
 
 // Windows of the accounts
 /// code; of treasury, then one for each type
@@ -40,13 +36,10 @@ inline constexpr TexteFixe TitreAjoutCompte[] = {
 inline constexpr TexteFixe TitreAjoutAuPlan{5908, "Ajout d'un compte"};
 
 // Headings
-inline constexpr TexteFixe ColonnesRubriques{5931, "Rub|L|40|Désignation|L|600"};
 inline constexpr TexteFixe TitreRubrique{5932, "Rubrique : %s"};  ///< code
 inline constexpr TexteFixe TitreAjoutRubrique{5933, "Ajout d'une rubrique fiscale"};
-inline constexpr TexteFixe ColonnesComptesAssocies{5934, "Compte|L|24|Désignation|L|76"};
 
 // Labels
-inline constexpr TexteFixe ColonnesLibelles{5953, "Libellés|L|300"};
 inline constexpr TexteFixe TitreAjoutLibelle{5955, "Ajout d'un libellé"};
 inline constexpr TexteFixe TitreModificationLibelle{5956, "Modification d'un libellé"};
 

@@ -85,14 +85,14 @@ class VueDeTest : public CabinetMedical {
   }
   /// Texts of a row, "|" between columns, "/" between the lines of a cell.
   static std::string Rangee(CEcritureView& vue, int ligne) {
-    const ModeleEcritures& modele = vue.Liste().Modele();
+    const ModeleListe& modele = vue.Liste().Modele();
     QStringList cellules;
     for (int i = 0; i < modele.columnCount(); ++i)
       cellules += modele.index(ligne, i).data().toString().replace(QLatin1Char('\n'), QLatin1Char('/'));
     return cellules.join(QLatin1Char('|')).toStdString();
   }
   static std::string Titres(CEcritureView& vue) {
-    const ModeleEcritures& modele = vue.Liste().Modele();
+    const ModeleListe& modele = vue.Liste().Modele();
     QStringList titres;
     for (int i = 0; i < modele.columnCount(); ++i)
       titres += modele.headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();

@@ -141,7 +141,7 @@ TEST_F(FenetreLibelles, TextesLimites) {
   });
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>(3, ErrLibelleRefuse));
   EXPECT_EQ(test::LitFichier(Chemin()).substr(8, 97), std::string(80, '\xE9') + "\r\nAchat | vente\r\n");
-  EXPECT_EQ(Vue->Table().Modele().Champ(1, 0), u"Achat ¦ vente"_s) << "shown whole";
+  EXPECT_EQ(Vue->Table().Modele().Champ(1, 0), u"Achat | vente"_s) << "shown whole";
 }
 
 TEST_F(FenetreLibelles, ModifieEtParcourt) {

@@ -1,19 +1,12 @@
-#include "ui/colonnes.h"
+#include "ui/textecoupe.h"
 
 #include <QTextBoundaryFinder>
 #include <algorithm>
-
-#include "core/valeurs.h"
-#include "ui/texteqt.h"
+#include <vector>
 
 namespace fenlor {
 
 namespace {
-
-Qt::Alignment LitAlignement(const std::string& lettre) {
-  if (lettre == "R") return Qt::AlignRight;
-  return lettre == "C" ? Qt::AlignHCenter : Qt::AlignLeft;
-}
 
 /// Ends of the characters of a text as a reader counts them: an accent or the second half of
 /// a pair belongs to the one before.
@@ -26,27 +19,6 @@ std::vector<qsizetype> FinsDeCaractere(const QString& texte) {
 }
 
 }  // namespace
-
-std::vector<Colonne> LitColonnes(const std::string& texte) {
-  std::vector<Colonne> colonnes;
-  for (unsigned champ = 0;; champ += 3) {
-    const std::string titre = ChampTexte(champ, texte, '|');
-    if (titre.empty()) return colonnes;
-    colonnes.push_back({Q(titre), LitAlignement(ChampTexte(champ + 1, texte, '|')),
-                        std::max(TexteVersEntier(ChampTexte(champ + 2, texte, '|')), 0)});
-  }
-}
-
-std::vector<int> LargeursPourcent(const std::vector<Colonne>& colonnes, int largeurClient) {
-  std::vector<int> largeurs;
-  int reste = largeurClient;
-  for (const Colonne& colonne : colonnes) {
-    largeurs.push_back(static_cast<int>(colonne.largeur * 0.01 * largeurClient));
-    reste -= largeurs.back();
-  }
-  if (!largeurs.empty()) largeurs.back() = std::max(largeurs.back() + reste, 0);
-  return largeurs;
-}
 
 QString ClipText(const QString& texte, int largeur, int marge, const QFontMetrics& mesure) {
   if (mesure.horizontalAdvance(texte) + marge <= largeur) return texte;
