@@ -429,10 +429,11 @@ void TableListe::keyPressEvent(QKeyEvent* evenement) {
 
 /// The toolkit forgets the row that was pressed while a form was open over the list.
 void TableListe::mouseDoubleClickEvent(QMouseEvent* evenement) {
-  const bool gauche = evenement->button() == Qt::LeftButton;
-  if (gauche && m_activation && selectionModel()->isSelected(indexAt(evenement->pos())))
-    return m_activation();
-  QTreeView::mouseDoubleClickEvent(evenement);
+  const QModelIndex index = indexAt(evenement->pos());
+  if (evenement->button() != Qt::LeftButton || !m_activation || !index.isValid())
+    return QTreeView::mouseDoubleClickEvent(evenement);
+  if (!selectionModel()->isSelected(index)) SelectionneLigne(index.row());
+  m_activation();
 }
 
 void TableListe::paintEvent(QPaintEvent* evenement) {
