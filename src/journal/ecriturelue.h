@@ -35,8 +35,8 @@ struct EcritureLue {
 };
 
 /// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. The net amount and the tax
-/// are computed from the entry's own rate; an entry without account has the personal one. Refuses,
-/// told, one that does not exist (3202) and an opération diverse (3205).
+/// are computed from the entry's own rate; an entry without account has the personal one. Refuses
+/// one that does not exist (3202) and an opération diverse (3205).
 Refus LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture, bool enEuro = false);
 
 }  // namespace fenlor

@@ -19,7 +19,7 @@ struct ODLue {
   bool liee = false;  ///< made by the parent application
 };
 
-/// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. Refuses, told, one that
+/// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. Refuses one that
 /// does not exist (3202) or is of another kind (3205).
 Refus LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro = false);
 
