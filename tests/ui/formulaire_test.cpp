@@ -84,6 +84,7 @@ class CDialogEssai : public CZNDialog {
     if (mode == Mode::Consultation) Montre({Reference, "Lu", "", "7061000000", "2", 12, true, true});
     AjouteBouton(u"Cop&ier"_s, "copier");
     Boutons(mode, voisins);
+    if (mode == Mode::Consultation) LectureSeule();
   }
 
   void Montre(const Fiche& fiche) {
