@@ -16,7 +16,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QSet>
 #include <QTabBar>
 #include <utility>
 
@@ -38,43 +37,15 @@ bool EstInterne(const QWidget& widget) {
 }
 
 /// Texts that the system gives with their access key. Two of them may clash; any other gives way.
-const QSet<QString>& TextesDonnes() {
-  static const QSet<QString> textes = {u"&Ok"_s,
-                                       u"A&nnuler"_s,
-                                       u"&Enregistrer"_s,
-                                       u"&Fermer"_s,
-                                       u"&Précédent"_s,
-                                       u"&Suivant"_s,
-                                       u"N&ouvelle"_s,
-                                       u"&Oui"_s,
-                                       u"&Non"_s,
-                                       u"&Abandonner"_s,
-                                       u"&Reéssayer"_s,
-                                       u"&Ignorer"_s,
-                                       u"&Nouveau..."_s,
-                                       u"P&rofessionnelle :"_s,
-                                       u"&Chèque"_s,
-                                       u"&Autre"_s,
-                                       u"&Multiple"_s,
-                                       u"&Simplifiée"_s,
-                                       u"&Solder"_s,
-                                       u"&Code :"_s,
-                                       u"Com&pte :"_s,
-                                       u"&Désignation :"_s,
-                                       u"Compte &bancaire :"_s,
-                                       u"Solde &initial débit :"_s,
-                                       u"&Recette"_s,
-                                       u"&Dépense"_s,
-                                       u"Résu&ltat"_s,
-                                       u"&Taxe"_s,
-                                       u"&Compteur"_s,
-                                       u"&Distance"_s,
-                                       u"Au&jourd'hui"_s,
-                                       u"La &semaine :"_s,
-                                       u"Le &mois :"_s,
-                                       u"L'&exercice"_s,
-                                       u"La &période :"_s,
-                                       u"Copi&er"_s};
+const QStringList& TextesDonnes() {
+  static const QStringList textes =
+      QStringLiteral(
+          u"&Ok|A&nnuler|&Enregistrer|&Fermer|&Précédent|&Suivant|N&ouvelle|&Oui|&Non|&Abandonner|"
+          u"&Reéssayer|&Ignorer|&Nouveau...|P&rofessionnelle :|&Chèque|&Autre|&Multiple|&Simplifiée|"
+          u"&Solder|&Code :|Com&pte :|&Désignation :|Compte &bancaire :|Solde &initial débit :|"
+          u"&Recette|&Dépense|Résu&ltat|&Taxe|&Compteur|&Distance|Au&jourd'hui|La &semaine :|"
+          u"Le &mois :|L'&exercice|La &période :|Copi&er")
+          .split(u'|');
   return textes;
 }
 

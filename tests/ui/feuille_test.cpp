@@ -1,0 +1,149 @@
+#include "ui/cznsheet.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QTabWidget>
+#include <QTest>
+
+#include "core/erreurs.h"
+#include "outils/uidetest.h"
+#include "outils/verifieformulaire.h"
+#include "ui/editeurs.h"
+#include "ui/formulaire.h"
+
+using namespace Qt::Literals::StringLiterals;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+
+namespace fenlor::test {
+
+namespace {
+
+/// Notes what it is asked.
+class PageEssai : public CZNPage {
+ public:
+  PageEssai(ContexteUi& contexte, const char* nom, std::vector<std::string>& traces)
+      : CZNPage(contexte, QString::fromUtf8(nom), nom), m_traces(traces) {
+    Formulaire{*this}.Champ(u"&Valeur :"_s, m_champ, "valeur").Limite(10).Pousse();
+  }
+  bool Charge() override { return Note("charge", Charges); }
+  bool Controle() override { return Note("controle", Controles) || Refuse(ErrCessionAvantAchat, m_champ); }
+  bool Enregistre() override { return Note("enregistre", Enregistres); }
+  bool Charges = true, Controles = true, Enregistres = true;
+
+ private:
+  bool Note(const char* quoi, bool resultat) {
+    m_traces.push_back(std::string(quoi) + " " + objectName().toStdString());
+    return resultat;
+  }
+  std::vector<std::string>& m_traces;
+  EditeurTexte m_champ;
+};
+
+class SheetEssai : public CZNSheet {
+ public:
+  SheetEssai(ContexteUi& contexte, std::vector<std::string>& traces)
+      : CZNSheet(contexte, u"Feuille"_s, "SheetEssai"), m_traces(traces) {
+    for (const char* nom : {"A", "B", "C"})
+      AjoutePage(Pages.emplace_back(new PageEssai(contexte, nom, traces)));
+    Fini({Pages[2], Pages[1], Pages[0]});
+  }
+  QTabWidget& Onglets() { return Trouve<QTabWidget>(*this, "onglets"); }
+  std::vector<PageEssai*> Pages;
+
+ protected:
+  void Apres() override { m_traces.emplace_back("apres"); }
+
+ private:
+  std::vector<std::string>& m_traces;
+};
+
+class FeuilleTest : public UiDeTest {
+ protected:
+  FeuilleTest() : Contexte(Ui()) {}
+  void Touche(QDialog& dialogue, Qt::Key touche, Qt::KeyboardModifiers avec) {
+    QApplication::processEvents();
+    QTest::keyClick(dialogue.focusWidget() ? dialogue.focusWidget() : &dialogue, touche, avec);
+    QApplication::processEvents();
+  }
+  static std::string Focus(const QDialog& dialogue) {
+    return dialogue.focusWidget()->objectName().toStdString();
+  }
+  ContexteUi Contexte;
+  std::vector<std::string> Traces;
+};
+
+}  // namespace
+
+TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
+  SheetEssai feuille(Contexte, Traces);
+  Robot robot;
+  robot.Attend("SheetEssai", [&](QDialog& dialogue) {
+    VerifieFormulaire(dialogue);
+    EXPECT_THAT(Traces, ElementsAre("charge A"));
+    EXPECT_EQ(Focus(feuille), "valeur") << "the first field, not the tabs";
+    Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
+    Touche(feuille, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(feuille.Onglets().currentIndex(), 2);
+    Touche(feuille, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    Touche(feuille, Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(feuille.Onglets().currentIndex(), 0);
+    EXPECT_THAT(Traces, ElementsAre("charge A", "charge B", "charge C"));
+    Traces.clear();
+    Clique(Bouton(dialogue, u"&Ok"_s));
+  });
+  EXPECT_TRUE(feuille.Execute());
+  EXPECT_THAT(Traces, ElementsAre("controle C", "controle B", "controle A", "enregistre C", "enregistre B",
+                                  "enregistre A", "apres"));
+}
+
+TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
+  SheetEssai feuille(Contexte, Traces);
+  feuille.Onglets().setCurrentIndex(1);
+  feuille.show();
+  feuille.activateWindow();
+  QApplication::processEvents();
+  EXPECT_THAT(Traces, ElementsAre("charge B"));
+  feuille.Onglets().setCurrentIndex(0);
+  feuille.Pages[1]->Controles = false;
+  Traces.clear();
+  Clique(Bouton(feuille, u"&Ok"_s));
+  EXPECT_EQ(feuille.Onglets().currentIndex(), 1);
+  EXPECT_TRUE(Trouve<QWidget>(*feuille.Pages[1], "valeur").hasFocus());
+  EXPECT_THAT(Traces, ElementsAre("controle B"));
+  EXPECT_TRUE(feuille.isVisible());
+
+  feuille.Pages[1]->Controles = true;
+  feuille.Pages[1]->Enregistres = false;
+  Traces.clear();
+  Clique(Bouton(feuille, u"&Ok"_s));
+  EXPECT_THAT(Traces, ElementsAre("controle B", "controle A", "enregistre B"));
+  EXPECT_TRUE(feuille.isVisible());
+}
+
+TEST_F(FeuilleTest, PageThatCannotBeReadIsLeftOut) {
+  {
+    SheetEssai feuille(Contexte, Traces);
+    feuille.Pages[0]->Charges = false;
+    EXPECT_FALSE(feuille.Execute());
+    EXPECT_THAT(Traces, ElementsAre("charge A"));
+  }
+  SheetEssai feuille(Contexte, Traces);
+  feuille.Pages[1]->Charges = false;
+  Robot robot;
+  robot.Attend("SheetEssai", [&](QDialog&) {
+    QTest::keyClicks(feuille.focusWidget(), u"typed"_s);
+    for (const int page : {0, 2, 0}) {
+      Touche(feuille, Qt::Key_PageDown, Qt::ControlModifier);
+      EXPECT_EQ(feuille.Onglets().currentIndex(), page) << "refused once, passed over from then on";
+    }
+    EXPECT_EQ(Trouve<EditeurTexte>(*feuille.Pages[0], "valeur").Valeur(), "typed");
+    EXPECT_EQ(feuille.focusWidget(), &Trouve<QWidget>(*feuille.Pages[0], "valeur"));
+    Clique(Bouton(feuille, u"&Ok"_s));
+  });
+  EXPECT_TRUE(feuille.Execute());
+  EXPECT_THAT(Traces, ::testing::Not(Contains("enregistre B")));
+}
+
+}  // namespace fenlor::test
