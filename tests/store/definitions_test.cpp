@@ -69,6 +69,17 @@ class Tirage {
 
 constexpr int Tours = 3000;
 
+/// Each key of a record, as it is made of its parts and as it must be.
+void Compare(u16 numFichier, const void* rec,
+             const std::vector<std::pair<std::string, std::string>>& faitesEtAttendues) {
+  unsigned k = 0;
+  for (const auto& [faite, attendue] : faitesEtAttendues) {
+    ASSERT_EQ(Compose(numFichier, k, rec), attendue) << k;
+    ASSERT_EQ(faite, attendue) << k;
+    ++k;
+  }
+}
+
 TEST(Definitions, KeysOfAccounts) {
   Tirage t(1);
   for (int i = 0; i < Tours; ++i) {
@@ -76,21 +87,13 @@ TEST(Definitions, KeysOfAccounts) {
     t.Texte(r.Compte), t.Texte(r.Code), t.Texte(r.Rubrique), t.Texte(r.Designation);
     r.Type = t.Petit();
     const std::string compte = LitTexte(r.Compte), code = LitTexte(r.Code), rubrique = LitTexte(r.Rubrique);
-    const std::string designation = LitTexte(r.Designation);
-    const std::string attendues[] = {
-        Imprime("%-10.10s", compte.c_str()),
-        Imprime("%-8.8s%-10.10s", code.c_str(), compte.c_str()),
-        Imprime("%-3.3s%-10.10s", rubrique.c_str(), compte.c_str()),
-        Imprime("%1d%-10.10s", r.Type, compte.c_str()),
-        Imprime("%-20.20s%-10.10s", designation.c_str(), compte.c_str()),
-    };
-    const std::string faites[] = {MakePlanKey1(compte), MakePlanKey2(code, compte),
-                                  MakePlanKey3(rubrique, compte), MakePlanKey4(r.Type, compte),
-                                  MakePlanKey5(designation, compte)};
-    for (unsigned k = 0; k < 5; ++k) {
-      ASSERT_EQ(Compose(FichierComptes, k, &r), attendues[k]) << k;
-      ASSERT_EQ(faites[k], attendues[k]) << k;
-    }
+    const std::string designation = LitTexte(r.Designation), dix = Imprime("%-10.10s", compte.c_str());
+    Compare(FichierComptes, &r,
+            {{MakePlanKey1(compte), dix},
+             {MakePlanKey2(code, compte), Imprime("%-8.8s", code.c_str()) + dix},
+             {MakePlanKey3(rubrique, compte), Imprime("%-3.3s", rubrique.c_str()) + dix},
+             {MakePlanKey4(r.Type, compte), Imprime("%1d", r.Type) + dix},
+             {MakePlanKey5(designation, compte), Imprime("%-20.20s", designation.c_str()) + dix}});
   }
 }
 
@@ -102,61 +105,44 @@ TEST(Definitions, KeysOfHeadings) {
     r.TypeRubrique = t.Petit();
     r.Ligne = static_cast<i16>(i % 300 - 20);
     const std::string rubrique = LitTexte(r.Rubrique), designation = LitTexte(r.Designation);
-    const std::string attendues[] = {
-        Imprime("%-3.3s", rubrique.c_str()),
-        Imprime("%1d%-3.3s", r.TypeRubrique, rubrique.c_str()),
-        Imprime("%-20.20s%-3.3s", designation.c_str(), rubrique.c_str()),
-        Imprime("%-3.3s%-3.3s", Imprime("%02d", r.Ligne).c_str(), rubrique.c_str()),
-    };
-    const std::string faites[] = {MakeRubriquesKey1(rubrique), MakeRubriquesKey2(r.TypeRubrique, rubrique),
-                                  MakeRubriquesKey3(designation, rubrique),
-                                  MakeRubriquesKey4(r.Ligne, rubrique)};
-    for (unsigned k = 0; k < 4; ++k) {
-      ASSERT_EQ(Compose(FichierRubriques, k, &r), attendues[k]) << k;
-      ASSERT_EQ(faites[k], attendues[k]) << k;
-    }
+    const std::string trois = Imprime("%-3.3s", rubrique.c_str());
+    Compare(FichierRubriques, &r,
+            {{MakeRubriquesKey1(rubrique), trois},
+             {MakeRubriquesKey2(r.TypeRubrique, rubrique), Imprime("%1d", r.TypeRubrique) + trois},
+             {MakeRubriquesKey3(designation, rubrique), Imprime("%-20.20s", designation.c_str()) + trois},
+             {MakeRubriquesKey4(r.Ligne, rubrique),
+              Imprime("%-3.3s", Imprime("%02d", r.Ligne).c_str()) + trois}});
   }
   EXPECT_LT(MakeRubriquesKey4(12, "A"), MakeRubriquesKey4(125, "A"));
   EXPECT_LT(MakeRubriquesKey4(125, "A"), MakeRubriquesKey4(13, "A"));
   EXPECT_LT(MakeRubriquesKey4(9, "A"), MakeRubriquesKey4(10, "A"));
 }
 
-TEST(Definitions, KeysOfBankOperations) {
+TEST(Definitions, KeysOfBankOperationsAndAssets) {
   Tirage t(3);
   for (int i = 0; i < Tours; ++i) {
     Banque r = t.Vide<Banque>();
     t.Texte(r.Compte);
     r.Date = t.UneDate();
     r.Sens = t.Petit();
-    const std::string compte = LitTexte(r.Compte), date = StrSDate(r.Date);
-    const std::string attendues[] = {
-        Imprime("%-10.10s%-8.8s", compte.c_str(), date.c_str()),
-        Imprime("%-8.8s%-10.10s", date.c_str(), compte.c_str()),
-        Imprime("%1d%-10.10s%-8.8s", r.Sens, compte.c_str(), date.c_str()),
-    };
-    const std::string faites[] = {MakeBanquesKey1(compte, r.Date), MakeBanquesKey2(r.Date, compte),
-                                  MakeBanquesKey3(r.Sens, compte, r.Date)};
-    for (unsigned k = 0; k < 3; ++k) {
-      ASSERT_EQ(Compose(FichierBanques, k, &r), attendues[k]) << k;
-      ASSERT_EQ(faites[k], attendues[k]) << k;
-    }
-  }
-}
+    const std::string compte = LitTexte(r.Compte), dix = Imprime("%-10.10s", compte.c_str()),
+                      jour = Imprime("%-8.8s", StrSDate(r.Date).c_str());
+    Compare(FichierBanques, &r,
+            {{MakeBanquesKey1(compte, r.Date), dix + jour},
+             {MakeBanquesKey2(r.Date, compte), jour + dix},
+             {MakeBanquesKey3(r.Sens, compte, r.Date), Imprime("%1d", r.Sens) + dix + jour}});
 
-TEST(Definitions, KeysOfAssets) {
-  Tirage t(5);
-  for (int i = 0; i < Tours; ++i) {
-    Immobilisation r = t.Vide<Immobilisation>();
-    r.Numero = t.Nombre(), r.DateAchat = t.UneDate();
+    Immobilisation m = t.Vide<Immobilisation>();
+    m.Numero = t.Nombre(), m.DateAchat = t.UneDate();
+    const std::string numero = Imprime("%010u", m.Numero);
+    Compare(FichierImmo, &m,
+            {{MakeImmobilisationsKey1(m.DateAchat, m.Numero),
+              Imprime("%-8.8s", StrSDate(m.DateAchat).c_str()) + numero},
+             {MakeImmobilisationsKey2(m.Numero), numero}});
     Amortissement a = t.Vide<Amortissement>();
     a.Numero = t.Nombre(), a.Annee = t.Nombre();
-    const std::string date = StrSDate(r.DateAchat);
-    ASSERT_EQ(Compose(FichierImmo, 0, &r), Imprime("%-8.8s%010u", date.c_str(), r.Numero));
-    ASSERT_EQ(Compose(FichierImmo, 1, &r), Imprime("%010u", r.Numero));
-    ASSERT_EQ(Compose(FichierAmo, 0, &a), Imprime("%010u%04u", a.Numero, a.Annee));
-    ASSERT_EQ(MakeImmobilisationsKey1(r.DateAchat, r.Numero), Compose(FichierImmo, 0, &r));
-    ASSERT_EQ(MakeImmobilisationsKey2(r.Numero), Compose(FichierImmo, 1, &r));
-    ASSERT_EQ(MakeAmortissementsKey(a.Numero, a.Annee), Compose(FichierAmo, 0, &a));
+    Compare(FichierAmo, &a,
+            {{MakeAmortissementsKey(a.Numero, a.Annee), Imprime("%010u%04u", a.Numero, a.Annee)}});
   }
 }
 
