@@ -122,6 +122,17 @@ TEST_F(EtatDocTest, HeightsAndTheDefaultReport) {
   EXPECT_EQ(doc.Titre() + doc.Pied(), "");
 }
 
+TEST_F(EtatDocTest, ReadBackOnTheWayTheReportGoesOnAtItsEnd) {
+  EtatDeTest doc(App());
+  doc.ecrit = [](EtatDeTest& d) {
+    d.EcritEtat("abc\n");
+    EXPECT_EQ(d.LitTexte(0, 2), "ab");
+    d.EcritEtat("def\n");
+  };
+  ASSERT_TRUE(doc.OnNewDocument());
+  EXPECT_EQ(doc.LitTexte(0, 8), "abc\ndef\n");
+}
+
 TEST_F(EtatDocTest, BlocksOfAWrite) {
   struct Cas {
     const char* texte;
