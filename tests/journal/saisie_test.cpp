@@ -253,6 +253,11 @@ TEST_F(SaisieTest, RefusDUneNouvelleEcriture) {
   EXPECT_EQ(0u, NbLignes());
   SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 1e14);
   EXPECT_NE(Essaie(saisie).texte.find("\"T.T.C.\""), std::string::npos) << "named as in the form";
+  for (const Date bord : {FaitDate(1, 1, 2003), FaitDate(31, 12, 2003)}) {
+    saisie = Ecriture(JournalRecettes, "706", 100);
+    saisie.date = bord;
+    EXPECT_EQ(0u, Essaie(saisie).numero) << "first and last day are of the exercice";
+  }
 }
 
 TEST_F(SaisieTest, OrdreDesRefus) {
