@@ -88,6 +88,8 @@ TEST(CalculCompta, RefaitLesTotauxDepuisLesLignes) {
   };
   std::vector<Plan> justes;
   for (const CompteEssai& c : ComptesEssai()) comme(justes.emplace_back(livres.Compte(c.numero)));
+  EXPECT_EQ(+livres.Compte("7060000000").PersoFranc, 262.39);
+  EXPECT_EQ(+livres.Compte("6061000000").TVAFranc, -128.57);
   for (Plan plan : justes) {
     const Position position = livres->ReadPlan(plan, 0);
     for (std::size_t o = offsetof(Plan, PersoFranc); o < offsetof(Plan, Reserve250); o += 8) {

@@ -41,6 +41,7 @@ TEST_P(MoteurTest, UneUniteAnnuleeNeLaisseRien) {
   EXPECT_EQ(livres.Comptes(), "6130000000=LOY 7060000000=HON ");
   moteur.AnnuleUnite();
   EXPECT_EQ(livres.Comptes(), "6060000000=ACH 7060000000=HON ");
+  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("6130000000", "LOY"))) << "no slot is free any more";
   moteur.AnnuleUnite();
   EXPECT_EQ(livres.Comptes(), avant);
   EXPECT_EQ(moteur.NombreEmplacements(FichierComptes), 1u);

@@ -79,10 +79,9 @@ class CDialogEssai : public CZNDialog {
     m_euro.setText(u"Euro"_s);
     m_franc.setChecked(true);
     f.Groupe(u"Historique"_s).Seul(m_liste, "liste", true);
-    if (mode == Mode::Consultation) Montre({Reference, "Lu", "", "7061000000", "2", 12, true, true});
     AjouteBouton(u"Cop&ier"_s, "copier");
     Boutons(mode, voisins);
-    if (mode == Mode::Consultation) LectureSeule();
+    FigeSiCloture();
   }
 
   void Montre(const Fiche& fiche) {
@@ -453,12 +452,13 @@ TEST_F(FormulaireTest, WhatWasTypedIsAskedAboutBeforeANewRecordIsLeft) {
   }
 }
 
-TEST_F(FormulaireTest, ReadOnlyFormShowsAndTakesNothing) {
-  CDialogEssai dialogue(Contexte, Mode::Consultation);
+TEST_F(FormulaireTest, FormOfAClosedExerciceShowsAndTakesNothing) {
+  ASSERT_TRUE(CreeExercice("2003") && App().Reglages.EcritIniExercice({}, "Cloture", "05/01/2004"));
+  CDialogEssai dialogue(Contexte, Mode::Modification);
+  dialogue.Montre({Reference, "Lu", "", "7061000000", "2", 12, true, true});
   Montre(dialogue);
-  EXPECT_EQ(Focus(dialogue), "annuler");
   VerifieFormulaire(dialogue);
-  EXPECT_FALSE(dialogue.findChild<QPushButton*>(u"ok"_s));
+  EXPECT_TRUE(Trouve<QPushButton>(dialogue, "ok").isHidden());
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
   Tape(libelle, u"x"_s);
   Tape(Trouve<QWidget>(dialogue, "adresse"), u"x"_s);
