@@ -56,22 +56,21 @@ class CommandeFiche {
     if (!o.supprimerEcritures) m_contexte.Dialogue.Decline({QuestionEcrituresVariable});
     const u32 ecritures = CompteEcrituresVariable(m_app, Texte(VariableFraisKm));
     m_contexte.Oublie();
-    const ResultatFraisKm r = EnregistreFraisKm(m_app, m_fiche);
-    if (!r) return m_contexte.RefuseRegle(r.erreur);
+    bool supprimees = false;
+    if (const Refus refus = EnregistreFraisKm(m_app, m_fiche, supprimees)) return m_contexte.Refuse(refus);
     if (m_contexte.Globales.json) return Affiche();
     std::string texte = "Frais kilométriques enregistrés : "_w + Montant() + ".\n";
     if (ecritures > 0)
       texte += std::to_string(ecritures) +
-               (r.ecrituresSupprimees ? " écriture(s) supprimée(s).\n"_w
-                                      : " écriture(s) restent dans les comptes de la rubrique.\n"_w);
+               (supprimees ? " écriture(s) supprimée(s).\n"_w
+                           : " écriture(s) restent dans les comptes de la rubrique.\n"_w);
     return m_contexte.Donne(VersUtf8(texte));
   }
 
   int Supprime() {
     m_contexte.Dialogue.Ordonne({QuestionSupprimeFraisKm});
     const bool rien = !m_fiche.enregistre;
-    if (const ResultatFraisKm r = SupprimeFraisKm(m_app, m_fiche); !r)
-      return m_contexte.RefuseRegle(r.erreur);
+    if (const Refus refus = SupprimeFraisKm(m_app, m_fiche)) return m_contexte.Refuse(refus);
     if (m_contexte.Globales.json) return Affiche();
     return m_contexte.Donne(rien ? "Aucun montant n'est enregistré.\n" : "Frais kilométriques supprimés.\n");
   }

@@ -1,12 +1,8 @@
 #include <algorithm>
 
-#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
-#include "ctl/enregistrementjson.h"
-#include "ctl/json.h"
-#include "ctl/optionscommunes.h"
-#include "ctl/tableau.h"
+#include "ctl/verbefiche.h"
 #include "master/rubriques.h"
 #include "store/texte1252.h"
 
@@ -14,148 +10,67 @@ namespace fenlor {
 
 namespace {
 
-/// Texts as typed, in UTF-8; none: not given.
-struct OptionsRubrique {
-  std::string action;    ///< empty: none
-  std::string rubrique;  ///< code of the heading that is modified or deleted
-  std::optional<std::string> code, designation, ligne, type, formule;
-  std::optional<std::string> montant;  ///< makes the heading manual, as a formula makes it automatic
-};
-
-constexpr const char* Types[] = {"recette", "depense", "resultat", "taxe"};
-
-const char* NomType(i16 type) {
-  return type >= 0 && static_cast<std::size_t>(type) < std::size(Types) ? Types[type] : "";
-}
-
-class CommandeFiche {
+class VerbeRubrique : public VerbeFiche {
  public:
-  CommandeFiche(Contexte& contexte, const OptionsRubrique& options)
-      : m_contexte(contexte), m_app(contexte.App), m_options(options) {}
-
-  int Execute() {
-    if (m_options.action == "lister") return Liste();
-    if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(ErrExerciceCloture, {});
-    if (m_options.action == "ajouter") return Remplit() ? Enregistre() : int{StatutRefuse};
-    if (!Trouve()) return StatutRefuse;
-    if (m_options.action == "supprimer") return Supprime();
-    return Remplit() ? Enregistre() : int{StatutRefuse};
-  }
+  using Fiche = FicheRubrique;
+  static constexpr MotsVerbe Mots{"rubrique",
+                                  "Ajoute, modifie, supprime ou liste des rubriques de l'état fiscal",
+                                  "une rubrique",
+                                  "Rubrique",
+                                  "rubrique",
+                                  "CODE",
+                                  "Code de la rubrique",
+                                  "Écrit les rubriques dans l'ordre de leur code",
+                                  true};
+  VerbeRubrique(Contexte& contexte, const OptionsFiche& options)
+      : VerbeFiche(contexte, options, Mots, Fiche::Table, &m_fiche), m_rubriques(m_app, m_app.PathExercice) {}
 
  private:
-  /// The heading of the command line.
-  bool Trouve() {
-    std::string code;
-    if (!PoseOption(m_contexte, "rubrique", m_options.rubrique, code)) return false;
-    CRubriques rubriques(m_app, m_app.PathExercice);
-    PoseTexte(rubriques.Rec->Rubrique, NormaliseRubrique(code));
-    const bool ouvert = rubriques.OpenFile();
-    const bool trop = code.size() > sizeof rubriques.Rec->Rubrique - 1;
-    if (ouvert && (trop || EstVide(code) || !rubriques.Find(0)))
+  bool Trouve(const std::string& code) override {
+    PoseTexte(m_rubriques.Rec->Rubrique, NormaliseRubrique(code));
+    const bool ouvert = m_rubriques.OpenFile();
+    const bool trop = code.size() > sizeof m_rubriques.Rec->Rubrique - 1;
+    if (ouvert && (trop || EstVide(code) || !m_rubriques.Find(0)))
       return m_contexte.Invalide("rubrique", "cette rubrique n'existe pas."_w);
-    if (ouvert && LitFicheRubrique(m_app, rubriques.GetPos(), m_fiche)) return true;
+    if (ouvert && LitFicheRubrique(m_app, m_rubriques.GetPos(), m_fiche)) return true;
     m_contexte.RefuseMagasin();
     return false;
   }
+  bool Remplit() override {
+    const bool montant = m_options.Donne("montant");
+    if (montant || m_options.Donne("formule")) m_fiche.manuel = montant;
+    return PoseOptions();
+  }
+  Refus Enregistre() override { return EnregistreRubrique(m_app, m_fiche); }
+  Refus Supprime() override { return SupprimeRubrique(m_app, m_fiche.position); }
+  std::vector<std::pair<const char*, std::string>> Cles() override {
+    return {{"Rubrique", NormaliseRubrique(m_fiche.code)}};
+  }
+  std::string Nom() override { return m_fiche.code; }
 
-  bool Remplit() {
-    const OptionsRubrique& o = m_options;
-    if (!PoseOption(m_contexte, "code", o.code, m_fiche.code) ||
-        !PoseOption(m_contexte, "designation", o.designation, m_fiche.designation) ||
-        !PoseOption(m_contexte, "ligne", o.ligne, m_fiche.ligne) ||
-        !PoseOption(m_contexte, "formule", o.formule, m_fiche.formule))
-      return false;
-    if (o.type)
-      m_fiche.type = static_cast<i16>(std::find(std::begin(Types), std::end(Types), *o.type) - Types);
-    if (o.montant) m_fiche.montant = TexteVersMontant(*o.montant);
-    if (o.formule || o.montant) m_fiche.manuel = o.montant.has_value();
-    return true;
+  int Liste() override {
+    return VerbeFiche::Liste(m_rubriques, PositionsDe(m_app, m_rubriques),
+                             {"Code", "Ligne", "Type", "Désignation"_w, "Calcul"}, 5,
+                             [this](Position position) { return Ligne(position); });
+  }
+  std::vector<std::string> Ligne(Position position) {
+    if (!LitFicheRubrique(m_app, position, m_fiche)) return {};
+    const auto& types = Fiche::Table.Trouve("type")->mots;
+    const auto type = static_cast<std::size_t>(m_fiche.type);
+    std::string calcul = m_fiche.formule;
+    if (m_fiche.manuel) calcul = FormatMontant(m_fiche.montant, 2, m_app.Reglages.SeparateurDecimal());
+    if (m_fiche.manuel && calcul.empty()) calcul = "0";
+    return {m_fiche.code, m_fiche.ligne, type < types.size() ? types[type] : "", m_fiche.designation, calcul};
   }
 
-  int Enregistre() {
-    const ResultatMaster r = EnregistreRubrique(m_app, m_fiche);
-    if (!r) return m_contexte.RefuseRegle(r.erreur);
-    if (const std::string& avis = m_contexte.Dialogue.Information(); !avis.empty()) m_contexte.Avertit(avis);
-    return Dit("enregistrée."_w);
-  }
-
-  int Supprime() {
-    const ResultatMaster r = SupprimeRubrique(m_app, m_fiche.position);
-    return r ? Dit("supprimée."_w) : m_contexte.RefuseRegle(r.erreur);
-  }
-
-  int Dit(const std::string& fait) {
-    const std::string texte = m_contexte.Globales.json
-                                  ? LigneJson().Texte("Rubrique", NormaliseRubrique(m_fiche.code)).Fin()
-                                  : VersUtf8("Rubrique " + m_fiche.code + ' ' + fait) + "\n";
-    return m_contexte.Donne(texte);
-  }
-
-  int Liste() {
-    Tableau tableau;
-    tableau.Ajoute({"Code", "Ligne", "Type", "Désignation"_w, "Calcul"});
-    CRubriques fichier(m_app, m_app.PathExercice);
-    if (!fichier.OpenFile()) return m_contexte.RefuseMagasin();
-    for (const Position position : PositionsRubriques(m_app)) {
-      FicheRubrique f;
-      if (!LitFicheRubrique(m_app, position, f)) return m_contexte.RefuseMagasin();
-      if (!m_contexte.Globales.json) {
-        const std::string montant = FormatMontant(f.montant, 2, m_app.Reglages.SeparateurDecimal());
-        tableau.Ajoute({f.code, f.ligne, NomType(f.type), f.designation,
-                        !f.manuel         ? f.formule
-                        : montant.empty() ? "0"
-                                          : montant});
-        continue;
-      }
-      std::string ligne;
-      if (!fichier.ReadRec(position)) return m_contexte.RefuseMagasin();
-      AjouteEnregistrement(ligne, Champs(FichierRubriques), fichier.GetRec());
-      if (!m_contexte.Ecrit(ligne)) return StatutRefuse;
-    }
-    constexpr std::size_t gauches = 5;
-    return m_contexte.Globales.json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
-  }
-
-  Contexte& m_contexte;
-  CFenlorApp& m_app;
-  const OptionsRubrique& m_options;
-  FicheRubrique m_fiche;
+  Fiche m_fiche;
+  CRubriques m_rubriques;
 };
-
-int Execute(Contexte& contexte, const OptionsRubrique& options) {
-  return contexte.OuvreExercice() ? CommandeFiche(contexte, options).Execute() : int{StatutRefuse};
-}
-
-void DeclareChamps(Commande action, OptionsRubrique& o) {
-  action.Option("--code", o.code, {}, "Code, 3 caractères au plus")
-      .Option("--designation", o.designation, {}, "Désignation")
-      .Option("--ligne", o.ligne, FormeChiffres("NOMBRE", 0, 5, "numéro de ligne incorrect"),
-              "Ligne de l'état")
-      .Option("--type", o.type, FormeMots({std::begin(Types), std::end(Types)}), "Type")
-      .Option("--formule", o.formule, {}, "Calcul automatique (vide : total des comptes)")
-      .Option("--montant", o.montant, FormeMontant(), "Montant manuel")
-      .Exclut("--formule");
-}
 
 }  // namespace
 
 void DeclareRubriques(LigneCommande& ligne) {
-  const auto o = std::make_shared<OptionsRubrique>();
-  Commande rubrique =
-      ligne.Ajoute("rubrique", "Ajoute, modifie, supprime ou liste des rubriques de l'état fiscal",
-                   [o](Contexte& c) { return Execute(c, *o); });
-  rubrique.Controle([o](const OptionsGlobales&) {
-    return o->action.empty() ? "il manque ajouter, modifier, supprimer ou lister" : std::string();
-  });
-  const auto action = [&](const char* nom, const char* description) {
-    return rubrique.Action(nom, description, o->action);
-  };
-  DeclareChamps(action("ajouter", "Ajoute une rubrique"), *o);
-  Commande modifier = action("modifier", "Change les champs donnés d'une rubrique");
-  for (Commande a : {modifier, action("supprimer", "Supprime une rubrique")})
-    a.Option("rubrique", o->rubrique, {"CODE"}, "Code de la rubrique").Obligatoire();
-  DeclareChamps(modifier, *o);
-  action("lister", "Écrit les rubriques dans l'ordre de leur code");
+  DeclareVerbe<VerbeRubrique>(ligne, std::make_shared<OptionsFiche>());
 }
 
 }  // namespace fenlor

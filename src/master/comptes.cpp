@@ -5,7 +5,6 @@
 
 #include "core/cles.h"
 #include "core/erreurs.h"
-#include "core/nomschamps.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
@@ -17,6 +16,31 @@ namespace fenlor {
 
 namespace {
 
+using G = GenreChamp;
+using Fiche = FicheCompte;
+
+constexpr const char* Types[] = {"tresorerie", "recette", "depense", "tva", "autre"};
+// clang-format off
+constexpr ChampFiche Champs[] = {
+  {"type", Membre<&Fiche::type>, G::Choix, "Type", 0, {"type", "Type de compte, avec --forme plan"}, Types},
+  {"code", Membre<&Fiche::code>, G::Texte, "Code", 0, {"code", "Code, 8 caractères au plus"}},
+  {"compte", Membre<&Fiche::compte>, G::Compte, "Compte", 0,
+   {"compte", "Numéro, 10 caractères au plus (trésorerie : proposé s'il manque)"}},
+  {"designation", Membre<&Fiche::designation>, G::Texte, "Designation", 0, {"designation", "Désignation"}},
+  {"rubrique", Membre<&Fiche::rubrique>, G::Texte, "Rubrique", 0,
+   {"rubrique", "Code de la rubrique (vide : aucune)"}},
+  {"tva", Membre<&Fiche::compteTVA>, G::Texte, "CompteTVA", 0,
+   {"tva", "Numéro du compte de T.V.A. (vide : aucun)", "", "", "COMPTE"}},
+  {"taux", Membre<&Fiche::tauxTVA>, G::Montant, "TauxTVA", 6, {"taux", "Taux d'un compte de T.V.A., en %"}},
+  {"professionnelle", Membre<&Fiche::partPro>, G::Montant, "", 6,
+   {"part-pro", "Part professionnelle d'une dépense, en %"}},
+  {"banque", Membre<&Fiche::banque>, G::Drapeau, "TypeTresorerie"},
+  {"debit", Membre<&Fiche::debitInitial>, G::Montant, "", 14, {"debit-initial", "Solde initial au débit"}},
+  {"credit", Membre<&Fiche::creditInitial>, G::Montant, "", 14,
+   {"credit-initial", "Solde initial au crédit (à confirmer par --oui)", "debit-initial"}},
+};
+// clang-format on
+
 constexpr u32 CleNumero = 0;
 constexpr f64 ToutProfessionnel = 100;
 
@@ -24,16 +48,6 @@ std::string CodeDe(const Plan& compte) { return CompacteTexte(LitTexte(compte.Co
 
 std::string Court(CFenlorApp& app, const std::string& compte) {
   return CompacteTexte(app.Magasin.GetShortCompte(compte));
-}
-
-ResultatMaster Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ,
-                      std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(erreur, arguments);
-  return {erreur, champ};
-}
-
-ResultatMaster RefuseMagasin(CFenlorApp& app) {
-  return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
 }
 
 bool Lit(CFenlorApp& app, Position position, Plan& compte) {
@@ -96,12 +110,6 @@ bool DeplaceAdresse(CFenlorApp& app, const std::string& ancien, const std::strin
   return lot.Ecrit();
 }
 
-std::size_t LongueurNumero(const std::string& compte) {
-  return static_cast<std::size_t>(std::count_if(compte.begin(), compte.end(), [](char c) {
-    return static_cast<unsigned char>(c) > 32 && c != '\xA0';
-  }));
-}
-
 /// One saving: the checks of a form in their order, then the record.
 class Enregistrement {
  public:
@@ -113,15 +121,15 @@ class Enregistrement {
         m_compte(QVAPI::GetLongCompte(fiche.compte)),
         m_type(forme == FormeCompte::Tresorerie ? i16{Tresorerie} : fiche.type) {}
 
-  ResultatMaster Fait() {
-    if (m_fiche.position != 0 && !Lit(m_app, m_fiche.position, m_rec)) return {ErrFichierIndexe, ""};
+  Refus Fait() {
+    if (m_fiche.position != 0 && !Lit(m_app, m_fiche.position, m_rec)) return EchecFichier();
     m_avant = m_rec;
-    using Controle = ResultatMaster (Enregistrement::*)() const;
+    using Controle = Refus (Enregistrement::*)() const;
     for (const Controle controle :
          {&Enregistrement::Limites, &Enregistrement::Obligatoires, &Enregistrement::Fige,
           &Enregistrement::Reserve, &Enregistrement::Solde, &Enregistrement::SoldeCrediteur,
           &Enregistrement::Classe, &Enregistrement::Doubles})
-      if (const ResultatMaster r = (this->*controle)(); !r) return r;
+      if (const Refus refus = (this->*controle)()) return refus;
     Remplit();
     return Ecrit();
   }
@@ -131,77 +139,63 @@ class Enregistrement {
   bool Est(FormeCompte forme) const { return m_forme == forme; }
   std::string AncienNumero() const { return LitTexte(m_avant.Compte); }
 
-  ResultatMaster Limites() const {
+  Refus Limites() const {
     if (Est(FormeCompte::RecettesDepenses) && !Ajout() && EstComptePersonnel(m_app, AncienNumero()))
-      return Refuse(m_app, ErrComptePersonnel, "", {Court(m_app, AncienNumero())});
-    const struct {
-      const char* champ;
-      std::size_t longueur, limite;
-    } textes[] = {{"code", m_code.size(), sizeof m_rec.Code - 1},
-                  {"compte", LongueurNumero(m_fiche.compte), sizeof m_rec.Compte - 1},
-                  {"designation", m_fiche.designation.size(), sizeof m_rec.Designation - 1},
-                  {"rubrique", m_fiche.rubrique.size(), sizeof m_rec.Rubrique - 1}};
-    for (const auto& texte : textes)
-      if (texte.longueur > texte.limite)
-        return Refuse(m_app, ErrTexteTropLong, texte.champ,
-                      {NomChamp(texte.champ), std::to_string(texte.limite)});
+      return Refus(ErrComptePersonnel, "", {Court(m_app, AncienNumero())});
+    FicheCompte fiche = m_fiche;
+    fiche.code = m_code;
+    return ControleTextes(FicheCompte::Table, &fiche);
+  }
+
+  Refus Obligatoires() const {
+    if (m_code.empty()) return Refus(ErrCodeObligatoire, "code");
+    if (m_compte.empty()) return Refus(ErrNumeroObligatoire, "compte");
     return {};
   }
 
-  ResultatMaster Obligatoires() const {
-    if (m_code.empty()) return Refuse(m_app, ErrCodeObligatoire, "code");
-    if (m_compte.empty()) return Refuse(m_app, ErrNumeroObligatoire, "compte");
-    return {};
-  }
-
-  ResultatMaster Fige() const {
+  Refus Fige() const {
     if (Ajout()) return {};
     const bool numero = m_compte != AncienNumero(), type = m_type != m_avant.Type;
     const char* champ = numero ? "compte" : "type";
     if (ADesMouvements(m_avant)) {
-      if (numero || type) return Refuse(m_app, ErrCompteMouvemente, champ);
+      if (numero || type) return Refus(ErrCompteMouvemente, champ);
       if (m_type == Tva && Est(FormeCompte::PlanComptable) && m_fiche.tauxTVA != m_avant.TauxTVA)
-        return Refuse(m_app, ErrModificationTvaMouvementee, "taux");
+        return Refus(ErrModificationTvaMouvementee, "taux");
     }
     if (!numero && !type) return {};
     const std::string utilisation = UtilisationCompte(m_app, AncienNumero());
     return utilisation.empty()
-               ? ResultatMaster{}
-               : Refuse(m_app, ErrCompteUtiliseChange, champ, {Court(m_app, AncienNumero()), utilisation});
+               ? Refus()
+               : Refus(ErrCompteUtiliseChange, champ, {Court(m_app, AncienNumero()), utilisation});
   }
 
-  ResultatMaster Reserve() const {
+  Refus Reserve() const {
     if (m_type != Tresorerie || (!Ajout() && m_avant.Type == Tresorerie && m_code == CodeDe(m_avant)) ||
         !EstPartieDesReglages(m_app, m_code))
       return {};
-    return Refuse(m_app, ErrCodeReserve, "code", {m_code});
+    return Refus(ErrCodeReserve, "code", {m_code});
   }
 
-  ResultatMaster SoldeCrediteur() const {
-    if (m_type == Tresorerie && m_fiche.creditInitial != 0 &&
-        m_app.MessageId(BoutonsOuiNon | IconeAttention, QuestionSoldeCrediteur) == RepOui)
-      return {QuestionSoldeCrediteur, "credit"};
-    return {};
+  Refus SoldeCrediteur() const {
+    if (m_type != Tresorerie || m_fiche.creditInitial == 0) return {};
+    return m_app.Demande(BoutonsOuiNon | IconeAttention, RepNon, QuestionSoldeCrediteur, "credit");
   }
 
-  ResultatMaster Classe() const {
+  Refus Classe() const {
     if (Est(FormeCompte::Tresorerie)) {
       const std::string classe =
           CompacteTexte(m_app.Reglages.LitIni(Texte(SecTresorerie), Texte(CleClasse)).substr(0, 11));
-      if (!m_compte.starts_with(classe)) return Refuse(m_app, ErrClasseCompte, "compte");
+      if (!m_compte.starts_with(classe)) return Refus(ErrClasseCompte, "compte");
     }
-    if (Est(FormeCompte::PlanComptable) && !ClasseJuste(m_type, m_compte) &&
-        m_app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionClasseCompte) != RepOui)
-      return {QuestionClasseCompte, "type"};
-    return {};
+    if (!Est(FormeCompte::PlanComptable) || ClasseJuste(m_type, m_compte)) return {};
+    return m_app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionClasseCompte, "type");
   }
 
-  ResultatMaster Doubles() const {
+  Refus Doubles() const {
     // An account that holds the number would be replaced without a word.
-    if (NumeroPris(m_app, m_compte, m_fiche.position))
-      return Refuse(m_app, ErreurNumeroPris(m_forme), "compte");
+    if (NumeroPris(m_app, m_compte, m_fiche.position)) return Refus(ErreurNumeroPris(m_forme), "compte");
     if (Ajout() && !Est(FormeCompte::RecettesDepenses) && CodePris(m_app, m_code, 0, Tresorerie))
-      return Refuse(m_app, ErrCodeTresorerieExistant, "code");
+      return Refus(ErrCodeTresorerieExistant, "code");
     return {};
   }
 
@@ -232,12 +226,12 @@ class Enregistrement {
 
   f64 SoldeSaisi() const { return m_type == Tresorerie ? m_fiche.creditInitial - m_fiche.debitInitial : 0; }
 
-  ResultatMaster Solde() const {
+  Refus Solde() const {
     if (!SoldeChange() || (std::fabs(SoldeEuro()) <= MontantMax && std::fabs(SoldeFranc()) <= MontantMax))
       return {};
     const auto texte = [](f64 montant) { return FormatMontant(montant, 2); };
-    return Refuse(m_app, ErrMontantBornes, m_fiche.creditInitial != 0 ? "credit" : "debit",
-                  {texte(std::fabs(SoldeSaisi())), "0", texte(MontantMax)});
+    return Refus(ErrMontantBornes, m_fiche.creditInitial != 0 ? "credit" : "debit",
+                 {texte(std::fabs(SoldeSaisi())), "0", texte(MontantMax)});
   }
 
   f64 Taux() const { return m_app.Magasin.GetTauxEuro(m_app.Magasin.Today()); }
@@ -263,16 +257,12 @@ class Enregistrement {
         m_type == Depense && !EstComptePersonnel(m_app, m_compte) ? m_fiche.partPro : ToutProfessionnel;
   }
 
-  ResultatMaster Ecrit() {
+  Refus Ecrit() {
     CPlan plan(m_app, m_app.PathExercice);
-    if (!plan.OpenFile()) return {ErrOuvertureFichier, ""};
-    QVAPI::Unite unite(m_app.Magasin);
-    if (!plan.Delete(m_fiche.position)) return {ErrFichierIndexe, ""};
-    *plan.Rec = m_rec;
-    if (!plan.Add()) return {ErrFichierIndexe, ""};
-    if (!unite.Valide()) return RefuseMagasin(m_app);
+    if (!plan.OpenFile()) return EchecFichier();
     const bool etaitTresorerie = !Ajout() && m_avant.Type == Tresorerie;
-    m_fiche.position = plan.GetPos();
+    *plan.Rec = m_rec;
+    if (const Refus refus = RemplaceEnregistrement(m_app, plan, m_fiche.position)) return refus;
     if (etaitTresorerie && m_type == Tresorerie && !DeplaceAdresse(m_app, CodeDe(m_avant), m_code)) {
       Profil& reglages = m_app.Magasin.Reglages();
       m_app.ReportErreur(ErrReglages, {reglages.Chemin(), m_app.Magasin.QVErreurTexte(reglages.Erreur())});
@@ -290,6 +280,8 @@ class Enregistrement {
 
 }  // namespace
 
+const TableFiche FicheCompte::Table{"Plan", Champs};
+
 bool ADesMouvements(const Plan& compte) {
   return compte.CreditFranc != 0 || compte.CreditEuro != 0 || compte.DebitFranc != 0 || compte.DebitEuro != 0;
 }
@@ -306,20 +298,12 @@ FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type) {
 
 bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte) {
   if (!Lit(app, position, compte)) return false;
-  const std::string numero = LitTexte(compte.Compte);
   const f64 initial = app.Reglages.IsEuro() ? compte.SoldeInitialEuro : compte.SoldeInitialFranc;
-  fiche = FicheCompte{};
+  FicheDepuis(app, FicheCompte::Table, &compte, &fiche);
   fiche.position = position;
   fiche.code = CodeDe(compte);
-  fiche.compte = Court(app, numero);
-  fiche.designation = LitTexte(compte.Designation);
-  fiche.type = compte.Type;
-  fiche.rubrique = LitTexte(compte.Rubrique);
-  fiche.compteTVA = LitTexte(compte.CompteTVA);
-  fiche.tauxTVA = compte.TauxTVA;
   fiche.partPro =
-      compte.Type == Depense && !EstComptePersonnel(app, numero) ? +compte.PartPro : ToutProfessionnel;
-  fiche.banque = compte.TypeTresorerie != 0;
+      compte.Type == Depense && !EstComptePersonnel(app, fiche.compte) ? +compte.PartPro : ToutProfessionnel;
   fiche.debitInitial = initial < 0 ? -initial : 0;
   fiche.creditInitial = initial > 0 ? initial : 0;
   return true;
@@ -362,42 +346,38 @@ bool ClasseJuste(i16 type, const std::string& compte) {
   }
 }
 
-ResultatMaster ControleCode(CFenlorApp& app, FormeCompte, const FicheCompte& fiche) {
+Refus ControleCode(CFenlorApp& app, FormeCompte, const FicheCompte& fiche) {
   const std::string code = CompacteTexte(fiche.code);
-  return code.empty() || !CodePris(app, code, fiche.position) ? ResultatMaster{}
-                                                              : Refuse(app, ErrCodeExistant, "code");
+  return code.empty() || !CodePris(app, code, fiche.position) ? Refus() : Refus(ErrCodeExistant, "code");
 }
 
-ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche) {
+Refus ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche) {
   const std::string compte = QVAPI::GetLongCompte(fiche.compte);
   if (compte.empty() || !NumeroPris(app, compte, fiche.position)) return {};
-  return Refuse(app, ErreurNumeroPris(forme), "compte");
+  return Refus(ErreurNumeroPris(forme), "compte");
 }
 
-ResultatMaster EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche) {
+Refus EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche) {
   if (app.Reglages.IsExerciceCloture()) return {};
   return Enregistrement(app, forme, fiche).Fait();
 }
 
-ResultatMaster SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture, "");
+Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   Plan compte{};
   if (position == 0) return {};
-  if (!Lit(app, position, compte)) return {ErrFichierIndexe, ""};
+  if (!Lit(app, position, compte)) return EchecFichier();
   const bool simple = forme == FormeCompte::RecettesDepenses;
-  if (ADesMouvements(compte)) {
-    const TexteFixe& message = simple ? InfoCompteMouvemente : InfoTresorerieMouvementee;
-    app.MessageId(BoutonsOk | IconeAttention, message);
-    return {message, ""};
-  }
+  if (ADesMouvements(compte)) return Avertit(app, simple ? InfoCompteMouvemente : InfoTresorerieMouvementee);
   const std::string numero = LitTexte(compte.Compte), court = Court(app, numero);
   if (const std::string utilisation = UtilisationCompte(app, numero); !utilisation.empty())
-    return Refuse(app, ErrCompteUtilise, "", {court, utilisation});
+    return Refus(ErrCompteUtilise, "", {court, utilisation});
   const TexteFixe& question = simple ? QuestionSupprimeCompte : QuestionSupprimeTresorerie;
-  if (app.MessageId(BoutonsOuiNon | IconeQuestion, question, {simple ? court : CodeDe(compte)}) != RepOui)
-    return {question, ""};
+  if (const Refus refus =
+          app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, question, "", {simple ? court : CodeDe(compte)}))
+    return refus;
   CPlan plan(app, app.PathExercice);
-  return plan.OpenFile() && plan.Delete(position) ? ResultatMaster{} : ResultatMaster{ErrFichierIndexe, ""};
+  return SupprimeEnregistrement(plan, position);
 }
 
 }  // namespace fenlor

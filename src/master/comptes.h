@@ -6,22 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "core/btfiles.h"
 #include "core/colonneliste.h"
+#include "core/fiche.h"
 
 namespace fenlor {
 
 /// Which form an account is edited in. Checks, their order and their texts differ.
 enum class FormeCompte { RecettesDepenses, Tresorerie, PlanComptable };
-
-/// Outcome of a rule. A refusal has been told by `CFenlorApp::Boite`.
-struct ResultatMaster {
-  unsigned erreur = 0;  ///< number of the message or of the question that stopped; 0: done
-  /// Field to point at, or none: "code", "compte", "designation", "rubrique", "type", "taux",
-  /// "credit", "formule".
-  const char* champ = "";
-  explicit operator bool() const { return erreur == 0; }
-};
 
 /// What a form holds of an account. Texts as typed, Windows-1252; amounts in the
 /// exercice's currency.
@@ -37,6 +28,7 @@ struct FicheCompte {
   f64 partPro = 100;                        ///< percent
   bool banque = true;                       ///< treasury: bank account, else cash
   f64 debitInitial = 0, creditInitial = 0;  ///< treasury: one of them is 0
+  static const TableFiche Table;
 };
 
 /// Derived figures of an account in one currency; solde is credit minus debit.
@@ -60,11 +52,11 @@ std::string ProposeNumeroTresorerie(CFenlorApp& app, bool banque);
 /// Class rule on the long number: 5 treasury, 7 receipts, 6 expenses, 4 VAT, another one the rest.
 bool ClasseJuste(i16 type, const std::string& compte);
 
-/// Leaving the code or number field: 0, or the error (told) when another account has it. A code
+/// Leaving the code or number field: refused when another account has it. A code
 /// is compared without blanks around it and without regard to case, as quick entry looks it up.
 /// Saving does not look for a code again: whoever saves without leaving the field asks before.
-ResultatMaster ControleCode(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
-ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
+Refus ControleCode(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
+Refus ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
 /// All checks of the form in their order, then delete and add in one unit; nothing is
 /// written on a closed exercice, which is a success. `fiche.position` becomes the new one.
 /// What the form does not hold of the record stays, the totals above all. A `compteTVA` that is
@@ -77,10 +69,10 @@ ResultatMaster ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCom
 /// that has movements (3100, "taux"); the number of another account, which the record would
 /// replace (3070, 3092); an opening balance beyond what the store takes in either currency (3401); a
 /// treasury code that is a section of the settings or an exercice (3250).
-ResultatMaster EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche);
+Refus EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche);
 /// Closed exercice, movements, what else names the account (3251, as for 3252), then the
-/// question. Done, or nothing to do for position 0: `erreur` 0. The settings of a bank stay.
-ResultatMaster SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position);
+/// question. Nothing to do for position 0. The settings of a bank stay.
+Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position);
 
 /// A row of the list of headings of a side (all of them for a type other than receipts and
 /// expenses), and of the list of VAT accounts.

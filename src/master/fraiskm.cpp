@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/btfiles.h"
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/fiche.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
@@ -109,16 +109,10 @@ LotReglages Changements(CFenlorApp& app, const FicheFraisKm& fiche) {
   return lot;
 }
 
-ResultatFraisKm Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ = "",
-                       std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(erreur, arguments);
-  return {erreur, champ};
-}
-
-ResultatFraisKm Ecrit(CFenlorApp& app, LotReglages& lot) {
+Refus Ecrit(CFenlorApp& app, LotReglages& lot) {
   if (lot.Ecrit()) return {};
   const Profil& reglages = app.Magasin.Reglages();
-  return Refuse(app, ErrReglages, "", {reglages.Chemin(), app.Magasin.QVErreurTexte(reglages.Erreur())});
+  return Refus(ErrReglages, "", {reglages.Chemin(), app.Magasin.QVErreurTexte(reglages.Erreur())});
 }
 
 /// The entries that the allowance replaces, when the user wants them gone.
@@ -175,44 +169,45 @@ std::string FormatTauxKm(const CFenlorApp& app, const std::string& texte, std::s
   return EcritNombre(app, Arrondi(taux, DecimalesTaux), DecimalesTaux);
 }
 
-ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture);
+Refus EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche, bool& supprimees) {
+  supprimees = false;
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   FicheFraisKm ecrite = fiche;
   TientDansLesLimites(app, ecrite);
   if (Arrondi2(CalculFraisKm(app, ecrite)) == 0)
-    return Refuse(app, ErrMontantNul, ecrite.compteur ? "dernier" : "kms");
-  if (app.Reglages.IsFraisKm() &&
-      app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionRemplaceFraisKm) != RepOui)
-    return {QuestionRemplaceFraisKm, ""};
+    return Refus(ErrMontantNul, ecrite.compteur ? "dernier" : "kms");
+  if (app.Reglages.IsFraisKm())
+    if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionRemplaceFraisKm))
+      return refus;
 
-  ResultatFraisKm resultat;
-  resultat.ecrituresSupprimees = FautSupprimerEcritures(app);
+  const bool supprime = FautSupprimerEcritures(app);
   // Open until the unit has ended: what it undoes belongs to open files.
   CLines lignes(app, app.PathExercice);
   CPlan plan(app, app.PathExercice);
-  if (!lignes.OpenFile() || !plan.OpenFile()) return {ErrOuvertureFichier, ""};
+  if (!lignes.OpenFile() || !plan.OpenFile()) return EchecFichier();
   QVAPI::Unite unite(app.Magasin);
-  if (resultat.ecrituresSupprimees && !SupprimeEcrituresVariable(app, Texte(VariableFraisKm)))
-    return {ErrMagasin, ""};
+  if (supprime)
+    if (const Refus refus = SupprimeEcrituresVariable(app, Texte(VariableFraisKm))) return refus;
   LotReglages lot = Changements(app, ecrite);
-  if (const ResultatFraisKm ecrit = Ecrit(app, lot); !ecrit) return ecrit;
+  if (const Refus refus = Ecrit(app, lot)) return refus;
   ecrite.enregistre = true;
   fiche = ecrite;
-  if (unite.Valide()) return resultat;
-  return Refuse(app, ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+  if (!unite.Valide()) return app.EchecMagasin();
+  supprimees = supprime;
+  return {};
 }
 
-ResultatFraisKm SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture);
+Refus SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   if (!app.Reglages.IsFraisKm()) return {};
-  if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeFraisKm) != RepOui)
-    return {QuestionSupprimeFraisKm, ""};
+  if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeFraisKm))
+    return refus;
   LotReglages lot(app);
   lot.Pose(app.NomExercice, Texte(CleFraisKm), Texte(MotNon));
   for (const TexteFixe& cle : {CleKmAncien, CleKmDernier, CleKmDistance})
     lot.Pose(app.NomExercice, Texte(cle), {});
   lot.Pose(Texte(SecFraisKm), Texte(CleKmAncien), {});
-  if (const ResultatFraisKm ecrit = Ecrit(app, lot); !ecrit) return ecrit;
+  if (const Refus refus = Ecrit(app, lot)) return refus;
   fiche.enregistre = false;
   for (std::string* texte : {&fiche.ancien, &fiche.dernier, &fiche.kms}) texte->clear();
   return {};

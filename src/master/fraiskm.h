@@ -38,24 +38,16 @@ std::array<std::string, 3> LibellesTauxKm(const CFenlorApp& app, const FicheFrai
 /// A rate as its field shows it after it was left.
 std::string FormatTauxKm(const CFenlorApp& app, const std::string& texte, std::size_t tranche);
 
-/// Outcome of saving or deleting. A refusal has been told by `CFenlorApp::Boite`.
-struct ResultatFraisKm {
-  unsigned erreur = 0;               ///< number of the message or question that stopped; 0: done
-  const char* champ = "";            ///< "kms" or "dernier" for an amount of zero, else none
-  bool ecrituresSupprimees = false;  ///< entries were deleted: the other windows are to follow
-  explicit operator bool() const { return erreur == 0; }
-};
-
-/// Closed exercice (3056); an amount that rounds to 0 (3106); the question 3380 when an amount is
-/// recorded already; when there are entries in accounts of headings that use "&FRAISKM", or that
+/// Closed exercice (3056); an amount that rounds to 0 (3106, at "kms" or "dernier"); the question 3380 when
+/// an amount is recorded already; when there are entries in accounts of headings that use "&FRAISKM", or that
 /// these add up, the offer 3381 to delete them, which may be declined. Then all settings at once, and
 /// the deletion when they stand on the disk: a failure never takes entries without an amount in their
 /// place. `fiche` becomes what was written: within its limits, the distance that of the readings where
-/// these count.
-ResultatFraisKm EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche);
+/// these count. `supprimees`: entries were deleted.
+Refus EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche, bool& supprimees);
 /// Closed exercice (3056), then the question 3382. Empties readings and distance; the scale stays.
 /// Nothing to do, which is a success, when no amount is recorded.
-ResultatFraisKm SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche);
+Refus SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche);
 
 /// The yearly allowance that is recorded, by the rates of one currency; 0 when none is. A blank
 /// value of the scale is that of the common section, readings and distance are taken as they stand.

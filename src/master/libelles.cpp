@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <memory>
 
-#include "master/rubriques.h"
+#include "core/valeurs.h"
 #include "master/textes.h"
 
 namespace fenlor {
@@ -75,7 +75,7 @@ std::string NormeLibelle(std::string_view texte) {
   std::string norme(texte);
   std::replace_if(
       norme.begin(), norme.end(), [](char c) { return static_cast<u8>(c) < ' '; }, ' ');
-  return NormeTexte(NormeTexte(norme).substr(0, LongueurLibelle));
+  return CompacteTexte(CompacteTexte(norme).substr(0, LongueurLibelle));
 }
 
 bool LibelleRelisible(std::string_view texte) {

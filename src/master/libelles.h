@@ -11,7 +11,7 @@ namespace fenlor {
 
 constexpr std::size_t LongueurLibelle = 80;
 
-/// As a label stands in the file: blanks as `NormeTexte` leaves them, cut to 80.
+/// As a label stands in the file: blanks as `CompacteTexte` leaves them, cut to 80.
 std::string NormeLibelle(std::string_view texte);
 /// False for a text that would not come back from the file: a blank one, or one that begins with "@" or
 /// "[" as the lines that are no labels do.

@@ -145,14 +145,14 @@ bool EcritComptable(CFenlorApp& app, const std::string& identification) {
 
 bool MotDePasseExiste(CFenlorApp& app) { return MotDePasseDefini(MotDePasseStocke(app)); }
 
-ResultatOptions ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie) {
+Refus ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie) {
   if (saisie.EstVide()) return {};
   const std::string stocke = MotDePasseStocke(app);
   const bool ancienAttendu = MotDePasseDefini(stocke) && NormeMotDePasse(saisie.ancien).empty();
   const char* champ = ancienAttendu ? "ancien" : "nouveau";
-  if (!MotDePasseJuste(stocke, saisie.ancien)) return {ErrAncienMotDePasse, champ};
+  if (!MotDePasseJuste(stocke, saisie.ancien)) return Refus(ErrAncienMotDePasse, champ);
   if (NormeMotDePasse(saisie.nouveau) != NormeMotDePasse(saisie.verification))
-    return {ErrConfirmationMotDePasse, champ};
+    return Refus(ErrConfirmationMotDePasse, champ);
   return {};
 }
 

@@ -14,13 +14,6 @@
 
 namespace fenlor {
 
-/// Number of a refusal, not told, and the field to point at.
-struct ResultatOptions {
-  TexteFixe erreur;  ///< number 0: none
-  const char* champ = "";
-  explicit operator bool() const { return erreur == 0; }
-};
-
 /// Characters that the fields take at most.
 constexpr int TailleIdentification = 128, TailleSiret = 20, TailleApe = 4, TailleDateDebut = 10;
 
@@ -88,7 +81,7 @@ bool MotDePasseExiste(CFenlorApp& app);
 /// 3068 the old one is wrong, 3067 the new ones differ; without regard to case and
 /// to the number of blanks. The field is "ancien" while that is to be typed and
 /// blank, else "nouveau".
-ResultatOptions ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie);
+Refus ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie);
 /// Once it was checked. A blank new password ends the protection.
 bool EcritMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie);
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "core/btfiles.h"
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/fiche.h"
 #include "core/valeurs.h"
 #include "master/textes.h"
 #include "store/texte1252.h"
@@ -35,10 +35,10 @@ bool AMouvements(const Plan& rec) {
   return rec.CreditFranc != 0 || rec.DebitFranc != 0 || rec.CreditEuro != 0 || rec.DebitEuro != 0;
 }
 
-ResultatOptions RefuseMouvements(CFenlorApp& app, const LigneTva& ligne, const TexteFixe& erreur) {
+Refus RefuseMouvements(CFenlorApp& app, const LigneTva& ligne, const TexteFixe& erreur) {
   if (ligne.position == 0) return {};
   CPlan plan(app, app.PathExercice);
-  if (plan.OpenFile() && Trouve(plan, ligne.compte) && AMouvements(*plan.Rec)) return {erreur, "liste"};
+  if (plan.OpenFile() && Trouve(plan, ligne.compte) && AMouvements(*plan.Rec)) return Refus(erreur, "liste");
   return {};
 }
 
@@ -69,30 +69,29 @@ bool Cree(CPlan& plan, const LigneTva& ligne) {
   return plan.Add();
 }
 
-bool SupprimeAbsents(CFenlorApp& app, CPlan& plan, const std::vector<LigneTva>& lignes, unsigned& comptes) {
+Refus SupprimeAbsents(CFenlorApp& app, CPlan& plan, const std::vector<LigneTva>& lignes, unsigned& comptes) {
   for (const LigneTva& ancien : LitComptesTva(app)) {
     if (Porte(lignes, ancien.compte)) continue;
     if (!Trouve(plan, ancien.compte))
-      return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(ErrCleAbsente)});
-    if (AMouvements(*plan.Rec)) return app.ReportErreur(ErrSuppressionTvaMouvementee);
-    if (!app.Magasin.DeletePlan(plan.GetPos()))
-      return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+      return Refus(ErrMagasin, "", {app.Magasin.QVErreurTexte(ErrCleAbsente)});
+    if (AMouvements(*plan.Rec)) return Refus(ErrSuppressionTvaMouvementee);
+    if (!app.Magasin.DeletePlan(plan.GetPos())) return app.EchecMagasin();
     ++comptes;
   }
-  return true;
+  return {};
 }
 
-bool PoseLigne(CFenlorApp& app, CPlan& plan, const LigneTva& ligne, unsigned& comptes) {
+Refus PoseLigne(CPlan& plan, const LigneTva& ligne, unsigned& comptes) {
   if (!Trouve(plan, ligne.compte)) {
     ++comptes;
-    return Cree(plan, ligne);
+    return Cree(plan, ligne) ? Refus() : EchecFichier();
   }
-  if (plan.Rec->Type != Tva) return app.ReportErreur(ErrNumeroExistant);
-  if (plan.Rec->TauxTVA == ligne.taux) return true;
-  if (AMouvements(*plan.Rec)) return app.ReportErreur(ErrModificationTvaMouvementee);
+  if (plan.Rec->Type != Tva) return Refus(ErrNumeroExistant);
+  if (plan.Rec->TauxTVA == ligne.taux) return {};
+  if (AMouvements(*plan.Rec)) return Refus(ErrModificationTvaMouvementee);
   plan.Rec->TauxTVA = ligne.taux;
   ++comptes;
-  return plan.Update();
+  return plan.Update() ? Refus() : EchecFichier();
 }
 
 }  // namespace
@@ -127,47 +126,45 @@ std::string ProposeCompteTva(CFenlorApp& app, const std::vector<LigneTva>& ligne
   return {};
 }
 
-ResultatOptions ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
-                                  const std::string& compte) {
+Refus ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const std::string& compte) {
   CPlan plan(app, app.PathExercice);
   if (Porte(lignes, compte) || (plan.OpenFile() && PorteAilleurs(plan, compte)))
-    return {ErrNumeroExistant, "compte"};
+    return Refus(ErrNumeroExistant, "compte");
   return {};
 }
 
-ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
-                                 const LigneTva& saisie) {
-  if (saisie.compte.empty()) return {ErrNumeroTvaObligatoire, "compte"};
-  const ResultatOptions numero = ControleNumeroTva(app, lignes, saisie.compte);
-  return numero ? ControleTauxTva(saisie.taux) : numero;
+Refus ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const LigneTva& saisie) {
+  if (saisie.compte.empty()) return Refus(ErrNumeroTvaObligatoire, "compte");
+  const Refus numero = ControleNumeroTva(app, lignes, saisie.compte);
+  return numero ? numero : ControleTauxTva(saisie.taux);
 }
 
-ResultatOptions ControleTauxTva(f64 taux) {
-  if (!(Arrondi2(taux) > 0)) return {ErrTauxTvaObligatoire, "taux"};
+Refus ControleTauxTva(f64 taux) {
+  if (!(Arrondi2(taux) > 0)) return Refus(ErrTauxTvaObligatoire, "taux");
   return {};
 }
 
-ResultatOptions ControleModificationTva(CFenlorApp& app, const LigneTva& ligne) {
+Refus ControleModificationTva(CFenlorApp& app, const LigneTva& ligne) {
   return RefuseMouvements(app, ligne, ErrModificationTvaMouvementee);
 }
 
-ResultatOptions ControleSuppressionTva(CFenlorApp& app, const LigneTva& ligne) {
+Refus ControleSuppressionTva(CFenlorApp& app, const LigneTva& ligne) {
   return RefuseMouvements(app, ligne, ErrSuppressionTvaMouvementee);
 }
 
-ApplicationTva AppliqueComptesTva(CFenlorApp& app, const std::vector<LigneTva>& lignes) {
-  ApplicationTva resultat;
-  if (app.Reglages.IsExerciceCloture()) return {true, 0};
+Refus AppliqueComptesTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, unsigned& comptes) {
+  comptes = 0;
+  if (app.Reglages.IsExerciceCloture()) return {};
   CPlan plan(app, app.PathExercice);
-  if (!plan.OpenFile()) return {};
+  if (!plan.OpenFile()) return EchecFichier();
   QVAPI::Unite unite(app.Magasin);
-  if (!SupprimeAbsents(app, plan, lignes, resultat.comptes)) return {};
+  unsigned changes = 0;
+  if (const Refus refus = SupprimeAbsents(app, plan, lignes, changes)) return refus;
   for (const LigneTva& ligne : lignes)
-    if (!PoseLigne(app, plan, ligne, resultat.comptes)) return {};
-  resultat.fait = unite.Valide();
-  if (!resultat.fait)
-    app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
-  return resultat.fait ? resultat : ApplicationTva{};
+    if (const Refus refus = PoseLigne(plan, ligne, changes)) return refus;
+  if (!unite.Valide()) return app.EchecMagasin();
+  comptes = changes;
+  return {};
 }
 
 }  // namespace fenlor

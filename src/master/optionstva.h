@@ -22,26 +22,21 @@ std::vector<LigneTva> LitComptesTva(CFenlorApp& app);
 std::string ProposeCompteTva(CFenlorApp& app, const std::vector<LigneTva>& lignes);
 /// 3070 ("compte") when a row or an account holds the number. An account that was
 /// only taken out of the list may be listed again.
-ResultatOptions ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
-                                  const std::string& compte);
+Refus ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const std::string& compte);
 /// A row to be added: 3071 ("compte") no number, 3070, 3069 ("taux") no rate.
-ResultatOptions ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes,
-                                 const LigneTva& saisie);
+Refus ControleAjoutTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const LigneTva& saisie);
 /// The new rate of a row: 3069 ("taux").
-ResultatOptions ControleTauxTva(f64 taux);
+Refus ControleTauxTva(f64 taux);
 /// 3100 when a row's account has movements; 0 for a row that was added.
-ResultatOptions ControleModificationTva(CFenlorApp& app, const LigneTva& ligne);
+Refus ControleModificationTva(CFenlorApp& app, const LigneTva& ligne);
 /// 3096 likewise.
-ResultatOptions ControleSuppressionTva(CFenlorApp& app, const LigneTva& ligne);
+Refus ControleSuppressionTva(CFenlorApp& app, const LigneTva& ligne);
 
-struct ApplicationTva {
-  bool fait = false;     ///< false after a refusal, told: the chart is as it was
-  unsigned comptes = 0;  ///< deleted, made and changed
-};
 /// Makes the chart follow the list, as one unit: deletes the VAT accounts that
 /// are no longer listed, makes those that are missing, changes rates that differ.
 /// What met movements since it was listed is refused (3096, 3100). In a closed
-/// exercice nothing is done, which is a success.
-ApplicationTva AppliqueComptesTva(CFenlorApp& app, const std::vector<LigneTva>& lignes);
+/// exercice nothing is done, which is a success. `comptes`: accounts that were deleted, made and changed,
+/// 0 after a refusal, which leaves the chart as it was.
+Refus AppliqueComptesTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, unsigned& comptes);
 
 }  // namespace fenlor

@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include "core/erreurs.h"
-#include "core/nomschamps.h"
-#include "core/texte.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
 #include "master/textes.h"
@@ -14,14 +12,27 @@ namespace fenlor {
 
 namespace {
 
+using G = GenreChamp;
+using Fiche = FicheRubrique;
+
 constexpr u32 CleCode = 0, ClePlanRubrique = 2;
 constexpr int LigneMax = 999;
 
-ResultatMaster Refuse(CFenlorApp& app, const TexteFixe& erreur, const char* champ,
-                      std::initializer_list<std::string> arguments = {}) {
-  app.ReportErreur(erreur, arguments);
-  return {erreur, champ};
-}
+constexpr const char* Types[] = {"recette", "depense", "resultat", "taxe"};
+// clang-format off
+constexpr ChampFiche Champs[] = {
+  {"code", Membre<&Fiche::code>, G::Code, "Rubrique", 0, {"code", "Code, 3 caractères au plus"}},
+  {"designation", Membre<&Fiche::designation>, G::Texte, "Designation", 0, {"designation", "Désignation"}},
+  {"ligne", Membre<&Fiche::ligne>, G::Nombre, "Ligne", 5,
+   {"ligne", "Ligne de l'état", "", "numéro de ligne incorrect"}},
+  {"type", Membre<&Fiche::type>, G::Choix, "TypeRubrique", 0, {"type", "Type"}, Types},
+  {"manuel", Membre<&Fiche::manuel>, G::Drapeau, "Manuel"},
+  {"formule", Membre<&Fiche::formule>, G::Texte, "Formule", 0,
+   {"formule", "Calcul automatique (vide : total des comptes)"}},
+  {"montant", Membre<&Fiche::montant>, G::MontantSigne, "Manuel", 16,
+   {"montant", "Montant manuel", "formule"}},
+};
+// clang-format on
 
 /// A code as it is shown: the blanks that fill it up say nothing, one in front does.
 std::string SansFin(std::string code) {
@@ -29,11 +40,11 @@ std::string SansFin(std::string code) {
   return code;
 }
 
-bool Lit(CFenlorApp& app, Position position, Rubrique& rubrique) {
-  CRubriques rubriques(app, app.PathExercice);
-  if (!rubriques.OpenFile() || !rubriques.ReadRec(position)) return false;
-  rubrique = *rubriques.Rec;
-  return true;
+/// As it is shown and typed.
+void LitFiche(CFenlorApp& app, const CRubriques& rubriques, Position position, FicheRubrique& fiche) {
+  FicheDepuis(app, FicheRubrique::Table, rubriques.Rec, &fiche);
+  fiche.position = position;
+  fiche.code = SansFin(fiche.code);
 }
 
 /// A heading other than that at `position` holds the code.
@@ -50,47 +61,38 @@ class Enregistrement {
       : m_app(app),
         m_fiche(fiche),
         m_code(NormaliseRubrique(fiche.code)),
-        m_formule(NormeTexte(fiche.formule)),
+        m_formule(CompacteTexte(fiche.formule)),
         m_rubriques(app, app.PathExercice) {}
 
-  ResultatMaster Fait() {
-    if (!m_rubriques.OpenFile()) return {ErrOuvertureFichier, ""};
-    using Controle = ResultatMaster (Enregistrement::*)();
+  Refus Fait() {
+    if (!m_rubriques.OpenFile()) return EchecFichier();
+    using Controle = Refus (Enregistrement::*)();
     for (const Controle controle :
          {&Enregistrement::Limites, &Enregistrement::Ligne, &Enregistrement::Code, &Enregistrement::Boucle})
-      if (const ResultatMaster r = (this->*controle)(); !r) return r;
+      if (const Refus refus = (this->*controle)()) return refus;
     return Ecrit();
   }
 
  private:
-  ResultatMaster Limites() {
-    const Rubrique& rec = *m_rubriques.Rec;
-    const struct {
-      const char* champ;
-      std::size_t longueur, limite;
-    } textes[] = {{"code", m_fiche.code.size(), sizeof rec.Rubrique - 1},
-                  {"designation", m_fiche.designation.size(), sizeof rec.Designation - 1},
-                  {"formule", m_formule.size(), sizeof rec.Formule - 1}};
-    for (const auto& texte : textes)
-      if (texte.longueur > texte.limite)
-        return Refuse(m_app, ErrTexteTropLong, texte.champ,
-                      {NomChamp(texte.champ), std::to_string(texte.limite)});
-    return {};
+  Refus Limites() {
+    FicheRubrique fiche = m_fiche;
+    fiche.formule = m_formule;
+    return ControleTextes(FicheRubrique::Table, &fiche);
   }
 
-  ResultatMaster Ligne() {
+  Refus Ligne() {
     const std::string ligne = CompacteTexte(m_fiche.ligne);
     const int valeur = TexteVersEntier(ligne);
     const bool chiffres = ligne.find_first_not_of("0123456789") == std::string::npos;
     if (ligne.empty() || (chiffres && valeur >= 1 && valeur <= LigneMax)) return {};
-    return Refuse(m_app, ErrLigneRubrique, "ligne", {m_fiche.ligne});
+    return Refus(ErrLigneRubrique, "ligne", {m_fiche.ligne});
   }
 
-  ResultatMaster Code() {
+  Refus Code() {
     // A rebuild of the file drops headings whose code is blank.
-    if (EstVide(m_code)) return Refuse(m_app, ErrCodeRubriqueObligatoire, "code");
+    if (EstVide(m_code)) return Refus(ErrCodeRubriqueObligatoire, "code");
     // The heading that holds the code would be replaced without a word.
-    if (CodePris(m_app, m_code, m_fiche.position)) return Refuse(m_app, ErrCodeExistant, "code");
+    if (CodePris(m_app, m_code, m_fiche.position)) return Refus(ErrCodeExistant, "code");
     return {};
   }
 
@@ -103,39 +105,23 @@ class Enregistrement {
     return autre && !m_rubriques.Rec->Manuel ? LitTexte(m_rubriques.Rec->Formule) : std::string();
   }
 
-  ResultatMaster Boucle() {
+  Refus Boucle() {
     if (m_fiche.manuel) return {};
     std::string chemin;
     for (const std::string& code : BoucleDeFormule(m_code, [this](const auto& c) { return FormuleDe(c); }))
       chemin += (chemin.empty() ? "" : " > ") + SansFin(code);
-    return chemin.empty() ? ResultatMaster{}
-                          : Refuse(m_app, ErrBoucleRubrique, "formule", {SansFin(m_code), chemin});
+    return chemin.empty() ? Refus{} : Refus(ErrBoucleRubrique, "formule", {SansFin(m_code), chemin});
   }
 
-  ResultatMaster Ecrit() {
-    QVAPI::Unite unite(m_app.Magasin);
-    if (!m_rubriques.Delete(m_fiche.position)) return {ErrFichierIndexe, ""};
+  Refus Ecrit() {
+    FicheRubrique fiche = m_fiche;
+    fiche.code = m_code;
+    fiche.formule = m_formule;
+    if (!fiche.manuel) fiche.montant = 0;
     m_rubriques.ClearRec();
-    Rubrique& rec = *m_rubriques.Rec;
-    PoseTexte(rec.Rubrique, m_code);
-    PoseTexte(rec.Designation, m_fiche.designation);
-    PoseTexte(rec.Formule, m_formule);
-    rec.Ligne = static_cast<i16>(TexteVersEntier(m_fiche.ligne));
-    rec.TypeRubrique = m_fiche.type;
-    rec.Manuel = m_fiche.manuel;
-    const f64 montant = m_fiche.manuel ? m_fiche.montant : 0;
-    const f64 taux = m_app.Magasin.GetTauxEuro(m_app.Magasin.Today());
-    const bool euro = m_app.Reglages.IsEuro();
-    rec.ManuelEuro = euro ? montant : QVAPI::ConvertFrancToEuro(taux, montant);
-    rec.ManuelFranc = euro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant;
-    if (!m_rubriques.Add()) return {ErrFichierIndexe, ""};
-    if (!unite.Valide())
-      return Refuse(m_app, ErrMagasin, "", {m_app.Magasin.QVErreurTexte(m_app.Magasin.QVFileErrorCode())});
-    m_fiche.position = m_rubriques.GetPos();
-    m_fiche.code = SansFin(m_code);
-    m_fiche.formule = m_formule;
-    m_fiche.ligne = EntierVersTexte(rec.Ligne);
-    m_fiche.montant = montant;
+    FicheVers(m_app, FicheRubrique::Table, &fiche, m_rubriques.Rec);
+    if (const Refus refus = RemplaceEnregistrement(m_app, m_rubriques, fiche.position)) return refus;
+    LitFiche(m_app, m_rubriques, fiche.position, m_fiche);
     DitInconnus();
     return {};
   }
@@ -168,20 +154,12 @@ class Enregistrement {
 
 }  // namespace
 
-std::string NormeTexte(std::string_view texte) { return CompacteTexte(texte); }
+const TableFiche FicheRubrique::Table{"Rubrique", Champs};
 
 bool LitFicheRubrique(CFenlorApp& app, Position position, FicheRubrique& fiche) {
-  Rubrique rec{};
-  if (!Lit(app, position, rec)) return false;
-  fiche = FicheRubrique{};
-  fiche.position = position;
-  fiche.code = SansFin(LitTexte(rec.Rubrique));
-  fiche.designation = LitTexte(rec.Designation);
-  fiche.ligne = EntierVersTexte(rec.Ligne);
-  fiche.formule = LitTexte(rec.Formule);
-  fiche.type = rec.TypeRubrique;
-  fiche.manuel = rec.Manuel != 0;
-  fiche.montant = app.Reglages.IsEuro() ? rec.ManuelEuro : rec.ManuelFranc;
+  CRubriques rubriques(app, app.PathExercice);
+  if (!rubriques.OpenFile() || !rubriques.ReadRec(position)) return false;
+  LitFiche(app, rubriques, position, fiche);
   return true;
 }
 
@@ -200,43 +178,27 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
   return comptes;
 }
 
-ResultatMaster ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
+Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
   const std::string code = NormaliseRubrique(fiche.code);
-  return EstVide(code) || !CodePris(app, code, fiche.position) ? ResultatMaster{}
-                                                               : Refuse(app, ErrCodeExistant, "code");
+  return EstVide(code) || !CodePris(app, code, fiche.position) ? Refus{} : Refus(ErrCodeExistant, "code");
 }
 
-ResultatMaster EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche) {
+Refus EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche) {
   if (app.Reglages.IsExerciceCloture()) return {};
   return Enregistrement(app, fiche).Fait();
 }
 
-ResultatMaster SupprimeRubrique(CFenlorApp& app, Position position) {
-  if (app.Reglages.IsExerciceCloture()) return Refuse(app, ErrExerciceCloture, "");
-  Rubrique rubrique{};
+Refus SupprimeRubrique(CFenlorApp& app, Position position) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  FicheRubrique fiche;
   if (position == 0) return {};
-  if (!Lit(app, position, rubrique)) return {ErrFichierIndexe, ""};
-  const std::string code = NormaliseRubrique(LitTexte(rubrique.Rubrique));
-  if (!ComptesAssocies(app, code).empty()) {
-    app.MessageId(BoutonsOk | IconeAttention, InfoRubriqueUtilisee);
-    return {InfoRubriqueUtilisee, ""};
-  }
-  if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeRubrique, {SansFin(code)}) != RepOui)
-    return {QuestionSupprimeRubrique, ""};
+  if (!LitFicheRubrique(app, position, fiche)) return EchecFichier();
+  if (!ComptesAssocies(app, fiche.code).empty()) return Avertit(app, InfoRubriqueUtilisee);
+  if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeRubrique, "",
+                                      {SansFin(NormaliseRubrique(fiche.code))}))
+    return refus;
   CRubriques rubriques(app, app.PathExercice);
-  return rubriques.OpenFile() && rubriques.Delete(position) ? ResultatMaster{}
-                                                            : ResultatMaster{ErrFichierIndexe, ""};
-}
-
-std::vector<Position> PositionsRubriques(CFenlorApp& app) {
-  std::vector<Position> positions;
-  CRubriques rubriques(app, app.PathExercice);
-  if (!rubriques.OpenFile()) return positions;
-  app.Magasin.QVParcoursCle(rubriques.NumCle, {}, {}, [&](Position position, const void*) {
-    positions.push_back(position);
-    return true;
-  });
-  return positions;
+  return SupprimeEnregistrement(rubriques, position);
 }
 
 }  // namespace fenlor

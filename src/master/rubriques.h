@@ -5,8 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/btfiles.h"
-#include "master/comptes.h"
+#include "core/fiche.h"
 
 namespace fenlor {
 
@@ -18,10 +17,8 @@ struct FicheRubrique {
   i16 type = 0;  ///< 0 recette, 1 dépense, 2 résultat, 3 taxe
   bool manuel = false;
   f64 montant = 0;
+  static const TableFiche Table;
 };
-
-/// Tabs become blanks, no blank at the ends, single ones inside.
-std::string NormeTexte(std::string_view texte);
 
 /// False, told, when there is no such record.
 bool LitFicheRubrique(CFenlorApp& app, Position position, FicheRubrique& fiche);
@@ -36,8 +33,8 @@ struct CompteAssocie {
 /// In order of their number; none for a blank code.
 std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& code);
 
-/// Leaving the code field: 0, or 3058 (told) when another heading has the code as it would be stored.
-ResultatMaster ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche);
+/// Leaving the code field: 3058 when another heading has the code as it would be stored.
+Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche);
 /// Checks in this order: texts too long (3206), a line that is neither blank nor a number from 1 to 999
 /// (3402), a code without letter or digit (3061), another heading's code, which the record would replace
 /// (3058), a formula that leads back to its own heading (3260).
@@ -45,13 +42,10 @@ ResultatMaster ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche)
 /// `fiche` becomes what was written, `fiche.position` the new one. An automatic heading has no amount, a
 /// manual one keeps its formula without using it. Accounts that name the old code keep it. Once it is
 /// written, terms that name no heading and no variable are told (3403).
-ResultatMaster EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche);
+Refus EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche);
 /// Closed exercice (3056), accounts that name the heading, then the question. Nothing to do for
 /// position 0, which is a success.
-ResultatMaster SupprimeRubrique(CFenlorApp& app, Position position);
-/// In code order.
-std::vector<Position> PositionsRubriques(CFenlorApp& app);
-
+Refus SupprimeRubrique(CFenlorApp& app, Position position);
 // -- The headings whose formula uses a variable, such as "&FRAISKM": a term is exactly that name,
 // whatever the heading's mode; with them the headings that this formula adds up, those that theirs add
 // up, and so on. A manual heading stops the way, a term with a minus is none. Their entries are those
@@ -60,7 +54,7 @@ std::vector<Position> PositionsRubriques(CFenlorApp& app);
 /// Number of entries, each counted once.
 u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable);
 /// Deletes them all with their other lines, validated and reconciled ones too, in one unit of work.
-/// False, and nothing is deleted, when the store refused or the exercice is closed (3056); told.
-bool SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable);
+/// Nothing is deleted when the store refused or the exercice is closed (3056).
+Refus SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable);
 
 }  // namespace fenlor

@@ -41,12 +41,12 @@ std::vector<TauxEuro> LitTauxEuro(CFenlorApp& app) {
   return lignes;
 }
 
-ResultatOptions ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie) {
-  if (!IsDateOk(saisie.date)) return {ErrDateIncorrecte, "date"};
+Refus ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie) {
+  if (!IsDateOk(saisie.date)) return Refus(ErrDateIncorrecte, "date");
   for (std::size_t i = 0; i < lignes.size(); ++i)
     if (lignes[i].date == saisie.date && static_cast<int>(i) != modifie)
-      return {ErrDateTauxExistante, "date"};
-  if (!(Arrondi(saisie.taux, DecimalesTauxEuro) > 0)) return {ErrTauxConversion, "taux"};
+      return Refus(ErrDateTauxExistante, "date", {StrDate(saisie.date)});
+  if (!(Arrondi(saisie.taux, DecimalesTauxEuro) > 0)) return Refus(ErrTauxConversion, "taux");
   return {};
 }
 

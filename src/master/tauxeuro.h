@@ -19,8 +19,7 @@ constexpr int DecimalesTauxEuro = 5;
 std::vector<TauxEuro> LitTauxEuro(CFenlorApp& app);
 /// Checks a row that is to be added, or to take the place of row `modifie`: 3104
 /// ("date") the date, 3230 ("date") another row has it, 3118 ("taux") the rate.
-ResultatOptions ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& saisie,
-                                 int modifie = -1);
+Refus ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie = -1);
 /// Puts a checked row in its place by date; index of the row.
 int PlaceTauxEuro(std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie = -1);
 /// Writes the table, numbered from 1 without gaps, in one replacement of the settings, and sets

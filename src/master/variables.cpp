@@ -70,17 +70,16 @@ u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable) {
   return static_cast<u32>(mouvements.size());
 }
 
-bool SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable) {
-  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(ErrExerciceCloture);
+Refus SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   CLines lignes(app, app.PathExercice);
   CPlan plan(app, app.PathExercice);
   std::set<u32> mouvements;
-  if (!lignes.OpenFile() || !plan.OpenFile() || !Ecritures(app, variable, mouvements)) return false;
+  if (!lignes.OpenFile() || !plan.OpenFile() || !Ecritures(app, variable, mouvements)) return EchecFichier();
   QVAPI::Unite unite(app.Magasin);
   for (const u32 mouvement : mouvements)
-    if (!app.Magasin.RemoveMouvements(app.PathExercice, mouvement)) return false;
-  if (unite.Valide()) return true;
-  return app.ReportErreur(ErrMagasin, {app.Magasin.QVErreurTexte(app.Magasin.QVFileErrorCode())});
+    if (!app.Magasin.RemoveMouvements(app.PathExercice, mouvement)) return app.EchecDit();
+  return unite.Valide() ? Refus() : app.EchecMagasin();
 }
 
 }  // namespace fenlor

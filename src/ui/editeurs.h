@@ -18,8 +18,6 @@
 #include "store/qvapi.h"
 
 class QAction;
-class QCompleter;
-class QStringListModel;
 
 namespace fenlor {
 
@@ -137,55 +135,6 @@ class EditeurDate : public QLineEdit {
   void Change(Date date);  ///< as if it had been typed; nothing for 0
   QAction* m_calendrier;   ///< the picture at the end of the field
   Date m_reference = 0;
-};
-
-/// A row of the list behind an account field.
-struct ChoixCompte {
-  std::string compte;  ///< long form
-  std::string code;    ///< of the account, blank for most
-  std::string designation;
-};
-
-/// An account number. A typed number, code or beginning of a word of the name finds its
-/// account, without regard to case and accents; the list shows "short number  designation".
-/// Leaving the field shows the short form of the account; an unknown text stays.
-class EditeurCompte : public QLineEdit {
-  Q_OBJECT
- public:
-  /// `source` gives the accounts to choose from, in the order of the list; called when they
-  /// are first needed, and again after each `Recharge`. `magasin` outlives the editor.
-  EditeurCompte(QVAPI& magasin, std::function<std::vector<ChoixCompte>()> source, QWidget* parent = nullptr);
-  std::string Valeur() const;       ///< long form of what is typed, known or not; empty when blank
-  std::string Designation() const;  ///< of the known account, else empty
-  void Pose(const std::string& compte);
-  void Recharge();
-  void Normalise();
-
- protected:
-  bool eventFilter(QObject* objet, QEvent* evenement) override;
-  void focusOutEvent(QFocusEvent* evenement) override;
-  void keyPressEvent(QKeyEvent* evenement) override;  ///< Alt+Down or F4 opens the list
-
- private:
-  struct Ligne {
-    ChoixCompte choix;
-    QString numero, code;  ///< as they are searched
-    QString nom;           ///< with a blank before each word
-    QString affichage;
-  };
-  const std::vector<Ligne>& Lignes() const;
-  std::vector<const Ligne*> Cherche(const QString& texte) const;
-  const Ligne* Trouve() const;  ///< account of the typed text, null when it is unknown
-  void OuvreListe(bool tout);
-  void Prend(int rang);  ///< row of the open list
-  QVAPI& m_magasin;
-  std::function<std::vector<ChoixCompte>()> m_source;
-  mutable std::vector<Ligne> m_lignes;
-  mutable bool m_chargee = false;
-  bool m_choisi = false;  ///< the edit being told comes from the list
-  QCompleter* m_completion;
-  QStringListModel* m_liste;
-  std::vector<const Ligne*> m_proposees;  ///< rows of the open list
 };
 
 /// A closed list of choices, each with a value.

@@ -16,6 +16,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "core/fiche.h"
 #include "core/texte.h"
 #include "ui/editeurs.h"
 
@@ -91,7 +92,8 @@ bool Cancelle(const QWidget& champ) { return champ.objectName() == QLatin1String
 
 }  // namespace
 
-Formulaire::Formulaire(QWidget& zone) : m_zone(zone), m_colonne(new QVBoxLayout(&zone)) {}
+Formulaire::Formulaire(QWidget& zone, const TableFiche* table)
+    : m_zone(zone), m_table(table), m_colonne(new QVBoxLayout(&zone)) {}
 
 Formulaire& Formulaire::Groupe(const QString& titre, const char* nom) {
   FinGroupe();
@@ -129,6 +131,19 @@ void Formulaire::Place(QWidget& widget, const char* nom, const QString& libelle)
   if (!accessible.isEmpty() && widget.accessibleName().isEmpty() && !qobject_cast<QLabel*>(&widget))
     widget.setAccessibleName(accessible);
   m_dernier = &widget;
+  if (m_table && nom) Applique(nom);
+}
+
+/// What the table of the record says of the field.
+void Formulaire::Applique(const char* nom) {
+  const ChampFiche* champ = m_table->Trouve(nom);
+  if (!champ) return;
+  if (auto* texte = qobject_cast<EditeurTexte*>(m_dernier))
+    texte->PoseMajuscules(champ->genre == GenreChamp::Code || champ->genre == GenreChamp::Compte);
+  if (auto* montant = qobject_cast<EditeurMontant*>(m_dernier))
+    montant->PoseNegatif(champ->genre == GenreChamp::MontantSigne);
+  const unsigned limite = m_table->Limite(*champ);
+  if (limite > 0 && !qobject_cast<QComboBox*>(m_dernier)) Limite(static_cast<int>(limite));
 }
 
 /// A cell for fields side by side. The empty end takes what they leave.

@@ -22,11 +22,14 @@ class QWidget;
 
 namespace fenlor {
 
+struct TableFiche;
+
 class Formulaire {
  public:
   /// Gives `zone` its layout. The widgets handed over may be members of the form or
-  /// made with new; they become children of the zone.
-  explicit Formulaire(QWidget& zone);
+  /// made with new; they become children of the zone. Those that bear the name of a field of `table`
+  /// take its limit, its capitals and its sign.
+  explicit Formulaire(QWidget& zone, const TableFiche* table = nullptr);
 
   /// The rows that follow stand in a frame of their own.
   Formulaire& Groupe(const QString& titre, const char* nom = nullptr);
@@ -69,7 +72,9 @@ class Formulaire {
   void Range(QWidget& widget);
   void PlaceChamp(const QString& libelle, QWidget& editeur, const char* nom, int colonne);
   void Place(QWidget& widget, const char* nom, const QString& libelle);
+  void Applique(const char* nom);
   QWidget& m_zone;
+  const TableFiche* m_table;
   QBoxLayout* m_colonne = nullptr;  ///< of the zone
   QBoxLayout* m_groupe = nullptr;   ///< of the open group
   QGridLayout* m_grille = nullptr;  ///< of consecutive labelled rows

@@ -31,20 +31,16 @@ TEST_F(RubriquesCtl, UnEtatArrange) {
       {{"ajouter", "--montant", "--5"}, StatutUsage, "nombre incorrect"},
       {{"ajouter", "--montant", "5", "--formule", "01"}, StatutUsage, "--formule"},
       {{"ajouter", "--designation", "Sans code"}, StatutRefuse, "Erreur 3061"},
-      {{"ajouter", "--code", "X001"}, StatutRefuse, "Erreur 3206"},
       {{"ajouter", "--code", "X1", "--designation", "日"}, StatutRefuse, "Erreur 3205"},
       {{"ajouter", "--code", "x1", "--designation", "Réintégré", "--type", "resultat", "--ligne", "361",
         "--formule", "-X2+&AMORT"},
        StatutFait,
        "Rubrique X1 enregistrée."},
       {{"ajouter", "--code", "x1"}, StatutRefuse, "Erreur 3058"},
-      {{"ajouter", "--code", "X2", "--formule", "X1"}, StatutRefuse, "X2 > X1 > X2"},
       {{"ajouter", "--code", "X2", "--montant", "-12,5"}, StatutFait, "X2"},
       {{"ajouter", "--code", "X9", "--formule", "QQ+01"}, StatutFait, "variable : QQ"},
-      {{"ajouter", "--code", "X8", "--ligne", "70000"}, StatutRefuse, "Erreur 3402"},
       {{"modifier", "X3", "--ligne", "5"}, StatutRefuse, "n'existe pas"},
       {{"modifier", "x1", "--code", "X3"}, StatutFait, "X3"},
-      {{"modifier", "X2", "--formule", "X3"}, StatutRefuse, "Erreur 3260"},
       {{"supprimer", "X1"}, StatutRefuse, "n'existe pas"},
       {{"lister"}, StatutFait, "X3    361    resultat  Réintégré"},
   };
@@ -57,7 +53,6 @@ TEST_F(RubriquesCtl, UnEtatArrange) {
   }
   EXPECT_EQ(Rubrique("X3")["Formule"], "-X2+&AMORT");
   EXPECT_EQ(Rubrique("X2")["ManuelEuro"], -12.5);
-  EXPECT_EQ(Rubrique("X2")["Manuel"], 1);
   ASSERT_EQ(Lance({"rubrique", "modifier", "X2", "--formule", ""}).statut, StatutFait);
   EXPECT_EQ(Rubrique("X2")["Manuel"], 0);
   EXPECT_EQ(Lance({"rubrique", "supprimer", "X2"}).erreurs,

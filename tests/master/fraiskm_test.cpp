@@ -48,7 +48,8 @@ class FraisKm : public DisqueDeTest, public test::CabinetMedical {
     fiche.dernier = dernier;
     return fiche;
   }
-  unsigned Enregistre(FicheFraisKm fiche) { return EnregistreFraisKm(App(), fiche).erreur; }
+  unsigned Enregistre(FicheFraisKm fiche) { return EnregistreFraisKm(App(), fiche, Supprimees).numero; }
+  bool Supprimees = false;
   /// The account counts in a heading that the one with the variable adds up.
   void MetDansLaRubrique(std::string_view compte) {
     CPlan plan(App(), App().PathExercice);
@@ -79,7 +80,7 @@ TEST_F(FraisKm, UneDistance) {
   EXPECT_THAT(LitFraisKm(App()).taux, ElementsAre("0,636", "0,357", "0,427")) << "of the common section";
   EXPECT_EQ(FraisKilometriques(App()), 0) << "nothing is recorded";
   FicheFraisKm fiche = Distance("12000.9");
-  ASSERT_TRUE(EnregistreFraisKm(App(), fiche));
+  ASSERT_FALSE(EnregistreFraisKm(App(), fiche, Supprimees));
   EXPECT_TRUE(fiche.enregistre);
   EXPECT_EQ(fiche.kms, "12000");
   EXPECT_TRUE(App().Reglages.IsFraisKm());
@@ -106,7 +107,7 @@ TEST_F(FraisKm, UneDistance) {
 
 TEST_F(FraisKm, LeCompteurPasseALExerciceSuivant) {
   FicheFraisKm fiche = Releves("10000", "25000");
-  ASSERT_TRUE(EnregistreFraisKm(App(), fiche));
+  ASSERT_FALSE(EnregistreFraisKm(App(), fiche, Supprimees));
   EXPECT_EQ(fiche.kms, "15000");
   EXPECT_DOUBLE_EQ(FraisKilometriques(App()), 15000 * 0.3 + 1065);
   EXPECT_EQ(LitFraisKm(App()).dernier, "25000");
@@ -141,7 +142,7 @@ TEST_F(FraisKm, LesRefusEtLesQuestions) {
   Regle("2003", "Cloture", "01/03/2004");
   FicheFraisKm fiche = LitFraisKm(App());
   EXPECT_EQ(Enregistre(fiche), 3056u);
-  EXPECT_EQ(SupprimeFraisKm(App(), fiche).erreur, 3056u);
+  EXPECT_EQ(SupprimeFraisKm(App(), fiche).numero, 3056u);
   EXPECT_TRUE(App().Reglages.IsFraisKm());
 }
 
@@ -153,17 +154,16 @@ TEST_F(FraisKm, LesEcrituresQueLeMontantRemplace) {
   Boite.Oublie();
 
   FicheFraisKm fiche = Distance("1000");
-  ResultatFraisKm r = EnregistreFraisKm(App(), fiche);
-  EXPECT_TRUE(r) << "declined, saved all the same";
-  EXPECT_FALSE(r.ecrituresSupprimees);
+  EXPECT_FALSE(EnregistreFraisKm(App(), fiche, Supprimees)) << "declined, saved all the same";
+  EXPECT_FALSE(Supprimees);
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{QuestionEcrituresVariable});
   EXPECT_THAT(Boite.Questions.at(0).texte, HasSubstr("2 écriture(s)"_w));
   EXPECT_THAT(Boite.Questions.at(0).texte, HasSubstr("'&FRAISKM'"));
   EXPECT_EQ(Lignes(premiere).size(), 2u);
 
   Boite.Reponses = {RepOui, RepOui};
-  r = EnregistreFraisKm(App(), fiche);
-  EXPECT_TRUE(r && r.ecrituresSupprimees);
+  EXPECT_FALSE(EnregistreFraisKm(App(), fiche, Supprimees));
+  EXPECT_TRUE(Supprimees);
   EXPECT_THAT(Lignes(premiere), IsEmpty());
   EXPECT_FALSE(Lignes(autre).empty());
   EXPECT_EQ(+LitCompte(test::Long("6132")).DebitEuro, 0);
@@ -177,22 +177,21 @@ TEST_F(FraisKm, UnDisquePleinGardeLesEcritures) {
   Disque.SurChemin("fenlor.ini");
   Disque.Programme(1, ENOSPC, SystemeFautif::Renommage, false);
   FicheFraisKm fiche = Distance("1000");
-  const ResultatFraisKm r = EnregistreFraisKm(App(), fiche);
+  EXPECT_EQ(EnregistreFraisKm(App(), fiche, Supprimees).numero, ErrReglages);
   Disque.Repare();
-  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrReglages});
-  EXPECT_FALSE(r || r.ecrituresSupprimees || fiche.enregistre || App().Reglages.IsFraisKm());
+  EXPECT_FALSE(Supprimees || fiche.enregistre || App().Reglages.IsFraisKm());
   EXPECT_EQ(Lignes(mouvement).size(), 2u);
 }
 
 TEST_F(FraisKm, LaSuppression) {
   FicheFraisKm fiche = Releves("10000", "12000");
-  EXPECT_TRUE(SupprimeFraisKm(App(), fiche)) << "nothing to do";
+  EXPECT_FALSE(SupprimeFraisKm(App(), fiche)) << "nothing to do";
   EXPECT_THAT(Boite.Questions, IsEmpty());
-  ASSERT_TRUE(EnregistreFraisKm(App(), fiche));
-  EXPECT_EQ(SupprimeFraisKm(App(), fiche).erreur, QuestionSupprimeFraisKm);
+  ASSERT_FALSE(EnregistreFraisKm(App(), fiche, Supprimees));
+  EXPECT_EQ(SupprimeFraisKm(App(), fiche).numero, QuestionSupprimeFraisKm);
   EXPECT_TRUE(App().Reglages.IsFraisKm());
   Boite.Reponses = {RepOui};
-  ASSERT_TRUE(SupprimeFraisKm(App(), fiche));
+  ASSERT_FALSE(SupprimeFraisKm(App(), fiche));
   EXPECT_EQ(fiche.ancien + fiche.dernier + fiche.kms, "");
   EXPECT_EQ(Cle("2003", "Frais kilométriques"), "Non");
   EXPECT_EQ(Cle("2003", "Dernier relevé") + Cle("2003", "Kms") + Cle(Commune, "Ancien relevé"), "");
@@ -205,7 +204,7 @@ TEST_F(FraisKm, UnExerciceEnFranc) {
   EXPECT_EQ(fiche.fixe, "9150");
   fiche.kms = "1000";
   fiche.taux[0] = "3";
-  ASSERT_TRUE(EnregistreFraisKm(App(), fiche));
+  ASSERT_FALSE(EnregistreFraisKm(App(), fiche, Supprimees));
   EXPECT_EQ(Cle("2000", "Frs/Km 1") + ' ' + Cle(Commune, "Frs/Km 1"), "3,000 3,000");
   EXPECT_DOUBLE_EQ(FraisKilometriques(App()), 3000);
   EXPECT_DOUBLE_EQ(FraisKilometriques(App(), true), 636);

@@ -149,8 +149,8 @@ TEST_F(OptionsTest, ControleDuMotDePasse) {
   };
   for (const auto& c : cas) {
     ASSERT_TRUE(Magasin().Reglages().Ecrit("Activite", "Mot de Passe", MotDePasseBrouille(c.stocke)));
-    const ResultatOptions r = ControleMotDePasse(App(), {c.ancien, c.nouveau, c.verification});
-    EXPECT_EQ(r.erreur, c.erreur) << c.stocke << '/' << c.ancien << '/' << c.nouveau;
+    const Refus r = ControleMotDePasse(App(), {c.ancien, c.nouveau, c.verification});
+    EXPECT_EQ(r.numero, c.erreur) << c.stocke << '/' << c.ancien << '/' << c.nouveau;
     EXPECT_STREQ(r.champ, c.champ) << c.stocke << '/' << c.ancien << '/' << c.nouveau;
   }
 }
@@ -172,8 +172,8 @@ TEST_F(OptionsTest, MotDePasseEcrit) {
   for (const std::string& mot : {std::string("été  Œuvre"_w), piege, std::string("0123456789ABCDEF")}) {
     ASSERT_TRUE(EcritMotDePasse(App(), {"", mot, mot}));
     ASSERT_TRUE(MotDePasseExiste(App()));
-    EXPECT_TRUE(ControleMotDePasse(App(), {mot, "x", "x"})) << mot;
-    EXPECT_EQ(ControleMotDePasse(App(), {mot + "?", "x", "x"}).erreur, 3068u) << mot;
+    EXPECT_FALSE(ControleMotDePasse(App(), {mot, "x", "x"})) << mot;
+    EXPECT_EQ(ControleMotDePasse(App(), {mot + "?", "x", "x"}).numero, 3068u) << mot;
     EXPECT_TRUE(Magasin().QVIsComptaPassword(Magasin().PathCabinet()));
   }
   ASSERT_TRUE(EcritMotDePasse(App(), {"0123456789abcdef", "", ""}));
@@ -256,35 +256,37 @@ TEST_F(OptionsTva, Refus) {
   } const cas[] = {{"", 0, 3071},     {"4451", 0, 3070}, {"4452", 7, 3070},    {"512", 7, 3070},
                    {"4453", 0, 3069}, {"4453", 7, 0},    {"4453", 0.001, 3069}};
   for (const auto& c : cas)
-    EXPECT_EQ(ControleAjoutTva(App(), Lignes(), {0, Long(c.compte), c.taux}).erreur, c.erreur) << c.compte;
-  EXPECT_TRUE(ControleAjoutTva(App(), {}, {0, Long("4451"), 5.5})) << "taken out of the list, put in again";
-  EXPECT_TRUE(ControleModificationTva(App(), Lignes()[0]));
-  EXPECT_TRUE(ControleSuppressionTva(App(), Lignes()[0]));
+    EXPECT_EQ(ControleAjoutTva(App(), Lignes(), {0, Long(c.compte), c.taux}).numero, c.erreur) << c.compte;
+  EXPECT_FALSE(ControleAjoutTva(App(), {}, {0, Long("4451"), 5.5})) << "taken out of the list, put in again";
+  EXPECT_FALSE(ControleModificationTva(App(), Lignes()[0]));
+  EXPECT_FALSE(ControleSuppressionTva(App(), Lignes()[0]));
   Mouvemente();
-  EXPECT_EQ(ControleModificationTva(App(), Lignes()[0]).erreur, 3100u);
-  EXPECT_EQ(ControleSuppressionTva(App(), Lignes()[0]).erreur, 3096u);
-  EXPECT_TRUE(ControleSuppressionTva(App(), {0, Long("4451"), 1})) << "a row of the list alone";
+  EXPECT_EQ(ControleModificationTva(App(), Lignes()[0]).numero, 3100u);
+  EXPECT_EQ(ControleSuppressionTva(App(), Lignes()[0]).numero, 3096u);
+  EXPECT_FALSE(ControleSuppressionTva(App(), {0, Long("4451"), 1})) << "a row of the list alone";
 }
 
 TEST_F(OptionsTva, ListeAppliquee) {
   std::vector<LigneTva> lignes = Lignes();
   ASSERT_EQ(lignes.size(), 1u);
-  const ApplicationTva rien = AppliqueComptesTva(App(), lignes);
-  EXPECT_TRUE(rien.fait);
-  EXPECT_EQ(rien.comptes, 0u);
+  unsigned comptes = 9;
+  EXPECT_FALSE(AppliqueComptesTva(App(), lignes, comptes));
+  EXPECT_EQ(comptes, 0u);
   ASSERT_TRUE(PoseCompte("4459", Autre, "TVA01", "Code pris"));
   lignes[0].taux = 20;
   lignes.push_back({0, Long("4453"), 5.5});
   lignes.push_back({0, Long("4454"), 2.1});
   const u64 synchros = Magasin().NbSynchros();
-  EXPECT_EQ(AppliqueComptesTva(App(), lignes).comptes, 3u);
+  EXPECT_FALSE(AppliqueComptesTva(App(), lignes, comptes));
+  EXPECT_EQ(comptes, 3u);
   EXPECT_EQ(Magasin().NbSynchros(), synchros + 1) << "one unit";
   EXPECT_EQ(Tvas(), (std::vector<std::string>{"4451 20.00 4451", "4453 5.50 TVA03", "4454 2.10 TVA04"}));
   EXPECT_EQ(LitTexte(LitCompte(Long("4453")).Designation), "T.V.A. à 5,50 %"_w);
   EXPECT_EQ(+LitCompte(Long("4453")).PartPro, 100);
   lignes = Lignes();
   lignes.erase(lignes.begin());
-  EXPECT_EQ(AppliqueComptesTva(App(), lignes).comptes, 1u);
+  EXPECT_FALSE(AppliqueComptesTva(App(), lignes, comptes));
+  EXPECT_EQ(comptes, 1u);
   EXPECT_EQ(+LitCompte(Long("4451")).Type, -1);
   EXPECT_EQ(+LitCompte(Long("4452")).Type, Autre);
 }
@@ -294,13 +296,13 @@ TEST_F(OptionsTva, MouvementsArrivesEntreTemps) {
   Mouvemente();
   const std::vector<std::string> comptes = Tvas();
   std::vector<LigneTva> lignes{{0, Long("4453"), 5.5}};
-  EXPECT_FALSE(AppliqueComptesTva(App(), lignes).fait);
+  unsigned changes = 0;
+  EXPECT_EQ(AppliqueComptesTva(App(), lignes, changes).numero, 3096u);
   lignes.push_back({avant[0].position, avant[0].compte, 20});
-  EXPECT_FALSE(AppliqueComptesTva(App(), lignes).fait);
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3096, 3100}));
+  EXPECT_EQ(AppliqueComptesTva(App(), lignes, changes).numero, 3100u);
   EXPECT_EQ(Tvas(), comptes) << "nothing is done by halves";
   Regle("2003", "Cloture", "31/12/2003");
-  EXPECT_TRUE(AppliqueComptesTva(App(), {}).fait);
+  EXPECT_FALSE(AppliqueComptesTva(App(), {}, changes));
   EXPECT_EQ(Tvas(), comptes);
 }
 
@@ -333,7 +335,7 @@ TEST_F(OptionsTest, TableDesTauxEuro) {
                    {FaitDate(1, 1, 2000), 0.000001, -1, 3118},
                    {FaitDate(1, 1, 2000), 6.5, -1, 0}};
   for (const auto& c : cas)
-    EXPECT_EQ(ControleTauxEuro(lignes, {c.date, c.taux}, c.modifie).erreur, c.erreur) << StrDate(c.date);
+    EXPECT_EQ(ControleTauxEuro(lignes, {c.date, c.taux}, c.modifie).numero, c.erreur) << StrDate(c.date);
 
   EXPECT_EQ(PlaceTauxEuro(lignes, {FaitDate(1, 1, 2000), 6.5}), 1);
   EXPECT_EQ(PlaceTauxEuro(lignes, {FaitDate(1, 1, 2004), 7.25}, 0), 2);

@@ -10,6 +10,7 @@
 #include "journal/textes.h"
 #include "master/forms/champscompte.h"
 #include "store/texte1252.h"
+#include "ui/listeeditee.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

@@ -14,6 +14,7 @@
 #include "master/forms/champscompte.h"
 #include "store/texte1252.h"
 #include "ui/images.h"
+#include "ui/listeeditee.h"
 #include "ui/tableliste.h"
 #include "ui/texteqt.h"
 

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int LargeurListe = 57, LargeurMontant = 14, TailleTaux = 6, TailleMontant = 14;
+constexpr int LargeurListe = 57, LargeurMontant = 14, LargeurTaux = 6;
 constexpr f64 Tout = 100;
 
 /// A heading may be longer than any form is wide: the open list and a tool tip show it whole.
@@ -40,10 +40,6 @@ void FigeChamp(QLineEdit& champ, bool fige) {
   PermetChamp(champ, !fige);
   champ.setEnabled(true);
   champ.setReadOnly(fige);
-}
-
-f64 ValeurOuAncienne(const EditeurMontant& champ, f64 ancienne) {
-  return Arrondi2(ancienne) == champ.Valeur() ? ancienne : champ.Valeur();
 }
 
 void SoldesAffiches::Declare(Formulaire& formulaire, std::initializer_list<Figure> figures) {
@@ -111,11 +107,6 @@ void ChampsAffectation::Montre(const FicheCompte& fiche) {
   m_tva.Choisit(fiche.compteTVA);
 }
 
-void ChampsAffectation::Lit(FicheCompte& fiche) const {
-  fiche.rubrique = m_rubrique.Valeur();
-  fiche.compteTVA = m_tva.Valeur();
-}
-
 void ChampsAffectation::Vide() {
   m_rubrique.setCurrentIndex(-1);
   m_tva.setCurrentIndex(-1);
@@ -126,11 +117,10 @@ ChampsRepartition::ChampsRepartition(CFenlorApp& app) : m_app(app), m_profession
 void ChampsRepartition::Declare(Formulaire& formulaire) {
   formulaire.Groupe(u"Répartition"_s)
       .Champ(u"Professionnelle :"_s, m_professionnelle, "professionnelle")
-      .Limite(TailleTaux)
       .SurChangement([this] { MontrePersonnelle(); })
       .ACote(*new QLabel(u"%"_s))
       .Suite(u"Personnelle :"_s, m_personnelle, "personnelle")
-      .Largeur(TailleTaux)
+      .Largeur(LargeurTaux)
       .ACote(*new QLabel(u"%"_s))
       .FinGroupe();
   m_personnelle.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -151,20 +141,14 @@ void ChampsRepartition::MontrePersonnelle() {
   m_personnelle.Pose(reste.empty() ? "0" : reste);
 }
 
-void ChampsRepartition::Lit(FicheCompte& fiche) const {
-  fiche.partPro = ValeurOuAncienne(m_professionnelle, fiche.partPro);
-}
-
 ChampsTresorerie::ChampsTresorerie(CFenlorApp& app)
     : m_app(app), m_debit(app.Reglages), m_credit(app.Reglages), m_soldes(app) {}
 
 void ChampsTresorerie::Declare(Formulaire& formulaire) {
   formulaire.Champ(u"Compte &bancaire :"_s, m_banque, "banque")
       .Champ(u"Solde &initial débit :"_s, m_debit, "debit")
-      .Limite(TailleMontant)
       .SurChangement([this] { ChangeInitial(m_debit, m_credit, -1); })
       .Suite(u"Crédit :"_s, m_credit, "credit")
-      .Limite(TailleMontant)
       .SurChangement([this] { ChangeInitial(m_credit, m_debit, 1); });
 }
 
@@ -185,12 +169,6 @@ void ChampsTresorerie::Montre(const FicheCompte& fiche, const Plan& compte) {
   pose(m_credit, fiche.creditInitial);
   m_solde = SoldesDe(compte, m_app.Reglages.IsEuro()).solde;
   m_soldes.Montre(compte);
-}
-
-void ChampsTresorerie::Lit(FicheCompte& fiche) const {
-  fiche.banque = m_banque.isChecked();
-  fiche.debitInitial = ValeurOuAncienne(m_debit, fiche.debitInitial);
-  fiche.creditInitial = ValeurOuAncienne(m_credit, fiche.creditInitial);
 }
 
 void ChampsTresorerie::Permet(bool permis) {

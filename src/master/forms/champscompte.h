@@ -1,5 +1,5 @@
-// Groups of fields that the forms of an account share. Each declares its fields, shows
-// an account, and reads itself into one.
+// Groups of fields that the forms of an account share. Each declares its fields and shows what an account
+// has beside the values of its table.
 #pragma once
 
 #include <QCheckBox>
@@ -17,8 +17,6 @@ namespace fenlor {
 void PermetChamp(QWidget& champ, bool permis);
 /// A field that can be read and copied, not typed; its label goes grey.
 void FigeChamp(QLineEdit& champ, bool fige);
-/// The typed value, or the one that was there when it shows the same: no decimals get lost.
-f64 ValeurOuAncienne(const EditeurMontant& champ, f64 ancienne);
 
 /// Derived figures in the exercice's currency; the tool tip has the other one.
 class SoldesAffiches {
@@ -52,7 +50,6 @@ class ChampsAffectation {
   void DeclareRubrique(Formulaire& formulaire);
   /// Fills both lists for that type of account, and selects.
   void Montre(const FicheCompte& fiche);
-  void Lit(FicheCompte& fiche) const;
   /// No row at all, as in a form cleared for the next account.
   void Vide();
   void PermetRubrique(bool permis) { PermetChamp(m_rubrique, permis); }
@@ -73,7 +70,6 @@ class ChampsRepartition {
   void Declare(Formulaire& formulaire);
   /// Shares that do not apply (`permis` false) are 100 and 0.
   void Montre(const FicheCompte& fiche, bool permis);
-  void Lit(FicheCompte& fiche) const;
 
  private:
   void MontrePersonnelle();
@@ -89,7 +85,6 @@ class ChampsTresorerie {
   void Declare(Formulaire& formulaire);
   void DeclareSoldes(Formulaire& formulaire);
   void Montre(const FicheCompte& fiche, const Plan& compte);
-  void Lit(FicheCompte& fiche) const;
   void Permet(bool permis);
   QCheckBox& Banque() { return m_banque; }
 

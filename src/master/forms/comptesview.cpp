@@ -1,7 +1,6 @@
 #include "master/forms/comptesview.h"
 
 #include "core/texte.h"
-#include "master/forms/dialogcompte.h"
 
 namespace fenlor {
 
@@ -27,15 +26,6 @@ void ComptesView::FillList() {
 
 std::vector<Position> ComptesView::Positions() { return PositionsComptes(App(), m_liste); }
 
-bool ComptesView::LanceForme(Position position, Position& derniere) {
-  const std::unique_ptr<DialogCompte> forme = Forme(position);
-  forme->exec();
-  derniere = forme->Derniere();
-  return forme->AChange();
-}
-
-bool ComptesView::SupprimeFiche(Position position) {
-  return static_cast<bool>(SupprimeCompte(App(), m_forme, position));
-}
+Refus ComptesView::SupprimeFiche(Position position) { return SupprimeCompte(App(), m_forme, position); }
 
 }  // namespace fenlor

@@ -210,18 +210,15 @@ void CDialogFraisKm::accept() {
 
 bool CDialogFraisKm::Enregistre() {
   FicheFraisKm fiche = Lit();
-  const ResultatFraisKm resultat = EnregistreFraisKm(App(), fiche);
-  if (!resultat) {
-    if (*resultat.champ) Focalise(resultat.champ);
-    return false;
-  }
+  bool supprimees = false;
+  if (const Refus refus = EnregistreFraisKm(App(), fiche, supprimees)) return Refuse(refus);
   Montre(fiche);
   return m_sauve = true;
 }
 
 void CDialogFraisKm::Supprime() {
   FicheFraisKm fiche = Lit();
-  if (!SupprimeFraisKm(App(), fiche)) return;
+  if (!Refuse(SupprimeFraisKm(App(), fiche))) return;
   Montre(fiche);
   OublieSaisie();
   ChangeMode();

@@ -1,19 +1,20 @@
 #include "master/forms/dialogplan.h"
-#include "core/erreurs.h"
-#include "master/forms/textes.h"
 
 #include <QPushButton>
+
+#include "core/erreurs.h"
+#include "master/forms/textes.h"
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CDialogPlan::CDialogPlan(ContexteUi& contexte, ComptesView* vue, i16 type, Position position, QWidget* parent)
+CDialogPlan::CDialogPlan(ContexteUi& contexte, FichesView* vue, i16 type, Position position, QWidget* parent)
     : DialogCompte(contexte, "DialogPlan", FormeCompte::RecettesDepenses, type, vue, position, parent),
       m_affectation(contexte.App),
       m_soldes(contexte.App),
       m_repartition(contexte.App) {
-  Formulaire formulaire{Zone()};
+  Formulaire formulaire = Champs();
   ChampCode(formulaire, u"Code :"_s);
   ChampNumero(formulaire, u"Compte :"_s);
   ChampDesignation(formulaire, u"Désignation :"_s);
@@ -39,22 +40,16 @@ bool CDialogPlan::Nouveau(ContexteUi& contexte, QWidget* parent) {
 
 void CDialogPlan::Montre() {
   DialogCompte::Montre();
-  const bool personnel = !Ajout() && EstComptePersonnel(App(), Fiche().compte);
-  m_affectation.Montre(Fiche());
+  const bool personnel = !Ajout() && EstComptePersonnel(App(), EnMain().compte);
+  m_affectation.Montre(EnMain());
   m_soldes.Montre(Compte());
-  m_repartition.Montre(Fiche(), Type() == Depense && !personnel);
+  m_repartition.Montre(EnMain(), Type() == Depense && !personnel);
   FigeChamp(Code(), personnel);
   FigeChamp(Designation(), personnel);
   if (personnel) FigeChamp(Numero(), true);
   m_affectation.PermetRubrique(!personnel);
   m_affectation.PermetTVA(!personnel);
   if (auto* ok = findChild<QPushButton*>(u"ok"_s)) ok->setEnabled(!personnel);
-}
-
-void CDialogPlan::Lit(FicheCompte& fiche) const {
-  DialogCompte::Lit(fiche);
-  m_affectation.Lit(fiche);
-  m_repartition.Lit(fiche);
 }
 
 void CDialogPlan::Vide() {

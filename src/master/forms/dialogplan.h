@@ -11,13 +11,12 @@ class CDialogPlan : public DialogCompte {
   Q_OBJECT
  public:
   /// `type` is `Recette` or `Depense`; `vue` may be null; `position` 0 adds.
-  CDialogPlan(ContexteUi& contexte, ComptesView* vue, i16 type, Position position, QWidget* parent = nullptr);
+  CDialogPlan(ContexteUi& contexte, FichesView* vue, i16 type, Position position, QWidget* parent = nullptr);
   /// Asks for receipts or expenses, then adds accounts; true when one was made.
   static bool Nouveau(ContexteUi& contexte, QWidget* parent = nullptr);
 
  protected:
   void Montre() override;
-  void Lit(FicheCompte& fiche) const override;
   void Vide() override;
 
  private:

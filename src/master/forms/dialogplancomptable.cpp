@@ -11,12 +11,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int TailleTaux = 6;
 enum PageTaxe { PageAucune, PageListe, PageTaux };
 
 }  // namespace
 
-CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, ComptesView* vue, Position position,
+CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, FichesView* vue, Position position,
                                            QWidget* parent)
     : DialogCompte(contexte, "DialogPlanComptable", FormeCompte::PlanComptable, Recette, vue, position,
                    parent),
@@ -27,7 +26,7 @@ CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, ComptesView* vu
       m_repartition(contexte.App) {
   for (const std::string& type : {"Trésor"_w, "Recette"_w, "Dépense"_w, "T.V.A."_w, "Autres"_w})
     m_type.Ajoute(type);
-  Formulaire formulaire{Zone()};
+  Formulaire formulaire = Champs();
   ChampCode(formulaire, u"&Code :"_s);
   ChampNumero(formulaire, u"Com&pte :"_s);
   formulaire.Champ(u"Type de compte :"_s, m_type, "type").SurChangement([this] { ChangeType(); });
@@ -43,9 +42,9 @@ CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, ComptesView* vu
 
 void CDialogPlanComptable::DeclareTaxe(Formulaire& formulaire) {
   auto* taux = new QWidget;
-  Formulaire rangee{*taux};
+  Formulaire rangee{*taux, &FicheCompte::Table};
   taux->layout()->setContentsMargins(0, 0, 0, 0);
-  rangee.Seul(m_taux, "taux").Limite(TailleTaux).ACote(*new QLabel(u"%"_s));
+  rangee.Seul(m_taux, "taux").ACote(*new QLabel(u"%"_s));
   EditeurChoix& liste = m_affectation.TVA();
   liste.setObjectName(u"tva"_s);
   m_taxe->addWidget(new QWidget);
@@ -71,18 +70,13 @@ void CDialogPlanComptable::MontreTaxe(i16 type) {
 
 void CDialogPlanComptable::Montre() {
   DialogCompte::Montre();
-  m_type.setCurrentIndex(Fiche().type);
-  m_tresorerie.Montre(Fiche(), Compte());
-  m_taux.Pose(Fiche().tauxTVA);
-  MontreType(Fiche());
+  m_tresorerie.Montre(EnMain(), Compte());
+  MontreType(EnMain());
   PermetChamp(m_type, !ADesMouvements(Compte()));
 }
 
 void CDialogPlanComptable::ChangeType() {
-  FicheCompte fiche = Fiche();
-  Lit(fiche);
-  fiche.type = Type();
-  MontreType(fiche);
+  MontreType(Saisie());
   MontreTitre();
 }
 
@@ -93,15 +87,7 @@ void CDialogPlanComptable::MontreType(const FicheCompte& fiche) {
   m_affectation.PermetRubrique(affecte);
   MontreTaxe(fiche.type);
   m_repartition.Montre(fiche,
-                       fiche.type == Depense && (Ajout() || !EstComptePersonnel(App(), Fiche().compte)));
-}
-
-void CDialogPlanComptable::Lit(FicheCompte& fiche) const {
-  DialogCompte::Lit(fiche);
-  m_tresorerie.Lit(fiche);
-  m_affectation.Lit(fiche);
-  m_repartition.Lit(fiche);
-  if (Type() == Tva) fiche.tauxTVA = ValeurOuAncienne(m_taux, fiche.tauxTVA);
+                       fiche.type == Depense && (Ajout() || !EstComptePersonnel(App(), EnMain().compte)));
 }
 
 void CDialogPlanComptable::Vide() {

@@ -13,11 +13,10 @@ class CDialogPlanComptable : public DialogCompte {
   Q_OBJECT
  public:
   /// `vue` may be null; `position` 0 adds.
-  CDialogPlanComptable(ContexteUi& contexte, ComptesView* vue, Position position, QWidget* parent = nullptr);
+  CDialogPlanComptable(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent = nullptr);
 
  protected:
   void Montre() override;
-  void Lit(FicheCompte& fiche) const override;
   void Vide() override;
   i16 Type() const override { return static_cast<i16>(m_type.currentIndex()); }
 

@@ -76,12 +76,6 @@ CDialogSaisieTaux::CDialogSaisieTaux(ContexteUi& contexte, const std::vector<Tau
 
 TauxEuro CDialogSaisieTaux::Valeur() const { return {m_date.Valeur(), m_taux.Valeur()}; }
 
-bool CDialogSaisieTaux::Enregistre() {
-  const ResultatOptions resultat = ControleTauxEuro(m_lignes, Valeur(), m_modifie);
-  if (resultat) return true;
-  App().ReportErreur(resultat.erreur, {StrDate(m_date.Valeur())});
-  CZNDialog::Focalise(resultat.champ);
-  return false;
-}
+bool CDialogSaisieTaux::Enregistre() { return Refuse(ControleTauxEuro(m_lignes, Valeur(), m_modifie)); }
 
 }  // namespace fenlor

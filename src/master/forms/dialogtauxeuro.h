@@ -1,10 +1,10 @@
 // `CDialogTauxEuro`: the table of conversion rates, and the form of one of its rows.
 #pragma once
 
-#include "master/forms/listeeditee.h"
 #include "master/tauxeuro.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
+#include "ui/listeeditee.h"
 
 namespace fenlor {
 

@@ -59,18 +59,12 @@ void CDialogTauxTVA::QuitteCompte() {
   const std::string compte = QVAPI::GetLongCompte(m_compte.Valeur());
   if (compte.empty()) return;
   m_compte.Pose(CompacteTexte(App().Magasin.GetShortCompte(compte)));
-  const ResultatOptions resultat = ControleNumeroTva(App(), *m_lignes, compte);
-  if (!resultat) Refuse(resultat.erreur, m_compte);
+  Refuse(ControleNumeroTva(App(), *m_lignes, compte));
 }
 
 bool CDialogTauxTVA::Enregistre() {
   const LigneTva saisie = Valeur();
-  const ResultatOptions resultat =
-      m_lignes ? ControleAjoutTva(App(), *m_lignes, saisie) : ControleTauxTva(saisie.taux);
-  if (resultat) return true;
-  App().ReportErreur(resultat.erreur);
-  CZNDialog::Focalise(resultat.champ);
-  return false;
+  return Refuse(m_lignes ? ControleAjoutTva(App(), *m_lignes, saisie) : ControleTauxTva(saisie.taux));
 }
 
 }  // namespace fenlor

@@ -4,17 +4,18 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CDialogTresorerie::CDialogTresorerie(ContexteUi& contexte, ComptesView* vue, Position position,
+CDialogTresorerie::CDialogTresorerie(ContexteUi& contexte, FichesView* vue, Position position,
                                      QWidget* parent)
     : DialogCompte(contexte, "DialogTresorerie", FormeCompte::Tresorerie, Tresorerie, vue, position, parent),
       m_tresorerie(contexte.App) {
-  Formulaire formulaire{Zone()};
+  Formulaire formulaire = Champs();
   ChampCode(formulaire, u"&Code :"_s);
   ChampNumero(formulaire, u"Com&pte :"_s);
   ChampDesignation(formulaire, u"&Désignation :"_s);
   m_tresorerie.Declare(formulaire);
   m_tresorerie.DeclareSoldes(formulaire);
   formulaire.Pousse();
+  m_tresorerie.Banque().setChecked(true);
   connect(&m_tresorerie.Banque(), &QCheckBox::clicked, this, [this] { ProposeNumero(); });
   Ouvre();
 }
@@ -25,16 +26,11 @@ void CDialogTresorerie::ProposeNumero() {
 
 void CDialogTresorerie::Montre() {
   DialogCompte::Montre();
-  m_tresorerie.Montre(Fiche(), Compte());
+  m_tresorerie.Montre(EnMain(), Compte());
 }
 
-void CDialogTresorerie::Lit(FicheCompte& fiche) const {
-  DialogCompte::Lit(fiche);
-  m_tresorerie.Lit(fiche);
-}
-
-FicheCompte CDialogTresorerie::Suivante() {
-  FicheCompte fiche = DialogCompte::Suivante();
+FicheCompte CDialogTresorerie::Nouvelle() {
+  FicheCompte fiche = DialogCompte::Nouvelle();
   fiche.banque = m_tresorerie.Banque().isChecked();
   fiche.compte = ProposeNumeroTresorerie(App(), fiche.banque);
   return fiche;

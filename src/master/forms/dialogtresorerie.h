@@ -12,12 +12,11 @@ class CDialogTresorerie : public DialogCompte {
   Q_OBJECT
  public:
   /// `vue` may be null; `position` 0 adds.
-  CDialogTresorerie(ContexteUi& contexte, ComptesView* vue, Position position, QWidget* parent = nullptr);
+  CDialogTresorerie(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent = nullptr);
 
  protected:
   void Montre() override;
-  void Lit(FicheCompte& fiche) const override;
-  FicheCompte Suivante() override;
+  FicheCompte Nouvelle() override;
 
  private:
   void ProposeNumero();

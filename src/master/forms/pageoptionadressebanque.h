@@ -1,10 +1,10 @@
 // `CPageOptionAdresseBanque`: name, address and account number of each bank account.
 #pragma once
 
-#include "master/forms/listeeditee.h"
 #include "master/options.h"
 #include "ui/cznsheet.h"
 #include "ui/editeurs.h"
+#include "ui/listeeditee.h"
 
 namespace fenlor {
 

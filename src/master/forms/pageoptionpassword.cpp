@@ -1,7 +1,5 @@
 #include "master/forms/pageoptionpassword.h"
 
-#include <string_view>
-
 #include "core/texte.h"
 #include "store/motdepasse.h"
 
@@ -35,11 +33,7 @@ SaisieMotDePasse CPageOptionPassword::Valeur() const {
   return {m_ancien.Valeur(), m_nouveau.Valeur(), m_verification.Valeur()};
 }
 
-bool CPageOptionPassword::Controle() {
-  const ResultatOptions resultat = ControleMotDePasse(App(), Valeur());
-  if (resultat) return true;
-  return Refuse(resultat.erreur, std::string_view(resultat.champ) == "ancien" ? m_ancien : m_nouveau);
-}
+bool CPageOptionPassword::Controle() { return Refuse(ControleMotDePasse(App(), Valeur())); }
 
 bool CPageOptionPassword::Enregistre() {
   if (!EcritMotDePasse(App(), Valeur())) return DitEchecReglages(App());

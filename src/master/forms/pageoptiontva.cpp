@@ -34,9 +34,9 @@ bool CPageOptionTVA::Charge() {
 }
 
 bool CPageOptionTVA::Enregistre() {
-  const ApplicationTva resultat = AppliqueComptesTva(App(), m_lignes);
-  if (!resultat.fait) return false;
-  if (resultat.comptes > 0) {
+  unsigned comptes = 0;
+  if (const Refus refus = AppliqueComptesTva(App(), m_lignes, comptes)) return Refuse(refus);
+  if (comptes > 0) {
     m_lignes = LitComptesTva(App());
     m_liste.Relit(m_liste.Table().LigneChoisie());
   }
@@ -55,11 +55,7 @@ void CPageOptionTVA::Ajoute() {
 }
 
 void CPageOptionTVA::Modifie() {
-  const ResultatOptions refus = ControleModificationTva(App(), Choisie());
-  if (!refus) {
-    Refuse(refus.erreur, m_liste.Table());
-    return;
-  }
+  if (!Refuse(ControleModificationTva(App(), Choisie()))) return;
   CDialogTauxTVA saisie(Contexte(), Choisie(), window());
   if (!saisie.Execute()) return;
   Choisie() = saisie.Valeur();
@@ -67,11 +63,7 @@ void CPageOptionTVA::Modifie() {
 }
 
 void CPageOptionTVA::Supprime() {
-  const ResultatOptions refus = ControleSuppressionTva(App(), Choisie());
-  if (!refus) {
-    Refuse(refus.erreur, m_liste.Table());
-    return;
-  }
+  if (!Refuse(ControleSuppressionTva(App(), Choisie()))) return;
   const int ligne = m_liste.Table().LigneChoisie();
   m_lignes.erase(m_lignes.begin() + ligne);
   m_liste.Relit(ligne);

@@ -1,9 +1,9 @@
 // `CPageOptionTVA`: the VAT accounts. They change when the options are saved.
 #pragma once
 
-#include "master/forms/listeeditee.h"
 #include "master/optionstva.h"
 #include "ui/cznsheet.h"
+#include "ui/listeeditee.h"
 
 namespace fenlor {
 

@@ -9,7 +9,7 @@ CPlanComptableView::CPlanComptableView(ContexteUi& contexte)
     : ComptesView(contexte, TitrePlanComptable, FenPlanComptable, ListeComptes::PlanComptable,
                   FormeCompte::PlanComptable) {}
 
-std::unique_ptr<DialogCompte> CPlanComptableView::Forme(Position position) {
+std::unique_ptr<DialogFiche> CPlanComptableView::Forme(Position position) {
   return std::make_unique<CDialogPlanComptable>(Contexte(), this, position);
 }
 

@@ -12,7 +12,7 @@ CPlanView::CPlanView(ContexteUi& contexte, i16 type)
                   FormeCompte::RecettesDepenses),
       m_type(type) {}
 
-std::unique_ptr<DialogCompte> CPlanView::Forme(Position position) {
+std::unique_ptr<DialogFiche> CPlanView::Forme(Position position) {
   return std::make_unique<CDialogPlan>(Contexte(), this, m_type, position);
 }
 

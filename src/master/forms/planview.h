@@ -12,7 +12,7 @@ class CPlanView : public ComptesView {
   CPlanView(ContexteUi& contexte, i16 type);
 
  protected:
-  std::unique_ptr<DialogCompte> Forme(Position position) override;
+  std::unique_ptr<DialogFiche> Forme(Position position) override;
 
  private:
   const i16 m_type;

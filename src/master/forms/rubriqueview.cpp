@@ -17,17 +17,15 @@ CRubriqueView::CRubriqueView(ContexteUi& contexte)
                     {"Désignation"_w, 600, [](const Rubrique& r) { return LitTexte(r.Designation); }}});
 }
 
-std::vector<Position> CRubriqueView::Positions() { return PositionsRubriques(App()); }
-
-bool CRubriqueView::LanceForme(Position position, Position& derniere) {
-  CDialogRubrique forme(Contexte(), this, position);
-  forme.exec();
-  derniere = forme.Derniere();
-  return forme.AChange();
+std::vector<Position> CRubriqueView::Positions() {
+  CRubriques rubriques(App(), App().PathExercice);
+  return PositionsDe(App(), rubriques);
 }
 
-bool CRubriqueView::SupprimeFiche(Position position) {
-  return static_cast<bool>(SupprimeRubrique(App(), position));
+std::unique_ptr<DialogFiche> CRubriqueView::Forme(Position position) {
+  return std::make_unique<CDialogRubrique>(Contexte(), this, position);
 }
+
+Refus CRubriqueView::SupprimeFiche(Position position) { return SupprimeRubrique(App(), position); }
 
 }  // namespace fenlor

@@ -1,8 +1,8 @@
 // `CRubriqueView`: the headings of the fiscal statement, in order of their code.
 #pragma once
 
-#include "master/forms/fichesview.h"
 #include "master/rubriques.h"
+#include "ui/fichesview.h"
 
 namespace fenlor {
 
@@ -13,8 +13,8 @@ class CRubriqueView : public FichesView {
 
  protected:
   std::vector<Position> Positions() override;
-  bool LanceForme(Position position, Position& derniere) override;
-  bool SupprimeFiche(Position position) override;
+  std::unique_ptr<DialogFiche> Forme(Position position) override;
+  Refus SupprimeFiche(Position position) override;
 
  private:
   CRubriques m_rubriques;

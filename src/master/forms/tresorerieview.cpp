@@ -9,7 +9,7 @@ CTresorerieView::CTresorerieView(ContexteUi& contexte)
     : ComptesView(contexte, TitreComptesTresorerie, FenTresorerie, ListeComptes::Tresorerie,
                   FormeCompte::Tresorerie) {}
 
-std::unique_ptr<DialogCompte> CTresorerieView::Forme(Position position) {
+std::unique_ptr<DialogFiche> CTresorerieView::Forme(Position position) {
   return std::make_unique<CDialogTresorerie>(Contexte(), this, position);
 }
 

@@ -11,7 +11,7 @@ class CTresorerieView : public ComptesView {
   explicit CTresorerieView(ContexteUi& contexte);
 
  protected:
-  std::unique_ptr<DialogCompte> Forme(Position position) override;
+  std::unique_ptr<DialogFiche> Forme(Position position) override;
 
  private:
   FinDesLiens m_finLiens{*this};

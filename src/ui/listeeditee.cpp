@@ -1,4 +1,4 @@
-#include "master/forms/listeeditee.h"
+#include "ui/listeeditee.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>

@@ -2,9 +2,14 @@
 // in common. Rows are the records' positions, with an empty row at the end.
 #pragma once
 
+#include <memory>
+
+#include "core/refus.h"
 #include "ui/cznlistview.h"
 
 namespace fenlor {
+
+class DialogFiche;
 
 class FichesView : public CZNListView {
   Q_OBJECT
@@ -30,11 +35,10 @@ class FichesView : public CZNListView {
 
   /// Records in the list's own order.
   virtual std::vector<Position> Positions() = 0;
-  /// Runs the form of a record, 0 for a new one. True when something was saved;
-  /// `derniere` is then the record to select.
-  virtual bool LanceForme(Position position, Position& derniere) = 0;
+  /// The form of a record, 0 for a new one.
+  virtual std::unique_ptr<DialogFiche> Forme(Position position) = 0;
   /// Deletes by the rules; 0 for the empty row of a closed exercice, which refuses.
-  virtual bool SupprimeFiche(Position position) = 0;
+  virtual Refus SupprimeFiche(Position position) = 0;
 
   void FillList() override;
 

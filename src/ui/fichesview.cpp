@@ -1,8 +1,9 @@
-#include "master/forms/fichesview.h"
+#include "ui/fichesview.h"
 
 #include <QScopedValueRollback>
 
 #include "core/erreurs.h"
+#include "ui/dialogfiche.h"
 
 namespace fenlor {
 
@@ -42,19 +43,20 @@ void FichesView::Saisit(Position position) {
     App().ReportErreur(ErrExerciceCloture);
     return;
   }
-  Position derniere = 0;
+  const std::unique_ptr<DialogFiche> forme = Forme(position);
   {
     // Its neighbours are those of the list as it stood when the form was opened.
     const QScopedValueRollback suspendue(m_suspendue, true);
-    if (!LanceForme(position, derniere)) return;
+    forme->exec();
   }
+  if (!forme->AChange()) return;
   Actualise();
-  Table().SelectionneLigne(Table().Modele().LigneDe(derniere));
+  Table().SelectionneLigne(Table().Modele().LigneDe(forme->Derniere()));
 }
 
 void FichesView::Supprime() {
   const bool cloture = App().Reglages.IsExerciceCloture();
-  if ((Choisie() == 0 && !cloture) || !SupprimeFiche(Choisie())) return;
+  if ((Choisie() == 0 && !cloture) || !App().Dit(SupprimeFiche(Choisie()))) return;
   Contexte().Cadre.Actualise();
 }
 

@@ -1,0 +1,105 @@
+// The verb of a record: "rubrique ajouter --code X1". The table of the record (`core/fiche.h`) gives the
+// options of `ajouter` and `modifier`; finding the record, filling it, saving, deleting, listing and telling
+// stand here, once. A verb says its words, how its record is found, saved and deleted, and what else it
+// takes.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/fiche.h"
+#include "ctl/lignecommande.h"
+#include "store/champs.h"
+
+namespace fenlor {
+
+/// What was given on the command line, UTF-8.
+struct OptionsFiche {
+  std::string action;                                         ///< empty: none
+  std::string cle;                                            ///< the record that is modified or deleted
+  std::map<std::string, std::optional<std::string>> valeurs;  ///< by option
+  std::map<std::string, bool> drapeaux;                       ///< of the verb's own
+
+  bool Donne(const std::string& option) const {
+    const auto place = valeurs.find(option);
+    return place != valeurs.end() && place->second.has_value();
+  }
+  bool Drapeau(const std::string& option) const { return drapeaux.contains(option) && drapeaux.at(option); }
+};
+
+/// Words of a verb, UTF-8.
+struct MotsVerbe {
+  const char *nom, *description;
+  const char *un, *objet;              ///< "une rubrique", "Rubrique"
+  const char *cle, *texteCle, *laCle;  ///< "rubrique", "CODE", "Code de la rubrique"
+  const char* lister;                  ///< what `lister` does
+  bool feminin;
+};
+
+class VerbeFiche {
+ public:
+  virtual ~VerbeFiche() = default;
+  int Execute();
+
+ protected:
+  VerbeFiche(Contexte& contexte, const OptionsFiche& options, const MotsVerbe& mots, const TableFiche& table,
+             void* fiche)
+      : m_contexte(contexte),
+        m_app(contexte.App),
+        m_options(options),
+        m_mots(mots),
+        m_table(table),
+        m_fiche(fiche) {}
+
+  /// Reads the record of the command line; false: told.
+  virtual bool Trouve(const std::string& cle) = 0;
+  virtual void Commence() {}  ///< a new record, before it is filled
+  /// What was given goes into the record; false: told.
+  virtual bool Remplit() { return PoseOptions(); }
+  virtual Refus Enregistre() = 0;
+  virtual Refus Supprime() = 0;
+  /// What names the record: field of the answer's JSON and text.
+  virtual std::vector<std::pair<const char*, std::string>> Cles() = 0;
+  virtual std::string Nom() = 0;
+  virtual int Liste() = 0;
+
+  bool PoseOptions();
+  /// One line a record of the file: its JSON, or what `ligne` makes of it, under `titres`, of which the first
+  /// `gauches` are aligned on the left.
+  int Liste(CBTFiles& fichier, const std::vector<Position>& positions, std::vector<std::string> titres,
+            std::size_t gauches, const std::function<std::vector<std::string>(Position)>& ligne);
+
+  Contexte& m_contexte;
+  CFenlorApp& m_app;
+  const OptionsFiche& m_options;
+
+ private:
+  bool Pose(const ChampFiche& champ, const std::optional<std::string>& valeur);
+  const MotsVerbe& m_mots;
+  const TableFiche& m_table;
+  void* m_fiche;
+};
+
+constexpr const char* FauteSansAction = "il manque ajouter, modifier, supprimer ou lister";
+
+/// The four actions of a verb, before its own options and checks.
+struct ActionsFiche {
+  Commande verbe, ajouter, modifier, supprimer, lister;
+};
+ActionsFiche DeclareActions(LigneCommande& ligne, const MotsVerbe& mots, const TableFiche& table,
+                            const std::shared_ptr<OptionsFiche>& options,
+                            std::function<int(Contexte&)> execute);
+
+/// `Verbe` has `Mots` and takes the context, with the exercice open, and the options; its record is a
+/// `Verbe::Fiche`.
+template <class Verbe>
+ActionsFiche DeclareVerbe(LigneCommande& ligne, const std::shared_ptr<OptionsFiche>& options) {
+  return DeclareActions(ligne, Verbe::Mots, Verbe::Fiche::Table, options, [options](Contexte& contexte) {
+    return contexte.OuvreExercice() ? Verbe(contexte, *options).Execute() : int{StatutRefuse};
+  });
+}
+
+}  // namespace fenlor
