@@ -157,10 +157,16 @@ void Contexte::Avertit(const std::string& texte) {
   }
 }
 
-int Contexte::Refuse(const Refus& refus, u32 ligne) {
-  // What the files told has no words of its own.
-  std::string reste = refus.texte.empty() ? DernierEchec().texte : refus.texte;
+int Contexte::Refuse(const Refus& regle, u32 ligne) {
+  // What the files told has no words of its own, and the number by which they told it.
+  Refus refus = regle;
+  if (refus.texte.empty()) {
+    const Refus dit = DernierEchec();
+    refus.texte = dit.texte;
+    if (refus.numero == ErrFichierIndexe) refus.numero = dit.numero;
+  }
   Oublie();
+  std::string reste = refus.texte;
   std::string message = "Erreur " + std::to_string(refus.numero);
   if (ligne != 0) {
     message += ", ligne " + std::to_string(ligne);
@@ -179,13 +185,6 @@ int Contexte::Refuse(const TexteFixe& erreur, std::initializer_list<std::string>
 bool Contexte::Invalide(const char* champ, const std::string& raison) {
   Refuse(ErrChampInvalide, {champ, raison});
   return false;
-}
-
-int Contexte::RefuseRegle(unsigned numero) {
-  Refus refus = DernierEchec();
-  if (refus.numero != numero) refus.texte.clear();
-  refus.numero = numero;
-  return Refuse(refus);
 }
 
 int Contexte::RefuseUsage(const std::string& faute) { return fenlor::RefuseUsage(m_erreurs, faute); }

@@ -48,12 +48,10 @@ class Contexte {
 
   /// Tells a refusal, with the input line when it is not 0: its own words, or those of the store or the files
   /// that told it first. Returns StatutRefuse.
-  int Refuse(const Refus& refus, u32 ligne = 0);
+  int Refuse(const Refus& regle, u32 ligne = 0);
   int Refuse(const TexteFixe& erreur, std::initializer_list<std::string> arguments, u32 ligne = 0);
   /// ErrChampInvalide with the reason. Returns false.
   bool Invalide(const char* champ, const std::string& raison);
-  /// A rule refused with this number: its own words, which the dialogue kept.
-  int RefuseRegle(unsigned numero);
   /// What was typed does not go with what was found. Returns StatutUsage.
   int RefuseUsage(const std::string& faute);
   /// An input file that cannot be opened, or read to its end (errno value).
