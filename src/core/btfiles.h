@@ -24,13 +24,14 @@ namespace fenlor {
 /// `n` is the sum of `gardes`, `ecartes`, `remplaces`, `inconnus`, `supprimes` and
 /// `vierges`.
 struct RapportReindex {
-  u32 n = 0;               ///< slots of the old file
-  u32 gardes = 0;          ///< records in the rebuilt file
-  u32 ecartes = 0;         ///< dropped by the filter
-  u32 remplaces = 0;       ///< gave way to a later record of the same first key
-  u32 inconnus = 0;        ///< slots whose first byte no record and no deleted slot has
-  u32 supprimes = 0;       ///< slots that held a deleted record
-  u32 vierges = 0;         ///< slots never written
+  u32 n = 0;          ///< slots of the old file
+  u32 gardes = 0;     ///< records in the rebuilt file
+  u32 ecartes = 0;    ///< dropped by the filter
+  u32 remplaces = 0;  ///< gave way to a later record of the same first key
+  u32 inconnus = 0;   ///< slots whose sum is wrong, or whose first byte no record and no deleted slot has
+  u32 repares = 0;    ///< records in which one bit had turned, and was turned back
+  u32 supprimes = 0;  ///< slots that held a deleted record
+  u32 vierges = 0;    ///< slots never written
   u64 octetsRestants = 0;  ///< bytes behind the last whole slot
   u32 clesManquantes = 0;  ///< keys behind the first that two records claimed: told, the later one has it
   bool endommage = false;  ///< the old file could not be opened: its raw bytes were read to their end
@@ -149,7 +150,7 @@ class CBTFiles {
   bool Retient(fenlor::Position position);
   bool EstOuvertPhysique();
   /// Copies the surviving slots of the old file into the new, open one.
-  bool Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport);
+  bool Recopie(int ancien, bool avecSommes, const Filtre& filtre, RapportReindex& rapport);
   bool Reconstruit(const Filtre& filtre, RapportReindex& rapport);
   bool Substitue(const std::string& nouveau, RapportReindex& rapport);
 

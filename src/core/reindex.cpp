@@ -47,14 +47,14 @@ bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
   return magasin.QVCloseFile(cible) && bien && lus == 0;
 }
 
-/// The header says that this is another file: nothing of it can be a record here.
-bool EstUnAutre(QVAPI& magasin, int fichier, u16 numFichier) {
+/// What one of the header's copies says; that of an empty file of today when neither can be read.
+EnteteDat LitEntete(QVAPI& magasin, int fichier) {
   std::array<u8, DebutEmplacements> octets{};
-  if (magasin.QVReadFile(fichier, octets.data(), octets.size()) < 0) return false;
   EnteteDat entete;
-  const bool lu =
-      FichierDat::Decode(octets.data(), entete) || FichierDat::Decode(octets.data() + 512, entete);
-  return lu && entete.numero != numFichier;
+  if (magasin.QVReadFile(fichier, octets.data(), octets.size()) >= 0 &&
+      (FichierDat::Decode(octets.data(), entete) || FichierDat::Decode(octets.data() + 512, entete)))
+    return entete;
+  return {};
 }
 
 }  // namespace
@@ -66,13 +66,14 @@ bool CBTFiles::EstOuvertPhysique() {
          m_app.Magasin.QVFileErrorCode() != ErrPasOuvert;
 }
 
-bool CBTFiles::Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport) {
+bool CBTFiles::Recopie(int ancien, bool avecSommes, const Filtre& filtre, RapportReindex& rapport) {
   QVAPI& magasin = m_app.Magasin;
+  const u32 pas = static_cast<u32>(TailleRec) + (avecSommes ? TailleSomme : 0);
   const i64 debut = QVAPI::QVGetFirstRecPos(static_cast<u16>(TailleRec));
   const i64 fin = magasin.QVSeekFile(ancien, 0, 2);
   const u64 octets = fin > debut ? static_cast<u64>(fin - debut) : 0;
-  if (rapport.endommage) rapport.n = static_cast<u32>(octets / TailleRec);
-  rapport.octetsRestants = octets - std::min(octets, u64{rapport.n} * TailleRec);
+  if (rapport.endommage) rapport.n = static_cast<u32>(octets / pas);
+  rapport.octetsRestants = octets - std::min(octets, u64{rapport.n} * pas);
   if (fin < 0 || (rapport.n > 0 && magasin.QVSeekFile(ancien, debut, 0) < 0)) {
     Erreur(0, MessageLecture);
     return false;
@@ -82,7 +83,7 @@ bool CBTFiles::Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport
     m_app.Boite.SetPos(0);
   }
 
-  std::vector<u8> rec(TailleRec);
+  std::vector<u8> rec(pas);
   const AutreRec autre(*this, rec.data());
   std::unordered_map<std::string, fenlor::Position> places;
   for (u32 i = 0; i < rapport.n; ++i) {
@@ -90,11 +91,19 @@ bool CBTFiles::Recopie(int ancien, const Filtre& filtre, RapportReindex& rapport
       rapport.arrete = true;
       return false;
     }
-    if (magasin.QVReadFile(ancien, rec.data(), TailleRec) != static_cast<int>(TailleRec)) {
+    if (magasin.QVReadFile(ancien, rec.data(), pas) != static_cast<int>(pas)) {
       Erreur(0, MessageLecture);
       return false;
     }
     m_app.Boite.Step();
+    const bool vierge = std::all_of(rec.begin(), rec.end(), [](u8 octet) { return octet == 0; });
+    if (avecSommes && !vierge && !SommeJuste(rec.data(), static_cast<u32>(TailleRec), i + 1)) {
+      if (!RepareBit(rec.data(), static_cast<u32>(TailleRec), i + 1)) {
+        ++rapport.inconnus;
+        continue;
+      }
+      ++rapport.repares;
+    }
     if (QVAPI::QVEstVide(NumFichier, rec.data())) {
       ++(rec[0] == 255 ? rapport.supprimes : rapport.vierges);
       continue;
@@ -154,7 +163,8 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
     const FichierBrut ancien(magasin, Chemin("dat"));
     if (!ancien.EstOuvert())
       return m_app.ReportErreur(ErrCodeOuverture, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
-    if (rapport.endommage && EstUnAutre(magasin, ancien.Poignee(), NumFichier))
+    const EnteteDat entete = LitEntete(magasin, ancien.Poignee());
+    if (rapport.endommage && entete.id != 0 && entete.numero != NumFichier)
       return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
     if (magasin.QVExistFile(nouveau) && !magasin.QVDeleteFile(nouveau))
       return m_app.ReportErreur(ErrCreationFichier, {nouveau});
@@ -162,7 +172,7 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
       return m_app.ReportErreur(ErrCreationFichier, {nouveau});
 
     QVAPI::Unite unite(magasin);
-    fait = Recopie(ancien.Poignee(), filtre, rapport);
+    fait = Recopie(ancien.Poignee(), entete.version >= VersionSommes, filtre, rapport);
     if (fait && !(unite.Valide() && magasin.QVFlush())) {
       Erreur(0, MessageCreation);
       fait = false;

@@ -80,6 +80,7 @@ std::string Compteurs(const FichierReconstruit& fichier) {
   std::string texte = fichier.nom + " : " + std::to_string(r.gardes) + " enregistrement(s) gardé(s), " +
                       std::to_string(r.ecartes) + " écarté(s), " + std::to_string(r.remplaces) +
                       " en double, " + std::to_string(r.inconnus) + " illisible(s)";
+  if (r.repares) texte += ", " + std::to_string(r.repares) + " réparé(s)";
   if (r.vierges) texte += ", " + std::to_string(r.vierges) + " mis à zéro";
   if (r.octetsRestants)
     texte += ", " + std::to_string(r.octetsRestants) + " octet(s) illisible(s) en fin de fichier";
@@ -98,6 +99,7 @@ std::string CompteursJson(const FichierReconstruit& fichier) {
       .Entier("ecartes", r.ecartes)
       .Entier("remplaces", r.remplaces)
       .Entier("inconnus", r.inconnus)
+      .Entier("repares", r.repares)
       .Entier("supprimes", r.supprimes)
       .Entier("vierges", r.vierges)
       .Entier("octetsRestants", static_cast<i64>(r.octetsRestants))

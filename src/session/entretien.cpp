@@ -187,14 +187,15 @@ std::string ResumeReconstruction(const Reconstruction& reconstruction) {
   std::string resume;
   for (const FichierReconstruit& fichier : reconstruction.fichiers) {
     const RapportReindex& r = fichier.rapport;
-    const bool change = r.ecartes || r.remplaces || r.inconnus || r.vierges || r.octetsRestants ||
-                        r.endommage || r.clesManquantes;
+    const bool change = r.ecartes || r.remplaces || r.inconnus || r.repares || r.vierges ||
+                        r.octetsRestants || r.endommage || r.clesManquantes;
     if (!r.fait || !change) continue;
     std::string ligne = TexteFormat(FormatFichierReconstruit, {fichier.nom, std::to_string(r.gardes)});
     const std::pair<TexteFixe, u64> comptes[] = {
-        {FormatReconstruitEcartes, r.ecartes},         {FormatReconstruitRemplaces, r.remplaces},
-        {FormatReconstruitInconnus, r.inconnus},       {FormatReconstruitVierges, r.vierges},
-        {FormatReconstruitRestants, r.octetsRestants}, {FormatReconstruitCles, r.clesManquantes}};
+        {FormatReconstruitEcartes, r.ecartes},    {FormatReconstruitRemplaces, r.remplaces},
+        {FormatReconstruitInconnus, r.inconnus},  {FormatReconstruitRepares, r.repares},
+        {FormatReconstruitVierges, r.vierges},    {FormatReconstruitRestants, r.octetsRestants},
+        {FormatReconstruitCles, r.clesManquantes}};
     for (const auto& [format, nombre] : comptes)
       if (nombre) ligne += TexteFormat(format, {std::to_string(nombre)});
     if (r.endommage) ligne += Texte(MotFichierEndommage);

@@ -116,6 +116,7 @@ inline constexpr TexteFixe FormatReconstruitCopie{5705, "\nL'ancien fichier est 
 inline constexpr TexteFixe FormatReconstruitCles{5706, ", %s clé(s) en double"};
 inline constexpr TexteFixe FormatReconstruitVierges{5708, ", %s mis à zéro"};
 inline constexpr TexteFixe FormatReconstruitRestants{5709, ", %s octet(s) illisible(s) en fin de fichier"};
+inline constexpr TexteFixe FormatReconstruitRepares{5711, ", %s réparé(s)"};
 inline constexpr TexteFixe MotFichierEndommage{5710, ", fichier endommagé"};
 
 // Periods

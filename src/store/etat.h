@@ -17,6 +17,7 @@ struct EtatQVAPI {
   std::unique_ptr<Moteur> moteur;  ///< never null
   bool session = false;
   std::unique_ptr<Profil> reglages;
+  std::string reglagesDits;  ///< settings file whose change by others was told
 
   std::string pathProgrammes, pathCabinet, pathCabinetImpose, nomCabinet, userCabinet;
   std::string nomExercice, pathExercice;

@@ -235,7 +235,16 @@ u32 QVAPI::QVConvertCompta(const std::string& nom) {
   int erreur = 0;
   const std::string listee = NomListe(*m_etat, nom, erreur);
   if (erreur != 0) return RefuseDit(*this, *m_etat, erreur);
-  return EssaieFichiers(*m_etat, listee.empty() ? nom : listee) ? 1 : 0;
+  if (!EssaieFichiers(*m_etat, listee.empty() ? nom : listee)) return 0;
+  // Opening a file checks its sums and converts one of an older form: those that nobody has opened yet
+  // follow. What is wrong with one of them is told by whoever needs it.
+  for (const DefinitionFichier& def : Definitions()) {
+    const std::string dossier = def.duCabinet ? m_etat->pathCabinet : CheminExercice(nom);
+    const std::string chemin = Joint(dossier, def.nom) + ".dat";
+    if (m_etat->moteur->EstOuvertFichier(def.numero) || !m_etat->systeme->Existe(chemin)) continue;
+    if (m_etat->moteur->Ouvre(def.numero, chemin)) m_etat->moteur->Ferme(def.numero);
+  }
+  return 1;
 }
 
 }  // namespace fenlor

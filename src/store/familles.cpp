@@ -2,6 +2,7 @@
 
 #include "store/etat.h"
 #include "store/ouverture.h"
+#include "store/somme.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -13,7 +14,9 @@ bool EstOuverte(const EtatQVAPI& etat, u16 numero) { return etat.moteur->EstOuve
 u64 Octets(QVAPI& magasin, u16 numero) {
   const Ouverture fichier(magasin, numero);
   const u16 taille = DefinitionFichierNumero(numero)->taille;
-  return fichier ? QVAPI::QVGetFirstRecPos(taille) + u64{magasin.QVNumberOfRec(numero)} * taille : 0;
+  return fichier
+             ? QVAPI::QVGetFirstRecPos(taille) + u64{magasin.QVNumberOfRec(numero)} * (taille + TailleSomme)
+             : 0;
 }
 
 u32 Enregistrements(QVAPI& magasin, u16 numero) {

@@ -16,7 +16,6 @@ namespace fenlor {
 namespace {
 
 constexpr char Magie[8] = {'Q', 'V', 'D', 'A', 'T', '\r', '\n', 0x1A};
-constexpr u32 Version = 1;
 constexpr u32 TailleEntete = 56;
 constexpr std::size_t QueueMax = 1u << 20;
 constexpr u64 PasReserve = 1u << 20;
@@ -45,7 +44,7 @@ void FichierDat::Code(const EnteteDat& e, u8* o) {
   assert(e.taille >= 8 && e.id != 0);
   assert(e.tete <= e.emplacements && e.libres <= e.emplacements);
   std::memcpy(o, Magie, 8);
-  Pose(o + 8, Version);
+  Pose(o + 8, e.version);
   Pose(o + 12, e.numero);
   Pose(o + 14, e.taille);
   Pose(o + 16, e.id);
@@ -58,10 +57,18 @@ void FichierDat::Code(const EnteteDat& e, u8* o) {
 }
 
 bool FichierDat::Decode(const u8* o, EnteteDat& e) {
-  if (std::memcmp(o, Magie, 8) != 0 || Prend<u32>(o + 8) != Version) return false;
+  const u32 version = Prend<u32>(o + 8);
+  if (std::memcmp(o, Magie, 8) != 0 || version == 0 || version > VersionSommes) return false;
   if (Prend<u32>(o + 52) != static_cast<u32>(crc32(0, o, 52))) return false;
-  e = {Prend<u16>(o + 12), Prend<u16>(o + 14), Prend<u64>(o + 16), Prend<u64>(o + 24),
-       Prend<u64>(o + 32), Prend<u32>(o + 40), Prend<u32>(o + 44), Prend<u32>(o + 48)};
+  e = {version,
+       Prend<u16>(o + 12),
+       Prend<u16>(o + 14),
+       Prend<u64>(o + 16),
+       Prend<u64>(o + 24),
+       Prend<u64>(o + 32),
+       Prend<u32>(o + 40),
+       Prend<u32>(o + 44),
+       Prend<u32>(o + 48)};
   return e.taille >= 8 && e.tete <= e.emplacements && e.libres <= e.emplacements;
 }
 
@@ -159,13 +166,13 @@ int FichierDat::Projette(u64 taille) {
 const u8* FichierDat::Place(Position position) const {
   assert(position > 0);
   if (m_debutQueue && position >= m_debutQueue) return m_queue.data() + PlaceQueue(position);
-  assert(m_projection && Offset(position) + entete.taille <= m_tailleProjection);
+  assert(m_projection && Offset(position) + entete.Pas() <= m_tailleProjection);
   return m_projection + Offset(position);
 }
 
 int FichierDat::Reserve(Position position) {
   assert(position > 0 && m_reserve >= DebutEmplacements);
-  const u64 fin = Offset(position) + entete.taille;
+  const u64 fin = Offset(position) + entete.Pas();
   if (fin <= m_reserve) return Projette(fin);
   const u64 voulue = std::max(fin, m_reserve + std::max(PasReserve, m_reserve / 8));
   int rc = m_fichier->Reserve(m_reserve, voulue);
@@ -181,8 +188,60 @@ int FichierDat::Reserve(Position position) {
 }
 
 int FichierDat::EcritPlace(Position position, u32 decalage, const void* octets, u32 taille) {
-  assert(position > 0 && decalage + taille <= entete.taille);
+  assert(position > 0 && decalage + taille <= entete.Pas());
   return m_fichier->Ecrit(octets, taille, Offset(position) + decalage);
+}
+
+void FichierDat::PoseScelle(u8* emplacement, const void* rec, Position position) const {
+  assert(entete.version == VersionSommes && position > 0);
+  if (emplacement != rec) std::memcpy(emplacement, rec, entete.taille);
+  Pose(emplacement + entete.taille, SommeEmplacement(emplacement, entete.taille, position));
+}
+
+bool FichierDat::EstJuste(Position position) const {
+  return entete.version < VersionSommes || SommeJuste(Place(position), entete.taille, position);
+}
+
+int FichierDat::Verifie(const std::set<Position>& positions) {
+  if (const int rc = Projette(TailleExacte())) return rc;
+  const auto bonne = [this](Position p) { return p > entete.emplacements || EstJuste(p); };
+  return std::all_of(positions.begin(), positions.end(), bonne) ? 0 : ErrEndommage;
+}
+
+Position FichierDat::PremierFaux() const {
+  for (Position p = 1; p <= entete.emplacements; ++p)
+    if (!EstJuste(p)) return p;
+  return 0;
+}
+
+int FichierDat::Convertit(Systeme& systeme) {
+  assert(entete.version < VersionSommes && m_projection);
+  const std::string neuf = m_chemin.substr(0, m_chemin.rfind('.')) + ".neuf";
+  FichierDat nouveau;
+  nouveau.entete = entete;
+  nouveau.entete.version = VersionSommes;
+  int rc = systeme.Ouvre(neuf, Systeme::Creation, nouveau.m_fichier);
+  std::vector<u8> octets(DebutEmplacements, 0);
+  Code(nouveau.entete, octets.data() + (entete.generation & 1 ? 512 : 0));
+  EnteteDat autre = nouveau.entete;
+  ++autre.generation;
+  Code(autre, octets.data() + (autre.generation & 1 ? 512 : 0));
+  u64 place = 0;
+  for (Position p = 1; !rc && p <= entete.emplacements; ++p) {
+    octets.resize(octets.size() + nouveau.entete.Pas());
+    nouveau.PoseScelle(octets.data() + octets.size() - nouveau.entete.Pas(), Place(p), p);
+    if (octets.size() < QueueMax) continue;
+    rc = nouveau.m_fichier->Ecrit(octets.data(), octets.size(), place);
+    place += octets.size();
+    octets.clear();
+  }
+  if (!rc) rc = nouveau.m_fichier->Ecrit(octets.data(), octets.size(), place);
+  // The old file keeps the name until the new one is on the disk as a whole: a conversion that is cut
+  // short is begun again.
+  if (!rc) rc = nouveau.m_fichier->Synchronise();
+  if (!rc) rc = systeme.Renomme(neuf, m_chemin);
+  if (rc) systeme.Supprime(neuf);
+  return rc ? rc : systeme.SynchroniseDossier(DossierDe(m_chemin));
 }
 
 int FichierDat::AjouteQueue(Position position, const void* rec) {
@@ -191,25 +250,27 @@ int FichierDat::AjouteQueue(Position position, const void* rec) {
   if (const int rc = Reserve(position)) return rc;
   if (!m_debutQueue) m_debutQueue = position;
   assert(PlaceQueue(position) == m_queue.size());
-  const u8* octets = static_cast<const u8*>(rec);
-  m_queue.insert(m_queue.end(), octets, octets + entete.taille);
+  m_queue.resize(m_queue.size() + entete.Pas());
+  PoseScelle(m_queue.data() + PlaceQueue(position), rec, position);
   return m_queue.size() < QueueMax ? 0 : VerseQueue();
 }
 
 int FichierDat::ModifieQueue(Position position, const void* rec) {
   assert(position > entete.emplacements);
   if (m_debutQueue && position >= m_debutQueue) {
-    assert(PlaceQueue(position) + entete.taille <= m_queue.size());
-    std::memcpy(m_queue.data() + PlaceQueue(position), rec, entete.taille);
+    assert(PlaceQueue(position) + entete.Pas() <= m_queue.size());
+    PoseScelle(m_queue.data() + PlaceQueue(position), rec, position);
     return 0;
   }
   m_queueDurable = false;
-  return EcritPlace(position, 0, rec, entete.taille);
+  std::vector<u8> image(entete.Pas());
+  PoseScelle(image.data(), rec, position);
+  return EcritPlace(position, 0, image.data(), entete.Pas());
 }
 
 int FichierDat::VerseQueue() {
   if (m_queue.empty()) return 0;
-  assert(m_debutQueue > entete.emplacements && m_queue.size() % entete.taille == 0);
+  assert(m_debutQueue > entete.emplacements && m_queue.size() % entete.Pas() == 0);
   m_queueDurable = false;
   if (const int rc = m_fichier->Ecrit(m_queue.data(), m_queue.size(), Offset(m_debutQueue))) return rc;
   m_queue.clear();
@@ -225,8 +286,8 @@ void FichierDat::CoupeQueue(u32 emplacements) {
     m_queue.clear();
     m_debutQueue = 0;
   } else {
-    assert(PlaceQueue(emplacements) + entete.taille <= m_queue.size());
-    m_queue.resize(PlaceQueue(emplacements) + entete.taille);
+    assert(PlaceQueue(emplacements) + entete.Pas() <= m_queue.size());
+    m_queue.resize(PlaceQueue(emplacements) + entete.Pas());
   }
 }
 

@@ -3,11 +3,11 @@
 //   offset  size  meaning
 //        0    56  header, copy of even generations
 //      512    56  header, copy of odd generations
-//     1024     n  slot 1, slot 2, ... each of the record's size
+//     1024     n  slot 1, slot 2, ... each a record and its sum (somme.h)
 //
 // Header (little-endian):
 //        0     8  "QVDAT\r\n" and 1A
-//        8     4  version, 1
+//        8     4  version, 2; slots of version 1 have no sums
 //       12     2  file number
 //       14     2  record size
 //       16     8  id of the file, drawn at its creation
@@ -25,16 +25,21 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "store/somme.h"
 #include "store/systeme.h"
 
 namespace fenlor {
 
 constexpr u32 DebutEmplacements = 1024;
+/// Version of a data file whose slots end with a sum.
+constexpr u32 VersionSommes = 2;
 
 struct EnteteDat {
+  u32 version = VersionSommes;
   u16 numero = 0;
   u16 taille = 0;
   u64 id = 0;
@@ -43,6 +48,8 @@ struct EnteteDat {
   u32 emplacements = 0;
   u32 tete = 0;
   u32 libres = 0;
+  /// Bytes from one slot to the next.
+  u32 Pas() const { return taille + (version < VersionSommes ? 0 : TailleSomme); }
 };
 
 /// What a slot's first bytes say.
@@ -72,6 +79,17 @@ class FichierDat {
   /// Makes sure that slots up to `position` have disk space and can be mapped.
   int Reserve(Position position);
   int EcritPlace(Position position, u32 decalage, const void* octets, u32 taille);
+  /// Copies a record to where a slot is made, and puts its sum behind it.
+  void PoseScelle(u8* emplacement, const void* rec, Position position) const;
+  /// True when the sum of a slot of the file is right. A file without sums has none wrong.
+  bool EstJuste(Position position) const;
+  /// ErrEndommage when the sum of one of these slots is wrong.
+  int Verifie(const std::set<Position>& positions);
+  /// First slot whose sum is wrong, 0 for none.
+  Position PremierFaux() const;
+  /// Writes a file of version 1 anew with sums and puts it in its place, which is durable then. The object
+  /// keeps the old one.
+  int Convertit(Systeme& systeme);
 
   // The uncommitted tail of a large unit.
   int AjouteQueue(Position position, const void* rec);
@@ -96,7 +114,7 @@ class FichierDat {
 
   const std::string& Chemin() const { return m_chemin; }
   u8 Marque() const { return m_marque; }
-  u64 Offset(Position position) const { return DebutEmplacements + u64(position - 1) * entete.taille; }
+  u64 Offset(Position position) const { return DebutEmplacements + u64(position - 1) * entete.Pas(); }
   void PoseMarque(u8 marque) { m_marque = marque; }
 
   static void Code(const EnteteDat& entete, u8* octets);
@@ -104,8 +122,8 @@ class FichierDat {
 
  private:
   int Projette(u64 taille);
-  u64 TailleExacte() const { return DebutEmplacements + u64{entete.emplacements} * entete.taille; }
-  u64 PlaceQueue(Position position) const { return u64(position - m_debutQueue) * entete.taille; }
+  u64 TailleExacte() const { return DebutEmplacements + u64{entete.emplacements} * entete.Pas(); }
+  u64 PlaceQueue(Position position) const { return u64(position - m_debutQueue) * entete.Pas(); }
 
   std::string m_chemin;
   std::unique_ptr<Fichier> m_fichier;

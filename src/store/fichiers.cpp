@@ -129,6 +129,8 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
   u32 supprimes = 0;
   for (Position p = 1; p <= etat.emplacements; ++p) {
     const u8* rec = moteur.Vue(numFichier, p);
+    if (!moteur.EstJuste(numFichier, p))
+      note("somme de contrôle fausse à l'enregistrement " + std::to_string(p));
     if (!rec) {
       if (moteur.EstLibre(numFichier, p)) {
         ++supprimes;

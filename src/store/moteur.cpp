@@ -52,6 +52,8 @@ int Moteur::Erreur() const { return m->erreur; }
 void Moteur::PoseErreur(int code) { m->Echec(code); }
 const std::string& Moteur::FichierErreur() const { return m->fichierErreur; }
 
+void Moteur::Avertit(const std::string& phrase) { m->avertissements.push_back(phrase); }
+
 std::vector<std::string> Moteur::Avertissements() { return std::exchange(m->avertissements, {}); }
 
 std::string Moteur::Etat::Relatif(const std::string& chemin) const {
@@ -120,6 +122,7 @@ bool Moteur::Etat::Rejoue(bool reparation) {
   assert(std::none_of(fichiers.begin(), fichiers.end(), [](const auto& o) { return o != nullptr; }));
   std::map<u64, std::unique_ptr<FichierDat>> repris;
   std::set<u64> perdus;
+  std::map<u64, std::set<Position>> ecrits;
   std::string fautif;
   int rc = reprise->Relit(
       [&](const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images) {
@@ -133,7 +136,7 @@ bool Moteur::Etat::Rejoue(bool reparation) {
             const EnteteDat& e = dat->entete;
             // Headers are written after the log's units: one older than the unit saw belongs to a copy of
             // the file that somebody brought back, and the images do not fit it.
-            if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.taille != f.taille))
+            if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.Pas() != f.taille))
               erreurDat = ErrEndommage;
             if (erreurDat) {
               if (!reparation) return erreurDat;
@@ -153,6 +156,7 @@ bool Moteur::Etat::Rejoue(bool reparation) {
           if (perdus.contains(f.id)) continue;
           fautif = Joint(dossier, f.chemin);
           if (const int echec = EcritImage(*repris[f.id], i)) return echec;
+          ecrits[f.id].insert(i.position);
         }
         return 0;
       });
@@ -161,6 +165,13 @@ bool Moteur::Etat::Rejoue(bool reparation) {
     // Cut before the header says how many slots there are: a tail that no unit committed must not be
     // taken for records. One sync makes images, length and header durable.
     rc = dat->Ajuste();
+    // The images are the unit's, the bytes around them were the disk's.
+    if (!rc) rc = dat->Verifie(ecrits[id]);
+    if (rc == ErrEndommage && reparation) {
+      avertissements.push_back("Des enregistrements repris dans le fichier " + dat->Chemin() +
+                               " sont endommagés.");
+      rc = 0;
+    }
     if (!rc) rc = dat->EcritEntete();
     if (!rc) rc = dat->Synchronise();
     if (rc) return Echec(rc, dat->Chemin());
@@ -340,6 +351,11 @@ bool Moteur::Etat::OuvreDat(u16 numero, const std::string& chemin) {
   if (const int rc = o->dat.Ouvre(systeme, chemin, reprise->Id())) return Echec(rc, chemin);
   const EnteteDat& e = o->dat.entete;
   if (e.numero != numero || (o->def && e.taille != o->def->taille)) return Echec(ErrFormat, chemin);
+  if (e.version < VersionSommes) {
+    if (const int rc = o->dat.Convertit(systeme)) return Echec(rc, chemin);
+    return OuvreDat(numero, chemin);
+  }
+  if (o->def && o->dat.PremierFaux()) return Echec(ErrEndommage, chemin);
   if (o->def) o->dat.PoseMarque(o->def->marque);
   o->emplacements = e.emplacements;
   o->tete = e.tete;

@@ -61,6 +61,8 @@ class Moteur {
   /// The record in place, its marker byte as stored (mask it when byte 0 counts).
   /// Null on failure. Valid until the next operation that writes.
   const u8* Vue(u16 numFichier, Position position);
+  /// True when the sum of a slot, live or deleted, is right.
+  bool EstJuste(u16 numFichier, Position position) const;
   u32 NombreEmplacements(u16 numFichier) const;
   u16 TailleRec(u16 numFichier) const;
 
@@ -116,6 +118,7 @@ class Moteur {
   bool ListeLibre(u16 numFichier, std::vector<Position>& libres);
   /// Sentences (UTF-8) on what could not be brought home and why; emptied.
   std::vector<std::string> Avertissements();
+  void Avertit(const std::string& phrase);
 
  private:
   struct Etat;

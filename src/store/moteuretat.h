@@ -145,6 +145,7 @@ struct Moteur::Etat {
   void Defait(std::size_t jusqua);
   void DefaitTout();
   bool Engage();
+  bool Scelle();
   void ComposeUnite();
   bool Applique();
 };

@@ -64,7 +64,9 @@ bool Moteur::Etat::PoseImage(Ouvert& o, Position position, const u8* octets) {
     return true;
   }
   auto [image, neuve] = images.try_emplace(CleImage(o, position));
+  // The sum is put behind when the unit ends: a record changes often meanwhile.
   image->second.assign(octets, octets + taille);
+  image->second.resize(o.dat.entete.Pas());
   if (neuve) {
     ordre.push_back(CleImage(o, position));
     octetsImages += taille;
@@ -210,6 +212,13 @@ u32 Moteur::NombreEmplacements(u16 numFichier) const {
   return o ? o->emplacements : 0;
 }
 
+bool Moteur::EstJuste(u16 numFichier, Position position) const {
+  const Ouvert* o = m->Dat(numFichier);
+  if (!o || position == 0 || position > o->emplacements) return false;
+  const bool enMemoire = m->images.contains(CleImage(*o, position)) || o->attente.contains(position);
+  return enMemoire || o->dat.EstJuste(position);
+}
+
 u16 Moteur::TailleRec(u16 numFichier) const {
   const Ouvert* o = m->Dat(numFichier);
   return o ? o->dat.entete.taille : 0;
@@ -346,8 +355,8 @@ void Moteur::Etat::ComposeUnite() {
     if (!o->def) continue;
     indices[o->numero] = static_cast<u16>(fichiersUnite.size());
     const EnteteDat& e = o->dat.entete;
-    fichiersUnite.push_back(
-        {e.id, e.generation, o->numero, e.taille, o->emplacements, o->tete, o->libres, o->cheminRelatif});
+    fichiersUnite.push_back({e.id, e.generation, o->numero, static_cast<u16>(e.Pas()), o->emplacements,
+                             o->tete, o->libres, o->cheminRelatif});
   }
   assert(!fichiersUnite.empty());
   reprise->Commence(fichiersUnite);
@@ -358,7 +367,7 @@ void Moteur::Etat::ComposeUnite() {
     if (!o.def) continue;
     const Position position = static_cast<Position>(cle);
     assert(o.touche && position > 0 && position <= o.emplacements);
-    assert(image->second.size() == o.dat.entete.taille);
+    assert(image->second.size() == o.dat.entete.Pas());
     const u8* octets = image->second.data();
     u32 debut = 0, fin = o.dat.entete.taille, zeros = 0;
     if (position <= o.dat.entete.emplacements) {
@@ -376,7 +385,27 @@ void Moteur::Etat::ComposeUnite() {
                           static_cast<u16>(zeros),
                           position,
                           {reinterpret_cast<const char*>(octets) + debut, fin - debut}});
+    // The sum as well, though it could be counted: recovery learns whether the bytes around the image
+    // are those that it was made for.
+    reprise->AjouteImage({indices[o.numero],
+                          o.dat.entete.taille,
+                          0,
+                          position,
+                          {reinterpret_cast<const char*>(octets) + o.dat.entete.taille, TailleSomme}});
   }
+}
+
+/// Sums behind all images of the unit. A slot that was damaged since its file was opened is not written
+/// over: what was read from it would come back with a sum that vouches for it.
+bool Moteur::Etat::Scelle() {
+  for (auto& [cle, image] : images) {
+    const Ouvert& o = *fichiers[cle >> 32];
+    const Position position = static_cast<Position>(cle);
+    if (position <= o.dat.entete.emplacements && !o.attente.contains(position) && !o.dat.EstJuste(position))
+      return Echec(ErrEndommage, o);
+    o.dat.PoseScelle(image.data(), image.data(), position);
+  }
+  return true;
 }
 
 /// The unit becomes durable, or nothing of it counts.
@@ -398,6 +427,7 @@ bool Moteur::Etat::Engage() {
       VidangeTout();  // what was acknowledged stands nowhere else
       return Echec(rc, Joint(dossier, "fenlor.rep"));
     }
+    if (!Scelle()) return false;
     // Room before the unit is composed: emptying the log changes epoch and headers, which it bears.
     if (reprise->DoitVider() && !VidangeTout()) return false;
     ComposeUnite();
@@ -424,7 +454,7 @@ bool Moteur::Etat::Applique() {
     assert(o.touche && position > 0 && position <= o.emplacements);
     // Behind an image that waits the newer one waits too, or the older one would be written last.
     if (o.attente.contains(position) ||
-        o.dat.EcritPlace(position, 0, image->second.data(), o.dat.entete.taille) != 0) {
+        o.dat.EcritPlace(position, 0, image->second.data(), o.dat.entete.Pas()) != 0) {
       o.attente[position] = std::move(image->second);
       bien = false;
     }

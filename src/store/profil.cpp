@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cassert>
 #include <cerrno>
+#include <cstdio>
 #include <set>
 #include <string_view>
 
+#include "store/somme.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -90,6 +92,14 @@ int LitTout(Fichier& fichier, u64 taille, std::string& contenu) {
   return erreur;
 }
 
+constexpr std::string_view DebutSomme = ";Somme=";
+
+std::string LigneSomme(const std::string& contenu) {
+  char chiffres[12];
+  std::snprintf(chiffres, sizeof chiffres, "%08X\r", Crc32c(contenu.data(), contenu.size()));
+  return std::string(DebutSomme) + chiffres;
+}
+
 // The whole file at `chemin`, durable, or the old one.
 int Remplace(Systeme& systeme, const std::string& chemin, const std::string& contenu, Empreinte& empreinte) {
   const std::string provisoire = chemin + ".tmp";
@@ -109,7 +119,19 @@ int Remplace(Systeme& systeme, const std::string& chemin, const std::string& con
 
 }  // namespace
 
-Profil::Profil(Systeme& systeme, std::string chemin) : m_systeme(systeme), m_chemin(std::move(chemin)) {}
+Profil::Profil(Systeme& systeme, std::string chemin, bool avecSomme)
+    : m_systeme(systeme), m_chemin(std::move(chemin)), m_avecSomme(avecSomme) {}
+
+bool Profil::ModifieAilleurs() {
+  Charge();
+  return m_sommeFausse;
+}
+
+std::string Profil::Assemble(const std::vector<Ligne>& lignes) const {
+  std::string contenu;
+  for (const Ligne& ligne : lignes) contenu.append(ligne.texte).append(1, '\n');
+  return m_avecSomme ? contenu + LigneSomme(contenu) + '\n' : contenu;
+}
 
 bool Profil::Charge() {
   Empreinte vue;
@@ -120,6 +142,7 @@ bool Profil::Charge() {
   if (m_erreur) {
     m_lignes.clear();
     m_empreinte.reset();
+    m_sommeFausse = false;
     m_erreur = 0;
     return true;
   }
@@ -159,6 +182,10 @@ void Profil::Analyse(const std::string& contenu) {
     m_lignes.push_back(std::move(ligne));
     debut = fin + 1;
   }
+  if (!m_avecSomme) return;
+  const auto estSomme = [](const Ligne& ligne) { return ligne.texte.starts_with(DebutSomme); };
+  std::erase_if(m_lignes, estSomme);
+  m_sommeFausse = contenu.find(DebutSomme) != std::string::npos && Assemble(m_lignes) != contenu;
 }
 
 std::size_t Profil::TrouveSection(const std::string& section) const {
@@ -274,11 +301,6 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
   const auto memeTexte = [](const Ligne& a, const Ligne& b) { return a.texte == b.texte; };
   if (std::equal(avant.begin(), avant.end(), m_lignes.begin(), m_lignes.end(), memeTexte)) return true;
 
-  const auto assemble = [](const std::vector<Ligne>& lignes) {
-    std::string contenu;
-    for (const Ligne& ligne : lignes) contenu.append(ligne.texte).append(1, '\n');
-    return contenu;
-  };
   const bool existait = m_systeme.Existe(m_chemin);
   // A file that its owner made read-only is not to be replaced either.
   std::unique_ptr<Fichier> essai;
@@ -289,18 +311,19 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     return false;
   }
   Empreinte neuve;
-  m_erreur = Remplace(m_systeme, m_chemin, assemble(m_lignes), neuve);
+  m_erreur = Remplace(m_systeme, m_chemin, Assemble(m_lignes), neuve);
   if (!m_erreur) {
     m_erreur = m_systeme.SynchroniseDossier(DossierDe(m_chemin));
     if (!m_erreur) {
       m_empreinte = neuve;
+      m_sommeFausse = false;
       return true;
     }
     // The new file has the name already, and may or may not keep it: the old
     // settings go back in its place.
     Empreinte remise;
     if (existait) {
-      Remplace(m_systeme, m_chemin, assemble(avant), remise);
+      Remplace(m_systeme, m_chemin, Assemble(avant), remise);
     } else {
       m_systeme.Supprime(m_chemin);
     }

@@ -28,8 +28,13 @@ class Profil {
     std::optional<std::string> valeur;
   };
 
-  /// Binds to `chemin`; reads nothing yet. `systeme` outlives the object.
-  Profil(Systeme& systeme, std::string chemin);
+  /// Binds to `chemin`; reads nothing yet. `systeme` outlives the object. `avecSomme`: whatever is written
+  /// ends with a comment that holds the checksum of the lines before it.
+  Profil(Systeme& systeme, std::string chemin, bool avecSomme = false);
+
+  /// True when the checksum that the file holds is not its own: somebody else wrote it. A file without one
+  /// is not doubted.
+  bool ModifieAilleurs();
 
   /// Value of a key, empty when absent. A file that does not exist reads as
   /// empty. The file is parsed when its stamp (inode, size, time) changed since
@@ -65,11 +70,14 @@ class Profil {
   };
   bool Charge();
   void Analyse(const std::string& contenu);
+  std::string Assemble(const std::vector<Ligne>& lignes) const;
   void Applique(const Changement& changement);
   std::size_t TrouveSection(const std::string& section) const;
 
   Systeme& m_systeme;
   std::string m_chemin;
+  bool m_avecSomme;
+  bool m_sommeFausse = false;
   std::vector<Ligne> m_lignes;
   std::optional<Empreinte> m_empreinte;
   int m_erreur = 0;

@@ -52,13 +52,27 @@ bool QVAPI::QVHasCallback() const { return static_cast<bool>(m_etat->rappel); }
 
 namespace {
 
+constexpr const char* FichierReglages = "fenlor.ini";
+
+std::unique_ptr<Profil> ReglagesDe(EtatQVAPI& etat, const std::string& dossier) {
+  return std::make_unique<Profil>(*etat.systeme, Joint(dossier, FichierReglages), true);
+}
+
+/// Told once, and before the settings are written the first time: they are then vouched for again.
+void DitReglagesModifies(EtatQVAPI& etat) {
+  const std::string& chemin = etat.reglages->Chemin();
+  if (etat.reglagesDits == chemin || !etat.reglages->ModifieAilleurs()) return;
+  etat.reglagesDits = chemin;
+  etat.moteur->Avertit("Le fichier " + chemin + " a été modifié hors de Fenlor.");
+}
+
 std::string LitMotDePasse(Profil& reglages) { return reglages.Lit("Activite", "Mot de Passe"); }
 
 }  // namespace
 
 bool QVAPI::QVIsComptaPassword(const std::string& chemin) {
   const std::string& dossier = m_etat->pathCabinetImpose.empty() ? chemin : m_etat->pathCabinetImpose;
-  Profil reglages(*m_etat->systeme, Joint(dossier, "fenlor.ini"));
+  Profil reglages(*m_etat->systeme, Joint(dossier, FichierReglages));
   return MotDePasseDefini(LitMotDePasse(reglages));
 }
 
@@ -68,14 +82,15 @@ bool QVAPI::QVReserveCabinet(const std::string& chemin) {
   if (m_etat->moteur->EstOuvert()) return m_etat->pathCabinet == dossier || m_etat->Refuse(ErrOccupe);
   if (!m_etat->moteur->ReserveCabinet(dossier)) return false;
   m_etat->pathCabinet = dossier;
-  m_etat->reglages = std::make_unique<Profil>(*m_etat->systeme, Joint(dossier, "fenlor.ini"));
+  m_etat->reglages = ReglagesDe(*m_etat, dossier);
+  DitReglagesModifies(*m_etat);
   return true;
 }
 
 bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePasse) {
   if (!m_etat->session) return m_etat->Refuse(ErrPasOuvert);
   const std::string& dossier = m_etat->pathCabinetImpose.empty() ? chemin : m_etat->pathCabinetImpose;
-  auto reglages = std::make_unique<Profil>(*m_etat->systeme, Joint(dossier, "fenlor.ini"));
+  auto reglages = ReglagesDe(*m_etat, dossier);
   const std::string stocke = LitMotDePasse(*reglages);
   if (reglages->Erreur()) return m_etat->Refuse(reglages->Erreur());
   if (!MotDePasseJuste(stocke, motDePasse)) return m_etat->Refuse(ErrMotDePasse);
@@ -87,6 +102,7 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   if (!m_etat->moteur->OuvreCabinet(dossier, m_etat->options.reparation)) return false;
   m_etat->pathCabinet = dossier;
   m_etat->reglages = std::move(reglages);
+  DitReglagesModifies(*m_etat);
   if (AcheveExercices(*m_etat)) return true;
   const int code = QVFileErrorCode();
   m_etat->moteur->FermeCabinet();
@@ -96,7 +112,7 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
 std::string QVAPI::QVDetenteur() const { return m_etat->moteur->Detenteur(); }
 
 std::string QVAPI::QVGetFilename(i32 numero, i32) const {
-  return numero == 10099 && !m_etat->pathCabinet.empty() ? Joint(m_etat->pathCabinet, "fenlor.ini")
+  return numero == 10099 && !m_etat->pathCabinet.empty() ? Joint(m_etat->pathCabinet, FichierReglages)
                                                          : std::string();
 }
 
@@ -104,8 +120,7 @@ const std::string& QVAPI::PathCabinet() const { return m_etat->pathCabinet; }
 const std::string& QVAPI::PathProgrammes() const { return m_etat->pathProgrammes; }
 
 Profil& QVAPI::Reglages() {
-  if (!m_etat->reglages)
-    m_etat->reglages = std::make_unique<Profil>(*m_etat->systeme, Joint(m_etat->pathCabinet, "fenlor.ini"));
+  if (!m_etat->reglages) m_etat->reglages = ReglagesDe(*m_etat, m_etat->pathCabinet);
   return *m_etat->reglages;
 }
 

@@ -8,6 +8,7 @@
 
 #include "core/btfiles.h"
 #include "core/valeurs.h"
+#include "store/fichierdat.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {
@@ -217,6 +218,29 @@ void EcritFichier(const std::string& chemin, const std::string& contenu) {
   std::ofstream flux(chemin, std::ios::binary | std::ios::trunc);
   flux.write(contenu.data(), static_cast<std::streamsize>(contenu.size()));
   ASSERT_TRUE(flux.good());
+}
+
+void OteSommes(const std::string& chemin) {
+  if (std::filesystem::is_directory(chemin)) {
+    for (const auto& entree : std::filesystem::recursive_directory_iterator(chemin))
+      if (entree.path().extension() == ".dat" && entree.path().filename() != "TEXTES.dat")
+        OteSommes(entree.path().string());
+    return;
+  }
+  const std::string contenu = LitFichier(chemin);
+  std::string ancien = contenu.substr(0, DebutEmplacements);
+  EnteteDat entete;
+  for (const std::size_t copie : {0, 512}) {
+    u8* octets = reinterpret_cast<u8*>(ancien.data() + copie);
+    ASSERT_TRUE(FichierDat::Decode(octets, entete)) << chemin;
+    const u32 pas = entete.Pas();
+    entete.version = 1;
+    FichierDat::Code(entete, octets);
+    if (copie == 0) continue;
+    for (u64 place = DebutEmplacements; place < contenu.size(); place += pas)
+      ancien.append(contenu, place, entete.taille);
+  }
+  EcritFichier(chemin, ancien);
 }
 
 }  // namespace fenlor::test

@@ -131,5 +131,7 @@ class CabinetDeTest : public ::testing::Test {
 /// Whole content of a file; empty when there is none.
 std::string LitFichier(const std::string& chemin);
 void EcritFichier(const std::string& chemin, const std::string& contenu);
+/// Makes of a closed data file, or of all those below a directory, what they were before slots had sums.
+void OteSommes(const std::string& chemin);
 
 }  // namespace fenlor::test

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <random>
 
 #include "pannes/outils.h"
@@ -109,7 +110,7 @@ const std::vector<Degat>& Degats() {
   return degats;
 }
 
-class DegatsTest : public testing::TestWithParam<std::string> {
+class UnDegat : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_NO_FATAL_FAILURE(Remplit(m_dossier.Chemin() + "/a", "piece a"));
@@ -150,6 +151,8 @@ class DegatsTest : public testing::TestWithParam<std::string> {
 
   DossierTemporaire m_dossier;
 };
+
+class DegatsTest : public UnDegat, public testing::WithParamInterface<std::string> {};
 
 TEST_P(DegatsTest, RefusClairOuReparation) {
   std::mt19937 hasard(7);
@@ -199,6 +202,77 @@ TEST_P(DegatsTest, RefusClairOuReparation) {
       EXPECT_EQ(Essaie(essai, temoin), "");
     }
   }
+}
+
+/// What a practice shows: everything that its files hold, and the totals drawn from it.
+Resultat Montre(const std::string& cabinet) {
+  Resultat tout;
+  const std::vector<std::vector<std::string>> commandes = {{"exercices"},
+                                                           {"verifier"},
+                                                           {"exporter", "JOURNAL"},
+                                                           {"exporter", "JOURNAL", "--cle", "2"},
+                                                           {"exporter", "COMPTES"},
+                                                           {"exporter", "RUBRIQUE"},
+                                                           {"balance"}};
+  for (const std::vector<std::string>& commande : commandes) {
+    std::vector<std::string> arguments = {"--cabinet", cabinet};
+    arguments.insert(arguments.end(), commande.begin(), commande.end());
+    const Resultat r = Ctl(arguments);
+    tout.statut = std::max(tout.statut, r.statut);
+    tout.sortie += r.sortie;
+    tout.erreurs += r.erreurs;
+  }
+  return tout;
+}
+
+/// One bit of any file turns: nothing changes, or it is told; a rebuild then brings the records back.
+/// FENLOR_BASCULES says how many.
+TEST_F(UnDegat, UnBitNePasseJamaisEnSilence) {
+  std::mt19937 hasard(Nombre("FENLOR_GRAINE", 5));
+  const std::string essai = m_dossier.Chemin() + "/essai";
+  unsigned sansEffet = 0, dits = 0, gueris = 0;
+  std::map<std::string, Resultat> sains;
+  std::vector<std::pair<std::string, std::string>> fichiers;
+  for (const char* etat : {"/a", "/ouvert"}) {
+    const std::string source = m_dossier.Chemin() + etat;
+    fs::remove_all(essai);
+    fs::copy(source, essai, fs::copy_options::recursive);
+    sains[etat] = Montre(essai);
+    ASSERT_EQ(sains[etat].erreurs, "");
+    for (const auto& entree : fs::recursive_directory_iterator(source))
+      if (entree.is_regular_file() && entree.file_size() > 0)
+        fichiers.emplace_back(etat, entree.path().string().substr(source.size()));
+  }
+  for (unsigned n = Nombre("FENLOR_BASCULES", 150); n > 0; --n) {
+    const auto& [etat, fichier] = fichiers[hasard() % fichiers.size()];
+    fs::remove_all(essai);
+    fs::copy(m_dossier.Chemin() + etat, essai, fs::copy_options::recursive);
+    std::string contenu = LitFichier(essai + fichier);
+    // The log is mostly empty: what it holds stands at the beginnings of its areas.
+    const std::size_t sous =
+        fichier == "/fenlor.rep" ? std::min<std::size_t>(contenu.size(), 80000) : contenu.size();
+    const std::size_t bit = hasard() % (sous * 8);
+    contenu[bit / 8] ^= static_cast<char>(1u << bit % 8);
+    EcritFichier(essai + fichier, contenu);
+    SCOPED_TRACE(std::string(etat) + fichier + ", bit " + std::to_string(bit));
+    const Resultat vu = Montre(essai);
+    ASSERT_TRUE(vu.statut == 0 || vu.statut == 1) << vu.erreurs;
+    const Resultat& sain = sains[etat];
+    if (vu.statut == 0 && vu.erreurs.empty()) {
+      EXPECT_EQ(vu.sortie, sain.sortie);
+      ++sansEffet;
+      continue;
+    }
+    ++dits;
+    if (!fichier.ends_with(".dat") || fichier.ends_with("TEXTES.dat") || bit / 8 < 1024) continue;
+    Ctl({"--cabinet", essai, "reconstruire"});
+    const Resultat apres = Montre(essai);
+    EXPECT_EQ(apres.erreurs, "");
+    EXPECT_EQ(apres.sortie, sain.sortie);
+    ++gueris;
+  }
+  std::cout << sansEffet << " bits without effect, " << dits << " told, of which " << gueris
+            << " rebuilt and right\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(Fichiers, DegatsTest,

@@ -92,6 +92,29 @@ TEST_F(ProfilTest, ReadsAsAProfileFile) {
   EXPECT_EQ(profil.Erreur(), 0);
 }
 
+TEST_F(ProfilTest, AChangeByOthersIsKnownByItsSum) {
+  Profil profil(posix, chemin, true);
+  ASSERT_TRUE(profil.Ecrit("Activite", "Exercice", "2003") && profil.Ecrit("2003", "TVA", "Oui"));
+  const std::string sain = Contenu(chemin);
+  EXPECT_FALSE(Profil(posix, chemin, true).ModifieAilleurs());
+  EXPECT_EQ(profil.Cles("2003"), Noms{"TVA"});
+  for (std::size_t octet = 0; octet < sain.size(); ++octet) {
+    std::string touche = sain;
+    touche[octet] ^= 4;
+    Pose(chemin, touche);
+    // Only the comment's own beginning can vanish unseen: no setting stands there.
+    const bool dansLeDebut = octet >= sain.rfind(";Somme=") && octet < sain.rfind('=') + 1;
+    EXPECT_EQ(Profil(posix, chemin, true).ModifieAilleurs(), !dansLeDebut) << octet;
+  }
+  Pose(chemin, sain + "[Ajout]\r\n");
+  Profil autre(posix, chemin, true);
+  EXPECT_TRUE(autre.ModifieAilleurs());
+  // The next write vouches for it again.
+  ASSERT_TRUE(autre.Ecrit("2003", "TVA", "Non"));
+  EXPECT_FALSE(autre.ModifieAilleurs());
+  EXPECT_FALSE(Profil(posix, chemin, true).ModifieAilleurs());
+}
+
 TEST_F(ProfilTest, AWriteLeavesTheRestAlone) {
   Pose(chemin, "; t\xEAte\n[A]\r\nx = \"1\"\r\nX=2\n\r\n; devant B\r\n[B]\n[A]\r\nx=3\r\n[C]\r\nz=1");
   Profil profil(posix, chemin);

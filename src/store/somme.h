@@ -1,0 +1,23 @@
+// The checksum behind each slot of a data file: CRC-32C of the record as it stands there and of the
+// slot's number, so that a record in another's place is seen like a flipped bit.
+#pragma once
+
+#include "store/enregistrements.h"
+
+namespace fenlor {
+
+constexpr u32 TailleSomme = 4;
+
+/// CRC-32C (Castagnoli) of `taille` bytes, going on from `somme`. The processor's instruction where it has
+/// one.
+u32 Crc32c(const void* octets, std::size_t taille, u32 somme = 0);
+/// The same by table: what a processor without the instruction does.
+u32 Crc32cParTable(const void* octets, std::size_t taille, u32 somme = 0);
+
+u32 SommeEmplacement(const u8* rec, u32 taille, Position position);
+/// True when the sum behind the `taille` bytes of the record is theirs.
+bool SommeJuste(const u8* emplacement, u32 taille, Position position);
+/// Finds the one bit of record or sum that makes the sum right and turns it back. False: there is none.
+bool RepareBit(u8* emplacement, u32 taille, Position position);
+
+}  // namespace fenlor

@@ -1,0 +1,126 @@
+// Sums of the slots: the function, damage seen before a record is believed, books without sums.
+#include "store/somme.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "outils/cabinetdetest.h"
+#include "outils/systemefautif.h"
+#include "outils/systemesanssynchro.h"
+#include "store/fichierdat.h"
+#include "store/moteur.h"
+#include "store/qvapi.h"
+#include "store/texte1252.h"
+
+namespace fs = std::filesystem;
+
+namespace fenlor {
+namespace {
+
+using test::EcritFichier;
+using test::LitFichier;
+
+TEST(Somme, EstCelleDeTousEtTrouveChaqueBit) {
+  for (const auto fonction : {Crc32c, Crc32cParTable}) {
+    EXPECT_EQ(fonction("123456789", 9, 0), 0xE3069283u);
+    EXPECT_EQ(fonction("6789", 4, fonction("12345", 5, 0)), 0xE3069283u);
+  }
+  u8 sain[43] = "un enregistrement de trente-neuf octets";
+  const u32 somme = SommeEmplacement(sain, 39, 7);
+  std::memcpy(sain + 39, &somme, sizeof somme);
+  EXPECT_TRUE(SommeJuste(sain, 39, 7));
+  EXPECT_FALSE(SommeJuste(sain, 39, 8));
+  for (unsigned bit = 0; bit < sizeof sain * 8; ++bit) {
+    u8 touche[sizeof sain];
+    std::memcpy(touche, sain, sizeof sain);
+    touche[bit / 8] ^= static_cast<u8>(1u << bit % 8);
+    EXPECT_FALSE(SommeJuste(touche, 39, 7));
+    EXPECT_TRUE(RepareBit(touche, 39, 7) && std::memcmp(touche, sain, sizeof sain) == 0) << bit;
+    touche[3] ^= 0x11;
+    touche[20] ^= 0x40;
+    EXPECT_FALSE(RepareBit(touche, 39, 7));
+  }
+}
+
+class Sommes : public testing::Test {
+ protected:
+  void SetUp() override {
+    Moteur moteur(m_systeme, m_cles, 64 << 10);
+    ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()));
+    ASSERT_TRUE(moteur.CreeDat(FichierComptes, Dat(), sizeof(Plan)));
+    for (const char* numero : {"5120000000", "6060000000", "7060000000"}) {
+      Plan plan{};
+      PoseTexte(plan.Compte, numero);
+      ASSERT_TRUE(moteur.Ajoute(FichierComptes, &plan));
+    }
+    ASSERT_TRUE(moteur.Supprime(FichierComptes, 2));
+  }
+  std::string Dat() const { return m_dossier.Chemin() + "/COMPTES.dat"; }
+  /// Error of an opening, and what it read.
+  int Ouvre(Systeme& systeme, std::string& lu) {
+    lu.clear();
+    Moteur moteur(systeme, m_cles, 64 << 10);
+    if (!moteur.OuvreCabinet(m_dossier.Chemin()) || !moteur.Ouvre(FichierComptes, Dat()))
+      return moteur.Erreur();
+    Plan plan;
+    for (Position p = 1; p <= moteur.NombreEmplacements(FichierComptes); ++p)
+      lu += moteur.Lit(FichierComptes, p, &plan) ? LitTexte(plan.Compte) + " " : std::string("- ");
+    return 0;
+  }
+
+  test::DossierTemporaire m_dossier;
+  SystemeSansSynchro m_systeme;
+  FabriqueMemoire m_cles;
+};
+
+TEST_F(Sommes, UnBitEstVuAvantDEtreCru) {
+  const std::string sain = LitFichier(Dat());
+  ASSERT_EQ(sain.size(), DebutEmplacements + 3 * (sizeof(Plan) + TailleSomme));
+  std::string lu;
+  for (std::size_t octet = DebutEmplacements; octet < sain.size(); octet += 5) {
+    std::string touche = sain;
+    touche[octet] ^= static_cast<char>(1 << octet % 8);
+    EcritFichier(Dat(), touche);
+    EXPECT_EQ(Ouvre(m_systeme, lu), ErrEndommage) << octet;
+  }
+  EcritFichier(Dat(), sain);
+  EXPECT_EQ(Ouvre(m_systeme, lu), 0);
+
+  // In a file that is open: what was read of it does not come back with a sum that vouches for it.
+  Moteur moteur(m_systeme, m_cles, 64 << 10);
+  ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()) && moteur.Ouvre(FichierComptes, Dat()));
+  std::fstream(Dat(), std::ios::binary | std::ios::in | std::ios::out)
+      .seekp(DebutEmplacements + 150)
+      .put('\x40');
+  EXPECT_FALSE(moteur.EstJuste(FichierComptes, 1));
+  Plan plan;
+  ASSERT_TRUE(moteur.Lit(FichierComptes, 1, &plan));
+  PoseTexte(plan.Code, "BQ");
+  EXPECT_FALSE(moteur.Ecrit(FichierComptes, 1, &plan));
+  EXPECT_EQ(moteur.Erreur(), ErrEndommage);
+}
+
+TEST_F(Sommes, UnFichierSansSommesEstConvertiEnEntierOuPasDuTout) {
+  test::OteSommes(Dat());
+  const std::string ancien = LitFichier(Dat());
+  ASSERT_EQ(ancien.size(), DebutEmplacements + 3 * sizeof(Plan));
+  std::string lu;
+  for (unsigned k = 1;; ++k) {
+    SystemeFautif fautif(m_systeme);
+    fautif.Programme(k, EIO);
+    const int erreur = Ouvre(fautif, lu);
+    const bool touche = fautif.NbPannes() != 0;
+    EXPECT_TRUE(erreur || lu == "5120000000 - 7060000000 ") << k << ": " << lu;
+    EXPECT_EQ(Ouvre(m_systeme, lu), 0) << k;
+    EXPECT_EQ(lu, "5120000000 - 7060000000 ") << k;
+    EXPECT_FALSE(fs::exists(m_dossier.Chemin() + "/COMPTES.neuf"));
+    ASSERT_EQ(fs::file_size(Dat()), DebutEmplacements + 3 * (sizeof(Plan) + TailleSomme));
+    if (!touche) break;
+    EcritFichier(Dat(), ancien);
+  }
+}
+
+}  // namespace
+}  // namespace fenlor
