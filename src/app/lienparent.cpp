@@ -1,12 +1,18 @@
 #include "app/lienparent.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLocalSocket>
 
 #include "session/lancement.h"
 
 namespace fenlor {
 
-QString NomPriseParent(u64 parent) { return QStringLiteral("orvelia-parent-%1").arg(parent); }
+QString NomPriseParent(u64 parent) {
+  const QString dossier = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  const QString nom = QStringLiteral("orvelia-parent-%1").arg(parent);
+  return QFileInfo(dossier).isDir() ? QDir(dossier).filePath(nom) : nom;
+}
 
 bool PrevientParent(u64 parent, unsigned wparam, unsigned lparam) {
   constexpr int patience = 1000;  // ms

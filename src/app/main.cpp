@@ -7,6 +7,8 @@
 #include <iostream>
 
 #include "app/programme.h"
+#include "store/registre.h"
+#include "store/urgence.h"
 #include "ui/preferences.h"
 #include "ui/touchesacces.h"
 #include "ui/traductions.h"
@@ -28,6 +30,7 @@ std::string DossierProgrammes() {
 
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
+  fenlor::InstalleUrgences();
   fenlor::OptionsProgramme options;
   options.ligne = fenlor::LitLigneCommande({argv + (argc > 0 ? 1 : 0), argv + argc});
   if (options.ligne.aide) {
@@ -61,6 +64,12 @@ int main(int argc, char** argv) {
   const fenlor::Traductions traductions;
 
   options.pathProgrammes = DossierProgrammes();
+  const std::string dossier = fenlor::DossierUtilisateur();
+  if (QDir().mkpath(QFile::decodeName(dossier.c_str()))) {
+    const std::string note = fenlor::Joint(dossier, "arret.txt");
+    options.note = fenlor::PrendNote(note);
+    fenlor::InstalleUrgences(note);
+  }
   fenlor::Programme programme(std::move(options));
   if (!programme.InitInstance()) return programme.AutreInstance() ? 0 : 1;
   const int statut = QApplication::exec();

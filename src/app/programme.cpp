@@ -92,6 +92,7 @@ bool Programme::InitInstance() {
     if (m_cadre) m_cadre->VientDevant();
   });
 
+  if (!m_options.note.empty()) m_magasin.QVAvertit(m_options.note);
   m_cadre = std::make_unique<CMainFrame>(m_app, m_dialogue);
   PoseFabriques(*m_cadre);
   PoseManques(m_dialogue, *m_cadre);

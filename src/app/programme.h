@@ -20,6 +20,7 @@ struct OptionsProgramme {
   std::string pathProgrammes;  ///< folder of the tips and of a template
   OptionsQVAPI magasin;
   bool accueil = true;  ///< the splash screen
+  std::string note;     ///< what the last program had to say when it was ended (store/urgence.h)
 };
 
 class Programme {

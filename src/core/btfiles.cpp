@@ -87,6 +87,12 @@ void CBTFiles::Erreur(int code, const TexteFixe& message, std::initializer_list<
   m_app.ReportErreur(ErrFichierIndexe, {TexteFormat(message, arguments), Nom, std::to_string(code)});
 }
 
+bool CBTFiles::RefuseOuverture() {
+  QVAPI& magasin = m_app.Magasin;
+  return m_app.ReportErreur(ErrOuvertureRaison,
+                            {Chemin("dat"), magasin.QVErreurTexte(magasin.QVFileErrorCode())});
+}
+
 bool CBTFiles::CreateDat() {
   QVAPI& magasin = m_app.Magasin;
   const std::string chemin = Chemin("dat");
@@ -127,7 +133,7 @@ bool CBTFiles::OpenFile() {
   if (nombre > 0 && ouvert.path != Path) return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
   if (nombre == 0) {
     const u32 poignee = m_app.Magasin.OpenFichier(NumFichier, Path);
-    if (poignee == 0) return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
+    if (poignee == 0) return RefuseOuverture();
     ouvert = {Path, poignee};
   }
   assert(ouvert.poignee != 0);

@@ -38,6 +38,7 @@ struct RapportReindex {
   std::string copie;       ///< where the old file stands when it held bytes that were not understood
   bool arrete = false;     ///< stopped by the user: both files are as they were
   bool fait = false;       ///< the rebuilt file is in place
+  int code = 0;            ///< the store's reason when it is not
 };
 
 class CBTFiles {
@@ -150,6 +151,8 @@ class CBTFiles {
   bool Retient(fenlor::Position position);
   bool EstOuvertPhysique();
   /// Copies the surviving slots of the old file into the new, open one.
+  /// Told with the store's reason; false.
+  bool RefuseOuverture();
   bool Recopie(int ancien, bool avecSommes, const Filtre& filtre, RapportReindex& rapport);
   bool Reconstruit(const Filtre& filtre, RapportReindex& rapport);
   bool Substitue(const std::string& nouveau, RapportReindex& rapport);

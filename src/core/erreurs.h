@@ -22,6 +22,8 @@ inline constexpr TexteFixe ErrRecuperationFichier{3007, "Récupération fichier 
 inline constexpr TexteFixe ErrCreationFichier{3008, "Création fichier (%s) impossible"};
 inline constexpr TexteFixe ErrCreationFichierBis{3009, "Création fichier (%s) impossible"};
 inline constexpr TexteFixe ErrOuvertureFichier{3011, "Ouverture fichier (%s) impossible"};
+inline constexpr TexteFixe ErrOuvertureRaison{3011, "Ouverture fichier (%s) impossible : %s"};
+inline constexpr TexteFixe ErrReconstruction{3440, "Le fichier (%s) n'a pas pu être reconstruit : %s"};
 inline constexpr TexteFixe ErrFermetureFichier{3012, "Fermeture fichier (%d) impossible"};
 inline constexpr TexteFixe ErrCessionAvantAchat{3013,
     "Date d'achat\t:%s\nDate de cession\t:%s\n\nLa date de cession est inférieure à la date d'achat !"};

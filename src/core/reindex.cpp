@@ -180,6 +180,7 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
   }
   magasin.QVClose(NumFichier);
   fait = fait && Substitue(nouveau, rapport);
+  if (!fait) rapport.code = magasin.QVFileErrorCode();
   if (!fait) magasin.QVDeleteFile(nouveau);
   return fait;
 }
@@ -196,11 +197,12 @@ RapportReindex CBTFiles::Reindex(const Filtre& filtre) {
     magasin.QVClose(NumCle);
     magasin.QVClose(NumFichier);
   }
+  magasin.PoseErreur(ErrAucune);
   rapport.fait = Reconstruit(filtre, rapport);
+  if (!rapport.fait && rapport.code == ErrAucune) rapport.code = magasin.QVFileErrorCode();
 
   const bool rouvert = OpenDat() && OpenIdx();
-  if (!rouvert && (rapport.fait || !rapport.endommage))
-    m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
+  if (!rouvert && (rapport.fait || !rapport.endommage)) RefuseOuverture();
   for (u32 i = 0; rouvert && rapport.fait && i <= DerniereCle; ++i) {
     const u32 cles = magasin.QVNumberOfKey(static_cast<u16>(NumCle + i));
     if (cles == rapport.gardes) continue;

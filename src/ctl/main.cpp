@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "ctl/ctl.h"
+#include "store/urgence.h"
 
 #ifdef FENLOR_PDF
 #include <QGuiApplication>
@@ -75,6 +76,7 @@ bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::
 int main(int argc, char** argv) {
   GardeFluxStandard();
   std::signal(SIGPIPE, SIG_IGN);
+  fenlor::InstalleUrgences();
   std::ios::sync_with_stdio(false);
   std::cin.tie(nullptr);
   fenlor::OptionsCtl options;

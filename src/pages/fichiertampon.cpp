@@ -24,27 +24,22 @@ bool FichierTampon::Cree() {
   std::error_code erreur;
   const auto dossier = std::filesystem::temp_directory_path(erreur);
   if (erreur) return false;
-  m_chemin = (dossier / modeleNom).string();
+  std::string chemin = (dossier / modeleNom).string();
   // The name is taken first, exclusively: the store's creation would follow a link that
   // somebody laid under a name that can be guessed.
-  const int nom = mkostemp(m_chemin.data(), O_CLOEXEC);
-  if (nom < 0) {
-    m_chemin.clear();
-    return false;
-  }
+  const int nom = mkostemp(chemin.data(), O_CLOEXEC);
+  if (nom < 0) return false;
   close(nom);
-  m_poignee = m_magasin.QVCreateFile(m_chemin);
-  if (m_poignee >= 0) return true;
-  Ferme();
-  return false;
+  m_poignee = m_magasin.QVCreateFile(chemin);
+  // Without a name from here on: however the program ends, nothing is left. Not QVDeleteFile: it empties
+  // the redo log, for a file that is no part of the books.
+  m_magasin.SystemeFichiers().Supprime(chemin);
+  return m_poignee >= 0;
 }
 
 void FichierTampon::Ferme() {
   if (m_poignee >= 0) m_magasin.QVCloseFile(m_poignee);
   m_poignee = -1;
-  // Not QVDeleteFile: it empties the redo log, for a file that is no part of the books.
-  if (!m_chemin.empty()) m_magasin.SystemeFichiers().Supprime(m_chemin);
-  m_chemin.clear();
   m_tampon.clear();
   m_echec.clear();
   m_ecrits = 0;

@@ -17,13 +17,12 @@ class FichierTampon {
   FichierTampon(const FichierTampon&) = delete;
   FichierTampon& operator=(const FichierTampon&) = delete;
 
-  /// Makes and opens an empty file of a new name in the system's temporary directory,
-  /// "FNL" in front, that its owner alone can read. One that was open is gone first.
+  /// Makes and opens an empty file in the system's temporary directory that its owner alone can read and
+  /// that has no name: nothing is left of it, however the program ends. One that was open is gone first.
   bool Cree();
   /// Closes and deletes.
   void Ferme();
   bool EstOuvert() const { return m_poignee >= 0; }
-  const std::string& Chemin() const { return m_chemin; }
   u64 Taille() const { return m_ecrits + m_tampon.size(); }  ///< bytes appended so far
 
   // False from the first failure on: what the file holds is then not to be trusted.
@@ -45,7 +44,6 @@ class FichierTampon {
 
   QVAPI& m_magasin;
   int m_poignee = -1;
-  std::string m_chemin;
   std::string m_tampon;
   u64 m_ecrits = 0;
   bool m_deplace = false;  ///< the file's position is not at its end

@@ -178,7 +178,10 @@ Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Rec
       resultat.arrete = true;
       break;
     }
-    if (!rapport.fait && !refus) refus = Refus::DejaDit(ErrFichierEndommage, "", {fichier.nom});
+    if (rapport.fait || refus) continue;
+    const bool disque = rapport.code > 0 && rapport.code < 1000;
+    refus = disque ? Refus::DejaDit(ErrReconstruction, "", {fichier.nom, TexteErreurSysteme(rapport.code)})
+                   : Refus::DejaDit(ErrFichierEndommage, "", {fichier.nom});
   }
   return refus;
 }

@@ -17,8 +17,10 @@ namespace fenlor {
 
 namespace {
 
-constexpr std::size_t TailleCarteMax = std::size_t{64} << 30;
-constexpr std::size_t TailleCarteMin = std::size_t{64} << 20;
+/// Address space kept free behind the keys; more than that is reserved as they grow.
+constexpr std::size_t Avance = std::size_t{64} << 20;
+/// What one more key takes in the worst case, split pages counted.
+constexpr std::size_t OctetsParCle = 256;
 constexpr std::size_t RetenuesMax = 60000;
 
 int Traduit(int rc) {
@@ -44,20 +46,13 @@ class ClesLmdb : public MagasinCles {
   }
 
   int Ouvre(const std::string& chemin, bool neuf) {
-    int rc = 0;
-    for (std::size_t carte = TailleCarteMax; carte >= TailleCarteMin; carte /= 4) {
-      if (m_env) mdb_env_close(m_env);
-      m_env = nullptr;
-      if ((rc = mdb_env_create(&m_env))) return Traduit(rc);
-      mdb_env_set_maxdbs(m_env, 8);
-      mdb_env_set_mapsize(m_env, carte);
-      rc = mdb_env_open(m_env, chemin.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC | MDB_NORDAHEAD, 0600);
-      if (rc != ENOMEM) break;
-    }
-    if (rc) return Traduit(rc);
+    if (const int rc = mdb_env_create(&m_env)) return Traduit(rc);
+    mdb_env_set_maxdbs(m_env, 8);
+    mdb_env_set_mapsize(m_env, Avance);
+    const unsigned mode = MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC | MDB_NORDAHEAD;
+    if (const int rc = mdb_env_open(m_env, chemin.c_str(), mode, 0600)) return Traduit(rc);
     if (mdb_env_get_maxkeysize(m_env) < static_cast<int>(TailleCleMax) + 4) return ErrCles;
-    if ((rc = Commence(neuf))) return rc;
-    return 0;
+    return Commence(neuf);
   }
 
   int Ajoute(unsigned cle, std::string_view texte, u32 position) override {
@@ -138,6 +133,7 @@ class ClesLmdb : public MagasinCles {
     MDB_cursor* ouvert = nullptr;
     if ((m_erreur = mdb_cursor_open(m_txn, m_dbi[cle], &ouvert))) return;
     const std::unique_ptr<MDB_cursor, void (*)(MDB_cursor*)> curseur(ouvert, mdb_cursor_close);
+    const bool avant = std::exchange(m_marche, true);
     int rc = mdb_cursor_get(ouvert, &k, &v, MDB_SET_RANGE);
     for (; rc == 0; rc = mdb_cursor_get(ouvert, &k, &v, MDB_NEXT)) {
       Vue vue;
@@ -147,6 +143,7 @@ class ClesLmdb : public MagasinCles {
       }
       if (!suite(vue.texte, vue.position)) break;
     }
+    m_marche = avant;
     m_erreur = rc;
   }
 
@@ -178,6 +175,15 @@ class ClesLmdb : public MagasinCles {
     for (unsigned cle = 0; cle < m_cles.nombre; ++cle) {
       if (const int rc = Verse(cle)) return rc;
     }
+    if (const int rc = Rengage()) return rc;
+    return durable ? Traduit(mdb_env_sync(m_env, 1)) : 0;
+  }
+
+  int Erreur() const override { return m_erreur == MDB_NOTFOUND ? 0 : Traduit(m_erreur); }
+
+ private:
+  /// Hands the keys to the system and goes on, with more room where it is needed.
+  int Rengage() {
     // LMDB frees the cursors of a write transaction with it: ours must be gone by then.
     FermeCurseurs();
     if (m_txn) {
@@ -185,17 +191,21 @@ class ClesLmdb : public MagasinCles {
       m_txn = nullptr;
       if (const int rc = mdb_txn_commit(txn)) return Traduit(rc);
     }
-    if (durable) {
-      if (const int rc = mdb_env_sync(m_env, 1)) return Traduit(rc);
-    }
     return Commence(false);
   }
 
-  int Erreur() const override { return m_erreur == MDB_NOTFOUND ? 0 : Traduit(m_erreur); }
-
- private:
   int Commence(bool vide) {
     assert(m_env && !m_txn);
+    // A write may copy every page that stands there, and add its own.
+    MDB_envinfo info;
+    MDB_stat etat;
+    if (mdb_env_info(m_env, &info) || mdb_env_stat(m_env, &etat)) return ErrCles;
+    const std::size_t occupes = (info.me_last_pgno + 1) * etat.ms_psize;
+    if (info.me_mapsize < 2 * occupes + Avance) {
+      if (const int rc = mdb_env_set_mapsize(m_env, 4 * occupes + Avance)) return Traduit(rc);
+      if (const int rc = mdb_env_info(m_env, &info)) return Traduit(rc);
+    }
+    m_reste = (info.me_mapsize - 2 * occupes) / OctetsParCle;
     if (const int rc = mdb_txn_begin(m_env, nullptr, 0, &m_txn)) {
       m_txn = nullptr;
       return Traduit(rc);
@@ -303,7 +313,12 @@ class ClesLmdb : public MagasinCles {
   }
 
   int Pose(unsigned cle, std::string_view texte, u32 position, unsigned mode) {
+    // Not under a walk, whose cursor belongs to the transaction.
+    if (m_reste == 0 && !m_marche) {
+      if (const int rc = Rengage()) return rc;
+    }
     if (!m_txn) return ErrCles;
+    if (m_reste > 0) --m_reste;
     assert(cle < m_cles.nombre && m_curseur[cle] && position > 0);
     u8 tampon[TailleCleMax + 4];
     MDB_val k = Cle(cle, texte, position, tampon);
@@ -346,6 +361,8 @@ class ClesLmdb : public MagasinCles {
   std::string m_place[8];  ///< LMDB key under each cursor, empty when not known
   std::vector<Retenue> m_retenues[8];
   std::vector<u32> m_ordre;
+  std::size_t m_reste = 0;  ///< keys that surely find room before the next `Rengage`
+  bool m_marche = false;    ///< a walk is under way
   int m_erreur = 0;
 };
 

@@ -8,6 +8,9 @@ namespace fenlor {
 
 namespace {
 
+/// No entry has it: behind it there is no next one.
+constexpr u32 MouvementReserve = 0xFFFFFFFF;
+
 /// Treasury lines of a record; false when its ticket does not hold them.
 bool LignesTresor(const EtatQVAPI& etat, const EcrStandard& rec, std::span<const LineTresor>& tresor) {
   if (rec.NbLignesTresorerie == 0) return true;
@@ -50,7 +53,7 @@ u32 AjouteEcriture(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice,
     if (existe) return op.Refuse(ErrValeur);
   } else {
     if (!op.DernierMouvement(mouvement)) return 0;
-    if (++mouvement == 0) return op.Refuse(ErrValeur);
+    if (++mouvement >= MouvementReserve) return op.Refuse(ErrCompteurMouvement);
   }
   QVAPI::Unite unite(magasin);
   EffetsComptes effets;
@@ -352,7 +355,8 @@ u32 QVAPI::GetFreeJournalLine(const std::string& exercice, u16 journal, const st
 u32 QVAPI::GetFreeMouvementsID(const std::string& exercice, u16) {
   OperationEcriture op(*this, *m_etat, exercice, OperationEcriture::JournalSeul);
   u32 mouvement = 0;
-  return op && op.DernierMouvement(mouvement) ? mouvement + 1 : 0;
+  if (!op || !op.DernierMouvement(mouvement)) return 0;
+  return ++mouvement < MouvementReserve ? mouvement : op.Refuse(ErrCompteurMouvement);
 }
 
 std::vector<Position> QVAPI::LignesMouvement(const std::string& exercice, u32 mouvement) {

@@ -100,7 +100,8 @@ bool CabinetPret(EtatQVAPI& etat) {
   etat.reglages->Existe("Activite");
   if (etat.reglages->Erreur() == 0) return true;
   return RefuseDit(etat, etat.reglages->Erreur(), MsgOuvertureImpossible,
-                   "Ouverture fichier (" + etat.reglages->Chemin() + ") impossible");
+                   "Ouverture fichier (" + etat.reglages->Chemin() +
+                       ") impossible : " + TexteErreurSysteme(etat.reglages->Erreur()));
 }
 
 const std::vector<u16>& FichiersExercice() {
@@ -142,7 +143,9 @@ bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
     if (code == ErrEndommage || code == ErrFormat)
       return RefuseDit(etat, code, MsgFichierEndommage,
                        "Fichier (" + relatif + ") endommagé\nIndexation recommandé."_w);
-    return RefuseDit(etat, code, MsgOuvertureImpossible, "Ouverture fichier (" + relatif + ") impossible");
+    const std::string raison = code < 1000 ? " : " + TexteErreurSysteme(code) : std::string();
+    return RefuseDit(etat, code, MsgOuvertureImpossible,
+                     "Ouverture fichier (" + relatif + ") impossible" + raison);
   }
   return true;
 }

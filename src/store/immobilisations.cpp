@@ -78,7 +78,7 @@ u32 QVAPI::GetFreeImmobilisationsID(const std::string&) {
     return true;
   });
   if (!lu) return 0;
-  if (dernier >= NumeroInterdit - 1) return m_etat->Refuse(ErrValeur);
+  if (dernier >= NumeroInterdit - 1) return m_etat->Refuse(ErrCompteurImmo);
   return dernier + 1;
 }
 

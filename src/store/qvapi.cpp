@@ -180,6 +180,8 @@ int QVAPI::QVFileErrorCode() const { return m_etat->moteur->Erreur(); }
 std::string QVAPI::QVFichierErreur() const { return m_etat->moteur->FichierErreur(); }
 void QVAPI::PoseErreur(int code) { m_etat->Refuse(code); }
 
+void QVAPI::QVAvertit(const std::string& phrase) { m_etat->moteur->Avertit(phrase); }
+
 std::vector<std::string> QVAPI::AvertissementsMagasin() {
   std::vector<std::string> phrases = m_etat->moteur->Avertissements();
   for (std::string& phrase : phrases) phrase = DepuisUtf8(phrase).value_or(phrase);
@@ -222,6 +224,10 @@ std::string QVAPI::QVErreurTexte(int code) const {
       return "Le journal de reprise est endommagé"_w;
     case ErrModele:
       return "Le modèle \"defaut.qvc\" est illisible"_w;
+    case ErrCompteurMouvement:
+      return "Le compteur \"Mouvement\" est épuisé : l'exercice n'a plus de numéro d'écriture libre"_w;
+    case ErrCompteurImmo:
+      return "Le compteur des immobilisations est épuisé : il n'y a plus de numéro libre"_w;
     case ErrAltere:
       return "Un autre programme a supprimé, remplacé ou raccourci le fichier"_w;
     case ErrCles:

@@ -54,12 +54,14 @@ enum ErreurMagasin : int {
   ErrEcritureVide = 1010,     ///< an entry without any amount
   ErrValeur = 1011,           ///< an argument is outside its range
   ErrMotDePasse = 1012,
-  ErrExistant = 1013,        ///< the exercice exists and was not to be replaced
-  ErrConflit = 1014,         ///< the period overlaps another exercice
-  ErrJournalReprise = 1015,  ///< the redo log cannot be read
-  ErrModele = 1016,          ///< the template "defaut.qvc" cannot be read
-  ErrCles = 1017,            ///< the key file failed
-  ErrAltere = 1018,          ///< somebody removed, replaced or cut an open file
+  ErrExistant = 1013,           ///< the exercice exists and was not to be replaced
+  ErrConflit = 1014,            ///< the period overlaps another exercice
+  ErrJournalReprise = 1015,     ///< the redo log cannot be read
+  ErrModele = 1016,             ///< the template "defaut.qvc" cannot be read
+  ErrCles = 1017,               ///< the key file failed
+  ErrAltere = 1018,             ///< somebody removed, replaced or cut an open file
+  ErrCompteurMouvement = 1019,  ///< no entry number is left
+  ErrCompteurImmo = 1020,       ///< no number of an asset is left
 };
 
 /// Events of the callback (`QVSetCallback`).
@@ -264,6 +266,8 @@ class QVAPI {
   /// Sentences (Windows-1252) on what went wrong without stopping the work, such
   /// as keys that could not be written and will be rebuilt; emptied by the call.
   std::vector<std::string> AvertissementsMagasin();
+  /// One more of them (UTF-8).
+  void QVAvertit(const std::string& phrase);
   /// Sets the error of a caller that works on the store's behalf.
   void PoseErreur(int code);
   /// Reads slot after slot in file order, deleted ones left out, without any key:

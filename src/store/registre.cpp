@@ -19,6 +19,17 @@ constexpr const char* NomDossier = "Orvelia";
 constexpr const char* NomFichier = "registre.ini";
 constexpr const char* PrefixeMachine = "HKEY_LOCAL_MACHINE\\";
 
+int CreeChemin(Systeme& systeme, const std::string& dossier) {
+  int erreur = systeme.CreeDossier(dossier);
+  if (erreur == ENOENT && DossierDe(dossier) != dossier) {
+    erreur = CreeChemin(systeme, DossierDe(dossier));
+    if (!erreur) erreur = systeme.CreeDossier(dossier);
+  }
+  return erreur == EEXIST || systeme.Existe(dossier) ? 0 : erreur;
+}
+
+}  // namespace
+
 // Empty when the account has no home; a relative folder would depend on where
 // the program was started.
 std::string DossierUtilisateur() {
@@ -33,17 +44,6 @@ std::string DossierUtilisateur() {
   }
   return absolu(maison) ? Joint(Joint(maison, ".config"), NomDossier) : std::string();
 }
-
-int CreeChemin(Systeme& systeme, const std::string& dossier) {
-  int erreur = systeme.CreeDossier(dossier);
-  if (erreur == ENOENT && DossierDe(dossier) != dossier) {
-    erreur = CreeChemin(systeme, DossierDe(dossier));
-    if (!erreur) erreur = systeme.CreeDossier(dossier);
-  }
-  return erreur == EEXIST || systeme.Existe(dossier) ? 0 : erreur;
-}
-
-}  // namespace
 
 Registre::Registre(Systeme& systeme, const std::string& dossier, const std::string& dossierMachine)
     : m_systeme(systeme),

@@ -15,6 +15,9 @@
 
 namespace fenlor {
 
+/// $XDG_CONFIG_HOME/Orvelia and so on; empty when the account has no home.
+std::string DossierUtilisateur();
+
 class Registre {
  public:
   enum Racine { Utilisateur, Machine };

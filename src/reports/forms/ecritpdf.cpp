@@ -34,7 +34,10 @@ class FichierSur : public QSaveFile {
   bool Ouvre() {
     const QFileInfo cible(fileName());
     if (cible.exists() && !cible.isFile()) m_code = cible.isDir() ? EISDIR : EPERM;
-    return m_code == 0 && Note([this] { return open(QIODevice::WriteOnly); });
+    // The books in it are nobody else's business, unless somebody made the file that for others.
+    const bool neuf = !cible.exists();
+    return m_code == 0 && Note([this] { return open(QIODevice::WriteOnly); }) &&
+           (!neuf || Note([this] { return setPermissions(ReadOwner | WriteOwner); }));
   }
   bool Acheve() {
     return m_code == 0 && Note([this] { return flush(); }) && Note([this] { return commit(); });
