@@ -89,8 +89,8 @@ void CBTFiles::Erreur(int code, const TexteFixe& message, std::initializer_list<
 
 bool CBTFiles::RefuseOuverture() {
   QVAPI& magasin = m_app.Magasin;
-  return m_app.ReportErreur(ErrOuvertureRaison,
-                            {Chemin("dat"), magasin.QVErreurTexte(magasin.QVFileErrorCode())});
+  return m_app.ReportErreur(ErrOuvertureFichier,
+                            {Chemin("dat"), " : " + magasin.QVErreurTexte(magasin.QVFileErrorCode())});
 }
 
 bool CBTFiles::CreateDat() {

@@ -21,8 +21,7 @@ inline constexpr TexteFixe ErrOle{3006,
 inline constexpr TexteFixe ErrRecuperationFichier{3007, "Récupération fichier (%s) impossible"};
 inline constexpr TexteFixe ErrCreationFichier{3008, "Création fichier (%s) impossible"};
 inline constexpr TexteFixe ErrCreationFichierBis{3009, "Création fichier (%s) impossible"};
-inline constexpr TexteFixe ErrOuvertureFichier{3011, "Ouverture fichier (%s) impossible"};
-inline constexpr TexteFixe ErrOuvertureRaison{3011, "Ouverture fichier (%s) impossible : %s"};
+inline constexpr TexteFixe ErrOuvertureFichier{3011, "Ouverture fichier (%s) impossible%s"};
 inline constexpr TexteFixe ErrReconstruction{3440, "Le fichier (%s) n'a pas pu être reconstruit : %s"};
 inline constexpr TexteFixe ErrFermetureFichier{3012, "Fermeture fichier (%d) impossible"};
 inline constexpr TexteFixe ErrCessionAvantAchat{3013,

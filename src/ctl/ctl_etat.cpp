@@ -1,3 +1,6 @@
+#include <stdlib.h>
+
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
@@ -7,7 +10,6 @@
 #include "ctl/optionscommunes.h"
 #include "ctl/sortieetat.h"
 #include "ctl/textes.h"
-#include "pages/fichiertampon.h"
 #include "reports/catalogue.h"
 #include "reports/etatjournal.h"
 #include "store/ouverture.h"
@@ -89,14 +91,36 @@ bool PoseDemande(Contexte& contexte, const OptionsEtat& options, CEtatJournalDoc
   return true;
 }
 
+/// A folder of our own for a file that has to have a name; both are gone with the object.
+class DossierProvisoire {
+ public:
+  DossierProvisoire() : m_chemin((std::filesystem::temp_directory_path() / "FNLXXXXXX").string()) {
+    if (!mkdtemp(m_chemin.data())) m_chemin.clear();
+  }
+  ~DossierProvisoire() {
+    std::error_code erreur;
+    if (!m_chemin.empty()) std::filesystem::remove_all(m_chemin, erreur);
+  }
+  DossierProvisoire(const DossierProvisoire&) = delete;
+  DossierProvisoire& operator=(const DossierProvisoire&) = delete;
+  const std::string& Chemin() const { return m_chemin; }
+
+ private:
+  std::string m_chemin;
+};
+
 /// The pages on the standard output, by way of a file: they are there whole or not at all.
 bool DonnePdf(Contexte& contexte, CEtatComptable& etat) {
-  FichierTampon provisoire(contexte.Magasin);
-  if (!provisoire.Cree() || !contexte.EcritPdf(contexte.App, etat, provisoire.Chemin())) {
-    contexte.RefuseMagasin();
-    return false;
+  std::ifstream pdf;
+  {
+    const DossierProvisoire dossier;
+    const std::string chemin = Joint(dossier.Chemin(), "etat.pdf");
+    if (dossier.Chemin().empty() || !contexte.EcritPdf(contexte.App, etat, chemin)) {
+      contexte.RefuseMagasin();
+      return false;
+    }
+    pdf.open(chemin, std::ios::binary);
   }
-  std::ifstream pdf(provisoire.Chemin(), std::ios::binary);
   std::string morceau(64u << 10, '\0');
   while (pdf.read(morceau.data(), static_cast<std::streamsize>(morceau.size())) || pdf.gcount() > 0)
     if (!contexte.Ecrit(morceau.substr(0, static_cast<std::size_t>(pdf.gcount())))) return false;

@@ -180,7 +180,7 @@ Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Rec
     }
     if (rapport.fait || refus) continue;
     const bool disque = rapport.code > 0 && rapport.code < 1000;
-    refus = disque ? Refus::DejaDit(ErrReconstruction, "", {fichier.nom, TexteErreurSysteme(rapport.code)})
+    refus = disque ? Refus(ErrReconstruction, "", {fichier.nom, TexteErreurSysteme(rapport.code)})
                    : Refus::DejaDit(ErrFichierEndommage, "", {fichier.nom});
   }
   return refus;

@@ -400,6 +400,7 @@ void Moteur::Etat::ComposeUnite() {
 bool Moteur::Etat::Scelle() {
   for (auto& [cle, image] : images) {
     const Ouvert& o = *fichiers[cle >> 32];
+    if (!o.def) continue;
     const Position position = static_cast<Position>(cle);
     if (position <= o.dat.entete.emplacements && !o.attente.contains(position) && !o.dat.EstJuste(position))
       return Echec(ErrEndommage, o);

@@ -4,9 +4,11 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <fstream>
 #include <iterator>
 #include <new>
@@ -88,7 +90,16 @@ void SurPageIllisible(int, siginfo_t* info, void*) {
   Finit(texte, n);
 }
 
-void SansMemoire() { Finit(MessageMemoire, sizeof MessageMemoire - 1); }
+/// Whoever can do without the memory has caught its lack before.
+[[noreturn]] void SansIssue() {
+  try {
+    if (const std::exception_ptr cause = std::current_exception()) std::rethrow_exception(cause);
+  } catch (const std::bad_alloc&) {
+    Finit(MessageMemoire, sizeof MessageMemoire - 1);
+  } catch (...) {
+  }
+  std::abort();
+}
 
 }  // namespace
 
@@ -99,7 +110,7 @@ void InstalleUrgences(const std::string& note) {
   action.sa_flags = SA_SIGINFO | SA_RESETHAND;
   sigaction(SIGBUS, &action, nullptr);
   std::signal(SIGXFSZ, SIG_IGN);
-  std::set_new_handler(SansMemoire);
+  std::set_terminate(SansIssue);
 }
 
 std::string PrendNote(const std::string& note) {

@@ -8,8 +8,8 @@
 namespace fenlor {
 
 /// From here on: SIGBUS names the file on standard error, leaves the note (where `note` is a path) and ends
-/// with 1; a lack of memory does the same without a file; a write beyond the size limit fails with EFBIG.
-/// Nothing is flushed or undone: what was acknowledged is in the redo log.
+/// with 1; a lack of memory that nobody catches does the same without a file; a write beyond the size limit
+/// fails with EFBIG. Nothing is flushed or undone: what was acknowledged is in the redo log.
 void InstalleUrgences(const std::string& note = {});
 
 /// What the last program wrote to its note, UTF-8, empty for nothing; the note is removed.

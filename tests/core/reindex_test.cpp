@@ -2,6 +2,7 @@
 
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
+#include "store/somme.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -92,7 +93,7 @@ TEST_P(ReindexTest, FiltreEtCompte) {
   ASSERT_TRUE(banques.First(0));  // still open
   EXPECT_EQ(+banques.Rec->MontantFranc, 100 + banques.Rec->MontantEuro);
   EXPECT_EQ(Somme(), 55 - retire - (retire == 4 ? 5 : 4));
-  EXPECT_EQ(Taille("BANQUE.dat"), debut + 8 * sizeof(Banque));
+  EXPECT_EQ(Taille("BANQUE.dat"), debut + 8 * (sizeof(Banque) + TailleSomme));
   EXPECT_FALSE(Magasin().QVExistFile(Chemin("BANQUE.neuf")));
   EXPECT_TRUE(Boite.Erreurs.empty());
   fichier.reset();  // it belongs to the session that ends here
@@ -149,7 +150,7 @@ TEST_P(ReindexTest, CleSecondaireDisputee) {
 }
 
 TEST_P(ReindexTest, FichiersEndommages) {
-  const std::size_t taille = sizeof(Banque);
+  const std::size_t taille = sizeof(Banque) + TailleSomme;
   const struct {
     const char* quoi;
     std::function<void(std::string&)> degat;

@@ -173,5 +173,28 @@ TEST_P(Fautes, SurUnCabinetQuiExiste) {
 INSTANTIATE_TEST_SUITE_P(Disque, Fautes, testing::ValuesIn(Pannes),
                          [](const auto& p) { return std::string(p.param.nom); });
 
+/// A full disk is no damage: the reason is the system's, and the old file stays.
+TEST(Raisons, UnDisquePleinNEstPasUnFichierEndommage) {
+  const DossierTemporaire dossier;
+  const std::string cabinet = dossier.Chemin() + "/cabinet";
+  ASSERT_NO_FATAL_FAILURE(CreeCabinet(cabinet));
+  SystemeSansSynchro disque;
+  SystemeFautif systeme(disque);
+  systeme.SurChemin(".neuf");
+  systeme.Programme(1, ENOSPC, SystemeFautif::Ecriture | SystemeFautif::Reservation, false);
+  Resultat r = Ctl({"--cabinet", cabinet, "reconstruire"}, {}, &systeme);
+  EXPECT_EQ(r.statut, 1);
+  EXPECT_NE(r.erreurs.find("Erreur 3440"), std::string::npos) << r.erreurs;
+  EXPECT_NE(r.erreurs.find("Aucun espace disponible"), std::string::npos) << r.erreurs;
+  EXPECT_EQ(r.erreurs.find("3010"), std::string::npos) << r.erreurs;
+  systeme.SurChemin("JOURNAL.dat");
+  systeme.Programme(1, EMFILE, SystemeFautif::Ouvertures, false);
+  r = Ctl({"--cabinet", cabinet, "balance"}, {}, &systeme);
+  EXPECT_NE(
+      r.erreurs.find("Erreur 3011 : Ouverture fichier (2003/JOURNAL.dat) impossible : Trop de fichiers"),
+      std::string::npos)
+      << r.erreurs;
+}
+
 }  // namespace
 }  // namespace fenlor::pannes

@@ -31,6 +31,18 @@ TEST(Ecritures, AbsenteEstRefuseeOuSimplementPasLue) {
   EXPECT_EQ(livres->ReadOpDiverses(ex, 1, enTete), 1u);
 }
 
+TEST(Ecritures, UnCompteurEpuiseEstNomme) {
+  Livres livres;
+  const std::string ex = livres.Exercice();
+  ASSERT_NE(livres->AddLines(ex, LigneOD(0xFFFFFFFE, Mars15, "5121000000", true, 10)), 0u);
+  EcrSimple rec = EcritureSimple(JournalRecettes, Mars15, "7060000000", 10, 10, 0);
+  EXPECT_EQ(livres->AddEcrSimple(ex, rec), 0u);
+  EXPECT_EQ(livres->QVFileErrorCode(), ErrCompteurMouvement);
+  EXPECT_EQ(livres->GetFreeMouvementsID(ex, 1), 0u);
+  EXPECT_EQ(livres->QVFileErrorCode(), ErrCompteurMouvement);
+  EXPECT_NE(livres->QVErreurTexte(ErrCompteurMouvement).find("\"Mouvement\""), std::string::npos);
+}
+
 TEST(Ecritures, EnTeteReecritPartout) {
   Livres livres;
   const std::string ex = livres.Exercice();

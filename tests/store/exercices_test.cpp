@@ -211,8 +211,10 @@ TEST_F(Exercices, OuvrirRefuseUnFichierAbsentOuEndommage) {
     bool absent;
     unsigned numero;
     const char* texte;
-  } cas[] = {{"JOURNAL.dat", true, 3011, "Ouverture fichier (2003/JOURNAL.dat) impossible"},
-             {"BANQUE.dat", true, 3011, "Ouverture fichier (2003/BANQUE.dat) impossible"},
+  } cas[] = {{"JOURNAL.dat", true, 3011,
+              "Ouverture fichier (2003/JOURNAL.dat) impossible : Fichier ou répertoire introuvable"},
+             {"BANQUE.dat", true, 3011,
+              "Ouverture fichier (2003/BANQUE.dat) impossible : Fichier ou répertoire introuvable"},
              {"COMPTES.dat", false, 3010, "Fichier (2003/COMPTES.dat) endommagé\nIndexation recommandé."}};
   for (const auto& c : cas) {
     ASSERT_TRUE(Rouvre());

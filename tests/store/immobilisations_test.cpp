@@ -49,7 +49,7 @@ TEST_F(Immobilisations, LesNumerosImpossiblesSontRefuses) {
   EXPECT_FALSE(Magasin().WriteLastImmobilisationsID(0xFFFFFFFF));
   ASSERT_TRUE(Magasin().WriteImmobilisations(Bien(0xFFFFFFFE)));
   EXPECT_EQ(Magasin().GetFreeImmobilisationsID({}), 0u);
-  EXPECT_EQ(Magasin().QVFileErrorCode(), ErrValeur);
+  EXPECT_EQ(Magasin().QVFileErrorCode(), ErrCompteurImmo);
 }
 
 TEST_F(Immobilisations, EcrireLeMemeNumeroRemplace) {

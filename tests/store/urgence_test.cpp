@@ -1,0 +1,64 @@
+// What the system ends a program for is told before.
+#include "store/urgence.h"
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+
+#include "outils/cabinetdetest.h"
+#include "store/systeme.h"
+
+namespace fenlor {
+namespace {
+
+class Urgences : public testing::Test {
+ protected:
+  test::DossierTemporaire m_dossier;
+  const std::string m_note = m_dossier.Chemin() + "/arret.txt";
+  const std::string m_fichier = m_dossier.Chemin() + "/JOURNAL.dat";
+};
+
+TEST_F(Urgences, UnFichierRaccourciEstNommeEtNote) {
+  test::EcritFichier(m_fichier, std::string(20000, 'x'));
+  const auto lit = [this] {
+    InstalleUrgences(m_note);
+    SystemePosix systeme;
+    std::unique_ptr<Fichier> fichier;
+    systeme.Ouvre(m_fichier, Systeme::Lecture, fichier);
+    const auto* page = static_cast<const volatile char*>(
+        mmap(nullptr, 20000, PROT_READ, MAP_SHARED, fichier->Descripteur(), 0));
+    std::filesystem::resize_file(m_fichier, 10);
+    _exit(page[12000] == 0 ? 2 : 3);
+  };
+  EXPECT_EXIT(lit(), testing::ExitedWithCode(1), "Erreur 3441 : le fichier .*/JOURNAL.dat ne peut plus");
+  EXPECT_NE(PrendNote(m_note).find("/JOURNAL.dat ne peut plus"), std::string::npos);
+  EXPECT_EQ(PrendNote(m_note), "") << "told once";
+}
+
+TEST_F(Urgences, SansMemoireNiPlace) {
+  const auto demande = [this] {
+    InstalleUrgences(m_note);
+    const std::size_t trop = std::size_t{1} << 60;
+    [&]() noexcept { ::operator delete(::operator new(trop)); }();
+  };
+  EXPECT_EXIT(demande(), testing::ExitedWithCode(1), "Erreur 3442");
+  EXPECT_NE(PrendNote(m_note), "");
+  const auto ecrit = [this] {
+    InstalleUrgences();
+    const rlimit limite{1000, 1000};
+    setrlimit(RLIMIT_FSIZE, &limite);
+    SystemePosix systeme;
+    std::unique_ptr<Fichier> fichier;
+    systeme.Ouvre(m_fichier, Systeme::Creation, fichier);
+    _exit(fichier->Ecrit(m_note.data(), 4, 2000) == EFBIG ? 0 : 4);
+  };
+  EXPECT_EXIT(ecrit(), testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace fenlor
