@@ -174,6 +174,17 @@ TEST_F(DemarrageTest, DesClesEndommageesSontDitesUneFois) {
   ASSERT_TRUE(Demarre());
 }
 
+TEST_F(DemarrageTest, LaNoteDUnArretEtDesReglagesChangesSontDits) {
+  PremierDemarrage();
+  Arrete();
+  std::ofstream(Cabinet() + "/fenlor.ini", std::ios::app | std::ios::binary) << "[Ajout]\r\n";
+  OptionsProgramme options = Options();
+  options.note = "Erreur 3441 : le fichier JOURNAL.dat";
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("modifié hors de Fenlor.\nErreur 3441", QStringLiteral("&Ok")));
+  ASSERT_TRUE(Demarre(options));
+}
+
 TEST_F(DemarrageTest, UnExerciceSansDatesRecoitCellesDeSonNom) {
   PremierDemarrage();
   Arrete();
