@@ -1,6 +1,7 @@
 #include "pages/interprete.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <optional>
 #include <utility>
