@@ -250,7 +250,8 @@ TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
   EXPECT_EQ(premier.moteur.Erreur(), ErrAltere);
   EXPECT_EQ(premier.moteur.FichierErreur(), m_dossier / "BANQUE.dat");
   EXPECT_TRUE(premier.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
-  std::ofstream(m_dossier / "BANQUE.dat", std::ios::binary | std::ios::in).write(contenu.data(), contenu.size());
+  std::ofstream(m_dossier / "BANQUE.dat", std::ios::binary | std::ios::in)
+      .write(contenu.data(), contenu.size());
   fs::remove(m_dossier / "fenlor.rep");
   EXPECT_FALSE(premier.Ajoute(FichierComptes, Compte("7060000000", "HON")));
   EXPECT_EQ(premier.moteur.Erreur(), ErrAltere);
