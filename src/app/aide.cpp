@@ -4,6 +4,9 @@
 #include <QEvent>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
@@ -18,7 +21,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/commandes.h"
+#include "app/listecommandes.h"
 #include "app/textes.h"
 #include "ui/positionfenetre.h"
 #include "ui/texteqt.h"
@@ -31,103 +34,28 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct Nom {
-  const char* nom;      ///< object name of a window, form or page
-  const char* adresse;  ///< page and anchor, without ".html"
-};
-
-constexpr Nom noms[] = {
-    {"index", "index"},
-    {"DialogAbout", "outils#apropos"},
-    {"DialogAdresseBanque", "options#banques"},
-    {"DialogAstuce", "outils#astuce"},
-    {"DialogCalculatrice", "calculatrice"},
-    {"DialogChangeMois", "journaux#changermois"},
-    {"DialogCompteParticulier", "options#comptes"},
-    {"DialogCouleur", "preferences#couleurs"},
-    {"DialogCritere", "journaux#criteres"},
-    {"DialogEcriture", "saisie#ecriture"},
-    {"DialogFraisKm", "fraiskm"},
-    {"DialogIndex", "entretien#cles"},
-    {"DialogInfoSystem", "outils#informations"},
-    {"DialogLibelle", "rubriques#libelles"},
-    {"DialogLine", "saisie#od"},
-    {"DialogLineTresor", "saisie#multiple"},
-    {"DialogMessage", "problemes"},
-    {"DialogMonth", "journaux#mois"},
-    {"DialogMouvement", "saisie#od"},
-    {"DialogNewExercice", "exercices#nouveau"},
-    {"DialogOpenExercice", "exercices#ouvrir"},
-    {"DialogPassword", "exercices#motdepasse"},
-    {"DialogPeriode", "impressions#criteres"},
-    {"DialogPersonnaliser", "barres#personnaliser"},
-    {"DialogPlan", "comptes#recettes"},
-    {"DialogPlanComptable", "comptes#plan"},
-    {"DialogPolice", "preferences#polices"},
-    {"DialogRaccourcis", "clavier#changer"},
-    {"DialogRubrique", "rubriques#rubriques"},
-    {"DialogSaisieTaux", "options#euro"},
-    {"DialogTauxEuro", "options#euro"},
-    {"DialogTauxTVA", "options#tva"},
-    {"DialogTresorerie", "comptes#tresorerie"},
-    {"DialogValidation", "journaux#validation"},
-    {"DialogVirement", "journaux#virement"},
-    {"FenetreAide", "index"},
-    {"FenetreApercuAvantImpression", "impressions#apercu"},
-    {"FenetreComptesDeDepenses", "comptes#recettes"},
-    {"FenetreComptesDeRecettes", "comptes#recettes"},
-    {"FenetreComptesDeTresorerie", "comptes#tresorerie"},
-    {"FenetreEcrituresDeDepenses", "journaux"},
-    {"FenetreEcrituresDeRecettes", "journaux"},
-    {"FenetreLibelles", "rubriques#libelles"},
-    {"FenetreOperationsDiverses", "journaux"},
-    {"FenetrePlanComptable", "comptes#plan"},
-    {"FenetrePrincipale", "fenetre"},
-    {"FenetreRegistreDesImmobilisations", "avenir"},
-    {"FenetreRubriquesDeLEtatFiscal", "rubriques#rubriques"},
-    {"MainFrame", "fenetre"},
-    {"PageAccueil", "premierspas"},
-    {"PageOptionActivite", "options#activite"},
-    {"PageOptionAdresseBanque", "options#banques"},
-    {"PageOptionAssociation", "options#association"},
-    {"PageOptionComptable", "options#comptable"},
-    {"PageOptionCompte", "options#comptes"},
-    {"PageOptionPassword", "options#motdepasse"},
-    {"PageOptionTVA", "options#tva"},
-    {"PageOptionsUpdate", "options#misesajour"},
-    {"PagePrefCouleurs", "preferences#couleurs"},
-    {"PagePrefPolices", "preferences#polices"},
-    {"PagePrefPreferences", "preferences#saisie"},
-    {"PagePropertiesExercice", "exercices#proprietes"},
-    {"PrefPropertySheet", "preferences"},
-    {"SheetOptions", "options"},
-    {"SheetProperties", "exercices#proprietes"},
-};
-
-QString Adresse(const char* court) {
-  const QString texte = QString::fromLatin1(court);
-  const qsizetype diese = texte.indexOf(u'#');
-  return diese < 0 ? texte + u".html"_s : texte.left(diese) + u".html"_s + texte.mid(diese);
+/// "options#tva" is "options.html#tva".
+QString Adresse(QString court) {
+  const qsizetype diese = court.indexOf(u'#');
+  return court.insert(diese < 0 ? court.size() : diese, u".html"_s);
 }
 
-QString LitPage(const QString& fichier) {
+QByteArray LitFichier(const QString& fichier) {
   static const bool pret = (InitRessources(), true);
   (void)pret;
   QFile page(u":/aide/"_s + fichier);
-  return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
+  return page.open(QIODevice::ReadOnly) ? page.readAll() : QByteArray();
 }
 
-/// Lower case without accents, so that "reglages" finds "Réglages".
-QString Repli(const QString& texte) {
-  QString repli;
-  for (const QChar c : texte.normalized(QString::NormalizationForm_KD))
-    if (!c.isMark()) repli += c == u'’' ? u'\'' : c.toLower();
-  return repli;
+/// The pages, and where the help on each window stands.
+const QJsonObject& Sommaire() {
+  static const QJsonObject sommaire = QJsonDocument::fromJson(LitFichier(u"sommaire.json"_s)).object();
+  return sommaire;
 }
 
 /// Words to look for. Small ones ("de", "la") count only when there is nothing else.
 QStringList Mots(const QString& cherche) {
-  const QStringList tous = Repli(cherche).split(u' ', Qt::SkipEmptyParts);
+  const QStringList tous = SansAccents(cherche).split(u' ', Qt::SkipEmptyParts);
   QStringList longs;
   for (const QString& mot : tous)
     if (mot.size() > 2) longs += mot;
@@ -141,17 +69,8 @@ qsizetype PlaceMot(const QString& texte, const QString& mot, qsizetype depuis = 
   return -1;
 }
 
-QString SansAcces(const char* texte) {
-  QString propre = QString::fromUtf8(texte);
-  propre.remove(u'&');
-  while (propre.endsWith(u'.')) propre.chop(1);
-  return propre;
-}
-
 /// The shortcuts of the commands that exist, as rows of a table.
 QString TableRaccourcis() {
-  static constexpr const char* menus[] = {"Fichier", "Edition",   "Comptabilité", "Etats", "Traitements",
-                                          "Outils",  "Affichage", "Fenêtre",      "?",     ""};
   QString table =
       u"<table cellpadding=\"3\"><tr><th align=\"left\">Touche</th><th align=\"left\">Commande</th>"
       "<th align=\"left\">Menu</th></tr>"_s;
@@ -159,8 +78,8 @@ QString TableRaccourcis() {
     if (!commande.action || !*commande.raccourci) continue;
     const QKeySequence touches(QString::fromLatin1(commande.raccourci), QKeySequence::PortableText);
     table += u"<tr><td><b>%1</b></td><td>%2</td><td>%3</td></tr>"_s.arg(
-        touches.toString(QKeySequence::NativeText).toHtmlEscaped(), SansAcces(commande.texte).toHtmlEscaped(),
-        QString::fromUtf8(menus[static_cast<int>(commande.menu)]));
+        touches.toString(QKeySequence::NativeText).toHtmlEscaped(), NomCommande(commande).toHtmlEscaped(),
+        QString::fromUtf8(TitreMenu(commande.menu)).remove(u'&'));
   }
   return table + u"</table>"_s;
 }
@@ -171,7 +90,7 @@ class Navigateur : public QTextBrowser {
   using QTextBrowser::QTextBrowser;
   QVariant loadResource(int type, const QUrl& nom) override {
     if (type != QTextDocument::HtmlResource) return QTextBrowser::loadResource(type, nom);
-    QString page = LitPage(nom.fileName());
+    QString page = QString::fromUtf8(LitFichier(nom.fileName()));
     if (page.contains(u"<!--raccourcis-->"_s)) page.replace(u"<!--raccourcis-->"_s, TableRaccourcis());
     return page;
   }
@@ -181,43 +100,19 @@ constexpr int RoleFichier = Qt::UserRole;
 
 }  // namespace
 
-const std::vector<PageAide>& PagesAide() {
-  static const std::vector<PageAide> pages = {
-      {"index", "Sommaire", 0},
-      {"premierspas", "Premiers pas", 0},
-      {"fenetre", "La fenêtre principale", 0},
-      {"barres", "Les barres et la barre d'icônes", 1},
-      {"clavier", "Le clavier", 1},
-      {"exercices", "Les exercices", 0},
-      {"journaux", "Les journaux", 0},
-      {"saisie", "La saisie des écritures", 1},
-      {"comptes", "Les comptes", 0},
-      {"rubriques", "Rubriques et libellés", 0},
-      {"impressions", "Etats et impressions", 0},
-      {"fraiskm", "Les frais kilométriques", 0},
-      {"options", "Les options", 0},
-      {"preferences", "Les préférences", 0},
-      {"calculatrice", "La calculatrice", 0},
-      {"outils", "Astuces et informations", 0},
-      {"entretien", "Entretien des fichiers", 0},
-      {"lien", "Le lien avec l'application mère", 0},
-      {"problemes", "En cas de problème", 0},
-      {"avenir", "Ce qui vient ensuite", 0},
-  };
+std::vector<PageAide> PagesAide() {
+  std::vector<PageAide> pages;
+  for (const QJsonValue& page : Sommaire()["pages"_L1].toArray())
+    pages.push_back(
+        {Adresse(page["fichier"_L1].toString()), page["titre"_L1].toString(), page["niveau"_L1].toInt() > 0});
   return pages;
 }
 
 QString AdresseAide(const QString& nom) {
-  for (const Nom& n : noms)
-    if (nom == QLatin1String(n.nom)) return Adresse(n.adresse);
-  return u"index.html"_s;
+  return Adresse(Sommaire()["fenetres"_L1][nom].toString(u"index"_s));
 }
 
-QStringList NomsAide() {
-  QStringList liste;
-  for (const Nom& n : noms) liste += QString::fromLatin1(n.nom);
-  return liste;
-}
+QStringList NomsAide() { return Sommaire()["fenetres"_L1].toObject().keys(); }
 
 namespace {
 
@@ -230,10 +125,11 @@ QTreeWidget* FaitSommaire(QWidget* parent) {
   sommaire->setItemsExpandable(false);
   QTreeWidgetItem* chapitre = nullptr;
   for (const PageAide& page : PagesAide()) {
-    auto* element = page.niveau && chapitre ? new QTreeWidgetItem(chapitre) : new QTreeWidgetItem(sommaire);
-    element->setText(0, QString::fromUtf8(page.titre));
-    element->setData(0, RoleFichier, Adresse(page.fichier));
-    if (!page.niveau) chapitre = element;
+    auto* element =
+        page.sousChapitre && chapitre ? new QTreeWidgetItem(chapitre) : new QTreeWidgetItem(sommaire);
+    element->setText(0, page.titre);
+    element->setData(0, RoleFichier, page.fichier);
+    if (!page.sousChapitre) chapitre = element;
   }
   sommaire->expandAll();
   sommaire->resizeColumnToContents(0);
@@ -353,7 +249,7 @@ void CFenetreAide::Cherche(const QString& mots) {
       const QUrl url(u"qrc:/aide/"_s + element->data(0, RoleFichier).toString());
       const QString page = m_texte->loadResource(QTextDocument::HtmlResource, url).toString();
       const QString texte =
-          Repli(element->text(0) + u' ' + QTextDocumentFragment::fromHtml(page).toPlainText());
+          SansAccents(element->text(0) + u' ' + QTextDocumentFragment::fromHtml(page).toPlainText());
       contient = std::all_of(cherches.begin(), cherches.end(),
                              [&](const QString& mot) { return PlaceMot(texte, mot) >= 0; });
       contient = contient && element->data(0, RoleFichier).toString() != u"index.html"_s;
@@ -383,10 +279,10 @@ void CFenetreAide::Surligne() {
   // Accents fold to one character each here, so that places stay the same.
   QString repli;
   for (const QChar c : texte) {
-    const QString un = Repli(QString(c));
+    const QString un = SansAccents(QString(c));
     repli += un.size() == 1 ? un[0] : c;
   }
-  if (const QString phrase = Repli(m_recherche->text()).simplified();
+  if (const QString phrase = SansAccents(m_recherche->text()).simplified();
       PlaceMot(repli, phrase) >= 0 && !phrase.isEmpty())
     mots = {phrase};
   for (const QString& mot : mots)

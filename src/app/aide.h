@@ -18,12 +18,12 @@ namespace fenlor {
 
 /// A page of the contents list.
 struct PageAide {
-  const char* fichier;  ///< without ".html"
-  const char* titre;    ///< UTF-8
-  int niveau;           ///< 0 or 1, in the list
+  QString fichier;  ///< "options.html"
+  QString titre;
+  bool sousChapitre;
 };
-/// In the order of the list.
-const std::vector<PageAide>& PagesAide();
+/// In the order of the list, which docs/aide/sommaire.json gives with the addresses below.
+std::vector<PageAide> PagesAide();
 /// Where the help on a window or form stands: "options.html#tva". "index.html" for an unknown name.
 QString AdresseAide(const QString& nom);
 /// The names that `AdresseAide` knows.

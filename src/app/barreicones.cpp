@@ -38,63 +38,6 @@ constexpr MotDeStyle styles[] = {{Qt::ToolButtonTextUnderIcon, MotTexteDessous},
                                  {Qt::ToolButtonTextBesideIcon, MotTexteACote},
                                  {Qt::ToolButtonIconOnly, MotTexteSans}};
 
-struct Legende {
-  unsigned numero;
-  const char* texte;
-};
-constexpr Legende legendes[] = {{CmdNouvelExercice, "Nouveau"},
-                                {CmdOuvrirExercice, "Ouvrir"},
-                                {CmdFermerExercice, "Fermer"},
-                                {CmdCloture, "Clôture"},
-                                {CmdSupprimerExercice, "Supprimer"},
-                                {57607, "Imprimer"},
-                                {57609, "Aperçu"},
-                                {57606, "Mise en page"},
-                                {1012, "Recettes"},
-                                {1013, "Dépenses"},
-                                {1014, "Op. diverses"},
-                                {1015, "Immobilis."},
-                                {1016, "Trésorerie"},
-                                {1017, "Cptes recettes"},
-                                {1018, "Cptes dépenses"},
-                                {1019, "Plan"},
-                                {1020, "Rubriques"},
-                                {1021, "Libellés"},
-                                {1026, "Détail"},
-                                {1027, "Extrait"},
-                                {1028, "Grand livre"},
-                                {1029, "Balance"},
-                                {1030, "T.V.A."},
-                                {1031, "Etat rappr."},
-                                {1032, "Centralis."},
-                                {1033, "2035"},
-                                {1034, "Remise"},
-                                {1035, "Amortiss."},
-                                {1036, "+/- values"},
-                                {1038, "Automatiques"},
-                                {1095, "Echéances"},
-                                {1039, "Frais km"},
-                                {1040, "Virement"},
-                                {1041, "Rapprocher"},
-                                {1224, "Validation"},
-                                {CmdMiseAJour, "Mise à jour"},
-                                {CmdReconstruction, "Clés"},
-                                {CmdRecalcul, "Recalcul"},
-                                {CmdAjustementEuro, "Euro"},
-                                {CmdPleinEcran, "Plein écran"},
-                                {CmdPersonnaliserBarre, "Personnaliser"},
-                                {CmdRaccourcis, "Raccourcis"},
-                                {CmdFenetreSuivante, "Suivante"},
-                                {CmdFermerFenetre, "Fermer"},
-                                {CmdFermerFenetres, "Tout fermer"},
-                                {CmdAide, "Aide"},
-                                {CmdAstuce, "Astuce"},
-                                {CmdDemonstration, "Démo"},
-                                {CmdPageWeb, "Web"},
-                                {CmdCourrier, "Courrier"},
-                                {CmdInformations, "Système"},
-                                {CmdAPropos, "A propos"}};
-
 /// Numbers between commas; nothing when one of them is none.
 std::optional<std::vector<unsigned>> LitListe(const std::string& texte) {
   std::vector<unsigned> liste;
@@ -175,13 +118,6 @@ bool EcritContenuBarre(CFenlorApp& app, const ContenuBarre& contenu) {
                                        {section, Texte(CleTextesIcones), textes}});
 }
 
-QString LegendeCommande(unsigned numero) {
-  for (const Legende& legende : legendes)
-    if (legende.numero == numero) return QString::fromUtf8(legende.texte);
-  const Commande* commande = TrouveCommande(numero);
-  return commande ? NomCommande(*commande) : QString();
-}
-
 CBarreIcones::CBarreIcones(ContexteUi& contexte, FournitAction action, QWidget* parent)
     : QToolBar(u"Barre d'icônes"_s, parent), m_contexte(contexte), m_action(std::move(action)) {
   setObjectName(u"BarreIcones"_s);
@@ -213,7 +149,8 @@ void CBarreIcones::Pose(ContenuBarre contenu) {
     }
     if (separateur) addSeparator();
     separateur = false;
-    action->setIconText(LegendeCommande(numero));
+    const Commande& commande = *TrouveCommande(numero);
+    action->setIconText(*commande.legende ? QString::fromUtf8(commande.legende) : NomCommande(commande));
     addAction(action);
   }
   Aligne();

@@ -32,9 +32,6 @@ ContenuBarre LitContenuBarre(CFenlorApp& app);
 /// In one replacement of the file. True without an open practice, where nothing is kept.
 bool EcritContenuBarre(CFenlorApp& app, const ContenuBarre& contenu);
 
-/// Name of a command as a picture's caption: short, without access key.
-QString LegendeCommande(unsigned numero);
-
 class CBarreIcones : public QToolBar {
   Q_OBJECT
  public:

@@ -9,9 +9,9 @@
 
 namespace fenlor {
 
-class Commandes;
+class CMainFrame;
 
-/// When a command can be used. The predicates are in commandes.cpp.
+/// When a command can be used. The predicates are in gestioncommandes.cpp.
 enum class Quand {
   Toujours,
   Exercice,        ///< an exercice is open
@@ -43,11 +43,12 @@ struct Commande {
   Menu menu;
   bool separateur;        ///< a rule stands before it
   const char* texte;      ///< UTF-8, "&" before the access key
+  const char* legende;    ///< UTF-8, short, under a picture; "" where the text is short itself
   const char* image;      ///< name of the picture (ui/images.h)
   const char* raccourci;  ///< default shortcut, portable text; "" for none
   Quand quand;
   /// What it does; null while its work does not exist: it is then in no menu.
-  void (Commandes::*action)(unsigned numero);
+  void (*action)(CMainFrame& cadre, unsigned numero);
   const char* explication;  ///< UTF-8, for the status bar; of a command without action: why
   u32 bit = 0;              ///< document window of which one exists: its bit of the mask
   bool bascule = false;     ///< carries a check mark

@@ -98,6 +98,17 @@ bool Commandes::Disponible(const Commande& commande) const {
   return false;
 }
 
+bool Commandes::EstCoche(const Commande& commande) const {
+  if (const QWidget* barre = m_cadre.BarreDe(commande.numero)) return !barre->isHidden();
+  if (commande.numero == CmdCalculatrice) return m_cadre.CalculatriceOuverte();
+  if (commande.numero == CmdPleinEcran) return m_cadre.isFullScreen();
+  if (commande.quand == Quand::Vue) {
+    const Vue* vue = m_cadre.VueActive();
+    return vue && vue->Coche(commande.numero);
+  }
+  return commande.bit != 0 && m_cadre.EstOuvert(commande.bit);
+}
+
 void Commandes::ActualiseEtats() {
   for (const Commande& commande : TableCommandes()) {
     QAction* action = Action(commande.numero);
@@ -110,7 +121,7 @@ void Commandes::ActualiseEtats() {
 void Commandes::Execute(unsigned numero) {
   const Commande* commande = TrouveCommande(numero);
   if (m_cadre.Derriere()) return;
-  if (commande && commande->action && Disponible(*commande)) (this->*commande->action)(numero);
+  if (commande && commande->action && Disponible(*commande)) commande->action(m_cadre, numero);
   m_cadre.Actualise();
   ActualiseEtats();
 }

@@ -21,15 +21,14 @@ namespace {
 constexpr int roleNumero = Qt::UserRole;
 constexpr int roleCherche = Qt::UserRole + 1;
 
-/// Lower case without accents.
-QString Simplifie(const QString& texte) {
-  QString resultat;
-  for (const QChar c : texte.normalized(QString::NormalizationForm_D).toLower())
-    if (c.category() != QChar::Mark_NonSpacing) resultat += c;
-  return resultat;
-}
-
 }  // namespace
+
+QString SansAccents(const QString& texte) {
+  QString repli;
+  for (const QChar c : texte.normalized(QString::NormalizationForm_KD))
+    if (!c.isMark()) repli += c == u'’' ? u'\'' : c.toLower();
+  return repli;
+}
 
 QString NomCommande(const Commande& commande) {
   QString nom = QString::fromUtf8(commande.texte).remove(u'&');
@@ -99,7 +98,7 @@ CListeCommandes::CListeCommandes(const std::function<bool(const Commande&)>& ret
       largeur = std::max(largeur, m_table->fontMetrics().horizontalAdvance(ligne->text(0)));
       ligne->setToolTip(0, QString::fromUtf8(commande.explication));
       ligne->setData(0, roleNumero, commande.numero);
-      ligne->setData(0, roleCherche, Simplifie(menu + u' ' + NomCommande(commande)));
+      ligne->setData(0, roleCherche, SansAccents(menu + u' ' + NomCommande(commande)));
     }
   }
 
@@ -147,7 +146,7 @@ void CListeCommandes::PoseRaccourci(unsigned numero, const QString& texte) {
 }
 
 void CListeCommandes::Filtre(const QString& texte) {
-  const QStringList mots = Simplifie(texte).split(u' ', Qt::SkipEmptyParts);
+  const QStringList mots = SansAccents(texte).split(u' ', Qt::SkipEmptyParts);
   QTreeWidgetItem* titre = nullptr;
   QTreeWidgetItem* premiere = nullptr;
   for (int i = 0; i < m_table->topLevelItemCount(); ++i) {

@@ -15,6 +15,8 @@ class QTreeWidgetItem;
 
 namespace fenlor {
 
+/// Lower case without accents, so that "reglages" finds "Réglages".
+QString SansAccents(const QString& texte);
 /// Text of the row without access key and without "...".
 QString NomCommande(const Commande& commande);
 /// "Fichier" of `Menu::Fichier`; "Autres" for a command that stands in no menu.

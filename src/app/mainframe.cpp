@@ -109,6 +109,12 @@ void CMainFrame::FaitBarreOutils() {
     numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
 }
 
+QWidget* CMainFrame::BarreDe(unsigned numero) const {
+  if (numero == CmdBarreOutils) return m_outils;
+  if (numero == CmdBarreIcones) return m_icones;
+  return numero == CmdBarreEtat ? m_etat : nullptr;
+}
+
 void CMainFrame::PoseFabrique(u32 bit, std::function<Vue*(ContexteUi&)> fabrique) {
   m_fabriques[bit] = std::move(fabrique);
 }

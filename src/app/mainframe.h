@@ -63,7 +63,8 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void BasculeCalculatrice();
   bool CalculatriceOuverte() const;
   void FermeCalculatrice();
-  QToolBar& BarreOutils() { return *m_outils; }
+  /// That a command shows and hides; null for other commands.
+  QWidget* BarreDe(unsigned numero) const;
   CBarreIcones& BarreIcones() { return *m_icones; }
   /// Comes to the front, out of the task bar, with the form that is open in it.
   void VientDevant();

@@ -372,7 +372,7 @@ TEST_F(Outils, LiensDeLAideMenentQuelquePart) {
   static const QRegularExpression lien(u"href=\"([^\"#]*)#?([^\"]*)\""_s),
       balise(u"<(/?)([a-z0-9]+)[^>]*>"_s);
   std::set<QString> pages, cites = {u"index.html"_s};
-  for (const PageAide& page : PagesAide()) pages.insert(QString::fromLatin1(page.fichier) + u".html"_s);
+  for (const PageAide& page : PagesAide()) pages.insert(page.fichier);
   for (const QString& fichier : pages) {
     const QString page = LitPageAide(fichier);
     ASSERT_FALSE(page.isEmpty()) << fichier.toStdString();

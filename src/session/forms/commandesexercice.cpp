@@ -4,11 +4,9 @@
 #include "core/valeurs.h"
 #include "session/entretien.h"
 #include "session/exercices.h"
-#include "session/forms/dialogindex.h"
 #include "session/forms/dialognewexercice.h"
 #include "session/forms/dialogopenexercice.h"
 #include "session/forms/dialogpassword.h"
-#include "session/forms/sheetproperties.h"
 #include "session/textes.h"
 
 namespace fenlor {
@@ -71,14 +69,6 @@ void CommandeSupprimerExercice(ContexteUi& contexte) {
   const Refus refus = SupprimeExercice(contexte.App, [&] { contexte.Cadre.FermeToutes(); });
   contexte.App.Dit(refus);
   if (refus.numero != ErrExerciceRecent && refus.numero != ErrAucunExercice) contexte.Cadre.MontreExercice();
-}
-
-void CommandeProprietes(ContexteUi& contexte) {
-  CSheetProperties(contexte, contexte.Cadre.Cadre()).Execute();
-}
-
-void CommandeReconstruction(ContexteUi& contexte) {
-  CDialogIndex(contexte, contexte.Cadre.Cadre()).Execute();
 }
 
 void CommandeRecalcul(ContexteUi& contexte) {

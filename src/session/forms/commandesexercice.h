@@ -17,9 +17,7 @@ void CommandeOuvrirExercice(ContexteUi& contexte);
 void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom);
 void CommandeFermerExercice(ContexteUi& contexte);
 void CommandeSupprimerExercice(ContexteUi& contexte);
-void CommandeProprietes(ContexteUi& contexte);
 /// Maintenance: the document windows are closed meanwhile, and come back.
-void CommandeReconstruction(ContexteUi& contexte);
 void CommandeRecalcul(ContexteUi& contexte);
 void CommandeAjustementEuro(ContexteUi& contexte);
 

@@ -465,7 +465,7 @@ TEST_F(FormesExercices, Proprietes) {
       EXPECT_EQ(texte(f, "total"), total.replace(u'.', u','));
       Clique(Bouton(f, u"&Fermer"_s));
     });
-    CommandeProprietes(ui);
+    CSheetProperties(ui).Execute();
   }
   Magasin().ClosePlan(plan);
 }

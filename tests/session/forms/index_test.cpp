@@ -26,7 +26,7 @@ class FormeIndex : public UiDeTest {
     Robot robot;
     robot.Attend("DialogIndex", std::move(geste));
     ContexteUi ui = Ui();
-    CommandeReconstruction(ui);
+    CDialogIndex(ui).Execute();
   }
   static QListWidget& Liste(QDialog& f) { return Trouve<QListWidget>(f, "fichiers"); }
   /// "XXX...": one character a row, "X" checked.
