@@ -23,6 +23,40 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+struct ToucheClavier {
+  int cle;
+  Touche touche;
+};
+constexpr ToucheClavier clavier[] = {
+    {Qt::Key_Comma, Touche::Virgule},
+    {Qt::Key_Period, Touche::Virgule},
+    {Qt::Key_Plus, Touche::Plus},
+    {Qt::Key_Minus, Touche::Moins},
+    {Qt::Key_Asterisk, Touche::Fois},
+    {Qt::Key_multiply, Touche::Fois},
+    {Qt::Key_X, Touche::Fois},
+    {Qt::Key_Slash, Touche::Divise},
+    {Qt::Key_division, Touche::Divise},
+    {Qt::Key_Colon, Touche::Divise},
+    {Qt::Key_Percent, Touche::Pourcent},
+    {Qt::Key_Equal, Touche::Egal},
+    {Qt::Key_Enter, Touche::Egal},
+    {Qt::Key_Return, Touche::Egal},
+    {Qt::Key_Backspace, Touche::Efface},
+    {Qt::Key_Delete, Touche::CE},
+    {Qt::Key_N, Touche::Signe},
+    {Qt::Key_plusminus, Touche::Signe},
+    {Qt::Key_C, Touche::C},
+    {Qt::Key_F5, Touche::MPlus},
+    {Qt::Key_F6, Touche::MMoins},
+    {Qt::Key_F7, Touche::MR},
+    {Qt::Key_F8, Touche::MC},
+};
+
+}  // namespace
+
 CDialogCalculatrice::CDialogCalculatrice(ContexteUi& contexte, QWidget* parent)
     : QDialog(parent), m_contexte(contexte), m_separateur(contexte.App.Reglages.SeparateurDecimal()) {
   setObjectName(u"DialogCalculatrice"_s);
@@ -246,49 +280,13 @@ void CDialogCalculatrice::keyPressEvent(QKeyEvent* evenement) {
     return QDialog::keyPressEvent(evenement);
   const int cle = evenement->key();
   if (cle >= Qt::Key_0 && cle <= Qt::Key_9) return Appuie(static_cast<Touche>(cle - Qt::Key_0));
+  for (const ToucheClavier& t : clavier)
+    if (t.cle == cle) return Appuie(t.touche);
   switch (cle) {
-    case Qt::Key_Comma:
-    case Qt::Key_Period:
-      return Appuie(Touche::Virgule);
-    case Qt::Key_Plus:
-      return Appuie(Touche::Plus);
-    case Qt::Key_Minus:
-      return Appuie(Touche::Moins);
-    case Qt::Key_Asterisk:
-    case Qt::Key_multiply:
-    case Qt::Key_X:
-      return Appuie(Touche::Fois);
-    case Qt::Key_Slash:
-    case Qt::Key_division:
-    case Qt::Key_Colon:
-      return Appuie(Touche::Divise);
-    case Qt::Key_Percent:
-      return Appuie(Touche::Pourcent);
-    case Qt::Key_Equal:
-    case Qt::Key_Enter:
-    case Qt::Key_Return:
-      return Appuie(Touche::Egal);
-    case Qt::Key_Backspace:
-      return Appuie(Touche::Efface);
-    case Qt::Key_Delete:
-      return Appuie(Touche::CE);
-    case Qt::Key_N:
-    case Qt::Key_plusminus:
-      return Appuie(Touche::Signe);
-    case Qt::Key_C:
-      return Appuie(Touche::C);
     case Qt::Key_E:
       return Convertit(true);
     case Qt::Key_F:
       return Convertit(false);
-    case Qt::Key_F5:
-      return Appuie(Touche::MPlus);
-    case Qt::Key_F6:
-      return Appuie(Touche::MMoins);
-    case Qt::Key_F7:
-      return Appuie(Touche::MR);
-    case Qt::Key_F8:
-      return Appuie(Touche::MC);
     case Qt::Key_F9:
       return reject();
     case Qt::Key_F1:

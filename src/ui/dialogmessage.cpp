@@ -13,6 +13,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <map>
 #include <memory>
 
 #include "ui/images.h"
@@ -31,69 +32,60 @@ constexpr int largeurTexteLong = 84;
 constexpr int largeurTabulation = 7;
 constexpr int longueurTexteLong = 800;  ///< from here on the box is wider
 
-BoutonMessage Bouton(int reponse) {
-  switch (reponse) {
-    case RepOk:
-      return {u"&Ok"_s, reponse, "valider"};
-    case RepAnnuler:
-      return {u"A&nnuler"_s, reponse, "annuler"};
-    case RepAbandonner:
-      return {u"&Abandonner"_s, reponse, ""};
-    case RepReessayer:
-      return {u"&Reéssayer"_s, reponse, ""};
-    case RepIgnorer:
-      return {u"&Ignorer"_s, reponse, ""};
-    case RepOui:
-      return {u"&Oui"_s, reponse, "valider"};
-    case RepTous:
-      return {u"&Tous"_s, reponse, ""};
-    default:
-      return {u"&Non"_s, reponse, ""};
-  }
-}
+struct LigneBouton {
+  int reponse;
+  const char16_t* texte;
+  const char* image = "";
+};
+constexpr LigneBouton lignesBoutons[] = {
+    {RepOk, u"&Ok", "valider"},
+    {RepAnnuler, u"A&nnuler", "annuler"},
+    {RepAbandonner, u"&Abandonner"},
+    {RepReessayer, u"&Reéssayer"},
+    {RepIgnorer, u"&Ignorer"},
+    {RepOui, u"&Oui", "valider"},
+    {RepTous, u"&Tous"},
+    {RepNon, u"&Non"},
+};
 
 std::vector<int> Reponses(unsigned style) {
-  switch (style & masqueBoutons) {
-    case BoutonsOkAnnuler:
-      return {RepOk, RepAnnuler};
-    case BoutonsReessayerAbandonnerIgnorer:
-      return {RepReessayer, RepAbandonner, RepIgnorer};
-    case BoutonsNonOuiAnnuler:
-      return {RepNon, RepOui, RepAnnuler};
-    case BoutonsOuiNon:
-      return {RepOui, RepNon};
-    case BoutonsReessayerAnnuler:
-      return {RepReessayer, RepAnnuler};
-    case BoutonsSerie:
-      return {RepOui, RepNon, RepTous, RepAnnuler};
-    default:
-      return {RepOk};
-  }
+  static const std::map<unsigned, std::vector<int>> reponses = {
+      {BoutonsOkAnnuler, {RepOk, RepAnnuler}},
+      {BoutonsReessayerAbandonnerIgnorer, {RepReessayer, RepAbandonner, RepIgnorer}},
+      {BoutonsNonOuiAnnuler, {RepNon, RepOui, RepAnnuler}},
+      {BoutonsOuiNon, {RepOui, RepNon}},
+      {BoutonsReessayerAnnuler, {RepReessayer, RepAnnuler}},
+      {BoutonsSerie, {RepOui, RepNon, RepTous, RepAnnuler}},
+  };
+  const auto ligne = reponses.find(style & masqueBoutons);
+  return ligne == reponses.end() ? std::vector<int>{RepOk} : ligne->second;
 }
 
 QIcon Icone(unsigned style, const QStyle& apparence) {
-  const auto choisit = [&](const char* nom, QStyle::StandardPixmap secours) {
-    return ImageExiste(nom) ? Image(nom) : apparence.standardIcon(secours);
+  struct LigneIcone {
+    unsigned style;
+    const char* nom;
+    QStyle::StandardPixmap secours;
   };
-  switch (style & masqueIcone) {
-    case IconeStop:
-      return choisit("stop", QStyle::SP_MessageBoxCritical);
-    case IconeQuestion:
-      return choisit("question", QStyle::SP_MessageBoxQuestion);
-    case IconeAttention:
-      return choisit("attention", QStyle::SP_MessageBoxWarning);
-    case IconeInformation:
-      return choisit("information", QStyle::SP_MessageBoxInformation);
-    default:
-      return {};
-  }
+  static constexpr LigneIcone icones[] = {
+      {IconeStop, "stop", QStyle::SP_MessageBoxCritical},
+      {IconeQuestion, "question", QStyle::SP_MessageBoxQuestion},
+      {IconeAttention, "attention", QStyle::SP_MessageBoxWarning},
+      {IconeInformation, "information", QStyle::SP_MessageBoxInformation}};
+  for (const LigneIcone& icone : icones)
+    if ((style & masqueIcone) == icone.style)
+      return ImageExiste(icone.nom) ? Image(icone.nom) : apparence.standardIcon(icone.secours);
+  return {};
 }
 
 }  // namespace
 
 std::vector<BoutonMessage> BoutonsDe(unsigned style) {
   std::vector<BoutonMessage> boutons;
-  for (const int reponse : Reponses(style)) boutons.push_back(Bouton(reponse));
+  for (const int reponse : Reponses(style))
+    for (const LigneBouton& ligne : lignesBoutons)
+      if (ligne.reponse == reponse)
+        boutons.push_back({QString::fromUtf16(ligne.texte), reponse, ligne.image});
   // Four letters for four buttons: "&Non" has the one of "A&nnuler".
   if ((style & masqueBoutons) == BoutonsSerie) boutons.back().texte = u"&Annuler"_s;
   return boutons;
