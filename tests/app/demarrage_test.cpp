@@ -69,7 +69,7 @@ class DemarrageTest : public ::testing::Test {
   }
   void EcritReglage(const std::string& section, const std::string& cle, const std::string& valeur) const {
     SystemePosix systeme;
-    ASSERT_TRUE(Profil(systeme, Cabinet() + "/fenlor.ini").Ecrit(section, cle, valeur));
+    ASSERT_TRUE(Profil(systeme, Cabinet() + "/fenlor.ini", true).Ecrit(section, cle, valeur));
   }
   /// A box whose text holds `extrait`, answered with the button of that text.
   static std::function<void(QDialog&)> Boite(const char* extrait, const QString& bouton) {
