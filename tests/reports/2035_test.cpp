@@ -14,6 +14,7 @@
 #include "reports/etat2035.h"
 #include "reports/petitlivre.h"
 #include "reports/textes.h"
+#include "session/demo.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -319,6 +320,62 @@ TEST_F(Declaration, SansRien) {
   ASSERT_TRUE(etat.OnNewDocument());
   EXPECT_TRUE(LignesImprimees(etat).empty());
   VerifiePages(etat, "2035");
+}
+
+// -- The whole practice
+
+class DemoDeclaree : public Avec2035<test::CabinetDeTest> {
+ protected:
+  /// Receipts less expenses, from the lines of the journal.
+  f64 Solde() {
+    std::map<std::string, i16> types;
+    CPlan plan(App(), App().PathExercice);
+    CLines lignes(App(), App().PathExercice);
+    EXPECT_TRUE(plan.OpenFile() && lignes.OpenFile());
+    for (bool b = plan.First(0); b; b = plan.Next(0)) types[LitTexte(plan.Rec->Compte)] = plan.Rec->Type;
+    f64 solde = 0;
+    EXPECT_TRUE(Magasin().QVParcours(lignes.NumFichier, [&](Position, const void* rec) {
+      const Line& l = *static_cast<const Line*>(rec);
+      const i16 type = types.at(LitTexte(l.Compte));
+      const f64 montant = App().Reglages.IsEuro() ? l.MontantEuro : l.MontantFranc;
+      if (type == Recette || type == Depense) solde += l.Sens ? montant : -montant;
+      return true;
+    }));
+    return solde;
+  }
+  test::DemandeurScript Demandeur;
+};
+
+TEST_F(DemoDeclaree, LeResultatEstCeluiDesLivres) {
+  ASSERT_FALSE(RemplitDemo(App(), [](const ResumeDemo&) {}));
+  Immobilise(1, FaitDate(15, 3, 2001), 10000);
+  Immobilise(2, FaitDate(1, 7, 2003), 2500);
+  // 2001 in Franc: 286 days of 360, of a fifth; then a year, and half a year of the second one.
+  const std::pair<const char*, f64> annees[] = {
+      {"2001", 10000 * Taux / 5 * 286 / 360}, {"2002", 2000}, {"2003", 2000 + 250}};
+  for (const auto& [annee, dotation] : annees) {
+    SCOPED_TRACE(annee);
+    ASSERT_TRUE(OuvreExercice(annee));
+    const bool euro = App().Reglages.IsEuro();
+    Rubriques2035 rubriques = Rubriques();
+    const auto valeur = [&](const char* code) {
+      return euro ? rubriques.ValeurRubriqueEuro(code) : rubriques.ValeurRubriqueFranc(code);
+    };
+    const f64 resultat = std::max(0.0, valeur("46")) - std::max(0.0, valeur("47"));
+    const f64 livres = Solde() - dotation;
+    std::printf("%s: %.2f in the books, %.0f on the statement\n", annee, livres, resultat);
+    // Each of the 33 headings that are added up is rounded by half a unit at most.
+    EXPECT_NEAR(resultat, livres, 33 * 0.5);
+    EXPECT_GT(std::abs(resultat), 10000);
+    CEtat2035Doc etat(App(), Demandeur);
+    ASSERT_TRUE(etat.OnNewDocument());
+    const std::vector<LigneLue> lignes = LignesImprimees(etat);
+    const auto benefice =
+        std::find_if(lignes.begin(), lignes.end(), [](const auto& l) { return l.label == "46"; });
+    ASSERT_NE(benefice, lignes.end());
+    EXPECT_EQ(benefice->premier, FormatMontant(resultat, 0) + (euro ? " €" : ""));
+    test::PetitLivre::VerifiePages(etat, annee);
+  }
 }
 
 }  // namespace

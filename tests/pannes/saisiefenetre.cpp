@@ -1,0 +1,125 @@
+// saisiefenetre CABINET FIRST
+// Types receipts into the form of the journal window, key by key, offscreen, until it is killed. Each
+// entry that the form has cleared itself for is told on a line of its own, `{"mouvement":..}`. Labels
+// are "Piece N", N from FIRST on.
+#include <unistd.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "journal/forms/dialogecriture.h"
+#include "journal/forms/ecritureview.h"
+#include "ui/dialogueqt.h"
+
+namespace fenlor {
+
+namespace {
+
+[[noreturn]] void Abandonne(const std::string& texte) {
+  std::fprintf(stderr, "saisiefenetre: %s\n", texte.c_str());
+  std::exit(3);
+}
+
+class DialogueMuet : public DialogueQt {
+ public:
+  void Erreur(unsigned, const std::string& texte) override { Abandonne(texte); }
+  int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
+};
+
+class Bureau : public Fenetres {
+ public:
+  void FermeToutes() override {}
+  void Sauve() override {}
+  void Restaure() override {}
+  void MontreExercice() override {}
+  void Aide(const QString&) override {}
+  bool Touche(const QKeySequence&) override { return false; }
+  QWidget* Cadre() override { return nullptr; }
+};
+
+void Touche(Qt::Key touche) {
+  if (QWidget* champ = QApplication::focusWidget()) QTest::keyClick(champ, touche);
+}
+
+void Frappe(const std::string& texte) {
+  for (const char c : texte) QTest::keyClick(QApplication::focusWidget(), c);
+}
+
+void TabVers(const char* nom) {
+  for (int i = 0; i < 30; ++i) {
+    if (QApplication::focusWidget() && QApplication::focusWidget()->objectName() == QLatin1String(nom))
+      return;
+    Touche(Qt::Key_Tab);
+  }
+  Abandonne(std::string("no field ") + nom);
+}
+
+int Tape(const std::string& cabinet, unsigned premiere) {
+  QVAPI magasin;
+  DialogueMuet dialogue;
+  CFenlorApp app(magasin, dialogue);
+  if (!magasin.QVOpenSession(1) || !magasin.QVOpenCompta(cabinet, {}) || !magasin.QVOpenExercice("2003"))
+    Abandonne(magasin.QVErreurTexte(magasin.QVFileErrorCode()));
+  app.PathCabinet = cabinet;
+  app.NomExercice = magasin.NomExercice();
+  app.PathExercice = magasin.PathExercice();
+  app.ExerciceOuvert = 1;
+  Bureau bureau;
+  Preferences dessin;
+  ContexteUi ui{app, bureau, dessin};
+  ChargePreferences(dessin, app, QApplication::palette());
+
+  CEcritureView vue(ui, JournalRecettes);
+  vue.resize(900, 500);
+  vue.Charge();
+  vue.show();
+  const std::vector<CompteOffert> comptes = ComptesParCode(app, Recette);
+  const std::vector<CompteOffert> tresorerie = ComptesParCode(app, Tresorerie);
+  if (comptes.empty() || tresorerie.empty()) Abandonne("no accounts");
+  OuvertureEcriture ouverture;
+  ouverture.date = FaitDate(15, 3, 2003);
+  ouverture.tresorerie = tresorerie.front().compte;
+  ouverture.proprietaire = &vue;
+  CDialogEcriture forme(ui, ouverture);
+  forme.setModal(false);
+  forme.show();
+  forme.activateWindow();
+  QApplication::processEvents();
+
+  for (unsigned n = premiere;; ++n) {
+    const u32 avant = forme.Derniere();
+    const std::string libelle = "Piece " + std::to_string(n);
+    const std::string ttc = std::to_string(10 + n % 500) + ",25";
+    TabVers("code");
+    Frappe(comptes.front().code);
+    TabVers("libelle");
+    Frappe(libelle);
+    TabVers("ttc");
+    Frappe(ttc);
+    TabVers("ok");
+    Touche(Qt::Key_Enter);
+    if (forme.Derniere() == avant || !forme.findChild<QLineEdit*>(QStringLiteral("ttc"))->text().isEmpty())
+      Abandonne("the form has not cleared itself");
+    const std::string ligne = "{\"mouvement\":" + std::to_string(forme.Derniere()) + ",\"libelle\":\"" +
+                              libelle + "\",\"ttc\":" + std::to_string(10 + n % 500) + ".25}\n";
+    if (write(STDOUT_FILENO, ligne.data(), ligne.size()) < 0) return 0;
+  }
+}
+
+}  // namespace
+
+}  // namespace fenlor
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  const QStringList arguments = QApplication::arguments();
+  if (arguments.size() != 3) return 2;
+  return fenlor::Tape(arguments[1].toStdString(), arguments[2].toUInt());
+}
