@@ -1,7 +1,5 @@
 #include "master/forms/dialogrubrique.h"
 
-#include <QCoreApplication>
-#include <QKeyEvent>
 #include <algorithm>
 
 #include "core/valeurs.h"
@@ -56,10 +54,12 @@ CDialogRubrique::CDialogRubrique(ContexteUi& contexte, FichesView* vue, Position
   m_montant.setAccessibleName(u"Montant"_s);
   for (QRadioButton* bouton : {&m_recette, &m_depense, &m_resultat, &m_taxe}) m_types.addButton(bouton);
   for (QRadioButton* bouton : {&m_automatique, &m_manuel}) {
-    bouton->installEventFilter(this);
     bouton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     bouton->setMinimumWidth(std::max(m_automatique.sizeHint().width(), m_manuel.sizeHint().width()));
-    connect(bouton, &QRadioButton::clicked, this, [this] { ChoisitCalcul(m_manuel.isChecked()); });
+    // Later: an arrow key gives the focus to the button it has chosen, and the amount is left only then.
+    connect(
+        bouton, &QRadioButton::clicked, this, [this] { ChoisitCalcul(m_manuel.isChecked()); },
+        Qt::QueuedConnection);
   }
   Ouvre();
 }
@@ -103,23 +103,10 @@ void CDialogRubrique::LitCalcul() {
 }
 
 void CDialogRubrique::ChoisitCalcul(bool manuel) {
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // the amount was left during the click
   if (!manuel && m_montant.Refus() != 0) return m_manuel.setChecked(true);
   LitCalcul();
   MontreCalcul();
-  // The arrows walk from one choice to the other: the next one goes back.
-  if (!m_fleche) CZNDialog::Focalise(manuel ? static_cast<QWidget&>(m_montant) : m_formule);
-}
-
-bool CDialogRubrique::eventFilter(QObject* objet, QEvent* evenement) {
-  if (evenement->type() == QEvent::MouseButtonPress || evenement->type() == QEvent::Shortcut)
-    m_fleche = false;
-  if (evenement->type() == QEvent::KeyPress) {
-    const int touche = static_cast<QKeyEvent*>(evenement)->key();
-    m_fleche =
-        touche == Qt::Key_Up || touche == Qt::Key_Down || touche == Qt::Key_Left || touche == Qt::Key_Right;
-  }
-  return CZNDialog::eventFilter(objet, evenement);
+  CZNDialog::Focalise(manuel ? static_cast<QWidget&>(m_montant) : m_formule);
 }
 
 void CDialogRubrique::QuitteCode() {

@@ -23,7 +23,6 @@ class CDialogRubrique : public FormulaireFiche<FicheRubrique> {
   bool Lit(Position position, FicheRubrique& fiche) override;
   FicheRubrique Nouvelle() override;
   Refus Sauve(FicheRubrique& fiche) override { return EnregistreRubrique(App(), fiche); }
-  bool eventFilter(QObject* objet, QEvent* evenement) override;
 
  private:
   void MontreComptes();
@@ -34,7 +33,6 @@ class CDialogRubrique : public FormulaireFiche<FicheRubrique> {
   void LitCalcul();
   void ChoisitCalcul(bool manuel);
   void QuitteCode();
-  bool m_fleche = false;  ///< the last key on "Automatique :" or "Manuel :" was an arrow
   EditeurTexte m_code, m_designation, m_ligne, m_formule;
   QRadioButton m_recette, m_depense, m_resultat, m_taxe, m_automatique, m_manuel;
   QButtonGroup m_types;
