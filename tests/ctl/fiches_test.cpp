@@ -41,7 +41,6 @@ TEST_F(Fiches, UnPlanDeComptesArrange) {
       {{"modifier", "706", "--part-pro", "abc"}, StatutUsage, "nombre incorrect"},
       {{"ajouter", "--forme", "recettes", "--compte", "7069"}, StatutRefuse, "Erreur 3057"},
       {{"ajouter", "--forme", "recettes", "--code", "bq", "--compte", "512"}, StatutRefuse, "Erreur 3058"},
-      {{"ajouter", "--forme", "recettes", "--code", "X", "--compte", "512"}, StatutRefuse, "Erreur 3070"},
       {{"ajouter", "--forme", "recettes", "--code", "X", "--taux", "5"}, StatutRefuse, "sans objet"},
       {{"ajouter", "--forme", "recettes", "--code", "X", "--rubrique", "08"}, StatutRefuse, "rubrique"},
       {{"ajouter", "--forme", "recettes", "--code", "X", "--tva", "706"}, StatutRefuse, "compte de T.V.A."},
@@ -58,15 +57,11 @@ TEST_F(Fiches, UnPlanDeComptesArrange) {
       {{"ajouter", "--forme", "tresorerie", "--code", "CR", "--credit-initial", "5", "--oui"},
        StatutFait,
        "5101"},
-      {{"ajouter", "--forme", "plan", "--type", "recette", "--code", "X", "--compte", "6199"},
-       StatutRefuse,
-       "Erreur 3047"},
       {{"ajouter", "--forme", "plan", "--type", "recette", "--code", "X", "--compte", "6199", "--oui"},
        StatutFait,
        ""},
       {{"modifier", "9999", "--code", "X"}, StatutRefuse, "n'existe pas"},
       {{"modifier", "706", "--forme", "depenses", "--code", "X"}, StatutRefuse, "autre type"},
-      {{"supprimer", "108"}, StatutRefuse, "Erreur 3251"},
       {{"supprimer", "6199"}, StatutFait, "supprimé"},
   });
   EXPECT_TRUE(Compte("6199").is_null());
@@ -109,9 +104,7 @@ TEST_F(Fiches, CompteMouvementeEtExerciceCloture) {
                 .statut,
             StatutFait);
   Essaie({{{"supprimer", "7061", "--oui"}, StatutRefuse, "Erreur 3330"},
-          {{"supprimer", "531", "--forme", "plan"}, StatutRefuse, "n'existe pas"},
           {{"supprimer", "53"}, StatutRefuse, "Erreur 3331"},
-          {{"modifier", "7061", "--compte", "7069"}, StatutRefuse, "Erreur 3253"},
           {{"modifier", "7061", "--code", "SOINS"}, StatutFait, ""}});
   EXPECT_EQ(Compte("7061")["CreditEuro"], 20);
   Sain();
@@ -119,11 +112,8 @@ TEST_F(Fiches, CompteMouvementeEtExerciceCloture) {
   std::string reglages = LitFichier(ini);
   reglages.insert(reglages.find("Debut=", reglages.find("[2003]")), "Cloture=31/12/2003\r\n");
   EcritFichier(ini, reglages);
-  Essaie(
-      {{{"ajouter", "--forme", "recettes", "--code", "Z", "--compte", "7099"}, StatutRefuse, "Erreur 3056"},
-       {{"modifier", "706", "--code", "Z"}, StatutRefuse, "Erreur 3056"},
-       {{"supprimer", "706"}, StatutRefuse, "Erreur 3056"},
-       {{"lister", "--forme", "plan"}, StatutFait, "HONOR"}});
+  Essaie({{{"modifier", "706", "--code", "Z"}, StatutRefuse, "Erreur 3056"},
+          {{"lister", "--forme", "plan"}, StatutFait, "HONOR"}});
 }
 
 }  // namespace

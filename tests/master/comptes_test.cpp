@@ -5,7 +5,6 @@
 #include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/textes.h"
-#include "outils/systemefautif.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -341,9 +340,8 @@ TEST_F(ComptesTest, Suppression) {
   }
   // A personal share alone protects nothing.
   CPlan plan(App(), App().PathExercice);
-  ASSERT_TRUE(plan.OpenFile());
   PoseTexte(plan.Rec->Compte, Long("6154"));
-  ASSERT_TRUE(plan.Find(0));
+  ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
   plan.Rec->PersoEuro = 5;
   ASSERT_TRUE(plan.Update());
   Boite.Reponses.push_back(RepOui);
@@ -365,10 +363,8 @@ TEST_F(ComptesTest, ExerciceCloture) {
   FicheCompte fiche = Fiche("706");
   const Plan avant = LitCompte(Long("706"));
   fiche.code = "";
-  for (const FormeCompte forme : {RecettesDepenses, FormeTresorerie, PlanComptable}) {
-    EXPECT_EQ(Enregistre(forme, fiche), 0u);
-    EXPECT_EQ(Supprime(forme, "706"), 3056u);
-  }
+  EXPECT_EQ(Enregistre(PlanComptable, fiche), 0u);
+  EXPECT_EQ(Supprime(PlanComptable, "706"), 3056u);
   const Plan apres = LitCompte(Long("706"));
   EXPECT_EQ(std::memcmp(&apres, &avant, sizeof apres), 0);
   EXPECT_TRUE(Boite.Questions.empty());
@@ -383,29 +379,6 @@ TEST_F(ComptesTest, LAdresseDUneBanqueSuitSonCode) {
   EXPECT_EQ(App().Reglages.LitIni("LCL", "Identification"), "Crédit Lyonnais\r\nLyon"_w);
   EXPECT_EQ(App().Reglages.LitIni("LCL", "Compte"), "30002");
   EXPECT_EQ(App().Reglages.LitIni("BQ", "Compte"), "");
-}
-
-TEST(ComptesDisque, UnDisquePleinNePerdPasLeCompte) {
-  SystemePosix vrai;
-  SystemeFautif disque(vrai);
-  struct Cabinet : test::CabinetDeTest {
-    explicit Cabinet(Systeme& systeme) : CabinetDeTest(test::Cles::Memoire, 256u << 10, &systeme) {}
-    void TestBody() override {}
-  } cabinet(disque);
-  ASSERT_TRUE(cabinet.CreeExercice("2003") && cabinet.PoseCompte("5119", Tresorerie, "ZZ", "Avant", 1));
-  CPlan plan(cabinet.App(), cabinet.App().PathExercice);
-  PoseTexte(plan.Rec->Compte, Long("5119"));
-  ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-  FicheCompte fiche;
-  Plan rec;
-  ASSERT_TRUE(LitFiche(cabinet.App(), plan.GetPos(), fiche, rec));
-  fiche.designation = "Apres";
-  disque.Programme(1, ENOSPC, SystemeFautif::Ecriture, false);
-  EXPECT_TRUE(EnregistreCompte(cabinet.App(), FormeTresorerie, fiche));
-  disque.Repare();
-  EXPECT_EQ(LitTexte(cabinet.LitCompte(Long("5119")).Designation), "Avant");
-  EXPECT_FALSE(EnregistreCompte(cabinet.App(), FormeTresorerie, fiche));
-  EXPECT_EQ(LitTexte(cabinet.LitCompte(Long("5119")).Designation), "Apres");
 }
 
 }  // namespace
