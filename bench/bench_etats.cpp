@@ -82,7 +82,7 @@ class Livre {
     m_app.AfficherDouble = deux;
     CEtatGrandLivreDoc etat(m_app, m_demandeur);
     m_dialogue.Pas = 0;
-    if (!etat.OnNewDocument()) Echec("no report");
+    if (etat.OnNewDocument()) Echec("no report");
     return etat.TailleTexte();
   }
   u64 Rangees() const { return m_dialogue.Pas; }

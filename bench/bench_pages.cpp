@@ -114,14 +114,14 @@ void Pagination(QVAPI& magasin, u32 records, Tableau& tableau) {
 
 void Ecriture(CFenlorApp& app, unsigned lignes, Tableau& tableau) {
   EtatLivre doc(app, lignes);
-  if (!doc.OnNewDocument()) Echec("no report");
+  if (doc.OnNewDocument()) Echec("no report");
   std::vector<char> index(std::size_t{doc.NombreBlocs() + 1} * sizeof(BlocEtat), 'x');
   std::vector<char> texte(doc.TailleTexte(), 'x');
   const Paires p = MesurePaires(
       paires,
       [&] {
         EtatLivre autre(app, lignes);
-        if (!autre.OnNewDocument()) Echec("no report");
+        if (autre.OnNewDocument()) Echec("no report");
       },
       [&] {
         const Fichier a, b;
@@ -173,7 +173,7 @@ int Mesure(u32 records, unsigned lignes) {
     const long petit = Resident();
     {
       EtatLivre grand(app, lignes);
-      if (!grand.OnNewDocument()) Echec("no report");
+      if (grand.OnNewDocument()) Echec("no report");
     }
     const long grand = Resident();
     Ecriture(app, lignes, tableau);

@@ -69,7 +69,7 @@ int Principal(unsigned lignes, unsigned tours) {
     std::filesystem::create_directories(app.PathCabinet);
     if (!magasin.QVOpenSession(1) || !magasin.QVOpenCompta(app.PathCabinet, {})) Echec("no practice");
     EtatLivre etat(app, lignes);
-    if (!etat.OnNewDocument()) Echec("no report");
+    if (etat.OnNewDocument()) Echec("no report");
     const Dessin dessin = Enregistre(etat);
     const std::string chemin = dossier + "/etat.pdf";
     std::vector<double> nous, nus, rapports;

@@ -10,6 +10,7 @@
 #include "ctl/optionscommunes.h"
 #include "ctl/sortieetat.h"
 #include "ctl/textes.h"
+#include "pages/textes.h"
 #include "reports/catalogue.h"
 #include "reports/etatjournal.h"
 #include "store/ouverture.h"
@@ -147,12 +148,12 @@ int Execute(Contexte& contexte, const OptionsEtat& options) {
     return StatutRefuse;
 
   contexte.Oublie();
-  const bool fait = etat->OnNewDocument();
+  const Refus refus = etat->OnNewDocument();
   contexte.Avertit(contexte.Dialogue.Information());
-  if (!fait && contexte.Dialogue.Numero() != 0) return contexte.RefuseMagasin();
+  if (refus && refus.numero != ErrEtatAbsent) return contexte.Refuse(refus);
   if (const std::string faute = demandeur.Faute(); !options.Journal() && !faute.empty())
     return contexte.RefuseUsage(NePasAvec(faute, options.nom));
-  if (fait) return Donne(contexte, options, *etat) ? StatutFait : StatutRefuse;
+  if (!refus) return Donne(contexte, options, *etat) ? StatutFait : StatutRefuse;
   if (demandeur.Refuse()) return StatutRefuse;
   return contexte.Refuse(ErrEtatAbsent, {options.nom});
 }

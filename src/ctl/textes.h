@@ -18,8 +18,6 @@ inline constexpr TexteFixe ErrChampManquant{3204, "Le champ \"%s\" est obligatoi
 inline constexpr TexteFixe ErrExerciceInconnu{3208, "L'exercice %s n'existe pas."};
 /// this fenlorctl writes no PDF
 inline constexpr TexteFixe ErrSansPdf{3270, "Ce fenlorctl est construit sans PDF."};
-/// nothing to show: name of the report
-inline constexpr TexteFixe ErrEtatAbsent{3271, "L'état %s n'a pas pu être construit."};
 // clang-format on
 
 }  // namespace fenlor

@@ -31,21 +31,26 @@ std::string_view Octets(const BlocEtat* blocs, std::size_t nombre) {
 
 }  // namespace
 
-bool CEtatDoc::OnNewDocument() {
-  if (!Cree()) {
-    m_texte.Ferme();
-    m_index.Ferme();
-    return App.ReportErreur(ErrFichierTemporaire);
-  }
-  BuildEtat();
+Refus CEtatDoc::OnNewDocument() {
+  if (Cree())
+    BuildEtat();
+  else
+    Abandonne(Refus(ErrFichierTemporaire));
   for (FichierTampon* fichier : {&m_texte, &m_index})
     if (EnCours() && !fichier->Vide()) EchoueSur(*fichier);
-  if (EnCours()) return true;
-  if (!m_echec.empty()) App.Boite.Erreur(ErrEtatEcriture, TexteFormat(ErrEtatEcriture, {m_echec}));
-  m_texte.Ferme();
-  m_index.Ferme();
-  return false;
+  if (!EnCours()) {
+    m_texte.Ferme();
+    m_index.Ferme();
+  }
+  return m_refus;
 }
+
+void CEtatDoc::Abandonne(const Refus& refus) {
+  assert(refus);
+  if (EnCours()) m_refus = refus;
+}
+
+void CEtatDoc::Abandonne() { Abandonne(Refus::DejaDit(ErrEtatAbsent, "", {m_titre})); }
 
 bool CEtatDoc::Cree() {
   const bool faits = m_texte.Cree() && m_index.Cree();
@@ -55,8 +60,7 @@ bool CEtatDoc::Cree() {
   m_titre.clear();
   m_entete.clear();
   m_pied.clear();
-  m_echec.clear();
-  m_abandonne = false;
+  m_refus = {};
   m_paysage = false;
   m_impressions = 0;
   m_finImpression = 0;
@@ -107,9 +111,7 @@ void CEtatDoc::EcritEtat(std::string_view texte) {
   assert(m_index.Taille() == u64{m_nbBlocs} * sizeof(BlocEtat));
 }
 
-void CEtatDoc::Echoue(std::string raison) {
-  if (m_echec.empty()) m_echec = std::move(raison);
-}
+void CEtatDoc::Echoue(const std::string& raison) { Abandonne(Refus(ErrEtatEcriture, "", {raison})); }
 
 void CEtatDoc::EchoueSur(const FichierTampon& fichier) {
   Echoue(fichier.Echec().empty() ? TexteErreurSysteme(EBADF) : fichier.Echec());

@@ -11,8 +11,8 @@
 //     }
 //   };
 //
-// A report is a stream: its first failure stays, what is written from then on goes nowhere, and
-// `OnNewDocument` asks once, at the end.
+// A report is a stream: its first refusal stays, what is written from then on goes nowhere, and
+// `OnNewDocument` returns it at the end.
 //
 // The length of a report is limited by the disk and by 4 gigabytes of text; nothing of
 // it is held in memory. One thread.
@@ -42,15 +42,16 @@ class CEtatDoc : public LecteurBlocs {
   CEtatDoc& operator=(const CEtatDoc&) = delete;
 
   /// Builds the report anew: makes the two files, clears everything, calls `BuildEtat`.
-  /// False when there is none to show: it was given up; or the files could not be
-  /// made (error 3109) or written to their end (ErrEtatEcriture), which has been told
-  /// to `CFenlorApp::Boite` then. A report that lacks a line is never shown.
-  bool OnNewDocument();
+  /// Refused when there is none to show: by what it was given up for; or the files could not be
+  /// made (3109) or written to their end (ErrEtatEcriture). A report that lacks a line is never shown.
+  Refus OnNewDocument();
 
-  /// No failure and not given up: what a long walk asks before it goes on.
-  bool EnCours() const { return !m_abandonne && m_echec.empty(); }
-  /// There will be no report: nobody wants it, or what it tells cannot be had. The caller tells why.
-  void Abandonne() { m_abandonne = true; }
+  /// Not given up: what a long walk asks before it goes on.
+  bool EnCours() const { return !m_refus; }
+  /// There will be no report, for what it tells cannot be had. The first refusal stays.
+  void Abandonne(const Refus& refus);
+  /// The user does not want it: ErrEtatAbsent, which he knows.
+  void Abandonne();
 
   // What pagination and drawing read.
   u32 NombreBlocs() const { return m_nbBlocs - (m_nbBlocs > 0); }
@@ -98,7 +99,7 @@ class CEtatDoc : public LecteurBlocs {
   /// The same with a text that is complete.
   void EcritEtat(std::string_view texte);
   /// A file of the report could not be written, for this reason: ErrEtatEcriture at the end.
-  void Echoue(std::string raison);
+  void Echoue(const std::string& raison);
 
   CFenlorApp& App;
 
@@ -117,8 +118,7 @@ class CEtatDoc : public LecteurBlocs {
   std::string m_entete;
   std::string m_pied;
   bool m_paysage = false;
-  std::string m_echec;  ///< why the text could not be written; empty: it could
-  bool m_abandonne = false;
+  Refus m_refus;  ///< why there is no report
   u32 m_impressions = 0;
   u64 m_finImpression = 0;
 };

@@ -9,6 +9,8 @@ namespace fenlor {
 
 // Errors
 inline constexpr TexteFixe ErrFichierTemporaire{3109, "Création du fichier temporaire impossible."};
+/// nothing to show: name of the report
+inline constexpr TexteFixe ErrEtatAbsent{3271, "L'état %s n'a pas pu être construit."};
 
 // Report engine
 /// markup of a page's title: name, company

@@ -53,7 +53,7 @@ void CEtat2035Doc::BuildEtat() {
   PoseTitre(TexteFormat(TitreEtat2035, {App.NomExercice}));
   SetEtatPied(PiedListe);
   Rubriques2035 rubriques(App);
-  if (!rubriques.Lit()) return Abandonne();
+  if (const Refus refus = rubriques.Lit()) return Abandonne(refus);
   AvertitBoucles(rubriques);
 
   Travail travail(*this, AvancementEtat2035, NombreImmobilisations(App) + rubriques.Nombre());
@@ -99,7 +99,7 @@ std::vector<CEtat2035Doc::LigneFiscale> CEtat2035Doc::LitLignes(Bloc bloc) {
   const Bornes bornes = LitBornes(App, bloc);
   CRubriques fichier(App, App.PathExercice);
   if (!fichier.OpenFile()) {
-    Abandonne();
+    Abandonne(EchecFichier());
     return lignes;
   }
   ParcourtFichier<Rubrique>(App, *this, fichier, CleLigne, MakeRubriquesKey4(bornes.premier, {}), {},

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/erreurs.h"
+#include "core/fiche.h"
 #include "core/textes.h"
 #include "reports/textes.h"
 #include "store/dates.h"
@@ -82,7 +83,8 @@ void CEtatDetailDoc::BuildEtat() {
   SetEtatEntete(EnteteEtatDetail[(AfficheDouble() ? 2u : AnneeEuro() ? 1u : 0u)]);
   SetEtatPied(PiedEtatDetail);
   CLines lignes(App, {});
-  if (App.PathExercice.empty() ? !App.ReportErreur(ErrAucunExercice) : !lignes.OpenFile()) return Abandonne();
+  if (App.PathExercice.empty()) return Abandonne(Refus(ErrAucunExercice));
+  if (!lignes.OpenFile()) return Abandonne(EchecFichier());
   FichesComptes fiches(App);
   const u32 nombre = App.Magasin.QVNumberOfKey(lignes.NumCle);
   Travail travail(*this, AvancementEtatDetail, nombre);
@@ -123,7 +125,7 @@ void CEtatDetailDoc::Section::Parcourt(CLines& lignes) {
     lot.clear();
     if (!magasin.QVParcoursCle(lignes.NumCle, debut, {}, retient)) {
       lignes.Erreur(0, MessageLecture);
-      return m_etat.Abandonne();
+      return m_etat.Abandonne(EchecFichier());
     }
     for (const Line& ligne : lot)
       if (!Traite(ligne)) return;

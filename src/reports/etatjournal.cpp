@@ -35,7 +35,8 @@ void CEtatJournalDoc::BuildEtat() {
   DemandeListe demande = m_demande;
   demande.filtre = m_filtre;
   MoisJournal mois;
-  if (!EnCours() || !App.Dit(ListeMois(App, demande, mois))) return Abandonne();
+  if (!EnCours()) return;
+  if (const Refus refus = ListeMois(App, demande, mois)) return Abandonne(refus);
   Travail travail(*this, AvancementEtatJournal, static_cast<u32>(mois.entrees.size()));
   EcritMois();
   EcritEtat("\\H");

@@ -49,7 +49,7 @@ bool CEtatListe::Debute(const TextesListe& textes) {
   PoseTitre(Texte(textes.titre));
   SetEtatEntete(textes.entete);
   SetEtatPied(textes.pied);
-  if (App.PathExercice.empty() && !App.ReportErreur(ErrAucunExercice)) Abandonne();
+  if (App.PathExercice.empty()) Abandonne(Refus(ErrAucunExercice));
   return EnCours();
 }
 
@@ -111,7 +111,7 @@ void CEtatRubriqueDoc::BuildEtat() {
       FinListe};
   if (!Debute(textes)) return;
   CRubriques rubriques(App, App.PathExercice);
-  if (!rubriques.OpenFile()) return Abandonne();
+  if (!rubriques.OpenFile()) return Abandonne(EchecFichier());
   EcritTable<Rubrique>(
       textes, TableRubriques, App.Magasin.QVNumberOfKey(rubriques.NumCle),
       [&](const auto& suite) { ParcourtFichier<Rubrique>(App, *this, rubriques, 0, {}, {}, suite); });
@@ -123,7 +123,7 @@ void CEtatLibelleDoc::BuildEtat() {
       FinListe};
   std::vector<std::string> libelles;
   if (!Debute(textes)) return;
-  if (!LitLibelles(App, libelles)) return Abandonne();
+  if (!LitLibelles(App, libelles)) return Abandonne(EchecFichier());
   EcritTable<std::string>(textes, TableLibelles, static_cast<u32>(libelles.size()), [&](const auto& suite) {
     for (std::size_t i = 0; i < libelles.size() && EnCours(); ++i) suite(libelles[i]);
   });

@@ -19,12 +19,12 @@ constexpr std::size_t LargeurCompte = 10;
 }  // namespace
 
 bool LivresEtat::Ouvre() {
-  const bool ouverts = m_app.PathExercice.empty()
-                           ? m_app.ReportErreur(ErrAucunExercice)
-                           : m_plan.emplace(m_app, m_app.PathExercice).OpenFile() &&
-                                 m_lignes.emplace(m_app, m_app.PathExercice).OpenFile();
-  if (!ouverts) m_etat.Abandonne();
-  return ouverts;
+  if (m_app.PathExercice.empty())
+    m_etat.Abandonne(Refus(ErrAucunExercice));
+  else if (!m_plan.emplace(m_app, m_app.PathExercice).OpenFile() ||
+           !m_lignes.emplace(m_app, m_app.PathExercice).OpenFile())
+    m_etat.Abandonne(EchecFichier());
+  return m_etat.EnCours();
 }
 
 u32 LivresEtat::NombreComptes() const {
@@ -69,7 +69,7 @@ void LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
 void LivresEtat::EchecLecture() {
   assert(m_lignes);
   m_lignes->Erreur(0, MessageLecture);
-  m_etat.Abandonne();
+  m_etat.Abandonne(EchecFichier());
 }
 
 void LivresEtat::ParcoursComptes(u32 cle, const std::string& debut, const std::string& fin,

@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "core/btfiles.h"
+#include "core/fiche.h"
 #include "core/textes.h"
 #include "pages/etatdoc.h"
 
@@ -27,7 +28,7 @@ void ParcourtFichier(CFenlorApp& app, CEtatDoc& etat, CBTFiles& fichier, u32 cle
   };
   if (app.Magasin.QVParcoursCle(static_cast<u16>(fichier.NumCle + cle), debut, fin, fiche)) return;
   fichier.Erreur(0, MessageLecture);
-  etat.Abandonne();
+  etat.Abandonne(EchecFichier());
 }
 
 /// Both stay open while the object lives. A walk is one of `ParcourtFichier`; within it other walks may
@@ -42,7 +43,7 @@ class LivresEtat {
   LivresEtat(const LivresEtat&) = delete;
   LivresEtat& operator=(const LivresEtat&) = delete;
 
-  /// To be called once, before all others. False: told (3209: no exercice is open), and the report given up.
+  /// To be called once, before all others. False: the report is given up (3209: no exercice is open).
   bool Ouvre();
   u32 NombreComptes() const;
   u32 NombreLignes() const;

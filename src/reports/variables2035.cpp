@@ -4,6 +4,7 @@
 
 #include "core/btfiles.h"
 #include "core/erreurs.h"
+#include "core/fiche.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
@@ -53,13 +54,13 @@ bool CalculVariables2035(CFenlorApp& app, Variables2035& variables) {
   return lu;
 }
 
-bool Rubriques2035::Lit() {
+Refus Rubriques2035::Lit() {
   m_valeurs.clear();
-  if (m_app.PathExercice.empty()) return m_app.ReportErreur(ErrAucunExercice);
-  if (!LitRubriques() || !LitComptes()) return false;
+  if (m_app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  if (!LitRubriques() || !LitComptes()) return EchecFichier();
   m_fraisKm = {FraisKilometriques(m_app, false), FraisKilometriques(m_app, true)};
   ChercheBoucles();
-  return true;
+  return {};
 }
 
 void Rubriques2035::PoseVariables(const Variables2035& variables) {

@@ -4,7 +4,7 @@
 //   Variables2035 variables;
 //   CalculVariables2035(app, variables);
 //   Rubriques2035 rubriques(app);
-//   if (!rubriques.Lit()) return false;
+//   if (const Refus refus = rubriques.Lit()) return refus;
 //   rubriques.PoseVariables(variables);
 //   f64 recettes = rubriques.ValeurRubriqueEuro("07");
 //
@@ -47,8 +47,8 @@ class Rubriques2035 {
  public:
   explicit Rubriques2035(CFenlorApp& app) : m_app(app) {}
 
-  /// Reads headings and totals of the accounts. False, told, when they cannot be read.
-  bool Lit();
+  /// Reads headings and totals of the accounts. 3209: no exercice is open.
+  Refus Lit();
   /// Until then all variables are 0.
   void PoseVariables(const Variables2035& variables);
   u32 Nombre() const { return static_cast<u32>(m_fiches.size()); }

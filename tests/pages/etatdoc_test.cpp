@@ -71,7 +71,7 @@ TEST_F(EtatDocTest, TheFilesOfAReportHaveNoName) {
     EtatDeTest doc(App());
     doc.ecrit = [&](EtatDeTest& d) { d.EtatPrintf("%s\n", {"abc"}), d.EcritEtat(""); };
     for (int fois = 0; fois < 2; ++fois) {
-      ASSERT_TRUE(doc.OnNewDocument());
+      ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
       EXPECT_TRUE(Fichiers().empty()) << "a kill must leave none";
       EXPECT_EQ(doc.NombreBlocs(), 1u);
       EXPECT_EQ(doc.LitTexte(0, 4), "abc\n");
@@ -82,17 +82,18 @@ TEST_F(EtatDocTest, TheFilesOfAReportHaveNoName) {
       d.Abandonne();
       d.EcritEtat("def");
       EXPECT_EQ(d.TailleTexte(), 3u) << "what was given up is written no longer";
+      d.Abandonne(Refus(ErrFichierTemporaire));
     };
-    EXPECT_FALSE(doc.OnNewDocument());
+    EXPECT_FALSE(App().Dit(doc.OnNewDocument())) << "the first refusal stays: the user knows";
+    EXPECT_TRUE(Boite.Erreurs.empty());
     EXPECT_TRUE(Fichiers().empty()) << "no report, no files";
   }
   EXPECT_TRUE(Fichiers().empty());
-  EXPECT_TRUE(Boite.Erreurs.empty());
 }
 
 TEST_F(EtatDocTest, HeightsAndTheDefaultReport) {
   EtatDeTest doc(App());
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   EXPECT_EQ(doc.LitTexte(0, doc.TailleTexte()), "*** Il n'y a pas de texte à imprimer !\n"_w);
   EXPECT_EQ(doc.Mesures().lignesTitre, 0u);
 
@@ -102,14 +103,14 @@ TEST_F(EtatDocTest, HeightsAndTheDefaultReport) {
     d.SetEtatPied("a\nb\n%d\n", {1});
     EXPECT_FALSE(d.SetEtatPaysage(true));
   };
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   EXPECT_EQ(doc.Titre().size(), 512u);
   EXPECT_EQ(doc.Mesures().lignesTitre, 4u);
   EXPECT_EQ(doc.Mesures().lignesEntete, 1u);
   EXPECT_EQ(doc.Mesures().lignesPied, 3u);
   EXPECT_TRUE(doc.Paysage());
   doc.ecrit = [](EtatDeTest&) {};
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   EXPECT_FALSE(doc.Paysage());
   EXPECT_EQ(doc.Titre() + doc.Pied(), "");
 }
@@ -121,7 +122,7 @@ TEST_F(EtatDocTest, ReadBackOnTheWayTheReportGoesOnAtItsEnd) {
     EXPECT_EQ(d.LitTexte(0, 2), "ab");
     d.EcritEtat("def\n");
   };
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   EXPECT_EQ(doc.LitTexte(0, 8), "abc\ndef\n");
 }
 
@@ -153,7 +154,7 @@ TEST_F(EtatDocTest, BlocksOfAWrite) {
       d.SetEtatPied("\n\n\n");
       d.EcritEtat(c.texte);
     };
-    ASSERT_TRUE(doc.OnNewDocument());
+    ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
     std::vector<u32> lignes;
     for (u32 k = 2; k < doc.NombreBlocs() + 2; ++k) lignes.push_back(doc.LitBloc(k).lignes);
     EXPECT_EQ(lignes, c.lignes);
@@ -166,7 +167,7 @@ TEST_F(EtatDocTest, NoFolderNoFilesNoReport) {
   EtatDeTest doc(App());
   doc.ecrit = [](EtatDeTest&) { ADD_FAILURE() << "built"; };
   Dirige(dossier.Chemin() + "/absent");
-  EXPECT_FALSE(doc.OnNewDocument());
+  EXPECT_FALSE(App().Dit(doc.OnNewDocument()));
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3109});
   Dirige(dossier.Chemin());
   // The first file, the second one, and a folder that takes names and no bytes.
@@ -176,7 +177,7 @@ TEST_F(EtatDocTest, NoFolderNoFilesNoReport) {
     Boite.Oublie();
     fautif.SurChemin("FNL");
     fautif.Programme(k, ENOSPC, genre);
-    EXPECT_FALSE(doc.OnNewDocument());
+    EXPECT_FALSE(App().Dit(doc.OnNewDocument()));
     EXPECT_EQ(fautif.NbPannes(), 1u);
     EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3109});
     EXPECT_EQ(Boite.Erreurs.at(0).texte, "Création du fichier temporaire impossible."_w);
@@ -206,13 +207,13 @@ TEST_F(EtatDocTest, AFolderThatFillsUpGivesNoReport) {
           EXPECT_EQ(refuse, d.TailleTexte() == taille) << "a refusal is for good";
         }
       };
-      EXPECT_FALSE(doc.OnNewDocument());
+      EXPECT_FALSE(App().Dit(doc.OnNewDocument()));
       EXPECT_EQ(fautif.NbPannes(), 1u);
       EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrEtatEcriture});
       EXPECT_NE(Boite.Erreurs.at(0).texte.find(TexteErreurSysteme(ENOSPC)), std::string::npos);
       EXPECT_TRUE(Fichiers().empty());
       fautif.Repare();
-      EXPECT_TRUE(doc.OnNewDocument()) << "the next one finds room";
+      EXPECT_TRUE(App().Dit(doc.OnNewDocument())) << "the next one finds room";
     }
   }
 }
@@ -220,7 +221,7 @@ TEST_F(EtatDocTest, AFolderThatFillsUpGivesNoReport) {
 TEST_F(EtatDocTest, WhatCannotBeReadIsToldAndComesAsZeros) {
   EtatDeTest doc(App());
   doc.ecrit = [](EtatDeTest& d) { d.EcritEtat("abcdef\n"); };
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   fautif.SurChemin("FNL");
   fautif.Programme(1, EIO, SystemeFautif::Lectures);
   EXPECT_EQ(doc.LitTexte(0, 7), std::string(7, '\0'));
@@ -236,7 +237,7 @@ TEST_F(EtatDocTest, WhatCannotBeReadIsToldAndComesAsZeros) {
 
 TEST_F(EtatDocTest, ClosesWhenNobodyPrints) {
   EtatDeTest doc(App());
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   doc.DebuteImpression();
   doc.DebuteImpression();
   doc.FinitImpression(5000);

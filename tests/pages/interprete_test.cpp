@@ -198,7 +198,7 @@ class PageTest : public test::CabinetDeTest {
 TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
   EtatDeTest doc(App());
   doc.ecrit = [](EtatDeTest& d) { d.SetEtatTitre("Balance %s", {"2003"}); };
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   const test::Dessin dessin = test::Dessine(doc, Enregistreur::A4());
   EXPECT_EQ(Textes(dessin, 1), (std::vector<std::string>{"Docteur A\\HENRI    ", "Cabinet", "15/03/2003",
                                                          " Balance 2003 ", "Page 1 / 1"}));
@@ -208,7 +208,7 @@ TEST_F(PageTest, AReportThatWritesNothingIsOnePageOfTitle) {
 TEST_F(PageTest, DraftHasNoStylesAndKeepsTheColumns) {
   EtatDeTest doc(App());
   doc.ecrit = [](EtatDeTest& d) { d.EcritEtat("\\Bgras\\T050\\Iitalique\n"); };
-  ASSERT_TRUE(doc.OnNewDocument());
+  ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   const auto fin = test::Dessine(doc, Enregistreur::A4(), {"Courier", 10}).elements;
   const auto brouillon = test::Dessine(doc, Enregistreur::A4(), {"Courier", 24}, true).elements;
   ASSERT_EQ(fin.size(), brouillon.size());

@@ -113,7 +113,7 @@ class Avec2035 : public Livre {
     Variables2035 variables;
     EXPECT_TRUE(CalculVariables2035(App(), variables));
     Rubriques2035 rubriques(App());
-    EXPECT_TRUE(rubriques.Lit());
+    EXPECT_TRUE(App().Dit(rubriques.Lit()));
     rubriques.PoseVariables(variables);
     return rubriques;
   }
@@ -222,7 +222,7 @@ TEST_F(Declaration, UneBoucleCompteZeroEtSeDit) {
   Pose("R", 5, "P+A1");
   Pose("S", 6, "S", Manuel{70});  // a manual amount has no formula
   CEtat2035Doc etat(App(), Demandeur);
-  ASSERT_TRUE(etat.OnNewDocument());
+  ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{AvisBoucles2035});
   EXPECT_NE(Boite.Questions.at(0).texte.find("\n\nP > Q > P\nX > X"), std::string::npos)
       << VersUtf8(Boite.Questions.at(0).texte);
@@ -249,7 +249,7 @@ TEST_F(Declaration, BlocsDesReglages) {
     Regle(Sec2035, Cle2035Recettes[2], c.resultat);
     Regle(Sec2035, Cle2035Recettes[3], c.tva);
     CEtat2035Doc etat(App(), Demandeur);
-    ASSERT_TRUE(etat.OnNewDocument());
+    ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
     std::string lignes;
     for (const LigneLue& l : LignesImprimees(etat))
       lignes += (lignes.empty() ? "" : " ") + l.label + (l.label == l.designation ? "" : ":" + l.designation);
@@ -262,7 +262,7 @@ TEST_F(Declaration, BlocsDesReglages) {
   ASSERT_TRUE(rubriques.Delete(rubriques.GetPos()));
   Regle(Sec2035, Cle2035Recettes[3], "");
   CEtat2035Doc etat(App(), Demandeur);
-  ASSERT_TRUE(etat.OnNewDocument());
+  ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   EXPECT_EQ(LignesImprimees(etat).at(4).designation, "481");
 }
 
@@ -278,7 +278,7 @@ TEST_F(Declaration, MoisDeLExercice) {
     ASSERT_TRUE(App().Reglages.EcritIniExercice({}, Texte(CleDebut), c.debut));
     ASSERT_TRUE(App().Reglages.EcritIniExercice({}, "Fin", c.fin));
     CEtat2035Doc etat(App(), Demandeur);
-    ASSERT_TRUE(etat.OnNewDocument());
+    ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
     EXPECT_NE(test::TexteEtat(etat).find(c.texte), std::string::npos) << c.debut;
   }
 }
@@ -287,7 +287,7 @@ TEST_F(Declaration, MoisDeLExercice) {
 
 TEST_F(Declaration, SansExercice) {
   CEtat2035Doc etat(App(), Demandeur);
-  EXPECT_FALSE(etat.OnNewDocument());
+  EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice});
 }
 
@@ -296,7 +296,7 @@ TEST_F(Declaration, Arretee) {
   Immobilise(1, Le(1, 1), 1000);
   Boite.ArretApres = 1000;
   CEtat2035Doc complete(App(), Demandeur);
-  ASSERT_TRUE(complete.OnNewDocument());
+  ASSERT_TRUE(App().Dit(complete.OnNewDocument()));
   const int pas = Boite.NbArrets;
   EXPECT_GE(pas, 8) << "an asset and seven lines";
   EXPECT_TRUE(Boite.Annulable);
@@ -306,7 +306,7 @@ TEST_F(Declaration, Arretee) {
     Boite.NbArrets = 0;
     Boite.ArretApres = k;
     CEtat2035Doc etat(App(), Demandeur);
-    EXPECT_FALSE(etat.OnNewDocument()) << k;
+    EXPECT_FALSE(App().Dit(etat.OnNewDocument())) << k;
     EXPECT_EQ(Boite.Profondeur, 0u);
   }
   EXPECT_TRUE(Boite.Erreurs.empty());
@@ -317,7 +317,7 @@ TEST_F(Declaration, Arretee) {
 TEST_F(Declaration, SansRien) {
   InstalleVide("2003");
   CEtat2035Doc etat(App(), Demandeur);
-  ASSERT_TRUE(etat.OnNewDocument());
+  ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   EXPECT_TRUE(LignesImprimees(etat).empty());
   VerifiePages(etat, "2035");
 }

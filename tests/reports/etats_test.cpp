@@ -113,7 +113,7 @@ TEST_F(EtatsTest, JournalAlwaysInBothCurrencies) {
   partielle.criteres.Pointees = 1;
   VerifieEtat<JournalDeTest>("journal-depenses-partiel", {}, partielle, false);
   JournalDeTest etat(App(), Demandeur, partielle, false);
-  ASSERT_TRUE(etat.OnNewDocument());
+  ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   EXPECT_EQ(etat.TitreDocument(), "Ecritures de dépenses"_w);
 }
 
@@ -146,7 +146,7 @@ TEST_F(EtatsTest, TheSideOfABalanceIsThatOfTheFranc) {
   plan.Rec->CreditEuro = 15.25;
   ASSERT_TRUE(plan.Update());
   CEtatBalanceDoc etat(App(), Demandeur);
-  ASSERT_TRUE(etat.OnNewDocument());
+  ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   EXPECT_NE(TexteEtat(etat).find(
                 "\\R07715,24 \x80\\T078\\R09715,25 \x80\\T098\\R117-0,01 \x80\\T118\\R144\n\\S002"),
             std::string::npos);
@@ -170,8 +170,8 @@ TEST_F(EtatsTest, LongTextsAndLargeAmountsStayOnTheSheet) {
     ChangeLignes(faite.mouvement, [](Line& l) { l.Rapprochee = 1; });
   }
   ASSERT_TRUE(unite.Valide());
-  const auto dessine = [](CEtatComptable&& etat) {
-    ASSERT_TRUE(etat.OnNewDocument());
+  const auto dessine = [this](CEtatComptable&& etat) {
+    ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
     VerifiePages(etat, VersUtf8(etat.TitreDocument()));
   };
   dessine(CEtatBalanceDoc(App(), Demandeur));
@@ -192,7 +192,7 @@ TEST_F(EtatsTest, LinesCountByTheirOwnKindAndDate) {
   const auto lignes = [&](Date du, Date au) {
     Demandeur.Change = [=](CriteresEtat& c) { c.du = du, c.au = au; };
     CEtatRapprochementDoc etat(App(), Demandeur);
-    EXPECT_TRUE(etat.OnNewDocument());
+    EXPECT_TRUE(App().Dit(etat.OnNewDocument()));
     const std::string texte = TexteEtat(etat);
     return std::count(texte.begin(), texte.end(), '\x80');
   };
@@ -234,7 +234,7 @@ TEST_F(EtatsEnPanne, StoppedCancelledOrNotWritten) {
   for (const auto& etat : Etats()) {
     Demandeur.Accepte = false;
     const unsigned demandes = Demandeur.Nombre;
-    const bool construit = etat->OnNewDocument();
+    const bool construit = App().Dit(etat->OnNewDocument());
     const std::string nom = VersUtf8(etat->TitreDocument());
     EXPECT_EQ(construit, Demandeur.Nombre == demandes)
         << nom << ": without a form there is nothing to cancel";
@@ -242,7 +242,7 @@ TEST_F(EtatsEnPanne, StoppedCancelledOrNotWritten) {
 
     Boite.ArretApres = Boite.NbArrets + 1;
     const unsigned ouvertures = Boite.Ouvertures;
-    EXPECT_FALSE(etat->OnNewDocument()) << nom;
+    EXPECT_FALSE(App().Dit(etat->OnNewDocument())) << nom;
     EXPECT_EQ(Boite.Ouvertures, ouvertures + 1) << nom;
     EXPECT_EQ(Boite.Place, 2u) << nom << " goes on after it was stopped";
     EXPECT_EQ(Boite.Profondeur, 0u) << nom;
@@ -252,13 +252,13 @@ TEST_F(EtatsEnPanne, StoppedCancelledOrNotWritten) {
 
     Fautif().SurChemin("FNL");
     Fautif().Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
-    EXPECT_FALSE(etat->OnNewDocument()) << nom;
+    EXPECT_FALSE(App().Dit(etat->OnNewDocument())) << nom;
     Fautif().Repare();
     ASSERT_EQ(Boite.Erreurs.size(), 1u) << nom;
     EXPECT_EQ(Boite.Erreurs[0].numero, unsigned{ErrEtatEcriture});
     EXPECT_EQ(Boite.Profondeur, 0u) << nom;
     Boite.Oublie();
-    EXPECT_TRUE(etat->OnNewDocument()) << nom << ": and once more, on a disk with room";
+    EXPECT_TRUE(App().Dit(etat->OnNewDocument())) << nom << ": and once more, on a disk with room";
   }
 }
 
@@ -266,12 +266,12 @@ TEST_F(EtatsEnPanne, ADiskThatFillsUpEndsTheWork) {
   Installe(AffichageLivre::Double);
   for (int i = 6100; i < 6199; ++i) ASSERT_TRUE(PoseCompte(std::to_string(i), Depense, {}, "Frais"));
   CEtatCentralisationDoc etat(App(), Demandeur);
-  ASSERT_TRUE(etat.OnNewDocument());
+  ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   ASSERT_GT(etat.TailleTexte(), 65536u) << "more than one write";
   const u32 pas = Boite.Place;
   Fautif().SurChemin("FNL");
   Fautif().Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
-  EXPECT_FALSE(etat.OnNewDocument());
+  EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
   EXPECT_LT(Boite.Place, pas) << "no further record is read";
 }
 
@@ -303,14 +303,14 @@ TEST_F(EtatsEnPanne, AWalkEndsWithItsReport) {
   Installe(AffichageLivre::Euro);
   for (const int parcours : {0, 1, 2}) {
     EtatQuiRenonce etat(App(), Demandeur, parcours);
-    EXPECT_FALSE(etat.OnNewDocument());
+    EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
     EXPECT_EQ(etat.Vus, 2) << parcours;
   }
 }
 
 TEST_F(EtatsEnPanne, NoExerciceNoReport) {
   for (const auto& etat : Etats()) {
-    EXPECT_FALSE(etat->OnNewDocument());
+    EXPECT_FALSE(App().Dit(etat->OnNewDocument()));
     EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3209});
     Boite.Oublie();
   }

@@ -34,7 +34,7 @@ class GrandsLivres : public PetitLivre {
   std::string Texte(std::function<void(CriteresEtat&)> change = {}) {
     Demandeur.Change = std::move(change);
     Etat etat(App(), Demandeur);
-    EXPECT_TRUE(etat.OnNewDocument());
+    EXPECT_TRUE(App().Dit(etat.OnNewDocument()));
     VerifiePages(etat, "");
     return VersUtf8(TexteEtat(etat));
   }
@@ -42,7 +42,7 @@ class GrandsLivres : public PetitLivre {
   bool Construit(std::function<void(CriteresEtat&)> change = {}) {
     Demandeur.Change = std::move(change);
     Etat etat(App(), Demandeur);
-    return etat.OnNewDocument();
+    return App().Dit(etat.OnNewDocument());
   }
 };
 

@@ -29,7 +29,7 @@ class Listes : public test::PetitLivre {
   }
   void Verifie(const char* nom, const std::string& attendu) {
     const auto etat = Fait(nom);
-    ASSERT_TRUE(etat->OnNewDocument()) << nom;
+    ASSERT_TRUE(App().Dit(etat->OnNewDocument())) << nom;
     VerifieMarquage(*etat, attendu);
     VerifiePages(*etat, attendu);
     EXPECT_EQ(etat->TitreDocument(), etat->Titre());
@@ -79,7 +79,7 @@ TEST_F(Listes, TextesQuiDepassent) {
     });
   for (const char* nom : {"comptes-recettes", "plan-comptable", "tresorerie"}) {
     const auto etat = Fait(nom);
-    ASSERT_TRUE(etat->OnNewDocument()) << nom;
+    ASSERT_TRUE(App().Dit(etat->OnNewDocument())) << nom;
     EXPECT_NE(test::TexteEtat(*etat).find("A\\\\R010\\T"), std::string::npos);
     VerifiePages(*etat, nom);
   }
@@ -107,7 +107,7 @@ TEST_F(Listes, SansLigne) {
   };
   for (const auto& c : cas) {
     const auto etat = Fait(c.nom);
-    ASSERT_TRUE(etat->OnNewDocument()) << c.nom;
+    ASSERT_TRUE(App().Dit(etat->OnNewDocument())) << c.nom;
     EXPECT_EQ(test::TexteEtat(*etat), c.texte);
     VerifiePages(*etat, c.nom);
   }
@@ -115,7 +115,7 @@ TEST_F(Listes, SansLigne) {
 
 TEST_F(Listes, ArretEtSansExercice) {
   for (const char* nom : Noms) {
-    EXPECT_FALSE(Fait(nom)->OnNewDocument()) << nom;
+    EXPECT_FALSE(App().Dit(Fait(nom)->OnNewDocument())) << nom;
     EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice}) << nom;
     Boite.Oublie();
   }
@@ -125,13 +125,13 @@ TEST_F(Listes, ArretEtSansExercice) {
     for (const int k : {0, 1}) {
       Boite.NbArrets = 0;
       Boite.ArretApres = k;
-      EXPECT_FALSE(Fait(nom)->OnNewDocument());
+      EXPECT_FALSE(App().Dit(Fait(nom)->OnNewDocument()));
       EXPECT_EQ(Boite.Profondeur, 0u);
       EXPECT_TRUE(Boite.Erreurs.empty());
     }
     Boite.ArretApres = -1;
     Boite.Oublie();
-    ASSERT_TRUE(Fait(nom)->OnNewDocument());
+    ASSERT_TRUE(App().Dit(Fait(nom)->OnNewDocument()));
     EXPECT_EQ(Boite.Ouvertures, 1u);
     EXPECT_GE(Boite.Maximum, Boite.Place);
     EXPECT_GT(Boite.Place, 0u);

@@ -80,7 +80,7 @@ class PetitLivre : public CabinetDeTest {
                    Arguments... arguments) {
     Demandeur.Change = std::move(change);
     Etat etat(App(), Demandeur, arguments...);
-    ASSERT_TRUE(etat.OnNewDocument()) << nom;
+    ASSERT_TRUE(App().Dit(etat.OnNewDocument())) << nom;
     VerifieMarquage(etat, nom);
     VerifiePages(etat, nom);
   }

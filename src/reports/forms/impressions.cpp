@@ -40,7 +40,7 @@ bool Impressions::Ouvre(const Fabrique& fabrique, DemandeEtat demande) {
   {
     const QScopedValueRollback occupe(Occupe, true);
     fait = fabrique(m_contexte.App, m_demandeur);
-    if (!fait || !fait->OnNewDocument()) return false;
+    if (!fait || !m_contexte.App.Dit(fait->OnNewDocument())) return false;
   }
   auto* etat = new CFrameWndPrint(*this, m_contexte, std::move(fait));
   m_etats.push_back(etat);

@@ -34,7 +34,7 @@ class DessinTest : public EtatsUiTest {
 
   EtatDeTest& Etat(unsigned lignes, bool paysage = false) {
     m_etat = std::make_unique<EtatDeTest>(App(), Demandeur, lignes, paysage);
-    EXPECT_TRUE(m_etat->OnNewDocument());
+    EXPECT_TRUE(App().Dit(m_etat->OnNewDocument()));
     return *m_etat;
   }
   std::string Chemin(const char* nom) { return Dossier() + "/" + nom; }
