@@ -1,5 +1,8 @@
 #include "journal/choixcomptes.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "core/btfiles.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
@@ -40,10 +43,9 @@ std::vector<CompteOffert> Parcourt(CFenlorApp& app, u32 cle, Garde garde) {
   return comptes;
 }
 
-/// Order of the codes: without regard to case, the bytes decide between equals.
+/// Order of the codes: as in the lists, the bytes decide between equals.
 bool CodeAvant(const CompteOffert& a, const CompteOffert& b) {
-  const int ordre = CompareSansCasse(a.code, b.code);
-  return ordre != 0 ? ordre < 0 : a.code < b.code;
+  return std::pair(CleAlphabetique(a.code), a.code) < std::pair(CleAlphabetique(b.code), b.code);
 }
 
 }  // namespace
@@ -51,7 +53,10 @@ bool CodeAvant(const CompteOffert& a, const CompteOffert& b) {
 std::string CompteOffert::Texte() const { return court + ' ' + designation; }
 
 std::vector<CompteOffert> ComptesParCode(CFenlorApp& app, i16 type) {
-  return Parcourt(app, CleCode, [type](const Plan& plan) { return plan.Type == type; });
+  std::vector<CompteOffert> comptes =
+      Parcourt(app, CleCode, [type](const Plan& plan) { return plan.Type == type; });
+  std::stable_sort(comptes.begin(), comptes.end(), CodeAvant);
+  return comptes;
 }
 
 std::vector<CompteOffert> ComptesParNumero(CFenlorApp& app) {

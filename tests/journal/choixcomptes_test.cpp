@@ -44,6 +44,8 @@ TEST_F(ChoixComptes, RechercheParCode) {
   ASSERT_TRUE(PoseCompte("6001", Depense, "zot", "Lots"));
   ASSERT_TRUE(PoseCompte("6000", Depense, "ZOTE", "Lots encore"));
   ASSERT_TRUE(PoseCompte("6002", Depense, "éclair"_w, "Eclairage"));
+  const std::string codes = Codes(ComptesParCode(App(), Depense));
+  EXPECT_LT(codes.find("éclair"_w), codes.find("LOYER")) << "an accent does not send it behind Z";
   struct Cas {
     const char *texte, *code;
   };
