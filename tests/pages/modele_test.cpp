@@ -158,7 +158,7 @@ TEST_F(ModeleEtatTest, RandomReportsAreDrawnAsThePlainModelDrawsThem) {
         if (hasard.Jusque(30) == 0) d.LitBloc(1 + hasard.Jusque(5));  // reading moves the file's position
       }
     };
-    ASSERT_TRUE(doc.OnNewDocument());
+    ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
     ASSERT_EQ(doc.NombreBlocs(), modele.blocs.size());
     u32 lignes = 0;
     for (u32 k = 0; k < doc.NombreBlocs(); ++k) {
@@ -261,7 +261,7 @@ TEST_F(ModeleEtatTest, PagesAreTheSameAt1200And300UnitsPerInch) {
       d.SetEtatPied("suite");
       for (unsigned i = 0; i < 150; ++i) d.EcritEtat(hasard.Texte(14, true) + "\n");
     };
-    ASSERT_TRUE(doc.OnNewDocument());
+    ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
     // 8 inches by 60 lines of 12 points and a half; 50 and 200 units of height.
     const test::Dessin grossier = test::Dessine(doc, Enregistreur(2304, 51 * 60 + 25, 300), {"Courier", 12});
     const test::Dessin fin = test::Dessine(doc, Enregistreur(9216, 201 * 60 + 100, 1200), {"Courier", 12});

@@ -368,7 +368,7 @@ TEST_F(DemoDeclaree, LeResultatEstCeluiDesLivres) {
     EXPECT_NEAR(resultat, livres, 33 * 0.5);
     EXPECT_GT(std::abs(resultat), 10000);
     CEtat2035Doc etat(App(), Demandeur);
-    ASSERT_TRUE(etat.OnNewDocument());
+    ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
     const std::vector<LigneLue> lignes = LignesImprimees(etat);
     const auto benefice =
         std::find_if(lignes.begin(), lignes.end(), [](const auto& l) { return l.label == "46"; });
