@@ -20,6 +20,7 @@
 #include "core/textes.h"
 #include "session/textes.h"
 #include "ui/images.h"
+#include "ui/preferences.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -70,8 +71,6 @@ std::vector<unsigned> Nettoie(const std::vector<unsigned>& liste) {
 }
 
 bool TailleConnue(int taille) { return std::ranges::find(taillesIcones, taille) != taillesIcones.end(); }
-
-bool CabinetOuvert(const CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
 
 /// A checksum behind it: the toolkit does not see all damage of a state.
 QByteArray AvecSomme(QByteArray etat) {

@@ -90,9 +90,11 @@ void CMainFrame::FaitBarreOutils() {
   m_outils->setObjectName(u"BarreOutils"_s);
   const int cote = style()->pixelMetric(QStyle::PM_SmallIconSize);
   m_outils->setIconSize({cote, cote});
-  for (const unsigned numero :
-       {unsigned{CmdNouvelExercice}, unsigned{CmdOuvrirExercice}, unsigned{CmdProprietes}, 0u})
-    numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
+  const auto ajoute = [this](std::initializer_list<unsigned> numeros) {
+    for (const unsigned numero : numeros)
+      numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
+  };
+  ajoute({CmdNouvelExercice, CmdOuvrirExercice, CmdProprietes, 0});
   auto* libelle = new QLabel(u" E&xercice : "_s, m_outils);
   m_combo = new CComboExercices(m_outils);
   libelle->setBuddy(m_combo);
@@ -102,11 +104,8 @@ void CMainFrame::FaitBarreOutils() {
   });
   m_outils->addWidget(libelle);
   m_outils->addWidget(m_combo);
-  m_outils->addSeparator();
-  for (const unsigned numero :
-       {unsigned{CmdAjouter}, unsigned{CmdModifier}, unsigned{CmdSupprimer}, 0u, unsigned{CmdOptions},
-        unsigned{CmdPreferences}, unsigned{CmdCalculatrice}, 0u, unsigned{CmdAide}})
-    numero ? m_outils->addAction(m_commandes->Action(numero)) : (void)m_outils->addSeparator();
+  ajoute(
+      {0, CmdAjouter, CmdModifier, CmdSupprimer, 0, CmdOptions, CmdPreferences, CmdCalculatrice, 0, CmdAide});
 }
 
 QWidget* CMainFrame::BarreDe(unsigned numero) const {

@@ -13,6 +13,7 @@
 
 #include "app/textes.h"
 #include "master/textes.h"
+#include "ui/preferences.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -22,8 +23,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr auto aucun = "-";
-
-bool CabinetOuvert(const CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
 
 Qt::KeyboardModifiers Modificateurs(const QKeySequence& touche) {
   return touche[0].keyboardModifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
@@ -214,16 +213,8 @@ CDialogRaccourcis::CDialogRaccourcis(ContexteUi& contexte, QWidget* parent)
   connect(m_touche, &QKeySequenceEdit::keySequenceChanged, this, &CDialogRaccourcis::ActualiseBoutons);
   connect(m_affecter, &QPushButton::clicked, this, &CDialogRaccourcis::Affecte);
   connect(m_supprimer, &QPushButton::clicked, this, [this] { Pose(m_liste->Choisie(), {}); });
-  connect(m_defaut, &QPushButton::clicked, this, [this] {
-    const unsigned numero = m_liste->Choisie();
-    const QKeySequence touche = m_defauts[numero];
-    if (const unsigned autre = TrouveRaccourci(m_table, touche); autre && autre != numero)
-      Refuse(
-          ErrRaccourciPris, *m_touche,
-          {De1252(touche.toString(QKeySequence::NativeText)), De1252(NomCommande(*TrouveCommande(autre)))});
-    else
-      Pose(numero, touche);
-  });
+  connect(m_defaut, &QPushButton::clicked, this,
+          [this] { PoseLibre(m_liste->Choisie(), m_defauts[m_liste->Choisie()]); });
   connect(tout, &QPushButton::clicked, this, [this] {
     for (const auto& [numero, touche] : m_defauts) Pose(numero, touche);
   });
@@ -257,16 +248,18 @@ void CDialogRaccourcis::Affecte() {
   const unsigned numero = m_liste->Choisie();
   const QKeySequence touche = m_touche->keySequence();
   if (!numero || touche.isEmpty()) return;
-  const std::string nom = De1252(touche.toString(QKeySequence::NativeText));
-  if (!RaccourciPermis(touche)) {
-    Refuse(ErrRaccourciInterdit, *m_touche, {nom});
-    return;
-  }
-  if (const unsigned autre = TrouveRaccourci(m_table, touche); autre && autre != numero) {
-    Refuse(ErrRaccourciPris, *m_touche, {nom, De1252(NomCommande(*TrouveCommande(autre)))});
-    return;
-  }
-  Pose(numero, touche);
+  if (RaccourciPermis(touche))
+    PoseLibre(numero, touche);
+  else
+    Refuse(ErrRaccourciInterdit, *m_touche, {De1252(touche.toString(QKeySequence::NativeText))});
+}
+
+void CDialogRaccourcis::PoseLibre(unsigned numero, const QKeySequence& touche) {
+  if (const unsigned autre = TrouveRaccourci(m_table, touche); autre && autre != numero)
+    Refuse(ErrRaccourciPris, *m_touche,
+           {De1252(touche.toString(QKeySequence::NativeText)), De1252(NomCommande(*TrouveCommande(autre)))});
+  else
+    Pose(numero, touche);
 }
 
 bool CDialogRaccourcis::Enregistre() {

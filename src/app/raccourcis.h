@@ -58,6 +58,8 @@ class CDialogRaccourcis : public CZNDialog {
  private:
   void Affecte();
   void Pose(unsigned numero, const QKeySequence& touche);
+  /// The same, unless another command has the key: told.
+  void PoseLibre(unsigned numero, const QKeySequence& touche);
   void MontreChoix();
   void ActualiseBoutons();
 

@@ -24,8 +24,6 @@ std::vector<int> LitLargeurs(const std::string& texte) {
   return largeurs;
 }
 
-bool CabinetOuvert(CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
-
 }  // namespace
 
 CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit)

@@ -10,6 +10,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "store/texte1252.h"
+#include "ui/preferences.h"
 #include "ui/textes.h"
 
 namespace fenlor {
@@ -31,8 +32,6 @@ QRect PlaceNormale(const QWidget& fenetre) {
   const bool autre = fenetre.isMaximized() || fenetre.isMinimized() || fenetre.isFullScreen();
   return autre && normale.isValid() ? normale : QRect(fenetre.pos(), fenetre.size());
 }
-
-bool CabinetOuvert(const CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
 
 }  // namespace
 

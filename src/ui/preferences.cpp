@@ -42,7 +42,7 @@ constexpr const char* impressionsDefaut = "Courier, 10";
 /// Reads the section and gathers the defaults of what is blank.
 class Lecteur {
  public:
-  explicit Lecteur(CFenlorApp& app) : m_app(app), m_ouvert(!app.Magasin.PathCabinet().empty()) {}
+  explicit Lecteur(CFenlorApp& app) : m_app(app), m_ouvert(CabinetOuvert(app)) {}
 
   std::string Lit(const TexteFixe& cle, const std::string& defaut) {
     if (!m_ouvert) return defaut;
@@ -161,6 +161,8 @@ QColor CouleurFaute(const QPalette& palette) {
 }
 
 QColor Lisible(const QColor& texte, const QColor& fond) { return LisibleSur(texte, fond, fond); }
+
+bool CabinetOuvert(const CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
 
 bool DitEchecReglages(CFenlorApp& app) {
   const Profil& reglages = app.Magasin.Reglages();

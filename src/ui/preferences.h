@@ -53,6 +53,8 @@ QPalette PaletteSombre();
 /// Reports that the settings file could not be written (3220), with its path and the reason of
 /// the last write. Returns false.
 bool DitEchecReglages(CFenlorApp& app);
+/// A practice is open: without one the settings give defaults and keep nothing.
+bool CabinetOuvert(const CFenlorApp& app);
 
 /// A setting of the form "MS Sans Serif, -11, 0, 0, 0, 0, 0" as a font: a negative
 /// size is a height in pixels of a 96 dpi screen, a positive one is in points. A face

@@ -1,6 +1,7 @@
 // The platform's own dialogs in French.
 #pragma once
 
+#include <QJsonObject>
 #include <QTranslator>
 
 namespace fenlor {
@@ -17,8 +18,12 @@ class Traductions {
  private:
   class Complement : public QTranslator {
    public:
+    Complement();
     QString translate(const char* contexte, const char* texte, const char* precision, int n) const override;
     bool isEmpty() const override { return false; }
+
+   private:
+    QJsonObject m_impression;
   };
   QTranslator m_systeme;
   Complement m_complement;
