@@ -1,5 +1,3 @@
-#include <fstream>
-
 #include "assets/amortissements.h"
 #include "core/btfiles.h"
 #include "ctl/commandes.h"
@@ -89,21 +87,13 @@ class CommandeEcheancier {
   }
 
   int DesLignes() {
-    std::ifstream fichier;
-    const bool entree = m_options.fichier == "-";
-    if (!entree) {
-      fichier.open(m_options.fichier, std::ios::binary);
-      if (!fichier) return m_contexte.RefuseOuverture(m_options.fichier);
-    }
-    LecteurLignes lignes(entree ? m_contexte.Entree : fichier);
+    LecteurLignes lignes(m_contexte.Entree, m_options.fichier);
+    if (!lignes.Ouvert()) return m_contexte.RefuseOuverture(m_options.fichier);
     int statut = StatutFait;
-    std::string ligne;
-    bool tropLongue = false;
-    while (lignes.Suivante(ligne, tropLongue)) {
-      Json objet;
+    Json objet;
+    Refus refus;
+    while (lignes.Suivante(objet, refus)) {
       Immobilisation immo{};
-      Refus refus =
-          tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
       if (!refus) refus = LitEnregistrement(objet, Champs(FichierImmo), &immo);
       if (!refus) refus = ControleAbsents(objet, immo);
       if (!refus) refus = Controle(immo);

@@ -1,5 +1,4 @@
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -152,11 +151,8 @@ int Exporte(Contexte& contexte, const OptionsExporter& options) {
 
 int Importe(Contexte& contexte, const OptionsImporter& options) {
   const DefinitionFichier& definition = *DefinitionNom(options.nom);
-  std::ifstream fichier;
-  if (options.source != "-") {
-    fichier.open(options.source, std::ios::binary);
-    if (!fichier) return contexte.RefuseOuverture(options.source);
-  }
+  LecteurLignes lignes(contexte.Entree, options.source);
+  if (!lignes.Ouvert()) return contexte.RefuseOuverture(options.source);
   if (!definition.duCabinet) {
     if (!contexte.OuvreExercice()) return StatutRefuse;
     if (contexte.App.Reglages.IsExerciceCloture()) return contexte.Refuse(ErrExerciceCloture, {});
@@ -166,15 +162,11 @@ int Importe(Contexte& contexte, const OptionsImporter& options) {
 
   const auto champs = Champs(definition.numero);
   std::vector<u8> rec(definition.taille);
-  LecteurLignes lignes(options.source == "-" ? contexte.Entree : fichier);
   u32 importes = 0, refuses = 0;
   QVAPI::Unite unite(contexte.Magasin);
-  std::string ligne;
-  bool tropLongue = false;
-  while (lignes.Suivante(ligne, tropLongue)) {
-    Json objet;
-    Refus refus =
-        tropLongue ? RefusLigneTropLongue(lignes.Numero()) : LitObjet(ligne, lignes.Numero(), objet);
+  Json objet;
+  Refus refus;
+  while (lignes.Suivante(objet, refus)) {
     if (!refus) refus = LitEnregistrement(objet, champs, rec.data());
     if (!refus) refus = ControleCle(definition.numero, rec.data());
     if (refus) {

@@ -43,11 +43,6 @@ FormulaireExercice Formulaire(CFenlorApp& app, const std::string& nom, const Opt
   return f;
 }
 
-struct EtatExercice {
-  std::string nom, debut, fin, cloture;
-  bool euro, tva, courant;
-};
-
 std::string OuiNon(bool oui) { return Texte(oui ? MotOui : MotNon); }
 
 /// The exercice of the command line.
@@ -87,32 +82,29 @@ int Liste(Contexte& contexte) {
       !contexte.Ecrit("   Exercice  Début       Fin         Monnaie  T.V.A.  Clôture\n"))
     return StatutRefuse;
   for (const std::string& nom : contexte.Magasin.ListeExercices()) {
-    const EtatExercice e{nom,
-                         reglages.LitIniExercice(nom, Texte(CleDebut)),
-                         reglages.LitIniExercice(nom, Texte(CleFin)),
-                         reglages.LitIniExercice(nom, Texte(CleCloture)),
-                         reglages.IsEuro(nom),
-                         reglages.IsTVA(nom),
-                         nom == courant};
+    const std::string debut = reglages.LitIniExercice(nom, Texte(CleDebut)),
+                      fin = reglages.LitIniExercice(nom, Texte(CleFin)),
+                      cloture = reglages.LitIniExercice(nom, Texte(CleCloture));
+    const bool euro = reglages.IsEuro(nom), tva = reglages.IsTVA(nom), estCourant = nom == courant;
     std::string ligne;
     if (contexte.Globales.json) {
       ligne = LigneJson()
-                  .Texte("nom", e.nom)
-                  .Texte("debut", e.debut)
-                  .Texte("fin", e.fin)
-                  .Booleen("euro", e.euro)
-                  .Booleen("tva", e.tva)
-                  .Texte("cloture", e.cloture)
-                  .Booleen("courant", e.courant)
+                  .Texte("nom", nom)
+                  .Texte("debut", debut)
+                  .Texte("fin", fin)
+                  .Booleen("euro", euro)
+                  .Booleen("tva", tva)
+                  .Texte("cloture", cloture)
+                  .Booleen("courant", estCourant)
                   .Fin();
     } else {
       const auto colonne = [](std::string texte, std::size_t largeur) {
         texte.resize(std::max(texte.size(), largeur), ' ');
         return texte;
       };
-      ligne = VersUtf8(colonne(e.courant ? " * " : "", 3) + colonne(e.nom, 10) + colonne(e.debut, 12) +
-                       colonne(e.fin, 12) + colonne(Texte(e.euro ? MotEuro : MotFranc), 9) +
-                       colonne(OuiNon(e.tva), 8) + (e.cloture.empty() ? "ouvert"_w : e.cloture) + "\n");
+      ligne = VersUtf8(colonne(estCourant ? " * " : "", 3) + colonne(nom, 10) + colonne(debut, 12) +
+                       colonne(fin, 12) + colonne(Texte(euro ? MotEuro : MotFranc), 9) +
+                       colonne(OuiNon(tva), 8) + (cloture.empty() ? "ouvert"_w : cloture) + "\n");
     }
     if (!contexte.Ecrit(ligne)) return StatutRefuse;
   }

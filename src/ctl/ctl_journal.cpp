@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "core/btfiles.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
@@ -19,32 +17,9 @@ std::string NomJournal(i16 journal) {
   return journal == JournalDepenses ? "Dépenses" : "Opérations diverses";
 }
 
-/// Columns of a table, some of them on the left.
-class Colonnes {
- public:
-  void Ajoute(const std::string& titre, bool gauche = false) {
-    m_gauches.push_back(gauche);
-    m_titres.push_back(titre);
-  }
-  const std::vector<std::string>& Titres() const { return m_titres; }
-
-  std::string Texte(std::vector<std::vector<std::string>> lignes) const {
-    lignes.insert(lignes.begin(), m_titres);
-    Tableau tableau;
-    std::vector<std::size_t> largeurs(m_titres.size());
-    for (const auto& ligne : lignes)
-      for (std::size_t i = 0; i < ligne.size(); ++i) largeurs[i] = std::max(largeurs[i], ligne[i].size());
-    for (auto& ligne : lignes) {
-      for (std::size_t i = 0; i < ligne.size(); ++i)
-        if (m_gauches[i]) ligne[i].resize(largeurs[i], ' ');
-      tableau.Ajoute(std::move(ligne));
-    }
-    return tableau.Texte(0);
-  }
-
- private:
-  std::vector<bool> m_gauches;
-  std::vector<std::string> m_titres;
+struct Colonne {
+  std::string titre;
+  bool gauche = false;
 };
 
 class ListeDuMois {
@@ -73,26 +48,19 @@ class ListeDuMois {
     return EstPartielle(m_demande.criteres) ? titre + "   *** Liste partielle ***" : titre;
   }
 
-  Colonnes ColonnesDeLaListe() const {
-    Colonnes colonnes;
-    colonnes.Ajoute("Ligne");
-    colonnes.Ajoute("Date");
-    colonnes.Ajoute("Libellé"_w, true);
-    if (!m_comptable) colonnes.Ajoute("Trésorerie"_w, true);
+  std::vector<Colonne> Colonnes() const {
+    std::vector<Colonne> colonnes{{"Ligne"}, {"Date"}, {"Libellé"_w, true}};
+    if (!m_comptable) colonnes.push_back({"Trésorerie"_w, true});
     const auto montant = [&](const char* monnaie) {
-      if (m_comptable) {
-        colonnes.Ajoute("Débit "_w + monnaie);
-        colonnes.Ajoute("Crédit "_w + monnaie);
-      } else {
-        colonnes.Ajoute(std::string("Montant ") + monnaie);
-      }
+      for (const std::string& titre :
+           m_comptable ? std::vector{"Débit "_w, "Crédit "_w} : std::vector{"Montant "_w})
+        colonnes.push_back({titre + monnaie});
     };
     if (m_monnaies.franc) montant("F");
     if (m_monnaies.euro) montant("\x80");
-    for (const char* marque : {"P", "B", "R", "V"}) colonnes.Ajoute(marque);
-    colonnes.Ajoute("Rub", true);
-    colonnes.Ajoute("Compte", true);
-    colonnes.Ajoute("Désignation"_w, true);
+    for (const char* marque : {"P", "B", "R", "V"}) colonnes.push_back({marque});
+    for (const std::string& titre : {std::string("Rub"), std::string("Compte"), "Désignation"_w})
+      colonnes.push_back({titre, true});
     return colonnes;
   }
 
@@ -107,14 +75,20 @@ class ListeDuMois {
   }
 
   int EcritTable(const MoisJournal& mois) {
-    const Colonnes colonnes = ColonnesDeLaListe();
-    std::vector<std::vector<std::string>> lignes;
+    Tableau tableau;
+    std::vector<std::string> titres;
+    std::vector<bool> gauches;
+    for (const Colonne& colonne : Colonnes()) {
+      titres.push_back(colonne.titre);
+      gauches.push_back(colonne.gauche);
+    }
+    tableau.Ajoute(titres);
     for (const EntreeListe& e : mois.entrees) {
       EntreeJournal entree;
       if (!Lit(e.mouvement, entree)) return m_contexte.RefuseMagasin();
       bool premiere = true;
       for (const RangeeJournal& r : entree.rangees) {
-        auto& champs = lignes.emplace_back();
+        std::vector<std::string> champs;
         champs.push_back(premiere ? std::to_string(entree.ligne) : std::string());
         champs.push_back(premiere ? std::to_string(Jour(entree.date)) : std::string());
         champs.push_back(r.libelle);
@@ -127,15 +101,16 @@ class ListeDuMois {
         champs.emplace_back(r.rapprochee ? "R" : "");
         champs.emplace_back(r.validee ? "V" : "");
         for (const std::string* texte : {&r.rubrique, &r.compte, &r.designation}) champs.push_back(*texte);
+        tableau.Ajoute(std::move(champs));
         premiere = false;
       }
     }
-    auto& total = lignes.emplace_back(std::vector<std::string>{"", "", "Total"});
+    std::vector<std::string> total{"", "", "Total"};
     if (!m_comptable) total.emplace_back();
     const TotauxListe& t = mois.totaux;
     AjouteMontants(total, t.debitFranc, t.creditFranc, t.debitEuro, t.creditEuro);
-    total.resize(colonnes.Titres().size());
-    return m_contexte.Donne(Titre() + "\n" + colonnes.Texte(std::move(lignes)));
+    tableau.Ajoute(std::move(total));
+    return m_contexte.Donne(Titre() + "\n" + tableau.Texte(gauches));
   }
 
   int EcritJson(const MoisJournal& mois) {

@@ -1,4 +1,3 @@
-#include <fstream>
 #include <optional>
 
 #include "core/erreurs.h"
@@ -63,30 +62,20 @@ class Reponses {
 };
 
 int Saisit(Contexte& contexte, const OptionsSaisir& options) {
-  std::ifstream fichier;
-  if (options.fichier != "-") {
-    fichier.open(options.fichier, std::ios::binary);
-    if (!fichier) return contexte.RefuseOuverture(options.fichier);
-  }
+  LecteurLignes lignes(contexte.Entree, options.fichier);
+  if (!lignes.Ouvert()) return contexte.RefuseOuverture(options.fichier);
   if (!contexte.OuvreExercice()) return StatutRefuse;
   Saisisseur saisisseur(contexte);
   if (!saisisseur.Prepare()) return contexte.RefuseMagasin();
 
-  LecteurLignes lignes(options.fichier == "-" ? contexte.Entree : fichier);
   Reponses reponses(contexte, options.tout);
   std::optional<QVAPI::Unite> unite;
   if (options.tout) unite.emplace(contexte.Magasin);
-  std::string ligne;
-  bool tropLongue = false;
-  Refus echec;  // of the store, inside the one unit: nothing of it may stay
-  while (lignes.Suivante(ligne, tropLongue)) {
-    ReponseSaisie reponse;
-    if (echec || tropLongue) {
-      reponse.entree = lignes.Numero();
-      reponse.refus = echec ? echec : RefusLigneTropLongue(lignes.Numero());
-    } else {
-      reponse = saisisseur.Traite(ligne, lignes.Numero());
-    }
+  Json objet;
+  Refus refus, echec;  // echec: of the store, inside the one unit: nothing of it may stay
+  while (lignes.Suivante(objet, refus)) {
+    if (echec) refus = echec;
+    ReponseSaisie reponse = saisisseur.Traite(objet, refus, lignes.Numero());
     if (unite && reponse.refus.numero == ErrMagasin) echec = reponse.refus;
     if (!reponses.Ajoute(std::move(reponse))) return StatutRefuse;
   }

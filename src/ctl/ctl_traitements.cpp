@@ -161,29 +161,25 @@ int Deplace(Contexte& contexte, const OptionsDeplacer& options) {
 
 void DeclareValider(LigneCommande& ligne) {
   const auto o = std::make_shared<OptionsValider>();
+  Commande valider = ligne.Ajoute("valider", "Valide les écritures en brouillard, par lot ou une à une",
+                                  [o](Contexte& c) { return Valide(c, *o); });
   const char* seules = "--mouvement";
-  ligne
-      .Ajoute("valider", "Valide les écritures en brouillard, par lot ou une à une",
-              [o](Contexte& c) { return Valide(c, *o); })
-      .Option(seules, o->mouvements, FormeNumeros(), "Ces écritures seulement, sans autre critère")
-      .Option("--journal", o->journal, FormeJournal(), "Un seul journal (par défaut : tous)")
-      .Exclut(seules)
-      .Option("--du", o->du, FormeDate(), "Premier jour (par défaut : celui de l'exercice)")
-      .Exclut(seules)
-      .Option("--au", o->au, FormeDate(), "Dernier jour (par défaut : celui de l'exercice)")
-      .Exclut(seules)
-      .Drapeau("--pointees", o->pointees, "Les écritures pointées")
-      .Exclut(seules)
-      .Drapeau("--remises", o->remises, "Les écritures remises")
-      .Exclut(seules)
-      .Drapeau("--rapprochees", o->rapprochees, "Les écritures rapprochées")
-      .Exclut(seules)
-      .Option("--montant-min", o->montantMin, FormeNombre(), "Une ligne d'au moins ce montant")
-      .Exclut(seules)
-      .Option("--montant-max", o->montantMax, FormeNombre(), "Une ligne d'au plus ce montant")
-      .Exclut(seules)
-      .Option("--monnaie", o->monnaie, FormeMonnaie(), "Monnaie (par défaut : celle de l'exercice)")
-      .Exclut(seules);
+  valider.Option(seules, o->mouvements, FormeNumeros(), "Ces écritures seulement, sans autre critère");
+  const auto critere = [&](const char* nom, auto& valeur, const FormeOption& forme, const char* aide) {
+    valider.Option(nom, valeur, forme, aide).Exclut(seules);
+  };
+  const auto marque = [&](const char* nom, bool& valeur, const char* aide) {
+    valider.Drapeau(nom, valeur, aide).Exclut(seules);
+  };
+  critere("--journal", o->journal, FormeJournal(), "Un seul journal (par défaut : tous)");
+  critere("--du", o->du, FormeDate(), "Premier jour (par défaut : celui de l'exercice)");
+  critere("--au", o->au, FormeDate(), "Dernier jour (par défaut : celui de l'exercice)");
+  marque("--pointees", o->pointees, "Les écritures pointées");
+  marque("--remises", o->remises, "Les écritures remises");
+  marque("--rapprochees", o->rapprochees, "Les écritures rapprochées");
+  critere("--montant-min", o->montantMin, FormeNombre(), "Une ligne d'au moins ce montant");
+  critere("--montant-max", o->montantMax, FormeNombre(), "Une ligne d'au plus ce montant");
+  critere("--monnaie", o->monnaie, FormeMonnaie(), "Monnaie (par défaut : celle de l'exercice)");
 }
 
 void DeclareVirement(LigneCommande& ligne) {

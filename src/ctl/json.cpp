@@ -73,6 +73,10 @@ Refus Illisible(u32 numero, const std::string& raison) {
   return Refus(ErrLigneIllisible, "", {std::to_string(numero), raison});
 }
 
+Refus RefusLigneTropLongue(u32 numero) {
+  return Illisible(numero, "plus de "_w + std::to_string(TailleLigneMax) + " octets."_w);
+}
+
 }  // namespace
 
 Refus RefusChamp(const std::string& nom, const std::string& raison) {
@@ -97,6 +101,19 @@ std::optional<i64> EntierJson(const Json& valeur, i64 minimum, i64 maximum) {
   const i64 entier = valeur.get<i64>();
   if (entier < minimum || entier > maximum) return std::nullopt;
   return entier;
+}
+
+LecteurLignes::LecteurLignes(std::istream& entree, const std::string& source)
+    : m_entree(source == "-" ? entree : m_fichier) {
+  if (source != "-") m_fichier.open(source, std::ios::binary);
+}
+
+bool LecteurLignes::Suivante(Json& objet, Refus& refus) {
+  std::string ligne;
+  bool tropLongue = false;
+  if (!Suivante(ligne, tropLongue)) return false;
+  refus = tropLongue ? RefusLigneTropLongue(m_numero) : LitObjet(ligne, m_numero, objet);
+  return true;
 }
 
 bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
@@ -127,10 +144,6 @@ bool LecteurLignes::Suivante(std::string& ligne, bool& tropLongue) {
     if (tropLongue || !EstBlanche(ligne)) return true;
     if (c == fin) return false;
   }
-}
-
-Refus RefusLigneTropLongue(u32 numero) {
-  return Illisible(numero, "plus de "_w + std::to_string(TailleLigneMax) + " octets."_w);
 }
 
 Refus LitObjet(const std::string& ligne, u32 numero, Json& objet) {
@@ -253,7 +266,8 @@ bool LecteurChamps::RienDautre() {
 }
 
 void AjouteTexteJson(std::string& sortie, std::string_view texte) {
-  static constexpr char chiffres[] = "0123456789abcdef";
+  static constexpr char chiffres[] = "0123456789abcdef", lettres[] = "\"\\nrt";
+  static constexpr std::string_view courts = "\"\\\n\r\t";
   sortie.push_back('"');
   std::size_t debut = 0;
   const auto verse = [&](std::size_t fin) {
@@ -264,26 +278,13 @@ void AjouteTexteJson(std::string& sortie, std::string_view texte) {
     if (c >= 32 && c != '"' && c != '\\' && c != 127) continue;
     verse(i);
     debut = i + 1;
-    switch (c) {
-      case '"':
-        sortie += "\\\"";
-        break;
-      case '\\':
-        sortie += "\\\\";
-        break;
-      case '\n':
-        sortie += "\\n";
-        break;
-      case '\r':
-        sortie += "\\r";
-        break;
-      case '\t':
-        sortie += "\\t";
-        break;
-      default:
-        sortie += "\\u00";
-        sortie.push_back(chiffres[c >> 4]);
-        sortie.push_back(chiffres[c & 15]);
+    sortie.push_back('\\');
+    if (const std::size_t court = courts.find(texte[i]); court != std::string_view::npos) {
+      sortie.push_back(lettres[court]);
+    } else {
+      sortie += "u00";
+      sortie.push_back(chiffres[c >> 4]);
+      sortie.push_back(chiffres[c & 15]);
     }
   }
   verse(texte.size());

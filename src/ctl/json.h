@@ -3,6 +3,7 @@
 // and taken here are Windows-1252, as everywhere inside.
 #pragma once
 
+#include <fstream>
 #include <initializer_list>
 #include <istream>
 #include <nlohmann/json.hpp>
@@ -39,7 +40,12 @@ std::optional<i64> EntierJson(const Json& valeur, i64 minimum, i64 maximum);
 /// Lines of a stream, numbered from 1; blank ones are counted and skipped.
 class LecteurLignes {
  public:
-  explicit LecteurLignes(std::istream& entree) : m_entree(entree) {}
+  /// Of the stream, or of the file `source`.
+  explicit LecteurLignes(std::istream& entree, const std::string& source = "-");
+  /// False when the file could not be opened.
+  bool Ouvert() const { return &m_entree != &m_fichier || m_fichier.is_open(); }
+  /// Next line as an object, or the refusal of it. False at the end.
+  bool Suivante(Json& objet, Refus& refus);
   /// Next line without its end (LF or CR LF). Of a line above TailleLigneMax
   /// only `tropLongue` is told, and the reading goes on behind it.
   bool Suivante(std::string& ligne, bool& tropLongue);
@@ -48,6 +54,7 @@ class LecteurLignes {
   int Erreur() const { return m_erreur; }
 
  private:
+  std::ifstream m_fichier;
   std::istream& m_entree;
   u32 m_numero = 0;
   int m_erreur = 0;
@@ -56,8 +63,6 @@ class LecteurLignes {
 /// One line as an object. Refuses text that is not UTF-8 or not JSON, nesting
 /// beyond ProfondeurMax, and any value that is not an object.
 Refus LitObjet(const std::string& ligne, u32 numero, Json& objet);
-/// The refusal of an overlong line.
-Refus RefusLigneTropLongue(u32 numero);
 
 /// Reads the fields of one object, each at most once, then refuses what is left.
 /// A reader returns false when its field is there but wrong, and leaves the

@@ -32,12 +32,9 @@ bool Saisisseur::Prepare() {
   return m_fichierComptes && m_fichierJournal && m_comptes.Charge(m_app);
 }
 
-ReponseSaisie Saisisseur::Traite(const std::string& ligne, u32 numero) {
-  ReponseSaisie reponse;
-  reponse.entree = numero;
-  Json objet;
+ReponseSaisie Saisisseur::Traite(const Json& objet, const Refus& illisible, u32 numero) {
+  ReponseSaisie reponse{numero, {}, illisible};
   DemandeSaisie demande;
-  reponse.refus = LitObjet(ligne, numero, objet);
   if (!reponse.refus) reponse.refus = LitDemande(objet, demande);
   if (!reponse.refus) reponse.refus = Execute(demande, reponse.faite);
   m_contexte.Oublie();

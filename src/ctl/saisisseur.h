@@ -26,8 +26,9 @@ class Saisisseur {
 
   /// Reads the chart. False: the store failed.
   bool Prepare();
-  /// Does what one line asks, as one unit of work: refused, it has changed nothing.
-  ReponseSaisie Traite(const std::string& ligne, u32 numero);
+  /// Does what one line asks, as one unit of work: refused, it has changed nothing. Of one that could not be
+  /// read the refusal is the answer.
+  ReponseSaisie Traite(const Json& objet, const Refus& illisible, u32 numero);
 
  private:
   Refus Execute(const DemandeSaisie& demande, EcritureFaite& faite);

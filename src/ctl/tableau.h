@@ -19,14 +19,16 @@ class Tableau {
     m_lignes.push_back(std::move(colonnes));
   }
   /// UTF-8; the first `gauches` columns are aligned on the left.
-  std::string Texte(std::size_t gauches) const {
+  std::string Texte(std::size_t gauches) const { return Texte(std::vector<bool>(gauches, true)); }
+  /// The same of the columns that say so.
+  std::string Texte(const std::vector<bool>& gauches) const {
     std::string sortie;
     for (const auto& colonnes : m_lignes) {
       std::string ligne;
       for (std::size_t i = 0; i < colonnes.size(); ++i) {
         const std::string blancs(m_largeurs[i] - colonnes[i].size(), ' ');
         if (i) ligne += "  ";
-        ligne += i < gauches ? colonnes[i] + blancs : blancs + colonnes[i];
+        ligne += i < gauches.size() && gauches[i] ? colonnes[i] + blancs : blancs + colonnes[i];
       }
       ligne.erase(ligne.find_last_not_of(' ') + 1);
       sortie += VersUtf8(ligne) + "\n";
