@@ -36,6 +36,11 @@ const Forme& FormeDuType(i16 type) {
                        [&](const Forme& f) { return f.type == type || f.type < 0; });
 }
 
+template <class Choix>
+bool Parmi(const std::vector<Choix>& choix, std::string Choix::*membre, const std::string& valeur) {
+  return std::any_of(choix.begin(), choix.end(), [&](const Choix& c) { return c.*membre == valeur; });
+}
+
 class VerbeCompte : public VerbeFiche {
  public:
   using Fiche = FicheCompte;
@@ -101,10 +106,9 @@ class VerbeCompte : public VerbeFiche {
 
   bool ControleRubrique() {
     const std::string code = NormaliseRubrique(m_fiche.rubrique);
-    const std::vector<ChoixRubrique> choix = RubriquesDuType(m_app, m_fiche.type);
     return code.empty() ||
            (m_fiche.rubrique.size() <= code.size() &&
-            std::any_of(choix.begin(), choix.end(), [&](const auto& c) { return c.code == code; })) ||
+            Parmi(RubriquesDuType(m_app, m_fiche.type), &ChoixRubrique::code, code)) ||
            m_contexte.Invalide("rubrique", "aucune rubrique de ce côté n'a ce code."_w);
   }
 
@@ -113,9 +117,7 @@ class VerbeCompte : public VerbeFiche {
     if (m_fiche.compteTVA.empty()) return true;
     if (!m_app.Reglages.IsTVA())
       return m_contexte.Invalide("tva", "l'exercice n'est pas assujetti à la T.V.A."_w);
-    const std::vector<ChoixTVA> choix = ChoixComptesTVA(m_app);
-    return std::any_of(choix.begin(), choix.end(),
-                       [&](const auto& c) { return c.compte == m_fiche.compteTVA; }) ||
+    return Parmi(ChoixComptesTVA(m_app), &ChoixTVA::compte, m_fiche.compteTVA) ||
            m_contexte.Invalide("tva", "ce n'est pas un compte de T.V.A."_w);
   }
 

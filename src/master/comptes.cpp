@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/cles.h"
 #include "core/erreurs.h"
@@ -199,21 +200,19 @@ class Enregistrement {
     return {};
   }
 
+  /// What the form does not hold of the record stays.
   void Remplit() {
-    PoseTexte(m_rec.Compte, m_compte);
-    PoseTexte(m_rec.Code, m_code);
-    PoseTexte(m_rec.Designation, m_fiche.designation);
-    m_rec.Type = m_type;
-    if (Ajout()) m_rec.PartPro = ToutProfessionnel;
-    if (!Est(FormeCompte::RecettesDepenses)) RemplitTresorerie();
-    if (!Est(FormeCompte::Tresorerie)) RemplitRepartition();
-  }
-
-  void RemplitTresorerie() {
-    const bool tresorerie = m_type == Tresorerie;
-    m_rec.TypeTresorerie = tresorerie && m_fiche.banque ? 1 : 0;
-    if (!tresorerie && m_avant.Type == m_type) return;
-    if (!SoldeChange()) return;
+    FicheCompte fiche = m_fiche;
+    const bool tresorerie = m_type == Tresorerie, simple = Est(FormeCompte::RecettesDepenses);
+    fiche.code = m_code;
+    fiche.type = m_type;
+    fiche.banque = simple ? m_avant.TypeTresorerie != 0 : tresorerie && m_fiche.banque;
+    if (!Est(FormeCompte::Tresorerie)) Repartit(fiche);
+    FicheVers(m_app, FicheCompte::Table, &fiche, &m_rec);
+    if (Ajout() || !Est(FormeCompte::Tresorerie))
+      m_rec.PartPro =
+          m_type == Depense && !EstComptePersonnel(m_app, m_compte) ? m_fiche.partPro : ToutProfessionnel;
+    if (simple || (!tresorerie && m_avant.Type == m_type) || !SoldeChange()) return;
     m_rec.SoldeInitialEuro = SoldeEuro();
     m_rec.SoldeInitialFranc = SoldeFranc();
   }
@@ -242,19 +241,17 @@ class Enregistrement {
     return m_app.Reglages.IsEuro() ? QVAPI::ConvertEuroToFranc(Taux(), SoldeSaisi()) : SoldeSaisi();
   }
 
-  void RemplitRepartition() {
-    PoseTexte(m_rec.Rubrique, m_type == Tresorerie ? std::string() : NormaliseRubrique(m_fiche.rubrique));
-    PoseTexte(m_rec.CompteTVA, {});
-    m_rec.TauxTVA = m_type == Tva ? m_fiche.tauxTVA : 0;
-    const std::string compteTVA = QVAPI::GetLongCompte(m_fiche.compteTVA);
-    if ((m_type == Recette || m_type == Depense) && !compteTVA.empty() && m_app.Reglages.IsTVA())
-      for (const ChoixTVA& choix : ChoixComptesTVA(m_app))
-        if (choix.compte == compteTVA) {
-          PoseTexte(m_rec.CompteTVA, compteTVA);
-          m_rec.TauxTVA = choix.taux;
-        }
-    m_rec.PartPro =
-        m_type == Depense && !EstComptePersonnel(m_app, m_compte) ? m_fiche.partPro : ToutProfessionnel;
+  /// Heading, VAT account and rate, as far as an account of the type has them.
+  void Repartit(FicheCompte& fiche) const {
+    fiche.rubrique = m_type == Tresorerie ? std::string() : NormaliseRubrique(fiche.rubrique);
+    if (m_type != Tva) fiche.tauxTVA = 0;
+    const std::string compteTVA = QVAPI::GetLongCompte(std::exchange(fiche.compteTVA, {}));
+    if ((m_type != Recette && m_type != Depense) || compteTVA.empty() || !m_app.Reglages.IsTVA()) return;
+    for (const ChoixTVA& choix : ChoixComptesTVA(m_app))
+      if (choix.compte == compteTVA) {
+        fiche.compteTVA = compteTVA;
+        fiche.tauxTVA = choix.taux;
+      }
   }
 
   Refus Ecrit() {
@@ -314,20 +311,27 @@ bool EstComptePersonnel(CFenlorApp& app, const std::string& compte) {
   return !longue.empty() && longue == app.Magasin.GetComptePerso();
 }
 
-std::string ProposeNumeroTresorerie(CFenlorApp& app, bool banque) {
-  const std::string section = Texte(SecActivite), cle = Texte(banque ? CleRadicalBanque : CleRadicalCaisse);
-  std::string radical = CompacteTexte(app.Reglages.LitIni(section, cle));
+std::string ProposeNumero(CFenlorApp& app, const TexteFixe& cle, const TexteFixe& defaut,
+                          const std::function<bool(const std::string&)>& pris) {
+  const std::string section = Texte(SecActivite);
+  std::string radical = CompacteTexte(app.Reglages.LitIni(section, Texte(cle)));
   if (radical.empty()) {
-    radical = Texte(banque ? RadicalBanqueDefaut : RadicalCaisseDefaut);
-    app.Reglages.EcritIni(section, cle, radical);
+    radical = Texte(defaut);
+    app.Reglages.EcritIni(section, Texte(cle), radical);
   }
   // A long radical leaves few digits; numbers repeat once they are cut at ten characters.
   constexpr unsigned dernier = 9999;
   for (unsigned n = 1; n <= dernier; ++n) {
     const std::string compte = QVAPI::GetLongCompte(radical + std::to_string(n));
-    if (!NumeroPris(app, compte, 0)) return Court(app, compte);
+    if (!pris(compte)) return Court(app, compte);
   }
   return {};
+}
+
+std::string ProposeNumeroTresorerie(CFenlorApp& app, bool banque) {
+  return ProposeNumero(app, banque ? CleRadicalBanque : CleRadicalCaisse,
+                       banque ? RadicalBanqueDefaut : RadicalCaisseDefaut,
+                       [&](const std::string& compte) { return NumeroPris(app, compte, 0); });
 }
 
 bool ClasseJuste(i16 type, const std::string& compte) {

@@ -3,6 +3,7 @@
 // order and replaces the record in one unit of work.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -47,7 +48,10 @@ FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type);
 bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte);
 /// The personal distribution account: the system's own, read only in its form.
 bool EstComptePersonnel(CFenlorApp& app, const std::string& compte);
-/// First free number "radical n", short form; a blank radical is written back with its default.
+/// First number "radical n" that is not `pris` (long form), short form; empty: none. A blank radical is
+/// written back with its default.
+std::string ProposeNumero(CFenlorApp& app, const TexteFixe& cle, const TexteFixe& defaut,
+                          const std::function<bool(const std::string& compte)>& pris);
 std::string ProposeNumeroTresorerie(CFenlorApp& app, bool banque);
 /// Class rule on the long number: 5 treasury, 7 receipts, 6 expenses, 4 VAT, another one the rest.
 bool ClasseJuste(i16 type, const std::string& compte);

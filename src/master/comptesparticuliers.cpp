@@ -17,15 +17,12 @@ ComptesParticuliers LitComptesParticuliers(CFenlorApp& app) {
 bool EcritComptesParticuliers(CFenlorApp& app, const ComptesParticuliers& comptes) {
   const ComptesParticuliers avant = LitComptesParticuliers(app);
   LotReglages lot(app);
-  const auto pose = [&](const TexteFixe& cle, const std::string& ancien, const std::string& nouveau) {
-    const std::string compte = QVAPI::GetLongCompte(nouveau);
-    if (!compte.empty() && compte != ancien) lot.Pose(Texte(SecComptes), Texte(cle), compte);
-  };
-  pose(CleVirementRecette, avant.virementRecette, comptes.virementRecette);
-  pose(CleVirementDepense, avant.virementDepense, comptes.virementDepense);
-  pose(ClePrelevement, avant.perso, comptes.perso);
-  pose(CleEcartCredit, avant.ecartCredit, comptes.ecartCredit);
-  pose(CleEcartDebit, avant.ecartDebit, comptes.ecartDebit);
+  constexpr TexteFixe cles[] = {CleVirementRecette, CleVirementDepense, ClePrelevement, CleEcartCredit,
+                                CleEcartDebit};
+  for (std::size_t i = 0; i < comptes.size(); ++i) {
+    const std::string compte = QVAPI::GetLongCompte(comptes[i]);
+    if (!compte.empty() && compte != avant[i]) lot.Pose(Texte(SecComptes), Texte(cles[i]), compte);
+  }
   return lot.Ecrit();
 }
 

@@ -1,6 +1,7 @@
 // The five special accounts of the books, and the list that each is chosen from.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -8,14 +9,10 @@
 
 namespace fenlor {
 
+/// Their places, in the order of the form.
+enum CompteParticulier { VirementRecette, VirementDepense, Perso, EcartCredit, EcartDebit };
 /// Long forms; empty when none is set.
-struct ComptesParticuliers {
-  std::string virementRecette;  ///< "Compte de virement interne en recettes"
-  std::string virementDepense;
-  std::string perso;  ///< "Compte de répartition personnelle"
-  std::string ecartCredit;
-  std::string ecartDebit;
-};
+using ComptesParticuliers = std::array<std::string, EcartDebit + 1>;
 ComptesParticuliers LitComptesParticuliers(CFenlorApp& app);
 /// An empty one stays as it is set. All of them are written in one replacement of the
 /// settings, or none: false, not told.

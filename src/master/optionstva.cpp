@@ -5,8 +5,8 @@
 
 #include "core/cles.h"
 #include "core/erreurs.h"
-#include "core/fiche.h"
 #include "core/valeurs.h"
+#include "master/comptes.h"
 #include "master/textes.h"
 #include "store/texte1252.h"
 
@@ -31,14 +31,11 @@ bool PorteAilleurs(CPlan& plan, const std::string& compte) {
   return Trouve(plan, compte) && plan.Rec->Type != Tva;
 }
 
-bool AMouvements(const Plan& rec) {
-  return rec.CreditFranc != 0 || rec.DebitFranc != 0 || rec.CreditEuro != 0 || rec.DebitEuro != 0;
-}
-
 Refus RefuseMouvements(CFenlorApp& app, const LigneTva& ligne, const TexteFixe& erreur) {
   if (ligne.position == 0) return {};
   CPlan plan(app, app.PathExercice);
-  if (plan.OpenFile() && Trouve(plan, ligne.compte) && AMouvements(*plan.Rec)) return Refus(erreur, "liste");
+  if (plan.OpenFile() && Trouve(plan, ligne.compte) && ADesMouvements(*plan.Rec))
+    return Refus(erreur, "liste");
   return {};
 }
 
@@ -74,7 +71,7 @@ Refus SupprimeAbsents(CFenlorApp& app, CPlan& plan, const std::vector<LigneTva>&
     if (Porte(lignes, ancien.compte)) continue;
     if (!Trouve(plan, ancien.compte))
       return Refus(ErrMagasin, "", {app.Magasin.QVErreurTexte(ErrCleAbsente)});
-    if (AMouvements(*plan.Rec)) return Refus(ErrSuppressionTvaMouvementee);
+    if (ADesMouvements(*plan.Rec)) return Refus(ErrSuppressionTvaMouvementee);
     if (!app.Magasin.DeletePlan(plan.GetPos())) return app.EchecMagasin();
     ++comptes;
   }
@@ -88,7 +85,7 @@ Refus PoseLigne(CPlan& plan, const LigneTva& ligne, unsigned& comptes) {
   }
   if (plan.Rec->Type != Tva) return Refus(ErrNumeroExistant);
   if (plan.Rec->TauxTVA == ligne.taux) return {};
-  if (AMouvements(*plan.Rec)) return Refus(ErrModificationTvaMouvementee);
+  if (ADesMouvements(*plan.Rec)) return Refus(ErrModificationTvaMouvementee);
   plan.Rec->TauxTVA = ligne.taux;
   ++comptes;
   return plan.Update() ? Refus() : EchecFichier();
@@ -108,22 +105,11 @@ std::vector<LigneTva> LitComptesTva(CFenlorApp& app) {
 }
 
 std::string ProposeCompteTva(CFenlorApp& app, const std::vector<LigneTva>& lignes) {
-  const std::string section = Texte(SecActivite), cle = Texte(CleRadicalTva);
-  std::string radical = CompacteTexte(app.Reglages.LitIni(section, cle));
-  if (radical.empty()) {
-    radical = Texte(RadicalTvaDefaut);
-    app.Reglages.EcritIni(section, cle, radical);
-  }
   CPlan plan(app, app.PathExercice);
   const bool ouvert = plan.OpenFile();
-  // A long radical leaves few digits; numbers repeat once they are cut at ten characters.
-  constexpr unsigned dernier = 9999;
-  for (unsigned n = 1; n <= dernier; ++n) {
-    const std::string compte = QVAPI::GetLongCompte(radical + std::to_string(n));
-    if (!Porte(lignes, compte) && !(ouvert && PorteAilleurs(plan, compte)))
-      return CompacteTexte(app.Magasin.GetShortCompte(compte));
-  }
-  return {};
+  return ProposeNumero(app, CleRadicalTva, RadicalTvaDefaut, [&](const std::string& compte) {
+    return Porte(lignes, compte) || (ouvert && PorteAilleurs(plan, compte));
+  });
 }
 
 Refus ControleNumeroTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, const std::string& compte) {

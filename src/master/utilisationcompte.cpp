@@ -14,10 +14,8 @@ namespace fenlor {
 namespace {
 
 bool EstParticulier(CFenlorApp& app, const std::string& compte) {
-  const ComptesParticuliers c = LitComptesParticuliers(app);
-  const std::string* const comptes[] = {&c.virementRecette, &c.virementDepense, &c.perso, &c.ecartCredit,
-                                        &c.ecartDebit};
-  return std::any_of(std::begin(comptes), std::end(comptes), [&](const auto* p) { return *p == compte; });
+  const ComptesParticuliers comptes = LitComptesParticuliers(app);
+  return std::find(comptes.begin(), comptes.end(), compte) != comptes.end();
 }
 
 /// Long number of the first account that takes its VAT there.

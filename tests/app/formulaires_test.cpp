@@ -26,7 +26,6 @@
 #include "journal/forms/dialogmouvement.h"
 #include "journal/forms/dialogvalidation.h"
 #include "journal/forms/dialogvirement.h"
-#include "master/forms/dialogadressebanque.h"
 #include "master/forms/dialogcompteparticulier.h"
 #include "master/forms/dialogfraiskm.h"
 #include "master/forms/dialoglibelle.h"
@@ -34,9 +33,10 @@
 #include "master/forms/dialogplancomptable.h"
 #include "master/forms/dialogrubrique.h"
 #include "master/forms/dialogtauxeuro.h"
-#include "master/forms/dialogtauxtva.h"
 #include "master/forms/dialogtresorerie.h"
 #include "master/forms/libelleview.h"
+#include "master/forms/pageoptionadressebanque.h"
+#include "master/forms/pageoptiontva.h"
 #include "master/forms/sheetoptions.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
@@ -252,7 +252,7 @@ void TousLesFormulaires::Session() {
   CDialogCompteParticulier particulier(Ui, [] { return false; });
   CDialogTauxEuro taux(Ui);
   CDialogSaisieTaux unTaux(Ui, lignes, -1);
-  CDialogTauxTVA taxe(Ui, taxes);
+  CDialogTauxTVA taxe(Ui, &taxes, {});
   for (QDialog* forme :
        std::initializer_list<QDialog*>{&nouveau, &ouvre, &motDePasse, &index, &proprietes, &options, &adresse,
                                        &particulier, &taux, &unTaux, &taxe})

@@ -176,11 +176,11 @@ TEST_F(OptionsTest, RappelDesMisesAJour) {
 TEST_F(OptionsTest, ComptesParticuliers) {
   Installe();
   ComptesParticuliers comptes = LitComptesParticuliers(App());
-  EXPECT_EQ(comptes.perso, Long("108"));
-  comptes.virementRecette = Long("706");
-  comptes.virementDepense = Long("758");
-  comptes.ecartDebit = "";  // none chosen: stays
-  comptes.perso = Long("6132");
+  EXPECT_EQ(comptes[Perso], Long("108"));
+  comptes[VirementRecette] = Long("706");
+  comptes[VirementDepense] = Long("758");
+  comptes[EcartDebit] = "";  // none chosen: stays
+  comptes[Perso] = Long("6132");
   ASSERT_TRUE(EcritComptesParticuliers(App(), comptes));
   EXPECT_EQ(Magasin().GetCompteVireTo(), Long("706"));
   EXPECT_EQ(Magasin().GetCompteVireFrom(), Long("758"));

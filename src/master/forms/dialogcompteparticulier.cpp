@@ -2,6 +2,9 @@
 
 #include <QLayout>
 #include <QPushButton>
+#include <algorithm>
+
+#include "core/erreurs.h"
 
 namespace fenlor {
 
@@ -10,17 +13,14 @@ using namespace Qt::Literals::StringLiterals;
 ChampsComptesParticuliers::ChampsComptesParticuliers(CFenlorApp& app, QWidget* parent)
     : QWidget(parent),
       m_app(app),
-      m_virementRecette(m_modele),
-      m_virementDepense(m_modele),
-      m_perso(m_modele),
-      m_ecartCredit(m_modele),
-      m_ecartDebit(m_modele) {
+      m_choix{ChoixDeCompte(m_modele), ChoixDeCompte(m_modele), ChoixDeCompte(m_modele),
+              ChoixDeCompte(m_modele), ChoixDeCompte(m_modele)} {
   Formulaire{*this}
-      .Champ(u"Compte de virement interne en &recettes"_s, m_virementRecette, "virementRecette")
-      .Champ(u"Compte de virement interne en &dépenses"_s, m_virementDepense, "virementDepense")
-      .Champ(u"Compte de répartition &personnelle"_s, m_perso, "perso")
-      .Champ(u"Compte d'écart en &crédit"_s, m_ecartCredit, "ecartCredit")
-      .Champ(u"Compte d'écart en d&ébit"_s, m_ecartDebit, "ecartDebit");
+      .Champ(u"Compte de virement interne en &recettes"_s, m_choix[VirementRecette], "virementRecette")
+      .Champ(u"Compte de virement interne en &dépenses"_s, m_choix[VirementDepense], "virementDepense")
+      .Champ(u"Compte de répartition &personnelle"_s, m_choix[Perso], "perso")
+      .Champ(u"Compte d'écart en &crédit"_s, m_choix[EcartCredit], "ecartCredit")
+      .Champ(u"Compte d'écart en d&ébit"_s, m_choix[EcartDebit], "ecartDebit");
   layout()->setContentsMargins(0, 0, 0, 0);
 }
 
@@ -36,16 +36,13 @@ void ChampsComptesParticuliers::Recharge() {
 }
 
 void ChampsComptesParticuliers::Choisit(const ComptesParticuliers& comptes) {
-  m_virementRecette.Choisit(comptes.virementRecette);
-  m_virementDepense.Choisit(comptes.virementDepense);
-  m_perso.Choisit(comptes.perso);
-  m_ecartCredit.Choisit(comptes.ecartCredit);
-  m_ecartDebit.Choisit(comptes.ecartDebit);
+  for (std::size_t i = 0; i < m_choix.size(); ++i) m_choix[i].Choisit(comptes[i]);
 }
 
 ComptesParticuliers ChampsComptesParticuliers::Valeur() const {
-  return {m_virementRecette.Valeur(), m_virementDepense.Valeur(), m_perso.Valeur(), m_ecartCredit.Valeur(),
-          m_ecartDebit.Valeur()};
+  ComptesParticuliers comptes;
+  std::transform(m_choix.begin(), m_choix.end(), comptes.begin(), [](const auto& c) { return c.Valeur(); });
+  return comptes;
 }
 
 CDialogCompteParticulier::CDialogCompteParticulier(ContexteUi& contexte, std::function<bool()> nouveau,
@@ -63,6 +60,21 @@ CDialogCompteParticulier::CDialogCompteParticulier(ContexteUi& contexte, std::fu
 }
 
 bool CDialogCompteParticulier::Enregistre() {
+  return EcritComptesParticuliers(App(), m_champs.Valeur()) || DitEchecReglages(App());
+}
+
+CPageOptionCompte::CPageOptionCompte(ContexteUi& contexte)
+    : CZNPage(contexte, u"Comptes particuliers"_s, "PageOptionCompte"), m_champs(contexte.App) {
+  Formulaire{*this}.Seul(m_champs, "comptes").Pousse();
+}
+
+bool CPageOptionCompte::Charge() {
+  if (App().Reglages.IsExerciceCloture()) return App().ReportErreur(ErrExerciceCloture);
+  m_champs.Charge();
+  return true;
+}
+
+bool CPageOptionCompte::Enregistre() {
   return EcritComptesParticuliers(App(), m_champs.Valeur()) || DitEchecReglages(App());
 }
 

@@ -1,5 +1,5 @@
-// The five special accounts: their fields, which the page of the options shares, and
-// `CDialogCompteParticulier`.
+// The five special accounts: their fields, `CDialogCompteParticulier` and `CPageOptionCompte`, which share
+// them.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 
 #include "master/comptesparticuliers.h"
 #include "master/forms/choixdecompte.h"
-#include "ui/czndialog.h"
+#include "ui/cznsheet.h"
 
 namespace fenlor {
 
@@ -25,7 +25,7 @@ class ChampsComptesParticuliers : public QWidget {
   void Choisit(const ComptesParticuliers& comptes);
   CFenlorApp& m_app;
   ModeleComptes m_modele;
-  ChoixDeCompte m_virementRecette, m_virementDepense, m_perso, m_ecartCredit, m_ecartDebit;
+  std::array<ChoixDeCompte, EcartDebit + 1> m_choix;
   FinDesLiens m_finLiens{*this};
 };
 
@@ -38,6 +38,19 @@ class CDialogCompteParticulier : public CZNDialog {
                                     QWidget* parent = nullptr);
 
  protected:
+  bool Enregistre() override;
+
+ private:
+  ChampsComptesParticuliers m_champs;
+  FinDesLiens m_finLiens{*this};
+};
+
+/// A closed exercice is refused.
+class CPageOptionCompte : public CZNPage {
+  Q_OBJECT
+ public:
+  explicit CPageOptionCompte(ContexteUi& contexte);
+  bool Charge() override;
   bool Enregistre() override;
 
  private:

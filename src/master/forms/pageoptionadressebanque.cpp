@@ -1,6 +1,5 @@
 #include "master/forms/pageoptionadressebanque.h"
 
-#include "master/forms/dialogadressebanque.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -69,6 +68,26 @@ void CPageOptionAdresseBanque::Supprime() {
   AdresseBanque& banque = m_banques[static_cast<std::size_t>(ligne)];
   banque = {banque.code, {}, {}};
   m_liste.Relit(ligne);
+}
+
+CDialogAdresseBanque::CDialogAdresseBanque(ContexteUi& contexte, const AdresseBanque& banque, QWidget* parent)
+    : CZNDialog(contexte, u"Etablissements bancaires"_s, "DialogAdresseBanque", parent) {
+  m_identification.PoseLignes(4);
+  Formulaire{Zone()}
+      .Champ(u"Compte associé : "_s, m_code, "code")
+      .Champ(u"Nom et a&dresse : "_s, m_identification, "identification")
+      .Limite(TailleIdentification)
+      .Champ(u"Numéro de &compte : "_s, m_compte, "compte")
+      .Limite(TailleIdentification)
+      .Pousse();
+  m_code.Pose(banque.code);
+  m_identification.Pose(banque.identification);
+  m_compte.Pose(banque.compte);
+  Boutons(Mode::Simple);
+}
+
+AdresseBanque CDialogAdresseBanque::Valeur() const {
+  return {m_code.Valeur(), m_identification.Valeur(), m_compte.Valeur()};
 }
 
 }  // namespace fenlor

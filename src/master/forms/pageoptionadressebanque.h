@@ -1,4 +1,5 @@
-// `CPageOptionAdresseBanque`: name, address and account number of each bank account.
+// `CPageOptionAdresseBanque`: name, address and account number of each bank account, and the form
+// of one of them.
 #pragma once
 
 #include "master/options.h"
@@ -7,6 +8,20 @@
 #include "ui/listeeditee.h"
 
 namespace fenlor {
+
+/// Edits a value; writes nothing.
+class CDialogAdresseBanque : public CZNDialog {
+  Q_OBJECT
+ public:
+  CDialogAdresseBanque(ContexteUi& contexte, const AdresseBanque& banque, QWidget* parent = nullptr);
+  AdresseBanque Valeur() const;
+
+ private:
+  Lecture m_code;
+  EditeurTexteLong m_identification;
+  EditeurTexte m_compte;
+  FinDesLiens m_finLiens{*this};
+};
 
 class CPageOptionAdresseBanque : public CZNPage {
   Q_OBJECT

@@ -4,11 +4,10 @@
 #include <QTabBar>
 #include <algorithm>
 
+#include "master/forms/dialogcompteparticulier.h"
 #include "master/forms/pageoptionactivite.h"
 #include "master/forms/pageoptionadressebanque.h"
-#include "master/forms/pageoptionassociation.h"
-#include "master/forms/pageoptioncomptable.h"
-#include "master/forms/pageoptioncompte.h"
+#include "master/forms/pageoptionconseils.h"
 #include "master/forms/pageoptionpassword.h"
 #include "master/forms/pageoptionsupdate.h"
 #include "master/forms/pageoptiontva.h"

@@ -1,4 +1,4 @@
-#include "master/forms/pageoptionassociation.h"
+#include "master/forms/pageoptionconseils.h"
 
 #include "core/texte.h"
 #include "master/options.h"
@@ -32,6 +32,25 @@ bool CPageOptionAssociation::Charge() {
 bool CPageOptionAssociation::Enregistre() {
   return EcritAssociation(App(), {m_identification.Valeur(), m_numero.Valeur(), m_annee.Valeur()}) ||
          DitEchecReglages(App());
+}
+
+CPageOptionComptable::CPageOptionComptable(ContexteUi& contexte)
+    : CZNPage(contexte, u"Comptable"_s, "PageOptionComptable") {
+  m_identification.PoseLignes(4);
+  Formulaire{*this}
+      .Texte(u"Expert-comptable ou conseil du cabinet."_s)
+      .Champ(u"&Identification :"_s, m_identification, "identification")
+      .Limite(TailleIdentification)
+      .Pousse();
+}
+
+bool CPageOptionComptable::Charge() {
+  m_identification.Pose(LitComptable(App()));
+  return true;
+}
+
+bool CPageOptionComptable::Enregistre() {
+  return EcritComptable(App(), m_identification.Valeur()) || DitEchecReglages(App());
 }
 
 }  // namespace fenlor
