@@ -1,6 +1,10 @@
 #include "master/forms/comptesview.h"
 
 #include "core/texte.h"
+#include "master/forms/dialogplan.h"
+#include "master/forms/dialogplancomptable.h"
+#include "master/forms/dialogtresorerie.h"
+#include "reports/textes.h"
 
 namespace fenlor {
 
@@ -27,5 +31,32 @@ void ComptesView::FillList() {
 std::vector<Position> ComptesView::Positions() { return PositionsComptes(App(), m_liste); }
 
 Refus ComptesView::SupprimeFiche(Position position) { return SupprimeCompte(App(), m_forme, position); }
+
+CPlanView::CPlanView(ContexteUi& contexte, i16 type)
+    : ComptesView(contexte, type == Recette ? TitreComptesRecettes : TitreComptesDepenses,
+                  type == Recette ? FenComptesRecettes : FenComptesDepenses,
+                  type == Recette ? ListeComptes::Recettes : ListeComptes::Depenses,
+                  FormeCompte::RecettesDepenses),
+      m_type(type) {}
+
+std::unique_ptr<DialogFiche> CPlanView::Forme(Position position) {
+  return std::make_unique<CDialogPlan>(Contexte(), this, m_type, position);
+}
+
+CPlanComptableView::CPlanComptableView(ContexteUi& contexte)
+    : ComptesView(contexte, TitrePlanComptable, FenPlanComptable, ListeComptes::PlanComptable,
+                  FormeCompte::PlanComptable) {}
+
+std::unique_ptr<DialogFiche> CPlanComptableView::Forme(Position position) {
+  return std::make_unique<CDialogPlanComptable>(Contexte(), this, position);
+}
+
+CTresorerieView::CTresorerieView(ContexteUi& contexte)
+    : ComptesView(contexte, TitreComptesTresorerie, FenTresorerie, ListeComptes::Tresorerie,
+                  FormeCompte::Tresorerie) {}
+
+std::unique_ptr<DialogFiche> CTresorerieView::Forme(Position position) {
+  return std::make_unique<CDialogTresorerie>(Contexte(), this, position);
+}
 
 }  // namespace fenlor

@@ -1,5 +1,4 @@
-// The lists of accounts: what the windows of receipts, expenses, treasury and the whole
-// chart have in common. Each adds its form.
+// The lists of accounts: the windows of receipts, expenses, treasury and the whole chart.
 #pragma once
 
 #include "master/comptes.h"
@@ -21,6 +20,47 @@ class ComptesView : public FichesView {
   const FormeCompte m_forme;
   bool m_deuxMonnaies;
   CPlan m_plan;
+  FinDesLiens m_finLiens{*this};
+};
+
+/// The accounts of receipts, or those of expenses.
+class CPlanView : public ComptesView {
+  Q_OBJECT
+ public:
+  /// `type` is `Recette` or `Depense`.
+  CPlanView(ContexteUi& contexte, i16 type);
+
+ protected:
+  std::unique_ptr<DialogFiche> Forme(Position position) override;
+
+ private:
+  const i16 m_type;
+  FinDesLiens m_finLiens{*this};
+};
+
+/// All accounts of the exercice, in order of their number.
+class CPlanComptableView : public ComptesView {
+  Q_OBJECT
+ public:
+  explicit CPlanComptableView(ContexteUi& contexte);
+
+ protected:
+  std::unique_ptr<DialogFiche> Forme(Position position) override;
+
+ private:
+  FinDesLiens m_finLiens{*this};
+};
+
+/// The bank and cash accounts, with their balances.
+class CTresorerieView : public ComptesView {
+  Q_OBJECT
+ public:
+  explicit CTresorerieView(ContexteUi& contexte);
+
+ protected:
+  std::unique_ptr<DialogFiche> Forme(Position position) override;
+
+ private:
   FinDesLiens m_finLiens{*this};
 };
 
