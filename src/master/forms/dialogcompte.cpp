@@ -11,18 +11,12 @@ DialogCompte::DialogCompte(ContexteUi& contexte, const char* nom, FormeCompte fo
                            FichesView* vue, Position position, QWidget* parent)
     : FormulaireFiche(contexte, nom, vue, position, parent), m_forme(forme), m_type(type) {}
 
-void DialogCompte::ChampCode(Formulaire& formulaire, const QString& libelle) {
-  formulaire.Champ(libelle, m_code, "code").SurChangement([this] { MontreTitre(); }).SurDepart([this] {
-    QuitteCode();
-  });
-}
-
-void DialogCompte::ChampNumero(Formulaire& formulaire, const QString& libelle) {
-  formulaire.Champ(libelle, m_numero, "compte").SurDepart([this] { QuitteNumero(); });
-}
-
-void DialogCompte::ChampDesignation(Formulaire& formulaire, const QString& libelle) {
-  formulaire.Champ(libelle, m_designation, "designation");
+void DialogCompte::CodeEtNumero(Formulaire& formulaire, const QString& code, const QString& numero) {
+  formulaire.Champ(code, m_code, "code")
+      .SurChangement([this] { MontreTitre(); })
+      .SurDepart([this] { QuitteCode(); })
+      .Champ(numero, m_numero, "compte")
+      .SurDepart([this] { QuitteNumero(); });
 }
 
 QString DialogCompte::Titre() const {

@@ -13,9 +13,7 @@ class DialogCompte : public FormulaireFiche<FicheCompte> {
   DialogCompte(ContexteUi& contexte, const char* nom, FormeCompte forme, i16 type, FichesView* vue,
                Position position, QWidget* parent);
 
-  void ChampCode(Formulaire& formulaire, const QString& libelle);
-  void ChampNumero(Formulaire& formulaire, const QString& libelle);
-  void ChampDesignation(Formulaire& formulaire, const QString& libelle);
+  void CodeEtNumero(Formulaire& formulaire, const QString& code, const QString& numero);
 
   const Plan& Compte() const { return m_compte; }
   EditeurTexte& Code() { return m_code; }

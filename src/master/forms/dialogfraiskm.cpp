@@ -147,12 +147,7 @@ FicheFraisKm CDialogFraisKm::Lit() {
   FicheFraisKm fiche;
   fiche.enregistre = m_enregistre;
   fiche.compteur = m_compteur.isChecked();
-  fiche.ancien = texte(m_ancien);
-  fiche.dernier = texte(m_dernier);
-  fiche.kms = texte(m_kms);
-  fiche.borneInf = texte(m_inf);
-  fiche.borneSup = texte(m_sup);
-  fiche.fixe = texte(m_fixe);
+  for (const auto& [champ, membre] : m_textes) fiche.*membre = texte(*champ);
   for (std::size_t i = 0; i < m_taux.size(); ++i) fiche.taux[i] = texte(m_taux[i]);
   return fiche;
 }
@@ -160,12 +155,7 @@ FicheFraisKm CDialogFraisKm::Lit() {
 void CDialogFraisKm::Montre(const FicheFraisKm& fiche) {
   m_enregistre = fiche.enregistre;
   (fiche.compteur ? m_compteur : m_distance).setChecked(true);
-  m_ancien.setText(Q(fiche.ancien));
-  m_dernier.setText(Q(fiche.dernier));
-  m_kms.setText(Q(fiche.kms));
-  m_inf.setText(Q(fiche.borneInf));
-  m_sup.setText(Q(fiche.borneSup));
-  m_fixe.setText(Q(fiche.fixe));
+  for (const auto& [champ, membre] : m_textes) champ->setText(Q(fiche.*membre));
   for (std::size_t i = 0; i < m_taux.size(); ++i)
     m_taux[i].setText(EstVide(fiche.taux[i]) ? QString() : Q(FormatTauxKm(App(), fiche.taux[i], i)));
   m_supprimer->setEnabled(m_enregistre && !App().Reglages.IsExerciceCloture());

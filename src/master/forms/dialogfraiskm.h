@@ -49,6 +49,13 @@ class CDialogFraisKm : public CZNDialog {
   EditeurPas m_ancien, m_dernier, m_kms, m_inf, m_sup;
   EditeurMontant m_fixe;
   std::array<EditeurPas, 3> m_taux;
+  const std::array<std::pair<EditeurMontant*, std::string FicheFraisKm::*>, 6> m_textes{
+      {{&m_ancien, &FicheFraisKm::ancien},
+       {&m_dernier, &FicheFraisKm::dernier},
+       {&m_kms, &FicheFraisKm::kms},
+       {&m_inf, &FicheFraisKm::borneInf},
+       {&m_sup, &FicheFraisKm::borneSup},
+       {&m_fixe, &FicheFraisKm::fixe}}};
   std::array<QLabel, 3> m_libelles;
   Lecture m_montant;
   QPushButton* m_supprimer = nullptr;

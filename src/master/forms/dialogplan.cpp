@@ -15,9 +15,8 @@ CDialogPlan::CDialogPlan(ContexteUi& contexte, FichesView* vue, i16 type, Positi
       m_soldes(contexte.App),
       m_repartition(contexte.App) {
   Formulaire formulaire = Champs();
-  ChampCode(formulaire, u"Code :"_s);
-  ChampNumero(formulaire, u"Compte :"_s);
-  ChampDesignation(formulaire, u"Désignation :"_s);
+  CodeEtNumero(formulaire, u"Code :"_s, u"Compte :"_s);
+  formulaire.Champ(u"Désignation :"_s, Designation(), "designation");
   m_affectation.Declare(formulaire);
   m_soldes.Declare(formulaire, {{"T.T.C. :", "ttc", &SoldesCompte::ttc},
                                 {"H.T. :", "ht", &SoldesCompte::ht},

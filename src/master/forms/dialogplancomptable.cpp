@@ -27,10 +27,9 @@ CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, FichesView* vue
   for (const std::string& type : {"Trésor"_w, "Recette"_w, "Dépense"_w, "T.V.A."_w, "Autres"_w})
     m_type.Ajoute(type);
   Formulaire formulaire = Champs();
-  ChampCode(formulaire, u"&Code :"_s);
-  ChampNumero(formulaire, u"Com&pte :"_s);
+  CodeEtNumero(formulaire, u"&Code :"_s, u"Com&pte :"_s);
   formulaire.Champ(u"Type de compte :"_s, m_type, "type").SurChangement([this] { ChangeType(); });
-  ChampDesignation(formulaire, u"&Désignation :"_s);
+  formulaire.Champ(u"&Désignation :"_s, Designation(), "designation");
   m_tresorerie.Declare(formulaire);
   m_affectation.DeclareRubrique(formulaire);
   DeclareTaxe(formulaire);

@@ -9,9 +9,8 @@ CDialogTresorerie::CDialogTresorerie(ContexteUi& contexte, FichesView* vue, Posi
     : DialogCompte(contexte, "DialogTresorerie", FormeCompte::Tresorerie, Tresorerie, vue, position, parent),
       m_tresorerie(contexte.App) {
   Formulaire formulaire = Champs();
-  ChampCode(formulaire, u"&Code :"_s);
-  ChampNumero(formulaire, u"Com&pte :"_s);
-  ChampDesignation(formulaire, u"&Désignation :"_s);
+  CodeEtNumero(formulaire, u"&Code :"_s, u"Com&pte :"_s);
+  formulaire.Champ(u"&Désignation :"_s, Designation(), "designation");
   m_tresorerie.Declare(formulaire);
   m_tresorerie.DeclareSoldes(formulaire);
   formulaire.Pousse();

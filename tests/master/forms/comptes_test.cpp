@@ -7,10 +7,10 @@
 #include <QTest>
 
 #include "journal/cabinetmedical.h"
+#include "master/forms/comptesview.h"
 #include "master/forms/dialogplan.h"
 #include "master/forms/dialogplancomptable.h"
 #include "master/forms/dialogtresorerie.h"
-#include "master/forms/comptesview.h"
 #include "master/textes.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
@@ -242,8 +242,7 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
     EXPECT_TRUE(Bouton(f, u"&Ok"_s).isEnabled() && Montant(f, "professionnelle").isEnabled());
   });
   Regle("2003", "TVA", "Non");
-  CDialogPlan sans(Ui, nullptr, Recette, 0);
-  EXPECT_EQ(sans.findChild<EditeurChoix*>(u"tva"_s), nullptr);
+  EXPECT_EQ(CDialogPlan(Ui, nullptr, Recette, 0).findChild<EditeurChoix*>(u"tva"_s), nullptr);
 }
 
 TEST_F(FormesComptes, TresorerieNumeroProposeEtSoldeInitial) {
