@@ -28,71 +28,6 @@ namespace fenlor::test {
 
 namespace {
 
-/// Every command that the program is to have, with the text of its menu.
-constexpr struct {
-  unsigned numero;
-  const char* texte;
-} Voulues[] = {
-    {1000, "&Nouvel exercice..."},
-    {1001, "&Ouvrir un exercice..."},
-    {1094, "&Fermer cet exercice"},
-    {1002, "&Clôture de l'exercice..."},
-    {1240, "S&uppression de l'exercice..."},
-    {1003, "&Sauvegarder..."},
-    {1004, "&Restaurer..."},
-    {1246, "&Propriétés..."},
-    {7002, nullptr},
-    {1005, "&Ajouter..."},
-    {1006, "&Modifier..."},
-    {1007, "&Supprimer..."},
-    {1012, "Ecritures de &RECETTES"},
-    {1013, "Ecritures de &DEPENSES"},
-    {1014, "Ecritures d'&OPERATIONS DIVERSES"},
-    {1015, "Registre des &IMMOBILISATIONS"},
-    {1016, "Comptes de &TRESORERIE"},
-    {1017, "Com&ptes de RECETTES"},
-    {1018, "Compt&es de DEPENSES"},
-    {1019, "Pl&an Comptable"},
-    {1020, "R&UBRIQUES de l'état fiscal"},
-    {1021, "&LIBELLES des écritures"},
-    {1024, nullptr},
-    {1025, nullptr},
-    {1026, "&Détail des écritures..."},
-    {1027, "&Extrait de compte..."},
-    {1028, "&Grand livre..."},
-    {1029, "&Balance des comptes..."},
-    {1030, "Etat de &T.V.A...."},
-    {1031, "Etat de r&approchement...."},
-    {1032, "Etat de &centralisation...."},
-    {1033, "Déclaration fiscale (&2035)..."},
-    {1034, "&Remise de chèques..."},
-    {1035, "A&mortissements..."},
-    {1036, "Plus et moins &values..."},
-    {1037, "Gra&phiques..."},
-    {1038, "&Ecritures automatiques..."},
-    {1095, "Calcul des échéances"},
-    {1039, "&Frais kilométriques..."},
-    {1040, "&Virement interne..."},
-    {1041, "&Rapprochement bancaire..."},
-    {1224, "&Validation du brouillard..."},
-    {1251, "Mises à jour &automatiques..."},
-    {1042, "Reconstruction des &clés d'accès..."},
-    {1043, "Rec&alcul des cumuls..."},
-    {1250, "Ajustement des Montants Euro"},
-    {1044, "Calc&ulatrice"},
-    {1045, "&Préférences..."},
-    {1212, nullptr},
-    {1213, "Options..."},
-    {1058, "Quorbane sur le Web..."},
-    {1059, "Ecrivez-nous..."},
-    {1060, "Astuce du jour..."},
-    {1062, "Informations système..."},
-    {57664, "&A propos de la Fenlor..."},
-    {57606, "&Configuration de l'impression..."},
-    {57607, "&Imprimer..."},
-    {57609, "Aperçu a&vant impression"},
-};
-
 /// A document window that notes what happens to it.
 class VueDeTest : public Vue {
  public:
@@ -139,16 +74,6 @@ class CommandesUiTest : public UiDeTest {
 };
 
 }  // namespace
-
-TEST(TableCommandes, EstComplete) {
-  for (const auto& voulue : Voulues) {
-    const Commande* commande = TrouveCommande(voulue.numero);
-    ASSERT_NE(commande, nullptr) << voulue.numero;
-    if (voulue.texte) {
-      EXPECT_STREQ(commande->texte, voulue.texte);
-    }
-  }
-}
 
 TEST(TableCommandes, ChaqueLigneEstEntiereEtUnique) {
   std::set<unsigned> numeros;

@@ -185,16 +185,6 @@ TEST_F(DemarrageTest, LaNoteDUnArretEtDesReglagesChangesSontDits) {
   ASSERT_TRUE(Demarre(options));
 }
 
-TEST_F(DemarrageTest, UnExerciceSansDatesRecoitCellesDeSonNom) {
-  PremierDemarrage();
-  Arrete();
-  EcritReglage("2003", "Debut", "");
-  Robot robot;
-  robot.Attend("DialogMessage", Boite("01/01/2003", QStringLiteral("&Ok")));
-  ASSERT_TRUE(Demarre());
-  EXPECT_EQ(Reglage("2003", "Debut"), "01/01/2003");
-}
-
 TEST_F(DemarrageTest, DesReglagesVidesNeCachentPasLesLivres) {
   PremierDemarrage();
   Arrete();

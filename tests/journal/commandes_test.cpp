@@ -49,40 +49,22 @@ class CommandesTest : public CabinetMedical {
       m.LienApplication = application;
       PoseTexte(m.Tiers, "DURAND");
     });
-    if (!avecFiche) return;
-    QVAPI& magasin = Magasin();
-    if (recette) {
-      const u32 poignee = magasin.OpenRecettes({});
-      RecetteLiee rec{};
-      rec.LienPoste = 3;
-      rec.LienA = 5;
-      rec.LienB = 0x10007;
-      ASSERT_NE(0u, magasin.WriteRecettes(rec));
-      magasin.CloseRecettes(poignee);
-    } else {
-      const u32 poignee = magasin.OpenDepenses({});
-      DepenseLiee rec{};
-      rec.LienA = 5;
-      rec.LienB = 7;
-      PoseTexte(rec.Tiers, "DURAND");
-      ASSERT_NE(0u, magasin.WriteDepenses(rec));
-      magasin.CloseDepenses(poignee);
-    }
+    if (avecFiche) AvecFiche(recette, [](auto ecrit, auto, auto) { ASSERT_NE(0u, ecrit()); });
   }
 
   std::string TexteDe(const TexteFixe& question) { return VersUtf8(TexteFormat(question, {"Essai"})); }
-  /// The parent application's receipt, or expense, of `Lie`; 0 when it is gone.
-  Position Fiche(bool recette, bool supprime = false) {
+  /// Gives writing, reading and deleting of the parent application's record of `Lie`.
+  template <class Geste>
+  void AvecFiche(bool recette, Geste geste) {
     QVAPI& magasin = Magasin();
-    Position position = 0;
     if (recette) {
       const u32 poignee = magasin.OpenRecettes({});
       RecetteLiee rec{};
       rec.LienPoste = 3;
       rec.LienA = 5;
       rec.LienB = 0x10007;
-      position = magasin.ReadRecettes(rec, 2);
-      if (position && supprime) magasin.DeleteRecettes(position);
+      geste([&] { return magasin.WriteRecettes(rec); }, [&] { return magasin.ReadRecettes(rec, 2); },
+            [&](Position p) { return magasin.DeleteRecettes(p); });
       magasin.CloseRecettes(poignee);
     } else {
       const u32 poignee = magasin.OpenDepenses({});
@@ -90,10 +72,18 @@ class CommandesTest : public CabinetMedical {
       rec.LienA = 5;
       rec.LienB = 7;
       PoseTexte(rec.Tiers, "DURAND");
-      position = magasin.ReadDepenses(rec, 0);
-      if (position && supprime) magasin.DeleteDepenses(position);
+      geste([&] { return magasin.WriteDepenses(rec); }, [&] { return magasin.ReadDepenses(rec, 0); },
+            [&](Position p) { return magasin.DeleteDepenses(p); });
       magasin.CloseDepenses(poignee);
     }
+  }
+  /// The parent application's receipt, or expense, of `Lie`; 0 when it is gone.
+  Position Fiche(bool recette, bool supprime = false) {
+    Position position = 0;
+    AvecFiche(recette, [&](auto, auto lit, auto efface) {
+      position = lit();
+      if (position && supprime) efface(position);
+    });
     return position;
   }
 

@@ -146,12 +146,19 @@ TEST_F(ListeJournal, UneEcritureQuitteLaListe) {
     DemandeListe demande;
     std::function<void()> change;
   };
-  DemandeListe nonPointees = Demande();
-  nonPointees.criteres.Toutes = 0;
-  nonPointees.criteres.NonPointees = 1;
-  DemandeListe nonRapprochees = Demande();
-  nonRapprochees.criteres.Toutes = 0;
-  nonRapprochees.criteres.NonRapprochees = 1;
+  const auto sans = [&](u32 CritereEcriture::*marque) {
+    DemandeListe demande = Demande();
+    demande.criteres.Toutes = 0;
+    demande.criteres.*marque = 1;
+    return demande;
+  };
+  DemandeListe quinze = Demande(), autreCompte = Demande();
+  quinze.criteres.TousJours = 0;
+  quinze.criteres.JourDe = quinze.criteres.JourA = 15;
+  autreCompte.criteres.TousComptes = 0;
+  PoseTexte(autreCompte.criteres.CompteDe, "7065");
+  PoseTexte(autreCompte.criteres.CompteA, "7065");
+  EXPECT_TRUE(Numeros(autreCompte).empty());
   DemandeListe rubrique = Demande();
   rubrique.criteres.ToutesRubriques = 0;
   PoseTexte(rubrique.criteres.RubriqueDe, "01");
@@ -168,8 +175,14 @@ TEST_F(ListeJournal, UneEcritureQuitteLaListe) {
   };
   poseRubrique("02 ");
   const Cas cas[] = {
-      {"pointed", nonPointees, [&] { ASSERT_FALSE(PointeEcriture(App(), mouvement)); }},
-      {"reconciled", nonRapprochees,
+      {"pointed", sans(&CritereEcriture::NonPointees),
+       [&] { ASSERT_FALSE(PointeEcriture(App(), mouvement)); }},
+      {"remitted", sans(&CritereEcriture::NonRemises),
+       [&] { ChangeLignes(mouvement, [](Line& l) { l.Remise = l.Role == RoleTresorerie; }); }},
+      {"linked", sans(&CritereEcriture::NonAssociees),
+       [&] { ChangeLignes(mouvement, [](Line& l) { l.LienB = 0x10000; }); }},
+      {"of another day", quinze, [&] { Deplace(mouvement, FaitDate(16, 3, 2003)); }},
+      {"reconciled", sans(&CritereEcriture::NonRapprochees),
        [&] { ChangeLignes(mouvement, [](Line& l) { l.Rapprochee = l.Role == RoleTresorerie; }); }},
       {"validated", Demande(JournalRecettes, ListeBrouillard),
        [&] { ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, mouvement, 1)); }},

@@ -239,13 +239,7 @@ TEST_F(VingtEcritures, AuClavierDonnentLeMagasinDeLaRegle) {
     const auto tapes = Enregistrements(Magasin(), fichier, taille);
     const auto donnes = Enregistrements(jumelle.Magasin(), fichier, taille);
     ASSERT_EQ(tapes.size(), donnes.size()) << nom;
-    for (std::size_t i = 0; i < tapes.size(); ++i) {
-      const std::string &a = tapes[i], &b = donnes[i];
-      const auto premier = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
-      EXPECT_TRUE(a == b) << nom << " record " << i << " differs at byte "
-                          << premier - static_cast<std::ptrdiff_t>(a.find(':')) - 1 << ": "
-                          << a.substr(a.find(':') + 1 + 10, 30).c_str();
-    }
+    for (std::size_t i = 0; i < tapes.size(); ++i) EXPECT_TRUE(tapes[i] == donnes[i]) << nom << " " << i;
     EXPECT_GT(tapes.size(), 20u) << nom;
   };
   const u32 plans[] = {Magasin().OpenPlan({}), jumelle.Magasin().OpenPlan({})};

@@ -101,18 +101,6 @@ TEST_F(VueCommandes, Disponibilite) {
   EXPECT_FALSE(vue->Disponible(Valider));
   EXPECT_TRUE(vue->Disponible(Modifier) && vue->Disponible(Supprimer));
 
-  // A treasury account in the combo decides by itself.
-  auto& combo = Trouve<QComboBox>(*vue, "compte");
-  int comptes = 0;
-  for (int i = 0; i < combo.count() - 1; ++i) {
-    combo.setCurrentIndex(i);
-    Q_EMIT combo.activated(i);
-    if (vue->GetEcrCount() == 0) continue;
-    ++comptes;
-    EXPECT_EQ(vue->Disponible(Rapprocher), vue->GetEcrId(0) == banque) << combo.currentText().toStdString();
-  }
-  EXPECT_EQ(comptes, 2);
-
   unsigned apercus = 0, impressions = 0;
   vue->SurImpression([&](bool apercu) { ++(apercu ? apercus : impressions); });
   EXPECT_TRUE(vue->Disponible(Imprimer) && vue->Disponible(Apercu));
@@ -313,21 +301,6 @@ TEST_F(VueCommandes, ChangerLaDate) {
     f.reject();
   });
   vue->Execute(Ajouter);
-}
-
-TEST_F(VueCommandes, RenumeroterCeQuiEstAffiche) {
-  const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(4, 3);
-  Validee(a);
-  const auto vue = Ouvre(JournalRecettes, "Brouillard");
-  Boite.Reponses = {RepNon, RepOui};
-  vue->Execute(Renumeroter);
-  EXPECT_EQ(+Entete(c).Ligne, 3u);
-  vue->Execute(Renumeroter);
-  EXPECT_THAT(Boite.NumerosQuestions(), ElementsAre(3430u, 3430u)) << "some are hidden";
-  EXPECT_EQ(+Entete(b).Ligne, 1u);
-  EXPECT_EQ(+Entete(c).Ligne, 2u);
-  EXPECT_EQ(+Entete(a).Ligne, 1u) << "hidden";
-  EXPECT_EQ(Rangee(*vue, 1).substr(0, 4), "2|3|");
 }
 
 TEST_F(VueCommandes, AjouterEtModifier) {
