@@ -1,6 +1,7 @@
 #include "journal/cabinetmedical.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "core/btfiles.h"
 #include "store/texte1252.h"
@@ -95,6 +96,20 @@ Mouvement CabinetMedical::Entete(u32 mouvement) {
   Mouvement entete{};
   EXPECT_TRUE(Magasin().ReadMouvements(App().PathExercice, mouvement, entete));
   return entete;
+}
+
+void CompareLivres(CabinetMedical& un, CabinetMedical& autre, u32 ecritures) {
+  for (u32 m = 1; m <= ecritures; ++m) {
+    const std::vector<Line> a = un.Lignes(m), b = autre.Lignes(m);
+    ASSERT_TRUE(!a.empty() && a.size() == b.size()) << m;
+    EXPECT_EQ(std::memcmp(a.data(), b.data(), a.size() * sizeof(Line)), 0) << m;
+  }
+  CPlan plan(un.App(), un.App().PathExercice);
+  ASSERT_TRUE(plan.OpenFile());
+  for (bool lu = plan.First(0); lu; lu = plan.Next(0)) {
+    const Plan compte = autre.LitCompte(un.Magasin().GetShortCompte(LitTexte(plan.Rec->Compte)));
+    EXPECT_EQ(std::memcmp(plan.Rec, &compte, sizeof compte), 0) << LitTexte(plan.Rec->Compte);
+  }
 }
 
 }  // namespace fenlor::test

@@ -51,4 +51,11 @@ class CabinetMedical : public CabinetDeTest {
   EcritureFaite Faite;
 };
 
+/// Another practice, for what the first one was told by its forms told by the rule.
+class Jumeau : public CabinetMedical {
+  void TestBody() override {}
+};
+/// The first entries of both, and every account, are the same to the byte.
+void CompareLivres(CabinetMedical& un, CabinetMedical& autre, u32 ecritures);
+
 }  // namespace fenlor::test

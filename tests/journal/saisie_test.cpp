@@ -193,16 +193,6 @@ TEST_F(SaisieTest, ModeDePaiement) {
   }
 }
 
-TEST_F(SaisieTest, EcritureStandard) {
-  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100);
-  saisie.genre = GenreStandard;
-  saisie.tresoreries = {{Long("512"), 33.33}, {Long("531"), 33.33}, {Long("514"), 33.34}};
-  const u32 mouvement = Enregistre(saisie);
-  EXPECT_EQ((Textes{"706 C 100.00 655.96", "512 D 33.33 218.63", "531 D 33.33 218.63", "514 D 33.34 218.70"}),
-            LignesLues(mouvement));
-  EXPECT_EQ(GenreStandard, int{Entete(mouvement).Genre});
-}
-
 // ------------------------------------------------------------ What is refused
 
 TEST_F(SaisieTest, RefusDUneNouvelleEcriture) {
@@ -403,30 +393,6 @@ TEST_F(ModificationTest, RefusDUneEcritureExistante) {
     EXPECT_EQ(c.erreur, r.numero);
     EXPECT_STREQ(c.champ, r.champ);
   }
-}
-
-TEST_F(ModificationTest, CommandesCachees) {
-  Mouvement rec = Entete(m_mouvement);
-  rec.Validee = 1;
-  rec.LienId = 7;
-  rec.Reserve134 = 8;
-  ASSERT_TRUE(Magasin().UpdateMouvements(App().PathExercice, m_mouvement, rec));
-  m_saisie.delier = true;
-  EXPECT_EQ(unsigned{ErrModificationValidee}, Essaie(m_saisie).numero) << "not unvalidated";
-
-  Boite.Reponses = {RepNon, RepOui};
-  EXPECT_EQ(unsigned{QuestionInvalider}, ValideEcriture(App(), m_mouvement, false).numero);
-  EXPECT_FALSE(ValideEcriture(App(), m_mouvement, false));
-  for (const Line& ligne : Lignes(m_mouvement)) EXPECT_EQ(0u, u32{ligne.Validee});
-
-  m_saisie.delier = false;
-  EXPECT_EQ(3103u, Essaie(m_saisie).numero);
-  m_saisie.delier = true;
-  m_saisie.libelle = "Reprise";
-  ASSERT_FALSE(Essaie(m_saisie));
-  const Mouvement entete = Entete(m_mouvement);
-  EXPECT_EQ(0u, u32{entete.LienId} + u32{entete.Reserve134});
-  EXPECT_EQ("Reprise", LitTexte(entete.Libelle));
 }
 
 TEST_F(ModificationTest, GardeNumeroLigneEtMarques) {

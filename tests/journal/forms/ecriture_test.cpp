@@ -186,20 +186,6 @@ TEST_F(FormeEcriture, FermerDemandeSiQuelqueChoseEstTape) {
   EXPECT_EQ(Lu(*f, "ttc"), u"12"_s);
   Boite.Reponses = {RepNon};
   f->reject();
-
-  f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
-  Tape(*Champ<QLineEdit>(*f, "code"), u"zz"_s);
-  Boite.Oublie();
-  Boite.Reponses = {RepOui};
-  f->reject();
-  EXPECT_TRUE(f->isVisible()) << "a failed save keeps it open";
-  Tape(*Champ<QLineEdit>(*f, "code"), u"HONOR"_s);
-  Boite.Reponses = {RepOui};
-  f->reject();
-  EXPECT_EQ(Boite.NumerosQuestions(), (Numeros{3317, 3317}));
-  EXPECT_FALSE(f->isVisible());
-  EXPECT_TRUE(f->Change());
-  EXPECT_EQ(LignesLues(f->Derniere()).size(), 2u);
 }
 
 TEST_F(FormeEcriture, ValideeOuLieePuisLiberee) {

@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "journal/forms/formeecriture.h"
-#include "store/definitions.h"
 
 namespace fenlor::test {
 namespace {
@@ -103,11 +102,6 @@ class VingtEcritures : public FormeEcriture {
     ASSERT_TRUE(PoseCompte("531", Tresorerie, "ESP", "Espèces"_w, 0));
   }
 
-  /// Another practice, for the same entries through the rule.
-  struct Jumelle : CabinetMedical {
-    void TestBody() override {}
-  };
-
   /// Down from the first treasury account to that of the code.
   static void Descend(QDialog& f, const char* code) {
     if (Lu(f, "tresorerie") == QLatin1String(code)) return;
@@ -195,16 +189,6 @@ class VingtEcritures : public FormeEcriture {
     }
     return s;
   }
-
-  /// Every record of a file in its order, with its place.
-  static std::vector<std::string> Enregistrements(QVAPI& magasin, u16 fichier, std::size_t taille) {
-    std::vector<std::string> tous;
-    magasin.QVParcours(fichier, [&](Position position, const void* rec) {
-      tous.push_back(std::to_string(position) + ':' + std::string(static_cast<const char*>(rec), taille));
-      return true;
-    });
-    return tous;
-  }
 };
 
 TEST_F(VingtEcritures, AuClavierDonnentLeMagasinDeLaRegle) {
@@ -229,27 +213,13 @@ TEST_F(VingtEcritures, AuClavierDonnentLeMagasinDeLaRegle) {
   }
   EXPECT_EQ(saisies, 20u);
 
-  Jumelle jumelle;
+  Jumeau jumelle;
   jumelle.Installe("2001");
   ASSERT_TRUE(jumelle.PoseCompte("531", Tresorerie, "ESP", "Espèces"_w, 0));
   for (const EcritureTapee& e : Vingt) {
     ASSERT_FALSE(jumelle.Essaie(Saisie(jumelle.App(), jumelle, e))) << e.compte << " " << e.ttc;
   }
-  const auto compare = [&](u16 fichier, std::size_t taille, const char* nom) {
-    const auto tapes = Enregistrements(Magasin(), fichier, taille);
-    const auto donnes = Enregistrements(jumelle.Magasin(), fichier, taille);
-    ASSERT_EQ(tapes.size(), donnes.size()) << nom;
-    for (std::size_t i = 0; i < tapes.size(); ++i) EXPECT_TRUE(tapes[i] == donnes[i]) << nom << " " << i;
-    EXPECT_GT(tapes.size(), 20u) << nom;
-  };
-  const u32 plans[] = {Magasin().OpenPlan({}), jumelle.Magasin().OpenPlan({})};
-  const u32 journaux[] = {Magasin().OpenJournal({}), jumelle.Magasin().OpenJournal({})};
-  compare(FichierJournal, sizeof(Line), "JOURNAL");
-  compare(FichierComptes, sizeof(Plan), "COMPTES");
-  Magasin().ClosePlan(plans[0]);
-  Magasin().CloseJournal(journaux[0]);
-  jumelle.Magasin().ClosePlan(plans[1]);
-  jumelle.Magasin().CloseJournal(journaux[1]);
+  CompareLivres(*this, jumelle, 20);
 }
 
 }  // namespace

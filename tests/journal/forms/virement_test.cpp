@@ -1,7 +1,5 @@
 #include "journal/virement.h"
 
-#include <cstring>
-
 #include "journal/forms/dialogvirement.h"
 #include "journal/forms/formesjournal.h"
 #include "journal/forms/textes.h"
@@ -31,16 +29,12 @@ class FormeVirement : public test::FormesJournal {
   }
 };
 
-class Jumeau : public test::CabinetMedical {
-  void TestBody() override {}
-};
-
 TEST_F(FormeVirement, AuClavierCommeParLaRegle) {
   CDialogVirement f(Ui);
   Montre(f);
   EXPECT_EQ(test::Trouve<QLabel>(f, "transitDe").text(), u"5811 Virements"_s);
   EXPECT_EQ(test::Trouve<QLabel>(f, "transitVers").text(), u"5812 Virements"_s);
-  Jumeau jumeau;
+  test::Jumeau jumeau;
   jumeau.Installe();
   PoseTransit(jumeau);
   const struct {
@@ -67,11 +61,7 @@ TEST_F(FormeVirement, AuClavierCommeParLaRegle) {
     VirementFait fait;
     ASSERT_FALSE(EnregistreVirement(jumeau.App(), regle, fait));
   }
-  for (u32 mouvement = 1; mouvement <= 4; ++mouvement) {
-    const std::vector<Line> a = Lignes(mouvement), b = jumeau.Lignes(mouvement);
-    ASSERT_TRUE(a.size() == 2 && b.size() == 2);
-    EXPECT_EQ(std::memcmp(a.data(), b.data(), 2 * sizeof(Line)), 0) << mouvement;
-  }
+  test::CompareLivres(*this, jumeau, 4);
   touche(Qt::Key_Escape);
   EXPECT_TRUE(!f.isVisible() && Boite.Questions.empty());
 }
@@ -88,25 +78,6 @@ TEST_F(FormeVirement, UnRefusVaASonChamp) {
     EXPECT_EQ(Focus(f), champ);
   }
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
-}
-
-TEST_F(FormeVirement, PaiementSelonLaDestination) {
-  CDialogVirement f(Ui);
-  Montre(f);
-  const auto vers = [&](const QString& code) {
-    Code(f, "vers", code);
-    return std::string(Actif(f, "cheque") ? "ouvert " : "") +
-           (Case(f, "cheque").isChecked() ? "cheque" : "autre");
-  };
-  Code(f, "de", u"CCP"_s);
-  EXPECT_FALSE(Actif(f, "cheque")) << "the source plays no part";
-  EXPECT_EQ(vers(u"BQ"_s), "ouvert cheque");
-  EXPECT_EQ(vers(u"CA"_s), "autre");
-  EXPECT_EQ(vers(u"BQ"_s), "ouvert cheque");
-  Case(f, "autre").click();
-  Tape(Champ(f, "montant"), u"5"_s);
-  Ok(f);
-  EXPECT_EQ(vers(u"BQ"_s), "ouvert autre") << "as the receipt before";
 }
 
 TEST_F(FormeVirement, FrancSelonLaDate) {

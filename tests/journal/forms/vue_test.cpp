@@ -103,17 +103,6 @@ TEST_F(VueJournal, GrandsMontants) {
   EXPECT_GE(debit.x(), vue->Liste().PlaceColonne(ChampJournal::DebitEuro).left()) << "it fits its column";
 }
 
-TEST_F(VueJournal, MonnaiesDeLExercice) {
-  Recette(100);
-  App().NomExercice = "2001";  // the year of the name decides
-  const auto vue = OuvreTelle();
-  EXPECT_THAT(Titres(*vue), testing::HasSubstr("|Débit F|Crédit F|P|"));
-  App().AfficherDouble = true;
-  vue->Actualise();
-  EXPECT_THAT(Titres(*vue), testing::HasSubstr("|Débit F|Crédit F|Débit €|Crédit €|P|"));
-  App().NomExercice = "2003";
-}
-
 struct Etat {
   const char* ecrit;
   const char* compte;

@@ -127,7 +127,7 @@ TEST_F(FormesExercices, ReglesDesChamps) {
     EXPECT_TRUE(annee.isEnabled());
     EXPECT_FALSE(debut.isEnabled() || fin.isEnabled());
     Tape(annee, u"2000"_s);
-    EXPECT_EQ(Dates(f) + Cases(f), "2000 01/01/2000 31/12/2000te.");
+    EXPECT_EQ(Dates(f) + Cases(f), "2000 01/01/2000 31/12/2000tEd");
     Clique(Trouve<QAbstractButton>(f, "periode"));
     EXPECT_FALSE(annee.isEnabled());
     EXPECT_TRUE(debut.isEnabled() && fin.isEnabled());
