@@ -193,41 +193,22 @@ TEST_F(FormeOD, UnRefusASonChamp) {
   EXPECT_NE(f.Derniere(), 0u);
 }
 
-TEST_F(FormeOD, Fermer) {
-  const struct {
-    const char* quoi;
-    bool ligne;
-    int reponse;
-    Nombres questions;
-    bool fermee;
-    u32 derniere;
-  } cas[] = {
-      {"un libellé", false, RepAnnuler, {QuestionEnregistrer}, false, 0},
-      {"non", true, RepNon, {QuestionEnregistrer}, true, 0},
-      {"oui, refusée", true, RepOui, {QuestionEnregistrer, QuestionNonEquilibree}, false, 0},
-  };
-  for (const auto& c : cas) {
-    SCOPED_TRACE(c.quoi);
-    CDialogMouvement f(Ui, Nouvelle());
-    Montre(f);
-    Tape(Trouve<QComboBox>(f, "libelle"), u"Un libellé seul"_s);
-    test::Robot robot;
-    if (c.ligne) {
-      robot.Attend("DialogLine", [&](QDialog& ligne) {
-        Montre(ligne);
-        Ligne(ligne, "BQ", "10");
-        Touche(ligne, Qt::Key_Escape);
-      });
-      Va(Lignes(f));
-      Touche(f, Qt::Key_Insert);
-    }
-    Boite.Oublie();
-    if (c.reponse) Boite.Reponses = {c.reponse};
-    Touche(f, Qt::Key_Escape);
-    EXPECT_EQ(Boite.NumerosQuestions(), c.questions);
-    EXPECT_EQ(f.isHidden(), c.fermee);
-    EXPECT_EQ(f.Derniere(), c.derniere);
-  }
+TEST_F(FormeOD, FermerDemandeSiUneLigneEstTapee) {
+  CDialogMouvement f(Ui, Nouvelle());
+  Montre(f);
+  test::Robot robot;
+  robot.Attend("DialogLine", [&](QDialog& ligne) {
+    Montre(ligne);
+    Ligne(ligne, "BQ", "10");
+    Touche(ligne, Qt::Key_Escape);
+  });
+  Va(Lignes(f));
+  Touche(f, Qt::Key_Insert);
+  Boite.Reponses = {RepOui};
+  Touche(f, Qt::Key_Escape);
+  EXPECT_EQ(Boite.NumerosQuestions(), (Nombres{QuestionEnregistrer, QuestionNonEquilibree}));
+  EXPECT_TRUE(f.isVisible()) << "a save that is refused keeps it open";
+  EXPECT_EQ(f.Derniere(), 0u);
 }
 
 TEST_F(FormeOD, ExistanteChangeeEtVoisine) {
