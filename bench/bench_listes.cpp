@@ -17,7 +17,7 @@
 #include "dialoguemuet.h"
 #include "fenetresbanc.h"
 #include "master/comptes.h"
-#include "master/forms/plancomptableview.h"
+#include "master/forms/comptesview.h"
 #include "mesures.h"
 #include "store/magasincles.h"
 #include "store/texte1252.h"

@@ -18,9 +18,7 @@
 #include "journal/forms/dialogecriture.h"
 #include "journal/forms/ecritureview.h"
 #include "journal/forms/ecrlist.h"
-#include "master/forms/plancomptableview.h"
-#include "master/forms/planview.h"
-#include "master/forms/tresorerieview.h"
+#include "master/forms/comptesview.h"
 
 namespace fenlor::bench {
 
