@@ -166,7 +166,7 @@ constexpr Commande table[] = {
     {57609, M::Fichier, false, "Aperçu a&vant impression", "Aperçu", "apercu", "", Si::Vue, DeLaVue,
      "Montre les pages avant de les imprimer."},
     {57606, M::Fichier, false, "&Configuration de l'impression...", "Mise en page", "mise-en-page", "",
-     Si::Toujours, MiseEnPage, "Choisit l'imprimante, le papier et les marges."},
+     Si::Toujours, MiseEnPage, "Choisit le papier, son sens et les marges."},
     {9000, M::Fichier, true, "&Quitter", "", "quitter", "Ctrl+Q", Si::Toujours, Quitter, "Ferme Fenlor."},
 
     {1005, M::Edition, false, "&Ajouter...", "", "ajouter", "Ins", Si::Vue, DeLaVue,
