@@ -1,6 +1,5 @@
 #include "app/aide.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QFile>
 #include <QHBoxLayout>
@@ -17,7 +16,6 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-#include <QWindow>
 #include <algorithm>
 #include <utility>
 

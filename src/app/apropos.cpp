@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <map>
 
 #include "app/textes.h"
 #include "core/textes.h"
@@ -20,18 +21,12 @@ QString TexteVersion() {
 }
 
 QString NomEdition(const CFenlorApp& app) {
-  switch (app.Edition) {
-    case 0:
-      return u"Quorbane"_s;
-    case 1:
-      return u"Quorbane Édition Spéciale"_s;
-    case 3:
-      return u"Tessamaris"_s;
-    case 4:
-      return u"Tessamaris Édition Spéciale"_s;
-    default:
-      return u"autonome"_s;
-  }
+  static const std::map<int, QString> noms = {{0, u"Quorbane"_s},
+                                              {1, u"Quorbane Édition Spéciale"_s},
+                                              {3, u"Tessamaris"_s},
+                                              {4, u"Tessamaris Édition Spéciale"_s}};
+  const auto nom = noms.find(app.Edition);
+  return nom == noms.end() ? u"autonome"_s : nom->second;
 }
 
 CDialogAbout::CDialogAbout(ContexteUi& contexte, QWidget* parent)

@@ -6,11 +6,9 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QMenu>
-#include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <optional>
 

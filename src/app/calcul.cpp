@@ -1,5 +1,4 @@
 #include "app/calcul.h"
-#include "core/texte.h"
 
 #include <algorithm>
 #include <charconv>
@@ -29,19 +28,27 @@ Large DiviseArrondi(Large a, Large b) {
 }
 
 std::string TexteSigne(char operateur) {
-  switch (operateur) {
-    case '*':
-      return "×";
-    case '/':
-      return "÷";
-    case 0:
-      return {};
-    default:
-      return {operateur};
-  }
+  if (operateur == '*') return "×";
+  if (operateur == '/') return "÷";
+  return operateur ? std::string{operateur} : std::string();
 }
 
 bool EstChiffre(char c) { return c >= '0' && c <= '9'; }
+
+/// Decimals to drop, `surplus` of them anyhow, so that the number stays below `plafond`.
+int Surplus(Large valeur, int decimales, Large plafond, int surplus) {
+  while (surplus < decimales &&
+         (valeur / Puissance(surplus) >= plafond || valeur / Puissance(surplus) <= -plafond))
+    ++surplus;
+  return surplus;
+}
+
+void OteZeros(Large& valeur, int& decimales) {
+  while (decimales > 0 && valeur % 10 == 0) {
+    valeur /= 10;
+    --decimales;
+  }
+}
 
 }  // namespace
 
@@ -50,18 +57,12 @@ Decimal::Decimal(i64 entier) { *this = Fait(entier, 0).value_or(Decimal()); }
 std::optional<Decimal> Decimal::Fait(Large valeur, int decimales) {
   while (decimales > 0 && (decimales > decimalesMax || valeur >= limite || valeur <= -limite)) {
     // All surplus digits go at once: rounding step by step would round twice.
-    int surplus = std::max(decimales - decimalesMax, 0);
-    while (surplus < decimales &&
-           (valeur / Puissance(surplus) >= limite || valeur / Puissance(surplus) <= -limite))
-      ++surplus;
+    const int surplus = Surplus(valeur, decimales, limite, std::max(decimales - decimalesMax, 0));
     valeur = surplus > 37 ? 0 : DiviseArrondi(valeur, Puissance(surplus));
     decimales -= surplus;
   }
   if (valeur >= limite || valeur <= -limite) return std::nullopt;
-  while (decimales > 0 && valeur % 10 == 0) {
-    valeur /= 10;
-    --decimales;
-  }
+  OteZeros(valeur, decimales);
   Decimal resultat;
   resultat.m_valeur = static_cast<i64>(valeur);
   resultat.m_decimales = decimales;
@@ -127,28 +128,17 @@ f64 Decimal::Montant() const {
 std::string Decimal::Texte(char separateur, unsigned chiffres) const {
   Large valeur = m_valeur;
   int decimales = m_decimales;
-  const Large plafond = Puissance(static_cast<int>(chiffres));
-  int surplus = 0;
-  while (surplus < decimales &&
-         (valeur / Puissance(surplus) >= plafond || valeur / Puissance(surplus) <= -plafond))
-    ++surplus;
+  const int surplus = Surplus(valeur, decimales, Puissance(static_cast<int>(chiffres)), 0);
   valeur = DiviseArrondi(valeur, Puissance(surplus));
   decimales -= surplus;
-  while (decimales > 0 && valeur % 10 == 0) {
-    valeur /= 10;
-    --decimales;
+  OteZeros(valeur, decimales);
+  std::string texte = std::to_string(static_cast<i64>(valeur < 0 ? -valeur : valeur));
+  if (decimales > 0) {
+    const auto place = static_cast<std::size_t>(decimales);
+    if (texte.size() <= place) texte.insert(0, place + 1 - texte.size(), '0');
+    texte.insert(texte.size() - place, 1, separateur);
   }
-  std::string texte;
-  for (Large reste = valeur < 0 ? -valeur : valeur; reste > 0 || static_cast<int>(texte.size()) <= decimales;
-       reste /= 10) {
-    if (decimales > 0 && static_cast<int>(texte.size()) == decimales &&
-        texte.find(separateur) == std::string::npos)
-      texte += separateur;
-    texte += static_cast<char>('0' + static_cast<int>(reste % 10));
-  }
-  if (valeur < 0) texte += '-';
-  std::reverse(texte.begin(), texte.end());
-  return texte;
+  return valeur < 0 ? '-' + texte : texte;
 }
 
 Decimal Decimal::operator-() const {
@@ -226,13 +216,10 @@ void Calcul::Appuie(Touche touche) {
       m_fraiche = true;
       return;
     case Touche::Plus:
-      return Operateur('+');
     case Touche::Moins:
-      return Operateur('-');
     case Touche::Fois:
-      return Operateur('*');
     case Touche::Divise:
-      return Operateur('/');
+      return Operateur("+-*/"[static_cast<int>(touche) - static_cast<int>(Touche::Plus)]);
     case Touche::Egal:
       return Egal();
     case Touche::Pourcent:

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScreen>
 
 #include "app/apropos.h"

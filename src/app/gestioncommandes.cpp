@@ -1,7 +1,6 @@
 #include "app/gestioncommandes.h"
 
 #include <QAction>
-#include <QDesktopServices>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStandardPaths>

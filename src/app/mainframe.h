@@ -5,7 +5,6 @@
 #include <QPointer>
 #include <functional>
 #include <map>
-#include <memory>
 
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"

@@ -5,10 +5,8 @@
 #include <functional>
 #include <initializer_list>
 #include <istream>
-#include <memory>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include "core/fenlorapp.h"
 #include "ctl/ctl.h"

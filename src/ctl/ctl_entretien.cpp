@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstring>
 
 #include "core/btfiles.h"
 #include "core/texte.h"

@@ -1,6 +1,5 @@
 #include "ui/czndialog.h"
 
-#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QBoxLayout>
@@ -258,12 +257,8 @@ void CZNDialog::LectureSeule() {
   m_lectureSeule = true;
   AppliqueDessin();
   for (QWidget* champ : m_zone->findChildren<QWidget*>()) {
-    if (auto* ligne = qobject_cast<QLineEdit*>(champ)) {
-      ligne->setReadOnly(true);
-    } else if (auto* lignes = qobject_cast<QPlainTextEdit*>(champ)) {
-      lignes->setReadOnly(true);
-    } else if (auto* nombre = qobject_cast<QAbstractSpinBox*>(champ)) {
-      nombre->setReadOnly(true);
+    if (EstSaisie(champ) && !qobject_cast<QComboBox*>(champ)) {
+      champ->setProperty("readOnly", true);
     } else if (qobject_cast<QPushButton*>(champ)) {
       champ->setEnabled(false);
     } else if (qobject_cast<QComboBox*>(champ) || qobject_cast<QAbstractButton*>(champ)) {

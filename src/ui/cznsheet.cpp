@@ -2,7 +2,6 @@
 
 #include <QShortcut>
 #include <QVBoxLayout>
-#include <algorithm>
 
 namespace fenlor {
 

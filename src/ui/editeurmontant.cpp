@@ -1,6 +1,5 @@
 #include <QKeyEvent>
 #include <QPainter>
-#include <algorithm>
 #include <cmath>
 
 #include "core/erreurs.h"

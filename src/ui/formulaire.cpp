@@ -11,13 +11,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QSpinBox>
 #include <QStyle>
 #include <algorithm>
 
 #include "core/fiche.h"
-#include "core/texte.h"
 #include "ui/editeurs.h"
 
 namespace fenlor {

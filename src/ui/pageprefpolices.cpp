@@ -6,7 +6,6 @@
 #include <QFontInfo>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QVBoxLayout>
 #include <climits>
 #include <cstdlib>
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QFont>
 #include <QLabel>
 #include <QPushButton>
 #include <array>

@@ -2,7 +2,6 @@
 
 #include <QFontDatabase>
 #include <QPalette>
-#include <QStringList>
 #include <algorithm>
 #include <cerrno>
 #include <cmath>

@@ -1,8 +1,5 @@
 #include "ui/texteqt.h"
 
-#include <QList>
-
-#include "core/texte.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

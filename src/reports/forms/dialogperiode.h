@@ -1,7 +1,6 @@
 // `CDialogPeriode`: the criteria of a report, in the five forms that reports ask for.
 #pragma once
 
-#include <QButtonGroup>
 #include <QRadioButton>
 #include <array>
 #include <vector>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QPageLayout>
-#include <string>
 
 #include "pages/page.h"
 #include "reports/forms/peripheriqueqt.h"

@@ -5,7 +5,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 namespace fenlor {

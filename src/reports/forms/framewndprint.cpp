@@ -1,6 +1,5 @@
 #include "reports/forms/framewndprint.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>

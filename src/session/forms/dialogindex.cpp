@@ -1,7 +1,5 @@
 #include "session/forms/dialogindex.h"
 
-#include <algorithm>
-
 #include "session/entretien.h"
 #include "session/forms/textes.h"
 #include "ui/texteqt.h"
