@@ -1,4 +1,4 @@
-// A list with the buttons "&Ajouter...", "&Modifier..." and "&Supprimer" below it.
+// A list with the buttons that add, change and remove its rows.
 #pragma once
 
 #include <QWidget>
@@ -7,13 +7,14 @@
 #include "ui/findesliens.h"
 #include "ui/tableliste.h"
 
-class QPushButton;
+class QAbstractButton;
+class QHBoxLayout;
 
 namespace fenlor {
 
 /// Ins, Enter, double click and Del do what the buttons do. Rows keep their order, so
-/// that a row of the list is an index of the caller's own. The list bears the name
-/// "liste", the buttons "ajouter", "modifier" and "supprimer".
+/// that a row of the list is an index of the caller's own. The buttons bear the names
+/// "ajouter", "modifier" and "supprimer".
 class ListeEditee : public QWidget {
   Q_OBJECT
  public:
@@ -25,12 +26,20 @@ class ListeEditee : public QWidget {
     std::function<void()> ajoute, modifie, supprime;
     std::function<Permis(int ligne)> permis;
   };
+  /// A list of a page is named "liste" and has its buttons below. The list of the lines of an entry is named
+  /// "lignes" and has tools, with their words above it or as pictures below, and a context menu; several rows
+  /// can be selected; the keys do their work while the tools are disabled: the caller tells why not.
+  enum class Genre { Page, LignesEnGrand, LignesEnPetit };
 
   /// `nom` is read aloud for the list. `Table().Suit` says what it shows.
-  ListeEditee(ContexteUi& contexte, const QString& nom, Actions actions, QWidget* parent = nullptr);
+  ListeEditee(ContexteUi& contexte, Genre genre, const QString& nom, Actions actions,
+              QWidget* parent = nullptr);
 
   CZNListCtrl& Table() { return *m_table; }
-  /// Takes the rows anew, and selects one of them; the nearest when it is beyond the end.
+  /// At the right end of the buttons.
+  void AjouteAuBout(QWidget& widget);
+  /// Takes the rows anew, and selects one of them; the nearest when it is beyond the end. Below 0 a page
+  /// selects its first one, lines none.
   void Relit(int choisie);
   /// Buttons follow the selection; called by the list itself.
   void ActualiseBoutons();
@@ -39,10 +48,17 @@ class ListeEditee : public QWidget {
   bool eventFilter(QObject* objet, QEvent* evenement) override;
 
  private:
-  QPushButton* Bouton(const QString& texte, const char* nom, const std::function<void()>& action);
+  bool EnLignes() const { return m_genre != Genre::Page; }
+  QAbstractButton* Bouton(const char* nom, const QString& texte, const QString& astuce, const QString& touche,
+                          const std::function<void()>& action);
+  QAbstractButton* Outil(const QString& texte, const QString& astuce, const QString& touche);
+  void Active();
+  void MontreMenu(const QPoint& place);
+  const Genre m_genre;
   Actions m_actions;
   CZNListCtrl* m_table;
-  QPushButton *m_ajouter, *m_modifier, *m_supprimer;
+  QHBoxLayout* m_boutons;
+  QAbstractButton *m_ajouter, *m_modifier, *m_supprimer;
   FinDesLiens m_finLiens{*this};
 };
 

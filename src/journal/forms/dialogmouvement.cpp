@@ -1,11 +1,11 @@
 #include "journal/forms/dialogmouvement.h"
 
+#include <QLabel>
 #include <QShortcut>
 #include <string_view>
 
 #include "core/erreurs.h"
 #include "core/valeurs.h"
-#include "journal/forms/listelignes.h"
 #include "journal/forms/textes.h"
 #include "journal/textes.h"
 #include "master/forms/champscompte.h"
@@ -55,8 +55,13 @@ CDialogMouvement::~CDialogMouvement() = default;
 
 void CDialogMouvement::Declare() {
   m_liste =
-      new ListeLignes(Contexte(), u"Lignes"_s,
-                      {[this] { OuvreLigne(false); }, [this] { OuvreLigne(true); }, [this] { Supprime(); }});
+      new ListeEditee(Contexte(), ListeEditee::Genre::LignesEnGrand, u"Lignes"_s,
+                      {[this] { OuvreLigne(false); }, [this] { OuvreLigne(true); }, [this] { Supprime(); },
+                       [this](int ligne) {
+                         const bool permis = !m_cloture && !Verrouillee();
+                         return ListeEditee::Permis{permis, permis && ligne >= 0, permis && ligne >= 0};
+                       }});
+  m_liste->Table().PoseTexteVide(u"Aucune ligne : la touche Inser en ajoute une"_s);
   const auto montant = [this](f64 LigneODLue::*cote) {
     return
         [this, cote](const LigneODLue& l) { return (m_monnaie.Euro() ? FormatEuro : FormatFranc)(l.*cote); };
@@ -70,7 +75,11 @@ void CDialogMouvement::Declare() {
   m_liste->setMinimumWidth(LargeurListe * fontMetrics().averageCharWidth());
   m_solde.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   m_solde.setMinimumWidth(LargeurSolde * fontMetrics().horizontalAdvance(u'0'));
-  m_liste->AjouteValeur(u"Solde :"_s, m_solde, "solde");
+  auto* solde = new QLabel(u"Solde :"_s, m_liste);
+  solde->setBuddy(&m_solde);
+  m_solde.setObjectName(u"solde"_s);
+  m_liste->AjouteAuBout(*solde);
+  m_liste->AjouteAuBout(m_solde);
   Formulaire formulaire{Zone()};
   m_jour.Declare(formulaire, u"Date :"_s, "date");
   formulaire.Champ(u"Libellé :"_s, m_libelle, "libelle")
@@ -146,7 +155,7 @@ void CDialogMouvement::MontreLignes() {
 
 void CDialogMouvement::Actualise() {
   const bool permis = !m_cloture && !Verrouillee();
-  m_liste->Permet(permis);
+  m_liste->ActualiseBoutons();
   m_coche.setChecked(m_validee);
   if (!m_cloture) {
     PermetChamp(m_jour, permis);

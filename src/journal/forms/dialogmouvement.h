@@ -9,7 +9,7 @@
 
 namespace fenlor {
 
-class ListeLignes;
+class ListeEditee;
 
 /// A new entry leaves the form open for the next one.
 class CDialogMouvement : public CZNDialog {
@@ -63,7 +63,7 @@ class CDialogMouvement : public CZNDialog {
   VoisinsEcriture m_voisins;
   ChampJour m_jour;
   ChampLibelle m_libelle;
-  ListeLignes* m_liste;
+  ListeEditee* m_liste;
   Lecture m_solde;
   Coche m_pointee, m_coche;
   ChoixMonnaie m_monnaie;

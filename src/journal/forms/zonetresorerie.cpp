@@ -1,21 +1,15 @@
 #include "journal/forms/zonetresorerie.h"
 
 #include <QBoxLayout>
-#include <QKeyEvent>
-#include <QMenu>
 #include <QPushButton>
 #include <QStackedLayout>
-#include <QToolButton>
-#include <algorithm>
 
 #include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/forms/textes.h"
 #include "master/forms/champscompte.h"
 #include "store/texte1252.h"
-#include "ui/images.h"
 #include "ui/listeeditee.h"
-#include "ui/tableliste.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -59,10 +53,13 @@ QWidget* ZoneTresorerie::PageSimple() {
 QWidget* ZoneTresorerie::PageMultiple() {
   auto* page = new QWidget(this);
   auto* pile = new QVBoxLayout(page);
-  m_table = new CZNListCtrl(m_contexte, page);
-  m_table->setObjectName(u"lignes"_s);
-  m_table->setAccessibleName(u"Lignes de trésorerie"_s);
-  m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  m_liste = new ListeEditee(m_contexte, ListeEditee::Genre::LignesEnPetit, u"Lignes de trésorerie"_s,
+                            {[this] { Ajoute(); }, [this] { ModifieLigne(); }, [this] { Supprime(); },
+                             [this](int ligne) {
+                               const bool permis = m_permis || m_cloture;
+                               return ListeEditee::Permis{permis, ligne >= 0, permis && ligne >= 0};
+                             }},
+                            page);
   const auto compte = [this](const LigneTresorLue& l) { return CompteDeNumero(m_comptes, l.compte); };
   const auto code = [this, compte](const LigneTresorLue& l) {
     const CompteOffert* offert = compte(l);
@@ -80,44 +77,18 @@ QWidget* ZoneTresorerie::PageMultiple() {
   const auto montant = [this](const LigneTresorLue& l) {
     return FormatMontant(l.montant, 2, m_app.Reglages.SeparateurDecimal());
   };
-  m_table->Suit<LigneTresorLue>({{"Compte", 20, code},
-                                 {"Libellé"_w, 40, libelle},
-                                 {"Paiement", 20, paiement, Cote::Droite},
-                                 {"Montant", 20, montant, Cote::Droite}},
-                                m_lignes.lignes);
-  m_table->PoseTexteVide(TexteQ(AucuneLigneTresor));
-  m_table->SurActivation([this] { ModifieLigne(); });
-  m_table->installEventFilter(this);
-  m_table->setContextMenuPolicy(Qt::CustomContextMenu);
-  connect(m_table, &QWidget::customContextMenuRequested, this, &ZoneTresorerie::MenuLignes);
-  connect(m_table, &TableListe::SelectionChangee, this, &ZoneTresorerie::ActualiseBoutons);
-  pile->addWidget(m_table, 1);
-
-  auto* outils = new QHBoxLayout;
-  m_ajouter = Outil(u"Ajouter une ligne"_s, u"Ins"_s, "ajouter", &ZoneTresorerie::Ajoute);
-  m_modifier = Outil(u"Modifier la ligne"_s, u"Entrée"_s, "modifier", &ZoneTresorerie::ModifieLigne);
-  m_supprimer = Outil(u"Supprimer les lignes choisies"_s, u"Suppr"_s, "supprimer", &ZoneTresorerie::Supprime);
-  for (QToolButton* outil : {m_ajouter, m_modifier, m_supprimer}) outils->addWidget(outil);
-  outils->addStretch(1);
+  m_liste->Table().Suit<LigneTresorLue>({{"Compte", 20, code},
+                                         {"Libellé"_w, 40, libelle},
+                                         {"Paiement", 20, paiement, Cote::Droite},
+                                         {"Montant", 20, montant, Cote::Droite}},
+                                        m_lignes.lignes);
+  m_liste->Table().PoseTexteVide(TexteQ(AucuneLigneTresor));
+  pile->addWidget(m_liste, 1);
   m_simplifiee = new QPushButton(u"&Simplifiée"_s, page);
   m_simplifiee->setObjectName(u"simplifiee"_s);
   connect(m_simplifiee, &QPushButton::clicked, this, &ZoneTresorerie::PasseSimple);
-  outils->addWidget(m_simplifiee);
-  pile->addLayout(outils);
+  m_liste->AjouteAuBout(*m_simplifiee);
   return page;
-}
-
-QToolButton* ZoneTresorerie::Outil(const QString& texte, const QString& touche, const char* nom,
-                                   void (ZoneTresorerie::*action)()) {
-  auto* outil = new QToolButton(this);
-  outil->setObjectName(QString::fromUtf8(nom));
-  outil->setIcon(Image(nom));
-  outil->setAutoRaise(true);
-  outil->setFocusPolicy(Qt::NoFocus);
-  outil->setAccessibleName(texte);
-  outil->setToolTip(u"%1 (%2)"_s.arg(texte, touche));
-  connect(outil, &QToolButton::clicked, this, action);
-  return outil;
 }
 
 std::string ZoneTresorerie::Tresorerie() const {
@@ -150,7 +121,7 @@ void ZoneTresorerie::Vide(const std::string& tresorerie) {
   m_modifiee = false;
 }
 
-void ZoneTresorerie::ChoisitLigne(int rang) { m_table->SelectionneLigne(rang); }
+void ZoneTresorerie::ChoisitLigne(int rang) { m_liste->Table().SelectionneLigne(rang); }
 
 void ZoneTresorerie::Permet(bool permis) {
   m_permis = permis;
@@ -186,7 +157,7 @@ void ZoneTresorerie::PasseMultiple() {
   }
   PoseGenre(GenreStandard);
   LignesChangees(0);
-  m_table->setFocus(Qt::OtherFocusReason);
+  m_liste->setFocus(Qt::OtherFocusReason);
 }
 
 void ZoneTresorerie::PasseSimple() {
@@ -212,7 +183,7 @@ void ZoneTresorerie::Ajoute() {
 }
 
 void ZoneTresorerie::ModifieLigne() {
-  if (m_table->LigneChoisie() >= 0) OuvreLigne(true);
+  if (m_liste->Table().LigneChoisie() >= 0) OuvreLigne(true);
 }
 
 void ZoneTresorerie::Supprime() {
@@ -220,7 +191,7 @@ void ZoneTresorerie::Supprime() {
     m_app.ReportErreur(ErrExerciceCloture);
     return;
   }
-  const std::vector<int> choisies = m_table->LignesChoisies();
+  const std::vector<int> choisies = m_liste->Table().LignesChoisies();
   if (!m_permis || choisies.empty()) return;
   const int premiere = choisies.front();
   for (auto rang = choisies.rbegin(); rang != choisies.rend(); ++rang)
@@ -240,21 +211,9 @@ void ZoneTresorerie::OuvreLigne(bool modification) {
   ouverture.change = [this, modification] {
     LignesChangees(modification ? m_lignes.choisie : static_cast<int>(m_lignes.lignes.size()) - 1);
   };
-  m_lignes.choisie = modification ? m_table->LigneChoisie() : -1;
+  m_lignes.choisie = modification ? m_liste->Table().LigneChoisie() : -1;
   CDialogLineTresor(m_contexte, m_lignes, ouverture, window()).exec();
-  m_table->setFocus(Qt::OtherFocusReason);
-}
-
-void ZoneTresorerie::MenuLignes(const QPoint& place) {
-  QMenu menu(this);
-  const auto ajoute = [&](const QString& texte, const QToolButton* outil, void (ZoneTresorerie::*action)()) {
-    QAction* entree = menu.addAction(outil->icon(), texte, this, action);
-    entree->setEnabled(outil->isEnabled());
-  };
-  ajoute(u"&Ajouter..."_s, m_ajouter, &ZoneTresorerie::Ajoute);
-  ajoute(u"&Modifier..."_s, m_modifier, &ZoneTresorerie::ModifieLigne);
-  ajoute(u"&Supprimer"_s, m_supprimer, &ZoneTresorerie::Supprime);
-  menu.exec(m_table->viewport()->mapToGlobal(place));
+  m_liste->setFocus(Qt::OtherFocusReason);
 }
 
 void ZoneTresorerie::LignesChangees(int choisie) {
@@ -265,27 +224,13 @@ void ZoneTresorerie::LignesChangees(int choisie) {
 
 void ZoneTresorerie::Remplit(int choisie) {
   m_comptes = ComptesParCode(m_app, fenlor::Tresorerie);
-  m_table->Relit(choisie);
+  m_liste->Relit(choisie);
   ActualiseBoutons();
 }
 
 void ZoneTresorerie::ActualiseBoutons() {
-  const bool choisie = m_table->LigneChoisie() >= 0;
-  m_ajouter->setEnabled(m_permis || m_cloture);
-  m_modifier->setEnabled(choisie);
-  m_supprimer->setEnabled((m_permis || m_cloture) && choisie);
+  m_liste->ActualiseBoutons();
   m_simplifiee->setEnabled(m_permis && !m_cloture && m_lignes.lignes.size() < 2);
-}
-
-bool ZoneTresorerie::eventFilter(QObject* objet, QEvent* evenement) {
-  if (objet == m_table && evenement->type() == QEvent::KeyPress) {
-    const auto* touche = static_cast<QKeyEvent*>(evenement);
-    if (!(touche->modifiers() & ~Qt::KeypadModifier)) {
-      if (touche->key() == Qt::Key_Insert) return Ajoute(), true;
-      if (touche->key() == Qt::Key_Delete) return Supprime(), true;
-    }
-  }
-  return QGroupBox::eventFilter(objet, evenement);
 }
 
 }  // namespace fenlor

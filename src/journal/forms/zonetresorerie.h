@@ -8,11 +8,10 @@
 
 class QPushButton;
 class QStackedLayout;
-class QToolButton;
 
 namespace fenlor {
 
-class CZNListCtrl;
+class ListeEditee;
 
 class ZoneTresorerie : public QGroupBox {
   Q_OBJECT
@@ -45,14 +44,9 @@ class ZoneTresorerie : public QGroupBox {
   bool Modifiee() const { return m_modifiee; }
   void OublieModifications() { m_modifiee = false; }
 
- protected:
-  bool eventFilter(QObject* objet, QEvent* evenement) override;
-
  private:
   QWidget* PageSimple();
   QWidget* PageMultiple();
-  QToolButton* Outil(const QString& texte, const QString& touche, const char* nom,
-                     void (ZoneTresorerie::*action)());
   void PoseGenre(i16 genre);
   void ChangeCompte(i16 paiement);
   void PasseMultiple();
@@ -61,7 +55,6 @@ class ZoneTresorerie : public QGroupBox {
   void ModifieLigne();
   void Supprime();
   void OuvreLigne(bool modification);
-  void MenuLignes(const QPoint& place);
   void Remplit(int choisie);
   void LignesChangees(int choisie);
   void ActualiseBoutons();
@@ -84,8 +77,7 @@ class ZoneTresorerie : public QGroupBox {
   LectureCoupee m_designation;
   ChoixPaiement m_paiement;
   QPushButton* m_multiple;
-  CZNListCtrl* m_table;
-  QToolButton *m_ajouter, *m_modifier, *m_supprimer;
+  ListeEditee* m_liste;
   QPushButton* m_simplifiee;
 };
 

@@ -15,7 +15,7 @@ CDialogTauxEuro::CDialogTauxEuro(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, u"Taux de conversion à l'EURO"_s, "DialogTauxEuro", parent),
       m_lignes(LitTauxEuro(contexte.App)),
       m_liste(
-          contexte, u"Taux de conversion"_s,
+          contexte, ListeEditee::Genre::Page, u"Taux de conversion"_s,
           {[this] { Saisit(-1); }, [this] { Saisit(m_liste.Table().LigneChoisie()); }, [this] { Supprime(); },
            [](int ligne) {
              return ListeEditee::Permis{true, ligne >= 0, ligne >= 0};

@@ -23,7 +23,7 @@ std::string EnUneLigne(const std::string& texte) {
 
 CPageOptionAdresseBanque::CPageOptionAdresseBanque(ContexteUi& contexte)
     : CZNPage(contexte, u"Banques"_s, "PageOptionAdresseBanque"),
-      m_liste(contexte, u"Banques"_s,
+      m_liste(contexte, ListeEditee::Genre::Page, u"Banques"_s,
               {[this] { Saisit(); }, [this] { Saisit(); }, [this] { Supprime(); },
                [this](int ligne) { return Permis(ligne); }}) {
   m_liste.Table().Suit<AdresseBanque>(

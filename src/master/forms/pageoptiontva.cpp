@@ -13,7 +13,7 @@ constexpr int TailleCompteTva = 10, TailleTauxTva = 6;
 
 CPageOptionTVA::CPageOptionTVA(ContexteUi& contexte)
     : CZNPage(contexte, u"T.V.A."_s, "PageOptionTVA"),
-      m_liste(contexte, u"Comptes de T.V.A."_s,
+      m_liste(contexte, ListeEditee::Genre::Page, u"Comptes de T.V.A."_s,
               {[this] { Ajoute(); }, [this] { Modifie(); }, [this] { Supprime(); },
                [this](int ligne) {
                  return ListeEditee::Permis{m_ouvert, m_ouvert && ligne >= 0, m_ouvert && ligne >= 0};
