@@ -1,5 +1,3 @@
-#include <cstring>
-
 #include "core/erreurs.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
@@ -11,12 +9,6 @@
 namespace fenlor {
 
 namespace {
-
-Refus LitEntete(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
-  std::memset(&entete, 0, sizeof entete);
-  if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) return {};
-  return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
-}
 
 /// Beginning of a command that does not mind a closed exercice.
 Refus Commence(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {

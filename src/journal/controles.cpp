@@ -10,6 +10,7 @@
 #include "core/nomschamps.h"
 #include "core/textes.h"
 #include "journal/textes.h"
+#include "store/definitions.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -98,11 +99,25 @@ Refus ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
   return livres.Ouvre(app);
 }
 
+bool ParcoursEcriture(CFenlorApp& app, u32 mouvement, const std::function<bool(const Line&)>& suite) {
+  constexpr u16 cleMouvement = 79;  // entry, rank
+  constexpr std::size_t chiffres = 10;
+  const std::string debut = MakeJournalKey5(mouvement, 0, 0, 0).substr(0, chiffres);
+  return app.Magasin.QVParcoursCle(cleMouvement, debut, debut + '\xFF', [&](Position, const void* rec) {
+    return suite(*static_cast<const Line*>(rec));
+  });
+}
+
+Refus LitEntete(CFenlorApp& app, u32 mouvement, Mouvement& entete) {
+  entete = {};
+  if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) return {};
+  return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+}
+
 Refus ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement& entete) {
   entete = {};
   if (mouvement == 0) return {};
-  if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   if (entete.Validee && !permis.validee)
     return Refus(ErrModificationValidee, "mouvement", {LitTexte(entete.Libelle)});
   if (entete.LienId && !permis.liee) return Refus(ErrEcritureQuorbane, "mouvement");

@@ -2,6 +2,7 @@
 // to journal/.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <set>
 
@@ -65,6 +66,11 @@ struct Permis {
   bool validee = false;
   bool liee = false;
 };
+/// The lines of an entry in place, in order of rank, while `suite` answers true. It must not write. False:
+/// the store failed.
+bool ParcoursEcriture(CFenlorApp& app, u32 mouvement, const std::function<bool(const Line&)>& suite);
+/// Reads the header of an entry. Refuses one that does not exist (3202).
+Refus LitEntete(CFenlorApp& app, u32 mouvement, Mouvement& entete);
 /// Reads the header of an existing entry and refuses what may not be changed.
 Refus ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement& entete);
 Refus ControleLibelle(const std::string& libelle, int indice = -1);

@@ -60,21 +60,14 @@ Refus LitEcriture(CFenlorApp& app, u32 mouvement, EcritureLue& ecriture, bool en
   QVAPI& magasin = app.Magasin;
   LivresOuverts livres;
   if (const Refus r = livres.Ouvre(app)) return r;
-  Mouvement entete{};
-  if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  Mouvement entete;
+  if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   if (entete.Genre == GenreOD)
     return Refus(ErrChampInvalide, "mouvement", {"mouvement", "cette écriture est une opération diverse"_w});
   ecriture = {};
   SaisieEcriture& saisie = ecriture.saisie;
-  saisie.journal = entete.Journal;
+  LitSaisie(entete, enEuro, saisie);
   saisie.genre = entete.Genre;
-  saisie.mouvement = mouvement;
-  saisie.ligne = entete.Ligne;
-  saisie.date = entete.Date;
-  saisie.libelle = LitTexte(entete.Libelle);
-  saisie.euro = entete.SaisieEuro != 0 || enEuro;
-  saisie.validee = entete.Validee != 0;
   ecriture.liee = entete.LienId != 0;
   ecriture.marques.pointee = entete.Pointee != 0;
   ecriture.marques.validee = saisie.validee;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "journal/saisie.h"
+#include "store/texte1252.h"
 
 namespace fenlor {
 
@@ -33,6 +34,18 @@ struct EcritureLue {
   MarquesEcriture marques;
   bool liee = false;  ///< made by the parent application
 };
+
+/// What the header of an entry says of it; in Euro, whatever it was typed in, when `enEuro`.
+template <class Saisie>
+void LitSaisie(const Mouvement& entete, bool enEuro, Saisie& saisie) {
+  saisie.journal = entete.Journal;
+  saisie.mouvement = entete.Mouvement;
+  saisie.ligne = entete.Ligne;
+  saisie.date = entete.Date;
+  saisie.libelle = LitTexte(entete.Libelle);
+  saisie.euro = entete.SaisieEuro != 0 || enEuro;
+  saisie.validee = entete.Validee != 0;
+}
 
 /// Reads an entry, its figures in its own currency, or in Euro when `enEuro`. The net amount and the tax
 /// are computed from the entry's own rate; an entry without account has the personal one. Refuses

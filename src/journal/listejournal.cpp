@@ -14,8 +14,7 @@ namespace fenlor {
 
 namespace {
 
-constexpr u16 CleMois = 75;       ///< journal, date, entry, rank
-constexpr u16 CleMouvement = 79;  ///< entry, rank
+constexpr u16 CleMois = 75;  ///< journal, date, entry, rank
 constexpr u16 CleNumeroCompte = 69;
 
 std::string_view CompteDe(const char (&champ)[11]) { return {champ, strnlen(champ, sizeof champ)}; }
@@ -144,17 +143,6 @@ class Examen {
   SommeCentimes m_somme;
   std::vector<LigneCritere> m_lignes;
 };
-
-/// Calls `suite` with each line of an entry, in order of rank.
-template <class Suite>
-bool ParcoursEcriture(CFenlorApp& app, u32 mouvement, Suite&& suite) {
-  constexpr std::size_t chiffres = 10;
-  const std::string debut = MakeJournalKey5(mouvement, 0, 0, 0).substr(0, chiffres);
-  return app.Magasin.QVParcoursCle(CleMouvement, debut, debut + '\xFF', [&](Position, const void* rec) {
-    suite(*static_cast<const Line*>(rec));
-    return true;
-  });
-}
 
 // ------------------------------------------------------------ Rows as drawn
 
@@ -290,7 +278,7 @@ Refus TotauxEntrees(CFenlorApp& app, const DemandeListe& demande, const std::vec
   SommeCentimes somme;
   for (const u32 mouvement : mouvements) {
     examen.Commence({});
-    if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { examen.Ajoute(ligne); }))
+    if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { return examen.Ajoute(ligne), true; }))
       return app.EchecMagasin();
     somme.Ajoute(examen.Somme());
   }
@@ -304,7 +292,7 @@ Refus EstListee(CFenlorApp& app, const DemandeListe& demande, u32 mouvement, boo
   LivresOuverts livres;
   if (const Refus refus = livres.Ouvre(app)) return refus;
   std::vector<Line> lignes;
-  if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { lignes.push_back(ligne); }))
+  if (!ParcoursEcriture(app, mouvement, [&](const Line& ligne) { return lignes.push_back(ligne), true; }))
     return app.EchecMagasin();
   if (lignes.empty() || lignes.front().Journal != demande.journal ||
       Mois(lignes.front().Date) != Mois(demande.mois))
@@ -323,7 +311,7 @@ bool LitEntreeJournal(CFenlorApp& app, u32 mouvement, bool comptable, const std:
   LivresOuverts livres;
   if (app.PathExercice.empty() || livres.Ouvre(app)) return false;
   std::vector<LigneLue> lues;
-  const auto suite = [&](const Line& ligne) { lues.push_back({ligne, {}, false}); };
+  const auto suite = [&](const Line& ligne) { return lues.push_back({ligne, {}, false}), true; };
   if (!ParcoursEcriture(app, mouvement, suite) || lues.empty()) return false;
   const Line& premiere = lues.front().ligne;
   entree.ligne = premiere.Ligne;

@@ -10,21 +10,14 @@ Refus LitOD(CFenlorApp& app, u32 mouvement, ODLue& od, bool enEuro) {
   QVAPI& magasin = app.Magasin;
   LivresOuverts livres;
   if (const Refus r = livres.Ouvre(app)) return r;
-  Mouvement entete{};
-  if (!magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  Mouvement entete;
+  if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   if (entete.Genre != GenreOD)
     return Refus(ErrChampInvalide, "mouvement",
                  {"mouvement", "cette écriture n'est pas une opération diverse"_w});
   od = {};
   SaisieOD& saisie = od.saisie;
-  saisie.journal = entete.Journal;
-  saisie.mouvement = mouvement;
-  saisie.ligne = entete.Ligne;
-  saisie.date = entete.Date;
-  saisie.libelle = LitTexte(entete.Libelle);
-  saisie.euro = entete.SaisieEuro != 0 || enEuro;
-  saisie.validee = entete.Validee != 0;
+  LitSaisie(entete, enEuro, saisie);
   od.pointee = entete.Pointee != 0;
   od.liee = entete.LienId != 0;
   for (const Position position : magasin.LignesMouvement(app.PathExercice, mouvement)) {

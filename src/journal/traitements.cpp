@@ -14,20 +14,10 @@ namespace fenlor {
 
 namespace {
 
-constexpr u32 CleJournalDate = 0, CleDate = 3, CleMouvement = 4;
+constexpr u32 CleJournalDate = 0, CleDate = 3;
 /// Entries of one unit of work: a year costs few syncs, and a stop loses nothing.
 constexpr std::size_t tailleLot = 500;
 constexpr unsigned dernierMois = 12;
-
-/// The entry's lines in place, while `suite` answers true. It must not write.
-template <class Suite>
-bool ParcourtEcriture(CFenlorApp& app, u32 mouvement, Suite suite) {
-  const auto cle = static_cast<u16>(DefinitionFichierNumero(FichierJournal)->premiereCle + CleMouvement);
-  const auto borne = [](u32 numero) { return MakeJournalKey5(numero, 0, 0, 0).substr(0, 10); };
-  return app.Magasin.QVParcoursCle(
-      cle, borne(mouvement), borne(mouvement + 1),
-      [&](Position, const void* rec) { return suite(*static_cast<const Line*>(rec)); });
-}
 
 // ------------------------------------------------------ Validation of the drafts
 
@@ -132,7 +122,7 @@ bool TraitementBrouillard::Rassemble() {
 
 Refus TraitementBrouillard::Traite(u32 mouvement) {
   bool aChanger = false;
-  const bool lue = ParcourtEcriture(m_app, mouvement, [&](const Line& ligne) {
+  const bool lue = ParcoursEcriture(m_app, mouvement, [&](const Line& ligne) {
     aChanger = AChanger(m_demande.action, ligne);
     return !aChanger;
   });
@@ -159,9 +149,7 @@ bool TraitementBrouillard::Ecrit(u32 mouvement) {
 
 Refus LitADeplacer(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
   if (const Refus r = ControleExercice(app, livres)) return r;
-  entete = {};
-  if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete))
-    return Refus(ErrEcritureInconnue, "mouvement", {std::to_string(mouvement)});
+  if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   return entete.LienId ? Refus(ErrEcritureQuorbane, "mouvement") : Refus{};
 }
 

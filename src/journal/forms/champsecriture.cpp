@@ -351,6 +351,25 @@ bool ChoixTresorerie::Choisit(const std::string& compte) {
 
 Coche::Coche(QWidget* parent) : QCheckBox(parent) { setFocusPolicy(Qt::NoFocus); }
 
+void CochesMarques::Declare(Formulaire& formulaire) {
+  formulaire.Champ(u"Pointée :"_s, m_pointee, "pointee")
+      .Suite(u"Rapprochée :"_s, m_rapprochee, "rapprochee")
+      .Suite(u"Remise :"_s, m_remise, "remise")
+      .Suite(u"Validée :"_s, m_validee, "validee");
+}
+
+void CochesMarques::Pose(const MarquesEcriture& marques) {
+  m_pointee.setChecked(marques.pointee);
+  m_rapprochee.setChecked(marques.rapprochee);
+  m_remise.setChecked(marques.remise);
+  m_validee.setChecked(marques.validee);
+}
+
+void AstuceAutreMonnaie(EditeurMontant& champ, CFenlorApp& app, bool euro) {
+  const auto montant = [&champ] { return champ.EstVide() ? std::nullopt : std::optional(champ.Valeur()); };
+  AstuceAutreMonnaie(champ, app, montant, [euro] { return euro; });
+}
+
 void AstuceAutreMonnaie(QWidget& champ, CFenlorApp& app, std::function<std::optional<f64>()> montant,
                         std::function<bool()> euro) {
   new AstuceCalculee(champ, [&app, montant = std::move(montant), euro = std::move(euro)]() -> QString {

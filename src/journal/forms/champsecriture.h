@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "journal/choixcomptes.h"
+#include "journal/ecriturelue.h"
 #include "ui/editeurs.h"
 #include "ui/formulaire.h"
 
@@ -204,9 +205,22 @@ class Coche : public QCheckBox {
   void nextCheckState() override {}
 };
 
+/// The marks of a line, shown and not clicked. Names of the fields: "pointee", "rapprochee", "remise",
+/// "validee".
+class CochesMarques {
+ public:
+  void Declare(Formulaire& formulaire);
+  void Pose(const MarquesEcriture& marques);
+
+ private:
+  Coche m_pointee, m_rapprochee, m_remise, m_validee;
+};
+
 /// Tool tip of an amount: what it is in the other currency, at the exercice's rate. `montant` gives the
 /// figure shown (none: no tip), `euro` its currency.
 void AstuceAutreMonnaie(QWidget& champ, CFenlorApp& app, std::function<std::optional<f64>()> montant,
                         std::function<bool()> euro);
+/// The same of an amount that is typed.
+void AstuceAutreMonnaie(EditeurMontant& champ, CFenlorApp& app, bool euro);
 
 }  // namespace fenlor

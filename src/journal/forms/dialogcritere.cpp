@@ -43,11 +43,10 @@ CDialogCritere::CDialogCritere(ContexteUi& contexte, i16 journal, const CritereE
                Paire{&CritereEcriture::Remises, &CritereEcriture::NonRemises},
                Paire{&CritereEcriture::Rapprochees, &CritereEcriture::NonRapprochees},
                Paire{&CritereEcriture::Associees, &CritereEcriture::NonAssociees}},
-      m_min(App().Reglages),
-      m_max(App().Reglages) {
+      m_montants(App().Reglages) {
   Formulaire formulaire{Zone()};
   DeclareMarques(formulaire);
-  DeclareMontants(formulaire);
+  m_montants.Declare(formulaire, u"Tous &les montants"_s);
   DeclareBornes(formulaire, m_comptes, u"Comptes"_s, u"Tous les &comptes"_s, "Comptes");
   DeclareBornes(formulaire, m_rubriques, u"Rubriques"_s, u"Toutes les r&ubriques"_s, "Rubriques");
   DeclareBornes(formulaire, m_jours, u"Jours"_s, u"Tous les &jours"_s, "Jours");
@@ -94,23 +93,6 @@ void CDialogCritere::DeclareMarques(Formulaire& formulaire) {
     m_paires.back().coche.hide();
     m_paires.back().oppose.hide();
   }
-}
-
-void CDialogCritere::DeclareMontants(Formulaire& formulaire) {
-  m_franc.setText(TexteQ(MotFranc));
-  m_euro.setText(TexteQ(MotEuro));
-  m_min.setAccessibleName(u"Montants : entre"_s);
-  m_max.setAccessibleName(u"Montants : et"_s);
-  formulaire.Groupe(u"Montants"_s)
-      .Case(m_tousMontants, u"Tous &les montants"_s, "tousMontants")
-      .SurChangement([this] { Permet(); })
-      .Champ(u"Entre : "_s, m_min, "montantMin")
-      .Largeur(12)
-      .Suite(u"et :"_s, m_max, "montantMax")
-      .Largeur(12)
-      .ACote(m_franc, "franc")
-      .ACote(m_euro, "euro")
-      .FinGroupe();
 }
 
 void CDialogCritere::DeclareBornes(Formulaire& formulaire, Bornes& bornes, const QString& groupe,
@@ -167,10 +149,8 @@ void CDialogCritere::Montre() {
     paire.coche.setChecked(c.*paire.presente);
     paire.oppose.setChecked(c.*paire.absente && !(c.*paire.presente));
   }
-  m_tousMontants.setChecked(c.TousMontants);
-  m_min.Pose(c.MontantMin);
-  m_max.Pose(c.MontantMax);
-  (c.MontantEuro ? m_euro : m_franc).setChecked(true);
+  m_montants.Pose(c.TousMontants, c.MontantEuro);
+  m_montants.PoseBornes(c.MontantMin, c.MontantMax);
   m_comptes.tout.setChecked(c.TousComptes);
   m_comptes.de.Choisit(LitTexte(c.CompteDe));
   m_comptes.a.Choisit(LitTexte(c.CompteA));
@@ -188,8 +168,6 @@ void CDialogCritere::Permet() {
     paire.coche.setEnabled(!m_toutes.isChecked() && !paire.oppose.isChecked());
     paire.oppose.setEnabled(!m_toutes.isChecked() && !paire.coche.isChecked());
   }
-  for (QWidget* champ : std::initializer_list<QWidget*>{&m_min, &m_max, &m_franc, &m_euro})
-    champ->setEnabled(!m_tousMontants.isChecked());
   for (Bornes* bornes : {&m_comptes, &m_rubriques, &m_jours}) {
     bornes->de.setEnabled(!bornes->tout.isChecked());
     bornes->a.setEnabled(!bornes->tout.isChecked());
@@ -219,10 +197,10 @@ bool CDialogCritere::Enregistre() {
     c.*paire.presente = paire.coche.isChecked();
     c.*paire.absente = paire.oppose.isChecked();
   }
-  c.TousMontants = m_tousMontants.isChecked();
-  c.MontantMin = m_min.Valeur();
-  c.MontantMax = m_max.Valeur();
-  c.MontantEuro = m_euro.isChecked();
+  c.TousMontants = m_montants.Tous();
+  c.MontantMin = m_montants.Min();
+  c.MontantMax = m_montants.Max();
+  c.MontantEuro = m_montants.Euro();
   c.TousComptes = m_comptes.tout.isChecked();
   LitBorne(c.CompteDe, m_comptes.de);
   LitBorne(c.CompteA, m_comptes.a);

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QRadioButton>
 #include <array>
 
 #include "journal/criteres.h"
+#include "journal/forms/bornesmontants.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
 
@@ -37,7 +37,6 @@ class CDialogCritere : public CZNDialog {
   };
 
   void DeclareMarques(Formulaire& formulaire);
-  void DeclareMontants(Formulaire& formulaire);
   void DeclareBornes(Formulaire& formulaire, Bornes& bornes, const QString& groupe, const QString& tout,
                      const char* nom);
   void RemplitComptes(i16 journal);
@@ -52,9 +51,7 @@ class CDialogCritere : public CZNDialog {
   CritereEcriture m_criteres;
   QCheckBox m_toutes;
   std::array<Paire, 4> m_paires;
-  QCheckBox m_tousMontants;
-  EditeurMontant m_min, m_max;
-  QRadioButton m_franc, m_euro;
+  BornesMontants m_montants;
   Bornes m_comptes, m_rubriques, m_jours;
   int m_jourDe = 0, m_jourA = 0;  ///< rows of the days, as they were set
   FinDesLiens m_finLiens{*this};

@@ -57,22 +57,12 @@ void CDialogLine::Declare() {
       .Champ(u"Solde :"_s, m_solde, "solde")
       .Largeur(TailleMontant)
       .Suite({}, m_solder, "solder")
-      .FinGroupe()
-      .Champ(u"Pointée :"_s, m_pointee, "pointee")
-      .Suite(u"Rapprochée :"_s, m_rapprochee, "rapprochee")
-      .Suite(u"Remise :"_s, m_remise, "remise")
-      .Suite(u"Validée :"_s, m_validee, "validee")
-      .Pousse();
+      .FinGroupe();
+  m_marques.Declare(formulaire);
+  formulaire.Pousse();
   m_solde.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   connect(&m_solder, &QPushButton::clicked, this, [this] { Solde(); });
-  for (EditeurMontant* champ : {&m_debit, &m_credit})
-    AstuceAutreMonnaie(
-        *champ, App(),
-        [champ]() -> std::optional<f64> {
-          if (champ->EstVide()) return std::nullopt;
-          return champ->Valeur();
-        },
-        [this] { return m_ouverture.euro; });
+  for (EditeurMontant* champ : {&m_debit, &m_credit}) AstuceAutreMonnaie(*champ, App(), m_ouverture.euro);
   Boutons(m_ouverture.modification ? Mode::Modification : Mode::Ajout, m_ouverture.modification);
 }
 
@@ -95,10 +85,7 @@ void CDialogLine::Montre() {
   else
     m_debit.Pose(ligne.debit);
   m_propre = SoldeOD({ligne});
-  m_pointee.setChecked(ligne.marques.pointee);
-  m_rapprochee.setChecked(ligne.marques.rapprochee);
-  m_remise.setChecked(ligne.marques.remise);
-  m_validee.setChecked(ligne.marques.validee);
+  m_marques.Pose(ligne.marques);
 }
 
 void CDialogLine::MontreCompte() { m_paiement.PoseLigne(m_compte.Choisi()); }

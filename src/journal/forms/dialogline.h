@@ -59,7 +59,7 @@ class CDialogLine : public CZNDialog {
   EditeurMontant m_debit, m_credit;
   QPushButton m_solder;
   Lecture m_solde;
-  Coche m_pointee, m_rapprochee, m_remise, m_validee;
+  CochesMarques m_marques;
   FinDesLiens m_finLiens{*this};
 };
 

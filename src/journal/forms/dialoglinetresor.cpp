@@ -64,18 +64,9 @@ void CDialogLineTresor::Declare() {
   formulaire.Seul(*marques, "marques");
   Formulaire ticks{*marques};
   marques->layout()->setContentsMargins(0, 0, 0, 0);
-  ticks.Champ(u"Pointée :"_s, m_pointee, "pointee")
-      .Suite(u"Rapprochée :"_s, m_rapprochee, "rapprochee")
-      .Suite(u"Remise :"_s, m_remise, "remise")
-      .Suite(u"Validée :"_s, m_validee, "validee");
+  m_marques.Declare(ticks);
   formulaire.Pousse();
-  AstuceAutreMonnaie(
-      m_montant, App(),
-      [this]() -> std::optional<f64> {
-        if (m_montant.EstVide()) return std::nullopt;
-        return m_montant.Valeur();
-      },
-      [this] { return m_ouverture.euro; });
+  AstuceAutreMonnaie(m_montant, App(), m_ouverture.euro);
   Boutons(m_ouverture.modification ? Mode::Modification : Mode::Ajout);
   AjouteAide();
 }
@@ -94,10 +85,7 @@ void CDialogLineTresor::Montre(const LigneTresorLue& ligne) {
   m_tresorerie.Choisit(ligne.compte);
   ChangeCompte(ligne.paiement);
   m_montant.Pose(ligne.montant);
-  m_pointee.setChecked(ligne.marques.pointee);
-  m_rapprochee.setChecked(ligne.marques.rapprochee);
-  m_remise.setChecked(ligne.marques.remise);
-  m_validee.setChecked(ligne.marques.validee);
+  m_marques.Pose(ligne.marques);
 }
 
 void CDialogLineTresor::ChangeCompte(i16 paiement) {

@@ -61,7 +61,7 @@ class CDialogLineTresor : public CZNDialog {
   LectureCoupee m_designation;
   ChoixPaiement m_paiement;
   EditeurMontant m_montant;
-  Coche m_pointee, m_rapprochee, m_remise, m_validee;
+  CochesMarques m_marques;
   FinDesLiens m_finLiens{*this};
 };
 

@@ -12,19 +12,18 @@ namespace fenlor {
 
 CDialogValidation::CDialogValidation(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, TexteQ(TitreValidation), "DialogValidation", parent),
-      m_min(App().Reglages),
-      m_max(App().Reglages),
+      m_montants(App().Reglages),
       m_periode(App(), FinSemaine::Exercice) {
   Formulaire formulaire{Zone()};
   DeclareJournal(formulaire);
   DeclareEcritures(formulaire);
-  DeclareMontants(formulaire);
+  m_montants.Declare(formulaire, u"Tous les mont&ants"_s);
   m_periode.Declare(formulaire);
   m_valider.setChecked(true);
   if (App().Reglages.IsModeDebug()) DeclareDebug(formulaire);
   formulaire.Pousse();
-  for (QCheckBox* tout : {&m_tousJournaux, &m_toutes, &m_tousMontants}) tout->setChecked(true);
-  (App().Reglages.IsEuro() ? m_euro : m_franc).setChecked(true);
+  for (QCheckBox* tout : {&m_tousJournaux, &m_toutes}) tout->setChecked(true);
+  m_montants.Pose(true, App().Reglages.IsEuro());
   Permet();
   m_periode.Ouvre();
   Boutons(Mode::Simple);
@@ -53,21 +52,6 @@ void CDialogValidation::DeclareEcritures(Formulaire& formulaire) {
       .FinGroupe();
 }
 
-void CDialogValidation::DeclareMontants(Formulaire& formulaire) {
-  m_franc.setText(TexteQ(MotFranc));
-  m_euro.setText(TexteQ(MotEuro));
-  formulaire.Groupe(u"Montants"_s)
-      .Case(m_tousMontants, u"Tous les mont&ants"_s, "tousMontants")
-      .SurChangement([this] { Permet(); })
-      .Champ(u"Entre : "_s, m_min, "montantMin")
-      .Largeur(12)
-      .Suite(u"et :"_s, m_max, "montantMax")
-      .Largeur(12)
-      .ACote(m_franc, "franc")
-      .ACote(m_euro, "euro")
-      .FinGroupe();
-}
-
 void CDialogValidation::DeclareDebug(Formulaire& formulaire) {
   m_devalider.setText(u"Dévalider"_s);
   m_delier.setText(u"Délier"_s);
@@ -82,8 +66,6 @@ void CDialogValidation::Permet() {
   m_journal.setEnabled(!m_tousJournaux.isChecked());
   for (QCheckBox* marque : {&m_pointees, &m_remises, &m_rapprochees})
     marque->setEnabled(!m_toutes.isChecked());
-  for (QWidget* champ : std::initializer_list<QWidget*>{&m_min, &m_max, &m_franc, &m_euro})
-    champ->setEnabled(!m_tousMontants.isChecked());
 }
 
 DemandeValidation CDialogValidation::Lit() const {
@@ -94,10 +76,10 @@ DemandeValidation CDialogValidation::Lit() const {
   demande.pointees = m_pointees.isChecked();
   demande.remises = m_remises.isChecked();
   demande.rapprochees = m_rapprochees.isChecked();
-  demande.tousMontants = m_tousMontants.isChecked();
-  demande.montantMin = m_min.Valeur();
-  demande.montantMax = m_max.Valeur();
-  demande.euro = m_euro.isChecked();
+  demande.tousMontants = m_montants.Tous();
+  demande.montantMin = m_montants.Min();
+  demande.montantMax = m_montants.Max();
+  demande.euro = m_montants.Euro();
   demande.du = m_periode.Du();
   demande.au = m_periode.Au();
   if (m_devalider.isChecked()) demande.action = ActionBrouillard::Devalider;

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 
+#include "journal/forms/bornesmontants.h"
 #include "journal/traitements.h"
 #include "session/forms/champsperiode.h"
 #include "ui/czndialog.h"
@@ -23,17 +24,15 @@ class CDialogValidation : public CZNDialog {
  private:
   void DeclareJournal(Formulaire& formulaire);
   void DeclareEcritures(Formulaire& formulaire);
-  void DeclareMontants(Formulaire& formulaire);
   void DeclareDebug(Formulaire& formulaire);
   /// Each "all" box opens or closes its group.
   void Permet();
   DemandeValidation Lit() const;
 
-  QCheckBox m_tousJournaux, m_toutes, m_tousMontants;
+  QCheckBox m_tousJournaux, m_toutes;
   EditeurChoix m_journal;
   QCheckBox m_pointees, m_remises, m_rapprochees;
-  EditeurMontant m_min, m_max;
-  QRadioButton m_franc, m_euro;
+  BornesMontants m_montants;
   ChampsPeriode m_periode;
   QRadioButton m_valider, m_devalider, m_delier;  ///< shown in debug mode
   FinDesLiens m_finLiens{*this};
