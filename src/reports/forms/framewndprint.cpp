@@ -10,7 +10,6 @@
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 #include "core/textes.h"
@@ -192,26 +191,25 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
   }
   const std::vector<u32> ordre = Ordre(imprimante, m_vue->NombrePages());
   m_etat->DebuteImpression();
-  std::optional<Progression> progression(std::in_place, app.Boite, m_etat->TitreDocument(),
-                                         Texte(AvancementImpression), true, static_cast<u32>(ordre.size()));
-  QPainter peintre;
   bool arrete = false;
-  bool bien = peintre.begin(&imprimante);
-  for (std::size_t i = 0; bien && i < ordre.size(); ++i) {
-    bien = (i == 0 || imprimante.newPage()) && imprimante.printerState() != QPrinter::Error;
-    if (!bien) break;
-    m_vue->DessinePage(peintre, imprimante.resolution(), ordre[i]);
-    app.Boite.Step();
-    if (app.Boite.IsAborted()) {
-      arrete = true;
-      imprimante.abort();
-      break;
+  const auto imprime = [&] {
+    const Progression progression(app.Boite, m_etat->TitreDocument(), Texte(AvancementImpression), true,
+                                  static_cast<u32>(ordre.size()));
+    QPainter peintre;
+    bool bien = peintre.begin(&imprimante);
+    for (std::size_t i = 0; bien && !arrete && i < ordre.size(); ++i) {
+      bien = (i == 0 || imprimante.newPage()) && imprimante.printerState() != QPrinter::Error;
+      if (!bien) break;
+      m_vue->DessinePage(peintre, imprimante.resolution(), ordre[i]);
+      app.Boite.Step();
+      arrete = app.Boite.IsAborted();
     }
-  }
-  if (peintre.isActive()) bien = peintre.end() && bien;
-  if (bien && !arrete && imprimante.outputFormat() == QPrinter::PdfFormat)
-    bien = FichierEntier(imprimante.outputFileName());
-  progression.reset();
+    if (arrete) imprimante.abort();
+    if (peintre.isActive()) bien = peintre.end() && bien;
+    const bool pdf = imprimante.outputFormat() == QPrinter::PdfFormat;
+    return bien && (arrete || !pdf || FichierEntier(imprimante.outputFileName()));
+  };
+  const bool bien = imprime();
   m_etat->FinitImpression(Maintenant());
   m_veille.start();
   if (bien || arrete) return bien && !arrete;
