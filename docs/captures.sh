@@ -79,7 +79,7 @@ touche alt+m
 capture ecriture-multiple
 touche Insert
 capture ligne-tresorerie
-touche Escape Escape
+touche Escape Escape n  # no entry is to be kept
 touche ctrl+f
 capture criteres
 touche Escape
