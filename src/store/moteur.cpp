@@ -124,8 +124,11 @@ bool Moteur::Etat::Rejoue(bool reparation) {
   std::set<u64> perdus;
   std::map<u64, std::set<Position>> ecrits;
   std::string fautif;
+  bool affirme = false;
   int rc = reprise->Relit(
       [&](const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images) {
+        if (const int echec = affirme ? 0 : reprise->Affirme()) return echec;
+        affirme = true;
         for (const FichierUnite& f : fichiersUnite) {
           if (perdus.contains(f.id)) continue;
           auto& dat = repris[f.id];

@@ -6,6 +6,7 @@
 #include <cassert>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "store/fichierdat.h"
 #include "store/qvapi.h"
@@ -130,13 +131,13 @@ int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
 }
 
 int JournalReprise::EcritEntete(u64 copie) {
-  assert(m_id != 0 && m_epoque != 0 && m_suivante != 0);
+  assert(m_id != 0 && m_epoque != 0 && m_premiere != 0);
   std::vector<u8> o(Magie, Magie + 8);
   Ajoute(o, Version);
   Ajoute(o, u32{0});
   Ajoute(o, m_id);
   Ajoute(o, m_epoque);
-  Ajoute(o, m_suivante);
+  Ajoute(o, m_premiere);
   const std::size_t nombre = std::min(sceaux.size(), SceauxMax);
   Ajoute(o, static_cast<u32>(nombre));
   Ajoute(o, u32{0});
@@ -181,6 +182,14 @@ int JournalReprise::Verifie() {
   const int rc = Relit([](const std::vector<FichierUnite>&, const std::vector<ImageUnite>&) { return 0; });
   Rembobine();
   return rc;
+}
+
+int JournalReprise::Affirme() {
+  // The epoch's own copy was synced before its first unit. The other one may be that of an emptying whose
+  // sync failed: written over in memory, perhaps as it was on the disk. A cut would then find the log
+  // empty, and the data files half-way between the units that were being replayed.
+  const int rc = EcritEntete(m_epoque + 1);
+  return rc ? rc : m_fichier->Synchronise();
 }
 
 void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers) {
@@ -273,6 +282,7 @@ int JournalReprise::Vide() {
   // One step of the epoch voids all units at once: there is no moment at which some count and others
   // do not. The caller has synced the data files, for from here on nothing else holds their changes.
   ++m_epoque;
+  const u64 premiere = std::exchange(m_premiere, m_suivante);
   int rc = EcritEntete(m_epoque);
   if (!rc) rc = m_fichier->Synchronise();
   if (rc) {
@@ -282,12 +292,12 @@ int JournalReprise::Vide() {
     // says what the other one says, or the next session would read from memory a
     // header that the disk never got.
     const u64 copie = m_epoque--;
+    m_premiere = premiere;
     EcritEntete(copie);
     m_aVider = true;
     return rc;
   }
   m_aVider = false;
-  m_premiere = m_suivante;
   m_fin = m_lecture = 0;
   m_doute = false;
   // A large unit made the log grow: it shrinks only now, when nothing in it counts.

@@ -113,6 +113,9 @@ class JournalReprise {
   }
   /// Reads all units without handing them on: 0 when `Relit` will get through.
   int Verifie();
+  /// Makes the header of this epoch the only one that a cut can leave. Units that stand in the log are
+  /// replayed only behind it. 0 or errno.
+  int Affirme();
   u64 NbSynchros() const { return m_synchros; }
 
  private:

@@ -187,6 +187,18 @@ void Histoire(Machine& m) {
   m.Ferme();
 }
 
+/// Short enough for many cuts behind every sync that may fail. Several units change the same slots.
+void PetiteHistoire(Machine& m) {
+  m.Ouvre();
+  m.Ajoute(10);
+  m.Change(1, 20);
+  m.Ajoute(30);
+  m.Ferme();
+  m.Ouvre();
+  m.Change(2, 40);
+  m.Ferme();
+}
+
 /// Units too large for the log, the first in front of reused slots.
 void GrandeHistoire(Machine& m) {
   m.Ouvre();
@@ -418,6 +430,20 @@ TEST_F(Coupure, ApresUneSynchroManquee) {
     }
   }
   std::cout << essais << " failed syncs with a cut, " << mauvais << " with a finding\n";
+}
+
+/// The log cannot be emptied as the practice is closed, and the power goes while it is replayed.
+TEST_F(Coupure, DansLaRepriseApresUneSynchroManquee) {
+  bool coupee = true;
+  for (u64 manquee = 1; coupee && !HasFailure(); ++manquee) {
+    for (u64 n = manquee + 1; n <= manquee + 2; ++n) {
+      for (u64 graine = 2; graine < 9; ++graine) {
+        std::string plainte;
+        coupee = Essaie(PetiteHistoire, n, graine, "", plainte, manquee);
+        EXPECT_EQ(plainte, "") << "sync " << manquee << " failed, cut at sync " << n << ", fate " << graine;
+      }
+    }
+  }
 }
 
 TEST_F(Coupure, TemoinSansSynchroDuJournalDeReprise) {
