@@ -33,8 +33,8 @@ class GardeModale : public QObject {
  private:
   /// As the toolkit's own stack of modal windows, but for the time between the hiding and the end.
   struct EnCours {
-    QPointer<QDialog> dialogue;
-    int niveau;  ///< of the loops around its own
+    QPointer<QWidget> dialogue;  ///< no dialog any more while it dies
+    int niveau;                  ///< of the loops around its own
     bool Dure() const;
   };
   std::vector<EnCours> m_enCours;
