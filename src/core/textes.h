@@ -9,7 +9,6 @@ namespace fenlor {
 
 // Titles
 inline constexpr TexteFixe TitreApplication{5000, "Fenlor"};
-inline constexpr TexteFixe FormatErreurInconnue{5003, "Erreur non répertoriée (identificateur inconnu : %u)"};
 
 // Messages of the indexed files, shown inside 3049
 inline constexpr TexteFixe MessageCreation{5010, "CREATION de l'enregistrement impossible."};
