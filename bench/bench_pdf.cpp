@@ -10,9 +10,9 @@
 
 #include "dialoguemuet.h"
 #include "etatlivre.h"
+#include "forms/reports/ecritpdf.h"
 #include "pages/enregistreur.h"
 #include "pages/page.h"
-#include "reports/forms/ecritpdf.h"
 #include "store/texte1252.h"
 
 namespace fenlor::bench {

@@ -15,10 +15,10 @@
 #include "classeur.h"
 #include "dialoguemuet.h"
 #include "fenetresbanc.h"
-#include "journal/forms/dialogecriture.h"
-#include "journal/forms/ecritureview.h"
-#include "journal/forms/ecrlist.h"
-#include "master/forms/comptesview.h"
+#include "forms/journal/dialogecriture.h"
+#include "forms/journal/ecritureview.h"
+#include "forms/journal/ecrlist.h"
+#include "forms/master/comptesview.h"
 
 namespace fenlor::bench {
 

@@ -4,16 +4,16 @@
 
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
+#include "forms/journal/ecritureview.h"
+#include "forms/master/comptesview.h"
+#include "forms/master/dialogcompteparticulier.h"
+#include "forms/master/dialogplan.h"
+#include "forms/master/libelleview.h"
+#include "forms/master/rubriqueview.h"
+#include "forms/reports/impressions.h"
 #include "journal/controles.h"
-#include "journal/forms/ecritureview.h"
 #include "journal/textes.h"
-#include "master/forms/comptesview.h"
-#include "master/forms/dialogcompteparticulier.h"
-#include "master/forms/dialogplan.h"
-#include "master/forms/libelleview.h"
-#include "master/forms/rubriqueview.h"
 #include "reports/etatjournal.h"
-#include "reports/forms/impressions.h"
 #include "ui/dialogueqt.h"
 
 namespace fenlor {

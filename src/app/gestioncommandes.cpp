@@ -7,8 +7,8 @@
 
 #include "app/listefenetres.h"
 #include "app/mainframe.h"
-#include "reports/forms/impressions.h"
-#include "session/forms/comboexercices.h"
+#include "forms/reports/impressions.h"
+#include "forms/session/comboexercices.h"
 #include "ui/images.h"
 #include "ui/texteqt.h"
 #include "ui/vue.h"

@@ -22,7 +22,7 @@
 #include "app/textes.h"
 #include "core/cles.h"
 #include "core/textes.h"
-#include "session/forms/comboexercices.h"
+#include "forms/session/comboexercices.h"
 #include "session/lancement.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"

@@ -12,8 +12,8 @@
 #ifdef FENLOR_PDF
 #include <QGuiApplication>
 
+#include "forms/reports/ecritpdf.h"
 #include "reports/etatcomptable.h"
-#include "reports/forms/ecritpdf.h"
 #endif
 
 namespace {

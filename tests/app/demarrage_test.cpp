@@ -12,8 +12,8 @@
 #include "app/lienparent.h"
 #include "app/mainframe.h"
 #include "app/programme.h"
+#include "forms/session/comboexercices.h"
 #include "outils/uidetest.h"
-#include "session/forms/comboexercices.h"
 #include "store/motdepasse.h"
 #include "store/texte1252.h"
 

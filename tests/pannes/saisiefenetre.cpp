@@ -12,8 +12,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "journal/forms/dialogecriture.h"
-#include "journal/forms/ecritureview.h"
+#include "forms/journal/dialogecriture.h"
+#include "forms/journal/ecritureview.h"
 #include "ui/dialogueqt.h"
 
 namespace fenlor {

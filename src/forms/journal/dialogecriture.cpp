@@ -1,0 +1,465 @@
+#include "forms/journal/dialogecriture.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStyle>
+#include <string_view>
+#include <utility>
+
+#include "core/erreurs.h"
+#include "core/valeurs.h"
+#include "forms/journal/textes.h"
+#include "forms/master/champscompte.h"
+#include "forms/master/dialogplan.h"
+#include "store/texte1252.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::string_view_literals;
+
+namespace {
+
+constexpr int TailleMontant = 16;
+
+/// Part of a form, with fields of its own and no margins.
+QWidget* Colonne(QWidget& zone, const std::function<void(Formulaire&)>& declare) {
+  auto* colonne = new QWidget(&zone);
+  Formulaire formulaire{*colonne};
+  colonne->layout()->setContentsMargins(0, 0, 0, 0);
+  declare(formulaire);
+  return colonne;
+}
+
+QString Titre(i16 journal, bool ajout) {
+  return TexteQ(TitreEcriture, {Texte(journal == JournalRecettes ? TitreRecette : TitreDepense),
+                                Texte(ajout ? MotAjout : MotModification)});
+}
+
+}  // namespace
+
+CDialogEcriture::CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent)
+    : CZNDialog(contexte, Titre(ouverture.journal, ouverture.mouvement == 0), "DialogEcriture", parent),
+      m_ouverture(ouverture),
+      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+      m_plan(contexte.App, contexte.App.PathExercice),
+      m_lines(contexte.App, contexte.App.PathExercice),
+      m_compte(
+          contexte.App, [this] { return Comptes(); }, [this] { return NouveauCompte(); }),
+      m_ttc(contexte.App.Reglages),
+      m_professionnelle(contexte.App.Reglages),
+      m_monnaie(contexte.App) {
+  m_lu = m_plan.OpenFile() && m_lines.OpenFile();
+  m_ttc.PoseNegatif(true);
+  m_professionnelle.PoseNegatif(true);
+  Declare();
+  m_libelle.Charge(App());
+  m_ajoutLibelles = new AjoutLibelles(Contexte(), m_libelle, *this);
+  PoseBoutons();
+  FigeSiCloture();
+  if (!m_lu) return;
+  if (Ajout()) {
+    m_jour.Pose(m_ouverture.date);
+    m_monnaie.Pose(App().Reglages.IsEuro());
+    m_monnaie.Ouvre(m_ouverture.date);
+    m_tresorerie->Vide(m_ouverture.tresorerie);
+    ActualiseEtat();
+  } else {
+    m_lu = Charge(m_ouverture.mouvement);
+  }
+}
+
+CDialogEcriture::~CDialogEcriture() = default;
+
+void CDialogEcriture::showEvent(QShowEvent* evenement) {
+  CZNDialog::showEvent(evenement);
+  // Whatever else stays readable, a button that does nothing looks so.
+  QPalette gris;
+  gris.setColor(QPalette::Disabled, QPalette::ButtonText,
+                palette().color(QPalette::Disabled, QPalette::ButtonText));
+  for (QPushButton* bouton : Zone().findChildren<QPushButton*>()) bouton->setPalette(gris);
+}
+
+int CDialogEcriture::exec() { return m_lu ? CZNDialog::exec() : static_cast<int>(Rejected); }
+
+// ------------------------------------------------------------------ The fields
+
+void CDialogEcriture::Declare() {
+  // Two columns; the tab order goes from left to right and back, as the fields are declared.
+  auto* gauche = new QVBoxLayout;
+  auto* droite = new QVBoxLayout;
+  auto* colonnes = new QHBoxLayout;
+  colonnes->addLayout(gauche, 1);
+  colonnes->addLayout(droite);
+  auto* pile = new QVBoxLayout(&Zone());
+  pile->addWidget(Colonne(Zone(), [this](Formulaire& f) { m_jour.Declare(f, u"Date :"_s, "jour"); }));
+  pile->addLayout(colonnes, 1);
+
+  gauche->addWidget(Colonne(Zone(), [this](Formulaire& f) {
+    m_compte.Declare(f);
+    f.Champ(u"Libellé :"_s, m_libelle, "libelle");
+  }));
+  QWidget* montants = Colonne(Zone(), [this](Formulaire& f) { DeclareMontants(f); });
+  QPalette lisible;  // the share that is not typed in receipts is read all the same
+  lisible.setColor(QPalette::Disabled, QPalette::Text, palette().color(QPalette::Active, QPalette::Text));
+  montants->setPalette(lisible);
+  droite->addWidget(montants);
+  m_tresorerie = new ZoneTresorerie(
+      Contexte(),
+      [this] {
+        return ZoneTresorerie::Ecriture{m_jour.Valeur(), MontantDeChamp(m_ttc.Valeur()), m_monnaie.Euro()};
+      },
+      &Zone());
+  gauche->addWidget(m_tresorerie, 1);
+  droite->addWidget(Colonne(Zone(), [this](Formulaire& f) { DeclareEtat(f); }), 1);
+  AligneMontants();
+
+  m_compte.SurChoix([this] { CompteChange(); });
+  m_compte.SurCode([this] { CZNDialog::Focalise(m_libelle); });
+  m_tresorerie->SurChangement([this] { TresorerieChange(); });
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* de, QWidget* vers) {
+    if (de == &m_jour && vers) m_monnaie.QuitteDate(m_jour.Valeur());
+  });
+}
+
+void CDialogEcriture::DeclareMontants(Formulaire& formulaire) {
+  const int cadre = style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 2;
+  for (Lecture* figure : {&m_tva, &m_ht, &m_taux, &m_personnelle}) {
+    figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    figure->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    figure->setContentsMargins(0, 0, cadre, 0);
+  }
+  formulaire.Groupe(u"Montants"_s)
+      .Champ(u"T.T.C. :"_s, m_ttc, "ttc")
+      .Limite(TailleMontant)
+      .SurChangement([this] { TtcChange(); })
+      .Champ(u"T.V.A. :"_s, m_tva, "tva")
+      .Champ(u"H.T. :"_s, m_ht, "ht")
+      .Champ(u"Taux :"_s, m_taux, "taux")
+      .Groupe(u"Répartition"_s)
+      .Champ(u"P&rofessionnelle :"_s, m_professionnelle, "professionnelle")
+      .Limite(TailleMontant)
+      .SurChangement([this] { ProfessionnelChange(); })
+      .SurDepart([this] { MontreMontants(true); })
+      .Champ(u"Personnelle :"_s, m_personnelle, "personnelle")
+      .FinGroupe();
+  for (EditeurMontant* saisi : {&m_ttc, &m_professionnelle})
+    connect(saisi, &QLineEdit::textEdited, this, [this, saisi] {
+      if (saisi->Refus() != 0) MontreMontants(saisi == &m_ttc);
+    });
+  Astuce(m_ttc, &MontantsSaisie::ttc);
+  Astuce(m_tva, &MontantsSaisie::tva);
+  Astuce(m_ht, &MontantsSaisie::ht);
+  Astuce(m_professionnelle, &MontantsSaisie::professionnel);
+  Astuce(m_personnelle, &MontantsSaisie::personnel);
+}
+
+/// The fields of both groups under each other.
+void CDialogEcriture::AligneMontants() {
+  const auto libelle = [this](const QWidget& champ) -> QLabel* {
+    for (QLabel* texte : Zone().findChildren<QLabel*>())
+      if (texte->buddy() == &champ) return texte;
+    return nullptr;
+  };
+  if (QLabel* ttc = libelle(m_ttc), *part = libelle(m_professionnelle); ttc && part)
+    ttc->setMinimumWidth(part->sizeHint().width());
+}
+
+void CDialogEcriture::DeclareEtat(Formulaire& formulaire) {
+  m_monnaie.Declare(formulaire);
+  formulaire.Groupe(u"Etat"_s)
+      .Champ(u"Pointée :"_s, m_pointee, "pointee")
+      .Suite(u"Remise :"_s, m_remise, "remise")
+      .Champ(u"Rapprochée :"_s, m_rapprochee, "rapprochee")
+      .Suite(u"Validée :"_s, m_marqueValidee, "validee")
+      .FinGroupe()
+      .Pousse();
+  PermetChamp(m_remise, m_ouverture.journal == JournalRecettes);
+}
+
+void CDialogEcriture::Astuce(QWidget& champ, f64 MontantsSaisie::*montant) {
+  AstuceAutreMonnaie(
+      champ, App(),
+      [this, montant]() -> std::optional<f64> {
+        if (m_montants.*montant == 0 || m_ttc.Refus() != 0 || m_professionnelle.Refus() != 0)
+          return std::nullopt;
+        return m_montants.*montant;
+      },
+      [this] { return m_monnaie.Euro(); });
+}
+
+void CDialogEcriture::PoseBoutons() {
+  const bool voisins = !Ajout() && m_ouverture.proprietaire && !m_ouverture.consultation;
+  Boutons(Ajout() ? Mode::Ajout : Mode::Modification, voisins);
+  if (!voisins) AjouteAide();
+  auto* deverrouille = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this);
+  connect(deverrouille, &QShortcut::activated, this, &CDialogEcriture::Deverrouille);
+}
+
+std::vector<CompteOffert> CDialogEcriture::Comptes() {
+  const i16 type = m_ouverture.journal == JournalRecettes ? Recette : Depense;
+  std::vector<CompteOffert> comptes = ComptesParCode(App(), type);
+  if (m_compteDehors.empty() || CompteDeNumero(comptes, m_compteDehors)) return comptes;
+  const std::vector<CompteOffert> tous = ComptesParNumero(App());
+  if (const CompteOffert* compte = CompteDeNumero(tous, m_compteDehors)) comptes.push_back(*compte);
+  return comptes;
+}
+
+bool CDialogEcriture::NouveauCompte() {
+  const i16 type = m_ouverture.journal == JournalRecettes ? Recette : Depense;
+  CDialogPlan forme(Contexte(), nullptr, type, 0, this);
+  forme.exec();
+  return forme.AChange();
+}
+
+bool CDialogEcriture::LitCompteChoisi(Plan& plan) {
+  const CompteOffert* compte = m_compte.Choisi();
+  if (!compte || !m_plan.ReadRec(compte->position)) return false;
+  plan = *m_plan.Rec;
+  return true;
+}
+
+// ------------------------------------------------------------- Showing an entry
+
+bool CDialogEcriture::Charge(u32 mouvement) {
+  EcritureLue ecriture;
+  if (!App().Dit(LitEcriture(App(), mouvement, ecriture))) return false;
+  const SaisieEcriture& saisie = ecriture.saisie;
+  m_monnaie.Pose(saisie.euro);
+  if (saisie.validee || ecriture.liee || m_cloture)
+    m_monnaie.QuitteDate(saisie.date);
+  else if (m_monnaie.Ouvre(saisie.date) && !App().Dit(LitEcriture(App(), mouvement, ecriture, true)))
+    return false;
+  NoteVoisins();
+  Montre(ecriture);
+  return true;
+}
+
+void CDialogEcriture::Montre(const EcritureLue& ecriture) {
+  const SaisieEcriture& saisie = ecriture.saisie;
+  m_mouvement = saisie.mouvement;
+  m_ligne = saisie.ligne;
+  m_validee = saisie.validee;
+  m_liee = ecriture.liee;
+  m_delie = false;
+  m_montants = saisie.montants;
+  m_libellePropose.clear();
+  m_jour.Pose(saisie.date);
+  MontreCompte(saisie.compte);
+  m_libelle.Pose(saisie.libelle);
+  m_ttc.Pose(m_montants.ttc);
+  MontreMontants(true);
+  m_tresorerie->Pose(ecriture);
+  MontreMarques(ecriture.marques);
+  ActualiseEtat();
+}
+
+/// An entry on the personal account keeps it, though the journal does not offer it.
+void CDialogEcriture::MontreCompte(const std::string& compte) {
+  const std::string dehors = compte == App().Magasin.GetComptePerso() ? compte : std::string{};
+  if (std::exchange(m_compteDehors, dehors) != dehors) m_compte.Recharge();
+  m_compte.Choisit(compte);
+  m_libelle.ProposeDernier(DernierLibelle(App(), m_ouverture.journal, compte));
+}
+
+/// The figures under T.T.C.; `partPro`: that of the professional share too, which is not being typed. What
+/// follows from an amount that cannot be read is blank.
+void CDialogEcriture::MontreMontants(bool partPro) {
+  const Parametres& reglages = App().Reglages;
+  const auto texte = [&](f64 montant) {
+    return FormatSaisie(montant, 2, reglages.ZeroDansBoite(), reglages.SeparateurDecimal());
+  };
+  const bool ttc = m_ttc.Refus() == 0;
+  if (partPro) ttc ? m_professionnelle.Pose(m_montants.professionnel) : m_professionnelle.clear();
+  const bool lisible = ttc && m_professionnelle.Refus() == 0;
+  m_personnelle.Pose(lisible ? texte(m_montants.personnel) : std::string{});
+  m_ht.Pose(lisible ? texte(m_montants.ht) : std::string{});
+  m_tva.Pose(lisible ? texte(m_montants.tva) : std::string{});
+  m_taux.Pose(m_montants.taux > 0 ? texte(m_montants.taux) : std::string{});
+}
+
+void CDialogEcriture::MontreMarques(const MarquesEcriture& marques) {
+  m_pointee.setChecked(marques.pointee);
+  m_rapprochee.setChecked(marques.rapprochee);
+  m_remise.setChecked(m_ouverture.journal == JournalRecettes && marques.remise);
+  m_marqueValidee.setChecked(marques.validee);
+}
+
+/// What can be typed, after every change.
+void CDialogEcriture::ActualiseEtat() {
+  const bool permis = !Fige(), recettes = m_ouverture.journal == JournalRecettes;
+  const bool montants = permis && (m_mouvement != 0 || m_compte.Choisi());
+  PermetChamp(m_jour, permis);
+  m_compte.Permet(permis);
+  PermetChamp(m_libelle, permis);
+  PermetChamp(m_ttc, montants);
+  PermetChamp(m_professionnelle, montants && !recettes);
+  m_tresorerie->Permet(permis);
+  m_monnaie.Permet(permis);
+
+  Zone().setPalette(permis ? QPalette() : PaletteLecture());
+
+  const auto permet = [this](const char* nom, bool oui) {
+    if (auto* bouton = findChild<QPushButton*>(QLatin1String(nom), Qt::FindDirectChildrenOnly))
+      bouton->setEnabled(oui);
+  };
+  permet("ok", permis);
+  permet("precedent", m_voisins.De(-1) != 0);
+  permet("suivant", m_voisins.De(1) != 0);
+}
+
+// ---------------------------------------------------------------- While typing
+
+void CDialogEcriture::CompteChange() {
+  TtcChange();
+  const CompteOffert* compte = m_compte.Choisi();
+  if (!m_compte.EnFrappe()) {
+    m_libelle.ProposeDernier(compte ? DernierLibelle(App(), m_ouverture.journal, compte->compte)
+                                    : std::string{});
+    ProposeLibelle();
+  }
+  ActualiseEtat();
+}
+
+/// A label that nobody typed is that of the account.
+void CDialogEcriture::ProposeLibelle() {
+  const CompteOffert* compte = m_compte.Choisi();
+  const std::string libelle = m_libelle.Valeur();
+  if (!compte || !(EstVide(libelle) || libelle == m_libellePropose)) return;
+  m_libelle.Pose(compte->designation);
+  m_libellePropose = m_libelle.Valeur();
+}
+
+void CDialogEcriture::TtcChange() {
+  Plan compte;
+  if (LitCompteChoisi(compte)) {
+    m_montants = ChaineMontants(App(), compte, m_ttc.Valeur());
+  } else {
+    m_montants = {};
+    m_montants.ttc = MontantDeChamp(m_ttc.Valeur());
+  }
+  MontreMontants(true);
+}
+
+void CDialogEcriture::ProfessionnelChange() {
+  Plan compte;
+  if (!LitCompteChoisi(compte)) return;
+  m_montants = ChaineProfessionnel(App(), compte, m_ttc.Valeur(), m_professionnelle.Valeur());
+  MontreMontants(false);
+}
+
+/// Lines that come to more than T.T.C. raise it.
+void CDialogEcriture::TresorerieChange() {
+  const f64 ttc = MontantDeChamp(m_ttc.Valeur()), total = m_tresorerie->Lignes().Total();
+  const bool depasse = ttc == 0 ? total != 0 : ttc > 0 ? total > ttc : total < ttc;
+  if (m_tresorerie->Genre() == GenreStandard && depasse) {
+    m_ttc.Pose(total);
+    TtcChange();
+  }
+  ActualiseEtat();
+}
+
+/// Alt+U: a validated entry becomes a draft again, a linked one can be changed.
+void CDialogEcriture::Deverrouille() {
+  if (Ajout() || !(m_validee || m_liee)) return;
+  if (m_cloture) {
+    App().ReportErreur(ErrExerciceCloture);
+    return;
+  }
+  if (m_validee && App().Dit(ValideEcriture(App(), m_mouvement, false))) {
+    m_validee = false;
+    m_marqueValidee.setChecked(false);
+    m_change = true;
+  }
+  if (m_liee && App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionEditerLiee) == RepOui) {
+    m_liee = false;
+    m_delie = true;
+  }
+  ActualiseEtat();
+  if (!Fige()) CZNDialog::Focalise(m_jour);
+}
+
+// ---------------------------------------------------------------------- Saving
+
+SaisieEcriture CDialogEcriture::Saisie() const {
+  SaisieEcriture saisie;
+  saisie.journal = m_ouverture.journal;
+  saisie.genre = m_tresorerie->Genre();
+  saisie.mouvement = m_mouvement;
+  saisie.ligne = m_ligne;
+  saisie.date = m_jour.Saisie();
+  const CompteOffert* compte = m_compte.Choisi();
+  if (compte) saisie.compte = compte->compte;
+  saisie.libelle = m_libelle.Valeur();
+  saisie.euro = m_monnaie.Euro();
+  saisie.montants = m_montants;
+  saisie.montants.ttc = MontantDeChamp(m_ttc.Valeur());
+  saisie.tresorerie = m_tresorerie->Tresorerie();
+  saisie.paiement = m_tresorerie->Paiement();
+  for (const LigneTresorLue& ligne : m_tresorerie->Lignes().lignes) saisie.tresoreries.push_back(ligne);
+  saisie.validee = m_validee;
+  saisie.delier = m_delie;
+  return saisie;
+}
+
+bool CDialogEcriture::Enregistre() {
+  if (Fige()) return true;
+  EcritureFaite faite;
+  if (!Refuse(EnregistreEcriture(App(), Saisie(), faite))) return false;
+  m_derniere = faite.mouvement;
+  m_delie = false;
+  m_tresorerie->OublieModifications();
+  m_change = true;
+  return true;
+}
+
+void CDialogEcriture::Pointe(const Refus& refus) {
+  if (refus.rang >= 0) m_tresorerie->ChoisitLigne(refus.rang);
+  if (refus.champ == "compte"sv && m_compte.CodeInconnu()) CZNDialog::Focalise(m_compte.Code());
+}
+
+void CDialogEcriture::Vide() {
+  m_montants = {};
+  m_libellePropose.clear();
+  m_jour.Pose(m_jour.Valeur());
+  m_compte.Vide();
+  m_libelle.ProposeDernier({});
+  m_libelle.Pose({});
+  m_ttc.clear();
+  MontreMontants(false);
+  m_professionnelle.clear();
+  m_tresorerie->Vide();
+  MontreMarques({});
+  ActualiseEtat();
+}
+
+bool CDialogEcriture::Modifie() const { return CZNDialog::Modifie() || m_tresorerie->Modifiee() || m_delie; }
+
+const TexteFixe& CDialogEcriture::QuestionFermer() const { return QuestionEnregistrer; }
+
+void CDialogEcriture::done(int resultat) {
+  m_ajoutLibelles->Ecrit();
+  CZNDialog::done(resultat);
+}
+
+// ------------------------------------------------------------------- Neighbours
+
+/// Opérations diverses among the rows are passed over.
+void CDialogEcriture::NoteVoisins() {
+  m_voisins.Note(m_ouverture.consultation ? nullptr : m_ouverture.proprietaire, [this](u32 mouvement) {
+    Mouvement entete{};
+    return App().Magasin.ReadMouvements(App().PathExercice, mouvement, entete) && entete.Genre != GenreOD;
+  });
+}
+
+void CDialogEcriture::Voisin(int pas) {
+  const u32 voisin = m_voisins.De(pas);
+  if (voisin == 0) return ActualiseEtat();
+  ChoisitEcriture(*m_ouverture.proprietaire, voisin);
+  Charge(voisin);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,105 @@
+// `CDialogEcriture`: a receipt or an expense, paid through one treasury account (simple) or
+// several (multiple).
+#pragma once
+
+#include "core/btfiles.h"
+#include "forms/journal/ajoutlibelles.h"
+#include "forms/journal/champsecriture.h"
+#include "forms/journal/ecritures.h"
+#include "forms/journal/voisins.h"
+#include "forms/journal/zonetresorerie.h"
+#include "journal/ecriturelue.h"
+#include "ui/czndialog.h"
+
+namespace fenlor {
+
+/// A new entry is followed by the next one: the form clears itself and stays. An existing entry can be
+/// left for its neighbours in the journal window; opérations diverses among them are passed over.
+class CDialogEcriture : public CZNDialog {
+  Q_OBJECT
+ public:
+  CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent = nullptr);
+  ~CDialogEcriture() override;
+
+  /// The journal was changed while the form was open.
+  bool Change() const { return m_change; }
+  /// Entry last saved, 0 when none was.
+  u32 Derniere() const { return m_derniere; }
+  /// Entry shown, 0 for a new one.
+  u32 Montree() const { return m_mouvement; }
+
+  /// Ends at once when the entry cannot be shown, which has been told.
+  int exec() override;
+  /// Of a new entry with an amount, asks whether to save it before.
+  void done(int resultat) override;
+
+ protected:
+  bool Enregistre() override;
+  void Pointe(const Refus& refus) override;
+  void Vide() override;
+  const TexteFixe& QuestionFermer() const override;
+  void Voisin(int pas) override;
+  bool Modifie() const override;
+  void showEvent(QShowEvent* evenement) override;
+
+ private:
+  bool Ajout() const { return m_ouverture.mouvement == 0; }
+  /// Validated, linked, or of a closed exercice.
+  bool Fige() const { return m_validee || m_liee || m_cloture; }
+  std::vector<CompteOffert> Comptes();
+  bool NouveauCompte();
+  bool LitCompteChoisi(Plan& plan);
+
+  void Declare();
+  void DeclareMontants(Formulaire& formulaire);
+  void AligneMontants();
+  void DeclareEtat(Formulaire& formulaire);
+  void Astuce(QWidget& champ, f64 MontantsSaisie::*montant);
+  void PoseBoutons();
+
+  bool Charge(u32 mouvement);
+  void Montre(const EcritureLue& ecriture);
+  void MontreCompte(const std::string& compte);
+  void MontreMontants(bool partPro);
+  void MontreMarques(const MarquesEcriture& marques);
+  void ActualiseEtat();
+
+  void CompteChange();
+  void ProposeLibelle();
+  void TtcChange();
+  void ProfessionnelChange();
+  void TresorerieChange();
+  void Deverrouille();
+  SaisieEcriture Saisie() const;
+  void NoteVoisins();
+
+  const OuvertureEcriture m_ouverture;
+  const bool m_cloture;
+  CPlan m_plan;  ///< held open with the journal, so that a save does not open them
+  CLines m_lines;
+  bool m_lu = true;
+  u32 m_mouvement = 0;  ///< shown, 0 for a new one
+  u32 m_ligne = 0;      ///< of the entry shown, 0 for a new one
+  bool m_validee = false, m_liee = false, m_delie = false;
+  bool m_change = false;
+  u32 m_derniere = 0;
+  VoisinsEcriture m_voisins;
+  MontantsSaisie m_montants;
+  std::string m_compteDehors;    ///< personal account of an entry that has no other
+  std::string m_libellePropose;  ///< not typed: follows the account
+
+  ChampJour m_jour;
+  ChampsCompteEcriture m_compte;
+  ChampLibelle m_libelle;
+  AjoutLibelles* m_ajoutLibelles = nullptr;
+  EditeurMontant m_ttc;
+  Lecture m_tva, m_ht, m_taux;
+  EditeurMontant m_professionnelle;
+  Lecture m_personnelle;
+  ZoneTresorerie* m_tresorerie = nullptr;
+  ChoixMonnaie m_monnaie;
+  Coche m_pointee, m_remise, m_rapprochee, m_marqueValidee;
+  FinDesLiens m_finLiens{*this};
+};
+
+}  // namespace fenlor

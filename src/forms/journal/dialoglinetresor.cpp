@@ -1,0 +1,129 @@
+#include "forms/journal/dialoglinetresor.h"
+
+#include <QBoxLayout>
+#include <QPushButton>
+
+#include "core/erreurs.h"
+#include "core/valeurs.h"
+#include "forms/journal/textes.h"
+#include "forms/master/champscompte.h"
+#include "journal/textes.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int TailleMontant = 16;
+
+}  // namespace
+
+f64 LignesTresor::Total() const {
+  f64 total = 0;
+  for (const LigneTresorLue& ligne : lignes) total += ligne.montant;
+  return MontantDeChamp(total);
+}
+
+CDialogLineTresor::CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes, const Ouverture& ouverture,
+                                     QWidget* parent)
+    : CZNDialog(contexte,
+                TexteQ(TitreEcriture, {Texte(TitreLigneTresorerie),
+                                       Texte(ouverture.modification ? MotModification : MotAjout)}),
+                "DialogLineTresor", parent),
+      m_lignes(lignes),
+      m_ouverture(ouverture),
+      m_montant(contexte.App.Reglages) {
+  m_tresorerie.Charge(App());
+  m_montant.PoseNegatif(true);
+  Declare();
+  // Narrower than its title otherwise.
+  setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + 24 * fontMetrics().averageCharWidth());
+  const auto rang = static_cast<std::size_t>(m_lignes.choisie);
+  if (m_ouverture.modification && rang < m_lignes.lignes.size())
+    Montre(m_lignes.lignes[rang]);
+  else
+    Propose();
+  CZNDialog::Focalise(m_montant);
+  if (!m_ouverture.lecture && !App().Reglages.IsExerciceCloture()) return;
+  if (!FigeSiCloture()) LectureSeule();
+  for (QWidget* champ : {static_cast<QWidget*>(&m_tresorerie), static_cast<QWidget*>(&m_montant)})
+    PermetChamp(*champ, false);
+  m_paiement.Permet(false);
+}
+
+void CDialogLineTresor::Declare() {
+  Formulaire formulaire{Zone()};
+  formulaire.Champ(u"Code :"_s, m_tresorerie, "tresorerie")
+      .SurChangement([this] { ChangeCompte(m_banque ? m_paiement.Valeur() : m_mode); })
+      .Champ(u"Désignation :"_s, m_designation, "designation");
+  m_paiement.Declare(formulaire);
+  formulaire.Champ(u"Montant : "_s, m_montant, "montant").Limite(TailleMontant);
+  auto* marques = new QWidget(&Zone());
+  formulaire.Seul(*marques, "marques");
+  Formulaire ticks{*marques};
+  marques->layout()->setContentsMargins(0, 0, 0, 0);
+  m_marques.Declare(ticks);
+  formulaire.Pousse();
+  AstuceAutreMonnaie(m_montant, App(), m_ouverture.euro);
+  Boutons(m_ouverture.modification ? Mode::Modification : Mode::Ajout);
+  AjouteAide();
+}
+
+/// A new line: what the others leave of the entry's amount.
+void CDialogLineTresor::Propose() {
+  m_tresorerie.Choisit(m_ouverture.tresorerie);
+  ChangeCompte(PaiementCheque);
+  const f64 reste = MontantDeChamp(m_ouverture.ttc - m_lignes.Total());
+  const bool couvert = m_ouverture.ttc == 0 || (m_ouverture.ttc < 0 ? reste > 0 : reste < 0);
+  // Of both currencies in the form of Euro; the sign goes as soon as the field is left.
+  m_montant.setText(Q(couvert ? std::string{} : FormatEuro(reste)));
+}
+
+void CDialogLineTresor::Montre(const LigneTresorLue& ligne) {
+  m_tresorerie.Choisit(ligne.compte);
+  ChangeCompte(ligne.paiement);
+  m_montant.Pose(ligne.montant);
+  m_marques.Pose(ligne.marques);
+}
+
+void CDialogLineTresor::ChangeCompte(i16 paiement) {
+  const CompteOffert* compte = m_tresorerie.Choisi();
+  m_mode = paiement;
+  m_banque = compte && compte->banque;
+  m_designation.Pose(compte ? compte->designation : std::string{});
+  m_paiement.PoseTresorerie(compte, paiement);
+}
+
+bool CDialogLineTresor::Enregistre() {
+  const f64 montant = MontantDeChamp(m_montant.Valeur());
+  if (montant == 0) return Refuse(ErrMontantNul, m_montant);
+  const CompteOffert* compte = m_tresorerie.Choisi();
+  if (!compte) return Refuse(ErrCompteIncorrect, m_tresorerie);
+  LigneTresorLue ligne;
+  if (m_ouverture.modification) ligne = m_lignes.lignes[static_cast<std::size_t>(m_lignes.choisie)];
+  ligne.compte = compte->compte;
+  ligne.montant = montant;
+  ligne.paiement = compte->banque ? m_paiement.Valeur() : i16{PaiementCheque};
+  if (m_ouverture.modification)
+    m_lignes.lignes[static_cast<std::size_t>(m_lignes.choisie)] = ligne;
+  else
+    m_lignes.lignes.push_back(ligne);
+  m_change = true;
+  if (m_ouverture.change) m_ouverture.change();
+  return true;
+}
+
+void CDialogLineTresor::Vide() {
+  m_videe = true;
+  Propose();
+}
+
+void CDialogLineTresor::accept() {
+  m_videe = false;
+  CZNDialog::accept();
+  if (m_videe) CZNDialog::Focalise(m_montant);
+}
+
+}  // namespace fenlor

@@ -1,0 +1,284 @@
+#include "forms/journal/dialogmouvement.h"
+
+#include <QLabel>
+#include <QShortcut>
+#include <string_view>
+
+#include "core/erreurs.h"
+#include "core/valeurs.h"
+#include "forms/journal/textes.h"
+#include "forms/master/champscompte.h"
+#include "journal/textes.h"
+#include "store/texte1252.h"
+#include "ui/listeeditee.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::string_view_literals;
+
+namespace {
+
+constexpr int LargeurListe = 90, LargeurSolde = 12;  // characters
+
+QString Titre(const OuvertureEcriture& ouverture) {
+  const TexteFixe& journal = ouverture.journal == JournalRecettes   ? TitreRecette
+                             : ouverture.journal == JournalDepenses ? TitreDepense
+                                                                    : TitreOD;
+  return TexteQ(TitreEcriture, {Texte(journal), Texte(ouverture.mouvement ? MotModification : MotAjout)});
+}
+
+}  // namespace
+
+CDialogMouvement::CDialogMouvement(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent)
+    : CZNDialog(contexte, Titre(ouverture), "DialogMouvement", parent),
+      m_ouverture(ouverture),
+      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+      m_monnaie(contexte.App) {
+  Declare();
+  m_libelle.Charge(App());
+  if (m_ouverture.mouvement != 0) {
+    m_lue = Charge(m_ouverture.mouvement);
+  } else {
+    m_jour.Pose(m_ouverture.date);
+    m_monnaie.Pose(App().Reglages.IsEuro());
+    m_monnaie.Ouvre(m_ouverture.date);
+  }
+  FigeSiCloture();
+  MontreLignes();
+}
+
+int CDialogMouvement::exec() { return m_lue ? CZNDialog::exec() : int{Rejected}; }
+
+CDialogMouvement::~CDialogMouvement() = default;
+
+void CDialogMouvement::Declare() {
+  m_liste =
+      new ListeEditee(Contexte(), ListeEditee::Genre::LignesEnGrand, u"Lignes"_s,
+                      {[this] { OuvreLigne(false); }, [this] { OuvreLigne(true); }, [this] { Supprime(); },
+                       [this](int ligne) {
+                         const bool permis = !m_cloture && !Verrouillee();
+                         return ListeEditee::Permis{permis, permis && ligne >= 0, permis && ligne >= 0};
+                       }});
+  m_liste->Table().PoseTexteVide(u"Aucune ligne : la touche Inser en ajoute une"_s);
+  const auto montant = [this](f64 LigneODLue::*cote) {
+    return
+        [this, cote](const LigneODLue& l) { return (m_monnaie.Euro() ? FormatEuro : FormatFranc)(l.*cote); };
+  };
+  m_liste->Table().Suit<LigneODLue>(
+      {{"Compte", 20, [this](const LigneODLue& l) { return App().Magasin.GetShortCompte(l.compte); }},
+       {"Libellé"_w, 40, [](const LigneODLue& l) { return l.libelle; }},
+       {"Débit"_w, 20, montant(&LigneODLue::debit), Cote::Droite},
+       {"Crédit"_w, 20, montant(&LigneODLue::credit), Cote::Droite}},
+      m_lignes.lignes);
+  m_liste->setMinimumWidth(LargeurListe * fontMetrics().averageCharWidth());
+  m_solde.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  m_solde.setMinimumWidth(LargeurSolde * fontMetrics().horizontalAdvance(u'0'));
+  auto* solde = new QLabel(u"Solde :"_s, m_liste);
+  solde->setBuddy(&m_solde);
+  m_solde.setObjectName(u"solde"_s);
+  m_liste->AjouteAuBout(*solde);
+  m_liste->AjouteAuBout(m_solde);
+  Formulaire formulaire{Zone()};
+  m_jour.Declare(formulaire, u"Date :"_s, "date");
+  formulaire.Champ(u"Libellé :"_s, m_libelle, "libelle")
+      .SurDepart([this] { SuitLibelle(); })
+      .Seul(*m_liste, nullptr, true)
+      .Champ(u"Pointée :"_s, m_pointee, "pointee")
+      .Suite(u"Validée :"_s, m_coche, "validee");
+  m_monnaie.Declare(formulaire);
+  m_jour.SurDepart([this] { m_monnaie.QuitteDate(m_jour.Valeur()); });
+  m_monnaie.SurChangement([this] { ChangeMonnaie(); });
+  PoseBoutons();
+}
+
+void CDialogMouvement::PoseBoutons() {
+  const bool existante = m_ouverture.mouvement != 0;
+  const bool voisins = existante && m_ouverture.proprietaire && !m_ouverture.consultation;
+  if (existante)
+    connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this), &QShortcut::activated, this,
+            [this] { Force(); });
+  Boutons(existante ? Mode::Modification : Mode::Ajout, voisins);
+  if (!voisins || m_ouverture.journal != JournalOD || m_cloture) return;
+  QPushButton& nouvelle = AjouteBouton(u"N&ouvelle"_s, "ajouter");
+  nouvelle.setObjectName(u"nouvelle"_s);
+  nouvelle.setToolTip(u"Enregistrer celle-ci si elle a changé, et en saisir une nouvelle"_s);
+  connect(&nouvelle, &QPushButton::clicked, this, [this] { Nouvelle(); });
+}
+
+/// What was changed is saved before, as on the way to a neighbour; a refusal keeps the form.
+void CDialogMouvement::Nouvelle() {
+  m_nouvelle = true;
+  Modifie() ? accept() : reject();
+  if (isVisible()) m_nouvelle = false;
+}
+
+/// Shows an entry; false when it cannot be read, which has been told.
+bool CDialogMouvement::Charge(u32 mouvement) {
+  ODLue od;
+  if (!App().Dit(LitOD(App(), mouvement, od))) return false;
+  m_monnaie.Pose(od.saisie.euro);
+  // From the limit on the entry is worked on in Euro, whatever it was typed in.
+  if (m_monnaie.Ouvre(od.saisie.date) && !App().Dit(LitOD(App(), mouvement, od, true))) return false;
+  m_ouverture.mouvement = mouvement;
+  m_ouverture.journal = od.saisie.journal;
+  m_jour.Pose(od.saisie.date);
+  m_libelle.Pose(od.saisie.libelle);
+  m_libelleDesLignes = od.saisie.libelle;
+  m_lignes = {std::move(od.lignes), -1};
+  m_validee = m_etaitValidee = od.saisie.validee;
+  m_liee = od.liee;
+  m_pointee.setChecked(od.pointee);
+  m_forcee = m_modifiee = false;
+  m_voisins.Note(m_ouverture.proprietaire, [this](u32 voisin) {
+    Mouvement entete{};
+    return m_ouverture.journal == JournalOD ||
+           (App().Magasin.ReadMouvements(App().PathExercice, voisin, entete) && entete.Genre == GenreOD);
+  });
+  return true;
+}
+
+void CDialogMouvement::SuitLibelle() {
+  const std::string libelle = m_libelle.Valeur();
+  if (libelle == m_libelleDesLignes) return;
+  fenlor::SuitLibelle(m_lignes.lignes, m_libelleDesLignes, libelle);
+  m_libelleDesLignes = libelle;
+  MontreLignes();
+}
+
+void CDialogMouvement::MontreLignes() {
+  m_liste->Relit(m_lignes.choisie);
+  m_solde.Pose((m_monnaie.Euro() ? FormatEuro : FormatFranc)(m_lignes.Solde()));
+  Actualise();
+}
+
+void CDialogMouvement::Actualise() {
+  const bool permis = !m_cloture && !Verrouillee();
+  m_liste->ActualiseBoutons();
+  m_coche.setChecked(m_validee);
+  if (!m_cloture) {
+    PermetChamp(m_jour, permis);
+    PermetChamp(m_libelle, permis);
+    m_monnaie.Permet(permis);
+    // What the hidden command made final can be saved like that.
+    if (auto* ok = findChild<QPushButton*>(u"ok"_s))
+      ok->setEnabled(permis || (m_forcee && m_validee != m_etaitValidee));
+  }
+  if (auto* precedent = findChild<QPushButton*>(u"precedent"_s)) precedent->setEnabled(m_voisins.De(-1) != 0);
+  if (auto* suivant = findChild<QPushButton*>(u"suivant"_s)) suivant->setEnabled(m_voisins.De(1) != 0);
+}
+
+void CDialogMouvement::Voisin(int pas) {
+  if (const u32 voisin = m_voisins.De(pas)) {
+    ChoisitEcriture(*m_ouverture.proprietaire, voisin);
+    Charge(voisin);
+  }
+  MontreLignes();
+}
+
+void CDialogMouvement::OuvreLigne(bool modification) {
+  if (m_cloture) {
+    App().ReportErreur(ErrExerciceCloture);
+    return;
+  }
+  if (Verrouillee() && !modification) return;
+  m_lignes.choisie = modification ? m_liste->Table().LigneChoisie() : -1;
+  if (modification && m_lignes.choisie < 0) return;
+  CDialogLine::Ouverture ouverture{m_jour.Valeur(), m_monnaie.Euro(),   modification,
+                                   Verrouillee(),   m_libelle.Valeur(), {}};
+  ouverture.change = [this, modification] {
+    if (!modification) m_lignes.choisie = static_cast<int>(m_lignes.lignes.size()) - 1;
+    MontreLignes();
+  };
+  CDialogLine forme(Contexte(), m_lignes, ouverture, this);
+  forme.exec();
+  if (forme.Change()) m_modifiee = true;
+  // A run of lines that ends balanced leaves nothing but to save.
+  if (forme.Change() && !modification && m_lignes.Solde() == 0)
+    CZNDialog::Focalise("ok");
+  else
+    CZNDialog::Focalise(m_liste->Table());
+}
+
+void CDialogMouvement::Supprime() {
+  if (m_cloture) {
+    App().ReportErreur(ErrExerciceCloture);
+    return;
+  }
+  const std::vector<int> rangs = m_liste->Table().LignesChoisies();
+  if (Verrouillee() || rangs.empty()) return;
+  for (auto rang = rangs.rbegin(); rang != rangs.rend(); ++rang)
+    m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);
+  m_lignes.choisie = rangs.front();
+  m_modifiee = true;
+  MontreLignes();
+  CZNDialog::Focalise(m_liste->Table());
+}
+
+/// The digits stay, they are of the other currency now.
+void CDialogMouvement::ChangeMonnaie() {
+  m_lignes.choisie = m_liste->Table().LigneChoisie();
+  MontreLignes();
+}
+
+/// The hidden command: what is final or linked can be changed, a draft becomes final. Written by OK.
+void CDialogMouvement::Force() {
+  if (m_cloture) {
+    App().ReportErreur(ErrExerciceCloture);
+    return;
+  }
+  const auto oui = [this](const TexteFixe& question, std::initializer_list<std::string> arguments = {}) {
+    return App().MessageId(BoutonsOuiNon | IconeQuestion, question, arguments) == RepOui;
+  };
+  const bool libere = Verrouillee();
+  if (m_validee && m_etaitValidee && !oui(QuestionInvalider)) return;
+  if (m_liee && !oui(QuestionEditerLiee)) return;
+  if (!libere && !m_etaitValidee && !oui(QuestionValiderOD, {StrDate(m_jour.Valeur()), m_libelle.Valeur()}))
+    return;
+  m_validee = !libere;
+  m_liee = false;
+  m_forcee = true;
+  Actualise();
+}
+
+bool CDialogMouvement::Modifie() const {
+  if (Verrouillee() && (!m_forcee || m_validee == m_etaitValidee)) return false;
+  const bool nouvelle = m_ouverture.mouvement == 0;
+  return (nouvelle ? !m_lignes.lignes.empty() : m_modifiee || m_forcee) || CZNDialog::Modifie();
+}
+
+bool CDialogMouvement::Enregistre() {
+  SaisieOD saisie;
+  saisie.journal = m_ouverture.journal;
+  saisie.mouvement = m_ouverture.mouvement;
+  saisie.date = m_jour.Saisie();
+  saisie.libelle = m_libelle.Valeur();
+  saisie.euro = m_monnaie.Euro();
+  saisie.lignes = LignesSaisies(m_lignes.lignes);
+  saisie.validee = m_validee;
+  saisie.forcee = m_forcee;
+  EcritureFaite faite;
+  if (!Refuse(EnregistreOD(App(), saisie, faite))) return false;
+  m_derniere = faite.mouvement;
+  m_modifiee = false;
+  return true;
+}
+
+void CDialogMouvement::Pointe(const Refus& refus) {
+  if (refus.rang >= 0) m_liste->Table().SelectionneLigne(refus.rang);
+  if (refus.champ == "date"sv) CZNDialog::Focalise(m_jour);
+  if (refus.champ == "lignes"sv || refus.rang >= 0) CZNDialog::Focalise(m_liste->Table());
+}
+
+void CDialogMouvement::Vide() {
+  m_libelle.Pose({});
+  m_libelleDesLignes.clear();
+  m_lignes = {};
+  m_modifiee = false;
+  MontreLignes();
+}
+
+const TexteFixe& CDialogMouvement::QuestionFermer() const { return QuestionEnregistrer; }
+
+}  // namespace fenlor

@@ -1,0 +1,84 @@
+#include "forms/session/commandesexercice.h"
+
+#include "core/erreurs.h"
+#include "core/valeurs.h"
+#include "forms/session/dialognewexercice.h"
+#include "forms/session/dialogopenexercice.h"
+#include "forms/session/dialogpassword.h"
+#include "session/entretien.h"
+#include "session/exercices.h"
+#include "session/textes.h"
+
+namespace fenlor {
+
+namespace {
+
+Autour FichiersSeul(ContexteUi& contexte) {
+  return [&contexte](const std::function<void()>& travail) { AvecFichiersSeul(contexte, travail); };
+}
+
+/// The practice opened again for another of its exercices; false when the user gave up.
+bool RouvreCabinet(ContexteUi& contexte) {
+  CFenlorApp& app = contexte.App;
+  if (app.Magasin.QVIsComptaPassword(app.PathCabinet))
+    return CDialogPassword(contexte, contexte.Cadre.Cadre()).Execute();
+  if (!app.Magasin.QVOpenCompta(app.PathCabinet, {})) return app.Dit(app.EchecMagasin());
+  app.Magasin.QVSetWithQuorbane(app.Edition != 2, app.Edition);
+  return true;
+}
+
+}  // namespace
+
+void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& options) {
+  std::string nom;
+  if (!CDialogNewExercice(contexte, nom, contexte.Cadre.Cadre()).Execute() || nom.empty()) return;
+  if (contexte.App.Magasin.GetExercicesRec() == 1 && options) options();
+}
+
+void CommandeOuvrirExercice(ContexteUi& contexte) {
+  std::string nom;
+  const bool motDePasse = contexte.App.NomExercice.empty();
+  if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom))
+    return;
+  contexte.Cadre.FermeToutes();
+  contexte.App.Dit(OuvreExercice(contexte.App, nom));
+  contexte.Cadre.MontreExercice();
+}
+
+void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
+  CFenlorApp& app = contexte.App;
+  contexte.Cadre.FermeToutes();
+  FermeExercice(app);
+  if (!EstVide(nom)) {
+    if (!TestRepertoire(app, nom)) {
+      app.ReportErreur(ErrRepertoireExercice);
+    } else if (RouvreCabinet(contexte)) {
+      app.Dit(OuvreExercice(app, nom));
+    }
+  }
+  contexte.Cadre.MontreExercice();
+}
+
+void CommandeFermerExercice(ContexteUi& contexte) {
+  contexte.Cadre.FermeToutes();
+  FermeExercice(contexte.App);
+  contexte.Cadre.MontreExercice();
+}
+
+void CommandeSupprimerExercice(ContexteUi& contexte) {
+  const Refus refus = SupprimeExercice(contexte.App, [&] { contexte.Cadre.FermeToutes(); });
+  contexte.App.Dit(refus);
+  if (refus.numero != ErrExerciceRecent && refus.numero != ErrAucunExercice) contexte.Cadre.MontreExercice();
+}
+
+void CommandeRecalcul(ContexteUi& contexte) {
+  Statistiques statistiques{};
+  contexte.App.Dit(CommandeRecalcul(contexte.App, statistiques, FichiersSeul(contexte)));
+}
+
+void CommandeAjustementEuro(ContexteUi& contexte) {
+  AjustementEuros ajustement;
+  contexte.App.Dit(AjusteEuros(contexte.App, ajustement, FichiersSeul(contexte)));
+}
+
+}  // namespace fenlor

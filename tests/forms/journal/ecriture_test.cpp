@@ -1,0 +1,392 @@
+#include "forms/journal/dialogecriture.h"
+
+#include "forms/journal/formeecriture.h"
+#include "master/libelles.h"
+
+namespace fenlor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Rows of a journal window, without the window.
+class Rangees : public ListeEcritures {
+ public:
+  explicit Rangees(std::vector<u32> entrees, int choisie = 0)
+      : m_entrees(std::move(entrees)), m_choisie(choisie) {}
+  int GetEcrCount() const override { return static_cast<int>(m_entrees.size()); }
+  int GetEcrSel() const override { return m_choisie; }
+  u32 GetEcrId(int ligne) const override {
+    return ligne >= 0 && ligne < GetEcrCount() ? m_entrees[static_cast<std::size_t>(ligne)] : 0;
+  }
+  void SelectPrev() override { m_choisie = std::max(m_choisie - 1, 0); }
+  void SelectNext() override { m_choisie = std::min(m_choisie + 1, GetEcrCount() - 1); }
+  void RefreshJournal() override {}
+
+ private:
+  std::vector<u32> m_entrees;
+  int m_choisie;
+};
+
+// ------------------------------------------------------------------ One new entry
+
+TEST_F(FormeEcriture, NouvelleRecette) {
+  auto f = Montre(Ouverture(JournalRecettes));
+  VerifieFormulaire(*f);
+  EXPECT_EQ(f->windowTitle(), u"Ecriture de RECETTE : ajout"_s);
+  EXPECT_EQ(Bouton(*f, u"&Enregistrer"_s).objectName() + Bouton(*f, u"&Fermer"_s).objectName(),
+            u"okannuler"_s);
+  EXPECT_FALSE(f->findChild<QPushButton*>(u"precedent"_s));
+  EXPECT_FALSE(Permis(*f, "ttc") || Permis(*f, "professionnelle") || Permis(*f, "franc"));
+  EXPECT_TRUE(Coche(*f, "euro") && Coche(*f, "cheque"));
+  EXPECT_THAT(OrdreTab(*f), ElementsAre("jour", "code", "compte", "libelle", "tresorerie", "cheque",
+                                        "multiple", "euro", "ok", "annuler", "aide"))
+      << "of two radio buttons the marked one";
+  Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
+  EXPECT_TRUE(Permis(*f, "ttc"));
+  EXPECT_FALSE(Permis(*f, "professionnelle")) << "receipts";
+  EXPECT_EQ(Lu(*f, "libelle"), QString()) << "the code may go on";
+  Tape(*Champ<QLineEdit>(*f, "ttc"), u"100"_s);
+  EXPECT_EQ(Montants(*f), u"100 60,00 40,00 60,00  "_s);
+  EXPECT_EQ(Lu(*f, "libelle"), u"Compte 7065"_s);
+  Tape(*Champ<QLineEdit>(*f, "code"), u"7070"_s);
+  Va(*Champ(*f, "ttc"));
+  EXPECT_EQ(Montants(*f), u"100,00 100,00  83,61 16,39 19,60"_s) << "another account, the chain again";
+  EXPECT_EQ(Lu(*f, "libelle"), u"Compte 7070"_s) << "nobody typed the label";
+  Tape(*Champ<QLineEdit>(*f, "code"), u"zz"_s);
+  EXPECT_FALSE(Permis(*f, "ttc")) << "no such account";
+  EXPECT_EQ(Lu(*f, "compte") + Lu(*f, "ht"), QString());
+}
+
+TEST_F(FormeEcriture, PartProfessionnelleDUneDepense) {
+  auto f = Remplie(JournalDepenses, u"6063"_s, u"119,60"_s);
+  EXPECT_EQ(f->windowTitle(), u"Ecriture de DEPENSE : ajout"_s);
+  EXPECT_FALSE(Permis(*f, "remise"));
+  EXPECT_EQ(Montants(*f), u"119,60 119,60  100,00 19,60 19,60"_s);
+  Tape(*Champ<QLineEdit>(*f, "professionnelle"), u"59,8"_s);
+  EXPECT_EQ(Montants(*f), u"119,60 59,8 59,80 50,00 9,80 19,60"_s);
+  Tape(*Champ<QLineEdit>(*f, "professionnelle"), u"200"_s);
+  EXPECT_EQ(Montants(*f), u"119,60 200  100,00 19,60 19,60"_s) << "typed above T.T.C.";
+  Va(*Champ(*f, "libelle"));
+  EXPECT_EQ(Montants(*f), u"119,60 119,60  100,00 19,60 19,60"_s) << "brought down as it is left";
+}
+
+TEST_F(FormeEcriture, LibellesProposes) {
+  ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 10)), 0u);
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"1"_s);
+  EXPECT_EQ(Champ<QComboBox>(*f, "libelle")->itemText(0), u"Essai"_s) << "the last one of this account";
+  EXPECT_EQ(Lu(*f, "libelle"), u"Honoraires"_s);
+  Tape(*Champ(*f, "libelle"), u"À moi"_s);
+  Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
+  Va(*Champ(*f, "ttc"));
+  EXPECT_EQ(Lu(*f, "libelle"), u"À moi"_s) << "a typed label stays";
+}
+
+// ---------------------------------------------------------------------- Refusals
+
+TEST_F(FormeEcriture, UnRefusGardeLaForme) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
+  Tape(*Champ(*f, "jour"), u"32"_s);
+  Va(*Champ(*f, "libelle"));
+  const auto refuse = [&](unsigned erreur) {
+    SCOPED_TRACE(erreur);
+    const std::string focus = Focus(*f);
+    Boite.Oublie();
+    QTest::keyClick(f->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Boite.NumerosErreurs(), Numeros{erreur});
+    EXPECT_TRUE(f->isVisible());
+    EXPECT_EQ(Focus(*f), focus) << "stays where it was";
+    EXPECT_EQ(f->Derniere(), 0u);
+  };
+  refuse(3104);
+  EXPECT_EQ(Lu(*f, "jour"), QString()) << "what is no day is erased";
+  Tape(*Champ(*f, "jour"), u"19"_s);
+  Clique(*Champ<QPushButton>(*f, "multiple"));
+  Va(*Champ(*f, "lignes"));
+  QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Delete);
+  refuse(3035);
+}
+
+TEST_F(FormeEcriture, UnCodeInconnuRepasseAuCode) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
+  Tape(*Champ<QLineEdit>(*f, "code"), u"zz"_s);
+  Va(*Champ(*f, "libelle"));
+  Ok(*f);
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3105});
+  EXPECT_EQ(Focus(*f), "code");
+  Tape(*Champ<QLineEdit>(*f, "code"), u"7061000000"_s.left(3));
+  Va(*Champ(*f, "libelle"));
+  EXPECT_EQ(Lu(*f, "code"), u"HONOR"_s) << "an account's number does as well";
+}
+
+TEST_F(FormeEcriture, UnMontantQuiNeSeLitPasGardeLaForme) {
+  auto depense = Remplie(JournalDepenses, u"6063"_s, u"120"_s);
+  EXPECT_EQ(Lu(*depense, "ht"), u"100,33"_s);
+  Tape(*Champ<QLineEdit>(*depense, "professionnelle"), u"12a"_s);
+  for (const char* nom : {"ht", "tva", "personnelle"}) EXPECT_EQ(Lu(*depense, nom), QString()) << nom;
+  Tape(*Champ<QLineEdit>(*depense, "professionnelle"), u"60"_s);
+  EXPECT_EQ(Lu(*depense, "personnelle"), u"60,00"_s);
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"120"_s);
+  Tape(*Champ<QLineEdit>(*f, "ttc"), u"120+30"_s);
+  for (const char* nom : {"ht", "tva", "personnelle", "professionnelle"})
+    EXPECT_EQ(Lu(*f, nom), QString()) << nom << ": not what followed from 120";
+  Boite.Oublie();
+  Boite.Defaut = RepOui;
+  f->reject();
+  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3317}) << "something was typed";
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3400});
+  EXPECT_TRUE(f->isVisible());
+  EXPECT_EQ(f->Derniere(), 0u);
+}
+
+TEST_F(FormeEcriture, LimiteDuFranc) {
+  Prepare("2002", false);
+  const auto permis = [&](unsigned jour) {
+    auto f = Montre(Ouverture(JournalRecettes, 0, FaitDate(jour, 2, 2002)));
+    return std::pair(Permis(*f, "franc"), Coche(*f, "euro"));
+  };
+  EXPECT_EQ(permis(17), std::pair(true, false));
+  EXPECT_EQ(permis(18), std::pair(false, true)) << "the day itself goes to Euro";
+  auto f = Montre(Ouverture(JournalRecettes, 0, FaitDate(17, 2, 2002)));
+  Tape(*Champ(*f, "jour"), u"18"_s);
+  Tape(*Champ<QLineEdit>(*f, "code"), u"HONOR"_s);
+  EXPECT_TRUE(Permis(*f, "franc") && Coche(*f, "franc")) << "leaving the day changes nothing in Franc";
+  Choisit(*f, "euro");
+  Va(*Champ(*f, "jour"));
+  Va(*Champ(*f, "libelle"));
+  EXPECT_FALSE(Permis(*f, "franc"));
+  Tape(*Champ(*f, "jour"), u"2"_s);
+  Va(*Champ(*f, "libelle"));
+  EXPECT_TRUE(Permis(*f, "franc"));
+}
+
+// --------------------------------------------------------------- Cancel, unlocking
+
+TEST_F(FormeEcriture, FermerDemandeSiQuelqueChoseEstTape) {
+  Montre(Ouverture(JournalRecettes))->reject();
+  EXPECT_THAT(Boite.NumerosQuestions(), IsEmpty());
+  auto sansMontant = Montre(Ouverture(JournalRecettes));
+  Tape(*Champ<QLineEdit>(*sansMontant, "code"), u"HONOR"_s);
+  QTest::keyClick(sansMontant->focusWidget(), Qt::Key_Escape);
+  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3317});
+  EXPECT_TRUE(sansMontant->isVisible());
+  Boite.Oublie();
+
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
+  Boite.Reponses = {RepNon};
+  QTest::keyClick(f->focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(f->isVisible());
+  EXPECT_FALSE(f->Change());
+
+  // Escape on the question is no answer to it.
+  f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
+  Boite.Reponses = {ReponseFuite(Boite.Questions.at(0).style)};
+  f->reject();
+  EXPECT_TRUE(f->isVisible());
+  EXPECT_EQ(Lu(*f, "ttc"), u"12"_s);
+  Boite.Reponses = {RepNon};
+  f->reject();
+}
+
+TEST_F(FormeEcriture, ValideeOuLieePuisLiberee) {
+  const u32 m = Enregistre(Ecriture(JournalDepenses, "6063", 119.60));
+  ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, m, 1));
+  Lie(m);
+  auto f = Montre(Ouverture(JournalDepenses, m));
+  VerifieFormulaire(*f);
+  EXPECT_EQ(f->windowTitle(), u"Ecriture de DEPENSE : modification"_s);
+  for (const char* nom : {"jour", "code", "compte", "libelle", "ttc", "professionnelle", "tresorerie",
+                          "cheque", "multiple", "euro", "ok"})
+    EXPECT_FALSE(Permis(*f, nom)) << nom;
+  EXPECT_TRUE(Permis(*f, "annuler") && Permis(*f, "aide") && Coche(*f, "validee"));
+  EXPECT_EQ(Focus(*f), "annuler");
+  const auto altU = [&] { QTest::keyClick(f.get(), Qt::Key_U, Qt::AltModifier); };
+  altU();
+  EXPECT_EQ(Boite.NumerosQuestions(), (Numeros{3318, 3319})) << "both answered no";
+  EXPECT_FALSE(Permis(*f, "ttc"));
+  Boite.Oublie();
+  Boite.Reponses = {RepOui, RepNon};
+  altU();
+  EXPECT_FALSE(Coche(*f, "validee") || Permis(*f, "ttc"));
+  EXPECT_EQ(+Entete(m).Validee, 0u);
+  EXPECT_TRUE(f->Change());
+  Boite.Oublie();
+  Boite.Reponses = {RepOui};
+  altU();
+  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3319});
+  EXPECT_TRUE(Permis(*f, "ttc") && Permis(*f, "ok"));
+  EXPECT_EQ(+Entete(m).LienId, 7u) << "only saving unlinks";
+  Ok(*f);
+  EXPECT_FALSE(f->isVisible());
+  EXPECT_EQ(+Entete(m).LienId, 0u);
+}
+
+TEST_F(FormeEcriture, ExerciceClos) {
+  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100);
+  saisie.genre = GenreStandard;
+  saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 40}};
+  const u32 m = Enregistre(saisie);
+  Regle("2003", "Cloture", "31/01/2004");
+  auto f = Montre(Ouverture(JournalRecettes, m));
+  for (const char* nom : {"jour", "code", "libelle", "ttc", "euro", "simplifiee", "ok"})
+    EXPECT_FALSE(Permis(*f, nom)) << nom;
+  EXPECT_EQ(Focus(*f), "annuler");
+  QWidget& liste = *Champ(*f, "lignes");
+  Va(liste);
+  QTest::keyClick(&liste, Qt::Key_Insert);
+  QTest::keyClick(&liste, Qt::Key_Delete);
+  EXPECT_EQ(Boite.NumerosErreurs(), (Numeros{3056, 3056}));
+  Robot.Attend("DialogLineTresor", [&](QDialog& ligne) {
+    EXPECT_FALSE(Permis(ligne, "montant") || Permis(ligne, "tresorerie"));
+    ligne.reject();
+  });
+  QTest::keyClick(&liste, Qt::Key_Return);
+  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|60,00 ; CA|Caisse||40,00"_s);
+}
+// --------------------------------------------------------------- An existing entry
+
+TEST_F(FormeEcriture, ModificationMontreLesMarques) {
+  const u32 m = Enregistre(Ecriture(JournalRecettes, "7065", 100));
+  ASSERT_TRUE(Magasin().ReverseMarkMouvements(App().PathExercice, m));
+  ChangeLignes(m, [](Line& l) { l.Rapprochee = l.Remise = l.TypeCompte == Tresorerie; });
+  auto f = Montre(Ouverture(JournalRecettes, m));
+  EXPECT_TRUE(Coche(*f, "pointee") && Coche(*f, "rapprochee") && Coche(*f, "remise"));
+  EXPECT_EQ(Montants(*f), u"100,00 60,00 40,00 60,00  "_s);
+  EXPECT_EQ(Lu(*f, "libelle"), u"Essai"_s);
+  Tape(*Champ(*f, "jour"), u"20"_s);
+  auto& code = Trouve<QComboBox>(*f, "tresorerie");
+  Va(code);
+  QTest::keyClick(&code, Qt::Key_Down);
+  Boite.Reponses = {RepNon};
+  Ok(*f);
+  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3300});
+  EXPECT_TRUE(f->isVisible());
+}
+
+/// Every field is passed through, the label alone is typed.
+TEST_F(FormeEcriture, UnLibelleChangeNeToucheAucunMontant) {
+  SaisieEcriture saisie = Ecriture(JournalDepenses, "6154", 10.01);
+  const u32 telle = Enregistre(saisie);
+  saisie.montants = ChaineProfessionnel(App(), LitCompte("6154"), 10.01, 3.33);
+  const u32 tapee = Enregistre(saisie);
+  for (const u32 m : {telle, tapee}) {
+    const std::vector<std::string> avant = LignesLues(m);
+    auto f = Montre(Ouverture(JournalDepenses, m));
+    std::set<std::string> passes;
+    for (int i = 0; i < 40; ++i) {
+      passes.insert(Focus(*f));
+      QTest::keyClick(f->focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_TRUE(passes.contains("ttc") && passes.contains("professionnelle") && passes.contains("code"));
+    Tape(*Champ(*f, "libelle"), u"Autre"_s);
+    Ok(*f);
+    EXPECT_EQ(LitTexte(Entete(m).Libelle), "Autre");
+    EXPECT_EQ(LignesLues(m), avant);
+  }
+}
+
+TEST_F(FormeEcriture, MarquesDUneEcritureStandard) {
+  struct Cas {
+    i16 journal;
+    std::vector<const char*> rapprochees;  ///< accounts
+    bool rapprochee;
+  };
+  for (const Cas& c :
+       {Cas{JournalRecettes, {"512", "514"}, true}, Cas{JournalRecettes, {"512", "531"}, false},
+        Cas{JournalDepenses, {"512", "514"}, true}}) {
+    const bool recette = c.journal == JournalRecettes;
+    SaisieEcriture saisie = Ecriture(c.journal, recette ? "706" : "6132", 100);
+    saisie.genre = GenreStandard;
+    saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 30}, {Long("514"), 10}};
+    const u32 m = Enregistre(saisie);
+    ChangeLignes(m, [&](Line& l) {
+      for (const char* compte : c.rapprochees)
+        if (LitTexte(l.Compte) == Long(compte)) l.Rapprochee = l.Remise = 1;
+    });
+    auto f = Montre(Ouverture(c.journal, m));
+    EXPECT_EQ(Coche(*f, "rapprochee"), c.rapprochee) << "the cash line has no mode";
+    EXPECT_EQ(Coche(*f, "remise"), c.rapprochee && recette);
+  }
+}
+
+TEST_F(FormeEcriture, EcritureSurLeComptePersonnel) {
+  SaisieEcriture saisie = Ecriture(JournalDepenses, "6154", 100);
+  const u32 m = Enregistre(saisie);
+  EcrSimple rec{};
+  ASSERT_TRUE(Magasin().ReadEcrSimple(App().PathExercice, m, rec));
+  PoseTexte(rec.Compte, "");
+  PoseTexte(rec.CompteTaxe, "");
+  rec.RepartitionEuro = rec.RepartitionFranc = rec.TaxeEuro = rec.TaxeFranc = rec.TauxTaxe = 0;
+  ASSERT_TRUE(Magasin().UpdateEcrSimple(App().PathExercice, m, rec));
+  const auto lignes = LignesLues(m);
+  auto f = Montre(Ouverture(JournalDepenses, m));
+  EXPECT_TRUE(Lu(*f, "compte").endsWith(u"Exploitant"_s)) << Lu(*f, "compte").toStdString();
+  Tape(*Champ(*f, "libelle"), u"Prélèvement"_s);
+  Ok(*f);
+  EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
+  EXPECT_EQ(LignesLues(m), lignes);
+}
+
+TEST_F(FormeEcriture, Voisins) {
+  const u32 simple = Enregistre(Ecriture(JournalRecettes, "706", 100));
+  SaisieEcriture saisie = Ecriture(JournalRecettes, "7065", 50);
+  saisie.genre = GenreStandard;
+  saisie.tresoreries = {{Long("512"), 20}, {Long("531"), 30}};
+  const u32 standard = Enregistre(saisie);
+  SaisieOD od = OD({{"512", "", 5, 0}, {"531", "", 0, 5}});
+  od.journal = JournalRecettes;
+  ASSERT_FALSE(Essaie(od));
+  const u32 diverse = Faite.mouvement;
+  ASSERT_NE(diverse, 0u);
+  Rangees rangees({simple, diverse, standard});
+  OuvertureEcriture ouverture = Ouverture(JournalRecettes, simple);
+  ouverture.proprietaire = &rangees;
+  auto f = Montre(ouverture);
+  VerifieFormulaire(*f);
+  EXPECT_TRUE(!Permis(*f, "precedent") && Permis(*f, "suivant"));
+  const u64 synchros = Magasin().NbSynchros();
+  Clique(*Champ<QPushButton>(*f, "suivant"));
+  EXPECT_EQ(Magasin().NbSynchros(), synchros) << "nothing had changed";
+  EXPECT_EQ(rangees.GetEcrSel(), 2) << "the opération diverse is passed over";
+  EXPECT_TRUE(Vu(*f, "lignes") && Permis(*f, "precedent") && !Permis(*f, "suivant"));
+  for (const char* champ : {"code", "libelle"}) {
+    const QString texte = Lu(*f, champ);
+    QTest::keyClick(Champ(*f, champ), Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(Lu(*f, champ), texte) << "the key of a disabled button types nothing";
+  }
+  EXPECT_EQ(Lu(*f, "ttc"), u"50,00"_s);
+  VerifieFormulaire(*f);
+  Tape(*Champ(*f, "libelle"), u"Autre libellé"_s);
+  Clique(*Champ<QPushButton>(*f, "precedent"));
+  EXPECT_EQ(rangees.GetEcrSel(), 0);
+  EXPECT_EQ(LitTexte(Entete(standard).Libelle), "Autre libellé"_w);
+  EXPECT_TRUE(Vu(*f, "tresorerie"));
+  EXPECT_EQ(Lu(*f, "ttc"), u"100,00"_s);
+
+  ouverture.consultation = true;
+  EXPECT_FALSE(Montre(ouverture)->findChild<QPushButton*>(u"suivant"_s));
+}
+
+TEST_F(FormeEcriture, EcritureAbsente) {
+  CDialogEcriture forme(Ui, Ouverture(JournalRecettes, 99));
+  EXPECT_FALSE(forme.Execute());
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3202});
+}
+
+TEST_F(FormeEcriture, LibelleAjouteALaListe) {
+  ASSERT_TRUE(EcritLibelles(App(), {"Consultations"}));
+  auto f = Montre(Ouverture(JournalRecettes));
+  Tape(*Champ(*f, "libelle"), u"Visites  à domicile"_s);
+  QTest::keyClick(Champ(*f, "libelle"), Qt::Key_L, Qt::ControlModifier);
+  Tape(*Champ(*f, "libelle"), u"@"_s);
+  QTest::keyClick(Champ(*f, "libelle"), Qt::Key_L, Qt::ControlModifier);
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3352});
+  Boite.Reponses = {RepNon};
+  f->reject();
+  std::vector<std::string> libelles;
+  ASSERT_TRUE(LitLibelles(App(), libelles));
+  EXPECT_THAT(libelles, ElementsAre("Consultations", "Visites à domicile"_w));
+}
+
+}  // namespace
+}  // namespace fenlor::test

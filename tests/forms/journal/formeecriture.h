@@ -1,0 +1,154 @@
+// What the tests of the form of a receipt or expense share.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QPushButton>
+#include <QTest>
+#include <memory>
+
+#include "forms/journal/dialogecriture.h"
+#include "journal/cabinetmedical.h"
+#include "outils/uidetest.h"
+#include "outils/verifieformulaire.h"
+#include "store/texte1252.h"
+#include "ui/dialogmessage.h"
+#include "ui/tableliste.h"
+#include "ui/texteqt.h"
+
+namespace fenlor::test {
+
+using namespace Qt::Literals::StringLiterals;
+
+using Numeros = std::vector<unsigned>;
+
+/// Fixture: opens the form, reads what it shows, and types into it.
+class FormeEcriture : public CabinetMedical {
+ protected:
+  CadreDeTest Cadre;
+  Preferences Dessin;
+  ContexteUi Ui{App(), Cadre, Dessin};
+  test::Robot Robot;
+
+  void SetUp() override { Prepare("2003"); }
+  void Prepare(const std::string& annee, bool euro = true, bool tva = true) {
+    Installe(annee, euro, tva);
+    App().TauxEuroCourant = Magasin().GetTauxEuro(FaitDate(15, 3, 2003));
+    ChargePreferences(Dessin, App(), QApplication::palette());
+  }
+  OuvertureEcriture Ouverture(i16 journal, u32 mouvement = 0, Date date = FaitDate(15, 3, 2003)) {
+    OuvertureEcriture ouverture;
+    ouverture.journal = journal;
+    ouverture.date = date;
+    ouverture.tresorerie = Long("512");
+    ouverture.mouvement = mouvement;
+    return ouverture;
+  }
+  /// The form as it stands on the screen.
+  std::unique_ptr<CDialogEcriture> Montre(const OuvertureEcriture& ouverture) {
+    auto forme = std::make_unique<CDialogEcriture>(Ui, ouverture);
+    forme->setModal(false);
+    forme->show();
+    forme->activateWindow();
+    QApplication::processEvents();
+    return forme;
+  }
+  /// A receipt that only lacks its saving.
+  std::unique_ptr<CDialogEcriture> Remplie(i16 journal, const QString& code, const QString& ttc,
+                                           Date date = FaitDate(15, 3, 2003)) {
+    auto forme = Montre(Ouverture(journal, 0, date));
+    Tape(*Champ<QLineEdit>(*forme, "code"), code);
+    Va(*Champ(*forme, "libelle"));
+    Tape(*Champ<QLineEdit>(*forme, "ttc"), ttc);
+    return forme;
+  }
+
+  template <class T = QWidget>
+  static T* Champ(QWidget& f, const char* nom) {
+    return &Trouve<T>(f, nom);
+  }
+  static QString Lu(QWidget& f, const char* nom) {
+    if (auto* liste = f.findChild<QComboBox*>(QLatin1String(nom))) return liste->currentText();
+    if (auto* ligne = f.findChild<QLineEdit*>(QLatin1String(nom))) return ligne->text();
+    return Trouve<QLabel>(f, nom).text();
+  }
+  static bool Coche(QWidget& f, const char* nom) { return Trouve<QAbstractButton>(f, nom).isChecked(); }
+  static bool Permis(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isEnabledTo(&f); }
+  static bool Vu(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isVisibleTo(&f); }
+  static std::string Focus(QWidget& f) {
+    return f.focusWidget() ? f.focusWidget()->objectName().toStdString() : "";
+  }
+  static QString Montants(QWidget& f) {
+    QStringList textes;
+    for (const char* nom : {"ttc", "professionnelle", "personnelle", "ht", "tva", "taux"})
+      textes += Lu(f, nom);
+    return textes.join(u' ');
+  }
+  static QString LignesTresor(QWidget& f) {
+    QStringList lignes;
+    const ModeleListe& modele = Trouve<CZNListCtrl>(f, "lignes").Modele();
+    for (int i = 0; i < modele.NbLignes(); ++i) {
+      QStringList champs;
+      for (int c = 0; c < 4; ++c) champs += modele.Champ(i, c);
+      lignes += champs.join(u'|');
+    }
+    return lignes.join(u" ; "_s);
+  }
+  static void Choisit(QWidget& f, const char* nom) {
+    Va(*Champ(f, nom));
+    Trouve<QAbstractButton>(f, nom).click();
+  }
+  void Ok(QWidget& f) { Clique(Trouve<QPushButton>(f, "ok")); }
+  void Lie(u32 mouvement) {
+    ChangeLignes(mouvement, [](Line& ligne) { ligne.LienId = 7; });
+  }
+
+  // By keyboard alone: a key goes to whatever field has the focus.
+  static void Touche(int touche, Qt::KeyboardModifiers avec = {}) {
+    QWidget* champ = QApplication::focusWidget();
+    ASSERT_TRUE(champ) << "nothing has the focus";
+    QTest::keyClick(champ, static_cast<Qt::Key>(touche), avec);
+  }
+  static void Frappe(const QString& texte) {
+    for (const QChar c : texte) {
+      QWidget* champ = QApplication::focusWidget();
+      ASSERT_TRUE(champ) << "nothing has the focus";
+      if (c < QChar(128)) {
+        QTest::keyClicks(champ, QString(c));
+      } else {
+        QKeyEvent touche(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(champ, &touche);
+      }
+    }
+  }
+  static void TabVers(const QString& nom, int touche = Qt::Key_Tab) {
+    for (int i = 0; i < 25; ++i) {
+      QWidget* champ = QApplication::focusWidget();
+      if (champ && champ->objectName() == nom) return;
+      Touche(touche, touche == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+    }
+    ADD_FAILURE() << "Tab never comes to " << nom.toStdString();
+  }
+  /// The radio button of a group that has the focus, or its neighbour.
+  static void TabVersUn(const QString& voulu, const QString& autre) {
+    for (int i = 0; i < 25; ++i) {
+      auto* bouton = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+      const QString nom = bouton ? bouton->objectName() : QString();
+      if (nom == voulu) {
+        if (!bouton->isChecked()) Touche(Qt::Key_Space);
+        return;
+      }
+      if (nom == autre) {
+        Touche(Qt::Key_Right);
+        if (QApplication::focusWidget()->objectName() == autre) Touche(Qt::Key_Left);
+      } else {
+        Touche(Qt::Key_Tab);
+      }
+    }
+    ADD_FAILURE() << "Tab never comes to " << voulu.toStdString();
+  }
+};
+
+}  // namespace fenlor::test

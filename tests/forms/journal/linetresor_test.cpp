@@ -1,0 +1,107 @@
+#include "forms/journal/formeecriture.h"
+
+namespace fenlor::test {
+namespace {
+
+using testing::ElementsAre;
+
+TEST_F(FormeEcriture, MultiplePuisSimplifiee) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
+  Choisit(*f, "autre");
+  Clique(*Champ<QPushButton>(*f, "multiple"));
+  EXPECT_TRUE(Vu(*f, "lignes") && !Vu(*f, "tresorerie") && !Vu(*f, "cheque") && !Vu(*f, "multiple"));
+  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Autre|100,00"_s);
+  VerifieFormulaire(*f);
+  EXPECT_TRUE(Permis(*f, "simplifiee"));
+  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+    VerifieFormulaire(l);
+    EXPECT_EQ(l.windowTitle(), u"Ecriture d'une ligne de trésorerie : ajout"_s);
+    EXPECT_EQ(Focus(l), "montant");
+    EXPECT_EQ(Lu(l, "montant"), QString()) << "the lines cover T.T.C. already";
+    QTest::keyClick(l.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3106});
+    EXPECT_EQ(Focus(l), "montant");
+    Tape(*l.focusWidget(), u"50"_s);
+    QTest::keyClick(l.focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(l.isVisible()) << "ready for the next line";
+    EXPECT_EQ(Focus(l), "montant");
+    l.reject();
+  });
+  QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Insert);
+  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Autre|100,00 ; BQ|Banque|Chèque|50,00"_s);
+  EXPECT_EQ(Lu(*f, "ttc") + Lu(*f, "ht"), u"150,00150,00"_s) << "T.T.C. is raised";
+  EXPECT_FALSE(Permis(*f, "simplifiee"));
+  Trouve<CZNListCtrl>(*f, "lignes").SelectionneLigne(0);
+  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+    EXPECT_EQ(l.windowTitle(), u"Ecriture d'une ligne de trésorerie : modification"_s);
+    EXPECT_TRUE(Coche(l, "autre"));
+    EXPECT_EQ(Lu(l, "montant"), u"100,00"_s);
+    auto& code = Trouve<QComboBox>(l, "tresorerie");
+    Va(code);
+    QTest::keyClick(&code, Qt::Key_Home);
+    while (code.currentText() != u"CCP"_s) QTest::keyClick(&code, Qt::Key_Down);
+    EXPECT_EQ(Lu(l, "designation"), u"Postal"_s);
+    Tape(*Champ<QLineEdit>(l, "montant"), u"80"_s);
+    Clique(Bouton(l, u"&Ok"_s));
+  });
+  QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Return);
+  EXPECT_EQ(LignesTresor(*f), u"CCP|Postal|Autre|80,00 ; BQ|Banque|Chèque|50,00"_s);
+  EXPECT_EQ(Lu(*f, "ttc"), u"150,00"_s) << "less is only refused when saving";
+  Trouve<CZNListCtrl>(*f, "lignes").SelectionneLigne(1);
+  QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Delete);
+  EXPECT_EQ(LignesTresor(*f), u"CCP|Postal|Autre|80,00"_s);
+  Clique(*Champ<QPushButton>(*f, "simplifiee"));
+  EXPECT_TRUE(Vu(*f, "tresorerie") && !Vu(*f, "lignes"));
+  EXPECT_EQ(Lu(*f, "tresorerie") + Lu(*f, "designation"), u"CCPPostal"_s);
+  EXPECT_TRUE(Coche(*f, "autre"));
+  Ok(*f);
+  EXPECT_EQ(Entete(f->Derniere()).Genre, GenreSimple);
+  EXPECT_EQ(LignesLues(f->Derniere()).back(), "514 D 150.00 983.94");
+}
+
+TEST_F(FormeEcriture, SupprimeToutesLesLignesChoisies) {
+  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100);
+  saisie.genre = GenreStandard;
+  saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 30}, {Long("514"), 10}};
+  auto f = Montre(Ouverture(JournalRecettes, Enregistre(saisie)));
+  QWidget& liste = *Champ(*f, "lignes");
+  Va(liste);
+  QTest::keyClick(&liste, Qt::Key_Down, Qt::ShiftModifier);
+  QTest::keyClick(&liste, Qt::Key_Delete);
+  EXPECT_EQ(LignesTresor(*f), u"CCP|Postal|Chèque|10,00"_s);
+}
+
+TEST_F(FormeEcriture, LignesNegativesDUnRemboursement) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"-100"_s);
+  Clique(*Champ<QPushButton>(*f, "multiple"));
+  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+    Tape(*Champ<QLineEdit>(l, "montant"), u"-60"_s);
+    Clique(Bouton(l, u"&Ok"_s));
+  });
+  QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Return);
+  EXPECT_EQ(Lu(*f, "ttc"), u"-100,00"_s);
+  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+    EXPECT_EQ(Lu(l, "montant"), u"-40,00 €"_s) << "what is left";
+    QTest::keyClick(l.focusWidget(), Qt::Key_Return);
+    l.reject();
+  });
+  QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Insert);
+  Ok(*f);
+  EXPECT_NE(f->Derniere(), 0u);
+}
+
+TEST_F(FormeEcriture, LaMonnaieGardeLesChiffresDesLignes) {
+  Prepare("2001");
+  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100, "512", FaitDate(15, 3, 2001));
+  saisie.genre = GenreStandard;
+  saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 40}};
+  const u32 m = Enregistre(saisie);
+  auto f = Montre(Ouverture(JournalRecettes, m));
+  Choisit(*f, "franc");
+  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|60,00 ; CA|Caisse||40,00"_s);
+  Ok(*f);
+  EXPECT_THAT(LignesLues(m), ElementsAre("706 C 15.24 100.00", "512 D 9.15 60.00", "531 D 6.10 40.00"));
+}
+
+}  // namespace
+}  // namespace fenlor::test

@@ -1,0 +1,393 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QTest>
+#include <QWheelEvent>
+#include <filesystem>
+
+#include "forms/session/comboexercices.h"
+#include "forms/session/commandesexercice.h"
+#include "forms/session/dialognewexercice.h"
+#include "forms/session/dialogopenexercice.h"
+#include "forms/session/dialogpassword.h"
+#include "forms/session/sheetproperties.h"
+#include "outils/uidetest.h"
+#include "session/exercices.h"
+#include "session/textes.h"
+#include "store/motdepasse.h"
+#include "ui/texteqt.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace fenlor {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace test;
+
+QString Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom).text(); }
+std::string Dates(QDialog& f) {
+  return (Champ(f, "annee") + u" "_s + Champ(f, "debut") + u" "_s + Champ(f, "fin")).toStdString();
+}
+
+/// Boxes of the new-exercice form: "T" subject to VAT, "E" Euro, "D" both currencies; "!"
+/// behind one that cannot be changed, lower case off, "." not shown.
+std::string Cases(QDialog& f) {
+  std::string texte;
+  for (const auto& [nom, lettre] : {std::pair{"tva", 'T'}, {"euro", 'E'}, {"double", 'D'}}) {
+    const auto& c = Trouve<QCheckBox>(f, nom);
+    if (!c.isVisibleTo(&f)) {
+      texte += '.';
+      continue;
+    }
+    texte += c.isChecked() ? lettre : static_cast<char>(lettre + 32);
+    if (!c.isEnabled()) texte += '!';
+  }
+  return texte;
+}
+
+class FormesExercices : public UiDeTest {
+ protected:
+  /// Runs the new-exercice form with one gesture; true when it ended with OK.
+  bool Nouveau(std::function<void(QDialog&)> geste, const std::string& nomImpose = {}) {
+    Robot robot;
+    robot.Attend("DialogNewExercice", std::move(geste));
+    ContexteUi ui = Ui();
+    destination.clear();
+    return CDialogNewExercice(ui, destination, nullptr, nomImpose).Execute();
+  }
+  void Exercices(std::initializer_list<const char*> noms) {
+    for (const char* nom : noms) ASSERT_TRUE(CreeExercice(nom, std::string(nom) > "2001"));
+  }
+  void PoseMotDePasse() {
+    ASSERT_TRUE(Magasin().Reglages().Ecrit("Activite", "Mot de Passe", MotDePasseBrouille("Secret")));
+  }
+  std::string destination;
+};
+
+TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
+  ContexteUi ui = Ui();
+  unsigned options = 0;
+  {
+    Robot robot;
+    robot.Attend("DialogNewExercice", [](QDialog& f) {
+      EXPECT_TRUE(Trouve<QRadioButton>(f, "annuel").isChecked());
+      EXPECT_EQ(Dates(f), "2003 01/01/2003 31/12/2003");
+      EXPECT_EQ(Cases(f), "tE!d");
+      EXPECT_EQ(OrdreTab(f),
+                (std::vector<std::string>{"annuel", "annee", "periode", "tva", "double", "ok", "annuler"}));
+      EXPECT_EQ(f.focusWidget()->objectName(), u"annee"_s);
+      Trouve<QAbstractButton>(f, "tva").click();
+      Trouve<QAbstractButton>(f, "double").click();
+      Trouve<QAbstractButton>(f, "euro").click();
+      EXPECT_EQ(Cases(f), "TE!D") << "the Euro is no choice from 2002 on";
+      Clique(Bouton(f, u"&Ok"_s));
+    });
+    CommandeNouvelExercice(ui, [&] { ++options; });
+  }
+  EXPECT_EQ(App().NomExercice, "2003");
+  EXPECT_EQ(App().ExerciceOuvert, 1u);
+  EXPECT_TRUE(App().AfficherDouble);
+  EXPECT_TRUE(App().Reglages.IsTVA());
+  EXPECT_TRUE(App().Reglages.IsEuro());
+  EXPECT_EQ(App().Reglages.LitIni("Activite", "Exercice"), "2003");
+  EXPECT_EQ(options, 1u);
+  EXPECT_EQ(Cadre.Appels, (std::vector<std::string>{"FermeToutes", "MontreExercice"}));
+  {
+    Robot robot;
+    robot.Attend("DialogNewExercice", [](QDialog& f) {
+      EXPECT_EQ(Dates(f), "2004 01/01/2004 31/12/2004");
+      EXPECT_EQ(Cases(f), "TE!d");
+      Clique(Bouton(f, u"&Ok"_s));
+    });
+    CommandeNouvelExercice(ui, [&] { ++options; });
+  }
+  EXPECT_EQ(App().NomExercice, "2004");
+  EXPECT_FALSE(App().AfficherDouble);
+  EXPECT_EQ(options, 1u) << "only the first exercice opens the options";
+  {
+    Robot robot;
+    robot.Attend("DialogNewExercice", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
+    CommandeNouvelExercice(ui, {});
+  }
+  EXPECT_EQ(App().NomExercice, "2004");
+  EXPECT_EQ(Cadre.Nombre("FermeToutes"), 2u);
+}
+
+TEST_F(FormesExercices, ReglesDesChamps) {
+  EXPECT_FALSE(Nouveau([](QDialog& f) {
+    auto& annee = Trouve<QLineEdit>(f, "annee");
+    auto& debut = Trouve<QLineEdit>(f, "debut");
+    auto& fin = Trouve<QLineEdit>(f, "fin");
+    EXPECT_TRUE(annee.isEnabled());
+    EXPECT_FALSE(debut.isEnabled() || fin.isEnabled());
+    Tape(annee, u"2000"_s);
+    EXPECT_EQ(Dates(f) + Cases(f), "2000 01/01/2000 31/12/2000tEd");
+    Clique(Trouve<QAbstractButton>(f, "periode"));
+    EXPECT_FALSE(annee.isEnabled());
+    EXPECT_TRUE(debut.isEnabled() && fin.isEnabled());
+    Tape(debut, u"0107"_s);
+    Va(fin);
+    EXPECT_EQ(Dates(f), "2000 01/07/2000 30/06/2001");
+    Tape(fin, u"31122001"_s);
+    Va(debut);
+    EXPECT_EQ(Dates(f), "2000 01/07/2000 31/12/2001");
+    Va(fin);
+    EXPECT_EQ(Dates(f), "2000 01/07/2000 31/12/2001") << "a date passed through moves nothing";
+    Clique(Trouve<QAbstractButton>(f, "annuel"));
+    EXPECT_FALSE(debut.isEnabled());
+    Clique(Bouton(f, u"A&nnuler"_s));
+  }));
+  EXPECT_EQ(Magasin().GetExercicesRec(), 0u);
+  EXPECT_TRUE(Cadre.Appels.empty());
+}
+
+TEST_F(FormesExercices, UnRefusGardeLeFormulaireEtMontreLeChamp) {
+  Exercices({"2003"});
+  const struct {
+    const char16_t *annee, *debut, *fin;  ///< no year: a period
+    unsigned erreur;                      ///< 0: the question 3073
+    const char* champ;
+  } cas[] = {
+      {u"2 04", u"", u"", ErrNomExercice, "annee"},
+      {u"2003", u"", u"", 0, "annee"},
+      {nullptr, u"01/07/2002", u"30/06/2003", 3075, "debut"},
+      {nullptr, u"", u"31/12/2005", ErrPeriode, "debut"},
+      {nullptr, u"01/01/2005", u"31/02/2005", ErrPeriode, "fin"},
+  };
+  for (const auto& c : cas) {
+    SCOPED_TRACE(c.annee ? QString::fromUtf16(c.annee).toStdString()
+                         : QString::fromUtf16(c.debut).toStdString());
+    Boite.Oublie();
+    EXPECT_FALSE(Nouveau([&](QDialog& f) {
+      if (c.annee) {
+        Tape(Trouve<QLineEdit>(f, "annee"), QString::fromUtf16(c.annee));
+      } else {
+        Clique(Trouve<QAbstractButton>(f, "periode"));
+        Tape(Trouve<QLineEdit>(f, "debut"), QString::fromUtf16(c.debut));
+        Tape(Trouve<QLineEdit>(f, "fin"), QString::fromUtf16(c.fin));
+      }
+      Clique(Bouton(f, u"&Ok"_s));
+      ASSERT_TRUE(f.isVisible());
+      ASSERT_TRUE(f.focusWidget());
+      EXPECT_EQ(f.focusWidget()->objectName().toStdString(), c.champ);
+      if (c.annee) {
+        EXPECT_EQ(Champ(f, "annee"), QString::fromUtf16(c.annee)) << "what was typed stays";
+      }
+      Clique(Bouton(f, u"A&nnuler"_s));
+    }));
+    EXPECT_EQ(Boite.NumerosErreurs(), c.erreur ? std::vector<unsigned>{c.erreur} : std::vector<unsigned>{});
+    if (c.erreur == ErrPeriode) {
+      EXPECT_NE(Boite.Erreurs.at(0).texte.find(De1252(QString::fromUtf16(*c.champ == 'd' ? c.debut : c.fin))),
+                std::string::npos)
+          << "as it was typed";
+    }
+    EXPECT_EQ(Boite.Questions.size(), c.erreur ? 0u : 1u);
+    EXPECT_EQ(Magasin().GetExercicesRec(), 1u);
+    EXPECT_EQ(App().NomExercice, "2003") << "the open exercice stays open";
+    EXPECT_EQ(destination, "");
+  }
+}
+
+TEST_F(FormesExercices, UneDateTapeeCompteSansQuitterSonChamp) {
+  EXPECT_TRUE(Nouveau([](QDialog& f) {
+    Clique(Trouve<QAbstractButton>(f, "periode"));
+    Tape(Trouve<QLineEdit>(f, "debut"), u"01/07/2004"_s);
+    QTest::keyClick(f.focusWidget(), Qt::Key_Return);
+  }));
+  EXPECT_EQ(destination, "2004");
+  EXPECT_EQ(App().Reglages.GetFinExercice(), FaitDate(30, 6, 2005));
+}
+
+TEST_F(FormesExercices, UnNomImposeReste) {
+  Exercices({"2003"});
+  EXPECT_TRUE(Nouveau(
+      [](QDialog& f) {
+        EXPECT_EQ(Dates(f), "2005 01/01/2005 31/12/2005");
+        EXPECT_FALSE(Trouve<QLineEdit>(f, "annee").isEnabled());
+        Clique(Trouve<QAbstractButton>(f, "periode"));
+        Tape(Trouve<QLineEdit>(f, "debut"), u"01/07/2004"_s);
+        Clique(Bouton(f, u"&Ok"_s));
+      },
+      "2005"));
+  EXPECT_EQ(destination, "2005");
+  EXPECT_EQ(App().Reglages.GetDebutExercice(), FaitDate(1, 7, 2004));
+}
+
+TEST_F(FormesExercices, Ouvrir) {
+  ContexteUi ui = Ui();
+  CommandeOuvrirExercice(ui);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3072});
+  Exercices({"2001", "2002", "2003"});
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2001", "Cloture", "10/02/2002"));
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2002", "AFFICHERDOUBLE", "Oui"));
+  {
+    Robot robot;
+    robot.Attend("DialogOpenExercice", [](QDialog& f) {
+      auto& liste = Trouve<QListWidget>(f, "exercices");
+      ASSERT_EQ(liste.count(), 3);
+      EXPECT_EQ(liste.currentItem()->text(), u"2003 01/01/2003 - 31/12/2003"_s);
+      EXPECT_TRUE(liste.item(0)->data(Qt::AccessibleTextRole).toString().endsWith(u"clôturé"_s));
+      EXPECT_NE(liste.item(0)->icon().pixmap(16).toImage(), liste.item(1)->icon().pixmap(16).toImage());
+      liste.clearSelection();
+      Clique(Bouton(f, u"&Ok"_s));
+      ASSERT_TRUE(f.isVisible()) << "nothing is selected";
+      QTest::mouseClick(liste.viewport(), Qt::LeftButton, {}, liste.visualItemRect(liste.item(1)).center());
+      QTest::mouseDClick(liste.viewport(), Qt::LeftButton, {}, liste.visualItemRect(liste.item(1)).center());
+    });
+    CommandeOuvrirExercice(ui);
+  }
+  EXPECT_EQ(App().NomExercice, "2002");
+  EXPECT_TRUE(App().AfficherDouble);
+  EXPECT_EQ(App().Reglages.LitIni("Activite", "Exercice"), "2002");
+  EXPECT_EQ(Cadre.Appels, (std::vector<std::string>{"FermeToutes", "MontreExercice"}));
+}
+
+TEST_F(FormesExercices, MotDePasse) {
+  ContexteUi ui = Ui();
+  Exercices({"2002", "2003"});
+  EXPECT_TRUE(CDialogPassword(ui).Execute()) << "no password: no window";
+  PoseMotDePasse();
+  CommandeFermerExercice(ui);
+  {
+    Robot robot;
+    robot.Attend("DialogOpenExercice", [](QDialog& f) {
+      Trouve<QListWidget>(f, "exercices").setCurrentRow(0);
+      Clique(Bouton(f, u"&Ok"_s));
+      ASSERT_TRUE(f.isVisible()) << "the password was not given";
+      Clique(Bouton(f, u"&Ok"_s));
+    });
+    robot.Attend("DialogPassword", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
+    robot.Attend("DialogPassword", [this](QDialog& f) {
+      auto& champ = Trouve<QLineEdit>(f, "motDePasse");
+      EXPECT_EQ(champ.echoMode(), QLineEdit::Password);
+      EXPECT_EQ(champ.maxLength(), 16);
+      Tape(champ, u"autre"_s);
+      Clique(Bouton(f, u"&Ok"_s));
+      EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3074});
+      ASSERT_TRUE(f.isVisible());
+      EXPECT_EQ(champ.text(), QString());
+      EXPECT_EQ(f.focusWidget(), &champ);
+      Tape(champ, u"secret"_s);
+      QTest::keyClick(&champ, Qt::Key_Return);
+    });
+    CommandeOuvrirExercice(ui);
+  }
+  EXPECT_EQ(App().NomExercice, "2002");
+  {
+    Robot robot;  // one is open: the form asks no password
+    robot.Attend("DialogOpenExercice", [](QDialog& f) { Clique(Bouton(f, u"&Ok"_s)); });
+    CommandeOuvrirExercice(ui);
+  }
+  {
+    Robot robot;  // the combo asks it again; giving up leaves none open
+    robot.Attend("DialogPassword", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
+    CommandeSelectionExercice(ui, "2003");
+  }
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_EQ(Magasin().NomExercice(), "");
+}
+
+TEST_F(FormesExercices, Selection) {
+  ContexteUi ui = Ui();
+  Exercices({"2002", "2003"});
+  CommandeSelectionExercice(ui, "2002");
+  EXPECT_EQ(App().NomExercice, "2002");
+  EXPECT_EQ(App().PathExercice, App().PathCabinet + "/2002");
+  fs::remove_all(App().PathCabinet + "/2003");
+  CommandeSelectionExercice(ui, "2003");
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3000});
+  EXPECT_EQ(App().NomExercice, "");
+  CommandeSelectionExercice(ui, "2002");
+  CommandeSelectionExercice(ui, "");
+  EXPECT_EQ(App().NomExercice + App().PathExercice, "");
+  EXPECT_EQ(App().ExerciceOuvert, 0u);
+  EXPECT_EQ(Cadre.Nombre("FermeToutes"), 4u);
+  EXPECT_EQ(Cadre.Nombre("MontreExercice"), 4u);
+}
+
+TEST_F(FormesExercices, Supprimer) {
+  ContexteUi ui = Ui();
+  Exercices({"2003"});
+  Exercices({"2004"});
+  CommandeSupprimerExercice(ui);
+  EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{QuestionSupprimeExercice});
+  EXPECT_EQ(Cadre.Nombre("FermeToutes"), 0u) << "no: nothing is closed";
+  EXPECT_EQ(App().NomExercice, "2004");
+  Boite.Reponses = {RepOui};
+  CommandeSupprimerExercice(ui);
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_EQ(Magasin().ListeExercices(), std::vector<std::string>{"2003"});
+  EXPECT_EQ(Cadre.Nombre("FermeToutes"), 1u);
+  EXPECT_EQ(Cadre.Appels.back(), "MontreExercice");
+}
+
+TEST_F(FormesExercices, Combo) {
+  CComboExercices combo;
+  combo.Remplit(App());
+  EXPECT_EQ(combo.count(), 0);
+  EXPECT_EQ(combo.currentIndex(), -1);
+  Exercices({"2002", "2003"});
+  combo.Remplit(App());
+  ASSERT_EQ(combo.count(), 2);
+  EXPECT_EQ(combo.currentText(), u"2003 01/01 - 31/12"_s);
+  std::vector<std::string> choisis;
+  combo.SurSelection([&](const std::string& nom) { choisis.push_back(nom); });
+  combo.show();
+  for (const int touche : {Qt::Key_Up, Qt::Key_2}) {
+    QTest::keyClick(&combo, static_cast<Qt::Key>(touche));
+    combo.hidePopup();
+  }
+  QWheelEvent molette({5, 5}, combo.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&combo, &molette);
+  EXPECT_TRUE(choisis.empty()) << "nothing is chosen by accident";
+  EXPECT_EQ(combo.currentIndex(), 1);
+  combo.setCurrentIndex(0);
+  Q_EMIT combo.activated(0);
+  EXPECT_EQ(choisis, std::vector<std::string>{"2002"});
+  EXPECT_EQ(combo.currentIndex(), 1) << "the choice was refused";
+  Q_EMIT combo.activated(1);
+  EXPECT_EQ(choisis.size(), 1u) << "it is open already";
+  FermeExercice(App());
+  combo.Remplit(App());
+  EXPECT_EQ(combo.currentIndex(), -1);
+}
+
+TEST_F(FormesExercices, Proprietes) {
+  ContexteUi ui = Ui();
+  Exercices({"2003"});
+  ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 20, "512"), 0u);
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2003", "Fin", "01/01/2003"));
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("2003", "Cloture", "10/02/2004"));
+  ASSERT_TRUE(Magasin().Reglages().Ecrit("Activite", "Exercice", "2003"));
+  const u32 plan = Magasin().OpenPlan({});
+  const auto texte = [](QDialog& f, const char* nom) { return Trouve<QLabel>(f, nom).text(); };
+  {
+    Robot robot;
+    robot.Attend("SheetProperties", [&](QDialog& f) {
+      EXPECT_EQ(texte(f, "nom") + texte(f, "dossier"), u"20032003"_s);
+      EXPECT_EQ(Champ(f, "emplacement").toStdString(), App().PathCabinet);
+      EXPECT_EQ(texte(f, "debut") + texte(f, "fin"), u"01/01/200331/12/2003"_s);
+      EXPECT_EQ(texte(f, "tva") + texte(f, "euro") + texte(f, "cloture"), u"NonOui10/02/2004"_s);
+      EXPECT_EQ(texte(f, "journalRec"), QString::number(Magasin().GetJournalRec(0)));
+      EXPECT_EQ(texte(f, "journalOuvert") + texte(f, "comptesOuvert"), u"NonOui"_s);
+      EXPECT_EQ(texte(f, "banqueRec"), u"0"_s);
+      const u64 octets = Magasin().GetJournalSize(0) + Magasin().GetPlanSize(0) +
+                         Magasin().GetRubriquesSize(0) + Magasin().GetBanquesSize(0);
+      QString total = QString::number(static_cast<double>(octets) / 1024, 'f', 3);
+      EXPECT_EQ(texte(f, "total"), total.replace(u'.', u','));
+      Clique(Bouton(f, u"&Fermer"_s));
+    });
+    CSheetProperties(ui).Execute();
+  }
+  Magasin().ClosePlan(plan);
+}
+
+}  // namespace
+}  // namespace fenlor
