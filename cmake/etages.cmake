@@ -20,7 +20,7 @@ list(REMOVE_ITEM session session)
 set(ui core store)
 set(regles store core pages ${sujets})
 set(forms ui ${regles})
-set(app ui ctl ${regles})
+set(app ui forms ctl ${regles})
 
 set(fautes "")
 file(GLOB_RECURSE fichiers RELATIVE "${RACINE}/src" "${RACINE}/src/*.h" "${RACINE}/src/*.cpp")
