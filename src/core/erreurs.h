@@ -24,12 +24,6 @@ inline constexpr TexteFixe ErrCreationFichierBis{3009, "Création fichier (%s) i
 inline constexpr TexteFixe ErrOuvertureFichier{3011, "Ouverture fichier (%s) impossible%s"};
 inline constexpr TexteFixe ErrReconstruction{3440, "Le fichier (%s) n'a pas pu être reconstruit : %s"};
 inline constexpr TexteFixe ErrFermetureFichier{3012, "Fermeture fichier (%d) impossible"};
-inline constexpr TexteFixe ErrCessionAvantAchat{3013,
-    "Date d'achat\t:%s\nDate de cession\t:%s\n\nLa date de cession est inférieure à la date d'achat !"};
-inline constexpr TexteFixe ErrCessionFuture{3014,
-    "Date du jour\t:%s\nDate de cession\t:%s\n\nLa date de cession est supérieure à la date du jour !"};
-inline constexpr TexteFixe ErrAchatApresCession{3015,
-    "Date d'achat\t:%s\nDate de cession\t:%s\n\nLa date d'achat est inférieure à la date de cession !"};
 inline constexpr TexteFixe ErrDateAvantEuro{3018, "La date doit être supèrieure au 1er Janvier 1999"};
 inline constexpr TexteFixe ErrTropDeFichiers{3019,
     "Il y a trop de fichiers ouverts ce traitement est abandonné !"};
@@ -50,16 +44,6 @@ inline constexpr TexteFixe ErrClotureBrouillard{3033,
     "La cloture de l'exercice %s est impossible ! Toutes les écritures ne sont pas validées."};
 inline constexpr TexteFixe ErrVersionAncienne{3034,
     "La Fenlor ne peut pas convertir les fichiers dont la version est inférieure à la 4.0"};
-inline constexpr TexteFixe ErrAcquisitionFranc{3042,
-    "Vous ne pouvez pas saisir d'acquisition en Franc après le %s !"};
-inline constexpr TexteFixe ErrCessionFranc{3043,
-    "Vous ne pouvez pas saisir de cession en Franc après le %s !"};
-inline constexpr TexteFixe ErrCessionRebutee{3044,
-    "Impossible d'effectuer une cession de cette acquisition car elle a déjà fait l'objet d'une mise "
-    "au rebut."};
-inline constexpr TexteFixe ErrRebutCedee{3045,
-    "Impossible d'effectuer une mise au rebut de cette acquisition car elle a déjà fait l'objet "
-    "d'une cession."};
 inline constexpr TexteFixe ErrEcheanceFranc{3046,
     "L'enregistrement de l'échéance \"%s\" du %d est impossible car il est impossible d'enregistrer "
     "une écriture en Franc après le %s.\nIl est nécessaire de modifier l'écriture automatique en "
