@@ -4,6 +4,7 @@
 
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
+#include "forms/assets/immoview.h"
 #include "forms/journal/ecritureview.h"
 #include "forms/master/comptesview.h"
 #include "forms/master/dialogcompteparticulier.h"
@@ -58,6 +59,7 @@ void PoseFabriques(CMainFrame& cadre) {
         [](ContexteUi& contexte) { return new CPlanComptableView(contexte); });
   liste(FenRubriques, "rubriques", [](ContexteUi& contexte) { return new CRubriqueView(contexte); });
   liste(FenLibelles, "libelles", [](ContexteUi& contexte) { return new CLibelleView(contexte); });
+  cadre.PoseFabrique(FenImmobilisations, [](ContexteUi& contexte) { return new CImmoView(contexte); });
   for (const auto& [bit, journal] : {std::pair{FenRecettes, JournalRecettes},
                                      {FenDepenses, JournalDepenses},
                                      {FenOperationsDiverses, JournalOD}})

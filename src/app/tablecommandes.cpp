@@ -196,7 +196,7 @@ constexpr Commande table[] = {
      "Ctrl+Shift+O", Si::Exercice, Fenetre, "Ecritures libres, sur tous les comptes.", FenOperationsDiverses,
      true},
     {1015, M::Comptabilite, true, "Registre des &IMMOBILISATIONS", "Immobilis.", "immobilisations", "Ctrl+I",
-     Si::Exercice, nullptr, plusTard, FenImmobilisations, true},
+     Si::Exercice, Fenetre, "Equipement du cabinet, amorti année par année.", FenImmobilisations, true},
     {1016, M::Comptabilite, true, "Comptes de &TRESORERIE", "Trésorerie", "tresorerie", "Ctrl+T",
      Si::Exercice, Fenetre, "Banques et caisses, avec leurs soldes.", FenTresorerie, true},
     {1017, M::Comptabilite, false, "Com&ptes de RECETTES", "Cptes recettes", "comptes-recettes",

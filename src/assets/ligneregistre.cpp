@@ -39,7 +39,7 @@ ColonneListe<Rangee> Montant(std::string titre, MontantDe montant, int largeur =
 ColonneListe<Rangee> ColonneAnnee(u32 rang) {
   const auto texte = [rang](const Rangee& r) {
     const CCalculLineAmortissements::Colonne& colonne = r.ligne->annees[rang];
-    return FormatMontant(r.euro ? colonne.euro : colonne.franc, 2);
+    return FormatMontant(Arrondi2(r.euro ? colonne.euro : colonne.franc), 2);
   };
   return {{}, 11, texte, Cote::Droite};
 }

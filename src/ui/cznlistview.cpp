@@ -26,8 +26,8 @@ std::vector<int> LitLargeurs(const std::string& texte) {
 
 }  // namespace
 
-CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit)
-    : Vue(contexte, titre, bit), m_table(new TableListe(contexte, this)) {
+CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit, TableListe* table)
+    : Vue(contexte, titre, bit), m_table(table ? table : new TableListe(contexte)) {
   auto* disposition = new QVBoxLayout(this);
   disposition->setContentsMargins(0, 0, 0, 0);
   disposition->addWidget(m_table);

@@ -11,7 +11,8 @@ namespace fenlor {
 class CZNListView : public Vue {
   Q_OBJECT
  public:
-  CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit);
+  /// `table`: a list of the window's own kind, which it takes over.
+  CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit, TableListe* table = nullptr);
   ~CZNListView() override;
 
   TableListe& Table() { return *m_table; }

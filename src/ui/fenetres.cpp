@@ -24,9 +24,12 @@ constexpr struct {
 } actualisations[] = {
     {FichierComptes, comptes | journaux},        // journals name accounts
     {FichierJournal, FenTresorerie | journaux},  // treasury: what is reconciled
-    {FichierRubriques, FenRubriques},           {FichierTextes, FenLibelles},
-    {FichierImmo, FenImmobilisations},          {FichierAmo, FenImmobilisations},
-    {ReglageMonnaies, comptes | journaux},      {ReglagePreferences, toutes},
+    {FichierRubriques, FenRubriques},
+    {FichierTextes, FenLibelles},
+    {FichierImmo, FenImmobilisations},
+    {FichierAmo, FenImmobilisations},
+    {ReglageMonnaies, comptes | journaux | FenImmobilisations},
+    {ReglagePreferences, toutes},
 };
 
 constexpr std::chrono::milliseconds reprise{100};  ///< until it is asked again whether the rule is through

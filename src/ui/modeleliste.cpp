@@ -18,6 +18,11 @@ void ModeleListe::PoseColonnes(std::vector<Titre> titres, Lecture lecture, Tri t
   endResetModel();
 }
 
+void ModeleListe::ChangeTitre(int colonne, const QString& texte) {
+  m_titres.at(static_cast<std::size_t>(colonne)).texte = texte;
+  Q_EMIT headerDataChanged(Qt::Horizontal, colonne, colonne);
+}
+
 void ModeleListe::Remplit(std::vector<LigneListe> lignes) {
   beginResetModel();
   m_lignes = std::move(lignes);

@@ -55,6 +55,8 @@ class ModeleListe : public QAbstractTableModel {
   static std::vector<Titre> Titres(const TableColonnes<Fiche>& colonnes);
   void PoseColonnes(std::vector<Titre> titres, Lecture lecture, Tri tri = {});
   const std::vector<Titre>& Titres() const { return m_titres; }
+  /// The rows stay. Their texts, too, until `Oublie`.
+  void ChangeTitre(int colonne, const QString& texte);
 
   void Remplit(std::vector<LigneListe> lignes);
   void Vide() { Remplit({}); }

@@ -63,7 +63,7 @@ class TableListe : public QTreeView {
   void PoseHaut(int ligne);
   /// Puts the selected rows on the clipboard, a line for each line of text, cells separated by tabs.
   /// Without any it stays as it is.
-  void Copie() const;
+  virtual void Copie() const;
   /// Refills the rows through `remplit`. Selected rows and the first visible one are found again by their
   /// data, else by their place.
   void Recharge(const std::function<void()>& remplit);
