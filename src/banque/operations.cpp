@@ -5,7 +5,6 @@
 #include "banque/textes.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"
-#include "journal/choixcomptes.h"
 #include "store/cumuls.h"
 #include "store/texte1252.h"
 
@@ -31,9 +30,11 @@ std::string CleSolde(const std::string& compte) { return TexteFormat(CleSoldeRel
 Refus ControleCompte(CFenlorApp& app, const std::string& compte) {
   const std::string numero = QVAPI::GetLongCompte(compte);
   if (numero.empty()) return Refus(ErrCompteObligatoire, "compte");
-  const std::vector<CompteOffert> comptes = ComptesParCode(app, Tresorerie);
-  const CompteOffert* trouve = CompteDeNumero(comptes, numero);
-  return trouve && trouve->banque ? Refus{} : Refus(ErrCompteNonBancaire, "compte", {compte});
+  CPlan plan(app, app.PathExercice);
+  PoseTexte(plan.Rec->Compte, numero);
+  if (!plan.OpenFile()) return EchecFichier();
+  const bool banque = plan.Find(0) && plan.Rec->Type == Tresorerie && plan.Rec->TypeTresorerie != 0;
+  return banque ? Refus{} : Refus(ErrCompteNonBancaire, "compte", {compte});
 }
 
 Refus ControleMontant(const CFenlorApp& app, const Banque& rec) {
@@ -68,12 +69,6 @@ std::vector<OperationLue> LitOperations(CFenlorApp& app, const std::string& comp
     return true;
   });
   return operations;
-}
-
-std::vector<Position> OperationsDe(CFenlorApp& app, const std::string& compte) {
-  std::vector<Position> positions;
-  for (const OperationLue& operation : LitOperations(app, compte)) positions.push_back(operation.position);
-  return positions;
 }
 
 Refus LitOperation(CFenlorApp& app, Position position, OperationLue& operation) {
@@ -138,14 +133,17 @@ Refus AjouteOperations(CFenlorApp& app, std::span<const Banque> operations) {
   return unite.Valide() ? Refus{} : app.EchecMagasin();
 }
 
-Refus SupprimeOperation(CFenlorApp& app, Position position) {
+std::string MontantEnTexte(f64 montant, bool euro) {
+  return euro ? FormatEuro(montant) : FormatFranc(montant);
+}
+
+Refus SupprimeOperation(CFenlorApp& app, Position position, bool euro) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   OperationLue operation;
   if (const Refus refus = LitOperation(app, position, operation)) return refus;
-  const f64 montant = operation.Montant(app.Reglages.IsEuro());
-  const std::string texte = app.Reglages.IsEuro() ? FormatEuro(montant) : FormatFranc(montant);
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeOperation, "",
-                                      {StrDate(operation.rec.Date), LitTexte(operation.rec.Libelle), texte}))
+                                      {StrDate(operation.rec.Date), LitTexte(operation.rec.Libelle),
+                                       MontantEnTexte(operation.Montant(euro), euro)}))
     return refus;
   CBanques banques(app, app.PathExercice);
   return SupprimeEnregistrement(banques, position);

@@ -32,9 +32,7 @@ struct OperationLue {
   f64 Montant(bool euro) const { return euro ? rec.MontantEuro : rec.MontantFranc; }
 };
 
-/// Positions of the operations of an account (long form), in order of their date.
-std::vector<Position> OperationsDe(CFenlorApp& app, const std::string& compte);
-/// The operations themselves.
+/// The operations of an account (long form), in order of their date.
 std::vector<OperationLue> LitOperations(CFenlorApp& app, const std::string& compte);
 /// 3451 when there is none at that position any more.
 Refus LitOperation(CFenlorApp& app, Position position, OperationLue& operation);
@@ -51,8 +49,10 @@ Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec
 Refus EnregistreOperation(CFenlorApp& app, FicheOperation& fiche);
 /// Adds what `ComposeOperation` made, all of them or none: one unit, or a part of the caller's.
 Refus AjouteOperations(CFenlorApp& app, std::span<const Banque> operations);
-/// Closed exercice, then the question.
-Refus SupprimeOperation(CFenlorApp& app, Position position);
+/// Closed exercice (3056), gone (3451), then the question, its amount in the currency `euro`.
+Refus SupprimeOperation(CFenlorApp& app, Position position, bool euro);
+/// "12,50 €": an amount as questions show it.
+std::string MontantEnTexte(f64 montant, bool euro);
 
 /// What a statement ends with, as the bank prints it: above 0 when the bank owes the money.
 struct SoldeReleve {

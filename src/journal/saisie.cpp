@@ -37,7 +37,7 @@ class Enregistrement {
   Enregistrement(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite)
       : m_app(app), m_saisie(saisie), m_faite(faite), m_ttc(MontantDeChamp(saisie.montants.ttc)) {}
 
-  Refus Execute();
+  Refus Execute(const SuiteSaisie& suite);
 
  private:
   Refus ControleEcriture();
@@ -46,6 +46,7 @@ class Enregistrement {
   Refus ControleTresorerie();
   Refus ControleLignes();
   Refus ControleChangement();
+  Refus Sauve() { return EstStandard() ? SauveStandard() : SauveSimple(); }
   Refus SauveSimple();
   Refus SauveStandard();
   Refus Conclut();
@@ -71,7 +72,7 @@ class Enregistrement {
   bool m_lignesIntactes = true;      ///< those of a standard entry are what they were
 };
 
-Refus Enregistrement::Execute() {
+Refus Enregistrement::Execute(const SuiteSaisie& suite) {
   Refus r = ControleExercice(m_app, m_livres);
   if (!r) r = ControleEcriture();
   if (!r) r = ControleLimites();
@@ -84,7 +85,12 @@ Refus Enregistrement::Execute() {
   if (!r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
   if (!r) r = NumeroDe(m_app, m_saisie.journal, m_saisie.ligne, m_saisie.date, m_entete, m_faite.ligne);
   if (r) return r;
-  return EstStandard() ? SauveStandard() : SauveSimple();
+  if (!suite) return Sauve();
+  QVAPI::Unite unite(m_app.Magasin);
+  if (r = Sauve(); !r) r = suite(m_faite);
+  if (!r && !unite.Valide()) r = m_app.EchecMagasin();
+  if (r) m_faite = {};
+  return r;
 }
 
 Refus Enregistrement::ControleEcriture() {
@@ -259,8 +265,9 @@ MontantsSaisie ChaineProfessionnel(CFenlorApp& app, const Plan& compte, f64 ttc,
   return Suite(app, compte, saisi, deborde ? saisi : part);
 }
 
-Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite) {
-  return Enregistrement(app, saisie, faite).Execute();
+Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite,
+                         const SuiteSaisie& suite) {
+  return Enregistrement(app, saisie, faite).Execute(suite);
 }
 
 }  // namespace fenlor

@@ -8,6 +8,7 @@
 // every check has passed, and what is written is one unit of work. What stops a rule comes back as a `Refus`.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -81,7 +82,11 @@ struct SaisieEcriture {
 ///
 /// An empty label takes the account's designation. Off a bank account the payment
 /// mode is "Autre" for a simple entry and "Chèque" for a treasury line.
-Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite);
+///
+/// `suite` goes on in the same unit of work once the entry is written; what it refuses undoes the entry.
+using SuiteSaisie = std::function<Refus(const EcritureFaite&)>;
+Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite,
+                         const SuiteSaisie& suite = {});
 
 /// One line of an opération diverse as its form holds it.
 struct LigneODSaisie {
