@@ -231,9 +231,9 @@ constexpr Commande table[] = {
     {1034, M::Etats, true, "&Remise de chèques...", "Remise", "etat-remise", "", Si::Exercice, nullptr,
      plusTard},
     {1035, M::Etats, false, "A&mortissements...", "Amortiss.", "etat-amortissements", "", Si::Exercice,
-     nullptr, plusTard},
+     Etat, "Annexe des immobilisations : amortissements de l'année et d'avant."},
     {1036, M::Etats, false, "Plus et moins &values...", "+/- values", "etat-plus-values", "", Si::Exercice,
-     nullptr, plusTard},
+     Etat, "Annexe des ventes et des mises au rebut."},
     {1037, M::Etats, true, "Gra&phiques...", "", "graphiques", "", Si::Exercice, nullptr, plusTard},
 
     {1038, M::Traitements, false, "&Ecritures automatiques...", "Automatiques", "ecritures-automatiques", "",

@@ -1,12 +1,15 @@
 #include "reports/catalogue.h"
 
 #include "reports/etat2035.h"
+#include "reports/etatamortissements.h"
 #include "reports/etatbalance.h"
 #include "reports/etatcentralisation.h"
 #include "reports/etatdetail.h"
 #include "reports/etatextrait.h"
 #include "reports/etatgrandlivre.h"
+#include "reports/etatimmobilisations.h"
 #include "reports/etatjournal.h"
+#include "reports/etatpmv.h"
 #include "reports/etatrapprochement.h"
 #include "reports/etatslistes.h"
 #include "reports/etattva.h"
@@ -34,6 +37,9 @@ constexpr DefinitionEtat etats[] = {
     {"rapprochement", 1031, Fait<CEtatRapprochementDoc>},
     {"centralisation", 1032, Fait<CEtatCentralisationDoc>},
     {"2035", 1033, Fait<CEtat2035Doc>},
+    {"amortissements", 1035, Fait<CEtatAmortissementsDoc>},
+    {"plus-values", 1036, Fait<CEtatPMVDoc>},
+    {"immobilisations", 0, Fait<CEtatImmobilisationsDoc>},
     {"journal", 0, Fait<CEtatJournalDoc>},
     {"comptes-recettes", 0, FaitPlan<Recette>},
     {"comptes-depenses", 0, FaitPlan<Depense>},

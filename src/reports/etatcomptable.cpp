@@ -35,6 +35,11 @@ void CEtatComptable::Travail::Pas() {
   if (m_etat.App.Boite.IsAborted()) m_etat.Abandonne();
 }
 
+bool CEtatComptable::Travail::PasOuFin() {
+  m_etat.App.Boite.Step();
+  return !m_etat.App.Boite.IsAborted();
+}
+
 void CEtatComptable::Travail::Recommence(u32 maximum) {
   m_etat.App.Boite.SetMax(maximum);
   m_etat.App.Boite.SetPos(0);

@@ -64,6 +64,8 @@ class CEtatComptable : public CEtatDoc {
     Travail(CEtatComptable& etat, const TexteFixe& avancement, u32 maximum);
     /// One record is done. The report is given up when the user stopped it.
     void Pas();
+    /// Likewise, but a report that the user stopped keeps what it has: false then.
+    bool PasOuFin();
     void Recommence(u32 maximum);  ///< for a second pass
 
    private:

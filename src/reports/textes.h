@@ -309,6 +309,76 @@ inline constexpr TexteFixe AvancementListeLibelles{7234,
     "\nConstruction de la liste des libellés\n\nen cours..."};
 inline constexpr TexteFixe EnteteListeLibelles{7235, "\\B\\M010\\N010Libellés\n\\S002\\0"};
 inline constexpr TexteFixe LigneListeLibelles{7236, "\\0\\M010\\N010%s\\L\n"};
+// Reports of the assets
+inline constexpr TexteFixe TitreEtatAmortissements{7240, "Immobilisations et amortissements"};
+inline constexpr TexteFixe AvancementEtatBiens{7241, "\nConstruction de l'état.\n\nen cours..."};
+inline constexpr TexteFixe EnteteEtatAmortissements{7242,
+    "\\L\\B\\M004\\N004\\T055\\R069Prix d'achat\\T070\\R084Montant\\T085\\R099Valeur\n"
+    "\\L\\B\\M004\\N004\\T008Nature des\\T040Date\\T055\\R069T.V.A.\\T070\\R084T.V.A.\\T085\\R099hors T.V.A."
+    "\\T114\\R128Montant\\T129\\R144Montant\n"
+    "\\L\\B\\M004\\N004\\T004\\R007N°\\T008immobilisations\\T040d'achat\\T055\\R069comprise"
+    "\\T070\\R084déductible\\T085\\R099déductible\\T100\\R113Taux\\T114\\R128antérieurs"
+    "\\T129\\R144de l'année\n\\S002\\0"};
+inline constexpr TexteFixe PiedEtatBiens{7243, "\\L\\0\\M004\\N004\\S001"};
+inline constexpr TexteFixe AnnexeEtatBiens{7244,
+    "\n\n\\2\\0\\M004\\N004Annexe à la déclaration N° 2035\\L\\0\\1\n\\S002\n\n"};
+inline constexpr TexteFixe DeclarantEtatBiens{7245,
+    "\\0\\M004\\N004Nom et prénom du déclarant ou dénomination :\n\\L\\B\\M070\\N010%s\\0\n\n"};
+/// period; of disposals follows
+inline constexpr TexteFixe PeriodeEtatBiens[] = {
+    {7246, "\n\n\\B\\M004\\N004Immobilisations et amortissements à la période du \\0%s \\Bau \\0%s\\0\n\n"},
+    {7247, "\n\n\\B\\M004\\N004Détermination des plus-values et moins-values à la période du \\0%s \\Bau "
+     "\\0%s\\0\n\n"},
+};
+/// number, designation, date, price, VAT, value, rate, former and year's depreciation
+inline constexpr TexteFixe RangeeEtatAmortissements{7248,
+    "\\L\\0\\M004\\N004\\T004%d\\T008%s\\T040%s\\T055\\R069%s\\T070\\R084%s\\T085\\R099%s\\T100\\R113%s"
+    "\\T114\\R128%s\\T129\\R144%s\n"};
+/// of the same asset: designation and date blank, the rest
+inline constexpr TexteFixe SecondeRangeeAmortissements{7249,
+    "\\L\\0\\M004\\N004\\T004\\T008%s\\T040%s\\T055\\R069%s\\T070\\R084%s\\T085\\R099%s\\T100\\R113%s"
+    "\\T114\\R128%s\\T129\\R144%s\n"};
+inline constexpr TexteFixe FiletEtatBiens{7250, "\\S%03d"};  ///< thickness
+/// what stands before the sums of Franc, or of Euro when there are no others; value, former, year's
+inline constexpr TexteFixe MotTotalAmortissements{7251,
+    "\\L\\M004\\N004\\S002\\L\\M004\\N004\\BTotal :"};
+inline constexpr TexteFixe TotalAmortissements[] = {
+    {7252, "\\T085\\R099%s\\T114\\R128%s\\T129\\R144%s\\L\\0\n"},
+    {7253, "\\L\\M004\\N004\\B\\T085\\R099%s\\T114\\R128%s\\T129\\R144%s\\L\\0\n"},
+};
+inline constexpr TexteFixe TitreEtatPMV{7260, "Plus-values et moins-values"};
+inline constexpr TexteFixe EnteteEtatPMV{7261,
+    "\\L\\B\\M004\\N004\\T008Nature des\\T052\\R063Date de\\T064\\R075Prix de\\T076\\R109Plus et moins-values"
+    "\\T110\\R144Plus et moins-values\n"
+    "\\L\\B\\M004\\N004\\T004\\R007N°\\T008immobilisations\\T052\\R063cession\\T064\\R075cession"
+    "\\T076\\R109à court terme\\T110\\R144à long terme\n\\S002\\0"};
+/// number, designation, date of disposal, price, short and long term
+inline constexpr TexteFixe RangeeEtatPMV{7262,
+    "\\L\\0\\M004\\N004\\T004%d\\T008%s\\T052%s\\T064\\R075%s\\T076\\R109%s\\T110\\R144%s\n"};
+/// likewise, where the line above does not stand
+inline constexpr TexteFixe DesignationEtatPMV{7263, "\\L\\0\\M004\\N004\\T004%d\\T008%s\\T052%s\n"};
+inline constexpr TexteFixe RangeeEuroPMV{7264,
+    "\\L\\0\\M004\\N004\\T004\\T008\\T052\\T064\\R075%s\\T076\\R109%s\\T110\\R144%s\n"};
+inline constexpr TexteFixe MotTotalPMV{7265, "\\L\\M004\\N004\\S002\\L\\B\\M004\\N004Solde net:"};
+inline constexpr TexteFixe TotalPMV[] = {
+    {7266, "\\T076\\R109%s\\T110\\R144%s\\L\\0\n"},
+    {7267, "\\L\\M004\\N004\\L\\B\\M004\\N004\\T076\\R109%s\\T110\\R144%s\\L\\0\n"},
+};
+inline constexpr TexteFixe EnteteEtatRegistre{7270,
+    "\\L\\B\\M002\\N002\\T002Date\\T016Nature des\\T054\\R062Prix d'achat\\T063\\R071T.V.A.\\T072\\R080Prix de"
+    "\\T081\\R089Valeur\\T090\\R098Taux\\T099\\R107Total\\T108\\R116Valeur\\T117\\R125Date de"
+    "\\T126\\R134Prix de\\T135\\R144+ ou -\n"
+    "\\L\\B\\M002\\N002\\T002d'achat\\T016immobilisations\\T054\\R062T.T.C.\\T063\\R071déductible"
+    "\\T072\\R080revient\\T081\\R089amort.\\T090\\R098annuel\\T099\\R107amort.\\T108\\R116résiduelle"
+    "\\T117\\R125cession\\T126\\R134cession\\T135\\R144values\n\\S002\\0"};
+inline constexpr TexteFixe PiedEtatRegistre{7271, "\\L\\0\\M002\\N002\\S001"};
+/// date, designation, price, VAT, cost, value, rate, total, residual value, disposal: date, price, result
+inline constexpr TexteFixe RangeeEtatRegistre{7272,
+    "\\L\\0\\M002\\N002\\T002%s\\T016%s\\T054\\R062%s\\T063\\R071%s\\T072\\R080%s\\T081\\R089%s"
+    "\\T090\\R098%s\\T099\\R107%s\\T108\\R116%s\\T117\\R125%s\\T126\\R134%s\\T135\\R144%s\n"};
+inline constexpr TexteFixe DetailEtatRegistre{7273, "\\L\\B\\M002\\N002\\T016Détail des amortissements"};
+/// column and end of the year, the year, column and end of the amount, the amount
+inline constexpr TexteFixe AnneeEtatRegistre{7274, "\\B\\T%03d\\R%03d%d :\\L\\0\\T%03d\\R%03d%s\\B"};
 // clang-format on
 
 }  // namespace fenlor
