@@ -348,8 +348,8 @@ inline constexpr TexteFixe TotalAmortissements[] = {
 };
 inline constexpr TexteFixe TitreEtatPMV{7260, "Plus-values et moins-values"};
 inline constexpr TexteFixe EnteteEtatPMV{7261,
-    "\\L\\B\\M004\\N004\\T008Nature des\\T052\\R063Date de\\T064\\R075Prix de\\T076\\R109Plus et moins-values"
-    "\\T110\\R144Plus et moins-values\n"
+    "\\L\\B\\M004\\N004\\T008Nature des\\T052\\R063Date de\\T064\\R075Prix de"
+    "\\T076\\R109Plus et moins-values\\T110\\R144Plus et moins-values\n"
     "\\L\\B\\M004\\N004\\T004\\R007N°\\T008immobilisations\\T052\\R063cession\\T064\\R075cession"
     "\\T076\\R109à court terme\\T110\\R144à long terme\n\\S002\\0"};
 /// number, designation, date of disposal, price, short and long term
@@ -365,8 +365,8 @@ inline constexpr TexteFixe TotalPMV[] = {
     {7267, "\\L\\M004\\N004\\L\\B\\M004\\N004\\T076\\R109%s\\T110\\R144%s\\L\\0\n"},
 };
 inline constexpr TexteFixe EnteteEtatRegistre{7270,
-    "\\L\\B\\M002\\N002\\T002Date\\T016Nature des\\T054\\R062Prix d'achat\\T063\\R071T.V.A.\\T072\\R080Prix de"
-    "\\T081\\R089Valeur\\T090\\R098Taux\\T099\\R107Total\\T108\\R116Valeur\\T117\\R125Date de"
+    "\\L\\B\\M002\\N002\\T002Date\\T016Nature des\\T054\\R062Prix d'achat\\T063\\R071T.V.A."
+    "\\T072\\R080Prix de\\T081\\R089Valeur\\T090\\R098Taux\\T099\\R107Total\\T108\\R116Valeur\\T117\\R125Date de"
     "\\T126\\R134Prix de\\T135\\R144+ ou -\n"
     "\\L\\B\\M002\\N002\\T002d'achat\\T016immobilisations\\T054\\R062T.T.C.\\T063\\R071déductible"
     "\\T072\\R080revient\\T081\\R089amort.\\T090\\R098annuel\\T099\\R107amort.\\T108\\R116résiduelle"

@@ -78,13 +78,16 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
     unsigned commande;
     const char* forme;  ///< asked before
     const char* titre;
-  } cas[] = {
-      {1026, "DialogPeriode", "Détail des écritures"}, {1027, "DialogPeriode", nullptr},
-      {1028, "DialogPeriode", "Grand livre"},          {1029, nullptr, "Balance des comptes"},
-      {1030, "DialogPeriode", "Etat de T.V.A."},       {1031, "DialogPeriode", "Etat de rapprochement"},
-      {1032, "DialogPeriode", "Centralisation"},       {1033, nullptr, nullptr},
-      {1035, "DialogPeriode", "Immobilisations et amortissements"},
-      {1036, "DialogPeriode", "Plus-values et moins-values"}};
+  } cas[] = {{1026, "DialogPeriode", "Détail des écritures"},
+             {1027, "DialogPeriode", nullptr},
+             {1028, "DialogPeriode", "Grand livre"},
+             {1029, nullptr, "Balance des comptes"},
+             {1030, "DialogPeriode", "Etat de T.V.A."},
+             {1031, "DialogPeriode", "Etat de rapprochement"},
+             {1032, "DialogPeriode", "Centralisation"},
+             {1033, nullptr, nullptr},
+             {1035, "DialogPeriode", "Immobilisations et amortissements"},
+             {1036, "DialogPeriode", "Plus-values et moins-values"}};
   int ouvertes = 0;
   for (const auto& c : cas) {
     SCOPED_TRACE(c.commande);

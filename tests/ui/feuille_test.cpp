@@ -28,7 +28,7 @@ class PageEssai : public CZNPage {
     Formulaire{*this}.Champ(u"&Valeur :"_s, m_champ, "valeur").Limite(10).Pousse();
   }
   bool Charge() override { return Note("charge", Charges); }
-  bool Controle() override { return Note("controle", Controles) || Refuse(ErrCessionAvantAchat, m_champ); }
+  bool Controle() override { return Note("controle", Controles) || Refuse(ErrDateAvantEuro, m_champ); }
   bool Enregistre() override { return Note("enregistre", Enregistres); }
   bool Charges = true, Controles = true, Enregistres = true;
 

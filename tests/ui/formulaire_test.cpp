@@ -25,7 +25,7 @@ namespace fenlor::test {
 
 namespace {
 
-constexpr TexteFixe RefusLibelle = ErrFermetureFichier, RefusMontant = ErrCessionAvantAchat;
+constexpr TexteFixe RefusLibelle = ErrFermetureFichier, RefusMontant = ErrDateAvantEuro;
 constexpr Date Reference = FaitDate(15, 3, 2003);
 
 /// What the form below holds.
