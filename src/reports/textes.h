@@ -366,7 +366,8 @@ inline constexpr TexteFixe TotalPMV[] = {
 };
 inline constexpr TexteFixe EnteteEtatRegistre{7270,
     "\\L\\B\\M002\\N002\\T002Date\\T016Nature des\\T054\\R062Prix d'achat\\T063\\R071T.V.A."
-    "\\T072\\R080Prix de\\T081\\R089Valeur\\T090\\R098Taux\\T099\\R107Total\\T108\\R116Valeur\\T117\\R125Date de"
+    "\\T072\\R080Prix de\\T081\\R089Valeur\\T090\\R098Taux"
+    "\\T099\\R107Total\\T108\\R116Valeur\\T117\\R125Date de"
     "\\T126\\R134Prix de\\T135\\R144+ ou -\n"
     "\\L\\B\\M002\\N002\\T002d'achat\\T016immobilisations\\T054\\R062T.T.C.\\T063\\R071déductible"
     "\\T072\\R080revient\\T081\\R089amort.\\T090\\R098annuel\\T099\\R107amort.\\T108\\R116résiduelle"
