@@ -57,6 +57,20 @@ EnteteDat LitEntete(QVAPI& magasin, int fichier) {
   return {};
 }
 
+/// Whether the slots have sums, where no header says so: one that is right is no accident, and without
+/// any a file of whole records is one of the form before.
+bool ASommes(QVAPI& magasin, int fichier, u32 taille) {
+  const i64 debut = QVAPI::QVGetFirstRecPos(static_cast<u16>(taille)),
+            fin = magasin.QVSeekFile(fichier, 0, 2);
+  std::vector<u8> rec(taille + TailleSomme);
+  const int pas = static_cast<int>(rec.size());
+  if (fin <= debut || (fin - debut) % taille != 0) return true;
+  magasin.QVSeekFile(fichier, debut, 0);
+  for (u32 i = 1; magasin.QVReadFile(fichier, rec.data(), static_cast<u32>(pas)) == pas; ++i)
+    if (SommeJuste(rec.data(), taille, i)) return true;
+  return false;
+}
+
 }  // namespace
 
 /// A read of any other outcome than this one refusal says that it is.
@@ -154,6 +168,7 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
   QVAPI& magasin = m_app.Magasin;
   const std::string nouveau = Chemin("neuf");
   rapport.endommage = !OpenDat();
+  const bool autreForme = rapport.endommage && magasin.QVFileErrorCode() == ErrFormat;
   if (!rapport.endommage) {
     rapport.n = magasin.QVNumberOfRec(NumFichier);
     magasin.QVClose(NumFichier);
@@ -164,7 +179,9 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
     if (!ancien.EstOuvert())
       return m_app.ReportErreur(ErrCodeOuverture, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
     const EnteteDat entete = LitEntete(magasin, ancien.Poignee());
-    if (rapport.endommage && entete.id != 0 && entete.numero != NumFichier)
+    const bool avecSommes = entete.id != 0 ? entete.version >= VersionSommes
+                                           : ASommes(magasin, ancien.Poignee(), static_cast<u32>(TailleRec));
+    if (autreForme || (rapport.endommage && entete.id != 0 && entete.numero != NumFichier))
       return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
     if (magasin.QVExistFile(nouveau) && !magasin.QVDeleteFile(nouveau))
       return m_app.ReportErreur(ErrCreationFichier, {nouveau});
@@ -172,7 +189,7 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
       return m_app.ReportErreur(ErrCreationFichier, {nouveau});
 
     QVAPI::Unite unite(magasin);
-    fait = Recopie(ancien.Poignee(), entete.version >= VersionSommes, filtre, rapport);
+    fait = Recopie(ancien.Poignee(), avecSommes, filtre, rapport);
     if (fait && !(unite.Valide() && magasin.QVFlush())) {
       Erreur(0, MessageCreation);
       fait = false;

@@ -25,8 +25,10 @@ enum StatutCtl : int {
 struct OptionsCtl {
   OptionsQVAPI magasin;        ///< disk, key store and registry folders of the store
   std::string pathProgrammes;  ///< folder of a template "defaut.qvc"; empty: the built-in one
-  /// Writes the pages of a report that was built as a PDF file. False: told to `CFenlorApp::Boite`.
-  using FonctionPdf = std::function<bool(CFenlorApp& app, CEtatComptable& etat, const std::string& fichier)>;
+  /// Writes the pages of a report that was built as a PDF file, or, when `fichier` is empty, into the open
+  /// file `descripteur`, which it leaves open. False: told to `CFenlorApp::Boite`.
+  using FonctionPdf =
+      std::function<bool(CFenlorApp& app, CEtatComptable& etat, const std::string& fichier, int descripteur)>;
   FonctionPdf ecritPdf;  ///< empty: a program without PDF
 };
 

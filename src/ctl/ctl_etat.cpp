@@ -1,9 +1,14 @@
+#include <fcntl.h>
 #include <stdlib.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
+#include <memory>
 #include <utility>
 
+#include "core/erreurs.h"
 #include "ctl/commandes.h"
 #include "ctl/demandecriteres.h"
 #include "ctl/demandejournal.h"
@@ -92,47 +97,33 @@ bool PoseDemande(Contexte& contexte, const OptionsEtat& options, CEtatJournalDoc
   return true;
 }
 
-/// A folder of our own for a file that has to have a name; both are gone with the object.
-class DossierProvisoire {
- public:
-  DossierProvisoire() : m_chemin((std::filesystem::temp_directory_path() / "FNLXXXXXX").string()) {
-    if (!mkdtemp(m_chemin.data())) m_chemin.clear();
-  }
-  ~DossierProvisoire() {
-    std::error_code erreur;
-    if (!m_chemin.empty()) std::filesystem::remove_all(m_chemin, erreur);
-  }
-  DossierProvisoire(const DossierProvisoire&) = delete;
-  DossierProvisoire& operator=(const DossierProvisoire&) = delete;
-  const std::string& Chemin() const { return m_chemin; }
-
- private:
-  std::string m_chemin;
-};
-
-/// The pages on the standard output, by way of a file: they are there whole or not at all.
+/// The pages on the standard output, by way of a file: they are there whole or not at all. It has no name:
+/// however the program ends, nothing of the books is left.
 bool DonnePdf(Contexte& contexte, CEtatComptable& etat) {
-  std::ifstream pdf;
-  {
-    const DossierProvisoire dossier;
-    const std::string chemin = Joint(dossier.Chemin(), "etat.pdf");
-    if (dossier.Chemin().empty() || !contexte.EcritPdf(contexte.App, etat, chemin)) {
-      contexte.RefuseMagasin();
-      return false;
-    }
-    pdf.open(chemin, std::ios::binary);
+  std::string chemin = (std::filesystem::temp_directory_path() / "FNLXXXXXX").string();
+  const int descripteur = mkostemp(chemin.data(), O_CLOEXEC);
+  if (descripteur < 0) {
+    contexte.Refuse(ErrCreationFichier, {chemin + " : " + TexteErreurSysteme(errno)});
+    return false;
   }
+  unlink(chemin.c_str());
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pdf(fdopen(descripteur, "r"), std::fclose);
+  if (!contexte.EcritPdf(contexte.App, etat, {}, descripteur)) {
+    contexte.RefuseMagasin();
+    return false;
+  }
+  std::rewind(pdf.get());
   std::string morceau(64u << 10, '\0');
-  while (pdf.read(morceau.data(), static_cast<std::streamsize>(morceau.size())) || pdf.gcount() > 0)
-    if (!contexte.Ecrit(morceau.substr(0, static_cast<std::size_t>(pdf.gcount())))) return false;
-  return true;
+  while (const std::size_t lus = std::fread(morceau.data(), 1, morceau.size(), pdf.get()))
+    if (!contexte.Ecrit(morceau.substr(0, lus))) return false;
+  return std::ferror(pdf.get()) == 0 || contexte.RefuseLecture(EIO, "-") == StatutFait;
 }
 
 bool Donne(Contexte& contexte, const OptionsEtat& options, CEtatComptable& etat) {
   if (options.marquage) return EcritMarquage(contexte, etat);
   if (options.texte) return EcritRuns(contexte, etat);
   if (*options.pdf == "-") return DonnePdf(contexte, etat);
-  if (contexte.EcritPdf(contexte.App, etat, *options.pdf)) return true;
+  if (contexte.EcritPdf(contexte.App, etat, *options.pdf, -1)) return true;
   contexte.RefuseMagasin();
   return false;
 }

@@ -57,7 +57,8 @@ void CedeAuPdf(int argc, char** argv) {
 }
 #else
 /// Fonts need an application, which needs no screen.
-bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::string& fichier) {
+bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::string& fichier,
+              int descripteur) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // The toolkit's remarks on the desktop are nothing to the user of a terminal.
   qInstallMessageHandler([](QtMsgType sorte, const QMessageLogContext&, const QString& texte) {
@@ -67,7 +68,8 @@ bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::
   char nom[] = "fenlorctl";
   char* argv[] = {nom, nullptr};
   const QGuiApplication application(argc, argv);
-  return fenlor::EcritPdf(app, etat, etat.TitreDocument(), fichier);
+  return fichier.empty() ? fenlor::EcritPdf(app, etat, etat.TitreDocument(), descripteur)
+                         : fenlor::EcritPdf(app, etat, etat.TitreDocument(), fichier);
 }
 #endif
 

@@ -46,8 +46,11 @@ bool FichierCentral::Cree() {
   if (!mkdtemp(dossier.data())) return false;
   m_dossier = dossier;
   if (m_magasin.QVNewDat(numFichier, CheminDat(m_dossier), sizeof(LigneCentrale)) &&
-      m_magasin.QVNewIdx(numCle, CheminIdx(m_dossier), tailleCle, false, 0))
+      m_magasin.QVNewIdx(numCle, CheminIdx(m_dossier), tailleCle, false, 0)) {
+    // Open, they need no name: however the program ends, nothing of the books is left.
+    OteNoms();
     return true;
+  }
   Supprime();
   return false;
 }
@@ -56,13 +59,20 @@ void FichierCentral::Supprime() {
   assert(EstCree());
   m_magasin.QVClose(numCle);
   m_magasin.QVClose(numFichier);
-  Systeme& systeme = m_magasin.SystemeFichiers();
-  for (const std::string& chemin : {CheminDat(m_dossier), CheminIdx(m_dossier)}) {
-    // The store lets go of the file, and refuses to remove it when the books have no room to be brought home.
-    if (!m_magasin.QVDeleteFile(chemin)) systeme.Supprime(chemin);
-  }
-  systeme.SupprimeDossier(m_dossier);
+  // So that the store lets go of them; their names are gone, which is no error of anybody.
+  const int erreur = m_magasin.QVFileErrorCode();
+  for (const std::string& chemin : {CheminDat(m_dossier), CheminIdx(m_dossier)})
+    m_magasin.QVDeleteFile(chemin);
+  m_magasin.PoseErreur(erreur);
+  OteNoms();
   m_dossier.clear();
+}
+
+void FichierCentral::OteNoms() {
+  Systeme& systeme = m_magasin.SystemeFichiers();
+  systeme.Supprime(CheminDat(m_dossier));
+  systeme.Supprime(CheminIdx(m_dossier));
+  systeme.SupprimeDossier(m_dossier);
 }
 
 bool FichierCentral::Ajoute(Date date, const std::string& compte1, const std::string& compte2,

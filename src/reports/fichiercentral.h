@@ -1,6 +1,6 @@
 // The work file of the centralised detail: amounts by bucket date, main account and other account, kept in
-// order on disk. It lives in a folder of its own below the system's temporary one, so that two programs do
-// not meet, and goes with the object.
+// order on disk, without a name below the system's temporary folder: it goes with the object, and with the
+// program.
 #pragma once
 
 #include <cstddef>
@@ -46,6 +46,7 @@ class FichierCentral {
 
  private:
   void Supprime();
+  void OteNoms();
 
   QVAPI& m_magasin;
   std::string m_dossier;  ///< empty: not made

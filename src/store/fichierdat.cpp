@@ -31,6 +31,14 @@ T Prend(const u8* octets) {
   return valeur;
 }
 
+/// A copy of a header that nothing damaged, of whatever version.
+bool EstEntete(const u8* o) {
+  if (std::memcmp(o, Magie, 8) != 0) return false;
+  return Prend<u32>(o + 52) == static_cast<u32>(crc32(0, o, 52));
+}
+
+bool EstDAutreVersion(const u8* o) { return EstEntete(o) && Prend<u32>(o + 8) > VersionSommes; }
+
 }  // namespace
 
 u64 TireId() {
@@ -58,8 +66,7 @@ void FichierDat::Code(const EnteteDat& e, u8* o) {
 
 bool FichierDat::Decode(const u8* o, EnteteDat& e) {
   const u32 version = Prend<u32>(o + 8);
-  if (std::memcmp(o, Magie, 8) != 0 || version == 0 || version > VersionSommes) return false;
-  if (Prend<u32>(o + 52) != static_cast<u32>(crc32(0, o, 52))) return false;
+  if (!EstEntete(o) || version == 0 || version > VersionSommes) return false;
   e = {version,
        Prend<u16>(o + 12),
        Prend<u16>(o + 14),
@@ -102,9 +109,8 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
   if (lus < sizeof octets) return ErrEndommage;
   EnteteDat copies[2];
   const bool bonnes[2] = {Decode(octets, copies[0]), Decode(octets + 512, copies[1])};
-  if (!bonnes[0] && !bonnes[1]) {
-    return std::memcmp(octets, Magie, 8) && std::memcmp(octets + 512, Magie, 8) ? ErrFormat : ErrEndommage;
-  }
+  if (!bonnes[0] && !bonnes[1])
+    return EstDAutreVersion(octets) || EstDAutreVersion(octets + 512) ? ErrFormat : ErrEndommage;
   // A copy cut short by a crash is made good by the log; without the log's word
   // a single copy may be the older one, which forgets the last records.
   const bool voisines =
@@ -152,10 +158,9 @@ int FichierDat::Projette(u64 taille) {
   assert(m_fichier);
   if (taille <= m_tailleProjection) return 0;
   const u64 voulue = std::max<u64>(taille + taille / 2, 16u << 20);
-  if (m_projection) munmap(const_cast<u8*>(m_projection), m_tailleProjection);
-  m_projection = nullptr;
-  m_tailleProjection = 0;
-  void* p = mmap(nullptr, voulue, PROT_READ, MAP_SHARED, m_fichier->Descripteur(), 0);
+  // Where there is no room for a longer one the records go on being read in the one that there is.
+  void* p = m_projection ? mremap(const_cast<u8*>(m_projection), m_tailleProjection, voulue, MREMAP_MAYMOVE)
+                         : mmap(nullptr, voulue, PROT_READ, MAP_SHARED, m_fichier->Descripteur(), 0);
   if (p == MAP_FAILED) return errno;
   m_projection = static_cast<const u8*>(p);
   m_tailleProjection = voulue;

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "store/moteuretat.h"
 #include "store/texte1252.h"
@@ -37,6 +38,27 @@ int EcritImage(FichierDat& dat, const ImageUnite& image) {
 }
 
 }  // namespace
+
+struct Moteur::Etat::FichierRepris {
+  FichierDat dat;
+  std::set<Position> ecrits;
+};
+
+/// The data files of a recovery, by id.
+struct Moteur::Etat::Repris {
+  std::map<u64, std::unique_ptr<FichierRepris>> fichiers;
+  std::set<u64> perdus;
+  /// By number, then path: ids are random, and a recovery is to be the same each time.
+  std::vector<FichierRepris*> EnOrdre() const {
+    std::vector<FichierRepris*> ordre;
+    for (const auto& [id, fichier] : fichiers) ordre.push_back(fichier.get());
+    std::sort(ordre.begin(), ordre.end(), [](const FichierRepris* a, const FichierRepris* b) {
+      return std::tuple(a->dat.entete.numero, a->dat.Chemin()) <
+             std::tuple(b->dat.entete.numero, b->dat.Chemin());
+    });
+    return ordre;
+  }
+};
 
 Moteur::Moteur(Systeme& systeme, FabriqueCles& cles, std::size_t tailleReprise)
     : m(std::make_unique<Etat>(systeme, cles, tailleReprise)) {}
@@ -120,71 +142,83 @@ void Moteur::Etat::OteReconstructions() {
 /// again: images are the same each time, and the log is emptied last.
 bool Moteur::Etat::Rejoue(bool reparation) {
   assert(std::none_of(fichiers.begin(), fichiers.end(), [](const auto& o) { return o != nullptr; }));
-  std::map<u64, std::unique_ptr<FichierDat>> repris;
-  std::set<u64> perdus;
-  std::map<u64, std::set<Position>> ecrits;
+  Repris repris;
   std::string fautif;
   bool affirme = false;
   int rc = reprise->Relit(
       [&](const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images) {
         if (const int echec = affirme ? 0 : reprise->Affirme()) return echec;
         affirme = true;
-        for (const FichierUnite& f : fichiersUnite) {
-          if (perdus.contains(f.id)) continue;
-          auto& dat = repris[f.id];
-          if (!dat) {
-            dat = std::make_unique<FichierDat>();
-            fautif = Joint(dossier, f.chemin);
-            int erreurDat = dat->Ouvre(systeme, fautif, reprise->Id(), true);
-            const EnteteDat& e = dat->entete;
-            // Headers are written after the log's units: one older than the unit saw belongs to a copy of
-            // the file that somebody brought back, and the images do not fit it.
-            if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.Pas() != f.taille))
-              erreurDat = ErrEndommage;
-            if (erreurDat) {
-              if (!reparation) return erreurDat;
-              avertissements.push_back("Des écritures récentes du fichier " + fautif +
-                                       " n'ont pas pu être reprises.");
-              repris.erase(f.id);
-              perdus.insert(f.id);
-              continue;
-            }
-          }
-          dat->entete.emplacements = f.emplacements;
-          dat->entete.tete = f.tete;
-          dat->entete.libres = f.libres;
-        }
-        for (const ImageUnite& i : images) {
-          const FichierUnite& f = fichiersUnite[i.fichier];
-          if (perdus.contains(f.id)) continue;
-          fautif = Joint(dossier, f.chemin);
-          if (const int echec = EcritImage(*repris[f.id], i)) return echec;
-          ecrits[f.id].insert(i.position);
-        }
-        return 0;
+        return RejoueUnite(fichiersUnite, images, reparation, repris, fautif);
       });
   if (rc) return Echec(rc, fautif.empty() ? Joint(dossier, "fenlor.rep") : fautif);
-  for (auto& [id, dat] : repris) {
+  for (FichierRepris* r : repris.EnOrdre()) {
+    FichierDat& dat = r->dat;
     // Cut before the header says how many slots there are: a tail that no unit committed must not be
     // taken for records. One sync makes images, length and header durable.
-    rc = dat->Ajuste();
+    rc = dat.Ajuste();
     // The images are the unit's, the bytes around them were the disk's.
-    if (!rc) rc = dat->Verifie(ecrits[id]);
+    if (!rc) rc = dat.Verifie(r->ecrits);
     if (rc == ErrEndommage && reparation) {
-      avertissements.push_back("Des enregistrements repris dans le fichier " + dat->Chemin() +
+      avertissements.push_back("Des enregistrements repris dans le fichier " + dat.Chemin() +
                                " sont endommagés.");
       rc = 0;
     }
-    if (!rc) rc = dat->EcritEntete();
-    if (!rc) rc = dat->Synchronise();
-    if (rc) return Echec(rc, dat->Chemin());
+    if (!rc) rc = dat.EcritEntete();
+    if (!rc) rc = dat.Synchronise();
+    if (rc) return Echec(rc, dat.Chemin());
     // Its keys are those of before the crash.
-    reprise->sceaux.erase(id);
+    reprise->sceaux.erase(dat.entete.id);
   }
-  if (reprise->EstVide()) return true;
+  if (reprise->EstVide()) {
+    // A program that died while it emptied the log may have left a header that only the kernel has.
+    const int echec = verrou.EtaitAcheve() ? 0 : reprise->AffirmeVide();
+    return echec == 0 || Echec(echec, Joint(dossier, "fenlor.rep"));
+  }
   // Last: a crash before this line replays the same images once more.
   rc = reprise->Vide();
   return rc == 0 || Echec(rc, Joint(dossier, "fenlor.rep"));
+}
+
+/// Opens the data files of a unit that no earlier one touched, and writes its images. `fautif`: the file that
+/// a failure is about.
+int Moteur::Etat::RejoueUnite(const std::vector<FichierUnite>& fichiersUnite,
+                              const std::vector<ImageUnite>& images, bool reparation, Repris& repris,
+                              std::string& fautif) {
+  for (const FichierUnite& f : fichiersUnite) {
+    if (repris.perdus.contains(f.id)) continue;
+    auto& r = repris.fichiers[f.id];
+    if (!r) {
+      r = std::make_unique<FichierRepris>();
+      fautif = Joint(dossier, f.chemin);
+      int erreurDat = r->dat.Ouvre(systeme, fautif, reprise->Id(), true);
+      const EnteteDat& e = r->dat.entete;
+      // Headers are written after the log's units: one older than the unit saw belongs to a copy of
+      // the file that somebody brought back, and the images do not fit it.
+      if (!erreurDat && (e.id != f.id || e.generation < f.generation || e.Pas() != f.taille))
+        erreurDat = ErrEndommage;
+      if (erreurDat) {
+        if (!reparation) return erreurDat;
+        avertissements.push_back("Des écritures récentes du fichier " + fautif +
+                                 " n'ont pas pu être reprises.");
+        repris.fichiers.erase(f.id);
+        repris.perdus.insert(f.id);
+        continue;
+      }
+    }
+    r->dat.entete.emplacements = f.emplacements;
+    r->dat.entete.tete = f.tete;
+    r->dat.entete.libres = f.libres;
+  }
+  for (const ImageUnite& i : images) {
+    const FichierUnite& f = fichiersUnite[i.fichier];
+    if (repris.perdus.contains(f.id)) continue;
+    FichierRepris& r = *repris.fichiers[f.id];
+    fautif = r.dat.Chemin();
+    if (const int echec = EcritImage(r.dat, i)) return echec;
+    r.ecrits.insert(i.position);
+  }
+  return 0;
 }
 
 bool Moteur::FermeCabinet() {
@@ -206,8 +240,8 @@ bool Moteur::FermeCabinet() {
   if (bien && (change || !m->reprise->EstVide())) {
     if (const int rc = m->reprise->Vide()) bien = m->Echec(rc, Joint(m->dossier, "fenlor.rep"));
   }
+  m->verrou.Rend(bien && !m->reprise->DoitVider());
   m->reprise.reset();
-  m->verrou.Rend();
   m->ouvert = false;
   return bien;
 }

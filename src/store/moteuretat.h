@@ -113,7 +113,11 @@ struct Moteur::Etat {
   // moteur.cpp
   std::string Relatif(const std::string& chemin) const;
   void OteReconstructions();
+  struct FichierRepris;
+  struct Repris;
   bool Rejoue(bool reparation);
+  int RejoueUnite(const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images,
+                  bool reparation, Repris& repris, std::string& fautif);
   bool OuvreDat(u16 numero, const std::string& chemin);
   bool FermePhysique(u16 numero);
   bool RameneDat(Ouvert& o, bool ajuste);

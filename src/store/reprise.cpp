@@ -179,7 +179,11 @@ bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& su
 }
 
 int JournalReprise::Verifie() {
-  const int rc = Relit([](const std::vector<FichierUnite>&, const std::vector<ImageUnite>&) { return 0; });
+  m_derniere = m_finDerniere = 0;
+  const int rc = Relit([this](const std::vector<FichierUnite>&, const std::vector<ImageUnite>&) {
+    m_derniere = std::exchange(m_finDerniere, m_fin);
+    return 0;
+  });
   Rembobine();
   return rc;
 }
@@ -188,7 +192,20 @@ int JournalReprise::Affirme() {
   // The epoch's own copy was synced before its first unit. The other one may be that of an emptying whose
   // sync failed: written over in memory, perhaps as it was on the disk. A cut would then find the log
   // empty, and the data files half-way between the units that were being replayed.
-  const int rc = EcritEntete(m_epoque + 1);
+  // And the last unit may be one whose sync failed before its program died: visible, and clean for the
+  // kernel, which would not write it unless somebody did.
+  std::string unite(m_finDerniere - m_derniere, 0);
+  std::size_t lus = 0;
+  int rc = m_fichier->Lit(unite.data(), unite.size(), DebutUnites + m_derniere, lus);
+  if (!rc) rc = m_fichier->Ecrit(unite.data(), lus, DebutUnites + m_derniere);
+  if (!rc) rc = EcritEntete(m_epoque + 1);
+  return rc ? rc : m_fichier->Synchronise();
+}
+
+int JournalReprise::AffirmeVide() {
+  assert(EstVide());
+  // To its own copy: should a cut tear it, the other one leads to units that the data files hold already.
+  const int rc = EcritEntete(m_epoque);
   return rc ? rc : m_fichier->Synchronise();
 }
 

@@ -113,9 +113,11 @@ class JournalReprise {
   }
   /// Reads all units without handing them on: 0 when `Relit` will get through.
   int Verifie();
-  /// Makes the header of this epoch the only one that a cut can leave. Units that stand in the log are
-  /// replayed only behind it. 0 or errno.
+  /// Makes sure that the disk has what `Verifie` read: the last unit, and the header of this epoch as the
+  /// only one that a cut can leave. Units that stand in the log are replayed only behind it. 0 or errno.
   int Affirme();
+  /// The same for a log without units. 0 or errno.
+  int AffirmeVide();
   u64 NbSynchros() const { return m_synchros; }
 
  private:
@@ -142,6 +144,7 @@ class JournalReprise {
   u64 m_premiere = 1;  ///< number of the first unit of this epoch
   u64 m_fin = 0;       ///< end of the units, behind the headers
   u64 m_lecture = 0;
+  u64 m_derniere = 0, m_finDerniere = 0;  ///< where the last unit stands that `Verifie` read
   int m_erreurLecture = 0;
   bool m_doute = false;   ///< a failed unit may still stand on the disk
   bool m_aVider = false;  ///< a header was not synced: no unit may follow before it is

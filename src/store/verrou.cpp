@@ -41,7 +41,8 @@ int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   assert(!m_fichier);
   const std::string chemin = Joint(dossier, "fenlor.ver");
   int rc = Verrouille(systeme, chemin, m_fichier);
-  if (rc == ENOENT) {
+  const bool existait = rc != ENOENT;
+  if (!existait) {
     rc = systeme.Ouvre(chemin, Systeme::Creation, m_fichier);
     if (!rc) rc = Verrouille(systeme, chemin, m_fichier);
   }
@@ -56,6 +57,8 @@ int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   }
   // Who holds it is a courtesy to the next one: a full disk is no reason to refuse.
   const std::string texte = QuiSuisJe();
+  Empreinte laisse;
+  m_etaitAcheve = existait && m_fichier->Mesure(laisse) == 0 && laisse.taille == 0;
   if (m_fichier->Tronque(0) == 0) m_fichier->Ecrit(texte.data(), texte.size(), 0);
   m_detenteur.clear();
   return 0;
@@ -68,7 +71,8 @@ int Verrou::PrendJournal(Systeme& systeme, const std::string& dossier) {
   return Verrouille(systeme, chemin, m_journal) == ErrOccupe ? ErrOccupe : 0;
 }
 
-void Verrou::Rend() {
+void Verrou::Rend(bool acheve) {
+  if (acheve && m_fichier) m_fichier->Tronque(0);
   m_journal.reset();
   m_fichier.reset();
 }

@@ -159,6 +159,13 @@ TEST_P(ReindexTest, FichiersEndommages) {
     u64 reste;
   } cas[] = {
       {"header zeroed", [](std::string& o) { o.replace(0, debut, debut, '\0'); }, 210, 0, 0},
+      {"header zeroed, of the form without sums",
+       [=](std::string& o) {
+         std::string ancien(debut, '\0');
+         for (std::size_t p = debut; p < o.size(); p += taille) ancien += o.substr(p, sizeof(Banque));
+         o = ancien;
+       },
+       210, 0, 0},
       {"truncated in a slot", [=](std::string& o) { o.resize(debut + 12 * taille + 50); }, 78, 0, 50},
       {"not a file of ours", [=](std::string& o) { o.assign(debut + 3 * taille + 9, 'q'); }, 0, 3, 9},
       {"a slot overwritten", [=](std::string& o) { o.replace(debut + 4 * taille, taille, taille, 'x'); }, 205,

@@ -1,3 +1,6 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <gmock/gmock.h>
 
 #include <cstdlib>
@@ -179,7 +182,7 @@ TEST_F(EtatCtl, Texte) {
 TEST_F(EtatCtl, Pdf) {
   std::string fichier, titre;
   bool reussit = true;
-  const auto ecrit = [&](CFenlorApp& app, CEtatComptable& etat, const std::string& chemin) {
+  const auto ecrit = [&](CFenlorApp& app, CEtatComptable& etat, const std::string& chemin, int) {
     fichier = chemin;
     titre = etat.TitreDocument();
     if (!reussit) app.Boite.Erreur(4711, "Disque plein");
@@ -190,14 +193,14 @@ TEST_F(EtatCtl, Pdf) {
   EXPECT_EQ(r.statut, StatutFait) << r.erreurs;
   EXPECT_EQ(fichier, "dossier/tva.pdf");
   EXPECT_EQ(titre, "Etat de T.V.A.");
-  Options().ecritPdf = [&](CFenlorApp&, CEtatComptable&, const std::string& chemin) {
-    fichier = chemin;
-    std::ofstream(chemin) << "%PDF-1.4";
-    return true;
+  Options().ecritPdf = [&](CFenlorApp&, CEtatComptable&, const std::string&, int descripteur) {
+    struct stat s;
+    EXPECT_EQ(fstat(descripteur, &s), 0);
+    EXPECT_EQ(s.st_nlink, 0u) << "a program that is killed here leaves its pages behind";
+    return write(descripteur, "%PDF-1.4", 8) == 8;
   };
   r = Etat({"tva", "--pdf", "-"});
   EXPECT_EQ(r.sortie, "%PDF-1.4") << r.erreurs;
-  EXPECT_FALSE(std::ifstream(fichier)) << "left behind";
   Options().ecritPdf = ecrit;
   reussit = false;
   r = Etat({"tva", "--pdf", "x"});

@@ -174,11 +174,11 @@ class SystemeCoupure::FichierCoupure : public Fichier {
 
   int Lit(void* tampon, std::size_t taille, u64 offset, std::size_t& lus) override {
     lus = 0;
-    return m_systeme.m_coupe ? EIO : m_fichier->Lit(tampon, taille, offset, lus);
+    return m_systeme.Muet() ? EIO : m_fichier->Lit(tampon, taille, offset, lus);
   }
 
   int Ecrit(const void* tampon, std::size_t taille, u64 offset) override {
-    if (m_systeme.m_coupe) return EIO;
+    if (m_systeme.Muet()) return EIO;
     if (taille == 0) return 0;
     Geste geste;
     geste.ecriture = true;
@@ -192,7 +192,7 @@ class SystemeCoupure::FichierCoupure : public Fichier {
   }
 
   int Tronque(u64 taille) override {
-    if (m_systeme.m_coupe) return EIO;
+    if (m_systeme.Muet()) return EIO;
     Geste geste;
     if (const int erreur = Anciens(geste, taille, 0)) return erreur;
     if (const int erreur = m_fichier->Tronque(taille)) return erreur;
@@ -202,7 +202,7 @@ class SystemeCoupure::FichierCoupure : public Fichier {
   }
 
   int Reserve(u64 debut, u64 fin) override {
-    if (m_systeme.m_coupe) return EIO;
+    if (m_systeme.Muet()) return EIO;
     Geste geste;
     Empreinte e;
     if (const int erreur = m_fichier->Mesure(e)) return erreur;
@@ -214,7 +214,7 @@ class SystemeCoupure::FichierCoupure : public Fichier {
   }
 
   int Synchronise() override {
-    if (m_systeme.m_coupe) return EIO;
+    if (m_systeme.Muet()) return EIO;
     const Synchro synchro = m_systeme.PasseSynchro(m_chemin);
     if (m_systeme.m_coupe) return EIO;
     if (synchro == Synchro::Manquee) return m_noeud->Oublie(m_chemin);
@@ -222,7 +222,7 @@ class SystemeCoupure::FichierCoupure : public Fichier {
     return 0;
   }
 
-  int Mesure(Empreinte& empreinte) override { return m_systeme.m_coupe ? EIO : m_fichier->Mesure(empreinte); }
+  int Mesure(Empreinte& empreinte) override { return m_systeme.Muet() ? EIO : m_fichier->Mesure(empreinte); }
   int Descripteur() const override { return m_fichier->Descripteur(); }
 
  private:
@@ -326,7 +326,10 @@ void SystemeCoupure::Note(Ref sujet, std::vector<Affectation> affectations) {
 SystemeCoupure::Synchro SystemeCoupure::PasseSynchro(const std::string& chemin) {
   ++m_synchros;
   if (m_reste > 0 && --m_reste == 0) m_coupe = true;
-  if (m_echec > 0 && --m_echec == 0) return Synchro::Manquee;
+  if (m_echec > 0 && --m_echec == 0) {
+    m_mort = m_meurt;
+    return Synchro::Manquee;
+  }
   const bool faite = !m_coupe && (m_ignore.empty() || chemin.find(m_ignore) == std::string::npos);
   return faite ? Synchro::Faite : Synchro::Ignoree;
 }
@@ -341,7 +344,7 @@ std::size_t SystemeCoupure::NbEnAttente() const {
 
 int SystemeCoupure::Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) {
   fichier.reset();
-  if (m_coupe) return EIO;
+  if (Muet()) return EIO;
   if (!Simule(chemin)) return m_posix.Ouvre(chemin, mode, fichier);
   const Lieu lieu = TrouveLieu(chemin);
   Ref noeud = Cherche(lieu, chemin);
@@ -366,11 +369,11 @@ int SystemeCoupure::Ouvre(const std::string& chemin, Ouverture mode, std::unique
 }
 
 int SystemeCoupure::Mesure(const std::string& chemin, Empreinte& empreinte) {
-  return m_coupe ? EIO : m_posix.Mesure(chemin, empreinte);
+  return Muet() ? EIO : m_posix.Mesure(chemin, empreinte);
 }
 
 int SystemeCoupure::Renomme(const std::string& de, const std::string& vers) {
-  if (m_coupe) return EIO;
+  if (Muet()) return EIO;
   if (!Simule(de) || !Simule(vers)) return m_posix.Renomme(de, vers);
   const Lieu source = TrouveLieu(de), but = TrouveLieu(vers);
   const Ref sujet = Cherche(source, de), victime = Cherche(but, vers);
@@ -383,7 +386,7 @@ int SystemeCoupure::Renomme(const std::string& de, const std::string& vers) {
 }
 
 int SystemeCoupure::Supprime(const std::string& chemin) {
-  if (m_coupe) return EIO;
+  if (Muet()) return EIO;
   if (!Simule(chemin)) return m_posix.Supprime(chemin);
   const Lieu lieu = TrouveLieu(chemin);
   const Ref sujet = Cherche(lieu, chemin);
@@ -394,7 +397,7 @@ int SystemeCoupure::Supprime(const std::string& chemin) {
 }
 
 int SystemeCoupure::SynchroniseDossier(const std::string& dossier) {
-  if (m_coupe) return EIO;
+  if (Muet()) return EIO;
   Empreinte e;
   if (const int erreur = m_posix.Mesure(dossier, e)) return erreur;
   const Synchro synchro = PasseSynchro(dossier);
@@ -430,7 +433,7 @@ int SystemeCoupure::SynchroniseDossier(const std::string& dossier) {
 }
 
 int SystemeCoupure::CreeDossier(const std::string& dossier) {
-  if (m_coupe) return EIO;
+  if (Muet()) return EIO;
   if (!Simule(dossier)) return m_posix.CreeDossier(dossier);
   const Lieu lieu = TrouveLieu(dossier);
   if (const int erreur = m_posix.CreeDossier(dossier)) return erreur;
@@ -440,7 +443,7 @@ int SystemeCoupure::CreeDossier(const std::string& dossier) {
 }
 
 int SystemeCoupure::SupprimeDossier(const std::string& dossier) {
-  if (m_coupe) return EIO;
+  if (Muet()) return EIO;
   if (!Simule(dossier)) return m_posix.SupprimeDossier(dossier);
   const Lieu lieu = TrouveLieu(dossier);
   const Ref sujet = Cherche(lieu, dossier);
@@ -451,7 +454,7 @@ int SystemeCoupure::SupprimeDossier(const std::string& dossier) {
 
 int SystemeCoupure::Liste(const std::string& dossier, std::vector<std::string>& noms) {
   noms.clear();
-  return m_coupe ? EIO : m_posix.Liste(dossier, noms);
+  return Muet() ? EIO : m_posix.Liste(dossier, noms);
 }
 
 /// Brings the disk from one tree to another.

@@ -40,6 +40,11 @@ class SystemeCoupure : public Systeme {
   /// The n-th sync from now (from 1) fails, and what it was to write is forgotten.
   void EchoueSynchro(u64 n) { m_echec = n; }
   bool EstCoupe() const { return m_coupe; }
+  /// The program dies of that failure: from then on every operation answers EIO and does nothing, until
+  /// another one begins. What the dead one wrote stays visible.
+  void MeurtDeLEchec() { m_meurt = true; }
+  void Recommence() { m_mort = false; }
+  bool EstMort() const { return m_mort; }
 
   /// Syncs of paths that hold the text succeed and do nothing: a control that
   /// proves that the simulation would find a missing one.
@@ -95,6 +100,7 @@ class SystemeCoupure : public Systeme {
   void Note(Ref sujet, std::vector<Affectation> affectations);
   bool Range(const Arbre& avant, const Arbre& apres, const std::map<std::string, std::string>& contenus);
   enum class Synchro { Faite, Ignoree, Manquee };
+  bool Muet() const { return m_coupe || m_mort; }
   Synchro PasseSynchro(const std::string& chemin);
 
   std::string m_racine;
@@ -107,6 +113,7 @@ class SystemeCoupure : public Systeme {
   u64 m_reste = 0;
   u64 m_echec = 0;
   bool m_coupe = false;
+  bool m_meurt = false, m_mort = false;
 };
 
 }  // namespace fenlor

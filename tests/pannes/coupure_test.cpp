@@ -446,6 +446,59 @@ TEST_F(Coupure, DansLaRepriseApresUneSynchroManquee) {
   }
 }
 
+/// The program dies of a failed sync: what it wrote is visible, clean for the kernel and not on the disk. The
+/// next one goes by what it sees, and then the power is cut.
+TEST_F(Coupure, DansLaSeanceApresUneMortDansUneSynchroManquee) {
+  const unsigned graines = std::max(3u, Nombre("FENLOR_GRAINES", 6) / 2);
+  unsigned essais = 0;
+  bool mort = true;
+  for (u64 manquee = 1; mort && !HasFailure(); ++manquee) {
+    bool coupee = true;
+    for (u64 n = 1; coupee && !HasFailure(); ++n) {
+      for (u64 graine = 2; graine < 2 + graines && (mort || graine == 2); ++graine, ++essais) {
+        fs::remove_all(m_dossier.Chemin() + "/essai");
+        fs::create_directories(m_dossier.Chemin() + "/essai");
+        fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+        std::vector<Livres> bons;
+        SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
+        systeme.EchoueSynchro(manquee);
+        systeme.MeurtDeLEchec();
+        {
+          Machine premiere(m_essai, systeme, m_reprise);
+          premiere.Commence(m_depart, m_modele);
+          PetiteHistoire(premiere);
+          bons = {premiere.Acquis(), premiere.Possible()};
+        }
+        mort = systeme.EstMort();
+        systeme.Recommence();
+        systeme.CoupeApres(n);
+        {
+          Machine seconde(m_essai, systeme, m_reprise);
+          seconde.Commence({}, m_modele);
+          seconde.Ouvre();
+          seconde.Ajoute(200);
+          seconde.Ajoute(201);
+          seconde.Ferme();
+          for (std::size_t i = 0; i < 2; ++i) {
+            bons.push_back(bons[i]);
+            bons[i].insert(seconde.Acquis().begin(), seconde.Acquis().end());
+            bons.back().insert(seconde.Possible().begin(), seconde.Possible().end());
+          }
+        }
+        coupee = systeme.EstCoupe();
+        ASSERT_TRUE(systeme.Applique(graine));
+        EcrSimple rec{};
+        std::string plainte;
+        const Livres lus = LitLivres(m_essai, rec, &plainte);
+        EXPECT_EQ(plainte, "") << "died of sync " << manquee << ", cut at " << n << ", fate " << graine;
+        EXPECT_TRUE(std::find(bons.begin(), bons.end(), lus) != bons.end())
+            << "died of sync " << manquee << ", cut at " << n << ", fate " << graine;
+      }
+    }
+  }
+  std::cout << essais << " deaths in a failed sync with a cut behind\n";
+}
+
 TEST_F(Coupure, TemoinSansSynchroDuJournalDeReprise) {
   EXPECT_GT(Joue(Histoire, 4, "fenlor.rep", true, 3), 0u);
 }

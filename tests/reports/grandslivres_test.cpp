@@ -14,6 +14,7 @@
 #include "reports/etatdetail.h"
 #include "reports/etatextrait.h"
 #include "reports/etatgrandlivre.h"
+#include "reports/fichiercentral.h"
 #include "reports/petitlivre.h"
 #include "store/texte1252.h"
 
@@ -267,6 +268,9 @@ TEST_F(GrandsLivres, AbortAndRefusalLeaveNoReport) {
   }
   Boite.ArretApres = -1;
   Demandeur.Accepte = false;
+  FichierCentral central(App());
+  ASSERT_TRUE(central.Cree());
+  EXPECT_EQ(temporaire.Nombre(), 0u) << "a program that is killed here leaves amounts behind";
   EXPECT_FALSE(Construit<CEtatDetailDoc>());
   EXPECT_FALSE(Construit<CEtatExtraitDoc>());
   EXPECT_FALSE(Construit<CEtatGrandLivreDoc>());

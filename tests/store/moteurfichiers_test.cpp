@@ -4,6 +4,8 @@
 #include <cstring>
 #include <random>
 
+#include "outils/systemefautif.h"
+#include "store/fichierdat.h"
 #include "store/livresdumoteur.h"
 
 namespace fenlor {
@@ -241,7 +243,20 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
       {"en-tête récrit", ErrEndommage, [&] { ecrit(40, "XXXXXXXX"); }},
       {"un enregistrement de moins, deux fois", ErrEndommage,
        [&] { ecrit(40, "\1"), ecrit(512 + 40, "\1"); }},
-      {"zéros", ErrFormat, [&] { ecrit(0, std::string(1024, '\0')); }},
+      {"zéros", ErrEndommage, [&] { ecrit(0, std::string(1024, '\0')); }},
+      {"texte", ErrEndommage, [&] { std::ofstream(dat) << std::string(3000, 'x'); }},
+      {"version à venir", ErrFormat,
+       [&] {
+         u8 octets[1024] = {};
+         std::ifstream(dat, std::ios::binary).read(reinterpret_cast<char*>(octets), sizeof octets);
+         EnteteDat entete;
+         for (const int place : {0, 512}) {
+           ASSERT_TRUE(FichierDat::Decode(octets + place, entete));
+           entete.version = VersionSommes + 1;
+           FichierDat::Code(entete, octets + place);
+         }
+         ecrit(0, std::string(reinterpret_cast<char*>(octets), sizeof octets));
+       }},
       {"autre fichier", ErrFormat,
        [&] { fs::copy_file(m_dossier / "BANQUE.dat", dat, fs::copy_options::overwrite_existing); }},
   };
@@ -257,6 +272,25 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
   Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ");
+}
+
+/// Files have random ids; a recovery takes them in the order of their numbers all the same.
+TEST_F(ClesSurDisqueTest, LaRepriseSuitToujoursLeMemeOrdre) {
+  for (int n = 0; n < 6; ++n) {
+    DossierTemporaire dossier, copie;
+    Livres livres(dossier.Chemin(), m_lmdb, m_systeme);
+    ASSERT_TRUE(livres.Ouvre());
+    ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 1, 1)));
+    ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+    fs::copy(dossier.Chemin(), copie.Chemin(),
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    SystemeFautif fautif(m_systeme);
+    fautif.SurChemin(".dat");
+    fautif.Programme(1, EIO, SystemeFautif::Synchro);
+    Livres repris(copie.Chemin(), m_lmdb, fautif);
+    EXPECT_FALSE(repris.Ouvre());
+    EXPECT_EQ(repris.moteur.FichierErreur(), copie / "COMPTES.dat");
+  }
 }
 
 TEST_F(ClesSurDisqueTest, UneUniteAbimeeAvantUneBonneEstDite) {

@@ -27,9 +27,31 @@ std::string En1252(const QString& texte) {
 }
 
 /// Remembers why it could first not be written: Qt forgets with the next success.
-class FichierSur : public QSaveFile {
+template <class Base>
+class Noteur : public Base {
  public:
-  using QSaveFile::QSaveFile;
+  using Base::Base;
+  int Code() const { return m_code; }
+
+ protected:
+  qint64 writeData(const char* octets, qint64 taille) override {
+    qint64 ecrits = 0;
+    Note([&] { return (ecrits = Base::writeData(octets, taille)) == taille; });
+    return ecrits;
+  }
+  template <class Acte>
+  bool Note(Acte&& acte) {
+    errno = 0;
+    if (acte()) return true;
+    if (m_code == 0) m_code = errno ? errno : EIO;
+    return false;
+  }
+  int m_code = 0;
+};
+
+class FichierSur : public Noteur<QSaveFile> {
+ public:
+  using Noteur::Noteur;
   /// Refuses a device or a pipe: the renaming at the end would put a file in its place.
   bool Ouvre() {
     const QFileInfo cible(fileName());
@@ -42,24 +64,16 @@ class FichierSur : public QSaveFile {
   bool Acheve() {
     return m_code == 0 && Note([this] { return flush(); }) && Note([this] { return commit(); });
   }
-  int Code() const { return m_code; }
+};
 
- protected:
-  qint64 writeData(const char* octets, qint64 taille) override {
-    qint64 ecrits = 0;
-    Note([&] { return (ecrits = QSaveFile::writeData(octets, taille)) == taille; });
-    return ecrits;
+class FichierDonne : public Noteur<QFile> {
+ public:
+  bool Ouvre(int descripteur) {
+    return Note([&] { return open(descripteur, QIODevice::WriteOnly); });
   }
-
- private:
-  template <class Acte>
-  bool Note(Acte&& acte) {
-    errno = 0;
-    if (acte()) return true;
-    if (m_code == 0) m_code = errno ? errno : EIO;
-    return false;
+  bool Acheve() {
+    return m_code == 0 && Note([this] { return flush(); });
   }
-  int m_code = 0;
 };
 
 /// Title and author as the description inside the document, where readers look for the author.
@@ -79,7 +93,8 @@ QByteArray Description(const QString& titre, const QString& auteur) {
 
 enum class Issue { Fait, Arrete, Echoue };
 
-Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, FichierSur& fichier) {
+template <class Fichier>
+Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, Fichier& fichier) {
   const Progression progression(app.Boite, titre, Texte(AvancementPdf), true, vue.NombrePages());
   QPdfWriter pdf(&fichier);
   pdf.setResolution(UnitesPeripherique);
@@ -98,23 +113,35 @@ Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, Fi
   return peintre.end() ? Issue::Fait : Issue::Echoue;
 }
 
-}  // namespace
-
-bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const std::string& chemin,
-              const QPageLayout& feuille) {
-  const QString nom = QFile::decodeName(chemin.c_str());
-  FichierSur fichier(nom);
+template <class Fichier, class Ouvre>
+bool EcritDans(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const QPageLayout& feuille,
+               const QString& nom, Fichier& fichier, Ouvre&& ouvre) {
   const auto echoue = [&](const std::string& raison) {
     app.Boite.Erreur(ErrPdf, TexteFormat(ErrPdf, {En1252(nom), raison}));
     return false;
   };
   CEtatView vue(app, doc);
   if (!vue.Prepare(FeuillePour(doc, feuille))) return echoue(Texte(ErrEtatLecture));
-  if (!fichier.Ouvre()) return echoue(TexteErreurSysteme(fichier.Code()));
+  if (!ouvre()) return echoue(TexteErreurSysteme(fichier.Code()));
   const Issue issue = DessinePages(app, vue, titre, fichier);
   if (issue == Issue::Fait && fichier.Acheve()) return true;
   if (issue == Issue::Arrete) return false;  // what was written goes with the object
   return echoue(TexteErreurSysteme(fichier.Code() ? fichier.Code() : EIO));
+}
+
+}  // namespace
+
+bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const std::string& chemin,
+              const QPageLayout& feuille) {
+  const QString nom = QFile::decodeName(chemin.c_str());
+  FichierSur fichier(nom);
+  return EcritDans(app, doc, titre, feuille, nom, fichier, [&] { return fichier.Ouvre(); });
+}
+
+bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, int descripteur) {
+  FichierDonne fichier;
+  return EcritDans(app, doc, titre, FeuilleParDefaut(), QStringLiteral("-"), fichier,
+                   [&] { return fichier.Ouvre(descripteur); });
 }
 
 }  // namespace fenlor

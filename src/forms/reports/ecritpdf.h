@@ -16,5 +16,7 @@ namespace fenlor {
 /// Needs a QGuiApplication, the offscreen platform is enough.
 bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const std::string& chemin,
               const QPageLayout& feuille = FeuilleParDefaut());
+/// The same into an open file, which stays open.
+bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, int descripteur);
 
 }  // namespace fenlor
