@@ -90,6 +90,9 @@ touche ctrl+F4
 touche ctrl+shift+v
 capture virement
 touche Escape
+xdotool key alt+t; pause; touche r
+capture remise
+touche Escape
 xdotool key alt+r; pause; touche v v Return
 capture validation
 touche Escape

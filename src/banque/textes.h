@@ -38,6 +38,20 @@ inline constexpr TexteFixe TitreRapprochement{5926, "Rapprochement bancaire"};
 
 // Settings of an exercice: balance of the last statement of an account, whose number stands behind
 inline constexpr TexteFixe CleSoldeReleve{5925, "SoldeReleve%s"};
+
+// Deposit slips
+inline constexpr TexteFixe ErrFichierRemise{3495, "Erreur d'ouverture du fichier %s."};
+/// number of the entry
+inline constexpr TexteFixe ErrSansCheque{3496, "L'écriture %s n'a pas de chèque à remettre."};
+inline constexpr TexteFixe MotRemis{8800, "Remis"};
+inline constexpr TexteFixe MotAImprimer{8801, "A imprimer"};
+/// by `EtatRemise`, from its first value on
+inline constexpr TexteFixe MotEtatRemise[] = {
+    {8802, "Non Remis"},
+    {8803, "Remis"},
+    {8804, "Remis à cette date"},
+    {8805, "Tous"},
+};
 // clang-format on
 
 }  // namespace fenlor

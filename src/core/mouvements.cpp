@@ -60,4 +60,10 @@ bool COpDiverses::AddEcart(f64 montant, bool euro) {
   return AddLine(ligne) != 0;
 }
 
+std::string_view NomDeLigne(const Line& ligne) {
+  const bool propre = ligne.Genre == GenreOD && ligne.Designation[0] != '\0';
+  return propre ? std::string_view(ligne.Designation, strnlen(ligne.Designation, sizeof ligne.Designation))
+                : std::string_view(ligne.Libelle, strnlen(ligne.Libelle, sizeof ligne.Libelle));
+}
+
 }  // namespace fenlor

@@ -3,6 +3,7 @@
 // the store alone.
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "core/btfiles.h"
@@ -50,5 +51,10 @@ class CEcrStandard {
  private:
   QVAPI& m_magasin;
 };
+
+/// What a line is called on paper: the words typed for a line of an opération diverse, which its
+/// `Designation` keeps; of any other line that field is the account's own name, and the entry's label stands
+/// instead.
+std::string_view NomDeLigne(const Line& ligne);
 
 }  // namespace fenlor

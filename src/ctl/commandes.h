@@ -19,5 +19,6 @@ void DeclareRubriques(LigneCommande& ligne);      ///< rubrique
 void DeclareTraitements(LigneCommande& ligne);    ///< valider, virement, renumeroter, deplacer
 void DeclareAmortissement(LigneCommande& ligne);  ///< amortissement
 void DeclareFraisKm(LigneCommande& ligne);        ///< frais-km
+void DeclareRemise(LigneCommande& ligne);         ///< remise
 
 }  // namespace fenlor

@@ -11,7 +11,7 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
   LigneCommande ligne;
   for (const auto declare : {DeclareExercices, DeclareDemo, DeclareSaisie, DeclareJournal, DeclareEtats,
                              DeclareEchanges, DeclareEntretien, DeclareComptes, DeclareRubriques,
-                             DeclareTraitements, DeclareAmortissement, DeclareFraisKm})
+                             DeclareTraitements, DeclareAmortissement, DeclareFraisKm, DeclareRemise})
     declare(ligne);
 
   const LigneCommande::Lecture lecture = ligne.Lit(args);

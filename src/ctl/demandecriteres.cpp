@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "banque/textes.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/optionscommunes.h"
@@ -37,6 +38,7 @@ unsigned GroupesDe(FormeCriteres forme) {
 constexpr const char* Genres[] = {"recettes", "depenses", "od", "toutes"};
 constexpr const char* Centralisations[] = {"detaillee", "jour", "semaine", "mois"};
 constexpr const char* Affichages[] = {"credit-debit", "montant"};
+constexpr const char* EtatsRemise[] = {"non-remis", "remis", "date", "tous"};
 
 template <std::size_t N>
 FormeOption FormeDe(const char* const (&mots)[N]) {
@@ -49,17 +51,33 @@ int Rang(const char* const (&mots)[N], const std::string& mot) {
 
 }  // namespace
 
-void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& o) {
+void DeclareOptionsPeriode(Commande& commande, OptionsCriteres& o, bool tous) {
   commande.Option("--du", o.du, FormeDate(), "Premier jour (par défaut : celui de l'exercice)")
       .Option("--au", o.au, FormeDate(), "Dernier jour (par défaut : celui de l'exercice)")
       .Option("--mois", o.mois, FormeMois(), "Le mois, au lieu de --du et --au")
       .Exclut("--du")
       .Exclut("--au")
-      .Option("--compte", o.compte, {"COMPTE|tous"}, "Compte, par son code ou son numéro (par défaut : tous)")
-      .Option("--genre", o.genre, FormeDe(Genres), "Écritures (par défaut : toutes)")
+      .Option("--compte", o.compte, {tous ? "COMPTE|tous" : "COMPTE"},
+              tous ? "Compte, par son code ou son numéro (par défaut : tous)"
+                   : "Compte bancaire, par son code ou son numéro");
+}
+
+void DeclareOptionsRemise(Commande& commande, OptionsCriteres& o) {
+  commande
+      .Option("--cheques", o.cheques, FormeDe(EtatsRemise),
+              "Chèques d'une remise : ceux-là seulement, date : remis à celle de --date")
+      .Option("--date", o.date, FormeDate(), "Date de la remise (par défaut : aujourd'hui)")
+      .Option("--monnaie", o.monnaie, FormeMonnaie(), "Monnaie des chèques (par défaut : toutes)");
+}
+
+void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& o) {
+  DeclareOptionsPeriode(commande, o, true);
+  commande.Option("--genre", o.genre, FormeDe(Genres), "Écritures (par défaut : toutes)")
       .Option("--centralisation", o.centralisation, FormeDe(Centralisations),
               "Recettes (par défaut : détaillées)")
       .Option("--affichage", o.affichage, FormeDe(Affichages), "Colonnes (par défaut : credit-debit)");
+  DeclareOptionsRemise(commande, o);
+  commande.Drapeau("--remettre", o.remettre, "Remise : remet à cette date les chèques qu'elle imprime");
 }
 
 std::string FauteOptionsCriteres(const OptionsCriteres& o) {
@@ -79,7 +97,11 @@ std::string OptionEnTrop(const OptionsCriteres& o, unsigned groupes) {
                  {"--compte", o.compte.has_value(), GroupeCompte},
                  {"--genre", o.genre.has_value(), GroupeGenre},
                  {"--centralisation", o.centralisation.has_value(), GroupeGenre},
-                 {"--affichage", o.affichage.has_value(), GroupeAffichage}};
+                 {"--affichage", o.affichage.has_value(), GroupeAffichage},
+                 {"--cheques", o.cheques.has_value(), GroupeRemise},
+                 {"--date", o.date.has_value(), GroupeDateRemise},
+                 {"--monnaie", o.monnaie.has_value(), GroupeRemise},
+                 {"--remettre", o.remettre, GroupeRemise}};
   for (const auto& option : options)
     if (option.donnee && !(groupes & option.groupe)) return option.nom;
   return {};
@@ -98,14 +120,51 @@ bool DemandeurOptions::Demande(FormeCriteres forme, const std::string&, unsigned
   m_groupes = GroupesDe(forme);
   if (!Faute().empty()) return false;
   const OptionsCriteres& o = m_options;
-  if (o.mois) GetMonth(GetDate("01/" + *o.mois), criteres.du, criteres.au);
-  if (o.du) criteres.du = GetDate(*o.du);
-  if (o.au) criteres.au = GetDate(*o.au);
+  PosePeriode(criteres.du, criteres.au);
   if (o.genre) criteres.genre = Rang(Genres, *o.genre);
   if (o.centralisation) criteres.centralisation = Rang(Centralisations, *o.centralisation);
   if (o.affichage) criteres.affichage = AffichageCreditDebit + Rang(Affichages, *o.affichage);
   if (!(m_groupes & GroupeCompte) || PoseCompte(comptes, criteres.compte)) return true;
   m_refuse = true;
+  return false;
+}
+
+void DemandeurOptions::PosePeriode(Date& du, Date& au) const {
+  const OptionsCriteres& o = m_options;
+  if (o.mois) GetMonth(GetDate("01/" + *o.mois), du, au);
+  if (o.du) du = GetDate(*o.du);
+  if (o.au) au = GetDate(*o.au);
+}
+
+bool DemandeurOptions::DemandeRemise(const std::string& fichier, CriteresRemise& criteres) {
+  m_groupes = GroupeCompte | GroupePeriode | GroupeRemise | GroupeDateRemise;
+  if (!Faute().empty()) return false;
+  CFenlorApp& app = m_contexte.App;
+  m_refuse = true;
+  if (!PoseRemise(criteres, m_options.remettre ? EtatRemise::NonRemis : EtatRemise::RemisACetteDate))
+    return false;
+  ListeRemise liste(app, fichier);
+  Refus refus = liste.Remplit(criteres);
+  if (!refus && m_options.remettre) refus = liste.RemetTout(true);
+  if (refus) return m_contexte.Refuse(refus) == StatutFait;
+  liste.ImprimeTout(true);
+  m_refuse = false;
+  return true;
+}
+
+bool DemandeurOptions::PoseRemise(CriteresRemise& criteres, EtatRemise etat) {
+  const OptionsCriteres& o = m_options;
+  CFenlorApp& app = m_contexte.App;
+  criteres.du = app.Reglages.GetDebutExercice();
+  criteres.au = app.Reglages.GetFinExercice();
+  criteres.date = o.date ? GetDate(*o.date) : app.Magasin.Today();
+  PosePeriode(criteres.du, criteres.au);
+  criteres.etat = o.cheques ? static_cast<EtatRemise>(Rang(EtatsRemise, *o.cheques) + 1) : etat;
+  if (o.monnaie) criteres.monnaie = *o.monnaie == "euro" ? MonnaieRemise::Euro : MonnaieRemise::Franc;
+  if (!PoseCompte(MasqueTresorerie, criteres.compte)) return false;
+  const Plan* compte = m_comptes.ParNumero(criteres.compte);
+  if (compte && compte->TypeTresorerie != 0) return true;
+  m_contexte.Refuse(ErrCompteNonBancaire, {DepuisUtf8(*o.compte).value_or(std::string())});
   return false;
 }
 

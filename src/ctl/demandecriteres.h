@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "banque/remise.h"
 #include "ctl/annuaire.h"
 #include "ctl/lignecommande.h"
 #include "reports/etatcomptable.h"
@@ -16,6 +17,8 @@ struct OptionsCriteres {
   std::optional<std::string> mois;    ///< "MM/AAAA"
   std::optional<std::string> compte;  ///< code or number, "tous"
   std::optional<std::string> genre, centralisation, affichage;
+  std::optional<std::string> cheques, date, monnaie;  ///< of a deposit slip
+  bool remettre = false;
 };
 
 /// What a report may have a use for.
@@ -25,9 +28,15 @@ enum GroupeCriteres : unsigned {
   GroupeCompte = 4,
   GroupeGenre = 8,
   GroupeAffichage = 16,
+  GroupeRemise = 32,
+  GroupeDateRemise = 64,
 };
 
 void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& options);
+/// Account, days and month alone.
+void DeclareOptionsPeriode(Commande& commande, OptionsCriteres& options, bool tous);
+/// Which cheques, date of the slip, currency.
+void DeclareOptionsRemise(Commande& commande, OptionsCriteres& options);
 /// What is wrong with them together, whatever the report; empty: nothing.
 std::string FauteOptionsCriteres(const OptionsCriteres& options);
 /// First option given that is in none of these groups: "--genre"; empty: none.
@@ -45,6 +54,10 @@ class DemandeurOptions : public DemandeurCriteres {
   /// belong to the form, which `Faute` names, and when the account is refused: told.
   bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
                CriteresEtat& criteres) override;
+  /// Ticks for the paper what the options let through, and with `remettre` for the slip.
+  bool DemandeRemise(const std::string& fichier, CriteresRemise& criteres) override;
+  /// The criteria of a slip alone: the bank account is asked for, the period is the exercice's. False: told.
+  bool PoseRemise(CriteresRemise& criteres, EtatRemise etat);
 
   /// First option that the report has no use for; empty: none. A report that asks nothing
   /// has a use for none.
@@ -53,6 +66,7 @@ class DemandeurOptions : public DemandeurCriteres {
   bool Refuse() const { return m_refuse; }
 
  private:
+  void PosePeriode(Date& du, Date& au) const;
   bool PoseCompte(unsigned comptes, std::string& compte);
 
   Contexte& m_contexte;

@@ -93,6 +93,11 @@ bool CompleteLignes2035(CFenlorApp& app) {
   return lot.Ecrit();
 }
 
+AdresseBanque LitAdresseBanque(CFenlorApp& app, const std::string& code) {
+  return {code, app.Reglages.LitIni(code, Texte(CleIdentification)),
+          app.Reglages.LitIni(code, Texte(CleCompteBancaire))};
+}
+
 std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app) {
   std::vector<AdresseBanque> banques;
   CPlan plan(app, app.PathExercice);
@@ -101,12 +106,8 @@ std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app) {
   plan.Rec->Type = Tresorerie;
   for (bool trouve = plan.Browse(CleType); trouve && plan.Rec->Type == Tresorerie;
        trouve = plan.Next(CleType)) {
-    AdresseBanque banque;
-    banque.code = CompacteTexte(LitTexte(plan.Rec->Code));
-    if (plan.Rec->TypeTresorerie == 0 || banque.code.empty()) continue;
-    banque.identification = app.Reglages.LitIni(banque.code, Texte(CleIdentification));
-    banque.compte = app.Reglages.LitIni(banque.code, Texte(CleCompteBancaire));
-    banques.push_back(std::move(banque));
+    const std::string code = CompacteTexte(LitTexte(plan.Rec->Code));
+    if (plan.Rec->TypeTresorerie != 0 && !code.empty()) banques.push_back(LitAdresseBanque(app, code));
   }
   return banques;
 }

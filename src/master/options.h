@@ -55,6 +55,8 @@ struct AdresseBanque {
   std::string compte;          ///< account number at the bank
   bool EstVide() const { return identification.empty() && compte.empty(); }
 };
+/// Of the section of that code.
+AdresseBanque LitAdresseBanque(CFenlorApp& app, const std::string& code);
 /// In the order of account numbers.
 std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app);
 /// `especes`: entries in cash may be reconciled.

@@ -18,18 +18,24 @@ constexpr const char* modeleNom = "FNLXXXXXX";
 
 }  // namespace
 
-bool FichierTampon::Cree() {
-  Ferme();
-  assert(m_poignee < 0 && Taille() == 0);
+std::string NomTemporaire() {
   std::error_code erreur;
   const auto dossier = std::filesystem::temp_directory_path(erreur);
-  if (erreur) return false;
+  if (erreur) return {};
   std::string chemin = (dossier / modeleNom).string();
   // The name is taken first, exclusively: the store's creation would follow a link that
   // somebody laid under a name that can be guessed.
   const int nom = mkostemp(chemin.data(), O_CLOEXEC);
-  if (nom < 0) return false;
+  if (nom < 0) return {};
   close(nom);
+  return chemin;
+}
+
+bool FichierTampon::Cree() {
+  Ferme();
+  assert(m_poignee < 0 && Taille() == 0);
+  const std::string chemin = NomTemporaire();
+  if (chemin.empty()) return false;
   m_poignee = m_magasin.QVCreateFile(chemin);
   // Without a name from here on: however the program ends, nothing is left. Not QVDeleteFile: it empties
   // the redo log, for a file that is no part of the books.

@@ -9,6 +9,10 @@
 
 namespace fenlor {
 
+/// Takes a new name in the system's temporary directory: an empty file that its owner alone can read. Empty
+/// when there can be none.
+std::string NomTemporaire();
+
 class FichierTampon {
  public:
   /// The store outlives the object.

@@ -11,6 +11,7 @@
 #include "reports/etatjournal.h"
 #include "reports/etatpmv.h"
 #include "reports/etatrapprochement.h"
+#include "reports/etatremise.h"
 #include "reports/etatslistes.h"
 #include "reports/etattva.h"
 
@@ -37,6 +38,7 @@ constexpr DefinitionEtat etats[] = {
     {"rapprochement", 1031, Fait<CEtatRapprochementDoc>},
     {"centralisation", 1032, Fait<CEtatCentralisationDoc>},
     {"2035", 1033, Fait<CEtat2035Doc>},
+    {"remise", 1034, Fait<CEtatRemiseDoc>},
     {"amortissements", 1035, Fait<CEtatAmortissementsDoc>},
     {"plus-values", 1036, Fait<CEtatPMVDoc>},
     {"immobilisations", 0, Fait<CEtatImmobilisationsDoc>},

@@ -9,6 +9,8 @@
 
 namespace fenlor {
 
+struct CriteresRemise;
+
 /// What a report asks before it is built.
 enum class FormeCriteres { CompteEtPeriode, PeriodeEtAffichage, GenreEtPeriode, Periode, Compte };
 
@@ -41,6 +43,9 @@ class DemandeurCriteres {
   /// proposed: the exercice, the display. False: no report.
   virtual bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
                        CriteresEtat& criteres) = 0;
+  /// What a deposit slip is made of (`banque/remise.h`): the working file `fichier` is filled and ticked, and
+  /// `criteres`, which holds what is proposed, takes the dates and the account. False: no slip.
+  virtual bool DemandeRemise(const std::string& /*fichier*/, CriteresRemise& /*criteres*/) { return false; }
 };
 
 class CEtatComptable : public CEtatDoc {
@@ -80,6 +85,8 @@ class CEtatComptable : public CEtatDoc {
   /// An amount of the year's currency, "12,50 F" or "12,50 €", and with the "D " mark of a debit.
   std::string MontantAnnee(f64 franc, f64 euro) const;
   std::string SoldeAnnee(f64 franc, f64 euro) const;
+
+  DemandeurCriteres& Demandeur() const { return m_demandeur; }
 
   CriteresEtat m_criteres;
 

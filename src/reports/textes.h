@@ -380,6 +380,34 @@ inline constexpr TexteFixe RangeeEtatRegistre{7272,
 inline constexpr TexteFixe DetailEtatRegistre{7273, "\\L\\B\\M002\\N002\\T016Détail des amortissements"};
 /// column and end of the year, the year, column and end of the amount, the amount
 inline constexpr TexteFixe AnneeEtatRegistre{7274, "\\B\\T%03d\\R%03d%d :\\L\\0\\T%03d\\R%03d%s\\B"};
+
+// Deposit slip
+inline constexpr TexteFixe TitreRemise{8810, "Remise de chèques"};
+inline constexpr TexteFixe AvancementRemise{8811,
+    "\nConstruction du bordereau de remise en banque\n\nen cours..."};
+/// one currency; both follows, here and below
+inline constexpr TexteFixe EnteteRemise[] = {
+    {8812, "\\B\\M020\\N030Libellé\\T110\\R130Montant \n\\S002\\0"},
+    {8813, "\\B\\M020\\N020Libellé\\T080\\R100Montant F\\T110\\R130Montant €\n\\S002\\0"},
+};
+/// account, date of the slip, first and last day, account number at the bank, who deposits
+inline constexpr TexteFixe TeteRemise{8814,
+    "\n\n\\B\\M000\\R020Etablissement :\\M030\\L\\0%s\n\n"
+    "\\B\\M000\\R020Date :\\M030\\L\\0%s\n\n"
+    "\\B\\M000\\R020Periode  :\\M030\\L\\0%s  Au %s\n\n"
+    "\\B\\M000\\R020Compte :\\M030\\0\\L%s\n\n"
+    "\\B\\M000\\R020Bénéficiaire :\\M030\\0\\L%s\n\n"};
+inline constexpr TexteFixe RangeeRemise[] = {
+    {8815, "\\0\\M020\\N030%s\\T110\\R130%s\n"},
+    {8816, "\\0\\M020\\N020%s\\T080\\R100%s\\T110\\R130%s\n"},
+};
+inline constexpr TexteFixe MotUnCheque{8817, "1 chèque"};
+inline constexpr TexteFixe MotCheques{8818, "%d chèques"};
+/// number of cheques, amounts
+inline constexpr TexteFixe TotalBordereau[] = {
+    {8819, "\\0\\M020\\N030\\S002\\BTotal :\\T050%s\\T110\\R130%s\\L\n"},
+    {8820, "\\0\\M020\\N020\\S002\\BTotal :\\T050%s\\T080\\R100%s\\T110\\R130%s\\L\n"},
+};
 // clang-format on
 
 }  // namespace fenlor

@@ -49,12 +49,6 @@ void CEtatTotaux::EcritLigne(const FormatEtat& format, const Line& ligne, std::s
 
 f64 SommeNette(f64 somme) { return Arrondi2(somme); }
 
-std::string_view NomDeLigne(const Line& ligne) {
-  const bool propre = ligne.Genre == GenreOD && ligne.Designation[0] != '\0';
-  return propre ? std::string_view(ligne.Designation, strnlen(ligne.Designation, sizeof ligne.Designation))
-                : std::string_view(ligne.Libelle, strnlen(ligne.Libelle, sizeof ligne.Libelle));
-}
-
 std::string_view TexteSur(std::string_view texte, std::string& tampon) {
   if (texte.find('\\') == std::string_view::npos) return texte;
   tampon = EchappeEtat(texte);

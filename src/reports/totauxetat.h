@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/btfiles.h"
+#include "core/mouvements.h"
 #include "reports/etatcomptable.h"
 
 namespace fenlor {
@@ -57,11 +58,6 @@ constexpr unsigned RangNature(i16 type) {
 /// A sum without the dust of its additions, so that what comes to nothing shows as nothing. For showing
 /// alone: sums go on with the value as it stands.
 f64 SommeNette(f64 somme);
-
-/// What a line is called on paper: the words typed for a line of an opération diverse, which its
-/// `Designation` keeps; of any other line that field is the account's own name, and the entry's label stands
-/// instead.
-std::string_view NomDeLigne(const Line& ligne);
 
 /// Typed text of a row, fit for markup. `tampon` is written when the text needs it, and is to live on.
 std::string_view TexteSur(std::string_view texte, std::string& tampon);

@@ -19,6 +19,7 @@
 #include "app/raccourcis.h"
 #include "core/btfiles.h"
 #include "core/texte.h"
+#include "forms/banque/dialogremise.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmonth.h"
@@ -225,8 +226,10 @@ void TousLesFormulaires::Ecritures() {
   CDialogValidation validation(Ui);
   CDialogVirement virement(Ui);
   CDialogFraisKm frais(Ui);
+  CriteresRemise cheques = CriteresRemiseProposes(App());
+  CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
   for (QDialog* forme :
-       std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &frais})
+       std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &frais, &remise})
     Regarde(*forme);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,

@@ -256,5 +256,56 @@ TEST_F(Morts, UneConversionTueeRecommence) {
   EXPECT_EQ(verifie.statut, 0) << verifie.sortie << verifie.erreurs;
 }
 
+/// The cheques of a slip are marked together, or none of them is.
+TEST_F(Morts, UneRemiseEstMarqueeEnEntier) {
+  constexpr unsigned cheques = 150;
+  const unsigned morts = Nombre("FENLOR_MORTS", 30);
+  m_cabinet = m_dossier.Chemin() + "/remise";
+  ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
+  m_comptes = LitComptes(m_cabinet);
+  std::string entree;
+  for (unsigned n = 0; n < cheques; ++n)
+    entree += LigneSaisie(m_comptes, true, "Piece " + std::to_string(n), 10 + n, 10 + n);
+  ASSERT_EQ(Ctl({"--cabinet", m_cabinet, "saisir", "--tout"}, entree).statut, 0);
+  const std::vector<std::string> compte = {"--compte", m_comptes.banque};
+  const auto commande = [&](std::vector<std::string> mots) {
+    mots.insert(mots.begin(), {"--cabinet", m_cabinet});
+    mots.insert(mots.end(), compte.begin(), compte.end());
+    return mots;
+  };
+  const auto remis = [&] {
+    unsigned nombre = 0;
+    for (const auto& [mouvement, lignes] : LitJournal(m_cabinet))
+      for (const Json& ligne : lignes) {
+        nombre += ligne.value("Remise", 0) != 0;
+        EXPECT_EQ(ligne.value("Remise", 0) != 0, !ligne.value("DateRemise", "").empty());
+      }
+    return nombre;
+  };
+  ASSERT_EQ(remis(), 0u);
+  unsigned tues = 0, faites = 0;
+  bool retire = false;
+  long duree = 20'000;
+  for (unsigned tour = 0; tues < morts && tour < 4 * morts + 10; ++tour) {
+    Enfant enfant(retire     ? commande({"remise", "retirer"})
+                  : tour % 2 ? commande({"remise", "remettre"})
+                             : commande({"etat", "remise", "--remettre", "--marquage"}),
+                  "/dev/null");
+    enfant.Ecoute(1'000 + Tire(static_cast<unsigned>(duree)));
+    const bool fini = enfant.Fini();
+    enfant.Tue();
+    tues += enfant.Attend().statut == 128 + 9;
+    duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
+    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+    const unsigned nombre = remis();
+    ASSERT_TRUE(nombre == 0 || nombre == cheques) << nombre << " of them after " << tues << " kills";
+    faites += (nombre == 0) == retire;
+    retire = nombre != 0;
+  }
+  std::cout << tues << " killed, " << faites << " slips stood\n";
+  EXPECT_TRUE(tues >= morts && faites > 0);
+}
+
 }  // namespace
 }  // namespace fenlor::pannes

@@ -5,6 +5,7 @@
 #include "core/btfiles.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "forms/banque/dialogremise.h"
 #include "forms/reports/textes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
@@ -202,6 +203,10 @@ bool CDialogPeriode::Enregistre() {
 bool DemandeurForme::Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
                              CriteresEtat& criteres) {
   return CDialogPeriode(m_contexte, forme, Q(titre), comptes, criteres).Execute();
+}
+
+bool DemandeurForme::DemandeRemise(const std::string& fichier, CriteresRemise& criteres) {
+  return CDialogRemise(m_contexte, fichier, criteres).Execute();
 }
 
 }  // namespace fenlor

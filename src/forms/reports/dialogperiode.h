@@ -62,6 +62,7 @@ class DemandeurForme : public DemandeurCriteres {
   explicit DemandeurForme(ContexteUi& contexte) : m_contexte(contexte) {}
   bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
                CriteresEtat& criteres) override;
+  bool DemandeRemise(const std::string& fichier, CriteresRemise& criteres) override;
 
  private:
   ContexteUi& m_contexte;
