@@ -187,6 +187,12 @@ constexpr Commande table[] = {
      "Transfère les écritures choisies dans un autre mois."},
     {1011, M::Edition, false, "Re&numéroter...", "", "renumeroter", "", Si::Vue, DeLaVue,
      "Renumérote les écritures affichées."},
+    {9030, M::Edition, true, "&Cession...", "", "cession", "F7", Si::Vue, DeLaVue,
+     "Note la vente de l'immobilisation choisie."},
+    {9031, M::Edition, false, "&Rebut...", "", "rebut", "Shift+F7", Si::Vue, DeLaVue,
+     "Note la mise au rebut de l'immobilisation choisie."},
+    {9032, M::Edition, false, "&Détails des amortissements...", "", "detail-amortissements", "F3", Si::Vue,
+     DeLaVue, "Montre et corrige l'amortissement de chaque année."},
 
     {1012, M::Comptabilite, false, "Ecritures de &RECETTES", "Recettes", "recettes", "Ctrl+R", Si::Exercice,
      Fenetre, "Journal des recettes, un mois à la fois.", FenRecettes, true},

@@ -60,6 +60,9 @@ enum NumeroCommande : unsigned {
   CmdFermerFenetre = 9012,
   CmdFermerFenetres = 9013,
   CmdFenetreSuivante = 9014,
+  CmdCession = 9030,
+  CmdRebut = 9031,
+  CmdDetailAmortissements = 9032,
 };
 
 }  // namespace fenlor

@@ -348,7 +348,8 @@ bool CZNDialog::Quitte(QWidget& bouton) {
 
 /// An amount that cannot be read is refused as its field is left, unless the form is left too.
 void CZNDialog::QuitteMontant(QWidget* de, const QWidget* vers) {
-  auto* montant = qobject_cast<EditeurMontant*>(de);
+  const auto* liste = qobject_cast<QComboBox*>(de);
+  auto* montant = qobject_cast<EditeurMontant*>(liste ? liste->lineEdit() : de);
   if (!montant || !m_zone->isAncestorOf(montant) || !montant->isVisible() || !vers ||
       vers->window() != this || vers->objectName() == "annuler"_L1 || montant->Refus() == 0)
     return;

@@ -17,13 +17,6 @@ constexpr int traitMarque = 2;
 /// A limit of so many characters holds more than the store does.
 constexpr int limiteSansEffet = 14;
 
-/// The text in the code page: signs and blanks that it lacks become those that it has.
-std::string Tape(QString texte) {
-  texte.replace(QChar(0x2212), u'-');
-  for (const char16_t blanc : {u'\u202F', u'\u2009', u'\u2007'}) texte.replace(QChar(blanc), u' ');
-  return De1252(texte);
-}
-
 }  // namespace
 
 EditeurMontant::EditeurMontant(const Parametres& reglages, QWidget* parent)
@@ -33,6 +26,16 @@ EditeurMontant::EditeurMontant(const Parametres& reglages, QWidget* parent)
     m_marque = false;
     update();
   });
+}
+
+/// The text in the code page, without the unit: signs and blanks that it lacks become those that it has.
+std::string EditeurMontant::Tape() const {
+  QString texte = text();
+  texte.replace(QChar(0x2212), u'-');
+  for (const char16_t blanc : {u'\u202F', u'\u2009', u'\u2007'}) texte.replace(QChar(blanc), u' ');
+  const QString unite = Q(m_unite).trimmed();
+  if (!unite.isEmpty() && texte.trimmed().endsWith(unite)) texte = texte.trimmed().chopped(unite.size());
+  return De1252(texte);
 }
 
 f64 EditeurMontant::Minimum() const { return m_minimum.value_or(m_negatif ? -Maximum() : 0); }
@@ -47,7 +50,7 @@ f64 EditeurMontant::Maximum() const {
 TexteFixe EditeurMontant::Refus() const {
   if (!isModified()) return {};
   const char separateur = m_reglages.SeparateurDecimal();
-  const std::optional<std::string> norme = NormeMontant(Tape(text()), separateur);
+  const std::optional<std::string> norme = NormeMontant(Tape(), separateur);
   if (!norme) return ErrMontantIllisible;
   if (norme->empty()) return {};
   const f64 valeur = TexteVersMontant(*norme, separateur);
@@ -64,15 +67,18 @@ std::array<std::string, 3> EditeurMontant::ArgumentsRefus() const {
 
 std::string EditeurMontant::Lu() const {
   if (Refus() != 0) return {};
-  return NormeMontant(Tape(text()), m_reglages.SeparateurDecimal()).value_or(std::string());
+  return NormeMontant(Tape(), m_reglages.SeparateurDecimal()).value_or(std::string());
 }
 
 f64 EditeurMontant::Valeur() const { return TexteVersMontant(Lu(), m_reglages.SeparateurDecimal()); }
 bool EditeurMontant::EstVide() const { return fenlor::EstVide(De1252(text())); }
 void EditeurMontant::Pose(f64 valeur) {
-  setText(Q(FormatSaisie(valeur, m_decimales, m_reglages.ZeroDansBoite(), m_reglages.SeparateurDecimal())));
+  const std::string nombre =
+      FormatSaisie(valeur, m_decimales, m_reglages.ZeroDansBoite(), m_reglages.SeparateurDecimal());
+  setText(Q(nombre.empty() ? nombre : nombre + m_unite));
 }
 void EditeurMontant::PoseDecimales(int decimales) { m_decimales = decimales; }
+void EditeurMontant::PoseUnite(const std::string& unite) { m_unite = unite; }
 void EditeurMontant::PoseNegatif(bool permis) { m_negatif = permis; }
 void EditeurMontant::PoseLimite(int caracteres) { m_limite = caracteres; }
 void EditeurMontant::PoseBornes(f64 minimum, f64 maximum) {

@@ -77,9 +77,10 @@ class EditeurMontant : public QLineEdit {
   /// The text as `TexteVersMontant` reads it; empty when it is blank or refused.
   std::string Lu() const;
   void Pose(f64 valeur);
-  void PoseDecimales(int decimales);  ///< default 2
-  void PoseNegatif(bool permis);      ///< default false
-  void PoseLimite(int caracteres);    ///< of the value as it is shown; default: what the store takes
+  void PoseDecimales(int decimales);         ///< default 2
+  void PoseUnite(const std::string& unite);  ///< shown behind the value (" %"), and may be typed there
+  void PoseNegatif(bool permis);             ///< default false
+  void PoseLimite(int caracteres);           ///< of the value as it is shown; default: what the store takes
   void PoseBornes(f64 minimum, f64 maximum);
   void Normalise();  ///< writes the value back formatted, or marks the field
 
@@ -99,7 +100,9 @@ class EditeurMontant : public QLineEdit {
  private:
   f64 Minimum() const;
   f64 Maximum() const;
+  std::string Tape() const;
   const Parametres& m_reglages;
+  std::string m_unite;
   int m_decimales = 2;
   int m_limite = 0;
   bool m_negatif = false;

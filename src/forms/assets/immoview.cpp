@@ -1,7 +1,16 @@
 #include "forms/assets/immoview.h"
 
+#include <QScopedValueRollback>
+
+#include "assets/cessions.h"
+#include "assets/detail.h"
 #include "assets/textes.h"
+#include "core/erreurs.h"
+#include "forms/assets/dialogacquisition.h"
+#include "forms/assets/dialogamortissements.h"
+#include "forms/assets/dialogcession.h"
 #include "forms/assets/immolist.h"
+#include "forms/assets/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -27,7 +36,9 @@ CImmoView::CImmoView(ContexteUi& contexte)
   m_liste->PoseTriable(false);
   m_liste->PoseLecture(
       [this](Position position, Immobilisation& immo) { return m_document.Lit(position, immo); });
-  Declare({{CmdCopier, [this] { m_liste->Copie(); }, [this] { return m_liste->Modele().NbLignes() > 0; }}});
+  m_liste->PoseTexteVide(TexteQ(VideRegistre));
+  m_liste->SurActivationAilleurs([this] { Ajoute(); });
+  DeclareCommandes();
 }
 
 CImmoView::~CImmoView() = default;
@@ -41,8 +52,70 @@ void CImmoView::FillList() { m_liste->Remplit(LitRegistre(App(), m_document.Fich
 
 Position CImmoView::Choisie() const { return static_cast<Position>(Table().DonneeChoisie()); }
 
+void CImmoView::DeclareCommandes() {
+  const auto choisie = [this] { return Choisie() != 0; };
+  Declare({{CmdCopier, [this] { m_liste->Copie(); }, [this] { return m_liste->Modele().NbLignes() > 0; }},
+           {CmdAjouter, [this] { Ajoute(); }},
+           {CmdModifier, [this] { Modifie(); }, choisie},
+           {CmdSupprimer, [this] { Supprime(); }, choisie},
+           {CmdCession, [this] { Finit<CDialogCession>(ControleCession); }, choisie},
+           {CmdRebut, [this] { Finit<CDialogRebut>(ControleRebut); }, choisie},
+           {CmdDetailAmortissements, [this] { Detaille(); }, choisie}});
+}
+
 std::vector<unsigned> CImmoView::MenuContextuel() const {
-  return {CmdCopier, CmdAjouter, CmdModifier, CmdSupprimer, 0, CmdAide};
+  return {CmdCopier, CmdAjouter, CmdModifier, CmdSupprimer, 0, CmdCession, CmdRebut, CmdDetailAmortissements,
+          0,         CmdAide};
+}
+
+bool CImmoView::RefuseCloture() {
+  return App().Reglages.IsExerciceCloture() && !App().ReportErreur(ErrExerciceCloture);
+}
+
+void CImmoView::Saisit(FicheImmobilisation fiche) {
+  CDialogAcquisition forme(Contexte(), std::move(fiche), this);
+  bool enregistree = false;
+  {
+    const QScopedValueRollback suspendue(m_suspendue, true);
+    enregistree = forme.Execute();
+  }
+  if (!enregistree) return;
+  Actualise();
+  m_liste->SelectionneLigne(m_liste->Modele().LigneDe(forme.Derniere()));
+}
+
+void CImmoView::Ajoute() {
+  if (!RefuseCloture()) Saisit(NouvelleImmobilisation(App()));
+}
+
+void CImmoView::Modifie() {
+  FicheImmobilisation fiche;
+  if (Choisie() == 0 || !LitFicheImmobilisation(App(), Choisie(), fiche)) return Ajoute();
+  Saisit(fiche);
+}
+
+void CImmoView::Supprime() {
+  if (RefuseCloture() || Choisie() == 0) return;
+  App().Dit(SupprimeImmobilisation(App(), Choisie()));
+  Contexte().Cadre.Actualise();
+}
+
+template <class Forme>
+void CImmoView::Finit(Refus (*controle)(const Immobilisation&)) {
+  FicheImmobilisation fiche;
+  if (!LitFicheImmobilisation(App(), Choisie(), fiche) || !App().Dit(controle(fiche.rec))) return;
+  const auto ecrit = [&](const Immobilisation& immo) {
+    FicheImmobilisation changee = fiche;
+    changee.rec = immo;
+    return EcritImmobilisation(App(), changee);
+  };
+  Forme(Contexte(), fiche.rec, ecrit, this).Execute();
+}
+
+void CImmoView::Detaille() {
+  DetailAmortissements detail;
+  if (App().Dit(LitDetail(App(), Choisie(), detail)))
+    CDialogAmortissements(Contexte(), detail, this).Execute();
 }
 
 }  // namespace fenlor

@@ -1,7 +1,7 @@
 // `CImmoView`: the window of the register of assets.
 #pragma once
 
-#include "core/btfiles.h"
+#include "assets/immobilisations.h"
 #include "ui/cznlistview.h"
 
 namespace fenlor {
@@ -37,6 +37,17 @@ class CImmoView : public CZNListView {
 
  private:
   Position Choisie() const;
+  void DeclareCommandes();
+  bool RefuseCloture();
+  void Ajoute();
+  void Modifie();
+  void Supprime();
+  /// "&Cession...", "&Rebut...": the form writes the record by itself.
+  template <class Forme>
+  void Finit(Refus (*controle)(const Immobilisation&));
+  void Detaille();
+  /// Runs the form of an asset; selects where that stands then.
+  void Saisit(FicheImmobilisation fiche);
   CImmoDoc m_document;
   CImmoList* m_liste;
   FinDesLiens m_finLiens{*this};

@@ -12,6 +12,7 @@
 
 #include "core/valeurs.h"
 #include "master/libelles.h"
+#include "ui/radios.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -53,18 +54,6 @@ class AstuceCalculee : public QObject {
  private:
   std::function<QString()> m_texte;
 };
-
-/// One of two; Tab stops at the one that is marked.
-void Groupe(QRadioButton& un, QRadioButton& autre) {
-  auto* groupe = new QButtonGroup(&un);
-  groupe->addButton(&un);
-  groupe->addButton(&autre);
-  QObject::connect(groupe, &QButtonGroup::buttonToggled, groupe, [groupe] {
-    for (QAbstractButton* bouton : groupe->buttons())
-      bouton->setFocusPolicy(bouton->isChecked() || !groupe->checkedButton() ? Qt::StrongFocus
-                                                                             : Qt::ClickFocus);
-  });
-}
 
 /// What is typed over goes at the first key, as in a field that is no list.
 void ChoisitTout(QComboBox& champ, const QFocusEvent& evenement) {
@@ -160,55 +149,7 @@ void ChampJour::keyPressEvent(QKeyEvent* evenement) {
   QComboBox::keyPressEvent(evenement);
 }
 
-ChoixMonnaie::ChoixMonnaie(CFenlorApp& app) : m_app(app) {
-  Groupe(m_franc, m_euro);
-  m_euro.setChecked(true);
-}
-
-void ChoixMonnaie::Declare(Formulaire& formulaire) {
-  m_euro.setText(u"Euro"_s);
-  formulaire.Groupe(u"Monnaie"_s).Case(m_franc, u"Franc"_s, "franc").ACote(m_euro, "euro").FinGroupe();
-}
-
-void ChoixMonnaie::Pose(bool euro) {
-  Bouton(euro).setChecked(true);
-  m_dite = euro;
-}
-
-bool ChoixMonnaie::Ouvre(Date date) {
-  m_francPermis = date < m_app.Reglages.GetLimiteFranc();
-  const bool passe = !m_francPermis && !Euro();
-  if (passe) Pose(true);
-  Montre();
-  return passe;
-}
-
-void ChoixMonnaie::QuitteDate(Date date) {
-  if (date < m_app.Reglages.GetLimiteFranc())
-    m_francPermis = true;
-  else if (Euro())
-    m_francPermis = false;
-  Montre();
-}
-
-void ChoixMonnaie::Permet(bool permis) {
-  m_permis = permis;
-  Montre();
-}
-
-void ChoixMonnaie::SurChangement(std::function<void()> action) {
-  for (QRadioButton* bouton : {&m_franc, &m_euro})
-    QObject::connect(bouton, &QRadioButton::clicked, bouton, [this, action] {
-      if (std::exchange(m_dite, Euro()) != Euro()) action();
-    });
-}
-
-void ChoixMonnaie::Montre() {
-  m_franc.setEnabled(m_permis && m_francPermis);
-  m_euro.setEnabled(m_permis);
-}
-
-ChoixPaiement::ChoixPaiement() { Groupe(m_cheque, m_autre); }
+ChoixPaiement::ChoixPaiement() { UnDes({&m_cheque, &m_autre}); }
 
 void ChoixPaiement::Declare(Formulaire& formulaire) {
   m_autre.setText(u"&Autre"_s);
