@@ -29,8 +29,8 @@ Refus LitDetail(CFenlorApp& app, Position position, DetailAmortissements& detail
 
 /// All rows as one unit of work: a row whose real amount is the theoretical one has no record, any other has
 /// one, the other currency at the rate of today. A record that has the row's real amount already stays as it
-/// is. 3401 ("reel", with its row) for an amount out of bounds, 3484 when the asset is no longer there; the
-/// old corrections then stay.
+/// is. 3056 in a closed exercice, 3401 ("reel", with its row) for an amount out of bounds, 3484 when the
+/// asset is no longer there; the old corrections then stay.
 Refus EnregistreDetail(CFenlorApp& app, const DetailAmortissements& detail);
 
 }  // namespace fenlor

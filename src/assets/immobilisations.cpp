@@ -80,13 +80,15 @@ class Controles {
 
   Refus Fait() const {
     using Controle = Refus (Controles::*)() const;
-    for (const Controle controle : {&Controles::Texte, &Controles::LesMontants, &Controles::Duree,
-                                    &Controles::Franc, &Controles::Cession})
+    for (const Controle controle : {&Controles::Cloture, &Controles::Texte, &Controles::LesMontants,
+                                    &Controles::Duree, &Controles::Franc, &Controles::Cession})
       if (const Refus refus = (this->*controle)()) return refus;
     return {};
   }
 
  private:
+  Refus Cloture() const { return m_app.Reglages.IsExerciceCloture() ? Refus(ErrExerciceCloture) : Refus(); }
+
   Refus Texte() const {
     if (const Refus refus = ControleTextes(Fiche::Table, &m_fiche)) return refus;
     return IsDateOk(m_fiche.dateAchat) ? Refus() : Refus(ErrDateIncorrecte, "dateAchat");
@@ -218,6 +220,7 @@ Refus EnregistreImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
 }
 
 Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   QVAPI& magasin = app.Magasin;
   Immobilisation rec = fiche.rec;
   CImmobilisations fichier(app, app.PathCabinet);
@@ -241,6 +244,7 @@ Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
 }
 
 Refus SupprimeImmobilisation(CFenlorApp& app, Position position) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   FicheImmobilisation fiche;
   if (!LitFicheImmobilisation(app, position, fiche)) return EchecFichier();
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeImmobilisation,

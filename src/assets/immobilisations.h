@@ -1,6 +1,6 @@
 // Rules of the register of fixed assets: what the form of an acquisition holds, its checks and amounts, and
-// how an asset is added, modified and deleted. The register belongs to the practice: a closed exercice does
-// not freeze it.
+// how an asset is added, modified and deleted. The register belongs to the practice; all the same nothing of
+// it changes (3056) while the open exercice is a closed one.
 #pragma once
 
 #include <string>
@@ -46,10 +46,11 @@ MontantsAchat CalculMontantsAchat(f64 prix, f64 taux);
 /// Whether "Franc" can be chosen at a date: before the Franc limit always, else only when it is already.
 bool FrancPermis(const CFenlorApp& app, Date date, bool enEuro);
 
-/// Checks of an acquisition in this order: text too long (3206, "designation"), no date (3104, "dateAchat"),
-/// a rate of VAT, an amount, a life or rate that was typed out of bounds (3401), a life and a rate that are
-/// no row of the degressive table (3483, unless the record has them already) or do not belong together
-/// (3485), Franc after the limit (3042, "dateAchat"), a disposal before the purchase (3015, "dateAchat").
+/// Checks of an acquisition in this order: closed exercice (3056), text too long (3206, "designation"), no
+/// date (3104, "dateAchat"), a rate of VAT, an amount, a life or rate that was typed out of bounds (3401), a
+/// life and a rate that are no row of the degressive table (3483, unless the record has them already) or do
+/// not belong together (3485), Franc after the limit (3042, "dateAchat"), a disposal before the purchase
+/// (3015, "dateAchat").
 Refus ControleAcquisition(const CFenlorApp& app, const FicheImmobilisation& fiche);
 /// The fields into `fiche.rec`; the other currency at the rate of the date of purchase. Precondition:
 /// checked.

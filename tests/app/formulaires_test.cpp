@@ -17,8 +17,12 @@
 #include "app/infosysteme.h"
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
+#include "assets/amortissements.h"
 #include "core/btfiles.h"
 #include "core/texte.h"
+#include "forms/assets/dialogacquisition.h"
+#include "forms/assets/dialogamortissements.h"
+#include "forms/assets/dialogcession.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
@@ -161,6 +165,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
   }
   void Fiches();
   void Ecritures();
+  void Immobilisations();
   void Session();
   void Programme();
 
@@ -240,6 +245,30 @@ void TousLesFormulaires::Ecritures() {
   }
 }
 
+void TousLesFormulaires::Immobilisations() {
+  FicheImmobilisation bien = NouvelleImmobilisation(App());
+  bien.designation = std::string(80, 'm');
+  bien.prix = bien.valeur = 123456.78;
+  bien.position = 1;
+  for (const i16 type : {Lineaire, Degressif, Exceptionnel}) {
+    bien.type = type;
+    CDialogAcquisition forme(Ui, bien);
+    RegardeFiche(forme);
+  }
+  Immobilisation& immo = bien.rec;
+  PoseTexte(immo.Designation, "Table d'examen");
+  immo.DateAchat = immo.DateCession = FaitDate(15, 3, 2003);
+  CDialogCession cession(Ui, immo);
+  CDialogRebut rebut(Ui, immo);
+  DetailAmortissements detail;
+  detail.immo = immo;
+  detail.lignes = {{2002, 123456.78, 100}, {2003, 0, 0}};
+  CDialogAmortissements annees(Ui, detail);
+  CDialogAmortissementsLine annee(Ui, detail, 0, [](int) {});
+  for (CZNDialog* forme : std::initializer_list<CZNDialog*>{&cession, &rebut}) RegardeFiche(*forme);
+  for (CZNDialog* forme : std::initializer_list<CZNDialog*>{&annees, &annee}) Regarde(*forme);
+}
+
 void TousLesFormulaires::Session() {
   std::string nom = "2003";
   const AdresseBanque banque{};
@@ -291,6 +320,7 @@ void TousLesFormulaires::Programme() {
 TEST_P(TousLesFormulaires, SontEntiers) {
   Fiches();
   Ecritures();
+  Immobilisations();
   Session();
   Programme();
   EXPECT_THAT(FormesDesSources(), testing::Each(testing::ResultOf(

@@ -6,6 +6,7 @@
 #include "assets/cessions.h"
 #include "assets/detail.h"
 #include "assets/dureetaux.h"
+#include "core/cles.h"
 #include "core/valeurs.h"
 #include "outils/cabinetdetest.h"
 #include "store/texte1252.h"
@@ -110,6 +111,18 @@ TEST_F(Immobilisations, RefusDansLeurOrdre) {
   existante.rec.Duree = existante.duree = 700;
   EXPECT_EQ(Dit(ControleAcquisition(App(), existante)), "") << "imported so, and left so";
   EXPECT_EQ(Dit(EnregistreImmobilisation(App(), existante)), "");
+}
+
+TEST_F(Immobilisations, UnExerciceClotureLesFige) {
+  FicheImmobilisation fiche = Enregistre(Bien());
+  DetailAmortissements detail;
+  ASSERT_FALSE(LitDetail(App(), fiche.position, detail));
+  App().Reglages.EcritIniExercice("2003", Texte(CleCloture), "31/12/2003");
+  EXPECT_EQ(Dit(EnregistreImmobilisation(App(), fiche)), "3056");
+  EXPECT_EQ(Dit(EcritImmobilisation(App(), fiche)), "3056");
+  EXPECT_EQ(Dit(SupprimeImmobilisation(App(), fiche.position)), "3056");
+  EXPECT_EQ(Dit(EnregistreDetail(App(), detail)), "3056");
+  EXPECT_EQ(Nombre(), 1u);
 }
 
 TEST_F(Immobilisations, DureeEtTauxEnToutePassage) {
