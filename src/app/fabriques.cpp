@@ -41,12 +41,13 @@ DemandeEtat Demande(bool apercu) { return apercu ? DemandeEtat::Apercu : Demande
 }  // namespace
 
 void PoseFabriques(CMainFrame& cadre) {
-  const auto liste = [&cadre](u32 bit, const char* etat, auto fait) {
-    cadre.PoseFabrique(bit, [&cadre, etat, fait](ContexteUi& contexte) {
+  const auto liste = [&cadre](u32 bit, const char* etat, auto fait, bool memeVide = true) {
+    cadre.PoseFabrique(bit, [&cadre, etat, fait, memeVide](ContexteUi& contexte) {
       CZNListView* vue = fait(contexte);
-      vue->SurImpression([&cadre, etat](bool apercu) {
+      const auto imprime = [&cadre, etat](bool apercu) {
         cadre.Table().Etats().Ouvre(TrouveEtat(etat)->fabrique, Demande(apercu));
-      });
+      };
+      vue->SurImpression(imprime, [=] { return memeVide || vue->Table().Modele().NbLignes() > 0; });
       return vue;
     });
   };
@@ -59,7 +60,9 @@ void PoseFabriques(CMainFrame& cadre) {
         [](ContexteUi& contexte) { return new CPlanComptableView(contexte); });
   liste(FenRubriques, "rubriques", [](ContexteUi& contexte) { return new CRubriqueView(contexte); });
   liste(FenLibelles, "libelles", [](ContexteUi& contexte) { return new CLibelleView(contexte); });
-  cadre.PoseFabrique(FenImmobilisations, [](ContexteUi& contexte) { return new CImmoView(contexte); });
+  liste(
+      FenImmobilisations, "immobilisations", [](ContexteUi& contexte) { return new CImmoView(contexte); },
+      false);
   for (const auto& [bit, journal] : {std::pair{FenRecettes, JournalRecettes},
                                      {FenDepenses, JournalDepenses},
                                      {FenOperationsDiverses, JournalOD}})

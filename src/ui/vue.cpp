@@ -28,9 +28,10 @@ void Vue::Execute(unsigned commande) {
   if (const auto ligne = m_commandes.find(commande); ligne != m_commandes.end()) ligne->second.execute();
 }
 
-void Vue::SurImpression(const std::function<void(bool)>& impression) {
-  Declare(
-      {{CmdImprimer, [impression] { impression(false); }}, {CmdApercu, [impression] { impression(true); }}});
+void Vue::SurImpression(const std::function<void(bool)>& impression,
+                        const std::function<bool()>& disponible) {
+  Declare({{CmdImprimer, [impression] { impression(false); }, disponible},
+           {CmdApercu, [impression] { impression(true); }, disponible}});
 }
 
 /// "Comptes de trésorerie" is "FenetreComptesDeTresorerie".

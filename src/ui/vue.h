@@ -51,7 +51,8 @@ class Vue : public QWidget {
   bool Coche(unsigned commande) const;
   void Execute(unsigned commande);
   /// Prints what the window shows, or shows its preview: it knows 57607 and 57609 from here on.
-  void SurImpression(const std::function<void(bool apercu)>& impression);
+  void SurImpression(const std::function<void(bool apercu)>& impression,
+                     const std::function<bool()>& disponible = {});
   /// Page of the help: "Fenetre" and the window's name without blanks.
   virtual QString PageAide() const;
   /// False keeps the window open.
