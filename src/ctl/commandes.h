@@ -7,18 +7,19 @@
 
 namespace fenlor {
 
-void DeclareExercices(LigneCommande& ligne);      ///< creer, exercices
-void DeclareDemo(LigneCommande& ligne);           ///< demo
-void DeclareSaisie(LigneCommande& ligne);         ///< saisir
-void DeclareJournal(LigneCommande& ligne);        ///< journal
-void DeclareEtats(LigneCommande& ligne);          ///< etat
-void DeclareEchanges(LigneCommande& ligne);       ///< exporter, importer
-void DeclareEntretien(LigneCommande& ligne);      ///< balance, recalculer, verifier, reconstruire
-void DeclareComptes(LigneCommande& ligne);        ///< compte
-void DeclareRubriques(LigneCommande& ligne);      ///< rubrique
-void DeclareTraitements(LigneCommande& ligne);    ///< valider, virement, renumeroter, deplacer
-void DeclareAmortissement(LigneCommande& ligne);  ///< amortissement
-void DeclareFraisKm(LigneCommande& ligne);        ///< frais-km
-void DeclareRemise(LigneCommande& ligne);         ///< remise
+void DeclareExercices(LigneCommande& ligne);        ///< creer, exercices
+void DeclareDemo(LigneCommande& ligne);             ///< demo
+void DeclareSaisie(LigneCommande& ligne);           ///< saisir
+void DeclareJournal(LigneCommande& ligne);          ///< journal
+void DeclareEtats(LigneCommande& ligne);            ///< etat
+void DeclareEchanges(LigneCommande& ligne);         ///< exporter, importer
+void DeclareEntretien(LigneCommande& ligne);        ///< balance, recalculer, verifier, reconstruire
+void DeclareComptes(LigneCommande& ligne);          ///< compte
+void DeclareRubriques(LigneCommande& ligne);        ///< rubrique
+void DeclareTraitements(LigneCommande& ligne);      ///< valider, virement, renumeroter, deplacer
+void DeclareAmortissement(LigneCommande& ligne);    ///< amortissement
+void DeclareImmobilisations(LigneCommande& ligne);  ///< immobilisation
+void DeclareFraisKm(LigneCommande& ligne);          ///< frais-km
+void DeclareRemise(LigneCommande& ligne);           ///< remise
 
 }  // namespace fenlor

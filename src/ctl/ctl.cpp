@@ -9,9 +9,10 @@ namespace fenlor {
 int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::ostream& sortie,
                std::ostream& erreurs, const OptionsCtl& options) {
   LigneCommande ligne;
-  for (const auto declare : {DeclareExercices, DeclareDemo, DeclareSaisie, DeclareJournal, DeclareEtats,
-                             DeclareEchanges, DeclareEntretien, DeclareComptes, DeclareRubriques,
-                             DeclareTraitements, DeclareAmortissement, DeclareFraisKm, DeclareRemise})
+  for (const auto declare :
+       {DeclareExercices, DeclareDemo, DeclareSaisie, DeclareJournal, DeclareEtats, DeclareEchanges,
+        DeclareEntretien, DeclareComptes, DeclareRubriques, DeclareTraitements, DeclareImmobilisations,
+        DeclareAmortissement, DeclareFraisKm, DeclareRemise})
     declare(ligne);
 
   const LigneCommande::Lecture lecture = ligne.Lit(args);

@@ -354,6 +354,14 @@ LigneJson& LigneJson::Nombres(const char* nom, const std::vector<f64>& nombres) 
   return *this;
 }
 
+LigneJson& LigneJson::Objets(const char* nom, const std::vector<LigneJson>& objets) {
+  Nom(nom);
+  m_texte.push_back('[');
+  for (std::size_t i = 0; i < objets.size(); ++i) m_texte += (i ? "," : "") + objets[i].m_texte + '}';
+  m_texte.push_back(']');
+  return *this;
+}
+
 std::string LigneJson::Fin() {
   m_texte += "}\n";
   return std::move(m_texte);

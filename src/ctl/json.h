@@ -110,6 +110,7 @@ class LigneJson {
   LigneJson& Entier(const char* nom, i64 nombre);
   LigneJson& Booleen(const char* nom, bool valeur);
   LigneJson& Nombres(const char* nom, const std::vector<f64>& nombres);
+  LigneJson& Objets(const char* nom, const std::vector<LigneJson>& objets);
   std::string Fin();
 
  private:

@@ -1,0 +1,103 @@
+#include <gmock/gmock.h>
+
+#include "ctl/ctldetest.h"
+
+namespace fenlor::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+class ImmobilisationsCtl : public CtlDeTest {
+ protected:
+  /// The record of that number in `lister --json`.
+  Json Bien(int numero) {
+    for (const std::string& ligne : Lance({"--json", "immobilisation", "lister"}).Lignes())
+      if (const Json bien = Json::parse(ligne); bien["Numero"] == numero) return bien;
+    return {};
+  }
+  Resultat Verbe(const char* action, const std::string& entree, std::vector<std::string> autres = {}) {
+    autres.insert(autres.begin(), {"--aujourdhui", "15/03/2003", "immobilisation", action});
+    return Lance(autres, entree);
+  }
+};
+
+TEST_F(ImmobilisationsCtl, LaVieDUnBien) {
+  Cree();
+  const std::string table =
+      R"({"Designation":"Table d'examen","DateAchat":"15/03/2001","TauxTVA":19.6,"PrixEuro":1196.0,"Duree":5})";
+  const struct {
+    const char* action;
+    std::string entree;
+    int statut;
+    const char* dit;
+  } cas[] = {
+      {"ajouter", table, StatutFait, R"({"entree":1,"Numero":1})"},
+      {"ajouter", "\n" + table, StatutFait, R"({"entree":2,"Numero":2})"},
+      {"ajouter", R"({"Designation":5})", StatutRefuse, "Designation"},
+      {"ajouter", R"({"Numero":5})", StatutRefuse, "attribué"},
+      {"ajouter", R"({"Monnaie":2})", StatutRefuse, "Monnaie"},
+      {"ajouter", R"({"DateCession":"01/02/2003"})", StatutRefuse, "ceder ou rebuter"},
+      {"ajouter", R"({"Duree":3,"TauxAnnuel":34})", StatutRefuse, "3485"},
+      {"ajouter", R"({"TypeAmortissement":1,"Duree":7})", StatutRefuse, "6,66 ans (33,75 %)"},
+      {"ajouter", R"({"PrixEuro":100,"PrixFranc":100})", StatutRefuse, "655,96"},
+      {"ajouter", R"({"Monnaie":0,"PrixFranc":100})", StatutRefuse, "3042"},
+      {"modifier", R"({"PrixEuro":100})", StatutRefuse, "3204"},
+      {"modifier", R"({"Numero":9})", StatutRefuse, "n'existe pas"},
+      {"modifier", R"({"Numero":1,"TypeAmortissement":2})", StatutFait, R"("Numero":1)"},
+      {"modifier", R"({"Numero":1,"DateAchat":"01/03/1996","TypeAmortissement":1,"TauxAnnuel":60})",
+       StatutFait, R"("Numero":1)"},
+      {"modifier", R"({"Numero":1,"DateAchat":"01/02/1997"})", StatutFait, R"("Numero":1)"},
+      {"ceder", R"({"Numero":1,"DateCession":"10/03/2003"})", StatutRefuse, "PrixCessionEuro"},
+      {"ceder", R"({"Numero":1,"PrixCessionFranc":1,"MonnaieCession":1})", StatutRefuse, "l'autre monnaie"},
+      {"ceder", R"({"Numero":1,"DateCession":"10/03/2003","PrixCessionFranc":1})", StatutRefuse, "3043"},
+      {"ceder", R"({"Numero":1,"DateCession":"10/03/2003","PrixCessionEuro":700})", StatutFait, "1"},
+      {"rebuter", R"({"Numero":1})", StatutRefuse, "3045"},
+      {"ceder", R"({"Numero":1,"DateCession":""})", StatutRefuse, "3481"},
+      {"rebuter", R"({"Numero":2,"PrixCessionEuro":1})", StatutRefuse, "PrixCessionEuro"},
+      {"rebuter", R"({"Numero":2,"DateCession":"31/02/2003"})", StatutRefuse, "n'existe pas"},
+      {"rebuter", R"({"Numero":2})", StatutFait, "2"},
+      {"detail", R"({"Numero":2,"Annees":[{"Annee":2004}]})", StatutRefuse, "2004"},
+      {"detail", R"({"Numero":2,"Annees":[{"Annee":2002,"Reel":100.5}]})", StatutFait,
+       R"("Monnaie":"euro","Annees":[{"Annee":2001,"Theorique":158.89,"Reel":158.89},)"
+       R"({"Annee":2002,"Theorique":200,"Reel":100.5},{"Annee":2003,"Theorique":41.67,"Reel":41.67}]})"},
+      {"detail", R"({"Numero":2,"Annees":[{"Annee":2002,"Theorique":200.5}]})", StatutRefuse, "200,00"},
+      {"supprimer", R"({"Numero":1})", StatutRefuse, "3480"},
+  };
+  for (const auto& c : cas) {
+    const Resultat r = Verbe(c.action, c.entree);
+    EXPECT_EQ(r.statut, c.statut) << c.entree << r.erreurs;
+    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << c.entree;
+  }
+  EXPECT_EQ(Bien(1)["Duree"], 5);
+  EXPECT_EQ(Bien(1)["TauxAnnuel"], 35) << "the row of the other table";
+  EXPECT_EQ(Bien(1)["TVAEuro"], 196);
+  EXPECT_EQ(Bien(1)["PrixCessionEuro"], 700);
+  EXPECT_EQ(Bien(2)["DateCession"], "15/03/2003");
+  EXPECT_EQ(Bien(2)["Rebut"], 1);
+  // What is listed goes back as it is.
+  const Json avant = Bien(1);
+  EXPECT_EQ(Verbe("modifier", avant.dump()).erreurs, "");
+  EXPECT_EQ(Bien(1), avant);
+  EXPECT_THAT(Lance({"immobilisation", "lister"}).sortie,
+              HasSubstr("2   15/03/2001  Table d'examen  lineaire   15/03/2003 (Rebut)"));
+  EXPECT_EQ(Verbe("ceder", R"({"Numero":1,"DateCession":""})", {"--oui"}).erreurs, "");
+  EXPECT_EQ(Bien(1)["DateCession"], "");
+  const Resultat r = Verbe("supprimer", "{\"Numero\":1}\n{\"Numero\":1}\n{\"Numero\":2}", {"--oui"});
+  EXPECT_EQ(r.statut, StatutRefuse);
+  ASSERT_EQ(r.Lignes().size(), 3u);
+  EXPECT_EQ(Json::parse(r.Lignes()[1])["entree"], 2);
+  EXPECT_EQ(r.Lignes()[2], R"({"entree":3,"Numero":2})");
+  EXPECT_EQ(Lance({"--json", "immobilisation", "lister"}).sortie, "");
+  EXPECT_EQ(Lance({"immobilisation"}).statut, StatutUsage);
+  Sain();
+}
+
+TEST_F(ImmobilisationsCtl, LaLigne41) {
+  Cree({"--exercice", "2003"});
+  ASSERT_EQ(Verbe("ajouter", R"({"DateAchat":"01/07/2003","PrixEuro":3600,"Duree":5})").erreurs, "");
+  const Resultat r = Lance({"etat", "2035", "--texte"});
+  EXPECT_THAT(r.sortie, HasSubstr("360 €"));
+}
+
+}  // namespace
+}  // namespace fenlor::test
