@@ -10,6 +10,7 @@
 #include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "journal/saisie.h"
+#include "session/biensdemo.h"
 #include "session/textes.h"
 #include "store/texte1252.h"
 
@@ -427,6 +428,8 @@ Refus RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) 
   if (!comptes.OpenFile() || !lignes.OpenFile()) return app.EchecMagasin();
   RedacteurAnnee redacteur(app, annee);
   if (!redacteur.Ecrit()) return redacteur.Echec();
+  const bool derniere = &annee == &Annees[std::size(Annees) - 1];
+  if (const Refus refus = derniere ? AjouteBiensDemo(app) : Refus()) return refus;
   resume = redacteur.Resume();
   return {};
 }

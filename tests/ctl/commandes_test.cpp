@@ -343,6 +343,7 @@ TEST_F(Commandes, Demo) {
     genres.insert({ligne["Genre"], ligne["Validee"] != 0});
   }
   EXPECT_EQ(genres.size(), 6u);
+  EXPECT_EQ(Lance({"immobilisation", "lister", "--json"}).Lignes().size(), 13u);
   EXPECT_EQ(Lance({"demo"}).statut, StatutRefuse);
   const Resultat encore = LanceSur(Cabinet("autre"), {"demo", "--json"});
   EXPECT_EQ(encore.sortie, r.sortie);
