@@ -77,10 +77,10 @@ void CDialogAcquisition::Declare() {
 void CDialogAcquisition::DeclareValeur(Formulaire& formulaire) {
   m_tauxTvas.setEditable(true);
   m_tauxTvas.setInsertPolicy(QComboBox::NoInsert);
-  m_tauxTvas.setCompleter(nullptr);
   m_tauxTva->PoseUnite(" %");
   m_tauxTva->PoseBornes(0, tauxTvaMax);
   m_tauxTvas.setLineEdit(m_tauxTva);
+  m_tauxTvas.setCompleter(nullptr);  // what is typed stays so
   for (const LigneTva& compte : LitComptesTva(App()))
     m_tauxTvas.addItem(Q(TexteTaux(App(), compte.taux)), static_cast<int>(compte.position));
   m_tauxTvas.addItem(TexteQ(MotAucuneTva), 0);
