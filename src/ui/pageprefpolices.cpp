@@ -11,6 +11,7 @@
 
 #include "core/cles.h"
 #include "core/textes.h"
+#include "ui/facesfixes.h"
 #include "ui/texteqt.h"
 #include "ui/textes.h"
 
@@ -129,7 +130,9 @@ void CPagePrefPolices::Montre(std::size_t rang) {
       police.couleur ? LitCouleur(std::to_string(*police.couleur)) : palette().color(QPalette::Text);
   const QColor fond =
       DesJournaux(reglages[rang].cle) ? Contexte().Dessin.CouleurImpaire : palette().color(QPalette::Base);
-  ligne.exemple->setFont(FaitPolice(police));
+  QFont fonte = FaitPolice(police);
+  if (reglages[rang].cle == ClePoliceImpressions) fonte.setFamily(FaceImprimee(Q(police.face)));
+  ligne.exemple->setFont(fonte);
   QPalette couleurs = palette();
   couleurs.setColor(QPalette::Window, fond);
   couleurs.setColor(QPalette::WindowText, Lisible(couleur, fond));

@@ -5,6 +5,7 @@
 #include <QColorDialog>
 #include <QFontDatabase>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -311,6 +312,7 @@ TEST_F(PreferencesTest, PoliceChoisie) {
     Onglet(d, 2);
     EXPECT_EQ(Trouve<QLabel>(d, "listesDescription").text(), u"DejaVu Sans 10"_s);
     EXPECT_EQ(Trouve<QLabel>(d, "impressionsDescription").text(), u"Courier 10"_s);
+    EXPECT_TRUE(QFontInfo(Trouve<QLabel>(d, "impressionsExemple").font()).fixedPitch()) << "as it prints";
     robot.Attend("DialogPolice", [](QDialog& polices) {
       auto& dialogue = static_cast<QFontDialog&>(polices);
       EXPECT_EQ(dialogue.currentFont().family(), u"DejaVu Sans"_s);

@@ -1,6 +1,5 @@
 #include "forms/reports/peripheriqueqt.h"
 
-#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
@@ -8,6 +7,7 @@
 
 #include "pages/miseenpage.h"
 #include "store/texte1252.h"
+#include "ui/facesfixes.h"
 
 namespace fenlor {
 
@@ -41,20 +41,7 @@ QString EnQString(std::string_view texte) {
   return sortie;
 }
 
-QString FaceInstallee(const std::string& face) {
-  const QString nom = EnQString(face).trimmed();
-  if (nom.isEmpty() || nom.compare("Courier"_L1, Qt::CaseInsensitive) == 0 || !QFontDatabase::hasFamily(nom))
-    return FaceFixe();
-  return nom;
-}
-
 }  // namespace
-
-QString FaceFixe() {
-  for (const QString& face : {u"DejaVu Sans Mono"_s, u"Liberation Mono"_s, u"Noto Sans Mono"_s})
-    if (QFontDatabase::hasFamily(face)) return face;
-  return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
-}
 
 PeripheriqueQt::PeripheriqueQt(const QPageLayout& feuille) {
   const QRectF place = feuille.paintRect(QPageLayout::Millimeter);
@@ -91,8 +78,8 @@ void PeripheriqueQt::Resserre(PoliceQt& police) const {
 }
 
 void PeripheriqueQt::FaitPolice(unsigned style, const PoliceEtat& police) {
-  Prepare(m_polices[style % NbStyles], FaceInstallee(police.face), police.hauteur, police.poids >= 600,
-          police.italique, police.souligne);
+  Prepare(m_polices[style % NbStyles], FaceImprimee(EnQString(police.face)), police.hauteur,
+          police.poids >= 600, police.italique, police.souligne);
 }
 
 void PeripheriqueQt::FaitPoliceBrouillon() {

@@ -57,7 +57,4 @@ class PeripheriqueQt : public Peripherique {
   std::array<PoliceQt, NbStyles> m_polices;
 };
 
-/// The face of fixed width that stands for "Courier".
-QString FaceFixe();
-
 }  // namespace fenlor

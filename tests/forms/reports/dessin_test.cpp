@@ -15,6 +15,7 @@
 #include "forms/reports/etatdetest.h"
 #include "forms/reports/textes.h"
 #include "pages/enregistreur.h"
+#include "ui/facesfixes.h"
 
 namespace fenlor::test {
 namespace {

@@ -1,0 +1,13 @@
+// The faces that print, for the preferences and for the device that paints reports.
+#pragma once
+
+#include <QString>
+
+namespace fenlor {
+
+/// The face of fixed width that stands for "Courier".
+QString FaceFixe();
+/// The face that prints: "Courier", and one that the machine lacks, are the face of fixed width.
+QString FaceImprimee(const QString& face);
+
+}  // namespace fenlor
