@@ -17,7 +17,6 @@ class CDialogPlan : public DialogCompte {
 
  protected:
   void Montre() override;
-  void Vide() override;
 
  private:
   ChampsAffectation m_affectation;
