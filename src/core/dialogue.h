@@ -21,7 +21,8 @@ enum ReponseMessage : int {
   RepTous = 8,  ///< yes, here and for all that follow
 };
 /// Style word: low four bits the button set, bits 4 to 7 the icon. `DefautSecond`: Enter is the second
-/// button of the set, in "Oui, Non" the harmless one of a question that destroys.
+/// button of the set, in "Oui, Non" the harmless one of a question that destroys. `FuitePremier`: Escape is
+/// the first one, because "Non" goes on.
 enum StyleMessage : unsigned {
   BoutonsOk = 0,
   BoutonsOkAnnuler = 1,
@@ -35,6 +36,7 @@ enum StyleMessage : unsigned {
   IconeAttention = 48,
   IconeInformation = 64,
   DefautSecond = 256,
+  FuitePremier = 512,
 };
 
 class Dialogue {

@@ -93,6 +93,7 @@ std::vector<BoutonMessage> BoutonsDe(unsigned style) {
 
 int ReponseFuite(unsigned style) {
   const std::vector<int> reponses = Reponses(style);
+  if (style & FuitePremier) return reponses.front();
   for (const int fuite : {RepAnnuler, RepNon, RepAbandonner})
     if (std::find(reponses.begin(), reponses.end(), fuite) != reponses.end()) return fuite;
   return reponses.front();

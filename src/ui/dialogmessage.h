@@ -19,7 +19,8 @@ struct BoutonMessage {
   const char* image;  ///< name of the picture, may be empty
 };
 std::vector<BoutonMessage> BoutonsDe(unsigned style);
-/// What Escape and the close box answer: cancel, else no, else abandon, else the only button.
+/// What Escape and the close box answer: with `FuitePremier` the first button, else cancel, no, abandon, or
+/// the only one.
 int ReponseFuite(unsigned style);
 
 /// A message (`objectName` "DialogMessage", buttons "bouton1" by their results). The text is wrapped
