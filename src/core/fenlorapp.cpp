@@ -1,8 +1,10 @@
 #include "core/fenlorapp.h"
 
 #include <cassert>
+#include <cerrno>
 
 #include "core/erreurs.h"
+#include "store/texte1252.h"
 
 namespace fenlor {
 
@@ -19,12 +21,18 @@ bool CFenlorApp::Dit(const Refus& refus) {
 
 Refus CFenlorApp::Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ,
                           std::initializer_list<std::string> arguments) {
+  if (attendue == RepNon) style |= FuitePremier;
   if (MessageId(style, question, arguments) == attendue) return {};
   return Refus::DejaDit(question, champ, arguments);
 }
 
-Refus CFenlorApp::EchecMagasin() const {
-  return Refus(ErrMagasin, "", {Magasin.QVErreurTexte(Magasin.QVFileErrorCode())});
+Refus CFenlorApp::EchecMagasin() const { return Refus(ErrMagasin, "", {Magasin.QVEchecTexte()}); }
+
+Refus CFenlorApp::EchecReglages() const {
+  const Profil& reglages = Magasin.Reglages();
+  const int erreur = reglages.Erreur() ? reglages.Erreur() : EIO;
+  return Refus(ErrReglages, "",
+               {DepuisUtf8(reglages.Chemin()).value_or(reglages.Chemin()), Magasin.QVErreurTexte(erreur)});
 }
 
 Refus CFenlorApp::EchecDit() const {

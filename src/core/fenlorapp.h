@@ -53,13 +53,15 @@ class CFenlorApp {
   /// Tells what stopped a rule, unless the user knows. True when nothing did, so that an edge may
   /// `return App().Dit(rule(...))`.
   bool Dit(const Refus& refus);
-  /// Asks the numbered question; any answer but `attendue` is what stops the rule.
+  /// Asks the numbered question; any answer but `attendue`, and Escape, is what stops the rule.
   Refus Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ = "",
                 std::initializer_list<std::string> arguments = {});
   /// The store's last failure (3214 with its words), not told yet.
   Refus EchecMagasin() const;
   /// The same of an operation that tells its failures through the store's callback.
   Refus EchecDit() const;
+  /// The settings could not be written (3220 with file and reason).
+  Refus EchecReglages() const;
   /// Asks the numbered question.
   int MessageId(unsigned style, const TexteFixe& question, std::initializer_list<std::string> arguments = {});
 };

@@ -206,8 +206,6 @@ Refus Contexte::DernierEchec() {
   } else if (Dialogue.Numero() != 0 || !Dialogue.Texte().empty()) {
     if (Dialogue.Numero() != 0) refus.numero = Dialogue.Numero();
     refus.texte = Dialogue.Texte();
-  } else if (const std::string fichier = Magasin.QVFichierErreur(); !fichier.empty()) {
-    refus.texte += " : " + DepuisUtf8(fichier).value_or(fichier);
   }
   Oublie();
   return refus;

@@ -260,10 +260,8 @@ class Enregistrement {
     const bool etaitTresorerie = !Ajout() && m_avant.Type == Tresorerie;
     *plan.Rec = m_rec;
     if (const Refus refus = RemplaceEnregistrement(m_app, plan, m_fiche.position)) return refus;
-    if (etaitTresorerie && m_type == Tresorerie && !DeplaceAdresse(m_app, CodeDe(m_avant), m_code)) {
-      Profil& reglages = m_app.Magasin.Reglages();
-      m_app.ReportErreur(ErrReglages, {reglages.Chemin(), m_app.Magasin.QVErreurTexte(reglages.Erreur())});
-    }
+    if (etaitTresorerie && m_type == Tresorerie && !DeplaceAdresse(m_app, CodeDe(m_avant), m_code))
+      m_app.Dit(m_app.EchecReglages());
     return {};
   }
 

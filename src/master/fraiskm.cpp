@@ -11,6 +11,7 @@
 #include "master/lotreglages.h"
 #include "master/rubriques.h"
 #include "master/textes.h"
+#include "store/modele.h"
 
 namespace fenlor {
 
@@ -37,31 +38,50 @@ std::string Commun(const CFenlorApp& app, const TexteFixe& cle) {
   return app.Reglages.LitIni(Texte(SecFraisKm), Texte(cle));
 }
 
-/// The two sections behind each other, or the common one alone.
+f64 Nombre(const CFenlorApp& app, const std::string& texte) {
+  return TexteVersMontant(texte, app.Reglages.SeparateurDecimal());
+}
+
+/// What the common section of new books holds.
+std::string Defaut(const TexteFixe& cle) {
+  Modele modele;
+  ErreurModele erreur;
+  if (LitModele(ModeleIntegre(), modele, erreur))
+    for (const Profil::Changement& c : modele.reglages)
+      if (c.section == Texte(SecFraisKm) && c.cle == Texte(cle)) return c.valeur.value_or(std::string());
+  return {};
+}
+
+/// The two sections behind each other, or the common one alone. What is no number counts for nothing.
 class Lecture {
  public:
   Lecture(const CFenlorApp& app, bool propre) : m_app(app), m_propre(propre) {}
-  std::string operator()(const TexteFixe& cle) const {
+  std::string Mot(const TexteFixe& cle) const {
     const std::string valeur = m_propre ? Propre(m_app, cle) : std::string();
     return EstVide(valeur) ? Commun(m_app, cle) : valeur;
   }
+  std::string operator()(const TexteFixe& cle) const {
+    const std::string propre = m_propre ? Propre(m_app, cle) : std::string();
+    if (!EstVide(propre) && Lisible(propre)) return propre;
+    const std::string commun = Commun(m_app, cle);
+    return Lisible(commun) ? commun : Defaut(cle);
+  }
 
  private:
+  bool Lisible(const std::string& valeur) const {
+    return Nombre(m_app, valeur) != 0 || NormeMontant(valeur, m_app.Reglages.SeparateurDecimal());
+  }
   const CFenlorApp& m_app;
   bool m_propre;
 };
 
 void LitBareme(const Lecture& lit, bool euro, FicheFraisKm& fiche) {
   const ClesMonnaie cles = ClesDe(euro);
-  fiche.compteur = Parametres::IsOui(lit(CleKmCompteur));
+  fiche.compteur = Parametres::IsOui(lit.Mot(CleKmCompteur));
   fiche.borneInf = lit(CleKmBorneInf);
   fiche.borneSup = lit(CleKmBorneSup);
   fiche.fixe = lit(cles.fixe);
   for (std::size_t i = 0; i < cles.taux.size(); ++i) fiche.taux[i] = lit(cles.taux[i]);
-}
-
-f64 Nombre(const CFenlorApp& app, const std::string& texte) {
-  return TexteVersMontant(texte, app.Reglages.SeparateurDecimal());
 }
 
 int Kilometres(const CFenlorApp& app, const std::string& texte) {
@@ -109,11 +129,7 @@ LotReglages Changements(CFenlorApp& app, const FicheFraisKm& fiche) {
   return lot;
 }
 
-Refus Ecrit(CFenlorApp& app, LotReglages& lot) {
-  if (lot.Ecrit()) return {};
-  const Profil& reglages = app.Magasin.Reglages();
-  return Refus(ErrReglages, "", {reglages.Chemin(), app.Magasin.QVErreurTexte(reglages.Erreur())});
-}
+Refus Ecrit(CFenlorApp& app, LotReglages& lot) { return lot.Ecrit() ? Refus() : app.EchecReglages(); }
 
 /// The entries that the allowance replaces, when the user wants them gone.
 bool FautSupprimerEcritures(CFenlorApp& app) {

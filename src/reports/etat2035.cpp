@@ -17,6 +17,7 @@ namespace {
 
 constexpr u32 CleLigne = 3;
 constexpr int DerniereLignePrincipale = 99;
+constexpr const char* chiffres = "0123456789";
 constexpr std::size_t BouclesDites = 10;
 
 /// First and last line of a block of the statement.
@@ -26,7 +27,7 @@ struct Bornes {
 
 Bornes LitBornes(const CFenlorApp& app, unsigned bloc) {
   std::string texte = app.Reglages.LitIni(Texte(Sec2035), Texte(Cle2035Recettes[bloc]));
-  if (EstVide(texte)) texte = Texte(Lignes2035Recettes[bloc]);
+  if (texte.find_first_of(chiffres) >= texte.find(',')) texte = Texte(Lignes2035Recettes[bloc]);
   assert(!EstVide(texte));
   const int premier = TexteVersEntier(ChampTexte(0, texte, ','));
   return {premier, std::max(premier, TexteVersEntier(ChampTexte(1, texte, ',')))};

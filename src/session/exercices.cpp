@@ -99,11 +99,6 @@ Refus EchecCreation(CFenlorApp& app, const FormulaireExercice& f) {
   return refus;
 }
 
-/// The settings could not be written.
-Refus EchecReglages(CFenlorApp& app) {
-  return Refus(ErrMagasin, "", {app.Magasin.QVErreurTexte(app.Magasin.Reglages().Erreur())});
-}
-
 /// What the fields hold is a period; told with what was typed there.
 Refus ControlePeriode(const FormulaireExercice& f) {
   if (IsDateOk(f.debut) && IsDateOk(f.fin) && f.debut < f.fin) return {};
@@ -232,7 +227,7 @@ Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   }
   const bool note = app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
                                                   OuiNon(f.afficherDouble));
-  if (!note) return EchecReglages(app);
+  if (!note) return app.EchecReglages();
   return OuvreExercice(app, nom);
 }
 
@@ -248,7 +243,7 @@ Refus OuvreExercice(CFenlorApp& app, std::string nom) {
   app.ExerciceOuvert = app.Magasin.QVConvertCompta(app.NomExercice);
   // Books that can be read are not refused because their name cannot be noted.
   if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), app.NomExercice))
-    app.Dit(EchecReglages(app));
+    app.Dit(app.EchecReglages());
   return {};
 }
 

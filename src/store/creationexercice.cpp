@@ -139,8 +139,9 @@ bool LitFichierEntier(QVAPI& magasin, EtatQVAPI& etat, u16 numero, const std::st
   if (!OuvreFichier(etat, numero, dossier)) return false;
   const bool lu = LitTout(magasin, numero, recs);
   const int erreur = etat.moteur->Erreur();
+  const std::string fautif = etat.moteur->FichierErreur();
   FermeFichier(etat, numero);
-  return lu || etat.Refuse(erreur);
+  return lu || etat.Refuse(erreur, fautif);
 }
 
 /// Takes over accounts, headings and labels of the exercice `nom`.
@@ -152,12 +153,12 @@ bool ContenuExercice(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, bo
       !LitFichierEntier(magasin, etat, FichierRubriques, dossier, contenu.rubriques))
     return RefuseDit(magasin, etat, magasin.QVFileErrorCode());
   int code = 0;
-  if (!LitTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code))
-    return RefuseDit(magasin, etat, code);
+  const std::string textes = Joint(dossier, "TEXTES.dat");
+  if (!LitTextes(*etat.systeme, textes, contenu.textes, code)) return RefuseDit(magasin, etat, code, textes);
   for (Plan& compte : contenu.comptes) ReporteCompte(compte, soldes);
   for (Rubrique& rubrique : contenu.rubriques) rubrique.ManuelFranc = rubrique.ManuelEuro = 0;
   const std::string affichage = LitReglage(etat, nom, "AFFICHERDOUBLE", code);
-  if (code != 0) return RefuseDit(magasin, etat, code);
+  if (code != 0) return RefuseReglages(magasin, etat, code);
   if (!affichage.empty()) contenu.afficherDouble = affichage;
   return true;
 }
@@ -184,7 +185,7 @@ bool ContenuModele(EtatQVAPI& etat, Contenu& contenu) {
   ErreurModele erreur;
   if (!ChargeModele(*etat.systeme, etat.pathProgrammes, modele, erreur)) {
     const std::string endroit = erreur.ligne != 0 ? ", ligne " + std::to_string(erreur.ligne) : std::string();
-    return RefuseDit(etat, ErrModele, 0,
+    return RefuseDit(etat, ErrModele, MsgMagasin,
                      "Le modèle defaut.qvc est illisible"_w + endroit + " : " + erreur.raison);
   }
   contenu.comptes = std::move(modele.comptes);
@@ -224,10 +225,13 @@ bool RemplitDossier(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier,
   EmpruntFichiers emprunt(etat);
   const bool fait = RemplitFichiers(magasin, etat, dossier, contenu);
   int code = fait ? 0 : etat.moteur->Erreur();
+  const std::string fautif = etat.moteur->FichierErreur();
   for (const u16 numero : FichiersExercice()) FermeFichier(etat, numero);
-  if (fait) EcritTextes(*etat.systeme, Joint(dossier, "TEXTES.dat"), contenu.textes, code);
+  if (!fait) return etat.Refuse(code, fautif);
+  const std::string textes = Joint(dossier, "TEXTES.dat");
+  EcritTextes(*etat.systeme, textes, contenu.textes, code);
   if (code == 0) code = etat.systeme->SynchroniseDossier(dossier);
-  return code == 0 || etat.Refuse(code);
+  return code == 0 || etat.Refuse(code, textes);
 }
 
 /// The directory of an exercice in the making: it is removed again, and what
@@ -263,7 +267,7 @@ class DossierEnCours {
     if (code == EEXIST) code = 0;
     m_cree = code == 0;
     if (code == 0) code = systeme.SynchroniseDossier(m_etat.pathCabinet);
-    return code == 0 || m_etat.Refuse(code);
+    return code == 0 || m_etat.Refuse(code, m_dossier);
   }
 
   void Garde() {
@@ -336,8 +340,8 @@ bool EcritReglages(EtatQVAPI& etat, const std::string& nom, Date debut, Date fin
   for (const Profil::Changement& defaut : defauts)
     if (LitReglage(etat, defaut.section, defaut.cle, erreur).empty()) changements.push_back(defaut);
   changements.push_back({"Activite", "Exercices", ListeAvec(etat, nom, nom, erreur)});
-  if (erreur != 0) return etat.Refuse(erreur);
-  return etat.reglages->Ecrit(changements) || etat.Refuse(etat.reglages->Erreur());
+  if (erreur == 0 && etat.reglages->Ecrit(changements)) return true;
+  return etat.Refuse(erreur != 0 ? erreur : etat.reglages->Erreur(), etat.reglages->Chemin());
 }
 
 /// Exercice whose period overlaps; empty when none does.
@@ -384,11 +388,14 @@ bool AcheveExercices(EtatQVAPI& etat) {
   Systeme& systeme = *etat.systeme;
   bool bien = true;
   const auto echoue = [&](const std::string& nom, int code) {
-    bien = RefuseDit(etat, code, 0,
+    bien = RefuseDit(etat, code, MsgMagasin,
                      "L'exercice "_w + nom + " n'a pas pu être rétabli : "_w + TexteErreurSysteme(code));
   };
+  const auto refuse = [&](const std::string& chemin, int code) {
+    return RefuseDit(etat, code, MsgMagasin, TexteErreurSysteme(code) + " : " + chemin);
+  };
   std::vector<std::string> noms;
-  if (const int rc = systeme.Liste(etat.pathCabinet, noms)) return etat.Refuse(rc);
+  if (const int rc = systeme.Liste(etat.pathCabinet, noms)) return refuse(etat.pathCabinet, rc);
   for (const std::string& nom : noms) {
     const std::size_t point = nom.find('.');
     if (point == std::string::npos) continue;
@@ -404,13 +411,14 @@ bool AcheveExercices(EtatQVAPI& etat) {
       OteDossier(systeme, Joint(etat.pathCabinet, nom));
   }
   const std::vector<std::string> sections = etat.reglages->Sections();
-  if (etat.reglages->Erreur() != 0) return etat.Refuse(etat.reglages->Erreur());
+  if (etat.reglages->Erreur() != 0) return refuse(etat.reglages->Chemin(), etat.reglages->Erreur());
   for (const std::string& section : sections) {
     if (!NomExerciceCorrect(section) || etat.reglages->Lit(section, CleRemplacement).empty()) continue;
     Empreinte cote;
-    const int rc = systeme.Mesure(CheminCote(etat, section, SuffixeRemplace), cote);
+    const std::string chemin = CheminCote(etat, section, SuffixeRemplace);
+    const int rc = systeme.Mesure(chemin, cote);
     if (rc != ENOENT)
-      bien = rc == 0 ? false : etat.Refuse(rc);
+      bien = rc == 0 ? false : refuse(chemin, rc);
     else if (!etat.reglages->Ecrit(section, CleRemplacement, std::nullopt))
       echoue(section, etat.reglages->Erreur());
   }
@@ -435,7 +443,7 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
   const bool remplace = Existe(etat, nom, erreur);
   bool soldes = false;
   const std::string source = Source(etat, nom, debut, soldes, erreur);
-  if (erreur != 0) return RefuseDit(*this, etat, erreur);
+  if (erreur != 0) return RefuseReglages(*this, etat, erreur);
   if (!conflit.empty())
     return RefuseDit(etat, ErrConflit, MsgConflit,
                      "Cette période est en conflit avec l'exercice "_w + conflit);
@@ -470,12 +478,12 @@ bool QVAPI::QVDeleteExercice(const std::string& nomDonne) {
   changements.push_back({"Activite", "Exercices", ListeAvec(etat, nom, {}, erreur)});
   if (CompareSansCasse(LitReglage(etat, "Activite", "Exercice", erreur), nom) == 0)
     changements.push_back({"Activite", "Exercice", std::string()});
-  if (erreur != 0) return RefuseDit(*this, etat, erreur);
+  if (erreur != 0) return RefuseReglages(*this, etat, erreur);
   if (!NomExerciceCorrect(nom)) return RefuseDit(*this, etat, ErrValeur);
   if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
   const std::string dossier = Joint(etat.pathCabinet, nom);
   if (!etat.moteur->Relache(dossier)) return RefuseDit(*this, etat, QVFileErrorCode());
-  if (!etat.reglages->Ecrit(changements)) return RefuseDit(*this, etat, etat.reglages->Erreur());
+  if (!etat.reglages->Ecrit(changements)) return RefuseReglages(*this, etat, etat.reglages->Erreur());
   // The exercice is gone; what cannot be removed now is tried again later.
   const std::string cote = CheminCote(etat, nom, SuffixeSupprime);
   const bool deplace = etat.systeme->Renomme(dossier, cote) == 0;

@@ -77,7 +77,7 @@ bool OperationEcriture::Refuse(int code, const std::string& texte) {
   assert(code != ErrAucune);
   m_code = code;
   m_etat.Refuse(code);
-  m_etat.DitErreur(texte.empty() ? m_magasin.QVErreurTexte(code) : texte);
+  m_etat.DitErreur(texte.empty() ? m_magasin.QVEchecTexte() : texte);
   return false;
 }
 

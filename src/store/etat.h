@@ -9,6 +9,8 @@
 
 namespace fenlor {
 
+constexpr u32 MsgMagasin = 3214;  ///< number of what the store tells in its own words
+
 struct EtatQVAPI {
   OptionsQVAPI options;
   SystemePosix systemePosix;
@@ -63,12 +65,12 @@ struct EtatQVAPI {
   }
 
   /// Tells an error to the callback (event 6).
-  void DitErreur(const std::string& texte, u32 numero = 0) {
+  void DitErreur(const std::string& texte, u32 numero = MsgMagasin) {
     if (rappel) rappel(EvErreur, numero, texte);
   }
   /// Refuses with a code; returns false so that `return m_etat->Refuse(...)` reads well.
-  bool Refuse(int code) {
-    moteur->PoseErreur(code);
+  bool Refuse(int code, const std::string& fichier = {}) {
+    moteur->PoseErreur(code, fichier);
     return false;
   }
 };

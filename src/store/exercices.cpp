@@ -86,8 +86,14 @@ std::vector<std::string> ClesExercice() {
           "€/Km 3"_w};
 }
 
-bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code) {
-  return RefuseDit(etat, code, 0, magasin.QVErreurTexte(code));
+bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code, const std::string& fichier) {
+  etat.Refuse(code, fichier);
+  etat.DitErreur(magasin.QVEchecTexte());
+  return false;
+}
+
+bool RefuseReglages(QVAPI& magasin, EtatQVAPI& etat, int code) {
+  return RefuseDit(magasin, etat, code, etat.reglages->Chemin());
 }
 
 bool RefuseDit(EtatQVAPI& etat, int code, u32 numero, const std::string& texte) {
@@ -122,8 +128,9 @@ bool OuvreFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier) {
   if (!etat.moteur->Ouvre(numero, base + ".dat")) return false;
   if (etat.moteur->Ouvre(definition.premiereCle, base + ".idx")) return true;
   const int erreur = etat.moteur->Erreur();
+  const std::string fautif = etat.moteur->FichierErreur();
   etat.moteur->Ferme(numero);
-  return etat.Refuse(erreur);
+  return etat.Refuse(erreur, fautif);
 }
 
 void FermeFichier(EtatQVAPI& etat, u16 numero) {
@@ -164,6 +171,7 @@ EmpruntFichiers::EmpruntFichiers(EtatQVAPI& etat) : m_etat(etat) {
 EmpruntFichiers::~EmpruntFichiers() {
   if (m_pretes.empty()) return;
   const int erreur = m_etat.moteur->Erreur();
+  const std::string fautif = m_etat.moteur->FichierErreur();
   for (const auto& [numero, prete] : m_pretes) {
     assert(!m_etat.moteur->EstOuvertFichier(numero) && m_etat.ouvertures[numero] == 0);
     const bool ouvert = OuvreFichier(m_etat, numero, prete.dossier);
@@ -171,7 +179,7 @@ EmpruntFichiers::~EmpruntFichiers() {
     m_etat.ouvertures[numero] = ouvert ? prete.ouvertures : 0;
   }
   m_etat.OublieCompteurs();
-  m_etat.moteur->PoseErreur(erreur);
+  m_etat.moteur->PoseErreur(erreur, fautif);
 }
 
 u32 QVAPI::GetExercicesRec() { return static_cast<u32>(ListeExercices().size()); }
@@ -215,7 +223,7 @@ bool QVAPI::QVOpenExercice(const std::string& nomDonne) {
   const std::string listee = NomListe(*m_etat, nomDonne, erreur), nom = listee.empty() ? nomDonne : listee;
   const bool connu = !listee.empty() || !LitReglage(*m_etat, nom, "Debut", erreur).empty();
   const bool enSuspens = !LitReglage(*m_etat, nom, CleRemplacement, erreur).empty();
-  if (erreur != 0) return RefuseDit(*this, *m_etat, erreur);
+  if (erreur != 0) return RefuseReglages(*this, *m_etat, erreur);
   if (enSuspens) return m_etat->Refuse(echec);
   QVCloseExercice();
   // A directory without a section is what an unclean stop left.
@@ -237,7 +245,7 @@ u32 QVAPI::QVConvertCompta(const std::string& nom) {
   if (!CabinetPret(*m_etat)) return 0;
   int erreur = 0;
   const std::string listee = NomListe(*m_etat, nom, erreur);
-  if (erreur != 0) return RefuseDit(*this, *m_etat, erreur);
+  if (erreur != 0) return RefuseReglages(*this, *m_etat, erreur);
   if (!EssaieFichiers(*m_etat, listee.empty() ? nom : listee)) return 0;
   // Opening a file checks its sums and converts one of an older form: those that nobody has opened yet
   // follow. What is wrong with one of them is told by whoever needs it.

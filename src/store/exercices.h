@@ -47,8 +47,10 @@ std::vector<std::string> ClesExercice();
 
 /// True when a practice is open and its settings can be read; else refuses, told.
 bool CabinetPret(EtatQVAPI& etat);
-/// Refuses and tells the code's own words, or a numbered text.
-bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code);
+/// Refuses and tells the code's own words with its file (none: that of the last failure), or a numbered text.
+bool RefuseDit(QVAPI& magasin, EtatQVAPI& etat, int code, const std::string& fichier = {});
+/// The same for settings that cannot be read or written.
+bool RefuseReglages(QVAPI& magasin, EtatQVAPI& etat, int code);
 bool RefuseDit(EtatQVAPI& etat, int code, u32 numero, const std::string& texte);
 
 /// File numbers of the data files that every exercice is made with.

@@ -71,7 +71,9 @@ Moteur::~Moteur() {
 bool Moteur::EstOuvert() const { return m->ouvert; }
 const std::string& Moteur::Detenteur() const { return m->verrou.Detenteur(); }
 int Moteur::Erreur() const { return m->erreur; }
-void Moteur::PoseErreur(int code) { m->Echec(code); }
+void Moteur::PoseErreur(int code, const std::string& fichier) {
+  m->Echec(code, fichier.empty() && code == m->erreur ? std::string(m->fichierErreur) : fichier);
+}
 const std::string& Moteur::FichierErreur() const { return m->fichierErreur; }
 
 void Moteur::Avertit(const std::string& phrase) { m->avertissements.push_back(phrase); }

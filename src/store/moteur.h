@@ -110,7 +110,8 @@ class Moteur {
 
   // -- inspection
   int Erreur() const;
-  void PoseErreur(int code);
+  /// Without a file: that of the same error stays.
+  void PoseErreur(int code, const std::string& fichier = {});
   /// File that the last error is about, empty when none.
   const std::string& FichierErreur() const;
   bool EstLibre(u16 numFichier, Position position);

@@ -178,6 +178,10 @@ u64 QVAPI::NbSynchros() const { return m_etat->moteur->NbSynchros(); }
 
 int QVAPI::QVFileErrorCode() const { return m_etat->moteur->Erreur(); }
 std::string QVAPI::QVFichierErreur() const { return m_etat->moteur->FichierErreur(); }
+std::string QVAPI::QVEchecTexte() const {
+  const std::string texte = QVErreurTexte(QVFileErrorCode()), fichier = QVFichierErreur();
+  return fichier.empty() ? texte : texte + " : " + DepuisUtf8(fichier).value_or(fichier);
+}
 void QVAPI::PoseErreur(int code) { m_etat->Refuse(code); }
 
 void QVAPI::QVAvertit(const std::string& phrase) { m_etat->moteur->Avertit(phrase); }

@@ -261,6 +261,8 @@ class QVAPI {
   /// Error of the last failed operation (ErreurMagasin or errno); 0 when none.
   int QVFileErrorCode() const;
   std::string QVErreurTexte(int code) const;
+  /// The last failure in words, with the path of its file if any.
+  std::string QVEchecTexte() const;
   /// Path of the file that the last failure is about, empty when none.
   std::string QVFichierErreur() const;
   /// Sentences (Windows-1252) on what went wrong without stopping the work, such

@@ -163,12 +163,7 @@ QColor Lisible(const QColor& texte, const QColor& fond) { return LisibleSur(text
 
 bool CabinetOuvert(const CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
 
-bool DitEchecReglages(CFenlorApp& app) {
-  const Profil& reglages = app.Magasin.Reglages();
-  const int erreur = reglages.Erreur() ? reglages.Erreur() : EIO;
-  return app.ReportErreur(ErrReglages,
-                          {De1252(QString::fromStdString(reglages.Chemin())), TexteErreurSysteme(erreur)});
-}
+bool DitEchecReglages(CFenlorApp& app) { return app.Dit(app.EchecReglages()); }
 
 QFont FaitPolice(const Police& police) {
   QFont resultat = QFontDatabase::systemFont(QFontDatabase::GeneralFont);

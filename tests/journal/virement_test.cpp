@@ -186,6 +186,10 @@ TEST(VirementPanne, LesDeuxMoitiesOuAucune) {
     EXPECT_EQ(unsigned{ErrMagasin}, r.numero);
     EXPECT_EQ(0u, fait.depense + fait.recette);
     EXPECT_EQ(r.dit, !cabinet.Boite.Erreurs.empty()) << "told once";
+    const auto dite = r.dit ? cabinet.Boite.Erreurs[0] : DialogueScript::Echange{r.numero, r.texte};
+    EXPECT_NE(dite.texte.find(cabinet.App().PathCabinet + "/"), std::string::npos)
+        << "which file: " << dite.texte;
+    EXPECT_EQ(unsigned{ErrMagasin}, dite.numero);
   }
   EXPECT_GT(refus, 0u);
 }

@@ -103,6 +103,11 @@ TEST_F(FraisKm, UneDistance) {
   Regle("2003", "Coef Euro", "");
   EXPECT_EQ(LitFraisKm(App()).fixe, "9000");
   EXPECT_DOUBLE_EQ(FraisKilometriques(App()), 12000 * 0.3 + 9000);
+  // What is no number counts as blank, and where nothing stands behind it, as what new books begin with.
+  for (const char* section : {"2003", Commune}) {
+    Regle(section, "Borne Inf", "abc");
+    EXPECT_EQ(LitFraisKm(App()).borneInf, "5000") << section;
+  }
 }
 
 TEST_F(FraisKm, LeCompteurPasseALExerciceSuivant) {

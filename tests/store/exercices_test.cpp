@@ -388,7 +388,17 @@ TEST_P(PannesExercice, LAncienOuLeNouveauJamaisLaMoitie) {
     FabriqueMemoire cles;
     auto magasin = Ouvre(dossier.Chemin(), disque, cles);
     disque.Programme(k, ENOSPC, SystemeFautif::Tous, !panne.definitive);
+    bool dit = false, verifie = false;
+    magasin->QVSetCallback([&](u32 evenement, u32 numero, const std::string& texte) {
+      if (evenement == EvQuestion) return u32{RepOui};
+      const bool retabli = texte.find("n'a pas pu") != texte.npos;
+      EXPECT_TRUE(verifie || (numero != 0 && (retabli || texte.find('/') != texte.npos))) << texte;
+      dit = true;
+      return 0u;
+    });
     const bool fait = Agit(*magasin, panne);
+    EXPECT_TRUE(fait || dit);
+    verifie = true;
     allee = disque.NbPannes() == 0;
     EXPECT_TRUE(fait || magasin->QVFileErrorCode() != 0);
     if (panne.definitive) {

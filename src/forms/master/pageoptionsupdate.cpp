@@ -44,7 +44,7 @@ bool CPageOptionsUpdate::Enregistre() {
                    : m_finSession.isChecked() ? MiseAJourFinSession
                                               : MiseAJourAuDemarrage;
   if (EcritMiseAJour(App(), {mode, m_jours.value(), m_application.Valeur()})) return true;
-  return App().ReportErreur(ErrMagasin, {App().Magasin.QVErreurTexte(App().Magasin.QVFileErrorCode())});
+  return App().Dit(App().EchecMagasin());
 }
 
 }  // namespace fenlor
