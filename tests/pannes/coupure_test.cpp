@@ -321,6 +321,7 @@ class Coupure : public testing::Test {
     fs::remove_all(m_dossier.Chemin() + "/essai");
     fs::create_directories(m_dossier.Chemin() + "/essai");
     fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+    if (m_sansSommes) test::OteSommes(m_essai);
     bool coupee = false;
     Livres acquis, possible;
     {
@@ -393,6 +394,7 @@ class Coupure : public testing::Test {
   Livres m_depart;
   EcrSimple m_modele{};
   std::size_t m_reprise = ReprisePetite;
+  bool m_sansSommes = false;  ///< the practice is of the form before slots had sums
 };
 
 TEST_F(Coupure, AChaqueSynchro) { Joue(Histoire, Nombre("FENLOR_GRAINES", 6), "", false); }
@@ -405,6 +407,11 @@ TEST_F(Coupure, AvecLeJournalDeRepriseLivre) {
   m_reprise = RepriseLivree;
   Joue(Histoire, Nombre("FENLOR_GRAINES", 6), "", false);
   Joue(GrandeHistoire, 3, "", false);
+}
+
+TEST_F(Coupure, PendantUneConversion) {
+  m_sansSommes = true;
+  Joue(PetiteHistoire, Nombre("FENLOR_GRAINES", 6), "", false);
 }
 
 /// A sync fails, the work goes on, and the power is cut later.

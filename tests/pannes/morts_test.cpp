@@ -241,12 +241,14 @@ TEST_F(Morts, UneConversionTueeRecommence) {
   ASSERT_EQ(Ctl({"--cabinet", m_cabinet, "saisir", "--tout"}, entree).statut, 0);
   const Resultat sain = Ctl({"--cabinet", m_cabinet, "exporter", "JOURNAL"});
   ASSERT_EQ(sain.statut, 0) << sain.erreurs;
+  unsigned duree = 60'000;  // of a conversion, in microseconds; learned as it goes
   for (bool finie = true; tues < morts; tues += !finie) {
     if (finie) test::OteSommes(m_cabinet);
     Enfant enfant({"--cabinet", m_cabinet, "balance"}, "/dev/null");
-    enfant.Ecoute(500 + Tire(60'000));
+    enfant.Ecoute(500 + Tire(duree));
     enfant.Tue();
     finie = enfant.Attend().statut != 128 + 9;
+    duree = finie ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
   }
   std::cout << tues << " conversions killed\n";
   const Resultat apres = Ctl({"--cabinet", m_cabinet, "exporter", "JOURNAL"});

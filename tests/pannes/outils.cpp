@@ -24,7 +24,8 @@ namespace fs = std::filesystem;
 
 namespace fenlor::pannes {
 
-Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entree, Systeme* systeme) {
+Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entree, Systeme* systeme,
+             const std::string& programmes) {
   std::istringstream in(entree);
   std::ostringstream out, err;
   // Syncs change nothing for a process that is not killed; they only take time.
@@ -32,6 +33,7 @@ Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entre
   OptionsCtl options;
   options.magasin.systeme = systeme ? systeme : &sansSynchro;
   options.magasin.tailleReprise = 256 << 10;
+  options.pathProgrammes = programmes;
   Resultat r;
   r.statut = ExecuteCtl(arguments, in, out, err, options);
   r.sortie = out.str();

@@ -24,9 +24,9 @@ struct Resultat {
   std::string erreurs;
 };
 
-/// fenlorctl inside this process, with a small redo log.
+/// fenlorctl inside this process, with a small redo log. `programmes`: folder of a template.
 Resultat Ctl(const std::vector<std::string>& arguments, const std::string& entree = {},
-             Systeme* systeme = nullptr);
+             Systeme* systeme = nullptr, const std::string& programmes = {});
 
 /// fenlorctl, or another program beside this one, as a child whose standard input is a file.
 class Enfant {
