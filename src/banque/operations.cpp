@@ -37,8 +37,11 @@ Refus ControleCompte(CFenlorApp& app, const std::string& compte) {
   return banque ? Refus{} : Refus(ErrCompteNonBancaire, "compte", {compte});
 }
 
-Refus ControleMontant(const CFenlorApp& app, const Banque& rec) {
-  if (Centimes(rec.MontantFranc) > 0 && Centimes(rec.MontantEuro) > 0) return {};
+/// Two cents in Franc are none in Euro.
+Refus ControleMontant(const CFenlorApp& app, const Banque& rec, bool euro) {
+  const bool possible = MontantPossible(rec.MontantFranc) && MontantPossible(rec.MontantEuro) &&
+                        rec.MontantFranc >= 0 && rec.MontantEuro >= 0;
+  if (possible && Centimes(euro ? rec.MontantEuro : rec.MontantFranc) > 0) return {};
   const char separateur = app.Reglages.SeparateurDecimal();
   const auto texte = [&](f64 montant) { return FormatMontant(montant, 2, separateur); };
   const f64 montant = std::max(rec.MontantFranc, rec.MontantEuro);
@@ -101,9 +104,12 @@ Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec
   if (rec.DateValeur == 0) rec.DateValeur = rec.Date;
   rec.Sens = fiche.sens != 0;
   const f64 montant = Arrondi2(fiche.montant), taux = app.Magasin.GetTauxEuro(rec.Date);
-  rec.MontantEuro = fiche.euro ? montant : QVAPI::ConvertFrancToEuro(taux, montant);
-  rec.MontantFranc = fiche.euro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant;
-  return ControleMontant(app, rec);
+  f64 autre = Arrondi2(fiche.autre);
+  if (autre == 0)
+    autre = fiche.euro ? QVAPI::ConvertEuroToFranc(taux, montant) : QVAPI::ConvertFrancToEuro(taux, montant);
+  rec.MontantEuro = fiche.euro ? montant : autre;
+  rec.MontantFranc = fiche.euro ? autre : montant;
+  return ControleMontant(app, rec, fiche.euro);
 }
 
 Refus EnregistreOperation(CFenlorApp& app, FicheOperation& fiche) {

@@ -21,6 +21,7 @@ struct FicheOperation {
   i16 sens = 0;      ///< in the bank's own sense: 0 débit, 1 crédit
   f64 montant = 0;   ///< above 0
   bool euro = true;  ///< currency of `montant`
+  f64 autre = 0;     ///< the same in the other currency; 0: at the rate of the date
   static const TableFiche Table;
 };
 
@@ -39,7 +40,7 @@ Refus LitOperation(CFenlorApp& app, Position position, OperationLue& operation);
 /// As the fields of the form hold it.
 FicheOperation FicheDe(CFenlorApp& app, const OperationLue& operation, bool euro);
 
-/// The record that an operation makes, the other currency at the rate of its date. In order: an account that
+/// The record that an operation makes. In order: an account that
 /// is no bank account of the chart (3119, 3450), a text too long (3206), no date (3076) or none of a calendar
 /// (3104), no amount (3077) or one that the books cannot hold (3401).
 Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec);

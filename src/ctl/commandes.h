@@ -21,5 +21,6 @@ void DeclareAmortissement(LigneCommande& ligne);    ///< amortissement
 void DeclareImmobilisations(LigneCommande& ligne);  ///< immobilisation
 void DeclareFraisKm(LigneCommande& ligne);          ///< frais-km
 void DeclareRemise(LigneCommande& ligne);           ///< remise
+void DeclareRapprochement(LigneCommande& ligne);    ///< rapprochement
 
 }  // namespace fenlor
