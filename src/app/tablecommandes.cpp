@@ -19,6 +19,7 @@
 #include "app/raccourcis.h"
 #include "app/textes.h"
 #include "core/erreurs.h"
+#include "forms/banque/dialograpprochement.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -71,6 +72,10 @@ void Etat(CMainFrame& cadre, unsigned numero) {
 void Virement(CMainFrame& cadre, unsigned) {
   if (!CDialogVirement::PeutOuvrir(cadre.Contexte())) return;
   CDialogVirement(cadre.Contexte(), &cadre).Execute();
+}
+void Rapprochement(CMainFrame& cadre, unsigned) {
+  if (!CDialogRapprochement::PeutOuvrir(cadre.Contexte())) return;
+  CDialogRapprochement(cadre.Contexte(), &cadre).Execute();
 }
 void Calculatrice(CMainFrame& cadre, unsigned) { cadre.BasculeCalculatrice(); }
 void Barre(CMainFrame& cadre, unsigned numero) {
@@ -251,7 +256,7 @@ constexpr Commande table[] = {
     {1040, M::Traitements, false, "&Virement interne...", "Virement", "virement", "Ctrl+Shift+V",
      Si::Exercice, Virement, "Passe de l'argent d'un compte de trésorerie à un autre."},
     {1041, M::Traitements, false, "&Rapprochement bancaire...", "Rapprocher", "rapprochement", "Ctrl+B",
-     Si::Exercice, nullptr, plusTard},
+     Si::Exercice, Rapprochement, "Rapproche le relevé de la banque et les livres."},
     {1224, M::Traitements, true, "&Validation du brouillard...", "Validation", "validation", "", Si::Exercice,
      Forme<CDialogValidation>, "Rend définitives les écritures d'une période."},
 

@@ -336,4 +336,12 @@ Formulaire& Formulaire::Astuce(const QString& texte) {
   return *this;
 }
 
+QWidget* ColonneDeChamps(QWidget& zone, const std::function<void(Formulaire&)>& declare) {
+  auto* colonne = new QWidget(&zone);
+  Formulaire formulaire{*colonne};
+  colonne->layout()->setContentsMargins(0, 0, 0, 0);
+  declare(formulaire);
+  return colonne;
+}
+
 }  // namespace fenlor

@@ -84,4 +84,7 @@ class Formulaire {
   int m_colonneGrille = 0;  ///< of the label of the current field, -1 beside a check box
 };
 
+/// Part of a form, with fields of its own and no margins.
+QWidget* ColonneDeChamps(QWidget& zone, const std::function<void(Formulaire&)>& declare);
+
 }  // namespace fenlor

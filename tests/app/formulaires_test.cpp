@@ -23,6 +23,7 @@
 #include "forms/assets/dialogacquisition.h"
 #include "forms/assets/dialogamortissements.h"
 #include "forms/assets/dialogcession.h"
+#include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
@@ -230,11 +231,12 @@ void TousLesFormulaires::Ecritures() {
   ZNDialogChangeMois autreMois(Ui, 3);
   CDialogValidation validation(Ui);
   CDialogVirement virement(Ui);
+  CDialogRapprochement rapprochement(Ui);
   CDialogFraisKm frais(Ui);
   CriteresRemise cheques = CriteresRemiseProposes(App());
   CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
-  for (QDialog* forme :
-       std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &frais, &remise})
+  for (QDialog* forme : std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement,
+                                                        &rapprochement, &frais, &remise})
     Regarde(*forme);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,

@@ -25,15 +25,6 @@ namespace {
 
 constexpr int TailleMontant = 16;
 
-/// Part of a form, with fields of its own and no margins.
-QWidget* Colonne(QWidget& zone, const std::function<void(Formulaire&)>& declare) {
-  auto* colonne = new QWidget(&zone);
-  Formulaire formulaire{*colonne};
-  colonne->layout()->setContentsMargins(0, 0, 0, 0);
-  declare(formulaire);
-  return colonne;
-}
-
 QString Titre(i16 journal, bool ajout) {
   return TexteQ(TitreEcriture, {Texte(journal == JournalRecettes ? TitreRecette : TitreDepense),
                                 Texte(ajout ? MotAjout : MotModification)});
@@ -66,6 +57,7 @@ CDialogEcriture::CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& 
     m_monnaie.Pose(App().Reglages.IsEuro());
     m_monnaie.Ouvre(m_ouverture.date);
     m_tresorerie->Vide(m_ouverture.tresorerie);
+    if (m_ouverture.proposition) Propose(*m_ouverture.proposition);
     ActualiseEtat();
   } else {
     m_lu = Charge(m_ouverture.mouvement);
@@ -95,14 +87,14 @@ void CDialogEcriture::Declare() {
   colonnes->addLayout(gauche, 1);
   colonnes->addLayout(droite);
   auto* pile = new QVBoxLayout(&Zone());
-  pile->addWidget(Colonne(Zone(), [this](Formulaire& f) { m_jour.Declare(f, u"Date :"_s, "jour"); }));
+  pile->addWidget(ColonneDeChamps(Zone(), [this](Formulaire& f) { m_jour.Declare(f, u"Date :"_s, "jour"); }));
   pile->addLayout(colonnes, 1);
 
-  gauche->addWidget(Colonne(Zone(), [this](Formulaire& f) {
+  gauche->addWidget(ColonneDeChamps(Zone(), [this](Formulaire& f) {
     m_compte.Declare(f);
     f.Champ(u"Libellé :"_s, m_libelle, "libelle");
   }));
-  QWidget* montants = Colonne(Zone(), [this](Formulaire& f) { DeclareMontants(f); });
+  QWidget* montants = ColonneDeChamps(Zone(), [this](Formulaire& f) { DeclareMontants(f); });
   QPalette lisible;  // the share that is not typed in receipts is read all the same
   lisible.setColor(QPalette::Disabled, QPalette::Text, palette().color(QPalette::Active, QPalette::Text));
   montants->setPalette(lisible);
@@ -114,7 +106,7 @@ void CDialogEcriture::Declare() {
       },
       &Zone());
   gauche->addWidget(m_tresorerie, 1);
-  droite->addWidget(Colonne(Zone(), [this](Formulaire& f) { DeclareEtat(f); }), 1);
+  droite->addWidget(ColonneDeChamps(Zone(), [this](Formulaire& f) { DeclareEtat(f); }), 1);
   AligneMontants();
 
   m_compte.SurChoix([this] { CompteChange(); });
@@ -193,7 +185,8 @@ void CDialogEcriture::Astuce(QWidget& champ, f64 MontantsSaisie::*montant) {
 
 void CDialogEcriture::PoseBoutons() {
   const bool voisins = !Ajout() && m_ouverture.proprietaire && !m_ouverture.consultation;
-  Boutons(Ajout() ? Mode::Ajout : Mode::Modification, voisins);
+  const Mode mode = m_ouverture.sauve ? Mode::Simple : Ajout() ? Mode::Ajout : Mode::Modification;
+  Boutons(mode, voisins);
   if (!voisins) AjouteAide();
   auto* deverrouille = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this);
   connect(deverrouille, &QShortcut::activated, this, &CDialogEcriture::Deverrouille);
@@ -311,6 +304,18 @@ void CDialogEcriture::ActualiseEtat() {
   permet("suivant", m_voisins.De(1) != 0);
 }
 
+/// What the caller knows of a new entry; the account, from which the shares follow, is left to choose.
+void CDialogEcriture::Propose(const SaisieEcriture& saisie) {
+  m_monnaie.Pose(saisie.euro);
+  m_libelle.Pose(saisie.libelle);
+  m_montants.ttc = saisie.montants.ttc;
+  m_ttc.Pose(saisie.montants.ttc);
+  EcritureLue ecriture;
+  ecriture.saisie = saisie;
+  m_tresorerie->Pose(ecriture);
+  CZNDialog::Focalise(m_compte.Code());
+}
+
 // ---------------------------------------------------------------- While typing
 
 void CDialogEcriture::CompteChange() {
@@ -408,7 +413,10 @@ SaisieEcriture CDialogEcriture::Saisie() const {
 bool CDialogEcriture::Enregistre() {
   if (Fige()) return true;
   EcritureFaite faite;
-  if (!Refuse(EnregistreEcriture(App(), Saisie(), faite))) return false;
+  const SaisieEcriture saisie = Saisie();
+  if (!Refuse(m_ouverture.sauve ? m_ouverture.sauve(saisie, faite)
+                                : EnregistreEcriture(App(), saisie, faite)))
+    return false;
   m_derniere = faite.mouvement;
   m_delie = false;
   m_tresorerie->OublieModifications();

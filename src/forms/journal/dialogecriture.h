@@ -59,6 +59,7 @@ class CDialogEcriture : public CZNDialog {
 
   bool Charge(u32 mouvement);
   void Montre(const EcritureLue& ecriture);
+  void Propose(const SaisieEcriture& saisie);
   void MontreCompte(const std::string& compte);
   void MontreMontants(bool partPro);
   void MontreMarques(const MarquesEcriture& marques);

@@ -1,6 +1,7 @@
 // What the journal window and the forms of entries know of each other.
 #pragma once
 
+#include "journal/saisie.h"
 #include "ui/fenetres.h"
 
 namespace fenlor {
@@ -29,6 +30,10 @@ struct OuvertureEcriture {
   u32 mouvement = 0;                       ///< entry to open, 0 for a new one
   bool consultation = false;               ///< without neighbours
   ListeEcritures* proprietaire = nullptr;  ///< may be absent
+  /// Of one new entry: what is known of it, and how it is saved. The form ends with it; cancelling asks
+  /// nothing.
+  const SaisieEcriture* proposition = nullptr;
+  std::function<Refus(const SaisieEcriture&, EcritureFaite&)> sauve = {};
 };
 
 }  // namespace fenlor
