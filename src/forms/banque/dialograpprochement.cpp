@@ -109,7 +109,10 @@ void CDialogRapprochement::DeclareOperations(Formulaire& formulaire) {
       .Limite(10)
       .Champ(u"Dé&bit :"_s, m_debit, "debit")
       .Limite(TailleMontant)
-      .SurDepart([this] { QuitteMontant(m_debit, m_credit); })
+      .SurDepart([this] {
+        QuitteMontant(m_debit, m_credit);
+        if (m_credit.hasFocus() && m_debit.Valeur() != 0) CZNDialog::Focalise(m_nature);
+      })
       .Champ(u"C&rédit :"_s, m_credit, "credit")
       .Limite(TailleMontant)
       .SurDepart([this] { QuitteMontant(m_credit, m_debit); })
@@ -130,7 +133,7 @@ void CDialogRapprochement::DeclareLignes(Formulaire& formulaire) {
   formulaire.Champ(u"D&u :"_s, m_du, "du")
       .Limite(10)
       .SurDepart([this] { ChangePeriode(); })
-      .Suite(u"Au :"_s, m_au, "au")
+      .Champ(u"Au :"_s, m_au, "au")
       .Limite(10)
       .SurDepart([this] { ChangePeriode(); })
       .Champ(u"Libellé :"_s, m_libelle, "libelleLigne")
@@ -216,11 +219,10 @@ void CDialogRapprochement::DeclareTouches() {
   m_listeOperations.SurActivation([this] { ModifieOperation(); });
   m_listeLignes.SurActivation([this] { Manuel(); });
   Touche(m_listeOperations, QKeySequence::Delete, [this] { SupprimeOperationChoisie(); });
-  for (CZNListCtrl* liste : {&m_listeOperations, &m_listeLignes}) {
-    CZNListCtrl& autre = liste == &m_listeLignes ? m_listeOperations : m_listeLignes;
+  for (CZNListCtrl* liste : {&m_listeOperations, &m_listeLignes})
     Touche(*liste, Qt::Key_Insert, [this] { CreeEcriture(); });
-    Touche(*liste, Qt::Key_F6, [&autre] { CZNDialog::Focalise(autre); });
-  }
+  connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, this,
+          [this] { CZNDialog::Focalise(m_listeOperations.hasFocus() ? m_listeLignes : m_listeOperations); });
   Touche(m_listeLignes, Qt::ALT | Qt::Key_Up, [this] { m_listeOperations.LignePrecedente(); });
   Touche(m_listeLignes, Qt::ALT | Qt::Key_Down, [this] { m_listeOperations.LigneSuivante(); });
 }
@@ -269,9 +271,7 @@ void CDialogRapprochement::ChangeMonnaie() {
 
 /// An amount stands on one side.
 void CDialogRapprochement::QuitteMontant(EditeurMontant& quitte, EditeurMontant& autre) {
-  if (!quitte.Porte()) return;
-  autre.clear();
-  if (autre.hasFocus() && quitte.Valeur() != 0) CZNDialog::Focalise(m_nature);
+  if (quitte.Porte()) autre.clear();
 }
 
 void CDialogRapprochement::Recharge() {

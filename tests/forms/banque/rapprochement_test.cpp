@@ -1,0 +1,198 @@
+#include <gmock/gmock.h>
+
+#include "banque/textes.h"
+#include "core/erreurs.h"
+#include "forms/banque/dialograpprochement.h"
+#include "forms/banque/textes.h"
+#include "forms/journal/formesjournal.h"
+#include "session/verification.h"
+
+namespace fenlor::test {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr Date Mars(unsigned jour) { return FaitDate(jour, 3, 2003); }
+
+class FormeRapprochement : public FormesJournal {
+ protected:
+  void Operation(Date date, f64 montant, i16 sens, const std::string& libelle = "VIR") {
+    FicheOperation fiche;
+    fiche.compte = "512";
+    fiche.date = date;
+    fiche.libelle = libelle;
+    fiche.sens = sens;
+    fiche.montant = montant;
+    ASSERT_FALSE(EnregistreOperation(App(), fiche));
+  }
+  std::size_t NbOperations() { return LitOperations(App(), Long("512")).size(); }
+  std::size_t NbLignes() { return LignesARapprocher(App(), {Long("512"), Mars(1), Mars(31)}).size(); }
+  void Touche(QWidget& f, Qt::Key touche, Qt::KeyboardModifiers avec = Qt::NoModifier) {
+    ++m_touches;
+    QTest::keyClick(f.focusWidget(), touche, avec);
+    QApplication::processEvents();
+  }
+  void Frappe(QWidget& f, const QString& texte) {
+    m_touches += static_cast<unsigned>(texte.size());
+    QTest::keyClicks(f.focusWidget(), texte);
+  }
+  static TableListe& Table(QDialog& f, const char* nom) { return Trouve<TableListe>(f, nom); }
+  static QString Lu(QDialog& f, const char* nom) { return Trouve<QLabel>(f, nom).text(); }
+
+  Robot m_robot;
+  unsigned m_touches = 0;
+};
+
+/// A month as the bank sent it: 50 operations with their line, 5 of two lines, 5 that the books forgot.
+TEST_F(FormeRapprochement, UnMoisAuClavier) {
+  i64 solde = 0;
+  for (unsigned i = 0; i < 50; ++i) {
+    const f64 montant = 10 + 0.37 * i;
+    Operation(Mars(1 + i % 20), montant, 1);
+    ASSERT_NE(0u, AjouteSimple(JournalRecettes, Mars(1 + i % 20), "706", montant, "512"));
+    solde += 1000 + 37 * i;
+  }
+  for (unsigned i = 0; i < 5; ++i) {
+    for (const f64 part : {100.1, 50.2})
+      ASSERT_NE(0u, AjouteSimple(JournalRecettes, Mars(21 + i), "706", part + i, "512"));
+    Operation(Mars(21 + i), 150.3 + 2 * i, 1, "REMISE");
+    Operation(Mars(27 + i), 7.5 + i, 0, "FRAIS");
+    solde += 15030 + 200 * i - 750 - 100 * i;
+  }
+  ASSERT_FALSE(
+      EcritSoldeReleve(App(), Long("512"), SoldeReleve{static_cast<f64>(solde) / 100, true, Mars(31)}));
+  CDialogRapprochement f(Ui);
+  Montre(f);
+  EXPECT_EQ("du", Focus(f));
+  EXPECT_EQ(Lu(f, "soldeLivres"), u"0,00 €"_s);
+  while (Focus(f) != "confirmation") Touche(f, Qt::Key_C, Qt::AltModifier);
+  Touche(f, Qt::Key_Space);
+  Touche(f, Qt::Key_A, Qt::AltModifier);
+  ASSERT_THAT(Boite.NumerosQuestions(), ElementsAre(+InfoRapprochements));
+  EXPECT_EQ("50 rapprochements bancaires effectués\npour 60 opérations enregistrées"_w,
+            Boite.Questions[0].texte);
+  ++m_touches;  // the box is closed
+  EXPECT_EQ("operations", Focus(f));
+  Touche(f, Qt::Key_F6);
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_EQ(Lu(f, "natureChoisie"), u"REMISE"_s);
+    Touche(f, Qt::Key_Down);
+    Touche(f, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(Lu(f, "cumul"), QString::number(150.3 + 2 * i, 'f', 2).replace(u'.', u',') + u" €"_s);
+    Touche(f, Qt::Key_Return);
+  }
+  EXPECT_EQ(0u, NbLignes());
+  for (int i = 0; i < 5; ++i) {
+    m_robot.Attend("DialogEcriture", [this](QDialog& ecriture) {
+      EXPECT_EQ("code", Focus(ecriture));
+      Frappe(ecriture, u"LOY"_s);
+      Touche(ecriture, Qt::Key_Return);
+    });
+    Touche(f, Qt::Key_Insert);
+    f.activateWindow();
+    QApplication::processEvents();
+  }
+  EXPECT_EQ(0u, NbOperations());
+  EXPECT_EQ(Lu(f, "difference"), u"0,00 €"_s);
+  Touche(f, Qt::Key_Escape);
+  EXPECT_FALSE(f.isVisible());
+  EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
+  EXPECT_LE(m_touches, 60u);
+  RecordProperty("touches", static_cast<int>(m_touches));
+  EXPECT_EQ(0u, VerifieExercice(App(), [](const std::string& p) { ADD_FAILURE() << p; }));
+}
+
+TEST_F(FormeRapprochement, UneOperationSeTapeSeChangeEtSeGarde) {
+  CDialogRapprochement f(Ui);
+  Montre(f);
+  Tape(Champ(f, "date"), u"3/3"_s);
+  Tape(Champ(f, "credit"), u"5"_s);
+  Tape(Champ(f, "debit"), u"12,5"_s);
+  Touche(f, Qt::Key_Tab);
+  EXPECT_EQ("libelle", Focus(f));
+  EXPECT_TRUE(Champ(f, "credit").text().isEmpty()) << "an amount stands on one side";
+  Frappe(f, u"FRAIS"_s);
+  Touche(f, Qt::Key_Return);
+  ASSERT_EQ(1u, NbOperations());
+  EXPECT_EQ("date", Focus(f));
+  EXPECT_TRUE(Champ(f, "date").text().isEmpty() && Champ(f, "debit").text().isEmpty());
+  TableListe& operations = Table(f, "operations");
+  EXPECT_EQ(0, operations.LigneChoisie());
+  EXPECT_EQ(operations.Modele().Champ(0, 2), u"12,50 €"_s);
+
+  Va(operations);
+  Touche(f, Qt::Key_Return);
+  EXPECT_EQ(Champ(f, "debit").text(), u"12,50"_s);
+  EXPECT_EQ(0, operations.Modele().NbLignes());
+  EXPECT_EQ(1u, NbOperations()) << "until it is saved again";
+  Boite.Reponses = {RepNon};
+  Touche(f, Qt::Key_Escape);
+  EXPECT_FALSE(f.isVisible());
+  EXPECT_EQ(1u, NbOperations());
+}
+
+TEST_F(FormeRapprochement, LesRefusEtLaRegleDeSelection) {
+  AjouteSimple(JournalRecettes, Mars(3), "706", 20, "512");
+  AjouteSimple(JournalRecettes, Mars(4), "706", 30, "512");
+  AjouteSimple(JournalDepenses, Mars(5), "6132", 40, "512");
+  CDialogRapprochement f(Ui);
+  Montre(f);
+  const auto refus = [&](const char* bouton) {
+    Boite.Oublie();
+    Clique(Case(f, bouton));
+    const auto numeros = Boite.NumerosErreurs();
+    return std::pair(numeros.empty() ? 0u : numeros[0], Focus(f));
+  };
+  using R = std::pair<unsigned, std::string>;
+  EXPECT_EQ(refus("ok"), R(ErrMontantOperation, "debit"));
+  Champ(f, "date").clear();
+  EXPECT_EQ(refus("ok"), R(ErrDateOperation, "date"));
+  EXPECT_EQ(refus("manuel"), R(ErrSansOperationChoisie, "operations"));
+  for (const char* bouton : {"modifier", "supprimer", "creer"})
+    EXPECT_EQ(refus(bouton), R(ErrSansOperationChoisie, "operations"));
+  EXPECT_EQ(refus("automatique").first, ErrSansOperation);
+
+  TableListe& lignes = Table(f, "lignes");
+  const auto clique = [&](int ligne) {
+    QTest::mouseClick(lignes.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      lignes.visualRect(lignes.Modele().index(ligne, 0)).center());
+  };
+  clique(0);
+  clique(1);
+  EXPECT_EQ(Lu(f, "cumul"), u"50,00 €"_s);
+  clique(2);
+  EXPECT_THAT(lignes.LignesChoisies(), ElementsAre(2));
+  EXPECT_EQ(Lu(f, "cumul"), u"40,00 €"_s);
+  Trouve<QRadioButton>(f, "franc").click();
+  EXPECT_EQ(Lu(f, "cumul"), u"262,38 F"_s);
+
+  Tape(Champ(f, "du"), u"4/4"_s);
+  Va(Champ(f, "soldeReleve"));
+  EXPECT_EQ(Champ(f, "au").text(), u"04/04/2003"_s) << "the second bound follows the first";
+  EXPECT_EQ(0, lignes.Modele().NbLignes());
+  Regle("2003", "Cloture", "31/12/2003");
+  EXPECT_FALSE(CDialogRapprochement::PeutOuvrir(Ui));
+  EXPECT_EQ(ErrExerciceCloture.numero, Boite.NumerosErreurs().back());
+}
+
+TEST_F(FormeRapprochement, EchapLaisseTout) {
+  Operation(Mars(10), 7.5, 0, "FRAIS");
+  CDialogRapprochement f(Ui);
+  Montre(f);
+  Va(Table(f, "operations"));
+  m_robot.Attend("DialogEcriture", [this](QDialog& ecriture) {
+    EXPECT_EQ(Champ(ecriture, "ttc").text(), u"7,50"_s);
+    EXPECT_EQ(Liste(ecriture, "libelle").currentText(), u"FRAIS"_s);
+    EXPECT_TRUE(Trouve<QRadioButton>(ecriture, "autre").isChecked());
+    Touche(ecriture, Qt::Key_Escape);
+  });
+  Touche(f, Qt::Key_Insert);
+  EXPECT_EQ(1u, NbOperations());
+  EXPECT_EQ(0u, Magasin().GetJournalRec(0));
+  EXPECT_TRUE(Boite.Questions.empty());
+}
+
+}  // namespace
+}  // namespace fenlor::test
