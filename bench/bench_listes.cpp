@@ -2,7 +2,9 @@
 // Opens and sorts the chart of accounts with so many accounts (5000 and 50000) beside an
 // empty list window of the same run, and says how many rows were read to paint the window and to
 // turn a page. Offscreen, unless QT_QPA_PLATFORM says otherwise; the practices are made through the
-// store in a temporary directory, removed at the end unless something fails. It judges nothing.
+// store in a temporary directory, removed at the end unless something fails. It judges nothing of that.
+// Then it paints a screen of the register of assets, each row read anew, with 2000 assets beside 20. The bar:
+// at most 1.5 times as long; the status is 1 when it is missed, unless the sizes are other ones.
 #include <QApplication>
 #include <QScrollBar>
 #include <cstdio>
@@ -16,6 +18,8 @@
 #include "core/texte.h"
 #include "dialoguemuet.h"
 #include "fenetresbanc.h"
+#include "forms/assets/immolist.h"
+#include "forms/assets/immoview.h"
 #include "forms/master/comptesview.h"
 #include "master/comptes.h"
 #include "mesures.h"
@@ -27,11 +31,13 @@ namespace fenlor::bench {
 namespace {
 
 constexpr int Designation = 2, Solde = 5;  // columns of the chart
+constexpr unsigned PeuDeBiens = 20, Biens = 2000, PeinturesParTour = 20;
+constexpr double BarreRegistre = 1.5;
 
-/// A practice of its own with so many accounts.
+/// A practice of its own with so many accounts and assets.
 class Cabinet {
  public:
-  Cabinet(const std::string& dossier, unsigned comptes) {
+  Cabinet(const std::string& dossier, unsigned comptes, unsigned biens = 0) {
     OptionsQVAPI options;
     options.cles = &m_cles;
     options.dossierRegistre = options.dossierRegistreMachine = dossier + "/registre";
@@ -48,6 +54,7 @@ class Cabinet {
     m_app->PathExercice = m_magasin->PathExercice();
     m_app->ExerciceOuvert = 1;
     Remplit(comptes);
+    Equipe(biens);
     ChargePreferences(m_dessin, *m_app, QApplication::palette());
     m_ui = std::make_unique<ContexteUi>(ContexteUi{*m_app, m_cadre, m_dessin});
   }
@@ -83,6 +90,24 @@ class Cabinet {
       if (!plan.Add()) Echec("account refused");
     }
     if (!unite.Valide()) Echec("accounts not saved");
+  }
+
+  /// Bought in the same year, so that each row costs the same.
+  void Equipe(unsigned biens) {
+    CImmobilisations fichier(*m_app, m_app->PathCabinet);
+    if (!fichier.OpenFile()) Echec("no register");
+    QVAPI::Unite unite(*m_magasin);
+    for (u32 i = 1; i <= biens; ++i) {
+      Immobilisation bien{};
+      bien.Numero = i;
+      PoseTexte(bien.Designation, "Equipement du cabinet " + std::to_string(i));
+      bien.DateAchat = FaitDate(1 + i % 28, 1 + i % 12, 1993);
+      bien.PrixEuro = bien.ValeurAmortissableEuro = 1000 + i;
+      bien.Duree = 20;
+      bien.TauxAnnuel = 5;
+      if (!m_magasin->WriteImmobilisations(bien)) Echec("asset refused");
+    }
+    if (!unite.Valide()) Echec("assets not saved");
   }
 
   FabriqueLmdb m_cles;
@@ -165,7 +190,55 @@ void Ecrit(const std::string& quoi, const Mesure& m, const Mesure& vide) {
   std::printf("\n");
 }
 
-int Principal(unsigned tours, const std::vector<unsigned>& tailles) {
+/// Seconds of painting a screen of the register.
+class PeintureRegistre {
+ public:
+  explicit PeintureRegistre(ContexteUi& ui) : m_vue(ui) {
+    m_vue.resize(1600, 300);
+    Peinture peinture(*m_vue.Liste().viewport());
+    m_vue.Charge();
+    m_vue.show();
+    peinture.Attend();
+    m_vue.Liste().Modele().NbLectures();
+  }
+  double operator()() {
+    return Duree([this] {
+             for (unsigned i = 0; i < PeinturesParTour; ++i) {
+               m_vue.Liste().Redessine();
+               m_vue.Liste().viewport()->repaint();
+             }
+           }) /
+           PeinturesParTour;
+  }
+  unsigned LignesLues() { return m_vue.Liste().Modele().NbLectures(); }
+
+ private:
+  CImmoView m_vue;
+};
+
+/// False when the bar is missed.
+bool MesureRegistre(const std::string& dossier, unsigned tours, unsigned peu, unsigned beaucoup) {
+  Cabinet petit(dossier + "/peu", 0, peu), grand(dossier + "/beaucoup", 0, beaucoup);
+  PeintureRegistre un(petit.Ui()), autre(grand.Ui());
+  std::vector<double> durees, autres, rapports;
+  for (unsigned tour = 0; tour <= tours; ++tour) {
+    const double a = un(), b = autre();
+    if (tour == 0) continue;  // warms fonts and caches
+    durees.push_back(a);
+    autres.push_back(b);
+    rapports.push_back(b / a);
+  }
+  const double rapport = Mediane(rapports);
+  const unsigned lues = un.LignesLues();
+  if (lues == 0 || autre.LignesLues() != lues) Echec("not the same number of rows was painted");
+  std::printf("register: a screen of %u rows painted: %u assets %s, %u assets %s   ratio %.2f <= %g %s\n",
+              lues / PeinturesParTour / (tours + 1), peu, EnTemps(Mediane(durees)).c_str(), beaucoup,
+              EnTemps(Mediane(autres)).c_str(), rapport, BarreRegistre,
+              rapport <= BarreRegistre ? "ok" : "MISSED");
+  return rapport <= BarreRegistre;
+}
+
+int Principal(unsigned tours, const std::vector<unsigned>& tailles, bool rapide) {
   std::string dossier = (std::filesystem::temp_directory_path() / "fenlor-bench-XXXXXX").string();
   if (!mkdtemp(dossier.data())) Echec("no temporary directory");
   {
@@ -191,8 +264,9 @@ int Principal(unsigned tours, const std::vector<unsigned>& tailles) {
     Ecrit("empty list window", vide, vide);
     for (const Mesure& m : mesures) Ecrit(std::to_string(m.lignes) + " rows", m, vide);
   }
+  const bool tenue = MesureRegistre(dossier, tours, PeuDeBiens, rapide ? PeuDeBiens : Biens);
   std::filesystem::remove_all(dossier);
-  return 0;
+  return tenue || rapide ? 0 : 1;
 }
 
 }  // namespace
@@ -216,9 +290,10 @@ int main(int argc, char** argv) {
     else
       tailles.push_back(nombre);
   }
+  const bool rapide = !tailles.empty();
   if (tailles.empty()) {
     tailles.push_back(5000);
     tailles.push_back(50000);
   }
-  return fenlor::bench::Principal(tours, tailles);
+  return fenlor::bench::Principal(tours, tailles, rapide);
 }

@@ -33,7 +33,7 @@ class DelegueHauteur : public QStyledItemDelegate {
   DelegueHauteur(const ModeleListe& modele, const int& hauteur, QObject* parent)
       : QStyledItemDelegate(parent), m_modele(modele), m_hauteur(hauteur) {}
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override {
-    return {0, index.column() == 0 ? m_modele.NbTextes(index.row()) * m_hauteur : m_hauteur};
+    return {0, m_modele.NbTextes(index.row()) * m_hauteur};
   }
 
  private:

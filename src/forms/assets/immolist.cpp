@@ -24,6 +24,7 @@ constexpr int margeGauche = 4;  ///< before the first column
 constexpr int margeTexte = 3, interligne = 3;
 constexpr int cran = 120, pixelsParCran = 3;  ///< of the wheel
 constexpr int grandPas = 5;                   ///< years
+const QString plusLongTaux = u"D 1000,00%"_s;
 
 constexpr int Colonne(ChampRegistre champ) { return static_cast<int>(champ); }
 constexpr int premiereAnnee = Colonne(ChampRegistre::PremiereAnnee);
@@ -117,7 +118,10 @@ void CImmoList::ActualisePreferences() {
   m_largeurs.clear();
   for (const ModeleListe::Titre& titre : Modele().Titres())
     m_largeurs.push_back(std::max(titre.largeur * caractere + 1, m_entete->LargeurTitre(titre.texte)));
-  if (!m_largeurs.empty()) m_largeurs.front() += margeGauche;
+  if (m_largeurs.empty()) return;
+  m_largeurs.front() += margeGauche;
+  int& taux = m_largeurs[Colonne(ChampRegistre::Taux)];
+  taux = std::max(taux, fontMetrics().horizontalAdvance(plusLongTaux) + 2 * margeTexte + 2);
   scheduleDelayedItemsLayout();
   Ajuste();
 }

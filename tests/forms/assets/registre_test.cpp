@@ -130,11 +130,16 @@ TEST_F(Registre, DeuxLignesEtLePressePapiers) {
   EXPECT_EQ(Cellule(*vue, 0, ChampRegistre::Prix), "655,96/100,00");
   EXPECT_EQ(Cellule(*vue, 0, ChampRegistre::Taux), "L 20,00%");
   EXPECT_EQ(vue->Liste().visualRect(vue->Liste().Modele().index(0, 0)).height(), 2 * hauteur);
-  Ajoute(Bien("Lampe", "02/01/2003", 10));
+  // Also while the first columns are out of sight.
+  vue->Liste().horizontalScrollBar()->setValue(vue->Liste().horizontalScrollBar()->maximum());
+  Ajoute(Bien("Lampe", "02/01/1990", 10));
   QApplication::processEvents();
+  Touche(*vue, Qt::Key_Left, Qt::ControlModifier);
+  QApplication::processEvents();
+  EXPECT_EQ(vue->Liste().visualRect(vue->Liste().Modele().index(0, 0)).height(), 2 * hauteur);
   vue->Execute(CmdCopier);
   EXPECT_EQ(QApplication::clipboard()->text(),
-            u"01/01/2003\tTable\t100,00\t\t100,00\t100,00\tE\n02/01/2003\tLampe\t10,00\t\t10,00\t10,00\tE"_s);
+            u"02/01/1990\tLampe\t10,00\t\t10,00\t10,00\tE\n01/01/2003\tTable\t100,00\t\t100,00\t100,00\tE"_s);
 }
 
 TEST_F(Registre, LaRoueDefileLesLignesOuLeTableau) {
