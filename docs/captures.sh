@@ -1,6 +1,7 @@
 #!/bin/sh
 # Pictures of the program on the demo practice, under a display of its own: main
-# window, new-exercice form, each page of the options and of the preferences, lists, journals and their forms.
+# window, new-exercice form, each page of the options and of the preferences, lists, journals, the register of assets
+# and their forms.
 #   docs/captures.sh FOLDER [WIDTHxHEIGHT]
 # SCALE=2 doubles the interface; FENLOR_PALETTE=sombre shows it on a dark palette.
 set -eu
@@ -72,6 +73,27 @@ for journal in recettes:ctrl+r depenses:ctrl+d operations-diverses:ctrl+shift+o;
   touche Escape
   touche ctrl+F4
 done
+touche ctrl+i
+capture registre
+touche F2
+capture acquisition
+touche alt+d
+capture acquisition-degressif
+touche Escape
+touche F7
+capture cession
+touche Escape
+touche shift+F7
+capture rebut
+touche Escape
+touche Home Down Down F3
+capture amortissements
+touche Return
+capture amortissement
+touche Escape Escape
+touche alt+Left alt+Left alt+Left alt+Left
+capture registre-ancien
+touche ctrl+F4
 touche ctrl+r
 touche Insert
 capture ecriture-ajout
