@@ -1,0 +1,35 @@
+#!/bin/sh
+# The campaigns against the store at full length, one hour or two: tests/pannes/campagnes.sh [FOLDER OF THE PROGRAMS]
+# [CAMPAIGN...]. Without a name all of them. What each found stands in FOLDER/campagne-NAME.txt; ends with 1 when one
+# found something.
+set -u
+racine=$(cd "$(dirname "$0")/../.." && pwd)
+programmes=${1:-$racine/build/rapide/bin}
+[ $# -gt 0 ] && shift
+fautives=0
+
+# campagne NAME PROGRAM FILTER [VARIABLE=VALUE...]
+campagne() {
+  nom=$1 programme=$2 filtre=$3
+  shift 3
+  [ -z "$choisies" ] || case " $choisies " in *" $nom "*) ;; *) return ;; esac
+  sortie=$programmes/campagne-$nom.txt
+  if env "$@" nice -n 15 "$programmes/$programme" --gtest_filter="$filtre" > "$sortie" 2>&1; then
+    echo "$nom: nothing found"
+  else
+    echo "$nom: see $sortie"
+    fautives=1
+  fi
+  grep -E 'killed|kills|cuts|failing|deaths|bits|templates' "$sortie"
+}
+
+choisies=$*
+campagne saisir tests_pannes 'Morts.CeQui*' FENLOR_MORTS=300
+campagne verbes tests_pannes 'Verbes.Tues*' FENLOR_MORTS=500
+campagne fenetre tests_pannes_fenetre '*' FENLOR_MORTS_FENETRE=100
+campagne coupures tests_pannes 'Coupure.*' FENLOR_GRAINES=12
+campagne appels tests_pannes 'Verbes.Chaque*' FENLOR_APPELS=0
+campagne disque tests_pannes 'Disque/*'
+campagne bascules tests_pannes 'UnDegat.*' FENLOR_BASCULES=3000
+campagne conversions tests_pannes 'Morts.UneConversion*' FENLOR_MORTS=100 FENLOR_LIGNES=300000
+exit $fautives
