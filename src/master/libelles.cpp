@@ -6,12 +6,11 @@
 
 #include "core/valeurs.h"
 #include "master/textes.h"
+#include "store/fichiertextes.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u64 tailleMax = 1u << 22;  // as the exercice's creation, which copies the file
 
 std::string Chemin(const CFenlorApp& app, const TexteFixe& nom) {
   return Joint(app.PathExercice, Texte(nom));
@@ -20,7 +19,7 @@ std::string Chemin(const CFenlorApp& app, const TexteFixe& nom) {
 int LitContenu(Fichier& fichier, std::string& contenu) {
   Empreinte empreinte;
   if (const int code = fichier.Mesure(empreinte)) return code;
-  if (empreinte.taille > tailleMax) return EFBIG;
+  if (empreinte.taille > TailleTextesMax) return EFBIG;
   contenu.resize(static_cast<std::size_t>(empreinte.taille));
   std::size_t lus = 0;
   const int code = fichier.Lit(contenu.data(), contenu.size(), 0, lus);
@@ -42,11 +41,12 @@ int Remplace(Systeme& systeme, const std::string& chemin, const std::string& pro
   return code;
 }
 
-int EcritContenu(CFenlorApp& app, const std::string& contenu) {
+int EcritContenu(CFenlorApp& app, const std::string& lignes) {
+  const std::string contenu = ScelleTextes(lignes);
   Systeme& systeme = app.Magasin.SystemeFichiers();
   const std::string chemin = Chemin(app, FichierLibelles);
   const std::string provisoire = Chemin(app, FichierLibellesProvisoire);
-  if (contenu.size() > tailleMax) return EFBIG;
+  if (contenu.size() > TailleTextesMax) return EFBIG;
   // A file that may not be written is not to be replaced either.
   std::unique_ptr<Fichier> fichier;
   std::string ancien;

@@ -15,6 +15,7 @@
 #include "store/cumuls.h"
 #include "store/definitions.h"
 #include "store/exercices.h"
+#include "store/fichiertextes.h"
 #include "store/modele.h"
 #include "store/texte1252.h"
 
@@ -26,7 +27,6 @@ constexpr std::string_view SuffixeRemplace = ".remplace~", SuffixeSupprime = ".s
 /// Yes and no, of which no is the default: yes destroys.
 constexpr u32 StyleOuiNonQuestion = 4 | 32 | 256;
 constexpr u32 ReponseOui = 6;
-constexpr u64 TailleTextesMax = 1u << 22;
 
 std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view suffixe) {
   return Joint(etat.pathCabinet, nom + std::string(suffixe));
@@ -84,32 +84,6 @@ struct Contenu {
   std::string afficherDouble = "Non";
 };
 
-bool LitTextes(Systeme& systeme, const std::string& chemin, std::string& textes, int& code) {
-  std::unique_ptr<Fichier> fichier;
-  Empreinte empreinte;
-  code = systeme.Ouvre(chemin, Systeme::Lecture, fichier);
-  if (code == ENOENT) {
-    textes = "@Texte\r\n";
-    code = 0;
-    return true;
-  }
-  if (code == 0) code = fichier->Mesure(empreinte);
-  if (code == 0 && empreinte.taille > TailleTextesMax) code = EFBIG;
-  if (code != 0) return false;
-  textes.resize(empreinte.taille);
-  std::size_t lus = 0;
-  code = fichier->Lit(textes.data(), textes.size(), 0, lus);
-  textes.resize(lus);
-  return code == 0;
-}
-
-void EcritTextes(Systeme& systeme, const std::string& chemin, const std::string& textes, int& code) {
-  std::unique_ptr<Fichier> fichier;
-  code = systeme.Ouvre(chemin, Systeme::Creation, fichier);
-  if (code == 0) code = fichier->Ecrit(textes.data(), textes.size(), 0);
-  if (code == 0) code = fichier->Synchronise();
-}
-
 /// Reads all records of an open file.
 template <class Rec>
 bool LitTout(QVAPI& magasin, u16 fichier, std::vector<Rec>& recs) {
@@ -154,7 +128,8 @@ bool ContenuExercice(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, bo
     return RefuseDit(magasin, etat, magasin.QVFileErrorCode());
   int code = 0;
   const std::string textes = Joint(dossier, "TEXTES.dat");
-  if (!LitTextes(*etat.systeme, textes, contenu.textes, code)) return RefuseDit(magasin, etat, code, textes);
+  if ((code = LitTextes(*etat.systeme, textes, contenu.textes)) != 0)
+    return RefuseDit(magasin, etat, code, textes);
   for (Plan& compte : contenu.comptes) ReporteCompte(compte, soldes);
   for (Rubrique& rubrique : contenu.rubriques) rubrique.ManuelFranc = rubrique.ManuelEuro = 0;
   const std::string affichage = LitReglage(etat, nom, "AFFICHERDOUBLE", code);
@@ -193,6 +168,7 @@ bool ContenuModele(EtatQVAPI& etat, Contenu& contenu) {
   contenu.reglages = std::move(modele.reglages);
   contenu.textes = "@Texte\r\n";
   for (const std::string& libelle : modele.libelles) contenu.textes += libelle + "\r\n";
+  contenu.textes = ScelleTextes(contenu.textes);
   return true;
 }
 
@@ -229,7 +205,7 @@ bool RemplitDossier(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier,
   for (const u16 numero : FichiersExercice()) FermeFichier(etat, numero);
   if (!fait) return etat.Refuse(code, fautif);
   const std::string textes = Joint(dossier, "TEXTES.dat");
-  EcritTextes(*etat.systeme, textes, contenu.textes, code);
+  code = EcritTextes(*etat.systeme, textes, contenu.textes);
   if (code == 0) code = etat.systeme->SynchroniseDossier(dossier);
   return code == 0 || etat.Refuse(code, textes);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <unordered_map>
 
 #include "store/moteur.h"
@@ -19,7 +20,7 @@ struct EtatQVAPI {
   std::unique_ptr<Moteur> moteur;  ///< never null
   bool session = false;
   std::unique_ptr<Profil> reglages;
-  std::string reglagesDits;  ///< settings file whose change by others was told
+  std::set<std::string> modifiesDits;  ///< files whose change by others was told
 
   std::string pathProgrammes, pathCabinet, pathCabinetImpose, nomCabinet, userCabinet;
   std::string nomExercice, pathExercice;
@@ -62,6 +63,12 @@ struct EtatQVAPI {
     dernierMouvementConnu = false;
     dernierMouvement = mouvementRang = prochainRang = 0;
     derniereLigne.clear();
+  }
+
+  /// Tells, once, that a file was changed by somebody else.
+  void DitModifie(const std::string& chemin) {
+    if (modifiesDits.insert(chemin).second)
+      moteur->Avertit("Le fichier " + chemin + " a été modifié hors de Fenlor.");
   }
 
   /// Tells an error to the callback (event 6).

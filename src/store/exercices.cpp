@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include "store/definitions.h"
+#include "store/fichiertextes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -231,6 +232,11 @@ bool QVAPI::QVOpenExercice(const std::string& nomDonne) {
   if (!EssaieFichiers(*m_etat, nom)) return false;
   m_etat->nomExercice = nom;
   m_etat->pathExercice = Joint(m_etat->pathCabinet, nom);
+  const std::string chemin = Joint(m_etat->pathExercice, "TEXTES.dat");
+  std::string textes;
+  if (!m_etat->modifiesDits.contains(chemin) && LitTextes(*m_etat->systeme, chemin, textes) == 0 &&
+      TextesModifies(textes))
+    m_etat->DitModifie(chemin);
   return true;
 }
 

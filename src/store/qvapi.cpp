@@ -61,9 +61,7 @@ std::unique_ptr<Profil> ReglagesDe(EtatQVAPI& etat, const std::string& dossier) 
 /// Told once, and before the settings are written the first time: they are then vouched for again.
 void DitReglagesModifies(EtatQVAPI& etat) {
   const std::string& chemin = etat.reglages->Chemin();
-  if (etat.reglagesDits == chemin || !etat.reglages->ModifieAilleurs()) return;
-  etat.reglagesDits = chemin;
-  etat.moteur->Avertit("Le fichier " + chemin + " a été modifié hors de Fenlor.");
+  if (!etat.modifiesDits.contains(chemin) && etat.reglages->ModifieAilleurs()) etat.DitModifie(chemin);
 }
 
 std::string LitMotDePasse(Profil& reglages) { return reglages.Lit("Activite", "Mot de Passe"); }

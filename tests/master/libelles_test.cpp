@@ -8,6 +8,7 @@
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
+#include "store/fichiertextes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -24,7 +25,12 @@ class LibellesTest : public DisqueDeTest, public test::CabinetDeTest {
  protected:
   LibellesTest() : CabinetDeTest(test::Cles::Memoire, 256u << 10, &Disque) { CreeExercice("2003"); }
   std::string Chemin() { return Joint(App().PathExercice, "TEXTES.dat"); }
-  std::string Contenu() { return test::LitFichier(Chemin()); }
+  /// The lines without their checksum, which is right.
+  std::string Contenu() {
+    const std::string contenu = test::LitFichier(Chemin());
+    EXPECT_FALSE(TextesModifies(contenu)) << contenu;
+    return contenu.substr(0, contenu.find("@Somme="));
+  }
   Liste Lus() {
     Liste lus;
     EXPECT_TRUE(LitLibelles(App(), lus));
@@ -67,6 +73,22 @@ TEST_F(LibellesTest, CeQuiEstEcritEstRelu) {
   EXPECT_EQ(Lus(), (Liste{"Loyer de mai", "Électricité"_w, std::string(80, 'x')}));
   for (const char* perdu : {"", "  ", "@Texte", " [CPAM]"}) EXPECT_FALSE(LibelleRelisible(perdu)) << perdu;
   for (const char* bon : {"a", "CPAM [mai]", "a@b.fr", "-"}) EXPECT_TRUE(LibelleRelisible(bon)) << bon;
+}
+
+TEST_F(LibellesTest, UnBitQuiBasculeSeVoitEtSeDitUneFois) {
+  ASSERT_TRUE(EcritLibelles(App(), {"Loyer", "Électricité"_w}));
+  std::string contenu = test::LitFichier(Chemin());
+  for (std::size_t bit = 0; bit < contenu.size() * 8; ++bit) {
+    contenu[bit / 8] ^= static_cast<char>(1u << bit % 8);
+    EXPECT_TRUE(TextesModifies(contenu)) << bit;
+    if (bit == 70) test::EcritFichier(Chemin(), contenu);
+    contenu[bit / 8] ^= static_cast<char>(1u << bit % 8);
+  }
+  Magasin().AvertissementsMagasin();
+  for (const std::size_t dits : {1u, 0u}) {
+    ASSERT_TRUE(Magasin().QVOpenExercice("2003"));
+    EXPECT_EQ(Magasin().AvertissementsMagasin().size(), dits);
+  }
 }
 
 TEST_F(LibellesTest, FichierAbsentOuDossierPerdu) {
