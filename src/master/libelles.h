@@ -21,8 +21,8 @@ bool LibelleRelisible(std::string_view texte);
 /// left out. A file that does not exist is made with its first line. False, told (3117), when it
 /// can neither be read nor made; `libelles` is then empty, and nothing must be written in its place.
 bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles);
-/// "@Texte", then each label that is not blank, normalised, lines ended by CR LF, and the checksum. The file is replaced as
-/// a whole and is durable then; a failure (told) leaves the old one.
+/// "@Texte", then each label that is not blank, normalised, lines ended by CR LF, and the checksum. The file
+/// is replaced as a whole and is durable then; a failure (told) leaves the old one.
 bool EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles);
 
 }  // namespace fenlor
