@@ -309,5 +309,80 @@ TEST_F(Morts, UneRemiseEstMarqueeEnEntier) {
   EXPECT_TRUE(tues >= morts && faites > 0);
 }
 
+/// Designation of each asset, and the real amount that its three years were set to.
+using Biens = std::map<u32, std::pair<std::string, f64>>;
+
+Biens LitBiens(const std::string& cabinet) {
+  const auto enregistrements = [&](const char* fichier) {
+    return LignesJson(Ctl({"--cabinet", cabinet, "exporter", fichier}).sortie).value();
+  };
+  Biens lus;
+  const std::vector<Json> biens = enregistrements("Immo"), annees = enregistrements("Amo");
+  for (const Json& bien : biens)
+    EXPECT_TRUE(lus.emplace(bien["Numero"], std::pair{bien.value("Designation", ""), 0.0}).second);
+  std::map<u32, std::vector<f64>> reels;
+  for (const Json& annee : annees) reels[annee["Numero"]].push_back(annee["ReelEuro"]);
+  for (const auto& [numero, montants] : reels) {
+    EXPECT_EQ(montants, std::vector<f64>(3, montants[0])) << "half a detail of " << numero;
+    lus[numero].second = montants[0];
+  }
+  return lus;
+}
+
+/// Of a kill while assets are modified, or while all years of one are corrected, the asset and its years are
+/// what was acknowledged last, or what the next line asks for: never gone, never mixed.
+TEST_F(Morts, UneImmobilisationEstLAncienneOuLaNouvelle) {
+  constexpr unsigned nombre = 12, lignes = 120;
+  const unsigned morts = Nombre("FENLOR_MORTS", 30);
+  m_cabinet = m_dossier.Chemin() + "/biens";
+  ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
+  std::string entree;
+  for (unsigned n = 0; n < nombre; ++n)
+    entree += "{\"Designation\":\"0\",\"DateAchat\":\"15/03/2001\",\"PrixEuro\":90000,\"Duree\":5}\n";
+  ASSERT_EQ(Ctl({"--cabinet", m_cabinet, "immobilisation", "ajouter"}, entree).statut, 0);
+  Biens biens = LitBiens(m_cabinet);
+  ASSERT_EQ(biens.size(), nombre);
+  const std::string fichier = m_dossier.Chemin() + "/biens.json";
+  unsigned tues = 0, version = 0, confirmes = 0;
+  long duree = 20'000;
+  for (unsigned tour = 0; tues < morts && tour < 4 * morts + 10; ++tour) {
+    const bool detail = tour % 2;
+    std::vector<Biens> apres{biens};  // after so many lines
+    std::string demande;
+    while (apres.size() <= lignes) {
+      const u32 numero = 1 + Tire(nombre);
+      Json ligne = {{"Numero", numero}};
+      apres.push_back(apres.back());
+      auto& [designation, reel] = apres.back()[numero];
+      ++version;
+      if (detail)
+        for (const int annee : {2001, 2002, 2003})
+          ligne["Annees"].push_back({{"Annee", annee}, {"Reel", reel = version}});
+      else
+        ligne["Designation"] = designation = std::to_string(version);
+      demande += ligne.dump() + "\n";
+    }
+    test::EcritFichier(fichier, demande);
+    Enfant enfant({"--cabinet", m_cabinet, "immobilisation", detail ? "detail" : "modifier"}, fichier);
+    enfant.Ecoute(1'000 + Tire(static_cast<unsigned>(duree)));
+    const bool fini = enfant.Fini();
+    enfant.Tue();
+    const Resultat r = enfant.Attend();
+    tues += r.statut == 128 + 9;
+    duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+    const auto reponses = LignesJson(r.sortie.substr(0, r.sortie.rfind('\n') + 1));
+    ASSERT_TRUE(reponses && r.sortie.find("erreur") == std::string::npos) << r.sortie;
+    const std::size_t acquis = reponses->size();
+    confirmes += static_cast<unsigned>(acquis);
+    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
+    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+    biens = LitBiens(m_cabinet);
+    ASSERT_TRUE(biens == apres[acquis] || (acquis < lignes && biens == apres[acquis + 1]))
+        << "kill " << tues << ", " << acquis << " acknowledged";
+  }
+  std::cout << tues << " killed, " << confirmes << " lines acknowledged\n";
+  EXPECT_GE(tues, morts);
+}
+
 }  // namespace
 }  // namespace fenlor::pannes
