@@ -34,9 +34,11 @@ class Registre {
     m_app.PathCabinet = dossier;
     m_app.NomExercice = magasin.NomExercice();
     m_app.PathExercice = magasin.PathExercice();
+    CAmortissements corrections(m_app, dossier);
+    if (!m_fichier.OpenFile() || !corrections.OpenFile()) Echec("the files cannot be opened");
     QVAPI::Unite unite(magasin);
     for (u32 n = 1; n <= nombre; ++n) Ajoute(n);
-    if (!unite.Valide() || !m_fichier.OpenFile()) Echec("the assets cannot be written");
+    if (!unite.Valide()) Echec("the assets cannot be written");
   }
 
   u32 Annexe() {

@@ -164,11 +164,13 @@ class Acquisition {
 };
 
 /// "DateCession" of a disposal; an empty text undoes it. Without the field the date stays.
-bool LitDateCession(LecteurChamps& champs, Date& date, bool& annule) {
+bool LitDateCession(LecteurChamps& champs, const Immobilisation& immo, Date& date, bool& annule) {
   constexpr std::size_t longueur = 10;
   std::optional<std::string> texte;
   if (!champs.Texte(ChampDateCession, longueur, texte)) return false;
   annule = texte && texte->empty();
+  if (annule && immo.DateCession == 0)
+    return champs.Invalide(ChampDateCession, "ce bien n'est ni cédé ni mis au rebut."_w);
   if (!texte || annule) return true;
   date = GetDate(*texte);
   return IsDateOk(date) || champs.Invalide(ChampDateCession, "cette date n'existe pas."_w);
@@ -204,7 +206,7 @@ Refus LitCession(CFenlorApp& app, const Json& objet, const Immobilisation& immo,
   std::optional<i64> numero, monnaie;
   std::optional<f64> franc, euro;
   cession = CessionDe(app, immo);
-  const bool lu = LitNumeroDe(champs, numero) && LitDateCession(champs, cession.date, annule) &&
+  const bool lu = LitNumeroDe(champs, numero) && LitDateCession(champs, immo, cession.date, annule) &&
                   champs.Entier("MonnaieCession", 0, 1, monnaie) &&
                   champs.Montant("PrixCessionFranc", franc) && champs.Montant("PrixCessionEuro", euro) &&
                   champs.RienDautre();
@@ -225,7 +227,7 @@ Refus LitRebut(CFenlorApp& app, const Json& objet, const Immobilisation& immo, D
   LecteurChamps champs(objet, refus);
   std::optional<i64> numero;
   date = CessionDe(app, immo).date;
-  if (LitNumeroDe(champs, numero) && LitDateCession(champs, date, annule)) champs.RienDautre();
+  if (LitNumeroDe(champs, numero) && LitDateCession(champs, immo, date, annule)) champs.RienDautre();
   return refus;
 }
 

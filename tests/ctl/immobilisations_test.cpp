@@ -48,6 +48,7 @@ TEST_F(ImmobilisationsCtl, LaVieDUnBien) {
        StatutFait, R"("Numero":1)"},
       {"modifier", R"({"Numero":1,"DateAchat":"01/02/1997"})", StatutFait, R"("Numero":1)"},
       {"ceder", R"({"Numero":1,"DateCession":"10/03/2003"})", StatutRefuse, "PrixCessionEuro"},
+      {"ceder", R"({"Numero":1,"DateCession":""})", StatutRefuse, "ni cédé"},
       {"ceder", R"({"Numero":1,"PrixCessionFranc":1,"MonnaieCession":1})", StatutRefuse, "l'autre monnaie"},
       {"ceder", R"({"Numero":1,"DateCession":"10/03/2003","PrixCessionFranc":1})", StatutRefuse, "3043"},
       {"ceder", R"({"Numero":1,"DateCession":"10/03/2003","PrixCessionEuro":700})", StatutFait, "1"},
@@ -80,7 +81,14 @@ TEST_F(ImmobilisationsCtl, LaVieDUnBien) {
   EXPECT_EQ(Bien(1), avant);
   EXPECT_THAT(Lance({"immobilisation", "lister"}).sortie,
               HasSubstr("2   15/03/2001  Table d'examen  lineaire   15/03/2003 (Rebut)"));
-  EXPECT_EQ(Verbe("ceder", R"({"Numero":1,"DateCession":""})", {"--oui"}).erreurs, "");
+}
+
+TEST_F(ImmobilisationsCtl, CeQuiSeSupprime) {
+  Cree();
+  const std::string bien = R"({"DateAchat":"15/03/2001","PrixEuro":1196})";
+  ASSERT_EQ(Verbe("ajouter", bien + "\n" + bien).statut, StatutFait);
+  ASSERT_EQ(Verbe("rebuter", R"({"Numero":1})").statut, StatutFait);
+  EXPECT_EQ(Verbe("rebuter", R"({"Numero":1,"DateCession":""})", {"--oui"}).erreurs, "");
   EXPECT_EQ(Bien(1)["DateCession"], "");
   const Resultat r = Verbe("supprimer", "{\"Numero\":1}\n{\"Numero\":1}\n{\"Numero\":2}", {"--oui"});
   EXPECT_EQ(r.statut, StatutRefuse);
