@@ -115,6 +115,9 @@ touche Escape
 xdotool key alt+t; pause; touche r
 capture remise
 touche Escape
+touche ctrl+b
+capture rapprochement
+touche Escape
 xdotool key alt+r; pause; touche v v Return
 capture validation
 touche Escape

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
 #include "core/erreurs.h"
@@ -8,9 +6,7 @@
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
-#include "ctl/tableau.h"
 #include "journal/choixcomptes.h"
-#include "store/cumuls.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
 
@@ -39,17 +35,13 @@ class Rapprochement {
   Refus AjouteUne(const Json& objet, Position& position);
   int Liste();
   bool ListeCompte(const Plan& compte);
+  int DonneSoldes(const std::string& compte);
   int Supprime();
   int Manuel();
   int Automatique();
   int Solde();
-  bool Json_() const { return m_contexte.Globales.json; }
   bool Euro() const {
     return m_options.monnaie.empty() ? m_app.Reglages.IsEuro() : m_options.monnaie == "euro";
-  }
-  std::string Montant(f64 montant) const {
-    const std::string texte = FormatMontant(montant, 2, m_app.Reglages.SeparateurDecimal());
-    return texte.empty() ? "0,00" : texte;
   }
   /// The number of an account given by code or number; as it is when the chart lacks it.
   std::string Numero(const std::string& texte) const {
@@ -138,63 +130,39 @@ int Rapprochement::Liste() {
 /// Operations, lines to reconcile, balances.
 bool Rapprochement::ListeCompte(const Plan& plan) {
   const std::string compte = LitTexte(plan.Compte);
-  std::string json;
-  Tableau tableau;
-  tableau.Ajoute({"Genre", "Position", "Date", "Libellé"_w, "Compte", "Débit"_w, "Crédit"_w});
-  const auto ligne = [&](std::string genre, Position position, Date date, std::string libelle,
-                         std::string comptes, bool credit, f64 montant) {
-    tableau.Ajoute({std::move(genre), std::to_string(position), StrDate(date), std::move(libelle),
-                    std::move(comptes), credit ? "" : Montant(montant), credit ? Montant(montant) : ""});
-  };
   for (const OperationLue& operation : LitOperations(m_app, compte)) {
-    const Banque& rec = operation.rec;
     std::string champs;
-    AjouteEnregistrement(champs, ChampsDe("Banque"), &rec);
-    json +=
-        R"({"Genre":"operation","Position":)" + std::to_string(operation.position) + ',' + champs.substr(1);
-    ligne("opération"_w, operation.position, rec.Date, LitTexte(rec.Libelle), {}, rec.Sens != 0,
-          operation.Montant(Euro()));
+    AjouteEnregistrement(champs, ChampsDe("Banque"), &operation.rec);
+    const std::string position = std::to_string(operation.position);
+    if (!m_contexte.Ecrit(R"({"Genre":"operation","Position":)" + position + ',' + champs.substr(1)))
+      return false;
   }
   for (const LigneARapprocher& a : LignesARapprocher(m_app, Periode(compte))) {
     Line lue{};
     if (!m_app.Magasin.ReadLines(m_app.PathExercice, a.position, lue)) return false;
-    const std::string comptes = Contrepartie(m_app, lue);
-    json += LigneJson()
-                .Texte("Genre", "ecriture")
-                .Entier("Position", a.position)
-                .Entier("Mouvement", lue.Mouvement)
-                .Texte("Compte", compte)
-                .Texte("Libelle", LitTexte(lue.Libelle))
-                .Texte("DateLigne", StrDate(lue.DateLigne))
-                .Texte("Contrepartie", comptes)
-                .Nombre("MontantFranc", lue.MontantFranc)
-                .Nombre("MontantEuro", lue.MontantEuro)
-                .Entier("Sens", lue.Sens != 0)
-                .Fin();
-    ligne("écriture"_w, a.position, lue.DateLigne, LitTexte(lue.Libelle), comptes, a.credit,
-          DeCentimes(a.Montant(Euro())));
+    LigneJson ligne;
+    ligne.Texte("Genre", "ecriture").Entier("Position", a.position).Entier("Mouvement", lue.Mouvement);
+    ligne.Texte("Compte", compte).Texte("Libelle", LitTexte(lue.Libelle));
+    ligne.Texte("DateLigne", StrDate(lue.DateLigne)).Texte("Contrepartie", Contrepartie(m_app, lue));
+    ligne.Nombre("MontantFranc", lue.MontantFranc).Nombre("MontantEuro", lue.MontantEuro);
+    if (!m_contexte.Ecrit(ligne.Entier("Sens", lue.Sens != 0).Fin())) return false;
   }
+  return DonneSoldes(compte) == StatutFait;
+}
+
+int Rapprochement::DonneSoldes(const std::string& compte) {
   const SoldesRapprochement soldes = LitSoldes(m_app, compte, Euro());
-  LigneJson fin;
-  fin.Texte("Genre", "soldes").Texte("Compte", compte).Nombre("SoldeRapproche", soldes.livres);
-  if (soldes.releve) fin.Nombre("SoldeReleve", *soldes.releve).Nombre("Difference", soldes.Difference());
-  if (Json_()) return m_contexte.Ecrit(json + fin.Fin());
-  std::string pied = "Solde rapproché des livres : "_w + Montant(soldes.livres);
-  if (soldes.releve)
-    pied += ", solde du relevé : "_w + Montant(*soldes.releve) + ", différence : "_w +
-            Montant(soldes.Difference());
-  return m_contexte.Ecrit(VersUtf8(CompacteTexte(m_app.Magasin.GetShortCompte(compte)) + " " +
-                                   LitTexte(plan.Designation) + "\n") +
-                          tableau.Texte({true, false, true, true, true}) + VersUtf8(pied + "\n"));
+  LigneJson ligne;
+  ligne.Texte("Genre", "soldes").Texte("Compte", compte).Nombre("SoldeRapproche", soldes.livres);
+  if (soldes.releve) ligne.Nombre("SoldeReleve", *soldes.releve).Nombre("Difference", soldes.Difference());
+  return m_contexte.Donne(ligne.Fin());
 }
 
 int Rapprochement::Supprime() {
   m_contexte.Dialogue.Ordonne({QuestionSupprimeOperation});
   if (const Refus refus = SupprimeOperation(m_app, m_options.operation, Euro()))
     return m_contexte.Refuse(refus);
-  const std::string numero = std::to_string(m_options.operation);
-  return m_contexte.Donne(Json_() ? LigneJson().Entier("operation", m_options.operation).Fin()
-                                  : "Opération " + numero + " supprimée.\n");
+  return m_contexte.Donne(LigneJson().Entier("operation", m_options.operation).Fin());
 }
 
 /// The lines that were named, and those of the entries that were, on the operation's account.
@@ -213,23 +181,15 @@ int Rapprochement::Manuel() {
     return m_contexte.Refuse(refus);
   const auto nombre = static_cast<u32>(lignes.size());
   return m_contexte.Donne(
-      Json_() ? LigneJson().Entier("operation", m_options.operation).Entier("lignes", nombre).Fin()
-              : "Opération " + std::to_string(m_options.operation) + " rapprochée de " +
-                    std::to_string(nombre) + " ligne(s).\n");
+      LigneJson().Entier("operation", m_options.operation).Entier("lignes", nombre).Fin());
 }
 
 int Rapprochement::Automatique() {
   BilanRapprochement bilan;
   if (const Refus refus = RapprocheAutomatique(m_app, {Periode(Compte()), false, Euro()}, bilan))
     return m_contexte.Refuse(refus);
-  const std::string rapproches = std::to_string(bilan.rapproches),
-                    operations = std::to_string(bilan.operations);
-  return m_contexte.Donne(Json_()
-                              ? LigneJson()
-                                    .Entier("rapprochements", bilan.rapproches)
-                                    .Entier("operations", bilan.operations)
-                                    .Fin()
-                              : VersUtf8(TexteFormat(InfoRapprochements, {rapproches, operations}) + "\n"));
+  return m_contexte.Donne(
+      LigneJson().Entier("rapprochements", bilan.rapproches).Entier("operations", bilan.operations).Fin());
 }
 
 int Rapprochement::Solde() {
@@ -239,13 +199,7 @@ int Rapprochement::Solde() {
   if (!compte) return m_contexte.Refuse(ErrCompteNonBancaire, {DepuisUtf8(m_options.compte).value_or("?")});
   if (const Refus refus = EcritSoldeReleve(m_app, LitTexte(compte->Compte), solde))
     return m_contexte.Refuse(refus);
-  const SoldesRapprochement soldes = LitSoldes(m_app, LitTexte(compte->Compte), Euro());
-  return m_contexte.Donne(Json_() ? LigneJson()
-                                        .Nombre("SoldeReleve", solde.montant)
-                                        .Nombre("SoldeRapproche", soldes.livres)
-                                        .Nombre("Difference", soldes.Difference())
-                                        .Fin()
-                                  : VersUtf8("Différence : "_w + Montant(soldes.Difference()) + "\n"));
+  return DonneSoldes(LitTexte(compte->Compte));
 }
 
 }  // namespace

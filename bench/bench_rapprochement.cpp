@@ -1,0 +1,169 @@
+// bench_rapprochement [RUNS [OPERATIONS [LINES]]]
+// Adds so many operations (20000) to a bank account as one unit, as an import does, and matches them with its
+// lines (60000), beside one plain read of those lines through the store, along their key, in the same run.
+// The practice is made in a temporary directory, and copied for each run. The bar: both together cost at most
+// 6 times the read, and the adding is one sync; the status is 1 when it is missed, unless the sizes are
+// others.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "banque/rapprochement.h"
+#include "classeur.h"
+#include "dialoguemuet.h"
+#include "mesures.h"
+#include "store/texte1252.h"
+
+namespace fenlor::bench {
+
+namespace {
+
+constexpr unsigned OperationsBarre = 20'000, LignesBarre = 60'000;
+constexpr double Barre = 6;
+constexpr const char* Compte = "5190000000";
+
+f64 Montant(unsigned i) { return 20 + (i * 7919u % 5000u) / 100.0; }
+Date Jour(unsigned i, unsigned nombre) { return FaitDate(1 + i % 28, 1 + i * 12 / nombre, 2003); }
+
+/// The account and its lines, in order of dates.
+void Remplit(Classeur& classeur, unsigned lignes) {
+  QVAPI& magasin = classeur.Magasin();
+  DialogueMuet dialogue;
+  CFenlorApp app(magasin, dialogue);
+  app.PathExercice = magasin.PathExercice();
+  CPlan plan(app, app.PathExercice);
+  PoseTexte(plan.Rec->Compte, Compte);
+  plan.Rec->Type = Tresorerie;
+  plan.Rec->TypeTresorerie = 1;
+  if (!plan.OpenFile() || !plan.Add()) Echec("the account is refused");
+  for (unsigned debut = 0; debut < lignes; debut += 10'000) {
+    QVAPI::Unite unite(magasin);
+    for (unsigned i = debut; i < lignes && i < debut + 10'000; ++i) {
+      EcrSimple rec = classeur.Ecriture(i);
+      rec.Journal = JournalRecettes;
+      rec.EstRecette = 1;
+      rec.Date = Jour(i, lignes);
+      rec.MontantEuro = rec.RepartitionEuro = Montant(i);
+      rec.MontantFranc = rec.RepartitionFranc = QVAPI::ConvertEuroToFranc(6.55957, Montant(i));
+      rec.TaxeEuro = rec.TaxeFranc = 0;
+      PoseTexte(rec.CompteTresorerie, Compte);
+      if (!magasin.AddEcrSimple(magasin.PathExercice(), rec)) Echec("an entry is refused");
+    }
+    if (!unite.Valide()) Echec("the unit is undone");
+  }
+}
+
+/// One run on a practice of its own.
+class Course {
+ public:
+  explicit Course(QVAPI& magasin) : m_magasin(magasin), m_app(magasin, m_dialogue) {
+    m_app.NomExercice = magasin.NomExercice();
+    m_app.PathExercice = magasin.PathExercice();
+  }
+
+  void Lit(unsigned lignes) {
+    CLines journal(m_app, m_app.PathExercice);
+    PoseTexte(journal.Rec->Compte, Compte);
+    unsigned lues = 0;
+    f64 somme = 0;
+    if (!journal.OpenFile()) Echec("the journal cannot be opened");
+    for (bool lu = journal.Browse(2); lu && LitTexte(journal.Rec->Compte) == Compte; lu = journal.Next(2)) {
+      somme += journal.Rec->MontantEuro;
+      ++lues;
+    }
+    if (lues != lignes || somme <= 0) Echec("lines are missing");
+  }
+
+  void Prepare(unsigned operations, unsigned lignes) {
+    for (unsigned i = 0; i < operations; ++i) {
+      FicheOperation fiche;
+      fiche.compte = Compte;
+      fiche.libelle = "VIR " + std::to_string(i);
+      fiche.date = Jour(i, operations);
+      fiche.sens = 1;
+      fiche.montant = Montant(i * (lignes / operations));
+      Banque rec{};
+      if (ComposeOperation(m_app, fiche, rec)) Echec("an operation is refused");
+      m_operations.push_back(rec);
+    }
+  }
+  void Importe() {
+    const u64 avant = m_magasin.NbSynchros();
+    if (AjouteOperations(m_app, m_operations)) Echec("the operations are refused");
+    m_synchros = m_magasin.NbSynchros() - avant;
+  }
+  void Rapproche() {
+    const DemandeAutomatique demande{{Compte, FaitDate(1, 1, 2003), FaitDate(31, 12, 2003)}, false, true};
+    if (RapprocheAutomatique(m_app, demande, m_bilan)) Echec("the matching is refused");
+  }
+  u32 Rapproches() const { return m_bilan.rapproches; }
+  u64 Synchros() const { return m_synchros; }
+
+ private:
+  QVAPI& m_magasin;
+  DialogueMuet m_dialogue;
+  CFenlorApp m_app;
+  std::vector<Banque> m_operations;
+  BilanRapprochement m_bilan;
+  u64 m_synchros = 0;
+};
+
+int Lance(unsigned courses, unsigned operations, unsigned lignes) {
+  namespace fs = std::filesystem;
+  const std::string dossier =
+      fs::temp_directory_path() / ("fenlor-rapprochement-" + std::to_string(getpid()));
+  const std::string modele = dossier + "/modele", cabinet = dossier + "/cabinet";
+  fs::create_directories(modele);
+  {
+    Classeur classeur(modele);
+    Remplit(classeur, lignes);
+  }
+  std::vector<double> lectures, imports, rapprochements, rapports;
+  u32 paires = 0;
+  u64 synchros = 0;
+  for (unsigned i = 0; i < courses; ++i) {
+    fs::remove_all(cabinet);
+    fs::copy(modele, cabinet, fs::copy_options::recursive);
+    Classeur classeur(cabinet);
+    Course course(classeur.Magasin());
+    course.Prepare(operations, lignes);
+    course.Lit(lignes);
+    lectures.push_back(Duree([&] { course.Lit(lignes); }));
+    imports.push_back(Duree([&] { course.Importe(); }));
+    rapprochements.push_back(Duree([&] { course.Rapproche(); }));
+    rapports.push_back((imports.back() + rapprochements.back()) / lectures.back());
+    paires = course.Rapproches();
+    synchros = course.Synchros();
+  }
+  fs::remove_all(dossier);
+  const bool barre = operations == OperationsBarre && lignes == LignesBarre;
+  Tableau tableau;
+  tableau.Titre(std::to_string(operations) + " operations, " + std::to_string(lignes) + " lines, " +
+                std::to_string(paires) + " pairs");
+  tableau.EnTete();
+  const std::string lecture = EnTemps(Mediane(lectures));
+  tableau.Ligne("adding, beside the read", EnTemps(Mediane(imports)), lecture,
+                Mediane(imports) / Mediane(lectures), "x", 0, false);
+  tableau.Ligne("matching, beside the read", EnTemps(Mediane(rapprochements)), lecture,
+                Mediane(rapprochements) / Mediane(lectures), "x", 0, false);
+  tableau.Ligne("both, beside the read", EnTemps(Mediane(imports) + Mediane(rapprochements)), lecture,
+                Mediane(rapports), "x", barre ? Barre : 0, false);
+  tableau.Ligne("syncs of the adding", std::to_string(synchros), "1", static_cast<double>(synchros), "", 1,
+                false);
+  return tableau.Manquees() ? 1 : 0;
+}
+
+}  // namespace
+}  // namespace fenlor::bench
+
+int main(int argc, char** argv) {
+  const auto nombre = [&](int rang, unsigned defaut) {
+    return argc > rang ? static_cast<unsigned>(std::strtoul(argv[rang], nullptr, 10)) : defaut;
+  };
+  using namespace fenlor::bench;
+  return Lance(nombre(1, 5), nombre(2, OperationsBarre), nombre(3, LignesBarre));
+}
