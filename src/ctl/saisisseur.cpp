@@ -33,6 +33,7 @@ bool Saisisseur::Prepare() {
 }
 
 ReponseSaisie Saisisseur::Traite(const Json& objet, const Refus& illisible, u32 numero) {
+  const QVAPI::Instant instant(m_contexte.Magasin);
   ReponseSaisie reponse{numero, {}, illisible};
   DemandeSaisie demande;
   if (!reponse.refus) reponse.refus = LitDemande(objet, demande);

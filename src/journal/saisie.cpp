@@ -267,6 +267,7 @@ MontantsSaisie ChaineProfessionnel(CFenlorApp& app, const Plan& compte, f64 ttc,
 
 Refus EnregistreEcriture(CFenlorApp& app, const SaisieEcriture& saisie, EcritureFaite& faite,
                          const SuiteSaisie& suite) {
+  const QVAPI::Instant instant(app.Magasin);
   return Enregistrement(app, saisie, faite).Execute(suite);
 }
 

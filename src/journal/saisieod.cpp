@@ -162,6 +162,7 @@ f64 SoldeOD(const std::vector<LigneODSaisie>& lignes) {
 }
 
 Refus EnregistreOD(CFenlorApp& app, const SaisieOD& saisie, EcritureFaite& faite) {
+  const QVAPI::Instant instant(app.Magasin);
   return EnregistrementOD(app, saisie, faite).Execute();
 }
 

@@ -20,6 +20,9 @@ struct EtatQVAPI {
   std::unique_ptr<Moteur> moteur;  ///< never null
   bool session = false;
   std::unique_ptr<Profil> reglages;
+  u64 instant = 0;                     ///< number of the outermost `QVAPI::Instant`, 0 for none
+  u64 instants = 0;                    ///< numbers given so far
+  unsigned emboites = 0;               ///< instants that live
   std::set<std::string> modifiesDits;  ///< files whose change by others was told
 
   std::string pathProgrammes, pathCabinet, pathCabinetImpose, nomCabinet, userCabinet;

@@ -119,8 +119,8 @@ int Remplace(Systeme& systeme, const std::string& chemin, const std::string& con
 
 }  // namespace
 
-Profil::Profil(Systeme& systeme, std::string chemin, bool avecSomme)
-    : m_systeme(systeme), m_chemin(std::move(chemin)), m_avecSomme(avecSomme) {}
+Profil::Profil(Systeme& systeme, std::string chemin, bool avecSomme, const u64* instant)
+    : m_systeme(systeme), m_chemin(std::move(chemin)), m_avecSomme(avecSomme), m_instant(instant) {}
 
 bool Profil::ModifieAilleurs() {
   Charge();
@@ -134,11 +134,20 @@ std::string Profil::Assemble(const std::vector<Ligne>& lignes) const {
 }
 
 bool Profil::Charge() {
+  const u64 instant = m_instant ? *m_instant : 0;
+  if (instant && instant == m_vuA) {
+    m_erreur = 0;
+    return true;
+  }
   Empreinte vue;
   m_erreur = m_systeme.Mesure(m_chemin, vue);
-  if (!m_erreur && m_empreinte == vue) return true;
+  if (!m_erreur && m_empreinte == vue) {
+    m_vuA = instant;
+    return true;
+  }
   // What was read before stays good while the disk refuses to answer.
   if (m_erreur && m_erreur != ENOENT) return false;
+  m_indexe = false;
   if (m_erreur) {
     m_lignes.clear();
     m_empreinte.reset();
@@ -157,8 +166,36 @@ bool Profil::Charge() {
   Analyse(contenu);
   // A file that somebody changed while it was read is parsed again next time.
   Empreinte apres;
-  if (fichier->Mesure(apres) == 0 && apres == vue) m_empreinte = vue;
+  if (fichier->Mesure(apres) == 0 && apres == vue) {
+    m_empreinte = vue;
+    m_vuA = instant;
+  }
   return true;
+}
+
+namespace {
+
+/// Where a value stands in the index: no name holds a line feed.
+void PoseCherchee(std::string& cherchee, std::string_view section, std::string_view cle) {
+  cherchee.assign(section).append(1, '\n').append(cle);
+  std::transform(cherchee.begin(), cherchee.end(), cherchee.begin(), Majuscule);
+}
+
+}  // namespace
+
+/// The first section of a name counts, and the first key in it.
+void Profil::Indexe() {
+  m_valeurs.clear();
+  std::set<std::string> vues;
+  const std::string* section = nullptr;
+  for (const Ligne& ligne : m_lignes) {
+    if (ligne.sorte == Ligne::Section)
+      section = vues.insert(EnMajuscules(ligne.nom)).second ? &ligne.nom : nullptr;
+    if (ligne.sorte != Ligne::Cle || !section) continue;
+    PoseCherchee(m_cherchee, *section, ligne.nom);
+    m_valeurs.emplace(m_cherchee, ligne.valeur);
+  }
+  m_indexe = true;
 }
 
 void Profil::Analyse(const std::string& contenu) {
@@ -197,13 +234,10 @@ std::size_t Profil::TrouveSection(const std::string& section) const {
 
 std::string Profil::Lit(const std::string& section, const std::string& cle) {
   Charge();
-  const std::size_t debut = TrouveSection(section);
-  if (debut == Absent) return {};
-  for (std::size_t i = debut + 1; i < m_lignes.size() && m_lignes[i].sorte != Ligne::Section; ++i) {
-    if (m_lignes[i].sorte == Ligne::Cle && CompareSansCasse(m_lignes[i].nom, cle) == 0)
-      return m_lignes[i].valeur;
-  }
-  return {};
+  if (!m_indexe) Indexe();
+  PoseCherchee(m_cherchee, section, cle);
+  const auto trouvee = m_valeurs.find(m_cherchee);
+  return trouvee == m_valeurs.end() ? std::string() : trouvee->second;
 }
 
 bool Profil::Existe(const std::string& section) {
@@ -293,8 +327,10 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
       return false;
     }
   }
+  m_vuA = 0;  // what is replaced is what stands there now
   if (!Charge()) return false;
 
+  m_indexe = false;
   const std::vector<Ligne> avant = m_lignes;
   for (const Changement& c : changements) Applique(c);
 
@@ -308,6 +344,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
   if (m_erreur != 0 && m_erreur != ENOENT) {
     m_lignes = avant;
     m_empreinte.reset();
+    m_vuA = 0;
     return false;
   }
   Empreinte neuve;
@@ -330,6 +367,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
   }
   m_lignes = avant;
   m_empreinte.reset();
+  m_vuA = 0;
   return false;
 }
 

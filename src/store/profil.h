@@ -12,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -29,8 +30,9 @@ class Profil {
   };
 
   /// Binds to `chemin`; reads nothing yet. `systeme` outlives the object. `avecSomme`: whatever is written
-  /// ends with a comment that holds the checksum of the lines before it.
-  Profil(Systeme& systeme, std::string chemin, bool avecSomme = false);
+  /// ends with a comment that holds the checksum of the lines before it. `instant`: while it points at a
+  /// number other than 0 the file is looked at once for each number (`QVAPI::Instant`).
+  Profil(Systeme& systeme, std::string chemin, bool avecSomme = false, const u64* instant = nullptr);
 
   /// True when the checksum that the file holds is not its own: somebody else wrote it. A file without one
   /// is not doubted.
@@ -69,6 +71,7 @@ class Profil {
     std::string valeur;
   };
   bool Charge();
+  void Indexe();
   void Analyse(const std::string& contenu);
   std::string Assemble(const std::vector<Ligne>& lignes) const;
   void Applique(const Changement& changement);
@@ -79,7 +82,12 @@ class Profil {
   bool m_avecSomme;
   bool m_sommeFausse = false;
   std::vector<Ligne> m_lignes;
+  std::unordered_map<std::string, std::string> m_valeurs;  ///< by section and key, in capitals
+  bool m_indexe = false;
+  std::string m_cherchee;
   std::optional<Empreinte> m_empreinte;
+  const u64* m_instant;
+  u64 m_vuA = 0;  ///< instant of the last look
   int m_erreur = 0;
 };
 

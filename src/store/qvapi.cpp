@@ -2,6 +2,7 @@
 
 #include "store/qvapi.h"
 
+#include <cassert>
 #include <cstdlib>
 #include <ctime>
 
@@ -55,7 +56,7 @@ namespace {
 constexpr const char* FichierReglages = "fenlor.ini";
 
 std::unique_ptr<Profil> ReglagesDe(EtatQVAPI& etat, const std::string& dossier) {
-  return std::make_unique<Profil>(*etat.systeme, Joint(dossier, FichierReglages), true);
+  return std::make_unique<Profil>(*etat.systeme, Joint(dossier, FichierReglages), true, &etat.instant);
 }
 
 /// Told once, and before the settings are written the first time: they are then vouched for again.
@@ -153,7 +154,19 @@ Heure QVAPI::Now() const {
 
 void QVAPI::FixeAujourdhui(Date date) { m_etat->aujourdhuiFixe = date; }
 
-QVAPI::Unite::Unite(QVAPI& magasin) : m_magasin(magasin) { m_magasin.m_etat->moteur->DebutUnite(); }
+QVAPI::Instant::Instant(QVAPI& magasin) : m_magasin(magasin) {
+  EtatQVAPI& etat = *m_magasin.m_etat;
+  if (etat.emboites++ == 0) etat.instant = ++etat.instants;
+}
+
+QVAPI::Instant::~Instant() {
+  assert(m_magasin.m_etat->emboites > 0);
+  if (--m_magasin.m_etat->emboites == 0) m_magasin.m_etat->instant = 0;
+}
+
+QVAPI::Unite::Unite(QVAPI& magasin) : m_magasin(magasin), m_instant(magasin) {
+  m_magasin.m_etat->moteur->DebutUnite();
+}
 
 QVAPI::Unite::~Unite() {
   if (!m_fini) m_magasin.m_etat->moteur->AnnuleUnite();

@@ -163,6 +163,18 @@ class QVAPI {
 
   // ---------------------------------------------------------- Unit of work
 
+  /// Scope guard: while one lives the settings file is looked at once, however many settings are read from
+  /// it; what others write meanwhile is seen afterwards. Instants nest; a unit of work is one.
+  class Instant {
+   public:
+    explicit Instant(QVAPI& magasin);
+    ~Instant();
+    Instant(const Instant&) = delete;
+    Instant& operator=(const Instant&) = delete;
+
+   private:
+    QVAPI& m_magasin;
+  };
   /// Scope guard. Leaving the scope without `Valide` undoes everything written
   /// since it began. Units nest: an inner one that is undone takes back its own
   /// part only; what is durable is decided by the outermost.
@@ -178,6 +190,7 @@ class QVAPI {
 
    private:
     QVAPI& m_magasin;
+    Instant m_instant;
     bool m_fini = false;
   };
   /// The numbers of the files (definitions.h) that a durable unit changed.

@@ -196,6 +196,27 @@ TEST_F(ProfilTest, ReadsTheFileAgainOnlyWhenItChanged) {
   EXPECT_EQ(profil.Erreur(), 0);
 }
 
+TEST_F(ProfilTest, AnInstantLooksAtTheFileOnce) {
+  SystemeFautif compteur(posix);
+  u64 instant = 0;
+  Profil profil(compteur, chemin, false, &instant), autre(posix, chemin);
+  ASSERT_TRUE(profil.Ecrit("A", "x", "1"));
+  const auto regards = [&] {
+    const u64 avant = compteur.Compte(SystemeFautif::Mesurage);
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(profil.Lit("a", "X"), autre.Lit("A", "x"));
+    return compteur.Compte(SystemeFautif::Mesurage) - avant;
+  };
+  EXPECT_EQ(regards(), 8u);
+  instant = 1;
+  EXPECT_EQ(regards(), 1u);
+  ASSERT_TRUE(autre.Ecrit("A", "x", "2"));
+  EXPECT_EQ(profil.Lit("A", "x"), "1");
+  ASSERT_TRUE(profil.Ecrit("A", "y", "3")) << "on top of what others wrote meanwhile";
+  EXPECT_EQ(regards(), 0u) << "the write looked";
+  instant = 2;
+  EXPECT_EQ(regards(), 1u);
+}
+
 TEST_F(ProfilTest, AFileThatCannotBeReadIsNotOverwritten) {
   std::filesystem::create_directory(chemin);
   Profil profil(posix, chemin);
