@@ -50,6 +50,21 @@ std::string Decimal(f64 valeur, int decimales) {
 /// digits rounded to two, halves away from zero, so that 2.675 gives "2,68".
 std::string DeuxDecimales(f64 valeur) {
   if (!std::isfinite(valeur)) return Decimal(valeur, 2);
+  // The six decimals are those of the exact product: where the computed one, which misses it by less than
+  // an eighth, is not near a half, both round to the same whole number.
+  constexpr f64 exacts = 1125899906842624;  // 2 to the 50th
+  const f64 millioniemes = std::fabs(valeur) * 1e6, entiers = std::nearbyint(millioniemes);
+  if (millioniemes < exacts && std::fabs(millioniemes - entiers) < 0.25) {
+    const u64 centimes = (static_cast<u64>(entiers) + 5000) / 10000;
+    char texte[24];
+    char* place = texte;
+    if (valeur < 0 && centimes > 0) *place++ = '-';
+    place = std::to_chars(place, texte + sizeof texte, centimes / 100).ptr;
+    *place++ = ',';
+    *place++ = static_cast<char>('0' + centimes / 10 % 10);
+    *place++ = static_cast<char>('0' + centimes % 10);
+    return std::string(texte, place);
+  }
   std::string texte = Decimal(std::fabs(valeur), 6);
   assert(texte.size() >= 8 && texte[texte.size() - 7] == '.');
   const bool monte = texte[texte.size() - 4] >= '5';

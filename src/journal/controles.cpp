@@ -167,11 +167,18 @@ DeuxMonnaies EnDeuxMonnaies(bool euro, f64 taux, f64 montant) {
 i64 CentimesDeChamp(f64 montant) { return std::llround(montant * 100); }
 
 f64 MontantDeChamp(f64 montant) {
+  // What "%.2f" writes and reads back is the nearest double to a whole number of cents: that of the exact
+  // product, of which the computed one tells the same wherever it is not near a half.
+  constexpr f64 exacts = 70368744177664;  // 2 to the 46th: the product misses by less than a hundredth
+  const f64 centimes = montant * 100, entiers = std::nearbyint(centimes);
+  if (std::fabs(centimes) < exacts && std::fabs(centimes - entiers) < 0.49) return entiers / 100 + 0.0;
   // Adding a positive zero clears the sign of "-0.00".
   return std::strtod(TexteDeChamp(montant).c_str(), nullptr) + 0.0;
 }
 
 bool MontantTient(f64 montant) {
+  constexpr f64 certains = 1e11;  // twelve digits at most with what rounding adds, a sign and ".00"
+  if (std::fabs(montant) < certains) return true;
   return std::isfinite(montant) && TexteDeChamp(montant).size() <= static_cast<std::size_t>(TailleMontant);
 }
 

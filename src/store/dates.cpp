@@ -95,11 +95,26 @@ Date GetDate(const std::string& texte) {
   return FaitDate(jour, mois, annee);
 }
 
+namespace {
+
+/// A part of a date, two digits at least.
+std::string& Ajoute(std::string& texte, unsigned nombre) {
+  if (nombre > 99) return texte.append(std::to_string(nombre));
+  texte += static_cast<char>('0' + nombre / 10);
+  return texte += static_cast<char>('0' + nombre % 10);
+}
+
+std::string& AjouteAnnee(std::string& texte, unsigned annee) {
+  return annee > 9999 ? Ajoute(texte, annee) : Ajoute(Ajoute(texte, annee / 100), annee % 100);
+}
+
+}  // namespace
+
 std::string StrDate(Date date) {
-  if (date == 0) return {};
-  char texte[32];
-  std::snprintf(texte, sizeof texte, "%02u/%02u/%04u", Jour(date), Mois(date), Annee(date));
-  return texte;
+  std::string texte;
+  if (date == 0) return texte;
+  Ajoute(Ajoute(texte, Jour(date)) += '/', Mois(date)) += '/';
+  return AjouteAnnee(texte, Annee(date));
 }
 
 std::string StrLDate(Date date) {
@@ -114,9 +129,8 @@ std::string StrLDate(Date date) {
 }
 
 std::string StrSDate(Date date) {
-  char texte[32];
-  std::snprintf(texte, sizeof texte, "%04u%02u%02u", Annee(date), Mois(date), Jour(date));
-  return texte;
+  std::string texte;
+  return Ajoute(Ajoute(AjouteAnnee(texte, Annee(date)), Mois(date)), Jour(date));
 }
 
 std::string StrHHMM(Heure heure) {

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
 
 #include "store/texte1252.h"
 
@@ -120,6 +123,23 @@ TEST(Valeurs, FormatsMonnaie) {
   EXPECT_EQ(FormatSoldeFranc(-12.5), "D 12,50 F");
   EXPECT_EQ(FormatSoldeFranc(12.5), "12,50 F");
   EXPECT_EQ(FormatSoldeEuro(-0.25), "D 0,25 €"_w);
+}
+
+TEST(Valeurs, DeuxDecimalesDesSixQuiSontEcrites) {
+  std::mt19937_64 hasard(5);
+  for (int i = 0; i < 20000; ++i) {
+    f64 montant = static_cast<f64>(hasard() >> (12 + i % 50)) / 2e6;
+    if (i % 3) montant = std::nextafter(montant, i % 3 == 1 ? 0 : 1e300);
+    char six[64], deux[64];
+    std::snprintf(six, sizeof six, "%.6f", montant);
+    // The written digits, as a whole number of millionths.
+    std::string chiffres(six);
+    chiffres.erase(chiffres.size() - 7, 1);
+    const u64 centimes = (std::stoull(chiffres) + 5000) / 10000;
+    std::snprintf(deux, sizeof deux, "%llu,%02u F", static_cast<unsigned long long>(centimes / 100),
+                  static_cast<unsigned>(centimes % 100));
+    EXPECT_EQ(FormatFranc(montant), montant == 0 ? "" : deux) << six;
+  }
 }
 
 TEST(Valeurs, Rubriques) {

@@ -1,6 +1,10 @@
 #include "journal/saisie.h"
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <random>
 
 #include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
@@ -73,6 +77,16 @@ TEST_F(SaisieTest, LeTauxVientDuCompteDeTvaEtDeLExercice) {
 TEST(Champ, MontantEtLargeur) {
   EXPECT_FALSE(std::signbit(MontantDeChamp(-0.001)));
   EXPECT_EQ(0.12, MontantDeChamp(0.125)) << "as printed: the binary half goes to even";
+  std::mt19937_64 hasard(3);
+  for (int i = 0; i < 20000; ++i) {
+    // Whole cents, halves of a cent and their neighbours, and anything else.
+    f64 montant = static_cast<f64>(static_cast<i64>(hasard() >> (12 + i % 50))) / 200;
+    if (i % 3) montant = std::nextafter(montant, i % 3 == 1 ? 0 : 1e300);
+    char ecrit[64];
+    std::snprintf(ecrit, sizeof ecrit, "%.2f", i % 2 ? montant : -montant);
+    EXPECT_EQ(std::strtod(ecrit, nullptr), MontantDeChamp(i % 2 ? montant : -montant)) << ecrit;
+    EXPECT_EQ(std::strlen(ecrit) <= 16, MontantTient(i % 2 ? montant : -montant)) << ecrit;
+  }
   EXPECT_TRUE(MontantTient(9999999999999.99));
   EXPECT_FALSE(MontantTient(99999999999999.99));
   EXPECT_FALSE(MontantTient(-9999999999999.99)) << "the sign takes a place";
