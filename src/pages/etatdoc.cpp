@@ -94,16 +94,24 @@ bool CEtatDoc::SetEtatPaysage(bool valeur) { return std::exchange(m_paysage, val
 void CEtatDoc::EtatPrintf(const FormatEtat& format, std::span<const ArgumentEtat> arguments) {
   if (!EnCours()) return;
   m_travail.clear();
-  RemplitEtat(m_travail, format.Format(), arguments);
-  EcritEtat(m_travail);
+  format.Remplit(m_travail, arguments);
+  const bool unBloc =
+      format.LignesDuBloc() && !m_travail.empty() &&
+      std::all_of(arguments.begin(), arguments.end(), [](const ArgumentEtat& a) { return a.SansMarque(); });
+  Ecrit(m_travail, unBloc ? format.LignesDuBloc() : std::nullopt);
 }
 
-void CEtatDoc::EcritEtat(std::string_view texte) {
+void CEtatDoc::EcritEtat(std::string_view texte) { Ecrit(texte, std::nullopt); }
+
+void CEtatDoc::Ecrit(std::string_view texte, std::optional<u32> lignesDuBloc) {
   if (!EnCours()) return;
   if (texte.size() > std::numeric_limits<u32>::max() - m_compteur.Offset())
     return Echoue(TexteErreurSysteme(EFBIG));
   m_fermes.clear();
-  m_compteur.Compte(texte, m_mesures.lignesEntete, m_mesures.lignesPied, m_fermes);
+  if (lignesDuBloc)
+    m_compteur.CompteBloc(texte.size(), *lignesDuBloc, m_fermes);
+  else
+    m_compteur.Compte(texte, m_mesures.lignesEntete, m_mesures.lignesPied, m_fermes);
   m_nbBlocs += static_cast<u32>(m_fermes.size());
   if (!m_texte.Ajoute(texte)) return EchoueSur(m_texte);
   if (!m_index.Ajoute(Octets(m_fermes.data(), m_fermes.size()))) return EchoueSur(m_index);

@@ -19,6 +19,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -105,6 +106,8 @@ class CEtatDoc : public LecteurBlocs {
 
  private:
   bool Cree();
+  /// `lignesDuBloc`: the text is known to be one block of so many lines.
+  void Ecrit(std::string_view texte, std::optional<u32> lignesDuBloc);
   void EchoueSur(const FichierTampon& fichier);
 
   FichierTampon m_texte;

@@ -70,25 +70,63 @@ void ArgumentEtat::Ajoute(std::string& sortie, std::size_t largeur, int precisio
   }
 }
 
-void RemplitEtat(std::string& sortie, std::string_view format, std::span<const ArgumentEtat> arguments) {
-  auto suivant = arguments.begin();
-  while (!format.empty()) {
-    const std::size_t pourcent = std::min(format.find('%'), format.size());
-    sortie.append(format.substr(0, pourcent));
-    format.remove_prefix(pourcent);
-    if (format.empty()) return;
-    format.remove_prefix(1);
-    if (!format.empty() && format[0] == '%') {
-      sortie += '%';
-      format.remove_prefix(1);
-    } else if (const Conversion c = LitConversion(format); c.taille) {
-      if (suivant != arguments.end()) (suivant++)->Ajoute(sortie, c.largeur, c.precision, c.aGauche, c.zeros);
-      assert(c.taille <= format.size());
-      format.remove_prefix(c.taille);
+bool ArgumentEtat::SansMarque() const {
+  const auto marque = [](char c) { return c == '\\' || c == '\n'; };
+  if (m_genre == Genre::Caractere) return !marque(static_cast<char>(m_nombre));
+  return std::none_of(m_texte.begin(), m_texte.end(), marque);
+}
+
+FormatEtat::FormatEtat(std::string format) : m_format(std::move(format)) {
+  const std::string_view tout = m_format;
+  const auto ajoute = [&](std::size_t debut, std::size_t fin) -> Morceau& {
+    m_morceaux.push_back({static_cast<u32>(debut), static_cast<u32>(fin - debut)});
+    return m_morceaux.back();
+  };
+  std::size_t debut = 0, place = 0;
+  while ((place = tout.find('%', place)) != std::string_view::npos) {
+    const std::string_view suite = tout.substr(place + 1);
+    if (const Conversion c = LitConversion(suite); c.taille) {
+      Morceau& morceau = ajoute(debut, place);
+      morceau.conversion = true;
+      morceau.aGauche = c.aGauche;
+      morceau.zeros = c.zeros;
+      morceau.largeur = static_cast<u32>(c.largeur);
+      morceau.precision = c.precision;
+      debut = place += 1 + c.taille;
     } else {
-      sortie += '%';
+      // The sign stands for itself, of two of them the first one.
+      ajoute(debut, place + 1);
+      debut = place += suite.starts_with('%') ? 2 : 1;
     }
   }
+  ajoute(debut, tout.size());
+  // A block by itself: nothing in it counts lines or closes a block, and no backslash takes along what an
+  // argument brings.
+  u32 lignes = 0;
+  for (const Morceau& morceau : m_morceaux) {
+    for (u32 i = 0; i < morceau.taille; ++i) {
+      const char c = tout[morceau.debut + i];
+      if (c == '\n') ++lignes;
+      if (c != '\\') continue;
+      if (++i == morceau.taille ||
+          std::string_view("FHXPG").find(tout[morceau.debut + i]) != std::string_view::npos)
+        return;
+    }
+  }
+  if (!tout.empty()) m_lignes = lignes;
+}
+
+void FormatEtat::Remplit(std::string& sortie, std::span<const ArgumentEtat> arguments) const {
+  auto suivant = arguments.begin();
+  for (const Morceau& m : m_morceaux) {
+    sortie.append(m_format, m.debut, m.taille);
+    if (m.conversion && suivant != arguments.end())
+      (suivant++)->Ajoute(sortie, m.largeur, m.precision, m.aGauche, m.zeros);
+  }
+}
+
+void RemplitEtat(std::string& sortie, std::string_view format, std::span<const ArgumentEtat> arguments) {
+  FormatEtat(std::string(format)).Remplit(sortie, arguments);
 }
 
 std::string EchappeEtat(std::string_view texte) {

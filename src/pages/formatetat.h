@@ -4,9 +4,11 @@
 
 #include <concepts>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/texte.h"
 #include "store/enregistrements.h"
@@ -28,6 +30,8 @@ class ArgumentEtat {
   /// Its text for a conversion: at most `precision` bytes of a text (negative: all),
   /// widened to `largeur` with blanks, or with zeros in front of a number.
   void Ajoute(std::string& sortie, std::size_t largeur, int precision, bool aGauche, bool zeros) const;
+  /// No byte of it is markup or ends a line.
+  bool SansMarque() const;
 
  private:
   enum class Genre { Texte, Nombre, Caractere };
@@ -36,16 +40,30 @@ class ArgumentEtat {
   Genre m_genre = Genre::Texte;
 };
 
-/// A format: the number of a text of the table, or the string itself.
+/// A format: the number of a text of the table, or the string itself. Taken apart once, for the rows of a
+/// report are thousands.
 class FormatEtat {
  public:
-  FormatEtat(const TexteFixe& texte) : m_format(Texte(texte)) {}
-  FormatEtat(const char* format) : m_format(format) {}
-  FormatEtat(std::string format) : m_format(std::move(format)) {}
+  FormatEtat(const TexteFixe& texte) : FormatEtat(Texte(texte)) {}
+  FormatEtat(const char* format) : FormatEtat(std::string(format)) {}
+  FormatEtat(std::string format);
   const std::string& Format() const { return m_format; }
+  /// As `RemplitEtat`.
+  void Remplit(std::string& sortie, std::span<const ArgumentEtat> arguments) const;
+  /// Filled with arguments without markup it is one block of so many lines; nothing: who knows.
+  std::optional<u32> LignesDuBloc() const { return m_lignes; }
 
  private:
+  /// A stretch of the format as it stands, and the conversion behind it.
+  struct Morceau {
+    u32 debut = 0, taille = 0;
+    bool conversion = false, aGauche = false, zeros = false;
+    u32 largeur = 0;
+    int precision = -1;
+  };
   std::string m_format;
+  std::vector<Morceau> m_morceaux;
+  std::optional<u32> m_lignes;
 };
 
 /// Appends the filled format: %s, %d, %u, %ld, %lu, %c and %%, with "-", "0", width

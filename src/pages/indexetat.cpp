@@ -53,6 +53,13 @@ void CompteurBlocs::Compte(std::string_view texte, u32 lignesEntete, u32 lignesP
   assert(taille == 0 || fermes.back().fin == m_offset);
 }
 
+void CompteurBlocs::CompteBloc(std::size_t taille, u32 lignes, std::vector<BlocEtat>& fermes) {
+  assert(taille > 0 && m_ouvert.lignes == 0 && m_ouvert.drapeaux == 0);
+  m_offset += static_cast<u32>(taille);
+  m_ouvert.lignes = lignes;
+  Ferme(fermes);
+}
+
 void CompteurBlocs::Ferme(std::vector<BlocEtat>& fermes) {
   m_ouvert.fin = m_offset;
   assert(fermes.empty() || fermes.back().fin < m_ouvert.fin);

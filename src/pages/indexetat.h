@@ -37,6 +37,9 @@ class CompteurBlocs {
   /// `lignesPied` are what "\H" and "\F" count for.
   void Compte(std::string_view texte, u32 lignesEntete, u32 lignesPied, std::vector<BlocEtat>& fermes);
 
+  /// The same for one write that is known to be one block.
+  void CompteBloc(std::size_t taille, u32 lignes, std::vector<BlocEtat>& fermes);
+
   u32 Offset() const { return m_offset; }      ///< of the next byte of the text
   u32 NbLignes() const { return m_nbLignes; }  ///< of all closed blocks
 
