@@ -4,11 +4,13 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <random>
 
+#include "store/partage.h"
 #include "store/qvapi.h"
 
 namespace fenlor {
@@ -214,9 +216,19 @@ int FichierDat::Verifie(const std::set<Position>& positions) {
 }
 
 Position FichierDat::PremierFaux() const {
-  for (Position p = 1; p <= entete.emplacements; ++p)
-    if (!EstJuste(p)) return p;
-  return 0;
+  const u32 nombre = entete.version < VersionSommes ? 0 : entete.emplacements;
+  if (nombre == 0) return 0;
+  const unsigned parts = NombreParts(u64{nombre} * entete.Pas());
+  std::array<Position, PartsMax> faux{};
+  Partage(parts, [&](unsigned part) {
+    const auto [debut, fin] = TrancheDe(part, parts, nombre, 1);
+    const u32 n = static_cast<u32>(fin - debut);
+    const Position premiere = static_cast<Position>(debut + 1);
+    const u32 place = n == 0 ? 0 : fenlor::PremierFaux(Place(premiere), n, entete.taille, premiere);
+    if (place < n) faux[part] = premiere + place;
+  });
+  const auto premier = std::find_if(faux.begin(), faux.end(), [](Position p) { return p != 0; });
+  return premier == faux.end() ? 0 : *premier;
 }
 
 int FichierDat::Convertit(Systeme& systeme) {

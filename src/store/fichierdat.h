@@ -24,6 +24,7 @@
 // of zeroes was never written.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <string>
@@ -76,6 +77,12 @@ class FichierDat {
   /// Slot in the mapping, or in the tail not yet written. Precondition: the
   /// position was written or reserved.
   const u8* Place(Position position) const;
+  /// The beginning of a slot will be read soon.
+  void Annonce(Position position) const {
+    const u8* slot = Place(position);
+    for (u32 place = 0; place < std::min<u32>(entete.taille, 320); place += 64)
+      __builtin_prefetch(slot + place);
+  }
   /// Makes sure that slots up to `position` have disk space and can be mapped.
   int Reserve(Position position);
   int EcritPlace(Position position, u32 decalage, const void* octets, u32 taille);

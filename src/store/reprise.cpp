@@ -23,7 +23,7 @@ constexpr u32 Bloc = 4096;
 constexpr u32 MagieUnite = 0x4E555651;  // "QVUN"
 constexpr u32 TailleEnteteUnite = 32;
 constexpr std::size_t TailleSceau = 64;
-constexpr u32 SceauEntier = 1;  ///< the sum is that of the whole key file; older logs have 0 here
+constexpr u32 SommeParPages = 2;  ///< kind of the sum of the key file; older logs have others here
 constexpr std::size_t SceauxMax = (TailleEntete - 56) / TailleSceau;
 
 template <class T>
@@ -152,7 +152,7 @@ int JournalReprise::EcritEntete(u64 copie) {
     Ajoute(o, s.tailleIdx);
     Ajoute(o, s.secondesIdx);
     Ajoute(o, s.crcIdx);
-    Ajoute(o, SceauEntier);
+    Ajoute(o, SommeParPages);
     o.resize(o.size() + 8);
   }
   assert(o.size() == 48 + nombre * TailleSceau && o.size() <= TailleEntete);
@@ -171,7 +171,7 @@ bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& su
   suivante = Prend<u64>(&o[32]);
   for (u32 n = 0; n < nombre; ++n) {
     const u8* s = &o[48 + n * TailleSceau];
-    if (Prend<u32>(s + 52) != SceauEntier) continue;
+    if (Prend<u32>(s + 52) != SommeParPages) continue;
     lus[Prend<u64>(s)] = {Prend<u64>(s + 8),  Prend<i64>(s + 16), Prend<u32>(s + 24), Prend<u64>(s + 32),
                           Prend<i64>(s + 40), Prend<u32>(s + 28), Prend<u32>(s + 48)};
   }

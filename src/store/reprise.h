@@ -21,7 +21,7 @@
 // position, the bytes.
 //
 // A seal says that a key file was brought home after the last change of its data
-// file: it names the length and time of both and the CRC-32 of all its bytes. Keys
+// file: it names the length and time of both and the sum of all its bytes. Keys
 // without a true seal are not looked at but made again.
 #pragma once
 

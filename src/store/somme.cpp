@@ -1,5 +1,6 @@
 #include "store/somme.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -34,7 +35,42 @@ __attribute__((target("sse4.2"))) u32 ParInstruction(const void* octets, std::si
   for (; taille > 0; --taille) reste = _mm_crc32_u8(reste, *o++);
   return ~reste;
 }
+
+/// An answer of the instruction comes three steps after the question: three stretches at a time.
+__attribute__((target("sse4.2"))) void TroisParInstruction(const u8* o, std::size_t taille, std::size_t pas,
+                                                           u32* sommes) {
+  const u8 *o1 = o + pas, *o2 = o1 + pas;
+  u64 c = 0xFFFFFFFF, c1 = c, c2 = c;
+  std::size_t place = 0;
+  for (; place + 8 <= taille; place += 8) {
+    u64 mot, mot1, mot2;
+    std::memcpy(&mot, o + place, sizeof mot);
+    std::memcpy(&mot1, o1 + place, sizeof mot);
+    std::memcpy(&mot2, o2 + place, sizeof mot);
+    c = _mm_crc32_u64(c, mot);
+    c1 = _mm_crc32_u64(c1, mot1);
+    c2 = _mm_crc32_u64(c2, mot2);
+  }
+  u32 r = static_cast<u32>(c), r1 = static_cast<u32>(c1), r2 = static_cast<u32>(c2);
+  for (; place < taille; ++place) {
+    r = _mm_crc32_u8(r, o[place]);
+    r1 = _mm_crc32_u8(r1, o1[place]);
+    r2 = _mm_crc32_u8(r2, o2[place]);
+  }
+  sommes[0] = ~r;
+  sommes[1] = ~r1;
+  sommes[2] = ~r2;
+}
 #endif
+
+bool AInstruction() {
+#if defined(__x86_64__)
+  static const bool instruction = __builtin_cpu_supports("sse4.2");
+  return instruction;
+#else
+  return false;
+#endif
+}
 
 }  // namespace
 
@@ -47,10 +83,18 @@ u32 Crc32cParTable(const void* octets, std::size_t taille, u32 somme) {
 
 u32 Crc32c(const void* octets, std::size_t taille, u32 somme) {
 #if defined(__x86_64__)
-  static const bool instruction = __builtin_cpu_supports("sse4.2");
-  if (instruction) return ParInstruction(octets, taille, somme);
+  if (AInstruction()) return ParInstruction(octets, taille, somme);
 #endif
   return Crc32cParTable(octets, taille, somme);
+}
+
+void SommesDe(const u8* octets, u32 nombre, std::size_t taille, std::size_t pas, u32* sommes) {
+  u32 i = 0;
+#if defined(__x86_64__)
+  for (; AInstruction() && i + 3 <= nombre; i += 3)
+    TroisParInstruction(octets + i * pas, taille, pas, sommes + i);
+#endif
+  for (; i < nombre; ++i) sommes[i] = Crc32c(octets + i * pas, taille);
 }
 
 u32 SommeEmplacement(const u8* rec, u32 taille, Position position) {
@@ -61,6 +105,24 @@ bool SommeJuste(const u8* emplacement, u32 taille, Position position) {
   u32 somme;
   std::memcpy(&somme, emplacement + taille, sizeof somme);
   return somme == SommeEmplacement(emplacement, taille, position);
+}
+
+u32 PremierFaux(const u8* emplacements, u32 nombre, u32 taille, Position premiere) {
+  constexpr u32 ensemble = 48;
+  const std::size_t pas = taille + TailleSomme;
+  u32 sommes[ensemble];
+  for (u32 debut = 0; debut < nombre; debut += ensemble) {
+    const u32 n = std::min(ensemble, nombre - debut);
+    const u8* place = emplacements + debut * pas;
+    SommesDe(place, n, taille, pas, sommes);
+    for (u32 i = 0; i < n; ++i) {
+      const Position position = premiere + debut + i;
+      u32 somme;
+      std::memcpy(&somme, place + i * pas + taille, sizeof somme);
+      if (somme != Crc32c(&position, sizeof position, sommes[i])) return debut + i;
+    }
+  }
+  return nombre;
 }
 
 bool RepareBit(u8* emplacement, u32 taille, Position position) {

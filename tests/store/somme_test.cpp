@@ -44,6 +44,28 @@ TEST(Somme, EstCelleDeTousEtTrouveChaqueBit) {
   }
 }
 
+TEST(Somme, DeToutUnFichierEstCelleDeChaqueMorceau) {
+  for (const auto& [octet, somme] : {std::pair{0x00, 0x8A9136AAu}, {0xFF, 0x62A8AB43u}}) {
+    const std::vector<u8> connus(32 * 4, static_cast<u8>(octet));
+    u32 sommes[4] = {};
+    SommesDe(connus.data(), 4, 32, 32, sommes);
+    for (const u32 s : sommes) EXPECT_EQ(s, somme);
+  }
+  constexpr u32 nombre = 101, taille = 45, pas = taille + TailleSomme;
+  std::vector<u8> octets(nombre * pas);
+  for (std::size_t i = 0; i < octets.size(); ++i) octets[i] = static_cast<u8>(i * i >> 3);
+  for (u32 i = 0; i < nombre; ++i) {
+    const u32 place = i + 7, somme = Crc32cParTable(&place, 4, Crc32cParTable(&octets[i * pas], taille));
+    std::memcpy(&octets[i * pas + taille], &somme, sizeof somme);
+  }
+  EXPECT_EQ(PremierFaux(octets.data(), nombre, taille, 7), nombre);
+  EXPECT_EQ(PremierFaux(octets.data(), nombre, taille, 8), 0u) << "in another's place";
+  for (u32 i = nombre; i-- > 0;) {
+    octets[i * pas + i % pas] ^= 4;
+    EXPECT_EQ(PremierFaux(octets.data(), nombre, taille, 7), i);
+  }
+}
+
 class Sommes : public testing::Test {
  protected:
   void SetUp() override {
