@@ -22,6 +22,7 @@ constexpr std::size_t Avance = std::size_t{64} << 20;
 /// What one more key takes in the worst case, split pages counted.
 constexpr std::size_t OctetsParCle = 256;
 constexpr std::size_t RetenuesMax = 60000;
+constexpr std::size_t ChargeesMax = 16000;
 
 int Traduit(int rc) {
   if (rc == 0) return 0;
@@ -165,8 +166,12 @@ class ClesLmdb : public MagasinCles {
     m_curseur[cle] = nullptr;
     if (const int rc = mdb_drop(m_txn, m_dbi[cle], 0)) return Traduit(rc);
     if (const int rc = mdb_cursor_open(m_txn, m_dbi[cle], &m_curseur[cle])) return Traduit(rc);
+    std::size_t poses = 0;
     for (const auto& [texte, position] : triees) {
       if (const int rc = Pose(cle, texte, position, MDB_APPEND)) return rc == ErrCleDouble ? ErrCles : rc;
+      // Handed on while the processor has them at hand; the same memory then takes the next ones.
+      if (++poses % ChargeesMax) continue;
+      if (const int rc = Rengage()) return rc;
     }
     return 0;
   }

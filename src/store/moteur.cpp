@@ -302,7 +302,7 @@ bool Moteur::Etat::VidangeTout() {
   }
   assert(reprise->EstVide() && !reprise->DoitVider());
   for (const auto& o : fichiers) {
-    if (!o || !o->def || !o->modifie || !o->cles || o->clesEnMemoire) continue;
+    if (!o || !o->def || !o->modifie || !o->cles || o->clesEnMemoire || o->clesDues) continue;
     if (const int rc = o->cles->Engage(false)) {
       if (!ReplieCles(*o, rc)) return false;
     }
@@ -326,8 +326,8 @@ bool Moteur::Etat::FermePhysique(u16 numero) {
     // Data, then keys, then the seal over both: it measures files that nobody writes any more.
     bien = RameneDat(o, true);
     assert(!bien || (!o.datSale && o.attente.empty()));
-    int rc = 0;
-    const bool scelle = o.cles && !o.clesEnMemoire && fabrique.SurDisque();
+    int rc = o.cles && !AssureCles(o) ? ErrCles : 0;
+    const bool scelle = o.cles && !rc && !o.clesEnMemoire && fabrique.SurDisque();
     if (scelle) rc = o.cles->Engage(true);
     o.cles.reset();
     Sceau sceau;

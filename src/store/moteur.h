@@ -61,6 +61,14 @@ class Moteur {
   /// The record in place, its marker byte as stored (mask it when byte 0 counts).
   /// Null on failure. Valid until the next operation that writes.
   const u8* Vue(u16 numFichier, Position position);
+  /// What a look over a whole file finds, shared among helpers. The keys are right when they are those of the
+  /// records, each once and in order; the sums, when none of a slot is wrong. Which one is not is for the
+  /// caller to find.
+  struct Revue {
+    u32 vivants = 0, libres = 0, illisibles = 0;
+    bool cles = true, sommes = true;
+  };
+  Revue PasseEnRevue(u16 numFichier);
   /// True when the sum of a slot, live or deleted, is right.
   bool EstJuste(u16 numFichier, Position position) const;
   u32 NombreEmplacements(u16 numFichier) const;

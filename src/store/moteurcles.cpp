@@ -1,20 +1,22 @@
 // Keys: opening and trusting a key file, its rebuild, key operations and cursors.
 
-#include <zlib.h>
-
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <cerrno>
 #include <cstring>
 
 #include "store/moteuretat.h"
+#include "store/partage.h"
 #include "store/texte1252.h"
+#include "store/tricles.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr std::size_t TailleLecture = 256u << 10;
+constexpr std::size_t EntreesDAvance = 16;
+constexpr u64 PagesLues = 32;  ///< at a time: what stays in the processor's own memory
 constexpr u32 PositionMax = 0xFFFFFFFFu;
 
 /// Failures for which the keys can live in memory until the disk is well again.
@@ -36,7 +38,7 @@ Ouvert* Moteur::Etat::Cle(u16 numCle, unsigned& indice) {
   }
   if (!o || !o->idxOuvert || !o->cles) return Echec(ErrPasOuvert), nullptr;
   assert(indice < o->description.nombre);
-  return o;
+  return AssureCles(*o) ? o : nullptr;
 }
 
 /// What a seal would say now. With `attendu` the file is summed up only when the rest agrees.
@@ -48,20 +50,33 @@ bool Moteur::Etat::Sceau_(Ouvert& o, Sceau& sceau, const Sceau* attendu) {
   if (attendu && !attendu->MemesFichiers(sceau)) return false;
   std::unique_ptr<Fichier> fichier;
   if (systeme.Ouvre(o.cheminIdx, Systeme::Lecture, fichier)) return false;
-  std::vector<u8> octets(std::min<u64>(idx.taille, TailleLecture));
-  for (u64 place = 0; place < idx.taille;) {
-    std::size_t lus = 0;
-    if (fichier->Lit(octets.data(), octets.size(), place, lus) || lus == 0) return false;
-    sceau.crcIdx = static_cast<u32>(crc32_z(sceau.crcIdx, octets.data(), lus));
-    place += lus;
-  }
+  const u64 pages = (idx.taille + TaillePage - 1) / TaillePage;
+  std::vector<u32> sommes(pages);
+  const unsigned parts = NombreParts(idx.taille);
+  std::array<bool, PartsMax> lues{};
+  Partage(parts, [&](unsigned part) {
+    const auto [debut, fin] = TrancheDe(part, parts, pages, 1);
+    std::vector<u8> octets(std::min<u64>(PagesLues, fin - debut) * TaillePage);
+    for (u64 page = debut; page < fin; page += PagesLues) {
+      const u64 place = page * TaillePage, n = std::min<u64>(fin - page, PagesLues);
+      const std::size_t taille = static_cast<std::size_t>(std::min(n * TaillePage, idx.taille - place));
+      std::size_t obtenus = 0;
+      if (fichier->Lit(octets.data(), taille, place, obtenus) || obtenus != taille) return;
+      const u32 entieres = static_cast<u32>(taille / TaillePage);
+      SommesDe(octets.data(), entieres, TaillePage, TaillePage, &sommes[page]);
+      if (entieres < n) sommes[page + entieres] = Crc32c(&octets[entieres * TaillePage], taille % TaillePage);
+    }
+    lues[part] = true;
+  });
+  if (std::count(lues.begin(), lues.end(), true) != static_cast<int>(parts)) return false;
+  sceau.crcIdx = Crc32c(sommes.data(), sommes.size() * sizeof(u32));
   return true;
 }
 
 bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf) {
   assert(!cheminIdx.empty());
   o.cles.reset();
-  o.clesEnMemoire = o.clesEndommagees = false;
+  o.clesEnMemoire = o.clesEndommagees = o.clesDues = false;
   o.cheminIdx = cheminIdx;
   for (auto& curseur : o.curseurs) curseur.pose = false;
   if (!o.def) {
@@ -102,46 +117,79 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
   return RemplitCles(o) || ReplieCles(o, erreur);
 }
 
-/// Fills the keys from the records as the unit in progress sees them.
-bool Moteur::Etat::RemplitCles(Ouvert& o) {
-  struct Entree {
-    std::size_t place;
-    u32 longueur;
-    Position position;
-  };
-  std::vector<Entree> entrees;
-  std::vector<char> textes;
-  std::vector<std::pair<std::string_view, u32>> triees;
-  for (unsigned i = 0; i < o.def->nbCles; ++i) {
-    entrees.clear();
-    textes.clear();
-    char texte[TailleCleMax];
+/// The keys of one number, composed from the records and sorted. Reads alone: a helper may do it.
+struct Moteur::Etat::ClesTriees {
+  std::unique_ptr<char[]> textes;
+  std::vector<std::pair<std::string_view, u32>> cles;
+
+  void Compose(Etat& etat, Ouvert& o, unsigned indice) {
+    cles.clear();
+    cles.reserve(o.emplacements);
+    textes = std::make_unique_for_overwrite<char[]>(std::size_t{o.emplacements} * TailleCleMax);
+    char* place = textes.get();
     for (Position p = 1; p <= o.emplacements; ++p) {
-      const u8* rec = Brut(o, p);
+      const u8* rec = etat.Brut(o, p);
       if (o.dat.EtatDe(rec) != EtatEmplacement::Vivant) continue;
-      const unsigned longueur = o.def->compose(i, rec, texte);
+      const unsigned longueur = o.def->compose(indice, rec, place);
       assert(longueur <= TailleCleMax);
-      entrees.push_back({textes.size(), longueur, p});
-      textes.insert(textes.end(), texte, texte + longueur);
+      cles.emplace_back(std::string_view(place, longueur), p);
+      place += longueur;
     }
-    const auto vue = [&](const Entree& e) { return std::string_view(textes.data() + e.place, e.longueur); };
-    const auto avant = [&](const Entree& a, const Entree& b) {
-      const int c = vue(a).compare(vue(b));
-      return c ? c < 0 : a.position < b.position;
-    };
-    if (!std::is_sorted(entrees.begin(), entrees.end(), avant))
-      std::sort(entrees.begin(), entrees.end(), avant);
-    triees.clear();
-    for (const Entree& e : entrees) {
-      if (!o.def->doubles[i] && !triees.empty() && triees.back().first == vue(e)) {
-        triees.back().second = e.position;  // the later record is the one that counts
-      } else {
-        triees.emplace_back(vue(e), e.position);
-      }
+    TrieCles(cles);
+    if (o.def->doubles[indice]) return;
+    // Of two records with one key the later one counts.
+    const auto memes = [](const auto& a, const auto& b) { return a.first == b.first; };
+    std::size_t n = 0;
+    for (const auto& cle : cles) {
+      if (n > 0 && memes(cles[n - 1], cle)) --n;
+      cles[n++] = cle;
     }
-    if (const int rc = o.cles->Charge(i, triees)) return Echec(rc, o.cheminIdx);
+    cles.resize(n);
   }
+};
+
+/// Fills the keys from the records as the unit in progress sees them: those of the next number are made by
+/// a helper while these are written.
+bool Moteur::Etat::RemplitCles(Ouvert& o) {
+  o.clesDues = false;
+  o.clesRemplies = o.touche;
+  ++nbRemplissages;
+  ClesTriees pretes, suivantes;
+  const unsigned parts = std::min(2u, NombreParts(u64{o.emplacements} * o.dat.entete.Pas()));
+  int rc = 0;
+  for (unsigned i = 0; i < o.def->nbCles && !rc; ++i) {
+    if (i == 0) pretes.Compose(*this, o, i);
+    const auto fait = [&](bool charge) {
+      if (charge)
+        rc = o.cles->Charge(i, pretes.cles);
+      else if (i + 1 < o.def->nbCles)
+        suivantes.Compose(*this, o, i + 1);
+    };
+    if (parts < 2) fait(false);
+    Partage(parts, [&](unsigned part) { fait(part + 1 == parts); });
+    std::swap(pretes, suivantes);
+  }
+  return rc == 0 || Echec(rc, o.cheminIdx);
+}
+
+/// Nobody looks at keys that are due.
+bool Moteur::Etat::AssureCles(Ouvert& o) { return !o.clesDues || RemplitCles(o) || ReplieCles(o, erreur); }
+
+/// A unit that adds more records than can be undone key by key, and a good part of all there are, leaves
+/// their keys out: to sort all of them at the end costs less than to find the place of each.
+bool Moteur::Etat::RemetCles(Ouvert& o) {
+  if (o.clesDues) return true;
+  if (!clesTropNombreuses || o.clesRemplies) return false;
+  assert(profondeur > 0 && o.emplacements >= o.dat.entete.emplacements);
+  if (o.emplacements - o.dat.entete.emplacements < o.emplacements / 3) return false;
+  DoitCles(o);
   return true;
+}
+
+void Moteur::Etat::DoitCles(Ouvert& o) {
+  reprise->sceaux.erase(o.dat.entete.id);
+  o.modifie = o.clesDues = true;
+  for (auto& curseur : o.curseurs) curseur.pas = 0;
 }
 
 /// The key file failed: its keys are made again in memory, and the file is left
@@ -237,7 +285,7 @@ void Moteur::Etat::DefaitCles(std::size_t jusqua) {
   while (changementsCles.size() > jusqua) {
     const ChangementCle c = std::move(changementsCles.back());
     changementsCles.pop_back();
-    if (!c.fichier->cles) continue;
+    if (!c.fichier->cles || c.fichier->clesDues) continue;
     const int rc = c.ajout ? c.fichier->cles->Supprime(c.cle, c.texte, c.position)
                            : c.fichier->cles->Ajoute(c.cle, c.texte, c.position);
     if (rc && rc != ErrCleDouble && rc != ErrCleAbsente) ReplieCles(*c.fichier, rc);
@@ -264,6 +312,8 @@ bool Moteur::SupprimeCle(u16 numCle, std::string_view texte, Position position) 
 bool Moteur::AjouteCles(u16 numFichier, Position position, const void* rec, bool neuves) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  if (neuves && m->RemetCles(*o)) return true;
+  if (!m->AssureCles(*o)) return false;
   char texte[TailleCleMax];
   for (unsigned i = 0; i < o->def->nbCles; ++i) {
     const std::string_view cle(texte, o->def->compose(i, rec, texte));
@@ -280,6 +330,7 @@ bool Moteur::AjouteCles(u16 numFichier, Position position, const void* rec, bool
 bool Moteur::SupprimeCles(u16 numFichier, Position position, const void* rec) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  if (!m->AssureCles(*o)) return false;
   char texte[TailleCleMax];
   int premiere = 0;
   for (unsigned i = 0; i < o->def->nbCles; ++i) {
@@ -379,10 +430,28 @@ bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& f
   if (!o) return false;
   if (!o->datOuvert) return m->Echec(ErrPasOuvert);
   bool bien = true, rompues = false;
-  u32 pas = 0, derniere = 0;
+  u32 pas = 0;
+  struct Entree {
+    std::string_view texte;
+    u32 position = 0;
+  };
+  // Some entries ahead: while the first of their records is read the others are on their way from the
+  // memory. Nobody writes meanwhile, so their texts stay where they are.
+  std::array<Entree, EntreesDAvance> entrees;
+  std::size_t nombre = 0;
   std::string precedent;
   precedent.reserve(TailleCleMax);
-  const u32 avance = u32{o->dat.entete.taille} * 12;
+  u32 derniere = 0;
+  const auto rend = [&] {
+    const std::size_t pleines = std::exchange(nombre, 0);
+    for (std::size_t i = 0; i < pleines; ++i) {
+      const u8* rec = m->Brut(*o, entrees[i].position);
+      if (!rec || o->dat.EtatDe(rec) != EtatEmplacement::Vivant) return bien = m->Echec(ErrEndommage, *o);
+      if (!suite(entrees[i].position, rec)) return false;
+    }
+    return true;
+  };
+  bool arrete = false;
   auto entree = [&](std::string_view texte, u32 position) {
     if (!fin.empty() && texte >= fin) return false;
     const int ordre = pas ? texte.compare(precedent) : texte < debut ? -1 : 1;
@@ -390,21 +459,16 @@ bool Moteur::Parcours(u16 numCle, const std::string& debut, const std::string& f
     if (rompues) return false;
     precedent.assign(texte);
     derniere = position;
-    const u8* rec = m->Brut(*o, position);
-    if (!rec || o->dat.EtatDe(rec) != EtatEmplacement::Vivant) {
-      bien = m->Echec(ErrEndommage, *o);
-      return false;
-    }
-    // Records were mostly written in the order of their keys: the next ones stand
-    // behind this one. A prefetch of anything else does no harm.
-    __builtin_prefetch(rec + avance);
-    __builtin_prefetch(rec + avance + 256);
-    return suite(position, rec);
+    entrees[nombre++] = {texte, position};
+    if (position > 0 && position <= o->emplacements) o->dat.Annonce(position);
+    return nombre < entrees.size() || !(arrete = !rend());
   };
   o->cles->Parcours(indice, debut, entree);
-  if (rompues || o->cles->Erreur() == ErrCles) return m->Rompues(*o);
-  if (bien && o->cles->Erreur()) bien = m->Echec(o->cles->Erreur(), o->cheminIdx);
-  return bien;
+  const int erreur = o->cles->Erreur();
+  if (!arrete) arrete = !rend();
+  if (arrete) return bien;
+  if (rompues || erreur == ErrCles) return m->Rompues(*o);
+  return erreur == 0 || m->Echec(erreur, o->cheminIdx);
 }
 
 bool Moteur::ClesEndommagees(u16 numFichier) const {

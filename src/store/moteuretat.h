@@ -41,6 +41,9 @@ struct Ouvert {
   std::string cheminIdx;
   bool clesEnMemoire = false;    ///< the disk had no room for the keys, or they were damaged
   bool clesEndommagees = false;  ///< found damaged since the file was opened, and made again
+  /// Keys of new records were left out: all are made from the records before anybody looks at one.
+  bool clesDues = false;
+  bool clesRemplies = false;  ///< that happened in the unit in progress, whose undoing takes them back
 
   struct Curseur {
     bool pose = false;
@@ -88,6 +91,7 @@ struct Moteur::Etat {
   };
   struct Repere {
     std::size_t annulations, cles, ordre;
+    u64 remplissages;
   };
   unsigned profondeur = 0;
   std::vector<Repere> reperes;
@@ -97,6 +101,7 @@ struct Moteur::Etat {
   std::vector<Annulation> annulations;
   std::vector<ChangementCle> changementsCles;
   bool clesTropNombreuses = false;
+  u64 nbRemplissages = 0;  ///< of keys from records
   std::vector<Ouvert*> touches;
   std::bitset<256> changements;  ///< files of the unit that was just made durable
   std::function<void(const std::bitset<256>&)> suite;
@@ -128,7 +133,11 @@ struct Moteur::Etat {
   // moteurcles.cpp
   Ouvert* Cle(u16 numCle, unsigned& indice);
   bool OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf);
+  struct ClesTriees;
   bool RemplitCles(Ouvert& o);
+  bool AssureCles(Ouvert& o);
+  bool RemetCles(Ouvert& o);
+  void DoitCles(Ouvert& o);
   bool ReplieCles(Ouvert& o, int rc);
   int PoseCle(Ouvert& o, unsigned indice, std::string_view texte, Position position, bool neuve);
   int OteCle(Ouvert& o, unsigned indice, std::string_view texte, Position position);

@@ -176,6 +176,7 @@ bool Moteur::Remplace(u16 numFichier, Position position, const void* rec) {
   if (!vue) return false;
   Ouvert& o = *m->Dat(numFichier);
   const std::vector<u8> ancien(vue, vue + o.dat.entete.taille);
+  if (o.def && o.cles && !m->AssureCles(o)) return false;
   char avant[TailleCleMax], apres[TailleCleMax];
   UniteAuto unite(*this);
   for (unsigned i = 0; o.def && o.cles && i < o.def->nbCles; ++i) {
@@ -225,7 +226,8 @@ u16 Moteur::TailleRec(u16 numFichier) const {
 }
 
 void Moteur::DebutUnite() {
-  m->reperes.push_back({m->annulations.size(), m->changementsCles.size(), m->ordre.size()});
+  m->reperes.push_back(
+      {m->annulations.size(), m->changementsCles.size(), m->ordre.size(), m->nbRemplissages});
   ++m->profondeur;
 }
 
@@ -279,6 +281,8 @@ void Moteur::AnnuleUnite() {
     m->Defait(repere.annulations);
     assert(m->ordre.size() >= repere.ordre);
     m->ordre.resize(repere.ordre);
+    for (Ouvert* o : m->touches)
+      if (o->clesRemplies && m->nbRemplissages > repere.remplissages) m->DoitCles(*o);
     m->DefaitCles(repere.cles);
     m->reperes.pop_back();
     --m->profondeur;
@@ -334,15 +338,13 @@ void Moteur::Etat::DefaitTout() {
     o->premierVerse = 0;
     o->touche = false;
     o->dat.CoupeQueue(o->emplacements);
+    if (o->cles && o->def && (clesTropNombreuses || o->clesRemplies)) DoitCles(*o);
+    o->clesRemplies = false;
   }
-  if (clesTropNombreuses) {
+  if (clesTropNombreuses)
     changementsCles.clear();
-    for (Ouvert* o : touches) {
-      if (o->cles && o->def && !RemplitCles(*o)) ReplieCles(*o, ErrCles);
-    }
-  } else {
+  else
     DefaitCles(0);
-  }
   assert(changementsCles.empty());
   clesTropNombreuses = false;
   touches.clear();
@@ -468,7 +470,7 @@ bool Moteur::Etat::Applique() {
     o->dat.entete.libres = o->libres;
     assert(!o->premierVerse || o->dat.QueueDurable());
     o->premierVerse = 0;
-    o->touche = false;
+    o->touche = o->clesRemplies = false;
     o->datSale = o->modifie = true;
     // The keys on the disk are those of before: until the closing nobody vouches for them.
     reprise->sceaux.erase(o->dat.entete.id);

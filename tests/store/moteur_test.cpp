@@ -48,6 +48,52 @@ TEST_P(MoteurTest, UneUniteAnnuleeNeLaisseRien) {
   EXPECT_EQ(moteur.NbAnnulations(), 2u);
 }
 
+/// More keys than a unit remembers one by one: they are left out until somebody looks.
+TEST_P(MoteurTest, LesClesDUneGrandeUniteSontCellesDesEnregistrements) {
+  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  Moteur& moteur = livres.moteur;
+  const auto cle = [](unsigned i) { return std::to_string(1000000000 + i * 7919u % 100003u); };
+  const auto finit = [&](bool valide) {
+    if (valide)
+      EXPECT_TRUE(moteur.ValideUnite());
+    else
+      moteur.AnnuleUnite();
+  };
+  const auto ajoute = [&](unsigned i, bool valide) {
+    moteur.DebutUnite();
+    const Plan rec = Compte(cle(i), "");
+    const Position p = moteur.Ajoute(FichierComptes, &rec);
+    EXPECT_TRUE(p && moteur.AjouteCles(FichierComptes, p, &rec, true));
+    finit(valide);
+    return p;
+  };
+  constexpr unsigned nombre = 41000;  // of five keys
+  for (const bool valide : {false, true}) {
+    moteur.DebutUnite();
+    for (unsigned i = 0; i < nombre; ++i) ajoute(i, true);
+    ajoute(nombre, false);
+    EXPECT_EQ(moteur.TrouveCle(69, cle(nombre)), 0u);
+    EXPECT_EQ(moteur.TrouveCle(69, cle(nombre - 1)), nombre);
+    const Position apres = ajoute(nombre, true);
+    EXPECT_EQ(moteur.TrouveCle(69, cle(nombre)), apres);
+    finit(valide);
+    EXPECT_EQ(moteur.NombreCles(70), valide ? nombre + 1 : 0);
+    EXPECT_TRUE(moteur.PasseEnRevue(FichierComptes).cles);
+  }
+  moteur.DebutUnite();
+  for (unsigned i = nombre + 1; i < 2 * nombre; ++i) ajoute(i, true);
+  moteur.DebutUnite();
+  const Position dernier = ajoute(2 * nombre, true);
+  EXPECT_EQ(moteur.TrouveCle(69, cle(2 * nombre)), dernier) << "made with a record that is taken back";
+  moteur.AnnuleUnite();
+  EXPECT_EQ(moteur.TrouveCle(69, cle(2 * nombre)), 0u);
+  ASSERT_TRUE(moteur.ValideUnite());
+  ASSERT_TRUE(moteur.FermeCabinet() && livres.Ouvre());
+  EXPECT_EQ(moteur.NombreCles(69), 2 * nombre);
+  EXPECT_TRUE(moteur.PasseEnRevue(FichierComptes).cles);
+}
+
 TEST_P(MoteurTest, UneUniteDurableDitSesFichiers) {
   Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
