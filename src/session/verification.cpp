@@ -1,11 +1,14 @@
 #include "session/verification.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <map>
+#include <functional>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/texte.h"
@@ -58,6 +61,11 @@ f64 LitTotal(const Plan& plan, int total, int monnaie) {
   return valeur;
 }
 
+template <std::size_t N>
+std::string_view Vue(const char (&champ)[N]) {
+  return {champ, strnlen(champ, N)};
+}
+
 struct Compte {
   i16 type = 0;
   f64 enregistre[NbTotaux][2] = {};
@@ -85,14 +93,18 @@ class Verification {
   void VerifieLigne(const Line& ligne);
   void VerifieEquilibre(int monnaie);
   bool ConvertieParLigne() const;
-  const Compte* TrouveCompte(const std::string& compte) const;
+  Compte* TrouveCompte(std::string_view compte);
   std::string Court(const std::string& compte) { return m_magasin.GetShortCompte(compte); }
 
   CFenlorApp& m_app;
   QVAPI& m_magasin;
   const RappelConstat& m_constat;
   u32 m_nombre = 0;
-  std::map<std::string, Compte> m_comptes;
+  /// Of an account's text, without a copy of it.
+  struct Hachage : std::hash<std::string_view> {
+    using is_transparent = void;
+  };
+  std::unordered_map<std::string, Compte, Hachage, std::equal_to<>> m_comptes;
   std::vector<Line> m_lignes;  ///< of the entry at hand, in order of `Rang`
 };
 
@@ -155,30 +167,33 @@ void Verification::LitComptes() {
 }
 
 void Verification::AdditionneLignes() {
-  const auto ajoute = [&](const std::string& numero, Total total, i64 franc, i64 euro) {
-    const auto compte = m_comptes.find(numero);
-    if (compte == m_comptes.end()) return;
-    compte->second.calcule[total][enFranc] += franc;
-    compte->second.calcule[total][enEuro] += euro;
+  const auto ajoute = [](Compte* compte, Total total, i64 franc, i64 euro) {
+    if (!compte) return;
+    compte->calcule[total][enFranc] += franc;
+    compte->calcule[total][enEuro] += euro;
   };
   m_magasin.QVParcours(FichierJournal, [&](Position, const void* rec) {
     const auto& ligne = *static_cast<const Line*>(rec);
     const bool credit = ligne.Sens != 0;
     const i64 franc = EnCentimes(ligne.MontantFranc);
     const i64 euro = EnCentimes(ligne.MontantEuro);
-    const std::string compte = LitTexte(ligne.Compte);
+    Compte* compte = TrouveCompte(Vue(ligne.Compte));
     ajoute(compte, credit ? TotalCredit : TotalDebit, franc, euro);
     if (ligne.Rapprochee) ajoute(compte, credit ? TotalRappCredit : TotalRappDebit, franc, euro);
     if (ligne.Role != RolePerso && ligne.Role != RoleTva) return true;
     const int signe = credit ? 1 : -1;
-    ajoute(LitTexte(ligne.ComptePrincipal), ligne.Role == RolePerso ? TotalPerso : TotalTva, signe * franc,
-           signe * euro);
+    ajoute(TrouveCompte(Vue(ligne.ComptePrincipal)), ligne.Role == RolePerso ? TotalPerso : TotalTva,
+           signe * franc, signe * euro);
     return true;
   });
 }
 
 void Verification::CompareTotaux() {
-  for (const auto& [numero, compte] : m_comptes) {
+  std::vector<std::string> numeros;
+  for (const auto& [numero, compte] : m_comptes) numeros.push_back(numero);
+  std::sort(numeros.begin(), numeros.end());
+  for (const std::string& numero : numeros) {
+    const Compte& compte = m_comptes.find(numero)->second;
     const bool partage = compte.type == Recette || compte.type == Depense;
     for (int total = 0; total < NbTotaux; ++total) {
       for (const int monnaie : {enFranc, enEuro}) {
@@ -196,24 +211,36 @@ void Verification::CompareTotaux() {
   }
 }
 
+/// In place, and past each line that cannot be read.
 void Verification::VerifieEcritures() {
   const u16 numCle = static_cast<u16>(DefinitionFichierNumero(FichierJournal)->premiereCle + 4);
-  std::string cle;
-  for (Position position = m_magasin.QVFirstKey(numCle, cle); position != 0;
-       position = m_magasin.QVNextKey(numCle, cle)) {
-    Line ligne;
-    if (!m_magasin.ReadLines(m_app.PathExercice, position, ligne)) {
-      Constate("Journal : la ligne d'emplacement %s ne se lit pas.", {std::to_string(position)});
-      continue;
-    }
+  std::string debut;
+  bool avance = false;
+  const auto suite = [&](Position, const void* rec) {
+    const Line& ligne = *static_cast<const Line*>(rec);
     if (!m_lignes.empty() && m_lignes.front().Mouvement != ligne.Mouvement) {
       VerifieEcriture();
       m_lignes.clear();
     }
     m_lignes.push_back(ligne);
+    return avance = true;
+  };
+  while (!m_magasin.QVParcoursCle(numCle, debut, {}, suite)) {
+    const int code = m_magasin.QVFileErrorCode();
+    if (std::exchange(avance, false)) {
+      const Line& l = m_lignes.back();
+      debut = MakeJournalKey5(l.Mouvement, l.Rang, static_cast<u16>(l.Journal), l.Ligne) + '\0';
+    }
+    const Position position = m_magasin.QVBrowseKey(numCle, debut);
+    Line ligne;
+    if (position == 0 || m_magasin.QVReadRec(FichierJournal, position, &ligne)) {
+      Constate("Journal : les écritures ne se lisent pas jusqu'au bout : %s",
+               {m_magasin.QVErreurTexte(code)});
+      break;
+    }
+    Constate("Journal : la ligne d'emplacement %s ne se lit pas.", {std::to_string(position)});
+    debut += '\0';
   }
-  if (const int code = m_magasin.QVFileErrorCode(); code != ErrCleAbsente)
-    Constate("Journal : les écritures ne se lisent pas jusqu'au bout : %s", {m_magasin.QVErreurTexte(code)});
   if (!m_lignes.empty()) VerifieEcriture();
 }
 
@@ -252,7 +279,7 @@ void Verification::VerifieAccord() {
     ConstateEcriture("ses lignes ne portent pas toutes la même date.");
   if (differe([&](const Line& b) { return a.Ligne == b.Ligne; }))
     ConstateEcriture("ses lignes ne portent pas toutes le même numéro de ligne.");
-  if (differe([&](const Line& b) { return LitTexte(a.Libelle) == LitTexte(b.Libelle); }))
+  if (differe([&](const Line& b) { return Vue(a.Libelle) == Vue(b.Libelle); }))
     ConstateEcriture("ses lignes ne portent pas toutes le même libellé.");
   if (differe([&](const Line& b) { return !a.Validee == !b.Validee; }))
     ConstateEcriture("ses lignes ne sont pas toutes validées, ou toutes en brouillard.");
@@ -260,28 +287,28 @@ void Verification::VerifieAccord() {
     ConstateEcriture("ses lignes ne sont pas toutes saisies dans la même monnaie.");
 }
 
-const Compte* Verification::TrouveCompte(const std::string& compte) const {
+Compte* Verification::TrouveCompte(std::string_view compte) {
   const auto trouve = m_comptes.find(compte);
   return trouve == m_comptes.end() ? nullptr : &trouve->second;
 }
 
 void Verification::VerifieLigne(const Line& ligne) {
-  const std::string rang = std::to_string(ligne.Rang);
-  const std::string numero = LitTexte(ligne.Compte);
-  const Compte* compte = TrouveCompte(numero);
+  const auto rang = [&] { return std::to_string(ligne.Rang); };
+  const auto numero = [&] { return Court(LitTexte(ligne.Compte)); };
+  const Compte* compte = TrouveCompte(Vue(ligne.Compte));
   if (!compte)
-    ConstateEcriture("le compte %s de la ligne %s n'existe pas.", {Court(numero), rang});
+    ConstateEcriture("le compte %s de la ligne %s n'existe pas.", {numero(), rang()});
   else if (compte->type != ligne.TypeCompte)
     ConstateEcriture("la ligne %s porte le type %s, mais le compte %s est du type %s.",
-                     {rang, std::to_string(ligne.TypeCompte), Court(numero), std::to_string(compte->type)});
-  const std::string principal = LitTexte(ligne.ComptePrincipal);
-  if (!principal.empty() && !TrouveCompte(principal))
-    ConstateEcriture("le compte principal %s de la ligne %s n'existe pas.", {Court(principal), rang});
-  if (!EstDatee(ligne.DateLigne)) ConstateEcriture("la date de la ligne %s n'existe pas.", {rang});
+                     {rang(), std::to_string(ligne.TypeCompte), numero(), std::to_string(compte->type)});
+  if (ligne.ComptePrincipal[0] && !TrouveCompte(Vue(ligne.ComptePrincipal)))
+    ConstateEcriture("le compte principal %s de la ligne %s n'existe pas.",
+                     {Court(LitTexte(ligne.ComptePrincipal)), rang()});
+  if (!EstDatee(ligne.DateLigne)) ConstateEcriture("la date de la ligne %s n'existe pas.", {rang()});
   if (!EstMontant(ligne.MontantFranc) || !EstMontant(ligne.MontantEuro))
-    ConstateEcriture("le montant de la ligne %s est illisible.", {rang});
+    ConstateEcriture("le montant de la ligne %s est illisible.", {rang()});
   else if (ligne.MontantFranc < 0 || ligne.MontantEuro < 0)
-    ConstateEcriture("le montant de la ligne %s est négatif.", {rang});
+    ConstateEcriture("le montant de la ligne %s est négatif.", {rang()});
 }
 
 bool Verification::ConvertieParLigne() const {

@@ -115,6 +115,30 @@ bool QVAPI::QVRefaitCles(u16 numFichier) {
   return m_etat->moteur->RefaitCles(numFichier);
 }
 
+namespace {
+
+/// Notes what is wrong with one slot: its sum, the record in it, keys that do not lead to it.
+template <class Note>
+void VerifieEmplacement(Moteur& moteur, const DefinitionFichier& def, Position p, const Note& note) {
+  const std::string numero = std::to_string(p);
+  if (!moteur.EstJuste(def.numero, p)) note("somme de contrôle fausse à l'enregistrement " + numero);
+  const u8* rec = moteur.Vue(def.numero, p);
+  if (!rec && !moteur.EstLibre(def.numero, p)) note("enregistrement " + numero + " illisible");
+  char texte[TailleCleMax];
+  for (unsigned i = 0; rec && i < def.nbCles; ++i) {
+    const std::string cle(texte, def.compose(i, rec, texte));
+    const u16 numCle = static_cast<u16>(def.premiereCle + i);
+    std::string trouvee = cle;
+    Position place = moteur.Borne(numCle, trouvee);
+    while (def.doubles[i] && place && place != p && trouvee == cle) place = moteur.Suivant(numCle, trouvee);
+    if (place != p || trouvee != cle)
+      note("clé " + std::to_string(i) + " absente pour l'enregistrement " + numero);
+    rec = moteur.Vue(def.numero, p);
+  }
+}
+
+}  // namespace
+
 EtatFichier QVAPI::QVVerifie(u16 numFichier) {
   EtatFichier etat;
   const DefinitionFichier* def = DefinitionFichierNumero(numFichier);
@@ -125,34 +149,12 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
     if (etat.anomalies.size() < 100) etat.anomalies.push_back(DepuisUtf8(phrase).value_or(phrase));
   };
   etat.emplacements = moteur.NombreEmplacements(numFichier);
-  char texte[TailleCleMax];
-  u32 supprimes = 0;
-  for (Position p = 1; p <= etat.emplacements; ++p) {
-    const u8* rec = moteur.Vue(numFichier, p);
-    if (!moteur.EstJuste(numFichier, p))
-      note("somme de contrôle fausse à l'enregistrement " + std::to_string(p));
-    if (!rec) {
-      if (moteur.EstLibre(numFichier, p)) {
-        ++supprimes;
-      } else {
-        note("enregistrement " + std::to_string(p) + " illisible");
-      }
-      continue;
-    }
-    ++etat.vivants;
-    for (unsigned i = 0; i < def->nbCles; ++i) {
-      const std::string cle(texte, def->compose(i, rec, texte));
-      const u16 numCle = static_cast<u16>(def->premiereCle + i);
-      std::string trouvee = cle;
-      Position place = moteur.Borne(numCle, trouvee);
-      while (def->doubles[i] && place && place != p && trouvee == cle)
-        place = moteur.Suivant(numCle, trouvee);
-      if (place != p || trouvee != cle) {
-        note("clé " + std::to_string(i) + " absente pour l'enregistrement " + std::to_string(p));
-      }
-      rec = moteur.Vue(numFichier, p);
-    }
-  }
+  const Moteur::Revue revue = moteur.PasseEnRevue(numFichier);
+  etat.vivants = revue.vivants;
+  // All is well, or each record is asked what is wrong with it.
+  if (!revue.sommes || !revue.cles || revue.illisibles > 0)
+    for (Position p = 1; p <= etat.emplacements; ++p) VerifieEmplacement(moteur, *def, p, note);
+  if (!revue.cles && etat.anomalies.empty()) note("fichier de clés endommagé : ses clés ne se suivent pas");
   for (unsigned i = 0; i < def->nbCles; ++i) {
     const u32 nombre = moteur.NombreCles(static_cast<u16>(def->premiereCle + i));
     if (nombre != etat.vivants) {
@@ -162,7 +164,7 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
   }
   if (moteur.ClesEndommagees(numFichier)) note("fichier de clés endommagé : ses clés ont été refaites");
   std::vector<Position> libres;
-  if (!moteur.ListeLibre(numFichier, libres) || libres.size() != supprimes) {
+  if (!moteur.ListeLibre(numFichier, libres) || libres.size() != revue.libres) {
     note("liste des emplacements libres endommagée");
   }
   etat.libres = static_cast<u32>(libres.size());
