@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -79,6 +80,9 @@ const char* FichierDe(std::uintptr_t adresse, char* ligne, std::size_t capacite)
 }
 
 void SurPageIllisible(int, siginfo_t* info, void*) {
+  // Two helpers may meet the same damage: one tells it, the other waits for the end.
+  static std::atomic_flag dite = ATOMIC_FLAG_INIT;
+  while (dite.test_and_set()) ::pause();
   static char ligne[4608], texte[5120];
   const char* fichier = FichierDe(reinterpret_cast<std::uintptr_t>(info->si_addr), ligne, sizeof ligne);
   std::size_t n = 0;
@@ -107,7 +111,7 @@ void InstalleUrgences(const std::string& note) {
   if (note.size() < sizeof cheminNote) std::memcpy(cheminNote, note.c_str(), note.size() + 1);
   struct sigaction action {};
   action.sa_sigaction = SurPageIllisible;
-  action.sa_flags = SA_SIGINFO | SA_RESETHAND;
+  action.sa_flags = SA_SIGINFO;
   sigaction(SIGBUS, &action, nullptr);
   std::signal(SIGXFSZ, SIG_IGN);
   std::set_terminate(SansIssue);
