@@ -375,7 +375,10 @@ void Moteur::Etat::ComposeUnite() {
     if (position <= o.dat.entete.emplacements) {
       const auto enAttente = o.attente.find(position);
       const u8* base = enAttente == o.attente.end() ? o.dat.Place(position) : enAttente->second.data();
+      // By words as far as they go: a save compares a thousand bytes.
+      while (debut + 8 <= fin && std::memcmp(octets + debut, base + debut, 8) == 0) debut += 8;
       while (debut < fin && octets[debut] == base[debut]) ++debut;
+      while (fin >= debut + 8 && std::memcmp(octets + fin - 8, base + fin - 8, 8) == 0) fin -= 8;
       while (fin > debut && octets[fin - 1] == base[fin - 1]) --fin;
       if (debut == fin) continue;
     } else {

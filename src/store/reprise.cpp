@@ -236,12 +236,15 @@ void JournalReprise::AjouteImage(const ImageUnite& image) {
   assert(m_unite.size() >= TailleEnteteUnite);
   assert(image.position > 0 && image.octets.size() <= 0xFFFF);
   assert(!image.octets.empty() || image.zeros > 0);
-  Ajoute(m_unite, image.fichier);
-  Ajoute(m_unite, image.decalage);
-  Ajoute(m_unite, static_cast<u16>(image.octets.size()));
-  Ajoute(m_unite, image.zeros);
-  Ajoute(m_unite, image.position);
-  m_unite.insert(m_unite.end(), image.octets.begin(), image.octets.end());
+  u8 tete[12];
+  Pose(tete, image.fichier);
+  Pose(tete + 2, image.decalage);
+  Pose(tete + 4, static_cast<u16>(image.octets.size()));
+  Pose(tete + 6, image.zeros);
+  Pose(tete + 8, image.position);
+  m_unite.insert(m_unite.end(), tete, tete + sizeof tete);
+  const u8* octets = reinterpret_cast<const u8*>(image.octets.data());
+  m_unite.insert(m_unite.end(), octets, octets + image.octets.size());
 }
 
 bool JournalReprise::Tient() const { return m_fin == 0 || m_fin + Arrondi(m_unite.size()) <= m_capacite; }
