@@ -1,10 +1,7 @@
 // bench_magasin: the store beside what limits it, in one run.
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/utsname.h>
 #include <sys/vfs.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cinttypes>
@@ -14,13 +11,13 @@
 #include <thread>
 
 #include "classeur.h"
+#include "ecriturenue.h"
 #include "mesures.h"
+#include "programmes.h"
 #include "rival.h"
 #include "store/definitions.h"
 #include "store/texte1252.h"
 #include "systemelent.h"
-
-extern char** environ;
 
 namespace fs = std::filesystem;
 
@@ -33,7 +30,7 @@ struct Tailles {
   unsigned ecritures = 87'500;  ///< of the practice that is measured: 350,000 lines
   unsigned passages = 15;       ///< pairs of a walk, a rebuild, a recalculation
   unsigned recherches = 20'000;
-  unsigned unite = 100'000;  ///< entries of the large unit and of `saisir`
+  unsigned unite = 100'000;  ///< entries of the large unit
   unsigned ouvertures = 25;
   unsigned marchePetite = 7'500;   ///< entries: 30,000 lines
   unsigned marcheGrande = 87'500;  ///< 350,000 lines; 3,000,000 with --grand
@@ -42,41 +39,6 @@ struct Tailles {
 std::string SansVirgule(double valeur, const char* unite) {
   char texte[40];
   std::snprintf(texte, sizeof texte, "%.0f%s", valeur, unite);
-  return texte;
-}
-
-std::string Moi() { return fs::read_symlink("/proc/self/exe").string(); }
-
-/// Runs a program and returns its standard output; ends the benchmark when it fails.
-std::string Lance(const std::vector<std::string>& arguments, const std::string& entree = "/dev/null",
-                  const std::string& sortie = {}) {
-  int tube[2];
-  if (pipe(tube) != 0) Echec("pipe");
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 0, entree.c_str(), O_RDONLY, 0);
-  if (sortie.empty())
-    posix_spawn_file_actions_adddup2(&actions, tube[1], 1);
-  else
-    posix_spawn_file_actions_addopen(&actions, 1, sortie.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-  posix_spawn_file_actions_addclose(&actions, tube[0]);
-  posix_spawn_file_actions_addclose(&actions, tube[1]);
-  std::vector<char*> argv;
-  for (const auto& a : arguments) argv.push_back(const_cast<char*>(a.c_str()));
-  argv.push_back(nullptr);
-  pid_t enfant = 0;
-  if (posix_spawn(&enfant, argv[0], &actions, nullptr, argv.data(), environ) != 0)
-    Echec("cannot run " + arguments[0]);
-  posix_spawn_file_actions_destroy(&actions);
-  close(tube[1]);
-  std::string texte;
-  char tampon[4096];
-  for (ssize_t n; (n = read(tube[0], tampon, sizeof tampon)) > 0;)
-    texte.append(tampon, static_cast<std::size_t>(n));
-  close(tube[0]);
-  int etat = 0;
-  waitpid(enfant, &etat, 0);
-  if (!WIFEXITED(etat) || WEXITSTATUS(etat) != 0) Echec(arguments[0] + " failed");
   return texte;
 }
 
@@ -108,32 +70,6 @@ void Machine(const std::string& dossier) {
 }
 
 // ---------------------------------------------------------------- durable save
-
-/// A file filled with zeroes, one block of which is written and synced at a time.
-class EcritureNue {
- public:
-  EcritureNue(Systeme& systeme, const std::string& chemin, unsigned blocs) : m_blocs(blocs) {
-    if (systeme.Ouvre(chemin, Systeme::Creation, m_fichier) != 0) Echec("cannot make " + chemin);
-    const std::vector<char> zeros(std::size_t{1} << 20);
-    for (u64 place = 0; place < u64{blocs} * sizeof m_bloc; place += zeros.size()) {
-      if (m_fichier->Ecrit(zeros.data(), zeros.size(), place) != 0) Echec("cannot fill " + chemin);
-    }
-    m_fichier->Synchronise();
-  }
-  void operator()() {
-    std::memset(m_bloc, static_cast<int>(m_i), sizeof m_bloc);
-    if (m_fichier->Ecrit(m_bloc, sizeof m_bloc, u64{m_i % m_blocs} * sizeof m_bloc) != 0 ||
-        m_fichier->Synchronise() != 0) {
-      Echec("a bare write failed");
-    }
-    ++m_i;
-  }
-
- private:
-  std::unique_ptr<Fichier> m_fichier;
-  unsigned m_blocs, m_i = 0;
-  char m_bloc[4096];
-};
 
 void Sauvegardes(Tableau& tableau, const std::string& dossier, const Tailles& t) {
   SystemeLent systeme;
@@ -400,59 +336,6 @@ void Memoire(Tableau& tableau, const std::string& dossier, const Tailles& t) {
                 (kio[1] - kio[0]) / 1024, " MiB", 10, false);
 }
 
-void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
-  const std::string fenlorctl = (fs::path(Moi()).parent_path() / "fenlorctl").string();
-  const std::string cabinet = dossier + "/saisir", entree = dossier + "/saisir.json",
-                    sortie = dossier + "/sortie.json";
-  Lance({fenlorctl, "--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"});
-
-  // The accounts come from the chart that was just made.
-  std::string charge, recette, banque, tva;
-  {
-    QVAPI m;
-    std::string cle;
-    if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") || !m.OpenPlan("")) {
-      Echec("the practice that fenlorctl made does not open");
-    }
-    for (Position p = m.QVFirstKey(69, cle); p; p = m.QVNextKey(69, cle)) {
-      Plan plan;
-      m.QVReadRec(FichierComptes, p, &plan);
-      if (plan.Type == Recette && recette.empty()) recette = LitTexte(plan.Compte);
-      if (plan.Type == Depense && charge.empty()) charge = LitTexte(plan.Compte);
-      if (plan.Type == Tresorerie && plan.TypeTresorerie == 1 && banque.empty())
-        banque = LitTexte(plan.Compte);
-    }
-  }
-  {
-    std::ofstream f(entree);
-    for (unsigned i = 0; i < t.unite; ++i) {
-      char ligne[400];
-      const bool r = i % 8 != 0;
-      std::snprintf(ligne, sizeof ligne,
-                    "{\"journal\":\"%s\",\"date\":\"%02u/%02u/2003\",\"compte\":\"%s\",\"libelle\":\"%s %u\","
-                    "\"ttc\":%u.50,%s\"tresorerie\":\"%s\",\"paiement\":\"cheque\"}\n",
-                    r ? "recettes" : "depenses", 1 + i % 28, 1 + i / 28 % 12, (r ? recette : charge).c_str(),
-                    r ? "Consultations" : "Fournitures", i, 20 + i % 200, r ? "" : "\"professionnel\":15.25,",
-                    banque.c_str());
-      f << ligne;
-    }
-  }
-  const double secondes = Duree([&] {
-    Lance({fenlorctl, "--cabinet", cabinet, "--exercice", "2003", "saisir", "--tout"}, entree, sortie);
-  });
-  QVAPI m;
-  if (!m.QVOpenSession(1) || !m.QVOpenCompta(cabinet, "") || !m.QVOpenExercice("2003") ||
-      !m.OpenJournal("")) {
-    Echec("the practice does not open after saisir");
-  }
-  Statistiques s{};
-  if (!m.QVCalculCompta("2003", s) || s.NbRecettes + s.NbDepenses != t.unite)
-    Echec("saisir left entries out");
-  const double debit = m.GetJournalRec(0) / secondes;
-  tableau.Ligne("fenlorctl saisir --tout, lines of journal", EnTemps(secondes),
-                std::to_string(m.GetJournalRec(0)) + " l", debit, " l/s", 50'000, true);
-}
-
 [[noreturn]] void Usage(int etat) {
   std::printf(
       "bench_magasin [--dossier DIR] [--rapide] [--grand] [--seul NAME]...\n"
@@ -460,7 +343,7 @@ void Saisir(Tableau& tableau, const std::string& dossier, const Tailles& t) {
       "directory)\n"
       "  --rapide       tiny sizes: that it runs, not what it costs; the exit status ignores the bars\n"
       "  --grand        the memory measure on 3,000,000 lines\n"
-      "  --seul NAME    sauvegarde, rival, unite, ouverture, memoire or saisir; repeatable\n"
+      "  --seul NAME    sauvegarde, rival, unite, ouverture or memoire; repeatable\n"
       "exit status: 0 every bar holds, 1 something failed, 3 a bar is missed\n");
   std::exit(etat);
 }
@@ -504,7 +387,6 @@ int Principal(int argc, char** argv) {
   }
   if (voulu("unite")) GrandeUnite(tableau, dossier, t);
   if (voulu("memoire")) Memoire(tableau, dossier, t);
-  if (voulu("saisir")) Saisir(tableau, dossier, t);
   fs::remove_all(dossier);
   return tableau.Manquees() == 0 || rapide ? 0 : 3;
 }
