@@ -15,7 +15,8 @@
 // any unit is a unit of its own. A durable unit costs one sync.
 //
 // Texts are Windows-1252, paths are the platform's bytes with its separator.
-// One session is used from one thread. A practice is opened by one session at a
+// One session is used from one thread; an opening, a verification, keys made again take helpers that end
+// within the call (partage.h has their rules), and call nobody back. A practice is opened by one session at a
 // time, on one machine: `QVOpenCompta` tells who holds it otherwise.
 #pragma once
 
