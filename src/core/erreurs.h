@@ -44,10 +44,6 @@ inline constexpr TexteFixe ErrClotureBrouillard{3033,
     "La cloture de l'exercice %s est impossible ! Toutes les écritures ne sont pas validées."};
 inline constexpr TexteFixe ErrVersionAncienne{3034,
     "La Fenlor ne peut pas convertir les fichiers dont la version est inférieure à la 4.0"};
-inline constexpr TexteFixe ErrEcheanceFranc{3046,
-    "L'enregistrement de l'échéance \"%s\" du %d est impossible car il est impossible d'enregistrer "
-    "une écriture en Franc après le %s.\nIl est nécessaire de modifier l'écriture automatique en "
-    "saisissant un montant en Euro."};
 inline constexpr TexteFixe ErrFichierIndexe{3049, "%s\nFichier = %s\nErreur = %d"};
 inline constexpr TexteFixe ErrCodeOuverture{3050, "Erreur %d à l'ouverture de :\n%s."};
 inline constexpr TexteFixe ErrMemoire{3051, "Pas assez de mémoire pour cette opération."};

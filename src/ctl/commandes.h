@@ -20,6 +20,7 @@ void DeclareTraitements(LigneCommande& ligne);      ///< valider, virement, renu
 void DeclareAmortissement(LigneCommande& ligne);    ///< amortissement
 void DeclareImmobilisations(LigneCommande& ligne);  ///< immobilisation
 void DeclareFraisKm(LigneCommande& ligne);          ///< frais-km
+void DeclareAutomatiques(LigneCommande& ligne);     ///< automatique, echeances
 void DeclareRemise(LigneCommande& ligne);           ///< remise
 void DeclareRapprochement(LigneCommande& ligne);    ///< rapprochement
 

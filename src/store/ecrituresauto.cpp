@@ -11,6 +11,8 @@ namespace fenlor {
 
 namespace {
 
+constexpr const char* CleListe = "Ecritures automatiques";
+
 struct Fiche {
   Position position;
   EcrituresAuto rec;
@@ -53,6 +55,17 @@ u32 QVAPI::GetEcrituresAutoRec(u32) {
   return LitListe(*this, liste) ? static_cast<u32>(liste.size()) : 0;
 }
 
+bool QVAPI::ListeEcrituresAuto(std::vector<EcrituresAuto>& liste) {
+  std::vector<Fiche> fiches;
+  if (!LitListe(*this, fiches)) return false;
+  liste.clear();
+  for (Fiche& fiche : fiches) {
+    fiche.rec.Numero = static_cast<u32>(liste.size()) + 1;
+    liste.push_back(fiche.rec);
+  }
+  return true;
+}
+
 bool QVAPI::ReadEcrituresAuto(u32 indice, EcrituresAuto& rec, u32) {
   std::vector<Fiche> liste;
   if (!LitListe(*this, liste)) return false;
@@ -89,15 +102,18 @@ bool QVAPI::DeleteEcrituresAuto(u32 indice, u32) {
   return unite.Valide();
 }
 
-bool QVAPI::FlushEcrituresAuto(u32 contexte) {
+bool QVAPI::FlushEcrituresAuto(u32) {
   if (!m_etat->moteur->EstOuvertFichier(FichierAuto)) return m_etat->Refuse(ErrPasOuvert);
   std::string noms;
-  const u32 nombre = GetEcrituresAutoRec(contexte);
-  for (u32 i = 1; i <= nombre; ++i) {
+  std::vector<Fiche> liste;
+  if (!LitListe(*this, liste)) return false;
+  for (std::size_t i = 1; i <= liste.size(); ++i) {
     if (i > 1) noms += ',';
     noms += "AUTO" + std::to_string(i);
   }
-  if (m_etat->reglages->Ecrit(NomOuvert(*m_etat->moteur), "Ecritures automatiques", noms)) return true;
+  const std::string exercice = NomOuvert(*m_etat->moteur);
+  if (m_etat->reglages->Lit(exercice, CleListe) == noms || m_etat->reglages->Ecrit(exercice, CleListe, noms))
+    return true;
   return m_etat->Refuse(m_etat->reglages->Erreur());
 }
 

@@ -54,6 +54,8 @@ bool QVAPI::CloseFichier(u16 numero, u32 poignee) {
   const auto ouverture = m_etat->ouvertures.find(numero);
   if (poignee != numero || ouverture == m_etat->ouvertures.end() || ouverture->second == 0)
     return m_etat->Refuse(ErrPasOuvert);
+  // Whatever was written meanwhile, and by whom, the settings name as many models as there are.
+  if (numero == FichierAuto && ouverture->second == 1 && !QVEnUnite()) FlushEcrituresAuto(poignee);
   if (--ouverture->second) return true;
   const DefinitionFichier& def = *DefinitionFichierNumero(numero);
   const bool cles = def.nbCles == 0 || QVClose(def.premiereCle);

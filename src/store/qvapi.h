@@ -431,8 +431,11 @@ class QVAPI {
   // gaps; deleting one moves the later ones down.
 
   u32 GetEcrituresAutoRec(u32 contexte);
+  /// All of them, in order of their numbers.
+  bool ListeEcrituresAuto(std::vector<EcrituresAuto>& liste);
   bool ReadEcrituresAuto(u32 indice, EcrituresAuto& rec, u32 contexte);
-  /// Appends when `Numero` is 0 (and fills it), else rewrites that number.
+  /// Appends when `Numero` is 0 (and fills it), else rewrites that number. The list of the settings
+  /// follows by `FlushEcrituresAuto`, and at the latest when the file is closed.
   bool WriteEcrituresAuto(EcrituresAuto& rec, u32 contexte);
   bool DeleteEcrituresAuto(u32 indice, u32 contexte);
   bool FlushEcrituresAuto(u32 contexte);

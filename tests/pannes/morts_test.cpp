@@ -384,5 +384,59 @@ TEST_F(Morts, UneImmobilisationEstLAncienneOuLaNouvelle) {
   EXPECT_GE(tues, morts);
 }
 
+/// Whatever stops a walk or a confirmation, each occurrence is in the journal once in the end, and none is
+/// lost.
+TEST_F(Morts, LesEcheancesViennentUneFois) {
+  const unsigned morts = Nombre("FENLOR_MORTS", 30);
+  constexpr unsigned modeles = 12, mois = 6;
+  const auto commande = [&](std::vector<std::string> mots) {
+    mots.insert(mots.begin(), {"--cabinet", m_cabinet, "--aujourdhui", "20/06/2003"});
+    return mots;
+  };
+  unsigned tues = 0, livres = 0;
+  long duree = 30'000;
+  while (tues < morts && livres < morts) {
+    m_cabinet = m_dossier.Chemin() + "/auto" + std::to_string(++livres);
+    ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
+    m_comptes = LitComptes(m_cabinet);
+    std::string entree;
+    for (unsigned n = 0; n < modeles; ++n)
+      entree += Json{{"Genre", 2},
+                     {"Date", n % 3 ? "05/01/2003" : "05/06/2003"},
+                     {"Libelle", "Modele " + std::to_string(n)},
+                     {"Tresorerie", m_comptes.banque},
+                     {"Compte", m_comptes.depense},
+                     {"MontantEuro", 10 + n},
+                     {"Periodicite", 6},
+                     {"NbPaiements", n % 4 == 1 ? mois : 12},
+                     {"Annoncer", n % 3 ? 0 : 1}}
+                    .dump() +
+                "\n";
+    ASSERT_EQ(Ctl(commande({"automatique", "ajouter"}), entree).statut, 0);
+    for (bool fini = false; !fini;) {
+      Enfant enfant(commande({"echeances", "--toutes"}), "/dev/null");
+      enfant.Ecoute(1'000 + Tire(static_cast<unsigned>(duree)));
+      fini = enfant.Fini();
+      enfant.Tue();
+      const int statut = enfant.Attend().statut;
+      ASSERT_TRUE(statut == 0 || statut == 128 + 9) << statut;
+      fini = statut == 0;
+      tues += !fini;
+      duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+    }
+    std::map<std::string, unsigned> vues;
+    for (const auto& [mouvement, lignes] : LitJournal(m_cabinet))
+      ++vues[lignes.front().value("Libelle", "") + ' ' + lignes.front().value("Date", "")];
+    unsigned attendues = 0;
+    for (unsigned n = 0; n < modeles; ++n) attendues += n % 3 ? mois : 1;
+    EXPECT_EQ(vues.size(), attendues);
+    for (const auto& [echeance, fois] : vues) EXPECT_EQ(fois, 1u) << echeance;
+    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
+    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+  }
+  std::cout << tues << " killed, " << livres << " books\n";
+  EXPECT_GE(tues, morts);
+}
+
 }  // namespace
 }  // namespace fenlor::pannes
