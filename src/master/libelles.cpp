@@ -7,6 +7,7 @@
 #include "core/valeurs.h"
 #include "master/textes.h"
 #include "store/fichiertextes.h"
+#include "store/remplacement.h"
 
 namespace fenlor {
 
@@ -27,20 +28,6 @@ int LitContenu(Fichier& fichier, std::string& contenu) {
   return code;
 }
 
-/// The whole file, durable but for its name, or the old one.
-int Remplace(Systeme& systeme, const std::string& chemin, const std::string& provisoire,
-             const std::string& contenu) {
-  std::unique_ptr<Fichier> fichier;
-  int code = systeme.Ouvre(provisoire, Systeme::Creation, fichier);
-  if (code) return code;
-  code = fichier->Ecrit(contenu.data(), contenu.size(), 0);
-  if (!code) code = fichier->Synchronise();
-  fichier.reset();
-  if (!code) code = systeme.Renomme(provisoire, chemin);
-  if (code) systeme.Supprime(provisoire);
-  return code;
-}
-
 int EcritContenu(CFenlorApp& app, const std::string& lignes) {
   const std::string contenu = ScelleTextes(lignes);
   Systeme& systeme = app.Magasin.SystemeFichiers();
@@ -56,11 +43,12 @@ int EcritContenu(CFenlorApp& app, const std::string& lignes) {
   fichier.reset();
   if (code && !nouveau) return code;
   if (!nouveau && ancien == contenu) return 0;
-  code = Remplace(systeme, chemin, provisoire, contenu);
+  Empreinte neuve;
+  code = RemplaceFichier(systeme, chemin, provisoire, contenu, neuve);
   if (code) return code;
   code = systeme.SynchroniseDossier(DossierDe(chemin));
   if (code && nouveau) systeme.Supprime(chemin);
-  if (code && !nouveau) Remplace(systeme, chemin, provisoire, ancien);
+  if (code && !nouveau) RemplaceFichier(systeme, chemin, provisoire, ancien, neuve);
   if (!code) app.Magasin.QVNoteChangement(FichierTextes);
   return code;
 }

@@ -7,6 +7,7 @@
 #include <set>
 #include <string_view>
 
+#include "store/remplacement.h"
 #include "store/somme.h"
 #include "store/texte1252.h"
 
@@ -98,23 +99,6 @@ std::string LigneSomme(const std::string& contenu) {
   char chiffres[12];
   std::snprintf(chiffres, sizeof chiffres, "%08X\r", Crc32c(contenu.data(), contenu.size()));
   return std::string(DebutSomme) + chiffres;
-}
-
-// The whole file at `chemin`, durable, or the old one.
-int Remplace(Systeme& systeme, const std::string& chemin, const std::string& contenu, Empreinte& empreinte) {
-  const std::string provisoire = chemin + ".tmp";
-  std::unique_ptr<Fichier> fichier;
-  int erreur = systeme.Ouvre(provisoire, Systeme::Creation, fichier);
-  if (erreur) return erreur;
-  erreur = fichier->Ecrit(contenu.data(), contenu.size(), 0);
-  // Durable before it takes the name: a crash leaves the old settings or the new ones.
-  if (!erreur) erreur = fichier->Synchronise();
-  if (!erreur) erreur = fichier->Mesure(empreinte);
-  fichier.reset();
-  assert(erreur || empreinte.taille == contenu.size());
-  if (!erreur) erreur = systeme.Renomme(provisoire, chemin);
-  if (erreur) systeme.Supprime(provisoire);
-  return erreur;
 }
 
 }  // namespace
@@ -348,7 +332,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     return false;
   }
   Empreinte neuve;
-  m_erreur = Remplace(m_systeme, m_chemin, Assemble(m_lignes), neuve);
+  m_erreur = RemplaceFichier(m_systeme, m_chemin, m_chemin + ".tmp", Assemble(m_lignes), neuve);
   if (!m_erreur) {
     m_erreur = m_systeme.SynchroniseDossier(DossierDe(m_chemin));
     if (!m_erreur) {
@@ -360,7 +344,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     // settings go back in its place.
     Empreinte remise;
     if (existait) {
-      Remplace(m_systeme, m_chemin, Assemble(avant), remise);
+      RemplaceFichier(m_systeme, m_chemin, m_chemin + ".tmp", Assemble(avant), remise);
     } else {
       m_systeme.Supprime(m_chemin);
     }

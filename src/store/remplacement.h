@@ -1,0 +1,16 @@
+// One durable replacement of a whole file.
+#pragma once
+
+#include <string_view>
+
+#include "store/systeme.h"
+
+namespace fenlor {
+
+/// Puts `contenu` in the place of the file at `chemin`, through a file `provisoire` beside it that is gone
+/// afterwards. What bears the name is the whole old file or the whole new one, whatever happens; the new
+/// name is durable with `SynchroniseDossier`. errno's value, 0 when done; `empreinte` is the new file's.
+int RemplaceFichier(Systeme& systeme, const std::string& chemin, const std::string& provisoire,
+                    std::string_view contenu, Empreinte& empreinte);
+
+}  // namespace fenlor
