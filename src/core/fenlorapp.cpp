@@ -15,8 +15,12 @@ bool CFenlorApp::ReportErreur(const TexteFixe& erreur, std::initializer_list<std
 
 bool CFenlorApp::Dit(const Refus& refus) {
   assert(!refus || refus.dit || !refus.texte.empty());
-  if (refus && !refus.dit) Boite.Erreur(refus.numero, refus.texte);
-  return !refus;
+  if (!refus || refus.dit) return !refus;
+  if (refus.avis)
+    Boite.Message(BoutonsOk | IconeAttention, refus.numero, refus.texte);
+  else
+    Boite.Erreur(refus.numero, refus.texte);
+  return false;
 }
 
 Refus CFenlorApp::Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ,

@@ -196,10 +196,6 @@ Refus SupprimeEnregistrement(CBTFiles& fichier, Position position) {
   return fichier.OpenFile() && fichier.Delete(position) ? Refus() : EchecFichier();
 }
 
-Refus Avertit(CFenlorApp& app, const TexteFixe& avertissement) {
-  return app.Demande(BoutonsOk | IconeAttention, RepOui, avertissement);
-}
-
 std::vector<Position> PositionsDe(CFenlorApp& app, CBTFiles& fichier) {
   std::vector<Position> positions;
   if (!fichier.OpenFile()) return positions;

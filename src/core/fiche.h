@@ -86,8 +86,6 @@ Refus RemplaceEnregistrement(CFenlorApp& app, CBTFiles& fichier, Position& posit
 Refus SupprimeEnregistrement(CBTFiles& fichier, Position position);
 /// A failure of an indexed file, which has told it in its own words.
 Refus EchecFichier();
-/// Stops a rule with a warning that the user reads in a box of its own.
-Refus Avertit(CFenlorApp& app, const TexteFixe& avertissement);
 /// All records in order of the first key; opens the file.
 std::vector<Position> PositionsDe(CFenlorApp& app, CBTFiles& fichier);
 

@@ -15,6 +15,7 @@ struct [[nodiscard]] Refus {
   int rang = -1;           ///< line of the list that the field belongs to, from 0; -1: none
   std::string texte;       ///< complete, Windows-1252
   bool dit = false;        ///< the user knows: a question that he answered, a failure that the files told
+  bool avis = false;       ///< told as a warning: nothing failed
 
   Refus() = default;
   explicit Refus(const TexteFixe& erreur, const char* champ = "",
@@ -26,6 +27,13 @@ struct [[nodiscard]] Refus {
                        std::initializer_list<std::string> arguments = {}) {
     Refus refus(texte, champ, arguments);
     refus.dit = true;
+    return refus;
+  }
+
+  /// What the user is warned of.
+  static Refus Avis(const TexteFixe& texte, std::initializer_list<std::string> arguments = {}) {
+    Refus refus(texte, "", arguments);
+    refus.avis = true;
     return refus;
   }
 

@@ -41,7 +41,11 @@ class VerbeRubrique : public VerbeFiche {
     if (montant || m_options.Donne("formule")) m_fiche.manuel = montant;
     return PoseOptions();
   }
-  Refus Enregistre() override { return EnregistreRubrique(m_app, m_fiche); }
+  Refus Enregistre() override {
+    Refus refus = EnregistreRubrique(m_app, m_fiche);
+    if (!refus) m_app.Dit(AvisRubrique(m_app, m_fiche));
+    return refus;
+  }
   Refus Supprime() override { return SupprimeRubrique(m_app, m_fiche.position); }
   std::vector<std::pair<const char*, std::string>> Cles() override {
     return {{"Rubrique", NormaliseRubrique(m_fiche.code)}};

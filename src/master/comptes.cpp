@@ -1,11 +1,13 @@
 #include "master/comptes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
@@ -52,6 +54,7 @@ std::string Court(CFenlorApp& app, const std::string& compte) {
 }
 
 bool Lit(CFenlorApp& app, Position position, Plan& compte) {
+  assert(position != 0);
   CPlan plan(app, app.PathExercice);
   if (!plan.OpenFile() || !plan.ReadRec(position)) return false;
   compte = *plan.Rec;
@@ -61,6 +64,7 @@ bool Lit(CFenlorApp& app, Position position, Plan& compte) {
 /// An account other than that at `position` holds the code; `type` -1: of any type. Quick
 /// entry looks codes up without regard to case, so two that differ by it alone are the same.
 bool CodePris(CFenlorApp& app, const std::string& code, Position position, int type = -1) {
+  assert(!code.empty());
   CPlan plan(app, app.PathExercice);
   bool pris = false;
   if (plan.OpenFile())
@@ -74,6 +78,7 @@ bool CodePris(CFenlorApp& app, const std::string& code, Position position, int t
 }
 
 bool NumeroPris(CFenlorApp& app, const std::string& compte, Position position) {
+  assert(!compte.empty());
   CPlan plan(app, app.PathExercice);
   PoseTexte(plan.Rec->Compte, compte);
   return plan.OpenFile() && plan.Find(CleNumero) && plan.GetPos() != position;
@@ -155,6 +160,7 @@ class Enregistrement {
   }
 
   Refus Fige() const {
+    assert(!m_compte.empty() && !m_code.empty());  // checked before
     if (Ajout()) return {};
     const bool numero = m_compte != AncienNumero(), type = m_type != m_avant.Type;
     const char* champ = numero ? "compte" : "type";
@@ -202,6 +208,7 @@ class Enregistrement {
 
   /// What the form does not hold of the record stays.
   void Remplit() {
+    assert(m_type >= Tresorerie && m_type <= Autre);
     FicheCompte fiche = m_fiche;
     const bool tresorerie = m_type == Tresorerie, simple = Est(FormeCompte::RecettesDepenses);
     fiche.code = m_code;
@@ -256,6 +263,7 @@ class Enregistrement {
 
   Refus Ecrit() {
     CPlan plan(m_app, m_app.PathExercice);
+    assert(LitTexte(m_rec.Compte) == m_compte && m_rec.Type == m_type);
     if (!plan.OpenFile()) return EchecFichier();
     const bool etaitTresorerie = !Ajout() && m_avant.Type == Tresorerie;
     *plan.Rec = m_rec;
@@ -301,6 +309,7 @@ bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& comp
       compte.Type == Depense && !EstComptePersonnel(app, fiche.compte) ? +compte.PartPro : ToutProfessionnel;
   fiche.debitInitial = initial < 0 ? -initial : 0;
   fiche.creditInitial = initial > 0 ? initial : 0;
+  assert(fiche.debitInitial >= 0 && fiche.creditInitial >= 0);
   return true;
 }
 
@@ -313,6 +322,7 @@ std::string ProposeNumero(CFenlorApp& app, const TexteFixe& cle, const TexteFixe
                           const std::function<bool(const std::string&)>& pris) {
   const std::string section = Texte(SecActivite);
   std::string radical = CompacteTexte(app.Reglages.LitIni(section, Texte(cle)));
+  assert(*defaut.utf8);
   if (radical.empty()) {
     radical = Texte(defaut);
     app.Reglages.EcritIni(section, Texte(cle), radical);
@@ -370,7 +380,7 @@ Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
   if (position == 0) return {};
   if (!Lit(app, position, compte)) return EchecFichier();
   const bool simple = forme == FormeCompte::RecettesDepenses;
-  if (ADesMouvements(compte)) return Avertit(app, simple ? InfoCompteMouvemente : InfoTresorerieMouvementee);
+  if (ADesMouvements(compte)) return Refus::Avis(simple ? InfoCompteMouvemente : InfoTresorerieMouvementee);
   const std::string numero = LitTexte(compte.Compte), court = Court(app, numero);
   if (const std::string utilisation = UtilisationCompte(app, numero); !utilisation.empty())
     return Refus(ErrCompteUtilise, "", {court, utilisation});

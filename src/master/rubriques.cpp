@@ -1,8 +1,9 @@
 #include "master/rubriques.h"
 
 #include <algorithm>
+#include <cassert>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
 #include "master/textes.h"
@@ -42,6 +43,7 @@ std::string SansFin(std::string code) {
 
 /// As it is shown and typed.
 void LitFiche(CFenlorApp& app, const CRubriques& rubriques, Position position, FicheRubrique& fiche) {
+  assert(position != 0);
   FicheDepuis(app, FicheRubrique::Table, rubriques.Rec, &fiche);
   fiche.position = position;
   fiche.code = SansFin(fiche.code);
@@ -49,6 +51,7 @@ void LitFiche(CFenlorApp& app, const CRubriques& rubriques, Position position, F
 
 /// A heading other than that at `position` holds the code.
 bool CodePris(CFenlorApp& app, const std::string& code, Position position) {
+  assert(!code.empty());
   CRubriques rubriques(app, app.PathExercice);
   PoseTexte(rubriques.Rec->Rubrique, code);
   return rubriques.OpenFile() && rubriques.Find(CleCode) && rubriques.GetPos() != position;
@@ -106,6 +109,7 @@ class Enregistrement {
   }
 
   Refus Boucle() {
+    assert(!m_code.empty());
     if (m_fiche.manuel) return {};
     std::string chemin;
     for (const std::string& code : BoucleDeFormule(m_code, [this](const auto& c) { return FormuleDe(c); }))
@@ -114,6 +118,7 @@ class Enregistrement {
   }
 
   Refus Ecrit() {
+    assert(!EstVide(m_code));
     FicheRubrique fiche = m_fiche;
     fiche.code = m_code;
     fiche.formule = m_formule;
@@ -122,28 +127,7 @@ class Enregistrement {
     FicheVers(m_app, FicheRubrique::Table, &fiche, m_rubriques.Rec);
     if (const Refus refus = RemplaceEnregistrement(m_app, m_rubriques, fiche.position)) return refus;
     LitFiche(m_app, m_rubriques, fiche.position, m_fiche);
-    DitInconnus();
     return {};
-  }
-
-  /// A term may name a heading that is still to come: told, not refused.
-  void DitInconnus() {
-    if (m_fiche.manuel) return;
-    std::vector<std::string> inconnus;
-    for (const TermeFormule& terme : TermesFormule(m_formule)) {
-      const bool dit = std::find(inconnus.begin(), inconnus.end(), terme.texte) != inconnus.end();
-      if (!dit && !terme.texte.empty() && !EstConnu(terme.texte)) inconnus.push_back(terme.texte);
-    }
-    std::string liste;
-    for (const std::string& terme : inconnus) liste += (liste.empty() ? "" : ", ") + terme;
-    if (!liste.empty())
-      m_app.MessageId(BoutonsOk | IconeAttention, InfoTermesInconnus, {SansFin(m_code), liste});
-  }
-
-  bool EstConnu(const std::string& terme) {
-    if (EstVariable(terme)) return true;
-    const std::string code = RubriqueDuTerme(terme);
-    return !code.empty() && (code == m_code || CodePris(m_app, code, 0));
   }
 
   CFenlorApp& m_app;
@@ -188,12 +172,29 @@ Refus EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche) {
   return Enregistrement(app, fiche).Fait();
 }
 
+Refus AvisRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
+  if (fiche.manuel || app.Reglages.IsExerciceCloture()) return {};
+  const std::string propre = NormaliseRubrique(fiche.code);
+  const auto connu = [&](const std::string& terme) {
+    const std::string code = RubriqueDuTerme(terme);
+    return EstVariable(terme) || (!code.empty() && (code == propre || CodePris(app, code, 0)));
+  };
+  std::vector<std::string> inconnus;
+  for (const TermeFormule& terme : TermesFormule(CompacteTexte(fiche.formule))) {
+    const bool dit = std::find(inconnus.begin(), inconnus.end(), terme.texte) != inconnus.end();
+    if (!dit && !terme.texte.empty() && !connu(terme.texte)) inconnus.push_back(terme.texte);
+  }
+  std::string liste;
+  for (const std::string& terme : inconnus) liste += (liste.empty() ? "" : ", ") + terme;
+  return liste.empty() ? Refus() : Refus::Avis(InfoTermesInconnus, {SansFin(propre), liste});
+}
+
 Refus SupprimeRubrique(CFenlorApp& app, Position position) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   FicheRubrique fiche;
   if (position == 0) return {};
   if (!LitFicheRubrique(app, position, fiche)) return EchecFichier();
-  if (!ComptesAssocies(app, fiche.code).empty()) return Avertit(app, InfoRubriqueUtilisee);
+  if (!ComptesAssocies(app, fiche.code).empty()) return Refus::Avis(InfoRubriqueUtilisee);
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeRubrique, "",
                                       {SansFin(NormaliseRubrique(fiche.code))}))
     return refus;

@@ -40,9 +40,11 @@ Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche);
 /// (3058), a formula that leads back to its own heading (3260).
 /// Then delete and add in one unit. Nothing is written on a closed exercice, which is a success.
 /// `fiche` becomes what was written, `fiche.position` the new one. An automatic heading has no amount, a
-/// manual one keeps its formula without using it. Accounts that name the old code keep it. Once it is
-/// written, terms that name no heading and no variable are told (3403).
+/// manual one keeps its formula without using it. Accounts that name the old code keep it.
 Refus EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche);
+/// What the user should know of a heading that was saved: terms of its formula that name no heading and no
+/// variable (3403). They may be those of a heading that is still to come.
+Refus AvisRubrique(CFenlorApp& app, const FicheRubrique& fiche);
 /// Closed exercice (3056), accounts that name the heading, then the question. Nothing to do for
 /// position 0, which is a success.
 Refus SupprimeRubrique(CFenlorApp& app, Position position);

@@ -51,8 +51,9 @@ TEST_F(Rubriques, UnTermeInconnuEstDitEtGarde) {
     ASSERT_EQ(Enregistre(fiche), "") << "a warning, not a refusal";
     position = Relit("Z1 ").position;
     EXPECT_EQ(LitTexte(Lit("Z1 ").Formule), c.formule);
-    EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>(*c.inconnus ? 1 : 0, 3403)) << c.formule;
-    EXPECT_TRUE(Boite.Questions.empty() || Boite.Questions[0].texte.find(c.inconnus) != std::string::npos);
+    const Refus avis = AvisRubrique(App(), fiche);
+    EXPECT_EQ(avis.numero, *c.inconnus ? 3403u : 0u) << c.formule;
+    EXPECT_NE(avis.texte.find(c.inconnus), std::string::npos);
   }
 }
 

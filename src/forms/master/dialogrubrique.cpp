@@ -122,6 +122,12 @@ bool CDialogRubrique::Lit(Position position, FicheRubrique& fiche) {
   return LitFicheRubrique(App(), position, fiche);
 }
 
+Refus CDialogRubrique::Sauve(FicheRubrique& fiche) {
+  Refus refus = EnregistreRubrique(App(), fiche);
+  if (!refus) App().Dit(AvisRubrique(App(), fiche));
+  return refus;
+}
+
 FicheRubrique CDialogRubrique::Nouvelle() {
   FicheRubrique suivante = FormulaireFiche::Saisie();
   suivante.position = 0;

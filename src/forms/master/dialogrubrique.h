@@ -22,7 +22,7 @@ class CDialogRubrique : public FormulaireFiche<FicheRubrique> {
   FicheRubrique Saisie() override;
   bool Lit(Position position, FicheRubrique& fiche) override;
   FicheRubrique Nouvelle() override;
-  Refus Sauve(FicheRubrique& fiche) override { return EnregistreRubrique(App(), fiche); }
+  Refus Sauve(FicheRubrique& fiche) override;
 
  private:
   void MontreComptes();
