@@ -1,5 +1,6 @@
 #include "journal/saisie.h"
 
+#include <cassert>
 #include <cmath>
 #include <cstring>
 
@@ -25,6 +26,7 @@ f64 TauxTva(CFenlorApp& app, const Plan& compte) {
 MontantsSaisie Suite(CFenlorApp& app, const Plan& compte, f64 ttc, f64 professionnel) {
   const f64 taux = TauxTva(app, compte);
   const f64 personnel = ttc - professionnel;
+  assert(taux >= 0);
   const f64 ht = MontantHT(professionnel, taux, true);
   const f64 tva = taux > 0 ? professionnel - ht : 0;
   return {
@@ -49,7 +51,12 @@ class Enregistrement {
   Refus Sauve() { return EstStandard() ? SauveStandard() : SauveSimple(); }
   Refus SauveSimple();
   Refus SauveStandard();
-  Refus Conclut();
+  template <class Ecriture>
+  using Ajout = u32 (QVAPI::*)(const std::string&, Ecriture&);
+  template <class Ecriture>
+  using Changement = bool (QVAPI::*)(const std::string&, u32, Ecriture&);
+  template <class Ecriture>
+  Refus Ecrit(Ecriture& rec, Ajout<Ecriture> ajoute, Changement<Ecriture> change);
 
   bool EstNouvelle() const { return m_saisie.mouvement == 0; }
   bool EstStandard() const { return m_saisie.genre == GenreStandard; }
@@ -73,6 +80,7 @@ class Enregistrement {
 };
 
 Refus Enregistrement::Execute(const SuiteSaisie& suite) {
+  assert(m_lignes.empty() && m_entete.Mouvement == 0);
   Refus r = ControleExercice(m_app, m_livres);
   if (!r) r = ControleEcriture();
   if (!r) r = ControleLimites();
@@ -134,6 +142,7 @@ Refus Enregistrement::ControleCompte() {
 }
 
 Refus Enregistrement::ControleTresorerie() {
+  assert(!EstStandard() && m_lignes.empty());
   Plan plan;
   if (!LitTresorerie(m_saisie.tresorerie, plan)) return Refus(ErrCompteIncorrect, "tresorerie");
   LineTresor ligne{};
@@ -145,6 +154,7 @@ Refus Enregistrement::ControleTresorerie() {
 }
 
 Refus Enregistrement::ControleLignes() {
+  assert(EstStandard() && m_lignes.empty());
   if (m_saisie.tresoreries.empty()) return Refus(ErrSansLigneTresorerie, "tresorerie");
   const f64 taux = m_app.Magasin.GetTauxEuro(m_saisie.date);
   i64 total = 0;
@@ -169,6 +179,7 @@ Refus Enregistrement::ControleLignes() {
                        anciennes[m_lignes.size() - 1].montant == montant;
   }
   for (std::size_t i = 0; m_lignesIntactes && i < m_lignes.size(); ++i) {
+    assert(i < anciennes.size());
     m_lignes[i].MontantFranc = anciennes[i].stocke.franc;
     m_lignes[i].MontantEuro = anciennes[i].stocke.euro;
   }
@@ -176,6 +187,7 @@ Refus Enregistrement::ControleLignes() {
 }
 
 Refus Enregistrement::ControleChangement() {
+  assert(!m_lignes.empty());
   if (EstStandard() || m_entete.Genre != GenreSimple || EstNouvelle()) return {};
   if (m_ancienne.saisie.tresorerie == LitTexte(m_lignes.front().Compte)) return {};
   return m_app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionTresorerieChangee, "tresorerie");
@@ -183,6 +195,7 @@ Refus Enregistrement::ControleChangement() {
 
 template <class Ecriture>
 void Enregistrement::Remplit(Ecriture& rec) const {
+  assert(m_compte.Compte[0] != 0 && m_ttc != 0);
   QVAPI& magasin = m_app.Magasin;
   std::memset(&rec, 0, sizeof rec);
   rec.Mouvement = m_saisie.mouvement;
@@ -221,35 +234,37 @@ void Enregistrement::Remplit(Ecriture& rec) const {
   rec.TauxTaxe = tauxTaxe;
 }
 
+template <class Ecriture>
+Refus Enregistrement::Ecrit(Ecriture& rec, Ajout<Ecriture> ajoute, Changement<Ecriture> change) {
+  QVAPI& magasin = m_app.Magasin;
+  const u32 ancien = m_saisie.mouvement;
+  assert(rec.Ligne != 0 && rec.Mouvement == ancien && m_app.Magasin.GetOpenFlagJournal());
+  if (EstNouvelle())
+    m_faite.mouvement = (magasin.*ajoute)(m_app.PathExercice, rec);
+  else
+    m_faite.mouvement = (magasin.*change)(m_app.PathExercice, ancien, rec) ? ancien : 0;
+  return m_faite.mouvement == 0 ? m_app.EchecDit() : Refus{};
+}
+
 Refus Enregistrement::SauveSimple() {
+  assert(m_lignes.size() == 1);
   EcrSimple rec;
   Remplit(rec);
   PoseTexte(rec.CompteTresorerie, LitTexte(m_lignes.front().Compte));
   rec.ModePaiement = m_lignes.front().ModePaiement;
-  QVAPI& magasin = m_app.Magasin;
-  m_faite.mouvement = EstNouvelle() ? magasin.AddEcrSimple(m_app.PathExercice, rec)
-                      : magasin.UpdateEcrSimple(m_app.PathExercice, m_saisie.mouvement, rec)
-                          ? m_saisie.mouvement
-                          : 0;
-  return Conclut();
+  return Ecrit<EcrSimple>(rec, &QVAPI::AddEcrSimple, &QVAPI::UpdateEcrSimple);
 }
 
 Refus Enregistrement::SauveStandard() {
-  QVAPI& magasin = m_app.Magasin;
+  assert(!m_lignes.empty());
   CEcrStandard ecriture(m_app);
   EcrStandard& rec = ecriture.Rec;
   Remplit(rec);
   for (u32 i = 0; i < m_lignes.size(); ++i)
-    if (!magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
+    if (!m_app.Magasin.SetEcrLineTresor(i, rec, m_lignes[i]))
       return Refus(ErrLigneTresorerie, "tresorerie", {}, static_cast<int>(i));
-  m_faite.mouvement = EstNouvelle() ? magasin.AddEcrStandard(m_app.PathExercice, rec)
-                      : magasin.UpdateEcrStandard(m_app.PathExercice, m_saisie.mouvement, rec)
-                          ? m_saisie.mouvement
-                          : 0;
-  return Conclut();
+  return Ecrit<EcrStandard>(rec, &QVAPI::AddEcrStandard, &QVAPI::UpdateEcrStandard);
 }
-
-Refus Enregistrement::Conclut() { return m_faite.mouvement == 0 ? m_app.EchecDit() : Refus{}; }
 
 }  // namespace
 

@@ -1,10 +1,12 @@
 #include "journal/traitements.h"
 
 #include <algorithm>
+#include <cassert>
+#include <functional>
 #include <unordered_set>
 
 #include "core/btfiles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "journal/controles.h"
 #include "journal/textes.h"
@@ -91,6 +93,7 @@ Refus TraitementBrouillard::Execute() {
 
 /// The entries of one unit of work, from `place` on.
 Refus TraitementBrouillard::TraiteLot(std::size_t& place) {
+  assert(place < m_entrees.size());
   QVAPI::Unite unite(m_app.Magasin);
   for (const std::size_t fin = std::min(m_entrees.size(), place + tailleLot); place < fin; ++place) {
     m_bilan.arrete = m_app.Boite.IsAborted();
@@ -102,6 +105,7 @@ Refus TraitementBrouillard::TraiteLot(std::size_t& place) {
 }
 
 bool TraitementBrouillard::Rassemble() {
+  assert(m_entrees.empty() && m_demande.journal >= 0 && m_demande.journal <= JournalOD);
   const CLines lignes(m_app, m_app.PathExercice);
   const u32 cle = m_demande.journal == 0 ? CleDate : CleJournalDate;
   const std::string prefixe = m_demande.journal == 0 ? std::string() : std::to_string(m_demande.journal);
@@ -134,6 +138,7 @@ Refus TraitementBrouillard::Traite(u32 mouvement) {
 }
 
 bool TraitementBrouillard::Ecrit(u32 mouvement) {
+  assert(m_app.Magasin.QVEnUnite());
   QVAPI& magasin = m_app.Magasin;
   const std::string& exercice = m_app.PathExercice;
   if (m_demande.action != ActionBrouillard::Delier)
@@ -151,6 +156,26 @@ Refus LitADeplacer(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvem
   if (const Refus r = ControleExercice(app, livres)) return r;
   if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   return entete.LienId ? Refus(ErrEcritureQuorbane, "mouvement") : Refus{};
+}
+
+// -------------------------------------------------------------- Many of a window
+
+/// Does it to the entries that are still there, as one unit of work, which the first refusal ends; one of the
+/// number `passable` only leaves its entry out.
+Refus PourChacune(CFenlorApp& app, const std::vector<u32>& mouvements, const std::function<Refus(u32)>& acte,
+                  unsigned passable = 0) {
+  LivresOuverts livres;
+  if (const Refus refus = livres.Ouvre(app)) return refus;
+  QVAPI::Unite unite(app.Magasin);
+  Serie serie(app, mouvements.size());
+  for (const u32 mouvement : mouvements) {
+    Mouvement entete{};
+    if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
+    const Refus refus = acte(mouvement);
+    if (refus && refus.numero != passable) return refus;
+    serie.Note(refus);
+  }
+  return unite.Valide() ? serie.Issue() : app.EchecMagasin();
 }
 
 }  // namespace
@@ -207,6 +232,7 @@ Refus DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
   if (mois < 1 || mois > dernierMois) return Refus(ErrChampInvalide, "mois", {"mois", "de 1 à 12"_w});
   if (Mois(entete.Date) == mois) return {};
   entete.Date = FaitDate(Jour(entete.Date), mois, Annee(entete.Date));
+  assert(Mois(entete.Date) == mois);
   u32 numero = 0;
   if (const Refus r = NumeroDe(app, entete.Journal, 0, entete.Date, {}, numero)) return r;
   entete.Ligne = numero;
@@ -214,30 +240,13 @@ Refus DeplaceEcriture(CFenlorApp& app, u32 mouvement, unsigned mois) {
 }
 
 Refus PointeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
-  LivresOuverts livres;
-  if (const Refus refus = livres.Ouvre(app)) return refus;
-  QVAPI::Unite unite(app.Magasin);
-  Mouvement entete{};
-  for (const u32 mouvement : mouvements) {
-    if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
-    if (const Refus refus = PointeEcriture(app, mouvement)) return refus;
-  }
-  return unite.Valide() ? Refus{} : app.EchecMagasin();
+  return PourChacune(app, mouvements, [&](u32 mouvement) { return PointeEcriture(app, mouvement); });
 }
 
 Refus DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsigned mois) {
-  LivresOuverts livres;
-  if (const Refus refus = livres.Ouvre(app)) return refus;
-  QVAPI::Unite unite(app.Magasin);
-  Serie serie(app, mouvements.size());
-  for (const u32 mouvement : mouvements) {
-    Mouvement entete{};
-    if (!app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) continue;
-    const Refus refus = DeplaceEcriture(app, mouvement, mois);
-    if (refus && refus.numero != ErrEcritureQuorbane) return refus;
-    serie.Note(refus);
-  }
-  return unite.Valide() ? serie.Issue() : app.EchecMagasin();
+  return PourChacune(
+      app, mouvements, [&](u32 mouvement) { return DeplaceEcriture(app, mouvement, mois); },
+      ErrEcritureQuorbane);
 }
 
 }  // namespace fenlor

@@ -11,6 +11,7 @@
 #include <QWheelEvent>
 
 #include "core/valeurs.h"
+#include "forms/master/champscompte.h"
 #include "master/libelles.h"
 #include "ui/radios.h"
 #include "ui/texteqt.h"
@@ -288,6 +289,31 @@ bool ChoixTresorerie::Choisit(const std::string& compte) {
   const CompteOffert* trouve = CompteDeNumero(m_comptes, compte);
   setCurrentIndex(trouve ? static_cast<int>(trouve - m_comptes.data()) : m_comptes.empty() ? -1 : 0);
   return trouve;
+}
+
+void ChampsTresorerieEcriture::Declare(Formulaire& formulaire) {
+  formulaire.Champ(u"Code :"_s, m_code, "tresorerie")
+      .SurChangement([this] { Montre(m_banque ? m_paiement.Valeur() : m_mode); })
+      .Champ(u"Désignation :"_s, m_designation, "designation");
+  m_paiement.Declare(formulaire);
+}
+
+void ChampsTresorerieEcriture::Pose(const std::string& compte, i16 paiement) {
+  if (!compte.empty()) m_code.Choisit(compte);
+  Montre(paiement);
+}
+
+void ChampsTresorerieEcriture::Permet(bool permis) {
+  PermetChamp(m_code, permis);
+  m_paiement.Permet(permis);
+}
+
+void ChampsTresorerieEcriture::Montre(i16 paiement) {
+  const CompteOffert* compte = m_code.Choisi();
+  m_mode = paiement;
+  m_banque = compte && compte->banque;
+  m_designation.Pose(compte ? compte->designation : std::string{});
+  m_paiement.PoseTresorerie(compte, paiement);
 }
 
 Coche::Coche(QWidget* parent) : QCheckBox(parent) { setFocusPolicy(Qt::NoFocus); }

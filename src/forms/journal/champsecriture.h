@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "forms/journal/lecturecoupee.h"
 #include "journal/choixcomptes.h"
 #include "journal/ecriturelue.h"
 #include "ui/choixmonnaie.h"
@@ -73,8 +74,6 @@ class ChoixPaiement {
   void Efface();  ///< neither is marked
   i16 Valeur() const { return m_autre.isChecked() ? PaiementAutre : PaiementCheque; }
   void Permet(bool permis);
-  QRadioButton& Cheque() { return m_cheque; }
-  QRadioButton& Autre() { return m_autre; }
 
  private:
   void Montre();
@@ -169,6 +168,30 @@ class ChoixTresorerie : public QComboBox {
 
  private:
   std::vector<CompteOffert> m_comptes;
+};
+
+/// A treasury account and the mode of payment that it allows. Names of the fields: "tresorerie",
+/// "designation", "cheque", "autre".
+class ChampsTresorerieEcriture {
+ public:
+  void Charge(CFenlorApp& app) { m_code.Charge(app); }
+  void Declare(Formulaire& formulaire);
+  /// Shows the account (empty: the one that stands there) with a mode.
+  void Pose(const std::string& compte, i16 paiement);
+  const CompteOffert* Choisi() const { return m_code.Choisi(); }
+  i16 Marque() const { return m_paiement.Valeur(); }
+  /// Of a line: "Chèque" where there is no choice.
+  i16 Paiement() const { return m_banque ? m_paiement.Valeur() : i16{PaiementCheque}; }
+  void Permet(bool permis);
+  QWidget& Code() { return m_code; }
+
+ private:
+  void Montre(i16 paiement);
+  bool m_banque = false;        ///< the account shown has a payment mode
+  i16 m_mode = PaiementCheque;  ///< the one to mark on the next bank account
+  ChoixTresorerie m_code;
+  LectureCoupee m_designation;
+  ChoixPaiement m_paiement;
 };
 
 /// A tick that is shown and not clicked, no tab stop.

@@ -111,15 +111,17 @@ void CDialogCritere::DeclareBornes(Formulaire& formulaire, Bornes& bornes, const
       .FinGroupe();
 }
 
+void CDialogCritere::Bornes::Ajoute(const std::string& code, const std::string& astuce) {
+  for (EditeurChoix* liste : {&de, &a}) {
+    liste->Ajoute(code, code);
+    liste->setItemData(liste->count() - 1, Q(astuce), Qt::ToolTipRole);
+  }
+}
+
 void CDialogCritere::RemplitComptes(i16 journal) {
   const std::vector<CompteOffert> comptes =
       journal == JournalOD ? ComptesParNumero(App()) : ComptesParCode(App(), TypeComptes(journal));
-  for (EditeurChoix* liste : {&m_comptes.de, &m_comptes.a}) {
-    for (const CompteOffert& compte : comptes) {
-      liste->Ajoute(compte.court, compte.court);
-      liste->setItemData(liste->count() - 1, Q(compte.designation), Qt::ToolTipRole);
-    }
-  }
+  for (const CompteOffert& compte : comptes) m_comptes.Ajoute(compte.court, compte.designation);
 }
 
 void CDialogCritere::RemplitRubriques(i16 journal) {
@@ -128,13 +130,8 @@ void CDialogCritere::RemplitRubriques(i16 journal) {
   const i16 groupe = GroupeRubriques(journal);
   rubriques.Rec->TypeRubrique = groupe;
   for (bool trouve = rubriques.Browse(cleGroupe); trouve && rubriques.Rec->TypeRubrique == groupe;
-       trouve = rubriques.Next(cleGroupe)) {
-    const std::string code = LitTexte(rubriques.Rec->Rubrique);
-    for (EditeurChoix* liste : {&m_rubriques.de, &m_rubriques.a}) {
-      liste->Ajoute(code, code);
-      liste->setItemData(liste->count() - 1, Q(LitTexte(rubriques.Rec->Designation)), Qt::ToolTipRole);
-    }
-  }
+       trouve = rubriques.Next(cleGroupe))
+    m_rubriques.Ajoute(LitTexte(rubriques.Rec->Rubrique), LitTexte(rubriques.Rec->Designation));
 }
 
 void CDialogCritere::RemplitJours() {

@@ -34,6 +34,7 @@ class CDialogCritere : public CZNDialog {
   struct Bornes {
     QCheckBox tout;
     EditeurChoix de, a;
+    void Ajoute(const std::string& code, const std::string& astuce);
   };
 
   void DeclareMarques(Formulaire& formulaire);

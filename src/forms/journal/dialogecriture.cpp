@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "forms/master/champscompte.h"

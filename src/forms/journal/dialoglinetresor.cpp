@@ -48,17 +48,13 @@ CDialogLineTresor::CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes,
   CZNDialog::Focalise(m_montant);
   if (!m_ouverture.lecture && !App().Reglages.IsExerciceCloture()) return;
   if (!FigeSiCloture()) LectureSeule();
-  for (QWidget* champ : {static_cast<QWidget*>(&m_tresorerie), static_cast<QWidget*>(&m_montant)})
-    PermetChamp(*champ, false);
-  m_paiement.Permet(false);
+  PermetChamp(m_montant, false);
+  m_tresorerie.Permet(false);
 }
 
 void CDialogLineTresor::Declare() {
   Formulaire formulaire{Zone()};
-  formulaire.Champ(u"Code :"_s, m_tresorerie, "tresorerie")
-      .SurChangement([this] { ChangeCompte(m_banque ? m_paiement.Valeur() : m_mode); })
-      .Champ(u"Désignation :"_s, m_designation, "designation");
-  m_paiement.Declare(formulaire);
+  m_tresorerie.Declare(formulaire);
   formulaire.Champ(u"Montant : "_s, m_montant, "montant").Limite(TailleMontant);
   auto* marques = new QWidget(&Zone());
   formulaire.Seul(*marques, "marques");
@@ -73,8 +69,7 @@ void CDialogLineTresor::Declare() {
 
 /// A new line: what the others leave of the entry's amount.
 void CDialogLineTresor::Propose() {
-  m_tresorerie.Choisit(m_ouverture.tresorerie);
-  ChangeCompte(PaiementCheque);
+  m_tresorerie.Pose(m_ouverture.tresorerie, PaiementCheque);
   const f64 reste = MontantDeChamp(m_ouverture.ttc - m_lignes.Total());
   const bool couvert = m_ouverture.ttc == 0 || (m_ouverture.ttc < 0 ? reste > 0 : reste < 0);
   // Of both currencies in the form of Euro; the sign goes as soon as the field is left.
@@ -82,30 +77,21 @@ void CDialogLineTresor::Propose() {
 }
 
 void CDialogLineTresor::Montre(const LigneTresorLue& ligne) {
-  m_tresorerie.Choisit(ligne.compte);
-  ChangeCompte(ligne.paiement);
+  m_tresorerie.Pose(ligne.compte, ligne.paiement);
   m_montant.Pose(ligne.montant);
   m_marques.Pose(ligne.marques);
-}
-
-void CDialogLineTresor::ChangeCompte(i16 paiement) {
-  const CompteOffert* compte = m_tresorerie.Choisi();
-  m_mode = paiement;
-  m_banque = compte && compte->banque;
-  m_designation.Pose(compte ? compte->designation : std::string{});
-  m_paiement.PoseTresorerie(compte, paiement);
 }
 
 bool CDialogLineTresor::Enregistre() {
   const f64 montant = MontantDeChamp(m_montant.Valeur());
   if (montant == 0) return Refuse(ErrMontantNul, m_montant);
   const CompteOffert* compte = m_tresorerie.Choisi();
-  if (!compte) return Refuse(ErrCompteIncorrect, m_tresorerie);
+  if (!compte) return Refuse(ErrCompteIncorrect, m_tresorerie.Code());
   LigneTresorLue ligne;
   if (m_ouverture.modification) ligne = m_lignes.lignes[static_cast<std::size_t>(m_lignes.choisie)];
   ligne.compte = compte->compte;
   ligne.montant = montant;
-  ligne.paiement = compte->banque ? m_paiement.Valeur() : i16{PaiementCheque};
+  ligne.paiement = m_tresorerie.Paiement();
   if (m_ouverture.modification)
     m_lignes.lignes[static_cast<std::size_t>(m_lignes.choisie)] = ligne;
   else

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "forms/journal/champsecriture.h"
-#include "forms/journal/lecturecoupee.h"
 #include "journal/ecriturelue.h"
 #include "ui/czndialog.h"
 
@@ -50,16 +49,11 @@ class CDialogLineTresor : public CZNDialog {
   void Declare();
   void Propose();
   void Montre(const LigneTresorLue& ligne);
-  void ChangeCompte(i16 paiement);
   LignesTresor& m_lignes;
   const Ouverture m_ouverture;
   bool m_change = false;
-  bool m_videe = false;         ///< the last `accept` saved and cleared the form
-  bool m_banque = false;        ///< the account shown has a payment mode
-  i16 m_mode = PaiementCheque;  ///< the one to mark on the next bank account
-  ChoixTresorerie m_tresorerie;
-  LectureCoupee m_designation;
-  ChoixPaiement m_paiement;
+  bool m_videe = false;  ///< the last `accept` saved and cleared the form
+  ChampsTresorerieEcriture m_tresorerie;
   EditeurMontant m_montant;
   CochesMarques m_marques;
   FinDesLiens m_finLiens{*this};

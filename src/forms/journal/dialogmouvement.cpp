@@ -4,7 +4,7 @@
 #include <QShortcut>
 #include <string_view>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "forms/master/champscompte.h"

@@ -2,7 +2,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"

@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QStackedLayout>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "forms/master/champscompte.h"
@@ -24,7 +24,7 @@ ZoneTresorerie::ZoneTresorerie(ContexteUi& contexte, std::function<Ecriture()> e
       m_cloture(contexte.App.Reglages.IsExerciceCloture()),
       m_pages(new QStackedLayout(this)) {
   setObjectName(u"zoneTresorerie"_s);
-  m_code.Charge(m_app);
+  m_champs.Charge(m_app);
   m_pages->addWidget(PageSimple());
   m_pages->addWidget(PageMultiple());
   Vide();
@@ -36,10 +36,7 @@ QWidget* ZoneTresorerie::PageSimple() {
   auto* champs = new QWidget(page);
   Formulaire formulaire{*champs};
   champs->layout()->setContentsMargins(0, 0, 0, 0);
-  formulaire.Champ(u"Code :"_s, m_code, "tresorerie")
-      .SurChangement([this] { ChangeCompte(m_banque ? m_paiement.Valeur() : m_mode); })
-      .Champ(u"Désignation :"_s, m_designation, "designation");
-  m_paiement.Declare(formulaire);
+  m_champs.Declare(formulaire);
   pile->addWidget(champs);
   pile->addStretch(1);
   // Where "&Simplifiée" stands on the other page.
@@ -92,7 +89,7 @@ QWidget* ZoneTresorerie::PageMultiple() {
 }
 
 std::string ZoneTresorerie::Tresorerie() const {
-  const CompteOffert* compte = m_code.Choisi();
+  const CompteOffert* compte = m_champs.Choisi();
   return compte ? compte->compte : std::string{};
 }
 
@@ -101,8 +98,7 @@ void ZoneTresorerie::Pose(const EcritureLue& ecriture) {
   m_lignes = {};
   if (saisie.genre == GenreSimple) {
     m_marques = ecriture.marques;
-    m_code.Choisit(saisie.tresorerie);
-    ChangeCompte(saisie.paiement);
+    m_champs.Pose(saisie.tresorerie, saisie.paiement);
   } else {
     m_lignes.lignes = ecriture.lignes;
   }
@@ -112,9 +108,8 @@ void ZoneTresorerie::Pose(const EcritureLue& ecriture) {
 }
 
 void ZoneTresorerie::Vide(const std::string& tresorerie) {
-  if (!tresorerie.empty()) m_code.Choisit(tresorerie);
   m_marques = {};
-  ChangeCompte(PaiementCheque);
+  m_champs.Pose(tresorerie, PaiementCheque);
   m_lignes = {};
   Remplit(-1);
   PoseGenre(GenreSimple);
@@ -125,8 +120,7 @@ void ZoneTresorerie::ChoisitLigne(int rang) { m_liste->Table().SelectionneLigne(
 
 void ZoneTresorerie::Permet(bool permis) {
   m_permis = permis;
-  PermetChamp(m_code, permis);
-  m_paiement.Permet(permis);
+  m_champs.Permet(permis);
   m_multiple->setEnabled(permis);
   ActualiseBoutons();
 }
@@ -136,22 +130,14 @@ void ZoneTresorerie::PoseGenre(i16 genre) {
   m_pages->setCurrentIndex(genre == GenreStandard ? 1 : 0);
 }
 
-void ZoneTresorerie::ChangeCompte(i16 paiement) {
-  const CompteOffert* compte = m_code.Choisi();
-  m_mode = paiement;
-  m_banque = compte && compte->banque;
-  m_designation.Pose(compte ? compte->designation : std::string{});
-  m_paiement.PoseTresorerie(compte, paiement);
-}
-
 void ZoneTresorerie::PasseMultiple() {
   m_lignes = {};
   const f64 ttc = m_ecriture().ttc;
-  if (const CompteOffert* compte = m_code.Choisi(); compte && ttc != 0) {
+  if (const CompteOffert* compte = m_champs.Choisi(); compte && ttc != 0) {
     LigneTresorLue ligne;
     ligne.compte = compte->compte;
     ligne.montant = ttc;
-    ligne.paiement = compte->banque ? m_paiement.Valeur() : i16{PaiementCheque};
+    ligne.paiement = m_champs.Paiement();
     ligne.marques = m_marques;
     m_lignes.lignes.push_back(ligne);
   }
@@ -165,13 +151,12 @@ void ZoneTresorerie::PasseSimple() {
   if (!m_lignes.lignes.empty()) {
     const LigneTresorLue& ligne = m_lignes.lignes.front();
     m_marques = ligne.marques;
-    m_code.Choisit(ligne.compte);
-    ChangeCompte(ligne.paiement);
+    m_champs.Pose(ligne.compte, ligne.paiement);
   }
   m_lignes = {};
   PoseGenre(GenreSimple);
   LignesChangees(-1);
-  m_code.setFocus(Qt::OtherFocusReason);
+  m_champs.Code().setFocus(Qt::OtherFocusReason);
 }
 
 void ZoneTresorerie::Ajoute() {

@@ -30,7 +30,7 @@ class ZoneTresorerie : public QGroupBox {
   i16 Genre() const { return m_genre; }
   /// Of a simple entry; empty when the exercice has no treasury account.
   std::string Tresorerie() const;
-  i16 Paiement() const { return m_paiement.Valeur(); }
+  i16 Paiement() const { return m_champs.Marque(); }
   const LignesTresor& Lignes() const { return m_lignes; }
 
   /// Shows an entry; of a standard one the simple part keeps its account.
@@ -48,7 +48,6 @@ class ZoneTresorerie : public QGroupBox {
   QWidget* PageSimple();
   QWidget* PageMultiple();
   void PoseGenre(i16 genre);
-  void ChangeCompte(i16 paiement);
   void PasseMultiple();
   void PasseSimple();
   void Ajoute();
@@ -66,16 +65,12 @@ class ZoneTresorerie : public QGroupBox {
   const bool m_cloture;
   i16 m_genre = GenreSimple;
   bool m_permis = true, m_modifiee = false;
-  bool m_banque = false;        ///< the account shown has a payment mode
-  i16 m_mode = PaiementCheque;  ///< the one to mark on the next bank account
-  MarquesEcriture m_marques;    ///< of the simple entry shown, for the line it may become
+  MarquesEcriture m_marques;  ///< of the simple entry shown, for the line it may become
   LignesTresor m_lignes;
   std::vector<CompteOffert> m_comptes;  ///< of the lines
 
   QStackedLayout* m_pages;
-  ChoixTresorerie m_code;
-  LectureCoupee m_designation;
-  ChoixPaiement m_paiement;
+  ChampsTresorerieEcriture m_champs;
   QPushButton* m_multiple;
   ListeEditee* m_liste;
   QPushButton* m_simplifiee;

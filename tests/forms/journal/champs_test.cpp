@@ -112,12 +112,17 @@ TEST_F(Champs, ModeDePaiement) {
   banque.type = caisse.type = Tresorerie;
   banque.banque = true;
   recette.type = Recette;
+  QWidget zone;
   ChoixPaiement mode;
+  Formulaire formulaire{zone};
+  mode.Declare(formulaire);
+  const auto& cheque = Trouve<QRadioButton>(zone, "cheque");
+  const auto& autre = Trouve<QRadioButton>(zone, "autre");
   const auto etat = [&] {
-    return std::string(mode.Cheque().isChecked()  ? "C"
-                       : mode.Autre().isChecked() ? "A"
-                                                  : "-") +
-           (mode.Autre().isEnabled() ? "+" : "");
+    return std::string(cheque.isChecked()  ? "C"
+                       : autre.isChecked() ? "A"
+                                           : "-") +
+           (autre.isEnabled() ? "+" : "");
   };
   const auto tresorerie = [&](const CompteOffert* compte, i16 paiement) {
     mode.PoseTresorerie(compte, paiement);
