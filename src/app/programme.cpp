@@ -17,6 +17,7 @@
 #include "core/cles.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "forms/session/commandesexercice.h"
 #include "forms/session/dialognewexercice.h"
 #include "forms/session/dialogopenexercice.h"
 #include "forms/session/dialogpassword.h"
@@ -184,7 +185,7 @@ void Programme::OuvreExerciceCourant() {
   m_app.ExerciceOuvert = 0;
   if (m_app.NomExercice.empty()) return;
   const std::string nom = m_app.NomExercice;
-  if (!m_app.Dit(OuvreExercice(m_app, nom))) {
+  if (!OuvreOuReconstruit(m_cadre->Contexte(), nom)) {
     FermeAccueil();
     m_app.NomExercice.clear();
     m_premier = false;

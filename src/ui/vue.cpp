@@ -25,7 +25,7 @@ bool Vue::Coche(unsigned commande) const {
 }
 
 void Vue::Execute(unsigned commande) {
-  if (const auto ligne = m_commandes.find(commande); ligne != m_commandes.end()) ligne->second.execute();
+  if (Disponible(commande)) m_commandes[commande].execute();
 }
 
 void Vue::SurImpression(const std::function<void(bool)>& impression,

@@ -170,6 +170,22 @@ TEST_F(DemarrageTest, DesClesEndommageesSontDitesUneFois) {
   ASSERT_TRUE(Demarre());
 }
 
+TEST_F(DemarrageTest, UnFichierEndommageSeReconstruitEtLExerciceSOuvre) {
+  PremierDemarrage();
+  Arrete();
+  std::fstream(Cabinet() + "/2003/COMPTES.dat", std::ios::in | std::ios::out | std::ios::binary)
+      .seekp(1100)
+      .put('\x7f');
+  Robot robot;
+  robot.Attend("DialogMessage", Boite("COMPTES.dat) endommagé", QStringLiteral("&Ok")));
+  robot.Attend("DialogMessage", Boite("Faut-il reconstruire", QStringLiteral("&Oui")));
+  robot.Attend("DialogIndex", [](QDialog& f) { Clique(Bouton(f, QStringLiteral("&Ok"))); });
+  robot.Attend("DialogMessage", Boite("corrigés pendant", QStringLiteral("&Ok")));
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(App().NomExercice, "2003");
+  EXPECT_EQ(+App().ExerciceOuvert, 1u);
+}
+
 TEST_F(DemarrageTest, LaNoteDUnArretEtDesReglagesChangesSontDits) {
   PremierDemarrage();
   Arrete();

@@ -1,10 +1,12 @@
 #include "forms/session/commandesexercice.h"
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
+#include "forms/session/dialogindex.h"
 #include "forms/session/dialognewexercice.h"
 #include "forms/session/dialogopenexercice.h"
 #include "forms/session/dialogpassword.h"
+#include "forms/session/textes.h"
 #include "session/entretien.h"
 #include "session/exercices.h"
 #include "session/textes.h"
@@ -29,6 +31,19 @@ bool RouvreCabinet(ContexteUi& contexte) {
 
 }  // namespace
 
+bool OuvreOuReconstruit(ContexteUi& contexte, const std::string& nom) {
+  CFenlorApp& app = contexte.App;
+  const Refus refus = OuvreExercice(app, nom);
+  const int code = app.Magasin.QVFileErrorCode();
+  if (app.Dit(refus)) return true;
+  if (code != ErrEndommage && code != ErrFormat) return false;
+  if (app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionReconstruire, "", {nom})) return false;
+  app.PathExercice = app.Magasin.CheminExercice(nom);
+  const bool refait = CDialogIndex(contexte, contexte.Cadre.Cadre()).Execute();
+  app.PathExercice.clear();
+  return refait && app.Dit(OuvreExercice(app, nom));
+}
+
 void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& options) {
   std::string nom;
   if (!CDialogNewExercice(contexte, nom, contexte.Cadre.Cadre()).Execute() || nom.empty()) return;
@@ -41,7 +56,7 @@ void CommandeOuvrirExercice(ContexteUi& contexte) {
   if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom))
     return;
   contexte.Cadre.FermeToutes();
-  contexte.App.Dit(OuvreExercice(contexte.App, nom));
+  OuvreOuReconstruit(contexte, nom);
   contexte.Cadre.MontreExercice();
 }
 
@@ -53,7 +68,7 @@ void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
     if (!TestRepertoire(app, nom)) {
       app.ReportErreur(ErrRepertoireExercice);
     } else if (RouvreCabinet(contexte)) {
-      app.Dit(OuvreExercice(app, nom));
+      OuvreOuReconstruit(contexte, nom);
     }
   }
   contexte.Cadre.MontreExercice();

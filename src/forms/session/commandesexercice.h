@@ -9,6 +9,9 @@
 
 namespace fenlor {
 
+/// Opens an exercice, and tells what stopped it. When one of its files is damaged the form of the rebuild is
+/// offered, and the exercice opened behind it. True when it is open.
+bool OuvreOuReconstruit(ContexteUi& contexte, const std::string& nom);
 /// `options` opens the options when the exercice is the first of the practice.
 void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& options);
 void CommandeOuvrirExercice(ContexteUi& contexte);

@@ -33,6 +33,13 @@ CDialogIndex::CDialogIndex(ContexteUi& contexte, QWidget* parent)
   m_fichiers.setSpacing(m_fichiers.fontMetrics().height() / 8);
   m_fichiers.setMinimumWidth(m_fichiers.fontMetrics().averageCharWidth() * 48);
   m_fichiers.setSizeAdjustPolicy(QListWidget::AdjustToContents);
+  // The box changes its mark by itself, before the click is told.
+  connect(&m_fichiers, &QListWidget::itemPressed, this,
+          [this](QListWidgetItem* element) { m_marque = element->checkState(); });
+  connect(&m_fichiers, &QListWidget::itemClicked, this, [this](QListWidgetItem* element) {
+    if (element->checkState() == m_marque)
+      element->setCheckState(m_marque == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+  });
   Boutons(Mode::Simple);
 }
 

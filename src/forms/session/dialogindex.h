@@ -21,6 +21,7 @@ class CDialogIndex : public CZNDialog {
  private:
   QListWidget m_fichiers;
   QCheckBox m_choisir;
+  Qt::CheckState m_marque = Qt::Unchecked;  ///< of the row that the mouse went down on
   FinDesLiens m_finLiens{*this};
 };
 

@@ -10,6 +10,12 @@ namespace fenlor {
 // Errors
 inline constexpr TexteFixe ErrPasDExercice{3072, "Il n'y a pas d'exercices !"};
 
+// Questions
+/// name
+inline constexpr TexteFixe QuestionReconstruire{3500,
+    "Un fichier de l'exercice %s est endommagé.\n\nFaut-il reconstruire ses clés d'accès et ouvrir "
+    "l'exercice ensuite ?"};
+
 // Preferences and positions of windows
 inline constexpr TexteFixe InfoReconstruction{5707,
     "Des fichiers ont été corrigés pendant la reconstruction :\n\n%s"};

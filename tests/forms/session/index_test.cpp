@@ -52,6 +52,11 @@ TEST_F(FormeIndex, LaCaseCocheEtDecocheTout) {
     Liste(f).item(1)->setCheckState(Qt::Checked);
     choisir.click();
     EXPECT_EQ(Coches(f), "XXXXXX");
+    const QRect ligne = Liste(f).visualItemRect(Liste(f).item(2));
+    for (const char* coches : {"XX.XXX", "XXXXXX"}) {
+      QTest::mouseClick(Liste(f).viewport(), Qt::LeftButton, {}, ligne.center());
+      EXPECT_EQ(Coches(f), coches) << "the text toggles as the box does";
+    }
     choisir.click();
     Clique(Bouton(f, u"&Ok"_s));
     EXPECT_FALSE(f.isVisible()) << "nothing to do ends it at once";
