@@ -43,11 +43,6 @@ int NombreMois(Date debut, Date fin) {
   return static_cast<int>((Annee(fin) - Annee(debut)) * 12 + Mois(fin)) - static_cast<int>(Mois(debut)) + 1;
 }
 
-u32 NombreImmobilisations(CFenlorApp& app) {
-  CImmobilisations fichier(app, app.PathCabinet);
-  return fichier.OpenFile() ? app.Magasin.QVNumberOfKey(fichier.NumCle) : 0;
-}
-
 }  // namespace
 
 void CEtat2035Doc::BuildEtat() {
@@ -57,10 +52,14 @@ void CEtat2035Doc::BuildEtat() {
   if (const Refus refus = rubriques.Lit()) return Abandonne(refus);
   AvertitBoucles(rubriques);
 
-  Travail travail(*this, AvancementEtat2035, NombreImmobilisations(App) + rubriques.Nombre());
+  CImmobilisations immobilisations(App, App.PathCabinet);
+  if (!immobilisations.OpenFile()) return Abandonne(EchecFichier());
+  Travail travail(*this, AvancementEtat2035,
+                  App.Magasin.QVNumberOfKey(immobilisations.NumCle) + rubriques.Nombre());
   Variables2035 variables;
-  CalculVariables2035(App, variables);
+  const bool lues = CalculVariables2035(App, variables);
   if (App.Boite.IsAborted()) return Abandonne();
+  if (!lues) return Abandonne(EchecFichier());
   rubriques.PoseVariables(variables);
 
   EcritTete();

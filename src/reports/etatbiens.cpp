@@ -1,7 +1,7 @@
 #include "reports/etatbiens.h"
 
 #include "core/cles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "reports/livresetat.h"
 #include "reports/textes.h"

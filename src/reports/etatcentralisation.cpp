@@ -1,5 +1,7 @@
 #include "reports/etatcentralisation.h"
 
+#include <cassert>
+
 #include "core/valeurs.h"
 #include "reports/textes.h"
 #include "store/texte1252.h"
@@ -45,6 +47,7 @@ void CEtatCentralisationDoc::EcritCompte(LivresEtat& livres, Travail& travail, c
 void CEtatCentralisationDoc::EcritTableau(const MoisCentralises& mois) {
   const TexteFixe* tableau =
       TableauMois + (AfficheDouble() ? TableauDouble : 0) + (Montant() ? TableauMontant : 0);
+  assert(static_cast<std::size_t>(tableau - TableauMois) + RangTotal < std::size(TableauMois));
   const FormatEtat rangee(tableau[RangMois]);
   EtatPrintf(tableau[RangEntete]);
   SommesEtat total;

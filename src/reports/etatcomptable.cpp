@@ -1,5 +1,7 @@
 #include "reports/etatcomptable.h"
 
+#include <cassert>
+
 #include "core/texte.h"
 #include "core/valeurs.h"
 
@@ -12,6 +14,7 @@ constexpr int premiereAnneeEuro = 2002;
 }  // namespace
 
 bool CEtatComptable::DemandeCriteres(FormeCriteres forme, const TexteFixe& titre, unsigned comptes) {
+  assert((comptes & ~unsigned{MasqueTous}) == 0);
   m_criteres = {};
   m_criteres.du = App.Reglages.GetDebutExercice();
   m_criteres.au = App.Reglages.GetFinExercice();
@@ -22,6 +25,7 @@ bool CEtatComptable::DemandeCriteres(FormeCriteres forme, const TexteFixe& titre
 }
 
 void CEtatComptable::PoseTitre(const std::string& titre) {
+  assert(!titre.empty());
   m_titreDocument = titre;
   SetEtatTitre("%s", {titre});
 }

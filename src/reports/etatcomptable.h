@@ -35,6 +35,11 @@ struct CriteresEtat {
   int centralisation = Detaillee;  ///< of receipts
 };
 
+/// Formats of a report by account, looked up once a report.
+struct FormatsCompte {
+  FormatEtat rangee, total, mois;
+};
+
 /// Who answers: a form, or the options of fenlorctl.
 class DemandeurCriteres {
  public:

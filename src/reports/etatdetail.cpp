@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/fiche.h"
 #include "core/textes.h"
 #include "reports/textes.h"

@@ -11,13 +11,6 @@ constexpr unsigned rangMontant = 2;  // behind those of credit and debit
 
 }  // namespace
 
-/// Looked up once a report. In one currency the formats of credit and debit have two columns: the balances
-/// behind them are left out.
-struct CEtatExtraitDoc::Formats {
-  explicit Formats(unsigned rang) : rangee(RangeeEtatExtrait[rang]), total(TotalEtatExtrait[rang]) {}
-  FormatEtat rangee, total;
-};
-
 void CEtatExtraitDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::CompteEtPeriode, TitreEtatExtrait, MasqueTous)) return;
   const unsigned deux = AfficheDouble() ? 1 : 0;
@@ -26,7 +19,9 @@ void CEtatExtraitDoc::BuildEtat() {
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementEtatExtrait, livres.NombreLignes());
-  const Formats formats(Montant() ? rangMontant : deux);
+  // In one currency the formats of credit and debit have two columns: the balances behind them are left out.
+  const unsigned rang = Montant() ? rangMontant : deux;
+  const FormatsCompte formats{RangeeEtatExtrait[rang], TotalEtatExtrait[rang], ""};
   bool trouve = false;
   const auto compte = [&](const Plan& plan) {
     trouve = true;
@@ -36,7 +31,7 @@ void CEtatExtraitDoc::BuildEtat() {
   if (!trouve) livres.Comptes(compte);
 }
 
-void CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
+void CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const FormatsCompte& formats,
                                   const Plan& plan) {
   EcritTete(livres, plan, MotCompteTva);
   Tableau tableau;

@@ -14,15 +14,6 @@ constexpr unsigned rangMontant = 2;  // of the column headings, behind those of 
 
 }  // namespace
 
-/// Looked up once a report.
-struct CEtatGrandLivreDoc::Formats {
-  explicit Formats(bool montant)
-      : rangee(RangeeGrandLivre[montant]),
-        mois(TotalMoisGrandLivre[montant]),
-        total(TotalGrandLivre[montant]) {}
-  FormatEtat rangee, mois, total;
-};
-
 void CEtatGrandLivreDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::PeriodeEtAffichage, TitreGrandLivre)) return;
   SetEtatEntete(EnteteGrandLivre[(Montant() ? rangMontant : 0) + AfficheDouble()]);
@@ -30,11 +21,13 @@ void CEtatGrandLivreDoc::BuildEtat() {
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementGrandLivre, livres.NombreLignes());
-  const Formats formats(Montant());
+  const bool montant = Montant();
+  const FormatsCompte formats{RangeeGrandLivre[montant], TotalGrandLivre[montant],
+                              TotalMoisGrandLivre[montant]};
   livres.Comptes([&](const Plan& plan) { EcritCompte(livres, travail, formats, plan); });
 }
 
-void CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats,
+void CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const FormatsCompte& formats,
                                      const Plan& plan) {
   EcritTete(livres, plan, MotNatureCompte[static_cast<unsigned>(Tva)]);
   Tableau tableau;

@@ -14,8 +14,7 @@ class CEtatGrandLivreDoc : public CEtatDeCompte {
   void BuildEtat() override;
 
  private:
-  struct Formats;
-  void EcritCompte(LivresEtat& livres, Travail& travail, const Formats& formats, const Plan& plan);
+  void EcritCompte(LivresEtat& livres, Travail& travail, const FormatsCompte& formats, const Plan& plan);
 };
 
 }  // namespace fenlor

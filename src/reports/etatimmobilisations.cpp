@@ -5,7 +5,7 @@
 #include "assets/annuites.h"
 #include "assets/cessions.h"
 #include "assets/textes.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "reports/textes.h"
 #include "store/texte1252.h"

@@ -1,5 +1,7 @@
 #include "reports/etatjournal.h"
 
+#include <cassert>
+
 #include "core/valeurs.h"
 #include "reports/textes.h"
 #include "store/texte1252.h"
@@ -13,6 +15,7 @@ char Marque(bool posee, char lettre) { return posee ? lettre : '.'; }
 }  // namespace
 
 void CEtatJournalDoc::SetCriteres(const DemandeListe& demande, bool comptable) {
+  assert(demande.journal >= JournalRecettes && demande.journal <= JournalOD);
   m_demande = demande;
   m_comptable = comptable || demande.journal == JournalOD;
 }
@@ -61,6 +64,7 @@ void CEtatJournalDoc::EcritMois() {
 }
 
 void CEtatJournalDoc::EcritEntree(const EntreeJournal& entree) {
+  assert(entree.rangees.size() == 1);
   const RangeeJournal& r = entree.rangees.front();
   m_total.debitFranc += r.franc;
   m_total.debitEuro += r.euro;
@@ -74,6 +78,7 @@ void CEtatJournalDoc::EcritEntree(const EntreeJournal& entree) {
 }
 
 void CEtatJournalDoc::EcritLignes(const EntreeJournal& entree) {
+  assert(!entree.rangees.empty());
   std::string ligne = std::to_string(entree.ligne), date = StrDate(entree.date);
   for (const RangeeJournal& r : entree.rangees) {
     const f64 debitFranc = r.credit ? 0 : r.franc, creditFranc = r.credit ? r.franc : 0;

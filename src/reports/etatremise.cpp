@@ -5,7 +5,7 @@
 #include "banque/remise.h"
 #include "banque/textes.h"
 #include "core/cles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/mouvements.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"

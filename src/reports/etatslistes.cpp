@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "master/comptes.h"
 #include "master/libelles.h"

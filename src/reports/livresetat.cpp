@@ -2,7 +2,7 @@
 
 #include <cassert>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
@@ -43,6 +43,7 @@ std::string LivresEtat::CompteCourt(const Plan& plan) const {
 void LivresEtat::Comptes(const SuiteComptes& suite) { ParcoursComptes(CleNumero, {}, {}, suite); }
 
 void LivresEtat::ComptesDuType(i16 type, const SuiteComptes& suite) {
+  assert(type >= 0 && type <= 8);  // one digit in the key
   ParcoursComptes(CleType, std::to_string(type), std::to_string(type + 1), suite);
 }
 
@@ -53,11 +54,13 @@ void LivresEtat::Compte(std::string_view compte, const SuiteComptes& suite) {
 
 void LivresEtat::LignesDuCompte(std::string_view compte, Date du, Date au, const SuiteLignes& suite) {
   const std::string prefixe = MakeJournalKey3(compte, 0, 0, 0, 0, 0).substr(0, LargeurCompte);
+  assert(prefixe.size() == LargeurCompte);
   ParcoursLignes(CleCompteDate, prefixe, du, au, suite);
 }
 
 void LivresEtat::LignesDepuis(std::string_view compte, Date du,
                               const std::function<bool(const Line&)>& suite) {
+  assert(m_lignes && suite);
   ParcourtFichier<Line>(m_app, m_etat, *m_lignes, CleCompteDate, MakeJournalKey3(compte, du, 0, 0, 0, 0), {},
                         suite);
 }

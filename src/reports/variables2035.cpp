@@ -1,9 +1,10 @@
 #include "reports/variables2035.h"
 
+#include <cassert>
 #include <set>
 
 #include "core/btfiles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/fiche.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -127,6 +128,7 @@ void Rubriques2035::ChercheBoucles() {
 }
 
 MontantDouble Rubriques2035::Valeur(const std::string& code) {
+  assert(code == Complete(code));
   if (const auto connue = m_valeurs.find(code); connue != m_valeurs.end()) return connue->second;
   MontantDouble valeur = Calcule(code);
   if (const MontantDouble* variable = m_variables.Trouve(code)) valeur += *variable;
@@ -136,6 +138,7 @@ MontantDouble Rubriques2035::Valeur(const std::string& code) {
 }
 
 MontantDouble Rubriques2035::Calcule(const std::string& code) {
+  assert(!m_valeurs.contains(code));
   const auto trouvee = m_fiches.find(code);
   const Fiche fiche = trouvee == m_fiches.end() ? Fiche{} : trouvee->second;
   if (fiche.manuel) return fiche.montant;

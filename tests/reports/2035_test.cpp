@@ -8,7 +8,7 @@
 
 #include "core/btfiles.h"
 #include "core/cles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "master/textes.h"
 #include "reports/etat2035.h"
@@ -229,6 +229,14 @@ TEST_F(Declaration, UneBoucleCompteZeroEtSeDit) {
   std::vector<std::string> valeurs;
   for (const LigneLue& ligne : LignesImprimees(etat)) valeurs.push_back(ligne.premier);
   EXPECT_EQ(valeurs, (std::vector<std::string>{"90", "", "", "", "90", "7"}));
+}
+
+TEST_F(Declaration, DesImmobilisationsIllisiblesArretentLEtat) {
+  InstalleVide("2003");
+  test::EcritFichier(App().PathCabinet + "/Immo.dat", "x");
+  CEtat2035Doc etat(App(), Demandeur);
+  EXPECT_FALSE(App().Dit(etat.OnNewDocument())) << "not a statement without them";
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3011}) << "told once";
 }
 
 TEST_F(Declaration, BlocsDesReglages) {

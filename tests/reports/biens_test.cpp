@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "assets/annuites.h"
-#include "core/erreurs.h"
 #include "reports/etatamortissements.h"
 #include "reports/etatimmobilisations.h"
 #include "reports/etatpmv.h"

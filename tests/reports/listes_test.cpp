@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "core/btfiles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "reports/catalogue.h"
 #include "reports/etatslistes.h"
