@@ -7,6 +7,7 @@
 #include "assets/textes.h"
 #include "core/btfiles.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/fiche.h"
 #include "core/valeurs.h"
 

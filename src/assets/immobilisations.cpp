@@ -7,6 +7,7 @@
 #include "assets/dureetaux.h"
 #include "assets/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "store/texte1252.h"
 

@@ -5,6 +5,7 @@
 #include "auto/ecrituresauto.h"
 #include "auto/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "journal/controles.h"
 #include "store/texte1252.h"
 

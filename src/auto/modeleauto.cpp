@@ -7,6 +7,7 @@
 #include "auto/parcoursauto.h"
 #include "auto/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
 #include "journal/textes.h"

@@ -4,6 +4,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "store/cumuls.h"
 #include "store/texte1252.h"

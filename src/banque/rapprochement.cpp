@@ -6,6 +6,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "store/cumuls.h"

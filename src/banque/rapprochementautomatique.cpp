@@ -6,6 +6,7 @@
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "journal/textes.h"
 #include "store/cumuls.h"
 #include "store/texte1252.h"

@@ -3,6 +3,7 @@
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "store/cumuls.h"
 #include "store/texte1252.h"

@@ -7,6 +7,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/fiche.h"
 #include "core/mouvements.h"
 #include "core/valeurs.h"

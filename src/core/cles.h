@@ -23,7 +23,6 @@ inline constexpr TexteFixe CleDebut{5415, "Debut"};
 inline constexpr TexteFixe CleFin{5416, "Fin"};
 
 // Keys of the other sections
-inline constexpr TexteFixe CleExercices{5418, "Exercices"};
 inline constexpr TexteFixe CleBrouillon{5420, "Brouillon"};
 inline constexpr TexteFixe ClePrevisualisation{5421, "Prévisualisation"};
 inline constexpr TexteFixe CleVirgule{5422, "Virgule"};
@@ -33,7 +32,6 @@ inline constexpr TexteFixe CleModeDebug{5427, "ModeDebug"};
 inline constexpr TexteFixe CleLimiteFranc{5428, "LimiteFranc"};
 inline constexpr TexteFixe CleZeroDansBoite{5429, "Zéro dans boite de dialogue"};
 inline constexpr TexteFixe CleSauverFenetres{5432, "Sauver fenêtres"};
-inline constexpr TexteFixe CleRestaurerFenetres{5433, "Restaurer fenêtres"};
 inline constexpr TexteFixe CleEspeces{5434, "Especes"};
 inline constexpr TexteFixe CleSDecimal{5436, "sDecimal"};
 

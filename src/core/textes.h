@@ -20,9 +20,6 @@ inline constexpr TexteFixe MessageAjoutCle{5014, "Ajout de la clé %d impossible
 inline constexpr TexteFixe MessageSuppressionCle{5015, "Suppression de la clé %d impossible."};
 
 // Progress
-inline constexpr TexteFixe TitreCalculCumuls{5022, "Calcul des cumuls"};
-inline constexpr TexteFixe TexteMiseAZeroPlan{5023, "Mise à zéro du fichier PLAN\n\nen cours..."};
-inline constexpr TexteFixe TexteRecalculCumuls{5024, "Recalcul des cumuls\n\nen cours..."};
 
 // Words
 inline constexpr TexteFixe MotOui{5339, "Oui"};

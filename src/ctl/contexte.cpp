@@ -1,11 +1,13 @@
 #include "ctl/contexte.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <utility>
 
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "ctl/textes.h"
 #include "journal/textes.h"
@@ -64,6 +66,7 @@ u32 Contexte::Evenement(u32 evenement, u32 valeur, const std::string& texte) {
 }
 
 bool Contexte::OuvreCabinet(bool cree) {
+  assert(!m_sessionOuverte);
   if (!Globales.aujourdhui.empty()) Magasin.FixeAujourdhui(GetDate(Globales.aujourdhui));
   if (!Magasin.QVOpenSession(1)) {
     RefuseMagasin();
@@ -120,6 +123,7 @@ bool Contexte::TrouveExercice(std::string& nom) {
 }
 
 bool Contexte::OuvreExercice(const std::string& nom) {
+  assert(m_sessionOuverte && !nom.empty());
   if (!Magasin.QVOpenExercice(nom)) {
     RefuseMagasin();
     return false;
@@ -158,6 +162,7 @@ void Contexte::Avertit(const std::string& texte) {
 }
 
 int Contexte::Refuse(const Refus& regle, u32 ligne) {
+  assert(regle);
   // What the files told has no words of its own, and the number by which they told it.
   Refus refus = regle;
   if (refus.texte.empty()) {
@@ -183,6 +188,7 @@ int Contexte::Refuse(const TexteFixe& erreur, std::initializer_list<std::string>
 }
 
 bool Contexte::Invalide(const char* champ, const std::string& raison) {
+  assert(champ && *champ && !raison.empty());
   Refuse(ErrChampInvalide, {champ, raison});
   return false;
 }
@@ -194,6 +200,7 @@ int Contexte::RefuseOuverture(const std::string& chemin) {
 }
 
 int Contexte::RefuseLecture(int erreur, const std::string& chemin) {
+  assert(erreur != 0);
   return Refuse(ErrCodeLecture, {std::to_string(erreur),
                                  DepuisUtf8(chemin).value_or(chemin) + " : " + TexteErreurSysteme(erreur)});
 }

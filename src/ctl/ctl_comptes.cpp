@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "core/erreurs.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"

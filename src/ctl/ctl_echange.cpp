@@ -1,10 +1,11 @@
+#include <cassert>
 #include <cstring>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "core/btfiles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
@@ -95,6 +96,7 @@ Refus ControleNumero(const char* champ, u32 numero) {
 
 /// What a record cannot do without: a rebuild of its file would drop it.
 Refus ControleCle(u16 numFichier, const void* rec) {
+  assert(rec && DefinitionFichierNumero(numFichier));
   Refus refus;
   switch (numFichier) {
     case FichierComptes: {

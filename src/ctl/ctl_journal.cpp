@@ -1,4 +1,7 @@
 #include "core/btfiles.h"
+
+#include <cassert>
+
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
@@ -83,6 +86,7 @@ class ListeDuMois {
       gauches.push_back(colonne.gauche);
     }
     tableau.Ajoute(titres);
+    assert(titres.size() == gauches.size());
     for (const EntreeListe& e : mois.entrees) {
       EntreeJournal entree;
       if (!Lit(e.mouvement, entree)) return m_contexte.RefuseMagasin();

@@ -1,3 +1,4 @@
+#include <cassert>
 #include <optional>
 
 #include "core/erreurs.h"
@@ -32,11 +33,13 @@ class Reponses {
   }
   /// The unit was not saved: what looked done is refused.
   void RefuseTout(const Refus& refus) {
+    assert(refus && m_retenir);
     m_refus = true;
     for (ReponseSaisie& reponse : m_retenues)
       if (!reponse.refus) reponse.refus = refus;
   }
   bool Donne() {
+    assert(m_retenir || m_retenues.empty());
     for (const ReponseSaisie& reponse : m_retenues)
       if (!Dit(reponse)) return false;
     return m_contexte.Vide();
@@ -45,6 +48,7 @@ class Reponses {
 
  private:
   bool Dit(const ReponseSaisie& reponse) {
+    assert(reponse.refus || reponse.faite.mouvement != 0);
     LigneJson ligne;
     ligne.Entier("entree", reponse.entree);
     if (reponse.refus)

@@ -1,3 +1,4 @@
+#include <cassert>
 #include <limits>
 #include <set>
 
@@ -53,6 +54,7 @@ bool EnEuro(Contexte& contexte, const std::string& monnaie) {
 /// out; when the store fails nothing is done.
 template <class Action>
 int PourChaque(Contexte& contexte, const std::vector<u32>& mouvements, const char* fait, Action action) {
+  assert(!mouvements.empty());
   int statut = StatutFait;
   std::string reponse;
   std::set<u32> vues;

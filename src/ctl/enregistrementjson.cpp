@@ -1,5 +1,6 @@
 #include "ctl/enregistrementjson.h"
 
+#include <cassert>
 #include <cstring>
 #include <limits>
 
@@ -87,6 +88,7 @@ Refus PoseChamp(const Json& valeur, const Champ& champ, u8* place) {
 }  // namespace
 
 void AjouteEnregistrement(std::string& sortie, std::span<const Champ> champs, const void* rec) {
+  assert(rec && !champs.empty());
   char separateur = '{';
   for (const Champ& champ : champs) {
     if (champ.type == TypeChamp::Reserve) continue;
@@ -138,6 +140,7 @@ void AjouteEnregistrement(std::string& sortie, std::span<const Champ> champs, co
 }
 
 Refus LitEnregistrement(const Json& objet, std::span<const Champ> champs, void* rec) {
+  assert(rec && !champs.empty());
   std::memset(rec, 0, champs.back().offset + std::size_t{champs.back().taille});
   std::size_t pris = 0;
   for (const Champ& champ : champs) {

@@ -1,5 +1,6 @@
 #include "ctl/json.h"
 
+#include <cassert>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
@@ -95,6 +96,7 @@ std::string CaractereImpossible() { return "un caractère ne peut pas être enre
 }  // namespace raison
 
 std::optional<i64> EntierJson(const Json& valeur, i64 minimum, i64 maximum) {
+  assert(minimum <= maximum);
   if (!valeur.is_number_integer()) return std::nullopt;
   if (valeur.is_number_unsigned() && valeur.get<u64>() > u64{std::numeric_limits<i64>::max()})
     return std::nullopt;
@@ -170,6 +172,7 @@ LecteurChamps::LecteurChamps(const Json& objet, Refus& refus, std::string prefix
     : m_objet(objet), m_refus(refus), m_prefixe(std::move(prefixe)) {}
 
 const Json* LecteurChamps::Trouve(const char* nom) {
+  assert(nom && *nom);
   m_noms.push_back(nom);
   const auto it = m_objet.find(nom);
   if (it == m_objet.end()) return nullptr;
@@ -313,6 +316,7 @@ void AjouteEntierJson(std::string& sortie, i64 nombre) {
 }
 
 void LigneJson::Nom(const char* nom) {
+  assert(nom && *nom);
   if (m_texte.size() > 1) m_texte.push_back(',');
   m_texte += '"';
   m_texte += nom;

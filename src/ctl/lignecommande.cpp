@@ -1,5 +1,7 @@
 #include "ctl/lignecommande.h"
 
+#include <cassert>
+
 #include <CLI/CLI.hpp>
 
 #include "core/version.h"
@@ -84,11 +86,13 @@ Commande& Commande::Drapeau(const std::string& nom, bool& valeur, const std::str
 }
 
 Commande& Commande::Obligatoire() {
+  assert(m_option);
   m_option->required();
   return *this;
 }
 
 Commande& Commande::Exclut(const std::string& nom) {
+  assert(m_option);
   m_option->excludes(m_app->get_option(nom));
   return *this;
 }

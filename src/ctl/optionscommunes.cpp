@@ -1,6 +1,7 @@
 #include "ctl/optionscommunes.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/valeurs.h"
 #include "ctl/json.h"
@@ -75,6 +76,7 @@ FormeOption FormeChiffres(const std::string& texte, std::size_t minimum, std::si
 }
 
 FormeOption FormeMots(std::vector<std::string> mots) {
+  assert(!mots.empty());
   const auto joint = [mots](const char* separateur) {
     std::string liste;
     for (const std::string& mot : mots) liste += (liste.empty() ? "" : separateur) + mot;

@@ -1,6 +1,7 @@
 #include "ctl/saisisseur.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 
 #include "core/texte.h"
@@ -43,6 +44,7 @@ ReponseSaisie Saisisseur::Traite(const Json& objet, const Refus& illisible, u32 
 }
 
 Refus Saisisseur::Execute(const DemandeSaisie& demande, EcritureFaite& faite) {
+  assert(demande.mouvement != 0 || demande.journal);
   Mouvement entete{};
   if (demande.mouvement != 0) {
     if (!m_app.Magasin.ReadMouvements(m_app.PathExercice, demande.mouvement, entete)) {
@@ -114,6 +116,7 @@ Refus Saisisseur::Enregistre(const DemandeSaisie& demande, EcritureFaite& faite)
 /// The accounts that are asked for. What stays on an account that the entry has already, alone or in a line,
 /// keeps its mode of payment; in one that becomes simple on another account that of the first line.
 void Saisisseur::PoseTresorerie(const DemandeSaisie& demande, SaisieEcriture& saisie) const {
+  assert(!demande.tresoreries || !demande.tresorerie);
   if (!demande.tresoreries && !demande.tresorerie) return;
   std::vector<LigneTresorSaisie> anciennes;
   if (saisie.genre == GenreStandard)
@@ -142,6 +145,7 @@ void Saisisseur::PoseTresorerie(const DemandeSaisie& demande, SaisieEcriture& sa
 }
 
 Refus Saisisseur::EnregistreLibre(const DemandeSaisie& demande, EcritureFaite& faite) {
+  assert(m_fichierComptes && m_fichierJournal);
   SaisieOD saisie;
   saisie.euro = m_euro;
   if (demande.mouvement != 0) {
@@ -168,6 +172,7 @@ Refus Saisisseur::EnregistreLibre(const DemandeSaisie& demande, EcritureFaite& f
 }
 
 Refus Saisisseur::Marque(const DemandeSaisie& demande, u32 mouvement) {
+  assert(mouvement != 0);
   if (demande.pointer) {
     Mouvement entete{};
     if (!m_app.Magasin.ReadMouvements(m_app.PathExercice, mouvement, entete))

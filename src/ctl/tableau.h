@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace fenlor {
 class Tableau {
  public:
   void Ajoute(std::vector<std::string> colonnes) {
+    assert(m_lignes.empty() || colonnes.size() <= m_lignes.front().size());
     m_largeurs.resize(std::max(m_largeurs.size(), colonnes.size()));
     for (std::size_t i = 0; i < colonnes.size(); ++i)
       m_largeurs[i] = std::max(m_largeurs[i], colonnes[i].size());

@@ -1,8 +1,9 @@
 #include "ctl/verbefiche.h"
 
 #include <algorithm>
+#include <cassert>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
@@ -56,6 +57,7 @@ void DeclareChamps(Commande action, const TableFiche& table, OptionsFiche& optio
 ActionsFiche DeclareActions(LigneCommande& ligne, const MotsVerbe& mots, const TableFiche& table,
                             const std::shared_ptr<OptionsFiche>& options,
                             std::function<int(Contexte&)> execute) {
+  assert(options && execute && !table.champs.empty());
   OptionsFiche& o = *options;
   Commande verbe = ligne.Ajoute(mots.nom, mots.description, std::move(execute));
   verbe.Controle([options](const OptionsGlobales&) {
@@ -74,6 +76,7 @@ ActionsFiche DeclareActions(LigneCommande& ligne, const MotsVerbe& mots, const T
 
 int VerbeFiche::Execute() {
   const std::string& action = m_options.action;
+  assert(!action.empty());
   if (action == "lister") return Liste();
   if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(Refus(ErrExerciceCloture));
   std::string cle;
@@ -102,6 +105,7 @@ bool VerbeFiche::PoseOptions() {
 
 bool VerbeFiche::Pose(const ChampFiche& champ, const std::optional<std::string>& valeur) {
   const ValeurChamp place = champ.valeur(m_fiche);
+  assert(champ.genre != GenreChamp::Choix || !champ.mots.empty());
   if (auto* const* texte = std::get_if<std::string*>(&place))
     return PoseOption(m_contexte, champ.option.mot, valeur, **texte);
   if (auto* const* montant = std::get_if<f64*>(&place)) **montant = TexteVersMontant(*valeur);
@@ -115,11 +119,13 @@ bool VerbeFiche::Pose(const ChampFiche& champ, const std::optional<std::string>&
 int VerbeFiche::Liste(CBTFiles& fichier, const std::vector<Position>& positions,
                       std::vector<std::string> titres, std::size_t gauches,
                       const std::function<std::vector<std::string>(Position)>& ligne) {
+  assert(gauches <= titres.size());
   const bool json = m_contexte.Globales.json;
   Tableau tableau;
   tableau.Ajoute(std::move(titres));
   if (!fichier.OpenFile()) return m_contexte.RefuseMagasin();
   for (const Position position : positions) {
+    assert(position != 0);
     if (!fichier.ReadRec(position)) return m_contexte.RefuseMagasin();
     if (!json) {
       tableau.Ajoute(ligne(position));

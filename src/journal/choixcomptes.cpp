@@ -1,6 +1,7 @@
 #include "journal/choixcomptes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "core/btfiles.h"
@@ -53,6 +54,7 @@ bool CodeAvant(const CompteOffert& a, const CompteOffert& b) {
 std::string CompteOffert::Texte() const { return court + ' ' + designation; }
 
 std::vector<CompteOffert> ComptesParCode(CFenlorApp& app, i16 type) {
+  assert(type >= Tresorerie && type <= Autre);
   std::vector<CompteOffert> comptes =
       Parcourt(app, CleCode, [type](const Plan& plan) { return plan.Type == type; });
   std::stable_sort(comptes.begin(), comptes.end(), CodeAvant);
@@ -102,6 +104,7 @@ std::string TexteRubrique(CFenlorApp& app, const std::string& rubrique) {
 }
 
 std::string DernierLibelle(CFenlorApp& app, i16 journal, const std::string& compte) {
+  assert(journal >= JournalRecettes && journal <= JournalOD);
   if (compte.empty()) return {};
   CLines lignes(app, app.PathExercice);
   if (!lignes.OpenFile()) return {};

@@ -1,4 +1,8 @@
 #include "core/erreurs.h"
+
+#include <cassert>
+
+#include "core/erreursexercice.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
@@ -29,6 +33,7 @@ std::string MontantAffiche(CFenlorApp& app, f64 franc, f64 euro) {
 // ---------------------------------------------------------------- Deleting
 
 Refus SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
+  assert(entete.Mouvement != 0);
   QVAPI& magasin = app.Magasin;
   const bool rapprochee = magasin.IsRappLineInMouvements(entete.Mouvement);
   const TexteFixe& question = rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression;
@@ -61,6 +66,7 @@ class FichierLie {
   bool EstRecette() const { return m_recette; }
 
   Position Trouve(const Mouvement& entete) {
+    assert(m_ouverture);
     if (m_recette) {
       RecetteLiee rec{};
       rec.LienPoste = entete.LienPoste;
@@ -75,6 +81,7 @@ class FichierLie {
     return m_magasin.ReadDepenses(rec, 0);
   }
   bool Supprime(Position position) {
+    assert(m_ouverture && position != 0);
     return m_recette ? m_magasin.DeleteRecettes(position) : m_magasin.DeleteDepenses(position);
   }
 

@@ -1,12 +1,14 @@
 #include "journal/controles.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/nomschamps.h"
 #include "core/textes.h"
 #include "journal/textes.h"
@@ -20,6 +22,7 @@ namespace {
 /// The account that `lit` names is in the chart; else the question is asked until
 /// it is, or until an answer brings nothing new.
 Refus ControleCompteParticulier(CFenlorApp& app, const TexteFixe& texte, std::string (QVAPI::*lit)()) {
+  assert(lit && texte != 0);
   Plan plan;
   std::string compte = (app.Magasin.*lit)();
   while (!LitCompte(app, compte, plan)) {
@@ -59,15 +62,18 @@ Refus Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& texte,
 }
 
 void Serie::Note(const Refus& refus) {
+  assert(m_refusees <= m_rangees);
   if (!refus || refus.dit) return;
   if (m_refusees++ == 0) m_premier = refus;
 }
 
 Refus Serie::Issue() const {
+  assert((m_refusees == 0) == (m_premier.numero == 0));
   return m_refusees < 2 ? m_premier : Refus(ErrSerie, "", {std::to_string(m_refusees), m_premier.texte});
 }
 
 bool Serie::Suivante() {
+  assert(m_faites < m_rangees);
   if (m_progression) {
     m_app.Boite.SetPos(static_cast<u32>(m_faites));
     m_arretee = m_arretee || m_app.Boite.IsAborted();
@@ -77,6 +83,8 @@ bool Serie::Suivante() {
 }
 
 Refus LivresOuverts::Ouvre(CFenlorApp& app) {
+  assert(!m_plan && !m_journal);
+  assert(!app.PathExercice.empty());
   // Whoever holds both open keeps them so until the rule is done.
   if (app.Magasin.GetOpenFlagPlan() && app.Magasin.GetOpenFlagJournal()) return {};
   m_plan = Ouverture(app.Magasin, FichierComptes, app.PathExercice);
@@ -125,11 +133,13 @@ Refus ControleExistante(CFenlorApp& app, u32 mouvement, Permis permis, Mouvement
 }
 
 Refus ControleLibelle(const std::string& libelle, int indice) {
+  assert(indice >= -1);
   if (libelle.size() <= TailleLibelle) return {};
   return Refus(ErrTexteTropLong, "libelle", {NomChamp("libelle"), std::to_string(TailleLibelle)}, indice);
 }
 
 Refus ControleMontant(const char* champ, f64 montant, int indice) {
+  assert(champ && *champ && indice >= -1);
   if (MontantTient(montant)) return {};
   return Refus(ErrChampInvalide, champ,
                {NomChamp(champ), "16 caractères au plus, deux décimales comprises"_w}, indice);
@@ -160,6 +170,7 @@ Refus NumeroDe(CFenlorApp& app, i16 journal, u32 demande, Date date, const Mouve
 }
 
 DeuxMonnaies EnDeuxMonnaies(bool euro, f64 taux, f64 montant) {
+  assert(taux > 0);
   if (euro) return {QVAPI::ConvertEuroToFranc(taux, montant), montant};
   return {montant, QVAPI::ConvertFrancToEuro(taux, montant)};
 }

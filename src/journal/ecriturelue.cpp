@@ -1,6 +1,7 @@
 #include "journal/ecriturelue.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/mouvements.h"
 #include "core/valeurs.h"
@@ -34,6 +35,7 @@ void LitCommun(CFenlorApp& app, const Ecriture& rec, EcritureLue& ecriture) {
 
 /// The lines of a standard entry, and the two marks that follow from them.
 void LitLignes(CFenlorApp& app, const EcrStandard& rec, EcritureLue& ecriture) {
+  assert(ecriture.lignes.empty());
   bool rapprochee = true, remise = true, banque = false;
   LineTresor lue{};
   for (u32 i = 0; app.Magasin.GetEcrLineTresor(i, rec, lue); ++i) {

@@ -1,6 +1,7 @@
 #include "journal/listejournal.h"
 
 #include <algorithm>
+#include <cassert>
 #include <map>
 #include <utility>
 
@@ -78,6 +79,7 @@ class Examen {
   }
 
   void Ajoute(const Line& ligne) {
+    assert(m_mouvement == 0 || m_mouvement == ligne.Mouvement);
     ++m_nombre;
     if (!ligne.Validee) m_validee = false;
     const i64 franc = Centimes(ligne.MontantFranc), euro = Centimes(ligne.MontantEuro);
@@ -191,6 +193,7 @@ bool EstTresorerie(const LigneLue& lue) {
 /// The account that the row names: income or expense account of the entry, that of the personal share
 /// when it has none, and of an opération diverse the first that is not treasury. Empty when there is none.
 std::string ComptePrincipal(const std::vector<LigneLue>& lues) {
+  assert(!lues.empty());
   const std::string compte = LitTexte(lues.front().ligne.ComptePrincipal);
   if (!compte.empty()) return compte;
   const auto premier = [&](auto&& convient) {
@@ -203,6 +206,7 @@ std::string ComptePrincipal(const std::vector<LigneLue>& lues) {
 
 RangeeJournal RangeeDEcriture(CFenlorApp& app, const std::vector<LigneLue>& lues, const std::string& filtre,
                               const EntreeJournal& entree) {
+  assert(!lues.empty());
   RangeeJournal rangee;
   const Line& premiere = lues.front().ligne;
   rangee.libelle = LitTexte(premiere.Libelle);
@@ -242,10 +246,12 @@ Refus ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois)
   const auto termine = [&] {
     if (!examen.Montre()) return;
     mois.entrees.push_back({examen.Mouvement(), examen.Nombre()});
+    assert(mois.entrees.back().lignes > 0);
     somme.Ajoute(examen.Somme());
   };
   const u16 journal = static_cast<u16>(demande.journal);
   const unsigned numeroMois = Mois(demande.mois);
+  assert(demande.mode <= ListeToutes);
   const std::string debut = MakeJournalKey1(journal, demande.mois, 0, 0, {}, 0);
   const auto suite = [&](Position, const void* rec) {
     const Line& ligne = *static_cast<const Line*>(rec);

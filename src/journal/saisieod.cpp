@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "core/mouvements.h"
@@ -38,6 +39,7 @@ class EnregistrementOD {
 };
 
 Refus EnregistrementOD::Execute() {
+  assert(m_comptes.empty() && m_od.Anciennes.empty());
   Refus r = ControleExercice(m_app, m_livres);
   if (!r) r = ControleEcriture();
   if (!r) r = ControleLimites();
@@ -72,6 +74,7 @@ Refus EnregistrementOD::ControleLimites() {
 }
 
 Refus EnregistrementOD::ControleLignes() {
+  assert(m_comptes.empty());
   if (m_saisie.lignes.empty()) return Refus(ErrODSansLignes, "lignes");
   for (const LigneODSaisie& ligne : m_saisie.lignes) {
     const int indice = static_cast<int>(m_comptes.size());
@@ -87,6 +90,7 @@ Refus EnregistrementOD::ControleLignes() {
 }
 
 bool EnregistrementOD::LitAnciennes() {
+  assert(m_saisie.mouvement != 0);
   for (const Position position : m_app.Magasin.LignesMouvement(m_app.PathExercice, m_saisie.mouvement)) {
     Line ligne;
     if (!m_app.Magasin.ReadLines(m_app.PathExercice, position, ligne)) return false;
@@ -97,6 +101,7 @@ bool EnregistrementOD::LitAnciennes() {
 
 /// Accounts, sides and amounts are those of the existing entry, line by line, the deviation's included.
 bool EnregistrementOD::SontIntactes() const {
+  assert(m_comptes.size() == m_saisie.lignes.size());
   std::vector<std::pair<std::string, f64>> lignes;  // account, credit less debit
   for (std::size_t i = 0; i < m_saisie.lignes.size(); ++i)
     lignes.emplace_back(LitTexte(m_comptes[i].Compte), Signe(m_saisie.lignes[i]));
@@ -112,6 +117,7 @@ bool EnregistrementOD::SontIntactes() const {
 }
 
 Refus EnregistrementOD::Sauve() {
+  assert(!m_comptes.empty() && m_comptes.size() == m_saisie.lignes.size());
   QVAPI& magasin = m_app.Magasin;
   const std::string& exercice = m_app.PathExercice;
   QVAPI::Unite unite(magasin);

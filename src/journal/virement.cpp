@@ -1,9 +1,10 @@
 #include "journal/virement.h"
 
+#include <cassert>
 #include <cstring>
 
 #include "core/btfiles.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "journal/controles.h"
 #include "journal/textes.h"
 #include "store/texte1252.h"
@@ -62,6 +63,7 @@ Refus EnregistrementVirement::Execute(VirementFait& fait) {
   const u32 recette =
       Ajoute(JournalRecettes, m_vers, magasin.GetCompteVireTo(), cheque ? PaiementCheque : PaiementAutre);
   if (!recette) return m_app.EchecDit();
+  assert(depense != recette);
   if (!unite.Valide()) return m_app.EchecMagasin();
   fait = {depense, recette};
   return {};
@@ -93,6 +95,7 @@ Refus EnregistrementVirement::ControleComptes() {
 }
 
 Refus EnregistrementVirement::ControleSomme() {
+  assert(!m_de.empty() && m_de != m_vers);
   if (const Refus r = ControleMontant("montant", m_saisie.montant)) return r;
   m_montant = EnDeuxMonnaies(m_saisie.euro, m_app.Magasin.GetTauxEuro(m_saisie.date),
                              MontantDeChamp(m_saisie.montant));
@@ -102,6 +105,7 @@ Refus EnregistrementVirement::ControleSomme() {
 
 u32 EnregistrementVirement::Ajoute(i16 journal, const std::string& tresorerie, const std::string& compte,
                                    i16 paiement) {
+  assert(m_montant.franc > 0 && m_montant.euro > 0 && !compte.empty() && !tresorerie.empty());
   QVAPI& magasin = m_app.Magasin;
   EcrSimple rec;
   std::memset(&rec, 0, sizeof rec);

@@ -1,6 +1,7 @@
 #include "master/formule.h"
 
 #include <algorithm>
+#include <cassert>
 #include <map>
 
 #include "core/textes.h"
@@ -14,6 +15,7 @@ std::vector<TermeFormule> TermesFormule(std::string_view formule) {
   while (!reste.empty()) {
     TermeFormule terme;
     reste = TermeSuivant(reste, terme.texte, terme.signe);
+    assert(terme.signe == '+' || terme.signe == '-');
     termes.push_back(std::move(terme));
   }
   return termes;
@@ -55,6 +57,7 @@ std::vector<std::string> BoucleDeFormule(const std::string& code, const SourceFo
       for (std::string pas = depuis; pas != code; pas = venuDe[pas]) boucle.push_back(pas);
       boucle.push_back(code);
       std::reverse(boucle.begin(), boucle.end());
+      assert(boucle.size() > 1 && boucle.front() == code && boucle.back() == code);
       return boucle;
     }
   }

@@ -1,10 +1,12 @@
 #include "master/fraiskm.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/fiche.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -156,6 +158,7 @@ FicheFraisKm LitFraisKm(const CFenlorApp& app) {
 void ChangeReleve(const CFenlorApp& app, FicheFraisKm& fiche) {
   const int ancien = Kilometres(app, fiche.ancien);
   const int dernier = std::max(ancien, Kilometres(app, fiche.dernier));
+  assert(dernier >= ancien && ancien >= 0);
   fiche.ancien = std::to_string(ancien);
   fiche.dernier = std::to_string(dernier);
   fiche.kms = std::to_string(dernier - ancien);
@@ -181,6 +184,7 @@ std::array<std::string, 3> LibellesTauxKm(const CFenlorApp& app, const FicheFrai
 }
 
 std::string FormatTauxKm(const CFenlorApp& app, const std::string& texte, std::size_t tranche) {
+  assert(tranche < std::size(TauxMax));
   const f64 taux = std::clamp(Nombre(app, texte), 0.0, TauxMax[tranche]);
   return EcritNombre(app, Arrondi(taux, DecimalesTaux), DecimalesTaux);
 }

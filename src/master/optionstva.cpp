@@ -1,6 +1,7 @@
 #include "master/optionstva.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 
 #include "core/cles.h"
@@ -21,6 +22,7 @@ bool Porte(const std::vector<LigneTva>& lignes, const std::string& compte) {
 }
 
 bool Trouve(CPlan& plan, const std::string& compte) {
+  assert(!compte.empty());
   plan.ClearRec();
   PoseTexte(plan.Rec->Compte, compte);
   return plan.Find(CleNumero);
@@ -40,6 +42,7 @@ Refus RefuseMouvements(CFenlorApp& app, const LigneTva& ligne, const TexteFixe& 
 }
 
 bool CodePris(CPlan& plan, const std::string& code) {
+  assert(!code.empty());
   plan.ClearRec();
   PoseTexte(plan.Rec->Code, code);
   return plan.Browse(CleCode) && CompareSansCasse(CompacteTexte(LitTexte(plan.Rec->Code)), code) == 0;
@@ -55,6 +58,7 @@ std::string CodeLibre(CPlan& plan) {
 }
 
 bool Cree(CPlan& plan, const LigneTva& ligne) {
+  assert(!ligne.compte.empty());
   const std::string code = CodeLibre(plan);
   plan.ClearRec();
   PoseTexte(plan.Rec->Compte, ligne.compte);

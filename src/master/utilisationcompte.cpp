@@ -1,6 +1,7 @@
 #include "master/utilisationcompte.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/btfiles.h"
 #include "core/valeurs.h"
@@ -54,6 +55,7 @@ bool AEcritureAutomatique(CFenlorApp& app, const std::string& compte) {
 }  // namespace
 
 std::string UtilisationCompte(CFenlorApp& app, const std::string& compte) {
+  assert(!compte.empty());
   if (EstParticulier(app, compte)) return Texte(MotComptesParticuliers);
   if (const std::string autre = CompteAvecTva(app, compte); !autre.empty())
     return TexteFormat(FormatCompteAvecTva, {CompacteTexte(app.Magasin.GetShortCompte(autre))});

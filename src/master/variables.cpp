@@ -1,10 +1,11 @@
 // The entries behind the headings whose formula uses a variable, and behind those that it adds up.
+#include <cassert>
 #include <functional>
 #include <map>
 #include <set>
 #include <vector>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "master/formule.h"
 #include "master/rubriques.h"
 #include "store/texte1252.h"
@@ -17,6 +18,7 @@ constexpr u32 CleJournalCompte = 2;
 
 /// Codes of the headings that use the variable, and of those that their formulas add up, in order.
 bool CodesUtilisant(CFenlorApp& app, const std::string& variable, std::set<std::string>& codes) {
+  assert(!variable.empty() && codes.empty());
   CRubriques rubriques(app, app.PathExercice);
   std::map<std::string, std::string> formules;
   std::vector<std::string> atteints;

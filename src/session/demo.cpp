@@ -1,6 +1,7 @@
 #include "session/demo.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <iterator>
 #include <vector>
@@ -30,6 +31,7 @@ class Hasard {
   }
   /// From `minimum` to `maximum`, both included.
   unsigned Entre(unsigned minimum, unsigned maximum) {
+    assert(minimum <= maximum);
     return minimum + static_cast<unsigned>(Suivant() % (maximum - minimum + 1));
   }
   bool UneFoisSur(unsigned n) { return Suivant() % n == 0; }
@@ -151,6 +153,7 @@ class RedacteurAnnee {
   f64 Visite() const { return Tarif(135.0, m_date < FaitDate(1, 10, 2002) ? 20.58 : 30.0); }
   /// A price in Euro of 2002, varied, as it was asked at the time.
   f64 Prix(f64 euros, unsigned variation) {
+    assert(euros > 0 && variation < 100);
     const f64 annees = static_cast<f64>(m_annee.annee) - 2002.0;
     f64 prix = euros * (1.0 + 0.02 * annees);
     if (variation) prix *= 1.0 + (static_cast<f64>(m_hasard.Entre(0, 2 * variation)) - variation) / 100.0;
@@ -219,12 +222,14 @@ class RedacteurAnnee {
 
   /// Marks that come after an entry: pointed, reconciled two days later.
   bool Suites(u32 mouvement) {
+    assert(mouvement != 0);
     if (Mois(m_date) <= 10 && m_hasard.UneFoisSur(4) && !Refuse(PointeEcriture(m_app, mouvement)))
       return false;
     return Mois(m_date) > m_annee.moisRapproches || m_hasard.UneFoisSur(10) || Rapproche(mouvement);
   }
 
   bool Rapproche(u32 mouvement) {
+    assert(mouvement != 0);
     QVAPI& magasin = m_app.Magasin;
     for (const Position position : magasin.LignesMouvement(m_app.PathExercice, mouvement)) {
       Line ligne{};
@@ -251,6 +256,7 @@ class RedacteurAnnee {
 
   // -- a day of the practice
   bool EcritMois(unsigned mois) {
+    assert(mois >= 1 && mois <= 12);
     QVAPI::Unite unite(m_app.Magasin);
     const Date premier = FaitDate(1, mois, m_annee.annee);
     const unsigned jours = GetNbJours(premier);

@@ -1,10 +1,12 @@
 #include "session/entretien.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <optional>
 
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/textes.h"
@@ -31,6 +33,7 @@ void Termine(char (&champ)[N]) {
 }
 
 RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
+  assert(!app.Magasin.QVEnUnite());
   switch (numero) {
     case FichierBanques:
       return CBanques(app, {}).Reindex(FiltreBanque);
@@ -76,6 +79,7 @@ class TauxDuJour {
 };
 
 void Ajuste(Line& ligne, f64 taux) {
+  assert(taux > 0);
   if (ligne.SaisieEuro == 0)
     ligne.MontantEuro = QVAPI::ConvertFrancToEuro(taux, ligne.MontantFranc);
   else
@@ -173,6 +177,7 @@ Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Rec
     app.Boite.SetTexte(TexteFormat(TexteReconstruction, {fichier.nom}));
     const auto numero = static_cast<NumeroFichier>(DefinitionNom(fichier.nom)->numero);
     const RapportReindex rapport = Reconstruit(app, numero);
+    assert(!rapport.fait || !rapport.arrete);
     resultat.fichiers.push_back({fichier.nom, rapport});
     if (rapport.arrete || app.Boite.IsAborted()) {
       resultat.arrete = true;
@@ -210,6 +215,7 @@ std::string ResumeReconstruction(const Reconstruction& reconstruction) {
 }
 
 bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques) {
+  assert(!app.NomExercice.empty() && !app.Magasin.QVEnUnite());
   return app.Magasin.QVCalculCompta(app.NomExercice, statistiques);
 }
 

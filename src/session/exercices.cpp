@@ -1,10 +1,12 @@
 #include "session/exercices.h"
 
+#include <cassert>
 #include <cstdio>
 
 #include "core/btfiles.h"
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/textes.h"
@@ -73,6 +75,7 @@ Refus EchecExercice(CFenlorApp& app) {
 
 /// The same for a creation, with its field.
 Refus EchecCreation(CFenlorApp& app, const FormulaireExercice& f) {
+  assert(app.Magasin.QVFileErrorCode() != 0);
   Refus refus = EchecExercice(app);
   const auto pointe = [&](const TexteFixe& erreur, const char* champ) {
     refus.numero = erreur;
@@ -126,6 +129,7 @@ Refus ControleRemplacement(CFenlorApp& app, const std::string& nom) {
 }
 
 void OublieExercice(CFenlorApp& app) {
+  assert(!app.Magasin.QVEnUnite());
   app.NomExercice.clear();
   app.PathExercice.clear();
   app.ExerciceOuvert = 0;
@@ -237,6 +241,7 @@ Refus OuvreExercice(CFenlorApp& app, std::string nom) {
   if (!TestRepertoire(app, nom)) return Refus(ErrRepertoireExercice);
   if (!app.Magasin.QVOpenExercice(nom)) return EchecExercice(app);
   app.NomExercice = app.Magasin.NomExercice();
+  assert(!app.NomExercice.empty());
   app.PathExercice = app.Magasin.PathExercice();
   app.AfficherDouble =
       Parametres::IsOui(app.Reglages.LitIniExercice(app.NomExercice, Texte(CleAfficherDouble)));

@@ -1,6 +1,7 @@
 #include "session/lancement.h"
 
 #include <algorithm>
+#include <cassert>
 #include <filesystem>
 
 #include "core/cles.h"
@@ -26,6 +27,7 @@ bool EstLettre(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z')
 bool EstChiffre(char c) { return c >= '0' && c <= '9'; }
 
 void PoseTexte(ArgumentsLancement& ligne, char lettre, std::string_view texte) {
+  assert(LettresTexte.find(lettre) != std::string_view::npos);
   if (Blanc(texte)) return;
   std::string valeur(texte);
   switch (lettre) {
@@ -55,6 +57,7 @@ void PoseTexte(ArgumentsLancement& ligne, char lettre, std::string_view texte) {
 /// Looks for digits from `debut` on, up to the next switch; behind them, or `debut`
 /// when there are none.
 std::size_t LitNombre(ArgumentsLancement& ligne, std::string_view texte, std::size_t debut) {
+  assert(debut <= texte.size());
   std::size_t i = debut;
   while (i < texte.size() && !EstChiffre(texte[i])) {
     if (texte[i] == '/' || texte[i] == '-') return debut;

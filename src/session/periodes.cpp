@@ -1,6 +1,7 @@
 #include "session/periodes.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/cles.h"
 #include "core/valeurs.h"
@@ -19,6 +20,7 @@ Date Fin(const CadrePeriode& cadre, FinSemaine fin) {
 BornesPeriode Semaine(const CadrePeriode& cadre, Date jour, Date limite) {
   BornesPeriode bornes;
   GetWeek(jour, bornes.du, bornes.au);
+  assert(IsDateOk(jour) && bornes.du <= jour && jour <= bornes.au);
   return {std::max(bornes.du, cadre.debut), std::min(bornes.au, limite)};
 }
 
@@ -34,6 +36,7 @@ std::vector<LignePeriode> SemainesPeriode(const CadrePeriode& cadre, FinSemaine 
   const Date limite = cadre.Limite();
   for (Date jour = cadre.debut; cadre.debut <= limite;) {
     const BornesPeriode semaine = Semaine(cadre, jour, Fin(cadre, fin));
+    assert(lignes.empty() || semaine.au > lignes.back().valeur);  // or the walk never ends
     lignes.push_back({TexteFormat(FormatSemaine, {StrDate(semaine.du), StrDate(semaine.au)}), semaine.au});
     if (semaine.au >= limite) break;
     for (unsigned i = 0; i < joursSemaine; ++i) jour = NextDate(jour);
@@ -76,6 +79,7 @@ Periode PeriodeRetenue(CFenlorApp& app, const CadrePeriode& cadre) {
 }
 
 bool RetientPeriode(CFenlorApp& app, Periode periode) {
+  assert(periode >= Periode::Aujourdhui && periode <= Periode::Libre);
   return app.Reglages.EcritIni(Texte(SecPreferences), Texte(ClePeriode),
                                std::to_string(static_cast<int>(periode)));
 }

@@ -1,6 +1,7 @@
 #include "session/verification.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -56,6 +57,7 @@ constexpr ChampTotal champs[NbTotaux] = {
 };
 
 f64 LitTotal(const Plan& plan, int total, int monnaie) {
+  assert(total >= 0 && total < NbTotaux && (monnaie == enFranc || monnaie == enEuro));
   f64 valeur;
   std::memcpy(&valeur, reinterpret_cast<const char*>(&plan) + champs[total].offset[monnaie], sizeof valeur);
   return valeur;
@@ -122,11 +124,13 @@ u32 Verification::Execute() {
 }
 
 void Verification::Constate(const char* utf8, std::initializer_list<std::string> arguments) {
+  assert(m_constat && *utf8);
   ++m_nombre;
   m_constat(RemplitFormat(DepuisUtf8(utf8).value_or(utf8), arguments));
 }
 
 void Verification::ConstateEcriture(const char* utf8, std::initializer_list<std::string> arguments) {
+  assert(!m_lignes.empty());
   const Line& premiere = m_lignes.front();
   const std::string suite = RemplitFormat(DepuisUtf8(utf8).value_or(utf8), arguments);
   Constate("Ecriture %s du %s, « %s » : %s",
@@ -154,6 +158,7 @@ void Verification::VerifieFichier(const DefinitionFichier& definition) {
 }
 
 void Verification::LitComptes() {
+  assert(m_comptes.empty());
   m_magasin.QVParcours(FichierComptes, [&](Position, const void* rec) {
     const auto& plan = *static_cast<const Plan*>(rec);
     Compte compte;
@@ -189,6 +194,7 @@ void Verification::AdditionneLignes() {
 }
 
 void Verification::CompareTotaux() {
+  assert(!m_magasin.QVEnUnite());  // what is compared is on disk
   std::vector<std::string> numeros;
   for (const auto& [numero, compte] : m_comptes) numeros.push_back(numero);
   std::sort(numeros.begin(), numeros.end());
@@ -245,6 +251,8 @@ void Verification::VerifieEcritures() {
 }
 
 void Verification::VerifieEcriture() {
+  assert(!m_lignes.empty());
+  assert(m_lignes.front().Mouvement == m_lignes.back().Mouvement);
   VerifieAccord();
   for (std::size_t i = 0; i < m_lignes.size(); ++i) {
     if (m_lignes[i].Rang == i) continue;
@@ -312,6 +320,7 @@ void Verification::VerifieLigne(const Line& ligne) {
 }
 
 bool Verification::ConvertieParLigne() const {
+  assert(!m_lignes.empty());
   for (const Line& ligne : m_lignes) {
     const f64 taux = m_magasin.GetTauxEuro(ligne.DateLigne);
     const bool juste = ligne.SaisieEuro ? EnCentimes(QVAPI::ConvertEuroToFranc(taux, ligne.MontantEuro)) ==
@@ -324,6 +333,7 @@ bool Verification::ConvertieParLigne() const {
 }
 
 void Verification::VerifieEquilibre(int monnaie) {
+  assert(!m_lignes.empty());
   i64 debit = 0, credit = 0;
   for (const Line& ligne : m_lignes)
     (ligne.Sens ? credit : debit) += EnCentimes(monnaie == enEuro ? ligne.MontantEuro : ligne.MontantFranc);

@@ -2,7 +2,7 @@
 
 #include <QScopedValueRollback>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "ui/dialogfiche.h"
 
 namespace fenlor {

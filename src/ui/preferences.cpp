@@ -7,7 +7,6 @@
 #include <cmath>
 
 #include "core/cles.h"
-#include "core/erreurs.h"
 #include "core/textes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"

@@ -4,6 +4,7 @@
 #include "auto/modeleauto.h"
 #include "auto/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
 #include "store/texte1252.h"

@@ -7,6 +7,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"

@@ -2,6 +2,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
 

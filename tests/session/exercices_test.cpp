@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "outils/cabinetdetest.h"
 #include "session/textes.h"
 #include "store/texte1252.h"

@@ -5,7 +5,7 @@
 #include "assets/cessions.h"
 #include "assets/detail.h"
 #include "assets/textes.h"
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "forms/assets/dialogacquisition.h"
 #include "forms/assets/dialogamortissements.h"
 #include "forms/assets/dialogcession.h"

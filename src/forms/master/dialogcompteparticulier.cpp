@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 
 namespace fenlor {
 

@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "forms/master/textes.h"
 
 namespace fenlor {

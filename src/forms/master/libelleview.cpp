@@ -3,7 +3,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
-#include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/texte.h"
 #include "forms/master/dialoglibelle.h"
 #include "forms/master/textes.h"

@@ -1,5 +1,4 @@
 #include "forms/master/pageoptionsupdate.h"
-#include "core/erreurs.h"
 
 namespace fenlor {
 

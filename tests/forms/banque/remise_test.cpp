@@ -3,6 +3,7 @@
 #include <QHeaderView>
 
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "forms/banque/chequelist.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/formesjournal.h"

@@ -1,0 +1,11 @@
+// What several floors tell of the exercice as a whole: apart, for half of all rules refuse with one of them.
+#pragma once
+
+#include "core/texte.h"
+
+namespace fenlor {
+
+inline constexpr TexteFixe ErrExerciceCloture{3056, "Action impossible sur un exercice cloturé"};
+inline constexpr TexteFixe ErrAucunExercice{3209, "Aucun exercice n'est ouvert."};
+
+}  // namespace fenlor
