@@ -8,6 +8,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "forms/banque/textes.h"
 #include "forms/journal/dialogecriture.h"

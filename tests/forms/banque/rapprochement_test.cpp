@@ -2,6 +2,7 @@
 
 #include "banque/textes.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/textes.h"
 #include "forms/journal/formesjournal.h"
