@@ -15,8 +15,6 @@ inline constexpr TexteFixe ErrOuvertureFichier{3011, "Ouverture fichier (%s) imp
 inline constexpr TexteFixe ErrReconstruction{3440, "Le fichier (%s) n'a pas pu être reconstruit : %s"};
 inline constexpr TexteFixe ErrFermetureFichier{3012, "Fermeture fichier (%d) impossible"};
 inline constexpr TexteFixe ErrDateAvantEuro{3018, "La date doit être supèrieure au 1er Janvier 1999"};
-inline constexpr TexteFixe ErrClotureBrouillard{3033,
-    "La cloture de l'exercice %s est impossible ! Toutes les écritures ne sont pas validées."};
 inline constexpr TexteFixe ErrFichierIndexe{3049, "%s\nFichier = %s\nErreur = %d"};
 inline constexpr TexteFixe ErrCodeOuverture{3050, "Erreur %d à l'ouverture de :\n%s."};
 inline constexpr TexteFixe ErrCapaciteDisque{3064, "La lecture de la capacité du disque est impossible."};
@@ -60,6 +58,7 @@ inline constexpr TexteFixe ErrLibelleRefuse{3352,
 // What is typed into the fields
 /// what was typed; smallest, largest
 inline constexpr TexteFixe ErrMontantBornes{3401, "\"%s\" est hors des limites de ce champ : de %s à %s."};
+inline constexpr TexteFixe ErrExerciceInconnu{3208, "L'exercice %s n'existe pas."};
 // clang-format on
 
 }  // namespace fenlor

@@ -23,5 +23,6 @@ void DeclareFraisKm(LigneCommande& ligne);          ///< frais-km
 void DeclareAutomatiques(LigneCommande& ligne);     ///< automatique, echeances
 void DeclareRemise(LigneCommande& ligne);           ///< remise
 void DeclareRapprochement(LigneCommande& ligne);    ///< rapprochement
+void DeclareGarde(LigneCommande& ligne);            ///< sauvegarder, restaurer, sauvegardes, cloturer, sceau
 
 }  // namespace fenlor

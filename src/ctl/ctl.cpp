@@ -12,7 +12,8 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
   for (const auto declare :
        {DeclareExercices, DeclareDemo, DeclareSaisie, DeclareJournal, DeclareEtats, DeclareEchanges,
         DeclareEntretien, DeclareComptes, DeclareRubriques, DeclareTraitements, DeclareImmobilisations,
-        DeclareRapprochement, DeclareAmortissement, DeclareAutomatiques, DeclareFraisKm, DeclareRemise})
+        DeclareRapprochement, DeclareAmortissement, DeclareAutomatiques, DeclareFraisKm, DeclareRemise,
+        DeclareGarde})
     declare(ligne);
 
   const LigneCommande::Lecture lecture = ligne.Lit(args);

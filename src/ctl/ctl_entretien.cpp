@@ -6,6 +6,7 @@
 #include "ctl/commandes.h"
 #include "ctl/json.h"
 #include "ctl/tableau.h"
+#include "garde/sceau.h"
 #include "session/entretien.h"
 #include "session/textes.h"
 #include "session/verification.h"
@@ -174,9 +175,14 @@ int Recalcule(Contexte& contexte, bool euros) {
 int Verifie(Contexte& contexte) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
   const bool json = contexte.Globales.json;
-  const u32 anomalies = VerifieExercice(contexte.App, [&](const std::string& phrase) {
+  const auto dit = [&](const std::string& phrase) {
     contexte.Ecrit(json ? LigneJson().Texte("anomalie", phrase).Fin() : VersUtf8(phrase) + "\n");
-  });
+  };
+  u32 anomalies = VerifieExercice(contexte.App, dit);
+  ExamenSceau examen;
+  if (const Refus refus = ExamineSceau(contexte.App, examen)) return contexte.Refuse(refus);
+  for (const std::string& phrase : examen.constats) dit(phrase);
+  anomalies += static_cast<u32>(examen.constats.size());
   const std::string bilan = json             ? LigneJson().Entier("anomalies", anomalies).Fin()
                             : anomalies == 0 ? std::string("Aucune anomalie.\n")
                                              : std::to_string(anomalies) + " anomalie(s).\n";

@@ -15,7 +15,6 @@ inline constexpr TexteFixe ErrFinDeFichier{3066, "Fin de fichier rencontrée en 
 // Refusals
 inline constexpr TexteFixe ErrLigneIllisible{3200, "Ligne %s : %s"};  ///< a line of JSON that cannot be read
 inline constexpr TexteFixe ErrChampManquant{3204, "Le champ \"%s\" est obligatoire."};
-inline constexpr TexteFixe ErrExerciceInconnu{3208, "L'exercice %s n'existe pas."};
 /// this fenlorctl writes no PDF
 inline constexpr TexteFixe ErrSansPdf{3270, "Ce fenlorctl est construit sans PDF."};
 // clang-format on

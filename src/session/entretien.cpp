@@ -219,19 +219,24 @@ bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques) {
   return app.Magasin.QVCalculCompta(app.NomExercice, statistiques);
 }
 
-Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour) {
-  if (app.NomExercice.empty()) return Refus(ErrAucunExercice);
-  if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionRecalcul)) return r;
-  bool fait = false;
+Refus RecalculEntoure(CFenlorApp& app, Statistiques& statistiques, const Autour& autour, bool& fait) {
+  fait = false;
   int code = ErrAucune;
   Execute(autour, [&] {
     fait = RecalculComptes(app, statistiques);
     code = app.Magasin.QVFileErrorCode();
   });
-  if (!fait) {
-    app.Magasin.PoseErreur(code);
-    return code == ErrAucune ? Refus{} : app.EchecDit();
-  }
+  if (fait) return {};
+  app.Magasin.PoseErreur(code);
+  return code == ErrAucune ? Refus{} : app.EchecDit();
+}
+
+Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour) {
+  if (app.NomExercice.empty()) return Refus(ErrAucunExercice);
+  if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionRecalcul)) return r;
+  bool fait = false;
+  if (const Refus r = RecalculEntoure(app, statistiques, autour, fait)) return r;
+  if (!fait) return {};
   const auto nombre = [](u32 valeur) { return std::to_string(valeur); };
   app.MessageId(BoutonsOk | IconeInformation, InfoRecalcul,
                 {nombre(statistiques.NbRecettes), nombre(statistiques.NbDepenses), nombre(statistiques.NbOD),

@@ -65,6 +65,8 @@ using Autour = std::function<void(const std::function<void()>& travail)>;
 /// Makes all totals of the accounts anew from the lines. Progress and messages come
 /// through the store's callback. The result is the store's.
 bool RecalculComptes(CFenlorApp& app, Statistiques& statistiques);
+/// The same with the windows closed around it. Not `fait` and no refusal: the user stopped it.
+Refus RecalculEntoure(CFenlorApp& app, Statistiques& statistiques, const Autour& autour, bool& fait);
 /// The command: asks, recalculates, tells the figures. A stop is no refusal: nothing was changed.
 Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour = {});
 

@@ -6,9 +6,11 @@
 //
 // A replacement first notes "Remplacement" in the section, then moves the old
 // directory aside ("2003.remplace~"); the settings of the new exercice take the
-// note away again. A deletion takes the section away first, then moves the
-// directory aside ("2003.supprime~") and removes it.
+// note away again. Books that are brought back replace in the same way, but the settings then say under
+// "Avant" which name the old directory keeps, instead of being removed. A deletion takes the section away
+// first, then moves the directory aside ("2003.supprime~") and removes it.
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -34,7 +36,7 @@ std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view
 
 /// True for a file that the store made in an exercice's directory.
 bool EstFichierDuMagasin(const std::string& nom) {
-  if (nom == "TEXTES.dat" || nom == "witness") return true;
+  if (nom == "TEXTES.dat" || nom == "SCEAU.dat" || nom == "witness") return true;
   const std::size_t point = nom.rfind('.');
   if (point == std::string::npos || DefinitionNom(nom.substr(0, point)) == nullptr) return false;
   const std::string extension = nom.substr(point);
@@ -64,6 +66,21 @@ int OteDossier(Systeme& systeme, const std::string& dossier) {
     if (const int rc = systeme.Supprime(Joint(dossier, nom))) code = rc;
   const int rc = systeme.SupprimeDossier(dossier);
   return code != 0 ? code : rc;
+}
+
+/// The replacement of an exercice is settled: its old directory is removed, or gets the name that the
+/// settings keep for it. The name in the settings goes last: until then this is done again.
+int RangeAncien(EtatQVAPI& etat, const std::string& nom) {
+  int code = 0;
+  const std::string cote = CheminCote(etat, nom, SuffixeRemplace);
+  const std::string avant = LitReglage(etat, nom, CleAvant, code);
+  if (code != 0) return code;
+  if (avant.empty()) return OteDossier(*etat.systeme, cote);
+  assert(avant.find('/') == std::string::npos);
+  code = etat.systeme->Renomme(cote, Joint(etat.pathCabinet, avant));
+  if (code != 0 && code != ENOENT) return code;
+  if ((code = etat.systeme->SynchroniseDossier(etat.pathCabinet))) return code;
+  return etat.reglages->Ecrit(nom, CleAvant, std::nullopt) ? 0 : etat.reglages->Erreur();
 }
 
 /// Puts the old directory of an exercice back in the place of the new one.
@@ -248,7 +265,7 @@ class DossierEnCours {
 
   void Garde() {
     m_garde = true;
-    OteDossier(*m_etat.systeme, CheminCote(m_etat, m_nom, SuffixeRemplace));
+    RangeAncien(m_etat, m_nom);
   }
 
   const std::string& Chemin() const { return m_dossier; }
@@ -383,13 +400,19 @@ bool AcheveExercices(EtatQVAPI& etat) {
     if (code == 0 && rendu) code = Retablit(etat, exercice);
     if (code != 0)
       echoue(exercice, code);
-    else if (!rendu)
+    else if (suffixe == SuffixeSupprime)
       OteDossier(systeme, Joint(etat.pathCabinet, nom));
+    else if (!rendu)
+      RangeAncien(etat, exercice);
   }
   const std::vector<std::string> sections = etat.reglages->Sections();
   if (etat.reglages->Erreur() != 0) return refuse(etat.reglages->Chemin(), etat.reglages->Erreur());
   for (const std::string& section : sections) {
-    if (!NomExerciceCorrect(section) || etat.reglages->Lit(section, CleRemplacement).empty()) continue;
+    if (!NomExerciceCorrect(section)) continue;
+    // The old books have their name, which the settings do not know yet.
+    if (!etat.reglages->Lit(section, CleAvant).empty())
+      if (const int rc = RangeAncien(etat, section)) echoue(section, rc);
+    if (etat.reglages->Lit(section, CleRemplacement).empty()) continue;
     Empreinte cote;
     const std::string chemin = CheminCote(etat, section, SuffixeRemplace);
     const int rc = systeme.Mesure(chemin, cote);
@@ -438,6 +461,40 @@ bool QVAPI::QVCreateExercice(const std::string& nomDonne, Date debut, Date fin, 
   if (!dossier.Prepare(remplace) || !RemplitDossier(*this, etat, dossier.Chemin(), contenu) ||
       !EcritReglages(etat, nom, debut, fin, euro, tva, contenu))
     return RefuseDit(*this, etat, QVFileErrorCode());
+  dossier.Garde();
+  return true;
+}
+
+bool QVAPI::QVInstalleExercice(const std::string& nomDonne, const std::string& pret,
+                               const std::vector<std::pair<std::string, std::string>>& reglages,
+                               const std::string& avant) {
+  EtatQVAPI& etat = *m_etat;
+  if (!CabinetPret(etat)) return false;
+  if (etat.moteur->Profondeur() != 0 || !NomExerciceCorrect(nomDonne) ||
+      avant.find('/') != std::string::npos ||
+      pret.compare(0, etat.pathCabinet.size() + 1, etat.pathCabinet + "/") != 0)
+    return RefuseDit(*this, etat, ErrValeur);
+  if (!AcheveExercices(etat)) return false;
+  int erreur = 0;
+  const std::string listee = NomListe(etat, nomDonne, erreur), nom = listee.empty() ? nomDonne : listee;
+  const bool remplace = Existe(etat, nom, erreur);
+  std::vector<Profil::Changement> changements;
+  // The section goes as a whole, the note of the replacement with it.
+  changements.push_back({nom, {}, std::nullopt});
+  for (const auto& [cle, valeur] : reglages) changements.push_back({nom, cle, valeur});
+  if (remplace) changements.push_back({nom, CleAvant, avant});
+  changements.push_back({"Activite", "Exercices", ListeAvec(etat, nom, nom, erreur)});
+  if (erreur != 0) return RefuseDit(*this, etat, erreur);
+  if (CompareSansCasse(etat.nomExercice, nom) == 0) QVCloseExercice();
+  DossierEnCours dossier(etat, nom);
+  if (!dossier.Prepare(remplace)) return RefuseDit(*this, etat, QVFileErrorCode());
+  // The directory that `Prepare` made is empty: the one that is ready takes its name, for good before the
+  // settings say that the exercice is this one.
+  if (!(erreur = etat.systeme->Renomme(pret, dossier.Chemin())))
+    erreur = etat.systeme->SynchroniseDossier(etat.pathCabinet);
+  if (erreur == 0) erreur = etat.systeme->SynchroniseDossier(DossierDe(pret));
+  if (erreur == 0 && !etat.reglages->Ecrit(changements)) erreur = etat.reglages->Erreur();
+  if (erreur != 0) return RefuseDit(*this, etat, erreur);
   dossier.Garde();
   return true;
 }

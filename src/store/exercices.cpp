@@ -65,6 +65,7 @@ std::vector<std::string> ClesExercice() {
   return {"Debut",
           "Fin",
           "Cloture",
+          "Sceau",
           "TVA",
           "EURO",
           "AFFICHERDOUBLE",

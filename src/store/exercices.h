@@ -24,6 +24,9 @@ enum MessageExercice : u32 {
 
 /// Noted in an exercice's section while a replacement is under way.
 constexpr const char* CleRemplacement = "Remplacement";
+/// Name that the directory of the books before a restoration gets once the settings are those of the restored
+/// ones.
+constexpr const char* CleAvant = "Avant";
 
 /// "JJ/MM/AAAA" settings of an exercice; an end that is not after the beginning
 /// counts as the day before the same date one year later.

@@ -1,0 +1,159 @@
+#include "garde/photographie.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cassert>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "core/cles.h"
+#include "core/erreurs.h"
+#include "core/valeurs.h"
+#include "garde/textes.h"
+#include "store/definitions.h"
+#include "store/fichierdat.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr std::size_t TailleTampon = 1u << 20;
+
+/// A new file of the practice's folder that nobody else can open, and that no stop leaves behind.
+int OuvreSansNom(Systeme& systeme, const std::string& dossier, std::size_t rang,
+                 std::unique_ptr<Fichier>& fichier) {
+  const std::string chemin =
+      Joint(dossier, "copie-" + std::to_string(::getpid()) + "-" + std::to_string(rang) + ".tmp");
+  if (const int erreur = systeme.Ouvre(chemin, Systeme::Creation, fichier)) return erreur;
+  return systeme.Supprime(chemin);
+}
+
+/// Bytes of a file that count: what an open data file keeps in reserve behind its slots is none of the books.
+int Longueur(Fichier& fichier, bool donnees, u64& taille) {
+  Empreinte empreinte;
+  if (const int erreur = fichier.Mesure(empreinte)) return erreur;
+  taille = empreinte.taille;
+  if (!donnees) return 0;
+  u8 octets[DebutEmplacements];
+  std::size_t lus = 0;
+  if (const int erreur = fichier.Lit(octets, sizeof octets, 0, lus)) return erreur;
+  EnteteDat copies[2];
+  const bool bonnes[2] = {lus == sizeof octets && FichierDat::Decode(octets, copies[0]),
+                          lus == sizeof octets && FichierDat::Decode(octets + 512, copies[1])};
+  if (!bonnes[0] || !bonnes[1]) return ErrEndommage;
+  const EnteteDat& entete = copies[copies[1].generation > copies[0].generation];
+  const u64 exacte = DebutEmplacements + u64{entete.emplacements} * entete.Pas();
+  if (exacte > taille) return ErrEndommage;
+  taille = exacte;
+  return 0;
+}
+
+int CopieOctets(Fichier& de, Fichier& vers, u64 taille) {
+  std::vector<u8> tampon(static_cast<std::size_t>(std::min<u64>(taille, TailleTampon)));
+  for (u64 place = 0; place < taille;) {
+    const std::size_t voulus = static_cast<std::size_t>(std::min<u64>(tampon.size(), taille - place));
+    std::size_t lus = 0;
+    if (const int erreur = de.Lit(tampon.data(), voulus, place, lus)) return erreur;
+    if (lus != voulus) return ErrAltere;
+    if (const int erreur = vers.Ecrit(tampon.data(), lus, place)) return erreur;
+    place += lus;
+  }
+  return 0;
+}
+
+}  // namespace
+
+Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exercices, bool complet) {
+  assert(!app.Magasin.QVEnUnite());
+  m_pieces.clear();
+  m_tete = {};
+  if (!app.Magasin.QVFlush()) return app.EchecMagasin();
+  const std::string cabinet = app.Magasin.PathCabinet();
+  m_tete.cabinet = cabinet.substr(cabinet.rfind('/') + 1);
+  m_tete.date = StrDate(app.Magasin.Today());
+  m_tete.heure = StrHHMM(app.Magasin.Now());
+  m_tete.complet = complet;
+  if (const Refus refus = Copie(app, "fenlor.ini", false)) return refus;
+  for (const DefinitionFichier& definition : Definitions())
+    if (definition.duCabinet)
+      if (const Refus refus = Copie(app, std::string(definition.nom) + ".dat", true)) return refus;
+  const std::vector<std::string> connus = app.Magasin.ListeExercices();
+  for (const std::string& nom : exercices) {
+    if (std::find(connus.begin(), connus.end(), nom) == connus.end())
+      return Refus(ErrExerciceInconnu, "exercice", {nom});
+    ExerciceArchive& tete = m_tete.exercices.emplace_back();
+    tete.nom = nom;
+    tete.debut = app.Reglages.LitIniExercice(nom, Texte(CleDebut));
+    tete.fin = app.Reglages.LitIniExercice(nom, Texte(CleFin));
+    tete.cloture = app.Reglages.LitIniExercice(nom, Texte(CleCloture));
+    for (const DefinitionFichier& definition : Definitions())
+      if (!definition.duCabinet)
+        if (const Refus refus = Copie(app, nom + "/" + definition.nom + ".dat", !definition.duDepart))
+          return refus;
+    for (const std::string plain : {"/TEXTES.dat", "/SCEAU.dat"})
+      if (const Refus refus = Copie(app, nom + plain, true)) return refus;
+    tete.ecritures = CompteEcritures(nom + "/JOURNAL.dat");
+  }
+  return {};
+}
+
+Refus Photographie::Copie(CFenlorApp& app, const std::string& nom, bool facultatif) {
+  Systeme& systeme = app.Magasin.SystemeFichiers();
+  const std::string dossier = app.Magasin.PathCabinet(), chemin = Joint(dossier, nom);
+  // The store's own files bear the name of a definition.
+  const std::string base = nom.substr(nom.rfind('/') + 1);
+  const bool donnees = DefinitionNom(base.substr(0, base.rfind('.'))) != nullptr;
+  std::unique_ptr<Fichier> fichier;
+  int erreur = systeme.Ouvre(chemin, Systeme::Lecture, fichier);
+  if (erreur == ENOENT && facultatif) return {};
+  Piece piece;
+  piece.nom = nom;
+  if (!erreur) erreur = Longueur(*fichier, donnees, piece.taille);
+  if (!erreur) erreur = OuvreSansNom(systeme, dossier, m_pieces.size(), piece.copie);
+  if (!erreur) erreur = CopieOctets(*fichier, *piece.copie, piece.taille);
+  if (erreur) return Refus(ErrArchiveLivres, "", {chemin, app.Magasin.QVErreurTexte(erreur)});
+  m_pieces.push_back(std::move(piece));
+  return {};
+}
+
+u32 Photographie::CompteEcritures(const std::string& journal) const {
+  const auto piece =
+      std::find_if(m_pieces.begin(), m_pieces.end(), [&](const Piece& p) { return p.nom == journal; });
+  if (piece == m_pieces.end()) return 0;
+  constexpr std::size_t pas = sizeof(Line) + TailleSomme;
+  std::vector<u8> tampon(pas * 2000);
+  std::vector<bool> vues;
+  u32 nombre = 0;
+  for (u64 place = DebutEmplacements; place < piece->taille;) {
+    std::size_t lus = 0;
+    if (piece->copie->Lit(tampon.data(), tampon.size(), place, lus) != 0 || lus < pas) break;
+    for (std::size_t debut = 0; debut + pas <= lus; debut += pas) {
+      if (FichierDat::EtatDe(1, &tampon[debut]) != EtatEmplacement::Vivant) continue;
+      u32 mouvement = 0;
+      std::memcpy(&mouvement, &tampon[debut + offsetof(Line, Mouvement)], sizeof mouvement);
+      // Entry numbers run on from 1; one far beyond is a damage that the copy keeps and `verifier` tells.
+      if (mouvement > (1u << 28)) continue;
+      if (mouvement >= vues.size()) vues.resize(std::max<std::size_t>(mouvement + 1, vues.size() * 2));
+      if (!vues[mouvement]) ++nombre;
+      vues[mouvement] = true;
+    }
+    place += lus / pas * pas;
+  }
+  return nombre;
+}
+
+std::vector<PieceSource> Photographie::Pieces() const {
+  std::vector<PieceSource> pieces;
+  for (const Piece& piece : m_pieces) pieces.push_back({piece.nom, piece.copie.get(), piece.taille});
+  return pieces;
+}
+
+u64 Photographie::Octets() const {
+  u64 total = 0;
+  for (const Piece& piece : m_pieces) total += piece.taille;
+  return total;
+}
+
+}  // namespace fenlor

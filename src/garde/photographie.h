@@ -1,0 +1,41 @@
+// The books of one moment: copies of their files, made between two units of work while the practice stays
+// open.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+#include "garde/archive.h"
+
+namespace fenlor {
+
+class Photographie {
+ public:
+  /// Brings the store's files to their place and copies those of the exercices, the practice's own and the
+  /// settings into files without a name in the practice's folder: they are gone with the object, or with the
+  /// process. To be called outside any unit of work. 3208 an unknown exercice, 3214 the store, 3529 a file
+  /// that cannot be read or copied.
+  Refus Prend(CFenlorApp& app, const std::vector<std::string>& exercices, bool complet);
+
+  /// From here on the session is free: the copies may be read from another thread.
+  std::vector<PieceSource> Pieces() const;
+  /// Practice, moment and exercices; lengths and sums are left to `EcritArchive`.
+  const Manifeste& Tete() const { return m_tete; }
+  u64 Octets() const;
+
+ private:
+  Refus Copie(CFenlorApp& app, const std::string& nom, bool facultatif);
+  u32 CompteEcritures(const std::string& journal) const;
+
+  struct Piece {
+    std::string nom;
+    std::unique_ptr<Fichier> copie;
+    u64 taille = 0;
+  };
+  std::vector<Piece> m_pieces;
+  Manifeste m_tete;
+};
+
+}  // namespace fenlor

@@ -1,0 +1,39 @@
+// Bringing books back from an archive. It is gone through from end to end, unpacked beside the books, opened
+// and verified there, and only then put in their place; what stood there stays under another name.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/fenlorapp.h"
+#include "garde/archive.h"
+
+namespace fenlor {
+
+struct DemandeRestauration {
+  std::string chemin;                  ///< of the archive
+  std::string motDePasse;              ///< of the archive, when it is locked
+  std::vector<std::string> exercices;  ///< which of its exercices; empty: all
+};
+
+struct ExerciceRestaure {
+  std::string nom;
+  std::string ancien;  ///< folder in the practice that holds the books as they were; empty: there were none
+  std::vector<std::string> constats;  ///< what the verification of the restored books found, Windows-1252
+};
+
+struct RestaurationFaite {
+  Manifeste manifeste;
+  std::vector<ExerciceRestaure> exercices;
+  bool cabinet = false;  ///< the practice had nothing yet: its settings and its own files came back, too
+};
+
+/// `avance` as of an archive. The exercice that is open is opened again. Its settings come back with an
+/// exercice; those of the practice, and the files that all exercices share, only where the practice has no
+/// exercice yet. 3208 an exercice that the archive does not hold, 3521 to 3528, 3530 what was unpacked cannot
+/// be opened as books, 3214 the store. A refusal leaves the books as they were, those of exercices already
+/// brought back excepted.
+Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, RestaurationFaite& faite);
+
+}  // namespace fenlor

@@ -1,0 +1,125 @@
+#include "garde/sauvegarde.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cassert>
+
+#include "core/erreurs.h"
+#include "garde/textes.h"
+#include "store/dates.h"
+
+namespace fenlor {
+
+namespace {
+
+constexpr const char* Provisoire = ".part";
+/// Backups of one practice within one minute.
+constexpr unsigned HomonymesMax = 100;
+
+/// A file that goes again unless it got its name.
+class FichierProvisoire {
+ public:
+  FichierProvisoire(Systeme& systeme, std::string chemin) : m_systeme(systeme), m_chemin(std::move(chemin)) {}
+  ~FichierProvisoire() {
+    if (!m_garde) m_systeme.Supprime(m_chemin);
+  }
+  const std::string& Chemin() const { return m_chemin; }
+  void Garde() { m_garde = true; }
+
+ private:
+  Systeme& m_systeme;
+  const std::string m_chemin;
+  bool m_garde = false;
+};
+
+/// What is read back comes from the medium, not from the memory that it was written through.
+void OublieCache(const Fichier& fichier) {
+  const int descripteur = fichier.Descripteur();
+  if (descripteur >= 0) ::posix_fadvise(descripteur, 0, 0, POSIX_FADV_DONTNEED);
+}
+
+/// A name in the folder that no file bears; empty when there is none.
+std::string CheminLibre(Systeme& systeme, const std::string& dossier, const std::string& nom) {
+  for (unsigned rang = 1; rang <= HomonymesMax; ++rang) {
+    const std::string chemin =
+        Joint(dossier, nom + (rang == 1 ? "" : "-" + std::to_string(rang)) + ExtensionSauvegarde);
+    if (!systeme.Existe(chemin) && !systeme.Existe(chemin + Provisoire)) return chemin;
+  }
+  return {};
+}
+
+/// Reads the file back: whole, and what was photographed.
+Refus Relit(Systeme& systeme, const std::string& chemin, const DemandeSauvegarde& demande,
+            const Manifeste& ecrit, const AvanceArchive& avance) {
+  Manifeste relu;
+  if (const Refus refus = ParcourtArchive(systeme, chemin, demande.motDePasse, relu, avance)) return refus;
+  return relu == ecrit ? Refus()
+                       : Refus(ErrArchiveEndommagee, "", {chemin, "elle ne contient pas ces livres"});
+}
+
+}  // namespace
+
+std::string NomSauvegarde(const Manifeste& manifeste) {
+  std::string nom = "Fenlor_";
+  for (const char c : manifeste.cabinet)
+    if ((c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '-') nom += c;
+  nom +=
+      '_' + (manifeste.complet || manifeste.exercices.size() != 1 ? "complet" : manifeste.exercices[0].nom);
+  nom += '_' + StrSDate(GetDate(manifeste.date)) + '_';
+  for (const char c : manifeste.heure)
+    if (c != ':') nom += c;
+  return nom;
+}
+
+Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const DemandeSauvegarde& demande,
+                      SauvegardeFaite& faite, const AvanceArchive& avance) {
+  faite = {};
+  faite.manifeste = photographie.Tete();
+  faite.chemin = CheminLibre(systeme, demande.dossier, NomSauvegarde(faite.manifeste));
+  const auto echec = [&](int erreur) {
+    return Refus(ErrArchiveEcriture, "dossier", {faite.chemin, TexteErreurSysteme(erreur)});
+  };
+  if (faite.chemin.empty()) return echec(EEXIST);
+  FichierProvisoire provisoire(systeme, faite.chemin + Provisoire);
+  std::unique_ptr<Fichier> fichier;
+  if (const int erreur = systeme.Ouvre(provisoire.Chemin(), Systeme::Creation, fichier)) {
+    provisoire.Garde();  // there is nothing of ours to remove
+    return echec(erreur);
+  }
+  if (const Refus refus = EcritArchive(*fichier, faite.chemin, faite.manifeste, photographie.Pieces(),
+                                       demande.motDePasse, avance))
+    return refus;
+  Empreinte empreinte;
+  if (const int erreur = fichier->Mesure(empreinte)) return echec(erreur);
+  faite.taille = empreinte.taille;
+  OublieCache(*fichier);
+  fichier.reset();
+  const u64 moitie = photographie.Octets();
+  const AvanceArchive suite = [&](u64 octets) { return !avance || avance(moitie + octets); };
+  if (const Refus refus = Relit(systeme, provisoire.Chemin(), demande, faite.manifeste, suite)) return refus;
+  // Only a file that was read back bears the name under which somebody will look for it.
+  if (const int erreur = systeme.Renomme(provisoire.Chemin(), faite.chemin)) return echec(erreur);
+  provisoire.Garde();
+  if (const int erreur = systeme.SynchroniseDossier(demande.dossier)) {
+    systeme.Supprime(faite.chemin);
+    return echec(erreur);
+  }
+  return {};
+}
+
+Refus Sauvegarde(CFenlorApp& app, const DemandeSauvegarde& demande, SauvegardeFaite& faite) {
+  if (!demande.complet && app.NomExercice.empty()) return Refus(ErrAucunExercice);
+  Photographie photographie;
+  const std::vector<std::string> exercices =
+      demande.complet ? app.Magasin.ListeExercices() : std::vector<std::string>{app.NomExercice};
+  if (const Refus refus = photographie.Prend(app, exercices, demande.complet)) return refus;
+  const u64 total = std::max<u64>(1, 2 * photographie.Octets());
+  const Progression progression(app.Boite, Texte(TitreSauvegarde), Texte(TexteSauvegarde), true, 100);
+  return EcritSauvegarde(app.Magasin.SystemeFichiers(), photographie, demande, faite, [&](u64 octets) {
+    app.Boite.SetPos(static_cast<u32>(octets * 100 / total));
+    return !app.Boite.IsAborted();
+  });
+}
+
+}  // namespace fenlor

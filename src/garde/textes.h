@@ -1,0 +1,62 @@
+// Texts of safekeeping: refusals of archives, words of their manifest, closure.
+#pragma once
+
+#include "core/texte.h"
+
+namespace fenlor {
+
+// Reading and writing an archive. The first argument is its file.
+inline constexpr TexteFixe ErrArchiveEcriture{
+    3520, "La sauvegarde %s n'a pas pu être écrite : %s. Rien n'a été gardé de cet essai."};
+inline constexpr TexteFixe ErrArchiveLecture{3521, "La sauvegarde %s ne peut pas être lue : %s."};
+inline constexpr TexteFixe ErrArchiveEtrangere{3522, "%s n'est pas une sauvegarde de Fenlor."};
+inline constexpr TexteFixe ErrArchiveRecente{
+    3523, "La sauvegarde %s a été faite par une version plus récente de Fenlor (forme %s)."};
+inline constexpr TexteFixe ErrArchiveEndommagee{3524, "La sauvegarde %s est endommagée : %s."};
+inline constexpr TexteFixe ErrArchiveRefusee{3525, "La sauvegarde %s est refusée : %s."};
+inline constexpr TexteFixe ErrArchiveProtegee{3526,
+                                              "La sauvegarde %s est protégée : donnez son mot de passe."};
+inline constexpr TexteFixe ErrArchiveMotDePasse{
+    3527, "Le mot de passe n'est pas celui de la sauvegarde %s, ou son début est endommagé."};
+inline constexpr TexteFixe ErrArchiveInterrompue{3528,
+                                                 "La sauvegarde a été interrompue : rien n'a été gardé."};
+inline constexpr TexteFixe ErrMotDePasseSauvegarde{
+    3533, "Sans un mot de passe donné deux fois de la même façon, la sauvegarde n'est pas faite."};
+inline constexpr TexteFixe ErrArchiveLivres{3529, "%s ne peut pas être sauvegardé : %s."};
+
+// Restoration
+inline constexpr TexteFixe ErrRestauration{3530, "Les livres n'ont pas pu être déballés dans %s : %s."};
+inline constexpr TexteFixe ErrRestaurationLivres{
+    3531, "Les livres de %s tels que la sauvegarde les contient ne s'ouvrent pas : %s"};
+inline constexpr TexteFixe ErrSauvegardeRetrait{3532, "La sauvegarde %s n'a pas pu être retirée : %s."};
+
+// Closure and seal
+inline constexpr TexteFixe QuestionClotureRecalcul{
+    3321,
+    "Cet utilitaire doit recalculer les cumuls de tous les comptes avant de cloturer l'exercice.\nFaut-il "
+    "continuer ?",
+    Detruit};
+inline constexpr TexteFixe QuestionClotureNonRapprochees{
+    3322, "Il y a %ld écritures non rapprochées.\nFaut-il continuer ?", Detruit};
+inline constexpr TexteFixe ErrClotureBrouillard{
+    3033, "La cloture de l'exercice %s est impossible ! Toutes les écritures ne sont pas validées."};
+inline constexpr TexteFixe ErrSceauEcriture{3534,
+                                            "Le sceau de l'exercice n'a pas pu être écrit dans %s : %s."};
+/// file, sealed records, of these gone or changed, new or changed
+inline constexpr TexteFixe TexteSceauRompu{
+    5910,
+    "Le sceau de la clôture est rompu : %s, %s enregistrement(s) scellé(s), dont %s ne sont plus là tels "
+    "quels, et %s qui n'y étaient pas"};
+inline constexpr TexteFixe TexteSceauEnregistrement{5911, "Le sceau de la clôture ne couvre pas : %s"};
+inline constexpr TexteFixe TexteSceauSansListe{5912,
+                                               "Le sceau de la clôture est rompu, et la liste des "
+                                               "enregistrements scellés manque ou n'est pas la sienne"};
+inline constexpr TexteFixe CleSceau{5913, "Sceau"};
+inline constexpr const char* NomFichierSceau = "SCEAU.dat";
+
+inline constexpr TexteFixe TitreSauvegarde{5900, "Sauvegarde"};
+inline constexpr TexteFixe TexteSauvegarde{5901, "Copie et relecture des livres..."};
+inline constexpr TexteFixe TitreRestauration{5902, "Restauration"};
+inline constexpr TexteFixe TexteRestauration{5903, "Lecture et contrôle de la sauvegarde..."};
+
+}  // namespace fenlor

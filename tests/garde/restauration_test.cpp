@@ -1,0 +1,185 @@
+// Books saved and brought back, on disks that fail and machines that lose their power.
+#include "garde/restauration.h"
+#include "core/btfiles.h"
+#include "garde/conservation.h"
+#include "garde/sauvegarde.h"
+#include "garde/textes.h"
+#include "journal/cabinetmedical.h"
+#include "outils/systemecoupure.h"
+#include "outils/systemefautif.h"
+#include "session/verification.h"
+#include "store/ouverture.h"
+
+using namespace fenlor;
+using namespace fenlor::test;
+
+namespace {
+
+/// Every record of the open exercice, and its settings.
+std::string Livres(CFenlorApp& app) {
+  std::string tout;
+  for (const u16 numero : {FichierJournal, FichierComptes, FichierRubriques, FichierBanques}) {
+    const Ouverture ouverture(app.Magasin, numero);
+    EXPECT_TRUE(ouverture);
+    const std::size_t taille = DefinitionFichierNumero(numero)->taille;
+    app.Magasin.QVParcours(numero, [&](Position, const void* rec) {
+      tout.append(static_cast<const char*>(rec), taille);
+      return true;
+    });
+  }
+  for (const std::string& cle : app.Magasin.Reglages().Cles(app.NomExercice))
+    tout += cle + "=" + app.Magasin.Reglages().Lit(app.NomExercice, cle) + "\n";
+  return tout;
+}
+
+class Garde : public CabinetMedical {
+ public:
+  Garde() { Installe(); }
+  explicit Garde(Systeme* systeme) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) { Installe(); }
+  void TestBody() override {}
+  void Saisit(int combien) {
+    for (int i = 0; i < combien; ++i) ASSERT_NE(Enregistre(Ecriture(1, "706", 20 + i)), 0u);
+  }
+  std::vector<std::string> Fichiers(const std::string& dossier) {
+    std::vector<std::string> noms;
+    SystemePosix().Liste(dossier, noms);
+    return noms;
+  }
+  std::string Sauve(const std::string& motDePasse = {}) {
+    SauvegardeFaite faite;
+    const Refus refus = Sauvegarde(App(), {ailleurs.Chemin(), false, motDePasse}, faite);
+    EXPECT_FALSE(refus) << refus.texte;
+    return faite.chemin;
+  }
+  DossierTemporaire ailleurs{true};
+};
+
+using GardeTest = Garde;
+
+}  // namespace
+
+TEST_F(GardeTest, AllerEtRetour) {
+  Saisit(30);
+  const std::string avant = Livres(App());
+  const std::string claire = Sauve(), fermee = Sauve("secret");
+  EXPECT_EQ(LitFichier(fermee).find("manifeste"), std::string::npos);
+  for (const std::string& chemin : {claire, fermee}) {
+    Saisit(5);
+    ASSERT_NE(Livres(App()), avant);
+    RestaurationFaite faite;
+    ASSERT_FALSE(Restaure(App(), {chemin, "secret", {}}, faite));
+    EXPECT_EQ(Livres(App()), avant);
+    EXPECT_EQ(App().NomExercice, "2003");
+    EXPECT_EQ(VerifieExercice(App(), [](const std::string& constat) { ADD_FAILURE() << constat; }), 0u);
+    ASSERT_EQ(faite.exercices.size(), 1u);
+    EXPECT_EQ(faite.manifeste.exercices[0].ecritures, 30u);
+    EXPECT_TRUE(faite.exercices[0].constats.empty());
+    EXPECT_FALSE(LitFichier(App().PathCabinet + "/" + faite.exercices[0].ancien + "/JOURNAL.dat").empty());
+  }
+  EXPECT_TRUE(Rouvre());
+  EXPECT_EQ(Livres(App()), avant);
+  RestaurationFaite faite;
+  EXPECT_EQ(Restaure(App(), {fermee, "faux", {}}, faite).numero, ErrArchiveMotDePasse);
+  EXPECT_EQ(Restaure(App(), {claire, "", {"2004"}}, faite).numero, 3208u);
+  EXPECT_EQ(Livres(App()), avant);
+}
+
+TEST_F(GardeTest, AutreMachine) {
+  Saisit(12);
+  const std::string avant = Livres(App());
+  ASSERT_TRUE(App().Reglages.EcritIni("Activite", "Identification", "Docteur MARCHAND"));
+  SauvegardeFaite sauvee;
+  ASSERT_FALSE(Sauvegarde(App(), {ailleurs.Chemin(), true, {}}, sauvee));
+  CabinetDeTest* autre = new Jumeau;
+  RestaurationFaite faite;
+  const Refus refus = Restaure(autre->App(), {sauvee.chemin, {}, {}}, faite);
+  EXPECT_FALSE(refus) << refus.texte;
+  EXPECT_TRUE(faite.cabinet);
+  EXPECT_EQ(autre->App().Reglages.LitIni("Activite", "Identification"), "Docteur MARCHAND");
+  ASSERT_TRUE(autre->OuvreExercice("2003"));
+  EXPECT_EQ(Livres(autre->App()), avant);
+  delete autre;
+}
+
+TEST_F(GardeTest, PendantLaSaisie) {
+  // What is photographed is one moment; the archive is written while the books go on.
+  Saisit(20);
+  const std::string avant = Livres(App());
+  Photographie photographie;
+  ASSERT_FALSE(photographie.Prend(App(), {"2003"}, false));
+  Saisit(20);
+  SauvegardeFaite faite;
+  ASSERT_FALSE(
+      EcritSauvegarde(Magasin().SystemeFichiers(), photographie, {ailleurs.Chemin(), false, {}}, faite));
+  RestaurationFaite rendue;
+  ASSERT_FALSE(Restaure(App(), {faite.chemin, {}, {}}, rendue));
+  EXPECT_EQ(Livres(App()), avant);
+}
+
+TEST(GardePannes, UnDisqueQuiManqueNeLaisseRienDeFaux) {
+  SystemePosix posix;
+  SystemeFautif systeme(posix);
+  Garde garde(&systeme);
+  garde.Saisit(10);
+  const std::string avant = Livres(garde.App());
+  unsigned faits = 0;
+  for (const bool uneFois : {true, false})
+    for (unsigned k = 1; k < 400; ++k) {
+      systeme.SurChemin(garde.ailleurs.Chemin());
+      systeme.Programme(k, ENOSPC, SystemeFautif::Tous, uneFois);
+      SauvegardeFaite faite;
+      const Refus refus = Sauvegarde(garde.App(), {garde.ailleurs.Chemin(), false, {}}, faite);
+      const bool manque = systeme.NbPannes() != 0;
+      systeme.Repare();
+      for (const std::string& nom : garde.Fichiers(garde.ailleurs.Chemin())) {
+        const std::string chemin = garde.ailleurs / nom;
+        Manifeste manifeste;
+        if (nom.size() > 4 && nom.substr(nom.size() - 4) == ".fnz") {
+          EXPECT_FALSE(ParcourtArchive(posix, chemin, {}, manifeste)) << "fault " << k << ": " << nom;
+        }
+        posix.Supprime(chemin);
+      }
+      if (!manque) break;
+      ++faits;
+    }
+  EXPECT_GT(faits, 25u);
+  EXPECT_EQ(Livres(garde.App()), avant);
+}
+
+TEST(GardePannes, UneCoupurePendantLaRestauration) {
+  std::set<std::string> vus;
+  for (u64 coupure = 1; coupure < 200; ++coupure) {
+    Garde garde;
+    garde.Saisit(3);
+    const std::string ancien = Livres(garde.App());
+    const std::string archive = garde.Sauve();
+    garde.Saisit(2);
+    const std::string recent = Livres(garde.App());
+    const std::string cabinet = garde.Magasin().PathCabinet();
+    ASSERT_TRUE(garde.Magasin().QVCloseSession());
+    bool coupee = false;
+    {
+      SystemeCoupure systeme(cabinet);
+      OptionsQVAPI options;
+      options.systeme = &systeme;
+      QVAPI magasin(options);
+      CFenlorApp app(magasin, garde.Boite);
+      ASSERT_TRUE(magasin.QVOpenSession(1) && magasin.QVOpenCompta(cabinet, ""));
+      systeme.CoupeApres(coupure);
+      RestaurationFaite faite;
+      const Refus refus = Restaure(app, {archive, {}, {}}, faite);
+      coupee = systeme.EstCoupe();
+      EXPECT_TRUE(coupee || !refus) << refus.texte;
+      magasin.QVCloseSession();
+      const bool applique = !coupee || systeme.Applique(coupure * 7);
+      ASSERT_TRUE(applique);
+    }
+    ASSERT_TRUE(garde.Rouvre()) << "cut " << coupure;
+    ASSERT_TRUE(garde.OuvreExercice("2003")) << "cut " << coupure;
+    const std::string trouve = Livres(garde.App());
+    EXPECT_TRUE(trouve == ancien || trouve == recent) << "cut " << coupure;
+    vus.insert(trouve);
+    if (!coupee) break;
+  }
+  EXPECT_EQ(vus.size(), 2u);
+}
