@@ -4,6 +4,7 @@
 
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "garde/sceau.h"
 #include "garde/textes.h"
 #include "store/dates.h"

@@ -6,6 +6,7 @@
 #include <cassert>
 
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "garde/textes.h"
 #include "store/dates.h"
 
