@@ -211,6 +211,26 @@ TEST_F(Rapprochement, LAutomatiquePrendLaPremiereLigneQuiConvient) {
   EXPECT_EQ(3u, NbOperations());
 }
 
+TEST_F(Rapprochement, ChaqueOuiEstAcquisAvantLaQuestionSuivante) {
+  for (const unsigned jour : {3, 4, 5}) {
+    Recette(Jour(jour), 50);
+    Ajoute(Fiche(Jour(jour), 50));
+  }
+  std::vector<std::size_t> acquis;  // questions asked when a unit became durable
+  Magasin().QVSuitChangements([&](const QVAPI::Changements&) { acquis.push_back(Boite.Questions.size()); });
+  Boite.Reponses = {RepOui, RepOui, RepAnnuler};
+  EXPECT_EQ(2u, Automatique(Jour(1), Jour(31), true).rapproches);
+  EXPECT_EQ(
+      "Rapprochement de l'opération :\n\n03/03/2003, VIR, 50,00 €\n\navec l'écriture :\n\n"
+      "03/03/2003, Essai, 50,00 €"_w,
+      Boite.Questions[0].texte);
+  EXPECT_THAT(acquis, ElementsAre(1u, 2u));
+  acquis.clear();
+  EXPECT_EQ(1u, Automatique().rapproches);
+  EXPECT_EQ(1u, acquis.size()) << "one unit without questions";
+  Magasin().QVSuitChangements({});
+}
+
 TEST_F(Rapprochement, UneEcritureNaitDeSonOperation) {
   const Position frais = Ajoute(Fiche(Jour(10), 12.5, 0)),
                  horsExercice = Ajoute(Fiche(FaitDate(2, 1, 2004), 5));

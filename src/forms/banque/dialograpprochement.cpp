@@ -345,8 +345,8 @@ void CDialogRapprochement::SuitLignes() {
   if (const std::vector<int> gardees = MemeSens(m_lignes, choisies, focus ? courante : -1);
       gardees != choisies) {
     m_choisit = true;
-    for (const int ligne : choisies)
-      if (ligne != courante) m_listeLignes.SelectionneLigne(ligne, false);
+    m_listeLignes.clearSelection();
+    m_listeLignes.SelectionneLigne(courante);
     m_choisit = false;
     choisies = gardees;
   }
