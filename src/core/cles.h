@@ -23,6 +23,7 @@ inline constexpr TexteFixe CleDebut{5415, "Debut"};
 inline constexpr TexteFixe CleFin{5416, "Fin"};
 
 // Keys of the other sections
+inline constexpr TexteFixe CleExercices{5418, "Exercices"};
 inline constexpr TexteFixe CleBrouillon{5420, "Brouillon"};
 inline constexpr TexteFixe ClePrevisualisation{5421, "Prévisualisation"};
 inline constexpr TexteFixe CleVirgule{5422, "Virgule"};
