@@ -52,7 +52,6 @@ inline constexpr TexteFixe TexteSceauSansListe{5912,
                                                "Le sceau de la clôture est rompu, et la liste des "
                                                "enregistrements scellés manque ou n'est pas la sienne"};
 inline constexpr TexteFixe CleSceau{5913, "Sceau"};
-inline constexpr TexteFixe CleExercices{5418, "Exercices"};  ///< in "Activite"
 inline constexpr const char* NomFichierSceau = "SCEAU.dat";
 
 inline constexpr TexteFixe TitreSauvegarde{5900, "Sauvegarde"};
