@@ -258,7 +258,7 @@ void TousLesFormulaires::Immobilisations() {
     RegardeFiche(forme);
   }
   Immobilisation& immo = bien.rec;
-  PoseTexte(immo.Designation, "Table d'examen");
+  PoseTexte(immo.Designation, std::string(20, 'm') + " et " + std::string(56, 'e'));
   immo.DateAchat = immo.DateCession = FaitDate(15, 3, 2003);
   CDialogCession cession(Ui, immo);
   CDialogRebut rebut(Ui, immo);

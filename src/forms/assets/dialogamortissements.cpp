@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int largeurListe = 60, lignesVues = 12;  // characters, rows
+constexpr int largeurListe = 60, largeurNom = 36, lignesVues = 12;  // characters, rows
 
 }  // namespace
 
@@ -55,8 +55,10 @@ void CDialogAmortissements::Declare() {
       ->setToolTip(u"Reprendre le montant théorique de l'année (Suppr)"_s);
   m_designation.Pose(LitTexte(m_detail.immo.Designation));
   m_achat.Pose(StrDate(m_detail.immo.DateAchat));
+  m_designation.setWordWrap(true);
   Formulaire{Zone()}
       .Champ(u"Désignation :"_s, m_designation, "designation")
+      .Largeur(largeurNom)
       .Champ(u"Date d'achat :"_s, m_achat, "dateAchat")
       .Seul(*m_liste, nullptr, true);
 }

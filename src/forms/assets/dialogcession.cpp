@@ -11,6 +11,12 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+constexpr int largeurNom = 36;  // characters; a longer name goes on below
+
+}  // namespace
+
 FormeFin::FormeFin(ContexteUi& contexte, const TexteFixe& titre, const char* nom, Immobilisation& immo,
                    Depot depot, QWidget* parent)
     : CZNDialog(contexte, TexteQ(titre), nom, parent), m_immo(immo), m_depot(std::move(depot)) {
@@ -19,7 +25,9 @@ FormeFin::FormeFin(ContexteUi& contexte, const TexteFixe& titre, const char* nom
 }
 
 Formulaire& FormeFin::Declare(Formulaire& formulaire, const QString& libelle) {
+  m_designation.setWordWrap(true);
   return formulaire.Champ(u"Désignation :"_s, m_designation, "designation")
+      .Largeur(largeurNom)
       .Champ(u"Date d'achat :"_s, m_achat, "dateAchat")
       .Champ(libelle, m_date, "date")
       .Limite(10);
