@@ -47,8 +47,16 @@ class ImpressionsTest : public CabinetMedical {
 
 TEST_F(ImpressionsTest, LesFenetresSImpriment) {
   EXPECT_FALSE(Peut(CmdImprimer) || Peut(CmdApercu));
-  for (const u32 bit : {FenTresorerie, FenComptesRecettes, FenComptesDepenses, FenPlanComptable, FenRubriques,
-                        FenLibelles, FenRecettes, FenDepenses, FenOperationsDiverses}) {
+  Principal->OuvreUnique(FenImmobilisations);
+  EXPECT_FALSE(Peut(CmdImprimer) || Peut(CmdApercu)) << "nothing stands in it";
+  Immobilisation bien{};
+  bien.Numero = 1;
+  bien.DateAchat = FaitDate(1, 1, 2003);
+  ASSERT_TRUE(Magasin().WriteImmobilisations(bien));
+  QApplication::processEvents();
+  for (const u32 bit :
+       {FenImmobilisations, FenTresorerie, FenComptesRecettes, FenComptesDepenses, FenPlanComptable,
+        FenRubriques, FenLibelles, FenRecettes, FenDepenses, FenOperationsDiverses}) {
     Principal->OuvreUnique(bit);
     SCOPED_TRACE(VersUtf8(Principal->VueActive()->Titre()));
     const std::string titre = Principal->VueActive()->Titre();
