@@ -196,10 +196,6 @@ MontantsAchat CalculMontantsAchat(f64 prix, f64 taux) {
   return {tva, Arrondi2(prix - tva)};
 }
 
-bool FrancPermis(const CFenlorApp& app, Date date, bool enEuro) {
-  return !enEuro || date < app.Reglages.GetLimiteFranc();
-}
-
 Refus ControleAcquisition(const CFenlorApp& app, const FicheImmobilisation& fiche) {
   return Controles(app, fiche).Fait();
 }

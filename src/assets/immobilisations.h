@@ -43,9 +43,6 @@ struct MontantsAchat {
 };
 MontantsAchat CalculMontantsAchat(f64 prix, f64 taux);
 
-/// Whether "Franc" can be chosen at a date: before the Franc limit always, else only when it is already.
-bool FrancPermis(const CFenlorApp& app, Date date, bool enEuro);
-
 /// Checks of an acquisition in this order: closed exercice (3056), text too long (3206, "designation"), no
 /// date (3104, "dateAchat"), a rate of VAT, an amount, a life or rate that was typed out of bounds (3401), a
 /// life and a rate that are no row of the degressive table (3483, unless the record has them already) or do

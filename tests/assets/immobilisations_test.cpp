@@ -189,15 +189,12 @@ TEST_F(Immobilisations, DureeEtTauxEnToutePassage) {
   EXPECT_EQ(TexteDuree(App(), 6.66) + TexteTaux(App(), 50), "6,66 ans50,00 %");
 }
 
-TEST_F(Immobilisations, MontantsDAchatEtFranc) {
+TEST_F(Immobilisations, MontantsDAchat) {
   const MontantsAchat sans = CalculMontantsAchat(100, 0), avec = CalculMontantsAchat(100.07, 19.6);
   EXPECT_EQ(sans.tva, 0);
   EXPECT_EQ(sans.horsTaxe, 100);
   EXPECT_EQ(avec.tva, 16.40);
   EXPECT_EQ(avec.horsTaxe, 83.67);
-  EXPECT_TRUE(FrancPermis(App(), D("17/02/2002"), true));
-  EXPECT_FALSE(FrancPermis(App(), D("18/02/2002"), true));
-  EXPECT_TRUE(FrancPermis(App(), D("01/01/2003"), false)) << "the saving refuses it";
 }
 
 TEST_F(Immobilisations, CessionEtRebutDansLeurOrdre) {

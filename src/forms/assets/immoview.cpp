@@ -68,10 +68,6 @@ std::vector<unsigned> CImmoView::MenuContextuel() const {
           0,         CmdAide};
 }
 
-bool CImmoView::RefuseCloture() {
-  return App().Reglages.IsExerciceCloture() && !App().ReportErreur(ErrExerciceCloture);
-}
-
 void CImmoView::Saisit(FicheImmobilisation fiche) {
   CDialogAcquisition forme(Contexte(), std::move(fiche), this);
   bool enregistree = false;
@@ -85,7 +81,10 @@ void CImmoView::Saisit(FicheImmobilisation fiche) {
 }
 
 void CImmoView::Ajoute() {
-  if (!RefuseCloture()) Saisit(NouvelleImmobilisation(App()));
+  if (App().Reglages.IsExerciceCloture())
+    App().ReportErreur(ErrExerciceCloture);
+  else
+    Saisit(NouvelleImmobilisation(App()));
 }
 
 void CImmoView::Modifie() {
@@ -95,7 +94,6 @@ void CImmoView::Modifie() {
 }
 
 void CImmoView::Supprime() {
-  if (RefuseCloture() || Choisie() == 0) return;
   App().Dit(SupprimeImmobilisation(App(), Choisie()));
   Contexte().Cadre.Actualise();
 }

@@ -38,7 +38,6 @@ class CImmoView : public CZNListView {
  private:
   Position Choisie() const;
   void DeclareCommandes();
-  bool RefuseCloture();
   void Ajoute();
   void Modifie();
   void Supprime();
