@@ -98,16 +98,21 @@ void CEtatImmobilisationsDoc::EcritBien(const Immobilisation& immo) {
   CCalculPrintAmortissements calcul(App, &immo);
   MontantDouble cumul;
   calcul.CalculAmortissements(App.Magasin.Today(), cumul.franc, cumul.euro);
-  const auto ecrit = [&](bool euro, bool nommee) {
+  std::vector<std::string> lignes;
+  const auto ajoute = [&](bool euro, bool nommee) {
     const Fiche fiche(immo, calcul, cumul, euro);
+    lignes.push_back(fiche.Rangee(nommee));
     const std::vector<std::string> detail = fiche.Detail();
-    // The first line of years stays with its row.
-    EcritEtat(fiche.Rangee(nommee) + (detail.empty() ? std::string() : detail[0]));
-    for (std::size_t i = 1; i < detail.size(); ++i) EcritEtat(detail[i]);
+    lignes.insert(lignes.end(), detail.begin(), detail.end());
   };
-  if (AfficheDouble()) ecrit(false, true);
-  ecrit(AfficheDouble() || AnneeEuro(), !AfficheDouble());
-  EcritEtat("\\F");
+  if (AfficheDouble()) ajoute(false, true);
+  ajoute(AfficheDouble() || AnneeEuro(), !AfficheDouble());
+  // An asset stays on one page, unless its years would fill one.
+  constexpr std::size_t ensemble = 24;
+  const bool coupe = lignes.size() > ensemble;
+  std::string bloc;
+  for (const std::string& ligne : lignes) bloc += ligne + (coupe ? "\\G" : "");
+  EcritEtat(bloc + "\\F");
 }
 
 }  // namespace fenlor

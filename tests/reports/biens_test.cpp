@@ -108,6 +108,7 @@ TEST_F(Biens, SansBienEtNomsLongs) {
   Immobilisation& immo = Bien("31/12/1960", std::string(80, 'W'), 2999999.99, Lineaire, 50, 2);
   immo.TVAEuro = 512345.67;
   Cede(immo, 123456.78);
+  Bien("01/01/1901", "Cave", 10000, Lineaire, 125, 0.8);
   Ecrit();
   VerifieEtat<CEtatAmortissementsDoc>("amortissements-long");
   VerifieEtat<CEtatPMVDoc>("plus-values-long");
