@@ -112,6 +112,24 @@ class Verbes : public testing::Test {
          {}},
         {"compte modifier", {"compte", "modifier", "604", "--designation", "Autre"}, {}},
         {"compte supprimer", {"compte", "supprimer", "604"}, {}},
+        {"immobilisation ajouter",
+         {"immobilisation", "ajouter"},
+         Repete(3,
+                [](unsigned i) {
+                  return Json({{"PrixEuro", i}, {"DateAchat", "15/03/2003"}}).dump();
+                }),
+         Etapes::Unites},
+        {"immobilisation modifier",
+         {"immobilisation", "modifier"},
+         Repete(3,
+                [](unsigned i) {
+                  return Json({{"Numero", i}, {"Designation", "Autre"}, {"Monnaie", 1}}).dump();
+                }),
+         Etapes::Unites},
+        {"immobilisation detail",
+         {"immobilisation", "detail"},
+         R"({"Numero":7,"Annees":[{"Annee":2003,"Reel":5}]})"},
+        {"immobilisation supprimer", {"immobilisation", "supprimer"}, R"({"Numero":7})"},
         {"frais-km enregistrer", {"frais-km", "enregistrer", "--distance", "9000"}, {}},
         {"creer", {"--exercice", "2004", "creer", "--euro"}, {}, Etapes::Reprend},
     };
