@@ -63,6 +63,27 @@ std::string Biens(unsigned premier) {
   });
 }
 
+std::vector<Verbe> VerbesDuRegistre() {
+  return {{"immobilisation ajouter",
+           {"immobilisation", "ajouter"},
+           Repete(3,
+                  [](unsigned i) {
+                    return Json({{"PrixEuro", i}, {"DateAchat", "15/03/2003"}}).dump();
+                  }),
+           Etapes::Unites},
+          {"immobilisation modifier",
+           {"immobilisation", "modifier"},
+           Repete(3,
+                  [](unsigned i) {
+                    return Json({{"Numero", i}, {"Designation", "Autre"}, {"Monnaie", 1}}).dump();
+                  }),
+           Etapes::Unites},
+          {"immobilisation detail",
+           {"immobilisation", "detail"},
+           R"({"Numero":7,"Annees":[{"Annee":2003,"Reel":5}]})"},
+          {"immobilisation supprimer", {"immobilisation", "supprimer"}, R"({"Numero":7})"}};
+}
+
 class Verbes : public testing::Test {
  protected:
   void SetUp() override {
@@ -112,27 +133,10 @@ class Verbes : public testing::Test {
          {}},
         {"compte modifier", {"compte", "modifier", "604", "--designation", "Autre"}, {}},
         {"compte supprimer", {"compte", "supprimer", "604"}, {}},
-        {"immobilisation ajouter",
-         {"immobilisation", "ajouter"},
-         Repete(3,
-                [](unsigned i) {
-                  return Json({{"PrixEuro", i}, {"DateAchat", "15/03/2003"}}).dump();
-                }),
-         Etapes::Unites},
-        {"immobilisation modifier",
-         {"immobilisation", "modifier"},
-         Repete(3,
-                [](unsigned i) {
-                  return Json({{"Numero", i}, {"Designation", "Autre"}, {"Monnaie", 1}}).dump();
-                }),
-         Etapes::Unites},
-        {"immobilisation detail",
-         {"immobilisation", "detail"},
-         R"({"Numero":7,"Annees":[{"Annee":2003,"Reel":5}]})"},
-        {"immobilisation supprimer", {"immobilisation", "supprimer"}, R"({"Numero":7})"},
         {"frais-km enregistrer", {"frais-km", "enregistrer", "--distance", "9000"}, {}},
         {"creer", {"--exercice", "2004", "creer", "--euro"}, {}, Etapes::Reprend},
     };
+    for (const Verbe& verbe : VerbesDuRegistre()) m_verbes.push_back(verbe);
     for (Verbe& verbe : m_verbes) {
       const std::vector<std::string> propres = std::exchange(verbe.arguments, {});
       const bool nomme = propres.front() == "--exercice";
