@@ -19,6 +19,7 @@
 #include "app/raccourcis.h"
 #include "app/textes.h"
 #include "core/erreurs.h"
+#include "forms/auto/dialogautoecheance.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
@@ -249,8 +250,9 @@ constexpr Commande table[] = {
 
     {1038, M::Traitements, false, "&Ecritures automatiques...", "Automatiques", "ecritures-automatiques", "",
      Si::Exercice, nullptr, plusTard},
-    {1095, M::Traitements, false, "Calcul des échéances", "Echéances", "echeances", "", Si::Exercice, nullptr,
-     plusTard},
+    {1095, M::Traitements, false, "Calcul des échéances", "Echéances", "echeances", "", Si::Exercice,
+     De<CommandeEcheances>,
+     "Passe les écritures automatiques échues, et demande celles qui sont à confirmer."},
     {1039, M::Traitements, true, "&Frais kilométriques...", "Frais km", "frais-kilometriques", "",
      Si::Exercice, Forme<CDialogFraisKm>, "Calcule l'indemnité kilométrique de l'année."},
     {1040, M::Traitements, false, "&Virement interne...", "Virement", "virement", "Ctrl+Shift+V",

@@ -23,6 +23,7 @@
 #include "forms/assets/dialogacquisition.h"
 #include "forms/assets/dialogamortissements.h"
 #include "forms/assets/dialogcession.h"
+#include "forms/auto/dialogautoecheance.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/dialogcritere.h"
@@ -235,8 +236,9 @@ void TousLesFormulaires::Ecritures() {
   CDialogFraisKm frais(Ui);
   CriteresRemise cheques = CriteresRemiseProposes(App());
   CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
+  CDialogAutoEcheance echeances(Ui, {{1, FaitDate(15, 3, 2003), "Loyer", "BQ", JournalDepenses, 700, true}});
   for (QDialog* forme : std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement,
-                                                        &rapprochement, &frais, &remise})
+                                                        &rapprochement, &frais, &remise, &echeances})
     Regarde(*forme);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,

@@ -1,0 +1,102 @@
+#include "forms/auto/dialogautoecheance.h"
+
+#include <QPushButton>
+
+#include "auto/textes.h"
+#include "core/valeurs.h"
+#include "store/texte1252.h"
+#include "ui/tableliste.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+TableColonnes<EcheanceAnnoncee> Colonnes() {
+  const auto montant = [](bool recette) {
+    return [recette](const EcheanceAnnoncee& e) {
+      if ((e.genre == JournalRecettes) != recette) return std::string();
+      return e.euro ? FormatEuro(e.montant) : FormatFranc(e.montant);
+    };
+  };
+  return {{"Date", 20, [](const EcheanceAnnoncee& e) { return StrDate(e.date); }},
+          {"Libellé"_w, 20, [](const EcheanceAnnoncee& e) { return e.libelle; }},
+          {"Trésorerie"_w, 20, [](const EcheanceAnnoncee& e) { return e.tresorerie; }},
+          {"Recette", 20, montant(true), Cote::Droite},
+          {"Dépense"_w, 20, montant(false), Cote::Droite}};
+}
+
+}  // namespace
+
+CDialogAutoEcheance::CDialogAutoEcheance(ContexteUi& contexte, std::vector<EcheanceAnnoncee> annoncees,
+                                         QWidget* parent)
+    : CZNDialog(contexte, u"Transactions à échéances"_s, "DialogAutoEcheance", parent),
+      m_annoncees(std::move(annoncees)),
+      m_liste(new CZNListCtrl(contexte)) {
+  m_liste->setAccessibleName(u"Transactions"_s);
+  m_liste->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  m_liste->Suit(Colonnes(), m_annoncees);
+  m_liste->Relit(-1);
+  Formulaire{Zone()}
+      .Texte(
+          u"Ces transactions sont à échéance. Cliquez sur \"Enregistrer\" pour transférer ces écritures dans "
+          u"les journaux, cliquez sur \"Supprimer\" pour enlever les écritures sélectionnées de la liste."_s)
+      .Seul(*m_liste, "liste", true);
+  Boutons(Mode::Simple);
+  findChild<QPushButton*>(u"ok"_s)->setText(u"&Enregistrer"_s);
+  m_supprimer = &AjouteBouton(u"&Supprimer"_s, "supprimer");
+  m_supprimer->setEnabled(false);
+  connect(m_supprimer, &QPushButton::clicked, this, &CDialogAutoEcheance::Supprime);
+  connect(m_liste, &TableListe::SelectionChangee, this,
+          [this] { m_supprimer->setEnabled(m_liste->LigneChoisie() >= 0); });
+  AjouteAide();
+}
+
+CDialogAutoEcheance::~CDialogAutoEcheance() = default;
+
+void CDialogAutoEcheance::Supprime() {
+  std::vector<int> lignes = m_liste->LignesChoisies();
+  if (lignes.empty()) return;
+  const int premiere = lignes.front();
+  for (std::size_t i = 0, parties = 0; i < lignes.size(); ++i) {
+    const auto rang = static_cast<std::size_t>(lignes[i]) - parties;
+    if (App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeEcheance) != RepOui) continue;
+    m_annoncees.erase(m_annoncees.begin() + static_cast<std::ptrdiff_t>(rang));
+    ++parties;
+  }
+  m_liste->Relit(premiere);
+  m_supprimer->setEnabled(m_liste->LigneChoisie() >= 0);
+  m_liste->setFocus();
+}
+
+bool CDialogAutoEcheance::Enregistre() {
+  // What is entered leaves the list at once, so that another try after a failure enters nothing twice.
+  while (!m_annoncees.empty()) {
+    std::vector<EcheanceFaite> faites;
+    if (const Refus refus = ConfirmeEcheances(App(), m_annoncees, {0}, faites)) {
+      m_liste->Relit(-1);
+      return Refuse(refus);
+    }
+    m_annoncees.erase(m_annoncees.begin());
+  }
+  return true;
+}
+
+void CalculeEcheances(ContexteUi& contexte, bool signaler) {
+  CFenlorApp& app = contexte.App;
+  BilanEcheances bilan;
+  const Refus refus = CalculeEcheances(app, bilan);
+  for (const Refus& unModele : bilan.refus) app.Dit(unModele);
+  if (!app.Dit(refus)) return;
+  contexte.Cadre.Actualise();
+  if (!bilan.annoncees.empty())
+    CDialogAutoEcheance(contexte, std::move(bilan.annoncees), contexte.Cadre.Cadre()).Execute();
+  else if (signaler)
+    app.MessageId(BoutonsOk | IconeInformation, MessageSansEcheance);
+}
+
+void CommandeEcheances(ContexteUi& contexte) { CalculeEcheances(contexte, true); }
+
+}  // namespace fenlor
