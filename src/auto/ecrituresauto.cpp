@@ -22,17 +22,18 @@ bool CEcrituresAuto::Read(u32 numero) {
   return true;
 }
 
+// The record is on disk then; a list that cannot be written is tried again when the file is closed.
 bool CEcrituresAuto::Write() {
-  const bool fait =
-      m_app.Magasin.WriteEcrituresAuto(Rec, m_fichier.Poignee()) && (m_app.Magasin.QVEnUnite() || Flush());
+  const bool fait = m_app.Magasin.WriteEcrituresAuto(Rec, m_fichier.Poignee());
   if (fait) Numero = Rec.Numero;
+  if (fait && !m_app.Magasin.QVEnUnite()) Flush();
   return Conclut(fait, ErrEnregistrementAuto);
 }
 
 bool CEcrituresAuto::Delete(u32 numero) {
-  return Conclut(m_app.Magasin.DeleteEcrituresAuto(numero, m_fichier.Poignee()) &&
-                     (m_app.Magasin.QVEnUnite() || Flush()),
-                 ErrSuppressionAuto);
+  const bool fait = m_app.Magasin.DeleteEcrituresAuto(numero, m_fichier.Poignee());
+  if (fait && !m_app.Magasin.QVEnUnite()) Flush();
+  return Conclut(fait, ErrSuppressionAuto);
 }
 
 bool CEcrituresAuto::LitSansMot(u32 numero) {

@@ -52,6 +52,18 @@ std::string Operations(unsigned premiere) {
   });
 }
 
+std::string Modeles(const Comptes& comptes) {
+  return Repete(5, [&](unsigned i) {
+    return Json({{"Genre", 2},
+                 {"Date", "15/01/2003"},
+                 {"Tresorerie", comptes.banque},
+                 {"Compte", comptes.depense},
+                 {"MontantEuro", i},
+                 {"Periodicite", 6}})
+        .dump();
+  });
+}
+
 std::string Biens(unsigned premier) {
   return Repete(100, [&](unsigned i) {
     return Json({{"Numero", premier + i},
@@ -124,6 +136,8 @@ class Verbes : public testing::Test {
          {"virement", "--de", comptes.banque, "--vers", comptes.caisse, "--montant", "50", "--date",
           "15/03/2003"},
          {}},
+        {"remise remettre", {"remise", "remettre", "--compte", comptes.banque, "--date", "20/03/2003"}, {}},
+        {"automatique ajouter", {"automatique", "ajouter"}, Modeles(comptes), Etapes::Unites},
         {"recalculer", {"recalculer"}, {}},
         {"recalculer --euros", {"recalculer", "--euros"}, {}, Etapes::Reprend},
         {"reconstruire", {"reconstruire"}, {}},

@@ -14,6 +14,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr int caracteres = 90;  ///< width of the list
+
 TableColonnes<EcheanceAnnoncee> Colonnes() {
   const auto montant = [](bool recette) {
     return [recette](const EcheanceAnnoncee& e) {
@@ -39,6 +41,7 @@ CDialogAutoEcheance::CDialogAutoEcheance(ContexteUi& contexte, std::vector<Echea
   m_liste->setSelectionMode(QAbstractItemView::ExtendedSelection);
   m_liste->Suit(Colonnes(), m_annoncees);
   m_liste->Relit(-1);
+  m_liste->setMinimumWidth(caracteres * m_liste->fontMetrics().averageCharWidth());
   Formulaire{Zone()}
       .Texte(
           u"Ces transactions sont à échéance. Cliquez sur \"Enregistrer\" pour transférer ces écritures dans "
