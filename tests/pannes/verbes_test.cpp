@@ -121,6 +121,7 @@ class Verbes : public testing::Test {
     remplit({"saisir", "--tout"}, saisie(1));
     remplit({"importer", "BANQUE"}, Operations(0));
     remplit({"importer", "Immo"}, Biens(0));
+    remplit({"automatique", "ajouter"}, Modeles(comptes));
     remplit({"compte", "ajouter", "--compte", "604", "--forme", "depenses", "--designation", "Achats",
              "--code", "ZACHATS"},
             {});
