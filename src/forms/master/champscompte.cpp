@@ -107,6 +107,11 @@ void ChampsAffectation::Montre(const FicheCompte& fiche) {
   m_tva.Choisit(fiche.compteTVA);
 }
 
+void ChampsAffectation::Vide() {
+  m_rubrique.setCurrentIndex(-1);
+  m_tva.setCurrentIndex(-1);
+}
+
 ChampsRepartition::ChampsRepartition(CFenlorApp& app) : m_app(app), m_professionnelle(app.Reglages) {}
 
 void ChampsRepartition::Declare(Formulaire& formulaire) {

@@ -50,6 +50,8 @@ class ChampsAffectation {
   void DeclareRubrique(Formulaire& formulaire);
   /// Fills both lists for that type of account, and selects.
   void Montre(const FicheCompte& fiche);
+  /// No row at all, as in a form cleared for the next account.
+  void Vide();
   void PermetRubrique(bool permis) { PermetChamp(m_rubrique, permis); }
   void PermetTVA(bool permis) { PermetChamp(m_tva, permis); }
   EditeurChoix& TVA() { return m_tva; }

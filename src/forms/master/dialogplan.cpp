@@ -51,4 +51,9 @@ void CDialogPlan::Montre() {
   if (auto* ok = findChild<QPushButton*>(u"ok"_s)) ok->setEnabled(!personnel);
 }
 
+void CDialogPlan::Vide() {
+  DialogCompte::Vide();
+  m_affectation.Vide();
+}
+
 }  // namespace fenlor

@@ -17,6 +17,7 @@ class CDialogPlan : public DialogCompte {
 
  protected:
   void Montre() override;
+  void Vide() override;
 
  private:
   ChampsAffectation m_affectation;

@@ -89,4 +89,9 @@ void CDialogPlanComptable::MontreType(const FicheCompte& fiche) {
                        fiche.type == Depense && (Ajout() || !EstComptePersonnel(App(), EnMain().compte)));
 }
 
+void CDialogPlanComptable::Vide() {
+  DialogCompte::Vide();
+  m_affectation.Vide();
+}
+
 }  // namespace fenlor

@@ -17,6 +17,7 @@ class CDialogPlanComptable : public DialogCompte {
 
  protected:
   void Montre() override;
+  void Vide() override;
   i16 Type() const override { return static_cast<i16>(m_type.currentIndex()); }
 
  private:
