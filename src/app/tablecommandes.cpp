@@ -21,6 +21,7 @@
 #include "core/erreurs.h"
 #include "forms/auto/dialogautoecheance.h"
 #include "forms/banque/dialograpprochement.h"
+#include "forms/banque/dialogreleve.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -77,6 +78,10 @@ void Virement(CMainFrame& cadre, unsigned) {
 void Rapprochement(CMainFrame& cadre, unsigned) {
   if (!CDialogRapprochement::PeutOuvrir(cadre.Contexte())) return;
   CDialogRapprochement(cadre.Contexte(), &cadre).Execute();
+}
+void ImporterReleve(CMainFrame& cadre, unsigned) {
+  std::string compte;
+  ImporteFichierReleve(cadre.Contexte(), compte, &cadre);
 }
 void Calculatrice(CMainFrame& cadre, unsigned) { cadre.BasculeCalculatrice(); }
 void Barre(CMainFrame& cadre, unsigned numero) {
@@ -259,6 +264,8 @@ constexpr Commande table[] = {
      Si::Exercice, Virement, "Passe de l'argent d'un compte de trésorerie à un autre."},
     {1041, M::Traitements, false, "&Rapprochement bancaire...", "Rapprocher", "rapprochement", "Ctrl+B",
      Si::Exercice, Rapprochement, "Rapproche le relevé de la banque et les livres."},
+    {9040, M::Traitements, false, "Importer un rele&vé...", "Relevé", "releve", "Ctrl+Alt+R", Si::Exercice,
+     ImporterReleve, "Ajoute aux opérations à rapprocher celles d'un fichier de la banque."},
     {1224, M::Traitements, true, "&Validation du brouillard...", "Validation", "validation", "", Si::Exercice,
      Forme<CDialogValidation>, "Rend définitives les écritures d'une période."},
 

@@ -28,16 +28,6 @@ constexpr ChampFiche Champs[] = {
 
 std::string CleSolde(const std::string& compte) { return TexteFormat(CleSoldeReleve, {compte}); }
 
-Refus ControleCompte(CFenlorApp& app, const std::string& compte) {
-  const std::string numero = QVAPI::GetLongCompte(compte);
-  if (numero.empty()) return Refus(ErrCompteObligatoire, "compte");
-  CPlan plan(app, app.PathExercice);
-  PoseTexte(plan.Rec->Compte, numero);
-  if (!plan.OpenFile()) return EchecFichier();
-  const bool banque = plan.Find(0) && plan.Rec->Type == Tresorerie && plan.Rec->TypeTresorerie != 0;
-  return banque ? Refus{} : Refus(ErrCompteNonBancaire, "compte", {compte});
-}
-
 /// Two cents in Franc are none in Euro.
 Refus ControleMontant(const CFenlorApp& app, const Banque& rec, bool euro) {
   const bool possible = MontantPossible(rec.MontantFranc) && MontantPossible(rec.MontantEuro) &&
@@ -59,6 +49,16 @@ void GardeAutreMonnaie(const FicheOperation& fiche, const Banque& ancienne, Banq
 }
 
 }  // namespace
+
+Refus ControleCompteBanque(CFenlorApp& app, const std::string& compte) {
+  const std::string numero = QVAPI::GetLongCompte(compte);
+  if (numero.empty()) return Refus(ErrCompteObligatoire, "compte");
+  CPlan plan(app, app.PathExercice);
+  PoseTexte(plan.Rec->Compte, numero);
+  if (!plan.OpenFile()) return EchecFichier();
+  const bool banque = plan.Find(0) && plan.Rec->Type == Tresorerie && plan.Rec->TypeTresorerie != 0;
+  return banque ? Refus{} : Refus(ErrCompteNonBancaire, "compte", {compte});
+}
 
 const TableFiche FicheOperation::Table{"Banque", Champs};
 
@@ -94,7 +94,7 @@ FicheOperation FicheDe(CFenlorApp& app, const OperationLue& operation, bool euro
 }
 
 Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec) {
-  if (const Refus refus = ControleCompte(app, fiche.compte)) return refus;
+  if (const Refus refus = ControleCompteBanque(app, fiche.compte)) return refus;
   if (const Refus refus = ControleTextes(FicheOperation::Table, &fiche)) return refus;
   if (fiche.date == 0) return Refus(ErrDateOperation, "date");
   if (!IsDateOk(fiche.date)) return Refus(ErrDateIncorrecte, "date");

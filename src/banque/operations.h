@@ -40,6 +40,8 @@ Refus LitOperation(CFenlorApp& app, Position position, OperationLue& operation);
 /// As the fields of the form hold it.
 FicheOperation FicheDe(CFenlorApp& app, const OperationLue& operation, bool euro);
 
+/// A bank account of the chart, in any form: 3119 for none, 3450 for any other.
+Refus ControleCompteBanque(CFenlorApp& app, const std::string& compte);
 /// The record that an operation makes. In order: an account that
 /// is no bank account of the chart (3119, 3450), a text too long (3206), no date (3076) or none of a calendar
 /// (3104), no amount (3077) or one that the books cannot hold (3401).

@@ -186,6 +186,7 @@ using CPlan = CFichier<Plan, FichierComptes>;
 using CLines = CFichier<Line, FichierJournal>;
 using CRubriques = CFichier<Rubrique, FichierRubriques>;
 using CBanques = CFichier<Banque, FichierBanques>;
+using CReleves = CFichier<OperationImportee, FichierReleves>;
 using CImmobilisations = CFichier<Immobilisation, FichierImmo>;
 using CAmortissements = CFichier<Amortissement, FichierAmo>;
 

@@ -63,6 +63,7 @@ enum NumeroCommande : unsigned {
   CmdCession = 9030,
   CmdRebut = 9031,
   CmdDetailAmortissements = 9032,
+  CmdImporterReleve = 9040,
 };
 
 }  // namespace fenlor

@@ -24,5 +24,6 @@ void DeclareAutomatiques(LigneCommande& ligne);     ///< automatique, echeances
 void DeclareRemise(LigneCommande& ligne);           ///< remise
 void DeclareRapprochement(LigneCommande& ligne);    ///< rapprochement
 void DeclareGarde(LigneCommande& ligne);            ///< sauvegarder, restaurer, sauvegardes, cloturer, sceau
+void DeclareReleve(LigneCommande& ligne);           ///< releve
 
 }  // namespace fenlor

@@ -116,6 +116,8 @@ Refus ControleCle(u16 numFichier, const void* rec) {
       return static_cast<const Rubrique*>(rec)->Rubrique[0] ? refus : Manquant("Rubrique");
     case FichierBanques:
       return static_cast<const Banque*>(rec)->Compte[0] ? refus : Manquant("Compte");
+    case FichierReleves:
+      return static_cast<const OperationImportee*>(rec)->Compte[0] ? refus : Manquant("Compte");
     case FichierImmo:
       return ControleNumero("Numero", static_cast<const Immobilisation*>(rec)->Numero);
     case FichierAmo: {

@@ -12,6 +12,7 @@
 #include "core/valeurs.h"
 #include "journal/saisie.h"
 #include "session/biensdemo.h"
+#include "session/demoreleves.h"
 #include "session/textes.h"
 #include "store/texte1252.h"
 
@@ -437,7 +438,8 @@ Refus RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) 
   const bool derniere = &annee == &Annees[std::size(Annees) - 1];
   if (const Refus refus = derniere ? AjouteBiensDemo(app) : Refus()) return refus;
   resume = redacteur.Resume();
-  return {};
+  // The month behind the one whose operations wait.
+  return annee.annee == 2003 ? EcritRelevesDemo(app, annee.moisRapproches + 2) : Refus{};
 }
 
 }  // namespace

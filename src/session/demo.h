@@ -10,8 +10,8 @@
 // expenses of a practice with its secretary, a telephone that is partly private,
 // transfers and personal draws as opérations diverses. Early months are
 // validated, entries are pointed, bank lines reconciled, and the last year keeps
-// bank operations that wait for reconciliation. The practice owns assets of all kinds
-// (biensdemo.h).
+// bank operations that wait for reconciliation, and statements in files (demoreleves.h). The practice owns
+// assets of all kinds (biensdemo.h).
 #pragma once
 
 #include <functional>

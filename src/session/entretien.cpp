@@ -22,6 +22,7 @@ constexpr FichierReconstructible fichiers[] = {
     {FichierListeBanques, "BANQUE", false},  {FichierListeComptes, "COMPTES", false},
     {FichierListeJournal, "JOURNAL", false}, {FichierListeRubriques, "RUBRIQUE", false},
     {FichierListeImmo, "Immo", true},        {FichierListeAmo, "Amo", true},
+    {FichierListeReleves, "RELEVES", false},
 };
 
 /// Lines of the journal in one unit of work.
@@ -37,6 +38,8 @@ RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
   switch (numero) {
     case FichierBanques:
       return CBanques(app, {}).Reindex(FiltreBanque);
+    case FichierReleves:
+      return CReleves(app, {}).Reindex(FiltreReleve);
     case FichierComptes:
       return CPlan(app, {}).Reindex(FiltrePlan);
     case FichierRubriques:
@@ -144,6 +147,15 @@ bool FiltreBanque(Banque& rec) {
   Termine(rec.Compte);
   Termine(rec.Libelle);
   if (!IsDateOk(rec.DateValeur)) rec.DateValeur = rec.Date;
+  return true;
+}
+
+bool FiltreReleve(OperationImportee& rec) {
+  if (EstVide(LitTexte(rec.Compte)) || !IsDateOk(rec.Date)) return false;
+  Termine(rec.Compte);
+  Termine(rec.Monnaie);
+  Termine(rec.Libelle);
+  Termine(rec.Identifiant);
   return true;
 }
 

@@ -24,6 +24,8 @@ bool FiltreRubrique(Rubrique& rec);
 /// Drops a blank `Compte`, an impossible `Date`, and two amounts of 0; an impossible
 /// `DateValeur` becomes `Date`.
 bool FiltreBanque(Banque& rec);
+/// Drops a blank `Compte` and an impossible `Date`.
+bool FiltreReleve(OperationImportee& rec);
 /// Drops `Numero` 0 and an impossible `DateAchat`.
 bool FiltreImmo(Immobilisation& rec);
 /// Drops a record without `Numero` or without `Annee`.

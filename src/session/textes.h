@@ -60,6 +60,7 @@ inline constexpr TexteFixe FichierListeJournal{5032, "Journal (journal.dat)"};
 inline constexpr TexteFixe FichierListeRubriques{5033, "Rubriques (rubrique.dat)"};
 inline constexpr TexteFixe FichierListeImmo{5034, "Immobilisations (immo.dat)"};
 inline constexpr TexteFixe FichierListeAmo{5035, "Amortissements (amo.dat)"};
+inline constexpr TexteFixe FichierListeReleves{5939, "Relevés importés (releves.dat)"};
 
 // Words
 inline constexpr TexteFixe MotFranc{5343, "Franc"};

@@ -75,6 +75,15 @@ constexpr Champ ChampsBanque[] = {
   CHAMP(Banque, MontantEuro, Montant), CHAMP(Banque, Sens, Entier16), CHAMP(Banque, Reserve120, Reserve),
 };
 
+constexpr Champ ChampsOperationImportee[] = {
+  CHAMP(OperationImportee, Reserve0, Reserve), CHAMP(OperationImportee, Compte, Compte),
+  CHAMP(OperationImportee, Date, DateC), CHAMP(OperationImportee, DateValeur, DateC),
+  CHAMP(OperationImportee, Montant, Montant), CHAMP(OperationImportee, Monnaie, Texte),
+  CHAMP(OperationImportee, Sens, Entier16), CHAMP(OperationImportee, Format, Entier16),
+  CHAMP(OperationImportee, Libelle, Texte), CHAMP(OperationImportee, Identifiant, Texte),
+  CHAMP(OperationImportee, Reserve247, Reserve),
+};
+
 constexpr Champ ChampsMouvement[] = {
   CHAMP(Mouvement, Reserve0, Reserve), CHAMP(Mouvement, Mouvement, EntierU32),
   CHAMP(Mouvement, Journal, Entier16), CHAMP(Mouvement, Genre, Entier16), CHAMP(Mouvement, Libelle, Texte),
@@ -229,6 +238,7 @@ constexpr Enregistrement Enregistrements[] = {
     {"Plan", ChampsPlan, sizeof(Plan)},
     {"Rubrique", ChampsRubrique, sizeof(Rubrique)},
     {"Banque", ChampsBanque, sizeof(Banque)},
+    {"OperationImportee", ChampsOperationImportee, sizeof(OperationImportee)},
     {"Mouvement", ChampsMouvement, sizeof(Mouvement)},
     {"EcrSimple", ChampsEcrSimple, sizeof(EcrSimple)},
     {"EcrStandard", ChampsEcrStandard, sizeof(EcrStandard)},
@@ -272,6 +282,8 @@ std::span<const Champ> Champs(u16 numFichier) {
       return ChampsRubrique;
     case FichierBanques:
       return ChampsBanque;
+    case FichierReleves:
+      return ChampsOperationImportee;
     case FichierImmo:
       return ChampsImmobilisation;
     case FichierAmo:

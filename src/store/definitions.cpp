@@ -215,6 +215,13 @@ unsigned ComposeBanque(unsigned indice, const void* rec, char* sortie) {
   return e.Taille();
 }
 
+unsigned ComposeReleve(unsigned indice, const void* rec, char* sortie) {
+  const OperationImportee& r = *static_cast<const OperationImportee*>(rec);
+  Ecrivain e(sortie);
+  if (indice == 0) CleBanques1(e, Vue(r.Compte), r.Date);
+  return e.Taille();
+}
+
 unsigned ComposeJournal(unsigned indice, const void* rec, char* sortie) {
   const Line& r = *static_cast<const Line*>(rec);
   const unsigned journal = static_cast<u16>(r.Journal);
@@ -314,6 +321,8 @@ constexpr DefinitionFichier Table[] = {
     {FichierDepenses, "DEPENSES", sizeof(DepenseLiee), 102, 2, {31, 39}, {}, true, false, 1,
      ComposeDepense},
     {FichierAuto, "AUTO", sizeof(EcrituresAuto), 0, 0, {}, {}, false, false, 4, ComposeRien},
+    {FichierReleves, "RELEVES", sizeof(OperationImportee), 109, 1, {23}, {true}, false, false, 1,
+     ComposeReleve},
 };
 // clang-format on
 

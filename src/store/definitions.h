@@ -21,6 +21,7 @@ enum NumeroFichier : u16 {
   FichierRecettes = 97,
   FichierDepenses = 101,
   FichierAuto = 104,
+  FichierReleves = 108,
 };
 
 /// A key text never exceeds this.

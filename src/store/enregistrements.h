@@ -124,6 +124,26 @@ static_assert(sizeof(Banque) == 170);
 static_assert(offsetof(Banque, Libelle) == 13 && offsetof(Banque, Date) == 94 &&
               offsetof(Banque, Sens) == 118);
 
+/// What an operation that came from a statement's file is known again by. It outlives the operation
+/// itself: its matching, its deletion. Store "RELEVES".
+struct OperationImportee {
+  u16 Reserve0;
+  char Compte[11];
+  u32 Date;
+  u32 DateValeur;
+  f64 Montant;      ///< in the currency of the statement, above 0
+  char Monnaie[4];  ///< "EUR" or "FRF"
+  i16 Sens;         ///< 0 débit, 1 crédit
+  i16 Format;       ///< 1 OFX, 2 CAMT.053, 3 QIF, 4 CFONB, 5 CSV
+  char Libelle[81];
+  char Identifiant[129];  ///< the bank's own in that format; empty: none
+  u8 Reserve247[33];
+};
+static_assert(sizeof(OperationImportee) == 280);
+static_assert(offsetof(OperationImportee, Date) == 13 && offsetof(OperationImportee, Montant) == 21 &&
+              offsetof(OperationImportee, Libelle) == 37);
+static_assert(offsetof(OperationImportee, Identifiant) == 118);
+
 /// Header of an entry: the common beginning of every entry form.
 struct Mouvement {
   u16 Reserve0;

@@ -25,6 +25,8 @@
 #include "forms/assets/dialogcession.h"
 #include "forms/auto/dialogautoecheance.h"
 #include "forms/banque/dialograpprochement.h"
+#include "forms/banque/dialogreleve.h"
+#include "forms/banque/dialogrelevecsv.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
@@ -237,8 +239,16 @@ void TousLesFormulaires::Ecritures() {
   CriteresRemise cheques = CriteresRemiseProposes(App());
   CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
   CDialogAutoEcheance echeances(Ui, {{1, FaitDate(15, 3, 2003), "Loyer", "BQ", JournalDepenses, 700, true}});
-  for (QDialog* forme : std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement,
-                                                        &rapprochement, &frais, &remise, &echeances})
+  const std::string tableau =
+      "Date;Libellé;Débit;Crédit\r\n"_w + "03/11/2003;" + std::string(80, 'M') + ";123456,78;\r\nx;y;;1\r\n";
+  FormeCsv formeCsv = ProposeCsv(tableau);
+  CDialogReleve releve(Ui, tableau, u"releve-de-novembre.csv"_s, {});
+  ASSERT_FALSE(RetientForme(App(), releve.Compte(), formeCsv));
+  CDialogReleve connu(Ui, tableau, u"releve-de-novembre.csv"_s, {});
+  CDialogReleveCsv csv(Ui, tableau, formeCsv);
+  for (QDialog* forme :
+       std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &rapprochement,
+                                       &frais, &remise, &echeances, &connu, &csv})
     Regarde(*forme);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,

@@ -326,7 +326,7 @@ TEST_F(Commandes, ReconstruireUnFichierEndommage) {
   EXPECT_EQ(r.statut, StatutFait) << r.erreurs;
   EXPECT_EQ(Json::parse(r.sortie)["gardes"], 7) << r.sortie;
   Sain();
-  EXPECT_EQ(Lance({"reconstruire"}).Lignes().size(), 6u);
+  EXPECT_EQ(Lance({"reconstruire"}).Lignes().size(), 7u);
 }
 
 TEST_F(Commandes, Demo) {

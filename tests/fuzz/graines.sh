@@ -1,5 +1,6 @@
 #!/bin/sh
-# graines.sh DIR [fenlorctl]: makes small seed corpora DIR/dat, DIR/idx, DIR/json, DIR/profil, DIR/reprise.
+# graines.sh DIR [fenlorctl]: makes small seed corpora DIR/dat, DIR/idx, DIR/json, DIR/profil, DIR/reprise,
+# and one of each format of statements.
 set -eu
 dir=$1
 fenlorctl=${2:-build/release/bin/fenlorctl}
@@ -47,3 +48,30 @@ saisie 5 <"$tmp/RUBRIQUE" >"$dir/json/rubriques"
 
 printf '[Activite]\r\nExercices=2003\r\nMot de Passe="  x "\r\n;reste\r\n[2003]\r\nDebut=01/01/2003\r\nActivite|Exercice|2003' >"$dir/profil/simple"
 printf '[A]\nb = \047c\047\nB=d\n[a]\nb=e\n[]\n=x\na|b| \"q\"' >"$dir/profil/bords"
+
+# Statements, one of each format and its bounds.
+for nom in ofx camt qif cfonb csv; do mkdir -p "$dir/$nom"; done
+cat >"$dir/ofx/sgml" <<'FIN'
+OFXHEADER:100
+DATA:OFXSGML
+CHARSET:1252
+
+<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><CURDEF>EUR<BANKACCTFROM><BANKID>1<ACCTID>2</BANKACCTFROM><BANKTRANLIST>
+<STMTTRN><TRNTYPE>DEBIT<DTPOSTED>20030310120000[-5:EST]<TRNAMT>-1 234,50<FITID>A&amp;1<NAME>Loyer <MEMO><![CDATA[a<b]]></STMTTRN>
+</BANKTRANLIST><LEDGERBAL><BALAMT>1.5<DTASOF>20030331</LEDGERBAL></STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>
+FIN
+cat >"$dir/camt/petit" <<'FIN'
+<?xml version="1.0" encoding="ISO-8859-1"?><Document><BkToCstmrStmt><Stmt><Acct><Id><IBAN>FR76</IBAN></Id><Ccy>EUR</Ccy></Acct>
+<Bal><Tp><CdOrPrtry><Cd>CLBD</Cd></CdOrPrtry></Tp><Amt Ccy="EUR">1.00</Amt><CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2003-03-31</Dt></Dt></Bal>
+<Ntry><Amt Ccy="EUR">12.50</Amt><CdtDbtInd>DBIT</CdtDbtInd><Sts><Cd>BOOK</Cd></Sts><BookgDt><Dt>2003-03-10</Dt></BookgDt><ValDt><DtTm>2003-03-11T00:00:00</DtTm></ValDt>
+<AcctSvcrRef>R1</AcctSvcrRef><NtryDtls><TxDtls><RltdPties><Cdtr><Nm>a</Nm></Cdtr></RltdPties><RmtInf><Ustrd>b</Ustrd></RmtInf></TxDtls></NtryDtls></Ntry></Stmt></BkToCstmrStmt></Document>
+FIN
+printf '!Account\nN12\n^\n!Type:Bank\nD10/03'"'"'03\nT-1,234.50\nPa\nMb\nN7\n^\nD2003-03-10\nT5\n^' >"$dir/qif/petit"
+solde() { printf '%s10000    20000EUR2 00012345678  310303%50s0000000012345%s%16s\r\n' "$1" '' "$2" ''; }
+{ solde 01 A
+  printf '0410000    20000EUR2 00012345678  100303  110303%-31s  0000007  0000000001250}REFERENCE       \r\n' LIBELLE
+  printf '0510000    20000EUR2 00012345678  100303     LIB%-70s  \r\n' SUITE
+  solde 07 K; } >"$dir/cfonb/petit"
+printf '01Compte n : 12\nSolde au 31/03/2003;1 234,56\nDate;Valeur;Libell\351;D\351bit;Cr\351dit;R\351f\351rence\n10/03/2003;;"a ""b""\nc";-1,00;;7\n' >"$dir/csv/deux"
+printf '01Date,Description,Amount,Currency,Sens\n2003-03-10,a,1.50,EUR,D\n' >"$dir/csv/un"
+printf '\377\376D\000a\000t\000e\000\t\000M\000o\000n\000t\000a\000n\000t\000\n\0001\000/\0003\000/\0000\0003\000\t\0001\000' >"$dir/csv/utf16"

@@ -3,5 +3,6 @@
 set -eu
 corpus=build/fuzz/corpus/$1
 mkdir -p "$corpus"
+export LSAN_OPTIONS="suppressions=tests/lsan.txt"
 exec "build/fuzz/bin/fuzz_$1" -max_total_time="${2:-600}" -max_len=8192 -rss_limit_mb=4096 -print_final_stats=1 \
   -artifact_prefix="build/fuzz/$1-" "$corpus" >"build/fuzz/$1.log" 2>&1

@@ -10,6 +10,7 @@
 #include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
+#include "forms/banque/dialogreleve.h"
 #include "forms/banque/textes.h"
 #include "forms/journal/dialogecriture.h"
 #include "store/cumuls.h"
@@ -123,10 +124,13 @@ void CDialogRapprochement::DeclareOperations(Formulaire& formulaire) {
       .Rangee({&Bouton(m_modifier, "modifier", &CDialogRapprochement::ModifieOperation),
                &Bouton(m_supprimer, "supprimer", &CDialogRapprochement::SupprimeOperationChoisie)})
       .Rangee({&Bouton(m_creer, "creer", &CDialogRapprochement::CreeEcriture)})
+      .Rangee({&Bouton(m_importer, "importer", &CDialogRapprochement::ImporteReleve)})
       .Pousse();
   m_modifier.setText(u"&Modifier"_s);
   m_supprimer.setText(u"&Supprimer"_s);
   m_creer.setText(u"&Créer l'écriture..."_s);
+  m_importer.setText(u"&Importer un relevé..."_s);
+  m_importer.setToolTip(u"Ajouter les opérations d'un fichier de la banque"_s);
   m_creer.setToolTip(u"Saisir l'écriture que l'opération demande, et l'en rapprocher (Inser)"_s);
 }
 
@@ -432,6 +436,14 @@ void CDialogRapprochement::SupprimeOperationChoisie() {
   OperationLue operation;
   if (!OperationVoulue(operation)) return;
   if (Refuse(SupprimeOperation(App(), operation.position, Euro()))) Recharge();
+}
+
+void CDialogRapprochement::ImporteReleve() {
+  if (!AbandonneSaisie()) return;
+  std::string compte = Compte();
+  if (!ImporteFichierReleve(Contexte(), compte, this)) return;
+  m_compte.Choisit(compte);
+  ChangeCompte();
 }
 
 void CDialogRapprochement::CreeEcriture() {

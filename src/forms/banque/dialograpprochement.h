@@ -78,6 +78,7 @@ class CDialogRapprochement : public CZNDialog {
 
   void ModifieOperation();
   void SupprimeOperationChoisie();
+  void ImporteReleve();
   void CreeEcriture();
   void Manuel();
   void Automatique();
@@ -98,7 +99,7 @@ class CDialogRapprochement : public CZNDialog {
   EditeurDate m_date, m_dateValeur, m_du, m_au;
   EditeurMontant m_debit, m_credit, m_soldeReleve;
   EditeurTexte m_nature;
-  QPushButton m_modifier, m_supprimer, m_creer, m_manuel, m_automatique;
+  QPushButton m_modifier, m_supprimer, m_creer, m_importer, m_manuel, m_automatique;
   LectureCoupee m_libelle, m_natureChoisie;
   Lecture m_cumul, m_soldeLivres, m_difference;
   QCheckBox m_confirmation;

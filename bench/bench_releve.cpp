@@ -1,0 +1,101 @@
+// bench_releve [RUNS [OPERATIONS [LINES]]]
+// Imports a statement of so many operations (20000), a table of the bank, into a practice whose journal has
+// so many lines (60000), beside reading those lines once through the store, in the same run; then imports it
+// again, when all of it is known. The bars: an import costs at most 6 times the reading, and one sync; the
+// status is 1 when one is missed, unless the sizes are others.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "banque/importreleve.h"
+#include "classeur.h"
+#include "dialoguemuet.h"
+#include "mesures.h"
+#include "store/definitions.h"
+
+namespace fenlor::bench {
+namespace {
+
+constexpr unsigned OperationsBarre = 20'000, LignesBarre = 60'000;
+
+std::string TexteReleve(unsigned operations, unsigned serie) {
+  std::string texte = "Date;Libelle;Montant\n";
+  char ligne[96];
+  for (unsigned i = 0; i < operations; ++i) {
+    std::snprintf(ligne, sizeof ligne, "%02u/%02u/2003;PRLV SEPA FOURNISSEUR %u REF %u;-%u,%02u\n",
+                  1 + i % 28, 1 + i / 28 % 12, serie, i, 1 + i % 900, i % 100);
+    texte += ligne;
+  }
+  return texte;
+}
+
+unsigned LitJournal(QVAPI& magasin) {
+  unsigned lignes = 0;
+  std::string cle;
+  Line ligne;
+  for (Position p = magasin.QVFirstKey(77, cle); p; p = magasin.QVNextKey(77, cle))
+    if (magasin.QVReadRec(FichierJournal, p, &ligne)) ++lignes;
+  return lignes;
+}
+
+int Execute(unsigned tours, unsigned operations, unsigned lignes) {
+  const std::string dossier =
+      (std::filesystem::temp_directory_path() / ("fenlor-bench-releve-" + std::to_string(getpid()))).string();
+  double import = 0, connu = 0, lecture = 0;
+  u64 synchros = 0;
+  {
+    Classeur classeur(dossier);
+    classeur.Remplit(lignes / LignesParEcriture);
+    QVAPI& magasin = classeur.Magasin();
+    DialogueMuet dialogue;
+    CFenlorApp app(magasin, dialogue);
+    app.NomExercice = magasin.NomExercice();
+    app.PathExercice = magasin.PathExercice();
+    const auto importe = [&](const std::string& texte, std::size_t attendu) {
+      ApercuReleve apercu;
+      if (PrepareReleve(app, "512", LitReleve(texte, FormatReleve::Inconnu), {}, apercu)) Echec("no preview");
+      if (apercu.Nombre(SortOperation::Nouvelle) != attendu) Echec("not what was to be imported");
+      if (ImporteReleve(app, apercu)) Echec("the import is refused");
+    };
+    std::vector<double> neufs, deja, lus;
+    for (unsigned tour = 0; tour <= tours; ++tour) {
+      const std::string texte = TexteReleve(operations, tour);
+      const u64 avant = magasin.NbSynchros();
+      neufs.push_back(Duree([&] { importe(texte, operations); }));
+      synchros = magasin.NbSynchros() - avant;
+      deja.push_back(Duree([&] { importe(texte, 0); }));
+      lus.push_back(Duree([&] {
+        if (LitJournal(magasin) < lignes / LignesParEcriture * LignesParEcriture) Echec("lines are missing");
+      }));
+    }
+    import = Mediane(neufs);
+    connu = Mediane(deja);
+    lecture = Mediane(lus);
+  }
+  Tableau tableau;
+  const bool barre = operations == OperationsBarre && lignes == LignesBarre;
+  tableau.EnTete();
+  tableau.Ligne("a statement, read, compared and written", EnTemps(import), EnTemps(lecture),
+                import / lecture, "x", barre ? 6 : 0, false);
+  tableau.Ligne("the same again, all of it known", EnTemps(connu), EnTemps(lecture), connu / lecture, "x", 0,
+                false);
+  tableau.Ligne("syncs of an import", std::to_string(synchros), "1", static_cast<double>(synchros), "", 1,
+                false);
+  std::filesystem::remove_all(dossier);
+  return tableau.Manquees() ? 1 : 0;
+}
+
+}  // namespace
+}  // namespace fenlor::bench
+
+int main(int nombre, char** arguments) {
+  const auto valeur = [&](int rang, unsigned defaut) {
+    return nombre > rang ? static_cast<unsigned>(std::strtoul(arguments[rang], nullptr, 10)) : defaut;
+  };
+  return fenlor::bench::Execute(valeur(1, 3), valeur(2, fenlor::bench::OperationsBarre),
+                                valeur(3, fenlor::bench::LignesBarre));
+}

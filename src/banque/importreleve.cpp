@@ -1,0 +1,338 @@
+#include "banque/importreleve.h"
+
+#include <algorithm>
+#include <cassert>
+#include <map>
+#include <memory>
+#include <set>
+
+#include "banque/operations.h"
+#include "banque/textes.h"
+#include "core/btfiles.h"
+#include "core/erreurs.h"
+#include "core/erreursexercice.h"
+#include "core/valeurs.h"
+#include "store/cumuls.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+/// Two writings of a label in different formats agree on so many letters and digits, or the shorter one ends
+/// before.
+constexpr std::size_t LettresCommunes = 20;
+constexpr std::size_t TailleIdentifiant = sizeof(OperationImportee::Identifiant) - 1;
+
+std::string Monnaie(const std::string& texte, bool euro) {
+  const std::string nue = LibelleNu(texte);
+  if (texte.starts_with('\x80') || nue.starts_with("EUR") || nue == "978") return "EUR";
+  if (nue == "F" || nue == "FF" || nue.starts_with("FR")) return "FRF";
+  return nue.empty() ? (euro ? "EUR" : "FRF") : std::string();
+}
+
+/// An id as it is kept: a longer one ends in a number made of all of it.
+std::string IdentifiantCourt(const std::string& id) {
+  if (id.size() <= TailleIdentifiant) return id;
+  u64 nombre = 14695981039346656037u;
+  for (const char c : id) nombre = (nombre ^ static_cast<unsigned char>(c)) * 1099511628211u;
+  return id.substr(0, TailleIdentifiant - 21) + '#' + std::to_string(nombre);
+}
+
+/// Day, amount, side and currency: what two operations must share in any case.
+std::string Seau(Date date, i64 centimes, i16 sens, const std::string& monnaie) {
+  return StrSDate(date) + ' ' + std::to_string(centimes) + (sens ? "C " : "D ") + monnaie + ' ';
+}
+
+/// The imported operations of one account, each of which answers for one operation of the file.
+class Connues {
+ public:
+  void Ajoute(const OperationImportee& rec) {
+    const std::size_t n = m_operations.size();
+    const char format = static_cast<char>('0' + std::clamp<int>(rec.Format, 0, 9));
+    const std::string id = LitTexte(rec.Identifiant);
+    const i64 centimes = Centimes(rec.Montant);
+    m_operations.push_back({centimes, rec.Sens, false});
+    if (!id.empty()) m_parId.emplace(format + id, n);
+    // Behind the bucket the format whose ids it has: such an operation is no other one's of that format with
+    // an id.
+    const std::string seau =
+        Seau(rec.Date, centimes, rec.Sens, LitTexte(rec.Monnaie)) + (id.empty() ? '0' : format);
+    m_parLibelle.emplace(seau + LibelleNu(LitTexte(rec.Libelle)), n);
+  }
+
+  /// An id of the file stands for another amount: the bank counts anew in each file.
+  bool Contredit(char format, const OperationBanque& operation) const {
+    const auto [debut, fin] = m_parId.equal_range(format + IdentifiantCourt(operation.id));
+    return debut != fin && std::none_of(debut, fin, [&](const auto& connue) {
+             const Une& une = m_operations[connue.second];
+             return une.centimes == operation.centimes && une.sens == operation.sens;
+           });
+  }
+
+  bool PrendId(char format, const OperationBanque& operation) {
+    const auto [debut, fin] = m_parId.equal_range(format + IdentifiantCourt(operation.id));
+    for (auto connue = debut; connue != fin; ++connue) {
+      Une& une = m_operations[connue->second];
+      if (une.prise || une.centimes != operation.centimes || une.sens != operation.sens) continue;
+      une.prise = true;
+      m_parId.erase(connue);
+      return true;
+    }
+    return false;
+  }
+
+  /// `entier`: the same label; otherwise one of which the other is a shorter or longer writing. `format`:
+  /// with ids of its own, 0 when it has none that counts.
+  bool PrendLibelle(char format, const OperationBanque& operation, bool entier) {
+    const std::string seau = Seau(operation.date, operation.centimes, operation.sens, operation.monnaie);
+    const std::string nu = LibelleNu(operation.libelle);
+    for (char autre = '0'; autre <= '5'; ++autre) {
+      if (autre == format && autre != '0') continue;
+      if (entier ? Prend(seau + autre + nu, true) : PrendProche(seau + autre, nu)) return true;
+    }
+    return false;
+  }
+
+ private:
+  struct Une {
+    i64 centimes = 0;
+    i16 sens = 0;
+    bool prise = false;
+  };
+
+  /// The first that is left with that key, or with one that begins so.
+  bool Prend(const std::string& cle, bool exacte) {
+    for (auto connue = m_parLibelle.lower_bound(cle); connue != m_parLibelle.end();) {
+      if (exacte ? connue->first != cle : !connue->first.starts_with(cle)) return false;
+      Une& une = m_operations[connue->second];
+      const bool libre = !une.prise;
+      une.prise = true;
+      connue = m_parLibelle.erase(connue);
+      if (libre) return true;
+    }
+    return false;
+  }
+
+  bool PrendProche(const std::string& seau, const std::string& nu) {
+    if (Prend(seau + nu.substr(0, LettresCommunes), false)) return true;
+    for (std::size_t n = std::min(nu.size(), LettresCommunes); n-- > 0;)
+      if (Prend(seau + nu.substr(0, n), true)) return true;
+    return false;
+  }
+
+  std::vector<Une> m_operations;
+  std::multimap<std::string, std::size_t> m_parId, m_parLibelle;
+};
+
+bool LitConnues(CFenlorApp& app, const std::string& compte, Connues& connues) {
+  CReleves releves(app, app.PathExercice);
+  if (!releves.OpenFile()) return false;
+  return app.Magasin.QVParcoursCle(releves.NumCle, compte, compte + '\xFF', [&](Position, const void* rec) {
+    connues.Ajoute(*static_cast<const OperationImportee*>(rec));
+    return true;
+  });
+}
+
+/// What stands more than once in one file tells nothing apart.
+void OteIdentifiantsDoubles(std::vector<LigneApercu>& lignes) {
+  std::map<std::string, unsigned> nombre;
+  for (const LigneApercu& ligne : lignes) ++nombre[ligne.operation.id];
+  for (LigneApercu& ligne : lignes)
+    if (nombre[ligne.operation.id] > 1) ligne.operation.id.clear();
+}
+
+/// Who is known: ids first, then equal labels of the day, then labels that go together.
+void Classe(Connues& connues, ApercuReleve& apercu) {
+  const char format = static_cast<char>('0' + static_cast<int>(apercu.format));
+  std::vector<LigneApercu*> restent;
+  for (LigneApercu& ligne : apercu.lignes)
+    if (ligne.sort == SortOperation::Nouvelle) restent.push_back(&ligne);
+  apercu.sansIdentifiants = std::any_of(restent.begin(), restent.end(), [&](const LigneApercu* ligne) {
+    return !ligne->operation.id.empty() && connues.Contredit(format, ligne->operation);
+  });
+  if (apercu.sansIdentifiants)
+    for (LigneApercu& ligne : apercu.lignes) ligne.operation.id.clear();
+  const auto passe = [&](auto connue) {
+    std::erase_if(restent, [&](LigneApercu* ligne) {
+      if (!connue(ligne->operation)) return false;
+      ligne->sort = SortOperation::Connue;
+      return true;
+    });
+  };
+  const auto siens = [&](const OperationBanque& o) { return o.id.empty() ? '0' : format; };
+  passe([&](const OperationBanque& o) { return !o.id.empty() && connues.PrendId(format, o); });
+  passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, true); });
+  passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, false); });
+}
+
+/// Letters and digits of two writings of one account at a bank: a part of the other.
+bool MemeNumero(const std::string& a, const std::string& b) {
+  const std::string nuA = LibelleNu(a), nuB = LibelleNu(b);
+  return nuA.find(nuB) != std::string::npos || nuB.find(nuA) != std::string::npos;
+}
+
+std::string NumeroRetenu(CFenlorApp& app, const std::string& compte) {
+  return app.Reglages.LitIni(Texte(SecReleves), TexteFormat(CleNumeroBanque, {compte}));
+}
+
+Refus EchecReglages(CFenlorApp& app) {
+  const Profil& reglages = app.Magasin.Reglages();
+  return Refus(ErrReglages, "", {reglages.Chemin(), app.Magasin.QVErreurTexte(reglages.Erreur())});
+}
+
+/// The account of the file; null: none, with what is wrong.
+const Releve* Choisit(CFenlorApp& app, const ApercuReleve& apercu, const LectureReleve& lecture,
+                      const std::string& numero, Refus& refus) {
+  std::string noms;
+  const std::string voulu = numero.empty() ? NumeroRetenu(app, apercu.compte) : numero;
+  for (const Releve& releve : lecture.comptes) {
+    if (!voulu.empty() && MemeNumero(releve.compte, voulu)) return &releve;
+    noms += (noms.empty() ? "" : ", ") + releve.compte;
+  }
+  if (!numero.empty())
+    refus = Refus(ErrNumeroBanque, "numero", {numero, noms});
+  else if (lecture.comptes.size() > 1)
+    refus = Refus(ErrPlusieursComptes, "numero", {noms});
+  return refus || lecture.comptes.empty() ? nullptr : &lecture.comptes.front();
+}
+
+void Releve_(CFenlorApp& app, const Releve& releve, ApercuReleve& apercu) {
+  const bool euro = app.Reglages.IsEuro();
+  const Date debut = app.Reglages.GetDebutExercice(), fin = app.Reglages.GetFinExercice();
+  const std::string retenu = NumeroRetenu(app, apercu.compte);
+  apercu.numero = releve.compte;
+  if (!retenu.empty() && !releve.compte.empty() && !MemeNumero(retenu, releve.compte))
+    apercu.autreNumero = retenu;
+  apercu.solde = releve.solde;
+  apercu.dateSolde = releve.dateSolde;
+  apercu.monnaie = Monnaie(releve.monnaie, euro);
+  if (apercu.monnaie.empty()) apercu.solde.reset();
+  apercu.lignes.reserve(releve.operations.size());
+  for (const OperationBanque& operation : releve.operations) {
+    LigneApercu ligne{SortOperation::Nouvelle, operation.rang, operation, {}};
+    const std::string dite = operation.monnaie.empty() ? releve.monnaie : operation.monnaie;
+    ligne.operation.monnaie = Monnaie(dite, euro);
+    if (ligne.operation.monnaie.empty()) {
+      ligne.sort = SortOperation::Illisible;
+      ligne.raison = TexteFormat(PlainteMonnaie, {dite});
+    } else if (operation.date < debut || operation.date > fin) {
+      ligne.sort = SortOperation::HorsExercice;
+    }
+    apercu.lignes.push_back(std::move(ligne));
+  }
+}
+
+void Compose(CFenlorApp& app, const ApercuReleve& apercu, const OperationBanque& operation, Banque& banque,
+             OperationImportee& importee) {
+  assert(operation.centimes > 0 && IsDateOk(operation.date));
+  const f64 montant = DeCentimes(operation.centimes), taux = app.Magasin.GetTauxEuro(operation.date);
+  const bool euro = operation.monnaie == "EUR";
+  banque = {};
+  PoseTexte(banque.Compte, apercu.compte);
+  PoseTexte(banque.Libelle, operation.libelle);
+  banque.Date = operation.date;
+  banque.DateValeur = operation.dateValeur ? operation.dateValeur : operation.date;
+  banque.MontantEuro = euro ? montant : QVAPI::ConvertFrancToEuro(taux, montant);
+  banque.MontantFranc = euro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant;
+  banque.Sens = operation.sens;
+  importee = {};
+  PoseTexte(importee.Compte, apercu.compte);
+  importee.Date = operation.date;
+  importee.DateValeur = banque.DateValeur;
+  importee.Montant = montant;
+  PoseTexte(importee.Monnaie, operation.monnaie);
+  importee.Sens = operation.sens;
+  importee.Format = static_cast<i16>(apercu.format);
+  PoseTexte(importee.Libelle, operation.libelle);
+  PoseTexte(importee.Identifiant, IdentifiantCourt(operation.id));
+}
+
+Refus EcritOperations(CFenlorApp& app, const ApercuReleve& apercu) {
+  CBanques banques(app, app.PathExercice);
+  CReleves releves(app, app.PathExercice);
+  if (!banques.OpenFile() || !releves.OpenFile()) return EchecFichier();
+  QVAPI::Unite unite(app.Magasin);
+  for (const LigneApercu& ligne : apercu.lignes) {
+    if (ligne.sort != SortOperation::Nouvelle) continue;
+    Compose(app, apercu, ligne.operation, *banques.Rec, *releves.Rec);
+    if (!banques.Add() || !releves.Add()) return EchecFichier();
+  }
+  return unite.Valide() ? Refus{} : app.EchecMagasin();
+}
+
+Refus RetientSolde(CFenlorApp& app, const ApercuReleve& apercu) {
+  if (!apercu.solde || apercu.dateSolde > app.Reglages.GetFinExercice()) return {};
+  if (apercu.dateSolde != 0 && apercu.dateSolde < app.Reglages.GetDebutExercice()) return {};
+  const auto connu = LitSoldeReleve(app, apercu.compte);
+  if (connu && connu->date > apercu.dateSolde) return {};
+  SoldeReleve solde;
+  solde.montant = DeCentimes(*apercu.solde);
+  solde.euro = apercu.monnaie == "EUR";
+  solde.date = apercu.dateSolde;
+  return EcritSoldeReleve(app, apercu.compte, solde);
+}
+
+}  // namespace
+
+Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureReleve& lecture,
+                    const std::string& numero, ApercuReleve& apercu) {
+  apercu = {};
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus refus = ControleCompteBanque(app, compte)) return refus;
+  apercu.compte = QVAPI::GetLongCompte(compte);
+  apercu.format = lecture.format;
+  Refus refus;
+  const Releve* releve = Choisit(app, apercu, lecture, numero, refus);
+  if (refus) return refus;
+  if (releve) {
+    Releve_(app, *releve, apercu);
+    OteIdentifiantsDoubles(apercu.lignes);
+    Connues connues;
+    if (!LitConnues(app, apercu.compte, connues)) return app.EchecMagasin();
+    Classe(connues, apercu);
+  }
+  for (const PlainteReleve& plainte : lecture.plaintes)
+    apercu.lignes.push_back({SortOperation::Illisible, plainte.rang, {}, plainte.raison});
+  for (const LigneApercu& ligne : apercu.lignes) ++apercu.nombres[static_cast<std::size_t>(ligne.sort)];
+  return {};
+}
+
+Refus ImporteReleve(CFenlorApp& app, const ApercuReleve& apercu) {
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (apercu.Nombre(SortOperation::Nouvelle) > 0)
+    if (const Refus refus = EcritOperations(app, apercu)) return refus;
+  if (const Refus refus = RetientSolde(app, apercu)) return refus;
+  if (apercu.numero.empty() || apercu.numero == NumeroRetenu(app, apercu.compte)) return {};
+  const bool ecrit =
+      app.Reglages.EcritIni(Texte(SecReleves), TexteFormat(CleNumeroBanque, {apercu.compte}), apercu.numero);
+  return ecrit ? Refus{} : EchecReglages(app);
+}
+
+std::optional<FormeCsv> FormeRetenue(CFenlorApp& app, const std::string& compte, std::string_view octets) {
+  const auto forme = FormeDepuis(app.Reglages.LitIni(Texte(SecReleves), TexteFormat(CleFormeCsv, {compte})));
+  return forme ? std::optional(FormePour(octets, *forme)) : std::nullopt;
+}
+
+Refus RetientForme(CFenlorApp& app, const std::string& compte, const FormeCsv& forme) {
+  const bool ecrit =
+      app.Reglages.EcritIni(Texte(SecReleves), TexteFormat(CleFormeCsv, {compte}), TexteForme(forme));
+  return ecrit ? Refus{} : EchecReglages(app);
+}
+
+Refus LitFichierReleve(CFenlorApp& app, const std::string& chemin, std::string& octets) {
+  std::unique_ptr<Fichier> fichier;
+  int code = app.Magasin.SystemeFichiers().Ouvre(chemin, Systeme::Lecture, fichier);
+  octets.clear();
+  for (std::size_t lus = 1; code == 0 && lus != 0 && octets.size() <= TailleReleveMax;) {
+    const std::size_t place = octets.size();
+    octets.resize(place + (1u << 20));
+    code = fichier->Lit(octets.data() + place, 1u << 20, place, lus);
+    octets.resize(place + lus);
+  }
+  if (code == 0) return {};
+  return Refus(ErrOuvertureFichier, "",
+               {DepuisUtf8(chemin).value_or(chemin), " : " + app.Magasin.QVErreurTexte(code)});
+}
+
+}  // namespace fenlor

@@ -1,0 +1,434 @@
+#include "banque/relevecsv.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "banque/textes.h"
+#include "core/valeurs.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+
+namespace {
+
+using C = ColonneReleve;
+
+/// Cells of one row from `place` on, which moves behind its end; false: a quote did not end.
+bool Decoupe(std::string_view texte, char separateur, std::size_t& place, LigneCsv& ligne, u32& lignes) {
+  ligne.cellules.assign(1, {});
+  bool dedans = false, debut = true;
+  const std::size_t depart = place;
+  for (; place < texte.size(); ++place) {
+    const char c = texte[place];
+    std::string& cellule = ligne.cellules.back();
+    if (place - depart > LigneReleveMax) return false;
+    if (dedans) {
+      if (c == '"' && place + 1 < texte.size() && texte[place + 1] == '"') {
+        cellule.push_back('"');
+        ++place;
+      } else if (c == '"') {
+        dedans = false;
+      } else {
+        lignes += c == '\n';
+        cellule.push_back(c == '\n' || c == '\r' ? ' ' : c);
+      }
+    } else if (c == '"' && debut) {
+      dedans = true;
+      debut = false;
+    } else if (c == separateur) {
+      ligne.cellules.emplace_back();
+      debut = true;
+    } else if (c == '\n' || c == '\r') {
+      break;
+    } else {
+      cellule.push_back(c);
+      debut = debut && c == ' ';
+    }
+  }
+  return !dedans;
+}
+
+std::string Nu(const LigneCsv& ligne, int colonne) {
+  if (colonne < 0 || static_cast<std::size_t>(colonne) >= ligne.cellules.size()) return {};
+  return LibelleNet(ligne.cellules[static_cast<std::size_t>(colonne)]);
+}
+
+bool Vide(const LigneCsv& ligne) {
+  return std::all_of(ligne.cellules.begin(), ligne.cellules.end(),
+                     [](const std::string& cellule) { return LibelleNet(cellule).empty(); });
+}
+
+/// What a title says; the first that fits counts. Written as `LibelleNu` leaves them.
+struct MotTitre {
+  std::string_view mot;
+  C colonne;
+};
+constexpr MotTitre Mots[] = {{"DATEDEVALEUR", C::Valeur},
+                             {"DATEVALEUR", C::Valeur},
+                             {"VALEUR", C::Valeur},
+                             {"VALUEDATE", C::Valeur},
+                             {"DATE", C::Date},
+                             {"DEBIT", C::Debit},
+                             {"CREDIT", C::Credit},
+                             {"MONTANT", C::Montant},
+                             {"AMOUNT", C::Montant},
+                             {"SENS", C::Sens},
+                             {"DEVISE", C::Monnaie},
+                             {"MONNAIE", C::Monnaie},
+                             {"CURRENCY", C::Monnaie},
+                             {"REFERENCE", C::Reference},
+                             {"NUMERODOPERATION", C::Reference},
+                             {"NDOPERATION", C::Reference},
+                             {"IDENTIFIANT", C::Reference},
+                             {"LIBELLE", C::Libelle},
+                             {"NATUREDELOPERATION", C::Libelle},
+                             {"DESCRIPTION", C::Libelle},
+                             {"OPERATION", C::Libelle},
+                             {"LABEL", C::Libelle},
+                             {"DETAIL", C::Detail},
+                             {"INFORMATIONS", C::Detail},
+                             {"COMPLEMENT", C::Detail},
+                             {"MEMO", C::Detail}};
+
+/// Columns that a row of titles names; false for any other row. "DATE" means the first, "LIBELLE" may come
+/// twice, and the second is a detail.
+bool LitTitres(const LigneCsv& ligne, FormeCsv& forme) {
+  forme.colonnes.fill(-1);
+  for (std::size_t i = 0; i < ligne.cellules.size() && i < 100; ++i) {
+    const std::string titre = LibelleNu(ligne.cellules[i]);
+    if (titre.empty() || titre.size() > 40) continue;
+    for (const auto& [mot, colonne] : Mots) {
+      const bool date = colonne == C::Date || colonne == C::Valeur;
+      if (date ? !titre.starts_with(mot) : titre.find(mot) == std::string::npos) continue;
+      C pour = colonne;
+      if (forme[pour] >= 0 && pour == C::Libelle) pour = C::Detail;
+      if (forme[pour] < 0) forme[pour] = static_cast<int>(i);
+      break;
+    }
+  }
+  return forme.Complete();
+}
+
+/// Titles of an amount that is split into two make a "Montant" beside them nothing to read.
+void Departage(FormeCsv& forme) {
+  if (forme[C::Debit] >= 0 && forme[C::Credit] >= 0)
+    forme[C::Montant] = forme[C::Sens] = -1;
+  else
+    forme[C::Debit] = forme[C::Credit] = -1;
+}
+
+bool EstJour(const std::string& texte) {
+  return LitJour(texte, OrdreDate::JourMoisAnnee) || LitJour(texte, OrdreDate::AnneeMoisJour) ||
+         LitJour(texte, OrdreDate::MoisJourAnnee);
+}
+
+/// Without titles: the first date, the last amount or the last two of them, the longest text.
+bool DevineColonnes(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
+  std::size_t colonnes = 0;
+  for (const LigneCsv& ligne : lignes)
+    colonnes = std::max(colonnes, std::min<std::size_t>(ligne.cellules.size(), 100));
+  std::vector<std::size_t> jours(colonnes), montants(colonnes), lettres(colonnes);
+  for (const LigneCsv& ligne : lignes) {
+    for (std::size_t i = 0; i < std::min(colonnes, ligne.cellules.size()); ++i) {
+      const std::string texte = LibelleNet(ligne.cellules[i]);
+      const bool jour = EstJour(texte);
+      jours[i] += jour;
+      const bool centimes = texte.find_first_of(".,") != std::string::npos || texte.starts_with("-");
+      montants[i] += !jour && centimes && LitCentimes(texte);
+      if (!jour && !LitCentimes(texte)) lettres[i] += texte.size();
+    }
+  }
+  forme.colonnes.fill(-1);
+  std::vector<int> sommes;
+  for (std::size_t i = 0; i < colonnes; ++i) {
+    const int colonne = static_cast<int>(i);
+    if (jours[i] * 2 > lignes.size() && forme[C::Date] < 0)
+      forme[C::Date] = colonne;
+    else if (jours[i] * 2 > lignes.size() && forme[C::Valeur] < 0)
+      forme[C::Valeur] = colonne;
+    else if (montants[i] > 0 && lettres[i] == 0)
+      sommes.push_back(colonne);
+  }
+  const auto longue = std::max_element(lettres.begin(), lettres.end());
+  if (longue != lettres.end() && *longue > 0) forme[C::Libelle] = static_cast<int>(longue - lettres.begin());
+  if (sommes.size() == 1) forme[C::Montant] = sommes[0];
+  if (sommes.size() > 1) {
+    const auto a = static_cast<std::size_t>(sommes[0]);
+    const bool pleine = montants[a] * 10 > lignes.size() * 9;  // the other one is a balance
+    if (pleine) {
+      forme[C::Montant] = sommes[0];
+    } else {
+      forme[C::Debit] = sommes[0];
+      forme[C::Credit] = sommes[1];
+    }
+  }
+  return forme.Complete();
+}
+
+/// Order of dates and decimal sign that read most of the rows; the French ones before others.
+void DevineEcritures(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
+  std::size_t lus[3] = {}, virgules = 0, points = 0, debits = 0, negatifs = 0;
+  const int colonnes[] = {forme[C::Montant], forme[C::Debit], forme[C::Credit]};
+  for (const LigneCsv& ligne : lignes) {
+    if (ligne.rang <= forme.entete) continue;
+    for (std::size_t o = 0; o < 3; ++o)
+      lus[o] += LitJour(Nu(ligne, forme[C::Date]), static_cast<OrdreDate>(o)) != 0;
+    for (const int colonne : colonnes) {
+      const std::string texte = Nu(ligne, colonne);
+      virgules += !texte.empty() && LitCentimes(texte, ',') && texte.find(',') != std::string::npos;
+      points += !texte.empty() && LitCentimes(texte, '.') && texte.find('.') != std::string::npos;
+    }
+    const auto debit = LitCentimes(Nu(ligne, forme[C::Debit]));
+    debits += debit && *debit != 0;
+    negatifs += debit && *debit < 0;
+  }
+  // A wrong date or two make no American file.
+  if (lus[2] * 3 <= lus[0] * 4) lus[2] = 0;
+  forme.ordre = static_cast<OrdreDate>(std::max_element(lus, lus + 3) - lus);
+  forme.decimale = points > virgules ? '.' : ',';
+  forme.inverse = negatifs * 2 > debits;
+}
+
+std::vector<LigneCsv> Lignes(std::string_view texte, char separateur, std::size_t nombre) {
+  std::vector<LigneCsv> lignes;
+  ParcoursCsv(texte, separateur, [&](const LigneCsv& ligne) {
+    lignes.push_back(ligne);
+    return lignes.size() < nombre;
+  });
+  return lignes;
+}
+
+/// The separator that cuts most rows into the same number of cells.
+char DevineSeparateur(std::string_view texte) {
+  char meilleur = ';';
+  std::size_t note = 0;
+  for (const char separateur : {';', '\t', ',', '|'}) {
+    std::vector<std::size_t> nombres(101);
+    for (const LigneCsv& ligne : Lignes(texte, separateur, 100))
+      ++nombres[std::min<std::size_t>(ligne.cellules.size(), 100)];
+    std::size_t lignes = 0;
+    for (std::size_t n = 3; n <= 100; ++n) lignes = std::max(lignes, nombres[n]);
+    if (lignes > note) {
+      note = lignes;
+      meilleur = separateur;
+    }
+  }
+  return meilleur;
+}
+
+constexpr std::size_t LignesVues = 400, OctetsVus = 1u << 20;
+
+std::string Debut(std::string_view octets, JeuTexte jeu) {
+  return EnWindows1252(EnUtf8(octets.substr(0, OctetsVus), jeu));
+}
+
+/// Rows before the first that bears a date and stands behind the titles, if there are any.
+u32 Entete(const std::vector<LigneCsv>& lignes, const FormeCsv& forme) {
+  for (std::size_t i = 0; i < lignes.size() && i < 60; ++i) {
+    FormeCsv titres;
+    if (LitTitres(lignes[i], titres)) return lignes[i].rang;
+  }
+  for (const LigneCsv& ligne : lignes)
+    if (LitJour(Nu(ligne, forme[C::Date]), forme.ordre)) return ligne.rang - 1;
+  return 0;
+}
+
+class LecteurCsv {
+ public:
+  LecteurCsv(const FormeCsv& forme, LectureReleve& lecture) : m_forme(forme), m_lecture(lecture) {}
+
+  void Ligne(const LigneCsv& ligne) {
+    if (Vide(ligne)) return;
+    if (!ligne.tropLongue && ligne.rang <= m_forme.entete) return Avant(ligne);
+    if (ligne.tropLongue) return m_lecture.Plainte(ligne.rang, PlainteLigneLongue);
+    OperationBanque operation;
+    operation.rang = ligne.rang;
+    const std::string date = Nu(ligne, m_forme[C::Date]);
+    operation.date = LitJour(date, m_forme.ordre);
+    if (operation.date == 0) {
+      if (!Solde(ligne)) m_lecture.Plainte(ligne.rang, PlainteDate, {date});
+      return;
+    }
+    operation.dateValeur = LitJour(Nu(ligne, m_forme[C::Valeur]), m_forme.ordre);
+    const auto centimes = Montant(ligne);
+    if (!centimes) return;
+    operation.libelle = LibelleDe({Nu(ligne, m_forme[C::Libelle]), Nu(ligne, m_forme[C::Detail])});
+    operation.id = Nu(ligne, m_forme[C::Reference]);
+    const std::string monnaie = Nu(ligne, m_forme[C::Monnaie]);
+    operation.monnaie = EnMajuscules(monnaie);
+    if (!m_lecture.Place(ligne.rang)) return;
+    AjouteOperation(m_lecture, Sien(), std::move(operation), *centimes);
+  }
+
+ private:
+  Releve& Sien() { return m_lecture.Compte(m_compte, {}); }
+
+  /// Above 0: in. An empty cell of two columns is nothing; both filled are one amount when one is 0.
+  std::optional<i64> Montant(const LigneCsv& ligne) {
+    const auto refuse = [&](const std::string& texte) {
+      m_lecture.Plainte(ligne.rang, PlainteMontant, {texte});
+      return std::nullopt;
+    };
+    const auto lit = [&](const std::string& texte) -> std::optional<i64> {
+      return texte.empty() ? std::optional<i64>(0) : LitCentimes(texte, m_forme.decimale);
+    };
+    if (m_forme[C::Montant] >= 0) {
+      const std::string texte = Nu(ligne, m_forme[C::Montant]), sens = LibelleNu(Nu(ligne, m_forme[C::Sens]));
+      const auto montant = lit(texte);
+      if (!montant || texte.empty()) return refuse(texte);
+      if (m_forme[C::Sens] < 0) return m_forme.inverse ? -*montant : *montant;
+      if (sens.empty() || (sens[0] != 'C' && sens[0] != 'D')) return refuse(texte + ' ' + sens);
+      const i64 valeur = *montant < 0 && sens[0] == 'D' ? -*montant : *montant;
+      return sens[0] == 'D' ? -valeur : valeur;
+    }
+    const std::string moins = Nu(ligne, m_forme[C::Debit]), plus = Nu(ligne, m_forme[C::Credit]);
+    const auto debit = lit(moins), credit = lit(plus);
+    if (!debit || !credit || (*debit != 0 && *credit != 0)) return refuse(moins + ' ' + plus);
+    if (*credit != 0) return *credit;
+    return m_forme.inverse ? *debit : -*debit;
+  }
+
+  /// "Solde au 31/03/2003 ; 1 234,56" above or below the operations: the latest one counts.
+  bool Solde(const LigneCsv& ligne) {
+    bool solde = false;
+    Date date = 0;
+    std::optional<i64> montant;
+    for (const std::string& brute : ligne.cellules) {
+      const std::string cellule = LibelleNet(brute);
+      if (cellule.empty()) continue;
+      if (LibelleNu(cellule).starts_with("SOLDE")) {
+        solde = true;
+        for (std::size_t i = 0; i + 1 < 10 && date == 0; ++i)
+          if (const std::string mot = ChampTexte(static_cast<unsigned>(i), cellule, ' '); !mot.empty())
+            date = LitJour(mot, m_forme.ordre);
+      } else if (const Date jour = LitJour(cellule, m_forme.ordre)) {
+        date = jour;
+      } else if (const auto centimes = LitCentimes(cellule, m_forme.decimale)) {
+        montant = centimes;
+      }
+    }
+    if (!solde || !montant) return false;
+    Releve& releve = Sien();
+    if (date >= releve.dateSolde) {
+      releve.solde = montant;
+      releve.dateSolde = date;
+    }
+    return true;
+  }
+
+  void Avant(const LigneCsv& ligne) {
+    if (Solde(ligne)) return;
+    for (std::size_t i = 0; i < ligne.cellules.size() && m_compte.empty(); ++i) {
+      const std::string mot = LibelleNu(ligne.cellules[i]);
+      if (!mot.starts_with("IBAN") && !mot.starts_with("NUMERODECOMPTE") && !mot.starts_with("COMPTEN"))
+        continue;
+      const std::string cellule = LibelleNet(ligne.cellules[i]);
+      const std::size_t deux = cellule.find(':');
+      if (deux != std::string::npos && deux + 1 < cellule.size())
+        m_compte = LibelleNet(std::string_view(cellule).substr(deux + 1));
+      else if (i + 1 < ligne.cellules.size())
+        m_compte = LibelleNet(ligne.cellules[i + 1]);
+    }
+  }
+
+  const FormeCsv& m_forme;
+  LectureReleve& m_lecture;
+  std::string m_compte;
+};
+
+}  // namespace
+
+bool FormeCsv::Complete() const {
+  const bool deux = (*this)[C::Debit] >= 0 && (*this)[C::Credit] >= 0;
+  return (*this)[C::Date] >= 0 && ((*this)[C::Montant] >= 0 || deux);
+}
+
+void ParcoursCsv(std::string_view texte, char separateur, const std::function<bool(const LigneCsv&)>& suite) {
+  u32 rang = 1;
+  for (std::size_t place = 0; place < texte.size();) {
+    LigneCsv ligne;
+    ligne.rang = rang;
+    const std::size_t debut = place;
+    u32 dedans = 0;
+    if (!Decoupe(texte, separateur, place, ligne, dedans)) {
+      dedans = 0;
+      ligne.tropLongue = true;
+      place = std::min(texte.find_first_of("\r\n", debut), texte.size());
+      // Kept for the eye: its beginning.
+      ligne.cellules.assign(1, std::string(texte.substr(debut, std::min<std::size_t>(place - debut, 200))));
+    }
+    assert(place >= debut);
+    rang += dedans + 1;
+    if (place < texte.size()) place += texte.substr(place, 2) == "\r\n" ? 2 : 1;
+    if (!suite(ligne)) return;
+  }
+}
+
+std::vector<LigneCsv> PremieresLignes(std::string_view octets, const FormeCsv& forme, std::size_t nombre) {
+  return Lignes(Debut(octets, forme.jeu), forme.separateur, nombre);
+}
+
+FormeCsv ProposeColonnes(std::string_view octets, JeuTexte jeu, char separateur) {
+  FormeCsv forme;
+  forme.jeu = jeu;
+  forme.separateur = separateur;
+  const std::vector<LigneCsv> lignes = PremieresLignes(octets, forme, LignesVues);
+  bool titres = false;
+  for (std::size_t i = 0; i < lignes.size() && i < 60 && !titres; ++i) {
+    titres = LitTitres(lignes[i], forme);
+    if (titres) forme.entete = lignes[i].rang;
+  }
+  if (!titres) DevineColonnes(lignes, forme);
+  Departage(forme);
+  DevineEcritures(lignes, forme);
+  if (!titres) forme.entete = Entete(lignes, forme);
+  return forme;
+}
+
+FormeCsv ProposeCsv(std::string_view octets) {
+  const JeuTexte jeu = DevineJeu(octets);
+  return ProposeColonnes(octets, jeu, DevineSeparateur(Debut(octets, jeu)));
+}
+
+FormeCsv FormePour(std::string_view octets, FormeCsv forme) {
+  forme.entete = Entete(PremieresLignes(octets, forme, LignesVues), forme);
+  return forme;
+}
+
+std::string TexteForme(const FormeCsv& forme) {
+  std::string texte = std::to_string(static_cast<int>(forme.jeu)) + '|' +
+                      std::to_string(int{forme.separateur}) + '|' + std::to_string(int{forme.decimale}) +
+                      '|' + std::to_string(static_cast<int>(forme.ordre)) + '|' + (forme.inverse ? "1" : "0");
+  for (const int colonne : forme.colonnes) texte += '|' + std::to_string(colonne);
+  return texte;
+}
+
+std::optional<FormeCsv> FormeDepuis(std::string_view texte) {
+  if (ComptePartie(texte, '|') != 5 + NbColonnesReleve) return {};
+  const auto nombre = [&](std::size_t i, int maximum) {
+    const std::string champ = ChampTexte(static_cast<unsigned>(i), texte, '|');
+    const int valeur = champ == "-1" ? -1 : TexteVersEntier(champ);
+    return valeur <= maximum ? valeur : -1;
+  };
+  FormeCsv forme;
+  forme.jeu = static_cast<JeuTexte>(std::max(nombre(0, 2), 0));
+  forme.separateur = static_cast<char>(nombre(1, 127));
+  forme.decimale = nombre(2, 127) == '.' ? '.' : ',';
+  forme.ordre = static_cast<OrdreDate>(std::max(nombre(3, 2), 0));
+  forme.inverse = nombre(4, 1) == 1;
+  for (std::size_t i = 0; i < NbColonnesReleve; ++i) forme.colonnes[i] = nombre(5 + i, 99);
+  if (forme.separateur <= 0 || !forme.Complete()) return {};
+  return forme;
+}
+
+void LitCsv(std::string_view octets, const FormeCsv& forme, LectureReleve& lecture) {
+  if (!forme.Complete()) return lecture.Plainte(0, PlainteColonnes);
+  const std::string texte = EnWindows1252(EnUtf8(octets, forme.jeu));
+  LecteurCsv lecteur(forme, lecture);
+  ParcoursCsv(texte, forme.separateur, [&](const LigneCsv& ligne) {
+    lecteur.Ligne(ligne);
+    return true;
+  });
+}
+
+}  // namespace fenlor

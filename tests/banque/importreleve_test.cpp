@@ -1,0 +1,171 @@
+// Statements into the file of operations: each operation once, however often and in whatever format it comes.
+#include "banque/importreleve.h"
+
+#include <algorithm>
+#include <map>
+
+#include "banque/fabriquereleves.h"
+#include "banque/operations.h"
+#include "banque/textes.h"
+#include "core/btfiles.h"
+#include "outils/cabinetdetest.h"
+#include "store/cumuls.h"
+#include "store/texte1252.h"
+
+namespace fenlor::test {
+namespace {
+
+using S = SortOperation;
+constexpr FormatReleve Formats[] = {FormatReleve::Ofx, FormatReleve::Camt, FormatReleve::Qif,
+                                    FormatReleve::Cfonb, FormatReleve::Csv};
+constexpr const char* Compte512 = "5120000000";
+
+class ImportReleve : public CabinetDeTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(CreeExercice("2003"));
+    ASSERT_TRUE(PoseCompte(Compte512, Tresorerie, "BQ", "Banque", 1));
+  }
+
+  /// "new/known/outside/unreadable".
+  std::string Importe(const std::string& octets, bool inverse = false) {
+    LectureReleve lecture = LitReleve(octets, FormatReleve::Inconnu);
+    if (inverse)
+      for (Releve& releve : lecture.comptes)
+        for (OperationBanque& o : releve.operations) o.sens = !o.sens;
+    ApercuReleve apercu;
+    Refus refus = PrepareReleve(App(), "512", lecture, {}, apercu);
+    if (!refus) refus = ImporteReleve(App(), apercu);
+    if (refus) return VersUtf8(refus.texte);
+    std::string texte;
+    for (const std::size_t n : apercu.nombres) texte += (texte.empty() ? "" : "/") + std::to_string(n);
+    return texte;
+  }
+
+  std::multimap<Date, i64> EnAttente() {
+    std::multimap<Date, i64> operations;
+    for (const OperationLue& o : LitOperations(App(), Compte512))
+      operations.emplace(o.rec.Date, (o.rec.Sens ? 1 : -1) * Centimes(o.rec.MontantEuro));
+    return operations;
+  }
+  template <class Fichier>
+  std::size_t NombreDe() {
+    Fichier fichier(App(), App().PathExercice);
+    return PositionsDe(App(), fichier).size();
+  }
+};
+
+std::string Comptes(std::size_t nouvelles, std::size_t connues) {
+  return std::to_string(nouvelles) + "/" + std::to_string(connues) + "/0/0";
+}
+
+// Twenty files of each format: the first part of a month, again, all of it, and all of it in the four others.
+TEST_F(ImportReleve, ChaqueOperationUneFois) {
+  std::multimap<Date, i64> vraies;
+  unsigned serie = 0;
+  for (const FormatReleve premier : Formats) {
+    for (int banque = 0; banque < NbBanques; ++banque) {
+      for (unsigned mois = 1; mois <= 4; ++mois) {
+        SCOPED_TRACE(std::string(MotsFormatReleve[static_cast<int>(premier)]) + " " + std::to_string(banque) +
+                     " " + std::to_string(mois));
+        const auto mienne = OperationsVraies(++serie, FaitDate(1, mois, 2003), 28);
+        auto debut = mienne;
+        std::erase_if(debut, [](const OperationVraie& o) { return Jour(o.date) > 14; });
+        for (const OperationVraie& o : mienne) vraies.emplace(o.date, o.centimes);
+        const auto fichier = [&](FormatReleve format, const std::vector<OperationVraie>& operations) {
+          return Importe(FabriqueReleve(format, banque, operations, 100),
+                         format == FormatReleve::Csv && banque == 3);
+        };
+        ASSERT_EQ(fichier(premier, debut), Comptes(debut.size(), 0));
+        ASSERT_EQ(fichier(premier, debut), Comptes(0, debut.size()));
+        ASSERT_EQ(fichier(premier, mienne), Comptes(mienne.size() - debut.size(), debut.size()));
+        for (const FormatReleve format : Formats)
+          ASSERT_EQ(fichier(format, mienne), Comptes(0, mienne.size()));
+      }
+    }
+  }
+  const auto attente = EnAttente();
+  EXPECT_TRUE(std::is_permutation(attente.begin(), attente.end(), vraies.begin(), vraies.end()));
+  EXPECT_EQ(NombreDe<CReleves>(), vraies.size());
+}
+
+std::string Ofx(const std::string& lignes) {
+  return "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><CURDEF>EUR<BANKACCTFROM><ACCTID>1</"
+         "BANKACCTFROM><BANKTRANLIST>" +
+         lignes + "</BANKTRANLIST></STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>";
+}
+std::string Ligne(const char* date, const char* montant, const char* id, const char* nom) {
+  return std::string("<STMTTRN><DTPOSTED>") + date + "<TRNAMT>" + montant + "<FITID>" + id + "<NAME>" + nom +
+         "</STMTTRN>\n";
+}
+
+TEST_F(ImportReleve, CeQuUnIdentifiantVaut) {
+  const std::string a = Ligne("20030310", "-10", "A", "CARTE"), b = Ligne("20030310", "-10", "B", "CARTE");
+  EXPECT_EQ(Importe(Ofx(a)), "1/0/0/0");
+  EXPECT_EQ(Importe(Ofx(b)), "1/0/0/0");  // equal but for the bank's id
+  EXPECT_EQ(Importe(Ofx(Ligne("20030311", "-10", "A", "CARTE MEME"))), "0/1/0/0");  // the bank moved it
+  // The bank counts anew in each file: "A" is another operation now, and ids say nothing.
+  EXPECT_EQ(Importe(Ofx(Ligne("20030312", "-99", "A", "LOYER") + Ligne("20030310", "-10", "C", "CARTE"))),
+            "1/1/0/0");
+  // Without ids of the file's own kind labels decide, in whatever length; equal ones by their number.
+  EXPECT_EQ(Importe("Date;Libellé;Montant\n10/03/2003;carte;-10\n10/03/2003;Carte;-10\n10/03/2003;CARTE;-10\n"
+                    "12/03/2003;Virement;-99\n"),
+            "2/2/0/0");
+}
+
+TEST_F(ImportReleve, CeQuiResteDehors) {
+  // The last day of the exercice and the day behind; a currency that the books do not know; a row without a
+  // date.
+  EXPECT_EQ(Importe("Date;Libellé;Montant;Devise\n31/12/2003;a;1;EUR\n01/01/2004;b;2;EUR\n30/12/"
+                    "2003;c;3;USD\nx;d;4;EUR\n"
+                    "29/12/2003;e;65,60;FRF\n"),
+            "2/0/1/2");
+  const auto operations = LitOperations(App(), Compte512);
+  ASSERT_EQ(operations.size(), 2u);
+  EXPECT_EQ(Centimes(operations[0].rec.MontantFranc), 6560);
+  EXPECT_EQ(Centimes(operations[0].rec.MontantEuro), 1000);
+  EXPECT_EQ(Centimes(operations[1].rec.MontantFranc), 656);
+}
+
+TEST_F(ImportReleve, ResteConnueApresSonDepartEtEnUneSynchronisation) {
+  const std::string octets =
+      FabriqueReleve(FormatReleve::Ofx, 0, OperationsVraies(1, FaitDate(1, 3, 2003), 31), 5000);
+  const u64 avant = Magasin().NbSynchros();
+  const std::string fait = Importe(octets);
+  EXPECT_EQ(Magasin().NbSynchros(), avant + 1);
+  const auto solde = LitSoldeReleve(App(), Compte512);
+  ASSERT_TRUE(solde);
+  EXPECT_EQ(Centimes(solde->montant), 5000);
+  Boite.Defaut = RepOui;
+  for (const OperationLue& o : LitOperations(App(), Compte512))
+    ASSERT_FALSE(SupprimeOperation(App(), o.position, true));
+  EXPECT_EQ(Importe(octets), "0/" + fait.substr(0, fait.find('/')) + "/0/0");
+  EXPECT_EQ(NombreDe<CBanques>(), 0u);
+  // An older balance leaves the later one.
+  std::string ancien = octets;
+  ancien.replace(ancien.find("<DTASOF>20031231"), 16, "<DTASOF>20030131");
+  ancien.replace(ancien.find("50.00\n", ancien.find("BALAMT")), 5, "10.00");
+  Importe(ancien);
+  EXPECT_EQ(Centimes(LitSoldeReleve(App(), Compte512)->montant), 5000);
+}
+
+TEST_F(ImportReleve, LeCompteDuFichier) {
+  const std::string deux =
+      "!Account\nNUN\n^\n!Type:Bank\nD01/03/2003\nT1\n^\n!Account\nNDEUX\n^\n!Type:Bank\nD01/03/"
+      "2003\nT2\n^\n";
+  const LectureReleve lecture = LitReleve(deux, FormatReleve::Inconnu);
+  ApercuReleve apercu;
+  EXPECT_EQ(PrepareReleve(App(), "512", lecture, {}, apercu).numero, ErrPlusieursComptes.numero);
+  EXPECT_EQ(PrepareReleve(App(), "512", lecture, "TROIS", apercu).numero, ErrNumeroBanque.numero);
+  EXPECT_EQ(PrepareReleve(App(), "706", lecture, {}, apercu).numero, 3450u);
+  ASSERT_FALSE(PrepareReleve(App(), "512", lecture, "DEUX", apercu));
+  ASSERT_FALSE(ImporteReleve(App(), apercu));
+  EXPECT_EQ(Importe(deux), "0/1/0/0");  // the choice is remembered
+  const LectureReleve autre =
+      LitReleve("!Account\nNUN\n^\n!Type:Bank\nD01/03/2003\nT1\n^\n", FormatReleve::Inconnu);
+  ASSERT_FALSE(PrepareReleve(App(), "512", autre, {}, apercu));
+  EXPECT_EQ(apercu.autreNumero, "DEUX");
+}
+
+}  // namespace
+}  // namespace fenlor::test

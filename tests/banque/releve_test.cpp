@@ -1,0 +1,159 @@
+// Readers of statements: what each takes, what each complains of.
+#include <gtest/gtest.h>
+
+#include "banque/fabriquereleves.h"
+#include "banque/relevecsv.h"
+#include "store/texte1252.h"
+
+namespace fenlor {
+namespace {
+
+/// "03/11/2003 -1250 Libellé [id]" for each operation, then "rank: reason" for each complaint.
+std::string Lu(const LectureReleve& lecture) {
+  std::string texte;
+  for (const Releve& releve : lecture.comptes)
+    for (const OperationBanque& o : releve.operations)
+      texte += StrDate(o.date) + ' ' + std::to_string(o.sens ? o.centimes : -o.centimes) + ' ' +
+               VersUtf8(o.libelle) + (o.id.empty() ? "" : " [" + o.id + "]") + '\n';
+  for (const PlainteReleve& plainte : lecture.plaintes)
+    texte += std::to_string(plainte.rang) + ": " + VersUtf8(plainte.raison) + '\n';
+  return texte;
+}
+std::string Lu(std::string_view octets) { return Lu(LitReleve(octets, FormatReleve::Inconnu)); }
+
+TEST(Releves, MontantsEtDatesDesBanques) {
+  const struct {
+    const char* texte;
+    char decimale;
+    std::optional<i64> centimes;
+  } montants[] = {{"-1 234,50", ',', -123450},
+                  {"1.234,5", ',', 123450},
+                  {"1,234.50", '.', 123450},
+                  {"12,30-", ',', -1230},
+                  {"+ 7 \x80", ',', 700},
+                  {"12 EUR", 0, 1200},
+                  {"1.234", 0, 123400},
+                  {"1.23", 0, 123},
+                  {"1.234", '.', {}},
+                  {"1,2,3", ',', {}},
+                  {"12a", ',', {}},
+                  {"", ',', {}},
+                  {"--1", ',', {}},
+                  {"0,005", ',', {}},
+                  {"0,500", ',', 50},
+                  {"12 34,00", ',', {}},
+                  {"1'000'000.00", 0, 100000000},
+                  {"9999999999999999", ',', {}}};
+  for (const auto& m : montants) EXPECT_EQ(LitCentimes(m.texte, m.decimale), m.centimes) << m.texte;
+  const struct {
+    const char* texte;
+    OrdreDate ordre;
+    Date date;
+  } dates[] = {{"3/11/2003", OrdreDate::JourMoisAnnee, FaitDate(3, 11, 2003)},
+               {"031103", OrdreDate::JourMoisAnnee, FaitDate(3, 11, 2003)},
+               {"2003-11-03T12:00", OrdreDate::AnneeMoisJour, FaitDate(3, 11, 2003)},
+               {"03/11'03", OrdreDate::JourMoisAnnee, FaitDate(3, 11, 2003)},
+               {"11/03/99", OrdreDate::MoisJourAnnee, FaitDate(3, 11, 1999)},
+               {"31/11/2003", OrdreDate::JourMoisAnnee, 0},
+               {"3//2003", OrdreDate::JourMoisAnnee, 0},
+               {"03/11/2103", OrdreDate::JourMoisAnnee, 0},
+               {"99999999", OrdreDate::AnneeMoisJour, 0}};
+  for (const auto& d : dates) EXPECT_EQ(LitJour(d.texte, d.ordre), d.date) << d.texte;
+}
+
+TEST(Releves, UneLigneIllisibleNArreteRienEtSeDit) {
+  EXPECT_EQ(
+      Lu("Date;Libellé;Montant\n03/11/2003;\"a;\nb\";1,00\nx;y;z\n\n05/11/2003;c;quatre\n06/11/"
+         "2003;\"jamais\n"
+         "07/11/2003;d ≠ €;-2\n08/11/2003;e;0\n"),
+      "03/11/2003 100 a; b\n07/11/2003 -200 d ? €\n4: La date \"x\" est illisible.\n"
+      "6: Le montant \"quatre\" est illisible.\n7: Cette ligne est trop longue, ou un guillemet n'y est pas "
+      "fermé.\n9: Le montant est nul.\n");
+  EXPECT_EQ(
+      Lu("!Type:Bank\nD03/11/2003\nT1,00\nPa\n^\nD2003\nT1\n^\n!Type:Invst\nD04/11/2003\nT1\n^\n!Type:Bank\n"
+         "D05/11/2003\nT2.5\n^\nD06/11/2003\nT12"),
+      "03/11/2003 100 a\n05/11/2003 250 \n6: La date \"2003\" est illisible.\n9: \"!Type:Invst\" n'est pas "
+      "reconnu à cette place.\n17: L'opération est inachevée : le fichier est coupé.\n");
+  EXPECT_EQ(Lu("<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKTRANLIST>\n"
+               "<STMTTRN><DTPOSTED>20031103<TRNAMT>-1.00<FITID>1<NAME>a &amp; <![CDATA[b<c]]></STMTTRN>\n"
+               "<STMTTRN><DTPOSTED>2003<TRNAMT>1<NAME>b</STMTTRN>\n<STMTTRN><DTPOSTED>20031104<TRNAMT>abc</"
+               "STMTTRN>\n"
+               "<STMTTRN><DTPOSTED>20031105"),
+            "03/11/2003 -100 a & b<c [1]\n3: La date \"2003\" est illisible.\n4: Le montant \"abc\" est "
+            "illisible.\n"
+            "5: L'opération est inachevée : le fichier est coupé.\n");
+  const std::string ecriture =
+      "<Ntry><Amt Ccy=\"EUR\">1.00</Amt><CdtDbtInd>DBIT</CdtDbtInd><BookgDt><Dt>2003-11-03</Dt>"
+      "</BookgDt><Sts>BOOK</Sts></Ntry>";
+  std::string attente = ecriture;
+  attente.replace(attente.find("BOOK"), 4, "PDNG");
+  EXPECT_EQ(Lu("<Document><BkToCstmrStmt><Stmt>" + ecriture + attente + "<Ntry/>" + ecriture + "<Ntry><Amt>"),
+            "03/11/2003 -100 \n03/11/2003 -100 \n0: Le fichier est abîmé ou coupé à partir de l'octet 402.\n"
+            "2: La banque n'a pas encore passé cette opération (PDNG).\n3: La date \"\" est illisible.\n");
+}
+
+TEST(Releves, BornesEtFichiersVides) {
+  EXPECT_EQ(Lu(""), "0: Ce fichier ne contient aucune opération.\n");
+  EXPECT_EQ(Lu("bonjour"), "0: Les colonnes de la date et du montant ne sont pas désignées.\n");
+  EXPECT_EQ(Lu(std::string(TailleReleveMax + 1, ' ')), "0: Le fichier dépasse 64 Mio : il n'est pas lu.\n");
+  std::string profond = "<Document><BkToCstmrStmt>";
+  for (int i = 0; i < 100000; ++i) profond += "<Stmt>";
+  EXPECT_NE(Lu(profond).find("profondément"), std::string::npos);
+  std::string ofx = "<OFX>";
+  for (int i = 0; i < 1000; ++i) ofx += "<STMTRS>";
+  EXPECT_EQ(Lu(ofx), "0: Le fichier est imbriqué trop profondément.\n");
+  const std::string longue(LigneReleveMax + 10, 'x');
+  EXPECT_EQ(Lu("Date;Montant\n01/01/2003;" + longue + "\n02/01/2003;1\n"),
+            "02/01/2003 100 \n2: Cette ligne est trop longue, ou un guillemet n'y est pas fermé.\n");
+}
+
+TEST(Releves, UnTableauProposeSaForme) {
+  using C = ColonneReleve;
+  const auto operations = test::OperationsVraies(1, FaitDate(1, 3, 2003), 31);
+  for (int banque = 0; banque < test::NbBanques; ++banque) {
+    SCOPED_TRACE(banque);
+    const std::string octets = test::FabriqueReleve(FormatReleve::Csv, banque, operations, 123456);
+    const FormeCsv forme = ProposeCsv(octets);
+    EXPECT_EQ(forme.separateur, ";;\t,;"[banque]);
+    EXPECT_EQ(forme.decimale, banque == 3 ? '.' : ',');
+    EXPECT_EQ(forme[C::Debit], banque == 1 || banque == 2 ? 3 : -1);
+    EXPECT_EQ(forme.inverse, banque == 1);
+    EXPECT_EQ(forme.entete, banque == 0 ? 4u : banque == 4 ? 0u : 1u);
+    const auto relue = FormeDepuis(TexteForme(forme));
+    ASSERT_TRUE(relue);
+    EXPECT_EQ(FormePour(octets, *relue), forme);
+  }
+  EXPECT_FALSE(FormeDepuis("0|59|44|0|0|-1|-1|-1|-1|-1|-1|-1|-1|-1|-1"));
+  EXPECT_FALSE(FormeDepuis("rien"));
+}
+
+TEST(Releves, ChaqueFormatRendLesOperationsEtLeSolde) {
+  const auto operations = test::OperationsVraies(2, FaitDate(1, 3, 2003), 31);
+  for (const auto format :
+       {FormatReleve::Ofx, FormatReleve::Camt, FormatReleve::Qif, FormatReleve::Cfonb, FormatReleve::Csv}) {
+    for (int banque = 0; banque < test::NbBanques; ++banque) {
+      SCOPED_TRACE(std::string(MotsFormatReleve[static_cast<int>(format)]) + " " + std::to_string(banque));
+      const std::string octets = test::FabriqueReleve(format, banque, operations, -123456);
+      EXPECT_EQ(DevineFormat(octets), format);
+      LectureReleve lecture = LitReleve(octets, format);
+      ASSERT_EQ(lecture.plaintes.size(), 0u) << Lu(lecture);
+      ASSERT_EQ(lecture.comptes.size(), 1u);
+      const Releve& releve = lecture.comptes[0];
+      const bool inverse = format == FormatReleve::Csv && banque == 3;  // nothing in the file says so
+      ASSERT_EQ(releve.operations.size(), operations.size());
+      for (std::size_t i = 0; i < operations.size(); ++i) {
+        const OperationBanque& o = releve.operations[i];
+        EXPECT_EQ(o.date, operations[i].date);
+        EXPECT_EQ(o.sens ? o.centimes : -o.centimes,
+                  inverse ? -operations[i].centimes : operations[i].centimes);
+        EXPECT_EQ(LibelleNu(o.libelle), LibelleNu(DepuisUtf8(operations[i].libelle).value()));
+      }
+      const bool solde = format != FormatReleve::Qif && (format != FormatReleve::Csv || banque == 0);
+      EXPECT_EQ(releve.solde, solde ? std::optional<i64>(-123456) : std::nullopt);
+      EXPECT_EQ(releve.dateSolde, solde ? FaitDate(31, 12, 2003) : 0u);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace fenlor
