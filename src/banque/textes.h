@@ -72,9 +72,9 @@ inline constexpr TexteFixe InfoReleveImporte{3470,
 inline constexpr TexteFixe AvisAutreCompte{5935,
     "Le fichier est celui du compte %s, le précédent était celui du compte %s."};
 
-inline constexpr TexteFixe AvisSansIdentifiants{5944,
+inline constexpr TexteFixe AvisSansIdentifiants{6290,
     "La banque numérote de nouveau ses opérations dans chaque fichier : ses numéros ne comptent pas."};
-inline constexpr TexteFixe TitreReleve{5945, "Importer un relevé"};
+inline constexpr TexteFixe TitreReleve{6291, "Importer un relevé"};
 inline constexpr TexteFixe TitreReleveCsv{5946, "Tableau de la banque"};
 inline constexpr TexteFixe FiltreFichiersReleve{5947,
     "Relevés (*.ofx *.qfx *.xml *.qif *.cfo *.cfonb *.afb *.asc *.csv *.txt *.tsv);;Tous les fichiers (*)"};

@@ -44,19 +44,19 @@ inline constexpr TexteFixe ErrSceauEcriture{3534,
                                             "Le sceau de l'exercice n'a pas pu être écrit dans %s : %s."};
 /// file, sealed records, of these gone or changed, new or changed
 inline constexpr TexteFixe TexteSceauRompu{
-    5910,
+    6280,
     "Le sceau de la clôture est rompu : %s, %s enregistrement(s) scellé(s), dont %s ne sont plus là tels "
     "quels, et %s qui n'y étaient pas"};
-inline constexpr TexteFixe TexteSceauEnregistrement{5911, "Le sceau de la clôture ne couvre pas : %s"};
-inline constexpr TexteFixe TexteSceauSansListe{5912,
+inline constexpr TexteFixe TexteSceauEnregistrement{6281, "Le sceau de la clôture ne couvre pas : %s"};
+inline constexpr TexteFixe TexteSceauSansListe{6282,
                                                "Le sceau de la clôture est rompu, et la liste des "
                                                "enregistrements scellés manque ou n'est pas la sienne"};
-inline constexpr TexteFixe CleSceau{5913, "Sceau"};
+inline constexpr TexteFixe CleSceau{6283, "Sceau"};
 inline constexpr const char* NomFichierSceau = "SCEAU.dat";
 
-inline constexpr TexteFixe TitreSauvegarde{5900, "Sauvegarde"};
-inline constexpr TexteFixe TexteSauvegarde{5901, "Copie et relecture des livres..."};
-inline constexpr TexteFixe TitreRestauration{5902, "Restauration"};
-inline constexpr TexteFixe TexteRestauration{5903, "Lecture et contrôle de la sauvegarde..."};
+inline constexpr TexteFixe TitreSauvegarde{6270, "Sauvegarde"};
+inline constexpr TexteFixe TexteSauvegarde{6271, "Copie et relecture des livres..."};
+inline constexpr TexteFixe TitreRestauration{6272, "Restauration"};
+inline constexpr TexteFixe TexteRestauration{6273, "Lecture et contrôle de la sauvegarde..."};
 
 }  // namespace fenlor
