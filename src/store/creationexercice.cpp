@@ -38,7 +38,7 @@ std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view
 bool EstFichierDuMagasin(const std::string& nom) {
   if (nom == "TEXTES.dat" || nom == "SCEAU.dat" || nom == "witness") return true;
   const std::size_t point = nom.rfind('.');
-  if (point == std::string::npos || DefinitionNom(nom.substr(0, point)) == nullptr) return false;
+  if (point == std::string::npos || DefinitionNom(nom.substr(0, nom.find('.'))) == nullptr) return false;
   const std::string extension = nom.substr(point);
   return extension == ".dat" || extension == ".idx" || extension == ".neuf";
 }

@@ -12,6 +12,7 @@
 
 #include "store/partage.h"
 #include "store/qvapi.h"
+#include "store/remplacement.h"
 
 namespace fenlor {
 
@@ -87,17 +88,15 @@ FichierDat::~FichierDat() {
 
 int FichierDat::Cree(Systeme& systeme, const std::string& chemin, const EnteteDat& entete) {
   assert(entete.emplacements == 0 && entete.tete == 0 && entete.libres == 0);
-  std::unique_ptr<Fichier> fichier;
-  if (const int rc = systeme.Ouvre(chemin, Systeme::Creation, fichier)) return rc;
-  std::vector<u8> octets(DebutEmplacements, 0);
+  std::string octets(DebutEmplacements, '\0');
   EnteteDat e = entete;
   e.generation = 0;
-  Code(e, octets.data());
+  Code(e, reinterpret_cast<u8*>(octets.data()));
   e.generation = 1;
-  Code(e, octets.data() + 512);
-  if (const int rc = fichier->Ecrit(octets.data(), octets.size(), 0)) return rc;
-  // The content before the name: a name that a crash leaves behind is that of a whole file.
-  if (const int rc = fichier->Synchronise()) return rc;
+  Code(e, reinterpret_cast<u8*>(octets.data()) + 512);
+  // The content before the name: one that a death or a full disk leaves behind is that of a whole file.
+  Empreinte empreinte;
+  if (const int rc = RemplaceFichier(systeme, chemin, chemin + ".neuf", octets, empreinte)) return rc;
   return systeme.SynchroniseDossier(DossierDe(chemin));
 }
 

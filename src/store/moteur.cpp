@@ -134,7 +134,7 @@ void Moteur::Etat::OteReconstructions() {
   for (const std::string& endroit : dossiers) {
     if (systeme.Liste(endroit, noms)) continue;
     for (const std::string& nom : noms) {
-      if (Finit(nom, ".neuf") && DefinitionNom(nom.substr(0, nom.size() - 5)))
+      if (Finit(nom, ".neuf") && DefinitionNom(nom.substr(0, nom.find('.'))))
         systeme.Supprime(Joint(endroit, nom));
     }
   }

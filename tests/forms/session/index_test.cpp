@@ -29,7 +29,7 @@ class FormeIndex : public UiDeTest {
     CDialogIndex(ui).Execute();
   }
   static QListWidget& Liste(QDialog& f) { return Trouve<QListWidget>(f, "fichiers"); }
-  /// "XXX...": one character a row, "X" checked.
+  /// "XXX....": one character a row, "X" checked.
   static std::string Coches(QDialog& f) {
     std::string texte;
     for (int i = 0; i < Liste(f).count(); ++i)
@@ -43,17 +43,17 @@ const std::vector<std::string> AutourDuTravail = {"Sauve", "FermeToutes", "Resta
 TEST_F(FormeIndex, LaCaseCocheEtDecocheTout) {
   Reconstruit([](QDialog& f) {
     EXPECT_EQ(Liste(f).item(4)->text(), u"Immobilisations (immo.dat)"_s);
-    EXPECT_EQ(Coches(f), "XXXXXX");
+    EXPECT_EQ(Coches(f), "XXXXXXX");
     auto& choisir = Trouve<QCheckBox>(f, "choisir");
     EXPECT_TRUE(choisir.isChecked());
     Liste(f).item(2)->setCheckState(Qt::Unchecked);
     choisir.click();
-    EXPECT_EQ(Coches(f), "......");
+    EXPECT_EQ(Coches(f), ".......");
     Liste(f).item(1)->setCheckState(Qt::Checked);
     choisir.click();
-    EXPECT_EQ(Coches(f), "XXXXXX");
+    EXPECT_EQ(Coches(f), "XXXXXXX");
     const QRect ligne = Liste(f).visualItemRect(Liste(f).item(2));
-    for (const char* coches : {"XX.XXX", "XXXXXX"}) {
+    for (const char* coches : {"XX.XXXX", "XXXXXXX"}) {
       QTest::mouseClick(Liste(f).viewport(), Qt::LeftButton, {}, ligne.center());
       EXPECT_EQ(Coches(f), coches) << "the text toggles as the box does";
     }
@@ -91,11 +91,11 @@ TEST_F(FormeIndex, UnArretLaisseLesFichiersNonFaitsCoches) {
     Boite.ArretApres = 5;  // among the accounts; the bank file, empty, is done
     Clique(Bouton(f, u"&Ok"_s));
     ASSERT_TRUE(f.isVisible());
-    EXPECT_EQ(Coches(f), ".XXXXX") << "the interrupted file and those behind it";
+    EXPECT_EQ(Coches(f), ".XXXXXX") << "the interrupted file and those behind it";
     EXPECT_EQ(Cadre.Appels, AutourDuTravail);
     Liste(f).item(1)->setCheckState(Qt::Unchecked);
     Clique(Bouton(f, u"&Ok"_s));
-    EXPECT_EQ(Coches(f), "...XXX") << "the journal was done when the stop came";
+    EXPECT_EQ(Coches(f), "...XXXX") << "the journal was done when the stop came";
     Boite.ArretApres = -1;
     Clique(Bouton(f, u"&Ok"_s));
     EXPECT_FALSE(f.isVisible());
