@@ -121,7 +121,6 @@ class Verbes : public testing::Test {
     remplit({"saisir", "--tout"}, saisie(1));
     remplit({"importer", "BANQUE"}, Operations(0));
     remplit({"importer", "Immo"}, Biens(0));
-    remplit({"automatique", "ajouter"}, Modeles(comptes));
     remplit({"compte", "ajouter", "--compte", "604", "--forme", "depenses", "--designation", "Achats",
              "--code", "ZACHATS"},
             {});
@@ -323,7 +322,9 @@ TEST_F(Verbes, ChaqueAppelDuSystemeQuiManque) {
       EXPECT_EQ(plainte, "") << r.erreurs;
       plainte.clear();
       EXPECT_TRUE(r.statut == 0 || r.statut == 1) << r.statut << r.erreurs;
-      EXPECT_TRUE(r.statut == 0 || !r.erreurs.empty()) << "refused without a word";
+      // What a verification finds is its output.
+      EXPECT_TRUE(r.statut == 0 || !r.erreurs.empty() || r.sortie != entier.sortie)
+          << "refused without a word";
       EXPECT_TRUE(r.statut != 0 || (etat == apres && (r.sortie == entier.sortie || !r.erreurs.empty())))
           << "told as done" << r.erreurs;
       EXPECT_TRUE(verbe.etapes == Etapes::Unites || etat == avant || etat == apres) << "half" << r.erreurs;

@@ -22,6 +22,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr TexteFixe Sortes[] = {SorteNouvelle, SorteConnue, SorteHors, SorteIllisible};
+constexpr int LargeurListe = 106;  ///< characters: dates and amounts are whole
 constexpr TexteFixe FiltresSortes[] = {FiltreNouvelles, FiltreConnues, FiltreHors, FiltreIllisibles};
 
 std::string Montant(const LigneApercu& ligne, i16 sens) {
@@ -42,17 +43,17 @@ TableColonnes<LigneApercu> Colonnes() {
     return l.sort == SortOperation::Illisible ? l.raison : l.operation.libelle;
   };
   return {
-      {Texte(ColonneSorte), 15, [](const LigneApercu& l) { return Texte(Sortes[static_cast<int>(l.sort)]); }},
-      {Texte(ColonneRang), 7,
+      {Texte(ColonneSorte), 14, [](const LigneApercu& l) { return Texte(Sortes[static_cast<int>(l.sort)]); }},
+      {Texte(ColonneRang), 8,
        [](const LigneApercu& l) { return l.rang ? std::to_string(l.rang) : std::string(); }, Cote::Droite,
        parRang},
-      {"Date", 11, [](const LigneApercu& l) { return StrDate(l.operation.date); }, Cote::Gauche,
+      {"Date", 14, [](const LigneApercu& l) { return StrDate(l.operation.date); }, Cote::Gauche,
        ParMembre<&OperationBanque::date>},
-      {Texte(ColonneDebit), 11, [](const LigneApercu& l) { return Montant(l, 0); }, Cote::Droite,
+      {Texte(ColonneDebit), 12, [](const LigneApercu& l) { return Montant(l, 0); }, Cote::Droite,
        ParMembre<&OperationBanque::centimes>},
-      {Texte(ColonneCredit), 11, [](const LigneApercu& l) { return Montant(l, 1); }, Cote::Droite,
+      {Texte(ColonneCredit), 12, [](const LigneApercu& l) { return Montant(l, 1); }, Cote::Droite,
        ParMembre<&OperationBanque::centimes>},
-      {Texte(ColonneTexteReleve), 45, texte}};
+      {Texte(ColonneTexteReleve), 40, texte}};
 }
 
 }  // namespace
@@ -66,6 +67,7 @@ CDialogReleve::CDialogReleve(ContexteUi& contexte, const std::string& octets, co
   m_table->PoseTriable(true);
   m_table->setAccessibleName(u"Opérations du fichier"_s);
   m_table->PoseTexteVide(u"Aucune ligne"_s);
+  m_table->setMinimumWidth(LargeurListe * fontMetrics().averageCharWidth());
   Formulaire formulaire{Zone()};
   formulaire.Champ(u"&Compte :"_s, m_compte, "compte")
       .SurChangement([this] { Lit(); })
