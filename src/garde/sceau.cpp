@@ -11,6 +11,7 @@
 #include "garde/textes.h"
 #include "store/definitions.h"
 #include "store/ouverture.h"
+#include "store/remplacement.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -188,12 +189,9 @@ Refus CalculeSceau(CFenlorApp& app, std::string& contenu, std::string& hexa) {
 
 Refus EcritSceau(CFenlorApp& app, const std::string& contenu) {
   Systeme& systeme = app.Magasin.SystemeFichiers();
-  const std::string chemin = Chemin(app), neuf = chemin + ".neuf";
-  std::unique_ptr<Fichier> fichier;
-  int erreur = systeme.Ouvre(neuf, Systeme::Creation, fichier);
-  if (!erreur) erreur = fichier->Ecrit(contenu.data(), contenu.size(), 0);
-  if (!erreur) erreur = fichier->Synchronise();
-  if (!erreur) erreur = systeme.Renomme(neuf, chemin);
+  const std::string chemin = Chemin(app);
+  Empreinte empreinte;
+  int erreur = RemplaceFichier(systeme, chemin, chemin + ".neuf", contenu, empreinte);
   if (!erreur) erreur = systeme.SynchroniseDossier(app.PathExercice);
   return erreur ? Refus(ErrSceauEcriture, "", {chemin, TexteErreurSysteme(erreur)}) : Refus();
 }
