@@ -7,6 +7,7 @@
 
 #include "ctl/commandes.h"
 #include "ctl/json.h"
+#include "ctl/verbefiche.h"
 #include "garde/cloture.h"
 #include "garde/conservation.h"
 #include "garde/restauration.h"
@@ -248,6 +249,8 @@ void DeclareGarde(LigneCommande& ligne) {
   Commande sauvegardes = ligne.Ajoute("sauvegardes", "Les sauvegardes d'un dossier", [o](Contexte& c) {
     return o->action == "lister" ? Liste(c, *o) : o->action == "verifier" ? Verifie(c, *o) : Retire(c, *o);
   });
+  sauvegardes.Controle(
+      [o](const OptionsGlobales&) { return o->action.empty() ? FauteSansAction : std::string(); });
   sauvegardes.Action("lister", "Dit ce que chacune contient", o->action)
       .Option("--dossier", o->dossier, {"DOSSIER"}, "Où elles sont")
       .Obligatoire();
