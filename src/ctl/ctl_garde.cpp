@@ -7,7 +7,6 @@
 
 #include "ctl/commandes.h"
 #include "ctl/json.h"
-#include "ctl/verbefiche.h"
 #include "garde/cloture.h"
 #include "garde/conservation.h"
 #include "garde/restauration.h"
@@ -249,8 +248,9 @@ void DeclareGarde(LigneCommande& ligne) {
   Commande sauvegardes = ligne.Ajoute("sauvegardes", "Les sauvegardes d'un dossier", [o](Contexte& c) {
     return o->action == "lister" ? Liste(c, *o) : o->action == "verifier" ? Verifie(c, *o) : Retire(c, *o);
   });
-  sauvegardes.Controle(
-      [o](const OptionsGlobales&) { return o->action.empty() ? FauteSansAction : std::string(); });
+  sauvegardes.Controle([o](const OptionsGlobales&) {
+    return o->action.empty() ? std::string("il manque lister, verifier ou purger") : std::string();
+  });
   sauvegardes.Action("lister", "Dit ce que chacune contient", o->action)
       .Option("--dossier", o->dossier, {"DOSSIER"}, "Où elles sont")
       .Obligatoire();
