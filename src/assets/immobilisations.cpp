@@ -9,6 +9,7 @@
 #include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
+#include "store/membre.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -179,7 +180,8 @@ bool LitFicheImmobilisation(CFenlorApp& app, Position position, FicheImmobilisat
   fiche.position = position;
   fiche.rec = *fichier.Rec;
   FicheDepuis(app, FicheImmobilisation::Table, &fiche.rec, &fiche);
-  for (const MontantDeFiche& m : Montants) fiche.*m.saisi = fiche.rec.*(fiche.monnaie ? m.euro : m.franc);
+  for (const MontantDeFiche& m : Montants)
+    fiche.*m.saisi = LitMembre(fiche.rec, fiche.monnaie ? m.euro : m.franc);
   return true;
 }
 
@@ -205,8 +207,8 @@ void PoseAcquisition(CFenlorApp& app, FicheImmobilisation& fiche) {
   const f64 taux = app.Magasin.GetTauxEuro(fiche.dateAchat);
   for (const MontantDeFiche& m : Montants) {
     const auto [franc, euro] = Convertit(taux, fiche.*m.saisi, fiche.monnaie != 0);
-    fiche.rec.*m.franc = franc;
-    fiche.rec.*m.euro = euro;
+    PoseMembre(fiche.rec, m.franc, f64{franc});
+    PoseMembre(fiche.rec, m.euro, f64{euro});
   }
 }
 

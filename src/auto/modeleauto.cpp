@@ -11,6 +11,7 @@
 #include "core/valeurs.h"
 #include "journal/controles.h"
 #include "journal/textes.h"
+#include "store/membre.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -96,16 +97,17 @@ void Enregistrement::Remplit() {
   rec.NbRestants = m_fiche.nombre - m_fiche.payes;
   rec.SaisieEuro = m_fiche.euro;
   const f64 taux = m_app.Magasin.GetTauxEuro(m_fiche.date);
-  const auto pose = [&](f64 montant, f64& franc, f64& euro) {
+  using Montant = f64 EcrituresAuto::*;
+  const auto pose = [&](f64 montant, Montant franc, Montant euro) {
     const DeuxMonnaies deux = EnDeuxMonnaies(m_fiche.euro, taux, montant);
-    franc = deux.franc;
-    euro = deux.euro;
+    PoseMembre(rec, franc, f64{deux.franc});
+    PoseMembre(rec, euro, f64{deux.euro});
   };
   const MontantsSaisie& montants = m_fiche.montants;
   const bool taxe = montants.taux > 0 && m_compte.CompteTVA[0] != '\0';
-  pose(montants.ttc, rec.MontantFranc, rec.MontantEuro);
-  pose(montants.professionnel, rec.RepartitionFranc, rec.RepartitionEuro);
-  pose(taxe ? montants.tva : 0, rec.TaxeFranc, rec.TaxeEuro);
+  pose(montants.ttc, &EcrituresAuto::MontantFranc, &EcrituresAuto::MontantEuro);
+  pose(montants.professionnel, &EcrituresAuto::RepartitionFranc, &EcrituresAuto::RepartitionEuro);
+  pose(taxe ? montants.tva : 0, &EcrituresAuto::TaxeFranc, &EcrituresAuto::TaxeEuro);
   rec.TauxTaxe = taxe ? montants.taux : 0;
   PoseTexte(rec.CompteTaxe, taxe ? LitTexte(m_compte.CompteTVA) : std::string());
   assert(rec.NbRestants >= 1 && rec.NbRestants <= rec.NbPaiements);

@@ -35,7 +35,7 @@ Refus ControleMontant(const CFenlorApp& app, const Banque& rec, bool euro) {
   if (possible && Centimes(euro ? rec.MontantEuro : rec.MontantFranc) > 0) return {};
   const char separateur = app.Reglages.SeparateurDecimal();
   const auto texte = [&](f64 montant) { return FormatMontant(montant, 2, separateur); };
-  const f64 montant = std::max(rec.MontantFranc, rec.MontantEuro);
+  const f64 montant = std::max(f64{rec.MontantFranc}, f64{rec.MontantEuro});
   return Refus(ErrMontantBornes, "montant", {texte(montant), texte(0.01), texte(MontantMax)});
 }
 

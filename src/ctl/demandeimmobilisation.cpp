@@ -9,6 +9,7 @@
 #include "core/valeurs.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/textes.h"
+#include "store/membre.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -99,7 +100,7 @@ class Acquisition {
   }
 
   void PoseMontants(const Immobilisation& rec) {
-    for (const MontantJson& m : Montants) m_fiche.*m.saisi = rec.*(Euro() ? m.enEuro : m.enFranc);
+    for (const MontantJson& m : Montants) m_fiche.*m.saisi = LitMembre(rec, Euro() ? m.enEuro : m.enFranc);
     const auto donne = [&](const MontantJson& m) { return Donne(Euro() ? m.euro : m.franc); };
     if (!donne(Montants[0]) && !Donne("TauxTVA")) return;
     if (m_fiche.tauxTva < 0) return;  // refused by the rule
@@ -149,10 +150,10 @@ class Acquisition {
     for (const MontantJson& m : Montants) {
       const char* champ = Euro() ? m.franc : m.euro;
       const auto montant = Euro() ? m.enFranc : m.enEuro;
+      const f64 lu = LitMembre(donne, montant), juste = LitMembre(essai.rec, montant);
       // As it stands in the file: a record that was listed goes back as it is.
-      if (!Donne(champ) || donne.*montant == m_avant.*montant) continue;
-      if (Arrondi2(donne.*montant) != Arrondi2(essai.rec.*montant))
-        return RefusCalcule(champ, essai.rec.*montant);
+      if (!Donne(champ) || lu == LitMembre(m_avant, montant)) continue;
+      if (Arrondi2(lu) != Arrondi2(juste)) return RefusCalcule(champ, juste);
     }
     return {};
   }

@@ -245,7 +245,7 @@ class ClesLmdb : public MagasinCles {
 
   MDB_val Cle(unsigned cle, std::string_view texte, u32 position, u8* tampon) const {
     std::size_t n = std::min<std::size_t>(texte.size(), TailleCleMax);
-    std::memcpy(tampon, texte.data(), n);
+    if (n) std::memcpy(tampon, texte.data(), n);
     if (m_cles.doubles[cle]) {
       for (int octet = 3; octet >= 0; --octet) tampon[n++] = static_cast<u8>(position >> (8 * octet));
     } else if (n == 0) {

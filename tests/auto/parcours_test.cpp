@@ -141,7 +141,7 @@ TEST(ParcoursAuto, CommeLaSimulation) {
       }
       if (!p.annonces.empty() && hasard.Tire(2)) {
         ASSERT_TRUE(Confirme(modele, c.aujourdhui));
-        ASSERT_LE(modele.NbRestants, 999u);
+        ASSERT_LE(+modele.NbRestants, 999u);
       }
       for (unsigned n = hasard.Tire(90); n > 0; --n) c.aujourdhui = NextDate(c.aujourdhui);
     }
@@ -173,9 +173,9 @@ TEST(ParcoursAuto, UneConfirmation) {
   m.NbPaiements = 3;
   for (const u32 reste : {2u, 1u, 0u, 2u}) {
     EXPECT_TRUE(Confirme(m, FaitDate(5, 5, 2003)));
-    EXPECT_EQ(m.NbRestants, reste);
+    EXPECT_EQ(+m.NbRestants, reste);
   }
-  EXPECT_EQ(m.DerniereEcheance, FaitDate(5, 5, 2003));
+  EXPECT_EQ(+m.DerniereEcheance, FaitDate(5, 5, 2003));
   m.NbPaiements = m.NbRestants = 0;
   EXPECT_FALSE(Confirme(m, FaitDate(5, 5, 2003))) << "it goes";
 }

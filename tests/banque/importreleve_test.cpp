@@ -45,7 +45,7 @@ class ImportReleve : public CabinetDeTest {
   std::multimap<Date, i64> EnAttente() {
     std::multimap<Date, i64> operations;
     for (const OperationLue& o : LitOperations(App(), Compte512))
-      operations.emplace(o.rec.Date, (o.rec.Sens ? 1 : -1) * Centimes(o.rec.MontantEuro));
+      operations.emplace(Date{o.rec.Date}, (o.rec.Sens ? 1 : -1) * Centimes(o.rec.MontantEuro));
     return operations;
   }
   template <class Fichier>

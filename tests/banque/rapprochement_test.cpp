@@ -93,8 +93,8 @@ TEST_F(Rapprochement, UneOperationEstControleeDansLOrdre) {
   const Position place = Ajoute(Fiche(Jour(10), 12.5));
   OperationLue lue;
   ASSERT_FALSE(LitOperation(App(), place, lue));
-  EXPECT_EQ(Jour(10), lue.rec.DateValeur);
-  EXPECT_EQ(81.99, lue.rec.MontantFranc);  // 12,50 at 6,55957
+  EXPECT_EQ(Jour(10), +lue.rec.DateValeur);
+  EXPECT_EQ(81.99, +lue.rec.MontantFranc);  // 12,50 at 6,55957
   // A label is changed, both amounts stay; another amount is converted.
   lue.rec.MontantFranc = 82.00;
   ASSERT_TRUE(Magasin().OpenBanques({}) && Magasin().QVWriteRec(FichierBanques, place, &lue.rec));
@@ -103,7 +103,7 @@ TEST_F(Rapprochement, UneOperationEstControleeDansLOrdre) {
   for (const f64 franc : {82.00, 131.19}) {
     ASSERT_FALSE(EnregistreOperation(App(), fiche));
     ASSERT_FALSE(LitOperation(App(), fiche.position, lue));
-    EXPECT_EQ(franc, lue.rec.MontantFranc);
+    EXPECT_EQ(franc, +lue.rec.MontantFranc);
     fiche.montant = 20;
   }
   EXPECT_EQ(1u, NbOperations());
@@ -160,16 +160,16 @@ TEST_F(Rapprochement, LeManuelEstControleDansLOrdrePuisFaitDUnSeulTenant) {
   EXPECT_EQ(ErrLigneNonRapprochable, refus(operation, {9999}));
   EXPECT_EQ(ErrTotalRapprochement, refus(operation, {a})) << "before the date";
   EXPECT_EQ(ErrEcritureApresOperation, refus(operation, {a, tard}));
-  EXPECT_EQ(0u, Lu(a).Rapprochee);
+  EXPECT_EQ(0u, +Lu(a).Rapprochee);
 
   EXPECT_EQ(0u, refus(operation, {a, b}));
   EXPECT_EQ(0u, NbOperations());
   const Line ligne = Lu(b);
-  EXPECT_TRUE(ligne.Rapprochee);
+  EXPECT_TRUE(ligne.Rapprochee != 0);
   EXPECT_STREQ("Essai", ligne.RappLibelle) << "a copy of itself";
-  EXPECT_EQ(Jour(10), ligne.RappDate);
-  EXPECT_EQ(Magasin().Today(), ligne.RappDateValeur);
-  EXPECT_EQ(20, ligne.RappEuro);
+  EXPECT_EQ(Jour(10), +ligne.RappDate);
+  EXPECT_EQ(Magasin().Today(), +ligne.RappDateValeur);
+  EXPECT_EQ(20, +ligne.RappEuro);
   EXPECT_EQ(ErrLigneNonRapprochable, refus(Ajoute(Fiche(Jour(11), 20)), {b})) << "once";
   EXPECT_EQ(50, LitSoldes(App(), Long("512"), true).livres);
   EXPECT_THAT(Verifie(), IsEmpty());
@@ -197,9 +197,9 @@ TEST_F(Rapprochement, LAutomatiquePrendLaPremiereLigneQuiConvient) {
   bilan = Automatique();
   EXPECT_EQ(2u, bilan.rapproches);
   EXPECT_EQ(4u, bilan.operations);
-  EXPECT_EQ(Jour(10), Lu(ancienne).RappDate) << "the oldest line with the first operation";
-  EXPECT_EQ(Jour(11), Lu(recente).RappDate);
-  EXPECT_FALSE(Lu(tard).Rapprochee);
+  EXPECT_EQ(Jour(10), +Lu(ancienne).RappDate) << "the oldest line with the first operation";
+  EXPECT_EQ(Jour(11), +Lu(recente).RappDate);
+  EXPECT_FALSE(Lu(tard).Rapprochee != 0);
   EXPECT_EQ(2u, NbOperations());
 
   // Both currencies have to agree: 328,00 F typed are 50,00 €, 50,00 € are 327,98 F.
@@ -254,7 +254,7 @@ TEST_F(Rapprochement, UneEcritureNaitDeSonOperation) {
   saisie.compte = Long("6132");
   saisie.montants = ChaineMontants(App(), LitCompte("6132"), 12.5);
   ASSERT_FALSE(EnregistreEcritureDe(App(), frais, saisie, Faite));
-  EXPECT_TRUE(Lu(LigneDe(Faite.mouvement)).Rapprochee);
+  EXPECT_TRUE(Lu(LigneDe(Faite.mouvement)).Rapprochee != 0);
   EXPECT_EQ(1u, NbOperations());
   EXPECT_THAT(Verifie(), IsEmpty());
 }
@@ -352,7 +352,7 @@ class RapprochementAuHasard : public Rapprochement {
   void Compare(Jumelles& livre, const std::string& compte) {
     for (const Jumelles::L& ligne : livre.lignes) {
       const Line lue = Lu(ligne.position);
-      ASSERT_EQ(ligne.rec.Rapprochee, lue.Rapprochee);
+      ASSERT_EQ(+ligne.rec.Rapprochee, +lue.Rapprochee);
       if (!lue.Rapprochee) continue;
       const Banque& operation = livre.paires.at(ligne.position);
       ASSERT_STREQ(operation.Libelle, lue.RappLibelle);
