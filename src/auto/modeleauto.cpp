@@ -139,7 +139,7 @@ Refus LitFicheAuto(CFenlorApp& app, u32 numero, FicheAuto& fiche) {
   fiche.periodicite = static_cast<i16>(PeriodiciteDe(rec));
   if (GetPeriodiciteString(fiche.periodicite).empty()) fiche.periodicite = 1;
   fiche.nombre = rec.NbPaiements;
-  fiche.payes = rec.NbRestants ? rec.NbPaiements - std::min(rec.NbRestants, rec.NbPaiements) : 0;
+  fiche.payes = rec.NbRestants ? rec.NbPaiements - std::min(u32{rec.NbRestants}, u32{rec.NbPaiements}) : 0;
   const auto montant = [&](f64 franc, f64 euro) { return fiche.euro ? euro : franc; };
   MontantsSaisie& m = fiche.montants;
   m.ttc = montant(rec.MontantFranc, rec.MontantEuro);
