@@ -396,7 +396,7 @@ TEST_F(Morts, LesEcheancesViennentUneFois) {
   };
   unsigned tues = 0, livres = 0;
   long duree = 30'000;
-  while (tues < morts && livres < morts) {
+  while (tues < morts && livres < 4 * morts + 20) {
     m_cabinet = m_dossier.Chemin() + "/auto" + std::to_string(++livres);
     ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
     m_comptes = LitComptes(m_cabinet);
@@ -423,7 +423,7 @@ TEST_F(Morts, LesEcheancesViennentUneFois) {
       ASSERT_TRUE(statut == 0 || statut == 128 + 9) << statut;
       fini = statut == 0;
       tues += !fini;
-      duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+      duree = fini ? duree * 7 / 10 + 100 : duree * 12 / 10 + 100;
     }
     std::map<std::string, unsigned> vues;
     for (const auto& [mouvement, lignes] : LitJournal(m_cabinet))
