@@ -71,14 +71,13 @@ bool ChoisitMotDePasse(Contexte& c, const OptionsGarde& o, std::string& motDePas
 }
 
 std::string JsonExercice(const ExerciceArchive& e) {
-  std::string ligne = LigneJson()
-                          .Texte("nom", e.nom)
-                          .Texte("debut", e.debut)
-                          .Texte("fin", e.fin)
-                          .Texte("cloture", e.cloture)
-                          .Entier("ecritures", e.ecritures)
-                          .Fin();
-  return ligne;
+  return LigneJson()
+      .Texte("nom", e.nom)
+      .Texte("debut", e.debut)
+      .Texte("fin", e.fin)
+      .Texte("cloture", e.cloture)
+      .Entier("ecritures", e.ecritures)
+      .Fin();
 }
 
 std::string NomsExercices(const Manifeste& manifeste) {

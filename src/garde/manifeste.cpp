@@ -6,6 +6,7 @@
 #include <set>
 
 #include "store/definitions.h"
+#include "store/exercices.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -93,7 +94,7 @@ void LitExercice(const Json& objet, ExerciceArchive& exercice, std::string& faut
   lecteur.Texte("fin", exercice.fin);
   lecteur.Texte("cloture", exercice.cloture);
   lecteur.Entier("ecritures", 0xFFFFFFFFu, exercice.ecritures);
-  if (faute.empty() && !NomExerciceValable(exercice.nom)) lecteur.Echec("un nom d'exercice est faux");
+  if (faute.empty() && !NomExerciceCorrect(exercice.nom)) lecteur.Echec("un nom d'exercice est faux");
 }
 
 void LitPiece(const Json& objet, PieceArchive& piece, std::string& faute) {
@@ -137,19 +138,13 @@ u64 Manifeste::Octets() const {
   return total;
 }
 
-bool NomExerciceValable(std::string_view nom) {
-  return !nom.empty() && nom.size() <= 4 && std::all_of(nom.begin(), nom.end(), [](char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  });
-}
-
 bool NomDePiece(std::string_view nom, std::string& exercice) {
   exercice.clear();
   if (nom == "fenlor.ini") return true;
   const std::size_t barre = nom.find('/');
   std::string_view fichier = nom;
   if (barre != std::string_view::npos) {
-    if (!NomExerciceValable(nom.substr(0, barre))) return false;
+    if (!NomExerciceCorrect(std::string(nom.substr(0, barre)))) return false;
     exercice = nom.substr(0, barre);
     fichier = nom.substr(barre + 1);
   }

@@ -61,7 +61,5 @@ std::string LitManifeste(std::string_view json, Manifeste& manifeste);
 /// in the folder of an exercice (`exercice` becomes its name). Whatever else stands in an archive could be
 /// meant for another place.
 bool NomDePiece(std::string_view nom, std::string& exercice);
-/// One to four letters or digits.
-bool NomExerciceValable(std::string_view nom);
 
 }  // namespace fenlor

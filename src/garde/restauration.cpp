@@ -11,6 +11,7 @@
 #include "session/verification.h"
 #include "store/dates.h"
 #include "store/definitions.h"
+#include "store/exercices.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -158,7 +159,7 @@ std::vector<Profil::Changement> ReglagesCabinet(Systeme& systeme, const std::str
   std::vector<Profil::Changement> changements;
   Profil profil(systeme, chemin, true);
   for (const std::string& section : profil.Sections()) {
-    if (NomExerciceValable(section) && GetDate(profil.Lit(section, Texte(CleDebut)))) continue;
+    if (NomExerciceCorrect(section) && GetDate(profil.Lit(section, Texte(CleDebut)))) continue;
     for (const std::string& cle : profil.Cles(section))
       if (CompareSansCasse(section, Texte(SecActivite)) != 0 ||
           CompareSansCasse(cle, Texte(CleExercices)) != 0)
