@@ -356,7 +356,7 @@ class RapprochementAuHasard : public Rapprochement {
       if (!lue.Rapprochee) continue;
       const Banque& operation = livre.paires.at(ligne.position);
       ASSERT_STREQ(operation.Libelle, lue.RappLibelle);
-      ASSERT_EQ(operation.Date, lue.RappDate);
+      ASSERT_EQ(+operation.Date, +lue.RappDate);
     }
     ASSERT_EQ(livre.operations.size() - livre.paires.size(), NbOperations(compte));
   }
