@@ -9,6 +9,7 @@
 #include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QToolBar>
+#include <QVBoxLayout>
 #include <array>
 
 #include "app/aide.h"
@@ -61,7 +62,14 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
   m_zone->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   m_centre->addWidget(m_accueil);
   m_centre->addWidget(m_zone);
-  setCentralWidget(m_centre);
+  auto* milieu = new QWidget(this);
+  auto* pile = new QVBoxLayout(milieu);
+  pile->setContentsMargins(0, 0, 0, 0);
+  pile->setSpacing(0);
+  pile->addWidget(m_centre, 1);
+  m_offre = new BarreOffre(milieu);
+  pile->addWidget(m_offre);
+  setCentralWidget(milieu);
   connect(m_zone, &QMdiArea::subWindowActivated, this, [this] {
     ActualisePage();
     m_commandes->ActualiseEtats();
@@ -289,6 +297,8 @@ void CMainFrame::MontreExercice() {
   ActualisePage();
   DitAvertissements(m_app);
 }
+
+void CMainFrame::Offre(const Proposition& proposition) { m_offre->Offre(proposition); }
 
 void CMainFrame::Aide(const QString& page) {
   if (!m_aide) m_aide = new CFenetreAide(m_contexte, this);

@@ -76,6 +76,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void Aide(const QString& page) override;
   bool Touche(const QKeySequence& touche) override;
   QWidget* Cadre() override { return this; }
+  void Offre(const Proposition& proposition) override;
 
  protected:
   void closeEvent(QCloseEvent* evenement) override;
@@ -100,6 +101,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   QMdiArea* m_zone = nullptr;
   Commandes* m_commandes = nullptr;
   PageAccueil* m_accueil = nullptr;
+  BarreOffre* m_offre = nullptr;
   QToolBar* m_outils = nullptr;
   CBarreIcones* m_icones = nullptr;
   CBarreEtat* m_etat = nullptr;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/fenlorapp.h"
+#include "ui/barreoffre.h"
 #include "ui/preferences.h"
 
 class QDialog;
@@ -75,6 +76,8 @@ class Fenetres {
   virtual bool Touche(const QKeySequence& touche) = 0;
   /// The main window, owner of forms; null in a test.
   virtual QWidget* Cadre() = 0;
+  /// Offers something in the bar at the bottom of the main window.
+  virtual void Offre(const Proposition& /*proposition*/) {}
 
  protected:
   /// A rule shows its progress or waits for an answer.
