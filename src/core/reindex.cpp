@@ -47,28 +47,31 @@ bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
   return magasin.QVCloseFile(cible) && bien && lus == 0;
 }
 
-/// What one of the header's copies says; that of an empty file of today when neither can be read.
-EnteteDat LitEntete(QVAPI& magasin, int fichier) {
+/// What one of the header's copies says; that of an empty file of today when neither is legible. False: the
+/// disk did not answer.
+bool LitEntete(QVAPI& magasin, int fichier, EnteteDat& entete) {
   std::array<u8, DebutEmplacements> octets{};
-  EnteteDat entete;
-  if (magasin.QVReadFile(fichier, octets.data(), octets.size()) >= 0 &&
-      (FichierDat::Decode(octets.data(), entete) || FichierDat::Decode(octets.data() + 512, entete)))
-    return entete;
-  return {};
+  if (magasin.QVReadFile(fichier, octets.data(), octets.size()) < 0) return false;
+  if (!FichierDat::Decode(octets.data(), entete) && !FichierDat::Decode(octets.data() + 512, entete))
+    entete = {};
+  return true;
 }
 
 /// Whether the slots have sums, where no header says so: one that is right is no accident, and without
-/// any a file of whole records is one of the form before.
-bool ASommes(QVAPI& magasin, int fichier, u32 taille) {
+/// any a file of whole records is one of the form before. False: the disk did not answer.
+bool ChercheSommes(QVAPI& magasin, int fichier, u32 taille, bool& sommes) {
   const i64 debut = QVAPI::QVGetFirstRecPos(static_cast<u16>(taille)),
             fin = magasin.QVSeekFile(fichier, 0, 2);
   std::vector<u8> rec(taille + TailleSomme);
   const int pas = static_cast<int>(rec.size());
-  if (fin <= debut || (fin - debut) % taille != 0) return true;
-  magasin.QVSeekFile(fichier, debut, 0);
-  for (u32 i = 1; magasin.QVReadFile(fichier, rec.data(), static_cast<u32>(pas)) == pas; ++i)
-    if (SommeJuste(rec.data(), taille, i)) return true;
-  return false;
+  sommes = fin <= debut || (fin - debut) % taille != 0;
+  if (fin < 0 || (!sommes && magasin.QVSeekFile(fichier, debut, 0) < 0)) return false;
+  int lus = pas;
+  for (u32 i = 1; !sommes && lus == pas; ++i) {
+    lus = magasin.QVReadFile(fichier, rec.data(), static_cast<u32>(pas));
+    sommes = lus == pas && SommeJuste(rec.data(), taille, i);
+  }
+  return lus >= 0;
 }
 
 }  // namespace
@@ -167,8 +170,16 @@ bool CBTFiles::Substitue(const std::string& nouveau, RapportReindex& rapport) {
 bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
   QVAPI& magasin = m_app.Magasin;
   const std::string nouveau = Chemin("neuf");
-  rapport.endommage = !OpenDat();
-  const bool autreForme = rapport.endommage && magasin.QVFileErrorCode() == ErrFormat;
+  const bool ouvrable = OpenDat();
+  const int raison = ouvrable ? 0 : magasin.QVFileErrorCode();
+  const auto muet = [&](int code) {
+    rapport.code = code;
+    return m_app.ReportErreur(ErrCodeOuverture, {std::to_string(code), Chemin("dat")});
+  };
+  // A disk that does not answer says nothing about the file.
+  if (!ouvrable && raison < ErrPasOuvert) return muet(raison);
+  rapport.endommage = !ouvrable;
+  const bool autreForme = raison == ErrFormat;
   if (!rapport.endommage) {
     rapport.n = magasin.QVNumberOfRec(NumFichier);
     magasin.QVClose(NumFichier);
@@ -176,11 +187,13 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
   bool fait = false;
   {
     const FichierBrut ancien(magasin, Chemin("dat"));
-    if (!ancien.EstOuvert())
-      return m_app.ReportErreur(ErrCodeOuverture, {std::to_string(magasin.QVFileErrorCode()), Chemin("dat")});
-    const EnteteDat entete = LitEntete(magasin, ancien.Poignee());
-    const bool avecSommes = entete.id != 0 ? entete.version >= VersionSommes
-                                           : ASommes(magasin, ancien.Poignee(), static_cast<u32>(TailleRec));
+    EnteteDat entete;
+    if (!ancien.EstOuvert() || !LitEntete(magasin, ancien.Poignee(), entete))
+      return muet(magasin.QVFileErrorCode());
+    bool avecSommes = entete.version >= VersionSommes;
+    if (entete.id == 0 &&
+        !ChercheSommes(magasin, ancien.Poignee(), static_cast<u32>(TailleRec), avecSommes))
+      return muet(magasin.QVFileErrorCode());
     if (autreForme || (rapport.endommage && entete.id != 0 && entete.numero != NumFichier))
       return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});
     if (magasin.QVExistFile(nouveau) && !magasin.QVDeleteFile(nouveau))

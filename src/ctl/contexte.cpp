@@ -142,6 +142,13 @@ bool Contexte::OuvreExercice() {
 
 int Contexte::Termine(int statut) {
   if (!Vide()) statut = std::max(statut, int{StatutRefuse});
+  // What a rule told on its way to a success: done, but not all of it.
+  if (statut == StatutFait && Dialogue.ErreurEnAttente()) {
+    Refus refus;
+    refus.numero = std::max(Dialogue.Numero(), 1u);
+    refus.texte = Dialogue.Texte();
+    statut = Refuse(refus);
+  }
   if (m_sessionOuverte) {
     m_sessionOuverte = false;
     Magasin.QVCloseExercice();

@@ -5,6 +5,7 @@ namespace fenlor {
 void DialogueCtl::Erreur(unsigned numero, const std::string& texte) {
   m_numero = numero;
   m_texte = texte;
+  m_erreur = true;
 }
 
 int DialogueCtl::Message(unsigned style, unsigned numero, const std::string& texte) {
@@ -23,6 +24,7 @@ int DialogueCtl::Message(unsigned style, unsigned numero, const std::string& tex
 
 void DialogueCtl::Oublie() {
   m_numero = 0;
+  m_erreur = false;
   m_texte.clear();
 }
 

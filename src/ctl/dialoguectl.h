@@ -36,6 +36,8 @@ class DialogueCtl : public Dialogue {
   /// Number and text of the last failure, or of the last question declined.
   unsigned Numero() const { return m_numero; }
   const std::string& Texte() const { return m_texte; }
+  /// A failure was told to the dialogue, and nobody has told the user or forgotten it since.
+  bool ErreurEnAttente() const { return m_erreur; }
   /// Text of the last message that asks nothing.
   const std::string& Information() const { return m_information; }
 
@@ -43,6 +45,7 @@ class DialogueCtl : public Dialogue {
   bool m_oui;
   std::set<unsigned> m_ordonnees, m_declinees;
   unsigned m_numero = 0;
+  bool m_erreur = false;
   std::string m_texte;
   std::string m_information;
 };

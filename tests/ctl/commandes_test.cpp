@@ -170,6 +170,31 @@ TEST_F(Commandes, UneFermetureQuiEchoueSeDit) {
   Sain();
 }
 
+// The exercice stands; that the next start will not know it as the current one is told.
+TEST_F(Commandes, UneCreationQuiNEstPasNoteeSeDit) {
+  SystemeSansSynchro vrai;
+  SystemeFautif disque(vrai);
+  disque.SurChemin("fenlor.ini");
+  OptionsCtl options = Options();
+  options.magasin.systeme = &disque;
+  std::istringstream rien;
+  unsigned annee = 2003, notees = 0;
+  for (unsigned k = 1; k < 20; ++k, ++annee) {
+    std::ostringstream sortie, erreurs;
+    disque.Programme(k, ENOSPC, SystemeFautif::Renommage, false);
+    const int statut = ExecuteCtl({"--cabinet", Cabinet(), "creer", "--exercice", std::to_string(annee)},
+                                  rien, sortie, erreurs, options);
+    const bool manque = disque.NbPannes() != 0;
+    disque.Repare();
+    EXPECT_EQ(statut, manque ? StatutRefuse : StatutFait) << k << erreurs.str();
+    EXPECT_EQ(manque, erreurs.str().find("Aucun espace") != std::string::npos) << k << erreurs.str();
+    notees += manque && !sortie.str().empty();
+    if (!manque) break;
+  }
+  EXPECT_GT(notees, 0u);
+  Sain(std::to_string(annee));
+}
+
 TEST_F(Commandes, MotDePasse) {
   Cree();
   {

@@ -196,5 +196,25 @@ TEST(Raisons, UnDisquePleinNEstPasUnFichierEndommage) {
       << r.erreurs;
 }
 
+/// A disk that did not answer once says nothing about the file.
+TEST(Raisons, UneLectureManqueeNEstPasUnFichierEndommage) {
+  const DossierTemporaire dossier;
+  const std::string cabinet = dossier.Chemin() + "/cabinet";
+  ASSERT_NO_FATAL_FAILURE(CreeCabinet(cabinet));
+  SystemeSansSynchro disque;
+  SystemeFautif systeme(disque);
+  systeme.SurChemin("2003/JOURNAL.dat");
+  unsigned k = 0;
+  do {
+    systeme.Programme(++k, EIO,
+                      SystemeFautif::Lectures | SystemeFautif::Ouvertures | SystemeFautif::Mesurage);
+    const Resultat r = Ctl({"--cabinet", cabinet, "reconstruire", "JOURNAL"}, {}, &systeme);
+    EXPECT_EQ(r.sortie.find("endommag"), std::string::npos) << k << r.sortie;
+    EXPECT_TRUE(r.statut == 0 || r.erreurs.find("entrée ou de sortie") != std::string::npos) << k << r.erreurs;
+    EXPECT_FALSE(std::filesystem::exists(cabinet + "/2003/JOURNAL.avarie")) << k;
+  } while (systeme.NbPannes() != 0 && k < 200);
+  EXPECT_GT(k, 5u);
+}
+
 }  // namespace
 }  // namespace fenlor::pannes
