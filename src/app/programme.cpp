@@ -21,6 +21,7 @@
 #include "forms/session/dialognewexercice.h"
 #include "forms/session/dialogopenexercice.h"
 #include "forms/session/dialogpassword.h"
+#include "garde/restes.h"
 #include "session/exercices.h"
 #include "session/textes.h"
 #include "store/texte1252.h"
@@ -108,6 +109,7 @@ bool Programme::InitInstance() {
     DitEchecReglages(m_app);
   }
   if (!OuvreCompta()) return false;
+  RangeRestes(m_app);
   if (m_app.NomExercice.empty()) PremierExercice();
   OuvreExerciceCourant();
   LitTauxCourant(m_app);

@@ -191,8 +191,7 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
     if (!ancien.EstOuvert() || !LitEntete(magasin, ancien.Poignee(), entete))
       return muet(magasin.QVFileErrorCode());
     bool avecSommes = entete.version >= VersionSommes;
-    if (entete.id == 0 &&
-        !ChercheSommes(magasin, ancien.Poignee(), static_cast<u32>(TailleRec), avecSommes))
+    if (entete.id == 0 && !ChercheSommes(magasin, ancien.Poignee(), static_cast<u32>(TailleRec), avecSommes))
       return muet(magasin.QVFileErrorCode());
     if (autreForme || (rapport.endommage && entete.id != 0 && entete.numero != NumFichier))
       return m_app.ReportErreur(ErrOuvertureFichier, {Chemin("dat")});

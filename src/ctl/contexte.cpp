@@ -10,6 +10,7 @@
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "ctl/textes.h"
+#include "garde/restes.h"
 #include "journal/textes.h"
 #include "master/textes.h"
 #include "session/textes.h"
@@ -100,6 +101,7 @@ bool Contexte::OuvreCabinet(bool cree) {
   }
   App.PathCabinet = Magasin.PathCabinet();
   App.PathProgrammes = m_pathProgrammes;
+  RangeRestes(App);
   return true;
 }
 

@@ -25,7 +25,7 @@ constexpr const char* VariableMotDePasse = "FENLOR_MOT_DE_PASSE_SAUVEGARDE";
 struct OptionsGarde {
   std::string dossier, fichier, action;
   std::vector<std::string> exercices;
-  bool complet = false, protege = false;
+  bool complet = false, protege = false, communs = false;
   std::optional<u32> jours, semaines, mois;
 };
 
@@ -110,11 +110,17 @@ int Sauve(Contexte& c, const OptionsGarde& o) {
 }
 
 int Ramene(Contexte& c, const OptionsGarde& o) {
+  // --oui alone does not touch what other exercices stand on.
+  if (o.communs)
+    c.Dialogue.Ordonne({QuestionCommuns});
+  else
+    c.Dialogue.Decline({QuestionCommuns});
   RestaurationFaite faite;
   const Refus refus = AvecMotDePasse([&](const std::string& motDePasse) {
     return Restaure(c.App, {o.fichier, motDePasse, o.exercices}, faite);
   });
   if (refus) return c.Refuse(refus);
+  if (!faite.communsGardes.empty()) c.Avertit(TexteFormat(AvisCommunsGardes, {faite.communsGardes}));
   for (const ExerciceRestaure& e : faite.exercices) {
     for (const std::string& constat : e.constats) c.Avertit(e.nom + " : " + constat);
     const std::string ligne =
@@ -241,6 +247,8 @@ void DeclareGarde(LigneCommande& ligne) {
       .Option("FICHIER", o->fichier, {"FICHIER"}, "La sauvegarde")
       .Obligatoire()
       .Option("--seulement", o->exercices, {"NOM"}, "Un exercice de la sauvegarde (plusieurs fois possible)")
+      .Drapeau("--immobilisations", o->communs,
+               "Ramène aussi les immobilisations et les liens, qui servent à tous les exercices")
       .Pied(pied);
   ligne.Ajoute("cloturer", "Clôture l'exercice : il ne peut plus changer", Clot);
   ligne.Ajoute("sceau", "Dit si un exercice clôturé est resté tel quel", MontreSceau);

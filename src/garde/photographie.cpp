@@ -65,6 +65,20 @@ int CopieOctets(Fichier& de, Fichier& vers, u64 taille) {
 
 }  // namespace
 
+int CopieDonnees(Systeme& systeme, const std::string& de, const std::string& vers) {
+  std::unique_ptr<Fichier> source, copie;
+  u64 taille = 0;
+  int erreur = systeme.Ouvre(de, Systeme::Lecture, source);
+  if (!erreur) erreur = Longueur(*source, true, taille);
+  if (!erreur) erreur = systeme.Ouvre(vers, Systeme::Creation, copie);
+  if (erreur) return erreur;
+  erreur = CopieOctets(*source, *copie, taille);
+  if (!erreur) erreur = copie->Synchronise();
+  if (!erreur) erreur = systeme.SynchroniseDossier(DossierDe(vers));
+  if (erreur) systeme.Supprime(vers);
+  return erreur;
+}
+
 Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exercices, bool complet) {
   assert(!app.Magasin.QVEnUnite());
   m_pieces.clear();

@@ -11,6 +11,10 @@
 
 namespace fenlor {
 
+/// Copies the bytes of a data file of the store that count into a new file, synced. errno or the store's
+/// error; nothing stands there then.
+int CopieDonnees(Systeme& systeme, const std::string& de, const std::string& vers);
+
 class Photographie {
  public:
   /// Brings the store's files to their place and copies those of the exercices, the practice's own and the

@@ -6,6 +6,8 @@
 
 #include "core/cles.h"
 #include "core/erreurs.h"
+#include "garde/communs.h"
+#include "garde/restes.h"
 #include "garde/textes.h"
 #include "session/exercices.h"
 #include "session/verification.h"
@@ -18,28 +20,9 @@ namespace fenlor {
 
 namespace {
 
-/// Where an archive is unpacked: a practice of its own inside the practice, which no list of exercices shows.
-constexpr const char* NomAtelier = "restauration~";
 constexpr std::size_t ConstatsMax = 100;
 constexpr const char* CleMotDePasse = "Mot de Passe";  ///< of the practice, in "Activite"
 using CleValeur = std::pair<std::string, std::string>;
-
-/// Removes a folder with what stands in it, two floors deep as a practice is.
-void OteAtelier(Systeme& systeme, const std::string& dossier) {
-  std::vector<std::string> noms;
-  if (systeme.Liste(dossier, noms) != 0) return;
-  for (const std::string& nom : noms) {
-    const std::string chemin = Joint(dossier, nom);
-    std::vector<std::string> dedans;
-    if (systeme.Liste(chemin, dedans) == 0) {
-      for (const std::string& fichier : dedans) systeme.Supprime(Joint(chemin, fichier));
-      systeme.SupprimeDossier(chemin);
-    } else {
-      systeme.Supprime(chemin);
-    }
-  }
-  systeme.SupprimeDossier(dossier);
-}
 
 class Atelier {
  public:
@@ -116,9 +99,9 @@ class Atelier {
 };
 
 /// Opens what was unpacked as the practice that it is, and verifies its exercices. The settings of each come
-/// out.
+/// out, and what it holds for all exercices that the practice does not.
 Refus VerifieAtelier(CFenlorApp& app, const std::string& dossier, std::vector<ExerciceRestaure>& exercices,
-                     std::vector<std::vector<CleValeur>>& reglages) {
+                     std::vector<std::vector<CleValeur>>& reglages, std::vector<FichierCommun>& communs) {
   OptionsQVAPI options;
   options.systeme = &app.Magasin.SystemeFichiers();
   QVAPI magasin(options);
@@ -150,6 +133,7 @@ Refus VerifieAtelier(CFenlorApp& app, const std::string& dossier, std::vector<Ex
     for (const std::string& cle : magasin.Reglages().Cles(exercice.nom))
       cles.emplace_back(cle, magasin.Reglages().Lit(exercice.nom, cle));
   }
+  if (const Refus refus = CompareCommuns(app, magasin, communs)) return refus;
   return magasin.QVCloseSession() ? Refus() : echec(dossier);
 }
 
@@ -168,28 +152,32 @@ std::vector<Profil::Changement> ReglagesCabinet(Systeme& systeme, const std::str
   return changements;
 }
 
-/// The files that all exercices share, and the settings, into a practice that has nothing yet. The files come
-/// first: the settings are what makes a practice of a folder.
-Refus InstalleCabinet(CFenlorApp& app, const Atelier& atelier,
-                      const std::vector<Profil::Changement>& reglages) {
-  Systeme& systeme = app.Magasin.SystemeFichiers();
-  const std::string cabinet = app.Magasin.PathCabinet();
-  for (const DefinitionFichier& definition : Definitions()) {
-    const std::string nom = std::string(definition.nom) + ".dat", de = Joint(atelier.Dossier(), nom);
-    if (!definition.duCabinet || !systeme.Existe(de)) continue;
-    if (systeme.Existe(Joint(cabinet, nom))) continue;
-    if (const int erreur = systeme.Renomme(de, Joint(cabinet, nom))) return atelier.Echec(erreur);
-  }
-  if (const int erreur = systeme.SynchroniseDossier(cabinet)) return atelier.Echec(erreur);
-  if (!app.Magasin.Reglages().Ecrit(reglages)) return atelier.Echec(app.Magasin.Reglages().Erreur());
+/// Leaves in `communs` what comes back: what the practice has nothing of, and the rest when the user wants
+/// it.
+Refus TrieCommuns(CFenlorApp& app, std::vector<FichierCommun>& communs, std::string& gardes) {
+  std::vector<FichierCommun> occupes;
+  std::copy_if(communs.begin(), communs.end(), std::back_inserter(occupes),
+               [](const FichierCommun& commun) { return !commun.Libre(); });
+  if (occupes.empty()) return {};
+  const std::string noms = NomsCommuns(occupes);
+  const int reponse = app.MessageId(BoutonsNonOuiAnnuler | IconeQuestion, QuestionCommuns, {noms});
+  if (reponse == RepOui) return {};
+  if (reponse != RepNon) return Refus(ErrRestaurationAbandonnee);
+  gardes = noms;
+  std::erase_if(communs, [](const FichierCommun& commun) { return !commun.Libre(); });
   return {};
 }
 
-/// "2003.avant-20261122-1053", with a rank behind it when there is one already.
-std::string NomAncien(CFenlorApp& app, const std::string& exercice) {
+/// ".avant-20261122-1053"
+std::string SuffixeAncien(CFenlorApp& app) {
   std::string heure = StrHHMM(app.Magasin.Now());
   heure.erase(std::remove(heure.begin(), heure.end(), ':'), heure.end());
-  const std::string nom = exercice + ".avant-" + StrSDate(app.Magasin.Today()) + "-" + heure;
+  return ".avant-" + StrSDate(app.Magasin.Today()) + "-" + heure;
+}
+
+/// Behind the name of an exercice, with a rank behind it when there is one already.
+std::string NomAncien(CFenlorApp& app, const std::string& exercice) {
+  const std::string nom = exercice + SuffixeAncien(app);
   std::string libre = nom;
   for (unsigned rang = 2; app.Magasin.SystemeFichiers().Existe(Joint(app.Magasin.PathCabinet(), libre));
        ++rang)
@@ -237,12 +225,14 @@ Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, Restauration
   if (const Refus refus = atelier.Deballe(demande, voulue, faite.manifeste, avance)) return refus;
   const auto reglagesCabinet = ReglagesCabinet(systeme, Joint(atelier.Dossier(), "fenlor.ini"));
   std::vector<std::vector<CleValeur>> reglages;
-  if (const Refus refus = VerifieAtelier(app, atelier.Dossier(), faite.exercices, reglages)) return refus;
+  std::vector<FichierCommun> communs;
+  if (const Refus refus = VerifieAtelier(app, atelier.Dossier(), faite.exercices, reglages, communs))
+    return refus;
 
   const std::string ouvert = app.NomExercice;
   faite.cabinet = app.Magasin.ListeExercices().empty();
-  if (faite.cabinet)
-    if (const Refus refus = InstalleCabinet(app, atelier, reglagesCabinet)) return refus;
+  if (const Refus refus = TrieCommuns(app, communs, faite.communsGardes)) return refus;
+  if (faite.cabinet && !app.Magasin.Reglages().Ecrit(reglagesCabinet)) return app.EchecReglages();
   FermeExercice(app);
   Refus refus;
   for (std::size_t i = 0; i < faite.exercices.size() && !refus; ++i) {
@@ -254,6 +244,7 @@ Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, Restauration
     else if (systeme.Existe(Joint(app.Magasin.PathCabinet(), ancien)))
       exercice.ancien = ancien;
   }
+  if (!refus) refus = RameneCommuns(app, communs, SuffixeAncien(app));
   if (!ouvert.empty())
     if (const Refus reouverture = OuvreExercice(app, ouvert); reouverture && !refus) refus = reouverture;
   return refus;

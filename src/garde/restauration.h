@@ -27,13 +27,16 @@ struct RestaurationFaite {
   Manifeste manifeste;
   std::vector<ExerciceRestaure> exercices;
   bool cabinet = false;  ///< the practice had nothing yet: its settings and its own files came back, too
+  /// Names of files that all exercices share, differ from those of the archive, and were left as they were.
+  std::string communsGardes;
 };
 
-/// `avance` as of an archive. The exercice that is open is opened again. Its settings come back with an
-/// exercice; those of the practice, and the files that all exercices share, only where the practice has no
-/// exercice yet. 3208 an exercice that the archive does not hold, 3521 to 3528, 3530 what was unpacked cannot
-/// be opened as books, 3214 the store. A refusal leaves the books as they were, those of exercices already
-/// brought back excepted.
+/// The exercice that is open is opened again. Its settings come back with an exercice; those of the practice
+/// only where it has no exercice yet. The files that all exercices share come back where the practice has
+/// none of them, or one that cannot be read; where it has others, the question 3560 is asked first (yes: they
+/// come back in one unit, and what stood there stays aside). 3208 an exercice that the archive does not hold,
+/// 3521 to 3528, 3530 what was unpacked cannot be opened as books, 3561 the question was answered by neither,
+/// 3214 the store. A refusal leaves the books as they were, those of exercices already brought back excepted.
 Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, RestaurationFaite& faite);
 
 }  // namespace fenlor

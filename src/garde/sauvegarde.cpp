@@ -7,6 +7,7 @@
 
 #include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "garde/restes.h"
 #include "garde/textes.h"
 #include "store/dates.h"
 
@@ -14,7 +15,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr const char* Provisoire = ".part";
 /// Backups of one practice within one minute.
 constexpr unsigned HomonymesMax = 100;
 
@@ -45,7 +45,7 @@ std::string CheminLibre(Systeme& systeme, const std::string& dossier, const std:
   for (unsigned rang = 1; rang <= HomonymesMax; ++rang) {
     const std::string chemin =
         Joint(dossier, nom + (rang == 1 ? "" : "-" + std::to_string(rang)) + ExtensionSauvegarde);
-    if (!systeme.Existe(chemin) && !systeme.Existe(chemin + Provisoire)) return chemin;
+    if (!systeme.Existe(chemin) && !systeme.Existe(chemin + SuffixeProvisoire)) return chemin;
   }
   return {};
 }
@@ -82,12 +82,14 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
     return Refus(ErrArchiveEcriture, "dossier", {faite.chemin, TexteErreurSysteme(erreur)});
   };
   if (faite.chemin.empty()) return echec(EEXIST);
-  FichierProvisoire provisoire(systeme, faite.chemin + Provisoire);
+  FichierProvisoire provisoire(systeme, faite.chemin + SuffixeProvisoire);
   std::unique_ptr<Fichier> fichier;
   if (const int erreur = systeme.Ouvre(provisoire.Chemin(), Systeme::Creation, fichier)) {
     provisoire.Garde();  // there is nothing of ours to remove
     return echec(erreur);
   }
+  // Held to the end: nobody takes it for one that was left behind.
+  if (const int erreur = TientFichier(*fichier)) return echec(erreur);
   if (const Refus refus = EcritArchive(*fichier, faite.chemin, faite.manifeste, photographie.Pieces(),
                                        demande.motDePasse, avance))
     return refus;
@@ -95,7 +97,6 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
   if (const int erreur = fichier->Mesure(empreinte)) return echec(erreur);
   faite.taille = empreinte.taille;
   OublieCache(*fichier);
-  fichier.reset();
   const u64 moitie = photographie.Octets();
   const AvanceArchive suite = [&](u64 octets) { return !avance || avance(moitie + octets); };
   if (const Refus refus = Relit(systeme, provisoire.Chemin(), demande, faite.manifeste, suite)) return refus;
@@ -115,6 +116,7 @@ Refus Sauvegarde(CFenlorApp& app, const DemandeSauvegarde& demande, SauvegardeFa
   const std::vector<std::string> exercices =
       demande.complet ? app.Magasin.ListeExercices() : std::vector<std::string>{app.NomExercice};
   if (const Refus refus = photographie.Prend(app, exercices, demande.complet)) return refus;
+  const NoteSauvegarde note(app, demande.dossier);
   const u64 total = std::max<u64>(1, 2 * photographie.Octets());
   const Progression progression(app.Boite, Texte(TitreSauvegarde), Texte(TexteSauvegarde), true, 100);
   return EcritSauvegarde(app.Magasin.SystemeFichiers(), photographie, demande, faite, [&](u64 octets) {

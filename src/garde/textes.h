@@ -1,7 +1,10 @@
 // Texts of safekeeping: refusals of archives, words of their manifest, closure.
 #pragma once
 
+#include <utility>
+
 #include "core/texte.h"
+#include "store/definitions.h"
 
 namespace fenlor {
 
@@ -29,6 +32,30 @@ inline constexpr TexteFixe ErrRestauration{3530, "Les livres n'ont pas pu être 
 inline constexpr TexteFixe ErrRestaurationLivres{
     3531, "Les livres de %s tels que la sauvegarde les contient ne s'ouvrent pas : %s"};
 inline constexpr TexteFixe ErrSauvegardeRetrait{3532, "La sauvegarde %s n'a pas pu être retirée : %s."};
+
+inline constexpr TexteFixe ErrRestaurationAbandonnee{
+    3561, "La restauration a été abandonnée : les livres sont restés tels qu'ils étaient."};
+/// names of the files
+inline constexpr TexteFixe QuestionCommuns{
+    3560,
+    "Des fichiers qui servent à tous les exercices ne sont plus ceux de la sauvegarde (%s).\n"
+    "Faut-il les ramener eux aussi ?\n\nOui : ceux de la sauvegarde prennent leur place, ceux d'aujourd'hui "
+    "sont gardés à côté.\nNon : ils restent tels qu'ils sont.",
+    Detruit};
+inline constexpr TexteFixe AvisCommunsGardes{
+    3562, "Ils servent à tous les exercices et sont restés tels qu'ils étaient avant la restauration : %s."};
+inline constexpr std::pair<u16, TexteFixe> NomsFichiersCommuns[] = {
+    {FichierImmo, {6660, "immobilisations"}},
+    {FichierAmo, {6661, "amortissements"}},
+    {FichierRecettes, {6662, "liens des recettes"}},
+    {FichierDepenses, {6663, "liens des dépenses"}},
+};
+
+// Leftovers
+/// path, reason
+inline constexpr TexteFixe AvisResteSauvegarde{
+    6664, "Ce qu'une sauvegarde ou une restauration interrompue a laissé n'a pas pu être retiré : %s : %s"};
+inline constexpr TexteFixe CleSauvegardeEnCours{6665, "Sauvegarde en cours"};  ///< folder of an archive
 
 // Closure and seal
 inline constexpr TexteFixe QuestionClotureRecalcul{

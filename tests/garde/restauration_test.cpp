@@ -1,7 +1,9 @@
 // Books saved and brought back, on disks that fail and machines that lose their power.
 #include "garde/restauration.h"
 #include "core/btfiles.h"
+#include "core/cles.h"
 #include "garde/conservation.h"
+#include "garde/restes.h"
 #include "garde/sauvegarde.h"
 #include "garde/textes.h"
 #include "journal/cabinetmedical.h"
@@ -114,6 +116,98 @@ TEST_F(GardeTest, PendantLaSaisie) {
   RestaurationFaite rendue;
   ASSERT_FALSE(Restaure(App(), {faite.chemin, {}, {}}, rendue));
   EXPECT_EQ(Livres(App()), avant);
+}
+
+TEST_F(GardeTest, CeQuiSertATousLesExercices) {
+  const auto biens = [&] {
+    std::vector<u32> numeros;
+    CImmobilisations immo(App(), {});
+    EXPECT_TRUE(immo.OpenFile());
+    for (bool bien = immo.First(0); bien; bien = immo.Next(0)) numeros.push_back(immo.Rec->Numero);
+    return numeros;
+  };
+  const auto ajoute = [&](u32 numero) {
+    CImmobilisations immo(App(), {});
+    immo.Rec->Numero = numero;
+    immo.Rec->DateAchat = FaitDate(1, 3, 2003);
+    ASSERT_TRUE(immo.OpenFile() && immo.Add());
+  };
+  const auto ramene = [&](const std::string& archive, std::deque<int> reponses) {
+    Boite.Oublie();
+    Boite.Reponses = reponses;
+    RestaurationFaite faite;
+    const Refus refus = Restaure(App(), {archive, {}, {}}, faite);
+    return refus ? std::to_string(refus.numero) : faite.communsGardes;
+  };
+  ajoute(1);
+  ajoute(2);
+  const std::string archive = Sauve(), immo = App().PathCabinet + "/Immo.dat";
+  EXPECT_EQ(ramene(archive, {}), "") << "nothing differs, nothing is asked";
+  ajoute(3);
+  EXPECT_EQ(ramene(archive, {RepAnnuler}), "3561");
+  EXPECT_EQ(ramene(archive, {RepNon}), "immobilisations");
+  EXPECT_EQ(biens(), (std::vector<u32>{1, 2, 3}));
+  EXPECT_EQ(ramene(archive, {RepOui}), "");
+  EXPECT_EQ(biens(), (std::vector<u32>{1, 2}));
+  const auto noms = Fichiers(App().PathCabinet);
+  EXPECT_EQ(std::count_if(noms.begin(), noms.end(), [](auto& n) { return n.starts_with("Immo.avant-"); }), 1);
+  // Nothing would be lost: nothing is asked.
+  for (const bool absent : {true, false}) {
+    ASSERT_TRUE(Magasin().QVCloseSession());
+    absent ? (void)SystemePosix().Supprime(immo) : EcritFichier(immo, std::string(3000, 'x'));
+    ASSERT_TRUE(Rouvre() && OuvreExercice("2003"));
+    EXPECT_EQ(ramene(archive, {}), "");
+    EXPECT_TRUE(Boite.NumerosQuestions().empty());
+    EXPECT_EQ(biens(), (std::vector<u32>{1, 2}));
+  }
+  EXPECT_TRUE(Rouvre());
+  EXPECT_EQ(VerifieExercice(App(), [](const std::string& constat) { ADD_FAILURE() << constat; }), 0u);
+}
+
+TEST(GardeRestes, SontOtesALaProchaineOuverture) {
+  SystemePosix posix;
+  SystemeFautif systeme(posix);
+  Garde garde(&systeme);
+  const std::string cabinet = garde.App().PathCabinet, copies = garde.ailleurs.Chemin(),
+                    part = "Fenlor_c_2003_20030301_1000.fnz.part",
+                    tenue = "Fenlor_c_2003_20030302_1000.fnz.part";
+  const auto seme = [&] {
+    ASSERT_EQ(posix.CreeDossier(cabinet + "/restauration~"), 0);
+    ASSERT_EQ(posix.CreeDossier(cabinet + "/restauration~/2003"), 0);
+    for (const char* nom : {"restauration~/fenlor.ini", "restauration~/2003/JOURNAL.dat", "copie-12-3.tmp"})
+      EcritFichier(cabinet + "/" + nom, "x");
+    for (const std::string& nom : {part, tenue, std::string("photo.part"), std::string("copie-a.tmp")})
+      EcritFichier(copies + "/" + nom, "x");
+  };
+  const auto range = [&] {
+    RangeRestes(garde.App());
+    return garde.Magasin().AvertissementsMagasin().size();
+  };
+  const auto note = [&] {
+    EXPECT_TRUE(garde.Magasin().Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours),
+                                                 garde.ailleurs.Chemin()));
+  };
+  seme();
+  EcritFichier(cabinet + "/copie-notes.tmp", "x");
+  std::unique_ptr<Fichier> autre;
+  ASSERT_EQ(posix.Ouvre(copies + "/" + tenue, Systeme::LectureEcriture, autre), 0);
+  ASSERT_EQ(TientFichier(*autre), 0);
+  note();
+  EXPECT_EQ(range(), 0u);
+  auto noms = garde.Fichiers(copies);
+  std::sort(noms.begin(), noms.end());
+  EXPECT_EQ(noms, (std::vector<std::string>{tenue, "copie-a.tmp", "photo.part"}));
+  EXPECT_FALSE(posix.Existe(cabinet + "/restauration~"));
+  EXPECT_FALSE(posix.Existe(cabinet + "/copie-12-3.tmp"));
+  EXPECT_TRUE(posix.Existe(cabinet + "/copie-notes.tmp"));
+
+  seme();
+  systeme.SurChemin("fnz.part");
+  systeme.Programme(1, EACCES, SystemeFautif::Suppression, false);
+  note();
+  EXPECT_EQ(range(), 1u);
+  EXPECT_TRUE(posix.Existe(copies + "/" + part));
+  EXPECT_EQ(range(), 0u) << "told once";
 }
 
 TEST(GardePannes, UnDisqueQuiManqueNeLaisseRienDeFaux) {

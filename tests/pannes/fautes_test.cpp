@@ -210,7 +210,8 @@ TEST(Raisons, UneLectureManqueeNEstPasUnFichierEndommage) {
                       SystemeFautif::Lectures | SystemeFautif::Ouvertures | SystemeFautif::Mesurage);
     const Resultat r = Ctl({"--cabinet", cabinet, "reconstruire", "JOURNAL"}, {}, &systeme);
     EXPECT_EQ(r.sortie.find("endommag"), std::string::npos) << k << r.sortie;
-    EXPECT_TRUE(r.statut == 0 || r.erreurs.find("entrée ou de sortie") != std::string::npos) << k << r.erreurs;
+    EXPECT_TRUE(r.statut == 0 || r.erreurs.find("entrée ou de sortie") != std::string::npos)
+        << k << r.erreurs;
     EXPECT_FALSE(std::filesystem::exists(cabinet + "/2003/JOURNAL.avarie")) << k;
   } while (systeme.NbPannes() != 0 && k < 200);
   EXPECT_GT(k, 5u);
