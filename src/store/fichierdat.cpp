@@ -198,6 +198,11 @@ int FichierDat::EcritPlace(Position position, u32 decalage, const void* octets, 
   return m_fichier->Ecrit(octets, taille, Offset(position) + decalage);
 }
 
+int FichierDat::EcritSuite(Position premiere, const void* octets, std::size_t taille) {
+  assert(premiere > 0 && taille > 0 && taille % entete.Pas() == 0);
+  return m_fichier->Ecrit(octets, taille, Offset(premiere));
+}
+
 void FichierDat::PoseScelle(u8* emplacement, const void* rec, Position position) const {
   assert(entete.version == VersionSommes && position > 0);
   if (emplacement != rec) std::memcpy(emplacement, rec, entete.taille);

@@ -86,6 +86,8 @@ class FichierDat {
   /// Makes sure that slots up to `position` have disk space and can be mapped.
   int Reserve(Position position);
   int EcritPlace(Position position, u32 decalage, const void* octets, u32 taille);
+  /// Whole slots in a row, by one call.
+  int EcritSuite(Position premiere, const void* octets, std::size_t taille);
   /// Copies a record to where a slot is made, and puts its sum behind it.
   void PoseScelle(u8* emplacement, const void* rec, Position position) const;
   /// True when the sum of a slot of the file is right. A file without sums has none wrong.

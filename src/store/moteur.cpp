@@ -229,7 +229,7 @@ bool Moteur::FermeCabinet() {
     return true;
   }
   while (m->profondeur) AnnuleUnite();
-  assert(m->images.empty() && m->touches.empty());
+  assert(m->images.Vide() && m->touches.empty());
   bool bien = true, change = false;
   for (u16 n = 0; n < m->fichiers.size(); ++n) {
     if (!m->fichiers[n]) continue;

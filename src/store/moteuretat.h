@@ -2,9 +2,11 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <unordered_map>
 
 #include "store/fichierdat.h"
+#include "store/images.h"
 #include "store/moteur.h"
 #include "store/qvapi.h"
 #include "store/reprise.h"
@@ -90,14 +92,12 @@ struct Moteur::Etat {
     std::string texte;
   };
   struct Repere {
-    std::size_t annulations, cles, ordre;
+    std::size_t annulations, cles;
     u64 remplissages;
   };
   unsigned profondeur = 0;
   std::vector<Repere> reperes;
-  std::unordered_map<u64, std::vector<u8>> images;
-  std::vector<u64> ordre;
-  std::size_t octetsImages = 0;
+  ImagesUnite images;
   std::vector<Annulation> annulations;
   std::vector<ChangementCle> changementsCles;
   bool clesTropNombreuses = false;
@@ -158,9 +158,10 @@ struct Moteur::Etat {
   void Defait(std::size_t jusqua);
   void DefaitTout();
   bool Engage();
-  bool Scelle();
-  void ComposeUnite();
-  bool Applique();
+  bool ComposeUnite(const OrdreImages& ordre);
+  void ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille, const u8* base);
+  bool Applique(const OrdreImages& ordre);
+  bool AppliqueSuite(Ouvert& o, std::span<const ImagesUnite::Image* const> suite);
 };
 
 /// A unit of one operation, unless one is open already.

@@ -14,16 +14,14 @@ namespace {
 /// Images beyond this are written behind the committed end at once.
 constexpr std::size_t SeuilVersement = 4u << 20;
 
-u64 CleImage(const Ouvert& o, Position position) { return u64{o.numero} << 32 | position; }
+/// Slots in a row are written by one call, up to so many bytes.
+constexpr std::size_t SuiteMax = 256u << 10;
 
 }  // namespace
 
 const u8* Moteur::Etat::Brut(Ouvert& o, Position position) {
   if (position == 0 || position > o.emplacements) return Echec(ErrPosition, o), nullptr;
-  if (!images.empty()) {
-    if (const auto image = images.find(CleImage(o, position)); image != images.end())
-      return image->second.data();
-  }
+  if (const u8* image = images.Trouve(o.numero, position)) return image;
   if (!o.attente.empty()) {
     if (const auto image = o.attente.find(position); image != o.attente.end()) return image->second.data();
   }
@@ -46,8 +44,7 @@ void Moteur::Etat::Retient(Ouvert& o, Position position) {
   Annulation a{&o, position, false, {}, o.emplacements, o.tete, o.libres, o.premierVerse};
   if (position && position <= o.emplacements) {
     const bool versee = o.premierVerse && position >= o.premierVerse;
-    const auto image = images.find(CleImage(o, position));
-    a.avait = versee || image != images.end();
+    a.avait = versee || images.Trouve(o.numero, position);
     if (a.avait) {
       const u8* octets = Brut(o, position);
       a.image.assign(octets, octets + o.dat.entete.taille);
@@ -63,14 +60,10 @@ bool Moteur::Etat::PoseImage(Ouvert& o, Position position, const u8* octets) {
     if (const int rc = o.dat.ModifieQueue(position, octets)) return Echec(rc, o);
     return true;
   }
-  auto [image, neuve] = images.try_emplace(CleImage(o, position));
   // The sum is put behind when the unit ends: a record changes often meanwhile.
-  image->second.assign(octets, octets + taille);
-  image->second.resize(o.dat.entete.Pas());
-  if (neuve) {
-    ordre.push_back(CleImage(o, position));
-    octetsImages += taille;
-  }
+  const u16 pas = static_cast<u16>(o.dat.entete.Pas());
+  u8* image = images.Pose(o.numero, position, pas);
+  std::memset(std::copy_n(octets, taille, image), 0, pas - taille);
   return true;
 }
 
@@ -109,7 +102,7 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
     if (o->emplacements >= 0xFFFFFFF0u) return m->Echec(EFBIG, *o), 0;
     position = o->emplacements + 1;
     m->Retient(*o, 0);
-    if (!o->premierVerse && m->octetsImages > SeuilVersement && o->def) o->premierVerse = position;
+    if (!o->premierVerse && m->images.Octets() > SeuilVersement && o->def) o->premierVerse = position;
     if (o->premierVerse) {
       if (const int rc = o->dat.AjouteQueue(position, octets)) return m->Echec(rc, *o), 0;
     } else {
@@ -216,7 +209,7 @@ u32 Moteur::NombreEmplacements(u16 numFichier) const {
 bool Moteur::EstJuste(u16 numFichier, Position position) const {
   const Ouvert* o = m->Dat(numFichier);
   if (!o || position == 0 || position > o->emplacements) return false;
-  const bool enMemoire = m->images.contains(CleImage(*o, position)) || o->attente.contains(position);
+  const bool enMemoire = m->images.Trouve(o->numero, position) || o->attente.contains(position);
   return enMemoire || o->dat.EstJuste(position);
 }
 
@@ -226,8 +219,7 @@ u16 Moteur::TailleRec(u16 numFichier) const {
 }
 
 void Moteur::DebutUnite() {
-  m->reperes.push_back(
-      {m->annulations.size(), m->changementsCles.size(), m->ordre.size(), m->nbRemplissages});
+  m->reperes.push_back({m->annulations.size(), m->changementsCles.size(), m->nbRemplissages});
   ++m->profondeur;
 }
 
@@ -253,7 +245,7 @@ bool Moteur::ValideUnite() {
     AnnuleUnite();
     return m->Echec(code, fichier);
   }
-  assert(m->images.empty() && m->ordre.empty() && m->touches.empty() && m->changementsCles.empty());
+  assert(m->images.Vide() && m->touches.empty() && m->changementsCles.empty());
   m->reperes.clear();
   m->profondeur = 0;
   if (m->suite && m->changements.any()) m->suite(m->changements);
@@ -279,8 +271,6 @@ void Moteur::AnnuleUnite() {
     // Records before keys: where a key file fails meanwhile its keys are made again from the records,
     // which must then be the right ones.
     m->Defait(repere.annulations);
-    assert(m->ordre.size() >= repere.ordre);
-    m->ordre.resize(repere.ordre);
     for (Ouvert* o : m->touches)
       if (o->clesRemplies && m->nbRemplissages > repere.remplissages) m->DoitCles(*o);
     m->DefaitCles(repere.cles);
@@ -303,9 +293,7 @@ void Moteur::Etat::Defait(std::size_t jusqua) {
     assert(o.touche && a.emplacements >= o.dat.entete.emplacements && a.emplacements <= o.emplacements);
     // Slots that are given back are forgotten first: their images would be written behind the end.
     if (o.emplacements > a.emplacements) {
-      for (Position p = a.emplacements + 1; p <= o.emplacements; ++p) {
-        if (images.erase(CleImage(o, p))) octetsImages -= o.dat.entete.taille;
-      }
+      for (Position p = a.emplacements + 1; p <= o.emplacements; ++p) images.Retire(o.numero, p);
       o.dat.CoupeQueue(a.emplacements);
     }
     o.emplacements = a.emplacements;
@@ -316,8 +304,8 @@ void Moteur::Etat::Defait(std::size_t jusqua) {
       assert(a.position <= o.emplacements);
       if (a.avait) {
         PoseImage(o, a.position, a.image.data());
-      } else if (images.erase(CleImage(o, a.position))) {
-        octetsImages -= o.dat.entete.taille;
+      } else {
+        images.Retire(o.numero, a.position);
       }
     }
     annulations.pop_back();
@@ -327,9 +315,7 @@ void Moteur::Etat::Defait(std::size_t jusqua) {
 /// Nothing of an outermost unit has reached a data file but a tail behind the committed end: the
 /// headers as they stand on the disk are the state to go back to.
 void Moteur::Etat::DefaitTout() {
-  images.clear();
-  ordre.clear();
-  octetsImages = 0;
+  images.Efface();
   annulations.clear();
   for (Ouvert* o : touches) {
     o->emplacements = o->dat.entete.emplacements;
@@ -350,7 +336,9 @@ void Moteur::Etat::DefaitTout() {
   touches.clear();
 }
 
-void Moteur::Etat::ComposeUnite() {
+/// Sums behind all images, and the unit for the log. A slot that was damaged since its file was opened is
+/// not written over: what was read from it would come back with a sum that vouches for it.
+bool Moteur::Etat::ComposeUnite(const OrdreImages& ordre) {
   std::vector<FichierUnite> fichiersUnite;
   std::array<u16, 256> indices{};
   for (const Ouvert* o : touches) {
@@ -362,56 +350,45 @@ void Moteur::Etat::ComposeUnite() {
   }
   assert(!fichiersUnite.empty());
   reprise->Commence(fichiersUnite);
-  for (const u64 cle : ordre) {
-    const auto image = images.find(cle);
-    if (image == images.end()) continue;
-    Ouvert& o = *fichiers[cle >> 32];
+  for (const ImagesUnite::Image* image : ordre) {
+    const Ouvert& o = *fichiers[image->fichier];
     if (!o.def) continue;
-    const Position position = static_cast<Position>(cle);
-    assert(o.touche && position > 0 && position <= o.emplacements);
-    assert(image->second.size() == o.dat.entete.Pas());
-    const u8* octets = image->second.data();
-    u32 debut = 0, fin = o.dat.entete.taille, zeros = 0;
-    if (position <= o.dat.entete.emplacements) {
-      const auto enAttente = o.attente.find(position);
-      const u8* base = enAttente == o.attente.end() ? o.dat.Place(position) : enAttente->second.data();
-      // By words as far as they go: a save compares a thousand bytes.
-      while (debut + 8 <= fin && std::memcmp(octets + debut, base + debut, 8) == 0) debut += 8;
-      while (debut < fin && octets[debut] == base[debut]) ++debut;
-      while (fin >= debut + 8 && std::memcmp(octets + fin - 8, base + fin - 8, 8) == 0) fin -= 8;
-      while (fin > debut && octets[fin - 1] == base[fin - 1]) --fin;
-      if (debut == fin) continue;
-    } else {
-      while (fin > 0 && octets[fin - 1] == 0) --fin;
-      zeros = o.dat.entete.taille - fin;
-    }
-    reprise->AjouteImage({indices[o.numero],
-                          static_cast<u16>(debut),
-                          static_cast<u16>(zeros),
-                          position,
-                          {reinterpret_cast<const char*>(octets) + debut, fin - debut}});
-    // The sum as well, though it could be counted: recovery learns whether the bytes around the image
-    // are those that it was made for.
-    reprise->AjouteImage({indices[o.numero],
-                          o.dat.entete.taille,
-                          0,
-                          position,
-                          {reinterpret_cast<const char*>(octets) + o.dat.entete.taille, TailleSomme}});
-  }
-}
-
-/// Sums behind all images of the unit. A slot that was damaged since its file was opened is not written
-/// over: what was read from it would come back with a sum that vouches for it.
-bool Moteur::Etat::Scelle() {
-  for (auto& [cle, image] : images) {
-    const Ouvert& o = *fichiers[cle >> 32];
-    if (!o.def) continue;
-    const Position position = static_cast<Position>(cle);
-    if (position <= o.dat.entete.emplacements && !o.attente.contains(position) && !o.dat.EstJuste(position))
-      return Echec(ErrEndommage, o);
-    o.dat.PoseScelle(image.data(), image.data(), position);
+    const Position position = image->position;
+    assert(o.touche && position > 0 && position <= o.emplacements && image->pas == o.dat.entete.Pas());
+    const auto enAttente = o.attente.find(position);
+    const u8* base = enAttente != o.attente.end()           ? enAttente->second.data()
+                     : position > o.dat.entete.emplacements ? nullptr
+                                                            : o.dat.Place(position);
+    if (base && enAttente == o.attente.end() && !o.dat.EstJuste(position)) return Echec(ErrEndommage, o);
+    o.dat.PoseScelle(image->octets, image->octets, position);
+    ComposeImage(indices[image->fichier], *image, o.dat.entete.taille, base);
   }
   return true;
+}
+
+/// The bytes of a slot that the unit changes.
+void Moteur::Etat::ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille, const u8* base) {
+  const u8* octets = image.octets;
+  u32 debut = 0, fin = taille;
+  if (base) {
+    // By words as far as they go: a save compares a thousand bytes.
+    while (debut + 8 <= fin && std::memcmp(octets + debut, base + debut, 8) == 0) debut += 8;
+    while (debut < fin && octets[debut] == base[debut]) ++debut;
+    while (fin >= debut + 8 && std::memcmp(octets + fin - 8, base + fin - 8, 8) == 0) fin -= 8;
+    while (fin > debut && octets[fin - 1] == base[fin - 1]) --fin;
+    if (debut == fin) return;
+  }
+  const u32 bout = fin;
+  while (fin > debut && octets[fin - 1] == 0) --fin;
+  reprise->AjouteImage({fichier,
+                        static_cast<u16>(debut),
+                        static_cast<u16>(bout - fin),
+                        image.position,
+                        {reinterpret_cast<const char*>(octets) + debut, fin - debut}});
+  // The sum as well, though it could be counted: recovery learns whether the bytes around the image
+  // are those that it was made for.
+  reprise->AjouteImage(
+      {fichier, taille, 0, image.position, {reinterpret_cast<const char*>(octets) + taille, TailleSomme}});
 }
 
 /// The unit becomes durable, or nothing of it counts.
@@ -424,6 +401,7 @@ bool Moteur::Etat::Engage() {
     if (!Synchronise(*o)) return false;
     assert(o->dat.QueueDurable());
   }
+  const OrdreImages ordre = images.EnOrdre();
   if (std::any_of(touches.begin(), touches.end(), [](const Ouvert* o) { return o->def != nullptr; })) {
     // An acknowledgement means nothing when somebody takes away what it relies on.
     for (Ouvert* o : touches) {
@@ -433,37 +411,50 @@ bool Moteur::Etat::Engage() {
       VidangeTout();  // what was acknowledged stands nowhere else
       return Echec(rc, Joint(dossier, "fenlor.rep"));
     }
-    if (!Scelle()) return false;
     // Room before the unit is composed: emptying the log changes epoch and headers, which it bears.
     if (reprise->DoitVider() && !VidangeTout()) return false;
-    ComposeUnite();
-    if (!reprise->Tient()) {
-      if (!VidangeTout()) return false;
-      ComposeUnite();
-    }
+    if (!ComposeUnite(ordre)) return false;
+    if (!reprise->Tient() && (!VidangeTout() || !ComposeUnite(ordre))) return false;
     if (const int rc = reprise->Ecrit()) return Echec(rc, Joint(dossier, "fenlor.rep"));
   }
   // From here on the unit is told as saved: whatever the data files answer, the log has it.
-  Applique();
+  Applique(ordre);
   return true;
+}
+
+/// Writes the images of slots in a row.
+bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<const ImagesUnite::Image* const> suite) {
+  const u16 pas = suite.front()->pas;
+  // Behind an image that waits the newer one waits too, or the older one would be written last.
+  bool ecrite = o.attente.empty() || std::none_of(suite.begin(), suite.end(), [&](const auto* image) {
+                  return o.attente.contains(image->position);
+                });
+  if (ecrite && suite.size() == 1) {
+    ecrite = o.dat.EcritPlace(suite.front()->position, 0, suite.front()->octets, pas) == 0;
+  } else if (ecrite) {
+    tampon.resize(suite.size() * pas);
+    u8* place = tampon.data();
+    for (const ImagesUnite::Image* image : suite) place = std::copy_n(image->octets, pas, place);
+    ecrite = o.dat.EcritSuite(suite.front()->position, tampon.data(), tampon.size()) == 0;
+  }
+  for (const ImagesUnite::Image* image : suite)
+    if (!ecrite) o.attente[image->position].assign(image->octets, image->octets + pas);
+  return ecrite;
 }
 
 /// The unit is durable: brings its images into the data files. What the disk
 /// refuses is kept and tried again; the log is not emptied before it went well.
-bool Moteur::Etat::Applique() {
+bool Moteur::Etat::Applique(const OrdreImages& ordre) {
   bool bien = true;
-  for (const u64 cle : ordre) {
-    const auto image = images.find(cle);
-    if (image == images.end()) continue;
-    Ouvert& o = *fichiers[cle >> 32];
-    const Position position = static_cast<Position>(cle);
-    assert(o.touche && position > 0 && position <= o.emplacements);
-    // Behind an image that waits the newer one waits too, or the older one would be written last.
-    if (o.attente.contains(position) ||
-        o.dat.EcritPlace(position, 0, image->second.data(), o.dat.entete.Pas()) != 0) {
-      o.attente[position] = std::move(image->second);
-      bien = false;
+  for (std::size_t i = 0, n; i < ordre.size(); i += n) {
+    const ImagesUnite::Image& premiere = *ordre[i];
+    Ouvert& o = *fichiers[premiere.fichier];
+    assert(o.touche && premiere.position > 0 && premiere.position <= o.emplacements);
+    for (n = 1; i + n < ordre.size() && (n + 1) * premiere.pas <= SuiteMax; ++n) {
+      const ImagesUnite::Image& suivante = *ordre[i + n];
+      if (suivante.fichier != premiere.fichier || suivante.position != premiere.position + n) break;
     }
+    if (!AppliqueSuite(o, {&ordre[i], n})) bien = false;
   }
   changements.reset();
   for (Ouvert* o : touches) {
@@ -479,9 +470,7 @@ bool Moteur::Etat::Applique() {
     reprise->sceaux.erase(o->dat.entete.id);
   }
   touches.clear();
-  images.clear();
-  ordre.clear();
-  octetsImages = 0;
+  images.Efface();
   annulations.clear();
   changementsCles.clear();
   clesTropNombreuses = false;
