@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <unordered_map>
 
 #include "banque/operations.h"
 #include "banque/textes.h"
@@ -58,7 +59,7 @@ class Connues {
     // an id.
     const std::string seau =
         Seau(rec.Date, centimes, rec.Sens, LitTexte(rec.Monnaie)) + (id.empty() ? '0' : format);
-    m_parLibelle.emplace(seau + LibelleNu(LitTexte(rec.Libelle)), n);
+    m_seaux[seau].emplace(LibelleNu(LitTexte(rec.Libelle)), n);
   }
 
   /// An id of the file stands for another amount: the bank counts anew in each file.
@@ -89,7 +90,9 @@ class Connues {
     const std::string nu = LibelleNu(operation.libelle);
     for (char autre = '0'; autre <= '5'; ++autre) {
       if (autre == format && autre != '0') continue;
-      if (entier ? Prend(seau + autre + nu, true) : PrendProche(seau + autre, nu)) return true;
+      const auto meme = m_seaux.find(seau + autre);
+      if (meme == m_seaux.end()) continue;
+      if (entier ? Prend(meme->second, nu, true) : PrendProche(meme->second, nu)) return true;
     }
     return false;
   }
@@ -101,28 +104,31 @@ class Connues {
     bool prise = false;
   };
 
-  /// The first that is left with that key, or with one that begins so.
-  bool Prend(const std::string& cle, bool exacte) {
-    for (auto connue = m_parLibelle.lower_bound(cle); connue != m_parLibelle.end();) {
-      if (exacte ? connue->first != cle : !connue->first.starts_with(cle)) return false;
+  using ParLibelle = std::multimap<std::string, std::size_t>;
+
+  /// The first that is left with that label, or with one that begins so.
+  bool Prend(ParLibelle& libelles, const std::string& nu, bool exacte) {
+    for (auto connue = libelles.lower_bound(nu); connue != libelles.end();) {
+      if (exacte ? connue->first != nu : !connue->first.starts_with(nu)) return false;
       Une& une = m_operations[connue->second];
       const bool libre = !une.prise;
       une.prise = true;
-      connue = m_parLibelle.erase(connue);
+      connue = libelles.erase(connue);
       if (libre) return true;
     }
     return false;
   }
 
-  bool PrendProche(const std::string& seau, const std::string& nu) {
-    if (Prend(seau + nu.substr(0, LettresCommunes), false)) return true;
+  bool PrendProche(ParLibelle& libelles, const std::string& nu) {
+    if (Prend(libelles, nu.substr(0, LettresCommunes), false)) return true;
     for (std::size_t n = std::min(nu.size(), LettresCommunes); n-- > 0;)
-      if (Prend(seau + nu.substr(0, n), true)) return true;
+      if (Prend(libelles, nu.substr(0, n), true)) return true;
     return false;
   }
 
   std::vector<Une> m_operations;
-  std::multimap<std::string, std::size_t> m_parId, m_parLibelle;
+  std::multimap<std::string, std::size_t> m_parId;
+  std::unordered_map<std::string, ParLibelle> m_seaux;
 };
 
 bool LitConnues(CFenlorApp& app, const std::string& compte, Connues& connues) {
