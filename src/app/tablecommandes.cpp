@@ -22,6 +22,7 @@
 #include "forms/auto/dialogautoecheance.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogreleve.h"
+#include "forms/garde/dialogclotureexercice.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -165,7 +166,7 @@ constexpr Commande table[] = {
     {1094, M::Fichier, false, "&Fermer cet exercice", "Fermer", "fermer", "", Si::ComboRempli,
      De<CommandeFermerExercice>, "Ferme l'exercice ouvert."},
     {1002, M::Fichier, true, "&Clôture de l'exercice...", "Clôture", "cloture", "", Si::ExerciceVivant,
-     nullptr, plusTard},
+     De<CommandeCloture>, "Rend l'exercice définitif : rien n'y changera plus."},
     {1240, M::Fichier, false, "S&uppression de l'exercice...", "Supprimer", "supprimer-exercice", "",
      Si::ExerciceVivant, De<CommandeSupprimerExercice>, "Supprime l'exercice ouvert."},
     {1003, M::Fichier, true, "&Sauvegarder...", "", "sauvegarder", "Ctrl+S", Si::Exercice, nullptr, plusTard},

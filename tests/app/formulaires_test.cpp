@@ -28,6 +28,7 @@
 #include "forms/banque/dialogreleve.h"
 #include "forms/banque/dialogrelevecsv.h"
 #include "forms/banque/dialogremise.h"
+#include "forms/garde/dialogclotureexercice.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmonth.h"
@@ -292,6 +293,7 @@ void TousLesFormulaires::Session() {
   CDialogOpenExercice ouvre(Ui, false, nom);
   CDialogPassword motDePasse(Ui);
   CDialogIndex index(Ui);
+  CDialogClotureExercice cloture(Ui);
   CSheetProperties proprietes(Ui);
   CSheetOptions options(Ui);
   CDialogAdresseBanque adresse(Ui, banque);
@@ -300,8 +302,8 @@ void TousLesFormulaires::Session() {
   CDialogSaisieTaux unTaux(Ui, lignes, -1);
   CDialogTauxTVA taxe(Ui, &taxes, {});
   for (QDialog* forme :
-       std::initializer_list<QDialog*>{&nouveau, &ouvre, &motDePasse, &index, &proprietes, &options, &adresse,
-                                       &particulier, &taux, &unTaux, &taxe})
+       std::initializer_list<QDialog*>{&nouveau, &ouvre, &motDePasse, &index, &cloture, &proprietes, &options,
+                                       &adresse, &particulier, &taux, &unTaux, &taxe})
     Regarde(*forme);
 }
 

@@ -15,10 +15,6 @@ namespace fenlor {
 
 namespace {
 
-Autour FichiersSeul(ContexteUi& contexte) {
-  return [&contexte](const std::function<void()>& travail) { AvecFichiersSeul(contexte, travail); };
-}
-
 /// The practice opened again for another of its exercices; false when the user gave up.
 bool RouvreCabinet(ContexteUi& contexte) {
   CFenlorApp& app = contexte.App;
@@ -30,6 +26,10 @@ bool RouvreCabinet(ContexteUi& contexte) {
 }
 
 }  // namespace
+
+Autour FichiersSeul(ContexteUi& contexte) {
+  return [&contexte](const std::function<void()>& travail) { AvecFichiersSeul(contexte, travail); };
+}
 
 bool OuvreOuReconstruit(ContexteUi& contexte, const std::string& nom) {
   CFenlorApp& app = contexte.App;

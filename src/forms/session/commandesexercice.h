@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "session/entretien.h"
 #include "ui/fenetres.h"
 
 namespace fenlor {
@@ -20,6 +21,8 @@ void CommandeOuvrirExercice(ContexteUi& contexte);
 void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom);
 void CommandeFermerExercice(ContexteUi& contexte);
 void CommandeSupprimerExercice(ContexteUi& contexte);
+/// The document windows are closed while such work has the files to itself, and come back.
+Autour FichiersSeul(ContexteUi& contexte);
 /// Maintenance: the document windows are closed meanwhile, and come back.
 void CommandeRecalcul(ContexteUi& contexte);
 void CommandeAjustementEuro(ContexteUi& contexte);

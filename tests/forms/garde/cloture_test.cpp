@@ -1,0 +1,60 @@
+#include "core/erreursexercice.h"
+#include "forms/garde/dialogclotureexercice.h"
+#include "forms/journal/formesjournal.h"
+#include "garde/sceau.h"
+#include "garde/textes.h"
+#include "ui/editeurs.h"
+
+namespace fenlor {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using test::Clique;
+using test::Trouve;
+
+class FormeCloture : public test::FormesJournal {
+ protected:
+  /// The command, with answers to what OK asks.
+  void Commande(const std::vector<std::vector<int>>& essais) {
+    Cadre.Appels.clear();
+    Boite.Oublie();
+    test::Robot robot;
+    robot.Attend("DialogClotureExercice", [&](QDialog& f) {
+      EXPECT_EQ(Trouve<Lecture>(f, "exercice").text(), u"2003"_s);
+      EXPECT_EQ(Trouve<Lecture>(f, "debut").text(), u"01/01/2003"_s);
+      EXPECT_EQ(Trouve<Lecture>(f, "fin").text(), u"31/12/2003"_s);
+      EXPECT_EQ(Trouve<Lecture>(f, "date").text(), u"15/03/2003"_s);
+      for (const std::vector<int>& reponses : essais) {
+        ASSERT_TRUE(f.isVisible()) << "a refusal keeps it";
+        Boite.Reponses.assign(reponses.begin(), reponses.end());
+        Clique(test::Bouton(f, u"Clôture"_s));
+      }
+      if (f.isVisible()) f.reject();
+    });
+    CommandeCloture(Ui);
+  }
+};
+
+TEST_F(FormeCloture, FermeLExerciceOuLeLaisseTelQuel) {
+  const u32 recette = Enregistre(Ecriture(JournalRecettes, "706", 20));
+  Commande({{RepNon}, {RepOui}});
+  EXPECT_EQ(Cadre.Appels, (std::vector<std::string>{"Sauve", "FermeToutes", "Restaure", "MontreExercice"}));
+  ASSERT_EQ(Boite.Erreurs.size(), 1u);
+  EXPECT_EQ(Boite.Erreurs[0].texte,
+            "La cloture de l'exercice 2003 est impossible ! Toutes les écritures ne sont pas validées."_w);
+  EXPECT_EQ(App().NomExercice, "2003");
+  ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, recette, 1));
+  Commande({{RepOui, RepOui}});
+  EXPECT_EQ(Boite.NumerosQuestions(),
+            (std::vector<unsigned>{QuestionClotureRecalcul, QuestionClotureNonRapprochees}));
+  EXPECT_EQ(App().NomExercice, "");
+  EXPECT_TRUE(App().Reglages.IsExerciceCloture("2003"));
+  EXPECT_EQ(Cadre.Appels.back(), "MontreExercice");
+  ASSERT_TRUE(OuvreExercice("2003"));
+  Boite.Oublie();
+  CommandeCloture(Ui);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrExerciceCloture});
+}
+
+}  // namespace
+}  // namespace fenlor
