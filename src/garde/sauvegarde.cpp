@@ -7,6 +7,7 @@
 
 #include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "garde/optionssauvegarde.h"
 #include "garde/restes.h"
 #include "garde/textes.h"
 #include "store/dates.h"
@@ -119,10 +120,15 @@ Refus Sauvegarde(CFenlorApp& app, const DemandeSauvegarde& demande, SauvegardeFa
   const NoteSauvegarde note(app, demande.dossier);
   const u64 total = std::max<u64>(1, 2 * photographie.Octets());
   const Progression progression(app.Boite, Texte(TitreSauvegarde), Texte(TexteSauvegarde), true, 100);
-  return EcritSauvegarde(app.Magasin.SystemeFichiers(), photographie, demande, faite, [&](u64 octets) {
+  const auto avance = [&](u64 octets) {
     app.Boite.SetPos(static_cast<u32>(octets * 100 / total));
     return !app.Boite.IsAborted();
-  });
+  };
+  if (const Refus refus =
+          EcritSauvegarde(app.Magasin.SystemeFichiers(), photographie, demande, faite, avance))
+    return refus;
+  NoteSauvegardeVerifiee(app, faite);
+  return {};
 }
 
 }  // namespace fenlor

@@ -81,6 +81,23 @@ inline constexpr TexteFixe TexteSceauSansListe{6282,
 inline constexpr TexteFixe CleSceau{6283, "Sceau"};
 inline constexpr const char* NomFichierSceau = "SCEAU.dat";
 
+// What is remembered of backups
+inline constexpr TexteFixe ErrDossierSauvegardeLong{
+    3551, "Le chemin de ce dossier est trop long pour être retenu (259 caractères au plus)."};
+inline constexpr TexteFixe ErrDossierSauvegardeAbsent{3552, "Choisissez le dossier des sauvegardes."};
+inline constexpr TexteFixe CleDateSauvegarde{6626, "Date sauvegarde"};
+inline constexpr TexteFixe CleDossierSauvegarde{6627, "Dossier sauvegarde"};
+inline constexpr TexteFixe CleSauvegardeFinSession{6628, "Sauvegarde fin de session"};
+inline constexpr TexteFixe CleSauvegardesJours{6629, "Sauvegardes jours"};
+inline constexpr TexteFixe CleSauvegardesSemaines{6630, "Sauvegardes semaines"};
+inline constexpr TexteFixe CleSauvegardesMois{6631, "Sauvegardes mois"};
+inline constexpr TexteFixe CleSauvegardeVerifiee{6632, "Sauvegarde vérifiée"};
+inline constexpr TexteFixe AvisNoteSauvegarde{6633,
+                                              "La date de la dernière sauvegarde n'a pas pu être notée."};
+/// date, time, file
+inline constexpr TexteFixe TexteSauvegardeVerifiee{6634,
+                                                   "Dernière copie relue et vérifiée : le %s à %s, %s."};
+
 inline constexpr TexteFixe TitreSauvegarde{6270, "Sauvegarde"};
 inline constexpr TexteFixe TexteSauvegarde{6271, "Copie et relecture des livres..."};
 inline constexpr TexteFixe TitreRestauration{6272, "Restauration"};

@@ -29,16 +29,6 @@ std::string MotDePasseStocke(CFenlorApp& app) {
   return app.Magasin.Reglages().Lit(Texte(SecActivite), Texte(CleMotDePasseCabinet));
 }
 
-std::string LitUtilisateur(CFenlorApp& app, const TexteFixe& nom) {
-  std::string texte;
-  app.Magasin.QVGetRegString(RegistreUtilisateur, "", Texte(SecMiseAJour), Texte(nom), texte);
-  return texte;
-}
-
-bool EcritUtilisateur(CFenlorApp& app, const TexteFixe& nom, const std::string& texte) {
-  return app.Magasin.QVSetRegString(RegistreUtilisateur, "", Texte(SecMiseAJour), Texte(nom), texte);
-}
-
 }  // namespace
 
 OptionsActivite LitActivite(CFenlorApp& app) {
@@ -164,6 +154,16 @@ bool EcritMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie) {
   if (!saisie.EstVide() && (!nouveau.empty() || MotDePasseExiste(app)))
     lot.PoseBrut(Texte(SecActivite), Texte(CleMotDePasseCabinet), MotDePasseBrouille(nouveau));
   return lot.Ecrit();
+}
+
+std::string LitUtilisateur(const CFenlorApp& app, const TexteFixe& nom) {
+  std::string texte;
+  app.Magasin.QVGetRegString(RegistreUtilisateur, "", Texte(SecMiseAJour), Texte(nom), texte);
+  return texte;
+}
+
+bool EcritUtilisateur(CFenlorApp& app, const TexteFixe& nom, const std::string& texte) {
+  return app.Magasin.QVSetRegString(RegistreUtilisateur, "", Texte(SecMiseAJour), Texte(nom), texte);
 }
 
 OptionsMiseAJour LitMiseAJour(CFenlorApp& app) {

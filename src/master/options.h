@@ -89,6 +89,11 @@ bool EcritMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie);
 
 // -- Update reminder, kept for the user in the platform's folder of settings
 
+/// A text of this user on this machine, whatever the practice: section "Système" of the registry. Texts are
+/// cut to 259 bytes when they are read. The reason of a failure is the store's `QVFileErrorCode`.
+std::string LitUtilisateur(const CFenlorApp& app, const TexteFixe& nom);
+bool EcritUtilisateur(CFenlorApp& app, const TexteFixe& nom, const std::string& texte);
+
 enum ModeMiseAJour : int { MiseAJourAuDemarrage = 1, MiseAJourFinSession = 2, MiseAJourJamais = 3 };
 struct OptionsMiseAJour {
   int mode = MiseAJourAuDemarrage;

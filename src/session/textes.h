@@ -120,6 +120,18 @@ inline constexpr TexteFixe FormatReconstruitRestants{5709, ", %s octet(s) illisi
 inline constexpr TexteFixe FormatReconstruitRepares{5711, ", %s réparé(s)"};
 inline constexpr TexteFixe MotFichierEndommage{5710, ", fichier endommagé"};
 
+// Updates
+inline constexpr TexteFixe CleRegistreOrvelia{6620, "software\\Orvelia"};
+inline constexpr TexteFixe CleRegistreQVUpdate{6621, "software\\Orvelia\\QVUpdate"};
+inline constexpr TexteFixe GroupeQVUpdate{6622, "QVUpdate"};
+inline constexpr TexteFixe GroupeOptions{6623, "Options"};
+inline constexpr TexteFixe NomPath{6624, "Path"};
+inline constexpr TexteFixe NomDate{6625, "Date"};
+inline constexpr TexteFixe QuestionMiseAJour{3550,
+    "La dernière mise à jour de ce programme est vieille de %d jours.\r\nDésirez-vous vérifier la "
+    "présence d'une nouvelle mise à jour maintenant ?\r\n\r\nCliquer sur 'OUI' pour activer le "
+    "programme de mise à jour.\nCliquez sur 'NON' pour continuer sans mettre à jour"};
+
 // Periods
 inline constexpr TexteFixe ClePeriode{6160, "Periode"};
 inline constexpr TexteFixe FormatSemaine{6161, "du %s au %s"};  ///< first and last day
