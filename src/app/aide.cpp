@@ -21,6 +21,7 @@
 
 #include "app/listecommandes.h"
 #include "app/textes.h"
+#include "ui/couleurs.h"
 #include "ui/positionfenetre.h"
 #include "ui/texteqt.h"
 
@@ -305,12 +306,8 @@ void CFenetreAide::Surligne() {
 
 /// Qt takes the link colour of the application, which is too dark on many dark palettes.
 void CFenetreAide::PoseCouleurs() {
-  const QColor fond = palette().color(QPalette::Base);
-  QColor lien = palette().color(QPalette::Link);
-  if (Contraste(lien, fond) < 4.5)
-    lien = fond.lightnessF() < 0.5 ? QColor(138, 180, 248) : QColor(0, 60, 170);
-  const QString feuille =
-      u"a { color: %1; } h1 { font-size: x-large; } h2 { font-size: large; }"_s.arg(lien.name());
+  const QString feuille = u"a { color: %1; } h1 { font-size: x-large; } h2 { font-size: large; }"_s.arg(
+      CouleurLien(palette()).name());
   if (m_texte->document()->defaultStyleSheet() == feuille) return;
   m_texte->document()->setDefaultStyleSheet(feuille);
   if (m_texte->source().isValid()) m_texte->reload();

@@ -7,6 +7,7 @@
 #include "app/apropos.h"
 #include "app/textes.h"
 #include "core/textes.h"
+#include "ui/couleurs.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -25,9 +26,7 @@ QPixmap Dessine(bool tessamaris) {
   QPainter p(&image);
   p.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
   const QRectF cadre(QPointF(0, 0), taille);
-  const QColor fonce = tessamaris ? QColor(0x5b, 0x2a, 0x4f) : QColor(0x0f, 0x4c, 0x5c);
-  const QColor clair = tessamaris ? QColor(0x93, 0x48, 0x76) : QColor(0x1f, 0x7a, 0x6e);
-  const QColor accent = tessamaris ? QColor(0xf5, 0xc8, 0xa8) : QColor(0xf2, 0xd4, 0x92);
+  const auto [fonce, clair, accent] = AccueilDe(tessamaris);
   QLinearGradient fond(cadre.topLeft(), cadre.bottomRight());
   fond.setColorAt(0, fonce);
   fond.setColorAt(1, clair);
@@ -39,14 +38,14 @@ QPixmap Dessine(bool tessamaris) {
   p.rotate(6);
   const QRectF page(0, 0, 150, 250);
   p.setPen(Qt::NoPen);
-  p.setBrush(QColor(255, 255, 255, 30));
+  p.setBrush(Blanc(30));
   p.drawRoundedRect(page, 6, 6);
   for (int i = 0; i < 12; ++i) {
     const qreal y = 28 + i * 18;
-    p.setBrush(QColor(255, 255, 255, i % 2 ? 16 : 34));
+    p.setBrush(Blanc(i % 2 ? 16 : 34));
     p.drawRect(QRectF(0, y, page.width(), 18));
   }
-  p.setPen(QPen(QColor(255, 255, 255, 70), 1));
+  p.setPen(QPen(Blanc(70), 1));
   for (const qreal x : {30.0, 64.0}) p.drawLine(QPointF(x, 28), QPointF(x, 244));
   p.restore();
 
@@ -62,13 +61,13 @@ QPixmap Dessine(bool tessamaris) {
     p.setPen(couleur);
     p.drawText(QRectF(60, y, taille.width() - 80, pixels * 1.5), Qt::AlignLeft | Qt::AlignVCenter, texte);
   };
-  ecrit(54, 52, true, Qt::white, TexteQ(TitreApplication).toUpper());
-  ecrit(124, 18, false, QColor(255, 255, 255, 235), u"Comptabilité des professions libérales"_s);
+  ecrit(54, 52, true, Blanc(), TexteQ(TitreApplication).toUpper());
+  ecrit(124, 18, false, Blanc(235), u"Comptabilité des professions libérales"_s);
   ecrit(taille.height() - 62, 13, true, accent, TexteQ(FormatVersion, {TexteVersion().toStdString()}));
-  ecrit(taille.height() - 40, 12, false, QColor(255, 255, 255, 190),
+  ecrit(taille.height() - 40, 12, false, Blanc(235),
         tessamaris ? u"Avec Tessamaris — logiciel libre, sans garantie"_s
                    : u"Logiciel libre (GPL-3.0-or-later), sans garantie"_s);
-  p.setPen(QPen(QColor(0, 0, 0, 90), 1));
+  p.setPen(QPen(Noir(90), 1));
   p.setBrush(Qt::NoBrush);
   p.drawRect(cadre.adjusted(0.5, 0.5, -0.5, -0.5));
   return image;

@@ -51,7 +51,7 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
       m_garde(new GardeModale(this)) {
   setObjectName(u"MainFrame"_s);
   setWindowIcon(Image("fenlor"));
-  ChargePreferences(m_preferences, m_app, palette());
+  AppliquePreferences(m_preferences, m_app);
   m_commandes = new Commandes(*this);
   const auto action = [this](unsigned numero) { return m_commandes->Action(numero); };
 
@@ -325,8 +325,8 @@ void CMainFrame::closeEvent(QCloseEvent* evenement) {
 void CMainFrame::changeEvent(QEvent* evenement) {
   QMainWindow::changeEvent(evenement);
   // The desktop went dark or light.
-  if (evenement->type() == QEvent::ApplicationPaletteChange && m_etat) {
-    ChargePreferences(m_preferences, m_app, QApplication::palette());
+  if (evenement->type() == QEvent::ApplicationPaletteChange && m_etat && !m_preferences.Palette.EnCours()) {
+    AppliquePreferences(m_preferences, m_app);
     Note(ReglagePreferences);
   }
 }

@@ -4,37 +4,12 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <array>
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-struct Teinte {
-  QRgb valeur;
-  const char16_t* nom;
-};
-
-using Teintes = std::array<Teinte, 8>;
-
-constexpr Teintes fonds = {{{qRgb(224, 224, 255), u"Bleu clair"},
-                            {qRgb(224, 255, 224), u"Vert clair"},
-                            {qRgb(255, 255, 224), u"Jaune clair"},
-                            {qRgb(224, 224, 224), u"Gris clair"},
-                            {qRgb(192, 192, 255), u"Bleu"},
-                            {qRgb(192, 255, 192), u"Vert"},
-                            {qRgb(255, 255, 192), u"Jaune"},
-                            {qRgb(192, 192, 192), u"Gris"}}};
-constexpr Teintes textes = {{{qRgb(0, 0, 0), u"Noir"},
-                             {qRgb(80, 80, 80), u"Gris foncé"},
-                             {qRgb(0, 0, 128), u"Bleu foncé"},
-                             {qRgb(0, 0, 224), u"Bleu vif"},
-                             {qRgb(0, 96, 0), u"Vert foncé"},
-                             {qRgb(160, 0, 0), u"Rouge"},
-                             {qRgb(112, 0, 112), u"Violet"},
-                             {qRgb(112, 64, 0), u"Marron"}}};
 
 QIcon Pastille(const QWidget& widget, const QColor& couleur, const QSize& taille) {
   const auto dessine = [&](const QColor& remplissage) {
@@ -78,7 +53,7 @@ void BoutonCouleur::Dessine() {
   const int hauteur = fontMetrics().height();
   setIconSize(QSize(hauteur * 3, hauteur));
   setIcon(Pastille(*this, m_couleur, iconSize()));
-  const QString nom = Nom(m_palette == Palette::Fonds ? fonds : textes, m_couleur);
+  const QString nom = Nom(m_palette == Palette::Fonds ? TeintesFonds() : TeintesTextes(), m_couleur);
   setToolTip(nom);
   setAccessibleDescription(nom);
 }
@@ -86,7 +61,7 @@ void BoutonCouleur::Dessine() {
 void BoutonCouleur::RemplitMenu() {
   menu()->clear();
   const int hauteur = fontMetrics().height();
-  for (const Teinte& teinte : m_palette == Palette::Fonds ? fonds : textes) {
+  for (const Teinte& teinte : m_palette == Palette::Fonds ? TeintesFonds() : TeintesTextes()) {
     const QColor couleur(teinte.valeur);
     QAction* action =
         menu()->addAction(Pastille(*this, couleur, QSize(hauteur, hauteur)), QString::fromUtf16(teinte.nom));

@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QPushButton>
 
+#include "ui/couleurs.h"
+
 namespace fenlor {
 
 /// Click, Space or Alt+Down opens the palette: eight colours by name, and "Autre..." for
@@ -33,7 +35,7 @@ class BoutonCouleur : public QPushButton {
   void Autre();
   void Dessine();
   Palette m_palette;
-  QColor m_couleur = Qt::white;
+  QColor m_couleur = Blanc();
 };
 
 }  // namespace fenlor

@@ -60,20 +60,6 @@ class Defilement : public QScrollArea {
   }
 };
 
-constexpr double contrasteLisible = 3, contrasteLecture = 5;
-
-/// `texte` as faint on `fond` as still reads well.
-QColor Attenue(const QColor& texte, const QColor& fond) {
-  for (float part = 0.5F; part < 1; part += 0.05F) {
-    const auto mele = [part](float a, float b) { return part * a + (1 - part) * b; };
-    const QColor faible =
-        QColor::fromRgbF(mele(texte.redF(), fond.redF()), mele(texte.greenF(), fond.greenF()),
-                         mele(texte.blueF(), fond.blueF()));
-    if (Contraste(faible, fond) >= contrasteLecture) return faible;
-  }
-  return texte;
-}
-
 /// The line above the fields of a form of a closed exercice.
 QWidget* LigneRaison(QWidget* parent) {
   auto* ligne = new QWidget(parent);
@@ -211,7 +197,7 @@ void CZNDialog::AppliqueDessin() {
   bool colore = false;
   const auto applique = [&](QPalette::ColorRole texte, QPalette::ColorRole fond) {
     const QColor& couleur = dessin.TexteSaisies;
-    if (!couleur.isValid() || Contraste(couleur, palette().color(QPalette::Active, fond)) < contrasteLisible)
+    if (!couleur.isValid() || Contraste(couleur, palette().color(QPalette::Active, fond)) < contrasteTexte)
       return;
     couleurs.setColor(QPalette::Active, texte, couleur);
     couleurs.setColor(QPalette::Inactive, texte, couleur);

@@ -19,7 +19,9 @@ constexpr TexteFixe cles[] = {CleCouleurBordures, CleCouleurImpaire, CleCouleurP
 CPagePrefCouleurs::CPagePrefCouleurs(ContexteUi& contexte)
     : CZNPage(contexte, u"Couleurs"_s, "PagePrefCouleurs") {
   Formulaire f{*this};
-  f.Case(m_systeme, u"Utiliser les couleurs système par défaut"_s, "couleurSysteme");
+  m_jeu.addItems({u"Classique"_s, u"Couleurs du bureau"_s, u"Contraste élevé"_s});
+  f.Champ(u"&Jeu de couleurs :"_s, m_jeu, "jeu")
+      .Case(m_systeme, u"Utiliser les couleurs système par défaut"_s, "couleurSysteme");
   f.Groupe(u"Couleurs des journaux"_s)
       .Champ(u"Couleur des &bordures :"_s, m_couleurs[0], "bordures")
       .Largeur(largeurBoite)
@@ -31,15 +33,21 @@ CPagePrefCouleurs::CPagePrefCouleurs(ContexteUi& contexte)
       .Largeur(largeurBoite)
       .FinGroupe()
       .Pousse();
-  for (BoutonCouleur& couleur : m_couleurs)
-    connect(&m_systeme, &QCheckBox::toggled, &couleur, &QWidget::setDisabled);
+  connect(&m_jeu, &QComboBox::currentIndexChanged, this, &CPagePrefCouleurs::Suit);
+  connect(&m_systeme, &QCheckBox::toggled, this, [this](bool coche) {
+    if (coche != (Jeu() == JeuCouleurs::Bureau)) m_jeu.setCurrentIndex(coche ? 1 : 0);
+  });
+}
+
+void CPagePrefCouleurs::Suit() {
+  m_systeme.setChecked(Jeu() == JeuCouleurs::Bureau);
+  m_systeme.setEnabled(Jeu() != JeuCouleurs::Contraste);
+  for (BoutonCouleur& couleur : m_couleurs) couleur.setEnabled(Jeu() == JeuCouleurs::Classique);
 }
 
 bool CPagePrefCouleurs::Charge() {
-  const auto lit = [&](const TexteFixe& cle) {
-    return App().Reglages.LitIni(Texte(SecPreferences), Texte(cle));
-  };
-  m_systeme.setChecked(Parametres::IsOui(lit(CleCouleurSysteme)));
+  m_jeu.setCurrentIndex(static_cast<int>(JeuRegle(App())));
+  Suit();
   for (std::size_t i = 0; i < m_couleurs.size(); ++i) m_couleurs[i].Pose(CouleurReglee(App(), cles[i]));
   return true;
 }
@@ -49,8 +57,12 @@ bool CPagePrefCouleurs::Enregistre() {
   const auto ecrit = [&](const TexteFixe& cle, const std::string& valeur) {
     changements.push_back({Texte(SecPreferences), Texte(cle), valeur});
   };
-  ecrit(CleCouleurSysteme, Texte(m_systeme.isChecked() ? MotOui : MotNon));
-  for (std::size_t i = 0; i < m_couleurs.size() && !m_systeme.isChecked(); ++i)
+  const bool contraste = Jeu() == JeuCouleurs::Contraste;
+  // "Couleur système" keeps what it says while the contrast rules.
+  if (contraste || Parametres::IsOui(App().Reglages.LitIni(Texte(SecPreferences), Texte(CleContrasteEleve))))
+    ecrit(CleContrasteEleve, Texte(contraste ? MotOui : MotNon));
+  if (!contraste) ecrit(CleCouleurSysteme, Texte(Jeu() == JeuCouleurs::Bureau ? MotOui : MotNon));
+  for (std::size_t i = 0; i < m_couleurs.size() && Jeu() == JeuCouleurs::Classique; ++i)
     ecrit(cles[i], EcritCouleur(m_couleurs[i].Couleur()));
   return App().Magasin.Reglages().Ecrit(changements) || DitEchecReglages(App());
 }

@@ -1,7 +1,9 @@
-// Page "Couleurs" of the preferences: rules, rows and background of the journals.
+// Page "Couleurs" of the preferences: where the colours come from; rules, rows and background of the
+// journals.
 #pragma once
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <array>
 
 #include "ui/boutoncouleur.h"
@@ -14,11 +16,14 @@ class CPagePrefCouleurs : public CZNPage {
  public:
   explicit CPagePrefCouleurs(ContexteUi& contexte);
   bool Charge() override;
-  /// With the system's colours the four keys stay as they are in the file.
+  /// The four keys stay as they are in the file unless they are drawn with.
   bool Enregistre() override;
 
  private:
-  QCheckBox m_systeme;
+  JeuCouleurs Jeu() const { return static_cast<JeuCouleurs>(m_jeu.currentIndex()); }
+  void Suit();
+  QComboBox m_jeu;
+  QCheckBox m_systeme;  ///< says the same as the second choice
   std::array<BoutonCouleur, 4> m_couleurs;
   FinDesLiens m_finLiens{*this};
 };

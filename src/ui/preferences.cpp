@@ -1,10 +1,10 @@
 #include "ui/preferences.h"
 
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QPalette>
 #include <algorithm>
 #include <cerrno>
-#include <cmath>
 
 #include "core/cles.h"
 #include "core/textes.h"
@@ -16,22 +16,13 @@ namespace fenlor {
 
 namespace {
 
-constexpr double contrasteMinimal = 3;
 constexpr double pixelsParPoint = 96.0 / 72.0;
 
-struct CouleurDefaut {
-  const TexteFixe& cle;
-  u32 couleur;
-};
-constexpr CouleurDefaut couleursDefaut[] = {{CleCouleurBordures, 32768},
-                                            {CleCouleurImpaire, 12648447},
-                                            {CleCouleurPaires, 16777215},
-                                            {CleCouleurFond, 14745599}};
-
-std::string CouleurParDefaut(const TexteFixe& cle) {
-  for (const CouleurDefaut& defaut : couleursDefaut)
-    if (defaut.cle == cle) return std::to_string(defaut.couleur);
-  return {};
+QColor CouleurParDefaut(const TexteFixe& cle) {
+  const CouleursJournaux defaut = JournauxParDefaut();
+  if (cle == CleCouleurBordures) return defaut.bordure;
+  if (cle == CleCouleurImpaire) return defaut.impaire;
+  return cle == CleCouleurPaires ? defaut.paire : defaut.fond;
 }
 
 /// Fonts of the reports are a name and points, and no program writes them unasked.
@@ -50,7 +41,7 @@ class Lecteur {
     return defaut;
   }
   bool Oui(const TexteFixe& cle) { return Parametres::IsOui(Lit(cle, Texte(MotNon))); }
-  QColor Couleur(const TexteFixe& cle) { return LitCouleur(Lit(cle, CouleurParDefaut(cle))); }
+  QColor Couleur(const TexteFixe& cle) { return LitCouleur(Lit(cle, EcritCouleur(CouleurParDefaut(cle)))); }
 
   void EcritManquantes() {
     if (!m_manquantes.empty()) m_app.Magasin.Reglages().Ecrit(m_manquantes);
@@ -62,29 +53,18 @@ class Lecteur {
   std::vector<Profil::Changement> m_manquantes;
 };
 
-double Luminance(const QColor& couleur) {
-  const auto canal = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-  return 0.2126 * canal(couleur.redF()) + 0.7152 * canal(couleur.greenF()) + 0.0722 * canal(couleur.blueF());
-}
-
-/// A text drawn on the rows of both colours.
-QColor LisibleSur(const QColor& texte, const QColor& impaire, const QColor& paire) {
-  const auto moindre = [&](const QColor& c) { return std::min(Contraste(c, impaire), Contraste(c, paire)); };
-  if (moindre(texte) >= contrasteMinimal) return texte;
-  return moindre(Qt::black) >= moindre(Qt::white) ? QColor(Qt::black) : QColor(Qt::white);
-}
-
-void ChargeCouleurs(Preferences& p, Lecteur& lecteur, const QPalette& palette) {
-  p.CouleurSysteme = lecteur.Oui(CleCouleurSysteme);
-  if (p.CouleurSysteme) {
-    p.CouleurBordure = palette.color(QPalette::Text);
-    p.CouleurImpaire = p.CouleurPaire = p.CouleurFond = palette.color(QPalette::Base);
-  } else {
-    p.CouleurBordure = lecteur.Couleur(CleCouleurBordures);
-    p.CouleurImpaire = lecteur.Couleur(CleCouleurImpaire);
-    p.CouleurPaire = lecteur.Couleur(CleCouleurPaires);
-    p.CouleurFond = lecteur.Couleur(CleCouleurFond);
-  }
+void ChargeCouleurs(Preferences& p, const CFenlorApp& app, Lecteur& lecteur, const QPalette& palette) {
+  const JeuCouleurs jeu = JeuRegle(app);
+  p.CouleurSysteme = jeu != JeuCouleurs::Classique;
+  CouleursJournaux reglees;
+  if (jeu == JeuCouleurs::Classique)  // the others leave blank keys blank
+    reglees = {lecteur.Couleur(CleCouleurBordures), lecteur.Couleur(CleCouleurImpaire),
+               lecteur.Couleur(CleCouleurPaires), lecteur.Couleur(CleCouleurFond)};
+  const CouleursJournaux journaux = JournauxDe(jeu, reglees, palette);
+  p.CouleurBordure = journaux.bordure;
+  p.CouleurImpaire = journaux.impaire;
+  p.CouleurPaire = journaux.paire;
+  p.CouleurFond = journaux.fond;
   p.FondApplication = palette.brush(QPalette::Dark);
   p.FondBouton = palette.brush(QPalette::Button);
   p.Fond = QBrush(p.CouleurFond);
@@ -115,10 +95,10 @@ void ChargePolices(Preferences& p, Lecteur& lecteur, const QPalette& palette) {
     lit(ClePoliceTextes, p.PoliceTextes, nullptr);
     lit(ClePoliceMois, p.PoliceMois, nullptr);
   }
-  for (QColor* c : {&p.TexteListes, &p.TexteSaisies})
-    if (Contraste(*c, palette.color(QPalette::Base)) < contrasteMinimal) *c = texteBureau;
+  const QColor base = palette.color(QPalette::Base);
+  for (QColor* c : {&p.TexteListes, &p.TexteSaisies}) *c = LisibleSur(*c, base, base, texteBureau);
   for (QColor* c : {&p.TexteJournaux, &p.TexteValidees})
-    *c = LisibleSur(*c, p.CouleurImpaire, p.CouleurPaire);
+    *c = LisibleSur(*c, p.CouleurImpaire, p.CouleurPaire, texteBureau);
 }
 
 /// Of a damaged setting too something that can be read and fits a window.
@@ -131,15 +111,30 @@ double Points(int taille) {
 
 void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette& palette) {
   Lecteur lecteur(app);
+  PaletteProgramme programme = std::move(preferences.Palette);
   preferences = {};
-  ChargeCouleurs(preferences, lecteur, palette);
+  preferences.Palette = std::move(programme);
+  ChargeCouleurs(preferences, app, lecteur, palette);
   ChargePolices(preferences, lecteur, palette);
   lecteur.EcritManquantes();
 }
 
+void AppliquePreferences(Preferences& preferences, CFenlorApp& app) {
+  preferences.Palette.Pose(JeuRegle(app));
+  ChargePreferences(preferences, app, QGuiApplication::palette());
+}
+
+JeuCouleurs JeuRegle(const CFenlorApp& app) {
+  const auto oui = [&app](const TexteFixe& cle) {
+    return CabinetOuvert(app) && Parametres::IsOui(app.Reglages.LitIni(Texte(SecPreferences), Texte(cle)));
+  };
+  if (oui(CleContrasteEleve)) return JeuCouleurs::Contraste;
+  return oui(CleCouleurSysteme) ? JeuCouleurs::Bureau : JeuCouleurs::Classique;
+}
+
 QColor CouleurReglee(const CFenlorApp& app, const TexteFixe& cle) {
   const std::string valeur = app.Reglages.LitIni(Texte(SecPreferences), Texte(cle));
-  return LitCouleur(EstVide(valeur) ? CouleurParDefaut(cle) : valeur);
+  return EstVide(valeur) ? CouleurParDefaut(cle) : LitCouleur(valeur);
 }
 
 std::string PoliceReglee(const CFenlorApp& app, const TexteFixe& cle) {
@@ -147,18 +142,6 @@ std::string PoliceReglee(const CFenlorApp& app, const TexteFixe& cle) {
   if (!EstVide(valeur)) return valeur;
   return cle == ClePoliceImpressions ? impressionsDefaut : Texte(PoliceParDefaut);
 }
-
-double Contraste(const QColor& a, const QColor& b) {
-  const auto [moins, plus] = std::minmax({Luminance(a), Luminance(b)});
-  return (plus + 0.05) / (moins + 0.05);
-}
-
-QColor CouleurFaute(const QPalette& palette) {
-  const bool fondSombre = palette.color(QPalette::Base).lightnessF() < 0.5;
-  return fondSombre ? QColor(255, 150, 150) : QColor(180, 0, 0);
-}
-
-QColor Lisible(const QColor& texte, const QColor& fond) { return LisibleSur(texte, fond, fond); }
 
 bool CabinetOuvert(const CFenlorApp& app) { return !app.Magasin.PathCabinet().empty(); }
 
@@ -214,26 +197,6 @@ QColor LitCouleur(std::string_view texte) {
 
 std::string EcritCouleur(const QColor& couleur) {
   return std::to_string(couleur.red() | couleur.green() << 8 | couleur.blue() << 16);
-}
-
-QPalette PaletteSombre() {
-  const QColor fond(45, 45, 48), base(30, 30, 30), texte(230, 230, 230), faible(140, 140, 140),
-      accent(42, 110, 180);
-  QPalette palette(fond, fond);
-  palette.setColor(QPalette::Base, base);
-  palette.setColor(QPalette::AlternateBase, fond);
-  palette.setColor(QPalette::ToolTipBase, fond);
-  palette.setColor(QPalette::Highlight, accent);
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::Link, QColor(110, 175, 255));
-  palette.setColor(QPalette::LinkVisited, QColor(180, 150, 255));
-  for (const auto role :
-       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-    palette.setColor(role, texte);
-    palette.setColor(QPalette::Disabled, role, faible);
-  }
-  palette.setColor(QPalette::PlaceholderText, faible);
-  return palette;
 }
 
 }  // namespace fenlor

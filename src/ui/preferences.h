@@ -10,14 +10,14 @@
 #include "core/fenlorapp.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
-
-class QPalette;
+#include "ui/couleurs.h"
 
 namespace fenlor {
 
 /// Owned by the main window for its whole life; made anew by `ChargePreferences`
 /// whenever the preferences or the desktop's palette change.
 struct Preferences {
+  PaletteProgramme Palette;             ///< stays when the rest is made anew
   QColor CouleurBordure;                ///< rules of journals and of the asset register
   QColor CouleurImpaire, CouleurPaire;  ///< backgrounds of the alternating rows
   QColor CouleurFond;                   ///< background of the journal window
@@ -31,24 +31,17 @@ struct Preferences {
 
 /// Reads section "Préférences" and writes defaults for blank keys, in one replacement
 /// of the file. Never fails: when the settings cannot be read, or no practice is open, the defaults hold;
-/// when they cannot be written nothing is said. Texts stay readable on a dark desktop: a text colour that
+/// when they cannot be written nothing is said. Texts stay readable whatever the desktop: a text colour that
 /// does not stand out from what it is drawn on (rows of the journals, or the palette) is replaced.
 void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette& palette);
+/// The palette of the program as the settings choose it, then `ChargePreferences` with it.
+void AppliquePreferences(Preferences& preferences, CFenlorApp& app);
+/// "Couleur système" and "Contraste élevé" of the settings; Classique where no practice is open.
+JeuCouleurs JeuRegle(const CFenlorApp& app);
 
 /// Colour and font settings as a page shows them: the default when the key is blank; writes nothing.
 QColor CouleurReglee(const CFenlorApp& app, const TexteFixe& cle);
 std::string PoliceReglee(const CFenlorApp& app, const TexteFixe& cle);
-
-/// Contrast of two colours, 1 (none) to 21 (black on white).
-double Contraste(const QColor& a, const QColor& b);
-/// `texte` when its contrast to `fond` is 3 at least, else black or white, whichever stands out more.
-QColor Lisible(const QColor& texte, const QColor& fond);
-
-/// What marks a field whose text is refused, on the palette's fields.
-QColor CouleurFaute(const QPalette& palette);
-
-/// A dark palette of the program's own.
-QPalette PaletteSombre();
 
 /// Reports that the settings file could not be written (3220), with its path and the reason of
 /// the last write. Returns false.

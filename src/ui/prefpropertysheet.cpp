@@ -1,7 +1,5 @@
 #include "ui/prefpropertysheet.h"
 
-#include <QApplication>
-
 #include "ui/pageprefcouleurs.h"
 #include "ui/pageprefpolices.h"
 #include "ui/pageprefpreferences.h"
@@ -19,7 +17,7 @@ CPrefPropertySheet::CPrefPropertySheet(ContexteUi& contexte, QWidget* parent)
 }
 
 void CPrefPropertySheet::Apres() {
-  ChargePreferences(Contexte().Dessin, App(), QApplication::palette());
+  AppliquePreferences(Contexte().Dessin, App());
   Contexte().Cadre.Note(ReglagePreferences);
 }
 

@@ -42,6 +42,7 @@ inline constexpr TexteFixe ClePoliceTextes{5648, "Police des textes"};
 inline constexpr TexteFixe ClePoliceMois{5649, "Police des mois"};
 inline constexpr TexteFixe CleFenetre{5651, "Fenêtre"};
 inline constexpr TexteFixe CleAgrandie{5652, "Agrandie"};
+inline constexpr TexteFixe CleContrasteEleve{6740, "Contraste élevé"};
 inline constexpr TexteFixe PoliceParDefaut{5653, "MS Sans Serif, -11, 0, 0, 0, 0, 0"};
 inline constexpr TexteFixe FormatPolice{5654, "%s, %d, %ld, %d, %d, %d, %d"};
 inline constexpr TexteFixe FormatPosition{5655, "%d, %d, %d, %d"};

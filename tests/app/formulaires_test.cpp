@@ -91,6 +91,7 @@ std::set<std::string> FormesDesSources() {
 
 struct Aspect {
   bool grande, sombre, cloture;
+  JeuCouleurs jeu = JeuCouleurs::Classique;
 };
 
 class TousLesFormulaires : public CabinetMedical, public testing::WithParamInterface<Aspect> {
@@ -114,7 +115,9 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
     if (GetParam().grande) police.setPointSizeF(2 * police.pointSizeF());
     QApplication::setFont(police);
     if (GetParam().sombre) QApplication::setPalette(PaletteSombre());
-    ChargePreferences(Dessin, App(), QApplication::palette());
+    if (GetParam().jeu == JeuCouleurs::Bureau) Regle("Préférences"_w, "Couleur système"_w, "Oui");
+    if (GetParam().jeu == JeuCouleurs::Contraste) Regle("Préférences"_w, "Contraste élevé"_w, "Oui");
+    AppliquePreferences(Dessin, App());
   }
   void TearDown() override {
     QApplication::setFont(Police);
@@ -344,15 +347,15 @@ TEST_P(TousLesFormulaires, SontEntiers) {
       << "a form that no test shows";
 }
 
-INSTANTIATE_TEST_SUITE_P(Partout, TousLesFormulaires,
-                         testing::Values(Aspect{}, Aspect{true, false, false}, Aspect{false, true, false},
-                                         Aspect{true, true, false}, Aspect{false, false, true},
-                                         Aspect{true, false, true}, Aspect{false, true, true},
-                                         Aspect{true, true, true}),
-                         [](const auto& cas) {
-                           return std::string(cas.param.grande ? "Grande" : "Normale") +
-                                  (cas.param.sombre ? "Sombre" : "Claire") +
-                                  (cas.param.cloture ? "Close" : "Ouverte");
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Partout, TousLesFormulaires,
+    testing::Values(Aspect{}, Aspect{true, false, false, JeuCouleurs::Bureau}, Aspect{false, true, false},
+                    Aspect{true, true, false, JeuCouleurs::Contraste},
+                    Aspect{false, false, true, JeuCouleurs::Contraste}, Aspect{true, false, true},
+                    Aspect{false, true, true, JeuCouleurs::Bureau}, Aspect{true, true, true}),
+    [](const auto& cas) {
+      return std::string(cas.param.grande ? "Grande" : "Normale") + (cas.param.sombre ? "Sombre" : "Claire") +
+             (cas.param.cloture ? "Close" : "Ouverte");
+    });
 
 }  // namespace fenlor::test

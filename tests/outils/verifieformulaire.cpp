@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
@@ -26,8 +27,6 @@ namespace fenlor::test {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr double contrasteTexte = 3, contrasteLecture = 4.5;
 
 bool EstInterne(const QWidget& widget) {
   return widget.objectName().startsWith(QLatin1String("qt_")) ||
@@ -73,7 +72,6 @@ class Verification {
   explicit Verification(QWidget& fenetre) : m_fenetre(fenetre) {}
 
   std::vector<std::string> Fais() {
-    if (const auto* raison = m_fenetre.findChild<QLabel*>(u"raison"_s)) m_lecture = Vu(*raison);
     const QSize place = m_fenetre.screen()->availableSize().expandedTo({1024, 700});
     if (m_fenetre.width() > place.width() || m_fenetre.height() > place.height())
       Faute(m_fenetre,
@@ -87,6 +85,7 @@ class Verification {
       Touche(*widget);
       Coupe(*widget);
       Lis(*widget);
+      Annonce(*widget);
       if (EstEntree(*widget) && widget->isEnabled()) Entree(*widget);
     }
     return std::move(m_fautes);
@@ -124,6 +123,15 @@ class Verification {
     return false;
   }
 
+  /// What a screen reader says of a widget that takes the focus.
+  void Annonce(const QWidget& widget) {
+    if (widget.focusPolicy() == Qt::NoFocus || widget.focusProxy()) return;
+    QAccessibleInterface* voix = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
+    if (!voix || voix->role() == QAccessible::NoRole || voix->role() == QAccessible::Client)
+      Faute(widget, "has no role");
+    if (!voix || voix->text(QAccessible::Name).trimmed().isEmpty()) Faute(widget, "has no name to be read");
+  }
+
   void Touche(const QWidget& widget) {
     QString texte;
     if (const auto* label = qobject_cast<const QLabel*>(&widget))
@@ -147,21 +155,18 @@ class Verification {
     m_touches[touche] = {&widget, texte};
   }
 
-  /// Text that does not stand out from what it is written on. What is greyed because it cannot be
-  /// used now may be faint, but not the fields of a form that is there to be read.
+  /// Text that does not stand out from what it is written on, greyed or not.
   void Lis(const QWidget& widget) {
     const auto* label = qobject_cast<const QLabel*>(&widget);
     const auto* bouton = qobject_cast<const QAbstractButton*>(&widget);
     const bool saisie = qobject_cast<const QLineEdit*>(&widget) || EstZone(widget);
-    const bool poussoir = bouton && !bouton->isCheckable();
     if (!(saisie || (label && !label->text().isEmpty()) || (bouton && !bouton->text().isEmpty()) ||
           qobject_cast<const QComboBox*>(&widget)))
       return;
-    if (!widget.isEnabled() && (poussoir || !m_lecture)) return;
     const QPalette::ColorGroup etat = widget.isEnabled() ? QPalette::Active : QPalette::Disabled;
     const QColor texte = widget.palette().color(etat, saisie ? QPalette::Text : widget.foregroundRole());
     const QColor fond = widget.palette().color(etat, saisie ? QPalette::Base : widget.backgroundRole());
-    if (Contraste(texte, fond) < (m_lecture ? contrasteLecture : contrasteTexte))
+    if (Contraste(texte, fond) < contrasteTexte)
       Faute(widget, "hardly stands out: " + texte.name().toStdString() + " on " + fond.name().toStdString());
   }
 
@@ -192,7 +197,6 @@ class Verification {
 
   QWidget& m_fenetre;
   QMap<const QWidget*, const QLabel*> m_libelles;
-  bool m_lecture = false;  ///< the form says why nothing in it can be changed
   QMap<QString, const QWidget*> m_noms;
   QMap<QString, std::pair<const QWidget*, QString>> m_touches;
   std::vector<std::string> m_fautes;

@@ -18,7 +18,8 @@ void VerifieFormulaire(QWidget& fenetre);
 ///   may go on the text of a radio button or check box at its left;
 /// - two access keys alike, where one of the texts could have another; a label, button or shown
 ///   value whose text is cut;
-/// - a text that hardly stands out from its background, unless it is greyed in a form where others are not;
+/// - a text, greyed or not, whose contrast to its background is below `contrasteTexte`;
+/// - what takes the focus without a name or a role for a screen reader;
 /// - a window larger than 1024 by 700, and than the screen.
 std::vector<std::string> FautesFormulaire(QWidget& fenetre);
 

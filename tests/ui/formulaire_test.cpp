@@ -463,13 +463,13 @@ TEST_F(FormulaireTest, FormOfAClosedExerciceShowsAndTakesNothing) {
 
 TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
   Dessin.PoliceSaisies.setPointSize(21);
-  Dessin.TexteSaisies = Qt::red;
+  Dessin.TexteSaisies = Qt::darkRed;
   CDialogEssai dialogue(Contexte, Mode::Simple);
   Montre(dialogue);
   VerifieFormulaire(dialogue);
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
   EXPECT_EQ(libelle.font().pointSize(), 21);
-  EXPECT_EQ(libelle.palette().color(QPalette::Active, QPalette::Text), QColor(Qt::red));
+  EXPECT_EQ(libelle.palette().color(QPalette::Active, QPalette::Text), QColor(Qt::darkRed));
   EXPECT_GE(libelle.width(), QFontMetrics(libelle.font()).horizontalAdvance(QString(30, u'0')));
   Touche(dialogue, Qt::Key_F1);
   EXPECT_EQ(Cadre.Nombre("Aide DialogEssai"), 1u);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QColorDialog>
+#include <QComboBox>
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
@@ -183,11 +184,11 @@ TEST_F(PreferencesTest, Lisibilite) {
           for (const char* cle : {"Police des listes", "Police des journaux", "Police des saisies"})
             Pose(cle, police);
           ChargePreferences(Dessin, App(), palette);
-          EXPECT_GE(Contraste(Dessin.TexteJournaux, Dessin.CouleurImpaire), 3)
+          EXPECT_GE(Contraste(Dessin.TexteJournaux, Dessin.CouleurImpaire), contrasteTexte)
               << impaire << police << systeme;
-          EXPECT_GE(Contraste(Dessin.TexteListes, palette.color(QPalette::Base)), 3)
+          EXPECT_GE(Contraste(Dessin.TexteListes, palette.color(QPalette::Base)), contrasteTexte)
               << impaire << police << systeme;
-          EXPECT_GE(Contraste(Dessin.TexteSaisies, palette.color(QPalette::Base)), 3)
+          EXPECT_GE(Contraste(Dessin.TexteSaisies, palette.color(QPalette::Base)), contrasteTexte)
               << impaire << police << systeme;
         }
       }
@@ -303,6 +304,30 @@ TEST_F(PreferencesTest, CouleurSystemeGardeLesCouleurs) {
   }));
   EXPECT_EQ(Dessin.CouleurPaire, QColor(255, 0, 0));
   EXPECT_EQ(Lit("Couleur du fond"), EcritCouleur(QColor(1, 2, 3)));
+}
+
+TEST_F(PreferencesTest, JeuDeCouleurs) {
+  const QPalette avant = QApplication::palette();
+  const auto choisit = [this](const char* touche, bool grise) {
+    EXPECT_TRUE(Feuille([&](QDialog& d) {
+      Onglet(d, 1);
+      QTest::keyClicks(&Trouve<QComboBox>(d, "jeu"), QString::fromLatin1(touche));
+      EXPECT_EQ(Trouve<BoutonCouleur>(d, "fond").isEnabled(), !grise);
+      Ok(d);
+    }));
+  };
+  choisit("Cou", true);
+  EXPECT_EQ(Lit("Couleur système"_w), "Oui");
+  EXPECT_EQ(Lit("Contraste élevé"_w), "") << "not written before it was chosen";
+  choisit("Con", true);
+  EXPECT_EQ(Lit("Couleur système"_w), "Oui");
+  EXPECT_EQ(Lit("Contraste élevé"_w), "Oui");
+  EXPECT_EQ(QApplication::palette().color(QPalette::Text), Noir());
+  EXPECT_EQ(Dessin.CouleurBordure, Noir());
+  choisit("Cl", false);
+  EXPECT_EQ(Lit("Contraste élevé"_w), "Non");
+  EXPECT_EQ(Dessin.CouleurBordure, JournauxParDefaut().bordure);
+  QApplication::setPalette(avant);
 }
 
 // A font is stored when it is chosen, also when the sheet is given up.

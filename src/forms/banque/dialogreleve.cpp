@@ -80,6 +80,7 @@ CDialogReleve::CDialogReleve(ContexteUi& contexte, const std::string& octets, co
       .Seul(*m_table, "lignes", true)
       .Seul(m_avis, "avis");
   m_avis.setWordWrap(true);
+  m_avis.setAccessibleName(u"Ce que dit le relevé"_s);
   m_fichier.setText(nom);
   m_compte.Charge(App());
   if (!compte.empty()) m_compte.Choisit(compte);

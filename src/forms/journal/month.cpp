@@ -230,7 +230,8 @@ void CMonth::DessineOnglet(QPainter& peintre, int indice) const {
   const QColor fond = choisi && m_fond.isValid() ? m_fond : bouton;
   peintre.setRenderHint(QPainter::Antialiasing);
   peintre.setBrush(fond);
-  peintre.setPen(m_bordure.isValid() ? Lisible(m_bordure, fond) : palette().color(QPalette::Mid));
+  peintre.setPen(m_bordure.isValid() ? Lisible(m_bordure, fond, contrasteTrait)
+                                     : palette().color(QPalette::Mid));
   peintre.drawPath(contour);
   QFont police = font();
   police.setBold(choisi);

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "ui/couleurs.h"
+
 namespace fenlor {
 
 namespace {
@@ -151,7 +153,7 @@ void FeuillesApercu::RendPages() {
     }
     QImage image(taille, QImage::Format_RGB32);
     image.setDevicePixelRatio(devicePixelRatioF());
-    image.fill(Qt::white);
+    image.fill(BlancPapier());
     QPainter peintre(&image);
     peintre.setRenderHint(QPainter::TextAntialiasing);
     const qreal parPouce = logicalDpiX() * Echelle();
@@ -170,7 +172,7 @@ void FeuillesApercu::paintEvent(QPaintEvent*) {
     const QRect place = Place(page);
     peintre.fillRect(place.translated(3, 3), palette().color(QPalette::Shadow));
     const auto image = m_images.find(page);
-    peintre.fillRect(place, Qt::white);
+    peintre.fillRect(place, BlancPapier());
     // One of the size before is stretched until the new one is there.
     if (image != m_images.end()) peintre.drawImage(place, image->second);
   }

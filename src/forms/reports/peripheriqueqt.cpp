@@ -7,6 +7,7 @@
 
 #include "pages/miseenpage.h"
 #include "store/texte1252.h"
+#include "ui/couleurs.h"
 #include "ui/facesfixes.h"
 
 namespace fenlor {
@@ -105,7 +106,7 @@ void PeripheriqueQt::DessineTexte(unsigned style, const Rectangle& cadre, Aligne
   if (alignement == Alignement::Droite) x += reste;
   if (alignement == Alignement::Centre) x += reste / 2;
   m_peintre->save();
-  m_peintre->setPen(Qt::black);
+  m_peintre->setPen(NoirEncre());
   m_peintre->setFont(police.fonte);
   m_peintre->translate(x, cadre.haut + police.montee);
   m_peintre->scale(police.etroitesse * std::min(1.0, place / std::max(1.0, qreal(largeur))), 1);
@@ -116,7 +117,7 @@ void PeripheriqueQt::DessineTexte(unsigned style, const Rectangle& cadre, Aligne
 void PeripheriqueQt::DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
   if (!m_peintre || droite <= gauche) return;
   const qreal pixel = 1 / std::max(1e-6, m_peintre->combinedTransform().m22());
-  QPen plume(Qt::black, std::max(trait * std::max(1, epaisseur), pixel));
+  QPen plume(NoirEncre(), std::max(trait * std::max(1, epaisseur), pixel));
   plume.setCapStyle(Qt::FlatCap);
   m_peintre->setPen(plume);
   m_peintre->drawLine(QPointF(gauche, y), QPointF(droite, y));

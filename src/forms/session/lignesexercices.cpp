@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <QPixmap>
 
+#include "ui/couleurs.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,17 +44,19 @@ class Livre : public QIconEngine {
 
  private:
   static void PeintFerme(QPainter& peintre) {
-    peintre.setPen(QPen(QColor(0x5c, 0x1f, 0x1f), 1));
-    peintre.setBrush(QColor(0xb0, 0x48, 0x48));
+    const CouleursLivre livre = LivreDe(true);
+    peintre.setPen(QPen(livre.contour, 1));
+    peintre.setBrush(livre.couverture);
     peintre.drawRoundedRect(QRectF(2.5, 1.5, 11, 13), 1, 1);
-    peintre.setBrush(QColor(0xf4, 0xee, 0xdc));
+    peintre.setBrush(livre.pages);
     peintre.drawRect(QRectF(3.5, 11.5, 10, 2));
-    peintre.setPen(QPen(QColor(0xf0, 0xc8, 0xc8), 1));
+    peintre.setPen(QPen(livre.reflet, 1));
     peintre.drawLine(QPointF(5.5, 2.5), QPointF(5.5, 11));
   }
   static void PeintOuvert(QPainter& peintre) {
-    peintre.setPen(QPen(QColor(0x2c, 0x50, 0x7a), 1));
-    peintre.setBrush(QColor(0xfb, 0xf8, 0xee));
+    const CouleursLivre livre = LivreDe(false);
+    peintre.setPen(QPen(livre.contour, 1));
+    peintre.setBrush(livre.pages);
     for (const qreal sens : {-1.0, 1.0}) {
       QPainterPath page(QPointF(8, 4));
       page.quadTo(8 + sens * 3, 1.5, 8 + sens * 7, 2.5);

@@ -8,6 +8,7 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "session/exercices.h"
+#include "ui/couleurs.h"
 #include "ui/editeurs.h"
 #include "ui/texteqt.h"
 
@@ -32,7 +33,7 @@ class Voyant : public QWidget {
     peintre.setRenderHint(QPainter::Antialiasing);
     const qreal cote = fontMetrics().ascent() * 0.8;
     peintre.setPen(QPen(palette().color(QPalette::Mid), 1));
-    peintre.setBrush(m_allume ? QColor(0xd6, 0x28, 0x28) : palette().color(QPalette::Midlight));
+    peintre.setBrush(m_allume ? Lampe() : palette().color(QPalette::Midlight));
     peintre.drawEllipse(QRectF((width() - cote) / 2, (height() - cote) / 2, cote, cote));
   }
 
