@@ -11,6 +11,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <array>
+#include <utility>
 
 #include "app/aide.h"
 #include "app/barreetat.h"
@@ -23,7 +24,9 @@
 #include "app/textes.h"
 #include "core/cles.h"
 #include "core/textes.h"
+#include "forms/journal/ecritureview.h"
 #include "forms/session/comboexercices.h"
+#include "journal/suspens.h"
 #include "session/lancement.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
@@ -296,6 +299,24 @@ void CMainFrame::MontreExercice() {
   m_commandes->ActualiseEtats();
   ActualisePage();
   DitAvertissements(m_app);
+  ProposeReprise();
+}
+
+/// An entry that was being typed when the program ended, once for each opening of its exercice.
+void CMainFrame::ProposeReprise() {
+  if (std::exchange(m_exerciceOffert, m_app.PathExercice) == m_app.PathExercice) return;
+  m_offre->Retire();
+  const std::optional<SaisieSuspendue> saisie = LitSuspens(m_app);
+  if (!saisie) return;
+  const auto reprend = [this, saisie = *saisie] {
+    const u32 bit = saisie.ecriture.journal == JournalRecettes   ? FenRecettes
+                    : saisie.ecriture.journal == JournalDepenses ? FenDepenses
+                                                                 : FenOperationsDiverses;
+    OuvreUnique(bit);
+    if (auto* vue = qobject_cast<CEcritureView*>(VueActive())) vue->Reprend(saisie);
+  };
+  m_offre->Offre({Q(DecritSuspens(*saisie)),
+                  {{u"&Reprendre"_s, reprend}, {u"&Abandonner"_s, [this] { OublieSuspens(m_app); }}}});
 }
 
 void CMainFrame::Offre(const Proposition& proposition) { m_offre->Offre(proposition); }

@@ -90,6 +90,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void Installe(CMDIChildFrame* cadre);
   void MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& numeros);
   void ActualisePage();
+  void ProposeReprise();
 
   CFenlorApp& m_app;
   DialogueQt& m_dialogue;
@@ -106,6 +107,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   CBarreIcones* m_icones = nullptr;
   CBarreEtat* m_etat = nullptr;
   CComboExercices* m_combo = nullptr;
+  std::string m_exerciceOffert;  ///< whose half-typed entry was looked for
   std::string m_exerciceChoisi;
   QPointer<CDialogCalculatrice> m_calculatrice;
   QPointer<CFenetreAide> m_aide;

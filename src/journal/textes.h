@@ -118,6 +118,11 @@ inline constexpr TexteFixe MotDebit{5342, "Débit"};
 
 // Commands on many entries, transfer
 inline constexpr TexteFixe LibelleVirement{6030, "Virement interne"};  ///< label of a transfer
+
+// The entry that was being typed
+inline constexpr TexteFixe TexteReprendre{6760, "Reprendre la saisie du %s"};
+inline constexpr TexteFixe TexteReprendreDetail{6761, "Reprendre la saisie du %s (%s)"};
+
 // clang-format on
 
 }  // namespace fenlor

@@ -36,7 +36,7 @@ std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view
 
 /// True for a file that the store made in an exercice's directory.
 bool EstFichierDuMagasin(const std::string& nom) {
-  if (nom == "TEXTES.dat" || nom == "SCEAU.dat" || nom == "witness") return true;
+  if (nom == "TEXTES.dat" || nom == "SCEAU.dat" || nom == "SAISIE.ini" || nom == "witness") return true;
   const std::size_t point = nom.rfind('.');
   if (point == std::string::npos || DefinitionNom(nom.substr(0, nom.find('.'))) == nullptr) return false;
   const std::string extension = nom.substr(point);

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <random>
 
+#include "journal/suspens.h"
 #include "pannes/outils.h"
 
 namespace fenlor::pannes {
@@ -58,6 +59,41 @@ TEST(MortsFenetre, CeQueLaFormeAConfirmeResteEntier) {
   std::cout << morts << " kills, " << confirmes << " entries confirmed, " << sansReponse
             << " saved without an answer\n";
   EXPECT_GE(confirmes, morts);
+}
+
+// What stood in a form whose field was left is offered at the next start, that one or a later one.
+TEST(MortsFenetre, CeQuiEtaitTapeEstPropose) {
+  const unsigned graine = Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000);
+  SCOPED_TRACE(graine);
+  std::mt19937 hasard(graine);
+  const unsigned morts = Nombre("FENLOR_MORTS_FENETRE", 5);
+  const DossierTemporaire dossier;
+  const std::string cabinet = dossier.Chemin() + "/cabinet";
+  ASSERT_NO_FATAL_FAILURE(CreeCabinet(cabinet));
+  for (unsigned mort = 0; mort < morts; ++mort) {
+    Enfant enfant({cabinet, "1", "suspens"}, "/dev/null", "saisiefenetre");
+    for (int i = 0; i < 500 && !enfant.Fini() && enfant.Sortie().empty(); ++i) enfant.Ecoute(20'000);
+    ASSERT_FALSE(enfant.Fini()) << "the program ended by itself";
+    enfant.Ecoute(static_cast<long>(hasard() % 300'000));
+    enfant.Tue();
+    const Resultat r = enfant.Attend();
+    const auto reponses = LignesJson(r.sortie.substr(0, r.sortie.rfind('\n') + 1));
+    ASSERT_TRUE(reponses && !reponses->empty()) << r.sortie;
+
+    QVAPI magasin;
+    test::DialogueScript boite;
+    CFenlorApp app(magasin, boite);
+    ASSERT_TRUE(magasin.QVOpenSession(1) && magasin.QVOpenCompta(cabinet, {}) &&
+                magasin.QVOpenExercice("2003"));
+    app.PathExercice = magasin.PathExercice();
+    const auto saisie = LitSuspens(app);
+    ASSERT_TRUE(saisie) << "kill " << mort;
+    const std::size_t dits = reponses->size();
+    EXPECT_TRUE(saisie->ecriture.libelle == "Piece " + std::to_string(dits) ||
+                saisie->ecriture.libelle == "Piece " + std::to_string(dits + 1))
+        << saisie->ecriture.libelle << ", " << dits << " told";
+    magasin.QVCloseSession();
+  }
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
-// saisiefenetre CABINET FIRST
+// saisiefenetre CABINET FIRST [suspens]
 // Types receipts into the form of the journal window, key by key, offscreen, until it is killed. Each
 // entry that the form has cleared itself for is told on a line of its own, `{"mouvement":..}`. Labels
-// are "Piece N", N from FIRST on.
+// are "Piece N", N from FIRST on. With "suspens" nothing is saved: a label is told once its field was left.
 #include <unistd.h>
 
 #include <QAbstractButton>
@@ -59,7 +59,7 @@ void TabVers(const char* nom) {
   Abandonne(std::string("no field ") + nom);
 }
 
-int Tape(const std::string& cabinet, unsigned premiere) {
+int Tape(const std::string& cabinet, unsigned premiere, bool suspens) {
   QVAPI magasin;
   DialogueMuet dialogue;
   CFenlorApp app(magasin, dialogue);
@@ -98,8 +98,14 @@ int Tape(const std::string& cabinet, unsigned premiere) {
     TabVers("code");
     Frappe(comptes.front().code);
     TabVers("libelle");
+    if (suspens) QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
     Frappe(libelle);
     TabVers("ttc");
+    if (suspens) {
+      const std::string ligne = "{\"libelle\":\"" + libelle + "\"}\n";
+      if (write(STDOUT_FILENO, ligne.data(), ligne.size()) < 0) return 0;
+      continue;
+    }
     Frappe(ttc);
     TabVers("ok");
     Touche(Qt::Key_Enter);
@@ -120,6 +126,6 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
   const QStringList arguments = QApplication::arguments();
-  if (arguments.size() != 3) return 2;
-  return fenlor::Tape(arguments[1].toStdString(), arguments[2].toUInt());
+  if (arguments.size() < 3) return 2;
+  return fenlor::Tape(arguments[1].toStdString(), arguments[2].toUInt(), arguments.size() > 3);
 }

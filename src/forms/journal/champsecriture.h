@@ -109,6 +109,7 @@ class ChampsCompteEcriture {
   /// the focus. Comes after `SurChoix`.
   void SurCode(std::function<void()> action) { m_code = std::move(action); }
   EditeurTexte& Code() { return m_champCode; }
+  std::string CodeTape() const { return m_champCode.Valeur(); }
   QComboBox& Liste() { return m_liste; }
 
  private:

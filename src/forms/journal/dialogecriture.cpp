@@ -68,6 +68,10 @@ CDialogEcriture::~CDialogEcriture() = default;
 
 void CDialogEcriture::showEvent(QShowEvent* evenement) {
   CZNDialog::showEvent(evenement);
+  // After the base noted what stood there: all of it was typed.
+  if (m_ouverture.reprise && !m_vue) Reprend(*m_ouverture.reprise);
+  m_vue = true;
+  m_garde.Commence();
   // Whatever else stays readable, a button that does nothing looks so.
   QPalette gris;
   gris.setColor(QPalette::Disabled, QPalette::ButtonText,
@@ -316,6 +320,38 @@ void CDialogEcriture::Propose(const SaisieEcriture& saisie) {
   CZNDialog::Focalise(m_compte.Code());
 }
 
+void CDialogEcriture::Reprend(const SaisieSuspendue& reprise) {
+  const SaisieEcriture& saisie = reprise.ecriture;
+  m_jour.Pose(saisie.date);
+  m_monnaie.Pose(saisie.euro);
+  MontreCompte(saisie.compte);
+  if (!reprise.code.empty()) m_compte.Code().setText(Q(reprise.code));
+  m_libelle.Pose(saisie.libelle);
+  m_montants = saisie.montants;
+  m_ttc.Pose(m_montants.ttc);
+  EcritureLue ecriture;
+  ecriture.saisie = saisie;
+  for (const LigneTresorSaisie& ligne : saisie.tresoreries) ecriture.lignes.push_back({ligne, {}, {}});
+  m_tresorerie->Pose(ecriture);
+  MontreMontants(true);
+  if (!reprise.ttc.empty()) m_ttc.setText(Q(reprise.ttc));
+  if (!reprise.professionnelle.empty()) m_professionnelle.setText(Q(reprise.professionnelle));
+  m_reprise = true;
+  ActualiseEtat();
+}
+
+/// What would be lost with the program.
+std::optional<SaisieSuspendue> CDialogEcriture::Suspendue() const {
+  if (Fige() || !Modifie()) return std::nullopt;
+  SaisieSuspendue suspendue;
+  suspendue.ecriture = Saisie();
+  suspendue.ecriture.date = m_jour.Valeur();
+  if (m_compte.CodeInconnu()) suspendue.code = m_compte.CodeTape();
+  if (m_ttc.Refus() != 0) suspendue.ttc = De1252(m_ttc.text());
+  if (m_professionnelle.Refus() != 0) suspendue.professionnelle = De1252(m_professionnelle.text());
+  return suspendue;
+}
+
 // ---------------------------------------------------------------- While typing
 
 void CDialogEcriture::CompteChange() {
@@ -420,6 +456,8 @@ bool CDialogEcriture::Enregistre() {
   m_derniere = faite.mouvement;
   m_delie = false;
   m_tresorerie->OublieModifications();
+  m_reprise = false;
+  m_garde.Oublie();
   m_change = true;
   return true;
 }
@@ -444,13 +482,16 @@ void CDialogEcriture::Vide() {
   ActualiseEtat();
 }
 
-bool CDialogEcriture::Modifie() const { return CZNDialog::Modifie() || m_tresorerie->Modifiee() || m_delie; }
+bool CDialogEcriture::Modifie() const {
+  return m_reprise || CZNDialog::Modifie() || m_tresorerie->Modifiee() || m_delie;
+}
 
 const TexteFixe& CDialogEcriture::QuestionFermer() const { return QuestionEnregistrer; }
 
 void CDialogEcriture::done(int resultat) {
   m_ajoutLibelles->Ecrit();
   CZNDialog::done(resultat);
+  m_garde.Oublie();
 }
 
 // ------------------------------------------------------------------- Neighbours

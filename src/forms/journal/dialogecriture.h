@@ -6,6 +6,7 @@
 #include "forms/journal/ajoutlibelles.h"
 #include "forms/journal/champsecriture.h"
 #include "forms/journal/ecritures.h"
+#include "forms/journal/gardesaisie.h"
 #include "forms/journal/voisins.h"
 #include "forms/journal/zonetresorerie.h"
 #include "journal/ecriturelue.h"
@@ -60,6 +61,8 @@ class CDialogEcriture : public CZNDialog {
   bool Charge(u32 mouvement);
   void Montre(const EcritureLue& ecriture);
   void Propose(const SaisieEcriture& saisie);
+  void Reprend(const SaisieSuspendue& reprise);
+  std::optional<SaisieSuspendue> Suspendue() const;
   void MontreCompte(const std::string& compte);
   void MontreMontants(bool partPro);
   void MontreMarques(const MarquesEcriture& marques);
@@ -78,11 +81,12 @@ class CDialogEcriture : public CZNDialog {
   const bool m_cloture;
   CPlan m_plan;  ///< held open with the journal, so that a save does not open them
   CLines m_lines;
-  bool m_lu = true;
+  bool m_lu = true, m_vue = false;
   u32 m_mouvement = 0;  ///< shown, 0 for a new one
   u32 m_ligne = 0;      ///< of the entry shown, 0 for a new one
   bool m_validee = false, m_liee = false, m_delie = false;
   bool m_change = false;
+  bool m_reprise = false;  ///< what stands there was typed before the program ended, and is not saved
   u32 m_derniere = 0;
   VoisinsEcriture m_voisins;
   MontantsSaisie m_montants;
@@ -100,6 +104,7 @@ class CDialogEcriture : public CZNDialog {
   ZoneTresorerie* m_tresorerie = nullptr;
   ChoixMonnaie m_monnaie;
   Coche m_pointee, m_remise, m_rapprochee, m_marqueValidee;
+  GardeSaisie m_garde{App(), *this, [this] { return Suspendue(); }};
   FinDesLiens m_finLiens{*this};
 };
 

@@ -53,6 +53,19 @@ int CDialogMouvement::exec() { return m_lue ? CZNDialog::exec() : int{Rejected};
 
 CDialogMouvement::~CDialogMouvement() = default;
 
+void CDialogMouvement::done(int resultat) {
+  CZNDialog::done(resultat);
+  m_garde.Oublie();
+}
+
+void CDialogMouvement::showEvent(QShowEvent* evenement) {
+  CZNDialog::showEvent(evenement);
+  // After the base noted what stood there: all of it was typed.
+  if (m_ouverture.reprise && !m_vue) Reprend(*m_ouverture.reprise);
+  m_vue = true;
+  m_garde.Commence();
+}
+
 void CDialogMouvement::Declare() {
   m_liste =
       new ListeEditee(Contexte(), ListeEditee::Genre::LignesEnGrand, u"Lignes"_s,
@@ -137,6 +150,33 @@ bool CDialogMouvement::Charge(u32 mouvement) {
            (App().Magasin.ReadMouvements(App().PathExercice, voisin, entete) && entete.Genre == GenreOD);
   });
   return true;
+}
+
+void CDialogMouvement::Reprend(const SaisieSuspendue& reprise) {
+  const SaisieEcriture& saisie = reprise.ecriture;
+  m_jour.Pose(saisie.date);
+  m_libelle.Pose(saisie.libelle);
+  m_libelleDesLignes = saisie.libelle;
+  m_monnaie.Pose(saisie.euro);
+  m_lignes = {};
+  for (const LigneODSaisie& ligne : reprise.lignes) m_lignes.lignes.push_back({ligne, {}});
+  m_modifiee = true;
+  MontreLignes();
+}
+
+/// What would be lost with the program.
+std::optional<SaisieSuspendue> CDialogMouvement::Suspendue() const {
+  if (m_cloture || !Modifie()) return std::nullopt;
+  const SaisieOD saisie = Saisie();
+  SaisieSuspendue suspendue;
+  suspendue.operationDiverse = true;
+  suspendue.ecriture.journal = saisie.journal;
+  suspendue.ecriture.mouvement = saisie.mouvement;
+  suspendue.ecriture.date = m_jour.Valeur();
+  suspendue.ecriture.libelle = saisie.libelle;
+  suspendue.ecriture.euro = saisie.euro;
+  suspendue.lignes = saisie.lignes;
+  return suspendue;
 }
 
 void CDialogMouvement::SuitLibelle() {
@@ -248,7 +288,7 @@ bool CDialogMouvement::Modifie() const {
   return (nouvelle ? !m_lignes.lignes.empty() : m_modifiee || m_forcee) || CZNDialog::Modifie();
 }
 
-bool CDialogMouvement::Enregistre() {
+SaisieOD CDialogMouvement::Saisie() const {
   SaisieOD saisie;
   saisie.journal = m_ouverture.journal;
   saisie.mouvement = m_ouverture.mouvement;
@@ -258,10 +298,15 @@ bool CDialogMouvement::Enregistre() {
   saisie.lignes = LignesSaisies(m_lignes.lignes);
   saisie.validee = m_validee;
   saisie.forcee = m_forcee;
+  return saisie;
+}
+
+bool CDialogMouvement::Enregistre() {
   EcritureFaite faite;
-  if (!Refuse(EnregistreOD(App(), saisie, faite))) return false;
+  if (!Refuse(EnregistreOD(App(), Saisie(), faite))) return false;
   m_derniere = faite.mouvement;
   m_modifiee = false;
+  m_garde.Oublie();
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include "forms/journal/champsecriture.h"
 #include "forms/journal/dialogline.h"
 #include "forms/journal/ecritures.h"
+#include "forms/journal/gardesaisie.h"
 #include "forms/journal/voisins.h"
 #include "ui/czndialog.h"
 
@@ -26,6 +27,7 @@ class CDialogMouvement : public CZNDialog {
   u32 Montree() const { return m_ouverture.mouvement; }  ///< entry shown, 0 for a new one
   /// Ends at once when there is no such entry, which has been told.
   int exec() override;
+  void done(int resultat) override;
 
  protected:
   bool Enregistre() override;
@@ -34,12 +36,16 @@ class CDialogMouvement : public CZNDialog {
   const TexteFixe& QuestionFermer() const override;
   void Voisin(int pas) override;
   bool Modifie() const override;
+  void showEvent(QShowEvent* evenement) override;
 
  private:
   void Declare();
   void PoseBoutons();
   void Nouvelle();
   bool Charge(u32 mouvement);
+  void Reprend(const SaisieSuspendue& reprise);
+  SaisieOD Saisie() const;
+  std::optional<SaisieSuspendue> Suspendue() const;
   bool Verrouillee() const { return m_validee || m_liee; }
   void Supprime();
   void OuvreLigne(bool modification);
@@ -51,7 +57,7 @@ class CDialogMouvement : public CZNDialog {
 
   OuvertureEcriture m_ouverture;
   const bool m_cloture;
-  bool m_lue = true;
+  bool m_lue = true, m_vue = false;
   LignesOD m_lignes;
   std::string m_libelleDesLignes;  ///< of the entry, as its lines know it
   bool m_validee = false, m_liee = false;
@@ -67,6 +73,7 @@ class CDialogMouvement : public CZNDialog {
   Lecture m_solde;
   Coche m_pointee, m_coche;
   ChoixMonnaie m_monnaie;
+  GardeSaisie m_garde{App(), *this, [this] { return Suspendue(); }};
   FinDesLiens m_finLiens{*this};
 };
 

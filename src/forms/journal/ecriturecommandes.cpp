@@ -144,13 +144,22 @@ void CEcritureView::Modifie() {
   if (Disponible(CmdModifier)) OuvreForme(GetEcrId(GetEcrSel()));
 }
 
-void CEcritureView::OuvreForme(u32 mouvement) {
+void CEcritureView::Reprend(const SaisieSuspendue& reprise) {
+  const std::vector<CMonth::Cellule>& mois = m_mois->Cellules();
+  for (std::size_t i = 0; i < mois.size(); ++i)
+    if (mois[i].premier <= reprise.ecriture.date && reprise.ecriture.date <= mois[i].dernier)
+      m_mois->Choisit(static_cast<int>(i));
+  OuvreForme(reprise.ecriture.mouvement, &reprise);
+}
+
+void CEcritureView::OuvreForme(u32 mouvement, const SaisieSuspendue* reprise) {
   OuvertureEcriture ouverture;
   ouverture.journal = m_document.Journal;
   ouverture.date = DateProposee();
   ouverture.tresorerie = m_combo->CompteParDefaut();
   ouverture.mouvement = mouvement;
   ouverture.proprietaire = this;
+  ouverture.reprise = reprise;
   bool change = false, nouvelle = false;
   u32 aChoisir = 0;
   const auto execute = [&](auto& forme) {
@@ -161,7 +170,7 @@ void CEcritureView::OuvreForme(u32 mouvement) {
   EntreeJournal entree;
   const bool libre =
       mouvement != 0 && LitEntreeJournal(App(), mouvement, true, {}, entree) && entree.genre == GenreOD;
-  if (EstOD() || libre) {
+  if (EstOD() || libre || (reprise && reprise->operationDiverse)) {
     CDialogMouvement forme(Contexte(), ouverture, this);
     execute(forme);
     nouvelle = forme.NouvelleVoulue();

@@ -1,7 +1,7 @@
 // What the journal window and the forms of entries know of each other.
 #pragma once
 
-#include "journal/saisie.h"
+#include "journal/suspens.h"
 #include "ui/fenetres.h"
 
 namespace fenlor {
@@ -34,6 +34,8 @@ struct OuvertureEcriture {
   /// nothing.
   const SaisieEcriture* proposition = nullptr;
   std::function<Refus(const SaisieEcriture&, EcritureFaite&)> sauve = {};
+  /// What was typed into such a form when the program ended; `mouvement` is its own.
+  const SaisieSuspendue* reprise = nullptr;
 };
 
 }  // namespace fenlor

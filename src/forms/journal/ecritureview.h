@@ -46,6 +46,8 @@ class CEcritureView : public Vue, public ListeEcritures {
 
   /// What the list is made of now; the printed journal takes the same.
   DemandeListe Demande() const;
+  /// Opens the form again as it stood when the program ended, over the month of its date.
+  void Reprend(const SaisieSuspendue& reprise);
   bool JournalComptable() const { return m_journalComptable; }
   /// The menu of the right button.
   static std::vector<unsigned> MenuContextuel();
@@ -94,7 +96,7 @@ class CEcritureView : public Vue, public ListeEcritures {
   Date DateProposee();
   void Ajoute();
   void Modifie();
-  void OuvreForme(u32 mouvement);
+  void OuvreForme(u32 mouvement, const SaisieSuspendue* reprise = nullptr);
   void Supprime();
   void Pointe();
   void Rapproche();

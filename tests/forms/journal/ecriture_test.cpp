@@ -388,5 +388,37 @@ TEST_F(FormeEcriture, LibelleAjouteALaListe) {
   EXPECT_THAT(libelles, ElementsAre("Consultations", "Visites à domicile"_w));
 }
 
+// The program ends while the form is open: what stood in its fields comes back, and is typed, not saved.
+TEST_F(FormeEcriture, CeQuiEstAMoitieTapeRevient) {
+  auto forme = Remplie(JournalDepenses, u"LOYER"_s, u"33,3,3"_s);
+  Va(*Champ(*forme, "libelle"));
+  forme.reset();  // dies without an answer
+  EXPECT_EQ("33,3,3", LitSuspens(App()).value_or(SaisieSuspendue{}).ttc);
+  forme = Remplie(JournalDepenses, u"LOYER"_s, u"119,60"_s);
+  Tape(*Champ<QComboBox>(*forme, "libelle"), u"Mars"_s);
+  Va(*Champ(*forme, "professionnelle"));
+  forme.reset();
+
+  const auto saisie = LitSuspens(App());
+  ASSERT_TRUE(saisie);
+  OuvertureEcriture ouverture = Ouverture(JournalDepenses);
+  ouverture.reprise = &*saisie;
+  forme = Montre(ouverture);
+  EXPECT_EQ(u"Mars"_s, Lu(*forme, "libelle"));
+  EXPECT_EQ(u"119,60"_s, Lu(*forme, "ttc"));
+  Va(*Champ(*forme, "libelle"));
+  EXPECT_TRUE(LitSuspens(App())) << "it counts as typed";
+  Clique(Trouve<QPushButton>(*forme, "ok"));
+  EXPECT_NE(0u, forme->Derniere());
+  EXPECT_FALSE(LitSuspens(App()));
+  // Given up: nothing is kept either.
+  Tape(*Champ<QLineEdit>(*forme, "code"), u"LOYER"_s);
+  Va(*Champ(*forme, "libelle"));
+  EXPECT_TRUE(LitSuspens(App()));
+  Boite.Reponses = {RepNon};
+  forme->reject();
+  EXPECT_FALSE(LitSuspens(App()));
+}
+
 }  // namespace
 }  // namespace fenlor::test

@@ -355,5 +355,27 @@ TEST_F(FormeOD, CeQuiEstPermis) {
   }
 }
 
+TEST_F(FormeOD, CeQuiEstAMoitieTapeRevient) {
+  SaisieSuspendue saisie;
+  saisie.operationDiverse = true;
+  saisie.ecriture.journal = JournalOD;
+  saisie.ecriture.date = FaitDate(20, 3, 2003);
+  saisie.ecriture.libelle = "Apport";
+  saisie.lignes = {Debit(Long("512").c_str(), 20), Credit(Long("531").c_str(), 20)};
+  OuvertureEcriture ouverture = Nouvelle();
+  ouverture.reprise = &saisie;
+  auto forme = std::make_unique<CDialogMouvement>(Ui, ouverture);
+  forme->setModal(false);
+  forme->show();
+  forme->activateWindow();
+  QApplication::processEvents();
+  Va(Trouve<QWidget>(*forme, "libelle"));
+  Va(Lignes(*forme));
+  forme.reset();
+  const auto notee = LitSuspens(App());
+  ASSERT_TRUE(notee);
+  EXPECT_EQ(TexteSuspens(saisie), TexteSuspens(*notee));
+}
+
 }  // namespace
 }  // namespace fenlor
