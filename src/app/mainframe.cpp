@@ -316,7 +316,7 @@ void CMainFrame::ProposeReprise() {
     if (auto* vue = qobject_cast<CEcritureView*>(VueActive())) vue->Reprend(saisie);
   };
   m_offre->Offre({Q(DecritSuspens(*saisie)),
-                  {{u"&Reprendre"_s, reprend}, {u"&Abandonner"_s, [this] { OublieSuspens(m_app); }}}});
+                  {{u"Repren&dre"_s, reprend}, {u"A&bandonner"_s, [this] { OublieSuspens(m_app); }}}});
 }
 
 void CMainFrame::Offre(const Proposition& proposition) { m_offre->Offre(proposition); }
