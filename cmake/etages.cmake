@@ -4,7 +4,7 @@ cmake_policy(VERSION 3.25)
 # A floor may include itself and what is listed behind it.
 set(store "")
 set(core store)
-set(sujets journal assets auto banque master reports session)
+set(sujets journal assets auto banque master recherche reports session)
 foreach(sujet ${sujets})
   set(${sujet} core store pages ${sujets})
 endforeach()

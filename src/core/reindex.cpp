@@ -1,37 +1,15 @@
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <unordered_map>
 
 #include "core/btfiles.h"
 #include "core/erreurs.h"
+#include "core/fichierbrut.h"
 #include "core/textes.h"
-#include "store/fichierdat.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u32 accesLecture = 0x80000000u;
-
-/// A plain file of the store, closed with the object.
-class FichierBrut {
- public:
-  FichierBrut(QVAPI& magasin, const std::string& chemin)
-      : m_magasin(magasin), m_fichier(magasin.QVOpenFile(chemin, accesLecture)) {}
-  ~FichierBrut() {
-    if (EstOuvert()) m_magasin.QVCloseFile(m_fichier);
-  }
-  FichierBrut(const FichierBrut&) = delete;
-  FichierBrut& operator=(const FichierBrut&) = delete;
-
-  bool EstOuvert() const { return m_fichier >= 0; }
-  int Poignee() const { return m_fichier; }
-
- private:
-  QVAPI& m_magasin;
-  int m_fichier;
-};
 
 /// Copies the bytes of a plain file.
 bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
@@ -45,16 +23,6 @@ bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
          (lus = magasin.QVReadFile(source.Poignee(), tampon.data(), static_cast<u32>(tampon.size()))) > 0)
     bien = magasin.QVWriteFile(cible, tampon.data(), static_cast<u32>(lus)) == lus;
   return magasin.QVCloseFile(cible) && bien && lus == 0;
-}
-
-/// What one of the header's copies says; that of an empty file of today when neither is legible. False: the
-/// disk did not answer.
-bool LitEntete(QVAPI& magasin, int fichier, EnteteDat& entete) {
-  std::array<u8, DebutEmplacements> octets{};
-  if (magasin.QVReadFile(fichier, octets.data(), octets.size()) < 0) return false;
-  if (!FichierDat::Decode(octets.data(), entete) && !FichierDat::Decode(octets.data() + 512, entete))
-    entete = {};
-  return true;
 }
 
 /// Whether the slots have sums, where no header says so: one that is right is no accident, and without

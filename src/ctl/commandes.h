@@ -23,6 +23,7 @@ void DeclareFraisKm(LigneCommande& ligne);          ///< frais-km
 void DeclareAutomatiques(LigneCommande& ligne);     ///< automatique, echeances
 void DeclareRemise(LigneCommande& ligne);           ///< remise
 void DeclareRapprochement(LigneCommande& ligne);    ///< rapprochement
+void DeclareChercher(LigneCommande& ligne);         ///< chercher
 void DeclareGarde(LigneCommande& ligne);            ///< sauvegarder, restaurer, sauvegardes, cloturer, sceau
 void DeclareReleve(LigneCommande& ligne);           ///< releve
 

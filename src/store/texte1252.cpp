@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <utility>
 
 #include "store/enregistrements.h"
 
@@ -27,6 +28,25 @@ constexpr std::array<u8, 256> TableMajuscules = [] {
   table[0x9C] = 0x8C;
   table[0x9E] = 0x8E;
   table[0xFF] = 0x9F;
+  return table;
+}();
+
+/// One or two capitals without accent for each byte.
+constexpr std::array<std::array<char, 2>, 256> TableBases = [] {
+  // Of the upper case from C0 on; "?" stands for what is no letter, or for two.
+  constexpr std::string_view Bases = "AAAAAA?CEEEEIIIIDNOOOOO?OUUUUY";
+  constexpr u8 Premier = 0xC0;
+  std::array<std::array<char, 2>, 256> table{};
+  for (unsigned c = 0; c < 256; ++c) {
+    const u8 haute = TableMajuscules[c];
+    const unsigned rang = haute - unsigned{Premier};
+    const bool base = haute >= Premier && rang < Bases.size() && Bases[rang] != '?';
+    table[c] = {base ? Bases[rang] : static_cast<char>(haute), 0};
+  }
+  for (const auto& [octet, lettres] :
+       {std::pair{0x8C, "OE"}, {0xC6, "AE"}, {0xDF, "SS"}, {0x8A, "S"}, {0x8E, "Z"}, {0x9F, "Y"}})
+    for (unsigned c = 0; c < 256; ++c)
+      if (TableMajuscules[c] == octet) table[c] = {lettres[0], lettres[1]};
   return table;
 }();
 
@@ -119,26 +139,19 @@ int CompareSansCasse(std::string_view a, std::string_view b) {
   return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
-std::string CleAlphabetique(std::string_view texte) {
-  // Base letters of the upper case from C0 on; "?" stands for what is no letter, or for two.
-  constexpr std::string_view Bases = "AAAAAA?CEEEEIIIIDNOOOOO?OUUUUY";
-  constexpr u8 Premier = 0xC0, OE = 0x8C, AE = 0xC6, SCaron = 0x8A, ZCaron = 0x8E, YTrema = 0x9F, SZ = 0xDF;
-  const std::string hautes = EnMajuscules(texte);
-  std::string cle;
-  for (const char c : hautes) {
-    const u8 octet = static_cast<u8>(c);
-    const std::size_t rang = octet - std::size_t{Premier};
-    if (octet == OE || octet == AE)
-      cle += octet == OE ? "OE" : "AE";
-    else if (octet == SZ)
-      cle += "SS";
-    else if (octet == SCaron || octet == ZCaron || octet == YTrema)
-      cle += octet == SCaron ? 'S' : octet == ZCaron ? 'Z' : 'Y';
-    else
-      cle += octet >= Premier && rang < Bases.size() && Bases[rang] != '?' ? Bases[rang] : c;
+void AjouteSansAccents(std::string& sortie, std::string_view texte) {
+  for (const char c : texte) {
+    const auto& [premiere, seconde] = TableBases[static_cast<u8>(c)];
+    sortie += premiere;
+    if (seconde) sortie += seconde;
   }
+}
+
+std::string CleAlphabetique(std::string_view texte) {
+  std::string cle;
+  AjouteSansAccents(cle, texte);
   // Behind the letters, below any of them: what tells equal ones apart.
-  return cle + '\0' + hautes;
+  return cle + '\0' + EnMajuscules(texte);
 }
 
 }  // namespace fenlor

@@ -40,6 +40,8 @@ char Majuscule(char c);
 std::string EnMajuscules(std::string_view texte);
 /// Compare without regard to case: negative, 0, positive.
 int CompareSansCasse(std::string_view a, std::string_view b);
+/// Appends what a search compares: capitals without accents; a ligature is two letters.
+void AjouteSansAccents(std::string& sortie, std::string_view texte);
 /// What a list is sorted by: an accented letter stands beside its base letter, and behind it where that is
 /// all that tells two texts apart; case does not count.
 std::string CleAlphabetique(std::string_view texte);
