@@ -9,9 +9,11 @@ foreach(sujet ${sujets})
   set(${sujet} core store pages ${sujets})
 endforeach()
 set(pages core store)
+# Charts read the books by themselves.
+set(graphiques core store)
 # Safekeeping copies, proves and closes what all of them hold.
 set(garde core store pages ${sujets})
-set(ctl core store pages garde ${sujets})
+set(ctl core store pages garde graphiques ${sujets})
 # The session opens and recalculates exercices; the subjects do not know it.
 foreach(sujet ${sujets})
   list(REMOVE_ITEM ${sujet} session ${sujet})
@@ -20,7 +22,7 @@ set(session core store pages ${sujets})
 list(REMOVE_ITEM session session)
 # Windows: the toolkit knows no subject, forms know all rules and each other, the program knows all.
 set(ui core store)
-set(regles store core pages garde ${sujets})
+set(regles store core pages garde graphiques ${sujets})
 set(forms ui ${regles})
 set(app ui forms ctl ${regles})
 

@@ -36,6 +36,7 @@ Contexte::Contexte(const OptionsGlobales& globales, const OptionsCtl& options, s
       Entree(entree),
       Dialogue(globales.oui),
       EcritPdf(options.ecritPdf),
+      EcritPdfGraphique(options.ecritPdfGraphique),
       Magasin(options.magasin),
       App(Magasin, Dialogue),
       m_sortie(sortie),

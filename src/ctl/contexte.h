@@ -75,6 +75,7 @@ class Contexte {
   std::istream& Entree;
   DialogueCtl Dialogue;
   const OptionsCtl::FonctionPdf EcritPdf;  ///< empty: this program writes none
+  const OptionsCtl::FonctionPdfGraphique EcritPdfGraphique;
   QVAPI Magasin;
   CFenlorApp App;
 

@@ -13,7 +13,7 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
        {DeclareExercices, DeclareDemo, DeclareSaisie, DeclareJournal, DeclareEtats, DeclareEchanges,
         DeclareEntretien, DeclareComptes, DeclareRubriques, DeclareTraitements, DeclareImmobilisations,
         DeclareRapprochement, DeclareAmortissement, DeclareAutomatiques, DeclareFraisKm, DeclareRemise,
-        DeclareReleve, DeclareGarde, DeclareChercher})
+        DeclareReleve, DeclareGarde, DeclareChercher, DeclareGraphiques})
     declare(ligne);
 
   const LigneCommande::Lecture lecture = ligne.Lit(args);

@@ -13,6 +13,8 @@ namespace fenlor {
 
 class CEtatComptable;
 class CFenlorApp;
+struct SerieGraphique;
+enum class GenreGraphique : int;
 
 /// Exit status of a command.
 enum StatutCtl : int {
@@ -30,6 +32,11 @@ struct OptionsCtl {
   using FonctionPdf =
       std::function<bool(CFenlorApp& app, CEtatComptable& etat, const std::string& fichier, int descripteur)>;
   FonctionPdf ecritPdf;  ///< empty: a program without PDF
+  /// The same for a chart, on a sheet of its own.
+  using FonctionPdfGraphique =
+      std::function<bool(CFenlorApp& app, const SerieGraphique& serie, GenreGraphique genre,
+                         const std::string& fichier, int descripteur)>;
+  FonctionPdfGraphique ecritPdfGraphique;
 };
 
 /// Runs one command: `args` without the program's name. Everything written is

@@ -1,14 +1,6 @@
-#include <fcntl.h>
-#include <stdlib.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <utility>
 
-#include "core/erreurs.h"
 #include "ctl/commandes.h"
 #include "ctl/demandecriteres.h"
 #include "ctl/demandejournal.h"
@@ -97,32 +89,12 @@ bool PoseDemande(Contexte& contexte, const OptionsEtat& options, CEtatJournalDoc
   return true;
 }
 
-/// The pages on the standard output, by way of a file: they are there whole or not at all. It has no name:
-/// however the program ends, nothing of the books is left.
-bool DonnePdf(Contexte& contexte, CEtatComptable& etat) {
-  std::string chemin = (std::filesystem::temp_directory_path() / "FNLXXXXXX").string();
-  const int descripteur = mkostemp(chemin.data(), O_CLOEXEC);
-  if (descripteur < 0) {
-    contexte.Refuse(ErrCreationFichier, {chemin + " : " + TexteErreurSysteme(errno)});
-    return false;
-  }
-  unlink(chemin.c_str());
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pdf(fdopen(descripteur, "r"), std::fclose);
-  if (!contexte.EcritPdf(contexte.App, etat, {}, descripteur)) {
-    contexte.RefuseMagasin();
-    return false;
-  }
-  std::rewind(pdf.get());
-  std::string morceau(64u << 10, '\0');
-  while (const std::size_t lus = std::fread(morceau.data(), 1, morceau.size(), pdf.get()))
-    if (!contexte.Ecrit(morceau.substr(0, lus))) return false;
-  return std::ferror(pdf.get()) == 0 || contexte.RefuseLecture(EIO, "-") == StatutFait;
-}
-
 bool Donne(Contexte& contexte, const OptionsEtat& options, CEtatComptable& etat) {
   if (options.marquage) return EcritMarquage(contexte, etat);
   if (options.texte) return EcritRuns(contexte, etat);
-  if (*options.pdf == "-") return DonnePdf(contexte, etat);
+  if (*options.pdf == "-")
+    return DonneParFichier(
+        contexte, [&](int descripteur) { return contexte.EcritPdf(contexte.App, etat, {}, descripteur); });
   if (contexte.EcritPdf(contexte.App, etat, *options.pdf, -1)) return true;
   contexte.RefuseMagasin();
   return false;

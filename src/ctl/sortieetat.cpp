@@ -1,6 +1,16 @@
 #include "ctl/sortieetat.h"
 
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
 #include "core/cles.h"
+#include "core/erreurs.h"
 #include "ctl/json.h"
 #include "pages/enregistreur.h"
 #include "pages/page.h"
@@ -124,6 +134,27 @@ bool EcritRuns(Contexte& contexte, CEtatComptable& etat) {
     feuille.Elements.clear();
   }
   return true;
+}
+
+bool DonneParFichier(Contexte& contexte, const std::function<bool(int descripteur)>& ecrit) {
+  std::string chemin = (std::filesystem::temp_directory_path() / "FNLXXXXXX").string();
+  const int descripteur = mkostemp(chemin.data(), O_CLOEXEC);
+  if (descripteur < 0) {
+    contexte.Refuse(ErrCreationFichier, {chemin + " : " + TexteErreurSysteme(errno)});
+    return false;
+  }
+  // It has no name: however the program ends, nothing of the books is left.
+  unlink(chemin.c_str());
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> fichier(fdopen(descripteur, "r"), std::fclose);
+  if (!ecrit(descripteur)) {
+    contexte.RefuseMagasin();
+    return false;
+  }
+  std::rewind(fichier.get());
+  std::string morceau(64u << 10, '\0');
+  while (const std::size_t lus = std::fread(morceau.data(), 1, morceau.size(), fichier.get()))
+    if (!contexte.Ecrit(morceau.substr(0, lus))) return false;
+  return std::ferror(fichier.get()) == 0 || contexte.RefuseLecture(EIO, "-") == StatutFait;
 }
 
 }  // namespace fenlor

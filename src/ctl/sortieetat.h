@@ -14,5 +14,8 @@ bool EcritMarquage(Contexte& contexte, CEtatComptable& etat);
 /// left, right (units), line (from 1), alignment, style (g, i, s) and text; a rule has
 /// "trait" in place of its alignment.
 bool EcritRuns(Contexte& contexte, CEtatComptable& etat);
+/// On the standard output what `ecrit` writes into the open file that it is given, by way of a file: it is
+/// there whole or not at all.
+bool DonneParFichier(Contexte& contexte, const std::function<bool(int descripteur)>& ecrit);
 
 }  // namespace fenlor

@@ -5,6 +5,7 @@
 
 #include "core/btfiles.h"
 #include "journal/saisie.h"
+#include "outils/attendu.h"
 #include "pages/enregistreur.h"
 #include "pages/page.h"
 #include "store/texte1252.h"
@@ -42,8 +43,6 @@ Loyer du cabinet
 )";
 
 constexpr f64 taux = 6.55957;
-
-std::filesystem::path DossierAttendus() { return std::filesystem::path(__FILE__).parent_path() / "attendus"; }
 
 /// Franc, then Euro.
 std::pair<f64, f64> DansLesDeuxMonnaies(bool enEuro, f64 montant) {
@@ -245,17 +244,7 @@ std::string Marquage(CEtatDoc& etat) {
 std::string TexteEtat(CEtatDoc& etat) { return etat.LitTexte(0, etat.TailleTexte()); }
 
 void PetitLivre::VerifieMarquage(CEtatDoc& etat, const std::string& nom) {
-  const std::string obtenu = Marquage(etat);
-  const std::string chemin = (DossierAttendus() / (nom + ".txt")).string();
-  const char* demande = std::getenv("FENLOR_ATTENDUS");
-  if (demande && std::string_view(demande) == "ecrire") {
-    std::filesystem::create_directories(DossierAttendus());
-    EcritFichier(chemin, obtenu);
-    return;
-  }
-  ASSERT_TRUE(std::filesystem::exists(chemin)) << "no expectation for " << nom << "; the report is\n"
-                                               << obtenu;
-  EXPECT_EQ(LitFichier(chemin), obtenu) << nom;
+  VerifieAttendu(__FILE__, nom, Marquage(etat));
 }
 
 void PetitLivre::VerifiePages(CEtatDoc& etat, const std::string& nom) {
