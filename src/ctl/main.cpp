@@ -12,6 +12,7 @@
 #ifdef FENLOR_PDF
 #include <QGuiApplication>
 
+#include "forms/graphiques/pagegraphique.h"
 #include "forms/reports/ecritpdf.h"
 #include "reports/etatcomptable.h"
 #endif
@@ -57,8 +58,8 @@ void CedeAuPdf(int argc, char** argv) {
 }
 #else
 /// Fonts need an application, which needs no screen.
-bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::string& fichier,
-              int descripteur) {
+template <class Acte>
+bool AvecFontes(const Acte& acte) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // The toolkit's remarks on the desktop are nothing to the user of a terminal.
   qInstallMessageHandler([](QtMsgType sorte, const QMessageLogContext&, const QString& texte) {
@@ -68,8 +69,18 @@ bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::
   char nom[] = "fenlorctl";
   char* argv[] = {nom, nullptr};
   const QGuiApplication application(argc, argv);
-  return fichier.empty() ? fenlor::EcritPdf(app, etat, etat.TitreDocument(), descripteur)
-                         : fenlor::EcritPdf(app, etat, etat.TitreDocument(), fichier);
+  return acte();
+}
+bool EcritPdf(fenlor::CFenlorApp& app, fenlor::CEtatComptable& etat, const std::string& fichier,
+              int descripteur) {
+  return AvecFontes([&] {
+    return fichier.empty() ? fenlor::EcritPdf(app, etat, etat.TitreDocument(), descripteur)
+                           : fenlor::EcritPdf(app, etat, etat.TitreDocument(), fichier);
+  });
+}
+bool EcritPdfGraphique(fenlor::CFenlorApp& app, const fenlor::SerieGraphique& serie,
+                       fenlor::GenreGraphique genre, const std::string& fichier, int descripteur) {
+  return AvecFontes([&] { return fenlor::EcritPdfGraphique(app, serie, genre, fichier, descripteur); });
 }
 #endif
 
@@ -85,6 +96,7 @@ int main(int argc, char** argv) {
   options.pathProgrammes = DossierProgrammes();
 #ifdef FENLOR_PDF
   options.ecritPdf = EcritPdf;
+  options.ecritPdfGraphique = EcritPdfGraphique;
 #else
   CedeAuPdf(argc, argv);
 #endif

@@ -26,14 +26,14 @@ enum TeinteGraphique : u8 {
 /// The colours of points. Each differs from its neighbours, the first from the last included, in lightness:
 /// they can be told apart on a grey print, and whatever colours the reader sees.
 constexpr std::array<Rvb, 8> CouleursSerie = {{
-    {0x1F, 0x5A, 0x9E},  // blue
+    {0x2D, 0x73, 0xC4},  // blue
     {0xF2, 0xA5, 0x3A},  // orange
     {0x0F, 0x76, 0x62},  // green
     {0xA9, 0xD6, 0xF5},  // pale blue
     {0xA1, 0x3D, 0x5D},  // crimson
     {0xF3, 0xD9, 0x6B},  // yellow
     {0x6A, 0x5A, 0xA8},  // violet
-    {0xE7, 0x9B, 0xB8},  // pink
+    {0xF0, 0xAE, 0xC6},  // pink
 }};
 
 /// Ink of a shape: a hue, and so many hundredths of the way to white (above 0) or black (below).

@@ -94,7 +94,8 @@ void Dessinateur::Zone(CadreForme cadre, std::size_t point) {
 }
 
 std::string Dessinateur::Coupe(const std::string& texte, f64 largeur, f64 hauteur, bool gras) const {
-  if (m_mesure.Largeur(texte, hauteur, gras) <= largeur) return texte;
+  constexpr f64 jeu = 1 + 1e-9;  // a font made to fit does
+  if (m_mesure.Largeur(texte, hauteur, gras) <= largeur * jeu) return texte;
   std::string coupe = texte;
   while (!coupe.empty() && m_mesure.Largeur(coupe + Points, hauteur, gras) > largeur) coupe.pop_back();
   return coupe.empty() ? coupe : coupe + Points;
@@ -281,7 +282,7 @@ void Repere::DessineValeurs() {
     const Encre encre{rang == 0 ? TeinteAxe : TeinteGrille};
     m_d.Trace(a + m_prof, b + m_prof, encre);
     if (m_prof.x != 0) m_d.Trace(a, a + m_prof, encre);
-    if (!m_textesValeurs || rang % m_graduationSur != 0) continue;
+    if (!m_textesValeurs || rang % m_graduationSur != 0 || (rang != 0 && m_d.ToutNul())) continue;
     const std::string texte = TexteGraduation(valeur, m_echelle.pas, m_d.Serie().euro);
     if (Vertical())
       m_d.Ecrit({a.x - m_d.Police() / 2, a.y}, texte, Cote::Droite);

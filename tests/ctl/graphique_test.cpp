@@ -56,8 +56,7 @@ TEST_F(GraphiqueCtl, Sorties) {
   const Resultat mois = Graphique({"--compte", "BQ", "--texte", "--au", "31/03/2003"});
   EXPECT_THAT(mois.sortie, HasSubstr("Fév\t0,00\nMar\t-100,00\nAvr\t0,00\n")) << mois.erreurs;
   const Resultat comptes = Graphique({"--compte", "706", "BQ", "--comparaison", "--texte", "--json"});
-  EXPECT_EQ(comptes.sortie,
-            "{\"libelle\":\"706\",\"valeur\":100}\n{\"libelle\":\"512\",\"valeur\":-49.5}\n")
+  EXPECT_EQ(comptes.sortie, "{\"libelle\":\"706\",\"valeur\":100}\n{\"libelle\":\"512\",\"valeur\":-49.5}\n")
       << comptes.erreurs;
   const Resultat svg = Graphique({"--compte", "706", "--svg", "-", "--genre", "secteurs-3d"});
   EXPECT_THAT(svg.sortie, StartsWith("<?xml"));

@@ -94,13 +94,14 @@ QByteArray Description(const QString& titre, const QString& auteur) {
 enum class Issue { Fait, Arrete, Echoue };
 
 template <class Fichier>
-Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, Fichier& fichier) {
+Issue DessinePages(CFenlorApp& app, PagesDessinees& vue, const std::string& titre, const std::string& auteur,
+                   Fichier& fichier) {
   const Progression progression(app.Boite, titre, Texte(AvancementPdf), true, vue.NombrePages());
   QPdfWriter pdf(&fichier);
   pdf.setResolution(UnitesPeripherique);
   pdf.setPageLayout(vue.Feuille());
   pdf.setTitle(EnQString(titre));
-  pdf.setDocumentXmpMetadata(Description(EnQString(titre), EnQString(vue.Qui().nom)));
+  pdf.setDocumentXmpMetadata(Description(EnQString(titre), EnQString(auteur)));
   pdf.setCreator(EnQString(Texte(TitreApplication)));
   QPainter peintre;
   if (!peintre.begin(&pdf)) return Issue::Echoue;
@@ -113,34 +114,49 @@ Issue DessinePages(CFenlorApp& app, CEtatView& vue, const std::string& titre, Fi
   return peintre.end() ? Issue::Fait : Issue::Echoue;
 }
 
+bool Echoue(CFenlorApp& app, const QString& nom, const std::string& raison) {
+  app.Boite.Erreur(ErrPdf, TexteFormat(ErrPdf, {En1252(nom), raison}));
+  return false;
+}
+
 template <class Fichier, class Ouvre>
-bool EcritDans(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const QPageLayout& feuille,
+bool EcritDans(CFenlorApp& app, PagesDessinees& pages, const std::string& titre, const std::string& auteur,
                const QString& nom, Fichier& fichier, Ouvre&& ouvre) {
-  const auto echoue = [&](const std::string& raison) {
-    app.Boite.Erreur(ErrPdf, TexteFormat(ErrPdf, {En1252(nom), raison}));
-    return false;
-  };
-  CEtatView vue(app, doc);
-  if (!vue.Prepare(FeuillePour(doc, feuille))) return echoue(Texte(ErrEtatLecture));
-  if (!ouvre()) return echoue(TexteErreurSysteme(fichier.Code()));
-  const Issue issue = DessinePages(app, vue, titre, fichier);
+  if (!ouvre()) return Echoue(app, nom, TexteErreurSysteme(fichier.Code()));
+  const Issue issue = DessinePages(app, pages, titre, auteur, fichier);
   if (issue == Issue::Fait && fichier.Acheve()) return true;
   if (issue == Issue::Arrete) return false;  // what was written goes with the object
-  return echoue(TexteErreurSysteme(fichier.Code() ? fichier.Code() : EIO));
+  return Echoue(app, nom, TexteErreurSysteme(fichier.Code() ? fichier.Code() : EIO));
 }
 
 }  // namespace
 
 bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const std::string& chemin,
               const QPageLayout& feuille) {
-  const QString nom = QFile::decodeName(chemin.c_str());
-  FichierSur fichier(nom);
-  return EcritDans(app, doc, titre, feuille, nom, fichier, [&] { return fichier.Ouvre(); });
+  CEtatView vue(app, doc);
+  if (!vue.Prepare(FeuillePour(doc, feuille)))
+    return Echoue(app, QFile::decodeName(chemin.c_str()), Texte(ErrEtatLecture));
+  return EcritPdf(app, vue, titre, vue.Qui().nom, chemin);
 }
 
 bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, int descripteur) {
+  CEtatView vue(app, doc);
+  if (!vue.Prepare(FeuillePour(doc, FeuilleParDefaut())))
+    return Echoue(app, QStringLiteral("-"), Texte(ErrEtatLecture));
+  return EcritPdf(app, vue, titre, vue.Qui().nom, descripteur);
+}
+
+bool EcritPdf(CFenlorApp& app, PagesDessinees& pages, const std::string& titre, const std::string& auteur,
+              const std::string& chemin) {
+  const QString nom = QFile::decodeName(chemin.c_str());
+  FichierSur fichier(nom);
+  return EcritDans(app, pages, titre, auteur, nom, fichier, [&] { return fichier.Ouvre(); });
+}
+
+bool EcritPdf(CFenlorApp& app, PagesDessinees& pages, const std::string& titre, const std::string& auteur,
+              int descripteur) {
   FichierDonne fichier;
-  return EcritDans(app, doc, titre, FeuilleParDefaut(), QStringLiteral("-"), fichier,
+  return EcritDans(app, pages, titre, auteur, QStringLiteral("-"), fichier,
                    [&] { return fichier.Ouvre(descripteur); });
 }
 

@@ -19,4 +19,10 @@ bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, const st
 /// The same into an open file, which stays open.
 bool EcritPdf(CFenlorApp& app, CEtatDoc& doc, const std::string& titre, int descripteur);
 
+/// The same of any pages, which are prepared: `auteur` is who signs.
+bool EcritPdf(CFenlorApp& app, PagesDessinees& pages, const std::string& titre, const std::string& auteur,
+              const std::string& chemin);
+bool EcritPdf(CFenlorApp& app, PagesDessinees& pages, const std::string& titre, const std::string& auteur,
+              int descripteur);
+
 }  // namespace fenlor

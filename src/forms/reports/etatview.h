@@ -1,12 +1,9 @@
 // `CEtatView`: a report on sheets of one kind, ready to be drawn page by page.
 #pragma once
 
-#include <QPageLayout>
-
+#include "forms/reports/pagesdessinees.h"
 #include "forms/reports/peripheriqueqt.h"
 #include "pages/page.h"
-
-class QPainter;
 
 namespace fenlor {
 
@@ -15,20 +12,17 @@ QPageLayout FeuilleParDefaut();
 /// That sheet, turned for a landscape report.
 QPageLayout FeuillePour(const CEtatDoc& doc, QPageLayout feuille);
 
-class CEtatView {
+class CEtatView : public PagesDessinees {
  public:
   /// Session and document outlive the view.
   CEtatView(CFenlorApp& app, CEtatDoc& doc) : m_app(app), m_doc(doc), m_device(FeuilleParDefaut()) {}
 
-  /// Page setup and pagination for that sheet as it is turned, with the print font and the draft
-  /// mode of the preferences. Reads the index, not the text. False when the index cannot be read:
-  /// there are no pages then.
-  bool Prepare(const QPageLayout& feuille);
-  const QPageLayout& Feuille() const { return m_feuille; }
-  u32 NombrePages() const { return fenlor::NombrePages(m_pages); }
-  /// Draws page n, from 1, on a painter that counts so many units to the inch, its origin in the
-  /// corner of what can be printed. False when there is no such page.
-  bool DessinePage(QPainter& peintre, qreal unitesParPouce, u32 n);
+  /// Page setup and pagination, with the print font and the draft mode of the preferences. Reads the index,
+  /// not the text.
+  bool Prepare(const QPageLayout& feuille) override;
+  const QPageLayout& Feuille() const override { return m_feuille; }
+  u32 NombrePages() const override { return fenlor::NombrePages(m_pages); }
+  bool DessinePage(QPainter& peintre, qreal unitesParPouce, u32 n) override;
 
   /// Who prints.
   const IdentiteEtat& Qui() const { return m_qui; }

@@ -33,7 +33,7 @@ FeuillesApercu::FeuillesApercu(QWidget* parent) : QAbstractScrollArea(parent) {
     connect(barre, &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
 }
 
-void FeuillesApercu::Pose(CEtatView* vue) {
+void FeuillesApercu::Pose(PagesDessinees* vue) {
   m_vue = vue;
   m_page = std::clamp(m_page, u32{1}, DernierePremiere());
   Renouvelle();

@@ -17,8 +17,8 @@ class FeuillesApercu : public QAbstractScrollArea {
  public:
   explicit FeuillesApercu(QWidget* parent = nullptr);
 
-  /// The report, its pages prepared; it outlives the widget or is taken away again (null).
-  void Pose(CEtatView* vue);
+  /// The pages, prepared; they outlive the widget or are taken away again (null).
+  void Pose(PagesDessinees* vue);
 
   u32 NombrePages() const { return m_vue ? m_vue->NombrePages() : 0; }
   u32 Page() const { return m_page; }  ///< the first one shown
@@ -60,7 +60,7 @@ class FeuillesApercu : public QAbstractScrollArea {
   void RendPages();
   bool Defile(int pas);
 
-  CEtatView* m_vue = nullptr;
+  PagesDessinees* m_vue = nullptr;
   u32 m_page = 1;
   u32 m_montrees = 1;
   u32 m_montreesEntieres = 1;  ///< before it was enlarged

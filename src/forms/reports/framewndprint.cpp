@@ -3,18 +3,15 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QPainter>
 #include <QPointer>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
-#include <algorithm>
-#include <vector>
 
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "forms/reports/ecritpdf.h"
+#include "forms/reports/impressionpages.h"
 #include "forms/reports/impressions.h"
 #include "forms/reports/previewview.h"
 #include "forms/reports/textes.h"
@@ -29,38 +26,6 @@ namespace fenlor {
 namespace {
 
 constexpr int periodeVeille = 500;  ///< ms
-
-/// Numbers of the pages in the order in which they leave the printer.
-std::vector<u32> Ordre(const QPrinter& imprimante, u32 pages) {
-  u32 de = 1, a = pages;
-  if (imprimante.printRange() == QPrinter::PageRange && imprimante.fromPage() > 0) {
-    de = static_cast<u32>(imprimante.fromPage());
-    a = std::min(pages, static_cast<u32>(std::max(imprimante.toPage(), imprimante.fromPage())));
-  }
-  std::vector<u32> suite;
-  for (u32 n = de; n <= a; ++n) suite.push_back(n);
-  if (imprimante.pageOrder() == QPrinter::LastPageFirst) std::reverse(suite.begin(), suite.end());
-  const int exemplaires = imprimante.supportsMultipleCopies() ? 1 : imprimante.copyCount();
-  std::vector<u32> ordre;
-  if (imprimante.collateCopies()) {
-    for (int i = 0; i < exemplaires; ++i) ordre.insert(ordre.end(), suite.begin(), suite.end());
-  } else {
-    for (const u32 n : suite) ordre.insert(ordre.end(), static_cast<std::size_t>(exemplaires), n);
-  }
-  return ordre;
-}
-
-/// Qt says nothing of a file that it could not write to its end. What is left of one goes.
-bool FichierEntier(const QString& nom) {
-  constexpr qint64 fin = 32;
-  QFile fichier(nom);
-  if (!QFileInfo(nom).isFile()) return true;
-  if (fichier.open(QIODevice::ReadOnly) && fichier.seek(std::max(qint64{0}, fichier.size() - fin)) &&
-      fichier.readAll().contains("%%EOF"))
-    return true;
-  fichier.remove();
-  return false;
-}
 
 /// Year first, so that files sort by their dates.
 QString JourFichier(Date date) { return Q(StrSDate(date)); }
@@ -162,61 +127,25 @@ void CFrameWndPrint::Imprime() {
   if (!m_etat || m_impressions.Occupe) return;
   const QScopedValueRollback occupe(m_impressions.Occupe, true);
   QPrinter imprimante(QPrinter::HighResolution);
-  if (!m_impressions.Imprimante.isEmpty()) imprimante.setPrinterName(m_impressions.Imprimante);
-  imprimante.setPageLayout(m_vue->Feuille());
-  imprimante.setDocName(NomFichierEtat(m_contexte.App, *m_etat));
-  imprimante.setCreator(TexteQ(TitreApplication));
-  QPrintDialog dialogue(&imprimante, m_impressions.Proprietaire());
-  dialogue.setObjectName(u"DialogImpression"_s);
-  dialogue.setMinMax(1, static_cast<int>(m_vue->NombrePages()));
-  dialogue.setFromTo(1, static_cast<int>(m_vue->NombrePages()));
   const QPointer<CFrameWndPrint> vivante(this);
-  const bool accepte = dialogue.exec() == QDialog::Accepted;
+  const bool accepte =
+      DemandeImprimante(m_impressions, *m_vue, NomFichierEtat(m_contexte.App, *m_etat), imprimante);
   if (!vivante || !m_etat) return;
   if (!accepte) {
     if (!m_apercu) Ferme();
     return;
   }
-  m_impressions.Imprimante = imprimante.printerName();
   FinitApercu();
   ImprimeSur(imprimante);
   Ferme();
 }
 
 bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
-  CFenlorApp& app = m_contexte.App;
-  if (!m_vue->Prepare(imprimante.pageLayout())) {
-    app.Boite.Erreur(0, Texte(ErrEtatLecture));
-    return false;
-  }
-  const std::vector<u32> ordre = Ordre(imprimante, m_vue->NombrePages());
   m_etat->DebuteImpression();
-  bool arrete = false;
-  const auto imprime = [&] {
-    const Progression progression(app.Boite, m_etat->TitreDocument(), Texte(AvancementImpression), true,
-                                  static_cast<u32>(ordre.size()));
-    QPainter peintre;
-    bool bien = peintre.begin(&imprimante);
-    for (std::size_t i = 0; bien && !arrete && i < ordre.size(); ++i) {
-      bien = (i == 0 || imprimante.newPage()) && imprimante.printerState() != QPrinter::Error;
-      if (!bien) break;
-      m_vue->DessinePage(peintre, imprimante.resolution(), ordre[i]);
-      app.Boite.Step();
-      arrete = app.Boite.IsAborted();
-    }
-    if (arrete) imprimante.abort();
-    if (peintre.isActive()) bien = peintre.end() && bien;
-    const bool pdf = imprimante.outputFormat() == QPrinter::PdfFormat;
-    return bien && (arrete || !pdf || FichierEntier(imprimante.outputFileName()));
-  };
-  const bool bien = imprime();
+  const bool bien = ImprimePages(m_contexte.App, *m_vue, imprimante, m_etat->TitreDocument());
   m_etat->FinitImpression(Maintenant());
   m_veille.start();
-  if (bien || arrete) return bien && !arrete;
-  const QString nom =
-      imprimante.outputFileName().isEmpty() ? imprimante.printerName() : imprimante.outputFileName();
-  app.Boite.Erreur(ErrImpression, TexteFormat(ErrImpression, {De1252(nom)}));
-  return false;
+  return bien;
 }
 
 void CFrameWndPrint::ExportePdf() {

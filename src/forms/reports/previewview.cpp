@@ -12,7 +12,7 @@
 
 namespace fenlor {
 
-CZNPreviewView::CZNPreviewView(ContexteUi& contexte, CEtatView& etat, const std::string& titre)
+CZNPreviewView::CZNPreviewView(ContexteUi& contexte, PagesDessinees& etat, const std::string& titre)
     : Vue(contexte, Texte(TitreApercu), 0),
       m_etat(&etat),
       m_feuilles(new FeuillesApercu(this)),

@@ -14,7 +14,7 @@ class CZNPreviewView : public Vue {
   Q_OBJECT
  public:
   /// `etat` outlives the window or is taken away (`Detache`); `titre` is the report's.
-  CZNPreviewView(ContexteUi& contexte, CEtatView& etat, const std::string& titre);
+  CZNPreviewView(ContexteUi& contexte, PagesDessinees& etat, const std::string& titre);
   ~CZNPreviewView() override;
 
   FeuillesApercu& Feuilles() { return *m_feuilles; }
@@ -41,7 +41,7 @@ class CZNPreviewView : public Vue {
  private:
   void Ferme();
 
-  CEtatView* m_etat;
+  PagesDessinees* m_etat;
   FeuillesApercu* m_feuilles;
   CPreviewToolBar* m_barre;
   FinDesLiens m_finLiens{*this};
