@@ -12,7 +12,7 @@ void DeclareDemo(LigneCommande& ligne);             ///< demo
 void DeclareSaisie(LigneCommande& ligne);           ///< saisir
 void DeclareJournal(LigneCommande& ligne);          ///< journal
 void DeclareEtats(LigneCommande& ligne);            ///< etat
-void DeclareGraphiques(LigneCommande& ligne);      ///< graphique
+void DeclareGraphiques(LigneCommande& ligne);       ///< graphique
 void DeclareEchanges(LigneCommande& ligne);         ///< exporter, importer
 void DeclareEntretien(LigneCommande& ligne);        ///< balance, recalculer, verifier, reconstruire
 void DeclareComptes(LigneCommande& ligne);          ///< compte
