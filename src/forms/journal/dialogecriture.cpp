@@ -23,8 +23,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-constexpr int TailleMontant = 16;
-
 QString Titre(i16 journal, bool ajout) {
   return TexteQ(TitreEcriture, {Texte(journal == JournalRecettes ? TitreRecette : TitreDepense),
                                 Texte(ajout ? MotAjout : MotModification)});
@@ -40,12 +38,11 @@ CDialogEcriture::CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& 
       m_lines(contexte.App, contexte.App.PathExercice),
       m_compte(
           contexte.App, [this] { return Comptes(); }, [this] { return NouveauCompte(); }),
-      m_ttc(contexte.App.Reglages),
-      m_professionnelle(contexte.App.Reglages),
+      m_montants(
+          contexte.App, [this](Plan& plan) { return LitCompteChoisi(plan); },
+          [this] { return m_monnaie.Euro(); }),
       m_monnaie(contexte.App) {
   m_lu = m_plan.OpenFile() && m_lines.OpenFile();
-  m_ttc.PoseNegatif(true);
-  m_professionnelle.PoseNegatif(true);
   Declare();
   m_libelle.Charge(App());
   m_ajoutLibelles = new AjoutLibelles(Contexte(), m_libelle, *this);
@@ -98,20 +95,15 @@ void CDialogEcriture::Declare() {
     m_compte.Declare(f);
     f.Champ(u"Libellé :"_s, m_libelle, "libelle");
   }));
-  QWidget* montants = ColonneDeChamps(Zone(), [this](Formulaire& f) { DeclareMontants(f); });
-  QPalette lisible;  // the share that is not typed in receipts is read all the same
-  lisible.setColor(QPalette::Disabled, QPalette::Text, palette().color(QPalette::Active, QPalette::Text));
-  montants->setPalette(lisible);
-  droite->addWidget(montants);
+  droite->addWidget(m_montants.Colonne(Zone()));
   m_tresorerie = new ZoneTresorerie(
       Contexte(),
       [this] {
-        return ZoneTresorerie::Ecriture{m_jour.Valeur(), MontantDeChamp(m_ttc.Valeur()), m_monnaie.Euro()};
+        return ZoneTresorerie::Ecriture{m_jour.Valeur(), m_montants.Ttc(), m_monnaie.Euro()};
       },
       &Zone());
   gauche->addWidget(m_tresorerie, 1);
   droite->addWidget(ColonneDeChamps(Zone(), [this](Formulaire& f) { DeclareEtat(f); }), 1);
-  AligneMontants();
 
   m_compte.SurChoix([this] { CompteChange(); });
   m_compte.SurCode([this] { CZNDialog::Focalise(m_libelle); });
@@ -119,49 +111,6 @@ void CDialogEcriture::Declare() {
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* de, QWidget* vers) {
     if (de == &m_jour && vers) m_monnaie.QuitteDate(m_jour.Valeur());
   });
-}
-
-void CDialogEcriture::DeclareMontants(Formulaire& formulaire) {
-  const int cadre = style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 2;
-  for (Lecture* figure : {&m_tva, &m_ht, &m_taux, &m_personnelle}) {
-    figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    figure->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    figure->setContentsMargins(0, 0, cadre, 0);
-  }
-  formulaire.Groupe(u"Montants"_s)
-      .Champ(u"T.T.C. :"_s, m_ttc, "ttc")
-      .Limite(TailleMontant)
-      .SurChangement([this] { TtcChange(); })
-      .Champ(u"T.V.A. :"_s, m_tva, "tva")
-      .Champ(u"H.T. :"_s, m_ht, "ht")
-      .Champ(u"Taux :"_s, m_taux, "taux")
-      .Groupe(u"Répartition"_s)
-      .Champ(u"P&rofessionnelle :"_s, m_professionnelle, "professionnelle")
-      .Limite(TailleMontant)
-      .SurChangement([this] { ProfessionnelChange(); })
-      .SurDepart([this] { MontreMontants(true); })
-      .Champ(u"Personnelle :"_s, m_personnelle, "personnelle")
-      .FinGroupe();
-  for (EditeurMontant* saisi : {&m_ttc, &m_professionnelle})
-    connect(saisi, &QLineEdit::textEdited, this, [this, saisi] {
-      if (saisi->Refus() != 0) MontreMontants(saisi == &m_ttc);
-    });
-  Astuce(m_ttc, &MontantsSaisie::ttc);
-  Astuce(m_tva, &MontantsSaisie::tva);
-  Astuce(m_ht, &MontantsSaisie::ht);
-  Astuce(m_professionnelle, &MontantsSaisie::professionnel);
-  Astuce(m_personnelle, &MontantsSaisie::personnel);
-}
-
-/// The fields of both groups under each other.
-void CDialogEcriture::AligneMontants() {
-  const auto libelle = [this](const QWidget& champ) -> QLabel* {
-    for (QLabel* texte : Zone().findChildren<QLabel*>())
-      if (texte->buddy() == &champ) return texte;
-    return nullptr;
-  };
-  if (QLabel* ttc = libelle(m_ttc), *part = libelle(m_professionnelle); ttc && part)
-    ttc->setMinimumWidth(part->sizeHint().width());
 }
 
 void CDialogEcriture::DeclareEtat(Formulaire& formulaire) {
@@ -174,17 +123,6 @@ void CDialogEcriture::DeclareEtat(Formulaire& formulaire) {
       .FinGroupe()
       .Pousse();
   PermetChamp(m_remise, m_ouverture.journal == JournalRecettes);
-}
-
-void CDialogEcriture::Astuce(QWidget& champ, f64 MontantsSaisie::*montant) {
-  AstuceAutreMonnaie(
-      champ, App(),
-      [this, montant]() -> std::optional<f64> {
-        if (m_montants.*montant == 0 || m_ttc.Refus() != 0 || m_professionnelle.Refus() != 0)
-          return std::nullopt;
-        return m_montants.*montant;
-      },
-      [this] { return m_monnaie.Euro(); });
 }
 
 void CDialogEcriture::PoseBoutons() {
@@ -242,13 +180,11 @@ void CDialogEcriture::Montre(const EcritureLue& ecriture) {
   m_validee = saisie.validee;
   m_liee = ecriture.liee;
   m_delie = false;
-  m_montants = saisie.montants;
   m_libellePropose.clear();
   m_jour.Pose(saisie.date);
   MontreCompte(saisie.compte);
   m_libelle.Pose(saisie.libelle);
-  m_ttc.Pose(m_montants.ttc);
-  MontreMontants(true);
+  m_montants.Pose(saisie.montants);
   m_tresorerie->Pose(ecriture);
   MontreMarques(ecriture.marques);
   ActualiseEtat();
@@ -260,22 +196,6 @@ void CDialogEcriture::MontreCompte(const std::string& compte) {
   if (std::exchange(m_compteDehors, dehors) != dehors) m_compte.Recharge();
   m_compte.Choisit(compte);
   m_libelle.ProposeDernier(DernierLibelle(App(), m_ouverture.journal, compte));
-}
-
-/// The figures under T.T.C.; `partPro`: that of the professional share too, which is not being typed. What
-/// follows from an amount that cannot be read is blank.
-void CDialogEcriture::MontreMontants(bool partPro) {
-  const Parametres& reglages = App().Reglages;
-  const auto texte = [&](f64 montant) {
-    return FormatSaisie(montant, 2, reglages.ZeroDansBoite(), reglages.SeparateurDecimal());
-  };
-  const bool ttc = m_ttc.Refus() == 0;
-  if (partPro) ttc ? m_professionnelle.Pose(m_montants.professionnel) : m_professionnelle.clear();
-  const bool lisible = ttc && m_professionnelle.Refus() == 0;
-  m_personnelle.Pose(lisible ? texte(m_montants.personnel) : std::string{});
-  m_ht.Pose(lisible ? texte(m_montants.ht) : std::string{});
-  m_tva.Pose(lisible ? texte(m_montants.tva) : std::string{});
-  m_taux.Pose(m_montants.taux > 0 ? texte(m_montants.taux) : std::string{});
 }
 
 void CDialogEcriture::MontreMarques(const MarquesEcriture& marques) {
@@ -292,8 +212,7 @@ void CDialogEcriture::ActualiseEtat() {
   PermetChamp(m_jour, permis);
   m_compte.Permet(permis);
   PermetChamp(m_libelle, permis);
-  PermetChamp(m_ttc, montants);
-  PermetChamp(m_professionnelle, montants && !recettes);
+  m_montants.Permet(montants, montants && !recettes);
   m_tresorerie->Permet(permis);
   m_monnaie.Permet(permis);
 
@@ -312,8 +231,7 @@ void CDialogEcriture::ActualiseEtat() {
 void CDialogEcriture::Propose(const SaisieEcriture& saisie) {
   m_monnaie.Pose(saisie.euro);
   m_libelle.Pose(saisie.libelle);
-  m_montants.ttc = saisie.montants.ttc;
-  m_ttc.Pose(saisie.montants.ttc);
+  m_montants.PoseTtc(saisie.montants.ttc);
   EcritureLue ecriture;
   ecriture.saisie = saisie;
   m_tresorerie->Pose(ecriture);
@@ -355,7 +273,7 @@ std::optional<SaisieSuspendue> CDialogEcriture::Suspendue() const {
 // ---------------------------------------------------------------- While typing
 
 void CDialogEcriture::CompteChange() {
-  TtcChange();
+  m_montants.Calcule();
   const CompteOffert* compte = m_compte.Choisi();
   if (!m_compte.EnFrappe()) {
     m_libelle.ProposeDernier(compte ? DernierLibelle(App(), m_ouverture.journal, compte->compte)
@@ -374,32 +292,11 @@ void CDialogEcriture::ProposeLibelle() {
   m_libellePropose = m_libelle.Valeur();
 }
 
-void CDialogEcriture::TtcChange() {
-  Plan compte;
-  if (LitCompteChoisi(compte)) {
-    m_montants = ChaineMontants(App(), compte, m_ttc.Valeur());
-  } else {
-    m_montants = {};
-    m_montants.ttc = MontantDeChamp(m_ttc.Valeur());
-  }
-  MontreMontants(true);
-}
-
-void CDialogEcriture::ProfessionnelChange() {
-  Plan compte;
-  if (!LitCompteChoisi(compte)) return;
-  m_montants = ChaineProfessionnel(App(), compte, m_ttc.Valeur(), m_professionnelle.Valeur());
-  MontreMontants(false);
-}
-
 /// Lines that come to more than T.T.C. raise it.
 void CDialogEcriture::TresorerieChange() {
-  const f64 ttc = MontantDeChamp(m_ttc.Valeur()), total = m_tresorerie->Lignes().Total();
+  const f64 ttc = m_montants.Ttc(), total = m_tresorerie->Lignes().Total();
   const bool depasse = ttc == 0 ? total != 0 : ttc > 0 ? total > ttc : total < ttc;
-  if (m_tresorerie->Genre() == GenreStandard && depasse) {
-    m_ttc.Pose(total);
-    TtcChange();
-  }
+  if (m_tresorerie->Genre() == GenreStandard && depasse) m_montants.PoseTtc(total);
   ActualiseEtat();
 }
 
@@ -436,8 +333,7 @@ SaisieEcriture CDialogEcriture::Saisie() const {
   if (compte) saisie.compte = compte->compte;
   saisie.libelle = m_libelle.Valeur();
   saisie.euro = m_monnaie.Euro();
-  saisie.montants = m_montants;
-  saisie.montants.ttc = MontantDeChamp(m_ttc.Valeur());
+  saisie.montants = m_montants.Valeur();
   saisie.tresorerie = m_tresorerie->Tresorerie();
   saisie.paiement = m_tresorerie->Paiement();
   for (const LigneTresorLue& ligne : m_tresorerie->Lignes().lignes) saisie.tresoreries.push_back(ligne);
@@ -468,15 +364,12 @@ void CDialogEcriture::Pointe(const Refus& refus) {
 }
 
 void CDialogEcriture::Vide() {
-  m_montants = {};
   m_libellePropose.clear();
   m_jour.Pose(m_jour.Valeur());
   m_compte.Vide();
   m_libelle.ProposeDernier({});
   m_libelle.Pose({});
-  m_ttc.clear();
-  MontreMontants(false);
-  m_professionnelle.clear();
+  m_montants.Vide();
   m_tresorerie->Vide();
   MontreMarques({});
   ActualiseEtat();

@@ -5,6 +5,7 @@
 #include "core/btfiles.h"
 #include "forms/journal/ajoutlibelles.h"
 #include "forms/journal/champsecriture.h"
+#include "forms/journal/champsmontants.h"
 #include "forms/journal/ecritures.h"
 #include "forms/journal/gardesaisie.h"
 #include "forms/journal/voisins.h"
@@ -52,10 +53,7 @@ class CDialogEcriture : public CZNDialog {
   bool LitCompteChoisi(Plan& plan);
 
   void Declare();
-  void DeclareMontants(Formulaire& formulaire);
-  void AligneMontants();
   void DeclareEtat(Formulaire& formulaire);
-  void Astuce(QWidget& champ, f64 MontantsSaisie::*montant);
   void PoseBoutons();
 
   bool Charge(u32 mouvement);
@@ -64,14 +62,11 @@ class CDialogEcriture : public CZNDialog {
   void Reprend(const SaisieSuspendue& reprise);
   std::optional<SaisieSuspendue> Suspendue() const;
   void MontreCompte(const std::string& compte);
-  void MontreMontants(bool partPro);
   void MontreMarques(const MarquesEcriture& marques);
   void ActualiseEtat();
 
   void CompteChange();
   void ProposeLibelle();
-  void TtcChange();
-  void ProfessionnelChange();
   void TresorerieChange();
   void Deverrouille();
   SaisieEcriture Saisie() const;
@@ -89,7 +84,6 @@ class CDialogEcriture : public CZNDialog {
   bool m_reprise = false;  ///< what stands there was typed before the program ended, and is not saved
   u32 m_derniere = 0;
   VoisinsEcriture m_voisins;
-  MontantsSaisie m_montants;
   std::string m_compteDehors;    ///< personal account of an entry that has no other
   std::string m_libellePropose;  ///< not typed: follows the account
 
@@ -97,10 +91,7 @@ class CDialogEcriture : public CZNDialog {
   ChampsCompteEcriture m_compte;
   ChampLibelle m_libelle;
   AjoutLibelles* m_ajoutLibelles = nullptr;
-  EditeurMontant m_ttc;
-  Lecture m_tva, m_ht, m_taux;
-  EditeurMontant m_professionnelle;
-  Lecture m_personnelle;
+  ChampsMontants m_montants;
   ZoneTresorerie* m_tresorerie = nullptr;
   ChoixMonnaie m_monnaie;
   Coche m_pointee, m_remise, m_rapprochee, m_marqueValidee;
