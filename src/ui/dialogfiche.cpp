@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "core/valeurs.h"
-#include "ui/fichesview.h"
 
 namespace fenlor {
 
@@ -69,7 +68,7 @@ void Lit(const QWidget& zone, const ChampFiche& champ, Date& valeur) {
 }  // namespace
 
 DialogFiche::DialogFiche(ContexteUi& contexte, const char* nom, const TableFiche& table, void* fiche,
-                         FichesView* vue, Position position, QWidget* parent)
+                         SuiteFiches* vue, Position position, QWidget* parent)
     : CZNDialog(contexte, {}, nom, parent),
       m_table(table),
       m_fiche(fiche),

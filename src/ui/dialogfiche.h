@@ -3,7 +3,7 @@
 // limits, reading and writing of fields, saving in series, the walk through the list behind the form, the
 // closed exercice and the refusals stand here.
 //
-//   CDialogTiers::CDialogTiers(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent)
+//   CDialogTiers::CDialogTiers(ContexteUi& contexte, SuiteFiches* vue, Position position, QWidget* parent)
 //       : FormulaireFiche(contexte, "DialogTiers", vue, position, parent), m_plafond(contexte.App.Reglages) {
 //     Champs().Champ(u"&Code :"_s, m_code, "code").Champ(u"Pla&fond :"_s, m_plafond, "plafond").Pousse();
 //     Ouvre();
@@ -13,10 +13,9 @@
 #include "core/fiche.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
+#include "ui/suitefiches.h"
 
 namespace fenlor {
-
-class FichesView;
 
 /// What does not depend on the type of the record.
 class DialogFiche : public CZNDialog {
@@ -30,7 +29,7 @@ class DialogFiche : public CZNDialog {
   int exec() override;
 
  protected:
-  DialogFiche(ContexteUi& contexte, const char* nom, const TableFiche& table, void* fiche, FichesView* vue,
+  DialogFiche(ContexteUi& contexte, const char* nom, const TableFiche& table, void* fiche, SuiteFiches* vue,
               Position position, QWidget* parent);
 
   /// For the constructor: fields named as those of the table get their limits.
@@ -62,7 +61,7 @@ class DialogFiche : public CZNDialog {
   void Presente();
   const TableFiche& m_table;
   void* m_fiche;
-  FichesView* m_vue;
+  SuiteFiches* m_vue;
   Position m_position;  ///< of the record in hand, 0 for a new one
   bool m_lu = true;
   bool m_aChange = false;
@@ -74,7 +73,7 @@ template <class Fiche>
 class FormulaireFiche : public DialogFiche {
  protected:
   /// `vue` may be null: then there is nothing to walk. `position` 0 adds.
-  FormulaireFiche(ContexteUi& contexte, const char* nom, FichesView* vue, Position position, QWidget* parent)
+  FormulaireFiche(ContexteUi& contexte, const char* nom, SuiteFiches* vue, Position position, QWidget* parent)
       : DialogFiche(contexte, nom, Fiche::Table, &m_fiche, vue, position, parent) {}
 
   /// As it stands in the file; a form may keep in it what its fields do not show.

@@ -6,19 +6,18 @@
 
 #include "core/refus.h"
 #include "ui/cznlistview.h"
+#include "ui/suitefiches.h"
 
 namespace fenlor {
 
 class DialogFiche;
 
-class FichesView : public CZNListView {
+class FichesView : public CZNListView, public SuiteFiches {
   Q_OBJECT
  public:
-  /// Record of the row above (-1) or below (+1) the selected one, 0 when there is none.
-  Position Voisin(int pas) const;
-  void VaVers(int pas);
-  /// The record of the selected row stands at another position now; its place stays.
-  void Remplace(Position position);
+  Position Voisin(int pas) const override;
+  void VaVers(int pas) override;
+  void Remplace(Position position) override;
 
  protected:
   FichesView(ContexteUi& contexte, const std::string& titre, u32 bit);

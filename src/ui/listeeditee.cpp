@@ -29,29 +29,33 @@ ListeEditee::ListeEditee(ContexteUi& contexte, Genre genre, const QString& nom, 
   m_table->installEventFilter(this);
   m_table->SurActivation([this] { Active(); });
   connect(m_table, &TableListe::SelectionChangee, this, &ListeEditee::ActualiseBoutons);
-  if (EnLignes()) {
+  if (AvecOutils()) {
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_table, &QWidget::customContextMenuRequested, this, &ListeEditee::MontreMenu);
   }
 
-  const bool grand = genre == Genre::LignesEnGrand;
-  m_ajouter = Bouton("ajouter", grand ? u"A&jouter..."_s : u"&Ajouter..."_s, u"Ajouter une ligne"_s,
-                     grand ? u"Inser"_s : u"Ins"_s, m_actions.ajoute);
-  m_modifier = Bouton("modifier", u"&Modifier..."_s, u"Modifier la ligne"_s, u"Entrée"_s, m_actions.modifie);
+  const bool grand = genre == Genre::LignesEnGrand, fiches = genre == Genre::Fiches;
+  m_ajouter = Bouton("ajouter",
+                     fiches  ? u"&Ajouter"_s
+                     : grand ? u"A&jouter..."_s
+                             : u"&Ajouter..."_s,
+                     u"Ajouter une ligne"_s, grand ? u"Inser"_s : u"Ins"_s, m_actions.ajoute);
+  m_modifier = Bouton("modifier", fiches ? u"&Modifier"_s : u"&Modifier..."_s, u"Modifier la ligne"_s,
+                      u"Entrée"_s, m_actions.modifie);
   m_supprimer = Bouton("supprimer", grand ? u"Supp&rimer"_s : u"&Supprimer"_s,
                        u"Supprimer les lignes choisies"_s, u"Suppr"_s, m_actions.supprime);
   m_boutons->addStretch(1);
   auto* pile = new QVBoxLayout(this);
   pile->setContentsMargins(0, 0, 0, 0);
   pile->addWidget(m_table, 1);
-  pile->insertLayout(grand ? 0 : 1, m_boutons);
+  pile->insertLayout(grand || fiches ? 0 : 1, m_boutons);
   setFocusProxy(m_table);
 }
 
 QAbstractButton* ListeEditee::Bouton(const char* nom, const QString& texte, const QString& astuce,
                                      const QString& touche, const std::function<void()>& action) {
-  QAbstractButton* bouton = EnLignes() ? Outil(texte, astuce, touche) : new QPushButton(texte, this);
+  QAbstractButton* bouton = AvecOutils() ? Outil(texte, astuce, touche) : new QPushButton(texte, this);
   bouton->setObjectName(QString::fromUtf8(nom));
   bouton->setIcon(Image(nom));
   bouton->setProperty(texteDuMenu, texte);
@@ -59,7 +63,7 @@ QAbstractButton* ListeEditee::Bouton(const char* nom, const QString& texte, cons
   connect(bouton, &QAbstractButton::clicked, this, [this, action] {
     action();
     ActualiseBoutons();
-    if (!EnLignes()) m_table->setFocus(Qt::OtherFocusReason);
+    if (!AvecOutils()) m_table->setFocus(Qt::OtherFocusReason);
   });
   m_boutons->addWidget(bouton);
   return bouton;
@@ -70,7 +74,7 @@ QAbstractButton* ListeEditee::Outil(const QString& texte, const QString& astuce,
   outil->setToolTip(u"%1 (%2)"_s.arg(astuce, touche));
   outil->setAutoRaise(true);
   outil->setFocusPolicy(Qt::NoFocus);
-  if (m_genre == Genre::LignesEnGrand) {
+  if (m_genre != Genre::LignesEnPetit) {
     outil->setText(texte);
     outil->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   } else {
@@ -82,7 +86,7 @@ QAbstractButton* ListeEditee::Outil(const QString& texte, const QString& astuce,
 void ListeEditee::AjouteAuBout(QWidget& widget) { m_boutons->addWidget(&widget); }
 
 void ListeEditee::Relit(int choisie) {
-  m_table->Relit(EnLignes() ? choisie : std::max(choisie, 0));
+  m_table->Relit(AvecOutils() ? choisie : std::max(choisie, 0));
   ActualiseBoutons();
 }
 
@@ -110,7 +114,7 @@ void ListeEditee::MontreMenu(const QPoint& place) {
   };
   ajoute(*m_ajouter, m_actions.ajoute, m_ajouter->isEnabled());
   // A line that may not be changed can be looked at.
-  ajoute(*m_modifier, m_actions.modifie, m_table->LigneChoisie() >= 0);
+  ajoute(*m_modifier, m_actions.modifie, EnLignes() ? m_table->LigneChoisie() >= 0 : m_modifier->isEnabled());
   ajoute(*m_supprimer, m_actions.supprime, m_supprimer->isEnabled());
   menu->popup(m_table->viewport()->mapToGlobal(place));
 }

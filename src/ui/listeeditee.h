@@ -28,8 +28,10 @@ class ListeEditee : public QWidget {
   };
   /// A list of a page is named "liste" and has its buttons below. The list of the lines of an entry is named
   /// "lignes" and has tools, with their words above it or as pictures below, and a context menu; several rows
-  /// can be selected; the keys do their work while the tools are disabled: the caller tells why not.
-  enum class Genre { Page, LignesEnGrand, LignesEnPetit };
+  /// can be selected; the keys do their work while the tools are disabled: the caller tells why not. A list
+  /// of records is named "liste" and has tools with their words above it and a context menu; what a tool may
+  /// not do a key does not.
+  enum class Genre { Page, LignesEnGrand, LignesEnPetit, Fiches };
 
   /// `nom` is read aloud for the list. `Table().Suit` says what it shows.
   ListeEditee(ContexteUi& contexte, Genre genre, const QString& nom, Actions actions,
@@ -48,7 +50,8 @@ class ListeEditee : public QWidget {
   bool eventFilter(QObject* objet, QEvent* evenement) override;
 
  private:
-  bool EnLignes() const { return m_genre != Genre::Page; }
+  bool AvecOutils() const { return m_genre != Genre::Page; }
+  bool EnLignes() const { return AvecOutils() && m_genre != Genre::Fiches; }
   QAbstractButton* Bouton(const char* nom, const QString& texte, const QString& astuce, const QString& touche,
                           const std::function<void()>& action);
   QAbstractButton* Outil(const QString& texte, const QString& astuce, const QString& touche);

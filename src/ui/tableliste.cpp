@@ -386,6 +386,7 @@ bool TableListe::viewportEvent(QEvent* evenement) {
       bulle = texte.isEmpty() ? texte : m_modele->Titres()[static_cast<std::size_t>(index.column())].marque;
     else if (large > PlaceTexte(cellule, index.column()).width())
       bulle = QStringLiteral("<span>%1</span>").arg(texte.toHtmlEscaped());
+    if (m_bulle) bulle += (bulle.isEmpty() ? QString() : QStringLiteral("<br>")) + m_bulle(index.row());
   }
   if (bulle.isEmpty())
     QToolTip::hideText();

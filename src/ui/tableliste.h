@@ -76,6 +76,8 @@ class TableListe : public QTreeView {
   void TrieParColonne(int colonne);
   /// Enter or double click on a row.
   void SurActivation(std::function<void()> action) { m_activation = std::move(action); }
+  /// What the tool tip of a row tells, below the text of a cell that is cut.
+  void PoseBulle(std::function<QString(int ligne)> bulle) { m_bulle = std::move(bulle); }
   /// Text shown in the middle while there is no row.
   void PoseTexteVide(const QString& texte);
   const QString& TexteVide() const { return m_texteVide; }
@@ -128,6 +130,7 @@ class TableListe : public QTreeView {
   ModeleListe* m_modele;
   std::function<std::size_t()> m_nombre;
   std::function<void()> m_activation;
+  std::function<QString(int)> m_bulle;
   QString m_texteVide;
   int m_colonneTriee = -1;
   bool m_triable = false;

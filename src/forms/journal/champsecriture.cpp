@@ -232,8 +232,15 @@ std::string ChampLibelle::Valeur() const { return m_editeur->Valeur(); }
 void ChampLibelle::Pose(const std::string& libelle) {
   const QSignalBlocker silence(this);
   m_debut.clear();
+  m_propose.clear();
   setCurrentIndex(-1);
   m_editeur->Pose(libelle);
+}
+
+void ChampLibelle::Propose(const std::string& designation) {
+  if (const std::string libelle = Valeur(); !EstVide(libelle) && libelle != m_propose) return;
+  Pose(designation);
+  m_propose = Valeur();
 }
 
 void ChampLibelle::SurChangement(std::function<void()> action) {
@@ -293,10 +300,18 @@ bool ChoixTresorerie::Choisit(const std::string& compte) {
 
 void ChampsTresorerieEcriture::Declare(Formulaire& formulaire) {
   formulaire.Champ(u"Code :"_s, m_code, "tresorerie")
-      .SurChangement([this] { Montre(m_banque ? m_paiement.Valeur() : m_mode); })
+      .SurChangement([this] { Suit(); })
       .Champ(u"Désignation :"_s, m_designation, "designation");
-  m_paiement.Declare(formulaire);
+  DeclarePaiement(formulaire);
 }
+
+void ChampsTresorerieEcriture::DeclareCompte(Formulaire& formulaire, const QString& libelle) {
+  formulaire.Champ(libelle, m_code, "tresorerie")
+      .SurChangement([this] { Suit(); })
+      .ACote(m_designation, "designation");
+}
+
+void ChampsTresorerieEcriture::Suit() { Montre(m_banque ? m_paiement.Valeur() : m_mode); }
 
 void ChampsTresorerieEcriture::Pose(const std::string& compte, i16 paiement) {
   if (!compte.empty()) m_code.Choisit(compte);

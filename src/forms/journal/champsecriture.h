@@ -143,6 +143,8 @@ class ChampLibelle : public QComboBox {
   void ProposeDernier(const std::string& libelle);
   std::string Valeur() const;
   void Pose(const std::string& libelle);
+  /// A label that nobody typed is that of the account.
+  void Propose(const std::string& designation);
   void SurChangement(std::function<void()> action);  ///< by the user
 
  protected:
@@ -153,7 +155,8 @@ class ChampLibelle : public QComboBox {
   bool Cherche(int pas);
   EditeurTexte* m_editeur;
   bool m_dernier = false;
-  QString m_debut;  ///< typed, empty after a choice
+  QString m_debut;        ///< typed, empty after a choice
+  std::string m_propose;  ///< not typed
 };
 
 /// Codes of the treasury accounts.
@@ -172,11 +175,14 @@ class ChoixTresorerie : public QComboBox {
 };
 
 /// A treasury account and the mode of payment that it allows. Names of the fields: "tresorerie",
-/// "designation", "cheque", "autre".
+/// "designation", "cheque", "autre". A form declares all of it, or the account with its designation beside it
+/// in one place and the modes in another.
 class ChampsTresorerieEcriture {
  public:
   void Charge(CFenlorApp& app) { m_code.Charge(app); }
   void Declare(Formulaire& formulaire);
+  void DeclareCompte(Formulaire& formulaire, const QString& libelle);
+  void DeclarePaiement(Formulaire& formulaire) { m_paiement.Declare(formulaire); }
   /// Shows the account (empty: the one that stands there) with a mode.
   void Pose(const std::string& compte, i16 paiement);
   const CompteOffert* Choisi() const { return m_code.Choisi(); }
@@ -187,6 +193,7 @@ class ChampsTresorerieEcriture {
   QWidget& Code() { return m_code; }
 
  private:
+  void Suit();
   void Montre(i16 paiement);
   bool m_banque = false;        ///< the account shown has a payment mode
   i16 m_mode = PaiementCheque;  ///< the one to mark on the next bank account

@@ -144,10 +144,8 @@ std::vector<CompteOffert> CDialogEcriture::Comptes() {
 }
 
 bool CDialogEcriture::NouveauCompte() {
-  const i16 type = m_ouverture.journal == JournalRecettes ? Recette : Depense;
-  CDialogPlan forme(Contexte(), nullptr, type, 0, this);
-  forme.exec();
-  return forme.AChange();
+  return CDialogPlan::Nouveau(Contexte(),
+                              m_ouverture.journal == JournalRecettes ? i16{Recette} : i16{Depense}, this);
 }
 
 bool CDialogEcriture::LitCompteChoisi(Plan& plan) {
@@ -180,7 +178,6 @@ void CDialogEcriture::Montre(const EcritureLue& ecriture) {
   m_validee = saisie.validee;
   m_liee = ecriture.liee;
   m_delie = false;
-  m_libellePropose.clear();
   m_jour.Pose(saisie.date);
   MontreCompte(saisie.compte);
   m_libelle.Pose(saisie.libelle);
@@ -278,18 +275,9 @@ void CDialogEcriture::CompteChange() {
   if (!m_compte.EnFrappe()) {
     m_libelle.ProposeDernier(compte ? DernierLibelle(App(), m_ouverture.journal, compte->compte)
                                     : std::string{});
-    ProposeLibelle();
+    if (compte) m_libelle.Propose(compte->designation);
   }
   ActualiseEtat();
-}
-
-/// A label that nobody typed is that of the account.
-void CDialogEcriture::ProposeLibelle() {
-  const CompteOffert* compte = m_compte.Choisi();
-  const std::string libelle = m_libelle.Valeur();
-  if (!compte || !(EstVide(libelle) || libelle == m_libellePropose)) return;
-  m_libelle.Pose(compte->designation);
-  m_libellePropose = m_libelle.Valeur();
 }
 
 /// Lines that come to more than T.T.C. raise it.
@@ -364,7 +352,6 @@ void CDialogEcriture::Pointe(const Refus& refus) {
 }
 
 void CDialogEcriture::Vide() {
-  m_libellePropose.clear();
   m_jour.Pose(m_jour.Valeur());
   m_compte.Vide();
   m_libelle.ProposeDernier({});

@@ -66,7 +66,6 @@ class CDialogEcriture : public CZNDialog {
   void ActualiseEtat();
 
   void CompteChange();
-  void ProposeLibelle();
   void TresorerieChange();
   void Deverrouille();
   SaisieEcriture Saisie() const;
@@ -84,8 +83,7 @@ class CDialogEcriture : public CZNDialog {
   bool m_reprise = false;  ///< what stands there was typed before the program ended, and is not saved
   u32 m_derniere = 0;
   VoisinsEcriture m_voisins;
-  std::string m_compteDehors;    ///< personal account of an entry that has no other
-  std::string m_libellePropose;  ///< not typed: follows the account
+  std::string m_compteDehors;  ///< personal account of an entry that has no other
 
   ChampJour m_jour;
   ChampsCompteEcriture m_compte;

@@ -8,7 +8,7 @@
 namespace fenlor {
 
 DialogCompte::DialogCompte(ContexteUi& contexte, const char* nom, FormeCompte forme, i16 type,
-                           FichesView* vue, Position position, QWidget* parent)
+                           SuiteFiches* vue, Position position, QWidget* parent)
     : FormulaireFiche(contexte, nom, vue, position, parent), m_forme(forme), m_type(type) {}
 
 void DialogCompte::CodeEtNumero(Formulaire& formulaire, const QString& code, const QString& numero) {

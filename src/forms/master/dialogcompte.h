@@ -10,7 +10,7 @@ class DialogCompte : public FormulaireFiche<FicheCompte> {
   Q_OBJECT
  protected:
   /// `type`: of a new account.
-  DialogCompte(ContexteUi& contexte, const char* nom, FormeCompte forme, i16 type, FichesView* vue,
+  DialogCompte(ContexteUi& contexte, const char* nom, FormeCompte forme, i16 type, SuiteFiches* vue,
                Position position, QWidget* parent);
 
   void CodeEtNumero(Formulaire& formulaire, const QString& code, const QString& numero);

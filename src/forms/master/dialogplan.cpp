@@ -9,7 +9,7 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CDialogPlan::CDialogPlan(ContexteUi& contexte, FichesView* vue, i16 type, Position position, QWidget* parent)
+CDialogPlan::CDialogPlan(ContexteUi& contexte, SuiteFiches* vue, i16 type, Position position, QWidget* parent)
     : DialogCompte(contexte, "DialogPlan", FormeCompte::RecettesDepenses, type, vue, position, parent),
       m_affectation(contexte.App),
       m_soldes(contexte.App),
@@ -32,7 +32,11 @@ bool CDialogPlan::Nouveau(ContexteUi& contexte, QWidget* parent) {
   if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(ErrExerciceCloture);
   const int reponse = app.MessageId(BoutonsNonOuiAnnuler | IconeQuestion, QuestionCompteRecettes);
   if (reponse != RepOui && reponse != RepNon) return false;
-  CDialogPlan forme(contexte, nullptr, reponse == RepOui ? i16{Recette} : i16{Depense}, 0, parent);
+  return Nouveau(contexte, reponse == RepOui ? i16{Recette} : i16{Depense}, parent);
+}
+
+bool CDialogPlan::Nouveau(ContexteUi& contexte, i16 type, QWidget* parent) {
+  CDialogPlan forme(contexte, nullptr, type, 0, parent);
   forme.exec();
   return forme.AChange();
 }

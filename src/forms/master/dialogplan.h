@@ -11,9 +11,11 @@ class CDialogPlan : public DialogCompte {
   Q_OBJECT
  public:
   /// `type` is `Recette` or `Depense`; `vue` may be null; `position` 0 adds.
-  CDialogPlan(ContexteUi& contexte, FichesView* vue, i16 type, Position position, QWidget* parent = nullptr);
+  CDialogPlan(ContexteUi& contexte, SuiteFiches* vue, i16 type, Position position, QWidget* parent = nullptr);
   /// Asks for receipts or expenses, then adds accounts; true when one was made.
   static bool Nouveau(ContexteUi& contexte, QWidget* parent = nullptr);
+  /// Adds accounts of one type; true when one was made.
+  static bool Nouveau(ContexteUi& contexte, i16 type, QWidget* parent);
 
  protected:
   void Montre() override;

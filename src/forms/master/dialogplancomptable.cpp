@@ -15,7 +15,7 @@ enum PageTaxe { PageAucune, PageListe, PageTaux };
 
 }  // namespace
 
-CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, FichesView* vue, Position position,
+CDialogPlanComptable::CDialogPlanComptable(ContexteUi& contexte, SuiteFiches* vue, Position position,
                                            QWidget* parent)
     : DialogCompte(contexte, "DialogPlanComptable", FormeCompte::PlanComptable, Recette, vue, position,
                    parent),

@@ -13,7 +13,7 @@ class CDialogPlanComptable : public DialogCompte {
   Q_OBJECT
  public:
   /// `vue` may be null; `position` 0 adds.
-  CDialogPlanComptable(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent = nullptr);
+  CDialogPlanComptable(ContexteUi& contexte, SuiteFiches* vue, Position position, QWidget* parent = nullptr);
 
  protected:
   void Montre() override;

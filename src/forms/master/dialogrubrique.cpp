@@ -11,7 +11,7 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CDialogRubrique::CDialogRubrique(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent)
+CDialogRubrique::CDialogRubrique(ContexteUi& contexte, SuiteFiches* vue, Position position, QWidget* parent)
     : FormulaireFiche(contexte, "DialogRubrique", vue, position, parent),
       m_recette(u"&Recette"_s),
       m_depense(u"&Dépense"_s),

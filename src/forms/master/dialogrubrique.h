@@ -14,7 +14,7 @@ namespace fenlor {
 class CDialogRubrique : public FormulaireFiche<FicheRubrique> {
   Q_OBJECT
  public:
-  CDialogRubrique(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent = nullptr);
+  CDialogRubrique(ContexteUi& contexte, SuiteFiches* vue, Position position, QWidget* parent = nullptr);
 
  protected:
   void Montre() override;

@@ -4,7 +4,7 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CDialogTresorerie::CDialogTresorerie(ContexteUi& contexte, FichesView* vue, Position position,
+CDialogTresorerie::CDialogTresorerie(ContexteUi& contexte, SuiteFiches* vue, Position position,
                                      QWidget* parent)
     : DialogCompte(contexte, "DialogTresorerie", FormeCompte::Tresorerie, Tresorerie, vue, position, parent),
       m_tresorerie(contexte.App) {

@@ -12,7 +12,7 @@ class CDialogTresorerie : public DialogCompte {
   Q_OBJECT
  public:
   /// `vue` may be null; `position` 0 adds.
-  CDialogTresorerie(ContexteUi& contexte, FichesView* vue, Position position, QWidget* parent = nullptr);
+  CDialogTresorerie(ContexteUi& contexte, SuiteFiches* vue, Position position, QWidget* parent = nullptr);
 
  protected:
   void Montre() override;
