@@ -17,6 +17,7 @@
 #include "core/cles.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "forms/auto/dialogautoecheance.h"
 #include "forms/session/commandesexercice.h"
 #include "forms/session/dialognewexercice.h"
 #include "forms/session/dialogopenexercice.h"
@@ -194,6 +195,7 @@ void Programme::OuvreExerciceCourant() {
     return;
   }
   m_cadre->MontreExercice();
+  CalculeEcheances(m_cadre->Contexte(), false, [this] { FermeAccueil(); });
   if (m_app.Reglages.IsSauverFenetres()) m_cadre->Restaure();
 }
 

@@ -20,6 +20,7 @@
 #include "app/textes.h"
 #include "core/erreurs.h"
 #include "forms/auto/dialogautoecheance.h"
+#include "forms/auto/dialogautolist.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogreleve.h"
 #include "forms/garde/dialogclotureexercice.h"
@@ -60,8 +61,17 @@ void De(CMainFrame& cadre, unsigned) {
 void NouvelExercice(CMainFrame& cadre, unsigned) {
   CommandeNouvelExercice(cadre.Contexte(), [&cadre] { Forme<CSheetOptions>(cadre, CmdOptions); });
 }
+void OuvrirExercice(CMainFrame& cadre, unsigned) {
+  if (CommandeOuvrirExercice(cadre.Contexte())) CalculeEcheances(cadre.Contexte(), false);
+}
 void SelectionExercice(CMainFrame& cadre, unsigned) {
-  CommandeSelectionExercice(cadre.Contexte(), cadre.ExerciceChoisi());
+  if (CommandeSelectionExercice(cadre.Contexte(), cadre.ExerciceChoisi()))
+    CalculeEcheances(cadre.Contexte(), false);
+}
+void Automatiques(CMainFrame& cadre, unsigned) {
+  CommandeAutomatiques(cadre.Contexte(), [&cadre] {
+    cadre.Table().Etats().Ouvre(TrouveEtat("previsions")->fabrique, DemandeEtat::Impression);
+  });
 }
 void Quitter(CMainFrame& cadre, unsigned) { cadre.close(); }
 void DeLaVue(CMainFrame& cadre, unsigned numero) {
@@ -162,7 +172,7 @@ constexpr Commande table[] = {
     {1000, M::Fichier, false, "&Nouvel exercice...", "Nouveau", "nouvel-exercice", "Ctrl+N", Si::Toujours,
      NouvelExercice, "Crée un exercice et l'ouvre."},
     {1001, M::Fichier, false, "&Ouvrir un exercice...", "Ouvrir", "ouvrir", "Ctrl+O", Si::ComboRempli,
-     De<CommandeOuvrirExercice>, "Ouvre un autre exercice du cabinet."},
+     OuvrirExercice, "Ouvre un autre exercice du cabinet."},
     {1094, M::Fichier, false, "&Fermer cet exercice", "Fermer", "fermer", "", Si::ComboRempli,
      De<CommandeFermerExercice>, "Ferme l'exercice ouvert."},
     {1002, M::Fichier, true, "&Clôture de l'exercice...", "Clôture", "cloture", "", Si::ExerciceVivant,
@@ -255,7 +265,7 @@ constexpr Commande table[] = {
     {1037, M::Etats, true, "Gra&phiques...", "", "graphiques", "", Si::Exercice, nullptr, plusTard},
 
     {1038, M::Traitements, false, "&Ecritures automatiques...", "Automatiques", "ecritures-automatiques", "",
-     Si::Exercice, nullptr, plusTard},
+     Si::Exercice, Automatiques, "Modèles des recettes et des dépenses qui reviennent."},
     {1095, M::Traitements, false, "Calcul des échéances", "Echéances", "echeances", "", Si::Exercice,
      De<CommandeEcheances>,
      "Passe les écritures automatiques échues, et demande celles qui sont à confirmer."},

@@ -29,6 +29,11 @@ constexpr ChampFiche Champs[] = {
     {"annoncer", Membre<&Fiche::annoncer>, G::Drapeau, "Annoncer"},
 };
 
+Refus ControleNombre(const CEcrituresAuto& autos) {
+  return autos.Nombre() < ModelesAutoMax ? Refus()
+                                         : Refus(ErrNombreAuto, "", {std::to_string(ModelesAutoMax)});
+}
+
 class Enregistrement {
  public:
   Enregistrement(CFenlorApp& app, FicheAuto& fiche) : m_app(app), m_fiche(fiche), m_autos(app) {
@@ -38,7 +43,7 @@ class Enregistrement {
     if (Refus refus = Controle()) return refus;
     Remplit();
     if (!m_autos.Write()) return Refus(ErrEnregistrementAuto);
-    m_fiche.numero = m_autos.Numero;
+    m_fiche.position = m_autos.Numero;
     return {};
   }
 
@@ -57,10 +62,10 @@ class Enregistrement {
 Refus Enregistrement::Controle() {
   if (Refus refus = ControleExercice(m_app, m_livres)) return refus;
   if (!m_autos) return m_app.EchecMagasin();
-  if (m_fiche.numero == 0 && m_autos.Nombre() >= ModelesAutoMax)
-    return Refus(ErrNombreAuto, "", {std::to_string(ModelesAutoMax)});
-  if (m_fiche.numero != 0 && !m_autos.Read(m_fiche.numero))
-    return Refus(ErrModeleAbsent, "numero", {std::to_string(m_fiche.numero)});
+  if (m_fiche.position == 0)
+    if (Refus refus = ControleNombre(m_autos)) return refus;
+  if (m_fiche.position != 0 && !m_autos.Read(m_fiche.position))
+    return Refus(ErrModeleAbsent, "numero", {std::to_string(m_fiche.position)});
   if (m_fiche.genre != JournalRecettes && m_fiche.genre != JournalDepenses)
     return Refus(ErrGenreAuto, "genre");
   if (!IsDateOk(m_fiche.date)) return Refus(ErrDateIncorrecte, "date");
@@ -84,7 +89,7 @@ Refus Enregistrement::ControleLimites() const {
 }
 
 void Enregistrement::Remplit() {
-  if (m_fiche.numero == 0) m_autos.Clear();
+  if (m_fiche.position == 0) m_autos.Clear();
   EcrituresAuto& rec = m_autos.Rec;
   m_fiche.compte = LitTexte(m_compte.Compte);
   m_fiche.tresorerie = LitTexte(m_tresorerie.Compte);
@@ -124,6 +129,13 @@ FicheAuto NouvelleAuto(CFenlorApp& app) {
   return fiche;
 }
 
+Refus ControleAjoutAuto(CFenlorApp& app) {
+  LivresOuverts livres;
+  if (Refus refus = ControleExercice(app, livres)) return refus;
+  const CEcrituresAuto autos(app);
+  return autos ? ControleNombre(autos) : app.EchecMagasin();
+}
+
 Refus LitFicheAuto(CFenlorApp& app, u32 numero, FicheAuto& fiche) {
   CEcrituresAuto autos(app);
   autos.Signale = false;
@@ -132,7 +144,7 @@ Refus LitFicheAuto(CFenlorApp& app, u32 numero, FicheAuto& fiche) {
   const EcrituresAuto& rec = autos.Rec;
   fiche = {};
   FicheDepuis(app, FicheAuto::Table, &rec, &fiche);
-  fiche.numero = numero;
+  fiche.position = numero;
   fiche.genre = rec.Genre;
   fiche.paiement = rec.ModePaiement;
   fiche.euro = rec.SaisieEuro != 0;
@@ -157,6 +169,10 @@ void ChangePeriodicite(FicheAuto& fiche, i16 periodicite) {
 }
 
 u32 NombreTape(const FicheAuto& fiche, u32 nombre) { return std::max({nombre, 1u, fiche.payes + 1}); }
+
+std::string AvancementAuto(const FicheAuto& fiche) {
+  return std::to_string(fiche.payes) + " / " + std::to_string(fiche.nombre);
+}
 
 Refus EnregistreAuto(CFenlorApp& app, FicheAuto& fiche) { return Enregistrement(app, fiche).Execute(); }
 

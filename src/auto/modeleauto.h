@@ -14,7 +14,7 @@ constexpr u32 PaiementsMax = 999;
 
 /// A person's words for a model. Amounts are in its currency.
 struct FicheAuto {
-  u32 numero = 0;  ///< 0: a new one
+  Position position = 0;  ///< its number; 0: a new one
   i16 genre = JournalRecettes;
   std::string libelle;
   Date date = 0;
@@ -31,20 +31,24 @@ struct FicheAuto {
 
 /// A new model: today, in the currency of the exercice, once.
 FicheAuto NouvelleAuto(CFenlorApp& app);
+/// What stands in the way of one more: 3209, 3056, 3098 (there are 400).
+Refus ControleAjoutAuto(CFenlorApp& app);
 /// 3510: there is none of that number.
 Refus LitFicheAuto(CFenlorApp& app, u32 numero, FicheAuto& fiche);
 /// The first row is paid once more, and no number is asked for; any other has no end in sight.
 void ChangePeriodicite(FicheAuto& fiche, i16 periodicite);
 /// What was typed as the number of payments: at least one, and more than are paid.
 u32 NombreTape(const FicheAuto& fiche, u32 nombre);
+/// "3 / 12": how many are paid of how many.
+std::string AvancementAuto(const FicheAuto& fiche);
 
 /// Checks and saves. In order: 3209, 3056, 3098 (400 models), 3514 kind, 3104 date, 3105 account ("compte",
 /// of the kind), 3106 amount, 3041 Franc after the limit, 3105 treasury account, 3512, 3513, 3206 and 3205
 /// what the fields do not hold. The other currency is derived at the rate of the date, the tax is the
-/// account's. A blank label takes the account's name; off a bank the mode is "Autre". `fiche.numero` becomes
-/// its number.
+/// account's. A blank label takes the account's name; off a bank the mode is "Autre". `fiche.position`
+/// becomes its number.
 Refus EnregistreAuto(CFenlorApp& app, FicheAuto& fiche);
-/// 3056, 3510, then the question.
+/// 3209, 3056, 3510, then the question.
 Refus SupprimeAuto(CFenlorApp& app, u32 numero);
 /// All of them in order of their numbers.
 Refus ListeAutos(CFenlorApp& app, std::vector<EcrituresAuto>& modeles);

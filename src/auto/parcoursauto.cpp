@@ -44,6 +44,7 @@ ParcoursModele ParcourtModele(const EcrituresAuto& modele, const CalendrierAuto&
     assert(suivante == 0 || suivante > date);
     date = suivante;
   }
+  if (restant != 0 && parcours.refusee == 0) parcours.suivante = date;
   if (confirmee == 0) return parcours;
   parcours.change = true;
   parcours.epuise = restant == 0;

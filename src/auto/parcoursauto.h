@@ -25,6 +25,7 @@ struct ParcoursModele {
   std::vector<Ecriture> ecritures;  ///< to be entered
   std::vector<Date> annonces;       ///< to be announced
   Date refusee = 0;                 ///< the occurrence in Franc that ended the walk; 0: none
+  Date suivante = 0;                ///< the day on which there is something to walk again; 0: none
   bool change = false;              ///< the model is to be written as `suite`, or deleted
   bool epuise = false;              ///< deleted: nothing remains
   EcrituresAuto suite{};            ///< next state

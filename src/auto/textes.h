@@ -26,6 +26,14 @@ inline constexpr TexteFixe ErrEcheanceFranc{3046,
     "une écriture en Franc après le %s.\nIl est nécessaire de modifier l'écriture automatique en "
     "saisissant un montant en Euro."};
 
+// Tool tip of a model
+inline constexpr TexteFixe BulleProchaine{6600, "Prochaine échéance : %s"};
+inline constexpr TexteFixe BulleSansProchaine{6601, "Plus d'échéance"};
+
+// The forecast
+inline constexpr TexteFixe TitrePrevisions{6602, "Prévisions des écritures automatiques"};
+inline constexpr TexteFixe MotTouteTresorerie{6603, "Toute la trésorerie"};
+
 // Settings of an exercice: the day of the last walk
 inline constexpr TexteFixe CleConsultation{8850, "Consultation"};
 // clang-format on

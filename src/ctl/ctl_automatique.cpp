@@ -3,6 +3,7 @@
 
 #include "auto/echeances.h"
 #include "auto/modeleauto.h"
+#include "auto/previsions.h"
 #include "auto/textes.h"
 #include "core/erreurs.h"
 #include "ctl/annuaire.h"
@@ -22,7 +23,7 @@ struct OptionsAuto {
 };
 struct OptionsEcheances {
   std::vector<u32> confirmer;
-  bool toutes = false;
+  bool toutes = false, prevision = false;
 };
 
 /// One line of input at a time: a model, or its number.
@@ -73,7 +74,7 @@ class OrdresAuto {
     }
     if (!Lit(champs, fiche) || !LitMontants(champs, fiche) || !champs.RienDautre()) return refus;
     if (Refus refuse = EnregistreAuto(m_app, fiche)) return refuse;
-    numero = fiche.numero;
+    numero = fiche.position;
     return {};
   }
 
@@ -98,7 +99,7 @@ class OrdresAuto {
     if (paiement) fiche.paiement = static_cast<i16>(*paiement);
     if (periodicite) {
       const auto code = static_cast<i16>(std::max<i64>(1, *periodicite));
-      if (fiche.numero == 0 || code != fiche.periodicite) ChangePeriodicite(fiche, code);
+      if (fiche.position == 0 || code != fiche.periodicite) ChangePeriodicite(fiche, code);
     }
     if (nombre) fiche.nombre = NombreTape(fiche, static_cast<u32>(*nombre));
     if (annoncer) fiche.annoncer = *annoncer != 0;
@@ -161,8 +162,22 @@ Refus Rangs(const OptionsEcheances& options, std::size_t nombre, std::vector<std
   return {};
 }
 
+int Prevision(Contexte& contexte) {
+  Previsions previsions;
+  if (const Refus refus = CalculePrevisions(contexte.App, previsions)) return contexte.Refuse(refus);
+  for (const LignePrevision& l : previsions.lignes) {
+    LigneJson ligne;
+    ligne.Texte("Mois", StrDate(l.mois).substr(3));
+    if (!l.compte.empty()) ligne.Texte("Tresorerie", l.compte).Texte("Code", l.code);
+    ligne.Nombre("Recettes", l.recettes).Nombre("Depenses", l.depenses).Nombre("Solde", l.solde);
+    if (!contexte.Ecrit(ligne.Fin())) return StatutRefuse;
+  }
+  return StatutFait;
+}
+
 int Echeances(Contexte& contexte, const OptionsEcheances& options) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
+  if (options.prevision) return Prevision(contexte);
   BilanEcheances bilan;
   if (const Refus refus = CalculeEcheances(contexte.App, bilan)) return contexte.Refuse(refus);
   int statut = StatutFait;
@@ -230,7 +245,11 @@ void DeclareAutomatiques(LigneCommande& ligne) {
       .Option("--confirmer", e->confirmer, FormeNumeros(),
               "Échéances à confirmer, par leur rang dans la liste")
       .Drapeau("--toutes", e->toutes, "Les confirme toutes")
-      .Exclut("--confirmer");
+      .Exclut("--confirmer")
+      .Drapeau("--prevision", e->prevision,
+               "Ne passe rien : montre, mois par mois, ce que les modèles apporteront et coûteront")
+      .Exclut("--confirmer")
+      .Exclut("--toutes");
 }
 
 }  // namespace fenlor

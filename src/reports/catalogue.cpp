@@ -49,6 +49,7 @@ constexpr DefinitionEtat etats[] = {
     {"tresorerie", 0, Fait<CEtatTresorerieDoc>},
     {"rubriques", 0, Fait<CEtatRubriqueDoc>},
     {"libelles", 0, Fait<CEtatLibelleDoc>},
+    {"previsions", 0, Fait<CEtatPrevisionsDoc>},
 };
 
 }  // namespace

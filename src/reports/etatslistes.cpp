@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "auto/previsions.h"
+#include "auto/textes.h"
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "master/comptes.h"
@@ -40,6 +42,15 @@ constexpr ColonneEtat<CompteListe> TableSoldes[] = {{Code},
 constexpr ColonneEtat<Rubrique> TableRubriques[] = {
     {[](const Rubrique& r) { return NormaliseRubrique(LitTexte(r.Rubrique)); }},
     {[](const Rubrique& r) { return EchappeEtat(LitTexte(r.Designation)); }}};
+struct LigneListePrevision : LignePrevision {
+  std::string mois;  ///< named once
+};
+constexpr ColonneEtat<LigneListePrevision> TablePrevisions[] = {
+    {[](const LigneListePrevision& l) { return l.mois; }},
+    {[](const LigneListePrevision& l) { return EchappeEtat(TresoreriePrevision(l)); }},
+    {{}, &LigneListePrevision::recettes, Montant},
+    {{}, &LigneListePrevision::depenses, Montant},
+    {{}, &LigneListePrevision::solde, Montant}};
 constexpr ColonneEtat<std::string> TableLibelles[] = {
     {[](const std::string& libelle) { return EchappeEtat(libelle); }}};
 
@@ -115,6 +126,19 @@ void CEtatRubriqueDoc::BuildEtat() {
   EcritTable<Rubrique>(
       textes, TableRubriques, App.Magasin.QVNumberOfKey(rubriques.NumCle),
       [&](const auto& suite) { ParcourtFichier<Rubrique>(App, *this, rubriques, 0, {}, {}, suite); });
+}
+
+void CEtatPrevisionsDoc::BuildEtat() {
+  constexpr TextesListe textes{
+      TitrePrevisions, EntetePrevisions, PiedListe, AvancementPrevisions, LignePrevisions, {}, FinListe};
+  if (!Debute(textes)) return;
+  Previsions previsions;
+  if (Refus refus = CalculePrevisions(App, previsions)) return Abandonne(refus);
+  EcritTable<LigneListePrevision>(textes, TablePrevisions, static_cast<u32>(previsions.lignes.size()),
+                                  [&](const auto& suite) {
+                                    for (std::size_t i = 0; i < previsions.lignes.size() && EnCours(); ++i)
+                                      suite({previsions.lignes[i], MoisPrevision(previsions, i)});
+                                  });
 }
 
 void CEtatLibelleDoc::BuildEtat() {

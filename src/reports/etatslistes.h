@@ -1,6 +1,6 @@
-// The lists of accounts, headings and labels on paper: what their windows show. They ask nothing. Amounts are
-// in the currency of the exercice, a balance is credit less debit; sums are those of the printed amounts. A
-// list that cannot be read to its end is not shown, and the reason is told.
+// The lists of accounts, headings, labels and forecast on paper: what their windows show. They ask nothing.
+// Amounts are in the currency of the exercice, a balance is credit less debit; sums are those of the printed
+// amounts. A list that cannot be read to its end is not shown, and the reason is told.
 #pragma once
 
 #include <span>
@@ -74,6 +74,15 @@ class CEtatTresorerieDoc : public CEtatListeComptes {
 };
 
 class CEtatRubriqueDoc : public CEtatListe {
+ public:
+  using CEtatListe::CEtatListe;
+
+ protected:
+  void BuildEtat() override;
+};
+
+/// What the automatic entries bring and cost, month by month (`auto/previsions.h`).
+class CEtatPrevisionsDoc : public CEtatListe {
  public:
   using CEtatListe::CEtatListe;
 

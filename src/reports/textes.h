@@ -309,6 +309,13 @@ inline constexpr TexteFixe AvancementListeLibelles{7234,
     "\nConstruction de la liste des libellés\n\nen cours..."};
 inline constexpr TexteFixe EnteteListeLibelles{7235, "\\B\\M010\\N010Libellés\n\\S002\\0"};
 inline constexpr TexteFixe LigneListeLibelles{7236, "\\0\\M010\\N010%s\\L\n"};
+inline constexpr TexteFixe EntetePrevisions{6604,
+    "\\B\\M010\\N010Mois\\T030Trésorerie\\T058\\R077Recettes\\T078\\R097Dépenses\\T098\\R117Solde"
+    "\n\\S002\\0"};
+inline constexpr TexteFixe LignePrevisions{6605,
+    "\\0\\M010\\N010%s\\T030%s\\T058\\R077%s\\T078\\R097%s\\T098\\R117%s\\L\n"};
+inline constexpr TexteFixe AvancementPrevisions{6606, "\nConstruction des prévisions\n\nen cours..."};
+
 // Reports of the assets
 inline constexpr TexteFixe TitreEtatAmortissements{7240, "Immobilisations et amortissements"};
 inline constexpr TexteFixe AvancementEtatBiens{7241, "\nConstruction de l'état.\n\nen cours..."};

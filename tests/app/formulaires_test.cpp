@@ -18,12 +18,16 @@
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
 #include "assets/amortissements.h"
+#include "auto/modeleauto.h"
 #include "core/btfiles.h"
 #include "core/texte.h"
 #include "forms/assets/dialogacquisition.h"
 #include "forms/assets/dialogamortissements.h"
 #include "forms/assets/dialogcession.h"
 #include "forms/auto/dialogautoecheance.h"
+#include "forms/auto/dialogautoecriture.h"
+#include "forms/auto/dialogautolist.h"
+#include "forms/auto/dialogautoprevisions.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogreleve.h"
 #include "forms/banque/dialogrelevecsv.h"
@@ -108,7 +112,13 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
     m_recette = Enregistre(Ecriture(JournalRecettes, "7070", 119.6));
     m_depense = Enregistre(Ecriture(JournalDepenses, "6154", 119.6));
     m_od = EnregistreLesLignes({{Long("512"), "Banque", 10, 0, 0}, {Long("706"), "Honoraires", 0, 10, 0}});
-    ASSERT_TRUE(m_recette && m_depense && m_od);
+    FicheAuto loyer = NouvelleAuto(App());
+    loyer.genre = JournalDepenses;
+    loyer.compte = Long("6154");
+    loyer.tresorerie = Long("512");
+    loyer.libelle = std::string(80, 'm');
+    loyer.montants = {123456.78, 123456.78, 0, 123456.78, 0, 0};
+    ASSERT_TRUE(m_recette && m_depense && m_od && !EnregistreAuto(App(), loyer));
     Regle("Préférences"_w, "Police par défaut"_w, "Oui");
     if (GetParam().cloture) Regle("2003", "Cloture", "15/03/2004");
     QFont police = Police;
@@ -173,6 +183,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
   }
   void Fiches();
   void Ecritures();
+  void Automatiques();
   void Immobilisations();
   void Session();
   void Programme();
@@ -263,6 +274,16 @@ void TousLesFormulaires::Ecritures() {
   }
 }
 
+void TousLesFormulaires::Automatiques() {
+  for (const u32 modele : {0u, 1u}) {
+    CDialogAutoEcriture forme(Ui, nullptr, modele);
+    RegardeFiche(forme);
+  }
+  CDialogAutoList liste(Ui, {});
+  CDialogAutoPrevisions previsions(Ui, [] {});
+  for (QDialog* forme : std::initializer_list<QDialog*>{&liste, &previsions}) Regarde(*forme);
+}
+
 void TousLesFormulaires::Immobilisations() {
   FicheImmobilisation bien = NouvelleImmobilisation(App());
   bien.designation = std::string(80, 'm');
@@ -339,6 +360,7 @@ void TousLesFormulaires::Programme() {
 TEST_P(TousLesFormulaires, SontEntiers) {
   Fiches();
   Ecritures();
+  Automatiques();
   Immobilisations();
   Session();
   Programme();

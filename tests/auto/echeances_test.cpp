@@ -172,7 +172,7 @@ TEST_F(Automatiques, RefusALEnregistrement) {
     unsigned erreur;
     const char* champ;
   } cas[] = {
-      {[](FicheAuto& f) { f.numero = 9, f.genre = 3; }, ErrModeleAbsent, "numero"},
+      {[](FicheAuto& f) { f.position = 9, f.genre = 3; }, ErrModeleAbsent, "numero"},
       {[](FicheAuto& f) { f.genre = 3, f.date = 0; }, ErrGenreAuto, "genre"},
       {[](FicheAuto& f) { f.date = Le(31, 2), f.compte = ""; }, ErrDateIncorrecte, "date"},
       {[](FicheAuto& f) { f.compte = "706", f.montants.ttc = 0; }, ErrCompteIncorrect, "compte"},
@@ -209,10 +209,10 @@ TEST_F(Automatiques, RefusALEnregistrement) {
     }
     ASSERT_TRUE(unite.Valide());
   }
-  fiche.numero = 0;
+  fiche.position = 0;
   ASSERT_FALSE(EnregistreAuto(App(), fiche));
-  EXPECT_EQ(fiche.numero, ModelesAutoMax);
-  fiche.numero = 0;
+  EXPECT_EQ(fiche.position, ModelesAutoMax);
+  fiche.position = 0;
   EXPECT_EQ(EnregistreAuto(App(), fiche).numero, ErrNombreAuto.numero);
   EXPECT_EQ(SupprimeAuto(App(), 400).numero, QuestionSupprimeAuto.numero) << "no is what stands first";
   Boite.Reponses = {RepOui};

@@ -77,6 +77,12 @@ TEST_F(AutomatiqueCtl, Echeances) {
   EXPECT_EQ(Echeances({"--confirmer", "2", "2"}).sortie,
             "{\"Echeance\":2,\"Numero\":2,\"Date\":\"08/03/2003\",\"Mouvement\":3}\n");
   EXPECT_EQ(Echeances({"--toutes"}).sortie, "");
+  r = Echeances({"--prevision"});
+  ASSERT_EQ(r.Lignes().size(), 10u) << r.sortie << r.erreurs;
+  EXPECT_EQ(
+      r.Lignes()[1],
+      R"({"Mois":"04/2003","Tresorerie":"5120000000","Code":"BQ","Recettes":0,"Depenses":820,"Solde":-2310})");
+  EXPECT_EQ(Echeances({"--prevision", "--toutes"}).statut, StatutUsage);
   Sain();
 }
 

@@ -87,10 +87,11 @@ bool CDialogAutoEcheance::Enregistre() {
   return true;
 }
 
-void CalculeEcheances(ContexteUi& contexte, bool signaler) {
+void CalculeEcheances(ContexteUi& contexte, bool signaler, const std::function<void()>& avant) {
   CFenlorApp& app = contexte.App;
   BilanEcheances bilan;
   const Refus refus = CalculeEcheances(app, bilan);
+  if (avant && (refus || !bilan.refus.empty() || !bilan.annoncees.empty())) avant();
   for (const Refus& unModele : bilan.refus) app.Dit(unModele);
   if (!app.Dit(refus)) return;
   contexte.Cadre.Actualise();

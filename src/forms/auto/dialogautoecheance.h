@@ -1,6 +1,7 @@
 // `CDialogAutoEcheance`: the due dates that wait for confirmation.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "auto/echeances.h"
@@ -33,7 +34,8 @@ class CDialogAutoEcheance : public CZNDialog {
 };
 
 /// The walk of today, and the form when something is to be confirmed. `signaler`: says so when nothing is.
-void CalculeEcheances(ContexteUi& contexte, bool signaler);
+/// `avant` comes before the first window, if there is one.
+void CalculeEcheances(ContexteUi& contexte, bool signaler, const std::function<void()>& avant = {});
 /// The command.
 void CommandeEcheances(ContexteUi& contexte);
 

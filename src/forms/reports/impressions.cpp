@@ -1,5 +1,6 @@
 #include "forms/reports/impressions.h"
 
+#include <QApplication>
 #include <QPageSetupDialog>
 #include <QPrinter>
 #include <QScopedValueRollback>
@@ -32,7 +33,10 @@ Impressions::~Impressions() {
   }
 }
 
-QWidget* Impressions::Proprietaire() const { return m_contexte.Cadre.Cadre(); }
+QWidget* Impressions::Proprietaire() const {
+  QWidget* forme = QApplication::activeModalWidget();
+  return forme ? forme : m_contexte.Cadre.Cadre();
+}
 
 bool Impressions::Ouvre(const Fabrique& fabrique, DemandeEtat demande) {
   if (Occupe) return false;

@@ -50,28 +50,31 @@ void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& o
   if (contexte.App.Magasin.GetExercicesRec() == 1 && options) options();
 }
 
-void CommandeOuvrirExercice(ContexteUi& contexte) {
+bool CommandeOuvrirExercice(ContexteUi& contexte) {
   std::string nom;
   const bool motDePasse = contexte.App.NomExercice.empty();
   if (!CDialogOpenExercice(contexte, motDePasse, nom, contexte.Cadre.Cadre()).Execute() || EstVide(nom))
-    return;
+    return false;
   contexte.Cadre.FermeToutes();
-  OuvreOuReconstruit(contexte, nom);
+  const bool ouvert = OuvreOuReconstruit(contexte, nom);
   contexte.Cadre.MontreExercice();
+  return ouvert;
 }
 
-void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
+bool CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
   CFenlorApp& app = contexte.App;
   contexte.Cadre.FermeToutes();
   FermeExercice(app);
+  bool ouvert = false;
   if (!EstVide(nom)) {
     if (!TestRepertoire(app, nom)) {
       app.ReportErreur(ErrRepertoireExercice);
     } else if (RouvreCabinet(contexte)) {
-      OuvreOuReconstruit(contexte, nom);
+      ouvert = OuvreOuReconstruit(contexte, nom);
     }
   }
   contexte.Cadre.MontreExercice();
+  return ouvert;
 }
 
 void CommandeFermerExercice(ContexteUi& contexte) {

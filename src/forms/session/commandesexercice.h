@@ -15,10 +15,11 @@ namespace fenlor {
 bool OuvreOuReconstruit(ContexteUi& contexte, const std::string& nom);
 /// `options` opens the options when the exercice is the first of the practice.
 void CommandeNouvelExercice(ContexteUi& contexte, const std::function<void()>& options);
-void CommandeOuvrirExercice(ContexteUi& contexte);
+/// This one and the next: true when an exercice was opened.
+bool CommandeOuvrirExercice(ContexteUi& contexte);
 /// Another exercice was chosen in the combo; a blank name closes the open one. The
 /// practice's password is asked again.
-void CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom);
+bool CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom);
 void CommandeFermerExercice(ContexteUi& contexte);
 void CommandeSupprimerExercice(ContexteUi& contexte);
 /// The document windows are closed while such work has the files to itself, and come back.

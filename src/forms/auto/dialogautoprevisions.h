@@ -1,0 +1,33 @@
+// `CDialogAutoPrevisions`: what the models bring and cost month by month.
+#pragma once
+
+#include <functional>
+
+#include "auto/previsions.h"
+#include "ui/czndialog.h"
+
+namespace fenlor {
+
+class CZNListCtrl;
+
+class CDialogAutoPrevisions : public CZNDialog {
+  Q_OBJECT
+ public:
+  /// `imprime` prints the same figures; without it there is no button for that.
+  CDialogAutoPrevisions(ContexteUi& contexte, const std::function<void()>& imprime,
+                        QWidget* parent = nullptr);
+  ~CDialogAutoPrevisions() override;
+  /// Ends at once when there are no figures, which has been told.
+  int exec() override;
+
+ private:
+  void DeclareListe();
+
+  Previsions m_previsions;
+  std::vector<std::size_t> m_rangs;  ///< rows of the list
+  bool m_lu = false;
+  CZNListCtrl* m_liste;
+  FinDesLiens m_finLiens{*this};
+};
+
+}  // namespace fenlor
