@@ -5,6 +5,7 @@
 #include "core/valeurs.h"
 #include "forms/journal/champsecriture.h"
 #include "forms/master/champscompte.h"
+#include "ui/texteqt.h"
 
 namespace fenlor {
 
@@ -132,6 +133,18 @@ void ChampsMontants::Vide() {
 void ChampsMontants::Permet(bool ttc, bool professionnelle) {
   PermetChamp(m_ttc, ttc);
   PermetChamp(m_professionnelle, professionnelle);
+}
+
+ChampsMontants::Frappe ChampsMontants::Illisible() const {
+  const auto texte = [](const EditeurMontant& champ) {
+    return champ.Refus() != 0 ? De1252(champ.text()) : std::string();
+  };
+  return {texte(m_ttc), texte(m_professionnelle)};
+}
+
+void ChampsMontants::Retape(const Frappe& frappe) {
+  if (!frappe.ttc.empty()) m_ttc.setText(Q(frappe.ttc));
+  if (!frappe.professionnelle.empty()) m_professionnelle.setText(Q(frappe.professionnelle));
 }
 
 /// The figures under T.T.C.; `partPro`: that of the professional share too, which is not being typed.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "journal/saisie.h"
 #include "ui/editeurs.h"
@@ -27,6 +28,13 @@ class ChampsMontants {
   void Calcule();         ///< the account is another one
   void Vide();
   void Permet(bool ttc, bool professionnelle);
+
+  /// What was typed and cannot be read as it stands there; empty: it can.
+  struct Frappe {
+    std::string ttc, professionnelle;
+  };
+  Frappe Illisible() const;
+  void Retape(const Frappe& frappe);
 
  private:
   void Declare(Formulaire& formulaire, bool taxes);

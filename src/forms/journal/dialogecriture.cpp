@@ -242,15 +242,12 @@ void CDialogEcriture::Reprend(const SaisieSuspendue& reprise) {
   MontreCompte(saisie.compte);
   if (!reprise.code.empty()) m_compte.Code().setText(Q(reprise.code));
   m_libelle.Pose(saisie.libelle);
-  m_montants = saisie.montants;
-  m_ttc.Pose(m_montants.ttc);
+  m_montants.Pose(saisie.montants);
   EcritureLue ecriture;
   ecriture.saisie = saisie;
   for (const LigneTresorSaisie& ligne : saisie.tresoreries) ecriture.lignes.push_back({ligne, {}, {}});
   m_tresorerie->Pose(ecriture);
-  MontreMontants(true);
-  if (!reprise.ttc.empty()) m_ttc.setText(Q(reprise.ttc));
-  if (!reprise.professionnelle.empty()) m_professionnelle.setText(Q(reprise.professionnelle));
+  m_montants.Retape({reprise.ttc, reprise.professionnelle});
   m_reprise = true;
   ActualiseEtat();
 }
@@ -262,8 +259,9 @@ std::optional<SaisieSuspendue> CDialogEcriture::Suspendue() const {
   suspendue.ecriture = Saisie();
   suspendue.ecriture.date = m_jour.Valeur();
   if (m_compte.CodeInconnu()) suspendue.code = m_compte.CodeTape();
-  if (m_ttc.Refus() != 0) suspendue.ttc = De1252(m_ttc.text());
-  if (m_professionnelle.Refus() != 0) suspendue.professionnelle = De1252(m_professionnelle.text());
+  const ChampsMontants::Frappe frappe = m_montants.Illisible();
+  suspendue.ttc = frappe.ttc;
+  suspendue.professionnelle = frappe.professionnelle;
   return suspendue;
 }
 
