@@ -19,5 +19,5 @@ paquets() {
     $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $manquants
 }
 
-paquets_programme="g++ cmake ninja-build pkg-config liblmdb-dev zlib1g-dev libofx-dev libpugixml-dev libarchive-dev libsodium-dev nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core"
+paquets_programme="g++ cmake ninja-build pkg-config liblmdb-dev zlib1g-dev libofx-dev libpugixml-dev libarchive-dev libsodium-dev nettle-dev nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core"
 paquets_tests="clang-format libgtest-dev libgmock-dev libsqlite3-dev"

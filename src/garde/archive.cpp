@@ -82,6 +82,10 @@ int LitPiece(const PieceSource& piece, const std::function<int(const u8*, std::s
 Refus RemplitSommes(const std::vector<PieceSource>& pieces, Manifeste& manifeste) {
   manifeste.pieces.clear();
   for (const PieceSource& piece : pieces) {
+    if (piece.somme) {
+      manifeste.pieces.push_back({piece.nom, piece.taille, *piece.somme});
+      continue;
+    }
     CalculSha256 calcul;
     const int erreur = LitPiece(piece, [&](const u8* octets, std::size_t taille) {
       calcul.Ajoute(octets, taille);

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ struct PieceSource {
   std::string nom;
   Fichier* fichier = nullptr;  ///< read from its beginning; outlives the call
   u64 taille = 0;
+  std::optional<Sha256> somme = {};  ///< of its bytes, where somebody knows it
 };
 
 /// Writes the archive of `pieces` into `fichier`, which stands under `chemin` (for messages), and syncs it.

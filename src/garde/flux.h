@@ -53,12 +53,14 @@ enum ErreurFlux : int {
 /// Running SHA-256.
 class CalculSha256 {
  public:
+  static constexpr std::size_t TailleEtat = 128;
+
   CalculSha256();
   void Ajoute(const void* octets, std::size_t taille);
   Sha256 Fin();
 
  private:
-  alignas(16) std::array<u8, 128> m_etat;
+  alignas(16) std::array<u8, TailleEtat> m_etat;
 };
 
 /// What it costs to try a password (Argon2id).

@@ -11,15 +11,18 @@
 #include "core/cles.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"
+#include "garde/flux.h"
 #include "garde/textes.h"
 #include "store/definitions.h"
 #include "store/fichierdat.h"
+#include "store/partage.h"
 
 namespace fenlor {
 
 namespace {
 
 constexpr std::size_t TailleTampon = 1u << 20;
+constexpr const char* NomJournal = "JOURNAL.dat";
 
 /// A new file of the practice's folder that nobody else can open, and that no stop leaves behind.
 int OuvreSansNom(Systeme& systeme, const std::string& dossier, std::size_t rang,
@@ -50,15 +53,58 @@ int Longueur(Fichier& fichier, bool donnees, u64& taille) {
   return 0;
 }
 
-int CopieOctets(Fichier& de, Fichier& vers, u64 taille) {
+/// Hands the first bytes of a file to `suite`, with their place.
+template <class Suite>
+int LitOctets(Fichier& de, u64 taille, Suite&& suite) {
   std::vector<u8> tampon(static_cast<std::size_t>(std::min<u64>(taille, TailleTampon)));
   for (u64 place = 0; place < taille;) {
     const std::size_t voulus = static_cast<std::size_t>(std::min<u64>(tampon.size(), taille - place));
     std::size_t lus = 0;
     if (const int erreur = de.Lit(tampon.data(), voulus, place, lus)) return erreur;
     if (lus != voulus) return ErrAltere;
-    if (const int erreur = vers.Ecrit(tampon.data(), lus, place)) return erreur;
+    if (const int erreur = suite(tampon.data(), lus, place)) return erreur;
     place += lus;
+  }
+  return 0;
+}
+
+int CopieOctets(Fichier& de, Fichier& vers, u64 taille) {
+  return LitOctets(de, taille, [&](const u8* octets, std::size_t combien, u64 place) {
+    return vers.Ecrit(octets, combien, place);
+  });
+}
+
+int Somme(Fichier& de, u64 taille, Sha256& somme) {
+  CalculSha256 calcul;
+  const int erreur = LitOctets(de, taille, [&](const u8* octets, std::size_t combien, u64) {
+    calcul.Ajoute(octets, combien);
+    return 0;
+  });
+  if (!erreur) somme = calcul.Fin();
+  return erreur;
+}
+
+/// Entries of a journal that is not open.
+int CompteEcritures(Fichier& journal, u64 taille, u32& nombre) {
+  constexpr std::size_t pas = sizeof(Line) + TailleSomme;
+  std::vector<u8> tampon(pas * 2000);
+  std::vector<bool> vues;
+  for (u64 place = DebutEmplacements; place + pas <= taille;) {
+    std::size_t lus = 0;
+    if (const int erreur = journal.Lit(tampon.data(), tampon.size(), place, lus)) return erreur;
+    lus = static_cast<std::size_t>(std::min<u64>(lus, taille - place));
+    if (lus < pas) return ErrAltere;
+    for (std::size_t debut = 0; debut + pas <= lus; debut += pas) {
+      if (FichierDat::EtatDe(1, &tampon[debut]) != EtatEmplacement::Vivant) continue;
+      u32 mouvement = 0;
+      std::memcpy(&mouvement, &tampon[debut + offsetof(Line, Mouvement)], sizeof mouvement);
+      // Entry numbers run on from 1; one far beyond is a damage that the copy keeps and `verifier` tells.
+      if (mouvement > (1u << 28)) continue;
+      if (mouvement >= vues.size()) vues.resize(std::max<std::size_t>(mouvement + 1, vues.size() * 2));
+      if (!vues[mouvement]) ++nombre;
+      vues[mouvement] = true;
+    }
+    place += lus / pas * pas;
   }
   return 0;
 }
@@ -108,7 +154,8 @@ Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exerc
           return refus;
     for (const std::string plain : {"/TEXTES.dat", "/SCEAU.dat"})
       if (const Refus refus = Copie(app, nom + plain, true)) return refus;
-    tete.ecritures = CompteEcritures(nom + "/JOURNAL.dat");
+    for (const Piece& piece : m_pieces)
+      if (piece.nom == nom + "/" + NomJournal) tete.ecritures = piece.ecritures;
   }
   return {};
 }
@@ -126,41 +173,31 @@ Refus Photographie::Copie(CFenlorApp& app, const std::string& nom, bool facultat
   piece.nom = nom;
   if (!erreur) erreur = Longueur(*fichier, donnees, piece.taille);
   if (!erreur) erreur = OuvreSansNom(systeme, dossier, m_pieces.size(), piece.copie);
-  if (!erreur) erreur = CopieOctets(*fichier, *piece.copie, piece.taille);
+  if (!erreur) {
+    // The sum is that of the books: what the copy, the archive and the disk make of them is held against it.
+    std::array<int, 3> erreurs{};
+    const auto part = [&](unsigned rang) {
+      if (rang == 0) erreurs[0] = Somme(*fichier, piece.taille, piece.somme);
+      if (rang == 1 && base == NomJournal)
+        erreurs[1] = CompteEcritures(*fichier, piece.taille, piece.ecritures);
+      if (rang == 2) erreurs[2] = CopieOctets(*fichier, *piece.copie, piece.taille);
+    };
+    const unsigned parts = erreurs.size();
+    if (NombreParts(piece.taille) > 1)
+      Partage(parts, part);
+    else
+      for (unsigned rang = 0; rang < parts; ++rang) part(rang);
+    for (const int une : erreurs) erreur = erreur ? erreur : une;
+  }
   if (erreur) return Refus(ErrArchiveLivres, "", {chemin, app.Magasin.QVErreurTexte(erreur)});
   m_pieces.push_back(std::move(piece));
   return {};
 }
 
-u32 Photographie::CompteEcritures(const std::string& journal) const {
-  const auto piece =
-      std::find_if(m_pieces.begin(), m_pieces.end(), [&](const Piece& p) { return p.nom == journal; });
-  if (piece == m_pieces.end()) return 0;
-  constexpr std::size_t pas = sizeof(Line) + TailleSomme;
-  std::vector<u8> tampon(pas * 2000);
-  std::vector<bool> vues;
-  u32 nombre = 0;
-  for (u64 place = DebutEmplacements; place < piece->taille;) {
-    std::size_t lus = 0;
-    if (piece->copie->Lit(tampon.data(), tampon.size(), place, lus) != 0 || lus < pas) break;
-    for (std::size_t debut = 0; debut + pas <= lus; debut += pas) {
-      if (FichierDat::EtatDe(1, &tampon[debut]) != EtatEmplacement::Vivant) continue;
-      u32 mouvement = 0;
-      std::memcpy(&mouvement, &tampon[debut + offsetof(Line, Mouvement)], sizeof mouvement);
-      // Entry numbers run on from 1; one far beyond is a damage that the copy keeps and `verifier` tells.
-      if (mouvement > (1u << 28)) continue;
-      if (mouvement >= vues.size()) vues.resize(std::max<std::size_t>(mouvement + 1, vues.size() * 2));
-      if (!vues[mouvement]) ++nombre;
-      vues[mouvement] = true;
-    }
-    place += lus / pas * pas;
-  }
-  return nombre;
-}
-
 std::vector<PieceSource> Photographie::Pieces() const {
   std::vector<PieceSource> pieces;
-  for (const Piece& piece : m_pieces) pieces.push_back({piece.nom, piece.copie.get(), piece.taille});
+  for (const Piece& piece : m_pieces)
+    pieces.push_back({piece.nom, piece.copie.get(), piece.taille, piece.somme});
   return pieces;
 }
 

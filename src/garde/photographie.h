@@ -31,12 +31,13 @@ class Photographie {
 
  private:
   Refus Copie(CFenlorApp& app, const std::string& nom, bool facultatif);
-  u32 CompteEcritures(const std::string& journal) const;
 
   struct Piece {
     std::string nom;
     std::unique_ptr<Fichier> copie;
     u64 taille = 0;
+    Sha256 somme{};
+    u32 ecritures = 0;  ///< of a journal
   };
   std::vector<Piece> m_pieces;
   Manifeste m_tete;
