@@ -93,6 +93,16 @@ class Machine {
       return true;
     });
   }
+  /// A large unit; what is brought home in its middle meets a sync that fails.
+  void AjouteMalgreUneSynchro(unsigned premier, unsigned nombre) {
+    Unite([&](Livres& livres) {
+      for (unsigned i = 0; i < nombre; ++i)
+        if (!AjouteUne(livres, premier + i)) return false;
+      m_systeme.EchoueSynchro(1);
+      EXPECT_FALSE(m_magasin->QVFlush());
+      return true;
+    });
+  }
   void Change(unsigned rang, unsigned numero) {
     Unite([&](Livres& livres) {
       auto place = livres.begin();
@@ -437,6 +447,47 @@ TEST_F(Coupure, ApresUneSynchroManquee) {
     }
   }
   std::cout << essais << " failed syncs with a cut, " << mauvais << " with a finding\n";
+}
+
+/// The power goes when all was told as brought home, and nothing that is in flight arrives.
+TEST_F(Coupure, CeQuUneSynchroManqueeAOublieEstEcritEncore) {
+  const auto joue = [&](const std::function<void(Machine&, SystemeCoupure&)>& histoire) {
+    fs::remove_all(m_dossier.Chemin() + "/essai");
+    fs::create_directories(m_dossier.Chemin() + "/essai");
+    fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+    Livres acquis;
+    {
+      SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
+      {
+        Machine machine(m_essai, systeme, RepriseLivree);
+        machine.Commence(m_depart, m_modele);
+        machine.Endure();
+        machine.Ouvre();
+        histoire(machine, systeme);
+        acquis = machine.Acquis();
+        systeme.Coupe();
+      }
+      ASSERT_TRUE(systeme.Applique(0));
+    }
+    EcrSimple rec{};
+    std::string plainte;
+    EXPECT_EQ(LitLivres(m_essai, rec, &plainte), acquis);
+    EXPECT_EQ(plainte, "");
+  };
+  for (u64 manquee = 1; manquee <= 4; ++manquee) {
+    SCOPED_TRACE(manquee);
+    joue([&](Machine& m, SystemeCoupure& systeme) {
+      for (unsigned i = 0; i < 12; ++i) m.Ajoute(10 + i);
+      systeme.EchoueSynchro(manquee);
+      m.Vidange();
+      m.Vidange();
+    });
+  }
+  joue([](Machine& m, SystemeCoupure&) {
+    m.Ajoute(10);
+    m.AjouteMalgreUneSynchro(1000, 3500);
+    m.Vidange();
+  });
 }
 
 /// The log cannot be emptied as the practice is closed, and the power goes while it is replayed.

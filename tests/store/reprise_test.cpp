@@ -165,6 +165,19 @@ TEST_F(Reprise, SansEnTeteSurRienNEstEcrit) {
   EXPECT_EQ(Contenu(), Ligne("trois"));
 }
 
+/// The disk may hold the old header: the next session must not read another one from memory.
+TEST_F(Reprise, UnVidageManqueNeCachePasLesUnites) {
+  {
+    JournalReprise log;
+    ASSERT_EQ(log.Ouvre(m_disque, m_dossier.Chemin(), Capacite), 0);
+    ASSERT_EQ(Ecrit(log, "un"), 0);
+    m_disque.Programme(1, EIO, SystemeFautif::Synchro);
+    EXPECT_EQ(log.Vide(), EIO);
+    EXPECT_TRUE(log.DoitVider());
+  }
+  EXPECT_EQ(Contenu(), Ligne("un"));
+}
+
 TEST_F(Reprise, UneGrandeUniteAllongeLeFichierQuiRaccourcitVide) {
   JournalReprise log;
   ASSERT_EQ(log.Ouvre(m_disque, m_dossier.Chemin(), Capacite), 0);
