@@ -94,11 +94,11 @@ class Machine {
     });
   }
   /// A large unit; what is brought home in its middle meets a sync that fails.
-  void AjouteMalgreUneSynchro(unsigned premier, unsigned nombre) {
+  void AjouteMalgreUneSynchro(u64 manquee, unsigned nombre) {
     Unite([&](Livres& livres) {
       for (unsigned i = 0; i < nombre; ++i)
-        if (!AjouteUne(livres, premier + i)) return false;
-      m_systeme.EchoueSynchro(1);
+        if (!AjouteUne(livres, 1000 + i)) return false;
+      m_systeme.EchoueSynchro(manquee);
       EXPECT_FALSE(m_magasin->QVFlush());
       return true;
     });
@@ -483,11 +483,12 @@ TEST_F(Coupure, CeQuUneSynchroManqueeAOublieEstEcritEncore) {
       m.Vidange();
     });
   }
-  joue([](Machine& m, SystemeCoupure&) {
-    m.Ajoute(10);
-    m.AjouteMalgreUneSynchro(1000, 3500);
-    m.Vidange();
-  });
+  for (u64 manquee = 1; manquee <= 2; ++manquee)  // accounts, journal
+    joue([&](Machine& m, SystemeCoupure&) {
+      m.Ajoute(10);
+      m.AjouteMalgreUneSynchro(manquee, 3500);
+      m.Vidange();
+    });
 }
 
 /// The log cannot be emptied as the practice is closed, and the power goes while it is replayed.
