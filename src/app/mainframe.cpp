@@ -59,7 +59,8 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
   const auto action = [this](unsigned numero) { return m_commandes->Action(numero); };
 
   m_centre = new QStackedWidget(this);
-  m_accueil = new PageAccueil(m_contexte, action, m_centre);
+  m_accueil = new PageAccueil(
+      m_contexte, action, [this](const Destination& destination) { VaVers(destination); }, m_centre);
   m_zone = new QMdiArea(m_centre);
   m_zone->setObjectName(u"Zone"_s);
   m_zone->setActivationOrder(QMdiArea::ActivationHistoryOrder);
@@ -300,6 +301,15 @@ void CMainFrame::MontreExercice() {
   ActualisePage();
   DitAvertissements(m_app);
   ProposeReprise();
+}
+
+/// Where a figure of the start page leads to.
+void CMainFrame::VaVers(const Destination& destination) {
+  if (destination.commande != 0) m_commandes->Execute(destination.commande);
+  if (destination.fenetre == 0) return;
+  OuvreUnique(destination.fenetre);
+  if (destination.mois == 0) return;
+  if (auto* vue = qobject_cast<CEcritureView*>(VueActive())) vue->MontreMois(destination.mois);
 }
 
 /// An entry that was being typed when the program ended, once for each opening of its exercice.

@@ -25,6 +25,7 @@ class Commandes;
 class DialogueQt;
 class GardeModale;
 class PageAccueil;
+struct Destination;
 class Vue;
 
 class CMainFrame : public QMainWindow, public Fenetres {
@@ -91,6 +92,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& numeros);
   void ActualisePage();
   void ProposeReprise();
+  void VaVers(const Destination& destination);
 
   CFenlorApp& m_app;
   DialogueQt& m_dialogue;

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCommandLinkButton>
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "app/commandes.h"
@@ -13,36 +14,57 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)> action, QWidget* parent)
+namespace {
+
+constexpr int LargeurPhrase = 70, LargeurCommandes = 50;  // characters
+
+}  // namespace
+
+PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)> action,
+                         std::function<void(const Destination&)> ouvre, QWidget* parent)
     : QWidget(parent), m_contexte(contexte), m_action(std::move(action)) {
   setObjectName(u"PageAccueil"_s);
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
-  m_titre = new QLabel(this);
+  auto* defile = new QScrollArea(this);
+  defile->setFrameShape(QFrame::NoFrame);
+  defile->setWidgetResizable(true);
+  defile->setBackgroundRole(QPalette::Base);
+  auto* milieu = new QWidget(defile);
+  defile->setWidget(milieu);
+  m_titre = new QLabel(milieu);
   m_titre->setObjectName(u"titre"_s);
   QFont grand = m_titre->font();
   grand.setPointSizeF(grand.pointSizeF() * 1.7);
   m_titre->setFont(grand);
-  m_phrase = new QLabel(this);
+  m_phrase = new QLabel(milieu);
   m_phrase->setObjectName(u"phrase"_s);
   m_phrase->setWordWrap(true);
-  const int largeur = fontMetrics().averageCharWidth() * 70;
-  auto* colonne = new QVBoxLayout;
-  m_boutons = new QVBoxLayout;
-  colonne->addStretch(2);
-  colonne->addWidget(m_titre);
-  colonne->addSpacing(fontMetrics().height() / 2);
-  colonne->addWidget(m_phrase);
-  colonne->addSpacing(fontMetrics().height());
-  colonne->addLayout(m_boutons);
-  colonne->addStretch(3);
-  auto* milieu = new QWidget(this);
-  milieu->setLayout(colonne);
-  milieu->setMaximumWidth(largeur);
-  auto* rangee = new QHBoxLayout(this);
+  m_phrase->setMaximumWidth(fontMetrics().averageCharWidth() * LargeurPhrase);
+  auto* commandes = new QWidget(milieu);
+  commandes->setMaximumWidth(fontMetrics().averageCharWidth() * LargeurCommandes);
+  m_boutons = new QVBoxLayout(commandes);
+  m_boutons->setContentsMargins({});
+  m_situation = new PanneauSituation(contexte, std::move(ouvre), milieu);
+
+  auto* colonnes = new QHBoxLayout;
+  colonnes->addWidget(commandes, 1, Qt::AlignTop);
+  colonnes->addSpacing(2 * fontMetrics().height());
+  colonnes->addWidget(m_situation, 0, Qt::AlignTop);
+  auto* pile = new QVBoxLayout;
+  pile->addStretch(2);
+  pile->addWidget(m_titre);
+  pile->addWidget(m_phrase);
+  pile->addSpacing(fontMetrics().height());
+  pile->addLayout(colonnes);
+  pile->addStretch(3);
+  auto* rangee = new QHBoxLayout(milieu);
   rangee->addStretch(1);
-  rangee->addWidget(milieu, 8);
+  rangee->addLayout(pile, 8);
   rangee->addStretch(1);
+  auto* tout = new QVBoxLayout(this);
+  tout->setContentsMargins({});
+  tout->addWidget(defile);
 }
 
 void PageAccueil::Montre(const QString& titre, const QString& phrase,
@@ -72,6 +94,7 @@ void PageAccueil::Montre(const QString& titre, const QString& phrase,
 
 void PageAccueil::Actualise() {
   CFenlorApp& app = m_contexte.App;
+  m_situation->Actualise();
   if (!app.NomExercice.empty() && app.ExerciceOuvert) {
     const bool clos = app.Reglages.IsExerciceCloture();
     Montre(TexteQ(AccueilExercice, {app.NomExercice}), TexteQ(clos ? AccueilCloture : AccueilQueFaire),

@@ -6,10 +6,12 @@
 #include <functional>
 #include <vector>
 
+#include "app/panneausituation.h"
 #include "ui/fenetres.h"
 
 class QAction;
 class QLabel;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace fenlor {
@@ -17,8 +19,10 @@ namespace fenlor {
 class PageAccueil : public QWidget {
   Q_OBJECT
  public:
-  /// `action` gives the action of a command's number, null when it does not exist.
-  PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)> action, QWidget* parent = nullptr);
+  /// `action` gives the action of a command's number, null when it does not exist; `ouvre` goes where a
+  /// figure leads to.
+  PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)> action,
+              std::function<void(const Destination&)> ouvre, QWidget* parent = nullptr);
   /// Title, sentence and commands for the session as it is.
   void Actualise();
 
@@ -29,6 +33,7 @@ class PageAccueil : public QWidget {
   QLabel* m_titre;
   QLabel* m_phrase;
   QVBoxLayout* m_boutons;
+  PanneauSituation* m_situation;
 };
 
 }  // namespace fenlor

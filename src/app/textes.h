@@ -67,6 +67,25 @@ inline constexpr TexteFixe AccueilPremier{5854,
     "tenues."};
 inline constexpr TexteFixe AccueilAucun{5855, "Aucun exercice n'est ouvert"};
 inline constexpr TexteFixe AccueilChoisir{5856, "Choisissez un exercice dans la barre d'outils, ou :"};
+inline constexpr TexteFixe SituationTresorerie{6762, "Trésorerie"};
+inline constexpr TexteFixe SituationLivres{6763, "Livres"};
+inline constexpr TexteFixe SituationRapproche{6764, "Rapproché"};
+inline constexpr TexteFixe SituationAutres{6765, "Tous les comptes..."};
+inline constexpr TexteFixe SituationResultats{6766, "Résultats"};
+inline constexpr TexteFixe SituationRecettes{6767, "Recettes"};
+inline constexpr TexteFixe SituationDepenses{6768, "Dépenses"};
+inline constexpr TexteFixe SituationResultat{6769, "Résultat"};
+inline constexpr TexteFixe SituationAttente{6770, "En attente"};
+inline constexpr TexteFixe SituationBrouillon{6771, "Une écriture à valider"};
+inline constexpr TexteFixe SituationBrouillons{6772, "%s écritures à valider"};
+inline constexpr TexteFixe SituationOperation{6773, "Une opération à rapprocher"};
+inline constexpr TexteFixe SituationOperations{6774, "%s opérations à rapprocher"};
+inline constexpr TexteFixe SituationEcheance{6775, "Une écriture automatique d'ici quatorze jours"};
+inline constexpr TexteFixe SituationEcheances{6776, "%s écritures automatiques d'ici quatorze jours"};
+inline constexpr TexteFixe SituationSauvegarde{6777, "Dernière sauvegarde : aujourd'hui"};
+inline constexpr TexteFixe SituationSauvegardeHier{6778, "Dernière sauvegarde : hier"};
+inline constexpr TexteFixe SituationSauvegardeJours{6779, "Dernière sauvegarde : il y a %s jours"};
+inline constexpr TexteFixe SituationSansSauvegarde{6780, "Aucune sauvegarde"};
 inline constexpr TexteFixe CleFenetresOuvertes{5857, "Fenêtres ouvertes"};
 inline constexpr TexteFixe FormatTitreExercice{5858, "%s %s : %s"};  ///< product, "Exercice", name
 inline constexpr TexteFixe MotExercice{5859, "Exercice"};

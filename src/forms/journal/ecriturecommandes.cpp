@@ -144,11 +144,14 @@ void CEcritureView::Modifie() {
   if (Disponible(CmdModifier)) OuvreForme(GetEcrId(GetEcrSel()));
 }
 
-void CEcritureView::Reprend(const SaisieSuspendue& reprise) {
+void CEcritureView::MontreMois(Date jour) {
   const std::vector<CMonth::Cellule>& mois = m_mois->Cellules();
   for (std::size_t i = 0; i < mois.size(); ++i)
-    if (mois[i].premier <= reprise.ecriture.date && reprise.ecriture.date <= mois[i].dernier)
-      m_mois->Choisit(static_cast<int>(i));
+    if (mois[i].premier <= jour && jour <= mois[i].dernier) return m_mois->Choisit(static_cast<int>(i));
+}
+
+void CEcritureView::Reprend(const SaisieSuspendue& reprise) {
+  MontreMois(reprise.ecriture.date);
   OuvreForme(reprise.ecriture.mouvement, &reprise);
 }
 

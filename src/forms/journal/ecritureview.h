@@ -46,6 +46,8 @@ class CEcritureView : public Vue, public ListeEcritures {
 
   /// What the list is made of now; the printed journal takes the same.
   DemandeListe Demande() const;
+  /// Shows the month of a day, as far as the exercice has it.
+  void MontreMois(Date jour);
   /// Opens the form again as it stood when the program ended, over the month of its date.
   void Reprend(const SaisieSuspendue& reprise);
   bool JournalComptable() const { return m_journalComptable; }
