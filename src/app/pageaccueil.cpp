@@ -16,7 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int LargeurPhrase = 70, LargeurCommandes = 50;  // characters
+constexpr int LargeurPhrase = 70, LargeurCommandes = 60;  // characters
 
 }  // namespace
 
@@ -60,7 +60,7 @@ PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)>
   pile->addStretch(3);
   auto* rangee = new QHBoxLayout(milieu);
   rangee->addStretch(1);
-  rangee->addLayout(pile, 8);
+  rangee->addLayout(pile, 20);
   rangee->addStretch(1);
   auto* tout = new QVBoxLayout(this);
   tout->setContentsMargins({});

@@ -3,12 +3,16 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 
 #include "app/textes.h"
 #include "core/numeroscommandes.h"
 #include "core/valeurs.h"
+#include "forms/graphiques/peintregraphique.h"
 #include "garde/findesession.h"
+#include "garde/textes.h"
+#include "master/options.h"
 #include "store/dates.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
@@ -19,6 +23,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr int HauteurBarres = 11;        // lines of text
 constexpr std::size_t NbComptesMax = 8;  ///< of the treasury; the others stand in its window
 
 /// A figure, or a sentence, that is pressed like a link.
@@ -26,6 +31,9 @@ class Lien : public QPushButton {
  public:
   Lien(const QString& texte, const QString& nom, QWidget* parent) : QPushButton(texte, parent) {
     setFlat(true);
+    QPalette encre = palette();
+    encre.setColor(QPalette::ButtonText, encre.color(QPalette::Link));
+    setPalette(encre);
     setCursor(Qt::PointingHandCursor);
     setAccessibleName(nom);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
@@ -33,6 +41,32 @@ class Lien : public QPushButton {
 };
 
 }  // namespace
+
+/// The results of the twelve months as bars.
+class Barres : public QWidget {
+ public:
+  Barres(const SerieGraphique& serie, QWidget* parent) : QWidget(parent), m_serie(serie) {
+    setObjectName(u"barres"_s);
+    setAccessibleName(Q(serie.titre));
+    setMinimumHeight(HauteurBarres * fontMetrics().height());
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter peintre(this);
+    const MesureQt mesure(font());
+    const f64 texte = QFontInfo(font()).pixelSize();
+    PlaceGraphique place;
+    place.hauteurTitre = place.hauteurTexte = texte;
+    place.titre = {0, 0, f64(width()), 2 * texte};
+    place.graphique = {0, 2 * texte, f64(width()), f64(height())};
+    PeintGraphique(peintre, DessineGraphique(m_serie, GenreGraphique::BarresV, place, mesure), mesure,
+                   ThemeDe(palette()));
+  }
+
+ private:
+  const SerieGraphique m_serie;
+};
 
 /// Rows of a table under titles, built from top to bottom.
 class PanneauSituation::Tableau {
@@ -50,6 +84,7 @@ class PanneauSituation::Tableau {
       QFont gras = label->font();
       gras.setBold(true);
       label->setFont(gras);
+      if (colonne > 0) label->setContentsMargins(0, 0, Retrait(), 0);
       m_grille->addWidget(label, m_ligne, colonne, cote);
     };
     ajoute(TexteQ(titre), 0, Qt::AlignLeft);
@@ -68,16 +103,26 @@ class PanneauSituation::Tableau {
   void Chiffre(const QString& texte, const Destination& destination = {}) {
     const bool lien = destination.fenetre != 0 || destination.commande != 0;
     const QString nom = u"%1, %2 : %3"_s.arg(m_nom, m_colonnes.value(m_colonne), texte);
-    QWidget* widget = lien ? static_cast<QWidget*>(Ajoute(texte, nom, destination)) : new QLabel(texte, &m_parent);
+    QWidget* widget =
+        lien ? static_cast<QWidget*>(Ajoute(texte, nom, destination)) : new QLabel(texte, &m_parent);
+    if (!lien) widget->setContentsMargins(0, 0, Retrait(), 0);
     widget->setAccessibleName(nom);
     m_grille->addWidget(widget, m_ligne - 1, ++m_colonne, Qt::AlignRight);
   }
   /// A sentence across the table.
+  void Large(QWidget* widget) { m_grille->addWidget(widget, m_ligne++, 0, 1, -1); }
+  QWidget& Parent() { return m_parent; }
   void Phrase(const QString& texte, const Destination& destination) {
     m_grille->addWidget(Ajoute(texte, texte, destination), m_ligne++, 0, 1, -1, Qt::AlignLeft);
   }
 
  private:
+  /// What a button leaves free beside its text.
+  int Retrait() const {
+    const QString texte(12, u'0');
+    return (Lien(texte, {}, nullptr).sizeHint().width() - m_parent.fontMetrics().horizontalAdvance(texte)) /
+           2;
+  }
   Lien* Ajoute(const QString& texte, const QString& nom, const Destination& destination) {
     auto* lien = new Lien(texte, nom, &m_parent);
     QObject::connect(lien, &QPushButton::clicked, &m_parent,
@@ -100,7 +145,8 @@ PanneauSituation::PanneauSituation(ContexteUi& contexte, std::function<void(cons
 }
 
 std::string PanneauSituation::Montant(f64 montant) const {
-  return (m_situation.euro ? FormatEuro : FormatFranc)(montant);
+  return (montant == 0 ? Texte(SituationZero) : FormatMontant(montant, 2)) +
+         Texte(m_situation.euro ? SituationEuro : SituationFranc);
 }
 
 void PanneauSituation::Actualise() {
@@ -144,7 +190,8 @@ void PanneauSituation::MontreResultats(Tableau& tableau) {
     colonnes.append(Q(s.exerciceAvant));
   }
   tableau.Titre(SituationResultats, colonnes);
-  const auto ligne = [&](const TexteFixe& nom, auto chiffre, const Destination& mois, const Destination& annee) {
+  const auto ligne = [&](const TexteFixe& nom, auto chiffre, const Destination& mois,
+                         const Destination& annee) {
     tableau.Ligne(TexteQ(nom));
     tableau.Chiffre(Q(Montant(chiffre(s.Mois()))), mois);
     if (avant) tableau.Chiffre(Q(Montant(chiffre(s.MoisAvant()))));
@@ -156,6 +203,13 @@ void PanneauSituation::MontreResultats(Tableau& tableau) {
   ligne(SituationDepenses, [](const Resultats& r) { return r.depenses; }, {FenDepenses, s.jour, 0},
         {FenComptesDepenses, 0, 0});
   ligne(SituationResultat, [](const Resultats& r) { return r.Resultat(); }, {}, {FenRubriques, 0, 0});
+
+  SerieGraphique serie;
+  serie.titre = TexteFormat(SituationBarres, {m_contexte.App.NomExercice});
+  serie.euro = s.euro;
+  for (unsigned mois = 1; mois <= s.mois.size(); ++mois)
+    serie.points.push_back({NomMois(mois).substr(0, 3), s.mois[mois - 1].Resultat()});
+  tableau.Large(new Barres(serie, &tableau.Parent()));
 }
 
 void PanneauSituation::MontreAttente(Tableau& tableau) {
@@ -169,8 +223,9 @@ void PanneauSituation::MontreAttente(Tableau& tableau) {
   compte(m_situation.aRapprocher, SituationOperation, SituationOperations, CmdRapprochement);
   compte(m_situation.echeances, SituationEcheance, SituationEcheances, CmdEcheances);
   const i64 jours = LitBilanSession(app).joursSauvegarde;
-  tableau.Phrase(jours <= 0   ? TexteQ(SituationSauvegarde)
-                 : jours == 1 ? TexteQ(SituationSauvegardeHier)
+  tableau.Phrase(LitUtilisateur(app, CleDateSauvegarde).empty() ? TexteQ(SituationSansSauvegarde)
+                 : jours == 0                                   ? TexteQ(SituationSauvegarde)
+                 : jours == 1                                   ? TexteQ(SituationSauvegardeHier)
                               : TexteQ(SituationSauvegardeJours, {std::to_string(jours)}),
                  {0, 0, CmdSauvegarder});
 }

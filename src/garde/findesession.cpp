@@ -28,8 +28,8 @@ i64 JoursDepuisSauvegarde(CFenlorApp& app) {
 
 }  // namespace
 
-Lampe LampeDe(i64 jours, int allumee, int alarme) {
-  return jours > alarme ? Lampe::Alarme : jours > allumee ? Lampe::Allumee : Lampe::Eteinte;
+EtatLampe LampeDe(i64 jours, int allumee, int alarme) {
+  return jours > alarme ? EtatLampe::Alarme : jours > allumee ? EtatLampe::Allumee : EtatLampe::Eteinte;
 }
 
 bool MontreFinDeSession(const CFenlorApp& app) {

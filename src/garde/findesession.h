@@ -8,18 +8,18 @@
 
 namespace fenlor {
 
-enum class Lampe { Eteinte, Allumee, Alarme };
+enum class EtatLampe { Eteinte, Allumee, Alarme };
 
 /// Alarm above the second number of days, lit above the first.
-Lampe LampeDe(i64 jours, int allumee, int alarme);
+EtatLampe LampeDe(i64 jours, int allumee, int alarme);
 
 struct BilanSession {
   i64 joursSauvegarde = 0;
-  Lampe lampeSauvegarde = Lampe::Eteinte;
+  EtatLampe lampeSauvegarde = EtatLampe::Eteinte;
   std::string verifiee;    ///< sentence on the last backup that was read back; may be empty
   bool miseAJour = false;  ///< there is an update program, and the user wants to hear of it
   int joursMiseAJour = 0;
-  Lampe lampeMiseAJour = Lampe::Eteinte;
+  EtatLampe lampeMiseAJour = EtatLampe::Eteinte;
 };
 
 /// The screen is to be shown: the preference says so, no parent application started the program, and the
