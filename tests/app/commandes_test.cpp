@@ -3,10 +3,13 @@
 #include <QAction>
 #include <QFile>
 #include <QKeySequence>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSet>
+#include <QTest>
 #include <algorithm>
 #include <set>
 #include <utility>
@@ -16,6 +19,7 @@
 #include "app/mdichildframe.h"
 #include "core/btfiles.h"
 #include "core/cles.h"
+#include "journal/suspens.h"
 #include "outils/uidetest.h"
 #include "store/texte1252.h"
 #include "ui/dialogueqt.h"
@@ -184,6 +188,41 @@ TEST_F(CommandesUiTest, LaDisponibiliteSuitLaSession) {
   EXPECT_FALSE(active(CmdProprietes));
   EXPECT_TRUE(active(CmdFermerExercice)) << "the combo still has a line";
   EXPECT_EQ(Principal->windowTitle(), QStringLiteral("Fenlor"));
+}
+
+// Figures lead to what they are made of; an entry that was being typed is offered until it is answered.
+TEST_F(CommandesUiTest, LAccueilMontreLArgentEtPropose) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  ASSERT_TRUE(PoseCompte("512", Tresorerie, "BQ", "Banque", 1));
+  App().ExerciceOuvert = 1;
+  SaisieSuspendue saisie;
+  saisie.ecriture.date = FaitDate(12, 3, 2003);
+  saisie.ecriture.libelle = "Consultation";
+  ASSERT_TRUE(NoteSuspens(App(), saisie));
+  Principal->MontreExercice();
+  Principal->show();
+
+  const auto figure = [&](const QString& nom) -> QPushButton& {
+    for (QPushButton* bouton : Principal->findChildren<QPushButton*>())
+      if (bouton->accessibleName().startsWith(nom) && bouton->isVisible()) return *bouton;
+    throw std::runtime_error("no figure " + nom.toStdString());
+  };
+  EXPECT_EQ(figure(QStringLiteral("Banque, Livres")).text(), QStringLiteral("0,00 €"));
+  Clique(figure(QStringLiteral("Banque, Livres")));
+  ASSERT_TRUE(Active());
+  EXPECT_EQ(Active()->windowTitle(), QStringLiteral("Comptes de trésorerie"));
+
+  auto& barre = Trouve<BarreOffre>(*Principal, "offre");
+  EXPECT_TRUE(barre.isVisible());
+  EXPECT_EQ(Trouve<QLabel>(barre, "texteOffre").text(),
+            QStringLiteral("Reprendre la saisie du 12/03 (Consultation)"));
+  // What passes gives its place back to what waits.
+  Principal->Offre({QStringLiteral("Fait."), {}, 1});
+  EXPECT_EQ(Trouve<QLabel>(barre, "texteOffre").text(), QStringLiteral("Fait."));
+  QTest::qWait(50);
+  Clique(Bouton(barre, QStringLiteral("A&bandonner")));
+  EXPECT_FALSE(barre.isVisible());
+  EXPECT_FALSE(LitSuspens(App()));
 }
 
 TEST_F(CommandesUiTest, UneSeuleFenetreDeChaqueSorte) {
