@@ -55,7 +55,7 @@ for page in preferences couleurs polices; do
   touche ctrl+Next
 done
 touche Escape
-for fenetre in tresorerie:ctrl+t comptes-recettes:ctrl+shift+r plan-comptable:ctrl+shift+p rubriques:ctrl+shift+f libelles:ctrl+l; do
+for fenetre in tresorerie:ctrl+t comptes-recettes:ctrl+shift+r plan-comptable:ctrl+shift+p rubriques:ctrl+shift+u libelles:ctrl+l; do
   touche "${fenetre#*:}"
   capture "liste-${fenetre%%:*}"
   touche F2

@@ -3,12 +3,14 @@
 #include <QEvent>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSplitter>
 #include <QTextBrowser>
@@ -109,6 +111,16 @@ std::vector<PageAide> PagesAide() {
 
 QString AdresseAide(const QString& nom) {
   return Adresse(Sommaire()["fenetres"_L1][nom].toString(u"index"_s));
+}
+
+QString TexteAide(const QString& fichier) {
+  static QHash<QString, QString> textes;
+  QString& texte = textes[fichier];
+  if (texte.isEmpty()) {
+    static const QRegularExpression balise(u"<[^>]*>"_s);
+    texte = QString::fromUtf8(LitFichier(fichier)).replace(balise, u" "_s);
+  }
+  return texte;
 }
 
 QStringList NomsAide() { return Sommaire()["fenetres"_L1].toObject().keys(); }
@@ -219,8 +231,10 @@ CFenetreAide::CFenetreAide(ContexteUi& contexte, QWidget* parent)
   m_texte->setSource(QUrl(u"qrc:/aide/"_s + AdresseAide(u"index"_s)));
 }
 
-void CFenetreAide::Montre(const QString& page) {
-  m_texte->setSource(QUrl(u"qrc:/aide/"_s + AdresseAide(page)));
+void CFenetreAide::Montre(const QString& page) { MontreFichier(AdresseAide(page)); }
+
+void CFenetreAide::MontreFichier(const QString& adresse) {
+  m_texte->setSource(QUrl(u"qrc:/aide/"_s + adresse));
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   SuitModale(*this);

@@ -26,6 +26,8 @@ struct PageAide {
 std::vector<PageAide> PagesAide();
 /// Where the help on a window or form stands: "options.html#tva". "index.html" for an unknown name.
 QString AdresseAide(const QString& nom);
+/// Words of a page, without its markup.
+QString TexteAide(const QString& fichier);
 /// The names that `AdresseAide` knows.
 QStringList NomsAide();
 
@@ -38,6 +40,8 @@ class CFenetreAide : public QDialog {
   /// Shows the page of a window or form, by its object name, in front of all; the contents page
   /// for an unknown name. Beside a modal form it stays usable.
   void Montre(const QString& page);
+  /// The same of a page of the contents list, "options.html".
+  void MontreFichier(const QString& adresse);
 
   void done(int resultat) override;
 

@@ -180,6 +180,11 @@ void CMainFrame::MenuDeLaVue(const QPoint& point, const std::vector<unsigned>& n
 
 bool CMainFrame::Derriere() const { return Occupe() || m_garde->Derriere(*this); }
 
+Vue* CMainFrame::VueDe(u32 bit) const {
+  const auto ouverte = m_ouvertes.find(bit);
+  return ouverte == m_ouvertes.end() ? nullptr : &ouverte->second->Contenu();
+}
+
 Vue* CMainFrame::VueActive() const {
   auto* cadre = qobject_cast<CMDIChildFrame*>(m_zone->activeSubWindow());
   return cadre ? &cadre->Contenu() : nullptr;
@@ -334,6 +339,11 @@ void CMainFrame::Offre(const Proposition& proposition) { m_offre->Offre(proposit
 void CMainFrame::Aide(const QString& page) {
   if (!m_aide) m_aide = new CFenetreAide(m_contexte, this);
   m_aide->Montre(page);
+}
+
+void CMainFrame::MontrePageAide(const QString& fichier) {
+  if (!m_aide) m_aide = new CFenetreAide(m_contexte, this);
+  m_aide->MontreFichier(fichier);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* evenement) {

@@ -52,6 +52,8 @@ class CMainFrame : public QMainWindow, public Fenetres {
   bool EstOuvert(u32 bit) const { return m_ouvertes.contains(bit); }
   /// A form or work in progress stands before the window: it takes no command and does not close.
   bool Derriere() const;
+  /// The open window of a bit; null when there is none.
+  Vue* VueDe(u32 bit) const;
   /// The active document window; null when there is none.
   Vue* VueActive() const;
   QMdiArea& Zone() { return *m_zone; }
@@ -75,6 +77,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   void Restaure() override;
   void MontreExercice() override;
   void Aide(const QString& page) override;
+  void MontrePageAide(const QString& fichier);  ///< of the contents list
   bool Touche(const QKeySequence& touche) override;
   QWidget* Cadre() override { return this; }
   void Offre(const Proposition& proposition) override;

@@ -12,6 +12,7 @@
 #include "app/apropos.h"
 #include "app/astuce.h"
 #include "app/barreicones.h"
+#include "app/cherche.h"
 #include "app/gestioncommandes.h"
 #include "app/infosysteme.h"
 #include "app/mainframe.h"
@@ -198,7 +199,13 @@ constexpr Commande table[] = {
     {1007, M::Edition, false, "&Supprimer...", "", "supprimer", "Del", Si::Vue, DeLaVue,
      "Supprime l'élément choisi."},
     {9006, M::Edition, true, "Copi&er", "", "copier", "Ctrl+C", Si::Vue, DeLaVue,
-     "Copie la ligne choisie dans le presse-papiers."},
+     "Copie les lignes choisies et leurs titres dans le presse-papiers."},
+    {9007, M::Edition, false, "Copier &tout", "", "copier", "Ctrl+Shift+C", Si::Vue, DeLaVue,
+     "Copie toutes les lignes montrées et leurs titres dans le presse-papiers."},
+    {9008, M::Edition, true, "Rec&hercher...", "Rechercher", "rechercher", "Ctrl+K", Si::Toujours,
+     CommandeRecherche, "Trouve une écriture, un compte, une commande, un état, une page d'aide."},
+    {9009, M::Edition, false, "&Filtrer la liste", "Filtrer", "filtrer", "Ctrl+Shift+F", Si::Vue, DeLaVue,
+     "Ne montre que les lignes qui ont tous les mots tapés."},
     {1008, M::Edition, true, "&Pointer", "", "pointer", "F5", Si::Vue, DeLaVue,
      "Pointe ou dépointe les écritures choisies.", 0, true},
     {1009, M::Edition, false, "&Rapprocher...", "", "rapprocher", "F6", Si::Vue, DeLaVue,
@@ -235,7 +242,7 @@ constexpr Commande table[] = {
      FenComptesDepenses, true},
     {1019, M::Comptabilite, false, "Pl&an Comptable", "Plan", "plan-comptable", "Ctrl+Shift+P", Si::Exercice,
      Fenetre, "Tous les comptes, dans l'ordre de leur numéro.", FenPlanComptable, true},
-    {1020, M::Comptabilite, true, "R&UBRIQUES de l'état fiscal", "Rubriques", "rubriques", "Ctrl+Shift+F",
+    {1020, M::Comptabilite, true, "R&UBRIQUES de l'état fiscal", "Rubriques", "rubriques", "Ctrl+Shift+U",
      Si::Exercice, Fenetre, "Rubriques de la déclaration 2035 et leurs formules.", FenRubriques, true},
     {1021, M::Comptabilite, false, "&LIBELLES des écritures", "Libellés", "libelles", "Ctrl+L", Si::Exercice,
      Fenetre, "Libellés proposés à la saisie.", FenLibelles, true},

@@ -93,6 +93,12 @@ inline constexpr TexteFixe SituationSansSauvegarde{6780, "Aucune sauvegarde"};
 inline constexpr TexteFixe CleFenetresOuvertes{5857, "Fenêtres ouvertes"};
 inline constexpr TexteFixe FormatTitreExercice{5858, "%s %s : %s"};  ///< product, "Exercice", name
 inline constexpr TexteFixe MotExercice{5859, "Exercice"};
+inline constexpr TexteFixe MotCommande{6726, "Commande"};
+inline constexpr TexteFixe MotEtat{6727, "État"};
+inline constexpr TexteFixe MotAide{6728, "Aide"};
+inline constexpr TexteFixe MotPageAide{6729, "Page d'aide"};
+inline constexpr TexteFixe QuestionAutreExercice{3585,
+    "Ce que vous avez choisi est dans l'exercice %s.\nFaut-il ouvrir cet exercice ?"};
 inline constexpr TexteFixe TitreDemo{5860, "Cabinet de démonstration"};
 inline constexpr TexteFixe TexteDemo{5861, "Création de trois exercices\n\nen cours..."};
 // clang-format on

@@ -155,7 +155,7 @@ void Recherche::Ajoute(Position position, const Line& ligne) {
   const i64 franc = Centimes(ligne.MontantFranc), euro = Centimes(ligne.MontantEuro);
   for (std::size_t mot = 0; m_montants && mot < m_requete.Mots().size(); ++mot)
     if (m_requete.Mots()[mot].Montant(franc) || m_requete.Mots()[mot].Montant(euro))
-      vue.accord.Note(mot, ForceExacte);
+      vue.accord.Note(mot, m_requete.Mots()[mot].forceMontant);
   if (ligne.Sens == 0) {
     vue.debitFranc += franc;
     vue.debitEuro += euro;
@@ -185,7 +185,7 @@ void Recherche::Termine() {
     }
     for (std::size_t mot = 0; m_montants && mot < m_requete.Mots().size(); ++mot)
       if (m_requete.Mots()[mot].Montant(vue.debitFranc) || m_requete.Mots()[mot].Montant(vue.debitEuro))
-        vue.accord.Note(mot, ForceExacte);
+        vue.accord.Note(mot, m_requete.Mots()[mot].forceMontant);
     if (vue.accord.Entier(m_requete)) entieres.push_back(vue);
   }
   m_nbEcritures += entieres.size();

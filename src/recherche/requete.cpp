@@ -135,8 +135,10 @@ Requete::Requete(std::string_view texte) {
     if (const unsigned mois = MoisNomme(mot.plie)) mot.dates.push_back({0, mois, 0});
     if (Chiffres(mots[i]) && mots[i].size() <= 2 && i + 1 < mots.size())
       if (const DateCherchee date{Nombre(mots[i]), MoisNomme(Plie(mots[i + 1])), 0};
-          date.mois && Existe(date))
+          date.mois && Existe(date)) {
         mot.dates.push_back(date);
+        mot.forceMontant = ForceDebut;
+      }
     LitMontant(mots[i], mot);
   }
 }

@@ -29,7 +29,8 @@ struct MotCherche {
   std::string plie;            ///< as `AjouteSansAccents`
   std::optional<i64> montant;  ///< in cents, not negative; without cents typed: whole units
   bool avecCentimes = false;
-  std::vector<DateCherchee> dates;  ///< what it may mean as a date
+  std::vector<DateCherchee> dates;   ///< what it may mean as a date
+  Force forceMontant = ForceExacte;  ///< of an amount: less before the name of a month
 
   bool Montant(i64 centimes) const;
   /// A whole day exactly, a month or a year as `ForceDebut`.

@@ -39,7 +39,10 @@ CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit
 
   m_table->PoseTriable(true);
   m_table->SurActivation([this] { Active(); });
-  Declare({{CmdCopier, [this] { m_table->Copie(); }, [this] { return m_table->LigneChoisie() >= 0; }}});
+  Declare(
+      {{CmdCopier, [this] { m_table->Copie(); }, [this] { return m_table->LigneChoisie() >= 0; }},
+       {CmdCopierTout, [this] { m_table->CopieTout(); }, [this] { return m_table->Modele().NbLignes() > 0; }},
+       {CmdFiltrer, [this] { m_table->OuvreFiltre(); }}});
   connect(m_table, &TableListe::SelectionChangee, this, &Vue::EtatChange);
   connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     const std::vector<unsigned> menu = MenuContextuel();
@@ -67,7 +70,7 @@ void CZNListView::AppliqueDessin() {
 
 std::vector<unsigned> CZNListView::MenuContextuel() const {
   if (!Connait(CmdAjouter)) return {};
-  return {CmdCopier, CmdAjouter, CmdModifier, CmdSupprimer, 0, CmdAide};
+  return {CmdCopier, CmdCopierTout, CmdFiltrer, 0, CmdAjouter, CmdModifier, CmdSupprimer, 0, CmdAide};
 }
 
 void CZNListView::Active() {

@@ -1,5 +1,9 @@
 #include "ui/modeleliste.h"
 
+#include <cmath>
+
+#include "core/valeurs.h"
+
 namespace fenlor {
 
 namespace {
@@ -14,6 +18,9 @@ void ModeleListe::PoseColonnes(std::vector<Titre> titres, Lecture lecture, Tri t
   m_lecture = std::move(lecture);
   m_tri = std::move(tri);
   m_lignes.clear();
+  m_toutes.clear();
+  m_plies.clear();
+  m_places.clear();
   m_vues.clear();
   endResetModel();
 }
@@ -25,14 +32,107 @@ void ModeleListe::ChangeTitre(int colonne, const QString& texte) {
 
 void ModeleListe::Remplit(std::vector<LigneListe> lignes) {
   beginResetModel();
-  m_lignes = std::move(lignes);
+  m_plies.clear();
+  (EstFiltre() ? m_toutes : m_lignes) = std::move(lignes);
+  if (EstFiltre()) Filtre();
   m_vues.clear();
   endResetModel();
+}
+
+void ModeleListe::Oublie() {
+  m_vues.clear();
+  m_plies.clear();
+}
+
+std::string ModeleListe::Plie(Donnee donnee) const {
+  std::string plie;
+  if (!m_lecture) return plie;
+  for (const QStringList& rangee : m_lecture(donnee).rangees)
+    for (int i = 0; i < rangee.size(); ++i) {
+      const QString& marque = m_titres.at(static_cast<std::size_t>(i)).marque;
+      const QString texte = rangee[i].trimmed();
+      // A line end stands in no word.
+      if (!texte.isEmpty()) AjouteSansAccents(plie, De1252(marque.isEmpty() ? texte : marque) + '\n');
+    }
+  return plie;
+}
+
+void ModeleListe::Filtre() {
+  if (m_plies.size() != m_toutes.size()) {
+    m_plies.clear();
+    for (const LigneListe& ligne : m_toutes) m_plies.push_back(Plie(ligne.donnee));
+  }
+  m_lignes.clear();
+  m_places.clear();
+  for (std::size_t i = 0; i < m_toutes.size(); ++i) {
+    const auto tient = [&](const std::string& mot) { return m_plies[i].find(mot) != std::string::npos; };
+    if (!std::all_of(m_mots.begin(), m_mots.end(), tient)) continue;
+    m_lignes.push_back(m_toutes[i]);
+    m_places.push_back(i);
+  }
+}
+
+void ModeleListe::PoseFiltre(const QString& mots) {
+  std::vector<std::string> plies;
+  for (const QString& mot : mots.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+    AjouteSansAccents(plies.emplace_back(), De1252(mot));
+  if (plies == m_mots) return;
+  beginResetModel();
+  if (!EstFiltre()) m_toutes = std::move(m_lignes);
+  m_mots = std::move(plies);
+  m_vues.clear();
+  if (EstFiltre()) {
+    Filtre();
+  } else {
+    m_lignes = std::move(m_toutes);
+    m_toutes.clear();
+    m_plies.clear();
+    m_places.clear();
+  }
+  endResetModel();
+}
+
+/// Where a row that shows, or the end, stands among all.
+std::size_t ModeleListe::PlaceDe(int ligne) const {
+  return ligne < NbLignes() ? m_places[static_cast<std::size_t>(ligne)] : m_toutes.size();
+}
+
+QString ModeleListe::Total(int colonne) const {
+  if (colonne < 0 || colonne >= columnCount() || !m_lecture) return {};
+  i64 somme = 0;
+  QString unite;
+  bool montants = false, soldes = false;
+  for (const LigneListe& ligne : m_lignes)
+    for (const QStringList& rangee : m_lecture(ligne.donnee).rangees) {
+      QString texte = rangee.value(colonne).trimmed();
+      if (texte.isEmpty()) continue;
+      const qsizetype virgule = texte.lastIndexOf(QLatin1Char(','));
+      if (virgule < 0) return {};
+      const bool debit = texte.startsWith(QLatin1String("D "));
+      const std::optional<std::string> norme = NormeMontant(De1252(debit ? texte.mid(2) : texte));
+      if (!norme || norme->empty()) return {};
+      montants = true;
+      soldes = soldes || debit;
+      somme += (debit ? -1 : 1) * std::llround(std::strtod(norme->c_str(), nullptr) * 100);
+      unite = texte.mid(virgule + 3).trimmed();
+    }
+  if (!montants) return {};
+  const f64 valeur = static_cast<f64>(somme) / 100;
+  const QString total = Q(soldes ? FormatSoldeSaisie(valeur, 2, false) : FormatSaisie(valeur, 2, false));
+  return (total.isEmpty() ? QStringLiteral("0,00") : total) +
+         (unite.isEmpty() ? QString() : QLatin1Char(' ') + unite);
 }
 
 void ModeleListe::Insere(int ligne, Donnee donnee) {
   ligne = std::clamp(ligne, 0, NbLignes());
   beginInsertRows({}, ligne, ligne);
+  if (EstFiltre()) {
+    const std::size_t place = PlaceDe(ligne);
+    m_toutes.insert(m_toutes.begin() + static_cast<std::ptrdiff_t>(place), {donnee});
+    m_plies.clear();
+    m_places.insert(m_places.begin() + ligne, place);
+    for (std::size_t i = static_cast<std::size_t>(ligne) + 1; i < m_places.size(); ++i) ++m_places[i];
+  }
   m_lignes.insert(m_lignes.begin() + ligne, {donnee});
   m_vues.clear();
   endInsertRows();
@@ -41,6 +141,8 @@ void ModeleListe::Insere(int ligne, Donnee donnee) {
 void ModeleListe::Change(int ligne, Donnee donnee) {
   if (!Existe(ligne)) return;
   m_lignes[static_cast<std::size_t>(ligne)].donnee = donnee;
+  if (EstFiltre()) m_toutes[PlaceDe(ligne)].donnee = donnee;
+  m_plies.clear();
   m_vues.erase(ligne);
   if (columnCount() > 0) Q_EMIT dataChanged(index(ligne, 0), index(ligne, columnCount() - 1));
 }
@@ -48,6 +150,14 @@ void ModeleListe::Change(int ligne, Donnee donnee) {
 void ModeleListe::Supprime(int ligne, int nombre) {
   if (!Existe(ligne) || nombre < 1 || ligne + nombre > NbLignes()) return;
   beginRemoveRows({}, ligne, ligne + nombre - 1);
+  if (EstFiltre()) {
+    for (int i = ligne + nombre - 1; i >= ligne; --i)
+      m_toutes.erase(m_toutes.begin() + static_cast<std::ptrdiff_t>(PlaceDe(i)));
+    m_places.erase(m_places.begin() + ligne, m_places.begin() + ligne + nombre);
+    for (std::size_t i = static_cast<std::size_t>(ligne); i < m_places.size(); ++i)
+      m_places[i] -= static_cast<std::size_t>(nombre);
+    m_plies.clear();
+  }
   m_lignes.erase(m_lignes.begin() + ligne, m_lignes.begin() + ligne + nombre);
   m_vues.clear();
   endRemoveRows();
@@ -83,6 +193,22 @@ QString ModeleListe::Champ(int ligne, int champ) const {
 
 void ModeleListe::Trie(int colonne) {
   if (!m_tri || colonne < 0 || colonne >= columnCount()) return;
+  if (EstFiltre()) {
+    // All rows are sorted, and those that show are the same.
+    const std::vector<std::string> mots = std::exchange(m_mots, {});
+    beginResetModel();
+    m_lignes = std::exchange(m_toutes, {});
+    m_plies.clear();
+    endResetModel();
+    Trie(colonne);
+    beginResetModel();
+    m_mots = mots;
+    m_toutes = std::move(m_lignes);
+    Filtre();
+    m_vues.clear();
+    endResetModel();
+    return;
+  }
   const std::size_t nombre = m_lignes.size();
   std::vector<Donnee> donnees;
   for (const LigneListe& ligne : m_lignes) donnees.push_back(ligne.donnee);

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <string>
@@ -30,6 +31,8 @@ struct LigneListe {
 struct VueLigne {
   std::vector<QStringList> rangees;  ///< cells of each line of text; none for what cannot be read
   bool autre = false;                ///< in the list's other colour and font
+  /// By column, what is copied of the first line of text instead of what it shows.
+  std::map<int, QString> copies = {};
 };
 
 class ModeleListe : public QAbstractTableModel {
@@ -58,6 +61,7 @@ class ModeleListe : public QAbstractTableModel {
   /// The rows stay. Their texts, too, until `Oublie`.
   void ChangeTitre(int colonne, const QString& texte);
 
+  /// Under a filter the rows are those of these that it lets through.
   void Remplit(std::vector<LigneListe> lignes);
   void Vide() { Remplit({}); }
   /// The last row stays last whatever the sort (the empty row at the end of a list).
@@ -69,7 +73,16 @@ class ModeleListe : public QAbstractTableModel {
   void Supprime(int ligne, int nombre = 1);
   /// Forgets what was read: the records changed, the rows are the same. Tells nobody, for a view would
   /// measure every row again.
-  void Oublie() { m_vues.clear(); }
+  void Oublie();
+
+  /// Only rows that hold all these words show, in any column, whatever accents and case; a mark counts as its
+  /// word. No words: all rows. Every row is read once, not at each word.
+  void PoseFiltre(const QString& mots);
+  bool EstFiltre() const { return !m_mots.empty(); }
+  /// Rows there are, the hidden ones included.
+  int NbToutes() const { return EstFiltre() ? static_cast<int>(m_toutes.size()) : NbLignes(); }
+  /// The sum of a column's rows as it would stand in it; empty for one that holds anything but amounts.
+  QString Total(int colonne) const;
 
   int NbLignes() const { return static_cast<int>(m_lignes.size()); }
   Donnee DonneeDe(int ligne) const;  ///< 0 for no row
@@ -93,11 +106,20 @@ class ModeleListe : public QAbstractTableModel {
 
  private:
   bool Existe(int ligne) const { return ligne >= 0 && ligne < NbLignes(); }
+  std::string Plie(Donnee donnee) const;
+  void Filtre();
+  std::size_t PlaceDe(int ligne) const;
   std::vector<Titre> m_titres;
   std::vector<LigneListe> m_lignes;
   Lecture m_lecture;
   Tri m_tri;
   bool m_derniereFixe = false;
+  // Of a filter: its words, all rows with what the words are looked for in, and where the rows that show
+  // stand among them.
+  std::vector<std::string> m_mots;
+  std::vector<LigneListe> m_toutes;
+  std::vector<std::string> m_plies;
+  std::vector<std::size_t> m_places;
   mutable std::unordered_map<int, VueLigne> m_vues;  ///< by row, thrown away when large
   mutable unsigned m_lectures = 0;
 };

@@ -14,12 +14,15 @@
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
+#include <numeric>
 #include <unordered_set>
 
 #include "ui/curseurattente.h"
+#include "ui/lignefiltre.h"
 #include "ui/preferences.h"
 #include "ui/textecoupe.h"
 #include "ui/texteqt.h"
+#include "ui/textes.h"
 
 namespace fenlor {
 
@@ -207,15 +210,45 @@ void TableListe::PoseHaut(int ligne) {
   if (const QModelIndex index = m_modele->index(ligne, 0); index.isValid()) scrollTo(index, PositionAtTop);
 }
 
-void TableListe::Copie() const {
-  QStringList textes;
-  for (const int ligne : LignesChoisies())
-    for (const QStringList& rangee : m_modele->Vue(ligne).rangees) {
-      QStringList cellules = rangee;
+void TableListe::CopieLignes(const std::vector<int>& lignes) const {
+  if (lignes.empty()) return;
+  QStringList titres, textes;
+  for (const ModeleListe::Titre& titre : m_modele->Titres()) titres += titre.texte;
+  textes += titres.join(QLatin1Char('\t'));
+  for (const int ligne : lignes) {
+    const VueLigne& vue = m_modele->Vue(ligne);
+    for (std::size_t rang = 0; rang < vue.rangees.size(); ++rang) {
+      QStringList cellules = vue.rangees[rang];
       for (QString& cellule : cellules) cellule = cellule.trimmed();
+      if (rang == 0)
+        for (const auto& [colonne, texte] : vue.copies) cellules[colonne] = texte;
       textes += cellules.join(QLatin1Char('\t'));
     }
-  if (!textes.isEmpty()) QApplication::clipboard()->setText(textes.join(QLatin1Char('\n')));
+  }
+  QApplication::clipboard()->setText(textes.join(QLatin1Char('\n')));
+}
+
+void TableListe::Copie() const { CopieLignes(LignesChoisies()); }
+
+void TableListe::CopieTout() const {
+  std::vector<int> lignes(static_cast<std::size_t>(m_modele->NbLignes()));
+  std::iota(lignes.begin(), lignes.end(), 0);
+  CopieLignes(lignes);
+}
+
+void TableListe::OuvreFiltre() {
+  if (!m_filtre) m_filtre = LigneFiltre::Au(*this);
+  if (m_filtre) m_filtre->Ouvre();
+}
+
+void TableListe::PoseFiltre(const QString& mots) {
+  Recharge([&] { m_modele->PoseFiltre(mots); });
+  if (LigneChoisie() < 0) SelectionneLigne(0);
+}
+
+void TableListe::OteFiltre() {
+  if (m_filtre) m_filtre->Ferme();
+  if (m_modele->EstFiltre()) PoseFiltre({});
 }
 
 void TableListe::Recharge(const std::function<void()>& remplit) {
@@ -267,7 +300,8 @@ void TableListe::TrieParColonne(int colonne) {
   m_colonneTriee = colonne;
   if (!m_triable) return;
   const CurseurAttente attente;
-  m_modele->Trie(colonne);
+  // Under a filter the rows are filled in anew.
+  m_modele->EstFiltre() ? Recharge([&] { m_modele->Trie(colonne); }) : m_modele->Trie(colonne);
   if (LigneChoisie() >= 0) scrollTo(m_modele->index(LigneChoisie(), 0));
 }
 
@@ -415,8 +449,18 @@ void TableListe::keyboardSearch(const QString& texte) {
 void TableListe::keyPressEvent(QKeyEvent* evenement) {
   const bool entree = evenement->key() == Qt::Key_Return || evenement->key() == Qt::Key_Enter;
   const bool vertical = evenement->key() == Qt::Key_Up || evenement->key() == Qt::Key_Down;
+  constexpr auto majuscules = Qt::ControlModifier | Qt::ShiftModifier;
+  const bool avecMajuscules = (evenement->modifiers() & ~Qt::KeypadModifier) == majuscules;
+  const bool filtre =
+      evenement->text() == QLatin1String("/") || (avecMajuscules && evenement->key() == Qt::Key_F);
   if (evenement->matches(QKeySequence::Copy)) {
     Copie();
+  } else if (avecMajuscules && evenement->key() == Qt::Key_C) {
+    CopieTout();
+  } else if (filtre) {
+    OuvreFiltre();
+  } else if (evenement->key() == Qt::Key_Escape && m_filtre && m_filtre->isVisible()) {
+    OteFiltre();
   } else if (entree && m_activation && LigneChoisie() >= 0) {
     m_activation();
   } else if (entree) {
@@ -439,13 +483,14 @@ void TableListe::mouseDoubleClickEvent(QMouseEvent* evenement) {
 
 void TableListe::paintEvent(QPaintEvent* evenement) {
   QTreeView::paintEvent(evenement);
-  if (m_modele->NbLignes() > 0 || m_texteVide.isEmpty()) return;
+  const QString vide = m_modele->EstFiltre() ? TexteQ(VideFiltre) : m_texteVide;
+  if (m_modele->NbLignes() > 0 || vide.isEmpty()) return;
   QPainter peintre(viewport());
   const QPalette& couleurs = viewport()->palette();
   peintre.setPen(Lisible(couleurs.color(QPalette::PlaceholderText), couleurs.color(QPalette::Base)));
   const int marge = fontMetrics().height();
   peintre.drawText(viewport()->rect().adjusted(marge, marge, -marge, -marge),
-                   Qt::AlignCenter | Qt::TextWordWrap, m_texteVide);
+                   Qt::AlignCenter | Qt::TextWordWrap, vide);
 }
 
 CZNListCtrl::CZNListCtrl(ContexteUi& contexte, QWidget* parent) : TableListe(contexte, parent) {

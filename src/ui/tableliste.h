@@ -11,8 +11,10 @@
 
 namespace fenlor {
 
-/// Enter or a double click activates the selected row, Ctrl+C copies what is selected, letters look for
-/// a row in the first column.
+class LigneFiltre;
+
+/// Enter or a double click activates the selected row, Ctrl+C copies what is selected and Ctrl+Shift+C all,
+/// letters look for a row in the first column, "/" and Ctrl+Shift+F open the quick filter, Escape closes it.
 class TableListe : public QTreeView {
   Q_OBJECT
  public:
@@ -61,9 +63,17 @@ class TableListe : public QTreeView {
   Donnee DonneeChoisie() const { return m_modele->DonneeDe(LigneChoisie()); }
   int Haut() const { return indexAt(QPoint(0, 0)).row(); }  ///< first visible row, -1 when there is none
   void PoseHaut(int ligne);
-  /// Puts the selected rows on the clipboard, a line for each line of text, cells separated by tabs.
-  /// Without any it stays as it is.
+  /// Puts the titles and the selected rows on the clipboard, a line for each line of text, cells separated
+  /// by tabs. Without any it stays as it is.
   virtual void Copie() const;
+  /// The same of all rows that show.
+  virtual void CopieTout() const;
+
+  /// The quick filter: opens its line above the list.
+  void OuvreFiltre();
+  /// Rows that hold all these words show; what was selected stays so where it shows.
+  void PoseFiltre(const QString& mots);
+  void OteFiltre();  ///< closes the line, too
   /// Refills the rows through `remplit`. Selected rows and the first visible one are found again by their
   /// data, else by their place.
   void Recharge(const std::function<void()>& remplit);
@@ -125,6 +135,7 @@ class TableListe : public QTreeView {
 
  private:
   bool Choisit(const std::vector<Donnee>& donnees);
+  void CopieLignes(const std::vector<int>& lignes) const;
   void DessineCellule(QPainter& peintre, const QRect& cellule, int colonne, const QString& texte) const;
 
   ModeleListe* m_modele;
@@ -132,6 +143,7 @@ class TableListe : public QTreeView {
   std::function<void()> m_activation;
   std::function<QString(int)> m_bulle;
   QString m_texteVide;
+  LigneFiltre* m_filtre = nullptr;
   int m_colonneTriee = -1;
   bool m_triable = false;
   bool m_place = false;            ///< widths are changing, not by the user

@@ -40,6 +40,11 @@ inline constexpr TexteFixe ClePoliceValidees{5646, "Police des écritures valid�
 inline constexpr TexteFixe ClePoliceSaisies{5647, "Police des saisies"};
 inline constexpr TexteFixe ClePoliceTextes{5648, "Police des textes"};
 inline constexpr TexteFixe ClePoliceMois{5649, "Police des mois"};
+inline constexpr TexteFixe NomFiltre{6722, "Filtre de la liste"};
+inline constexpr TexteFixe IndiceFiltre{6723, "Filtrer : les lignes qui ont tous ces mots"};
+inline constexpr TexteFixe FermeFiltre{6724, "Fermer le filtre (Échap)"};
+inline constexpr TexteFixe FormatFiltre{6725, "%s sur %s"};  ///< rows that show, rows there are
+inline constexpr TexteFixe VideFiltre{6730, "Aucune ligne n'a tous ces mots."};
 inline constexpr TexteFixe CleFenetre{5651, "Fenêtre"};
 inline constexpr TexteFixe CleAgrandie{5652, "Agrandie"};
 inline constexpr TexteFixe CleContrasteEleve{6740, "Contraste élevé"};

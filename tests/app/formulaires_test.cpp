@@ -51,6 +51,7 @@
 #include "forms/master/pageoptionadressebanque.h"
 #include "forms/master/pageoptiontva.h"
 #include "forms/master/sheetoptions.h"
+#include "forms/recherche/dialogrecherche.h"
 #include "forms/reports/dialogperiode.h"
 #include "forms/session/dialogindex.h"
 #include "forms/session/dialognewexercice.h"
@@ -333,6 +334,7 @@ void TousLesFormulaires::Session() {
 
 void TousLesFormulaires::Programme() {
   CPrefPropertySheet preferences(Ui);
+  CDialogRecherche recherche(Ui, {});
   CDialogRaccourcis raccourcis(Ui);
   CDialogPersonnaliser personnaliser(Ui, ContenuParDefaut(), [](unsigned) { return nullptr; });
   CDialogAbout apropos(Ui, nullptr);
@@ -344,8 +346,8 @@ void TousLesFormulaires::Programme() {
   CDialogAbort progression(u"Recalcul"_s, true, nullptr);
   progression.PoseTexte(u"Compte 512"_s);
   for (QDialog* forme :
-       std::initializer_list<QDialog*>{&preferences, &raccourcis, &personnaliser, &apropos, &informations,
-                                       &astuce, calculatrice.data(), &aide, &progression})
+       std::initializer_list<QDialog*>{&preferences, &recherche, &raccourcis, &personnaliser, &apropos,
+                                       &informations, &astuce, calculatrice.data(), &aide, &progression})
     Regarde(*forme);
   delete calculatrice;
   for (const unsigned style : {BoutonsOk, BoutonsOkAnnuler, BoutonsReessayerAbandonnerIgnorer,

@@ -4,11 +4,14 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QImage>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <numeric>
 
@@ -208,7 +211,46 @@ TEST_F(ListesTest, KeysMoveCopyActivateAndSearch) {
                     Table.visualRect(Table.Modele().index(3, 0)).center());
   EXPECT_EQ(Table.LignesChoisies(), (std::vector<int>{0, 3}));
   QTest::keyClick(&Table, Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), u"Achats\tz|1\t\nCharges\tz4\t9"_s);
+  const QString titres = u"Code\tCompte\tSolde\n"_s;
+  EXPECT_EQ(QApplication::clipboard()->text(), titres + u"Achats\tz|1\t\nCharges\tz4\t9"_s);
+  QTest::keyClick(&Table, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 4) << "titles and all four rows";
+}
+
+TEST_F(ListesTest, AQuickFilterKeepsRowsThatHoldAllWords) {
+  QWidget fenetre;
+  QVBoxLayout pile(&fenetre);
+  pile.addWidget(&Table);
+  Table.PoseTriable(true);
+  std::vector<Fiche> fiches = {
+      {"1", "Évian"_w, "D 1,50 F"}, {"2", "Zurich", "4,00 F"}, {"3", "Eviana", "12,25 F"}, {"4", "", ""}};
+  Table.Suit(ColonnesFiche(), fiches);
+  Table.Relit(2);
+  fenetre.show();
+  fenetre.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&fenetre));
+  Table.setFocus();
+  QTest::keyClick(&Table, Qt::Key_Slash, {});
+  auto& filtre = Trouve<QLineEdit>(fenetre, "filtre");
+  const auto& bilan = Trouve<QLabel>(fenetre, "bilanFiltre");
+  EXPECT_TRUE(filtre.hasFocus());
+  QTest::keyClicks(&filtre, u"EVIAN f"_s);
+  EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{0, 2}));
+  EXPECT_EQ(Table.LigneChoisie(), 1) << "the selection follows its row";
+  EXPECT_EQ(bilan.text(), u"2 sur 4   Solde : 10,75 F"_s);
+  CliqueTitre(Table, 2);
+  EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{2, 0})) << "sorted by text";
+  Table.Modele().Supprime(0);
+  fiches[0].nom = "evian bis";
+  Table.Modele().Change(0, 0);
+  QTest::keyClick(&filtre, Qt::Key_Down);
+  EXPECT_TRUE(Table.hasFocus());
+  QTest::keyClick(&Table, Qt::Key_Escape);
+  EXPECT_FALSE(filtre.isVisible());
+  EXPECT_EQ(Table.Modele().NbLignes(), 3) << "the row that was taken away stays away";
+  EXPECT_EQ(Table.Modele().LigneDe(2), -1);
+  pile.removeWidget(Table.parentWidget());
+  Table.setParent(nullptr);
 }
 
 TEST_F(ListesTest, RowHeightFollowsTheListFont) {
@@ -478,7 +520,7 @@ TEST_F(VueListeTest, CommandsAndMenu) {
   EXPECT_FALSE(vue->Connait(1005));
   EXPECT_TRUE(vue->Disponible(9006));
   vue->Execute(9006);
-  EXPECT_EQ(QApplication::clipboard()->text(), u"1\tLigne 1\t99"_s);
+  EXPECT_EQ(QApplication::clipboard()->text(), u"Code\tCompte\tSolde\n1\tLigne 1\t99"_s);
   table.SelectionneLigne(-1, false);
   EXPECT_FALSE(vue->Disponible(9006));
   CliqueTitre(table, 2);

@@ -30,6 +30,9 @@ constexpr int luesAuPlus = 200;
 
 std::vector<unsigned> CEcritureView::MenuContextuel() {
   return {CmdCopier,
+          CmdCopierTout,
+          CmdFiltrer,
+          0,
           CmdAjouter,
           CmdModifier,
           CmdSupprimer,
@@ -70,6 +73,8 @@ void CEcritureView::DeclareCommandes() {
        [this] { return Comptable(); }},
       {CmdCopier, [this] { m_liste->Copie(); }, choisie},
       {CmdCopierMenu, [this] { m_liste->Copie(); }, choisie},
+      {CmdCopierTout, [this] { m_liste->CopieTout(); }, [this] { return GetEcrCount() > 0; }},
+      {CmdFiltrer, [this] { m_liste->OuvreFiltre(); }},
   });
   for (const auto& [commande, mode] :
        {std::pair{CmdBrouillard, ListeBrouillard}, {CmdValidees, ListeValidees}, {CmdToutes, ListeToutes}})

@@ -221,6 +221,26 @@ void CEcritureView::MontreVide() {
   m_liste->PoseTexteVide(texte);
 }
 
+void CEcritureView::MontreEcriture(u32 mouvement, Date date) {
+  m_liste->OteFiltre();
+  const auto& cellules = m_mois->Cellules();
+  const auto cellule = std::find_if(cellules.begin(), cellules.end(), [date](const CMonth::Cellule& c) {
+    return date >= c.premier && date <= c.dernier;
+  });
+  if (cellule != cellules.end()) m_mois->Montre(static_cast<int>(cellule - cellules.begin()));
+  const auto listee = [&] {
+    bool oui = false;
+    return App().Dit(EstListee(App(), Demande(), mouvement, oui)) && oui;
+  };
+  if (!listee()) {
+    m_mode = ListeToutes;
+    m_criteres = CriteresParDefaut(App());
+  }
+  if (!EstOD() && !listee()) m_combo->Choisit(Texte(MotTousComptes));
+  RefreshJournal();
+  SelectEcrItem(FindEcrItem(mouvement));
+}
+
 // -- State of the window
 
 void CEcritureView::LitEtat() {

@@ -43,6 +43,9 @@ class CEcritureView : public Vue, public ListeEcritures {
   virtual int FindEcrItem(u32 mouvement) const;
   virtual void SelectEcrItem(int ligne);  ///< this one alone, brought into view
   void RefreshJournal() override;
+  /// Shows an entry of this journal, whatever stands in its way: month, account, drafts or not, criteria,
+  /// filter. Its row is chosen.
+  void MontreEcriture(u32 mouvement, Date date);
 
   /// What the list is made of now; the printed journal takes the same.
   DemandeListe Demande() const;

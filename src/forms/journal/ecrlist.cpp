@@ -164,11 +164,14 @@ void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const T
   if (!memes) {
     TableColonnes<Rangee> colonnes;
     for (const ChampJournal champ : champs) colonnes.push_back(ColonneDe(champ));
-    const auto lit = [this, colonnes](ModeleListe::Donnee donnee) {
+    const auto date = std::find(champs.begin(), champs.end(), ChampJournal::Date);
+    const auto colonneDate = static_cast<int>(date - champs.begin());
+    const auto lit = [this, colonnes, colonneDate](ModeleListe::Donnee donnee) {
       VueLigne vue;
       EntreeJournal entree;
       if (!m_lecture || !m_lecture(static_cast<u32>(donnee), entree)) return vue;
       vue.autre = entree.validee;
+      vue.copies[colonneDate] = Q(StrDate(entree.date));
       for (std::size_t rang = 0; rang < entree.rangees.size(); ++rang) {
         vue.rangees.emplace_back();
         for (const std::string& texte : Cellules(colonnes, {&entree, rang})) vue.rangees[rang] += Q(texte);

@@ -467,8 +467,9 @@ TEST_F(VueCommandes, CopieEtMenu) {
   Choisit(*vue, {a, b});
   vue->Execute(CopierMenu);
   EXPECT_EQ(QApplication::clipboard()->text(),
-            u"1\t1\tEssai\tBQ\t1,00\t\t\t\t\t\t706\tHonoraires\n"
-            "2\t2\tEssai\tBQ\t2,00\t\t\t\t\t\t706\tHonoraires"_s);
+            u"Ligne\tDate\tLibellé\tTrésorerie\tMontant €\tP\tB\tR\tV\tRub\tCompte\tDésignation\n"
+            "1\t01/03/2003\tEssai\tBQ\t1,00\t\t\t\t\t\t706\tHonoraires\n"
+            "2\t02/03/2003\tEssai\tBQ\t2,00\t\t\t\t\t\t706\tHonoraires"_s);
   QSignalSpy menu(vue.get(), &Vue::MenuDemande);
   Q_EMIT vue->Liste().customContextMenuRequested({5, 5});
   ASSERT_EQ(menu.size(), 1);

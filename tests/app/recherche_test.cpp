@@ -1,0 +1,122 @@
+// The find box over the whole program, by keyboard alone; its keys are counted.
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QTest>
+
+#include "app/fabriques.h"
+#include "app/gestioncommandes.h"
+#include "app/mainframe.h"
+#include "core/texte.h"
+#include "forms/journal/ecritureview.h"
+#include "forms/journal/ecrlist.h"
+#include "forms/recherche/dialogrecherche.h"
+#include "journal/cabinetmedical.h"
+#include "outils/uidetest.h"
+#include "store/texte1252.h"
+#include "ui/cznlistview.h"
+#include "ui/dialogueqt.h"
+
+namespace fenlor::test {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class BoiteRecherche : public CabinetMedical {
+ protected:
+  void SetUp() override {
+    Installe();
+    for (const auto& [libelle, jour, mois, montant] : {std::tuple{"Zinguerie du toit", 2u, 1u, 650.0},
+                                                       {"Zinguerie du toit", 2u, 2u, 660.0},
+                                                       {"Chèque n° 1234567 plombier", 9u, 2u, 81.5},
+                                                       {"Zèbre", 5u, 3u, 12.0}}) {
+      SaisieEcriture ecriture = Ecriture(JournalDepenses, "6132", montant, "512", FaitDate(jour, mois, 2003));
+      ecriture.libelle = DepuisUtf8(libelle).value();
+      m_mouvements.push_back(Enregistre(ecriture));
+    }
+    Principal = std::make_unique<CMainFrame>(App(), Dialogues);
+    App().ExerciceOuvert = 1;
+    PoseFabriques(*Principal);
+    Principal->AppliqueRaccourcis();
+    Principal->show();
+    Principal->MontreExercice();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Principal.get()));
+  }
+  void TearDown() override { Principal.reset(); }
+
+  /// Ctrl+K, the text, keys downwards, Enter: how many keys that was.
+  int Cherche(const QString& texte, int bas = 0) {
+    Robot robot;
+    robot.Attend("DialogRecherche", [&](QDialog& d) {
+      QTest::keyClicks(d.focusWidget(), texte);
+      if (bas > 0) {
+        // The keys wait for what is looked for.
+        auto& boite = static_cast<CDialogRecherche&>(d);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return boite.Repos(); }));
+      }
+      for (int i = 0; i < bas; ++i) QTest::keyClick(d.focusWidget(), Qt::Key_Down);
+      QTest::keyClick(d.focusWidget(), Qt::Key_Return);
+      m_reste = d.isVisible() ? Textes(d) : QString();
+      if (d.isVisible()) d.reject();
+    });
+    Principal->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Principal.get()));
+    QTest::keyClick(Principal.get(), Qt::Key_K, Qt::ControlModifier);
+    return 1 + static_cast<int>(texte.size()) + bas + 1;
+  }
+  /// The journal in front, once the program is in front itself.
+  CEcritureView* Journal() {
+    Principal->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Principal.get()));
+    return qobject_cast<CEcritureView*>(Principal->VueActive());
+  }
+
+  DialogueQt Dialogues;
+  std::unique_ptr<CMainFrame> Principal;
+  std::vector<u32> m_mouvements;
+  QString m_reste;  ///< what the box says when nothing was chosen in it
+};
+
+TEST_F(BoiteRecherche, UneEcritureEnDouzeTouchesAuPlus) {
+  // From the start page, from a list, from another journal.
+  for (const u32 fenetre : {0u, u32{FenRubriques}, u32{FenRecettes}}) {
+    Principal->FermeToutes();
+    if (fenetre) Principal->OuvreUnique(fenetre);
+    EXPECT_LE(Cherche(u"plombier"_s), 12);
+    ASSERT_TRUE(Journal()) << m_reste.toStdString();
+    EXPECT_EQ(Journal()->Titre(), DepuisUtf8("Ecritures de dépenses").value());
+    EXPECT_EQ(Journal()->GetEcrId(Journal()->GetEcrSel()), m_mouvements[2]);
+    EXPECT_EQ(Journal()->Demande().mois, FaitDate(1, 2, 2003));
+  }
+  // What stands in the way of an entry gives way: month, mode, filter.
+  Journal()->Execute(CmdValidees);
+  Journal()->Liste().PoseFiltre(u"rien"_s);
+  Cherche(u"zebre"_s);
+  EXPECT_EQ(Journal()->GetEcrId(Journal()->GetEcrSel()), m_mouvements[3]);
+  // The later of two alike comes first.
+  Cherche(u"zing toit"_s, 1);
+  EXPECT_EQ(Journal()->GetEcrId(Journal()->GetEcrSel()), m_mouvements[0]);
+}
+
+TEST_F(BoiteRecherche, ComptesRubriquesCommandesAide) {
+  Cherche(u"6132"_s);
+  auto* liste = qobject_cast<CZNListView*>(Principal->VueActive());
+  ASSERT_TRUE(liste);
+  EXPECT_EQ(liste->Titre(), DepuisUtf8("Comptes de dépenses").value());
+  EXPECT_TRUE(liste->Table().Modele().Champ(liste->Table().LigneChoisie(), 1).startsWith(u"6132"_s));
+  Cherche(u"comptes de tresorerie"_s);
+  EXPECT_TRUE(Principal->EstOuvert(FenTresorerie));
+  Cherche(u"rapprochement bancaire page"_s);
+  QDialog* aide = Principal->findChild<QDialog*>(u"FenetreAide"_s);
+  ASSERT_TRUE(aide);
+  EXPECT_TRUE(aide->isVisible());
+  aide->close();
+  // Nothing found: the box stays, Escape leaves everything as it was.
+  const auto avant = Principal->VueActive();
+  Cherche(u"zzzz"_s);
+  EXPECT_EQ(avant, Principal->VueActive());
+  EXPECT_FALSE(m_reste.isEmpty());
+}
+
+}  // namespace
+}  // namespace fenlor::test
