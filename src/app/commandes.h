@@ -31,6 +31,7 @@ enum class Menu {
   Traitements,
   Outils,
   Affichage,
+  Graphique,  ///< shown while a chart is the active window
   Fenetre,
   Aide,
   Aucun

@@ -70,6 +70,7 @@ void Commandes::FaitMenus(QMenuBar& barre) {
       separateur = false;
       menu->addAction(action);
     }
+    if (menu && place == Menu::Graphique) m_menuGraphique = menu->menuAction();
     if (menu && place == Menu::Fenetre) new ListeFenetres(*menu, m_cadre.Zone());
   }
 }
@@ -109,6 +110,8 @@ bool Commandes::EstCoche(const Commande& commande) const {
 }
 
 void Commandes::ActualiseEtats() {
+  const Vue* vue = m_cadre.VueActive();
+  if (m_menuGraphique) m_menuGraphique->setVisible(vue && vue->Connait(CmdAires));
   for (const Commande& commande : TableCommandes()) {
     QAction* action = Action(commande.numero);
     if (!action) continue;

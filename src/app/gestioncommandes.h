@@ -40,6 +40,7 @@ class Commandes : public QObject {
   CMainFrame& m_cadre;
   Impressions* m_etats;
   bool m_navigateur;
+  QAction* m_menuGraphique = nullptr;
   QHash<unsigned, QAction*> m_actions;
 };
 

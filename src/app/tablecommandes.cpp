@@ -25,6 +25,7 @@
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogreleve.h"
 #include "forms/garde/dialogclotureexercice.h"
+#include "forms/graphiques/graphwinview.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -82,6 +83,9 @@ void MiseEnPage(CMainFrame& cadre, unsigned) { cadre.Table().Etats().Configure()
 void Etat(CMainFrame& cadre, unsigned numero) {
   if (const DefinitionEtat* etat = TrouveEtat(numero))
     cadre.Table().Etats().Ouvre(etat->fabrique, DemandeEtat::SelonPreference);
+}
+void Graphiques(CMainFrame& cadre, unsigned) {
+  OuvreGraphique(cadre.Contexte(), cadre.Table().Etats(), [&cadre](Vue* vue) { cadre.Ouvre(vue); });
 }
 void Virement(CMainFrame& cadre, unsigned) {
   if (!CDialogVirement::PeutOuvrir(cadre.Contexte())) return;
@@ -269,7 +273,8 @@ constexpr Commande table[] = {
      "Annexe des immobilisations : amortissements de l'année et d'avant."},
     {1036, M::Etats, false, "Plus et moins &values...", "+/- values", "etat-plus-values", "", Si::Exercice,
      Etat, "Annexe des ventes et des mises au rebut."},
-    {1037, M::Etats, true, "Gra&phiques...", "", "graphiques", "", Si::Exercice, nullptr, plusTard},
+    {1037, M::Etats, true, "Gra&phiques...", "", "graphiques", "", Si::Exercice, Graphiques,
+     "Dessine les mouvements de comptes, mois par mois ou compte par compte."},
 
     {1038, M::Traitements, false, "&Ecritures automatiques...", "Automatiques", "ecritures-automatiques", "",
      Si::Exercice, Automatiques, "Modèles des recettes et des dépenses qui reviennent."},
@@ -327,6 +332,36 @@ constexpr Commande table[] = {
     {1212, M::Affichage, false, "&Raccourcis clavier...", "Raccourcis", "raccourcis", "", Si::Toujours,
      Raccourcis, "Change les touches des commandes."},
 
+    {1074, M::Graphique, false, "&Aires", "", "graph-aires", "", Si::Vue, DeLaVue,
+     "Remplit la surface sous les valeurs."},
+    {1075, M::Graphique, false, "Aires &3D", "", "graph-aires-3d", "", Si::Vue, DeLaVue,
+     "Remplit la surface sous les valeurs, en relief."},
+    {1070, M::Graphique, false, "&Barres horizontales", "", "graph-barres-h", "", Si::Vue, DeLaVue,
+     "Une barre par point, couchée."},
+    {1071, M::Graphique, false, "Barres h&orizontales 3D", "", "graph-barres-h-3d", "", Si::Vue, DeLaVue,
+     "Une barre par point, couchée, en relief."},
+    {1072, M::Graphique, false, "Barres &verticales", "", "graph-barres-v", "", Si::Vue, DeLaVue,
+     "Une barre par point, debout."},
+    {1073, M::Graphique, false, "Barres ver&ticales 3D", "", "graph-barres-v-3d", "", Si::Vue, DeLaVue,
+     "Une barre par point, debout, en relief."},
+    {1076, M::Graphique, false, "&Courbes", "", "graph-courbes", "", Si::Vue, DeLaVue, "Relie les valeurs."},
+    {1077, M::Graphique, false, "Co&urbes 3D", "", "graph-courbes-3d", "", Si::Vue, DeLaVue,
+     "Relie les valeurs par un ruban."},
+    {1078, M::Graphique, false, "&Nuages de points (XY)", "", "graph-nuage", "", Si::Vue, DeLaVue,
+     "Une marque par point."},
+    {1079, M::Graphique, false, "Sur&face 3D", "", "graph-surface", "", Si::Vue, DeLaVue,
+     "Une nappe dont les tons disent la hauteur."},
+    {1080, M::Graphique, false, "&Secteurs", "", "graph-secteurs", "", Si::Vue, DeLaVue,
+     "Parts d'un disque."},
+    {1081, M::Graphique, false, "Secteurs 3&D", "", "graph-secteurs-3d", "", Si::Vue, DeLaVue,
+     "Parts d'un disque, en relief."},
+    {9050, M::Graphique, true, "Copier l'&image", "", "copier-image", "", Si::Vue, DeLaVue,
+     "Met le graphique dans le presse-papiers, comme image."},
+    {9051, M::Graphique, false, "Copier les va&leurs", "", "copier-valeurs", "", Si::Vue, DeLaVue,
+     "Met le libellé et la valeur de chaque point dans le presse-papiers."},
+    {9052, M::Graphique, false, "&Exporter l'image...", "", "exporter-image", "", Si::Vue, DeLaVue,
+     "Ecrit le graphique dans un fichier PNG, SVG ou PDF."},
+
     {9010, M::Fenetre, false, "&Cascade", "", "cascade", "", Si::FenetreActive, Cascade,
      "Décale les fenêtres."},
     {9011, M::Fenetre, false, "&Mosaïque", "", "mosaique", "", Si::FenetreActive, Mosaique,
@@ -357,8 +392,9 @@ constexpr Commande table[] = {
      "Choisit l'exercice sur lequel vous travaillez."},
 };
 
-constexpr const char* titres[] = {"&Fichier", "&Edition",   "&Comptabilité", "E&tats", "T&raitements",
-                                  "&Outils",  "&Affichage", "Fe&nêtre",      "&?",     ""};
+constexpr const char* titres[] = {"&Fichier", "&Edition",   "&Comptabilité", "E&tats",   "T&raitements",
+                                  "&Outils",  "&Affichage", "&Graphique",    "Fe&nêtre", "&?",
+                                  ""};
 
 }  // namespace
 

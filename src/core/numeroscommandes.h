@@ -33,6 +33,18 @@ enum NumeroCommande : unsigned {
   CmdEcheances = 1095,
   CmdRaccourcis = 1212,
   CmdOptions = 1213,
+  CmdBarresHorizontales = 1070,
+  CmdBarresHorizontales3D = 1071,
+  CmdBarresVerticales = 1072,
+  CmdBarresVerticales3D = 1073,
+  CmdAires = 1074,
+  CmdAires3D = 1075,
+  CmdCourbes = 1076,
+  CmdCourbes3D = 1077,
+  CmdNuage = 1078,
+  CmdSurface = 1079,
+  CmdSecteurs = 1080,
+  CmdSecteurs3D = 1081,
   CmdBrouillard = 1220,
   CmdValidees = 1221,
   CmdToutes = 1222,
@@ -69,6 +81,9 @@ enum NumeroCommande : unsigned {
   CmdRebut = 9031,
   CmdDetailAmortissements = 9032,
   CmdImporterReleve = 9040,
+  CmdCopierImage = 9050,
+  CmdCopierValeurs = 9051,
+  CmdExporterGraphique = 9052,
 };
 
 }  // namespace fenlor

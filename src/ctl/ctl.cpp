@@ -10,10 +10,11 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
                std::ostream& erreurs, const OptionsCtl& options) {
   LigneCommande ligne;
   for (const auto declare :
-       {DeclareExercices, DeclareDemo, DeclareSaisie, DeclareJournal, DeclareEtats, DeclareEchanges,
-        DeclareEntretien, DeclareComptes, DeclareRubriques, DeclareTraitements, DeclareImmobilisations,
-        DeclareRapprochement, DeclareAmortissement, DeclareAutomatiques, DeclareFraisKm, DeclareRemise,
-        DeclareReleve, DeclareGarde, DeclareChercher, DeclareGraphiques})
+       {DeclareExercices,     DeclareDemo,         DeclareSaisie,          DeclareJournal,
+        DeclareEtats,         DeclareEchanges,     DeclareEntretien,       DeclareComptes,
+        DeclareRubriques,     DeclareTraitements,  DeclareImmobilisations, DeclareRapprochement,
+        DeclareAmortissement, DeclareAutomatiques, DeclareFraisKm,         DeclareRemise,
+        DeclareReleve,        DeclareGarde,        DeclareChercher,        DeclareGraphiques})
     declare(ligne);
 
   const LigneCommande::Lecture lecture = ligne.Lit(args);

@@ -34,12 +34,12 @@ bool RetientGenre(CFenlorApp& app, GenreGraphique genre) {
                                std::to_string(static_cast<int>(genre)));
 }
 
-PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte) {
-  const f64 bande = std::min(BandeTitre * HauteurTitreEcran, hauteur / 4);
+PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte, f64 hauteurTitre) {
+  const f64 bande = std::min(BandeTitre * hauteurTitre, hauteur / 4);
   const CadreForme reste{0, bande, largeur, std::max(bande, hauteur)};
   return {{0, 0, largeur, bande},
           Rogne(reste, std::min({hauteurTexte, largeur / 20, hauteur / 20})),
-          HauteurTitreEcran,
+          hauteurTitre,
           hauteurTexte};
 }
 

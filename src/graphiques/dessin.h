@@ -34,8 +34,8 @@ struct PlaceGraphique {
   f64 hauteurTexte = 12;
 };
 constexpr f64 HauteurTitreEcran = 25;
-/// The whole of a window.
-PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte);
+/// The whole of a window; no band for a title of height 0.
+PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte, f64 hauteurTitre = HauteurTitreEcran);
 
 /// How much of a sheet a chart takes.
 enum class TaillePapier : int { Pleine = 0, Demi = 1, Quart = 2, Proportionnelle = 3 };

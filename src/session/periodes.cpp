@@ -70,6 +70,12 @@ BornesPeriode BornesDe(const CadrePeriode& cadre, Periode periode, Date jour, Fi
   return bornes;
 }
 
+BornesPeriode BornesEntieres(const CadrePeriode& cadre, Periode periode) {
+  BornesPeriode bornes = BornesDe(cadre, periode, cadre.aujourdhui);
+  if (periode == Periode::Semaine) GetWeek(cadre.aujourdhui, bornes.du, bornes.au);
+  return bornes;
+}
+
 Periode PeriodeRetenue(CFenlorApp& app, const CadrePeriode& cadre) {
   const int valeur = TexteVersEntier(app.Reglages.LitIni(Texte(SecPreferences), Texte(ClePeriode)));
   if (valeur < static_cast<int>(Periode::Aujourdhui) || valeur > static_cast<int>(Periode::Libre))

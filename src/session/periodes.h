@@ -56,6 +56,9 @@ struct BornesPeriode {
 BornesPeriode BornesDe(const CadrePeriode& cadre, Periode periode, Date jour = 0,
                        FinSemaine fin = FinSemaine::Limite);
 
+/// The same around today, week and month whole: for a form without lists of them.
+BornesPeriode BornesEntieres(const CadrePeriode& cadre, Periode periode);
+
 /// The choice kept in the settings. With today outside the exercice the first three become `Exercice`, as
 /// does what is no choice.
 Periode PeriodeRetenue(CFenlorApp& app, const CadrePeriode& cadre);

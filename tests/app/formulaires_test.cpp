@@ -33,6 +33,8 @@
 #include "forms/banque/dialogrelevecsv.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/garde/dialogclotureexercice.h"
+#include "forms/graphiques/dialoggraph.h"
+#include "forms/graphiques/dialogprintgraph.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmonth.h"
@@ -252,6 +254,9 @@ void TousLesFormulaires::Ecritures() {
   CDialogVirement virement(Ui);
   CDialogRapprochement rapprochement(Ui);
   CDialogFraisKm frais(Ui);
+  CDialogGraph graphique(Ui);
+  TaillePapier taille = TaillePapier::Proportionnelle;
+  CDialogPrintGraph papier(Ui, taille);
   CriteresRemise cheques = CriteresRemiseProposes(App());
   CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
   CDialogAutoEcheance echeances(Ui, {{1, FaitDate(15, 3, 2003), "Loyer", "BQ", JournalDepenses, 700, true}});
@@ -264,7 +269,7 @@ void TousLesFormulaires::Ecritures() {
   CDialogReleveCsv csv(Ui, tableau, formeCsv);
   for (QDialog* forme :
        std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &rapprochement,
-                                       &frais, &remise, &echeances, &connu, &csv})
+                                       &frais, &graphique, &papier, &remise, &echeances, &connu, &csv})
     Regarde(*forme);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,

@@ -34,8 +34,8 @@ bool PageGraphique::DessinePage(QPainter& peintre, qreal unitesParPouce, u32 n) 
 }
 
 bool EcritPdfGraphique(CFenlorApp& app, const SerieGraphique& serie, GenreGraphique genre,
-                       const std::string& fichier, int descripteur) {
-  PageGraphique page(serie, genre, TaillePapier::Proportionnelle);
+                       const std::string& fichier, int descripteur, TaillePapier taille) {
+  PageGraphique page(serie, genre, taille);
   page.Prepare(FeuilleParDefaut());
   const std::string titre = CompacteTexte(serie.titre), auteur = LitIdentiteEtat(app).nom;
   return fichier.empty() ? EcritPdf(app, page, titre, auteur, descripteur)

@@ -12,7 +12,6 @@ class PageGraphique : public PagesDessinees {
  public:
   PageGraphique(const SerieGraphique& serie, GenreGraphique genre, TaillePapier taille);
 
-  void PoseTaille(TaillePapier taille) { m_taille = taille; }
   bool Prepare(const QPageLayout& feuille) override;
   const QPageLayout& Feuille() const override { return m_feuille; }
   u32 NombrePages() const override { return 1; }
@@ -21,13 +20,14 @@ class PageGraphique : public PagesDessinees {
  private:
   const SerieGraphique& m_serie;
   const GenreGraphique m_genre;
-  TaillePapier m_taille;
+  const TaillePapier m_taille;
   QPageLayout m_feuille;
 };
 
 /// A chart on a page of its own as a PDF file, or into an open file when `fichier` is empty (`EcritPdf`).
 /// Needs a QGuiApplication, the offscreen platform is enough.
 bool EcritPdfGraphique(CFenlorApp& app, const SerieGraphique& serie, GenreGraphique genre,
-                       const std::string& fichier, int descripteur);
+                       const std::string& fichier, int descripteur,
+                       TaillePapier taille = TaillePapier::Proportionnelle);
 
 }  // namespace fenlor

@@ -32,13 +32,7 @@ QString JourFichier(Date date) { return Q(StrSDate(date)); }
 
 }  // namespace
 
-QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat) {
-  QString nom = Q(etat.TitreDocument());
-  const CriteresEtat& criteres = etat.Criteres();
-  const bool partie =
-      criteres.du && criteres.au &&
-      (criteres.du != app.Reglages.GetDebutExercice() || criteres.au != app.Reglages.GetFinExercice());
-  nom += u' ' + (partie ? JourFichier(criteres.du) + u' ' + JourFichier(criteres.au) : Q(app.NomExercice));
+QString NomFichierPropre(const QString& nom) {
   QString propre;
   for (const QChar c : nom) {
     if (c.isLetterOrNumber())
@@ -48,6 +42,16 @@ QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat) {
   }
   while (propre.endsWith(u'-')) propre.chop(1);
   return propre;
+}
+
+QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat) {
+  QString nom = Q(etat.TitreDocument());
+  const CriteresEtat& criteres = etat.Criteres();
+  const bool partie =
+      criteres.du && criteres.au &&
+      (criteres.du != app.Reglages.GetDebutExercice() || criteres.au != app.Reglages.GetFinExercice());
+  nom += u' ' + (partie ? JourFichier(criteres.du) + u' ' + JourFichier(criteres.au) : Q(app.NomExercice));
+  return NomFichierPropre(nom);
 }
 
 CFrameWndPrint::CFrameWndPrint(Impressions& impressions, ContexteUi& contexte,

@@ -70,6 +70,8 @@ class CFrameWndPrint : public QObject {
   QTimer m_veille;
 };
 
+/// Letters and numbers of a name, with "-" between the words.
+QString NomFichierPropre(const QString& nom);
 /// "Grand-livre-2003", or with other days than the exercice's "Grand-livre-20030101-20030331".
 QString NomFichierEtat(const CFenlorApp& app, const CEtatComptable& etat);
 

@@ -36,6 +36,8 @@ class Impressions : public QObject {
 
   // -- For the reports
 
+  /// The sheet of the settings, as it is now.
+  void LitFeuille();
   const QPageLayout& Feuille() const { return m_feuille; }
   void Montre(Vue* apercu) { m_montre(apercu); }
   QWidget* Proprietaire() const;
@@ -44,7 +46,6 @@ class Impressions : public QObject {
   bool Occupe = false;  ///< a report is being built or printed
 
  private:
-  void LitFeuille();
   void GardeFeuille();
 
   ContexteUi& m_contexte;
