@@ -6,6 +6,7 @@
 #include <clocale>
 #include <cstdlib>
 
+#include "ui/couleurs.h"
 #include "ui/touchesacces.h"
 
 int main(int argc, char** argv) {
@@ -16,5 +17,7 @@ int main(int argc, char** argv) {
   std::setlocale(LC_NUMERIC, "C");
   QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
   QApplication::setStyle(QStringLiteral("Fusion"));
+  // As the program does: what the desktop has too faint is made to read well.
+  QApplication::setPalette(fenlor::PaletteLisible(QApplication::palette()));
   return RUN_ALL_TESTS();
 }
