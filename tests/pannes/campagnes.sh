@@ -26,7 +26,8 @@ campagne() {
 choisies=$*
 campagne saisir tests_pannes 'Morts.CeQui*' FENLOR_MORTS=300
 campagne verbes tests_pannes 'Verbes.Tues*' FENLOR_MORTS=500
-campagne fenetre tests_pannes_fenetre '*' FENLOR_MORTS_FENETRE=100
+campagne fenetre tests_pannes_fenetre 'MortsFenetre.*' FENLOR_MORTS_FENETRE=100
+campagne echeances tests_pannes_fenetre 'MortsEcheances.*' FENLOR_MORTS_ECHEANCES=200
 campagne coupures tests_pannes 'Coupure.*' FENLOR_GRAINES=12
 campagne appels tests_pannes 'Verbes.Chaque*' FENLOR_APPELS=0
 campagne disque tests_pannes 'Disque/*'

@@ -8,39 +8,18 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/ecritureview.h"
-#include "ui/dialogueqt.h"
+#include "pannes/fenetretuee.h"
+#include "session/exercices.h"
 
 namespace fenlor {
 
 namespace {
 
-[[noreturn]] void Abandonne(const std::string& texte) {
-  std::fprintf(stderr, "saisiefenetre: %s\n", texte.c_str());
-  std::exit(3);
-}
-
-class DialogueMuet : public DialogueQt {
- public:
-  void Erreur(unsigned, const std::string& texte) override { Abandonne(texte); }
-  int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
-};
-
-class Bureau : public Fenetres {
- public:
-  void FermeToutes() override {}
-  void Sauve() override {}
-  void Restaure() override {}
-  void MontreExercice() override {}
-  void Aide(const QString&) override {}
-  bool Touche(const QKeySequence&) override { return false; }
-  QWidget* Cadre() override { return nullptr; }
-};
+using pannes::Abandonne;
 
 void Touche(Qt::Key touche) {
   if (QWidget* champ = QApplication::focusWidget()) QTest::keyClick(champ, touche);
@@ -60,19 +39,10 @@ void TabVers(const char* nom) {
 }
 
 int Tape(const std::string& cabinet, unsigned premiere, bool suspens) {
-  QVAPI magasin;
-  DialogueMuet dialogue;
-  CFenlorApp app(magasin, dialogue);
-  if (!magasin.QVOpenSession(1) || !magasin.QVOpenCompta(cabinet, {}) || !magasin.QVOpenExercice("2003"))
-    Abandonne(magasin.QVErreurTexte(magasin.QVFileErrorCode()));
-  app.PathCabinet = cabinet;
-  app.NomExercice = magasin.NomExercice();
-  app.PathExercice = magasin.PathExercice();
-  app.ExerciceOuvert = 1;
-  Bureau bureau;
-  Preferences dessin;
-  ContexteUi ui{app, bureau, dessin};
-  ChargePreferences(dessin, app, QApplication::palette());
+  pannes::FenetreTuee session(cabinet);
+  CFenlorApp& app = session.app;
+  ContexteUi& ui = session.ui;
+  if (!app.Dit(OuvreExercice(app, "2003"))) Abandonne("no exercice");
 
   CEcritureView vue(ui, JournalRecettes);
   vue.resize(900, 500);
