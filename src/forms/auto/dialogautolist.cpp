@@ -52,10 +52,15 @@ CDialogAutoList::CDialogAutoList(ContexteUi& contexte, std::function<void()> imp
   connect(&previsions, &QPushButton::clicked, this, &CDialogAutoList::Prevoit);
   Boutons(Mode::Consultation);
   AjouteAide();
-  Charge(0);
+  Charge(1);
 }
 
 CDialogAutoList::~CDialogAutoList() = default;
+
+void CDialogAutoList::showEvent(QShowEvent* evenement) {
+  CZNDialog::showEvent(evenement);
+  m_liste->setFocus(Qt::OtherFocusReason);
+}
 
 void CDialogAutoList::DeclareListe() {
   m_liste = new ListeEditee(Contexte(), ListeEditee::Genre::Fiches, u"Ecritures automatiques"_s,

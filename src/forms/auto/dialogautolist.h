@@ -23,6 +23,10 @@ class CDialogAutoList : public CZNDialog, public SuiteFiches {
   void VaVers(int pas) override;
   void Remplace(Position position) override;
 
+ protected:
+  /// The keys are those of the list.
+  void showEvent(QShowEvent* evenement) override;
+
  private:
   void DeclareListe();
   /// Reads the models anew and selects one by its number; 0: none.

@@ -34,6 +34,11 @@ CDialogAutoPrevisions::CDialogAutoPrevisions(ContexteUi& contexte, const std::fu
 
 CDialogAutoPrevisions::~CDialogAutoPrevisions() = default;
 
+void CDialogAutoPrevisions::showEvent(QShowEvent* evenement) {
+  CZNDialog::showEvent(evenement);
+  m_liste->setFocus(Qt::OtherFocusReason);
+}
+
 int CDialogAutoPrevisions::exec() { return m_lu ? CZNDialog::exec() : static_cast<int>(Rejected); }
 
 void CDialogAutoPrevisions::DeclareListe() {

@@ -20,6 +20,10 @@ class CDialogAutoPrevisions : public CZNDialog {
   /// Ends at once when there are no figures, which has been told.
   int exec() override;
 
+ protected:
+  /// The keys are those of the list.
+  void showEvent(QShowEvent* evenement) override;
+
  private:
   void DeclareListe();
 
