@@ -157,10 +157,16 @@ int Importe(Contexte& contexte, const OptionsImporter& options) {
   const DefinitionFichier& definition = *DefinitionNom(options.nom);
   LecteurLignes lignes(contexte.Entree, options.source);
   if (!lignes.Ouvert()) return contexte.RefuseOuverture(options.source);
+  std::string exercice;
   if (!definition.duCabinet) {
     if (!contexte.OuvreExercice()) return StatutRefuse;
-    if (contexte.App.Reglages.IsExerciceCloture()) return contexte.Refuse(ErrExerciceCloture, {});
+    exercice = contexte.App.NomExercice;
+  } else if (contexte.Magasin.GetExercicesRec() != 0 && !contexte.TrouveExercice(exercice)) {
+    return StatutRefuse;
   }
+  // The register is frozen with the exercice that is at hand.
+  if (!exercice.empty() && contexte.App.Reglages.IsExerciceCloture(exercice))
+    return contexte.Refuse(ErrExerciceCloture, {});
   Ajouteur ajouteur(contexte.App, definition);
   if (!ajouteur.Ouvre()) return contexte.RefuseMagasin();
 

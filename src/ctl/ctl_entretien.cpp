@@ -173,11 +173,16 @@ int Recalcule(Contexte& contexte, bool euros) {
 }
 
 int Verifie(Contexte& contexte) {
-  if (!contexte.OuvreExercice()) return StatutRefuse;
   const bool json = contexte.Globales.json;
   const auto dit = [&](const std::string& phrase) {
     contexte.Ecrit(json ? LigneJson().Texte("anomalie", phrase).Fin() : VersUtf8(phrase) + "\n");
   };
+  std::string nom;
+  if (!contexte.TrouveExercice(nom)) return StatutRefuse;
+  if (!contexte.OuvreExercice(nom)) {
+    ConstateDegats(contexte.App, nom, dit);
+    return StatutRefuse;
+  }
   u32 anomalies = VerifieExercice(contexte.App, dit);
   ExamenSceau examen;
   if (const Refus refus = ExamineSceau(contexte.App, examen)) return contexte.Refuse(refus);

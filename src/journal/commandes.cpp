@@ -14,10 +14,9 @@ namespace fenlor {
 
 namespace {
 
-/// Beginning of a command that does not mind a closed exercice.
+/// Beginning of a command on one entry.
 Refus Commence(CFenlorApp& app, LivresOuverts& livres, u32 mouvement, Mouvement& entete) {
-  if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
-  const Refus r = livres.Ouvre(app);
+  const Refus r = ControleExercice(app, livres);
   return r ? r : LitEntete(app, mouvement, entete);
 }
 

@@ -75,9 +75,8 @@ class TraitementBrouillard {
 
 Refus TraitementBrouillard::Execute() {
   m_bilan = {};
-  if (m_app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  if (const Refus refus = ControleExercice(m_app, m_livres)) return refus;
   const Progression progression(m_app.Boite, Texte(TitreValidation), Texte(TexteValidation), true, 0);
-  if (const Refus refus = m_livres.Ouvre(m_app)) return refus;
   if (!Rassemble()) return m_app.EchecMagasin();
   m_app.Boite.SetMax(std::max(m_parcourues, 1u));
   for (std::size_t place = 0; place < m_entrees.size() && !m_bilan.arrete;) {
@@ -185,7 +184,8 @@ Refus TraiteBrouillard(CFenlorApp& app, const DemandeValidation& demande, BilanL
 }
 
 Refus RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande, u32& nombre) {
-  if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  LivresOuverts livres;
+  if (const Refus r = ControleExercice(app, livres)) return r;
   DemandeListe entiere;
   entiere.journal = demande.journal;
   entiere.mois = demande.mois;
@@ -201,8 +201,6 @@ Refus RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande, u32& nom
   if (reponse) return reponse;
   const Progression progression(app.Boite, Texte(TitreApplication), Texte(TexteRenumerotation), false,
                                 static_cast<u32>(2 * mois.entrees.size()));
-  LivresOuverts livres;
-  if (const Refus r = livres.Ouvre(app)) return r;
   QVAPI::Unite unite(app.Magasin);
   nombre = 0;
   for (const auto& [mouvement, lignes] : mois.entrees) {

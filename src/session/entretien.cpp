@@ -260,6 +260,7 @@ Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour
 Refus AjusteEuros(CFenlorApp& app, AjustementEuros& ajustement, const Autour& autour) {
   ajustement = {};
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
+  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionAjustementEuro)) return r;
   Refus refus;
   Execute(autour, [&] {

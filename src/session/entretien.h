@@ -79,7 +79,7 @@ struct AjustementEuros {
 };
 
 /// The command: asks, then makes the second currency of every line agree with the
-/// rate at the line's own date; the currency in which it was typed is the truth. The
+/// rate at the line's own date; the currency in which it was typed is the truth. 3056 a closed exercice. The
 /// accounts' totals do not follow: `CommandeRecalcul` comes next. A stop, or a failure
 /// (3214), leaves the lines of the finished batches adjusted; running it again is safe.
 Refus AjusteEuros(CFenlorApp& app, AjustementEuros& ajustement, const Autour& autour = {});

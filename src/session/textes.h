@@ -132,6 +132,10 @@ inline constexpr TexteFixe QuestionMiseAJour{3550,
     "présence d'une nouvelle mise à jour maintenant ?\r\n\r\nCliquer sur 'OUI' pour activer le "
     "programme de mise à jour.\nCliquez sur 'NON' pour continuer sans mettre à jour"};
 
+/// file, number
+inline constexpr TexteFixe FormatEnregistrementAbime{
+    6666, "Le fichier %s est endommagé : l'enregistrement %s n'est plus tel qu'il a été écrit"};
+
 // Periods
 inline constexpr TexteFixe ClePeriode{6160, "Periode"};
 inline constexpr TexteFixe FormatSemaine{6161, "du %s au %s"};  ///< first and last day

@@ -14,6 +14,8 @@
 
 #include "core/texte.h"
 #include "core/valeurs.h"
+#include "session/textes.h"
+#include "store/fichierdat.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
 
@@ -350,6 +352,23 @@ void Verification::VerifieEquilibre(int monnaie) {
 
 u32 VerifieExercice(CFenlorApp& app, const RappelConstat& constat) {
   return Verification(app, constat).Execute();
+}
+
+u32 ConstateDegats(CFenlorApp& app, const std::string& exercice, const RappelConstat& constat) {
+  u32 nombre = 0;
+  for (const DefinitionFichier& definition : Definitions()) {
+    if (definition.duCabinet) continue;
+    FichierDat fichier;
+    const std::string chemin =
+        Joint(app.Magasin.CheminExercice(exercice), std::string(definition.nom) + ".dat");
+    if (fichier.Ouvre(app.Magasin.SystemeFichiers(), chemin, 0, true) != 0) continue;
+    for (Position position = 1; position <= fichier.entete.emplacements; ++position) {
+      if (fichier.EstJuste(position)) continue;
+      constat(TexteFormat(FormatEnregistrementAbime, {definition.nom, std::to_string(position)}));
+      ++nombre;
+    }
+  }
+  return nombre;
 }
 
 }  // namespace fenlor

@@ -25,4 +25,8 @@ using RappelConstat = std::function<void(const std::string& phrase)>;
 /// Precondition: an exercice is open, and no unit of work.
 u32 VerifieExercice(CFenlorApp& app, const RappelConstat& constat);
 
+/// For an exercice that does not open: names each record of its files whose sum is wrong. Returns their
+/// number; a file whose header is damaged has none.
+u32 ConstateDegats(CFenlorApp& app, const std::string& exercice, const RappelConstat& constat);
+
 }  // namespace fenlor

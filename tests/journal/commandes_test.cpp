@@ -1,6 +1,7 @@
 #include "core/texte.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
+#include "journal/traitements.h"
 #include "store/texte1252.h"
 
 namespace fenlor::test {
@@ -261,11 +262,10 @@ TEST_F(CommandesTest, Validation) {
 }
 
 TEST_F(CommandesTest, Pointage) {
-  EXPECT_FALSE(PointeEcriture(App(), m_standard));
-  EXPECT_EQ(1u, u32{Entete(m_standard).Pointee});
-  Regle("2003", "Cloture", "31/01/2004");
-  EXPECT_FALSE(PointeEcriture(App(), m_standard)) << "a closed exercice does not matter";
-  EXPECT_EQ(0u, u32{Entete(m_standard).Pointee});
+  for (const u32 pointee : {1u, 0u}) {
+    EXPECT_FALSE(PointeEcriture(App(), m_standard));
+    EXPECT_EQ(pointee, u32{Entete(m_standard).Pointee});
+  }
   EXPECT_EQ(unsigned{ErrEcritureInconnue}, PointeEcriture(App(), 99).numero);
 }
 
@@ -302,9 +302,18 @@ TEST_F(CommandesTest, Rapprochement) {
   const u32 especes = Enregistre(Ecriture(JournalRecettes, "706", 20, "531"));
   EXPECT_EQ(3116u, RapprocheEcriture(App(), especes, true).numero);
   EXPECT_EQ(0u, CompteRapprochables(App(), especes).nombre);
+  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, true));
+  // The seal of a closure covers all marks of an entry.
   Regle("2003", "Cloture", "31/01/2004");
-  EXPECT_FALSE(RapprocheEcriture(App(), m_standard, true)) << "a closed exercice does not matter";
   EXPECT_EQ(1u, CompteRapprochables(App(), m_standard).rapprochees);
+  EXPECT_EQ(3056u, RapprocheEcriture(App(), m_standard, false).numero);
+  EXPECT_EQ(3056u, PointeEcriture(App(), m_standard).numero);
+  EXPECT_EQ(3056u, ValideEcriture(App(), m_standard, true).numero);
+  DemandeListe liste;
+  u32 nombre = 0;
+  EXPECT_EQ(3056u, RenumeroteEcritures(App(), liste, nombre).numero);
+  BilanLot bilan;
+  EXPECT_EQ(3056u, TraiteBrouillard(App(), {}, bilan).numero);
 }
 
 }  // namespace

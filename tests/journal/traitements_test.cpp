@@ -198,7 +198,6 @@ TEST_F(Traitements, Renumerotation) {
   DemandeListe demande;
   demande.mois = FaitDate(1, 3, 2003);
   demande.mode = ListeToutes;
-  Regle("2003", "Cloture", "31/01/2004");
   Boite.Reponses = {RepNon, RepOui};
   u32 nombre = 0;
   EXPECT_EQ(unsigned{QuestionRenumerotation}, RenumeroteEcritures(App(), demande, nombre).numero);

@@ -1,0 +1,177 @@
+// A closed exercice against every verb of fenlorctl: what would change it is refused, and what changed it
+// behind fenlorctl's back is found.
+#include <gmock/gmock.h>
+
+#include <regex>
+#include <set>
+
+#include "ctl/ctldetest.h"
+
+namespace fenlor::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+struct ExerciceCloture : CtlDeTest {
+  ExerciceCloture() {
+    setenv("FENLOR_AUJOURDHUI", "20/03/2003", 1);
+    Cree({"--exercice", "2003", "--euro", "--tva"});
+    Fait(
+        {"saisir"},
+        R"({"journal":"recettes","date":"10/03/2003","compte":"706","ttc":20,"tresorerie":"512","paiement":"cheque"}
+{"journal":"depenses","date":"11/03/2003","compte":"606","ttc":20,"tresorerie":"512","libelle":"D"}
+{"journal":"recettes","date":"12/03/2003","compte":"706","ttc":30,"tresorerie":"512","paiement":"cheque"})");
+    Fait({"importer", "Immo"},
+         R"({"Numero":1,"Designation":"T","DateAchat":"15/03/2003","Duree":5,"ValeurAmortissableEuro":900})");
+    Fait({"importer", "BANQUE"},
+         R"({"Compte":"512","Libelle":"Op","Date":"15/03/2003","MontantEuro":20,"Sens":1})");
+    Fait(
+        {"automatique", "ajouter"},
+        R"({"Genre":2,"Date":"15/01/2003","Tresorerie":"512","Compte":"606","MontantEuro":3,"Periodicite":6})");
+    EcritFichier(Cabinet() + "/releve.csv", "Date;Libelle;Montant\n15/03/2003;X;1,50\n");
+    Fait({"remise", "remettre", "--mouvement", "1", "--date", "20/03/2003"});
+    Fait({"valider", "--oui"});
+    Fait({"cloturer", "--oui"});
+  }
+  ~ExerciceCloture() override { unsetenv("FENLOR_AUJOURDHUI"); }
+
+  void Fait(const std::vector<std::string>& args, const std::string& entree = {}) {
+    const Resultat r = Lance(args, entree);
+    EXPECT_EQ(r.statut, StatutFait) << args[0] << r.erreurs;
+  }
+  std::string Livres() {
+    std::string tout;
+    for (const char* nom : {"JOURNAL", "COMPTES", "RUBRIQUE", "BANQUE", "RELEVES", "AUTO", "Immo", "Amo"})
+      tout += Lance({"exporter", nom}).sortie;
+    return tout + LitFichier(Cabinet() + "/2003/TEXTES.dat") + LitFichier(Cabinet() + "/fenlor.ini");
+  }
+  /// Names that a help lists behind a title.
+  std::vector<std::string> Liste(const std::vector<std::string>& args, const std::string& titre) {
+    std::vector<std::string> noms;
+    bool dedans = false;
+    for (const std::string& ligne : Lance(args).Lignes()) {
+      if (ligne.empty() || ligne[0] != ' ') dedans = ligne == titre;
+      std::smatch nom;
+      if (dedans && std::regex_search(ligne, nom, std::regex("^  ([a-z0-9-]+)  "))) noms.push_back(nom[1]);
+    }
+    return noms;
+  }
+};
+
+struct Ordre {
+  std::vector<std::string> args;
+  std::string entree = {};
+};
+const Ordre Refuses[] = {
+    {{"saisir"}, R"({"journal":"recettes","date":"10/03/2003","compte":"706","ttc":20,"tresorerie":"512"})"},
+    {{"saisir"}, R"({"mouvement":1,"supprimer":true})"},
+    {{"saisir"}, R"({"mouvement":1,"pointer":true})"},
+    {{"saisir"}, R"({"mouvement":1,"rapprocher":true})"},
+    {{"valider"}},
+    {{"virement", "--de", "512", "--vers", "530", "--montant", "5", "--date", "15/03/2003"}},
+    {{"renumeroter", "--journal", "recettes", "--mois", "03/2003"}},
+    {{"deplacer", "--mouvement", "1", "--mois", "4"}},
+    {{"compte", "ajouter", "--compte", "604", "--forme", "depenses", "--designation", "A", "--code", "ZA"}},
+    {{"compte", "modifier", "706", "--designation", "Autre"}},
+    {{"compte", "supprimer", "708"}},
+    {{"rubrique", "ajouter", "--code", "99", "--designation", "X"}},
+    {{"rubrique", "modifier", "1", "--designation", "X"}},
+    {{"rubrique", "supprimer", "1"}},
+    {{"frais-km", "enregistrer", "--distance", "9000"}},
+    {{"frais-km", "supprimer"}},
+    {{"remise", "remettre", "--mouvement", "3"}},
+    {{"remise", "retirer", "--mouvement", "1"}},
+    {{"rapprochement", "ajouter"},
+     R"({"Compte":"512","Libelle":"O","Date":"15/03/2003","MontantEuro":20,"Sens":1})"},
+    {{"rapprochement", "supprimer", "1"}},
+    {{"rapprochement", "manuel", "1", "--mouvement", "1"}},
+    {{"rapprochement", "automatique", "--compte", "512"}},
+    {{"releve", "importer", "releve.csv", "--compte", "512"}},
+    {{"automatique", "ajouter"},
+     R"({"Genre":2,"Date":"15/01/2003","Tresorerie":"512","Compte":"606","MontantEuro":3,"Periodicite":6})"},
+    {{"automatique", "modifier"}, R"({"Numero":1,"MontantEuro":4})"},
+    {{"automatique", "supprimer"}, R"({"Numero":1})"},
+    {{"immobilisation", "ajouter"}, R"({"PrixEuro":3,"DateAchat":"15/03/2003"})"},
+    {{"immobilisation", "modifier"}, R"({"Numero":1,"Designation":"Z"})"},
+    {{"immobilisation", "ceder"}, R"({"Numero":1,"DateCession":"16/03/2003","PrixCessionEuro":7})"},
+    {{"immobilisation", "rebuter"}, R"({"Numero":1,"DateCession":"16/03/2003"})"},
+    {{"immobilisation", "supprimer"}, R"({"Numero":1})"},
+    {{"immobilisation", "detail"}, R"({"Numero":1,"Annees":[{"Annee":2003,"Reel":5}]})"},
+    {{"importer", "BANQUE"}, R"({"Compte":"512","Date":"15/03/2003","MontantEuro":20,"Sens":1})"},
+    {{"importer", "Immo"}, R"({"Numero":2,"DateAchat":"15/03/2003"})"},
+    {{"importer", "Amo"}, R"({"Numero":1,"Annee":2003})"},
+    {{"recalculer", "--euros"}},
+    {{"creer", "--exercice", "2003", "--euro"}},
+    {{"cloturer"}},
+};
+/// They read, make something beside the exercice, or are told to stay open.
+const char* const Permis[] = {"exercices",
+                              "journal",
+                              "etat",
+                              "exporter",
+                              "balance",
+                              "verifier",
+                              "sceau",
+                              "sauvegarder",
+                              "restaurer",
+                              "sauvegardes",
+                              "chercher",
+                              "graphique",
+                              "amortissement",
+                              "recalculer",
+                              "reconstruire",
+                              "demo",
+                              "echeances",
+                              "compte lister",
+                              "rubrique lister",
+                              "frais-km afficher",
+                              "remise lister",
+                              "rapprochement lister",
+                              "rapprochement solde",
+                              "automatique lister",
+                              "immobilisation lister"};
+
+TEST_F(ExerciceCloture, ChaqueVerbeQuiEcritEstRefuse) {
+  std::set<std::string> connus(std::begin(Permis), std::end(Permis));
+  const std::string avant = Livres();
+  for (Ordre ordre : Refuses) {
+    connus.insert(ordre.args[0]);
+    connus.insert(ordre.args[0] + " " + (ordre.args.size() > 1 ? ordre.args[1] : ""));
+    for (std::string& arg : ordre.args)
+      if (arg == "releve.csv") arg = Cabinet() + "/releve.csv";
+    ordre.args.push_back("--oui");
+    const Resultat r = Lance(ordre.args, ordre.entree);
+    EXPECT_EQ(r.statut, StatutRefuse) << ordre.args[0] << " " << ordre.entree << r.sortie << r.erreurs;
+    EXPECT_THAT(r.erreurs, HasSubstr("3056")) << ordre.args[0] << " " << ordre.entree;
+    ASSERT_EQ(Livres(), avant) << ordre.args[0] << " " << ordre.entree;
+  }
+  for (const char* reste : {"recalculer", "echeances"}) Fait({reste});
+  EXPECT_EQ(Livres(), avant);
+  EXPECT_EQ(Lance({"sceau"}).statut, StatutFait);
+  const auto verbes = Liste({"--help"}, "Commandes:");
+  EXPECT_GT(verbes.size(), 25u);
+  for (const std::string& verbe : verbes) {
+    const auto actions = Liste({verbe, "--help"}, "Actions:");
+    EXPECT_TRUE(connus.count(verbe) || !actions.empty()) << verbe << " is not in the table";
+    for (const std::string& action : actions)
+      EXPECT_TRUE(connus.count(verbe + " " + action) || connus.count(verbe)) << verbe << " " << action;
+  }
+}
+
+TEST_F(ExerciceCloture, UnOctetChangeEstNomme) {
+  for (const char* nom : {"JOURNAL", "COMPTES", "RUBRIQUE", "BANQUE"}) {
+    const std::string chemin = Cabinet() + "/2003/" + nom + ".dat", bon = LitFichier(chemin);
+    std::string octets = bon;
+    octets[1024 + 9] ^= 0x10;  // of the first record
+    EcritFichier(chemin, octets);
+    const Resultat r = Lance({"verifier"});
+    EXPECT_EQ(r.statut, StatutRefuse);
+    EXPECT_THAT(r.sortie,
+                HasSubstr("Le fichier " + std::string(nom) + " est endommagé : l'enregistrement 1 "));
+    EcritFichier(chemin, bon);
+  }
+  Sain();
+}
+
+}  // namespace
+}  // namespace fenlor::test
