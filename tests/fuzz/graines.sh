@@ -50,7 +50,7 @@ printf '[Activite]\r\nExercices=2003\r\nMot de Passe="  x "\r\n;reste\r\n[2003]\
 printf '[A]\nb = \047c\047\nB=d\n[a]\nb=e\n[]\n=x\na|b| \"q\"' >"$dir/profil/bords"
 
 # Statements, one of each format and its bounds.
-for nom in ofx camt qif cfonb csv; do mkdir -p "$dir/$nom"; done
+for nom in ofx ofxseul camt qif cfonb csv manifeste; do mkdir -p "$dir/$nom"; done
 cat >"$dir/ofx/sgml" <<'FIN'
 OFXHEADER:100
 DATA:OFXSGML
@@ -60,6 +60,8 @@ CHARSET:1252
 <STMTTRN><TRNTYPE>DEBIT<DTPOSTED>20030310120000[-5:EST]<TRNAMT>-1 234,50<FITID>A&amp;1<NAME>Loyer <MEMO><![CDATA[a<b]]></STMTTRN>
 </BANKTRANLIST><LEDGERBAL><BALAMT>1.5<DTASOF>20030331</LEDGERBAL></STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>
 FIN
+cp "$dir/ofx/sgml" "$dir/ofxseul/sgml"
+printf '{"forme":1,"cabinet":"c","date":"22/11/2026","heure":"10:53","complet":false,"exercices":[{"nom":"2003","debut":"01/01/2003","fin":"31/12/2003","cloture":"","ecritures":3}],"pieces":[{"nom":"fenlor.ini","taille":3,"sha256":"%064d"},{"nom":"2003/JOURNAL.dat","taille":1024,"sha256":"%064d"}]}' 1 2 >"$dir/manifeste/petit"
 cat >"$dir/camt/petit" <<'FIN'
 <?xml version="1.0" encoding="ISO-8859-1"?><Document><BkToCstmrStmt><Stmt><Acct><Id><IBAN>FR76</IBAN></Id><Ccy>EUR</Ccy></Acct>
 <Bal><Tp><CdOrPrtry><Cd>CLBD</Cd></CdOrPrtry></Tp><Amt Ccy="EUR">1.00</Amt><CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2003-03-31</Dt></Dt></Bal>
