@@ -26,6 +26,7 @@
 #include "forms/banque/dialogreleve.h"
 #include "forms/garde/dialogclotureexercice.h"
 #include "forms/graphiques/graphwinview.h"
+#include "forms/garde/qvbwizard.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -184,8 +185,10 @@ constexpr Commande table[] = {
      De<CommandeCloture>, "Rend l'exercice définitif : rien n'y changera plus."},
     {1240, M::Fichier, false, "S&uppression de l'exercice...", "Supprimer", "supprimer-exercice", "",
      Si::ExerciceVivant, De<CommandeSupprimerExercice>, "Supprime l'exercice ouvert."},
-    {1003, M::Fichier, true, "&Sauvegarder...", "", "sauvegarder", "Ctrl+S", Si::Exercice, nullptr, plusTard},
-    {1004, M::Fichier, false, "&Restaurer...", "", "restaurer", "", Si::Exercice, nullptr, plusTard},
+    {1003, M::Fichier, true, "&Sauvegarder...", "", "sauvegarder", "Ctrl+S", Si::Exercice,
+     De<CommandeSauvegarde>, "Copie les livres dans un fichier et le relit."},
+    {1004, M::Fichier, false, "&Restaurer...", "", "restaurer", "", Si::Exercice, De<CommandeRestauration>,
+     "Ramène les livres d'une sauvegarde."},
     {1246, M::Fichier, true, "&Propriétés...", "", "proprietes", "Alt+Return", Si::Exercice,
      Forme<CSheetProperties>, "Montre les dates, les fichiers et leur taille."},
     {57607, M::Fichier, true, "&Imprimer...", "Imprimer", "imprimante", "Ctrl+P", Si::Vue, DeLaVue,

@@ -85,6 +85,10 @@ inline constexpr const char* NomFichierSceau = "SCEAU.dat";
 inline constexpr TexteFixe ErrDossierSauvegardeLong{
     3551, "Le chemin de ce dossier est trop long pour être retenu (259 caractères au plus)."};
 inline constexpr TexteFixe ErrDossierSauvegardeAbsent{3552, "Choisissez le dossier des sauvegardes."};
+inline constexpr TexteFixe ErrCheminCabinetLong{
+    3553, "Le chemin %s est trop long pour une sauvegarde : 259 caractères au plus."};
+inline constexpr TexteFixe ErrDossierSauvegardeInconnu{3554, "Le dossier %s n'existe pas."};
+inline constexpr TexteFixe ErrSauvegardeSansExercice{3555, "Cochez au moins un exercice à restaurer."};
 inline constexpr TexteFixe CleDateSauvegarde{6626, "Date sauvegarde"};
 inline constexpr TexteFixe CleDossierSauvegarde{6627, "Dossier sauvegarde"};
 inline constexpr TexteFixe CleSauvegardeFinSession{6628, "Sauvegarde fin de session"};
@@ -97,6 +101,35 @@ inline constexpr TexteFixe AvisNoteSauvegarde{6633,
 /// date, time, file
 inline constexpr TexteFixe TexteSauvegardeVerifiee{6634,
                                                    "Dernière copie relue et vérifiée : le %s à %s, %s."};
+
+// The assistants
+/// days, weeks, months
+inline constexpr TexteFixe TexteConservation{
+    6635,
+    "De chaque sorte de sauvegarde, le dossier garde la plus récente des %s derniers jours, %s dernières "
+    "semaines et %s derniers mois qui en ont une ; les autres en sont retirées. Les options changent ces "
+    "nombres."};
+inline constexpr TexteFixe TextePlaceLibre{6636, "Place libre : %s."};
+inline constexpr TexteFixe TexteMemeDisque{
+    6637, "Ce dossier est sur le même disque que vos livres : une panne emporterait les deux."};
+inline constexpr TexteFixe MotSansMotDePasse{6638, "aucune"};
+inline constexpr TexteFixe MotParMotDePasse{6639, "mot de passe"};
+inline constexpr TexteFixe MotAucuneRetiree{6640, "aucune"};
+inline constexpr TexteFixe MotLisible{6641, "Bonne"};
+inline constexpr TexteFixe MotProtegee{6642, "Protégée"};
+inline constexpr TexteFixe MotEndommagee{6643, "Endommagée"};
+inline constexpr TexteFixe MotEtrangere{6644, "Etrangère"};
+/// date, time, practice
+inline constexpr TexteFixe TexteSauvegardeDu{6645, "Sauvegarde du %s à %s, cabinet « %s »."};
+/// name, first and last day, entries
+inline constexpr TexteFixe FormatExerciceRemplace{
+    6646, "%s, du %s au %s, %s écriture(s) : remplace l'exercice d'aujourd'hui"};
+inline constexpr TexteFixe FormatExerciceNouveau{
+    6647, "%s, du %s au %s, %s écriture(s) : n'est pas dans le cabinet"};
+inline constexpr TexteFixe FormatRestaure{6648, "Exercice %s : restauré."};
+inline constexpr TexteFixe FormatAncien{6649, "   Les livres d'avant restent dans le dossier %s."};
+inline constexpr TexteFixe FormatConstat{6650, "   La vérification a trouvé : %s"};
+inline constexpr TexteFixe TexteCabinetRestaure{6651, "Les réglages du cabinet ont été restaurés avec lui."};
 
 inline constexpr TexteFixe TitreSauvegarde{6270, "Sauvegarde"};
 inline constexpr TexteFixe TexteSauvegarde{6271, "Copie et relecture des livres..."};

@@ -35,6 +35,8 @@
 #include "forms/garde/dialogclotureexercice.h"
 #include "forms/graphiques/dialoggraph.h"
 #include "forms/graphiques/dialogprintgraph.h"
+#include "forms/garde/wizardrestauration.h"
+#include "forms/garde/wizardsauvegarde.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmonth.h"
@@ -60,6 +62,7 @@
 #include "forms/session/dialogopenexercice.h"
 #include "forms/session/dialogpassword.h"
 #include "forms/session/sheetproperties.h"
+#include "garde/optionssauvegarde.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
 #include "outils/verifieformulaire.h"
@@ -158,7 +161,18 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
       SCOPED_TRACE(onglets ? onglets->tabText(i).toStdString() : "");
       VerifieFormulaire(forme);
     }
+    RegardePages(qobject_cast<QWizard*>(&forme));
     forme.hide();
+  }
+  /// The pages of an assistant behind its first one; what they do is done.
+  void RegardePages(QWizard* assistant) {
+    while (assistant && assistant->nextId() >= 0) {
+      const int avant = assistant->currentId();
+      assistant->next();
+      ASSERT_NE(assistant->currentId(), avant) << "a page that refuses";
+      SCOPED_TRACE(assistant->currentPage()->title().toStdString());
+      VerifieFormulaire(*assistant);
+    }
   }
   /// A form of records, which cannot be changed in a closed exercice.
   void RegardeFiche(CZNDialog& forme) {
@@ -331,6 +345,13 @@ void TousLesFormulaires::Session() {
   CDialogTauxEuro taux(Ui);
   CDialogSaisieTaux unTaux(Ui, lignes, -1);
   CDialogTauxTVA taxe(Ui, &taxes, {});
+  BlocSauvegarde bloc;
+  ASSERT_FALSE(RetientDossier(App(), Dossier()));
+  ASSERT_FALSE(RemplitBloc(App(), bloc));
+  CWizardSauvegarde sauvegarde(Ui, bloc);
+  Regarde(sauvegarde);
+  CWizardRestauration restauration(Ui, bloc);
+  Regarde(restauration);
   for (QDialog* forme :
        std::initializer_list<QDialog*>{&nouveau, &ouvre, &motDePasse, &index, &cloture, &proprietes, &options,
                                        &adresse, &particulier, &taux, &unTaux, &taxe})

@@ -2,15 +2,14 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QPainter>
 #include <array>
 
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "session/exercices.h"
-#include "ui/couleurs.h"
 #include "ui/editeurs.h"
 #include "ui/texteqt.h"
+#include "ui/voyant.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,30 +17,7 @@ namespace fenlor {
 
 namespace {
 
-/// A lamp, red while the file is open; the word beside it says the same.
-class Voyant : public QWidget {
- public:
-  void Allume(bool allume) {
-    m_allume = allume;
-    update();
-  }
-  QSize sizeHint() const override { return QSize(fontMetrics().height(), fontMetrics().height()); }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter peintre(this);
-    peintre.setRenderHint(QPainter::Antialiasing);
-    const qreal cote = fontMetrics().ascent() * 0.8;
-    peintre.setPen(QPen(palette().color(QPalette::Mid), 1));
-    peintre.setBrush(m_allume ? Lampe() : palette().color(QPalette::Midlight));
-    peintre.drawEllipse(QRectF((width() - cote) / 2, (height() - cote) / 2, cote, cote));
-  }
-
- private:
-  bool m_allume = false;
-};
-
-/// The row of one file: records, size, lamp.
+/// The row of one file: records, size, a lamp that is lit while it is open.
 struct LigneFichier {
   Lecture enregistrements, taille, ouvert;
   Voyant voyant;
@@ -89,7 +65,7 @@ class CPagePropertiesExercice : public CZNPage {
       m_lignes[i].enregistrements.Pose(std::to_string(p.fichiers[i].enregistrements));
       m_lignes[i].taille.Pose(Taille(p.fichiers[i].taille));
       m_lignes[i].ouvert.Pose(ouiNon(p.fichiers[i].ouvert));
-      m_lignes[i].voyant.Allume(p.fichiers[i].ouvert);
+      m_lignes[i].voyant.Pose(p.fichiers[i].ouvert ? Voyant::Etat::Allume : Voyant::Etat::Eteint);
     }
     m_total.Pose(Taille(p.total));
     return true;

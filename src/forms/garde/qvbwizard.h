@@ -1,0 +1,22 @@
+// `QVBWizard`, the assistants of backup and restoration, and the commands that start it.
+#pragma once
+
+#include "garde/blocsauvegarde.h"
+#include "ui/fenetres.h"
+
+class QWidget;
+
+namespace fenlor {
+
+enum ModeSauvegarde : u32 { ModeSauve = 1, ModeRestaure = 2 };
+
+/// Runs the assistant of the mode over `parent`. What the block's numbers ask for is all there is: one file,
+/// compressed, read back, which replaces none.
+void QVBWizard(ContexteUi& contexte, QWidget* parent, u32 mode, const BlocSauvegarde& bloc);
+
+/// The commands. Both close the document windows, which do not come back; a backup counts as made today once
+/// it is asked for, whatever becomes of it.
+void CommandeSauvegarde(ContexteUi& contexte);
+void CommandeRestauration(ContexteUi& contexte);
+
+}  // namespace fenlor

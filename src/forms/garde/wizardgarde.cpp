@@ -1,0 +1,131 @@
+#include "forms/garde/wizardgarde.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QLineEdit>
+#include <QScreen>
+#include <QStorageInfo>
+
+#include "core/fenlorapp.h"
+#include "garde/textes.h"
+#include "ui/czndialog.h"
+#include "ui/images.h"
+#include "ui/modales.h"
+#include "ui/texteqt.h"
+
+namespace fenlor {
+
+using namespace Qt::Literals::StringLiterals;
+
+CWizardGarde::CWizardGarde(ContexteUi& contexte, const QString& titre, const char* nom, const QString& fait,
+                           QWidget* parent)
+    : QWizard(parent                              ? parent->window()
+              : QApplication::activeModalWidget() ? QApplication::activeModalWidget()
+                                                  : contexte.Cadre.Cadre()),
+      m_contexte(contexte) {
+  SurvitAuParent(*this);
+  setObjectName(QString::fromUtf8(nom));
+  setWindowTitle(titre);
+  setWizardStyle(ClassicStyle);
+  setOptions(NoBackButtonOnStartPage | NoBackButtonOnLastPage | NoCancelButtonOnLastPage | HaveHelpButton |
+             HelpButtonOnRight | NoDefaultButton);
+  const struct {
+    WizardButton quel;
+    QString texte;
+    const char* nom;
+    const char* image;
+  } boutons[] = {{BackButton, u"&Précédent"_s, "precedent", "precedent"},
+                 {NextButton, u"&Suivant"_s, "suivant", "suivant"},
+                 {CommitButton, fait, "faire", "valider"},
+                 {FinishButton, u"&Fermer"_s, "fermer", "valider"},
+                 {CancelButton, u"A&nnuler"_s, "annuler", "annuler"},
+                 {HelpButton, u"A&ide"_s, "aide", "aide"}};
+  for (const auto& b : boutons) {
+    setButtonText(b.quel, b.texte);
+    button(b.quel)->setObjectName(QString::fromUtf8(b.nom));
+    button(b.quel)->setIcon(Image(b.image));
+  }
+  setOption(NoDefaultButton, false);
+  connect(this, &QWizard::helpRequested, this, [this] { m_contexte.Cadre.Aide(objectName()); });
+}
+
+bool CWizardGarde::Accepte(const Refus& refus) {
+  if (App().Dit(refus)) return true;
+  if (currentPage()) CZNDialog::Focalise(*currentPage(), refus.champ);
+  return false;
+}
+
+void CWizardGarde::keyPressEvent(QKeyEvent* evenement) {
+  if (evenement->key() == Qt::Key_F1)
+    m_contexte.Cadre.Aide(objectName());
+  else if (!m_contexte.Cadre.Touche(evenement->keyCombination()))
+    QWizard::keyPressEvent(evenement);
+}
+
+/// Room for the largest page from the beginning: no page is cut, and no button moves.
+void CWizardGarde::showEvent(QShowEvent* evenement) {
+  const int ligne = fontMetrics().height();
+  const QSize autour = layout()->minimumSize() - currentPage()->minimumSizeHint();
+  QSize place;
+  for (const int id : pageIds()) place = place.expandedTo(page(id)->sizeHint());
+  place += autour.expandedTo(QSize(2 * ligne, 5 * ligne));
+  setMinimumSize(place.boundedTo(screen()->availableSize() - QSize(ligne, 3 * ligne)));
+  QWizard::showEvent(evenement);
+}
+
+ChoixDossier::ChoixDossier(Formulaire& formulaire, const std::string& dossier) : m_champ(new QComboBox) {
+  auto* parcourir = new QPushButton(u"Pa&rcourir..."_s);
+  m_champ->setEditable(true);
+  m_champ->setInsertPolicy(QComboBox::NoInsert);
+  m_champ->setMinimumContentsLength(34);
+  m_champ->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  formulaire.Champ(u"&Dossier :"_s, *m_champ, "dossier").ACote(*parcourir, "parcourir");
+  if (!dossier.empty()) m_champ->addItem(CheminQ(dossier));
+  for (const QString& disque : DisquesAmovibles())
+    if (m_champ->findText(disque) < 0) m_champ->addItem(disque);
+  QObject::connect(parcourir, &QPushButton::clicked, m_champ, [champ = m_champ] {
+    const QString choisi = QFileDialog::getExistingDirectory(champ->window(), u"Dossier des sauvegardes"_s,
+                                                             champ->currentText());
+    if (!choisi.isEmpty()) champ->setCurrentText(choisi);
+  });
+}
+
+std::string ChoixDossier::Dossier() const {
+  const QString texte = m_champ->currentText().trimmed();
+  return texte.isEmpty() ? std::string() : OctetsDe(QDir::cleanPath(texte));
+}
+
+Refus ChoixDossier::Controle() const {
+  const std::string dossier = Dossier();
+  if (dossier.empty()) return Refus(ErrDossierSauvegardeAbsent, "dossier");
+  const QDir ici(CheminQ(dossier));
+  if (!ici.isAbsolute() || !ici.exists())
+    return Refus(ErrDossierSauvegardeInconnu, "dossier", {De1252(CheminQ(dossier))});
+  return {};
+}
+
+QStringList DisquesAmovibles() {
+  QStringList disques;
+  for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+    if (!volume.isValid() || !volume.isReady() || volume.isReadOnly()) continue;
+    const QString racine = volume.rootPath();
+    const QString bloc = QString::fromLocal8Bit(volume.device()).section(u'/', -1);
+    // A partition stands in the folder of its drive.
+    bool amovible = racine.startsWith(u"/media/"_s) || racine.startsWith(u"/run/media/"_s);
+    for (const QString& marque : {u"/removable"_s, u"/../removable"_s}) {
+      QFile fichier(u"/sys/class/block/"_s + bloc + marque);
+      if (!bloc.isEmpty() && fichier.open(QIODevice::ReadOnly) && fichier.read(1) == "1") amovible = true;
+    }
+    if (amovible && !disques.contains(racine)) disques += racine;
+  }
+  return disques;
+}
+
+QString CheminQ(const std::string& octets) { return QFile::decodeName(QByteArray::fromStdString(octets)); }
+std::string OctetsDe(const QString& chemin) { return QFile::encodeName(chemin).toStdString(); }
+
+}  // namespace fenlor
