@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
     fenlor::InstalleUrgences(note);
   }
   fenlor::Programme programme(std::move(options));
-  if (!programme.InitInstance()) return programme.AutreInstance() ? 0 : 1;
+  if (!programme.InitInstance()) return programme.AutreInstance() || programme.MiseAJourLancee() ? 0 : 1;
   const int statut = QApplication::exec();
   programme.ExitInstance();
   return statut;

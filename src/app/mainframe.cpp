@@ -347,7 +347,7 @@ void CMainFrame::MontrePageAide(const QString& fichier) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* evenement) {
-  if (Derriere()) {
+  if (Derriere() || (m_fermeture && !m_fermeture())) {
     evenement->ignore();
     return;
   }

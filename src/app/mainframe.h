@@ -58,6 +58,8 @@ class CMainFrame : public QMainWindow, public Fenetres {
   Vue* VueActive() const;
   QMdiArea& Zone() { return *m_zone; }
 
+  /// Asked before the window closes; false keeps it open.
+  void SurFermeture(std::function<bool()> demande) { m_fermeture = std::move(demande); }
   /// Places window and bars as they were left, and shows the window.
   void MontreAuDemarrage();
   /// Applies the table of shortcuts of the settings.
@@ -114,6 +116,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   CComboExercices* m_combo = nullptr;
   std::string m_exerciceOffert;  ///< whose half-typed entry was looked for
   std::string m_exerciceChoisi;
+  std::function<bool()> m_fermeture;
   QPointer<CDialogCalculatrice> m_calculatrice;
   QPointer<CFenetreAide> m_aide;
   GardeModale* m_garde;

@@ -18,12 +18,14 @@
 #include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "forms/auto/dialogautoecheance.h"
+#include "forms/garde/dialogendofsession.h"
 #include "forms/session/commandesexercice.h"
 #include "forms/session/dialognewexercice.h"
 #include "forms/session/dialogopenexercice.h"
 #include "forms/session/dialogpassword.h"
 #include "garde/restes.h"
 #include "session/exercices.h"
+#include "session/miseajour.h"
 #include "session/textes.h"
 #include "store/texte1252.h"
 #include "ui/preferences.h"
@@ -76,6 +78,7 @@ bool Programme::InitInstance() {
     QTimer::singleShot(duree, m_accueil.get(), [this] { FermeAccueil(); });
   }
   LitVersionParent(m_app);
+  if (RappelleMiseAJour()) return false;
   if (!OuvreMagasin() ||
       (!QDir(QFile::decodeName(cabinet.c_str())).exists() && !(choisi ? ChoisitCabinet() : true)))
     return false;
@@ -99,6 +102,7 @@ bool Programme::InitInstance() {
   m_cadre = std::make_unique<CMainFrame>(m_app, m_dialogue);
   PoseFabriques(*m_cadre);
   PoseManques(m_dialogue, *m_cadre);
+  m_cadre->SurFermeture([this] { return PeutFermer(m_cadre->Contexte()); });
   m_cadre->MontreAuDemarrage();
   if (m_accueil) m_accueil->raise();
 
@@ -118,6 +122,13 @@ bool Programme::InitInstance() {
   if (m_premier) m_cadre->Table().Execute(CmdOptions);
   AstuceDemarrage(m_cadre->Contexte(), m_cadre.get());
   return true;
+}
+
+bool Programme::RappelleMiseAJour() {
+  ChercheMiseAJour(m_app);
+  if (m_app.Edition != 2 || !MiseAJourDue(m_app)) return false;
+  FermeAccueil();
+  return m_miseAJour = RappelMiseAJour(m_app);
 }
 
 bool Programme::OuvreMagasin() {

@@ -40,8 +40,11 @@ class Programme {
   CMainFrame& Cadre() { return *m_cadre; }
   /// A running program has this practice open: it came forward, this one ends.
   bool AutreInstance() const { return m_autre; }
+  /// The update program was started, which replaces the files of this one: it ends.
+  bool MiseAJourLancee() const { return m_miseAJour; }
 
  private:
+  bool RappelleMiseAJour();
   bool OuvreMagasin();
   bool ChoisitCabinet();
   bool OuvreCompta();
@@ -62,6 +65,7 @@ class Programme {
   bool m_compta = false;   ///< the books are open
   bool m_premier = false;  ///< the first exercice was just made
   bool m_autre = false;
+  bool m_miseAJour = false;
 };
 
 }  // namespace fenlor

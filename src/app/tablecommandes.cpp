@@ -38,6 +38,7 @@
 #include "master/textes.h"
 #include "session/demo.h"
 #include "session/lancement.h"
+#include "session/miseajour.h"
 #include "store/texte1252.h"
 #include "ui/fenetres.h"
 #include "ui/prefpropertysheet.h"
@@ -156,6 +157,12 @@ void Demonstration(CMainFrame& cadre, unsigned) {
   }
   if (!QProcess::startDetached(QApplication::applicationFilePath(), {u"/D"_s, dossier}))
     app.ReportErreur(ErrOuvertureDe, {De1252(QApplication::applicationFilePath())});
+}
+
+void MiseAJour(CMainFrame& cadre, unsigned) {
+  cadre.App().EcranFinDeSession = false;
+  cadre.close();
+  LanceMiseAJour(cadre.App());
 }
 
 /// In the program that the desktop has for it.
@@ -296,7 +303,7 @@ constexpr Commande table[] = {
      Forme<CDialogValidation>, "Rend définitives les écritures d'une période."},
 
     {1251, M::Outils, false, "Mises à jour &automatiques...", "Mise à jour", "mise-a-jour", "", Si::Exercice,
-     nullptr, plusTard},
+     MiseAJour, "Ferme Fenlor et lance le programme de mise à jour."},
     {1042, M::Outils, false, "Reconstruction des &clés d'accès...", "Clés", "reconstruction", "",
      Si::Exercice, Forme<CDialogIndex>, "Refait les index des fichiers."},
     {1043, M::Outils, false, "Rec&alcul des cumuls...", "Recalcul", "recalcul", "", Si::Exercice,

@@ -131,6 +131,10 @@ inline constexpr TexteFixe FormatAncien{6649, "   Les livres d'avant restent dan
 inline constexpr TexteFixe FormatConstat{6650, "   La vérification a trouvé : %s"};
 inline constexpr TexteFixe TexteCabinetRestaure{6651, "Les réglages du cabinet ont été restaurés avec lui."};
 
+// The end of a session
+inline constexpr TexteFixe TexteJoursSauvegarde{6652, "Votre dernière sauvegarde date de %d jours."};
+inline constexpr TexteFixe TexteJoursMiseAJour{6653, "Votre dernière mise à jour date de %d jours."};
+
 inline constexpr TexteFixe TitreSauvegarde{6270, "Sauvegarde"};
 inline constexpr TexteFixe TexteSauvegarde{6271, "Copie et relecture des livres..."};
 inline constexpr TexteFixe TitreRestauration{6272, "Restauration"};

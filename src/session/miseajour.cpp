@@ -89,13 +89,16 @@ void LanceMiseAJour(CFenlorApp& app, const Lanceur& lanceur) {
   if (erreur) app.MessageId(StyleLancement, TexteFixe{static_cast<unsigned>(erreur), ""});
 }
 
-bool RappelMiseAJour(CFenlorApp& app, const Lanceur& lanceur) {
+bool MiseAJourDue(CFenlorApp& app) {
   if (!app.UpdateInstalle || LitMiseAJour(app).mode != MiseAJourAuDemarrage) return false;
-  const int jours = JoursDepuisMiseAJour(app);
   const int seuil = TexteVersEntier(LitUtilisateur(app, CleJoursMiseAJour));
-  if (jours <= (seuil > 0 ? seuil : SeuilJours)) return false;
-  if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionMiseAJour, {std::to_string(jours)}) != RepOui)
-    return false;
+  return JoursDepuisMiseAJour(app) > (seuil > 0 ? seuil : SeuilJours);
+}
+
+bool RappelMiseAJour(CFenlorApp& app, const Lanceur& lanceur) {
+  if (!MiseAJourDue(app)) return false;
+  const std::string jours = std::to_string(JoursDepuisMiseAJour(app));
+  if (app.MessageId(BoutonsOuiNon | IconeQuestion, QuestionMiseAJour, {jours}) != RepOui) return false;
   LanceMiseAJour(app, lanceur);
   return true;
 }

@@ -28,7 +28,11 @@ int LanceProgramme(const std::string& programme, const std::string& argument);
 /// 3121 and the text of the error's own number, of which there is none.
 void LanceMiseAJour(CFenlorApp& app, const Lanceur& lanceur = LanceProgramme);
 
-/// Asked at the start: true when the user wants the update now. It was started then, and this program ends.
+/// There is something to remind of: the program exists, the options say "at the start", and the last update
+/// is older than they say (15 days while they say nothing).
+bool MiseAJourDue(CFenlorApp& app);
+/// Asked at the start when it is due: true when the user wants the update now. It was started then, and this
+/// program ends.
 bool RappelMiseAJour(CFenlorApp& app, const Lanceur& lanceur = LanceProgramme);
 
 }  // namespace fenlor

@@ -27,8 +27,6 @@ CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
       .Case(m_previsualisation, u"Prévisualisation"_s, "previsualisation");
   f.Groupe(u"Session"_s)
       .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession")
-      .Inactif()
-      .Astuce(u"La sauvegarde n'existe pas encore."_s)
       .FinGroupe()
       .Pousse();
   m_chiffres.setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]|10"_s), &m_chiffres));

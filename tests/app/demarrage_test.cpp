@@ -52,6 +52,7 @@ class DemarrageTest : public ::testing::Test {
     return m_programme->InitInstance();
   }
   void Arrete() {
+    m_programme->App().EcranFinDeSession = false;
     m_programme->Cadre().close();
     m_programme->ExitInstance();
     m_programme.reset();

@@ -35,6 +35,7 @@
 #include "forms/garde/dialogclotureexercice.h"
 #include "forms/graphiques/dialoggraph.h"
 #include "forms/graphiques/dialogprintgraph.h"
+#include "forms/garde/dialogendofsession.h"
 #include "forms/garde/wizardrestauration.h"
 #include "forms/garde/wizardsauvegarde.h"
 #include "forms/journal/dialogcritere.h"
@@ -350,6 +351,9 @@ void TousLesFormulaires::Session() {
   ASSERT_FALSE(RemplitBloc(App(), bloc));
   CWizardSauvegarde sauvegarde(Ui, bloc);
   Regarde(sauvegarde);
+  App().UpdateInstalle = true;
+  CDialogEndOfSession fin(Ui);
+  Regarde(fin);
   CWizardRestauration restauration(Ui, bloc);
   Regarde(restauration);
   for (QDialog* forme :

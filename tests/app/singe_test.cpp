@@ -152,12 +152,13 @@ class SingeTest : public ::testing::Test {
     ouvert = m_programme->InitInstance();
     if (ouvert) {
       m_cadre = &m_programme->Cadre();
-      // They start programs: this one again, the browser.
-      for (const unsigned numero : {CmdDemonstration, CmdPageWeb, CmdCourrier})
+      // They start programs: this one again, the browser, the update.
+      for (const unsigned numero : {CmdDemonstration, CmdPageWeb, CmdCourrier, CmdMiseAJour})
         m_cadre->Table().Action(numero)->disconnect();
     }
     if (!quitte) boucle.exec();
     m_cadre = nullptr;
+    m_programme->App().EcranFinDeSession = false;
     if (ouvert) m_programme->Cadre().close();
     m_programme->ExitInstance();
     m_programme.reset();

@@ -229,7 +229,7 @@ TEST_F(PreferencesTest, PagesRelues) {
       Coche(d, nom);
     }
     EXPECT_TRUE(Trouve<QCheckBox>(d, "finDeSession").isChecked());
-    EXPECT_FALSE(Trouve<QCheckBox>(d, "finDeSession").isEnabled()) << "nothing reads it yet";
+    Coche(d, "finDeSession");
     Tape(Trouve<QLineEdit>(d, "chiffres"), u"12"_s);
     EXPECT_EQ(Trouve<QLineEdit>(d, "chiffres").text(), u"1"_s);
     Tape(Trouve<QLineEdit>(d, "chiffres"), u"6x"_s);
@@ -244,7 +244,7 @@ TEST_F(PreferencesTest, PagesRelues) {
   for (const char* cle :
        {"Virgule", "Entrée", "Zéros Significatifs", "Brouillon", "Prévisualisation", "Police par défaut"})
     EXPECT_EQ(Lit(*DepuisUtf8(cle)), "Oui") << cle;
-  EXPECT_EQ(Lit("Fin de session"), "Oui");
+  EXPECT_EQ(Lit("Fin de session"), "Non");
   EXPECT_EQ(Lit("Nombre de chiffres"), "6");
   EXPECT_EQ(Lit("Couleur impaire"), EcritCouleur(QColor(224, 255, 224)));
   EXPECT_EQ(Lit("Couleur du fond"), EcritCouleur(QColor(192, 192, 192)));
@@ -254,7 +254,7 @@ TEST_F(PreferencesTest, PagesRelues) {
 
   EXPECT_FALSE(Feuille([](QDialog& d) {
     EXPECT_TRUE(Trouve<QCheckBox>(d, "virgule").isChecked());
-    EXPECT_TRUE(Trouve<QCheckBox>(d, "finDeSession").isChecked());
+    EXPECT_FALSE(Trouve<QCheckBox>(d, "finDeSession").isChecked());
     EXPECT_EQ(Trouve<QLineEdit>(d, "chiffres").text(), u"6"_s);
     EXPECT_TRUE(Trouve<QLineEdit>(d, "chiffres").isEnabled());
     Coche(d, "virgule");

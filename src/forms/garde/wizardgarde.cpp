@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QLineEdit>
 #include <QScreen>
 #include <QStorageInfo>
@@ -66,13 +65,12 @@ void CWizardGarde::keyPressEvent(QKeyEvent* evenement) {
     QWizard::keyPressEvent(evenement);
 }
 
-/// Room for the largest page from the beginning: no page is cut, and no button moves.
+/// Room for the largest page, title and buttons from the beginning: no page is cut, and no button moves.
 void CWizardGarde::showEvent(QShowEvent* evenement) {
   const int ligne = fontMetrics().height();
-  const QSize autour = layout()->minimumSize() - currentPage()->minimumSizeHint();
   QSize place;
   for (const int id : pageIds()) place = place.expandedTo(page(id)->sizeHint());
-  place += autour.expandedTo(QSize(2 * ligne, 5 * ligne));
+  place += QSize(3 * ligne, 8 * ligne);
   setMinimumSize(place.boundedTo(screen()->availableSize() - QSize(ligne, 3 * ligne)));
   QWizard::showEvent(evenement);
 }

@@ -63,6 +63,7 @@ class PageArchive : public QWizardPage {
     m_liste->PoseTexteVide(u"Il n'y a pas de sauvegarde dans ce dossier."_s);
     m_liste->Suit(Colonnes(), m_archives);
     m_detail.setWordWrap(true);
+    m_detail.setAccessibleName(u"Raison"_s);
     m_detail.setMinimumHeight(2 * fontMetrics().lineSpacing());
     m_formulaire.Seul(*m_liste, "liste", true).Seul(m_detail, "detail");
     connect(&m_dossier.Champ(), &QComboBox::currentTextChanged, this, [this] { m_horloge.start(); });
@@ -156,6 +157,7 @@ class PageExercices : public QWizardPage {
     setCommitPage(true);
     m_liste->setAccessibleName(u"Exercices"_s);
     m_quand.setWordWrap(true);
+    m_quand.setAccessibleName(u"Sauvegarde"_s);
     Formulaire{*this}
         .Seul(m_quand, "quand")
         .Seul(*m_liste, "exercices", true)

@@ -38,6 +38,9 @@ class Assistants : public test::FormesJournal {
     Trouve<QComboBox>(f, "dossier").setCurrentText(CheminQ(dossier));
   }
   static QString Lu(QWidget& page, const char* nom) { return Trouve<Lecture>(page, nom).text(); }
+  /// Through the pages of a backup behind the password "clé", with what each refuses.
+  void Sauve(QDialog& f);
+  void Restaure(QDialog& f);
   std::vector<SauvegardePresente> Presentes() {
     std::vector<SauvegardePresente> presentes;
     EXPECT_FALSE(ListeSauvegardes(Magasin().SystemeFichiers(), Ailleurs.Chemin(), presentes));
@@ -63,47 +66,86 @@ TEST_F(Assistants, LeBlocEstCeluiQuiEstDit) {
   EXPECT_EQ(RemplitBloc(App(), bloc).numero, ErrCheminCabinetLong);
 }
 
+void Assistants::Sauve(QDialog& f) {
+  Page(f);
+  EXPECT_TRUE(Trouve<QRadioButton>(f, "exercice").isChecked());
+  Avance(f);
+  PoseDossier(f, Ailleurs.Chemin() + "/absent");
+  Avance(f);
+  EXPECT_EQ(Boite.NumerosErreurs(),
+            (std::vector<unsigned>{ErrDossierSauvegardeAbsent, ErrDossierSauvegardeInconnu}));
+  PoseDossier(f, Ailleurs.Chemin());
+  EXPECT_NE(Trouve<QLabel>(f, "avis").text(), u""_s);
+  Avance(f);
+  Page(f);
+  EXPECT_FALSE(Actif(f, "motDePasse"));
+  Case(f, "proteger").click();
+  Tape(Champ(f, "motDePasse"), u"clé"_s);
+  Tape(Champ(f, "encore"), u"cle"_s);
+  Boite.Oublie();
+  Avance(f, "faire");
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrMotDePasseSauvegarde});
+  EXPECT_EQ(Focus(f), "motDePasse");
+  Tape(Champ(f, "encore"), u"clé"_s);
+  // Cancel in the progress leaves no file, and the page as it was.
+  Boite.Oublie();
+  Boite.ArretApres = 0;
+  Avance(f, "faire");
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrArchiveInterrompue});
+  EXPECT_TRUE(Presentes().empty());
+  Boite.ArretApres = -1;
+  Avance(f, "faire");
+  QWizardPage& fin = Page(f);
+  EXPECT_EQ(Lu(fin, "exercices"), u"2003"_s);
+  EXPECT_EQ(Lu(fin, "ecritures"), u"1"_s);
+  EXPECT_EQ(Lu(fin, "protection"), u"mot de passe"_s);
+  EXPECT_TRUE(Lu(fin, "fichier").endsWith(u".fnz"_s));
+  Avance(f, "fermer");
+  EXPECT_FALSE(f.isVisible());
+}
+
+void Assistants::Restaure(QDialog& f) {
+  Page(f);
+  EXPECT_EQ(Trouve<QComboBox>(f, "dossier").currentText(), CheminQ(Ailleurs.Chemin())) << "remembered";
+  TableListe& liste = Trouve<TableListe>(f, "liste");
+  ASSERT_EQ(liste.Modele().NbLignes(), 2);
+  EXPECT_EQ(liste.Modele().Champ(0, 4), u"Protégée"_s);
+  liste.SelectionneLigne(1);
+  EXPECT_EQ(liste.Modele().Champ(1, 4), u"Etrangère"_s);
+  EXPECT_TRUE(Lu(f, "detail").contains(u"n'est pas une sauvegarde"_s));
+  EXPECT_FALSE(Actif(f, "suivant"));
+  liste.SelectionneLigne(0);
+  Avance(f);
+  Page(f);
+  Boite.Oublie();
+  Tape(Champ(f, "motDePasse"), u"faux"_s);
+  Avance(f);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrArchiveMotDePasse});
+  Tape(Champ(f, "motDePasse"), u"clé"_s);
+  Avance(f);
+  QWizardPage& choix = Page(f);
+  auto& exercices = Trouve<QListWidget>(choix, "exercices");
+  ASSERT_EQ(exercices.count(), 1);
+  EXPECT_TRUE(exercices.item(0)->text().contains(u"1 écriture(s) : remplace"_s));
+  exercices.item(0)->setCheckState(Qt::Unchecked);
+  Boite.Oublie();
+  Avance(f, "faire");
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrSauvegardeSansExercice});
+  exercices.item(0)->setCheckState(Qt::Checked);
+  Avance(f, "faire");
+  const QString bilan = Trouve<QPlainTextEdit>(Page(f), "bilan").toPlainText();
+  EXPECT_TRUE(
+      bilan.contains(u"Exercice 2003 : restauré.\n   Les livres d'avant restent dans le dossier "
+                     u"2003.avant-20030315"_s))
+      << bilan.toStdString();
+  Avance(f, "fermer");
+}
+
 TEST_F(Assistants, UneSauvegardeProtegeeEtSonRetour) {
   ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 20)), 0u);
   test::EcritFichier(Ailleurs.Chemin() + "/photo.fnz", "rien de tel");
   test::Robot robot;
-  robot.Attend("WizardSauvegarde", [&](QDialog& f) {
-    Page(f);
-    EXPECT_TRUE(Trouve<QRadioButton>(f, "exercice").isChecked());
-    Avance(f);
-    PoseDossier(f, Ailleurs.Chemin() + "/absent");
-    Avance(f);
-    EXPECT_EQ(Boite.NumerosErreurs(),
-              (std::vector<unsigned>{ErrDossierSauvegardeAbsent, ErrDossierSauvegardeInconnu}));
-    PoseDossier(f, Ailleurs.Chemin());
-    EXPECT_NE(Trouve<QLabel>(f, "avis").text(), u""_s);
-    Avance(f);
-    Page(f);
-    EXPECT_FALSE(Actif(f, "motDePasse"));
-    Case(f, "proteger").click();
-    Tape(Champ(f, "motDePasse"), u"clé"_s);
-    Tape(Champ(f, "encore"), u"cle"_s);
-    Boite.Oublie();
-    Avance(f, "faire");
-    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrMotDePasseSauvegarde});
-    EXPECT_EQ(Focus(f), "motDePasse");
-    Tape(Champ(f, "encore"), u"clé"_s);
-    // Cancel in the progress leaves no file, and the page as it was.
-    Boite.Oublie();
-    Boite.ArretApres = 0;
-    Avance(f, "faire");
-    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrArchiveInterrompue});
-    EXPECT_TRUE(Presentes().empty());
-    Boite.ArretApres = -1;
-    Avance(f, "faire");
-    QWizardPage& fin = Page(f);
-    EXPECT_EQ(Lu(fin, "exercices"), u"2003"_s);
-    EXPECT_EQ(Lu(fin, "ecritures"), u"1"_s);
-    EXPECT_EQ(Lu(fin, "protection"), u"mot de passe"_s);
-    EXPECT_TRUE(Lu(fin, "fichier").endsWith(u".fnz"_s));
-    Avance(f, "fermer");
-    EXPECT_FALSE(f.isVisible());
-  });
+  robot.Attend("WizardSauvegarde", [this](QDialog& f) { Sauve(f); });
   CommandeSauvegarde(Ui);
   EXPECT_EQ(Cadre.Appels, (std::vector<std::string>{"FermeToutes", "MontreExercice"}));
   ASSERT_EQ(Presentes().size(), 1u);
@@ -111,42 +153,7 @@ TEST_F(Assistants, UneSauvegardeProtegeeEtSonRetour) {
 
   ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 30)), 0u);
   ASSERT_TRUE(EcritUtilisateur(App(), CleDateSauvegarde, "01/03/2003"));
-  robot.Attend("WizardRestauration", [&](QDialog& f) {
-    Page(f);
-    EXPECT_EQ(Trouve<QComboBox>(f, "dossier").currentText(), CheminQ(Ailleurs.Chemin())) << "remembered";
-    TableListe& liste = Trouve<TableListe>(f, "liste");
-    ASSERT_EQ(liste.Modele().NbLignes(), 2);
-    EXPECT_EQ(liste.Modele().Champ(0, 4), u"Protégée"_s);
-    liste.SelectionneLigne(1);
-    EXPECT_EQ(liste.Modele().Champ(1, 4), u"Etrangère"_s);
-    EXPECT_TRUE(Lu(f, "detail").contains(u"n'est pas une sauvegarde"_s));
-    EXPECT_FALSE(Actif(f, "suivant"));
-    liste.SelectionneLigne(0);
-    Avance(f);
-    Page(f);
-    Boite.Oublie();
-    Tape(Champ(f, "motDePasse"), u"faux"_s);
-    Avance(f);
-    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrArchiveMotDePasse});
-    Tape(Champ(f, "motDePasse"), u"clé"_s);
-    Avance(f);
-    QWizardPage& choix = Page(f);
-    auto& exercices = Trouve<QListWidget>(choix, "exercices");
-    ASSERT_EQ(exercices.count(), 1);
-    EXPECT_TRUE(exercices.item(0)->text().contains(u"1 écriture(s) : remplace"_s));
-    exercices.item(0)->setCheckState(Qt::Unchecked);
-    Boite.Oublie();
-    Avance(f, "faire");
-    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrSauvegardeSansExercice});
-    exercices.item(0)->setCheckState(Qt::Checked);
-    Avance(f, "faire");
-    const QString bilan = Trouve<QPlainTextEdit>(Page(f), "bilan").toPlainText();
-    EXPECT_TRUE(
-        bilan.contains(u"Exercice 2003 : restauré.\n   Les livres d'avant restent dans le dossier "
-                       u"2003.avant-20030315"_s))
-        << bilan.toStdString();
-    Avance(f, "fermer");
-  });
+  robot.Attend("WizardRestauration", [this](QDialog& f) { Restaure(f); });
   CommandeRestauration(Ui);
   EXPECT_EQ(App().NomExercice, "2003") << "the session goes on";
   EXPECT_EQ(Lignes(1).size(), 2u);
