@@ -25,8 +25,9 @@
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogreleve.h"
 #include "forms/garde/dialogclotureexercice.h"
-#include "forms/graphiques/graphwinview.h"
+#include "forms/garde/pageprefsauvegardes.h"
 #include "forms/garde/qvbwizard.h"
+#include "forms/graphiques/graphwinview.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -109,6 +110,10 @@ void PleinEcran(CMainFrame& cadre, unsigned) {
   cadre.setWindowState(cadre.windowState() ^ Qt::WindowFullScreen);
 }
 void Personnaliser(CMainFrame& cadre, unsigned) { cadre.BarreIcones().Personnalise(); }
+void LesPreferences(CMainFrame& cadre, unsigned) {
+  ContexteUi& contexte = cadre.Contexte();
+  CPrefPropertySheet(contexte, &cadre, {new CPagePrefSauvegardes(contexte)}).Execute();
+}
 void Raccourcis(CMainFrame& cadre, unsigned) {
   if (CDialogRaccourcis(cadre.Contexte(), &cadre).Execute()) cadre.AppliqueRaccourcis();
 }
@@ -312,7 +317,7 @@ constexpr Commande table[] = {
      De<CommandeAjustementEuro>, "Accorde les montants des deux monnaies au taux de leur date."},
     {1044, M::Outils, true, "Calc&ulatrice", "", "calculatrice", "F9", Si::Toujours, Calculatrice,
      "Montre ou cache la calculatrice.", 0, true},
-    {1045, M::Outils, true, "&Préférences...", "", "preferences", "", Si::Toujours, Forme<CPrefPropertySheet>,
+    {1045, M::Outils, true, "&Préférences...", "", "preferences", "", Si::Toujours, LesPreferences,
      "Couleurs, polices et habitudes de saisie."},
     {1213, M::Outils, false, "Options...", "", "options", "F12", Si::Exercice, Forme<CSheetOptions>,
      "Cabinet, banques, comptes particuliers, T.V.A., mot de passe."},

@@ -107,8 +107,8 @@ inline constexpr TexteFixe TexteSauvegardeVerifiee{6634,
 inline constexpr TexteFixe TexteConservation{
     6635,
     "De chaque sorte de sauvegarde, le dossier garde la plus récente des %s derniers jours, %s dernières "
-    "semaines et %s derniers mois qui en ont une ; les autres en sont retirées. Les options changent ces "
-    "nombres."};
+    "semaines et %s derniers mois qui en ont une ; les autres en sont retirées. Les "
+    "préférences changent ces nombres."};
 inline constexpr TexteFixe TextePlaceLibre{6636, "Place libre : %s."};
 inline constexpr TexteFixe TexteMemeDisque{
     6637, "Ce dossier est sur le même disque que vos livres : une panne emporterait les deux."};

@@ -8,11 +8,13 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CPrefPropertySheet::CPrefPropertySheet(ContexteUi& contexte, QWidget* parent)
+CPrefPropertySheet::CPrefPropertySheet(ContexteUi& contexte, QWidget* parent,
+                                       const std::vector<CZNPage*>& suivantes)
     : CZNSheet(contexte, u"Préférences"_s, "PrefPropertySheet", parent) {
   AjoutePage(new CPagePrefPreferences(contexte));
   AjoutePage(new CPagePrefCouleurs(contexte));
   AjoutePage(new CPagePrefPolices(contexte));
+  for (CZNPage* page : suivantes) AjoutePage(page);
   Fini();
 }
 

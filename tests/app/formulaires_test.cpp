@@ -33,11 +33,12 @@
 #include "forms/banque/dialogrelevecsv.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/garde/dialogclotureexercice.h"
-#include "forms/graphiques/dialoggraph.h"
-#include "forms/graphiques/dialogprintgraph.h"
 #include "forms/garde/dialogendofsession.h"
+#include "forms/garde/pageprefsauvegardes.h"
 #include "forms/garde/wizardrestauration.h"
 #include "forms/garde/wizardsauvegarde.h"
+#include "forms/graphiques/dialoggraph.h"
+#include "forms/graphiques/dialogprintgraph.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmonth.h"
@@ -363,7 +364,7 @@ void TousLesFormulaires::Session() {
 }
 
 void TousLesFormulaires::Programme() {
-  CPrefPropertySheet preferences(Ui);
+  CPrefPropertySheet preferences(Ui, nullptr, {new CPagePrefSauvegardes(Ui)});
   CDialogRecherche recherche(Ui, {});
   CDialogRaccourcis raccourcis(Ui);
   CDialogPersonnaliser personnaliser(Ui, ContenuParDefaut(), [](unsigned) { return nullptr; });

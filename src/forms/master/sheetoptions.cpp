@@ -4,7 +4,6 @@
 #include <QTabBar>
 #include <algorithm>
 
-#include "forms/garde/pageoptionsauvegarde.h"
 #include "forms/master/dialogcompteparticulier.h"
 #include "forms/master/pageoptionactivite.h"
 #include "forms/master/pageoptionadressebanque.h"
@@ -27,7 +26,6 @@ CSheetOptions::CSheetOptions(ContexteUi& contexte, QWidget* parent)
   AjoutePage(new CPageOptionPassword(contexte));
   AjoutePage(new CPageOptionTVA(contexte));
   AjoutePage(new CPageOptionsUpdate(contexte));
-  AjoutePage(new CPageOptionSauvegarde(contexte));
   Fini();
   // All tabs at once where the screen has room for them, else with arrows.
   auto& onglets = *findChild<QTabWidget*>();

@@ -1,4 +1,4 @@
-// `CSheetOptions`: the options of the practice and of the open exercice, on nine pages.
+// `CSheetOptions`: the options of the practice and of the open exercice, on eight pages.
 #pragma once
 
 #include "ui/cznsheet.h"

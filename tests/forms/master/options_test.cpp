@@ -109,7 +109,7 @@ TEST_F(Formulaires, LesHuitPagesSontEntieres) {
     if (grande) Dessin.PoliceSaisies.setPointSizeF(1.3 * QApplication::font().pointSizeF());
     Options([&](QDialog& f) {
       const auto& onglets = Trouve<QTabWidget>(f, "onglets");
-      ASSERT_EQ(onglets.count(), 9);
+      ASSERT_EQ(onglets.count(), 8);
       EXPECT_TRUE(grande || onglets.tabBar()->width() >= onglets.tabBar()->sizeHint().width());
       for (int i = Activite; i <= MisesAJour; ++i) {
         Montre(f, static_cast<Onglet>(i));

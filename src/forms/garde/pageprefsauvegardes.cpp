@@ -1,4 +1,4 @@
-#include "forms/garde/pageoptionsauvegarde.h"
+#include "forms/garde/pageprefsauvegardes.h"
 
 #include "garde/optionssauvegarde.h"
 
@@ -6,8 +6,8 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
-CPageOptionSauvegarde::CPageOptionSauvegarde(ContexteUi& contexte)
-    : CZNPage(contexte, u"Sauvegardes"_s, "PageOptionSauvegarde"),
+CPagePrefSauvegardes::CPagePrefSauvegardes(ContexteUi& contexte)
+    : CZNPage(contexte, u"Sauvegardes"_s, "PagePrefSauvegardes"),
       m_formulaire(*this),
       m_dossier(m_formulaire, LitOptionsSauvegarde(contexte.App).dossier) {
   m_jours.setRange(1, ConservationMax);
@@ -21,7 +21,7 @@ CPageOptionSauvegarde::CPageOptionSauvegarde(ContexteUi& contexte)
       .Largeur(4)
       .Champ(u"Se&maines :"_s, m_semaines, "semaines")
       .Largeur(4)
-      .Champ(u"M&ois :"_s, m_mois, "mois")
+      .Champ(u"Moi&s :"_s, m_mois, "mois")
       .Largeur(4)
       .FinGroupe()
       .Texte(
@@ -30,7 +30,7 @@ CPageOptionSauvegarde::CPageOptionSauvegarde(ContexteUi& contexte)
       .Pousse();
 }
 
-bool CPageOptionSauvegarde::Charge() {
+bool CPagePrefSauvegardes::Charge() {
   const OptionsSauvegarde options = LitOptionsSauvegarde(App());
   m_finDeSession.setChecked(options.finDeSession);
   m_jours.setValue(static_cast<int>(options.conservation.jours));
@@ -39,7 +39,7 @@ bool CPageOptionSauvegarde::Charge() {
   return true;
 }
 
-bool CPageOptionSauvegarde::Controle() {
+bool CPagePrefSauvegardes::Controle() {
   // A drive that is not there today may be chosen all the same, but not typed wrong: without it there is
   // none.
   const std::string dossier = m_dossier.Dossier();
@@ -48,7 +48,7 @@ bool CPageOptionSauvegarde::Controle() {
   return Refuse(m_dossier.Controle());
 }
 
-bool CPageOptionSauvegarde::Enregistre() {
+bool CPagePrefSauvegardes::Enregistre() {
   const auto nombre = [](const QSpinBox& champ) { return static_cast<unsigned>(champ.value()); };
   OptionsSauvegarde options;
   options.dossier = m_dossier.Dossier();

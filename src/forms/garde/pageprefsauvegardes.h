@@ -1,4 +1,4 @@
-// `CPageOptionSauvegarde`: where backups go, the one at the end of each session, and how many are kept.
+// `CPagePrefSauvegardes`: where backups go, the one at the end of each session, and how many are kept.
 #pragma once
 
 #include <QCheckBox>
@@ -9,10 +9,10 @@
 
 namespace fenlor {
 
-class CPageOptionSauvegarde : public CZNPage {
+class CPagePrefSauvegardes : public CZNPage {
   Q_OBJECT
  public:
-  explicit CPageOptionSauvegarde(ContexteUi& contexte);
+  explicit CPagePrefSauvegardes(ContexteUi& contexte);
   bool Charge() override;
   bool Controle() override;
   bool Enregistre() override;
