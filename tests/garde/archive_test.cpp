@@ -124,6 +124,18 @@ TEST_F(Dossier, ChaqueOctetCompte) {
   EXPECT_EQ(recus, 0u) << "handed out before it was known to be good";
 }
 
+TEST_F(Dossier, UnManifesteQuiMent) {
+  const auto piece = Ouvre("piece");
+  ASSERT_EQ(piece->Ecrit("abc", 3, 0), 0);
+  Manifeste manifeste;
+  const auto sortie = Ouvre("b.fnz");
+  ASSERT_FALSE(
+      EcritArchive(*sortie, dossier / "b.fnz", manifeste, {{"fenlor.ini", piece.get(), 3, Sha256{}}}, {}));
+  const Refus refus = Lit(LitFichier(dossier / "b.fnz"), true);
+  EXPECT_EQ(refus.numero, ErrArchiveEndommagee);
+  EXPECT_EQ(recus, 0u);
+}
+
 TEST_F(Dossier, UnFluxProtege) {
   const std::string clair = Hasard(200'000);
   {

@@ -1,5 +1,8 @@
 // Books saved and brought back, on disks that fail and machines that lose their power.
 #include "garde/restauration.h"
+
+#include <thread>
+
 #include "core/btfiles.h"
 #include "core/cles.h"
 #include "garde/conservation.h"
@@ -210,6 +213,35 @@ TEST(GardeRestes, SontOtesALaProchaineOuverture) {
   EXPECT_EQ(range(), 0u) << "told once";
 }
 
+TEST(GardePannes, SauvegarderEntreDeuxSaisies) {
+  // A session has one thread: it photographs between two units of work. The archive may be written by another
+  // one while the entries go on.
+  SystemePosix posix;
+  Garde garde(&posix);
+  const char* const texte = std::getenv("FENLOR_SAISIES");
+  const unsigned voulues = texte ? static_cast<unsigned>(std::atoi(texte)) : 300;
+  for (unsigned saisies = 0; saisies < voulues;) {
+    Photographie photographie;
+    ASSERT_FALSE(photographie.Prend(garde.App(), {"2003"}, false));
+    const unsigned alors = saisies;
+    SauvegardeFaite faite;
+    Refus refus;
+    std::thread ecrivain([&] {
+      refus = EcritSauvegarde(posix, photographie, {garde.ailleurs.Chemin(), false, {}}, faite);
+    });
+    for (unsigned n = 0; n < voulues / 5; ++n, ++saisies) garde.Saisit(1);
+    ecrivain.join();
+    ASSERT_FALSE(refus) << refus.texte;
+    Jumeau autre;
+    RestaurationFaite rendue;
+    ASSERT_FALSE(Restaure(autre.App(), {faite.chemin, {}, {}}, rendue));
+    EXPECT_TRUE(rendue.exercices[0].constats.empty());
+    EXPECT_EQ(rendue.manifeste.exercices[0].ecritures, alors);
+    ASSERT_TRUE(autre.OuvreExercice("2003"));
+    EXPECT_EQ(autre.Magasin().GetJournalRec(0), alors * 2);
+  }
+}
+
 TEST(GardePannes, UnDisqueQuiManqueNeLaisseRienDeFaux) {
   SystemePosix posix;
   SystemeFautif systeme(posix);
@@ -238,6 +270,47 @@ TEST(GardePannes, UnDisqueQuiManqueNeLaisseRienDeFaux) {
     }
   EXPECT_GT(faits, 25u);
   EXPECT_EQ(Livres(garde.App()), avant);
+}
+
+TEST(GardePannes, UnDisqueQuiNeGardePasCeQuIlAcquitte) {
+  // Answers that all is written, and changes a byte of what it was given.
+  struct Menteur : SystemePosix {
+    struct FichierMenteur : Fichier {
+      std::unique_ptr<Fichier> vrai;
+      int Lit(void* t, std::size_t n, u64 place, std::size_t& lus) override {
+        return vrai->Lit(t, n, place, lus);
+      }
+      int Ecrit(const void* t, std::size_t n, u64 place) override {
+        std::string octets(static_cast<const char*>(t), n);
+        if (n) octets[n / 2] ^= 1;
+        return vrai->Ecrit(octets.data(), n, place);
+      }
+      int Synchronise() override { return vrai->Synchronise(); }
+      int Tronque(u64 n) override { return vrai->Tronque(n); }
+      int Reserve(u64 debut, u64 fin) override { return vrai->Reserve(debut, fin); }
+      int Mesure(Empreinte& empreinte) override { return vrai->Mesure(empreinte); }
+      int Descripteur() const override { return vrai->Descripteur(); }
+    };
+    int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
+      const int erreur = SystemePosix::Ouvre(chemin, mode, fichier);
+      if (erreur || chemin.find(menti) == std::string::npos || mode != Creation) return erreur;
+      auto menteur = std::make_unique<FichierMenteur>();
+      menteur->vrai = std::move(fichier);
+      fichier = std::move(menteur);
+      return 0;
+    }
+    std::string menti;
+  } systeme;
+  systeme.menti = "jamais";
+  Garde garde(&systeme);
+  garde.Saisit(3);
+  // The archive itself, and the copy that it is made of.
+  for (const char* menti : {".part", "copie-"}) {
+    systeme.menti = menti;
+    SauvegardeFaite faite;
+    EXPECT_EQ(Sauvegarde(garde.App(), {garde.ailleurs.Chemin(), false, {}}, faite).numero, 3524u) << menti;
+    EXPECT_TRUE(garde.Fichiers(garde.ailleurs.Chemin()).empty()) << menti;
+  }
 }
 
 TEST(GardePannes, UneCoupurePendantLaRestauration) {
