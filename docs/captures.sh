@@ -2,8 +2,9 @@
 # Pictures of the program on the demo practice, under a display of its own: main
 # window, new-exercice form, each page of the options and of the preferences, lists, journals, the register of assets
 # and their forms.
-#   docs/captures.sh FOLDER [WIDTHxHEIGHT]
-# SCALE=2 doubles the interface; FENLOR_PALETTE=sombre shows it on a dark palette.
+#   docs/captures.sh FOLDER [WIDTHxHEIGHT [graphiques]]
+# With "graphiques" only those of the guide's chapter on charts: docs/captures.sh docs/images 1000x700 graphiques
+# FENLOR_BIN=FOLDER takes the programs built there. SCALE=2 doubles the interface; FENLOR_PALETTE=sombre shows it on a dark palette.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/paquets.sh
@@ -11,9 +12,11 @@ paquets $paquets_programme xvfb openbox xdotool imagemagick fonts-dejavu-core
 mkdir -p "${1:?folder}"
 sortie="$(cd "$1" && pwd)"
 taille="${2:-1280x900}"
-cmake --preset release >/dev/null
-cmake --build --preset release --target fenlor fenlorctl >/dev/null
-bin="$PWD/build/release/bin"
+bin="${FENLOR_BIN:-$PWD/build/release/bin}"
+if [ -z "${FENLOR_BIN:-}" ]; then
+  cmake --preset release >/dev/null
+  cmake --build --preset release --target fenlor fenlorctl >/dev/null
+fi
 
 travail="$(mktemp -d)"
 trap 'kill "${serveur:-}" 2>/dev/null || true; rm -rf "$travail"' EXIT
@@ -36,7 +39,33 @@ pause() { sleep "${1:-0.7}"; }
 capture() { pause; import -window root "$sortie/$1.png"; }
 touche() { xdotool key --clearmodifiers "$@"; pause 0.4; }
 
+graphiques() {
+  xdotool key alt+t; pause; touche p
+  xdotool type 706; pause  # what begins so is looked for in the list
+  touche shift+Down shift+Down alt+e
+  capture graphique-choix
+  touche Return Home Right Right
+  capture graphique-barres
+  xdotool key alt+g; pause; touche f
+  capture graphique-surface
+  touche ctrl+F4
+  xdotool key alt+t; pause; touche p
+  xdotool type 606; pause
+  touche shift+Down shift+Down shift+Down shift+Down shift+Down shift+Down shift+Down shift+Down shift+Down
+  touche alt+e alt+c Return
+  xdotool key alt+g; pause; touche d
+  capture graphique-secteurs
+  xdotool key alt+g; pause; touche v
+  touche ctrl+F4
+}
+
 pause 2.5
+if [ "${3:-}" = graphiques ]; then
+  touche Escape
+  graphiques
+  kill "$programme"
+  exit 0
+fi
 capture astuce
 touche Escape
 capture principale
@@ -121,6 +150,7 @@ touche Escape
 xdotool key alt+r; pause; touche v v Return
 capture validation
 touche Escape
+graphiques
 touche alt+Return
 capture proprietes
 touche Escape

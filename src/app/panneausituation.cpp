@@ -3,13 +3,12 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 
 #include "app/textes.h"
 #include "core/numeroscommandes.h"
 #include "core/valeurs.h"
-#include "forms/graphiques/peintregraphique.h"
+#include "forms/graphiques/widgetgraphique.h"
 #include "garde/findesession.h"
 #include "garde/textes.h"
 #include "master/options.h"
@@ -41,32 +40,6 @@ class Lien : public QPushButton {
 };
 
 }  // namespace
-
-/// The results of the twelve months as bars.
-class Barres : public QWidget {
- public:
-  Barres(const SerieGraphique& serie, QWidget* parent) : QWidget(parent), m_serie(serie) {
-    setObjectName(u"barres"_s);
-    setAccessibleName(Q(serie.titre));
-    setMinimumHeight(HauteurBarres * fontMetrics().height());
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter peintre(this);
-    const MesureQt mesure(font());
-    const f64 texte = QFontInfo(font()).pixelSize();
-    PlaceGraphique place;
-    place.hauteurTitre = place.hauteurTexte = texte;
-    place.titre = {0, 0, f64(width()), 2 * texte};
-    place.graphique = {0, 2 * texte, f64(width()), f64(height())};
-    PeintGraphique(peintre, DessineGraphique(m_serie, GenreGraphique::BarresV, place, mesure), mesure,
-                   ThemeDe(palette()));
-  }
-
- private:
-  const SerieGraphique m_serie;
-};
 
 /// Rows of a table under titles, built from top to bottom.
 class PanneauSituation::Tableau {
@@ -209,7 +182,13 @@ void PanneauSituation::MontreResultats(Tableau& tableau) {
   serie.euro = s.euro;
   for (unsigned mois = 1; mois <= s.mois.size(); ++mois)
     serie.points.push_back({NomMois(mois).substr(0, 3), s.mois[mois - 1].Resultat()});
-  tableau.Large(new Barres(serie, &tableau.Parent()));
+  auto* barres = new WidgetGraphique(&tableau.Parent());
+  barres->setObjectName(u"barres"_s);
+  barres->setFixedHeight(HauteurBarres * fontMetrics().height());
+  barres->setAutoFillBackground(false);
+  barres->PoseHauteurTitre(QFontInfo(font()).pixelSize());
+  barres->Pose(serie, GenreGraphique::BarresV);
+  tableau.Large(barres);
 }
 
 void PanneauSituation::MontreAttente(Tableau& tableau) {

@@ -184,8 +184,6 @@ void Courrier(CMainFrame& cadre, unsigned) { Montre(cadre, "mailto:fenlor@orveli
 using M = Menu;
 using Si = Quand;
 
-constexpr auto plusTard = "N'existe pas encore.";
-
 constexpr Commande table[] = {
     {1000, M::Fichier, false, "&Nouvel exercice...", "Nouveau", "nouvel-exercice", "Ctrl+N", Si::Toujours,
      NouvelExercice, "Crée un exercice et l'ouvre."},

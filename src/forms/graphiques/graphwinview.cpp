@@ -39,7 +39,7 @@ constexpr struct {
 };
 static_assert(std::size(genres) == NbGenresGraphique);
 constexpr int largeurLibelle = 90, largeurValeur = 110;
-constexpr int partGraphique = 3;  ///< of four
+constexpr int hauteursValeurs = 15;  ///< width of the table, in heights of the font
 
 }  // namespace
 
@@ -56,9 +56,9 @@ CGraphWinView::CGraphWinView(ContexteUi& contexte, std::unique_ptr<CGraphWinDoc>
   m_valeurs->setObjectName(u"valeurs"_s);
   m_valeurs->setAccessibleName(u"Valeurs du graphique"_s);
   m_genres->setObjectName(u"genre"_s);
-  auto* libelle = new QLabel(u"&Genre :"_s);
+  auto* libelle = new QLabel(u"Genre &du graphique :"_s);
   libelle->setBuddy(m_genres);
-  m_genres->setAccessibleName(u"Genre"_s);
+  m_genres->setAccessibleName(u"Genre du graphique"_s);
   for (const auto& genre : genres) m_genres->Ajoute(genre.nom);
   m_valeurs->Suit<PointGraphique>(
       {{serie.evolution ? "Mois" : "Compte", largeurLibelle,
@@ -75,8 +75,8 @@ CGraphWinView::CGraphWinView(ContexteUi& contexte, std::unique_ptr<CGraphWinDoc>
   auto* partage = new QSplitter;
   partage->addWidget(m_graphique);
   partage->addWidget(m_valeurs);
-  partage->setStretchFactor(0, partGraphique);
-  partage->setStretchFactor(1, 0);
+  partage->setStretchFactor(0, 1);
+  partage->setSizes({sizeHint().width(), fontMetrics().height() * hauteursValeurs});
   partage->setChildrenCollapsible(false);
   auto* pile = new QVBoxLayout(this);
   pile->addLayout(haut);
@@ -125,6 +125,11 @@ void CGraphWinView::PoseGenre(GenreGraphique genre) {
   m_genres->setCurrentIndex(static_cast<int>(genre));
   if (!RetientGenre(App(), genre)) DitEchecReglages(App());
   Q_EMIT EtatChange();
+}
+
+void CGraphWinView::Charge() {
+  Vue::Charge();
+  m_graphique->setFocus();  // not the list above it, where an arrow key would change the kind
 }
 
 void CGraphWinView::AppliqueDessin() { m_valeurs->ActualisePreferences(); }

@@ -20,6 +20,7 @@ class CGraphWinView : public Vue {
 
   WidgetGraphique& Graphique() { return *m_graphique; }
   TableListe& Valeurs() { return *m_valeurs; }
+  void Charge() override;
   void Actualise() override {}
   void AppliqueDessin() override;
   QSize sizeHint() const override;

@@ -51,6 +51,12 @@ void WidgetGraphique::Pose(const SerieGraphique& serie, GenreGraphique genre) {
   update();
 }
 
+void WidgetGraphique::PoseHauteurTitre(f64 hauteur) {
+  m_hauteurTitre = hauteur;
+  m_perime = true;
+  update();
+}
+
 void WidgetGraphique::Choisit(int point) {
   if (point == m_choisi || point >= static_cast<int>(m_serie.points.size())) return;
   m_choisi = point;
@@ -74,7 +80,7 @@ QSize WidgetGraphique::minimumSizeHint() const { return fontMetrics().height() *
 const DessinGraphique& WidgetGraphique::Dessin() const {
   if (!m_perime) return m_dessin;
   const PlaceGraphique place = PlaceEcran(width(), height(), QFontInfo(font()).pixelSize(),
-                                          m_serie.titre.empty() ? 0 : HauteurTitreEcran);
+                                          m_serie.titre.empty() ? 0 : m_hauteurTitre);
   m_dessin = DessineGraphique(m_serie, m_genre, place, MesureQt(font()));
   m_perime = false;
   return m_dessin;

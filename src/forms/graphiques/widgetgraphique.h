@@ -16,6 +16,8 @@ class WidgetGraphique : public QWidget {
 
   /// A series without a title takes the whole place.
   void Pose(const SerieGraphique& serie, GenreGraphique genre);
+  /// Of the font of the title; at first that of a window.
+  void PoseHauteurTitre(f64 hauteur);
   const SerieGraphique& Serie() const { return m_serie; }
   GenreGraphique Genre() const { return m_genre; }
   /// The point that is marked, -1 for none.
@@ -50,6 +52,7 @@ class WidgetGraphique : public QWidget {
 
   SerieGraphique m_serie;
   GenreGraphique m_genre = GenreParDefaut;
+  f64 m_hauteurTitre = HauteurTitreEcran;
   int m_choisi = -1;
   mutable DessinGraphique m_dessin;
   mutable bool m_perime = true;  ///< the drawing is that of another size or series
