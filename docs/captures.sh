@@ -21,6 +21,10 @@ fi
 travail="$(mktemp -d)"
 trap 'kill "${serveur:-}" 2>/dev/null || true; rm -rf "$travail"' EXIT
 "$bin/fenlorctl" --cabinet "$travail/demo" demo >/dev/null
+"$bin/fenlorctl" --cabinet "$travail/demo" --aujourdhui 14/11/2003 automatique ajouter >/dev/null <<FIN
+{"Genre":2,"Date":"05/09/2003","Libelle":"Loyer du cabinet","Tresorerie":"BQ","Compte":"6132","MontantEuro":700,"Periodicite":6,"NbPaiements":24}
+{"Genre":1,"Date":"12/11/2003","Libelle":"Vacations","Tresorerie":"BQ","Compte":"706","MontantEuro":1250,"Periodicite":2,"NbPaiements":10,"Annoncer":1}
+FIN
 export XDG_CONFIG_HOME="$travail/config" XDG_RUNTIME_DIR="$travail/run" XDG_DATA_HOME="$travail/data" LC_ALL=C.UTF-8
 export QT_SCALE_FACTOR="${SCALE:-1}" FENLOR_AUJOURDHUI=15/11/2003
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
@@ -60,6 +64,8 @@ graphiques() {
 }
 
 pause 2.5
+capture echeances
+touche alt+e
 if [ "${3:-}" = graphiques ]; then
   touche Escape
   graphiques
@@ -151,6 +157,16 @@ xdotool key alt+r; pause; touche v v Return
 capture validation
 touche Escape
 graphiques
+xdotool key alt+r; pause; touche e
+capture automatiques
+touche Return
+capture automatique-depense
+touche Escape Down Return
+capture automatique-recette
+touche Escape
+touche alt+p
+capture previsions
+touche Escape Escape
 touche alt+Return
 capture proprietes
 touche Escape

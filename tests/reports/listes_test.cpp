@@ -6,6 +6,7 @@
 #include <random>
 #include <sstream>
 
+#include "auto/ecrituresauto.h"
 #include "core/btfiles.h"
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
@@ -19,8 +20,8 @@ namespace {
 
 using test::AffichageLivre;
 
-constexpr const char* Noms[] = {"comptes-recettes", "comptes-depenses", "plan-comptable",
-                                "tresorerie",       "rubriques",        "libelles"};
+constexpr const char* Noms[] = {"comptes-recettes", "comptes-depenses", "plan-comptable", "tresorerie",
+                                "rubriques",        "libelles",         "previsions"};
 
 class Listes : public test::PetitLivre {
  protected:
@@ -62,6 +63,19 @@ TEST_F(Listes, EnFranc) {
 TEST_F(Listes, EnEuro) {
   Installe(AffichageLivre::Euro);
   VerifieComptes("euro");
+  {
+    CEcrituresAuto autos(App());
+    autos.Clear();
+    autos.Rec.Genre = JournalDepenses;
+    autos.Rec.Date = FaitDate(5, 11, 2003);
+    autos.Rec.MontantEuro = 700;
+    autos.Rec.NbPaiements = autos.Rec.NbRestants = 12;
+    autos.Rec.Periodicite = 6;
+    PoseTexte(autos.Rec.Tresorerie, QVAPI::GetLongCompte("512"));
+    ASSERT_TRUE(autos.Write());
+  }
+  Magasin().FixeAujourdhui(FaitDate(20, 11, 2003));
+  Verifie("previsions", "liste-previsions");
 }
 /// They know one currency, that which the exercice is kept in.
 TEST_F(Listes, CommeEnEuroAvecLesDeuxMonnaies) {

@@ -60,17 +60,20 @@ CDialogAutoEcheance::CDialogAutoEcheance(ContexteUi& contexte, std::vector<Echea
 CDialogAutoEcheance::~CDialogAutoEcheance() = default;
 
 void CDialogAutoEcheance::Supprime() {
-  std::vector<int> lignes = m_liste->LignesChoisies();
-  if (lignes.empty()) return;
-  const int premiere = lignes.front();
-  for (std::size_t i = 0, parties = 0; i < lignes.size(); ++i) {
-    const auto rang = static_cast<std::size_t>(lignes[i]) - parties;
-    if (App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeEcheance) != RepOui) continue;
-    m_annoncees.erase(m_annoncees.begin() + static_cast<std::ptrdiff_t>(rang));
-    ++parties;
+  const std::vector<int> lignes = m_liste->LignesChoisies();
+  std::vector<int> restees;
+  for (std::size_t i = 0; i < lignes.size(); ++i) {
+    const int rang = lignes[i] - static_cast<int>(i - restees.size());
+    if (App().MessageId(BoutonsOuiNon | IconeQuestion, QuestionSupprimeEcheance) == RepOui)
+      m_annoncees.erase(m_annoncees.begin() + rang);
+    else
+      restees.push_back(rang);
   }
-  m_liste->Relit(premiere);
-  m_supprimer->setEnabled(m_liste->LigneChoisie() >= 0);
+  m_liste->Relit(-1);
+  for (const int rang : restees)
+    m_liste->selectionModel()->select(m_liste->model()->index(rang, 0),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  m_supprimer->setEnabled(!restees.empty());
   m_liste->setFocus();
 }
 

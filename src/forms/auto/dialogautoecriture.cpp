@@ -19,7 +19,7 @@ using namespace Qt::Literals::StringLiterals;
 using namespace std::string_view_literals;
 
 namespace {
-constexpr int ChiffresNombre = 3, DernierePeriodicite = 9;
+constexpr int ChiffresNombre = 3, DernierePeriodicite = 9, LargeurDate = 14;
 }
 
 CDialogAutoEcriture::CDialogAutoEcriture(ContexteUi& contexte, SuiteFiches* suite, Position position,
@@ -69,6 +69,7 @@ void CDialogAutoEcriture::Declare() {
     f.Champ(u"Genre :"_s, m_genre, "genre")
         .SurChangement([this] { GenreChange(); })
         .Champ(u"Date :"_s, m_date, "date")
+        .Largeur(LargeurDate)
         .SurDepart([this] {
           if (m_date.EstVide()) m_date.Pose(App().Magasin.Today());
           m_monnaie.QuitteDate(m_date.Valeur());

@@ -52,11 +52,11 @@ void CDialogAutoPrevisions::DeclareListe() {
   };
   m_liste->Suit<std::size_t>(
       {{"Mois", 20, [this](const std::size_t& rang) { return MoisPrevision(m_previsions, rang); }},
-       {"Trésorerie"_w, 20,
+       {"Trésorerie"_w, 26,
         [this](const std::size_t& rang) { return TresoreriePrevision(m_previsions.lignes[rang]); }},
-       {"Recettes", 20, montant(&LignePrevision::recettes), Cote::Droite},
-       {"Dépenses"_w, 20, montant(&LignePrevision::depenses), Cote::Droite},
-       {"Solde", 20, montant(&LignePrevision::solde), Cote::Droite}},
+       {"Recettes", 18, montant(&LignePrevision::recettes), Cote::Droite},
+       {"Dépenses"_w, 18, montant(&LignePrevision::depenses), Cote::Droite},
+       {"Solde", 18, montant(&LignePrevision::solde), Cote::Droite}},
       m_rangs);
   m_liste->Relit(0);
   m_liste->setMinimumSize(caracteres * m_liste->fontMetrics().averageCharWidth(),

@@ -37,9 +37,11 @@ TEST_F(FormeEcheances, UneSEnregistreUneSenVa) {
     liste.SelectionneLigne(0);
     Clique(Case(f, "supprimer"));
     EXPECT_EQ(liste.Modele().NbLignes(), 2) << "no was the answer";
+    EXPECT_EQ(liste.LignesChoisies(), std::vector<int>{0});
     Boite.Reponses = {RepOui};
     Clique(Case(f, "supprimer"));
     EXPECT_EQ(liste.Modele().NbLignes(), 1);
+    EXPECT_FALSE(Actif(f, "supprimer")) << "the selection is gone";
     Ok(f);
   });
   CommandeEcheances(Ui);
