@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QStatusBar>
@@ -12,7 +13,9 @@
 #include "app/lienparent.h"
 #include "app/mainframe.h"
 #include "app/programme.h"
+#include "auto/modeleauto.h"
 #include "forms/session/comboexercices.h"
+#include "journal/choixcomptes.h"
 #include "outils/uidetest.h"
 #include "store/motdepasse.h"
 #include "store/texte1252.h"
@@ -110,6 +113,54 @@ TEST_F(DemarrageTest, DuPremierLancementALaFermeture) {
   robot.Attend("DialogOpenExercice", [](QDialog& d) { d.reject(); });
   ASSERT_TRUE(Demarre());
   EXPECT_EQ(App().NomExercice, "");
+}
+
+/// At the start, when an exercice is opened, when another is chosen in the bar: each morning once.
+TEST_F(DemarrageTest, LesEcheancesViennentALOuverture) {
+  PremierDemarrage();
+  for (const bool annoncer : {true, false}) {
+    FicheAuto fiche = NouvelleAuto(App());
+    fiche.compte = ComptesParCode(App(), Recette).front().compte;
+    fiche.tresorerie = ComptesParCode(App(), Tresorerie).front().compte;
+    fiche.montants.ttc = fiche.montants.professionnel = 10;
+    fiche.date = FaitDate(15, 3, 2003);
+    fiche.annoncer = annoncer;
+    fiche.periodicite = 2;
+    fiche.nombre = PaiementsMax;
+    ASSERT_FALSE(EnregistreAuto(App(), fiche));
+  }
+  const auto ecritures = [this] {
+    Mouvement entete{};
+    u32 nombre = 0;
+    while (App().Magasin.ReadMouvements(App().PathExercice, nombre + 1, entete)) ++nombre;
+    return nombre;
+  };
+  Arrete();
+  Robot robot;
+  const auto annule = [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); };
+  qputenv("FENLOR_AUJOURDHUI", "16/03/2003");
+  robot.Attend("DialogAutoEcheance", annule);
+  ASSERT_TRUE(Demarre());
+  EXPECT_EQ(ecritures(), 1u);
+
+  App().Magasin.FixeAujourdhui(FaitDate(22, 3, 2003));
+  robot.Attend("DialogOpenExercice", [](QDialog& d) {
+    Trouve<QListWidget>(d, "exercices").setCurrentRow(0);
+    Clique(Trouve<QAbstractButton>(d, "ok"));
+  });
+  robot.Attend("DialogAutoEcheance", annule);
+  m_programme->Cadre().Table().Execute(CmdOuvrirExercice);
+  EXPECT_EQ(ecritures(), 2u);
+
+  App().Magasin.FixeAujourdhui(FaitDate(29, 3, 2003));
+  robot.Attend("DialogAutoEcheance", annule);
+  for (const char* fois : {"once", "nothing more that day"}) {
+    m_programme->Cadre().Table().Execute(CmdFermerExercice);
+    Q_EMIT m_programme->Cadre().Combo().activated(0);
+    EXPECT_EQ(ecritures(), 3u) << fois;
+  }
+  Arrete();
+  EXPECT_EQ(Reglage("2003", "Consultation"), "29/03/2003");
 }
 
 TEST_F(DemarrageTest, RenoncerAuPremierExerciceLaisseLaFenetre) {
