@@ -90,6 +90,38 @@ const CompteOffert* CompteTape(const std::vector<CompteOffert>& comptes, const s
   return trouve;
 }
 
+bool TousLesMots(std::string_view plie, std::string_view mots) {
+  while (!mots.empty()) {
+    const std::size_t fin = std::min(mots.find(' '), mots.size());
+    if (plie.find(mots.substr(0, fin)) == std::string_view::npos) return false;
+    mots.remove_prefix(std::min(fin + 1, mots.size()));
+  }
+  return true;
+}
+
+std::vector<const CompteOffert*> ComptesProposes(const std::vector<CompteOffert>& comptes,
+                                                 const std::string& texte, std::size_t auPlus) {
+  std::string cherche;
+  AjouteSansAccents(cherche, CompacteTexte(texte));
+  if (cherche.empty()) return {};
+  std::vector<const CompteOffert*> codes, noms;
+  const CompteOffert* tape = CompteTape(comptes, texte);
+  if (tape) codes.push_back(tape);
+  for (const CompteOffert& compte : comptes) {
+    std::string code, nom;
+    AjouteSansAccents(code, compte.code);
+    AjouteSansAccents(nom, compte.designation);
+    if (&compte == tape) continue;
+    if (code.starts_with(cherche) || compte.compte.starts_with(cherche))
+      codes.push_back(&compte);
+    else if (TousLesMots(nom, cherche))
+      noms.push_back(&compte);
+  }
+  codes.insert(codes.end(), noms.begin(), noms.end());
+  codes.resize(std::min(auPlus, codes.size()));
+  return codes;
+}
+
 const CompteOffert* CompteDeNumero(const std::vector<CompteOffert>& comptes, const std::string& compte) {
   for (const CompteOffert& offert : comptes)
     if (offert.compte == compte) return &offert;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/fenlorapp.h"
@@ -31,6 +32,13 @@ const CompteOffert* CompteDeCode(const std::vector<CompteOffert>& comptes, const
 /// What a person who types in "Code :" means: the account of exactly that code, else of exactly that number,
 /// else the first one whose code begins with the text, else the first one whose number does; null for none.
 const CompteOffert* CompteTape(const std::vector<CompteOffert>& comptes, const std::string& texte);
+/// What the list under "Code :" proposes while it is typed: the account that it means now (`CompteTape`),
+/// then those whose code or number begins with the text, then those whose name holds all its words, accents
+/// and case aside; within each in the order of the list. Empty for a blank text.
+std::vector<const CompteOffert*> ComptesProposes(const std::vector<CompteOffert>& comptes,
+                                                 const std::string& texte, std::size_t auPlus);
+/// The folded text holds each of the folded words.
+bool TousLesMots(std::string_view plie, std::string_view mots);
 const CompteOffert* CompteDeNumero(const std::vector<CompteOffert>& comptes, const std::string& compte);
 
 /// "70A Recettes": heading as the forms show it; empty when there is none.

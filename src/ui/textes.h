@@ -45,6 +45,7 @@ inline constexpr TexteFixe IndiceFiltre{6723, "Filtrer : les lignes qui ont tous
 inline constexpr TexteFixe FermeFiltre{6724, "Fermer le filtre (Échap)"};
 inline constexpr TexteFixe FormatFiltre{6725, "%s sur %s"};  ///< rows that show, rows there are
 inline constexpr TexteFixe VideFiltre{6730, "Aucune ligne n'a tous ces mots."};
+inline constexpr TexteFixe NomPropositions{6731, "Propositions"};
 inline constexpr TexteFixe CleFenetre{5651, "Fenêtre"};
 inline constexpr TexteFixe CleAgrandie{5652, "Agrandie"};
 inline constexpr TexteFixe CleContrasteEleve{6740, "Contraste élevé"};

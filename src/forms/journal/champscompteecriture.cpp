@@ -1,12 +1,15 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QSignalBlocker>
+#include <algorithm>
 #include <utility>
 
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "forms/journal/champsecriture.h"
 #include "forms/master/champscompte.h"
+#include "store/texte1252.h"
+#include "ui/listetapee.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -15,7 +18,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int TailleCode = 10, LargeurCompte = 40;
-}
+constexpr std::size_t proposesAuPlus = 100;
+}  // namespace
 
 /// Tells that the code is left, and whether by Tab or Enter.
 class ChampsCompteEcriture::Depart : public QObject {
@@ -60,6 +64,9 @@ void ChampsCompteEcriture::Declare(Formulaire& formulaire) {
       .Largeur(LargeurCompte)
       .FinGroupe();
   new Depart(*this);
+  new ListeTapee(
+      m_champCode, m_champCode, [this](const QString& tape) { return Propose(De1252(tape)); },
+      [this](int rang) { Prend(rang); });
   QObject::connect(&m_champCode, &QLineEdit::textEdited, &m_champCode, [this] {
     m_frappe = true;
     ChercheCode();
@@ -122,6 +129,30 @@ void ChampsCompteEcriture::ChercheCode() {
   const int rang = Trouve();
   if (rang == m_liste.currentIndex()) return;
   Montre(rang);
+  if (m_choix) m_choix();
+}
+
+QStringList ChampsCompteEcriture::Propose(const std::string& tape) {
+  QStringList rangees;
+  m_proposes.clear();
+  const auto proposes = ComptesProposes(m_comptes, tape, proposesAuPlus);
+  // The account that its whole code names is shown below already, unless another code goes on from there.
+  const std::string code = CompacteTexte(tape);
+  const auto commence = [&code](const CompteOffert* compte) {
+    return CompareSansCasse(compte->code.substr(0, code.size()), code) == 0;
+  };
+  if (!proposes.empty() && CompareSansCasse(proposes[0]->code, code) == 0 &&
+      std::none_of(proposes.begin() + 1, proposes.end(), commence))
+    return rangees;
+  for (const CompteOffert* compte : proposes) {
+    m_proposes.push_back(compte->compte);
+    rangees += Q(compte->code.empty() ? compte->Texte() : compte->code + "   " + compte->Texte());
+  }
+  return rangees;
+}
+
+void ChampsCompteEcriture::Prend(int rang) {
+  Choisit(m_proposes.at(static_cast<std::size_t>(rang)));
   if (m_choix) m_choix();
 }
 

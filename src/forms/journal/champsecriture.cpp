@@ -13,6 +13,7 @@
 #include "core/valeurs.h"
 #include "forms/master/champscompte.h"
 #include "master/libelles.h"
+#include "ui/listetapee.h"
 #include "ui/radios.h"
 #include "ui/texteqt.h"
 
@@ -22,6 +23,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr std::size_t proposesAuPlus = 50;
 constexpr int LargeurJour = 4, LargeurLibelle = 40, LargeurCodeTresorerie = 10;
 
 class SansRoulette : public QObject {
@@ -201,6 +203,13 @@ ChampLibelle::ChampLibelle(QWidget* parent) : QComboBox(parent), m_editeur(new E
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   PrepareListe(*this, LargeurLibelle);
   connect(m_editeur, &QLineEdit::textEdited, this, [this](const QString& texte) { m_debut = texte; });
+  new ListeTapee(
+      *this, *m_editeur, [this](const QString& tape) { return Proposes(tape); },
+      [this](int rang) {
+        m_editeur->Pose(m_proposes.at(static_cast<std::size_t>(rang)));
+        m_editeur->selectAll();
+        Q_EMIT activated(-1);
+      });
 }
 
 void ChampLibelle::Charge(CFenlorApp& app) {
@@ -210,6 +219,7 @@ void ChampLibelle::Charge(CFenlorApp& app) {
   const QSignalBlocker silence(this);
   clear();
   m_dernier = false;
+  m_liste = libelles;
   for (const std::string& libelle : libelles) addItem(Q(libelle));
   ElargitListe(*this);
   setCurrentIndex(-1);
@@ -225,6 +235,13 @@ void ChampLibelle::ProposeDernier(const std::string& libelle) {
   ElargitListe(*this);
   setCurrentIndex(-1);
   setEditText(texte);
+}
+
+QStringList ChampLibelle::Proposes(const QString& tape) {
+  m_proposes = LibellesProposes(m_connus, m_liste, De1252(tape), proposesAuPlus);
+  QStringList rangees;
+  for (const std::string& libelle : m_proposes) rangees += Q(libelle);
+  return rangees;
 }
 
 std::string ChampLibelle::Valeur() const { return m_editeur->Valeur(); }

@@ -14,6 +14,7 @@
 #include "forms/journal/lecturecoupee.h"
 #include "journal/choixcomptes.h"
 #include "journal/ecriturelue.h"
+#include "journal/libellesconnus.h"
 #include "ui/choixmonnaie.h"
 #include "ui/editeurs.h"
 #include "ui/formulaire.h"
@@ -117,12 +118,15 @@ class ChampsCompteEcriture {
   void Montre(int rang);
   int Trouve() const;
   void ChercheCode();
+  QStringList Propose(const std::string& tape);
+  void Prend(int rang);
   void Nouveau();
   void QuitteCode(bool enAvant);
   CFenlorApp& m_app;
   std::function<std::vector<CompteOffert>()> m_source;
   std::function<bool()> m_nouveau;
   std::vector<CompteOffert> m_comptes;
+  std::vector<std::string> m_proposes;  ///< numbers of the accounts in the list under the code
   EditeurTexte m_champCode;
   QPushButton m_boutonNouveau;
   QComboBox m_liste;
@@ -141,6 +145,10 @@ class ChampLibelle : public QComboBox {
   void Charge(CFenlorApp& app);
   /// First row of the list; empty: none.
   void ProposeDernier(const std::string& libelle);
+  /// Labels typed before for the account, which are proposed while one types before those of the list.
+  void PoseConnus(std::vector<LibelleConnu> connus) { m_connus = std::move(connus); }
+  /// What is known of the label that stands there; null for none.
+  const LibelleConnu* Connu() const { return ConnuDe(m_connus, Valeur()); }
   std::string Valeur() const;
   void Pose(const std::string& libelle);
   /// A label that nobody typed is that of the account.
@@ -153,7 +161,10 @@ class ChampLibelle : public QComboBox {
 
  private:
   bool Cherche(int pas);
+  QStringList Proposes(const QString& tape);
   EditeurTexte* m_editeur;
+  std::vector<LibelleConnu> m_connus;
+  std::vector<std::string> m_liste, m_proposes;
   bool m_dernier = false;
   QString m_debut;        ///< typed, empty after a choice
   std::string m_propose;  ///< not typed

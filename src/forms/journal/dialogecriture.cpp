@@ -13,6 +13,7 @@
 #include "forms/journal/textes.h"
 #include "forms/master/champscompte.h"
 #include "forms/master/dialogplan.h"
+#include "journal/controles.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
 
@@ -93,7 +94,7 @@ void CDialogEcriture::Declare() {
 
   gauche->addWidget(ColonneDeChamps(Zone(), [this](Formulaire& f) {
     m_compte.Declare(f);
-    f.Champ(u"Libellé :"_s, m_libelle, "libelle");
+    f.Champ(u"Libellé :"_s, m_libelle, "libelle").Seul(m_offre, "offre");
   }));
   droite->addWidget(m_montants.Colonne(Zone()));
   m_tresorerie = new ZoneTresorerie(
@@ -105,6 +106,14 @@ void CDialogEcriture::Declare() {
   gauche->addWidget(m_tresorerie, 1);
   droite->addWidget(ColonneDeChamps(Zone(), [this](Formulaire& f) { DeclareEtat(f); }), 1);
 
+  QPalette gris = m_offre.palette();
+  gris.setColor(QPalette::WindowText,
+                Lisible(gris.color(QPalette::PlaceholderText), gris.color(QPalette::Window)));
+  m_offre.setPalette(gris);
+  m_libelle.SurChangement([this] { MontreOffre(); });
+  for (const Qt::Key touche : {Qt::Key_Return, Qt::Key_Enter})
+    connect(new QShortcut(QKeySequence(Qt::CTRL | touche), this), &QShortcut::activated, this,
+            &CDialogEcriture::PrendOffre);
   m_compte.SurChoix([this] { CompteChange(); });
   m_compte.SurCode([this] { CZNDialog::Focalise(m_libelle); });
   m_tresorerie->SurChangement([this] { TresorerieChange(); });
@@ -274,7 +283,37 @@ void CDialogEcriture::CompteChange() {
     m_libelle.ProposeDernier(compte ? DernierLibelle(App(), m_ouverture.journal, compte->compte)
                                     : std::string{});
     if (compte) m_libelle.Propose(compte->designation);
+    m_libelle.PoseConnus(compte ? LibellesConnus(App(), m_ouverture.journal, compte->compte)
+                                : std::vector<LibelleConnu>());
+    MontreOffre();
   }
+  ActualiseEtat();
+}
+
+void CDialogEcriture::MontreOffre() {
+  m_offerte.reset();
+  const LibelleConnu* connu = Ajout() && !Fige() ? m_libelle.Connu() : nullptr;
+  EcritureLue lue;
+  if (connu && !LitEcriture(App(), connu->mouvement, lue, m_monnaie.Euro()) &&
+      lue.saisie.euro == m_monnaie.Euro() && lue.saisie.genre == GenreSimple)
+    m_offerte = lue;
+  if (!m_offerte) return m_offre.clear();
+  const SaisieEcriture& saisie = m_offerte->saisie;
+  Plan compte;
+  const bool connue = LitCompte(App(), saisie.tresorerie, compte);
+  m_offre.setText(
+      TexteQ(FormatOffre, {saisie.euro ? FormatEuro(saisie.montants.ttc) : FormatFranc(saisie.montants.ttc),
+                           connue ? LitTexte(compte.Code) : std::string{}}));
+}
+
+void CDialogEcriture::PrendOffre() {
+  if (!m_offerte || Fige()) return;
+  EcritureLue ecriture;
+  ecriture.saisie = m_offerte->saisie;
+  m_montants.PoseTtc(ecriture.saisie.montants.ttc);
+  m_tresorerie->Pose(ecriture);
+  m_offerte.reset();
+  m_offre.clear();
   ActualiseEtat();
 }
 
@@ -353,7 +392,9 @@ void CDialogEcriture::Vide() {
   m_jour.Pose(m_jour.Valeur());
   m_compte.Vide();
   m_libelle.ProposeDernier({});
+  m_libelle.PoseConnus({});
   m_libelle.Pose({});
+  MontreOffre();
   m_montants.Vide();
   m_tresorerie->Vide();
   MontreMarques({});

@@ -67,6 +67,9 @@ class CDialogEcriture : public CZNDialog {
 
   void CompteChange();
   void TresorerieChange();
+  /// Offers in grey what came with this label the last time; Ctrl+Enter takes it.
+  void MontreOffre();
+  void PrendOffre();
   void Deverrouille();
   SaisieEcriture Saisie() const;
   void NoteVoisins();
@@ -88,6 +91,8 @@ class CDialogEcriture : public CZNDialog {
   ChampJour m_jour;
   ChampsCompteEcriture m_compte;
   ChampLibelle m_libelle;
+  QLabel m_offre;
+  std::optional<EcritureLue> m_offerte;
   AjoutLibelles* m_ajoutLibelles = nullptr;
   ChampsMontants m_montants;
   ZoneTresorerie* m_tresorerie = nullptr;

@@ -1,5 +1,7 @@
 #include "forms/journal/dialogecriture.h"
 
+#include <QListWidget>
+
 #include "forms/journal/formeecriture.h"
 #include "master/libelles.h"
 
@@ -80,6 +82,49 @@ TEST_F(FormeEcriture, LibellesProposes) {
   Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
   Va(*Champ(*f, "ttc"));
   EXPECT_EQ(Lu(*f, "libelle"), u"À moi"_s) << "a typed label stays";
+}
+
+TEST_F(FormeEcriture, UnMotDuNomTrouveLeCompteEtLeLibelleRappelleLaDerniereFois) {
+  ASSERT_TRUE(PoseCompte("7081", Recette, "IND", "Indemnités de garde"_w));
+  for (const auto& [libelle, montant] :
+       {std::pair{"Visite du soir", 33.0}, {"Visite du soir", 44.0}, {"Soirée", 5.0}}) {
+    SaisieEcriture ecriture = Ecriture(JournalRecettes, "7081", montant, "514");
+    ecriture.libelle = DepuisUtf8(libelle).value();
+    ASSERT_NE(Enregistre(ecriture), 0u);
+  }
+  auto f = Montre(Ouverture(JournalRecettes));
+  Tape(*Champ<QLineEdit>(*f, "code"), u"GARDE"_s);
+  const auto propositions = [&f] {
+    for (auto* liste : f->findChildren<QListWidget*>(u"propositions"_s))
+      if (liste->isVisible()) return liste->count();
+    return 0;
+  };
+  ASSERT_EQ(propositions(), 1);
+  EXPECT_EQ(Lu(*f, "compte"), QString()) << "nothing is taken unasked";
+  QTest::keyClick(f->focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(Lu(*f, "compte"), u"7081 Indemnités de garde"_s);
+  QTest::keyClick(f->focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(Focus(*f), "libelle");
+  EXPECT_EQ(propositions(), 0);
+  QTest::keyClicks(f->focusWidget(), u"soir"_s);
+  EXPECT_EQ(propositions(), 2);
+  QTest::keyClick(f->focusWidget(), Qt::Key_Escape);
+  EXPECT_TRUE(f->isVisible()) << "Escape closes the rows first";
+  QTest::keyClicks(f->focusWidget(), u"e"_s);
+  QTest::keyClick(f->focusWidget(), Qt::Key_Backspace);
+  QTest::keyClick(f->focusWidget(), Qt::Key_Down);
+  QTest::keyClick(f->focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(Lu(*f, "libelle"), u"Visite du soir"_s) << "used twice, but it does not begin so";
+  EXPECT_THAT(Lu(*f, "offre").toStdString(), ::testing::HasSubstr("44,00 €, CCP"));
+  EXPECT_EQ(Lu(*f, "ttc"), QString());
+  QTest::keyClick(f->focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(Lu(*f, "ttc"), u"44,00"_s);
+  EXPECT_EQ(Lu(*f, "tresorerie"), u"CCP"_s);
+  f->accept();
+  EcritureLue lue;
+  ASSERT_FALSE(LitEcriture(App(), f->Derniere(), lue));
+  EXPECT_EQ(lue.saisie.montants.ttc, 44);
+  EXPECT_EQ(Lu(*f, "offre"), QString()) << "the next entry begins";
 }
 
 // ---------------------------------------------------------------------- Refusals
