@@ -141,6 +141,8 @@ class ListeDuMois {
             .Texte("Rubrique", r.rubrique)
             .Texte("Compte", QVAPI::GetLongCompte(r.compte))
             .Texte("Designation", r.designation);
+        if (!m_demande.filtre.empty())
+          objet.Nombre("SoldeFranc", e.soldeFranc).Nombre("SoldeEuro", e.soldeEuro);
         if (!m_contexte.Ecrit(objet.Fin())) return StatutRefuse;
       }
     }

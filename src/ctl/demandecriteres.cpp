@@ -21,7 +21,7 @@ constexpr unsigned GroupePeriode = GroupeJours | GroupeMois;
 unsigned GroupesDe(FormeCriteres forme) {
   switch (forme) {
     case FormeCriteres::CompteEtPeriode:
-      return GroupeCompte | GroupePeriode | GroupeAffichage;
+      return GroupeCompte | GroupePeriode | GroupeAffichage | GroupeProgressif;
     case FormeCriteres::PeriodeEtAffichage:
       return GroupePeriode | GroupeAffichage;
     case FormeCriteres::GenreEtPeriode:
@@ -75,7 +75,8 @@ void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& o) {
   commande.Option("--genre", o.genre, FormeDe(Genres), "Écritures (par défaut : toutes)")
       .Option("--centralisation", o.centralisation, FormeDe(Centralisations),
               "Recettes (par défaut : détaillées)")
-      .Option("--affichage", o.affichage, FormeDe(Affichages), "Colonnes (par défaut : credit-debit)");
+      .Option("--affichage", o.affichage, FormeDe(Affichages), "Colonnes (par défaut : credit-debit)")
+      .Drapeau("--solde-progressif", o.progressif, "Extrait : le solde après chaque ligne");
   DeclareOptionsRemise(commande, o);
   commande.Drapeau("--remettre", o.remettre, "Remise : remet à cette date les chèques qu'elle imprime");
 }
@@ -101,6 +102,7 @@ std::string OptionEnTrop(const OptionsCriteres& o, unsigned groupes) {
                  {"--cheques", o.cheques.has_value(), GroupeRemise},
                  {"--date", o.date.has_value(), GroupeDateRemise},
                  {"--monnaie", o.monnaie.has_value(), GroupeRemise},
+                 {"--solde-progressif", o.progressif, GroupeProgressif},
                  {"--remettre", o.remettre, GroupeRemise}};
   for (const auto& option : options)
     if (option.donnee && !(groupes & option.groupe)) return option.nom;
@@ -123,6 +125,7 @@ bool DemandeurOptions::Demande(FormeCriteres forme, const std::string&, unsigned
   PosePeriode(criteres.du, criteres.au);
   if (o.genre) criteres.genre = Rang(Genres, *o.genre);
   if (o.centralisation) criteres.centralisation = Rang(Centralisations, *o.centralisation);
+  criteres.soldeProgressif = o.progressif;
   if (o.affichage) criteres.affichage = AffichageCreditDebit + Rang(Affichages, *o.affichage);
   if (!(m_groupes & GroupeCompte) || PoseCompte(comptes, criteres.compte)) return true;
   m_refuse = true;

@@ -18,7 +18,7 @@ struct OptionsCriteres {
   std::optional<std::string> compte;  ///< code or number, "tous"
   std::optional<std::string> genre, centralisation, affichage;
   std::optional<std::string> cheques, date, monnaie;  ///< of a deposit slip
-  bool remettre = false;
+  bool remettre = false, progressif = false;
 };
 
 /// What a report may have a use for.
@@ -30,6 +30,7 @@ enum GroupeCriteres : unsigned {
   GroupeAffichage = 16,
   GroupeRemise = 32,
   GroupeDateRemise = 64,
+  GroupeProgressif = 128,
 };
 
 void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& options);

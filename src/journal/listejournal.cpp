@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <map>
+#include <unordered_map>
 #include <utility>
 
 #include "core/valeurs.h"
@@ -236,6 +237,43 @@ RangeeJournal RangeeDEcriture(CFenlorApp& app, const std::vector<LigneLue>& lues
 
 }  // namespace
 
+namespace {
+
+constexpr u16 CleCompteDate = 77;  ///< account, date of the line, entry
+
+/// Balances of the account after each entry of a list that is in the order of date and entry.
+bool PoseSoldes(CFenlorApp& app, const std::string& compte, std::vector<EntreeListe>& entrees) {
+  Plan plan;
+  if (entrees.empty() || !LitCompte(app, compte, plan)) return true;
+  std::unordered_map<u32, EntreeListe*> parNumero;
+  for (EntreeListe& entree : entrees) parNumero.emplace(entree.mouvement, &entree);
+  i64 franc = Centimes(plan.SoldeInitialFranc), euro = Centimes(plan.SoldeInitialEuro);
+  u32 courant = 0;
+  const auto ferme = [&] {
+    const auto entree = parNumero.find(courant);
+    if (entree == parNumero.end()) return;
+    entree->second->soldeFranc = DeCentimes(franc);
+    entree->second->soldeEuro = DeCentimes(euro);
+  };
+  const auto suite = [&](Position, const void* rec) {
+    const Line& ligne = *static_cast<const Line*>(rec);
+    if (CompteDe(ligne.Compte) != compte) return false;
+    if (ligne.Mouvement != courant) {
+      ferme();
+      courant = ligne.Mouvement;
+    }
+    franc += (ligne.Sens ? 1 : -1) * Centimes(ligne.MontantFranc);
+    euro += (ligne.Sens ? 1 : -1) * Centimes(ligne.MontantEuro);
+    return true;
+  };
+  const std::string debut = MakeJournalKey3(compte, 0, 0, 0, 0, 0);
+  if (!app.Magasin.QVParcoursCle(CleCompteDate, debut, {}, suite)) return false;
+  ferme();
+  return true;
+}
+
+}  // namespace
+
 Refus ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois) {
   mois = {};
   if (app.PathExercice.empty()) return {};
@@ -269,6 +307,9 @@ Refus ListeMois(CFenlorApp& app, const DemandeListe& demande, MoisJournal& mois)
   }
   termine();
   mois.totaux = somme.Totaux();
+  if (demande.journal != JournalOD && !demande.filtre.empty() &&
+      !PoseSoldes(app, demande.filtre, mois.entrees))
+    return app.EchecMagasin();
   return {};
 }
 

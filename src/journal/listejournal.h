@@ -28,6 +28,9 @@ struct TotauxListe {
 struct EntreeListe {
   u32 mouvement = 0;
   u32 lignes = 0;  ///< of the journal, 1 or more
+  /// With a treasury account chosen: its balance after the entry, credit less debit as in the lists of
+  /// accounts. All lines of the account count, of whatever journal, drafts or not, by date and entry.
+  f64 soldeFranc = 0, soldeEuro = 0;
 };
 
 struct MoisJournal {

@@ -203,7 +203,8 @@ Refus RenumeroteEcritures(CFenlorApp& app, const DemandeListe& demande, u32& nom
                                 static_cast<u32>(2 * mois.entrees.size()));
   QVAPI::Unite unite(app.Magasin);
   nombre = 0;
-  for (const auto& [mouvement, lignes] : mois.entrees) {
+  for (const EntreeListe& entree : mois.entrees) {
+    const u32 mouvement = entree.mouvement;
     Mouvement entete{};
     app.Boite.Step();
     if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) {

@@ -33,6 +33,7 @@ struct CriteresEtat {
   int affichage = AffichageCreditDebit;
   int genre = EtatToutes;
   int centralisation = Detaillee;  ///< of receipts
+  bool soldeProgressif = false;    ///< of the extract: the balance behind each line
 };
 
 /// Formats of a report by account, looked up once a report.

@@ -14,14 +14,17 @@ constexpr unsigned rangMontant = 2;  // behind those of credit and debit
 void CEtatExtraitDoc::BuildEtat() {
   if (!DemandeCriteres(FormeCriteres::CompteEtPeriode, TitreEtatExtrait, MasqueTous)) return;
   const unsigned deux = AfficheDouble() ? 1 : 0;
-  SetEtatEntete(EnteteEtatExtrait[(Montant() ? rangMontant : 0) + deux]);
+  const bool progressif = m_criteres.soldeProgressif;
+  SetEtatEntete(progressif ? EnteteEtatSolde[Montant()]
+                           : EnteteEtatExtrait[(Montant() ? rangMontant : 0) + deux]);
   SetEtatPied(PiedEtatExtrait);
   LivresEtat livres(App, *this);
   if (!livres.Ouvre()) return;
   Travail travail(*this, AvancementEtatExtrait, livres.NombreLignes());
   // In one currency the formats of credit and debit have two columns: the balances behind them are left out.
   const unsigned rang = Montant() ? rangMontant : deux;
-  const FormatsCompte formats{RangeeEtatExtrait[rang], TotalEtatExtrait[rang], ""};
+  const FormatsCompte formats{progressif ? RangeeEtatSolde[Montant()] : RangeeEtatExtrait[rang],
+                              progressif ? TotalEtatSolde[Montant()] : TotalEtatExtrait[rang], ""};
   bool trouve = false;
   const auto compte = [&](const Plan& plan) {
     trouve = true;
@@ -35,12 +38,41 @@ void CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Fo
                                   const Plan& plan) {
   EcritTete(livres, plan, MotCompteTva);
   Tableau tableau;
+  if (m_criteres.soldeProgressif) Reporte(livres, plan);
   livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
+    Ajoute(l);
     EcritLigne(formats.rangee, l, NomDeLigne(l), tableau);
     travail.Pas();
   });
   EcritTotaux(formats.total, tableau.total);
   EcritEtat("\\X");
+}
+
+void CEtatExtraitDoc::Ajoute(const Line& ligne) {
+  m_soldeFranc += ligne.Sens ? ligne.MontantFranc : -ligne.MontantFranc;
+  m_soldeEuro += ligne.Sens ? ligne.MontantEuro : -ligne.MontantEuro;
+}
+
+/// What the account brings along: its initial balance, and what was before the period.
+void CEtatExtraitDoc::Reporte(LivresEtat& livres, const Plan& plan) {
+  m_soldeFranc = plan.SoldeInitialFranc;
+  m_soldeEuro = plan.SoldeInitialEuro;
+  if (m_criteres.du > 1)
+    livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), 1, m_criteres.du - 1,
+                          [this](const Line& ligne) { Ajoute(ligne); });
+  const std::string report = SoldeAnnee(SommeNette(m_soldeFranc), SommeNette(m_soldeEuro));
+  if (!report.empty()) EtatPrintf(ReportEtatSolde, {report});
+}
+
+ColonnesEtat CEtatExtraitDoc::Colonnes(const SommesEtat& sommes) const {
+  if (!m_criteres.soldeProgressif) return CEtatDeCompte::Colonnes(sommes);
+  const std::string solde = SoldeAnnee(SommeNette(m_soldeFranc), SommeNette(m_soldeEuro));
+  if (Montant())
+    return {SoldeAnnee(SommeNette(sommes.creditFranc - sommes.debitFranc),
+                       SommeNette(sommes.creditEuro - sommes.debitEuro)),
+            solde, "", ""};
+  return {MontantAnnee(SommeNette(sommes.debitFranc), SommeNette(sommes.debitEuro)),
+          MontantAnnee(SommeNette(sommes.creditFranc), SommeNette(sommes.creditEuro)), solde, ""};
 }
 
 }  // namespace fenlor

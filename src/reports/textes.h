@@ -101,6 +101,20 @@ inline constexpr TexteFixe TotalEtatExtrait[] = {
     {7033, "\\0\\M010\\N010\\S002\\BTotal :\\T058\\R077%s\\T078\\R097%s\\T098\\R117%s\\T118\\R144%s\\L\\0\n"},
     {7034, "\\0\\M010\\N010\\S002\\BTotal :\\T098\\R117%s\\T118\\R144%s\\L\\0\n"},
 };
+/// with the balance after each line, in the currency of the year alone: credit and debit; amount
+inline constexpr TexteFixe EnteteEtatSolde[] = {
+    {6733, "\\B\\M010\\N010Lg\\T015Date\\T025Libellé\\T078\\R097Débit\\T098\\R117Crédit\\T118\\R134Solde\n\\S002\\L\\0"},
+    {6734, "\\B\\M010\\N010Lg\\T015Date\\T025Libellé\\T098\\R117Montant\\T118\\R134Solde\n\\S002\\L\\0"},
+};
+inline constexpr TexteFixe RangeeEtatSolde[] = {
+    {6735, "\\0\\M010\\N010%d\\T015%s\\T027%s\\T078\\R097%s\\T098\\R117%s\\T118\\R134%s\\L\n"},
+    {6736, "\\0\\M010\\N010%d\\T015%s\\T027%s\\T098\\R117%s\\T118\\R134%s\\L\n"},
+};
+inline constexpr TexteFixe ReportEtatSolde{6737, "\\0\\M010\\N010\\T027Report\\T118\\R134%s\\L\n"};
+inline constexpr TexteFixe TotalEtatSolde[] = {
+    {6738, "\\0\\M010\\N010\\S002\\BTotal :\\T078\\R097%s\\T098\\R117%s\\T118\\R134%s\\L\\0\n"},
+    {6739, "\\0\\M010\\N010\\S002\\BTotal :\\T098\\R117%s\\T118\\R134%s\\L\\0\n"},
+};
 inline constexpr TexteFixe TitreGrandLivre{7040, "Grand livre"};
 inline constexpr TexteFixe AvancementGrandLivre{7041,
     "\nConstruction du grand livre des écritures\n\nen cours..."};

@@ -64,6 +64,9 @@ TEST_F(JournalCtl, ObjetsEtTotaux) {
   EXPECT_EQ(caisse[1]["Partielle"], false);
   EXPECT_EQ(Objets({"recettes", "--compte", "530"}), caisse) << "by number";
 
+  // Receipts before it, in their own journal, count; what comes behind it does not.
+  EXPECT_EQ(Objets({"depenses", "--compte", "BQ"})[0]["SoldeEuro"], 50 - 60 - 30);
+
   const auto comptable = Objets({"recettes", "--comptable"});
   ASSERT_EQ(comptable.size(), 6u);
   EXPECT_EQ(comptable[0]["Sens"], 1);

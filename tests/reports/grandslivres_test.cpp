@@ -109,6 +109,12 @@ TEST_F(GrandsLivres, ExtractMarkup) {
       banque(c);
       c.affichage = AffichageMontant;
     });
+    VerifieEtat<CEtatExtraitDoc>(std::string("extrait-solde-") + nom, [&](CriteresEtat& c) {
+      banque(c);
+      c.soldeProgressif = true;
+      c.du = Le(1, 2);
+      if (affichage == AffichageLivre::Franc) c.affichage = AffichageMontant;
+    });
     Magasin().QVCloseExercice();
   }
   EXPECT_EQ(Demandeur.Forme, FormeCriteres::CompteEtPeriode);

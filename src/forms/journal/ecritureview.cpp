@@ -187,7 +187,7 @@ void CEcritureView::RefreshJournal() {
   if (m_mois->Courant() >= 0) App().Dit(ListeMois(App(), Demande(), mois));
   m_totaux = mois.totaux;
   MontreEntete();
-  m_liste->Recharge(mois.entrees, MonnaiesAffichees(App()), Comptable(), m_totaux);
+  m_liste->Recharge(mois.entrees, MonnaiesAffichees(App()), Comptable(), m_totaux, !Filtre().empty());
   MontreVide();
   MontreSelection();
 }

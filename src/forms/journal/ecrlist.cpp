@@ -25,6 +25,7 @@ constexpr int interligne = 3;
 struct Rangee {
   const EntreeJournal* entree = nullptr;
   std::size_t rang = 0;
+  const EntreeListe* liste = nullptr;  ///< with the balance after the entry; null: there is none
   const RangeeJournal& operator*() const { return entree->rangees[rang]; }
 };
 
@@ -39,6 +40,13 @@ TexteRangee Montant(f64 RangeeJournal::*montant) {
 TexteRangee Montant(f64 RangeeJournal::*montant, bool credit) {
   return [montant, credit](const Rangee& r) {
     return (*r).credit == credit ? FormatMontant((*r).*montant, 2) : std::string();
+  };
+}
+/// Behind the last line of the entry.
+TexteRangee Solde(f64 EntreeListe::*solde) {
+  return [solde](const Rangee& r) {
+    const bool derniere = r.liste && r.rang + 1 == r.entree->rangees.size();
+    return derniere ? FormatSoldeSaisie(r.liste->*solde, 2, false) : std::string();
   };
 }
 ColonneListe<Rangee> Marque(const char* lettre, std::string mot, bool RangeeJournal::*marque) {
@@ -66,6 +74,8 @@ const TableColonnes<Rangee>& Table() {
       {"Crédit F"_w, 11, Montant(&R::franc, true), Cote::Droite},
       {"Débit €"_w, 11, Montant(&R::euro, false), Cote::Droite},
       {"Crédit €"_w, 11, Montant(&R::euro, true), Cote::Droite},
+      {"Solde F", 12, Solde(&EntreeListe::soldeFranc), Cote::Droite},
+      {"Solde €"_w, 12, Solde(&EntreeListe::soldeEuro), Cote::Droite},
       Marque("P", "Pointée"_w, &R::pointee),
       Marque("B", "Remise en banque", &R::remise),
       Marque("R", "Rapprochée"_w, &R::rapprochee),
@@ -79,13 +89,13 @@ const TableColonnes<Rangee>& Table() {
 const ColonneListe<Rangee>& ColonneDe(ChampJournal champ) { return Table()[static_cast<std::size_t>(champ)]; }
 
 bool EstMontant(ChampJournal champ) {
-  return champ >= ChampJournal::MontantFranc && champ <= ChampJournal::CreditEuro;
+  return champ >= ChampJournal::MontantFranc && champ <= ChampJournal::SoldeEuro;
 }
 bool EstExtensible(ChampJournal champ) {
   return champ == ChampJournal::Libelle || champ == ChampJournal::Designation;
 }
 
-std::vector<ChampJournal> ChampsDe(const MonnaiesListe& monnaies, bool comptable) {
+std::vector<ChampJournal> ChampsDe(const MonnaiesListe& monnaies, bool comptable, bool soldes) {
   using C = ChampJournal;
   std::vector<C> champs = {C::Ligne, C::Date, C::Libelle};
   if (comptable) {
@@ -96,6 +106,8 @@ std::vector<ChampJournal> ChampsDe(const MonnaiesListe& monnaies, bool comptable
     if (monnaies.franc) champs.push_back(C::MontantFranc);
     if (monnaies.euro) champs.push_back(C::MontantEuro);
   }
+  if (soldes && monnaies.franc) champs.push_back(C::SoldeFranc);
+  if (soldes && monnaies.euro) champs.push_back(C::SoldeEuro);
   champs.insert(champs.end(),
                 {C::Pointee, C::Remise, C::Rapprochee, C::Validee, C::Rubrique, C::Compte, C::Designation});
   return champs;
@@ -132,7 +144,8 @@ void CEcrList::ActualisePreferences() {
   scheduleDelayedItemsLayout();
 }
 
-void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux) {
+void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux,
+                          bool soldes) {
   const QFontMetrics journaux(m_contexte.Dessin.PoliceJournaux), validees(m_contexte.Dessin.PoliceValidees);
   const QFontMetrics textes(m_contexte.Dessin.PoliceTextes), titres = header()->fontMetrics();
   const int w = std::max(journaux.averageCharWidth(), validees.averageCharWidth());
@@ -145,7 +158,7 @@ void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const T
     montant = std::max(montant, textes.horizontalAdvance(Q(FormatFranc(total)) + u' ') + 2);
   for (const f64 total : {totaux.debitEuro, totaux.creditEuro})
     montant = std::max(montant, textes.horizontalAdvance(Q(FormatEuro(total)) + u' ') + 2);
-  const std::vector<ChampJournal> champs = ChampsDe(monnaies, comptable);
+  const std::vector<ChampJournal> champs = ChampsDe(monnaies, comptable, soldes);
   std::vector<int> largeurs;
   for (const ChampJournal champ : champs) {
     const int titre = titres.horizontalAdvance(TitreChamp(champ)) + 2 * margeTexte + 1;
@@ -171,14 +184,22 @@ void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const T
       EntreeJournal entree;
       if (!m_lecture || !m_lecture(static_cast<u32>(donnee), entree)) return vue;
       vue.autre = entree.validee;
+      const auto connu = m_soldes.find(static_cast<u32>(donnee));
+      const EntreeListe* solde = connu == m_soldes.end() ? nullptr : &connu->second;
       vue.copies[colonneDate] = Q(StrDate(entree.date));
       for (std::size_t rang = 0; rang < entree.rangees.size(); ++rang) {
         vue.rangees.emplace_back();
-        for (const std::string& texte : Cellules(colonnes, {&entree, rang})) vue.rangees[rang] += Q(texte);
+        for (const std::string& texte : Cellules(colonnes, {&entree, rang, solde}))
+          vue.rangees[rang] += Q(texte);
       }
       return vue;
     };
     Modele().PoseColonnes(ModeleListe::Titres(colonnes), lit);
+    // In one currency there is one balance.
+    if (soldes && monnaies.franc != monnaies.euro)
+      for (std::size_t i = 0; i < champs.size(); ++i)
+        if (champs[i] == ChampJournal::SoldeFranc || champs[i] == ChampJournal::SoldeEuro)
+          Modele().ChangeTitre(static_cast<int>(i), TexteQ(TitreSolde));
   }
   setUniformRowHeights(!comptable);
   scheduleDelayedItemsLayout();
@@ -223,9 +244,12 @@ QRect CEcrList::PlaceColonne(ChampJournal champ) const {
 }
 
 void CEcrList::Recharge(const std::vector<EntreeListe>& entrees, const MonnaiesListe& monnaies,
-                        bool comptable, const TotauxListe& totaux) {
+                        bool comptable, const TotauxListe& totaux, bool soldes) {
   TableListe::Recharge([&] {
-    PoseChamps(monnaies, comptable, totaux);
+    m_soldes.clear();
+    for (const EntreeListe& entree : entrees)
+      if (soldes) m_soldes.emplace(entree.mouvement, entree);
+    PoseChamps(monnaies, comptable, totaux, soldes);
     std::vector<LigneListe> lignes;
     for (const EntreeListe& entree : entrees)
       lignes.push_back({entree.mouvement, comptable ? entree.lignes : 1});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <unordered_map>
 #include <vector>
 
 #include "journal/listejournal.h"
@@ -21,6 +22,8 @@ enum class ChampJournal {
   CreditFranc,
   DebitEuro,
   CreditEuro,
+  SoldeFranc,
+  SoldeEuro,
   Pointee,
   Remise,
   Rapprochee,
@@ -46,9 +49,9 @@ class CEcrList : public TableListe {
 
   void ActualisePreferences() override;
   /// Refills, in the columns of these currencies, wide enough for these totals. Without a selection the
-  /// last row is selected.
+  /// last row is selected. `soldes`: the entries bring the balance of an account, which stands behind each.
   void Recharge(const std::vector<EntreeListe>& entrees, const MonnaiesListe& monnaies, bool comptable,
-                const TotauxListe& totaux = {});
+                const TotauxListe& totaux = {}, bool soldes = false);
   /// What all columns need, the vertical scroll bar and the frame included. In a wider list the texts have
   /// the rest.
   int LargeurColonnes() const;
@@ -77,13 +80,14 @@ class CEcrList : public TableListe {
   void updateGeometries() override;
 
  private:
-  void PoseChamps(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux);
+  void PoseChamps(const MonnaiesListe& monnaies, bool comptable, const TotauxListe& totaux, bool soldes);
   void DescendDUneLigne(int sens);
 
   Lecture m_lecture;
   std::function<void()> m_ailleurs;
   std::vector<ChampJournal> m_champs;
-  std::vector<int> m_largeurs;  ///< that the columns need
+  std::vector<int> m_largeurs;                    ///< that the columns need
+  std::unordered_map<u32, EntreeListe> m_soldes;  ///< by entry
   bool m_comptable = false;
   int m_crans = 0;  ///< of the wheel, in eighths of a degree, not yet used
 };

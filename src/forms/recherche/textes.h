@@ -8,7 +8,6 @@ namespace fenlor {
 inline constexpr TexteFixe RechercheVide{
     6710, "Un mot d'un libellé, un montant, une date, un compte,\nune commande, un état, une page d'aide"};
 inline constexpr TexteFixe RechercheRien{6711, "Rien n'a tous ces mots"};
-inline constexpr TexteFixe RechercheEnCours{6712, "Recherche..."};
 inline constexpr TexteFixe FormatTrouvees{6713, "%s écritures ; les %s meilleures sont dans la liste"};
 inline constexpr TexteFixe FormatToutesTrouvees{6714, "%s écritures"};
 inline constexpr TexteFixe UneTrouvee{6715, "Une écriture"};

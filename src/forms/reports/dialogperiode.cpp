@@ -8,6 +8,7 @@
 #include "forms/banque/dialogremise.h"
 #include "forms/reports/textes.h"
 #include "store/texte1252.h"
+#include "ui/listetapee.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,6 +18,7 @@ namespace fenlor {
 namespace {
 
 constexpr u32 CleType = 3;
+constexpr std::size_t proposesAuPlus = 100;
 constexpr i16 TypesDesGroupes[] = {Recette, Depense, Tresorerie, Tva, Autre};  ///< by bit of the mask
 
 }  // namespace
@@ -71,6 +73,14 @@ void CDialogPeriode::DeclareCompte(Formulaire& formulaire) {
       .SurChangement([this] { ChoisitCompte(); })
       .FinGroupe();
   m_tous.setText(u"Tous"_s);
+  new ListeTapee(
+      m_code, m_code, [this](const QString& tape) { return Propose(De1252(tape)); },
+      [this](int rang) {
+        const std::string& numero = m_proposes.at(static_cast<std::size_t>(rang));
+        for (std::size_t i = 0; i < m_comptes.size(); ++i)
+          if (m_comptes[i].compte == numero) m_compte.setCurrentIndex(static_cast<int>(i));
+        ChoisitCompte();
+      });
   m_compte.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   m_compte.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_compte.setMinimumContentsLength(40);
@@ -97,6 +107,8 @@ void CDialogPeriode::DeclareAffichage(Formulaire& formulaire) {
   formulaire.Groupe(u"Affichage"_s).Case(m_affichage[0], u"Crédit / Débit"_s, "creditDebit");
   m_affichage[1].setText(u"Montant"_s);
   formulaire.ACote(m_affichage[1], "montant").FinGroupe();
+  if (m_forme == FormeCriteres::CompteEtPeriode)
+    formulaire.Case(m_progressif, u"Solde pro&gressif"_s, "progressif");
   m_affichage[m_criteres.affichage == AffichageMontant ? 1 : 0].setChecked(true);
 }
 
@@ -122,6 +134,11 @@ void CDialogPeriode::RemplitComptes(unsigned comptes) {
           m_compte.Ajoute(TexteFormat(FormatCompteChoisi,
                                       {App().Magasin.GetShortCompte(numero), LitTexte(compte.Designation)}));
           m_comptes.push_back({numero, CompacteTexte(LitTexte(compte.Code))});
+          CompteOffert& offert = m_offerts.emplace_back();
+          offert.compte = numero;
+          offert.court = App().Magasin.GetShortCompte(numero);
+          offert.code = m_comptes.back().code;
+          offert.designation = LitTexte(compte.Designation);
           return true;
         });
   }
@@ -144,9 +161,20 @@ void CDialogPeriode::ChercheCode() {
   m_compte.setCurrentIndex(rang);
 }
 
+QStringList CDialogPeriode::Propose(const std::string& tape) {
+  m_proposes.clear();
+  QStringList rangees;
+  for (const CompteOffert* compte : ComptesProposes(m_offerts, tape, proposesAuPlus)) {
+    m_proposes.push_back(compte->compte);
+    rangees += Q(compte->code.empty() ? compte->Texte() : compte->code + "   " + compte->Texte());
+  }
+  return rangees;
+}
+
 void CDialogPeriode::QuitteCode() {
   // A blank field may be that of an account of the list which has no code.
   if (EstVide(m_code.Valeur())) return;
+  if (const CompteListe* choisi = Choisi(); choisi && choisi->code == m_code.Valeur()) return;
   ChercheCode();
   if (const CompteListe* compte = Choisi()) m_code.Pose(compte->code);
 }
@@ -177,6 +205,7 @@ bool CDialogPeriode::Enregistre() {
     const CompteListe* compte = Choisi();
     if (!m_tous.isChecked() && !compte) return Refuse(ErrCompteObligatoire, m_code);
     criteres.compte = m_tous.isChecked() ? "*" : compte->compte;
+    criteres.soldeProgressif = m_progressif.isChecked();
   }
   if (AvecPeriode()) {
     // Dates in the wrong order are taken as they stand; what is no date is none.

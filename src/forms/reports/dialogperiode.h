@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "forms/session/champsperiode.h"
+#include "journal/choixcomptes.h"
 #include "reports/etatcomptable.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
@@ -38,6 +39,7 @@ class CDialogPeriode : public CZNDialog {
   void RemplitComptes(unsigned comptes);
   /// Selects the account of the typed code; none for an unknown one.
   void ChercheCode();
+  QStringList Propose(const std::string& tape);
   void QuitteCode();
   void ChoisitCompte();
   void BasculeTous();
@@ -52,7 +54,10 @@ class CDialogPeriode : public CZNDialog {
   ChampsPeriode m_periode;
   std::array<QRadioButton, 2> m_affichage;
   std::array<QRadioButton, 4> m_centralisation;
-  std::vector<CompteListe> m_comptes;  ///< by row of the list; blank for a heading
+  QCheckBox m_progressif;
+  std::vector<CompteListe> m_comptes;   ///< by row of the list; blank for a heading
+  std::vector<CompteOffert> m_offerts;  ///< the same without headings
+  std::vector<std::string> m_proposes;  ///< numbers, under the code that is typed
   FinDesLiens m_finLiens{*this};
 };
 

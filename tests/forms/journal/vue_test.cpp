@@ -49,7 +49,7 @@ TEST_F(VueJournal, UneLigneParEcriture) {
   EXPECT_EQ(combo.itemText(combo.count() - 1), u"< Tous >"_s);
   combo.setCurrentIndex(combo.findText(u"CCP"_s));
   Q_EMIT combo.activated(combo.currentIndex());
-  EXPECT_EQ(Rangee(*vue, 0), "2|4|Essai|***|30,00||||||7065|Compte 7065");
+  EXPECT_EQ(Rangee(*vue, 0), "2|4|Essai|***|30,00|D 30,00||||||7065|Compte 7065");
   EXPECT_EQ(vue->GetEcrCount(), 1);
   EXPECT_EQ(vue->Totaux().debitEuro, 30);
   EXPECT_EQ(vue->Totaux().creditEuro, 30);
