@@ -103,7 +103,8 @@ inline constexpr TexteFixe TotalEtatExtrait[] = {
 };
 /// with the balance after each line, in the currency of the year alone: credit and debit; amount
 inline constexpr TexteFixe EnteteEtatSolde[] = {
-    {6733, "\\B\\M010\\N010Lg\\T015Date\\T025Libellé\\T078\\R097Débit\\T098\\R117Crédit\\T118\\R134Solde\n\\S002\\L\\0"},
+    {6733, "\\B\\M010\\N010Lg\\T015Date"
+     "\\T025Libellé\\T078\\R097Débit\\T098\\R117Crédit\\T118\\R134Solde\n\\S002\\L\\0"},
     {6734, "\\B\\M010\\N010Lg\\T015Date\\T025Libellé\\T098\\R117Montant\\T118\\R134Solde\n\\S002\\L\\0"},
 };
 inline constexpr TexteFixe RangeeEtatSolde[] = {

@@ -25,7 +25,9 @@ class ChampsMontants {
   f64 Ttc() const;
   void Pose(const MontantsSaisie& montants);
   void PoseTtc(f64 ttc);  ///< and all that follows
-  void Calcule();         ///< the account is another one
+  /// Shown in grey while no T.T.C. is typed; empty: nothing.
+  void OffreTtc(const QString& montant) { m_ttc.setPlaceholderText(montant); }
+  void Calcule();  ///< the account is another one
   void Vide();
   void Permet(bool ttc, bool professionnelle);
 

@@ -297,7 +297,10 @@ void CDialogEcriture::MontreOffre() {
   if (connu && !LitEcriture(App(), connu->mouvement, lue, m_monnaie.Euro()) &&
       lue.saisie.euro == m_monnaie.Euro() && lue.saisie.genre == GenreSimple)
     m_offerte = lue;
-  if (!m_offerte) return m_offre.clear();
+  if (!m_offerte) {
+    m_montants.OffreTtc({});
+    return m_offre.clear();
+  }
   const SaisieEcriture& saisie = m_offerte->saisie;
   Plan compte;
   const bool connue = LitCompte(App(), saisie.tresorerie, compte);

@@ -82,9 +82,9 @@ inline constexpr TexteFixe TitreLigneOD{6131, "Ecriture d'une ligne d'O.D."};
 
 // Periods
 inline constexpr TexteFixe FormatMoisAnnee{6162, "%s  %s"};  ///< year, name of the month
-// clang-format on
-
 inline constexpr TexteFixe TitreSolde{6712, "Solde"};
-inline constexpr TexteFixe FormatOffre{6732, "La dernière fois %s, %s : Ctrl+Entrée"};  ///< amount, treasury account
+/// amount, treasury account
+inline constexpr TexteFixe FormatOffre{6732, "La dernière fois %s, %s : Ctrl+Entrée"};
+// clang-format on
 
 }  // namespace fenlor
