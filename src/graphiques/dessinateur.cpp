@@ -4,6 +4,8 @@
 #include <cassert>
 #include <cmath>
 
+#include "core/valeurs.h"
+
 namespace fenlor {
 
 namespace {
@@ -103,13 +105,14 @@ std::string Dessinateur::Coupe(const std::string& texte, f64 largeur, f64 hauteu
 
 void Dessinateur::Titre() {
   const CadreForme& cadre = m_place.titre;
-  if (m_serie.titre.empty() || cadre.Hauteur() <= 0) return;
+  const std::string texte = CompacteTexte(m_serie.titre);
+  if (texte.empty() || cadre.Hauteur() <= 0) return;
   const f64 pleine = std::min(m_place.hauteurTitre, cadre.Hauteur() / (MonteeTexte + DescenteTexte));
-  const f64 largeur = m_mesure.Largeur(m_serie.titre, pleine, true);
+  const f64 largeur = m_mesure.Largeur(texte, pleine, true);
   Forme titre;
   titre.sorte = SorteForme::Texte;
   titre.hauteur = pleine * std::clamp(cadre.Largeur() / std::max(largeur, 1.0), TitreReduit, 1.0);
-  titre.texte = Coupe(m_serie.titre, cadre.Largeur(), titre.hauteur, true);
+  titre.texte = Coupe(texte, cadre.Largeur(), titre.hauteur, true);
   titre.points = {
       {(cadre.gauche + cadre.droite) / 2, (cadre.haut + cadre.bas) / 2 + MilieuLigneBase * titre.hauteur}};
   titre.cote = Cote::Centre;

@@ -116,6 +116,21 @@ void WidgetGraphique::Designe(int point, const QPoint& global) {
     QToolTip::showText(global, texte, this);
 }
 
+QPoint WidgetGraphique::PlaceDe(int point) const {
+  for (auto forme = Dessin().formes.rbegin(); forme != Dessin().formes.rend(); ++forme) {
+    if (forme->point != point || forme->points.empty()) continue;
+    PointForme milieu;
+    for (const PointForme& p : forme->points) milieu = milieu + p;
+    const f64 nombre = static_cast<f64>(forme->points.size());
+    return QPointF(milieu.x / nombre, milieu.y / nombre).toPoint();
+  }
+  for (const DessinGraphique::Zone& zone : Dessin().zones)
+    if (zone.point == point)
+      return QPointF((zone.cadre.gauche + zone.cadre.droite) / 2, (zone.cadre.haut + zone.cadre.bas) / 2)
+          .toPoint();
+  return rect().center();
+}
+
 void WidgetGraphique::mouseMoveEvent(QMouseEvent* evenement) {
   const QPointF place = evenement->position();
   Designe(PointSous(Dessin(), {place.x(), place.y()}), evenement->globalPosition().toPoint());
@@ -151,7 +166,7 @@ void WidgetGraphique::keyPressEvent(QKeyEvent* evenement) {
     default:
       return QWidget::keyPressEvent(evenement);
   }
-  Designe(point, mapToGlobal(QPoint(width() / 2, height() / 4)));
+  Designe(point, mapToGlobal(PlaceDe(point)));
 }
 
 void WidgetGraphique::focusInEvent(QFocusEvent*) { update(); }

@@ -49,6 +49,7 @@ class WidgetGraphique : public QWidget {
  private:
   const DessinGraphique& Dessin() const;
   void Designe(int point, const QPoint& global);
+  QPoint PlaceDe(int point) const;  ///< of what stands for it on top, or of its zone
 
   SerieGraphique m_serie;
   GenreGraphique m_genre = GenreParDefaut;
