@@ -222,7 +222,8 @@ Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, Restauration
                                            [&](const ExerciceRestaure& e) { return e.nom == exercice; });
   };
   Atelier atelier(systeme, app.Magasin.PathCabinet());
-  if (const Refus refus = atelier.Deballe(demande, voulue, faite.manifeste, avance)) return refus;
+  if (const Refus refus = atelier.Deballe(demande, voulue, faite.manifeste, avance))
+    return refus.numero == ErrArchiveInterrompue ? Refus(ErrRestaurationAbandonnee) : refus;
   const auto reglagesCabinet = ReglagesCabinet(systeme, Joint(atelier.Dossier(), "fenlor.ini"));
   std::vector<std::vector<CleValeur>> reglages;
   std::vector<FichierCommun> communs;

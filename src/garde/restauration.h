@@ -35,8 +35,9 @@ struct RestaurationFaite {
 /// only where it has no exercice yet. The files that all exercices share come back where the practice has
 /// none of them, or one that cannot be read; where it has others, the question 3560 is asked first (yes: they
 /// come back in one unit, and what stood there stays aside). 3208 an exercice that the archive does not hold,
-/// 3521 to 3528, 3530 what was unpacked cannot be opened as books, 3561 the question was answered by neither,
-/// 3214 the store. A refusal leaves the books as they were, those of exercices already brought back excepted.
+/// 3521 to 3527, 3530 what was unpacked cannot be opened as books, 3561 stopped, or the question was answered
+/// by neither, 3214 the store. A refusal leaves the books as they were, those of exercices already brought
+/// back excepted.
 Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, RestaurationFaite& faite);
 
 }  // namespace fenlor

@@ -40,6 +40,7 @@ TEST_F(GardeCtl, UneSauvegardeDuDebutALaFin) {
   const Resultat faite = Lance({"sauvegarder", "--dossier", copies});
   ASSERT_EQ(faite.statut, StatutFait) << faite.erreurs;
   const std::string chemin = faite.Lignes().at(0);
+  EXPECT_THAT(LitFichier(Cabinet("registre") + "/registre.ini"), HasSubstr("Date sauvegarde=15/03/2003"));
   EXPECT_THAT(chemin, EndsWith(".fnz"));
   const Json complete = Objet({"sauvegarder", "--dossier", copies, "--tout-le-cabinet"});
   EXPECT_EQ(complete["exercices"], "2003");

@@ -84,6 +84,13 @@ TEST_F(GardeTest, AllerEtRetour) {
   EXPECT_TRUE(Rouvre());
   EXPECT_EQ(Livres(App()), avant);
   RestaurationFaite faite;
+  Boite.ArretApres = 0;
+  EXPECT_EQ(Restaure(App(), {claire, "", {}}, faite).numero, ErrRestaurationAbandonnee);
+  SauvegardeFaite sauvee;
+  EXPECT_EQ(Sauvegarde(App(), {ailleurs / "stop", false, {}}, sauvee).numero, ErrArchiveEcriture);
+  EXPECT_EQ(Sauvegarde(App(), {ailleurs.Chemin(), false, {}}, sauvee).numero, ErrArchiveInterrompue);
+  Boite.ArretApres = -1;
+  EXPECT_EQ(Fichiers(ailleurs.Chemin()).size(), 2u) << "the two good ones";
   EXPECT_EQ(Restaure(App(), {fermee, "faux", {}}, faite).numero, ErrArchiveMotDePasse);
   EXPECT_EQ(Restaure(App(), {claire, "", {"2004"}}, faite).numero, 3208u);
   EXPECT_EQ(Livres(App()), avant);
@@ -311,6 +318,45 @@ TEST(GardePannes, UnDisqueQuiNeGardePasCeQuIlAcquitte) {
     EXPECT_EQ(Sauvegarde(garde.App(), {garde.ailleurs.Chemin(), false, {}}, faite).numero, 3524u) << menti;
     EXPECT_TRUE(garde.Fichiers(garde.ailleurs.Chemin()).empty()) << menti;
   }
+}
+
+TEST(GardePannes, UneRestaurationSurUnDisqueQuiManque) {
+  // Drives that vanish, folders that cannot be written, full disks: at some call, once or from there on.
+  SystemePosix posix;
+  SystemeFautif systeme(posix);
+  Garde garde(&systeme);
+  garde.Saisit(3);
+  const std::string ancien = Livres(garde.App()), archive = garde.Sauve();
+  garde.Saisit(2);
+  const std::string recent = Livres(garde.App()), retour = garde.Sauve();
+  const char* const texte = std::getenv("FENLOR_PAS");
+  const unsigned pas = texte ? static_cast<unsigned>(std::atoi(texte)) : 151;
+  const int erreurs[] = {EIO, ENOSPC, EACCES, EROFS};
+  unsigned manquees = 0, rendues = 0;
+  for (const bool uneFois : {true, false})
+    for (unsigned k = 1;; k += pas) {
+      SCOPED_TRACE(testing::Message() << "call " << k << (uneFois ? "" : " and all behind it"));
+      systeme.Programme(k, erreurs[k % 4], SystemeFautif::Tous, uneFois);
+      RestaurationFaite faite;
+      const Refus refus = Restaure(garde.App(), {archive, {}, {}}, faite);
+      const bool manque = systeme.NbPannes() != 0;
+      systeme.Repare();
+      EXPECT_TRUE(!refus || refus.dit || !refus.texte.empty());
+      ASSERT_TRUE(garde.Rouvre() && garde.OuvreExercice("2003"));
+      RangeRestes(garde.App());
+      const std::string trouve = Livres(garde.App());
+      EXPECT_TRUE(trouve == ancien || (refus && trouve == recent)) << refus.texte;
+      for (const std::string& nom : garde.Fichiers(garde.App().PathCabinet))
+        EXPECT_EQ(nom.find('~'), std::string::npos) << nom;
+      if (!manque) break;
+      ++(trouve == ancien ? rendues : manquees);
+      if (trouve == ancien) {
+        ASSERT_FALSE(Restaure(garde.App(), {retour, {}, {}}, faite));
+      }
+      ASSERT_EQ(Livres(garde.App()), recent);
+    }
+  EXPECT_GT(manquees, 3u);
+  std::cout << manquees << " restorations refused by the disk, " << rendues << " done in spite of it\n";
 }
 
 TEST(GardePannes, UneCoupurePendantLaRestauration) {
