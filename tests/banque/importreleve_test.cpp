@@ -99,6 +99,15 @@ std::string Ligne(const char* date, const char* montant, const char* id, const c
          "</STMTTRN>\n";
 }
 
+TEST_F(ImportReleve, UnLibelleCoupeEstLeMeme) {
+  const auto qif = [](const std::string& nom) {
+    return "!Type:Bank\nD10/03/2003\nT-10,00\nP" + nom + "\n^\n";
+  };
+  EXPECT_EQ(Importe(Ofx(Ligne("20030310", "-10", "A", "PRLV SEPA MUTUELLE SOIGNANTS"))), "1/0/0/0");
+  EXPECT_EQ(Importe(qif("PRLV SEPA MUTUELLE SOIGNANTS COTISATION DE MARS")), "0/1/0/0");
+  EXPECT_EQ(Importe(qif("PRLV SEPA LOYER")), "1/0/0/0");
+}
+
 TEST_F(ImportReleve, CeQuUnIdentifiantVaut) {
   const std::string a = Ligne("20030310", "-10", "A", "CARTE"), b = Ligne("20030310", "-10", "B", "CARTE");
   EXPECT_EQ(Importe(Ofx(a)), "1/0/0/0");
