@@ -21,6 +21,8 @@ namespace fenlor {
 namespace {
 
 constexpr std::size_t ConstatsMax = 100;
+/// Old books of one minute. A disk that does not answer says of every name that it is taken.
+constexpr unsigned HomonymesMax = 100;
 constexpr const char* CleMotDePasse = "Mot de Passe";  ///< of the practice, in "Activite"
 using CleValeur = std::pair<std::string, std::string>;
 
@@ -179,7 +181,8 @@ std::string SuffixeAncien(CFenlorApp& app) {
 std::string NomAncien(CFenlorApp& app, const std::string& exercice) {
   const std::string nom = exercice + SuffixeAncien(app);
   std::string libre = nom;
-  for (unsigned rang = 2; app.Magasin.SystemeFichiers().Existe(Joint(app.Magasin.PathCabinet(), libre));
+  for (unsigned rang = 2;
+       rang <= HomonymesMax && app.Magasin.SystemeFichiers().Existe(Joint(app.Magasin.PathCabinet(), libre));
        ++rang)
     libre = nom + "-" + std::to_string(rang);
   return libre;

@@ -330,7 +330,7 @@ TEST(GardePannes, UneRestaurationSurUnDisqueQuiManque) {
   garde.Saisit(2);
   const std::string recent = Livres(garde.App()), retour = garde.Sauve();
   const char* const texte = std::getenv("FENLOR_PAS");
-  const unsigned pas = texte ? static_cast<unsigned>(std::atoi(texte)) : 151;
+  const unsigned pas = texte ? static_cast<unsigned>(std::atoi(texte)) : 23;
   const int erreurs[] = {EIO, ENOSPC, EACCES, EROFS};
   unsigned manquees = 0, rendues = 0;
   for (const bool uneFois : {true, false})
