@@ -27,8 +27,18 @@ trap 'kill "${serveur:-}" 2>/dev/null || true; rm -rf "$travail"' EXIT
 FIN
 export XDG_CONFIG_HOME="$travail/config" XDG_RUNTIME_DIR="$travail/run" XDG_DATA_HOME="$travail/data" LC_ALL=C.UTF-8
 export QT_SCALE_FACTOR="${SCALE:-1}" FENLOR_AUJOURDHUI=15/11/2003
-mkdir -p "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
+mkdir -p "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR" "$travail/copies"
 chmod 700 "$XDG_RUNTIME_DIR"
+
+# A backup's and an update's date, and an update program, as the user's registry has them.
+registre() {
+  mkdir -p "$XDG_CONFIG_HOME/Orvelia"
+  printf '%s\n' '[Système]' "$1" 'Sauvegarde vérifiée=Fenlor_demo_2003_20031105_1815.fnz|05/11/2003|18:15' \
+    '[software\Orvelia\QVUpdate\fenlor\Options]' "$2" \
+    '[HKEY_LOCAL_MACHINE\software\Orvelia\QVUpdate]' "Path=$bin/fenlorctl" |
+    iconv -t WINDOWS-1252 >"$XDG_CONFIG_HOME/Orvelia/registre.ini"
+}
+registre "" ""
 
 Xvfb -displayfd 3 -screen 0 "${taille}x24" -nolisten tcp 3>"$travail/ecran" 2>/dev/null &
 serveur=$!
@@ -170,6 +180,26 @@ touche Escape Escape
 touche alt+Return
 capture proprietes
 touche Escape
+touche ctrl+s
+capture sauvegarde-destination
+xdotool type "$travail/copies"
+touche alt+s
+capture sauvegarde-protection
+touche alt+s
+pause 2
+capture sauvegarde-faite
+touche Escape
+xdotool key alt+f; pause; touche r
+capture restauration-liste
+touche alt+s
+capture restauration-exercices
+touche alt+r
+pause 3
+capture restauration-faite
+touche Escape
+xdotool key alt+f; pause; touche c Return
+capture cloture
+touche Escape
 touche F9
 capture calculatrice
 touche F9
@@ -179,4 +209,11 @@ touche Escape
 touche F11
 capture plein-ecran
 touche F11
+for jours in 3 10 20; do  # each state of the lamps
+  registre "Date sauvegarde=$(date -d "2003-11-15 - $jours days" +%d/%m/%Y)" \
+    "Date=$(date -d "2003-11-15 - $((jours * 5)) days" +%d/%m/%Y)"
+  touche ctrl+q
+  capture "fin-de-session-$jours-jours"
+  touche Escape
+done
 kill "$programme"

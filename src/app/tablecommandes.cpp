@@ -36,6 +36,7 @@
 #include "forms/session/commandesexercice.h"
 #include "forms/session/dialogindex.h"
 #include "forms/session/sheetproperties.h"
+#include "garde/attestation.h"
 #include "master/textes.h"
 #include "session/demo.h"
 #include "session/lancement.h"
@@ -113,6 +114,15 @@ void Personnaliser(CMainFrame& cadre, unsigned) { cadre.BarreIcones().Personnali
 void LesPreferences(CMainFrame& cadre, unsigned) {
   ContexteUi& contexte = cadre.Contexte();
   CPrefPropertySheet(contexte, &cadre, {new CPagePrefSauvegardes(contexte)}).Execute();
+}
+void Proprietes(CMainFrame& cadre, unsigned) {
+  CSheetProperties feuille(cadre.Contexte(), &cadre);
+  feuille.Execute();
+  if (!feuille.AttestationVoulue()) return;
+  const auto attestation = [](CFenlorApp& app, DemandeurCriteres& demandeur) {
+    return std::make_unique<CEtatAttestationDoc>(app, demandeur);
+  };
+  cadre.Table().Etats().Ouvre(attestation, DemandeEtat::SelonPreference);
 }
 void Raccourcis(CMainFrame& cadre, unsigned) {
   if (CDialogRaccourcis(cadre.Contexte(), &cadre).Execute()) cadre.AppliqueRaccourcis();
@@ -199,8 +209,8 @@ constexpr Commande table[] = {
      De<CommandeSauvegarde>, "Copie les livres dans un fichier et le relit."},
     {1004, M::Fichier, false, "&Restaurer...", "", "restaurer", "", Si::Exercice, De<CommandeRestauration>,
      "Ramène les livres d'une sauvegarde."},
-    {1246, M::Fichier, true, "&Propriétés...", "", "proprietes", "Alt+Return", Si::Exercice,
-     Forme<CSheetProperties>, "Montre les dates, les fichiers et leur taille."},
+    {1246, M::Fichier, true, "&Propriétés...", "", "proprietes", "Alt+Return", Si::Exercice, Proprietes,
+     "Montre les dates, les fichiers et leur taille."},
     {57607, M::Fichier, true, "&Imprimer...", "Imprimer", "imprimante", "Ctrl+P", Si::Vue, DeLaVue,
      "Imprime ce que montre la fenêtre."},
     {57609, M::Fichier, false, "Aperçu a&vant impression", "Aperçu", "apercu", "", Si::Vue, DeLaVue,

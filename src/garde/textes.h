@@ -135,6 +135,30 @@ inline constexpr TexteFixe TexteCabinetRestaure{6651, "Les réglages du cabinet 
 inline constexpr TexteFixe TexteJoursSauvegarde{6652, "Votre dernière sauvegarde date de %d jours."};
 inline constexpr TexteFixe TexteJoursMiseAJour{6653, "Votre dernière mise à jour date de %d jours."};
 
+// The paper of a closure
+inline constexpr TexteFixe ErrExerciceOuvert{3556,
+                                             "L'exercice %s n'est pas clôturé : il n'y a rien à attester."};
+inline constexpr TexteFixe PhraseSceauIntact{3557, "Intact : tout est comme au jour de la clôture."};
+inline constexpr TexteFixe PhraseSceauRompu{3558, "Rompu : quelque chose a changé depuis la clôture."};
+inline constexpr TexteFixe PhraseSceauAbsent{3559, "L'exercice a été clôturé sans sceau."};
+inline constexpr TexteFixe TitreAttestation{6654, "Attestation de clôture"};
+/// who, exercice, first and last day, day of the closure, today
+inline constexpr TexteFixe TeteAttestation{6655,
+                                           "\n\n\\B\\M000\\R030Titulaire :\\M034\\L\\0%s\n\n"
+                                           "\\B\\M000\\R030Exercice :\\M034\\L\\0%s\n\n"
+                                           "\\B\\M000\\R030Période :\\M034\\L\\0du %s au %s\n\n"
+                                           "\\B\\M000\\R030Clôturé le :\\M034\\L\\0%s\n\n"
+                                           "\\B\\M000\\R030Attestation du :\\M034\\L\\0%s\n\n\\M000"};
+inline constexpr TexteFixe EnteteAttestation{
+    6656, "\\B\\M010\\N010Journal\\R070Ecritures\\R090Lignes\\R112Débit\\R134Crédit\n\\S002\\0"};
+/// journal, entries, lines, debit, credit
+inline constexpr TexteFixe RangeeAttestation{6657, "\\0\\M010\\N010%s\\R070%s\\R090%s\\R112%s\\R134%s\n"};
+/// both halves of the seal, whether it holds
+inline constexpr TexteFixe SceauAttestation{6658,
+                                            "\n\n\\B\\M000\\N000\\R030Sceau :\\M034\\L\\0%s\n%s\n\n"
+                                            "\\B\\M000\\R030Etat du sceau :\\M034\\L\\0%s\n"};
+inline constexpr TexteFixe ConstatAttestation{6659, "\\M034\\0%s\n"};
+
 inline constexpr TexteFixe TitreSauvegarde{6270, "Sauvegarde"};
 inline constexpr TexteFixe TexteSauvegarde{6271, "Copie et relecture des livres..."};
 inline constexpr TexteFixe TitreRestauration{6272, "Restauration"};

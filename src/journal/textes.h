@@ -123,6 +123,12 @@ inline constexpr TexteFixe LibelleVirement{6030, "Virement interne"};  ///< labe
 inline constexpr TexteFixe TexteReprendre{6760, "Reprendre la saisie du %s"};
 inline constexpr TexteFixe TexteReprendreDetail{6761, "Reprendre la saisie du %s (%s)"};
 
+// The journals, in the order of their numbers
+inline constexpr TexteFixe MotJournal[] = {
+    {5345, "Recettes"},
+    {5346, "Depenses"},
+    {5347, "Opérations diverses"},
+};
 // clang-format on
 
 }  // namespace fenlor

@@ -1,15 +1,24 @@
 // What closing an exercice asks for, and that nothing of it changes behind its seal without being seen.
 #include "garde/cloture.h"
+#include "garde/attestation.h"
 #include "garde/sceau.h"
 #include "garde/textes.h"
 #include "journal/cabinetmedical.h"
 #include "session/entretien.h"
 #include "store/ouverture.h"
+#include "store/texte1252.h"
 
 using namespace fenlor;
 using namespace fenlor::test;
 
 namespace {
+
+struct DemandeurSansQuestion : DemandeurCriteres {
+  bool Demande(FormeCriteres, const std::string&, unsigned, CriteresEtat&) override {
+    ADD_FAILURE() << "a question";
+    return false;
+  }
+};
 
 class Fermeture : public CabinetMedical {
  public:
@@ -53,6 +62,26 @@ TEST_F(Fermeture, CeQuElleDemande) {
   // A year without an entry has nothing to be asked about.
   ASSERT_TRUE(CreeExercice("2004"));
   ASSERT_FALSE(Ferme({RepOui}));
+}
+
+TEST_F(Fermeture, SonPapier) {
+  DemandeurSansQuestion demandeur;
+  CEtatAttestationDoc ouvert(App(), demandeur);
+  EXPECT_EQ(ouvert.OnNewDocument().numero, ErrExerciceOuvert.numero);
+  for (const f64 montant : {119.6, 20.4}) Valide(Enregistre(Ecriture(JournalRecettes, "706", montant)));
+  Valide(Enregistre(Ecriture(JournalDepenses, "6154", 10)));
+  ASSERT_FALSE(Ferme({RepOui, RepOui}));
+  CEtatAttestationDoc etat(App(), demandeur);
+  ASSERT_FALSE(etat.OnNewDocument());
+  const std::string texte = etat.LitTexte(0, etat.TailleTexte());
+  const std::string sceau = App().Reglages.LitIniExercice("2003", "Sceau");
+  for (const std::string& morceau :
+       {std::string("15/03/2003"), std::string("01/01/2003 au 31/12/2003"), sceau.substr(0, 32),
+        sceau.substr(32), std::string("Intact"), "Recettes\\R070" + std::string("2\\R0904\\R112140,00 €"_w)})
+    EXPECT_NE(texte.find(morceau), std::string::npos) << morceau << "\n" << texte;
+  ChangeLignes(1, [](Line& ligne) { ligne.MontantEuro += 1; });
+  ASSERT_FALSE(etat.OnNewDocument());
+  EXPECT_NE(etat.LitTexte(0, etat.TailleTexte()).find("Rompu"), std::string::npos);
 }
 
 TEST_F(Fermeture, CeQueLeSceauVoit) {

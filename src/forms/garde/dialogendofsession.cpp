@@ -2,6 +2,8 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 #include "forms/garde/qvbwizard.h"
 #include "garde/textes.h"
@@ -16,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int LignesImage = 4;  ///< height of the picture
+constexpr int Caracteres = 66;  ///< width of the texts
 
 QLabel* Paragraphe(const QString& texte) {
   auto* label = new QLabel(texte);
@@ -53,6 +56,8 @@ CDialogEndOfSession::CDialogEndOfSession(ContexteUi& contexte, QWidget* parent)
           }),
       1);
 
+  tete->setMinimumWidth(
+      std::min(Caracteres * fontMetrics().averageCharWidth(), screen()->availableSize().width() - 4 * cote));
   Formulaire f{Zone()};
   f.Seul(*tete, nullptr);
   Ligne(f, "lampeSauvegarde", bilan.lampeSauvegarde, "sauvegarde",
@@ -78,6 +83,8 @@ CDialogEndOfSession::CDialogEndOfSession(ContexteUi& contexte, QWidget* parent)
   f.Rangee({miseAJour}).Case(m_afficher, u"&Afficher cet écran en fin de session "_s, "afficher").Pousse();
   m_afficher.setChecked(App().Reglages.IsFinDeSession());
 
+  // Enter ends the session wherever the focus stands.
+  for (QPushButton* bouton : {sauvegarder, miseAJour}) bouton->setAutoDefault(false);
   Boutons(Mode::Simple);
   findChild<QPushButton*>(u"ok"_s)->setText(u"&Terminer"_s);
   findChild<QPushButton*>(u"annuler"_s)->setText(u"Annuler"_s);

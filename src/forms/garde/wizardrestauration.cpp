@@ -5,7 +5,6 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "garde/optionssauvegarde.h"
 #include "garde/textes.h"
 #include "store/texte1252.h"
 #include "ui/czndialog.h"
@@ -87,7 +86,8 @@ class PageArchive : public QWizardPage {
       Relit();
       return false;
     }
-    if (!isComplete() || !m_wizard.Accepte(RetientDossier(m_wizard.App(), m_dossier.Dossier()))) return false;
+    // The folder is not remembered: backups go on where they went.
+    if (!isComplete()) return false;
     m_wizard.Archive = *Choisie();
     m_wizard.Demande = {Joint(m_dossier.Dossier(), m_wizard.Archive.nom), {}, {}};
     return true;

@@ -14,12 +14,6 @@ inline constexpr TexteFixe QuestionEditerLiee{3319,
 inline constexpr TexteFixe QuestionEnregistrerVirement{3375, "Faut il enregistrer ce virement ?"};
 
 // Words
-/// name of journal 1; 2 and 3 follow
-inline constexpr TexteFixe MotJournal[] = {
-    {5345, "Recettes"},
-    {5346, "Depenses"},
-    {5347, "Opérations diverses"},
-};
 inline constexpr TexteFixe MotCheque{5348, "Chèque"};
 inline constexpr TexteFixe MotAutre{5349, "Autre"};
 

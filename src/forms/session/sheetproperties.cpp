@@ -2,10 +2,13 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QPushButton>
+#include <algorithm>
 #include <array>
 
 #include "core/textes.h"
 #include "core/valeurs.h"
+#include "garde/attestation.h"
 #include "session/exercices.h"
 #include "ui/editeurs.h"
 #include "ui/texteqt.h"
@@ -16,6 +19,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace fenlor {
 
 namespace {
+
+constexpr std::size_t ConstatsMontres = 4;
 
 /// The row of one file: records, size, a lamp that is lit while it is open.
 struct LigneFichier {
@@ -39,10 +44,13 @@ class CPagePropertiesExercice : public CZNPage {
         .Champ(u"Assujetti à la T.V.A. :"_s, m_tva, "tva")
         .Champ(u"Tenu en EURO :"_s, m_euro, "euro")
         .Champ(u"Clôture :"_s, m_cloture, "cloture")
+        .Champ(u"Sceau :"_s, m_sceau, "sceau")
         .Groupe(u"Fichiers"_s)
         .Seul(*fichiers, "fichiers")
         .FinGroupe()
         .Pousse();
+    m_sceau.setWordWrap(true);
+    m_sceau.setMinimumWidth(fontMetrics().averageCharWidth() * 44);
     m_emplacement.setMinimumWidth(fontMetrics().averageCharWidth() * 34);
     ConstruitFichiers(*fichiers);
   }
@@ -60,6 +68,7 @@ class CPagePropertiesExercice : public CZNPage {
       m_tva.Pose(ouiNon(p.tva));
       m_euro.Pose(ouiNon(p.euro));
       m_cloture.Pose(EstVide(p.cloture) ? ouiNon(false) : p.cloture);
+      EstVide(p.cloture) ? m_sceau.Pose(ouiNon(false)) : MontreSceau();
     }
     for (std::size_t i = 0; i < m_lignes.size(); ++i) {
       m_lignes[i].enregistrements.Pose(std::to_string(p.fichiers[i].enregistrements));
@@ -73,6 +82,16 @@ class CPagePropertiesExercice : public CZNPage {
   bool Enregistre() override { return true; }
 
  private:
+  /// Whether it holds, and what was found first when it does not.
+  void MontreSceau() {
+    ExamenSceau examen;
+    if (!App().Dit(ExamineSceau(App(), examen))) return;
+    std::string texte = PhraseSceau(examen);
+    for (std::size_t i = 0; i < std::min(ConstatsMontres, examen.constats.size()); ++i)
+      texte += "\r\n" + examen.constats[i];
+    m_sceau.Pose(texte);
+  }
+
   std::string Taille(f64 ko) {
     return ko == 0 ? "0" : FormatMontant(ko, 3, App().Reglages.SeparateurDecimal());
   }
@@ -109,7 +128,7 @@ class CPagePropertiesExercice : public CZNPage {
     grille->setColumnStretch(0, 1);
   }
 
-  Lecture m_nom, m_dossier, m_debut, m_fin, m_tva, m_euro, m_cloture, m_total;
+  Lecture m_nom, m_dossier, m_debut, m_fin, m_tva, m_euro, m_cloture, m_sceau, m_total;
   QLineEdit m_emplacement;
   std::array<LigneFichier, 4> m_lignes;
   FinDesLiens m_finLiens{*this};
@@ -122,6 +141,11 @@ CSheetProperties::CSheetProperties(ContexteUi& contexte, QWidget* parent)
   AjoutePage(new CPagePropertiesExercice(contexte));
   Fini();
   LectureSeule();
+  if (!App().Reglages.IsExerciceCloture()) return;
+  connect(&AjouteBouton(u"&Attestation..."_s, "imprimante"), &QPushButton::clicked, this, [this] {
+    m_attestation = true;
+    reject();
+  });
 }
 
 }  // namespace fenlor

@@ -1,6 +1,9 @@
+#include <QPushButton>
+
 #include "core/erreursexercice.h"
 #include "forms/garde/dialogclotureexercice.h"
 #include "forms/journal/formesjournal.h"
+#include "forms/session/sheetproperties.h"
 #include "garde/sceau.h"
 #include "garde/textes.h"
 #include "ui/editeurs.h"
@@ -54,6 +57,32 @@ TEST_F(FormeCloture, FermeLExerciceOuLeLaisseTelQuel) {
   Boite.Oublie();
   CommandeCloture(Ui);
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrExerciceCloture});
+}
+
+TEST_F(FormeCloture, LesProprietesDisentSiLeSceauTient) {
+  {
+    CSheetProperties ouvert(Ui);
+    Montre(ouvert);
+    EXPECT_EQ(ouvert.findChild<QPushButton*>(u"imprimante"_s), nullptr);
+  }
+  const u32 recette = Enregistre(Ecriture(JournalRecettes, "706", 20));
+  ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, recette, 1));
+  PropositionCloture proposition;
+  ASSERT_TRUE(App().Reglages.EcritIni("Activite", "Exercice", "2003"));
+  ASSERT_FALSE(ProposeCloture(App(), proposition));
+  Boite.Reponses = {RepOui, RepOui};
+  ASSERT_FALSE(Cloture(App(), proposition));
+  CSheetProperties intact(Ui);
+  Montre(intact);
+  EXPECT_TRUE(Trouve<Lecture>(intact, "sceau").text().startsWith(u"Intact"_s))
+      << Trouve<Lecture>(intact, "sceau").text().toStdString();
+  Clique(Case(intact, "imprimante"));
+  EXPECT_TRUE(intact.AttestationVoulue());
+  EXPECT_FALSE(intact.isVisible());
+  ChangeLignes(recette, [](Line& ligne) { ligne.MontantEuro += 1; });
+  CSheetProperties rompu(Ui);
+  Montre(rompu);
+  EXPECT_TRUE(Trouve<Lecture>(rompu, "sceau").text().contains(u"JOURNAL"_s));
 }
 
 }  // namespace
