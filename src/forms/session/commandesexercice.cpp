@@ -74,7 +74,7 @@ bool CommandeSelectionExercice(ContexteUi& contexte, const std::string& nom) {
     }
   }
   contexte.Cadre.MontreExercice();
-  return ouvert;
+  return ouvert && app.ExerciceOuvert != 0;
 }
 
 void CommandeFermerExercice(ContexteUi& contexte) {
