@@ -361,9 +361,15 @@ u32 ConstateDegats(CFenlorApp& app, const std::string& exercice, const RappelCon
     FichierDat fichier;
     const std::string chemin =
         Joint(app.Magasin.CheminExercice(exercice), std::string(definition.nom) + ".dat");
-    if (fichier.Ouvre(app.Magasin.SystemeFichiers(), chemin, 0, true) != 0) continue;
+    Empreinte empreinte;
+    if (fichier.Ouvre(app.Magasin.SystemeFichiers(), chemin, 0, true) != 0 || fichier.Mesure(empreinte) != 0)
+      continue;
+    // A file that was cut has no bytes where the last records stood.
+    const u64 presents = empreinte.taille < DebutEmplacements
+                             ? 0
+                             : (empreinte.taille - DebutEmplacements) / fichier.entete.Pas();
     for (Position position = 1; position <= fichier.entete.emplacements; ++position) {
-      if (fichier.EstJuste(position)) continue;
+      if (position <= presents && fichier.EstJuste(position)) continue;
       constat(TexteFormat(FormatEnregistrementAbime, {definition.nom, std::to_string(position)}));
       ++nombre;
     }
