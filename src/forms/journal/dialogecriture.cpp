@@ -304,9 +304,10 @@ void CDialogEcriture::MontreOffre() {
   const SaisieEcriture& saisie = m_offerte->saisie;
   Plan compte;
   const bool connue = LitCompte(App(), saisie.tresorerie, compte);
-  m_offre.setText(
-      TexteQ(FormatOffre, {saisie.euro ? FormatEuro(saisie.montants.ttc) : FormatFranc(saisie.montants.ttc),
-                           connue ? LitTexte(compte.Code) : std::string{}}));
+  const std::string montant =
+      saisie.euro ? FormatEuro(saisie.montants.ttc) : FormatFranc(saisie.montants.ttc);
+  m_montants.OffreTtc(Q(montant));
+  m_offre.setText(TexteQ(FormatOffre, {montant, connue ? LitTexte(compte.Code) : std::string{}}));
 }
 
 void CDialogEcriture::PrendOffre() {
@@ -316,6 +317,7 @@ void CDialogEcriture::PrendOffre() {
   m_montants.PoseTtc(ecriture.saisie.montants.ttc);
   m_tresorerie->Pose(ecriture);
   m_offerte.reset();
+  m_montants.OffreTtc({});
   m_offre.clear();
   ActualiseEtat();
 }
