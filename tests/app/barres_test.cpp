@@ -89,8 +89,8 @@ TEST_F(Barres, ShortcutEntriesCountWhenTheyAreSound) {
     const char* attendu;
   };
   for (const Cas& cas :
-       {Cas{CmdOptions, "Ctrl+K", "Ctrl+K"}, Cas{CmdOptions, "-", ""}, Cas{CmdOptions, "", "F12"},
-        Cas{CmdOptions, "Ctrl+K, Ctrl+L", "F12"}, Cas{CmdOptions, "K", "F12"},
+       {Cas{CmdOptions, "Ctrl+G", "Ctrl+G"}, Cas{CmdOptions, "-", ""}, Cas{CmdOptions, "", "F12"},
+        Cas{CmdOptions, "Ctrl+G, Ctrl+L", "F12"}, Cas{CmdOptions, "K", "F12"},
         Cas{CmdOptions, "Return", "F12"}, Cas{CmdOptions, "Bidule+%", "F12"}, Cas{CmdOptions, "Alt+F", "F12"},
         Cas{CmdOptions, "Ctrl+N", "F12"},  // another's default
         Cas{CmdPreferences, "F12", ""}, Cas{CmdPreferences, "Ctrl+Alt+P", "Ctrl+Alt+P"}}) {
@@ -110,9 +110,9 @@ TEST_F(Barres, ShortcutsMayBeSwappedAndTwoIntrudersDoNotShare) {
   EXPECT_EQ(Touche(CmdNouvelExercice), "Ctrl+N");
   EXPECT_EQ(Touche(CmdOuvrirExercice), "Ctrl+O");
 
-  EcritRaccourci(CmdPreferences, "Ctrl+K");
-  EcritRaccourci(CmdFermerExercice, "Ctrl+K");
-  EXPECT_EQ(Touche(CmdFermerExercice), "Ctrl+K");
+  EcritRaccourci(CmdPreferences, "Ctrl+G");
+  EcritRaccourci(CmdFermerExercice, "Ctrl+G");
+  EXPECT_EQ(Touche(CmdFermerExercice), "Ctrl+G");
   EXPECT_EQ(Touche(CmdPreferences), "");
 }
 
@@ -120,10 +120,10 @@ TEST_F(Barres, OnlyShortcutsThatDifferAreWritten) {
   EcritRaccourci(99999, "Ctrl+F3");  // of a later version
   EcritRaccourci(CmdAide, "n'importe quoi");
   TableRaccourcis table = RaccourcisParDefaut();
-  table[CmdOptions] = QKeySequence(Qt::CTRL | Qt::Key_K);
+  table[CmdOptions] = QKeySequence(Qt::CTRL | Qt::Key_G);
   table[CmdCalculatrice] = {};
   ASSERT_TRUE(EcritRaccourcis(App(), table));
-  EXPECT_EQ(LitRaccourci(CmdOptions), "Ctrl+K");
+  EXPECT_EQ(LitRaccourci(CmdOptions), "Ctrl+G");
   EXPECT_EQ(LitRaccourci(CmdCalculatrice), "-");
   EXPECT_EQ(App().Magasin.Reglages().Cles(Texte(SecRaccourcis)).size(), 3u);
   EXPECT_EQ(LitRaccourcis(App()), table);
@@ -139,16 +139,16 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
     Tape(liste.Recherche(), u"preference"_s);  // without its accent
     ASSERT_EQ(liste.Choisie(), CmdPreferences);
     Va(touche);
-    QTest::keyClick(&touche, Qt::Key_K, Qt::ControlModifier);
-    QTest::keyClick(&touche, Qt::Key_K, Qt::ControlModifier);
-    EXPECT_EQ(touche.keySequence(), QKeySequence(Qt::CTRL | Qt::Key_K));
+    QTest::keyClick(&touche, Qt::Key_G, Qt::ControlModifier);
+    QTest::keyClick(&touche, Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(touche.keySequence(), QKeySequence(Qt::CTRL | Qt::Key_G));
     QTest::keyClick(&touche, Qt::Key_Return);  // assigns, and the form stays
     ASSERT_TRUE(dialogue.isVisible());
-    EXPECT_EQ(liste.Table().currentItem()->text(1), u"Ctrl+K"_s);
+    EXPECT_EQ(liste.Table().currentItem()->text(1), u"Ctrl+G"_s);
     EXPECT_TRUE(touche.keySequence().isEmpty());
 
     liste.Choisit(CmdOptions);
-    QTest::keyClick(&touche, Qt::Key_K, Qt::ControlModifier);
+    QTest::keyClick(&touche, Qt::Key_G, Qt::ControlModifier);
     QTest::keyClick(&touche, Qt::Key_A, Qt::AltModifier);  // the button's access key
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return !Boite.Erreurs.empty(); }));  // a button shows that it is pressed
@@ -172,7 +172,7 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
     auto ui = Ui();
     return CDialogRaccourcis(ui).Execute();
   }());
-  EXPECT_EQ(Touche(CmdPreferences), "Ctrl+K");
+  EXPECT_EQ(Touche(CmdPreferences), "Ctrl+G");
   // F12 was given up by its owner, but a default of the table it is still: the file tells both.
   EXPECT_EQ(Touche(CmdOptions), "");
   EXPECT_EQ(Touche(CmdCalculatrice), "F12");
