@@ -9,6 +9,7 @@
 
 #include "garde/flux.h"
 #include "garde/textes.h"
+#include "store/partage.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -19,6 +20,8 @@ constexpr const char* NomManifeste = "manifeste.json";
 constexpr std::size_t TailleTampon = 256 * 1024;
 /// Level 3 is what a backup waits for: beyond it the books shrink little.
 constexpr const char* Niveau = "3";
+/// Helpers that compress a large practice; a small one is done before they have started.
+constexpr const char* Aides = "3";
 /// Books shrink to a tenth or a twentieth; one that would swell to a thousand times its size is a trap.
 constexpr u64 GonflementMax = 1000, GonflementLibre = u64{64} << 20;
 
@@ -107,8 +110,11 @@ class EcrivainTar {
     archive* tar = m_tar.get();
     if (!tar || archive_write_set_format_pax_restricted(tar) != ARCHIVE_OK ||
         archive_write_add_filter_zstd(tar) != ARCHIVE_OK ||
-        archive_write_set_filter_option(tar, "zstd", "compression-level", Niveau) != ARCHIVE_OK ||
-        archive_write_set_bytes_in_last_block(tar, 1) != ARCHIVE_OK ||
+        archive_write_set_filter_option(tar, "zstd", "compression-level", Niveau) != ARCHIVE_OK)
+      return Echec();
+    // A library that has no helpers compresses alone.
+    if (NombreParts(manifeste.Octets()) > 1) archive_write_set_filter_option(tar, "zstd", "threads", Aides);
+    if (archive_write_set_bytes_in_last_block(tar, 1) != ARCHIVE_OK ||
         archive_write_open(tar, &m_ecriture, nullptr, SurEcriture, nullptr) != ARCHIVE_OK)
       return Echec();
     const std::string json = EcritManifeste(manifeste);
