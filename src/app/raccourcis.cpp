@@ -1,6 +1,5 @@
 #include "app/raccourcis.h"
 
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,6 +14,7 @@
 #include "app/textes.h"
 #include "master/textes.h"
 #include "ui/preferences.h"
+#include "ui/roleaccessible.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -132,16 +132,6 @@ unsigned TrouveRaccourci(const TableRaccourcis& table, const QKeySequence& touch
   return place == table.end() ? 0 : place->first;
 }
 
-namespace {
-
-/// Qt gives such a field no role of its own.
-QAccessibleInterface* VoixDeTouche(const QString& /*classe*/, QObject* objet) {
-  auto* saisie = qobject_cast<SaisieTouche*>(objet);
-  return saisie ? new QAccessibleWidget(saisie, QAccessible::EditableText) : nullptr;
-}
-
-}  // namespace
-
 bool SaisieTouche::event(QEvent* evenement) {
   if (evenement->type() == QEvent::KeyPress || evenement->type() == QEvent::ShortcutOverride) {
     auto* touche = static_cast<QKeyEvent*>(evenement);
@@ -188,8 +178,8 @@ CDialogRaccourcis::CDialogRaccourcis(ContexteUi& contexte, QWidget* parent)
   m_liste->setObjectName(u"liste"_s);
   auto* libelleListe = new QLabel(u"&Commandes :"_s);
   libelleListe->setBuddy(&m_liste->Recherche());
-  QAccessible::installFactory(VoixDeTouche);
   m_touche = new SaisieTouche;
+  DonneRole(*m_touche, QAccessible::EditableText);
   m_touche->setObjectName(u"touche"_s);
   m_touche->setAccessibleName(u"Nouveau raccourci"_s);
   auto* libelle = new QLabel(u"Nou&veau raccourci :"_s);

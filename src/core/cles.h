@@ -38,6 +38,10 @@ inline constexpr TexteFixe CleSDecimal{5436, "sDecimal"};
 
 // Preferences and positions of windows
 inline constexpr TexteFixe ClePoliceImpressions{5650, "Police des impressions"};
+/// style of paper of the reports, and its two words
+inline constexpr TexteFixe CleStyleEtats{6741, "Style des états"};
+inline constexpr TexteFixe MotClassique{6742, "Classique"};
+inline constexpr TexteFixe MotSoignee{6743, "Soignée"};
 inline constexpr TexteFixe SecAssociation{5720, "Association"};
 inline constexpr TexteFixe Sec2035{5722, "2035"};
 inline constexpr TexteFixe CleIdentification{5724, "Identification"};

@@ -49,6 +49,9 @@ bool Parametres::IsEuro(const std::string& exercice) const {
 bool Parametres::IsFraisKm() const { return IsOui(LitIniExercice({}, Texte(CleFraisKm))); }
 bool Parametres::IsBrouillon() const { return Preference(CleBrouillon); }
 bool Parametres::IsPrevisualisation() const { return Preference(ClePrevisualisation); }
+bool Parametres::IsPapierSoigne() const {
+  return CompareSansCasse(LitIni(Texte(SecPreferences), Texte(CleStyleEtats)), Texte(MotSoignee)) == 0;
+}
 bool Parametres::IsVirgule() const { return Preference(CleVirgule); }
 bool Parametres::IsEntree() const { return Preference(CleEntree); }
 bool Parametres::IsModeDebug() const { return Preference(CleModeDebug); }

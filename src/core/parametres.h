@@ -30,6 +30,7 @@ class Parametres {
   bool IsFraisKm() const;
   bool IsBrouillon() const;
   bool IsPrevisualisation() const;
+  bool IsPapierSoigne() const;
   bool IsVirgule() const;
   bool IsEntree() const;
   bool IsFinDeSession() const;

@@ -17,6 +17,7 @@ namespace fenlor {
 namespace {
 
 constexpr const char* EtatJournal = "journal";
+constexpr const char* StylesPapier[] = {"classique", "soignee"};
 
 struct OptionsEtat {
   std::string nom;
@@ -24,7 +25,7 @@ struct OptionsEtat {
   std::optional<std::string> journal, mode;  ///< of the journal report
   bool comptable = false;
   bool marquage = false, texte = false;
-  std::optional<std::string> pdf;
+  std::optional<std::string> pdf, style;
 
   bool Journal() const { return nom == EtatJournal; }
 };
@@ -107,6 +108,8 @@ int Execute(Contexte& contexte, const OptionsEtat& options) {
   if (!options.Journal() && !demandeur.Prepare()) return StatutRefuse;
   const DefinitionEtat& definition = *TrouveEtat(std::string_view(options.nom));
   const std::unique_ptr<CEtatComptable> etat = definition.fabrique(contexte.App, demandeur);
+  if (options.style)
+    etat->PoseStyle(*options.style == StylesPapier[0] ? StylePapier::Classique : StylePapier::Soignee);
   if (options.Journal() && !PoseDemande(contexte, options, dynamic_cast<CEtatJournalDoc&>(*etat)))
     return StatutRefuse;
 
@@ -136,6 +139,8 @@ void DeclareEtats(LigneCommande& ligne) {
       .Drapeau("--marquage", o->marquage, "Écrit le texte avec ses codes et la fin de ses blocs")
       .Drapeau("--texte", o->texte,
                "Écrit ce qui s'imprime : page, gauche, droite, ligne, alignement, style, texte")
+      .Option("--style", o->style, FormeMots({StylesPapier[0], StylesPapier[1]}),
+              "Présentation des pages (par défaut : celle des préférences)")
       .Option("--pdf", o->pdf, {"FICHIER"},
               "Écrit les pages dans ce fichier PDF (- : sur la sortie standard)");
 }

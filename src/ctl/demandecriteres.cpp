@@ -21,15 +21,17 @@ constexpr unsigned GroupePeriode = GroupeJours | GroupeMois;
 unsigned GroupesDe(FormeCriteres forme) {
   switch (forme) {
     case FormeCriteres::CompteEtPeriode:
-      return GroupeCompte | GroupePeriode | GroupeAffichage | GroupeProgressif;
+      return GroupeCompte | GroupePeriode | GroupeAffichage | GroupeProgressif | GroupeMouvements;
     case FormeCriteres::PeriodeEtAffichage:
-      return GroupePeriode | GroupeAffichage;
+      return GroupePeriode | GroupeAffichage | GroupeMouvements;
     case FormeCriteres::GenreEtPeriode:
       return GroupeGenre | GroupePeriode;
     case FormeCriteres::Periode:
       return GroupePeriode;
     case FormeCriteres::Compte:
-      return GroupeCompte | GroupeAffichage;
+      return GroupeCompte | GroupeAffichage | GroupeMouvements;
+    case FormeCriteres::Mouvements:
+      return GroupeMouvements;
   }
   return 0;
 }
@@ -77,6 +79,7 @@ void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& o) {
               "Recettes (par défaut : détaillées)")
       .Option("--affichage", o.affichage, FormeDe(Affichages), "Colonnes (par défaut : credit-debit)")
       .Drapeau("--solde-progressif", o.progressif, "Extrait : le solde après chaque ligne");
+  commande.Drapeau("--mouvementes", o.mouvementes, "Comptes mouvementés seulement");
   DeclareOptionsRemise(commande, o);
   commande.Drapeau("--remettre", o.remettre, "Remise : remet à cette date les chèques qu'elle imprime");
 }
@@ -99,6 +102,7 @@ std::string OptionEnTrop(const OptionsCriteres& o, unsigned groupes) {
                  {"--genre", o.genre.has_value(), GroupeGenre},
                  {"--centralisation", o.centralisation.has_value(), GroupeGenre},
                  {"--affichage", o.affichage.has_value(), GroupeAffichage},
+                 {"--mouvementes", o.mouvementes, GroupeMouvements},
                  {"--cheques", o.cheques.has_value(), GroupeRemise},
                  {"--date", o.date.has_value(), GroupeDateRemise},
                  {"--monnaie", o.monnaie.has_value(), GroupeRemise},
@@ -123,6 +127,7 @@ bool DemandeurOptions::Demande(FormeCriteres forme, const std::string&, unsigned
   if (!Faute().empty()) return false;
   const OptionsCriteres& o = m_options;
   PosePeriode(criteres.du, criteres.au);
+  criteres.mouvementes = o.mouvementes;
   if (o.genre) criteres.genre = Rang(Genres, *o.genre);
   if (o.centralisation) criteres.centralisation = Rang(Centralisations, *o.centralisation);
   criteres.soldeProgressif = o.progressif;

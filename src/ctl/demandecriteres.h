@@ -18,7 +18,7 @@ struct OptionsCriteres {
   std::optional<std::string> compte;  ///< code or number, "tous"
   std::optional<std::string> genre, centralisation, affichage;
   std::optional<std::string> cheques, date, monnaie;  ///< of a deposit slip
-  bool remettre = false, progressif = false;
+  bool remettre = false, progressif = false, mouvementes = false;
 };
 
 /// What a report may have a use for.
@@ -31,6 +31,7 @@ enum GroupeCriteres : unsigned {
   GroupeRemise = 32,
   GroupeDateRemise = 64,
   GroupeProgressif = 128,
+  GroupeMouvements = 256,
 };
 
 void DeclareOptionsCriteres(Commande& commande, OptionsCriteres& options);

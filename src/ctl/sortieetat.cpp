@@ -4,6 +4,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -59,8 +60,12 @@ std::string Style(unsigned style) {
 
 std::string Element(bool json, const ElementPage& e, i32 interligne) {
   const i32 ligne = e.cadre.haut / interligne + 1;
-  const char* alignement = e.trait ? "trait" : Nom(e.alignement);
+  const char* alignement = e.ton     ? (*e.ton == Ton::Bande ? "bande" : "filet")
+                           : e.trait ? "trait"
+                                     : Nom(e.alignement);
   const std::string style = Style(e.style);
+  std::string imprime = e.texte;
+  std::replace(imprime.begin(), imprime.end(), BlancFin, '\xA0');
   if (json)
     return LigneJson()
         .Entier("page", e.page)
@@ -69,12 +74,12 @@ std::string Element(bool json, const ElementPage& e, i32 interligne) {
         .Entier("ligne", ligne)
         .Texte("alignement", alignement)
         .Texte("style", style)
-        .Texte("texte", e.texte)
+        .Texte("texte", imprime)
         .Fin();
   std::string texte;
   for (const i64 nombre : {i64{e.page}, i64{e.cadre.gauche}, i64{e.cadre.droite}, i64{ligne}})
     texte += std::to_string(nombre) + '\t';
-  return texte + alignement + '\t' + (style.empty() ? "-" : style) + '\t' + VersUtf8(e.texte) + '\n';
+  return texte + alignement + '\t' + (style.empty() ? "-" : style) + '\t' + VersUtf8(imprime) + '\n';
 }
 
 }  // namespace
@@ -112,10 +117,12 @@ bool EcritMarquage(Contexte& contexte, CEtatComptable& etat) {
 bool EcritRuns(Contexte& contexte, CEtatComptable& etat) {
   const Parametres& reglages = contexte.App.Reglages;
   Enregistreur feuille = Enregistreur::A4(UnitesPeripherique, etat.Paysage());
+  const StylePapier style = etat.Style();
   const ReglagePolice police =
-      LitPoliceImpressions(reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions)));
-  const MiseEnPage page = PreparePage(feuille, police, reglages.IsBrouillon());
-  const auto pages = PagineEtat(etat, etat.Mesures(), static_cast<u32>(page.lignesParPage));
+      LitPoliceImpressions(reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions)), style);
+  const MiseEnPage page = PreparePage(feuille, police, reglages.IsBrouillon(), true, style);
+  const auto pages =
+      PagineEtat(etat, etat.Mesures(), static_cast<u32>(page.lignesParPage), DessinDe(style).titresSuivis);
   if (!pages) {
     contexte.Refuse(ErrEtatLecture, {});
     return false;

@@ -12,7 +12,7 @@ namespace fenlor {
 bool EcritMarquage(Contexte& contexte, CEtatComptable& etat);
 /// Every run and rule of every page, on a sheet of A4 at 1,200 units to the inch: page,
 /// left, right (units), line (from 1), alignment, style (g, i, s) and text; a rule has
-/// "trait" in place of its alignment.
+/// "trait" in place of its alignment, in the style "Soignée" "filet", and a tint "bande".
 bool EcritRuns(Contexte& contexte, CEtatComptable& etat);
 /// On the standard output what `ecrit` writes into the open file that it is given, by way of a file: it is
 /// there whole or not at all.

@@ -35,8 +35,10 @@ void Enregistreur::FaitPoliceBrouillon() {
 
 Etendue Enregistreur::Mesure(unsigned style, std::string_view texte) const {
   const i32 hauteur = HauteurPolice(style);
-  const i64 taille = static_cast<i64>(texte.size());
-  const i64 largeur = std::min(taille * hauteur * 3 / 5, taille * std::max(1, m_largeur / ColonnesPage));
+  // In thirds of a character.
+  const i64 taille =
+      3 * static_cast<i64>(texte.size()) - 2 * std::count(texte.begin(), texte.end(), BlancFin);
+  const i64 largeur = std::min(taille * hauteur / 5, taille * std::max(1, m_largeur / ColonnesPage) / 3);
   assert(largeur >= 0);
   return {static_cast<i32>(std::min(largeur, largeurMax)), hauteur};
 }
@@ -49,6 +51,10 @@ void Enregistreur::DessineTexte(unsigned style, const Rectangle& cadre, Aligneme
 void Enregistreur::DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
   Elements.push_back(
       {Page, true, {gauche, y, droite, y + std::max(1, epaisseur)}, Alignement::Gauche, 0, {}});
+}
+
+void Enregistreur::Remplit(const Rectangle& cadre, Ton ton) {
+  Elements.push_back({Page, true, cadre, Alignement::Gauche, 0, {}, ton});
 }
 
 }  // namespace fenlor

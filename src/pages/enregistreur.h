@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,9 @@ struct ElementPage {
   bool trait = false;
   Rectangle cadre;
   Alignement alignement = Alignement::Gauche;
-  unsigned style = 0;  ///< StyleEtat
-  std::string texte;   ///< Windows-1252
+  unsigned style = 0;                     ///< StyleEtat
+  std::string texte;                      ///< Windows-1252
+  std::optional<Ton> ton = std::nullopt;  ///< a rule or a rectangle that is not black
   bool operator==(const ElementPage&) const = default;
 };
 
@@ -43,6 +45,7 @@ class Enregistreur : public Peripherique {
   void DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
                     std::string_view texte) override;
   void DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) override;
+  void Remplit(const Rectangle& cadre, Ton ton) override;
 
  private:
   i32 m_largeur;

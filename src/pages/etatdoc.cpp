@@ -89,6 +89,8 @@ void CEtatDoc::SetEtatPied(const FormatEtat& format, std::initializer_list<Argum
   m_mesures.lignesPied = NbRetours(m_pied);
 }
 
+StylePapier CEtatDoc::Style() const { return m_style ? *m_style : LitStylePapier(App); }
+
 bool CEtatDoc::SetEtatPaysage(bool valeur) { return std::exchange(m_paysage, valeur); }
 
 void CEtatDoc::EtatPrintf(const FormatEtat& format, std::span<const ArgumentEtat> arguments) {
@@ -98,18 +100,18 @@ void CEtatDoc::EtatPrintf(const FormatEtat& format, std::span<const ArgumentEtat
   const bool unBloc =
       format.LignesDuBloc() && !m_travail.empty() &&
       std::all_of(arguments.begin(), arguments.end(), [](const ArgumentEtat& a) { return a.SansMarque(); });
-  Ecrit(m_travail, unBloc ? format.LignesDuBloc() : std::nullopt);
+  Ecrit(m_travail, unBloc ? format.LignesDuBloc() : std::nullopt, format.Titre());
 }
 
-void CEtatDoc::EcritEtat(std::string_view texte) { Ecrit(texte, std::nullopt); }
+void CEtatDoc::EcritEtat(std::string_view texte) { Ecrit(texte, std::nullopt, false); }
 
-void CEtatDoc::Ecrit(std::string_view texte, std::optional<u32> lignesDuBloc) {
+void CEtatDoc::Ecrit(std::string_view texte, std::optional<u32> lignesDuBloc, bool titre) {
   if (!EnCours()) return;
   if (texte.size() > std::numeric_limits<u32>::max() - m_compteur.Offset())
     return Echoue(TexteErreurSysteme(EFBIG));
   m_fermes.clear();
   if (lignesDuBloc)
-    m_compteur.CompteBloc(texte.size(), *lignesDuBloc, m_fermes);
+    m_compteur.CompteBloc(texte.size(), *lignesDuBloc, titre, m_fermes);
   else
     m_compteur.Compte(texte, m_mesures.lignesEntete, m_mesures.lignesPied, m_fermes);
   m_nbBlocs += static_cast<u32>(m_fermes.size());

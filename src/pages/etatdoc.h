@@ -30,6 +30,7 @@
 #include "pages/formatetat.h"
 #include "pages/indexetat.h"
 #include "pages/pagination.h"
+#include "pages/stylepapier.h"
 
 namespace fenlor {
 
@@ -70,6 +71,9 @@ class CEtatDoc : public LecteurBlocs {
   const std::string& Pied() const { return m_pied; }
   const MesuresEtat& Mesures() const { return m_mesures; }
   bool Paysage() const { return m_paysage; }
+  /// The paper that whoever prints it chose, else the practice's; the report does not know.
+  StylePapier Style() const;
+  void PoseStyle(StylePapier style) { m_style = style; }
 
   // Printing and preview runs, so that nobody closes a report that is being drawn.
   // Times in milliseconds of any steady clock. A report whose first run has not begun
@@ -106,8 +110,8 @@ class CEtatDoc : public LecteurBlocs {
 
  private:
   bool Cree();
-  /// `lignesDuBloc`: the text is known to be one block of so many lines.
-  void Ecrit(std::string_view texte, std::optional<u32> lignesDuBloc);
+  /// `lignesDuBloc`: the text is known to be one block of so many lines, a heading or not.
+  void Ecrit(std::string_view texte, std::optional<u32> lignesDuBloc, bool titre);
   void EchoueSur(const FichierTampon& fichier);
 
   FichierTampon m_texte;
@@ -121,6 +125,7 @@ class CEtatDoc : public LecteurBlocs {
   std::string m_entete;
   std::string m_pied;
   bool m_paysage = false;
+  std::optional<StylePapier> m_style;
   Refus m_refus;  ///< why there is no report
   u32 m_impressions = 0;
   u64 m_finImpression = 0;

@@ -4,6 +4,8 @@
 #include <cassert>
 #include <charconv>
 
+#include "pages/indexetat.h"
+
 namespace fenlor {
 
 namespace {
@@ -100,6 +102,7 @@ FormatEtat::FormatEtat(std::string format) : m_format(std::move(format)) {
     }
   }
   ajoute(debut, tout.size());
+  m_titre = CommenceEnTitre(tout);
   // A block by itself: nothing in it counts lines or closes a block, and no backslash takes along what an
   // argument brings.
   u32 lignes = 0;

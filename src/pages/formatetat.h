@@ -52,6 +52,7 @@ class FormatEtat {
   void Remplit(std::string& sortie, std::span<const ArgumentEtat> arguments) const;
   /// Filled with arguments without markup it is one block of so many lines; nothing: who knows.
   std::optional<u32> LignesDuBloc() const { return m_lignes; }
+  bool Titre() const { return m_titre; }  ///< `CommenceEnTitre`
 
  private:
   /// A stretch of the format as it stands, and the conversion behind it.
@@ -64,6 +65,7 @@ class FormatEtat {
   std::string m_format;
   std::vector<Morceau> m_morceaux;
   std::optional<u32> m_lignes;
+  bool m_titre = false;
 };
 
 /// Appends the filled format: %s, %d, %u, %ld, %lu, %c and %%, with "-", "0", width

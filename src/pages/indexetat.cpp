@@ -4,6 +4,21 @@
 
 namespace fenlor {
 
+bool CommenceEnTitre(std::string_view bloc) {
+  constexpr std::size_t argument = 3;
+  bool gras = false;
+  for (std::size_t i = 0; i < bloc.size(); ++i) {
+    const char c = bloc[i];
+    if (c == '\n' || c == '\r' || c == ' ') continue;
+    if (c != '\\' || i + 1 == bloc.size()) return gras;
+    const char code = bloc[++i];
+    if (code == 'S') return false;
+    if (code == '0' || code == 'B') gras = code == 'B';
+    if (std::string_view("TRCMN").find(code) != std::string_view::npos) i += argument;
+  }
+  return false;
+}
+
 void CompteurBlocs::Compte(std::string_view texte, u32 lignesEntete, u32 lignesPied,
                            std::vector<BlocEtat>& fermes) {
   assert(m_ouvert.lignes == 0 && m_ouvert.drapeaux == 0);  // each write closes its last block
@@ -11,6 +26,12 @@ void CompteurBlocs::Compte(std::string_view texte, u32 lignesEntete, u32 lignesP
   bool debutLigne = true;
   bool ferme = true;
   const std::size_t taille = texte.size();
+  std::size_t debutBloc = 0;
+  const auto finit = [&](std::size_t fin) {
+    if (CommenceEnTitre(texte.substr(debutBloc, fin - debutBloc))) m_ouvert.drapeaux |= BlocTitre;
+    debutBloc = fin;
+    Ferme(fermes);
+  };
   for (std::size_t i = 0; i < taille; ++i) {
     ++m_offset;
     const char c = texte[i];
@@ -41,22 +62,23 @@ void CompteurBlocs::Compte(std::string_view texte, u32 lignesEntete, u32 lignesP
         if (!auDebut) ++m_ouvert.lignes;
         [[fallthrough]];
       case 'G':
-        Ferme(fermes);
+        finit(i + 1);
         ferme = true;
         break;
       default:
         break;
     }
   }
-  if (!ferme) Ferme(fermes);
+  if (!ferme) finit(taille);
   assert(m_offset - avant == static_cast<u32>(taille));
   assert(taille == 0 || fermes.back().fin == m_offset);
 }
 
-void CompteurBlocs::CompteBloc(std::size_t taille, u32 lignes, std::vector<BlocEtat>& fermes) {
+void CompteurBlocs::CompteBloc(std::size_t taille, u32 lignes, bool titre, std::vector<BlocEtat>& fermes) {
   assert(taille > 0 && m_ouvert.lignes == 0 && m_ouvert.drapeaux == 0);
   m_offset += static_cast<u32>(taille);
   m_ouvert.lignes = lignes;
+  if (titre) m_ouvert.drapeaux = BlocTitre;
   Ferme(fermes);
 }
 

@@ -15,6 +15,7 @@ enum DrapeauBloc : u8 {
   BlocEntete = 1,     ///< "\H": the repeated header begins
   BlocFinEntete = 2,  ///< "\X": it ends
   BlocSaut = 4,       ///< the block ends with "\P"
+  BlocTitre = 8,      ///< `CommenceEnTitre`
 };
 
 /// A record of the index file. Record 1 is all zeros and gives the start of the text;
@@ -27,6 +28,9 @@ struct BlocEtat {
 };
 static_assert(sizeof(BlocEtat) == 12 && offsetof(BlocEtat, fin) == 4 && offsetof(BlocEtat, drapeaux) == 8);
 
+/// The first text of a block is bold and no rule stands before it: a heading, which belongs to what follows.
+bool CommenceEnTitre(std::string_view bloc);
+
 /// Counts lines and closes blocks while a report's text goes by. Of the markup it
 /// knows "\F", "\H", "\X", "\G" and "\P"; a backslash always takes the next byte
 /// along, so that a doubled one hides the letter behind it.
@@ -37,8 +41,8 @@ class CompteurBlocs {
   /// `lignesPied` are what "\H" and "\F" count for.
   void Compte(std::string_view texte, u32 lignesEntete, u32 lignesPied, std::vector<BlocEtat>& fermes);
 
-  /// The same for one write that is known to be one block.
-  void CompteBloc(std::size_t taille, u32 lignes, std::vector<BlocEtat>& fermes);
+  /// The same for one write that is known to be one block, and whether it is a heading.
+  void CompteBloc(std::size_t taille, u32 lignes, bool titre, std::vector<BlocEtat>& fermes);
 
   u32 Offset() const { return m_offset; }      ///< of the next byte of the text
   u32 NbLignes() const { return m_nbLignes; }  ///< of all closed blocks

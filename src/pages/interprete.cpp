@@ -91,11 +91,13 @@ void InterpreteEtat::Code(Plume& plume, char code) {
     case 'C':
     case 'R': {
       m_ancre = Colonnes(plume);
+      m_ancreNeuve = true;
       m_etat.course = code == 'C' ? Course::Centree : Course::ADroite;
       break;
     }
     case 'T':
       plume.x = Colonnes(plume);
+      m_ancreNeuve = false;
       break;
     case 'M':
     case 'N': {
@@ -154,7 +156,9 @@ unsigned InterpreteEtat::Style() const {
 
 i32 InterpreteEtat::DessineRun(Plume& plume) {
   if (plume.run.empty()) return 0;
-  const std::string run = std::exchange(plume.run, {});
+  std::string run = std::exchange(plume.run, {});
+  if (Papier().aligne && FinitAColonne()) run.erase(run.find_last_not_of(' ') + 1);
+  if (Papier().milliers) GroupeMilliers(run, FinitAColonne());
   const Etendue etendue = m_peripherique.Mesure(Style(), run);
   assert(etendue.largeur >= 0 && etendue.hauteur >= 0);
   if (plume.texte && plume.yTexte == plume.y) {
@@ -165,6 +169,8 @@ i32 InterpreteEtat::DessineRun(Plume& plume) {
   }
   return etendue.largeur;
 }
+
+bool InterpreteEtat::FinitAColonne() const { return m_etat.course == Course::ADroite && m_ancreNeuve; }
 
 PlaceTexte InterpreteEtat::PlaceRun(const Plume& plume, const Etendue& etendue) const {
   PlaceTexte place{Avance(plume.depart, plume.y), etendue.hauteur};
@@ -184,10 +190,12 @@ PlaceTexte InterpreteEtat::PlaceRun(const Plume& plume, const Etendue& etendue) 
     if (aDroite && std::min(m_ancre, place.limite) > place.gauche) {
       place.droite = m_ancre;
     } else {
-      place.debute = aDroite;
+      const bool finit = FinitAColonne() && Papier().aligne;
+      place.debute = aDroite && !finit;
       if (const auto tabulation = TabulationSuivante(plume.source)) {
         place.droite = *tabulation * m_page.unite;
         place.colonneSuivante = place.droite <= place.limite;
+        if (finit) place.droite -= m_page.unite;
       }
     }
   }
@@ -201,6 +209,7 @@ i32 InterpreteEtat::DessineTitre(i32 depart, std::string_view premier, std::stri
   m_etat.margeGauche = m_etat.margeDroite = 0;
   i32 hauteur = InterpreteTexte(depart, premier);
   hauteur += InterpreteTexte(depart + hauteur, second);
+  m_lignes.SansBande(depart + hauteur);
   m_etat = avant;
   return hauteur;
 }

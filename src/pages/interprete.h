@@ -21,7 +21,7 @@ class InterpreteEtat {
         m_entete(std::move(entete)),
         m_pied(std::move(pied)),
         m_peripherique(peripherique),
-        m_lignes(page.unite, peripherique) {}
+        m_lignes(page, peripherique) {}
 
   /// The state that a page begins with: plain style, no margins, everything to the left.
   void CommencePage() { m_etat = {}; }
@@ -64,10 +64,12 @@ class InterpreteEtat {
     i32 yTexte = 0;
   };
 
+  const DessinPapier& Papier() const { return DessinDe(m_page.style); }
   void Code(Plume& plume, char code);
   void Dessine(Plume& plume);  ///< the run; `x` moves on by its width
   i32 DessineRun(Plume& plume);
   PlaceTexte PlaceRun(const Plume& plume, const Etendue& etendue) const;
+  bool FinitAColonne() const;  ///< "\R" was meant for what is written
   void FinLigne(Plume& plume);
   /// With no margins and everything to the left, the state as before afterwards. Draws
   /// nothing inside itself: a header cannot call itself.
@@ -84,6 +86,7 @@ class InterpreteEtat {
   MiseEnLigne m_lignes;  ///< what waits to be drawn
   Trace m_etat;
   i32 m_ancre = 0;
+  bool m_ancreNeuve = false;  ///< no "\T" since it was set
   bool m_dansEntete = false;
   bool m_dansPied = false;
 };

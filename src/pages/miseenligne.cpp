@@ -15,12 +15,28 @@ constexpr i32 rienAGauche = std::numeric_limits<i32>::min();
 
 /// Dates, line numbers, amounts with their side and their currency.
 bool EstNombre(std::string_view texte) {
-  return texte.find_first_not_of("0123456789 ,.-/%DF\x80") == std::string_view::npos;
+  return texte.find_first_not_of("0123456789 ,.-/%DF\x80\x1F") == std::string_view::npos;
 }
 
 i32 Milieu(i32 a, i32 b) { return static_cast<i32>((i64{a} + b) / 2); }
 
 }  // namespace
+
+void GroupeMilliers(std::string& run, bool colonne) {
+  constexpr std::string_view chiffres = "0123456789";
+  constexpr std::size_t millier = 3, cents = 2;
+  const std::size_t debut = run.find_first_of(chiffres);
+  if (debut == std::string::npos || !EstNombre(run)) return;
+  const std::size_t unites = std::min(run.find_first_not_of(chiffres, debut), run.size());
+  const bool virgule = unites < run.size() && run[unites] == ',';
+  const std::size_t fin =
+      virgule ? std::min(run.find_first_not_of(chiffres, unites + 1), run.size()) : unites;
+  // Nothing else that counts: a date is no amount.
+  if ((virgule ? fin - unites - 1 != cents : !colonne) ||
+      run.find_first_of(chiffres, fin) != std::string::npos)
+    return;
+  for (std::size_t place = unites; place > debut + millier;) run.insert(place -= millier, 1, BlancFin);
+}
 
 bool MiseEnLigne::Groupe::AGauche() const { return place.alignement == Alignement::Gauche || place.debute; }
 
@@ -69,22 +85,53 @@ void MiseEnLigne::Dessine() {
   const auto cle = [this](std::size_t i) { return std::pair(m_groupes[i].place.haut, m_groupes[i].Cle()); };
   std::stable_sort(ordre.begin(), ordre.end(), [&](auto a, auto b) { return cle(a) < cle(b); });
   std::vector<std::size_t> ligne;
+  std::map<i32, bool> grasses;  // lines by their first text
   for (std::size_t i = 0; i < ordre.size(); ++i) {
     const i32 haut = m_groupes[ordre[i]].place.haut;
+    if (m_papier.bandes)
+      grasses.try_emplace(haut, m_runs[m_groupes[ordre[i]].runs.front()].style & StyleGras);
     ligne.push_back(ordre[i]);
     if (i + 1 < ordre.size() && m_groupes[ordre[i + 1]].place.haut == haut) continue;
     PlaceLigne(ligne);
     ligne.clear();
   }
+  DessineBandes(grasses);
   for (const Run& run : m_runs) {
     assert(run.groupe == SansTexte || run.groupe < m_groupes.size());
     if (run.groupe == SansTexte)
-      m_peripherique.DessineTrait(run.cadre.gauche, run.cadre.droite, run.cadre.haut, run.largeur);
+      DessineTrait(run.cadre, run.largeur);
     else
       m_peripherique.DessineTexte(run.style, run.cadre, m_groupes[run.groupe].place.alignement, run.texte);
   }
   m_runs.clear();
   m_groupes.clear();
+}
+
+void MiseEnLigne::DessineTrait(const Rectangle& cadre, i32 epaisseur) {
+  if (m_papier.filet)
+    m_peripherique.Remplit({cadre.gauche, cadre.haut, cadre.droite, cadre.haut + m_papier.filet}, Ton::Filet);
+  else
+    m_peripherique.DessineTrait(cadre.gauche, cadre.droite, cadre.haut, epaisseur);
+}
+
+void MiseEnLigne::DessineBandes(const std::map<i32, bool>& grasses) {
+  if (!m_papier.bandes) return;
+  std::map<i32, Rectangle> bandes;
+  const auto grasse = [&](i32 haut) {
+    const auto ligne = grasses.find(haut);
+    return haut >= m_sansBande && ligne != grasses.end() && ligne->second;
+  };
+  for (const Run& run : m_runs) {
+    if (run.groupe != SansTexte) continue;
+    const i32 dessous = run.cadre.haut - 1, gauche = std::max(0, run.cadre.gauche - m_ecart),
+              droite = std::min(m_page.largeur, run.cadre.droite + m_ecart);
+    for (const i32 pas : {-m_page.interligne, m_page.interligne}) {
+      i32 haut = pas < 0 && !grasse(dessous) ? dessous + pas : dessous;
+      for (; grasse(haut); haut += pas)
+        bandes.try_emplace(haut, Rectangle{gauche, haut, droite, haut + m_page.interligne});
+    }
+  }
+  for (const auto& [haut, cadre] : bandes) m_peripherique.Remplit(cadre, Ton::Bande);
 }
 
 void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
@@ -130,9 +177,10 @@ i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
   assert(gauche < droite);
   const PlaceTexte& place = groupe.place;
   i32 largeur = static_cast<i32>(std::min<i64>(groupe.largeur, droite - gauche));
-  if (largeur < groupe.largeur && !groupe.Figure() && i64{largeur} * 100 < groupe.largeur * EtroitesseMin) {
+  if (largeur < groupe.largeur && !groupe.Figure() &&
+      i64{largeur} * 100 < groupe.largeur * m_papier.etroitesse) {
     Raccourcit(groupe, largeur);
-    largeur = static_cast<i32>(std::min<i64>(largeur, groupe.largeur * EtroitesseMin / 100));
+    largeur = static_cast<i32>(std::min<i64>(largeur, groupe.largeur * m_papier.etroitesse / 100));
   }
   i32 debut = gauche;
   if (place.alignement == Alignement::Droite && !groupe.AGauche()) debut = place.droite - largeur;
@@ -150,7 +198,7 @@ void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
   const auto large = [&](const Run& run, std::size_t n) {
     return i64{m_peripherique.Mesure(run.style, run.texte.substr(0, n) + suite).largeur};
   };
-  const auto tient = [&](i64 largeur) { return largeur * EtroitesseMin <= i64{place} * 100; };
+  const auto tient = [&](i64 largeur) { return largeur * m_papier.etroitesse <= i64{place} * 100; };
   i64 avant = 0;
   std::size_t dernier = 0;  // the run that is shortened, the ones behind it are left out
   while (dernier + 1 < groupe.runs.size()) {
@@ -175,13 +223,14 @@ void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
 
 void MiseEnLigne::Etend(const Groupe& groupe, i32 gauche, i32 largeur) {
   const PlaceTexte& place = groupe.place;
+  const i32 haut = place.haut + (m_papier.interligne ? (m_page.interligne - place.hauteur) / 2 : 0);
   i64 avant = 0;
   const auto bord = [&] {
     return gauche + static_cast<i32>(avant * largeur / std::max<i64>(1, groupe.largeur));
   };
   for (const std::size_t i : groupe.runs) {
     Run& run = m_runs[i];
-    run.cadre = {bord(), place.haut, 0, place.haut + place.hauteur};
+    run.cadre = {bord(), haut, 0, haut + place.hauteur};
     avant += run.largeur;
     run.cadre.droite = bord();
     assert(run.cadre.droite >= run.cadre.gauche);

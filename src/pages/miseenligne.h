@@ -2,11 +2,12 @@
 //
 // What fits stands exactly where the strings put it. Where there is no room for that, a figure (a text that
 // is aligned right, a number, three characters at most) is drawn narrower until it fits, after it has taken
-// what is free on its left; another text is drawn narrower down to `EtroitesseMin`, and then ends with "…".
-// Columns do not move, and nothing passes the margins.
+// what is free on its left; another text is drawn narrower as far as the style of the paper lets it, and then
+// ends with "…". Columns do not move, and nothing passes the margins.
 #pragma once
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +17,9 @@
 
 namespace fenlor {
 
-/// The narrowest that a text is drawn before it is shortened, in percent of its width.
-constexpr i32 EtroitesseMin = 85;
+/// Puts `BlancFin` between the thousands of an amount: a run of figures and signs alone with two decimals, or
+/// with none where a column ends (`colonne`).
+void GroupeMilliers(std::string& run, bool colonne);
 
 /// Where the strings put a text: neighbouring runs that differ in their style alone are one text.
 struct PlaceTexte {
@@ -35,14 +37,19 @@ struct PlaceTexte {
 
 class MiseEnLigne {
  public:
-  MiseEnLigne(i32 unite, Peripherique& peripherique)
-      : m_ecart(std::max(1, unite * 3 / 4)), m_peripherique(peripherique) {}
+  MiseEnLigne(const MiseEnPage& page, Peripherique& peripherique)
+      : m_page(page),
+        m_papier(DessinDe(page.style)),
+        m_ecart(std::max(1, page.unite * 3 / 4)),
+        m_peripherique(peripherique) {}
 
   /// Begins a text with its first run, whose width is that of the device. The text's number.
   std::size_t Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur);
   /// A further run of a text.
   void Continue(std::size_t texte, unsigned style, std::string run, i32 largeur);
   void Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur);
+  /// What stands above this height is no heading of a table.
+  void SansBande(i32 haut) { m_sansBande = haut; }
   /// Places all texts and draws what came, in the order in which it came; then there is nothing left.
   void Dessine();
 
@@ -68,12 +75,18 @@ class MiseEnLigne {
   static constexpr std::size_t SansTexte = static_cast<std::size_t>(-1);
 
   void PlaceLigne(const std::vector<std::size_t>& ligne);
+  /// A tint behind each bold line beside a rule, and behind its bold neighbours.
+  void DessineBandes(const std::map<i32, bool>& grasses);
+  void DessineTrait(const Rectangle& cadre, i32 epaisseur);
   i32 Borne(const Groupe& groupe, const Groupe& suivant) const;
   /// The drawn right edge.
   i32 Place(Groupe& groupe, i32 gauche, i32 droite);
   void Raccourcit(Groupe& groupe, i32 place);
   void Etend(const Groupe& groupe, i32 gauche, i32 largeur);
 
+  const MiseEnPage m_page;
+  const DessinPapier& m_papier;
+  i32 m_sansBande = 0;
   i32 m_ecart;  ///< between two neighbours; two thirds of it behind a number on the left
   Peripherique& m_peripherique;
   std::vector<Run> m_runs;

@@ -16,9 +16,9 @@ constexpr f64 pointsParPouce = 72;
 
 }  // namespace
 
-ReglagePolice LitPoliceImpressions(std::string_view reglage) {
+ReglagePolice LitPoliceImpressions(std::string_view reglage, StylePapier style) {
   reglage = reglage.substr(0, tailleReglage);
-  ReglagePolice police;
+  ReglagePolice police{DessinDe(style).face, DessinDe(style).points};
   const std::string face = ChampTexte(0, reglage, ',');
   if (!EstVide(face)) police.face = face;
   if (const int points = TexteVersEntier(ChampTexte(1, reglage, ',')); points > 0)
@@ -26,8 +26,8 @@ ReglagePolice LitPoliceImpressions(std::string_view reglage) {
   return police;
 }
 
-MiseEnPage PreparePage(Peripherique& peripherique, const ReglagePolice& police, bool brouillon,
-                       bool portrait) {
+MiseEnPage PreparePage(Peripherique& peripherique, const ReglagePolice& police, bool brouillon, bool portrait,
+                       StylePapier style) {
   MiseEnPage page{peripherique.Largeur(), peripherique.Hauteur()};
   if (!portrait) std::swap(page.largeur, page.hauteur);
   if (brouillon) {
@@ -40,7 +40,10 @@ MiseEnPage PreparePage(Peripherique& peripherique, const ReglagePolice& police, 
     }
   }
   page.unite = page.largeur / ColonnesPage;
-  page.interligne = peripherique.HauteurPolice(NbStyles - 1) + 1;
+  page.style = style;
+  const i32 hauteur = peripherique.HauteurPolice(NbStyles - 1);
+  const i32 interligne = DessinDe(style).interligne;
+  page.interligne = interligne ? std::max(1, hauteur * interligne / 100) : hauteur + 1;
   assert(page.interligne > 0);
   page.lignesParPage = page.hauteur / page.interligne;
   return page;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "pages/peripherique.h"
+#include "pages/stylepapier.h"
 
 namespace fenlor {
 
@@ -16,8 +17,8 @@ struct ReglagePolice {
 };
 
 /// Reads the setting of the print font, "name, size": 80 bytes of it at most. A blank
-/// name is "Courier"; a size that is missing, 0 or below is 10, one above 400 is 400.
-ReglagePolice LitPoliceImpressions(std::string_view reglage);
+/// name and a size that is missing, 0 or below are those of the style; one above 400 is 400.
+ReglagePolice LitPoliceImpressions(std::string_view reglage, StylePapier style = StylePapier::Classique);
 
 /// The grid of a page, in units of the device.
 struct MiseEnPage {
@@ -26,6 +27,7 @@ struct MiseEnPage {
   i32 unite = 0;       ///< width of one of the 144 columns
   i32 interligne = 1;  ///< height of a line
   i32 lignesParPage = 0;
+  StylePapier style = StylePapier::Classique;
 };
 
 /// Makes the device's fonts and measures it. The font height is points times units per
@@ -33,6 +35,6 @@ struct MiseEnPage {
 /// Without `portrait` the device's sheet is one that is yet to be turned: width and
 /// height are exchanged.
 MiseEnPage PreparePage(Peripherique& peripherique, const ReglagePolice& police, bool brouillon,
-                       bool portrait = true);
+                       bool portrait = true, StylePapier style = StylePapier::Classique);
 
 }  // namespace fenlor

@@ -42,6 +42,10 @@ class LecteurBlocs {
 /// split: one that is taller than a page stands alone on it and runs off its end. The
 /// first page holds `lignesPied` lines fewer than the others. Takes the memory of the
 /// table and of one block of records.
-std::optional<TablePages> PagineEtat(LecteurBlocs& index, const MesuresEtat& mesures, u32 lignesParPage);
+///
+/// `titresSuivis`: headings that a page would end with begin the next one, with what follows them, unless
+/// nothing else stands on the page.
+std::optional<TablePages> PagineEtat(LecteurBlocs& index, const MesuresEtat& mesures, u32 lignesParPage,
+                                     bool titresSuivis = false);
 
 }  // namespace fenlor

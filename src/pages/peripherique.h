@@ -35,6 +35,12 @@ struct Rectangle {
   bool operator==(const Rectangle&) const = default;
 };
 
+/// What a style of paper fills with.
+enum class Ton { Filet, Bande };
+
+/// In an amount: a blank a third as wide as a digit.
+constexpr char BlancFin = '\x1F';
+
 struct Etendue {
   i32 largeur = 0, hauteur = 0;
 };
@@ -60,6 +66,8 @@ class Peripherique {
                             std::string_view texte) = 0;
   /// A horizontal black line of so many units (0 and 1: the thinnest there is).
   virtual void DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) = 0;
+  /// Fills a rectangle, never so thin that it is not seen; what is drawn later stands on it.
+  virtual void Remplit(const Rectangle& cadre, Ton ton) = 0;
 };
 
 }  // namespace fenlor

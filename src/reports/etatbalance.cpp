@@ -1,5 +1,7 @@
 #include "reports/etatbalance.h"
 
+#include <utility>
+
 #include "core/valeurs.h"
 #include "reports/textes.h"
 #include "store/texte1252.h"
@@ -15,8 +17,9 @@ constexpr unsigned RangEuro = 1, RangDouble = 2;  // of the column headings
 
 void CEtatBalanceDoc::BuildEtat() {
   m_classe.reset();
+  m_classeEcrite = false;
   m_sommesClasse = m_sommesSection = m_sommes = {};
-  PoseTitre(Texte(TitreEtatBalance));
+  if (!DemandeCriteres(FormeCriteres::Mouvements, TitreEtatBalance)) return;
   SetEtatEntete(EnteteBalance[(AfficheDouble() ? RangDouble : AnneeEuro() ? RangEuro : 0)]);
   SetEtatPied(PiedBalance);
   LivresEtat livres(App, *this);
@@ -37,9 +40,10 @@ void CEtatBalanceDoc::EcritCompte(const LivresEtat& livres, const Plan& plan) {
   if (m_classe != plan.Compte[0]) {
     FermeClasse();
     m_classe = plan.Compte[0];
-    EtatPrintf(ClasseBalance, {plan.Compte[0]});
   }
   const SommesEtat sommes{plan.DebitFranc, plan.DebitEuro, plan.CreditFranc, plan.CreditEuro};
+  if (m_criteres.mouvementes && sommes == SommesEtat{}) return;
+  if (!std::exchange(m_classeEcrite, true)) EtatPrintf(ClasseBalance, {plan.Compte[0]});
   m_sommesClasse.Ajoute(sommes);
   m_sommesSection.Ajoute(sommes);
   ColonnesEtat colonnes = ColonnesTotaux(sommes);
@@ -58,7 +62,7 @@ void CEtatBalanceDoc::EcritCompte(const LivresEtat& livres, const Plan& plan) {
 /// Ends the class in hand, if there is one.
 void CEtatBalanceDoc::FermeClasse() {
   if (!m_classe) return;
-  EcritTotaux(TotalClasse, m_sommesClasse);
+  if (std::exchange(m_classeEcrite, false)) EcritTotaux(TotalClasse, m_sommesClasse);
   if (m_classe == DerniereClasseBilan) {
     EcritTotaux(TotalBilan, m_sommesSection);
     m_sommesSection = {};

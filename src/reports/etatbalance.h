@@ -22,6 +22,7 @@ class CEtatBalanceDoc : public CEtatTotaux {
   void FermeClasse();
 
   std::optional<char> m_classe;  ///< in hand
+  bool m_classeEcrite = false;   ///< with its heading: it has an account that is listed
   SommesEtat m_sommesClasse, m_sommesSection, m_sommes;
 };
 

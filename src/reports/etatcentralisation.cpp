@@ -33,14 +33,17 @@ void CEtatCentralisationDoc::BuildEtat() {
 }
 
 void CEtatCentralisationDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Plan& plan) {
-  EtatPrintf(CompteCentralisation, {Texte(MotNatureCompte[RangNature(plan.Type)]), livres.CompteCourt(plan),
-                                    EchappeEtat(fenlor::LitTexte(plan.Designation))});
   MoisCentralises mois{};
+  bool vide = true;
   livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
+    vide = false;
     const std::size_t rang = Mois(l.DateLigne) - 1;
     if (rang < mois.size()) mois[rang].Ajoute(l);
     travail.Pas();
   });
+  if (vide && m_criteres.mouvementes) return;
+  EtatPrintf(CompteCentralisation, {Texte(MotNatureCompte[RangNature(plan.Type)]), livres.CompteCourt(plan),
+                                    EchappeEtat(fenlor::LitTexte(plan.Designation))});
   EcritTableau(mois);
 }
 

@@ -12,7 +12,14 @@ namespace fenlor {
 struct CriteresRemise;
 
 /// What a report asks before it is built.
-enum class FormeCriteres { CompteEtPeriode, PeriodeEtAffichage, GenreEtPeriode, Periode, Compte };
+enum class FormeCriteres {
+  CompteEtPeriode,
+  PeriodeEtAffichage,
+  GenreEtPeriode,
+  Periode,
+  Compte,
+  Mouvements,  ///< whether accounts without movements are listed, alone
+};
 
 /// Kinds of accounts that a form offers.
 enum MasqueComptes : unsigned {
@@ -34,6 +41,7 @@ struct CriteresEtat {
   int genre = EtatToutes;
   int centralisation = Detaillee;  ///< of receipts
   bool soldeProgressif = false;    ///< of the extract: the balance behind each line
+  bool mouvementes = false;        ///< accounts without a line in the period are left out
 };
 
 /// Formats of a report by account, looked up once a report.
@@ -106,6 +114,7 @@ struct SommesEtat {
   f64 debitFranc = 0, debitEuro = 0, creditFranc = 0, creditEuro = 0;
   void Ajoute(const Line& ligne);
   void Ajoute(const SommesEtat& autre);
+  friend bool operator==(const SommesEtat&, const SommesEtat&) = default;
 };
 
 }  // namespace fenlor

@@ -1,5 +1,7 @@
 #include "reports/etatextrait.h"
 
+#include <utility>
+
 #include "reports/textes.h"
 #include "store/texte1252.h"
 
@@ -36,14 +38,20 @@ void CEtatExtraitDoc::BuildEtat() {
 
 void CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const FormatsCompte& formats,
                                   const Plan& plan) {
-  EcritTete(livres, plan, MotCompteTva);
   Tableau tableau;
+  bool vide = true;
+  const auto tete = [&] {
+    if (std::exchange(vide, false)) EcritTete(livres, plan, MotCompteTva);
+  };
+  if (!m_criteres.mouvementes) tete();
   if (m_criteres.soldeProgressif) Reporte(livres, plan);
   livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
+    tete();
     Ajoute(l);
     EcritLigne(formats.rangee, l, NomDeLigne(l), tableau);
     travail.Pas();
   });
+  if (vide) return;
   EcritTotaux(formats.total, tableau.total);
   EcritEtat("\\X");
 }

@@ -29,8 +29,12 @@ void CEtatGrandLivreDoc::BuildEtat() {
 
 void CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const FormatsCompte& formats,
                                      const Plan& plan) {
-  EcritTete(livres, plan, MotNatureCompte[static_cast<unsigned>(Tva)]);
   Tableau tableau;
+  bool vide = true;
+  const auto tete = [&] {
+    if (std::exchange(vide, false)) EcritTete(livres, plan, MotNatureCompte[static_cast<unsigned>(Tva)]);
+  };
+  if (!m_criteres.mouvementes) tete();
   SommesEtat sommesMois;
   bool moisEcrit = false, dernier = true;
   const auto finMois = [&] {
@@ -42,12 +46,14 @@ void CEtatGrandLivreDoc::EcritCompte(LivresEtat& livres, Travail& travail, const
     if (tableau.mois != 0 && MoisDe(l.DateLigne) != tableau.mois) finMois();
     if (l.DateLigne > m_criteres.au || std::strncmp(l.Compte, plan.Compte, sizeof l.Compte) != 0)
       return dernier = false;
+    tete();
     EcritLigne(formats.rangee, l, NomDeLigne(l), tableau);
     sommesMois.Ajoute(l);
     travail.Pas();
     return true;
   });
   if (dernier && moisEcrit) finMois();
+  if (vide) return;
   EcritTotaux(formats.total, tableau.total);
   EcritEtat("\\X");
 }

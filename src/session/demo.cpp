@@ -408,7 +408,8 @@ bool PoseIdentite(CFenlorApp& app) {
          reglages.EcritIni(activite, Texte(CleNatureActivite), "Médecin généraliste"_w) &&
          reglages.EcritIni(activite, Texte(CleDebut), "01/09/1987") &&
          reglages.EcritIni(Texte(SecAssociation), Texte(CleNumeroAssociation), "107490") &&
-         reglages.EcritIni(Texte(SecAssociation), Texte(CleAnneeAssociation), "1990");
+         reglages.EcritIni(Texte(SecAssociation), Texte(CleAnneeAssociation), "1990") &&
+         reglages.EcritIni(Texte(SecPreferences), Texte(CleStyleEtats), Texte(MotSoignee));
 }
 
 void Ferme(CFenlorApp& app) {

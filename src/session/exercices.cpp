@@ -224,14 +224,16 @@ Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
     if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionAnneesExercice, "annee",
                                     {nom, StrDate(f.debut), StrDate(f.fin)}))
       return r;
+  const bool nouveau = app.Magasin.ListeExercices().empty();
   if (!app.Magasin.QVCreateExercice(nom, f.debut, f.fin, f.euro, f.tva)) {
     const Refus refus = EchecCreation(app, f);
     if (app.Magasin.NomExercice().empty()) OublieExercice(app);
     return refus;
   }
-  const bool note = app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
-                                                  OuiNon(f.afficherDouble));
-  if (!note) return app.EchecReglages();
+  std::vector<Profil::Changement> reglages = {
+      {app.Magasin.GetLastExercice(), Texte(CleAfficherDouble), OuiNon(f.afficherDouble)}};
+  if (nouveau) reglages.push_back({Texte(SecPreferences), Texte(CleStyleEtats), Texte(MotSoignee)});
+  if (!app.Magasin.Reglages().Ecrit(reglages)) return app.EchecReglages();
   return OuvreExercice(app, nom);
 }
 

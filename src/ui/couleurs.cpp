@@ -147,8 +147,8 @@ QPalette PaletteContraste(bool sombre) {
     palette.setColor(QPalette::Disabled, role, faible);
   }
   palette.setColor(QPalette::PlaceholderText, faible);
-  palette.setColor(QPalette::Highlight, sombre ? QColor(255, 224, 0) : QColor(0, 0, 128));
-  palette.setColor(QPalette::HighlightedText, fond);
+  palette.setColor(QPalette::Highlight, sombre ? QColor(0, 80, 180) : QColor(0, 0, 128));
+  palette.setColor(QPalette::HighlightedText, Blanc());
   palette.setColor(QPalette::Link, sombre ? QColor(255, 224, 0) : QColor(0, 0, 160));
   palette.setColor(QPalette::LinkVisited, sombre ? QColor(255, 190, 255) : QColor(96, 0, 96));
   palette.setColor(QPalette::BrightText, fond);
@@ -200,6 +200,8 @@ QColor Blanc(int opacite) { return QColor(255, 255, 255, opacite); }
 QColor Noir(int opacite) { return QColor(0, 0, 0, opacite); }
 QColor BlancPapier() { return Blanc(); }
 QColor NoirEncre() { return Noir(); }
+QColor TeinteBande() { return QColor(232, 238, 245); }
+QColor GrisFilet() { return QColor(170, 176, 184); }
 
 CouleursAccueil AccueilDe(bool tessamaris) {
   return tessamaris

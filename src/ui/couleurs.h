@@ -83,6 +83,9 @@ QColor Noir(int opacite = 255);
 /// Sheets and what is printed on them, whatever the desktop.
 QColor BlancPapier();
 QColor NoirEncre();
+/// Behind headings and totals of a page, and the rules of the same style of paper.
+QColor TeinteBande();
+QColor GrisFilet();
 
 /// The opening picture: a gradient from `fonce` to `clair`, with `accent` and `Blanc` on it.
 struct CouleursAccueil {

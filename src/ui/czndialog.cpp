@@ -178,6 +178,17 @@ void CZNDialog::AjouteAide() {
           [this] { m_contexte.Cadre.Aide(PageAide()); });
 }
 
+void CZNDialog::AjouteIssuesEtat() {
+  const std::pair<QString, const char*> issues[] = {
+      {u"&Aperçu"_s, "apercu"}, {u"&Imprimer"_s, "imprimante"}, {u"&PDF..."_s, "pdf"}};
+  for (const auto& [texte, nom] : issues)
+    connect(&AjouteBouton(texte, nom), &QPushButton::clicked, this, [this, issue = QLatin1String(nom)] {
+      m_issue = issue;
+      accept();
+      if (result() != Accepted) m_issue.clear();
+    });
+}
+
 void CZNDialog::ChoisitToucheAide() {
   auto* aide = findChild<QPushButton*>(u"aide"_s, Qt::FindDirectChildrenOnly);
   if (!aide) return;

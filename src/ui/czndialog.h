@@ -41,6 +41,8 @@ class CZNDialog : public QDialog {
   ContexteUi& Contexte() { return m_contexte; }
   /// Runs the form; true when it ended with OK.
   bool Execute() { return exec() == Accepted; }
+  /// Name of the button of `AjouteIssuesEtat` that ended the form; empty: Ok.
+  const QString& Issue() const { return m_issue; }
   int exec() override;
   /// What was typed before the end was seen counts for nothing.
   void done(int resultat) override;
@@ -66,6 +68,10 @@ class CZNDialog : public QDialog {
   void AjouteAide();
   /// A further button at the left of the others; before or after `Boutons`.
   QPushButton& AjouteBouton(const QString& texte, const char* nom);
+
+  /// "&Aperçu", "&Imprimer", "&PDF...": a form of criteria, which each of them ends as Ok does. After
+  /// `Boutons`.
+  void AjouteIssuesEtat();
 
   /// Name of its help page.
   virtual QString PageAide() const { return objectName(); }
@@ -130,6 +136,7 @@ class CZNDialog : public QDialog {
   bool m_occupe = false;  ///< saving, or closed: further Enter and Escape count for nothing
   bool m_vue = false;
   bool m_lectureSeule = false;
+  QString m_issue;
   QStringList m_etat;  ///< content of the fields when nothing had changed
   FinDesLiens m_finLiens{*this};
 };

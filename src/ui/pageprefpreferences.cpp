@@ -24,7 +24,9 @@ CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
       .Largeur(4);
   f.Groupe(u"Impression"_s)
       .Case(m_brouillon, u"Qualité brouillon"_s, "brouillon")
-      .Case(m_previsualisation, u"Prévisualisation"_s, "previsualisation");
+      .Case(m_previsualisation, u"Prévisualisation"_s, "previsualisation")
+      .Champ(u"Style des é&tats :"_s, m_style, "style");
+  for (const TexteFixe& mot : {MotClassique, MotSoignee}) m_style.Ajoute(Texte(mot));
   f.Groupe(u"Session"_s)
       .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession")
       .FinGroupe()
@@ -43,6 +45,7 @@ bool CPagePrefPreferences::Charge() {
   m_chiffres.Pose(lit(CleNombreChiffres));
   m_brouillon.setChecked(reglages.IsBrouillon());
   m_previsualisation.setChecked(reglages.IsPrevisualisation());
+  m_style.setCurrentIndex(reglages.IsPapierSoigne() ? 1 : 0);
   m_finDeSession.setChecked(reglages.IsFinDeSession());
   return true;
 }
@@ -61,6 +64,8 @@ bool CPagePrefPreferences::Enregistre() {
   ecrit(CleNombreChiffres, m_chiffres.Valeur());
   coche(CleBrouillon, m_brouillon);
   coche(ClePrevisualisation, m_previsualisation);
+  if ((m_style.currentIndex() == 1) != App().Reglages.IsPapierSoigne())
+    ecrit(CleStyleEtats, Texte(m_style.currentIndex() == 1 ? MotSoignee : MotClassique));
   coche(CleFinDeSession, m_finDeSession);
   return App().Magasin.Reglages().Ecrit(changements) || DitEchecReglages(App());
 }

@@ -16,6 +16,7 @@ class CPagePrefPreferences : public CZNPage {
  private:
   QCheckBox m_virgule, m_entree, m_zeros, m_brouillon, m_previsualisation, m_finDeSession;
   EditeurTexte m_chiffres;
+  EditeurChoix m_style;
   FinDesLiens m_finLiens{*this};
 };
 

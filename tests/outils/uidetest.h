@@ -32,6 +32,7 @@ class CadreDeTest : public Fenetres {
   void Aide(const QString& page) override { Appels.push_back("Aide " + page.toStdString()); }
   bool Touche(const QKeySequence&) override { return false; }
   QWidget* Cadre() override { return nullptr; }
+  void Offre(const Proposition& offre) override { Appels.push_back("Offre " + offre.texte.toStdString()); }
 
  protected:
   void Actualisees(bool dessin) override {

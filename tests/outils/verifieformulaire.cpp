@@ -44,7 +44,7 @@ const QStringList& TextesDonnes() {
           u"&Solder|&Code :|Com&pte :|&Désignation :|Compte &bancaire :|Solde &initial débit :|"
           u"&Recette|&Dépense|Résu&ltat|&Taxe|&Compteur|&Distance|Au&jourd'hui|La &semaine :|"
           u"Le &mois :|L'&exercice|La &période :|Copi&er|&Modifier|&Supprimer|&Manuel|&Automatique|"
-          u"&Confirmation|&Créer l'écriture...|&Importer un relevé...")
+          u"&Aperçu|&Imprimer|&PDF...|&Confirmation|&Créer l'écriture...|&Importer un relevé...")
           .split(u'|');
   return textes;
 }

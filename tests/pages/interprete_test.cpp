@@ -227,5 +227,27 @@ TEST_F(PageTest, TheIdentificationGivesItsFirstTwoLines) {
   EXPECT_EQ(LitIdentiteEtat(App()).nom, "");
 }
 
+TEST(Milliers, MontantsSeuls) {
+  const struct {
+    const char *texte, *gauche, *colonne;
+  } cas[] = {{"1234567,89 F", "1_234_567,89 F", "1_234_567,89 F"},
+             {"-1000,00", "-1_000,00", "-1_000,00"},
+             {"D 12345,00", "D 12_345,00", "D 12_345,00"},
+             {"999,00", "999,00", "999,00"},
+             {"113528", "113528", "113_528"},
+             {"12/03/2003", "12/03/2003", "12/03/2003"},
+             {"1234,5", "1234,5", "1234,5"},
+             {"Loyer 1234,00", "Loyer 1234,00", "Loyer 1234,00"},
+             {"1998 :", "1998 :", "1998 :"},
+             {"", "", ""}};
+  for (const auto& c : cas)
+    for (const bool colonne : {false, true}) {
+      std::string run = c.texte;
+      GroupeMilliers(run, colonne);
+      std::replace(run.begin(), run.end(), BlancFin, '_');
+      EXPECT_EQ(run, colonne ? c.colonne : c.gauche);
+    }
+}
+
 }  // namespace
 }  // namespace fenlor

@@ -48,6 +48,29 @@ TEST(PaginationTest, BlocksFallOnPages) {
     EXPECT_EQ(PagineEtat(index, mesures, 20), c.pages) << c.nom;
   }
 
+  const Cas titres[] = {
+      {"a heading goes with its rows", {{8}, {2, 0, BlocTitre}, {1}}, {{}, {10}, {30}}},
+      {"two of them, the second a table's",
+       {{6}, {2, 0, BlocTitre}, {2, 0, BlocEntete}, {8}, {2}},
+       {{}, {10}, {40, false, true}, {50, true, true}}},
+      {"one that fills the page alone stays", {{10, 0, BlocTitre}, {1}}, {{}, {10}, {20}}},
+      {"one inside a table",
+       {{7, 0, BlocEntete}, {2}, {1, 0, BlocTitre}, {1}},
+       {{}, {20, false, true}, {40, true, true}}},
+      {"not behind a break", {{2, 0, BlocTitre | BlocSaut}, {1}}, {{}, {10}, {20}}},
+  };
+  for (const Cas& c : titres) {
+    IndexDeTest index(c.blocs);
+    EXPECT_EQ(PagineEtat(index, mesures, 20, true), c.pages) << c.nom;
+  }
+  for (const auto& [bloc, titre] :
+       std::initializer_list<std::pair<const char*, bool>>{{"\\L\\0\\M010\\BClasse 1\\0\n\\S001", true},
+                                                           {"\n\n\\B\\R030du :\\0 01/01", true},
+                                                           {"\\0\\M010\\S002\\BTotal", false},
+                                                           {"\\B\\0Ligne", false},
+                                                           {"\\H", false}})
+    EXPECT_EQ(CommenceEnTitre(bloc), titre) << bloc;
+
   IndexDeTest grand(std::vector<BlocEtat>(10000, BlocEtat{13}));  // more than is read in one go
   const auto pages = PagineEtat(grand, mesures, 20);
   ASSERT_TRUE(pages);

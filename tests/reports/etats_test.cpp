@@ -59,7 +59,7 @@ class EtatsTest : public test::PetitLivre {
 TEST_F(EtatsTest, InFranc) {
   Installe(AffichageLivre::Franc);
   VerifieEtat<CEtatBalanceDoc>("balance-franc");
-  EXPECT_EQ(Demandeur.Nombre, 0u) << "the balance asks nothing";
+  EXPECT_EQ(Demandeur.Forme, FormeCriteres::Mouvements) << "the balance asks nothing else";
   VerifieEtat<CEtatCentralisationDoc>("centralisation-franc",
                                       [](CriteresEtat& c) { c.compte = Long("512"); });
   EXPECT_EQ(Demandeur.Forme, FormeCriteres::Compte);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <random>
 #include <sstream>
 
@@ -11,6 +12,7 @@
 #include "core/valeurs.h"
 #include "outils/systemefautif.h"
 #include "reports/etatbalance.h"
+#include "reports/etatcentralisation.h"
 #include "reports/etatdetail.h"
 #include "reports/etatextrait.h"
 #include "reports/etatgrandlivre.h"
@@ -74,6 +76,38 @@ std::vector<std::string> LignesAvec(const std::string& texte, const std::string&
   for (std::string ligne; std::getline(flux, ligne);)
     if (ligne.find(contient) != std::string::npos) lignes.push_back(ligne);
   return lignes;
+}
+
+// What is drawn, and where: the styles differ, the texts do not.
+TEST_F(GrandsLivres, PagesOfBothStyles) {
+  Installe(AffichageLivre::Euro);
+  const auto compare = [this](auto etat, const std::string& nom) {
+    ASSERT_TRUE(App().Dit(etat->OnNewDocument()));
+    VerifieFeuilles(*etat, StylePapier::Classique, "page-" + nom + "-classique");
+    VerifieFeuilles(*etat, StylePapier::Soignee, "page-" + nom + "-soignee");
+  };
+  Demandeur.Change = [](CriteresEtat& c) { c.mouvementes = true; };
+  compare(std::make_unique<CEtatBalanceDoc>(App(), Demandeur), "balance");
+  compare(std::make_unique<CEtatGrandLivreDoc>(App(), Demandeur), "grand-livre");
+  Demandeur.Change = [](CriteresEtat& c) { c.compte = QVAPI::GetLongCompte("512"); };
+  compare(std::make_unique<CEtatExtraitDoc>(App(), Demandeur), "extrait");
+}
+
+TEST_F(GrandsLivres, OnlyAccountsWithMovements) {
+  Installe(AffichageLivre::Euro);
+  const auto verifie = [](const std::string& tous, const std::string& mouvementes) {
+    EXPECT_NE(tous.find("658"), std::string::npos);
+    EXPECT_EQ(mouvementes.find("658"), std::string::npos) << mouvementes;
+    for (const char* compte : {"108", "512", "531", "706"})
+      EXPECT_NE(mouvementes.find(compte), std::string::npos) << compte;
+    // The totals are the same.
+    EXPECT_EQ(mouvementes.substr(mouvementes.rfind("Total")), tous.substr(tous.rfind("Total")));
+  };
+  const auto filtre = [](CriteresEtat& c) { c.mouvementes = true; };
+  verifie(Texte<CEtatBalanceDoc>(), Texte<CEtatBalanceDoc>(filtre));
+  verifie(Texte<CEtatExtraitDoc>(), Texte<CEtatExtraitDoc>(filtre));
+  verifie(Texte<CEtatGrandLivreDoc>(), Texte<CEtatGrandLivreDoc>(filtre));
+  verifie(Texte<CEtatCentralisationDoc>(), Texte<CEtatCentralisationDoc>(filtre));
 }
 
 TEST_F(GrandsLivres, DetailMarkup) {

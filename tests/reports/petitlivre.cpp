@@ -247,28 +247,54 @@ void PetitLivre::VerifieMarquage(CEtatDoc& etat, const std::string& nom) {
   VerifieAttendu(__FILE__, nom, Marquage(etat));
 }
 
-void PetitLivre::VerifiePages(CEtatDoc& etat, const std::string& nom) {
+namespace {
+
+MiseEnPage DessineFeuilles(CEtatDoc& etat, StylePapier style, Enregistreur& feuille) {
+  const MiseEnPage page = PreparePage(feuille, {"Courier", 8}, false, true, style);
+  const auto pages =
+      PagineEtat(etat, etat.Mesures(), static_cast<u32>(page.lignesParPage), DessinDe(style).titresSuivis)
+          .value();
+  const ImpressionEtat impression{etat, pages, page, {"Docteur Essai", ""}, FaitDate(15, 3, 2003)};
+  for (feuille.Page = 1; feuille.Page <= NombrePages(pages); ++feuille.Page)
+    EXPECT_TRUE(DessinePage(impression, feuille.Page, feuille));
+  return page;
+}
+
+}  // namespace
+
+void PetitLivre::VerifieFeuilles(CEtatDoc& etat, StylePapier style, const std::string& nom) {
   Enregistreur feuille = Enregistreur::A4(UnitesPeripherique, etat.Paysage());
-  const MiseEnPage page = PreparePage(feuille, {"Courier", 8}, false);
-  const auto pages = PagineEtat(etat, etat.Mesures(), static_cast<u32>(page.lignesParPage));
-  ASSERT_TRUE(pages) << nom;
-  const ImpressionEtat impression{etat, *pages, page, {"Docteur Essai", ""}, FaitDate(15, 3, 2003)};
-  for (u32 n = 1; n <= NombrePages(*pages); ++n) {
-    feuille.Page = n;
-    ASSERT_TRUE(DessinePage(impression, n, feuille)) << nom;
+  DessineFeuilles(etat, style, feuille);
+  std::string obtenu;
+  for (const ElementPage& e : feuille.Elements) {
+    std::string texte = e.texte;
+    std::replace(texte.begin(), texte.end(), BlancFin, '_');
+    const char* quoi = e.ton ? (*e.ton == Ton::Bande ? "bande" : "filet") : e.trait ? "trait" : "";
+    for (const i32 nombre : {e.cadre.haut, e.cadre.gauche, e.cadre.droite})
+      obtenu += std::to_string(nombre) + ' ';
+    obtenu += quoi + VersUtf8(texte) + '\n';
   }
-  for (const ElementPage& element : feuille.Elements) {
-    const std::string quoi = nom + ", page " + std::to_string(element.page) + ": " + VersUtf8(element.texte);
-    EXPECT_GE(element.cadre.gauche, 0) << quoi;
-    EXPECT_LE(element.cadre.droite, page.largeur) << quoi;
-    EXPECT_LE(element.cadre.bas, page.hauteur) << quoi;
-    if (element.trait) continue;
-    EXPECT_TRUE(element.cadre.droite > element.cadre.gauche || element.texte == "V") << quoi;
-    for (const ElementPage& autre : feuille.Elements) {
-      if (&autre == &element) break;
-      if (autre.trait || autre.page != element.page || autre.cadre.haut != element.cadre.haut) continue;
-      EXPECT_TRUE(autre.cadre.droite <= element.cadre.gauche || element.cadre.droite <= autre.cadre.gauche)
-          << quoi << " covers " << VersUtf8(autre.texte);
+  VerifieAttendu(__FILE__, nom, obtenu);
+}
+
+void PetitLivre::VerifiePages(CEtatDoc& etat, const std::string& nom) {
+  for (const StylePapier style : {StylePapier::Classique, StylePapier::Soignee}) {
+    Enregistreur feuille = Enregistreur::A4(UnitesPeripherique, etat.Paysage());
+    const MiseEnPage page = DessineFeuilles(etat, style, feuille);
+    for (const ElementPage& element : feuille.Elements) {
+      const std::string quoi =
+          nom + ", page " + std::to_string(element.page) + ": " + VersUtf8(element.texte);
+      EXPECT_GE(element.cadre.gauche, 0) << quoi;
+      EXPECT_LE(element.cadre.droite, page.largeur) << quoi;
+      EXPECT_LE(element.cadre.bas, page.hauteur) << quoi;
+      if (element.trait) continue;
+      EXPECT_TRUE(element.cadre.droite > element.cadre.gauche || element.texte == "V") << quoi;
+      for (const ElementPage& autre : feuille.Elements) {
+        if (&autre == &element) break;
+        if (autre.trait || autre.page != element.page || autre.cadre.haut != element.cadre.haut) continue;
+        EXPECT_TRUE(autre.cadre.droite <= element.cadre.gauche || element.cadre.droite <= autre.cadre.gauche)
+            << quoi << " covers " << VersUtf8(autre.texte);
+      }
     }
   }
 }

@@ -87,6 +87,8 @@ class PetitLivre : public CabinetDeTest {
   /// Draws all pages on the recorder: no run may pass the edges of the sheet, vanish or cover another one,
   /// but for the journal's heading "V", which stands where another one does.
   static void VerifiePages(CEtatDoc& etat, const std::string& nom);
+  /// Compares what the pages show in a style with attendus/`nom`.txt, as `VerifieMarquage`.
+  static void VerifieFeuilles(CEtatDoc& etat, StylePapier style, const std::string& nom);
 
  private:
   f64 Franc(f64 montant) const;

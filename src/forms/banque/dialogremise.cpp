@@ -35,6 +35,7 @@ CDialogRemise::CDialogRemise(ContexteUi& contexte, const std::string& fichier, C
   m_monnaies[static_cast<std::size_t>(criteres.monnaie)].setChecked(true);
   m_etat.setCurrentIndex(static_cast<int>(criteres.etat) - 1);
   Boutons(Mode::Simple);
+  AjouteIssuesEtat();
   AjouteAide();
   m_montres.etat = EtatRemise{};
   Remplit();

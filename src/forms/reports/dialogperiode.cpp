@@ -35,6 +35,8 @@ CDialogPeriode::CDialogPeriode(ContexteUi& contexte, FormeCriteres forme, const 
   if (AvecPeriode()) m_periode.Declare(formulaire);
   if (AvecAffichage()) DeclareAffichage(formulaire);
   if (forme == FormeCriteres::GenreEtPeriode) DeclareCentralisation(formulaire);
+  if (AvecMouvements())
+    formulaire.Case(m_mouvementes, u"Comptes mouvementés seulement"_s, "mouvementes").FinGroupe();
   formulaire.Pousse();
   if (AvecCompte()) {
     RemplitComptes(comptes);
@@ -45,6 +47,7 @@ CDialogPeriode::CDialogPeriode(ContexteUi& contexte, FormeCriteres forme, const 
   }
   if (AvecPeriode()) m_periode.Ouvre();
   Boutons(Mode::Simple);
+  AjouteIssuesEtat();
   if (AvecCompte()) (m_code.isEnabled() ? static_cast<QWidget&>(m_code) : m_tous).setFocus();
 }
 
@@ -217,6 +220,7 @@ bool CDialogPeriode::Enregistre() {
   }
   if (AvecAffichage())
     criteres.affichage = m_affichage[0].isChecked() ? AffichageCreditDebit : AffichageMontant;
+  criteres.mouvementes = AvecMouvements() && m_mouvementes.isChecked();
   if (m_forme == FormeCriteres::GenreEtPeriode) {
     criteres.genre = m_genre.currentIndex();
     criteres.centralisation = Detaillee;
@@ -231,11 +235,24 @@ bool CDialogPeriode::Enregistre() {
 
 bool DemandeurForme::Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
                              CriteresEtat& criteres) {
-  return CDialogPeriode(m_contexte, forme, Q(titre), comptes, criteres).Execute();
+  CDialogPeriode periode(m_contexte, forme, Q(titre), comptes, criteres);
+  return Execute(periode);
 }
 
 bool DemandeurForme::DemandeRemise(const std::string& fichier, CriteresRemise& criteres) {
-  return CDialogRemise(m_contexte, fichier, criteres).Execute();
+  CDialogRemise remise(m_contexte, fichier, criteres);
+  return Execute(remise);
+}
+
+bool DemandeurForme::Execute(CZNDialog& forme) {
+  const bool accepte = forme.Execute();
+  const std::pair<QLatin1String, DemandeEtat> issues[] = {{"apercu"_L1, DemandeEtat::Apercu},
+                                                          {"imprimante"_L1, DemandeEtat::Impression},
+                                                          {"pdf"_L1, DemandeEtat::Pdf}};
+  m_issue = DemandeEtat::SelonPreference;
+  for (const auto& [nom, issue] : issues)
+    if (forme.Issue() == nom) m_issue = issue;
+  return accepte;
 }
 
 }  // namespace fenlor

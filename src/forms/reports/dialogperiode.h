@@ -3,6 +3,7 @@
 
 #include <QRadioButton>
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "forms/session/champsperiode.h"
@@ -12,6 +13,14 @@
 #include "ui/editeurs.h"
 
 namespace fenlor {
+
+/// What becomes of a report when it is built.
+enum class DemandeEtat {
+  SelonPreference = 0,  ///< preview when the preference says so, else print
+  Impression = 1,
+  Apercu = 2,
+  Pdf = 3,
+};
 
 class CDialogPeriode : public CZNDialog {
   Q_OBJECT
@@ -30,12 +39,15 @@ class CDialogPeriode : public CZNDialog {
     std::string compte, code;  ///< long form; code in capitals
   };
   bool AvecCompte() const;
-  bool AvecPeriode() const { return m_forme != FormeCriteres::Compte; }
+  bool AvecPeriode() const {
+    return m_forme != FormeCriteres::Compte && m_forme != FormeCriteres::Mouvements;
+  }
   bool AvecAffichage() const;
   void DeclareCompte(Formulaire& formulaire);
   void DeclareGenre(Formulaire& formulaire);
   void DeclareCentralisation(Formulaire& formulaire);
   void DeclareAffichage(Formulaire& formulaire);
+  bool AvecMouvements() const { return AvecAffichage() || m_forme == FormeCriteres::Mouvements; }
   void RemplitComptes(unsigned comptes);
   /// Selects the account of the typed code; none for an unknown one.
   void ChercheCode();
@@ -49,7 +61,7 @@ class CDialogPeriode : public CZNDialog {
   const FormeCriteres m_forme;
   CriteresEtat& m_criteres;
   EditeurTexte m_code;
-  QCheckBox m_tous;
+  QCheckBox m_tous, m_mouvementes;
   EditeurChoix m_compte, m_genre;
   ChampsPeriode m_periode;
   std::array<QRadioButton, 2> m_affichage;
@@ -68,9 +80,13 @@ class DemandeurForme : public DemandeurCriteres {
   bool Demande(FormeCriteres forme, const std::string& titre, unsigned comptes,
                CriteresEtat& criteres) override;
   bool DemandeRemise(const std::string& fichier, CriteresRemise& criteres) override;
+  /// Which button ended the last form, since it was asked; none was shown: by the preference.
+  DemandeEtat Issue() { return std::exchange(m_issue, DemandeEtat::SelonPreference); }
 
  private:
+  bool Execute(CZNDialog& forme);
   ContexteUi& m_contexte;
+  DemandeEtat m_issue = DemandeEtat::SelonPreference;
 };
 
 }  // namespace fenlor

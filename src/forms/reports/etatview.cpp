@@ -20,12 +20,14 @@ QPageLayout FeuillePour(const CEtatDoc& doc, QPageLayout feuille) {
 bool CEtatView::Prepare(const QPageLayout& feuille) {
   m_feuille = feuille;
   m_device = PeripheriqueQt(m_feuille);
+  const StylePapier style = m_doc.Style();
   m_page = PreparePage(
       m_device,
-      LitPoliceImpressions(m_app.Reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions))),
-      m_app.Reglages.IsBrouillon());
+      LitPoliceImpressions(m_app.Reglages.LitIni(Texte(SecPreferences), Texte(ClePoliceImpressions)), style),
+      m_app.Reglages.IsBrouillon(), true, style);
   m_qui = LitIdentiteEtat(m_app);
-  auto pages = PagineEtat(m_doc, m_doc.Mesures(), static_cast<u32>(std::max(0, m_page.lignesParPage)));
+  auto pages = PagineEtat(m_doc, m_doc.Mesures(), static_cast<u32>(std::max(0, m_page.lignesParPage)),
+                          DessinDe(style).titresSuivis);
   m_pages = pages ? std::move(*pages) : TablePages{};
   return pages.has_value();
 }

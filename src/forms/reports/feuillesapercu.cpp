@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "ui/couleurs.h"
+#include "ui/roleaccessible.h"
 
 namespace fenlor {
 
@@ -22,6 +23,7 @@ constexpr qreal ecart = 0.01;  ///< between two sizes that differ
 
 FeuillesApercu::FeuillesApercu(QWidget* parent) : QAbstractScrollArea(parent) {
   setObjectName(QStringLiteral("feuilles"));
+  DonneRole(*this, QAccessible::Document);
   setAccessibleName(QStringLiteral("Pages de l'état"));
   setFocusPolicy(Qt::StrongFocus);
   setFrameShape(NoFrame);

@@ -1,5 +1,6 @@
 #include "forms/reports/framewndprint.h"
 
+#include <QDesktopServices>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -7,6 +8,7 @@
 #include <QPrinter>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -25,7 +27,8 @@ namespace fenlor {
 
 namespace {
 
-constexpr int periodeVeille = 500;  ///< ms
+constexpr int periodeVeille = 500;        ///< ms
+constexpr int dureeOffrePdf = 60 * 1000;  ///< ms
 
 /// Year first, so that files sort by their dates.
 QString JourFichier(Date date) { return Q(StrSDate(date)); }
@@ -73,8 +76,10 @@ bool CFrameWndPrint::Montre(DemandeEtat demande) {
     Ferme();
     return false;
   }
-  if (demande == DemandeEtat::Apercu ||
-      (demande == DemandeEtat::SelonPreference && m_contexte.App.Reglages.IsPrevisualisation()))
+  if (demande == DemandeEtat::Pdf)
+    ExportePdf();
+  else if (demande == DemandeEtat::Apercu ||
+           (demande == DemandeEtat::SelonPreference && m_contexte.App.Reglages.IsPrevisualisation()))
     MontreApercu();
   else
     Imprime();
@@ -87,6 +92,7 @@ void CFrameWndPrint::MontreApercu() {
   m_etat->DebuteImpression();
   connect(apercu, &CZNPreviewView::Imprime, this, &CFrameWndPrint::Imprime);
   connect(apercu, &CZNPreviewView::Exporte, this, &CFrameWndPrint::ExportePdf);
+  connect(apercu, &CZNPreviewView::AutreStyle, this, &CFrameWndPrint::ChangeStyle);
   connect(apercu, &CZNPreviewView::Terminee, this, [this] {
     LacheApercu();
     Ferme();
@@ -154,6 +160,12 @@ bool CFrameWndPrint::ImprimeSur(QPrinter& imprimante) {
 
 void CFrameWndPrint::ExportePdf() {
   if (!m_etat || m_impressions.Occupe) return;
+  const QPointer<CFrameWndPrint> vivante(this);
+  DemandePdf();
+  if (vivante && m_etat && !m_apercu) Ferme();
+}
+
+void CFrameWndPrint::DemandePdf() {
   const QScopedValueRollback occupe(m_impressions.Occupe, true);
   if (m_impressions.DossierPdf.isEmpty())
     m_impressions.DossierPdf = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
@@ -168,8 +180,23 @@ void CFrameWndPrint::ExportePdf() {
   if (!vivante || !m_etat) return;
   const QString chemin = dialogue.selectedFiles().front();
   m_impressions.DossierPdf = QFileInfo(chemin).absolutePath();
-  EcritPdf(m_contexte.App, *m_etat, m_etat->TitreDocument(), QFile::encodeName(chemin).toStdString(),
-           m_vue->Feuille());
+  if (!EcritPdf(m_contexte.App, *m_etat, m_etat->TitreDocument(), QFile::encodeName(chemin).toStdString(),
+                m_vue->Feuille()))
+    return;
+  const auto montre = [](const QString& quoi) {
+    return [quoi] { QDesktopServices::openUrl(QUrl::fromLocalFile(quoi)); };
+  };
+  m_contexte.Cadre.Offre(
+      {TexteQ(FormatPdfEcrit, {De1252(QFileInfo(chemin).fileName()), De1252(m_impressions.DossierPdf)}),
+       {{u"&Ouvrir"_s, montre(chemin)}, {u"&Dossier"_s, montre(m_impressions.DossierPdf)}},
+       dureeOffrePdf});
+}
+
+void CFrameWndPrint::ChangeStyle() {
+  const bool soignee = LitStylePapier(m_contexte.App) == StylePapier::Soignee;
+  if (!EcritStylePapier(m_contexte.App, soignee ? StylePapier::Classique : StylePapier::Soignee))
+    DitEchecReglages(m_contexte.App);
+  m_impressions.Relit();
 }
 
 }  // namespace fenlor

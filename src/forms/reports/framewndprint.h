@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "forms/reports/dialogperiode.h"
 #include "forms/reports/etatview.h"
 #include "reports/catalogue.h"
 #include "ui/fenetres.h"
@@ -15,13 +16,6 @@ class QPrinter;
 namespace fenlor {
 
 class CZNPreviewView;
-
-/// What becomes of a report when it is built.
-enum class DemandeEtat {
-  SelonPreference = 0,  ///< preview when the preference says so, else print
-  Impression = 1,
-  Apercu = 2,
-};
 
 class Impressions;
 
@@ -46,8 +40,11 @@ class CFrameWndPrint : public QObject {
   void Imprime();
   /// Prints the pages that the printer is set to, as often as it is, on its own sheet.
   bool ImprimeSur(QPrinter& imprimante);
-  /// Asks for a file and writes the report to it.
+  /// Asks for a file and writes the report to it; a bar of the main window names it then. Closes a report
+  /// without a preview.
   void ExportePdf();
+  /// The practice's style of paper is the other one from now on.
+  void ChangeStyle();
   /// The pages anew, on the sheet that is set.
   void Relit();
 
@@ -56,6 +53,7 @@ class CFrameWndPrint : public QObject {
 
  private:
   void MontreApercu();
+  void DemandePdf();
   CZNPreviewView* LacheApercu();  ///< the window has no report any more
   void FinitApercu();             ///< and is closed
   void Veille();

@@ -44,8 +44,10 @@ bool Impressions::Ouvre(const Fabrique& fabrique, DemandeEtat demande) {
   {
     const QScopedValueRollback occupe(Occupe, true);
     fait = fabrique(m_contexte.App, m_demandeur);
+    m_demandeur.Issue();
     if (!fait || !m_contexte.App.Dit(fait->OnNewDocument())) return false;
   }
+  if (const DemandeEtat issue = m_demandeur.Issue(); issue != DemandeEtat::SelonPreference) demande = issue;
   auto* etat = new CFrameWndPrint(*this, m_contexte, std::move(fait));
   m_etats.push_back(etat);
   connect(etat, &CFrameWndPrint::Fermee, this, [this, etat] {
@@ -69,6 +71,10 @@ void Impressions::Configure() {
   Imprimante = imprimante.printerName();
   m_feuille = imprimante.pageLayout();
   GardeFeuille();
+  Relit();
+}
+
+void Impressions::Relit() {
   for (CFrameWndPrint* etat : m_etats) etat->Relit();
 }
 

@@ -24,7 +24,8 @@ class Impressions : public QObject {
   Impressions(ContexteUi& contexte, std::function<void(Vue*)> montre, QObject* parent = nullptr);
   ~Impressions() override;
 
-  /// Makes and builds a report, asking with the form, and prints it or shows its preview. False when there
+  /// Makes and builds a report, asking with the form, and does with it what the button of the
+  /// form says, else `demande`. False when there
   /// is none: cancelled, stopped, a failure that has been told, or another one is at work.
   bool Ouvre(const Fabrique& fabrique, DemandeEtat demande);
   /// In the order in which they were opened.
@@ -39,6 +40,8 @@ class Impressions : public QObject {
   /// The sheet of the settings, as it is now.
   void LitFeuille();
   const QPageLayout& Feuille() const { return m_feuille; }
+  /// The pages of all of them anew.
+  void Relit();
   void Montre(Vue* apercu) { m_montre(apercu); }
   QWidget* Proprietaire() const;
   QString Imprimante;  ///< chosen last

@@ -69,6 +69,7 @@ void PeripheriqueQt::Prepare(PoliceQt& police, const QString& face, i32 hauteur,
   police.etroitesse = 1;
   for (unsigned i = 0; i < police.avances.size(); ++i)
     police.avances[i] = static_cast<float>(modele.horizontalAdvance(Caracteres()[i]) * pixels / tailleModele);
+  police.avances[BlancFin] = police.avances['0'] / 3;
   if (face == FaceFixe()) Resserre(police);
 }
 
@@ -110,8 +111,24 @@ void PeripheriqueQt::DessineTexte(unsigned style, const Rectangle& cadre, Aligne
   m_peintre->setFont(police.fonte);
   m_peintre->translate(x, cadre.haut + police.montee);
   m_peintre->scale(police.etroitesse * std::min(1.0, place / std::max(1.0, qreal(largeur))), 1);
-  m_peintre->drawText(QPointF(), EnQString(texte));
+  // The narrow blank is no character of the face.
+  for (qreal debut = 0; !texte.empty();) {
+    const std::size_t n = std::min(texte.find(BlancFin), texte.size());
+    const std::string_view morceau = texte.substr(0, n);
+    m_peintre->drawText(QPointF(debut, 0), EnQString(morceau));
+    texte.remove_prefix(std::min(n + 1, texte.size()));
+    for (const char c : morceau) debut += police.avances[static_cast<unsigned char>(c)] / police.etroitesse;
+    debut += police.avances[BlancFin] / police.etroitesse;
+  }
   m_peintre->restore();
+}
+
+void PeripheriqueQt::Remplit(const Rectangle& cadre, Ton ton) {
+  if (!m_peintre) return;
+  const qreal pixel = 1 / std::max(1e-6, m_peintre->combinedTransform().m22());
+  m_peintre->fillRect(QRectF(cadre.gauche, cadre.haut, cadre.droite - cadre.gauche,
+                             std::max(pixel, qreal(cadre.bas - cadre.haut))),
+                      ton == Ton::Bande ? TeinteBande() : GrisFilet());
 }
 
 void PeripheriqueQt::DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {

@@ -38,6 +38,7 @@ class PeripheriqueQt : public Peripherique {
                     std::string_view texte) override;
   /// A unit of thickness is drawn as 6, a hair that paper shows; on a screen as a pixel at least.
   void DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) override;
+  void Remplit(const Rectangle& cadre, Ton ton) override;
 
  private:
   struct PoliceQt {

@@ -32,6 +32,9 @@ CPreviewToolBar::CPreviewToolBar(FeuillesApercu& feuilles, QWidget* parent)
   FeuillesApercu& f = m_feuilles;
   action("imprimer", "imprimante", u"Imprimer..."_s, u"Ctrl+P"_s, [this] { Q_EMIT Imprime(); });
   action("pdf", "pdf", u"Exporter en PDF..."_s, u"Ctrl+E"_s, [this] { Q_EMIT Exporte(); });
+  m_soignee =
+      action("soignee", "style-papier", u"Présentation soignée"_s, u"S"_s, [this] { Q_EMIT AutreStyle(); });
+  m_soignee->setCheckable(true);
   addSeparator();
   m_unePage = action("unePage", "une-page", u"Une page"_s, {}, [&f] { f.Montre(1); });
   m_deuxPages = action("deuxPages", "deux-pages", u"Deux pages"_s, {}, [&f] { f.Montre(2); });

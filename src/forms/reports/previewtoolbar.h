@@ -15,10 +15,12 @@ class CPreviewToolBar : public QToolBar {
  public:
   /// The sheets outlive the bar; it moves in them, and follows what changes there.
   explicit CPreviewToolBar(FeuillesApercu& feuilles, QWidget* parent = nullptr);
+  void MontreStyle(bool soignee) { m_soignee->setChecked(soignee); }
 
  Q_SIGNALS:
   void Imprime();
   void Exporte();
+  void AutreStyle();
   void Ferme();
 
  private:
@@ -26,7 +28,7 @@ class CPreviewToolBar : public QToolBar {
 
   FeuillesApercu& m_feuilles;
   QAction *m_unePage, *m_deuxPages, *m_premiere, *m_precedente, *m_suivante, *m_derniere, *m_plus, *m_moins,
-      *m_ajuste;
+      *m_ajuste, *m_soignee;
   QLabel* m_page;
   FinDesLiens m_finLiens{*this};
 };

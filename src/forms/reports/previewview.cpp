@@ -27,8 +27,9 @@ CZNPreviewView::CZNPreviewView(ContexteUi& contexte, PagesDessinees& etat, const
   setFocusProxy(m_feuilles);
   connect(m_barre, &CPreviewToolBar::Imprime, this, &CZNPreviewView::Imprime);
   connect(m_barre, &CPreviewToolBar::Exporte, this, &CZNPreviewView::Exporte);
+  connect(m_barre, &CPreviewToolBar::AutreStyle, this, &CZNPreviewView::AutreStyle);
   connect(m_barre, &CPreviewToolBar::Ferme, this, &CZNPreviewView::Ferme);
-  m_feuilles->Pose(m_etat);
+  Relit();
   Declare({{CmdImprimer, [this] { Q_EMIT Imprime(); }}});
 }
 
@@ -39,7 +40,10 @@ void CZNPreviewView::Detache() {
   m_feuilles->Pose(nullptr);
 }
 
-void CZNPreviewView::Relit() { m_feuilles->Pose(m_etat); }
+void CZNPreviewView::Relit() {
+  m_feuilles->Pose(m_etat);
+  m_barre->MontreStyle(LitStylePapier(App()) == StylePapier::Soignee);
+}
 
 void CZNPreviewView::AppliqueDessin() {
   if (!m_etat) return;
@@ -58,6 +62,7 @@ void CZNPreviewView::keyPressEvent(QKeyEvent* evenement) {
   if (evenement->key() == Qt::Key_Escape) return Ferme();
   if (ctrl && evenement->key() == Qt::Key_P) return Q_EMIT Imprime();
   if (ctrl && evenement->key() == Qt::Key_E) return Q_EMIT Exporte();
+  if (!evenement->modifiers() && evenement->key() == Qt::Key_S) return Q_EMIT AutreStyle();
   Vue::keyPressEvent(evenement);
 }
 

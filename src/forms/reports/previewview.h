@@ -32,6 +32,7 @@ class CZNPreviewView : public Vue {
  Q_SIGNALS:
   void Imprime();
   void Exporte();
+  void AutreStyle();
   void Terminee();  ///< it was closed, or is thrown away
 
  protected:

@@ -21,6 +21,7 @@ inline constexpr TexteFixe CleMiseEnPage{6438, "Mise en page"};
 /// paper, orientation, four margins in tenths of a millimetre
 inline constexpr TexteFixe FormatMiseEnPage{6439, "%s, %d, %d, %d, %d, %d"};
 inline constexpr TexteFixe TitreExportPdf{6440, "Exporter en PDF"};
+inline constexpr TexteFixe FormatPdfEcrit{6744, "%s est écrit dans %s"};  ///< file, folder
 inline constexpr TexteFixe FiltrePdf{6441, "Documents PDF (*.pdf)"};
 
 // Form of the criteria

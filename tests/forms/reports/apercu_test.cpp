@@ -85,7 +85,7 @@ TEST_F(ApercuTest, LaBarreSuitLesPages) {
   const u32 pages = Pages()->NombrePages();
   ASSERT_EQ(pages, 5u);
   FeuillesApercu& f = apercu.Feuilles();
-  const std::string toujours = "imprimer pdf ", fin = "fermer ";
+  const std::string toujours = "imprimer pdf soignee ", fin = "fermer ";
   EXPECT_EQ(apercu.windowTitle(), u"Etat d'été - Aperçu avant impression"_s);
   VerifieFormulaire(apercu);
   EXPECT_EQ(Numero(), "Page 1 / 5");
@@ -127,7 +127,7 @@ TEST_F(ApercuTest, LaBarreSuitLesPages) {
   EXPECT_EQ(f.Echelle(), entiere);
   Ouvre(3);
   EXPECT_EQ(Numero(), "Page 1 / 1");
-  EXPECT_EQ(Actives(), "imprimer pdf zoomPlus fermer ");
+  EXPECT_EQ(Actives(), "imprimer pdf soignee zoomPlus fermer ");
 }
 
 TEST_F(ApercuTest, PlusieursEtatsCoteACote) {
@@ -301,6 +301,43 @@ TEST_F(ApercuTest, ExporteEnPdf) {
   Touche(Qt::Key_E, Qt::ControlModifier);
   EXPECT_EQ(PagesPdf(QString::fromStdString(Dossier()) + u"/sortie.pdf"_s), 5u);
   EXPECT_NE(Apercu(), nullptr);
+}
+
+TEST_F(ApercuTest, LeFormulaireDitCeQuOnEnFait) {
+  Robot robot;
+  const auto clique = [&](const char* bouton) {
+    robot.Attend("DialogPeriode", [=](QDialog& d) { Clique(Trouve<QPushButton>(d, bouton)); });
+  };
+  clique("apercu");
+  Impression->Ouvre(Fabrique(20, false, true), DemandeEtat::Impression);
+  EXPECT_NE(Apercu(), nullptr);
+  Touche(Qt::Key_Escape);
+  clique("imprimante");
+  robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
+  Impression->Ouvre(Fabrique(20, false, true), DemandeEtat::Apercu);
+  for (const bool ecrit : {true, false}) {
+    clique("pdf");
+    robot.Attend("DialogPdf", [&](QDialog& dialogue) {
+      static_cast<QFileDialog&>(dialogue).setDirectory(QString::fromStdString(Dossier()));
+      Trouve<QLineEdit>(dialogue, "fileNameEdit").setText(u"sans-apercu"_s);
+      ecrit ? void(QMetaObject::invokeMethod(&dialogue, "accept")) : dialogue.reject();
+    });
+    Impression->Ouvre(Fabrique(20, false, true), DemandeEtat::Apercu);
+    EXPECT_TRUE(Impression->Etats().empty());
+  }
+  EXPECT_EQ(Cadre.Nombre("Offre sans-apercu.pdf est écrit dans " + Dossier()), 1u);
+}
+
+TEST_F(ApercuTest, UnClicChangeDeStyle) {
+  Ouvre(330);
+  EXPECT_FALSE(Action("soignee").isChecked()) << "where the setting is missing";
+  const u32 pages = Apercu()->Feuilles().NombrePages();
+  Action("soignee").trigger();
+  EXPECT_EQ(App().Reglages.LitIni("Préférences"_w, "Style des états"_w), "Soignée"_w);
+  EXPECT_TRUE(Action("soignee").isChecked());
+  EXPECT_NE(Apercu()->Feuilles().NombrePages(), pages);
+  QTest::keyClick(&Apercu()->Feuilles(), Qt::Key_S);
+  EXPECT_EQ(Apercu()->Feuilles().NombrePages(), pages);
 }
 
 TEST_F(ApercuTest, LaFeuilleEstGardee) {
