@@ -49,6 +49,8 @@ TEST_F(EtatCtl, LigneIncorrecteOuRefusee) {
   } cas[] = {
       {{}, StatutUsage, "il manque nom"},
       {{"bilan", "--texte"}, StatutUsage, "état inconnu : bilan (detail, extrait, grand-livre"},
+      {{"balance", "--texte", "--style", "moderne"}, StatutUsage, "mot inconnu : moderne"},
+      {{"tva", "--texte", "--mouvementes"}, StatutUsage, "--mouvementes ne va pas avec l'état tva"},
       {{"balance"}, StatutUsage, "il faut une sortie, et une seule"},
       {{"balance", "--texte", "--marquage"}, StatutUsage, "il faut une sortie, et une seule"},
       {{"tva", "--texte", "--mois", "3/2003", "--du", "01/03/2003"}, StatutUsage, "incompatibles"},
