@@ -101,6 +101,7 @@ bool Commandes::Disponible(const Commande& commande) const {
 bool Commandes::EstCoche(const Commande& commande) const {
   if (const QWidget* barre = m_cadre.BarreDe(commande.numero)) return !barre->isHidden();
   if (commande.numero == CmdCalculatrice) return m_cadre.CalculatriceOuverte();
+  if (commande.numero == CmdOnglets) return m_cadre.EnOnglets();
   if (commande.numero == CmdPleinEcran) return m_cadre.isFullScreen();
   if (commande.quand == Quand::Vue) {
     const Vue* vue = m_cadre.VueActive();

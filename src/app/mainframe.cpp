@@ -64,6 +64,9 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
   m_zone = new QMdiArea(m_centre);
   m_zone->setObjectName(u"Zone"_s);
   m_zone->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+  m_zone->setTabsClosable(true);
+  m_zone->setTabsMovable(true);
+  m_zone->setDocumentMode(true);
   m_centre->addWidget(m_accueil);
   m_centre->addWidget(m_zone);
   auto* milieu = new QWidget(this);
@@ -207,6 +210,7 @@ void CMainFrame::MontreAuDemarrage() {
   const bool agrandie = RestaurePosition(*this, m_app, Texte(SecFenlor));
   RestaureBarres(*this, m_app);
   AppliqueRaccourcis();
+  MontreOnglets(Parametres::IsOui(m_app.Reglages.LitIni(Texte(SecFenlor), Texte(CleOnglets))));
   agrandie ? showMaximized() : show();
 }
 
@@ -332,6 +336,22 @@ void CMainFrame::ProposeReprise() {
   };
   m_offre->Offre({Q(DecritSuspens(*saisie)),
                   {{u"Repren&dre"_s, reprend}, {u"A&bandonner"_s, [this] { OublieSuspens(m_app); }}}});
+}
+
+bool CMainFrame::EnOnglets() const { return m_zone->viewMode() == QMdiArea::TabbedView; }
+
+void CMainFrame::MontreOnglets(bool onglets) {
+  if (onglets == EnOnglets()) return;
+  m_zone->setViewMode(onglets ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+  if (CabinetOuvert(m_app))
+    m_app.Reglages.EcritIni(Texte(SecFenlor), Texte(CleOnglets), Texte(onglets ? MotOui : MotNon));
+  m_commandes->ActualiseEtats();
+}
+
+void CMainFrame::Zoome(int sens) {
+  if (!ChangeZoom(m_app, sens)) return;
+  AppliquePreferences(m_preferences, m_app);
+  Note(ReglagePreferences);
 }
 
 void CMainFrame::Offre(const Proposition& proposition) { m_offre->Offre(proposition); }

@@ -83,6 +83,10 @@ class CMainFrame : public QMainWindow, public Fenetres {
   bool Touche(const QKeySequence& touche) override;
   QWidget* Cadre() override { return this; }
   void Offre(const Proposition& proposition) override;
+  void Zoome(int sens) override;
+  /// The document windows as tabs, or each in its place; the settings keep it.
+  void MontreOnglets(bool onglets);
+  bool EnOnglets() const;
 
  protected:
   void closeEvent(QCloseEvent* evenement) override;

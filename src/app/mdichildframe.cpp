@@ -40,7 +40,9 @@ void CMDIChildFrame::Montre(bool agrandie) {
     const int lignes = std::max((zone.height() - taille.height()) / pas + 1, 1);
     setGeometry(QRect(QPoint(pas * (rang % colonnes), pas * (rang % lignes)), taille));
   }
-  if (agrandie || (position && position->agrandie))
+  // The first of a session that was never placed uses the whole window.
+  const bool premiere = !mdiArea() || mdiArea()->subWindowList().size() == 1;
+  if (agrandie || (position ? position->agrandie : premiere))
     showMaximized();
   else
     show();

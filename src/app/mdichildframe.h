@@ -16,7 +16,7 @@ class CMDIChildFrame : public QMdiSubWindow {
 
   Vue& Contenu() { return *m_vue; }
   /// Position and size from the settings, then shown; maximised when it was, or when
-  /// `agrandie` says that the windows beside it are.
+  /// `agrandie` says that the windows beside it are, or when it is the first and has no place yet.
   void Montre(bool agrandie);
 
  protected:

@@ -130,8 +130,18 @@ void Raccourcis(CMainFrame& cadre, unsigned) {
 void Fenetre(CMainFrame& cadre, unsigned numero) {
   if (const Commande* commande = TrouveCommande(numero)) cadre.OuvreUnique(commande->bit);
 }
-void Cascade(CMainFrame& cadre, unsigned) { cadre.Zone().cascadeSubWindows(); }
-void Mosaique(CMainFrame& cadre, unsigned) { cadre.Zone().tileSubWindows(); }
+void Cascade(CMainFrame& cadre, unsigned) {
+  cadre.MontreOnglets(false);
+  cadre.Zone().cascadeSubWindows();
+}
+void Mosaique(CMainFrame& cadre, unsigned) {
+  cadre.MontreOnglets(false);
+  cadre.Zone().tileSubWindows();
+}
+void Onglets(CMainFrame& cadre, unsigned) { cadre.MontreOnglets(!cadre.EnOnglets()); }
+void Zoom(CMainFrame& cadre, unsigned numero) {
+  cadre.Zoome(numero == CmdTailleTextes ? 0 : numero == CmdAgrandirTextes ? 1 : -1);
+}
 void FenetreSuivante(CMainFrame& cadre, unsigned) { cadre.Zone().activateNextSubWindow(); }
 void FermerFenetre(CMainFrame& cadre, unsigned) { cadre.Zone().closeActiveSubWindow(); }
 void FermerFenetres(CMainFrame& cadre, unsigned) { cadre.FermeToutes(); }
@@ -342,6 +352,14 @@ constexpr Commande table[] = {
      "Montre les écritures validées et les autres.", 0, true},
     {1248, M::Affichage, false, "&Journal comptable", "", "journal-comptable", "Ctrl+J", Si::Vue, DeLaVue,
      "Montre chaque ligne des écritures, ou une ligne par écriture.", 0, true},
+    {9031, M::Affichage, false, "Co&lonnes...", "", "colonnes", "", Si::Vue, DeLaVue,
+     "Montre ou cache les colonnes de la liste."},
+    {9032, M::Affichage, true, "A&grandir les textes", "Agrandir", "zoom-plus", "Ctrl++", Si::Toujours, Zoom,
+     "Agrandit les textes des listes et des formulaires."},
+    {9033, M::Affichage, false, "Ré&duire les textes", "Réduire", "zoom-moins", "Ctrl+-", Si::Toujours, Zoom,
+     "Réduit les textes des listes et des formulaires."},
+    {9034, M::Affichage, false, "Taille &normale des textes", "Normale", "zoom-ajuste", "Ctrl+0",
+     Si::Toujours, Zoom, "Rend aux textes leur taille."},
     {1024, M::Affichage, true, "Barre d'&outils", "", "barre-outils", "", Si::Toujours, Barre,
      "Montre ou cache la barre d'outils.", 0, true},
     {1025, M::Affichage, false, "Barre d'&icônes", "", "barre-icones", "", Si::Toujours, Barre,
@@ -389,6 +407,8 @@ constexpr Commande table[] = {
      "Décale les fenêtres."},
     {9011, M::Fenetre, false, "&Mosaïque", "", "mosaique", "", Si::FenetreActive, Mosaique,
      "Range les fenêtres côte à côte."},
+    {9030, M::Fenetre, false, "&Onglets", "", "onglets", "", Si::Toujours, Onglets,
+     "Montre les fenêtres comme des onglets.", 0, true},
     {9014, M::Fenetre, true, "Fenêtre &suivante", "Suivante", "fenetre-suivante", "Ctrl+F6",
      Si::FenetreActive, FenetreSuivante, "Passe à la fenêtre suivante."},
     {9012, M::Fenetre, true, "&Fermer la fenêtre", "Fermer", "fermer-fenetre", "Ctrl+F4", Si::FenetreActive,

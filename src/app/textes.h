@@ -101,6 +101,7 @@ inline constexpr TexteFixe QuestionAutreExercice{3585,
     "Ce que vous avez choisi est dans l'exercice %s.\nFaut-il ouvrir cet exercice ?"};
 inline constexpr TexteFixe TitreDemo{5860, "Cabinet de démonstration"};
 inline constexpr TexteFixe TexteDemo{5861, "Création de trois exercices\n\nen cours..."};
+inline constexpr TexteFixe CleOnglets{6747, "Onglets"};
 // clang-format on
 
 }  // namespace fenlor

@@ -41,10 +41,11 @@ void CEtatExtraitDoc::EcritCompte(LivresEtat& livres, Travail& travail, const Fo
   Tableau tableau;
   bool vide = true;
   const auto tete = [&] {
-    if (std::exchange(vide, false)) EcritTete(livres, plan, MotCompteTva);
+    if (!std::exchange(vide, false)) return;
+    EcritTete(livres, plan, MotCompteTva);
+    if (m_criteres.soldeProgressif) Reporte(livres, plan);
   };
   if (!m_criteres.mouvementes) tete();
-  if (m_criteres.soldeProgressif) Reporte(livres, plan);
   livres.LignesDuCompte(fenlor::LitTexte(plan.Compte), m_criteres.du, m_criteres.au, [&](const Line& l) {
     tete();
     Ajoute(l);

@@ -444,6 +444,19 @@ void CZNDialog::VersPremier() {
     if (m_zone->isAncestorOf(w) && PrendFocus(w) && !qobject_cast<QTabBar*>(w)) return Focalise(*w);
 }
 
+/// Ctrl and plus, minus or 0, as in the main window.
+bool CZNDialog::Zoome(const QKeyEvent& evenement) {
+  if (!(evenement.modifiers() & Qt::ControlModifier)) return false;
+  const int touche = evenement.key();
+  const bool plus = touche == Qt::Key_Plus || touche == Qt::Key_Equal;
+  if (!plus && touche != Qt::Key_Minus && touche != Qt::Key_0) return false;
+  m_contexte.Cadre.Zoome(plus ? 1 : touche == Qt::Key_Minus ? -1 : 0);
+  m_contexte.Cadre.Actualise();
+  AppliqueDessin();
+  adjustSize();
+  return true;
+}
+
 void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
   const bool entree = evenement->key() == Qt::Key_Return || evenement->key() == Qt::Key_Enter;
   const bool seule = !(evenement->modifiers() & ~Qt::KeypadModifier);
@@ -453,6 +466,7 @@ void CZNDialog::keyPressEvent(QKeyEvent* evenement) {
     return;
   }
   if (!entree || !seule) {
+    if (Zoome(*evenement)) return;
     if (m_contexte.Cadre.Touche(QKeySequence(evenement->keyCombination())))
       evenement->accept();
     else

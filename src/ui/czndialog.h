@@ -117,6 +117,7 @@ class CZNDialog : public QDialog {
  private:
   void AppliqueDessin();
   void ChoisitToucheAide();
+  bool Zoome(const QKeyEvent& evenement);
   void Ajuste();
   bool Quitte(QWidget& bouton);
   void QuitteMontant(QWidget* de, const QWidget* vers);

@@ -1,5 +1,6 @@
 #include "ui/cznlistview.h"
 
+#include <QMenu>
 #include <QVBoxLayout>
 
 #include "core/valeurs.h"
@@ -26,6 +27,22 @@ std::vector<int> LitLargeurs(const std::string& texte) {
 
 }  // namespace
 
+void RestaureRangement(Vue& vue, TableListe& table) {
+  if (CabinetOuvert(vue.App()))
+    table.PoseRangement(vue.App().Reglages.LitIni(vue.Titre(), Texte(CleOrdreColonnes)));
+}
+
+void MontreColonnes(TableListe& table) {
+  if (QMenu* menu = table.MenuColonnes()) menu->popup(table.mapToGlobal(QPoint(0, 0)));
+}
+
+void SauveRangement(Vue& vue, const TableListe& table) {
+  if (!CabinetOuvert(vue.App())) return;
+  const std::string rangement = table.Rangement();
+  if (vue.App().Reglages.LitIni(vue.Titre(), Texte(CleOrdreColonnes)) != rangement)
+    vue.App().Reglages.EcritIni(vue.Titre(), Texte(CleOrdreColonnes), rangement);
+}
+
 CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit, TableListe* table)
     : Vue(contexte, titre, bit), m_table(table ? table : new TableListe(contexte)) {
   auto* disposition = new QVBoxLayout(this);
@@ -38,11 +55,14 @@ CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit
   setFocusProxy(m_table);
 
   m_table->PoseTriable(true);
+  // A list of its own kind may have titles over several columns.
+  if (!table) m_table->PermetColonnes();
   m_table->SurActivation([this] { Active(); });
   Declare(
       {{CmdCopier, [this] { m_table->Copie(); }, [this] { return m_table->LigneChoisie() >= 0; }},
        {CmdCopierTout, [this] { m_table->CopieTout(); }, [this] { return m_table->Modele().NbLignes() > 0; }},
        {CmdFiltrer, [this] { m_table->OuvreFiltre(); }}});
+  if (!table) Declare({{CmdColonnes, [this] { MontreColonnes(*m_table); }}});
   connect(m_table, &TableListe::SelectionChangee, this, &Vue::EtatChange);
   connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     const std::vector<unsigned> menu = MenuContextuel();
@@ -81,9 +101,11 @@ void CZNListView::Active() {
 void CZNListView::RestaureLargeurs() {
   if (CabinetOuvert(App()))
     m_table->PoseLargeurs(LitLargeurs(App().Reglages.LitIni(Titre(), Texte(CleColonnes))));
+  RestaureRangement(*this, *m_table);
 }
 
 void CZNListView::SauveLargeurs() {
+  SauveRangement(*this, *m_table);
   if (!m_table->LargeursChangees() || !CabinetOuvert(App())) return;
   std::string texte;
   for (const int largeur : m_table->Largeurs()) texte += (texte.empty() ? "" : ",") + std::to_string(largeur);

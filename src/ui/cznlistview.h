@@ -6,6 +6,13 @@
 
 namespace fenlor {
 
+/// The arrangement of a window's columns, in its section of the settings, key "Ordre des colonnes"; written
+/// when it is another one.
+void RestaureRangement(Vue& vue, TableListe& table);
+void SauveRangement(Vue& vue, const TableListe& table);
+/// Command "Colonnes": their menu, in the corner of the list.
+void MontreColonnes(TableListe& table);
+
 /// A subclass defines its table of columns in its constructor and fills the rows. Widths are pixels; those
 /// the user gave to the columns are kept in the window's section, key "Colonnes".
 class CZNListView : public Vue {

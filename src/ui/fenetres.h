@@ -78,6 +78,8 @@ class Fenetres {
   virtual QWidget* Cadre() = 0;
   /// Offers something in the bar at the bottom of the main window.
   virtual void Offre(const Proposition& /*proposition*/) {}
+  /// Texts a step larger (1), smaller (-1), or as large as without it (0), everywhere.
+  virtual void Zoome(int /*sens*/) {}
 
  protected:
   /// A rule shows its progress or waits for an answer.

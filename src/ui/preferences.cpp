@@ -1,7 +1,7 @@
 #include "ui/preferences.h"
 
+#include <QApplication>
 #include <QFontDatabase>
-#include <QGuiApplication>
 #include <QPalette>
 #include <algorithm>
 #include <cerrno>
@@ -16,6 +16,7 @@ namespace fenlor {
 
 namespace {
 
+constexpr int pasZoom[] = {75, 90, 100, 110, 125, 150, 175, 200, 250};  ///< percent
 constexpr double pixelsParPoint = 96.0 / 72.0;
 
 QColor CouleurParDefaut(const TexteFixe& cle) {
@@ -74,7 +75,11 @@ void ChargeCouleurs(Preferences& p, const CFenlorApp& app, Lecteur& lecteur, con
   p.ReliefSombre = QPen(palette.color(QPalette::Dark), 1);
 }
 
-void ChargePolices(Preferences& p, Lecteur& lecteur, const QPalette& palette) {
+void Agrandit(QFont& police, double pourCent) {
+  if (pourCent != 100 && police.pointSizeF() > 0) police.setPointSizeF(police.pointSizeF() * pourCent / 100);
+}
+
+void ChargePolices(Preferences& p, Lecteur& lecteur, const QPalette& palette, int zoom) {
   const QColor texteBureau = palette.color(QPalette::Text);
   if (lecteur.Oui(ClePoliceDefaut)) {
     const QFont police = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
@@ -95,6 +100,9 @@ void ChargePolices(Preferences& p, Lecteur& lecteur, const QPalette& palette) {
     lit(ClePoliceTextes, p.PoliceTextes, nullptr);
     lit(ClePoliceMois, p.PoliceMois, nullptr);
   }
+  for (QFont* f : {&p.PoliceListes, &p.PoliceJournaux, &p.PoliceValidees, &p.PoliceSaisies, &p.PoliceTextes,
+                   &p.PoliceMois})
+    Agrandit(*f, zoom);
   const QColor base = palette.color(QPalette::Base);
   for (QColor* c : {&p.TexteListes, &p.TexteSaisies}) *c = LisibleSur(*c, base, base, texteBureau);
   for (QColor* c : {&p.TexteJournaux, &p.TexteValidees})
@@ -112,14 +120,39 @@ double Points(int taille) {
 void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette& palette) {
   Lecteur lecteur(app);
   PaletteProgramme programme = std::move(preferences.Palette);
+  const int zoomProgramme = preferences.ZoomProgramme;
   preferences = {};
   preferences.Palette = std::move(programme);
   ChargeCouleurs(preferences, app, lecteur, palette);
-  ChargePolices(preferences, lecteur, palette);
+  preferences.ZoomProgramme = zoomProgramme;
+  ChargePolices(preferences, lecteur, palette, LitZoom(app));
   lecteur.EcritManquantes();
 }
 
+int LitZoom(const CFenlorApp& app) {
+  if (!CabinetOuvert(app)) return 100;
+  const int zoom = TexteVersEntier(app.Reglages.LitIni(Texte(SecPreferences), Texte(CleZoom)));
+  return zoom >= pasZoom[0] && zoom <= pasZoom[std::size(pasZoom) - 1] ? zoom : 100;
+}
+
+bool ChangeZoom(CFenlorApp& app, int sens) {
+  const int zoom = LitZoom(app);
+  const int* suivant = std::upper_bound(std::begin(pasZoom), std::end(pasZoom), zoom);
+  const int* avant = std::lower_bound(std::begin(pasZoom), std::end(pasZoom), zoom);
+  int nouveau = 100;
+  if (sens > 0) nouveau = suivant == std::end(pasZoom) ? zoom : *suivant;
+  if (sens < 0) nouveau = avant == std::begin(pasZoom) ? zoom : *(avant - 1);
+  return nouveau != zoom && CabinetOuvert(app) &&
+         app.Reglages.EcritIni(Texte(SecPreferences), Texte(CleZoom), std::to_string(nouveau));
+}
+
 void AppliquePreferences(Preferences& preferences, CFenlorApp& app) {
+  if (const int zoom = LitZoom(app); zoom != preferences.ZoomProgramme) {
+    QFont police = QApplication::font();
+    Agrandit(police, 100.0 * zoom / preferences.ZoomProgramme);
+    QApplication::setFont(police);
+    preferences.ZoomProgramme = zoom;
+  }
   preferences.Palette.Pose(JeuRegle(app));
   ChargePreferences(preferences, app, QGuiApplication::palette());
 }

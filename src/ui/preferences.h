@@ -27,6 +27,7 @@ struct Preferences {
   QFont PoliceListes, PoliceJournaux, PoliceValidees, PoliceSaisies, PoliceTextes, PoliceMois;
   QColor TexteListes, TexteJournaux, TexteValidees, TexteSaisies;
   bool CouleurSysteme = false;
+  int ZoomProgramme = 100;  ///< percent, that the program's own font was enlarged by; stays likewise
 };
 
 /// Reads section "Préférences" and writes defaults for blank keys, in one replacement
@@ -36,6 +37,10 @@ struct Preferences {
 void ChargePreferences(Preferences& preferences, CFenlorApp& app, const QPalette& palette);
 /// The palette of the program as the settings choose it, then `ChargePreferences` with it.
 void AppliquePreferences(Preferences& preferences, CFenlorApp& app);
+/// The texts' size in percent, from the settings.
+int LitZoom(const CFenlorApp& app);
+/// A step more or less, or 100 for 0; false when that changes nothing or could not be kept.
+bool ChangeZoom(CFenlorApp& app, int sens);
 /// "Couleur système" and "Contraste élevé" of the settings; Classique where no practice is open.
 JeuCouleurs JeuRegle(const CFenlorApp& app);
 

@@ -4,10 +4,14 @@
 
 #include <QTreeView>
 #include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "ui/fenetres.h"
 #include "ui/modeleliste.h"
+
+class QMenu;
 
 namespace fenlor {
 
@@ -50,6 +54,17 @@ class TableListe : public QTreeView {
   bool PoseLargeurs(const std::vector<int>& largeurs);
   /// The user gave a column another width.
   bool LargeursChangees() const { return m_largeursChangees; }
+
+  /// The user may move the columns by their titles, and show or hide them with `MenuColonnes`.
+  void PermetColonnes();
+  /// A menu of the columns, which goes by itself; null unless they may be shown and hidden.
+  QMenu* MenuColonnes();
+  /// How the user arranged the columns: titles in their order, "-" before a hidden one, "=" and a width
+  /// behind one that was given another; empty: as in the table. Titles that are not there now are kept for
+  /// later.
+  std::string Rangement() const;
+  /// Arranges them so, now and whenever the columns change.
+  void PoseRangement(const std::string& rangement);
 
   /// With an index: sets or clears selection and focus of that row and scrolls it into
   /// view; with a negative one: applies the state to every selected row.
@@ -100,6 +115,8 @@ class TableListe : public QTreeView {
   void keyboardSearch(const QString& texte) override;
 
  Q_SIGNALS:
+  /// The user arranged the columns.
+  void ColonnesRangees();
   void SelectionChangee(const std::vector<int>& ajoutees, const std::vector<int>& retirees);
 
  protected:
@@ -111,6 +128,11 @@ class TableListe : public QTreeView {
   virtual Allure AllureDe(int ligne) const;
   /// Gives the columns the widths of their table, unless there are others since.
   virtual void Ajuste();
+  /// The user drew it to another width, in a list that keeps them with the arrangement.
+  bool EstTiree(int colonne) const { return m_tirees.contains(colonne); }
+  /// The columns are other ones: the arrangement holds for them too.
+  void ReprendRangement();
+  void resizeEvent(QResizeEvent* evenement) override;
   /// Sets widths that are not the user's doing.
   void PlaceColonnes(const std::vector<int>& largeurs);
   void ColonnesPosees();
@@ -132,13 +154,25 @@ class TableListe : public QTreeView {
   int m_margePremiere = 2, m_margeAutres = 6;  ///< beside the texts
   int m_debut = 0, m_trait = 0;                ///< before the first column, of the rule behind a column
   bool m_choisitDerniere = false;              ///< a refresh with no selection selects the last row
+  bool m_retientTirees = false;                ///< widths the user drew are part of the arrangement
 
  private:
   bool Choisit(const std::vector<Donnee>& donnees);
   void CopieLignes(const std::vector<int>& lignes) const;
   void DessineCellule(QPainter& peintre, const QRect& cellule, int colonne, const QString& texte) const;
 
+  struct Arrangement {
+    QString titre;
+    bool cachee = false;
+    int largeur = 0;  ///< 0: not drawn
+  };
+  void Note();
+  void Montre(int colonne, bool montree);
+
   ModeleListe* m_modele;
+  std::vector<Arrangement> m_rangement;  ///< empty: as in the table
+  std::map<int, int> m_tirees;           ///< widths by column
+  bool m_permis = false;
   std::function<std::size_t()> m_nombre;
   std::function<void()> m_activation;
   std::function<QString(int)> m_bulle;

@@ -28,6 +28,7 @@ inline constexpr TexteFixe CleNombreChiffres{5431, "Nombre de chiffres"};
 
 // Lists
 inline constexpr TexteFixe CleColonnes{5600, "Colonnes"};
+inline constexpr TexteFixe CleOrdreColonnes{6746, "Ordre des colonnes"};
 
 // Preferences and positions of windows
 inline constexpr TexteFixe CleCouleurBordures{5640, "Couleur des bordures"};
@@ -48,6 +49,7 @@ inline constexpr TexteFixe VideFiltre{6730, "Aucune ligne n'a tous ces mots."};
 inline constexpr TexteFixe NomPropositions{6731, "Propositions"};
 inline constexpr TexteFixe CleFenetre{5651, "Fenêtre"};
 inline constexpr TexteFixe CleAgrandie{5652, "Agrandie"};
+inline constexpr TexteFixe CleZoom{6745, "Zoom"};  ///< of the texts, percent
 inline constexpr TexteFixe CleContrasteEleve{6740, "Contraste élevé"};
 inline constexpr TexteFixe PoliceParDefaut{5653, "MS Sans Serif, -11, 0, 0, 0, 0, 0"};
 inline constexpr TexteFixe FormatPolice{5654, "%s, %d, %ld, %d, %d, %d, %d"};

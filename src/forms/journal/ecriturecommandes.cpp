@@ -16,6 +16,7 @@
 #include "journal/controles.h"
 #include "journal/traitements.h"
 #include "ui/curseurattente.h"
+#include "ui/cznlistview.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -45,6 +46,7 @@ std::vector<unsigned> CEcritureView::MenuContextuel() {
           0,
           CmdMois,
           CmdCriteres,
+          CmdColonnes,
           0,
           CmdBrouillard,
           CmdValidees,
@@ -58,6 +60,7 @@ void CEcritureView::DeclareCommandes() {
   const auto choisie = [this] { return GetEcrId(GetEcrSel()) != 0; };
   const auto brouillon = [this] { return Etat().brouillon; };
   Declare({
+      {CmdColonnes, [this] { MontreColonnes(*m_liste); }},
       {CmdAjouter, [this] { Ajoute(); }},
       {CmdModifier, [this] { Modifie(); }, [=, this] { return m_liste->NbChoisies() == 1 && choisie(); }},
       {CmdSupprimer, [this] { Supprime(); }, choisie},

@@ -21,6 +21,7 @@
 #include "session/periodes.h"
 #include "store/texte1252.h"
 #include "ui/curseurattente.h"
+#include "ui/cznlistview.h"
 #include "ui/preferences.h"
 #include "ui/texteqt.h"
 
@@ -169,6 +170,7 @@ void CEcritureView::Charge() {
   m_mois->PoseMois(MoisExercice(App()));
   if (!EstOD()) m_combo->Remplit(App());
   LitEtat();
+  RestaureRangement(*this, *m_liste);
   m_charge = true;
   RefreshJournal();
 }
@@ -272,6 +274,7 @@ void CEcritureView::SauveEtat() {
                                                                     m_journalComptable ? "0" : "1"});
   if (App().Reglages.LitIniExercice(m_exercice, cle) != etat)
     App().Reglages.EcritIniExercice(m_exercice, cle, etat);
+  SauveRangement(*this, *m_liste);
 }
 
 void CEcritureView::ChangeMois() { RefreshJournal(); }

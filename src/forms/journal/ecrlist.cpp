@@ -126,7 +126,9 @@ CEcrList::CEcrList(ContexteUi& contexte, QWidget* parent) : TableListe(contexte,
   setVerticalScrollMode(ScrollPerPixel);
   header()->setSectionsClickable(false);
   header()->setMinimumSectionSize(1);
-  header()->setSectionResizeMode(QHeaderView::Fixed);
+  m_retientTirees = true;
+  PermetColonnes();
+  connect(this, &TableListe::ColonnesRangees, this, &CEcrList::Ajuste);
   CEcrList::ActualisePreferences();
 }
 
@@ -200,6 +202,7 @@ void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const T
       for (std::size_t i = 0; i < champs.size(); ++i)
         if (champs[i] == ChampJournal::SoldeFranc || champs[i] == ChampJournal::SoldeEuro)
           Modele().ChangeTitre(static_cast<int>(i), TexteQ(TitreSolde));
+    ReprendRangement();
   }
   setUniformRowHeights(!comptable);
   scheduleDelayedItemsLayout();
@@ -210,14 +213,20 @@ void CEcrList::PoseChamps(const MonnaiesListe& monnaies, bool comptable, const T
 void CEcrList::Ajuste() {
   if (m_largeurs.size() != m_champs.size()) return;
   int libre = viewport()->width(), textes = 0;
+  std::vector<int> largeurs = m_largeurs;
+  const auto extensible = [this](std::size_t i) {
+    const auto colonne = static_cast<int>(i);
+    return EstExtensible(m_champs[i]) && !EstTiree(colonne) && !isColumnHidden(colonne);
+  };
   for (std::size_t i = 0; i < m_champs.size(); ++i) {
-    libre -= m_largeurs[i];
-    if (EstExtensible(m_champs[i])) textes += m_largeurs[i];
+    const auto colonne = static_cast<int>(i);
+    if (EstTiree(colonne)) largeurs[i] = std::max(columnWidth(colonne), 1);
+    if (!isColumnHidden(colonne)) libre -= largeurs[i];
+    if (extensible(i)) textes += m_largeurs[i];
   }
   libre = std::max(libre, 0);
-  std::vector<int> largeurs = m_largeurs;
   for (std::size_t i = 0; i < m_champs.size(); ++i) {
-    if (!EstExtensible(m_champs[i])) continue;
+    if (!extensible(i)) continue;
     const int part = libre * m_largeurs[i] / textes;
     libre -= part;
     textes -= m_largeurs[i];
@@ -233,7 +242,8 @@ int CEcrList::LargeurColonnes() const {
 }
 
 bool CEcrList::ALaColonne(ChampJournal champ) const {
-  return std::find(m_champs.begin(), m_champs.end(), champ) != m_champs.end();
+  const auto place = std::find(m_champs.begin(), m_champs.end(), champ);
+  return place != m_champs.end() && !isColumnHidden(static_cast<int>(place - m_champs.begin()));
 }
 
 QRect CEcrList::PlaceColonne(ChampJournal champ) const {

@@ -195,6 +195,18 @@ bool FeuillesApercu::Defile(int pas) {
   return true;
 }
 
+/// Its own zoom comes before that of the texts.
+bool FeuillesApercu::event(QEvent* evenement) {
+  if (evenement->type() == QEvent::ShortcutOverride) {
+    const auto& touche = static_cast<QKeyEvent&>(*evenement);
+    const int cle = touche.key();
+    if (touche.modifiers() & Qt::ControlModifier &&
+        (cle == Qt::Key_Plus || cle == Qt::Key_Equal || cle == Qt::Key_Minus || cle == Qt::Key_0))
+      evenement->accept();
+  }
+  return QAbstractScrollArea::event(evenement);
+}
+
 void FeuillesApercu::keyPressEvent(QKeyEvent* evenement) {
   const bool ctrl = evenement->modifiers() & Qt::ControlModifier;
   const int ecran = verticalScrollBar()->pageStep() * 9 / 10;

@@ -45,6 +45,7 @@ class FeuillesApercu : public QAbstractScrollArea {
  protected:
   void paintEvent(QPaintEvent* evenement) override;
   void resizeEvent(QResizeEvent* evenement) override;
+  bool event(QEvent* evenement) override;
   void keyPressEvent(QKeyEvent* evenement) override;
   void wheelEvent(QWheelEvent* evenement) override;
   void changeEvent(QEvent* evenement) override;
