@@ -230,10 +230,11 @@ Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
     if (app.Magasin.NomExercice().empty()) OublieExercice(app);
     return refus;
   }
-  std::vector<Profil::Changement> reglages = {
-      {app.Magasin.GetLastExercice(), Texte(CleAfficherDouble), OuiNon(f.afficherDouble)}};
-  if (nouveau) reglages.push_back({Texte(SecPreferences), Texte(CleStyleEtats), Texte(MotSoignee)});
-  if (!app.Magasin.Reglages().Ecrit(reglages)) return app.EchecReglages();
+  const bool note =
+      app.Reglages.EcritIniExercice(app.Magasin.GetLastExercice(), Texte(CleAfficherDouble),
+                                    OuiNon(f.afficherDouble)) &&
+      (!nouveau || app.Reglages.EcritIni(Texte(SecPreferences), Texte(CleStyleEtats), Texte(MotSoignee)));
+  if (!note) return app.EchecReglages();
   return OuvreExercice(app, nom);
 }
 

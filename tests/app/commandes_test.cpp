@@ -122,6 +122,39 @@ TEST_F(CommandesUiTest, LeMenuFenetreNommeLesFenetresOuvertes) {
   EXPECT_EQ(menu->actions().size(), sans);
 }
 
+TEST_F(CommandesUiTest, PremiereFenetreEtOnglets) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  Principal->resize(1000, 700);
+  Principal->show();
+  Principal->OuvreUnique(FenRecettes);
+  EXPECT_TRUE(Active()->isMaximized());
+  Principal->Table().Execute(CmdOnglets);
+  EXPECT_EQ(Principal->Zone().viewMode(), QMdiArea::TabbedView);
+  EXPECT_TRUE(Principal->Table().Action(CmdOnglets)->isChecked());
+  Principal->OuvreUnique(FenDepenses);
+  CMainFrame autre(App(), Dialogues);
+  autre.MontreAuDemarrage();
+  EXPECT_TRUE(autre.EnOnglets()) << "the next session has them";
+  Principal->Table().Execute(CmdMosaique);
+  EXPECT_FALSE(Principal->EnOnglets());
+  EXPECT_FALSE(Active()->isMaximized());
+}
+
+TEST_F(CommandesUiTest, TextesPlusGrands) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  const double avant = QApplication::font().pointSizeF();
+  const double liste = Principal->Contexte().Dessin.PoliceListes.pointSizeF();
+  Principal->Table().Execute(CmdAgrandirTextes);
+  EXPECT_NEAR(QApplication::font().pointSizeF(), avant * 1.1, 0.1);
+  EXPECT_NEAR(Principal->Contexte().Dessin.PoliceListes.pointSizeF(), liste * 1.1, 0.1);
+  EXPECT_EQ(App().Reglages.LitIni("Préférences"_w, "Zoom"), "110");
+  for (int i = 0; i < 20; ++i) Principal->Table().Execute(CmdReduireTextes);
+  EXPECT_EQ(App().Reglages.LitIni("Préférences"_w, "Zoom"), "75");
+  Principal->Table().Execute(CmdTailleTextes);
+  EXPECT_NEAR(QApplication::font().pointSizeF(), avant, 0.1);
+  EXPECT_NEAR(Principal->Contexte().Dessin.PoliceListes.pointSizeF(), liste, 0.1);
+}
+
 TEST_F(CommandesUiTest, TientDansLEcran) {
   Principal->MontreAuDemarrage();
   QApplication::processEvents();

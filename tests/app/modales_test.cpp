@@ -16,6 +16,7 @@
 #include "forms/journal/ecritures.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
+#include "outils/verifieformulaire.h"
 #include "ui/dialogueqt.h"
 #include "ui/vue.h"
 
@@ -53,6 +54,22 @@ class ModalesTest : public CabinetMedical {
   DialogueQt Dialogues;
   std::unique_ptr<CMainFrame> Principal;
 };
+
+TEST_F(ModalesTest, ToutCeQuiPrendLeFocusSAnnonce) {
+  for (const bool onglets : {false, true}) {
+    Principal->MontreOnglets(onglets);
+    for (const u32 bit :
+         {FenTresorerie, FenComptesRecettes, FenComptesDepenses, FenPlanComptable, FenRubriques, FenLibelles,
+          FenRecettes, FenDepenses, FenOperationsDiverses, FenImmobilisations}) {
+      Principal->OuvreUnique(bit);
+      QApplication::processEvents();
+      VerifieVoix(*Principal);
+    }
+  }
+  Principal->FermeToutes();
+  QApplication::processEvents();
+  VerifieVoix(*Principal);  // the start page
+}
 
 TEST_F(ModalesTest, AucuneFenetreNeSeFermeSousUneForme) {
   const struct {

@@ -15,6 +15,7 @@
 namespace fenlor::test {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -162,8 +163,8 @@ TEST_F(EtatCtl, Marquage) {
 }
 
 TEST_F(EtatCtl, Texte) {
-  const auto lignes = Etat({"balance", "--texte", "--json"}).Lignes();
-  const auto textes = Etat({"balance", "--texte"}).Lignes();
+  const auto lignes = Etat({"balance", "--texte", "--json", "--style", "classique"}).Lignes();
+  const auto textes = Etat({"balance", "--texte", "--style", "classique"}).Lignes();
   ASSERT_FALSE(lignes.empty());
   ASSERT_EQ(lignes.size(), textes.size());
   bool montant = false, trait = false;
@@ -178,7 +179,8 @@ TEST_F(EtatCtl, Texte) {
   }
   EXPECT_TRUE(montant);
   EXPECT_TRUE(trait);
-  EXPECT_THAT(Etat({"balance", "--texte"}).sortie, HasSubstr("15/06/2003"));
+  const std::string neuf = Etat({"balance", "--texte"}).sortie;  // a new practice's own style
+  EXPECT_THAT(neuf, AllOf(HasSubstr("15/06/2003"), HasSubstr("bande"), Not(HasSubstr("trait"))));
 }
 
 TEST_F(EtatCtl, Pdf) {

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMap>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -44,7 +45,8 @@ const QStringList& TextesDonnes() {
           u"&Solder|&Code :|Com&pte :|&Désignation :|Compte &bancaire :|Solde &initial débit :|"
           u"&Recette|&Dépense|Résu&ltat|&Taxe|&Compteur|&Distance|Au&jourd'hui|La &semaine :|"
           u"Le &mois :|L'&exercice|La &période :|Copi&er|&Modifier|&Supprimer|&Manuel|&Automatique|"
-          u"&Aperçu|&Imprimer|&PDF...|&Confirmation|&Créer l'écriture...|&Importer un relevé...")
+          u"&Aperçu|&Imprimer|&PDF...|Tout &imprimer|Rien im&primer|&Confirmation|&Créer "
+          u"l'écriture...|&Importer un relevé...")
           .split(u'|');
   return textes;
 }
@@ -65,6 +67,15 @@ std::string Nom(const QWidget& widget) {
     nom += " " + bouton->text().toStdString();
   if (const auto* label = qobject_cast<const QLabel*>(&widget)) nom += " " + label->text().toStdString();
   return nom;
+}
+
+/// What a screen reader lacks of a widget that takes the focus.
+std::string FauteVoix(const QWidget& widget) {
+  if (widget.focusPolicy() == Qt::NoFocus || widget.focusProxy()) return {};
+  QAccessibleInterface* voix = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
+  if (!voix || voix->role() == QAccessible::NoRole || voix->role() == QAccessible::Client)
+    return "has no role";
+  return voix->text(QAccessible::Name).trimmed().isEmpty() ? "has no name to be read" : "";
 }
 
 class Verification {
@@ -123,13 +134,8 @@ class Verification {
     return false;
   }
 
-  /// What a screen reader says of a widget that takes the focus.
   void Annonce(const QWidget& widget) {
-    if (widget.focusPolicy() == Qt::NoFocus || widget.focusProxy()) return;
-    QAccessibleInterface* voix = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
-    if (!voix || voix->role() == QAccessible::NoRole || voix->role() == QAccessible::Client)
-      Faute(widget, "has no role");
-    if (!voix || voix->text(QAccessible::Name).trimmed().isEmpty()) Faute(widget, "has no name to be read");
+    if (const std::string faute = FauteVoix(widget); !faute.empty()) Faute(widget, faute);
   }
 
   void Touche(const QWidget& widget) {
@@ -208,6 +214,19 @@ std::vector<std::string> FautesFormulaire(QWidget& fenetre) {
   if (!fenetre.isVisible()) return {"is not shown"};
   QApplication::processEvents();
   return Verification(fenetre).Fais();
+}
+
+void VerifieVoix(QWidget& fenetre) {
+  for (const QWidget* widget : fenetre.findChildren<QWidget*>()) {
+    if (!widget->isVisibleTo(&fenetre) || EstInterne(*widget)) continue;
+    const std::string faute = FauteVoix(*widget);
+    EXPECT_EQ(faute, "") << fenetre.windowTitle().toStdString() << ": " << Nom(*widget) << " "
+                         << widget->metaObject()->className();
+  }
+  for (const QMenu* menu : fenetre.findChildren<QMenu*>())
+    for (const QAction* action : menu->actions())
+      EXPECT_TRUE(action->isSeparator() || !action->text().trimmed().isEmpty())
+          << menu->title().toStdString();
 }
 
 void VerifieFormulaire(QWidget& fenetre) {

@@ -11,6 +11,10 @@ namespace fenlor::test {
 /// Adds a failure for each fault of a shown window.
 void VerifieFormulaire(QWidget& fenetre);
 
+/// Adds a failure for whatever takes the focus in a shown window and its menus without a name or a role for a
+/// screen reader.
+void VerifieVoix(QWidget& fenetre);
+
 /// The faults, as far as the window is visible (a sheet: the page in front):
 /// - an enabled input without an `objectName`, or with that of another input;
 /// - one without an accessible name, or without a label as its buddy. Buttons have

@@ -10,6 +10,7 @@
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "ui/preferences.h"
+#include "ui/roleaccessible.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -29,6 +30,8 @@ QString NomEntier(Date mois) {
 
 CMonth::CMonth(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::TabFocus);
+  DonneRole(*this, QAccessible::PageTabList);
+  setAccessibleName(u"Mois"_s);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
@@ -60,7 +63,7 @@ Date CMonth::PremierJour() const {
 
 void CMonth::Montre(int indice) {
   m_courant = std::min(std::max(indice, 0), static_cast<int>(m_cellules.size()) - 1);
-  setAccessibleName(m_courant < 0 ? QString() : NomEntier(PremierJour()));
+  setAccessibleName(m_courant < 0 ? u"Mois"_s : NomEntier(PremierJour()));
   Surligne(m_courant);
 }
 

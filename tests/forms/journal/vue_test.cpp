@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -150,6 +152,36 @@ TEST_F(VueJournal, EtatDeLaFenetre) {
     OuvreTelle(JournalOD);
     EXPECT_EQ(test::LitFichier(Dossier() + "/fenlor.ini"), avant);
   }
+}
+
+TEST_F(VueJournal, ColonnesRangees) {
+  Recette(100);
+  auto vue = Ouvre();
+  const auto colonne = [&](const char16_t* titre) {
+    for (int i = 0; i < vue->Liste().Modele().columnCount(); ++i)
+      if (vue->Liste().Modele().Titres()[static_cast<std::size_t>(i)].texte == QString::fromUtf16(titre))
+        return i;
+    return -1;
+  };
+  QHeaderView& titres = *vue->Liste().header();
+  titres.moveSection(colonne(u"Compte"), 0);
+  titres.resizeSection(colonne(u"Libellé"), 123);
+  std::unique_ptr<QMenu> menu(vue->Liste().MenuColonnes());
+  for (QAction* action : menu->actions())
+    if (action->text() == u"Montant €"_s) action->trigger();
+  menu.reset();
+  EXPECT_FALSE(vue->Liste().ALaColonne(ChampJournal::MontantEuro));
+  vue.reset();
+  vue = OuvreTelle();
+  for (const bool comptable : {false, true}) {  // other columns between them
+    if (comptable) vue->Execute(CmdComptable);
+    QHeaderView& anciens = *vue->Liste().header();
+    EXPECT_EQ(anciens.visualIndex(colonne(u"Compte")), 0);
+    EXPECT_EQ(vue->Liste().columnWidth(colonne(u"Libellé")), 123);
+    EXPECT_TRUE(comptable || vue->Liste().isColumnHidden(colonne(u"Montant €")));
+  }
+  vue->Execute(CmdComptable);
+  EXPECT_TRUE(vue->Liste().isColumnHidden(colonne(u"Montant €")));
 }
 
 TEST_F(VueJournal, LeClavierVaALaListe) {

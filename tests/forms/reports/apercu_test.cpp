@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QPrinter>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
 #include <csignal>
