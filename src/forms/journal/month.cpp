@@ -31,7 +31,7 @@ QString NomEntier(Date mois) {
 CMonth::CMonth(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::TabFocus);
   DonneRole(*this, QAccessible::PageTabList);
-  setAccessibleName(u"Mois"_s);
+  setAccessibleName(QStringLiteral("Mois"));
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
@@ -63,7 +63,7 @@ Date CMonth::PremierJour() const {
 
 void CMonth::Montre(int indice) {
   m_courant = std::min(std::max(indice, 0), static_cast<int>(m_cellules.size()) - 1);
-  setAccessibleName(m_courant < 0 ? u"Mois"_s : NomEntier(PremierJour()));
+  setAccessibleName(m_courant < 0 ? QStringLiteral("Mois") : NomEntier(PremierJour()));
   Surligne(m_courant);
 }
 
