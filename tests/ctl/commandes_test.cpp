@@ -178,6 +178,7 @@ TEST_F(Commandes, UneCreationQuiNEstPasNoteeSeDit) {
   OptionsCtl options = Options();
   options.magasin.systeme = &disque;
   std::istringstream rien;
+  Cree({"--exercice", "2002"});  // the first one notes the style of paper, too
   unsigned annee = 2003, notees = 0;
   for (unsigned k = 1; k < 20; ++k, ++annee) {
     std::ostringstream sortie, erreurs;
