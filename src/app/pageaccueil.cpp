@@ -8,6 +8,7 @@
 
 #include "app/commandes.h"
 #include "app/textes.h"
+#include "ui/roleaccessible.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
@@ -27,6 +28,9 @@ PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)>
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
   auto* defile = new QScrollArea(this);
+  DonneRole(*defile, QAccessible::Pane);
+  defile->setObjectName(u"accueil"_s);
+  defile->setAccessibleName(u"Page d'accueil"_s);
   defile->setFrameShape(QFrame::NoFrame);
   defile->setWidgetResizable(true);
   defile->setBackgroundRole(QPalette::Base);
