@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QStorageInfo>
 
@@ -31,7 +32,7 @@ CWizardGarde::CWizardGarde(ContexteUi& contexte, const QString& titre, const cha
   setWindowTitle(titre);
   setWizardStyle(ClassicStyle);
   setOptions(NoBackButtonOnStartPage | NoBackButtonOnLastPage | NoCancelButtonOnLastPage | HaveHelpButton |
-             HelpButtonOnRight | NoDefaultButton);
+             HelpButtonOnRight);
   const struct {
     WizardButton quel;
     QString texte;
@@ -48,7 +49,6 @@ CWizardGarde::CWizardGarde(ContexteUi& contexte, const QString& titre, const cha
     button(b.quel)->setObjectName(QString::fromUtf8(b.nom));
     button(b.quel)->setIcon(Image(b.image));
   }
-  setOption(NoDefaultButton, false);
   connect(this, &QWizard::helpRequested, this, [this] { m_contexte.Cadre.Aide(objectName()); });
 }
 

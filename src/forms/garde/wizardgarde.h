@@ -2,10 +2,7 @@
 #pragma once
 
 #include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QWizard>
-#include <functional>
 #include <string>
 
 #include "core/refus.h"

@@ -1,6 +1,8 @@
 #include "forms/garde/wizardsauvegarde.h"
 
 #include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QStorageInfo>
 
