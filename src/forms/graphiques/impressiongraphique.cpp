@@ -14,6 +14,7 @@
 #include "forms/reports/framewndprint.h"
 #include "forms/reports/impressionpages.h"
 #include "forms/reports/impressions.h"
+#include "forms/reports/previewtoolbar.h"
 #include "forms/reports/previewview.h"
 #include "graphiques/ecriture.h"
 #include "ui/texteqt.h"
@@ -52,6 +53,7 @@ bool ImpressionGraphique::Imprime() {
 void ImpressionGraphique::MontreApercu() {
   const std::string titre = EstVide(m_serie.titre) ? Texte(TitreGraphique) : CompacteTexte(m_serie.titre);
   m_apercu = new CZNPreviewView(m_contexte, m_page, titre);
+  m_apercu->Barre().SansStyle();
   setParent(m_apercu);
   connect(m_apercu, &CZNPreviewView::Imprime, this, [this] {
     const QPointer<CZNPreviewView> apercu = m_apercu;

@@ -1,6 +1,7 @@
 // `CPreviewToolBar`: the commands of a preview.
 #pragma once
 
+#include <QAction>
 #include <QToolBar>
 
 #include "ui/findesliens.h"
@@ -15,6 +16,8 @@ class CPreviewToolBar : public QToolBar {
  public:
   /// The sheets outlive the bar; it moves in them, and follows what changes there.
   explicit CPreviewToolBar(FeuillesApercu& feuilles, QWidget* parent = nullptr);
+  /// For pages that have one style only.
+  void SansStyle() { m_soignee->setVisible(false); }
   void MontreStyle(bool soignee) { m_soignee->setChecked(soignee); }
 
  Q_SIGNALS:

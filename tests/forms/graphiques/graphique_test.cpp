@@ -1,6 +1,7 @@
 // The criteria form of charts, the chart's window, its way to paper, files and clipboard.
 #include <gmock/gmock.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -249,6 +250,7 @@ TEST_F(GraphiqueTest, ApercuEtTaille) {
   vue.Execute(CmdApercu);
   ASSERT_EQ(Vues.size(), 2u);
   EXPECT_EQ(Vues[1]->windowTitle(), u"Evolution de plusieurs comptes - Aperçu avant impression"_s);
+  EXPECT_FALSE(Trouve<QAction>(*Vues[1], "soignee").isVisible()) << "charts have one style";
   vue.showMinimized();
   Vues[1]->close();
   QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
