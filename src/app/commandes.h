@@ -19,6 +19,8 @@ enum class Quand {
   ComboRempli,     ///< the exercice combo has at least one line
   NavigateurWeb,   ///< the desktop has a browser
   FenetreActive,   ///< a document window is open
+  ARetirer,        ///< a unit can be taken back
+  ARetablir,       ///< one that was taken back can be done again
   Vue,             ///< the active document window knows it and says so
 };
 

@@ -7,6 +7,7 @@
 
 #include "app/listefenetres.h"
 #include "app/mainframe.h"
+#include "app/reprises.h"
 #include "forms/reports/impressions.h"
 #include "forms/session/comboexercices.h"
 #include "ui/images.h"
@@ -90,6 +91,10 @@ bool Commandes::Disponible(const Commande& commande) const {
       return m_navigateur;
     case Quand::FenetreActive:
       return m_cadre.VueActive() != nullptr;
+    case Quand::ARetirer:
+      return app.ExerciceOuvert != 0 && !NomReprise(app, Sens::Annuler).empty();
+    case Quand::ARetablir:
+      return app.ExerciceOuvert != 0 && !NomReprise(app, Sens::Retablir).empty();
     case Quand::Vue: {
       const Vue* vue = m_cadre.VueActive();
       return vue && vue->Disponible(commande.numero);
@@ -117,6 +122,8 @@ void Commandes::ActualiseEtats() {
     QAction* action = Action(commande.numero);
     if (!action) continue;
     action->setEnabled(Disponible(commande));
+    if (commande.quand == Quand::ARetirer || commande.quand == Quand::ARetablir)
+      action->setText(TexteReprise(m_cadre.App(), commande));
     if (commande.bascule) action->setChecked(EstCoche(commande));
   }
 }

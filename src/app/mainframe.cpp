@@ -90,10 +90,13 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
   m_etat = new CBarreEtat(m_contexte, this);
   setStatusBar(m_etat);
   m_dialogue.PoseCadre(this);
+  SuitReprises(m_app);
+  m_reprises.Passe(m_app);
   MontreExercice();
 }
 
 CMainFrame::~CMainFrame() {
+  m_app.Magasin.QVRetientUnites(false);
   m_dialogue.PoseCadre(nullptr);
   // Views refer to members of this class, and their end is noted here; closed ones may
   // still wait for theirs.
@@ -269,6 +272,7 @@ void CMainFrame::Actualisees(bool dessin) {
   }
   ActualisePage();
   m_commandes->ActualiseEtats();
+  m_reprises.Regarde(*this);
 }
 
 void CMainFrame::FermeToutes() {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 
+#include "app/reprises.h"
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"
 
@@ -114,6 +115,7 @@ class CMainFrame : public QMainWindow, public Fenetres {
   Commandes* m_commandes = nullptr;
   PageAccueil* m_accueil = nullptr;
   BarreOffre* m_offre = nullptr;
+  OffreReprise m_reprises;
   QToolBar* m_outils = nullptr;
   CBarreIcones* m_icones = nullptr;
   CBarreEtat* m_etat = nullptr;

@@ -13,6 +13,7 @@
 #include "app/instanceunique.h"
 #include "app/lienparent.h"
 #include "app/mainframe.h"
+#include "app/reprises.h"
 #include "app/textes.h"
 #include "core/cles.h"
 #include "core/erreurs.h"
@@ -102,6 +103,7 @@ bool Programme::InitInstance() {
   m_cadre = std::make_unique<CMainFrame>(m_app, m_dialogue);
   PoseFabriques(*m_cadre);
   PoseManques(m_dialogue, *m_cadre);
+  m_dialogue.PoseSansDemander([this](unsigned question) { return SansDemander(m_app, question); });
   m_cadre->SurFermeture([this] { return PeutFermer(m_cadre->Contexte()); });
   m_cadre->MontreAuDemarrage();
   if (m_accueil) m_accueil->raise();

@@ -18,6 +18,7 @@
 #include "app/mainframe.h"
 #include "app/personnaliser.h"
 #include "app/raccourcis.h"
+#include "app/reprises.h"
 #include "app/textes.h"
 #include "core/erreurs.h"
 #include "forms/auto/dialogautoecheance.h"
@@ -28,6 +29,7 @@
 #include "forms/garde/pageprefsauvegardes.h"
 #include "forms/garde/qvbwizard.h"
 #include "forms/graphiques/graphwinview.h"
+#include "forms/journal/dialogcorbeille.h"
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/dialogvirement.h"
 #include "forms/master/dialogfraiskm.h"
@@ -151,6 +153,9 @@ void Aide(CMainFrame& cadre, unsigned) {
 }
 void Astuce(CMainFrame& cadre, unsigned) { MontreAstuce(cadre.Contexte(), &cadre); }
 
+void Defaire(CMainFrame& cadre, unsigned) { CommandeReprise(cadre, Sens::Annuler); }
+void Refaire(CMainFrame& cadre, unsigned) { CommandeReprise(cadre, Sens::Retablir); }
+
 void Demonstration(CMainFrame& cadre, unsigned) {
   CFenlorApp& app = cadre.App();
   const QString dossier =
@@ -229,12 +234,18 @@ constexpr Commande table[] = {
      Si::Toujours, MiseEnPage, "Choisit le papier, son sens et les marges."},
     {9000, M::Fichier, true, "&Quitter", "", "quitter", "Ctrl+Q", Si::Toujours, Quitter, "Ferme Fenlor."},
 
-    {1005, M::Edition, false, "&Ajouter...", "", "ajouter", "Ins", Si::Vue, DeLaVue,
+    {9070, M::Edition, false, "Ann&uler", "", "defaire", "Ctrl+Z", Si::ARetirer, Defaire,
+     "Reprend ce qui a été fait en dernier."},
+    {9071, M::Edition, false, "Rétab&lir", "", "refaire", "Ctrl+Shift+Z", Si::ARetablir, Refaire,
+     "Refait ce qui vient d'être annulé."},
+    {1005, M::Edition, true, "&Ajouter...", "", "ajouter", "Ins", Si::Vue, DeLaVue,
      "Ajoute un élément à la liste."},
     {1006, M::Edition, false, "&Modifier...", "", "modifier", "F2", Si::Vue, DeLaVue,
      "Modifie l'élément choisi."},
     {1007, M::Edition, false, "&Supprimer...", "", "supprimer", "Del", Si::Vue, DeLaVue,
      "Supprime l'élément choisi."},
+    {9072, M::Edition, false, "Cor&beille...", "", "corbeille", "", Si::ExerciceVivant, Forme<CDialogCorbeille>,
+     "Montre les écritures supprimées depuis 90 jours et les ramène."},
     {9006, M::Edition, true, "Copi&er", "", "copier", "Ctrl+C", Si::Vue, DeLaVue,
      "Copie les lignes choisies et leurs titres dans le presse-papiers."},
     {9007, M::Edition, false, "Copier &tout", "", "copier", "Ctrl+Shift+C", Si::Vue, DeLaVue,

@@ -89,6 +89,9 @@ enum NumeroCommande : unsigned {
   CmdCopierImage = 9050,
   CmdCopierValeurs = 9051,
   CmdExporterGraphique = 9052,
+  CmdAnnuler = 9070,
+  CmdRetablir = 9071,
+  CmdCorbeille = 9072,
 };
 
 }  // namespace fenlor

@@ -169,6 +169,7 @@ bool CBTFiles::Reconstruit(const Filtre& filtre, RapportReindex& rapport) {
       return m_app.ReportErreur(ErrCreationFichier, {nouveau});
 
     QVAPI::Unite unite(magasin);
+    unite.SansRetour();
     fait = Recopie(ancien.Poignee(), avecSommes, filtre, rapport);
     if (fait && !(unite.Valide() && magasin.QVFlush())) {
       Erreur(0, MessageCreation);

@@ -27,5 +27,6 @@ void DeclareRapprochement(LigneCommande& ligne);    ///< rapprochement
 void DeclareChercher(LigneCommande& ligne);         ///< chercher
 void DeclareGarde(LigneCommande& ligne);            ///< sauvegarder, restaurer, sauvegardes, cloturer, sceau
 void DeclareReleve(LigneCommande& ligne);           ///< releve
+void DeclareCorbeille(LigneCommande& ligne);        ///< corbeille
 
 }  // namespace fenlor

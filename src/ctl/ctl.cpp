@@ -14,7 +14,8 @@ int ExecuteCtl(const std::vector<std::string>& args, std::istream& entree, std::
         DeclareEtats,         DeclareEchanges,     DeclareEntretien,       DeclareComptes,
         DeclareRubriques,     DeclareTraitements,  DeclareImmobilisations, DeclareRapprochement,
         DeclareAmortissement, DeclareAutomatiques, DeclareFraisKm,         DeclareRemise,
-        DeclareReleve,        DeclareGarde,        DeclareChercher,        DeclareGraphiques})
+        DeclareReleve,        DeclareGarde,        DeclareChercher,        DeclareGraphiques,
+        DeclareCorbeille})
     declare(ligne);
 
   const LigneCommande::Lecture lecture = ligne.Lit(args);

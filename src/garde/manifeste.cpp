@@ -152,7 +152,7 @@ bool NomDePiece(std::string_view nom, std::string& exercice) {
   if (fichier.size() <= extension.size() || fichier.substr(fichier.size() - extension.size()) != extension)
     return false;
   fichier.remove_suffix(extension.size());
-  if (fichier == "TEXTES" || fichier == "SCEAU") return !exercice.empty();
+  if (fichier == "TEXTES" || fichier == "SCEAU" || fichier == "CORBEILLE") return !exercice.empty();
   const DefinitionFichier* definition = DefinitionNom(fichier);
   return definition && definition->nom == fichier && definition->duCabinet == exercice.empty();
 }

@@ -152,7 +152,7 @@ Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exerc
       if (!definition.duCabinet)
         if (const Refus refus = Copie(app, nom + "/" + definition.nom + ".dat", !definition.duDepart))
           return refus;
-    for (const std::string plain : {"/TEXTES.dat", "/SCEAU.dat"})
+    for (const std::string plain : {"/TEXTES.dat", "/SCEAU.dat", "/CORBEILLE.dat"})
       if (const Refus refus = Copie(app, nom + plain, true)) return refus;
     for (const Piece& piece : m_pieces)
       if (piece.nom == nom + "/" + NomJournal) tete.ecritures = piece.ecritures;

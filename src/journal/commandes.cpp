@@ -6,6 +6,7 @@
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"
+#include "journal/corbeille.h"
 #include "journal/textes.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
@@ -39,6 +40,7 @@ Refus SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
   const Refus reponse = serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), question,
                                       question, {LitTexte(entete.Libelle)});
   if (reponse) return reponse;
+  if (const Refus refus = MetEnCorbeille(app, entete.Mouvement)) return refus;
   bool retiree = false;
   switch (entete.Genre) {
     case GenreSimple:
@@ -104,6 +106,7 @@ Refus SupprimeLiee(CFenlorApp& app, Serie& serie, const Mouvement& entete, bool 
         serie.Demande(BoutonsOuiNon | IconeAttention, question, question, {LitTexte(entete.Libelle)});
     if (reponse) return reponse;
   }
+  if (const Refus refus = MetEnCorbeille(app, entete.Mouvement)) return refus;
   return fichier.Supprime(position) ? Refus{} : app.EchecMagasin();
 }
 

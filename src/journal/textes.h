@@ -106,6 +106,14 @@ inline constexpr TexteFixe QuestionRenumeroterPartie{3430,
 /// commands on a selection: number of refusals, the first one
 inline constexpr TexteFixe ErrSerie{3431, "%s écritures n'ont pas été traitées. La première :\n\n%s"};
 
+// Trash
+inline constexpr TexteFixe FichierCorbeille{6680, "CORBEILLE.dat"};
+inline constexpr TexteFixe ActeRestauration{6681, "restauration de « %s »"};  ///< label
+inline constexpr TexteFixe ErrCorbeilleEndommagee{3573, "La corbeille est endommagée :\n%s"};  ///< path
+inline constexpr TexteFixe ErrCorbeille{3574,
+    "La corbeille ne peut pas être lue ou écrite : %s.\nRien n'a été changé."};  ///< reason
+inline constexpr TexteFixe ErrSuppressionAbsente{3575, "Il n'y a pas de suppression n° %s dans la corbeille."};
+
 // Progress
 inline constexpr TexteFixe TexteTraitement{5026, "Traitement en cours..."};
 inline constexpr TexteFixe TexteRenumerotation{5027, "Renumérotation du journal en cours..."};

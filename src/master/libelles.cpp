@@ -49,7 +49,9 @@ int EcritContenu(CFenlorApp& app, const std::string& lignes) {
   code = systeme.SynchroniseDossier(DossierDe(chemin));
   if (code && nouveau) systeme.Supprime(chemin);
   if (code && !nouveau) RemplaceFichier(systeme, chemin, provisoire, ancien, neuve);
-  if (!code) app.Magasin.QVNoteChangement(FichierTextes);
+  if (!code && nouveau) app.Magasin.QVNoteChangement(FichierTextes);
+  if (!code && !nouveau)
+    app.Magasin.QVRetientTexte(FichierTextes, chemin, ancien, contenu, Texte(ActeLibelles));
   return code;
 }
 

@@ -23,6 +23,9 @@ inline constexpr TexteFixe QuestionEcrituresVariable{3381,
     "supprimer?", Detruit};
 inline constexpr TexteFixe QuestionSupprimeFraisKm{3382, "Suppression du montant?", Detruit};
 
+/// Name of a unit that may be taken back
+inline constexpr TexteFixe ActeLibelles{6678, "modification des libellés"};
+
 // Errors
 inline constexpr TexteFixe QuestionClasseCompte{3047,
     "le type de ce compte ne correspond pas à sa classe . Désirez-vous enregistrer quand même ce "

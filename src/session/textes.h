@@ -37,6 +37,30 @@ inline constexpr TexteFixe ErrNomExercice{3211,
     "Le nom de l'exercice \"%s\" est incorrect : 1 à 4 lettres ou chiffres."};
 inline constexpr TexteFixe ErrPeriode{3212, "La période du %s au %s est incorrecte."};
 
+// Taking back
+/// "à annuler" or "à rétablir"
+inline constexpr TexteFixe ErrRienAReprendre{3570, "Il n'y a rien %s."};
+/// "d'annuler" or "de rétablir", name of the unit, label of an entry
+inline constexpr TexteFixe ErrRepriseValidee{3571,
+    "Il n'est plus possible %s : %s.\nL'écriture « %s » est validée."};
+inline constexpr TexteFixe ErrRepriseChangee{3572,
+    "Il n'est plus possible %s : %s.\nCe qui avait été enregistré alors a été modifié depuis."};
+/// In the order of `Acte`; one word for each, "|" between
+inline constexpr TexteFixe MotsActes{6670,
+    "saisie|ajout|suppression|modification|rapprochement|dérapprochement|pointage|dépointage|"
+    "remise en banque|renumérotation|changement de date"};
+/// One and several, in the order of `Sorte`
+inline constexpr TexteFixe MotsSortes{6671,
+    "d'une écriture|écritures|d'une immobilisation|immobilisations|d'une opération bancaire|opérations bancaires|"
+    "d'une écriture automatique|écritures automatiques|d'une rubrique|rubriques|d'un compte|comptes"};
+inline constexpr TexteFixe FormatActeUn{6672, "%s %s"};            ///< act, "d'une écriture"
+inline constexpr TexteFixe FormatActePlusieurs{6673, "%s de %s %s"};  ///< act, number, "écritures"
+inline constexpr TexteFixe FormatActeNomme{6674, "%s de « %s »"};
+inline constexpr TexteFixe FormatActeMontant{6675, "%s de « %s », %s"};
+inline constexpr TexteFixe ActeReglages{6676, "modification des réglages"};
+/// To take back, to do again; each as "de" and as "à"
+inline constexpr TexteFixe MotsReprises{6677, "d'annuler|à annuler|de rétablir|à rétablir"};
+
 // Questions
 inline constexpr TexteFixe QuestionRecalcul{3307,
     "Cet utilitaire va recalculer les cumuls de tous les comptes de trésoreries, recettes, dépenses "

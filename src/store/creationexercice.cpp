@@ -209,6 +209,7 @@ bool RemplitFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& dossier
   for (const u16 numero : FichiersExercice())
     if (!CreeFichier(etat, numero, dossier)) return false;
   QVAPI::Unite unite(magasin);
+  unite.SansRetour();
   return AjouteTout(*etat.moteur, FichierComptes, contenu.comptes) &&
          AjouteTout(*etat.moteur, FichierRubriques, contenu.rubriques) && unite.Valide();
 }

@@ -217,6 +217,7 @@ bool QVAPI::QVCalculCompta(const std::string& nom, Statistiques& statistiques) {
   }
 
   Unite unite(*this);
+  unite.SansRetour();
   for (const auto& [position, cumuls] : calcul.Totaux()) {
     const Plan* vu = op.VuePlan(position);
     if (!vu) return op.Echoue();

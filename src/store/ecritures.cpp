@@ -110,8 +110,8 @@ bool RetireEcriture(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice
 
 /// Changes the lines of an entry by `change(line)`, without any effect on accounts.
 template <class Change>
-bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, u32 mouvement,
-                  Change change) {
+bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, u32 mouvement, Change change,
+                  bool sansRetour = false) {
   OperationEcriture op(magasin, etat, exercice, OperationEcriture::JournalSeul);
   std::vector<Position> positions;
   std::vector<Line> anciennes;
@@ -120,6 +120,7 @@ bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, 
   std::vector<Line> nouvelles = anciennes;
   change(nouvelles);
   QVAPI::Unite unite(magasin);
+  if (sansRetour) unite.SansRetour();
   EffetsComptes sansEffet;
   if (!op.RemplaceLignes(positions, anciennes, nouvelles, sansEffet)) return false;
   if (!unite.Valide()) return op.Echoue();
@@ -129,9 +130,10 @@ bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, 
 }
 
 bool ValideLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, u32 mouvement, u32 valide) {
-  return ChangeLignes(magasin, etat, exercice, mouvement, [valide](std::vector<Line>& lignes) {
+  const auto valider = [valide](std::vector<Line>& lignes) {
     for (Line& ligne : lignes) ligne.Validee = valide != 0;
-  });
+  };
+  return ChangeLignes(magasin, etat, exercice, mouvement, valider, true);
 }
 
 /// Rewrites one line with its effects. `nouvelle` has been normalised.

@@ -242,6 +242,7 @@ bool QVAPI::QVOpenExercice(const std::string& nomDonne) {
 }
 
 void QVAPI::QVCloseExercice() {
+  QVOublieUnites();
   m_etat->nomExercice.clear();
   m_etat->pathExercice.clear();
   m_etat->OublieCompteurs();

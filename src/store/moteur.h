@@ -6,10 +6,12 @@
 #include <bitset>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "store/annulation.h"
 #include "store/definitions.h"
 #include "store/magasincles.h"
 #include "store/systeme.h"
@@ -111,6 +113,25 @@ class Moteur {
   /// As `QVAPI::QVSuitChangements` and `QVNoteChangement`.
   void SuitChangements(std::function<void(const std::bitset<256>&)> suite);
   void NoteChangement(u16 numFichier);
+
+  // -- units taken back, as `QVAPI::QVReprend` and its like
+  using NommeurUnites = std::function<std::string(std::span<const EcartUnite>)>;
+  using SuiteRetour = std::function<bool(const EcartUnite&)>;
+  void RetientUnites(bool actives, NommeurUnites nommeur);
+  void OublieUnites();
+  /// The unit in progress: the first name stays.
+  void NommeUnite(const std::string& nom);
+  void SansRetour();
+  void RetientReglage(const UniteRetenue::ReglageRetenu& reglage);
+  void RetientTexte(const UniteRetenue::TexteRetenu& texte, const std::string& nom);
+  /// The unit that would be taken back (done again), null for none. Valid until the next unit.
+  const UniteRetenue* Retenue(bool refaire) const;
+  /// Rises when `Retenue` may have changed.
+  u64 VersionRetenues() const;
+  /// Writes the slots of that unit back, as a new unit; its files are open. False: ErrRetour when a slot
+  /// holds something else than the unit wrote, ErrAucune when `controle` said no.
+  bool Reprend(bool refaire, const SuiteRetour& controle);
+
   u64 NbSynchros() const;
   /// Rises whenever a unit, inner or outer, is undone: caches of values derived
   /// from the files are stale when it moved.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <set>
 #include <span>
 #include <unordered_map>
 
@@ -106,6 +107,15 @@ struct Moteur::Etat {
   std::bitset<256> changements;  ///< files of the unit that was just made durable
   std::function<void(const std::bitset<256>&)> suite;
   u64 nbAnnulations = 0;
+
+  Retenues retenues;
+  NommeurUnites nommeur;
+  std::string nomUnite;
+  bool sansRetour = false;
+  std::vector<UniteRetenue::ReglageRetenu> reglagesUnite;
+  std::vector<UniteRetenue::TexteRetenu> textesUnite;
+  const UniteRetenue* contraire = nullptr;  ///< that the unit in progress takes back, or does again
+  bool contraireDefait = false;
   std::vector<u8> tampon;
 
   bool Echec(int code, const std::string& fichier = {}) {
@@ -161,6 +171,15 @@ struct Moteur::Etat {
   bool ComposeUnite(const OrdreImages& ordre);
   void ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille, const u8* base);
   bool Applique(const OrdreImages& ordre);
+  // moteurannulation.cpp
+  void RetientUnite(const OrdreImages& ordre);
+  void OublieNom();
+  void ComposeCote(const UniteRetenue& unite, const UniteRetenue::Ecart& e, bool apres, const u8* present,
+                   std::vector<u8>& rec) const;
+  bool ControleRetour(const UniteRetenue& unite, const SuiteRetour& controle);
+  bool ReprendLibres(Ouvert& o, std::set<Position> voulus);
+  bool EcritRetour(Moteur& moteur, const UniteRetenue& unite);
+  // moteurunites.cpp
   bool AppliqueSuite(Ouvert& o, std::span<const ImagesUnite::Image* const> suite);
 };
 

@@ -248,6 +248,7 @@ bool Moteur::ValideUnite() {
   assert(m->images.Vide() && m->touches.empty() && m->changementsCles.empty());
   m->reperes.clear();
   m->profondeur = 0;
+  m->OublieNom();
   if (m->suite && m->changements.any()) m->suite(m->changements);
   return true;
 }
@@ -280,6 +281,7 @@ void Moteur::AnnuleUnite() {
     m->DefaitTout();
     m->reperes.clear();
     m->profondeur = 0;
+    m->OublieNom();
   }
   m->Echec(code, fichier);
 }
@@ -418,6 +420,7 @@ bool Moteur::Etat::Engage() {
     if (const int rc = reprise->Ecrit()) return Echec(rc, Joint(dossier, "fenlor.rep"));
   }
   // From here on the unit is told as saved: whatever the data files answer, the log has it.
+  RetientUnite(ordre);
   Applique(ordre);
   return true;
 }

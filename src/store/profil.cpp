@@ -218,6 +218,10 @@ std::size_t Profil::TrouveSection(const std::string& section) const {
 
 std::string Profil::Lit(const std::string& section, const std::string& cle) {
   Charge();
+  return ValeurDe(section, cle);
+}
+
+std::string Profil::ValeurDe(const std::string& section, const std::string& cle) {
   if (!m_indexe) Indexe();
   PoseCherchee(m_cherchee, section, cle);
   const auto trouvee = m_valeurs.find(m_cherchee);
@@ -314,6 +318,9 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
   m_vuA = 0;  // what is replaced is what stands there now
   if (!Charge()) return false;
 
+  std::vector<std::string> anciennes;
+  for (const Changement& c : changements)
+    if (m_suite) anciennes.push_back(ValeurDe(c.section, c.cle));
   m_indexe = false;
   const std::vector<Ligne> avant = m_lignes;
   for (const Changement& c : changements) Applique(c);
@@ -338,6 +345,10 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     if (!m_erreur) {
       m_empreinte = neuve;
       m_sommeFausse = false;
+      for (std::size_t i = 0; m_suite && i < changements.size(); ++i) {
+        const Changement& c = changements[i];
+        if (!c.cle.empty()) m_suite(c.section, c.cle, anciennes[i], c.valeur.value_or(std::string()));
+      }
       return true;
     }
     // The new file has the name already, and may or may not keep it: the old

@@ -10,6 +10,7 @@
 // or ends with a blank or a quote is written between double quotes.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -59,6 +60,11 @@ class Profil {
   /// not be written is refused, though its directory would let it be replaced.
   bool Ecrit(const std::vector<Changement>& changements);
 
+  /// Hears of each key that was written: section, key, value before and after (empty: none).
+  using Suite =
+      std::function<void(const std::string&, const std::string&, const std::string&, const std::string&)>;
+  void Suit(Suite suite) { m_suite = std::move(suite); }
+
   /// errno of the last call, 0 when it went well.
   int Erreur() const { return m_erreur; }
   const std::string& Chemin() const { return m_chemin; }
@@ -71,6 +77,7 @@ class Profil {
     std::string valeur;
   };
   bool Charge();
+  std::string ValeurDe(const std::string& section, const std::string& cle);
   void Indexe();
   void Analyse(const std::string& contenu);
   std::string Assemble(const std::vector<Ligne>& lignes) const;
@@ -87,6 +94,7 @@ class Profil {
   std::string m_cherchee;
   std::optional<Empreinte> m_empreinte;
   const u64* m_instant;
+  Suite m_suite;
   u64 m_vuA = 0;  ///< instant of the last look
   int m_erreur = 0;
 };

@@ -56,7 +56,13 @@ namespace {
 constexpr const char* FichierReglages = "fenlor.ini";
 
 std::unique_ptr<Profil> ReglagesDe(EtatQVAPI& etat, const std::string& dossier) {
-  return std::make_unique<Profil>(*etat.systeme, Joint(dossier, FichierReglages), true, &etat.instant);
+  auto reglages =
+      std::make_unique<Profil>(*etat.systeme, Joint(dossier, FichierReglages), true, &etat.instant);
+  reglages->Suit([&etat](const std::string& section, const std::string& cle, const std::string& avant,
+                         const std::string& apres) {
+    etat.moteur->RetientReglage({section, cle, avant, apres});
+  });
+  return reglages;
 }
 
 /// Told once, and before the settings are written the first time: they are then vouched for again.
@@ -164,9 +170,12 @@ QVAPI::Instant::~Instant() {
   if (--m_magasin.m_etat->emboites == 0) m_magasin.m_etat->instant = 0;
 }
 
-QVAPI::Unite::Unite(QVAPI& magasin) : m_magasin(magasin), m_instant(magasin) {
+QVAPI::Unite::Unite(QVAPI& magasin, const std::string& nom) : m_magasin(magasin), m_instant(magasin) {
   m_magasin.m_etat->moteur->DebutUnite();
+  if (!nom.empty()) m_magasin.m_etat->moteur->NommeUnite(nom);
 }
+
+void QVAPI::Unite::SansRetour() { m_magasin.m_etat->moteur->SansRetour(); }
 
 QVAPI::Unite::~Unite() {
   if (!m_fini) m_magasin.m_etat->moteur->AnnuleUnite();
@@ -243,6 +252,8 @@ std::string QVAPI::QVErreurTexte(int code) const {
       return "Le compteur \"Mouvement\" est épuisé : l'exercice n'a plus de numéro d'écriture libre"_w;
     case ErrCompteurImmo:
       return "Le compteur des immobilisations est épuisé : il n'y a plus de numéro libre"_w;
+    case ErrRetour:
+      return "Ces données ont été modifiées depuis"_w;
     case ErrAltere:
       return "Un autre programme a supprimé, remplacé ou raccourci le fichier"_w;
     case ErrCles:

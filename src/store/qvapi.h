@@ -24,6 +24,7 @@
 #include <bitset>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,6 +64,7 @@ enum ErreurMagasin : int {
   ErrAltere = 1018,             ///< somebody removed, replaced or cut an open file
   ErrCompteurMouvement = 1019,  ///< no entry number is left
   ErrCompteurImmo = 1020,       ///< no number of an asset is left
+  ErrRetour = 1021,             ///< what a unit wrote does not stand there any more
 };
 
 /// Events of the callback (`QVSetCallback`).
@@ -181,8 +183,12 @@ class QVAPI {
   /// part only; what is durable is decided by the outermost.
   class Unite {
    public:
-    explicit Unite(QVAPI& magasin);
+    /// `nom`: what a person reads where the unit may be taken back, "suppression de..." (Windows-1252). The
+    /// first name of nested units counts; without any the namer of `QVRetientUnites` gives one.
+    explicit Unite(QVAPI& magasin, const std::string& nom = {});
     ~Unite();
+    /// It is not to be taken back, nor is what it is part of: a validation, recalculated totals.
+    void SansRetour();
     Unite(const Unite&) = delete;
     Unite& operator=(const Unite&) = delete;
     /// Ends the unit. True: it is on disk (for an inner unit: it is part of the
@@ -202,6 +208,24 @@ class QVAPI {
   void QVSuitChangements(std::function<void(const Changements&)> suite);
   /// Tells the change of a plain file, which the store does not see.
   void QVNoteChangement(NumeroFichier numero);
+  // Taking back. What units change is kept in memory (annulation.h) from the call on, until the exercice is
+  // closed. A settings key that a unit writes goes back with it where it still holds what the unit wrote.
+  using NommeurUnites = std::function<std::string(std::span<const EcartUnite>)>;
+  void QVRetientUnites(bool actives, NommeurUnites nommeur = {});
+  void QVOublieUnites();
+  /// A text file that is about to be replaced, or was: its own unit, or part of the one in progress. Also
+  /// tells the change.
+  void QVRetientTexte(NumeroFichier numero, const std::string& chemin, const std::string& avant,
+                      const std::string& apres, const std::string& nom);
+  /// Name of the unit that `QVReprend` takes back (`refaire`: does again), empty when there is none.
+  std::string QVNomReprise(bool refaire) const;
+  /// Rises whenever the answer may be another one.
+  u64 QVVersionReprises() const;
+  /// Takes the last unit back as a new one, which can be done again; or does the last one that was taken back
+  /// again. `controle` sees each slot, as it stands and as it will be, before anything is written; false
+  /// stops the work (QVFileErrorCode: ErrAucune). Refused with ErrRetour when a slot, or a text, holds
+  /// something else than the unit wrote.
+  bool QVReprend(bool refaire, const std::function<bool(const EcartUnite&)>& controle = {});
   /// A unit is open: what is read may still be undone.
   bool QVEnUnite() const;
   /// Brings everything to its place and empties the redo log.

@@ -74,7 +74,12 @@ void DialogueQt::PoseManque(std::set<unsigned> questions, std::function<bool(uns
   m_comble = std::move(comble);
 }
 
+void DialogueQt::PoseSansDemander(std::function<bool(unsigned)> sansDemander) {
+  m_sansDemander = std::move(sansDemander);
+}
+
 int DialogueQt::Message(unsigned style, unsigned numero, const std::string& texte) {
+  if (m_sansDemander && m_sansDemander(numero)) return RepOui;
   const QScopedValueRollback boites(m_boites, m_boites + 1);
   int reponse = 0;
   do {

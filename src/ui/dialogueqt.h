@@ -29,6 +29,9 @@ class DialogueQt : public Dialogue {
   /// opens a form that brings it; while it is false the question is asked again.
   void PoseManque(std::set<unsigned> questions, std::function<bool(unsigned)> comble);
 
+  /// While `sansDemander` says so of its number, a question is answered with "Oui" and not shown.
+  void PoseSansDemander(std::function<bool(unsigned)> sansDemander);
+
   void Erreur(unsigned numero, const std::string& texte) override;
   int Message(unsigned style, unsigned numero, const std::string& texte) override;
 
@@ -56,7 +59,7 @@ class DialogueQt : public Dialogue {
   void Peint();                   ///< lets paint and timer messages pass, no input
 
   std::set<unsigned> m_manques;
-  std::function<bool(unsigned)> m_comble;
+  std::function<bool(unsigned)> m_comble, m_sansDemander;
   QPointer<QWidget> m_cadre;
   QPointer<QWidget> m_proprietaire;  ///< disabled while the progress window is up
   QPointer<CDialogAbort> m_fenetre;  ///< ours, unless its owner took it along

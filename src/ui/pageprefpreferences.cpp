@@ -4,6 +4,7 @@
 
 #include "core/cles.h"
 #include "core/textes.h"
+#include "core/valeurs.h"
 #include "ui/texteqt.h"
 #include "ui/textes.h"
 
@@ -11,12 +12,19 @@ namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
 
+bool DemandeAvantSuppression(const CFenlorApp& app) {
+  const std::string valeur = app.Reglages.LitIni(Texte(SecPreferences), Texte(CleDemanderSupprimer));
+  return EstVide(valeur) || Parametres::IsOui(valeur);
+}
+
 CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
     : CZNPage(contexte, u"Préférences"_s, "PagePrefPreferences") {
   Formulaire f{*this};
   f.Groupe(u"Saisie"_s)
       .Case(m_virgule, u"Virgule automatique pour les valeurs numériques"_s, "virgule")
-      .Case(m_entree, u"La touche Entrée change de zone"_s, "entree");
+      .Case(m_entree, u"La touche Entrée change de zone"_s, "entree")
+      .Case(m_demander, u"Demander avant de supprimer"_s, "demander")
+      .Astuce(u"Sans question, ce qui est supprimé revient par Ctrl+Z."_s);
   f.Groupe(u"Numéros de compte"_s)
       .Case(m_zeros, u"Zéros significatifs"_s, "zeros")
       .Champ(u"Nombre de chiffres : "_s, m_chiffres, "chiffres")
@@ -41,6 +49,7 @@ bool CPagePrefPreferences::Charge() {
   const auto lit = [&](const TexteFixe& cle) { return reglages.LitIni(Texte(SecPreferences), Texte(cle)); };
   m_virgule.setChecked(reglages.IsVirgule());
   m_entree.setChecked(reglages.IsEntree());
+  m_demander.setChecked(DemandeAvantSuppression(App()));
   m_zeros.setChecked(Parametres::IsOui(lit(CleZerosSignificatifs)));
   m_chiffres.Pose(lit(CleNombreChiffres));
   m_brouillon.setChecked(reglages.IsBrouillon());
@@ -60,6 +69,7 @@ bool CPagePrefPreferences::Enregistre() {
   };
   coche(CleVirgule, m_virgule);
   coche(CleEntree, m_entree);
+  coche(CleDemanderSupprimer, m_demander);
   coche(CleZerosSignificatifs, m_zeros);
   ecrit(CleNombreChiffres, m_chiffres.Valeur());
   coche(CleBrouillon, m_brouillon);

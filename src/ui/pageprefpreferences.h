@@ -6,6 +6,9 @@
 
 namespace fenlor {
 
+/// True unless the user does without the question before what can be taken back.
+bool DemandeAvantSuppression(const CFenlorApp& app);
+
 class CPagePrefPreferences : public CZNPage {
   Q_OBJECT
  public:
@@ -14,7 +17,7 @@ class CPagePrefPreferences : public CZNPage {
   bool Enregistre() override;
 
  private:
-  QCheckBox m_virgule, m_entree, m_zeros, m_brouillon, m_previsualisation, m_finDeSession;
+  QCheckBox m_virgule, m_entree, m_demander, m_zeros, m_brouillon, m_previsualisation, m_finDeSession;
   EditeurTexte m_chiffres;
   EditeurChoix m_style;
   FinDesLiens m_finLiens{*this};

@@ -47,6 +47,7 @@ inline constexpr TexteFixe FermeFiltre{6724, "Fermer le filtre (Échap)"};
 inline constexpr TexteFixe FormatFiltre{6725, "%s sur %s"};  ///< rows that show, rows there are
 inline constexpr TexteFixe VideFiltre{6730, "Aucune ligne n'a tous ces mots."};
 inline constexpr TexteFixe NomPropositions{6731, "Propositions"};
+inline constexpr TexteFixe CleDemanderSupprimer{6682, "Demander avant de supprimer"};  ///< on unless "Non"
 inline constexpr TexteFixe CleFenetre{5651, "Fenêtre"};
 inline constexpr TexteFixe CleAgrandie{5652, "Agrandie"};
 inline constexpr TexteFixe CleZoom{6745, "Zoom"};  ///< of the texts, percent

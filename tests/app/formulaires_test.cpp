@@ -39,6 +39,7 @@
 #include "forms/garde/wizardsauvegarde.h"
 #include "forms/graphiques/dialoggraph.h"
 #include "forms/graphiques/dialogprintgraph.h"
+#include "forms/journal/dialogcorbeille.h"
 #include "forms/journal/dialogcritere.h"
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmonth.h"
@@ -275,6 +276,7 @@ void TousLesFormulaires::Ecritures() {
   CDialogPrintGraph papier(Ui, taille);
   CriteresRemise cheques = CriteresRemiseProposes(App());
   CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
+  CDialogCorbeille corbeille(Ui);
   CDialogAutoEcheance echeances(Ui, {{1, FaitDate(15, 3, 2003), "Loyer", "BQ", JournalDepenses, 700, true}});
   const std::string tableau =
       "Date;Libellé;Débit;Crédit\r\n"_w + "03/11/2003;" + std::string(80, 'M') + ";123456,78;\r\nx;y;;1\r\n";
@@ -283,9 +285,9 @@ void TousLesFormulaires::Ecritures() {
   ASSERT_FALSE(RetientForme(App(), releve.Compte(), formeCsv));
   CDialogReleve connu(Ui, tableau, u"releve-de-novembre.csv"_s, {});
   CDialogReleveCsv csv(Ui, tableau, formeCsv);
-  for (QDialog* forme :
-       std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement, &rapprochement,
-                                       &frais, &graphique, &papier, &remise, &echeances, &connu, &csv})
+  for (QDialog* forme : std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement,
+                                                        &rapprochement, &frais, &graphique, &papier, &remise,
+                                                        &corbeille, &echeances, &connu, &csv})
     Regarde(*forme);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,

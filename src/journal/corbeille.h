@@ -1,0 +1,42 @@
+// What was deleted of an exercice in the last 90 days: the file "CORBEILLE.dat" in its folder. An entry is
+// put there before it goes, so that a stop in between costs nothing: one that still stands is not shown.
+//
+//   offset  size  meaning
+//        0     8  "FNCORB\1" and 0
+//        8   ...  deletions: u32 number, u32 date, u32 entry number it was restored
+//                  under, u16 time, u16 lines n, n records `Line`
+//      end     4  CRC-32C of all bytes before
+#pragma once
+
+#include <chrono>
+#include <vector>
+
+#include "core/fenlorapp.h"
+
+namespace fenlor {
+
+constexpr std::chrono::days JoursCorbeille{90};
+
+struct Suppression {
+  u32 numero = 0;
+  Date date = 0;
+  Heure heure = 0;
+  u32 restauree = 0;         ///< number under which it was entered again, 0: never
+  std::vector<Line> lignes;  ///< of one entry, in order of rank; never empty
+  /// Its debits.
+  f64 Montant(bool euro) const;
+};
+
+/// Before an entry is deleted. A file that is damaged is set aside with a warning; one that cannot be written
+/// is a refusal (3574), and the entry had better stay.
+Refus MetEnCorbeille(CFenlorApp& app, u32 mouvement);
+
+/// Deletions, the newest first. Refused: 3573 for a file that is damaged, 3574 for one that cannot be read.
+Refus LitCorbeille(CFenlorApp& app, std::vector<Suppression>& suppressions);
+
+/// Enters it again, free of the parent application, under its own number unless that is taken, which comes
+/// out in `mouvement`. One unit. Refused: the exercice (3209, 3056), no such deletion (3575), an account that
+/// is gone.
+Refus RestaureSuppression(CFenlorApp& app, u32 numero, u32& mouvement);
+
+}  // namespace fenlor

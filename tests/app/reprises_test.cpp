@@ -1,0 +1,97 @@
+#include "app/reprises.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QPushButton>
+#include <QtTest>
+
+#include "app/fabriques.h"
+#include "app/gestioncommandes.h"
+#include "app/mainframe.h"
+#include "core/cles.h"
+#include "journal/textes.h"
+#include "outils/uidetest.h"
+#include "store/texte1252.h"
+#include "ui/dialogueqt.h"
+#include "ui/textes.h"
+
+namespace fenlor::test {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ReprisesUiTest : public UiDeTest {
+ protected:
+  ReprisesUiTest() {
+    EXPECT_TRUE(CreeExercice("2003"));
+    PoseCompte("5120000000", Tresorerie, "512", "Banque", 1);
+    PoseCompte("7060000000", Recette, "HON", "Honoraires");
+    m_principal = std::make_unique<CMainFrame>(App(), m_dialogues);
+    PoseFabriques(*m_principal);
+    m_principal->show();
+    m_principal->AppliqueRaccourcis();
+    m_principal->OuvreUnique(FenRecettes);
+    m_une =
+        AjouteSimple(JournalRecettes, FaitDate(10, 3, 2003), "7060000000", 20, "5120000000", "Consultation");
+    m_principal->Actualise();
+  }
+  QAction& Action(unsigned numero) { return *m_principal->Table().Action(numero); }
+  QWidget& Barre() { return Trouve<QWidget>(*m_principal, "offre"); }
+  QString TexteBarre() { return Trouve<QLabel>(*m_principal, "texteOffre").text(); }
+  void Supprime() {
+    ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, m_une));
+    m_principal->Actualise();
+  }
+
+  DialogueQt m_dialogues;
+  std::unique_ptr<CMainFrame> m_principal;
+  u32 m_une = 0;
+};
+
+TEST_F(ReprisesUiTest, UneSuppressionSOffreARevenir) {
+  EXPECT_TRUE(Barre().isHidden()) << "an entry that was typed is no deletion";
+  EXPECT_EQ(Action(CmdAnnuler).text(), u"Ann&uler : saisie de « Consultation », 20,00 €"_s);
+  EXPECT_FALSE(Action(CmdRetablir).isEnabled());
+  Supprime();
+  EXPECT_FALSE(Barre().isHidden());
+  EXPECT_EQ(TexteBarre(), u"Suppression de « Consultation », 20,00 €"_s);
+  Clique(Bouton(*m_principal, u"&Annuler"_s));
+  EXPECT_EQ(Lignes(m_une).size(), 2u);
+  EXPECT_EQ(TexteBarre(), u"Annulé : suppression de « Consultation », 20,00 €"_s);
+  Action(CmdRetablir).trigger();
+  EXPECT_TRUE(Lignes(m_une).empty());
+  EXPECT_EQ(TexteBarre(), u"Rétabli : suppression de « Consultation », 20,00 €"_s);
+  Action(CmdAnnuler).trigger();
+  Action(CmdAnnuler).trigger();
+  EXPECT_TRUE(Lignes(m_une).empty());
+  EXPECT_EQ(Action(CmdRetablir).text(), u"Rétab&lir : saisie de « Consultation », 20,00 €"_s);
+}
+
+TEST_F(ReprisesUiTest, UnChampDeTexteGardeSonCtrlZ) {
+  Supprime();
+  QLineEdit champ(m_principal->centralWidget());
+  champ.show();
+  m_principal->activateWindow();
+  Va(champ);
+  QTest::keyClicks(&champ, u"abc"_s);
+  QTest::keyClick(m_principal->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(champ.text(), u""_s);
+  EXPECT_TRUE(Lignes(m_une).empty());
+  Va(*m_principal->Zone().viewport());
+  QTest::keyClick(m_principal->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Lignes(m_une).size(), 2u);
+}
+
+TEST_F(ReprisesUiTest, SansQuestionAvantCeQuiRevient) {
+  EXPECT_FALSE(SansDemander(App(), QuestionSuppression)) << "asked unless the user said otherwise";
+  ASSERT_TRUE(App().Reglages.EcritIni(Texte(SecPreferences), Texte(CleDemanderSupprimer), "Non"));
+  EXPECT_TRUE(SansDemander(App(), QuestionSuppression));
+  EXPECT_FALSE(SansDemander(App(), QuestionSuppressionRapprochee)) << "it says more than that it deletes";
+  m_dialogues.PoseSansDemander([this](unsigned question) { return SansDemander(App(), question); });
+  EXPECT_EQ(m_dialogues.Message(BoutonsOuiNon, QuestionSuppression, "Suppression ?"), RepOui);
+}
+
+}  // namespace
+}  // namespace fenlor::test
