@@ -112,7 +112,8 @@ inline constexpr TexteFixe ActeRestauration{6681, "restauration de « %s »"};  
 inline constexpr TexteFixe ErrCorbeilleEndommagee{3573, "La corbeille est endommagée :\n%s"};  ///< path
 inline constexpr TexteFixe ErrCorbeille{3574,
     "La corbeille ne peut pas être lue ou écrite : %s.\nRien n'a été changé."};  ///< reason
-inline constexpr TexteFixe ErrSuppressionAbsente{3575, "Il n'y a pas de suppression n° %s dans la corbeille."};
+inline constexpr TexteFixe ErrSuppressionAbsente{3575,
+    "Il n'y a pas de suppression n° %s dans la corbeille."};
 
 // Progress
 inline constexpr TexteFixe TexteTraitement{5026, "Traitement en cours..."};

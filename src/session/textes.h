@@ -51,7 +51,8 @@ inline constexpr TexteFixe MotsActes{6670,
     "remise en banque|renumérotation|changement de date"};
 /// One and several, in the order of `Sorte`
 inline constexpr TexteFixe MotsSortes{6671,
-    "d'une écriture|écritures|d'une immobilisation|immobilisations|d'une opération bancaire|opérations bancaires|"
+    "d'une écriture|écritures|d'une immobilisation|immobilisations|d'une opération bancaire|"
+    "opérations bancaires|"
     "d'une écriture automatique|écritures automatiques|d'une rubrique|rubriques|d'un compte|comptes"};
 inline constexpr TexteFixe FormatActeUn{6672, "%s %s"};            ///< act, "d'une écriture"
 inline constexpr TexteFixe FormatActePlusieurs{6673, "%s de %s %s"};  ///< act, number, "écritures"

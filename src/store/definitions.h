@@ -46,8 +46,8 @@ struct DefinitionFichier {
   unsigned (*compose)(unsigned indice, const void* rec, char* sortie);
 };
 
-/// A slot that a unit of work changes: its record before and after, null where none stands. The marker byte is
-/// as stored.
+/// A slot that a unit of work changes: its record before and after, null where none stands. The marker byte
+/// is as stored.
 struct EcartUnite {
   u16 fichier = 0;
   const void* avant = nullptr;

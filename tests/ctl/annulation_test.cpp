@@ -231,137 +231,125 @@ class Hasard : public Reprises {
     return rec;
   }
 
+  const std::string& Exercice() { return App().PathExercice; }
+
+  void Saisit(bool recette) {
+    AjouteSimple(recette ? JournalRecettes : JournalDepenses, Jour(), recette ? Honoraires : Achats,
+                 Montant(), Entre(0, 1) ? Banque512 : Caisse, "L" + std::to_string(Entre(1, 9)));
+  }
+  void Modifie(u32 mouvement) {
+    EcrSimple rec{};
+    if (!mouvement || !Magasin().ReadEcrSimple(Exercice(), mouvement, rec)) return;
+    rec.MontantEuro = rec.RepartitionEuro = Montant();
+    rec.MontantFranc = rec.RepartitionFranc = QVAPI::ConvertEuroToFranc(6.55957, rec.MontantEuro);
+    if (Entre(0, 1)) rec.Date = Jour();
+    Magasin().UpdateEcrSimple(Exercice(), mouvement, rec);
+  }
+  /// Several entries as one unit, and inner ones that are undone.
+  void Plusieurs() {
+    QVAPI::Unite unite(Magasin());
+    for (unsigned n = Entre(1, 9); n > 0; --n) {
+      QVAPI::Unite interne(Magasin());
+      Saisit(true);
+      if (const u32 autre = UnMouvement()) Magasin().RemoveMouvements(Exercice(), autre);
+      if (n != 3) interne.Valide();
+    }
+    EXPECT_TRUE(unite.Valide());
+  }
+  void Renumerote(bool recette) {
+    DemandeListe demande;
+    demande.journal = recette ? JournalRecettes : JournalDepenses;
+    demande.mois = Entre(1, 12);
+    u32 nombre = 0;
+    EXPECT_EQ(RenumeroteEcritures(App(), demande, nombre).numero, 0u);
+  }
+  void SaisitOD() {
+    QVAPI::Unite unite(Magasin());
+    const u32 numero = Magasin().GetFreeMouvementsID(Exercice(), JournalOD);
+    for (u32 rang = 0; rang < 2; ++rang) {
+      Line ligne{};
+      ligne.Mouvement = numero;
+      ligne.Journal = JournalOD;
+      ligne.Genre = GenreOD;
+      ligne.Ligne = 1;
+      ligne.Sens = rang;
+      ligne.Date = ligne.DateLigne = Jour();
+      ligne.MontantEuro = ligne.MontantFranc = 7;
+      PoseTexte(ligne.Compte, rang ? Caisse : Banque512);
+      Magasin().AddLines(Exercice(), ligne);
+    }
+    EXPECT_TRUE(unite.Valide());
+  }
+  void Importe() {
+    std::vector<Banque> operations(Entre(1, 5));
+    for (Banque& rec : operations) rec = UneOperation();
+    EXPECT_EQ(AjouteOperations(App(), operations).numero, 0u);
+  }
+  void Rapproche() {
+    const DemandeAutomatique demande{{Banque512, FaitDate(1, 1, 2003), FaitDate(31, 12, 2003)}, false, true};
+    BilanRapprochement bilan;
+    (void)RapprocheAutomatique(App(), demande, bilan);
+  }
+  void ChangeCompte() {
+    const std::string compte = std::to_string(Entre(6100, 6130)) + "000000";
+    CPlan plan(App(), Exercice());
+    ASSERT_TRUE(plan.OpenFile());
+    PoseTexte(plan.Rec->Compte, compte);
+    if (plan.Find(0) && Entre(0, 1)) {
+      EXPECT_TRUE(plan.Delete(plan.Position));
+      return;
+    }
+    PoseTexte(plan.Rec->Compte, compte);
+    PoseTexte(plan.Rec->Code, compte.substr(1, 3));
+    PoseTexte(plan.Rec->Designation, "Compte " + std::to_string(Entre(1, 9)));
+    plan.Rec->Type = Depense;
+    EXPECT_TRUE(plan.Add());
+  }
+  void ChangeBien() {
+    Immobilisation bien{};
+    bien.Numero = Entre(1, 6);
+    bien.DateAchat = Jour();
+    bien.PrixEuro = Montant();
+    EXPECT_TRUE(Magasin().WriteImmobilisations(bien));
+  }
+  void ChangeModele() {
+    const Ouverture automatiques(Magasin(), FichierAuto);
+    const u32 nombre = Magasin().GetEcrituresAutoRec(automatiques.Poignee());
+    if (nombre > 2 && Entre(0, 1)) {
+      EXPECT_TRUE(Magasin().DeleteEcrituresAuto(Entre(1, nombre), automatiques.Poignee()));
+      return;
+    }
+    EcrituresAuto rec{};
+    rec.Date = Jour();
+    rec.MontantEuro = Montant();
+    EXPECT_TRUE(Magasin().WriteEcrituresAuto(rec, automatiques.Poignee()));
+  }
+  void ChangeReglage() {
+    QVAPI::Unite unite(Magasin());
+    App().Reglages.EcritIni("Essai", "Compteur", std::to_string(Entre(1, 99)));
+    EXPECT_TRUE(unite.Valide());
+  }
+
   void UneUnite() {
-    const std::string& exercice = App().PathExercice;
     const u32 mouvement = UnMouvement();
     const bool recette = Entre(0, 1) != 0;
-    switch (Entre(0, 19)) {
-      case 0:
-      case 1:
-      case 2:
-      case 3:
-      case 4:
-        AjouteSimple(recette ? JournalRecettes : JournalDepenses, Jour(), recette ? Honoraires : Achats,
-                     Montant(), Entre(0, 1) ? Banque512 : Caisse, "L" + std::to_string(Entre(1, 9)));
-        break;
-      case 5:
-      case 6: {
-        EcrSimple rec{};
-        if (!mouvement || !Magasin().ReadEcrSimple(exercice, mouvement, rec)) break;
-        rec.MontantEuro = rec.RepartitionEuro = Montant();
-        rec.MontantFranc = rec.RepartitionFranc = QVAPI::ConvertEuroToFranc(6.55957, rec.MontantEuro);
-        if (Entre(0, 1)) rec.Date = Jour();
-        Magasin().UpdateEcrSimple(exercice, mouvement, rec);
-        break;
-      }
-      case 7:
-      case 8:
-        if (mouvement) Magasin().RemoveMouvements(exercice, mouvement);
-        break;
-      case 9: {  // several entries as one unit, and one inner unit that is undone
-        QVAPI::Unite unite(Magasin());
-        for (unsigned n = Entre(1, 9); n > 0; --n) {
-          QVAPI::Unite interne(Magasin());
-          AjouteSimple(JournalRecettes, Jour(), Honoraires, Montant(), Banque512);
-          if (const u32 autre = UnMouvement()) Magasin().RemoveMouvements(exercice, autre);
-          if (n != 3) interne.Valide();
-        }
-        EXPECT_TRUE(unite.Valide());
-        break;
-      }
-      case 10:
-        if (mouvement) Magasin().ReverseMarkMouvements(exercice, mouvement);
-        break;
-      case 11: {
-        DemandeListe demande;
-        demande.journal = recette ? JournalRecettes : JournalDepenses;
-        demande.mois = Entre(1, 12);
-        u32 nombre = 0;
-        EXPECT_EQ(RenumeroteEcritures(App(), demande, nombre).numero, 0u);
-        break;
-      }
-      case 12: {
-        QVAPI::Unite unite(Magasin());
-        const u32 numero = Magasin().GetFreeMouvementsID(exercice, JournalOD);
-        for (u32 rang = 0; rang < 2; ++rang) {
-          Line ligne{};
-          ligne.Mouvement = numero;
-          ligne.Journal = JournalOD;
-          ligne.Genre = GenreOD;
-          ligne.Rang = rang;
-          ligne.Ligne = 1;
-          ligne.Sens = rang;
-          ligne.Date = ligne.DateLigne = Jour();
-          ligne.MontantEuro = ligne.MontantFranc = 7;
-          PoseTexte(ligne.Compte, rang ? Caisse : Banque512);
-          Magasin().AddLines(exercice, ligne);
-        }
-        EXPECT_TRUE(unite.Valide());
-        break;
-      }
-      case 13: {
-        std::vector<Banque> operations(Entre(1, 5));
-        for (Banque& rec : operations) rec = UneOperation();
-        EXPECT_EQ(AjouteOperations(App(), operations).numero, 0u);
-        break;
-      }
-      case 14: {
-        const DemandeAutomatique demande{
-            {Banque512, FaitDate(1, 1, 2003), FaitDate(31, 12, 2003)}, false, true};
-        BilanRapprochement bilan;
-        (void)RapprocheAutomatique(App(), demande, bilan);
-        break;
-      }
-      case 15:
-        if (const Position position = Une(FichierBanques)) (void)SupprimeOperation(App(), position, true);
-        break;
-      case 16: {
-        const std::string compte = std::to_string(Entre(6100, 6130)) + "000000";
-        CPlan plan(App(), exercice);
-        ASSERT_TRUE(plan.OpenFile());
-        PoseTexte(plan.Rec->Compte, compte);
-        if (plan.Find(0) && Entre(0, 1)) {
-          EXPECT_TRUE(plan.Delete(plan.Position));
-          break;
-        }
-        PoseTexte(plan.Rec->Compte, compte);
-        PoseTexte(plan.Rec->Code, compte.substr(1, 3));
-        PoseTexte(plan.Rec->Designation, "Compte " + std::to_string(Entre(1, 9)));
-        plan.Rec->Type = Depense;
-        EXPECT_TRUE(plan.Add());
-        break;
-      }
-      case 17: {
-        Immobilisation bien{};
-        bien.Numero = Entre(1, 6);
-        bien.DateAchat = Jour();
-        bien.PrixEuro = Montant();
-        EXPECT_TRUE(Magasin().WriteImmobilisations(bien));
-        break;
-      }
-      case 18: {
-        const Ouverture automatiques(Magasin(), FichierAuto);
-        const u32 nombre = Magasin().GetEcrituresAutoRec(automatiques.Poignee());
-        if (nombre > 2 && Entre(0, 1)) {
-          EXPECT_TRUE(Magasin().DeleteEcrituresAuto(Entre(1, nombre), automatiques.Poignee()));
-          break;
-        }
-        EcrituresAuto rec{};
-        rec.Date = Jour();
-        rec.MontantEuro = Montant();
-        EXPECT_TRUE(Magasin().WriteEcrituresAuto(rec, automatiques.Poignee()));
-        break;
-      }
-      default: {
-        if (Entre(0, 1)) {
-          EXPECT_TRUE(EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"}));
-          break;
-        }
-        QVAPI::Unite unite(Magasin());
-        App().Reglages.EcritIni("Essai", "Compteur", std::to_string(Entre(1, 99)));
-        EXPECT_TRUE(unite.Valide());
-      }
-    }
+    const unsigned sorte = Entre(0, 20);
+    if (sorte < 5) return Saisit(recette);
+    if (sorte < 7) return Modifie(mouvement);
+    if (sorte < 9 && mouvement) Magasin().RemoveMouvements(Exercice(), mouvement);
+    if (sorte == 9) Plusieurs();
+    if (sorte == 10 && mouvement) Magasin().ReverseMarkMouvements(Exercice(), mouvement);
+    if (sorte == 11) Renumerote(recette);
+    if (sorte == 12) SaisitOD();
+    if (sorte == 13) Importe();
+    if (sorte == 14) Rapproche();
+    if (sorte == 15)
+      if (const Position position = Une(FichierBanques)) (void)SupprimeOperation(App(), position, true);
+    if (sorte == 16) ChangeCompte();
+    if (sorte == 17) ChangeBien();
+    if (sorte == 18) ChangeModele();
+    if (sorte == 19) ChangeReglage();
+    if (sorte == 20) EXPECT_TRUE(EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"}));
   }
 
   std::mt19937 m_hasard{[] {
