@@ -349,7 +349,8 @@ class Hasard : public Reprises {
     if (sorte == 17) ChangeBien();
     if (sorte == 18) ChangeModele();
     if (sorte == 19) ChangeReglage();
-    if (sorte == 20) EXPECT_TRUE(EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"}));
+    if (sorte < 20) return;
+    EXPECT_TRUE(EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"}));
   }
 
   std::mt19937 m_hasard{[] {
