@@ -103,6 +103,7 @@ const Ordre Refuses[] = {
     {{"recalculer", "--euros"}},
     {{"creer", "--exercice", "2003", "--euro"}},
     {{"cloturer"}},
+    {{"corbeille", "restaurer", "1"}},
 };
 /// They read, make something beside the exercice, or are told to stay open.
 const char* const Permis[] = {"exercices",
@@ -129,7 +130,8 @@ const char* const Permis[] = {"exercices",
                               "rapprochement lister",
                               "rapprochement solde",
                               "automatique lister",
-                              "immobilisation lister"};
+                              "immobilisation lister",
+                              "corbeille lister"};
 
 TEST_F(ExerciceCloture, ChaqueVerbeQuiEcritEstRefuse) {
   std::set<std::string> connus(std::begin(Permis), std::end(Permis));
