@@ -21,11 +21,9 @@
 #include "core/cles.h"
 #include "journal/suspens.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
 #include "ui/positionfenetre.h"
-#include "ui/texteqt.h"
 #include "ui/vue.h"
 
 namespace fenlor::test {

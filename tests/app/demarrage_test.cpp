@@ -1,11 +1,8 @@
 #include <QAction>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QStatusBar>
-#include <QTest>
-#include <filesystem>
 #include <fstream>
 
 #include "app/gestioncommandes.h"
@@ -18,7 +15,6 @@
 #include "journal/choixcomptes.h"
 #include "outils/uidetest.h"
 #include "store/motdepasse.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 

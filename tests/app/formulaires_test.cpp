@@ -1,10 +1,7 @@
 // Every form of the program, light and dark, at two sizes of the text, in an open and in a closed exercice:
 // workable without a mouse, readable, nothing cut. Which forms there are is read from the sources.
-#include <gmock/gmock.h>
 
 #include <QTabWidget>
-#include <QTest>
-#include <filesystem>
 #include <map>
 #include <regex>
 #include <set>
@@ -68,15 +65,11 @@
 #include "garde/optionssauvegarde.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
 #include "ui/dialogabort.h"
 #include "ui/dialogmessage.h"
 #include "ui/prefpropertysheet.h"
 
 namespace fenlor::test {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 

@@ -1,11 +1,8 @@
 // Reports from their commands: the windows that print, the menu, and the preview beside them.
-#include <gtest/gtest.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QTest>
 
 #include "app/commandes.h"
 #include "app/fabriques.h"
@@ -15,9 +12,7 @@
 #include "forms/reports/previewview.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/dialogueqt.h"
-#include "ui/texteqt.h"
 #include "ui/vue.h"
 
 namespace fenlor::test {

@@ -1,13 +1,10 @@
 // What stands behind an open form is left alone: keys that were typed before the form came, menus, closing.
-#include <gtest/gtest.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QFileDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QTest>
 #include <QTimer>
 
 #include "app/fabriques.h"

@@ -1,16 +1,9 @@
 // The desk tools: calculator, tip of the day, about and system boxes, help.
-#include <QApplication>
-#include <QCheckBox>
-#include <QClipboard>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
-#include <QTest>
 #include <QTextBrowser>
 #include <QTreeWidget>
-#include <QWindow>
 #include <set>
 #include <sstream>
 
@@ -24,12 +17,9 @@
 #include "outils/uidetest.h"
 #include "session/textes.h"
 #include "ui/positionfenetre.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 /// Types keys: digits , + - * / = %, n sign, < backspace, e CE, c C, a M+, m M-, r MR, z MC.
 void Tape(Calcul& calcul, std::string_view cles) {
@@ -136,7 +126,6 @@ TEST(Calculs, BandeSuitLesOperations) {
 class Outils : public UiDeTest {
  public:
   Outils() { App().PathProgrammes = Dossier(); }
-  ContexteUi Contexte = Ui();
 
   std::string Registre(const char* nom) {
     std::string texte;
@@ -148,7 +137,7 @@ class Outils : public UiDeTest {
 };
 
 TEST_F(Outils, CalculatriceAuClavier) {
-  QPointer<CDialogCalculatrice> fenetre = new CDialogCalculatrice(Contexte, nullptr);
+  QPointer<CDialogCalculatrice> fenetre = new CDialogCalculatrice(Ui, nullptr);
   fenetre->show();
   const auto affiche = [&] { return Trouve<QLabel>(*fenetre, "affichage").text(); };
   QTest::keyClicks(fenetre, u"1234.5*"_s);
@@ -180,7 +169,7 @@ TEST_F(Outils, CalculatriceAuClavier) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_TRUE(fenetre.isNull());
   ASSERT_TRUE(LitPosition(App(), "Calculatrice"));
-  CDialogCalculatrice nouvelle(Contexte, nullptr);
+  CDialogCalculatrice nouvelle(Ui, nullptr);
   nouvelle.setAttribute(Qt::WA_DeleteOnClose, false);
   nouvelle.show();
   EXPECT_EQ(nouvelle.pos(), QPoint(37, 21));
@@ -188,7 +177,7 @@ TEST_F(Outils, CalculatriceAuClavier) {
 
 TEST_F(Outils, CalculatriceConvertitAuTauxDuJour) {
   const auto converti = [&](const QString& touches) {
-    CDialogCalculatrice fenetre(Contexte, nullptr);
+    CDialogCalculatrice fenetre(Ui, nullptr);
     fenetre.setAttribute(Qt::WA_DeleteOnClose, false);
     QTest::keyClicks(&fenetre, touches);
     return Trouve<QLabel>(fenetre, "affichage").text();
@@ -204,7 +193,7 @@ TEST_F(Outils, CalculatriceConvertitAuTauxDuJour) {
 }
 
 TEST_F(Outils, ChaqueToucheDeLaCalculatriceAUnBouton) {
-  CDialogCalculatrice fenetre(Contexte, nullptr);
+  CDialogCalculatrice fenetre(Ui, nullptr);
   fenetre.setAttribute(Qt::WA_DeleteOnClose, false);
   for (const char* nom : {"chiffre1", "chiffre2", "plus", "chiffre3", "virgule", "chiffre4", "moins",
                           "chiffre5", "fois", "chiffre6", "divise", "chiffre7", "egal"})
@@ -223,7 +212,7 @@ TEST_F(Outils, AstucesTournent) {
       texte = Trouve<QLabel>(d, "texte").text();
       d.reject();
     });
-    MontreAstuce(Contexte, nullptr);
+    MontreAstuce(Ui, nullptr);
     return texte;
   };
   EXPECT_EQ(vue(0), u"Première"_s);
@@ -238,8 +227,8 @@ TEST_F(Outils, AstucesTournent) {
 
 TEST_F(Outils, AstuceAuDemarrageSeDesactive) {
   Robot robot;
-  AstuceDemarrage(Contexte, nullptr);
-  MontreAstuce(Contexte, nullptr);
+  AstuceDemarrage(Ui, nullptr);
+  MontreAstuce(Ui, nullptr);
   EXPECT_TRUE(robot.Vues.empty()) << "without a file nothing opens";
   PoseAstuces("Une\nDeux\n");
   robot.Attend("DialogAstuce", [](QDialog& d) {
@@ -249,20 +238,20 @@ TEST_F(Outils, AstuceAuDemarrageSeDesactive) {
     Clique(boite);
     d.reject();
   });
-  AstuceDemarrage(Contexte, nullptr);
+  AstuceDemarrage(Ui, nullptr);
   EXPECT_EQ(Registre("Démarrage"), "0");
-  AstuceDemarrage(Contexte, nullptr);
+  AstuceDemarrage(Ui, nullptr);
   EXPECT_EQ(robot.Vues.size(), 1u);
   robot.Attend("DialogAstuce", [](QDialog& d) {
     EXPECT_FALSE(Trouve<QCheckBox>(d, "demarrage").isChecked());
     d.reject();
   });
-  MontreAstuce(Contexte, nullptr);
+  MontreAstuce(Ui, nullptr);
 }
 
 TEST_F(Outils, AProposEtInformations) {
   ASSERT_TRUE(CreeExercice("2003"));
-  CDialogAbout apropos(Contexte, nullptr);
+  CDialogAbout apropos(Ui, nullptr);
   QString texte;
   for (const QLabel* label : apropos.findChildren<QLabel*>()) {
     texte += label->text() + u'\n';
@@ -271,7 +260,7 @@ TEST_F(Outils, AProposEtInformations) {
   for (const QString& attendu : {u"5.0.235"_s, u"GPL-3.0-or-later"_s})
     EXPECT_TRUE(texte.contains(attendu)) << attendu.toStdString();
 
-  CDialogInfoSystem informations(Contexte, nullptr);
+  CDialogInfoSystem informations(Ui, nullptr);
   Clique(Trouve<QAbstractButton>(informations, "copier"));
   const QString copie = QApplication::clipboard()->text();
   for (const QString& attendu :
@@ -287,7 +276,7 @@ QString LitPageAide(const QString& fichier) {
 }
 
 TEST_F(Outils, LiensDeLAideMenentQuelquePart) {
-  CFenetreAide fenetre(Contexte, nullptr);  // makes the pages known
+  CFenetreAide fenetre(Ui, nullptr);  // makes the pages known
   const auto existe = [](const QString& fichier, const QString& ancre) {
     const QString page = LitPageAide(fichier);
     return !page.isEmpty() && (ancre.isEmpty() || page.contains(u"name=\"%1\""_s.arg(ancre)));
@@ -326,7 +315,7 @@ TEST_F(Outils, LiensDeLAideMenentQuelquePart) {
 }
 
 TEST_F(Outils, AideMontreLaPageDeLaFenetre) {
-  CFenetreAide fenetre(Contexte, nullptr);
+  CFenetreAide fenetre(Ui, nullptr);
   auto& texte = Trouve<QTextBrowser>(fenetre, "texte");
   auto& sommaire = Trouve<QTreeWidget>(fenetre, "sommaire");
   fenetre.Montre(u"PageOptionTVA"_s);
@@ -352,7 +341,7 @@ TEST_F(Outils, AideMontreLaPageDeLaFenetre) {
 
 TEST_F(Outils, AideResteUtilisableDevantUnFormulaire) {
   QWidget cadre;
-  CFenetreAide fenetre(Contexte, &cadre);
+  CFenetreAide fenetre(Ui, &cadre);
   cadre.show();
   QDialog formulaire(&cadre);
   formulaire.setObjectName(u"DialogEssai"_s);
@@ -368,7 +357,7 @@ TEST_F(Outils, AideResteUtilisableDevantUnFormulaire) {
 }
 
 TEST_F(Outils, AideCherchePartout) {
-  CFenetreAide fenetre(Contexte, nullptr);
+  CFenetreAide fenetre(Ui, nullptr);
   auto& texte = Trouve<QTextBrowser>(fenetre, "texte");
   auto& sommaire = Trouve<QTreeWidget>(fenetre, "sommaire");
   auto& recherche = Trouve<QLineEdit>(fenetre, "recherche");

@@ -10,9 +10,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
-#include <random>
 #include <thread>
 
 #include "app/gestioncommandes.h"
@@ -23,7 +21,6 @@
 #include "session/demo.h"
 #include "session/exercices.h"
 #include "session/verification.h"
-#include "store/texte1252.h"
 
 // Print and page dialogs that are rejected as they open leave texts inside the toolkit.
 extern "C" const char* __lsan_default_suppressions();

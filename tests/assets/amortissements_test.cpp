@@ -1,7 +1,5 @@
 #include "assets/amortissements.h"
 
-#include <gmock/gmock.h>
-
 #include <cmath>
 #include <limits>
 #include <map>
@@ -11,12 +9,9 @@
 #include "assets/annuites.h"
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using ::testing::ElementsAre;
 
 constexpr u32 NumeroBien = 7;
 
@@ -55,7 +50,7 @@ class Releve : public CCalculAmortissements {
   std::vector<f64> Franc, Euro;
 };
 
-class Amortissements : public test::CabinetDeTest {
+class Amortissements : public CabinetDeTest {
  protected:
   void SetUp() override { ASSERT_TRUE(CreeExercice("2005")); }
 
@@ -296,4 +291,4 @@ TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

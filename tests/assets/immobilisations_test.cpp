@@ -1,7 +1,5 @@
 #include "assets/immobilisations.h"
 
-#include <gmock/gmock.h>
-
 #include "assets/amortissements.h"
 #include "assets/cessions.h"
 #include "assets/detail.h"
@@ -9,12 +7,9 @@
 #include "core/cles.h"
 #include "core/valeurs.h"
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using ::testing::ElementsAre;
 
 Date D(const char* texte) { return GetDate(texte); }
 /// "3042 dateAchat", empty when nothing was refused.
@@ -23,7 +18,7 @@ std::string Dit(const Refus& refus) {
                : std::string();
 }
 
-class Immobilisations : public test::CabinetDeTest {
+class Immobilisations : public CabinetDeTest {
  protected:
   void SetUp() override { ASSERT_TRUE(CreeExercice("2003")); }
 
@@ -324,4 +319,4 @@ TEST_F(Detail, RefuseEtGardeLesAnciennes) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,12 +1,10 @@
 #include "assets/plusvalues.h"
 
-#include <gtest/gtest.h>
-
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
 #include "store/dates.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 Immobilisation Cede(const char* achat, const char* cession, f64 valeur, f64 prix, f64 valeurEuro,
@@ -53,7 +51,7 @@ TEST(PlusValue, ChaqueBranche) {
   EXPECT_DOUBLE_EQ(pv.aLongTerme.franc, 500);
 }
 
-class Sommes : public test::CabinetDeTest {
+class Sommes : public CabinetDeTest {
  protected:
   void Ajoute(Immobilisation immo) {
     immo.Numero = ++m_numero;
@@ -105,4 +103,4 @@ TEST_F(Sommes, DeToutesLesImmobilisations) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

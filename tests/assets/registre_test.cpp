@@ -1,15 +1,11 @@
-#include <gmock/gmock.h>
 
 #include "assets/ligneregistre.h"
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using ::testing::ElementsAre;
-
-class Registre : public test::CabinetDeTest {
+class Registre : public CabinetDeTest {
  protected:
   static Immobilisation Bien(u32 numero, const char* achat, f64 euro, const char* cession = "") {
     Immobilisation immo{};
@@ -103,4 +99,4 @@ TEST_F(Registre, ParDateEtPourLePressePapiers) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -10,7 +10,6 @@
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
 #include "store/cumuls.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

@@ -1,24 +1,18 @@
 #include "banque/rapprochement.h"
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <random>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/textes.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
 #include "session/verification.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr Date Jour(unsigned jour, unsigned mois = 3) { return FaitDate(jour, mois, 2003); }
 

@@ -1,19 +1,17 @@
 #include "banque/remise.h"
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::Long;
 
 constexpr Date Mars(unsigned jour) { return FaitDate(jour, 3, 2001); }
 
-class Remise : public test::CabinetMedical {
+class Remise : public CabinetMedical {
  protected:
   /// Of the first seven entries 6, 1, 7 and 2 are cheques of the bank, in the order of their dates; 1 is
   /// deposited.
@@ -176,4 +174,4 @@ TEST_F(Remise, ToutOuRien) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -2,13 +2,9 @@
 
 #include "core/valeurs.h"
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::CabinetDeTest;
-using test::Cles;
 
 class FichiersTest : public CabinetDeTest {
  protected:
@@ -233,4 +229,4 @@ TEST_F(FichiersTest, AjoutDansUneUniteAnnulee) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

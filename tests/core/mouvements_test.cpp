@@ -1,12 +1,11 @@
 #include "core/mouvements.h"
 
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-class MouvementsTest : public test::CabinetDeTest {
+class MouvementsTest : public CabinetDeTest {
  protected:
   void SetUp() override {
     ASSERT_TRUE(CreeExercice("2003"));
@@ -41,4 +40,4 @@ TEST_F(MouvementsTest, EcartSansCompte) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

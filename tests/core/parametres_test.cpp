@@ -1,14 +1,9 @@
 #include "core/parametres.h"
 
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::CabinetDeTest;
-using test::EcritFichier;
-using test::LitFichier;
 
 class ParametresTest : public CabinetDeTest {
  protected:
@@ -90,4 +85,4 @@ TEST_F(ParametresTest, EcritureImpossible) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -3,15 +3,9 @@
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
 #include "store/somme.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::CabinetDeTest;
-using test::Cles;
-using test::EcritFichier;
-using test::LitFichier;
 
 class ReindexTest : public CabinetDeTest, public ::testing::WithParamInterface<Cles> {
  protected:
@@ -196,4 +190,4 @@ TEST_P(ReindexTest, FichiersEndommages) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "core/dialogue.h"
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "outils/textessources.h"
 #include "store/texte1252.h"
 

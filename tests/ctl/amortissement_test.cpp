@@ -1,12 +1,8 @@
-#include <gmock/gmock.h>
 
 #include "ctl/ctldetest.h"
 
 namespace fenlor::test {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 class AmortissementCtl : public CtlDeTest {
  protected:

@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <fstream>
 
 #include "ctl/ctldetest.h"
@@ -125,10 +124,8 @@ TEST_F(Commandes, ListeEtExerciceCourant) {
           R"({"nom":"2003","debut":"01/01/2003","fin":"31/12/2003","euro":true,"tva":true,"cloture":"","courant":false})"));
   EXPECT_EQ(Json::parse(lignes[1])["courant"], true);
   // The exercice asked for does not become the current one.
-  const std::string en2003 =
-      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
-  EXPECT_EQ(Lance({"saisir"}, en2003).statut, StatutRefuse);
-  EXPECT_EQ(Lance({"--exercice", "2003", "saisir"}, en2003).statut, StatutFait);
+  EXPECT_EQ(Lance({"saisir"}, Recette).statut, StatutRefuse);
+  EXPECT_EQ(Lance({"--exercice", "2003", "saisir"}, Recette).statut, StatutFait);
   EXPECT_EQ(Lance({"--exercice", "2003", "exporter", "JOURNAL"}).Lignes().size(), 2u);
   EXPECT_EQ(Lance({"exporter", "JOURNAL"}).Lignes().size(), 0u);
   const Resultat inconnu = Lance({"--exercice", "1999", "balance"});
@@ -160,8 +157,7 @@ TEST_F(Commandes, UneFermetureQuiEchoueSeDit) {
   disque.Programme(1, EIO, SystemeFautif::Synchro, false);
   OptionsCtl options = Options();
   options.magasin.systeme = &disque;
-  std::istringstream entree(
-      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})");
+  std::istringstream entree(Recette);
   std::ostringstream sortie, erreurs;
   EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, entree, sortie, erreurs, options), StatutRefuse);
   EXPECT_NE(erreurs.str().find("Erreur 3214"), std::string::npos) << erreurs.str();

@@ -1,12 +1,8 @@
 // fenlorctl inside the test's process, on a practice of the test's own.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "ctl/ctl.h"
 #include "outils/cabinetdetest.h"
@@ -17,6 +13,9 @@ namespace fenlor::test {
 class CtlDeTest : public ::testing::Test {
  protected:
   using Json = nlohmann::json;
+  /// A receipt as `saisir` takes it.
+  static constexpr const char* Recette =
+      R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":1,"tresorerie":"BQ"})";
 
   struct Resultat {
     int statut = 0;

@@ -1,8 +1,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <gmock/gmock.h>
-
 #include <cstdlib>
 #include <fstream>
 
@@ -10,14 +8,11 @@
 #include "ctl/ctldetest.h"
 #include "pages/enregistreur.h"
 #include "reports/catalogue.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::HasSubstr;
-using ::testing::Not;
 using ::testing::StartsWith;
 
 class EtatCtl : public CtlDeTest {

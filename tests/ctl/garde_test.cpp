@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 
 #include "ctl/ctldetest.h"
 
@@ -6,7 +5,6 @@ namespace fenlor::test {
 namespace {
 
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
 
 struct GardeCtl : CtlDeTest {
   GardeCtl() {

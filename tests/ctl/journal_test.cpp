@@ -1,12 +1,8 @@
-#include <gmock/gmock.h>
 
 #include "ctl/ctldetest.h"
 
 namespace fenlor::test {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 class JournalCtl : public CtlDeTest {
  protected:

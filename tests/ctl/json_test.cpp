@@ -6,7 +6,7 @@
 #include <limits>
 #include <sstream>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/textes.h"
 #include "journal/textes.h"

@@ -1,11 +1,8 @@
-#include <gmock/gmock.h>
 
 #include "ctl/ctldetest.h"
 
 namespace fenlor::test {
 namespace {
-
-using ::testing::HasSubstr;
 
 class RapprochementCtl : public CtlDeTest {
  protected:

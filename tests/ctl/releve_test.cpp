@@ -1,5 +1,4 @@
 // fenlorctl releve importer: parsing, JSON, what is written and what is not.
-#include <gtest/gtest.h>
 
 #include <fstream>
 #include <sstream>
@@ -7,7 +6,7 @@
 #include "ctl/ctl.h"
 #include "outils/cabinetdetest.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 class CtlReleve : public testing::Test {
@@ -58,4 +57,4 @@ TEST_F(CtlReleve, EssaiPuisImportPuisRien) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

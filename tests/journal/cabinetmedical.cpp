@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "core/btfiles.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 

@@ -7,11 +7,6 @@
 //   108 personal share; 758 and 658 deviations at credit and debit; 4451 VAT
 #pragma once
 
-#include <functional>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "journal/saisie.h"
 #include "outils/cabinetdetest.h"
 

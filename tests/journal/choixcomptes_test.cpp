@@ -2,7 +2,6 @@
 
 #include "core/btfiles.h"
 #include "journal/cabinetmedical.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

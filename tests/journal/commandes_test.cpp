@@ -2,7 +2,6 @@
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
 #include "journal/traitements.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

@@ -1,7 +1,6 @@
 #include "journal/criteres.h"
 
 #include "journal/cabinetmedical.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

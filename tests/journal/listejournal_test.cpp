@@ -5,7 +5,6 @@
 #include "core/btfiles.h"
 #include "core/texte.h"
 #include "journal/cabinetmedical.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

@@ -1,4 +1,3 @@
-#include "journal/saisie.h"
 
 #include <cmath>
 #include <cstdio>
@@ -6,11 +5,10 @@
 #include <cstring>
 #include <random>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "journal/cabinetmedical.h"
 #include "journal/ecriturelue.h"
 #include "journal/textes.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

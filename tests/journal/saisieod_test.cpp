@@ -1,9 +1,9 @@
 #include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "journal/cabinetmedical.h"
 #include "journal/odlue.h"
 #include "journal/textes.h"
 #include "outils/systemefautif.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
@@ -223,40 +223,31 @@ TEST_F(SaisieODTest, CommandeCachee) {
   }
 }
 
-TEST(SaisieODPanne, UnDisquePleinLaisseLAncienneEcriture) {
-  SystemePosix disque;
-  SystemeFautif systeme(disque);
-  class Cabinet : public CabinetMedical {
-   public:
-    explicit Cabinet(Systeme* systeme) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) {}
-    void TestBody() override {}
-  } cabinet(&systeme);
-  cabinet.Installe();
-  SaisieOD ancienne = cabinet.OD({Debit("512", 10), Credit("706", 10)});
-  SaisieOD nouvelle = cabinet.OD({Debit("531", 7), Credit("706", 7)});
-  ASSERT_FALSE(cabinet.Essaie(ancienne));
-  ancienne.mouvement = nouvelle.mouvement = cabinet.Faite.mouvement;
-  const Textes avant{"512 D 10.00 65.60", "706 C 10.00 65.60"}, apres{"531 D 7.00 45.92", "706 C 7.00 45.92"};
+class SaisieODPanne : protected DisqueDeTest, public CabinetMedical {
+ protected:
+  SaisieODPanne() : CabinetMedical(Cles::Memoire, 256u << 10, &Disque) {}
+};
 
-  unsigned refus = 0;
-  for (unsigned k = 1;; ++k) {
-    SCOPED_TRACE("panne " + std::to_string(k));
-    ASSERT_FALSE(cabinet.Essaie(ancienne));
-    cabinet.Boite.Oublie();
-    systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
-    const Refus r = cabinet.Essaie(nouvelle);
-    const bool panne = systeme.NbPannes() != 0;
-    systeme.Repare();
-    ASSERT_EQ(r ? avant : apres, cabinet.LignesLues(ancienne.mouvement));
-    EXPECT_EQ(r ? 0 : 7, f64{cabinet.LitCompte("531").DebitEuro});
-    if (!panne) break;
-    if (!r) continue;
-    ++refus;
-    EXPECT_EQ(unsigned{ErrMagasin}, r.numero);
-    EXPECT_FALSE(r.texte.empty());
-    EXPECT_EQ(r.dit, !cabinet.Boite.Erreurs.empty()) << "told once";
-  }
-  EXPECT_GT(refus, 0u);
+TEST_F(SaisieODPanne, UnDisquePleinLaisseLAncienneEcriture) {
+  Installe();
+  SaisieOD ancienne = OD({Debit("512", 10), Credit("706", 10)});
+  SaisieOD nouvelle = OD({Debit("531", 7), Credit("706", 7)});
+  ASSERT_FALSE(Essaie(ancienne));
+  ancienne.mouvement = nouvelle.mouvement = Faite.mouvement;
+  const Textes avant{"512 D 10.00 65.60", "706 C 10.00 65.60"}, apres{"531 D 7.00 45.92", "706 C 7.00 45.92"};
+  const unsigned refuses = AChaquePanne(
+      Disque, ErrMagasin,
+      [&] {
+        Boite.Oublie();
+        return Essaie(nouvelle);
+      },
+      [&](const Refus& r) {
+        EXPECT_EQ(r ? avant : apres, LignesLues(ancienne.mouvement));
+        EXPECT_EQ(r ? 0 : 7, f64{LitCompte("531").DebitEuro});
+        EXPECT_EQ(r.dit, !Boite.Erreurs.empty()) << "told once";
+        ASSERT_FALSE(Essaie(ancienne));
+      });
+  EXPECT_GT(refuses, 0u);
 }
 
 }  // namespace

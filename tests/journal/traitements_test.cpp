@@ -6,7 +6,6 @@
 #include "journal/textes.h"
 #include "outils/systemefautif.h"
 #include "store/definitions.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
@@ -15,7 +14,6 @@ class Traitements : public CabinetMedical {
  public:
   explicit Traitements(Systeme* systeme = nullptr) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) {}
   void SetUp() override { Installe(); }
-  void TestBody() override {}
 
   u32 Recette(Date date, f64 ttc = 100) {
     return Enregistre(Ecriture(JournalRecettes, "706", ttc, "512", date));
@@ -137,35 +135,30 @@ TEST_F(Traitements, ProgressionEtArret) {
   EXPECT_EQ(avant + 2, Magasin().NbSynchros());
 }
 
-TEST(TraitementsPanne, UnDisquePleinArreteEtNeLaisseRienAMoitie) {
-  SystemePosix disque;
-  SystemeFautif systeme(disque);
-  Traitements cabinet(&systeme);
-  cabinet.SetUp();
+class TraitementsPanne : protected DisqueDeTest, public Traitements {
+ protected:
+  TraitementsPanne() : Traitements(&Disque) {}
+};
+
+TEST_F(TraitementsPanne, UnDisquePleinArreteEtNeLaisseRienAMoitie) {
   std::vector<u32> mouvements;
-  for (unsigned jour = 1; jour <= 3; ++jour) mouvements.push_back(cabinet.Recette(FaitDate(jour, 3, 2003)));
-  DemandeValidation demande = cabinet.Annee();
-  unsigned refusees = 0;
-  for (unsigned k = 1;; ++k) {
-    SCOPED_TRACE("panne " + std::to_string(k));
-    for (const u32 m : mouvements) cabinet.Valide(m, false);
-    cabinet.Boite.Oublie();
-    systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
-    BilanLot r;
-    const Refus refus = TraiteBrouillard(cabinet.App(), demande, r);
-    const bool panne = systeme.NbPannes() != 0;
-    systeme.Repare();
-    const u32 etat = refus ? 0 : 1;
-    EXPECT_EQ(std::vector<u32>(3, etat), cabinet.Validees(mouvements));
-    EXPECT_EQ(3 * etat, r.ecritures);
-    EXPECT_EQ(refus.dit, !cabinet.Boite.Erreurs.empty()) << "told once";
-    EXPECT_EQ(0u, cabinet.Boite.Profondeur);
-    if (!panne) break;
-    if (!refus) continue;
-    ++refusees;
-    EXPECT_EQ(unsigned{ErrMagasin}, refus.numero);
-  }
-  EXPECT_GT(refusees, 0u);
+  for (unsigned jour = 1; jour <= 3; ++jour) mouvements.push_back(Recette(FaitDate(jour, 3, 2003)));
+  BilanLot bilan;
+  const unsigned refuses = AChaquePanne(
+      Disque, ErrMagasin,
+      [&] {
+        Boite.Oublie();
+        return TraiteBrouillard(App(), Annee(), bilan);
+      },
+      [&](const Refus& refus) {
+        const u32 etat = refus ? 0 : 1;
+        EXPECT_EQ(std::vector<u32>(3, etat), Validees(mouvements));
+        EXPECT_EQ(3 * etat, bilan.ecritures);
+        EXPECT_EQ(refus.dit, !Boite.Erreurs.empty()) << "told once";
+        EXPECT_EQ(0u, Boite.Profondeur);
+        for (const u32 m : mouvements) Valide(m, false);
+      });
+  EXPECT_GT(refuses, 0u);
 }
 
 TEST_F(Traitements, Delier) {

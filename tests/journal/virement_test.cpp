@@ -1,11 +1,11 @@
 #include "journal/virement.h"
 
 #include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "journal/cabinetmedical.h"
 #include "journal/choixcomptes.h"
 #include "journal/textes.h"
 #include "outils/systemefautif.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
@@ -16,7 +16,6 @@ class VirementTest : public CabinetMedical {
  public:
   explicit VirementTest(Systeme* systeme = nullptr) : CabinetMedical(Cles::Memoire, 256u << 10, systeme) {}
   void SetUp() override { Prepare(); }
-  void TestBody() override {}
 
   void Prepare(const std::string& annee = "2003", bool euro = true) {
     Installe(annee, euro);
@@ -162,36 +161,33 @@ TEST_F(VirementTest, Ouverture) {
   EXPECT_EQ(3056u, numero());
 }
 
-TEST(VirementPanne, LesDeuxMoitiesOuAucune) {
-  SystemePosix disque;
-  SystemeFautif systeme(disque);
-  VirementTest cabinet(&systeme);
-  cabinet.Prepare();
-  unsigned refus = 0;
-  for (unsigned k = 1;; ++k) {
-    SCOPED_TRACE("panne " + std::to_string(k));
-    const u32 avant = cabinet.NbLignes();
-    const f64 solde = cabinet.LitCompte("514").DebitEuro;
-    cabinet.Boite.Oublie();
-    systeme.Programme(k, 28, SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
-    VirementFait fait;
-    const Refus r = EnregistreVirement(cabinet.App(), cabinet.Saisie(), fait);
-    const bool panne = systeme.NbPannes() != 0;
-    systeme.Repare();
-    ASSERT_EQ(avant + (r ? 0 : 4), cabinet.NbLignes());
-    EXPECT_EQ(solde + (r ? 0 : 100), f64{cabinet.LitCompte("514").DebitEuro});
-    if (!panne) break;
-    if (!r) continue;
-    ++refus;
-    EXPECT_EQ(unsigned{ErrMagasin}, r.numero);
-    EXPECT_EQ(0u, fait.depense + fait.recette);
-    EXPECT_EQ(r.dit, !cabinet.Boite.Erreurs.empty()) << "told once";
-    const auto dite = r.dit ? cabinet.Boite.Erreurs[0] : DialogueScript::Echange{r.numero, r.texte};
-    EXPECT_NE(dite.texte.find(cabinet.App().PathCabinet + "/"), std::string::npos)
-        << "which file: " << dite.texte;
-    EXPECT_EQ(unsigned{ErrMagasin}, dite.numero);
-  }
-  EXPECT_GT(refus, 0u);
+class VirementPanne : protected DisqueDeTest, public VirementTest {
+ protected:
+  VirementPanne() : VirementTest(&Disque) {}
+};
+
+TEST_F(VirementPanne, LesDeuxMoitiesOuAucune) {
+  VirementFait fait;
+  u32 lignes = 0;
+  f64 solde = 0;
+  const unsigned refuses = AChaquePanne(
+      Disque, ErrMagasin,
+      [&] {
+        lignes = NbLignes();
+        solde = LitCompte("514").DebitEuro;
+        Boite.Oublie();
+        return EnregistreVirement(App(), Saisie(), fait = {});
+      },
+      [&](const Refus& r) {
+        EXPECT_EQ(lignes + (r ? 0 : 4), NbLignes());
+        EXPECT_EQ(solde + (r ? 0 : 100), f64{LitCompte("514").DebitEuro});
+        if (!r) return;
+        EXPECT_EQ(0u, fait.depense + fait.recette);
+        EXPECT_EQ(r.dit, !Boite.Erreurs.empty()) << "told once";
+        EXPECT_NE((r.dit ? Boite.Erreurs[0].texte : r.texte).find(App().PathCabinet + "/"), std::string::npos)
+            << "which file: " << r.texte;
+      });
+  EXPECT_GT(refuses, 0u);
 }
 
 }  // namespace

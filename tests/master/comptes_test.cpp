@@ -1,21 +1,17 @@
 #include "master/comptes.h"
 
-#include <gtest/gtest.h>
-
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "journal/cabinetmedical.h"
 #include "master/textes.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using test::Long;
 constexpr auto RecettesDepenses = FormeCompte::RecettesDepenses;
 constexpr auto FormeTresorerie = FormeCompte::Tresorerie;
 constexpr auto PlanComptable = FormeCompte::PlanComptable;
 
-class ComptesTest : public test::CabinetMedical {
+class ComptesTest : public CabinetMedical {
  protected:
   void SetUp() override { Installe(); }
 
@@ -382,4 +378,4 @@ TEST_F(ComptesTest, LAdresseDUneBanqueSuitSonCode) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

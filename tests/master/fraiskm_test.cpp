@@ -1,7 +1,5 @@
 #include "master/fraiskm.h"
 
-#include <gmock/gmock.h>
-
 #include <cerrno>
 
 #include "core/btfiles.h"
@@ -10,21 +8,11 @@
 #include "journal/cabinetmedical.h"
 #include "master/textes.h"
 #include "outils/systemefautif.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-
 constexpr const char* Commune = "FRAIS KILOMETRIQUES";
-
-struct DisqueDeTest {
-  SystemePosix Vrai;
-  SystemeFautif Disque{Vrai};
-};
 
 class FraisKm : public DisqueDeTest, public test::CabinetMedical {
  protected:
@@ -216,4 +204,4 @@ TEST_F(FraisKm, UnExerciceEnFranc) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,25 +1,16 @@
 #include "master/libelles.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
 #include "store/fichiertextes.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 using Liste = std::vector<std::string>;
-
-struct DisqueDeTest {
-  SystemePosix Vrai;
-  SystemeFautif Disque{Vrai};
-};
 
 class LibellesTest : public DisqueDeTest, public test::CabinetDeTest {
  protected:
@@ -151,4 +142,4 @@ TEST_F(LibellesTest, UnFichierIllisibleNEstPasRemplace) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

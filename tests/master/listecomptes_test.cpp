@@ -1,17 +1,13 @@
-#include <gtest/gtest.h>
 
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/comptes.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using test::Long;
-
-class ListeComptesTest : public test::CabinetMedical {
+class ListeComptesTest : public CabinetMedical {
  protected:
   /// An account with figures that tell themselves apart, in both currencies.
   static Plan Compte(std::string_view numero, const char* code, f64 credit, f64 debit) {
@@ -149,4 +145,4 @@ TEST_F(ListeComptesTest, ChoixDesFormulaires) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

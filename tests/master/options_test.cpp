@@ -1,7 +1,5 @@
 #include "master/options.h"
 
-#include <gtest/gtest.h>
-
 #include "core/btfiles.h"
 #include "journal/cabinetmedical.h"
 #include "master/comptesparticuliers.h"
@@ -10,14 +8,11 @@
 #include "master/textes.h"
 #include "outils/systemefautif.h"
 #include "store/motdepasse.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using test::Long;
-
-class OptionsTest : public test::CabinetMedical {
+class OptionsTest : public CabinetMedical {
  protected:
   std::string Ini() { return test::LitFichier(Magasin().QVGetFilename(10099, 0)); }
   std::string Reglage(const std::string& section, const std::string& cle) {
@@ -342,4 +337,4 @@ TEST(OptionsDisque, ReglagesQuiNeSEcriventPas) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

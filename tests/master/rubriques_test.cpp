@@ -1,16 +1,11 @@
-#include "master/rubriques.h"
 
-#include <gmock/gmock.h>
 
 #include "core/erreurs.h"
 #include "master/rubriquesdetest.h"
 #include "outils/systemefautif.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 using Rubriques = test::RubriquesDeTest;
 
@@ -151,14 +146,9 @@ TEST_F(Rubriques, ExerciceCloture) {
   EXPECT_EQ(SupprimeEcrituresVariable(App(), "&ESSAI").numero, 3056u);
 }
 
-struct Disque {
-  SystemePosix vrai;
-  SystemeFautif fautif{vrai};
-};
-
-class RubriquesDisque : protected Disque, public Rubriques {
+class RubriquesDisque : protected DisqueDeTest, public Rubriques {
  protected:
-  RubriquesDisque() : Rubriques(test::Cles::Memoire, 256u << 10, &fautif) {}
+  RubriquesDisque() : Rubriques(test::Cles::Memoire, 256u << 10, &Disque) {}
 };
 
 TEST_F(RubriquesDisque, RienNeSePerdQuandLeDisqueRefuse) {
@@ -168,10 +158,10 @@ TEST_F(RubriquesDisque, RienNeSePerdQuandLeDisqueRefuse) {
   const u32 loyer = CabinetMedical::Enregistre(Ecriture(JournalDepenses, "6132", 100));
   FicheRubrique fiche = Relit("Z4 ");
   fiche.designation = "Autre";
-  fautif.Programme(1, ENOSPC, SystemeFautif::Ecriture | SystemeFautif::Synchro, false);
+  Disque.Programme(1, ENOSPC, SystemeFautif::Ecriture | SystemeFautif::Synchro, false);
   EXPECT_EQ(EnregistreRubrique(App(), fiche).numero, ErrMagasin);
   EXPECT_EQ(SupprimeEcrituresVariable(App(), "&ESSAI").numero, ErrMagasin);
-  fautif.Repare();
+  Disque.Repare();
   ASSERT_TRUE(Rouvre());
   EXPECT_EQ(Relit("Z4 ").designation, "Rubrique Z4");
   EXPECT_FALSE(Lignes(loyer).empty());
@@ -179,4 +169,4 @@ TEST_F(RubriquesDisque, RienNeSePerdQuandLeDisqueRefuse) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,12 +1,9 @@
 // Headings of the tests: their codes are none of the template's.
 #pragma once
 
-#include <string>
-
 #include "core/valeurs.h"
 #include "journal/cabinetmedical.h"
 #include "master/rubriques.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 

@@ -1,13 +1,10 @@
-#include <gmock/gmock.h>
 
 #include "master/rubriquesdetest.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using ::testing::IsEmpty;
-
-class Variables : public test::RubriquesDeTest {};
+class Variables : public RubriquesDeTest {};
 
 TEST_F(Variables, LesEcrituresDUneVariable) {
   Installe();
@@ -66,4 +63,4 @@ TEST_F(Variables, LesRubriquesQueLaFormuleAdditionne) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -2,14 +2,12 @@
 
 #include <stdlib.h>
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "core/btfiles.h"
 #include "core/valeurs.h"
 #include "store/fichierdat.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 

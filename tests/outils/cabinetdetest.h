@@ -2,9 +2,12 @@
 // scripted dialogue. Everything is gone when the test ends.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,8 +15,14 @@
 
 #include "core/fenlorapp.h"
 #include "store/magasincles.h"
+#include "store/texte1252.h"
 
 namespace fenlor::test {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
 
 /// A directory under the system's temporary one, removed with the object. `enMemoire`: where the system keeps
 /// files in memory, for tests that make thousands of them, none of which has to outlive the machine.

@@ -2,9 +2,13 @@
 // it, and answers with an error where the test said so.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
+#include <cerrno>
 #include <string>
 
+#include "core/refus.h"
 #include "store/systeme.h"
 
 namespace fenlor {
@@ -68,4 +72,35 @@ class SystemeFautif : public Systeme {
   unsigned m_pannes = 0;
 };
 
+namespace test {
+
+/// A disk of a test's own, which outlives the practice on it: the first base of a fixture.
+struct DisqueDeTest {
+  SystemePosix Vrai;
+  SystemeFautif Disque{Vrai};
+};
+
+/// Does `geste`, which gives a refusal, with its first write, sync or reservation failing, then with its
+/// second, until none is left to fail. `controle` sees each answer; the refusals are `attendu`. How many
+/// there were.
+template <class Geste, class Controle>
+unsigned AChaquePanne(SystemeFautif& disque, const TexteFixe& attendu, Geste geste, Controle controle) {
+  unsigned refuses = 0;
+  for (unsigned k = 1;; ++k) {
+    SCOPED_TRACE("failure " + std::to_string(k));
+    disque.Programme(k, ENOSPC,
+                     SystemeFautif::Ecriture | SystemeFautif::Synchro | SystemeFautif::Reservation);
+    const Refus refus = geste();
+    const bool panne = disque.NbPannes() != 0;
+    disque.Repare();
+    controle(refus);
+    if (!panne) return refuses;
+    if (!refus) continue;
+    ++refuses;
+    EXPECT_EQ(attendu.numero, refus.numero);
+    EXPECT_FALSE(refus.texte.empty());
+  }
+}
+
+}  // namespace test
 }  // namespace fenlor

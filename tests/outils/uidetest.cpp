@@ -1,11 +1,8 @@
 #include "outils/uidetest.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 #include <algorithm>

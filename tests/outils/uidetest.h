@@ -3,20 +3,27 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
 #include <QDialog>
-#include <QObject>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
-#include <QString>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
 #include <QWindow>
-#include <deque>
-#include <functional>
-#include <string>
-#include <vector>
 
 #include "outils/cabinetdetest.h"
+#include "outils/verifieformulaire.h"
 #include "ui/fenetres.h"
+#include "ui/texteqt.h"
 
 namespace fenlor::test {
+
+using namespace Qt::Literals::StringLiterals;
 
 /// Notes the calls in order: "FermeToutes", "Aide DialogIndex".
 class CadreDeTest : public Fenetres {
@@ -69,7 +76,7 @@ class UiDeTest : public CabinetDeTest {
 
   CadreDeTest Cadre;
   Preferences Dessin;
-  ContexteUi Ui() { return {App(), Cadre, Dessin}; }
+  ContexteUi Ui{App(), Cadre, Dessin};
 };
 
 /// Child of a name; a failure, and an exception that ends the test, when there is none.

@@ -1,22 +1,16 @@
-#include "pages/etatdoc.h"
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <filesystem>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
 #include "pages/etatdetest.h"
 #include "pages/textes.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::EtatDeTest;
 
 std::string Rempli(const char* format, std::initializer_list<ArgumentEtat> arguments) {
   std::string texte;
@@ -34,7 +28,7 @@ TEST(FormatEtatTest, TakesTheConversionsOfTheReports) {
 }
 
 /// The temporary directory of the process is the test's own.
-class EtatDocTest : public test::CabinetDeTest {
+class EtatDocTest : public CabinetDeTest {
  protected:
   EtatDocTest() : CabinetDeTest(test::Cles::Memoire, 256u << 10, &Fautif()) {
     avant = getenv("TMPDIR") ? getenv("TMPDIR") : "";
@@ -248,4 +242,4 @@ TEST_F(EtatDocTest, ClosesWhenNobodyPrints) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,15 +1,11 @@
 #include "pages/interprete.h"
 
-#include <gtest/gtest.h>
-
 #include "core/cles.h"
 #include "outils/cabinetdetest.h"
 #include "pages/etatdetest.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::EtatDeTest;
 
 constexpr Alignement Gauche = Alignement::Gauche, Centre = Alignement::Centre, Droite = Alignement::Droite;
 
@@ -185,7 +181,7 @@ TEST_F(InterpreteTest, PageSetup) {
   EXPECT_EQ(aTourner.unite, tournee.unite);
 }
 
-class PageTest : public test::CabinetDeTest {
+class PageTest : public CabinetDeTest {
  protected:
   std::vector<std::string> Textes(const test::Dessin& dessin, u32 page) {
     std::vector<std::string> textes;
@@ -250,4 +246,4 @@ TEST(Milliers, MontantsSeuls) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

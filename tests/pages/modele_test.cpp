@@ -1,8 +1,6 @@
 // The engine against the plain model, on random markup.
 #include "pages/modeleetat.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <random>
 #include <sstream>
@@ -11,13 +9,9 @@
 #include "outils/textessources.h"
 #include "pages/etatdetest.h"
 #include "pages/interprete.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::EtatDeTest;
-using test::ModeleEtat;
 
 class Hasard {
  public:
@@ -131,7 +125,7 @@ std::size_t VerifieLignes(const std::vector<ElementPage>& dessines, const std::v
   return places;
 }
 
-class ModeleEtatTest : public test::CabinetDeTest {};
+class ModeleEtatTest : public CabinetDeTest {};
 
 TEST_F(ModeleEtatTest, RandomReportsAreDrawnAsThePlainModelDrawsThem) {
   std::size_t nbElements = 0, nbPlaces = 0, nbPages = 0;
@@ -284,4 +278,4 @@ TEST_F(ModeleEtatTest, PagesAreTheSameAt1200And300UnitsPerInch) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

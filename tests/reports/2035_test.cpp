@@ -1,9 +1,7 @@
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <functional>
 #include <sstream>
 
 #include "core/btfiles.h"
@@ -15,9 +13,8 @@
 #include "reports/petitlivre.h"
 #include "reports/textes.h"
 #include "session/demo.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr f64 Taux = 6.55957;
@@ -293,35 +290,6 @@ TEST_F(Declaration, MoisDeLExercice) {
 
 // -- What may go wrong
 
-TEST_F(Declaration, SansExercice) {
-  CEtat2035Doc etat(App(), Demandeur);
-  EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
-  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice});
-}
-
-TEST_F(Declaration, Arretee) {
-  Installe(test::AffichageLivre::Euro);
-  Immobilise(1, Le(1, 1), 1000);
-  Boite.ArretApres = 1000;
-  CEtat2035Doc complete(App(), Demandeur);
-  ASSERT_TRUE(App().Dit(complete.OnNewDocument()));
-  const int pas = Boite.NbArrets;
-  EXPECT_GE(pas, 8) << "an asset and seven lines";
-  EXPECT_TRUE(Boite.Annulable);
-  EXPECT_EQ(Boite.Textes,
-            std::vector<std::string>{"\nConstruction de la déclaration fiscale\n\nen cours..."_w});
-  for (int k = 0; k < pas; ++k) {
-    Boite.NbArrets = 0;
-    Boite.ArretApres = k;
-    CEtat2035Doc etat(App(), Demandeur);
-    EXPECT_FALSE(App().Dit(etat.OnNewDocument())) << k;
-    EXPECT_EQ(Boite.Profondeur, 0u);
-  }
-  EXPECT_TRUE(Boite.Erreurs.empty());
-  Boite.ArretApres = -1;
-  EXPECT_EQ(Demandeur.Nombre, 0u) << "nothing is asked";
-}
-
 TEST_F(Declaration, SansRien) {
   InstalleVide("2003");
   CEtat2035Doc etat(App(), Demandeur);
@@ -394,4 +362,4 @@ TEST_F(DemoDeclaree, LeResultatEstCeluiDesLivres) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

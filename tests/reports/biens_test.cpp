@@ -1,16 +1,12 @@
-#include <gtest/gtest.h>
 
 #include "assets/annuites.h"
 #include "reports/etatamortissements.h"
 #include "reports/etatimmobilisations.h"
 #include "reports/etatpmv.h"
 #include "reports/petitlivre.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::AffichageLivre;
 
 constexpr f64 Taux = 6.55957;
 
@@ -26,7 +22,7 @@ constexpr f64 Taux = 6.55957;
 ///    8  01/02/2000  droit au bail, no value             5,000.00
 ///
 /// Sold and scrapped on 01/02 of the book's year.
-class Biens : public test::PetitLivre {
+class Biens : public PetitLivre {
  protected:
   Immobilisation& Bien(const char* achat, std::string_view nom, f64 valeur, u8 type, f64 duree, f64 taux) {
     Immobilisation& immo = m_biens.emplace_back();
@@ -157,4 +153,4 @@ TEST_F(Biens, UnArretGardeCeQuiEstEcrit) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,13 +1,13 @@
 // Journal, balance, centralisation, VAT and reconciled lines: golden reports of the small book, and what goes
 // wrong.
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 
+#include "core/erreursexercice.h"
 #include "journal/cabinetmedical.h"
 #include "outils/systemefautif.h"
 #include "pages/textes.h"
+#include "reports/catalogue.h"
 #include "reports/etatbalance.h"
 #include "reports/etatcentralisation.h"
 #include "reports/etatjournal.h"
@@ -15,15 +15,9 @@
 #include "reports/etattva.h"
 #include "reports/livresetat.h"
 #include "reports/petitlivre.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::AffichageLivre;
-using test::DemandeurScript;
-using test::Long;
-using test::TexteEtat;
 
 class JournalDeTest : public CEtatJournalDoc {
  public:
@@ -35,7 +29,7 @@ class JournalDeTest : public CEtatJournalDoc {
 
 // ------------------------------------------------------------ Golden reports
 
-class EtatsTest : public test::PetitLivre {
+class EtatsTest : public PetitLivre {
  protected:
   DemandeListe Mois(i16 journal, unsigned mois, const std::string& filtre = {}) {
     DemandeListe demande;
@@ -205,60 +199,72 @@ TEST_F(EtatsTest, LinesCountByTheirOwnKindAndDate) {
 
 // ------------------------------------------------------------ What goes wrong
 
-class EtatsEnPanne : public test::PetitLivre {
+class EtatsEnPanne : protected DisqueDeTest, public PetitLivre {
  protected:
-  EtatsEnPanne() : PetitLivre(test::Cles::Memoire, 256u << 10, &Fautif()) {}
-  ~EtatsEnPanne() override { Fautif().Repare(); }
-  static SystemeFautif& Fautif() {
-    static SystemePosix posix;
-    static SystemeFautif systeme(posix);
-    return systeme;
-  }
+  EtatsEnPanne() : PetitLivre(Cles::Memoire, 256u << 10, &Disque) {}
 
-  std::vector<std::unique_ptr<CEtatComptable>> Etats() {
-    std::vector<std::unique_ptr<CEtatComptable>> etats;
-    etats.push_back(std::make_unique<CEtatBalanceDoc>(App(), Demandeur));
-    etats.push_back(std::make_unique<CEtatCentralisationDoc>(App(), Demandeur));
-    etats.push_back(std::make_unique<CEtatTVADoc>(App(), Demandeur));
-    etats.push_back(std::make_unique<CEtatRapprochementDoc>(App(), Demandeur));
+  struct Nomme {
+    std::string nom;
+    std::unique_ptr<CEtatComptable> etat;
+  };
+  /// All reports of the catalogue: the journal as its window prints it, without the slip, whose ticks have
+  /// tests of their own.
+  std::vector<Nomme> Etats() {
+    std::vector<Nomme> etats;
+    for (const DefinitionEtat& d : CatalogueEtats())
+      if (d.nom != std::string_view("remise") && d.nom != std::string_view("journal"))
+        etats.push_back({d.nom, d.fabrique(App(), Demandeur)});
     DemandeListe demande;
     demande.mois = Annee.empty() ? 0 : Le(1, 1);
     demande.mode = ListeToutes;
-    etats.push_back(std::make_unique<JournalDeTest>(App(), Demandeur, demande, true));
+    etats.push_back({"journal", std::make_unique<JournalDeTest>(App(), Demandeur, demande, true)});
     return etats;
   }
 };
 
 TEST_F(EtatsEnPanne, StoppedCancelledOrNotWritten) {
+  for (const auto& [nom, etat] : Etats()) {
+    EXPECT_FALSE(App().Dit(etat->OnNewDocument())) << nom;
+    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice}) << nom;
+    Boite.Oublie();
+  }
   Installe(AffichageLivre::Euro);
-  for (const auto& etat : Etats()) {
+  const TemporaireAPart temporaire;
+  for (const auto& [nom, etat] : Etats()) {
+    SCOPED_TRACE(nom);
     Demandeur.Accepte = false;
+    Demandeur.Change = [](CriteresEtat& c) { c.centralisation = ParMois; };
     const unsigned demandes = Demandeur.Nombre;
     const bool construit = App().Dit(etat->OnNewDocument());
-    const std::string nom = VersUtf8(etat->TitreDocument());
-    EXPECT_EQ(construit, Demandeur.Nombre == demandes)
-        << nom << ": without a form there is nothing to cancel";
+    EXPECT_EQ(construit, Demandeur.Nombre == demandes) << "without a form there is nothing to cancel";
     Demandeur.Accepte = true;
 
-    Boite.ArretApres = Boite.NbArrets + 1;
-    const unsigned ouvertures = Boite.Ouvertures;
-    EXPECT_FALSE(App().Dit(etat->OnNewDocument())) << nom;
-    EXPECT_EQ(Boite.Ouvertures, ouvertures + 1) << nom;
-    EXPECT_EQ(Boite.Place, 2u) << nom << " goes on after it was stopped";
-    EXPECT_EQ(Boite.Profondeur, 0u) << nom;
-    EXPECT_TRUE(Boite.Annulable);
-    EXPECT_TRUE(Boite.Erreurs.empty()) << nom;
+    // Stopped at each of its steps, until one is behind the last; the book has no assets.
+    const bool biens = nom == "amortissements" || nom == "immobilisations" || nom == "plus-values";
+    for (int k = 0;; ++k) {
+      Boite.NbArrets = 0;
+      Boite.ArretApres = k;
+      const unsigned ouvertures = Boite.Ouvertures;
+      const bool fini = App().Dit(etat->OnNewDocument());
+      EXPECT_EQ(Boite.Ouvertures, ouvertures + 1);
+      EXPECT_TRUE(Boite.Profondeur == 0 && Boite.Annulable && Boite.Erreurs.empty());
+      if (!fini) {
+        EXPECT_LE(Boite.Place, static_cast<u32>(k) + 1) << "goes on after it was stopped";
+      }
+      if (!fini) continue;
+      EXPECT_TRUE(biens || (k > 0 && Boite.Place > 0 && Boite.Maximum >= Boite.Place));
+      break;
+    }
     Boite.ArretApres = -1;
 
-    Fautif().SurChemin("FNL");
-    Fautif().Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
-    EXPECT_FALSE(App().Dit(etat->OnNewDocument())) << nom;
-    Fautif().Repare();
-    ASSERT_EQ(Boite.Erreurs.size(), 1u) << nom;
-    EXPECT_EQ(Boite.Erreurs[0].numero, unsigned{ErrEtatEcriture});
-    EXPECT_EQ(Boite.Profondeur, 0u) << nom;
+    Disque.SurChemin("FNL");
+    Disque.Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
+    EXPECT_FALSE(App().Dit(etat->OnNewDocument()));
+    Disque.Repare();
+    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrEtatEcriture});
+    EXPECT_EQ(Boite.Profondeur, 0u);
     Boite.Oublie();
-    EXPECT_TRUE(App().Dit(etat->OnNewDocument())) << nom << ": and once more, on a disk with room";
+    EXPECT_TRUE(App().Dit(etat->OnNewDocument())) << "and once more, on a disk with room";
   }
 }
 
@@ -269,8 +275,8 @@ TEST_F(EtatsEnPanne, ADiskThatFillsUpEndsTheWork) {
   ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   ASSERT_GT(etat.TailleTexte(), 65536u) << "more than one write";
   const u32 pas = Boite.Place;
-  Fautif().SurChemin("FNL");
-  Fautif().Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
+  Disque.SurChemin("FNL");
+  Disque.Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
   EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
   EXPECT_LT(Boite.Place, pas) << "no further record is read";
 }
@@ -308,13 +314,5 @@ TEST_F(EtatsEnPanne, AWalkEndsWithItsReport) {
   }
 }
 
-TEST_F(EtatsEnPanne, NoExerciceNoReport) {
-  for (const auto& etat : Etats()) {
-    EXPECT_FALSE(App().Dit(etat->OnNewDocument()));
-    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3209});
-    Boite.Oublie();
-  }
-}
-
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

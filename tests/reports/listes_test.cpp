@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstring>
@@ -8,22 +7,18 @@
 
 #include "auto/ecrituresauto.h"
 #include "core/btfiles.h"
-#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "reports/catalogue.h"
 #include "reports/etatslistes.h"
 #include "reports/petitlivre.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::AffichageLivre;
 
 constexpr const char* Noms[] = {"comptes-recettes", "comptes-depenses", "plan-comptable", "tresorerie",
                                 "rubriques",        "libelles",         "previsions"};
 
-class Listes : public test::PetitLivre {
+class Listes : public PetitLivre {
  protected:
   std::unique_ptr<CEtatComptable> Fait(const char* nom) {
     return TrouveEtat(nom)->fabrique(App(), Demandeur);
@@ -127,31 +122,5 @@ TEST_F(Listes, SansLigne) {
   }
 }
 
-TEST_F(Listes, ArretEtSansExercice) {
-  for (const char* nom : Noms) {
-    EXPECT_FALSE(App().Dit(Fait(nom)->OnNewDocument())) << nom;
-    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice}) << nom;
-    Boite.Oublie();
-  }
-  Installe(AffichageLivre::Euro);
-  for (const char* nom : Noms) {
-    SCOPED_TRACE(nom);
-    for (const int k : {0, 1}) {
-      Boite.NbArrets = 0;
-      Boite.ArretApres = k;
-      EXPECT_FALSE(App().Dit(Fait(nom)->OnNewDocument()));
-      EXPECT_EQ(Boite.Profondeur, 0u);
-      EXPECT_TRUE(Boite.Erreurs.empty());
-    }
-    Boite.ArretApres = -1;
-    Boite.Oublie();
-    ASSERT_TRUE(App().Dit(Fait(nom)->OnNewDocument()));
-    EXPECT_EQ(Boite.Ouvertures, 1u);
-    EXPECT_GE(Boite.Maximum, Boite.Place);
-    EXPECT_GT(Boite.Place, 0u);
-  }
-  EXPECT_EQ(Demandeur.Nombre, 0u) << "nothing is asked";
-}
-
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

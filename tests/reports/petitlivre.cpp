@@ -1,14 +1,12 @@
 #include "reports/petitlivre.h"
 
 #include <cstdlib>
-#include <filesystem>
 
 #include "core/btfiles.h"
 #include "journal/saisie.h"
 #include "outils/attendu.h"
 #include "pages/enregistreur.h"
 #include "pages/page.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 

@@ -24,9 +24,7 @@
 // 41 = &AMORT, 46 = 07-32-41.
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <string>
 
 #include "outils/cabinetdetest.h"
 #include "reports/etatcomptable.h"

@@ -3,15 +3,12 @@
 #include "core/valeurs.h"
 #include "reports/etatremise.h"
 #include "reports/petitlivre.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using test::AffichageLivre;
-
 /// Ticks what a test says.
-class DemandeurCoches : public test::DemandeurScript {
+class DemandeurCoches : public DemandeurScript {
  public:
   explicit DemandeurCoches(CFenlorApp& app) : m_app(app) {}
   std::function<void(ListeRemise&)> Coche;
@@ -33,7 +30,7 @@ class DemandeurCoches : public test::DemandeurScript {
   CFenlorApp& m_app;
 };
 
-class EtatRemiseCheques : public test::PetitLivre {
+class EtatRemiseCheques : public PetitLivre {
  protected:
   void Etablit(AffichageLivre affichage, const std::string& nom, std::function<void(ListeRemise&)> coche) {
     Installe(affichage);
@@ -101,4 +98,4 @@ TEST_F(EtatRemiseCheques, SansPapier) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,11 +1,7 @@
 #include "session/entretien.h"
 
-#include <filesystem>
-
-#include "core/erreurs.h"
 #include "journal/cabinetmedical.h"
 #include "session/textes.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

@@ -1,15 +1,10 @@
 #include "session/exercices.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "core/erreursexercice.h"
 #include "outils/cabinetdetest.h"
 #include "session/textes.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -17,7 +12,7 @@ namespace fs = std::filesystem;
 constexpr Date Jour1(unsigned annee) { return FaitDate(1, 1, annee); }
 constexpr Date Jour365(unsigned annee) { return FaitDate(31, 12, annee); }
 
-class SessionExercices : public test::CabinetDeTest {
+class SessionExercices : public CabinetDeTest {
  protected:
   FormulaireExercice Annee(const std::string& annee) {
     FormulaireExercice f = NouvelExercice(App());
@@ -271,4 +266,4 @@ TEST_F(SessionExercices, DatesParDefautEtListes) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,14 +1,9 @@
 #include "session/lancement.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "outils/cabinetdetest.h"
 #include "store/motdepasse.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -85,7 +80,7 @@ TEST(Lancement, DossierDuCabinet) {
 
 TEST(Lancement, MessageDeLApplicationParente) { EXPECT_EQ(MessageParent(3, 14), "2023 3 14"); }
 
-class SessionLancement : public test::CabinetDeTest {
+class SessionLancement : public CabinetDeTest {
  protected:
   void Applique(std::vector<std::string> mots) { AppliqueLigneCommande(App(), LitLigneCommande(mots)); }
   void Regle(const std::string& section, const std::string& cle, const std::string& valeur) {
@@ -302,4 +297,4 @@ TEST_F(SessionLancement, ExerciceDemandeParLApplicationParente) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

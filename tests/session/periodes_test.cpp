@@ -1,11 +1,8 @@
 #include "session/periodes.h"
 
-#include <gtest/gtest.h>
-
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 CadrePeriode Cadre(const char* debut, const char* fin, const char* aujourdhui) {
@@ -84,7 +81,7 @@ TEST(Periodes, Bornes) {
   EXPECT_EQ(MoisPropose(juillet), 2);
 }
 
-class PeriodeReglee : public test::CabinetDeTest {};
+class PeriodeReglee : public CabinetDeTest {};
 
 TEST_F(PeriodeReglee, ChoixGarde) {
   ASSERT_TRUE(CreeExercice("2003"));
@@ -104,4 +101,4 @@ TEST_F(PeriodeReglee, ChoixGarde) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

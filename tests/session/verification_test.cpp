@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 #include "core/btfiles.h"
 #include "journal/cabinetmedical.h"
 #include "session/entretien.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

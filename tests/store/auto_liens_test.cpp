@@ -1,18 +1,16 @@
-#include <gtest/gtest.h>
 
 #include <cstring>
 #include <set>
 
 #include "outils/cabinetdetest.h"
 #include "store/definitions.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr Date Mars15 = FaitDate(15, 3, 2003);
 
-class EcrituresAutomatiques : public test::CabinetDeTest {
+class EcrituresAutomatiques : public CabinetDeTest {
  protected:
   void SetUp() override {
     ASSERT_TRUE(CreeExercice("2003"));
@@ -85,7 +83,7 @@ TEST_F(EcrituresAutomatiques, UneListeVideSEcritVide) {
   EXPECT_EQ(Magasin().Reglages().Lit("2003", "Ecritures automatiques"), "");
 }
 
-class Liens : public test::CabinetDeTest {
+class Liens : public CabinetDeTest {
  protected:
   void SetUp() override {
     ASSERT_TRUE(CreeExercice("2003"));
@@ -203,4 +201,4 @@ TEST_F(Liens, SansEcritureLieeLaFicheSeuleDisparait) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

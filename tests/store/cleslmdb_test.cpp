@@ -1,15 +1,13 @@
 // The room that the keys reserve follows the books, and its lack is told.
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <fstream>
 #include <random>
 
 #include "store/livresdumoteur.h"
 #include "store/urgence.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 class ClesLmdbTest : public testing::Test {
@@ -115,4 +113,4 @@ TEST_F(ClesLmdbTest, SansPlaceRienNeSePerd) {
 #endif
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

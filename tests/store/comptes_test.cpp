@@ -1,13 +1,11 @@
-#include <gtest/gtest.h>
 
 #include "outils/cabinetdetest.h"
 #include "store/profil.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-class Comptes : public test::CabinetDeTest {};
+class Comptes : public CabinetDeTest {};
 
 TEST_F(Comptes, FormeLongueEtFormeCourte) {
   const struct {
@@ -106,4 +104,4 @@ TEST_F(Comptes, Conversions) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

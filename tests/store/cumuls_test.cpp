@@ -7,7 +7,7 @@
 
 #include "store/livres.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr Date Mars15 = FaitDate(15, 3, 2003);
@@ -167,4 +167,4 @@ TEST(CalculCompta, LignesDUnCompteDisparu) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

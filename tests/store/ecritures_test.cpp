@@ -3,7 +3,7 @@
 
 #include "store/livres.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr Date Mars15 = FaitDate(15, 3, 2003);
@@ -221,4 +221,4 @@ TEST(Ecritures, WriteJournalLaisseLesCumuls) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

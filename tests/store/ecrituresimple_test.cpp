@@ -1,11 +1,10 @@
 // Simple entries: their lines, there and back, and what is refused.
 #include <cstring>
-#include <functional>
 #include <limits>
 
 #include "store/livres.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr Date Mars15 = FaitDate(15, 3, 2003);
@@ -140,4 +139,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return info.param.nom; });
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -3,7 +3,7 @@
 
 #include "store/livres.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr Date Mars15 = FaitDate(15, 3, 2003);
@@ -79,4 +79,4 @@ TEST(EcritureStandard, LeTableauDeTresorerieRepartDeZero) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

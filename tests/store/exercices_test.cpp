@@ -1,19 +1,14 @@
-#include <gtest/gtest.h>
 
 #include <stdlib.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <map>
-#include <memory>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemecoupure.h"
 #include "outils/systemefautif.h"
 #include "store/definitions.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -21,7 +16,7 @@ namespace fs = std::filesystem;
 constexpr Date Jan(unsigned annee) { return FaitDate(1, 1, annee); }
 constexpr Date Dec(unsigned annee) { return FaitDate(31, 12, annee); }
 
-class Exercices : public test::CabinetDeTest {
+class Exercices : public CabinetDeTest {
  protected:
   explicit Exercices(Systeme* systeme = nullptr) : CabinetDeTest(test::Cles::Memoire, 256u << 10, systeme) {}
 
@@ -451,4 +446,4 @@ INSTANTIATE_TEST_SUITE_P(Tout, PannesExercice,
                                          Panne{true, true, false}, Panne{true, true, true}));
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

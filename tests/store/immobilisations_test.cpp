@@ -1,13 +1,11 @@
-#include <gtest/gtest.h>
 
 #include "outils/cabinetdetest.h"
 #include "store/definitions.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-class Immobilisations : public test::CabinetDeTest {
+class Immobilisations : public CabinetDeTest {
  protected:
   static Immobilisation Bien(u32 numero, const char* designation = "Bureau") {
     Immobilisation rec{};
@@ -141,4 +139,4 @@ TEST_F(Immobilisations, TablesDegressives) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

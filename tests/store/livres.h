@@ -3,22 +3,14 @@
 // what is written, not at when it is safe.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemesanssynchro.h"
 #include "store/definitions.h"
-#include "store/magasincles.h"
 #include "store/qvapi.h"
-#include "store/texte1252.h"
 
 namespace fenlor {
 

@@ -1,18 +1,12 @@
 // Accounts and bank operations on the engine alone.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <fstream>
-#include <string>
-#include <vector>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemesanssynchro.h"
 #include "store/moteur.h"
 #include "store/qvapi.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 

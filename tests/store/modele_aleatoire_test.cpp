@@ -2,13 +2,11 @@
 // way. FENLOR_PAS sets the number of operations, FENLOR_GRAINE the seed.
 
 #include <algorithm>
-#include <cstring>
-#include <functional>
 #include <random>
 
 #include "store/comparaison_livres.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr std::size_t EcrituresVisees = 600;
@@ -535,4 +533,4 @@ TEST(ModeleAleatoire, ClesEnMemoire) { Joue(true); }
 TEST(ModeleAleatoire, ClesLmdb) { Joue(false); }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

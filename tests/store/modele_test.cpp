@@ -1,15 +1,12 @@
 #include "store/modele.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <set>
 
 #include "outils/cabinetdetest.h"
 #include "store/dates.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 Modele Integre() {
@@ -201,4 +198,4 @@ TEST(ChargeModele, LeRepertoireDesProgrammesPrime) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

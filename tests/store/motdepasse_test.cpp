@@ -1,12 +1,9 @@
 #include "store/motdepasse.h"
 
-#include <gtest/gtest.h>
-
 #include "outils/cabinetdetest.h"
 #include "store/profil.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 TEST(MotDePasse, ChaqueCaractereRevientAChaquePlace) {
@@ -89,4 +86,4 @@ TEST(MotDePasse, ProtegeLeCabinet) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

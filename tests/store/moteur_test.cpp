@@ -5,13 +5,10 @@
 
 #include "store/livresdumoteur.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::Compte;
-using test::DossierTemporaire;
-using test::Operation;
 using Livres = test::LivresDuMoteur;
 
 class MoteurTest : public ::testing::TestWithParam<bool> {
@@ -331,4 +328,4 @@ INSTANTIATE_TEST_SUITE_P(Cles, MoteurTest, ::testing::Values(true, false),
                          [](const auto& info) { return info.param ? "Lmdb" : "Memoire"; });
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

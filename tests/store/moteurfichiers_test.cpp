@@ -8,13 +8,10 @@
 #include "store/fichierdat.h"
 #include "store/livresdumoteur.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::Compte;
-using test::DossierTemporaire;
-using test::Operation;
 using Livres = test::LivresDuMoteur;
 
 class ClesSurDisqueTest : public ::testing::Test {
@@ -312,4 +309,4 @@ TEST_F(ClesSurDisqueTest, UneUniteAbimeeAvantUneBonneEstDite) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

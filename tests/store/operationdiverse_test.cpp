@@ -1,7 +1,7 @@
 // Entries made of free lines, and single lines that change.
 #include "store/livres.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr Date Mars15 = FaitDate(15, 3, 2003);
@@ -78,4 +78,4 @@ TEST(OperationDiverse, ChangerUneLigneRepriseSesEffets) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

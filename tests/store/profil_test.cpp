@@ -1,19 +1,16 @@
 #include "store/profil.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <random>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemecoupure.h"
 #include "outils/systemefautif.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 void Pose(const std::string& chemin, const std::string& contenu) {
@@ -314,4 +311,4 @@ TEST_F(ProfilTest, SurvivesAPowerCut) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,17 +1,13 @@
 #include "store/registre.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
 #include "store/qvapi.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 constexpr const char* Cle = "software\\Orvelia\\QVUpdate\\Fenlor";
@@ -116,4 +112,4 @@ TEST_F(RegistreTest, TheStoreReadsAndWritesIt) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

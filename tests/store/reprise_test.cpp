@@ -1,23 +1,18 @@
 // The redo log by itself: what comes back after a stop, what must not, and how it grows and is emptied.
 #include "store/reprise.h"
 
-#include <gtest/gtest.h>
 #include <zlib.h>
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
 #include "outils/systemesanssynchro.h"
 #include "store/qvapi.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::EcritFichier;
-using test::LitFichier;
 
 constexpr std::size_t DebutUnites = 64 << 10, Bloc = 4096, Capacite = 64 << 10;
 
@@ -231,4 +226,4 @@ TEST_F(Reprise, UnContenuImpossibleEstRefuse) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,9 +1,6 @@
 // Sums of the slots: the function, damage seen before a record is believed, books without sums.
 #include "store/somme.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <fstream>
 
 #include "outils/cabinetdetest.h"
@@ -12,15 +9,11 @@
 #include "store/fichierdat.h"
 #include "store/moteur.h"
 #include "store/qvapi.h"
-#include "store/texte1252.h"
 
 namespace fs = std::filesystem;
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using test::EcritFichier;
-using test::LitFichier;
 
 TEST(Somme, EstCelleDeTousEtTrouveChaqueBit) {
   for (const auto fonction : {Crc32c, Crc32cParTable}) {
@@ -145,4 +138,4 @@ TEST_F(Sommes, UnFichierSansSommesEstConvertiEnEntierOuPasDuTout) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

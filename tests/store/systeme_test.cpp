@@ -1,6 +1,5 @@
 #include "store/systeme.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -10,9 +9,8 @@
 #include <limits>
 
 #include "outils/cabinetdetest.h"
-#include "store/texte1252.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 class SystemeTest : public testing::Test {
@@ -142,4 +140,4 @@ TEST(Systeme, ErrorsAreToldInFrench) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

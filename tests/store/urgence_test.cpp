@@ -1,21 +1,19 @@
 // What the system ends a program for is told before.
 #include "store/urgence.h"
 
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <thread>
 
 #include "outils/cabinetdetest.h"
 #include "store/systeme.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 class Urgences : public testing::Test {
@@ -76,4 +74,4 @@ TEST_F(Urgences, SansMemoireNiPlace) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

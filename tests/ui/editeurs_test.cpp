@@ -1,20 +1,12 @@
-#include <gmock/gmock.h>
 
-#include <QApplication>
 #include <QCalendarWidget>
-#include <QClipboard>
 #include <QListView>
-#include <QTest>
 #include <QVBoxLayout>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/editeurs.h"
-#include "ui/texteqt.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace fenlor::test {
 

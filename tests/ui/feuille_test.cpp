@@ -1,20 +1,13 @@
 #include "ui/cznsheet.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
 #include <QTabWidget>
-#include <QTest>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
 #include "ui/editeurs.h"
 #include "ui/formulaire.h"
 
-using namespace Qt::Literals::StringLiterals;
 using ::testing::Contains;
-using ::testing::ElementsAre;
 
 namespace fenlor::test {
 
@@ -61,7 +54,6 @@ class SheetEssai : public CZNSheet {
 
 class FeuilleTest : public UiDeTest {
  protected:
-  FeuilleTest() : Contexte(Ui()) {}
   void Touche(QDialog& dialogue, Qt::Key touche, Qt::KeyboardModifiers avec) {
     QApplication::processEvents();
     QTest::keyClick(dialogue.focusWidget() ? dialogue.focusWidget() : &dialogue, touche, avec);
@@ -70,14 +62,13 @@ class FeuilleTest : public UiDeTest {
   static std::string Focus(const QDialog& dialogue) {
     return dialogue.focusWidget()->objectName().toStdString();
   }
-  ContexteUi Contexte;
   std::vector<std::string> Traces;
 };
 
 }  // namespace
 
 TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
-  SheetEssai feuille(Contexte, Traces);
+  SheetEssai feuille(Ui, Traces);
   Robot robot;
   robot.Attend("SheetEssai", [&](QDialog& dialogue) {
     VerifieFormulaire(dialogue);
@@ -99,7 +90,7 @@ TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
 }
 
 TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
-  SheetEssai feuille(Contexte, Traces);
+  SheetEssai feuille(Ui, Traces);
   feuille.Onglets().setCurrentIndex(1);
   feuille.show();
   feuille.activateWindow();
@@ -124,12 +115,12 @@ TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
 
 TEST_F(FeuilleTest, PageThatCannotBeReadIsLeftOut) {
   {
-    SheetEssai feuille(Contexte, Traces);
+    SheetEssai feuille(Ui, Traces);
     feuille.Pages[0]->Charges = false;
     EXPECT_FALSE(feuille.Execute());
     EXPECT_THAT(Traces, ElementsAre("charge A"));
   }
-  SheetEssai feuille(Contexte, Traces);
+  SheetEssai feuille(Ui, Traces);
   feuille.Pages[1]->Charges = false;
   Robot robot;
   robot.Attend("SheetEssai", [&](QDialog&) {

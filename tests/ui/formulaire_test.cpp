@@ -1,25 +1,13 @@
 #include "ui/formulaire.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QCheckBox>
 #include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSpinBox>
-#include <QTest>
 
 #include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
-#include "ui/texteqt.h"
-
-using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
 
 namespace fenlor::test {
 
@@ -129,7 +117,6 @@ using Mode = CZNDialog::Mode;
 
 class FormulaireTest : public UiDeTest {
  protected:
-  FormulaireTest() : Contexte(Ui()) {}
   void Montre(CZNDialog& dialogue) {
     dialogue.show();
     dialogue.activateWindow();
@@ -145,7 +132,6 @@ class FormulaireTest : public UiDeTest {
     const QWidget* champ = QApplication::focusWidget() ? QApplication::focusWidget() : dialogue.focusWidget();
     return champ ? champ->objectName().toStdString() : "";
   }
-  ContexteUi Contexte;
 };
 
 /// Counts what its connection still hears once its end began.
@@ -169,7 +155,7 @@ class CDialogLie : public CZNDialog {
 }  // namespace
 
 TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
-  CDialogEssai dialogue(Contexte, Mode::Modification, true);
+  CDialogEssai dialogue(Ui, Mode::Modification, true);
   Montre(dialogue);
   VerifieFormulaire(dialogue);
   EXPECT_THAT(OrdreTab(dialogue),
@@ -183,7 +169,7 @@ TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
 }
 
 TEST_F(FormulaireTest, WhatIsNoAmountIsRefusedAtItsField) {
-  CDialogEssai dialogue(Contexte, Mode::Ajout);
+  CDialogEssai dialogue(Ui, Mode::Ajout);
   Montre(dialogue);
   Tape(Trouve<QWidget>(dialogue, "libelle"), u"Essai"_s);
   auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
@@ -206,7 +192,7 @@ TEST_F(FormulaireTest, WhatIsNoAmountIsRefusedAtItsField) {
 }
 
 TEST_F(FormulaireTest, TheFocusNeverSelectsAWholeLongText) {
-  CDialogEssai dialogue(Contexte, Mode::Modification);
+  CDialogEssai dialogue(Ui, Mode::Modification);
   dialogue.Montre({0, "Essai", "Dr\r\nMartin", "", "1", 5, false, false});
   Montre(dialogue);
   auto& adresse = Trouve<QPlainTextEdit>(dialogue, "adresse");
@@ -217,7 +203,7 @@ TEST_F(FormulaireTest, TheFocusNeverSelectsAWholeLongText) {
 }
 
 TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
-  CDialogEssai dialogue(Contexte, Mode::Ajout);
+  CDialogEssai dialogue(Ui, Mode::Ajout);
   Montre(dialogue);
   VerifieFormulaire(dialogue);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "ok").text(), u"&Enregistrer"_s);
@@ -268,7 +254,7 @@ TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
 }
 
 TEST_F(FormulaireTest, RefusalKeepsTheFormAndSelectsTheField) {
-  CDialogEssai dialogue(Contexte, Mode::Simple);
+  CDialogEssai dialogue(Ui, Mode::Simple);
   Montre(dialogue);
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
   auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
@@ -291,7 +277,7 @@ TEST_F(FormulaireTest, RefusalKeepsTheFormAndSelectsTheField) {
 }
 
 TEST_F(FormulaireTest, RefusalOnDepartureStopsTheSave) {
-  CDialogEssai dialogue(Contexte, Mode::Simple);
+  CDialogEssai dialogue(Ui, Mode::Simple);
   Montre(dialogue);
   Tape(Trouve<QLineEdit>(dialogue, "libelle"), u"Essai"_s);
   dialogue.RefuseDepart = true;
@@ -328,7 +314,7 @@ TEST_F(FormulaireTest, RadioIsChosenByAKeyThatOthersShare) {
     }
     EditeurTexte m_champ;
     QRadioButton m_un{nullptr}, m_autre{nullptr};
-  } dialogue(Contexte);
+  } dialogue(Ui);
   Montre(dialogue);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "aide").text(), u"A&ide"_s) << "A is needed elsewhere";
   std::set<std::string> foyers;
@@ -342,7 +328,7 @@ TEST_F(FormulaireTest, RadioIsChosenByAKeyThatOthersShare) {
 
 TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
   Entree(true);
-  CDialogEssai dialogue(Contexte, Mode::Simple);
+  CDialogEssai dialogue(Ui, Mode::Simple);
   Montre(dialogue);
   std::vector<std::string> vus;
   auto& pointee = Trouve<QCheckBox>(dialogue, "pointee");
@@ -374,7 +360,7 @@ TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
 }
 
 TEST_F(FormulaireTest, NeighbourIsShownAfterASave) {
-  CDialogEssai dialogue(Contexte, Mode::Modification, true);
+  CDialogEssai dialogue(Ui, Mode::Modification, true);
   dialogue.Montre({Reference, "Avant", "", "", "1", 3, false, false});
   Montre(dialogue);
   auto& suivant = Bouton(dialogue, u"&Suivant"_s);
@@ -425,7 +411,7 @@ TEST_F(FormulaireTest, WhatWasTypedIsAskedAboutBeforeANewRecordIsLeft) {
     SCOPED_TRACE(&c - cas);
     Boite.Oublie();
     Boite.Reponses.assign(c.reponse ? 1 : 0, c.reponse);
-    CDialogEssai dialogue(Contexte, c.mode);
+    CDialogEssai dialogue(Ui, c.mode);
     Montre(dialogue);
     Tape(Trouve<QWidget>(dialogue, "montant"), QString::fromUtf16(c.montant));
     Tape(Trouve<QWidget>(dialogue, "libelle"), QString::fromUtf16(c.libelle));
@@ -439,7 +425,7 @@ TEST_F(FormulaireTest, WhatWasTypedIsAskedAboutBeforeANewRecordIsLeft) {
 
 TEST_F(FormulaireTest, FormOfAClosedExerciceShowsAndTakesNothing) {
   ASSERT_TRUE(CreeExercice("2003") && App().Reglages.EcritIniExercice({}, "Cloture", "05/01/2004"));
-  CDialogEssai dialogue(Contexte, Mode::Modification);
+  CDialogEssai dialogue(Ui, Mode::Modification);
   dialogue.Montre({Reference, "Lu", "", "7061000000", "2", 12, true, true});
   Montre(dialogue);
   VerifieFormulaire(dialogue);
@@ -464,7 +450,7 @@ TEST_F(FormulaireTest, FormOfAClosedExerciceShowsAndTakesNothing) {
 TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
   Dessin.PoliceSaisies.setPointSize(21);
   Dessin.TexteSaisies = Qt::darkRed;
-  CDialogEssai dialogue(Contexte, Mode::Simple);
+  CDialogEssai dialogue(Ui, Mode::Simple);
   Montre(dialogue);
   VerifieFormulaire(dialogue);
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
@@ -475,7 +461,7 @@ TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
   EXPECT_EQ(Cadre.Nombre("Aide DialogEssai"), 1u);
 
   Dessin.TexteSaisies = QApplication::palette().color(QPalette::Base);
-  CDialogEssai illisible(Contexte, Mode::Simple);
+  CDialogEssai illisible(Ui, Mode::Simple);
   EXPECT_NE(Trouve<EditeurTexte>(illisible, "libelle").palette().color(QPalette::Active, QPalette::Text),
             Dessin.TexteSaisies);
 }
@@ -483,7 +469,7 @@ TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
 TEST_F(FormulaireTest, LesLiensFinissentAvantLesChamps) {
   int tardifs = 0;
   {
-    CDialogLie forme(Contexte, tardifs, nullptr);
+    CDialogLie forme(Ui, tardifs, nullptr);
     forme.show();
     Va(Trouve<EditeurTexte>(forme, "deux"));
   }
@@ -494,7 +480,7 @@ TEST_F(FormulaireTest, UneFormeSurvitASonParent) {
   int tardifs = 0;
   auto parent = std::make_unique<QWidget>();
   parent->show();
-  CDialogLie forme(Contexte, tardifs, new QWidget(parent.get()));
+  CDialogLie forme(Ui, tardifs, new QWidget(parent.get()));
   Robot robot;
   robot.Attend("DialogLie", [&](QDialog&) { parent.reset(); });
   EXPECT_FALSE(forme.Execute()) << "cancelled";

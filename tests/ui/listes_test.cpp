@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QClipboard>
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
@@ -10,7 +7,6 @@
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,15 +14,12 @@
 #include <numeric>
 
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/cznlistview.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
 using Donnee = ModeleListe::Donnee;
 
 struct Fiche {
@@ -56,7 +49,7 @@ std::vector<Donnee> Ordre(const ModeleListe& modele) {
 
 class ListesTest : public UiDeTest {
  public:
-  ListesTest() : Contexte(Ui()), Table(Contexte) { Dessin.TexteListes = QColor(); }
+  ListesTest() : Table(Ui) { Dessin.TexteListes = QColor(); }
 
   template <class T>
   void Montre(T& table) {
@@ -80,8 +73,6 @@ class ListesTest : public UiDeTest {
     const QPoint point(titres.sectionViewportPosition(colonne) + 10, titres.height() / 2);
     QTest::mouseClick(titres.viewport(), Qt::LeftButton, {}, point);
   }
-
-  ContexteUi Contexte;
   TableListe Table;
 
  private:
@@ -321,7 +312,7 @@ TEST_F(ListesTest, RowHeightFollowsTheListFont) {
 }
 
 TEST_F(ListesTest, TableInAFormHasNoHorizontalScrollBar) {
-  CZNListCtrl table(Contexte);
+  CZNListCtrl table(Ui);
   std::vector<int> fiches;
   const auto rien = [](int) { return std::string(); };
   table.Suit<int>(
@@ -482,7 +473,7 @@ class VueDeTest : public CZNListView {
 class VueListeTest : public ListesTest {
  public:
   std::unique_ptr<VueDeTest> Ouvre(Donnee nombre = 100) {
-    auto vue = std::make_unique<VueDeTest>(Contexte);
+    auto vue = std::make_unique<VueDeTest>(Ui);
     vue->Contenu = Suite(nombre);
     vue->resize(400, 200);
     vue->Charge();

@@ -1,31 +1,21 @@
 #include "ui/dialogmessage.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
 #include <QTextEdit>
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
 #include <set>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/texte.h"
 #include "outils/textessources.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/dialogabort.h"
 #include "ui/dialogueqt.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 struct Jeu {
   unsigned style;

@@ -1,12 +1,9 @@
 #include "ui/positionfenetre.h"
 
-#include <QApplication>
 #include <QScreen>
-#include <filesystem>
 
 #include "core/texte.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

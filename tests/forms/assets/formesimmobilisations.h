@@ -1,30 +1,15 @@
 // What the tests of the register and of its forms share.
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <QComboBox>
-#include <QTest>
-
 #include "assets/immobilisations.h"
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
-#include "store/texte1252.h"
+#include "forms/journal/formesjournal.h"
 #include "ui/editeurs.h"
 
 namespace fenlor::test {
 
-class FormesImmobilisations : public CabinetMedical {
+class FormesImmobilisations : public FormesJournal {
  protected:
-  CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
   test::Robot Robot;
-
-  void SetUp() override {
-    Installe();
-    ChargePreferences(Dessin, App(), QApplication::palette());
-  }
 
   FicheImmobilisation Bien(const char* designation, const char* achat, f64 valeur, const char* fin = "",
                            bool rebut = false) {
@@ -53,17 +38,7 @@ class FormesImmobilisations : public CabinetMedical {
     return PositionsDe(App(), fichier).size();
   }
 
-  static void Montre(QDialog& f) {
-    f.show();
-    f.activateWindow();
-    QApplication::processEvents();
-  }
-  static QLineEdit& Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
-  static QAbstractButton& Case(QDialog& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
   static std::string Lu(QDialog& f, const char* nom) { return VersUtf8(Trouve<Lecture>(f, nom).Valeur()); }
-  static std::string Focus(QDialog& f) {
-    return f.focusWidget() ? f.focusWidget()->objectName().toStdString() : std::string();
-  }
 };
 
 }  // namespace fenlor::test

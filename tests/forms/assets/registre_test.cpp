@@ -1,4 +1,3 @@
-#include <QClipboard>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -14,9 +13,6 @@
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
 
 class Registre : public FormesImmobilisations {
  protected:

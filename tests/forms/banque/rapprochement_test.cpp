@@ -1,7 +1,5 @@
-#include <gmock/gmock.h>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/textes.h"
@@ -10,10 +8,6 @@
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr Date Mars(unsigned jour) { return FaitDate(jour, 3, 2003); }
 

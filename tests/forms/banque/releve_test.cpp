@@ -2,19 +2,14 @@
 // operations.
 #include "forms/banque/dialogreleve.h"
 
-#include <QComboBox>
-
 #include "banque/operations.h"
 #include "banque/textes.h"
 #include "forms/banque/dialogrelevecsv.h"
 #include "forms/journal/formesjournal.h"
 #include "ui/tableliste.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Trouve;
 
 using FormesReleve = test::FormesJournal;
 
@@ -62,4 +57,4 @@ TEST_F(FormesReleve, UnTableauDemandeSaFormePuisSApercoit) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -2,20 +2,17 @@
 
 #include <QHeaderView>
 
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "forms/banque/chequelist.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/formesjournal.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-
 /// Three cheques of the week, 10, 20 and 30 Euro.
-class FormeRemise : public test::FormesJournal {
+class FormeRemise : public FormesJournal {
  protected:
   void SetUp() override {
     FormesJournal::SetUp();
@@ -110,4 +107,4 @@ TEST_F(FormeRemise, ALaSourisEtParLesBoutons) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

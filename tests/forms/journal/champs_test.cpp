@@ -1,29 +1,17 @@
-#include <gtest/gtest.h>
 
 #include <QHelpEvent>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 #include <QToolTip>
 
 #include "forms/journal/champsecriture.h"
 #include "journal/cabinetmedical.h"
 #include "master/libelles.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
-#include "ui/texteqt.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Long;
-using test::Tape;
-using test::Trouve;
-using test::Va;
-
 /// A window with the shared fields, as the forms of entries have them.
-class Champs : public test::CabinetMedical {
+class Champs : public CabinetMedical {
  protected:
   void SetUp() override { Installe("2002"); }
   void Montre(QWidget& zone) {
@@ -258,4 +246,4 @@ TEST_F(Champs, AstuceAutreMonnaie) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,7 +1,6 @@
 #include "journal/criteres.h"
 
 #include <QListWidget>
-#include <QTest>
 #include <cstring>
 
 #include "forms/journal/dialogcritere.h"
@@ -9,14 +8,10 @@
 #include "forms/journal/formesjournal.h"
 #include "session/periodes.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Trouve;
-
-class FormeCritere : public test::FormesJournal {
+class FormeCritere : public FormesJournal {
  protected:
   CritereEcriture Tout() { return CriteresParDefaut(App()); }
 };
@@ -165,4 +160,4 @@ TEST_F(FormeCritere, ChoixDUnMois) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,4 +1,3 @@
-#include "forms/journal/dialogecriture.h"
 
 #include <QListWidget>
 
@@ -7,9 +6,6 @@
 
 namespace fenlor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Rows of a journal window, without the window.
 class Rangees : public ListeEcritures {
@@ -162,26 +158,6 @@ TEST_F(FormeEcriture, UnCodeInconnuRepasseAuCode) {
   Tape(*Champ<QLineEdit>(*f, "code"), u"7061000000"_s.left(3));
   Va(*Champ(*f, "libelle"));
   EXPECT_EQ(Lu(*f, "code"), u"HONOR"_s) << "an account's number does as well";
-}
-
-TEST_F(FormeEcriture, UnMontantQuiNeSeLitPasGardeLaForme) {
-  auto depense = Remplie(JournalDepenses, u"6063"_s, u"120"_s);
-  EXPECT_EQ(Lu(*depense, "ht"), u"100,33"_s);
-  Tape(*Champ<QLineEdit>(*depense, "professionnelle"), u"12a"_s);
-  for (const char* nom : {"ht", "tva", "personnelle"}) EXPECT_EQ(Lu(*depense, nom), QString()) << nom;
-  Tape(*Champ<QLineEdit>(*depense, "professionnelle"), u"60"_s);
-  EXPECT_EQ(Lu(*depense, "personnelle"), u"60,00"_s);
-  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"120"_s);
-  Tape(*Champ<QLineEdit>(*f, "ttc"), u"120+30"_s);
-  for (const char* nom : {"ht", "tva", "personnelle", "professionnelle"})
-    EXPECT_EQ(Lu(*f, nom), QString()) << nom << ": not what followed from 120";
-  Boite.Oublie();
-  Boite.Defaut = RepOui;
-  f->reject();
-  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3317}) << "something was typed";
-  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3400});
-  EXPECT_TRUE(f->isVisible());
-  EXPECT_EQ(f->Derniere(), 0u);
 }
 
 TEST_F(FormeEcriture, LimiteDuFranc) {
@@ -352,24 +328,6 @@ TEST_F(FormeEcriture, MarquesDUneEcritureStandard) {
     EXPECT_EQ(Coche(*f, "rapprochee"), c.rapprochee) << "the cash line has no mode";
     EXPECT_EQ(Coche(*f, "remise"), c.rapprochee && recette);
   }
-}
-
-TEST_F(FormeEcriture, EcritureSurLeComptePersonnel) {
-  SaisieEcriture saisie = Ecriture(JournalDepenses, "6154", 100);
-  const u32 m = Enregistre(saisie);
-  EcrSimple rec{};
-  ASSERT_TRUE(Magasin().ReadEcrSimple(App().PathExercice, m, rec));
-  PoseTexte(rec.Compte, "");
-  PoseTexte(rec.CompteTaxe, "");
-  rec.RepartitionEuro = rec.RepartitionFranc = rec.TaxeEuro = rec.TaxeFranc = rec.TauxTaxe = 0;
-  ASSERT_TRUE(Magasin().UpdateEcrSimple(App().PathExercice, m, rec));
-  const auto lignes = LignesLues(m);
-  auto f = Montre(Ouverture(JournalDepenses, m));
-  EXPECT_TRUE(Lu(*f, "compte").endsWith(u"Exploitant"_s)) << Lu(*f, "compte").toStdString();
-  Tape(*Champ(*f, "libelle"), u"Prélèvement"_s);
-  Ok(*f);
-  EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
-  EXPECT_EQ(LignesLues(m), lignes);
 }
 
 TEST_F(FormeEcriture, Voisins) {

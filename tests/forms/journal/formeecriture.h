@@ -1,35 +1,18 @@
 // What the tests of the form of a receipt or expense share.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <QComboBox>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
-
 #include "forms/journal/dialogecriture.h"
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
+#include "forms/journal/formesjournal.h"
 #include "ui/dialogmessage.h"
 #include "ui/tableliste.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
-
-using namespace Qt::Literals::StringLiterals;
 
 using Numeros = std::vector<unsigned>;
 
 /// Fixture: opens the form, reads what it shows, and types into it.
-class FormeEcriture : public CabinetMedical {
+class FormeEcriture : public FormesJournal {
  protected:
-  CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
   test::Robot Robot;
 
   void SetUp() override { Prepare("2003"); }
@@ -77,9 +60,6 @@ class FormeEcriture : public CabinetMedical {
   static bool Coche(QWidget& f, const char* nom) { return Trouve<QAbstractButton>(f, nom).isChecked(); }
   static bool Permis(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isEnabledTo(&f); }
   static bool Vu(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isVisibleTo(&f); }
-  static std::string Focus(QWidget& f) {
-    return f.focusWidget() ? f.focusWidget()->objectName().toStdString() : "";
-  }
   static QString Montants(QWidget& f) {
     QStringList textes;
     for (const char* nom : {"ttc", "professionnelle", "personnelle", "ht", "tva", "taux"})

@@ -1,23 +1,15 @@
-// What the tests of the small forms of the journals share: a practice, the forms shown, their fields by name.
+// What the tests of forms over a practice share: the practice, the forms shown, their fields by name.
 #pragma once
-
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QTest>
-#include <string>
 
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 
 class FormesJournal : public CabinetMedical {
+ public:
+  using CabinetMedical::CabinetMedical;
+
  protected:
   CadreDeTest Cadre;
   Preferences Dessin;

@@ -3,8 +3,6 @@
 namespace fenlor::test {
 namespace {
 
-using testing::ElementsAre;
-
 TEST_F(FormeEcriture, MultiplePuisSimplifiee) {
   auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
   Choisit(*f, "autre");

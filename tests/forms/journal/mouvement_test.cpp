@@ -1,5 +1,4 @@
 
-#include <QRadioButton>
 #include <QToolButton>
 
 #include "forms/journal/dialogmouvement.h"
@@ -7,17 +6,10 @@
 #include "forms/journal/textes.h"
 #include "journal/textes.h"
 #include "ui/tableliste.h"
-#include "ui/texteqt.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Long;
-using test::Tape;
-using test::Trouve;
-using test::Va;
 using Nombres = std::vector<unsigned>;
 using Textes = std::vector<std::string>;
 
@@ -37,7 +29,7 @@ class Vue : public ListeEcritures {
 LigneODSaisie Debit(const char* compte, f64 montant) { return {compte, {}, montant, 0}; }
 LigneODSaisie Credit(const char* compte, f64 montant) { return {compte, {}, 0, montant}; }
 
-class FormeOD : public test::FormesJournal {
+class FormeOD : public FormesJournal {
  protected:
   Vue Journal;
 
@@ -378,4 +370,4 @@ TEST_F(FormeOD, CeQuiEstAMoitieTapeRevient) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

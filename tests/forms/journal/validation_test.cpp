@@ -4,14 +4,10 @@
 #include "forms/journal/dialogvalidation.h"
 #include "forms/journal/formesjournal.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Tape;
-
-class FormeValidation : public test::FormesJournal {
+class FormeValidation : public FormesJournal {
  protected:
   /// First and last day, then the fields of the group that are open.
   static std::string Etat(QDialog& f) {
@@ -135,4 +131,4 @@ TEST_F(FormeValidation, ModeDebug) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -5,8 +5,6 @@
 namespace fenlor::test {
 namespace {
 
-using testing::IsEmpty;
-
 // Twenty entries by keyboard alone, and the same ones through the rule: the store is the same.
 
 struct LigneTapee {
@@ -42,6 +40,7 @@ f64 Valeur(std::string texte) {
   return std::stod(texte);
 }
 
+// clang-format off
 const EcritureTapee Vingt[] = {
     {JournalRecettes, 1, "HONOR", "706", nullptr, "22,00"},
     {JournalRecettes, 1, "honor", "706", "Consultation Mme Lefèvre", "22"},
@@ -52,27 +51,9 @@ const EcritureTapee Vingt[] = {
     {JournalRecettes, 5, "HONOR", "706", "Virement CPAM", "1310,25", true, nullptr, "CCP", PaiementAutre},
     {JournalRecettes, 6, "HONOR", "706", "Honoraires en francs", "115", false},
     {JournalRecettes, 7, "7065", "7065", "Expertise en francs", "655,96", false, nullptr, "ESP"},
-    {JournalRecettes,
-     9,
-     "HONOR",
-     "706",
-     "Chèque et espèces",
-     "100",
-     true,
-     nullptr,
-     "BQ",
-     PaiementCheque,
+    {JournalRecettes, 9, "HONOR", "706", "Chèque et espèces", "100", true, nullptr, "BQ", PaiementCheque,
      {{"BQ", "60"}, {"ESP", nullptr}}},
-    {JournalRecettes,
-     9,
-     "HONOR",
-     "706",
-     "Francs sur deux comptes",
-     "300",
-     false,
-     nullptr,
-     "BQ",
-     PaiementCheque,
+    {JournalRecettes, 9, "HONOR", "706", "Francs sur deux comptes", "300", false, nullptr, "BQ", PaiementCheque,
      {{"CCP", "100,5", PaiementAutre}, {"BQ", nullptr}}},
     {JournalRecettes, 12, "HONOR", "706", "Remboursement patient", "-22"},
     {JournalRecettes, 31, "ECARTC", "758", nullptr, "0,01"},
@@ -81,19 +62,11 @@ const EcritureTapee Vingt[] = {
     {JournalDepenses, 3, "6154", "6154", "Entretien", "100"},
     {JournalDepenses, 4, "6063", "6063", "Part saisie", "119,60", true, "59,80"},
     {JournalDepenses, 5, "6154", "6154", "Francs, part nulle", "1000", false, "0", "CCP", PaiementAutre},
-    {JournalDepenses,
-     6,
-     "6154",
-     "6154",
-     "Trois comptes",
-     "333,33",
-     true,
-     nullptr,
-     "BQ",
-     PaiementCheque,
+    {JournalDepenses, 6, "6154", "6154", "Trois comptes", "333,33", true, nullptr, "BQ", PaiementCheque,
      {{"BQ", "111,11", PaiementAutre}, {"CCP", "111,11"}, {"ESP", nullptr}}},
     {JournalDepenses, 31, "6063", "6063", "Avoir", "-11,96", true, nullptr, "BQ", PaiementAutre},
 };
+// clang-format on
 
 class VingtEcritures : public FormeEcriture {
  protected:

@@ -3,14 +3,9 @@
 #include "forms/journal/dialogvirement.h"
 #include "forms/journal/formesjournal.h"
 #include "forms/journal/textes.h"
-#include "ui/texteqt.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Long;
-using test::Tape;
 
 void PoseTransit(test::CabinetMedical& cabinet) {
   ASSERT_TRUE(cabinet.PoseCompte("5811", Autre, "VD", "Virements"));
@@ -18,7 +13,7 @@ void PoseTransit(test::CabinetMedical& cabinet) {
   ASSERT_TRUE(cabinet.Magasin().SetCompteVireFrom("5811") && cabinet.Magasin().SetCompteVireTo("5812"));
 }
 
-class FormeVirement : public test::FormesJournal {
+class FormeVirement : public FormesJournal {
  protected:
   void SetUp() override {
     FormesJournal::SetUp();
@@ -132,4 +127,4 @@ TEST_F(FormeVirement, OuvrirEtFermer) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

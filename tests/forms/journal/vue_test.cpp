@@ -1,27 +1,17 @@
-#include <gmock/gmock.h>
-
-#include <QComboBox>
 #include <QHeaderView>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QSignalSpy>
-#include <QTest>
 
 #include "core/cles.h"
-#include "forms/journal/textes.h"
 #include "forms/journal/vuedetest.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Trouve;
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-class VueJournal : public test::VueDeTest {};
+class VueJournal : public VueDeTest {};
 
 TEST_F(VueJournal, UneLigneParEcriture) {
   const u32 pointee = Recette(119.6, 3);
@@ -383,4 +373,4 @@ TEST_F(VueJournal, TextesDeLaListeVide) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

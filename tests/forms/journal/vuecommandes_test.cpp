@@ -1,10 +1,6 @@
-#include <gmock/gmock.h>
 
-#include <QClipboard>
 #include <QListWidget>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 #include <set>
 
 #include "core/btfiles.h"
@@ -14,13 +10,8 @@
 #include "journal/odlue.h"
 #include "journal/virement.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Trouve;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007, Pointer = 1008, Rapprocher = 1009,
                    ChangerDate = 1010, Renumeroter = 1011, DuMois = 1022, Criteres = 1023, Brouillard = 1220,
@@ -30,7 +21,7 @@ const std::set<unsigned> toutes = {Ajouter,     Modifier,  Supprimer, Pointer,  
                                    Renumeroter, DuMois,    Criteres,  Brouillard, Validees,   Toutes,
                                    Valider,     Comptable, Copier,    CopierMenu, Imprimer,   Apercu};
 
-class VueCommandes : public test::VueDeTest {
+class VueCommandes : public VueDeTest {
  protected:
   static std::set<unsigned> Disponibles(const CEcritureView& vue) {
     std::set<unsigned> oui;
@@ -157,37 +148,6 @@ TEST_F(VueCommandes, PointerRetireCeQuiNeRepondPlus) {
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "");
   EXPECT_EQ(vue->Liste().TexteVide().section(u'\n', 0, 0),
             u"Aucune écriture ne répond aux critères d'affichage."_s);
-}
-
-TEST_F(VueCommandes, RapprocherUneEcriture) {
-  const u32 banque = Recette(10), caisse = Recette(20, 16, 3, "531");
-  const auto vue = Ouvre();
-  Choisit(*vue, {banque, caisse});
-  Boite.Reponses = {RepOui};
-  vue->Execute(Rapprocher);
-  EXPECT_EQ(Boite.Questions.size(), 1u) << "an entry without bank lines is passed over";
-  EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
-  EXPECT_EQ(Lignes(banque)[0].Rapprochee + Lignes(banque)[1].Rapprochee, 1);
-  EXPECT_TRUE(vue->Coche(Rapprocher));
-  EXPECT_THAT(Choisies(*vue), ElementsAre(banque, caisse));
-}
-
-TEST_F(VueCommandes, ValiderQuitteLeBrouillard) {
-  const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(4, 3);
-  const auto vue = Ouvre(JournalRecettes, "Brouillard");
-  Choisit(*vue, {a, b, c});
-  Boite.Reponses = {RepOui, RepNon, RepOui};
-  vue->Execute(Valider);
-  EXPECT_THAT(Rangees(*vue), ElementsAre(b));
-  EXPECT_EQ(vue->Totaux().debitEuro, 2);
-  EXPECT_FALSE(vue->Coche(Valider));
-  vue->Execute(Toutes);
-  Boite.Reponses = {RepOui};
-  Choisit(*vue, {a, b});
-  vue->Execute(Valider);
-  EXPECT_EQ(Boite.Questions.size(), 4u) << "a validated one is not asked about";
-  EXPECT_THAT(Rangees(*vue), ElementsAre(a, b, c));
-  EXPECT_TRUE(vue->Coche(Valider));
 }
 
 TEST_F(VueCommandes, SupprimerPlusieurs) {
@@ -475,4 +435,4 @@ TEST_F(VueCommandes, CopieEtMenu) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

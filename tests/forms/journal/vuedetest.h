@@ -1,39 +1,19 @@
 // A journal window over a small practice, for the tests of the window and of its commands.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <functional>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "core/valeurs.h"
 #include "forms/journal/ecritureview.h"
 #include "forms/journal/ecrlist.h"
 #include "forms/journal/ecrtotal.h"
+#include "forms/journal/formesjournal.h"
 #include "forms/journal/month.h"
 #include "forms/journal/textes.h"
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
-#include "store/texte1252.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 
-class VueDeTest : public CabinetMedical {
+class VueDeTest : public FormesJournal {
  protected:
-  CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
   test::Robot Robot;
-
-  void SetUp() override {
-    Installe();
-    ChargePreferences(Dessin, App(), QApplication::palette());
-  }
 
   u32 Recette(f64 ttc, unsigned jour = 15, unsigned mois = 3, std::string_view tresorerie = "512") {
     return Enregistre(Ecriture(JournalRecettes, "706", ttc, tresorerie, FaitDate(jour, mois, 2003)));

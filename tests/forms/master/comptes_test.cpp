@@ -1,47 +1,22 @@
-#include <gtest/gtest.h>
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QPushButton>
 #include <QScrollArea>
-#include <QTest>
 
+#include "forms/journal/formesjournal.h"
 #include "forms/master/comptesview.h"
 #include "forms/master/dialogplan.h"
 #include "forms/master/dialogplancomptable.h"
 #include "forms/master/dialogtresorerie.h"
-#include "journal/cabinetmedical.h"
 #include "master/textes.h"
-#include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
 #include "ui/dialogmessage.h"
-#include "ui/texteqt.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Bouton;
-using test::Clique;
-using test::Long;
-using test::Tape;
-using test::Trouve;
-using test::Va;
 
 constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
 
-class FormesComptes : public test::CabinetMedical {
+class FormesComptes : public FormesJournal {
  protected:
-  test::CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
   test::Robot Robot;
-
-  void SetUp() override {
-    Installe();
-    ChargePreferences(Dessin, App(), QApplication::palette());
-  }
   static void Montre(CZNListView& vue) {
     vue.resize(700, 300);
     vue.Charge();
@@ -75,9 +50,6 @@ class FormesComptes : public test::CabinetMedical {
   static EditeurMontant& Montant(QDialog& f, const char* nom) { return Trouve<EditeurMontant>(f, nom); }
   static EditeurChoix& Liste(QDialog& f, const char* nom) { return Trouve<EditeurChoix>(f, nom); }
   static QString Lu(QDialog& f, const char* nom) { return Trouve<Lecture>(f, nom).text(); }
-  static std::string Focus(QDialog& f) {
-    return f.focusWidget() ? f.focusWidget()->objectName().toStdString() : "";
-  }
   static void Touche(QDialog& f, int touche, Qt::KeyboardModifiers avec = {}) {
     QTest::keyClick(f.focusWidget() ? f.focusWidget() : &f, static_cast<Qt::Key>(touche), avec);
     QTest::qWait(avec ? 120 : 0);  // a button pressed by its access key goes up again by itself
@@ -344,4 +316,4 @@ TEST_F(FormesComptes, NouveauCompteDepuisLesComptesParticuliers) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,46 +1,23 @@
-#include <gmock/gmock.h>
 
-#include <QPushButton>
-#include <QTest>
 
+#include "forms/journal/formesjournal.h"
 #include "forms/master/dialogfraiskm.h"
-#include "journal/cabinetmedical.h"
 #include "master/textes.h"
-#include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
-
-class FormeFraisKm : public CabinetMedical {
+class FormeFraisKm : public FormesJournal {
  protected:
-  CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
-
   void SetUp() override {
-    Installe();
-    ChargePreferences(Dessin, App(), QApplication::palette());
+    FormesJournal::SetUp();
     const char* valeurs[][2] = {{"Borne Inf", "5000"},     {"Borne Sup", "20000"}, {"Coef Euro", "1065,50"},
                                 {"€/Km 1", "0,5"},         {"€/Km 2", "0,3"},      {"€/Km 3", "0,4"},
                                 {"Ancien relevé", "10000"}};
     for (const auto& [cle, valeur] : valeurs) Regle("FRAIS KILOMETRIQUES", DepuisUtf8(cle).value(), valeur);
   }
-  static QLineEdit& Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
-  static QAbstractButton& Case(QDialog& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
   static std::string Montant(QDialog& f) { return VersUtf8(Trouve<Lecture>(f, "remboursement").Valeur()); }
-  static std::string Focus(QDialog& f) { return f.focusWidget()->objectName().toStdString(); }
   std::string Exercice(const char* cle) { return App().Reglages.LitIniExercice({}, DepuisUtf8(cle).value()); }
-  static void Montre(QDialog& f) {
-    f.show();
-    f.activateWindow();
-    QApplication::processEvents();
-    VerifieFormulaire(f);
-  }
 };
 
 TEST_F(FormeFraisKm, CalculeEtEnregistre) {

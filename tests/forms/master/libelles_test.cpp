@@ -1,42 +1,24 @@
-#include <gtest/gtest.h>
 
-#include <QPushButton>
-#include <QTest>
-#include <filesystem>
 
-#include "core/erreurs.h"
+#include "master/libelles.h"
+#include "forms/journal/formesjournal.h"
 #include "forms/master/dialoglibelle.h"
 #include "forms/master/libelleview.h"
-#include "journal/cabinetmedical.h"
-#include "master/libelles.h"
-#include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
-#include "store/texte1252.h"
-#include "ui/texteqt.h"
+#include "master/textes.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using test::Bouton;
-using test::Clique;
-using test::Tape;
-using test::Trouve;
-
 constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
-using Liste = std::vector<std::string>;
+using Noms = std::vector<std::string>;
 
-class FenetreLibelles : public test::CabinetMedical {
+class FenetreLibelles : public FormesJournal {
  protected:
-  test::CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
   test::Robot Robot;
   std::unique_ptr<CLibelleView> Vue;
 
   void SetUp() override {
-    Installe();
-    ChargePreferences(Dessin, App(), QApplication::palette());
+    FormesJournal::SetUp();
     Fichier("@Texte\r\nConsultations\r\nLoyer\r\nÉlectricité\r\n"_w);
     Vue = std::make_unique<CLibelleView>(Ui);
     Vue->Charge();
@@ -45,8 +27,8 @@ class FenetreLibelles : public test::CabinetMedical {
   std::string Chemin() { return Joint(App().PathExercice, "TEXTES.dat"); }
   void Fichier(const std::string& contenu) { test::EcritFichier(Chemin(), contenu); }
   /// The labels of the file, which are those of the window, with its empty row at the end.
-  Liste Libelles() {
-    Liste lus, montres;
+  Noms Libelles() {
+    Noms lus, montres;
     EXPECT_TRUE(LitLibelles(App(), lus));
     ModeleListe& modele = Vue->Table().Modele();
     for (int i = 0; i < modele.NbLignes(); ++i) montres.push_back(De1252(modele.Champ(i, 0)));
@@ -87,7 +69,7 @@ TEST_F(FenetreLibelles, AjoutEnSerie) {
     EXPECT_FALSE(f.isVisible());
   });
   EXPECT_EQ(Libelles(),
-            (Liste{"Consultations", "Carburant", "Frais postaux", "Loyer", "Loyer", "Électricité"_w}));
+            (Noms{"Consultations", "Carburant", "Frais postaux", "Loyer", "Loyer", "Électricité"_w}));
   EXPECT_EQ(Choisie(), 4) << "still on the label that was selected";
 }
 
@@ -124,7 +106,7 @@ TEST_F(FenetreLibelles, ModifieEtParcourt) {
     EXPECT_TRUE(!Voisin(f, "suivant").isEnabled() && Voisin(f, "precedent").isEnabled());
     Clique(Bouton(f, u"&Ok"_s));
   });
-  EXPECT_EQ(Libelles(), (Liste{"Consultation", "Loyer", "Électricité"_w}));
+  EXPECT_EQ(Libelles(), (Noms{"Consultation", "Loyer", "Électricité"_w}));
   EXPECT_EQ(Choisie(), 2);
 }
 
@@ -138,12 +120,12 @@ TEST_F(FenetreLibelles, Supprime) {
   Boite.Reponses = {RepOui, RepOui, RepOui};
   Vue->Execute(Supprimer);
   EXPECT_EQ(Boite.Questions.back().texte, "Suppression du libellé\n\"Loyer\" ?"_w);
-  EXPECT_EQ(Libelles(), (Liste{"Consultations", "Vacances"}));
+  EXPECT_EQ(Libelles(), (Noms{"Consultations", "Vacances"}));
   EXPECT_EQ(Choisie(), 1);
   Vue->Execute(Supprimer);
   Choisit(0);
   Vue->Execute(Supprimer);
-  EXPECT_EQ(Libelles(), Liste{});
+  EXPECT_EQ(Libelles(), Noms{});
 }
 
 TEST_F(FenetreLibelles, ExerciceCloture) {
@@ -176,4 +158,4 @@ TEST_F(FenetreLibelles, DossierPerdu) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

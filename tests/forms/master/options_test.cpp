@@ -1,57 +1,29 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTest>
 
 #include "core/btfiles.h"
+#include "forms/journal/formesjournal.h"
 #include "forms/master/dialogcompteparticulier.h"
 #include "forms/master/sheetoptions.h"
-#include "journal/cabinetmedical.h"
 #include "master/options.h"
 #include "master/optionstva.h"
 #include "master/tauxeuro.h"
 #include "master/textes.h"
-#include "outils/systemefautif.h"
-#include "outils/uidetest.h"
 #include "store/motdepasse.h"
-#include "store/texte1252.h"
 #include "ui/tableliste.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Bouton;
-using test::Clique;
-using test::Long;
-using test::Tape;
-using test::Trouve;
 
 enum Onglet { Activite, Banques, Association, Comptable, Comptes, MotDePasse, Taxe, MisesAJour };
 
-class Formulaires : public test::CabinetMedical {
- public:
-  using test::CabinetMedical::CabinetMedical;
-
+class Formulaires : public FormesJournal {
  protected:
-  test::CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
-
-  void SetUp() override {
-    Installe();
-    ChargePreferences(Dessin, App(), QApplication::palette());
-  }
   std::string Ini() { return test::LitFichier(Magasin().QVGetFilename(10099, 0)); }
   std::string Reglage(const std::string& section, const std::string& cle) {
     return Magasin().Reglages().Lit(section, cle);
@@ -342,32 +314,5 @@ TEST_F(Formulaires, TauxDeLEuro) {
   EXPECT_EQ(App().TauxEuroCourant, 6.55957);
 }
 
-// Its own disk, which outlives the practice on it.
-struct DisqueDeTest {
-  SystemePosix Vrai;
-  SystemeFautif Disque{Vrai};
-};
-class FormulairesDisque : public DisqueDeTest, public Formulaires {
- public:
-  FormulairesDisque() : Formulaires(test::Cles::Memoire, 256u << 10, &Disque) {}
-};
-
-TEST_F(FormulairesDisque, ReglagesQuiNeSEcriventPas) {
-  std::string avant;
-  EXPECT_FALSE(Options([&](QDialog& f) {
-    avant = Ini();
-    Tape(Trouve<QLineEdit>(f, "siret"), u"123"_s);
-    Disque.SurChemin("fenlor.ini");
-    Disque.Programme(1, ENOSPC, SystemeFautif::Ecriture, false);
-    Ok(f);
-    EXPECT_TRUE(f.isVisible());
-    EXPECT_EQ(Trouve<QLineEdit>(f, "siret").text(), u"123"_s);
-    Annule(f);
-  }));
-  Disque.Repare();
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3220}));
-  EXPECT_EQ(Ini(), avant);
-}
-
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

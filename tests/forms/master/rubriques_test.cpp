@@ -1,30 +1,18 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
 
 #include "forms/master/dialogrubrique.h"
 #include "forms/master/rubriqueview.h"
 #include "journal/cabinetmedical.h"
 #include "master/comptes.h"
 #include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
 #include "ui/textes.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Tape;
-using test::Trouve;
-using ::testing::ElementsAre;
 
 constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
 
-class RubriquesForms : public test::UiDeTest {
+class RubriquesForms : public UiDeTest {
  protected:
   /// An exercice whose headings are these three: 01 receipts, 04 its formula, 07 by hand.
   void SetUp() override {
@@ -43,8 +31,7 @@ class RubriquesForms : public test::UiDeTest {
       ASSERT_FALSE(EnregistreRubrique(App(), fiche));
     }
     ChargePreferences(Dessin, App(), QApplication::palette());
-    m_ui.emplace(Ui());
-    m_vue = std::make_unique<CRubriqueView>(*m_ui);
+    m_vue = std::make_unique<CRubriqueView>(Ui);
     m_vue->Charge();
     m_vue->show();
   }
@@ -78,7 +65,6 @@ class RubriquesForms : public test::UiDeTest {
   static void Ferme(QDialog& forme) { Clique(Trouve<QPushButton>(forme, "annuler")); }
 
  private:
-  std::optional<ContexteUi> m_ui;
   std::unique_ptr<CRubriqueView> m_vue;
 };
 
@@ -192,4 +178,4 @@ TEST_F(RubriquesForms, SuppressionEtComptesAssocies) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,17 +1,13 @@
 // Preview and printing: the life of a report.
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QLabel>
 #include <QPrinter>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QTest>
 #include <csignal>
 
 #include "forms/reports/etatdetest.h"
@@ -20,18 +16,10 @@
 #include "forms/reports/previewtoolbar.h"
 #include "forms/reports/previewview.h"
 #include "forms/reports/textes.h"
-#include "outils/verifieformulaire.h"
-#include "ui/texteqt.h"
 #include "ui/traductions.h"
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 
 class ApercuTest : public EtatsUiTest {
  protected:

@@ -1,5 +1,4 @@
 // Painting: the same pages as the recorder's, in PDF and in pictures.
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -9,7 +8,6 @@
 #include <QPainter>
 #include <QRegularExpression>
 #include <csignal>
-#include <filesystem>
 
 #include "forms/reports/ecritpdf.h"
 #include "forms/reports/etatdetest.h"
@@ -21,8 +19,6 @@ namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 class AucuneDemande : public DemandeurCriteres {
  public:

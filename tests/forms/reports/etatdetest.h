@@ -1,11 +1,9 @@
 // A report whose length a test chooses, and the practice of the tests of printing.
 #pragma once
 
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
+#include "forms/journal/formesjournal.h"
 #include "reports/etatcomptable.h"
 #include "reports/textes.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 
@@ -41,16 +39,12 @@ class EtatDeTest : public CEtatComptable {
   bool m_tourne, m_demande;
 };
 
-class EtatsUiTest : public CabinetMedical {
+class EtatsUiTest : public FormesJournal {
  protected:
-  EtatsUiTest() {
-    Installe();
+  void SetUp() override {
+    FormesJournal::SetUp();
     App().Reglages.EcritIni("Activite", "Identification", "Docteur Hélène Garnier\r\nCabinet du Port"_w);
-    ChargePreferences(Dessin, App(), QApplication::palette());
   }
-  CadreDeTest Cadre;
-  Preferences Dessin;
-  ContexteUi Ui{App(), Cadre, Dessin};
 };
 
 }  // namespace fenlor::test

@@ -1,23 +1,12 @@
 // The criteria form, in its five forms.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QComboBox>
 #include <QStandardItemModel>
-#include <QTest>
 
 #include "forms/reports/dialogperiode.h"
 #include "forms/reports/etatdetest.h"
-#include "outils/verifieformulaire.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class PeriodeTest : public EtatsUiTest {
  protected:

@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QRadioButton>
-#include <QTest>
 #include <QWheelEvent>
-#include <filesystem>
 
 #include "forms/session/comboexercices.h"
 #include "forms/session/commandesexercice.h"
@@ -20,15 +12,11 @@
 #include "session/exercices.h"
 #include "session/textes.h"
 #include "store/motdepasse.h"
-#include "ui/texteqt.h"
 
-using namespace Qt::Literals::StringLiterals;
-
-namespace fenlor {
+namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace test;
 
 QString Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom).text(); }
 std::string Dates(QDialog& f) {
@@ -57,9 +45,8 @@ class FormesExercices : public UiDeTest {
   bool Nouveau(std::function<void(QDialog&)> geste, const std::string& nomImpose = {}) {
     Robot robot;
     robot.Attend("DialogNewExercice", std::move(geste));
-    ContexteUi ui = Ui();
     destination.clear();
-    return CDialogNewExercice(ui, destination, nullptr, nomImpose).Execute();
+    return CDialogNewExercice(Ui, destination, nullptr, nomImpose).Execute();
   }
   void Exercices(std::initializer_list<const char*> noms) {
     for (const char* nom : noms) ASSERT_TRUE(CreeExercice(nom, std::string(nom) > "2001"));
@@ -71,25 +58,22 @@ class FormesExercices : public UiDeTest {
 };
 
 TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
-  ContexteUi ui = Ui();
   unsigned options = 0;
-  {
-    Robot robot;
-    robot.Attend("DialogNewExercice", [](QDialog& f) {
-      EXPECT_TRUE(Trouve<QRadioButton>(f, "annuel").isChecked());
-      EXPECT_EQ(Dates(f), "2003 01/01/2003 31/12/2003");
-      EXPECT_EQ(Cases(f), "tE!d");
-      EXPECT_EQ(OrdreTab(f),
-                (std::vector<std::string>{"annuel", "annee", "periode", "tva", "double", "ok", "annuler"}));
-      EXPECT_EQ(f.focusWidget()->objectName(), u"annee"_s);
-      Trouve<QAbstractButton>(f, "tva").click();
-      Trouve<QAbstractButton>(f, "double").click();
-      Trouve<QAbstractButton>(f, "euro").click();
-      EXPECT_EQ(Cases(f), "TE!D") << "the Euro is no choice from 2002 on";
-      Clique(Bouton(f, u"&Ok"_s));
-    });
-    CommandeNouvelExercice(ui, [&] { ++options; });
-  }
+  Robot robot;
+  robot.Attend("DialogNewExercice", [](QDialog& f) {
+    EXPECT_TRUE(Trouve<QRadioButton>(f, "annuel").isChecked());
+    EXPECT_EQ(Dates(f), "2003 01/01/2003 31/12/2003");
+    EXPECT_EQ(Cases(f), "tE!d");
+    EXPECT_EQ(OrdreTab(f),
+              (std::vector<std::string>{"annuel", "annee", "periode", "tva", "double", "ok", "annuler"}));
+    EXPECT_EQ(f.focusWidget()->objectName(), u"annee"_s);
+    Trouve<QAbstractButton>(f, "tva").click();
+    Trouve<QAbstractButton>(f, "double").click();
+    Trouve<QAbstractButton>(f, "euro").click();
+    EXPECT_EQ(Cases(f), "TE!D") << "the Euro is no choice from 2002 on";
+    Clique(Bouton(f, u"&Ok"_s));
+  });
+  CommandeNouvelExercice(Ui, [&] { ++options; });
   EXPECT_EQ(App().NomExercice, "2003");
   EXPECT_EQ(App().ExerciceOuvert, 1u);
   EXPECT_TRUE(App().AfficherDouble);
@@ -98,23 +82,17 @@ TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
   EXPECT_EQ(App().Reglages.LitIni("Activite", "Exercice"), "2003");
   EXPECT_EQ(options, 1u);
   EXPECT_EQ(Cadre.Appels, (std::vector<std::string>{"FermeToutes", "MontreExercice"}));
-  {
-    Robot robot;
-    robot.Attend("DialogNewExercice", [](QDialog& f) {
-      EXPECT_EQ(Dates(f), "2004 01/01/2004 31/12/2004");
-      EXPECT_EQ(Cases(f), "TE!d");
-      Clique(Bouton(f, u"&Ok"_s));
-    });
-    CommandeNouvelExercice(ui, [&] { ++options; });
-  }
+  robot.Attend("DialogNewExercice", [](QDialog& f) {
+    EXPECT_EQ(Dates(f), "2004 01/01/2004 31/12/2004");
+    EXPECT_EQ(Cases(f), "TE!d");
+    Clique(Bouton(f, u"&Ok"_s));
+  });
+  CommandeNouvelExercice(Ui, [&] { ++options; });
   EXPECT_EQ(App().NomExercice, "2004");
   EXPECT_FALSE(App().AfficherDouble);
   EXPECT_EQ(options, 1u) << "only the first exercice opens the options";
-  {
-    Robot robot;
-    robot.Attend("DialogNewExercice", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
-    CommandeNouvelExercice(ui, {});
-  }
+  robot.Attend("DialogNewExercice", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
+  CommandeNouvelExercice(Ui, {});
   EXPECT_EQ(App().NomExercice, "2004");
   EXPECT_EQ(Cadre.Nombre("FermeToutes"), 2u);
 }
@@ -220,28 +198,25 @@ TEST_F(FormesExercices, UnNomImposeReste) {
 }
 
 TEST_F(FormesExercices, Ouvrir) {
-  ContexteUi ui = Ui();
-  CommandeOuvrirExercice(ui);
+  CommandeOuvrirExercice(Ui);
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3072});
   Exercices({"2001", "2002", "2003"});
   ASSERT_TRUE(Magasin().Reglages().Ecrit("2001", "Cloture", "10/02/2002"));
   ASSERT_TRUE(Magasin().Reglages().Ecrit("2002", "AFFICHERDOUBLE", "Oui"));
-  {
-    Robot robot;
-    robot.Attend("DialogOpenExercice", [](QDialog& f) {
-      auto& liste = Trouve<QListWidget>(f, "exercices");
-      ASSERT_EQ(liste.count(), 3);
-      EXPECT_EQ(liste.currentItem()->text(), u"2003 01/01/2003 - 31/12/2003"_s);
-      EXPECT_TRUE(liste.item(0)->data(Qt::AccessibleTextRole).toString().endsWith(u"clôturé"_s));
-      EXPECT_NE(liste.item(0)->icon().pixmap(16).toImage(), liste.item(1)->icon().pixmap(16).toImage());
-      liste.clearSelection();
-      Clique(Bouton(f, u"&Ok"_s));
-      ASSERT_TRUE(f.isVisible()) << "nothing is selected";
-      QTest::mouseClick(liste.viewport(), Qt::LeftButton, {}, liste.visualItemRect(liste.item(1)).center());
-      QTest::mouseDClick(liste.viewport(), Qt::LeftButton, {}, liste.visualItemRect(liste.item(1)).center());
-    });
-    CommandeOuvrirExercice(ui);
-  }
+  Robot robot;
+  robot.Attend("DialogOpenExercice", [](QDialog& f) {
+    auto& liste = Trouve<QListWidget>(f, "exercices");
+    ASSERT_EQ(liste.count(), 3);
+    EXPECT_EQ(liste.currentItem()->text(), u"2003 01/01/2003 - 31/12/2003"_s);
+    EXPECT_TRUE(liste.item(0)->data(Qt::AccessibleTextRole).toString().endsWith(u"clôturé"_s));
+    EXPECT_NE(liste.item(0)->icon().pixmap(16).toImage(), liste.item(1)->icon().pixmap(16).toImage());
+    liste.clearSelection();
+    Clique(Bouton(f, u"&Ok"_s));
+    ASSERT_TRUE(f.isVisible()) << "nothing is selected";
+    QTest::mouseClick(liste.viewport(), Qt::LeftButton, {}, liste.visualItemRect(liste.item(1)).center());
+    QTest::mouseDClick(liste.viewport(), Qt::LeftButton, {}, liste.visualItemRect(liste.item(1)).center());
+  });
+  CommandeOuvrirExercice(Ui);
   EXPECT_EQ(App().NomExercice, "2002");
   EXPECT_TRUE(App().AfficherDouble);
   EXPECT_EQ(App().Reglages.LitIni("Activite", "Exercice"), "2002");
@@ -249,62 +224,54 @@ TEST_F(FormesExercices, Ouvrir) {
 }
 
 TEST_F(FormesExercices, MotDePasse) {
-  ContexteUi ui = Ui();
   Exercices({"2002", "2003"});
-  EXPECT_TRUE(CDialogPassword(ui).Execute()) << "no password: no window";
+  EXPECT_TRUE(CDialogPassword(Ui).Execute()) << "no password: no window";
   PoseMotDePasse();
-  CommandeFermerExercice(ui);
-  {
-    Robot robot;
-    robot.Attend("DialogOpenExercice", [](QDialog& f) {
-      Trouve<QListWidget>(f, "exercices").setCurrentRow(0);
-      Clique(Bouton(f, u"&Ok"_s));
-      ASSERT_TRUE(f.isVisible()) << "the password was not given";
-      Clique(Bouton(f, u"&Ok"_s));
-    });
-    robot.Attend("DialogPassword", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
-    robot.Attend("DialogPassword", [this](QDialog& f) {
-      auto& champ = Trouve<QLineEdit>(f, "motDePasse");
-      EXPECT_EQ(champ.echoMode(), QLineEdit::Password);
-      EXPECT_EQ(champ.maxLength(), 16);
-      Tape(champ, u"autre"_s);
-      Clique(Bouton(f, u"&Ok"_s));
-      EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3074});
-      ASSERT_TRUE(f.isVisible());
-      EXPECT_EQ(champ.text(), QString());
-      EXPECT_EQ(f.focusWidget(), &champ);
-      Tape(champ, u"secret"_s);
-      QTest::keyClick(&champ, Qt::Key_Return);
-    });
-    CommandeOuvrirExercice(ui);
-  }
+  CommandeFermerExercice(Ui);
+  Robot robot;
+  robot.Attend("DialogOpenExercice", [](QDialog& f) {
+    Trouve<QListWidget>(f, "exercices").setCurrentRow(0);
+    Clique(Bouton(f, u"&Ok"_s));
+    ASSERT_TRUE(f.isVisible()) << "the password was not given";
+    Clique(Bouton(f, u"&Ok"_s));
+  });
+  robot.Attend("DialogPassword", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
+  robot.Attend("DialogPassword", [this](QDialog& f) {
+    auto& champ = Trouve<QLineEdit>(f, "motDePasse");
+    EXPECT_EQ(champ.echoMode(), QLineEdit::Password);
+    EXPECT_EQ(champ.maxLength(), 16);
+    Tape(champ, u"autre"_s);
+    Clique(Bouton(f, u"&Ok"_s));
+    EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3074});
+    ASSERT_TRUE(f.isVisible());
+    EXPECT_EQ(champ.text(), QString());
+    EXPECT_EQ(f.focusWidget(), &champ);
+    Tape(champ, u"secret"_s);
+    QTest::keyClick(&champ, Qt::Key_Return);
+  });
+  CommandeOuvrirExercice(Ui);
   EXPECT_EQ(App().NomExercice, "2002");
-  {
-    Robot robot;  // one is open: the form asks no password
-    robot.Attend("DialogOpenExercice", [](QDialog& f) { Clique(Bouton(f, u"&Ok"_s)); });
-    CommandeOuvrirExercice(ui);
-  }
-  {
-    Robot robot;  // the combo asks it again; giving up leaves none open
-    robot.Attend("DialogPassword", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
-    CommandeSelectionExercice(ui, "2003");
-  }
+  // one is open: the form asks no password
+  robot.Attend("DialogOpenExercice", [](QDialog& f) { Clique(Bouton(f, u"&Ok"_s)); });
+  CommandeOuvrirExercice(Ui);
+  // the combo asks it again; giving up leaves none open
+  robot.Attend("DialogPassword", [](QDialog& f) { Clique(Bouton(f, u"A&nnuler"_s)); });
+  CommandeSelectionExercice(Ui, "2003");
   EXPECT_EQ(App().NomExercice, "");
   EXPECT_EQ(Magasin().NomExercice(), "");
 }
 
 TEST_F(FormesExercices, Selection) {
-  ContexteUi ui = Ui();
   Exercices({"2002", "2003"});
-  CommandeSelectionExercice(ui, "2002");
+  CommandeSelectionExercice(Ui, "2002");
   EXPECT_EQ(App().NomExercice, "2002");
   EXPECT_EQ(App().PathExercice, App().PathCabinet + "/2002");
   fs::remove_all(App().PathCabinet + "/2003");
-  CommandeSelectionExercice(ui, "2003");
+  CommandeSelectionExercice(Ui, "2003");
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3000});
   EXPECT_EQ(App().NomExercice, "");
-  CommandeSelectionExercice(ui, "2002");
-  CommandeSelectionExercice(ui, "");
+  CommandeSelectionExercice(Ui, "2002");
+  CommandeSelectionExercice(Ui, "");
   EXPECT_EQ(App().NomExercice + App().PathExercice, "");
   EXPECT_EQ(App().ExerciceOuvert, 0u);
   EXPECT_EQ(Cadre.Nombre("FermeToutes"), 4u);
@@ -312,15 +279,14 @@ TEST_F(FormesExercices, Selection) {
 }
 
 TEST_F(FormesExercices, Supprimer) {
-  ContexteUi ui = Ui();
   Exercices({"2003"});
   Exercices({"2004"});
-  CommandeSupprimerExercice(ui);
+  CommandeSupprimerExercice(Ui);
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{QuestionSupprimeExercice});
   EXPECT_EQ(Cadre.Nombre("FermeToutes"), 0u) << "no: nothing is closed";
   EXPECT_EQ(App().NomExercice, "2004");
   Boite.Reponses = {RepOui};
-  CommandeSupprimerExercice(ui);
+  CommandeSupprimerExercice(Ui);
   EXPECT_EQ(App().NomExercice, "");
   EXPECT_EQ(Magasin().ListeExercices(), std::vector<std::string>{"2003"});
   EXPECT_EQ(Cadre.Nombre("FermeToutes"), 1u);
@@ -360,7 +326,6 @@ TEST_F(FormesExercices, Combo) {
 }
 
 TEST_F(FormesExercices, Proprietes) {
-  ContexteUi ui = Ui();
   Exercices({"2003"});
   ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 20, "512"), 0u);
   ASSERT_TRUE(Magasin().Reglages().Ecrit("2003", "Fin", "01/01/2003"));
@@ -368,26 +333,24 @@ TEST_F(FormesExercices, Proprietes) {
   ASSERT_TRUE(Magasin().Reglages().Ecrit("Activite", "Exercice", "2003"));
   const u32 plan = Magasin().OpenPlan({});
   const auto texte = [](QDialog& f, const char* nom) { return Trouve<QLabel>(f, nom).text(); };
-  {
-    Robot robot;
-    robot.Attend("SheetProperties", [&](QDialog& f) {
-      EXPECT_EQ(texte(f, "nom") + texte(f, "dossier"), u"20032003"_s);
-      EXPECT_EQ(Champ(f, "emplacement").toStdString(), App().PathCabinet);
-      EXPECT_EQ(texte(f, "debut") + texte(f, "fin"), u"01/01/200331/12/2003"_s);
-      EXPECT_EQ(texte(f, "tva") + texte(f, "euro") + texte(f, "cloture"), u"NonOui10/02/2004"_s);
-      EXPECT_EQ(texte(f, "journalRec"), QString::number(Magasin().GetJournalRec(0)));
-      EXPECT_EQ(texte(f, "journalOuvert") + texte(f, "comptesOuvert"), u"NonOui"_s);
-      EXPECT_EQ(texte(f, "banqueRec"), u"0"_s);
-      const u64 octets = Magasin().GetJournalSize(0) + Magasin().GetPlanSize(0) +
-                         Magasin().GetRubriquesSize(0) + Magasin().GetBanquesSize(0);
-      QString total = QString::number(static_cast<double>(octets) / 1024, 'f', 3);
-      EXPECT_EQ(texte(f, "total"), total.replace(u'.', u','));
-      Clique(Bouton(f, u"&Fermer"_s));
-    });
-    CSheetProperties(ui).Execute();
-  }
+  Robot robot;
+  robot.Attend("SheetProperties", [&](QDialog& f) {
+    EXPECT_EQ(texte(f, "nom") + texte(f, "dossier"), u"20032003"_s);
+    EXPECT_EQ(Champ(f, "emplacement").toStdString(), App().PathCabinet);
+    EXPECT_EQ(texte(f, "debut") + texte(f, "fin"), u"01/01/200331/12/2003"_s);
+    EXPECT_EQ(texte(f, "tva") + texte(f, "euro") + texte(f, "cloture"), u"NonOui10/02/2004"_s);
+    EXPECT_EQ(texte(f, "journalRec"), QString::number(Magasin().GetJournalRec(0)));
+    EXPECT_EQ(texte(f, "journalOuvert") + texte(f, "comptesOuvert"), u"NonOui"_s);
+    EXPECT_EQ(texte(f, "banqueRec"), u"0"_s);
+    const u64 octets = Magasin().GetJournalSize(0) + Magasin().GetPlanSize(0) +
+                       Magasin().GetRubriquesSize(0) + Magasin().GetBanquesSize(0);
+    QString total = QString::number(static_cast<double>(octets) / 1024, 'f', 3);
+    EXPECT_EQ(texte(f, "total"), total.replace(u'.', u','));
+    Clique(Bouton(f, u"&Fermer"_s));
+  });
+  CSheetProperties(Ui).Execute();
   Magasin().ClosePlan(plan);
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <QCheckBox>
 #include <QListWidget>
 
 #include "forms/session/commandesexercice.h"
@@ -9,14 +7,9 @@
 #include "outils/uidetest.h"
 #include "session/textes.h"
 #include "store/definitions.h"
-#include "store/texte1252.h"
 
-using namespace Qt::Literals::StringLiterals;
-
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace test;
 
 class FormeIndex : public UiDeTest {
  protected:
@@ -25,8 +18,7 @@ class FormeIndex : public UiDeTest {
   void Reconstruit(std::function<void(QDialog&)> geste) {
     Robot robot;
     robot.Attend("DialogIndex", std::move(geste));
-    ContexteUi ui = Ui();
-    CDialogIndex(ui).Execute();
+    CDialogIndex(Ui).Execute();
   }
   static QListWidget& Liste(QDialog& f) { return Trouve<QListWidget>(f, "fichiers"); }
   /// "XXX....": one character a row, "X" checked.
@@ -105,7 +97,6 @@ TEST_F(FormeIndex, UnArretLaisseLesFichiersNonFaitsCoches) {
 }
 
 TEST_F(FormeIndex, RecalculEtAjustementFermentLesFenetresApresLaQuestion) {
-  ContexteUi ui = Ui();
   ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 20, "512"), 0u);
   const struct {
     void (*commande)(ContexteUi&);
@@ -116,12 +107,12 @@ TEST_F(FormeIndex, RecalculEtAjustementFermentLesFenetresApresLaQuestion) {
   for (const auto& c : cas) {
     Boite.Oublie();
     Cadre.Appels.clear();
-    c.commande(ui);
+    c.commande(Ui);
     EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>{c.question});
     EXPECT_TRUE(Cadre.Appels.empty()) << "no: nothing is closed";
     Boite.Oublie();
     Boite.Reponses = {RepOui};
-    c.commande(ui);
+    c.commande(Ui);
     EXPECT_EQ(Boite.NumerosQuestions(), c.dites);
     EXPECT_EQ(Cadre.Appels, AutourDuTravail);
     EXPECT_TRUE(Boite.Erreurs.empty());
@@ -129,4 +120,4 @@ TEST_F(FormeIndex, RecalculEtAjustementFermentLesFenetresApresLaQuestion) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test
