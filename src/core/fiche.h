@@ -38,6 +38,8 @@ struct OptionChamp {
   const char* exclut = "";  ///< word of an option above that does not go with it
   const char* faute = "";   ///< what begins the refusal of a number that is none
   const char* texte = "";   ///< what stands for the value in the help; empty: what the kind says
+  /// Of a flag: the word that says no, and its help. Both words stand alone then, without a value.
+  const char *contraire = "", *aideContraire = "";
 };
 
 struct ChampFiche {

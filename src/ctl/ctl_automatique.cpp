@@ -5,7 +5,6 @@
 #include "auto/modeleauto.h"
 #include "auto/previsions.h"
 #include "auto/textes.h"
-#include "core/erreurs.h"
 #include "ctl/annuaire.h"
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"

@@ -1,6 +1,5 @@
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/valeurs.h"
 #include "ctl/annuaire.h"
 #include "ctl/commandes.h"

@@ -28,13 +28,11 @@ class VerbeRubrique : public VerbeFiche {
  private:
   bool Trouve(const std::string& code) override {
     PoseTexte(m_rubriques.Rec->Rubrique, NormaliseRubrique(code));
-    const bool ouvert = m_rubriques.OpenFile();
-    const bool trop = code.size() > sizeof m_rubriques.Rec->Rubrique - 1;
-    if (ouvert && (trop || EstVide(code) || !m_rubriques.Find(0)))
-      return m_contexte.Invalide("rubrique", "cette rubrique n'existe pas."_w);
-    if (ouvert && LitFicheRubrique(m_app, m_rubriques.GetPos(), m_fiche)) return true;
-    m_contexte.RefuseMagasin();
-    return false;
+    const std::string absente = "cette rubrique n'existe pas."_w;
+    if (code.size() > sizeof m_rubriques.Rec->Rubrique - 1 || EstVide(code))
+      return m_contexte.Invalide("rubrique", absente);
+    return TrouveDans(m_rubriques, absente,
+                      [this](Position position) { return LitFicheRubrique(m_app, position, m_fiche); });
   }
   bool Remplit() override {
     const bool montant = m_options.Donne("montant");

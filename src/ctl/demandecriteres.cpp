@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "ctl/optionscommunes.h"
 #include "store/definitions.h"

@@ -1,6 +1,6 @@
 #include "ctl/demandejournal.h"
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "ctl/annuaire.h"
 #include "ctl/json.h"
@@ -61,7 +61,7 @@ class Lecteur {
     if (texte->size() >= N) return TropLong(champ, N - 1);
     const std::string longue = QVAPI::GetLongCompte(*texte);
     if (longue.empty()) return m_contexte.Invalide(champ, "il est vide."_w);
-    PoseTexte(borne, CompacteTexte(m_app.Magasin.GetShortCompte(longue)));
+    PoseTexte(borne, m_app.NumeroCourt(longue));
     return true;
   }
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <limits>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "session/textes.h"
 #include "store/dates.h"
 #include "store/qvapi.h"

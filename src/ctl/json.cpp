@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "ctl/textes.h"
 #include "journal/textes.h"
 #include "session/textes.h"

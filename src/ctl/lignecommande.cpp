@@ -104,7 +104,11 @@ Commande Commande::Action(const std::string& nom, const std::string& description
 }
 
 Commande& Commande::Controle(Faute faute) {
-  m_reglage->faute = std::move(faute);
+  m_reglage->faute = [avant = std::move(m_reglage->faute),
+                      faute = std::move(faute)](const OptionsGlobales& globales) {
+    std::string texte = avant ? avant(globales) : std::string();
+    return texte.empty() ? faute(globales) : texte;
+  };
   return *this;
 }
 

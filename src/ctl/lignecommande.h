@@ -65,7 +65,7 @@ class Commande {
 
   /// "ajouter" of "compte": a word behind the command, which `choisie` then holds.
   Commande Action(const std::string& nom, const std::string& description, std::string& choisie);
-  /// What is wrong with a line that can be parsed; empty: nothing.
+  /// What is wrong with a line that can be parsed, behind what was said before; empty: nothing.
   using Faute = std::function<std::string(const OptionsGlobales&)>;
   Commande& Controle(Faute faute);
   Commande& Pied(const std::string& texte);  ///< at the end of the help

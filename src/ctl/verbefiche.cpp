@@ -46,10 +46,24 @@ void DeclareChamps(Commande action, const TableFiche& table, OptionsFiche& optio
   for (const ChampFiche& champ : table.champs) {
     const OptionChamp& option = champ.option;
     if (!*option.mot) continue;
+    if (*option.contraire) {
+      const std::string oui = std::string("--") + option.mot, non = std::string("--") + option.contraire;
+      action.Drapeau(oui, options.drapeaux[option.mot], option.aide)
+          .Drapeau(non, options.drapeaux[option.contraire], option.aideContraire)
+          .Exclut(oui);
+      continue;
+    }
     action.Option(std::string("--") + option.mot, options.valeurs[option.mot],
                   Forme(champ, table.Limite(champ)), option.aide);
     if (*option.exclut) action.Exclut(std::string("--") + option.exclut);
   }
+}
+
+bool SExcluent(const ChampFiche& un, const ChampFiche& autre) {
+  const auto exclut = [](const OptionChamp& a, const OptionChamp& b) {
+    return *a.exclut && std::string_view(a.exclut) == b.mot;
+  };
+  return exclut(un.option, autre.option) || exclut(autre.option, un.option);
 }
 
 }  // namespace
@@ -61,7 +75,7 @@ ActionsFiche DeclareActions(LigneCommande& ligne, const MotsVerbe& mots, const T
   OptionsFiche& o = *options;
   Commande verbe = ligne.Ajoute(mots.nom, mots.description, std::move(execute));
   verbe.Controle([options](const OptionsGlobales&) {
-    return options->action.empty() ? FauteSansAction : std::string();
+    return options->action.empty() ? "il manque ajouter, modifier, supprimer ou lister" : "";
   });
   const std::string un = mots.un;
   ActionsFiche actions{verbe, verbe.Action("ajouter", "Ajoute " + un, o.action),
@@ -97,17 +111,43 @@ int VerbeFiche::Execute() {
 }
 
 bool VerbeFiche::PoseOptions() {
+  std::vector<std::pair<const ChampFiche*, const char*>> donnes;  // and the word that gave it
   for (const ChampFiche& champ : m_table.champs)
-    if (m_options.Donne(champ.option.mot) && !Pose(champ, m_options.valeurs.at(champ.option.mot)))
-      return false;
+    for (const char* mot : {champ.option.mot, champ.option.contraire})
+      if (*mot && m_options.Donne(mot)) donnes.emplace_back(&champ, mot);
+  // Of two that do not go together the one given empties an amount that is there.
+  for (const ChampFiche& autre : m_table.champs)
+    for (const auto& [champ, mot] : donnes)
+      if (const ValeurChamp place = autre.valeur(m_fiche); SExcluent(*champ, autre))
+        if (auto* const* montant = std::get_if<f64*>(&place)) **montant = 0;
+  for (const auto& [champ, mot] : donnes)
+    if (!Pose(*champ, mot)) return false;
+  for (const auto& [champ, mot] : donnes)
+    if (const std::string faute = Faute(*champ); !faute.empty()) return m_contexte.Invalide(mot, faute);
   return true;
 }
 
-bool VerbeFiche::Pose(const ChampFiche& champ, const std::optional<std::string>& valeur) {
+bool VerbeFiche::TrouveDans(CBTFiles& fichier, const std::string& absent,
+                            const std::function<bool(Position)>& lit) {
+  assert(lit && !absent.empty());
+  if (fichier.OpenFile()) {
+    if (!fichier.Find(0)) return m_contexte.Invalide(m_mots.cle, absent);
+    if (lit(fichier.GetPos())) return true;
+  }
+  m_contexte.RefuseMagasin();
+  return false;
+}
+
+bool VerbeFiche::Pose(const ChampFiche& champ, const std::string& mot) {
   const ValeurChamp place = champ.valeur(m_fiche);
+  if (*champ.option.contraire) {
+    *std::get<bool*>(place) = mot == champ.option.mot;
+    return true;
+  }
+  const std::optional<std::string>& valeur = m_options.valeurs.at(mot);
   assert(champ.genre != GenreChamp::Choix || !champ.mots.empty());
   if (auto* const* texte = std::get_if<std::string*>(&place))
-    return PoseOption(m_contexte, champ.option.mot, valeur, **texte);
+    return PoseOption(m_contexte, mot.c_str(), valeur, **texte);
   if (auto* const* montant = std::get_if<f64*>(&place)) **montant = TexteVersMontant(*valeur);
   if (auto* const* date = std::get_if<Date*>(&place)) **date = GetDate(*valeur);
   if (auto* const* drapeau = std::get_if<bool*>(&place)) **drapeau = *valeur == "oui";

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "core/colonneliste.h"
 #include "core/fiche.h"
 #include "ctl/lignecommande.h"
 #include "store/champs.h"
@@ -21,11 +22,11 @@ struct OptionsFiche {
   std::string action;                                         ///< empty: none
   std::string cle;                                            ///< the record that is modified or deleted
   std::map<std::string, std::optional<std::string>> valeurs;  ///< by option
-  std::map<std::string, bool> drapeaux;                       ///< of the verb's own
+  std::map<std::string, bool> drapeaux;                       ///< words that stand alone
 
   bool Donne(const std::string& option) const {
     const auto place = valeurs.find(option);
-    return place != valeurs.end() && place->second.has_value();
+    return Drapeau(option) || (place != valeurs.end() && place->second.has_value());
   }
   bool Drapeau(const std::string& option) const { return drapeaux.contains(option) && drapeaux.at(option); }
 };
@@ -59,6 +60,8 @@ class VerbeFiche {
   virtual void Commence() {}  ///< a new record, before it is filled
   /// What was given goes into the record; false: told.
   virtual bool Remplit() { return PoseOptions(); }
+  /// What is wrong with a field that was given, once all are there; empty: nothing.
+  virtual std::string Faute(const ChampFiche&) { return {}; }
   virtual Refus Enregistre() = 0;
   virtual Refus Supprime() = 0;
   /// What names the record: field of the answer's JSON and text.
@@ -67,23 +70,36 @@ class VerbeFiche {
   virtual int Liste() = 0;
 
   bool PoseOptions();
+  /// Finds the record whose first key stands in the buffer of the file, and has it read; false: told.
+  bool TrouveDans(CBTFiles& fichier, const std::string& absent, const std::function<bool(Position)>& lit);
   /// One line a record of the file: its JSON, or what `ligne` makes of it, under `titres`, of which the first
   /// `gauches` are aligned on the left.
   int Liste(CBTFiles& fichier, const std::vector<Position>& positions, std::vector<std::string> titres,
             std::size_t gauches, const std::function<std::vector<std::string>(Position)>& ligne);
+  /// The columns of a list as its window shows them.
+  template <class Rec, NumeroFichier numero>
+  int Liste(CFichier<Rec, numero>& fichier, const std::vector<Position>& positions,
+            const TableColonnes<Rec>& colonnes) {
+    std::vector<std::string> titres;
+    std::size_t gauches = 0;
+    for (const ColonneListe<Rec>& colonne : colonnes) {
+      titres.push_back(colonne.titre);
+      gauches += colonne.cote == Cote::Gauche;
+    }
+    return Liste(fichier, positions, titres, gauches,
+                 [&](Position) { return Cellules(colonnes, *fichier.Rec); });
+  }
 
   Contexte& m_contexte;
   CFenlorApp& m_app;
   const OptionsFiche& m_options;
 
  private:
-  bool Pose(const ChampFiche& champ, const std::optional<std::string>& valeur);
+  bool Pose(const ChampFiche& champ, const std::string& mot);
   const MotsVerbe& m_mots;
   const TableFiche& m_table;
   void* m_fiche;
 };
-
-constexpr const char* FauteSansAction = "il manque ajouter, modifier, supprimer ou lister";
 
 /// The four actions of a verb, before its own options and checks.
 struct ActionsFiche {

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "core/cles.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
@@ -37,10 +37,11 @@ constexpr ChampFiche Champs[] = {
   {"taux", Membre<&Fiche::tauxTVA>, G::Montant, "TauxTVA", 6, {"taux", "Taux d'un compte de T.V.A., en %"}},
   {"professionnelle", Membre<&Fiche::partPro>, G::Montant, "", 6,
    {"part-pro", "Part professionnelle d'une dépense, en %"}},
-  {"banque", Membre<&Fiche::banque>, G::Drapeau, "TypeTresorerie"},
   {"debit", Membre<&Fiche::debitInitial>, G::Montant, "", 14, {"debit-initial", "Solde initial au débit"}},
   {"credit", Membre<&Fiche::creditInitial>, G::Montant, "", 14,
    {"credit-initial", "Solde initial au crédit (à confirmer par --oui)", "debit-initial"}},
+  {"banque", Membre<&Fiche::banque>, G::Drapeau, "TypeTresorerie", 0,
+   {"banque", "Compte bancaire", "", "", "", "caisse", "Caisse"}},
 };
 // clang-format on
 
@@ -48,10 +49,6 @@ constexpr u32 CleNumero = 0;
 constexpr f64 ToutProfessionnel = 100;
 
 std::string CodeDe(const Plan& compte) { return CompacteTexte(LitTexte(compte.Code)); }
-
-std::string Court(CFenlorApp& app, const std::string& compte) {
-  return CompacteTexte(app.Magasin.GetShortCompte(compte));
-}
 
 bool Lit(CFenlorApp& app, Position position, Plan& compte) {
   assert(position != 0);
@@ -147,7 +144,7 @@ class Enregistrement {
 
   Refus Limites() const {
     if (Est(FormeCompte::RecettesDepenses) && !Ajout() && EstComptePersonnel(m_app, AncienNumero()))
-      return Refus(ErrComptePersonnel, "", {Court(m_app, AncienNumero())});
+      return Refus(ErrComptePersonnel, "", {m_app.NumeroCourt(AncienNumero())});
     FicheCompte fiche = m_fiche;
     fiche.code = m_code;
     return ControleTextes(FicheCompte::Table, &fiche);
@@ -173,7 +170,7 @@ class Enregistrement {
     const std::string utilisation = UtilisationCompte(m_app, AncienNumero());
     return utilisation.empty()
                ? Refus()
-               : Refus(ErrCompteUtiliseChange, champ, {Court(m_app, AncienNumero()), utilisation});
+               : Refus(ErrCompteUtiliseChange, champ, {m_app.NumeroCourt(AncienNumero()), utilisation});
   }
 
   Refus Reserve() const {
@@ -331,7 +328,7 @@ std::string ProposeNumero(CFenlorApp& app, const TexteFixe& cle, const TexteFixe
   constexpr unsigned dernier = 9999;
   for (unsigned n = 1; n <= dernier; ++n) {
     const std::string compte = QVAPI::GetLongCompte(radical + std::to_string(n));
-    if (!pris(compte)) return Court(app, compte);
+    if (!pris(compte)) return app.NumeroCourt(compte);
   }
   return {};
 }
@@ -381,7 +378,7 @@ Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
   if (!Lit(app, position, compte)) return EchecFichier();
   const bool simple = forme == FormeCompte::RecettesDepenses;
   if (ADesMouvements(compte)) return Refus::Avis(simple ? InfoCompteMouvemente : InfoTresorerieMouvementee);
-  const std::string numero = LitTexte(compte.Compte), court = Court(app, numero);
+  const std::string numero = LitTexte(compte.Compte), court = app.NumeroCourt(numero);
   if (const std::string utilisation = UtilisationCompte(app, numero); !utilisation.empty())
     return Refus(ErrCompteUtilise, "", {court, utilisation});
   const TexteFixe& question = simple ? QuestionSupprimeCompte : QuestionSupprimeTresorerie;

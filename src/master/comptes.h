@@ -14,6 +14,11 @@ namespace fenlor {
 
 /// Which form an account is edited in. Checks, their order and their texts differ.
 enum class FormeCompte { RecettesDepenses, Tresorerie, PlanComptable };
+/// Which accounts a list shows; a form stands behind each.
+enum class ListeComptes { Recettes, Depenses, Tresorerie, PlanComptable };
+FormeCompte FormeDe(ListeComptes liste);
+i16 TypeDe(ListeComptes liste);  ///< of its accounts, -1: any
+ListeComptes ListeDuType(i16 type);
 
 /// What a form holds of an account. Texts as typed, Windows-1252; amounts in the
 /// exercice's currency.
@@ -61,6 +66,9 @@ bool ClasseJuste(i16 type, const std::string& compte);
 /// Saving does not look for a code again: whoever saves without leaving the field asks before.
 Refus ControleCode(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
 Refus ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
+/// Why a form would not let the field (its name in the table) be typed as it is: what accounts of another
+/// type have, or what its list does not offer. Empty: it would.
+std::string FauteChamp(CFenlorApp& app, const FicheCompte& fiche, std::string_view champ);
 /// All checks of the form in their order, then delete and add in one unit; nothing is
 /// written on a closed exercice, which is a success. `fiche.position` becomes the new one.
 /// What the form does not hold of the record stays, the totals above all. A `compteTVA` that is
@@ -92,8 +100,7 @@ struct ChoixTVA {
 };
 std::vector<ChoixTVA> ChoixComptesTVA(CFenlorApp& app);
 
-/// Which accounts a list shows; in order of their number.
-enum class ListeComptes { Recettes, Depenses, Tresorerie, PlanComptable };
+/// In order of their number.
 std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste);
 /// Columns of a list, in both currencies or one as the session's `AfficherDouble` says now. Single display:
 /// Franc when the exercice's name as a number is below 2002, Euro otherwise. Used while `app` lives.

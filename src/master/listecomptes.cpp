@@ -1,5 +1,6 @@
 // The lists of accounts, and the lists that the forms of accounts offer.
 #include <algorithm>
+#include <cassert>
 
 #include "core/valeurs.h"
 #include "master/comptes.h"
@@ -11,10 +12,6 @@ namespace fenlor {
 namespace {
 
 constexpr u32 CleNumero = 0, CleType = 3, CleCodeRubrique = 0, CleTypeRubrique = 1;
-
-std::string CompteCourt(CFenlorApp& app, const Plan& compte) {
-  return CompacteTexte(app.Magasin.GetShortCompte(LitTexte(compte.Compte)));
-}
 
 /// An amount of the lists: its titles alone, in Franc, in Euro; a balance shows its side.
 struct MontantListe {
@@ -96,20 +93,65 @@ std::vector<ChoixTVA> ChoixComptesTVA(CFenlorApp& app) {
   });
   for (ChoixTVA& c : choix) {
     const std::string taux = c.taux == 0 ? "0" : FormatMontant(c.taux, 2, app.Reglages.SeparateurDecimal());
-    c.texte =
-        TexteFormat(FormatChoixTva, {taux, c.texte, CompacteTexte(app.Magasin.GetShortCompte(c.compte))});
+    c.texte = TexteFormat(FormatChoixTva, {taux, c.texte, app.NumeroCourt(c.compte)});
   }
   return choix;
+}
+
+FormeCompte FormeDe(ListeComptes liste) {
+  if (liste == ListeComptes::PlanComptable) return FormeCompte::PlanComptable;
+  return liste == ListeComptes::Tresorerie ? FormeCompte::Tresorerie : FormeCompte::RecettesDepenses;
+}
+
+i16 TypeDe(ListeComptes liste) {
+  constexpr i16 types[] = {Recette, Depense, Tresorerie, -1};
+  assert(static_cast<std::size_t>(liste) < std::size(types));
+  return types[static_cast<std::size_t>(liste)];
+}
+
+ListeComptes ListeDuType(i16 type) {
+  for (const ListeComptes liste : {ListeComptes::Recettes, ListeComptes::Depenses, ListeComptes::Tresorerie})
+    if (TypeDe(liste) == type) return liste;
+  return ListeComptes::PlanComptable;
+}
+
+std::string FauteChamp(CFenlorApp& app, const FicheCompte& fiche, std::string_view champ) {
+  assert(FicheCompte::Table.Trouve(champ));
+  const i16 type = fiche.type;
+  const bool simple = type == Recette || type == Depense;
+  const struct {
+    std::string_view champ;
+    bool permis;
+  } champs[] = {{"rubrique", type != Tresorerie},
+                {"tva", simple},
+                {"taux", type == Tva},
+                {"professionnelle", type == Depense && !EstComptePersonnel(app, fiche.compte)},
+                {"debit", type == Tresorerie},
+                {"credit", type == Tresorerie},
+                {"banque", type == Tresorerie}};
+  for (const auto& c : champs)
+    if (c.champ == champ && !c.permis) return "sans objet pour ce compte."_w;
+  const auto parmi = [](const auto& choix, auto membre, const std::string& valeur) {
+    return std::any_of(choix.begin(), choix.end(), [&](const auto& c) { return c.*membre == valeur; });
+  };
+  if (champ == "rubrique") {
+    const std::string code = NormaliseRubrique(fiche.rubrique);
+    const bool offert =
+        fiche.rubrique.size() <= code.size() && parmi(RubriquesDuType(app, type), &ChoixRubrique::code, code);
+    return code.empty() || offert ? std::string() : "aucune rubrique de ce côté n'a ce code."_w;
+  }
+  const std::string tva = champ == "tva" ? QVAPI::GetLongCompte(fiche.compteTVA) : std::string();
+  if (tva.empty()) return {};
+  if (!app.Reglages.IsTVA()) return "l'exercice n'est pas assujetti à la T.V.A."_w;
+  return parmi(ChoixComptesTVA(app), &ChoixTVA::compte, tva) ? "" : "ce n'est pas un compte de T.V.A."_w;
 }
 
 std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste) {
   std::vector<Position> positions;
   CPlan plan(app, app.PathExercice);
   if (!plan.OpenFile()) return positions;
-  const bool tous = liste == ListeComptes::PlanComptable;
-  const int type = liste == ListeComptes::Recettes   ? Recette
-                   : liste == ListeComptes::Depenses ? Depense
-                                                     : Tresorerie;
+  const int type = TypeDe(liste);
+  const bool tous = type < 0;
   const auto cle = static_cast<u16>(plan.NumCle + (tous ? CleNumero : CleType));
   app.Magasin.QVParcoursCle(cle, tous ? std::string() : std::to_string(type),
                             tous ? std::string() : std::to_string(type + 1),
@@ -128,7 +170,8 @@ TableColonnes<Plan> ColonnesComptes(CFenlorApp& app, ListeComptes liste) {
   };
   TableColonnes<Plan> colonnes = {
       {"Code", 80, [](const Plan& p) { return LitTexte(p.Code); }},
-      {"Compte", 80, [&app](const Plan& p) { return CompteCourt(app, p); }, Cote::Gauche, parNumero}};
+      {"Compte", 80, [&app](const Plan& p) { return app.NumeroCourt(LitTexte(p.Compte)); }, Cote::Gauche,
+       parNumero}};
   if (!tresorerie)
     colonnes.push_back({"Rub", 40, [](const Plan& p) { return NormaliseRubrique(LitTexte(p.Rubrique)); }});
   colonnes.push_back({"Désignation"_w, 300, [](const Plan& p) { return LitTexte(p.Designation); }});
