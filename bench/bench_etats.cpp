@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -73,10 +72,7 @@ const std::string& Remplit(const std::string& dossier, unsigned lignes) {
 class Livre {
  public:
   Livre(const std::string& dossier, unsigned lignes)
-      : m_classeur(Remplit(dossier, lignes)), m_app(m_classeur.Magasin(), m_dialogue) {
-    m_app.NomExercice = m_classeur.Magasin().NomExercice();
-    m_app.PathExercice = m_classeur.Magasin().PathExercice();
-  }
+      : m_classeur(Remplit(dossier, lignes)), m_app(m_classeur.Magasin(), m_dialogue) {}
 
   u32 Construit(bool deux) {
     m_app.AfficherDouble = deux;
@@ -129,7 +125,7 @@ class Livre {
   Classeur m_classeur;
   Observateur m_dialogue;
   ToutLeLivre m_demandeur;
-  CFenlorApp m_app;
+  SeanceDuBanc m_app;
   u64 m_vues = 0;
 };
 
@@ -160,8 +156,7 @@ double Mesure(Livre& livre, unsigned tours, bool deux) {
 }
 
 int Principal(unsigned tours, unsigned lignes) {
-  const std::string dossier =
-      (std::filesystem::temp_directory_path() / ("bench_etats." + std::to_string(getpid()))).string();
+  const std::string dossier = DossierDuBanc();
   std::filesystem::create_directories(dossier);
   const auto memoire = [](unsigned n, u64 octets) {
     std::printf("%u lines: at most %.1f MB of its own in memory\n", n, static_cast<double>(octets) / 1e6);
@@ -197,13 +192,7 @@ int Principal(unsigned tours, unsigned lignes) {
 
 int main(int argc, char** argv) {
   const auto nombre = [&](int place, unsigned defaut) {
-    if (argc <= place) return defaut;
-    const unsigned lu = static_cast<unsigned>(std::strtoul(argv[place], nullptr, 10));
-    if (lu == 0) {
-      std::fprintf(stderr, "bench_etats [RUNS [LINES]]\n");
-      std::exit(2);
-    }
-    return lu;
+    return fenlor::bench::Argument(argc, argv, place, defaut, "[RUNS [LINES]]");
   };
   return fenlor::bench::Principal(nombre(1, 7), nombre(2, fenlor::bench::LignesBarre));
 }

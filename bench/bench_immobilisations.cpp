@@ -2,10 +2,7 @@
 // Builds the annex of so many assets (2000), bought over twenty years, every tenth with a corrected year,
 // beside two reads of the same assets in the same run: along their key, and with the schedule of each. Prints
 // the ratios; judges none. The practice is made in a temporary directory, removed at the end.
-#include <unistd.h>
-
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -32,8 +29,6 @@ class Registre {
       : m_classeur(dossier), m_app(m_classeur.Magasin(), m_dialogue), m_fichier(m_app, dossier) {
     QVAPI& magasin = m_classeur.Magasin();
     m_app.PathCabinet = dossier;
-    m_app.NomExercice = magasin.NomExercice();
-    m_app.PathExercice = magasin.PathExercice();
     CAmortissements corrections(m_app, dossier);
     if (!m_fichier.OpenFile() || !corrections.OpenFile()) Echec("the files cannot be opened");
     QVAPI::Unite unite(magasin);
@@ -92,15 +87,13 @@ class Registre {
   Classeur m_classeur;
   DialogueMuet m_dialogue;
   ToutLExercice m_demandeur;
-  CFenlorApp m_app;
+  SeanceDuBanc m_app;
   CImmobilisations m_fichier;
   u64 m_vus = 0;
 };
 
 int Principal(unsigned tours, unsigned nombre) {
-  const std::string dossier =
-      (std::filesystem::temp_directory_path() / ("bench_immobilisations." + std::to_string(getpid())))
-          .string();
+  const std::string dossier = DossierDuBanc();
   {
     Registre registre(dossier, nombre);
     if (registre.Lecture() != nombre || registre.Annexe() < nombre) Echec("not all assets are there");
@@ -125,13 +118,7 @@ int Principal(unsigned tours, unsigned nombre) {
 
 int main(int argc, char** argv) {
   const auto nombre = [&](int place, unsigned defaut) {
-    if (argc <= place) return defaut;
-    const unsigned lu = static_cast<unsigned>(std::strtoul(argv[place], nullptr, 10));
-    if (lu == 0) {
-      std::fprintf(stderr, "bench_immobilisations [RUNS [ASSETS]]\n");
-      std::exit(2);
-    }
-    return lu;
+    return fenlor::bench::Argument(argc, argv, place, defaut, "[RUNS [ASSETS]]");
   };
   return fenlor::bench::Principal(nombre(1, 15), nombre(2, 2000));
 }

@@ -5,10 +5,7 @@
 // through the store in a temporary directory, removed at the end unless something fails. The bar: the
 // list costs at most 3 times the plain read; the status is 1 when it is missed, unless the size is
 // another one.
-#include <unistd.h>
-
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -51,8 +48,6 @@ void Remplit(Classeur& classeur, unsigned ecritures) {
 class Mois {
  public:
   explicit Mois(QVAPI& magasin) : m_magasin(magasin), m_app(magasin, m_dialogue) {
-    m_app.NomExercice = magasin.NomExercice();
-    m_app.PathExercice = magasin.PathExercice();
     m_demande.mois = FaitDate(1, 3, 2003);
     m_demande.mode = ListeToutes;
     m_demande.criteres = CriteresParDefaut(m_app);
@@ -118,7 +113,7 @@ class Mois {
 
   QVAPI& m_magasin;
   DialogueMuet m_dialogue;
-  CFenlorApp m_app;
+  SeanceDuBanc m_app;
   DemandeListe m_demande;
   std::string m_debut, m_fin;
   u64 m_vues = 0;
@@ -147,8 +142,7 @@ double Mesure(Mois& mois, unsigned tours, const char* quoi) {
 }
 
 int Principal(unsigned tours, unsigned ecritures) {
-  const std::string dossier =
-      (std::filesystem::temp_directory_path() / ("bench_journaux." + std::to_string(getpid()))).string();
+  const std::string dossier = DossierDuBanc();
   double rapport = 0;
   {
     Classeur classeur(dossier);
@@ -187,13 +181,7 @@ int Principal(unsigned tours, unsigned ecritures) {
 
 int main(int argc, char** argv) {
   const auto nombre = [&](int place, unsigned defaut) {
-    if (argc <= place) return defaut;
-    const unsigned lu = static_cast<unsigned>(std::strtoul(argv[place], nullptr, 10));
-    if (lu == 0) {
-      std::fprintf(stderr, "bench_journaux [RUNS [ENTRIES]]\n");
-      std::exit(2);
-    }
-    return lu;
+    return fenlor::bench::Argument(argc, argv, place, defaut, "[RUNS [ENTRIES]]");
   };
   return fenlor::bench::Principal(nombre(1, 21), nombre(2, fenlor::bench::EcrituresBarre));
 }

@@ -33,8 +33,7 @@ Date Jour(unsigned i, unsigned nombre) { return FaitDate(1 + i % 28, 1 + i * 12 
 void Remplit(Classeur& classeur, unsigned lignes) {
   QVAPI& magasin = classeur.Magasin();
   DialogueMuet dialogue;
-  CFenlorApp app(magasin, dialogue);
-  app.PathExercice = magasin.PathExercice();
+  SeanceDuBanc app(magasin, dialogue);
   CPlan plan(app, app.PathExercice);
   PoseTexte(plan.Rec->Compte, Compte);
   plan.Rec->Type = Tresorerie;
@@ -60,10 +59,7 @@ void Remplit(Classeur& classeur, unsigned lignes) {
 /// One run on a practice of its own.
 class Course {
  public:
-  explicit Course(QVAPI& magasin) : m_magasin(magasin), m_app(magasin, m_dialogue) {
-    m_app.NomExercice = magasin.NomExercice();
-    m_app.PathExercice = magasin.PathExercice();
-  }
+  explicit Course(QVAPI& magasin) : m_magasin(magasin), m_app(magasin, m_dialogue) {}
 
   void Lit(unsigned lignes) {
     CLines journal(m_app, m_app.PathExercice);
@@ -106,7 +102,7 @@ class Course {
  private:
   QVAPI& m_magasin;
   DialogueMuet m_dialogue;
-  CFenlorApp m_app;
+  SeanceDuBanc m_app;
   std::vector<Banque> m_operations;
   BilanRapprochement m_bilan;
   u64 m_synchros = 0;

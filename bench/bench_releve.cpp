@@ -52,9 +52,7 @@ int Execute(unsigned tours, unsigned operations, unsigned lignes) {
     classeur.Remplit(lignes / LignesParEcriture);
     QVAPI& magasin = classeur.Magasin();
     DialogueMuet dialogue;
-    CFenlorApp app(magasin, dialogue);
-    app.NomExercice = magasin.NomExercice();
-    app.PathExercice = magasin.PathExercice();
+    SeanceDuBanc app(magasin, dialogue);
     const auto importe = [&](const std::string& texte, std::size_t attendu) {
       ApercuReleve apercu;
       if (PrepareReleve(app, "512", LitReleve(texte, FormatReleve::Inconnu), {}, apercu)) Echec("no preview");

@@ -35,8 +35,6 @@ class Cabinet {
       : m_classeur(dossier), m_app(m_classeur.Magasin(), m_dialogue), m_ui{m_app, m_bureau, m_dessin} {
     QVAPI& magasin = m_classeur.Magasin();
     m_app.PathCabinet = magasin.PathCabinet();
-    m_app.NomExercice = magasin.NomExercice();
-    m_app.PathExercice = magasin.PathExercice();
     m_app.ExerciceOuvert = 1;
     m_app.TauxEuroCourant = magasin.GetTauxEuro(FaitDate(1, 1, Annee2003));
     ChargePreferences(m_dessin, m_app, QApplication::palette());
@@ -76,7 +74,7 @@ class Cabinet {
  private:
   Classeur m_classeur;
   DialogueMuet m_dialogue;
-  CFenlorApp m_app;
+  SeanceDuBanc m_app;
   SansCadre m_bureau;
   Preferences m_dessin;
   ContexteUi m_ui;

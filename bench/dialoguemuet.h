@@ -1,7 +1,7 @@
 // A dialogue for benchmarks: nobody is asked, and a failure ends the program.
 #pragma once
 
-#include "core/dialogue.h"
+#include "core/fenlorapp.h"
 #include "mesures.h"
 
 namespace fenlor::bench {
@@ -17,6 +17,15 @@ class DialogueMuet : public Dialogue {
   void SetPos(u32) override {}
   void Step() override {}
   bool IsAborted() override { return false; }
+};
+
+/// A session on the current exercice of a store.
+class SeanceDuBanc : public CFenlorApp {
+ public:
+  SeanceDuBanc(QVAPI& magasin, Dialogue& dialogue) : CFenlorApp(magasin, dialogue) {
+    NomExercice = magasin.NomExercice();
+    PathExercice = magasin.PathExercice();
+  }
 };
 
 }  // namespace fenlor::bench

@@ -3,10 +3,12 @@
 
 #include <errno.h>
 #include <time.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -30,6 +32,22 @@ double Duree(Travail&& travail) {
 inline double Mediane(std::vector<double> valeurs) {
   std::sort(valeurs.begin(), valeurs.end());
   return valeurs.empty() ? 0 : valeurs[valeurs.size() / 2];
+}
+
+/// A directory of this run's own below the system's temporary one; not made yet.
+inline std::string DossierDuBanc() {
+  return (std::filesystem::temp_directory_path() /
+          (program_invocation_short_name + ("." + std::to_string(getpid()))))
+      .string();
+}
+
+/// The number at a place of the command line, or its default; ends the program with `usage` when it is none.
+inline unsigned Argument(int argc, char** argv, int place, unsigned defaut, const char* usage) {
+  if (argc <= place) return defaut;
+  const unsigned lu = static_cast<unsigned>(std::strtoul(argv[place], nullptr, 10));
+  if (lu != 0) return lu;
+  std::fprintf(stderr, "%s %s\n", program_invocation_short_name, usage);
+  std::exit(2);
 }
 
 /// Ends the benchmark: a measure of something that failed is worth nothing.

@@ -2,8 +2,7 @@
 
 #include <QStandardItemModel>
 
-#include "core/btfiles.h"
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/reports/textes.h"
@@ -17,7 +16,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr u32 CleType = 3;
 constexpr std::size_t proposesAuPlus = 100;
 constexpr i16 TypesDesGroupes[] = {Recette, Depense, Tresorerie, Tva, Autre};  ///< by bit of the mask
 
@@ -63,7 +61,7 @@ bool CDialogPeriode::AvecAffichage() const {
 
 void CDialogPeriode::DeclareCompte(Formulaire& formulaire) {
   formulaire.Groupe(u"Compte"_s)
-      .Champ(u"Code :"_s, m_code, "code")
+      .Champ(u"Co&de :"_s, m_code, "code")
       .Limite(8)
       .SurChangement([this] { ChercheCode(); })
       .SurDepart([this] { QuitteCode(); })
@@ -72,10 +70,10 @@ void CDialogPeriode::DeclareCompte(Formulaire& formulaire) {
         BasculeTous();
         if (m_code.isEnabled()) Focalise(m_code);
       })
-      .Champ(u"Compte :"_s, m_compte, "compte")
+      .Champ(u"&Compte :"_s, m_compte, "compte")
       .SurChangement([this] { ChoisitCompte(); })
       .FinGroupe();
-  m_tous.setText(u"Tous"_s);
+  m_tous.setText(u"&Tous"_s);
   new ListeTapee(
       m_code, m_code, [this](const QString& tape) { return Propose(De1252(tape)); },
       [this](int rang) {
@@ -90,7 +88,7 @@ void CDialogPeriode::DeclareCompte(Formulaire& formulaire) {
 }
 
 void CDialogPeriode::DeclareGenre(Formulaire& formulaire) {
-  formulaire.Champ(u"Genre :"_s, m_genre, "genre").SurChangement([this] { ChangeGenre(); }).FinGroupe();
+  formulaire.Champ(u"&Genre :"_s, m_genre, "genre").SurChangement([this] { ChangeGenre(); }).FinGroupe();
   for (int genre = EtatRecettes; genre <= EtatToutes; ++genre)
     m_genre.Ajoute(Texte(MotGenre[static_cast<unsigned>(genre)]));
   m_genre.setCurrentIndex(EtatToutes);
@@ -98,17 +96,17 @@ void CDialogPeriode::DeclareGenre(Formulaire& formulaire) {
 
 void CDialogPeriode::DeclareCentralisation(Formulaire& formulaire) {
   formulaire.Groupe(u"Options de centralisation des recettes"_s, "centralisation")
-      .Case(m_centralisation[Detaillee], u"Détaillée"_s, "detaillee")
-      .Case(m_centralisation[ParJour], u"Centralisation par jour"_s, "parJour")
-      .Case(m_centralisation[ParSemaine], u"Centralisation par semaine"_s, "parSemaine")
-      .Case(m_centralisation[ParMois], u"Centralisation par mois"_s, "parMois")
+      .Case(m_centralisation[Detaillee], u"&Détaillée"_s, "detaillee")
+      .Case(m_centralisation[ParJour], u"&Centralisation par jour"_s, "parJour")
+      .Case(m_centralisation[ParSemaine], u"Centra&lisation par semaine"_s, "parSemaine")
+      .Case(m_centralisation[ParMois], u"Cen&tralisation par mois"_s, "parMois")
       .FinGroupe();
   m_centralisation[Detaillee].setChecked(true);
 }
 
 void CDialogPeriode::DeclareAffichage(Formulaire& formulaire) {
-  formulaire.Groupe(u"Affichage"_s).Case(m_affichage[0], u"Crédit / Débit"_s, "creditDebit");
-  m_affichage[1].setText(u"Montant"_s);
+  formulaire.Groupe(u"Affichage"_s).Case(m_affichage[0], u"Créd&it / Débit"_s, "creditDebit");
+  m_affichage[1].setText(u"Mont&ant"_s);
   formulaire.ACote(m_affichage[1], "montant").FinGroupe();
   if (m_forme == FormeCriteres::CompteEtPeriode)
     formulaire.Case(m_progressif, u"Solde pro&gressif"_s, "progressif");
@@ -116,8 +114,7 @@ void CDialogPeriode::DeclareAffichage(Formulaire& formulaire) {
 }
 
 void CDialogPeriode::RemplitComptes(unsigned comptes) {
-  CPlan plan(App(), App().PathExercice);
-  if (!plan.OpenFile()) return;
+  const std::vector<CompteOffert> offerts = ComptesParNumero(App());
   auto& modele = *qobject_cast<QStandardItemModel*>(m_compte.model());
   for (unsigned bit = 0; bit < std::size(TypesDesGroupes); ++bit) {
     if (!(comptes & (1u << bit))) continue;
@@ -128,27 +125,17 @@ void CDialogPeriode::RemplitComptes(unsigned comptes) {
     QFont police = titre.font();
     police.setBold(true);
     titre.setFont(police);
-    const int type = TypesDesGroupes[bit];
-    App().Magasin.QVParcoursCle(
-        static_cast<u16>(plan.NumCle + CleType), std::to_string(type), std::to_string(type + 1),
-        [&](Position, const void* rec) {
-          const Plan& compte = *static_cast<const Plan*>(rec);
-          const std::string numero = LitTexte(compte.Compte);
-          m_compte.Ajoute(TexteFormat(FormatCompteChoisi,
-                                      {App().Magasin.GetShortCompte(numero), LitTexte(compte.Designation)}));
-          m_comptes.push_back({numero, CompacteTexte(LitTexte(compte.Code))});
-          CompteOffert& offert = m_offerts.emplace_back();
-          offert.compte = numero;
-          offert.court = App().Magasin.GetShortCompte(numero);
-          offert.code = m_comptes.back().code;
-          offert.designation = LitTexte(compte.Designation);
-          return true;
-        });
+    for (const CompteOffert& compte : offerts) {
+      if (compte.type != TypesDesGroupes[bit]) continue;
+      m_compte.Ajoute(TexteFormat(FormatCompteChoisi, {compte.court, compte.designation}));
+      m_comptes.push_back(compte);
+      m_offerts.push_back(compte);
+    }
   }
   m_compte.setCurrentIndex(-1);
 }
 
-const CDialogPeriode::CompteListe* CDialogPeriode::Choisi() const {
+const CompteOffert* CDialogPeriode::Choisi() const {
   const int rang = m_compte.currentIndex();
   return rang < 0 || m_comptes[static_cast<std::size_t>(rang)].compte.empty()
              ? nullptr
@@ -177,13 +164,13 @@ QStringList CDialogPeriode::Propose(const std::string& tape) {
 void CDialogPeriode::QuitteCode() {
   // A blank field may be that of an account of the list which has no code.
   if (EstVide(m_code.Valeur())) return;
-  if (const CompteListe* choisi = Choisi(); choisi && choisi->code == m_code.Valeur()) return;
+  if (const CompteOffert* choisi = Choisi(); choisi && choisi->code == m_code.Valeur()) return;
   ChercheCode();
-  if (const CompteListe* compte = Choisi()) m_code.Pose(compte->code);
+  if (const CompteOffert* compte = Choisi()) m_code.Pose(compte->code);
 }
 
 void CDialogPeriode::ChoisitCompte() {
-  const CompteListe* compte = Choisi();
+  const CompteOffert* compte = Choisi();
   m_code.Pose(compte ? compte->code : std::string());
 }
 
@@ -205,7 +192,7 @@ void CDialogPeriode::ChangeGenre() {
 bool CDialogPeriode::Enregistre() {
   CriteresEtat criteres = m_criteres;
   if (AvecCompte()) {
-    const CompteListe* compte = Choisi();
+    const CompteOffert* compte = Choisi();
     if (!m_tous.isChecked() && !compte) return Refuse(ErrCompteObligatoire, m_code);
     criteres.compte = m_tous.isChecked() ? "*" : compte->compte;
     criteres.soldeProgressif = m_progressif.isChecked();

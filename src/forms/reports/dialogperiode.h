@@ -35,9 +35,6 @@ class CDialogPeriode : public CZNDialog {
   bool Enregistre() override;
 
  private:
-  struct CompteListe {
-    std::string compte, code;  ///< long form; code in capitals
-  };
   bool AvecCompte() const;
   bool AvecPeriode() const {
     return m_forme != FormeCriteres::Compte && m_forme != FormeCriteres::Mouvements;
@@ -56,7 +53,7 @@ class CDialogPeriode : public CZNDialog {
   void ChoisitCompte();
   void BasculeTous();
   void ChangeGenre();
-  const CompteListe* Choisi() const;
+  const CompteOffert* Choisi() const;
 
   const FormeCriteres m_forme;
   CriteresEtat& m_criteres;
@@ -67,7 +64,7 @@ class CDialogPeriode : public CZNDialog {
   std::array<QRadioButton, 2> m_affichage;
   std::array<QRadioButton, 4> m_centralisation;
   QCheckBox m_progressif;
-  std::vector<CompteListe> m_comptes;   ///< by row of the list; blank for a heading
+  std::vector<CompteOffert> m_comptes;  ///< by row of the list; blank for a heading
   std::vector<CompteOffert> m_offerts;  ///< the same without headings
   std::vector<std::string> m_proposes;  ///< numbers, under the code that is typed
   FinDesLiens m_finLiens{*this};
