@@ -3,7 +3,7 @@
 #include <cassert>
 
 #include "assets/textes.h"
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 
 namespace fenlor {

@@ -6,8 +6,8 @@
 #include "assets/annuites.h"
 #include "assets/textes.h"
 #include "core/btfiles.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/fiche.h"
 #include "core/valeurs.h"
 

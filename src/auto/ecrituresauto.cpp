@@ -1,6 +1,5 @@
 #include "auto/ecrituresauto.h"
-
-#include "core/erreurs.h"
+#include "auto/textes.h"
 
 namespace fenlor {
 

@@ -36,6 +36,12 @@ inline constexpr TexteFixe MotTouteTresorerie{6603, "Toute la trésorerie"};
 
 // Settings of an exercice: the day of the last walk
 inline constexpr TexteFixe CleConsultation{8850, "Consultation"};
+
+inline constexpr TexteFixe ErrSuppressionAuto{3097, "Erreur de suppression d'une écriture automatique."};
+inline constexpr TexteFixe ErrNombreAuto{3098, "Impossible de créer plus de %d écritures automatiques."};
+inline constexpr TexteFixe ErrEnregistrementAuto{3101, "Erreur d'enregistrement d'une écriture automatique."};
+inline constexpr TexteFixe ErrLectureAuto{3102, "Erreur de lecture d'une écriture automatique."};
+
 // clang-format on
 
 }  // namespace fenlor

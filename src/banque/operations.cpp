@@ -5,6 +5,7 @@
 #include "banque/textes.h"
 #include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "store/cumuls.h"
 #include "store/texte1252.h"
@@ -41,6 +42,7 @@ Refus ControleMontant(const CFenlorApp& app, const Banque& rec, bool euro) {
 
 /// What was not changed of an operation is not converted anew.
 void GardeAutreMonnaie(const FicheOperation& fiche, const Banque& ancienne, Banque& rec) {
+  assert(fiche.position != 0);
   const bool memes = fiche.euro ? Centimes(ancienne.MontantEuro) == Centimes(rec.MontantEuro)
                                 : Centimes(ancienne.MontantFranc) == Centimes(rec.MontantFranc);
   if (!memes || ancienne.Date != rec.Date) return;
@@ -103,6 +105,7 @@ Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec
   rec = {};
   FicheVers(app, FicheOperation::Table, &fiche, &rec);
   if (rec.DateValeur == 0) rec.DateValeur = rec.Date;
+  assert(IsDateOk(rec.Date) && IsDateOk(rec.DateValeur));
   rec.Sens = fiche.sens != 0;
   const f64 montant = Arrondi2(fiche.montant), taux = app.Magasin.GetTauxEuro(rec.Date);
   f64 autre = Arrondi2(fiche.autre);

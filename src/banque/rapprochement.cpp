@@ -5,7 +5,6 @@
 #include <set>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -153,7 +152,7 @@ std::string Contrepartie(CFenlorApp& app, const Line& ligne) {
     if (compte == LitTexte(ligne.Compte)) continue;
     const bool gestion = (autre.TypeCompte == Recette || autre.TypeCompte == Depense) && compte != perso;
     if (ligne.Journal != JournalOD && !gestion) continue;
-    comptes += (comptes.empty() ? "" : "; ") + CompacteTexte(app.Magasin.GetShortCompte(compte));
+    comptes += (comptes.empty() ? "" : "; ") + app.NumeroCourt(compte);
   }
   return comptes;
 }

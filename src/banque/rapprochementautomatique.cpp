@@ -5,7 +5,6 @@
 
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "journal/textes.h"
 #include "store/cumuls.h"

@@ -2,8 +2,8 @@
 
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "store/cumuls.h"
 #include "store/texte1252.h"
@@ -30,9 +30,9 @@ Refus Rapproche(CFenlorApp& app, const OperationLue& operation, u32 mouvement, b
     if (!app.Magasin.RappLines(app.PathExercice, position, operation.rec)) return app.EchecDit();
     return banques.Delete(operation.position) ? Refus{} : EchecFichier();
   }
-  return Refus(ErrEcritureSansLigne, "ttc",
-               {MontantEnTexte(operation.Montant(euro), euro),
-                CompacteTexte(app.Magasin.GetShortCompte(LitTexte(operation.rec.Compte)))});
+  return Refus(
+      ErrEcritureSansLigne, "ttc",
+      {MontantEnTexte(operation.Montant(euro), euro), app.NumeroCourt(LitTexte(operation.rec.Compte))});
 }
 
 }  // namespace

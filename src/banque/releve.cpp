@@ -1,6 +1,7 @@
 #include "banque/releve.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "banque/relevecsv.h"
 #include "banque/relevetexte.h"
@@ -30,6 +31,7 @@ bool CommeCfonb(std::string_view texte) {
 
 Releve& LectureReleve::Compte(const std::string& compte, const std::string& monnaie) {
   const auto [place, neuf] = m_places.try_emplace({compte, monnaie}, comptes.size());
+  assert(place->second <= comptes.size());
   if (neuf) comptes.push_back({compte, monnaie, {}, 0, {}});
   return comptes[place->second];
 }
@@ -49,6 +51,7 @@ FormatReleve DevineFormat(std::string_view octets) {
   const std::size_t debut = tete.find_first_not_of(" \t\r\n");
   if (debut == std::string::npos) return FormatReleve::Inconnu;
   const std::string_view texte = std::string_view(tete).substr(debut);
+  assert(!texte.empty());
   const std::string hautes = EnMajuscules(texte);
   const bool balise = texte.front() == '<';
   if (CommenceComme(texte, "OFXHEADER") || (balise && hautes.find("<OFX>") != std::string::npos) ||

@@ -15,6 +15,7 @@ using C = ColonneReleve;
 
 /// Cells of one row from `place` on, which moves behind its end; false: a quote did not end.
 bool Decoupe(std::string_view texte, char separateur, std::size_t& place, LigneCsv& ligne, u32& lignes) {
+  assert(place < texte.size());
   ligne.cellules.assign(1, {});
   bool dedans = false, debut = true;
   const std::size_t depart = place;
@@ -154,6 +155,7 @@ bool DevineColonnes(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
   if (sommes.size() == 1) forme[C::Montant] = sommes[0];
   if (sommes.size() > 1) {
     const auto a = static_cast<std::size_t>(sommes[0]);
+    assert(a < montants.size() && sommes[0] < sommes[1]);
     const bool pleine = montants[a] * 10 > lignes.size() * 9;  // the other one is a balance
     if (pleine) {
       forme[C::Montant] = sommes[0];
@@ -186,6 +188,7 @@ void DevineEcritures(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
   if (lus[2] * 3 <= lus[0] * 4) lus[2] = 0;
   forme.ordre = static_cast<OrdreDate>(std::max_element(lus, lus + 3) - lus);
   forme.decimale = points > virgules ? '.' : ',';
+  assert(forme.ordre <= OrdreDate::MoisJourAnnee);
   forme.inverse = negatifs * 2 > debits;
 }
 
@@ -251,6 +254,7 @@ class LecteurCsv {
     }
     operation.dateValeur = LitJour(Nu(ligne, m_forme[C::Valeur]), m_forme.ordre);
     const auto centimes = Montant(ligne);
+    assert(operation.date != 0);
     if (!centimes) return;
     operation.libelle = LibelleDe({Nu(ligne, m_forme[C::Libelle]), Nu(ligne, m_forme[C::Detail])});
     operation.id = Nu(ligne, m_forme[C::Reference]);
@@ -359,6 +363,7 @@ void ParcoursCsv(std::string_view texte, char separateur, const std::function<bo
     }
     assert(place >= debut);
     rang += dedans + 1;
+    assert(!ligne.cellules.empty());
     if (place < texte.size()) place += texte.substr(place, 2) == "\r\n" ? 2 : 1;
     if (!suite(ligne)) return;
   }

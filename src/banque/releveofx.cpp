@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <map>
 
@@ -116,6 +117,7 @@ class Redacteur {
 
   /// Line of the file, counted on from the last one asked about.
   u32 LigneDe(std::size_t place) {
+    assert(place >= m_compte && place <= m_texte.size());
     m_ligne += static_cast<u32>(std::count(m_texte.begin() + static_cast<std::ptrdiff_t>(m_compte),
                                            m_texte.begin() + static_cast<std::ptrdiff_t>(place), '\n'));
     m_compte = place;
@@ -182,10 +184,12 @@ class Redacteur {
   void Fermante(const std::string& nom) {
     if (std::find(m_pile.begin(), m_pile.end(), nom) == m_pile.end()) return;
     while (m_pile.back() != nom) Ferme();
+    assert(!m_pile.empty());
     Ferme();
   }
 
   void Ferme() {
+    assert(!m_pile.empty());
     const std::string nom = m_pile.back();
     m_pile.pop_back();
     if (nom == "STMTTRN" && m_dans) return Termine();
@@ -205,6 +209,7 @@ class Redacteur {
   }
 
   void Termine() {
+    assert(m_dans && m_rang > 0);
     m_dans = false;
     Brut brut;
     brut.rang = brut.operation.rang = m_rang;
@@ -327,6 +332,7 @@ void LitOfx(std::string_view octets, LectureReleve& lecture) {
   const std::string texte = SansSections(EnUtf8(octets, DevineJeu(octets)));
   Redacteur redacteur(texte, lecture);
   if (!redacteur.Redige() || (redacteur.operations.empty() && redacteur.soldes.empty())) return;
+  assert(redacteur.operations.size() <= OperationsReleveMax);
   Recu recu;
   if (!Analyse(redacteur.sortie, recu) && recu.operations.empty() && !redacteur.operations.empty())
     return lecture.Plainte(0, PlainteOfx);

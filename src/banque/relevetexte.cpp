@@ -15,6 +15,7 @@ constexpr char32_t Malforme = 0xFFFFFFFF;
 
 /// The character at `place`, which moves behind it; a malformed one takes a single byte.
 char32_t Suivant(std::string_view octets, std::size_t& place) {
+  assert(place < octets.size());
   const auto octet = [&](std::size_t i) { return static_cast<unsigned char>(octets[i]); };
   const unsigned char premier = octet(place++);
   if (premier < 0x80) return premier;
@@ -32,6 +33,7 @@ char32_t Suivant(std::string_view octets, std::size_t& place) {
 }
 
 void AjouteUtf8(std::string& texte, char32_t c) {
+  assert(c <= 0x10FFFF && (c < 0xD800 || c >= 0xE000));
   const auto pose = [&](char32_t octet) { texte.push_back(static_cast<char>(octet)); };
   if (c < 0x80) return pose(c);
   if (c < 0x800) {
@@ -55,6 +57,7 @@ bool ToutUtf8(std::string_view octets) {
 
 /// UTF-16 without a mark has its zeroes on one side.
 bool Zeroes(std::string_view octets, std::size_t cote) {
+  assert(cote <= 1);
   const std::size_t n = std::min<std::size_t>(octets.size(), 512) & ~std::size_t{1};
   std::size_t nuls = 0, autres = 0;
   for (std::size_t i = 0; i < n; i += 2) {
@@ -211,6 +214,7 @@ std::optional<i64> LitCentimes(std::string_view texte, char decimale) {
   if (decimales.size() > 2 || !std::all_of(decimales.begin(), decimales.end(), Chiffre)) return {};
   if (chiffres == 0 && decimales.empty()) return {};
   for (std::size_t i = 0; i < 2; ++i) valeur = valeur * 10 + (i < decimales.size() ? decimales[i] - '0' : 0);
+  assert(chiffres <= 15);
   assert(valeur >= 0);
   return signe < 0 ? -valeur : valeur;
 }
@@ -254,6 +258,7 @@ std::string LibelleNet(std::string_view texte) {
     if (static_cast<unsigned char>(c) < 32 || c == 127 || c == '\xA0') c = ' ';
     if (c == ' ' && (net.empty() || net.back() == ' ')) continue;
     net.push_back(c);
+    assert(net.size() <= 80);
     if (net.size() == 80) break;
   }
   while (!net.empty() && net.back() == ' ') net.pop_back();
@@ -296,6 +301,7 @@ void AjouteOperation(LectureReleve& lecture, Releve& releve, OperationBanque ope
     return lecture.Plainte(operation.rang, PlainteMontant, {std::to_string(centimes / 100)});
   operation.sens = centimes > 0;
   operation.centimes = centimes > 0 ? centimes : -centimes;
+  assert(operation.centimes > 0);
   operation.libelle = LibelleNet(operation.libelle);
   releve.operations.push_back(std::move(operation));
   ++lecture.operations;

@@ -6,8 +6,8 @@
 #include <set>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/fiche.h"
 #include "core/mouvements.h"
 #include "core/valeurs.h"

@@ -122,6 +122,17 @@ inline constexpr TexteFixe MotEtatRemise[] = {
     {8804, "Remis à cette date"},
     {8805, "Tous"},
 };
+
+inline constexpr TexteFixe ErrDateOperation{3076, "La date d'opération est obligatoire."};
+inline constexpr TexteFixe ErrMontantOperation{3077, "La montant est obligatoire."};
+inline constexpr TexteFixe ErrSansOperationChoisie{3078, "Il n'y a pas d'opérations sélectionnées."};
+inline constexpr TexteFixe ErrSansEcritureChoisie{3079, "Il n'y a pas d'écritures sélectionnées."};
+inline constexpr TexteFixe ErrTotalRapprochement{3080,
+    "Le total des écritures est différent du montant de l'opération bancaire."};
+inline constexpr TexteFixe ErrEcritureApresOperation{3081,
+    "La date de l'écriture est supérieure à celle de l'opération bancaire."};
+inline constexpr TexteFixe ErrSansOperation{3115, "Il n'y a pas d'opérations à rapprocher !"};
+
 // clang-format on
 
 }  // namespace fenlor

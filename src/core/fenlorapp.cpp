@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include "core/erreurs.h"
+#include "core/valeurs.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -31,6 +32,10 @@ Refus CFenlorApp::Demande(unsigned style, int attendue, const TexteFixe& questio
 }
 
 Refus CFenlorApp::EchecMagasin() const { return Refus(ErrMagasin, "", {Magasin.QVEchecTexte()}); }
+
+std::string CFenlorApp::NumeroCourt(const std::string& longue) {
+  return CompacteTexte(Magasin.GetShortCompte(longue));
+}
 
 Refus CFenlorApp::EchecReglages() const {
   const Profil& reglages = Magasin.Reglages();

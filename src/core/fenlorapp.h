@@ -62,6 +62,8 @@ class CFenlorApp {
   Refus EchecMagasin() const;
   /// The same of an operation that tells its failures through the store's callback.
   Refus EchecDit() const;
+  /// An account as it is typed and shown, from its long number.
+  std::string NumeroCourt(const std::string& longue);
   /// The settings could not be written (3220 with file and reason).
   Refus EchecReglages() const;
   /// Asks the numbered question.

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/nomschamps.h"
 #include "core/valeurs.h"
 #include "store/champs.h"
@@ -125,7 +126,7 @@ class Passage {
   std::string LitTexteDe(const u8* place) const {
     const char* texte = reinterpret_cast<const char*>(place);
     std::string lu(texte, strnlen(texte, m_stocke->taille));
-    return m_champ.genre == GenreChamp::Compte ? CompacteTexte(m_app.Magasin.GetShortCompte(lu)) : lu;
+    return m_champ.genre == GenreChamp::Compte ? m_app.NumeroCourt(lu) : lu;
   }
 
   void PoseTexteDe(u8* place, const std::string& texte) const {

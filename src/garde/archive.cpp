@@ -4,6 +4,7 @@
 #include <archive_entry.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -59,6 +60,7 @@ using Tar = std::unique_ptr<archive, int (*)(archive*)>;
 using EntreeTar = std::unique_ptr<archive_entry, void (*)(archive_entry*)>;
 
 bool EcritEntete(archive* tar, const std::string& nom, u64 taille) {
+  assert(!nom.empty());
   const EntreeTar entree(archive_entry_new(), archive_entry_free);
   if (!entree) return false;
   archive_entry_set_pathname(entree.get(), nom.c_str());
@@ -70,9 +72,11 @@ bool EcritEntete(archive* tar, const std::string& nom, u64 taille) {
 
 /// Hands the piece's bytes to `suite` in blocks. An errno value; EIO where the piece ends before its length.
 int LitPiece(const PieceSource& piece, const std::function<int(const u8*, std::size_t)>& suite) {
+  assert(piece.fichier && suite);
   std::vector<u8> tampon(TailleTampon);
   for (u64 place = 0; place < piece.taille;) {
     const std::size_t voulus = static_cast<std::size_t>(std::min<u64>(tampon.size(), piece.taille - place));
+    assert(voulus > 0);
     std::size_t lus = 0;
     if (const int erreur = piece.fichier->Lit(tampon.data(), voulus, place, lus)) return erreur;
     if (lus != voulus) return EIO;
@@ -161,6 +165,7 @@ class Lecture {
   la_ssize_t Suite(const void** octets) {
     // What was held back goes to the front; as much as a seal stays behind every answer.
     m_retenus.erase(m_retenus.begin(), m_retenus.begin() + static_cast<std::ptrdiff_t>(m_donnes));
+    assert(m_retenus.size() <= TailleCachet);
     m_donnes = 0;
     while (m_retenus.size() <= TailleCachet) {
       std::size_t lus = 0;
@@ -170,6 +175,7 @@ class Lecture {
                        m_tampon.begin() + static_cast<std::ptrdiff_t>(lus));
     }
     m_donnes = m_retenus.size() - TailleCachet;
+    assert(m_donnes > 0);
     m_calcul.Ajoute(m_retenus.data(), m_donnes);
     *octets = m_retenus.data();
     return static_cast<la_ssize_t>(m_donnes);
@@ -238,6 +244,7 @@ class LecteurTar {
   }
 
   Refus Fin() {
+    assert(m_lecture);
     archive_entry* entree = nullptr;
     const int suite = archive_read_next_header(m_tar.get(), &entree);
     if (suite == ARCHIVE_OK || suite == ARCHIVE_WARN)

@@ -78,6 +78,7 @@ class Lecteur {
     return vide;
   }
   const Json* Echec(const std::string& faute) {
+    assert(!faute.empty());
     if (m_faute.empty()) m_faute = faute;
     return nullptr;
   }
@@ -108,6 +109,7 @@ void LitPiece(const Json& objet, PieceArchive& piece, std::string& faute) {
 
 /// The names together: each of a file of a practice, once, of an exercice that the list tells.
 std::string ControleNoms(const Manifeste& manifeste) {
+  assert(manifeste.pieces.size() <= NbPiecesMax);
   std::set<std::string> exercices, pieces;
   for (const ExerciceArchive& e : manifeste.exercices)
     if (!exercices.insert(e.nom).second) return "l'exercice " + e.nom + " y est deux fois";

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cassert>
 
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "garde/optionssauvegarde.h"
 #include "garde/restes.h"
@@ -43,6 +42,7 @@ void OublieCache(const Fichier& fichier) {
 
 /// A name in the folder that no file bears; empty when there is none.
 std::string CheminLibre(Systeme& systeme, const std::string& dossier, const std::string& nom) {
+  assert(!nom.empty() && nom.find('/') == std::string::npos);
   for (unsigned rang = 1; rang <= HomonymesMax; ++rang) {
     const std::string chemin =
         Joint(dossier, nom + (rang == 1 ? "" : "-" + std::to_string(rang)) + ExtensionSauvegarde);
@@ -78,6 +78,7 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
                       SauvegardeFaite& faite, const AvanceArchive& avance) {
   faite = {};
   faite.manifeste = photographie.Tete();
+  assert(!faite.manifeste.date.empty());
   faite.chemin = CheminLibre(systeme, demande.dossier, NomSauvegarde(faite.manifeste));
   const auto echec = [&](int erreur) {
     return Refus(ErrArchiveEcriture, "dossier", {faite.chemin, TexteErreurSysteme(erreur)});
@@ -103,6 +104,7 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
   if (const Refus refus = Relit(systeme, provisoire.Chemin(), demande, faite.manifeste, suite)) return refus;
   // Only a file that was read back bears the name under which somebody will look for it.
   if (const int erreur = systeme.Renomme(provisoire.Chemin(), faite.chemin)) return echec(erreur);
+  assert(faite.taille > 0);
   provisoire.Garde();
   if (const int erreur = systeme.SynchroniseDossier(demande.dossier)) {
     systeme.Supprime(faite.chemin);
@@ -119,6 +121,7 @@ Refus Sauvegarde(CFenlorApp& app, const DemandeSauvegarde& demande, SauvegardeFa
   if (const Refus refus = photographie.Prend(app, exercices, demande.complet)) return refus;
   const NoteSauvegarde note(app, demande.dossier);
   const u64 total = std::max<u64>(1, 2 * photographie.Octets());
+  assert(!exercices.empty() || demande.complet);
   const Progression progression(app.Boite, Texte(TitreSauvegarde), Texte(TexteSauvegarde), true, 100);
   const auto avance = [&](u64 octets) {
     app.Boite.SetPos(static_cast<u32>(octets * 100 / total));

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/nomschamps.h"
 #include "core/textes.h"
 #include "journal/textes.h"

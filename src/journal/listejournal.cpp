@@ -110,9 +110,7 @@ class Examen {
     auto trouvee = m_fiches.find(compte);
     if (trouvee == m_fiches.end()) {
       const std::string longue(compte);
-      trouvee =
-          m_fiches.emplace(longue, FicheCritere{CompacteTexte(m_app.Magasin.GetShortCompte(longue)), {}})
-              .first;
+      trouvee = m_fiches.emplace(longue, FicheCritere{m_app.NumeroCourt(longue), {}}).first;
     }
     return *trouvee;
   }
@@ -158,7 +156,7 @@ struct LigneLue {
 
 void PoseCompte(CFenlorApp& app, const std::string& compte, const Plan& plan, RangeeJournal& rangee) {
   rangee.rubrique = LitTexte(plan.Rubrique);
-  rangee.compte = CompacteTexte(app.Magasin.GetShortCompte(compte));
+  rangee.compte = app.NumeroCourt(compte);
   rangee.designation = LitTexte(plan.Designation);
 }
 

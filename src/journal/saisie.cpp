@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/mouvements.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"

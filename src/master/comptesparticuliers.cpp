@@ -35,8 +35,7 @@ std::vector<CompteListe> ComptesAChoisir(CFenlorApp& app) {
     comptes.push_back({LitTexte(compte.Compte), LitTexte(compte.Designation)});
     return true;
   });
-  for (CompteListe& compte : comptes)
-    compte.texte = CompacteTexte(app.Magasin.GetShortCompte(compte.compte)) + ' ' + compte.texte;
+  for (CompteListe& compte : comptes) compte.texte = app.NumeroCourt(compte.compte) + ' ' + compte.texte;
   return comptes;
 }
 

@@ -1,6 +1,7 @@
 #include "master/libelles.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <memory>
 
@@ -14,6 +15,7 @@ namespace fenlor {
 namespace {
 
 std::string Chemin(const CFenlorApp& app, const TexteFixe& nom) {
+  assert(!app.PathExercice.empty());
   return Joint(app.PathExercice, Texte(nom));
 }
 
@@ -30,6 +32,7 @@ int LitContenu(Fichier& fichier, std::string& contenu) {
 
 int EcritContenu(CFenlorApp& app, const std::string& lignes) {
   const std::string contenu = ScelleTextes(lignes);
+  assert(contenu.size() >= lignes.size());
   Systeme& systeme = app.Magasin.SystemeFichiers();
   const std::string chemin = Chemin(app, FichierLibelles);
   const std::string provisoire = Chemin(app, FichierLibellesProvisoire);
@@ -70,6 +73,7 @@ std::string NormeLibelle(std::string_view texte) {
 
 bool LibelleRelisible(std::string_view texte) {
   const std::string norme = NormeLibelle(texte);
+  assert(norme.size() <= LongueurLibelle);
   return !norme.empty() && !EstMarque(norme.front());
 }
 

@@ -1,6 +1,7 @@
 #include "master/options.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/btfiles.h"
 #include "core/cles.h"
@@ -45,6 +46,7 @@ OptionsActivite LitActivite(CFenlorApp& app) {
 }
 
 bool EcritActivite(CFenlorApp& app, const OptionsActivite& options) {
+  assert(!app.Magasin.QVEnUnite());
   const std::string section = Texte(SecActivite);
   LotReglages lot(app);
   lot.Pose(section, Texte(CleIdentification), options.identification);
@@ -76,6 +78,7 @@ ExerciceEnCours LitExerciceEnCours(CFenlorApp& app) {
 
 bool CompleteLignes2035(CFenlorApp& app) {
   constexpr unsigned nombre = 4;
+  assert(std::size(Cle2035Recettes) == nombre && std::size(Lignes2035Recettes) == nombre);
   LotReglages lot(app);
   for (unsigned i = 0; i < nombre; ++i)
     if (CompacteTexte(Lit(app, Sec2035, Cle2035Recettes[i])).empty())
@@ -105,6 +108,7 @@ std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app) {
 bool EcritAdressesBanque(CFenlorApp& app, const std::vector<AdresseBanque>& banques, bool especes) {
   LotReglages lot(app);
   for (const AdresseBanque& banque : banques) {
+    assert(!banque.code.empty());
     lot.Pose(banque.code, Texte(CleIdentification), banque.identification);
     lot.Pose(banque.code, Texte(CleCompteBancaire), banque.compte);
   }
@@ -150,6 +154,7 @@ Refus ControleMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie) {
 bool EcritMotDePasse(CFenlorApp& app, const SaisieMotDePasse& saisie) {
   LotReglages lot(app);
   const std::string nouveau = NormeMotDePasse(saisie.nouveau);
+  assert(nouveau == NormeMotDePasse(saisie.verification));
   // Without protection before and after, the setting stays absent.
   if (!saisie.EstVide() && (!nouveau.empty() || MotDePasseExiste(app)))
     lot.PoseBrut(Texte(SecActivite), Texte(CleMotDePasseCabinet), MotDePasseBrouille(nouveau));
@@ -174,6 +179,7 @@ OptionsMiseAJour LitMiseAJour(CFenlorApp& app) {
   options.jours = jours < JoursMin ? JoursDefaut : std::min(jours, JoursMax);
   options.application = CompacteTexte(LitUtilisateur(app, CleApplicationMiseAJour));
   if (options.application.empty()) options.application = Texte(ApplicationMiseAJour);
+  assert(options.jours >= JoursMin && options.jours <= JoursMax);
   return options;
 }
 

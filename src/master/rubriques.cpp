@@ -158,7 +158,7 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
     comptes.push_back({position, LitTexte(compte.Compte), {}, LitTexte(compte.Designation)});
     return true;
   });
-  for (CompteAssocie& c : comptes) c.court = CompacteTexte(app.Magasin.GetShortCompte(c.compte));
+  for (CompteAssocie& c : comptes) c.court = app.NumeroCourt(c.compte);
   return comptes;
 }
 

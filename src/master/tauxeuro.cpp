@@ -1,8 +1,9 @@
 #include "master/tauxeuro.h"
 
 #include <algorithm>
+#include <cassert>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
 #include "master/textes.h"
@@ -14,6 +15,7 @@ namespace {
 bool Avant(const TauxEuro& a, const TauxEuro& b) { return a.date < b.date; }
 
 std::string LigneTaux(const TauxEuro& ligne) {
+  assert(IsDateOk(ligne.date) && ligne.taux > 0);
   return StrDate(ligne.date) + '|' + FormatMontant(ligne.taux, DecimalesTauxEuro, '.');
 }
 
@@ -51,14 +53,17 @@ Refus ControleTauxEuro(const std::vector<TauxEuro>& lignes, const TauxEuro& sais
 }
 
 int PlaceTauxEuro(std::vector<TauxEuro>& lignes, const TauxEuro& saisie, int modifie) {
+  assert(modifie < static_cast<int>(lignes.size()) && std::is_sorted(lignes.begin(), lignes.end(), Avant));
   if (modifie >= 0) lignes.erase(lignes.begin() + modifie);
   const auto place = std::upper_bound(lignes.begin(), lignes.end(), saisie, Avant);
   const auto indice = place - lignes.begin();
+  assert(indice >= 0);
   lignes.insert(place, saisie);
   return static_cast<int>(indice);
 }
 
 bool EcritTauxEuro(CFenlorApp& app, const std::vector<TauxEuro>& lignes) {
+  assert(std::is_sorted(lignes.begin(), lignes.end(), Avant));
   const std::string section = Texte(SecTauxEuro);
   const std::vector<TauxEuro> avant = LitTauxEuro(app);
   const bool pareil =

@@ -173,6 +173,11 @@ inline constexpr TexteFixe FormatTrancheInf{6365, "Jusqu'à %d km :"};  ///< low
 /// lower bound plus 1, upper bound
 inline constexpr TexteFixe FormatTrancheMilieu{6366, "De %d km et jusqu'à %d km :"};
 inline constexpr TexteFixe FormatTrancheSup{6367, "Au-delà de %d km :"};  ///< upper bound
+
+/// blank, or not readable again
+inline constexpr TexteFixe ErrLibelleRefuse{3352,
+    "Un libellé ne peut pas être vide, ni commencer par \"@\" ou \"[\"."};
+
 // clang-format on
 
 }  // namespace fenlor

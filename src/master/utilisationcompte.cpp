@@ -58,7 +58,7 @@ std::string UtilisationCompte(CFenlorApp& app, const std::string& compte) {
   assert(!compte.empty());
   if (EstParticulier(app, compte)) return Texte(MotComptesParticuliers);
   if (const std::string autre = CompteAvecTva(app, compte); !autre.empty())
-    return TexteFormat(FormatCompteAvecTva, {CompacteTexte(app.Magasin.GetShortCompte(autre))});
+    return TexteFormat(FormatCompteAvecTva, {app.NumeroCourt(autre)});
   if (AOperationsBancaires(app, compte)) return Texte(MotOperationsBancaires);
   if (AEcritureAutomatique(app, compte)) return Texte(MotEcritureAutomatique);
   return {};

@@ -1,5 +1,6 @@
 #include "reports/etatimmobilisations.h"
 
+#include <cassert>
 #include <cmath>
 
 #include "assets/annuites.h"
@@ -53,6 +54,7 @@ class Fiche {
     constexpr unsigned debut = 54, finAnnee = 8, debutMontant = 9, finMontant = 17, largeur = 18;
     std::vector<std::string> lignes;
     const std::vector<i64>& entiers = m_calcul.Entiers;
+    assert(entiers.size() % parAnnee == 0);
     const f64 unites = std::pow(10.0, m_euro ? m_calcul.DecimalesEuro : m_calcul.DecimalesFranc);
     for (std::size_t i = 0; i * parAnnee < entiers.size(); ++i) {
       if (i % parLigne == 0) lignes.push_back(i == 0 ? Texte(DetailEtatRegistre) : std::string());
@@ -112,6 +114,7 @@ void CEtatImmobilisationsDoc::EcritBien(const Immobilisation& immo) {
   const bool coupe = lignes.size() > ensemble;
   std::string bloc;
   for (const std::string& ligne : lignes) bloc += ligne + (coupe ? "\\G" : "");
+  assert(!bloc.empty());
   EcritEtat(bloc + "\\F");
 }
 

@@ -31,8 +31,8 @@ void CEtatJournalDoc::BuildEtat() {
   if (!livres.Ouvre()) return;
   const auto compte = [&](const Plan& plan) {
     m_filtre = fenlor::LitTexte(plan.Compte);
-    m_compte = {fenlor::LitTexte(plan.Code), fenlor::LitTexte(plan.Rubrique),
-                CompacteTexte(App.Magasin.GetShortCompte(m_filtre)), fenlor::LitTexte(plan.Designation)};
+    m_compte = {fenlor::LitTexte(plan.Code), fenlor::LitTexte(plan.Rubrique), App.NumeroCourt(m_filtre),
+                fenlor::LitTexte(plan.Designation)};
   };
   if (m_demande.journal != JournalOD && !m_demande.filtre.empty()) livres.Compte(m_demande.filtre, compte);
   DemandeListe demande = m_demande;

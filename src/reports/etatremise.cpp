@@ -48,6 +48,7 @@ void CEtatRemiseDoc::EcritTete(const CriteresRemise& criteres) {
 }
 
 void CEtatRemiseDoc::EcritCheques() {
+  assert(!m_fichier.empty());
   const unsigned rang = AfficheDouble() ? 1 : 0;
   FichierRemise fichier(App, m_fichier);
   if (const Refus refus = fichier.Ouvre()) return Abandonne(refus);

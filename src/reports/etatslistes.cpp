@@ -1,5 +1,6 @@
 #include "reports/etatslistes.h"
 
+#include <cassert>
 #include <vector>
 
 #include "auto/previsions.h"
@@ -67,6 +68,7 @@ bool CEtatListe::Debute(const TextesListe& textes) {
 template <class Fiche, class Parcours>
 void CEtatListe::EcritTable(const TextesListe& textes, std::span<const ColonneEtat<Fiche>> colonnes,
                             u32 nombre, const Parcours& parcourt) {
+  assert(!colonnes.empty());
   EcritEtat("\\H");
   Travail travail(*this, textes.avancement, nombre);
   const bool euro = OptionEuro();
@@ -83,6 +85,7 @@ void CEtatListe::EcritTable(const TextesListe& textes, std::span<const ColonneEt
       if (c.montant) total.*c.montant = Arrondi2(total.*c.montant + fiche.*c.montant) + 0.0;
     }
     ecrit(rangee);
+    assert(valeurs.empty());
     travail.Pas();
   });
   if (textes.total != 0) {

@@ -37,7 +37,7 @@ u32 LivresEtat::NombreLignes() const {
 }
 
 std::string LivresEtat::CompteCourt(const Plan& plan) const {
-  return EchappeEtat(CompacteTexte(m_app.Magasin.GetShortCompte(LitTexte(plan.Compte))));
+  return EchappeEtat(m_app.NumeroCourt(LitTexte(plan.Compte)));
 }
 
 void LivresEtat::Comptes(const SuiteComptes& suite) { ParcoursComptes(CleNumero, {}, {}, suite); }

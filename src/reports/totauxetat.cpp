@@ -60,7 +60,7 @@ const FichesComptes::Fiche& FichesComptes::Compte(std::string_view compte) {
   if (connue != m_fiches.end()) return connue->second;
   const std::string longue(compte);
   Fiche fiche;
-  fiche.court = EchappeEtat(CompacteTexte(m_app.Magasin.GetShortCompte(longue)));
+  fiche.court = EchappeEtat(m_app.NumeroCourt(longue));
   m_plan.ClearRec();
   PoseTexte(m_plan.Rec->Compte, longue);
   if (m_ouvert && m_plan.Find(0)) {

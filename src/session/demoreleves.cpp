@@ -1,6 +1,7 @@
 #include "session/demoreleves.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <vector>
@@ -33,6 +34,7 @@ bool LitMois(CFenlorApp& app, Date premier, std::vector<Operation>& operations) 
   Date debut = 0, fin = 0;
   GetMonth(premier, debut, fin);
   CLines lignes(app, app.PathExercice);
+  assert(debut == premier && debut < fin);
   if (!lignes.OpenFile()) return false;
   PoseTexte(lignes.Rec->Compte, Compte);
   lignes.Rec->DateLigne = PrevDate(PrevDate(debut));
@@ -55,6 +57,7 @@ bool LitMois(CFenlorApp& app, Date premier, std::vector<Operation>& operations) 
 
 std::string Decimal(i64 centimes, char point) {
   const i64 absolu = centimes < 0 ? -centimes : centimes;
+  assert(absolu >= 0);
   return (centimes < 0 ? "-" : "") + std::to_string(absolu / 100) + point +
          std::to_string(100 + absolu % 100).substr(1);
 }
@@ -94,6 +97,7 @@ std::string Tableau(const std::vector<Operation>& operations, i64 solde, Date fi
 }
 
 bool Ecrit(QVAPI& magasin, const std::string& chemin, const std::string& octets) {
+  assert(!octets.empty());
   const int fichier = magasin.QVCreateFile(chemin);
   if (fichier < 0) return false;
   const auto taille = static_cast<u32>(octets.size());
@@ -104,6 +108,7 @@ bool Ecrit(QVAPI& magasin, const std::string& chemin, const std::string& octets)
 }  // namespace
 
 Refus EcritRelevesDemo(CFenlorApp& app, unsigned premierMois) {
+  assert(premierMois >= 1 && premierMois < 12 && !app.PathCabinet.empty());
   QVAPI& magasin = app.Magasin;
   const std::string dossier = app.PathCabinet + "/releves";
   const int code = magasin.SystemeFichiers().CreeDossier(dossier);

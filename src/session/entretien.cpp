@@ -5,7 +5,6 @@
 #include <cstring>
 #include <optional>
 
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "core/texte.h"
 #include "core/valeurs.h"

@@ -151,6 +151,7 @@ FormulaireExercice NouvelExercice(CFenlorApp& app) {
   f.fin = FaitDate(31, 12, Annee(f.debut));
   f.annee = NomAnnee(Annee(f.debut));
   RegleAnnee(f, Annee(f.debut));
+  assert(f.debut <= f.fin);
   f.annuel = AnneePleine(f);
   return f;
 }
@@ -219,6 +220,7 @@ Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
   if (const Refus r = ControlePeriode(f)) return r;
   if (const Refus r = ControleRemplacement(app, nom)) return r;
   const unsigned an = Annee(f.debut), courant = Annee(app.Magasin.Today());
+  assert(f.debut < f.fin);
   // A name that the store will refuse says nothing of a year.
   if (NomExerciceCorrect(nom) && (an < premiereAnnee || an > courant + anneesAvance))
     if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionAnneesExercice, "annee",
@@ -268,6 +270,7 @@ Refus SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
           app.Demande(BoutonsOuiNon | IconeAttention, RepOui, QuestionSupprimeExercice, "", {nom}))
     return r;
   if (avant) avant();
+  assert(!app.Magasin.QVEnUnite());
   FermeExercice(app);
   if (!app.Magasin.QVDeleteExercice(nom)) return EchecExercice(app);
   return {};
@@ -289,6 +292,7 @@ ProprietesExercice LitProprietes(CFenlorApp& app) {
   QVAPI& magasin = app.Magasin;
   ProprietesExercice p;
   p.nom = app.NomExercice;
+  assert(!app.PathCabinet.empty());
   p.emplacement = app.PathCabinet;
   if (!EstVide(app.Reglages.LitIni(Texte(SecActivite), Texte(CleExercice)))) {
     p.debut = app.Reglages.GetDebutExercice();

@@ -73,6 +73,7 @@ std::size_t LitNombre(ArgumentsLancement& ligne, std::string_view texte, std::si
 
 /// A word that is a line of its own: `/D "path" /H 12`.
 void LitMot(ArgumentsLancement& ligne, std::string_view mot) {
+  assert(!mot.empty());
   for (std::size_t i = mot.find('/'); i < mot.size(); i = mot.find('/', i)) {
     if (++i == mot.size()) return;
     const char lettre = Majuscule(mot[i]);
@@ -210,6 +211,7 @@ std::string DossierCabinetDefaut(const std::string& pathProgrammes, const std::s
 
 void LitVersionParent(CFenlorApp& app) {
   const std::string cle = Texte(CleParent(app)), nom = Texte(CleVersion);
+  assert(!cle.empty() && !nom.empty());
   std::string version;
   if (!app.Magasin.QVGetRegString("HKEY_LOCAL_MACHINE", cle, "", nom, version) || EstVide(version)) {
     version = std::to_string(VersionProgramme) + "." + std::to_string(RevisionProgramme);
@@ -249,6 +251,7 @@ bool MigreReglages(CFenlorApp& app) {
   changements.push_back({section, Texte(CleVersion), std::to_string(VersionProgramme)});
   changements.push_back({section, Texte(CleRevision), std::to_string(RevisionProgramme)});
   changements.push_back({section, Texte(CleBuild), std::to_string(BuildProgramme)});
+  assert(changements.size() >= 3);
   if (!profil.Ecrit(changements)) return false;
   if (version != 0 && version < 2) app.MessageId(BoutonsOk | IconeAttention, InfoMotDePasseSupprime);
   return true;
@@ -322,6 +325,7 @@ u32 RappelSession::ExerciceAbsent(u32 valeur, const std::string& nom) {
   if (action < 1 || action > 3) return RepNon;
   // Save, change, delete: of a receipt, then of an expense.
   const TexteFixe& question = QuestionRecetteSansExercice[2 * (action - 1) + (recette ? 0 : 1)];
+  assert(question.numero != 0);
   if (m_app.MessageId(BoutonsOuiNon | IconeQuestion, question, {nom}) != RepOui) return RepNon;
   return m_crochets.creeExercice && m_crochets.creeExercice(nom) ? RepOui : RepNon;
 }

@@ -164,6 +164,9 @@ inline constexpr TexteFixe FormatEnregistrementAbime{
 // Periods
 inline constexpr TexteFixe ClePeriode{6160, "Periode"};
 inline constexpr TexteFixe FormatSemaine{6161, "du %s au %s"};  ///< first and last day
+
+inline constexpr TexteFixe ErrReconstruction{3440, "Le fichier (%s) n'a pas pu être reconstruit : %s"};
+
 // clang-format on
 
 }  // namespace fenlor

@@ -31,6 +31,7 @@ constexpr u32 StyleOuiNonQuestion = 4 | 32 | 256;
 constexpr u32 ReponseOui = 6;
 
 std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view suffixe) {
+  assert(NomExerciceCorrect(nom) && suffixe.ends_with('~'));
   return Joint(etat.pathCabinet, nom + std::string(suffixe));
 }
 
@@ -46,6 +47,7 @@ bool EstFichierDuMagasin(const std::string& nom) {
 /// Removes what the store made in a directory left by an unclean stop, and the
 /// directory when nothing else is in it.
 int OteRestes(Systeme& systeme, const std::string& dossier) {
+  assert(!dossier.empty());
   std::vector<std::string> noms;
   int code = systeme.Liste(dossier, noms);
   if (code != 0) return code == ENOENT ? 0 : code;
@@ -104,6 +106,7 @@ struct Contenu {
 /// Reads all records of an open file.
 template <class Rec>
 bool LitTout(QVAPI& magasin, u16 fichier, std::vector<Rec>& recs) {
+  assert(recs.empty() && DefinitionFichierNumero(fichier)->taille == sizeof(Rec));
   return magasin.QVParcours(fichier, [&](Position, const void* octets) {
     std::memcpy(&recs.emplace_back(), octets, sizeof(Rec));
     return true;
@@ -201,6 +204,7 @@ bool AjouteTout(Moteur& moteur, u16 fichier, const std::vector<Rec>& recs) {
 bool CreeFichier(EtatQVAPI& etat, u16 numero, const std::string& dossier) {
   const DefinitionFichier& definition = *DefinitionFichierNumero(numero);
   const std::string base = Joint(dossier, definition.nom);
+  assert(!definition.duCabinet);
   if (!etat.moteur->CreeDat(numero, base + ".dat", definition.taille)) return false;
   return etat.moteur->CreeIdx(definition.premiereCle, base + ".idx", definition.doubles[0]);
 }
@@ -244,6 +248,7 @@ class DossierEnCours {
 
   /// Makes an empty directory; `remplace`: what stands there may be put back.
   bool Prepare(bool remplace) {
+    assert(!m_cree && !m_garde && m_etat.moteur->Profondeur() == 0);
     Systeme& systeme = *m_etat.systeme;
     if (!m_etat.moteur->Relache(m_dossier)) return false;
     int code = 0;
@@ -265,6 +270,7 @@ class DossierEnCours {
   }
 
   void Garde() {
+    assert(m_cree && !m_garde);
     m_garde = true;
     RangeAncien(m_etat, m_nom);
   }
@@ -280,6 +286,7 @@ class DossierEnCours {
 /// Exercice whose content a new one takes over: the one that ends last before it
 /// begins, whose balances are carried over; else the one that ends last.
 std::string Source(EtatQVAPI& etat, const std::string& nom, Date debut, bool& soldes, int& erreur) {
+  assert(IsDateOk(debut));
   std::string precedent, dernier;
   Date finPrecedent = 0, finDernier = 0;
   for (const std::string& autre : LitNoms(etat, erreur)) {
@@ -318,6 +325,7 @@ std::string ListeAvec(EtatQVAPI& etat, const std::string& sans, const std::strin
 bool EcritReglages(EtatQVAPI& etat, const std::string& nom, Date debut, Date fin, bool euro, bool tva,
                    const Contenu& contenu) {
   int erreur = 0;
+  assert(debut < fin && !contenu.afficherDouble.empty());
   std::vector<Profil::Changement> changements;
   for (const std::string& cle : ClesExercice()) changements.push_back({nom, cle, std::nullopt});
   changements.push_back({nom, CleRemplacement, std::nullopt});
@@ -340,6 +348,7 @@ bool EcritReglages(EtatQVAPI& etat, const std::string& nom, Date debut, Date fin
 
 /// Exercice whose period overlaps; empty when none does.
 std::string Conflit(EtatQVAPI& etat, const std::string& nom, Date debut, Date fin, int& erreur) {
+  assert(debut < fin);
   for (const std::string& autre : LitNoms(etat, erreur)) {
     if (CompareSansCasse(autre, nom) == 0) continue;
     const PeriodeExercice periode = LitPeriode(etat, autre, erreur);

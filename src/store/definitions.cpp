@@ -1,6 +1,7 @@
 #include "store/definitions.h"
 
 #include <array>
+#include <cassert>
 #include <cstring>
 
 #include "store/dates.h"
@@ -27,6 +28,7 @@ class Ecrivain {
 
   // Cut to n characters, blanks behind.
   Ecrivain& Texte(std::string_view texte, std::size_t n) {
+    assert(n > 0 && n <= TailleCleMax);
     const std::size_t pris = texte.size() < n ? texte.size() : n;
     if (pris > 0) std::memcpy(m_place, texte.data(), pris);
     std::memset(m_place + pris, ' ', n - pris);
@@ -47,6 +49,7 @@ class Ecrivain {
 
   // As "%d" prints it, zeroes in front up to the width.
   Ecrivain& Entier(i64 nombre, unsigned chiffresMinimum = 1) {
+    assert(chiffresMinimum < 20);
     char chiffres[20];
     unsigned n = 0;
     u64 reste = static_cast<u64>(nombre < 0 ? -nombre : nombre);
@@ -68,6 +71,7 @@ class Ecrivain {
 
  private:
   void Paire(u32 nombre) {
+    assert(nombre < 100);
     std::memcpy(m_place, &Paires[2 * nombre], 2);
     m_place += 2;
   }
@@ -331,6 +335,7 @@ std::string Compose(void (*cle)(Ecrivain&, Arguments...), Valeurs... valeurs) {
   char sortie[TailleCleMax];
   Ecrivain e(sortie);
   cle(e, valeurs...);
+  assert(e.Taille() <= TailleCleMax);
   return std::string(sortie, e.Taille());
 }
 
@@ -348,6 +353,7 @@ struct Annuaire {
   Annuaire() {
     for (const DefinitionFichier& d : Table) {
       fichiers[d.numero] = &d;
+      assert(d.premiereCle + d.nbCles <= 256);
       for (u8 i = 0; i < d.nbCles; ++i) cles[d.premiereCle + i] = {&d, i};
     }
   }

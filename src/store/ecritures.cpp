@@ -1,3 +1,4 @@
+#include <cassert>
 #include <cstdlib>
 
 #include "store/ecritures_lignes.h"
@@ -64,6 +65,7 @@ u32 AjouteEcriture(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice,
   if (!op.Applique(effets)) return 0;
   if (!unite.Valide()) return op.Echoue();
   for (const Line& ligne : lignes) op.CompteAjout(ligne);
+  assert(mouvement != 0 && !lignes.empty());
   rec.Mouvement = mouvement;
   rec.Genre = lignes.front().Genre;
   return mouvement;
@@ -81,6 +83,7 @@ bool ChangeEcriture(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice
                      "L'écriture "_w + std::to_string(mouvement) + " est une opération diverse."_w);
   }
   if (!Prepare(magasin, etat, op, rec, nouvelles)) return false;
+  assert(!nouvelles.empty() && positions.size() == anciennes.size());
   for (Line& ligne : nouvelles) ligne.Mouvement = mouvement;
   ReconduitMarques(anciennes, nouvelles);
   QVAPI::Unite unite(magasin);
@@ -119,6 +122,7 @@ bool ChangeLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, 
   if (anciennes.empty()) return op.RefuseAbsente(mouvement);
   std::vector<Line> nouvelles = anciennes;
   change(nouvelles);
+  assert(nouvelles.size() == anciennes.size());
   QVAPI::Unite unite(magasin);
   if (sansRetour) unite.SansRetour();
   EffetsComptes sansEffet;
@@ -139,6 +143,7 @@ bool ValideLignes(QVAPI& magasin, EtatQVAPI& etat, const std::string& exercice, 
 /// Rewrites one line with its effects. `nouvelle` has been normalised.
 bool RemplaceLigne(QVAPI& magasin, OperationEcriture& op, Position position, const Line& ancienne,
                    const Line& nouvelle) {
+  assert(position != 0);
   QVAPI::Unite unite(magasin);
   EffetsComptes effets;
   if (!op.RemplaceLignes({position}, {ancienne}, {nouvelle}, effets) || !op.Applique(effets)) return false;
@@ -274,6 +279,7 @@ Position QVAPI::AddLines(const std::string& exercice, const Line& rec) {
   if (ligne.Genre == GenreOD || ligne.Role == 0) ligne.Role = RoleLibre;
   u32 rang = 0;
   if (!op.CompleteCompte(ligne, false) || !op.RangLibre(ligne.Mouvement, rang)) return 0;
+  assert(ligne.Role != 0);
   ligne.Rang = rang;
   Unite unite(*this);
   EffetsComptes effets;
@@ -417,6 +423,7 @@ bool QVAPI::SetEcrLineTresor(u32 indice, EcrStandard& rec, const LineTresor& lig
     return true;
   }
   table.resize(indice);
+  assert(rec.LignesTresorerie != 0 && table.size() == rec.NbLignesTresorerie);
   table.push_back(ligne);
   rec.NbLignesTresorerie = indice + 1;
   return true;

@@ -1,5 +1,6 @@
 // Indexed files and plain files of the store.
 
+#include <cassert>
 #include <cerrno>
 
 #include "store/etat.h"
@@ -94,6 +95,7 @@ bool QVAPI::QVParcours(u16 numFichier, const std::function<bool(Position, const 
   Moteur& moteur = *m_etat->moteur;
   if (!moteur.EstOuvertFichier(numFichier)) return m_etat->Refuse(ErrPasOuvert);
   const u32 nombre = moteur.NombreEmplacements(numFichier);
+  assert(suite);
   for (Position p = 1; p <= nombre; ++p) {
     const u8* rec = moteur.Vue(numFichier, p);
     if (!rec) {
@@ -120,6 +122,7 @@ namespace {
 /// Notes what is wrong with one slot: its sum, the record in it, keys that do not lead to it.
 template <class Note>
 void VerifieEmplacement(Moteur& moteur, const DefinitionFichier& def, Position p, const Note& note) {
+  assert(p != 0 && p <= moteur.NombreEmplacements(def.numero));
   const std::string numero = std::to_string(p);
   if (!moteur.EstJuste(def.numero, p)) note("somme de contrôle fausse à l'enregistrement " + numero);
   const u8* rec = moteur.Vue(def.numero, p);
@@ -177,6 +180,7 @@ int QVAPI::QVCreateFile(const std::string& chemin) {
   std::unique_ptr<Fichier> fichier;
   if (const int rc = m_etat->systeme->Ouvre(chemin, Systeme::Creation, fichier))
     return m_etat->Refuse(rc), -1;
+  assert(fichier);
   const int poignee = m_etat->prochainPlat++;
   m_etat->plats[poignee] = {std::move(fichier), 0, true};
   return poignee;
@@ -187,6 +191,7 @@ int QVAPI::QVOpenFile(const std::string& chemin, u32 acces) {
   std::unique_ptr<Fichier> fichier;
   const auto mode = ecriture ? Systeme::LectureEcriture : Systeme::Lecture;
   if (const int rc = m_etat->systeme->Ouvre(chemin, mode, fichier)) return m_etat->Refuse(rc), -1;
+  assert(fichier);
   const int poignee = m_etat->prochainPlat++;
   m_etat->plats[poignee] = {std::move(fichier), 0, ecriture};
   return poignee;
@@ -200,6 +205,7 @@ int QVAPI::QVReadFile(int fichier, void* tampon, u32 taille) {
   std::size_t lus = 0;
   if (const int rc = plat->second.fichier->Lit(tampon, taille, plat->second.place, lus))
     return m_etat->Refuse(rc), -1;
+  assert(lus <= taille);
   plat->second.place += lus;
   return static_cast<int>(lus);
 }

@@ -1,5 +1,6 @@
 // Receipts and expenses of the parent application, and the entries that follow
 // from them.
+#include <cassert>
 #include <cstring>
 
 #include "store/definitions.h"
@@ -15,6 +16,7 @@ constexpr std::size_t TaillePiece = 9, TailleLienId = 10;
 
 /// Finds by the first `prefixe` characters of a key, 0 for the whole of it.
 Position LitParCle(EtatQVAPI& etat, u16 fichier, u32 cle, std::size_t prefixe, void* rec) {
+  assert(cle < DefinitionFichierNumero(fichier)->nbCles && prefixe <= TailleCleMax);
   const DefinitionFichier& definition = *DefinitionFichierNumero(fichier);
   const u16 numCle = static_cast<u16>(definition.premiereCle + cle);
   char compose[TailleCleMax];
@@ -33,6 +35,7 @@ Position LitParCle(EtatQVAPI& etat, u16 fichier, u32 cle, std::size_t prefixe, v
 
 /// Adds a record, or replaces the one of the same link key `cle`.
 Position EcritLien(QVAPI& magasin, EtatQVAPI& etat, u16 fichier, u32 cle, const void* rec) {
+  assert(!DefinitionFichierNumero(fichier)->doubles[cle]);
   const DefinitionFichier& definition = *DefinitionFichierNumero(fichier);
   char compose[TailleCleMax];
   const std::string texte(compose, definition.compose(cle, rec, compose));

@@ -1,6 +1,7 @@
 #include "store/modele.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <map>
@@ -108,11 +109,13 @@ class Lecteur {
   using Section = bool (Lecteur::*)(std::string_view);
 
   bool Refuse(std::string raison) {
+    assert(!raison.empty());
     m_erreur = {m_ligne, std::move(raison)};
     return false;
   }
 
   bool LitLigne(std::string_view texte) {
+    assert(!texte.empty() && m_ligne > 0);
     if (!m_version) return LitVersion(texte);
     if (texte.front() == '[') return OuvreSection(texte);
     if (m_section != nullptr) return (this->*m_section)(texte);
@@ -138,6 +141,7 @@ class Lecteur {
     const auto trouvee = sections.find(texte);
     if (trouvee == sections.end()) return Refuse("Section inconnue."_w);
     m_section = trouvee->second;
+    assert(m_version && m_section);
     return true;
   }
 
@@ -167,6 +171,7 @@ class Lecteur {
     compte.Type = sorte->second.type;
     compte.TypeTresorerie = sorte->second.tresorerie;
     compte.PartPro = 100.0;
+    assert(compte.Type >= Tresorerie && compte.Type <= Autre);
     if (champs.size() > 4 && !champs[4].empty()) {
       const std::string rubrique = CodeRubrique(champs[4]);
       if (rubrique.empty()) return Refuse("Code de rubrique incorrect."_w);
@@ -297,6 +302,7 @@ class Lecteur {
   }
 
   bool RefuseA(unsigned ligne, std::string raison) {
+    assert(ligne > 0);
     m_ligne = ligne;
     return Refuse(std::move(raison));
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstring>
 
 #if defined(__x86_64__)
@@ -89,6 +90,7 @@ u32 Crc32c(const void* octets, std::size_t taille, u32 somme) {
 }
 
 void SommesDe(const u8* octets, u32 nombre, std::size_t taille, std::size_t pas, u32* sommes) {
+  assert(taille <= pas);
   u32 i = 0;
 #if defined(__x86_64__)
   for (; AInstruction() && i + 3 <= nombre; i += 3)
@@ -98,6 +100,7 @@ void SommesDe(const u8* octets, u32 nombre, std::size_t taille, std::size_t pas,
 }
 
 u32 SommeEmplacement(const u8* rec, u32 taille, Position position) {
+  assert(rec && position != 0);
   return Crc32c(&position, sizeof position, Crc32c(rec, taille));
 }
 
@@ -113,6 +116,7 @@ u32 PremierFaux(const u8* emplacements, u32 nombre, u32 taille, Position premier
   u32 sommes[ensemble];
   for (u32 debut = 0; debut < nombre; debut += ensemble) {
     const u32 n = std::min(ensemble, nombre - debut);
+    assert(n > 0 && n <= ensemble);
     const u8* place = emplacements + debut * pas;
     SommesDe(place, n, taille, pas, sommes);
     for (u32 i = 0; i < n; ++i) {

@@ -2,7 +2,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "ui/editeurs.h"
 #include "ui/preferences.h"

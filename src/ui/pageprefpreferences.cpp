@@ -21,22 +21,22 @@ CPagePrefPreferences::CPagePrefPreferences(ContexteUi& contexte)
     : CZNPage(contexte, u"Préférences"_s, "PagePrefPreferences") {
   Formulaire f{*this};
   f.Groupe(u"Saisie"_s)
-      .Case(m_virgule, u"Virgule automatique pour les valeurs numériques"_s, "virgule")
-      .Case(m_entree, u"La touche Entrée change de zone"_s, "entree")
-      .Case(m_demander, u"Demander avant de supprimer"_s, "demander")
+      .Case(m_virgule, u"&Virgule automatique pour les valeurs numériques"_s, "virgule")
+      .Case(m_entree, u"La touche &Entrée change de zone"_s, "entree")
+      .Case(m_demander, u"&Demander avant de supprimer"_s, "demander")
       .Astuce(u"Sans question, ce qui est supprimé revient par Ctrl+Z."_s);
   f.Groupe(u"Numéros de compte"_s)
-      .Case(m_zeros, u"Zéros significatifs"_s, "zeros")
-      .Champ(u"Nombre de chiffres : "_s, m_chiffres, "chiffres")
+      .Case(m_zeros, u"&Zéros significatifs"_s, "zeros")
+      .Champ(u"Nombre de &chiffres : "_s, m_chiffres, "chiffres")
       .Limite(2)
       .Largeur(4);
   f.Groupe(u"Impression"_s)
-      .Case(m_brouillon, u"Qualité brouillon"_s, "brouillon")
-      .Case(m_previsualisation, u"Prévisualisation"_s, "previsualisation")
+      .Case(m_brouillon, u"Qualité &brouillon"_s, "brouillon")
+      .Case(m_previsualisation, u"&Prévisualisation"_s, "previsualisation")
       .Champ(u"Style des é&tats :"_s, m_style, "style");
   for (const TexteFixe& mot : {MotClassique, MotSoignee}) m_style.Ajoute(Texte(mot));
   f.Groupe(u"Session"_s)
-      .Case(m_finDeSession, u"Proposer la sauvegarde en quittant l'application"_s, "finDeSession")
+      .Case(m_finDeSession, u"Proposer la &sauvegarde en quittant l'application"_s, "finDeSession")
       .FinGroupe()
       .Pousse();
   m_chiffres.setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]|10"_s), &m_chiffres));

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "forms/banque/dialogreleve.h"
 #include "forms/banque/textes.h"

@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "forms/banque/dialogrelevecsv.h"

@@ -3,7 +3,7 @@
 #include <QPushButton>
 
 #include "banque/textes.h"
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "forms/banque/chequelist.h"
 #include "forms/journal/dialogecriture.h"

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "core/erreurs.h"
 #include "master/libelles.h"
+#include "master/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

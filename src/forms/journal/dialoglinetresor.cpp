@@ -3,7 +3,7 @@
 #include <QBoxLayout>
 #include <QPushButton>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "forms/master/champscompte.h"

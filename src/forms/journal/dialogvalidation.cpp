@@ -1,6 +1,6 @@
 #include "forms/journal/dialogvalidation.h"
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "forms/journal/textes.h"
 #include "journal/textes.h"
 #include "session/textes.h"

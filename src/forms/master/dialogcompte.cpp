@@ -48,7 +48,7 @@ void DialogCompte::QuitteCode() {
 void DialogCompte::QuitteNumero() {
   const std::string compte = QVAPI::GetLongCompte(m_numero.Valeur());
   if (m_numero.isReadOnly() || compte.empty()) return;
-  m_numero.Pose(CompacteTexte(App().Magasin.GetShortCompte(compte)));
+  m_numero.Pose(App().NumeroCourt(compte));
   if (compte != QVAPI::GetLongCompte(EnMain().compte)) Refuse(ControleNumero(App(), m_forme, Saisie()));
 }
 

@@ -2,10 +2,10 @@
 
 #include <QPushButton>
 
-#include "core/erreurs.h"
 #include "forms/master/libelleview.h"
 #include "forms/master/textes.h"
 #include "master/libelles.h"
+#include "master/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {

@@ -24,25 +24,25 @@ CDialogRubrique::CDialogRubrique(ContexteUi& contexte, SuiteFiches* vue, Positio
                                  {"Désignation"_w, 76, [](const CompteAssocie& c) { return c.designation; }}},
                                 m_associes);
   Champs()
-      .Champ(u"Code :"_s, m_code, "code")
+      .Champ(u"&Code :"_s, m_code, "code")
       .SurChangement([this] { MontreTitre(); })
       .SurDepart([this] { QuitteCode(); })
-      .Champ(u"Désignation :"_s, m_designation, "designation")
+      .Champ(u"Dési&gnation :"_s, m_designation, "designation")
       .Largeur(large)
-      .Champ(u"Ligne :"_s, m_ligne, "ligne")
+      .Champ(u"L&igne :"_s, m_ligne, "ligne")
       .Champ(u"Type :"_s, m_recette, "recette")
       .ACote(m_depense, "depense")
       .ACote(m_resultat, "resultat")
       .ACote(m_taxe, "taxe")
       .Groupe(u"Calcul"_s)
-      .Case(m_automatique, u"Automatique :"_s, "automatique")
+      .Case(m_automatique, u"&Automatique :"_s, "automatique")
       .ACote(m_formule, "formule")
       .Largeur(large)
       .SurDepart([this] {
         LitCalcul();
         m_formule.Pose(EnMain().formule);
       })
-      .Case(m_manuel, u"Manuel :"_s, "manuel")
+      .Case(m_manuel, u"&Manuel :"_s, "manuel")
       .ACote(m_montant, "montant")
       .SurChangement([this] { PoseDecimales(m_montant.Valeur()); })
       .SurDepart([this] { LitCalcul(); })

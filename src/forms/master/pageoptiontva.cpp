@@ -18,9 +18,7 @@ CPageOptionTVA::CPageOptionTVA(ContexteUi& contexte)
                [this](int ligne) {
                  return ListeEditee::Permis{m_ouvert, m_ouvert && ligne >= 0, m_ouvert && ligne >= 0};
                }}) {
-  const auto compte = [this](const LigneTva& l) {
-    return CompacteTexte(App().Magasin.GetShortCompte(l.compte));
-  };
+  const auto compte = [this](const LigneTva& l) { return App().NumeroCourt(l.compte); };
   const auto taux = [this](const LigneTva& l) {
     return TexteFormat(FormatTaux, {FormatMontant(l.taux, 2, App().Reglages.SeparateurDecimal())});
   };
@@ -91,7 +89,7 @@ CDialogTauxTVA::CDialogTauxTVA(ContexteUi& contexte, const std::vector<LigneTva>
       .FinGroupe()
       .Pousse();
   m_compte.PoseMajuscules(true);
-  m_compte.Pose(CompacteTexte(App().Magasin.GetShortCompte(ligne.compte)));
+  m_compte.Pose(App().NumeroCourt(ligne.compte));
   m_taux.Pose(ligne.taux);
   if (!m_lignes) {
     m_compte.setReadOnly(true);
@@ -113,7 +111,7 @@ void CDialogTauxTVA::QuitteCompte() {
   if (!m_lignes) return;
   const std::string compte = QVAPI::GetLongCompte(m_compte.Valeur());
   if (compte.empty()) return;
-  m_compte.Pose(CompacteTexte(App().Magasin.GetShortCompte(compte)));
+  m_compte.Pose(App().NumeroCourt(compte));
   Refuse(ControleNumeroTva(App(), *m_lignes, compte));
 }
 
