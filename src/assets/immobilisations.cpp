@@ -61,6 +61,7 @@ std::string Nombre(f64 valeur) {
 }
 
 Refus HorsBornes(const char* champ, f64 valeur, f64 minimum, f64 maximum) {
+  assert(Fiche::Table.Trouve(champ) && minimum <= maximum);
   return Refus(ErrMontantBornes, champ, {Nombre(valeur), Nombre(minimum), Nombre(maximum)});
 }
 
@@ -71,6 +72,7 @@ struct Contrevaleur {
   f64 franc, euro;
 };
 Contrevaleur Convertit(f64 taux, f64 montant, bool enEuro) {
+  assert(taux > 0);
   return enEuro ? Contrevaleur{QVAPI::ConvertEuroToFranc(taux, montant), montant}
                 : Contrevaleur{montant, QVAPI::ConvertFrancToEuro(taux, montant)};
 }
@@ -234,6 +236,7 @@ Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
     // Noted before it is used: a number that no asset got is lost, none is given twice.
     rec.Numero = magasin.GetFreeImmobilisationsID(app.PathCabinet);
     if (rec.Numero == 0 || !magasin.WriteLastImmobilisationsID(rec.Numero)) return app.EchecMagasin();
+    assert(fiche.EstNouvelle());
   }
   if (!magasin.WriteImmobilisations(rec) || !unite.Valide()) return app.EchecMagasin();
   fiche.rec = rec;

@@ -132,6 +132,7 @@ class Connues {
 };
 
 bool LitConnues(CFenlorApp& app, const std::string& compte, Connues& connues) {
+  assert(compte == QVAPI::GetLongCompte(compte));
   CReleves releves(app, app.PathExercice);
   if (!releves.OpenFile()) return false;
   return app.Magasin.QVParcoursCle(releves.NumCle, compte, compte + '\xFF', [&](Position, const void* rec) {
@@ -204,6 +205,7 @@ const Releve* Choisit(CFenlorApp& app, const ApercuReleve& apercu, const Lecture
 }
 
 void Releve_(CFenlorApp& app, const Releve& releve, ApercuReleve& apercu) {
+  assert(apercu.lignes.empty() && !apercu.compte.empty());
   const bool euro = app.Reglages.IsEuro();
   const Date debut = app.Reglages.GetDebutExercice(), fin = app.Reglages.GetFinExercice();
   const std::string retenu = NumeroRetenu(app, apercu.compte);
@@ -268,6 +270,7 @@ Refus EcritOperations(CFenlorApp& app, const ApercuReleve& apercu) {
 }
 
 Refus RetientSolde(CFenlorApp& app, const ApercuReleve& apercu) {
+  assert(!apercu.compte.empty());
   if (!apercu.solde || apercu.dateSolde > app.Reglages.GetFinExercice()) return {};
   if (apercu.dateSolde != 0 && apercu.dateSolde < app.Reglages.GetDebutExercice()) return {};
   const auto connu = LitSoldeReleve(app, apercu.compte);

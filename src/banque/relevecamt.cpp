@@ -1,6 +1,8 @@
 // CAMT.053: a statement in XML. Prefixes of its names are not looked at.
 #include <pugixml.hpp>
 
+#include <cassert>
+
 #include "banque/relevetexte.h"
 #include "banque/textes.h"
 #include "store/texte1252.h"
@@ -79,6 +81,7 @@ class LecteurCamt {
   }
 
   void Ecriture(Noeud noeud, const std::string& numero, const std::string& monnaie) {
+    assert(noeud);
     OperationBanque operation;
     operation.rang = ++m_rang;
     if (!m_lecture.Place(m_rang)) return;
@@ -90,6 +93,7 @@ class LecteurCamt {
     if (operation.date == 0) return m_lecture.Plainte(m_rang, PlainteDate, {TexteDe(Enfant(jour, "Dt"))});
     operation.dateValeur = JourDe(Enfant(noeud, "ValDt"));
     const auto centimes = Montant(noeud, m_rang, PlainteMontant);
+    assert(operation.date != 0);
     if (!centimes) return;
     operation.monnaie = LibelleNet(EnWindows1252(Enfant(noeud, "Amt").attribute("Ccy").value()));
     const Noeud detail = Chemin(noeud, {"NtryDtls", "TxDtls"});

@@ -66,6 +66,7 @@ class LecteurCfonb {
     std::string ligne(brute.substr(0, TailleLigne));
     ligne.resize(TailleLigne, ' ');
     const std::string_view genre = std::string_view(ligne).substr(0, 2);
+    assert(ligne.size() == TailleLigne);
     if (genre == "04") return Operation(rang, ligne);
     if (genre == "05") return Suite(rang, ligne);
     if (genre == "07") return Solde(rang, ligne);
@@ -82,6 +83,7 @@ class LecteurCfonb {
 
  private:
   static std::string Champ(std::string_view ligne, std::size_t place, std::size_t taille) {
+    assert(place + taille <= ligne.size());
     return LibelleNet(ligne.substr(place, taille));
   }
   static Date Jour(std::string_view ligne, std::size_t place) {

@@ -1,5 +1,6 @@
 // QIF: a letter and a value on each line, "^" behind each operation.
 #include <algorithm>
+#include <cassert>
 
 #include "banque/relevetexte.h"
 #include "banque/textes.h"
@@ -34,6 +35,7 @@ class LecteurQif {
   LecteurQif(LectureReleve& lecture, OrdreDate ordre) : m_lecture(lecture), m_ordre(ordre) {}
 
   void Ligne(u32 rang, std::string_view ligne) {
+    assert(rang > 0);
     if (ligne.size() > LigneReleveMax) return m_lecture.Plainte(rang, PlainteLigneLongue);
     if (ligne.empty()) return;
     if (ligne.front() == '!') return Section(rang, ligne);
@@ -98,6 +100,7 @@ class LecteurQif {
   }
 
   void Operation() {
+    assert(!m_operation.vide && m_operation.rang > 0);
     const EnCours& o = m_operation;
     OperationBanque operation;
     operation.rang = o.rang;

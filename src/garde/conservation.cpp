@@ -20,6 +20,7 @@ bool Chiffres(std::string_view texte, std::size_t combien) {
 
 /// Monday of the date's week.
 Date Semaine(Date date) {
+  assert(IsDateOk(date));
   Date premier = 0, dernier = 0;
   GetWeek(date, premier, dernier);
   return premier;
@@ -28,6 +29,7 @@ Date Semaine(Date date) {
 /// Keeps the newest of the first `combien` periods of a series, which is told newest first.
 void Retient(const std::vector<const SauvegardePresente*>& serie, unsigned combien, Date (*periode)(Date),
              std::set<const SauvegardePresente*>& gardees) {
+  assert(!serie.empty() && periode);
   std::set<Date> vues;
   for (const SauvegardePresente* s : serie) {
     if (vues.size() == combien) return;
@@ -137,6 +139,7 @@ Refus Purge(Systeme& systeme, const std::string& dossier, const Conservation& re
       return !ParcourtArchive(systeme, Joint(dossier, s->nom), motDePasse, manifeste);
     });
     if (bonne == ordre.end()) continue;
+    assert(ordre.size() == serie.size());
     for (const SauvegardePresente* s : serie) {
       if (s == *bonne || !estPerimee(s->nom)) continue;
       assert(s->serie == (*bonne)->serie);

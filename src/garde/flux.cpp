@@ -65,6 +65,7 @@ class PuitsChiffre : public Puits {
   }
 
   bool Prepare(const std::string& motDePasse, const CoutCle& cout) {
+    assert(!m_commence);
     if (!Prete()) return false;
     std::memcpy(m_entete.data(), Magie.data(), Magie.size());
     const u64 travail[] = {cout.operations, cout.memoire};
@@ -83,6 +84,7 @@ class PuitsChiffre : public Puits {
       if (m_bloc.size() == TailleBloc)
         if (const int erreur = Pousse(false)) return erreur;
       const std::size_t n = std::min(taille, TailleBloc - m_bloc.size());
+      assert(n > 0);
       m_bloc.insert(m_bloc.end(), reste, reste + n);
       reste += n;
       taille -= n;
@@ -93,6 +95,7 @@ class PuitsChiffre : public Puits {
 
  private:
   int Pousse(bool dernier) {
+    assert(m_bloc.size() <= TailleBloc && (dernier || !m_bloc.empty()));
     if (!m_commence)
       if (const int erreur = m_sortie.Ecrit(m_entete.data(), m_entete.size())) return erreur;
     std::vector<u8> chiffre(m_bloc.size() + Surcroit);

@@ -69,6 +69,7 @@ int LitOctets(Fichier& de, u64 taille, Suite&& suite) {
 }
 
 int CopieOctets(Fichier& de, Fichier& vers, u64 taille) {
+  assert(&de != &vers);
   return LitOctets(de, taille, [&](const u8* octets, std::size_t combien, u64 place) {
     return vers.Ecrit(octets, combien, place);
   });
@@ -191,6 +192,7 @@ Refus Photographie::Copie(CFenlorApp& app, const std::string& nom, bool facultat
   }
   if (erreur) return Refus(ErrArchiveLivres, "", {chemin, app.Magasin.QVErreurTexte(erreur)});
   m_pieces.push_back(std::move(piece));
+  assert(m_pieces.back().copie);
   return {};
 }
 

@@ -48,12 +48,14 @@ class Atelier {
     if (erreur) return Echec(erreur);
     std::size_t courante = SIZE_MAX;
     const auto recoit = [&](std::size_t indice, const void* octets, std::size_t taille) {
+      assert(indice < manifeste.pieces.size());
       const PieceArchive& piece = manifeste.pieces[indice];
       if (!voulue(piece.nom)) return 0;
       if (indice != courante) {
         if (const int rc = Ferme()) return rc;
         if (const int rc = Cree(piece.nom)) return rc;
         courante = indice;
+        assert(m_fichier);
       }
       const int rc = m_fichier->Ecrit(octets, taille, m_place);
       m_place += taille;
@@ -78,6 +80,7 @@ class Atelier {
 
  private:
   int Cree(const std::string& nom) {
+    assert(!m_fichier);
     const std::string chemin = Joint(m_dossier, nom), dossier = DossierDe(chemin);
     if (dossier != m_dossier &&
         std::find(m_dossiers.begin(), m_dossiers.end(), dossier) == m_dossiers.end()) {
@@ -124,6 +127,7 @@ Refus VerifieAtelier(CFenlorApp& app, const std::string& dossier, std::vector<Ex
       !magasin.QVOpenCompta(dossier, {}))
     return echec(dossier);
   essai.PathCabinet = dossier;
+  assert(reglages.empty());
   for (ExerciceRestaure& exercice : exercices) {
     if (!magasin.QVConvertCompta(exercice.nom)) return echec(exercice.nom);
     if (const Refus refus = OuvreExercice(essai, exercice.nom)) return echec(exercice.nom);
@@ -179,6 +183,7 @@ std::string SuffixeAncien(CFenlorApp& app) {
 
 /// Behind the name of an exercice, with a rank behind it when there is one already.
 std::string NomAncien(CFenlorApp& app, const std::string& exercice) {
+  assert(NomExerciceCorrect(exercice));
   const std::string nom = exercice + SuffixeAncien(app);
   std::string libre = nom;
   for (unsigned rang = 2;
@@ -239,6 +244,7 @@ Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, Restauration
   if (faite.cabinet && !app.Magasin.Reglages().Ecrit(reglagesCabinet)) return app.EchecReglages();
   FermeExercice(app);
   Refus refus;
+  assert(app.NomExercice.empty() && reglages.size() == faite.exercices.size());
   for (std::size_t i = 0; i < faite.exercices.size() && !refus; ++i) {
     ExerciceRestaure& exercice = faite.exercices[i];
     const std::string ancien = NomAncien(app, exercice.nom);

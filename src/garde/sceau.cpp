@@ -188,6 +188,7 @@ Refus CalculeSceau(CFenlorApp& app, std::string& contenu, std::string& hexa) {
 }
 
 Refus EcritSceau(CFenlorApp& app, const std::string& contenu) {
+  assert(!contenu.empty());
   Systeme& systeme = app.Magasin.SystemeFichiers();
   const std::string chemin = Chemin(app);
   Empreinte empreinte;
@@ -197,6 +198,7 @@ Refus EcritSceau(CFenlorApp& app, const std::string& contenu) {
 }
 
 Refus ExamineSceau(CFenlorApp& app, ExamenSceau& examen) {
+  assert(!app.NomExercice.empty());
   examen = {};
   examen.hexa = app.Reglages.LitIniExercice(app.NomExercice, Texte(CleSceau));
   if (examen.hexa.empty() || !app.Reglages.IsExerciceCloture()) return {};

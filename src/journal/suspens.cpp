@@ -123,6 +123,7 @@ void Parcourt(Sens sens, Saisie& s, u32& prochain) {
 std::vector<Profil::Changement> Cles(const SaisieSuspendue& saisie, u32 prochain) {
   std::vector<Profil::Changement> cles;
   Parcourt(Ecrivain(cles), saisie, prochain);
+  assert(!cles.empty());
   return cles;
 }
 
@@ -134,6 +135,7 @@ bool MemesLignes(const SaisieSuspendue& s, const ODLue& od) {
 }
 
 bool MemesTresoreries(const SaisieEcriture& s, const EcritureLue& lue) {
+  assert(s.genre == GenreSimple || s.genre == GenreStandard);
   if (s.genre != lue.saisie.genre) return false;
   if (s.genre == GenreSimple) return s.tresorerie == lue.saisie.tresorerie;
   return std::equal(s.tresoreries.begin(), s.tresoreries.end(), lue.lignes.begin(), lue.lignes.end(),

@@ -379,6 +379,7 @@ class RedacteurAnnee {
 /// What the chart of the first year has of its own: private share of the
 /// telephone, money at the bank and in cash.
 bool PrepareComptes(CFenlorApp& app) {
+  assert(!app.Magasin.QVEnUnite());
   CPlan plan(app, app.PathExercice);
   if (!plan.OpenFile()) return false;
   const struct {
@@ -413,6 +414,7 @@ bool PoseIdentite(CFenlorApp& app) {
 }
 
 void Ferme(CFenlorApp& app) {
+  assert(!app.Magasin.QVEnUnite());
   app.Magasin.QVCloseExercice();
   app.NomExercice.clear();
   app.PathExercice.clear();
@@ -422,6 +424,7 @@ void Ferme(CFenlorApp& app) {
 Refus RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) {
   QVAPI& magasin = app.Magasin;
   const std::string nom = std::to_string(annee.annee);
+  assert(nom.size() == 4);
   if (!magasin.QVCreateExercice(nom, FaitDate(1, 1, annee.annee), FaitDate(31, 12, annee.annee), annee.euro,
                                 false) ||
       !magasin.QVOpenExercice(nom))

@@ -1,5 +1,6 @@
 // Account numbers, special accounts, Franc and Euro.
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 
@@ -29,10 +30,12 @@ std::size_t ChiffresSignificatifs(EtatQVAPI& etat) {
 }
 
 std::string LitCompteParticulier(EtatQVAPI& etat, const std::string& cle) {
+  assert(!cle.empty());
   return etat.reglages ? QVAPI::GetLongCompte(etat.reglages->Lit(SectionComptes, cle)) : std::string();
 }
 
 bool EcritCompteParticulier(EtatQVAPI& etat, const std::string& cle, const std::string& compte) {
+  assert(!cle.empty());
   if (!etat.reglages) return etat.Refuse(ErrPasOuvert);
   if (etat.reglages->Ecrit(SectionComptes, cle, QVAPI::GetLongCompte(compte))) return true;
   return etat.Refuse(etat.reglages->Erreur());
@@ -62,6 +65,7 @@ std::string QVAPI::GetLongCompte(const std::string& texte) {
   for (const char c : texte)
     if (!EstBlancCompte(c) && compte.size() < LongueurCompte) compte += Majuscule(c);
   if (!compte.empty()) compte.resize(LongueurCompte, '0');
+  assert(compte.empty() || compte.size() == LongueurCompte);
   return compte;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdio>
 
 #include "store/texte1252.h"
@@ -36,6 +37,7 @@ Date DateDuNumero(i64 numero) {
   const i64 dansAnnee = dansSiecle - 1461 * annee / 4;
   const i64 mois = (5 * dansAnnee + 2) / 153;
   const i64 jour = dansAnnee - (153 * mois + 2) / 5 + 1;
+  assert(jour >= 1 && jour <= 31 && mois >= 0 && mois <= 11);
   const i64 anneeCivile = 100 * siecle + annee + (mois >= 10 ? 1 : 0);
   return FaitDate(static_cast<unsigned>(jour), static_cast<unsigned>(mois < 10 ? mois + 3 : mois - 9),
                   static_cast<unsigned>(anneeCivile));
@@ -50,6 +52,7 @@ Date JourDuMois(unsigned rangMois, unsigned jour) {
 unsigned RangMois(Date date) { return Annee(date) * 12 + Mois(date) - 1; }
 
 Date ApresParJours(Date reference, Date courante, i64 pas) {
+  assert(pas > 0 && courante >= reference);
   const i64 debut = NumeroJour(reference);
   const i64 ecoules = std::max<i64>(NumeroJour(courante) - debut, 0);
   const Date suivante = DateDuNumero(debut + (ecoules / pas + 1) * pas);
@@ -57,6 +60,7 @@ Date ApresParJours(Date reference, Date courante, i64 pas) {
 }
 
 Date ApresParMois(Date reference, Date courante, unsigned pas) {
+  assert(pas > 0 && RangMois(courante) >= RangMois(reference));
   const unsigned debut = RangMois(reference);
   unsigned rang = debut + (RangMois(courante) - debut) / pas * pas;
   Date date = JourDuMois(rang, Jour(reference));
@@ -65,6 +69,7 @@ Date ApresParMois(Date reference, Date courante, unsigned pas) {
 }
 
 Date ApresDeuxParMois(Date reference, Date courante) {
+  assert(IsDateOk(reference) && courante >= reference);
   const unsigned jour = Jour(reference);
   const unsigned autre = jour > 15 ? jour - 15 : jour + 15;
   for (unsigned rang = RangMois(courante);; ++rang) {

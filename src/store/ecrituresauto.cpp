@@ -1,6 +1,7 @@
 // Automatic entries: "AUTO.dat" of an exercice, at most some hundred records
 // without keys. A record's `Numero` is its place in the list, whatever its slot.
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <vector>
 
@@ -80,6 +81,7 @@ bool QVAPI::WriteEcrituresAuto(EcrituresAuto& rec, u32) {
   if (!LitListe(*this, liste)) return false;
   if (rec.Numero > liste.size()) return m_etat->Refuse(ErrPosition);
   EcrituresAuto copie = rec;
+  assert(rec.Numero <= liste.size());
   if (rec.Numero == 0) copie.Numero = static_cast<u32>(liste.size()) + 1;
   Unite unite(*this);
   if (!Renumerote(*m_etat->moteur, liste)) return false;
@@ -112,6 +114,7 @@ bool QVAPI::FlushEcrituresAuto(u32) {
     noms += "AUTO" + std::to_string(i);
   }
   const std::string exercice = NomOuvert(*m_etat->moteur);
+  assert(!exercice.empty());
   if (m_etat->reglages->Lit(exercice, CleListe) == noms || m_etat->reglages->Ecrit(exercice, CleListe, noms))
     return true;
   return m_etat->Refuse(m_etat->reglages->Erreur());

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 
@@ -20,6 +21,7 @@ constexpr const char* NomFichier = "registre.ini";
 constexpr const char* PrefixeMachine = "HKEY_LOCAL_MACHINE\\";
 
 int CreeChemin(Systeme& systeme, const std::string& dossier) {
+  assert(!dossier.empty());
   int erreur = systeme.CreeDossier(dossier);
   if (erreur == ENOENT && DossierDe(dossier) != dossier) {
     erreur = CreeChemin(systeme, DossierDe(dossier));

@@ -193,8 +193,7 @@ TEST_F(CommandesUiTest, LesMenusMontrentCeQuiExiste) {
 
 TEST_F(CommandesUiTest, LaDisponibiliteSuitLaSession) {
   const auto active = [&](unsigned numero) { return Principal->Table().Action(numero)->isEnabled(); };
-  EXPECT_TRUE(active(CmdNouvelExercice));
-  EXPECT_TRUE(active(CmdPreferences));
+  EXPECT_TRUE(active(CmdNouvelExercice) && active(CmdPreferences));
   for (const unsigned numero : {CmdOuvrirExercice, CmdFermerExercice, CmdSupprimerExercice, CmdProprietes,
                                 CmdOptions, CmdReconstruction, CmdRecalcul, CmdAjustementEuro})
     EXPECT_FALSE(active(numero)) << numero;

@@ -286,8 +286,7 @@ TEST_F(DemarrageTest, CabinetTenuParUnAutre) {
   ASSERT_TRUE(autre.QVOpenSession(1) && autre.QVOpenCompta(Cabinet(), {}));
   Robot robot;
   robot.Attend("DialogMessage", Boite("Ce cabinet est déjà ouvert (processus", QStringLiteral("&Ok")));
-  EXPECT_FALSE(Demarre());
-  EXPECT_FALSE(m_programme->AutreInstance());
+  EXPECT_FALSE(Demarre() || m_programme->AutreInstance());
 }
 
 TEST_F(DemarrageTest, LaVariableDonneLeCabinetSansDossier) {
@@ -306,8 +305,7 @@ TEST_F(DemarrageTest, UnDossierInconnuEstDemande) {
   options.ligne.pathCabinet = Cabinet() + "/nouveau/ici";
   Robot robot;
   robot.Attend("DialogMessage", Boite("Faut-il y créer un nouveau cabinet ?", QStringLiteral("&Non")));
-  EXPECT_FALSE(Demarre(options));
-  EXPECT_FALSE(fs::exists(Cabinet() + "/nouveau"));
+  EXPECT_FALSE(Demarre(options) || fs::exists(Cabinet() + "/nouveau"));
 }
 
 TEST_F(DemarrageTest, UneInstanceParCabinet) {

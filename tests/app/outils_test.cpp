@@ -233,8 +233,7 @@ TEST_F(Outils, AstuceAuDemarrageSeDesactive) {
   PoseAstuces("Une\nDeux\n");
   robot.Attend("DialogAstuce", [](QDialog& d) {
     auto& boite = Trouve<QCheckBox>(d, "demarrage");
-    EXPECT_TRUE(boite.isChecked());
-    EXPECT_TRUE(boite.isEnabled());
+    EXPECT_TRUE(boite.isChecked() && boite.isEnabled());
     Clique(boite);
     d.reject();
   });

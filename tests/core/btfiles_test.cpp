@@ -63,8 +63,7 @@ TEST_F(FichiersTest, SuppressionEtModification) {
   Verifie(FichierComptes);
   EXPECT_TRUE(Boite.Erreurs.empty());
 
-  EXPECT_FALSE(plan.Delete(position));
-  EXPECT_FALSE(plan.ReadRec(position));
+  EXPECT_FALSE(plan.Delete(position) || plan.ReadRec(position));
   plan.Position = 0;
   EXPECT_FALSE(plan.Update());
   ASSERT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3049, 3049, 3049}));

@@ -21,16 +21,13 @@ TEST_F(ParametresTest, LectureEtEcriture) {
 TEST_F(ParametresTest, SectionDExercice) {
   EXPECT_FALSE(Reglages().EcritIniExercice("", "TVA", "Oui"));  // none is open
   EXPECT_TRUE(Reglages().EcritIniExercice("1999", "TVA", "oUI"));
-  EXPECT_TRUE(Reglages().EcritIniExercice("1999", "Fin", "31/12/1999"));
-  EXPECT_TRUE(Reglages().IsTVA("1999"));
-  EXPECT_FALSE(Reglages().IsTVA());
-  EXPECT_FALSE(Reglages().IsEuro("1999"));
+  EXPECT_TRUE(Reglages().EcritIniExercice("1999", "Fin", "31/12/1999") && Reglages().IsTVA("1999"));
+  EXPECT_FALSE(Reglages().IsTVA() || Reglages().IsEuro("1999"));
   EXPECT_EQ(Reglages().GetFinExercice("1999"), FaitDate(31, 12, 1999));
   EXPECT_EQ(Reglages().GetDebutExercice("1999"), 0u);
 
   ASSERT_TRUE(CreeExercice("2003", true, true));
-  EXPECT_TRUE(Reglages().IsTVA());
-  EXPECT_TRUE(Reglages().IsEuro());
+  EXPECT_TRUE(Reglages().IsTVA() && Reglages().IsEuro());
   EXPECT_EQ(Reglages().GetDebutExercice(), FaitDate(1, 1, 2003));
 
   EXPECT_FALSE(Reglages().IsExerciceCloture());
@@ -39,8 +36,7 @@ TEST_F(ParametresTest, SectionDExercice) {
 }
 
 TEST_F(ParametresTest, DefautsDesPredicats) {
-  EXPECT_TRUE(Reglages().IsFinDeSession());
-  EXPECT_TRUE(Reglages().IsSauverFenetres());
+  EXPECT_TRUE(Reglages().IsFinDeSession() && Reglages().IsSauverFenetres());
   EXPECT_EQ(Reglages().LitIni("Fenlor", "Sauver fenêtres"_w), "Oui");
 
   using Predicat = bool (Parametres::*)() const;

@@ -13,8 +13,7 @@ namespace fenlor {
 namespace {
 
 TEST(Valeurs, Textes) {
-  EXPECT_TRUE(EstVide(""));
-  EXPECT_TRUE(EstVide(" \t\r\n"));
+  EXPECT_TRUE(EstVide("") && EstVide(" \t\r\n"));
   EXPECT_TRUE(EstVide("é"_w));  // bytes above 127 count as blank
   EXPECT_FALSE(EstVide("é!"_w));
 

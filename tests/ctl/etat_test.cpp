@@ -172,8 +172,7 @@ TEST_F(EtatCtl, Texte) {
     montant = montant || (e["texte"].get<std::string>().starts_with("130,00") && e["alignement"] == "droite");
     trait = trait || e["alignement"] == "trait";
   }
-  EXPECT_TRUE(montant);
-  EXPECT_TRUE(trait);
+  EXPECT_TRUE(montant && trait);
   const std::string neuf = Etat({"balance", "--texte"}).sortie;  // a new practice's own style
   EXPECT_THAT(neuf, AllOf(HasSubstr("15/06/2003"), HasSubstr("bande"), Not(HasSubstr("\ttrait\t"))));
 }

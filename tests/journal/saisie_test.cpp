@@ -88,8 +88,7 @@ TEST(Champ, MontantEtLargeur) {
   EXPECT_TRUE(MontantTient(9999999999999.99));
   EXPECT_FALSE(MontantTient(99999999999999.99));
   EXPECT_FALSE(MontantTient(-9999999999999.99)) << "the sign takes a place";
-  EXPECT_FALSE(MontantTient(1e300));
-  EXPECT_FALSE(MontantTient(std::nan("")));
+  EXPECT_FALSE(MontantTient(1e300) || MontantTient(std::nan("")));
 }
 
 // ------------------------------------------------------------- What is written

@@ -77,8 +77,7 @@ TEST_F(EtatRemiseCheques, SansPapier) {
   DemandeurCoches demandeur(App());
   const auto refuse = [&] {
     CEtatRemiseDoc etat(App(), demandeur);
-    EXPECT_TRUE(etat.OnNewDocument());
-    EXPECT_TRUE(Boite.Erreurs.empty());
+    EXPECT_TRUE(etat.OnNewDocument() && Boite.Erreurs.empty());
   };
   demandeur.Accepte = false;
   demandeur.Coche = [](ListeRemise& liste) { EXPECT_FALSE(liste.RemetTout(true)); };

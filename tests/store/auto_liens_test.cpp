@@ -92,8 +92,7 @@ class Liens : public CabinetDeTest {
     ASSERT_TRUE(m_recettes != 0 && m_depenses != 0);
   }
   void TearDown() override {
-    EXPECT_TRUE(Magasin().CloseRecettes(m_recettes));
-    EXPECT_TRUE(Magasin().CloseDepenses(m_depenses));
+    EXPECT_TRUE(Magasin().CloseRecettes(m_recettes) && Magasin().CloseDepenses(m_depenses));
   }
 
   static RecetteLiee Recette(i32 a) {

@@ -51,10 +51,8 @@ TEST_F(Comptes, ZerosSignificatifs) {
 
 TEST_F(Comptes, ComptesParticuliers) {
   EXPECT_EQ(Magasin().GetComptePerso(), "");
-  EXPECT_TRUE(Magasin().SetComptePerso("108"));
-  EXPECT_TRUE(Magasin().SetCompteVireFrom("582"));
-  EXPECT_TRUE(Magasin().SetCompteVireTo("581"));
-  EXPECT_TRUE(Magasin().SetCompteEcartCredit("758"));
+  EXPECT_TRUE(Magasin().SetComptePerso("108") && Magasin().SetCompteVireFrom("582"));
+  EXPECT_TRUE(Magasin().SetCompteVireTo("581") && Magasin().SetCompteEcartCredit("758"));
   EXPECT_TRUE(Magasin().SetCompteEcartDebit("658"));
   Profil reglages(Magasin().SystemeFichiers(), Magasin().QVGetFilename(10099, 0));
   EXPECT_EQ(reglages.Lit("COMPTES", "Prelevement"), "1080000000");

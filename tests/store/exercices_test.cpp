@@ -229,8 +229,7 @@ TEST_F(Exercices, OuvrirRefuseUnFichierAbsentOuEndommage) {
     EXPECT_EQ(Magasin().QVConvertCompta("2003"), 1u);
     ASSERT_TRUE(OuvreExercice("2003")) << c.fichier;
   }
-  EXPECT_FALSE(Magasin().QVOpenExercice("1987"));
-  EXPECT_FALSE(Magasin().QVOpenExercice("../cabinet/2003"));
+  EXPECT_FALSE(Magasin().QVOpenExercice("1987") || Magasin().QVOpenExercice("../cabinet/2003"));
 }
 
 TEST_F(Exercices, SupprimerNOteQueLExercice) {
@@ -247,8 +246,7 @@ TEST_F(Exercices, SupprimerNOteQueLExercice) {
   ASSERT_TRUE(Magasin().QVDeleteExercice("2003"));
   EXPECT_FALSE(Magasin().Reglages().Existe("2003"));
   EXPECT_EQ(Magasin().GetExercicesRec(), 0u);
-  EXPECT_FALSE(Magasin().QVDeleteExercice("2003"));
-  EXPECT_FALSE(Magasin().QVDeleteExercice("Activite"));
+  EXPECT_FALSE(Magasin().QVDeleteExercice("2003") || Magasin().QVDeleteExercice("Activite"));
   ASSERT_TRUE(CreeExercice("2003"));
 }
 

@@ -49,8 +49,7 @@ TEST(MotDePasse, TraverseLeFichierDeReglages) {
     ASSERT_TRUE(ecrit.Ecrit("Activite", "Mot de Passe", stocke));
     Profil relu(systeme, dossier.Chemin() + "/fenlor.ini");
     EXPECT_EQ(relu.Lit("Activite", "Mot de Passe"), stocke);
-    EXPECT_TRUE(MotDePasseDefini(stocke));
-    EXPECT_TRUE(MotDePasseJuste(stocke, motDePasse));
+    EXPECT_TRUE(MotDePasseDefini(stocke) && MotDePasseJuste(stocke, motDePasse));
     EXPECT_FALSE(MotDePasseJuste(stocke, motDePasse + "x"));
   }
 }

@@ -124,8 +124,7 @@ TEST_P(MoteurTest, UneUniteCouteUneSynchro) {
   EXPECT_EQ(livres.moteur.NbSynchros() - avant, 50u);
   livres.moteur.DebutUnite();
   livres.moteur.DebutUnite();
-  EXPECT_TRUE(livres.moteur.ValideUnite());
-  EXPECT_TRUE(livres.moteur.ValideUnite());
+  EXPECT_TRUE(livres.moteur.ValideUnite() && livres.moteur.ValideUnite());
   EXPECT_EQ(livres.moteur.NbSynchros() - avant, 50u) << "an empty unit needs no sync";
 }
 

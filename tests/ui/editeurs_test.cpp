@@ -236,8 +236,7 @@ TEST_F(EditeursTest, DateFieldWritesWhatItRead) {
   Tape(champ, u"31/02"_s);
   Va(Ailleurs);
   EXPECT_EQ(champ.text(), u"31/02"_s);
-  EXPECT_FALSE(champ.EstDate());
-  EXPECT_FALSE(champ.EstVide());
+  EXPECT_FALSE(champ.EstDate() || champ.EstVide());
   EXPECT_EQ(champ.Valeur(), 0u);
   champ.Pose(0);
   EXPECT_TRUE(champ.EstVide());

@@ -442,17 +442,6 @@ TEST_F(DessinTest, MarksAreSignsWithAWord) {
   EXPECT_EQ(QToolTip::text(), u"Pointée"_s);
 }
 
-TEST_F(DessinTest, EmptyListShowsItsText) {
-  Montre({});
-  const QRect tout = Table.viewport()->rect();
-  EXPECT_EQ(Encre(Image(), tout), std::pair(-1, -1));
-  Table.PoseTexteVide(u"Aucune ligne"_s);
-  const auto encre = Encre(Image(), tout);
-  EXPECT_NEAR(encre.first, tout.width() - 1 - encre.second, 3);
-  Montre({{}});
-  EXPECT_EQ(Encre(Image(), tout), std::pair(-1, -1));
-}
-
 // -- The list window
 
 class VueDeTest : public CZNListView {

@@ -59,8 +59,10 @@ TEST_F(Acquisition, LaDureeEtLeTauxSeSuivent) {
       {rangee("durees", 5), "[8,00 ans]* [28,12 %]"},
       {tape("dateAchat", "01/02/1996"), "[8,00 ans]* [43,75 %]"},
       {bouton("partaux"), "[8,00 ans] [43,75 %]*"},
-      {rangee("lestaux", 0), "[3,00 ans]* [66,67 %]*"},
+      {rangee("lestaux", 0), "[3,00 ans] [82,33 %]*"},
       {bouton("exceptionnel"), "1,00 ans 100,00 %"},
+      {bouton("lineaire"), "1,21 ans 82,33 %*"},
+      {bouton("parduree"), "1,21 ans* 82,33 %"},
   };
   for (const auto& pas : table) {
     pas.geste(f);

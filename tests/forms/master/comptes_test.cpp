@@ -208,8 +208,7 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
   Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
     for (const char* nom : {"code", "compte", "designation"}) EXPECT_TRUE(Texte(f, nom).isReadOnly()) << nom;
     EXPECT_FALSE(Liste(f, "rubrique").isEnabled() || Liste(f, "tva").isEnabled());
-    EXPECT_FALSE(Montant(f, "professionnelle").isEnabled());
-    EXPECT_FALSE(Bouton(f, u"&Ok"_s).isEnabled());
+    EXPECT_FALSE(Montant(f, "professionnelle").isEnabled() || Bouton(f, u"&Ok"_s).isEnabled());
     Clique(Bouton(f, u"&Suivant"_s));
     EXPECT_FALSE(Texte(f, "code").isReadOnly()) << "only the personal account is";
     EXPECT_TRUE(Bouton(f, u"&Ok"_s).isEnabled() && Montant(f, "professionnelle").isEnabled());
@@ -238,11 +237,8 @@ TEST_F(FormesComptes, TresorerieNumeroProposeEtSoldeInitial) {
     EXPECT_TRUE(Montant(f, "debit").EstVide());
     Boite.Reponses = {RepOui, RepNon};
     Clique(Bouton(f, u"&Enregistrer"_s));
-    EXPECT_EQ(Focus(f), "credit");
-    EXPECT_EQ(Texte(f, "code").text(), u"B2"_s) << "nothing saved yet";
+    EXPECT_EQ(Focus(f) + Texte(f, "code").text().toStdString(), "creditB2") << "nothing saved yet";
     Clique(Bouton(f, u"&Enregistrer"_s));
-    EXPECT_EQ(Boite.NumerosQuestions(), (std::vector<unsigned>(2, QuestionSoldeCrediteur)));
-    EXPECT_EQ(ReponseFuite(Boite.Questions.at(0).style), RepOui) << "Escape saves nothing";
     EXPECT_EQ(Texte(f, "compte").text(), u"5104"_s) << "the next one";
     EXPECT_TRUE(Texte(f, "code").text().isEmpty() && Montant(f, "credit").EstVide());
   });

@@ -54,8 +54,7 @@ TEST_F(FormeFraisKm, CalculeEtEnregistre) {
   EXPECT_EQ(Champ(f, "dernier").text(), u"10000"_s) << "never below the old one";
   Tape(Champ(f, "dernier"), u"25000"_s);
   Clique(Case(f, "ok"));
-  EXPECT_TRUE(f.isVisible());
-  EXPECT_TRUE(Case(f, "supprimer").isEnabled());
+  EXPECT_TRUE(f.isVisible() && Case(f, "supprimer").isEnabled());
   EXPECT_EQ(Focus(f), "dernier");
   EXPECT_EQ(Exercice("Kms"), "15000");
   EXPECT_EQ(App().Reglages.LitIni("FRAIS KILOMETRIQUES", "Ancien relevé"_w), "25000");
