@@ -7,7 +7,6 @@
 #include "auto/echeances.h"
 #include "auto/modeleauto.h"
 #include "auto/textes.h"
-#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "journal/choixcomptes.h"
 #include "journal/controles.h"
@@ -33,6 +32,7 @@ std::size_t Ecart(Date premier, Date jour) {
 
 /// The walks that enter something, by their day; a day stands there for each entry.
 std::vector<Date> JoursDuModele(EcrituresAuto modele, CalendrierAuto calendrier) {
+  assert(calendrier.debut <= calendrier.fin);
   std::vector<Date> jours;
   for (bool reste = true; reste;) {
     const ParcoursModele parcours = ParcourtModele(modele, calendrier);
@@ -51,6 +51,7 @@ std::vector<Date> JoursDuModele(EcrituresAuto modele, CalendrierAuto calendrier)
     reste = parcours.suivante != 0 && parcours.suivante <= calendrier.fin;
     calendrier.aujourdhui = parcours.suivante;
   }
+  assert(std::is_sorted(jours.begin(), jours.end()));
   return jours;
 }
 
@@ -97,6 +98,7 @@ std::vector<LignePrevision> Prevoit(const std::vector<EcrituresAuto>& modeles, C
     }
     jour = NextDate(FaitDate(GetNbJours(jour), Mois(jour), Annee(jour)));
   }
+  assert(jour > calendrier.fin);
   return lignes;
 }
 
@@ -118,6 +120,7 @@ Refus CalculePrevisions(CFenlorApp& app, Previsions& previsions) {
 }
 
 std::string MoisPrevision(const Previsions& previsions, std::size_t rang) {
+  assert(rang < previsions.lignes.size());
   const Date mois = previsions.lignes[rang].mois;
   return rang == 0 || previsions.lignes[rang - 1].mois != mois ? StrMonth(mois) : std::string();
 }

@@ -23,6 +23,7 @@ FichierBrut::~FichierBrut() {
 }
 
 bool LitEntete(QVAPI& magasin, int fichier, EnteteDat& entete) {
+  assert(fichier >= 0);
   std::array<u8, DebutEmplacements> octets{};
   EnteteDat paire, impaire;
   if (magasin.QVReadFile(fichier, octets.data(), octets.size()) < 0) return false;
@@ -55,6 +56,7 @@ LecteurRecs::LecteurRecs(QVAPI& magasin, const std::string& dossier, u16 numFich
 bool LecteurRecs::Remplit(Position premiere, u32 nombre) {
   assert(premiere > 0 && u64{premiere} + nombre <= u64{m_nombre} + 1);
   const u32 pas = m_entete.Pas(), octets = nombre * pas;
+  assert(pas > 0 && octets / pas == nombre);
   m_tampon.resize(octets);
   const i64 place = DebutEmplacements + i64{premiere - 1} * pas;
   if (m_magasin.QVSeekFile(m_fichier.Poignee(), place, 0) == place &&
@@ -65,6 +67,7 @@ bool LecteurRecs::Remplit(Position premiere, u32 nombre) {
 }
 
 bool LecteurRecs::Lit(u32 emplacements, const std::function<void(Position, const void*)>& suite) {
+  assert(m_prochaine >= 1);
   if (m_erreur != 0) return false;
   const u32 pas = m_entete.Pas();
   const Position fin =

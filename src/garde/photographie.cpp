@@ -50,6 +50,7 @@ int Longueur(Fichier& fichier, bool donnees, u64& taille) {
   const u64 exacte = DebutEmplacements + u64{entete.emplacements} * entete.Pas();
   if (exacte > taille) return ErrEndommage;
   taille = exacte;
+  assert(taille >= DebutEmplacements);
   return 0;
 }
 
@@ -113,6 +114,7 @@ int CompteEcritures(Fichier& journal, u64 taille, u32& nombre) {
 }  // namespace
 
 int CopieDonnees(Systeme& systeme, const std::string& de, const std::string& vers) {
+  assert(de != vers);
   std::unique_ptr<Fichier> source, copie;
   u64 taille = 0;
   int erreur = systeme.Ouvre(de, Systeme::Lecture, source);

@@ -5,8 +5,8 @@
 #include <numeric>
 
 #include "core/btfiles.h"
-#include "core/erreurs.h"
 #include "core/erreursexercice.h"
+#include "core/erreurssaisie.h"
 #include "core/fiche.h"
 #include "core/textes.h"
 #include "core/valeurs.h"

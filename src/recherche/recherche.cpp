@@ -57,7 +57,7 @@ void Recherche::LitComptes(const std::string& dossier) {
   const auto compte = [&](Position position, const void* rec) {
     const Plan& plan = *static_cast<const Plan*>(rec);
     CompteVu vu;
-    vu.court = CompacteTexte(m_app.Magasin.GetShortCompte(LitTexte(plan.Compte)));
+    vu.court = m_app.NumeroCourt(LitTexte(plan.Compte));
     m_comparateur.Code(Vu(plan.Compte), vu.accord);
     m_comparateur.Code(vu.court, vu.accord);
     m_comparateur.Code(Vu(plan.Code), vu.accord);

@@ -39,6 +39,7 @@ struct Lecture {
 };
 
 bool LitLignes(CFenlorApp& app, const std::string& dossier, bool euro, Lecture& lecture) {
+  assert(!dossier.empty());
   const Ouverture journal(app.Magasin, FichierJournal, dossier);
   return journal && app.Magasin.QVParcours(FichierJournal, [&](Position, const void* rec) {
     lecture.Ajoute(*static_cast<const Line*>(rec), euro);
@@ -52,6 +53,7 @@ void Pose(const Lecture& lecture, std::array<Resultats, 12>& mois, Resultats& an
 }
 
 bool LitTresorerie(CFenlorApp& app, bool euro, std::vector<SoldeTresorerie>& soldes) {
+  assert(soldes.empty());
   const Ouverture plan(app.Magasin, FichierComptes);
   if (!plan) return false;
   const bool lu = app.Magasin.QVParcours(FichierComptes, [&](Position, const void* rec) {
@@ -69,6 +71,7 @@ bool LitTresorerie(CFenlorApp& app, bool euro, std::vector<SoldeTresorerie>& sol
 
 /// The exercice that ends the day before this one begins.
 std::string ExerciceAvant(CFenlorApp& app) {
+  assert(!app.PathExercice.empty());
   const Date veille = PrevDate(app.Reglages.GetDebutExercice());
   for (const std::string& nom : app.Magasin.ListeExercices())
     if (app.Reglages.GetFinExercice(nom) == veille) return nom;
@@ -76,6 +79,7 @@ std::string ExerciceAvant(CFenlorApp& app) {
 }
 
 u32 NbEcheances(CFenlorApp& app) {
+  assert(!app.PathExercice.empty());
   if (!app.Magasin.QVExistFile(Joint(app.PathExercice, "AUTO.dat"))) return 0;
   Date limite = app.Magasin.Today();
   for (int i = 0; i < JoursEcheances; ++i) limite = NextDate(limite);

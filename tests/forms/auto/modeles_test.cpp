@@ -4,7 +4,6 @@
 #include "auto/ecrituresauto.h"
 #include "auto/modeleauto.h"
 #include "auto/textes.h"
-#include "core/erreurs.h"
 #include "forms/auto/dialogautoecheance.h"
 #include "forms/auto/dialogautoecriture.h"
 #include "forms/auto/dialogautolist.h"
