@@ -2,7 +2,6 @@
 
 #include <cassert>
 
-#include "core/erreursexercice.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "journal/controles.h"

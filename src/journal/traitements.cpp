@@ -6,7 +6,6 @@
 #include <unordered_set>
 
 #include "core/btfiles.h"
-#include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "journal/controles.h"
 #include "journal/textes.h"

@@ -223,13 +223,13 @@ class EtatsEnPanne : protected DisqueDeTest, public PetitLivre {
 };
 
 TEST_F(EtatsEnPanne, StoppedCancelledOrNotWritten) {
+  const TemporaireAPart temporaire;
   for (const auto& [nom, etat] : Etats()) {
     EXPECT_FALSE(App().Dit(etat->OnNewDocument())) << nom;
     EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrAucunExercice}) << nom;
     Boite.Oublie();
   }
   Installe(AffichageLivre::Euro);
-  const TemporaireAPart temporaire;
   for (const auto& [nom, etat] : Etats()) {
     SCOPED_TRACE(nom);
     Demandeur.Accepte = false;

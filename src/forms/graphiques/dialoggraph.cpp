@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/erreurs.h"
+#include "core/erreurssaisie.h"
 #include "forms/reports/textes.h"
 #include "store/texte1252.h"
 #include "ui/curseurattente.h"

@@ -4,7 +4,6 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 
-#include "core/erreursexercice.h"
 #include "forms/garde/qvbwizard.h"
 #include "forms/garde/wizardrestauration.h"
 #include "forms/garde/wizardsauvegarde.h"
