@@ -1,10 +1,8 @@
 #include <QAction>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
-#include <QPushButton>
 #include <QTreeWidget>
 
 #include "app/barreetat.h"
@@ -16,13 +14,9 @@
 #include "master/textes.h"
 #include "outils/uidetest.h"
 #include "session/textes.h"
-#include "store/texte1252.h"
 #include "ui/images.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -70,17 +64,6 @@ class Barres : public UiDeTest {
 };
 
 }  // namespace
-
-/// A command's own picture is looked for with the row of its table.
-TEST(Images, TheirFilesExist) {
-  for (const char* nom :
-       {"stop",           "question",      "attention",       "information",   "valider",
-        "annuler",        "precedent",     "suivant",         "exercice-clos", "exercice-vivant",
-        "journal-valide", "lampe-rouge",   "lampe-eteinte",   "pdf",           "une-page",
-        "deux-pages",     "page-premiere", "page-precedente", "page-suivante", "page-derniere",
-        "zoom-plus",      "zoom-moins",    "zoom-ajuste"})
-    EXPECT_TRUE(ImageExiste(nom)) << nom;
-}
 
 TEST_F(Barres, ShortcutEntriesCountWhenTheyAreSound) {
   struct Cas {
@@ -168,10 +151,7 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
     QTest::keyClick(&touche, Qt::Key_F12);
     Clique(Bouton(dialogue, u"&Ok"_s));  // the typed key counts
   });
-  EXPECT_TRUE([&] {
-    auto ui = Ui();
-    return CDialogRaccourcis(ui).Execute();
-  }());
+  EXPECT_TRUE([&] { return CDialogRaccourcis(Ui).Execute(); }());
   EXPECT_EQ(Touche(CmdPreferences), "Ctrl+G");
   // F12 was given up by its owner, but a default of the table it is still: the file tells both.
   EXPECT_EQ(Touche(CmdOptions), "");
@@ -194,20 +174,18 @@ TEST_F(Barres, ShortcutFormGoesBackToDefaultsAndCancelWritesNothing) {
     Clique(Trouve<QPushButton>(dialogue, "tout"));
     Clique(Bouton(dialogue, u"&Ok"_s));
   });
-  auto ui = Ui();
-  EXPECT_FALSE(CDialogRaccourcis(ui).Execute());
+  EXPECT_FALSE(CDialogRaccourcis(Ui).Execute());
   EXPECT_EQ(Touche(CmdCalculatrice), "F12");
-  EXPECT_TRUE(CDialogRaccourcis(ui).Execute());
+  EXPECT_TRUE(CDialogRaccourcis(Ui).Execute());
   EXPECT_EQ(LitRaccourcis(App()), RaccourcisParDefaut());
   EXPECT_TRUE(App().Magasin.Reglages().Cles(Texte(SecRaccourcis)).empty());
 }
 
 TEST_F(Barres, IconBarKeepsCommandsThatDoNotExistYet) {
-  auto ui = Ui();
   App().Reglages.EcritIni(SectionIcones(), Texte(CleCommandesBarre),
                           "0, 1012, 0, 1044,77777,1044,0,0,1012,1213,0");
   App().Reglages.EcritIni(SectionIcones(), Texte(CleTailleIcones), "48");
-  CBarreIcones barre(ui, Fournit());
+  CBarreIcones barre(Ui, Fournit());
   barre.Charge();
   EXPECT_EQ(Montre(barre), "1044,-,1213");
   EXPECT_EQ(barre.iconSize(), QSize(48, 48));
@@ -234,9 +212,8 @@ TEST_F(Barres, DamagedIconBarIsTheDefaultAndAnEmptyOneStaysEmpty) {
 }
 
 TEST_F(Barres, CustomiseFormByKeyboard) {
-  auto ui = Ui();
   App().Reglages.EcritIni(SectionIcones(), Texte(CleCommandesBarre), "1044,1012,1213");
-  CBarreIcones barre(ui, Fournit());
+  CBarreIcones barre(Ui, Fournit());
   barre.Charge();
   Robot robot;
   robot.Attend("DialogPersonnaliser", [&](QDialog& dialogue) {
@@ -276,9 +253,8 @@ TEST_F(Barres, CustomiseFormByKeyboard) {
 }
 
 TEST_F(Barres, MenuOfTheIconBarChangesItsLook) {
-  auto ui = Ui();
   QMainWindow fenetre;
-  auto* barre = new CBarreIcones(ui, Fournit(), &fenetre);
+  auto* barre = new CBarreIcones(Ui, Fournit(), &fenetre);
   fenetre.addToolBar(barre);
   fenetre.show();
   const auto choisit = [&](const QString& texte) {
@@ -302,7 +278,6 @@ TEST_F(Barres, MenuOfTheIconBarChangesItsLook) {
 }
 
 TEST_F(Barres, PlacesComeBackAndDamagedOnesAreIgnored) {
-  auto ui = Ui();
   struct Fenetre : QMainWindow {
     explicit Fenetre(ContexteUi& contexte)
         : Outils(addToolBar(u"Outils"_s)),
@@ -318,14 +293,14 @@ TEST_F(Barres, PlacesComeBackAndDamagedOnesAreIgnored) {
     CBarreIcones* Icones;
   };
   {
-    Fenetre premiere(ui);
+    Fenetre premiere(Ui);
     EXPECT_FALSE(RestaureBarres(premiere, App()));
     premiere.addToolBar(Qt::BottomToolBarArea, premiere.Icones);
     premiere.Outils->hide();
     premiere.statusBar()->hide();
     SauveBarres(premiere, App());
   }
-  Fenetre seconde(ui);
+  Fenetre seconde(Ui);
   EXPECT_TRUE(RestaureBarres(seconde, App()));
   EXPECT_EQ(seconde.toolBarArea(seconde.Icones), Qt::BottomToolBarArea);
   EXPECT_FALSE(seconde.Outils->isVisible() || seconde.statusBar()->isVisible());
@@ -337,7 +312,7 @@ TEST_F(Barres, PlacesComeBackAndDamagedOnesAreIgnored) {
   for (const std::string& etat :
        {touche, bon.substr(0, bon.size() / 2), std::string("???"), std::string("AA"), std::string()}) {
     EcritReglage(SecBarreOutils, CleEtatBarres, etat);
-    Fenetre troisieme(ui);
+    Fenetre troisieme(Ui);
     EXPECT_FALSE(RestaureBarres(troisieme, App())) << etat;
     EXPECT_EQ(troisieme.toolBarArea(troisieme.Icones), Qt::LeftToolBarArea);
     EXPECT_TRUE(troisieme.Outils->isVisible());
@@ -346,8 +321,7 @@ TEST_F(Barres, PlacesComeBackAndDamagedOnesAreIgnored) {
 
 TEST_F(Barres, StatusBarShowsExerciceAndTime) {
   ASSERT_TRUE(CreeExercice("2003"));
-  auto ui = Ui();
-  CBarreEtat barre(ui);
+  CBarreEtat barre(Ui);
   barre.show();
   const auto texte = [&](const char* nom) { return Trouve<QLabel>(barre, nom).text(); };
   EXPECT_EQ(texte("exercice"), u"Exercice 2003"_s);

@@ -1,4 +1,3 @@
-
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -14,9 +13,6 @@
 
 namespace fenlor::test {
 namespace {
-
-constexpr const char* Noms[] = {"comptes-recettes", "comptes-depenses", "plan-comptable", "tresorerie",
-                                "rubriques",        "libelles",         "previsions"};
 
 class Listes : public PetitLivre {
  protected:
