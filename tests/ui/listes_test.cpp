@@ -131,7 +131,7 @@ TEST_F(ListesTest, ColumnsComeBackAsTheyWereArranged) {
   Table.header()->moveSection(2, 0);  // as the mouse does
   bascule(u"Code"_s);
   EXPECT_EQ(Table.Rangement(), "Solde|-Code|Compte");
-  TableListe autre(Contexte);
+  TableListe autre(Ui);
   autre.PoseRangement("Inconnue|Solde|-Code|Compte");
   autre.Definit<Fiche>(ColonnesFiche(), Numerotee);
   EXPECT_EQ(autre.header()->visualIndex(2), 0);
