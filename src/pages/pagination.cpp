@@ -1,6 +1,7 @@
 #include "pages/pagination.h"
 
 #include <cassert>
+#include <utility>
 
 namespace fenlor {
 
@@ -24,7 +25,8 @@ std::optional<TablePages> PagineEtat(LecteurBlocs& index, const MesuresEtat& mes
   u64 utilisees = u64{mesures.lignesPied} + mesures.lignesTitre;
   bool section = false, enteteCourant = false, sautForce = false;
   u32 finPrecedente = 0;
-  std::optional<Titres> titres;
+  Titres titres;
+  bool enTitres = false;  ///< `titres` are those that the next block follows
 
   for (u32 premier = 2;;) {
     const int lus = index.LitBlocs(premier, tampon.data(), blocsParLecture);
@@ -34,20 +36,20 @@ std::optional<TablePages> PagineEtat(LecteurBlocs& index, const MesuresEtat& mes
     for (int i = 0; i < lus; ++i) {
       const BlocEtat& bloc = tampon[static_cast<std::size_t>(i)];
       if (sautForce || bloc.lignes + utilisees + mesures.lignesPied > lignesParPage) {
-        const bool emporte = titres && !sautForce && titres->debut > pages.back().fin;
+        const bool emporte = enTitres && !sautForce && titres.debut > pages.back().fin;
         sautForce = false;
-        if (!emporte) titres = Titres{finPrecedente, section, 0};
-        pages.push_back({titres->debut, enteteCourant, titres->section});
-        utilisees = u64{mesures.lignesTitre} + (titres->section ? mesures.lignesEntete : 0) + titres->lignes;
-        enteteCourant = titres->section;
-        titres.reset();
+        const Titres tete = emporte ? titres : Titres{finPrecedente, section, 0};
+        pages.push_back({tete.debut, enteteCourant, tete.section});
+        utilisees = u64{mesures.lignesTitre} + (tete.section ? mesures.lignesEntete : 0) + tete.lignes;
+        enteteCourant = tete.section;
+        enTitres = false;
       }
       if (!titresSuivis || !(bloc.drapeaux & (BlocTitre | BlocEntete)))
-        titres.reset();
-      else if (!titres)
-        titres = Titres{finPrecedente, section, bloc.lignes};
+        enTitres = false;
+      else if (std::exchange(enTitres, true))
+        titres.lignes += bloc.lignes;
       else
-        titres->lignes += bloc.lignes;
+        titres = Titres{finPrecedente, section, bloc.lignes};
       utilisees += bloc.lignes;
       if (bloc.drapeaux & BlocEntete) section = true;
       if (bloc.drapeaux & BlocFinEntete) section = false;
