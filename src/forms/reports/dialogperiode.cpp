@@ -105,8 +105,8 @@ void CDialogPeriode::DeclareCentralisation(Formulaire& formulaire) {
 }
 
 void CDialogPeriode::DeclareAffichage(Formulaire& formulaire) {
-  formulaire.Groupe(u"Affichage"_s).Case(m_affichage[0], u"Créd&it / Débit"_s, "creditDebit");
-  m_affichage[1].setText(u"Mont&ant"_s);
+  formulaire.Groupe(u"Affichage"_s).Case(m_affichage[0], u"Crédit / Dé&bit"_s, "creditDebit");
+  m_affichage[1].setText(u"Montant"_s);
   formulaire.ACote(m_affichage[1], "montant").FinGroupe();
   if (m_forme == FormeCriteres::CompteEtPeriode)
     formulaire.Case(m_progressif, u"Solde pro&gressif"_s, "progressif");

@@ -53,7 +53,7 @@ const EcritureTapee Vingt[] = {
     {JournalRecettes, 7, "7065", "7065", "Expertise en francs", "655,96", false, nullptr, "ESP"},
     {JournalRecettes, 9, "HONOR", "706", "Chèque et espèces", "100", true, nullptr, "BQ", PaiementCheque,
      {{"BQ", "60"}, {"ESP", nullptr}}},
-    {JournalRecettes, 9, "HONOR", "706", "Francs sur deux comptes", "300", false, nullptr, "BQ", PaiementCheque,
+    {JournalRecettes, 9, "HONOR", "706", "Francs, deux comptes", "300", false, nullptr, "BQ", PaiementCheque,
      {{"CCP", "100,5", PaiementAutre}, {"BQ", nullptr}}},
     {JournalRecettes, 12, "HONOR", "706", "Remboursement patient", "-22"},
     {JournalRecettes, 31, "ECARTC", "758", nullptr, "0,01"},
