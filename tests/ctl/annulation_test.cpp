@@ -157,8 +157,8 @@ TEST_F(Reprises, LaCorbeilleRendCeQuiFutSupprime) {
     EXPECT_EQ(mouvement, +s.lignes[0].Mouvement);
   }
   EXPECT_TRUE(corbeille().empty());
-  EXPECT_EQ(LitCompte(Banque512).DebitEuro, 20);
-  EXPECT_EQ(LitCompte(Caisse).CreditEuro, 5);
+  EXPECT_EQ(+LitCompte(Banque512).DebitEuro, 20);
+  EXPECT_EQ(+LitCompte(Caisse).CreditEuro, 5);
   EXPECT_EQ(RestaureSuppression(App(), 99, mouvement).numero, ErrSuppressionAbsente.numero);
 
   // Under another number when its own is taken; an account that is gone refuses, and nothing is done.
