@@ -26,7 +26,8 @@ using ::testing::ElementsAre;
 
 class GraphiqueTest : public EtatsUiTest {
  protected:
-  GraphiqueTest() {
+  void SetUp() override {
+    EtatsUiTest::SetUp();
     EXPECT_TRUE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), Long("706"), 120.5, Long("512")));
     EXPECT_TRUE(AjouteSimple(JournalDepenses, FaitDate(14, 3, 2003), Long("6132"), 20, Long("512")));
   }
