@@ -33,7 +33,8 @@ CBTFiles::CBTFiles(CFenlorApp& app, std::string path, NumeroFichier fichier)
     TailleCle[i] = m_definition.tailleCle[i];
     CleDouble[i] = m_definition.doubles[i];
   }
-  if (!m_app.Magasin.QVExistFile(Chemin("dat")) && CreateDat()) CreateIdx();
+  // Without an exercice there is no place for it.
+  if (!Path.empty() && !m_app.Magasin.QVExistFile(Chemin("dat")) && CreateDat()) CreateIdx();
 }
 
 CBTFiles::~CBTFiles() {
