@@ -5,7 +5,6 @@
 
 #include "assets/annuites.h"
 #include "core/btfiles.h"
-#include "core/textes.h"
 
 namespace fenlor {
 
@@ -74,7 +73,7 @@ bool CalculSommesImmobilisations(CFenlorApp& app, SommesImmobilisations& sommes)
   fichier.CloseFile();
   if (!lu) {
     sommes = {};
-    fichier.Erreur(0, MessageLecture);
+    fichier.ErreurLecture();
   }
   return lu;
 }

@@ -69,7 +69,7 @@ std::string CBTFiles::MakeKey(u32 indice) const {
 
 bool CBTFiles::ReadRec(fenlor::Position position) {
   if (m_app.Magasin.QVReadRec(NumFichier, position, m_rec)) return true;
-  Erreur(0, MessageLecture);
+  ErreurLecture();
   return false;
 }
 
@@ -87,6 +87,8 @@ void CBTFiles::Erreur(int code, const TexteFixe& message, std::initializer_list<
   if (code == 0) code = m_app.Magasin.QVFileErrorCode();
   m_app.ReportErreur(ErrFichierIndexe, {TexteFormat(message, arguments), Nom, std::to_string(code)});
 }
+
+void CBTFiles::ErreurLecture() { Erreur(0, MessageLecture); }
 
 bool CBTFiles::RefuseOuverture() {
   QVAPI& magasin = m_app.Magasin;
@@ -176,7 +178,7 @@ bool CBTFiles::AddKeys(fenlor::Position position) {
 bool CBTFiles::Retient(fenlor::Position position) {
   Position = position;
   if (position != 0) return ReadRec(position);
-  if (m_app.Magasin.QVFileErrorCode() != ErrCleAbsente) Erreur(0, MessageLecture);
+  if (m_app.Magasin.QVFileErrorCode() != ErrCleAbsente) ErreurLecture();
   return false;
 }
 

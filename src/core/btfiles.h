@@ -80,6 +80,8 @@ class CBTFiles {
 
   /// Tells message `message` (textes.h) about this file; code 0: the store's last error.
   void Erreur(int code, const TexteFixe& message, std::initializer_list<std::string> arguments = {});
+  /// The same of a record that the store cannot read, with the reason that the store gives.
+  void ErreurLecture();
 
   /// Make empty files, replacing what stands there. The file is closed before and after.
   bool CreateDat();

@@ -60,7 +60,7 @@ bool CBTFiles::Recopie(int ancien, bool avecSommes, const Filtre& filtre, Rappor
   if (rapport.endommage) rapport.n = static_cast<u32>(octets / pas);
   rapport.octetsRestants = octets - std::min(octets, u64{rapport.n} * pas);
   if (fin < 0 || (rapport.n > 0 && magasin.QVSeekFile(ancien, debut, 0) < 0)) {
-    Erreur(0, MessageLecture);
+    ErreurLecture();
     return false;
   }
   if (rapport.n > 0) {
@@ -77,7 +77,7 @@ bool CBTFiles::Recopie(int ancien, bool avecSommes, const Filtre& filtre, Rappor
       return false;
     }
     if (magasin.QVReadFile(ancien, rec.data(), pas) != static_cast<int>(pas)) {
-      Erreur(0, MessageLecture);
+      ErreurLecture();
       return false;
     }
     m_app.Boite.Step();

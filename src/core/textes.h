@@ -19,29 +19,9 @@ inline constexpr TexteFixe MessageAjoutCle{5014, "Ajout de la clé %d impossible
 /// index of the key
 inline constexpr TexteFixe MessageSuppressionCle{5015, "Suppression de la clé %d impossible."};
 
-// Progress
-
 // Words
 inline constexpr TexteFixe MotOui{5339, "Oui"};
 inline constexpr TexteFixe MotNon{5340, "Non"};
-
-// Preferences and positions of windows
-/// first and last line; the three others follow
-inline constexpr TexteFixe Lignes2035Recettes[] = {
-    {5744, "1, 7"},
-    {5745, "8, 32"},
-    {5746, "33, 47"},
-    {5747, "48, 52"},
-};
-
-// Kilometre expenses
-inline constexpr TexteFixe VariableFraisKm{6364, "&FRAISKM"};
-
-// Fiscal statement
-inline constexpr TexteFixe VariableAmortissements{7209, "&AMORT"};
-inline constexpr TexteFixe VariablePlusValues{7210, "&PVC"};
-inline constexpr TexteFixe VariableMoinsValues{7211, "&MVC"};
-inline constexpr TexteFixe VariableImmobilisations{7212, "&IMMO_HTVA"};
 
 // Fields of the forms of entries, as their labels name them
 inline constexpr TexteFixe NomChampTtc{7400, "T.T.C."};

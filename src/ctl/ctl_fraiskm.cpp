@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"

@@ -8,7 +8,6 @@
 #include "core/erreursexercice.h"
 #include "core/erreurssaisie.h"
 #include "core/fiche.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "graphiques/textes.h"
 #include "store/definitions.h"
@@ -46,7 +45,7 @@ class Mouvements {
     };
     if (!m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes.NumCle + CleCompteDate),
                                      prefixe + StrSDate(du), prefixe + StrSDate(au) + '\xFF', ajoute)) {
-      m_lignes.Erreur(0, MessageLecture);
+      m_lignes.ErreurLecture();
       return false;
     }
     for (std::size_t m = 0; m < mensuels.size(); ++m) mensuels[m] = credits[m] - debits[m];
@@ -95,7 +94,7 @@ Refus LitComptesGraphique(CFenlorApp& app, std::vector<CompteGraphique>& lignes)
     if (app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + CleType), std::to_string(type),
                                   std::to_string(type + 1), ajoute))
       continue;
-    plan.Erreur(0, MessageLecture);
+    plan.ErreurLecture();
     return EchecFichier();
   }
   return {};

@@ -4,8 +4,8 @@
 #include <cassert>
 #include <map>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "master/textes.h"
 
 namespace fenlor {
 

@@ -5,7 +5,6 @@
 
 #include "core/btfiles.h"
 #include "core/cles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
 #include "master/textes.h"

@@ -178,6 +178,23 @@ inline constexpr TexteFixe FormatTrancheSup{6367, "Au-delà de %d km :"};  ///< 
 inline constexpr TexteFixe ErrLibelleRefuse{3352,
     "Un libellé ne peut pas être vide, ni commencer par \"@\" ou \"[\"."};
 
+// Lines of the fiscal statement
+/// first and last line; the three others follow
+inline constexpr TexteFixe Lignes2035Recettes[] = {
+    {5744, "1, 7"},
+    {5745, "8, 32"},
+    {5746, "33, 47"},
+    {5747, "48, 52"},
+};
+
+// Kilometre expenses
+inline constexpr TexteFixe VariableFraisKm{6364, "&FRAISKM"};
+
+// Fiscal statement
+inline constexpr TexteFixe VariableAmortissements{7209, "&AMORT"};
+inline constexpr TexteFixe VariablePlusValues{7210, "&PVC"};
+inline constexpr TexteFixe VariableMoinsValues{7211, "&MVC"};
+inline constexpr TexteFixe VariableImmobilisations{7212, "&IMMO_HTVA"};
 // clang-format on
 
 }  // namespace fenlor

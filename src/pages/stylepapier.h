@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "core/fenlorapp.h"
-#include "core/textes.h"
 
 namespace fenlor {
 

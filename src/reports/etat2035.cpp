@@ -4,8 +4,8 @@
 #include <cassert>
 
 #include "core/cles.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
+#include "master/textes.h"
 #include "reports/livresetat.h"
 #include "reports/textes.h"
 #include "store/definitions.h"

@@ -7,7 +7,6 @@
 
 #include "core/erreursexercice.h"
 #include "core/fiche.h"
-#include "core/textes.h"
 #include "reports/textes.h"
 #include "store/dates.h"
 #include "store/texte1252.h"
@@ -124,7 +123,7 @@ void CEtatDetailDoc::Section::Parcourt(CLines& lignes) {
   do {
     lot.clear();
     if (!magasin.QVParcoursCle(lignes.NumCle, debut, {}, retient)) {
-      lignes.Erreur(0, MessageLecture);
+      lignes.ErreurLecture();
       return m_etat.Abandonne(EchecFichier());
     }
     for (const Line& ligne : lot)

@@ -3,7 +3,6 @@
 #include <cassert>
 
 #include "core/erreursexercice.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
 #include "store/texte1252.h"
@@ -71,7 +70,7 @@ void LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
 
 void LivresEtat::EchecLecture() {
   assert(m_lignes);
-  m_lignes->Erreur(0, MessageLecture);
+  m_lignes->ErreurLecture();
   m_etat.Abandonne(EchecFichier());
 }
 

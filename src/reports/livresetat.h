@@ -8,7 +8,6 @@
 
 #include "core/btfiles.h"
 #include "core/fiche.h"
-#include "core/textes.h"
 #include "pages/etatdoc.h"
 
 namespace fenlor {
@@ -27,7 +26,7 @@ void ParcourtFichier(CFenlorApp& app, CEtatDoc& etat, CBTFiles& fichier, u32 cle
     return etat.EnCours();
   };
   if (app.Magasin.QVParcoursCle(static_cast<u16>(fichier.NumCle + cle), debut, fin, fiche)) return;
-  fichier.Erreur(0, MessageLecture);
+  fichier.ErreurLecture();
   etat.Abandonne(EchecFichier());
 }
 

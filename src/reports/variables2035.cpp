@@ -6,10 +6,10 @@
 #include "core/btfiles.h"
 #include "core/erreursexercice.h"
 #include "core/fiche.h"
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/formule.h"
 #include "master/fraiskm.h"
+#include "master/textes.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -85,7 +85,7 @@ bool Rubriques2035::LitRubriques() {
         LitTexte(rubrique.Formule), rubrique.Manuel != 0, {rubrique.ManuelFranc, rubrique.ManuelEuro}};
     return true;
   });
-  if (!lu) fichier.Erreur(0, MessageLecture);
+  if (!lu) fichier.ErreurLecture();
   return lu;
 }
 
@@ -105,7 +105,7 @@ bool Rubriques2035::LitComptes() {
       total += {compte.DebitFranc - compte.CreditFranc, compte.DebitEuro - compte.CreditEuro};
     return true;
   });
-  if (!lu) plan.Erreur(0, MessageLecture);
+  if (!lu) plan.ErreurLecture();
   return lu;
 }
 

@@ -10,7 +10,6 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-#include "core/textes.h"
 #include "core/valeurs.h"
 #include "forms/reports/ecritpdf.h"
 #include "forms/reports/impressionpages.h"
