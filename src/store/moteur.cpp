@@ -242,7 +242,7 @@ bool Moteur::FermeCabinet() {
   if (bien && (change || !m->reprise->EstVide())) {
     if (const int rc = m->reprise->Vide()) bien = m->Echec(rc, Joint(m->dossier, "fenlor.rep"));
   }
-  m->verrou.Rend(bien && !m->reprise->DoitVider());
+  m->verrou.Rend(bien && m->reprise->EstSur());
   m->reprise.reset();
   m->ouvert = false;
   return bien;

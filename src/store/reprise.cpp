@@ -193,20 +193,30 @@ int JournalReprise::Affirme() {
   // sync failed: written over in memory, perhaps as it was on the disk. A cut would then find the log
   // empty, and the data files half-way between the units that were being replayed.
   // And the last unit may be one whose sync failed before its program died: visible, and clean for the
-  // kernel, which would not write it unless somebody did.
+  // kernel, which would not write it unless somebody did. Behind it one may stand that was told as refused:
+  // wiped for the kernel alone.
   std::string unite(m_finDerniere - m_derniere, 0);
   std::size_t lus = 0;
   int rc = m_fichier->Lit(unite.data(), unite.size(), DebutUnites + m_derniere, lus);
   if (!rc) rc = m_fichier->Ecrit(unite.data(), lus, DebutUnites + m_derniere);
   if (!rc) rc = EcritEntete(m_epoque + 1);
+  if (!rc) rc = Barre(m_finDerniere);
   return rc ? rc : m_fichier->Synchronise();
 }
 
 int JournalReprise::AffirmeVide() {
   assert(EstVide());
   // To its own copy: should a cut tear it, the other one leads to units that the data files hold already.
-  const int rc = EcritEntete(m_epoque);
+  int rc = EcritEntete(m_epoque);
+  if (!rc) rc = Barre(0);
   return rc ? rc : m_fichier->Synchronise();
+}
+
+int JournalReprise::Barre(u64 place) {
+  assert(place % Bloc == 0);
+  if (DebutUnites + place + Bloc > m_taille) return 0;
+  const std::vector<u8> zeros(Bloc, 0);
+  return m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + place);
 }
 
 void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers) {
@@ -259,8 +269,7 @@ int JournalReprise::Ecrit() {
   // A unit that failed may have reached the disk all the same: it must be gone
   // before another one is allowed to count.
   if (m_doute) {
-    const std::vector<u8> zeros(Bloc, 0);
-    if (const int rc = m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + m_fin)) return rc;
+    if (const int rc = Barre(m_fin)) return rc;
     if (const int rc = m_fichier->Synchronise()) return rc;
     m_doute = false;
   }
@@ -286,9 +295,7 @@ int JournalReprise::Ecrit() {
     // Told as failed, it must not come back after a crash: its first block is wiped at once, or, if
     // the disk does not take that either, before the next unit.
     m_doute = true;
-    const std::vector<u8> zeros(Bloc, 0);
-    if (!m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + m_fin) && !m_fichier->Synchronise())
-      m_doute = false;
+    if (!Barre(m_fin) && !m_fichier->Synchronise()) m_doute = false;
     return rc;
   }
   assert(!m_doute && !m_aVider);

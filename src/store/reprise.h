@@ -82,6 +82,8 @@ class JournalReprise {
   bool EstVide() const { return m_fin == 0; }
   /// A header could not be synced: `Vide` must succeed before the next unit.
   bool DoitVider() const { return m_aVider; }
+  /// True when what the disk holds of the log is what a reader sees.
+  bool EstSur() const { return !m_aVider && !m_doute; }
   /// 0 while the file still has its name and its length, else ErrAltere or errno.
   int EstEntier() { return m_fichier->Tient(m_taille); }
   /// Writes and syncs the unit. On failure it does not count, now or later.
@@ -113,8 +115,9 @@ class JournalReprise {
   }
   /// Reads all units without handing them on: 0 when `Relit` will get through.
   int Verifie();
-  /// Makes sure that the disk has what `Verifie` read: the last unit, and the header of this epoch as the
-  /// only one that a cut can leave. Units that stand in the log are replayed only behind it. 0 or errno.
+  /// Makes sure that the disk has what `Verifie` read: the last unit and none behind it, and the header of
+  /// this epoch as the only one that a cut can leave. Units that stand in the log are replayed only behind
+  /// it. 0 or errno.
   int Affirme();
   /// The same for a log without units. 0 or errno.
   int AffirmeVide();
@@ -123,6 +126,8 @@ class JournalReprise {
  private:
   int Cree(Systeme& systeme, const std::string& chemin);
   int EcritEntete(u64 copie);
+  /// Voids what stands at a place of the units, unsynced.
+  int Barre(u64 place);
   void Rembobine() {
     m_suivante = m_premiere;
     m_fin = m_lecture = 0;

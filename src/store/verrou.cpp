@@ -50,16 +50,20 @@ int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   if (rc) {
     char texte[512];
     std::size_t lus = 0;
-    if (rc == ErrOccupe && m_fichier->Lit(texte, sizeof texte, 0, lus) == 0) m_detenteur.assign(texte, lus);
+    if (rc == ErrOccupe && m_fichier->Lit(texte, sizeof texte, 0, lus) == 0 && lus > 1)
+      m_detenteur.assign(texte, lus);
     if (m_detenteur.empty()) m_detenteur = "inconnu";
     Rend();
     return rc;
   }
   // Who holds it is a courtesy to the next one: a full disk is no reason to refuse.
   const std::string texte = QuiSuisJe();
-  Empreinte laisse;
+  Empreinte laisse{};
   m_etaitAcheve = existait && m_fichier->Mesure(laisse) == 0 && laisse.taille == 0;
-  if (m_fichier->Tronque(0) == 0) m_fichier->Ecrit(texte.data(), texte.size(), 0);
+  // Never empty meanwhile, and not on a full disk either, where a length needs no room: that is the mark of a
+  // session that ended well.
+  const bool ecrit = m_fichier->Ecrit(texte.data(), texte.size(), 0) == 0;
+  if (ecrit || laisse.taille == 0) m_fichier->Tronque(ecrit ? texte.size() : 1);
   m_detenteur.clear();
   return 0;
 }

@@ -102,7 +102,8 @@ struct SystemeCoupure::Noeud {
   // Of a file. The descriptor keeps the content of one that lost its name.
   int descripteur = -1;
   std::vector<Geste> gestes;
-  std::map<u64, std::string> oubliees;  ///< what the disk holds of pages that a failed sync forgot
+  std::map<u64, std::vector<std::string>>
+      oubliees;  ///< what the disk may hold of pages that failed syncs forgot
   // Of a directory.
   Entrees entrees;   ///< names as the program sees them
   Entrees durables;  ///< names that a cut leaves
@@ -149,15 +150,17 @@ struct SystemeCoupure::Noeud {
     ChaquePage([&](u64 p) {
       std::string page = p * Page < contenu.size() ? contenu.substr(p * Page, Page) : std::string();
       page.resize(Page);
-      oubliees.try_emplace(p, std::move(page));
+      std::vector<std::string>& versions = oubliees[p];
+      if (versions.empty() || versions.back() != page) versions.push_back(std::move(page));
     });
     gestes.clear();
     return EIO;
   }
 
   void Retrouve(std::string& contenu, Sort& sort) const {
-    for (const auto& [p, page] : oubliees) {
+    for (const auto& [p, versions] : oubliees) {
       if (p * Page >= contenu.size() || sort.Garde()) continue;
+      const std::string& page = sort.ToutPerdu() ? versions.back() : versions[sort.Sous(versions.size())];
       const u64 taille = std::min<u64>(Page, contenu.size() - p * Page);
       contenu.replace(p * Page, taille, page, 0, taille);
     }
@@ -326,8 +329,10 @@ void SystemeCoupure::Note(Ref sujet, std::vector<Affectation> affectations) {
 SystemeCoupure::Synchro SystemeCoupure::PasseSynchro(const std::string& chemin) {
   ++m_synchros;
   if (m_reste > 0 && --m_reste == 0) m_coupe = true;
-  if (m_echec > 0 && --m_echec == 0) {
-    m_mort = m_meurt;
+  if (m_echec > 1) {
+    --m_echec;
+  } else if (m_echecs > 0) {
+    m_mort = --m_echecs == 0 && m_meurt;
     return Synchro::Manquee;
   }
   const bool faite = !m_coupe && (m_ignore.empty() || chemin.find(m_ignore) == std::string::npos);

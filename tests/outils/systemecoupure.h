@@ -13,7 +13,8 @@
 //
 // A sync that fails does what the kernel does then: what was in flight in that
 // file stays visible and counts as clean. No later sync writes it, and a cut
-// finds the pages as they were on the disk, unless somebody wrote them again.
+// finds the pages as they were on the disk before it or before any earlier failure,
+// or as they were to be, unless somebody wrote them again.
 //
 // Files that others write below the directory (key files) stay as they are.
 #pragma once
@@ -37,12 +38,15 @@ class SystemeCoupure : public Systeme {
   /// it takes effect. From the cut on every operation answers EIO.
   void CoupeApres(u64 n) { m_reste = n; }
   void Coupe() { m_coupe = true; }
-  /// The n-th sync from now (from 1) fails, and what it was to write is forgotten.
-  void EchoueSynchro(u64 n) { m_echec = n; }
+  /// The n-th sync from now (from 1) fails, and what it was to write is forgotten; with `suite` those behind
+  /// it as well, so many in all. None for 0.
+  void EchoueSynchro(u64 n, unsigned suite = 1) { m_echec = n, m_echecs = n ? suite : 0; }
+  bool EchecVenu() const { return m_echecs == 0; }
   bool EstCoupe() const { return m_coupe; }
-  /// The program dies of that failure: from then on every operation answers EIO and does nothing, until
-  /// another one begins. What the dead one wrote stays visible.
+  /// The program dies of the last such failure: from then on every operation answers EIO and does nothing,
+  /// until another one begins. What the dead one wrote stays visible.
   void MeurtDeLEchec() { m_meurt = true; }
+  void Meurt() { m_mort = true; }
   void Recommence() { m_mort = false; }
   bool EstMort() const { return m_mort; }
 
@@ -56,7 +60,7 @@ class SystemeCoupure : public Systeme {
   std::size_t NbEnAttente() const;
 
   /// Cuts, and rewrites the files to one of the possible states. The same seed
-  /// gives the same state: 0 drops everything in flight, 1 keeps it all. The
+  /// gives the same state: 0 drops all in flight and what the last failed sync forgot, 1 keeps it. The
   /// object is of no more use: the machine starts again with a new one. False
   /// when the real disk failed.
   bool Applique(u64 graine);
@@ -112,6 +116,7 @@ class SystemeCoupure : public Systeme {
   u64 m_synchros = 0;
   u64 m_reste = 0;
   u64 m_echec = 0;
+  unsigned m_echecs = 0;
   bool m_coupe = false;
   bool m_meurt = false, m_mort = false;
 };

@@ -327,7 +327,7 @@ class Coupure : public testing::Test {
   /// Runs a story with a cut at sync `n` and that fate. True when the cut came.
   /// A complaint goes to `plainte`.
   bool Essaie(void (*histoire)(Machine&), u64 n, u64 graine, const std::string& ignore, std::string& plainte,
-              u64 manquee = 0) {
+              u64 manquee = 0, unsigned manquees = 1) {
     fs::remove_all(m_dossier.Chemin() + "/essai");
     fs::create_directories(m_dossier.Chemin() + "/essai");
     fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
@@ -338,7 +338,7 @@ class Coupure : public testing::Test {
       SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
       systeme.IgnoreSynchro(ignore);
       systeme.CoupeApres(n);
-      systeme.EchoueSynchro(manquee);
+      systeme.EchoueSynchro(manquee, manquees);
       {
         Machine machine(m_essai, systeme, m_reprise);
         machine.Commence(m_depart, m_modele);
@@ -491,15 +491,19 @@ TEST_F(Coupure, CeQuUneSynchroManqueeAOublieEstEcritEncore) {
     });
 }
 
-/// The log cannot be emptied as the practice is closed, and the power goes while it is replayed.
+/// The log cannot be emptied as the practice is closed, and the power goes while it is replayed; or what
+/// makes sure of its header fails as well, and the power goes in the replay behind.
 TEST_F(Coupure, DansLaRepriseApresUneSynchroManquee) {
-  bool coupee = true;
-  for (u64 manquee = 1; coupee && !HasFailure(); ++manquee) {
-    for (u64 n = manquee + 1; n <= manquee + 2; ++n) {
-      for (u64 graine = 2; graine < 9; ++graine) {
-        std::string plainte;
-        coupee = Essaie(PetiteHistoire, n, graine, "", plainte, manquee);
-        EXPECT_EQ(plainte, "") << "sync " << manquee << " failed, cut at sync " << n << ", fate " << graine;
+  for (unsigned manquees = 1; manquees <= 2; ++manquees) {
+    bool coupee = true;
+    for (u64 premiere = 1; coupee && !HasFailure(); ++premiere) {
+      for (u64 n = premiere + manquees; n <= premiere + manquees + 1; ++n) {
+        for (u64 graine = 2; graine < 9; ++graine) {
+          std::string plainte;
+          coupee = Essaie(PetiteHistoire, n, graine, "", plainte, premiere, manquees);
+          EXPECT_EQ(plainte, "") << manquees << " failed from sync " << premiere << ", cut at sync " << n
+                                 << ", fate " << graine;
+        }
       }
     }
   }
@@ -556,6 +560,45 @@ TEST_F(Coupure, DansLaSeanceApresUneMortDansUneSynchroManquee) {
     }
   }
   std::cout << essais << " deaths in a failed sync with a cut behind\n";
+}
+
+/// The unit cannot be synced, nor what should wipe it: told as refused, it stays away whatever the disk has
+/// of it, once the next session has brought a sync to its end.
+TEST_F(Coupure, UneUniteRefuseeNeRevientPas) {
+  for (unsigned essai = 0; essai < 4 * 3 * 3; ++essai) {
+    const bool dAutres = essai & 1, meurt = essai & 2;
+    const u64 n = 2 + essai / 4 % 3, graine = essai / 12 * 2;
+    SCOPED_TRACE(testing::Message() << "behind others " << dAutres << ", death " << meurt << ", cut at " << n
+                                    << ", fate " << graine);
+    fs::remove_all(m_dossier.Chemin() + "/essai");
+    fs::create_directories(m_dossier.Chemin() + "/essai");
+    fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+    Livres acquis;
+    SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
+    {
+      Machine premiere(m_essai, systeme);
+      premiere.Commence(m_depart, m_modele);
+      premiere.Endure();
+      premiere.Ouvre();
+      if (dAutres) premiere.Ajoute(10);
+      systeme.EchoueSynchro(1, 2);
+      premiere.Ajoute(11);
+      ASSERT_TRUE(systeme.EchecVenu());
+      acquis = premiere.Acquis();
+      if (meurt) systeme.Meurt();
+      premiere.Ferme();
+    }
+    systeme.Recommence();
+    systeme.CoupeApres(n);
+    {
+      Machine seconde(m_essai, systeme);
+      seconde.Ouvre();
+      systeme.Coupe();
+    }
+    ASSERT_TRUE(systeme.Applique(graine));
+    EcrSimple rec{};
+    EXPECT_TRUE(LitLivres(m_essai, rec) == acquis);
+  }
 }
 
 TEST_F(Coupure, TemoinSansSynchroDuJournalDeReprise) {

@@ -3,7 +3,9 @@
 #include <cerrno>
 #include <cstring>
 
+#include "outils/systemefautif.h"
 #include "store/livresdumoteur.h"
+#include "store/verrou.h"
 
 namespace fenlor::test {
 namespace {
@@ -273,6 +275,27 @@ TEST_P(MoteurTest, UnSeulEcrivain) {
   EXPECT_TRUE(second.Ouvre());
   EXPECT_EQ(fs::status(m_dossier / "COMPTES.dat").permissions() & fs::perms::all,
             fs::perms::owner_read | fs::perms::owner_write);
+}
+
+/// The mark of a session that did not end well is there from the lock on, and stays, whatever the disk
+/// answers.
+TEST(VerrouTest, UneSeanceInterrompueSeVoit) {
+  DossierTemporaire dossier;
+  SystemePosix vrai;
+  for (const bool acheve : {true, false}) {
+    for (unsigned k = 1; k <= 12; ++k) {
+      SystemeFautif systeme(vrai);
+      Verrou avant, mort, suivant;
+      ASSERT_EQ(avant.Prend(vrai, dossier.Chemin()), 0);
+      avant.Rend(acheve);
+      systeme.SurChemin("fenlor.ver");
+      systeme.Programme(k, ENOSPC, acheve ? SystemeFautif::Ecriture : SystemeFautif::Tous, acheve);
+      const bool pris = mort.Prend(systeme, dossier.Chemin()) == 0;
+      mort.Rend();
+      ASSERT_EQ(suivant.Prend(vrai, dossier.Chemin()), 0);
+      EXPECT_EQ(suivant.EtaitAcheve(), acheve && !pris) << acheve << " failure " << k;
+    }
+  }
 }
 
 TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
