@@ -77,7 +77,7 @@ bool LibelleRelisible(std::string_view texte) {
   return !norme.empty() && !EstMarque(norme.front());
 }
 
-bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles) {
+Refus LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles) {
   libelles.clear();
   const std::string chemin = Chemin(app, FichierLibelles);
   std::unique_ptr<Fichier> fichier;
@@ -87,22 +87,23 @@ bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles) {
     code = EcritContenu(app, PremiereLigne());
   else if (!code)
     code = LitContenu(*fichier, contenu);
-  if (code) return app.ReportErreur(ErrOuvertureDe, {chemin});
+  if (code) return Refus(ErrOuvertureDe, "", {chemin});
   for (std::string_view reste = contenu; !reste.empty();) {
     const std::size_t fin = reste.find('\n');
     if (const std::string libelle = NormeLibelle(reste.substr(0, fin)); LibelleRelisible(libelle))
       libelles.push_back(libelle);
     reste.remove_prefix(fin == std::string_view::npos ? reste.size() : fin + 1);
   }
-  return true;
+  return {};
 }
 
-bool EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles) {
+Refus EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles) {
   std::string contenu = PremiereLigne();
   for (const std::string& libelle : libelles)
     if (const std::string norme = NormeLibelle(libelle); !norme.empty()) contenu += norme + "\r\n";
   const int code = EcritContenu(app, contenu);
-  return code == 0 || app.ReportErreur(ErrLibelles, {Chemin(app, FichierLibelles), TexteErreurSysteme(code)});
+  if (code) return Refus(ErrLibelles, "", {Chemin(app, FichierLibelles), TexteErreurSysteme(code)});
+  return {};
 }
 
 }  // namespace fenlor

@@ -18,11 +18,11 @@ std::string NormeLibelle(std::string_view texte);
 bool LibelleRelisible(std::string_view texte);
 
 /// Labels in file order: lines normalised and cut to 80, blank ones and those that begin with "@" or "["
-/// left out. A file that does not exist is made with its first line. False, told (3117), when it
+/// left out. A file that does not exist is made with its first line. Refused (3117) when it
 /// can neither be read nor made; `libelles` is then empty, and nothing must be written in its place.
-bool LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles);
+Refus LitLibelles(CFenlorApp& app, std::vector<std::string>& libelles);
 /// "@Texte", then each label that is not blank, normalised, lines ended by CR LF, and the checksum. The file
-/// is replaced as a whole and is durable then; a failure (told) leaves the old one.
-bool EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles);
+/// is replaced as a whole and is durable then; a failure (3351) leaves the old one.
+Refus EcritLibelles(CFenlorApp& app, const std::vector<std::string>& libelles);
 
 }  // namespace fenlor

@@ -150,7 +150,7 @@ void CEtatLibelleDoc::BuildEtat() {
       FinListe};
   std::vector<std::string> libelles;
   if (!Debute(textes)) return;
-  if (!LitLibelles(App, libelles)) return Abandonne(EchecFichier());
+  if (const Refus refus = LitLibelles(App, libelles)) return Abandonne(refus);
   EcritTable<std::string>(textes, TableLibelles, static_cast<u32>(libelles.size()), [&](const auto& suite) {
     for (std::size_t i = 0; i < libelles.size() && EnCours(); ++i) suite(libelles[i]);
   });

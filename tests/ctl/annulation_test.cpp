@@ -350,7 +350,7 @@ class Hasard : public Reprises {
     if (sorte == 18) ChangeModele();
     if (sorte == 19) ChangeReglage();
     if (sorte < 20) return;
-    EXPECT_TRUE(EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"}));
+    EXPECT_TRUE(App().Dit(EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"})));
   }
 
   std::mt19937 m_hasard{[] {
@@ -361,7 +361,7 @@ class Hasard : public Reprises {
 
 TEST_F(Hasard, ToutRevientOctetPourOctet) {
   std::vector<std::string> libelles;
-  ASSERT_TRUE(LitLibelles(App(), libelles));
+  ASSERT_TRUE(App().Dit(LitLibelles(App(), libelles)));
   // Held open, as windows do: a file is made before a unit begins.
   std::vector<Ouverture> tenus;
   for (const DefinitionFichier& def : Definitions()) tenus.emplace_back(Magasin(), def.numero);

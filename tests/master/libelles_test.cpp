@@ -24,7 +24,7 @@ class LibellesTest : public DisqueDeTest, public test::CabinetDeTest {
   }
   Liste Lus() {
     Liste lus;
-    EXPECT_TRUE(LitLibelles(App(), lus));
+    EXPECT_TRUE(App().Dit(LitLibelles(App(), lus)));
     return lus;
   }
   std::vector<std::string> Fichiers() {
@@ -59,7 +59,8 @@ TEST_F(LibellesTest, CeQuiEstLuDUnFichier) {
 }
 
 TEST_F(LibellesTest, CeQuiEstEcritEstRelu) {
-  ASSERT_TRUE(EcritLibelles(App(), {"  Loyer   de mai ", "", " \t", "Électricité"_w, std::string(81, 'x')}));
+  ASSERT_TRUE(App().Dit(
+      EcritLibelles(App(), {"  Loyer   de mai ", "", " \t", "Électricité"_w, std::string(81, 'x')})));
   EXPECT_EQ(Contenu(), "@Texte\r\nLoyer de mai\r\nÉlectricité\r\n"_w + std::string(80, 'x') + "\r\n");
   EXPECT_EQ(Lus(), (Liste{"Loyer de mai", "Électricité"_w, std::string(80, 'x')}));
   for (const char* perdu : {"", "  ", "@Texte", " [CPAM]"}) EXPECT_FALSE(LibelleRelisible(perdu)) << perdu;
@@ -67,7 +68,7 @@ TEST_F(LibellesTest, CeQuiEstEcritEstRelu) {
 }
 
 TEST_F(LibellesTest, UnBitQuiBasculeSeVoitEtSeDitUneFois) {
-  ASSERT_TRUE(EcritLibelles(App(), {"Loyer", "Électricité"_w}));
+  ASSERT_TRUE(App().Dit(EcritLibelles(App(), {"Loyer", "Électricité"_w})));
   std::string contenu = test::LitFichier(Chemin());
   for (std::size_t bit = 0; bit < contenu.size() * 8; ++bit) {
     contenu[bit / 8] ^= static_cast<char>(1u << bit % 8);
@@ -89,17 +90,17 @@ TEST_F(LibellesTest, FichierAbsentOuDossierPerdu) {
   const std::string ailleurs = App().PathExercice + "~";
   std::filesystem::rename(App().PathExercice, ailleurs);
   Liste lus{"avant"};
-  EXPECT_FALSE(LitLibelles(App(), lus) || EcritLibelles(App(), {"Loyer"}));
+  EXPECT_FALSE(App().Dit(LitLibelles(App(), lus)) || App().Dit(EcritLibelles(App(), {"Loyer"})));
   EXPECT_EQ(lus, Liste{});
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3117, 3351}));
   EXPECT_EQ(Boite.Erreurs[0].texte, "Ouverture de " + Chemin() + " impossible.");
   std::filesystem::rename(ailleurs, App().PathExercice);
-  EXPECT_TRUE(EcritLibelles(App(), {"Loyer"}));
+  EXPECT_TRUE(App().Dit(EcritLibelles(App(), {"Loyer"})));
 }
 
 // Whatever the disk refuses, the old labels are there, whole, and nothing lies beside them.
 TEST_F(LibellesTest, UnEchecLaisseLAncienFichier) {
-  ASSERT_TRUE(EcritLibelles(App(), {"Loyer", "Électricité"_w}));
+  ASSERT_TRUE(App().Dit(EcritLibelles(App(), {"Loyer", "Électricité"_w})));
   const std::string avant = Contenu();
   const auto fichiers = Fichiers();
   using F = SystemeFautif;
@@ -111,7 +112,7 @@ TEST_F(LibellesTest, UnEchecLaisseLAncienFichier) {
     for (unsigned k = 1;; ++k) {
       SCOPED_TRACE("kind " + std::to_string(genre) + ", time " + std::to_string(k));
       Disque.Programme(k, ENOSPC, genre);
-      const bool ecrit = EcritLibelles(App(), {"Autre"});
+      const bool ecrit = App().Dit(EcritLibelles(App(), {"Autre"}));
       const bool panne = Disque.NbPannes() > 0;
       Disque.Repare();
       EXPECT_EQ(ecrit, !panne);
@@ -120,11 +121,11 @@ TEST_F(LibellesTest, UnEchecLaisseLAncienFichier) {
       if (!panne) break;
       ++refus;
     }
-    ASSERT_TRUE(EcritLibelles(App(), {"Loyer", "Électricité"_w}));
+    ASSERT_TRUE(App().Dit(EcritLibelles(App(), {"Loyer", "Électricité"_w})));
   }
   Disque.SurChemin("2003");
   Disque.Programme(1, EIO, F::SynchroDossier);
-  EXPECT_FALSE(EcritLibelles(App(), {"Autre"})) << "a name that may not be durable";
+  EXPECT_FALSE(App().Dit(EcritLibelles(App(), {"Autre"}))) << "a name that may not be durable";
   Disque.Repare();
   EXPECT_EQ(Contenu(), avant);
   EXPECT_GE(refus, 6u);
@@ -135,7 +136,7 @@ TEST_F(LibellesTest, UnFichierIllisibleNEstPasRemplace) {
   Disque.SurChemin("TEXTES.dat");
   Disque.Programme(1, EACCES, SystemeFautif::Ouvertures, false);
   Liste lus;
-  EXPECT_FALSE(LitLibelles(App(), lus) || EcritLibelles(App(), {"Autre"}));
+  EXPECT_FALSE(App().Dit(LitLibelles(App(), lus)) || App().Dit(EcritLibelles(App(), {"Autre"})));
   Disque.Repare();
   EXPECT_FALSE(Lus().empty());
   EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3117, 3351}));

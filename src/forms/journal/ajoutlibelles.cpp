@@ -50,12 +50,12 @@ void AjoutLibelles::Ajoute() {
 
 void AjoutLibelles::Ecrit() {
   std::vector<std::string> libelles;
-  if (m_ajoutes.empty() || !LitLibelles(m_contexte.App, libelles)) return;
+  if (m_ajoutes.empty() || !m_contexte.App.Dit(LitLibelles(m_contexte.App, libelles))) return;
   const std::size_t avant = libelles.size();
   for (const std::string& libelle : m_ajoutes)
     if (std::find(libelles.begin(), libelles.end(), libelle) == libelles.end()) libelles.push_back(libelle);
   m_ajoutes.clear();
-  if (libelles.size() > avant) EcritLibelles(m_contexte.App, libelles);
+  if (libelles.size() > avant) m_contexte.App.Dit(EcritLibelles(m_contexte.App, libelles));
 }
 
 }  // namespace fenlor

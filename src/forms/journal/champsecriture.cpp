@@ -214,7 +214,7 @@ ChampLibelle::ChampLibelle(QWidget* parent) : QComboBox(parent), m_editeur(new E
 
 void ChampLibelle::Charge(CFenlorApp& app) {
   std::vector<std::string> libelles;
-  LitLibelles(app, libelles);
+  app.Dit(LitLibelles(app, libelles));
   const QString texte = currentText();
   const QSignalBlocker silence(this);
   clear();

@@ -38,7 +38,7 @@ void CLibelleView::Charge() {
 
 void CLibelleView::FillList() {
   std::vector<std::string> lus;
-  m_lu = LitLibelles(App(), lus);
+  m_lu = App().Dit(LitLibelles(App(), lus));
   if (!m_lu) return;
   m_libelles.clear();
   std::vector<LigneListe> lignes;
@@ -70,7 +70,7 @@ bool CLibelleView::Insere(const std::string& libelle) {
   const int ligne = choisie < 0 ? NbLibelles() : std::min(choisie, NbLibelles());
   std::vector<std::string> libelles = Libelles();
   libelles.insert(libelles.begin() + ligne, libelle);
-  if (!EcritLibelles(App(), libelles)) return false;
+  if (!App().Dit(EcritLibelles(App(), libelles))) return false;
   m_libelles[++m_derniere] = libelle;
   Table().Modele().Insere(ligne, m_derniere);
   if (choisie >= 0) Table().SelectionneLigne(Table().LigneChoisie());
@@ -81,7 +81,7 @@ bool CLibelleView::Insere(const std::string& libelle) {
 bool CLibelleView::Change(int ligne, const std::string& libelle) {
   std::vector<std::string> libelles = Libelles();
   libelles.at(static_cast<std::size_t>(ligne)) = libelle;
-  if (!EcritLibelles(App(), libelles)) return false;
+  if (!App().Dit(EcritLibelles(App(), libelles))) return false;
   const ModeleListe::Donnee donnee = Table().Modele().DonneeDe(ligne);
   m_libelles[donnee] = libelle;
   Table().Modele().Change(ligne, donnee);
@@ -109,7 +109,7 @@ void CLibelleView::Supprime() {
   if (App().MessageId(style, QuestionSupprimeLibelle, {Libelle(ligne)}) != RepOui) return;
   std::vector<std::string> libelles = Libelles();
   libelles.erase(libelles.begin() + ligne);
-  if (!EcritLibelles(App(), libelles)) return;
+  if (!App().Dit(EcritLibelles(App(), libelles))) return;
   m_libelles.erase(Table().Modele().DonneeDe(ligne));
   Table().Modele().Supprime(ligne);
   Table().SelectionneLigne(ligne);

@@ -216,7 +216,7 @@ TEST_F(FormesAuto, RefusEtLibelles) {
     Boite.Defaut = RepNon;
     Clique(Case(*un, "annuler"));
     std::vector<std::string> libelles;
-    ASSERT_TRUE(LitLibelles(App(), libelles));
+    ASSERT_TRUE(App().Dit(LitLibelles(App(), libelles)));
     EXPECT_EQ(libelles.back(), enregistre ? "Garde un" : "Garde deux");
   }
 }

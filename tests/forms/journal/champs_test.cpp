@@ -198,7 +198,7 @@ TEST_F(Champs, UnCodeTrouveSonCompte) {
 }
 
 TEST_F(Champs, Libelles) {
-  ASSERT_TRUE(EcritLibelles(App(), {"Loyer du cabinet", "Loyer du garage", "Honoraires"}));
+  ASSERT_TRUE(App().Dit(EcritLibelles(App(), {"Loyer du cabinet", "Loyer du garage", "Honoraires"})));
   QWidget zone;
   Formulaire formulaire{zone};
   ChampLibelle libelle;

@@ -376,7 +376,7 @@ TEST_F(FormeEcriture, EcritureAbsente) {
 }
 
 TEST_F(FormeEcriture, LibelleAjouteALaListe) {
-  ASSERT_TRUE(EcritLibelles(App(), {"Consultations"}));
+  ASSERT_TRUE(App().Dit(EcritLibelles(App(), {"Consultations"})));
   auto f = Montre(Ouverture(JournalRecettes));
   Tape(*Champ(*f, "libelle"), u"Visites  à domicile"_s);
   QTest::keyClick(Champ(*f, "libelle"), Qt::Key_L, Qt::ControlModifier);
@@ -386,7 +386,7 @@ TEST_F(FormeEcriture, LibelleAjouteALaListe) {
   Boite.Reponses = {RepNon};
   f->reject();
   std::vector<std::string> libelles;
-  ASSERT_TRUE(LitLibelles(App(), libelles));
+  ASSERT_TRUE(App().Dit(LitLibelles(App(), libelles)));
   EXPECT_THAT(libelles, ElementsAre("Consultations", "Visites à domicile"_w));
 }
 

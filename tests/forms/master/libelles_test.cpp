@@ -29,7 +29,7 @@ class FenetreLibelles : public FormesJournal {
   /// The labels of the file, which are those of the window, with its empty row at the end.
   Noms Libelles() {
     Noms lus, montres;
-    EXPECT_TRUE(LitLibelles(App(), lus));
+    EXPECT_TRUE(App().Dit(LitLibelles(App(), lus)));
     ModeleListe& modele = Vue->Table().Modele();
     for (int i = 0; i < modele.NbLignes(); ++i) montres.push_back(De1252(modele.Champ(i, 0)));
     EXPECT_TRUE(!montres.empty() && montres.back().empty() && modele.DonneeDe(modele.NbLignes() - 1) == 0);
