@@ -89,9 +89,16 @@ int OteAtelier(Systeme& systeme, const std::string& dossier) {
 
 NoteSauvegarde::NoteSauvegarde(CFenlorApp& app, const std::string& dossier)
     : m_app(app),
-      m_notee(app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), NoteDe(dossier))) {}
+      m_dossier(dossier),
+      m_notee(app.Magasin.SystemeFichiers().Existe(dossier) &&
+              app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), NoteDe(dossier))) {}
 
 NoteSauvegarde::~NoteSauvegarde() {
+  // A drive that went away keeps its unfinished archive: the next opening looks for it.
+  std::vector<std::string> noms;
+  if (m_app.Magasin.SystemeFichiers().Liste(m_dossier, noms) != 0 ||
+      std::any_of(noms.begin(), noms.end(), EstProvisoire))
+    return;
   if (m_notee) m_app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), std::nullopt);
 }
 

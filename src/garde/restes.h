@@ -19,8 +19,9 @@ int TientFichier(const Fichier& fichier);
 /// gone. errno of what stayed.
 int OteAtelier(Systeme& systeme, const std::string& dossier);
 
-/// Notes in the practice, while it lives, the folder into which an archive is being written. The note is a
-/// courtesy to `RangeRestes`: where it cannot be written the backup goes on.
+/// Notes in the practice, while it lives, the folder into which an archive is being written; the note stays
+/// where an unfinished one could not be removed. It is a courtesy to `RangeRestes`: where it cannot be
+/// written the backup goes on.
 class NoteSauvegarde {
  public:
   NoteSauvegarde(CFenlorApp& app, const std::string& dossier);
@@ -30,6 +31,7 @@ class NoteSauvegarde {
 
  private:
   CFenlorApp& m_app;
+  const std::string m_dossier;
   bool m_notee;
 };
 

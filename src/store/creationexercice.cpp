@@ -29,6 +29,7 @@ constexpr std::string_view SuffixeRemplace = ".remplace~", SuffixeSupprime = ".s
 /// Yes and no, of which no is the default: yes destroys.
 constexpr u32 StyleOuiNonQuestion = 4 | 32 | 256;
 constexpr u32 ReponseOui = 6;
+constexpr unsigned RangAvantMax = 1000;  ///< names tried for old books
 
 std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view suffixe) {
   assert(NomExerciceCorrect(nom) && suffixe.ends_with('~'));
@@ -37,11 +38,12 @@ std::string CheminCote(EtatQVAPI& etat, const std::string& nom, std::string_view
 
 /// True for a file that the store made in an exercice's directory.
 bool EstFichierDuMagasin(const std::string& nom) {
-  if (nom == "TEXTES.dat" || nom == "SCEAU.dat" || nom == "SAISIE.ini" || nom == "witness") return true;
+  if (nom == "SAISIE.ini" || nom == "witness") return true;
   const std::size_t point = nom.rfind('.');
-  if (point == std::string::npos || DefinitionNom(nom.substr(0, nom.find('.'))) == nullptr) return false;
-  const std::string extension = nom.substr(point);
-  return extension == ".dat" || extension == ".idx" || extension == ".neuf";
+  if (point == std::string::npos) return false;
+  const std::string base = nom.substr(0, nom.find('.')), extension = nom.substr(point);
+  if (base != "TEXTES" && base != "SCEAU" && base != "CORBEILLE" && !DefinitionNom(base)) return false;
+  return extension == ".dat" || extension == ".idx" || extension == ".neuf" || extension == ".tmp";
 }
 
 /// Removes what the store made in a directory left by an unclean stop, and the
@@ -79,7 +81,13 @@ int RangeAncien(EtatQVAPI& etat, const std::string& nom) {
   if (code != 0) return code;
   if (avant.empty()) return OteDossier(*etat.systeme, cote);
   assert(avant.find('/') == std::string::npos);
-  code = etat.systeme->Renomme(cote, Joint(etat.pathCabinet, avant));
+  // Somebody may have taken the name meanwhile: that is no reason to open no practice any more.
+  std::string nomAvant = avant;
+  for (unsigned rang = 2; rang <= RangAvantMax; ++rang) {
+    code = etat.systeme->Renomme(cote, Joint(etat.pathCabinet, nomAvant));
+    if (code != ENOTEMPTY && code != EEXIST && code != ENOTDIR) break;
+    nomAvant = avant + "-" + std::to_string(rang);
+  }
   if (code != 0 && code != ENOENT) return code;
   if ((code = etat.systeme->SynchroniseDossier(etat.pathCabinet))) return code;
   return etat.reglages->Ecrit(nom, CleAvant, std::nullopt) ? 0 : etat.reglages->Erreur();
@@ -488,6 +496,9 @@ bool QVAPI::QVInstalleExercice(const std::string& nomDonne, const std::string& p
   int erreur = 0;
   const std::string listee = NomListe(etat, nomDonne, erreur), nom = listee.empty() ? nomDonne : listee;
   const bool remplace = Existe(etat, nom, erreur);
+  Empreinte ancien;
+  const int prise = remplace ? etat.systeme->Mesure(Joint(etat.pathCabinet, avant), ancien) : ENOENT;
+  if (prise != ENOENT) return RefuseDit(*this, etat, prise ? prise : EEXIST);
   std::vector<Profil::Changement> changements;
   // The section goes as a whole, the note of the replacement with it.
   changements.push_back({nom, {}, std::nullopt});

@@ -248,8 +248,8 @@ class QVAPI {
   bool QVDeleteExercice(const std::string& nom);
   /// Puts the books of the directory `pret` (somewhere below the practice's, synced, open to nobody) in the
   /// place of an exercice, with these keys as its settings, or makes it one more exercice. What stood there
-  /// stays under the name `avant` in the practice's directory. A stop at any moment leaves the old books or
-  /// the new.
+  /// stays under the name `avant` in the practice's directory; refused while something bears that name. A
+  /// stop at any moment leaves the old books or the new.
   bool QVInstalleExercice(const std::string& nom, const std::string& pret,
                           const std::vector<std::pair<std::string, std::string>>& reglages,
                           const std::string& avant);

@@ -33,6 +33,7 @@ campagne appels tests_pannes 'Verbes.Chaque*' FENLOR_APPELS=0
 campagne disque tests_pannes 'Disque/*'
 campagne bascules tests_pannes 'UnDegat.*' FENLOR_BASCULES=3000
 campagne garde tests_pannes 'MortsGarde.*' FENLOR_MORTS=200
+campagne gardedisque tests_garde 'GardePannes.U*DisqueQuiManque*' FENLOR_PAS=1
 campagne pendantlasaisie tests_garde 'GardePannes.SauvegarderEntre*' FENLOR_SAISIES=10000
 campagne conversions tests_pannes 'Morts.UneConversion*' FENLOR_MORTS=100 FENLOR_LIGNES=300000
 exit $fautives
