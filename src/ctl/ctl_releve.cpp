@@ -67,7 +67,7 @@ class CommandeReleve {
 
   bool Raconte() {
     if (!m_apercu.autreNumero.empty())
-      m_contexte.Avertit(VersUtf8(TexteFormat(AvisAutreCompte, {m_apercu.numero, m_apercu.autreNumero})));
+      m_contexte.Avertit(TexteFormat(AvisAutreCompte, {m_apercu.numero, m_apercu.autreNumero}));
     for (const LigneApercu& ligne : m_apercu.lignes) {
       if (m_contexte.Globales.json ? !m_contexte.Ecrit(EnJson(ligne)) : !EnClair(ligne)) return false;
     }
@@ -85,7 +85,7 @@ class CommandeReleve {
     if (ligne.sort == SortOperation::Illisible) {
       m_contexte.Avertit(
           (ligne.rang ? "Ligne " + std::to_string(ligne.rang) + " illisible : " : std::string()) +
-          VersUtf8(ligne.raison));
+          ligne.raison);
       return true;
     }
     if (ligne.sort != SortOperation::Nouvelle && !m_options.essai) return true;
