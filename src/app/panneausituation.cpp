@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 
 #include "app/textes.h"
@@ -37,6 +38,11 @@ class Lien : public QPushButton {
     setAccessibleName(nom);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   }
+  static constexpr int Marge = 3;  ///< beside the text
+  /// A style's buttons have a least width; figures would no more stand under each other.
+  QSize sizeHint() const override {
+    return {fontMetrics().horizontalAdvance(text()) + 2 * Marge, QPushButton::sizeHint().height()};
+  }
 };
 
 }  // namespace
@@ -48,6 +54,7 @@ class PanneauSituation::Tableau {
       : m_parent(parent), m_ouvre(ouvre), m_grille(new QGridLayout(&parent)) {
     m_grille->setContentsMargins({});
     m_grille->setVerticalSpacing(1);
+    m_grille->setHorizontalSpacing(10);
     m_grille->setColumnStretch(0, 1);
   }
   void Titre(const TexteFixe& titre, const QStringList& colonnes = {}) {
@@ -57,7 +64,7 @@ class PanneauSituation::Tableau {
       QFont gras = label->font();
       gras.setBold(true);
       label->setFont(gras);
-      if (colonne > 0) label->setContentsMargins(0, 0, Retrait(), 0);
+      if (colonne > 0) label->setContentsMargins(0, 0, Lien::Marge, 0);
       m_grille->addWidget(label, m_ligne, colonne, cote);
     };
     ajoute(TexteQ(titre), 0, Qt::AlignLeft);
@@ -78,7 +85,7 @@ class PanneauSituation::Tableau {
     const QString nom = u"%1, %2 : %3"_s.arg(m_nom, m_colonnes.value(m_colonne), texte);
     QWidget* widget =
         lien ? static_cast<QWidget*>(Ajoute(texte, nom, destination)) : new QLabel(texte, &m_parent);
-    if (!lien) widget->setContentsMargins(0, 0, Retrait(), 0);
+    if (!lien) widget->setContentsMargins(0, 0, Lien::Marge, 0);
     widget->setAccessibleName(nom);
     m_grille->addWidget(widget, m_ligne - 1, ++m_colonne, Qt::AlignRight);
   }
@@ -90,12 +97,6 @@ class PanneauSituation::Tableau {
   }
 
  private:
-  /// What a button leaves free beside its text.
-  int Retrait() const {
-    const QString texte(12, u'0');
-    return (Lien(texte, {}, nullptr).sizeHint().width() - m_parent.fontMetrics().horizontalAdvance(texte)) /
-           2;
-  }
   Lien* Ajoute(const QString& texte, const QString& nom, const Destination& destination) {
     auto* lien = new Lien(texte, nom, &m_parent);
     QObject::connect(lien, &QPushButton::clicked, &m_parent,
@@ -180,8 +181,11 @@ void PanneauSituation::MontreResultats(Tableau& tableau) {
   SerieGraphique serie;
   serie.titre = TexteFormat(SituationBarres, {m_contexte.App.NomExercice});
   serie.euro = s.euro;
+  const QLocale francais(QLocale::French);
   for (unsigned mois = 1; mois <= s.mois.size(); ++mois)
-    serie.points.push_back({NomMois(mois).substr(0, 3), s.mois[mois - 1].Resultat()});
+    serie.points.push_back(
+        {De1252(francais.standaloneMonthName(static_cast<int>(mois), QLocale::ShortFormat)),
+         s.mois[mois - 1].Resultat()});
   auto* barres = new WidgetGraphique(&tableau.Parent());
   barres->setObjectName(u"barres"_s);
   barres->setFixedHeight(HauteurBarres * fontMetrics().height());
