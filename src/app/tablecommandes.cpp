@@ -364,7 +364,7 @@ constexpr Commande table[] = {
     {1248, M::Affichage, false, "&Journal comptable", "", "journal-comptable", "Ctrl+J", Si::Vue, DeLaVue,
      "Montre chaque ligne des écritures, ou une ligne par écriture.", 0, true},
     {9091, M::Affichage, false, "Co&lonnes...", "", "colonnes", "", Si::Vue, DeLaVue,
-     "Montre ou cache les colonnes de la liste."},
+     "Montre, cache ou déplace les colonnes de la liste."},
     {9092, M::Affichage, true, "A&grandir les textes", "Agrandir", "zoom-plus", "Ctrl++", Si::Toujours, Zoom,
      "Agrandit les textes des listes et des formulaires."},
     {9093, M::Affichage, false, "Ré&duire les textes", "Réduire", "zoom-moins", "Ctrl+-", Si::Toujours, Zoom,

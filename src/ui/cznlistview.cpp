@@ -1,9 +1,9 @@
 #include "ui/cznlistview.h"
 
-#include <QMenu>
 #include <QVBoxLayout>
 
 #include "core/valeurs.h"
+#include "ui/dialogcolonnes.h"
 #include "ui/textes.h"
 
 namespace fenlor {
@@ -32,9 +32,7 @@ void RestaureRangement(Vue& vue, TableListe& table) {
     table.PoseRangement(vue.App().Reglages.LitIni(vue.Titre(), Texte(CleOrdreColonnes)));
 }
 
-void MontreColonnes(TableListe& table) {
-  if (QMenu* menu = table.MenuColonnes()) menu->popup(table.mapToGlobal(QPoint(0, 0)));
-}
+void MontreColonnes(Vue& vue, TableListe& table) { CDialogColonnes(vue.Contexte(), table, &vue).exec(); }
 
 void SauveRangement(Vue& vue, const TableListe& table) {
   if (!CabinetOuvert(vue.App())) return;
@@ -62,7 +60,7 @@ CZNListView::CZNListView(ContexteUi& contexte, const std::string& titre, u32 bit
       {{CmdCopier, [this] { m_table->Copie(); }, [this] { return m_table->LigneChoisie() >= 0; }},
        {CmdCopierTout, [this] { m_table->CopieTout(); }, [this] { return m_table->Modele().NbLignes() > 0; }},
        {CmdFiltrer, [this] { m_table->OuvreFiltre(); }}});
-  if (!table) Declare({{CmdColonnes, [this] { MontreColonnes(*m_table); }}});
+  if (!table) Declare({{CmdColonnes, [this] { MontreColonnes(*this, *m_table); }}});
   connect(m_table, &TableListe::SelectionChangee, this, &Vue::EtatChange);
   connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     const std::vector<unsigned> menu = MenuContextuel();

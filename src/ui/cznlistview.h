@@ -10,8 +10,8 @@ namespace fenlor {
 /// when it is another one.
 void RestaureRangement(Vue& vue, TableListe& table);
 void SauveRangement(Vue& vue, const TableListe& table);
-/// Command "Colonnes": their menu, in the corner of the list.
-void MontreColonnes(TableListe& table);
+/// Command "Colonnes...": the form that arranges them.
+void MontreColonnes(Vue& vue, TableListe& table);
 
 /// A subclass defines its table of columns in its constructor and fills the rows. Widths are pixels; those
 /// the user gave to the columns are kept in the window's section, key "Colonnes".

@@ -55,8 +55,20 @@ class TableListe : public QTreeView {
   /// The user gave a column another width.
   bool LargeursChangees() const { return m_largeursChangees; }
 
-  /// The user may move the columns by their titles, and show or hide them with `MenuColonnes`.
+  /// The user may move the columns by their titles, show or hide them with `MenuColonnes`, and do both by
+  /// keyboard in a form (`CDialogColonnes`).
   void PermetColonnes();
+  struct ColonneRangee {
+    int rang;  ///< in the table
+    QString titre;
+    bool montree;
+  };
+  /// The columns from left to right.
+  std::vector<ColonneRangee> Colonnes() const;
+  /// Arranges them so, as the user wants it. Each of them is there once, and one of them shows.
+  void RangeColonnes(const std::vector<ColonneRangee>& colonnes);
+  /// Columns and widths as in the table.
+  void RangeCommeALOrigine();
   /// A menu of the columns, which goes by itself; null unless they may be shown and hidden.
   QMenu* MenuColonnes();
   /// How the user arranged the columns: titles in their order, "-" before a hidden one, "=" and a width

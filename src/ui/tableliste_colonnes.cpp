@@ -33,24 +33,48 @@ QMenu* TableListe::MenuColonnes() {
   auto* menu = new QMenu(this);
   menu->setObjectName(QStringLiteral("menuColonnes"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  const auto& titres = m_modele->Titres();
-  for (int visuel = 0; visuel < header()->count(); ++visuel) {
-    const int colonne = header()->logicalIndex(visuel);
-    const ModeleListe::Titre& titre = titres[static_cast<std::size_t>(colonne)];
-    QAction* action = menu->addAction(titre.marque.isEmpty() ? titre.texte : titre.marque);
+  for (const ColonneRangee& colonne : Colonnes()) {
+    QAction* action = menu->addAction(colonne.titre);
     action->setCheckable(true);
-    action->setChecked(!isColumnHidden(colonne));
+    action->setChecked(colonne.montree);
     // One has to be left, for its title is the way back.
-    action->setEnabled(isColumnHidden(colonne) || header()->hiddenSectionCount() + 1 < header()->count());
-    connect(action, &QAction::toggled, this, [this, colonne](bool montree) { Montre(colonne, montree); });
+    action->setEnabled(!colonne.montree || header()->hiddenSectionCount() + 1 < header()->count());
+    connect(action, &QAction::toggled, this,
+            [this, rang = colonne.rang](bool montree) { Montre(rang, montree); });
   }
   menu->addSeparator();
-  connect(menu->addAction(QStringLiteral("Comme à l'&origine")), &QAction::triggered, this, [this] {
-    m_largeursPropres = false;
-    PoseRangement({});
-    Q_EMIT ColonnesRangees();
-  });
+  connect(menu->addAction(QStringLiteral("Comme à l'&origine")), &QAction::triggered, this,
+          &TableListe::RangeCommeALOrigine);
   return menu;
+}
+
+std::vector<TableListe::ColonneRangee> TableListe::Colonnes() const {
+  std::vector<ColonneRangee> colonnes;
+  for (int visuel = 0; visuel < header()->count(); ++visuel) {
+    const int rang = header()->logicalIndex(visuel);
+    const ModeleListe::Titre& titre = m_modele->Titres()[static_cast<std::size_t>(rang)];
+    colonnes.push_back({rang, titre.marque.isEmpty() ? titre.texte : titre.marque, !isColumnHidden(rang)});
+  }
+  return colonnes;
+}
+
+void TableListe::RangeColonnes(const std::vector<ColonneRangee>& colonnes) {
+  {
+    const QScopedValueRollback place(m_place, true);
+    int visuel = 0;
+    for (const ColonneRangee& colonne : colonnes) {
+      header()->moveSection(header()->visualIndex(colonne.rang), visuel++);
+      setColumnHidden(colonne.rang, !colonne.montree);
+    }
+  }
+  Note();
+  Ajuste();
+}
+
+void TableListe::RangeCommeALOrigine() {
+  m_largeursPropres = false;
+  PoseRangement({});
+  Q_EMIT ColonnesRangees();
 }
 
 void TableListe::Montre(int colonne, bool montree) {

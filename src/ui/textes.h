@@ -29,6 +29,8 @@ inline constexpr TexteFixe CleNombreChiffres{5431, "Nombre de chiffres"};
 // Lists
 inline constexpr TexteFixe CleColonnes{5600, "Colonnes"};
 inline constexpr TexteFixe CleOrdreColonnes{6746, "Ordre des colonnes"};
+inline constexpr TexteFixe TitreColonnes{6748, "Colonnes de la liste"};
+inline constexpr TexteFixe ErrAucuneColonne{6749, "Une colonne au moins doit être montrée."};
 
 // Preferences and positions of windows
 inline constexpr TexteFixe CleCouleurBordures{5640, "Couleur des bordures"};

@@ -66,6 +66,7 @@
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
 #include "ui/dialogabort.h"
+#include "ui/dialogcolonnes.h"
 #include "ui/dialogmessage.h"
 #include "ui/prefpropertysheet.h"
 
@@ -362,6 +363,11 @@ void TousLesFormulaires::Programme() {
   CPrefPropertySheet preferences(Ui, nullptr, {new CPagePrefSauvegardes(Ui)});
   CDialogRecherche recherche(Ui, {});
   CDialogRaccourcis raccourcis(Ui);
+  TableListe liste(Ui);
+  liste.PermetColonnes();
+  const std::vector<int> lignes;
+  liste.Suit<int>({{"Date de mise en service"_w, 100, [](int) { return std::string(); }}}, lignes);
+  CDialogColonnes colonnes(Ui, liste);
   CDialogPersonnaliser personnaliser(Ui, ContenuParDefaut(), [](unsigned) { return nullptr; });
   CDialogAbout apropos(Ui, nullptr);
   CDialogInfoSystem informations(Ui, nullptr);
@@ -371,9 +377,9 @@ void TousLesFormulaires::Programme() {
   CFenetreAide aide(Ui, nullptr);
   CDialogAbort progression(u"Recalcul"_s, true, nullptr);
   progression.PoseTexte(u"Compte 512"_s);
-  for (QDialog* forme :
-       std::initializer_list<QDialog*>{&preferences, &recherche, &raccourcis, &personnaliser, &apropos,
-                                       &informations, &astuce, calculatrice.data(), &aide, &progression})
+  for (QDialog* forme : std::initializer_list<QDialog*>{&preferences, &recherche, &colonnes, &raccourcis,
+                                                        &personnaliser, &apropos, &informations, &astuce,
+                                                        calculatrice.data(), &aide, &progression})
     Regarde(*forme);
   delete calculatrice;
   for (const unsigned style : {BoutonsOk, BoutonsOkAnnuler, BoutonsReessayerAbandonnerIgnorer,

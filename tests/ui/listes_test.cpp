@@ -15,6 +15,7 @@
 
 #include "outils/uidetest.h"
 #include "ui/cznlistview.h"
+#include "ui/dialogcolonnes.h"
 
 namespace fenlor::test {
 
@@ -143,6 +144,33 @@ TEST_F(ListesTest, ColumnsComeBackAsTheyWereArranged) {
   EXPECT_EQ(Table.Rangement(), "");
   EXPECT_EQ(Table.header()->visualIndex(2), 2);
   EXPECT_FALSE(Table.isColumnHidden(0) || Table.isColumnHidden(1));
+}
+
+TEST_F(ListesTest, ColumnsAreArrangedByKeyboard) {
+  Table.PermetColonnes();
+  Remplit(3);
+  Montre(Table);
+  const auto tape = [this](std::initializer_list<QKeyCombination> touches, bool accepte = true) {
+    CDialogColonnes forme(Ui, Table);
+    forme.show();
+    forme.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&forme));
+    VerifieFormulaire(forme);
+    for (const QKeyCombination touche : touches)
+      QTest::keyClick(forme.focusWidget(), touche.key(), touche.keyboardModifiers());
+    EXPECT_EQ(forme.isVisible(), !accepte);
+  };
+  constexpr auto bas = Qt::ALT | Qt::Key_Down, haut = Qt::ALT | Qt::Key_Up;
+  constexpr QKeyCombination coche = Qt::Key_Space, ok = Qt::Key_Return;
+  tape({bas, bas, bas, coche, haut, ok});
+  EXPECT_EQ(Table.Rangement(), "Compte|-Code|Solde");
+  EXPECT_TRUE(Table.header()->visualIndex(1) == 0 && Table.isColumnHidden(0));
+  tape({coche, Qt::Key_Down, Qt::Key_Down, coche, ok}, false);
+  EXPECT_EQ(Boite.Erreurs.size(), 1u) << "one is left";
+  EXPECT_EQ(Table.Rangement(), "Compte|-Code|Solde");
+  tape({Qt::ALT | Qt::Key_R, ok});
+  EXPECT_EQ(Table.Rangement(), "");
+  EXPECT_FALSE(Table.isColumnHidden(0));
 }
 
 TEST_F(ListesTest, TitleClicksSort) {

@@ -60,7 +60,7 @@ void CEcritureView::DeclareCommandes() {
   const auto choisie = [this] { return GetEcrId(GetEcrSel()) != 0; };
   const auto brouillon = [this] { return Etat().brouillon; };
   Declare({
-      {CmdColonnes, [this] { MontreColonnes(*m_liste); }},
+      {CmdColonnes, [this] { MontreColonnes(*this, *m_liste); }},
       {CmdAjouter, [this] { Ajoute(); }},
       {CmdModifier, [this] { Modifie(); }, [=, this] { return m_liste->NbChoisies() == 1 && choisie(); }},
       {CmdSupprimer, [this] { Supprime(); }, choisie},
