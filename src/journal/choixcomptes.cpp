@@ -13,6 +13,7 @@ namespace fenlor {
 
 namespace {
 
+constexpr std::size_t proposesAuPlus = 100;
 constexpr u32 CleNumero = 0, CleCode = 1, CleJournalCompte = 1;
 /// Behind every date that a key can hold.
 constexpr Date FinDesDates = FaitDate(99, 99, 9999);
@@ -100,25 +101,28 @@ bool TousLesMots(std::string_view plie, std::string_view mots) {
 }
 
 std::vector<const CompteOffert*> ComptesProposes(const std::vector<CompteOffert>& comptes,
-                                                 const std::string& texte, std::size_t auPlus) {
+                                                 const std::string& texte) {
   std::string cherche;
   AjouteSansAccents(cherche, CompacteTexte(texte));
   if (cherche.empty()) return {};
   std::vector<const CompteOffert*> codes, noms;
   const CompteOffert* tape = CompteTape(comptes, texte);
   if (tape) codes.push_back(tape);
+  bool entier = tape && CompareSansCasse(tape->code, CompacteTexte(texte)) == 0;
   for (const CompteOffert& compte : comptes) {
     std::string code, nom;
     AjouteSansAccents(code, compte.code);
     AjouteSansAccents(nom, compte.designation);
     if (&compte == tape) continue;
+    entier = entier && !code.starts_with(cherche);
     if (code.starts_with(cherche) || compte.compte.starts_with(cherche))
       codes.push_back(&compte);
     else if (TousLesMots(nom, cherche))
       noms.push_back(&compte);
   }
+  if (entier) return {};
   codes.insert(codes.end(), noms.begin(), noms.end());
-  codes.resize(std::min(auPlus, codes.size()));
+  codes.resize(std::min(proposesAuPlus, codes.size()));
   return codes;
 }
 

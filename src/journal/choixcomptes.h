@@ -34,9 +34,10 @@ const CompteOffert* CompteDeCode(const std::vector<CompteOffert>& comptes, const
 const CompteOffert* CompteTape(const std::vector<CompteOffert>& comptes, const std::string& texte);
 /// What the list under "Code :" proposes while it is typed: the account that it means now (`CompteTape`),
 /// then those whose code or number begins with the text, then those whose name holds all its words, accents
-/// and case aside; within each in the order of the list. Empty for a blank text.
+/// and case aside; within each in the order of the list, at most a hundred. Empty for a blank text, and for a
+/// whole code that no other one goes on from.
 std::vector<const CompteOffert*> ComptesProposes(const std::vector<CompteOffert>& comptes,
-                                                 const std::string& texte, std::size_t auPlus);
+                                                 const std::string& texte);
 /// The folded text holds each of the folded words.
 bool TousLesMots(std::string_view plie, std::string_view mots);
 const CompteOffert* CompteDeNumero(const std::vector<CompteOffert>& comptes, const std::string& compte);

@@ -298,6 +298,8 @@ void CZNDialog::Focalise(QWidget& champ) {
   champ.window()->setAttribute(Qt::WA_KeyboardFocusChange);  // a check box shows that it has the focus
   champ.setFocus(Qt::OtherFocusReason);
   if (auto* ligne = qobject_cast<QLineEdit*>(&champ)) ligne->selectAll();
+  if (auto* choix = qobject_cast<QComboBox*>(&champ); choix && choix->lineEdit())
+    choix->lineEdit()->selectAll();
   // Were several lines selected, the next key would replace them all.
   if (auto* lignes = qobject_cast<QPlainTextEdit*>(&champ)) lignes->moveCursor(QTextCursor::End);
   if (auto* nombre = qobject_cast<QAbstractSpinBox*>(&champ)) nombre->selectAll();

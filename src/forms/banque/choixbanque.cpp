@@ -2,7 +2,13 @@
 
 #include <utility>
 
+#include "forms/master/frappecompte.h"
+
 namespace fenlor {
+
+ChoixBanque::ChoixBanque(QWidget* parent) : EditeurChoix(parent) {
+  TapeComptes(*this, m_comptes, ChoixTape::Inconnu::GardeLeChoix);
+}
 
 void ChoixBanque::Charge(CFenlorApp& app) {
   clear();

@@ -6,11 +6,12 @@
 
 namespace fenlor {
 
-/// The value of a row is the account's long number; rows read "BQ Banque".
+/// The value of a row is the account's long number; rows read "BQ Banque". What is typed chooses among them;
+/// a text that names none leaves the one that the form shows.
 class ChoixBanque : public EditeurChoix {
   Q_OBJECT
  public:
-  using EditeurChoix::EditeurChoix;
+  explicit ChoixBanque(QWidget* parent = nullptr);
   /// The bank accounts in the order of their code, the first one chosen.
   void Charge(CFenlorApp& app);
   /// The account chosen; null when there is none.

@@ -1,13 +1,13 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QSignalBlocker>
-#include <algorithm>
 #include <utility>
 
 #include "core/texte.h"
 #include "core/valeurs.h"
 #include "forms/journal/champsecriture.h"
 #include "forms/master/champscompte.h"
+#include "forms/master/frappecompte.h"
 #include "store/texte1252.h"
 #include "ui/listetapee.h"
 #include "ui/texteqt.h"
@@ -18,7 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int TailleCode = 10, LargeurCompte = 40;
-constexpr std::size_t proposesAuPlus = 100;
 }  // namespace
 
 /// Tells that the code is left, and whether by Tab or Enter.
@@ -133,22 +132,10 @@ void ChampsCompteEcriture::ChercheCode() {
 }
 
 QStringList ChampsCompteEcriture::Propose(const std::string& tape) {
-  QStringList rangees;
   m_proposes.clear();
-  const auto proposes = ComptesProposes(m_comptes, tape, proposesAuPlus);
-  // The account that its whole code names is shown below already, unless another code goes on from there.
-  const std::string code = CompacteTexte(tape);
-  const auto commence = [&code](const CompteOffert* compte) {
-    return CompareSansCasse(compte->code.substr(0, code.size()), code) == 0;
-  };
-  if (!proposes.empty() && CompareSansCasse(proposes[0]->code, code) == 0 &&
-      std::none_of(proposes.begin() + 1, proposes.end(), commence))
-    return rangees;
-  for (const CompteOffert* compte : proposes) {
-    m_proposes.push_back(compte->compte);
-    rangees += Q(compte->code.empty() ? compte->Texte() : compte->code + "   " + compte->Texte());
-  }
-  return rangees;
+  const auto proposes = ComptesProposes(m_comptes, tape);
+  for (const CompteOffert* compte : proposes) m_proposes.push_back(compte->compte);
+  return TextesProposes(proposes);
 }
 
 void ChampsCompteEcriture::Prend(int rang) {

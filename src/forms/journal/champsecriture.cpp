@@ -12,6 +12,7 @@
 
 #include "core/valeurs.h"
 #include "forms/master/champscompte.h"
+#include "forms/master/frappecompte.h"
 #include "master/libelles.h"
 #include "ui/listetapee.h"
 #include "ui/radios.h"
@@ -57,14 +58,6 @@ class AstuceCalculee : public QObject {
  private:
   std::function<QString()> m_texte;
 };
-
-/// What is typed over goes at the first key, as in a field that is no list.
-void ChoisitTout(QComboBox& champ, const QFocusEvent& evenement) {
-  const Qt::FocusReason raison = evenement.reason();
-  if (raison != Qt::PopupFocusReason && raison != Qt::MouseFocusReason &&
-      raison != Qt::ActiveWindowFocusReason)
-    champ.lineEdit()->selectAll();
-}
 
 }  // namespace
 
@@ -293,6 +286,7 @@ void ChampLibelle::keyPressEvent(QKeyEvent* evenement) {
 
 ChoixTresorerie::ChoixTresorerie(QWidget* parent) : QComboBox(parent) {
   PrepareListe(*this, LargeurCodeTresorerie);
+  TapeComptes(*this, m_comptes);
 }
 
 void ChoixTresorerie::Charge(CFenlorApp& app) {

@@ -170,7 +170,7 @@ class ChampLibelle : public QComboBox {
   std::string m_propose;  ///< not typed
 };
 
-/// Codes of the treasury accounts.
+/// Codes of the treasury accounts, chosen or typed as in "Code :". A text that names none chooses none.
 class ChoixTresorerie : public QComboBox {
   Q_OBJECT
  public:

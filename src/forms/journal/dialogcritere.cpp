@@ -6,7 +6,9 @@
 #include <string>
 
 #include "core/btfiles.h"
-#include "journal/choixcomptes.h"
+#include "core/valeurs.h"
+#include "forms/master/frappecompte.h"
+#include "journal/textes.h"
 #include "session/textes.h"
 #include "store/texte1252.h"
 #include "ui/texteqt.h"
@@ -119,9 +121,9 @@ void CDialogCritere::Bornes::Ajoute(const std::string& code, const std::string& 
 }
 
 void CDialogCritere::RemplitComptes(i16 journal) {
-  const std::vector<CompteOffert> comptes =
-      journal == JournalOD ? ComptesParNumero(App()) : ComptesParCode(App(), TypeComptes(journal));
-  for (const CompteOffert& compte : comptes) m_comptes.Ajoute(compte.court, compte.designation);
+  m_offerts = journal == JournalOD ? ComptesParNumero(App()) : ComptesParCode(App(), TypeComptes(journal));
+  for (const CompteOffert& compte : m_offerts) m_comptes.Ajoute(compte.court, compte.designation);
+  for (EditeurChoix* borne : {&m_comptes.de, &m_comptes.a}) TapeComptes(*borne, m_offerts);
 }
 
 void CDialogCritere::RemplitRubriques(i16 journal) {
@@ -188,6 +190,9 @@ void CDialogCritere::RetientJours() {
 }
 
 bool CDialogCritere::Enregistre() {
+  for (EditeurChoix* borne : {&m_comptes.de, &m_comptes.a})
+    if (borne->isEnabled() && borne->currentIndex() < 0 && !EstVide(De1252(borne->currentText())))
+      return Refuse(ErrCompteIncorrect, *borne);
   CritereEcriture& c = m_criteres;
   c.Toutes = m_toutes.isChecked();
   for (const Paire& paire : m_paires) {

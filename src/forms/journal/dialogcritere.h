@@ -5,6 +5,7 @@
 #include <array>
 
 #include "forms/journal/bornesmontants.h"
+#include "journal/choixcomptes.h"
 #include "journal/criteres.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
@@ -54,7 +55,8 @@ class CDialogCritere : public CZNDialog {
   std::array<Paire, 4> m_paires;
   BornesMontants m_montants;
   Bornes m_comptes, m_rubriques, m_jours;
-  int m_jourDe = 0, m_jourA = 0;  ///< rows of the days, as they were set
+  std::vector<CompteOffert> m_offerts;  ///< the rows of the accounts
+  int m_jourDe = 0, m_jourA = 0;        ///< rows of the days, as they were set
   FinDesLiens m_finLiens{*this};
 };
 

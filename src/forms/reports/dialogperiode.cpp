@@ -5,6 +5,7 @@
 #include "core/erreurssaisie.h"
 #include "core/valeurs.h"
 #include "forms/banque/dialogremise.h"
+#include "forms/master/frappecompte.h"
 #include "forms/reports/textes.h"
 #include "store/texte1252.h"
 #include "ui/listetapee.h"
@@ -16,7 +17,6 @@ namespace fenlor {
 
 namespace {
 
-constexpr std::size_t proposesAuPlus = 100;
 constexpr i16 TypesDesGroupes[] = {Recette, Depense, Tresorerie, Tva, Autre};  ///< by bit of the mask
 
 }  // namespace
@@ -153,12 +153,9 @@ void CDialogPeriode::ChercheCode() {
 
 QStringList CDialogPeriode::Propose(const std::string& tape) {
   m_proposes.clear();
-  QStringList rangees;
-  for (const CompteOffert* compte : ComptesProposes(m_offerts, tape, proposesAuPlus)) {
-    m_proposes.push_back(compte->compte);
-    rangees += Q(compte->code.empty() ? compte->Texte() : compte->code + "   " + compte->Texte());
-  }
-  return rangees;
+  const auto proposes = ComptesProposes(m_offerts, tape);
+  for (const CompteOffert* compte : proposes) m_proposes.push_back(compte->compte);
+  return TextesProposes(proposes);
 }
 
 void CDialogPeriode::QuitteCode() {

@@ -98,8 +98,13 @@ TEST_F(FormeCritere, BornesEtRetour) {
   a.setCurrentIndex(4);
   test::Tape(Champ(f, "montantMax"), u"99,5"_s);
   Clique(Case(f, "franc"));
-  Liste(f, "deComptes").setCurrentText(u"6132"_s);
-  Liste(f, "aComptes").setCurrentText(u"6154"_s);
+  for (const auto& [liste, tape] : {std::pair("deComptes", u"6132"_s), {"aComptes", u"6154x"_s}}) {
+    test::Va(Liste(f, liste));
+    QTest::keyClicks(f.focusWidget(), tape);
+  }
+  Ok(f);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3105});
+  QTest::keyClicks(f.focusWidget(), u"6154"_s);
   Liste(f, "deRubriques").setCurrentIndex(1);
   Liste(f, "aRubriques").setCurrentIndex(2);
   Ok(f);

@@ -263,6 +263,35 @@ TEST_F(FormeEcriture, ExerciceClos) {
   QTest::keyClick(&liste, Qt::Key_Return);
   EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|60,00 ; CA|Caisse||40,00"_s);
 }
+TEST_F(FormeEcriture, LaTresorerieSeTrouveParUnMotDeSonNom) {
+  auto f = Montre(Ouverture(JournalRecettes));
+  Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
+  Tape(*Champ(*f, "ttc"), u"20"_s);
+  auto& tresorerie = Trouve<QComboBox>(*f, "tresorerie");
+  Va(tresorerie);
+  QTest::keyClicks(&tresorerie, u"post"_s);
+  EXPECT_EQ(tresorerie.currentIndex(), -1) << "nothing is taken unasked";
+  f->accept();
+  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3105});
+  EXPECT_EQ(Focus(*f), "tresorerie");
+  EXPECT_EQ(Lu(*f, "tresorerie"), u"post"_s) << "what was typed stays";
+  QTest::keyClicks(&tresorerie, u"pos"_s);
+  QTest::keyClick(&tresorerie, Qt::Key_Down);
+  EXPECT_EQ(Lu(*f, "tresorerie") + Lu(*f, "designation"), u"CCPPostal"_s);
+  for (const auto& [tape, code] : {std::pair{u"b"_s, u"BQ"_s}, {u"514"_s, u"CCP"_s}}) {
+    tresorerie.lineEdit()->selectAll();
+    QTest::keyClicks(&tresorerie, tape);
+    EXPECT_EQ(Lu(*f, "tresorerie"), tape);
+    QTest::keyClick(&tresorerie, Qt::Key_Tab);
+    EXPECT_EQ(Lu(*f, "tresorerie"), code);
+    Va(tresorerie);
+  }
+  f->accept();
+  EcritureLue lue;
+  ASSERT_FALSE(LitEcriture(App(), f->Derniere(), lue));
+  EXPECT_EQ(lue.saisie.tresorerie, Long("514"));
+}
+
 // --------------------------------------------------------------- An existing entry
 
 TEST_F(FormeEcriture, ModificationMontreLesMarques) {

@@ -75,11 +75,8 @@ class VingtEcritures : public FormeEcriture {
     ASSERT_TRUE(PoseCompte("531", Tresorerie, "ESP", "Espèces"_w, 0));
   }
 
-  /// Down from the first treasury account to that of the code.
-  static void Descend(QDialog& f, const char* code) {
-    if (Lu(f, "tresorerie") == QLatin1String(code)) return;
-    Touche(Qt::Key_Home);
-    for (int i = 0; i < 5 && Lu(f, "tresorerie") != QLatin1String(code); ++i) Touche(Qt::Key_Down);
+  static void TapeTresorerie(QDialog& f, const char* code) {
+    if (Lu(f, "tresorerie") != QLatin1String(code)) Frappe(QLatin1String(code));
     EXPECT_EQ(Lu(f, "tresorerie"), QLatin1String(code));
   }
   static void TapeLignes(const EcritureTapee& e, QDialog& f) {
@@ -87,7 +84,7 @@ class VingtEcritures : public FormeEcriture {
       EXPECT_EQ(Focus(f), "montant");
       EXPECT_EQ(Lu(f, "tresorerie"), QLatin1String(e.tresorerie)) << "the proposed account is back";
       TabVers(u"tresorerie"_s, Qt::Key_Backtab);
-      Descend(f, ligne.code);
+      TapeTresorerie(f, ligne.code);
       if (ligne.paiement == PaiementAutre) TabVersUn(u"autre"_s, u"cheque"_s);
       TabVers(u"montant"_s);
       if (ligne.montant) Frappe(QLatin1String(ligne.montant));
@@ -115,7 +112,7 @@ class VingtEcritures : public FormeEcriture {
       Frappe(QLatin1String(e.professionnelle));
     }
     TabVers(u"tresorerie"_s);
-    Descend(f, e.tresorerie);
+    TapeTresorerie(f, e.tresorerie);
     if (e.paiement == PaiementAutre) TabVersUn(u"autre"_s, u"cheque"_s);
     if (Coche(f, "euro") != e.euro)
       TabVersUn(e.euro ? u"euro"_s : u"franc"_s, e.euro ? u"franc"_s : u"euro"_s);

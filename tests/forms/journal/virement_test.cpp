@@ -40,7 +40,6 @@ TEST_F(FormeVirement, AuClavierCommeParLaRegle) {
   const auto touche = [&](Qt::Key t) { QTest::keyClick(f.focusWidget(), t); };
   for (const auto& v : virements) {
     EXPECT_EQ(Focus(f), "de");
-    QTest::qWait(QApplication::keyboardInputInterval() + 50);  // a list searches what is typed at one go
     QTest::keyClicks(f.focusWidget(), Q(v.de));
     touche(Qt::Key_Tab);
     QTest::keyClicks(f.focusWidget(), Q(v.vers));
