@@ -5,10 +5,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 #include "core/cles.h"
 #include "core/erreurs.h"
@@ -50,6 +53,11 @@ const char* Nom(Alignement alignement) {
   return alignement == Alignement::Centre ? "centre" : "droite";
 }
 
+const char* Genre(const ElementPage& e) {
+  if (e.ton) return *e.ton == Ton::Bande ? "bande" : "filet";
+  return e.trait ? "trait" : Nom(e.alignement);
+}
+
 std::string Style(unsigned style) {
   std::string texte;
   if (style & StyleGras) texte += 'g';
@@ -58,28 +66,47 @@ std::string Style(unsigned style) {
   return texte;
 }
 
-std::string Element(bool json, const ElementPage& e, i32 interligne) {
-  const i32 ligne = e.cadre.haut / interligne + 1;
-  const char* alignement = e.ton     ? (*e.ton == Ton::Bande ? "bande" : "filet")
-                           : e.trait ? "trait"
-                                     : Nom(e.alignement);
-  const std::string style = Style(e.style);
-  std::string imprime = e.texte;
-  std::replace(imprime.begin(), imprime.end(), BlancFin, '\xA0');
-  if (json)
-    return LigneJson()
-        .Entier("page", e.page)
-        .Entier("gauche", e.cadre.gauche)
-        .Entier("droite", e.cadre.droite)
-        .Entier("ligne", ligne)
-        .Texte("alignement", alignement)
-        .Texte("style", style)
-        .Texte("texte", imprime)
-        .Fin();
-  std::string texte;
+void AjouteImprime(std::string& sortie, std::string_view texte) {
+  const std::size_t debut = sortie.size();
+  sortie += texte;
+  std::replace(sortie.begin() + static_cast<std::ptrdiff_t>(debut), sortie.end(), BlancFin, '\xA0');
+}
+
+std::string ElementJson(const ElementPage& e, i32 ligne) {
+  std::string imprime;
+  AjouteImprime(imprime, e.texte);
+  return LigneJson()
+      .Entier("page", e.page)
+      .Entier("gauche", e.cadre.gauche)
+      .Entier("droite", e.cadre.droite)
+      .Entier("ligne", ligne)
+      .Texte("alignement", Genre(e))
+      .Texte("style", Style(e.style))
+      .Texte("texte", imprime)
+      .Fin();
+}
+
+/// Windows-1252: a page becomes UTF-8 as a whole.
+void AjouteElement(std::string& sortie, const ElementPage& e, i32 ligne) {
   for (const i64 nombre : {i64{e.page}, i64{e.cadre.gauche}, i64{e.cadre.droite}, i64{ligne}})
-    texte += std::to_string(nombre) + '\t';
-  return texte + alignement + '\t' + (style.empty() ? "-" : style) + '\t' + VersUtf8(imprime) + '\n';
+    (sortie += std::to_string(nombre)) += '\t';
+  (sortie += Genre(e)) += '\t';
+  (sortie += e.style ? Style(e.style) : "-") += '\t';
+  AjouteImprime(sortie, e.texte);
+  sortie += '\n';
+}
+
+std::string TexteDePage(bool json, const std::vector<ElementPage>& elements, i32 interligne) {
+  assert(interligne > 0);
+  std::string texte;
+  for (const ElementPage& e : elements) {
+    const i32 ligne = e.cadre.haut / interligne + 1;
+    if (json)
+      texte += ElementJson(e, ligne);
+    else
+      AjouteElement(texte, e, ligne);
+  }
+  return json ? texte : VersUtf8(texte);
 }
 
 }  // namespace
@@ -136,8 +163,7 @@ bool EcritRuns(Contexte& contexte, CEtatComptable& etat) {
       contexte.RefuseMagasin();
       return false;
     }
-    for (const ElementPage& element : feuille.Elements)
-      if (!contexte.Ecrit(Element(contexte.Globales.json, element, page.interligne))) return false;
+    if (!contexte.Ecrit(TexteDePage(contexte.Globales.json, feuille.Elements, page.interligne))) return false;
     feuille.Elements.clear();
   }
   return true;

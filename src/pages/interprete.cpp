@@ -15,6 +15,17 @@ constexpr std::size_t tailleArgument = 3;
 /// Nothing is drawn as far away as this; sums of positions stay within 32 bits.
 constexpr i32 loin = 1 << 29;
 
+/// What a code does to the text before it: draws it, and parts it from what follows.
+struct Effet {
+  bool dessine = false, separe = false;
+};
+constexpr std::array<Effet, 256> Effets = [] {
+  std::array<Effet, 256> effets{};
+  for (const char code : std::string_view("0123BIULTMNCR")) effets[static_cast<u8>(code)].dessine = true;
+  for (const char code : std::string_view("123LTMNCR")) effets[static_cast<u8>(code)].separe = true;
+  return effets;
+}();
+
 i32 Avance(i32 position, i32 de) { return std::min(loin, position + std::min(loin, de)); }
 
 /// At most three characters: blanks, then digits up to the first other one.
@@ -43,17 +54,17 @@ void InterpreteEtat::FinitPage() { m_lignes.Dessine(); }
 
 i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
   Plume plume{depart, m_etat.margeGauche, 0, {}, texte.substr(0, texte.find('\0'))};
+  const auto estMarque = [](char c) { return c == '\\' || c == '\n' || c == '\r'; };
   while (!plume.source.empty()) {
-    const char c = plume.source.front();
-    if (c == '\\' && plume.source.size() > 1) {
+    const auto marque = std::find_if(plume.source.begin(), plume.source.end(), estMarque);
+    plume.run.append(plume.source.begin(), marque);
+    plume.source.remove_prefix(static_cast<std::size_t>(marque - plume.source.begin()));
+    if (plume.source.empty()) break;
+    if (plume.source.front() == '\\' && plume.source.size() > 1) {
       Code(plume, plume.source[1]);
       continue;
     }
-    if (c == '\n') {
-      FinLigne(plume);
-    } else if (c != '\r' && c != '\\') {
-      plume.run += c;
-    }
+    if (plume.source.front() == '\n') FinLigne(plume);
     plume.source.remove_prefix(1);
   }
   Dessine(plume);
@@ -64,9 +75,10 @@ i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
 void InterpreteEtat::Code(Plume& plume, char code) {
   assert(plume.source.size() >= 2 && plume.source[0] == '\\');
   const i32 avant = plume.x;
-  if (std::string_view("0123BIULTMNCR").find(code) != std::string_view::npos) Dessine(plume);
+  const Effet effet = Effets[static_cast<u8>(code)];
+  if (effet.dessine) Dessine(plume);
   plume.source.remove_prefix(2);
-  if (std::string_view("123LTMNCR").find(code) != std::string_view::npos) plume.texte.reset();
+  if (effet.separe) plume.texte.reset();
   switch (code) {
     case '0':
       m_etat.souligne = m_etat.gras = m_etat.italique = false;
@@ -162,9 +174,9 @@ i32 InterpreteEtat::DessineRun(Plume& plume) {
   const Etendue etendue = m_peripherique.Mesure(Style(), run);
   assert(etendue.largeur >= 0 && etendue.hauteur >= 0);
   if (plume.texte && plume.yTexte == plume.y) {
-    m_lignes.Continue(*plume.texte, Style(), run, etendue.largeur);
+    m_lignes.Continue(*plume.texte, Style(), std::move(run), etendue.largeur);
   } else {
-    plume.texte = m_lignes.Commence(PlaceRun(plume, etendue), Style(), run, etendue.largeur);
+    plume.texte = m_lignes.Commence(PlaceRun(plume, etendue), Style(), std::move(run), etendue.largeur);
     plume.yTexte = plume.y;
   }
   return etendue.largeur;

@@ -1,6 +1,7 @@
 #include "pages/miseenligne.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <limits>
 #include <utility>
@@ -14,8 +15,13 @@ constexpr std::size_t tailleSigle = 3;
 constexpr i32 rienAGauche = std::numeric_limits<i32>::min();
 
 /// Dates, line numbers, amounts with their side and their currency.
+constexpr std::array<bool, 256> DeNombre = [] {
+  std::array<bool, 256> table{};
+  for (const char c : std::string_view("0123456789 ,.-/%DF\x80\x1F")) table[static_cast<u8>(c)] = true;
+  return table;
+}();
 bool EstNombre(std::string_view texte) {
-  return texte.find_first_not_of("0123456789 ,.-/%DF\x80\x1F") == std::string_view::npos;
+  return std::all_of(texte.begin(), texte.end(), [](char c) { return DeNombre[static_cast<u8>(c)]; });
 }
 
 i32 Milieu(i32 a, i32 b) { return static_cast<i32>((i64{a} + b) / 2); }
@@ -25,8 +31,9 @@ i32 Milieu(i32 a, i32 b) { return static_cast<i32>((i64{a} + b) / 2); }
 void GroupeMilliers(std::string& run, bool colonne) {
   constexpr std::string_view chiffres = "0123456789";
   constexpr std::size_t millier = 3, cents = 2;
+  if (!EstNombre(run)) return;
   const std::size_t debut = run.find_first_of(chiffres);
-  if (debut == std::string::npos || !EstNombre(run)) return;
+  if (debut == std::string::npos) return;
   const std::size_t unites = std::min(run.find_first_not_of(chiffres, debut), run.size());
   const bool virgule = unites < run.size() && run[unites] == ',';
   const std::size_t fin =
@@ -60,7 +67,7 @@ bool MiseEnLigne::Groupe::Figure() const {
 }
 
 std::size_t MiseEnLigne::Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur) {
-  m_groupes.push_back({place, 0, true, {}});
+  m_groupes.push_back({place});
   const std::size_t texte = m_groupes.size() - 1;
   Continue(texte, style, std::move(run), largeur);
   return texte;
@@ -70,26 +77,28 @@ void MiseEnLigne::Continue(std::size_t texte, unsigned style, std::string run, i
   assert(texte < m_groupes.size() && largeur >= 0);
   Groupe& groupe = m_groupes[texte];
   groupe.largeur += largeur;
-  groupe.nombre = groupe.nombre && (EstNombre(run) || (groupe.runs.empty() && run.size() <= tailleSigle));
-  groupe.runs.push_back(m_runs.size());
+  groupe.nombre = groupe.nombre && (EstNombre(run) || (groupe.premier == Aucun && run.size() <= tailleSigle));
+  (groupe.premier == Aucun ? groupe.premier : m_runs[groupe.dernier].suivant) = m_runs.size();
+  groupe.dernier = m_runs.size();
   m_runs.push_back({style, std::move(run), largeur, texte, {}});
 }
 
 void MiseEnLigne::Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
-  m_runs.push_back({0, {}, epaisseur, SansTexte, {gauche, y, droite, y}});
+  m_runs.push_back({0, {}, epaisseur, Aucun, {gauche, y, droite, y}});
 }
 
 void MiseEnLigne::Dessine() {
   std::vector<std::size_t> ordre(m_groupes.size());
   for (std::size_t i = 0; i < ordre.size(); ++i) ordre[i] = i;
   const auto cle = [this](std::size_t i) { return std::pair(m_groupes[i].place.haut, m_groupes[i].Cle()); };
-  std::stable_sort(ordre.begin(), ordre.end(), [&](auto a, auto b) { return cle(a) < cle(b); });
+  const auto avant = [&](auto a, auto b) { return cle(a) < cle(b); };
+  // As they came, but where a heading or a footer stands among them.
+  if (!std::is_sorted(ordre.begin(), ordre.end(), avant)) std::stable_sort(ordre.begin(), ordre.end(), avant);
   std::vector<std::size_t> ligne;
   std::map<i32, bool> grasses;  // lines by their first text
   for (std::size_t i = 0; i < ordre.size(); ++i) {
     const i32 haut = m_groupes[ordre[i]].place.haut;
-    if (m_papier.bandes)
-      grasses.try_emplace(haut, m_runs[m_groupes[ordre[i]].runs.front()].style & StyleGras);
+    if (m_papier.bandes) grasses.try_emplace(haut, m_runs[m_groupes[ordre[i]].premier].style & StyleGras);
     ligne.push_back(ordre[i]);
     if (i + 1 < ordre.size() && m_groupes[ordre[i + 1]].place.haut == haut) continue;
     PlaceLigne(ligne);
@@ -97,8 +106,8 @@ void MiseEnLigne::Dessine() {
   }
   DessineBandes(grasses);
   for (const Run& run : m_runs) {
-    assert(run.groupe == SansTexte || run.groupe < m_groupes.size());
-    if (run.groupe == SansTexte)
+    assert(run.groupe == Aucun || run.groupe < m_groupes.size());
+    if (run.groupe == Aucun)
       DessineTrait(run.cadre, run.largeur);
     else
       m_peripherique.DessineTexte(run.style, run.cadre, m_groupes[run.groupe].place.alignement, run.texte);
@@ -122,7 +131,7 @@ void MiseEnLigne::DessineBandes(const std::map<i32, bool>& grasses) {
     return haut >= m_sansBande && ligne != grasses.end() && ligne->second;
   };
   for (const Run& run : m_runs) {
-    if (run.groupe != SansTexte) continue;
+    if (run.groupe != Aucun) continue;
     const i32 dessous = run.cadre.haut - 1, gauche = std::max(0, run.cadre.gauche - m_ecart),
               droite = std::min(m_page.largeur, run.cadre.droite + m_ecart);
     for (const i32 pas : {-m_page.interligne, m_page.interligne}) {
@@ -160,8 +169,8 @@ void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
     [[maybe_unused]] const i32 avant = libre;
     libre = std::max(libre, Place(groupe, gauche, droite) + ecart);
     // Nothing covers its neighbour, and nothing leaves the line.
-    assert(m_runs[groupe.runs.front()].cadre.gauche >= avant);
-    assert(m_runs[groupe.runs.back()].cadre.droite <= place.limite);
+    assert(m_runs[groupe.premier].cadre.gauche >= avant);
+    assert(m_runs[groupe.dernier].cadre.droite <= place.limite);
   }
 }
 
@@ -194,20 +203,19 @@ i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
 
 /// As many characters as the place holds beside the dots, all drawn as narrow as a text may be.
 void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
-  assert(!groupe.runs.empty() && place > 0);
+  assert(groupe.premier != Aucun && place > 0);
   const auto large = [&](const Run& run, std::size_t n) {
     return i64{m_peripherique.Mesure(run.style, run.texte.substr(0, n) + suite).largeur};
   };
   const auto tient = [&](i64 largeur) { return largeur * m_papier.etroitesse <= i64{place} * 100; };
   i64 avant = 0;
-  std::size_t dernier = 0;  // the run that is shortened, the ones behind it are left out
-  while (dernier + 1 < groupe.runs.size()) {
-    const i64 apres = avant + m_runs[groupe.runs[dernier]].largeur;
-    if (!tient(apres + large(m_runs[groupe.runs[dernier + 1]], 0))) break;
+  std::size_t dernier = groupe.premier;  // the run that is shortened, the ones behind it are left out
+  for (std::size_t i; (i = m_runs[dernier].suivant) != Aucun; dernier = i) {
+    const i64 apres = avant + m_runs[dernier].largeur;
+    if (!tient(apres + large(m_runs[i], 0))) break;
     avant = apres;
-    ++dernier;
   }
-  Run& run = m_runs[groupe.runs[dernier]];
+  Run& run = m_runs[dernier];
   std::size_t de = 0, a = run.texte.size();
   while (de < a) {
     const std::size_t n = (de + a + 1) / 2;
@@ -217,7 +225,7 @@ void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
   while (!run.texte.empty() && run.texte.back() == ' ') run.texte.pop_back();
   run.texte += suite;
   run.largeur = m_peripherique.Mesure(run.style, run.texte).largeur;
-  for (std::size_t i = dernier + 1; i < groupe.runs.size(); ++i) m_runs[groupe.runs[i]].largeur = 0;
+  for (std::size_t i = run.suivant; i != Aucun; i = m_runs[i].suivant) m_runs[i].largeur = 0;
   groupe.largeur = avant + run.largeur;
 }
 
@@ -228,7 +236,7 @@ void MiseEnLigne::Etend(const Groupe& groupe, i32 gauche, i32 largeur) {
   const auto bord = [&] {
     return gauche + static_cast<i32>(avant * largeur / std::max<i64>(1, groupe.largeur));
   };
-  for (const std::size_t i : groupe.runs) {
+  for (std::size_t i = groupe.premier; i != Aucun; i = m_runs[i].suivant) {
     Run& run = m_runs[i];
     run.cadre = {bord(), haut, 0, haut + place.hauteur};
     avant += run.largeur;

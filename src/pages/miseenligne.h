@@ -54,26 +54,26 @@ class MiseEnLigne {
   void Dessine();
 
  private:
+  static constexpr std::size_t Aucun = static_cast<std::size_t>(-1);
   struct Run {
     unsigned style = 0;
     std::string texte;
     i32 largeur = 0;
-    std::size_t groupe = 0;  ///< its text, or `SansTexte`: a rule in `cadre`, as thick as `largeur`
+    std::size_t groupe = 0;  ///< its text, or `Aucun`: a rule in `cadre`, as thick as `largeur`
     Rectangle cadre{};
+    std::size_t suivant = Aucun;  ///< run of its text
   };
   struct Groupe {
     PlaceTexte place;
     i64 largeur = 0;
     bool nombre = true;
-    std::vector<std::size_t> runs;
+    std::size_t premier = Aucun, dernier = Aucun;  ///< of its runs
     bool AGauche() const;
     bool Montree() const;  ///< it has a column
     i32 Cle() const;       ///< its fixed point
     i32 Reserve() const;   ///< where it begins if it keeps to its column
     bool Figure() const;
   };
-  static constexpr std::size_t SansTexte = static_cast<std::size_t>(-1);
-
   void PlaceLigne(const std::vector<std::size_t>& ligne);
   /// A tint behind each bold line beside a rule, and behind its bold neighbours.
   void DessineBandes(const std::map<i32, bool>& grasses);

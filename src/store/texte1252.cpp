@@ -83,12 +83,14 @@ unsigned LitPoint(std::string_view utf8, std::size_t i, u32& point) {
 std::string VersUtf8(std::string_view texte) {
   std::string sortie;
   sortie.reserve(texte.size() + texte.size() / 8);
-  for (const char c : texte) {
-    const u8 octet = static_cast<u8>(c);
-    const u32 point = octet >= 0x80 && octet <= 0x9F ? Hauts[octet - 0x80] : octet;
-    if (point < 0x80) {
-      sortie += c;
-    } else if (point < 0x800) {
+  while (!texte.empty()) {
+    const auto haut = std::find_if(texte.begin(), texte.end(), [](char c) { return c & 0x80; });
+    sortie.append(texte.begin(), haut);
+    if (haut == texte.end()) break;
+    texte.remove_prefix(static_cast<std::size_t>(haut - texte.begin()) + 1);
+    const u8 octet = static_cast<u8>(*haut);
+    const u32 point = octet <= 0x9F ? Hauts[octet - 0x80] : octet;
+    if (point < 0x800) {
       sortie += static_cast<char>(0xC0 | (point >> 6));
       sortie += static_cast<char>(0x80 | (point & 0x3F));
     } else {
