@@ -19,11 +19,14 @@
 #include "pages/enregistreur.h"
 #include "pages/page.h"
 #include "pages/textes.h"
+#include "store/partage.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
+
+constexpr u32 PagesEnsemble = 32;  ///< read, drawn and written at a time
 
 std::string Drapeaux(u8 drapeaux) {
   std::string texte;
@@ -109,6 +112,31 @@ std::string TexteDePage(bool json, const std::vector<ElementPage>& elements, i32
   return json ? texte : VersUtf8(texte);
 }
 
+/// What the pages from `premiere` on print, whose text is at hand, drawn by as many helpers as are worth it.
+std::vector<std::string> DessinePages(bool json, const ImpressionEtat& impression, u32 premiere,
+                                      std::string_view texte, const Enregistreur& modele) {
+  const TablePages& pages = impression.pages;
+  const u32 nombre = std::min(PagesEnsemble, NombrePages(pages) - premiere + 1);
+  const unsigned parts = nombre < PagesEnsemble ? 1 : NombreParts(~0ull);
+  std::vector<std::string> textes(nombre);
+  Partage(parts, [&](unsigned part) {
+    Enregistreur feuille = modele;
+    const Tranche tranche = TrancheDe(part, parts, nombre, 1);
+    for (u64 i = tranche.debut; i < tranche.fin; ++i) {
+      const u32 n = premiere + static_cast<u32>(i);
+      const u32 debut = pages[n - 1].fin - pages[premiere - 1].fin;
+      feuille.Page = n;
+      // What could not be read was told, and is missing at the end.
+      DessinePage(impression, n,
+                  texte.substr(std::min<std::size_t>(debut, texte.size()), pages[n].fin - pages[n - 1].fin),
+                  feuille);
+      textes[i] = TexteDePage(json, feuille.Elements, impression.page.interligne);
+      feuille.Elements.clear();
+    }
+  });
+  return textes;
+}
+
 }  // namespace
 
 bool EcritMarquage(Contexte& contexte, CEtatComptable& etat) {
@@ -156,15 +184,15 @@ bool EcritRuns(Contexte& contexte, CEtatComptable& etat) {
   }
   const ImpressionEtat impression{etat, *pages, page, LitIdentiteEtat(contexte.App),
                                   contexte.Magasin.Today()};
-  for (u32 n = 1; n <= NombrePages(*pages); ++n) {
-    feuille.Page = n;
-    DessinePage(impression, n, feuille);
+  for (u32 n = 1; n <= NombrePages(*pages); n += PagesEnsemble) {
+    const u32 derniere = std::min(n + PagesEnsemble - 1, NombrePages(*pages));
+    const std::string texte = etat.LitTexte((*pages)[n - 1].fin, (*pages)[derniere].fin);
     if (contexte.Dialogue.Numero() != 0) {
       contexte.RefuseMagasin();
       return false;
     }
-    if (!contexte.Ecrit(TexteDePage(contexte.Globales.json, feuille.Elements, page.interligne))) return false;
-    feuille.Elements.clear();
+    for (const std::string& dessinee : DessinePages(contexte.Globales.json, impression, n, texte, feuille))
+      if (!contexte.Ecrit(dessinee)) return false;
   }
   return true;
 }

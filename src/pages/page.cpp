@@ -1,5 +1,7 @@
 #include "pages/page.h"
 
+#include <cassert>
+
 #include "core/cles.h"
 #include "core/valeurs.h"
 #include "pages/interprete.h"
@@ -21,9 +23,16 @@ IdentiteEtat LitIdentiteEtat(const CFenlorApp& app) {
 
 bool DessinePage(const ImpressionEtat& impression, u32 n, Peripherique& peripherique) {
   if (n < 1 || n > NombrePages(impression.pages)) return false;
+  const std::string texte = impression.doc.LitTexte(impression.pages[n - 1].fin, impression.pages[n].fin);
+  DessinePage(impression, n, texte, peripherique);
+  return true;
+}
+
+void DessinePage(const ImpressionEtat& impression, u32 n, std::string_view texte,
+                 Peripherique& peripherique) {
+  assert(n >= 1 && n <= NombrePages(impression.pages));
   InterpreteEtat interprete(impression.page, impression.doc.Entete(), impression.doc.Pied(), peripherique);
   const PageEtat& page = impression.pages[n];
-  const std::string texte = impression.doc.LitTexte(impression.pages[n - 1].fin, page.fin);
   std::string premier, second;
   RemplitEtat(premier, Texte(EtatTitreIdentite),
               {EchappeEtat(impression.qui.nom), EchappeEtat(impression.qui.societe)});
@@ -35,7 +44,6 @@ bool DessinePage(const ImpressionEtat& impression, u32 n, Peripherique& peripher
   y += interprete.InterpreteTexte(y, texte);
   if (page.avecPied) interprete.DessinePied(y);
   interprete.FinitPage();
-  return true;
 }
 
 }  // namespace fenlor

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "pages/etatdoc.h"
 #include "pages/miseenpage.h"
@@ -32,5 +33,8 @@ struct ImpressionEtat {
 /// no such page. A text that cannot be read is told to `CFenlorApp::Boite`, and the page
 /// is drawn with what could be.
 bool DessinePage(const ImpressionEtat& impression, u32 n, Peripherique& peripherique);
+/// The same with the page's text at hand. Reads nothing: pages can be drawn side by side, each on a device of
+/// its own.
+void DessinePage(const ImpressionEtat& impression, u32 n, std::string_view texte, Peripherique& peripherique);
 
 }  // namespace fenlor

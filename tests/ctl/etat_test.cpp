@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 
 #include "core/valeurs.h"
 #include "ctl/ctldetest.h"
@@ -36,6 +37,33 @@ class EtatCtl : public CtlDeTest {
     return Etat(std::move(args));
   }
 };
+
+/// Pages are drawn side by side: all are there, in order, whole, and none twice.
+TEST_F(EtatCtl, BeaucoupDePages) {
+  std::string entree, attendu, lu;
+  for (unsigned i = 0; i < 2500; ++i) {
+    const std::string libelle = "Acte " + std::to_string(10000 + i);
+    entree += R"({"journal":"recettes","date":"03/04/2003","compte":"706","libelle":")" + libelle +
+              R"(","ttc":10,"tresorerie":"CA"})" + "\n";
+    attendu += libelle + "\n";
+  }
+  ASSERT_EQ(Lance({"saisir", "--tout"}, entree).statut, StatutFait);
+  const Resultat r = Etat({"extrait", "--texte", "--compte", "706", "--mois", "4/2003"});
+  std::istringstream lignes(r.sortie);
+  unsigned derniere = 0;
+  for (std::string ligne; std::getline(lignes, ligne);) {
+    const unsigned page = static_cast<unsigned>(std::stoul(ligne));
+    if (const auto place = ligne.find("\tActe "); place != std::string::npos)
+      lu += ligne.substr(place + 1) + "\n";
+    if (const auto place = ligne.find("\tPage "); place != std::string::npos) {
+      EXPECT_EQ(page, ++derniere);
+      EXPECT_THAT(ligne.substr(place + 1), StartsWith("Page " + std::to_string(page) + " / "));
+    }
+    EXPECT_TRUE(page == derniere || page == derniere + 1) << page;
+  }
+  EXPECT_GT(derniere, 32u);
+  EXPECT_TRUE(lu == attendu) << derniere;
+}
 
 TEST_F(EtatCtl, LigneIncorrecteOuRefusee) {
   const struct {
