@@ -101,12 +101,11 @@ void InterpreteEtat::Code(Plume& plume, char code) {
       m_etat.course = Course::Place;
       break;
     case 'C':
-    case 'R': {
+    case 'R':
       m_ancre = Colonnes(plume);
       m_ancreNeuve = true;
       m_etat.course = code == 'C' ? Course::Centree : Course::ADroite;
       break;
-    }
     case 'T':
       plume.x = Colonnes(plume);
       m_ancreNeuve = false;
