@@ -10,6 +10,7 @@
 #include "ctl/enregistrementjson.h"
 #include "ctl/json.h"
 #include "ctl/optionscommunes.h"
+#include "ctl/reponseslignes.h"
 #include "journal/controles.h"
 #include "store/texte1252.h"
 
@@ -32,30 +33,16 @@ class OrdresAuto {
       : m_contexte(contexte), m_app(contexte.App), m_options(options) {}
 
   int Execute() {
-    LecteurLignes lignes(m_contexte.Entree, m_options.fichier);
-    if (!lignes.Ouvert()) return m_contexte.RefuseOuverture(m_options.fichier);
     if (!m_contexte.OuvreExercice()) return StatutRefuse;
     m_contexte.Dialogue.Ordonne({QuestionSupprimeAuto});
     LivresOuverts livres;
     if (livres.Ouvre(m_app) || !m_comptes.Charge(m_app)) return m_contexte.RefuseMagasin();
-    int statut = StatutFait;
-    Json objet;
-    Refus refus;
-    while (lignes.Suivante(objet, refus)) {
+    return RepondParLigne(m_contexte, m_options.fichier, [this](const Json& objet, LigneJson& reponse) {
       u32 numero = 0;
-      if (!refus) refus = Traite(objet, numero);
-      LigneJson reponse;
-      reponse.Entier("entree", lignes.Numero());
-      if (refus) {
-        statut = m_contexte.Refuse(refus, lignes.Numero());
-        reponse.Entier("erreur", refus.numero).Texte("texte", refus.texte);
-      } else {
-        reponse.Entier("Numero", numero);
-      }
-      if (!m_contexte.Ecrit(reponse.Fin()) || !m_contexte.Vide()) return StatutRefuse;
-      refus = {};
-    }
-    return lignes.Erreur() ? m_contexte.RefuseLecture(lignes.Erreur(), m_options.fichier) : statut;
+      const Refus refus = Traite(objet, numero);
+      reponse.Entier("Numero", numero);
+      return refus;
+    });
   }
 
  private:

@@ -4,6 +4,7 @@
 #include "ctl/commandes.h"
 #include "ctl/demandeimmobilisation.h"
 #include "ctl/enregistrementjson.h"
+#include "ctl/reponseslignes.h"
 #include "ctl/tableau.h"
 #include "ctl/textes.h"
 #include "store/ouverture.h"
@@ -30,24 +31,8 @@ class VerbeImmobilisation {
   int Execute() {
     if (!m_immobilisations || !m_corrections) return m_contexte.RefuseMagasin();
     if (m_options.action == "lister") return Liste();
-    LecteurLignes lignes(m_contexte.Entree, m_options.fichier);
-    if (!lignes.Ouvert()) return m_contexte.RefuseOuverture(m_options.fichier);
-    int statut = StatutFait;
-    Json objet;
-    Refus refus;
-    while (lignes.Suivante(objet, refus)) {
-      m_contexte.Oublie();
-      LigneJson reponse;
-      reponse.Entier("entree", lignes.Numero());
-      if (!refus) refus = Traite(objet, reponse);
-      if (refus) {
-        statut = m_contexte.Refuse(refus, lignes.Numero());
-        reponse = LigneJson();
-        reponse.Entier("entree", lignes.Numero()).Entier("erreur", refus.numero).Texte("texte", refus.texte);
-      }
-      if (!m_contexte.Ecrit(reponse.Fin()) || !m_contexte.Vide()) return StatutRefuse;
-    }
-    return lignes.Erreur() ? m_contexte.RefuseLecture(lignes.Erreur(), m_options.fichier) : statut;
+    return RepondParLigne(m_contexte, m_options.fichier,
+                          [this](const Json& objet, LigneJson& reponse) { return Traite(objet, reponse); });
   }
 
  private:

@@ -5,6 +5,7 @@
 #include "ctl/commandes.h"
 #include "ctl/enregistrementjson.h"
 #include "ctl/optionscommunes.h"
+#include "ctl/reponseslignes.h"
 #include "journal/choixcomptes.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
@@ -72,29 +73,14 @@ int Rapprochement::Execute() {
   return action == "solde" ? Solde() : Automatique();
 }
 
-/// One operation a line, each answered and durable by itself.
+/// Each operation is durable by itself.
 int Rapprochement::Ajoute() {
-  LecteurLignes lignes(m_contexte.Entree, m_options.fichier);
-  if (!lignes.Ouvert()) return m_contexte.RefuseOuverture(m_options.fichier);
-  int statut = StatutFait;
-  Json objet;
-  Refus refus;
-  while (lignes.Suivante(objet, refus)) {
+  return RepondParLigne(m_contexte, m_options.fichier, [this](const Json& objet, LigneJson& reponse) {
     Position position = 0;
-    if (!refus) refus = AjouteUne(objet, position);
-    if (refus && refus.dit) refus = m_contexte.DernierEchec();
-    LigneJson reponse;
-    reponse.Entier("entree", lignes.Numero());
-    if (refus) {
-      statut = m_contexte.Refuse(refus, lignes.Numero());
-      reponse.Entier("erreur", refus.numero).Texte("texte", refus.texte);
-    } else {
-      reponse.Entier("operation", position);
-    }
-    m_contexte.Oublie();
-    if (!m_contexte.Ecrit(reponse.Fin()) || !m_contexte.Vide()) return StatutRefuse;
-  }
-  return lignes.Erreur() ? m_contexte.RefuseLecture(lignes.Erreur(), m_options.fichier) : statut;
+    const Refus refus = AjouteUne(objet, position);
+    reponse.Entier("operation", position);
+    return refus;
+  });
 }
 
 Refus Rapprochement::AjouteUne(const Json& objet, Position& position) {
