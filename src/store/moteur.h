@@ -74,7 +74,6 @@ class Moteur {
   /// True when the sum of a slot, live or deleted, is right.
   bool EstJuste(u16 numFichier, Position position) const;
   u32 NombreEmplacements(u16 numFichier) const;
-  u16 TailleRec(u16 numFichier) const;
 
   // -- keys
   bool AjouteCle(u16 numCle, std::string_view texte, Position position);

@@ -213,11 +213,6 @@ bool Moteur::EstJuste(u16 numFichier, Position position) const {
   return enMemoire || o->dat.EstJuste(position);
 }
 
-u16 Moteur::TailleRec(u16 numFichier) const {
-  const Ouvert* o = m->Dat(numFichier);
-  return o ? o->dat.entete.taille : 0;
-}
-
 void Moteur::DebutUnite() {
   m->reperes.push_back({m->annulations.size(), m->changementsCles.size(), m->nbRemplissages});
   ++m->profondeur;

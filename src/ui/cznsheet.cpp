@@ -10,12 +10,6 @@ CZNPage::CZNPage(ContexteUi& contexte, const QString& titre, const char* nom)
   setObjectName(QString::fromUtf8(nom));
 }
 
-bool CZNPage::Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments) {
-  App().ReportErreur(erreur, arguments);
-  CZNDialog::Focalise(champ);
-  return false;
-}
-
 bool CZNPage::Refuse(const Refus& refus) {
   if (!App().Dit(refus)) CZNDialog::Focalise(*this, refus.champ);
   return !refus;

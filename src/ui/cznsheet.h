@@ -33,7 +33,6 @@ class CZNPage : public QWidget {
 
  protected:
   /// As in `CZNDialog`.
-  bool Refuse(const TexteFixe& erreur, QWidget& champ, std::initializer_list<std::string> arguments = {});
   bool Refuse(const Refus& refus);
 
  private:

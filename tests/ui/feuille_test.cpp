@@ -21,7 +21,9 @@ class PageEssai : public CZNPage {
     Formulaire{*this}.Champ(u"&Valeur :"_s, m_champ, "valeur").Limite(10).Pousse();
   }
   bool Charge() override { return Note("charge", Charges); }
-  bool Controle() override { return Note("controle", Controles) || Refuse(ErrDateAvantEuro, m_champ); }
+  bool Controle() override {
+    return Note("controle", Controles) || Refuse(Refus(ErrDateAvantEuro, "valeur"));
+  }
   bool Enregistre() override { return Note("enregistre", Enregistres); }
   bool Charges = true, Controles = true, Enregistres = true;
 

@@ -115,10 +115,7 @@ void ChampJour::Suit() {
   const unsigned jour = JourTape();
   if (jour == 0 || jour == Jour(m_date)) return;
   m_date = FaitDate(jour, Mois(m_date), Annee(m_date));
-  if (m_change) m_change();
 }
-
-void ChampJour::SurChangement(std::function<void()> action) { m_change = std::move(action); }
 
 void ChampJour::focusInEvent(QFocusEvent* evenement) {
   QComboBox::focusInEvent(evenement);

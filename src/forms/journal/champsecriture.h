@@ -43,7 +43,6 @@ class ChampJour : public QComboBox {
   bool EstValide() const;
   /// What a form saves: 0, which every rule refuses with 3104, while the field holds no day.
   Date Saisie() const { return EstValide() ? m_date : 0; }
-  void SurChangement(std::function<void()> action);  ///< another valid day, by the user
   /// The field was left for another one, what is no day erased before.
   void SurDepart(std::function<void()> action) { m_depart = std::move(action); }
 
@@ -57,7 +56,7 @@ class ChampJour : public QComboBox {
   void Suit();
   Date m_date = 0;
   QLabel* m_mois;
-  std::function<void()> m_change, m_depart;
+  std::function<void()> m_depart;
 };
 
 /// Group "Mode de paiement": "&Chèque", "&Autre".
