@@ -72,7 +72,7 @@ Acte ActeDe(const Line& avant, const Line& apres) {
 /// A record that is no line of the journal; the first one of which a unit changes a record gives its name.
 struct Sorte {
   u16 fichier;
-  std::size_t libelle, taille;  ///< of the field that names it
+  std::size_t libelle, taille;  ///< of the field that names it; 0: it has none
 };
 #define FENLOR_LIBELLE(Rec, champ) offsetof(Rec, champ), sizeof(Rec::champ)
 constexpr Sorte Sortes[] = {
@@ -81,6 +81,7 @@ constexpr Sorte Sortes[] = {
     {FichierAuto, FENLOR_LIBELLE(EcrituresAuto, Libelle)},
     {FichierRubriques, FENLOR_LIBELLE(Rubrique, Designation)},
     {FichierComptes, FENLOR_LIBELLE(Plan, Designation)},
+    {FichierAmo, 0, 0},
 };
 #undef FENLOR_LIBELLE
 constexpr unsigned SorteEcriture = 0;  ///< place in the words; those of `Sortes` follow
@@ -171,6 +172,8 @@ std::string NomUnite(CFenlorApp& app, std::span<const EcartUnite> ecarts) {
       const char* texte = static_cast<const char*>(ecart.apres ? ecart.apres : ecart.avant) + sorte.libelle;
       if (libelle.empty()) libelle.assign(texte, strnlen(texte, sorte.taille));
     }
+    // The real amount of a year is what changes, though its record comes or goes.
+    if (sorte.fichier == FichierAmo) ajouts = retraits = nombre + 1;
     // One that goes and one that comes is one that was changed.
     if (nombre == 2 && ajouts == 1 && retraits == 1) nombre = 1, ajouts = 0, retraits = 0;
     const Acte acte = nombre == ajouts ? Ajout : nombre == retraits ? Suppression : Modification;

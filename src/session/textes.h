@@ -53,7 +53,8 @@ inline constexpr TexteFixe MotsActes{6670,
 inline constexpr TexteFixe MotsSortes{6671,
     "d'une écriture|écritures|d'une immobilisation|immobilisations|d'une opération bancaire|"
     "opérations bancaires|"
-    "d'une écriture automatique|écritures automatiques|d'une rubrique|rubriques|d'un compte|comptes"};
+    "d'une écriture automatique|écritures automatiques|d'une rubrique|rubriques|d'un compte|comptes|"
+    "d'un amortissement|amortissements"};
 inline constexpr TexteFixe FormatActeUn{6672, "%s %s"};            ///< act, "d'une écriture"
 inline constexpr TexteFixe FormatActePlusieurs{6673, "%s de %s %s"};  ///< act, number, "écritures"
 inline constexpr TexteFixe FormatActeNomme{6674, "%s de « %s »"};

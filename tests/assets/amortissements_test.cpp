@@ -205,10 +205,15 @@ TEST_F(Amortissements, LesSixUsages) {
   EXPECT_EQ(aucun.CumulFranc + aucun.AnnuiteFranc + aucunEtat.AnnuiteEuro + aucunEtat.AnterieurEuro, 0);
 }
 
-/// The schedule as an accountant does it by hand, day by day of a year of 360: real amounts of one currency.
-std::vector<f64> ALaMain(const Immobilisation& immo, f64 valeur, const std::map<u32, f64>& corrections,
-                         Date fin) {
-  std::vector<f64> reels;
+/// Theoretical and real amounts of one currency, year by year.
+struct AnneesALaMain {
+  std::vector<f64> theoriques, reels;
+};
+
+/// The schedule as an accountant does it by hand, day by day of a year of 360.
+AnneesALaMain ALaMain(const Immobilisation& immo, f64 valeur, const std::map<u32, f64>& corrections,
+                      Date fin) {
+  std::vector<f64> theoriques, reels;
   f64 cumul = 0;
   for (u32 annee = Annee(immo.DateAchat); annee <= Annee(fin); ++annee) {
     int jours = 0, mois = 0;
@@ -233,21 +238,24 @@ std::vector<f64> ALaMain(const Immobilisation& immo, f64 valeur, const std::map<
     }
     annuite = immo.TypeAmortissement == Lineaire ? annuite * jours / 360 : annuite * mois / 12;
     annuite = std::min(std::floor(annuite * 100 + 0.5) / 100, reste);
+    theoriques.push_back(annuite);
     reels.push_back(corrections.contains(annee) ? corrections.at(annee) : annuite);
     cumul += reels.back();
   }
-  return reels;
+  return {theoriques, reels};
 }
 
 TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
   struct Reels : CCalculAmortissements {
     using CCalculAmortissements::CCalculAmortissements;
-    bool OnAnnuite(u32, u32, f64, f64, f64 reelFranc, f64 reelEuro) override {
-      franc.push_back(reelFranc);
-      euro.push_back(reelEuro);
+    bool OnAnnuite(u32, u32, f64 tF, f64 tE, f64 rF, f64 rE) override {
+      franc.theoriques.push_back(tF);
+      franc.reels.push_back(rF);
+      euro.theoriques.push_back(tE);
+      euro.reels.push_back(rE);
       return true;
     }
-    std::vector<f64> franc, euro;
+    AnneesALaMain franc, euro;
   };
   std::mt19937 hasard(2035);
   const auto tire = [&](u32 de, u32 a) { return std::uniform_int_distribution<u32>(de, a)(hasard); };
@@ -262,10 +270,13 @@ TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
     if (type == Lineaire) ligne.TauxAnnuel = Arrondi2(100 / (ligne.Duree = tire(10, 100) / 10.0));
     immo.Duree = ligne.Duree;
     immo.TauxAnnuel = ligne.TauxAnnuel;
-    Date fin = FaitDate(tire(1, 31), 12, Annee(immo.DateAchat) + tire(0, 25));
-    if (fin < immo.DateAchat) fin = FaitDate(31, 12, Annee(immo.DateAchat));
-    if (n % 3 == 0)
-      immo.DateCession = FaitDate(tire(1, 28), tire(1, 12), tire(Annee(immo.DateAchat) + 1, 2030));
+    const auto apresLAchat = [&] {
+      const u32 achat = Annee(immo.DateAchat);
+      const Date date = FaitDate(tire(1, 28), tire(1, 12), achat + tire(0, 25));
+      return date < immo.DateAchat ? FaitDate(31, 12, achat) : date;
+    };
+    const Date fin = n % 2 ? apresLAchat() : FaitDate(31, 12, Annee(immo.DateAchat) + tire(0, 25));
+    if (n % 3 == 0) immo.DateCession = apresLAchat();
     std::map<u32, f64> francs, euros;
     for (u32 k = n % 4; k > 0; --k) {
       Amortissement reel{};
@@ -279,11 +290,12 @@ TEST_F(Amortissements, DesBiensAuHasardCommeALaMain) {
     f64 franc = 0, euro = 0;
     calcul.CalculAmortissements(fin, franc, euro);
     const Date limite = immo.DateCession != 0 ? std::min<Date>(fin, +immo.DateCession) : fin;
-    const auto pareils = [&](const std::vector<f64>& reels, f64 valeur, const std::map<u32, f64>& corrections,
+    const auto pareils = [&](const AnneesALaMain& annees, f64 valeur, const std::map<u32, f64>& corrections,
                              f64 cumul) {
-      const std::vector<f64> attendus = ALaMain(immo, valeur, corrections, limite);
-      EXPECT_THAT(reels, ::testing::Pointwise(::testing::DoubleNear(0.0001), attendus)) << n;
-      EXPECT_NEAR(cumul, std::accumulate(attendus.begin(), attendus.end(), 0.0), 0.0001) << n;
+      const auto [theoriques, reels] = ALaMain(immo, valeur, corrections, limite);
+      EXPECT_THAT(annees.theoriques, ::testing::Pointwise(::testing::DoubleNear(0.0001), theoriques)) << n;
+      EXPECT_THAT(annees.reels, ::testing::Pointwise(::testing::DoubleNear(0.0001), reels)) << n;
+      EXPECT_NEAR(cumul, std::accumulate(reels.begin(), reels.end(), 0.0), 0.0001) << n;
     };
     pareils(calcul.franc, immo.ValeurAmortissableFranc, francs, franc);
     pareils(calcul.euro, immo.ValeurAmortissableEuro, euros, euro);

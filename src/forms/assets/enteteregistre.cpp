@@ -64,11 +64,12 @@ QRect EnteteRegistre::PlaceBarre() const {
   return {annees.left(), 2 * HauteurLigne() + 1, annees.width() - 1, HauteurLigne()};
 }
 
-/// In the middle of what can be seen of the place.
+/// In the middle of what can be seen of the place; nothing where no word of it would be left.
 void EnteteRegistre::DessineTitre(QPainter& peintre, const QRect& place, const QString& titre) const {
+  constexpr int lettres = 6;
   const QRect vue = place.intersected(viewport()->rect()).adjusted(marge, 0, -marge, 0);
-  if (vue.width() > 0)
-    peintre.drawText(vue, Qt::AlignCenter, ClipText(titre, vue.width(), 0, peintre.fontMetrics()));
+  const QString coupe = ClipText(titre, std::max(vue.width(), 0), 0, peintre.fontMetrics());
+  if (coupe.size() >= lettres) peintre.drawText(vue, Qt::AlignCenter, coupe);
 }
 
 void EnteteRegistre::DessineBande(QPainter& peintre, const QString& titre, int premiere, int derniere) const {
