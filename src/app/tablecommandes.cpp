@@ -77,8 +77,8 @@ void SelectionExercice(CMainFrame& cadre, unsigned) {
     CalculeEcheances(cadre.Contexte(), false);
 }
 void Automatiques(CMainFrame& cadre, unsigned) {
-  CommandeAutomatiques(cadre.Contexte(), [&cadre] {
-    cadre.Table().Etats().Ouvre(TrouveEtat("previsions")->fabrique, DemandeEtat::Impression);
+  CommandeAutomatiques(cadre.Contexte(), [&cadre](const QString& issue) {
+    cadre.Table().Etats().Ouvre(TrouveEtat("previsions")->fabrique, DemandeDe(issue));
   });
 }
 void Quitter(CMainFrame& cadre, unsigned) { cadre.close(); }

@@ -169,7 +169,7 @@ Refus ListeAnnoncees(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees) 
 }
 
 Refus ConfirmeEcheances(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees,
-                        const std::vector<std::size_t>& rangs, std::vector<EcheanceFaite>& faites) {
+                        const std::vector<std::size_t>& rangs, BilanEcheances& bilan) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   Echeances echeances(app);
   if (const Refus refus = echeances.Ouvre()) return refus;
@@ -178,7 +178,11 @@ Refus ConfirmeEcheances(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncee
     const u32 numero = annoncees[rang].numero;
     bool partie = false;
     if (numero == 0) continue;
-    if (Refus refus = echeances.Confirme1(annoncees[rang], faites, partie)) return refus;
+    if (Refus refus = echeances.Confirme1(annoncees[rang], bilan.faites, partie)) {
+      refus.rang = static_cast<int>(rang);
+      bilan.refus.push_back(std::move(refus));
+      continue;
+    }
     if (!partie) continue;
     for (EcheanceAnnoncee& autre : annoncees) {
       if (autre.numero == numero)

@@ -28,12 +28,13 @@ struct EcheanceFaite {
   Date date = 0;
 };
 
+/// What a walk or a confirmation brought.
 struct BilanEcheances {
   bool parcouru = false;  ///< false: the walk of today was done already, or the exercice is closed
   std::vector<EcheanceFaite> faites;
   std::vector<EcheanceAnnoncee> annoncees;
   /// What stopped single models, each to be told: 3046 (Franc after the limit), a failure of the store. Such
-  /// a model stays as it was, and comes again with the next walk.
+  /// a model stays as it was, and comes again with the next walk. Of a confirmation `rang` is the occurrence.
   std::vector<Refus> refus;
 };
 
@@ -47,9 +48,9 @@ Refus CalculeEcheances(CFenlorApp& app, BilanEcheances& bilan);
 Refus ListeAnnoncees(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees);
 
 /// Enters the occurrences `rangs` of `annoncees`, each with the step of its model in one unit of work, and
-/// moves the models on; the numbers of the others follow. A model that is gone is passed over. Stops at the
-/// first failure; what was done stays, in `faites`.
+/// moves the models on; the numbers of the others follow. A model that is gone is passed over, and so is an
+/// occurrence that is refused (`bilan.refus`). Refused as a whole: 3056, books that cannot be opened.
 Refus ConfirmeEcheances(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees,
-                        const std::vector<std::size_t>& rangs, std::vector<EcheanceFaite>& faites);
+                        const std::vector<std::size_t>& rangs, BilanEcheances& bilan);
 
 }  // namespace fenlor

@@ -191,10 +191,11 @@ int Echeances(Contexte& contexte, const OptionsEcheances& options) {
     return statut;
   }
   for (const std::size_t rang : rangs) {
-    std::vector<EcheanceFaite> faites;
-    if (const Refus refus = ConfirmeEcheances(contexte.App, annoncees, {rang}, faites))
+    BilanEcheances une;
+    if (const Refus refus = ConfirmeEcheances(contexte.App, annoncees, {rang}, une))
       return contexte.Refuse(refus);
-    for (const EcheanceFaite& f : faites)
+    for (const Refus& refus : une.refus) statut = contexte.Refuse(refus);
+    for (const EcheanceFaite& f : une.faites)
       if (!contexte.Ecrit(LigneEcheance(rang + 1, f.numero, f.date).Entier("Mouvement", f.mouvement).Fin()) ||
           !contexte.Vide())
         return StatutRefuse;

@@ -184,7 +184,7 @@ void CZNDialog::AjouteIssuesEtat() {
   for (const auto& [texte, nom] : issues)
     connect(&AjouteBouton(texte, nom), &QPushButton::clicked, this, [this, issue = QLatin1String(nom)] {
       m_issue = issue;
-      accept();
+      m_mode == Mode::Consultation ? done(Accepted) : accept();
       if (result() != Accepted) m_issue.clear();
     });
 }

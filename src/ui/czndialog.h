@@ -69,8 +69,7 @@ class CZNDialog : public QDialog {
   /// A further button at the left of the others; before or after `Boutons`.
   QPushButton& AjouteBouton(const QString& texte, const char* nom);
 
-  /// "&Aperçu", "&Imprimer", "&PDF...": a form of criteria, which each of them ends as Ok does. After
-  /// `Boutons`.
+  /// "&Aperçu", "&Imprimer", "&PDF...": each of them ends the form as Ok does, or would. After `Boutons`.
   void AjouteIssuesEtat();
 
   /// Name of its help page.

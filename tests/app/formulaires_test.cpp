@@ -298,7 +298,7 @@ void TousLesFormulaires::Automatiques() {
     RegardeFiche(forme);
   }
   CDialogAutoList liste(Ui, {});
-  CDialogAutoPrevisions previsions(Ui, [] {});
+  CDialogAutoPrevisions previsions(Ui);
   for (QDialog* forme : std::initializer_list<QDialog*>{&liste, &previsions}) Regarde(*forme);
 }
 

@@ -107,9 +107,9 @@ TEST_F(Automatiques, LesConfirmations) {
   std::vector<EcheanceAnnoncee> annoncees = Calcule().annoncees;
   ASSERT_EQ(annoncees.size(), 2u + 1 + 2);
   EXPECT_EQ(annoncees[0].tresorerie, "BQ");
-  std::vector<EcheanceFaite> faites;
-  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {0, 1, 2, 4}, faites));
-  EXPECT_EQ(faites.size(), 4u);
+  BilanEcheances bilan;
+  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {0, 1, 2, 4}, bilan));
+  EXPECT_EQ(bilan.faites.size(), 4u);
   EXPECT_EQ(Journal(), "01/03/1 08/03/2 01/03/3 09/03/1");
   EXPECT_EQ(Modeles(), "100:0/2,01/03 300:2/3,02/03") << "the second is gone, the first may begin again";
   ASSERT_FALSE(ListeAnnoncees(App(), annoncees));
@@ -117,13 +117,26 @@ TEST_F(Automatiques, LesConfirmations) {
   Magasin().FixeAujourdhui(Le(23, 3));
   ASSERT_FALSE(ListeAnnoncees(App(), annoncees));
   ASSERT_EQ(annoncees.size(), 3u);
-  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {0}, faites));
+  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {0}, bilan));
   EXPECT_EQ(Modeles(), "100:1/2,01/03 300:2/3,02/03") << "a new cycle, not 4294967295";
   annoncees[1].numero = 77;
-  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {1}, faites));
-  EXPECT_EQ(faites.size(), 5u) << "a model that is gone is passed over";
+  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {1}, bilan));
+  EXPECT_EQ(bilan.faites.size(), 5u) << "a model that is gone is passed over";
+  // What cannot be entered keeps its model as it was; those behind it are entered.
+  {
+    CEcrituresAuto autos(App());
+    ASSERT_TRUE(autos.Read(1));
+    PoseTexte(autos.Rec.Compte, "6999000000");
+    ASSERT_TRUE(autos.Write());
+  }
+  Magasin().FixeAujourdhui(Le(30, 3));
+  ASSERT_FALSE(ListeAnnoncees(App(), annoncees));
+  ASSERT_FALSE(ConfirmeEcheances(App(), annoncees, {0, 1}, bilan));
+  EXPECT_EQ(Modeles(), "100:1/2,01/03 300:1/3,02/03");
+  ASSERT_EQ(bilan.refus.size(), 1u);
+  EXPECT_EQ(bilan.refus[0].rang, 0);
   Regle("2003", "Cloture", "30/04/2003");
-  EXPECT_EQ(ConfirmeEcheances(App(), annoncees, {2}, faites).numero, ErrExerciceCloture.numero);
+  EXPECT_EQ(ConfirmeEcheances(App(), annoncees, {2}, bilan).numero, ErrExerciceCloture.numero);
 }
 
 /// A model that cannot be entered stays as it was, whole; the others are entered.

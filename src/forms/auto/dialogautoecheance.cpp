@@ -1,6 +1,7 @@
 #include "forms/auto/dialogautoecheance.h"
 
 #include <QPushButton>
+#include <numeric>
 
 #include "auto/textes.h"
 #include "core/valeurs.h"
@@ -78,15 +79,11 @@ void CDialogAutoEcheance::Supprime() {
 }
 
 bool CDialogAutoEcheance::Enregistre() {
-  // What is entered leaves the list at once, so that another try after a failure enters nothing twice.
-  while (!m_annoncees.empty()) {
-    std::vector<EcheanceFaite> faites;
-    if (const Refus refus = ConfirmeEcheances(App(), m_annoncees, {0}, faites)) {
-      m_liste->Relit(-1);
-      return Refuse(refus);
-    }
-    m_annoncees.erase(m_annoncees.begin());
-  }
+  std::vector<std::size_t> rangs(m_annoncees.size());
+  std::iota(rangs.begin(), rangs.end(), std::size_t{0});
+  BilanEcheances bilan;
+  if (!Refuse(ConfirmeEcheances(App(), m_annoncees, rangs, bilan))) return false;
+  for (const Refus& refus : bilan.refus) App().Dit(refus);
   return true;
 }
 

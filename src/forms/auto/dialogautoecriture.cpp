@@ -145,9 +145,7 @@ void CDialogAutoEcriture::CompteChange() {
 }
 
 void CDialogAutoEcriture::PeriodiciteChange() {
-  const auto code = static_cast<i16>(m_periodicite.currentIndex() + 1);
-  if (code == EnMain().periodicite) return;
-  ChangePeriodicite(EnMain(), code);
+  ChangePeriodicite(EnMain(), static_cast<i16>(m_periodicite.currentIndex() + 1));
   MontreNombre(EnMain());
 }
 

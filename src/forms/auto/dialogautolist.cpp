@@ -19,6 +19,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int caracteres = 90, hauteurMinimale = 100;
+const QString apercu = u"apercu"_s;  ///< issue of a report's form
 
 std::string CodeTresorerie(CFenlorApp& app, const EcrituresAuto& modele) {
   Plan plan{};
@@ -42,9 +43,9 @@ TableColonnes<EcrituresAuto> Colonnes(CFenlorApp& app) {
 
 }  // namespace
 
-CDialogAutoList::CDialogAutoList(ContexteUi& contexte, std::function<void()> imprime, QWidget* parent)
+CDialogAutoList::CDialogAutoList(ContexteUi& contexte, Edition edition, QWidget* parent)
     : CZNDialog(contexte, u"Liste des écritures automatiques"_s, "DialogAutoList", parent),
-      m_imprime(std::move(imprime)) {
+      m_edition(std::move(edition)) {
   DeclareListe();
   Formulaire{Zone()}.Seul(*m_liste, nullptr, true);
   QPushButton& previsions = AjouteBouton(u"&Prévisions..."_s, "previsions");
@@ -126,11 +127,21 @@ void CDialogAutoList::Supprime() {
   }
 }
 
-void CDialogAutoList::Prevoit() { CDialogAutoPrevisions(Contexte(), m_imprime, this).exec(); }
+void CDialogAutoList::Prevoit() {
+  CDialogAutoPrevisions previsions(Contexte(), this);
+  previsions.exec();
+  m_apercu = previsions.Issue() == apercu;
+  if (m_apercu)
+    done(Accepted);
+  else if (!previsions.Issue().isEmpty())
+    m_edition(previsions.Issue());
+}
 
-void CommandeAutomatiques(ContexteUi& contexte, const std::function<void()>& imprime) {
-  CDialogAutoList(contexte, imprime, contexte.Cadre.Cadre()).exec();
+void CommandeAutomatiques(ContexteUi& contexte, const CDialogAutoList::Edition& edition) {
+  CDialogAutoList liste(contexte, edition, contexte.Cadre.Cadre());
+  liste.exec();
   CalculeEcheances(contexte, false);
+  if (liste.ApercuVoulu()) edition(apercu);
 }
 
 }  // namespace fenlor

@@ -15,9 +15,12 @@ class ListeEditee;
 class CDialogAutoList : public CZNDialog, public SuiteFiches {
   Q_OBJECT
  public:
-  /// `imprime` prints the forecast.
-  CDialogAutoList(ContexteUi& contexte, std::function<void()> imprime, QWidget* parent = nullptr);
+  /// `edition` makes the report of the forecast; it is told the `Issue` of its form.
+  using Edition = std::function<void(const QString& issue)>;
+  CDialogAutoList(ContexteUi& contexte, Edition edition, QWidget* parent = nullptr);
   ~CDialogAutoList() override;
+  /// It was closed to show the pages of the forecast.
+  bool ApercuVoulu() const { return m_apercu; }
 
   Position Voisin(int pas) const override;
   void VaVers(int pas) override;
@@ -37,13 +40,15 @@ class CDialogAutoList : public CZNDialog, public SuiteFiches {
   void Saisit(Position position);
   void Prevoit();
 
-  const std::function<void()> m_imprime;
+  const Edition m_edition;
   std::vector<EcrituresAuto> m_modeles;
   ListeEditee* m_liste = nullptr;
+  bool m_apercu = false;
   FinDesLiens m_finLiens{*this};
 };
 
-/// The command: the list, and the walk of today when it is closed.
-void CommandeAutomatiques(ContexteUi& contexte, const std::function<void()>& imprime);
+/// The command: the list, and the walk of today when it is closed. The preview of the forecast, a window of
+/// the program, closes the list and comes last.
+void CommandeAutomatiques(ContexteUi& contexte, const CDialogAutoList::Edition& edition);
 
 }  // namespace fenlor

@@ -1,6 +1,5 @@
 #include "forms/auto/dialogautoprevisions.h"
 
-#include <QPushButton>
 #include <numeric>
 
 #include "auto/textes.h"
@@ -17,18 +16,14 @@ namespace {
 constexpr int caracteres = 90, lignesVues = 16;
 }
 
-CDialogAutoPrevisions::CDialogAutoPrevisions(ContexteUi& contexte, const std::function<void()>& imprime,
-                                             QWidget* parent)
+CDialogAutoPrevisions::CDialogAutoPrevisions(ContexteUi& contexte, QWidget* parent)
     : CZNDialog(contexte, TexteQ(TitrePrevisions), "DialogAutoPrevisions", parent),
       m_liste(new CZNListCtrl(contexte)) {
   m_lu = App().Dit(CalculePrevisions(App(), m_previsions));
   DeclareListe();
   Formulaire{Zone()}.Seul(*m_liste, "liste", true);
-  if (imprime) {
-    const QPushButton& bouton = AjouteBouton(u"&Imprimer..."_s, "imprimer");
-    connect(&bouton, &QPushButton::clicked, this, [imprime] { imprime(); });
-  }
   Boutons(Mode::Consultation);
+  AjouteIssuesEtat();
   AjouteAide();
 }
 

@@ -1,8 +1,6 @@
 // `CDialogAutoPrevisions`: what the models bring and cost month by month.
 #pragma once
 
-#include <functional>
-
 #include "auto/previsions.h"
 #include "ui/czndialog.h"
 
@@ -13,9 +11,8 @@ class CZNListCtrl;
 class CDialogAutoPrevisions : public CZNDialog {
   Q_OBJECT
  public:
-  /// `imprime` prints the same figures; without it there is no button for that.
-  CDialogAutoPrevisions(ContexteUi& contexte, const std::function<void()>& imprime,
-                        QWidget* parent = nullptr);
+  /// Ends with an `Issue` when the same figures are wanted as a report.
+  explicit CDialogAutoPrevisions(ContexteUi& contexte, QWidget* parent = nullptr);
   ~CDialogAutoPrevisions() override;
   /// Ends at once when there are no figures, which has been told.
   int exec() override;

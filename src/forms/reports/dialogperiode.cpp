@@ -21,6 +21,15 @@ constexpr i16 TypesDesGroupes[] = {Recette, Depense, Tresorerie, Tva, Autre};  /
 
 }  // namespace
 
+DemandeEtat DemandeDe(const QString& issue) {
+  const std::pair<QLatin1String, DemandeEtat> demandes[] = {{"apercu"_L1, DemandeEtat::Apercu},
+                                                            {"imprimante"_L1, DemandeEtat::Impression},
+                                                            {"pdf"_L1, DemandeEtat::Pdf}};
+  for (const auto& [nom, demande] : demandes)
+    if (issue == nom) return demande;
+  return DemandeEtat::SelonPreference;
+}
+
 CDialogPeriode::CDialogPeriode(ContexteUi& contexte, FormeCriteres forme, const QString& titre,
                                unsigned comptes, CriteresEtat& criteres, QWidget* parent)
     : CZNDialog(contexte, titre, "DialogPeriode", parent),
@@ -230,12 +239,7 @@ bool DemandeurForme::DemandeRemise(const std::string& fichier, CriteresRemise& c
 
 bool DemandeurForme::Execute(CZNDialog& forme) {
   const bool accepte = forme.Execute();
-  const std::pair<QLatin1String, DemandeEtat> issues[] = {{"apercu"_L1, DemandeEtat::Apercu},
-                                                          {"imprimante"_L1, DemandeEtat::Impression},
-                                                          {"pdf"_L1, DemandeEtat::Pdf}};
-  m_issue = DemandeEtat::SelonPreference;
-  for (const auto& [nom, issue] : issues)
-    if (forme.Issue() == nom) m_issue = issue;
+  m_issue = DemandeDe(forme.Issue());
   return accepte;
 }
 

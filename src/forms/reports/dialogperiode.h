@@ -21,6 +21,8 @@ enum class DemandeEtat {
   Apercu = 2,
   Pdf = 3,
 };
+/// By the `Issue` of a form.
+DemandeEtat DemandeDe(const QString& issue);
 
 class CDialogPeriode : public CZNDialog {
   Q_OBJECT

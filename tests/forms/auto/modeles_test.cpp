@@ -92,10 +92,10 @@ TEST_F(FormesAuto, UnNouveauModele) {
   Choisit(*f, "periodicite", 5);
   EXPECT_EQ(Nombre(*f), u"999 : 0 / 999"_s);
   EXPECT_TRUE(Actif(*f, "nombre"));
-  Tape(Champ(*f, "nombre"), u"12"_s);
-  Va(Trouve<QWidget>(*f, "libelle"));
+  Tape(Champ(*f, "nombre"), u"8"_s);
   Choisit(*f, "periodicite", 5);
-  EXPECT_EQ(Nombre(*f), u"12 : 0 / 12"_s) << "the same row again";
+  EXPECT_EQ(Nombre(*f), u"999 : 0 / 999"_s) << "the same row again";
+  Tape(Champ(*f, "nombre"), u"12"_s);
   Case(*f, "annoncer").click();
   ChoisitCompte(*f, 1, u"6132"_s);
   Tape(Champ(*f, "ttc"), u"700"_s);
@@ -325,16 +325,27 @@ TEST_F(ListeAuto, FermerCalculeLesEcheances) {
 }
 
 TEST_F(ListeAuto, LesPrevisions) {
-  unsigned imprimees = 0;
-  CDialogAutoPrevisions f(Ui, [&] { ++imprimees; });
+  CDialogAutoPrevisions f(Ui);
   f.setModal(false);
   Montre(f);
   auto& table = Trouve<TableListe>(f, "liste");
   ASSERT_EQ(table.Modele().NbLignes(), 10) << "March to December, one account";
   EXPECT_EQ(Rangee(table, 0), u"Mars 2003|BQ|50,00 €|2250,00 €|-2200,00 €"_s);
   EXPECT_EQ(Rangee(table, 9), u"Décembre 2003|BQ||700,00 €|-8500,00 €"_s);
-  Clique(Case(f, "imprimer"));
-  EXPECT_EQ(imprimees, 1u);
+
+  // On paper from the list; the pages on the screen when it is closed.
+  QStringList editions;
+  test::Robot robot;
+  robot.Attend("DialogAutoList", [&](QDialog& liste) {
+    for (const char* issue : {"imprimante", "apercu"}) {
+      robot.Attend("DialogAutoPrevisions", [&](QDialog& previsions) { Clique(Case(previsions, issue)); });
+      Clique(Case(liste, "previsions"));
+      EXPECT_EQ(editions, QStringList{u"imprimante"_s});
+    }
+    EXPECT_FALSE(liste.isVisible());
+  });
+  CommandeAutomatiques(Ui, [&](const QString& issue) { editions += issue; });
+  EXPECT_EQ(editions, (QStringList{u"imprimante"_s, u"apercu"_s}));
 }
 
 }  // namespace
