@@ -46,6 +46,13 @@ void PeintTexte(QPainter& peintre, const Forme& forme, const MesureQt& mesure, c
   peintre.restore();
 }
 
+/// A line of hardly more than a pixel is one pixel wide: Qt paints that several times as fast.
+qreal Epaisseur(const QPainter& peintre, qreal voulue) {
+  constexpr qreal aPeine = 1.5, dessous = 1 - 1e-9;
+  const qreal pixels = voulue * peintre.deviceTransform().m11();
+  return pixels > 1 && pixels < aPeine ? voulue / pixels * dessous : voulue;
+}
+
 }  // namespace
 
 MesureQt::MesureQt(const QFont& fonte)
@@ -82,13 +89,14 @@ void PeintGraphique(QPainter& peintre, const DessinGraphique& dessin, const Mesu
         PeintTexte(peintre, forme, mesure, couleur);
         break;
       case SorteForme::Ligne:
-        peintre.setPen(QPen(couleur, forme.epaisseur, Qt::SolidLine, Qt::RoundCap));
+        peintre.setPen(QPen(couleur, Epaisseur(peintre, forme.epaisseur), Qt::SolidLine, Qt::RoundCap));
         peintre.drawLine(QPointF(forme.points[0].x, forme.points[0].y),
                          QPointF(forme.points[1].x, forme.points[1].y));
         break;
       case SorteForme::Polygone:
         peintre.setPen(forme.bord || choisie
-                           ? QPen(choisie ? texte : axe, forme.epaisseur * (choisie ? traitChoisi : 1),
+                           ? QPen(choisie ? texte : axe,
+                                  Epaisseur(peintre, forme.epaisseur * (choisie ? traitChoisi : 1)),
                                   Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin)
                            : QPen(Qt::NoPen));
         peintre.setBrush(couleur);
