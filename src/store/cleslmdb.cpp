@@ -129,23 +129,28 @@ class ClesLmdb : public MagasinCles {
   void Parcours(unsigned cle, std::string_view debut, FonctionParcours suite) override {
     if (!Prepare(cle)) return;
     u8 tampon[TailleCleMax + 4];
-    MDB_val k = Cle(cle, debut, 0, tampon), v;
+    const MDB_val k = Cle(cle, debut, 0, tampon);
     // A cursor of its own: `suite` may look things up by the same key.
     MDB_cursor* ouvert = nullptr;
     if ((m_erreur = mdb_cursor_open(m_txn, m_dbi[cle], &ouvert))) return;
     const std::unique_ptr<MDB_cursor, void (*)(MDB_cursor*)> curseur(ouvert, mdb_cursor_close);
     const bool avant = std::exchange(m_marche, true);
-    int rc = mdb_cursor_get(ouvert, &k, &v, MDB_SET_RANGE);
-    for (; rc == 0; rc = mdb_cursor_get(ouvert, &k, &v, MDB_NEXT)) {
-      Vue vue;
-      if (!Decode(cle, k, v, vue)) {
-        rc = MDB_CORRUPTED;
-        break;
-      }
-      if (!suite(vue.texte, vue.position)) break;
-    }
+    m_erreur = Marche(cle, ouvert, k, suite);
     m_marche = avant;
-    m_erreur = rc;
+  }
+
+  int ParcoursAPart(unsigned cle, FonctionParcours suite) const override {
+    assert(cle < m_cles.nombre && m_retenues[cle].empty());
+    // What stands in the file, seen by a transaction of the helper's own.
+    MDB_txn* lecture = nullptr;
+    if (const int rc = mdb_txn_begin(m_env, nullptr, MDB_RDONLY, &lecture)) return Traduit(rc);
+    const std::unique_ptr<MDB_txn, void (*)(MDB_txn*)> txn(lecture, mdb_txn_abort);
+    MDB_cursor* ouvert = nullptr;
+    if (const int rc = mdb_cursor_open(lecture, m_dbi[cle], &ouvert)) return Traduit(rc);
+    const std::unique_ptr<MDB_cursor, void (*)(MDB_cursor*)> curseur(ouvert, mdb_cursor_close);
+    u8 tampon[TailleCleMax + 4];
+    const int rc = Marche(cle, ouvert, Cle(cle, {}, 0, tampon), suite);
+    return rc == MDB_NOTFOUND ? 0 : Traduit(rc);
   }
 
   u64 Nombre(unsigned cle) override {
@@ -187,6 +192,18 @@ class ClesLmdb : public MagasinCles {
   int Erreur() const override { return m_erreur == MDB_NOTFOUND ? 0 : Traduit(m_erreur); }
 
  private:
+  /// From a key on to the end, or until `suite` has enough; LMDB's outcome.
+  int Marche(unsigned cle, MDB_cursor* curseur, MDB_val k, const FonctionParcours& suite) const {
+    MDB_val v;
+    int rc = mdb_cursor_get(curseur, &k, &v, MDB_SET_RANGE);
+    for (; rc == 0; rc = mdb_cursor_get(curseur, &k, &v, MDB_NEXT)) {
+      Vue vue;
+      if (!Decode(cle, k, v, vue)) return MDB_CORRUPTED;
+      if (!suite(vue.texte, vue.position)) break;
+    }
+    return rc;
+  }
+
   /// Hands the keys to the system and goes on, with more room where it is needed.
   int Rengage() {
     // LMDB frees the cursors of a write transaction with it: ours must be gone by then.

@@ -52,6 +52,11 @@ class ClesMemoire : public MagasinCles {
       if (!suite(place->first, place->second)) return;
     }
   }
+  int ParcoursAPart(unsigned cle, FonctionParcours suite) const override {
+    for (const auto& [texte, position] : m_entrees[cle])
+      if (!suite(texte, position)) break;
+    return 0;
+  }
   u64 Nombre(unsigned cle) override { return m_entrees[cle].size(); }
 
   int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {

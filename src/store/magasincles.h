@@ -56,6 +56,9 @@ class MagasinCles {
   /// Hands entry after entry from `debut` on to `suite`, which returns false to
   /// stop and must not change the keys; the text is good for the call only.
   virtual void Parcours(unsigned cle, std::string_view debut, FonctionParcours suite) = 0;
+  /// All entries of a key, for helpers (partage.h): several of them may walk at a time, behind an `Engage`
+  /// and as long as nobody changes the keys. 0, errno or ErrCles.
+  virtual int ParcoursAPart(unsigned cle, FonctionParcours suite) const = 0;
   virtual u64 Nombre(unsigned cle) = 0;
 
   /// Empties one key and fills it with entries in ascending order.

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cassert>
 #include <cstring>
+#include <functional>
 
 #include "store/moteuretat.h"
 #include "store/partage.h"
@@ -65,7 +67,8 @@ struct Part {
 };
 
 /// The keys of one number as they stand. False: not in order, or more than there are records.
-bool Additionne(MagasinCles& cles, unsigned indice, u64 auPlus, const Melangeur& melange, Total& total) {
+bool Additionne(const MagasinCles& cles, unsigned indice, u64 auPlus, const Melangeur& melange,
+                Total& total) {
   std::string precedent;
   precedent.reserve(TailleCleMax);
   u32 derniere = 0;
@@ -79,8 +82,7 @@ bool Additionne(MagasinCles& cles, unsigned indice, u64 auPlus, const Melangeur&
     total.Ajoute(melange(texte, position));
     return true;
   };
-  cles.Parcours(indice, {}, entree);
-  return enOrdre && cles.Erreur() == 0;
+  return cles.ParcoursAPart(indice, entree) == 0 && enOrdre;
 }
 
 }  // namespace
@@ -88,40 +90,44 @@ bool Additionne(MagasinCles& cles, unsigned indice, u64 auPlus, const Melangeur&
 Moteur::Revue Moteur::PasseEnRevue(u16 numFichier) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->def) return {0, 0, 0, false, false};
-  const bool avecCles = o->cles && m->AssureCles(*o);
+  bool avecCles = o->cles && m->AssureCles(*o);
+  if (const int rc = avecCles ? o->cles->Engage(false) : 0) avecCles = m->ReplieCles(*o, rc);
+  const unsigned cles = avecCles ? o->def->nbCles : 0;
   const Melangeur melange;
-  Totaux presentes{};
-  bool enOrdre = true;
-  const auto compteCles = [&] {
-    for (unsigned i = 0; avecCles && i < o->def->nbCles; ++i)
-      enOrdre = enOrdre && Additionne(*o->cles, i, o->emplacements, melange, presentes[i]);
-  };
+  Totaux presentes{}, voulues{};
+  std::array<bool, 8> enOrdre{};
   std::array<Part, PartsMax> comptes{};
+  // Each helper takes what is next: a key, which is walked as a whole, then stretches of records.
   const unsigned aides = NombreParts(u64{o->emplacements} * o->dat.entete.Pas());
-  const unsigned parts = std::max(1u, aides - 1);
-  const auto compteRecs = [&](unsigned part) {
+  const unsigned tranches = aides * 8;
+  std::atomic<unsigned> suivante{0};
+  Partage(aides, [&](unsigned part) {
     Part compte;  // the helper's own, written out once: neighbours in memory would wait for each other
-    const auto [debut, fin] = TrancheDe(part, parts, o->emplacements, 1);
-    char texte[TailleCleMax];
-    for (Position p = static_cast<Position>(debut + 1); p <= fin; ++p) {
-      const u8* rec = m->Brut(*o, p);
-      const EtatEmplacement etat = o->dat.EtatDe(rec);
-      if (etat != EtatEmplacement::Vivant) {
-        ++(etat == EtatEmplacement::Libre ? compte.revue.libres : compte.revue.illisibles);
+    for (unsigned n; (n = suivante++) < cles + tranches;) {
+      if (n < cles) {
+        Total total;
+        enOrdre[n] = Additionne(*o->cles, n, o->emplacements, melange, total);
+        presentes[n] = total;
         continue;
       }
-      ++compte.revue.vivants;
-      for (unsigned i = 0; i < o->def->nbCles; ++i)
-        compte.totaux[i].Ajoute(melange({texte, o->def->compose(i, rec, texte)}, p));
+      const auto [debut, fin] = TrancheDe(n - cles, tranches, o->emplacements, 1);
+      char texte[TailleCleMax];
+      for (Position p = static_cast<Position>(debut + 1); p <= fin; ++p) {
+        const u8* rec = m->Brut(*o, p);
+        const EtatEmplacement etat = o->dat.EtatDe(rec);
+        if (etat != EtatEmplacement::Vivant) {
+          ++(etat == EtatEmplacement::Libre ? compte.revue.libres : compte.revue.illisibles);
+          continue;
+        }
+        ++compte.revue.vivants;
+        for (unsigned i = 0; i < o->def->nbCles; ++i)
+          compte.totaux[i].Ajoute(melange({texte, o->def->compose(i, rec, texte)}, p));
+      }
     }
     comptes[part] = compte;
-  };
-  // The keys belong to one thread at a time: one helper walks all of them.
-  if (aides == 1) compteCles();
-  Partage(aides, [&](unsigned part) { part == parts ? compteCles() : compteRecs(part); });
+  });
 
   Revue revue;
-  Totaux voulues{};
   for (const Part& compte : comptes) {
     revue.vivants += compte.revue.vivants;
     revue.libres += compte.revue.libres;
@@ -132,7 +138,9 @@ Moteur::Revue Moteur::PasseEnRevue(u16 numFichier) {
     }
   }
   assert(revue.vivants + revue.libres + revue.illisibles == o->emplacements);
-  revue.cles = o->def->nbCles == 0 || (avecCles && enOrdre && presentes == voulues);
+  revue.cles = o->def->nbCles == 0 ||
+               (avecCles && std::all_of(enOrdre.begin(), enOrdre.begin() + cles, std::identity()) &&
+                presentes == voulues);
   revue.sommes = o->dat.PremierFaux() == 0;
   return revue;
 }

@@ -125,6 +125,9 @@ class ClesEnRond : public MagasinCles {
     auto retient = [&](std::string_view t, u32 p) { return va = suite(t, p); };
     for (int tour = 0; va && tour < 100; ++tour) m_vraies->Parcours(c, debut, retient);
   }
+  int ParcoursAPart(unsigned c, FonctionParcours suite) const override {
+    return m_vraies->ParcoursAPart(c, suite);
+  }
   u64 Nombre(unsigned c) override { return m_vraies->Nombre(c); }
   int Charge(unsigned c, const std::vector<std::pair<std::string_view, u32>>& t) override {
     return m_vraies->Charge(c, t);
