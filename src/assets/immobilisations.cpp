@@ -226,17 +226,18 @@ Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
   Immobilisation rec = fiche.rec;
   CImmobilisations fichier(app, app.PathCabinet);
   if (!fichier.OpenFile()) return EchecFichier();
+  if (rec.Numero == 0) {
+    assert(fiche.EstNouvelle());
+    // Noted before it is used, and not taken back with the asset: a number that no asset got is lost, none is
+    // given twice.
+    rec.Numero = magasin.GetFreeImmobilisationsID(app.PathCabinet);
+    if (rec.Numero == 0 || !magasin.WriteLastImmobilisationsID(rec.Numero)) return app.EchecMagasin();
+  }
   QVAPI::Unite unite(magasin);
   if (!fiche.EstNouvelle()) {
     const bool la = magasin.QVReadRec(FichierImmo, fiche.position, fichier.Rec);
     if (!la || fichier.Rec->Numero != rec.Numero) return Refus(ErrImmobilisationDisparue);
     if (!magasin.DeleteImmobilisations(fiche.position)) return app.EchecMagasin();
-  }
-  if (rec.Numero == 0) {
-    // Noted before it is used: a number that no asset got is lost, none is given twice.
-    rec.Numero = magasin.GetFreeImmobilisationsID(app.PathCabinet);
-    if (rec.Numero == 0 || !magasin.WriteLastImmobilisationsID(rec.Numero)) return app.EchecMagasin();
-    assert(fiche.EstNouvelle());
   }
   if (!magasin.WriteImmobilisations(rec) || !unite.Valide()) return app.EchecMagasin();
   fiche.rec = rec;

@@ -104,6 +104,10 @@ TEST_F(RegistreAuClavier, ChaqueOperationRevientOctetPourOctet) {
     Touche(Qt::CTRL | Qt::Key_Z);
     EXPECT_TRUE(Livres() == avant) << o.nom;
   }
+  Touche(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+  m_robot.Attend("DialogAcquisition", tape("designation", "Lampe"));
+  Touche(Qt::Key_Insert);
+  EXPECT_TRUE(Livres().contains({4, 0})) << "a number that was given is not given again";
 }
 
 }  // namespace
