@@ -24,14 +24,6 @@ constexpr unsigned EcrituresBarre = 60'000;
 constexpr double BarreMs = 50;
 constexpr std::size_t ecrituresMontrees = 100;
 
-/// Processor time of the whole process: what the system does for it counts.
-template <class Travail>
-double Processeur(Travail&& travail) {
-  const double debut = Secondes(CLOCK_PROCESS_CPUTIME_ID);
-  travail();
-  return (Secondes(CLOCK_PROCESS_CPUTIME_ID) - debut) * 1e3;
-}
-
 int Principal(unsigned tours, unsigned ecritures) {
   const std::string dossier =
       (std::filesystem::temp_directory_path() / ("bench_recherche." + std::to_string(getpid()))).string();
@@ -59,14 +51,14 @@ int Principal(unsigned tours, unsigned ecritures) {
       std::vector<double> recherche, plat;
       std::size_t trouvees = 0;
       for (unsigned tour = 0; tour <= tours; ++tour) {
-        const double a = Processeur([&] {
-          Recherche r(app, Requete(mots), {false, ecrituresMontrees});
-          while (r.Avance(8192)) continue;
-          vues += r.Trouvailles().size();
-          trouvees = r.NbEcritures();
-          if (r.Echec()) Echec("the books cannot be read");
-        });
-        const double b = Processeur(scan);
+        const double a = 1e3 * TempsProcesseur([&] {
+                           Recherche r(app, Requete(mots), {false, ecrituresMontrees});
+                           while (r.Avance(8192)) continue;
+                           vues += r.Trouvailles().size();
+                           trouvees = r.NbEcritures();
+                           if (r.Echec()) Echec("the books cannot be read");
+                         });
+        const double b = 1e3 * TempsProcesseur(scan);
         if (tour == 0) continue;  // warms the caches
         recherche.push_back(a);
         plat.push_back(b);

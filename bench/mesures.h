@@ -29,6 +29,14 @@ double Duree(Travail&& travail) {
   return Secondes(CLOCK_MONOTONIC) - debut;
 }
 
+/// Seconds of processor time of the whole process: what the system does for it counts.
+template <class Travail>
+double TempsProcesseur(Travail&& travail) {
+  const double debut = Secondes(CLOCK_PROCESS_CPUTIME_ID);
+  travail();
+  return Secondes(CLOCK_PROCESS_CPUTIME_ID) - debut;
+}
+
 inline double Mediane(std::vector<double> valeurs) {
   std::sort(valeurs.begin(), valeurs.end());
   return valeurs.empty() ? 0 : valeurs[valeurs.size() / 2];

@@ -21,6 +21,7 @@
 #include "ui/editeurs.h"
 #include "ui/images.h"
 #include "ui/modales.h"
+#include "ui/tableliste.h"
 #include "ui/textes.h"
 
 namespace fenlor {
@@ -455,6 +456,7 @@ bool CZNDialog::Zoome(const QKeyEvent& evenement) {
   m_contexte.Cadre.Zoome(plus ? 1 : touche == Qt::Key_Minus ? -1 : 0);
   m_contexte.Cadre.Actualise();
   AppliqueDessin();
+  for (TableListe* table : findChildren<TableListe*>()) table->ActualisePreferences();
   adjustSize();
   return true;
 }

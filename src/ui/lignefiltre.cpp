@@ -18,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int marge = 4, caracteresVus = 20;
+constexpr std::size_t rangeesParTour = 100;
 
 /// The layout, at any depth below `racine`, in which a widget stands itself.
 QLayout* LayoutDe(QLayout* racine, const QWidget& widget) {
@@ -73,17 +74,18 @@ LigneFiltre::LigneFiltre(TableListe& liste, QWidget* parent)
   rangee->addWidget(ferme);
   m_texte->installEventFilter(this);
   connect(ferme, &QToolButton::clicked, this, &LigneFiltre::Ferme);
-  connect(m_texte, &QLineEdit::textChanged, this, [this](const QString& mots) {
-    m_liste.PoseFiltre(mots);
-    Bilan();
-  });
+  connect(m_texte, &QLineEdit::textChanged, this, [this](const QString& mots) { m_liste.PoseFiltre(mots); });
   connect(&m_liste.Modele(), &QAbstractItemModel::modelReset, this, &LigneFiltre::Bilan);
+  connect(&m_lecture, &QTimer::timeout, this, [this] {
+    if (isHidden() || !m_liste.Modele().PrepareFiltre(rangeesParTour)) m_lecture.stop();
+  });
 }
 
 void LigneFiltre::Ouvre() {
   show();
   m_texte->setFocus(Qt::ShortcutFocusReason);
   m_texte->selectAll();
+  m_lecture.start();
   Bilan();
 }
 
@@ -96,7 +98,7 @@ void LigneFiltre::Ferme() {
 
 void LigneFiltre::Bilan() {
   if (isHidden()) return;
-  const ModeleListe& modele = m_liste.Modele();
+  ModeleListe& modele = m_liste.Modele();
   QStringList parties{
       TexteQ(FormatFiltre, {std::to_string(modele.NbLignes()), std::to_string(modele.NbToutes())})};
   for (int i = 0; modele.EstFiltre() && i < modele.columnCount(); ++i) {

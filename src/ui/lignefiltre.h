@@ -1,6 +1,7 @@
 // The quick filter above a list: a line of words, and what is left with them.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -31,6 +32,7 @@ class LigneFiltre : public QWidget {
   TableListe& m_liste;
   QLineEdit* m_texte;
   QLabel* m_bilan;
+  QTimer m_lecture;  ///< of the rows, while nothing is typed yet
 };
 
 }  // namespace fenlor

@@ -1,6 +1,5 @@
 #include "ui/modeleliste.h"
 
-#include <cmath>
 
 #include "core/valeurs.h"
 
@@ -19,7 +18,7 @@ void ModeleListe::PoseColonnes(std::vector<Titre> titres, Lecture lecture, Tri t
   m_tri = std::move(tri);
   m_lignes.clear();
   m_toutes.clear();
-  m_plies.clear();
+  OublieFiltre();
   m_places.clear();
   m_vues.clear();
   endResetModel();
@@ -32,7 +31,7 @@ void ModeleListe::ChangeTitre(int colonne, const QString& texte) {
 
 void ModeleListe::Remplit(std::vector<LigneListe> lignes) {
   beginResetModel();
-  m_plies.clear();
+  OublieFiltre();
   (EstFiltre() ? m_toutes : m_lignes) = std::move(lignes);
   if (EstFiltre()) Filtre();
   m_vues.clear();
@@ -41,86 +40,7 @@ void ModeleListe::Remplit(std::vector<LigneListe> lignes) {
 
 void ModeleListe::Oublie() {
   m_vues.clear();
-  m_plies.clear();
-}
-
-std::string ModeleListe::Plie(Donnee donnee) const {
-  std::string plie;
-  if (!m_lecture) return plie;
-  for (const QStringList& rangee : m_lecture(donnee).rangees)
-    for (int i = 0; i < rangee.size(); ++i) {
-      const QString& marque = m_titres.at(static_cast<std::size_t>(i)).marque;
-      const QString texte = rangee[i].trimmed();
-      // A line end stands in no word.
-      if (!texte.isEmpty()) AjouteSansAccents(plie, De1252(marque.isEmpty() ? texte : marque) + '\n');
-    }
-  return plie;
-}
-
-void ModeleListe::Filtre() {
-  if (m_plies.size() != m_toutes.size()) {
-    m_plies.clear();
-    for (const LigneListe& ligne : m_toutes) m_plies.push_back(Plie(ligne.donnee));
-  }
-  m_lignes.clear();
-  m_places.clear();
-  for (std::size_t i = 0; i < m_toutes.size(); ++i) {
-    const auto tient = [&](const std::string& mot) { return m_plies[i].find(mot) != std::string::npos; };
-    if (!std::all_of(m_mots.begin(), m_mots.end(), tient)) continue;
-    m_lignes.push_back(m_toutes[i]);
-    m_places.push_back(i);
-  }
-}
-
-void ModeleListe::PoseFiltre(const QString& mots) {
-  std::vector<std::string> plies;
-  for (const QString& mot : mots.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-    AjouteSansAccents(plies.emplace_back(), De1252(mot));
-  if (plies == m_mots) return;
-  beginResetModel();
-  if (!EstFiltre()) m_toutes = std::move(m_lignes);
-  m_mots = std::move(plies);
-  m_vues.clear();
-  if (EstFiltre()) {
-    Filtre();
-  } else {
-    m_lignes = std::move(m_toutes);
-    m_toutes.clear();
-    m_plies.clear();
-    m_places.clear();
-  }
-  endResetModel();
-}
-
-/// Where a row that shows, or the end, stands among all.
-std::size_t ModeleListe::PlaceDe(int ligne) const {
-  return ligne < NbLignes() ? m_places[static_cast<std::size_t>(ligne)] : m_toutes.size();
-}
-
-QString ModeleListe::Total(int colonne) const {
-  if (colonne < 0 || colonne >= columnCount() || !m_lecture) return {};
-  i64 somme = 0;
-  QString unite;
-  bool montants = false, soldes = false;
-  for (const LigneListe& ligne : m_lignes)
-    for (const QStringList& rangee : m_lecture(ligne.donnee).rangees) {
-      QString texte = rangee.value(colonne).trimmed();
-      if (texte.isEmpty()) continue;
-      const qsizetype virgule = texte.lastIndexOf(QLatin1Char(','));
-      if (virgule < 0) return {};
-      const bool debit = texte.startsWith(QLatin1String("D "));
-      const std::optional<std::string> norme = NormeMontant(De1252(debit ? texte.mid(2) : texte));
-      if (!norme || norme->empty()) return {};
-      montants = true;
-      soldes = soldes || debit;
-      somme += (debit ? -1 : 1) * std::llround(std::strtod(norme->c_str(), nullptr) * 100);
-      unite = texte.mid(virgule + 3).trimmed();
-    }
-  if (!montants) return {};
-  const f64 valeur = static_cast<f64>(somme) / 100;
-  const QString total = Q(soldes ? FormatSoldeSaisie(valeur, 2, false) : FormatSaisie(valeur, 2, false));
-  return (total.isEmpty() ? QStringLiteral("0,00") : total) +
-         (unite.isEmpty() ? QString() : QLatin1Char(' ') + unite);
+  OublieFiltre();
 }
 
 void ModeleListe::Insere(int ligne, Donnee donnee) {
@@ -129,11 +49,11 @@ void ModeleListe::Insere(int ligne, Donnee donnee) {
   if (EstFiltre()) {
     const std::size_t place = PlaceDe(ligne);
     m_toutes.insert(m_toutes.begin() + static_cast<std::ptrdiff_t>(place), {donnee});
-    m_plies.clear();
     m_places.insert(m_places.begin() + ligne, place);
     for (std::size_t i = static_cast<std::size_t>(ligne) + 1; i < m_places.size(); ++i) ++m_places[i];
   }
   m_lignes.insert(m_lignes.begin() + ligne, {donnee});
+  OublieFiltre();
   m_vues.clear();
   endInsertRows();
 }
@@ -142,7 +62,7 @@ void ModeleListe::Change(int ligne, Donnee donnee) {
   if (!Existe(ligne)) return;
   m_lignes[static_cast<std::size_t>(ligne)].donnee = donnee;
   if (EstFiltre()) m_toutes[PlaceDe(ligne)].donnee = donnee;
-  m_plies.clear();
+  OublieFiltre();
   m_vues.erase(ligne);
   if (columnCount() > 0) Q_EMIT dataChanged(index(ligne, 0), index(ligne, columnCount() - 1));
 }
@@ -156,9 +76,9 @@ void ModeleListe::Supprime(int ligne, int nombre) {
     m_places.erase(m_places.begin() + ligne, m_places.begin() + ligne + nombre);
     for (std::size_t i = static_cast<std::size_t>(ligne); i < m_places.size(); ++i)
       m_places[i] -= static_cast<std::size_t>(nombre);
-    m_plies.clear();
   }
   m_lignes.erase(m_lignes.begin() + ligne, m_lignes.begin() + ligne + nombre);
+  OublieFiltre();
   m_vues.clear();
   endRemoveRows();
 }
@@ -198,7 +118,7 @@ void ModeleListe::Trie(int colonne) {
     const std::vector<std::string> mots = std::exchange(m_mots, {});
     beginResetModel();
     m_lignes = std::exchange(m_toutes, {});
-    m_plies.clear();
+    OublieFiltre();
     endResetModel();
     Trie(colonne);
     beginResetModel();
@@ -226,6 +146,7 @@ void ModeleListe::Trie(int colonne) {
     triees.push_back(m_lignes[ancienne]);
   }
   m_lignes = std::move(triees);
+  OublieFiltre();
   m_vues.clear();
   const QModelIndexList avant = persistentIndexList();
   QModelIndexList apres;

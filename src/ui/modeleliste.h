@@ -78,11 +78,15 @@ class ModeleListe : public QAbstractTableModel {
   /// Only rows that hold all these words show, in any column, whatever accents and case; a mark counts as its
   /// word. No words: all rows. Every row is read once, not at each word.
   void PoseFiltre(const QString& mots);
+  /// Reads so many rows more for a filter that is about to come; false once all of them are. The filter and
+  /// the totals read what is missing.
+  bool PrepareFiltre(std::size_t auPlus);
   bool EstFiltre() const { return !m_mots.empty(); }
   /// Rows there are, the hidden ones included.
   int NbToutes() const { return EstFiltre() ? static_cast<int>(m_toutes.size()) : NbLignes(); }
-  /// The sum of a column's rows as it would stand in it; empty for one that holds anything but amounts.
-  QString Total(int colonne) const;
+  /// The sum of a column's rows as it would stand in it; empty for one that holds anything but amounts, or
+  /// that is not ranged right.
+  QString Total(int colonne);
 
   int NbLignes() const { return static_cast<int>(m_lignes.size()); }
   Donnee DonneeDe(int ligne) const;  ///< 0 for no row
@@ -106,7 +110,14 @@ class ModeleListe : public QAbstractTableModel {
 
  private:
   bool Existe(int ligne) const { return ligne >= 0 && ligne < NbLignes(); }
-  std::string Plie(Donnee donnee) const;
+  /// What a cell adds to the total of its column.
+  struct Somme {
+    i64 centimes = 0;
+    bool montant = false, solde = false, autre = false;
+  };
+  void LitPourFiltre(Donnee donnee);
+  void OublieFiltre();
+  void Ajoute(std::size_t colonne, const QString& texte, Somme& somme);
   void Filtre();
   std::size_t PlaceDe(int ligne) const;
   std::vector<Titre> m_titres;
@@ -118,7 +129,9 @@ class ModeleListe : public QAbstractTableModel {
   // stand among them.
   std::vector<std::string> m_mots;
   std::vector<LigneListe> m_toutes;
-  std::vector<std::string> m_plies;
+  std::vector<std::string> m_plies;  ///< of the first rows; read on demand
+  std::vector<Somme> m_sommes;       ///< of the same rows, a cell each
+  std::vector<QString> m_unites;     ///< behind the amounts of a column
   std::vector<std::size_t> m_places;
   mutable std::unordered_map<int, VueLigne> m_vues;  ///< by row, thrown away when large
   mutable unsigned m_lectures = 0;

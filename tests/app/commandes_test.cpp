@@ -19,11 +19,13 @@
 #include "app/mdichildframe.h"
 #include "core/btfiles.h"
 #include "core/cles.h"
+#include "forms/auto/dialogautolist.h"
 #include "journal/suspens.h"
 #include "outils/uidetest.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
 #include "ui/positionfenetre.h"
+#include "ui/tableliste.h"
 #include "ui/vue.h"
 
 namespace fenlor::test {
@@ -151,6 +153,31 @@ TEST_F(CommandesUiTest, TextesPlusGrands) {
   Principal->Table().Execute(CmdTailleTextes);
   EXPECT_NEAR(QApplication::font().pointSizeF(), avant, 0.1);
   EXPECT_NEAR(Principal->Contexte().Dessin.PoliceListes.pointSizeF(), liste, 0.1);
+}
+
+TEST_F(CommandesUiTest, LesFormulairesGrandissentAuClavier) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  CDialogAutoList f(Principal->Contexte(), [] {});
+  f.show();
+  f.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+  auto& table = Trouve<TableListe>(f, "liste");
+  const auto polices = [&] {
+    return std::pair(QApplication::font().pointSizeF(), table.font().pointSizeF());
+  };
+  const auto [programme, liste] = polices();
+  for (QWidget* champ :
+       {static_cast<QWidget*>(&table), static_cast<QWidget*>(&Trouve<QPushButton>(f, "annuler"))}) {
+    champ->setFocus();
+    QTest::keyClick(champ, Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier);
+    QTest::keyClick(champ, Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_NEAR(polices().first, programme * 1.25, 0.1);
+    EXPECT_NEAR(polices().second, liste * 1.25, 0.1);
+    QTest::keyClick(champ, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_NEAR(polices().second, liste * 1.1, 0.1);
+    QTest::keyClick(champ, Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(polices(), std::pair(programme, liste));
+  }
 }
 
 TEST_F(CommandesUiTest, TientDansLEcran) {
