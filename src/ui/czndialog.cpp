@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -394,7 +395,11 @@ bool CZNDialog::EnregistreAvantFermer() {
 
 int CZNDialog::exec() {
   ContexteUi& contexte = m_contexte;
+  const QPointer<QWidget> dessous = parentWidget() ? parentWidget()->window() : contexte.Cadre.Cadre();
   const int resultat = QDialog::exec();
+  // Where a question and its form go at once, a window manager may find nobody to give the keyboard to.
+  const QWidget* active = QApplication::activeWindow();
+  if (dessous && dessous->isVisible() && !(active && active->isVisible())) dessous->activateWindow();
   contexte.Cadre.Actualise();
   return resultat;
 }
