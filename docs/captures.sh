@@ -53,6 +53,15 @@ pause() { sleep "${1:-0.7}"; }
 capture() { pause; import -window root "$sortie/$1.png"; }
 touche() { xdotool key --clearmodifiers "$@"; pause 0.4; }
 
+# What the find box finds first, and what it opens.
+trouve() {
+  touche ctrl+k
+  xdotool type "$1"; pause 1
+  capture "recherche-$2"
+  touche Return
+  capture "$2"
+}
+
 graphiques() {
   xdotool key alt+t; pause; touche p
   xdotool type 706; pause  # what begins so is looked for in the list
@@ -112,7 +121,7 @@ for journal in recettes:ctrl+r depenses:ctrl+d operations-diverses:ctrl+shift+o;
   touche "${journal#*:}"
   capture "journal-${journal%%:*}"
   touche ctrl+j
-  capture "journal-${journal%%:*}-lignes"
+  capture "journal-${journal%%:*}-simple"
   touche F2
   capture "ecriture-${journal%%:*}"
   touche Escape
@@ -163,9 +172,23 @@ touche Escape
 touche ctrl+b
 capture rapprochement
 touche Escape
-xdotool key alt+r; pause; touche v v Return
-capture validation
+trouve "validation du brouillard" validation
 touche Escape
+touche ctrl+r
+touche slash
+xdotool type "visite 30"; pause
+capture filtre
+touche Escape Escape
+trouve "colonnes" colonnes
+touche Escape
+touche ctrl+d ctrl+t
+trouve "onglets" onglets
+trouve "cascade" cascade
+trouve "grand livre" grand-livre
+touche alt+a
+pause 2
+capture apercu
+touche ctrl+F4 ctrl+F4 ctrl+F4 ctrl+F4
 graphiques
 xdotool key alt+r; pause; touche e
 capture automatiques
