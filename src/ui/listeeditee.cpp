@@ -91,7 +91,7 @@ void ListeEditee::Relit(int choisie) {
 }
 
 void ListeEditee::ActualiseBoutons() {
-  const Permis permis = m_actions.permis(m_table->LigneChoisie());
+  const Permis permis = m_actions.permis(m_table->RangChoisi());
   m_ajouter->setEnabled(permis.ajoute);
   m_modifier->setEnabled(permis.modifie);
   m_supprimer->setEnabled(permis.supprime);

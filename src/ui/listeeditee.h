@@ -12,8 +12,8 @@ class QHBoxLayout;
 
 namespace fenlor {
 
-/// Ins, Enter, double click and Del do what the buttons do. Rows keep their order, so
-/// that a row of the list is an index of the caller's own. The buttons bear the names
+/// Ins, Enter, double click and Del do what the buttons do. Rows keep their order;
+/// what the caller is told is an index of its own (`TableListe::RangDe`). The buttons bear the names
 /// "ajouter", "modifier" and "supprimer".
 class ListeEditee : public QWidget {
   Q_OBJECT

@@ -1,6 +1,5 @@
 #include "ui/modeleliste.h"
 
-
 #include "core/valeurs.h"
 
 namespace fenlor {

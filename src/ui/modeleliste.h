@@ -90,6 +90,10 @@ class ModeleListe : public QAbstractTableModel {
 
   int NbLignes() const { return static_cast<int>(m_lignes.size()); }
   Donnee DonneeDe(int ligne) const;  ///< 0 for no row
+  /// Place of a row, or of the end, among all rows, those that a filter hides included.
+  std::size_t PlaceDe(int ligne) const;
+  /// Data of all rows, the hidden ones included.
+  std::vector<Donnee> Toutes() const;
   int LigneDe(Donnee donnee) const;  ///< first row of this data, -1 when there is none
   /// Lines of text of a row, 1 or more. Reads nothing.
   int NbTextes(int ligne) const;
@@ -119,7 +123,6 @@ class ModeleListe : public QAbstractTableModel {
   void OublieFiltre();
   void Ajoute(std::size_t colonne, const QString& texte, Somme& somme);
   void Filtre();
-  std::size_t PlaceDe(int ligne) const;
   std::vector<Titre> m_titres;
   std::vector<LigneListe> m_lignes;
   Lecture m_lecture;

@@ -81,10 +81,15 @@ void ModeleListe::PoseFiltre(const QString& mots) {
   endResetModel();
 }
 
-/// Where a row that shows, or the end, stands among all.
 std::size_t ModeleListe::PlaceDe(int ligne) const {
   if (!EstFiltre()) return static_cast<std::size_t>(ligne);
   return ligne < NbLignes() ? m_places[static_cast<std::size_t>(ligne)] : m_toutes.size();
+}
+
+std::vector<ModeleListe::Donnee> ModeleListe::Toutes() const {
+  std::vector<Donnee> donnees;
+  for (const LigneListe& ligne : EstFiltre() ? m_toutes : m_lignes) donnees.push_back(ligne.donnee);
+  return donnees;
 }
 
 QString ModeleListe::Total(int colonne) {

@@ -128,7 +128,26 @@ void TableListe::Relit(int choisie) {
   std::vector<LigneListe> lignes(m_nombre());
   for (std::size_t i = 0; i < lignes.size(); ++i) lignes[i].donnee = i;
   m_modele->Remplit(std::move(lignes));
-  if (choisie >= 0) SelectionneLigne(std::min(choisie, m_modele->NbLignes() - 1));
+  if (choisie < 0) return;
+  int ligne = 0;
+  while (ligne + 1 < m_modele->NbLignes() && RangDe(ligne) < choisie) ++ligne;
+  SelectionneLigne(ligne);
+}
+
+int TableListe::RangDe(int ligne) const {
+  if (ligne < 0 || ligne >= m_modele->NbLignes()) return -1;
+  return static_cast<int>(m_nombre ? m_modele->DonneeDe(ligne) : m_modele->PlaceDe(ligne));
+}
+
+std::vector<int> TableListe::RangsChoisis() const {
+  std::vector<int> rangs;
+  for (const int ligne : LignesChoisies()) rangs.push_back(RangDe(ligne));
+  return rangs;
+}
+
+void TableListe::SelectionneRang(int rang) {
+  for (int ligne = 0; rang >= 0 && ligne < m_modele->NbLignes(); ++ligne)
+    if (RangDe(ligne) == rang) return SelectionneLigne(ligne);
 }
 
 void TableListe::SelectionneLigne(int ligne, bool etat) {

@@ -35,7 +35,8 @@ class TableListe : public QTreeView {
     m_modele->Definit(std::move(colonnes), std::move(lit));
     ColonnesPosees();
   }
-  /// Rows are records of the caller's own, in their order; `Relit` when they changed.
+  /// Rows are records of the caller's own, in their order; `Relit` when they changed. A row is no index of
+  /// them, for a filter hides rows: `RangDe` is.
   template <class Fiche>
   void Suit(TableColonnes<Fiche> colonnes, const std::vector<Fiche>& fiches) {
     m_nombre = [&fiches] { return fiches.size(); };
@@ -45,8 +46,14 @@ class TableListe : public QTreeView {
       return true;
     });
   }
-  /// Selects one of the rows that `Suit` gave; the last when it is beyond the end, none below 0.
+  /// Selects one of the records that `Suit` gave; the next one that shows, else the last; none below 0.
   void Relit(int choisie);
+  /// Place of a row's record among all that the list has, the hidden ones included; -1 for no row.
+  int RangDe(int ligne) const;
+  int RangChoisi() const { return RangDe(LigneChoisie()); }
+  std::vector<int> RangsChoisis() const;
+  /// Selects that record's row where it shows.
+  void SelectionneRang(int rang);
 
   /// Widths of the columns now, in pixels.
   std::vector<int> Largeurs() const;

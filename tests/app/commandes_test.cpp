@@ -157,7 +157,7 @@ TEST_F(CommandesUiTest, TextesPlusGrands) {
 
 TEST_F(CommandesUiTest, LesFormulairesGrandissentAuClavier) {
   ASSERT_TRUE(CreeExercice("2003"));
-  CDialogAutoList f(Principal->Contexte(), [] {});
+  CDialogAutoList f(Principal->Contexte(), {});
   f.show();
   f.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&f));

@@ -173,6 +173,24 @@ TEST_F(ListesTest, ColumnsAreArrangedByKeyboard) {
   EXPECT_FALSE(Table.isColumnHidden(0));
 }
 
+TEST_F(ListesTest, RecordsAreToldByTheirPlaceUnderAFilter) {
+  Montre({{"1", "Alpha", ""}, {"2", "Beta", ""}, {"3", "Alphabet", ""}, {"4", "Delta", ""}});
+  Table.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  Table.PoseFiltre(u"alpha"_s);
+  Table.SelectionneRang(2);
+  EXPECT_TRUE(Table.LigneChoisie() == 1 && Table.RangChoisi() == 2);
+  Table.selectAll();
+  EXPECT_EQ(Table.RangsChoisis(), (std::vector<int>{0, 2}));
+  for (const auto& [demande, obtenu] : {std::pair(0, 0), {1, 2}, {2, 2}, {3, 2}}) {
+    Table.clearSelection();
+    Table.Relit(demande);
+    EXPECT_EQ(Table.RangChoisi(), obtenu) << "the one, or the next that shows";
+  }
+  Table.clearSelection();
+  Table.SelectionneRang(3);
+  EXPECT_EQ(Table.RangChoisi(), -1) << "it does not show";
+}
+
 TEST_F(ListesTest, TitleClicksSort) {
   Montre({{"10", "Zurich", "1"},
           {"9", "Évian"_w, "1"},

@@ -31,8 +31,8 @@ CDialogAmortissements::CDialogAmortissements(ContexteUi& contexte, DetailAmortis
 
 void CDialogAmortissements::Declare() {
   m_liste = new ListeEditee(Contexte(), ListeEditee::Genre::LignesEnPetit, u"Années"_s,
-                            {[] {}, [this] { Modifie(m_liste->Table().LigneChoisie()); },
-                             [this] { Retablit(m_liste->Table().LigneChoisie()); },
+                            {[] {}, [this] { Modifie(m_liste->Table().RangChoisi()); },
+                             [this] { Retablit(m_liste->Table().RangChoisi()); },
                              [this](int ligne) {
                                const bool permis = ligne >= 0 && !App().Reglages.IsExerciceCloture();
                                return ListeEditee::Permis{
@@ -81,7 +81,7 @@ void CDialogAmortissements::Retablit(int ligne) {
 bool CDialogAmortissements::Enregistre() { return Refuse(EnregistreDetail(App(), m_detail)); }
 
 void CDialogAmortissements::Pointe(const Refus& refus) {
-  if (refus.rang >= 0) m_liste->Table().SelectionneLigne(refus.rang);
+  if (refus.rang >= 0) m_liste->Table().SelectionneRang(refus.rang);
   Focalise(m_liste->Table());
 }
 

@@ -61,7 +61,7 @@ CDialogAutoEcheance::CDialogAutoEcheance(ContexteUi& contexte, std::vector<Echea
 CDialogAutoEcheance::~CDialogAutoEcheance() = default;
 
 void CDialogAutoEcheance::Supprime() {
-  const std::vector<int> lignes = m_liste->LignesChoisies();
+  const std::vector<int> lignes = m_liste->RangsChoisis();
   std::vector<int> restees;
   for (std::size_t i = 0; i < lignes.size(); ++i) {
     const int rang = lignes[i] - static_cast<int>(i - restees.size());
@@ -72,8 +72,9 @@ void CDialogAutoEcheance::Supprime() {
   }
   m_liste->Relit(-1);
   for (const int rang : restees)
-    m_liste->selectionModel()->select(m_liste->model()->index(rang, 0),
-                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    m_liste->selectionModel()->select(
+        m_liste->model()->index(m_liste->Modele().LigneDe(static_cast<TableListe::Donnee>(rang)), 0),
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
   m_supprimer->setEnabled(!restees.empty());
   m_liste->setFocus();
 }

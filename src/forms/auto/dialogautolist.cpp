@@ -73,7 +73,8 @@ void CDialogAutoList::DeclareListe() {
   CZNListCtrl& table = m_liste->Table();
   table.Suit(Colonnes(App()), m_modeles);
   table.PoseBulle([this](int ligne) {
-    const Date date = ProchaineEcheance(m_modeles[static_cast<std::size_t>(ligne)]);
+    const auto rang = static_cast<std::size_t>(m_liste->Table().RangDe(ligne));
+    const Date date = ProchaineEcheance(m_modeles[rang]);
     return date ? TexteQ(BulleProchaine, {StrDate(date)}) : TexteQ(BulleSansProchaine);
   });
   table.setMinimumSize(caracteres * fontMetrics().averageCharWidth(), hauteurMinimale);
@@ -85,10 +86,9 @@ void CDialogAutoList::Charge(Position choisie) {
 }
 
 Position CDialogAutoList::Voisin(int pas) const {
-  const int choisie = m_liste->Table().LigneChoisie(), ligne = choisie + pas;
-  return choisie < 0 || ligne < 0 || ligne >= static_cast<int>(m_modeles.size())
-             ? 0
-             : static_cast<Position>(ligne) + 1;
+  const CZNListCtrl& table = m_liste->Table();
+  const int choisie = table.LigneChoisie();
+  return choisie < 0 ? 0 : static_cast<Position>(table.RangDe(choisie + pas) + 1);
 }
 
 void CDialogAutoList::VaVers(int pas) {
@@ -108,7 +108,7 @@ void CDialogAutoList::Ajoute() {
 }
 
 void CDialogAutoList::Modifie() {
-  const std::vector<int> lignes = m_liste->Table().LignesChoisies();
+  const std::vector<int> lignes = m_liste->Table().RangsChoisis();
   if (lignes.empty()) return;
   // The neighbours are those of one row.
   m_liste->Relit(lignes.front());
@@ -117,7 +117,7 @@ void CDialogAutoList::Modifie() {
 
 /// Each row is asked about alone, and is the one that is selected meanwhile.
 void CDialogAutoList::Supprime() {
-  const std::vector<int> lignes = m_liste->Table().LignesChoisies();
+  const std::vector<int> lignes = m_liste->Table().RangsChoisis();
   for (std::size_t i = 0, parties = 0; i < lignes.size(); ++i) {
     const Position numero = static_cast<Position>(lignes[i]) + 1 - static_cast<Position>(parties);
     m_liste->Relit(static_cast<int>(numero) - 1);

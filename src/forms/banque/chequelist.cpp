@@ -66,7 +66,7 @@ bool CChequeList::Coche(const QMouseEvent& evenement) {
   if (evenement.button() != Qt::LeftButton || !index.isValid() || index.column() >= ColonnesMarques)
     return false;
   const Action& action = index.column() == ColonneRemis ? m_remis : m_imprime;
-  if (action) action(index.row());
+  if (action) action(RangDe(index.row()));
   return true;
 }
 
@@ -81,7 +81,7 @@ void CChequeList::mouseDoubleClickEvent(QMouseEvent* evenement) {
 
 void CChequeList::keyPressEvent(QKeyEvent* evenement) {
   const bool simple = !(evenement->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
-  const int ligne = LigneChoisie();
+  const int ligne = RangChoisi();
   if (!simple || (evenement->key() != Qt::Key_Space && evenement->key() != Qt::Key_I))
     return CZNListCtrl::keyPressEvent(evenement);
   const Action& action = evenement->key() == Qt::Key_Space ? m_remis : m_imprime;

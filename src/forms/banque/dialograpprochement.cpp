@@ -343,14 +343,14 @@ void CDialogRapprochement::SuitOperation() {
 /// Selected rows are on one side; "Cumul :" is their sum.
 void CDialogRapprochement::SuitLignes() {
   if (m_choisit) return;
-  const int courante = m_listeLignes.currentIndex().row();
-  std::vector<int> choisies = m_listeLignes.LignesChoisies();
+  const int courante = m_listeLignes.RangDe(m_listeLignes.currentIndex().row());
+  std::vector<int> choisies = m_listeLignes.RangsChoisis();
   const bool focus = std::find(choisies.begin(), choisies.end(), courante) != choisies.end();
   if (const std::vector<int> gardees = MemeSens(m_lignes, choisies, focus ? courante : -1);
       gardees != choisies) {
     m_choisit = true;
     m_listeLignes.clearSelection();
-    m_listeLignes.SelectionneLigne(courante);
+    m_listeLignes.SelectionneRang(courante);
     m_choisit = false;
     choisies = gardees;
   }
@@ -467,7 +467,7 @@ void CDialogRapprochement::CreeEcriture() {
 
 void CDialogRapprochement::Manuel() {
   std::vector<Position> lignes;
-  for (const int rang : m_listeLignes.LignesChoisies())
+  for (const int rang : m_listeLignes.RangsChoisis())
     lignes.push_back(m_lignes[static_cast<std::size_t>(rang)].position);
   const int premiere = m_listeLignes.LigneChoisie();
   if (!Refuse(RapprocheManuel(App(), OperationChoisie(), lignes, Euro()))) return;

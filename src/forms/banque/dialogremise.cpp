@@ -161,7 +161,7 @@ void CDialogRemise::ApresCoche(const Refus& refus) {
 }
 
 void CDialogRemise::ModifieEcriture() {
-  const int ligne = m_table->LigneChoisie();
+  const int ligne = m_table->RangChoisi();
   if (ligne < 0) return;
   const Cheque& cheque = m_liste.Cheques()[static_cast<std::size_t>(ligne)];
   OuvertureEcriture ouverture;

@@ -95,7 +95,7 @@ class PageArchive : public QWizardPage {
 
  private:
   const ArchiveLue* Choisie() const {
-    const int ligne = m_liste->LigneChoisie();
+    const int ligne = m_liste->RangChoisi();
     return ligne < 0 ? nullptr : &m_archives[static_cast<std::size_t>(ligne)];
   }
   void Relit() {

@@ -89,7 +89,7 @@ CGraphWinView::CGraphWinView(ContexteUi& contexte, std::unique_ptr<CGraphWinDoc>
     if (point >= 0) m_valeurs->Relit(point);
   });
   connect(m_valeurs, &TableListe::SelectionChangee, this,
-          [this] { m_graphique->Choisit(m_valeurs->LigneChoisie()); });
+          [this] { m_graphique->Choisit(m_valeurs->RangChoisi()); });
   DeclareCommandes();
   const GenreGraphique genre = GenreRetenu(App());
   m_graphique->Pose(serie, genre);

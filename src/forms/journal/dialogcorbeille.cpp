@@ -52,7 +52,7 @@ CDialogCorbeille::CDialogCorbeille(ContexteUi& contexte, QWidget* parent)
 CDialogCorbeille::~CDialogCorbeille() = default;
 
 bool CDialogCorbeille::Enregistre() {
-  for (const int rang : m_liste->LignesChoisies()) {
+  for (const int rang : m_liste->RangsChoisis()) {
     u32 mouvement = 0;
     if (const Refus refus =
             RestaureSuppression(App(), m_suppressions.at(static_cast<std::size_t>(rang)).numero, mouvement))

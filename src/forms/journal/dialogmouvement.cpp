@@ -223,7 +223,7 @@ void CDialogMouvement::OuvreLigne(bool modification) {
     return;
   }
   if (Verrouillee() && !modification) return;
-  m_lignes.choisie = modification ? m_liste->Table().LigneChoisie() : -1;
+  m_lignes.choisie = modification ? m_liste->Table().RangChoisi() : -1;
   if (modification && m_lignes.choisie < 0) return;
   CDialogLine::Ouverture ouverture{m_jour.Valeur(), m_monnaie.Euro(),   modification,
                                    Verrouillee(),   m_libelle.Valeur(), {}};
@@ -246,7 +246,7 @@ void CDialogMouvement::Supprime() {
     App().ReportErreur(ErrExerciceCloture);
     return;
   }
-  const std::vector<int> rangs = m_liste->Table().LignesChoisies();
+  const std::vector<int> rangs = m_liste->Table().RangsChoisis();
   if (Verrouillee() || rangs.empty()) return;
   for (auto rang = rangs.rbegin(); rang != rangs.rend(); ++rang)
     m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);
@@ -258,7 +258,7 @@ void CDialogMouvement::Supprime() {
 
 /// The digits stay, they are of the other currency now.
 void CDialogMouvement::ChangeMonnaie() {
-  m_lignes.choisie = m_liste->Table().LigneChoisie();
+  m_lignes.choisie = m_liste->Table().RangChoisi();
   MontreLignes();
 }
 
@@ -311,7 +311,7 @@ bool CDialogMouvement::Enregistre() {
 }
 
 void CDialogMouvement::Pointe(const Refus& refus) {
-  if (refus.rang >= 0) m_liste->Table().SelectionneLigne(refus.rang);
+  if (refus.rang >= 0) m_liste->Table().SelectionneRang(refus.rang);
   if (refus.champ == "date"sv) CZNDialog::Focalise(m_jour);
   if (refus.champ == "lignes"sv || refus.rang >= 0) CZNDialog::Focalise(m_liste->Table());
 }

@@ -116,7 +116,7 @@ void ZoneTresorerie::Vide(const std::string& tresorerie) {
   m_modifiee = false;
 }
 
-void ZoneTresorerie::ChoisitLigne(int rang) { m_liste->Table().SelectionneLigne(rang); }
+void ZoneTresorerie::ChoisitLigne(int rang) { m_liste->Table().SelectionneRang(rang); }
 
 void ZoneTresorerie::Permet(bool permis) {
   m_permis = permis;
@@ -176,7 +176,7 @@ void ZoneTresorerie::Supprime() {
     m_app.ReportErreur(ErrExerciceCloture);
     return;
   }
-  const std::vector<int> choisies = m_liste->Table().LignesChoisies();
+  const std::vector<int> choisies = m_liste->Table().RangsChoisis();
   if (!m_permis || choisies.empty()) return;
   const int premiere = choisies.front();
   for (auto rang = choisies.rbegin(); rang != choisies.rend(); ++rang)
@@ -196,7 +196,7 @@ void ZoneTresorerie::OuvreLigne(bool modification) {
   ouverture.change = [this, modification] {
     LignesChangees(modification ? m_lignes.choisie : static_cast<int>(m_lignes.lignes.size()) - 1);
   };
-  m_lignes.choisie = modification ? m_liste->Table().LigneChoisie() : -1;
+  m_lignes.choisie = modification ? m_liste->Table().RangChoisi() : -1;
   CDialogLineTresor(m_contexte, m_lignes, ouverture, window()).exec();
   m_liste->setFocus(Qt::OtherFocusReason);
 }

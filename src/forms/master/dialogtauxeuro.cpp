@@ -16,7 +16,7 @@ CDialogTauxEuro::CDialogTauxEuro(ContexteUi& contexte, QWidget* parent)
       m_lignes(LitTauxEuro(contexte.App)),
       m_liste(
           contexte, ListeEditee::Genre::Page, u"Taux de conversion"_s,
-          {[this] { Saisit(-1); }, [this] { Saisit(m_liste.Table().LigneChoisie()); }, [this] { Supprime(); },
+          {[this] { Saisit(-1); }, [this] { Saisit(m_liste.Table().RangChoisi()); }, [this] { Supprime(); },
            [](int ligne) {
              return ListeEditee::Permis{true, ligne >= 0, ligne >= 0};
            }}) {
@@ -43,7 +43,7 @@ void CDialogTauxEuro::Saisit(int modifie) {
 }
 
 void CDialogTauxEuro::Supprime() {
-  const int ligne = m_liste.Table().LigneChoisie();
+  const int ligne = m_liste.Table().RangChoisi();
   m_lignes.erase(m_lignes.begin() + ligne);
   m_liste.Relit(ligne);
 }

@@ -55,22 +55,32 @@ bool CLibelleView::Relit() {
   return m_lu;
 }
 
-int CLibelleView::NbLibelles() const { return static_cast<int>(m_libelles.size()); }
+int CLibelleView::NbLibelles() const {
+  const ModeleListe& modele = Table().Modele();
+  return modele.NbLignes() - (modele.NbLignes() > 0 && modele.DonneeDe(modele.NbLignes() - 1) == 0 ? 1 : 0);
+}
 
 std::string CLibelleView::Libelle(int ligne) const { return m_libelles.at(Table().Modele().DonneeDe(ligne)); }
 
 std::vector<std::string> CLibelleView::Libelles() const {
   std::vector<std::string> libelles;
-  for (int i = 0; i < NbLibelles(); ++i) libelles.push_back(Libelle(i));
+  for (const ModeleListe::Donnee donnee : Table().Modele().Toutes())
+    if (donnee != 0) libelles.push_back(m_libelles.at(donnee));
   return libelles;
+}
+
+std::ptrdiff_t CLibelleView::Place(int ligne) const {
+  return static_cast<std::ptrdiff_t>(std::min(Table().Modele().PlaceDe(ligne), m_libelles.size()));
 }
 
 bool CLibelleView::Insere(const std::string& libelle) {
   const int choisie = Table().LigneChoisie();
   const int ligne = choisie < 0 ? NbLibelles() : std::min(choisie, NbLibelles());
   std::vector<std::string> libelles = Libelles();
-  libelles.insert(libelles.begin() + ligne, libelle);
+  libelles.insert(libelles.begin() + Place(ligne), libelle);
   if (!App().Dit(EcritLibelles(App(), libelles))) return false;
+  // Where it stands among the hidden rows, the file says.
+  if (Table().Modele().EstFiltre()) return Relit();
   m_libelles[++m_derniere] = libelle;
   Table().Modele().Insere(ligne, m_derniere);
   if (choisie >= 0) Table().SelectionneLigne(Table().LigneChoisie());
@@ -80,7 +90,7 @@ bool CLibelleView::Insere(const std::string& libelle) {
 
 bool CLibelleView::Change(int ligne, const std::string& libelle) {
   std::vector<std::string> libelles = Libelles();
-  libelles.at(static_cast<std::size_t>(ligne)) = libelle;
+  libelles.at(static_cast<std::size_t>(Place(ligne))) = libelle;
   if (!App().Dit(EcritLibelles(App(), libelles))) return false;
   const ModeleListe::Donnee donnee = Table().Modele().DonneeDe(ligne);
   m_libelles[donnee] = libelle;
@@ -108,7 +118,7 @@ void CLibelleView::Supprime() {
   constexpr unsigned style = BoutonsOuiNon | IconeQuestion;
   if (App().MessageId(style, QuestionSupprimeLibelle, {Libelle(ligne)}) != RepOui) return;
   std::vector<std::string> libelles = Libelles();
-  libelles.erase(libelles.begin() + ligne);
+  libelles.erase(libelles.begin() + Place(ligne));
   if (!App().Dit(EcritLibelles(App(), libelles))) return;
   m_libelles.erase(Table().Modele().DonneeDe(ligne));
   Table().Modele().Supprime(ligne);

@@ -18,7 +18,7 @@ class CLibelleView : public CZNListView {
   /// A file that can neither be read nor made (told) closes the window.
   void Charge() override;
 
-  // For the form. Rows count from 0; the empty one is none of them.
+  // For the form. Rows that show count from 0; the empty one is none of them.
   int NbLibelles() const;
   std::string Libelle(int ligne) const;
   /// Before the selected row, at the end without one. False, told, when it could not be saved;
@@ -31,6 +31,7 @@ class CLibelleView : public CZNListView {
 
  private:
   std::vector<std::string> Libelles() const;
+  std::ptrdiff_t Place(int ligne) const;  ///< of a row's label in the file
   bool Relit();
   void Saisit(bool ajout);
   void Supprime();

@@ -55,7 +55,7 @@ ListeEditee::Permis CPageOptionAdresseBanque::Permis(int ligne) const {
 }
 
 void CPageOptionAdresseBanque::Saisit() {
-  const int ligne = m_liste.Table().LigneChoisie();
+  const int ligne = m_liste.Table().RangChoisi();
   AdresseBanque& banque = m_banques[static_cast<std::size_t>(ligne)];
   CDialogAdresseBanque saisie(Contexte(), banque, window());
   if (!saisie.Execute()) return;
@@ -64,7 +64,7 @@ void CPageOptionAdresseBanque::Saisit() {
 }
 
 void CPageOptionAdresseBanque::Supprime() {
-  const int ligne = m_liste.Table().LigneChoisie();
+  const int ligne = m_liste.Table().RangChoisi();
   AdresseBanque& banque = m_banques[static_cast<std::size_t>(ligne)];
   banque = {banque.code, {}, {}};
   m_liste.Relit(ligne);

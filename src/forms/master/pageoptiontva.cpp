@@ -39,13 +39,13 @@ bool CPageOptionTVA::Enregistre() {
   if (const Refus refus = AppliqueComptesTva(App(), m_lignes, comptes)) return Refuse(refus);
   if (comptes > 0) {
     m_lignes = LitComptesTva(App());
-    m_liste.Relit(m_liste.Table().LigneChoisie());
+    m_liste.Relit(m_liste.Table().RangChoisi());
   }
   return true;
 }
 
 LigneTva& CPageOptionTVA::Choisie() {
-  return m_lignes[static_cast<std::size_t>(m_liste.Table().LigneChoisie())];
+  return m_lignes[static_cast<std::size_t>(m_liste.Table().RangChoisi())];
 }
 
 void CPageOptionTVA::Ajoute() {
@@ -61,12 +61,12 @@ void CPageOptionTVA::Modifie() {
   CDialogTauxTVA saisie(Contexte(), nullptr, Choisie(), window());
   if (!saisie.Execute()) return;
   Choisie() = saisie.Valeur();
-  m_liste.Relit(m_liste.Table().LigneChoisie());
+  m_liste.Relit(m_liste.Table().RangChoisi());
 }
 
 void CPageOptionTVA::Supprime() {
   if (!Refuse(ControleSuppressionTva(App(), Choisie()))) return;
-  const int ligne = m_liste.Table().LigneChoisie();
+  const int ligne = m_liste.Table().RangChoisi();
   m_lignes.erase(m_lignes.begin() + ligne);
   m_liste.Relit(ligne);
 }

@@ -72,7 +72,7 @@ CDialogRecherche::CDialogRecherche(ContexteUi& contexte, std::vector<CibleRecher
 }
 
 const CDialogRecherche::Ligne* CDialogRecherche::Choix() const {
-  const int ligne = m_liste.LigneChoisie();
+  const int ligne = m_liste.RangChoisi();
   return ligne < 0 || Repos() == false ? nullptr : &m_lignes[static_cast<std::size_t>(ligne)];
 }
 

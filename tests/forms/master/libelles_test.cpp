@@ -128,6 +128,28 @@ TEST_F(FenetreLibelles, Supprime) {
   EXPECT_EQ(Libelles(), Noms{});
 }
 
+// Rows that a filter leaves are not the rows of the file.
+TEST_F(FenetreLibelles, SousUnFiltre) {
+  Vue->Table().PoseFiltre(u"loyer"_s);
+  Choisit(0);
+  Ouvre(Modifier, [](QDialog& f) {
+    EXPECT_EQ(Champ(f).Valeur(), "Loyer");
+    EXPECT_FALSE(Voisin(f, "precedent").isEnabled() || Voisin(f, "suivant").isEnabled());
+    Tape(Champ(f), u"Loyer et charges"_s);
+    Entree(f);
+  });
+  Ouvre(Ajouter, [](QDialog& f) {
+    Tape(Champ(f), u"Avant le loyer"_s);
+    Entree(f);
+  });
+  Vue->Table().PoseFiltre(u"electricite"_s);
+  Choisit(0);
+  Boite.Reponses = {RepOui};
+  Vue->Execute(Supprimer);
+  Vue->Table().OteFiltre();
+  EXPECT_EQ(Libelles(), (Noms{"Consultations", "Avant le loyer", "Loyer et charges"}));
+}
+
 TEST_F(FenetreLibelles, ExerciceCloture) {
   Regle("2003", "Cloture", "31/12/2003");
   Vue->Execute(Ajouter);
