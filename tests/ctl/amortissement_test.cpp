@@ -49,85 +49,52 @@ TEST_F(AmortissementCtl, UnBienImporte) {
 
 TEST_F(AmortissementCtl, LesRefus) {
   Cree({"--exercice", "2005"});
-  const struct {
-    std::vector<std::string> args;
-    std::string entree;
-    int statut;
-    const char* dit;
-  } cas[] = {
-      {{"--numero", "9"}, "", StatutRefuse, "n'existe pas"},
-      {{"--numero", "1", "--fichier", "-"}, "", StatutUsage, "incompatibles"},
-      {{"--au", "31/02/2004"}, "", StatutUsage, "date incorrecte"},
-      {{"--fichier", "/nulle/part"}, "", StatutRefuse, "Erreur 3117"},
-      {{}, "{\"DateAchat\":\"01/01/2003\"}", StatutRefuse, "\"TauxAnnuel\" est obligatoire"},
-      {{},
-       "{\"DateAchat\":\"01/01/2003\",\"TauxAnnuel\":20,\"TypeAmortissement\":1}",
-       StatutRefuse,
-       "\"Duree\""},
-      {{}, Bien(",\"TypeAmortissement\":3"), StatutRefuse, "\"TypeAmortissement\" est incorrect"},
-      {{}, "{\"DateAchat\":\"\",\"TauxAnnuel\":20}\n" + Bien(), StatutRefuse, "2005"},
-      {{"--exercice", "1999"}, Bien(), StatutRefuse, "1999"},
-      {{"--exercice", "1999", "--au", "31/12/2003"}, Bien(), StatutFait, "1588,89"},
-  };
-  for (const auto& c : cas) {
-    std::vector<std::string> args = c.args;
-    args.insert(args.begin(), "amortissement");
-    const Resultat r = Lance(args, c.entree);
-    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(args) << c.entree << r.erreurs;
-    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(args);
-  }
+  const std::string degressif = R"({"DateAchat":"01/01/2003","TauxAnnuel":20,"TypeAmortissement":1})";
+  Essaie({"amortissement"},
+         {
+             {{"--numero", "9"}, StatutRefuse, "n'existe pas"},
+             {{"--numero", "1", "--fichier", "-"}, StatutUsage, "incompatibles"},
+             {{"--au", "31/02/2004"}, StatutUsage, "date incorrecte"},
+             {{"--fichier", "/nulle/part"}, StatutRefuse, "Erreur 3117"},
+             {{}, StatutRefuse, "\"TauxAnnuel\" est obligatoire", "{\"DateAchat\":\"01/01/2003\"}"},
+             {{}, StatutRefuse, "\"Duree\"", degressif},
+             {{}, StatutRefuse, "\"TypeAmortissement\" est incorrect", Bien(",\"TypeAmortissement\":3")},
+             {{}, StatutRefuse, "2005", "{\"DateAchat\":\"\",\"TauxAnnuel\":20}\n" + Bien()},
+             {{"--exercice", "1999"}, StatutRefuse, "1999", Bien()},
+             {{"--exercice", "1999", "--au", "31/12/2003"}, StatutFait, "1588,89", Bien()},
+         });
 }
 
-class FraisKmCtl : public CtlDeTest {
- protected:
-  Resultat Frais(std::vector<std::string> args) {
-    args.insert(args.begin(), "frais-km");
-    return Lance(args);
-  }
-};
+using FraisKmCtl = CtlDeTest;
 
 TEST_F(FraisKmCtl, UneAnnee) {
   Cree();
-  const struct {
-    std::vector<std::string> args;
-    int statut;
-    const char* dit;
-  } cas[] = {
-      {{}, StatutUsage, "il manque afficher"},
-      {{"enregistrer", "--distance", "1000000"}, StatutUsage, "kilomètres incorrects"},
-      {{"enregistrer", "--distance", "5", "--dernier", "6"}, StatutUsage, "incompatibles"},
-      {{"enregistrer", "--taux-1", "1000"}, StatutUsage, "incorrect"},
-      {{"afficher"}, StatutFait, "Distance :                        0\n"},
-      {{"enregistrer"}, StatutRefuse, "Erreur 3106"},
-      {{"enregistrer", "--distance", "5000", "--taux-1", "0,5"}, StatutFait, "2500,00 €"},
-      {{"enregistrer", "--distance", "4000"}, StatutRefuse, "Erreur 3380"},
-      {{"--oui", "enregistrer", "--ancien", "10000", "--dernier", "30000"}, StatutFait, "8535,00 €"},
-      {{"afficher"}, StatutFait, "10000 - 30000"},
-      {{"supprimer"}, StatutFait, "supprimés"},
-      {{"supprimer"}, StatutFait, "Aucun montant"},
-  };
-  for (const auto& c : cas) {
-    const Resultat r = Frais(c.args);
-    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(c.args) << r.erreurs;
-    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(c.args);
-  }
+  Essaie({"frais-km"},
+         {
+             {{}, StatutUsage, "il manque afficher"},
+             {{"enregistrer", "--distance", "1000000"}, StatutUsage, "kilomètres incorrects"},
+             {{"enregistrer", "--distance", "5", "--dernier", "6"}, StatutUsage, "incompatibles"},
+             {{"enregistrer", "--taux-1", "1000"}, StatutUsage, "incorrect"},
+             {{"afficher"}, StatutFait, "Distance :                        0\n"},
+             {{"enregistrer"}, StatutRefuse, "Erreur 3106"},
+             {{"enregistrer", "--distance", "5000", "--taux-1", "0,5"}, StatutFait, "2500,00 €"},
+             {{"enregistrer", "--distance", "4000"}, StatutRefuse, "Erreur 3380"},
+             {{"--oui", "enregistrer", "--ancien", "10000", "--dernier", "30000"}, StatutFait, "8535,00 €"},
+             {{"afficher"}, StatutFait, "10000 - 30000"},
+             {{"supprimer"}, StatutFait, "supprimés"},
+             {{"supprimer"}, StatutFait, "Aucun montant"},
+         });
 }
 
 TEST_F(FraisKmCtl, LesEcrituresNePartentQueSurOrdre) {
   Cree();
-  ASSERT_EQ(Lance({"compte", "modifier", "6251", "--rubrique", "23A"}).statut, StatutFait);
-  ASSERT_EQ(Lance({"rubrique", "modifier", "23A", "--formule", "&FRAISKM"}).statut, StatutFait);
-  ASSERT_EQ(
-      Lance({"saisir"},
-            "{\"journal\":\"depenses\",\"date\":\"15/03/2003\",\"compte\":\"6251\",\"libelle\":\"Train\","
-            "\"ttc\":60,\"tresorerie\":\"BQ\"}\n")
-          .statut,
-      StatutFait);
-  Resultat r = Frais({"--oui", "enregistrer", "--distance", "1000"});
-  EXPECT_THAT(r.sortie, HasSubstr("1 écriture(s) restent")) << r.erreurs;
+  Essaie({}, {{{"compte", "modifier", "6251", "--rubrique", "23A"}, StatutFait, ""},
+              {{"rubrique", "modifier", "23A", "--formule", "&FRAISKM"}, StatutFait, ""}});
+  Saisit(R"({"journal":"depenses","date":"15/03/2003","compte":"6251","ttc":60,"tresorerie":"BQ"})");
+  const std::vector<std::string> enregistre{"--oui", "frais-km", "enregistrer"};
+  Essaie(enregistre, {{{"--distance", "1000"}, StatutFait, "1 écriture(s) restent"}});
   EXPECT_EQ(Journal().size(), 2u);
-  r = Frais({"--oui", "enregistrer", "--supprimer-ecritures"});
-  EXPECT_THAT(r.sortie, HasSubstr("1 écriture(s) supprimée(s)")) << r.erreurs;
+  Essaie(enregistre, {{{"--supprimer-ecritures"}, StatutFait, "1 écriture(s) supprimée(s)"}});
   EXPECT_EQ(Journal().size(), 0u);
   const Json affiche = Json::parse(Lance({"--json", "frais-km", "afficher"}).sortie);
   EXPECT_EQ(affiche["kms"], 1000);

@@ -57,10 +57,7 @@ class ChercherCtl : public CtlDeTest {
   }
   Livre Exporte() {
     std::map<std::string, Json> plan;
-    for (const std::string& ligne : Lance({"exporter", "COMPTES"}).Lignes()) {
-      const Json compte = Json::parse(ligne);
-      plan[compte["Compte"]] = compte;
-    }
+    for (const Json& compte : Lance({"exporter", "COMPTES"}).Objets()) plan[compte["Compte"]] = compte;
     Livre livre;
     for (const Json& l : Journal()) {
       Naive& naive = livre[l["Mouvement"]];
@@ -84,9 +81,7 @@ class ChercherCtl : public CtlDeTest {
     args.insert(args.begin(), "chercher");
     const Resultat r = Lance(args);
     EXPECT_EQ(r.statut, StatutFait) << r.erreurs;
-    std::vector<Json> trouves;
-    for (const std::string& ligne : r.Lignes()) trouves.push_back(Json::parse(ligne));
-    return trouves;
+    return r.Objets();
   }
   std::vector<std::string> Libelles(std::vector<std::string> args) {
     std::vector<std::string> libelles;

@@ -11,15 +11,10 @@ class Commandes : public CtlDeTest {
  protected:
   /// Two receipts and an expense with a private share, one entry validated.
   void Saisit() {
-    const Resultat r = Lance(
-        {"saisir"},
-        R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100.5,"tresorerie":"BQ","valider":true,"rapprocher":true})"
-        "\n"
-        R"({"journal":"recettes","date":"16/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})"
-        "\n"
-        R"({"journal":"depenses","date":"17/03/2003","code":"TEL","ttc":60,"professionnel":45,"tresorerie":"BQ"})"
-        "\n");
-    ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
+    CtlDeTest::Saisit(
+        R"({"journal":"recettes","date":"15/03/2003","compte":"706","ttc":100.5,"tresorerie":"BQ","valider":true,"rapprocher":true}
+{"journal":"recettes","date":"16/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"}
+{"journal":"depenses","date":"17/03/2003","code":"TEL","ttc":60,"professionnel":45,"tresorerie":"BQ"})");
   }
 };
 
@@ -199,17 +194,9 @@ TEST_F(Commandes, MotDePasse) {
     ASSERT_TRUE(magasin.QVOpenSession(1) && magasin.QVOpenCompta(Cabinet(), ""));
     ASSERT_TRUE(magasin.Reglages().Ecrit("Activite", "Mot de Passe", MotDePasseBrouille("\xE9pice")));
   }
-  const struct {
-    std::vector<std::string> args;
-    int statut;
-  } cas[] = {{{"balance"}, 1},
-             {{"--mot-de-passe", "sel", "balance"}, 1},
-             {{"balance", "--mot-de-passe", "Épice"}, 0}};
-  for (const auto& c : cas) {
-    const Resultat r = Lance(c.args);
-    EXPECT_EQ(r.statut, c.statut) << r.erreurs;
-    EXPECT_EQ(r.erreurs, c.statut ? "Erreur 3074 : Mot de passe erroné !\n" : "");
-  }
+  Essaie({"balance"}, {{{}, StatutRefuse, "Erreur 3074 : Mot de passe erroné !\n"},
+                       {{"--mot-de-passe", "sel"}, StatutRefuse, "Erreur 3074"},
+                       {{"--mot-de-passe", "Épice"}, StatutFait, "512"}});
 }
 
 TEST_F(Commandes, Balance) {
@@ -232,8 +219,7 @@ TEST_F(Commandes, Balance) {
     EXPECT_EQ(compte["SoldeRapprocheEuro"], a.rapproche) << a.compte;
   }
   // Each field bears the value that the record has under its name.
-  for (const std::string& ligne : Lance({"exporter", "COMPTES"}).Lignes()) {
-    const Json fiche = Json::parse(ligne);
+  for (const Json& fiche : Lance({"exporter", "COMPTES"}).Objets()) {
     std::string numero = fiche["Compte"];
     numero.erase(numero.find_last_not_of('0') + 1);
     for (const auto& [nom, valeur] : comptes.at(numero).items()) {
@@ -257,23 +243,16 @@ TEST_F(Commandes, Balance) {
 TEST_F(Commandes, AllerRetourDesFichiers) {
   Cree();
   Saisit();
-  ASSERT_EQ(Lance({"importer", "BANQUE"},
-                  R"({"Compte":"512","Date":"01/04/2003","MontantEuro":-0.0,"MontantFranc":0.1,"Sens":1})")
-                .statut,
-            StatutFait);
-  ASSERT_EQ(Lance({"importer", "Immo"},
-                  R"({"Numero":2,"Designation":"Échographe\t\"A\"","DateAchat":"02/01/2003","Duree":5})")
-                .statut,
-            StatutFait);
-  ASSERT_EQ(Lance({"importer", "Amo"}, R"({"Numero":2,"Annee":2003,"ReelEuro":100})").statut, StatutFait);
-  ASSERT_EQ(
-      Lance({"importer", "AUTO"}, "{\"Libelle\":\"Loyer\",\"Periodicite\":6}\n{\"Libelle\":\"Eau\"}").statut,
-      StatutFait);
+  const std::pair<const char*, const char*> donnees[] = {
+      {"BANQUE", R"({"Compte":"512","Date":"01/04/2003","MontantEuro":-0.0,"MontantFranc":0.1,"Sens":1})"},
+      {"Immo", R"({"Numero":2,"Designation":"Échographe\t\"A\"","DateAchat":"02/01/2003","Duree":5})"},
+      {"Amo", R"({"Numero":2,"Annee":2003,"ReelEuro":100})"},
+      {"AUTO", "{\"Libelle\":\"Loyer\",\"Periodicite\":6}\n{\"Libelle\":\"Eau\"}"}};
+  for (const auto& [fichier, lignes] : donnees) Essaie({"importer", fichier}, {{{}, StatutFait, "", lignes}});
   ASSERT_EQ(LanceSur(Cabinet("copie"), {"creer", "--exercice", "2003"}).statut, StatutFait);
   for (const char* fichier : {"COMPTES", "RUBRIQUE", "JOURNAL", "BANQUE", "Immo", "Amo", "AUTO"}) {
-    const std::string cle = std::string(fichier) == "AUTO" ? "" : "--cle";
     std::vector<std::string> args = {"exporter", fichier};
-    if (!cle.empty()) args.insert(args.end(), {cle, "0"});
+    if (args[1] != "AUTO") args.insert(args.end(), {"--cle", "0"});
     const Resultat origine = Lance(args);
     ASSERT_EQ(origine.statut, StatutFait);
     EXPECT_FALSE(origine.sortie.empty()) << fichier;
@@ -312,12 +291,12 @@ TEST_F(Commandes, ImportRefuseParLigne) {
 TEST_F(Commandes, VerifierRecalculer) {
   Cree();
   Saisit();
-  ASSERT_EQ(
-      Lance(
-          {"importer", "COMPTES"},
-          R"({"Compte":"706","Code":"HONOR","Designation":"Honoraires","Rubrique":"01","Type":1,"PartPro":100,"CreditEuro":7})")
-          .statut,
-      StatutFait);
+  Essaie(
+      {"importer", "COMPTES"},
+      {{{},
+        StatutFait,
+        "",
+        R"({"Compte":"706","Code":"HONOR","Designation":"Honoraires","Rubrique":"01","Type":1,"PartPro":100,"CreditEuro":7})"}});
   const Resultat malade = Lance({"verifier", "--json"});
   EXPECT_EQ(malade.statut, StatutRefuse);
   EXPECT_GE(Json::parse(malade.Lignes().back())["anomalies"], 1);
@@ -358,10 +337,9 @@ TEST_F(Commandes, Demo) {
   for (const std::string& ligne : r.Lignes()) EXPECT_GT(Json::parse(ligne)["ecritures"], 2800) << ligne;
   for (const char* exercice : {"2001", "2002", "2003"}) Sain(exercice);
   std::set<std::pair<int, bool>> genres;
-  for (const std::string& texte : Lance({"--exercice", "2002", "exporter", "JOURNAL"}).Lignes()) {
-    const Json ligne = Json::parse(texte);
+  for (const Json& ligne : Lance({"--exercice", "2002", "exporter", "JOURNAL"}).Objets()) {
     const Date date = GetDate(ligne["Date"].get<std::string>());
-    EXPECT_EQ(ligne["SaisieEuro"] == 0, date <= FaitDate(17, 2, 2002)) << texte;
+    EXPECT_EQ(ligne["SaisieEuro"] == 0, date <= FaitDate(17, 2, 2002)) << ligne;
     genres.insert({ligne["Genre"], ligne["Validee"] != 0});
   }
   EXPECT_EQ(genres.size(), 6u);

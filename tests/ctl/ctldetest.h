@@ -28,6 +28,24 @@ class CtlDeTest : public ::testing::Test {
       for (std::string ligne; std::getline(flux, ligne);) lignes.push_back(ligne);
       return lignes;
     }
+    /// One a line.
+    std::vector<Json> Objets() const {
+      std::vector<Json> objets;
+      for (const std::string& ligne : Lignes()) objets.push_back(Json::parse(ligne));
+      return objets;
+    }
+    /// The first one whose field has that value; null when there is none.
+    Json Objet(const char* champ, const Json& valeur) const {
+      for (const Json& objet : Objets())
+        if (objet.value(champ, Json()) == valeur) return objet;
+      return {};
+    }
+  };
+  /// A call, its status, and part of what it says.
+  struct Appel {
+    std::vector<std::string> args;
+    int statut;
+    std::string dit, entree = {};
   };
 
   CtlDeTest() {
@@ -62,6 +80,28 @@ class CtlDeTest : public ::testing::Test {
     const Resultat r = Lance(args);
     ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
   }
+  /// Makes the calls in their order, the words of `debut` in front of each.
+  void Essaie(const std::vector<std::string>& debut, const std::vector<Appel>& appels) {
+    for (const Appel& appel : appels) {
+      std::vector<std::string> args = debut;
+      args.insert(args.end(), appel.args.begin(), appel.args.end());
+      const Resultat r = Lance(args, appel.entree);
+      EXPECT_EQ(r.statut, appel.statut) << ::testing::PrintToString(args) << appel.entree << r.erreurs;
+      EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(appel.dit))
+          << ::testing::PrintToString(args) << appel.entree;
+    }
+  }
+  /// Entries, an object a line.
+  void Saisit(const std::string& lignes) {
+    const Resultat r = Lance({"saisir"}, lignes);
+    ASSERT_EQ(r.statut, StatutFait) << r.sortie << r.erreurs;
+  }
+  /// Entries 1 to 3: receipts at the bank of 30, 40 and 50 Euros, on 3, 4 and 5 March.
+  void SaisitTroisSeances() {
+    for (const std::string jour : {"3", "4", "5"})
+      Saisit(R"({"journal":"recettes","date":"0)" + jour + R"(/03/2003","compte":"706","ttc":)" + jour +
+             R"(0,"tresorerie":"BQ","libelle":"Séance"})");
+  }
   void Sain(const std::string& exercice = "2003") {
     const Resultat r = Lance({"--exercice", exercice, "verifier"});
     EXPECT_EQ(r.statut, StatutFait) << r.sortie << r.erreurs;
@@ -69,20 +109,14 @@ class CtlDeTest : public ::testing::Test {
   /// The accounts of `balance --json` by short number; the totals under "".
   std::map<std::string, Json> Balance() {
     std::map<std::string, Json> comptes;
-    for (const std::string& ligne : Lance({"balance", "--json"}).Lignes()) {
-      const Json compte = Json::parse(ligne);
+    for (const Json& compte : Lance({"balance", "--json"}).Objets()) {
       std::string numero = compte.value("Compte", "");
       numero.erase(numero.find_last_not_of('0') + 1);
       comptes[numero] = compte;
     }
     return comptes;
   }
-  std::vector<Json> Journal() {
-    std::vector<Json> lignes;
-    for (const std::string& ligne : Lance({"exporter", "JOURNAL", "--cle", "4"}).Lignes())
-      lignes.push_back(Json::parse(ligne));
-    return lignes;
-  }
+  std::vector<Json> Journal() { return Lance({"exporter", "JOURNAL", "--cle", "4"}).Objets(); }
 
  private:
   DossierTemporaire m_dossier;

@@ -20,13 +20,10 @@ class EtatCtl : public CtlDeTest {
  protected:
   void SetUp() override {
     Cree();
-    const Resultat r = Lance(
-        {"saisir"},
+    Saisit(
         R"({"journal":"recettes","date":"03/03/2003","compte":"706","libelle":"Consultations","ttc":100,"tresorerie":"BQ"}
 {"journal":"recettes","date":"10/05/2003","compte":"706","libelle":"Visite Noël","ttc":30,"tresorerie":"CA","valider":true}
-{"journal":"depenses","date":"06/03/2003","code":"TEL","libelle":"Téléphone","ttc":50,"tresorerie":"BQ"}
-)");
-    ASSERT_EQ(r.statut, StatutFait) << r.sortie << r.erreurs;
+{"journal":"depenses","date":"06/03/2003","code":"TEL","libelle":"Téléphone","ttc":50,"tresorerie":"BQ"})");
   }
   Resultat Etat(std::vector<std::string> args) {
     args.insert(args.begin(), {"--aujourdhui", "15/06/2003", "etat"});
@@ -66,11 +63,7 @@ TEST_F(EtatCtl, BeaucoupDePages) {
 }
 
 TEST_F(EtatCtl, LigneIncorrecteOuRefusee) {
-  const struct {
-    std::vector<std::string> args;
-    int statut;
-    const char* dit;
-  } cas[] = {
+  const std::vector<Appel> cas = {
       {{}, StatutUsage, "il manque nom"},
       {{"bilan", "--texte"}, StatutUsage, "état inconnu : bilan (detail, extrait, grand-livre"},
       {{"balance", "--texte", "--style", "moderne"}, StatutUsage, "mot inconnu : moderne"},

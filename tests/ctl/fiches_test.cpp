@@ -6,25 +6,9 @@ namespace {
 
 class Fiches : public CtlDeTest {
  protected:
-  struct Cas {
-    std::vector<std::string> args;
-    int statut;
-    const char* dit;  ///< part of what is said
-  };
-  void Essaie(const std::vector<Cas>& cas) {
-    for (const Cas& c : cas) {
-      std::vector<std::string> args = c.args;
-      args.insert(args.begin(), "compte");
-      const Resultat r = Lance(args);
-      EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(args) << r.erreurs;
-      EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(args);
-    }
-  }
+  void Essaie(const std::vector<Appel>& appels) { CtlDeTest::Essaie({"compte"}, appels); }
   Json Compte(const std::string& numero) {
-    for (const std::string& ligne : Lance({"exporter", "COMPTES"}).Lignes())
-      if (const Json compte = Json::parse(ligne); compte["Compte"] == QVAPI::GetLongCompte(numero))
-        return compte;
-    return {};
+    return Lance({"exporter", "COMPTES"}).Objet("Compte", QVAPI::GetLongCompte(numero));
   }
 };
 
@@ -95,11 +79,7 @@ TEST_F(Fiches, UnPlanDeComptesArrange) {
 
 TEST_F(Fiches, CompteMouvementeEtExerciceCloture) {
   Cree();
-  ASSERT_EQ(Lance({"saisir"},
-                  R"({"journal":"recettes","date":"15/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})"
-                  "\n")
-                .statut,
-            StatutFait);
+  Saisit(R"({"journal":"recettes","date":"15/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})");
   Essaie({{{"supprimer", "7061", "--oui"}, StatutRefuse, "Erreur 3330"},
           {{"supprimer", "53"}, StatutRefuse, "Erreur 3331"},
           {{"modifier", "7061", "--code", "SOINS"}, StatutFait, ""}});

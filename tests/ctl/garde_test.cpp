@@ -24,11 +24,7 @@ struct GardeCtl : CtlDeTest {
     return r.Lignes().empty() ? Json() : Json::parse(r.Lignes()[0]);
   }
   void Recette() {
-    const Resultat r =
-        Lance({"saisir"}, R"({"journal":"recettes","date":"10/03/2003","compte":"706","ttc":20,)"
-                          R"("tresorerie":"512","libelle":"Consultation"})"
-                          "\n");
-    ASSERT_EQ(r.statut, StatutFait) << r.erreurs;
+    Saisit(R"({"journal":"recettes","date":"10/03/2003","compte":"706","ttc":20,"tresorerie":"512"})");
   }
   const std::string copies = Cabinet("copies");
 };
@@ -66,21 +62,16 @@ TEST_F(GardeCtl, LesRefus) {
   const std::string protegee = Objet({"sauvegarder", "--dossier", copies})["fichier"];
   unsetenv("FENLOR_MOT_DE_PASSE_SAUVEGARDE");
   EcritFichier(copies + "/autre.fnz", "rien");
-  const std::pair<std::vector<std::string>, const char*> refus[] = {
-      {{"sauvegarder", "--dossier", copies + "/absent"}, "3520"},
-      {{"sauvegarder", "--dossier", copies, "--proteger"}, "3533"},
-      {{"restaurer", protegee}, "3526"},
-      {{"restaurer", copies + "/autre.fnz"}, "3522"},
-      {{"restaurer", copies + "/absent.fnz"}, "3521"},
-      {{"sauvegardes", "lister", "--dossier", copies + "/absent"}, "3521"},
-  };
-  for (const auto& [args, numero] : refus) {
-    const Resultat r = Lance(args);
-    EXPECT_EQ(r.statut, StatutRefuse) << numero;
-    EXPECT_THAT(r.erreurs, HasSubstr(numero));
-  }
-  EXPECT_EQ(Lance({"sauvegarder"}).statut, StatutUsage);
-  EXPECT_EQ(Lance({"sauvegardes"}).statut, StatutUsage);
+  Essaie({}, {
+                 {{"sauvegarder", "--dossier", copies + "/absent"}, StatutRefuse, "3520"},
+                 {{"sauvegarder", "--dossier", copies, "--proteger"}, StatutRefuse, "3533"},
+                 {{"restaurer", protegee}, StatutRefuse, "3526"},
+                 {{"restaurer", copies + "/autre.fnz"}, StatutRefuse, "3522"},
+                 {{"restaurer", copies + "/absent.fnz"}, StatutRefuse, "3521"},
+                 {{"sauvegardes", "lister", "--dossier", copies + "/absent"}, StatutRefuse, "3521"},
+                 {{"sauvegarder"}, StatutUsage, ""},
+                 {{"sauvegardes"}, StatutUsage, ""},
+             });
 }
 
 TEST_F(GardeCtl, UneCloture) {

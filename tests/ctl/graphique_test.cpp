@@ -14,12 +14,9 @@ class GraphiqueCtl : public CtlDeTest {
  protected:
   void SetUp() override {
     Cree();
-    const Resultat r = Lance(
-        {"saisir"},
+    Saisit(
         R"({"journal":"recettes","date":"03/03/2003","compte":"706","libelle":"Consultations","ttc":100,"tresorerie":"BQ"}
-{"journal":"depenses","date":"06/04/2003","code":"TEL","libelle":"Téléphone","ttc":50.5,"tresorerie":"BQ"}
-)");
-    ASSERT_EQ(r.statut, StatutFait) << r.sortie << r.erreurs;
+{"journal":"depenses","date":"06/04/2003","code":"TEL","libelle":"Téléphone","ttc":50.5,"tresorerie":"BQ"})");
   }
   Resultat Graphique(std::vector<std::string> args) {
     args.insert(args.begin(), "graphique");
@@ -28,28 +25,22 @@ class GraphiqueCtl : public CtlDeTest {
 };
 
 TEST_F(GraphiqueCtl, LigneIncorrecteOuRefusee) {
-  const struct {
-    std::vector<std::string> args;
-    int statut;
-    const char* dit;
-  } cas[] = {
-      {{"--texte"}, StatutUsage, "il manque --compte"},
-      {{"--compte", "BQ"}, StatutUsage, "il faut une sortie, et une seule"},
-      {{"--compte", "BQ", "--texte", "--svg", "-"}, StatutUsage, "il faut une sortie, et une seule"},
-      {{"--compte", "BQ", "--texte", "--genre", "ronds"},
-       StatutUsage,
-       "mot inconnu : ronds (aires, aires-3d"},
-      {{"--compte", "BQ", "--texte", "--du", "02/01/2003", "--au", "01/01/2003"}, StatutUsage, "avant --du"},
-      {{"--compte", "BQ", "--texte", "--comparaison"}, StatutRefuse, "3113 "},
-      {{"--compte", "ZZ", "--texte"}, StatutRefuse, "aucun compte de recettes"},
-      {{"--compte", "BQ", "--pdf", "-"}, StatutRefuse, "PDF"},
-      {{"--compte", "BQ", "--svg", "/absent/g.svg"}, StatutRefuse, "3580 "},
-  };
-  for (const auto& c : cas) {
-    const Resultat r = Graphique(c.args);
-    EXPECT_EQ(r.statut, c.statut) << c.dit;
-    EXPECT_THAT(r.erreurs, HasSubstr(c.dit));
-  }
+  Essaie({"graphique"},
+         {
+             {{"--texte"}, StatutUsage, "il manque --compte"},
+             {{"--compte", "BQ"}, StatutUsage, "il faut une sortie, et une seule"},
+             {{"--compte", "BQ", "--texte", "--svg", "-"}, StatutUsage, "il faut une sortie, et une seule"},
+             {{"--compte", "BQ", "--texte", "--genre", "ronds"},
+              StatutUsage,
+              "mot inconnu : ronds (aires, aires-3d"},
+             {{"--compte", "BQ", "--texte", "--du", "02/01/2003", "--au", "01/01/2003"},
+              StatutUsage,
+              "avant --du"},
+             {{"--compte", "BQ", "--texte", "--comparaison"}, StatutRefuse, "3113 "},
+             {{"--compte", "ZZ", "--texte"}, StatutRefuse, "aucun compte de recettes"},
+             {{"--compte", "BQ", "--pdf", "-"}, StatutRefuse, "PDF"},
+             {{"--compte", "BQ", "--svg", "/absent/g.svg"}, StatutRefuse, "3580 "},
+         });
 }
 
 TEST_F(GraphiqueCtl, Sorties) {

@@ -8,18 +8,12 @@ class RapprochementCtl : public CtlDeTest {
  protected:
   void SetUp() override {
     Cree();
-    std::string lignes;
-    for (const int jour : {3, 4, 5})
-      lignes += R"({"journal":"recettes","date":"0)" + std::to_string(jour) +
-                R"(/03/2003","compte":"706","ttc":)" + std::to_string(jour * 10) +
-                R"(,"tresorerie":"BQ","libelle":"Séance"})" + "\n";
-    ASSERT_EQ(StatutFait, Lance({"saisir"}, lignes).statut);
+    SaisitTroisSeances();
   }
   /// "operation 1, ecriture 2, soldes": what is left.
   std::string Reste() {
     std::string texte;
-    for (const std::string& ligne : Lance({"rapprochement", "lister", "--compte", "BQ"}).Lignes()) {
-      const Json objet = Json::parse(ligne);
+    for (const Json& objet : Lance({"rapprochement", "lister", "--compte", "BQ"}).Objets()) {
       if (objet["Genre"] != "soldes")
         texte += (texte.empty() ? "" : ", ") + objet["Genre"].get<std::string>() + " " +
                  std::to_string(objet.value("MontantEuro", 0));
@@ -45,29 +39,25 @@ TEST_F(RapprochementCtl, UnReleveDUnBoutALAutre) {
   Resultat r = Lance({"rapprochement", "ajouter"}, operations);
   EXPECT_EQ(StatutRefuse, r.statut);
   std::vector<int> issues;  // of each line: 0 or the refusal
-  for (const std::string& ligne : r.Lignes()) issues.push_back(Json::parse(ligne).value("erreur", 0));
+  for (const Json& ligne : r.Objets()) issues.push_back(ligne.value("erreur", 0));
   EXPECT_THAT(issues, ::testing::ElementsAre(0, 0, 3450, 3205, 3076, 3203));
-  EXPECT_EQ("operation 30, operation 90, ecriture 30, ecriture 40, ecriture 50", Reste());
+  const char *tout = "operation 30, operation 90, ecriture 30, ecriture 40, ecriture 50",
+             *deux = "operation 90, ecriture 40, ecriture 50";
+  EXPECT_EQ(tout, Reste());
 
   const struct {
     std::vector<std::string> args;
     int statut;
     const char *dit, *reste;
   } cas[] = {
-      {{},
-       StatutUsage,
-       "il manque ajouter",
-       "operation 30, operation 90, ecriture 30, ecriture 40, ecriture 50"},
-      {{"automatique"},
-       StatutUsage,
-       "--compte",
-       "operation 30, operation 90, ecriture 30, ecriture 40, ecriture 50"},
+      {{}, StatutUsage, "il manque ajouter", tout},
+      {{"automatique"}, StatutUsage, "--compte", tout},
       {{"automatique", "--compte", "BQ", "--du", "01/03/2003", "--au", "31/03/2003"},
        StatutFait,
        R"({"rapprochements":1,"operations":2})",
-       "operation 90, ecriture 40, ecriture 50"},
-      {{"manuel", "2"}, StatutUsage, "--ligne", "operation 90, ecriture 40, ecriture 50"},
-      {{"manuel", "2", "--mouvement", "2"}, StatutRefuse, "3080", "operation 90, ecriture 40, ecriture 50"},
+       deux},
+      {{"manuel", "2"}, StatutUsage, "--ligne", deux},
+      {{"manuel", "2", "--mouvement", "2"}, StatutRefuse, "3080", deux},
       {{"manuel", "2", "--mouvement", "2", "3"}, StatutFait, R"({"operation":2,"lignes":2})", ""},
       {{"supprimer", "2"}, StatutRefuse, "3451", ""},
       {{"solde", "--compte", "BQ", "--montant", "120,00"}, StatutFait, R"("Difference":0)", ""},
@@ -76,11 +66,7 @@ TEST_F(RapprochementCtl, UnReleveDUnBoutALAutre) {
       {{"lister"}, StatutFait, R"("SoldeReleve":120)", ""},
   };
   for (const auto& c : cas) {
-    std::vector<std::string> args = c.args;
-    args.insert(args.begin(), "rapprochement");
-    r = Lance(args);
-    EXPECT_EQ(c.statut, r.statut) << c.dit;
-    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit));
+    Essaie({"rapprochement"}, {{c.args, c.statut, c.dit}});
     EXPECT_EQ(c.reste, Reste()) << c.dit;
   }
   EXPECT_EQ(

@@ -8,18 +8,13 @@ class RemiseCtl : public CtlDeTest {
  protected:
   void SetUp() override {
     Cree();
-    std::string lignes;
-    for (const int jour : {3, 4, 5})
-      lignes += R"({"journal":"recettes","date":"0)" + std::to_string(jour) +
-                R"(/03/2003","compte":"706","ttc":)" + std::to_string(jour * 10) +
-                R"(,"tresorerie":"BQ","libelle":"Séance"})" + "\n";
-    ASSERT_EQ(StatutFait, Lance({"saisir"}, lignes).statut);
+    SaisitTroisSeances();
   }
   /// "1 2r/05/03/2003": entries, and the dates of their slips.
   std::string Remises() {
     std::string texte;
-    for (const std::string& ligne : Lance({"remise", "lister", "--compte", "BQ"}).Lignes())
-      if (const Json cheque = Json::parse(ligne); cheque.contains("Mouvement"))
+    for (const Json& cheque : Lance({"remise", "lister", "--compte", "BQ"}).Objets())
+      if (cheque.contains("Mouvement"))
         texte += (texte.empty() ? "" : " ") + std::to_string(cheque.value("Mouvement", 0)) +
                  (cheque["Remise"] != 0 ? "r/" + cheque.value("DateRemise", "") : "");
     return texte;
@@ -74,9 +69,7 @@ TEST_F(RemiseCtl, RemettreRetirerImprimer) {
        "1r/07/03/2003 2r/07/03/2003 3r/06/03/2003"},
   };
   for (const auto& c : cas) {
-    const Resultat r = Lance(c.args);
-    EXPECT_EQ(c.statut, r.statut) << r.erreurs;
-    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit));
+    Essaie({}, {{c.args, c.statut, c.dit}});
     EXPECT_EQ(Remises(), c.remises) << c.dit;
   }
   Sain();

@@ -7,43 +7,29 @@ namespace {
 class RubriquesCtl : public CtlDeTest {
  protected:
   Json Rubrique(const std::string& code) {
-    for (const std::string& ligne : Lance({"--json", "rubrique", "lister"}).Lignes())
-      if (const Json rubrique = Json::parse(ligne); rubrique["Rubrique"] == (code + "  ").substr(0, 3))
-        return rubrique;
-    return {};
+    return Lance({"--json", "rubrique", "lister"}).Objet("Rubrique", (code + "  ").substr(0, 3));
   }
 };
 
 TEST_F(RubriquesCtl, UnEtatArrange) {
   Cree();
-  const struct {
-    std::vector<std::string> args;
-    int statut;
-    const char* dit;  ///< part of what is said
-  } cas[] = {
-      {{}, StatutUsage, "il manque ajouter"},
-      {{"ajouter", "--type", "autre"}, StatutUsage, "mot inconnu"},
-      {{"ajouter", "--ligne", "1x"}, StatutUsage, "numéro de ligne incorrect"},
-      {{"ajouter", "--montant", "--5"}, StatutUsage, "nombre incorrect"},
-      {{"ajouter", "--montant", "5", "--formule", "01"}, StatutUsage, "--formule"},
-      {{"ajouter", "--designation", "Sans code"}, StatutRefuse, "Erreur 3061"},
-      {{"ajouter", "--code", "x1", "--designation", "Réintégré", "--type", "resultat", "--ligne", "361",
-        "--formule", "-X2+&AMORT"},
-       StatutFait,
-       "Rubrique X1 enregistrée."},
-      {{"ajouter", "--code", "X2", "--montant", "-12,5"}, StatutFait, "X2"},
-      {{"ajouter", "--code", "X9", "--formule", "QQ+01"}, StatutFait, "variable : QQ"},
-      {{"modifier", "X3", "--ligne", "5"}, StatutRefuse, "n'existe pas"},
-      {{"modifier", "x1", "--code", "X3"}, StatutFait, "X3"},
-      {{"lister"}, StatutFait, "X3    361    resultat  Réintégré"},
-  };
-  for (const auto& c : cas) {
-    std::vector<std::string> args = c.args;
-    args.insert(args.begin(), "rubrique");
-    const Resultat r = Lance(args);
-    EXPECT_EQ(r.statut, c.statut) << ::testing::PrintToString(args) << r.erreurs;
-    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr(c.dit)) << ::testing::PrintToString(args);
-  }
+  Essaie({"rubrique"}, {
+                           {{}, StatutUsage, "il manque ajouter"},
+                           {{"ajouter", "--type", "autre"}, StatutUsage, "mot inconnu"},
+                           {{"ajouter", "--ligne", "1x"}, StatutUsage, "numéro de ligne incorrect"},
+                           {{"ajouter", "--montant", "--5"}, StatutUsage, "nombre incorrect"},
+                           {{"ajouter", "--montant", "5", "--formule", "01"}, StatutUsage, "--formule"},
+                           {{"ajouter", "--designation", "Sans code"}, StatutRefuse, "Erreur 3061"},
+                           {{"ajouter", "--code", "x1", "--designation", "Réintégré", "--type", "resultat",
+                             "--ligne", "361", "--formule", "-X2+&AMORT"},
+                            StatutFait,
+                            "Rubrique X1 enregistrée."},
+                           {{"ajouter", "--code", "X2", "--montant", "-12,5"}, StatutFait, "X2"},
+                           {{"ajouter", "--code", "X9", "--formule", "QQ+01"}, StatutFait, "variable : QQ"},
+                           {{"modifier", "X3", "--ligne", "5"}, StatutRefuse, "n'existe pas"},
+                           {{"modifier", "x1", "--code", "X3"}, StatutFait, "X3"},
+                           {{"lister"}, StatutFait, "X3    361    resultat  Réintégré"},
+                       });
   EXPECT_EQ(Rubrique("X3")["Formule"], "-X2+&AMORT");
   EXPECT_EQ(Rubrique("X2")["ManuelEuro"], -12.5);
   ASSERT_EQ(Lance({"rubrique", "modifier", "X2", "--formule", ""}).statut, StatutFait);

@@ -8,14 +8,10 @@ class TraitementsCtl : public CtlDeTest {
  protected:
   void SetUp() override {
     Cree();
-    const char* lignes =
-        R"({"journal":"recettes","date":"31/03/2003","compte":"706","ttc":100,"tresorerie":"BQ","pointer":true})"
-        "\n"
-        R"({"journal":"recettes","date":"02/03/2003","compte":"706","ttc":20,"tresorerie":"CA"})"
-        "\n"
-        R"({"journal":"depenses","date":"05/03/2003","code":"TEL","ttc":60,"tresorerie":"BQ"})"
-        "\n";
-    ASSERT_EQ(StatutFait, Lance({"saisir"}, lignes).statut);
+    Saisit(
+        R"({"journal":"recettes","date":"31/03/2003","compte":"706","ttc":100,"tresorerie":"BQ","pointer":true}
+{"journal":"recettes","date":"02/03/2003","compte":"706","ttc":20,"tresorerie":"CA"}
+{"journal":"depenses","date":"05/03/2003","code":"TEL","ttc":60,"tresorerie":"BQ"})");
   }
   /// "1v 2 3v": the entries, validated ones marked.
   std::string Etats() {
@@ -76,20 +72,11 @@ TEST_F(TraitementsCtl, Virement) {
   EXPECT_EQ("{\"depense\":6,\"recette\":7}\n", r.sortie);
   EXPECT_EQ("Dépôt", Entete(7)["Libelle"]);
 
-  const std::pair<std::vector<std::string>, unsigned> refus[] = {
-      {{"--vers", "CA", "--montant", "10", "--date", "01/01/2004"}, 3089},
-      {{"--vers", "706", "--montant", "10"}, 3084},
-      {{"--vers", "BQ", "--montant", "10"}, 3085},
-      {{"--vers", "CA", "--montant", "10", "--monnaie", "franc"}, 3041},
-      {{"--vers", "CA", "--montant", "0"}, 3086},
-      {{"--vers", "CA", "--montant", "10", "--libelle", "日"}, 3205},
-      {{"--vers", "CA", "--montant", "10", "--libelle", std::string(81, 'x')}, 3206},
-  };
-  for (const auto& [options, numero] : refus) {
-    r = vire(options);
-    EXPECT_EQ(StatutRefuse, r.statut);
-    EXPECT_EQ(0u, r.erreurs.find("Erreur " + std::to_string(numero) + " : ")) << r.erreurs;
-  }
+  Essaie({"virement", "--aujourdhui", "15/03/2003", "--de", "BQ", "--montant", "10"},
+         {{{"--vers", "CA", "--date", "01/01/2004"}, StatutRefuse, "Erreur 3089 : "},
+          {{"--vers", "CA", "--monnaie", "franc"}, StatutRefuse, "Erreur 3041 : "},
+          {{"--vers", "CA", "--libelle", "日"}, StatutRefuse, "Erreur 3205 : "},
+          {{"--vers", "CA", "--libelle", std::string(81, 'x')}, StatutRefuse, "Erreur 3206 : "}});
   EXPECT_EQ("1 2 3 4 5 6 7", Etats());
   Sain();
 }
@@ -169,11 +156,7 @@ TEST_F(TraitementsCtl, Usage) {
       {"deplacer", "--mois", "3"},
       {"deplacer", "--mouvement", "99999999999", "--mois", "3"},
   };
-  for (const auto& args : cas) {
-    const Resultat r = Lance(args);
-    EXPECT_EQ(StatutUsage, r.statut) << args[0];
-    EXPECT_EQ(0u, r.erreurs.find("fenlorctl : ")) << r.erreurs;
-  }
+  for (const auto& args : cas) Essaie(args, {{{}, StatutUsage, "fenlorctl : "}});
 }
 
 }  // namespace
