@@ -1,5 +1,4 @@
 #include <QAction>
-#include <QKeyEvent>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>

@@ -1,15 +1,11 @@
 #include "app/commandes.h"
 
 #include <QAction>
-#include <QFile>
 #include <QKeySequence>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QSet>
-#include <QTest>
 #include <algorithm>
 #include <set>
 #include <utility>

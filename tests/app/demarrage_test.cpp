@@ -1,8 +1,6 @@
-#include <QAction>
 #include <QListWidget>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QStatusBar>
 #include <fstream>
 
 #include "app/gestioncommandes.h"

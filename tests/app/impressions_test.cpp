@@ -1,6 +1,5 @@
 // Reports from their commands: the windows that print, the menu, and the preview beside them.
 
-#include <QAction>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
@@ -127,12 +126,6 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
   const auto deux = Principal->Zone().subWindowList();
   ASSERT_EQ(deux.size(), 2);
   EXPECT_NE(deux[0]->pos(), deux[1]->pos());
-}
-
-TEST_F(ImpressionsTest, FraisKilometriques) {
-  Robot robot;
-  robot.Attend("DialogFraisKm", [](QDialog& forme) { forme.reject(); });
-  Principal->Table().Execute(1039);
 }
 
 }  // namespace

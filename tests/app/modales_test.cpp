@@ -1,10 +1,8 @@
 // What stands behind an open form is left alone: keys that were typed before the form came, menus, closing.
 
-#include <QAction>
 #include <QFileDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenu>
 #include <QTimer>
 
 #include "app/fabriques.h"
@@ -13,7 +11,6 @@
 #include "forms/journal/ecritures.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
-#include "outils/verifieformulaire.h"
 #include "ui/dialogueqt.h"
 #include "ui/vue.h"
 

@@ -1,7 +1,4 @@
 // The find box over the whole program, by keyboard alone; its keys are counted.
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QTest>
 
 #include "app/fabriques.h"
 #include "app/gestioncommandes.h"
@@ -12,7 +9,6 @@
 #include "forms/recherche/dialogrecherche.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/cznlistview.h"
 #include "ui/dialogueqt.h"
 

@@ -1,11 +1,7 @@
 #include "app/reprises.h"
 
 #include <QAction>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMdiArea>
-#include <QPushButton>
-#include <QtTest>
 
 #include "app/fabriques.h"
 #include "app/gestioncommandes.h"
@@ -13,7 +9,6 @@
 #include "core/cles.h"
 #include "journal/textes.h"
 #include "outils/uidetest.h"
-#include "store/texte1252.h"
 #include "ui/dialogueqt.h"
 #include "ui/textes.h"
 

@@ -9,7 +9,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPageSetupDialog>
-#include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 #include <algorithm>

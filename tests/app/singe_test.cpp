@@ -2,7 +2,6 @@
 // FENLOR_SINGE_GRAINE gives its seed, FENLOR_SINGE_JOURNAL the file of its log, FENLOR_SINGE_REJOUE a log to
 // play again.
 #include <pthread.h>
-#include <QAction>
 #include <QApplication>
 #include <QEventLoop>
 

@@ -7,7 +7,6 @@
 #include "core/erreurssaisie.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
-#include "store/texte1252.h"
 
 namespace fenlor {
 namespace {

@@ -9,7 +9,6 @@
 #include "auto/ecrituresauto.h"
 #include "journal/cabinetmedical.h"
 #include "master/comptes.h"
-#include "store/texte1252.h"
 
 namespace fenlor {
 namespace {

@@ -1,7 +1,6 @@
 // Statements into the file of operations: each operation once, however often and in whatever format it comes.
 #include "banque/importreleve.h"
 
-#include <algorithm>
 #include <map>
 
 #include "banque/fabriquereleves.h"

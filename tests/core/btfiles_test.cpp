@@ -85,14 +85,6 @@ TEST_F(FichiersTest, ParcoursParType) {
   ASSERT_GE(comptes.size(), 2u);
   EXPECT_TRUE(std::is_sorted(comptes.begin(), comptes.end()));
   for (const std::string& compte : comptes) EXPECT_EQ(+LitCompte(compte).Type, Tva);
-
-  ASSERT_TRUE(plan.First(0));
-  const std::string premier = plan.Rec->Compte;
-  u32 nombre = 1;
-  while (plan.Next(0)) ++nombre;
-  EXPECT_EQ(nombre, Magasin().QVNumberOfKey(plan.NumCle));
-  EXPECT_EQ(plan.GetPos(), 0u);
-  EXPECT_NE(plan.Rec->Compte, premier);  // the record stays as it was at the end
   EXPECT_TRUE(Boite.Erreurs.empty());
 }
 
@@ -166,28 +158,6 @@ TEST_F(FichiersTest, AutreTamponEtFichierFerme) {
   EXPECT_EQ(plan.Rec, plan.GetRec());
   EXPECT_STREQ(plan.Rec->Compte, "");
   EXPECT_EQ(plan.MakeKey(9), "");
-}
-
-TEST_F(FichiersTest, FichiersDuCabinet) {
-  CImmobilisations immo(App(), App().PathCabinet);
-  CAmortissements amo(App(), {});
-  EXPECT_EQ(amo.Path, App().PathCabinet);
-  ASSERT_TRUE(immo.OpenFile());
-  ASSERT_TRUE(amo.OpenFile());
-  immo.Rec->Numero = 7;
-  immo.Rec->DateAchat = FaitDate(1, 6, 2003);
-  ASSERT_TRUE(immo.Add());
-  amo.Rec->Numero = 7;
-  amo.Rec->Annee = 2003;
-  amo.Rec->ReelEuro = 120;
-  ASSERT_TRUE(amo.Add());
-  ASSERT_TRUE(amo.Find(0));
-  EXPECT_EQ(+amo.Rec->ReelEuro, 120);
-  amo.Rec->Numero = 0;  // no record has that number
-  EXPECT_FALSE(amo.Add());
-  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3049});
-  Verifie(FichierImmo);
-  Verifie(FichierAmo);
 }
 
 TEST_F(FichiersTest, ClesEnDefaut) {

@@ -25,7 +25,6 @@
 #include "store/champs.h"
 #include "store/definitions.h"
 #include "store/ouverture.h"
-#include "store/texte1252.h"
 
 namespace fenlor {
 namespace {

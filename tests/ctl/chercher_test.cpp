@@ -1,17 +1,12 @@
-#include <gmock/gmock.h>
 
 #include <random>
 #include <set>
 
 #include "ctl/ctldetest.h"
 #include "recherche/recherche.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 /// The exported book, each entry as all the spellings that it answers to.
 struct Naive {

@@ -1,6 +1,5 @@
 // A closed exercice against every verb of fenlorctl: what would change it is refused, and what changed it
 // behind fenlorctl's back is found.
-#include <gmock/gmock.h>
 
 #include <regex>
 #include <set>
@@ -9,8 +8,6 @@
 
 namespace fenlor::test {
 namespace {
-
-using ::testing::HasSubstr;
 
 struct ExerciceCloture : CtlDeTest {
   ExerciceCloture() {

@@ -77,21 +77,5 @@ TEST_F(Fiches, UnPlanDeComptesArrange) {
   Sain();
 }
 
-TEST_F(Fiches, CompteMouvementeEtExerciceCloture) {
-  Cree();
-  Saisit(R"({"journal":"recettes","date":"15/03/2003","compte":"7061","ttc":20,"tresorerie":"CA"})");
-  Essaie({{{"supprimer", "7061", "--oui"}, StatutRefuse, "Erreur 3330"},
-          {{"supprimer", "53"}, StatutRefuse, "Erreur 3331"},
-          {{"modifier", "7061", "--code", "SOINS"}, StatutFait, ""}});
-  EXPECT_EQ(Compte("7061")["CreditEuro"], 20);
-  Sain();
-  const std::string ini = Cabinet() + "/fenlor.ini";
-  std::string reglages = LitFichier(ini);
-  reglages.insert(reglages.find("Debut=", reglages.find("[2003]")), "Cloture=31/12/2003\r\n");
-  EcritFichier(ini, reglages);
-  Essaie({{{"modifier", "706", "--code", "Z"}, StatutRefuse, "Erreur 3056"},
-          {{"lister", "--forme", "plan"}, StatutFait, "HONOR"}});
-}
-
 }  // namespace
 }  // namespace fenlor::test

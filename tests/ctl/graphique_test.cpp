@@ -1,5 +1,4 @@
 // `fenlorctl graphique`: what is asked for, and what comes out.
-#include <gmock/gmock.h>
 
 #include "ctl/ctldetest.h"
 #include "graphiques/serie.h"
@@ -7,7 +6,6 @@
 namespace fenlor::test {
 namespace {
 
-using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 class GraphiqueCtl : public CtlDeTest {

@@ -1,7 +1,6 @@
 // The manifest of an archive is fed any bytes: it is refused with a reason, or holds what the restoration
 // relies on, and reads back the same.
 #include <cstdio>
-#include <cstdlib>
 #include <set>
 
 #include "garde/manifeste.h"

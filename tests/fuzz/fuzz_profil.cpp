@@ -1,6 +1,5 @@
 // A settings file of any content is read; then a value is written, which must
 // read back, and leave every other setting alone.
-#include <algorithm>
 #include <map>
 
 #include "cabinet.h"

@@ -1,7 +1,6 @@
 // A reader of statements, by FENLOR_FORMAT, is fed any bytes: whatever comes out holds what the import relies
 // on.
 #include <cstdio>
-#include <cstdlib>
 
 #include "banque/releve.h"
 #include "banque/relevecsv.h"

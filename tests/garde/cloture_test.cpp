@@ -6,7 +6,6 @@
 #include "journal/cabinetmedical.h"
 #include "session/entretien.h"
 #include "store/ouverture.h"
-#include "store/texte1252.h"
 
 using namespace fenlor;
 using namespace fenlor::test;

@@ -1,5 +1,4 @@
 // The series of a chart: a naive walk over random books, and what is refused.
-#include <gmock/gmock.h>
 
 #include <random>
 
@@ -7,7 +6,6 @@
 #include "graphiques/ecriture.h"
 #include "graphiques/serie.h"
 #include "journal/cabinetmedical.h"
-#include "store/texte1252.h"
 
 namespace fenlor::test {
 namespace {

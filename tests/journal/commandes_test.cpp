@@ -1,4 +1,3 @@
-#include "core/texte.h"
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
 #include "journal/traitements.h"
@@ -52,7 +51,6 @@ class CommandesTest : public CabinetMedical {
     if (avecFiche) AvecFiche(recette, [](auto ecrit, auto, auto) { ASSERT_NE(0u, ecrit()); });
   }
 
-  std::string TexteDe(const TexteFixe& question) { return VersUtf8(TexteFormat(question, {"Essai"})); }
   /// Gives writing, reading and deleting of the parent application's record of `Lie`.
   template <class Geste>
   void AvecFiche(bool recette, Geste geste) {
@@ -150,11 +148,6 @@ TEST_F(CommandesTest, Suppression) {
     EXPECT_EQ(c.reste, Existe(mouvement));
   }
   EXPECT_EQ(0, f64{LitCompte("706").CreditEuro});
-  EXPECT_EQ("Suppression de l'écriture\n\"Essai\" ?", TexteDe(QuestionSuppression));
-  EXPECT_EQ(
-      "Attention !\nUn rapprochement bancaire à été effectué sur l'écriture :\n\n\"Essai\"\n\n Faut-il la "
-      "supprimer ?",
-      TexteDe(QuestionSuppressionRapprochee));
 }
 
 TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {

@@ -286,23 +286,5 @@ TEST_F(ListeJournal, SansExercice) {
   EXPECT_TRUE(Boite.Erreurs.empty());
 }
 
-TEST_F(ListeJournal, Monnaies) {
-  const struct {
-    const char* exercice;
-    bool deux;
-    const char* montre;
-  } cas[] = {{"2001", false, "F"},
-             {"2002", false, "E"},
-             {"2003", true, "FE"},
-             {"1999", true, "FE"},
-             {"ABCD", false, "F"}};
-  for (const auto& c : cas) {
-    App().NomExercice = c.exercice;
-    App().AfficherDouble = c.deux;
-    const MonnaiesListe m = MonnaiesAffichees(App());
-    EXPECT_EQ(std::string(m.franc ? "F" : "") + (m.euro ? "E" : ""), c.montre) << c.exercice;
-  }
-}
-
 }  // namespace
 }  // namespace fenlor::test

@@ -1,7 +1,5 @@
 #include "master/fraiskm.h"
 
-#include <cerrno>
-
 #include "core/btfiles.h"
 #include "core/erreurs.h"
 #include "core/valeurs.h"

@@ -1,7 +1,6 @@
 #include "master/libelles.h"
 
 #include <algorithm>
-#include <cerrno>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"

@@ -1,8 +1,6 @@
 #include "outils/attendu.h"
 
 #include <cstdlib>
-#include <filesystem>
-#include <string_view>
 
 #include "outils/cabinetdetest.h"
 

@@ -1,7 +1,5 @@
 #include "outils/systemefautif.h"
 
-#include <bit>
-
 namespace fenlor {
 
 class SystemeFautif::FichierFautif : public Fichier {

@@ -2,8 +2,6 @@
 #include <stdlib.h>
 #include <sys/stat.h>
 
-#include <cerrno>
-
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
 #include "pages/etatdetest.h"
@@ -118,43 +116,6 @@ TEST_F(EtatDocTest, ReadBackOnTheWayTheReportGoesOnAtItsEnd) {
   };
   ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
   EXPECT_EQ(doc.LitTexte(0, 8), "abc\ndef\n");
-}
-
-TEST_F(EtatDocTest, BlocksOfAWrite) {
-  struct Cas {
-    const char* texte;
-    std::vector<u32> lignes;
-    u8 dernier;
-  };
-  const Cas cas[] = {
-      {"", {}, 0},
-      {"a", {0}, 0},
-      {"a\nb\n", {2}, 0},
-      {"a\n\\Gb\n", {1, 1}, 0},
-      {"a\n\\G", {1}, 0},
-      {"a\n\\P", {1}, BlocSaut},
-      {"a\\P", {1}, BlocSaut},
-      {"\\P", {0}, BlocSaut},
-      {"\\M000\\P", {1}, BlocSaut},
-      {"\\Ha\\X\\F\n", {2 + 3 + 1}, BlocEntete | BlocFinEntete},
-      {"\\\\H\\\\P\n", {1}, 0},  // escaped backslashes
-      {"a\\", {0}, 0},
-  };
-  for (const Cas& c : cas) {
-    SCOPED_TRACE(c.texte);
-    EtatDeTest doc(App());
-    doc.ecrit = [&](EtatDeTest& d) {
-      d.SetEtatEntete("\n\n");
-      d.SetEtatPied("\n\n\n");
-      d.EcritEtat(c.texte);
-    };
-    ASSERT_TRUE(App().Dit(doc.OnNewDocument()));
-    std::vector<u32> lignes;
-    for (u32 k = 2; k < doc.NombreBlocs() + 2; ++k) lignes.push_back(doc.LitBloc(k).lignes);
-    EXPECT_EQ(lignes, c.lignes);
-    EXPECT_EQ(doc.LitBloc(doc.NombreBlocs() + 1).drapeaux, c.dernier);
-    EXPECT_EQ(doc.LitBloc(doc.NombreBlocs() + 1).fin, std::string(c.texte).size());
-  }
 }
 
 TEST_F(EtatDocTest, NoFolderNoFilesNoReport) {

@@ -91,39 +91,6 @@ TEST_F(InterpreteTest, PlacesARun) {
   }
 }
 
-TEST_F(InterpreteTest, StylesOutliveTheLineAndHeaders) {
-  entete = "\\0\\Itete\n";
-  const auto e = Dessine("\\Ba\\U\nb\\H\nc\\0d");
-  ASSERT_EQ(e.size(), 5u);
-  EXPECT_EQ(e[0].style, StyleGras);
-  EXPECT_EQ(e[1].style, StyleItalique) << "the header is drawn while \"b\" waits";
-  EXPECT_EQ(e[2].style, StyleGras | StyleSouligne);
-  EXPECT_EQ(e[3].style, StyleGras | StyleSouligne);
-  EXPECT_EQ(e[4].style, 0u);
-}
-
-TEST_F(InterpreteTest, RulesHeadersAndBreaksDoNotDrawWhatWaits) {
-  auto e = Dessine("\\M010\\N020ab\\S003cd\n", 34);
-  ASSERT_EQ(e.size(), 2u);
-  EXPECT_TRUE(e[0].trait);
-  EXPECT_EQ(e[0].cadre, (Rectangle{100, 35, 1240, 38}));
-  EXPECT_EQ(e[1].texte, "abcd");
-  EXPECT_EQ(e[1].cadre.haut, 34) << "a rule shares its line";
-  EXPECT_EQ(hauteur, 17);
-
-  e = Dessine("ab\\Hcd\n");
-  ASSERT_EQ(e.size(), 2u);
-  EXPECT_EQ(e[0].texte, "ENTETE");
-  EXPECT_EQ(e[1].texte, "abcd");
-  EXPECT_EQ(e[1].cadre.haut, 34);
-  EXPECT_EQ(hauteur, 51);
-
-  e = Dessine("ab\\P", 17);
-  ASSERT_EQ(e.size(), 1u);
-  EXPECT_EQ(e[0].cadre.haut, 170) << "under the page's last line";
-  EXPECT_EQ(hauteur, 153);
-}
-
 TEST_F(InterpreteTest, AFooterTakesNoHeightAndAHeaderCannotCallItself) {
   pied = "un\n\\T050deux\n" + std::string(300, 'x');
   auto e = Dessine("\\F\n");

@@ -2,13 +2,9 @@
 // flight. What was saved is there, what was not is not there by half, keys and
 // totals are sound. Two controls leave a sync out: the simulation must see it.
 // FENLOR_GRAINES says how many fates are tried for each cut.
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <iostream>
 #include <random>
 
@@ -16,7 +12,6 @@
 #include "outils/systemesanssynchro.h"
 #include "pannes/outils.h"
 #include "store/definitions.h"
-#include "store/texte1252.h"
 
 namespace fs = std::filesystem;
 

@@ -1,9 +1,6 @@
 // Damaged files: whatever stands in the place of a file, the books are either
 // whole, or somebody is told. Never a crash, never entries that silently lack.
-#include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <random>
 #include <sstream>
@@ -11,7 +8,6 @@
 #include "pannes/outils.h"
 #include "session/entretien.h"
 #include "store/modele.h"
-#include "store/texte1252.h"
 
 namespace fs = std::filesystem;
 

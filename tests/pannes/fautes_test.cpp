@@ -1,10 +1,7 @@
 // Each system call fails once, and then for good: the answer is success or a
 // refusal with a message, the books stay sound, what was acknowledged is there and
 // what was refused is not.
-#include <gtest/gtest.h>
 
-#include <cerrno>
-#include <filesystem>
 #include <ostream>
 #include <set>
 

@@ -1,6 +1,5 @@
 // Processes killed at random moments: what fenlorctl acknowledged is there whole,
 // nothing is there half. FENLOR_MORTS says how many kills, FENLOR_GRAINE the seed.
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <fstream>

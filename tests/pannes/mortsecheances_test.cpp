@@ -1,7 +1,6 @@
 // The walk at the opening of an exercice, and "&Enregistrer" in the form of what is announced, killed on
 // their way: in the end each occurrence stands in the journal once. FENLOR_MORTS_ECHEANCES says how many
 // kills, FENLOR_GRAINE the seed.
-#include <gtest/gtest.h>
 
 #include <iostream>
 #include <random>

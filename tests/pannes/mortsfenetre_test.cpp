@@ -1,9 +1,7 @@
 // Entries typed into the window of a journal until the program is killed: what the form had cleared
 // itself for is there whole, at most one more, and nothing is there half. FENLOR_MORTS_FENETRE says
 // how many kills, FENLOR_GRAINE the seed.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <iostream>
 #include <random>
 

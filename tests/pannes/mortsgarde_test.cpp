@@ -1,10 +1,8 @@
 // Backups and restorations killed at random moments: an archive that bears its name is good, the books are
 // those from before or those of the archive, and the next opening leaves nothing of the dead one.
 // FENLOR_MORTS says how many kills of each, FENLOR_GRAINE the seed.
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <random>
 

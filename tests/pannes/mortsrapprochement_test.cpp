@@ -1,8 +1,6 @@
 // The automatic matching killed at random moments: nothing is half matched, no operation is lost, none stands
 // twice. FENLOR_MORTS says how many kills.
-#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <iostream>
 #include <random>
 

@@ -1,7 +1,6 @@
 #include "pannes/outils.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -12,7 +11,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 #include <sstream>
 #include <stdexcept>
 

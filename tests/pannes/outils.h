@@ -7,8 +7,6 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "ctl/ctl.h"
 #include "outils/cabinetdetest.h"

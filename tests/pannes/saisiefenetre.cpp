@@ -4,11 +4,8 @@
 // are "Piece N", N from FIRST on. With "suspens" nothing is saved: a label is told once its field was left.
 #include <unistd.h>
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
-#include <string>
 
 #include "forms/journal/dialogecriture.h"
 #include "forms/journal/ecritureview.h"

@@ -2,9 +2,7 @@
 // once and for good: afterwards the books are those from before or from behind, and what went wrong was told.
 // FENLOR_MORTS says how many kills, FENLOR_APPELS how many failing calls (0: all of them, AppelsMax of a
 // verb that makes more), FENLOR_VERBE whose (the beginning of its name), FENLOR_GRAINE the seed.
-#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <iostream>
 #include <random>
 

@@ -1,9 +1,5 @@
 
-#include <algorithm>
-#include <cmath>
 #include <map>
-#include <memory>
-#include <random>
 #include <sstream>
 
 #include "core/btfiles.h"

@@ -1,8 +1,3 @@
-#include <cmath>
-#include <cstring>
-#include <map>
-#include <random>
-#include <sstream>
 
 #include "auto/ecrituresauto.h"
 #include "core/btfiles.h"

@@ -1,7 +1,6 @@
 #include "session/verification.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "core/btfiles.h"
 #include "journal/cabinetmedical.h"

@@ -2,8 +2,6 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <random>
-
 #include "store/livresdumoteur.h"
 #include "store/urgence.h"
 

@@ -5,9 +5,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <functional>
 #include <random>
-#include <set>
 
 #include "store/dates.h"
 #include "store/texte1252.h"
@@ -166,28 +164,6 @@ TEST(Definitions, KeysOfLinksSortAsTheirNumbers) {
     EXPECT_LT(avant[1], cleDepense);
     avant[0] = cleRecette, avant[1] = cleDepense;
   }
-}
-
-TEST(Definitions, NumbersAreTheIdentityOfTheFiles) {
-  std::set<unsigned> numeros;
-  for (const DefinitionFichier& d : Definitions()) {
-    EXPECT_TRUE(numeros.insert(d.numero).second) << d.nom;
-    EXPECT_EQ(DefinitionFichierNumero(d.numero), &d);
-    EXPECT_EQ(DefinitionNom(EnMajuscules(d.nom)), &d);
-    for (unsigned k = 0; k < d.nbCles; ++k) {
-      const u16 numCle = static_cast<u16>(d.premiereCle + k);
-      EXPECT_TRUE(numeros.insert(numCle).second) << numCle;
-      unsigned indice = 99;
-      EXPECT_EQ(DefinitionCle(numCle, indice), &d);
-      EXPECT_EQ(indice, k);
-      EXPECT_GT(d.tailleCle[k], 0) << d.nom;
-    }
-  }
-  unsigned indice = 0;
-  for (const u16 inconnu : {0, 1, 68, 90, 91, 104, 105, 225})
-    EXPECT_EQ(DefinitionCle(inconnu, indice), nullptr);
-  EXPECT_EQ(DefinitionFichierNumero(0), nullptr);
-  EXPECT_EQ(DefinitionNom("CENTRAL"), nullptr);
 }
 
 }  // namespace

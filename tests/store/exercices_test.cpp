@@ -1,8 +1,6 @@
 
 #include <stdlib.h>
 
-#include <cerrno>
-
 #include "outils/cabinetdetest.h"
 #include "outils/systemecoupure.h"
 #include "outils/systemefautif.h"

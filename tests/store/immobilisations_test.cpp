@@ -66,23 +66,6 @@ TEST_F(Immobilisations, EcrireLeMemeNumeroRemplace) {
   EXPECT_FALSE(Magasin().DeleteImmobilisations(99));
 }
 
-TEST_F(Immobilisations, ParcoursDuneListePendantLesEcritures) {
-  for (u32 n = 1; n <= 4; ++n) ASSERT_TRUE(Magasin().WriteImmobilisations(Bien(n)));
-  const u32 poignee = Magasin().OpenImmobilisations({});
-  std::string cle;
-  std::vector<u32> vus;
-  Immobilisation rec{};
-  for (Position p = Magasin().QVFirstKey(93, cle); p != 0; p = Magasin().QVNextKey(93, cle)) {
-    ASSERT_TRUE(Magasin().QVReadRec(FichierImmo, p, &rec));
-    vus.push_back(rec.Numero);
-    rec.PrixEuro = 10.0 * rec.Numero;
-    ASSERT_TRUE(Magasin().WriteImmobilisations(rec));
-    EXPECT_EQ(Magasin().GetFreeImmobilisationsID({}), 5u);
-  }
-  EXPECT_EQ(vus, (std::vector<u32>{1, 2, 3, 4}));
-  EXPECT_TRUE(Magasin().CloseImmobilisations(poignee));
-}
-
 TEST_F(Immobilisations, AmortissementsReels) {
   Amortissement rec{};
   rec.Numero = 3;

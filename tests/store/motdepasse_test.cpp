@@ -20,19 +20,6 @@ TEST(MotDePasse, ChaqueCaractereRevientAChaquePlace) {
   }
 }
 
-TEST(MotDePasse, LeBrouillageSuitLeGenerateur) {
-  const std::string brouille = BrouilleTexte("aa", 4, 1);
-  EXPECT_EQ(DebrouilleTexte(brouille, 4, 1), "AA  ");
-  EXPECT_EQ(DebrouilleTexte(brouille.substr(0, 1), 4, 1), "A   ");
-  EXPECT_EQ(DebrouilleTexte(brouille.substr(0, 1) + '\0' + "xx", 4, 1), "A   ");
-  EXPECT_NE(BrouilleTexte("AA", 4, 2), brouille);
-  // A character moves by 0 to 31, the same each time.
-  for (unsigned i = 0; i < 2; ++i) {
-    const int decalage = static_cast<unsigned char>(brouille[i]) - 'A';
-    EXPECT_TRUE(decalage >= 0 && decalage <= 31);
-  }
-}
-
 TEST(MotDePasse, TraverseLeFichierDeReglages) {
   test::DossierTemporaire dossier;
   SystemePosix systeme;
@@ -66,22 +53,6 @@ TEST(MotDePasse, ComparaisonSansCasseNiBlancs) {
     EXPECT_FALSE(MotDePasseDefini(vide));
     EXPECT_TRUE(MotDePasseJuste(vide, ""));
   }
-}
-
-TEST(MotDePasse, ProtegeLeCabinet) {
-  test::DossierTemporaire dossier;
-  OptionsQVAPI options;
-  options.dossierRegistre = options.dossierRegistreMachine = dossier.Chemin() + "/registre";
-  QVAPI magasin(options);
-  ASSERT_TRUE(magasin.QVOpenSession(1));
-  ASSERT_TRUE(magasin.QVOpenCompta(dossier.Chemin(), ""));
-  ASSERT_TRUE(magasin.Reglages().Ecrit("Activite", "Mot de Passe", MotDePasseBrouille("sésame"_w)));
-  ASSERT_TRUE(magasin.QVCloseSession());
-  ASSERT_TRUE(magasin.QVOpenSession(1));
-  EXPECT_TRUE(magasin.QVIsComptaPassword(dossier.Chemin()));
-  EXPECT_FALSE(magasin.QVOpenCompta(dossier.Chemin(), ""));
-  EXPECT_EQ(magasin.QVFileErrorCode(), ErrMotDePasse);
-  EXPECT_TRUE(magasin.QVOpenCompta(dossier.Chemin(), "SÉSAME"_w));
 }
 
 }  // namespace

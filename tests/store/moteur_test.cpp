@@ -117,19 +117,6 @@ TEST_P(MoteurTest, UneUniteDurableDitSesFichiers) {
   EXPECT_EQ(dits, (std::vector{deux, seul(FichierComptes)})) << "an operation is a unit of its own";
 }
 
-TEST_P(MoteurTest, UneUniteCouteUneSynchro) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme, 8 << 20);
-  ASSERT_TRUE(livres.Ouvre());
-  const u64 avant = livres.moteur.NbSynchros();
-  for (int i = 0; i < 50; ++i)
-    ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 0x07D30101, i + 1)));
-  EXPECT_EQ(livres.moteur.NbSynchros() - avant, 50u);
-  livres.moteur.DebutUnite();
-  livres.moteur.DebutUnite();
-  EXPECT_TRUE(livres.moteur.ValideUnite() && livres.moteur.ValideUnite());
-  EXPECT_EQ(livres.moteur.NbSynchros() - avant, 50u) << "an empty unit needs no sync";
-}
-
 TEST_P(MoteurTest, LeCurseurContinueApresDesChangements) {
   Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());

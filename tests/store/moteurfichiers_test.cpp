@@ -1,7 +1,5 @@
 // What the engine makes of the files that it finds: keys that nobody vouches for, damage, older files.
 
-#include <cerrno>
-#include <cstring>
 #include <random>
 
 #include "outils/systemefautif.h"

@@ -1,11 +1,9 @@
 #include "store/registre.h"
 
-#include <cerrno>
 #include <cstdlib>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
-#include "store/qvapi.h"
 
 namespace fenlor::test {
 namespace {
@@ -89,26 +87,6 @@ TEST_F(RegistreTest, TheFolderFollowsThePlatform) {
   EXPECT_EQ(lu("relatif", maison.c_str()), "1");
   EXPECT_EQ(lu(configuration.c_str(), "/inexistant"), "1");
   EXPECT_EQ(lu("/inexistant", maison.c_str()), std::nullopt);
-}
-
-TEST_F(RegistreTest, TheStoreReadsAndWritesIt) {
-  OptionsQVAPI options;
-  options.dossierRegistre = utilisateur;
-  options.dossierRegistreMachine = machine;
-  QVAPI magasin(options);
-  std::string texte = "reste";
-  EXPECT_FALSE(magasin.QVGetRegString("HKEY_CURRENT_USER", "software\\Orvelia\\QVUpdate\\Fenlor", "Options",
-                                      "Date", texte));
-  EXPECT_EQ(texte, "");
-  EXPECT_TRUE(magasin.QVSetRegString("HKEY_CURRENT_USER", "software\\Orvelia\\QVUpdate\\Fenlor", "Options",
-                                     "Date", "1"));
-  EXPECT_TRUE(magasin.QVGetRegString("HKEY_CURRENT_USER", "software\\Orvelia\\QVUpdate\\Fenlor", "Options",
-                                     "Date", texte));
-  EXPECT_EQ(texte, "1");
-  EXPECT_EQ(Ouvre().Lit(Registre::Utilisateur, std::string(Cle) + "\\Options", "Date"), "1");
-  EXPECT_TRUE(magasin.QVSetRegString("HKEY_LOCAL_MACHINE", "", "intl", "sDecimal", ","));
-  EXPECT_EQ(Ouvre().Lit(Registre::Machine, "intl", "sDecimal"), ",");
-  EXPECT_FALSE(magasin.QVSetRegString("HKEY_USERS", "", "intl", "sDecimal", "."));
 }
 
 }  // namespace

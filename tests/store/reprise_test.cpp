@@ -3,7 +3,6 @@
 
 #include <zlib.h>
 
-#include <cerrno>
 #include <cstring>
 
 #include "outils/cabinetdetest.h"

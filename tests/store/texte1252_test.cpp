@@ -14,14 +14,6 @@ TEST(Texte1252, EveryByteComesBack) {
   EXPECT_EQ(DepuisUtf8(utf8), tous);
 }
 
-TEST(Texte1252, LiteralsAreWindows1252) {
-  EXPECT_EQ("Préférences"_w,
-            "Pr\xE9"
-            "f\xE9rences");
-  EXPECT_EQ("1 234,50 €"_w, "1 234,50 \x80");
-  EXPECT_EQ("Œuvre – Šž"_w, "\x8Cuvre \x96 \x8A\x9E");
-}
-
 TEST(Texte1252, RefusesWhatItCannotHold) {
   const char* refuses[] = {
       "\xC3",              // cut

@@ -7,7 +7,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <fstream>
 #include <thread>
 
 #include "outils/cabinetdetest.h"

@@ -1,6 +1,5 @@
 
 #include <QCalendarWidget>
-#include <QListView>
 #include <QVBoxLayout>
 
 #include "core/erreurssaisie.h"

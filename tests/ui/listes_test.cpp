@@ -1,8 +1,6 @@
 
 #include <QHeaderView>
 #include <QImage>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPaintEvent>
 #include <QScrollBar>
@@ -10,7 +8,6 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <memory>
 #include <numeric>
 
 #include "outils/uidetest.h"

@@ -5,7 +5,6 @@
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
-#include <set>
 
 #include "core/erreurssaisie.h"
 #include "core/texte.h"

@@ -1,7 +1,5 @@
 #include "ui/positionfenetre.h"
 
-#include <QScreen>
-
 #include "core/texte.h"
 #include "outils/uidetest.h"
 

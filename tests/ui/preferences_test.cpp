@@ -1,7 +1,6 @@
 #include "ui/preferences.h"
 
 #include <QColorDialog>
-#include <QComboBox>
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>

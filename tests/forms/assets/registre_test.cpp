@@ -1,4 +1,3 @@
-#include <QHeaderView>
 #include <QScrollBar>
 #include <QWheelEvent>
 

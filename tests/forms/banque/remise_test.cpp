@@ -1,6 +1,6 @@
-#include "banque/remise.h"
-
 #include <QHeaderView>
+
+#include "banque/remise.h"
 
 #include "core/erreursexercice.h"
 #include "core/erreurssaisie.h"

@@ -1,8 +1,5 @@
-#include <QCheckBox>
-#include <QComboBox>
 #include <QListWidget>
 #include <QPlainTextEdit>
-#include <QRadioButton>
 
 #include "forms/garde/qvbwizard.h"
 #include "forms/garde/wizardrestauration.h"

@@ -1,4 +1,3 @@
-#include <QPushButton>
 
 #include "core/erreursexercice.h"
 #include "forms/garde/dialogclotureexercice.h"

@@ -1,4 +1,3 @@
-#include <QCheckBox>
 
 #include "core/cles.h"
 #include "forms/garde/dialogendofsession.h"

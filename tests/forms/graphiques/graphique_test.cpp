@@ -1,13 +1,7 @@
 // The criteria form of charts, the chart's window, its way to paper, files and clipboard.
-#include <gmock/gmock.h>
 
 #include <QAction>
-#include <QApplication>
-#include <QClipboard>
 #include <QFileDialog>
-#include <QImage>
-#include <QMimeData>
-#include <QTest>
 
 #include "forms/graphiques/dialoggraph.h"
 #include "forms/graphiques/dialogprintgraph.h"
@@ -15,14 +9,11 @@
 #include "forms/reports/etatdetest.h"
 #include "forms/reports/impressions.h"
 #include "forms/reports/previewview.h"
-#include "outils/verifieformulaire.h"
-#include "ui/texteqt.h"
 
 namespace fenlor::test {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
 
 class GraphiqueTest : public EtatsUiTest {
  protected:

@@ -87,14 +87,6 @@ TEST_F(VueJournal, LesTotauxSontCroises) {
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "") << "an empty list";
 }
 
-TEST_F(VueJournal, GrandsMontants) {
-  Recette(1234567890123.45);
-  const auto vue = Ouvre(JournalRecettes, "Toutes", true);
-  const auto& debit = Trouve<CEcrTotal>(*vue, "totalDebitEuro");
-  EXPECT_EQ(debit.text(), u"1234567890123,45 € "_s);
-  EXPECT_GE(debit.x(), vue->Liste().PlaceColonne(ChampJournal::DebitEuro).left()) << "it fits its column";
-}
-
 struct Etat {
   const char* ecrit;
   const char* compte;

@@ -145,26 +145,6 @@ TEST_F(FormesComptes, ChaqueListeALaSuppressionDeSaForme) {
   }
 }
 
-TEST_F(FormesComptes, ExerciceClosALireSeulement) {
-  CPlanComptableView vue(Ui);
-  Regle("2003", "Cloture", "31/12/2003");
-  Montre(vue);
-  Ouvre(vue, Modifier, "DialogPlanComptable", [&](QDialog& f) {
-    for (int compte = 0; compte < 3; ++compte) {
-      for (QLineEdit* champ : f.findChildren<QLineEdit*>())
-        EXPECT_TRUE(champ->isReadOnly() || !champ->isEnabled()) << champ->objectName().toStdString();
-      for (QComboBox* liste : f.findChildren<QComboBox*>()) EXPECT_FALSE(liste->isEnabled());
-      EXPECT_FALSE(Trouve<QCheckBox>(f, "banque").isEnabled());
-      EXPECT_FALSE(Trouve<QPushButton>(f, "ok").isVisible());
-      if (compte < 2) Clique(Bouton(f, u"&Suivant"_s));
-    }
-  });
-  EXPECT_EQ(vue.Table().LigneChoisie(), 2) << "moved, not written";
-  vue.Execute(Ajouter);
-  vue.Execute(Supprimer);
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3056, 3056}));
-}
-
 TEST_F(FormesComptes, ChampQuitteAvecUnDouble) {
   CDialogTresorerie forme(Ui, nullptr, 0);
   forme.show();

@@ -94,14 +94,5 @@ TEST_F(FormeFraisKm, Clavier) {
   EXPECT_EQ(Focus(f), "taux1");
 }
 
-TEST_F(FormeFraisKm, ExerciceCloture) {
-  Regle("2003", "Cloture", "31/12/2003");
-  CDialogFraisKm f(Ui);
-  Montre(f);
-  EXPECT_FALSE(Case(f, "ok").isEnabled() || Case(f, "supprimer").isEnabled());
-  Tape(Champ(f, "kms"), u"100"_s);
-  EXPECT_EQ(Montant(f), "") << "it is there to be read";
-}
-
 }  // namespace
 }  // namespace fenlor::test

@@ -3,7 +3,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
-#include <QTabBar>
 #include <QTabWidget>
 
 #include "core/btfiles.h"

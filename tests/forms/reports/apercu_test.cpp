@@ -6,8 +6,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPrinter>
-#include <QPushButton>
-#include <QRegularExpression>
 #include <csignal>
 
 #include "forms/reports/etatdetest.h"

@@ -2,10 +2,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <QFile>
 #include <QFontInfo>
-#include <QImage>
-#include <QPainter>
 #include <QRegularExpression>
 #include <csignal>
 

@@ -7,7 +7,6 @@
 #include "forms/session/dialognewexercice.h"
 #include "forms/session/dialogopenexercice.h"
 #include "forms/session/dialogpassword.h"
-#include "forms/session/sheetproperties.h"
 #include "outils/uidetest.h"
 #include "session/exercices.h"
 #include "session/textes.h"
@@ -233,23 +232,6 @@ TEST_F(FormesExercices, MotDePasse) {
   EXPECT_EQ(Magasin().NomExercice(), "");
 }
 
-TEST_F(FormesExercices, Selection) {
-  Exercices({"2002", "2003"});
-  CommandeSelectionExercice(Ui, "2002");
-  EXPECT_EQ(App().NomExercice, "2002");
-  EXPECT_EQ(App().PathExercice, App().PathCabinet + "/2002");
-  fs::remove_all(App().PathCabinet + "/2003");
-  CommandeSelectionExercice(Ui, "2003");
-  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3000});
-  EXPECT_EQ(App().NomExercice, "");
-  CommandeSelectionExercice(Ui, "2002");
-  CommandeSelectionExercice(Ui, "");
-  EXPECT_EQ(App().NomExercice + App().PathExercice, "");
-  EXPECT_EQ(App().ExerciceOuvert, 0u);
-  EXPECT_EQ(Cadre.Nombre("FermeToutes"), 4u);
-  EXPECT_EQ(Cadre.Nombre("MontreExercice"), 4u);
-}
-
 TEST_F(FormesExercices, Supprimer) {
   Exercices({"2003"});
   Exercices({"2004"});
@@ -295,33 +277,6 @@ TEST_F(FormesExercices, Combo) {
   FermeExercice(App());
   combo.Remplit(App());
   EXPECT_EQ(combo.currentIndex(), -1);
-}
-
-TEST_F(FormesExercices, Proprietes) {
-  Exercices({"2003"});
-  ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), "706", 20, "512"), 0u);
-  ASSERT_TRUE(Magasin().Reglages().Ecrit("2003", "Fin", "01/01/2003"));
-  ASSERT_TRUE(Magasin().Reglages().Ecrit("2003", "Cloture", "10/02/2004"));
-  ASSERT_TRUE(Magasin().Reglages().Ecrit("Activite", "Exercice", "2003"));
-  const u32 plan = Magasin().OpenPlan({});
-  const auto texte = [](QDialog& f, const char* nom) { return Trouve<QLabel>(f, nom).text(); };
-  Robot robot;
-  robot.Attend("SheetProperties", [&](QDialog& f) {
-    EXPECT_EQ(texte(f, "nom") + texte(f, "dossier"), u"20032003"_s);
-    EXPECT_EQ(Champ(f, "emplacement").toStdString(), App().PathCabinet);
-    EXPECT_EQ(texte(f, "debut") + texte(f, "fin"), u"01/01/200331/12/2003"_s);
-    EXPECT_EQ(texte(f, "tva") + texte(f, "euro") + texte(f, "cloture"), u"NonOui10/02/2004"_s);
-    EXPECT_EQ(texte(f, "journalRec"), QString::number(Magasin().GetJournalRec(0)));
-    EXPECT_EQ(texte(f, "journalOuvert") + texte(f, "comptesOuvert"), u"NonOui"_s);
-    EXPECT_EQ(texte(f, "banqueRec"), u"0"_s);
-    const u64 octets = Magasin().GetJournalSize(0) + Magasin().GetPlanSize(0) +
-                       Magasin().GetRubriquesSize(0) + Magasin().GetBanquesSize(0);
-    QString total = QString::number(static_cast<double>(octets) / 1024, 'f', 3);
-    EXPECT_EQ(texte(f, "total"), total.replace(u'.', u','));
-    Clique(Bouton(f, u"&Fermer"_s));
-  });
-  CSheetProperties(Ui).Execute();
-  Magasin().ClosePlan(plan);
 }
 
 }  // namespace
