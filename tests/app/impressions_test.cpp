@@ -1,42 +1,25 @@
 // Reports from their commands: the windows that print, the menu, and the preview beside them.
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
-
-#include "app/commandes.h"
-#include "app/fabriques.h"
-#include "app/gestioncommandes.h"
-#include "app/mainframe.h"
 #include "forms/reports/impressions.h"
+#include "app/commandes.h"
+#include "app/programmedetest.h"
 #include "forms/reports/previewview.h"
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
-#include "ui/dialogueqt.h"
 #include "ui/vue.h"
 
 namespace fenlor::test {
 namespace {
 
-class ImpressionsTest : public CabinetMedical {
+class ImpressionsTest : public ProgrammeDeTest {
  protected:
   void SetUp() override {
     Installe();
     Enregistre(Ecriture(JournalRecettes, "706", 50));
-    App().ExerciceOuvert = 1;
     Regle("Préférences"_w, "Prévisualisation"_w, "Oui");
-    Principal = std::make_unique<CMainFrame>(App(), Dialogues);
-    PoseFabriques(*Principal);
-    Principal->resize(1000, 700);
-    Principal->show();
-    Principal->MontreExercice();
+    Montre();
   }
-  void TearDown() override { Principal.reset(); }
   bool Peut(unsigned numero) { return Principal->Table().Action(numero)->isEnabled(); }
   CFrameWndPrint* Etat() { return Principal->Table().Etats().Dernier(); }
   CZNPreviewView* Apercu() { return Etat() ? Etat()->Apercu() : nullptr; }
-
-  DialogueQt Dialogues;
-  std::unique_ptr<CMainFrame> Principal;
 };
 
 TEST_F(ImpressionsTest, LesFenetresSImpriment) {

@@ -1,40 +1,25 @@
 // What stands behind an open form is left alone: keys that were typed before the form came, menus, closing.
 
 #include <QFileDialog>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QTimer>
 
-#include "app/fabriques.h"
-#include "app/gestioncommandes.h"
-#include "app/mainframe.h"
+#include "app/programmedetest.h"
 #include "forms/journal/ecritures.h"
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
-#include "ui/dialogueqt.h"
 #include "ui/vue.h"
 
 namespace fenlor::test {
 namespace {
 
-class ModalesTest : public CabinetMedical {
+class ModalesTest : public ProgrammeDeTest {
  protected:
   void SetUp() override {
     Installe();
     Enregistre(Ecriture(JournalRecettes, "706", 50));
-    App().ExerciceOuvert = 1;
-    Principal = std::make_unique<CMainFrame>(App(), Dialogues);
-    PoseFabriques(*Principal);
-    Principal->resize(1000, 700);
-    Principal->show();
-    Principal->AppliqueRaccourcis();
-    Principal->MontreExercice();
+    Montre();
     Principal->OuvreUnique(FenRecettes);
     Principal->activateWindow();
     QApplication::processEvents();
   }
-  void TearDown() override { Principal.reset(); }
-  int Ouvertes() const { return static_cast<int>(Principal->Zone().subWindowList().size()); }
   /// Opens a form by its key and types another right behind, while the window still has the keyboard.
   void Rafale(Qt::Key ouvre, QKeyCombination suite) {
     QWindow* fenetre = Principal->windowHandle();
@@ -44,9 +29,6 @@ class ModalesTest : public CabinetMedical {
     Frappe(fenetre, suite);
     for (int i = 0; i < 20; ++i) QApplication::processEvents();
   }
-
-  DialogueQt Dialogues;
-  std::unique_ptr<CMainFrame> Principal;
 };
 
 TEST_F(ModalesTest, ToutCeQuiPrendLeFocusSAnnonce) {

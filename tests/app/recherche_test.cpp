@@ -1,16 +1,11 @@
 // The find box over the whole program, by keyboard alone; its keys are counted.
 
-#include "app/fabriques.h"
-#include "app/gestioncommandes.h"
-#include "app/mainframe.h"
+#include "app/programmedetest.h"
 #include "core/texte.h"
 #include "forms/journal/ecritureview.h"
 #include "forms/journal/ecrlist.h"
 #include "forms/recherche/dialogrecherche.h"
-#include "journal/cabinetmedical.h"
-#include "outils/uidetest.h"
 #include "ui/cznlistview.h"
-#include "ui/dialogueqt.h"
 
 namespace fenlor::test {
 
@@ -18,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class BoiteRecherche : public CabinetMedical {
+class BoiteRecherche : public ProgrammeDeTest {
  protected:
   void SetUp() override {
     Installe();
@@ -30,15 +25,9 @@ class BoiteRecherche : public CabinetMedical {
       ecriture.libelle = DepuisUtf8(libelle).value();
       m_mouvements.push_back(Enregistre(ecriture));
     }
-    Principal = std::make_unique<CMainFrame>(App(), Dialogues);
-    App().ExerciceOuvert = 1;
-    PoseFabriques(*Principal);
-    Principal->AppliqueRaccourcis();
-    Principal->show();
-    Principal->MontreExercice();
+    Montre();
     ASSERT_TRUE(QTest::qWaitForWindowActive(Principal.get()));
   }
-  void TearDown() override { Principal.reset(); }
 
   /// Ctrl+K, the text, keys downwards, Enter: how many keys that was.
   int Cherche(const QString& texte, int bas = 0) {
@@ -67,8 +56,6 @@ class BoiteRecherche : public CabinetMedical {
     return qobject_cast<CEcritureView*>(Principal->VueActive());
   }
 
-  DialogueQt Dialogues;
-  std::unique_ptr<CMainFrame> Principal;
   std::vector<u32> m_mouvements;
   QString m_reste;  ///< what the box says when nothing was chosen in it
 };

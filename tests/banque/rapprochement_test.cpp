@@ -254,11 +254,7 @@ TEST_F(Rapprochement, UneEcritureNaitDeSonOperation) {
 }
 
 TEST_F(Rapprochement, LesSoldesSontCeuxDeLaBanque) {
-  CPlan plan(App(), App().PathExercice);
-  PoseTexte(plan.Rec->Compte, Long("512"));
-  ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-  plan.Rec->SoldeInitialEuro = -100;  // 100 € on the account
-  ASSERT_TRUE(plan.Update());
+  ChangeCompte("512", [](Plan& rec) { rec.SoldeInitialEuro = -100; });  // 100 € on the account
   Ajoute(Fiche(Jour(10), 30.1, 1));
   Recette(Jour(10), 30.1);
   Automatique();

@@ -57,6 +57,16 @@ SaisieEcriture CabinetMedical::Ecriture(i16 journal, std::string_view compte, f6
   return saisie;
 }
 
+SaisieEcriture CabinetMedical::Multiple(i16 journal, std::string_view compte,
+                                        std::vector<std::pair<const char*, f64>> tresoreries, Date date) {
+  f64 ttc = 0;
+  for (const auto& [numero, montant] : tresoreries) ttc += montant;
+  SaisieEcriture saisie = Ecriture(journal, compte, ttc, {}, date);
+  saisie.genre = GenreStandard;
+  for (const auto& [numero, montant] : tresoreries) saisie.tresoreries.push_back({Long(numero), montant});
+  return saisie;
+}
+
 SaisieOD CabinetMedical::OD(std::vector<LigneODSaisie> lignes, Date date) {
   SaisieOD saisie;
   saisie.date = date;

@@ -25,6 +25,10 @@ class CabinetMedical : public CabinetDeTest {
   /// A valid receipt or expense as its form would hold it.
   SaisieEcriture Ecriture(i16 journal, std::string_view compte, f64 ttc, std::string_view tresorerie = "512",
                           Date date = FaitDate(15, 3, 2003));
+  /// One that several treasury accounts share.
+  SaisieEcriture Multiple(i16 journal, std::string_view compte,
+                          std::vector<std::pair<const char*, f64>> tresoreries,
+                          Date date = FaitDate(15, 3, 2003));
   /// Saves it as `Faite`.
   Refus Essaie(const SaisieEcriture& saisie) { return EnregistreEcriture(App(), saisie, Faite = {}); }
   Refus Essaie(const SaisieOD& saisie) { return EnregistreOD(App(), saisie, Faite = {}); }

@@ -13,10 +13,7 @@ class CommandesTest : public CabinetMedical {
   }
   void FaitEcritures() {
     m_simple = Enregistre(Ecriture(JournalRecettes, "706", 120));
-    SaisieEcriture standard = Ecriture(JournalDepenses, "6132", 80);
-    standard.genre = GenreStandard;
-    standard.tresoreries = {{Long("512"), 50}, {Long("531"), 30}};
-    m_standard = Enregistre(standard);
+    m_standard = Enregistre(Multiple(JournalDepenses, "6132", {{"512", 50}, {"531", 30}}));
     m_od = EnregistreLesLignes({{"512", {}, 10, 0}, {"706", {}, 0, 10}});
     ASSERT_TRUE(m_simple && m_standard && m_od);
   }

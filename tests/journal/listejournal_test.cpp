@@ -54,10 +54,7 @@ class ListeJournal : public CabinetMedical {
     ASSERT_TRUE(Magasin().UpdateMouvements(App().PathExercice, mouvement, entete));
   }
   u32 Fractionnee(f64 banque, f64 caisse) {
-    SaisieEcriture saisie = Ecriture(JournalRecettes, "706", banque + caisse);
-    saisie.genre = GenreStandard;
-    saisie.tresoreries = {{Long("512"), banque}, {Long("531"), caisse}};
-    return Enregistre(saisie);
+    return Enregistre(Multiple(JournalRecettes, "706", {{"512", banque}, {"531", caisse}}));
   }
   /// "libelle|tresorerie|euro|flags|rubrique|compte|designation" of each row.
   std::vector<std::string> Rangees(u32 mouvement, bool comptable, std::string_view filtre = {}) {
@@ -163,14 +160,7 @@ TEST_F(ListeJournal, UneEcritureQuitteLaListe) {
   PoseTexte(rubrique.criteres.RubriqueDe, "01");
   PoseTexte(rubrique.criteres.RubriqueA, "99");
   const auto poseRubrique = [&](const char* code) {
-    CPlan plan(App(), App().PathExercice);
-    PoseTexte(plan.Rec->Compte, Long("706"));
-    ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-    const Plan lu = *plan.Rec;
-    ASSERT_TRUE(plan.Delete(plan.GetPos()));
-    *plan.Rec = lu;
-    PoseTexte(plan.Rec->Rubrique, code);
-    ASSERT_TRUE(plan.Add());
+    ChangeCompte("706", [code](Plan& rec) { PoseTexte(rec.Rubrique, code); });
   };
   poseRubrique("02 ");
   const Cas cas[] = {

@@ -335,11 +335,7 @@ TEST_F(ComptesTest, Suppression) {
     EXPECT_EQ(Enregistre(PlanComptable, fiche), ErrCompteUtiliseChange) << compte;
   }
   // A personal share alone protects nothing.
-  CPlan plan(App(), App().PathExercice);
-  PoseTexte(plan.Rec->Compte, Long("6154"));
-  ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-  plan.Rec->PersoEuro = 5;
-  ASSERT_TRUE(plan.Update());
+  ChangeCompte("6154", [](Plan& rec) { rec.PersoEuro = 5; });
   Boite.Reponses.push_back(RepOui);
   EXPECT_EQ(Supprime(RecettesDepenses, "6154"), 0u);
 }

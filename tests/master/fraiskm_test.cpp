@@ -38,11 +38,7 @@ class FraisKm : public DisqueDeTest, public test::CabinetMedical {
   bool Supprimees = false;
   /// The account counts in a heading that the one with the variable adds up.
   void MetDansLaRubrique(std::string_view compte) {
-    CPlan plan(App(), App().PathExercice);
-    PoseTexte(plan.Rec->Compte, test::Long(compte));
-    ASSERT_TRUE(plan.OpenFile() && plan.Find(0) && plan.Delete(plan.GetPos()));
-    PoseTexte(plan.Rec->Rubrique, NormaliseRubrique("23A"));
-    ASSERT_TRUE(plan.Add());
+    ChangeCompte(compte, [](Plan& rec) { PoseTexte(rec.Rubrique, NormaliseRubrique("23A")); });
   }
 };
 

@@ -13,14 +13,7 @@ class RubriquesDeTest : public CabinetMedical {
 
  protected:
   void Affecte(const std::string& compte, const std::string& code) {
-    CPlan plan(App(), App().PathExercice);
-    PoseTexte(plan.Rec->Compte, Long(compte));
-    ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-    const Plan avant = *plan.Rec;
-    ASSERT_TRUE(plan.Delete(plan.GetPos()));
-    *plan.Rec = avant;
-    PoseTexte(plan.Rec->Rubrique, NormaliseRubrique(code));
-    ASSERT_TRUE(plan.Add());
+    ChangeCompte(compte, [&](Plan& rec) { PoseTexte(rec.Rubrique, NormaliseRubrique(code)); });
   }
   static FicheRubrique Fiche(const std::string& code, const std::string& formule = {},
                              const std::string& ligne = {}) {

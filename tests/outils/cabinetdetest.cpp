@@ -172,6 +172,14 @@ bool CabinetDeTest::PoseCompte(std::string_view compte, i16 type, std::string_vi
   return plan.OpenFile() && plan.Add();
 }
 
+void CabinetDeTest::ChangeCompte(std::string_view compte, const std::function<void(Plan&)>& change) {
+  CPlan plan(*m_app, m_app->PathExercice);
+  Plan rec = LitCompte(compte);
+  change(rec);
+  *plan.Rec = rec;
+  ASSERT_TRUE(plan.OpenFile() && plan.Add()) << compte;
+}
+
 std::vector<Line> CabinetDeTest::Lignes(u32 mouvement) {
   std::vector<Line> lignes;
   for (const Position position : m_magasin->LignesMouvement(m_app->PathExercice, mouvement)) {

@@ -115,6 +115,8 @@ class CabinetDeTest : public ::testing::Test {
   /// Puts an account into the chart, replacing one of the same number.
   bool PoseCompte(std::string_view compte, i16 type, std::string_view code = {},
                   std::string_view designation = {}, i16 typeTresorerie = 0);
+  /// Changes an account of the chart behind the rules' back, with its keys.
+  void ChangeCompte(std::string_view compte, const std::function<void(Plan&)>& change);
   /// Lines of an entry in order of `Rang`.
   std::vector<Line> Lignes(u32 mouvement);
   /// A receipt or expense ready to be saved: amount in Euro, converted into Franc.

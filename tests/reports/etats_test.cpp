@@ -131,14 +131,11 @@ TEST_F(EtatsTest, ClassesUpToFiveMakeTheBalanceSheet) {
 
 TEST_F(EtatsTest, TheSideOfABalanceIsThatOfTheFranc) {
   Installe(AffichageLivre::Euro, false);
-  CPlan plan(App(), {});
-  ASSERT_TRUE(plan.OpenFile());
-  PoseTexte(plan.Rec->Compte, Long("706"));
-  ASSERT_TRUE(plan.Find(0));
-  plan.Rec->DebitFranc = plan.Rec->CreditFranc = 100;
-  plan.Rec->DebitEuro = 15.24;
-  plan.Rec->CreditEuro = 15.25;
-  ASSERT_TRUE(plan.Update());
+  ChangeCompte("706", [](Plan& rec) {
+    rec.DebitFranc = rec.CreditFranc = 100;
+    rec.DebitEuro = 15.24;
+    rec.CreditEuro = 15.25;
+  });
   CEtatBalanceDoc etat(App(), Demandeur);
   ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
   EXPECT_NE(TexteEtat(etat).find(

@@ -273,12 +273,7 @@ TEST_F(GrandsLivres, LongAndOddLabels) {
   const std::string texte = Texte<CEtatDetailDoc>();
   EXPECT_EQ(LignesAvec(texte, longue).size(), 1u + 1u);
   EXPECT_EQ(LignesAvec(texte, "\\\\P\\\\F\\\\H100%s").size(), 2u);
-  CPlan plan(App(), {});
-  ASSERT_TRUE(plan.OpenFile());
-  PoseTexte(plan.Rec->Compte, "5120000000");
-  ASSERT_TRUE(plan.Find(0));
-  PoseTexte(plan.Rec->Designation, "Banque \\H");
-  ASSERT_TRUE(plan.Delete(plan.GetPos()) && plan.Add());
+  ChangeCompte("512", [](Plan& rec) { PoseTexte(rec.Designation, "Banque \\H"); });
   EXPECT_THAT(Texte<CEtatGrandLivreDoc>(), testing::HasSubstr("512 Banque \\\\H"));
 }
 

@@ -25,16 +25,6 @@ class Listes : public PetitLivre {
     for (const char* nom : {"comptes-recettes", "comptes-depenses", "plan-comptable", "tresorerie"})
       Verifie(nom, "liste-" + std::string(nom) + "-" + monnaie);
   }
-  void ChangeCompte(const char* compte, const std::function<void(Plan&)>& change) {
-    CPlan plan(App(), App().PathExercice);
-    PoseTexte(plan.Rec->Compte, QVAPI::GetLongCompte(compte));
-    ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-    Plan nouveau = *plan.Rec;
-    change(nouveau);
-    ASSERT_TRUE(plan.Delete(plan.GetPos()));
-    *plan.Rec = nouveau;
-    ASSERT_TRUE(plan.Add());
-  }
 };
 
 TEST_F(Listes, EnFranc) {

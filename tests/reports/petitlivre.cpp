@@ -78,17 +78,11 @@ void PetitLivre::Installe(AffichageLivre affichage, bool ecritures) {
 
   const u32 plan = Magasin().OpenPlan({}), journal = Magasin().OpenJournal({});
   QVAPI::Unite unite(Magasin());
-  Plan banque = LitCompte("512");
-  const auto [franc, euro] = DansLesDeuxMonnaies(m_euro, -1000);
-  banque.SoldeInitialFranc = franc;
-  banque.SoldeInitialEuro = euro;
-  CPlan comptes(App(), {});
-  ASSERT_TRUE(comptes.OpenFile());
-  PoseTexte(comptes.Rec->Compte, "5120000000");
-  ASSERT_TRUE(comptes.Find(0));
-  *comptes.Rec = banque;
-  ASSERT_TRUE(comptes.Update());
-  comptes.CloseFile();
+  ChangeCompte("512", [this](Plan& banque) {
+    const auto [franc, euro] = DansLesDeuxMonnaies(m_euro, -1000);
+    banque.SoldeInitialFranc = franc;
+    banque.SoldeInitialEuro = euro;
+  });
 
   const u32 premiere = Ajoute(JournalRecettes, Le(10, 1), "706", 500, 0, 0, "512", "Consultations");
   const u32 seconde = Ajoute(JournalRecettes, Le(24, 1), "707", 119.60, 19.60, 0, "512", "Certificats A\\B");

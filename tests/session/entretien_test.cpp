@@ -164,11 +164,7 @@ TEST_F(EntretienTest, CommandeRecalcul) {
   ASSERT_NE(0u, Enregistre(Ecriture(JournalRecettes, "706", 10)));
   ASSERT_NE(0u, Enregistre(Ecriture(JournalDepenses, "6063", 119.60)));
   ASSERT_NE(0u, EnregistreLesLignes({{"512", {}, 10, 0}, {"706", {}, 0, 10}}));
-  Plan faux = LitCompte("706");
-  faux.CreditEuro = 999;
-  CPlan plan(App(), App().PathExercice);
-  *plan.Rec = faux;
-  ASSERT_TRUE(plan.OpenFile() && plan.Add());
+  ChangeCompte("706", [](Plan& rec) { rec.CreditEuro = 999; });
 
   Statistiques s{};
   EXPECT_EQ(unsigned{QuestionRecalcul}, CommandeRecalcul(App(), s).numero);

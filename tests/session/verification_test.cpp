@@ -30,13 +30,6 @@ class VerificationTest : public CabinetMedical {
     change(ligne);
     ASSERT_TRUE(Magasin().WriteJournal(ligne));
   }
-  void ForceCompte(std::string_view compte, const std::function<void(Plan&)>& change) {
-    CPlan plan(App(), App().PathExercice);
-    PoseTexte(plan.Rec->Compte, Long(compte));
-    ASSERT_TRUE(plan.OpenFile() && plan.Find(0));
-    change(*plan.Rec);
-    ASSERT_TRUE(plan.Add());
-  }
 };
 
 TEST_F(VerificationTest, DesLivresJustesNeDisentRien) {
@@ -176,11 +169,11 @@ TEST_F(VerificationTest, DesTotauxFaux) {
   };
   for (const Cas& c : cas) {
     const Plan juste = LitCompte(c.compte);
-    ForceCompte(c.compte, [&c](Plan& plan) {
+    ChangeCompte(c.compte, [&c](Plan& plan) {
       std::memcpy(reinterpret_cast<char*>(&plan) + c.champ, &c.valeur, sizeof c.valeur);
     });
     EXPECT_EQ(Phrases{c.constat}, Verifie());
-    ForceCompte(c.compte, [&juste](Plan& plan) { plan = juste; });
+    ChangeCompte(c.compte, [&juste](Plan& plan) { plan = juste; });
   }
   EXPECT_EQ(Phrases{}, Verifie());
 }

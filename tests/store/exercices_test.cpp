@@ -72,20 +72,17 @@ TEST_F(Exercices, LeSuivantReprendLesComptesEtLesSoldes) {
   ASSERT_TRUE(CreeExercice("2002", true));
   ASSERT_TRUE(Magasin().Reglages().Ecrit("2002", "AFFICHERDOUBLE", "Oui"));
   ASSERT_TRUE(PoseCompte("7067", Recette, "MIEN", "A moi"));
-  Plan banque = LitCompte("512");
-  banque.SoldeInitialFranc = -655.96;
-  banque.SoldeInitialEuro = -100;
-  u32 poignee = Magasin().OpenPlan({});
-  Plan cherchee = banque;
-  ASSERT_TRUE(Magasin().QVWriteRec(FichierComptes, Magasin().ReadPlan(cherchee, 0), &banque));
-  ASSERT_TRUE(Magasin().ClosePlan(poignee));
+  ChangeCompte("512", [](Plan& rec) {
+    rec.SoldeInitialFranc = -655.96;
+    rec.SoldeInitialEuro = -100;
+  });
   ASSERT_NE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2002), "706", 30.10, "512"), 0u);
   ASSERT_NE(AjouteSimple(JournalDepenses, FaitDate(4, 2, 2002), "6064", 10.20, "512"), 0u);
   test::EcritFichier(Chemin("2002", "TEXTES.dat"), "@Texte\r\nMes libellés\r\n");
   const Plan avant = LitCompte("512");
 
   // Made while the other one stays open, its files held by a caller.
-  poignee = Magasin().OpenPlan({});
+  const u32 poignee = Magasin().OpenPlan({});
   ASSERT_TRUE(Magasin().QVCreateExercice("2003", Jan(2003), Dec(2003), true, false));
   EXPECT_EQ(Magasin().NomExercice(), "2002");
   Plan encore = avant;

@@ -7,25 +7,6 @@
 namespace fenlor::test {
 namespace {
 
-/// Rows of a journal window, without the window.
-class Rangees : public ListeEcritures {
- public:
-  explicit Rangees(std::vector<u32> entrees, int choisie = 0)
-      : m_entrees(std::move(entrees)), m_choisie(choisie) {}
-  int GetEcrCount() const override { return static_cast<int>(m_entrees.size()); }
-  int GetEcrSel() const override { return m_choisie; }
-  u32 GetEcrId(int ligne) const override {
-    return ligne >= 0 && ligne < GetEcrCount() ? m_entrees[static_cast<std::size_t>(ligne)] : 0;
-  }
-  void SelectPrev() override { m_choisie = std::max(m_choisie - 1, 0); }
-  void SelectNext() override { m_choisie = std::min(m_choisie + 1, GetEcrCount() - 1); }
-  void RefreshJournal() override {}
-
- private:
-  std::vector<u32> m_entrees;
-  int m_choisie;
-};
-
 // ------------------------------------------------------------------ One new entry
 
 TEST_F(FormeEcriture, NouvelleRecette) {
@@ -242,10 +223,7 @@ TEST_F(FormeEcriture, ValideeOuLieePuisLiberee) {
 }
 
 TEST_F(FormeEcriture, ExerciceClos) {
-  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100);
-  saisie.genre = GenreStandard;
-  saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 40}};
-  const u32 m = Enregistre(saisie);
+  const u32 m = Enregistre(Multiple(JournalRecettes, "706", {{"512", 60}, {"531", 40}}));
   Regle("2003", "Cloture", "31/01/2004");
   auto f = Montre(Ouverture(JournalRecettes, m));
   for (const char* nom : {"jour", "code", "libelle", "ttc", "euro", "simplifiee", "ok"})
@@ -344,10 +322,8 @@ TEST_F(FormeEcriture, MarquesDUneEcritureStandard) {
        {Cas{JournalRecettes, {"512", "514"}, true}, Cas{JournalRecettes, {"512", "531"}, false},
         Cas{JournalDepenses, {"512", "514"}, true}}) {
     const bool recette = c.journal == JournalRecettes;
-    SaisieEcriture saisie = Ecriture(c.journal, recette ? "706" : "6132", 100);
-    saisie.genre = GenreStandard;
-    saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 30}, {Long("514"), 10}};
-    const u32 m = Enregistre(saisie);
+    const u32 m =
+        Enregistre(Multiple(c.journal, recette ? "706" : "6132", {{"512", 60}, {"531", 30}, {"514", 10}}));
     ChangeLignes(m, [&](Line& l) {
       for (const char* compte : c.rapprochees)
         if (LitTexte(l.Compte) == Long(compte)) l.Rapprochee = l.Remise = 1;
@@ -360,10 +336,7 @@ TEST_F(FormeEcriture, MarquesDUneEcritureStandard) {
 
 TEST_F(FormeEcriture, Voisins) {
   const u32 simple = Enregistre(Ecriture(JournalRecettes, "706", 100));
-  SaisieEcriture saisie = Ecriture(JournalRecettes, "7065", 50);
-  saisie.genre = GenreStandard;
-  saisie.tresoreries = {{Long("512"), 20}, {Long("531"), 30}};
-  const u32 standard = Enregistre(saisie);
+  const u32 standard = Enregistre(Multiple(JournalRecettes, "7065", {{"512", 20}, {"531", 30}}));
   SaisieOD od = OD({{"512", "", 5, 0}, {"531", "", 0, 5}});
   od.journal = JournalRecettes;
   ASSERT_FALSE(Essaie(od));

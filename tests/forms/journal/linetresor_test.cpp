@@ -82,10 +82,8 @@ TEST_F(FormeEcriture, UnFiltreNeChangePasDeLigne) {
 }
 
 TEST_F(FormeEcriture, SupprimeToutesLesLignesChoisies) {
-  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100);
-  saisie.genre = GenreStandard;
-  saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 30}, {Long("514"), 10}};
-  auto f = Montre(Ouverture(JournalRecettes, Enregistre(saisie)));
+  auto f = Montre(Ouverture(JournalRecettes, Enregistre(Multiple(JournalRecettes, "706",
+                                                                 {{"512", 60}, {"531", 30}, {"514", 10}}))));
   QWidget& liste = *Champ(*f, "lignes");
   Va(liste);
   QTest::keyClick(&liste, Qt::Key_Down, Qt::ShiftModifier);
@@ -114,10 +112,8 @@ TEST_F(FormeEcriture, LignesNegativesDUnRemboursement) {
 
 TEST_F(FormeEcriture, LaMonnaieGardeLesChiffresDesLignes) {
   Prepare("2001");
-  SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 100, "512", FaitDate(15, 3, 2001));
-  saisie.genre = GenreStandard;
-  saisie.tresoreries = {{Long("512"), 60}, {Long("531"), 40}};
-  const u32 m = Enregistre(saisie);
+  const u32 m =
+      Enregistre(Multiple(JournalRecettes, "706", {{"512", 60}, {"531", 40}}, FaitDate(15, 3, 2001)));
   auto f = Montre(Ouverture(JournalRecettes, m));
   Choisit(*f, "franc");
   EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|60,00 ; CA|Caisse||40,00"_s);

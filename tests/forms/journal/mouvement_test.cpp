@@ -13,25 +13,12 @@ namespace {
 using Nombres = std::vector<unsigned>;
 using Textes = std::vector<std::string>;
 
-/// A journal of opérations diverses as the form walks it.
-class Vue : public ListeEcritures {
- public:
-  std::vector<u32> ecritures;
-  int choisie = 0;
-  int GetEcrCount() const override { return static_cast<int>(ecritures.size()); }
-  int GetEcrSel() const override { return choisie; }
-  u32 GetEcrId(int ligne) const override { return ecritures.at(static_cast<std::size_t>(ligne)); }
-  void SelectPrev() override { choisie = std::max(choisie - 1, 0); }
-  void SelectNext() override { choisie = std::min(choisie + 1, GetEcrCount() - 1); }
-  void RefreshJournal() override {}
-};
-
 LigneODSaisie Debit(const char* compte, f64 montant) { return {compte, {}, montant, 0}; }
 LigneODSaisie Credit(const char* compte, f64 montant) { return {compte, {}, 0, montant}; }
 
 class FormeOD : public FormesJournal {
  protected:
-  Vue Journal;
+  Rangees Journal;
 
   OuvertureEcriture Nouvelle() { return {JournalOD, FaitDate(15, 3, 2003), {}, 0, false, nullptr}; }
   OuvertureEcriture Existante(u32 mouvement) {

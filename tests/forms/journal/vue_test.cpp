@@ -16,10 +16,8 @@ class VueJournal : public VueDeTest {};
 TEST_F(VueJournal, UneLigneParEcriture) {
   const u32 pointee = Recette(119.6, 3);
   ASSERT_FALSE(PointeEcriture(App(), pointee));
-  SaisieEcriture multiple = Ecriture(JournalRecettes, "7065", 100, {}, FaitDate(4, 3, 2003));
-  multiple.genre = GenreStandard;
-  multiple.tresoreries = {{test::Long("512"), 70, PaiementCheque}, {test::Long("514"), 30, PaiementCheque}};
-  ASSERT_NE(Enregistre(multiple), 0u);
+  ASSERT_NE(Enregistre(Multiple(JournalRecettes, "7065", {{"512", 70}, {"514", 30}}, FaitDate(4, 3, 2003))),
+            0u);
   Recette(7, 2, 4);
   Depense(8);
   const auto vue = Ouvre();
