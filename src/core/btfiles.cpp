@@ -45,16 +45,19 @@ CBTFiles::~CBTFiles() {
 std::string CBTFiles::Chemin(const char* extension) const { return Joint(Path, Nom + "." + extension); }
 
 Position CBTFiles::FirstKey(u32 indice) {
+  assert(indice <= DerniereCle);
   std::string cle;
   return m_app.Magasin.QVFirstKey(static_cast<u16>(NumCle + indice), cle);
 }
 
 Position CBTFiles::BrowseKey(u32 indice) {
+  assert(indice <= DerniereCle);
   std::string cle = MakeKey(indice);
   return m_app.Magasin.QVBrowseKey(static_cast<u16>(NumCle + indice), cle);
 }
 
 Position CBTFiles::NextKey(u32 indice) {
+  assert(indice <= DerniereCle);
   std::string cle;
   return m_app.Magasin.QVNextKey(static_cast<u16>(NumCle + indice), cle);
 }
@@ -156,6 +159,7 @@ void CBTFiles::CloseFile() {
 }
 
 bool CBTFiles::DelKeys(fenlor::Position position) {
+  assert(position != 0);
   bool toutes = true;
   for (u32 i = 0; i <= DerniereCle; ++i) {
     if (m_app.Magasin.QVDelDupKey(static_cast<u16>(NumCle + i), MakeKey(i), position)) continue;
@@ -166,6 +170,7 @@ bool CBTFiles::DelKeys(fenlor::Position position) {
 }
 
 bool CBTFiles::AddKeys(fenlor::Position position) {
+  assert(position != 0);
   bool toutes = true;
   for (u32 i = 0; i <= DerniereCle; ++i) {
     if (m_app.Magasin.QVAddKey(static_cast<u16>(NumCle + i), MakeKey(i), position)) continue;

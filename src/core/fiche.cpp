@@ -49,6 +49,7 @@ i64 LitEntier(const Champ& champ, const u8* place) {
     case 2:
       return champ.type == TypeChamp::EntierU16 ? i64{LitBrut<u16>(place)} : i64{LitBrut<i16>(place)};
     default:
+      assert(champ.taille == 4);
       return champ.type == TypeChamp::Entier32 ? i64{LitBrut<i32>(place)} : i64{LitBrut<u32>(place)};
   }
 }
@@ -60,6 +61,7 @@ void PoseEntier(const Champ& champ, u8* place, i64 valeur) {
     case 2:
       return PoseBrut(place, static_cast<u16>(valeur));
     default:
+      assert(champ.taille == 4);
       return PoseBrut(place, static_cast<u32>(valeur));
   }
 }
@@ -131,6 +133,7 @@ class Passage {
 
   void PoseTexteDe(u8* place, const std::string& texte) const {
     const std::string pose = m_champ.genre == GenreChamp::Compte ? QVAPI::GetLongCompte(texte) : texte;
+    assert(m_stocke->taille > 1);
     std::memset(place, 0, m_stocke->taille);
     std::memcpy(place, pose.data(), std::min<std::size_t>(pose.size(), m_stocke->taille - 1u));
   }
@@ -190,6 +193,7 @@ Refus RemplaceEnregistrement(CFenlorApp& app, CBTFiles& fichier, Position& posit
   if (!fichier.Delete(position) || !fichier.Add()) return EchecFichier();
   if (!unite.Valide()) return app.EchecMagasin();
   position = fichier.GetPos();
+  assert(position != 0);
   return {};
 }
 

@@ -70,6 +70,7 @@ bool LecteurRecs::Lit(u32 emplacements, const std::function<void(Position, const
   assert(m_prochaine >= 1);
   if (m_erreur != 0) return false;
   const u32 pas = m_entete.Pas();
+  assert(pas > 0);
   const Position fin =
       static_cast<Position>(std::min<u64>(u64{m_prochaine} + emplacements, u64{m_nombre} + 1));
   while (m_prochaine < fin) {

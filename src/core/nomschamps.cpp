@@ -1,9 +1,13 @@
 #include "core/nomschamps.h"
+
+#include <cassert>
+
 #include "core/textes.h"
 
 namespace fenlor {
 
 std::string NomChamp(std::string_view champ) {
+  assert(!champ.empty());
   constexpr struct {
     std::string_view champ;
     TexteFixe nom;

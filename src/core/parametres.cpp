@@ -1,5 +1,7 @@
 #include "core/parametres.h"
 
+#include <cassert>
+
 #include "core/cles.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
@@ -14,6 +16,7 @@ constexpr Date limiteFrancDefaut = FaitDate(18, 2, 2002);
 }  // namespace
 
 std::string Parametres::LitIni(const std::string& section, const std::string& cle) const {
+  assert(!section.empty() && !cle.empty());
   return DecodeRetours(m_magasin.Reglages().Lit(section, cle));
 }
 
@@ -23,6 +26,7 @@ std::string Parametres::LitIniExercice(const std::string& exercice, const std::s
 }
 
 bool Parametres::EcritIni(const std::string& section, const std::string& cle, const std::string& valeur) {
+  assert(!section.empty() && !cle.empty());
   return m_magasin.Reglages().Ecrit(section, cle, EncodeRetours(valeur));
 }
 

@@ -28,6 +28,7 @@ bool Copie(QVAPI& magasin, const std::string& de, const std::string& vers) {
 /// Whether the slots have sums, where no header says so: one that is right is no accident, and without
 /// any a file of whole records is one of the form before. False: the disk did not answer.
 bool ChercheSommes(QVAPI& magasin, int fichier, u32 taille, bool& sommes) {
+  assert(fichier >= 0 && taille > 0);
   const i64 debut = QVAPI::QVGetFirstRecPos(static_cast<u16>(taille)),
             fin = magasin.QVSeekFile(fichier, 0, 2);
   std::vector<u8> rec(taille + TailleSomme);
@@ -52,6 +53,7 @@ bool CBTFiles::EstOuvertPhysique() {
 }
 
 bool CBTFiles::Recopie(int ancien, bool avecSommes, const Filtre& filtre, RapportReindex& rapport) {
+  assert(ancien >= 0);
   QVAPI& magasin = m_app.Magasin;
   const u32 pas = static_cast<u32>(TailleRec) + (avecSommes ? TailleSomme : 0);
   const i64 debut = QVAPI::QVGetFirstRecPos(static_cast<u16>(TailleRec));

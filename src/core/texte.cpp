@@ -10,6 +10,7 @@ namespace {
 
 /// Length of the conversion that begins behind a "%" at `debut`, 0 when none does.
 std::size_t TailleConversion(const std::string& format, std::size_t debut) {
+  assert(debut <= format.size());
   std::size_t i = debut;
   if (i < format.size() && format[i] == 'l') ++i;
   if (i >= format.size()) return 0;

@@ -26,6 +26,7 @@ std::string SurUneLigne(const std::string& texte) {
 }
 
 int RefuseUsage(std::ostream& erreurs, const std::string& faute) {
+  assert(!faute.empty());
   erreurs << "fenlorctl : " << faute << "\nVoir fenlorctl --help, ou fenlorctl COMMANDE --help." << std::endl;
   return StatutUsage;
 }
@@ -182,6 +183,7 @@ int Contexte::Refuse(const Refus& regle, u32 ligne) {
   }
   Oublie();
   std::string reste = refus.texte;
+  assert(refus.numero != 0);
   std::string message = "Erreur " + std::to_string(refus.numero);
   if (ligne != 0) {
     message += ", ligne " + std::to_string(ligne);

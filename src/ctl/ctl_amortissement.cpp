@@ -1,3 +1,5 @@
+#include <cassert>
+
 #include "assets/amortissements.h"
 #include "core/btfiles.h"
 #include "ctl/commandes.h"
@@ -31,6 +33,7 @@ class Echeancier : public CCalculAmortissements {
 
   bool OnAnnuite(u32 annee, u32, f64 theoriqueFranc, f64 theoriqueEuro, f64 reelFranc,
                  f64 reelEuro) override {
+    assert(Lignes.empty() || annee > Lignes.back().annee);
     m_franc += reelFranc;
     m_euro += reelEuro;
     Lignes.push_back({annee, Arrondi2(theoriqueFranc), Arrondi2(theoriqueEuro), Arrondi2(reelFranc),
@@ -69,6 +72,7 @@ class CommandeEcheancier {
       : m_contexte(contexte), m_options(options), m_date(GetDate(options.au)) {}
 
   int Execute() {
+    assert(!m_options.numero || m_options.fichier == "-");
     if (m_date == 0 && !m_contexte.OuvreExercice()) return StatutRefuse;
     return m_options.numero ? DuFichier(*m_options.numero) : DesLignes();
   }

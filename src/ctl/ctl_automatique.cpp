@@ -1,5 +1,6 @@
 // Automatic entries and their due dates.
 #include <algorithm>
+#include <cassert>
 
 #include "auto/echeances.h"
 #include "auto/modeleauto.h"
@@ -33,6 +34,7 @@ class OrdresAuto {
       : m_contexte(contexte), m_app(contexte.App), m_options(options) {}
 
   int Execute() {
+    assert(!m_options.action.empty() && m_options.action != "lister");
     if (!m_contexte.OuvreExercice()) return StatutRefuse;
     m_contexte.Dialogue.Ordonne({QuestionSupprimeAuto});
     LivresOuverts livres;
@@ -61,6 +63,7 @@ class OrdresAuto {
     if (!Lit(champs, fiche) || !LitMontants(champs, fiche) || !champs.RienDautre()) return refus;
     if (Refus refuse = EnregistreAuto(m_app, fiche)) return refuse;
     numero = fiche.position;
+    assert(numero != 0);
     return {};
   }
 
@@ -142,6 +145,7 @@ LigneJson LigneEcheance(std::size_t rang, u32 numero, Date date) {
 Refus Rangs(const OptionsEcheances& options, std::size_t nombre, std::vector<std::size_t>& rangs) {
   for (std::size_t i = 0; options.toutes && i < nombre; ++i) rangs.push_back(i);
   for (const u32 numero : options.confirmer) {
+    assert(numero > 0);
     if (numero > nombre) return Refus(ErrEcheanceAbsente, "", {std::to_string(numero)});
     if (std::find(rangs.begin(), rangs.end(), numero - 1) == rangs.end()) rangs.push_back(numero - 1);
   }
@@ -191,6 +195,7 @@ int Echeances(Contexte& contexte, const OptionsEcheances& options) {
     return statut;
   }
   for (const std::size_t rang : rangs) {
+    assert(rang < annoncees.size());
     BilanEcheances une;
     if (const Refus refus = ConfirmeEcheances(contexte.App, annoncees, {rang}, une))
       return contexte.Refuse(refus);

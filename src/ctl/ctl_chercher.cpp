@@ -1,3 +1,5 @@
+#include <cassert>
+
 #include "core/texte.h"
 #include "ctl/commandes.h"
 #include "ctl/json.h"
@@ -18,6 +20,7 @@ struct OptionsChercher {
 
 std::string Ligne(const Trouvaille& t) {
   LigneJson objet;
+  assert(t.note > 0 && t.note <= 100);
   const bool ecriture = t.sorte == SorteTrouvaille::Ecriture;
   objet.Texte("Sorte", ecriture ? "Ecriture" : t.sorte == SorteTrouvaille::Compte ? "Compte" : "Rubrique");
   objet.Texte("Exercice", t.exercice).Entier("Note", t.note);

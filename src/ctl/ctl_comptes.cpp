@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
@@ -33,7 +34,10 @@ class VerbeCompte : public VerbeFiche {
   }
 
  private:
-  FormeCompte Forme() const { return FormeDe(*m_liste); }
+  FormeCompte Forme() const {
+    assert(m_liste);
+    return FormeDe(*m_liste);
+  }
 
   bool Trouve(const std::string& numero) override {
     PoseTexte(m_plan.Rec->Compte, QVAPI::GetLongCompte(numero));
@@ -43,7 +47,10 @@ class VerbeCompte : public VerbeFiche {
     return TypeDe(*m_liste) < 0 || TypeDe(*m_liste) == m_fiche.type ||
            m_contexte.Invalide("forme", "ce compte est d'un autre type."_w);
   }
-  void Commence() override { m_fiche.type = std::max<i16>(TypeDe(*m_liste), 0); }
+  void Commence() override {
+    assert(m_liste);
+    m_fiche.type = std::max<i16>(TypeDe(*m_liste), 0);
+  }
   bool Remplit() override {
     if (!PoseOptions()) return false;
     if (Forme() == FormeCompte::Tresorerie && m_fiche.position == 0 && !m_options.Donne("compte"))

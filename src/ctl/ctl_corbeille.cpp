@@ -1,4 +1,6 @@
 // corbeille: what was deleted of an exercice, and back.
+#include <cassert>
+
 #include "ctl/commandes.h"
 #include "ctl/json.h"
 #include "journal/corbeille.h"
@@ -18,6 +20,7 @@ int Liste(Contexte& c) {
   std::vector<Suppression> suppressions;
   if (const Refus refus = LitCorbeille(c.App, suppressions)) return c.Refuse(refus);
   for (const Suppression& s : suppressions) {
+    assert(!s.lignes.empty());
     const Line& ligne = s.lignes.front();
     if (!c.Ecrit(LigneJson()
                      .Entier("numero", s.numero)

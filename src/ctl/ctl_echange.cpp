@@ -30,6 +30,7 @@ struct OptionsImporter {
 using Suite = std::function<bool(const void* rec)>;
 
 bool ParcoursCle(Contexte& contexte, const DefinitionFichier& definition, u32 cle, const Suite& suite) {
+  assert(cle < definition.nbCles && suite);
   QVAPI& magasin = contexte.Magasin;
   std::vector<u8> rec(definition.taille);
   const u16 numCle = static_cast<u16>(definition.premiereCle + cle);
@@ -73,6 +74,7 @@ class Ajouteur {
         return magasin.WriteEcrituresAuto(automatique, m_ouverture.Poignee());
       }
       default:
+        assert(m_fichier);
         m_fichier->ClearRec();
         std::memcpy(m_fichier->GetRec(), rec, m_definition.taille);
         return m_fichier->Add();
@@ -131,6 +133,7 @@ Refus ControleCle(u16 numFichier, const void* rec) {
 }
 
 int Exporte(Contexte& contexte, const OptionsExporter& options) {
+  assert(DefinitionNom(options.nom));
   const DefinitionFichier& definition = *DefinitionNom(options.nom);
   if (!definition.duCabinet && !contexte.OuvreExercice()) return StatutRefuse;
   const Ouverture ouverture(contexte.Magasin, definition.numero);
@@ -154,6 +157,7 @@ int Exporte(Contexte& contexte, const OptionsExporter& options) {
 }
 
 int Importe(Contexte& contexte, const OptionsImporter& options) {
+  assert(DefinitionNom(options.nom));
   const DefinitionFichier& definition = *DefinitionNom(options.nom);
   LecteurLignes lignes(contexte.Entree, options.source);
   if (!lignes.Ouvert()) return contexte.RefuseOuverture(options.source);

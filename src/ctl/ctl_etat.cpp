@@ -1,3 +1,4 @@
+#include <cassert>
 #include <memory>
 #include <utility>
 
@@ -77,6 +78,7 @@ std::string Faute(const OptionsEtat& o) {
 
 /// What the journal report is told before it is built. False: told.
 bool PoseDemande(Contexte& contexte, const OptionsEtat& options, CEtatJournalDoc& etat) {
+  assert(options.Journal() && options.journal && options.criteres.mois);
   OptionsJournal journal;
   journal.journal = *options.journal;
   journal.mois = *options.criteres.mois;
@@ -91,6 +93,7 @@ bool PoseDemande(Contexte& contexte, const OptionsEtat& options, CEtatJournalDoc
 }
 
 bool Donne(Contexte& contexte, const OptionsEtat& options, CEtatComptable& etat) {
+  assert(options.marquage + options.texte + options.pdf.has_value() == 1);
   if (options.marquage) return EcritMarquage(contexte, etat);
   if (options.texte) return EcritRuns(contexte, etat);
   if (*options.pdf == "-")
@@ -106,6 +109,7 @@ int Execute(Contexte& contexte, const OptionsEtat& options) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
   DemandeurOptions demandeur(contexte, options.criteres);
   if (!options.Journal() && !demandeur.Prepare()) return StatutRefuse;
+  assert(TrouveEtat(std::string_view(options.nom)));
   const DefinitionEtat& definition = *TrouveEtat(std::string_view(options.nom));
   const std::unique_ptr<CEtatComptable> etat = definition.fabrique(contexte.App, demandeur);
   if (options.style)

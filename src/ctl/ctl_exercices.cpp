@@ -1,3 +1,5 @@
+#include <cassert>
+
 #include "core/cles.h"
 #include "core/textes.h"
 #include "ctl/commandes.h"
@@ -21,6 +23,7 @@ struct OptionsCreer {
 /// The form's values from the command line. What is not asked for is that of the
 /// last exercice, else Franc, and Euro for a period that ends after the change.
 FormulaireExercice Formulaire(CFenlorApp& app, const std::string& nom, const OptionsCreer& options) {
+  assert(options.debut.empty() == options.fin.empty() && !(options.euro && options.franc));
   FormulaireExercice f = NouvelExercice(app);
   const std::string dernier = app.Magasin.GetLastExercice();
   const Date debut = GetDate(options.debut), fin = GetDate(options.fin);
@@ -50,6 +53,7 @@ int Cree(Contexte& contexte, const OptionsCreer& options) {
   CFenlorApp& app = contexte.App;
   const std::string& utf8 = contexte.Globales.exercice;
   const std::string nom = DepuisUtf8(utf8).value_or(utf8);
+  assert(!nom.empty());
   const FormulaireExercice f = Formulaire(app, nom, options);
   if (const Refus refus = CreeExercice(app, f)) return contexte.Refuse(refus);
   if (contexte.Globales.json)

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
@@ -29,6 +30,7 @@ class CommandeFiche {
       : m_contexte(contexte), m_app(contexte.App), m_options(options), m_fiche(LitFraisKm(m_app)) {}
 
   int Execute() {
+    assert(!m_options.action.empty());
     if (m_options.action == "afficher") return Affiche();
     return m_options.action == "enregistrer" ? Enregistre() : Supprime();
   }
@@ -36,6 +38,7 @@ class CommandeFiche {
  private:
   int Enregistre() {
     const OptionsFraisKm& o = m_options;
+    assert(!o.distance || (!o.ancien && !o.dernier));
     const auto pose = [](std::string& texte, const std::optional<std::string>& valeur) {
       if (!valeur) return;
       texte = *valeur;

@@ -1,6 +1,7 @@
 // sauvegarder, restaurer, sauvegardes: the books in one file and back.
 #include <termios.h>
 #include <unistd.h>
+#include <cassert>
 
 #include <cstdlib>
 #include <iostream>
@@ -216,6 +217,7 @@ int MontreSceau(Contexte& c) {
   ExamenSceau examen;
   if (const Refus refus = ExamineSceau(c.App, examen)) return c.Refuse(refus);
   const char* const etats[] = {"absent", "intact", "rompu", "rompu"};
+  assert(static_cast<std::size_t>(examen.etat) < std::size(etats));
   const char* etat = etats[static_cast<std::size_t>(examen.etat)];
   for (const std::string& constat : examen.constats) c.Avertit(constat);
   const std::string ligne = c.Globales.json

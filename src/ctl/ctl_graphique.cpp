@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <memory>
 
@@ -74,6 +75,7 @@ int EcritPoints(Contexte& contexte, const SerieGraphique& serie) {
 
 int EcritImage(Contexte& contexte, const OptionsGraphique& o, const SerieGraphique& serie,
                GenreGraphique genre) {
+  assert(o.svg.has_value() != o.pdf.has_value());
   if (o.svg) {
     const PlaceGraphique place = PlaceEcran(LargeurSvg, HauteurSvg, PoliceSvg);
     const std::string svg =
@@ -104,6 +106,7 @@ int Execute(Contexte& contexte, const OptionsGraphique& o) {
   if (const Refus refus = FaitSerieGraphique(contexte.App, demande, serie)) return contexte.Refuse(refus);
   if (o.texte) return EcritPoints(contexte, serie);
   const auto genre = std::find(std::begin(Genres), std::end(Genres), o.genre) - std::begin(Genres);
+  assert(genre < NbGenresGraphique);
   return EcritImage(contexte, o, serie, static_cast<GenreGraphique>(genre));
 }
 

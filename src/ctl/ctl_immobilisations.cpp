@@ -1,3 +1,5 @@
+#include <cassert>
+
 #include "assets/amortissements.h"
 #include "assets/textes.h"
 #include "core/valeurs.h"
@@ -53,6 +55,7 @@ class VerbeImmobilisation {
     for (const auto& a : actions)
       if (a.action == m_options.action)
         if (const Refus refus = (this->*a.fait)(objet, fiche)) return refus;
+    assert(fiche.rec.Numero != 0);
     reponse.Entier("Numero", fiche.rec.Numero);
     return {};
   }

@@ -16,6 +16,7 @@ namespace {
 
 /// UTF-8.
 std::string NomJournal(i16 journal) {
+  assert(journal >= JournalRecettes && journal <= JournalOD);
   if (journal == JournalRecettes) return "Recettes";
   return journal == JournalDepenses ? "Dépenses" : "Opérations diverses";
 }

@@ -1,3 +1,5 @@
+#include <cassert>
+
 #include "banque/rapprochement.h"
 #include "banque/textes.h"
 #include "core/valeurs.h"
@@ -70,6 +72,7 @@ int Rapprochement::Execute() {
   if (action == "lister") return Liste();
   if (action == "supprimer") return Supprime();
   if (action == "manuel") return Manuel();
+  assert(action == "solde" || action == "automatique");
   return action == "solde" ? Solde() : Automatique();
 }
 
@@ -118,6 +121,7 @@ bool Rapprochement::ListeCompte(const Plan& plan) {
   for (const OperationLue& operation : LitOperations(m_app, compte)) {
     std::string champs;
     AjouteEnregistrement(champs, ChampsDe("Banque"), &operation.rec);
+    assert(champs.starts_with('{'));
     const std::string position = std::to_string(operation.position);
     if (!m_contexte.Ecrit(R"({"Genre":"operation","Position":)" + position + ',' + champs.substr(1)))
       return false;
@@ -152,6 +156,7 @@ int Rapprochement::Supprime() {
 
 /// The lines that were named, and those of the entries that were, on the operation's account.
 int Rapprochement::Manuel() {
+  assert(m_options.operation != 0 && !(m_options.lignes.empty() && m_options.mouvements.empty()));
   OperationLue operation;
   if (const Refus refus = LitOperation(m_app, m_options.operation, operation))
     return m_contexte.Refuse(refus);

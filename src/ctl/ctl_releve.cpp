@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 #include "banque/importreleve.h"
@@ -33,6 +34,7 @@ std::string CompteDuCode(CFenlorApp& app, const std::string& texte) {
 
 FormatReleve FormatNomme(const std::string& mot) {
   const auto* trouve = std::find(std::begin(MotsFormatReleve), std::end(MotsFormatReleve), mot);
+  assert(trouve != std::end(MotsFormatReleve));
   return static_cast<FormatReleve>(trouve - std::begin(MotsFormatReleve));
 }
 
@@ -89,6 +91,7 @@ class CommandeReleve {
       return true;
     }
     if (ligne.sort != SortOperation::Nouvelle && !m_options.essai) return true;
+    assert(static_cast<std::size_t>(ligne.sort) < std::size(PhrasesSort));
     const OperationBanque& o = ligne.operation;
     const std::string montant = FormatMontant(DeCentimes(o.sens ? o.centimes : -o.centimes), 2);
     return m_contexte.Ecrit(StrDate(o.date) + "  " + montant + ' ' + o.monnaie + "  " + VersUtf8(o.libelle) +
@@ -97,6 +100,7 @@ class CommandeReleve {
 
   static std::string EnJson(const LigneApercu& ligne) {
     LigneJson json;
+    assert(static_cast<std::size_t>(ligne.sort) < std::size(MotsSort));
     json.Texte("sort", MotsSort[static_cast<std::size_t>(ligne.sort)]).Entier("rang", ligne.rang);
     if (ligne.sort == SortOperation::Illisible) return json.Texte("raison", ligne.raison).Fin();
     const OperationBanque& o = ligne.operation;
@@ -111,6 +115,7 @@ class CommandeReleve {
   }
 
   std::string TotalJson() const {
+    assert(static_cast<std::size_t>(m_apercu.format) < std::size(MotsFormatReleve));
     LigneJson json;
     json.Texte("format", MotsFormatReleve[static_cast<std::size_t>(m_apercu.format)])
         .Texte("numero", m_apercu.numero)

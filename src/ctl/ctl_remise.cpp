@@ -1,3 +1,4 @@
+#include <cassert>
 #include <utility>
 
 #include "banque/remise.h"
@@ -53,6 +54,7 @@ bool Choisit(Contexte& contexte, const OptionsRemise& options, EtatRemise etat, 
 int Execute(Contexte& contexte, const OptionsRemise& options) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
   const bool liste = options.action == "lister", remet = options.action == "remettre";
+  assert(liste || remet || options.action == "retirer");
   CriteresRemise criteres;
   std::vector<Cheque> cheques;
   const EtatRemise etat = liste ? EtatRemise::Tous : remet ? EtatRemise::NonRemis : EtatRemise::Remis;

@@ -88,6 +88,7 @@ int ValideLot(Contexte& contexte, const OptionsValider& options) {
   demande.euro = EnEuro(contexte, options.monnaie);
   demande.du = options.du.empty() ? app.Reglages.GetDebutExercice() : GetDate(options.du);
   demande.au = options.au.empty() ? app.Reglages.GetFinExercice() : GetDate(options.au);
+  assert(options.mouvements.empty());
   BilanLot r;
   if (const Refus refus = TraiteBrouillard(app, demande, r)) return contexte.Refuse(refus);
   return contexte.Donne(contexte.Globales.json
@@ -154,6 +155,7 @@ int Renumerote(Contexte& contexte, const OptionsRenumeroter& options) {
 int Deplace(Contexte& contexte, const OptionsDeplacer& options) {
   if (!contexte.OuvreExercice()) return StatutRefuse;
   // As in the window: the first entry decides whether anything is moved at all.
+  assert(!options.mouvements.empty() && options.mois >= 1 && options.mois <= 12);
   unsigned avant = 0;
   if (const Refus refus = ControleDeplacement(contexte.App, options.mouvements.front(), avant))
     return contexte.Refuse(refus);

@@ -1,6 +1,7 @@
 #include "ctl/demandecriteres.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "banque/textes.h"
 #include "core/erreurssaisie.h"
@@ -177,6 +178,7 @@ bool DemandeurOptions::PoseRemise(CriteresRemise& criteres, EtatRemise etat) {
 }
 
 bool DemandeurOptions::PoseCompte(unsigned comptes, std::string& compte) {
+  assert(comptes != 0 && (comptes & ~unsigned{MasqueTous}) == 0);
   if (!m_options.compte || *m_options.compte == "tous") {
     compte = TousLesComptes;
     if (comptes & MasqueAutres) return true;

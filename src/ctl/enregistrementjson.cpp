@@ -24,6 +24,7 @@ T LitValeur(const u8* place) {
 template <class T>
 Refus PoseEntier(const Json& valeur, const Champ& champ, u8* place) {
   constexpr i64 minimum = std::numeric_limits<T>::min(), maximum = std::numeric_limits<T>::max();
+  assert(champ.taille == sizeof(T));
   const auto entier = EntierJson(valeur, minimum, maximum);
   if (!entier) return RefusChamp(champ.nom, raison::EntierAttendu(minimum, maximum));
   const T nombre = static_cast<T>(*entier);
@@ -37,6 +38,7 @@ Refus PoseTexteChamp(const Json& valeur, const Champ& champ, u8* place) {
   if (!texte) return RefusChamp(champ.nom, raison::CaractereImpossible());
   if (texte->find('\0') != std::string::npos)
     return RefusChamp(champ.nom, "le caractère nul est interdit."_w);
+  assert(champ.taille > 1);
   const std::size_t maximum = champ.taille - 1u;
   if (texte->size() > maximum) return Refus(ErrTexteTropLong, "", {champ.nom, std::to_string(maximum)});
   if (champ.type == TypeChamp::Compte) texte = QVAPI::GetLongCompte(*texte);
@@ -56,6 +58,7 @@ Refus PoseDate(const Json& valeur, const Champ& champ, u8* place) {
 Refus PoseMontant(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_number()) return RefusChamp(champ.nom, raison::NombreAttendu());
   const f64 montant = valeur.get<f64>();
+  assert(champ.taille == sizeof montant);
   std::memcpy(place, &montant, sizeof montant);
   return {};
 }

@@ -256,6 +256,7 @@ bool LecteurChamps::Liste(const char* nom, const Json*& valeur) {
 
 bool LecteurChamps::RienDautre() {
   if (m_refus) return false;
+  assert(m_trouves <= m_noms.size() && m_trouves <= m_objet.size());
   if (m_trouves == m_objet.size()) return true;
   for (const auto& [cle, valeur] : m_objet.items()) {
     bool connu = false;
@@ -317,6 +318,7 @@ void AjouteEntierJson(std::string& sortie, i64 nombre) {
 
 void LigneJson::Nom(const char* nom) {
   assert(nom && *nom);
+  assert(!m_texte.empty());  // not yet ended
   if (m_texte.size() > 1) m_texte.push_back(',');
   m_texte += '"';
   m_texte += nom;
@@ -367,6 +369,7 @@ LigneJson& LigneJson::Objets(const char* nom, const std::vector<LigneJson>& obje
 }
 
 std::string LigneJson::Fin() {
+  assert(!m_texte.empty());
   m_texte += "}\n";
   return std::move(m_texte);
 }

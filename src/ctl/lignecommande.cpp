@@ -75,6 +75,7 @@ std::string TexteVersion() {
 
 Commande& Commande::Option(const std::string& nom, CibleOption cible, const FormeOption& forme,
                            const std::string& description) {
+  assert(!nom.empty() && m_app);
   m_option = &AjouteOption(*m_app, nom, cible, forme, description);
   return *this;
 }
@@ -104,6 +105,7 @@ Commande Commande::Action(const std::string& nom, const std::string& description
 }
 
 Commande& Commande::Controle(Faute faute) {
+  assert(faute);
   m_reglage->faute = [avant = std::move(m_reglage->faute),
                       faute = std::move(faute)](const OptionsGlobales& globales) {
     std::string texte = avant ? avant(globales) : std::string();
@@ -159,6 +161,7 @@ Commande LigneCommande::Ajoute(const std::string& nom, const std::string& descri
   CLI::App& app = AjouteMot(*m_app, nom, description, "Commandes");
   Commande::Reglage& reglage = m_commandes.emplace_back();
   reglage.action = std::move(action);
+  assert(reglage.action);
   app.callback([this, &reglage] { m_choisie = &reglage; });
   return {app, reglage};
 }

@@ -70,6 +70,7 @@ FormeOption FormeNumeros() { return {"N...", FormeNumero().faute}; }
 
 FormeOption FormeChiffres(const std::string& texte, std::size_t minimum, std::size_t maximum,
                           const std::string& refus) {
+  assert(minimum <= maximum);
   return Forme(texte, refus, [minimum, maximum](const std::string& valeur) {
     return valeur.size() >= minimum && valeur.size() <= maximum && QueDesChiffres(valeur);
   });

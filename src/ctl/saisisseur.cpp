@@ -77,6 +77,7 @@ Refus Saisisseur::Execute(const DemandeSaisie& demande, EcritureFaite& faite) {
 }
 
 Refus Saisisseur::Enregistre(const DemandeSaisie& demande, EcritureFaite& faite) {
+  assert(m_fichierComptes && m_fichierJournal);
   const bool nouvelle = demande.mouvement == 0;
   SaisieEcriture saisie;
   if (nouvelle) {

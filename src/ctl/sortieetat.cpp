@@ -103,6 +103,7 @@ std::string TexteDePage(bool json, const std::vector<ElementPage>& elements, i32
   assert(interligne > 0);
   std::string texte;
   for (const ElementPage& e : elements) {
+    assert(interligne > 0);
     const i32 ligne = e.cadre.haut / interligne + 1;
     if (json)
       texte += ElementJson(e, ligne);

@@ -146,6 +146,7 @@ bool VerbeFiche::Pose(const ChampFiche& champ, const std::string& mot) {
   }
   const std::optional<std::string>& valeur = m_options.valeurs.at(mot);
   assert(champ.genre != GenreChamp::Choix || !champ.mots.empty());
+  assert(valeur);
   if (auto* const* texte = std::get_if<std::string*>(&place))
     return PoseOption(m_contexte, mot.c_str(), valeur, **texte);
   if (auto* const* montant = std::get_if<f64*>(&place)) **montant = TexteVersMontant(*valeur);

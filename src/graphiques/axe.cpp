@@ -16,6 +16,7 @@ constexpr char blancDur = '\xA0';
 constexpr f64 tolerance = 1e-9;  ///< of a quotient that should be whole
 
 f64 PasRond(f64 brut) {
+  assert(std::isfinite(brut) && brut > 0);
   if (brut <= cent) return cent;
   const f64 puissance = std::pow(10, std::floor(std::log10(brut) + tolerance));
   for (const f64 facteur : {1.0, 2.0, 5.0})
@@ -40,6 +41,7 @@ EchelleAxe FaitEchelle(f64 minimum, f64 maximum, unsigned intervalles) {
 }
 
 std::string TexteGraduation(f64 valeur, f64 pas, bool euro) {
+  assert(pas > 0 && std::isfinite(valeur));
   const int decimales = pas < 1 - tolerance ? 2 : 0;
   std::string texte = valeur == 0 ? "0" : FormatMontant(valeur, decimales);
   const std::size_t debut = texte.front() == '-' ? 1 : 0;

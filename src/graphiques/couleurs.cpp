@@ -32,6 +32,7 @@ Rvb Teinte(const ThemeGraphique& theme, u8 teinte) {
     case TeinteParoi:
       return Melange(theme.fond, theme.texte, 0.06);
     default:
+      assert(teinte >= TeinteSerie);
       return CouleursSerie[static_cast<std::size_t>(teinte - TeinteSerie) % CouleursSerie.size()];
   }
 }

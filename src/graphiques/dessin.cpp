@@ -30,11 +30,13 @@ GenreGraphique GenreRetenu(const CFenlorApp& app) {
 }
 
 bool RetientGenre(CFenlorApp& app, GenreGraphique genre) {
+  assert(static_cast<int>(genre) >= 0 && static_cast<int>(genre) < NbGenresGraphique);
   return app.Reglages.EcritIni(Texte(SecPreferences), Texte(CleGenreGraphique),
                                std::to_string(static_cast<int>(genre)));
 }
 
 PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte, f64 hauteurTitre) {
+  assert(largeur >= 0 && hauteur >= 0 && hauteurTexte > 0 && hauteurTitre > 0);
   const f64 bande = std::min(BandeTitre * hauteurTitre, hauteur / 4);
   const CadreForme reste{0, bande, largeur, std::max(bande, hauteur)};
   return {{0, 0, largeur, bande},
@@ -45,6 +47,7 @@ PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte, f64 hauteu
 
 PlaceGraphique PlaceFeuille(f64 largeur, f64 hauteur, TaillePapier taille) {
   PlaceGraphique place;
+  assert(largeur > 0 && hauteur > 0);
   const f64 bande = hauteur * PartTitre, reste = hauteur - bande;
   place.titre = {0, 0, largeur, bande};
   place.hauteurTitre = bande * PartPolice;
@@ -61,6 +64,7 @@ PlaceGraphique PlaceFeuille(f64 largeur, f64 hauteur, TaillePapier taille) {
 
 DessinGraphique DessineGraphique(const SerieGraphique& serie, GenreGraphique genre,
                                  const PlaceGraphique& place, const MesureTexte& mesure) {
+  assert(place.hauteurTexte > 0);
   DessinGraphique dessin;
   Dessinateur d(serie, place, mesure, dessin);
   d.Titre();

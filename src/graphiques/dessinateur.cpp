@@ -21,6 +21,7 @@ constexpr f64 EcartBas = 1.25;             // of the font: to the middle of the 
 constexpr f64 PlanMinimal = 0.45;          // of the chart, or its texts are left out
 
 f64 AireSignee(const std::vector<PointForme>& face) {
+  assert(face.size() >= 3);
   f64 aire = 0;
   for (std::size_t i = 0, j = face.size() - 1; i < face.size(); j = i++)
     aire += face[j].x * face[i].y - face[i].x * face[j].y;
@@ -42,6 +43,7 @@ Dessinateur::Dessinateur(const SerieGraphique& serie, const PlaceGraphique& plac
     : m_serie(serie), m_place(place), m_mesure(mesure), m_dessin(dessin), m_plan(place.graphique) {}
 
 f64 Dessinateur::Valeur(std::size_t i) const {
+  assert(i < Nombre());
   const f64 valeur = m_serie.points[i].valeur;
   return std::isfinite(valeur) ? valeur : 0;
 }
@@ -54,6 +56,7 @@ bool Dessinateur::ToutNul() const {
 
 void Dessinateur::Polygone(std::vector<PointForme> points, Encre encre, int point, bool bord) {
   assert(points.size() >= 3);
+  assert(point >= -1 && point < static_cast<int>(Nombre()));
   Forme forme;
   forme.points = std::move(points);
   forme.encre = encre;
@@ -65,6 +68,7 @@ void Dessinateur::Polygone(std::vector<PointForme> points, Encre encre, int poin
 
 void Dessinateur::Trace(PointForme a, PointForme b, Encre encre, f64 epaisseur) {
   Forme forme;
+  assert(epaisseur > 0);
   forme.sorte = SorteForme::Ligne;
   forme.points = {a, b};
   forme.encre = encre;
@@ -92,10 +96,12 @@ void Dessinateur::Annonce(const std::string& texte) {
 }
 
 void Dessinateur::Zone(CadreForme cadre, std::size_t point) {
+  assert(point < Nombre());
   m_dessin.zones.push_back({cadre, static_cast<int>(point)});
 }
 
 std::string Dessinateur::Coupe(const std::string& texte, f64 largeur, f64 hauteur, bool gras) const {
+  assert(hauteur > 0);
   constexpr f64 jeu = 1 + 1e-9;  // a font made to fit does
   if (m_mesure.Largeur(texte, hauteur, gras) <= largeur * jeu) return texte;
   std::string coupe = texte;
@@ -169,6 +175,7 @@ Repere::Repere(Dessinateur& dessin, Sens sens, f64 profondeur, f64 recul)
 }
 
 void Repere::PlaceProfondeur() {
+  assert(m_part >= 0 && m_recul >= 0);
   const CadreForme& cadre = m_d.Cadre();
   const f64 longueur = Vertical() ? cadre.Largeur() : cadre.Hauteur();
   const f64 recul = std::min(m_part * longueur / static_cast<f64>(m_d.Nombre()),
@@ -244,11 +251,13 @@ void Repere::PlaceLibelles() {
 }
 
 f64 Repere::Valeur(f64 valeur) const {
+  assert(m_echelle.premier < m_echelle.dernier && m_echelle.pas > 0);
   const f64 part = (valeur - m_echelle.Minimum()) / (m_echelle.Maximum() - m_echelle.Minimum());
   return Vertical() ? m_plan.bas - part * m_plan.Hauteur() : m_plan.gauche + part * m_plan.Largeur();
 }
 
 f64 Repere::Milieu(std::size_t i) const {
+  assert(i < m_d.Nombre());
   return (Vertical() ? m_plan.gauche : m_plan.haut) + (static_cast<f64>(i) + 0.5) * m_case;
 }
 
@@ -257,6 +266,7 @@ PointForme Repere::Place(f64 travers, f64 valeur) const {
 }
 
 std::vector<PointForme> Repere::Barre(std::size_t i, f64 part) const {
+  assert(part > 0 && part <= 1);
   const f64 demi = part * m_case / 2, milieu = Milieu(i), valeur = m_d.Valeur(i);
   return {Place(milieu - demi, 0), Place(milieu - demi, valeur), Place(milieu + demi, valeur),
           Place(milieu + demi, 0)};
@@ -278,6 +288,7 @@ void Repere::DessineParois() {
 }
 
 void Repere::DessineValeurs() {
+  assert(m_graduationSur > 0);
   for (i64 rang = m_echelle.premier; rang <= m_echelle.dernier; ++rang) {
     const f64 valeur = m_echelle.Valeur(rang);
     const PointForme a = Place(Vertical() ? m_plan.gauche : m_plan.bas, valeur);
@@ -295,6 +306,7 @@ void Repere::DessineValeurs() {
 }
 
 void Repere::DessineLibelles() {
+  assert(m_unSur > 0);
   for (std::size_t i = 0; i < m_d.Nombre(); ++i) {
     const f64 milieu = Milieu(i), demi = m_case / 2;
     if (Vertical())

@@ -2,6 +2,8 @@
 // to graphiques/.
 #pragma once
 
+#include <cassert>
+
 #include "graphiques/axe.h"
 #include "graphiques/dessin.h"
 
@@ -18,7 +20,10 @@ class Dessinateur {
   const CadreForme& Cadre() const { return m_place.graphique; }
   std::size_t Nombre() const { return m_serie.points.size(); }
   f64 Valeur(std::size_t i) const;
-  const std::string& Libelle(std::size_t i) const { return m_serie.points[i].libelle; }
+  const std::string& Libelle(std::size_t i) const {
+    assert(i < Nombre());
+    return m_serie.points[i].libelle;
+  }
   bool ToutNul() const;
 
   f64 Police() const { return m_place.hauteurTexte; }       ///< height of the font

@@ -35,6 +35,7 @@ std::vector<Etape> Etapes(const Dessinateur& dessin, const Repere& repere) {
 /// The stretch between two places, cut where it passes a multiple of `pas`, zero among them.
 std::vector<Etape> Coupe(const Etape& a, const Etape& b, f64 pas) {
   std::vector<Etape> etapes{a};
+  assert(pas > 0);
   const f64 bas = std::min(a.valeur, b.valeur), haut = std::max(a.valeur, b.valeur);
   std::vector<f64> niveaux;
   for (f64 rang = std::floor(bas / pas) + 1; rang * pas < haut; ++rang) niveaux.push_back(rang * pas);
@@ -49,6 +50,7 @@ std::vector<Etape> Coupe(const Etape& a, const Etape& b, f64 pas) {
 /// The curve with a place wherever it passes zero.
 std::vector<Etape> AvecZeros(const std::vector<Etape>& etapes, const EchelleAxe& echelle) {
   // Only zero is a multiple of more than the whole axis.
+  assert(etapes.size() >= 2);
   const f64 pas = 4 * std::max(echelle.Maximum(), -echelle.Minimum());
   std::vector<Etape> toutes{etapes.front()};
   for (std::size_t i = 1; i < etapes.size(); ++i) {
@@ -75,6 +77,7 @@ int LumierePente(PointForme a, PointForme b) {
 
 /// A quarter of a sheet or ribbon, between two parts of the depth.
 std::vector<PointForme> Lame(const Repere& repere, const Etape& a, const Etape& b, f64 avant, f64 arriere) {
+  assert(avant < arriere);
   const PointForme p = repere.Profondeur(), fa = repere.Place(a.travers, a.valeur),
                    fb = repere.Place(b.travers, b.valeur);
   const PointForme devant{p.x * avant, p.y * avant}, derriere{p.x * arriere, p.y * arriere};
@@ -84,6 +87,7 @@ std::vector<PointForme> Lame(const Repere& repere, const Etape& a, const Etape& 
 /// Ink of a band of the sheet: darker near zero, lighter far from it.
 Encre EncreBande(const EchelleAxe& echelle, f64 valeur) {
   const f64 etendue = std::max(echelle.Maximum(), -echelle.Minimum());
+  assert(echelle.pas > 0 && etendue > 0);
   const f64 bande = std::floor(std::abs(valeur) / echelle.pas) * echelle.pas;
   const f64 lumiere = LumiereBasse + (LumiereHaute - LumiereBasse) * std::min(1.0, bande / etendue);
   Encre encre = EncreValeur(valeur);
@@ -102,6 +106,7 @@ void DessineAires(Dessinateur& dessin, bool relief) {
     const bool negative = etapes[debut].valeur < 0 || etapes[fin].valeur < 0;
     const auto meme = [&](const Etape& e) { return negative ? e.valeur <= 0 : e.valeur >= 0; };
     while (fin + 1 < etapes.size() && etapes[fin].valeur != 0 && meme(etapes[fin + 1])) ++fin;
+    assert(fin > debut && fin < etapes.size());
     std::vector<PointForme> face{repere.Place(etapes[debut].travers, 0)};
     for (std::size_t i = debut; i <= fin; ++i)
       if (etapes[i].valeur != 0) face.push_back(repere.Place(etapes[i].travers, etapes[i].valeur));

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numbers>
 
@@ -29,6 +30,7 @@ struct Secteur {
 };
 
 std::string TexteSecteur(const std::string& libelle, f64 part) {
+  assert(part >= 0 && part <= 1);
   const f64 pourcent = Arrondi(part * 100, 1);
   const std::string nombre = pourcent > 0 ? FormatMontant(pourcent, 1) : Texte(MotPartInfime);
   return TexteFormat(FormatPart, {libelle, nombre});
@@ -49,6 +51,7 @@ class Camembert {
       m_positif = m_positif || m_d.Valeur(i) > 0;
       angle = suite;
     }
+    assert(angle <= Tour * (1 + 1e-9));
     PoseEncres();
   }
 
@@ -108,6 +111,7 @@ class Camembert {
             m_centre.y - std::cos(angle) * m_rayon * m_aplat * facteur};
   }
   std::vector<PointForme> Arc(f64 debut, f64 fin) const {
+    assert(debut <= fin);
     std::vector<PointForme> points;
     const int pas = std::max(1, static_cast<int>(std::ceil((fin - debut) / PasArc)));
     for (int i = 0; i <= pas; ++i) points.push_back(Bord(debut + (fin - debut) * i / pas));
@@ -135,6 +139,7 @@ class Camembert {
   /// Labels of one side, from top to bottom, moved apart; the smallest shares go without where all have no
   /// room.
   void Etiquette(bool droite) {
+    assert(m_textes && m_rayon >= 0);
     std::vector<Secteur*> cote;
     for (Secteur& s : m_secteurs)
       if (s.ADroite() == droite) cote.push_back(&s);

@@ -1,5 +1,6 @@
 #include "graphiques/ecriture.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -44,6 +45,7 @@ std::string Points(const Forme& forme) {
 }
 
 std::string EcritTexte(const Forme& forme, const std::string& couleur, const MesureTexte& mesure) {
+  assert(forme.sorte == SorteForme::Texte && forme.points.size() == 1);
   const PointForme p = forme.points.front();
   const char* ancre = forme.cote == Cote::Gauche ? "start" : forme.cote == Cote::Droite ? "end" : "middle";
   std::string texte = "<text x=\"" + Nombre(p.x) + "\" y=\"" + Nombre(p.y) + "\" font-size=\"" +

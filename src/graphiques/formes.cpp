@@ -36,6 +36,7 @@ CadreForme CadreTexte(const Forme& texte, const MesureTexte& mesure) {
 }
 
 bool Contient(const std::vector<PointForme>& polygone, PointForme p) {
+  assert(polygone.size() >= 3);
   bool dedans = false;
   for (std::size_t i = 0, j = polygone.size() - 1; i < polygone.size(); j = i++) {
     const PointForme a = polygone[i], b = polygone[j];
@@ -45,6 +46,7 @@ bool Contient(const std::vector<PointForme>& polygone, PointForme p) {
 }
 
 f64 Aire(const std::vector<PointForme>& polygone) {
+  assert(polygone.size() >= 3);
   f64 double_ = 0;
   for (std::size_t i = 0, j = polygone.size() - 1; i < polygone.size(); j = i++)
     double_ += polygone[j].x * polygone[i].y - polygone[i].x * polygone[j].y;

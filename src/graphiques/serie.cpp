@@ -36,6 +36,7 @@ class Mouvements {
     mensuels = {};
     if (du > au) return true;
     const std::string prefixe = MakeJournalKey3(compte, 0, 0, 0, 0, 0).substr(0, LargeurCompte);
+    assert(prefixe.size() == LargeurCompte);
     const auto ajoute = [&](Position, const void* rec) {
       const Line& ligne = *static_cast<const Line*>(rec);
       const unsigned mois = fenlor::Mois(+ligne.DateLigne);
@@ -61,6 +62,7 @@ class Mouvements {
 std::string TitreDe(const DemandeGraphique& demande) {
   if (demande.comparaison) return Texte(TitreComparaison);
   if (demande.choisis.size() > 1) return Texte(TitreEvolutionComptes);
+  assert(!demande.choisis.empty());
   const CompteGraphique& seul = demande.choisis.front();
   if (seul.compte.empty()) return {};
   return TexteFormat(TitreEvolutionCompte, {seul.court, seul.designation});
@@ -72,6 +74,7 @@ void PosePoints(const DemandeGraphique& demande, SerieGraphique& serie) {
       serie.points.push_back({NomMois(m).substr(0, LargeurMois), 0});
     return;
   }
+  assert(!demande.choisis.empty());
   for (const CompteGraphique& ligne : demande.choisis)
     serie.points.push_back({ligne.court.substr(0, LargeurLibelle), 0});
 }

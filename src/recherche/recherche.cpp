@@ -52,6 +52,7 @@ void Recherche::Note(const LecteurRecs& lecteur) {
 }
 
 void Recherche::LitComptes(const std::string& dossier) {
+  assert(!dossier.empty() && !m_exercice.empty());
   m_comptes.clear();
   LecteurRecs lecteur(m_app.Magasin, dossier, FichierComptes);
   const auto compte = [&](Position position, const void* rec) {
@@ -103,6 +104,7 @@ void Recherche::LitRubriques(const std::string& dossier) {
 }
 
 void Recherche::Commence() {
+  assert(!m_journal && !m_exercices.empty());
   m_exercice = m_exercices.back();
   m_exercices.pop_back();
   const std::string dossier =
@@ -129,6 +131,7 @@ bool Recherche::Avance(u32 emplacements) {
 }
 
 void Recherche::Ajoute(Position position, const Line& ligne) {
+  assert(m_journal && position != 0);
   const u32 mouvement = ligne.Mouvement;
   const bool suivante = mouvement != m_courante.mouvement;
   if (suivante) {
@@ -170,6 +173,7 @@ void Recherche::FinitEcriture() {
 void Recherche::Termine() {
   FinitEcriture();
   // The lines of an entry stand together but where they took the place of deleted ones.
+  assert(m_journal && m_courante.mouvement == 0);
   const auto parNumero = [](const Vue& a, const Vue& b) { return a.mouvement < b.mouvement; };
   if (!std::is_sorted(m_vues.begin(), m_vues.end(), parNumero))
     std::stable_sort(m_vues.begin(), m_vues.end(), parNumero);
@@ -203,8 +207,11 @@ void Recherche::Termine() {
 }
 
 Trouvaille Recherche::Ecriture(const Vue& vue) {
+  assert(m_journal && vue.mouvement != 0 && vue.position != 0);
+  assert(vue.banque == 0 || vue.banque >= vue.position);
   Trouvaille t;
   t.note = vue.accord.Note(m_requete);
+  assert(t.note > 0 && t.note <= 100);  // it has every word
   t.exercice = m_exercice;
   t.mouvement = vue.mouvement;
   t.date = vue.date;

@@ -23,6 +23,7 @@ bool Chiffres(std::string_view texte) {
 unsigned Nombre(std::string_view chiffres) {
   assert(chiffres.size() <= 8);
   unsigned nombre = 0;
+  assert(chiffres.empty() || Chiffres(chiffres));
   for (const char c : chiffres) nombre = 10 * nombre + static_cast<unsigned>(c - '0');
   return nombre;
 }
@@ -54,6 +55,7 @@ bool Existe(const DateCherchee& d) {
 }
 
 std::vector<std::string_view> Parties(std::string_view texte, std::string_view separateurs) {
+  assert(!separateurs.empty());
   std::vector<std::string_view> parties;
   while (true) {
     const std::size_t fin = texte.find_first_of(separateurs);
@@ -109,6 +111,7 @@ bool DateCherchee::Convient(Date date) const {
 
 bool MotCherche::Montant(i64 centimes) const {
   if (!montant) return false;
+  assert(*montant >= 0);
   const i64 valeur = centimes < 0 ? -centimes : centimes;
   return avecCentimes ? valeur == *montant : valeur - valeur % 100 == *montant && valeur != 0;
 }
@@ -160,6 +163,7 @@ void Accord::Ajoute(const Accord& autre) {
 }
 
 bool Accord::Entier(const Requete& requete) const {
+  assert(requete.Mots().size() <= Requete::MotsAuPlus);
   for (std::size_t mot = 0; mot < requete.Mots().size(); ++mot)
     if (De(mot) == ForceAucune) return false;
   return true;
@@ -173,6 +177,7 @@ unsigned Accord::Note(const Requete& requete) const {
 }
 
 void Comparateur::Texte(std::string_view texte, Accord& accord, Force auPlus) {
+  assert(auPlus != ForceAucune);
   if (texte.empty()) return;
   m_plie.clear();
   AjouteSansAccents(m_plie, texte);

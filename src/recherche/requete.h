@@ -2,6 +2,7 @@
 // case count nowhere.
 #pragma once
 
+#include <cassert>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -61,7 +62,10 @@ class Accord {
   Accord() = default;
   void Note(std::size_t mot, Force force);
   void Ajoute(const Accord& autre);
-  Force De(std::size_t mot) const { return static_cast<Force>(m_forces >> (2 * mot) & 3); }
+  Force De(std::size_t mot) const {
+    assert(mot < Requete::MotsAuPlus);
+    return static_cast<Force>(m_forces >> (2 * mot) & 3);
+  }
   bool Aucun() const { return m_forces == 0; }
   /// Every word fits.
   bool Entier(const Requete& requete) const;

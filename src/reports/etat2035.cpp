@@ -26,6 +26,7 @@ struct Bornes {
 };
 
 Bornes LitBornes(const CFenlorApp& app, unsigned bloc) {
+  assert(bloc < std::size(Cle2035Recettes));
   std::string texte = app.Reglages.LitIni(Texte(Sec2035), Texte(Cle2035Recettes[bloc]));
   if (texte.find_first_of(chiffres) >= texte.find(',')) texte = Texte(Lignes2035Recettes[bloc]);
   assert(!EstVide(texte));

@@ -1,5 +1,7 @@
 #include "reports/etatamortissements.h"
 
+#include <cassert>
+
 #include "core/valeurs.h"
 #include "reports/textes.h"
 #include "store/texte1252.h"
@@ -15,6 +17,7 @@ void CEtatAmortissementsDoc::BuildEtat() {
 }
 
 void CEtatAmortissementsDoc::EcritBien(u32 rang, const Immobilisation& immo) {
+  assert(rang > 0);
   const bool amortissable = immo.ValeurAmortissableFranc != 0 || immo.ValeurAmortissableEuro != 0;
   CCalculEtatAmortissements calcul(App, &immo);
   if (amortissable) {

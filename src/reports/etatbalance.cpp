@@ -1,5 +1,6 @@
 #include "reports/etatbalance.h"
 
+#include <cassert>
 #include <utility>
 
 #include "core/valeurs.h"
@@ -39,6 +40,7 @@ void CEtatBalanceDoc::BuildEtat() {
 void CEtatBalanceDoc::EcritCompte(const LivresEtat& livres, const Plan& plan) {
   if (m_classe != plan.Compte[0]) {
     FermeClasse();
+    assert(!m_classeEcrite && m_sommesClasse == SommesEtat{});
     m_classe = plan.Compte[0];
   }
   const SommesEtat sommes{plan.DebitFranc, plan.DebitEuro, plan.CreditFranc, plan.CreditEuro};

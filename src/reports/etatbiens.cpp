@@ -1,5 +1,7 @@
 #include "reports/etatbiens.h"
 
+#include <cassert>
+
 #include "core/cles.h"
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
@@ -10,6 +12,7 @@ namespace fenlor {
 
 void CEtatBiens::ParcourtBiens(SurArret arret,
                                const std::function<void(u32 rang, const Immobilisation& immo)>& suite) {
+  assert(suite);
   CImmobilisations fichier(App, App.PathCabinet);
   CAmortissements corrections(App, App.PathCabinet);
   if (!fichier.OpenFile() || !corrections.OpenFile()) return Abandonne(EchecFichier());

@@ -42,6 +42,7 @@ void CEtatCentralisationDoc::EcritCompte(LivresEtat& livres, Travail& travail, c
     travail.Pas();
   });
   if (vide && m_criteres.mouvementes) return;
+  assert(RangNature(plan.Type) < std::size(MotNatureCompte));
   EtatPrintf(CompteCentralisation, {Texte(MotNatureCompte[RangNature(plan.Type)]), livres.CompteCourt(plan),
                                     EchappeEtat(fenlor::LitTexte(plan.Designation))});
   EcritTableau(mois);

@@ -23,6 +23,7 @@ Date DateCentrale(Date date, int centralisation) {
   Date premier = 0, dernier = 0;
   GetMonth(date, premier, dernier);
   if (centralisation == ParMois) return premier;
+  assert(centralisation == ParSemaine);
   Date lundi = 0;
   GetWeek(date, lundi, dernier);
   return lundi < premier ? premier : lundi;
@@ -112,6 +113,7 @@ void CEtatDetailDoc::Section::Ecrit(CLines& lignes) {
 }
 
 void CEtatDetailDoc::Section::Parcourt(CLines& lignes) {
+  assert(m_mouvement == 0 && m_mois == 0);
   QVAPI& magasin = m_etat.App.Magasin;
   std::vector<Line> lot;
   lot.reserve(tailleLot);
@@ -150,6 +152,8 @@ bool CEtatDetailDoc::Section::Traite(const Line& ligne) {
 void CEtatDetailDoc::Section::EcritTitre() {
   assert(m_journal >= JournalRecettes && m_journal <= JournalOD);
   const auto rang = static_cast<unsigned>(m_journal - JournalRecettes);
+  assert(m_centralisation >= Detaillee &&
+         static_cast<unsigned>(m_centralisation) < std::size(MotCentralisation));
   const CriteresEtat& criteres = m_etat.m_criteres;
   m_etat.EtatPrintf(SectionEtatDetail[rang],
                     {StrDate(criteres.du), StrDate(criteres.au),

@@ -1,5 +1,6 @@
 #include "reports/etatextrait.h"
 
+#include <cassert>
 #include <utility>
 
 #include "reports/textes.h"
@@ -25,6 +26,7 @@ void CEtatExtraitDoc::BuildEtat() {
   Travail travail(*this, AvancementEtatExtrait, livres.NombreLignes());
   // In one currency the formats of credit and debit have two columns: the balances behind them are left out.
   const unsigned rang = Montant() ? rangMontant : deux;
+  assert(rang < std::size(RangeeEtatExtrait) && rang < std::size(TotalEtatExtrait));
   const FormatsCompte formats{progressif ? RangeeEtatSolde[Montant()] : RangeeEtatExtrait[rang],
                               progressif ? TotalEtatSolde[Montant()] : TotalEtatExtrait[rang], ""};
   bool trouve = false;

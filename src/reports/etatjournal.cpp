@@ -21,6 +21,7 @@ void CEtatJournalDoc::SetCriteres(const DemandeListe& demande, bool comptable) {
 }
 
 void CEtatJournalDoc::BuildEtat() {
+  assert(m_demande.journal >= JournalRecettes && m_demande.journal <= JournalOD);
   m_total = {};
   m_compte = {};
   m_filtre.clear();

@@ -1,5 +1,6 @@
 #include "reports/etatpmv.h"
 
+#include <cassert>
 #include <cmath>
 
 #include "assets/annuites.h"
@@ -33,6 +34,7 @@ void CEtatPMVDoc::BuildEtat() {
 }
 
 void CEtatPMVDoc::EcritCession(u32 rang, const Immobilisation& immo) {
+  assert(rang > 0 && immo.DateCession != 0);
   CCalculPrintPMV calcul(App, &immo);
   MontantDouble reel;
   calcul.CalculAmortissements(m_criteres.au, reel.franc, reel.euro);

@@ -80,6 +80,7 @@ void CEtatListe::EcritTable(const TextesListe& textes, std::span<const ColonneEt
   };
   parcourt([&, rangee = FormatEtat(textes.rangee)](const Fiche& fiche) {
     for (const ColonneEtat<Fiche>& c : colonnes) {
+      assert(c.texte || (c.montant && c.ecrit));
       valeurs.push_back(c.texte ? c.texte(fiche) : c.ecrit(fiche.*c.montant, euro));
       // Without the noise of the last digits, so that a sum of nothing prints as nothing.
       if (c.montant) total.*c.montant = Arrondi2(total.*c.montant + fiche.*c.montant) + 0.0;

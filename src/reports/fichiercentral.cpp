@@ -25,6 +25,7 @@ std::string Cle(Date date, const std::string& compte1, const std::string& compte
 }
 
 Date DateDeCle(const std::string& cle) {
+  assert(cle.size() >= largeurDate);
   const auto chiffres = static_cast<unsigned>(strtoul(cle.substr(0, largeurDate).c_str(), nullptr, 10));
   return FaitDate(chiffres % 100, chiffres / 100 % 100, chiffres / 10000);
 }
@@ -39,6 +40,7 @@ FichierCentral::~FichierCentral() {
 }
 
 bool FichierCentral::Cree() {
+  assert(!EstCree());
   std::error_code erreur;
   const auto temporaire = std::filesystem::temp_directory_path(erreur);
   if (erreur) return false;
@@ -69,6 +71,7 @@ void FichierCentral::Supprime() {
 }
 
 void FichierCentral::OteNoms() {
+  assert(!m_dossier.empty());
   Systeme& systeme = m_magasin.SystemeFichiers();
   systeme.Supprime(CheminDat(m_dossier));
   systeme.Supprime(CheminIdx(m_dossier));

@@ -18,6 +18,7 @@ constexpr std::size_t LargeurCompte = 10;
 }  // namespace
 
 bool LivresEtat::Ouvre() {
+  assert(!m_plan && !m_lignes);
   if (m_app.PathExercice.empty())
     m_etat.Abandonne(Refus(ErrAucunExercice));
   else if (!m_plan.emplace(m_app, m_app.PathExercice).OpenFile() ||
@@ -83,6 +84,7 @@ void LivresEtat::ParcoursComptes(u32 cle, const std::string& debut, const std::s
 void LivresEtat::ParcoursLignes(u32 cle, const std::string& prefixe, Date du, Date au,
                                 const SuiteLignes& suite) {
   assert(m_lignes);
+  assert(prefixe.empty() || prefixe.size() == LargeurCompte);
   ParcourtFichier<Line>(m_app, m_etat, *m_lignes, cle, prefixe + StrSDate(du),
                         prefixe + StrSDate(au) + '\xFF', suite);
 }

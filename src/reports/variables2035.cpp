@@ -125,6 +125,7 @@ void Rubriques2035::ChercheBoucles() {
     m_boucles.push_back(std::move(chemin));
     dites.insert(boucle.begin(), boucle.end());
   }
+  assert(dites.size() >= m_boucles.size());
 }
 
 MontantDouble Rubriques2035::Valeur(const std::string& code) {
@@ -133,6 +134,7 @@ MontantDouble Rubriques2035::Valeur(const std::string& code) {
   MontantDouble valeur = Calcule(code);
   if (const MontantDouble* variable = m_variables.Trouve(code)) valeur += *variable;
   valeur = {Arrondi(valeur.franc, 0), Arrondi(valeur.euro, 0)};
+  assert(!m_valeurs.contains(code));  // no formula comes back to its own code
   m_valeurs.emplace(code, valeur);
   return valeur;
 }
@@ -154,6 +156,7 @@ MontantDouble Rubriques2035::ValeurFormule(const std::string& formule) {
   MontantDouble valeur;
   for (const TermeFormule& terme : TermesFormule(formule)) {
     const MontantDouble de = Valeur(Complete(terme.texte));
+    assert(terme.signe == '-' || terme.signe == '+');
     const f64 signe = terme.signe == '-' ? -1 : 1;
     valeur += {signe * ComptePositif(de.franc), signe * ComptePositif(de.euro)};
   }
