@@ -41,13 +41,10 @@ TEST_F(Commandes, UsagesRefuses) {
       {"--cabinet", "x", "creer", "--exercice", "2003", "--franc", "--euro"},
   };
   for (const auto& args : cas) {
-    std::istringstream entree;
-    std::ostringstream sortie, erreurs;
-    std::string ligne;
-    for (const std::string& arg : args) ligne += arg + " ";
-    EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, Options()), StatutUsage) << ligne;
-    EXPECT_TRUE(sortie.str().empty());
-    EXPECT_EQ(erreurs.str().find("fenlorctl : "), 0u) << ligne;
+    const Resultat r = Execute(args);
+    EXPECT_EQ(r.statut, StatutUsage) << testing::PrintToString(args);
+    EXPECT_EQ(r.sortie, "");
+    EXPECT_TRUE(r.erreurs.starts_with("fenlorctl : ")) << testing::PrintToString(args);
   }
   EXPECT_FALSE(std::filesystem::exists("x"));
 }
@@ -55,12 +52,11 @@ TEST_F(Commandes, UsagesRefuses) {
 TEST_F(Commandes, AideEnFrancais) {
   for (const std::vector<std::string>& args :
        {std::vector<std::string>{"--help"}, {"saisir", "--help"}, {"demo", "-h"}}) {
-    std::istringstream entree;
-    std::ostringstream sortie, erreurs;
-    EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, Options()), StatutFait);
-    EXPECT_NE(sortie.str().find("Utilisation"), std::string::npos);
+    const Resultat r = Execute(args);
+    EXPECT_EQ(r.statut, StatutFait);
+    EXPECT_THAT(r.sortie, HasSubstr("Utilisation"));
     for (const char* anglais : {"Usage", "Subcommands", "Print this", "Excludes", "REQUIRED"})
-      EXPECT_EQ(sortie.str().find(anglais), std::string::npos) << anglais;
+      EXPECT_EQ(r.sortie.find(anglais), std::string::npos) << anglais;
   }
 }
 
@@ -68,10 +64,9 @@ TEST_F(Commandes, VersionEtCabinetDeLEnvironnement) {
   Cree();
   setenv("FENLOR_CABINET", Cabinet().c_str(), 1);
   for (const auto& [mot, dit] : {std::pair{"--version", "fenlorctl 5.0."}, {"exercices", "31/12/2003"}}) {
-    std::istringstream entree;
-    std::ostringstream sortie, erreurs;
-    EXPECT_EQ(ExecuteCtl({mot}, entree, sortie, erreurs, Options()), StatutFait) << erreurs.str();
-    EXPECT_NE(sortie.str().find(dit), std::string::npos) << sortie.str();
+    const Resultat r = Execute({mot});
+    EXPECT_EQ(r.statut, StatutFait) << r.erreurs;
+    EXPECT_THAT(r.sortie, HasSubstr(dit));
   }
   unsetenv("FENLOR_CABINET");
 }
@@ -150,13 +145,10 @@ TEST_F(Commandes, UneFermetureQuiEchoueSeDit) {
   SystemeFautif disque(vrai);
   disque.SurChemin("JOURNAL.dat");
   disque.Programme(1, EIO, SystemeFautif::Synchro, false);
-  OptionsCtl options = Options();
-  options.magasin.systeme = &disque;
-  std::istringstream entree(Recette);
-  std::ostringstream sortie, erreurs;
-  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir"}, entree, sortie, erreurs, options), StatutRefuse);
-  EXPECT_NE(erreurs.str().find("Erreur 3214"), std::string::npos) << erreurs.str();
-  EXPECT_EQ(sortie.str(), "{\"entree\":1,\"mouvement\":1,\"ligne\":1}\n");
+  const Resultat r = LanceSur(Cabinet(), {"saisir"}, Recette, &disque);
+  EXPECT_EQ(r.statut, StatutRefuse);
+  EXPECT_THAT(r.erreurs, HasSubstr("Erreur 3214"));
+  EXPECT_EQ(r.sortie, "{\"entree\":1,\"mouvement\":1,\"ligne\":1}\n");
   EXPECT_EQ(Journal().size(), 2u);
   Sain();
 }
@@ -166,21 +158,16 @@ TEST_F(Commandes, UneCreationQuiNEstPasNoteeSeDit) {
   SystemeSansSynchro vrai;
   SystemeFautif disque(vrai);
   disque.SurChemin("fenlor.ini");
-  OptionsCtl options = Options();
-  options.magasin.systeme = &disque;
-  std::istringstream rien;
   Cree({"--exercice", "2002"});  // the first one notes the style of paper, too
   unsigned annee = 2003, notees = 0;
   for (unsigned k = 1; k < 20; ++k, ++annee) {
-    std::ostringstream sortie, erreurs;
     disque.Programme(k, ENOSPC, SystemeFautif::Renommage, false);
-    const int statut = ExecuteCtl({"--cabinet", Cabinet(), "creer", "--exercice", std::to_string(annee)},
-                                  rien, sortie, erreurs, options);
+    const Resultat r = LanceSur(Cabinet(), {"creer", "--exercice", std::to_string(annee)}, {}, &disque);
     const bool manque = disque.NbPannes() != 0;
     disque.Repare();
-    EXPECT_EQ(statut, manque ? StatutRefuse : StatutFait) << k << erreurs.str();
-    EXPECT_EQ(manque, erreurs.str().find("Aucun espace") != std::string::npos) << k << erreurs.str();
-    notees += manque && !sortie.str().empty();
+    EXPECT_EQ(r.statut, manque ? StatutRefuse : StatutFait) << k << r.erreurs;
+    EXPECT_EQ(manque, r.erreurs.find("Aucun espace") != std::string::npos) << k << r.erreurs;
+    notees += manque && !r.sortie.empty();
     if (!manque) break;
   }
   EXPECT_GT(notees, 0u);

@@ -59,17 +59,24 @@ class CtlDeTest : public ::testing::Test {
   std::string Cabinet(const std::string& nom = "cabinet") const { return m_dossier.Chemin() + "/" + nom; }
   OptionsCtl& Options() { return m_options; }
 
-  /// Runs a command on the practice `cabinet`.
-  Resultat LanceSur(const std::string& cabinet, std::vector<std::string> args,
-                    const std::string& entree = {}) {
-    args.insert(args.begin(), {"--cabinet", cabinet});
+  /// Runs a command line as it is, on another disk when one is given.
+  Resultat Execute(const std::vector<std::string>& args, const std::string& entree = {},
+                   Systeme* systeme = nullptr) {
+    OptionsCtl options = m_options;
+    if (systeme) options.magasin.systeme = systeme;
     std::istringstream in(entree);
     std::ostringstream out, err;
     Resultat r;
-    r.statut = ExecuteCtl(args, in, out, err, m_options);
+    r.statut = ExecuteCtl(args, in, out, err, options);
     r.sortie = out.str();
     r.erreurs = err.str();
     return r;
+  }
+  /// Runs a command on the practice `cabinet`.
+  Resultat LanceSur(const std::string& cabinet, std::vector<std::string> args, const std::string& entree = {},
+                    Systeme* systeme = nullptr) {
+    args.insert(args.begin(), {"--cabinet", cabinet});
+    return Execute(args, entree, systeme);
   }
   Resultat Lance(std::vector<std::string> args, const std::string& entree = {}) {
     return LanceSur(Cabinet(), std::move(args), entree);

@@ -341,17 +341,11 @@ TEST_F(Saisir, DisquePleinAuMilieuDUnTout) {
   SystemeSansSynchro vrai;
   SystemeFautif disque(vrai);
   disque.Programme(3, ENOSPC, SystemeFautif::Reservation, false);
-  OptionsCtl options = Options();
-  options.magasin.systeme = &disque;
-  std::istringstream entree(lignes);
-  std::ostringstream sortie, erreurs;
-  EXPECT_EQ(ExecuteCtl({"--cabinet", Cabinet(), "saisir", "--tout"}, entree, sortie, erreurs, options),
-            StatutRefuse);
+  const Resultat r = LanceSur(Cabinet(), {"saisir", "--tout"}, lignes, &disque);
+  EXPECT_EQ(r.statut, StatutRefuse);
   ASSERT_GT(disque.NbPannes(), 0u);
-  std::istringstream reponses(sortie.str());
   int nombre = 0;
-  for (std::string ligne; std::getline(reponses, ligne); ++nombre)
-    EXPECT_EQ(Json::parse(ligne)["erreur"], nombre == 7 ? 3204 : 3214) << ligne;
+  for (const Json& reponse : r.Objets()) EXPECT_EQ(reponse["erreur"], nombre++ == 7 ? 3204 : 3214) << reponse;
   EXPECT_EQ(nombre, Nombre);
   EXPECT_TRUE(Journal().empty()) << "nothing of the unit may stay";
   Sain();

@@ -88,15 +88,6 @@ std::vector<std::string> CabinetMedical::LignesLues(u32 mouvement) {
   return textes;
 }
 
-void CabinetMedical::ChangeLignes(u32 mouvement, const std::function<void(Line&)>& change) {
-  for (const Position position : Magasin().LignesMouvement(App().PathExercice, mouvement)) {
-    Line ligne;
-    ASSERT_TRUE(Magasin().ReadLines(App().PathExercice, position, ligne));
-    change(ligne);
-    ASSERT_TRUE(Magasin().UpdateLines(App().PathExercice, position, ligne));
-  }
-}
-
 void CabinetMedical::Regle(const std::string& section, const std::string& cle, const std::string& valeur) {
   ASSERT_TRUE(App().Reglages.EcritIni(section, cle, valeur));
 }

@@ -41,8 +41,6 @@ class CabinetMedical : public CabinetDeTest {
 
   /// Lines of an entry as a bookkeeper writes them: "512 D 119.60 784.52", Euro first.
   std::vector<std::string> LignesLues(u32 mouvement);
-  /// Changes the lines of an entry behind the rules' back.
-  void ChangeLignes(u32 mouvement, const std::function<void(Line&)>& change);
   /// Reads the setting and puts another one in its place.
   void Regle(const std::string& section, const std::string& cle, const std::string& valeur);
   Mouvement Entete(u32 mouvement);

@@ -15,9 +15,6 @@ namespace {
 class OptionsTest : public CabinetMedical {
  protected:
   std::string Ini() { return test::LitFichier(Magasin().QVGetFilename(10099, 0)); }
-  std::string Reglage(const std::string& section, const std::string& cle) {
-    return Magasin().Reglages().Lit(section, cle);
-  }
   /// "compte taux code", a line for each VAT account of the file.
   std::vector<std::string> Tvas() {
     std::vector<std::string> textes;

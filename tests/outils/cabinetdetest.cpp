@@ -180,6 +180,15 @@ void CabinetDeTest::ChangeCompte(std::string_view compte, const std::function<vo
   ASSERT_TRUE(plan.OpenFile() && plan.Add()) << compte;
 }
 
+void CabinetDeTest::ChangeLignes(u32 mouvement, const std::function<void(Line&)>& change) {
+  for (const Position position : Magasin().LignesMouvement(App().PathExercice, mouvement)) {
+    Line ligne;
+    ASSERT_TRUE(Magasin().ReadLines(App().PathExercice, position, ligne));
+    change(ligne);
+    ASSERT_TRUE(Magasin().UpdateLines(App().PathExercice, position, ligne));
+  }
+}
+
 std::vector<Line> CabinetDeTest::Lignes(u32 mouvement) {
   std::vector<Line> lignes;
   for (const Position position : m_magasin->LignesMouvement(m_app->PathExercice, mouvement)) {

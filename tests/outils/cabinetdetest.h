@@ -119,6 +119,11 @@ class CabinetDeTest : public ::testing::Test {
   void ChangeCompte(std::string_view compte, const std::function<void(Plan&)>& change);
   /// Lines of an entry in order of `Rang`.
   std::vector<Line> Lignes(u32 mouvement);
+  /// Changes them behind the rules' back.
+  void ChangeLignes(u32 mouvement, const std::function<void(Line&)>& change);
+  std::string Reglage(const std::string& section, const std::string& cle) {
+    return Magasin().Reglages().Lit(section, cle);
+  }
   /// A receipt or expense ready to be saved: amount in Euro, converted into Franc.
   EcrSimple Simple(i16 journal, Date date, std::string_view compte, f64 montant, std::string_view tresorerie,
                    std::string_view libelle = "Essai");

@@ -189,15 +189,6 @@ u32 PetitLivre::Ajoute(i16 journal, Date date, std::string_view compte, f64 mont
   return mouvement;
 }
 
-void PetitLivre::ChangeLignes(u32 mouvement, const std::function<void(Line&)>& change) {
-  for (const Position position : Magasin().LignesMouvement(App().PathExercice, mouvement)) {
-    Line ligne;
-    ASSERT_TRUE(Magasin().ReadLines(App().PathExercice, position, ligne));
-    change(ligne);
-    ASSERT_TRUE(Magasin().UpdateLines(App().PathExercice, position, ligne));
-  }
-}
-
 TemporaireAPart::TemporaireAPart() {
   if (const char* avant = std::getenv("TMPDIR")) m_avant = avant;
   setenv("TMPDIR", m_dossier.Chemin().c_str(), 1);

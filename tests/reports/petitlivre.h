@@ -66,8 +66,6 @@ class PetitLivre : public CabinetDeTest {
   /// A receipt or an expense. `taxe` is inside `montant`, `perso` too. Its number.
   u32 Ajoute(i16 journal, Date date, std::string_view compte, f64 montant, f64 taxe, f64 perso,
              std::string_view tresorerie, std::string_view libelle);
-  /// Changes the lines of an entry behind the rules' back.
-  void ChangeLignes(u32 mouvement, const std::function<void(Line&)>& change);
 
   /// Compares the whole markup of a built report with attendus/`nom`.txt; a missing expectation fails. With
   /// FENLOR_ATTENDUS=ecrire in the environment the file is written anew instead.

@@ -21,9 +21,6 @@ class SessionExercices : public CabinetDeTest {
   }
   Refus Cree(const FormulaireExercice& f) { return fenlor::CreeExercice(App(), f); }
   Refus Ouvre(const std::string& nom) { return fenlor::OuvreExercice(App(), nom); }
-  std::string Reglage(const std::string& section, const std::string& cle) {
-    return App().Reglages.LitIni(section, cle);
-  }
 };
 
 std::string Cases(const FormulaireExercice& f) {

@@ -86,9 +86,6 @@ class SessionLancement : public CabinetDeTest {
   void Regle(const std::string& section, const std::string& cle, const std::string& valeur) {
     ASSERT_TRUE(Magasin().Reglages().Ecrit(section, cle, valeur));
   }
-  std::string Reglage(const std::string& section, const std::string& cle) {
-    return Magasin().Reglages().Lit(section, cle);
-  }
 };
 
 TEST_F(SessionLancement, EffetsDeLaLigneDeCommande) {

@@ -21,9 +21,6 @@ class Exercices : public CabinetDeTest {
   std::string Chemin(const std::string& nom, const char* fichier = "") {
     return App().PathCabinet + "/" + nom + (*fichier ? std::string("/") + fichier : std::string());
   }
-  std::string Reglage(const std::string& section, const std::string& cle) {
-    return Magasin().Reglages().Lit(section, cle);
-  }
   std::string Liste() {
     std::string texte;
     for (const std::string& nom : Magasin().ListeExercices()) texte += (texte.empty() ? "" : ",") + nom;

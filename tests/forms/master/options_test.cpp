@@ -24,9 +24,6 @@ enum Onglet { Activite, Banques, Association, Comptable, Comptes, MotDePasse, Ta
 class Formulaires : public FormesJournal {
  protected:
   std::string Ini() { return test::LitFichier(Magasin().QVGetFilename(10099, 0)); }
-  std::string Reglage(const std::string& section, const std::string& cle) {
-    return Magasin().Reglages().Lit(section, cle);
-  }
   /// Opens the options, does what a person would do, and tells whether they ended with OK.
   bool Options(const std::function<void(QDialog&)>& geste) {
     m_robot = std::make_unique<test::Robot>();
