@@ -1,7 +1,8 @@
 // bench_vitesse [--dossier DIR] [ENTRIES [RUNS]]
 // What a user waits for, beside what limits it in the same run: an entry through a pipe, a year typed at
-// once, the verification, keys that are made again at an opening, and what the checksums cost. 133200 entries
-// are 283050 lines. The status is 1 when a bar is missed, unless the size is another one.
+// once, the verification, the general ledger as text, keys that are made again at an opening, and what the
+// checksums cost. 133200 entries are 283050 lines. The status is 1 when a bar is missed, unless the size is
+// another one.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -148,10 +149,11 @@ void Saisir(Tableau& tableau, const Annee& annee, unsigned ecritures) {
   tableau.Ligne("  lines of journal", "", "", lignes / duree, " l/s", 160'000, true);
 }
 
-void Verifier(Tableau& tableau, const Annee& annee, unsigned tours) {
+void ContreUnParcours(Tableau& tableau, const Annee& annee, unsigned tours, const char* titre,
+                      std::initializer_list<std::string> commande, double barre) {
   f64 somme = 0;
   const Paires p = MesurePaires(
-      tours, [&] { Lance(annee.Commande({"verifier"})); },
+      tours, [&] { Lance(annee.Commande(commande), "/dev/null", "/dev/null"); },
       [&] {
         QVAPI m;
         annee.Ouvre(m);
@@ -160,8 +162,7 @@ void Verifier(Tableau& tableau, const Annee& annee, unsigned tours) {
           return true;
         });
       });
-  tableau.Ligne("fenlorctl verifier / opening and one scan in place", EnTemps(p.nous), EnTemps(p.autre),
-                1 / p.rapport, "x", 4, false);
+  tableau.Ligne(titre, EnTemps(p.nous), EnTemps(p.autre), 1 / p.rapport, "x", barre, false);
   if (somme == 0) Echec("nothing was scanned");
 }
 
@@ -240,7 +241,10 @@ int Principal(std::vector<std::string> arguments) {
   ParUnTube(tableau, dossier, tours * 100);
   const Annee annee(dossier + "/annee");
   Saisir(tableau, annee, ecritures);
-  Verifier(tableau, annee, tours);
+  ContreUnParcours(tableau, annee, tours, "fenlorctl verifier / opening and one scan in place", {"verifier"},
+                   4);
+  ContreUnParcours(tableau, annee, tours, "general ledger as text / the same",
+                   {"etat", "grand-livre", "--texte"}, 6);
   Cles(tableau, annee, tours);
   Sommes(tableau, annee, tours);
   fs::remove_all(dossier);

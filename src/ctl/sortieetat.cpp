@@ -26,7 +26,8 @@ namespace fenlor {
 
 namespace {
 
-constexpr u32 PagesEnsemble = 32;  ///< read, drawn and written at a time
+constexpr u32 PagesEnsemble = 128;  ///< read, drawn and written at a time
+constexpr u32 PagesParAide = 16;    ///< fewer are drawn before a helper has started
 
 std::string Drapeaux(u8 drapeaux) {
   std::string texte;
@@ -118,7 +119,7 @@ std::vector<std::string> DessinePages(bool json, const ImpressionEtat& impressio
                                       std::string_view texte, const Enregistreur& modele) {
   const TablePages& pages = impression.pages;
   const u32 nombre = std::min(PagesEnsemble, NombrePages(pages) - premiere + 1);
-  const unsigned parts = nombre < PagesEnsemble ? 1 : NombreParts(~0ull);
+  const unsigned parts = std::clamp(nombre / PagesParAide, 1u, NombreParts(~0ull));
   std::vector<std::string> textes(nombre);
   Partage(parts, [&](unsigned part) {
     Enregistreur feuille = modele;
