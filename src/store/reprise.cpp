@@ -208,6 +208,9 @@ int JournalReprise::AffirmeVide() {
   assert(EstVide());
   // To its own copy: should a cut tear it, the other one leads to units that the data files hold already.
   int rc = EcritEntete(m_epoque);
+  if (!rc) rc = m_fichier->Synchronise();
+  // A unit may stand there that was told as refused. Not together with the header: a cut that loses this one
+  // would leave the units behind the first.
   if (!rc) rc = Barre(0);
   return rc ? rc : m_fichier->Synchronise();
 }

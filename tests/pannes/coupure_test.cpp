@@ -511,7 +511,7 @@ TEST_F(Coupure, DansLaRepriseApresUneSynchroManquee) {
 /// The program dies of a failed sync: what it wrote is visible, clean for the kernel and not on the disk. The
 /// next one goes by what it sees, and then the power is cut.
 TEST_F(Coupure, DansLaSeanceApresUneMortDansUneSynchroManquee) {
-  const unsigned graines = std::max(3u, Nombre("FENLOR_GRAINES", 6) / 2);
+  const unsigned graines = std::max(4u, Nombre("FENLOR_GRAINES", 6) / 2);
   unsigned essais = 0;
   bool mort = true;
   for (u64 manquee = 1; mort && !HasFailure(); ++manquee) {
@@ -566,7 +566,7 @@ TEST_F(Coupure, DansLaSeanceApresUneMortDansUneSynchroManquee) {
 TEST_F(Coupure, UneUniteRefuseeNeRevientPas) {
   for (unsigned essai = 0; essai < 4 * 3 * 3; ++essai) {
     const bool dAutres = essai & 1, meurt = essai & 2;
-    const u64 n = 2 + essai / 4 % 3, graine = essai / 12 * 2;
+    const u64 n = (dAutres ? 2 : 3) + essai / 4 % 3, graine = essai / 12 * 2;
     SCOPED_TRACE(testing::Message() << "behind others " << dAutres << ", death " << meurt << ", cut at " << n
                                     << ", fate " << graine);
     fs::remove_all(m_dossier.Chemin() + "/essai");
