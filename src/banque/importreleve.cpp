@@ -256,19 +256,6 @@ void Compose(CFenlorApp& app, const ApercuReleve& apercu, const OperationBanque&
   PoseTexte(importee.Identifiant, IdentifiantCourt(operation.id));
 }
 
-Refus EcritOperations(CFenlorApp& app, const ApercuReleve& apercu) {
-  CBanques banques(app, app.PathExercice);
-  CReleves releves(app, app.PathExercice);
-  if (!banques.OpenFile() || !releves.OpenFile()) return EchecFichier();
-  QVAPI::Unite unite(app.Magasin);
-  for (const LigneApercu& ligne : apercu.lignes) {
-    if (ligne.sort != SortOperation::Nouvelle) continue;
-    Compose(app, apercu, ligne.operation, *banques.Rec, *releves.Rec);
-    if (!banques.Add() || !releves.Add()) return EchecFichier();
-  }
-  return unite.Valide() ? Refus{} : app.EchecMagasin();
-}
-
 Refus RetientSolde(CFenlorApp& app, const ApercuReleve& apercu) {
   assert(!apercu.compte.empty());
   if (!apercu.solde || apercu.dateSolde > app.Reglages.GetFinExercice()) return {};
@@ -280,6 +267,41 @@ Refus RetientSolde(CFenlorApp& app, const ApercuReleve& apercu) {
   solde.euro = apercu.monnaie == "EUR";
   solde.date = apercu.dateSolde;
   return EcritSoldeReleve(app, apercu.compte, solde);
+}
+
+Refus EcritNumero(CFenlorApp& app, const std::string& compte, const std::string& numero) {
+  if (numero == NumeroRetenu(app, compte)) return {};
+  const bool ecrit = app.Reglages.EcritIni(Texte(SecReleves), TexteFormat(CleNumeroBanque, {compte}), numero);
+  return ecrit ? Refus{} : EchecReglages(app);
+}
+
+/// What the next import goes by, and the balance.
+Refus RetientReglages(CFenlorApp& app, const ApercuReleve& apercu) {
+  if (const Refus refus = RetientSolde(app, apercu)) return refus;
+  return apercu.numero.empty() ? Refus{} : EcritNumero(app, apercu.compte, apercu.numero);
+}
+
+Refus EcritOperations(CFenlorApp& app, const ApercuReleve& apercu) {
+  CBanques banques(app, app.PathExercice);
+  CReleves releves(app, app.PathExercice);
+  if (!banques.OpenFile() || !releves.OpenFile()) return EchecFichier();
+  QVAPI::Unite unite(app.Magasin);
+  for (const LigneApercu& ligne : apercu.lignes) {
+    if (ligne.sort != SortOperation::Nouvelle) continue;
+    Compose(app, apercu, ligne.operation, *banques.Rec, *releves.Rec);
+    if (!banques.Add() || !releves.Add()) return EchecFichier();
+  }
+  // The settings first: they go back with the unit, and a kill between the two leaves nothing that another
+  // import would not bring.
+  const auto avant = LitSoldeReleve(app, apercu.compte);
+  const std::string numero = NumeroRetenu(app, apercu.compte);
+  Refus refus = RetientReglages(app, apercu);
+  if (!refus && unite.Valide()) return {};
+  if (!refus) refus = app.EchecMagasin();
+  // Where these fail too, the first failure is the one to tell.
+  static_cast<void>(EcritSoldeReleve(app, apercu.compte, avant));
+  static_cast<void>(EcritNumero(app, apercu.compte, numero));
+  return refus;
 }
 
 }  // namespace
@@ -309,13 +331,8 @@ Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureRel
 
 Refus ImporteReleve(CFenlorApp& app, const ApercuReleve& apercu) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
-  if (apercu.Nombre(SortOperation::Nouvelle) > 0)
-    if (const Refus refus = EcritOperations(app, apercu)) return refus;
-  if (const Refus refus = RetientSolde(app, apercu)) return refus;
-  if (apercu.numero.empty() || apercu.numero == NumeroRetenu(app, apercu.compte)) return {};
-  const bool ecrit =
-      app.Reglages.EcritIni(Texte(SecReleves), TexteFormat(CleNumeroBanque, {apercu.compte}), apercu.numero);
-  return ecrit ? Refus{} : EchecReglages(app);
+  return apercu.Nombre(SortOperation::Nouvelle) > 0 ? EcritOperations(app, apercu)
+                                                    : RetientReglages(app, apercu);
 }
 
 std::optional<FormeCsv> FormeRetenue(CFenlorApp& app, const std::string& compte, std::string_view octets) {

@@ -44,8 +44,9 @@ struct ApercuReleve {
 /// 3478 several of them and no choice.
 Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureReleve& lecture,
                     const std::string& numero, ApercuReleve& apercu);
-/// Writes the new operations and what they are known by as one unit with one sync. Then, in the settings, the
-/// balance of the statement unless a later one is known or it is of another exercice, and the bank's number.
+/// Writes the new operations and what they are known by as one unit with one sync, and with them, in the
+/// settings, the balance of the statement unless a later one is known or it is of another exercice, and the
+/// bank's number. Refused, none of it stands. With nothing new the settings are written all the same.
 Refus ImporteReleve(CFenlorApp& app, const ApercuReleve& apercu);
 
 /// The answer for the tables of an account (long form), made fit for this file; none: never asked.

@@ -8,6 +8,7 @@
 #include "banque/textes.h"
 #include "core/btfiles.h"
 #include "outils/cabinetdetest.h"
+#include "outils/systemefautif.h"
 #include "store/cumuls.h"
 
 namespace fenlor::test {
@@ -20,6 +21,7 @@ constexpr const char* Compte512 = "5120000000";
 
 class ImportReleve : public CabinetDeTest {
  protected:
+  explicit ImportReleve(Systeme* disque = nullptr) : CabinetDeTest(Cles::Memoire, 256u << 10, disque) {}
   void SetUp() override {
     ASSERT_TRUE(CreeExercice("2003"));
     ASSERT_TRUE(PoseCompte(Compte512, Tresorerie, "BQ", "Banque", 1));
@@ -154,6 +156,42 @@ TEST_F(ImportReleve, ResteConnueApresSonDepartEtEnUneSynchronisation) {
   ancien.replace(ancien.find("50.00\n", ancien.find("BALAMT")), 5, "10.00");
   Importe(ancien);
   EXPECT_EQ(Centimes(LitSoldeReleve(App(), Compte512)->montant), 5000);
+}
+
+class ImportSurDisque : protected DisqueDeTest, public ImportReleve {
+ protected:
+  ImportSurDisque() : ImportReleve(&Disque) {}
+};
+
+/// The balance of a statement stands and goes with its operations, whichever call of the disk fails.
+TEST_F(ImportSurDisque, LeSoldeVaAvecLesOperations) {
+  const std::string octets =
+      FabriqueReleve(FormatReleve::Ofx, 0, OperationsVraies(1, FaitDate(1, 3, 2003), 31), 5000);
+  const auto solde = [&] { return LitSoldeReleve(App(), Compte512).has_value(); };
+  CBanques banques(App(), App().PathExercice);
+  CReleves releves(App(), App().PathExercice);
+  ASSERT_TRUE(banques.OpenFile() && releves.OpenFile());
+  Magasin().QVRetientUnites(true);
+  unsigned essais = 0, refuses = 0;
+  for (bool panne = true; panne;) {
+    Disque.Programme(++essais, ENOSPC, SystemeFautif::Ecriture | SystemeFautif::Synchro);
+    const std::string fait = Importe(octets);
+    panne = Disque.NbPannes() != 0;
+    Disque.Repare();
+    const bool ecrit = fait.ends_with("/0/0/0");
+    refuses += !ecrit;
+    ASSERT_EQ(solde(), ecrit) << "failure " << essais << ": " << fait;
+    ASSERT_EQ(EnAttente().empty(), !ecrit) << "failure " << essais << ": " << fait;
+    if (!ecrit) continue;
+    ASSERT_TRUE(Magasin().QVReprend(false));
+    ASSERT_FALSE(solde()) << "taken back with its import";
+  }
+  EXPECT_GT(refuses, 2u);
+  // What an earlier program, killed between the two, left: all is known, and the balance comes again.
+  Importe(octets);
+  ASSERT_FALSE(EcritSoldeReleve(App(), Compte512, {}));
+  EXPECT_EQ(Importe(octets).substr(0, 2), "0/");
+  EXPECT_TRUE(solde());
 }
 
 TEST_F(ImportReleve, LeCompteDuFichier) {
