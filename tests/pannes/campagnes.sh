@@ -26,6 +26,7 @@ campagne() {
 choisies=$*
 campagne saisir tests_pannes 'Morts.CeQui*' FENLOR_MORTS=300
 campagne biens tests_pannes 'Morts.UneImmobilisation*' FENLOR_MORTS=100
+campagne rapprochement tests_pannes 'MortsRapprochement.*' FENLOR_MORTS=100
 campagne verbes tests_pannes 'Verbes.Tues*' FENLOR_MORTS=500
 campagne fenetre tests_pannes_fenetre 'MortsFenetre.*' FENLOR_MORTS_FENETRE=100
 campagne echeances tests_pannes_fenetre 'MortsEcheances.*' FENLOR_MORTS_ECHEANCES=200

@@ -1,6 +1,9 @@
-// The automatic matching killed at random moments: nothing is half matched, no operation is lost, none stands
-// twice. FENLOR_MORTS says how many kills.
+// The automatic matching killed at random moments, as one unit and with a question for each pair: nothing is
+// half matched, no operation is lost, none stands twice. FENLOR_MORTS says how many kills, FENLOR_GRAINE the
+// seed.
+#include <gtest/gtest.h>
 
+#include <filesystem>
 #include <iostream>
 #include <random>
 
@@ -29,50 +32,99 @@ std::map<std::string, Places> Ou(const std::string& cabinet) {
   return places;
 }
 
-TEST(MortsRapprochement, RienNEstAMoitieRapproche) {
-  const unsigned morts = Nombre("FENLOR_MORTS", 30);
-  std::mt19937 hasard(Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000));
-  DossierTemporaire dossier(true);
-  const std::string modele = dossier / "modele", cabinet = dossier / "cabinet";
-  CreeCabinet(modele);
-  const Comptes comptes = LitComptes(modele);
-  std::string ecritures, operations;
-  for (unsigned n = 0; n < Operations; ++n) {
-    ecritures += LigneSaisie(comptes, true, "Piece", 10 + n % 40, 10 + n % 40);
-    Json operation = {
-        {"Compte", comptes.banque}, {"Date", "31/12/2003"}, {"Sens", 1}, {"MontantEuro", 10 + n % 40}};
-    operation["Libelle"] = "Op " + std::to_string(n);
-    operations += operation.dump() + "\n";
+class MortsRapprochement : public testing::Test {
+ protected:
+  void SetUp() override {
+    const unsigned graine = Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000);
+    std::cout << "seed " << graine << "\n";
+    m_hasard.seed(graine);
+    CreeCabinet(m_modele);
+    m_comptes = LitComptes(m_modele);
+    std::string ecritures, operations;
+    for (unsigned n = 0; n < Operations; ++n) {
+      ecritures += LigneSaisie(m_comptes, true, "Piece", 10 + n % 40, 10 + n % 40);
+      Json operation = {
+          {"Compte", m_comptes.banque}, {"Date", "31/12/2003"}, {"Sens", 1}, {"MontantEuro", 10 + n % 40}};
+      operation["Libelle"] = "Op " + std::to_string(n);
+      operations += operation.dump() + "\n";
+    }
+    ASSERT_EQ(Ctl({"--cabinet", m_modele, "saisir", "--tout"}, ecritures).statut, 0);
+    ASSERT_EQ(Ctl({"--cabinet", m_modele, "rapprochement", "ajouter"}, operations).statut, 0);
   }
-  ASSERT_EQ(Ctl({"--cabinet", modele, "saisir", "--tout"}, ecritures).statut, 0);
-  ASSERT_EQ(Ctl({"--cabinet", modele, "rapprochement", "ajouter"}, operations).statut, 0);
+  void Recopie() {
+    std::filesystem::remove_all(m_cabinet);
+    std::filesystem::copy(m_modele, m_cabinet, std::filesystem::copy_options::recursive);
+  }
+  /// Operations in lines; each operation stands once, waiting or in a line.
+  unsigned Rapprochees() {
+    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
+    EXPECT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+    const auto places = Ou(m_cabinet);
+    EXPECT_EQ(places.size(), Operations);
+    unsigned rapprochees = 0;
+    for (const auto& [libelle, place] : places) {
+      EXPECT_EQ(place.attend + place.rapprochee, 1u) << libelle;
+      rapprochees += place.rapprochee;
+    }
+    return rapprochees;
+  }
 
+  const unsigned m_morts = Nombre("FENLOR_MORTS", 30);
+  std::mt19937 m_hasard;
+  DossierTemporaire m_dossier{true};
+  const std::string m_modele = m_dossier / "modele", m_cabinet = m_dossier / "cabinet";
+  Comptes m_comptes;
+};
+
+TEST_F(MortsRapprochement, RienNEstAMoitieRapproche) {
   unsigned tues = 0, faits = 0;
   long duree = 20'000;
-  for (unsigned tour = 0; (tues < morts || faits == 0) && tour < 4 * morts + 40; ++tour) {
-    std::filesystem::remove_all(cabinet);
-    std::filesystem::copy(modele, cabinet, std::filesystem::copy_options::recursive);
-    Enfant enfant({"--cabinet", cabinet, "rapprochement", "automatique", "--compte", comptes.banque},
+  for (unsigned tour = 0; (tues < m_morts || faits == 0) && tour < 4 * m_morts + 40; ++tour) {
+    Recopie();
+    Enfant enfant({"--cabinet", m_cabinet, "rapprochement", "automatique", "--compte", m_comptes.banque},
                   "/dev/null");
-    enfant.Ecoute(1'000 + static_cast<long>(hasard() % static_cast<unsigned>(duree)));
+    enfant.Ecoute(1'000 + static_cast<long>(m_hasard() % static_cast<unsigned>(duree)));
     const bool fini = enfant.Fini();
     enfant.Tue();
     tues += enfant.Attend().statut == 128 + 9;
     // On a slow machine a run must be given the time to stand, too.
-    duree = fini ? duree * 9 / 10 + 100 : tues >= morts ? duree * 2 : duree * 11 / 10 + 100;
-    const Resultat verification = Ctl({"--cabinet", cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
-    const auto places = Ou(cabinet);
-    ASSERT_EQ(places.size(), Operations) << "after " << tues << " kills";
-    const unsigned rapprochee = places.begin()->second.rapprochee;
-    for (const auto& [libelle, place] : places) {
-      ASSERT_EQ(place.attend + place.rapprochee, 1u) << libelle;
-      ASSERT_EQ(place.rapprochee, rapprochee) << "the run is one unit";
-    }
-    faits += rapprochee;
+    duree = fini ? duree * 9 / 10 + 100 : tues >= m_morts ? duree * 2 : duree * 11 / 10 + 100;
+    const unsigned rapprochees = Rapprochees();
+    ASSERT_TRUE(rapprochees == 0 || rapprochees == Operations) << "the run is one unit";
+    ASSERT_FALSE(HasFailure()) << "after " << tues << " kills";
+    faits += rapprochees != 0;
   }
   std::cout << tues << " killed, " << faits << " runs stood\n";
-  EXPECT_TRUE(tues >= morts && faits > 0);
+  EXPECT_TRUE(tues >= m_morts && faits > 0);
+}
+
+/// With a question for each pair: what was answered yes stands before the next question is put.
+TEST_F(MortsRapprochement, ChaqueOuiTient) {
+  unsigned tues = 0, dits = 0, sansQuestion = 0;
+  long duree = 20'000;
+  for (unsigned tour = 0; tues < m_morts && tour < 8 * m_morts + 40; ++tour) {
+    Recopie();
+    Enfant enfant({m_cabinet, m_comptes.banque}, "/dev/null", "rapprochementconfirme");
+    enfant.Ecoute(1'000 + static_cast<long>(m_hasard() % static_cast<unsigned>(duree)));
+    duree = enfant.Fini() ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+    enfant.Tue();
+    const Resultat r = enfant.Attend();
+    const bool tue = r.statut == 128 + 9;
+    ASSERT_TRUE(tue || r.statut == 0);
+    const auto questions = LignesJson(r.sortie.substr(0, r.sortie.rfind('\n') + 1));
+    ASSERT_TRUE(questions) << r.sortie;
+    const unsigned oui = questions->empty() ? 0 : questions->back().value("oui", 0u);
+    tues += tue && oui > 0;
+    const unsigned rapprochees = Rapprochees();
+    ASSERT_TRUE(rapprochees == oui || rapprochees == oui + 1)
+        << "kill " << tues << ": " << oui << " told, " << rapprochees << " matched";
+    ASSERT_FALSE(HasFailure()) << "after " << tues << " kills";
+    dits += oui;
+    sansQuestion += rapprochees > oui;
+  }
+  std::cout << tues << " killed between questions, " << dits << " yes, " << sansQuestion
+            << " that no question followed\n";
+  EXPECT_GE(tues, m_morts);
 }
 
 }  // namespace
