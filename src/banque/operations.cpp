@@ -69,6 +69,7 @@ std::vector<OperationLue> LitOperations(CFenlorApp& app, const std::string& comp
   CBanques banques(app, app.PathExercice);
   if (compte.empty() || !banques.OpenFile()) return operations;
   assert(compte == QVAPI::GetLongCompte(compte));
+  operations.reserve(app.Magasin.QVNumberOfRec(FichierBanques));
   app.Magasin.QVParcoursCle(banques.NumCle, compte, compte + '\xFF', [&](Position position, const void* rec) {
     operations.push_back({position, *static_cast<const Banque*>(rec)});
     operations.back().rec.Reserve0 = 0;

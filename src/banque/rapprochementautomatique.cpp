@@ -50,10 +50,8 @@ class Automatique {
     Enchaine();
     const Progression progression(m_app.Boite, Texte(TitreRapprochement), Texte(TexteTraitement), true,
                                   m_bilan.operations);
-    if (m_demande.confirmation) return Marche();
-    QVAPI::Unite unite(m_app.Magasin);
-    Refus refus = Marche();
-    if (!refus && !unite.Valide()) refus = m_app.EchecMagasin();
+    if (const Refus refus = Marche()) return refus;
+    const Refus refus = Ecrit();
     if (refus) m_bilan.rapproches = 0;
     return refus;
   }
@@ -112,11 +110,17 @@ class Automatique {
                             LitTexte(lue.Libelle), MontantEnTexte(DeCentimes(ligne.Montant(euro)), euro)});
   }
 
+  /// Without questions all pairs are written at the end, as one unit.
   Refus Prend(const OperationLue& operation, const LigneARapprocher& ligne) {
-    QVAPI::Unite unite(m_app.Magasin);
-    if (!m_app.Magasin.RappLines(m_app.PathExercice, ligne.position, operation.rec)) return m_app.EchecDit();
-    if (!m_banques.Delete(operation.position)) return EchecFichier();
-    return unite.Valide() ? Refus{} : m_app.EchecMagasin();
+    m_paires.push_back({ligne.position, operation.position});
+    return m_demande.confirmation ? Ecrit() : Refus{};
+  }
+
+  Refus Ecrit() {
+    if (m_paires.empty()) return {};
+    if (!m_app.Magasin.RappLines(m_app.PathExercice, m_paires)) return m_app.EchecDit();
+    m_paires.clear();
+    return {};
   }
 
   CFenlorApp& m_app;
@@ -129,6 +133,7 @@ class Automatique {
   std::vector<LigneARapprocher> m_lignes;
   std::unordered_map<Montants, u32, Hachage> m_tetes;  ///< first line of a chain that is not taken
   std::vector<u32> m_suivantes;                        ///< the next one behind a line
+  std::vector<QVAPI::Rapprochement> m_paires;          ///< taken, and not yet written
   bool m_arret = false;
 };
 

@@ -1,5 +1,6 @@
 #include "core/btfiles.h"
 
+#include <algorithm>
 #include <cassert>
 
 #include "core/erreurs.h"
@@ -171,6 +172,10 @@ bool CBTFiles::DelKeys(fenlor::Position position) {
 
 bool CBTFiles::AddKeys(fenlor::Position position) {
   assert(position != 0);
+  // A key that allows doubles has its position in it.
+  const bool neuf = std::all_of(CleDouble, CleDouble + DerniereCle + 1, [](bool d) { return d; });
+  if (m_app.Magasin.QVAddKeys(NumFichier, m_rec, position, neuf)) return true;
+  // One by one, to tell which fails.
   bool toutes = true;
   for (u32 i = 0; i <= DerniereCle; ++i) {
     if (m_app.Magasin.QVAddKey(static_cast<u16>(NumCle + i), MakeKey(i), position)) continue;

@@ -321,25 +321,6 @@ bool QVAPI::UpdateLines(const std::string& exercice, Position position, const Li
   return RemplaceLigne(*this, op, position, ancienne, nouvelle);
 }
 
-bool QVAPI::RappLines(const std::string& exercice, Position position, const Banque& rec) {
-  OperationEcriture op(*this, *m_etat, exercice);
-  if (!op) return false;
-  const Line* vue = op.VueLigne(position);
-  if (!vue) return op.Refuse(ErrPosition);
-  Line ancienne = *vue;
-  ancienne.Reserve0 = 0;
-  Line nouvelle = ancienne;
-  nouvelle.Rapprochee = 1;
-  std::memcpy(nouvelle.RappCompte, rec.Compte, sizeof nouvelle.RappCompte);
-  std::memcpy(nouvelle.RappLibelle, rec.Libelle, sizeof nouvelle.RappLibelle);
-  nouvelle.RappDate = rec.Date;
-  nouvelle.RappDateValeur = rec.DateValeur;
-  nouvelle.RappFranc = rec.MontantFranc;
-  nouvelle.RappEuro = rec.MontantEuro;
-  nouvelle.RappSens = rec.Sens != 0;
-  return RemplaceLigne(*this, op, position, ancienne, nouvelle);
-}
-
 bool QVAPI::WriteJournal(const Line& rec) {
   OperationEcriture op(*this, *m_etat, {}, OperationEcriture::JournalSeul);
   if (!op) return false;

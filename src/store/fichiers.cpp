@@ -64,6 +64,10 @@ bool QVAPI::QVAddKey(u16 numCle, const std::string& cle, Position position) {
   if (CleDuJournal(numCle)) m_etat->OublieCompteurs();
   return m_etat->moteur->AjouteCle(numCle, cle, position);
 }
+bool QVAPI::QVAddKeys(u16 numFichier, const void* rec, Position position, bool neuf) {
+  if (numFichier == FichierJournal) m_etat->OublieCompteurs();
+  return m_etat->moteur->AjouteCles(numFichier, position, rec, neuf);
+}
 bool QVAPI::QVDelKey(u16 numCle, const std::string& cle) {
   if (CleDuJournal(numCle)) m_etat->OublieCompteurs();
   const Position position = m_etat->moteur->TrouveCle(numCle, cle);

@@ -45,7 +45,8 @@ u8* ImagesUnite::Pose(u16 fichier, Position position, u16 pas) {
       m_morceaux.push_back(std::make_unique_for_overwrite<u8[]>(TailleMorceau));
       m_reste = TailleMorceau;
     }
-    m_images.push_back({fichier, pas, position, m_morceaux.back().get() + (TailleMorceau - m_reste), true});
+    m_images.push_back(
+        {fichier, pas, position, m_morceaux.back().get() + (TailleMorceau - m_reste), true, 0, 0, 0});
     m_reste -= pas;
     rang = static_cast<u32>(m_images.size());
   }
@@ -80,8 +81,8 @@ void ImagesUnite::Efface() {
   m_vivantes = m_octets = 0;
 }
 
-std::vector<const ImagesUnite::Image*> ImagesUnite::EnOrdre() const {
-  std::vector<const Image*> ordre;
+std::vector<ImagesUnite::Image*> ImagesUnite::EnOrdre() {
+  std::vector<Image*> ordre;
   ordre.reserve(m_vivantes);
   // File by file: within one they mostly stand in order already.
   bool fichiers[256] = {};
@@ -89,7 +90,7 @@ std::vector<const ImagesUnite::Image*> ImagesUnite::EnOrdre() const {
   for (unsigned fichier = 0; fichier < 256; ++fichier) {
     if (!fichiers[fichier]) continue;
     const auto debut = static_cast<std::ptrdiff_t>(ordre.size());
-    for (const Image& image : m_images)
+    for (Image& image : m_images)
       if (image.fichier == fichier && !image.retiree) ordre.push_back(&image);
     if (!std::is_sorted(ordre.begin() + debut, ordre.end(), Avant))
       std::sort(ordre.begin() + debut, ordre.end(), Avant);

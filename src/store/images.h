@@ -17,6 +17,8 @@ class ImagesUnite {
     Position position = 0;
     u8* octets = nullptr;
     bool retiree = false;  ///< a part of the unit that was undone had made it
+    /// Of its record, what differs from what stands in its place (`Scelle`), zeroes at the end left out.
+    u16 debut = 0, fin = 0, zeros = 0;
   };
 
   bool Vide() const { return m_vivantes == 0; }
@@ -35,7 +37,7 @@ class ImagesUnite {
   void Efface();
 
   /// Images that count, by file and position. Valid until the next `Pose`.
-  std::vector<const Image*> EnOrdre() const;
+  std::vector<Image*> EnOrdre();
 
  private:
   std::size_t Place(u16 fichier, Position position) const;
@@ -48,6 +50,6 @@ class ImagesUnite {
   std::size_t m_vivantes = 0, m_octets = 0;
 };
 
-using OrdreImages = std::vector<const ImagesUnite::Image*>;
+using OrdreImages = std::vector<ImagesUnite::Image*>;
 
 }  // namespace fenlor

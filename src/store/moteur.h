@@ -63,6 +63,8 @@ class Moteur {
   /// The record in place, its marker byte as stored (mask it when byte 0 counts).
   /// Null on failure. Valid until the next operation that writes.
   const u8* Vue(u16 numFichier, Position position);
+  /// A record will be read soon.
+  void Annonce(u16 numFichier, Position position) const;
   /// What a look over a whole file finds, shared among helpers. The keys are right when they are those of the
   /// records, each once and in order; the sums, when none of a slot is wrong. Which one is not is for the
   /// caller to find.
@@ -99,6 +101,9 @@ class Moteur {
   /// caller knows that none exists (they are then written later, in order).
   bool AjouteCles(u16 numFichier, Position position, const void* rec, bool neuves);
   bool SupprimeCles(u16 numFichier, Position position, const void* rec);
+  /// The unit in progress changes a good part of the file's records and leaves its keys alone: they are made
+  /// again from the records before anybody looks at one.
+  bool RemetCles(u16 numFichier);
   /// Rewrites a record and those of its keys that change.
   bool Remplace(u16 numFichier, Position position, const void* rec);
   bool RefaitCles(u16 numFichier);

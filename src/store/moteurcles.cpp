@@ -340,6 +340,15 @@ bool Moteur::SupprimeCles(u16 numFichier, Position position, const void* rec) {
   return premiere == 0 || m->Echec(premiere, o->cheminIdx);
 }
 
+bool Moteur::RemetCles(u16 numFichier) {
+  Ouvert* o = m->Dat(numFichier);
+  if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  assert(m->profondeur > 0);
+  m->Touche(*o);
+  m->DoitCles(*o);
+  return true;
+}
+
 bool Moteur::RefaitCles(u16 numFichier) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->def || !o->idxOuvert) return m->Echec(ErrPasOuvert);

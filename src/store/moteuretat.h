@@ -168,8 +168,10 @@ struct Moteur::Etat {
   void Defait(std::size_t jusqua);
   void DefaitTout();
   bool Engage();
-  bool ComposeUnite(const OrdreImages& ordre);
-  void ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille, const u8* base);
+  const u8* Base(const Ouvert& o, Position position) const;
+  bool Scelle(const OrdreImages& ordre);
+  void ComposeUnite(const OrdreImages& ordre);
+  void ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille);
   bool Applique(const OrdreImages& ordre);
   // moteurannulation.cpp
   void RetientUnite(const OrdreImages& ordre);
@@ -180,7 +182,7 @@ struct Moteur::Etat {
   bool ReprendLibres(Ouvert& o, std::set<Position> voulus);
   bool EcritRetour(Moteur& moteur, const UniteRetenue& unite);
   // moteurunites.cpp
-  bool AppliqueSuite(Ouvert& o, std::span<const ImagesUnite::Image* const> suite);
+  bool AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const> suite);
 };
 
 /// A unit of one operation, unless one is open already.

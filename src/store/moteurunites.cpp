@@ -6,16 +6,38 @@
 #include <cstring>
 
 #include "store/moteuretat.h"
+#include "store/partage.h"
 
 namespace fenlor {
 
 namespace {
 
-/// Images beyond this are written behind the committed end at once.
-constexpr std::size_t SeuilVersement = 4u << 20;
+/// Images beyond this are written behind the committed end at once: what a log holds in one go costs one
+/// sync, a tail one more for each file.
+std::size_t SeuilVersement(std::size_t tailleReprise) {
+  return std::max<std::size_t>(4u << 20, tailleReprise + tailleReprise / 4);
+}
 
 /// Slots in a row are written by one call, up to so many bytes.
 constexpr std::size_t SuiteMax = 256u << 10;
+
+/// What differs of a record from the one in its place; all of a new one.
+void Compare(ImagesUnite::Image& image, u16 taille, const u8* base) {
+  const u8* octets = image.octets;
+  u32 debut = 0, fin = taille;
+  if (base) {
+    // By words as far as they go: a save compares a thousand bytes.
+    while (debut + 8 <= fin && std::memcmp(octets + debut, base + debut, 8) == 0) debut += 8;
+    while (debut < fin && octets[debut] == base[debut]) ++debut;
+    while (fin >= debut + 8 && std::memcmp(octets + fin - 8, base + fin - 8, 8) == 0) fin -= 8;
+    while (fin > debut && octets[fin - 1] == base[fin - 1]) --fin;
+  }
+  const u32 bout = fin;
+  while (fin > debut && octets[fin - 1] == 0) --fin;
+  image.debut = static_cast<u16>(debut);
+  image.fin = static_cast<u16>(fin);
+  image.zeros = static_cast<u16>(bout - fin);
+}
 
 }  // namespace
 
@@ -102,7 +124,8 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
     if (o->emplacements >= 0xFFFFFFF0u) return m->Echec(EFBIG, *o), 0;
     position = o->emplacements + 1;
     m->Retient(*o, 0);
-    if (!o->premierVerse && m->images.Octets() > SeuilVersement && o->def) o->premierVerse = position;
+    if (!o->premierVerse && m->images.Octets() > SeuilVersement(m->tailleReprise) && o->def)
+      o->premierVerse = position;
     if (o->premierVerse) {
       if (const int rc = o->dat.AjouteQueue(position, octets)) return m->Echec(rc, *o), 0;
     } else {
@@ -153,6 +176,11 @@ const u8* Moteur::Vue(u16 numFichier, Position position) {
     default:
       return m->Echec(ErrEndommage, *o), nullptr;
   }
+}
+
+void Moteur::Annonce(u16 numFichier, Position position) const {
+  const Ouvert* o = m->Dat(numFichier);
+  if (o && position > 0 && position <= o->dat.entete.emplacements) o->dat.Annonce(position);
 }
 
 bool Moteur::Lit(u16 numFichier, Position position, void* rec) {
@@ -333,9 +361,40 @@ void Moteur::Etat::DefaitTout() {
   touches.clear();
 }
 
-/// Sums behind all images, and the unit for the log. A slot that was damaged since its file was opened is
-/// not written over: what was read from it would come back with a sum that vouches for it.
-bool Moteur::Etat::ComposeUnite(const OrdreImages& ordre) {
+/// What stands in the place of an image; null when nothing does.
+const u8* Moteur::Etat::Base(const Ouvert& o, Position position) const {
+  if (!o.attente.empty())
+    if (const auto attend = o.attente.find(position); attend != o.attente.end()) return attend->second.data();
+  return position > o.dat.entete.emplacements ? nullptr : o.dat.Place(position);
+}
+
+/// Sums behind all images, and what of each goes into the log. A slot that was damaged since its file was
+/// opened is not written over: what was read from it would come back with a sum that vouches for it.
+bool Moteur::Etat::Scelle(const OrdreImages& ordre) {
+  const unsigned parts = NombreParts(images.Octets());
+  std::array<const Ouvert*, PartsMax> fautifs{};
+  Partage(parts, [&](unsigned part) {
+    const auto [debut, fin] = TrancheDe(part, parts, ordre.size(), 1);
+    for (u64 i = debut; i < fin; ++i) {
+      ImagesUnite::Image& image = *ordre[i];
+      const Ouvert& o = *fichiers[image.fichier];
+      if (!o.def) continue;
+      const u8* base = Base(o, image.position);
+      if (base && !o.attente.contains(image.position) && !o.dat.EstJuste(image.position)) {
+        fautifs[part] = &o;
+        return;
+      }
+      o.dat.PoseScelle(image.octets, image.octets, image.position);
+      Compare(image, o.dat.entete.taille, base);
+    }
+  });
+  for (const Ouvert* fautif : fautifs)
+    if (fautif) return Echec(ErrEndommage, *fautif);
+  return true;
+}
+
+/// The unit for the log.
+void Moteur::Etat::ComposeUnite(const OrdreImages& ordre) {
   std::vector<FichierUnite> fichiersUnite;
   std::array<u16, 256> indices{};
   for (const Ouvert* o : touches) {
@@ -346,46 +405,26 @@ bool Moteur::Etat::ComposeUnite(const OrdreImages& ordre) {
                              o->tete, o->libres, o->cheminRelatif});
   }
   assert(!fichiersUnite.empty());
-  reprise->Commence(fichiersUnite);
+  reprise->Commence(fichiersUnite, images.Octets());
   for (const ImagesUnite::Image* image : ordre) {
     const Ouvert& o = *fichiers[image->fichier];
     if (!o.def) continue;
-    const Position position = image->position;
-    assert(o.touche && position > 0 && position <= o.emplacements && image->pas == o.dat.entete.Pas());
-    const auto enAttente = o.attente.find(position);
-    const u8* base = enAttente != o.attente.end()           ? enAttente->second.data()
-                     : position > o.dat.entete.emplacements ? nullptr
-                                                            : o.dat.Place(position);
-    if (base && enAttente == o.attente.end() && !o.dat.EstJuste(position)) return Echec(ErrEndommage, o);
-    o.dat.PoseScelle(image->octets, image->octets, position);
-    ComposeImage(indices[image->fichier], *image, o.dat.entete.taille, base);
+    assert(o.touche && image->position > 0 && image->position <= o.emplacements &&
+           image->pas == o.dat.entete.Pas());
+    ComposeImage(indices[image->fichier], *image, o.dat.entete.taille);
   }
-  return true;
 }
 
 /// The bytes of a slot that the unit changes.
-void Moteur::Etat::ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille, const u8* base) {
-  const u8* octets = image.octets;
-  u32 debut = 0, fin = taille;
-  if (base) {
-    // By words as far as they go: a save compares a thousand bytes.
-    while (debut + 8 <= fin && std::memcmp(octets + debut, base + debut, 8) == 0) debut += 8;
-    while (debut < fin && octets[debut] == base[debut]) ++debut;
-    while (fin >= debut + 8 && std::memcmp(octets + fin - 8, base + fin - 8, 8) == 0) fin -= 8;
-    while (fin > debut && octets[fin - 1] == base[fin - 1]) --fin;
-    if (debut == fin) return;
-  }
-  const u32 bout = fin;
-  while (fin > debut && octets[fin - 1] == 0) --fin;
-  reprise->AjouteImage({fichier,
-                        static_cast<u16>(debut),
-                        static_cast<u16>(bout - fin),
-                        image.position,
-                        {reinterpret_cast<const char*>(octets) + debut, fin - debut}});
+void Moteur::Etat::ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille) {
+  assert(image.debut <= image.fin && image.fin + image.zeros <= taille);
+  if (image.fin - image.debut + image.zeros == 0) return;
+  const char* octets = reinterpret_cast<const char*>(image.octets);
+  const auto longueur = static_cast<std::size_t>(image.fin - image.debut);
+  reprise->AjouteImage({fichier, image.debut, image.zeros, image.position, {octets + image.debut, longueur}});
   // The sum as well, though it could be counted: recovery learns whether the bytes around the image
   // are those that it was made for.
-  reprise->AjouteImage(
-      {fichier, taille, 0, image.position, {reinterpret_cast<const char*>(octets) + taille, TailleSomme}});
+  reprise->AjouteImage({fichier, taille, 0, image.position, {octets + taille, TailleSomme}});
 }
 
 /// The unit becomes durable, or nothing of it counts.
@@ -410,8 +449,12 @@ bool Moteur::Etat::Engage() {
     }
     // Room before the unit is composed: emptying the log changes epoch and headers, which it bears.
     if (reprise->DoitVider() && !VidangeTout()) return false;
-    if (!ComposeUnite(ordre)) return false;
-    if (!reprise->Tient() && (!VidangeTout() || !ComposeUnite(ordre))) return false;
+    if (!Scelle(ordre)) return false;
+    ComposeUnite(ordre);
+    if (!reprise->Tient()) {
+      if (!VidangeTout()) return false;
+      ComposeUnite(ordre);
+    }
     if (const int rc = reprise->Ecrit()) return Echec(rc, Joint(dossier, "fenlor.rep"));
   }
   // From here on the unit is told as saved: whatever the data files answer, the log has it.
@@ -421,7 +464,7 @@ bool Moteur::Etat::Engage() {
 }
 
 /// Writes the images of slots in a row.
-bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<const ImagesUnite::Image* const> suite) {
+bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const> suite) {
   const u16 pas = suite.front()->pas;
   // Behind an image that waits the newer one waits too, or the older one would be written last.
   bool ecrite = o.attente.empty() || std::none_of(suite.begin(), suite.end(), [&](const auto* image) {

@@ -284,6 +284,9 @@ class QVAPI {
   bool QVReadRec(u16 numFichier, Position position, void* rec);
   bool QVWriteRec(u16 numFichier, Position position, const void* rec);
   bool QVAddKey(u16 numCle, const std::string& cle, Position position);
+  /// All keys of a record of a known file, composed from it; when one fails none of them. `neuf`: none of
+  /// them can exist yet.
+  bool QVAddKeys(u16 numFichier, const void* rec, Position position, bool neuf);
   bool QVDelKey(u16 numCle, const std::string& cle);
   bool QVDelDupKey(u16 numCle, const std::string& cle, Position position);
   /// Position of the exact key (the first one where doubles are allowed), or 0.
@@ -428,6 +431,12 @@ class QVAPI {
   bool UpdateLines(const std::string& exercice, Position position, const Line& rec);
   /// Marks a line reconciled and copies the bank operation into it.
   bool RappLines(const std::string& exercice, Position position, const Banque& rec);
+  /// A line, and the operation of "BANQUE" that it is.
+  struct Rapprochement {
+    Position ligne = 0, operation = 0;
+  };
+  /// The same for each pair, with its operation, which is taken out of "BANQUE": one unit. That file is open.
+  bool RappLines(const std::string& exercice, std::span<const Rapprochement> paires);
   /// Highest `Ligne` of the journal in the month of the date, plus 1; 1 for
   /// date 0. The account plays no part.
   u32 GetFreeJournalLine(const std::string& exercice, u16 journal, const std::string& compte, Date date);

@@ -222,8 +222,10 @@ int JournalReprise::Barre(u64 place) {
   return m_fichier->Ecrit(zeros.data(), zeros.size(), DebutUnites + place);
 }
 
-void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers) {
+void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers, std::size_t octets) {
   m_unite.clear();
+  // Room that is not used costs nothing; bytes that are copied while it grows do.
+  m_unite.reserve(octets);
   Ajoute(m_unite, MagieUnite);
   Ajoute(m_unite, u32{0});
   Ajoute(m_unite, m_epoque);

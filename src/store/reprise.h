@@ -74,8 +74,8 @@ class JournalReprise {
   u64 Id() const { return m_id; }
   std::map<u64, Sceau> sceaux;  ///< by id of the data file
 
-  /// Starts a unit; then files and images are added, then it is written.
-  void Commence(const std::vector<FichierUnite>& fichiers);
+  /// Starts a unit; then images are added, of about so many bytes, then it is written.
+  void Commence(const std::vector<FichierUnite>& fichiers, std::size_t octets);
   void AjouteImage(const ImageUnite& image);
   /// True when the unit fits behind those that stand there, or the log is empty.
   bool Tient() const;

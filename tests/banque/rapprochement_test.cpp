@@ -253,6 +253,35 @@ TEST_F(Rapprochement, UneEcritureNaitDeSonOperation) {
   EXPECT_THAT(Verifie(), IsEmpty());
 }
 
+/// So many that the keys of the operations are made again rather than each taken away.
+TEST_F(Rapprochement, BeaucoupDOperationsLaissentLeursClesJustes) {
+  constexpr unsigned nombre = 1100, restent = 20;
+  {
+    QVAPI::Unite unite(Magasin());
+    for (unsigned i = 0; i < nombre; ++i) Recette(Jour(1 + i % 28), 10 + i % 300);
+    for (unsigned i = 0; i < nombre + restent; ++i)
+      Ajoute(Fiche(Jour(28), i < nombre ? 10 + i % 300 : 5000 + i));
+    ASSERT_TRUE(unite.Valide());
+  }
+  CBanques banques(App(), App().PathExercice);
+  CLines lignes(App(), App().PathExercice);
+  CPlan plan(App(), App().PathExercice);
+  ASSERT_TRUE(banques.OpenFile() && lignes.OpenFile() && plan.OpenFile());
+  Magasin().QVRetientUnites(true);
+  {
+    QVAPI::Unite abandonnee(Magasin());
+    EXPECT_EQ(nombre, Automatique().rapproches);
+  }
+  EXPECT_EQ(nombre + restent, NbOperations());
+  EXPECT_THAT(Verifie(), IsEmpty());
+  EXPECT_EQ(nombre, Automatique().rapproches);
+  EXPECT_EQ(restent, NbOperations());
+  EXPECT_THAT(Verifie(), IsEmpty());
+  ASSERT_TRUE(Magasin().QVReprend(false));
+  EXPECT_EQ(nombre + restent, NbOperations());
+  EXPECT_THAT(Verifie(), IsEmpty());
+}
+
 TEST_F(Rapprochement, LesSoldesSontCeuxDeLaBanque) {
   ChangeCompte("512", [](Plan& rec) { rec.SoldeInitialEuro = -100; });  // 100 € on the account
   Ajoute(Fiche(Jour(10), 30.1, 1));

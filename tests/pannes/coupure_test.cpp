@@ -20,6 +20,12 @@ TEST_F(Coupure, DansDeGrandesUnites) {
 TEST_F(Coupure, AvecLeJournalDeRepriseLivre) {
   m_reprise = RepriseLivree;
   Joue(Histoire, Nombre("FENLOR_GRAINES", 6), "", false);
+  Joue(GrandeHistoire, 2, "", false);
+}
+
+/// Between the two: the large units leave the log for the tails of their files, whose syncs come alone.
+TEST_F(Coupure, AvecUnJournalDeRepriseMoyen) {
+  m_reprise = 3u << 20;
   Joue(GrandeHistoire, 3, "", false);
 }
 

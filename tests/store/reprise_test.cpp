@@ -46,7 +46,7 @@ class Reprise : public testing::Test {
   }
   /// One unit with one image.
   static int Ecrit(JournalReprise& log, const std::string& octets) {
-    log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}});
+    log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}}, 0);
     log.AjouteImage({0, 4, 10, 2, octets});
     return log.Ecrit();
   }
@@ -177,14 +177,14 @@ TEST_F(Reprise, UneGrandeUniteAllongeLeFichierQuiRaccourcitVide) {
   ASSERT_EQ(log.Ouvre(m_disque, m_dossier.Chemin(), Capacite), 0);
   const auto avant = std::filesystem::file_size(Chemin());
   EXPECT_EQ(avant, DebutUnites + Capacite);
-  log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}});
+  log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}}, 0);
   const std::string octets(8000, 'g');
   for (int i = 0; i < 60; ++i) log.AjouteImage({0, 4, 10, 2, octets});
   EXPECT_TRUE(log.Tient()) << "whatever its size, when the log is empty";
   ASSERT_EQ(log.Ecrit(), 0);
   EXPECT_GT(std::filesystem::file_size(Chemin()), avant + 60 * octets.size() - Capacite);
   EXPECT_NE(Contenu(), "");
-  log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}});
+  log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}}, 0);
   EXPECT_FALSE(log.Tient());
   ASSERT_EQ(log.Vide(), 0);
   EXPECT_EQ(std::filesystem::file_size(Chemin()), avant);

@@ -1,0 +1,76 @@
+// Lines of the journal that are matched with operations of the bank.
+
+#include <cassert>
+#include <cstring>
+
+#include "store/ecritures_operation.h"
+
+namespace fenlor {
+
+namespace {
+
+/// Records on their way from the memory while the one in front of them is written.
+constexpr std::size_t Avance = 8;
+
+/// From so many operations of a file on its keys are made again, rather than each sought.
+constexpr std::size_t BeaucoupDOperations = 1000;
+
+Line Rapprochee(const Line& vue, const Banque& operation) {
+  Line ligne = vue;
+  ligne.Reserve0 = 0;
+  ligne.Rapprochee = 1;
+  std::memcpy(ligne.RappCompte, operation.Compte, sizeof ligne.RappCompte);
+  std::memcpy(ligne.RappLibelle, operation.Libelle, sizeof ligne.RappLibelle);
+  ligne.RappDate = operation.Date;
+  ligne.RappDateValeur = operation.DateValeur;
+  ligne.RappFranc = operation.MontantFranc;
+  ligne.RappEuro = operation.MontantEuro;
+  ligne.RappSens = operation.Sens != 0;
+  return ligne;
+}
+
+/// No key of a line knows what it is matched with, nor does a counter of the journal.
+bool EcritRapprochee(OperationEcriture& op, Position position, const Banque& operation,
+                     EffetsComptes& effets) {
+  const Line* vue = op.VueLigne(position);
+  if (!vue) return op.Refuse(ErrPosition);
+  const Line ligne = Rapprochee(*vue, operation);
+  effets.Retire(*vue);
+  effets.Ajoute(ligne);
+  return op.moteur().Ecrit(FichierJournal, position, &ligne) || op.Echoue();
+}
+
+}  // namespace
+
+bool QVAPI::RappLines(const std::string& exercice, Position position, const Banque& rec) {
+  OperationEcriture op(*this, *m_etat, exercice);
+  if (!op) return false;
+  Unite unite(*this);
+  EffetsComptes effets;
+  if (!EcritRapprochee(op, position, rec, effets) || !op.Applique(effets)) return false;
+  return unite.Valide() || op.Echoue();
+}
+
+bool QVAPI::RappLines(const std::string& exercice, std::span<const Rapprochement> paires) {
+  OperationEcriture op(*this, *m_etat, exercice);
+  if (!op) return false;
+  Moteur& moteur = op.moteur();
+  Unite unite(*this);
+  EffetsComptes effets;
+  const bool beaucoup =
+      paires.size() >= BeaucoupDOperations && paires.size() > moteur.NombreEmplacements(FichierBanques) / 3;
+  if (beaucoup && !moteur.RemetCles(FichierBanques)) return op.Echoue();
+  for (std::size_t i = 0; i < paires.size(); ++i) {
+    if (i + Avance < paires.size()) moteur.Annonce(FichierJournal, paires[i + Avance].ligne);
+    const Position place = paires[i].operation;
+    Banque operation;
+    if (!moteur.Lit(FichierBanques, place, &operation)) return op.Echoue();
+    if (!EcritRapprochee(op, paires[i].ligne, operation, effets)) return false;
+    if (!beaucoup && !moteur.SupprimeCles(FichierBanques, place, &operation)) return op.Echoue();
+    if (!moteur.Supprime(FichierBanques, place)) return op.Echoue();
+  }
+  if (!op.Applique(effets)) return false;
+  return unite.Valide() || op.Echoue();
+}
+
+}  // namespace fenlor
