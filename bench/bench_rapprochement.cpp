@@ -122,8 +122,7 @@ int Lance(unsigned courses, unsigned operations, unsigned lignes) {
   u32 paires = 0;
   u64 synchros = 0;
   for (unsigned i = 0; i < courses; ++i) {
-    fs::remove_all(cabinet);
-    fs::copy(modele, cabinet, fs::copy_options::recursive);
+    RecopieCabinet(modele, cabinet);
     Classeur classeur(cabinet);
     Course course(classeur.Magasin());
     course.Prepare(operations, lignes);

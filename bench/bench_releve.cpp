@@ -45,11 +45,17 @@ unsigned LitJournal(QVAPI& magasin) {
 int Execute(unsigned tours, unsigned operations, unsigned lignes) {
   const std::string dossier =
       (std::filesystem::temp_directory_path() / ("fenlor-bench-releve-" + std::to_string(getpid()))).string();
-  double import = 0, connu = 0, lecture = 0;
-  u64 synchros = 0;
+  const std::string modele = dossier + "/modele", cabinet = dossier + "/cabinet";
+  std::filesystem::create_directories(modele);
   {
-    Classeur classeur(dossier);
+    Classeur classeur(modele);
     classeur.Remplit(lignes / LignesParEcriture);
+  }
+  u64 synchros = 0;
+  std::vector<double> neufs, deja, lus;
+  for (unsigned tour = 0; tour < tours; ++tour) {
+    RecopieCabinet(modele, cabinet);
+    Classeur classeur(cabinet);
     QVAPI& magasin = classeur.Magasin();
     DialogueMuet dialogue;
     SeanceDuBanc app(magasin, dialogue);
@@ -59,21 +65,18 @@ int Execute(unsigned tours, unsigned operations, unsigned lignes) {
       if (apercu.Nombre(SortOperation::Nouvelle) != attendu) Echec("not what was to be imported");
       if (ImporteReleve(app, apercu)) Echec("the import is refused");
     };
-    std::vector<double> neufs, deja, lus;
-    for (unsigned tour = 0; tour <= tours; ++tour) {
-      const std::string texte = TexteReleve(operations, tour);
-      const u64 avant = magasin.NbSynchros();
-      neufs.push_back(Duree([&] { importe(texte, operations); }));
-      synchros = magasin.NbSynchros() - avant;
-      deja.push_back(Duree([&] { importe(texte, 0); }));
-      lus.push_back(Duree([&] {
-        if (LitJournal(magasin) < lignes / LignesParEcriture * LignesParEcriture) Echec("lines are missing");
-      }));
-    }
-    import = Mediane(neufs);
-    connu = Mediane(deja);
-    lecture = Mediane(lus);
+    const auto lit = [&] {
+      if (LitJournal(magasin) < lignes / LignesParEcriture * LignesParEcriture) Echec("lines are missing");
+    };
+    lit();
+    lus.push_back(Duree(lit));
+    const std::string texte = TexteReleve(operations, tour);
+    const u64 avant = magasin.NbSynchros();
+    neufs.push_back(Duree([&] { importe(texte, operations); }));
+    synchros = magasin.NbSynchros() - avant;
+    deja.push_back(Duree([&] { importe(texte, 0); }));
   }
+  const double import = Mediane(neufs), connu = Mediane(deja), lecture = Mediane(lus);
   Tableau tableau;
   const bool barre = operations == OperationsBarre && lignes == LignesBarre;
   tableau.EnTete();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <errno.h>
+#include <fcntl.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -47,6 +48,18 @@ inline std::string DossierDuBanc() {
   return (std::filesystem::temp_directory_path() /
           (program_invocation_short_name + ("." + std::to_string(getpid()))))
       .string();
+}
+
+/// Copies a practice for one run and syncs it: what the copying left to write is not the run's.
+inline void RecopieCabinet(const std::string& modele, const std::string& cabinet) {
+  std::filesystem::remove_all(cabinet);
+  std::filesystem::copy(modele, cabinet, std::filesystem::copy_options::recursive);
+  for (const auto& entree : std::filesystem::recursive_directory_iterator(cabinet)) {
+    const int fichier = entree.is_regular_file() ? open(entree.path().c_str(), O_RDWR | O_CLOEXEC) : -1;
+    if (fichier < 0) continue;
+    fsync(fichier);
+    close(fichier);
+  }
 }
 
 /// The number at a place of the command line, or its default; ends the program with `usage` when it is none.
