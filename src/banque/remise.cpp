@@ -38,7 +38,7 @@ bool Retenue(const Line& ligne, const CriteresRemise& criteres) {
     return false;
   switch (criteres.etat) {
     case EtatRemise::NonRemis:
-      return ligne.Remise == 0;
+      return ligne.Remise == 0 && ligne.Rapprochee == 0;  // what the bank has is not brought there
     case EtatRemise::Remis:
       return ligne.Remise != 0;
     case EtatRemise::RemisACetteDate:

@@ -13,7 +13,8 @@
 
 namespace fenlor {
 
-/// Which cheques are listed; the values are those of the form's list.
+/// Which cheques are listed; the values are those of the form's list. `NonRemis`: neither deposited nor
+/// reconciled.
 enum class EtatRemise : int { NonRemis = 1, Remis = 2, RemisACetteDate = 3, Tous = 4 };
 enum class MonnaieRemise { Toutes, Franc, Euro };
 

@@ -86,6 +86,9 @@ TEST_F(Remise, CeQuiEstListe) {
   std::swap(c.du, c.au);
   ASSERT_FALSE(ChequesDe(App(), c, cheques));
   EXPECT_TRUE(c.du == Mars(1) && cheques.size() == 4);
+  ASSERT_TRUE(Magasin().RappLines("", cheques.front().position, Banque{}));
+  EXPECT_EQ(Listes(Criteres(EtatRemise::NonRemis)), "7 2") << "6 is reconciled: the bank has it";
+  EXPECT_EQ(Listes(Criteres(EtatRemise::Tous)), "6 1r 7 2");
   for (const auto& [mouvement, erreur] : {std::pair(3u, ErrSansCheque), {99u, ErrEcritureInconnue}})
     EXPECT_EQ(ChequesDeLEcriture(App(), mouvement, cheques).numero, erreur.numero) << mouvement;
 }
