@@ -41,9 +41,19 @@ std::string IdentifiantCourt(const std::string& id) {
 }
 
 /// Day, amount, side and currency: what two operations must share in any case.
-std::string Seau(Date date, i64 centimes, i16 sens, const std::string& monnaie) {
-  return StrSDate(date) + ' ' + std::to_string(centimes) + (sens ? "C " : "D ") + monnaie + ' ';
-}
+struct Seau {
+  Date date;
+  i64 centimes;
+  bool credit, euro;
+  bool operator==(const Seau&) const = default;
+};
+struct HachageSeau {
+  std::size_t operator()(const Seau& s) const {
+    u64 h = (u64{s.date} << 2 | u64{s.credit} << 1 | u64{s.euro}) * 0x9E3779B97F4A7C15u;
+    h = (h ^ (h >> 29) ^ static_cast<u64>(s.centimes)) * 0xBF58476D1CE4E5B9u;
+    return static_cast<std::size_t>(h ^ (h >> 32));
+  }
+};
 
 /// The imported operations of one account, each of which answers for one operation of the file.
 class Connues {
@@ -55,11 +65,9 @@ class Connues {
     const i64 centimes = Centimes(rec.Montant);
     m_operations.push_back({centimes, rec.Sens, false});
     if (!id.empty()) m_parId.emplace(format + id, n);
-    // Behind the bucket the format whose ids it has: such an operation is no other one's of that format with
-    // an id.
-    const std::string seau =
-        Seau(rec.Date, centimes, rec.Sens, LitTexte(rec.Monnaie)) + (id.empty() ? '0' : format);
-    m_seaux[seau].emplace(LibelleNu(LitTexte(rec.Libelle)), n);
+    // By the format whose ids it has: such an operation is no other one's of that format with an id.
+    auto& formats = m_seaux[{rec.Date, centimes, rec.Sens != 0, LitTexte(rec.Monnaie) == "EUR"}];
+    formats[id.empty() ? '0' : format].emplace(LibelleNu(LitTexte(rec.Libelle)), n);
   }
 
   /// An id of the file stands for another amount: the bank counts anew in each file.
@@ -86,13 +94,13 @@ class Connues {
   /// `entier`: the same label; otherwise one of which the other is a shorter or longer writing. `format`:
   /// with ids of its own, 0 when it has none that counts.
   bool PrendLibelle(char format, const OperationBanque& operation, bool entier) {
-    const std::string seau = Seau(operation.date, operation.centimes, operation.sens, operation.monnaie);
+    const auto seau =
+        m_seaux.find({operation.date, operation.centimes, operation.sens != 0, operation.monnaie == "EUR"});
+    if (seau == m_seaux.end()) return false;
     const std::string nu = LibelleNu(operation.libelle);
-    for (char autre = '0'; autre <= '5'; ++autre) {
+    for (auto& [autre, libelles] : seau->second) {
       if (autre == format && autre != '0') continue;
-      const auto meme = m_seaux.find(seau + autre);
-      if (meme == m_seaux.end()) continue;
-      if (entier ? Prend(meme->second, nu, true) : PrendProche(meme->second, nu)) return true;
+      if (entier ? Prend(libelles, nu, true) : PrendProche(libelles, nu)) return true;
     }
     return false;
   }
@@ -128,7 +136,7 @@ class Connues {
 
   std::vector<Une> m_operations;
   std::multimap<std::string, std::size_t> m_parId;
-  std::unordered_map<std::string, ParLibelle> m_seaux;
+  std::unordered_map<Seau, std::map<char, ParLibelle>, HachageSeau> m_seaux;
 };
 
 bool LitConnues(CFenlorApp& app, const std::string& compte, Connues& connues) {

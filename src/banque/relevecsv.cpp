@@ -41,9 +41,16 @@ bool Decoupe(std::string_view texte, char separateur, std::size_t& place, LigneC
       debut = true;
     } else if (c == '\n' || c == '\r') {
       break;
-    } else {
+    } else if (debut) {
       cellule.push_back(c);
-      debut = debut && c == ' ';
+      debut = c == ' ';
+    } else {
+      // On to what ends the cell, in one go; a quote in its middle is one of its characters.
+      const std::size_t reste = std::min(texte.size(), depart + LigneReleveMax + 1);
+      std::size_t fin = place;
+      while (fin < reste && texte[fin] != separateur && texte[fin] != '\n' && texte[fin] != '\r') ++fin;
+      cellule.append(texte.substr(place, fin - place));
+      place = fin - 1;
     }
   }
   return !dedans;

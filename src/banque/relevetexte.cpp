@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 
 #include "banque/textes.h"
 #include "core/valeurs.h"
@@ -49,8 +50,20 @@ void AjouteUtf8(std::string& texte, char32_t c) {
   pose(0x80 | (c & 0x3F));
 }
 
+/// Bytes from `place` on that are ASCII: most of any statement.
+std::size_t LongueurAscii(std::string_view octets, std::size_t place) {
+  std::size_t fin = place;
+  for (u64 mot = 0; fin + sizeof mot <= octets.size(); fin += sizeof mot) {
+    std::memcpy(&mot, octets.data() + fin, sizeof mot);
+    if (mot & 0x8080808080808080u) break;
+  }
+  while (fin < octets.size() && static_cast<unsigned char>(octets[fin]) < 0x80) ++fin;
+  return fin - place;
+}
+
 bool ToutUtf8(std::string_view octets) {
-  for (std::size_t place = 0; place < octets.size();)
+  for (std::size_t place = LongueurAscii(octets, 0); place < octets.size();
+       place += LongueurAscii(octets, place))
     if (Suivant(octets, place) == Malforme) return false;
   return true;
 }
@@ -160,11 +173,14 @@ std::string EnWindows1252(std::string_view utf8) {
   std::string texte;
   texte.reserve(utf8.size());
   for (std::size_t place = 0; place < utf8.size();) {
-    const std::size_t debut = place;
+    const std::size_t debut = place, ascii = LongueurAscii(utf8, place);
+    if (ascii > 0) {
+      texte.append(utf8.substr(debut, ascii));
+      place += ascii;
+      continue;
+    }
     const char32_t c = Suivant(utf8, place);
-    if (c < 0x80) {
-      texte.push_back(static_cast<char>(c));
-    } else if (const char simple = Simple(c)) {
+    if (const char simple = Simple(c)) {
       texte.push_back(simple);
     } else {
       const auto octet = c == Malforme ? std::nullopt : DepuisUtf8(utf8.substr(debut, place - debut));
@@ -266,8 +282,11 @@ std::string LibelleNet(std::string_view texte) {
 }
 
 std::string LibelleNu(std::string_view texte) {
+  const bool ascii = LongueurAscii(texte, 0) == texte.size();
+  const std::string lettres = ascii ? std::string() : CleAlphabetique(texte);
   std::string nu;
-  for (const char c : CleAlphabetique(texte)) {
+  nu.reserve(texte.size());
+  for (const char c : ascii ? texte : std::string_view(lettres)) {
     if (c == 0) break;
     if ((c >= 'A' && c <= 'Z') || Chiffre(c))
       nu.push_back(c);
@@ -281,13 +300,17 @@ std::string LibelleDe(std::initializer_list<std::string_view> parties) {
   std::string libelle;
   for (const std::string_view partie : parties) {
     const std::string net = LibelleNet(partie);
+    if (libelle.empty()) {
+      libelle = net;
+      continue;
+    }
     const std::string nu = LibelleNu(net), deja = LibelleNu(libelle);
     if (net.empty() || (!nu.empty() && deja.starts_with(nu))) continue;
     // A part that says the one before whole, and more, takes its place: a name that was cut.
     if (!deja.empty() && nu.starts_with(deja))
       libelle = net;
     else
-      libelle += (libelle.empty() ? "" : " ") + net;
+      libelle += " " + net;
   }
   return LibelleNet(libelle);
 }
