@@ -38,46 +38,55 @@ class FormeRapprochement : public FormesJournal {
   static TableListe& Table(QDialog& f, const char* nom) { return Trouve<TableListe>(f, nom); }
   static QString Lu(QDialog& f, const char* nom) { return Trouve<QLabel>(f, nom).text(); }
 
+  /// A month as the bank sent it: 50 operations with their line, 5 of two lines, 5 that the books forgot.
+  void EcritLeMois() {
+    i64 solde = 0;
+    std::string operations;
+    const auto operation = [&](unsigned jour, i64 centimes, const char* libelle) {
+      solde += centimes;
+      operations += "\n" + StrDate(Mars(jour)) + ";" + libelle + ";" + FormatMontant(DeCentimes(centimes), 2);
+    };
+    for (unsigned i = 0; i < 50; ++i) {
+      operation(1 + i % 20, 1000 + 37 * i, "VIR");
+      ASSERT_NE(0u, AjouteSimple(JournalRecettes, Mars(1 + i % 20), "706", 10 + 0.37 * i, "512"));
+    }
+    for (unsigned i = 0; i < 5; ++i) {
+      for (const f64 part : {100.1, 50.2})
+        ASSERT_NE(0u, AjouteSimple(JournalRecettes, Mars(21 + i), "706", part + i, "512"));
+      operation(21 + i, 15030 + 200 * i, "REMISE");
+      operation(27 + i, -750 - 100 * static_cast<i64>(i), "FRAIS");
+    }
+    EcritFichier(Dossier() + "/mars.csv", "Solde au 31/03/2003;" + FormatMontant(DeCentimes(solde), 2) +
+                                              "\nDate;Libelle;Montant" + operations + "\n");
+    Regle(Texte(SecReleves), Texte(CleDossierReleves), Dossier());  // where last month's file was
+  }
+  /// Names the file, takes the form of its table as proposed, and imports it.
+  void AttendLeFichier() {
+    m_robot.Attend("QFileDialog", [this](QDialog& fichiers) {
+      Frappe(fichiers, u"mars.csv"_s);
+      Touche(fichiers, Qt::Key_Return);
+    });
+    m_robot.Attend("DialogReleve", [this](QDialog& apercu) {
+      m_robot.Attend("DialogReleveCsv", [this](QDialog& tableau) { Touche(tableau, Qt::Key_Return); });
+      QApplication::processEvents();
+      apercu.activateWindow();
+      EXPECT_EQ(Liste(apercu, "sorte").itemText(1), u"Nouvelles (60)"_s);
+      Touche(apercu, Qt::Key_Return);
+    });
+  }
+
   Robot m_robot;
   unsigned m_touches = 0;
 };
 
-/// A month as the bank sent it: 50 operations with their line, 5 of two lines, 5 that the books forgot.
+/// All of a month is done with keys, from the bank's file to the difference of 0,00.
 TEST_F(FormeRapprochement, UnMoisAuClavier) {
-  i64 solde = 0;
-  std::string operations;
-  const auto operation = [&](unsigned jour, i64 centimes, const char* libelle) {
-    solde += centimes;
-    operations += "\n" + StrDate(Mars(jour)) + ";" + libelle + ";" + FormatMontant(DeCentimes(centimes), 2);
-  };
-  for (unsigned i = 0; i < 50; ++i) {
-    operation(1 + i % 20, 1000 + 37 * i, "VIR");
-    ASSERT_NE(0u, AjouteSimple(JournalRecettes, Mars(1 + i % 20), "706", 10 + 0.37 * i, "512"));
-  }
-  for (unsigned i = 0; i < 5; ++i) {
-    for (const f64 part : {100.1, 50.2})
-      ASSERT_NE(0u, AjouteSimple(JournalRecettes, Mars(21 + i), "706", part + i, "512"));
-    operation(21 + i, 15030 + 200 * i, "REMISE");
-    operation(27 + i, -750 - 100 * static_cast<i64>(i), "FRAIS");
-  }
-  EcritFichier(Dossier() + "/mars.csv", "Solde au 31/03/2003;" + FormatMontant(DeCentimes(solde), 2) +
-                                            "\nDate;Libelle;Montant" + operations + "\n");
-  Regle(Texte(SecReleves), Texte(CleDossierReleves), Dossier());  // where last month's file was
+  EcritLeMois();
   CDialogRapprochement f(Ui);
   Montre(f);
   EXPECT_EQ("du", Focus(f));
   EXPECT_EQ(Lu(f, "soldeLivres"), u"0,00 €"_s);
-  m_robot.Attend("QFileDialog", [this](QDialog& fichiers) {
-    Frappe(fichiers, u"mars.csv"_s);
-    Touche(fichiers, Qt::Key_Return);
-  });
-  m_robot.Attend("DialogReleve", [this](QDialog& apercu) {
-    m_robot.Attend("DialogReleveCsv", [this](QDialog& tableau) { Touche(tableau, Qt::Key_Return); });
-    QApplication::processEvents();
-    apercu.activateWindow();
-    EXPECT_EQ(Liste(apercu, "sorte").itemText(1), u"Nouvelles (60)"_s);
-    Touche(apercu, Qt::Key_Return);
-  });
+  AttendLeFichier();
   Touche(f, Qt::Key_I, Qt::AltModifier);
   ++m_touches;  // the box that counts them is closed
   ASSERT_EQ(60u, NbOperations());
