@@ -77,7 +77,8 @@ void OffreReprise::Regarde(CMainFrame& cadre) {
   const u64 avant = m_version;
   Passe(app);
   // Behind a unit of the user nothing can be done again.
-  if (m_version == avant || !NomReprise(app, Sens::Retablir).empty()) return;
+  if (m_version == avant || !NomReprise(app, Sens::Retablir).empty() || !EstGardee(app, Sens::Annuler))
+    return;
   const std::string nom = NomReprise(app, Sens::Annuler);
   if (nom.starts_with(MotSuppression())) Offre(cadre, Majuscule(Q(nom)), u"&Annuler"_s, Sens::Annuler);
 }

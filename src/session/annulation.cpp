@@ -193,6 +193,10 @@ std::string NomReprise(CFenlorApp& app, Sens sens) {
   return app.Magasin.QVNomReprise(sens == Sens::Retablir);
 }
 
+bool EstGardee(CFenlorApp& app, Sens sens) {
+  return !NomReprise(app, sens).empty() && app.Magasin.QVPerteReprise(sens == Sens::Retablir) == 0;
+}
+
 Refus Reprend(CFenlorApp& app, Sens sens) {
   const bool refaire = sens == Sens::Retablir;
   const std::string mots = Texte(MotsReprises), acte = ChampTexte(refaire ? 2 : 0, mots, '|');
@@ -200,6 +204,8 @@ Refus Reprend(CFenlorApp& app, Sens sens) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   const std::string nom = NomReprise(app, sens);
   if (nom.empty()) return Refus(ErrRienAReprendre, "", {ChampTexte(refaire ? 3 : 1, mots, '|')});
+  if (const int perte = app.Magasin.QVPerteReprise(refaire))
+    return Refus(ErrReprisePerdue, "", {acte, nom, app.Magasin.QVErreurTexte(perte)});
   std::string validee;
   const auto controle = [&](const EcartUnite& ecart) {
     if (ecart.fichier != FichierJournal) return true;

@@ -18,9 +18,11 @@ void SuitReprises(CFenlorApp& app);
 std::string NomReprise(CFenlorApp& app, Sens sens);
 
 /// Takes the last unit back (does it again) as a new unit. Refused, in this order: an exercice that is closed
-/// (3056), nothing there (3570), an entry that is validated now or would be (3571), data that were changed
-/// since (3572), the store (3214).
+/// (3056), nothing there (3570), one that is not kept any more (3576), an entry that is validated now or
+/// would be (3571), data that were changed since (3572), the store (3214).
 Refus Reprend(CFenlorApp& app, Sens sens);
+/// There is one, and what it changed is kept.
+bool EstGardee(CFenlorApp& app, Sens sens);
 
 /// The word with which the name of every deletion begins.
 std::string MotSuppression();

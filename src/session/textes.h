@@ -45,6 +45,9 @@ inline constexpr TexteFixe ErrRepriseValidee{3571,
     "Il n'est plus possible %s : %s.\nL'écriture « %s » est validée."};
 inline constexpr TexteFixe ErrRepriseChangee{3572,
     "Il n'est plus possible %s : %s.\nCe qui avait été enregistré alors a été modifié depuis."};
+/// "d'annuler" or "de rétablir", name of the unit, the reason
+inline constexpr TexteFixe ErrReprisePerdue{3576,
+    "Il n'est plus possible %s : %s.\nCe que cette opération a changé n'est pas gardé : %s."};
 /// In the order of `Acte`; one word for each, "|" between
 inline constexpr TexteFixe MotsActes{6670,
     "saisie|ajout|suppression|modification|rapprochement|dérapprochement|pointage|dépointage|"

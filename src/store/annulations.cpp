@@ -1,6 +1,7 @@
 // Taking units back: the door to what the engine keeps, and what a unit has outside of slots.
 
-#include <cassert>
+#include <cstdlib>
+#include <optional>
 
 #include "store/etat.h"
 #include "store/fichiertextes.h"
@@ -11,34 +12,82 @@ namespace fenlor {
 
 namespace {
 
+// While slots and settings go back the settings hold, in a section of its own, what is still to be done to
+// them and the number of the unit that does the slots: whoever opens the practice next knows whether it is
+// durable.
+const std::string SectionRetour = "Annulation";
+
+struct Remise {
+  std::string section, cle, present, voulu;  ///< empty: no such key
+};
+using Remises = std::vector<Remise>;
+using Changements = std::vector<Profil::Changement>;
+
+std::optional<std::string> Valeur(const std::string& texte) {
+  return texte.empty() ? std::nullopt : std::optional(texte);
+}
+
+Remises RemisesDe(const UniteRetenue& unite) {
+  Remises remises;
+  for (const auto& r : unite.reglages) remises.push_back({r.section, r.cle, r.apres, r.avant});
+  return remises;
+}
+
+bool Note(EtatQVAPI& etat, const Remises& remises) {
+  Changements changements{{SectionRetour, {}, {}},
+                          {SectionRetour, "Journal", std::to_string(etat.moteur->IdReprise())},
+                          {SectionRetour, "Unite", std::to_string(etat.moteur->ProchaineUnite())}};
+  for (std::size_t i = 0; i < remises.size(); ++i) {
+    const std::string rang = std::to_string(i + 1);
+    changements.push_back({SectionRetour, "Section" + rang, remises[i].section});
+    changements.push_back({SectionRetour, "Cle" + rang, remises[i].cle});
+    changements.push_back({SectionRetour, "Present" + rang, Valeur(remises[i].present)});
+    changements.push_back({SectionRetour, "Voulu" + rang, Valeur(remises[i].voulu)});
+  }
+  return etat.reglages->Ecrit(changements);
+}
+
+/// In one replacement with the note's end. A setting that somebody changed since is his.
+bool RemetReglages(Profil& reglages, const Remises& remises) {
+  Changements changements;
+  if (reglages.Existe(SectionRetour)) changements.push_back({SectionRetour, {}, {}});
+  for (const Remise& r : remises)
+    if (reglages.Lit(r.section, r.cle) == r.present)
+      changements.push_back({r.section, r.cle, Valeur(r.voulu)});
+  return changements.empty() || reglages.Ecrit(changements);
+}
+
 int EcritTexte(Systeme& systeme, const std::string& chemin, const std::string& contenu) {
   Empreinte neuve;
   const int code = RemplaceFichier(systeme, chemin, chemin + ".neuf", contenu, neuve);
   return code ? code : systeme.SynchroniseDossier(DossierDe(chemin));
 }
 
-/// The texts as they stand are what the unit left.
-int ControleTextes(Systeme& systeme, const UniteRetenue& unite) {
-  for (const auto& texte : unite.textes) {
-    std::string present;
-    if (const int code = LitTextes(systeme, texte.chemin, present)) return code;
-    if (present != texte.apres) return ErrRetour;
-  }
-  return 0;
-}
-
-/// A setting that somebody changed since is his.
-bool RemetReglages(Profil& reglages, const UniteRetenue& unite) {
-  std::vector<Profil::Changement> changements;
-  for (auto r = unite.reglages.rbegin(); r != unite.reglages.rend(); ++r) {
-    if (reglages.Lit(r->section, r->cle) != r->apres) continue;
-    changements.push_back({r->section, r->cle, {}});
-    if (!r->avant.empty()) changements.back().valeur = r->avant;
-  }
-  return changements.empty() || reglages.Ecrit(changements);
+/// The text as it stands is what the unit left.
+int RemetTexte(Systeme& systeme, const UniteRetenue::TexteRetenu& texte) {
+  std::string present;
+  if (const int code = LitTextes(systeme, texte.chemin, present)) return code;
+  if (present != texte.apres) return ErrRetour;
+  const int code = EcritTexte(systeme, texte.chemin, texte.avant);
+  if (code) EcritTexte(systeme, texte.chemin, texte.apres);
+  return code;
 }
 
 }  // namespace
+
+bool AcheveReprise(EtatQVAPI& etat) {
+  Profil& reglages = *etat.reglages;
+  if (!reglages.Existe(SectionRetour)) return true;
+  Remises remises;
+  const auto lit = [&](const char* cle, std::size_t rang) {
+    return reglages.Lit(SectionRetour, cle + (rang ? std::to_string(rang) : std::string()));
+  };
+  const bool durable = lit("Journal", 0) == std::to_string(etat.moteur->IdReprise()) &&
+                       std::strtoull(lit("Unite", 0).c_str(), nullptr, 10) < etat.moteur->ProchaineUnite();
+  for (std::size_t rang = 1; durable && !lit("Section", rang).empty(); ++rang)
+    remises.push_back({lit("Section", rang), lit("Cle", rang), lit("Present", rang), lit("Voulu", rang)});
+  return RemetReglages(reglages, remises) || etat.Refuse(reglages.Erreur(), reglages.Chemin());
+}
 
 void QVAPI::QVRetientUnites(bool actives, NommeurUnites nommeur) {
   m_etat->moteur->RetientUnites(actives, std::move(nommeur));
@@ -52,42 +101,42 @@ void QVAPI::QVRetientTexte(NumeroFichier numero, const std::string& chemin, cons
   m_etat->moteur->NoteChangement(numero);
 }
 
-std::string QVAPI::QVNomReprise(bool refaire) const {
-  const UniteRetenue* unite = m_etat->moteur->Retenue(refaire);
-  return unite ? unite->nom : std::string();
-}
+std::string QVAPI::QVNomReprise(bool refaire) const { return m_etat->moteur->NomRetenue(refaire); }
+
+int QVAPI::QVPerteReprise(bool refaire) const { return m_etat->moteur->PerteRetenue(refaire); }
 
 u64 QVAPI::QVVersionReprises() const { return m_etat->moteur->VersionRetenues(); }
 
 bool QVAPI::QVReprend(bool refaire, const std::function<bool(const EcartUnite&)>& controle) {
   Moteur& moteur = *m_etat->moteur;
-  const UniteRetenue* retenue = moteur.Retenue(refaire);
-  if (!retenue || moteur.Profondeur() > 0) return m_etat->Refuse(ErrRetour);
+  UniteRetenue unite;
   const Instant instant(*this);
+  if (!moteur.LitRetenue(refaire, unite) || !AcheveReprise(*m_etat)) return false;
+  if (unite.texte) {
+    if (const int code = RemetTexte(*m_etat->systeme, *unite.texte)) return m_etat->Refuse(code);
+    moteur.NoteChangement(unite.texte->numero);
+    return moteur.Reprend(refaire, unite);
+  }
   std::vector<Ouverture> ouvertures;
-  for (const auto& fichier : retenue->fichiers) {
+  for (const auto& fichier : unite.fichiers) {
     ouvertures.emplace_back(*this, fichier.numero, DossierDe(fichier.chemin));
     if (!ouvertures.back()) return false;
   }
-  if (const int code = ControleTextes(*m_etat->systeme, *retenue)) return m_etat->Refuse(code);
-  UniteRetenue cote;
-  cote.reglages = retenue->reglages;
-  cote.textes = retenue->textes;
-  // Labels first: they can be put back when the slots are refused.
-  int code = 0;
-  std::size_t ecrits = 0;
-  for (; !code && ecrits < cote.textes.size(); ++ecrits)
-    code = EcritTexte(*m_etat->systeme, cote.textes[ecrits].chemin, cote.textes[ecrits].avant);
-  if (!code && !moteur.Reprend(refaire, controle)) code = moteur.Erreur() ? moteur.Erreur() : -1;
-  if (code) {
-    while (ecrits-- > 0) EcritTexte(*m_etat->systeme, cote.textes[ecrits].chemin, cote.textes[ecrits].apres);
-    return m_etat->Refuse(code < 0 ? static_cast<int>(ErrAucune) : code);
+  if (!moteur.PeutReprendre(unite, controle)) return false;
+  Profil& reglages = *m_etat->reglages;
+  const Remises remises = RemisesDe(unite);
+  const bool note = !unite.ecarts.empty() && !remises.empty();
+  if (note ? !Note(*m_etat, remises) : unite.ecarts.empty() && !RemetReglages(reglages, remises))
+    return m_etat->Refuse(reglages.Erreur(), reglages.Chemin());
+  if (!moteur.Reprend(refaire, unite)) {
+    const int code = moteur.Erreur();
+    if (note) RemetReglages(reglages, {});
+    return m_etat->Refuse(code);
   }
   m_etat->OublieCompteurs();
   m_etat->derniereLigneLue = 0;
-  for (const auto& texte : cote.textes) moteur.NoteChangement(texte.numero);
-  if (!RemetReglages(*m_etat->reglages, cote))
-    moteur.Avertit("Les réglages n'ont pas été remis comme avant : " + m_etat->reglages->Chemin());
+  if (note && !RemetReglages(reglages, remises))
+    moteur.Avertit("Les réglages seront remis comme avant à la prochaine ouverture : " + reglages.Chemin());
   return true;
 }
 

@@ -85,4 +85,8 @@ struct EtatQVAPI {
   }
 };
 
+/// Finishes, or drops, what a unit that was being taken back leaves to do in the settings. False when these
+/// cannot be read or written.
+bool AcheveReprise(EtatQVAPI& etat);
+
 }  // namespace fenlor

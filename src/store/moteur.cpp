@@ -119,12 +119,14 @@ bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
     return false;
   }
   m->OteReconstructions();
+  m->retenues.dossier = m->dossier;
   return m->ouvert = true;
 }
 
 /// A rebuild that was cut short leaves its new file behind: the old one is the
 /// truth. A file that cannot be removed does no harm.
 void Moteur::Etat::OteReconstructions() {
+  systeme.Supprime(Joint(dossier, NomFichierRetenues));
   std::vector<std::string> noms;
   std::vector<std::string> dossiers{dossier};
   if (systeme.Liste(dossier, noms)) return;
@@ -229,6 +231,7 @@ bool Moteur::FermeCabinet() {
     return true;
   }
   while (m->profondeur) AnnuleUnite();
+  m->retenues.Oublie();
   assert(m->images.Vide() && m->touches.empty());
   bool bien = true, change = false;
   for (u16 n = 0; n < m->fichiers.size(); ++n) {

@@ -127,14 +127,23 @@ class Moteur {
   void NommeUnite(const std::string& nom);
   void SansRetour();
   void RetientReglage(const UniteRetenue::ReglageRetenu& reglage);
+  /// Outside of any unit.
   void RetientTexte(const UniteRetenue::TexteRetenu& texte, const std::string& nom);
-  /// The unit that would be taken back (done again), null for none. Valid until the next unit.
-  const UniteRetenue* Retenue(bool refaire) const;
-  /// Rises when `Retenue` may have changed.
+  /// Of the unit that would be taken back (done again), empty for none.
+  std::string NomRetenue(bool refaire) const;
+  /// Why it cannot be, 0 when it can: as `Retenues::Perte`.
+  int PerteRetenue(bool refaire) const;
+  bool LitRetenue(bool refaire, UniteRetenue& unite);
+  /// Rises when the three above may answer otherwise.
   u64 VersionRetenues() const;
-  /// Writes the slots of that unit back, as a new unit; its files are open. False: ErrRetour when a slot
-  /// holds something else than the unit wrote, ErrAucune when `controle` said no.
-  bool Reprend(bool refaire, const SuiteRetour& controle);
+  /// Its files are open. False: ErrRetour when a slot holds something else than the unit wrote, ErrAucune when
+  /// `controle` said no.
+  bool PeutReprendre(const UniteRetenue& unite, const SuiteRetour& controle);
+  /// Writes the slots of that unit back, as a new unit.
+  bool Reprend(bool refaire, const UniteRetenue& unite);
+  /// The redo log, and the number that its next unit will have: one that is lower is durable.
+  u64 IdReprise() const;
+  u64 ProchaineUnite() const;
 
   u64 NbSynchros() const;
   /// Rises whenever a unit, inner or outer, is undone: caches of values derived

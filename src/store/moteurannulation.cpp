@@ -15,7 +15,7 @@ namespace {
 /// Gathers what a unit changed.
 class Releve {
  public:
-  Releve(UniteRetenue& unite, std::vector<EcartUnite>& vues) : m_unite(unite), m_vues(vues) {}
+  Releve(Retenues& retenues, std::vector<EcartUnite>& vues) : m_retenues(retenues), m_vues(vues) {}
 
   void Ajoute(const Ouvert& o, Position position, const u8* avant, const u8* apres) {
     if (avant && o.dat.EtatDe(avant) != EtatEmplacement::Vivant) avant = nullptr;
@@ -27,50 +27,54 @@ class Releve {
       while (fin > debut && avant[fin - 1] == apres[fin - 1]) --fin;
       if (debut == fin) return;
     }
-    m_unite.ecarts.push_back({Indice(o), avant != nullptr, apres != nullptr, static_cast<u16>(debut),
-                              static_cast<u16>(fin - debut), position,
-                              static_cast<u32>(m_unite.octets.size())});
-    for (const u8* octets : {avant, apres})
-      if (octets) m_unite.octets.insert(m_unite.octets.end(), octets + debut, octets + fin);
+    const UniteRetenue::Ecart ecart{.fichier = Indice(o),
+                                    .avant = avant != nullptr,
+                                    .apres = apres != nullptr,
+                                    .debut = static_cast<u16>(debut),
+                                    .longueur = static_cast<u16>(fin - debut),
+                                    .position = position};
+    m_retenues.Ajoute(ecart, avant ? avant + debut : nullptr, apres ? apres + debut : nullptr);
     m_vues.push_back({o.numero, avant, apres});
   }
 
+  /// Bytes that a slot costs at most.
+  static u64 Borne(u16 pas) { return 1 + sizeof(UniteRetenue::Ecart) + u64{2} * pas; }
+
  private:
   u16 Indice(const Ouvert& o) {
-    auto& fichiers = m_unite.fichiers;
-    const auto f =
-        std::find_if(fichiers.begin(), fichiers.end(), [&](const auto& f) { return f.numero == o.numero; });
-    const auto indice = static_cast<u16>(f - fichiers.begin());
-    if (f == fichiers.end()) fichiers.push_back({o.numero, o.dat.entete.id, o.chemin});
+    const auto f = std::find(m_numeros.begin(), m_numeros.end(), o.numero);
+    const auto indice = static_cast<u16>(f - m_numeros.begin());
+    if (f == m_numeros.end()) {
+      m_numeros.push_back(o.numero);
+      m_retenues.Ajoute(UniteRetenue::FichierRetenu{o.numero, o.dat.entete.id, o.chemin});
+    }
     return indice;
   }
 
-  UniteRetenue& m_unite;
+  Retenues& m_retenues;
   std::vector<EcartUnite>& m_vues;
+  std::vector<u16> m_numeros;
 };
-
-/// The settings and texts of a unit seen from its other side.
-void Retourne(const UniteRetenue& unite, UniteRetenue& contraire) {
-  contraire.nom = unite.nom;
-  for (const auto& r : unite.reglages) contraire.reglages.push_back({r.section, r.cle, r.apres, r.avant});
-  for (const auto& t : unite.textes) contraire.textes.push_back({t.numero, t.chemin, t.apres, t.avant});
-}
 
 }  // namespace
 
 /// Keeps the unit that was just made durable; its images do not yet stand in the data files.
 void Moteur::Etat::RetientUnite(const OrdreImages& ordre) {
-  if (!retenues.actives || (sansRetour && !contraire)) return;
+  // Taken back it writes nothing else than what is kept already.
+  if (enRetour) return retenues.Bascule(retourDefait);
+  if (!retenues.actives || sansRetour) return;
   const auto neufs = [](const Ouvert* o) {
     return o->def && o->premierVerse ? o->emplacements - o->premierVerse + 1 : 0;
   };
-  std::size_t octets = images.Octets();
-  for (const Ouvert* o : touches) octets += std::size_t{neufs(o)} * o->dat.entete.Pas();
-  // Larger than all that is kept: what stands before it cannot be reached without it.
-  if (octets > RetenueMax) return retenues.Oublie();
-  UniteRetenue unite;
+  u64 borne = 0;
+  for (const ImagesUnite::Image* image : ordre) borne += Releve::Borne(image->pas);
+  for (const Ouvert* o : touches)
+    borne += neufs(o) * Releve::Borne(static_cast<u16>(o->dat.entete.Pas())) + o->chemin.size() + 64;
+  for (const auto& r : reglagesUnite)
+    borne += r.section.size() + r.cle.size() + r.avant.size() + r.apres.size() + 64;
+  retenues.Commence(borne);
   std::vector<EcartUnite> vues;
-  Releve releve(unite, vues);
+  Releve releve(retenues, vues);
   for (const ImagesUnite::Image* image : ordre) {
     const Ouvert& o = *fichiers[image->fichier];
     if (!o.def) continue;
@@ -85,21 +89,14 @@ void Moteur::Etat::RetientUnite(const OrdreImages& ordre) {
   for (const Ouvert* o : touches)
     for (u32 n = neufs(o); n > 0; --n)
       releve.Ajoute(*o, o->emplacements - n + 1, nullptr, o->dat.Place(o->emplacements - n + 1));
-  if (contraire) {
-    Retourne(*contraire, unite);
-    return retenues.Bascule(contraireDefait, std::move(unite));
-  }
-  unite.reglages = std::move(reglagesUnite);
-  unite.textes = std::move(textesUnite);
-  if (unite.ecarts.empty() && unite.reglages.empty() && unite.textes.empty()) return;
-  unite.nom = !nomUnite.empty() || !nommeur ? std::move(nomUnite) : nommeur(vues);
-  retenues.Ajoute(std::move(unite));
+  for (const auto& reglage : reglagesUnite) retenues.Ajoute(reglage);
+  if (retenues.EstVide()) return;
+  retenues.Acheve(!nomUnite.empty() || !nommeur ? nomUnite : nommeur(vues));
 }
 
 void Moteur::Etat::OublieNom() {
   nomUnite.clear();
   reglagesUnite.clear();
-  textesUnite.clear();
   sansRetour = false;
 }
 
@@ -240,38 +237,51 @@ void Moteur::SansRetour() {
 }
 
 void Moteur::RetientReglage(const UniteRetenue::ReglageRetenu& reglage) {
-  if (m->retenues.actives && m->profondeur > 0 && reglage.avant != reglage.apres)
-    m->reglagesUnite.push_back(reglage);
+  if (!m->retenues.actives || m->profondeur == 0 || reglage.avant == reglage.apres) return;
+  // A key that is written twice goes back to what it was before the first time.
+  auto& reglages = m->reglagesUnite;
+  const auto deja = std::find_if(reglages.begin(), reglages.end(), [&](const auto& r) {
+    return r.section == reglage.section && r.cle == reglage.cle;
+  });
+  if (deja == reglages.end())
+    reglages.push_back(reglage);
+  else
+    deja->apres = reglage.apres;
 }
 
 void Moteur::RetientTexte(const UniteRetenue::TexteRetenu& texte, const std::string& nom) {
+  assert(m->profondeur == 0);
   if (!m->retenues.actives || texte.avant == texte.apres) return;
-  if (m->profondeur > 0) {
-    m->textesUnite.push_back(texte);
-    return;
-  }
-  UniteRetenue unite;
-  unite.nom = nom;
-  unite.textes.push_back(texte);
-  m->retenues.Ajoute(std::move(unite));
+  m->retenues.Commence(texte.chemin.size() + texte.avant.size() + texte.apres.size() + 64);
+  m->retenues.Ajoute(texte);
+  m->retenues.Acheve(nom);
 }
 
-const UniteRetenue* Moteur::Retenue(bool refaire) const {
-  const auto& pile = m->retenues.Pile(refaire);
-  return pile.empty() ? nullptr : &pile.back();
+std::string Moteur::NomRetenue(bool refaire) const {
+  const std::string* nom = m->retenues.Nom(refaire);
+  return nom ? *nom : std::string();
+}
+
+int Moteur::PerteRetenue(bool refaire) const { return m->retenues.Perte(refaire); }
+
+bool Moteur::LitRetenue(bool refaire, UniteRetenue& unite) {
+  const int code = m->profondeur > 0 ? static_cast<int>(ErrValeur) : m->retenues.Lit(refaire, unite);
+  return code == 0 || m->Echec(code);
 }
 
 u64 Moteur::VersionRetenues() const { return m->retenues.Version(); }
 
-bool Moteur::Reprend(bool refaire, const SuiteRetour& controle) {
+u64 Moteur::IdReprise() const { return m->reprise->Id(); }
+u64 Moteur::ProchaineUnite() const { return m->reprise->Suivante(); }
+
+bool Moteur::PeutReprendre(const UniteRetenue& unite, const SuiteRetour& controle) {
+  return m->ControleRetour(unite, controle);
+}
+
+bool Moteur::Reprend(bool refaire, const UniteRetenue& unite) {
   if (m->profondeur > 0) return m->Echec(ErrValeur);
-  if (m->retenues.Pile(refaire).empty()) return m->Echec(ErrRetour);
-  const UniteRetenue& unite = m->retenues.Pile(refaire).back();
-  if (!m->ControleRetour(unite, controle)) return false;
   if (unite.ecarts.empty()) {
-    UniteRetenue contraire;
-    Retourne(unite, contraire);
-    m->retenues.Bascule(refaire, std::move(contraire));
+    m->retenues.Bascule(refaire);
     return true;
   }
   ++m->nbAnnulations;  // what was derived from the files is to be read again
@@ -280,10 +290,10 @@ bool Moteur::Reprend(bool refaire, const SuiteRetour& controle) {
     AnnuleUnite();
     return false;
   }
-  m->contraire = &unite;
-  m->contraireDefait = refaire;
+  m->enRetour = true;
+  m->retourDefait = refaire;
   const bool fait = ValideUnite();
-  m->contraire = nullptr;
+  m->enRetour = false;
   return fait;
 }
 

@@ -108,14 +108,13 @@ struct Moteur::Etat {
   std::function<void(const std::bitset<256>&)> suite;
   u64 nbAnnulations = 0;
 
-  Retenues retenues;
+  Retenues retenues{systeme};
   NommeurUnites nommeur;
   std::string nomUnite;
   bool sansRetour = false;
   std::vector<UniteRetenue::ReglageRetenu> reglagesUnite;
-  std::vector<UniteRetenue::TexteRetenu> textesUnite;
-  const UniteRetenue* contraire = nullptr;  ///< that the unit in progress takes back, or does again
-  bool contraireDefait = false;
+  bool enRetour = false;  ///< the unit in progress takes one back, or does it again (`retourDefait`)
+  bool retourDefait = false;
   std::vector<u8> tampon;
 
   bool Echec(int code, const std::string& fichier = {}) {

@@ -108,7 +108,7 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   m_etat->pathCabinet = dossier;
   m_etat->reglages = std::move(reglages);
   DitReglagesModifies(*m_etat);
-  if (AcheveExercices(*m_etat)) return true;
+  if (AcheveReprise(*m_etat) && AcheveExercices(*m_etat)) return true;
   const int code = QVFileErrorCode();
   m_etat->moteur->FermeCabinet();
   return m_etat->Refuse(code);
@@ -254,6 +254,10 @@ std::string QVAPI::QVErreurTexte(int code) const {
       return "Le compteur des immobilisations est épuisé : il n'y a plus de numéro libre"_w;
     case ErrRetour:
       return "Ces données ont été modifiées depuis"_w;
+    case ErrRetourAncien:
+      return "trop d'opérations ont été enregistrées depuis"_w;
+    case ErrRetourGrand:
+      return "elle change trop de données"_w;
     case ErrAltere:
       return "Un autre programme a supprimé, remplacé ou raccourci le fichier"_w;
     case ErrCles:

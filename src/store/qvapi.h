@@ -65,6 +65,8 @@ enum ErreurMagasin : int {
   ErrCompteurMouvement = 1019,  ///< no entry number is left
   ErrCompteurImmo = 1020,       ///< no number of an asset is left
   ErrRetour = 1021,             ///< what a unit wrote does not stand there any more
+  ErrRetourAncien = 1022,       ///< what a unit changed had to give way to later ones
+  ErrRetourGrand = 1023,        ///< what a unit changed is more than is kept of one
 };
 
 /// Events of the callback (`QVSetCallback`).
@@ -208,18 +210,20 @@ class QVAPI {
   void QVSuitChangements(std::function<void(const Changements&)> suite);
   /// Tells the change of a plain file, which the store does not see.
   void QVNoteChangement(NumeroFichier numero);
-  // Taking back. What units change is kept in memory (annulation.h) from the call on, until the exercice is
-  // closed. A settings key that a unit writes goes back with it where it still holds what the unit wrote.
+  // Taking back. What units change is kept (annulation.h) from the call on, until the exercice is closed; a
+  // disk that has no room for it costs the taking back, never the unit. A settings key that a unit writes goes
+  // back with it where it still holds what the unit wrote.
   using NommeurUnites = std::function<std::string(std::span<const EcartUnite>)>;
   void QVRetientUnites(bool actives, NommeurUnites nommeur = {});
   void QVOublieUnites();
-  /// A text file that is about to be replaced, or was: its own unit, or part of the one in progress. Also
-  /// tells the change.
+  /// A text file that was replaced, outside of any unit: one of its own. Also tells the change.
   void QVRetientTexte(NumeroFichier numero, const std::string& chemin, const std::string& avant,
                       const std::string& apres, const std::string& nom);
   /// Name of the unit that `QVReprend` takes back (`refaire`: does again), empty when there is none.
   std::string QVNomReprise(bool refaire) const;
-  /// Rises whenever the answer may be another one.
+  /// Why that unit cannot be: ErrRetourAncien, ErrRetourGrand, or errno of the disk that had no room; 0: it can.
+  int QVPerteReprise(bool refaire) const;
+  /// Rises whenever the answers may be others.
   u64 QVVersionReprises() const;
   /// Takes the last unit back as a new one, which can be done again; or does the last one that was taken back
   /// again. `controle` sees each slot, as it stands and as it will be, before anything is written; false

@@ -72,6 +72,8 @@ class JournalReprise {
   int Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite);
 
   u64 Id() const { return m_id; }
+  /// Number of the next unit; it outlives the emptying of the log.
+  u64 Suivante() const { return m_suivante; }
   std::map<u64, Sceau> sceaux;  ///< by id of the data file
 
   /// Starts a unit; then images are added, of about so many bytes, then it is written.

@@ -1,5 +1,7 @@
 #include "outils/systemefautif.h"
 
+#include <unistd.h>
+
 namespace fenlor {
 
 class SystemeFautif::FichierFautif : public Fichier {
@@ -64,6 +66,7 @@ int SystemeFautif::Passe(Genre genre, const std::string& chemin) {
     --m_rang;
     return 0;
   }
+  if (m_tue) _exit(StatutTue);
   if (m_uneFois) m_rang = 0;
   ++m_pannes;
   return m_erreur;

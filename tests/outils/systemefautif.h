@@ -31,6 +31,8 @@ class SystemeFautif : public Systeme {
     Tous = (1u << 12) - 1,
   };
 
+  static constexpr int StatutTue = 137;  ///< of a process that `Tue` ended
+
   /// `systeme` outlives the object, the object outlives the files it opened.
   explicit SystemeFautif(Systeme& systeme) : m_systeme(systeme) {}
 
@@ -41,6 +43,8 @@ class SystemeFautif : public Systeme {
   void SurChemin(std::string texte) { m_chemin = std::move(texte); }
   /// A failing write leaves the first half of its bytes, as a full disk does.
   void EcrituresPartielles(bool partielles) { m_partielles = partielles; }
+  /// Where an operation would fail the process ends instead, as if it were killed.
+  void Tue(bool tue) { m_tue = tue; }
   void Repare() { m_rang = 0; }
 
   /// Operations of the kinds so far, failed ones included.
@@ -69,6 +73,7 @@ class SystemeFautif : public Systeme {
   int m_erreur = 0;
   bool m_uneFois = true;
   bool m_partielles = false;
+  bool m_tue = false;
   unsigned m_pannes = 0;
 };
 
