@@ -6,6 +6,7 @@
 #include "assets/textes.h"
 #include "auto/textes.h"
 #include "banque/textes.h"
+#include "forms/master/textes.h"
 #include "journal/textes.h"
 #include "master/textes.h"
 #include "ui/pageprefpreferences.h"
@@ -55,17 +56,17 @@ void CommandeReprise(CMainFrame& cadre, Sens sens) {
   cadre.Actualise();
   if (!faite) return;
   if (sens == Sens::Annuler)
-    Offre(cadre, u"Annulé : %1"_s.arg(nom), u"&Rétablir"_s, Sens::Retablir);
+    Offre(cadre, u"Annulé : %1"_s.arg(nom), u"Rétab&lir"_s, Sens::Retablir);
   else
-    Offre(cadre, u"Rétabli : %1"_s.arg(nom), u"&Annuler"_s, Sens::Annuler);
+    Offre(cadre, u"Rétabli : %1"_s.arg(nom), u"Ann&uler"_s, Sens::Annuler);
 }
 
 bool SansDemander(CFenlorApp& app, unsigned question) {
   // No question that says more than what is deleted is among them.
-  static constexpr unsigned reprenables[] = {QuestionSuppression,        QuestionSupprimeCompte,
-                                             QuestionSupprimeTresorerie, QuestionSupprimeRubrique,
-                                             QuestionSupprimeAuto,       QuestionSupprimeOperation,
-                                             QuestionSupprimeCession,    QuestionSupprimeImmobilisation};
+  static constexpr unsigned reprenables[] = {
+      QuestionSuppression,       QuestionSupprimeCompte,  QuestionSupprimeTresorerie,
+      QuestionSupprimeRubrique,  QuestionSupprimeLibelle, QuestionSupprimeAuto,
+      QuestionSupprimeOperation, QuestionSupprimeCession, QuestionSupprimeImmobilisation};
   return std::ranges::find(reprenables, question) != std::end(reprenables) && !app.PathExercice.empty() &&
          !DemandeAvantSuppression(app);
 }
@@ -80,7 +81,7 @@ void OffreReprise::Regarde(CMainFrame& cadre) {
   if (m_version == avant || !NomReprise(app, Sens::Retablir).empty() || !EstGardee(app, Sens::Annuler))
     return;
   const std::string nom = NomReprise(app, Sens::Annuler);
-  if (nom.starts_with(MotSuppression())) Offre(cadre, Majuscule(Q(nom)), u"&Annuler"_s, Sens::Annuler);
+  if (nom.starts_with(MotSuppression())) Offre(cadre, Majuscule(Q(nom)), u"Ann&uler"_s, Sens::Annuler);
 }
 
 }  // namespace fenlor

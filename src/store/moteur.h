@@ -136,8 +136,8 @@ class Moteur {
   bool LitRetenue(bool refaire, UniteRetenue& unite);
   /// Rises when the three above may answer otherwise.
   u64 VersionRetenues() const;
-  /// Its files are open. False: ErrRetour when a slot holds something else than the unit wrote, ErrAucune when
-  /// `controle` said no.
+  /// Its files are open. False: ErrRetour when a slot holds something else than the unit wrote, ErrAucune
+  /// when `controle` said no.
   bool PeutReprendre(const UniteRetenue& unite, const SuiteRetour& controle);
   /// Writes the slots of that unit back, as a new unit.
   bool Reprend(bool refaire, const UniteRetenue& unite);

@@ -211,8 +211,8 @@ class QVAPI {
   /// Tells the change of a plain file, which the store does not see.
   void QVNoteChangement(NumeroFichier numero);
   // Taking back. What units change is kept (annulation.h) from the call on, until the exercice is closed; a
-  // disk that has no room for it costs the taking back, never the unit. A settings key that a unit writes goes
-  // back with it where it still holds what the unit wrote.
+  // disk that has no room for it costs the taking back, never the unit. A settings key that a unit writes
+  // goes back with it where it still holds what the unit wrote.
   using NommeurUnites = std::function<std::string(std::span<const EcartUnite>)>;
   void QVRetientUnites(bool actives, NommeurUnites nommeur = {});
   void QVOublieUnites();
@@ -221,7 +221,8 @@ class QVAPI {
                       const std::string& apres, const std::string& nom);
   /// Name of the unit that `QVReprend` takes back (`refaire`: does again), empty when there is none.
   std::string QVNomReprise(bool refaire) const;
-  /// Why that unit cannot be: ErrRetourAncien, ErrRetourGrand, or errno of the disk that had no room; 0: it can.
+  /// Why that unit cannot be: ErrRetourAncien, ErrRetourGrand, or errno of the disk that had no room. 0: it
+  /// can.
   int QVPerteReprise(bool refaire) const;
   /// Rises whenever the answers may be others.
   u64 QVVersionReprises() const;

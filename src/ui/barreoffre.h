@@ -15,7 +15,7 @@ namespace fenlor {
 
 struct Proposition {
   struct Choix {
-    QString libelle;  ///< with its "&"
+    QString libelle;  ///< with its "&", at a letter that no menu of the main window has
     std::function<void()> action;
   };
   QString texte;

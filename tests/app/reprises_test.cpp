@@ -2,13 +2,20 @@
 
 #include <QAction>
 #include <QMdiArea>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QtTest>
 
 #include "app/fabriques.h"
 #include "app/gestioncommandes.h"
 #include "app/mainframe.h"
 #include "core/cles.h"
+#include "forms/master/textes.h"
 #include "journal/textes.h"
+#include "master/textes.h"
 #include "outils/uidetest.h"
+#include "session/textes.h"
+#include "store/texte1252.h"
 #include "ui/dialogueqt.h"
 #include "ui/textes.h"
 
@@ -40,6 +47,18 @@ class ReprisesUiTest : public UiDeTest {
     m_principal->Actualise();
   }
 
+  /// The button of the bar, whose key opens no menu.
+  QPushButton& BoutonLibre() {
+    QPushButton* bouton = nullptr;
+    for (QPushButton* b : Barre().findChildren<QPushButton*>())
+      if (!b->isHidden()) bouton = b;
+    EXPECT_NE(bouton, nullptr);
+    for (const QAction* menu : m_principal->menuBar()->actions())
+      EXPECT_NE(QKeySequence::mnemonic(menu->text()), QKeySequence::mnemonic(bouton->text()))
+          << bouton->text().toStdString();
+    return *bouton;
+  }
+
   DialogueQt m_dialogues;
   std::unique_ptr<CMainFrame> m_principal;
   u32 m_une = 0;
@@ -52,10 +71,10 @@ TEST_F(ReprisesUiTest, UneSuppressionSOffreARevenir) {
   Supprime();
   EXPECT_FALSE(Barre().isHidden());
   EXPECT_EQ(TexteBarre(), u"Suppression de « Consultation », 20,00 €"_s);
-  Clique(Bouton(*m_principal, u"&Annuler"_s));
+  Clique(BoutonLibre());
   EXPECT_EQ(Lignes(m_une).size(), 2u);
   EXPECT_EQ(TexteBarre(), u"Annulé : suppression de « Consultation », 20,00 €"_s);
-  Action(CmdRetablir).trigger();
+  Clique(BoutonLibre());
   EXPECT_TRUE(Lignes(m_une).empty());
   EXPECT_EQ(TexteBarre(), u"Rétabli : suppression de « Consultation », 20,00 €"_s);
   Action(CmdAnnuler).trigger();
@@ -82,8 +101,12 @@ TEST_F(ReprisesUiTest, UnChampDeTexteGardeSonCtrlZ) {
 TEST_F(ReprisesUiTest, SansQuestionAvantCeQuiRevient) {
   EXPECT_FALSE(SansDemander(App(), QuestionSuppression)) << "asked unless the user said otherwise";
   ASSERT_TRUE(App().Reglages.EcritIni(Texte(SecPreferences), Texte(CleDemanderSupprimer), "Non"));
-  EXPECT_TRUE(SansDemander(App(), QuestionSuppression));
-  EXPECT_FALSE(SansDemander(App(), QuestionSuppressionRapprochee)) << "it says more than that it deletes";
+  for (const TexteFixe& question : {QuestionSuppression, QuestionSupprimeLibelle, QuestionSupprimeCompte})
+    EXPECT_TRUE(SansDemander(App(), question)) << question.numero;
+  for (const TexteFixe& question :
+       {QuestionSuppressionRapprochee, QuestionRecetteFeuille, QuestionRecetteQuorbane,
+        QuestionDepenseQuorbane, QuestionSupprimeExercice})
+    EXPECT_FALSE(SansDemander(App(), question)) << question.numero << " says more than that it deletes";
   m_dialogues.PoseSansDemander([this](unsigned question) { return SansDemander(App(), question); });
   EXPECT_EQ(m_dialogues.Message(BoutonsOuiNon, QuestionSuppression, "Suppression ?"), RepOui);
 }

@@ -187,7 +187,7 @@ void CFrameWndPrint::DemandePdf() {
   };
   m_contexte.Cadre.Offre(
       {TexteQ(FormatPdfEcrit, {De1252(QFileInfo(chemin).fileName()), De1252(m_impressions.DossierPdf)}),
-       {{u"&Ouvrir"_s, montre(chemin)}, {u"&Dossier"_s, montre(m_impressions.DossierPdf)}},
+       {{u"Ou&vrir"_s, montre(chemin)}, {u"&Dossier"_s, montre(m_impressions.DossierPdf)}},
        dureeOffrePdf});
 }
 
