@@ -87,6 +87,18 @@ Refus Ecrit(CFenlorApp& app, const std::vector<Suppression>& suppressions) {
   return code ? Refus(ErrCorbeille, "", {app.Magasin.QVErreurTexte(code)}) : Refus{};
 }
 
+/// Sets a damaged file aside, under a name that no other one has.
+Refus MetDeCote(CFenlorApp& app) {
+  Systeme& systeme = app.Magasin.SystemeFichiers();
+  const std::string chemin = Chemin(app);
+  std::string avarie = chemin + ".avarie";
+  for (unsigned n = 2; systeme.Existe(avarie); ++n) avarie = chemin + ".avarie" + std::to_string(n);
+  if (const int code = systeme.Renomme(chemin, avarie))
+    return Refus(ErrCorbeille, "", {app.Magasin.QVErreurTexte(code)});
+  app.Magasin.QVAvertit("La corbeille était endommagée : elle est mise de côté (" + avarie + ").");
+  return {};
+}
+
 bool TropVieille(const Suppression& s, Date jour) {
   const auto jours = [](Date date) {
     namespace ch = std::chrono;
@@ -146,9 +158,7 @@ Refus MetEnCorbeille(CFenlorApp& app, u32 mouvement) {
   const int code = Lit(app, suppressions);
   if (code && code != ErrEndommage) return Refus(ErrCorbeille, "", {app.Magasin.QVErreurTexte(code)});
   if (code) {
-    const std::string chemin = Chemin(app);
-    app.Magasin.SystemeFichiers().Renomme(chemin, chemin + ".avarie");
-    app.Magasin.QVAvertit("La corbeille était endommagée : elle est mise de côté (" + chemin + ".avarie).");
+    if (const Refus refus = MetDeCote(app)) return refus;
     suppressions.clear();
   }
   // Its number is given before the old ones go: none comes twice.

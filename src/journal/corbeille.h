@@ -27,8 +27,10 @@ struct Suppression {
   f64 Montant(bool euro) const;
 };
 
-/// Before an entry is deleted. A file that is damaged is set aside with a warning; one that cannot be written
-/// is a refusal (3574), and the entry had better stay.
+/// Before an entry is deleted. A file that is damaged is set aside with a warning ("CORBEILLE.dat.avarie",
+/// then
+/// "...avarie2"); one that can be neither, or not written, is a refusal (3574), and the entry had better
+/// stay.
 Refus MetEnCorbeille(CFenlorApp& app, u32 mouvement);
 
 /// Deletions, the newest first. Refused: 3573 for a file that is damaged, 3574 for one that cannot be read.
