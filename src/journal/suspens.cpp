@@ -118,6 +118,14 @@ void Parcourt(Sens sens, Saisie& s, u32& prochain) {
     sens(cle + "Credit", ligne.credit);
     sens(cle + "Paiement", ligne.paiement);
   });
+  sens("LigneOuverte", s.ligneOuverte);
+  sens("LigneRang", s.ligne.rang);
+  sens("LigneCompte", s.ligne.saisie.compte);
+  sens("LigneLibelle", s.ligne.saisie.libelle);
+  sens("LignePaiement", s.ligne.saisie.paiement);
+  sens("LigneCode", s.ligne.code);
+  sens("LigneDebit", s.ligne.debit);
+  sens("LigneCredit", s.ligne.credit);
 }
 
 std::vector<Profil::Changement> Cles(const SaisieSuspendue& saisie, u32 prochain) {
@@ -127,11 +135,16 @@ std::vector<Profil::Changement> Cles(const SaisieSuspendue& saisie, u32 prochain
   return cles;
 }
 
+/// A line whose form was open may have been finished since, and others may have followed.
 bool MemesLignes(const SaisieSuspendue& s, const ODLue& od) {
-  return std::equal(s.lignes.begin(), s.lignes.end(), od.lignes.begin(), od.lignes.end(),
-                    [](const LigneODSaisie& a, const LigneODSaisie& b) {
-                      return a.compte == b.compte && a.debit == b.debit && a.credit == b.credit;
-                    });
+  if (s.ligneOuverte ? od.lignes.size() < s.lignes.size() : od.lignes.size() != s.lignes.size()) return false;
+  if (s.ligneOuverte && s.ligne.rang == 0 && od.lignes.size() == s.lignes.size()) return false;
+  for (std::size_t i = 0; i < s.lignes.size(); ++i) {
+    const LigneODSaisie &a = s.lignes[i], &b = od.lignes[i];
+    const bool ouverte = s.ligneOuverte && s.ligne.rang == i + 1;
+    if (!ouverte && (a.compte != b.compte || a.debit != b.debit || a.credit != b.credit)) return false;
+  }
+  return true;
 }
 
 bool MemesTresoreries(const SaisieEcriture& s, const EcritureLue& lue) {
@@ -206,6 +219,7 @@ std::optional<SaisieSuspendue> LitSuspens(CFenlorApp& app) {
   const bool connu = e.journal >= JournalRecettes && e.journal <= JournalOD &&
                      (s.operationDiverse ||
                       (e.journal != JournalOD && (e.genre == GenreSimple || e.genre == GenreStandard)));
+  if (s.ligne.rang > s.lignes.size()) s.ligneOuverte = false;
   if (!connu || !IsDateOk(e.date) || DejaEnregistree(app, s, prochain)) return std::nullopt;
   Mouvement entete{};
   if (e.mouvement != 0 && !app.Magasin.ReadMouvements(app.PathExercice, e.mouvement, entete))

@@ -11,11 +11,21 @@
 
 namespace fenlor {
 
+/// What stands in the form of a line, over that of an opération diverse.
+struct LigneSuspendue {
+  u32 rang = 0;          ///< of the line that it changes, from 1; 0: a new one
+  LigneODSaisie saisie;  ///< but for the amounts
+  std::string code;      ///< that names no account
+  std::string debit, credit;
+};
+
 struct SaisieSuspendue {
   bool operationDiverse = false;
   /// Of an opération diverse what both have: journal, entry, date, label, currency.
   SaisieEcriture ecriture;
   std::vector<LigneODSaisie> lignes;  ///< of an opération diverse
+  bool ligneOuverte = false;
+  LigneSuspendue ligne;  ///< while it is open
   /// What stands in a field that cannot be read, letter for letter.
   std::string code, ttc, professionnelle;
 };

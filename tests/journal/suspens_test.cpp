@@ -38,7 +38,9 @@ class SuspensTest : public CabinetMedical {
 
 TEST_F(SuspensTest, CeQuiEstNoteSeRelitEtNeLaisseRien) {
   EXPECT_FALSE(LitSuspens(App()));
-  const SaisieSuspendue od = SousOD(OD({{Long("706"), "a", 0, 12.5}, {Long("512"), "", 12.5, 0}}));
+  SaisieSuspendue od = SousOD(OD({{Long("706"), "a", 0, 12.5}, {Long("512"), "", 12.5, 0}}));
+  od.ligneOuverte = true;
+  od.ligne = {2, {Long("514"), "b"}, "51x", "12,5x", ""};
   for (const SaisieSuspendue& s :
        {od, Depense()}) {  // the second has fewer lines of one kind, more of another
     ASSERT_TRUE(NoteSuspens(App(), s));
@@ -64,6 +66,16 @@ TEST_F(SuspensTest, CeQuiEstDansLesLivresNEstPlusPropose) {
   ASSERT_TRUE(NoteSuspens(App(), SousOD(od)));
   ASSERT_FALSE(Essaie(od));
   EXPECT_FALSE(LitSuspens(App()));
+  // It died while the form of the last line was open, or between that and the save.
+  SaisieSuspendue ouverte = SousOD(od);
+  ouverte.ligneOuverte = true;
+  ouverte.ligne.debit = "12,5";
+  ASSERT_TRUE(NoteSuspens(App(), ouverte));
+  EXPECT_TRUE(Lue(ouverte)) << "one line more than the books hold";
+  ouverte.lignes.pop_back();
+  ouverte.ecriture.mouvement = Faite.mouvement;
+  ASSERT_TRUE(NoteSuspens(App(), ouverte));
+  EXPECT_FALSE(LitSuspens(App())) << "that line was finished, and all of it saved";
 
   // The same entry an earlier day of typing is no reason to drop this one.
   ASSERT_TRUE(NoteSuspens(App(), s));

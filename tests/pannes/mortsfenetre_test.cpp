@@ -69,7 +69,8 @@ TEST(MortsFenetre, CeQuiEtaitTapeEstPropose) {
   const std::string cabinet = dossier.Chemin() + "/cabinet";
   ASSERT_NO_FATAL_FAILURE(CreeCabinet(cabinet));
   for (unsigned mort = 0; mort < morts; ++mort) {
-    Enfant enfant({cabinet, "1", "suspens"}, "/dev/null", "saisiefenetre");
+    const bool ligne = mort % 2 != 0;  // the form of a line, else that of a receipt
+    Enfant enfant({cabinet, "1", ligne ? "ligne" : "suspens"}, "/dev/null", "saisiefenetre");
     for (int i = 0; i < 500 && !enfant.Fini() && enfant.Sortie().empty(); ++i) enfant.Ecoute(20'000);
     ASSERT_FALSE(enfant.Fini()) << "the program ended by itself";
     enfant.Ecoute(static_cast<long>(hasard() % 300'000));
@@ -87,9 +88,10 @@ TEST(MortsFenetre, CeQuiEtaitTapeEstPropose) {
     const auto saisie = LitSuspens(app);
     ASSERT_TRUE(saisie) << "kill " << mort;
     const std::size_t dits = reponses->size();
-    EXPECT_TRUE(saisie->ecriture.libelle == "Piece " + std::to_string(dits) ||
-                saisie->ecriture.libelle == "Piece " + std::to_string(dits + 1))
-        << saisie->ecriture.libelle << ", " << dits << " told";
+    EXPECT_EQ(ligne, saisie->ligneOuverte);
+    const std::string& libelle = ligne ? saisie->ligne.saisie.libelle : saisie->ecriture.libelle;
+    EXPECT_TRUE(libelle == "Piece " + std::to_string(dits) || libelle == "Piece " + std::to_string(dits + 1))
+        << libelle << ", " << dits << " told";
     magasin.QVCloseSession();
   }
 }

@@ -1,13 +1,17 @@
-// saisiefenetre CABINET FIRST [suspens]
+// saisiefenetre CABINET FIRST [suspens|ligne]
 // Types receipts into the form of the journal window, key by key, offscreen, until it is killed. Each
 // entry that the form has cleared itself for is told on a line of its own, `{"mouvement":..}`. Labels
-// are "Piece N", N from FIRST on. With "suspens" nothing is saved: a label is told once its field was left.
+// are "Piece N", N from FIRST on. With "suspens" nothing is saved: a label is told once its field was left;
+// with "ligne" it is that of a line of an opération diverse, whose form is never left.
 #include <unistd.h>
 
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
+#include <string>
 
 #include "forms/journal/dialogecriture.h"
+#include "forms/journal/dialogmouvement.h"
 #include "forms/journal/ecritureview.h"
 #include "pannes/fenetretuee.h"
 #include "session/exercices.h"
@@ -35,11 +39,48 @@ void TabVers(const char* nom) {
   Abandonne(std::string("no field ") + nom);
 }
 
-int Tape(const std::string& cabinet, unsigned premiere, bool suspens) {
+void Dit(const std::string& ligne) {
+  if (write(STDOUT_FILENO, ligne.data(), ligne.size()) < 0) std::exit(0);
+}
+
+/// In the form of a line, over that of its entry.
+[[noreturn]] void TapeLigne() {
+  for (unsigned n = 1;; ++n) {
+    const std::string libelle = "Piece " + std::to_string(n);
+    TabVers("libelle");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    Frappe(libelle);
+    TabVers("debit");
+    Dit("{\"libelle\":\"" + libelle + "\"}\n");
+  }
+}
+
+void OuvreUneLigne(ContexteUi& ui) {
+  OuvertureEcriture ouverture;
+  ouverture.journal = JournalOD;
+  ouverture.date = FaitDate(15, 3, 2003);
+  CDialogMouvement forme(ui, ouverture);
+  forme.setModal(false);
+  forme.show();
+  forme.activateWindow();
+  QApplication::processEvents();
+  QTimer::singleShot(0, [] {
+    QApplication::processEvents();
+    TapeLigne();
+  });
+  TabVers("lignes");
+  Touche(Qt::Key_Insert);
+  Abandonne("no form of a line");
+}
+
+int Tape(const std::string& cabinet, unsigned premiere, const std::string& mode) {
+  const bool suspens = mode == "suspens";
   pannes::FenetreTuee session(cabinet);
   CFenlorApp& app = session.app;
   ContexteUi& ui = session.ui;
   if (!app.Dit(OuvreExercice(app, "2003"))) Abandonne("no exercice");
+
+  if (mode == "ligne") OuvreUneLigne(ui);
 
   CEcritureView vue(ui, JournalRecettes);
   vue.resize(900, 500);
@@ -69,8 +110,7 @@ int Tape(const std::string& cabinet, unsigned premiere, bool suspens) {
     Frappe(libelle);
     TabVers("ttc");
     if (suspens) {
-      const std::string ligne = "{\"libelle\":\"" + libelle + "\"}\n";
-      if (write(STDOUT_FILENO, ligne.data(), ligne.size()) < 0) return 0;
+      Dit("{\"libelle\":\"" + libelle + "\"}\n");
       continue;
     }
     Frappe(ttc);
@@ -78,9 +118,8 @@ int Tape(const std::string& cabinet, unsigned premiere, bool suspens) {
     Touche(Qt::Key_Enter);
     if (forme.Derniere() == avant || !forme.findChild<QLineEdit*>(QStringLiteral("ttc"))->text().isEmpty())
       Abandonne("the form has not cleared itself");
-    const std::string ligne = "{\"mouvement\":" + std::to_string(forme.Derniere()) + ",\"libelle\":\"" +
-                              libelle + "\",\"ttc\":" + std::to_string(10 + n % 500) + ".25}\n";
-    if (write(STDOUT_FILENO, ligne.data(), ligne.size()) < 0) return 0;
+    Dit("{\"mouvement\":" + std::to_string(forme.Derniere()) + ",\"libelle\":\"" + libelle +
+        "\",\"ttc\":" + std::to_string(10 + n % 500) + ".25}\n");
   }
 }
 
@@ -94,5 +133,5 @@ int main(int argc, char** argv) {
   QApplication::setStyle(QStringLiteral("Fusion"));
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 3) return 2;
-  return fenlor::Tape(arguments[1].toStdString(), arguments[2].toUInt(), arguments.size() > 3);
+  return fenlor::Tape(arguments[1].toStdString(), arguments[2].toUInt(), arguments.value(3).toStdString());
 }

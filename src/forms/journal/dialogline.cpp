@@ -66,6 +66,36 @@ void CDialogLine::Declare() {
   Boutons(m_ouverture.modification ? Mode::Modification : Mode::Ajout, m_ouverture.modification);
 }
 
+void CDialogLine::showEvent(QShowEvent* evenement) {
+  CZNDialog::showEvent(evenement);
+  // After the base noted what stood there: all of it was typed.
+  if (m_ouverture.reprise && !m_vue) Reprend(*m_ouverture.reprise);
+  m_vue = true;
+}
+
+void CDialogLine::Reprend(const LigneSuspendue& reprise) {
+  m_compte.Choisit(reprise.saisie.compte);
+  if (!reprise.code.empty()) m_compte.Code().setText(Q(reprise.code));
+  m_libelle.Pose(reprise.saisie.libelle);
+  m_paiement.Marque(reprise.saisie.paiement);
+  MontreCompte();
+  m_debit.setText(Q(reprise.debit));
+  m_credit.setText(Q(reprise.credit));
+}
+
+std::optional<LigneSuspendue> CDialogLine::Suspendue() const {
+  if (m_lecture || !Modifie()) return std::nullopt;
+  LigneSuspendue ligne;
+  if (m_ouverture.modification) ligne.rang = static_cast<u32>(m_lignes.choisie + 1);
+  if (const CompteOffert* compte = m_compte.Choisi()) ligne.saisie.compte = compte->compte;
+  if (m_compte.CodeInconnu()) ligne.code = m_compte.CodeTape();
+  ligne.saisie.libelle = m_libelle.Valeur();
+  ligne.saisie.paiement = m_paiement.Valeur();
+  ligne.debit = De1252(m_debit.text());
+  ligne.credit = De1252(m_credit.text());
+  return ligne;
+}
+
 bool CDialogLine::Nouveau() {
   CDialogPlanComptable forme(Contexte(), nullptr, 0, this);
   forme.exec();

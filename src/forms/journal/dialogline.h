@@ -3,6 +3,7 @@
 
 #include "forms/journal/champsecriture.h"
 #include "journal/odlue.h"
+#include "journal/suspens.h"
 #include "ui/czndialog.h"
 
 namespace fenlor {
@@ -26,20 +27,25 @@ class CDialogLine : public CZNDialog {
     bool euro = true;
     bool modification = false;
     bool lecture = false;
-    std::string libelle;           ///< proposed: that of the entry
-    std::function<void()> change;  ///< after each save
+    std::string libelle;                         ///< proposed: that of the entry
+    std::function<void()> change;                ///< after each save
+    std::optional<LigneSuspendue> reprise = {};  ///< typed before the program ended
   };
   /// `lignes` outlives the form.
   CDialogLine(ContexteUi& contexte, LignesOD& lignes, const Ouverture& ouverture, QWidget* parent = nullptr);
   bool Change() const { return m_change; }
+  /// What would be lost with the program.
+  std::optional<LigneSuspendue> Suspendue() const;
 
  protected:
+  void showEvent(QShowEvent* evenement) override;
   bool Enregistre() override;
   void Vide() override;
   void Voisin(int pas) override;
 
  private:
   void Declare();
+  void Reprend(const LigneSuspendue& reprise);
   bool Nouveau();
   void Montre();
   void MontreCompte();
@@ -51,7 +57,7 @@ class CDialogLine : public CZNDialog {
   LignesOD& m_lignes;
   const Ouverture m_ouverture;
   const bool m_lecture;
-  bool m_change = false;
+  bool m_change = false, m_vue = false;
   f64 m_propre = 0;  ///< credit less debit of the changed line, as it is in the list
   ChampsCompteEcriture m_compte;
   ChampLibelle m_libelle;

@@ -162,13 +162,26 @@ void CDialogMouvement::Reprend(const SaisieSuspendue& reprise) {
   for (const LigneODSaisie& ligne : reprise.lignes) m_lignes.lignes.push_back({ligne, {}});
   m_modifiee = true;
   MontreLignes();
+  if (!reprise.ligneOuverte) return;
+  // Once this form stands: it would come before it.
+  QMetaObject::invokeMethod(
+      this,
+      [this, ligne = reprise.ligne] {
+        m_lignes.choisie = static_cast<int>(ligne.rang) - 1;
+        MontreLignes();
+        OuvreLigne(ligne.rang != 0, ligne);
+      },
+      Qt::QueuedConnection);
 }
 
 /// What would be lost with the program.
 std::optional<SaisieSuspendue> CDialogMouvement::Suspendue() const {
-  if (m_cloture || !Modifie()) return std::nullopt;
+  const auto ligne = m_ligneOuverte ? m_ligneOuverte->Suspendue() : std::nullopt;
+  if (m_cloture || (!ligne && !Modifie())) return std::nullopt;
   const SaisieOD saisie = Saisie();
   SaisieSuspendue suspendue;
+  suspendue.ligneOuverte = ligne.has_value();
+  if (ligne) suspendue.ligne = *ligne;
   suspendue.operationDiverse = true;
   suspendue.ecriture.journal = saisie.journal;
   suspendue.ecriture.mouvement = saisie.mouvement;
@@ -217,7 +230,7 @@ void CDialogMouvement::Voisin(int pas) {
   MontreLignes();
 }
 
-void CDialogMouvement::OuvreLigne(bool modification) {
+void CDialogMouvement::OuvreLigne(bool modification, const std::optional<LigneSuspendue>& reprise) {
   if (m_cloture) {
     App().ReportErreur(ErrExerciceCloture);
     return;
@@ -225,15 +238,18 @@ void CDialogMouvement::OuvreLigne(bool modification) {
   if (Verrouillee() && !modification) return;
   m_lignes.choisie = modification ? m_liste->Table().RangChoisi() : -1;
   if (modification && m_lignes.choisie < 0) return;
-  CDialogLine::Ouverture ouverture{m_jour.Valeur(), m_monnaie.Euro(),   modification,
-                                   Verrouillee(),   m_libelle.Valeur(), {}};
+  CDialogLine::Ouverture ouverture{
+      m_jour.Valeur(), m_monnaie.Euro(), modification, Verrouillee(), m_libelle.Valeur(), {}, reprise};
   ouverture.change = [this, modification] {
+    m_modifiee = true;
     if (!modification) m_lignes.choisie = static_cast<int>(m_lignes.lignes.size()) - 1;
     MontreLignes();
   };
   CDialogLine forme(Contexte(), m_lignes, ouverture, this);
+  m_ligneOuverte = &forme;
   forme.exec();
-  if (forme.Change()) m_modifiee = true;
+  m_ligneOuverte = nullptr;
+  m_garde.Note();
   // A run of lines that ends balanced leaves nothing but to save.
   if (forme.Change() && !modification && m_lignes.Solde() == 0)
     CZNDialog::Focalise("ok");

@@ -48,7 +48,7 @@ class CDialogMouvement : public CZNDialog {
   std::optional<SaisieSuspendue> Suspendue() const;
   bool Verrouillee() const { return m_validee || m_liee; }
   void Supprime();
-  void OuvreLigne(bool modification);
+  void OuvreLigne(bool modification, const std::optional<LigneSuspendue>& reprise = {});
   void ChangeMonnaie();
   void Force();
   void SuitLibelle();
@@ -59,6 +59,7 @@ class CDialogMouvement : public CZNDialog {
   const bool m_cloture;
   bool m_lue = true, m_vue = false;
   LignesOD m_lignes;
+  CDialogLine* m_ligneOuverte = nullptr;
   std::string m_libelleDesLignes;  ///< of the entry, as its lines know it
   bool m_validee = false, m_liee = false;
   bool m_etaitValidee = false;  ///< as the entry was read

@@ -17,13 +17,16 @@ GardeSaisie::GardeSaisie(CFenlorApp& app, QWidget& forme,
   m_horloge.setInterval(Periode);
   connect(&m_horloge, &QTimer::timeout, this, &GardeSaisie::Note);
   connect(qApp, &QApplication::focusChanged, this, [this, &forme](const QWidget* de) {
-    if (m_horloge.isActive() && de && forme.isAncestorOf(de)) Note();
+    // Across windows: a form over this one belongs to it.
+    for (; de; de = de->parentWidget())
+      if (de == &forme) return Note();
   });
 }
 
 void GardeSaisie::Commence() { m_horloge.start(); }
 
 void GardeSaisie::Note() {
+  if (!m_horloge.isActive()) return;
   const std::optional<SaisieSuspendue> saisie = m_saisie();
   if (!saisie) return Oublie();
   std::string texte = TexteSuspens(*saisie);
