@@ -1,4 +1,8 @@
 // The find box over the whole program, by keyboard alone; its keys are counted.
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QTest>
 
 #include "app/programmedetest.h"
 #include "core/texte.h"
@@ -33,6 +37,7 @@ class BoiteRecherche : public ProgrammeDeTest {
   int Cherche(const QString& texte, int bas = 0) {
     Robot robot;
     robot.Attend("DialogRecherche", [&](QDialog& d) {
+      if (m_tous) Trouve<QCheckBox>(d, "tous").click();
       QTest::keyClicks(d.focusWidget(), texte);
       if (bas > 0) {
         // The keys wait for what is looked for.
@@ -57,7 +62,8 @@ class BoiteRecherche : public ProgrammeDeTest {
   }
 
   std::vector<u32> m_mouvements;
-  QString m_reste;  ///< what the box says when nothing was chosen in it
+  bool m_tous = false;  ///< "Tous les exercices" is ticked
+  QString m_reste;      ///< what the box says when nothing was chosen in it
 };
 
 TEST_F(BoiteRecherche, UneEcritureEnDouzeTouchesAuPlus) {
@@ -99,6 +105,31 @@ TEST_F(BoiteRecherche, ComptesRubriquesCommandesAide) {
   Cherche(u"zzzz"_s);
   EXPECT_EQ(avant, Principal->VueActive());
   EXPECT_FALSE(m_reste.isEmpty());
+}
+
+TEST_F(BoiteRecherche, UneEcritureDUnAutreExercice) {
+  Installe("2004");
+  SaisieEcriture ecriture = Ecriture(JournalRecettes, "706", 40, "512", FaitDate(3, 4, 2004));
+  ecriture.libelle = "Girafe";
+  Enregistre(Ecriture(JournalRecettes, "706", 30, "512", FaitDate(3, 4, 2004)));
+  const u32 girafe = Enregistre(ecriture);
+  ASSERT_TRUE(OuvreExercice("2003"));
+  Principal->OuvreUnique(FenDepenses);
+  Cherche(u"girafe"_s);
+  EXPECT_FALSE(m_reste.isEmpty()) << "it is of another exercice";
+  m_tous = true;
+  Boite.Reponses = {RepNon, RepOui};
+  Cherche(u"girafe"_s);
+  EXPECT_EQ(App().NomExercice, "2003");
+  EXPECT_EQ(Journal()->Titre(), DepuisUtf8("Ecritures de dépenses").value());
+  Cherche(u"girafe"_s);
+  EXPECT_EQ(App().NomExercice, "2004");
+  ASSERT_TRUE(Journal());
+  EXPECT_EQ(Journal()->Titre(), "Ecritures de recettes");
+  EXPECT_EQ(Journal()->Demande().mois, FaitDate(1, 4, 2004));
+  EXPECT_EQ(Journal()->GetEcrId(Journal()->GetEcrSel()), girafe);
+  EXPECT_EQ(Boite.Questions.size(), 2u);
+  EXPECT_TRUE(Boite.Erreurs.empty());
 }
 
 }  // namespace
