@@ -246,9 +246,8 @@ class Hasard : public Reprises {
     BilanEcheances bilan;
     EXPECT_FALSE(CalculeEcheances(App(), bilan));
     std::vector<EcheanceAnnoncee> annoncees;
-    std::vector<EcheanceFaite> faites;
     if (!ListeAnnoncees(App(), annoncees) && !annoncees.empty())
-      (void)ConfirmeEcheances(App(), annoncees, {0}, faites);
+      (void)ConfirmeEcheances(App(), annoncees, {0}, bilan);
   }
   void ChangeLien() {
     RecetteLiee lien{};
