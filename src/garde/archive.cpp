@@ -10,7 +10,6 @@
 
 #include "garde/flux.h"
 #include "garde/textes.h"
-#include "store/partage.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -19,10 +18,8 @@ namespace {
 
 constexpr const char* NomManifeste = "manifeste.json";
 constexpr std::size_t TailleTampon = 256 * 1024;
-/// Level 3 is what a backup waits for: beyond it the books shrink little.
-constexpr const char* Niveau = "3";
-/// Helpers that compress a large practice; a small one is done before they have started.
-constexpr const char* Aides = "3";
+/// Records of a tar.
+constexpr std::size_t TailleBlocTar = 512;
 /// Books shrink to a tenth or a twentieth; one that would swell to a thousand times its size is a trap.
 constexpr u64 GonflementMax = 1000, GonflementLibre = u64{64} << 20;
 
@@ -32,126 +29,107 @@ constexpr std::size_t TailleCachet = DebutCachet.size() + sizeof(Sha256);
 
 std::string NomCourt(const std::string& chemin) { return chemin.substr(chemin.rfind('/') + 1); }
 
-/// What went wrong on either side of the archive library, which only passes on that something did.
+/// What went wrong below the archive library, which only passes on that something did.
 struct Incident {
   int erreur = 0;
-  bool arrete = false;
 };
-
-// ------------------------------------------------------------------ writing
-
-struct Ecriture {
-  Puits& puits;
-  CalculSha256 calcul;
-  Incident incident;
-};
-
-la_ssize_t SurEcriture(archive* a, void* client, const void* octets, std::size_t taille) {
-  Ecriture& ecriture = *static_cast<Ecriture*>(client);
-  ecriture.calcul.Ajoute(octets, taille);
-  if ((ecriture.incident.erreur = ecriture.puits.Ecrit(octets, taille))) {
-    archive_set_error(a, ecriture.incident.erreur, "sink");
-    return -1;
-  }
-  return static_cast<la_ssize_t>(taille);
-}
 
 using Tar = std::unique_ptr<archive, int (*)(archive*)>;
 using EntreeTar = std::unique_ptr<archive_entry, void (*)(archive_entry*)>;
 
-bool EcritEntete(archive* tar, const std::string& nom, u64 taille) {
+// ------------------------------------------------------------------ writing
+
+la_ssize_t SurEntete(archive*, void* client, const void* octets, std::size_t taille) {
+  static_cast<std::string*>(client)->append(static_cast<const char*>(octets), taille);
+  return static_cast<la_ssize_t>(taille);
+}
+
+/// Appends what a tar says in front of a file. False: no memory.
+bool AjouteEntete(const std::string& nom, u64 taille, std::string& octets) {
   assert(!nom.empty());
+  const Tar tar(archive_write_new(), archive_write_free);
   const EntreeTar entree(archive_entry_new(), archive_entry_free);
-  if (!entree) return false;
+  if (!tar || !entree) return false;
   archive_entry_set_pathname(entree.get(), nom.c_str());
   archive_entry_set_size(entree.get(), static_cast<la_int64_t>(taille));
   archive_entry_set_filetype(entree.get(), AE_IFREG);
   archive_entry_set_perm(entree.get(), 0600);
-  return archive_write_header(tar, entree.get()) == ARCHIVE_OK;
+  const bool ecrit = archive_write_set_format_pax_restricted(tar.get()) == ARCHIVE_OK &&
+                     archive_write_set_bytes_per_block(tar.get(), 0) == ARCHIVE_OK &&
+                     archive_write_open(tar.get(), &octets, nullptr, SurEntete, nullptr) == ARCHIVE_OK &&
+                     archive_write_header(tar.get(), entree.get()) == ARCHIVE_OK;
+  // The bytes of the file come from elsewhere: the library shall fill nothing up.
+  archive_write_fail(tar.get());
+  return ecrit;
 }
 
-/// Hands the piece's bytes to `suite` in blocks. An errno value; EIO where the piece ends before its length.
-int LitPiece(const PieceSource& piece, const std::function<int(const u8*, std::size_t)>& suite) {
-  assert(piece.fichier && suite);
-  std::vector<u8> tampon(TailleTampon);
-  for (u64 place = 0; place < piece.taille;) {
-    const std::size_t voulus = static_cast<std::size_t>(std::min<u64>(tampon.size(), piece.taille - place));
-    assert(voulus > 0);
-    std::size_t lus = 0;
-    if (const int erreur = piece.fichier->Lit(tampon.data(), voulus, place, lus)) return erreur;
-    if (lus != voulus) return EIO;
-    if (const int erreur = suite(tampon.data(), lus)) return erreur;
-    place += lus;
-  }
-  return 0;
+/// Zeros behind a file, up to the next record.
+void AjouteFin(u64 taille, std::string& octets) {
+  octets.append((TailleBlocTar - taille % TailleBlocTar) % TailleBlocTar, '\0');
 }
 
-Refus RemplitSommes(const std::vector<PieceSource>& pieces, Manifeste& manifeste) {
+void RemplitPieces(const std::vector<PieceSource>& pieces, Manifeste& manifeste) {
   manifeste.pieces.clear();
-  for (const PieceSource& piece : pieces) {
-    if (piece.somme) {
-      manifeste.pieces.push_back({piece.nom, piece.taille, *piece.somme});
-      continue;
-    }
-    CalculSha256 calcul;
-    const int erreur = LitPiece(piece, [&](const u8* octets, std::size_t taille) {
-      calcul.Ajoute(octets, taille);
-      return 0;
-    });
-    if (erreur) return Refus(ErrArchiveLivres, "", {piece.nom, TexteErreurSysteme(erreur)});
-    manifeste.pieces.push_back({piece.nom, piece.taille, calcul.Fin()});
-  }
-  return {};
+  for (const PieceSource& piece : pieces) manifeste.pieces.push_back({piece.nom, piece.taille, piece.somme});
 }
 
-class EcrivainTar {
+class Ecrivain {
  public:
-  EcrivainTar(Ecriture& ecriture, const std::string& chemin)
-      : m_ecriture(ecriture), m_chemin(chemin), m_tar(archive_write_new(), archive_write_free) {}
+  Ecrivain(Puits& puits, const std::string& chemin) : m_puits(puits), m_chemin(chemin) {}
 
   Refus Ecrit(const Manifeste& manifeste, const std::vector<PieceSource>& pieces,
               const AvanceArchive& avance) {
-    archive* tar = m_tar.get();
-    if (!tar || archive_write_set_format_pax_restricted(tar) != ARCHIVE_OK ||
-        archive_write_add_filter_zstd(tar) != ARCHIVE_OK ||
-        archive_write_set_filter_option(tar, "zstd", "compression-level", Niveau) != ARCHIVE_OK)
-      return Echec();
-    // A library that has no helpers compresses alone.
-    if (NombreParts(manifeste.Octets()) > 1) archive_write_set_filter_option(tar, "zstd", "threads", Aides);
-    if (archive_write_set_bytes_in_last_block(tar, 1) != ARCHIVE_OK ||
-        archive_write_open(tar, &m_ecriture, nullptr, SurEcriture, nullptr) != ARCHIVE_OK)
-      return Echec();
     const std::string json = EcritManifeste(manifeste);
-    if (!EcritEntete(tar, NomManifeste, json.size()) || !Donnees(json.data(), json.size())) return Echec();
+    // What stands between the pieces is compressed by itself.
+    std::string entre;
+    if (!AjouteEntete(NomManifeste, json.size(), entre)) return Echec(ENOMEM);
+    entre += json;
+    AjouteFin(json.size(), entre);
     u64 faits = 0;
     for (const PieceSource& piece : pieces) {
-      if (!EcritEntete(tar, piece.nom, piece.taille)) return Echec();
-      bool ecrit = true, arrete = false;
-      const int erreur = LitPiece(piece, [&](const u8* octets, std::size_t taille) {
-        ecrit = Donnees(octets, taille);
-        arrete = ecrit && avance && !avance(faits += taille);
-        return ecrit && !arrete ? 0 : ECANCELED;
-      });
-      if (arrete) return Refus(ErrArchiveInterrompue);
-      if (!ecrit) return Echec();
-      if (erreur) return Refus(ErrArchiveLivres, "", {piece.nom, TexteErreurSysteme(erreur)});
+      if (!AjouteEntete(piece.nom, piece.taille, entre)) return Echec(ENOMEM);
+      if (const int erreur = Comprimes(entre)) return Echec(erreur);
+      for (const Trame& trame : piece.trames)
+        if (const Refus refus = EcritTrame(piece, trame)) return refus;
+      entre.clear();
+      AjouteFin(piece.taille, entre);
+      if (avance && !avance(faits += piece.taille)) return Refus(ErrArchiveInterrompue);
     }
-    if (archive_write_close(tar) != ARCHIVE_OK) return Echec();
-    return {};
+    entre.append(2 * TailleBlocTar, '\0');
+    if (const int erreur = Comprimes(entre)) return Echec(erreur);
+    const Sha256 somme = m_calcul.Fin();
+    int erreur = m_puits.Ecrit(DebutCachet.data(), DebutCachet.size());
+    if (!erreur) erreur = m_puits.Ecrit(somme.data(), somme.size());
+    if (!erreur) erreur = m_puits.Termine();
+    return erreur ? Echec(erreur) : Refus();
   }
 
  private:
-  bool Donnees(const void* octets, std::size_t taille) {
-    return taille == 0 || archive_write_data(m_tar.get(), octets, taille) == static_cast<la_ssize_t>(taille);
+  int Sort(const void* octets, std::size_t taille) {
+    m_calcul.Ajoute(octets, taille);
+    return m_puits.Ecrit(octets, taille);
   }
-  Refus Echec() const {
-    const int erreur = m_ecriture.incident.erreur ? m_ecriture.incident.erreur : ENOMEM;
+  int Comprimes(const std::string& octets) {
+    return Comprime(octets.data(), octets.size(), m_tampon) ? Sort(m_tampon.data(), m_tampon.size()) : ENOMEM;
+  }
+  Refus EcritTrame(const PieceSource& piece, const Trame& trame) {
+    assert(piece.fichier && trame.taille > 0);
+    m_tampon.resize(static_cast<std::size_t>(trame.taille));
+    std::size_t lus = 0;
+    int erreur = piece.fichier->Lit(m_tampon.data(), m_tampon.size(), trame.place, lus);
+    if (!erreur && lus != m_tampon.size()) erreur = EIO;
+    if (erreur) return Refus(ErrArchiveLivres, "", {piece.nom, TexteErreurSysteme(erreur)});
+    erreur = Sort(m_tampon.data(), m_tampon.size());
+    return erreur ? Echec(erreur) : Refus();
+  }
+  Refus Echec(int erreur) const {
     return Refus(ErrArchiveEcriture, "", {m_chemin, TexteErreurSysteme(erreur)});
   }
 
-  Ecriture& m_ecriture;
+  Puits& m_puits;
   const std::string& m_chemin;
-  Tar m_tar;
+  CalculSha256 m_calcul;
+  std::vector<u8> m_tampon;
 };
 
 // ------------------------------------------------------------------ reading
@@ -366,15 +344,10 @@ Refus EcritArchive(Fichier& fichier, const std::string& chemin, Manifeste& manif
   const auto echec = [&](int erreur) {
     return Refus(ErrArchiveEcriture, "", {chemin, TexteErreurSysteme(erreur)});
   };
-  if (const Refus refus = RemplitSommes(pieces, manifeste)) return refus;
+  RemplitPieces(pieces, manifeste);
   const std::unique_ptr<Puits> puits = PuitsFichier(fichier, motDePasse);
   if (!puits) return echec(ENOMEM);
-  Ecriture ecriture{*puits, {}, {}};
-  if (const Refus refus = EcrivainTar(ecriture, chemin).Ecrit(manifeste, pieces, avance)) return refus;
-  const Sha256 somme = ecriture.calcul.Fin();
-  if (const int erreur = puits->Ecrit(DebutCachet.data(), DebutCachet.size())) return echec(erreur);
-  if (const int erreur = puits->Ecrit(somme.data(), somme.size())) return echec(erreur);
-  if (const int erreur = puits->Termine()) return echec(erreur);
+  if (const Refus refus = Ecrivain(*puits, chemin).Ecrit(manifeste, pieces, avance)) return refus;
   if (const int erreur = fichier.Synchronise()) return echec(erreur);
   return {};
 }

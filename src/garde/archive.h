@@ -5,18 +5,19 @@
 //   last          a zstd frame that readers skip: 5A 2A 4D 18, length 40, "FENLOR\0\1", SHA-256 of all bytes
 //   before
 //
+// The tar is a chain of zstd frames (trame.h), which every reader takes for one.
 // The sum at the end makes every bit count, those between the files as well. An archive may come from a
 // stranger: it is gone through from end to end, against its manifest and its sums, before a byte of it is
 // handed out.
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/refus.h"
 #include "garde/manifeste.h"
+#include "garde/trame.h"
 #include "store/systeme.h"
 
 namespace fenlor {
@@ -24,17 +25,18 @@ namespace fenlor {
 /// Called with the bytes done so far; false stops the work.
 using AvanceArchive = std::function<bool(u64 octets)>;
 
-/// A file on its way into an archive.
+/// A file on its way into an archive, compressed already.
 struct PieceSource {
   std::string nom;
-  Fichier* fichier = nullptr;  ///< read from its beginning; outlives the call
-  u64 taille = 0;
-  std::optional<Sha256> somme = {};  ///< of its bytes, where somebody knows it
+  u64 taille = 0;              ///< of the file itself
+  Sha256 somme{};              ///< of its bytes
+  Fichier* fichier = nullptr;  ///< holds the frames; outlives the call
+  std::vector<Trame> trames;   ///< in the order of the file's bytes
 };
 
 /// Writes the archive of `pieces` into `fichier`, which stands under `chemin` (for messages), and syncs it.
 /// Lengths and sums of `manifeste` are filled in. 3520 with the system's reason, 3528 stopped, 3529 a piece
-/// that cannot be read or is shorter than it was said to be. The caller removes what was written when it is
+/// that cannot be read. The caller removes what was written when it is
 /// refused.
 Refus EcritArchive(Fichier& fichier, const std::string& chemin, Manifeste& manifeste,
                    const std::vector<PieceSource>& pieces, const std::string& motDePasse,

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cerrno>
 #include <cstdio>
@@ -86,6 +87,53 @@ int Somme(Fichier& de, u64 taille, Sha256& somme) {
   return erreur;
 }
 
+/// The compressed copy of one file, made by as many helpers as call `Travaille`.
+class Copieur {
+ public:
+  Copieur(Fichier& de, u64 taille, Fichier& vers)
+      : m_de(de),
+        m_taille(taille),
+        m_vers(vers),
+        m_trames((taille + TailleBlocTrame - 1) / TailleBlocTrame) {}
+
+  /// Takes blocks until none is left. `suite`, of one of the helpers, sees the bytes that are done: false
+  /// stops them all. The first failure of any of them.
+  int Travaille(const std::function<bool(u64)>& suite) {
+    std::vector<u8> tampon, trame;
+    for (std::size_t rang; m_erreur == 0 && (rang = m_suivant++) < m_trames.size();) {
+      const int erreur = Copie(rang, tampon, trame);
+      const std::size_t finis = ++m_finis;
+      if (erreur)
+        m_erreur = erreur;
+      else if (suite && !suite(std::min(m_taille, u64{finis} * TailleBlocTrame)))
+        m_erreur = ECANCELED;
+    }
+    return m_erreur;
+  }
+  std::vector<Trame> Trames() { return std::move(m_trames); }
+
+ private:
+  int Copie(std::size_t rang, std::vector<u8>& tampon, std::vector<u8>& trame) {
+    const u64 place = u64{rang} * TailleBlocTrame;
+    tampon.resize(static_cast<std::size_t>(std::min<u64>(TailleBlocTrame, m_taille - place)));
+    std::size_t lus = 0;
+    if (const int erreur = m_de.Lit(tampon.data(), tampon.size(), place, lus)) return erreur;
+    if (lus != tampon.size()) return ErrAltere;
+    if (!Comprime(tampon.data(), tampon.size(), trame)) return ENOMEM;
+    const Trame ici{m_fin.fetch_add(trame.size()), trame.size()};
+    m_trames[rang] = ici;
+    return m_vers.Ecrit(trame.data(), trame.size(), ici.place);
+  }
+
+  Fichier& m_de;
+  const u64 m_taille;
+  Fichier& m_vers;
+  std::vector<Trame> m_trames;
+  std::atomic<std::size_t> m_suivant{0}, m_finis{0};
+  std::atomic<u64> m_fin{0};
+  std::atomic<int> m_erreur{0};
+};
+
 /// Entries of a journal that is not open.
 int CompteEcritures(Fichier& journal, u64 taille, u32& nombre) {
   constexpr std::size_t pas = sizeof(Line) + TailleSomme;
@@ -128,7 +176,8 @@ int CopieDonnees(Systeme& systeme, const std::string& de, const std::string& ver
   return erreur;
 }
 
-Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exercices, bool complet) {
+Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exercices, bool complet,
+                          const AvancePhotographie& avance) {
   assert(!app.Magasin.QVEnUnite());
   m_pieces.clear();
   m_tete = {};
@@ -138,60 +187,72 @@ Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exerc
   m_tete.date = StrDate(app.Magasin.Today());
   m_tete.heure = StrHHMM(app.Magasin.Now());
   m_tete.complet = complet;
-  if (const Refus refus = Copie(app, "fenlor.ini", false)) return refus;
+  std::vector<Voulu> voulus = {{"fenlor.ini", false}};
   for (const DefinitionFichier& definition : Definitions())
-    if (definition.duCabinet)
-      if (const Refus refus = Copie(app, std::string(definition.nom) + ".dat", true)) return refus;
+    if (definition.duCabinet) voulus.push_back({std::string(definition.nom) + ".dat", true});
   const std::vector<std::string> connus = app.Magasin.ListeExercices();
   for (const std::string& nom : exercices) {
     if (std::find(connus.begin(), connus.end(), nom) == connus.end())
       return Refus(ErrExerciceInconnu, "exercice", {nom});
-    ExerciceArchive& tete = m_tete.exercices.emplace_back();
-    tete.nom = nom;
-    tete.debut = app.Reglages.LitIniExercice(nom, Texte(CleDebut));
-    tete.fin = app.Reglages.LitIniExercice(nom, Texte(CleFin));
-    tete.cloture = app.Reglages.LitIniExercice(nom, Texte(CleCloture));
+    m_tete.exercices.push_back({nom, app.Reglages.LitIniExercice(nom, Texte(CleDebut)),
+                                app.Reglages.LitIniExercice(nom, Texte(CleFin)),
+                                app.Reglages.LitIniExercice(nom, Texte(CleCloture)), 0});
     for (const DefinitionFichier& definition : Definitions())
       if (!definition.duCabinet)
-        if (const Refus refus = Copie(app, nom + "/" + definition.nom + ".dat", !definition.duDepart))
-          return refus;
+        voulus.push_back({nom + "/" + definition.nom + ".dat", !definition.duDepart});
     for (const std::string plain : {"/TEXTES.dat", "/SCEAU.dat", "/CORBEILLE.dat"})
-      if (const Refus refus = Copie(app, nom + plain, true)) return refus;
-    for (const Piece& piece : m_pieces)
-      if (piece.nom == nom + "/" + NomJournal) tete.ecritures = piece.ecritures;
+      voulus.push_back({nom + plain, true});
   }
+  u64 total = 1;
+  for (const Voulu& voulu : voulus) {
+    Empreinte empreinte;
+    if (app.Magasin.SystemeFichiers().Mesure(Joint(cabinet, voulu.nom), empreinte) == 0)
+      total += empreinte.taille;
+  }
+  for (const Voulu& voulu : voulus) {
+    const u64 avant = Octets();
+    const auto suite = [&](u64 octets) {
+      return !avance || avance(std::min(1.0, static_cast<f64>(avant + octets) / static_cast<f64>(total)));
+    };
+    if (const Refus refus = Copie(app, voulu, suite)) return refus;
+  }
+  for (ExerciceArchive& tete : m_tete.exercices)
+    for (const Piece& piece : m_pieces)
+      if (piece.nom == tete.nom + "/" + NomJournal) tete.ecritures = piece.ecritures;
   return {};
 }
 
-Refus Photographie::Copie(CFenlorApp& app, const std::string& nom, bool facultatif) {
+Refus Photographie::Copie(CFenlorApp& app, const Voulu& voulu, const std::function<bool(u64)>& suite) {
   Systeme& systeme = app.Magasin.SystemeFichiers();
-  const std::string dossier = app.Magasin.PathCabinet(), chemin = Joint(dossier, nom);
+  const std::string dossier = app.Magasin.PathCabinet(), chemin = Joint(dossier, voulu.nom);
   // The store's own files bear the name of a definition.
-  const std::string base = nom.substr(nom.rfind('/') + 1);
+  const std::string base = voulu.nom.substr(voulu.nom.rfind('/') + 1);
   const bool donnees = DefinitionNom(base.substr(0, base.rfind('.'))) != nullptr;
   std::unique_ptr<Fichier> fichier;
   int erreur = systeme.Ouvre(chemin, Systeme::Lecture, fichier);
-  if (erreur == ENOENT && facultatif) return {};
+  if (erreur == ENOENT && voulu.facultatif) return {};
   Piece piece;
-  piece.nom = nom;
+  piece.nom = voulu.nom;
   if (!erreur) erreur = Longueur(*fichier, donnees, piece.taille);
   if (!erreur) erreur = OuvreSansNom(systeme, dossier, m_pieces.size(), piece.copie);
   if (!erreur) {
     // The sum is that of the books: what the copy, the archive and the disk make of them is held against it.
-    std::array<int, 3> erreurs{};
-    const auto part = [&](unsigned rang) {
-      if (rang == 0) erreurs[0] = Somme(*fichier, piece.taille, piece.somme);
-      if (rang == 1 && base == NomJournal)
-        erreurs[1] = CompteEcritures(*fichier, piece.taille, piece.ecritures);
-      if (rang == 2) erreurs[2] = CopieOctets(*fichier, *piece.copie, piece.taille);
-    };
-    const unsigned parts = erreurs.size();
-    if (NombreParts(piece.taille) > 1)
-      Partage(parts, part);
-    else
-      for (unsigned rang = 0; rang < parts; ++rang) part(rang);
-    for (const int une : erreurs) erreur = erreur ? erreur : une;
+    Copieur copieur(*fichier, piece.taille, *piece.copie);
+    int somme = 0, compte = 0;
+    const unsigned parts = NombreParts(piece.taille);
+    Partage(parts, [&](unsigned part) {
+      // Both go through the whole file at once, each by itself; the blocks wait for no one.
+      if (part == 0) somme = Somme(*fichier, piece.taille, piece.somme);
+      if (part == parts / 2 && base == NomJournal)
+        compte = CompteEcritures(*fichier, piece.taille, piece.ecritures);
+      const int une = copieur.Travaille(part + 1 == parts ? suite : std::function<bool(u64)>());
+      if (part + 1 == parts) erreur = une;
+    });
+    if (!erreur) erreur = copieur.Travaille({});  // what a helper met last
+    erreur = erreur ? erreur : somme ? somme : compte;
+    piece.trames = copieur.Trames();
   }
+  if (erreur == ECANCELED) return Refus(ErrArchiveInterrompue);
   if (erreur) return Refus(ErrArchiveLivres, "", {chemin, app.Magasin.QVErreurTexte(erreur)});
   m_pieces.push_back(std::move(piece));
   assert(m_pieces.back().copie);
@@ -201,7 +262,7 @@ Refus Photographie::Copie(CFenlorApp& app, const std::string& nom, bool facultat
 std::vector<PieceSource> Photographie::Pieces() const {
   std::vector<PieceSource> pieces;
   for (const Piece& piece : m_pieces)
-    pieces.push_back({piece.nom, piece.copie.get(), piece.taille, piece.somme});
+    pieces.push_back({piece.nom, piece.taille, piece.somme, piece.copie.get(), piece.trames});
   return pieces;
 }
 

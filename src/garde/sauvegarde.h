@@ -27,8 +27,8 @@ std::string NomSauvegarde(const Manifeste& manifeste);
 
 /// Writes the archive of a photograph under a provisional name, syncs it, reads it back from the medium to
 /// its last byte, compares it with what was photographed, and only then gives it its name, which is never
-/// that of another file. Needs no session: may run in a thread of its own. 3520 to 3528; what was written is
-/// removed then.
+/// that of another file. Needs no session: may run in a thread of its own. `avance` sees the bytes of the
+/// books that were read back, 0 while the archive is written. 3520 to 3528; what was written is removed then.
 Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const DemandeSauvegarde& demande,
                       SauvegardeFaite& faite, const AvanceArchive& avance = {});
 

@@ -25,17 +25,32 @@ struct Dossier : ::testing::Test {
     EXPECT_EQ(systeme.Ouvre(dossier / nom, mode, fichier), 0) << nom;
     return fichier;
   }
+  /// A piece of these bytes, its frames in a file of its own.
+  PieceSource Piece(const std::string& nom, const std::string& contenu) {
+    CalculSha256 calcul;
+    calcul.Ajoute(contenu.data(), contenu.size());
+    fichiers.push_back(Ouvre("piece" + std::to_string(fichiers.size())));
+    PieceSource piece{nom, contenu.size(), calcul.Fin(), fichiers.back().get(), {}};
+    if (contenu.empty()) return piece;
+    // In two frames.
+    const std::size_t debut = (contenu.size() + 1) / 2;
+    std::vector<u8> trame;
+    u64 place = 0;
+    for (const std::string& part : {contenu.substr(0, debut), contenu.substr(debut)}) {
+      if (part.empty()) continue;
+      EXPECT_TRUE(Comprime(part.data(), part.size(), trame));
+      EXPECT_EQ(piece.fichier->Ecrit(trame.data(), trame.size(), place), 0);
+      piece.trames.push_back({place, trame.size()});
+      place += trame.size();
+    }
+    return piece;
+  }
   /// An archive of these files.
   std::string Archive(const std::vector<std::pair<std::string, std::string>>& contenus) {
-    std::vector<std::unique_ptr<Fichier>> fichiers;
     std::vector<PieceSource> pieces;
     Manifeste manifeste;
     manifeste.exercices.push_back({"2003", "01/01/2003", "31/12/2003", "", 3});
-    for (const auto& [nom, contenu] : contenus) {
-      fichiers.push_back(Ouvre("piece" + std::to_string(fichiers.size())));
-      EXPECT_EQ(fichiers.back()->Ecrit(contenu.data(), contenu.size(), 0), 0);
-      pieces.push_back({nom, fichiers.back().get(), contenu.size()});
-    }
+    for (const auto& [nom, contenu] : contenus) pieces.push_back(Piece(nom, contenu));
     const auto sortie = Ouvre("a.fnz");
     const Refus refus = EcritArchive(*sortie, dossier / "a.fnz", manifeste, pieces, {});
     EXPECT_FALSE(refus) << refus.texte;
@@ -57,6 +72,7 @@ struct Dossier : ::testing::Test {
     for (char& octet : octets) octet = static_cast<char>(hasard());
     return octets;
   }
+  std::vector<std::unique_ptr<Fichier>> fichiers;
   u64 recus = 0;
 };
 
@@ -95,7 +111,7 @@ std::string Json(
   return R"({"forme":1,"cabinet":"c","date":"","heure":"","complet":false,"exercices":[)" + exercices +
          R"(],"pieces":[)" + pieces + "]}";
 }
-std::string Piece(const std::string& nom, const std::string& taille = "3") {
+std::string PieceJson(const std::string& nom, const std::string& taille = "3") {
   return R"({"nom":")" + nom + R"(","taille":)" + taille + R"(,"sha256":")" + std::string(64, 'a') + "\"}";
 }
 
@@ -125,12 +141,11 @@ TEST_F(Dossier, ChaqueOctetCompte) {
 }
 
 TEST_F(Dossier, UnManifesteQuiMent) {
-  const auto piece = Ouvre("piece");
-  ASSERT_EQ(piece->Ecrit("abc", 3, 0), 0);
+  PieceSource piece = Piece("fenlor.ini", "abc");
+  piece.somme[0] ^= 1;
   Manifeste manifeste;
   const auto sortie = Ouvre("b.fnz");
-  ASSERT_FALSE(
-      EcritArchive(*sortie, dossier / "b.fnz", manifeste, {{"fenlor.ini", piece.get(), 3, Sha256{}}}, {}));
+  ASSERT_FALSE(EcritArchive(*sortie, dossier / "b.fnz", manifeste, {piece}, {}));
   const Refus refus = Lit(LitFichier(dossier / "b.fnz"), true);
   EXPECT_EQ(refus.numero, ErrArchiveEndommagee);
   EXPECT_EQ(recus, 0u);
@@ -186,10 +201,10 @@ TEST_F(Dossier, UnFluxProtege) {
 
 TEST_F(Dossier, UnManifesteHostile) {
   Manifeste manifeste;
-  EXPECT_EQ(
-      LitManifeste(Json(Piece("fenlor.ini") + "," + Piece("2003/JOURNAL.dat") + "," + Piece("Immo.dat")),
-                   manifeste),
-      "");
+  EXPECT_EQ(LitManifeste(Json(PieceJson("fenlor.ini") + "," + PieceJson("2003/JOURNAL.dat") + "," +
+                              PieceJson("Immo.dat")),
+                         manifeste),
+            "");
   EXPECT_EQ(LitManifeste(EcritManifeste(manifeste), manifeste), "");
   const std::string noms[] = {"../fenlor.ini",
                               "/etc/passwd",
@@ -207,11 +222,11 @@ TEST_F(Dossier, UnManifesteHostile) {
                               "",
                               "2004/JOURNAL.dat",
                               "2003/.dat"};
-  for (const std::string& nom : noms) EXPECT_NE(LitManifeste(Json(Piece(nom)), manifeste), "") << nom;
-  const std::string autres[] = {Json(Piece("fenlor.ini") + "," + Piece("fenlor.ini")),
-                                Json(Piece("fenlor.ini", "-1")),
-                                Json(Piece("fenlor.ini", "1e3")),
-                                Json(Piece("fenlor.ini", "99999999999999")),
+  for (const std::string& nom : noms) EXPECT_NE(LitManifeste(Json(PieceJson(nom)), manifeste), "") << nom;
+  const std::string autres[] = {Json(PieceJson("fenlor.ini") + "," + PieceJson("fenlor.ini")),
+                                Json(PieceJson("fenlor.ini", "-1")),
+                                Json(PieceJson("fenlor.ini", "1e3")),
+                                Json(PieceJson("fenlor.ini", "99999999999999")),
                                 Json("3"),
                                 Json("", R"({"nom":"..","debut":"","fin":"","cloture":"","ecritures":0})"),
                                 "[]",
@@ -223,7 +238,7 @@ TEST_F(Dossier, UnManifesteHostile) {
 }
 
 TEST_F(Dossier, UnTarHostile) {
-  const std::string json = Json(Piece("fenlor.ini"));
+  const std::string json = Json(PieceJson("fenlor.ini"));
   const std::vector<std::vector<EntreeBrute>> tars = {
       {},
       {{"fenlor.ini", "abc"}},
@@ -233,7 +248,7 @@ TEST_F(Dossier, UnTarHostile) {
       {{"manifeste.json", json}, {"fenlor.ini", std::string(100'000, 'a')}},
       {{"manifeste.json", json}},
       {{"manifeste.json", json}, {"fenlor.ini", "abc"}, {"autre", "abc"}},
-      {{"manifeste.json", Json(Piece("fenlor.ini", "900000000000"))}, {"fenlor.ini", "abc"}},
+      {{"manifeste.json", Json(PieceJson("fenlor.ini", "900000000000"))}, {"fenlor.ini", "abc"}},
   };
   for (const auto& tar : tars) {
     const Refus refus = Lit(TarBrut(tar), true);
