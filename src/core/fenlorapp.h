@@ -37,8 +37,9 @@ class CFenlorApp {
   u32 ExerciceOuvert = 0;
   bool AfficherDouble = false;
   f64 TauxEuroCourant = 0;
-  bool UpdateInstalle = false;    ///< the update program exists (session/miseajour.h)
-  bool EcranFinDeSession = true;  ///< false: the close that is on its way shows no last screen
+  bool UpdateInstalle = false;       ///< the update program exists (session/miseajour.h)
+  bool EcranFinDeSession = true;     ///< false: the close that is on its way shows no last screen
+  std::string MotDePasseSauvegarde;  ///< of the session's last backup in the windows; never written anywhere
 
   /// How often objects hold each file open, by file number (btfiles.h).
   std::map<u16, unsigned> NbOuvert;

@@ -10,6 +10,7 @@
 #include "ctl/json.h"
 #include "garde/cloture.h"
 #include "garde/conservation.h"
+#include "garde/inventaire.h"
 #include "garde/restauration.h"
 #include "garde/sauvegarde.h"
 #include "garde/sceau.h"
@@ -165,13 +166,12 @@ int Montre(Contexte& c, const std::string& nom, const Manifeste& manifeste, cons
 }
 
 int Liste(Contexte& c, const OptionsGarde& o) {
-  std::vector<SauvegardePresente> presentes;
-  if (const Refus refus = ListeSauvegardes(c.Magasin.SystemeFichiers(), o.dossier, presentes))
+  std::vector<ArchiveLue> archives;
+  if (const Refus refus = ListeArchives(c.Magasin.SystemeFichiers(), o.dossier, archives))
     return c.Refuse(refus);
-  for (const SauvegardePresente& s : presentes) {
-    Manifeste manifeste;
-    const Refus refus = Examine(c, Joint(o.dossier, s.nom), false, manifeste);
-    if (Montre(c, s.nom, manifeste, refus, s.taille) != StatutFait) return StatutRefuse;
+  for (ArchiveLue& a : archives) {
+    if (a.protegee) a.refus = Examine(c, Joint(o.dossier, a.nom), false, a.manifeste);
+    if (Montre(c, a.nom, a.manifeste, a.refus, a.taille) != StatutFait) return StatutRefuse;
   }
   return StatutFait;
 }

@@ -21,9 +21,10 @@ constexpr int MiseAJourAllumee = 30, MiseAJourAlarme = 90;
 
 i64 JoursDepuisSauvegarde(CFenlorApp& app) {
   const Date date = GetDate(LitUtilisateur(app, CleDateSauvegarde));
-  const i64 jours = IsDateOk(date) ? AgeEnJours(app, date) : 0;
-  if (jours < 0) NoteDateSauvegarde(app);
-  return std::max<i64>(0, jours);
+  if (!IsDateOk(date)) return 0;
+  // Tomorrow is in the time to come from the first hour on.
+  if (date > app.Magasin.Today()) NoteDateSauvegarde(app);
+  return std::max<i64>(0, AgeEnJours(app, date));
 }
 
 }  // namespace
@@ -55,13 +56,22 @@ Refus EcritFinDeSession(CFenlorApp& app, bool affiche) {
   return ecrit ? Refus() : app.EchecReglages();
 }
 
-Refus SauvegardeFinDeSession(CFenlorApp& app) {
+bool CouvreLeCabinet(CFenlorApp& app, const Manifeste& manifeste) {
+  const std::vector<std::string> noms = app.Magasin.ListeExercices();
+  return !manifeste.exercices.empty() && std::all_of(noms.begin(), noms.end(), [&](const std::string& nom) {
+    return std::any_of(manifeste.exercices.begin(), manifeste.exercices.end(),
+                       [&](const ExerciceArchive& e) { return e.nom == nom; });
+  });
+}
+
+Refus SauvegardeFinDeSession(CFenlorApp& app, const Manifeste& faite) {
   const OptionsSauvegarde options = LitOptionsSauvegarde(app);
-  if (!options.finDeSession || app.Magasin.ListeExercices().empty()) return {};
-  SauvegardeFaite faite;
-  if (const Refus refus = Sauvegarde(app, {options.dossier, true, {}}, faite)) return refus;
+  if (!options.finDeSession || app.Magasin.ListeExercices().empty() || CouvreLeCabinet(app, faite)) return {};
+  SauvegardeFaite copie;
+  const std::string& motDePasse = app.MotDePasseSauvegarde;
+  if (const Refus refus = Sauvegarde(app, {options.dossier, true, motDePasse}, copie)) return refus;
   std::vector<std::string> retirees;
-  return Purge(app.Magasin.SystemeFichiers(), options.dossier, options.conservation, {}, retirees);
+  return Purge(app.Magasin.SystemeFichiers(), options.dossier, options.conservation, motDePasse, retirees);
 }
 
 }  // namespace fenlor

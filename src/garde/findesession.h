@@ -30,8 +30,12 @@ BilanSession LitBilanSession(CFenlorApp& app);
 /// The preference; 3220.
 Refus EcritFinDeSession(CFenlorApp& app, bool affiche);
 
-/// When the options say so: a backup of the whole practice into the chosen folder, then the keeping. Refusals
-/// of `Sauvegarde` and `Purge`; nothing to do is none.
-Refus SauvegardeFinDeSession(CFenlorApp& app);
+/// The archive holds every exercice of the practice.
+bool CouvreLeCabinet(CFenlorApp& app, const Manifeste& manifeste);
+
+/// When the options say so: a backup of the whole practice into the chosen folder, locked as the session's
+/// last one was, then the keeping. Nothing to do where one that was just made (`faite`; empty: none) covers
+/// the practice. Refusals of `Sauvegarde` and `Purge`.
+Refus SauvegardeFinDeSession(CFenlorApp& app, const Manifeste& faite = {});
 
 }  // namespace fenlor

@@ -51,19 +51,18 @@ class Atelier {
       assert(indice < manifeste.pieces.size());
       const PieceArchive& piece = manifeste.pieces[indice];
       if (!voulue(piece.nom)) return 0;
-      if (indice != courante) {
-        if (const int rc = Ferme()) return rc;
-        if (const int rc = Cree(piece.nom)) return rc;
-        courante = indice;
-        assert(m_fichier);
-      }
-      const int rc = m_fichier->Ecrit(octets, taille, m_place);
+      if (indice != courante && ((erreur = Ferme()) || (erreur = Cree(piece.nom)))) return erreur;
+      courante = indice;
+      assert(m_fichier);
+      erreur = m_fichier->Ecrit(octets, taille, m_place);
       m_place += taille;
-      return rc;
+      return erreur;
     };
-    if (const Refus refus =
-            ParcourtArchive(m_systeme, demande.chemin, demande.motDePasse, manifeste, avance, recoit))
-      return refus;
+    const Refus refus =
+        ParcourtArchive(m_systeme, demande.chemin, demande.motDePasse, manifeste, avance, recoit);
+    // The archive is good, the place for its books is not.
+    if (erreur) return Echec(erreur);
+    if (refus) return refus;
     if ((erreur = Ferme())) return Echec(erreur);
     // A file without a byte came without a call.
     for (const PieceArchive& piece : manifeste.pieces)

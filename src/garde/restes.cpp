@@ -29,6 +29,12 @@ bool EstProvisoire(const std::string& nom) {
   return nom.ends_with(suffixe) && LitNomSauvegarde(nom.substr(0, nom.size() - suffixe.size()), inutile);
 }
 
+/// An unfinished archive stands in the folder, or nobody can tell.
+bool ResteProvisoire(Systeme& systeme, const std::string& dossier) {
+  std::vector<std::string> noms;
+  return systeme.Liste(dossier, noms) != 0 || std::any_of(noms.begin(), noms.end(), EstProvisoire);
+}
+
 /// The folder from wherever the next session looks at it.
 std::string NoteDe(const std::string& dossier) {
   const std::string absolu = std::filesystem::absolute(dossier).string();
@@ -95,11 +101,8 @@ NoteSauvegarde::NoteSauvegarde(CFenlorApp& app, const std::string& dossier)
 
 NoteSauvegarde::~NoteSauvegarde() {
   // A drive that went away keeps its unfinished archive: the next opening looks for it.
-  std::vector<std::string> noms;
-  if (m_app.Magasin.SystemeFichiers().Liste(m_dossier, noms) != 0 ||
-      std::any_of(noms.begin(), noms.end(), EstProvisoire))
-    return;
-  if (m_notee) m_app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), std::nullopt);
+  if (m_notee && !ResteProvisoire(m_app.Magasin.SystemeFichiers(), m_dossier))
+    m_app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), std::nullopt);
 }
 
 void RangeRestes(CFenlorApp& app) {
@@ -121,7 +124,10 @@ void RangeRestes(CFenlorApp& app) {
   if (note.empty()) return;
   const int erreur = OteSiens(systeme, VersUtf8(note), EstProvisoire, OteProvisoire, reste);
   if (erreur == ENOENT || erreur == ENOTDIR) return;
-  if (erreur) avertit(reste, erreur);
+  if (erreur)
+    avertit(reste, erreur);
+  else if (ResteProvisoire(systeme, VersUtf8(note)))
+    return;  // somebody is at it, or dies just now
   reglages.Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), std::nullopt);
 }
 

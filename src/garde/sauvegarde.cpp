@@ -113,6 +113,7 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
 }
 
 Refus Sauvegarde(CFenlorApp& app, const DemandeSauvegarde& demande, SauvegardeFaite& faite) {
+  faite = {};
   if (!demande.complet && app.NomExercice.empty()) return Refus(ErrAucunExercice);
   const std::vector<std::string> exercices =
       demande.complet ? app.Magasin.ListeExercices() : std::vector<std::string>{app.NomExercice};

@@ -33,7 +33,8 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
                       SauvegardeFaite& faite, const AvanceArchive& avance = {});
 
 /// All of it: photograph and archive, with the progress of the dialogue, which may stop it (3528). What was
-/// made is noted as the last one that was read back. 3209 one exercice is asked for and none is open.
+/// made is noted as the last one that was read back; a refusal leaves `faite` empty. 3209 one exercice is
+/// asked for and none is open.
 Refus Sauvegarde(CFenlorApp& app, const DemandeSauvegarde& demande, SauvegardeFaite& faite);
 
 }  // namespace fenlor

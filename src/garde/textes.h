@@ -112,6 +112,8 @@ inline constexpr TexteFixe TexteConservation{
 inline constexpr TexteFixe TextePlaceLibre{6636, "Place libre : %s."};
 inline constexpr TexteFixe TexteMemeDisque{
     6637, "Ce dossier est sur le même disque que vos livres : une panne emporterait les deux."};
+inline constexpr TexteFixe NomDossierSauvegardes{6667, "Sauvegardes Fenlor"};
+inline constexpr TexteFixe TexteDossierACreer{6668, "Ce dossier n'existe pas encore : il sera créé."};
 inline constexpr TexteFixe MotSansMotDePasse{6638, "aucune"};
 inline constexpr TexteFixe MotParMotDePasse{6639, "mot de passe"};
 inline constexpr TexteFixe MotAucuneRetiree{6640, "aucune"};

@@ -34,6 +34,9 @@ void Termine(char (&champ)[N]) {
 
 RapportReindex Reconstruit(CFenlorApp& app, NumeroFichier numero) {
   assert(!app.Magasin.QVEnUnite());
+  // The records of a closed exercice stand under its seal: they keep what they hold.
+  if (app.Reglages.IsExerciceCloture() && !DefinitionFichierNumero(numero)->duCabinet)
+    return CBTFiles(app, {}, numero).Reindex();
   switch (numero) {
     case FichierBanques:
       return CBanques(app, {}).Reindex(FiltreBanque);

@@ -54,7 +54,8 @@ struct Reconstruction {
 /// Rebuilds the named files (store names, without regard to case) in the order of
 /// the list above, whatever that of `noms`. Refused before any work: 3203 an unknown
 /// name, 3209 a file of an exercice while none is open. A stop leaves the files that
-/// were finished rebuilt. 3010 when a file could not be rebuilt; the others are. The files told it.
+/// were finished rebuilt. In a closed exercice the records of its files stay as they are. 3010 when a file
+/// could not be rebuilt; the others are. The files told it.
 Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Reconstruction& resultat);
 /// What a rebuild lost or mended, a line for each file of which there is something to
 /// tell, Windows-1252; empty when all records are as they were.

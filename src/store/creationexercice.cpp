@@ -262,8 +262,8 @@ class DossierEnCours {
     int code = 0;
     if (remplace) {
       if (!m_etat.reglages->Ecrit(m_nom, CleRemplacement, std::string("Oui")))
-        code = m_etat.reglages->Erreur();
-      if (code == 0) code = systeme.Renomme(m_dossier, CheminCote(m_etat, m_nom, SuffixeRemplace));
+        return m_etat.Refuse(m_etat.reglages->Erreur(), m_etat.reglages->Chemin());
+      code = systeme.Renomme(m_dossier, CheminCote(m_etat, m_nom, SuffixeRemplace));
       if (code == ENOENT) code = 0;
       // The old books have their other name for good before a new directory takes this one.
       if (code == 0) code = systeme.SynchroniseDossier(m_etat.pathCabinet);

@@ -13,6 +13,7 @@ constexpr int periode = 500;  ///< ms
 }  // namespace
 
 Voyant::Voyant(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   m_horloge.setInterval(periode);
   connect(&m_horloge, &QTimer::timeout, this, [this] {
     m_eclat = !m_eclat;

@@ -1,7 +1,10 @@
 // Every form of the program, light and dark, at two sizes of the text, in an open and in a closed exercice:
 // workable without a mouse, readable, nothing cut. Which forms there are is read from the sources.
 
+#include <QRegularExpression>
 #include <QTabWidget>
+#include <QTimer>
+#include <iostream>
 #include <map>
 #include <regex>
 #include <set>
@@ -65,6 +68,8 @@
 #include "garde/optionssauvegarde.h"
 #include "journal/cabinetmedical.h"
 #include "outils/uidetest.h"
+#include "store/definitions.h"
+#include "store/ouverture.h"
 #include "ui/dialogabort.h"
 #include "ui/dialogcolonnes.h"
 #include "ui/dialogmessage.h"
@@ -159,8 +164,11 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
       VerifieFormulaire(forme);
     }
     RegardePages(qobject_cast<QWizard*>(&forme));
+    SurForme(forme);
     forme.hide();
   }
+  /// What else a test does with each form.
+  virtual void SurForme(QDialog&) {}
   /// The pages of an assistant behind its first one; what they do is done.
   void RegardePages(QWizard* assistant) {
     while (assistant && assistant->nextId() >= 0) {
@@ -402,6 +410,92 @@ TEST_P(TousLesFormulaires, SontEntiers) {
                                       [this](const std::string& nom) { return Vues.contains(nom); }, true)))
       << "a form that no test shows";
 }
+
+namespace {
+
+/// Somebody who wants to change the books at any price.
+class TousForces : public TousLesFormulaires {
+ protected:
+  /// Every record of the exercice and of the register, its labels and settings.
+  std::string Livres() {
+    std::string tout;
+    for (const DefinitionFichier& definition : Definitions()) {
+      const fenlor::Ouverture ouverture(Magasin(), definition.numero);
+      if (!ouverture) continue;
+      // In no order: a rebuild puts them into another one.
+      std::multiset<std::string> recs;
+      Magasin().QVParcours(definition.numero, [&](Position, const void* rec) {
+        recs.emplace(static_cast<const char*>(rec), definition.taille);
+        return true;
+      });
+      for (const std::string& rec : recs) tout += rec;
+    }
+    for (const std::string& cle : Magasin().Reglages().Cles("2003"))
+      tout += cle + "=" + Magasin().Reglages().Lit("2003", cle) + "\n";
+    return tout + LitFichier(App().PathExercice + "/TEXTES.dat");
+  }
+  /// Types amounts and words, presses what changes something, and saves, enabled or not.
+  void SurForme(QDialog& forme) override {
+    // They are about the program, not the books, or leave the exercice.
+    for (const char* nom : {"DialogOpenExercice", "DialogPassword", "DialogAbort", "DialogEndOfSession"})
+      if (forme.objectName() == QLatin1String(nom)) return;
+    // An open one they end, with all that comes behind.
+    for (const char* nom : {"DialogClotureExercice", "DialogNewExercice"})
+      if (!GetParam().cloture && forme.objectName() == QLatin1String(nom)) return;
+    Boite.Oublie();
+    Boite.Defaut = RepOui;
+    QTimer personne;
+    QObject::connect(&personne, &QTimer::timeout, [] {
+      if (auto* dessus = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        QMetaObject::invokeMethod(dessus, "accept");
+        if (dessus->isVisible()) dessus->reject();
+      }
+    });
+    personne.start(5);
+    if (forme.objectName() == u"DialogNewExercice"_s) Tape(Trouve<QWidget>(forme, "annee"), u"2003"_s);
+    for (QLineEdit* champ : forme.findChildren<QLineEdit*>()) {
+      const bool mot = champ->objectName() == u"libelle"_s || champ->objectName() == u"designation"_s;
+      if (!mot && !qobject_cast<EditeurMontant*>(champ)) continue;
+      const QString texte = mot ? u"Autre"_s : u"7"_s;
+      if (champ->isEnabled() && champ->isVisible())
+        Tape(*champ, texte);
+      else
+        champ->setText(texte);
+    }
+    static const QRegularExpression change(
+        u"^(supprimer|restaurer|remettre|retirer|manuel|automatique|rapprocher|cocher|vider)"_s);
+    for (QAbstractButton* bouton : forme.findChildren<QAbstractButton*>())
+      if (bouton->isEnabled() && bouton->objectName().contains(change)) bouton->click();
+    QMetaObject::invokeMethod(&forme, "accept");
+    const std::string apres = Livres();
+    const bool autre = apres != m_livres;
+    m_changes += autre;
+    EXPECT_FALSE(autre && GetParam().cloture)
+        << forme.objectName().toStdString() << " changed a closed exercice";
+    m_livres = apres;
+  }
+  std::string m_livres;
+  unsigned m_changes = 0;
+};
+
+}  // namespace
+
+TEST_P(TousForces, NAtteignentPasUnExerciceClos) {
+  m_livres = Livres();
+  Fiches();
+  Ecritures();
+  Automatiques();
+  Immobilisations();
+  Session();
+  Programme();
+  std::cout << m_changes << " forms changed the books\n";
+  if (!GetParam().cloture) {
+    EXPECT_GT(m_changes, 10u) << "nobody tried";
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(OuvertEtClos, TousForces, testing::Values(Aspect{}, Aspect{false, false, true}),
+                         [](const auto& cas) { return std::string(cas.param.cloture ? "Clos" : "Ouvert"); });
 
 INSTANTIATE_TEST_SUITE_P(
     Partout, TousLesFormulaires,

@@ -72,6 +72,8 @@ TEST_F(GardeCtl, LesRefus) {
                  {{"sauvegarder"}, StatutUsage, ""},
                  {{"sauvegardes"}, StatutUsage, ""},
              });
+  EXPECT_THAT(Lance({"sauvegardes", "lister", "--dossier", copies}).sortie,
+              HasSubstr("autre.fnz  autre.fnz n'est pas une sauvegarde"));
 }
 
 TEST_F(GardeCtl, UneCloture) {

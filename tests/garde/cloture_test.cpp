@@ -90,7 +90,7 @@ TEST_F(Fermeture, CeQueLeSceauVoit) {
   ASSERT_EQ(Sceau(), EtatSceau::Intact);
   // What may be done to a closed exercice leaves it whole.
   Reconstruction reconstruction;
-  ASSERT_FALSE(ReconstruitCles(App(), {"JOURNAL"}, reconstruction));
+  ASSERT_FALSE(ReconstruitCles(App(), {"JOURNAL", "COMPTES", "RUBRIQUE", "BANQUE"}, reconstruction));
   Statistiques statistiques{};
   ASSERT_TRUE(RecalculComptes(App(), statistiques));
   EXPECT_EQ(Sceau(), EtatSceau::Intact);

@@ -382,6 +382,24 @@ TEST(GardePannes, UneRestaurationSurUnDisqueQuiManque) {
   garde.Saisit(2);
   garde.AjouteBien(2);
   const std::string recent = Livres(garde.App()), retour = garde.Sauve();
+  // What is told names what could not be written.
+  for (const char* chemin : {"restauration~/", "fenlor.ini"}) {
+    garde.Boite.Oublie();
+    garde.Boite.Reponses = {RepOui};
+    systeme.SurChemin(garde.App().PathCabinet + "/" + chemin);
+    systeme.Programme(1, ENOSPC, SystemeFautif::Ecriture, false);
+    RestaurationFaite faite;
+    const Refus refus = Restaure(garde.App(), {archive, {}, {}}, faite);
+    systeme.Repare();
+    const std::string dit = garde.Boite.Erreurs.empty() ? refus.texte : garde.Boite.Erreurs[0].texte;
+    EXPECT_NE(dit.find("Aucun espace"), std::string::npos) << dit;
+    EXPECT_NE(dit.find(garde.Boite.Erreurs.empty() ? "restauration~" : "fenlor.ini"), std::string::npos)
+        << dit;
+    EXPECT_EQ(dit.find("La sauvegarde"), std::string::npos) << dit;
+    ASSERT_TRUE(garde.Rouvre() && garde.OuvreExercice("2003"));
+    ASSERT_EQ(Livres(garde.App()), recent);
+  }
+  systeme.SurChemin("");
   const int erreurs[] = {EIO, ENOSPC, EACCES, EROFS};
   unsigned manquees = 0, rendues = 0, entre = 0;
   for (const bool uneFois : {true, false})

@@ -20,7 +20,7 @@ campagne() {
     echo "$nom: see $sortie"
     fautives=1
   fi
-  grep -E 'killed|kills|cuts|failing|deaths|bits|templates' "$sortie"
+  grep -E 'killed|kills|cuts|failing|refused|deaths|bits|templates' "$sortie"
 }
 
 choisies=$*
@@ -29,6 +29,7 @@ campagne biens tests_pannes 'Morts.UneImmobilisation*' FENLOR_MORTS=100
 campagne rapprochement tests_pannes 'MortsRapprochement.*' FENLOR_MORTS=100
 campagne verbes tests_pannes 'Verbes.Tues*' FENLOR_MORTS=500
 campagne fenetre tests_pannes_fenetre 'MortsFenetre.*' FENLOR_MORTS_FENETRE=100
+campagne gardefenetre tests_pannes_fenetre 'MortsGardeFenetre.*' FENLOR_MORTS_FENETRE=100
 campagne echeances tests_pannes_fenetre 'MortsEcheances.*' FENLOR_MORTS_ECHEANCES=200
 campagne coupures tests_pannes 'Coupure.*' FENLOR_GRAINES=12
 campagne appels tests_pannes 'Verbes.Chaque*' FENLOR_APPELS=0

@@ -19,7 +19,11 @@ namespace fenlor::pannes {
 class DialogueMuet : public DialogueQt {
  public:
   void Erreur(unsigned, const std::string& texte) override { Abandonne(texte); }
-  int Message(unsigned, unsigned, const std::string& texte) override { Abandonne(texte); }
+  int Message(unsigned, unsigned, const std::string& texte) override {
+    if (!Reponse) Abandonne(texte);
+    return Reponse;
+  }
+  int Reponse = 0;  ///< to all questions; 0: none is expected
 };
 
 class Bureau : public Fenetres {

@@ -121,9 +121,10 @@ bool PeutFermer(ContexteUi& contexte) {
   int fin = CDialogEndOfSession::Terminer;
   if (MontreFinDeSession(app)) fin = CDialogEndOfSession(contexte, contexte.Cadre.Cadre()).exec();
   if (fin == CDialogEndOfSession::Annuler) return false;
-  if (fin == CDialogEndOfSession::Sauvegarder) CommandeSauvegarde(contexte);
+  Manifeste faite;
+  if (fin == CDialogEndOfSession::Sauvegarder) faite = SauvegardeMaintenant(contexte);
   // What stops it is told, and the program closes: the answer was given.
-  app.Dit(SauvegardeFinDeSession(app));
+  app.Dit(SauvegardeFinDeSession(app, faite));
   return true;
 }
 

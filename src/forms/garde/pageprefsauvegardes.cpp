@@ -9,13 +9,17 @@ using namespace Qt::Literals::StringLiterals;
 CPagePrefSauvegardes::CPagePrefSauvegardes(ContexteUi& contexte)
     : CZNPage(contexte, u"Sauvegardes"_s, "PagePrefSauvegardes"),
       m_formulaire(*this),
-      m_dossier(m_formulaire, LitOptionsSauvegarde(contexte.App).dossier) {
+      m_dossier(m_formulaire,
+                DestinationsIci(contexte.App, LitOptionsSauvegarde(contexte.App).dossier).dossiers,
+                LitOptionsSauvegarde(contexte.App).dossier) {
   m_jours.setRange(1, ConservationMax);
   for (QSpinBox* nombre : {&m_semaines, &m_mois}) nombre->setRange(0, ConservationMax);
   m_formulaire
       .Case(m_finDeSession, u"A chaque &fin de session, sauvegarder tout le cabinet sans question"_s,
             "finDeSession")
-      .Texte(u"Cette copie n'est pas protégée par un mot de passe."_s)
+      .Texte(
+          u"Cette copie est protégée par le mot de passe de la dernière sauvegarde de la même session. Sans "
+          u"sauvegarde protégée dans la session elle ne l'est pas : aucun mot de passe n'est retenu."_s)
       .Groupe(u"Garder la sauvegarde la plus récente de chacun des derniers"_s)
       .Champ(u"&Jours :"_s, m_jours, "jours")
       .Largeur(4)
@@ -43,6 +47,7 @@ bool CPagePrefSauvegardes::Controle() {
   // A drive that is not there today may be chosen all the same, but not typed wrong: without it there is
   // none.
   const std::string dossier = m_dossier.Dossier();
+  if (!Refuse(PrepareDestination(App(), DestinationsIci(App(), {}), dossier))) return false;
   if (dossier.empty() ? !m_finDeSession.isChecked() : dossier == LitOptionsSauvegarde(App()).dossier)
     return true;
   return Refuse(m_dossier.Controle());

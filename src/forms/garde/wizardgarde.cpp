@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QStorageInfo>
 
 #include "core/fenlorapp.h"
@@ -75,16 +76,18 @@ void CWizardGarde::showEvent(QShowEvent* evenement) {
   QWizard::showEvent(evenement);
 }
 
-ChoixDossier::ChoixDossier(Formulaire& formulaire, const std::string& dossier) : m_champ(new QComboBox) {
+ChoixDossier::ChoixDossier(Formulaire& formulaire, const std::vector<std::string>& dossiers,
+                           const std::string& choisi)
+    : m_champ(new QComboBox) {
   auto* parcourir = new QPushButton(u"Pa&rcourir..."_s);
   m_champ->setEditable(true);
   m_champ->setInsertPolicy(QComboBox::NoInsert);
   m_champ->setMinimumContentsLength(34);
   m_champ->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   formulaire.Champ(u"&Dossier :"_s, *m_champ, "dossier").ACote(*parcourir, "parcourir");
-  if (!dossier.empty()) m_champ->addItem(CheminQ(dossier));
-  for (const QString& disque : DisquesAmovibles())
-    if (m_champ->findText(disque) < 0) m_champ->addItem(disque);
+  for (const std::string& dossier : dossiers) m_champ->addItem(CheminQ(dossier));
+  // The list chooses its first row by itself.
+  m_champ->setCurrentText(CheminQ(choisi));
   QObject::connect(parcourir, &QPushButton::clicked, m_champ, [champ = m_champ] {
     const QString choisi = QFileDialog::getExistingDirectory(champ->window(), u"Dossier des sauvegardes"_s,
                                                              champ->currentText());
@@ -106,21 +109,25 @@ Refus ChoixDossier::Controle() const {
   return {};
 }
 
-QStringList DisquesAmovibles() {
-  QStringList disques;
-  for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
-    if (!volume.isValid() || !volume.isReady() || volume.isReadOnly()) continue;
-    const QString racine = volume.rootPath();
-    const QString bloc = QString::fromLocal8Bit(volume.device()).section(u'/', -1);
+Destinations DestinationsIci(const CFenlorApp& app, const std::string& retenu) {
+  std::vector<Volume> volumes;
+  for (const QStorageInfo& ici : QStorageInfo::mountedVolumes()) {
+    if (!ici.isValid() || !ici.isReady()) continue;
+    Volume& volume = volumes.emplace_back();
+    volume.racine = OctetsDe(ici.rootPath());
+    volume.peripherique = ici.device().toStdString();
+    volume.lectureSeule = ici.isReadOnly();
+    const QString bloc = QString::fromLocal8Bit(ici.device()).section(u'/', -1);
     // A partition stands in the folder of its drive.
-    bool amovible = racine.startsWith(u"/media/"_s) || racine.startsWith(u"/run/media/"_s);
     for (const QString& marque : {u"/removable"_s, u"/../removable"_s}) {
       QFile fichier(u"/sys/class/block/"_s + bloc + marque);
-      if (!bloc.isEmpty() && fichier.open(QIODevice::ReadOnly) && fichier.read(1) == "1") amovible = true;
+      if (!bloc.isEmpty() && fichier.open(QIODevice::ReadOnly) && fichier.read(1) == "1")
+        volume.amovible = true;
     }
-    if (amovible && !disques.contains(racine)) disques += racine;
   }
-  return disques;
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return ProposeDestinations(retenu, volumes, OctetsDe(documents),
+                             OctetsDe(QDir::cleanPath(CheminQ(app.PathCabinet))));
 }
 
 QString CheminQ(const std::string& octets) { return QFile::decodeName(QByteArray::fromStdString(octets)); }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/refus.h"
+#include "garde/destinations.h"
 #include "ui/fenetres.h"
 #include "ui/findesliens.h"
 #include "ui/formulaire.h"
@@ -33,12 +34,11 @@ class CWizardGarde : public QWizard {
   FinDesLiens m_finLiens{*this};
 };
 
-/// The field "&Dossier :" with the folder that was chosen last, the removable drives that are mounted, and a
-/// button to look for another one.
+/// The field "&Dossier :" with folders to choose from, and a button to look for another one.
 class ChoixDossier {
  public:
-  /// `dossier` in the platform's bytes.
-  ChoixDossier(Formulaire& formulaire, const std::string& dossier);
+  /// `choisi`: the folder that stands in the field, in the platform's bytes; may be empty.
+  ChoixDossier(Formulaire& formulaire, const std::vector<std::string>& dossiers, const std::string& choisi);
   std::string Dossier() const;
   /// A path that is none of a folder is 3554, none at all 3552; both point at the field.
   Refus Controle() const;
@@ -48,9 +48,8 @@ class ChoixDossier {
   QComboBox* m_champ;
 };
 
-/// Root folders of mounted drives that can be taken away: what stands below /media or /run/media, or what the
-/// system calls removable; read-only ones are left out.
-QStringList DisquesAmovibles();
+/// What is proposed on this machine, `retenu` in front.
+Destinations DestinationsIci(const CFenlorApp& app, const std::string& retenu);
 
 /// A path for a field, and back.
 QString CheminQ(const std::string& octets);

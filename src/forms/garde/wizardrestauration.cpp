@@ -39,13 +39,13 @@ TableColonnes<ArchiveLue> Colonnes() {
   const auto connue = [](const ArchiveLue& a, const std::string& texte) {
     return a.refus ? std::string() : a.protegee ? std::string("?") : texte;
   };
-  return {{"Date", 20, Quand},
-          {"Exercices", 22, [=](const ArchiveLue& a) { return connue(a, a.Exercices()); }},
+  return {{"Date", 19, Quand},
+          {"Exercices", 17, [=](const ArchiveLue& a) { return connue(a, a.Exercices()); }},
           {"Ecritures", 11, [=](const ArchiveLue& a) { return connue(a, std::to_string(a.Ecritures())); },
            Cote::Droite},
-          {"Taille", 12, [](const ArchiveLue& a) { return TailleLisible(a.taille); }, Cote::Droite},
-          {"Etat", 14, Etat},
-          {"Fichier", 21, [](const ArchiveLue& a) { return DepuisUtf8(a.nom).value_or(a.nom); }}};
+          {"Taille", 14, [](const ArchiveLue& a) { return TailleLisible(a.taille); }, Cote::Droite},
+          {"Etat", 17, Etat},
+          {"Fichier", 22, [](const ArchiveLue& a) { return DepuisUtf8(a.nom).value_or(a.nom); }}};
 }
 
 class PageArchive : public QWizardPage {
@@ -53,7 +53,7 @@ class PageArchive : public QWizardPage {
   PageArchive(CWizardRestauration& wizard, const BlocSauvegarde& bloc)
       : m_wizard(wizard),
         m_formulaire(*this),
-        m_dossier(m_formulaire, bloc.destination),
+        m_dossier(m_formulaire, DestinationsIci(wizard.App(), bloc.destination).dossiers, bloc.destination),
         m_liste(new CZNListCtrl(wizard.Contexte())) {
     setTitle(u"Quelle sauvegarde restaurer ?"_s);
     m_liste->setAccessibleName(u"Sauvegardes"_s);

@@ -22,8 +22,12 @@ namespace {
 
 class PageDestination : public QWizardPage {
  public:
-  PageDestination(CWizardSauvegarde& wizard, const BlocSauvegarde& bloc)
-      : m_wizard(wizard), m_formulaire(*this), m_dossier(m_formulaire, bloc.destination) {
+  PageDestination(CWizardSauvegarde& wizard, const BlocSauvegarde& bloc, bool complet)
+      : m_wizard(wizard),
+        m_destinations(DestinationsIci(wizard.App(), bloc.destination)),
+        m_formulaire(*this),
+        m_dossier(m_formulaire, m_destinations.dossiers,
+                  m_destinations.dossiers.empty() ? std::string() : m_destinations.dossiers.front()) {
     setTitle(u"Où sauvegarder, et quoi ?"_s);
     const std::string exercice = ExerciceDuBloc(bloc);
     m_avis.setWordWrap(true);
@@ -40,11 +44,13 @@ class PageDestination : public QWizardPage {
         .Pousse();
     UnDes({&m_unExercice, &m_tout});
     m_unExercice.setEnabled(!exercice.empty());
-    (exercice.empty() ? m_tout : m_unExercice).setChecked(true);
+    (exercice.empty() || complet ? m_tout : m_unExercice).setChecked(true);
     connect(&m_dossier.Champ(), &QComboBox::currentTextChanged, this, [this] { Avise(); });
     Avise();
   }
   bool validatePage() override {
+    if (!m_wizard.Accepte(PrepareDestination(m_wizard.App(), m_destinations, m_dossier.Dossier())))
+      return false;
     if (!m_wizard.Accepte(m_dossier.Controle())) return false;
     if (!m_wizard.Accepte(RetientDossier(m_wizard.App(), m_dossier.Dossier()))) return false;
     m_wizard.Demande.dossier = m_dossier.Dossier();
@@ -56,8 +62,11 @@ class PageDestination : public QWizardPage {
   /// What the folder has room for, and whether it would be lost together with the books.
   void Avise() {
     QString avis;
-    if (!m_dossier.Controle()) {
-      const QStorageInfo la(CheminQ(m_dossier.Dossier())), livres(CheminQ(m_wizard.App().PathCabinet));
+    const std::string dossier = m_dossier.Dossier();
+    if (m_dossier.Controle()) {
+      if (!dossier.empty() && dossier == m_destinations.propre) avis = TexteQ(TexteDossierACreer);
+    } else {
+      const QStorageInfo la(CheminQ(dossier)), livres(CheminQ(m_wizard.App().PathCabinet));
       avis = Q(TexteFormat(TextePlaceLibre, {TailleLisible(static_cast<u64>(la.bytesAvailable()))}));
       if (la.rootPath() == livres.rootPath()) avis += u"\n"_s + TexteQ(TexteMemeDisque);
     }
@@ -65,6 +74,7 @@ class PageDestination : public QWizardPage {
   }
 
   CWizardSauvegarde& m_wizard;
+  const Destinations m_destinations;
   Formulaire m_formulaire;
   ChoixDossier m_dossier;
   QLabel m_avis;
@@ -99,6 +109,7 @@ class PageProtection : public QWizardPage {
       return m_wizard.Accepte(Refus(ErrMotDePasseSauvegarde, "motDePasse"));
     CFenlorApp& app = m_wizard.App();
     if (!m_wizard.Accepte(Sauvegarde(app, demande, m_wizard.Faite))) return false;
+    app.MotDePasseSauvegarde = demande.motDePasse;
     // The backup stands, whatever becomes of the older ones.
     app.Dit(Purge(app.Magasin.SystemeFichiers(), demande.dossier, LitOptionsSauvegarde(app).conservation,
                   demande.motDePasse, m_wizard.Retirees));
@@ -147,9 +158,10 @@ class PageFaite : public QWizardPage {
 
 }  // namespace
 
-CWizardSauvegarde::CWizardSauvegarde(ContexteUi& contexte, const BlocSauvegarde& bloc, QWidget* parent)
+CWizardSauvegarde::CWizardSauvegarde(ContexteUi& contexte, const BlocSauvegarde& bloc, bool complet,
+                                     QWidget* parent)
     : CWizardGarde(contexte, u"Sauvegarde"_s, "WizardSauvegarde", u"&Sauvegarder"_s, parent) {
-  addPage(new PageDestination(*this, bloc));
+  addPage(new PageDestination(*this, bloc, complet));
   addPage(new PageProtection(*this));
   addPage(new PageFaite(*this));
 }

@@ -10,7 +10,9 @@ namespace fenlor {
 class CWizardSauvegarde : public CWizardGarde {
   Q_OBJECT
  public:
-  CWizardSauvegarde(ContexteUi& contexte, const BlocSauvegarde& bloc, QWidget* parent = nullptr);
+  /// `complet`: the whole practice is proposed, not the open exercice alone.
+  CWizardSauvegarde(ContexteUi& contexte, const BlocSauvegarde& bloc, bool complet = false,
+                    QWidget* parent = nullptr);
 
   DemandeSauvegarde Demande;          ///< as the pages filled it
   SauvegardeFaite Faite;              ///< once it was made

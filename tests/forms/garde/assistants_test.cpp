@@ -65,6 +65,9 @@ TEST_F(Assistants, LeBlocEstCeluiQuiEstDit) {
 void Assistants::Sauve(QDialog& f) {
   Page(f);
   EXPECT_TRUE(Trouve<QRadioButton>(f, "exercice").isChecked());
+  EXPECT_NE(Trouve<QComboBox>(f, "dossier").currentText(), u""_s) << "a folder is proposed";
+  EXPECT_FALSE(Trouve<QLabel>(f, "avis").text().isEmpty());
+  PoseDossier(f, "");
   Avance(f);
   PoseDossier(f, Ailleurs.Chemin() + "/absent");
   Avance(f);

@@ -56,7 +56,7 @@ TEST_F(FinDeSession, LesLampes) {
     Etat lampeSauvegarde, lampeMiseAJour;
   } cas[] = {{0, 0, Etat::Eteint, Etat::Eteint},   {7, 30, Etat::Eteint, Etat::Eteint},
              {8, 31, Etat::Allume, Etat::Allume},  {14, 90, Etat::Allume, Etat::Allume},
-             {15, 91, Etat::Alarme, Etat::Alarme}, {-5, -5, Etat::Eteint, Etat::Eteint}};
+             {15, 91, Etat::Alarme, Etat::Alarme}, {-1, -1, Etat::Eteint, Etat::Eteint}};
   for (const auto& c : cas) {
     SCOPED_TRACE(c.sauvegarde);
     DateSauvegarde(c.sauvegarde);
@@ -139,6 +139,51 @@ TEST_F(FinDeSession, LaSauvegardeSansQuestion) {
   ASSERT_FALSE(RetientDossier(App(), Ailleurs.Chemin() + "/parti"));
   EXPECT_TRUE(PeutFermer(Ui));
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrArchiveEcriture});
+}
+
+// "Sauvegarder maintenant" is the copy of this session; one that was given up or stopped is none.
+TEST_F(FinDeSession, UneSeuleCopie) {
+  ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 20)), 0u);
+  OptionsSauvegarde options;
+  options.finDeSession = true;
+  options.dossier = Ailleurs.Chemin();
+  ASSERT_FALSE(EcritOptionsSauvegarde(App(), options));
+  const auto presente = [&] {
+    std::vector<SauvegardePresente> presentes;
+    EXPECT_FALSE(ListeSauvegardes(Magasin().SystemeFichiers(), Ailleurs.Chemin(), presentes));
+    EXPECT_EQ(presentes.size(), 1u);
+    EXPECT_TRUE(presentes.empty() || presentes[0].protegee);
+    return presentes.empty() ? std::string() : presentes[0].nom;
+  };
+  std::string faite;
+  const auto ferme = [&](std::function<void(QDialog&)> geste) {
+    test::Robot robot;
+    robot.Attend("DialogEndOfSession", [](QDialog& f) { Clique(Case(f, "sauvegarder")); });
+    robot.Attend("WizardSauvegarde", std::move(geste));
+    EXPECT_TRUE(PeutFermer(Ui));
+  };
+  const auto protege = [](QDialog& f) {
+    EXPECT_TRUE(Trouve<QRadioButton>(f, "complet").isChecked());
+    Clique(Case(f, "suivant"));
+    Case(f, "proteger").click();
+    for (const char* champ : {"motDePasse", "encore"}) test::Tape(Champ(f, champ), u"secret"_s);
+  };
+  ferme([&](QDialog& f) {
+    protege(f);
+    Clique(Case(f, "faire"));
+    faite = presente();
+    Clique(Case(f, "fermer"));
+  });
+  EXPECT_EQ(presente(), faite) << "no second one";
+  // Stopped, then left: the one of each session is made, behind the password that was typed before.
+  ferme([&](QDialog& f) {
+    protege(f);
+    Boite.ArretApres = 0;
+    Clique(Case(f, "faire"));
+    Boite.ArretApres = -1;
+    f.reject();
+  });
+  EXPECT_NE(presente(), faite);
 }
 
 TEST_F(FinDeSession, LeRappelDesMisesAJour) {
