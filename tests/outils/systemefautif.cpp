@@ -62,6 +62,7 @@ u64 SystemeFautif::Compte(unsigned genres) const {
 int SystemeFautif::Passe(Genre genre, const std::string& chemin) {
   ++m_comptes[static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(genre)))];
   if (m_rang == 0 || !(m_genres & genre) || chemin.find(m_chemin) == std::string::npos) return 0;
+  if (!m_sauf.empty() && chemin.find(m_sauf) != std::string::npos) return 0;
   if (m_rang > 1) {
     --m_rang;
     return 0;

@@ -41,6 +41,8 @@ class SystemeFautif : public Systeme {
   void Programme(unsigned k, int erreur, unsigned genres = Tous, bool uneFois = true);
   /// Only operations on a path that holds the text are counted down; empty: all.
   void SurChemin(std::string texte) { m_chemin = std::move(texte); }
+  /// Those on a path that holds this one never fail; empty: none.
+  void Sauf(std::string texte) { m_sauf = std::move(texte); }
   /// A failing write leaves the first half of its bytes, as a full disk does.
   void EcrituresPartielles(bool partielles) { m_partielles = partielles; }
   /// Where an operation would fail the process ends instead, as if it were killed.
@@ -66,7 +68,7 @@ class SystemeFautif : public Systeme {
   int Passe(Genre genre, const std::string& chemin);
 
   Systeme& m_systeme;
-  std::string m_chemin;
+  std::string m_chemin, m_sauf;
   std::array<u64, 12> m_comptes{};
   unsigned m_rang = 0;  ///< 0: nothing fails
   unsigned m_genres = 0;
