@@ -226,8 +226,7 @@ Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
   Immobilisation rec = fiche.rec;
   CImmobilisations fichier(app, app.PathCabinet);
   if (!fichier.OpenFile()) return EchecFichier();
-  if (rec.Numero == 0) {
-    assert(fiche.EstNouvelle());
+  if (fiche.EstNouvelle() && rec.Numero == 0) {
     // Noted before it is used, and not taken back with the asset: a number that no asset got is lost, none is
     // given twice.
     rec.Numero = magasin.GetFreeImmobilisationsID(app.PathCabinet);
