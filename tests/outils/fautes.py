@@ -45,6 +45,8 @@ def lit_fautes(chemin):
 
 def copie(arbre):
     """Makes the copy what the tree is; a file that did not change keeps its time there."""
+    if (arbre / ".git").exists():
+        sys.exit(f"{arbre} is a working tree: what git does not list would be deleted there")
     noms = {nom for nom in subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=RACINE, check=True,
                                           text=True, capture_output=True).stdout.splitlines()
             if (RACINE / nom).is_file()}
