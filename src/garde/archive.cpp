@@ -39,14 +39,21 @@ using EntreeTar = std::unique_ptr<archive_entry, void (*)(archive_entry*)>;
 
 // ------------------------------------------------------------------ writing
 
+struct Entete {
+  std::string& octets;
+  bool finie = false;
+};
+
 la_ssize_t SurEntete(archive*, void* client, const void* octets, std::size_t taille) {
-  static_cast<std::string*>(client)->append(static_cast<const char*>(octets), taille);
+  auto& entete = *static_cast<Entete*>(client);
+  if (!entete.finie) entete.octets.append(static_cast<const char*>(octets), taille);
   return static_cast<la_ssize_t>(taille);
 }
 
 /// Appends what a tar says in front of a file. False: no memory.
 bool AjouteEntete(const std::string& nom, u64 taille, std::string& octets) {
   assert(!nom.empty());
+  Entete entete{octets};
   const Tar tar(archive_write_new(), archive_write_free);
   const EntreeTar entree(archive_entry_new(), archive_entry_free);
   if (!tar || !entree) return false;
@@ -56,10 +63,11 @@ bool AjouteEntete(const std::string& nom, u64 taille, std::string& octets) {
   archive_entry_set_perm(entree.get(), 0600);
   const bool ecrit = archive_write_set_format_pax_restricted(tar.get()) == ARCHIVE_OK &&
                      archive_write_set_bytes_per_block(tar.get(), 0) == ARCHIVE_OK &&
-                     archive_write_open(tar.get(), &octets, nullptr, SurEntete, nullptr) == ARCHIVE_OK &&
+                     archive_write_open(tar.get(), &entete, nullptr, SurEntete, nullptr) == ARCHIVE_OK &&
                      archive_write_header(tar.get(), entree.get()) == ARCHIVE_OK;
-  // The bytes of the file come from elsewhere: the library shall fill nothing up.
-  archive_write_fail(tar.get());
+  // The bytes of the file come from elsewhere: with what the library fills up as it ends nothing is done. (A
+  // tar that is given up as failed would leak.)
+  entete.finie = true;
   return ecrit;
 }
 

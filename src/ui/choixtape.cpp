@@ -63,7 +63,9 @@ void ChoixTape::Prend(int rang) {
   m_editeur.selectAll();
 }
 
-bool ChoixTape::eventFilter(QObject*, QEvent* evenement) {
+bool ChoixTape::eventFilter(QObject* objet, QEvent* evenement) {
+  // The focus may go because the list itself does.
+  if (!qobject_cast<QComboBox*>(objet)) return false;
   if (evenement->type() == QEvent::FocusIn) {
     ChoisitTout(m_choix, *static_cast<QFocusEvent*>(evenement));
   } else if (evenement->type() == QEvent::FocusOut &&
