@@ -19,6 +19,8 @@ class MortsGarde : public testing::Test {
   void SetUp() override {
     m_hasard.seed(Nombre("FENLOR_GRAINE", std::random_device{}() % 1'000'000));
     fs::create_directory(m_copies);
+    // What the user's settings remember of backups is this test's own.
+    ASSERT_EQ(setenv("XDG_CONFIG_HOME", (m_dossier / "config").c_str(), 1), 0);
     CreeCabinet(m_modele);
     Remplit(1);
     const Resultat faite = Ctl({"--cabinet", m_modele, "sauvegarder", "--dossier", m_dossier.Chemin()});
