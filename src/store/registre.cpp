@@ -1,12 +1,16 @@
 #include "store/registre.h"
 
 #include <pwd.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cassert>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
+#include <memory>
+#include <thread>
 
 #include "store/etat.h"
 #include "store/profil.h"
@@ -28,6 +32,23 @@ int CreeChemin(Systeme& systeme, const std::string& dossier) {
     if (!erreur) erreur = systeme.CreeDossier(dossier);
   }
   return erreur == EEXIST || systeme.Existe(dossier) ? 0 : erreur;
+}
+
+/// One program at a time between the reading of the file and its replacement, or the other one's text would
+/// be lost. The lock stands on the folder: it leaves nothing behind, and the file changes under its name.
+/// EBUSY when another program keeps it for longer than anybody writes; a file system without locks is gone
+/// on with. It ends with `tenu`.
+int Exclut(Systeme& systeme, const std::string& dossier, std::unique_ptr<Fichier>& tenu) {
+  using namespace std::chrono_literals;
+  if (const int erreur = systeme.Ouvre(dossier, Systeme::Lecture, tenu)) return erreur;
+  const auto limite = std::chrono::steady_clock::now() + 2s;
+  while (::flock(tenu->Descripteur(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EINTR) continue;
+    if (errno != EWOULDBLOCK) return 0;
+    if (std::chrono::steady_clock::now() > limite) return EBUSY;
+    std::this_thread::sleep_for(2ms);
+  }
+  return 0;
 }
 
 }  // namespace
@@ -70,6 +91,8 @@ std::optional<std::string> Registre::LitFichier(const std::string& dossier, cons
 bool Registre::EcritFichier(const std::string& dossier, const std::string& section, const std::string& nom,
                             const std::optional<std::string>& texte) {
   m_erreur = dossier.empty() ? ENOENT : CreeChemin(m_systeme, dossier);
+  std::unique_ptr<Fichier> tenu;
+  if (!m_erreur) m_erreur = Exclut(m_systeme, dossier, tenu);
   if (m_erreur) return false;
   Profil profil(m_systeme, Joint(dossier, NomFichier));
   const bool faite = profil.Ecrit(section, nom, texte);

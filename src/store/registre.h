@@ -6,6 +6,8 @@
 //  - machine: /etc/xdg/Orvelia. Where it cannot be written, a machine text goes
 //    into the user's own file, in a section of its own, and counts for that
 //    user before the machine's.
+//
+// Several programs of a user may write at once: each waits for the other, two seconds at most.
 #pragma once
 
 #include <optional>

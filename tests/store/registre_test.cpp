@@ -1,6 +1,8 @@
 #include "store/registre.h"
 
+#include <atomic>
 #include <cstdlib>
+#include <thread>
 
 #include "outils/cabinetdetest.h"
 #include "outils/systemefautif.h"
@@ -67,6 +69,23 @@ TEST_F(RegistreTest, FailuresAreTold) {
   EXPECT_EQ(registre.Erreur(), ENOSPC);
   EXPECT_FALSE(registre.Ecrit(Registre::Machine, Cle, "Date", "1"));
   EXPECT_EQ(registre.Erreur(), ENOSPC);
+}
+
+TEST_F(RegistreTest, ProgramsThatWriteAtOnceLoseNothing) {
+  constexpr int programmes = 6, textes = 20;
+  std::vector<std::thread> ecrivains;
+  std::atomic<int> refus = 0;
+  for (int p = 0; p < programmes; ++p)
+    ecrivains.emplace_back([&, p] {
+      SystemePosix systeme;
+      for (int t = 0; t < textes; ++t)
+        refus += !Registre(systeme, utilisateur, machine)
+                      .Ecrit(Registre::Utilisateur, Cle, std::to_string(p * textes + t), std::to_string(t));
+    });
+  for (std::thread& ecrivain : ecrivains) ecrivain.join();
+  EXPECT_EQ(refus, 0);
+  for (int i = 0; i < programmes * textes; ++i)
+    EXPECT_EQ(Ouvre().Lit(Registre::Utilisateur, Cle, std::to_string(i)), std::to_string(i % textes)) << i;
 }
 
 TEST_F(RegistreTest, TheFolderFollowsThePlatform) {
