@@ -48,8 +48,7 @@ class Reprises : public CabinetMedical {
           return true;
         }));
     }
-    std::ifstream libelles(App().PathExercice + "/TEXTES.dat", std::ios::binary);
-    tout.append(std::istreambuf_iterator<char>(libelles), {});
+    tout += LitFichier(App().PathExercice + "/TEXTES.dat");
     return tout + App().Reglages.LitIni("Essai", "Compteur");
   }
 };

@@ -1,10 +1,10 @@
 #include "outils/textessources.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <regex>
+
+#include "outils/cabinetdetest.h"
 
 namespace fenlor::test {
 
@@ -17,8 +17,7 @@ std::vector<TexteSource> TextesDesSources() {
   for (const auto& entree : std::filesystem::recursive_directory_iterator(sources)) {
     const auto nom = entree.path().filename();
     if (nom != "textes.h" && nom != "erreurs.h" && nom != "cles.h") continue;
-    std::ifstream fichier(entree.path());
-    const std::string contenu{std::istreambuf_iterator<char>(fichier), {}};
+    const std::string contenu = LitFichier(entree.path());
     for (std::sregex_iterator i(contenu.begin(), contenu.end(), texte), fin; i != fin; ++i)
       textes.push_back(
           {static_cast<unsigned>(std::stoul((*i)[1])),

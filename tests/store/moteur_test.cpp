@@ -295,8 +295,7 @@ TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
   EXPECT_FALSE(second.moteur.ReserveCabinet(m_dossier.Chemin()));
   EXPECT_EQ(second.moteur.Erreur(), ErrOccupe);
   // A file cut short, then the log gone: nothing more is acknowledged.
-  std::ifstream flux(m_dossier / "BANQUE.dat", std::ios::binary);
-  const std::string contenu{std::istreambuf_iterator<char>(flux), {}};
+  const std::string contenu = LitFichier(m_dossier / "BANQUE.dat");
   fs::resize_file(m_dossier / "BANQUE.dat", 1100);
   EXPECT_FALSE(premier.Ajoute(FichierBanques, Operation("5120000000", 2, 20)));
   EXPECT_EQ(premier.moteur.Erreur(), ErrAltere);

@@ -73,8 +73,7 @@ TEST_F(ClesSurDisqueTest, UnFichierDeClesDouteuxEstRefait) {
 TEST_F(ClesSurDisqueTest, UnBitBasculeDerriereLaTeteEstDitEtRefait) {
   const std::string idx = m_dossier / "COMPTES.idx", rep = m_dossier / "fenlor.rep",
                     dat = m_dossier / "COMPTES.dat";
-  std::ifstream flux(idx, std::ios::binary);
-  const std::string sain{std::istreambuf_iterator<char>(flux), {}};
+  const std::string sain = LitFichier(idx);
   for (const std::string& chemin : {idx, rep, dat}) fs::copy_file(chemin, chemin + ".bon");
   const auto temps = fs::last_write_time(idx), tempsDat = fs::last_write_time(dat);
   std::size_t vus = 0, essais = 0;

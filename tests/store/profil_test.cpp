@@ -12,15 +12,6 @@
 namespace fenlor::test {
 namespace {
 
-void Pose(const std::string& chemin, const std::string& contenu) {
-  std::ofstream(chemin, std::ios::binary).write(contenu.data(), static_cast<std::streamsize>(contenu.size()));
-}
-
-std::string Contenu(const std::string& chemin) {
-  std::ifstream flux(chemin, std::ios::binary);
-  return {std::istreambuf_iterator<char>(flux), {}};
-}
-
 using Noms = std::vector<std::string>;
 
 class ProfilTest : public testing::Test {
@@ -31,30 +22,30 @@ class ProfilTest : public testing::Test {
 };
 
 TEST_F(ProfilTest, ReadsAsAProfileFile) {
-  Pose(chemin,
-       "perdu=avant\r\n"
-       "; un commentaire\r\n"
-       "[Activite]\r\n"
-       "  Exercice = 2003 \r\n"
-       "Exercices=2002,2003\n"
-       ";Exercice=cach\xE9\r\n"
-       "Vide=\r\n"
-       "Double=\"  deux blancs  \"\r\n"
-       "Simple='a'\r\n"
-       "Guillemet=\"\r\n"
-       "D\xE9pareill\xE9=\"a'\r\n"
-       "Egal=a=b=c\r\n"
-       "exercice=second\r\n"
-       "sans signe\r\n"
-       "= sans nom\r\n"
-       "[ouvert\r\n"
-       " [Pr\xE9"
-       "f\xE9rences] reste\r\n"
-       "Virgule=Oui\r\n"
-       "[ACTIVITE]\r\n"
-       "Ailleurs=1\r\n"
-       "[Fin]\r\n"
-       "Derni\xE8re=x");
+  EcritFichier(chemin,
+               "perdu=avant\r\n"
+               "; un commentaire\r\n"
+               "[Activite]\r\n"
+               "  Exercice = 2003 \r\n"
+               "Exercices=2002,2003\n"
+               ";Exercice=cach\xE9\r\n"
+               "Vide=\r\n"
+               "Double=\"  deux blancs  \"\r\n"
+               "Simple='a'\r\n"
+               "Guillemet=\"\r\n"
+               "D\xE9pareill\xE9=\"a'\r\n"
+               "Egal=a=b=c\r\n"
+               "exercice=second\r\n"
+               "sans signe\r\n"
+               "= sans nom\r\n"
+               "[ouvert\r\n"
+               " [Pr\xE9"
+               "f\xE9rences] reste\r\n"
+               "Virgule=Oui\r\n"
+               "[ACTIVITE]\r\n"
+               "Ailleurs=1\r\n"
+               "[Fin]\r\n"
+               "Derni\xE8re=x");
   Profil profil(posix, chemin);
   const struct {
     const char *section, *cle, *valeur;
@@ -91,18 +82,18 @@ TEST_F(ProfilTest, ReadsAsAProfileFile) {
 TEST_F(ProfilTest, AChangeByOthersIsKnownByItsSum) {
   Profil profil(posix, chemin, true);
   ASSERT_TRUE(profil.Ecrit("Activite", "Exercice", "2003") && profil.Ecrit("2003", "TVA", "Oui"));
-  const std::string sain = Contenu(chemin);
+  const std::string sain = LitFichier(chemin);
   EXPECT_FALSE(Profil(posix, chemin, true).ModifieAilleurs());
   EXPECT_EQ(profil.Cles("2003"), Noms{"TVA"});
   for (std::size_t octet = 0; octet < sain.size(); ++octet) {
     std::string touche = sain;
     touche[octet] ^= 4;
-    Pose(chemin, touche);
+    EcritFichier(chemin, touche);
     // Only the comment's own beginning can vanish unseen: no setting stands there.
     const bool dansLeDebut = octet >= sain.rfind(";Somme=") && octet < sain.rfind('=') + 1;
     EXPECT_EQ(Profil(posix, chemin, true).ModifieAilleurs(), !dansLeDebut) << octet;
   }
-  Pose(chemin, sain + "[Ajout]\r\n");
+  EcritFichier(chemin, sain + "[Ajout]\r\n");
   Profil autre(posix, chemin, true);
   EXPECT_TRUE(autre.ModifieAilleurs());
   // The next write vouches for it again.
@@ -111,18 +102,18 @@ TEST_F(ProfilTest, AChangeByOthersIsKnownByItsSum) {
 }
 
 TEST_F(ProfilTest, AWriteLeavesTheRestAlone) {
-  Pose(chemin, "; t\xEAte\n[A]\r\nx = \"1\"\r\nX=2\n\r\n; devant B\r\n[B]\n[A]\r\nx=3\r\n[C]\r\nz=1");
+  EcritFichier(chemin, "; t\xEAte\n[A]\r\nx = \"1\"\r\nX=2\n\r\n; devant B\r\n[B]\n[A]\r\nx=3\r\n[C]\r\nz=1");
   Profil profil(posix, chemin);
   EXPECT_TRUE(profil.Ecrit("a", "X", "un") && profil.Ecrit("A", "y", " bord"));
   EXPECT_TRUE(profil.Ecrit("B", "b", "1") && profil.Ecrit("D", "d", "4"));
-  EXPECT_EQ(Contenu(chemin),
+  EXPECT_EQ(LitFichier(chemin),
             "; t\xEAte\n[A]\r\nx=un\r\nX=2\ny=\" bord\"\r\n\r\n; devant "
             "B\r\n[B]\nb=1\r\n[A]\r\nx=3\r\n[C]\r\nz=1\r\n"
             "\r\n[D]\r\nd=4\r\n");
   EXPECT_TRUE(profil.Ecrit("A", "x", std::nullopt));
   EXPECT_EQ(profil.Lit("A", "x"), "");
   EXPECT_TRUE(profil.Ecrit({{"A", "", {}}, {"d", "", {}}, {"C", "absente", {}}, {"Absente", "x", {}}}));
-  EXPECT_EQ(Contenu(chemin), "; t\xEAte\n[B]\nb=1\r\n[C]\r\nz=1\r\n\r\n");
+  EXPECT_EQ(LitFichier(chemin), "; t\xEAte\n[B]\nb=1\r\n[C]\r\nz=1\r\n\r\n");
   EXPECT_FALSE(profil.Existe("A"));
   struct stat s;
   ASSERT_EQ(stat(chemin.c_str(), &s), 0);
@@ -130,7 +121,7 @@ TEST_F(ProfilTest, AWriteLeavesTheRestAlone) {
 }
 
 TEST_F(ProfilTest, RefusesWhatCouldNotBeReadBack) {
-  Pose(chemin, "[A]\r\nx=1\r\n");
+  EcritFichier(chemin, "[A]\r\nx=1\r\n");
   Profil profil(posix, chemin);
   const Profil::Changement refuses[] = {
       {"", "x", "1"},
@@ -152,7 +143,7 @@ TEST_F(ProfilTest, RefusesWhatCouldNotBeReadBack) {
     EXPECT_FALSE(profil.Ecrit({{"A", "y", "2"}, c})) << c.section << "/" << c.cle;
     EXPECT_EQ(profil.Erreur(), EINVAL);
   }
-  EXPECT_EQ(Contenu(chemin), "[A]\r\nx=1\r\n");
+  EXPECT_EQ(LitFichier(chemin), "[A]\r\nx=1\r\n");
 }
 
 // A scrambled password is 16 bytes of 32 to 255, blanks and quotes at its ends included.
@@ -237,13 +228,13 @@ class SystemeLectureSeule : public SystemePosix {
 };
 
 TEST_F(ProfilTest, AReadOnlyFileIsNotReplaced) {
-  Pose(chemin, "[A]\r\nx=1\r\n");
+  EcritFichier(chemin, "[A]\r\nx=1\r\n");
   SystemeLectureSeule systeme(chemin);
   Profil profil(systeme, chemin);
   EXPECT_FALSE(profil.Ecrit("A", "x", "2"));
   EXPECT_EQ(profil.Erreur(), EACCES);
   EXPECT_EQ(profil.Lit("A", "x"), "1");
-  EXPECT_EQ(Contenu(chemin), "[A]\r\nx=1\r\n");
+  EXPECT_EQ(LitFichier(chemin), "[A]\r\nx=1\r\n");
   EXPECT_TRUE(profil.Ecrit("A", "x", "1"));
 }
 
@@ -251,8 +242,8 @@ TEST_F(ProfilTest, AFailedWriteLeavesTheOldFile) {
   for (const bool existe : {true, false}) {
     for (unsigned k = 1;; ++k) {
       std::filesystem::remove(chemin);
-      if (existe) Pose(chemin, "[A]\r\nx=1\r\n");
-      const std::string avant = Contenu(chemin);
+      if (existe) EcritFichier(chemin, "[A]\r\nx=1\r\n");
+      const std::string avant = LitFichier(chemin);
       SystemeFautif fautif(posix);
       fautif.EcrituresPartielles(k % 2 == 0);
       fautif.Programme(k, ENOSPC);
@@ -266,7 +257,7 @@ TEST_F(ProfilTest, AFailedWriteLeavesTheOldFile) {
       }
       if (faite) continue;  // an operation that the result does not hang on
       EXPECT_EQ(profil.Erreur(), ENOSPC) << k;
-      EXPECT_EQ(Contenu(chemin), avant) << k;
+      EXPECT_EQ(LitFichier(chemin), avant) << k;
       EXPECT_EQ(std::filesystem::exists(chemin), existe) << k;
       EXPECT_TRUE(profil.Ecrit("A", "x", "4")) << k;
       EXPECT_EQ(profil.Lit("A", "x") + profil.Lit("B", "y"), "4") << k;
@@ -281,7 +272,7 @@ unsigned NbPerduesApresCoupure(const std::string& chemin, const std::string& ign
   const std::string dossier = DossierDe(chemin);
   for (u64 coupure = 1; coupure <= 7; ++coupure) {
     for (u64 graine = 0; graine < 8; ++graine) {
-      Pose(chemin, "[A]\r\nx=0\r\n" + std::string(1500, ';') + "\r\n");
+      EcritFichier(chemin, "[A]\r\nx=0\r\n" + std::string(1500, ';') + "\r\n");
       SystemeCoupure disque(dossier);
       disque.IgnoreSynchro(ignore);
       disque.CoupeApres(coupure);
@@ -293,7 +284,7 @@ unsigned NbPerduesApresCoupure(const std::string& chemin, const std::string& ign
       EXPECT_TRUE(disque.Applique(graine));
       Profil relu(posix, chemin);
       const std::string valeur = relu.Lit("A", "x");
-      const bool entier = Contenu(chemin).size() == 1512;
+      const bool entier = LitFichier(chemin).size() == 1512;
       if (!entier || valeur.empty() || std::stoi(valeur) < dite) ++perdues;
     }
   }
