@@ -2,7 +2,6 @@
 
 #include "core/erreurs.h"
 #include "master/rubriquesdetest.h"
-#include "outils/systemefautif.h"
 
 namespace fenlor::test {
 namespace {
@@ -132,40 +131,6 @@ TEST_F(Rubriques, LesComptesNommentLaRubrique) {
   EXPECT_EQ(Boite.Questions.at(0).texte, "Suppression de la rubrique Z2 ?");
   EXPECT_FALSE(SupprimeRubrique(App(), Relit("Z2 ").position));
   EXPECT_EQ(+Lit("Z2 ").TypeRubrique, -1);
-}
-
-TEST_F(Rubriques, ExerciceCloture) {
-  Installe();
-  ASSERT_EQ(Enregistre(Fiche("Z1")), "");
-  Regle("2003", "Cloture", "31/12/2003");
-  FicheRubrique fiche = Relit("Z1 ");
-  fiche.designation = "Autre";
-  EXPECT_FALSE(EnregistreRubrique(App(), fiche));
-  EXPECT_EQ(Relit("Z1 ").designation, "Rubrique Z1");
-  EXPECT_EQ(SupprimeRubrique(App(), fiche.position).numero, 3056u);
-  EXPECT_EQ(SupprimeEcrituresVariable(App(), "&ESSAI").numero, 3056u);
-}
-
-class RubriquesDisque : protected DisqueDeTest, public Rubriques {
- protected:
-  RubriquesDisque() : Rubriques(test::Cles::Memoire, 256u << 10, &Disque) {}
-};
-
-TEST_F(RubriquesDisque, RienNeSePerdQuandLeDisqueRefuse) {
-  Installe();
-  ASSERT_EQ(Enregistre(Fiche("Z4", "&ESSAI")), "");
-  Affecte("6132", "Z4");
-  const u32 loyer = CabinetMedical::Enregistre(Ecriture(JournalDepenses, "6132", 100));
-  FicheRubrique fiche = Relit("Z4 ");
-  fiche.designation = "Autre";
-  Disque.Programme(1, ENOSPC, SystemeFautif::Ecriture | SystemeFautif::Synchro, false);
-  EXPECT_EQ(EnregistreRubrique(App(), fiche).numero, ErrMagasin);
-  EXPECT_EQ(SupprimeEcrituresVariable(App(), "&ESSAI").numero, ErrMagasin);
-  Disque.Repare();
-  ASSERT_TRUE(Rouvre());
-  EXPECT_EQ(Relit("Z4 ").designation, "Rubrique Z4");
-  EXPECT_FALSE(Lignes(loyer).empty());
-  EXPECT_NEAR(LitCompte("6132").DebitEuro, 100, 0.001);
 }
 
 }  // namespace
