@@ -21,6 +21,7 @@
 
 #include "ui/editeurs.h"
 #include "ui/images.h"
+#include "ui/lignefiltre.h"
 #include "ui/modales.h"
 #include "ui/tableliste.h"
 #include "ui/textes.h"
@@ -316,6 +317,7 @@ void CZNDialog::Focalise(const QWidget& parent, const char* nom) {
 QStringList CZNDialog::Etat() const {
   QStringList etat;
   for (const QWidget* champ : m_zone->findChildren<QWidget*>()) {
+    if (qobject_cast<const LigneFiltre*>(champ->parentWidget())) continue;  // what to look for is no record
     if (const auto* montant = qobject_cast<const EditeurMontant*>(champ); montant && montant->Refus() == 0)
       etat += QString::number(montant->Valeur(), 'g', 15);  // however it is written
     else if (const auto* ligne = qobject_cast<const QLineEdit*>(champ))

@@ -48,6 +48,9 @@ LigneFiltre* LigneFiltre::Au(TableListe& liste) {
   pile->addWidget(&liste, 1);
   ensemble->show();
   liste.show();
+  QWidget* avant = liste.previousInFocusChain();
+  setTabOrder(avant, ligne->m_texte);
+  setTabOrder(ligne->m_texte, &liste);
   return ligne;
 }
 
@@ -62,6 +65,7 @@ LigneFiltre::LigneFiltre(TableListe& liste, QWidget* parent)
   m_bilan->setMinimumWidth(1);
   m_texte->setMinimumWidth(caracteresVus * m_texte->fontMetrics().averageCharWidth());
   auto* ferme = new QToolButton(this);
+  ferme->setObjectName(u"fermeFiltre"_s);
   ferme->setText(u"×"_s);
   ferme->setAutoRaise(true);
   ferme->setFocusPolicy(Qt::NoFocus);
@@ -75,7 +79,11 @@ LigneFiltre::LigneFiltre(TableListe& liste, QWidget* parent)
   m_texte->installEventFilter(this);
   connect(ferme, &QToolButton::clicked, this, &LigneFiltre::Ferme);
   connect(m_texte, &QLineEdit::textChanged, this, [this](const QString& mots) { m_liste.PoseFiltre(mots); });
-  connect(&m_liste.Modele(), &QAbstractItemModel::modelReset, this, &LigneFiltre::Bilan);
+  const ModeleListe* modele = &m_liste.Modele();
+  connect(modele, &QAbstractItemModel::modelReset, this, &LigneFiltre::Bilan);
+  connect(modele, &QAbstractItemModel::rowsInserted, this, &LigneFiltre::Bilan);
+  connect(modele, &QAbstractItemModel::rowsRemoved, this, &LigneFiltre::Bilan);
+  connect(modele, &QAbstractItemModel::dataChanged, this, &LigneFiltre::Bilan);
   connect(&m_lecture, &QTimer::timeout, this, [this] {
     if (isHidden() || !m_liste.Modele().PrepareFiltre(rangeesParTour)) m_lecture.stop();
   });
@@ -90,7 +98,7 @@ void LigneFiltre::Ouvre() {
 }
 
 void LigneFiltre::Ferme() {
-  const bool dedans = m_texte->hasFocus();
+  const bool dedans = window()->focusWidget() == m_texte;
   m_texte->clear();
   hide();
   if (dedans) m_liste.setFocus();

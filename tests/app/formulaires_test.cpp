@@ -494,6 +494,43 @@ TEST_P(TousForces, NAtteignentPasUnExerciceClos) {
   }
 }
 
+namespace {
+
+/// Every list of every form: empty or filled, with its filter line open, and with no row left.
+class TousFiltres : public TousLesFormulaires {
+ protected:
+  void SurForme(QDialog& forme) override {
+    for (TableListe* table : forme.findChildren<TableListe*>()) {
+      if (!table->isVisible()) continue;
+      for (const QString& mot : {QString(), u"xyz"_s}) {
+        table->setFocus();
+        QTest::keyClicks(table, u"/"_s);
+        QTest::keyClicks(forme.focusWidget(), mot);
+        EXPECT_EQ(table->Modele().EstFiltre(), !mot.isEmpty()) << forme.objectName().toStdString();
+        VerifieFormulaire(forme);
+      }
+      QTest::keyClick(forme.focusWidget(), Qt::Key_Escape);
+      ++m_listes;
+      EXPECT_TRUE(forme.isVisible() && forme.focusWidget() == table) << forme.objectName().toStdString();
+    }
+  }
+  unsigned m_listes = 0;
+};
+
+}  // namespace
+
+TEST_P(TousFiltres, SAnnoncent) {
+  Ecritures();
+  Automatiques();
+  Immobilisations();
+  Session();
+  Programme();
+  EXPECT_GT(m_listes, 12u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ouvert, TousFiltres, testing::Values(Aspect{}),
+                         [](const auto&) { return std::string("Clair"); });
+
 INSTANTIATE_TEST_SUITE_P(OuvertEtClos, TousForces, testing::Values(Aspect{}, Aspect{false, false, true}),
                          [](const auto& cas) { return std::string(cas.param.cloture ? "Clos" : "Ouvert"); });
 

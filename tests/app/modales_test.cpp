@@ -5,6 +5,7 @@
 
 #include "app/programmedetest.h"
 #include "forms/journal/ecritures.h"
+#include "ui/tableliste.h"
 #include "ui/vue.h"
 
 namespace fenlor::test {
@@ -40,6 +41,14 @@ TEST_F(ModalesTest, ToutCeQuiPrendLeFocusSAnnonce) {
       Principal->OuvreUnique(bit);
       QApplication::processEvents();
       VerifieVoix(*Principal);
+      // With the filter's line, and with no row that has the word.
+      auto* table = Principal->VueDe(bit)->findChild<TableListe*>();
+      table->OuvreFiltre();
+      for (const QString& mot : {QString(), u"5"_s, u"xyz"_s}) {
+        table->PoseFiltre(mot);
+        VerifieVoix(*Principal);
+      }
+      table->OteFiltre();
     }
   }
   Principal->FermeToutes();

@@ -326,10 +326,14 @@ TEST_F(ListesTest, AQuickFilterKeepsRowsThatHoldAllWords) {
   CliqueTitre(Table, 2);
   EXPECT_EQ(Ordre(Table.Modele()), (std::vector<Donnee>{2, 0})) << "sorted by text";
   Table.Modele().Supprime(0);
+  EXPECT_EQ(bilan.text().section(u' ', 0, 2), u"1 sur 3"_s) << "it follows a row that goes";
   fiches[0].nom = "evian bis";
   Table.Modele().Change(0, 0);
   QTest::keyClick(&filtre, Qt::Key_Down);
   EXPECT_TRUE(Table.hasFocus());
+  QTest::keyClick(&Table, Qt::Key_Backtab);
+  EXPECT_TRUE(filtre.hasFocus()) << "it stands before its list";
+  QTest::keyClick(&filtre, Qt::Key_Tab);
   QTest::keyClick(&Table, Qt::Key_Escape);
   EXPECT_FALSE(filtre.isVisible());
   EXPECT_EQ(Table.Modele().NbLignes(), 3) << "the row that was taken away stays away";

@@ -6,6 +6,7 @@
 #include <QPainterPath>
 #include <QToolTip>
 #include <algorithm>
+#include <cassert>
 
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
@@ -38,7 +39,7 @@ CMonth::CMonth(QWidget* parent) : QWidget(parent) {
 void CMonth::PoseMois(const std::vector<Date>& mois) {
   const Date montre = PremierJour();
   m_cellules.clear();
-  m_courant = -1;
+  m_courant = m_surligne = -1;
   m_presse = false;
   for (const Date premier : mois) {
     Cellule cellule;
@@ -110,6 +111,7 @@ void CMonth::MetEnVue() {
   const int trop = std::max(sizeHint().width() - width(), 0);
   if (m_surligne >= 0) {
     const auto dernier = static_cast<int>(m_cellules.size()) - 1;
+    assert(m_surligne <= dernier);
     const Cellule& avant = m_cellules[static_cast<std::size_t>(std::max(m_surligne - 1, 0))];
     const Cellule& apres = m_cellules[static_cast<std::size_t>(std::min(m_surligne + 1, dernier))];
     m_decalage = std::max(m_decalage, apres.gauche + apres.largeur - width());

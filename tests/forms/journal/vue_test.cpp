@@ -339,6 +339,11 @@ TEST_F(VueJournal, BarreDesMois) {
   EXPECT_EQ(mois.Courant(), 10);
   EXPECT_EQ(vue->Demande().mois, FaitDate(1, 11, 2003));
   EXPECT_EQ(change.size(), 6);
+  // The exercice became shorter.
+  mois.PoseMois({FaitDate(1, 1, 2003), FaitDate(1, 2, 2003)});
+  EXPECT_EQ(mois.Courant(), 0);
+  mois.PoseMois({});
+  EXPECT_EQ(mois.Courant(), -1);
 }
 
 TEST_F(VueJournal, MoisDUnExerciceACheval) {
