@@ -36,7 +36,7 @@ bool RetientGenre(CFenlorApp& app, GenreGraphique genre) {
 }
 
 PlaceGraphique PlaceEcran(f64 largeur, f64 hauteur, f64 hauteurTexte, f64 hauteurTitre) {
-  assert(largeur >= 0 && hauteur >= 0 && hauteurTexte > 0 && hauteurTitre > 0);
+  assert(largeur >= 0 && hauteur >= 0 && hauteurTexte > 0 && hauteurTitre >= 0);
   const f64 bande = std::min(BandeTitre * hauteurTitre, hauteur / 4);
   const CadreForme reste{0, bande, largeur, std::max(bande, hauteur)};
   return {{0, 0, largeur, bande},

@@ -55,11 +55,11 @@ class GraphiqueTest : public EtatsUiTest {
     return numeros;
   }
   /// A window for two accounts, months.
-  CGraphWinView& Fenetre() {
+  CGraphWinView& Fenetre(std::initializer_list<const char*> noms = {"706", "6132"}) {
     Robot robot;
-    robot.Attend("DialogGraph", [](QDialog& f) {
+    robot.Attend("DialogGraph", [noms](QDialog& f) {
       Clique(Case(f, "exercice"));
-      Choisit(dynamic_cast<CDialogGraph&>(f), {"706", "6132"});
+      Choisit(dynamic_cast<CDialogGraph&>(f), noms);
       Ok(f);
     });
     OuvreGraphique(Ui, *Impression, MontreVue);
@@ -173,6 +173,15 @@ TEST_F(GraphiqueTest, LeGenreSeChoisitEtReste) {
   genres.setCurrentIndex(6);
   Q_EMIT genres.activated(6);
   EXPECT_EQ(Fenetre().Graphique().Genre(), GenreGraphique::Courbes);
+}
+
+TEST_F(GraphiqueTest, UnGroupeSeulNAPasDeTitre) {
+  CGraphWinView& vue = Fenetre({"TRESORERIE"});
+  EXPECT_EQ(vue.windowTitle(), u"Graphique"_s);
+  for (const unsigned numero : {CmdAires, CmdBarresVerticales, CmdSurface, CmdSecteurs3D}) {
+    vue.Execute(numero);
+    EXPECT_FALSE(vue.grab().isNull());
+  }
 }
 
 TEST_F(GraphiqueTest, ValeurSousLePointeurEtTableau) {
