@@ -93,6 +93,7 @@ constexpr MotTitre Mots[] = {{"DATEDEVALEUR", C::Valeur},
                              {"DESCRIPTION", C::Libelle},
                              {"OPERATION", C::Libelle},
                              {"LABEL", C::Libelle},
+                             {"PAYEE", C::Libelle},
                              {"DETAIL", C::Detail},
                              {"INFORMATIONS", C::Detail},
                              {"COMPLEMENT", C::Detail},
@@ -174,14 +175,30 @@ bool DevineColonnes(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
   return forme.Complete();
 }
 
+/// Titles that name no label: the longest text that is nothing else.
+void PrendLibelle(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
+  FormeCsv devinee;
+  const auto operations = std::find_if(lignes.begin(), lignes.end(),
+                                       [&](const LigneCsv& ligne) { return ligne.rang > forme.entete; });
+  DevineColonnes({operations, lignes.end()}, devinee);
+  const auto& prises = forme.colonnes;
+  if (std::find(prises.begin(), prises.end(), devinee[C::Libelle]) == prises.end())
+    forme[C::Libelle] = devinee[C::Libelle];
+}
+
 /// Order of dates and decimal sign that read most of the rows; the French ones before others.
 void DevineEcritures(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
+  constexpr auto anneeDevant = static_cast<std::size_t>(OrdreDate::AnneeMoisJour);
   std::size_t lus[3] = {}, virgules = 0, points = 0, debits = 0, negatifs = 0;
   const int colonnes[] = {forme[C::Montant], forme[C::Debit], forme[C::Credit]};
   for (const LigneCsv& ligne : lignes) {
     if (ligne.rang <= forme.entete) continue;
-    for (std::size_t o = 0; o < 3; ++o)
-      lus[o] += LitJour(Nu(ligne, forme[C::Date]), static_cast<OrdreDate>(o)) != 0;
+    const std::string date = Nu(ligne, forme[C::Date]);
+    for (std::size_t o = 0; o < 3; ++o) {
+      // No bank puts a year of two digits in front: "31/02/03" is a wrong day.
+      if (o != anneeDevant || std::min(date.find_first_not_of("0123456789"), date.size()) >= 4)
+        lus[o] += LitJour(date, static_cast<OrdreDate>(o)) != 0;
+    }
     for (const int colonne : colonnes) {
       const std::string texte = Nu(ligne, colonne);
       virgules += !texte.empty() && LitCentimes(texte, ',') && texte.find(',') != std::string::npos;
@@ -243,9 +260,21 @@ u32 Entete(const std::vector<LigneCsv>& lignes, const FormeCsv& forme) {
   return 0;
 }
 
+/// The currency that a title or a label names; empty without one.
+std::string MonnaieDite(const std::string& texte) {
+  const std::string nu = LibelleNu(texte);
+  if (nu.find("FRANC") != std::string::npos || nu.find("FRF") != std::string::npos) return "FRF";
+  return nu.find("EUR") != std::string::npos ? "EUR" : "";
+}
+
 class LecteurCsv {
  public:
-  LecteurCsv(const FormeCsv& forme, LectureReleve& lecture) : m_forme(forme), m_lecture(lecture) {}
+  /// `titres`: the row in front of the operations.
+  LecteurCsv(const FormeCsv& forme, const LigneCsv& titres, LectureReleve& lecture)
+      : m_forme(forme), m_lecture(lecture) {
+    for (const C colonne : {C::Montant, C::Credit})
+      if (m_monnaie.empty()) m_monnaie = MonnaieDite(Nu(titres, forme[colonne]));
+  }
 
   void Ligne(const LigneCsv& ligne) {
     if (Vide(ligne)) return;
@@ -272,7 +301,7 @@ class LecteurCsv {
   }
 
  private:
-  Releve& Sien() { return m_lecture.Compte(m_compte, {}); }
+  Releve& Sien() { return m_lecture.Compte(m_compte, m_monnaie); }
 
   /// Above 0: in. An empty cell of two columns is nothing; both filled are one amount when one is 0.
   std::optional<i64> Montant(const LigneCsv& ligne) {
@@ -303,12 +332,14 @@ class LecteurCsv {
   bool Solde(const LigneCsv& ligne) {
     bool solde = false;
     Date date = 0;
+    std::string monnaie;
     std::optional<i64> montant;
     for (const std::string& brute : ligne.cellules) {
       const std::string cellule = LibelleNet(brute);
       if (cellule.empty()) continue;
       if (LibelleNu(cellule).starts_with("SOLDE")) {
         solde = true;
+        monnaie = MonnaieDite(cellule);
         for (std::size_t i = 0; i + 1 < 10 && date == 0; ++i)
           if (const std::string mot = ChampTexte(static_cast<unsigned>(i), cellule, ' '); !mot.empty())
             date = LitJour(mot, m_forme.ordre);
@@ -320,6 +351,10 @@ class LecteurCsv {
     }
     if (!solde || !montant) return false;
     Releve& releve = Sien();
+    if (date == 0) date = m_dateAvant;
+    // Two currencies side by side: the one of the amounts, else the first.
+    const bool autre = !monnaie.empty() && monnaie != m_monnaie;
+    if (autre && (releve.solde || !m_monnaie.empty())) return true;
     if (date >= releve.dateSolde) {
       releve.solde = montant;
       releve.dateSolde = date;
@@ -329,6 +364,7 @@ class LecteurCsv {
 
   void Avant(const LigneCsv& ligne) {
     if (Solde(ligne)) return;
+    if (LibelleNu(Nu(ligne, 0)) == "DATE") m_dateAvant = LitJour(Nu(ligne, 1), m_forme.ordre);
     for (std::size_t i = 0; i < ligne.cellules.size() && m_compte.empty(); ++i) {
       const std::string mot = LibelleNu(ligne.cellules[i]);
       if (!mot.starts_with("IBAN") && !mot.starts_with("NUMERODECOMPTE") && !mot.starts_with("COMPTEN"))
@@ -344,7 +380,8 @@ class LecteurCsv {
 
   const FormeCsv& m_forme;
   LectureReleve& m_lecture;
-  std::string m_compte;
+  std::string m_compte, m_monnaie;
+  Date m_dateAvant = 0;  ///< above the titles, of a balance that has none beside it
 };
 
 }  // namespace
@@ -391,6 +428,7 @@ FormeCsv ProposeColonnes(std::string_view octets, JeuTexte jeu, char separateur)
     if (titres) forme.entete = lignes[i].rang;
   }
   if (!titres) DevineColonnes(lignes, forme);
+  if (titres && forme[C::Libelle] < 0) PrendLibelle(lignes, forme);
   Departage(forme);
   DevineEcritures(lignes, forme);
   if (!titres) forme.entete = Entete(lignes, forme);
@@ -436,7 +474,12 @@ std::optional<FormeCsv> FormeDepuis(std::string_view texte) {
 void LitCsv(std::string_view octets, const FormeCsv& forme, LectureReleve& lecture) {
   if (!forme.Complete()) return lecture.Plainte(0, PlainteColonnes);
   const std::string texte = EnWindows1252(EnUtf8(octets, forme.jeu));
-  LecteurCsv lecteur(forme, lecture);
+  LigneCsv titres;
+  ParcoursCsv(texte, forme.separateur, [&](const LigneCsv& ligne) {
+    if (ligne.rang == forme.entete) titres = ligne;
+    return ligne.rang < forme.entete;
+  });
+  LecteurCsv lecteur(forme, titres, lecture);
   ParcoursCsv(texte, forme.separateur, [&](const LigneCsv& ligne) {
     lecteur.Ligne(ligne);
     return true;

@@ -126,6 +126,36 @@ TEST(Releves, UnTableauProposeSaForme) {
   EXPECT_FALSE(FormeDepuis("0|59|44|0|0|-1|-1|-1|-1|-1|-1|-1|-1|-1|-1") || FormeDepuis("rien"));
 }
 
+/// Tables of strangers: read with what the bytes propose.
+TEST(Releves, UnTableauInconnuSeLitCommeUnHommeLeLirait) {
+  const struct {
+    const char *texte, *lu, *monnaie = "";
+    std::optional<i64> solde = {};
+    Date dateSolde = 0;
+  } cas[] = {
+      // Two currencies side by side: the balance is that of the amounts.
+      {"Numéro Compte ;1234567A020\nDate ;30/11/2003\nSolde (EUROS) ;1 234,56\nSolde (FRANCS) ;8 098,18\n\n"
+       "Date;Libellé;Montant(EUROS);Montant(FRANCS)\n28/11/2003;Achat;-12,50;-81,99\n",
+       "28/11/2003 -1250 Achat\n", "EUR", 123456, FaitDate(30, 11, 2003)},
+      {"Solde (EUROS);1 234,56\nSolde (FRANCS);8 098,18\nDate;Libellé;Montant en "
+       "francs\n28/11/2000;Achat;-81,99\n",
+       "28/11/2000 -8199 Achat\n", "FRF", 809818},
+      // No title for the label.
+      {"Date,Who,Amount,Currency\n2003-11-05,ACME,-10.50,EUR\n2003-11-06,\"Smith, John\",\"1,000.00\",EUR\n",
+       "05/11/2003 -1050 ACME\n06/11/2003 100000 Smith, John\n"},
+      // A wrong day does not turn the dates round.
+      {"05/11/03\tLOYER\t-500,00\n06/11/03\tCPAM\t300,25\n31/02/03\tFAUX\t1,00\n",
+       "05/11/2003 -50000 LOYER\n06/11/2003 30025 CPAM\n3: La date \"31/02/03\" est illisible.\n"}};
+  for (const auto& c : cas) {
+    const LectureReleve lecture = LitReleve(c.texte, FormatReleve::Csv);
+    EXPECT_EQ(Lu(lecture), c.lu);
+    ASSERT_EQ(lecture.comptes.size(), 1u);
+    EXPECT_EQ(lecture.comptes[0].monnaie, c.monnaie) << c.texte;
+    EXPECT_EQ(lecture.comptes[0].solde, c.solde) << c.texte;
+    EXPECT_EQ(lecture.comptes[0].dateSolde, c.dateSolde) << c.texte;
+  }
+}
+
 TEST(Releves, ChaqueFormatRendLesOperationsEtLeSolde) {
   const auto operations = test::OperationsVraies(2, FaitDate(1, 3, 2003), 31);
   for (const auto format :
