@@ -139,15 +139,6 @@ int Ramene(Contexte& c, const OptionsGarde& o) {
   return StatutFait;
 }
 
-/// What one archive says of itself; `entiere`: it is read to its last byte.
-Refus Examine(Contexte& c, const std::string& chemin, bool entiere, Manifeste& manifeste) {
-  Systeme& systeme = c.Magasin.SystemeFichiers();
-  return AvecMotDePasse([&](const std::string& motDePasse) {
-    return entiere ? ParcourtArchive(systeme, chemin, motDePasse, manifeste)
-                   : LitManifesteArchive(systeme, chemin, motDePasse, manifeste);
-  });
-}
-
 int Montre(Contexte& c, const std::string& nom, const Manifeste& manifeste, const Refus& refus, u64 taille) {
   if (c.Globales.json)
     return c.Donne(LigneJson()
@@ -170,7 +161,11 @@ int Liste(Contexte& c, const OptionsGarde& o) {
   if (const Refus refus = ListeArchives(c.Magasin.SystemeFichiers(), o.dossier, archives))
     return c.Refuse(refus);
   for (ArchiveLue& a : archives) {
-    if (a.protegee) a.refus = Examine(c, Joint(o.dossier, a.nom), false, a.manifeste);
+    if (!a.refus)
+      a.refus = AvecMotDePasse([&](const std::string& motDePasse) {
+        LitEntiere(c.Magasin.SystemeFichiers(), o.dossier, motDePasse, a);
+        return a.refus;
+      });
     if (Montre(c, a.nom, a.manifeste, a.refus, a.taille) != StatutFait) return StatutRefuse;
   }
   return StatutFait;
@@ -178,7 +173,10 @@ int Liste(Contexte& c, const OptionsGarde& o) {
 
 int Verifie(Contexte& c, const OptionsGarde& o) {
   Manifeste manifeste;
-  if (const Refus refus = Examine(c, o.fichier, true, manifeste)) return c.Refuse(refus);
+  const Refus refus = AvecMotDePasse([&](const std::string& motDePasse) {
+    return ParcourtArchive(c.Magasin.SystemeFichiers(), o.fichier, motDePasse, manifeste);
+  });
+  if (refus) return c.Refuse(refus);
   for (const ExerciceArchive& e : manifeste.exercices)
     if (c.Globales.json && !c.Ecrit(JsonExercice(e))) return StatutRefuse;
   return c.Globales.json ? StatutFait : Montre(c, o.fichier, manifeste, {}, 0);
@@ -260,7 +258,7 @@ void DeclareGarde(LigneCommande& ligne) {
   sauvegardes.Controle([o](const OptionsGlobales&) {
     return o->action.empty() ? std::string("il manque lister, verifier ou purger") : std::string();
   });
-  sauvegardes.Action("lister", "Dit ce que chacune contient", o->action)
+  sauvegardes.Action("lister", "Lit chacune jusqu'au bout et dit ce qu'elle contient", o->action)
       .Option("--dossier", o->dossier, {"DOSSIER"}, "Où elles sont")
       .Obligatoire();
   sauvegardes.Action("verifier", "Lit une sauvegarde jusqu'à son dernier octet", o->action)

@@ -1,6 +1,7 @@
 #include "garde/inventaire.h"
 
 #include <algorithm>
+#include <cassert>
 #include <tuple>
 
 #include "core/valeurs.h"
@@ -63,6 +64,17 @@ Refus ListeArchives(Systeme& systeme, const std::string& dossier, std::vector<Ar
     return std::tie(b.moment, a.nom) < std::tie(a.moment, b.nom);
   });
   return {};
+}
+
+void LitEntiere(Systeme& systeme, const std::string& dossier, const std::string& motDePasse,
+                ArchiveLue& archive, const AvanceArchive& avance) {
+  assert(!archive.lue);
+  Manifeste manifeste;
+  const Refus refus = ParcourtArchive(systeme, Joint(dossier, archive.nom), motDePasse, manifeste, avance);
+  if (refus.numero == ErrArchiveInterrompue) return;
+  archive.refus = refus;
+  archive.lue = !refus;
+  if (archive.lue) archive.manifeste = manifeste;
 }
 
 std::string TailleLisible(u64 octets) {

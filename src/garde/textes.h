@@ -117,7 +117,8 @@ inline constexpr TexteFixe TexteDossierACreer{6668, "Ce dossier n'existe pas enc
 inline constexpr TexteFixe MotSansMotDePasse{6638, "aucune"};
 inline constexpr TexteFixe MotParMotDePasse{6639, "mot de passe"};
 inline constexpr TexteFixe MotAucuneRetiree{6640, "aucune"};
-inline constexpr TexteFixe MotLisible{6641, "Bonne"};
+inline constexpr TexteFixe MotBonne{6641, "Bonne"};
+inline constexpr TexteFixe MotEnLecture{6669, "Lecture..."};  ///< whether it is whole is not known yet
 inline constexpr TexteFixe MotProtegee{6642, "Protégée"};
 inline constexpr TexteFixe MotEndommagee{6643, "Endommagée"};
 inline constexpr TexteFixe MotEtrangere{6644, "Etrangère"};

@@ -3,6 +3,7 @@
 #include <QShortcut>
 #include <algorithm>
 
+#include "ui/casesvisibles.h"
 #include "ui/formulaire.h"
 #include "ui/texteqt.h"
 #include "ui/textes.h"
@@ -42,6 +43,7 @@ CDialogColonnes::CDialogColonnes(ContexteUi& contexte, TableListe& table, QWidge
   };
   touche(Qt::ALT | Qt::Key_Up, -1);
   touche(Qt::ALT | Qt::Key_Down, 1);
+  m_liste.setItemDelegate(new CasesVisibles(&m_liste));
   connect(&m_liste, &QListWidget::currentRowChanged, this, [this] { ActualiseBoutons(); });
   connect(&m_liste, &QListWidget::itemChanged, this, [this] { m_origine = false; });
   Remplit(m_table.Colonnes());

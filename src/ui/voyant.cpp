@@ -35,7 +35,7 @@ void Voyant::paintEvent(QPaintEvent*) {
   peintre.setRenderHint(QPainter::Antialiasing);
   const qreal cote = fontMetrics().ascent() * 0.8;
   const bool brille = m_etat == Etat::Allume || (m_etat == Etat::Alarme && m_eclat);
-  peintre.setPen(QPen(palette().color(QPalette::Mid), 1));
+  peintre.setPen(QPen(Attenue(palette().color(QPalette::WindowText), palette().color(QPalette::Window)), 1));
   peintre.setBrush(brille ? Lampe() : palette().color(QPalette::Midlight));
   peintre.drawEllipse(QRectF((width() - cote) / 2, (height() - cote) / 2, cote, cote));
 }

@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QListWidget>
 #include <QStyle>
 #include <QStyleFactory>
 #include <map>
 #include <memory>
+
+#include "ui/casesvisibles.h"
+#include "ui/voyant.h"
 
 namespace fenlor::test {
 namespace {
@@ -90,6 +94,34 @@ TEST_F(PaletteTest, LesJournauxSuiventUnBureauSombre) {
   const CouleursJournaux suivies = JournauxDe(JeuCouleurs::Classique, defaut, sombre);
   EXPECT_EQ(suivies.paire, sombre.color(QPalette::Base));
   EXPECT_EQ(suivies.impaire, sombre.color(QPalette::AlternateBase));
+}
+
+/// The most that any dot of a picture stands out from the one in its corner.
+double Relief(const QWidget& dessin) {
+  const QImage image = const_cast<QWidget&>(dessin).grab().toImage();
+  double relief = 1;
+  for (int x = 0; x < image.width(); ++x)
+    for (int y = 0; y < image.height(); ++y)
+      relief = std::max(relief, Contraste(image.pixelColor(x, y), image.pixelColor(0, 0)));
+  return relief;
+}
+
+TEST_F(PaletteTest, CeQuiEstEteintOuVideSeVoit) {
+  for (const auto& [nom, bureau] : Bureaux()) {
+    SCOPED_TRACE(nom);
+    QApplication::setPalette(bureau);
+    PaletteProgramme programme;
+    programme.Pose(JeuCouleurs::Classique);
+    Voyant lampe;
+    lampe.resize(lampe.sizeHint());
+    EXPECT_GE(Relief(lampe), contrasteTrait);
+    QListWidget liste;
+    liste.resize(60, 60);
+    liste.setFrameShape(QFrame::NoFrame);
+    liste.setItemDelegate(new CasesVisibles(&liste));
+    (new QListWidgetItem(&liste))->setCheckState(Qt::Unchecked);
+    EXPECT_GE(Relief(liste), contrasteTrait);
+  }
 }
 
 TEST_F(PaletteTest, SuitLeBureauEtLeRend) {

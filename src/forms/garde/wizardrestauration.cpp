@@ -4,9 +4,11 @@
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
+#include <thread>
 
 #include "garde/textes.h"
 #include "store/texte1252.h"
+#include "ui/casesvisibles.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
 #include "ui/tableliste.h"
@@ -24,7 +26,7 @@ constexpr int caracteres = 92;  ///< width of the list
 std::string Etat(const ArchiveLue& archive) {
   if (archive.refus.numero == ErrArchiveEtrangere) return Texte(MotEtrangere);
   if (archive.refus) return Texte(MotEndommagee);
-  return archive.protegee ? Texte(MotProtegee) : Texte(MotLisible);
+  return Texte(archive.protegee ? MotProtegee : archive.lue ? MotBonne : MotEnLecture);
 }
 
 /// "15/03/2003 14:05", also of one that only its name tells of.
@@ -105,6 +107,28 @@ class PageArchive : public QWizardPage {
       m_refus = ListeArchives(m_wizard.App().Magasin.SystemeFichiers(), m_dossier.Dossier(), m_archives);
     m_liste->Relit(m_archives.empty() ? -1 : 0);
     Choisit();
+    Verifie();
+  }
+  /// What an archive says of itself stands at its beginning. Whether it is whole takes reading it, which goes
+  /// on beside the list, from the first row to the last.
+  void Verifie() {
+    m_lecture = std::jthread([this, &systeme = m_wizard.App().Magasin.SystemeFichiers(),
+                              dossier = m_dossier.Dossier(), archives = m_archives,
+                              tour = ++m_tour](const std::stop_token& arret) mutable {
+      for (std::size_t rang = 0; rang < archives.size() && !arret.stop_requested(); ++rang) {
+        ArchiveLue& archive = archives[rang];
+        if (archive.protegee || archive.refus) continue;
+        LitEntiere(systeme, dossier, {}, archive, [&](u64) { return !arret.stop_requested(); });
+        QMetaObject::invokeMethod(
+            this, [this, tour, rang, archive] { Note(tour, rang, archive); }, Qt::QueuedConnection);
+      }
+    });
+  }
+  void Note(unsigned tour, std::size_t rang, const ArchiveLue& archive) {
+    if (tour != m_tour) return;  // of a folder that was left since
+    m_archives[rang] = archive;
+    m_liste->Redessine();
+    Choisit();
   }
   /// Why the row, or the folder, is of no use stands under the list: it is no answer to a command.
   void Choisit() {
@@ -123,6 +147,8 @@ class PageArchive : public QWizardPage {
   CZNListCtrl* m_liste;
   Lecture m_detail;
   QTimer m_horloge;
+  unsigned m_tour = 0;     ///< of reading the folder
+  std::jthread m_lecture;  ///< ends when it is replaced, or goes
   FinDesLiens m_finLiens{*this};
 };
 
@@ -156,6 +182,7 @@ class PageExercices : public QWizardPage {
     setTitle(u"Ce qui est restauré"_s);
     setCommitPage(true);
     m_liste->setAccessibleName(u"Exercices"_s);
+    m_liste->setItemDelegate(new CasesVisibles(m_liste));
     m_quand.setWordWrap(true);
     m_quand.setAccessibleName(u"Sauvegarde"_s);
     Formulaire{*this}
@@ -186,7 +213,11 @@ class PageExercices : public QWizardPage {
       ligne->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
       ligne->setCheckState(!ouvert || e.nom == app.NomExercice ? Qt::Checked : Qt::Unchecked);
     }
-    m_liste->setCurrentRow(0);
+    // The cursor stands on what comes back: another row would look as if it were chosen.
+    int premiere = 0;
+    while (premiere + 1 < m_liste->count() && m_liste->item(premiere)->checkState() != Qt::Checked)
+      ++premiere;
+    m_liste->setCurrentRow(premiere);
   }
   bool validatePage() override {
     DemandeRestauration& demande = m_wizard.Demande;

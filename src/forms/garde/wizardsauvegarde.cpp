@@ -31,6 +31,8 @@ class PageDestination : public QWizardPage {
     setTitle(u"Où sauvegarder, et quoi ?"_s);
     const std::string exercice = ExerciceDuBloc(bloc);
     m_avis.setWordWrap(true);
+    m_avis.setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    m_avis.setMinimumHeight(3 * fontMetrics().lineSpacing());  // what is below stays where it is
     m_formulaire.Seul(m_avis, "avis")
         .Groupe(u"Ce qui est sauvegardé"_s)
         .Case(m_unExercice, exercice.empty() ? u"L'&exercice ouvert"_s : u"L'&exercice "_s + Q(exercice),
@@ -140,7 +142,8 @@ class PageFaite : public QWizardPage {
   }
   void initializePage() override {
     const SauvegardeFaite& faite = m_wizard.Faite;
-    const ArchiveLue lue{{}, faite.taille, false, faite.manifeste, {}, {}};
+    ArchiveLue lue;
+    lue.manifeste = faite.manifeste;
     m_fichier.setText(CheminQ(faite.chemin));
     m_taille.Pose(TailleLisible(faite.taille));
     m_exercices.Pose(lue.Exercices());

@@ -2,6 +2,7 @@
 
 #include "forms/session/textes.h"
 #include "session/entretien.h"
+#include "ui/casesvisibles.h"
 #include "ui/texteqt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -29,6 +30,7 @@ CDialogIndex::CDialogIndex(ContexteUi& contexte, QWidget* parent)
     element->setCheckState(Qt::Checked);
     element->setData(Qt::UserRole, QString::fromLatin1(fichier.nom));
   }
+  m_fichiers.setItemDelegate(new CasesVisibles(&m_fichiers));
   m_fichiers.setCurrentRow(0);
   m_fichiers.setSpacing(m_fichiers.fontMetrics().height() / 8);
   m_fichiers.setMinimumWidth(m_fichiers.fontMetrics().averageCharWidth() * 48);

@@ -160,6 +160,31 @@ TEST_F(Assistants, UneSauvegardeProtegeeEtSonRetour) {
   EXPECT_EQ(LitUtilisateur(App(), CleDateSauvegarde), "01/03/2003");
 }
 
+// What an archive says of itself stands at its beginning: whether it is whole shows once it was read.
+TEST_F(Assistants, UneSauvegardeAbimeeAuMilieuEstDite) {
+  SauvegardeFaite bonne, abimee;
+  for (SauvegardeFaite* faite : {&bonne, &abimee})
+    ASSERT_FALSE(Sauvegarde(App(), {Ailleurs.Chemin(), false, {}}, *faite));
+  std::string octets = test::LitFichier(abimee.chemin);
+  octets[octets.size() - 100] ^= 1;
+  test::EcritFichier(abimee.chemin, octets);
+  ASSERT_FALSE(RetientDossier(App(), Ailleurs.Chemin()));
+  test::Robot robot;
+  robot.Attend("WizardRestauration", [](QDialog& f) {
+    TableListe& liste = Trouve<TableListe>(f, "liste");
+    ASSERT_EQ(liste.Modele().NbLignes(), 2);
+    const auto etats = [&] { return QStringList{liste.Modele().Champ(0, 4), liste.Modele().Champ(1, 4)}; };
+    const QDeadlineTimer patience(30'000);
+    while (etats().contains(u"Lecture..."_s) && !patience.hasExpired())
+      QApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    EXPECT_EQ(etats(), (QStringList{u"Endommagée"_s, u"Bonne"_s}));
+    EXPECT_TRUE(Lu(f, "detail").contains(u"est endommagée"_s)) << "the selected row says why at once";
+    EXPECT_FALSE(Actif(f, "suivant"));
+    Clique(Case(f, "annuler"));
+  });
+  CommandeRestauration(Ui);
+}
+
 TEST_F(Assistants, UneSauvegardeAbandonneeCompteQuandMeme) {
   test::Robot robot;
   const auto annule = [&](bool exercice) {
