@@ -190,7 +190,7 @@ void Sommes(Tableau& tableau, const Annee& annee, unsigned tours) {
   };
   const auto sommes = [&] {
     FichierDat dat;
-    if (dat.Ouvre(systeme, annee.Fichier("JOURNAL.dat"), 0) != 0 || dat.PremierFaux() != 0)
+    if (dat.Ouvre(systeme, annee.Fichier("JOURNAL.dat"), 0) != 0 || dat.VerifieTout() != 0)
       Echec("a sum is wrong");
   };
   Paires p = MesurePaires(tours, sommes, [&] { Lit(annee.Fichier("JOURNAL.dat")); });

@@ -4,13 +4,11 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <random>
 
-#include "store/partage.h"
 #include "store/qvapi.h"
 #include "store/remplacement.h"
 
@@ -219,20 +217,11 @@ int FichierDat::Verifie(const std::set<Position>& positions) {
   return std::all_of(positions.begin(), positions.end(), bonne) ? 0 : ErrEndommage;
 }
 
-Position FichierDat::PremierFaux() const {
-  const u32 nombre = entete.version < VersionSommes ? 0 : entete.emplacements;
-  if (nombre == 0) return 0;
-  const unsigned parts = NombreParts(u64{nombre} * entete.Pas());
-  std::array<Position, PartsMax> faux{};
-  Partage(parts, [&](unsigned part) {
-    const auto [debut, fin] = TrancheDe(part, parts, nombre, 1);
-    const u32 n = static_cast<u32>(fin - debut);
-    const Position premiere = static_cast<Position>(debut + 1);
-    const u32 place = n == 0 ? 0 : fenlor::PremierFaux(Place(premiere), n, entete.taille, premiere);
-    if (place < n) faux[part] = premiere + place;
-  });
-  const auto premier = std::find_if(faux.begin(), faux.end(), [](Position p) { return p != 0; });
-  return premier == faux.end() ? 0 : *premier;
+int FichierDat::VerifieTout() const {
+  if (entete.version < VersionSommes) return 0;
+  Position faux = 0;
+  const int rc = FauxDuFichier(*m_fichier, DebutEmplacements, entete.emplacements, entete.taille, faux);
+  return rc == 0 && faux != 0 ? ErrEndommage : rc;
 }
 
 int FichierDat::Convertit(Systeme& systeme) {

@@ -94,8 +94,8 @@ class FichierDat {
   bool EstJuste(Position position) const;
   /// ErrEndommage when the sum of one of these slots is wrong.
   int Verifie(const std::set<Position>& positions);
-  /// First slot whose sum is wrong, 0 for none.
-  Position PremierFaux() const;
+  /// 0 when the sums of all committed slots are right, else ErrEndommage or errno.
+  int VerifieTout() const;
   /// Writes a file of version 1 anew with sums and puts it in its place, which is durable then. The object
   /// keeps the old one.
   int Convertit(Systeme& systeme);

@@ -397,7 +397,7 @@ bool Moteur::Etat::OuvreDat(u16 numero, const std::string& chemin) {
     if (const int rc = o->dat.Convertit(systeme)) return Echec(rc, chemin);
     return OuvreDat(numero, chemin);
   }
-  if (o->def && o->dat.PremierFaux()) return Echec(ErrEndommage, chemin);
+  if (const int rc = o->def ? o->dat.VerifieTout() : 0) return Echec(rc, chemin);
   if (o->def) o->dat.PoseMarque(o->def->marque);
   o->emplacements = e.emplacements;
   o->tete = e.tete;

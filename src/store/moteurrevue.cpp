@@ -141,7 +141,7 @@ Moteur::Revue Moteur::PasseEnRevue(u16 numFichier) {
   revue.cles = o->def->nbCles == 0 ||
                (avecCles && std::all_of(enOrdre.begin(), enOrdre.begin() + cles, std::identity()) &&
                 presentes == voulues);
-  revue.sommes = o->dat.PremierFaux() == 0;
+  revue.sommes = o->dat.VerifieTout() == 0;
   return revue;
 }
 

@@ -1,6 +1,5 @@
 #include "store/somme.h"
 
-#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstring>
@@ -97,46 +96,6 @@ void SommesDe(const u8* octets, u32 nombre, std::size_t taille, std::size_t pas,
     TroisParInstruction(octets + i * pas, taille, pas, sommes + i);
 #endif
   for (; i < nombre; ++i) sommes[i] = Crc32c(octets + i * pas, taille);
-}
-
-u32 SommeEmplacement(const u8* rec, u32 taille, Position position) {
-  assert(rec && position != 0);
-  return Crc32c(&position, sizeof position, Crc32c(rec, taille));
-}
-
-bool SommeJuste(const u8* emplacement, u32 taille, Position position) {
-  u32 somme;
-  std::memcpy(&somme, emplacement + taille, sizeof somme);
-  return somme == SommeEmplacement(emplacement, taille, position);
-}
-
-u32 PremierFaux(const u8* emplacements, u32 nombre, u32 taille, Position premiere) {
-  constexpr u32 ensemble = 48;
-  const std::size_t pas = taille + TailleSomme;
-  u32 sommes[ensemble];
-  for (u32 debut = 0; debut < nombre; debut += ensemble) {
-    const u32 n = std::min(ensemble, nombre - debut);
-    assert(n > 0 && n <= ensemble);
-    const u8* place = emplacements + debut * pas;
-    SommesDe(place, n, taille, pas, sommes);
-    for (u32 i = 0; i < n; ++i) {
-      const Position position = premiere + debut + i;
-      u32 somme;
-      std::memcpy(&somme, place + i * pas + taille, sizeof somme);
-      if (somme != Crc32c(&position, sizeof position, sommes[i])) return debut + i;
-    }
-  }
-  return nombre;
-}
-
-bool RepareBit(u8* emplacement, u32 taille, Position position) {
-  for (u32 bit = 0; bit < (taille + TailleSomme) * 8; ++bit) {
-    const u8 masque = static_cast<u8>(1u << bit % 8);
-    emplacement[bit / 8] ^= masque;
-    if (SommeJuste(emplacement, taille, position)) return true;
-    emplacement[bit / 8] ^= masque;
-  }
-  return false;
 }
 
 }  // namespace fenlor

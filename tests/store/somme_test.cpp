@@ -59,6 +59,37 @@ TEST(Somme, DeToutUnFichierEstCelleDeChaqueMorceau) {
   }
 }
 
+TEST(Somme, DUnFichierLuParMorceauxNommeLePremierFaux) {
+  constexpr u32 nombre = 12'000, taille = 505, pas = taille + TailleSomme, debut = 10;
+  std::vector<u8> octets(debut + nombre * pas, 7);
+  for (u32 i = 0; i < nombre; ++i) {
+    u8* rec = &octets[debut + i * pas];
+    const u32 somme = SommeEmplacement(rec, taille, i + 1);
+    std::memcpy(rec + taille, &somme, sizeof somme);
+  }
+  const DossierTemporaire dossier;
+  SystemePosix posix;
+  SystemeFautif systeme(posix);
+  std::unique_ptr<Fichier> fichier;
+  ASSERT_EQ(systeme.Ouvre(dossier.Chemin() + "/f", Systeme::Creation, fichier), 0);
+  ASSERT_EQ(fichier->Ecrit(octets.data(), octets.size(), 0), 0);
+  const auto trouve = [&](u32 combien) {
+    Position faux = 99;
+    EXPECT_EQ(FauxDuFichier(*fichier, debut, combien, taille, faux), 0);
+    return faux;
+  };
+  EXPECT_EQ(trouve(nombre), 0u);
+  EXPECT_EQ(trouve(nombre + 3), nombre + 1) << "missing";
+  for (const u32 place : {nombre, nombre / 2 + 1, nombre / 2, 481u, 480u, 1u}) {
+    const u8 touche = 5;
+    ASSERT_EQ(fichier->Ecrit(&touche, 1, debut + u64{place - 1} * pas + place % pas), 0);
+    EXPECT_EQ(trouve(nombre), place);
+  }
+  systeme.Programme(1, EIO, SystemeFautif::Lectures, false);
+  Position faux = 0;
+  EXPECT_EQ(FauxDuFichier(*fichier, debut, nombre, taille, faux), EIO);
+}
+
 class Sommes : public testing::Test {
  protected:
   void SetUp() override {
