@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -71,9 +72,9 @@ std::string Style(unsigned style) {
 }
 
 void AjouteImprime(std::string& sortie, std::string_view texte) {
-  const std::size_t debut = sortie.size();
+  std::size_t place = sortie.size();
   sortie += texte;
-  std::replace(sortie.begin() + static_cast<std::ptrdiff_t>(debut), sortie.end(), BlancFin, '\xA0');
+  while ((place = sortie.find(BlancFin, place)) != std::string::npos) sortie[place] = '\xA0';
 }
 
 std::string ElementJson(const ElementPage& e, i32 ligne) {
@@ -92,19 +93,29 @@ std::string ElementJson(const ElementPage& e, i32 ligne) {
 
 /// Windows-1252: a page becomes UTF-8 as a whole.
 void AjouteElement(std::string& sortie, const ElementPage& e, i32 ligne) {
-  for (const i64 nombre : {i64{e.page}, i64{e.cadre.gauche}, i64{e.cadre.droite}, i64{ligne}})
-    (sortie += std::to_string(nombre)) += '\t';
+  char tete[64];
+  char* place = tete;
+  for (const i64 nombre : {i64{e.page}, i64{e.cadre.gauche}, i64{e.cadre.droite}, i64{ligne}}) {
+    place = std::to_chars(place, std::end(tete), nombre).ptr;
+    *place++ = '\t';
+  }
+  sortie.append(tete, place);
   (sortie += Genre(e)) += '\t';
-  (sortie += e.style ? Style(e.style) : "-") += '\t';
+  if (e.style)
+    sortie += Style(e.style);
+  else
+    sortie += '-';
+  sortie += '\t';
   AjouteImprime(sortie, e.texte);
   sortie += '\n';
 }
 
 std::string TexteDePage(bool json, const std::vector<ElementPage>& elements, i32 interligne) {
   assert(interligne > 0);
+  constexpr std::size_t parElement = 48;  // of most of them
   std::string texte;
+  texte.reserve(elements.size() * parElement);
   for (const ElementPage& e : elements) {
-    assert(interligne > 0);
     const i32 ligne = e.cadre.haut / interligne + 1;
     if (json)
       texte += ElementJson(e, ligne);

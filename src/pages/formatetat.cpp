@@ -61,7 +61,11 @@ void ArgumentEtat::Ajoute(std::string& sortie, std::size_t largeur, int precisio
   } else if (precision >= 0) {
     texte = texte.substr(0, static_cast<std::size_t>(precision));
   }
-  const std::size_t manque = largeur > texte.size() ? largeur - texte.size() : 0;
+  if (largeur <= texte.size()) {
+    sortie.append(texte);
+    return;
+  }
+  const std::size_t manque = largeur - texte.size();
   if (aGauche) {
     sortie.append(texte).append(manque, ' ');
   } else if (zeros && m_genre == Genre::Nombre) {

@@ -15,14 +15,16 @@ constexpr std::size_t tailleArgument = 3;
 /// Nothing is drawn as far away as this; sums of positions stay within 32 bits.
 constexpr i32 loin = 1 << 29;
 
-/// What a code does to the text before it: draws it, and parts it from what follows.
+/// What a code does to the text before it: draws it, and parts it from what follows. `marque`: the byte is no
+/// text itself.
 struct Effet {
-  bool dessine = false, separe = false;
+  bool dessine = false, separe = false, marque = false;
 };
 constexpr std::array<Effet, 256> Effets = [] {
   std::array<Effet, 256> effets{};
   for (const char code : std::string_view("0123BIULTMNCR")) effets[static_cast<u8>(code)].dessine = true;
   for (const char code : std::string_view("123LTMNCR")) effets[static_cast<u8>(code)].separe = true;
+  for (const char marque : std::string_view("\\\n\r")) effets[static_cast<u8>(marque)].marque = true;
   return effets;
 }();
 
@@ -30,11 +32,14 @@ i32 Avance(i32 position, i32 de) { return std::min(loin, position + std::min(loi
 
 /// At most three characters: blanks, then digits up to the first other one.
 i32 LitArgument(std::string_view texte) {
-  texte = texte.substr(0, tailleArgument);
-  texte.remove_prefix(std::min(texte.find_first_not_of(' '), texte.size()));
+  const auto chiffre = [&](std::size_t i) { return static_cast<u8>(texte[i] - '0'); };
+  if (texte.size() >= tailleArgument && chiffre(0) <= 9 && chiffre(1) <= 9 && chiffre(2) <= 9)
+    return chiffre(0) * 100 + chiffre(1) * 10 + chiffre(2);
+  const std::size_t fin = std::min(tailleArgument, texte.size());
+  std::size_t i = 0;
+  while (i < fin && texte[i] == ' ') ++i;
   i32 valeur = 0;
-  for (std::size_t i = 0; i < texte.size() && texte[i] >= '0' && texte[i] <= '9'; ++i)
-    valeur = valeur * 10 + (texte[i] - '0');
+  for (; i < fin && chiffre(i) <= 9; ++i) valeur = valeur * 10 + chiffre(i);
   assert(valeur >= 0 && valeur < 1000);
   return valeur;
 }
@@ -54,7 +59,7 @@ void InterpreteEtat::FinitPage() { m_lignes.Dessine(); }
 
 i32 InterpreteEtat::InterpreteTexte(i32 depart, std::string_view texte) {
   Plume plume{depart, m_etat.margeGauche, 0, {}, texte.substr(0, texte.find('\0'))};
-  const auto estMarque = [](char c) { return c == '\\' || c == '\n' || c == '\r'; };
+  const auto estMarque = [](char c) { return Effets[static_cast<u8>(c)].marque; };
   while (!plume.source.empty()) {
     const auto marque = std::find_if(plume.source.begin(), plume.source.end(), estMarque);
     plume.run.append(plume.source.begin(), marque);
@@ -166,18 +171,19 @@ unsigned InterpreteEtat::Style() const {
 }
 
 i32 InterpreteEtat::DessineRun(Plume& plume) {
-  if (plume.run.empty()) return 0;
-  std::string run = std::exchange(plume.run, {});
+  std::string& run = plume.run;
+  if (run.empty()) return 0;
   if (Papier().aligne && FinitAColonne()) run.erase(run.find_last_not_of(' ') + 1);
   if (Papier().milliers) GroupeMilliers(run, FinitAColonne());
   const Etendue etendue = m_peripherique.Mesure(Style(), run);
   assert(etendue.largeur >= 0 && etendue.hauteur >= 0);
   if (plume.texte && plume.yTexte == plume.y) {
-    m_lignes.Continue(*plume.texte, Style(), std::move(run), etendue.largeur);
+    m_lignes.Continue(*plume.texte, Style(), run, etendue.largeur);
   } else {
-    plume.texte = m_lignes.Commence(PlaceRun(plume, etendue), Style(), std::move(run), etendue.largeur);
+    plume.texte = m_lignes.Commence(PlaceRun(plume, etendue), Style(), run, etendue.largeur);
     plume.yTexte = plume.y;
   }
+  run.clear();
   return etendue.largeur;
 }
 

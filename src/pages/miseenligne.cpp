@@ -4,6 +4,7 @@
 #include <array>
 #include <cassert>
 #include <limits>
+#include <map>
 #include <utility>
 
 namespace fenlor {
@@ -29,20 +30,18 @@ i32 Milieu(i32 a, i32 b) { return static_cast<i32>((i64{a} + b) / 2); }
 }  // namespace
 
 void GroupeMilliers(std::string& run, bool colonne) {
-  constexpr std::string_view chiffres = "0123456789";
   constexpr std::size_t millier = 3, cents = 2;
-  if (!EstNombre(run)) return;
-  const std::size_t debut = run.find_first_of(chiffres);
-  if (debut == std::string::npos) return;
-  const std::size_t unites = std::min(run.find_first_not_of(chiffres, debut), run.size());
+  const auto place = [&](bool chiffre, std::size_t i) {
+    while (i < run.size() && (run[i] >= '0' && run[i] <= '9') != chiffre) ++i;
+    return i;
+  };
+  const std::size_t debut = place(true, 0), unites = place(false, debut);
+  if (unites <= debut + millier || !EstNombre(run)) return;
   const bool virgule = unites < run.size() && run[unites] == ',';
-  const std::size_t fin =
-      virgule ? std::min(run.find_first_not_of(chiffres, unites + 1), run.size()) : unites;
+  const std::size_t fin = virgule ? place(false, unites + 1) : unites;
   // Nothing else that counts: a date is no amount.
-  if ((virgule ? fin - unites - 1 != cents : !colonne) ||
-      run.find_first_of(chiffres, fin) != std::string::npos)
-    return;
-  for (std::size_t place = unites; place > debut + millier;) run.insert(place -= millier, 1, BlancFin);
+  if ((virgule ? fin - unites - 1 != cents : !colonne) || place(true, fin) != run.size()) return;
+  for (std::size_t i = unites; i > debut + millier;) run.insert(i -= millier, 1, BlancFin);
 }
 
 bool MiseEnLigne::Groupe::AGauche() const { return place.alignement == Alignement::Gauche || place.debute; }
@@ -66,25 +65,27 @@ bool MiseEnLigne::Groupe::Figure() const {
   return nombre || (place.alignement == Alignement::Droite && !place.debute);
 }
 
-std::size_t MiseEnLigne::Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur) {
+std::size_t MiseEnLigne::Commence(const PlaceTexte& place, unsigned style, std::string_view run,
+                                  i32 largeur) {
   m_groupes.push_back({place});
   const std::size_t texte = m_groupes.size() - 1;
-  Continue(texte, style, std::move(run), largeur);
+  Continue(texte, style, run, largeur);
   return texte;
 }
 
-void MiseEnLigne::Continue(std::size_t texte, unsigned style, std::string run, i32 largeur) {
+void MiseEnLigne::Continue(std::size_t texte, unsigned style, std::string_view run, i32 largeur) {
   assert(texte < m_groupes.size() && largeur >= 0);
   Groupe& groupe = m_groupes[texte];
   groupe.largeur += largeur;
   groupe.nombre = groupe.nombre && (EstNombre(run) || (groupe.premier == Aucun && run.size() <= tailleSigle));
   (groupe.premier == Aucun ? groupe.premier : m_runs[groupe.dernier].suivant) = m_runs.size();
   groupe.dernier = m_runs.size();
-  m_runs.push_back({style, std::move(run), largeur, texte, {}});
+  m_runs.push_back({style, m_textes.size(), run.size(), largeur, texte, {}});
+  m_textes += run;
 }
 
 void MiseEnLigne::Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
-  m_runs.push_back({0, {}, epaisseur, Aucun, {gauche, y, droite, y}});
+  m_runs.push_back({0, 0, 0, epaisseur, Aucun, {gauche, y, droite, y}});
 }
 
 void MiseEnLigne::Dessine() {
@@ -94,26 +95,24 @@ void MiseEnLigne::Dessine() {
   const auto avant = [&](auto a, auto b) { return cle(a) < cle(b); };
   // As they came, but where a heading or a footer stands among them.
   if (!std::is_sorted(ordre.begin(), ordre.end(), avant)) std::stable_sort(ordre.begin(), ordre.end(), avant);
-  std::vector<std::size_t> ligne;
-  std::map<i32, bool> grasses;  // lines by their first text
-  for (std::size_t i = 0; i < ordre.size(); ++i) {
-    const i32 haut = m_groupes[ordre[i]].place.haut;
-    if (m_papier.bandes) grasses.try_emplace(haut, m_runs[m_groupes[ordre[i]].premier].style & StyleGras);
-    ligne.push_back(ordre[i]);
-    if (i + 1 < ordre.size() && m_groupes[ordre[i + 1]].place.haut == haut) continue;
-    PlaceLigne(ligne);
-    ligne.clear();
+  Lignes lignes;
+  for (std::size_t debut = 0, fin = 0; debut < ordre.size(); debut = fin) {
+    const Groupe& premier = m_groupes[ordre[debut]];
+    while (fin < ordre.size() && m_groupes[ordre[fin]].place.haut == premier.place.haut) ++fin;
+    lignes.emplace_back(premier.place.haut, m_runs[premier.premier].style & StyleGras);
+    PlaceLigne(std::span(ordre).subspan(debut, fin - debut));
   }
-  DessineBandes(grasses);
+  DessineBandes(lignes);
   for (const Run& run : m_runs) {
     assert(run.groupe == Aucun || run.groupe < m_groupes.size());
     if (run.groupe == Aucun)
       DessineTrait(run.cadre, run.largeur);
     else
-      m_peripherique.DessineTexte(run.style, run.cadre, m_groupes[run.groupe].place.alignement, run.texte);
+      m_peripherique.DessineTexte(run.style, run.cadre, m_groupes[run.groupe].place.alignement, TexteDe(run));
   }
   m_runs.clear();
   m_groupes.clear();
+  m_textes.clear();
 }
 
 void MiseEnLigne::DessineTrait(const Rectangle& cadre, i32 epaisseur) {
@@ -123,12 +122,12 @@ void MiseEnLigne::DessineTrait(const Rectangle& cadre, i32 epaisseur) {
     m_peripherique.DessineTrait(cadre.gauche, cadre.droite, cadre.haut, epaisseur);
 }
 
-void MiseEnLigne::DessineBandes(const std::map<i32, bool>& grasses) {
+void MiseEnLigne::DessineBandes(const Lignes& lignes) {
   if (!m_papier.bandes) return;
   std::map<i32, Rectangle> bandes;
   const auto grasse = [&](i32 haut) {
-    const auto ligne = grasses.find(haut);
-    return haut >= m_sansBande && ligne != grasses.end() && ligne->second;
+    const auto ligne = std::lower_bound(lignes.begin(), lignes.end(), std::pair(haut, false));
+    return haut >= m_sansBande && ligne != lignes.end() && *ligne == std::pair(haut, true);
   };
   for (const Run& run : m_runs) {
     if (run.groupe != Aucun) continue;
@@ -143,7 +142,7 @@ void MiseEnLigne::DessineBandes(const std::map<i32, bool>& grasses) {
   for (const auto& [haut, cadre] : bandes) m_peripherique.Remplit(cadre, Ton::Bande);
 }
 
-void MiseEnLigne::PlaceLigne(const std::vector<std::size_t>& ligne) {
+void MiseEnLigne::PlaceLigne(std::span<const std::size_t> ligne) {
   i32 libre = rienAGauche;  // behind the texts that are placed
   for (std::size_t i = 0; i < ligne.size(); ++i) {
     Groupe& groupe = m_groupes[ligne[i]];
@@ -205,7 +204,7 @@ i32 MiseEnLigne::Place(Groupe& groupe, i32 gauche, i32 droite) {
 void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
   assert(groupe.premier != Aucun && place > 0);
   const auto large = [&](const Run& run, std::size_t n) {
-    return i64{m_peripherique.Mesure(run.style, run.texte.substr(0, n) + suite).largeur};
+    return i64{m_peripherique.Mesure(run.style, std::string(TexteDe(run).substr(0, n)) + suite).largeur};
   };
   const auto tient = [&](i64 largeur) { return largeur * m_papier.etroitesse <= i64{place} * 100; };
   i64 avant = 0;
@@ -216,15 +215,18 @@ void MiseEnLigne::Raccourcit(Groupe& groupe, i32 place) {
     avant = apres;
   }
   Run& run = m_runs[dernier];
-  std::size_t de = 0, a = run.texte.size();
+  std::size_t de = 0, a = run.taille;
   while (de < a) {
     const std::size_t n = (de + a + 1) / 2;
     tient(avant + large(run, n)) ? de = n : a = n - 1;
   }
-  run.texte.resize(de);
-  while (!run.texte.empty() && run.texte.back() == ' ') run.texte.pop_back();
-  run.texte += suite;
-  run.largeur = m_peripherique.Mesure(run.style, run.texte).largeur;
+  std::string texte(TexteDe(run).substr(0, de));
+  texte.resize(texte.find_last_not_of(' ') + 1);
+  texte += suite;
+  run.debut = m_textes.size();
+  run.taille = texte.size();
+  m_textes += texte;
+  run.largeur = m_peripherique.Mesure(run.style, texte).largeur;
   for (std::size_t i = run.suivant; i != Aucun; i = m_runs[i].suivant) m_runs[i].largeur = 0;
   groupe.largeur = avant + run.largeur;
 }

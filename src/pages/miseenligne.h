@@ -7,9 +7,11 @@
 #pragma once
 
 #include <algorithm>
-#include <map>
+#include <cassert>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "pages/miseenpage.h"
@@ -41,12 +43,16 @@ class MiseEnLigne {
       : m_page(page),
         m_papier(DessinDe(page.style)),
         m_ecart(std::max(1, page.unite * 3 / 4)),
-        m_peripherique(peripherique) {}
+        m_peripherique(peripherique) {
+    m_runs.reserve(RunsParPage);
+    m_groupes.reserve(RunsParPage);
+    m_textes.reserve(RunsParPage * 16);
+  }
 
   /// Begins a text with its first run, whose width is that of the device. The text's number.
-  std::size_t Commence(const PlaceTexte& place, unsigned style, std::string run, i32 largeur);
+  std::size_t Commence(const PlaceTexte& place, unsigned style, std::string_view run, i32 largeur);
   /// A further run of a text.
-  void Continue(std::size_t texte, unsigned style, std::string run, i32 largeur);
+  void Continue(std::size_t texte, unsigned style, std::string_view run, i32 largeur);
   void Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur);
   /// What stands above this height is no heading of a table.
   void SansBande(i32 haut) { m_sansBande = haut; }
@@ -55,9 +61,10 @@ class MiseEnLigne {
 
  private:
   static constexpr std::size_t Aucun = static_cast<std::size_t>(-1);
+  static constexpr std::size_t RunsParPage = 512;  ///< of most pages
   struct Run {
     unsigned style = 0;
-    std::string texte;
+    std::size_t debut = 0, taille = 0;  ///< its text in `m_textes`
     i32 largeur = 0;
     std::size_t groupe = 0;  ///< its text, or `Aucun`: a rule in `cadre`, as thick as `largeur`
     Rectangle cadre{};
@@ -74,9 +81,16 @@ class MiseEnLigne {
     i32 Reserve() const;   ///< where it begins if it keeps to its column
     bool Figure() const;
   };
-  void PlaceLigne(const std::vector<std::size_t>& ligne);
+  /// Each line of the page: its height, and whether its first text is bold. From the top down.
+  using Lignes = std::vector<std::pair<i32, bool>>;
+  std::string_view TexteDe(const Run& run) const {
+    assert(run.debut + run.taille <= m_textes.size());
+    return std::string_view(m_textes).substr(run.debut, run.taille);
+  }
+  /// The texts of one line, from the left.
+  void PlaceLigne(std::span<const std::size_t> ligne);
   /// A tint behind each bold line beside a rule, and behind its bold neighbours.
-  void DessineBandes(const std::map<i32, bool>& grasses);
+  void DessineBandes(const Lignes& lignes);
   void DessineTrait(const Rectangle& cadre, i32 epaisseur);
   i32 Borne(const Groupe& groupe, const Groupe& suivant) const;
   /// The drawn right edge.
@@ -89,6 +103,7 @@ class MiseEnLigne {
   i32 m_sansBande = 0;
   i32 m_ecart;  ///< between two neighbours; two thirds of it behind a number on the left
   Peripherique& m_peripherique;
+  std::string m_textes;  ///< of all runs, one behind the other
   std::vector<Run> m_runs;
   std::vector<Groupe> m_groupes;
 };

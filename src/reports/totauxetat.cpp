@@ -1,6 +1,6 @@
 #include "reports/totauxetat.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "core/valeurs.h"
 #include "store/texte1252.h"
@@ -8,14 +8,15 @@
 namespace fenlor {
 
 ColonnesEtat CEtatTotaux::ColonnesTotaux(const SommesEtat& sommes) const {
-  const f64 debitFranc = SommeNette(sommes.debitFranc), debitEuro = SommeNette(sommes.debitEuro);
-  const f64 creditFranc = SommeNette(sommes.creditFranc), creditEuro = SommeNette(sommes.creditEuro);
   if (AfficheDouble())
-    return {FormatFranc(debitFranc), FormatEuro(debitEuro), FormatFranc(creditFranc), FormatEuro(creditEuro)};
-  const f64 solde = SommeNette(AnneeEuro() ? debitEuro - creditEuro : debitFranc - creditFranc);
-  const std::string montant = solde > 0 ? MontantAnnee(solde, solde) : MontantAnnee(-solde, -solde);
-  return {MontantAnnee(debitFranc, debitEuro), MontantAnnee(creditFranc, creditEuro),
-          solde > 0 ? montant : std::string(), solde > 0 ? std::string() : montant};
+    return {FormatFranc(SommeNette(sommes.debitFranc)), FormatEuro(SommeNette(sommes.debitEuro)),
+            FormatFranc(SommeNette(sommes.creditFranc)), FormatEuro(SommeNette(sommes.creditEuro))};
+  const bool euro = AnneeEuro();
+  const f64 debit = SommeNette(euro ? sommes.debitEuro : sommes.debitFranc);
+  const f64 credit = SommeNette(euro ? sommes.creditEuro : sommes.creditFranc);
+  const f64 solde = SommeNette(debit - credit);
+  const auto montant = euro ? FormatEuro : FormatFranc;
+  return {montant(debit), montant(credit), montant(std::max(solde, 0.0)), montant(std::max(-solde, 0.0))};
 }
 
 ColonnesEtat CEtatTotaux::ColonnesMontant(const SommesEtat& sommes) const {

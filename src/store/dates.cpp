@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
-#include <cstdio>
+#include <charconv>
 
 #include "store/texte1252.h"
 
@@ -102,24 +102,31 @@ Date GetDate(const std::string& texte) {
 
 namespace {
 
-/// A part of a date, two digits at least.
-std::string& Ajoute(std::string& texte, unsigned nombre) {
-  if (nombre > 99) return texte.append(std::to_string(nombre));
-  texte += static_cast<char>('0' + nombre / 10);
-  return texte += static_cast<char>('0' + nombre % 10);
+constexpr std::size_t TailleMax = 16;  ///< of a date as text: three digits, three, five, and the bars
+
+/// A part of a date, two digits at least; behind it.
+char* Pose(char* place, unsigned nombre) {
+  if (nombre > 99) return std::to_chars(place, place + 5, nombre).ptr;
+  *place++ = static_cast<char>('0' + nombre / 10);
+  *place++ = static_cast<char>('0' + nombre % 10);
+  return place;
 }
 
-std::string& AjouteAnnee(std::string& texte, unsigned annee) {
-  return annee > 9999 ? Ajoute(texte, annee) : Ajoute(Ajoute(texte, annee / 100), annee % 100);
+char* PoseAnnee(char* place, unsigned annee) {
+  assert(annee <= 0xFFFF);
+  return annee > AnneeMaximale ? Pose(place, annee) : Pose(Pose(place, annee / 100), annee % 100);
 }
 
 }  // namespace
 
 std::string StrDate(Date date) {
-  std::string texte;
-  if (date == 0) return texte;
-  Ajoute(Ajoute(texte, Jour(date)) += '/', Mois(date)) += '/';
-  return AjouteAnnee(texte, Annee(date));
+  if (date == 0) return {};
+  char texte[TailleMax];
+  char* fin = Pose(texte, Jour(date));
+  *fin++ = '/';
+  fin = Pose(fin, Mois(date));
+  *fin++ = '/';
+  return {texte, PoseAnnee(fin, Annee(date))};
 }
 
 std::string StrLDate(Date date) {
@@ -134,8 +141,8 @@ std::string StrLDate(Date date) {
 }
 
 std::string StrSDate(Date date) {
-  std::string texte;
-  return Ajoute(Ajoute(AjouteAnnee(texte, Annee(date)), Mois(date)), Jour(date));
+  char texte[TailleMax];
+  return {texte, Pose(Pose(PoseAnnee(texte, Annee(date)), Mois(date)), Jour(date))};
 }
 
 std::string StrHHMM(Heure heure) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <cstring>
 #include <utility>
 
 #include "store/enregistrements.h"
@@ -78,17 +79,29 @@ unsigned LitPoint(std::string_view utf8, std::size_t i, u32& point) {
   return point < Minimum[longueur] || substitut || point > 0x10FFFF ? 0 : longueur;
 }
 
+/// How many bytes of plain ASCII a text begins with, looked at eight at a time.
+std::size_t LongueurAscii(std::string_view texte) {
+  constexpr u64 hauts = 0x8080808080808080;
+  std::size_t n = 0;
+  for (u64 mot; n + sizeof mot <= texte.size(); n += sizeof mot) {
+    std::memcpy(&mot, texte.data() + n, sizeof mot);
+    if (mot & hauts) break;
+  }
+  while (n < texte.size() && !(texte[n] & 0x80)) ++n;
+  return n;
+}
+
 }  // namespace
 
 std::string VersUtf8(std::string_view texte) {
   std::string sortie;
   sortie.reserve(texte.size() + texte.size() / 8);
   while (!texte.empty()) {
-    const auto haut = std::find_if(texte.begin(), texte.end(), [](char c) { return c & 0x80; });
-    sortie.append(texte.begin(), haut);
-    if (haut == texte.end()) break;
-    texte.remove_prefix(static_cast<std::size_t>(haut - texte.begin()) + 1);
-    const u8 octet = static_cast<u8>(*haut);
+    const std::size_t bas = LongueurAscii(texte);
+    sortie.append(texte.substr(0, bas));
+    if (bas == texte.size()) break;
+    const u8 octet = static_cast<u8>(texte[bas]);
+    texte.remove_prefix(bas + 1);
     const u32 point = octet <= 0x9F ? Hauts[octet - 0x80] : octet;
     if (point < 0x800) {
       sortie += static_cast<char>(0xC0 | (point >> 6));
