@@ -28,8 +28,8 @@ u32 SommeEmplacement(const u8* rec, u32 taille, Position position);
 bool SommeJuste(const u8* emplacement, u32 taille, Position position);
 /// The first of `nombre` slots, the first of them at `premiere`, whose sum is wrong; `nombre`: none.
 u32 PremierFaux(const u8* emplacements, u32 nombre, u32 taille, Position premiere);
-/// Reads the `nombre` slots that begin at the byte `debut` of a file, and finds the first one that is wrong or
-/// missing (`faux`, 0: none). 0 or errno.
+/// Reads the `nombre` slots that begin at the byte `debut` of a file, and finds the first one that is wrong
+/// or missing (`faux`, 0: none). 0 or errno.
 int FauxDuFichier(Fichier& fichier, u64 debut, u32 nombre, u32 taille, Position& faux);
 /// Finds the one bit of record or sum that makes the sum right and turns it back. False: there is none.
 bool RepareBit(u8* emplacement, u32 taille, Position position);
