@@ -20,7 +20,7 @@ campagne() {
     echo "$nom: see $sortie"
     fautives=1
   fi
-  grep -E 'killed|kills|cuts|failing|refused|deaths|bits|templates' "$sortie"
+  grep -E 'killed|kills|cuts|failing|failed|refused|deaths|bits|templates' "$sortie"
 }
 
 choisies=$*
@@ -38,5 +38,5 @@ campagne bascules tests_pannes 'UnDegat.*' FENLOR_BASCULES=3000
 campagne garde tests_pannes 'MortsGarde.*' FENLOR_MORTS=200
 campagne gardedisque tests_garde 'GardePannes.U*DisqueQuiManque*' FENLOR_PAS=1
 campagne pendantlasaisie tests_garde 'GardePannes.SauvegarderEntre*' FENLOR_SAISIES=10000
-campagne conversions tests_pannes 'Morts.UneConversion*' FENLOR_MORTS=100 FENLOR_LIGNES=300000
+campagne conversions tests_pannes 'MortsConversion.*' FENLOR_MORTS=100 FENLOR_LIGNES=300000
 exit $fautives

@@ -227,36 +227,6 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
   EXPECT_GE(tues, morts);
 }
 
-/// Books of the form before slots had sums are converted at their opening, however often that is killed.
-TEST_F(Morts, UneConversionTueeRecommence) {
-  const unsigned morts = Nombre("FENLOR_MORTS", 30);
-  unsigned tues = 0;
-  m_cabinet = m_dossier.Chemin() + "/ancien";
-  ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
-  m_comptes = LitComptes(m_cabinet);
-  std::string entree;
-  for (unsigned n = Nombre("FENLOR_LIGNES", 6000) / 3; n > 0; --n)
-    entree += LigneSaisie(m_comptes, true, "Piece " + std::to_string(n), 10 + n % 900, 10);
-  ASSERT_EQ(Ctl({"--cabinet", m_cabinet, "saisir", "--tout"}, entree).statut, 0);
-  const Resultat sain = Ctl({"--cabinet", m_cabinet, "exporter", "JOURNAL"});
-  ASSERT_EQ(sain.statut, 0) << sain.erreurs;
-  unsigned duree = 60'000;  // of a conversion, in microseconds; learned as it goes
-  for (bool finie = true; tues < morts; tues += !finie) {
-    if (finie) test::OteSommes(m_cabinet);
-    Enfant enfant({"--cabinet", m_cabinet, "balance"}, "/dev/null");
-    enfant.Ecoute(500 + Tire(duree));
-    enfant.Tue();
-    finie = enfant.Attend().statut != 128 + 9;
-    duree = finie ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
-  }
-  std::cout << tues << " conversions killed\n";
-  const Resultat apres = Ctl({"--cabinet", m_cabinet, "exporter", "JOURNAL"});
-  EXPECT_EQ(apres.statut, 0) << apres.erreurs;
-  EXPECT_TRUE(apres.sortie == sain.sortie);
-  const Resultat verifie = Ctl({"--cabinet", m_cabinet, "verifier"});
-  EXPECT_EQ(verifie.statut, 0) << verifie.sortie << verifie.erreurs;
-}
-
 /// The cheques of a slip are marked together, or none of them is.
 TEST_F(Morts, UneRemiseEstMarqueeEnEntier) {
   constexpr unsigned cheques = 150;
