@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <set>
@@ -480,7 +481,11 @@ bool SystemeCoupure::Range(const Arbre& avant, const Arbre& apres,
     if (m_posix.Ouvre(provisoire, Creation, fichier) || fichier->Ecrit(contenu.data(), contenu.size(), 0))
       return false;
     fichier.reset();
-    if (m_posix.Renomme(provisoire, chemin)) return false;
+    // A file that comes back has times of its own: on a fast machine this one's may be those of the tick in
+    // which another one of that name was sealed.
+    std::filesystem::last_write_time(
+        provisoire, std::filesystem::last_write_time(provisoire, erreur) + std::chrono::seconds(1), erreur);
+    if (erreur || m_posix.Renomme(provisoire, chemin)) return false;
   }
   return true;
 }

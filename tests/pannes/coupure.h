@@ -23,6 +23,8 @@ using Livres = std::map<u32, Attendu>;
 /// Emptied often: its syncs come between all others. The shipped size leaves each sync alone with its task.
 constexpr std::size_t ReprisePetite = 64 << 10;
 inline const std::size_t RepriseLivree = OptionsQVAPI().tailleReprise;
+/// Between the two: the large units leave the log for the tails of their files, whose syncs come alone.
+constexpr std::size_t RepriseMoyenne = 3u << 20;
 
 /// The practice on one disk, and what its books must hold.
 class Machine {

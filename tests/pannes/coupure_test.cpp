@@ -23,9 +23,8 @@ TEST_F(Coupure, AvecLeJournalDeRepriseLivre) {
   Joue(GrandeHistoire, 2, "", false);
 }
 
-/// Between the two: the large units leave the log for the tails of their files, whose syncs come alone.
 TEST_F(Coupure, AvecUnJournalDeRepriseMoyen) {
-  m_reprise = 3u << 20;
+  m_reprise = RepriseMoyenne;
   Joue(GrandeHistoire, 3, "", false);
 }
 
@@ -69,7 +68,7 @@ TEST_F(Coupure, CeQuUneSynchroManqueeAOublieEstEcritEncore) {
     {
       SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
       {
-        Machine machine(m_essai, systeme, RepriseLivree);
+        Machine machine(m_essai, systeme, RepriseMoyenne);
         machine.Commence(m_depart, m_modele);
         machine.Endure();
         machine.Ouvre();
