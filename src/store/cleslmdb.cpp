@@ -4,10 +4,13 @@
 // each save would cost as much as the save's sync. New keys are kept back in
 // arrays and written in key order before anything looks at that key.
 
+#include <fcntl.h>
 #include <lmdb.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cassert>
+#include <cerrno>
 #include <cstring>
 
 #include "store/magasincles.h"
@@ -23,6 +26,7 @@ constexpr std::size_t Avance = std::size_t{64} << 20;
 constexpr std::size_t OctetsParCle = 256;
 constexpr std::size_t RetenuesMax = 60000;
 constexpr std::size_t ChargeesMax = 16000;
+constexpr off_t Essai = 64 << 10;  ///< room asked for where a write failed
 
 int Traduit(int rc) {
   if (rc == 0) return 0;
@@ -211,9 +215,18 @@ class ClesLmdb : public MagasinCles {
     if (m_txn) {
       MDB_txn* txn = m_txn;
       m_txn = nullptr;
-      if (const int rc = mdb_txn_commit(txn)) return Traduit(rc);
+      if (const int rc = mdb_txn_commit(txn)) return rc == EIO ? RaisonDEchec() : Traduit(rc);
     }
     return Commence(false);
+  }
+
+  /// EIO stands for a write that was done in part, too: why there is no more room the system says again.
+  int RaisonDEchec() {
+    int fichier = -1;
+    struct stat etat {};
+    if (mdb_env_get_fd(m_env, &fichier) || fstat(fichier, &etat)) return EIO;
+    const int rc = posix_fallocate(fichier, etat.st_size, Essai);
+    return rc == ENOSPC || rc == EFBIG || rc == EDQUOT ? rc : EIO;
   }
 
   int Commence(bool vide) {

@@ -2,6 +2,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "store/livresdumoteur.h"
 #include "store/urgence.h"
 
@@ -52,6 +54,24 @@ TEST_F(ClesLmdbTest, LaPlaceReserveeSuitLeNombreDesCles) {
     magasin.reset();
     ASSERT_EQ(m_fabrique.Ouvre(chemin, false, cles, magasin), 0);
   }
+}
+
+/// What the system writes only in part has a reason, and it is told.
+TEST_F(ClesLmdbTest, UneEcritureCourteDitSaRaison) {
+  DescriptionCles cles;
+  cles.nombre = 1;
+  std::unique_ptr<MagasinCles> magasin;
+  ASSERT_EQ(m_fabrique.Ouvre(m_dossier / "JOURNAL.idx", true, cles, magasin), 0);
+  for (u32 n = 1; n <= 5000; ++n) ASSERT_EQ(magasin->AjouteNeuve(0, Texte(n), n), 0);
+  const auto avant = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limite{};
+  getrlimit(RLIMIT_FSIZE, &limite);
+  const rlimit courte{100'100, limite.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &courte);
+  const int rc = magasin->Engage(false);
+  setrlimit(RLIMIT_FSIZE, &limite);
+  std::signal(SIGXFSZ, avant);
+  EXPECT_EQ(rc, EFBIG);
 }
 
 #ifndef __SANITIZE_ADDRESS__  // which reserves more than any limit
