@@ -31,10 +31,11 @@ class Reponses {
     }
     return Dit(reponse) && m_contexte.Vide();
   }
-  /// The unit was not saved: what looked done is refused.
+  /// The unit was not saved: what looked done is refused. It is told once, whatever the number of lines.
   void RefuseTout(const Refus& refus) {
-    assert(refus && m_retenir);
+    assert(refus && m_retenir && !m_commun);
     m_refus = true;
+    m_commun = refus;
     for (ReponseSaisie& reponse : m_retenues)
       if (!reponse.refus) reponse.refus = refus;
   }
@@ -42,6 +43,10 @@ class Reponses {
     assert(m_retenir || m_retenues.empty());
     for (const ReponseSaisie& reponse : m_retenues)
       if (!Dit(reponse)) return false;
+    if (m_commun) {
+      m_contexte.Refuse(*m_commun);
+      m_contexte.Avertit(Texte(AvisRienDuTout));
+    }
     return m_contexte.Vide();
   }
   bool Refusees() const { return m_refus; }
@@ -55,11 +60,16 @@ class Reponses {
       ligne.Entier("erreur", reponse.refus.numero).Texte("texte", reponse.refus.texte);
     else
       ligne.Entier("mouvement", reponse.faite.mouvement).Entier("ligne", reponse.faite.ligne);
-    if (reponse.refus) m_contexte.Refuse(reponse.refus, reponse.entree);
+    if (reponse.refus && !EstCommun(reponse.refus)) m_contexte.Refuse(reponse.refus, reponse.entree);
     return m_contexte.Ecrit(ligne.Fin());
   }
 
+  bool EstCommun(const Refus& refus) const {
+    return m_commun && m_commun->numero == refus.numero && m_commun->texte == refus.texte;
+  }
+
   Contexte& m_contexte;
+  std::optional<Refus> m_commun;  ///< what all lines were refused for
   bool m_retenir;
   bool m_refus = false;
   std::vector<ReponseSaisie> m_retenues;

@@ -17,6 +17,9 @@ inline constexpr TexteFixe ErrLigneIllisible{3200, "Ligne %s : %s"};  ///< a lin
 inline constexpr TexteFixe ErrChampManquant{3204, "Le champ \"%s\" est obligatoire."};
 /// this fenlorctl writes no PDF
 inline constexpr TexteFixe ErrSansPdf{3270, "Ce fenlorctl est construit sans PDF."};
+
+// Warnings
+inline constexpr TexteFixe AvisRienDuTout{3595, "Aucune ligne n'est enregistrée : elles forment un seul tout."};
 // clang-format on
 
 }  // namespace fenlor

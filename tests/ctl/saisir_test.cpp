@@ -347,6 +347,9 @@ TEST_F(Saisir, DisquePleinAuMilieuDUnTout) {
   int nombre = 0;
   for (const Json& reponse : r.Objets()) EXPECT_EQ(reponse["erreur"], nombre++ == 7 ? 3204 : 3214) << reponse;
   EXPECT_EQ(nombre, Nombre);
+  // What all lines fail of is told once, behind what is wrong with one of them.
+  EXPECT_EQ(std::count(r.erreurs.begin(), r.erreurs.end(), '\n'), 3) << r.erreurs;
+  EXPECT_THAT(r.erreurs, HasSubstr("ligne 8 : Le champ"));
   EXPECT_TRUE(Journal().empty()) << "nothing of the unit may stay";
   Sain();
 }
