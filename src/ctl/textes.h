@@ -19,7 +19,8 @@ inline constexpr TexteFixe ErrChampManquant{3204, "Le champ \"%s\" est obligatoi
 inline constexpr TexteFixe ErrSansPdf{3270, "Ce fenlorctl est construit sans PDF."};
 
 // Warnings
-inline constexpr TexteFixe AvisRienDuTout{3595, "Aucune ligne n'est enregistrée : elles forment un seul tout."};
+inline constexpr TexteFixe AvisRienDuTout{
+    3595, "Aucune ligne n'est enregistrée : elles forment un seul tout."};
 // clang-format on
 
 }  // namespace fenlor

@@ -100,6 +100,15 @@ TEST_F(GrandsLivres, OnlyAccountsWithMovements) {
   verifie(Texte<CEtatCentralisationDoc>(), Texte<CEtatCentralisationDoc>(filtre));
 }
 
+TEST_F(GrandsLivres, TheWorkFileHasNoName) {
+  Installe(AffichageLivre::Euro);
+  const TemporaireAPart temporaire;
+  FichierCentral travail(App());
+  ASSERT_TRUE(travail.Cree());
+  EXPECT_TRUE(travail.Ajoute(FaitDate(1, 1, 2003), "7060000000", "5120000000", {}));
+  EXPECT_EQ(temporaire.Nombre(), 0u);
+}
+
 TEST_F(GrandsLivres, DetailMarkup) {
   for (const auto& [affichage, nom] : affichages) {
     PetitLivre::Installe(affichage);
