@@ -15,6 +15,7 @@ class CMainFrame;
 enum class Quand {
   Toujours,
   Exercice,        ///< an exercice is open
+  SansExercice,    ///< none is open
   ExerciceVivant,  ///< and it is not closed ("Cloture")
   ComboRempli,     ///< the exercice combo has at least one line
   NavigateurWeb,   ///< the desktop has a browser

@@ -83,6 +83,8 @@ bool Commandes::Disponible(const Commande& commande) const {
       return true;
     case Quand::Exercice:
       return app.ExerciceOuvert != 0;
+    case Quand::SansExercice:
+      return app.ExerciceOuvert == 0;
     case Quand::ExerciceVivant:
       return app.ExerciceOuvert != 0 && !app.Reglages.IsExerciceCloture();
     case Quand::ComboRempli:

@@ -104,10 +104,11 @@ void PageAccueil::Actualise() {
     Montre(TexteQ(AccueilExercice, {app.NomExercice}), TexteQ(clos ? AccueilCloture : AccueilQueFaire),
            {1012, 1013, 1014, 1016, 1020, CmdOptions, CmdPreferences, CmdProprietes, CmdAide});
   } else if (app.Magasin.GetExercicesRec() == 0) {
-    Montre(TexteQ(AccueilBienvenue), TexteQ(AccueilPremier), {CmdNouvelExercice, CmdDemonstration, CmdAide});
+    Montre(TexteQ(AccueilBienvenue), TexteQ(AccueilPremier),
+           {CmdNouvelExercice, CmdRestaurerCabinet, CmdDemonstration, CmdAide});
   } else {
     Montre(TexteQ(AccueilAucun), TexteQ(AccueilChoisir),
-           {CmdOuvrirExercice, CmdNouvelExercice, CmdDemonstration, CmdAide});
+           {CmdOuvrirExercice, CmdNouvelExercice, CmdRestaurerCabinet, CmdDemonstration, CmdAide});
   }
 }
 

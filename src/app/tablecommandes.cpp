@@ -444,6 +444,8 @@ constexpr Commande table[] = {
 
     {7002, M::Aucun, false, "Exercice", "", "exercice-ouvert", "", Si::ComboRempli, SelectionExercice,
      "Choisit l'exercice sur lequel vous travaillez."},
+    {9015, M::Aucun, false, "Restaurer une sauvegarde...", "", "restaurer", "", Si::SansExercice,
+     De<CommandeRestaureCabinet>, "Ramène les livres d'une autre machine, ou d'avant une panne."},
 };
 
 constexpr const char* titres[] = {"&Fichier", "&Edition",   "&Comptabilité", "E&tats",   "T&raitements",

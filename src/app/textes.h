@@ -63,8 +63,8 @@ inline constexpr TexteFixe AccueilCloture{5852,
 inline constexpr TexteFixe AccueilBienvenue{5853, "Bienvenue dans Fenlor"};
 inline constexpr TexteFixe AccueilPremier{5854,
     "Ce cabinet n'a pas encore d'exercice. Commencez par en créer un : Fenlor prépare les comptes, "
-    "les rubriques de la 2035 et les journaux. Le cabinet de démonstration montre trois années déjà "
-    "tenues."};
+    "les rubriques de la 2035 et les journaux. Une sauvegarde ramène les livres d'une autre machine. Le "
+    "cabinet de démonstration montre trois années déjà tenues."};
 inline constexpr TexteFixe AccueilAucun{5855, "Aucun exercice n'est ouvert"};
 inline constexpr TexteFixe AccueilChoisir{5856, "Choisissez un exercice dans la barre d'outils, ou :"};
 inline constexpr TexteFixe SituationTresorerie{6762, "Trésorerie"};

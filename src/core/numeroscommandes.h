@@ -77,6 +77,7 @@ enum NumeroCommande : unsigned {
   CmdFermerFenetre = 9012,
   CmdFermerFenetres = 9013,
   CmdFenetreSuivante = 9014,
+  CmdRestaurerCabinet = 9015,
   CmdOnglets = 9090,
   CmdColonnes = 9091,
   CmdAgrandirTextes = 9092,

@@ -10,6 +10,7 @@
 #include "app/programme.h"
 #include "auto/modeleauto.h"
 #include "forms/session/comboexercices.h"
+#include "garde/sauvegarde.h"
 #include "journal/choixcomptes.h"
 #include "outils/uidetest.h"
 #include "store/motdepasse.h"
@@ -107,6 +108,28 @@ TEST_F(DemarrageTest, DuPremierLancementALaFermeture) {
   robot.Attend("DialogOpenExercice", [](QDialog& d) { d.reject(); });
   ASSERT_TRUE(Demarre());
   EXPECT_EQ(App().NomExercice, "");
+}
+
+TEST_F(DemarrageTest, SurUneAutreMachine) {
+  PremierDemarrage();
+  const DossierTemporaire copies{true}, neuve;
+  SauvegardeFaite faite;
+  ASSERT_FALSE(Sauvegarde(App(), {copies.Chemin(), true, {}}, faite));
+  Arrete();
+
+  OptionsProgramme options = Options();
+  options.ligne.pathCabinet = neuve.Chemin();
+  Robot robot;
+  robot.Attend("DialogNewExercice", [](QDialog& d) { d.reject(); });
+  ASSERT_TRUE(Demarre(options));
+  robot.Attend("WizardRestauration", [&](QDialog& d) {
+    Trouve<QComboBox>(d, "dossier").setCurrentText(QString::fromStdString(copies.Chemin()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Trouve<QAbstractButton>(d, "suivant").isEnabled(); }, 30'000));
+    for (const char* nom : {"suivant", "faire", "fermer"}) Clique(Trouve<QAbstractButton>(d, nom));
+  });
+  const std::string bouton = "commande" + std::to_string(CmdRestaurerCabinet);
+  Clique(Trouve<QAbstractButton>(m_programme->Cadre(), bouton.c_str()));
+  EXPECT_EQ(m_programme->Cadre().Combo().count(), 1);
 }
 
 /// At the start, when an exercice is opened, when another is chosen in the bar: each morning once.

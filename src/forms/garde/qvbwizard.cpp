@@ -4,6 +4,7 @@
 
 #include "forms/garde/wizardrestauration.h"
 #include "forms/garde/wizardsauvegarde.h"
+#include "forms/session/commandesexercice.h"
 #include "garde/optionssauvegarde.h"
 
 namespace fenlor {
@@ -37,6 +38,11 @@ Manifeste QVBWizard(ContexteUi& contexte, QWidget* parent, u32 mode, const BlocS
 
 void CommandeSauvegarde(ContexteUi& contexte) { Lance(contexte, ModeSauve); }
 void CommandeRestauration(ContexteUi& contexte) { Lance(contexte, ModeRestaure); }
+
+void CommandeRestaureCabinet(ContexteUi& contexte) {
+  assert(!contexte.App.ExerciceOuvert);
+  if (RouvreCabinet(contexte)) CommandeRestauration(contexte);
+}
 
 Manifeste SauvegardeMaintenant(ContexteUi& contexte) {
   return Lance(contexte, ModeSauve, LitOptionsSauvegarde(contexte.App).finDeSession);

@@ -24,5 +24,8 @@ void CommandeSauvegarde(ContexteUi& contexte);
 /// this one is proposed as that copy. What was saved.
 Manifeste SauvegardeMaintenant(ContexteUi& contexte);
 void CommandeRestauration(ContexteUi& contexte);
+/// A restoration where no exercice is open: on a new machine, or when the books do not open any more. It asks
+/// for the password of the practice, as the opening of an exercice does.
+void CommandeRestaureCabinet(ContexteUi& contexte);
 
 }  // namespace fenlor

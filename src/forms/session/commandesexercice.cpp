@@ -13,9 +13,6 @@
 
 namespace fenlor {
 
-namespace {
-
-/// The practice opened again for another of its exercices; false when the user gave up.
 bool RouvreCabinet(ContexteUi& contexte) {
   CFenlorApp& app = contexte.App;
   if (app.Magasin.QVIsComptaPassword(app.PathCabinet))
@@ -24,8 +21,6 @@ bool RouvreCabinet(ContexteUi& contexte) {
   app.Magasin.QVSetWithQuorbane(app.Edition != 2, app.Edition);
   return true;
 }
-
-}  // namespace
 
 Autour FichiersSeul(ContexteUi& contexte) {
   return [&contexte](const std::function<void()>& travail) { AvecFichiersSeul(contexte, travail); };

@@ -10,6 +10,9 @@
 
 namespace fenlor {
 
+/// Opens the practice anew while no exercice is open, behind its password when it has one. What stops it is
+/// told.
+bool RouvreCabinet(ContexteUi& contexte);
 /// Opens an exercice, and tells what stopped it. When one of its files is damaged the form of the rebuild is
 /// offered, and the exercice opened behind it. True when it is open.
 bool OuvreOuReconstruit(ContexteUi& contexte, const std::string& nom);
