@@ -58,11 +58,6 @@ const char* Nom(Alignement alignement) {
   return alignement == Alignement::Centre ? "centre" : "droite";
 }
 
-const char* Genre(const ElementPage& e) {
-  if (e.ton) return *e.ton == Ton::Bande ? "bande" : "filet";
-  return e.trait ? "trait" : Nom(e.alignement);
-}
-
 std::string Style(unsigned style) {
   std::string texte;
   if (style & StyleGras) texte += 'g';
@@ -71,59 +66,79 @@ std::string Style(unsigned style) {
   return texte;
 }
 
-void AjouteImprime(std::string& sortie, std::string_view texte) {
-  std::size_t place = sortie.size();
-  sortie += texte;
-  while ((place = sortie.find(BlancFin, place)) != std::string::npos) sortie[place] = '\xA0';
-}
-
-std::string ElementJson(const ElementPage& e, i32 ligne) {
-  std::string imprime;
-  AjouteImprime(imprime, e.texte);
-  return LigneJson()
-      .Entier("page", e.page)
-      .Entier("gauche", e.cadre.gauche)
-      .Entier("droite", e.cadre.droite)
-      .Entier("ligne", ligne)
-      .Texte("alignement", Genre(e))
-      .Texte("style", Style(e.style))
-      .Texte("texte", imprime)
-      .Fin();
-}
-
-/// Windows-1252: a page becomes UTF-8 as a whole.
-void AjouteElement(std::string& sortie, const ElementPage& e, i32 ligne) {
-  char tete[64];
-  char* place = tete;
-  for (const i64 nombre : {i64{e.page}, i64{e.cadre.gauche}, i64{e.cadre.droite}, i64{ligne}}) {
-    place = std::to_chars(place, std::end(tete), nombre).ptr;
-    *place++ = '\t';
+/// What is printed, told as text line by line while it is drawn.
+class FeuilleTexte : public Enregistreur {
+ public:
+  /// `interligne`: of the page, which was prepared on `modele`.
+  FeuilleTexte(const Enregistreur& modele, i32 interligne, bool json)
+      : Enregistreur(modele), m_interligne(interligne), m_json(json) {
+    assert(interligne > 0);
   }
-  sortie.append(tete, place);
-  (sortie += Genre(e)) += '\t';
-  if (e.style)
-    sortie += Style(e.style);
-  else
-    sortie += '-';
-  sortie += '\t';
-  AjouteImprime(sortie, e.texte);
-  sortie += '\n';
-}
+  /// Of the page `Page`, as UTF-8.
+  std::string Texte() {
+    if (m_json) return std::exchange(m_texte, {});
+    const std::string texte = VersUtf8(m_texte);
+    m_texte.clear();
+    return texte;
+  }
 
-std::string TexteDePage(bool json, const std::vector<ElementPage>& elements, i32 interligne) {
-  assert(interligne > 0);
-  constexpr std::size_t parElement = 48;  // of most of them
-  std::string texte;
-  texte.reserve(elements.size() * parElement);
-  for (const ElementPage& e : elements) {
-    const i32 ligne = e.cadre.haut / interligne + 1;
-    if (json)
-      texte += ElementJson(e, ligne);
+  void DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
+                    std::string_view texte) override {
+    Ajoute(cadre, Nom(alignement), StyleDessine(style), texte);
+  }
+  void DessineTrait(i32 gauche, i32 droite, i32 y, i32) override {
+    Ajoute({gauche, y, droite, y}, "trait", 0, {});
+  }
+  void Remplit(const Rectangle& cadre, Ton ton) override {
+    Ajoute(cadre, ton == Ton::Bande ? "bande" : "filet", 0, {});
+  }
+
+ private:
+  void Ajoute(const Rectangle& cadre, std::string_view genre, unsigned style, std::string_view texte) {
+    const i32 ligne = cadre.haut / m_interligne + 1;
+    m_json ? AjouteJson(cadre, ligne, genre, style, texte) : AjouteLigne(cadre, ligne, genre, style, texte);
+  }
+  void AjouteJson(const Rectangle& cadre, i32 ligne, std::string_view genre, unsigned style,
+                  std::string_view texte) {
+    std::string imprime;
+    AjouteImprime(imprime, texte);
+    m_texte += LigneJson()
+                   .Entier("page", Page)
+                   .Entier("gauche", cadre.gauche)
+                   .Entier("droite", cadre.droite)
+                   .Entier("ligne", ligne)
+                   .Texte("alignement", std::string(genre))
+                   .Texte("style", Style(style))
+                   .Texte("texte", imprime)
+                   .Fin();
+  }
+  /// Windows-1252: a page becomes UTF-8 as a whole.
+  void AjouteLigne(const Rectangle& cadre, i32 ligne, std::string_view genre, unsigned style,
+                   std::string_view texte) {
+    char tete[64];
+    char* place = tete;
+    for (const i32 nombre : {static_cast<i32>(Page), cadre.gauche, cadre.droite, ligne}) {
+      place = std::to_chars(place, std::end(tete), nombre).ptr;
+      *place++ = '\t';
+    }
+    m_texte.append(tete, place).append(genre) += '\t';
+    if (style)
+      m_texte += Style(style);
     else
-      AjouteElement(texte, e, ligne);
+      m_texte += '-';
+    AjouteImprime(m_texte += '\t', texte);
+    m_texte += '\n';
   }
-  return json ? texte : VersUtf8(texte);
-}
+  static void AjouteImprime(std::string& sortie, std::string_view texte) {
+    std::size_t place = sortie.size();
+    sortie += texte;
+    while ((place = sortie.find(BlancFin, place)) != std::string::npos) sortie[place] = '\xA0';
+  }
+
+  i32 m_interligne;
+  bool m_json;
+  std::string m_texte;
+};
 
 /// What the pages from `premiere` on print, whose text is at hand, drawn by as many helpers as are worth it.
 std::vector<std::string> DessinePages(bool json, const ImpressionEtat& impression, u32 premiere,
@@ -133,7 +148,7 @@ std::vector<std::string> DessinePages(bool json, const ImpressionEtat& impressio
   const unsigned parts = std::clamp(nombre / PagesParAide, 1u, NombreParts(~0ull));
   std::vector<std::string> textes(nombre);
   Partage(parts, [&](unsigned part) {
-    Enregistreur feuille = modele;
+    FeuilleTexte feuille(modele, impression.page.interligne, json);
     const Tranche tranche = TrancheDe(part, parts, nombre, 1);
     for (u64 i = tranche.debut; i < tranche.fin; ++i) {
       const u32 n = premiere + static_cast<u32>(i);
@@ -143,8 +158,7 @@ std::vector<std::string> DessinePages(bool json, const ImpressionEtat& impressio
       DessinePage(impression, n,
                   texte.substr(std::min<std::size_t>(debut, texte.size()), pages[n].fin - pages[n - 1].fin),
                   feuille);
-      textes[i] = TexteDePage(json, feuille.Elements, impression.page.interligne);
-      feuille.Elements.clear();
+      textes[i] = feuille.Texte();
     }
   });
   return textes;

@@ -45,7 +45,7 @@ Etendue Enregistreur::Mesure(unsigned style, std::string_view texte) const {
 
 void Enregistreur::DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
                                 std::string_view texte) {
-  Elements.push_back({Page, false, cadre, alignement, m_brouillon ? 0 : style, std::string(texte)});
+  Elements.push_back({Page, false, cadre, alignement, StyleDessine(style), std::string(texte)});
 }
 
 void Enregistreur::DessineTrait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {

@@ -41,6 +41,8 @@ class Enregistreur : public Peripherique {
   /// 10 points, and no run has a style.
   void FaitPoliceBrouillon() override;
   i32 HauteurPolice(unsigned style) const override { return m_polices[style % NbStyles].hauteur; }
+  /// The style that a run is noted with.
+  unsigned StyleDessine(unsigned style) const { return m_brouillon ? 0 : style; }
   Etendue Mesure(unsigned style, std::string_view texte) const override;
   void DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,
                     std::string_view texte) override;
