@@ -84,7 +84,7 @@ Refus ListeSauvegardes(Systeme& systeme, const std::string& dossier,
   presentes.clear();
   std::vector<std::string> noms;
   if (const int erreur = systeme.Liste(dossier, noms))
-    return Refus(ErrArchiveLecture, "dossier", {dossier, TexteErreurSysteme(erreur)});
+    return Refus(ErrDossierIllisible, "dossier", {dossier, TexteErreurSysteme(erreur)});
   for (const std::string& nom : noms) {
     SauvegardePresente s;
     if (!LitNomSauvegarde(nom, s)) continue;

@@ -28,7 +28,7 @@ struct SauvegardePresente {
 /// Takes the name apart. False for names that `NomSauvegarde` never gives.
 bool LitNomSauvegarde(const std::string& nom, SauvegardePresente& sauvegarde);
 
-/// The backups of a folder, newest first. An errno value comes out as 3521.
+/// The backups of a folder, newest first. 3586 the folder cannot be read.
 Refus ListeSauvegardes(Systeme& systeme, const std::string& dossier,
                        std::vector<SauvegardePresente>& presentes);
 
@@ -39,7 +39,7 @@ std::vector<SauvegardePresente> Perimees(const std::vector<SauvegardePresente>& 
 
 /// Removes them, but only where one of the same series that stays was read to its end and is good; a locked
 /// one counts as good when `motDePasse` opens it. Where none is, the newest good one among those that were to
-/// go stays as well. 3521 when the folder cannot be read, 3532 when a file cannot be removed.
+/// go stays as well. 3586 when the folder cannot be read, 3532 when a file cannot be removed.
 Refus Purge(Systeme& systeme, const std::string& dossier, const Conservation& regle,
             const std::string& motDePasse, std::vector<std::string>& retirees);
 

@@ -52,7 +52,7 @@ Refus ListeArchives(Systeme& systeme, const std::string& dossier, std::vector<Ar
   archives.clear();
   std::vector<std::string> noms;
   if (const int erreur = systeme.Liste(dossier, noms))
-    return Refus(ErrArchiveLecture, "dossier", {dossier, TexteErreurSysteme(erreur)});
+    return Refus(ErrDossierIllisible, "dossier", {dossier, TexteErreurSysteme(erreur)});
   const std::string extension = ExtensionSauvegarde;
   for (const std::string& nom : noms) {
     if (nom.size() <= extension.size() || nom.substr(nom.size() - extension.size()) != extension) continue;

@@ -23,7 +23,7 @@ struct ArchiveLue {
 };
 
 /// All files of the folder that end as a backup does, newest first. Only what they say of themselves is read.
-/// 3521 the folder cannot be read.
+/// 3586 the folder cannot be read.
 Refus ListeArchives(Systeme& systeme, const std::string& dossier, std::vector<ArchiveLue>& archives);
 
 /// Reads one of them to its last byte: `lue`, or `refus` says why it is not; stopped by `avance` it stays as

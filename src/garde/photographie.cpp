@@ -111,6 +111,8 @@ class Copieur {
     return m_erreur;
   }
   std::vector<Trame> Trames() { return std::move(m_trames); }
+  /// It is the copy that could not be written.
+  bool SansPlace() const { return m_sansPlace; }
 
  private:
   int Copie(std::size_t rang, std::vector<u8>& tampon, std::vector<u8>& trame) {
@@ -122,7 +124,9 @@ class Copieur {
     if (!Comprime(tampon.data(), tampon.size(), trame)) return ENOMEM;
     const Trame ici{m_fin.fetch_add(trame.size()), trame.size()};
     m_trames[rang] = ici;
-    return m_vers.Ecrit(trame.data(), trame.size(), ici.place);
+    const int erreur = m_vers.Ecrit(trame.data(), trame.size(), ici.place);
+    if (erreur) m_sansPlace = true;
+    return erreur;
   }
 
   Fichier& m_de;
@@ -132,6 +136,7 @@ class Copieur {
   std::atomic<std::size_t> m_suivant{0}, m_finis{0};
   std::atomic<u64> m_fin{0};
   std::atomic<int> m_erreur{0};
+  std::atomic<bool> m_sansPlace{false};
 };
 
 /// Entries of a journal that is not open.
@@ -234,7 +239,11 @@ Refus Photographie::Copie(CFenlorApp& app, const Voulu& voulu, const std::functi
   Piece piece;
   piece.nom = voulu.nom;
   if (!erreur) erreur = Longueur(*fichier, donnees, piece.taille);
-  if (!erreur) erreur = OuvreSansNom(systeme, dossier, m_pieces.size(), piece.copie);
+  bool sansPlace = false;
+  if (!erreur) {
+    erreur = OuvreSansNom(systeme, dossier, m_pieces.size(), piece.copie);
+    sansPlace = erreur != 0;
+  }
   if (!erreur) {
     // The sum is that of the books: what the copy, the archive and the disk make of them is held against it.
     Copieur copieur(*fichier, piece.taille, *piece.copie);
@@ -251,8 +260,10 @@ Refus Photographie::Copie(CFenlorApp& app, const Voulu& voulu, const std::functi
     if (!erreur) erreur = copieur.Travaille({});  // what a helper met last
     erreur = erreur ? erreur : somme ? somme : compte;
     piece.trames = copieur.Trames();
+    sansPlace = copieur.SansPlace();
   }
   if (erreur == ECANCELED) return Refus(ErrArchiveInterrompue);
+  if (sansPlace) return Refus(ErrCopieLivres, "", {dossier, TexteErreurSysteme(erreur)});
   if (erreur) return Refus(ErrArchiveLivres, "", {chemin, app.Magasin.QVErreurTexte(erreur)});
   m_pieces.push_back(std::move(piece));
   assert(m_pieces.back().copie);

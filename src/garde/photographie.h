@@ -24,7 +24,7 @@ class Photographie {
   /// Brings the store's files to their place and copies those of the exercices, the practice's own and the
   /// settings, compressed, into files without a name in the practice's folder: they are gone with the object,
   /// or with the process. To be called outside any unit of work. 3208 an unknown exercice, 3214 the store,
-  /// 3528 stopped, 3529 a file that cannot be read or copied.
+  /// 3528 stopped, 3529 a file that cannot be read, 3587 no place for its copy.
   Refus Prend(CFenlorApp& app, const std::vector<std::string>& exercices, bool complet,
               const AvancePhotographie& avance = {});
 

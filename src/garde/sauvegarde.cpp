@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cerrno>
 
 #include "core/erreursexercice.h"
 #include "garde/optionssauvegarde.h"
@@ -40,15 +41,17 @@ void OublieCache(const Fichier& fichier) {
   if (descripteur >= 0) ::posix_fadvise(descripteur, 0, 0, POSIX_FADV_DONTNEED);
 }
 
-/// A name in the folder that no file bears; empty when there is none.
-std::string CheminLibre(Systeme& systeme, const std::string& dossier, const std::string& nom) {
+/// A name in the folder that no file bears, whether done or not; `chemin` names one that was tried otherwise.
+int CheminLibre(Systeme& systeme, const std::string& dossier, const std::string& nom, std::string& chemin) {
   assert(!nom.empty() && nom.find('/') == std::string::npos);
   for (unsigned rang = 1; rang <= HomonymesMax; ++rang) {
-    const std::string chemin =
-        Joint(dossier, nom + (rang == 1 ? "" : "-" + std::to_string(rang)) + ExtensionSauvegarde);
-    if (!systeme.Existe(chemin) && !systeme.Existe(chemin + SuffixeProvisoire)) return chemin;
+    chemin = Joint(dossier, nom + (rang == 1 ? "" : "-" + std::to_string(rang)) + ExtensionSauvegarde);
+    Empreinte empreinte;
+    int erreur = systeme.Mesure(chemin, empreinte);
+    if (erreur == ENOENT) erreur = systeme.Mesure(chemin + SuffixeProvisoire, empreinte);
+    if (erreur) return erreur == ENOENT ? 0 : erreur;
   }
-  return {};
+  return EEXIST;
 }
 
 /// Reads the file back: whole, and what was photographed.
@@ -79,11 +82,11 @@ Refus EcritSauvegarde(Systeme& systeme, const Photographie& photographie, const 
   faite = {};
   faite.manifeste = photographie.Tete();
   assert(!faite.manifeste.date.empty());
-  faite.chemin = CheminLibre(systeme, demande.dossier, NomSauvegarde(faite.manifeste));
   const auto echec = [&](int erreur) {
     return Refus(ErrArchiveEcriture, "dossier", {faite.chemin, TexteErreurSysteme(erreur)});
   };
-  if (faite.chemin.empty()) return echec(EEXIST);
+  if (const int erreur = CheminLibre(systeme, demande.dossier, NomSauvegarde(faite.manifeste), faite.chemin))
+    return echec(erreur);
   FichierProvisoire provisoire(systeme, faite.chemin + SuffixeProvisoire);
   std::unique_ptr<Fichier> fichier;
   if (const int erreur = systeme.Ouvre(provisoire.Chemin(), Systeme::Creation, fichier)) {

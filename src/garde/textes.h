@@ -26,6 +26,10 @@ inline constexpr TexteFixe ErrArchiveInterrompue{3528,
 inline constexpr TexteFixe ErrMotDePasseSauvegarde{
     3533, "Sans un mot de passe donné deux fois de la même façon, la sauvegarde n'est pas faite."};
 inline constexpr TexteFixe ErrArchiveLivres{3529, "%s ne peut pas être sauvegardé : %s."};
+inline constexpr TexteFixe ErrDossierIllisible{3586, "Le dossier %s ne peut pas être lu : %s."};
+/// The copy that an archive is made of stands beside the books: folder, reason.
+inline constexpr TexteFixe ErrCopieLivres{
+    3587, "La copie que demande une sauvegarde n'a pas pu être faite dans %s : %s."};
 
 // Restoration
 inline constexpr TexteFixe ErrRestauration{3530, "Les livres n'ont pas pu être déballés dans %s : %s."};

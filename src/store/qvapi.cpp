@@ -97,7 +97,7 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   const std::string& dossier = m_etat->pathCabinetImpose.empty() ? chemin : m_etat->pathCabinetImpose;
   auto reglages = ReglagesDe(*m_etat, dossier);
   const std::string stocke = LitMotDePasse(*reglages);
-  if (reglages->Erreur()) return m_etat->Refuse(reglages->Erreur());
+  if (reglages->Erreur()) return m_etat->Refuse(reglages->Erreur(), reglages->Chemin());
   if (!MotDePasseJuste(stocke, motDePasse)) return m_etat->Refuse(ErrMotDePasse);
   if (m_etat->moteur->EstOuvert()) {
     if (m_etat->pathCabinet == dossier) return true;

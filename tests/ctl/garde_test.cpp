@@ -68,7 +68,7 @@ TEST_F(GardeCtl, LesRefus) {
                  {{"restaurer", protegee}, StatutRefuse, "3526"},
                  {{"restaurer", copies + "/autre.fnz"}, StatutRefuse, "3522"},
                  {{"restaurer", copies + "/absent.fnz"}, StatutRefuse, "3521"},
-                 {{"sauvegardes", "lister", "--dossier", copies + "/absent"}, StatutRefuse, "3521"},
+                 {{"sauvegardes", "lister", "--dossier", copies + "/absent"}, StatutRefuse, "3586"},
                  {{"sauvegarder"}, StatutUsage, ""},
                  {{"sauvegardes"}, StatutUsage, ""},
              });

@@ -7,6 +7,7 @@
 #include "core/btfiles.h"
 #include "core/cles.h"
 #include "garde/conservation.h"
+#include "garde/inventaire.h"
 #include "garde/restes.h"
 #include "garde/sauvegarde.h"
 #include "garde/textes.h"
@@ -218,7 +219,8 @@ TEST(GardeRestes, SontOtesALaProchaineOuverture) {
   const auto seme = [&] {
     ASSERT_EQ(posix.CreeDossier(cabinet + "/restauration~"), 0);
     ASSERT_EQ(posix.CreeDossier(cabinet + "/restauration~/2003"), 0);
-    for (const char* nom : {"restauration~/fenlor.ini", "restauration~/2003/JOURNAL.dat", "copie-12-3.tmp"})
+    for (const char* nom :
+         {"restauration~/fenlor.ini", "restauration~/2003/JOURNAL.dat", "copie-12-3.tmp", "fenlor.ini.tmp"})
       EcritFichier(cabinet + "/" + nom, "x");
     for (const std::string& nom : {part, tenue, std::string("photo.part"), std::string("copie-a.tmp")})
       EcritFichier(copies + "/" + nom, "x");
@@ -242,7 +244,7 @@ TEST(GardeRestes, SontOtesALaProchaineOuverture) {
   std::sort(noms.begin(), noms.end());
   EXPECT_EQ(noms, (std::vector<std::string>{tenue, "copie-a.tmp", "photo.part"}));
   EXPECT_FALSE(posix.Existe(cabinet + "/restauration~"));
-  EXPECT_FALSE(posix.Existe(cabinet + "/copie-12-3.tmp"));
+  for (const char* nom : {"/copie-12-3.tmp", "/fenlor.ini.tmp"}) EXPECT_FALSE(posix.Existe(cabinet + nom));
   EXPECT_TRUE(posix.Existe(cabinet + "/copie-notes.tmp"));
 
   seme();
@@ -327,6 +329,41 @@ TEST(GardePannes, UnDisqueQuiManqueNeLaisseRienDeFaux) {
   EXPECT_GT(faits, 25u);
   EXPECT_EQ(Livres(garde.App()), avant);
   std::cout << faits << " failing calls, " << refusees << " backups refused\n";
+}
+
+TEST(GardePannes, CeQuiArreteUneSauvegardeEstNomme) {
+  SystemePosix posix;
+  SystemeFautif systeme(posix);
+  Garde garde(&systeme);
+  const std::string cabinet = garde.App().PathCabinet, copies = garde.ailleurs.Chemin();
+  const struct {
+    std::string chemin;
+    int erreur;
+    unsigned genres;
+    unsigned numero;
+    std::string dossier, raison;
+  } cas[] = {{copies, EACCES, SystemeFautif::Mesurage, ErrArchiveEcriture, copies, "refus"},
+             {"/copie-", ENOSPC, SystemeFautif::Tous, ErrCopieLivres, cabinet + " :", "espace"},
+             {"/copie-", ENOSPC, SystemeFautif::Ecriture, ErrCopieLivres, cabinet + " :", "espace"},
+             {cabinet + "/fenlor.ini", EIO, SystemeFautif::Lectures, ErrArchiveLivres, "fenlor.ini", ""}};
+  for (const auto& c : cas) {
+    systeme.SurChemin(c.chemin);
+    systeme.Programme(1, c.erreur, c.genres, false);
+    SauvegardeFaite faite;
+    const Refus refus = Sauvegarde(garde.App(), {copies, false, {}}, faite);
+    systeme.Repare();
+    EXPECT_EQ(refus.numero, c.numero) << refus.texte;
+    for (const std::string& mot : {c.dossier, c.raison})
+      EXPECT_NE(refus.texte.find(mot), std::string::npos) << refus.texte;
+  }
+  std::vector<ArchiveLue> archives;
+  EXPECT_EQ(ListeArchives(systeme, copies + "/absent", archives).numero, ErrDossierIllisible);
+  ASSERT_TRUE(garde.Magasin().QVCloseSession() && garde.Magasin().QVOpenSession(1));
+  systeme.SurChemin("/fenlor.ini");
+  systeme.Programme(1, EACCES, SystemeFautif::Tous, false);
+  EXPECT_FALSE(garde.Magasin().QVOpenCompta(cabinet, {}));
+  EXPECT_EQ(garde.Magasin().QVFichierErreur(), cabinet + "/fenlor.ini");
+  systeme.Repare();
 }
 
 TEST(GardePannes, UnDisqueQuiNeGardePasCeQuIlAcquitte) {
