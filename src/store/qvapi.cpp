@@ -110,8 +110,9 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   DitReglagesModifies(*m_etat);
   if (AcheveReprise(*m_etat) && AcheveExercices(*m_etat)) return true;
   const int code = QVFileErrorCode();
+  const std::string fautif = QVFichierErreur();
   m_etat->moteur->FermeCabinet();
-  return m_etat->Refuse(code);
+  return m_etat->Refuse(code, fautif);
 }
 
 std::string QVAPI::QVDetenteur() const { return m_etat->moteur->Detenteur(); }

@@ -127,6 +127,8 @@ TEST_F(Commandes, CabinetAbsentOuOccupe) {
   EXPECT_EQ(LanceSur(Cabinet("nulle/part"), {"creer", "--exercice", "2003"}).statut, StatutRefuse);
   EXPECT_EQ(LanceSur(Cabinet("absent"), {"exercices"}).statut, StatutRefuse);
   EXPECT_FALSE(std::filesystem::exists(Cabinet("absent")));
+  std::filesystem::create_directories(Cabinet("illisible") + "/fenlor.ini");
+  EXPECT_THAT(LanceSur(Cabinet("illisible"), {"exercices"}).erreurs, HasSubstr("illisible/fenlor.ini"));
   Cree();
   QVAPI autre(Options().magasin);
   ASSERT_TRUE(autre.QVOpenSession(1) && autre.QVOpenCompta(Cabinet(), ""));

@@ -202,10 +202,12 @@ inline void PetiteHistoire(Machine& m) {
   m.Ferme();
 }
 
-/// Units too large for the log, the first in front of reused slots.
+/// Units too large for the log: one in front of reused slots that finds everything at home, so that nobody
+/// else's sync brings its tail there, and one behind others.
 inline void GrandeHistoire(Machine& m) {
   m.Ouvre();
   m.Supprime(1);
+  m.Vidange();
   m.AjouteBeaucoup(1000, 3500);
   m.Ajoute(20);
   m.Change(1700, 30);
