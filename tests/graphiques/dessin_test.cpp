@@ -229,6 +229,12 @@ TEST(Graphiques, LesCouleursVoisinesDifferentEnGris) {
   EXPECT_EQ(Couleur(sombre, {TeinteSerie + 1}), CouleursSerie[1]);
 }
 
+TEST(Graphiques, DansUnePlaceBasseLeTitreCede) {
+  const CadreForme reste = PlaceEcran(200, 40, 10).graphique;
+  EXPECT_GE(reste.bas - reste.haut, 20);
+  EXPECT_LE(reste.bas, 40);
+}
+
 TEST(Graphiques, PointSousLePointeur) {
   const SerieGraphique serie = Serie({100, 0, -100});
   const PlaceGraphique place = PlaceEcran(300, 300, 10);
