@@ -46,7 +46,8 @@ struct Entete {
 
 la_ssize_t SurEntete(archive*, void* client, const void* octets, std::size_t taille) {
   auto& entete = *static_cast<Entete*>(client);
-  if (!entete.finie) entete.octets.append(static_cast<const char*>(octets), taille);
+  if (entete.finie) return -1;
+  entete.octets.append(static_cast<const char*>(octets), taille);
   return static_cast<la_ssize_t>(taille);
 }
 
@@ -65,8 +66,8 @@ bool AjouteEntete(const std::string& nom, u64 taille, std::string& octets) {
                      archive_write_set_bytes_per_block(tar.get(), 0) == ARCHIVE_OK &&
                      archive_write_open(tar.get(), &entete, nullptr, SurEntete, nullptr) == ARCHIVE_OK &&
                      archive_write_header(tar.get(), entree.get()) == ARCHIVE_OK;
-  // The bytes of the file come from elsewhere: with what the library fills up as it ends nothing is done. (A
-  // tar that is given up as failed would leak.)
+  // The bytes of the file come from elsewhere: the first zeros that the library puts in their place are
+  // refused, and it ends. (A tar that is given up as failed would leak.)
   entete.finie = true;
   return ecrit;
 }
