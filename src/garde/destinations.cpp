@@ -52,6 +52,14 @@ Destinations ProposeDestinations(const std::string& retenu, const std::vector<Vo
   return destinations;
 }
 
+std::string DossierDeDepart(CFenlorApp& app, const Destinations& destinations, const std::string& retenu) {
+  if (!retenu.empty()) return retenu;
+  Empreinte empreinte;
+  for (const std::string& dossier : destinations.dossiers)
+    if (app.Magasin.SystemeFichiers().Mesure(dossier, empreinte) == 0) return dossier;
+  return {};
+}
+
 Refus PrepareDestination(CFenlorApp& app, const Destinations& destinations, const std::string& dossier) {
   if (dossier.empty() || dossier != destinations.propre) return {};
   Systeme& systeme = app.Magasin.SystemeFichiers();

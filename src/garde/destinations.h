@@ -27,6 +27,10 @@ struct Destinations {
 Destinations ProposeDestinations(const std::string& retenu, const std::vector<Volume>& volumes,
                                  const std::string& documents, const std::string& cabinet);
 
+/// Where a restoration looks first: the folder chosen last, else the first of the others that is there; may
+/// be empty.
+std::string DossierDeDepart(CFenlorApp& app, const Destinations& destinations, const std::string& retenu);
+
 /// Makes `dossier` when it is the program's own and not there yet, the folder it stands in as well. 3520.
 Refus PrepareDestination(CFenlorApp& app, const Destinations& destinations, const std::string& dossier);
 

@@ -36,10 +36,14 @@ TEST(Destinations, LeSienSeFaitQuandOnLeVeut) {
   test::Jumeau cabinet;
   const test::DossierTemporaire maison{true};
   const Destinations d = ProposeDestinations("", {}, maison / "Documents", cabinet.App().PathCabinet);
+  const auto depart = [&](const std::string& retenu) { return DossierDeDepart(cabinet.App(), d, retenu); };
+  EXPECT_EQ(depart("/nas"), "/nas") << "though it is away today";
+  EXPECT_EQ(depart(""), "") << "nothing is there to look at";
   EXPECT_FALSE(PrepareDestination(cabinet.App(), d, maison / "ailleurs"));
   EXPECT_FALSE(SystemePosix().Existe(maison / "ailleurs")) << "what was typed is not made";
   for (int fois = 0; fois < 2; ++fois) EXPECT_FALSE(PrepareDestination(cabinet.App(), d, d.propre));
   EXPECT_TRUE(SystemePosix().Existe(d.propre));
+  EXPECT_EQ(depart(""), d.propre);
   test::EcritFichier(maison / "Fichier", "x");
   const Destinations faux = ProposeDestinations("", {}, maison / "Fichier", cabinet.App().PathCabinet);
   EXPECT_EQ(PrepareDestination(cabinet.App(), faux, faux.propre).numero, 3520u);

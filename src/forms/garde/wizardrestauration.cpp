@@ -1,5 +1,6 @@
 #include "forms/garde/wizardrestauration.h"
 
+#include <QLabel>
 #include <QListWidget>
 #include <QScreen>
 #include <QTimer>
@@ -54,14 +55,15 @@ class PageArchive : public QWizardPage {
  public:
   PageArchive(CWizardRestauration& wizard, const BlocSauvegarde& bloc)
       : m_wizard(wizard),
+        m_destinations(DestinationsIci(wizard.App(), bloc.destination)),
         m_formulaire(*this),
-        m_dossier(m_formulaire, DestinationsIci(wizard.App(), bloc.destination).dossiers, bloc.destination),
+        m_dossier(m_formulaire, m_destinations.dossiers,
+                  DossierDeDepart(wizard.App(), m_destinations, bloc.destination)),
         m_liste(new CZNListCtrl(wizard.Contexte())) {
     setTitle(u"Quelle sauvegarde restaurer ?"_s);
     m_liste->setAccessibleName(u"Sauvegardes"_s);
     m_liste->setMinimumWidth(std::min(caracteres * fontMetrics().averageCharWidth(),
                                       screen()->availableSize().width() - 8 * fontMetrics().height()));
-    m_liste->PoseTexteVide(u"Il n'y a pas de sauvegarde dans ce dossier."_s);
     m_liste->Suit(Colonnes(), m_archives);
     m_detail.setWordWrap(true);
     m_detail.setAccessibleName(u"Raison"_s);
@@ -105,6 +107,8 @@ class PageArchive : public QWizardPage {
     m_refus = m_dossier.Controle();
     if (!m_refus)
       m_refus = ListeArchives(m_wizard.App().Magasin.SystemeFichiers(), m_dossier.Dossier(), m_archives);
+    m_liste->PoseTexteVide(m_dossier.Dossier().empty() ? u"Choisissez le dossier des sauvegardes."_s
+                                                       : u"Il n'y a pas de sauvegarde dans ce dossier."_s);
     m_liste->Relit(m_archives.empty() ? -1 : 0);
     Choisit();
     Verifie();
@@ -140,6 +144,7 @@ class PageArchive : public QWizardPage {
   }
 
   CWizardRestauration& m_wizard;
+  const Destinations m_destinations;
   std::vector<ArchiveLue> m_archives;
   Refus m_refus;  ///< of the folder
   Formulaire m_formulaire;
@@ -241,14 +246,15 @@ class PageRestauree : public QWizardPage {
     setTitle(u"Restauration faite"_s);
     m_bilan.setReadOnly(true);
     m_bilan.setAccessibleName(u"Bilan"_s);
-    Formulaire{*this}
-        .Texte(u"Les livres de la sauvegarde sont en place. Ils ont été ouverts et vérifiés."_s)
-        .Seul(m_bilan, "bilan", true);
+    m_phrase.setWordWrap(true);
+    Formulaire{*this}.Seul(m_phrase, "phrase").Seul(m_bilan, "bilan", true);
   }
   void initializePage() override {
     const RestaurationFaite& faite = m_wizard.Faite;
     std::string bilan;
+    bool constats = false;
     for (const ExerciceRestaure& e : faite.exercices) {
+      constats = constats || !e.constats.empty();
       bilan += TexteFormat(FormatRestaure, {e.nom}) + "\r\n";
       if (!e.ancien.empty()) bilan += TexteFormat(FormatAncien, {e.ancien}) + "\r\n";
       for (const std::string& constat : e.constats) bilan += TexteFormat(FormatConstat, {constat}) + "\r\n";
@@ -256,10 +262,15 @@ class PageRestauree : public QWizardPage {
     if (!faite.communsGardes.empty()) bilan += TexteFormat(AvisCommunsGardes, {faite.communsGardes}) + "\r\n";
     if (faite.cabinet) bilan += Texte(TexteCabinetRestaure) + "\r\n";
     m_bilan.setPlainText(Q(bilan));
+    m_phrase.setText(
+        constats ? u"Les livres sont en place tels qu'ils avaient été sauvés. La vérification y a trouvé ce "
+                   u"qui suit."_s
+                 : u"Les livres de la sauvegarde sont en place. Ils ont été ouverts et vérifiés."_s);
   }
 
  private:
   CWizardRestauration& m_wizard;
+  QLabel m_phrase;
   QPlainTextEdit m_bilan;
 };
 
