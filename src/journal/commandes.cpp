@@ -31,27 +31,25 @@ std::string MontantAffiche(CFenlorApp& app, f64 franc, f64 euro) {
 
 // ---------------------------------------------------------------- Deleting
 
-Refus SupprimeLibre(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
+/// Asks, where the books alone are concerned.
+Refus VeutSupprimer(CFenlorApp& app, Serie& serie, const Mouvement& entete) {
   assert(entete.Mouvement != 0);
-  QVAPI& magasin = app.Magasin;
-  const bool rapprochee = magasin.IsRappLineInMouvements(entete.Mouvement);
+  const bool rapprochee = app.Magasin.IsRappLineInMouvements(entete.Mouvement);
   const TexteFixe& question = rapprochee ? QuestionSuppressionRapprochee : QuestionSuppression;
-  const Refus reponse = serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), question,
-                                      question, {LitTexte(entete.Libelle)});
-  if (reponse) return reponse;
-  if (const Refus refus = MetEnCorbeille(app, entete.Mouvement)) return refus;
-  bool retiree = false;
+  return serie.Demande(BoutonsOuiNon | (rapprochee ? IconeAttention : IconeQuestion), question, question,
+                       {LitTexte(entete.Libelle)});
+}
+
+bool SupprimeLibre(CFenlorApp& app, const Mouvement& entete) {
+  QVAPI& magasin = app.Magasin;
   switch (entete.Genre) {
     case GenreSimple:
-      retiree = magasin.RemoveEcrSimple(app.PathExercice, entete.Mouvement);
-      break;
+      return magasin.RemoveEcrSimple(app.PathExercice, entete.Mouvement);
     case GenreStandard:
-      retiree = magasin.RemoveEcrStandard(app.PathExercice, entete.Mouvement);
-      break;
+      return magasin.RemoveEcrStandard(app.PathExercice, entete.Mouvement);
     default:
-      retiree = magasin.RemoveMouvements(app.PathExercice, entete.Mouvement);
+      return magasin.RemoveMouvements(app.PathExercice, entete.Mouvement);
   }
-  return retiree ? Refus{} : app.EchecDit();
 }
 
 /// The parent application's file that an entry is linked to, open while it lives.
@@ -91,21 +89,25 @@ class FichierLie {
   Ouverture m_ouverture;
 };
 
-Refus SupprimeLiee(CFenlorApp& app, Serie& serie, const Mouvement& entete, bool demander) {
+/// Looks for the record that it is linked to, and asks.
+Refus VeutSupprimerLiee(CFenlorApp& app, Serie& serie, const Mouvement& entete, bool demander) {
+  FichierLie fichier(app.Magasin, entete);
+  if (!fichier) return app.EchecMagasin();
+  if (fichier.Trouve(entete) == 0) return Refus::DejaDit(ErrSuppressionLiee, "mouvement");
+  if (!demander) return {};
+  const bool feuille = app.Edition == 1 || app.Edition == 4;
+  const TexteFixe& question = !fichier.EstRecette() ? QuestionDepenseQuorbane
+                              : feuille             ? QuestionRecetteFeuille
+                                                    : QuestionRecetteQuorbane;
+  return serie.Demande(BoutonsOuiNon | IconeAttention, question, question, {LitTexte(entete.Libelle)});
+}
+
+/// The entry goes with its record.
+Refus SupprimeLiee(CFenlorApp& app, const Mouvement& entete) {
   FichierLie fichier(app.Magasin, entete);
   if (!fichier) return app.EchecMagasin();
   const Position position = fichier.Trouve(entete);
   if (position == 0) return Refus::DejaDit(ErrSuppressionLiee, "mouvement");
-  if (demander) {
-    const bool feuille = app.Edition == 1 || app.Edition == 4;
-    const TexteFixe& question = !fichier.EstRecette() ? QuestionDepenseQuorbane
-                                : feuille             ? QuestionRecetteFeuille
-                                                      : QuestionRecetteQuorbane;
-    const Refus reponse =
-        serie.Demande(BoutonsOuiNon | IconeAttention, question, question, {LitTexte(entete.Libelle)});
-    if (reponse) return reponse;
-  }
-  if (const Refus refus = MetEnCorbeille(app, entete.Mouvement)) return refus;
   return fichier.Supprime(position) ? Refus{} : app.EchecMagasin();
 }
 
@@ -203,19 +205,24 @@ void OteRapprochement(Line& ligne) {
 
 // --------------------------------------------------- Each command on one entry
 
-Refus SupprimeUne(CFenlorApp& app, Serie& serie, u32 mouvement) {
-  Mouvement entete;
+/// What stands against deleting it, and what the user says.
+Refus AccordeSuppression(CFenlorApp& app, Serie& serie, u32 mouvement, Mouvement& entete) {
   if (const Refus r = LitEntete(app, mouvement, entete)) return r;
   const std::string libelle = LitTexte(entete.Libelle);
   if (entete.Genre == GenreOD) {
-    if (entete.LienId) return SupprimeLiee(app, serie, entete, false);
+    if (entete.LienId) return VeutSupprimerLiee(app, serie, entete, false);
     if (entete.Validee) return Refus(ErrSuppressionODValidee, "mouvement", {libelle});
-    return SupprimeLibre(app, serie, entete);
+    return VeutSupprimer(app, serie, entete);
   }
   if (entete.Validee) return Refus(ErrSuppressionValidee, "mouvement", {libelle});
-  if (entete.LienId == 0) return SupprimeLibre(app, serie, entete);
+  if (entete.LienId == 0) return VeutSupprimer(app, serie, entete);
   if (entete.LienApplication != static_cast<i16>(app.Edition)) return Refus(ErrAutreApplication, "mouvement");
-  return SupprimeLiee(app, serie, entete, true);
+  return VeutSupprimerLiee(app, serie, entete, true);
+}
+
+Refus SupprimeUne(CFenlorApp& app, const Mouvement& entete) {
+  if (entete.LienId) return SupprimeLiee(app, entete);
+  return SupprimeLibre(app, entete) ? Refus{} : app.EchecDit();
 }
 
 Refus ValideUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool valide) {
@@ -267,11 +274,7 @@ Refus RapprocheUne(CFenlorApp& app, Serie& serie, u32 mouvement, bool rapproche)
 
 /// Runs `action` over the entries that are still there. Ends at a failure of the store.
 template <class Action>
-Refus PourChaque(CFenlorApp& app, const std::vector<u32>& mouvements, Action action) {
-  if (app.PathExercice.empty()) return {};
-  LivresOuverts livres;
-  if (const Refus refus = livres.Ouvre(app)) return refus;
-  Serie serie(app, mouvements.size());
+void PourChaque(CFenlorApp& app, Serie& serie, const std::vector<u32>& mouvements, Action action) {
   for (const u32 mouvement : mouvements) {
     if (!serie.Suivante()) break;
     Mouvement entete{};
@@ -280,6 +283,15 @@ Refus PourChaque(CFenlorApp& app, const std::vector<u32>& mouvements, Action act
     serie.Note(refus);
     if (refus.numero == ErrMagasin) break;
   }
+}
+
+template <class Action>
+Refus PourChaque(CFenlorApp& app, const std::vector<u32>& mouvements, Action action) {
+  if (app.PathExercice.empty()) return {};
+  LivresOuverts livres;
+  if (const Refus refus = livres.Ouvre(app)) return refus;
+  Serie serie(app, mouvements.size());
+  PourChaque(app, serie, mouvements, action);
   return serie.Issue();
 }
 
@@ -289,14 +301,36 @@ Refus SupprimeEcriture(CFenlorApp& app, u32 mouvement) {
   LivresOuverts livres;
   if (const Refus r = ControleExercice(app, livres)) return r;
   Serie serie(app, 1);
-  return SupprimeUne(app, serie, mouvement);
+  Mouvement entete;
+  if (const Refus r = AccordeSuppression(app, serie, mouvement, entete)) return r;
+  if (const Refus r = MetEnCorbeille(app, {mouvement})) return r;
+  return SupprimeUne(app, entete);
 }
 
+/// First all that is asked: then the trash takes them together, however many they are.
 Refus SupprimeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements) {
   LivresOuverts livres;
   if (const Refus r = ControleExercice(app, livres)) return r;
-  return PourChaque(app, mouvements,
-                    [&](Serie& serie, u32 mouvement) { return SupprimeUne(app, serie, mouvement); });
+  Serie serie(app, mouvements.size());
+  std::vector<u32> accordees, restees;
+  PourChaque(app, serie, mouvements, [&](Serie& questions, u32 mouvement) {
+    Mouvement entete;
+    const Refus refus = AccordeSuppression(app, questions, mouvement, entete);
+    if (!refus) accordees.push_back(mouvement);
+    return refus;
+  });
+  if (const Refus r = MetEnCorbeille(app, accordees)) return r;
+  serie.Recommence();
+  PourChaque(app, serie, accordees, [&](Serie&, u32 mouvement) {
+    Mouvement entete;
+    const Refus refus = LitEntete(app, mouvement, entete);
+    return refus ? refus : SupprimeUne(app, entete);
+  });
+  Mouvement entete{};
+  for (const u32 mouvement : accordees)
+    if (app.Magasin.ReadMouvements(app.PathExercice, mouvement, entete)) restees.push_back(mouvement);
+  serie.Note(OteDeCorbeille(app, restees));
+  return serie.Issue();
 }
 
 Refus ValideEcriture(CFenlorApp& app, u32 mouvement, bool valide) {

@@ -61,6 +61,11 @@ Refus Serie::Demande(unsigned style, unsigned sorte, const TexteFixe& texte,
   return Refus::DejaDit(texte, "", arguments);
 }
 
+void Serie::Recommence() {
+  m_faites = 0;
+  m_arretee = false;
+}
+
 void Serie::Note(const Refus& refus) {
   assert(m_refusees <= m_rangees);
   if (!refus || refus.dit) return;

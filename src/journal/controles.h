@@ -28,6 +28,8 @@ class Serie {
                 std::initializer_list<std::string> arguments = {});
   /// Before each row; false when the user stopped.
   bool Suivante();
+  /// The rows are gone through once more: what was asked is done now.
+  void Recommence();
   /// What stopped one row; those that the user knows do not count.
   void Note(const Refus& refus);
   /// Of the whole command: the refusal of one row, or 3431 with the first of several.

@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <map>
+#include <set>
 
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
@@ -150,10 +152,14 @@ f64 Suppression::Montant(bool euro) const {
   return Arrondi2(montant);
 }
 
-Refus MetEnCorbeille(CFenlorApp& app, u32 mouvement) {
-  Suppression neuve{1, app.Magasin.Today(), app.Magasin.Now(), 0, {}};
-  if (!LitLignes(app, mouvement, neuve.lignes)) return app.EchecMagasin();
-  if (neuve.lignes.empty()) return {};
+Refus MetEnCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements) {
+  std::map<u32, Suppression> neuves;
+  for (const u32 mouvement : mouvements) {
+    Suppression neuve{0, app.Magasin.Today(), app.Magasin.Now(), 0, {}};
+    if (!LitLignes(app, mouvement, neuve.lignes)) return app.EchecMagasin();
+    if (!neuve.lignes.empty()) neuves[mouvement] = std::move(neuve);
+  }
+  if (neuves.empty()) return {};
   std::vector<Suppression> suppressions;
   const int code = Lit(app, suppressions);
   if (code && code != ErrEndommage) return Refus(ErrCorbeille, "", {app.Magasin.QVErreurTexte(code)});
@@ -161,14 +167,40 @@ Refus MetEnCorbeille(CFenlorApp& app, u32 mouvement) {
     if (const Refus refus = MetDeCote(app)) return refus;
     suppressions.clear();
   }
-  // Its number is given before the old ones go: none comes twice.
-  for (const Suppression& s : suppressions) neuve.numero = std::max(neuve.numero, s.numero + 1);
+  // Their numbers are given before the old ones go: none comes twice.
+  u32 numero = 0;
+  for (const Suppression& s : suppressions) numero = std::max(numero, s.numero);
+  const auto memes = [&](u32 mouvement, const std::vector<Line>& lignes) {
+    const auto neuve = neuves.find(mouvement);
+    return neuve != neuves.end() && Memes(lignes, neuve->second.lignes);
+  };
   std::erase_if(suppressions, [&](const Suppression& s) {
-    const bool reprise = s.restauree == mouvement && Memes(Libres(s.lignes, mouvement), neuve.lignes);
-    return reprise || Memes(s.lignes, neuve.lignes) || TropVieille(s, neuve.date);
+    return memes(s.lignes.front().Mouvement, s.lignes) || memes(s.restauree, Libres(s.lignes, s.restauree)) ||
+           TropVieille(s, app.Magasin.Today());
   });
-  suppressions.push_back(std::move(neuve));
+  for (const u32 mouvement : mouvements) {
+    const auto neuve = neuves.find(mouvement);
+    if (neuve == neuves.end()) continue;
+    neuve->second.numero = ++numero;
+    suppressions.push_back(std::move(neuve->second));
+    neuves.erase(neuve);
+  }
   return Ecrit(app, suppressions);
+}
+
+Refus OteDeCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements) {
+  if (mouvements.empty()) return {};
+  std::vector<Suppression> suppressions;
+  if (const int code = Lit(app, suppressions))
+    return Refus(ErrCorbeille, "", {app.Magasin.QVErreurTexte(code)});
+  const std::set<u32> restees(mouvements.begin(), mouvements.end());
+  std::vector<Line> presentes;
+  const auto ote = [&](const Suppression& s) {
+    const u32 mouvement = s.lignes.front().Mouvement;
+    return s.restauree == 0 && restees.contains(mouvement) && LitLignes(app, mouvement, presentes) &&
+           Memes(s.lignes, presentes);
+  };
+  return std::erase_if(suppressions, ote) > 0 ? Ecrit(app, suppressions) : Refus{};
 }
 
 Refus LitCorbeille(CFenlorApp& app, std::vector<Suppression>& suppressions) {

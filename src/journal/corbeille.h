@@ -27,11 +27,12 @@ struct Suppression {
   f64 Montant(bool euro) const;
 };
 
-/// Before an entry is deleted. A file that is damaged is set aside with a warning ("CORBEILLE.dat.avarie",
-/// then
-/// "...avarie2"); one that can be neither, or not written, is a refusal (3574), and the entry had better
-/// stay.
-Refus MetEnCorbeille(CFenlorApp& app, u32 mouvement);
+/// Before entries are deleted: all that a command deletes with one write. A file that is damaged is set aside
+/// with a warning ("CORBEILLE.dat.avarie", then "...avarie2"); one that can be neither, or not written, is a
+/// refusal (3574), and the entries had better stay.
+Refus MetEnCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements);
+/// After a command that did not come to these: they stand, and are not in the trash.
+Refus OteDeCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements);
 
 /// Deletions, the newest first. Refused: 3573 for a file that is damaged, 3574 for one that cannot be read.
 Refus LitCorbeille(CFenlorApp& app, std::vector<Suppression>& suppressions);

@@ -59,6 +59,7 @@ Refus DeplaceEcritures(CFenlorApp& app, const std::vector<u32>& mouvements, unsi
 // or linked entry, reconciling another than taking it back; the three questions of a validation are one.
 // Refusals are one outcome at the end, several as 3431.
 
+/// All is asked first, then the entries go into the trash together, then they are deleted one by one.
 Refus SupprimeEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
 Refus ValideEcritures(CFenlorApp& app, const std::vector<u32>& mouvements);
 /// Each as it needs it: reconciled, or no more when it is already. Entries without a bank line are left out.

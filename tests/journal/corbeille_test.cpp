@@ -11,6 +11,7 @@
 
 #include "journal/cabinetmedical.h"
 #include "journal/textes.h"
+#include "journal/traitements.h"
 #include "outils/systemefautif.h"
 
 namespace fenlor::test {
@@ -126,6 +127,18 @@ TEST_F(CorbeilleFautive, UnDisqueQuiManqueNEnPerdAucune) {
     Disque.Repare();
     ASSERT_NO_FATAL_FAILURE(VerifieToutEstLa(3));
   }
+}
+
+TEST_F(CorbeilleFautive, UneSelectionYVaEnsemble) {
+  Saisit(5);
+  Boite.Defaut = RepTous;
+  Boite.ArretApres = 6;  // at the third one, once all five were asked about
+  const u64 avant = Disque.Compte(SystemeFautif::Renommage);
+  ASSERT_FALSE(SupprimeEcritures(App(), {1, 2, 3, 4, 5}));
+  EXPECT_EQ(Disque.Compte(SystemeFautif::Renommage) - avant, 2u) << "five go in, three come out again";
+  EXPECT_TRUE(Lignes(2).empty());
+  ChangeLignes(5, [](Line& ligne) { PoseTexte(ligne.Libelle, "Autre"); });
+  EXPECT_EQ(Lue().size(), 2u) << "one that stood, and changed, was never deleted";
 }
 
 TEST_F(CorbeilleFautive, UnFichierAbimeSeDitEtResteDeCote) {
