@@ -2,6 +2,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMdiArea>
+#include <QPushButton>
 #include <QTest>
 
 #include "app/programmedetest.h"
@@ -9,6 +10,7 @@
 #include "forms/journal/ecritureview.h"
 #include "forms/journal/ecrlist.h"
 #include "forms/recherche/dialogrecherche.h"
+#include "journal/ecriturelue.h"
 #include "ui/cznlistview.h"
 
 namespace fenlor::test {
@@ -65,6 +67,43 @@ class BoiteRecherche : public ProgrammeDeTest {
   bool m_tous = false;  ///< "Tous les exercices" is ticked
   QString m_reste;      ///< what the box says when nothing was chosen in it
 };
+
+/// Insert, the code, the amount and five keys between them; and the start page without any.
+TEST_F(BoiteRecherche, UneRecetteEnNeufTouchesUnSoldeSansAucune) {
+  const auto montre = [this](const char* solde) {
+    for (const auto* figure : Principal->findChildren<QPushButton*>())
+      if (figure->isVisible() && figure->accessibleName().contains(u", Livres : "_s + QLatin1String(solde)))
+        return true;
+    return false;
+  };
+  EXPECT_TRUE(montre("-1403,50"));
+  Principal->OuvreUnique(FenRecettes);
+  Robot robot;
+  unsigned touches = 1;
+  robot.Attend("DialogEcriture", [&](QDialog& f) {
+    f.activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return f.isActiveWindow(); }));
+    for (const Qt::Key cle : {Qt::Key_Tab, Qt::Key_H, Qt::Key_O, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_2,
+                              Qt::Key_5, Qt::Key_Return}) {
+      ++touches;
+      QTest::keyClick(f.focusWidget(), cle);
+    }
+    Boite.Defaut = RepNon;
+    f.reject();
+  });
+  ASSERT_TRUE(Journal());
+  QTest::keyClick(&Journal()->Liste(), Qt::Key_Insert);
+  EXPECT_EQ(touches, 9u);
+  ASSERT_EQ(Journal()->GetEcrCount(), 1);
+  EcritureLue lue;
+  ASSERT_FALSE(LitEcriture(App(), Journal()->GetEcrId(0), lue));
+  EXPECT_EQ(lue.saisie.compte, Long("706"));
+  EXPECT_FALSE(lue.saisie.libelle.empty());
+  EXPECT_EQ(lue.saisie.montants.ttc, 25);
+  Principal->FermeToutes();
+  QApplication::processEvents();
+  EXPECT_TRUE(montre("-1378,50"));
+}
 
 TEST_F(BoiteRecherche, UneEcritureEnDouzeTouchesAuPlus) {
   // From the start page, from a list, from another journal.
