@@ -104,6 +104,7 @@ void Parcourt(Sens sens, Saisie& s, u32& prochain) {
   sens("Tresorerie", e.tresorerie);
   sens("Paiement", e.paiement);
   sens("FrappeCode", s.code);
+  sens("FrappeTresorerie", s.tresorerie);
   sens("FrappeTTC", s.ttc);
   sens("FrappeProfessionnel", s.professionnelle);
   Parcourt(sens, "Tresoreries", e.tresoreries, [&](const std::string& cle, auto& ligne) {
@@ -169,7 +170,7 @@ bool Tient(CFenlorApp& app, const SaisieSuspendue& s, u32 mouvement) {
     return !LitOD(app, mouvement, od) && entete(od.saisie) && MemesLignes(s, od);
   }
   EcritureLue lue;
-  return s.ttc.empty() && s.professionnelle.empty() && !LitEcriture(app, mouvement, lue) &&
+  return s.tresorerie.empty() && s.ttc.empty() && s.professionnelle.empty() && !LitEcriture(app, mouvement, lue) &&
          entete(lue.saisie) && lue.saisie.compte == e.compte && lue.saisie.montants.ttc == e.montants.ttc &&
          lue.saisie.montants.professionnel == e.montants.professionnel && MemesTresoreries(e, lue);
 }
@@ -219,7 +220,7 @@ std::optional<SaisieSuspendue> LitSuspens(CFenlorApp& app) {
   const bool connu = e.journal >= JournalRecettes && e.journal <= JournalOD &&
                      (s.operationDiverse ||
                       (e.journal != JournalOD && (e.genre == GenreSimple || e.genre == GenreStandard)));
-  if (s.ligne.rang > s.lignes.size()) s.ligneOuverte = false;
+  if (s.ligne.rang > (s.operationDiverse ? s.lignes.size() : e.tresoreries.size())) s.ligneOuverte = false;
   if (!connu || !IsDateOk(e.date) || DejaEnregistree(app, s, prochain)) return std::nullopt;
   Mouvement entete{};
   if (e.mouvement != 0 && !app.Magasin.ReadMouvements(app.PathExercice, e.mouvement, entete))

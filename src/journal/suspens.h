@@ -11,7 +11,8 @@
 
 namespace fenlor {
 
-/// What stands in the form of a line, over that of an opération diverse.
+/// What stands in the form of a line, over that of an opération diverse or of an entry that several treasury
+/// accounts share. Of these it has account, payment and, as `debit`, the amount.
 struct LigneSuspendue {
   u32 rang = 0;          ///< of the line that it changes, from 1; 0: a new one
   LigneODSaisie saisie;  ///< but for the amounts
@@ -27,7 +28,7 @@ struct SaisieSuspendue {
   bool ligneOuverte = false;
   LigneSuspendue ligne;  ///< while it is open
   /// What stands in a field that cannot be read, letter for letter.
-  std::string code, ttc, professionnelle;
+  std::string code, tresorerie, ttc, professionnelle;
 };
 
 /// The text that the file holds: two forms with the same text hold the same.

@@ -306,6 +306,16 @@ bool ChoixTresorerie::Choisit(const std::string& compte) {
   return trouve;
 }
 
+std::string ChoixTresorerie::Inconnu() const {
+  return currentIndex() < 0 ? De1252(currentText()) : std::string();
+}
+
+void ChoixTresorerie::RetapeInconnu(const std::string& texte) {
+  const QSignalBlocker silence(this);
+  setCurrentIndex(-1);
+  setEditText(Q(texte));
+}
+
 void ChampsTresorerieEcriture::Declare(Formulaire& formulaire) {
   formulaire.Champ(u"Code :"_s, m_code, "tresorerie")
       .SurChangement([this] { Suit(); })

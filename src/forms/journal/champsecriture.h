@@ -179,6 +179,9 @@ class ChoixTresorerie : public QComboBox {
   const CompteOffert* Choisi() const;
   /// False, and the first one is chosen, when the account is not there.
   bool Choisit(const std::string& compte);
+  /// What was typed and names no account; empty: nothing.
+  std::string Inconnu() const;
+  void RetapeInconnu(const std::string& texte);
 
  private:
   std::vector<CompteOffert> m_comptes;
@@ -201,6 +204,11 @@ class ChampsTresorerieEcriture {
   i16 Paiement() const { return m_banque ? m_paiement.Valeur() : i16{PaiementCheque}; }
   void Permet(bool permis);
   QWidget& Code() { return m_code; }
+  std::string Inconnu() const { return m_code.Inconnu(); }
+  void RetapeInconnu(const std::string& texte) {
+    m_code.RetapeInconnu(texte);
+    Suit();
+  }
 
  private:
   void Suit();

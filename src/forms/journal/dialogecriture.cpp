@@ -256,6 +256,7 @@ void CDialogEcriture::Reprend(const SaisieSuspendue& reprise) {
   ecriture.saisie = saisie;
   for (const LigneTresorSaisie& ligne : saisie.tresoreries) ecriture.lignes.push_back({ligne, {}, {}});
   m_tresorerie->Pose(ecriture);
+  m_tresorerie->Retape(reprise);
   m_montants.Retape({reprise.ttc, reprise.professionnelle});
   m_reprise = true;
   ActualiseEtat();
@@ -263,8 +264,12 @@ void CDialogEcriture::Reprend(const SaisieSuspendue& reprise) {
 
 /// What would be lost with the program.
 std::optional<SaisieSuspendue> CDialogEcriture::Suspendue() const {
-  if (Fige() || !Modifie()) return std::nullopt;
+  const auto ligne = m_tresorerie->LigneOuverte();
+  if (Fige() || (!ligne && !Modifie())) return std::nullopt;
   SaisieSuspendue suspendue;
+  suspendue.ligneOuverte = ligne.has_value();
+  if (ligne) suspendue.ligne = *ligne;
+  suspendue.tresorerie = m_tresorerie->CodeInconnu();
   suspendue.ecriture = Saisie();
   suspendue.ecriture.date = m_jour.Valeur();
   if (m_compte.CodeInconnu()) suspendue.code = m_compte.CodeTape();

@@ -82,6 +82,29 @@ void CDialogLineTresor::Montre(const LigneTresorLue& ligne) {
   m_marques.Pose(ligne.marques);
 }
 
+void CDialogLineTresor::showEvent(QShowEvent* evenement) {
+  CZNDialog::showEvent(evenement);
+  // After the base noted what stood there: all of it was typed.
+  if (m_ouverture.reprise && !m_vue) {
+    const LigneSuspendue& reprise = *m_ouverture.reprise;
+    m_tresorerie.Pose(reprise.saisie.compte, reprise.saisie.paiement);
+    if (!reprise.code.empty()) m_tresorerie.RetapeInconnu(reprise.code);
+    m_montant.setText(Q(reprise.debit));
+  }
+  m_vue = true;
+}
+
+std::optional<LigneSuspendue> CDialogLineTresor::Suspendue() const {
+  if (m_ouverture.lecture || !Modifie()) return std::nullopt;
+  LigneSuspendue ligne;
+  if (m_ouverture.modification) ligne.rang = static_cast<u32>(m_lignes.choisie + 1);
+  if (const CompteOffert* compte = m_tresorerie.Choisi()) ligne.saisie.compte = compte->compte;
+  ligne.saisie.paiement = m_tresorerie.Marque();
+  ligne.code = m_tresorerie.Inconnu();
+  ligne.debit = De1252(m_montant.text());
+  return ligne;
+}
+
 bool CDialogLineTresor::Enregistre() {
   const f64 montant = MontantDeChamp(m_montant.Valeur());
   if (montant == 0) return Refuse(ErrMontantNul, m_montant);

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "forms/journal/champsecriture.h"
 #include "journal/ecriturelue.h"
+#include "journal/suspens.h"
 #include "ui/czndialog.h"
 
 namespace fenlor {
@@ -31,17 +33,21 @@ class CDialogLineTresor : public CZNDialog {
     f64 ttc = 0;             ///< of the entry, in its currency
     bool euro = true;
     bool modification = false;
-    bool lecture = false;          ///< entry validated or linked
-    std::function<void()> change;  ///< after each save
+    bool lecture = false;                        ///< entry validated or linked
+    std::function<void()> change;                ///< after each save
+    std::optional<LigneSuspendue> reprise = {};  ///< typed before the program ended
   };
   /// `lignes` outlives the form.
   CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes, const Ouverture& ouverture,
                     QWidget* parent = nullptr);
 
   bool Change() const { return m_change; }  ///< a line was added or changed
+  /// What would be lost with the program.
+  std::optional<LigneSuspendue> Suspendue() const;
   void accept() override;
 
  protected:
+  void showEvent(QShowEvent* evenement) override;
   bool Enregistre() override;
   void Vide() override;
 
@@ -52,6 +58,7 @@ class CDialogLineTresor : public CZNDialog {
   LignesTresor& m_lignes;
   const Ouverture m_ouverture;
   bool m_change = false;
+  bool m_vue = false;    ///< shown once
   bool m_videe = false;  ///< the last `accept` saved and cleared the form
   ChampsTresorerieEcriture m_tresorerie;
   EditeurMontant m_montant;

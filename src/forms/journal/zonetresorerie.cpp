@@ -184,7 +184,24 @@ void ZoneTresorerie::Supprime() {
   LignesChangees(premiere);
 }
 
-void ZoneTresorerie::OuvreLigne(bool modification) {
+std::optional<LigneSuspendue> ZoneTresorerie::LigneOuverte() const {
+  return m_ligneOuverte ? m_ligneOuverte->Suspendue() : std::nullopt;
+}
+
+void ZoneTresorerie::Retape(const SaisieSuspendue& reprise) {
+  if (!reprise.tresorerie.empty()) m_champs.RetapeInconnu(reprise.tresorerie);
+  if (!reprise.ligneOuverte || m_genre != GenreStandard) return;
+  // Once the entry's form stands: it would come before it.
+  QMetaObject::invokeMethod(
+      this,
+      [this, ligne = reprise.ligne] {
+        m_liste->Relit(static_cast<int>(ligne.rang) - 1);
+        OuvreLigne(ligne.rang != 0, ligne);
+      },
+      Qt::QueuedConnection);
+}
+
+void ZoneTresorerie::OuvreLigne(bool modification, const std::optional<LigneSuspendue>& reprise) {
   const Ecriture ecriture = m_ecriture();
   CDialogLineTresor::Ouverture ouverture;
   ouverture.date = ecriture.date;
@@ -197,7 +214,11 @@ void ZoneTresorerie::OuvreLigne(bool modification) {
     LignesChangees(modification ? m_lignes.choisie : static_cast<int>(m_lignes.lignes.size()) - 1);
   };
   m_lignes.choisie = modification ? m_liste->Table().RangChoisi() : -1;
-  CDialogLineTresor(m_contexte, m_lignes, ouverture, window()).exec();
+  ouverture.reprise = reprise;
+  CDialogLineTresor forme(m_contexte, m_lignes, ouverture, window());
+  m_ligneOuverte = &forme;
+  forme.exec();
+  m_ligneOuverte = nullptr;
   m_liste->setFocus(Qt::OtherFocusReason);
 }
 

@@ -33,6 +33,13 @@ class ZoneTresorerie : public QGroupBox {
   i16 Paiement() const { return m_champs.Marque(); }
   const LignesTresor& Lignes() const { return m_lignes; }
 
+  /// A code that was typed and names no account.
+  std::string CodeInconnu() const { return m_genre == GenreSimple ? m_champs.Inconnu() : std::string(); }
+  /// What stands in the form of a line, while it is open.
+  std::optional<LigneSuspendue> LigneOuverte() const;
+  /// Behind `Pose`, what was typed before the program ended.
+  void Retape(const SaisieSuspendue& reprise);
+
   /// Shows an entry; of a standard one the simple part keeps its account.
   void Pose(const EcritureLue& ecriture);
   /// A new simple entry on the account shown, or on `tresorerie` when there is one.
@@ -53,7 +60,7 @@ class ZoneTresorerie : public QGroupBox {
   void Ajoute();
   void ModifieLigne();
   void Supprime();
-  void OuvreLigne(bool modification);
+  void OuvreLigne(bool modification, const std::optional<LigneSuspendue>& reprise = {});
   void Remplit(int choisie);
   void LignesChangees(int choisie);
   void ActualiseBoutons();
@@ -69,6 +76,7 @@ class ZoneTresorerie : public QGroupBox {
   LignesTresor m_lignes;
   std::vector<CompteOffert> m_comptes;  ///< of the lines
 
+  CDialogLineTresor* m_ligneOuverte = nullptr;
   QStackedLayout* m_pages;
   ChampsTresorerieEcriture m_champs;
   QPushButton* m_multiple;

@@ -81,6 +81,44 @@ TEST_F(FormeEcriture, UnFiltreNeChangePasDeLigne) {
   EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|100,00 ; BQ|Banque|Chèque|20,00"_s);
 }
 
+/// A code that names no account, and the form of a line: nothing of them becomes something else.
+TEST_F(FormeEcriture, LaTresorerieAMoitieTapeeRevient) {
+  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
+  Tape(*Champ<QComboBox>(*f, "tresorerie"), u"ZZ"_s);
+  Va(*Champ(*f, "libelle"));
+  f.reset();  // dies without an answer
+  auto saisie = LitSuspens(App());
+  ASSERT_TRUE(saisie);
+  OuvertureEcriture ouverture = Ouverture(JournalRecettes);
+  ouverture.reprise = &*saisie;
+  f = Montre(ouverture);
+  EXPECT_EQ(Lu(*f, "tresorerie"), u"ZZ"_s);
+  Ok(*f);
+  EXPECT_EQ(f->Derniere(), 0u);
+  f.reset();
+
+  saisie->tresorerie.clear();
+  saisie->ecriture.genre = GenreStandard;
+  saisie->ecriture.tresoreries = {{Long("514"), 60, PaiementAutre}};
+  saisie->ligneOuverte = true;
+  saisie->ligne.code = "YY";
+  saisie->ligne.debit = "33,3,";
+  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+    l.activateWindow();
+    QApplication::processEvents();
+    EXPECT_EQ(Lu(l, "tresorerie"), u"YY"_s);
+    EXPECT_EQ(Lu(l, "montant"), u"33,3,"_s);
+    Tape(*Champ(l, "montant"), u"40"_s);
+    Va(*Champ(l, "tresorerie"));
+    const auto notee = LitSuspens(App());
+    EXPECT_TRUE(notee && notee->ligneOuverte && notee->ligne.code == "YY" && notee->ligne.debit == "40,00");
+    l.done(QDialog::Rejected);
+  });
+  f = Montre(ouverture);
+  QApplication::processEvents();
+  EXPECT_EQ(LignesTresor(*f), u"CCP|Postal|Autre|60,00"_s);
+}
+
 TEST_F(FormeEcriture, SupprimeToutesLesLignesChoisies) {
   auto f = Montre(Ouverture(JournalRecettes, Enregistre(Multiple(JournalRecettes, "706",
                                                                  {{"512", 60}, {"531", 30}, {"514", 10}}))));
