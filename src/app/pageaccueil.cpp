@@ -27,15 +27,15 @@ PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)>
   setObjectName(u"PageAccueil"_s);
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
-  auto* defile = new QScrollArea(this);
-  DonneRole(*defile, QAccessible::Pane);
-  defile->setObjectName(u"accueil"_s);
-  defile->setAccessibleName(u"Page d'accueil"_s);
-  defile->setFrameShape(QFrame::NoFrame);
-  defile->setWidgetResizable(true);
-  defile->setBackgroundRole(QPalette::Base);
-  auto* milieu = new QWidget(defile);
-  defile->setWidget(milieu);
+  m_defile = new QScrollArea(this);
+  DonneRole(*m_defile, QAccessible::Pane);
+  m_defile->setObjectName(u"accueil"_s);
+  m_defile->setAccessibleName(u"Page d'accueil"_s);
+  m_defile->setFrameShape(QFrame::NoFrame);
+  m_defile->setWidgetResizable(true);
+  m_defile->setBackgroundRole(QPalette::Base);
+  auto* milieu = new QWidget(m_defile);
+  m_defile->setWidget(milieu);
   m_titre = new QLabel(milieu);
   m_titre->setObjectName(u"titre"_s);
   QFont grand = m_titre->font();
@@ -51,16 +51,16 @@ PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)>
   m_boutons->setContentsMargins({});
   m_situation = new PanneauSituation(contexte, std::move(ouvre), milieu);
 
-  auto* colonnes = new QHBoxLayout;
-  colonnes->addWidget(commandes, 1, Qt::AlignTop);
-  colonnes->addSpacing(2 * fontMetrics().height());
-  colonnes->addWidget(m_situation, 0, Qt::AlignTop);
+  m_colonnes = new QHBoxLayout;
+  m_colonnes->addWidget(commandes, 1, Qt::AlignTop);
+  m_colonnes->addSpacing(2 * fontMetrics().height());
+  m_colonnes->addWidget(m_situation, 0, Qt::AlignTop);
   auto* pile = new QVBoxLayout;
   pile->addStretch(2);
   pile->addWidget(m_titre);
   pile->addWidget(m_phrase);
   pile->addSpacing(fontMetrics().height());
-  pile->addLayout(colonnes);
+  pile->addLayout(m_colonnes);
   pile->addStretch(3);
   auto* rangee = new QHBoxLayout(milieu);
   rangee->addStretch(1);
@@ -68,7 +68,7 @@ PageAccueil::PageAccueil(ContexteUi& contexte, std::function<QAction*(unsigned)>
   rangee->addStretch(1);
   auto* tout = new QVBoxLayout(this);
   tout->setContentsMargins({});
-  tout->addWidget(defile);
+  tout->addWidget(m_defile);
 }
 
 void PageAccueil::Montre(const QString& titre, const QString& phrase,
@@ -96,6 +96,18 @@ void PageAccueil::Montre(const QString& titre, const QString& phrase,
   }
 }
 
+void PageAccueil::Dispose() {
+  m_colonnes->setDirection(QBoxLayout::LeftToRight);
+  m_defile->widget()->layout()->activate();
+  if (m_defile->widget()->minimumSizeHint().width() > m_defile->viewport()->width())
+    m_colonnes->setDirection(QBoxLayout::BottomToTop);
+}
+
+void PageAccueil::resizeEvent(QResizeEvent* evenement) {
+  QWidget::resizeEvent(evenement);
+  Dispose();
+}
+
 void PageAccueil::Actualise() {
   CFenlorApp& app = m_contexte.App;
   m_situation->Actualise();
@@ -110,6 +122,7 @@ void PageAccueil::Actualise() {
     Montre(TexteQ(AccueilAucun), TexteQ(AccueilChoisir),
            {CmdOuvrirExercice, CmdNouvelExercice, CmdRestaurerCabinet, CmdDemonstration, CmdAide});
   }
+  Dispose();
 }
 
 }  // namespace fenlor

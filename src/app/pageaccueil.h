@@ -10,6 +10,7 @@
 #include "ui/fenetres.h"
 
 class QAction;
+class QBoxLayout;
 class QLabel;
 class QScrollArea;
 class QVBoxLayout;
@@ -26,12 +27,19 @@ class PageAccueil : public QWidget {
   /// Title, sentence and commands for the session as it is.
   void Actualise();
 
+ protected:
+  void resizeEvent(QResizeEvent* evenement) override;
+
  private:
+  /// Commands beside the money, or below it where there is no room.
+  void Dispose();
   void Montre(const QString& titre, const QString& phrase, const std::vector<unsigned>& commandes);
   ContexteUi& m_contexte;
   std::function<QAction*(unsigned)> m_action;
   QLabel* m_titre;
   QLabel* m_phrase;
+  QScrollArea* m_defile;
+  QBoxLayout* m_colonnes;
   QVBoxLayout* m_boutons;
   PanneauSituation* m_situation;
 };

@@ -24,6 +24,26 @@ bool MemePrix(const FicheCession& a, const FicheCession& b) {
   return a.euro == b.euro && Arrondi2(a.prix) == Arrondi2(b.prix);
 }
 
+struct Prix {
+  f64 franc = 0, euro = 0;
+};
+/// In both currencies; none out of bounds.
+std::optional<Prix> PrixDe(CFenlorApp& app, const FicheCession& cession) {
+  const f64 taux = app.Magasin.GetTauxEuro(app.Magasin.Today());
+  const Prix prix{cession.euro ? QVAPI::ConvertEuroToFranc(taux, cession.prix) : cession.prix,
+                  cession.euro ? cession.prix : QVAPI::ConvertFrancToEuro(taux, cession.prix)};
+  const bool borne = cession.prix >= 0 && prix.franc <= MontantMax && prix.euro <= MontantMax;
+  return borne ? std::optional(prix) : std::nullopt;
+}
+
+void PosePrix(CFenlorApp& app, const FicheCession& cession, const Prix& prix, Immobilisation& immo) {
+  if (immo.DateCession == 0 || !MemePrix(cession, CessionDe(app, immo))) {
+    immo.PrixCessionFranc = prix.franc;
+    immo.PrixCessionEuro = prix.euro;
+  }
+  immo.MonnaieCession = cession.euro;
+}
+
 }  // namespace
 
 FicheCession CessionDe(CFenlorApp& app, const Immobilisation& immo) {
@@ -41,22 +61,16 @@ Refus ControleRebut(const Immobilisation& immo) { return EstCedee(immo) ? Refus(
 Refus PoseCession(CFenlorApp& app, const FicheCession& cession, Immobilisation& immo) {
   if (const Refus refus = ControleCession(immo)) return refus;
   if (!IsDateOk(cession.date)) return Refus(ErrDateIncorrecte, ChampDate);
-  const f64 taux = app.Magasin.GetTauxEuro(app.Magasin.Today());
-  const f64 franc = cession.euro ? QVAPI::ConvertEuroToFranc(taux, cession.prix) : cession.prix;
-  const f64 euro = cession.euro ? cession.prix : QVAPI::ConvertFrancToEuro(taux, cession.prix);
-  if (!(cession.prix >= 0 && franc <= MontantMax && euro <= MontantMax))
+  const std::optional<Prix> prix = PrixDe(app, cession);
+  if (!prix)
     return Refus(ErrMontantBornes, "prix",
                  {FormatMontant(cession.prix, 2), "0", FormatMontant(MontantMax, 2)});
   const Date limite = app.Reglages.GetLimiteFranc();
   if (!cession.euro && cession.date > limite) return Refus(ErrCessionFranc, ChampDate, {StrDate(limite)});
   if (const Refus refus = ControleDate(app, cession.date, immo)) return refus;
 
-  if (immo.DateCession == 0 || !MemePrix(cession, CessionDe(app, immo))) {
-    immo.PrixCessionFranc = franc;
-    immo.PrixCessionEuro = euro;
-  }
+  PosePrix(app, cession, *prix, immo);
   immo.DateCession = cession.date;
-  immo.MonnaieCession = cession.euro;
   immo.Rebut = 0;
   assert(EstCedee(immo));
   return {};
@@ -74,9 +88,10 @@ Refus PoseRebut(CFenlorApp& app, Date date, Immobilisation& immo) {
   return {};
 }
 
-Refus AnnuleCession(CFenlorApp& app, Immobilisation& immo) {
+Refus AnnuleCession(CFenlorApp& app, Immobilisation& immo, const std::optional<FicheCession>& saisie) {
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeCession))
     return refus;
+  if (const auto prix = saisie ? PrixDe(app, *saisie) : std::nullopt) PosePrix(app, *saisie, *prix, immo);
   immo.DateCession = immo.Rebut = 0;
   return {};
 }

@@ -356,13 +356,11 @@ void TableListe::drawRow(QPainter* peintre, const QStyleOptionViewItem& option,
         DessineCellule(*peintre, cellule, colonne, texte->value(colonne));
     const int voisine = header()->logicalIndex(header()->visualIndex(colonne) + 1);
     if (!allure.traits.isValid() || (EstMarque(colonne) && EstMarque(voisine))) continue;
-    peintre->setPen(allure.traits);
-    peintre->drawLine(cellule.right(), rangee.top(), cellule.right(), rangee.bottom());
+    // Whole pixels, on a screen of twice as many too.
+    peintre->fillRect(QRect(cellule.right(), rangee.top(), 1, rangee.height()), allure.traits);
   }
-  if (allure.traits.isValid()) {
-    peintre->setPen(allure.traits);
-    peintre->drawLine(rangee.left(), rangee.bottom(), rangee.right(), rangee.bottom());
-  }
+  if (allure.traits.isValid())
+    peintre->fillRect(QRect(rangee.left(), rangee.bottom(), rangee.width(), 1), allure.traits);
   if (focus && currentIndex().row() == index.row()) {
     peintre->setPen(QPen(allure.texte, 1, Qt::DotLine));
     peintre->drawRect(rangee.adjusted(0, 0, -1, -1 - m_trait));

@@ -5,6 +5,8 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSet>
 #include <algorithm>
 #include <set>
@@ -261,6 +263,12 @@ TEST_F(CommandesUiTest, LAccueilMontreLArgentEtPropose) {
     throw std::runtime_error("no figure " + nom.toStdString());
   };
   EXPECT_EQ(figure(QStringLiteral("Banque, Livres")).text(), QStringLiteral("0,00 €"));
+  // On a small screen the money stands above the commands.
+  Principal->resize(600, 500);
+  QApplication::processEvents();
+  const auto& accueil = Trouve<QScrollArea>(*Principal, "accueil");
+  EXPECT_EQ(accueil.horizontalScrollBar()->maximum(), 0);
+  EXPECT_FALSE(figure(QStringLiteral("Banque, Livres")).visibleRegion().isEmpty());
   Clique(figure(QStringLiteral("Banque, Livres")));
   ASSERT_TRUE(Active());
   EXPECT_EQ(Active()->windowTitle(), QStringLiteral("Comptes de trésorerie"));

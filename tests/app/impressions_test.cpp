@@ -1,6 +1,9 @@
 // Reports from their commands: the windows that print, the menu, and the preview beside them.
 
 #include "forms/reports/impressions.h"
+
+#include <QMenuBar>
+
 #include "app/commandes.h"
 #include "app/programmedetest.h"
 #include "forms/reports/previewview.h"
@@ -109,6 +112,25 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
   const auto deux = Principal->Zone().subWindowList();
   ASSERT_EQ(deux.size(), 2);
   EXPECT_NE(deux[0]->pos(), deux[1]->pos());
+}
+
+/// The file that was made is named in the bar, whose keys open no menu.
+TEST_F(ImpressionsTest, LaBarreDUnPdf) {
+  Robot robot;
+  robot.Attend("DialogPeriode", [](QDialog& forme) { Clique(Trouve<QPushButton>(forme, "pdf")); });
+  robot.Attend("DialogPdf", [this](QDialog& dialogue) {
+    Trouve<QLineEdit>(dialogue, "fileNameEdit").setText(Q(Dossier() + "/etat.pdf"));
+    QMetaObject::invokeMethod(&dialogue, "accept");
+  });
+  Principal->Table().Execute(1029);
+  std::vector<QString> boutons;
+  for (QPushButton* bouton : Trouve<QWidget>(*Principal, "offre").findChildren<QPushButton*>()) {
+    if (bouton->isVisible()) boutons.push_back(bouton->text());
+    for (const QAction* menu : Principal->menuBar()->actions())
+      EXPECT_NE(QKeySequence::mnemonic(menu->text()), QKeySequence::mnemonic(bouton->text()))
+          << bouton->text().toStdString();
+  }
+  EXPECT_EQ(boutons.size(), 2u);
 }
 
 }  // namespace

@@ -55,10 +55,10 @@ bool FormeFin::Enregistre() {
   return Refuse(Pose(immo)) && Depose(immo);
 }
 
-/// What is typed plays no part; whoever does not want it has left the form.
+/// Whoever does not want it has left the form.
 void FormeFin::Annule() {
   Immobilisation immo = m_immo;
-  if (!App().Dit(AnnuleCession(App(), immo))) return done(Rejected);
+  if (!App().Dit(AnnuleCession(App(), immo, Saisie()))) return done(Rejected);
   if (Depose(immo)) done(Accepted);
 }
 
@@ -82,6 +82,11 @@ CDialogCession::CDialogCession(ContexteUi& contexte, Immobilisation& immo, Depot
 
 Refus CDialogCession::Pose(Immobilisation& immo) {
   return PoseCession(App(), {m_date.Valeur(), m_prix.Valeur(), m_monnaie.Euro()}, immo);
+}
+
+std::optional<FicheCession> CDialogCession::Saisie() const {
+  if (m_prix.Refus() != 0) return std::nullopt;
+  return FicheCession{m_date.Valeur(), m_prix.Valeur(), m_monnaie.Euro()};
 }
 
 CDialogRebut::CDialogRebut(ContexteUi& contexte, Immobilisation& immo, Depot depot, QWidget* parent)

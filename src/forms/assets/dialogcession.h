@@ -30,6 +30,8 @@ class FormeFin : public CZNDialog {
   bool Enregistre() override;
   /// What is typed into the asset; the rule's refusal.
   virtual Refus Pose(Immobilisation& immo) = 0;
+  /// What is typed, for "&Supprimer", which refuses nothing of it.
+  virtual std::optional<FicheCession> Saisie() const { return std::nullopt; }
 
   EditeurDate m_date;
 
@@ -50,6 +52,7 @@ class CDialogCession : public FormeFin {
 
  protected:
   Refus Pose(Immobilisation& immo) override;
+  std::optional<FicheCession> Saisie() const override;
 
  private:
   EditeurMontant m_prix;

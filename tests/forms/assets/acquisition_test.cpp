@@ -292,9 +292,11 @@ TEST_F(Fin, SupprimerRendLeBien) {
     Boite.Reponses = {RepOui};
     const std::unique_ptr<CZNDialog> oui = forme();
     Montre(*oui);
+    if (!rebut) Tape(Champ(*oui, "prix"), u"300"_s);
     Clique(Case(*oui, "supprimer"));
     EXPECT_EQ(oui->result(), int{QDialog::Accepted});
     EXPECT_EQ(+bien.DateCession, 0u);
+    EXPECT_EQ(+bien.PrixCessionFranc, 300) << "what was typed is not lost";
     bien.DateCession = GetDate("01/02/2003");
   }
 }

@@ -346,6 +346,22 @@ TEST_F(VueJournal, BarreDesMois) {
   EXPECT_EQ(mois.Courant(), -1);
 }
 
+TEST_F(VueJournal, LesTraitsSontEntiersADeuxCentsPourCent) {
+  Recette(1);
+  Recette(2);
+  const auto vue = Ouvre();
+  CEcrList& liste = vue->Liste();
+  QImage image(liste.viewport()->size() * 2, QImage::Format_RGB32);
+  image.setDevicePixelRatio(2);
+  liste.viewport()->render(&image);
+  const QRect rangees = liste.visualRect(liste.Modele().index(0, 0));  // the other one has the focus
+  const int x = 2 * (liste.columnViewportPosition(0) + liste.columnWidth(0)) - 1;
+  int manquent = 0;
+  for (int y = 2 * rangees.top(); y < 2 * (rangees.bottom() + 1); ++y)
+    manquent += image.pixelColor(x, y) != Dessin.CouleurBordure;
+  EXPECT_EQ(manquent, 0);
+}
+
 TEST_F(VueJournal, MoisDUnExerciceACheval) {
   ASSERT_TRUE(CreeExercice("2005", true, false, FaitDate(15, 11, 2004), FaitDate(10, 2, 2005)));
   Regle("2005", Texte(CleJournal[0]), "< Tous >, 2, Toutes, 0");
