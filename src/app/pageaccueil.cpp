@@ -4,6 +4,7 @@
 #include <QCommandLinkButton>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "app/commandes.h"
@@ -99,7 +100,9 @@ void PageAccueil::Montre(const QString& titre, const QString& phrase,
 void PageAccueil::Dispose() {
   m_colonnes->setDirection(QBoxLayout::LeftToRight);
   m_defile->widget()->layout()->activate();
-  if (m_defile->widget()->minimumSizeHint().width() > m_defile->viewport()->width())
+  // The bar that stands at its edge comes later.
+  const int large = m_defile->width() - m_defile->verticalScrollBar()->sizeHint().width();
+  if (m_defile->widget()->minimumSizeHint().width() > large)
     m_colonnes->setDirection(QBoxLayout::BottomToTop);
 }
 

@@ -37,8 +37,8 @@ Refus PoseCession(CFenlorApp& app, const FicheCession& cession, Immobilisation& 
 /// Sold (3045), no date (3104), before the purchase (3013), after today (3014), all "date". Both prices
 /// become 0.
 Refus PoseRebut(CFenlorApp& app, Date date, Immobilisation& immo);
-/// Asks 3481, then the asset is held again; its prices stay, without a meaning: those of `saisie`, what stands
-/// in the form, where they are within bounds.
+/// Asks 3481, then the asset is held again; its prices stay, without a meaning: those of `saisie`, what
+/// stands in the form, where they are within bounds.
 Refus AnnuleCession(CFenlorApp& app, Immobilisation& immo, const std::optional<FicheCession>& saisie = {});
 
 }  // namespace fenlor

@@ -170,8 +170,9 @@ bool Tient(CFenlorApp& app, const SaisieSuspendue& s, u32 mouvement) {
     return !LitOD(app, mouvement, od) && entete(od.saisie) && MemesLignes(s, od);
   }
   EcritureLue lue;
-  return s.tresorerie.empty() && s.ttc.empty() && s.professionnelle.empty() && !LitEcriture(app, mouvement, lue) &&
-         entete(lue.saisie) && lue.saisie.compte == e.compte && lue.saisie.montants.ttc == e.montants.ttc &&
+  return s.tresorerie.empty() && s.ttc.empty() && s.professionnelle.empty() &&
+         !LitEcriture(app, mouvement, lue) && entete(lue.saisie) && lue.saisie.compte == e.compte &&
+         lue.saisie.montants.ttc == e.montants.ttc &&
          lue.saisie.montants.professionnel == e.montants.professionnel && MemesTresoreries(e, lue);
 }
 
