@@ -183,6 +183,26 @@ void Cles(Tableau& tableau, const Annee& annee, unsigned tours) {
   tableau.Ligne("  the opening alone", EnTemps(Mediane(refaites)), "", Mediane(refaites), " s", 0.6, false);
 }
 
+/// `saisir` is killed behind an acknowledged entry, and the practice opened.
+void ApresUneMort(Tableau& tableau, const Annee& annee, unsigned tours) {
+  std::vector<double> mortes, saines;
+  const auto ouvre = [&](std::vector<double>& temps) {
+    QVAPI m;
+    temps.push_back(Duree([&] { annee.Ouvre(m); }));
+  };
+  for (unsigned i = 0; i < tours; ++i) {
+    {
+      Repondeur saisir(annee.Commande({"saisir"}));
+      saisir(annee.Ligne(i));
+      saisir.Tue();
+    }
+    ouvre(mortes);
+    ouvre(saines);
+  }
+  tableau.Ligne("opening after a death / after a good end", EnTemps(Mediane(mortes)),
+                EnTemps(Mediane(saines)), Mediane(mortes) / Mediane(saines), "x", 0, false);
+}
+
 /// Seconds of clock and of processor, medians of one program's answers to one question.
 struct Mesure {
   double horloge = 0, processeur = 0;
@@ -262,6 +282,7 @@ int Principal(std::vector<std::string> arguments) {
   ContreUnParcours(tableau, annee, tours, "general ledger as text / the same",
                    {"etat", "grand-livre", "--texte"}, 6);
   Cles(tableau, annee, tours);
+  ApresUneMort(tableau, annee, tours);
   const u64 deQuatre = u64{ecritures} * EcrituresDeQuatre / EcrituresBarre;
   Sommes(tableau, dossier, static_cast<unsigned>(std::max<u64>(1, deQuatre)), tours);
   fs::remove_all(dossier);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -79,6 +80,8 @@ class Repondeur {
     close(m_sortie);
     waitpid(m_enfant, nullptr, 0);
   }
+  /// Ends it as a failing machine does.
+  void Tue() { kill(m_enfant, SIGKILL); }
   Repondeur(const Repondeur&) = delete;
   Repondeur& operator=(const Repondeur&) = delete;
   /// The answer, its end included.
