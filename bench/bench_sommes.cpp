@@ -3,7 +3,8 @@
 // with its seconds of clock and of processor: "ouverture", "parcours" of the journal in place, "sauvegarde"
 // of one more entry. `bench_sommes_sans` is the same program without the sums of the slots; bench_vitesse
 // asks both in turn.
-#include <cstdlib>
+#include <sched.h>
+
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -43,6 +44,15 @@ class Livres {
   unsigned m_suivante;
 };
 
+/// The first processor alone, or all of them: they do not reach the disk in the same time, and both programs
+/// are to be compared on one.
+void Restreint(bool unSeul) {
+  cpu_set_t processeurs;
+  CPU_ZERO(&processeurs);
+  for (unsigned i = 0; i < (unSeul ? 1u : CPU_SETSIZE); ++i) CPU_SET(i, &processeurs);
+  sched_setaffinity(0, sizeof processeurs, &processeurs);
+}
+
 }  // namespace
 
 }  // namespace fenlor::bench
@@ -54,6 +64,7 @@ int main(int argc, char** argv) {
   for (std::string mesure; std::getline(std::cin, mesure);) {
     const bool ouverture = mesure == "ouverture";
     if (ouverture) livres.Ferme();
+    Restreint(!ouverture);
     double processeur = 0;
     const double horloge = Duree([&] {
       processeur = TempsProcesseur([&] {
