@@ -12,7 +12,7 @@ namespace fenlor {
 
 namespace {
 
-constexpr std::size_t tailleTampon = 256u << 10;
+constexpr std::size_t tailleTampon = 64u << 10;
 constexpr u32 morceauMax = 1u << 30;
 constexpr const char* modeleNom = "FNLXXXXXX";
 
