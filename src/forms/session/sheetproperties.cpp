@@ -50,7 +50,7 @@ class CPagePropertiesExercice : public CZNPage {
         .FinGroupe()
         .Pousse();
     m_sceau.setWordWrap(true);
-    m_sceau.setMinimumWidth(fontMetrics().averageCharWidth() * 44);
+    m_sceau.setMinimumWidth(fontMetrics().averageCharWidth() * 66);
     m_emplacement.setMinimumWidth(fontMetrics().averageCharWidth() * 34);
     ConstruitFichiers(*fichiers);
   }
@@ -90,6 +90,8 @@ class CPagePropertiesExercice : public CZNPage {
     for (std::size_t i = 0; i < std::min(ConstatsMontres, examen.constats.size()); ++i)
       texte += "\r\n" + examen.constats[i];
     m_sceau.Pose(texte);
+    // What a broken seal tells takes several lines, which the sheet makes room for.
+    m_sceau.setMinimumHeight(m_sceau.heightForWidth(m_sceau.minimumWidth()));
   }
 
   std::string Taille(f64 ko) {
