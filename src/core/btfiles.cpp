@@ -89,7 +89,9 @@ void CBTFiles::SetRec(void* rec) { m_rec = rec ? rec : m_memoire.data(); }
 
 void CBTFiles::Erreur(int code, const TexteFixe& message, std::initializer_list<std::string> arguments) {
   if (code == 0) code = m_app.Magasin.QVFileErrorCode();
-  m_app.ReportErreur(ErrFichierIndexe, {TexteFormat(message, arguments), Nom, std::to_string(code)});
+  // A number of the system says nothing to who reads it.
+  const std::string raison = code > 0 && code < 1000 ? "\n" + TexteErreurSysteme(code) : std::string();
+  m_app.ReportErreur(ErrFichierIndexe, {TexteFormat(message, arguments), Nom, std::to_string(code) + raison});
 }
 
 void CBTFiles::ErreurLecture() { Erreur(0, MessageLecture); }

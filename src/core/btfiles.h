@@ -78,7 +78,8 @@ class CBTFiles {
   /// Makes a caller's buffer of `TailleRec` bytes the record; null: the object's own.
   virtual void SetRec(void* rec);
 
-  /// Tells message `message` (textes.h) about this file; code 0: the store's last error.
+  /// Tells message `message` (textes.h) about this file; code 0: the store's last error. The system's reason
+  /// stands behind a code of the system.
   void Erreur(int code, const TexteFixe& message, std::initializer_list<std::string> arguments = {});
   /// The same of a record that the store cannot read, with the reason that the store gives.
   void ErreurLecture();

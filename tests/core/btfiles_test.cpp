@@ -1,5 +1,6 @@
 #include "core/btfiles.h"
 
+#include "core/textes.h"
 #include "core/valeurs.h"
 #include "outils/cabinetdetest.h"
 
@@ -72,6 +73,10 @@ TEST_F(FichiersTest, SuppressionEtModification) {
                 std::to_string(ErrPosition));
   EXPECT_TRUE(Boite.Erreurs[1].texte.starts_with("LECTURE"));
   EXPECT_TRUE(Boite.Erreurs[2].texte.starts_with("ECRITURE"));
+
+  plan.Erreur(ENOSPC, MessageLecture);
+  EXPECT_TRUE(
+      Boite.Erreurs.back().texte.ends_with("Erreur = 28\nAucun espace disponible sur le p\xE9riph\xE9rique"));
 }
 
 TEST_F(FichiersTest, ParcoursParType) {
