@@ -89,7 +89,14 @@ class Course {
   }
   void Importe() {
     const u64 avant = m_magasin.NbSynchros();
-    if (AjouteOperations(m_app, m_operations)) Echec("the operations are refused");
+    CBanques banques(m_app, m_app.PathExercice);
+    if (!banques.OpenFile()) Echec("the operations cannot be opened");
+    QVAPI::Unite unite(m_magasin);
+    for (const Banque& operation : m_operations) {
+      *banques.Rec = operation;
+      if (!banques.Add()) Echec("an operation is refused");
+    }
+    if (!unite.Valide()) Echec("the operations are refused");
     m_synchros = m_magasin.NbSynchros() - avant;
   }
   void Rapproche() {

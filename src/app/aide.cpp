@@ -123,8 +123,6 @@ QString TexteAide(const QString& fichier) {
   return texte;
 }
 
-QStringList NomsAide() { return Sommaire()["fenetres"_L1].toObject().keys(); }
-
 namespace {
 
 QTreeWidget* FaitSommaire(QWidget* parent) {

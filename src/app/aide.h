@@ -28,8 +28,6 @@ std::vector<PageAide> PagesAide();
 QString AdresseAide(const QString& nom);
 /// Words of a page, without its markup.
 QString TexteAide(const QString& fichier);
-/// The names that `AdresseAide` knows.
-QStringList NomsAide();
 
 /// One window for the whole program; not modal, keeps its place in the settings.
 class CFenetreAide : public QDialog {

@@ -134,13 +134,6 @@ QTreeWidgetItem* CListeCommandes::Ligne(unsigned numero) const {
   return nullptr;
 }
 
-void CListeCommandes::Choisit(unsigned numero) {
-  QTreeWidgetItem* ligne = numero ? Ligne(numero) : nullptr;
-  if (!ligne) return;
-  if (ligne->isHidden()) m_recherche->clear();
-  m_table->setCurrentItem(ligne);
-}
-
 void CListeCommandes::PoseRaccourci(unsigned numero, const QString& texte) {
   if (QTreeWidgetItem* ligne = numero ? Ligne(numero) : nullptr) ligne->setText(1, texte);
 }

@@ -36,8 +36,7 @@ class CListeCommandes : public QWidget {
 
   QSize sizeHint() const override;
 
-  unsigned Choisie() const;       ///< 0 when none is
-  void Choisit(unsigned numero);  ///< shows all rows again when it is filtered out
+  unsigned Choisie() const;  ///< 0 when none is
   void PoseRaccourci(unsigned numero, const QString& texte);
   /// Shows the rows that hold all words of the text, whatever case and accents.
   void Filtre(const QString& texte);

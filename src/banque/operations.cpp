@@ -132,18 +132,6 @@ Refus EnregistreOperation(CFenlorApp& app, FicheOperation& fiche) {
   return RemplaceEnregistrement(app, banques, fiche.position);
 }
 
-Refus AjouteOperations(CFenlorApp& app, std::span<const Banque> operations) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
-  CBanques banques(app, app.PathExercice);
-  if (!banques.OpenFile()) return EchecFichier();
-  QVAPI::Unite unite(app.Magasin);
-  for (const Banque& operation : operations) {
-    *banques.Rec = operation;
-    if (!banques.Add()) return EchecFichier();
-  }
-  return unite.Valide() ? Refus{} : app.EchecMagasin();
-}
-
 std::string MontantEnTexte(f64 montant, bool euro) {
   return euro ? FormatEuro(montant) : FormatFranc(montant);
 }

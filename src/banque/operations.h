@@ -3,7 +3,6 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -50,8 +49,6 @@ Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec
 /// 3056. `fiche.position` becomes its own. One that is changed keeps its amount of the other currency as long
 /// as date and amount are the same.
 Refus EnregistreOperation(CFenlorApp& app, FicheOperation& fiche);
-/// Adds what `ComposeOperation` made, all of them or none: one unit, or a part of the caller's.
-Refus AjouteOperations(CFenlorApp& app, std::span<const Banque> operations);
 /// Closed exercice (3056), gone (3451), then the question, its amount in the currency `euro`.
 Refus SupprimeOperation(CFenlorApp& app, Position position, bool euro);
 /// "12,50 €": an amount as questions show it.

@@ -14,11 +14,6 @@ Rvb Melange(Rvb de, Rvb vers, f64 part) {
   return {canal(de.rouge, vers.rouge), canal(de.vert, vers.vert), canal(de.bleu, vers.bleu)};
 }
 
-f64 Lineaire(u8 canal) {
-  const f64 c = canal / 255.0;
-  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-}
-
 Rvb Teinte(const ThemeGraphique& theme, u8 teinte) {
   switch (teinte) {
     case TeinteFond:
@@ -44,12 +39,6 @@ Rvb Couleur(const ThemeGraphique& theme, Encre encre) {
   const Rvb pure = Teinte(theme, encre.teinte);
   const Rvb vers = encre.lumiere < 0 ? Rvb{0, 0, 0} : Rvb{255, 255, 255};
   return Melange(pure, vers, std::abs(encre.lumiere) / 100.0);
-}
-
-f64 Clarte(Rvb couleur) {
-  const f64 y =
-      0.2126 * Lineaire(couleur.rouge) + 0.7152 * Lineaire(couleur.vert) + 0.0722 * Lineaire(couleur.bleu);
-  return y > 0.008856 ? 116 * std::cbrt(y) - 16 : 903.3 * y;
 }
 
 std::string EnHexa(Rvb couleur) {

@@ -52,8 +52,6 @@ struct ThemeGraphique {
 /// The colour of an ink. Axis, grid and walls lie between text and background of the theme, so that a dark
 /// desktop has dark walls.
 Rvb Couleur(const ThemeGraphique& theme, Encre encre);
-/// Lightness as the eye has it, 0 (black) to 100 (white): what is left of a colour in grey.
-f64 Clarte(Rvb couleur);
 /// "#1f5a9e"
 std::string EnHexa(Rvb couleur);
 

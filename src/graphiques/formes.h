@@ -54,10 +54,6 @@ class MesureTable : public MesureTexte {
 // Parts of the height of a font above and below the base line.
 constexpr f64 MonteeTexte = 0.93, DescenteTexte = 0.24;
 
-/// What a text covers.
-CadreForme CadreTexte(const Forme& texte, const MesureTexte& mesure);
 bool Contient(const std::vector<PointForme>& polygone, PointForme p);
-/// Of the surface, whatever its sense of rotation.
-f64 Aire(const std::vector<PointForme>& polygone);
 
 }  // namespace fenlor

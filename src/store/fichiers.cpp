@@ -116,11 +116,6 @@ bool QVAPI::QVParcoursCle(u16 numCle, const std::string& debut, const std::strin
   return m_etat->moteur->Parcours(numCle, debut, fin, suite);
 }
 
-bool QVAPI::QVRefaitCles(u16 numFichier) {
-  if (numFichier == FichierJournal) m_etat->OublieCompteurs();
-  return m_etat->moteur->RefaitCles(numFichier);
-}
-
 namespace {
 
 /// Notes what is wrong with one slot: its sum, the record in it, keys that do not lead to it.

@@ -106,7 +106,6 @@ class Moteur {
   bool RemetCles(u16 numFichier);
   /// Rewrites a record and those of its keys that change.
   bool Remplace(u16 numFichier, Position position, const void* rec);
-  bool RefaitCles(u16 numFichier);
 
   // -- units of work
   void DebutUnite();

@@ -349,13 +349,6 @@ bool Moteur::RemetCles(u16 numFichier) {
   return true;
 }
 
-bool Moteur::RefaitCles(u16 numFichier) {
-  Ouvert* o = m->Dat(numFichier);
-  if (!o || !o->def || !o->idxOuvert) return m->Echec(ErrPasOuvert);
-  if (m->profondeur) return m->Echec(ErrValeur, *o);
-  return m->OuvreCles(*o, o->cheminIdx, true);
-}
-
 Position Moteur::TrouveCle(u16 numCle, std::string_view texte) {
   unsigned indice = 0;
   Ouvert* o = m->Cle(numCle, indice);

@@ -335,8 +335,6 @@ class QVAPI {
                      const std::function<bool(Position, const void*)>& suite);
   /// Compares keys and records of an open file, slot by slot and key by key.
   EtatFichier QVVerifie(u16 numFichier);
-  /// Discards and rebuilds the keys of an open file from its records.
-  bool QVRefaitCles(u16 numFichier);
 
   // ------------------------------------------------------------ Plain files
 

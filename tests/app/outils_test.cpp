@@ -1,5 +1,7 @@
 // The desk tools: calculator, tip of the day, about and system boxes, help.
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTextBrowser>
@@ -280,7 +282,8 @@ TEST_F(Outils, LiensDeLAideMenentQuelquePart) {
     const QString page = LitPageAide(fichier);
     return !page.isEmpty() && (ancre.isEmpty() || page.contains(u"name=\"%1\""_s.arg(ancre)));
   };
-  for (const QString& nom : NomsAide()) {
+  const auto sommaire = QJsonDocument::fromJson(LitPageAide(u"sommaire.json"_s).toUtf8());
+  for (const QString& nom : sommaire[u"fenetres"_s].toObject().keys()) {
     const QUrl adresse(AdresseAide(nom));
     EXPECT_TRUE(existe(adresse.path(), adresse.fragment())) << nom.toStdString();
   }

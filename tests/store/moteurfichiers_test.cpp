@@ -209,7 +209,8 @@ TEST_F(ClesSurDisqueTest, LaPlusLongueCleSeRefait) {
   ligne.Ligne = 4000000007;
   const Position position = moteur.Ajoute(FichierJournal, &ligne);
   ASSERT_TRUE(position && moteur.AjouteCles(FichierJournal, position, &ligne, false));
-  ASSERT_TRUE(moteur.RefaitCles(FichierJournal));
+  moteur.DebutUnite();
+  ASSERT_TRUE(moteur.RemetCles(FichierJournal) && moteur.ValideUnite());
   char texte[TailleCleMax];
   for (unsigned cle = 0; cle < 6; ++cle) {
     const std::string attendue(texte, DefinitionFichierNumero(FichierJournal)->compose(cle, &ligne, texte));

@@ -15,19 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 constexpr QSize taille(460, 330);
 
 SerieGraphique Serie(const char* titre, int nombre, const std::function<f64(int)>& valeur) {
-  constexpr const char* mois[] = {"Jan",
-                                  "F\xE9v",
-                                  "Mar",
-                                  "Avr",
-                                  "Mai",
-                                  "Jui",
-                                  "Jui",
-                                  "Aou",
-                                  "Sep",
-                                  "Oct",
-                                  "Nov",
-                                  "D\xE9"
-                                  "c"};
+  constexpr const char* mois[] = {"Jan", "F\xE9v", "Mar", "Avr", "Mai", "Jui",
+                                  "Jui", "Aou",    "Sep", "Oct", "Nov", "D\xE9\x63"};
   SerieGraphique serie;
   serie.titre = titre;
   for (int i = 0; i < nombre; ++i)
