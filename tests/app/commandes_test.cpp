@@ -22,7 +22,6 @@
 #include "outils/uidetest.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
-#include "ui/positionfenetre.h"
 #include "ui/tableliste.h"
 #include "ui/vue.h"
 
@@ -344,13 +343,6 @@ TEST_F(CommandesUiTest, UneRegleActualiseUneFois) {
   EXPECT_EQ(vues(), (std::vector<std::string>{"!Comptes de tr\xE9sorerie", "!Ecritures de recettes"}));
   ASSERT_TRUE(ecrit() && ecrit());
   EXPECT_EQ(vues().size(), 2u) << "nobody asked for it";
-  const struct {
-    u16 numero;
-    u32 fenetres;
-  } table[] = {{FichierComptes, 1807},      {FichierJournal, 1793}, {FichierRubriques, 16},
-               {FichierTextes, 32},         {FichierImmo, 4096},    {FichierAmo, 4096},
-               {ReglagePreferences, 65535}, {FichierBanques, 0}};
-  for (const auto& ligne : table) EXPECT_EQ(FenetresDe(ligne.numero), ligne.fenetres) << ligne.numero;
 }
 
 TEST_F(CommandesUiTest, LesFenetresReviennent) {
@@ -379,17 +371,6 @@ TEST_F(CommandesUiTest, LesFenetresReviennent) {
   App().Reglages.EcritIni("Fenlor", "Fenêtres ouvertes"_w, "");
   Principal->Restaure();
   EXPECT_TRUE(Trace.empty());
-}
-
-TEST_F(CommandesUiTest, PlaceDeLaFenetrePrincipale) {
-  App().Reglages.EcritIni("Fenlor", "Fenêtre"_w, "12, 15, 700, 560");
-  Principal->MontreAuDemarrage();
-  EXPECT_EQ(Principal->size(), QSize(700, 560));
-  Principal->resize(720, 580);
-  Principal->close();
-  const auto position = LitPosition(App(), "Fenlor");
-  ASSERT_TRUE(position);
-  EXPECT_EQ(position->rect.size(), QSize(720, 580));
 }
 
 }  // namespace fenlor::test

@@ -102,16 +102,6 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
   Principal->FermeToutes();
   EXPECT_EQ(Etat(), nullptr);
   EXPECT_EQ(Apercu(), nullptr);
-  // They share the place where the last one was closed.
-  for (int i = 0; i < 2; ++i) {
-    Robot robot;
-    robot.Attend("DialogPeriode", [](QDialog& forme) { forme.accept(); });
-    Principal->Table().Execute(1029);
-    if (i == 0) Principal->Zone().activeSubWindow()->showNormal();
-  }
-  const auto deux = Principal->Zone().subWindowList();
-  ASSERT_EQ(deux.size(), 2);
-  EXPECT_NE(deux[0]->pos(), deux[1]->pos());
 }
 
 /// The file that was made is named in the bar, whose keys open no menu.

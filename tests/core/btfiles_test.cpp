@@ -79,20 +79,6 @@ TEST_F(FichiersTest, SuppressionEtModification) {
       Boite.Erreurs.back().texte.ends_with("Erreur = 28\nAucun espace disponible sur le p\xE9riph\xE9rique"));
 }
 
-TEST_F(FichiersTest, ParcoursParType) {
-  CPlan plan(App(), Path());
-  ASSERT_TRUE(plan.OpenFile());
-  plan.ClearRec();
-  plan.Rec->Type = Tva;
-  std::vector<std::string> comptes;
-  for (bool trouve = plan.Browse(3); trouve && plan.Rec->Type == Tva; trouve = plan.Next(3))
-    comptes.push_back(plan.Rec->Compte);
-  ASSERT_GE(comptes.size(), 2u);
-  EXPECT_TRUE(std::is_sorted(comptes.begin(), comptes.end()));
-  for (const std::string& compte : comptes) EXPECT_EQ(+LitCompte(compte).Type, Tva);
-  EXPECT_TRUE(Boite.Erreurs.empty());
-}
-
 TEST_F(FichiersTest, PlusieursObjets) {
   CPlan un(App(), Path()), deux(App(), Path());
   ASSERT_TRUE(un.OpenFile());

@@ -240,13 +240,5 @@ TEST(Valeurs, Polices) {
   EXPECT_FALSE(LitPolice("Arial,10,255", true).couleur);
 }
 
-TEST(Valeurs, BaremeKilometrique) {
-  const auto tarif = [](f64 km) { return TarifKm(km, "5000", "20000", "1065,50", "0,5", "0,3", "0,4"); };
-  EXPECT_EQ(tarif(5000), 2500);
-  EXPECT_EQ(tarif(5001), 0.3 * 5001 + 1065);  // the fixed part loses its decimals
-  EXPECT_EQ(tarif(20000), 0.3 * 20000 + 1065);
-  EXPECT_EQ(tarif(20001), 0.4 * 20001);
-  EXPECT_EQ(TarifKm(100, "", "", "", "", "", "x"), 0);
-}
 }  // namespace
 }  // namespace fenlor

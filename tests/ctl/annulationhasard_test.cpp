@@ -284,66 +284,46 @@ class Hasard : public Reprises {
   }
 
   void UneCommande() {
-    const u32 mouvement = UnMouvement();
+    const u32 un = UnMouvement();
+    const std::function<void()> commandes[] = {
+        [&] { Modifie(); },
+        [&] { SaisitOD(); },
+        [&] { Plusieurs(); },
+        [&] { (void)SupprimeEcriture(App(), un); },
+        [&] {
+          (void)SupprimeEcritures(App(), {un, UnMouvement()});
+        },
+        [&] {
+          (void)PointeEcritures(App(), {un, UnMouvement()});
+        },
+        [&] {
+          (void)DeplaceEcritures(App(), {un, UnMouvement()}, Entre(1, 12));
+        },
+        [&] { (void)RapprocheEcriture(App(), un, Entre(0, 1) != 0); },
+        [&] { Renumerote(un); },
+        [&] { Vire(); },
+        [&] { Restaure(); },
+        [&] { Importe(); },
+        [&] { SaisitOperation(); },
+        [&] { Rapproche(); },
+        [&] { RapprocheALaMain(); },
+        [&] { Remet(); },
+        [&] { (void)SupprimeOperation(App(), Une(FichierBanques), true); },
+        [&] { ChangeCompte(); },
+        [&] { ChangeRubrique(); },
+        [&] { ChangeTaxe(); },
+        [&] { ChangeBien(); },
+        [&] { ChangeModele(); },
+        [&] { Echoit(); },
+        [&] { ChangeLien(); },
+        [&] { ChangeFrais(); },
+        [&] { ChangeReglage(); },
+        [&] {
+          (void)EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"});
+        },
+    };
     m_genre = Entre(0, 31);
-    switch (m_genre) {
-      case 0:
-        return Modifie();
-      case 1:
-        return SaisitOD();
-      case 2:
-        return Plusieurs();
-      case 3:
-        return (void)SupprimeEcriture(App(), mouvement);
-      case 4:
-        return (void)SupprimeEcritures(App(), {mouvement, UnMouvement()});
-      case 5:
-        return (void)PointeEcritures(App(), {mouvement, UnMouvement()});
-      case 6:
-        return (void)DeplaceEcritures(App(), {mouvement, UnMouvement()}, Entre(1, 12));
-      case 7:
-        return (void)RapprocheEcriture(App(), mouvement, Entre(0, 1) != 0);
-      case 8:
-        return Renumerote(mouvement);
-      case 9:
-        return Vire();
-      case 10:
-        return Restaure();
-      case 11:
-        return Importe();
-      case 12:
-        return SaisitOperation();
-      case 13:
-        return Rapproche();
-      case 14:
-        return RapprocheALaMain();
-      case 15:
-        return Remet();
-      case 16:
-        return (void)SupprimeOperation(App(), Une(FichierBanques), true);
-      case 17:
-        return ChangeCompte();
-      case 18:
-        return ChangeRubrique();
-      case 19:
-        return ChangeTaxe();
-      case 20:
-        return ChangeBien();
-      case 21:
-        return ChangeModele();
-      case 22:
-        return Echoit();
-      case 23:
-        return ChangeLien();
-      case 24:
-        return ChangeFrais();
-      case 25:
-        return ChangeReglage();
-      case 26:
-        return (void)EcritLibelles(App(), {"Libelle " + std::to_string(Entre(1, 99)), "Autre"});
-      default:
-        return Saisit();
-    }
+    m_genre < std::size(commandes) ? commandes[m_genre]() : Saisit();
   }
 
   unsigned m_genre = 0;

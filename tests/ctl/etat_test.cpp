@@ -226,18 +226,5 @@ TEST_F(EtatCtl, Pdf) {
   EXPECT_EQ(r.erreurs, "Erreur 4711 : Disque plein\n");
 }
 
-TEST_F(EtatCtl, LaBalanceEstCelleDeLaCommande) {
-  EXPECT_THAT(Marquage({"balance"}).sortie, HasSubstr("\\BTotal : \\T058\\R077180,00 €\\T078\\R097180,00 €"));
-  // The ledger repeats each account's figures.
-  const std::string grandLivre = Marquage({"grand-livre"}).sortie;
-  for (const auto& [numero, compte] : Balance()) {
-    if (numero.empty()) continue;
-    const std::string debit = VersUtf8(FormatEuro(compte["DebitEuro"].get<f64>()));
-    const std::string credit = VersUtf8(FormatEuro(compte["CreditEuro"].get<f64>()));
-    EXPECT_THAT(grandLivre, HasSubstr("\\BTotal :\\T058\\R077" + debit + "\\T078\\R097" + credit + "\\T098"))
-        << numero;
-  }
-}
-
 }  // namespace
 }  // namespace fenlor::test

@@ -103,35 +103,16 @@ const Ordre Refuses[] = {
     {{"corbeille", "restaurer", "1"}},
 };
 /// They read, make something beside the exercice, or are told to stay open.
-const char* const Permis[] = {"exercices",
-                              "journal",
-                              "etat",
-                              "exporter",
-                              "balance",
-                              "verifier",
-                              "sceau",
-                              "sauvegarder",
-                              "restaurer",
-                              "sauvegardes",
-                              "chercher",
-                              "graphique",
-                              "amortissement",
-                              "recalculer",
-                              "reconstruire",
-                              "demo",
-                              "echeances",
-                              "compte lister",
-                              "rubrique lister",
-                              "frais-km afficher",
-                              "remise lister",
-                              "rapprochement lister",
-                              "rapprochement solde",
-                              "automatique lister",
-                              "immobilisation lister",
-                              "corbeille lister"};
+const char Permis[] =
+    "exercices,journal,etat,exporter,balance,verifier,sceau,sauvegarder,restaurer,sauvegardes,chercher,"
+    "graphique,amortissement,recalculer,reconstruire,demo,echeances,compte lister,rubrique lister,"
+    "frais-km afficher,remise lister,rapprochement lister,rapprochement solde,automatique lister,"
+    "immobilisation lister,corbeille lister";
 
 TEST_F(ExerciceCloture, ChaqueVerbeQuiEcritEstRefuse) {
-  std::set<std::string> connus(std::begin(Permis), std::end(Permis));
+  std::set<std::string> connus;
+  std::istringstream permis(Permis);
+  for (std::string verbe; std::getline(permis, verbe, ',');) connus.insert(verbe);
   const std::string avant = Livres();
   for (Ordre ordre : Refuses) {
     connus.insert(ordre.args[0]);
@@ -155,21 +136,6 @@ TEST_F(ExerciceCloture, ChaqueVerbeQuiEcritEstRefuse) {
     for (const std::string& action : actions)
       EXPECT_TRUE(connus.count(verbe + " " + action) || connus.count(verbe)) << verbe << " " << action;
   }
-}
-
-TEST_F(ExerciceCloture, UnOctetChangeEstNomme) {
-  for (const char* nom : {"JOURNAL", "COMPTES", "RUBRIQUE", "BANQUE"}) {
-    const std::string chemin = Cabinet() + "/2003/" + nom + ".dat", bon = LitFichier(chemin);
-    std::string octets = bon;
-    octets[1024 + 9] ^= 0x10;  // of the first record
-    EcritFichier(chemin, octets);
-    const Resultat r = Lance({"verifier"});
-    EXPECT_EQ(r.statut, StatutRefuse);
-    EXPECT_THAT(r.sortie,
-                HasSubstr("Le fichier " + std::string(nom) + " est endommagé : l'enregistrement 1 "));
-    EcritFichier(chemin, bon);
-  }
-  Sain();
 }
 
 }  // namespace

@@ -20,23 +20,7 @@ namespace {
 
 TEST(Json, NombresRelusBitPourBit) {
   using L = std::numeric_limits<f64>;
-  std::vector<f64> nombres = {0.0,
-                              -0.0,
-                              0.1,
-                              -12.5,
-                              119.6,
-                              1e15,
-                              9007199254740993.0,
-                              1e22,
-                              1.0 / 3.0,
-                              1e-7,
-                              L::max(),
-                              L::min(),
-                              L::denorm_min(),
-                              -L::lowest(),
-                              1e19,
-                              18446744073709551616.0,
-                              123456789012345680000.0};
+  std::vector<f64> nombres = {0.0, -0.0, 0.1, 1e22, 18446744073709551616.0, L::max(), L::denorm_min()};
   u64 graine = 1;
   for (int i = 0; i < 20000; ++i) {
     graine = graine * 6364136223846793005u + 1442695040888963407u;

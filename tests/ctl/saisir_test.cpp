@@ -291,49 +291,6 @@ TEST_F(Saisir, ReponseApresLeDisque) {
   for (std::size_t i = 1; i < 5; ++i) EXPECT_GT(temoin.SynchrosAlors[i], temoin.SynchrosAlors[i - 1]);
 }
 
-TEST_F(Saisir, EchecDuDisqueAuBout) {
-  for (const bool tout : {false, true}) {
-    SystemeSansSynchro dessous;
-    SystemeFautif disque(dessous);
-    disque.SurChemin("fenlor.rep");
-    OptionsCtl options = Options();
-    options.magasin.systeme = &disque;
-    // Opening done, every sync of the redo log fails.
-    std::stringbuf tampon;
-    std::ostream sortie(&tampon);
-    std::ostringstream erreurs;
-    class Declencheur : public std::streambuf {
-     public:
-      Declencheur(SystemeFautif& disque, std::string texte) : m_disque(disque), m_texte(std::move(texte)) {}
-      int_type underflow() override {
-        if (m_lu) return traits_type::eof();
-        m_lu = true;
-        m_disque.Programme(1, ENOSPC, SystemeFautif::Synchro | SystemeFautif::Ecriture, false);
-        setg(m_texte.data(), m_texte.data(), m_texte.data() + m_texte.size());
-        return traits_type::to_int_type(*gptr());
-      }
-
-     private:
-      SystemeFautif& m_disque;
-      std::string m_texte;
-      bool m_lu = false;
-    } lecture(disque, std::string(Recette) + "\n{}\n");
-    std::istream entree(&lecture);
-    std::vector<std::string> args = {"--cabinet", Cabinet(), "saisir"};
-    if (tout) args.push_back("--tout");
-    EXPECT_EQ(ExecuteCtl(args, entree, sortie, erreurs, options), StatutRefuse);
-    ASSERT_GT(disque.NbPannes(), 0u);
-    std::istringstream lignes(tampon.str());
-    std::string ligne;
-    ASSERT_TRUE(std::getline(lignes, ligne));
-    EXPECT_EQ(Json::parse(ligne)["erreur"], 3214) << ligne;
-    ASSERT_TRUE(std::getline(lignes, ligne));
-    EXPECT_EQ(Json::parse(ligne)["erreur"], 3204) << ligne;
-    EXPECT_TRUE(Journal().empty());
-    Sain();
-  }
-}
-
 TEST_F(Saisir, DisquePleinAuMilieuDUnTout) {
   constexpr int Nombre = 4000;
   std::string lignes;

@@ -131,15 +131,5 @@ TEST_F(LibellesTest, UnEchecLaisseLAncienFichier) {
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>(refus + 1, 3351));
 }
 
-TEST_F(LibellesTest, UnFichierIllisibleNEstPasRemplace) {
-  Disque.SurChemin("TEXTES.dat");
-  Disque.Programme(1, EACCES, SystemeFautif::Ouvertures, false);
-  Liste lus;
-  EXPECT_FALSE(App().Dit(LitLibelles(App(), lus)) || App().Dit(EcritLibelles(App(), {"Autre"})));
-  Disque.Repare();
-  EXPECT_FALSE(Lus().empty());
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3117, 3351}));
-}
-
 }  // namespace
 }  // namespace fenlor::test

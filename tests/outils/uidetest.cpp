@@ -61,6 +61,12 @@ bool Robot::eventFilter(QObject* objet, QEvent* evenement) {
 
 UiDeTest::UiDeTest() { ChargePreferences(Dessin, App(), QApplication::palette()); }
 
+void MontreFenetre(QWidget& fenetre) {
+  fenetre.show();
+  fenetre.activateWindow();
+  QApplication::processEvents();
+}
+
 void Va(QWidget& champ) {
   champ.window()->activateWindow();
   champ.setFocus(Qt::TabFocusReason);

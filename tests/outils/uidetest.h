@@ -95,6 +95,8 @@ void Va(QWidget& champ);
 /// typed: whatever opens before the key is looked at does not get it.
 void Frappe(QPointer<QWindow> fenetre, QKeyCombination touche, const QString& texte = {});
 void Clique(QAbstractButton& bouton);
+/// On the screen, with the keyboard.
+void MontreFenetre(QWidget& fenetre);
 /// Button of a text ("&Ok"), wherever it stands in the window.
 QAbstractButton& Bouton(QWidget& fenetre, const QString& texte);
 /// Title, labels and texts of a window, one a line.

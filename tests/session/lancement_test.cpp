@@ -78,8 +78,6 @@ TEST(Lancement, DossierDuCabinet) {
   EXPECT_EQ(DossierCabinetDefaut(prog, "/d", "/h"), prog);
 }
 
-TEST(Lancement, MessageDeLApplicationParente) { EXPECT_EQ(MessageParent(3, 14), "2023 3 14"); }
-
 class SessionLancement : public CabinetDeTest {
  protected:
   void Applique(std::vector<std::string> mots) { AppliqueLigneCommande(App(), LitLigneCommande(mots)); }

@@ -76,67 +76,58 @@ TEST(EcritureSimple, UnFrancSansContrepartieEnEuroGardeSesLignes) {
             (std::vector<std::string>{"7060000000 D 0.00/0.03", "5121000000 C 0.00/0.03"}));
 }
 
-struct CasRefus {
-  const char* nom;
-  std::function<void(EcrSimple&)> abime;
-  int code;
-  const char* dit;
-};
-
-class RefusEcriture : public testing::TestWithParam<CasRefus> {};
-
-TEST_P(RefusEcriture, NeChangeRien) {
-  const CasRefus& cas = GetParam();
+TEST(EcritureSimple, UnRefusNeChangeRien) {
+  const struct {
+    const char* nom;
+    void (*abime)(EcrSimple&);
+    int code;
+    const char* dit = "";
+  } tous[] = {
+      {"compte absent", [](EcrSimple& e) { PoseTexte(e.Compte, "6999000000"); }, ErrCompteAbsent,
+       "6999000000"},
+      {"trésorerie absente", [](EcrSimple& e) { PoseTexte(e.CompteTresorerie, "5999000000"); },
+       ErrCompteAbsent, "5999000000"},
+      {"taxe sans compte", [](EcrSimple& e) { PoseTexte(e.CompteTaxe, ""); }, ErrCompteAbsent, "compte"},
+      {"perso absent", [](EcrSimple& e) { PoseTexte(e.ComptePerso, "1089000000"); }, ErrCompteAbsent,
+       "1089000000"},
+      {"vide",
+       [](EcrSimple& e) {
+         e.MontantFranc = e.MontantEuro = e.RepartitionFranc = e.RepartitionEuro = 0,
+         e.TaxeFranc = e.TaxeEuro = 0.004;
+       },
+       ErrEcritureVide},
+      {"sans total", [](EcrSimple& e) { e.MontantFranc = e.MontantEuro = 0; }, ErrEcritureVide},
+      {"journal des OD", [](EcrSimple& e) { e.Journal = JournalOD; }, ErrValeur},
+      {"trop grand", [](EcrSimple& e) { e.MontantEuro = 1e14; }, ErrValeur},
+      {"pas un nombre", [](EcrSimple& e) { e.TaxeFranc = std::numeric_limits<f64>::quiet_NaN(); }, ErrValeur},
+      {"signes contraires", [](EcrSimple& e) { e.MontantFranc = -e.MontantFranc; }, ErrValeur},
+      {"numéro pris", [](EcrSimple& e) { e.Mouvement = 1; }, ErrValeur}};
   Livres livres;
-  EcrSimple rec = EcritureSimple(JournalDepenses, Mars15, "6061000000", 200, 119.6, 19.6);
+  const EcrSimple bonne = EcritureSimple(JournalDepenses, Mars15, "6061000000", 200, 119.6, 19.6);
+  EcrSimple rec = bonne;
   const u32 premier = livres->AddEcrSimple(livres.Exercice(), rec);
   const std::vector<std::string> avant = Decrit(livres.Lignes(premier));
   const Plan planAvant = livres.Compte("6061000000");
-  EcrSimple mauvaise = rec;
-  mauvaise.Mouvement = 0;
-  cas.abime(mauvaise);
-  livres.erreurs.clear();
-  for (const bool change : {false, true}) {
-    if (change && cas.code == ErrValeur && mauvaise.Mouvement) continue;
-    EXPECT_FALSE(change ? livres->UpdateEcrSimple(livres.Exercice(), premier, mauvaise)
-                        : livres->AddEcrSimple(livres.Exercice(), mauvaise) != 0);
-    EXPECT_EQ(livres->QVFileErrorCode(), cas.code);
-    ASSERT_EQ(livres.erreurs.size(), 1u);
-    EXPECT_NE(livres.erreurs[0].find(cas.dit), std::string::npos) << livres.erreurs[0];
-    livres.erreurs.clear();
+  for (const auto& cas : tous) {
+    SCOPED_TRACE(cas.nom);
+    for (const bool change : {false, true}) {
+      EcrSimple mauvaise = bonne;
+      cas.abime(mauvaise);
+      if (change && mauvaise.Mouvement) continue;
+      livres.erreurs.clear();
+      EXPECT_FALSE(change ? livres->UpdateEcrSimple(livres.Exercice(), premier, mauvaise)
+                          : livres->AddEcrSimple(livres.Exercice(), mauvaise) != 0);
+      EXPECT_EQ(livres->QVFileErrorCode(), cas.code);
+      ASSERT_EQ(livres.erreurs.size(), 1u);
+      EXPECT_NE(livres.erreurs[0].find(cas.dit), std::string::npos) << livres.erreurs[0];
+    }
+    EXPECT_EQ(Decrit(livres.Lignes(premier)), avant);
+    const Plan planApres = livres.Compte("6061000000");
+    EXPECT_EQ(std::memcmp(&planAvant, &planApres, sizeof(Plan)), 0);
+    EXPECT_EQ(livres->QVNumberOfKey(75), 4u);
+    EXPECT_EQ(livres->GetFreeMouvementsID(livres.Exercice(), 1), 2u);
   }
-  EXPECT_EQ(Decrit(livres.Lignes(premier)), avant);
-  const Plan planApres = livres.Compte("6061000000");
-  EXPECT_EQ(std::memcmp(&planAvant, &planApres, sizeof(Plan)), 0);
-  EXPECT_EQ(livres->QVNumberOfKey(75), 4u);
-  EXPECT_EQ(livres->GetFreeMouvementsID(livres.Exercice(), 1), 2u);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cas, RefusEcriture,
-    testing::Values(
-        CasRefus{"compteAbsent", [](EcrSimple& e) { PoseTexte(e.Compte, "6999000000"); }, ErrCompteAbsent,
-                 "6999000000"},
-        CasRefus{"tresorerieAbsente", [](EcrSimple& e) { PoseTexte(e.CompteTresorerie, "5999000000"); },
-                 ErrCompteAbsent, "5999000000"},
-        CasRefus{"taxeSansCompte", [](EcrSimple& e) { PoseTexte(e.CompteTaxe, ""); }, ErrCompteAbsent,
-                 "compte"},
-        CasRefus{"persoAbsent", [](EcrSimple& e) { PoseTexte(e.ComptePerso, "1089000000"); }, ErrCompteAbsent,
-                 "1089000000"},
-        CasRefus{"vide",
-                 [](EcrSimple& e) {
-                   e.MontantFranc = e.MontantEuro = e.RepartitionFranc = e.RepartitionEuro = 0;
-                   e.TaxeFranc = e.TaxeEuro = 0.004;
-                 },
-                 ErrEcritureVide, ""},
-        CasRefus{"sansTotal", [](EcrSimple& e) { e.MontantFranc = e.MontantEuro = 0; }, ErrEcritureVide, ""},
-        CasRefus{"journalDesOD", [](EcrSimple& e) { e.Journal = JournalOD; }, ErrValeur, ""},
-        CasRefus{"tropGrand", [](EcrSimple& e) { e.MontantEuro = 1e14; }, ErrValeur, ""},
-        CasRefus{"pasUnNombre", [](EcrSimple& e) { e.TaxeFranc = std::numeric_limits<f64>::quiet_NaN(); },
-                 ErrValeur, ""},
-        CasRefus{"signesContraires", [](EcrSimple& e) { e.MontantFranc = -e.MontantFranc; }, ErrValeur, ""},
-        CasRefus{"numeroPris", [](EcrSimple& e) { e.Mouvement = 1; }, ErrValeur, ""}),
-    [](const auto& info) { return info.param.nom; });
 
 }  // namespace
 }  // namespace fenlor::test

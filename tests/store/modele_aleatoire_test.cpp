@@ -18,40 +18,24 @@ class Essai : public ComparaisonLivres {
   /// One random operation, compared.
   void Pas(unsigned profondeur = 0) {
     ++m_pas;
-    const unsigned tirage = Entre(0, 99);
+    m_profondeur = profondeur;
+    // Acts by their share of a hundred, when there are few entries and when there are enough.
+    const struct {
+      unsigned jusque[2];
+      void (Essai::*acte)();
+    } actes[] = {{{24, 8}, &Essai::AjouteTypee},     {{32, 12}, &Essai::AjouteOD},
+                 {{44, 44}, &Essai::ChangeTypee},    {{56, 56}, &Essai::Retire},
+                 {{61, 61}, &Essai::ChangeEnTete},   {{68, 68}, &Essai::ChangeLigne},
+                 {{73, 73}, &Essai::Rapproche},      {{77, 77}, &Essai::Marque},
+                 {{81, 81}, &Essai::RefaitOD},       {{86, 86}, &Essai::Refus},
+                 {{89, 89}, &Essai::NumerosLibres},  {{94, 94}, &Essai::Unite},
+                 {{96, 96}, &Essai::EchangeComptes}, {{97, 97}, &Essai::Recalcule},
+                 {{98, 98}, &Essai::Rouvre}};
     const bool plein = m_modele.ecritures.size() > EcrituresVisees;
-    if (tirage < (plein ? 8u : 24u)) {
-      AjouteTypee();
-    } else if (tirage < (plein ? 12u : 32u)) {
-      AjouteOD();
-    } else if (tirage < 44) {
-      ChangeTypee();
-    } else if (tirage < 56) {
-      Retire();
-    } else if (tirage < 61) {
-      ChangeEnTete();
-    } else if (tirage < 68) {
-      ChangeLigne();
-    } else if (tirage < 73) {
-      Rapproche();
-    } else if (tirage < 77) {
-      Marque();
-    } else if (tirage < 81) {
-      RefaitOD();
-    } else if (tirage < 86) {
-      Refus();
-    } else if (tirage < 89) {
-      NumerosLibres();
-    } else if (tirage < 94) {
-      if (profondeur < 3) Unite(profondeur);
-    } else if (tirage < 96) {
-      EchangeComptes();
-    } else if (tirage < 97) {
-      Recalcule();
-    } else if (tirage < 98 && profondeur == 0 && Entre(0, 19) == 0) {
-      m_livres.Rouvre();
-      CompareTout();
-    }
+    const unsigned tirage = Entre(0, 99);
+    const auto* acte = std::find_if(std::begin(actes), std::end(actes),
+                                    [&](const auto& a) { return tirage < a.jusque[plein]; });
+    if (acte != std::end(actes)) (this->*acte->acte)();
     if (m_pas % 25 == 0) CompareTotaux();
     if (m_pas % 1000 == 0 && profondeur == 0) CompareTout();
   }
@@ -454,7 +438,15 @@ class Essai : public ComparaisonLivres {
     }
   }
 
-  void Unite(unsigned profondeur) {
+  void Rouvre() {
+    if (m_profondeur != 0 || Entre(0, 19) != 0) return;
+    m_livres.Rouvre();
+    CompareTout();
+  }
+
+  void Unite() {
+    const unsigned profondeur = m_profondeur;
+    if (profondeur == 3) return;
     const ModeleLivres avant = m_modele;
     {
       QVAPI::Unite unite(*m_livres);
@@ -495,7 +487,7 @@ class Essai : public ComparaisonLivres {
   }
 
   std::mt19937 m_hasard;
-  unsigned m_pas = 0;
+  unsigned m_pas = 0, m_profondeur = 0;
 };
 
 unsigned DepuisEnvironnement(const char* nom, unsigned defaut) {

@@ -33,21 +33,6 @@ TEST(OperationDiverse, OperationDiverse) {
   EXPECT_EQ(livres->QVFileErrorCode(), ErrCompteAbsent);
   EXPECT_EQ(livres->AddLines(ex, LigneOD(0, Mars15, "5121000000", true, 1)), 0u);
   EXPECT_EQ(livres->QVFileErrorCode(), ErrValeur);
-
-  // Changed the way its form does it: removed and written again under its number.
-  {
-    QVAPI::Unite unite(*livres);
-    Line copie = premiere;
-    ASSERT_TRUE(livres->RemoveMouvements(ex, mouvement));
-    ASSERT_NE(livres->AddLines(ex, LigneOD(mouvement, Mars15, "5300000000", true, 25)), 0u);
-    ASSERT_NE(livres->AddLines(ex, copie), 0u);
-    ASSERT_TRUE(unite.Valide());
-  }
-  const std::vector<Line> lignes = livres.Lignes(mouvement);
-  EXPECT_EQ(Decrit(lignes),
-            (std::vector<std::string>{"5300000000 C 25.00/163.99", "5122000000 D 25.00/163.99"}));
-  EXPECT_EQ(+lignes[1].Rapprochee, 1u);
-  EXPECT_EQ(+livres.Compte("5121000000").CreditEuro, 0);
 }
 
 TEST(OperationDiverse, ChangerUneLigneRepriseSesEffets) {

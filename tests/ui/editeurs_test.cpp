@@ -19,9 +19,7 @@ class EditeursTest : public UiDeTest {
   void Montre(QWidget& champ) {
     m_fenetre.layout()->addWidget(&champ);
     m_fenetre.layout()->addWidget(&Ailleurs);
-    m_fenetre.show();
-    m_fenetre.activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(m_fenetre);
     Va(champ);
   }
   void Colle(QLineEdit& champ, const QString& texte) {

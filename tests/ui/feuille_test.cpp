@@ -94,9 +94,7 @@ TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
 TEST_F(FeuilleTest, RefusedPageComesToTheFrontAndNothingIsWritten) {
   SheetEssai feuille(Ui, Traces);
   feuille.Onglets().setCurrentIndex(1);
-  feuille.show();
-  feuille.activateWindow();
-  QApplication::processEvents();
+  MontreFenetre(feuille);
   EXPECT_THAT(Traces, ElementsAre("charge B"));
   feuille.Onglets().setCurrentIndex(0);
   feuille.Pages[1]->Controles = false;

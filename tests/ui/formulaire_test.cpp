@@ -117,11 +117,6 @@ using Mode = CZNDialog::Mode;
 
 class FormulaireTest : public UiDeTest {
  protected:
-  void Montre(CZNDialog& dialogue) {
-    dialogue.show();
-    dialogue.activateWindow();
-    QApplication::processEvents();
-  }
   void Touche(CZNDialog& dialogue, Qt::Key touche, Qt::KeyboardModifiers avec = Qt::NoModifier) {
     QApplication::processEvents();
     QTest::keyClick(dialogue.focusWidget() ? dialogue.focusWidget() : &dialogue, touche, avec);
@@ -156,7 +151,7 @@ class CDialogLie : public CZNDialog {
 
 TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
   CDialogEssai dialogue(Ui, Mode::Modification, true);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   VerifieFormulaire(dialogue);
   EXPECT_THAT(OrdreTab(dialogue),
               ElementsAre("date", "compte", "libelle", "adresse", "montant", "mode", "jours", "franc", "euro",
@@ -170,7 +165,7 @@ TEST_F(FormulaireTest, EveryKindOfFieldCanBeReachedReadAloudAndSeen) {
 
 TEST_F(FormulaireTest, WhatIsNoAmountIsRefusedAtItsField) {
   CDialogEssai dialogue(Ui, Mode::Ajout);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   Tape(Trouve<QWidget>(dialogue, "libelle"), u"Essai"_s);
   auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
   for (const bool quitte : {true, false}) {
@@ -194,7 +189,7 @@ TEST_F(FormulaireTest, WhatIsNoAmountIsRefusedAtItsField) {
 TEST_F(FormulaireTest, TheFocusNeverSelectsAWholeLongText) {
   CDialogEssai dialogue(Ui, Mode::Modification);
   dialogue.Montre({0, "Essai", "Dr\r\nMartin", "", "1", 5, false, false});
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   auto& adresse = Trouve<QPlainTextEdit>(dialogue, "adresse");
   CZNDialog::Focalise(adresse);
   EXPECT_FALSE(adresse.textCursor().hasSelection());
@@ -204,7 +199,7 @@ TEST_F(FormulaireTest, TheFocusNeverSelectsAWholeLongText) {
 
 TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
   CDialogEssai dialogue(Ui, Mode::Ajout);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   VerifieFormulaire(dialogue);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "ok").text(), u"&Enregistrer"_s);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "annuler").text(), u"&Fermer"_s);
@@ -255,7 +250,7 @@ TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
 
 TEST_F(FormulaireTest, RefusalKeepsTheFormAndSelectsTheField) {
   CDialogEssai dialogue(Ui, Mode::Simple);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
   auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
   Tape(montant, u"0"_s);
@@ -278,7 +273,7 @@ TEST_F(FormulaireTest, RefusalKeepsTheFormAndSelectsTheField) {
 
 TEST_F(FormulaireTest, RefusalOnDepartureStopsTheSave) {
   CDialogEssai dialogue(Ui, Mode::Simple);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   Tape(Trouve<QLineEdit>(dialogue, "libelle"), u"Essai"_s);
   dialogue.RefuseDepart = true;
   auto& montant = Trouve<EditeurMontant>(dialogue, "montant");
@@ -315,7 +310,7 @@ TEST_F(FormulaireTest, RadioIsChosenByAKeyThatOthersShare) {
     EditeurTexte m_champ;
     QRadioButton m_un{nullptr}, m_autre{nullptr};
   } dialogue(Ui);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "aide").text(), u"A&ide"_s) << "A is needed elsewhere";
   std::set<std::string> foyers;
   for (int i = 0; i < 3; ++i) {
@@ -329,7 +324,7 @@ TEST_F(FormulaireTest, RadioIsChosenByAKeyThatOthersShare) {
 TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
   Entree(true);
   CDialogEssai dialogue(Ui, Mode::Simple);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   std::vector<std::string> vus;
   auto& pointee = Trouve<QCheckBox>(dialogue, "pointee");
   const auto image = [&pointee] { return pointee.grab().toImage(); };
@@ -362,7 +357,7 @@ TEST_F(FormulaireTest, EnterMovesOnWhenThePreferenceSaysSo) {
 TEST_F(FormulaireTest, NeighbourIsShownAfterASave) {
   CDialogEssai dialogue(Ui, Mode::Modification, true);
   dialogue.Montre({Reference, "Avant", "", "", "1", 3, false, false});
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   auto& suivant = Bouton(dialogue, u"&Suivant"_s);
   Clique(suivant);
   EXPECT_TRUE(dialogue.Fiches.empty()) << "nothing had changed";
@@ -412,7 +407,7 @@ TEST_F(FormulaireTest, WhatWasTypedIsAskedAboutBeforeANewRecordIsLeft) {
     Boite.Oublie();
     Boite.Reponses.assign(c.reponse ? 1 : 0, c.reponse);
     CDialogEssai dialogue(Ui, c.mode);
-    Montre(dialogue);
+    MontreFenetre(dialogue);
     Tape(Trouve<QWidget>(dialogue, "montant"), QString::fromUtf16(c.montant));
     Tape(Trouve<QWidget>(dialogue, "libelle"), QString::fromUtf16(c.libelle));
     Boite.Erreurs.clear();
@@ -427,7 +422,7 @@ TEST_F(FormulaireTest, FormOfAClosedExerciceShowsAndTakesNothing) {
   ASSERT_TRUE(CreeExercice("2003") && App().Reglages.EcritIniExercice({}, "Cloture", "05/01/2004"));
   CDialogEssai dialogue(Ui, Mode::Modification);
   dialogue.Montre({Reference, "Lu", "", "7061000000", "2", 12, true, true});
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   VerifieFormulaire(dialogue);
   EXPECT_TRUE(Trouve<QPushButton>(dialogue, "ok").isHidden());
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
@@ -451,7 +446,7 @@ TEST_F(FormulaireTest, FontOfThePreferencesAndHelp) {
   Dessin.PoliceSaisies.setPointSize(21);
   Dessin.TexteSaisies = Qt::darkRed;
   CDialogEssai dialogue(Ui, Mode::Simple);
-  Montre(dialogue);
+  MontreFenetre(dialogue);
   VerifieFormulaire(dialogue);
   auto& libelle = Trouve<EditeurTexte>(dialogue, "libelle");
   EXPECT_EQ(libelle.font().pointSize(), 21);

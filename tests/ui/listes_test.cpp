@@ -94,26 +94,6 @@ TEST_F(ListesTest, OnlyPaintedRowsAreFetched) {
   EXPECT_LE(Table.Modele().NbLectures(), visibles);
 }
 
-TEST_F(ListesTest, TheNameTakesTheFreeWidth) {
-  Remplit(3);
-  Table.resize(700, 200);
-  Montre(Table);
-  const auto somme = [this] {
-    const std::vector<int> largeurs = Table.Largeurs();
-    return std::accumulate(largeurs.begin(), largeurs.end(), 0);
-  };
-  EXPECT_EQ(somme(), Table.viewport()->width());
-  const int code = Table.columnWidth(0), nom = Table.columnWidth(1);
-  Table.resize(800, 200);
-  EXPECT_EQ(Table.columnWidth(0), code);
-  EXPECT_EQ(Table.columnWidth(1), nom + 100);
-  Table.resize(100, 200);
-  EXPECT_EQ(Table.columnWidth(0), code) << "what a column needs it keeps";
-  Table.header()->resizeSection(1, 200);  // by the user
-  Table.resize(800, 200);
-  EXPECT_EQ(Table.columnWidth(1), 200);
-}
-
 TEST_F(ListesTest, ColumnsComeBackAsTheyWereArranged) {
   const auto bascule = [this](const QString& titre) {
     std::unique_ptr<QMenu> menu(Table.MenuColonnes());
@@ -340,22 +320,6 @@ TEST_F(ListesTest, AQuickFilterKeepsRowsThatHoldAllWords) {
   EXPECT_EQ(Table.Modele().LigneDe(2), -1);
   pile.removeWidget(Table.parentWidget());
   Table.setParent(nullptr);
-}
-
-TEST_F(ListesTest, RowHeightFollowsTheListFont) {
-  Remplit(20);
-  Montre(Table);
-  const int avant = Table.visualRect(Table.Modele().index(0, 0)).height();
-  const std::vector<int> largeurs = Table.Largeurs();
-  EXPECT_EQ(largeurs[0], 80);
-  EXPECT_EQ(largeurs[2], 90);
-  Dessin.PoliceListes.setPointSize(40);
-  Table.ActualisePreferences();
-  QApplication::processEvents();
-  const int hauteur = Table.visualRect(Table.Modele().index(0, 0)).height();
-  EXPECT_GT(hauteur, avant);
-  EXPECT_GE(hauteur, QFontMetrics(Dessin.PoliceListes).height());
-  EXPECT_GT(Table.Largeurs()[0], largeurs[0]);
 }
 
 TEST_F(ListesTest, TableInAFormHasNoHorizontalScrollBar) {

@@ -110,20 +110,6 @@ TEST_F(Messages, LettresEtCopie) {
   EXPECT_EQ(Dlg.Message(BoutonsNonOuiAnnuler, 0, "?"), RepNon);
 }
 
-TEST_F(Messages, ErreursEtTitres) {
-  const auto montre = [&](unsigned numero, const std::string& texte, const QString& titre) {
-    robot.Attend("DialogMessage", [&](QDialog& d) {
-      EXPECT_EQ(d.windowTitle(), titre);
-      EXPECT_EQ(Trouve<QTextEdit>(d, "texte").toPlainText(), Q(texte));
-      EXPECT_TRUE(Trouve<QTextEdit>(d, "texte").isReadOnly());
-      Clique(Bouton(d, u"&Ok"_s));
-    });
-    Dlg.Erreur(numero, texte);
-  };
-  montre(3104, Texte(ErrDateIncorrecte), u"Fenlor - Erreur (3104)"_s);
-  montre(0, "Le disque est plein à craquer"_w, u"Fenlor - Erreur"_s);
-}
-
 TEST_F(Messages, ProgressionEmboitee) {
   QLineEdit champ(&Fenetre), autre(&Fenetre);
   Fenetre.show();

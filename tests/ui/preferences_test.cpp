@@ -154,37 +154,6 @@ TEST_F(PreferencesTest, Polices) {
   EXPECT_EQ(Lit("Police des listes"), "DejaVu Serif, -16, 8388608, 1, 0, 0, 0");
 }
 
-// Whatever the settings and the desktop, text stands out from what it is drawn on.
-TEST_F(PreferencesTest, Lisibilite) {
-  for (const char* impaire : {"12648447", "0", "8421504"}) {
-    for (const char* police :
-         {"Arial, -11, 0, 0, 0, 0, 0", "Arial, -11, , 0, 0, 0, 0", "Arial, -11, 12648447, 0, 0, 0, 0"}) {
-      for (const char* systeme : {"Oui", "Non"}) {
-        for (const QPalette& palette : {QApplication::palette(), Sombre()}) {
-          Pose("Couleur système"_w, systeme);
-          Pose("Couleur impaire", impaire);
-          Pose("Couleur paires", impaire);
-          for (const char* cle : {"Police des listes", "Police des journaux", "Police des saisies"})
-            Pose(cle, police);
-          ChargePreferences(Dessin, App(), palette);
-          EXPECT_GE(Contraste(Dessin.TexteJournaux, Dessin.CouleurImpaire), contrasteTexte)
-              << impaire << police << systeme;
-          EXPECT_GE(Contraste(Dessin.TexteListes, palette.color(QPalette::Base)), contrasteTexte)
-              << impaire << police << systeme;
-          EXPECT_GE(Contraste(Dessin.TexteSaisies, palette.color(QPalette::Base)), contrasteTexte)
-              << impaire << police << systeme;
-        }
-      }
-    }
-  }
-  Pose("Couleur impaire", "12648447");
-  Pose("Couleur paires", "16777215");
-  Pose("Police des journaux", "Arial, -11, 128, 0, 0, 0, 0");
-  Pose("Couleur système"_w, "Non");
-  Charge();
-  EXPECT_EQ(Dessin.TexteJournaux, QColor(128, 0, 0));  // what can be read stays as it was chosen
-}
-
 TEST_F(PreferencesTest, ReglagesIllisiblesOuFiges) {
   std::filesystem::remove(Fichier());
   InterditEcriture();

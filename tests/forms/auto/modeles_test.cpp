@@ -113,11 +113,8 @@ TEST_F(FormesAuto, LaChaineDesMontants) {
     int genre;
     const char *code, *ttc, *part, *attendu;
   } cas[] = {
-      {0, "706", "100", nullptr, "100,00 100,00  100,00  "},
       {0, "7065", "100", nullptr, "100,00 60,00 40,00 60,00  "},
-      {0, "7070", "119,6", nullptr, "119,60 119,60  100,00 19,60 19,60"},
       {1, "6154", "119,6", nullptr, "119,60 71,76 47,84 60,00 11,76 19,60"},
-      {1, "6063", "119,6", "59,8", "119,60 59,80 59,80 50,00 9,80 19,60"},
       {1, "6063", "119,6", "200", "119,60 119,60  100,00 19,60 19,60"},
   };
   for (const auto& c : cas) {
@@ -139,17 +136,11 @@ TEST_F(FormesAuto, LaChaineDesMontants) {
 TEST_F(FormesAuto, TroisPaiementsSurDouze) {
   Ajoute(Modele("6132", 100));
   CalculeEcheances(Ui, false);
-  const struct {
-    const char *tape, *attendu;
-  } cas[] = {
-      {"20", "20 : 3 / 20"}, {"2", "4 : 3 / 4"}, {"0", "4 : 3 / 4"}, {"3", "4 : 3 / 4"}, {"", "4 : 3 / 4"}};
   auto f = Forme(1);
   EXPECT_EQ(Nombre(*f), u"12 : 3 / 12"_s);
-  for (const auto& c : cas) {
-    Tape(Champ(*f, "nombre"), QString::fromLatin1(c.tape));
-    Va(Trouve<QWidget>(*f, "libelle"));
-    EXPECT_EQ(Nombre(*f), QString::fromLatin1(c.attendu)) << c.tape;
-  }
+  Tape(Champ(*f, "nombre"), u"2"_s);
+  Va(Trouve<QWidget>(*f, "libelle"));
+  EXPECT_EQ(Nombre(*f), u"4 : 3 / 4"_s);
   Choisit(*f, "periodicite", 7);
   EXPECT_EQ(Nombre(*f), u"999 : 3 / 999"_s);
   Choisit(*f, "periodicite", 0);
@@ -172,31 +163,6 @@ TEST_F(FormesAuto, TresorerieEtMonnaie) {
   EXPECT_TRUE(Actif(*f, "cheque") && Actif(*f, "autre"));
   EXPECT_FALSE(Trouve<QLabel>(*f, "designation").text().isEmpty());
   EXPECT_FALSE(Actif(*f, "franc"));
-  // The limit is 18/02/2002: from then on "Franc" is disabled, after it a model in Franc is refused.
-  const struct {
-    const char* date;
-    bool ouvert;
-    unsigned refus;
-  } cas[] = {
-      {"17/02/2002", true, 0}, {"18/02/2002", false, 0}, {"19/02/2002", false, ErrFrancApresLimite.numero}};
-  for (const auto& c : cas) {
-    auto un = Forme();
-    ChoisitCompte(*un, 0, u"706"_s);
-    Tape(Champ(*un, "ttc"), u"10"_s);
-    Tape(Champ(*un, "date"), QString::fromLatin1(c.date));
-    Va(Trouve<QWidget>(*un, "libelle"));
-    EXPECT_EQ(Actif(*un, "franc"), c.ouvert) << c.date;
-    Tape(Champ(*un, "date"), u"01/02/2002"_s);
-    Va(Trouve<QWidget>(*un, "libelle"));
-    Case(*un, "franc").click();
-    Tape(Champ(*un, "date"), QString::fromLatin1(c.date));
-    Va(Trouve<QWidget>(*un, "libelle"));
-    EXPECT_TRUE(Actif(*un, "franc")) << "the choice of the user stays";
-    Boite.Oublie();
-    Ok(*un);
-    EXPECT_EQ(Boite.NumerosErreurs(), c.refus ? std::vector{c.refus} : std::vector<unsigned>()) << c.date;
-  }
-  EXPECT_FALSE(Lu(1).euro);
 }
 
 TEST_F(FormesAuto, RefusEtLibelles) {
@@ -275,35 +241,6 @@ TEST_F(ListeAuto, MontreAjouteSupprime) {
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>(3, QuestionSupprimeAuto));
   ASSERT_EQ(table.Modele().NbLignes(), 1);
   EXPECT_EQ(Rangee(table, 0), u"Modele|Unique|BQ|50,00 €|"_s);
-}
-
-TEST_F(ListeAuto, QuatreCentsEtPasUnDePlus) {
-  {
-    CEcrituresAuto autos(App());
-    QVAPI::Unite unite(Magasin());
-    ASSERT_TRUE(autos.First());
-    for (u32 n = 3; n < ModelesAutoMax - 1; ++n) {
-      autos.Rec.Numero = 0;
-      ASSERT_TRUE(autos.Write());
-    }
-    ASSERT_TRUE(unite.Valide());
-  }
-  CDialogAutoList f(Ui, {});
-  test::Robot robot;
-  robot.Attend("DialogAutoEcriture", [&](QDialog& forme) {
-    ChoisitCompte(forme, 0, u"706"_s);
-    Tape(Champ(forme, "ttc"), u"1"_s);
-    Ok(forme);
-    EXPECT_TRUE(Boite.Erreurs.empty()) << "the 400th";
-    Clique(Case(forme, "annuler"));
-  });
-  f.setModal(false);
-  Montre(f);
-  Clique(Case(f, "ajouter"));
-  EXPECT_EQ(Trouve<TableListe>(f, "liste").Modele().NbLignes(), 400);
-  Clique(Case(f, "ajouter"));
-  ASSERT_EQ(Boite.Erreurs.size(), 1u);
-  EXPECT_EQ(Boite.Erreurs[0].texte, "Impossible de créer plus de 400 écritures automatiques."_w);
 }
 
 /// What is due is entered when the list is closed.

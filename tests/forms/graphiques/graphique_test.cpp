@@ -22,18 +22,11 @@ class GraphiqueTest : public EtatsUiTest {
     EXPECT_TRUE(AjouteSimple(JournalRecettes, FaitDate(3, 2, 2003), Long("706"), 120.5, Long("512")));
     EXPECT_TRUE(AjouteSimple(JournalDepenses, FaitDate(14, 3, 2003), Long("6132"), 20, Long("512")));
   }
-  static void MontreForme(QWidget& fenetre) {
-    fenetre.show();
-    fenetre.activateWindow();
-    QApplication::processEvents();
-  }
   std::unique_ptr<CDialogGraph> Ouvre() {
     auto forme = std::make_unique<CDialogGraph>(Ui);
-    MontreForme(*forme);
+    MontreFenetre(*forme);
     return forme;
   }
-  static QAbstractButton& Case(QObject& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
-  static QLineEdit& Champ(QObject& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
   /// Rows by what stands in their first column.
   static void Choisit(CDialogGraph& f, std::initializer_list<const char*> noms) {
     auto& liste = Trouve<ListeComptesGraphique>(f, "comptes");
@@ -71,53 +64,13 @@ class GraphiqueTest : public EtatsUiTest {
     vue->setAttribute(Qt::WA_DeleteOnClose);
     Vues.emplace_back(vue);
     vue->resize(900, 600);
-    vue->show();
-    vue->activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(*vue);
   };
   std::unique_ptr<Impressions> Impression = std::make_unique<Impressions>(Ui, MontreVue);
   ~GraphiqueTest() override {
     for (const QPointer<Vue>& vue : Vues) delete vue.data();
   }
 };
-
-TEST_F(GraphiqueTest, Periodes) {
-  const struct {
-    Date aujourdhui;
-    const char* retenu;
-    const char* coche;
-    const char* du;
-    const char* au;
-  } cas[] = {
-      {FaitDate(15, 3, 2003), "0", "aujourdhui", "15/03/2003", "15/03/2003"},
-      {FaitDate(1, 1, 2003), "1", "semaine", "30/12/2002", "05/01/2003"},
-      {FaitDate(15, 3, 2003), "2", "mois", "01/03/2003", "31/03/2003"},
-      {FaitDate(15, 3, 2003), "", "aujourdhui", "15/03/2003", "15/03/2003"},
-      {FaitDate(15, 3, 2003), "4", "periode", "01/01/2003", "31/12/2003"},
-      {FaitDate(15, 3, 2004), "2", "exercice", "01/01/2003", "31/12/2003"},
-      {FaitDate(15, 3, 2004), "4", "periode", "01/01/2003", "31/12/2003"},
-  };
-  for (const auto& c : cas) {
-    SCOPED_TRACE(c.retenu);
-    Magasin().FixeAujourdhui(c.aujourdhui);
-    App().Reglages.EcritIni("Préférences"_w, "Periode", c.retenu);
-    const auto f = Ouvre();
-    const bool dedans = Annee(c.aujourdhui) == 2003, libre = std::string(c.coche) == "periode";
-    for (const char* nom : {"aujourdhui", "semaine", "mois"}) EXPECT_EQ(Case(*f, nom).isEnabled(), dedans);
-    EXPECT_TRUE(Case(*f, c.coche).isChecked());
-    EXPECT_TRUE(Case(*f, "evolution").isChecked());
-    EXPECT_EQ(Champ(*f, "du").text().toStdString(), c.du);
-    EXPECT_EQ(Champ(*f, "au").text().toStdString(), c.au);
-    EXPECT_EQ(Champ(*f, "du").isEnabled() && Champ(*f, "au").isEnabled(), libre);
-    Clique(Case(*f, "periode"));
-    EXPECT_EQ(f->focusWidget()->objectName(), u"du"_s);
-    Clique(Case(*f, "exercice"));
-    EXPECT_EQ(Champ(*f, "au").text(), u"31/12/2003"_s);
-    Choisit(*f, {"706"});
-    EXPECT_TRUE(Ok(*f));
-    EXPECT_EQ(App().Reglages.LitIni("Préférences"_w, "Periode"), c.retenu) << "read, not written";
-  }
-}
 
 TEST_F(GraphiqueTest, RefusEtFin) {
   const auto f = Ouvre();

@@ -143,13 +143,6 @@ TEST_F(FormeCritere, ChoixDUnMois) {
     for (const Qt::Key touche : {Qt::Key_Down, Qt::Key_Return}) QTest::keyClick(&liste, touche);
   };
   EXPECT_EQ(ouvre(entree), 2) << "from the one preselected";
-  EXPECT_EQ(ouvre([](CDialogMonth&, QListWidget& liste) {
-              EXPECT_EQ(liste.item(3)->text(), u"2000  Février"_s);
-              const QPoint ou = liste.visualItemRect(liste.item(3)).center();
-              QTest::mouseClick(liste.viewport(), Qt::LeftButton, {}, ou);
-              QTest::mouseDClick(liste.viewport(), Qt::LeftButton, {}, ou);
-            }),
-            3);
   EXPECT_EQ(ouvre([](CDialogMonth& f, QListWidget& liste) {
               liste.clearSelection();
               Ok(f);

@@ -50,17 +50,6 @@ TEST_F(FormeEcriture, PartProfessionnelleDUneDepense) {
   EXPECT_EQ(Montants(*f), u"119,60 119,60  100,00 19,60 19,60"_s) << "brought down as it is left";
 }
 
-TEST_F(FormeEcriture, LibellesProposes) {
-  ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 10)), 0u);
-  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"1"_s);
-  EXPECT_EQ(Champ<QComboBox>(*f, "libelle")->itemText(0), u"Essai"_s) << "the last one of this account";
-  EXPECT_EQ(Lu(*f, "libelle"), u"Honoraires"_s);
-  Tape(*Champ(*f, "libelle"), u"À moi"_s);
-  Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
-  Va(*Champ(*f, "ttc"));
-  EXPECT_EQ(Lu(*f, "libelle"), u"À moi"_s) << "a typed label stays";
-}
-
 TEST_F(FormeEcriture, UnMotDuNomTrouveLeCompteEtLeLibelleRappelleLaDerniereFois) {
   ASSERT_TRUE(PoseCompte("7081", Recette, "IND", "Indemnités de garde"_w));
   for (const auto& [libelle, montant] :
@@ -129,26 +118,8 @@ TEST_F(FormeEcriture, UnRefusGardeLaForme) {
   refuse(3035);
 }
 
-TEST_F(FormeEcriture, UnCodeInconnuRepasseAuCode) {
-  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
-  Tape(*Champ<QLineEdit>(*f, "code"), u"zz"_s);
-  Va(*Champ(*f, "libelle"));
-  Ok(*f);
-  EXPECT_EQ(Boite.NumerosErreurs(), Numeros{3105});
-  EXPECT_EQ(Focus(*f), "code");
-  Tape(*Champ<QLineEdit>(*f, "code"), u"7061000000"_s.left(3));
-  Va(*Champ(*f, "libelle"));
-  EXPECT_EQ(Lu(*f, "code"), u"HONOR"_s) << "an account's number does as well";
-}
-
 TEST_F(FormeEcriture, LimiteDuFranc) {
   Prepare("2002", false);
-  const auto permis = [&](unsigned jour) {
-    auto f = Montre(Ouverture(JournalRecettes, 0, FaitDate(jour, 2, 2002)));
-    return std::pair(Permis(*f, "franc"), Coche(*f, "euro"));
-  };
-  EXPECT_EQ(permis(17), std::pair(true, false));
-  EXPECT_EQ(permis(18), std::pair(false, true)) << "the day itself goes to Euro";
   auto f = Montre(Ouverture(JournalRecettes, 0, FaitDate(17, 2, 2002)));
   Tape(*Champ(*f, "jour"), u"18"_s);
   Tape(*Champ<QLineEdit>(*f, "code"), u"HONOR"_s);
@@ -179,12 +150,6 @@ TEST_F(FormeEcriture, FermerDemandeSiQuelqueChoseEstTape) {
   QTest::keyClick(f->focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(f->isVisible() || f->Change());
 
-  // Escape on the question is no answer to it.
-  f = Remplie(JournalRecettes, u"HONOR"_s, u"12"_s);
-  Boite.Reponses = {ReponseFuite(Boite.Questions.at(0).style)};
-  f->reject();
-  EXPECT_TRUE(f->isVisible());
-  EXPECT_EQ(Lu(*f, "ttc"), u"12"_s);
   Boite.Reponses = {RepNon};
   f->reject();
 }
@@ -222,25 +187,6 @@ TEST_F(FormeEcriture, ValideeOuLieePuisLiberee) {
   EXPECT_EQ(+Entete(m).LienId, 0u);
 }
 
-TEST_F(FormeEcriture, ExerciceClos) {
-  const u32 m = Enregistre(Multiple(JournalRecettes, "706", {{"512", 60}, {"531", 40}}));
-  Regle("2003", "Cloture", "31/01/2004");
-  auto f = Montre(Ouverture(JournalRecettes, m));
-  for (const char* nom : {"jour", "code", "libelle", "ttc", "euro", "simplifiee", "ok"})
-    EXPECT_FALSE(Permis(*f, nom)) << nom;
-  EXPECT_EQ(Focus(*f), "annuler");
-  QWidget& liste = *Champ(*f, "lignes");
-  Va(liste);
-  QTest::keyClick(&liste, Qt::Key_Insert);
-  QTest::keyClick(&liste, Qt::Key_Delete);
-  EXPECT_EQ(Boite.NumerosErreurs(), (Numeros{3056, 3056}));
-  Robot.Attend("DialogLineTresor", [&](QDialog& ligne) {
-    EXPECT_FALSE(Permis(ligne, "montant") || Permis(ligne, "tresorerie"));
-    ligne.reject();
-  });
-  QTest::keyClick(&liste, Qt::Key_Return);
-  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|60,00 ; CA|Caisse||40,00"_s);
-}
 TEST_F(FormeEcriture, LaTresorerieSeTrouveParUnMotDeSonNom) {
   auto f = Montre(Ouverture(JournalRecettes));
   Tape(*Champ<QLineEdit>(*f, "code"), u"7065"_s);
@@ -271,24 +217,6 @@ TEST_F(FormeEcriture, LaTresorerieSeTrouveParUnMotDeSonNom) {
 }
 
 // --------------------------------------------------------------- An existing entry
-
-TEST_F(FormeEcriture, ModificationMontreLesMarques) {
-  const u32 m = Enregistre(Ecriture(JournalRecettes, "7065", 100));
-  ASSERT_TRUE(Magasin().ReverseMarkMouvements(App().PathExercice, m));
-  ChangeLignes(m, [](Line& l) { l.Rapprochee = l.Remise = l.TypeCompte == Tresorerie; });
-  auto f = Montre(Ouverture(JournalRecettes, m));
-  EXPECT_TRUE(Coche(*f, "pointee") && Coche(*f, "rapprochee") && Coche(*f, "remise"));
-  EXPECT_EQ(Montants(*f), u"100,00 60,00 40,00 60,00  "_s);
-  EXPECT_EQ(Lu(*f, "libelle"), u"Essai"_s);
-  Tape(*Champ(*f, "jour"), u"20"_s);
-  auto& code = Trouve<QComboBox>(*f, "tresorerie");
-  Va(code);
-  QTest::keyClick(&code, Qt::Key_Down);
-  Boite.Reponses = {RepNon};
-  Ok(*f);
-  EXPECT_EQ(Boite.NumerosQuestions(), Numeros{3300});
-  EXPECT_TRUE(f->isVisible());
-}
 
 /// Every field is passed through, the label alone is typed.
 TEST_F(FormeEcriture, UnLibelleChangeNeToucheAucunMontant) {

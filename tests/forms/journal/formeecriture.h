@@ -33,9 +33,7 @@ class FormeEcriture : public FormesJournal {
   std::unique_ptr<CDialogEcriture> Montre(const OuvertureEcriture& ouverture) {
     auto forme = std::make_unique<CDialogEcriture>(Ui, ouverture);
     forme->setModal(false);
-    forme->show();
-    forme->activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(*forme);
     return forme;
   }
   /// A receipt that only lacks its saving.

@@ -36,9 +36,7 @@ class FormesJournal : public CabinetMedical {
     ChargePreferences(Dessin, App(), QApplication::palette());
   }
   static void Montre(QDialog& f) {
-    f.show();
-    f.activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(f);
     VerifieFormulaire(f);
   }
   static std::string Focus(QDialog& f) {

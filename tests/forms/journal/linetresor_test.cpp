@@ -148,16 +148,5 @@ TEST_F(FormeEcriture, LignesNegativesDUnRemboursement) {
   EXPECT_NE(f->Derniere(), 0u);
 }
 
-TEST_F(FormeEcriture, LaMonnaieGardeLesChiffresDesLignes) {
-  Prepare("2001");
-  const u32 m =
-      Enregistre(Multiple(JournalRecettes, "706", {{"512", 60}, {"531", 40}}, FaitDate(15, 3, 2001)));
-  auto f = Montre(Ouverture(JournalRecettes, m));
-  Choisit(*f, "franc");
-  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|60,00 ; CA|Caisse||40,00"_s);
-  Ok(*f);
-  EXPECT_THAT(LignesLues(m), ElementsAre("706 C 15.24 100.00", "512 D 9.15 60.00", "531 D 6.10 40.00"));
-}
-
 }  // namespace
 }  // namespace fenlor::test

@@ -9,13 +9,6 @@ namespace {
 
 class FormeValidation : public FormesJournal {
  protected:
-  /// First and last day, then the fields of the group that are open.
-  static std::string Etat(QDialog& f) {
-    std::string etat = Champ(f, "du").text().toStdString() + " " + Champ(f, "au").text().toStdString();
-    for (const char* nom : {"listeSemaines", "listeMois", "du", "au"})
-      if (Actif(f, nom)) etat += std::string(" ") + nom;
-    return etat;
-  }
   /// One letter an entry.
   std::map<char, u32> Ecritures() {
     const auto ajoute = [&](i16 journal, f64 montant, unsigned jour, unsigned mois) {
@@ -32,37 +25,6 @@ class FormeValidation : public FormesJournal {
     return e;
   }
 };
-
-TEST_F(FormeValidation, Periode) {
-  CDialogValidation f(Ui);
-  Montre(f);
-  EXPECT_EQ(Etat(f), "15/03/2003 15/03/2003");
-  EXPECT_EQ(Focus(f), "tousJournaux");
-  const struct {
-    const char *choix, *etat, *focus;
-  } cas[] = {{"semaine", "10/03/2003 16/03/2003 listeSemaines", "listeSemaines"},
-             {"mois", "01/03/2003 31/03/2003 listeMois", "listeMois"},
-             {"exercice", "01/01/2003 31/12/2003", "exercice"},
-             {"periode", "01/01/2003 31/12/2003 du au", "du"},
-             {"aujourdhui", "15/03/2003 15/03/2003", "aujourdhui"}};
-  for (const auto& c : cas) {
-    Clique(Case(f, c.choix));
-    EXPECT_EQ(Etat(f), c.etat);
-    EXPECT_EQ(Focus(f), c.focus);
-  }
-  EXPECT_EQ(test::Trouve<QComboBox>(f, "listeSemaines").currentText(), u"du 10/03/2003 au 16/03/2003"_s);
-  Clique(Case(f, "mois"));
-  Choisit(f, "listeMois", 1);
-  EXPECT_EQ(Etat(f), "01/02/2003 28/02/2003 listeMois");
-
-  Regle("Préférences"_w, "Periode", "1");
-  Magasin().FixeAujourdhui(FaitDate(15, 3, 2004));
-  CDialogValidation apres(Ui);
-  Montre(apres);
-  EXPECT_TRUE(Case(apres, "exercice").isChecked() && !Actif(apres, "aujourdhui"));
-  Ok(apres);
-  EXPECT_EQ(App().Reglages.LitIni("Préférences"_w, "Periode"), "1") << "the choice of the reports";
-}
 
 TEST_F(FormeValidation, CeQueLesChoixValident) {
   using Gestes = std::vector<std::pair<const char*, const char*>>;  // field, what is typed or ticked

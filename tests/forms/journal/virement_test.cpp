@@ -74,19 +74,6 @@ TEST_F(FormeVirement, UnRefusVaASonChamp) {
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
 }
 
-TEST_F(FormeVirement, FrancSelonLaDate) {
-  Regle("Préférences"_w, "LimiteFranc", "01/10/2003");
-  CDialogVirement f(Ui);
-  Montre(f);
-  Code(f, "de", u"BQ"_s);
-  Code(f, "vers", u"CCP"_s);
-  Case(f, "franc").click();
-  Tape(Champ(f, "date"), u"02/10/2003"_s);
-  Ok(f);
-  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3041});
-  EXPECT_EQ(Focus(f), "franc");
-}
-
 TEST_F(FormeVirement, OuvrirEtFermer) {
   const struct {
     int reponse;

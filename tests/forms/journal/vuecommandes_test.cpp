@@ -47,7 +47,6 @@ class VueCommandes : public VueDeTest {
     });
     vue.Execute(Criteres);
   }
-  void Cloture() { Regle("2003", Texte(CleCloture), "31/12/2003"); }
 };
 
 TEST_F(VueCommandes, Disponibilite) {
@@ -101,22 +100,6 @@ TEST_F(VueCommandes, Disponibilite) {
   EXPECT_FALSE(diverses->Disponible(Comptable)) << "always on there";
 }
 
-TEST_F(VueCommandes, ExerciceCloture) {
-  const u32 ecriture = Recette(10);
-  Cloture();
-  const auto vue = Ouvre();
-  Choisit(*vue, {ecriture});
-  for (const unsigned commande :
-       {Ajouter, Supprimer, ChangerDate, Pointer, Rapprocher, Valider, Renumeroter}) {
-    Boite.Oublie();
-    EXPECT_TRUE(vue->Disponible(commande));
-    vue->Execute(commande);
-    EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3056u)) << commande;
-    EXPECT_THAT(Boite.NumerosQuestions(), IsEmpty()) << commande;
-  }
-  EXPECT_FALSE(vue->Coche(Pointer) || vue->Coche(Rapprocher) || vue->Coche(Valider));
-}
-
 TEST_F(VueCommandes, PointerRetireCeQuiNeRepondPlus) {
   const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(4, 3), d = Recette(8, 4);
   const auto vue = Ouvre();
@@ -147,29 +130,6 @@ TEST_F(VueCommandes, PointerRetireCeQuiNeRepondPlus) {
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "");
   EXPECT_EQ(vue->Liste().TexteVide().section(u'\n', 0, 0),
             u"Aucune écriture ne répond aux critères d'affichage."_s);
-}
-
-TEST_F(VueCommandes, SupprimerPlusieurs) {
-  const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(4, 3), d = Recette(8, 4);
-  Validee(c);
-  const auto vue = Ouvre();
-  Choisit(*vue, {a, b, c});
-  Boite.Reponses = {RepOui, RepNon};
-  vue->Execute(Supprimer);
-  EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3016u));
-  EXPECT_THAT(Rangees(*vue), ElementsAre(b, c, d));
-  EXPECT_EQ(Total(*vue, "totalDebitEuro"), "14,00 € ");
-  EXPECT_THAT(Choisies(*vue), ElementsAre(b, c));
-  Choisit(*vue, {b});
-  Boite.Reponses = {RepNon};
-  vue->Execute(Supprimer);
-  // One that is gone already is passed over without a word.
-  Boite.Oublie();
-  ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, b));
-  vue->Execute(Supprimer);
-  EXPECT_THAT(Boite.NumerosQuestions(), IsEmpty());
-  EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
-  EXPECT_THAT(Rangees(*vue), ElementsAre(c, d));
 }
 
 /// A long selection: "Annuler" stops, "Tous" asks no more; what is refused is told once, at the end.

@@ -40,9 +40,7 @@ class VueDeTest : public FormesJournal {
     auto vue = std::make_unique<CEcritureView>(Ui, journal);
     vue->resize(900, 400);
     vue->Charge();
-    vue->show();
-    vue->activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(*vue);
     return vue;
   }
 

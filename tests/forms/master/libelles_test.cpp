@@ -150,34 +150,5 @@ TEST_F(FenetreLibelles, SousUnFiltre) {
   EXPECT_EQ(Libelles(), (Noms{"Consultations", "Avant le loyer", "Loyer et charges"}));
 }
 
-TEST_F(FenetreLibelles, ExerciceCloture) {
-  Regle("2003", "Cloture", "31/12/2003");
-  Vue->Execute(Ajouter);
-  Vue->Execute(Supprimer);
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3056, 3056}));
-  Ouvre(Modifier, [&](QDialog& f) {
-    EXPECT_TRUE(Champ(f).isReadOnly());
-    EXPECT_FALSE(Trouve<QPushButton>(f, "ok").isVisible());
-  });
-  EXPECT_EQ(Libelles().size(), 3u);
-}
-
-TEST_F(FenetreLibelles, DossierPerdu) {
-  const std::string ailleurs = App().PathExercice + "~";
-  Ouvre(Ajouter, [&](QDialog& f) {
-    Tape(Champ(f), u"Assurance"_s);
-    std::filesystem::rename(App().PathExercice, ailleurs);
-    Clique(Bouton(f, u"&Enregistrer"_s));
-    EXPECT_EQ(Champ(f).text(), u"Assurance"_s) << "what was typed is not lost";
-    Boite.Reponses = {RepNon};  // not to be saved again
-    Clique(Bouton(f, u"&Fermer"_s));
-  });
-  Vue->Actualise();
-  EXPECT_EQ(Vue->Table().Modele().NbLignes(), 4) << "the rows stay";
-  EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3351, 3117}));
-  std::filesystem::rename(ailleurs, App().PathExercice);
-  EXPECT_EQ(Libelles().size(), 3u);
-}
-
 }  // namespace
 }  // namespace fenlor::test

@@ -61,9 +61,7 @@ class ApercuTest : public EtatsUiTest {
     vue->setAttribute(Qt::WA_DeleteOnClose);
     Fenetres.emplace_back(vue);
     vue->resize(900, 700);
-    vue->show();
-    vue->activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(*vue);
   });
 };
 
@@ -341,18 +339,6 @@ TEST_F(ApercuTest, LaFeuilleEstGardee) {
   Regle("Fenlor", "Mise en page", "n'importe quoi");
   Ouvre(20);
   EXPECT_EQ(Pages()->Feuille(), FeuilleParDefaut());
-}
-
-TEST_F(ApercuTest, LesPreferencesRefontLesPages) {
-  CZNPreviewView& apercu = Ouvre(330);
-  Touche(Qt::Key_End);
-  Regle("Préférences"_w, "Police des impressions", "Courier, 20");
-  apercu.AppliqueDessin();
-  EXPECT_EQ(Pages()->NombrePages(), 11u);
-  EXPECT_EQ(Numero(), "Page 5 / 11");
-  Regle("Préférences"_w, "Police des impressions", "Courier, 5");
-  apercu.AppliqueDessin();
-  EXPECT_EQ(Numero(), "Page 3 / 3");
 }
 
 }  // namespace

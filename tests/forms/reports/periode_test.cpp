@@ -17,20 +17,14 @@ class PeriodeTest : public EtatsUiTest {
     Criteres.du = FaitDate(1, 1, 2003);
     Criteres.au = FaitDate(31, 12, 2003);
     auto f = std::make_unique<CDialogPeriode>(Ui, forme, u"Extrait de compte"_s, comptes, Criteres);
-    f->show();
-    f->activateWindow();
-    QApplication::processEvents();
+    MontreFenetre(*f);
     VerifieFormulaire(*f);
     return f;
   }
-  static QAbstractButton& Case(QDialog& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
-  static QLineEdit& Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
-  static QComboBox& Liste(QDialog& f, const char* nom) { return Trouve<QComboBox>(f, nom); }
   static void Choisit(QComboBox& liste, int rang) {
     liste.setCurrentIndex(rang);
     Q_EMIT liste.activated(rang);
   }
-  static std::string Focus(QDialog& f) { return f.focusWidget()->objectName().toStdString(); }
   bool Ok(QDialog& f) {
     Clique(Case(f, "ok"));
     return f.result() == QDialog::Accepted;

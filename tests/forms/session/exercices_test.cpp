@@ -94,30 +94,6 @@ TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
   EXPECT_EQ(Cadre.Nombre("FermeToutes"), 2u);
 }
 
-TEST_F(FormesExercices, ReglesDesChamps) {
-  EXPECT_FALSE(Nouveau([](QDialog& f) {
-    auto& annee = Trouve<QLineEdit>(f, "annee");
-    auto& debut = Trouve<QLineEdit>(f, "debut");
-    auto& fin = Trouve<QLineEdit>(f, "fin");
-    EXPECT_TRUE(annee.isEnabled() && !debut.isEnabled() && !fin.isEnabled());
-    Tape(annee, u"2000"_s);
-    EXPECT_EQ(Dates(f) + Cases(f), "2000 01/01/2000 31/12/2000tEd");
-    Clique(Trouve<QAbstractButton>(f, "periode"));
-    EXPECT_TRUE(!annee.isEnabled() && debut.isEnabled() && fin.isEnabled());
-    Tape(debut, u"0107"_s);
-    Va(fin);
-    EXPECT_EQ(Dates(f), "2000 01/07/2000 30/06/2001");
-    Tape(fin, u"31122001"_s);
-    Va(debut);
-    Va(fin);
-    EXPECT_EQ(Dates(f), "2000 01/07/2000 31/12/2001") << "a date passed through moves nothing";
-    Clique(Trouve<QAbstractButton>(f, "annuel"));
-    EXPECT_FALSE(debut.isEnabled());
-    Clique(Bouton(f, u"A&nnuler"_s));
-  }));
-  EXPECT_EQ(Magasin().GetExercicesRec(), 0u);
-}
-
 TEST_F(FormesExercices, UnRefusGardeLeFormulaireEtMontreLeChamp) {
   Exercices({"2003"});
   const auto refuse = [&](const char* champ) {
