@@ -13,6 +13,7 @@
 #include "reports/etatjournal.h"
 #include "reports/etatrapprochement.h"
 #include "reports/etattva.h"
+#include "reports/livresetat.h"
 #include "reports/petitlivre.h"
 
 namespace fenlor::test {
@@ -275,6 +276,39 @@ TEST_F(EtatsEnPanne, ADiskThatFillsUpEndsTheWork) {
   Disque.Programme(2, ENOSPC, SystemeFautif::Ecriture, false);
   EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
   EXPECT_LT(Boite.Place, pas) << "no further record is read";
+}
+
+/// Gives up at the second record of each walk.
+class EtatQuiRenonce : public CEtatComptable {
+ public:
+  EtatQuiRenonce(CFenlorApp& app, DemandeurCriteres& demandeur, int parcours)
+      : CEtatComptable(app, demandeur), m_parcours(parcours) {}
+  int Vus = 0;
+
+ protected:
+  void BuildEtat() override {
+    LivresEtat livres(App, *this);
+    ASSERT_TRUE(livres.Ouvre());
+    const Date fin = App.Reglages.GetFinExercice();
+    const auto vu = [this](const auto&) {
+      if (++Vus == 2) Abandonne();
+    };
+    if (m_parcours == 0) livres.Comptes(vu);
+    if (m_parcours == 1) livres.LignesDatees(0, fin, vu);
+    if (m_parcours == 2) livres.LignesDepuis({}, 0, [&](const Line& l) { return vu(l), true; });
+  }
+
+ private:
+  int m_parcours;
+};
+
+TEST_F(EtatsEnPanne, AWalkEndsWithItsReport) {
+  Installe(AffichageLivre::Euro);
+  for (const int parcours : {0, 1, 2}) {
+    EtatQuiRenonce etat(App(), Demandeur, parcours);
+    EXPECT_FALSE(App().Dit(etat.OnNewDocument()));
+    EXPECT_EQ(etat.Vus, 2) << parcours;
+  }
 }
 
 }  // namespace

@@ -154,6 +154,18 @@ TEST_F(PreferencesTest, Polices) {
   EXPECT_EQ(Lit("Police des listes"), "DejaVu Serif, -16, 8388608, 1, 0, 0, 0");
 }
 
+TEST_F(PreferencesTest, LesTextesSeLisentQuoiQuOnAitRegle) {
+  for (const char* cle : {"Couleur impaire", "Couleur paires"}) Pose(cle, "12648447");
+  for (const char* cle : {"Police des listes", "Police des journaux", "Police des saisies"})
+    Pose(cle, "Arial, -11, 12648447, 0, 0, 0, 0");
+  for (const QPalette& palette : {QApplication::palette(), Sombre()}) {
+    ChargePreferences(Dessin, App(), palette);
+    EXPECT_GE(Contraste(Dessin.TexteJournaux, Dessin.CouleurImpaire), contrasteTexte);
+    for (const QColor& texte : {Dessin.TexteListes, Dessin.TexteSaisies})
+      EXPECT_GE(Contraste(texte, palette.color(QPalette::Base)), contrasteTexte);
+  }
+}
+
 TEST_F(PreferencesTest, ReglagesIllisiblesOuFiges) {
   std::filesystem::remove(Fichier());
   InterditEcriture();

@@ -57,6 +57,8 @@ TEST_F(Acquisition, LaDureeEtLeTauxSeSuivent) {
       {tape("duree", "7"), "7,00 ans* 14,29 %"},
       {bouton("degressif"), "[6,66 ans]* [33,75 %]"},
       {tape("dateAchat", "01/02/1996"), "[6,66 ans]* [52,50 %]"},
+      {bouton("lineaire"), "6,66 ans* 15,02 %"},
+      {tape("duree", ""), "0,01 ans* 1,00 %"},  // nothing counts as 100
   };
   for (const auto& pas : table) {
     pas.geste(f);
@@ -154,6 +156,18 @@ TEST_F(Acquisition, RefuseASonChamp) {
     EXPECT_TRUE(f.isVisible());
   }
   EXPECT_EQ(Nombre(), 0u);
+}
+
+TEST_F(Acquisition, LeFrancSelonLaDate) {
+  CDialogAcquisition f(Ui, NouvelleImmobilisation(App()));
+  Montre(f);
+  const auto quitte = [&](const char* date) {
+    Tape(Champ(f, "dateAchat"), QString::fromUtf8(date));
+    Va(Champ(f, "prix"));
+    return Case(f, "franc").isEnabled();
+  };
+  EXPECT_TRUE(quitte("17/02/2002"));
+  EXPECT_FALSE(quitte("18/02/2002"));
 }
 
 /// From the form of the asset; from the register the same forms write by themselves.

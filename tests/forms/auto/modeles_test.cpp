@@ -163,6 +163,11 @@ TEST_F(FormesAuto, TresorerieEtMonnaie) {
   EXPECT_TRUE(Actif(*f, "cheque") && Actif(*f, "autre"));
   EXPECT_FALSE(Trouve<QLabel>(*f, "designation").text().isEmpty());
   EXPECT_FALSE(Actif(*f, "franc"));
+  for (const bool ouvert : {true, false}) {
+    Tape(Champ(*f, "date"), ouvert ? u"17/02/2002"_s : u"18/02/2002"_s);
+    Va(Trouve<QWidget>(*f, "libelle"));
+    EXPECT_EQ(Actif(*f, "franc"), ouvert);
+  }
 }
 
 TEST_F(FormesAuto, RefusEtLibelles) {

@@ -259,6 +259,25 @@ TEST_F(FormeOD, ExistanteChangeeEtVoisine) {
       << "lines that bore the entry's label follow it";
 }
 
+TEST_F(FormeOD, EcritureEnFranc) {
+  ASSERT_TRUE(CreeExercice("2002"));
+  SaisieOD saisie = OD({Debit("512", 655.957), Credit("706", 655.957)}, FaitDate(17, 2, 2002));
+  for (const char* compte : {"512", "706"}) PoseCompte(compte, *compte == '5' ? Tresorerie : Recette);
+  saisie.euro = false;
+  for (const char* compte : {"108", "758", "658"}) PoseCompte(compte, Autre);
+  ASSERT_FALSE(Essaie(saisie));
+  CDialogMouvement f(Ui, Existante(Faite.mouvement));
+  Montre(f);
+  EXPECT_TRUE(Trouve<QRadioButton>(f, "franc").isChecked());
+  EXPECT_EQ(Montrees(f)[0], "512|Essai d'OD|655,96 F|");
+  Tape(Trouve<QComboBox>(f, "date"), u"19"_s);
+  Clique(Trouve<QPushButton>(f, "ok"));
+  EXPECT_EQ(Boite.NumerosErreurs(), Nombres{3041}) << "leaving the day keeps the Franc, saving refuses it";
+  Clique(Trouve<QRadioButton>(f, "euro"));
+  Clique(Trouve<QPushButton>(f, "ok"));
+  EXPECT_EQ(LignesLues(Faite.mouvement)[0].substr(0, 12), "512 D 655.96") << "the digits stayed";
+}
+
 TEST_F(FormeOD, CeQuiEstPermis) {
   const u32 mouvement = EnregistreLesLignes({Debit("512", 10), Credit("706", 10)});
   const struct {

@@ -264,6 +264,26 @@ TEST_F(VueJournal, TotauxDeLaSelection) {
   EXPECT_EQ(Total(*vue, "selectionDebitEuro"), "");
 }
 
+TEST_F(VueJournal, DixMilleLignesNeSontPasLues) {
+  CEcrList liste(Ui);
+  unsigned lectures = 0;
+  liste.PoseLecture([&](u32 mouvement, EntreeJournal& entree) {
+    ++lectures;
+    entree.rangees.resize(mouvement % 4 + 1);
+    return mouvement % 5 != 0;  // one that cannot be read is an empty row
+  });
+  std::vector<EntreeListe> entrees;
+  for (u32 i = 1; i <= 10000; ++i) entrees.push_back({i, i % 4 + 1});
+  liste.resize(800, 400);
+  liste.show();
+  liste.Recharge(entrees, {false, true}, true);
+  liste.grab();
+  liste.selectAll();
+  EXPECT_EQ(liste.NbChoisies(), 10000);
+  EXPECT_GT(lectures, 4u);
+  EXPECT_LT(lectures, 120u);
+}
+
 TEST_F(VueJournal, BarreDesMois) {
   Recette(5, 10, 2);
   const auto vue = Ouvre();
