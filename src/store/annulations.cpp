@@ -63,6 +63,16 @@ int EcritTexte(Systeme& systeme, const std::string& chemin, const std::string& c
   return code ? code : systeme.SynchroniseDossier(DossierDe(chemin));
 }
 
+/// The undo is none. While its note stands no unit is made durable: the next one would have the number that
+/// the note bears, and pass for the undo.
+void OteNote(EtatQVAPI& etat) {
+  const auto ote = [&etat] {
+    RemetReglages(*etat.reglages, {});
+    return etat.reglages->Erreur();  // where they cannot be read the note may stand, too
+  };
+  if (ote() != 0) etat.moteur->Exige(ote);
+}
+
 /// The text as it stands is what the unit left.
 int RemetTexte(Systeme& systeme, const UniteRetenue::TexteRetenu& texte) {
   std::string present;
@@ -126,11 +136,14 @@ bool QVAPI::QVReprend(bool refaire, const std::function<bool(const EcartUnite&)>
   Profil& reglages = *m_etat->reglages;
   const Remises remises = RemisesDe(unite);
   const bool note = !unite.ecarts.empty() && !remises.empty();
-  if (note ? !Note(*m_etat, remises) : unite.ecarts.empty() && !RemetReglages(reglages, remises))
-    return m_etat->Refuse(reglages.Erreur(), reglages.Chemin());
+  if (note ? !Note(*m_etat, remises) : unite.ecarts.empty() && !RemetReglages(reglages, remises)) {
+    const int code = reglages.Erreur();
+    OteNote(*m_etat);  // where the folder cannot be synced it may bear the name all the same
+    return m_etat->Refuse(code, reglages.Chemin());
+  }
   if (!moteur.Reprend(refaire, unite)) {
     const int code = moteur.Erreur();
-    if (note) RemetReglages(reglages, {});
+    if (note) OteNote(*m_etat);
     return m_etat->Refuse(code);
   }
   m_etat->OublieCompteurs();

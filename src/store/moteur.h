@@ -140,6 +140,8 @@ class Moteur {
   bool PeutReprendre(const UniteRetenue& unite, const SuiteRetour& controle);
   /// Writes the slots of that unit back, as a new unit.
   bool Reprend(bool refaire, const UniteRetenue& unite);
+  /// Before another unit is made durable `prealable` answers 0, or the unit is refused with its errno.
+  void Exige(std::function<int()> prealable);
   /// The redo log, and the number that its next unit will have: one that is lower is durable.
   u64 IdReprise() const;
   u64 ProchaineUnite() const;

@@ -271,6 +271,8 @@ bool Moteur::LitRetenue(bool refaire, UniteRetenue& unite) {
 
 u64 Moteur::VersionRetenues() const { return m->retenues.Version(); }
 
+void Moteur::Exige(std::function<int()> prealable) { m->prealable = std::move(prealable); }
+
 u64 Moteur::IdReprise() const { return m->reprise->Id(); }
 u64 Moteur::ProchaineUnite() const { return m->reprise->Suivante(); }
 

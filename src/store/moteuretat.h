@@ -113,6 +113,7 @@ struct Moteur::Etat {
   std::string nomUnite;
   bool sansRetour = false;
   std::vector<UniteRetenue::ReglageRetenu> reglagesUnite;
+  std::function<int()> prealable;
   bool enRetour = false;  ///< the unit in progress takes one back, or does it again (`retourDefait`)
   bool retourDefait = false;
   std::vector<u8> tampon;

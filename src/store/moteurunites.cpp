@@ -430,6 +430,10 @@ void Moteur::Etat::ComposeImage(u16 fichier, const ImagesUnite::Image& image, u1
 /// The unit becomes durable, or nothing of it counts.
 bool Moteur::Etat::Engage() {
   assert(profondeur == 1);
+  if (prealable) {
+    if (const int rc = prealable()) return Echec(rc);
+    prealable = nullptr;
+  }
   // The tail before the log: the unit's header tells of slots whose records stand nowhere else.
   for (Ouvert* o : touches) {
     if (!o->premierVerse) continue;

@@ -221,6 +221,28 @@ TEST_F(ReprisesDisque, UneMortAChaqueAppelDuRetour) {
   EXPECT_GT(avant, 3u);
 }
 
+// The note of the settings stands, the undo fails, and so does the note's removal: units go on only without
+// the note, for the next one would have the number that it bears.
+TEST_F(ReprisesDisque, UnRetourManqueNeRevientPasParSaNote) {
+  App().Reglages.EcritIni("Essai", "Compteur", "1");
+  unsigned restees = 0;
+  for (unsigned k = 1; restees == 0 && k < 100; ++k) {
+    SCOPED_TRACE("from call " + std::to_string(k));
+    SaisitEtCompte(std::to_string(k + 1));
+    Disque.Programme(k, EIO, SystemeFautif::Tous & ~(SystemeFautif::Lectures | SystemeFautif::Mesurage),
+                     false);
+    ASSERT_NE(Fais(), 0u) << "no note ever stayed";
+    restees += Magasin().Reglages().Existe("Annulation");
+    const u32 refusee = Saisit(21);
+    Disque.Repare();
+    EXPECT_TRUE(refusee == 0 && Saisit(22) != 0);
+    ASSERT_TRUE(Rouvre());
+    EXPECT_EQ(App().Reglages.LitIni("Essai", "Compteur"), std::to_string(k + 1));
+    SuitReprises(App());
+  }
+  EXPECT_EQ(restees, 1u);
+}
+
 TEST_F(Reprises, CeQuUnAutreAChangeEstASonAuteur) {
   std::vector<std::string> libelles;
   ASSERT_FALSE(LitLibelles(App(), libelles));
