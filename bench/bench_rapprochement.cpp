@@ -12,76 +12,29 @@
 #include <string>
 #include <vector>
 
-#include "banque/rapprochement.h"
-#include "classeur.h"
-#include "dialoguemuet.h"
-#include "mesures.h"
-#include "store/texte1252.h"
+#include "livrebancaire.h"
 
 namespace fenlor::bench {
 
 namespace {
 
-constexpr unsigned OperationsBarre = 20'000, LignesBarre = 60'000;
 constexpr double Barre = 6;
-constexpr const char* Compte = "5190000000";
-
-f64 Montant(unsigned i) { return 20 + (i * 7919u % 5000u) / 100.0; }
-Date Jour(unsigned i, unsigned nombre) { return FaitDate(1 + i % 28, 1 + i * 12 / nombre, 2003); }
-
-/// The account and its lines, in order of dates.
-void Remplit(Classeur& classeur, unsigned lignes) {
-  QVAPI& magasin = classeur.Magasin();
-  DialogueMuet dialogue;
-  SeanceDuBanc app(magasin, dialogue);
-  CPlan plan(app, app.PathExercice);
-  PoseTexte(plan.Rec->Compte, Compte);
-  plan.Rec->Type = Tresorerie;
-  plan.Rec->TypeTresorerie = 1;
-  if (!plan.OpenFile() || !plan.Add()) Echec("the account is refused");
-  for (unsigned debut = 0; debut < lignes; debut += 10'000) {
-    QVAPI::Unite unite(magasin);
-    for (unsigned i = debut; i < lignes && i < debut + 10'000; ++i) {
-      EcrSimple rec = classeur.Ecriture(i);
-      rec.Journal = JournalRecettes;
-      rec.EstRecette = 1;
-      rec.Date = Jour(i, lignes);
-      rec.MontantEuro = rec.RepartitionEuro = Montant(i);
-      rec.MontantFranc = rec.RepartitionFranc = QVAPI::ConvertEuroToFranc(6.55957, Montant(i));
-      rec.TaxeEuro = rec.TaxeFranc = 0;
-      PoseTexte(rec.CompteTresorerie, Compte);
-      if (!magasin.AddEcrSimple(magasin.PathExercice(), rec)) Echec("an entry is refused");
-    }
-    if (!unite.Valide()) Echec("the unit is undone");
-  }
-}
 
 /// One run on a practice of its own.
 class Course {
  public:
   explicit Course(QVAPI& magasin) : m_magasin(magasin), m_app(magasin, m_dialogue) {}
 
-  void Lit(unsigned lignes) {
-    CLines journal(m_app, m_app.PathExercice);
-    PoseTexte(journal.Rec->Compte, Compte);
-    unsigned lues = 0;
-    f64 somme = 0;
-    if (!journal.OpenFile()) Echec("the journal cannot be opened");
-    for (bool lu = journal.Browse(2); lu && LitTexte(journal.Rec->Compte) == Compte; lu = journal.Next(2)) {
-      somme += journal.Rec->MontantEuro;
-      ++lues;
-    }
-    if (lues != lignes || somme <= 0) Echec("lines are missing");
-  }
+  void Lit(unsigned lignes) { LitBanque(m_app, lignes); }
 
   void Prepare(unsigned operations, unsigned lignes) {
     for (unsigned i = 0; i < operations; ++i) {
       FicheOperation fiche;
-      fiche.compte = Compte;
+      fiche.compte = CompteBancaire;
       fiche.libelle = "VIR " + std::to_string(i);
-      fiche.date = Jour(i, operations);
+      fiche.date = JourBancaire(i, operations);
       fiche.sens = 1;
-      fiche.montant = Montant(i * (lignes / operations));
+      fiche.montant = MontantBancaire(i * (lignes / operations));
       Banque rec{};
       if (ComposeOperation(m_app, fiche, rec)) Echec("an operation is refused");
       m_operations.push_back(rec);
@@ -100,7 +53,8 @@ class Course {
     m_synchros = m_magasin.NbSynchros() - avant;
   }
   void Rapproche() {
-    const DemandeAutomatique demande{{Compte, FaitDate(1, 1, 2003), FaitDate(31, 12, 2003)}, false, true};
+    const DemandeAutomatique demande{
+        {CompteBancaire, FaitDate(1, 1, 2003), FaitDate(31, 12, 2003)}, false, true};
     if (RapprocheAutomatique(m_app, demande, m_bilan)) Echec("the matching is refused");
   }
   u32 Rapproches() const { return m_bilan.rapproches; }
@@ -123,7 +77,7 @@ int Lance(unsigned courses, unsigned operations, unsigned lignes) {
   fs::create_directories(modele);
   {
     Classeur classeur(modele);
-    Remplit(classeur, lignes);
+    RemplitBanque(classeur, lignes);
   }
   std::vector<double> lectures, imports, rapprochements, rapports;
   u32 paires = 0;

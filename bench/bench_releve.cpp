@@ -1,6 +1,6 @@
 // bench_releve [RUNS [OPERATIONS [LINES]]]
-// Imports a statement of so many operations (20000), a table of the bank, into a practice whose journal has
-// so many lines (60000), beside reading those lines once through the store, in the same run; then imports it
+// Imports a statement of so many operations (20000), a table of the bank, into an account that has so many
+// lines (60000), beside reading those lines once through the store, in the same run; then imports it
 // again, when all of it is known. The bars: an import costs at most 6 times the reading, and one sync; the
 // status is 1 when one is missed, unless the sizes are others.
 #include <unistd.h>
@@ -12,15 +12,10 @@
 #include <vector>
 
 #include "banque/importreleve.h"
-#include "classeur.h"
-#include "dialoguemuet.h"
-#include "mesures.h"
-#include "store/definitions.h"
+#include "livrebancaire.h"
 
 namespace fenlor::bench {
 namespace {
-
-constexpr unsigned OperationsBarre = 20'000, LignesBarre = 60'000;
 
 std::string TexteReleve(unsigned operations, unsigned serie) {
   std::string texte = "Date;Libelle;Montant\n";
@@ -33,15 +28,6 @@ std::string TexteReleve(unsigned operations, unsigned serie) {
   return texte;
 }
 
-unsigned LitJournal(QVAPI& magasin) {
-  unsigned lignes = 0;
-  std::string cle;
-  Line ligne;
-  for (Position p = magasin.QVFirstKey(77, cle); p; p = magasin.QVNextKey(77, cle))
-    if (magasin.QVReadRec(FichierJournal, p, &ligne)) ++lignes;
-  return lignes;
-}
-
 int Execute(unsigned tours, unsigned operations, unsigned lignes) {
   const std::string dossier =
       (std::filesystem::temp_directory_path() / ("fenlor-bench-releve-" + std::to_string(getpid()))).string();
@@ -49,7 +35,7 @@ int Execute(unsigned tours, unsigned operations, unsigned lignes) {
   std::filesystem::create_directories(modele);
   {
     Classeur classeur(modele);
-    classeur.Remplit(lignes / LignesParEcriture);
+    RemplitBanque(classeur, lignes);
   }
   u64 synchros = 0;
   std::vector<double> neufs, deja, lus;
@@ -61,13 +47,12 @@ int Execute(unsigned tours, unsigned operations, unsigned lignes) {
     SeanceDuBanc app(magasin, dialogue);
     const auto importe = [&](const std::string& texte, std::size_t attendu) {
       ApercuReleve apercu;
-      if (PrepareReleve(app, "512", LitReleve(texte, FormatReleve::Inconnu), {}, apercu)) Echec("no preview");
+      if (PrepareReleve(app, CompteBancaire, LitReleve(texte, FormatReleve::Inconnu), {}, apercu))
+        Echec("no preview");
       if (apercu.Nombre(SortOperation::Nouvelle) != attendu) Echec("not what was to be imported");
       if (ImporteReleve(app, apercu)) Echec("the import is refused");
     };
-    const auto lit = [&] {
-      if (LitJournal(magasin) < lignes / LignesParEcriture * LignesParEcriture) Echec("lines are missing");
-    };
+    const auto lit = [&] { LitBanque(app, lignes); };
     lit();
     lus.push_back(Duree(lit));
     const std::string texte = TexteReleve(operations, tour);

@@ -68,7 +68,7 @@ void Decompose(Lecteur lecteur, bool retournee, UniteRetenue& unite) {
         break;
       }
       case PartieTexte: {
-        auto& t = unite.texte.emplace();
+        auto& t = unite.texte.emplace(UniteRetenue::TexteRetenu{});
         t.numero = lecteur.Prend<NumeroFichier>();
         for (std::string* texte : {&t.chemin, &t.avant, &t.apres}) *texte = lecteur.Texte();
         if (retournee) std::swap(t.avant, t.apres);

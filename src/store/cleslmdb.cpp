@@ -164,7 +164,7 @@ class ClesLmdb : public MagasinCles {
     return m_erreur ? 0 : etat.ms_entries;
   }
 
-  int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {
+  int Charge(unsigned cle, const ClesComposees& triees) override {
     assert(cle < m_cles.nombre && std::is_sorted(triees.begin(), triees.end()));
     m_retenues[cle].clear();
     m_place[cle].clear();
@@ -362,23 +362,29 @@ class ClesLmdb : public MagasinCles {
     return Traduit(mdb_cursor_put(m_curseur[cle], &k, &v, mode ? mode : MDB_NOOVERWRITE));
   }
 
+  /// True when all entries of a key stand before that one: those of it and behind it are then not sought.
+  bool EstDerriere(unsigned cle, std::string_view texte, u32 position) {
+    if (!m_txn) return false;
+    assert(m_curseur[cle]);
+    m_place[cle].clear();
+    MDB_val derniere, v;
+    const int rc = mdb_cursor_get(m_curseur[cle], &derniere, &v, MDB_LAST);
+    if (rc) return rc == MDB_NOTFOUND;
+    u8 tampon[TailleCleMax + 4];
+    MDB_val k = Cle(cle, texte, position, tampon);
+    return mdb_cmp(m_txn, m_dbi[cle], &k, &derniere) > 0;
+  }
+
   /// Writes the keys kept back, in key order.
   int Verse(unsigned cle) {
     auto& retenues = m_retenues[cle];
     if (retenues.empty()) return 0;
-    m_ordre.resize(retenues.size());
-    for (u32 i = 0; i < m_ordre.size(); ++i) m_ordre[i] = i;
-    const auto avant = [&](u32 a, u32 b) {
-      const Retenue &x = retenues[a], &y = retenues[b];
-      const int c = std::memcmp(x.texte, y.texte, std::min(x.longueur, y.longueur));
-      if (c) return c < 0;
-      return x.longueur != y.longueur ? x.longueur < y.longueur : x.position < y.position;
-    };
-    if (!std::is_sorted(m_ordre.begin(), m_ordre.end(), avant))
-      std::sort(m_ordre.begin(), m_ordre.end(), avant);
-    for (const u32 i : m_ordre) {
-      const Retenue& r = retenues[i];
-      if (const int rc = Pose(cle, {r.texte, r.longueur}, r.position, 0)) {
+    m_ordre.clear();
+    for (const Retenue& r : retenues) m_ordre.emplace_back(std::string_view(r.texte, r.longueur), r.position);
+    TrieCles(m_ordre);
+    const unsigned mode = EstDerriere(cle, m_ordre.front().first, m_ordre.front().second) ? MDB_APPEND : 0;
+    for (const auto& [texte, position] : m_ordre) {
+      if (const int rc = Pose(cle, texte, position, mode)) {
         retenues.clear();
         return rc == ErrCleDouble ? static_cast<int>(ErrCles) : rc;
       }
@@ -394,8 +400,8 @@ class ClesLmdb : public MagasinCles {
   MDB_dbi m_dbi[8] = {};
   MDB_cursor* m_curseur[8] = {};
   std::string m_place[8];  ///< LMDB key under each cursor, empty when not known
-  std::vector<Retenue> m_retenues[8];
-  std::vector<u32> m_ordre;
+  GrandVecteur<Retenue> m_retenues[8];
+  ClesComposees m_ordre;
   std::size_t m_reste = 0;  ///< keys that surely find room before the next `Rengage`
   bool m_marche = false;    ///< a walk is under way
   int m_erreur = 0;

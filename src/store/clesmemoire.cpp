@@ -59,7 +59,7 @@ class ClesMemoire : public MagasinCles {
   }
   u64 Nombre(unsigned cle) override { return m_entrees[cle].size(); }
 
-  int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) override {
+  int Charge(unsigned cle, const ClesComposees& triees) override {
     assert(cle < m_cles.nombre && std::is_sorted(triees.begin(), triees.end()));
     auto& entrees = m_entrees[cle];
     entrees.clear();

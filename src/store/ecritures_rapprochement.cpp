@@ -1,7 +1,9 @@
 // Lines of the journal that are matched with operations of the bank.
 
+#include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <vector>
 
 #include "store/ecritures_operation.h"
 
@@ -60,15 +62,21 @@ bool QVAPI::RappLines(const std::string& exercice, std::span<const Rapprochement
   const bool beaucoup =
       paires.size() >= BeaucoupDOperations && paires.size() > moteur.NombreEmplacements(FichierBanques) / 3;
   if (beaucoup && !moteur.RemetCles(FichierBanques)) return op.Echoue();
-  for (std::size_t i = 0; i < paires.size(); ++i) {
-    if (i + Avance < paires.size()) moteur.Annonce(FichierJournal, paires[i + Avance].ligne);
-    const Position place = paires[i].operation;
+  // In the order of their slots: the unit's images then stand in it from the start.
+  std::vector<Rapprochement> ordre(paires.begin(), paires.end());
+  std::sort(ordre.begin(), ordre.end(),
+            [](const Rapprochement& a, const Rapprochement& b) { return a.ligne < b.ligne; });
+  for (std::size_t i = 0; i < ordre.size(); ++i) {
+    if (i + Avance < ordre.size()) moteur.Annonce(FichierJournal, ordre[i + Avance].ligne);
     Banque operation;
-    if (!moteur.Lit(FichierBanques, place, &operation)) return op.Echoue();
-    if (!EcritRapprochee(op, paires[i].ligne, operation, effets)) return false;
-    if (!beaucoup && !moteur.SupprimeCles(FichierBanques, place, &operation)) return op.Echoue();
-    if (!moteur.Supprime(FichierBanques, place)) return op.Echoue();
+    if (!moteur.Lit(FichierBanques, ordre[i].operation, &operation)) return op.Echoue();
+    if (!EcritRapprochee(op, ordre[i].ligne, operation, effets)) return false;
+    if (!beaucoup && !moteur.SupprimeCles(FichierBanques, ordre[i].operation, &operation)) return op.Echoue();
   }
+  std::sort(ordre.begin(), ordre.end(),
+            [](const Rapprochement& a, const Rapprochement& b) { return a.operation < b.operation; });
+  for (const Rapprochement& paire : ordre)
+    if (!moteur.Supprime(FichierBanques, paire.operation)) return op.Echoue();
   if (!op.Applique(effets)) return false;
   return unite.Valide() || op.Echoue();
 }

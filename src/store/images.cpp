@@ -8,7 +8,8 @@ namespace fenlor {
 
 namespace {
 
-constexpr std::size_t TailleMorceau = 256u << 10;
+/// The first piece is kept from unit to unit; large units take large ones.
+constexpr std::size_t PremierMorceau = 256u << 10, GrandMorceau = TailleGrandePage;
 constexpr std::size_t TableMin = 64;
 
 bool Avant(const ImagesUnite::Image* a, const ImagesUnite::Image* b) {
@@ -30,23 +31,23 @@ std::size_t ImagesUnite::Place(u16 fichier, Position position) const {
 }
 
 void ImagesUnite::Agrandit() {
-  m_table.assign(std::max(TableMin, m_table.size() * 2), 0);
+  m_table.assign(std::max(TableMin, m_table.size() * 4), 0);
   assert(m_images.size() < m_table.size());
   for (u32 rang = 0; rang < m_images.size(); ++rang)
     m_table[Place(m_images[rang].fichier, m_images[rang].position)] = rang + 1;
 }
 
 u8* ImagesUnite::Pose(u16 fichier, Position position, u16 pas) {
-  assert(position > 0 && pas > 0 && pas <= TailleMorceau);
+  assert(position > 0 && pas > 0 && pas <= PremierMorceau);
   if (m_images.size() * 2 >= m_table.size()) Agrandit();
   u32& rang = m_table[Place(fichier, position)];
   if (rang == 0) {
     if (m_reste < pas) {
-      m_morceaux.push_back(std::make_unique_for_overwrite<u8[]>(TailleMorceau));
-      m_reste = TailleMorceau;
+      m_reste = m_morceaux.empty() ? PremierMorceau : GrandMorceau;
+      m_morceaux.emplace_back(m_reste);
     }
-    m_images.push_back(
-        {fichier, pas, position, m_morceaux.back().get() + (TailleMorceau - m_reste), true, 0, 0, 0});
+    m_images.push_back({fichier, pas, position,
+                        m_morceaux.back().data() + (m_morceaux.back().size() - m_reste), true, 0, 0, 0});
     m_reste -= pas;
     rang = static_cast<u32>(m_images.size());
   }
@@ -77,7 +78,7 @@ void ImagesUnite::Efface() {
   std::fill(m_table.begin(), m_table.end(), 0u);
   m_images.clear();
   if (m_morceaux.size() > 1) m_morceaux.resize(1);
-  m_reste = m_morceaux.empty() ? 0 : TailleMorceau;
+  m_reste = m_morceaux.empty() ? 0 : PremierMorceau;
   m_vivantes = m_octets = 0;
 }
 

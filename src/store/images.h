@@ -2,10 +2,10 @@
 // large pieces and given back when the unit ends.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "store/definitions.h"
+#include "store/pagesgrandes.h"
 
 namespace fenlor {
 
@@ -45,7 +45,7 @@ class ImagesUnite {
 
   std::vector<Image> m_images;
   std::vector<u32> m_table;  ///< open addressing: rank in `m_images` plus 1, 0 where nothing stands
-  std::vector<std::unique_ptr<u8[]>> m_morceaux;
+  std::vector<GrandVecteur<u8>> m_morceaux;
   std::size_t m_reste = 0;  ///< bytes that are free at the end of the last piece
   std::size_t m_vivantes = 0, m_octets = 0;
 };

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "store/definitions.h"
+#include "store/tricles.h"
 
 namespace fenlor {
 
@@ -62,7 +63,7 @@ class MagasinCles {
   virtual u64 Nombre(unsigned cle) = 0;
 
   /// Empties one key and fills it with entries in ascending order.
-  virtual int Charge(unsigned cle, const std::vector<std::pair<std::string_view, u32>>& triees) = 0;
+  virtual int Charge(unsigned cle, const ClesComposees& triees) = 0;
   /// Hands what was written to the operating system; `durable` also syncs it.
   virtual int Engage(bool durable) = 0;
   /// Error of the last look-up that returned false or 0: 0 when it just found nothing.

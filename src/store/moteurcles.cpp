@@ -119,14 +119,14 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
 
 /// The keys of one number, composed from the records and sorted. Reads alone: a helper may do it.
 struct Moteur::Etat::ClesTriees {
-  std::unique_ptr<char[]> textes;
-  std::vector<std::pair<std::string_view, u32>> cles;
+  GrandVecteur<char> textes;
+  ClesComposees cles;
 
   void Compose(Etat& etat, Ouvert& o, unsigned indice) {
     cles.clear();
     cles.reserve(o.emplacements);
-    textes = std::make_unique_for_overwrite<char[]>(std::size_t{o.emplacements} * TailleCleMax);
-    char* place = textes.get();
+    textes.resize(std::size_t{o.emplacements} * TailleCleMax);
+    char* place = textes.data();
     for (Position p = 1; p <= o.emplacements; ++p) {
       const u8* rec = etat.Brut(o, p);
       if (o.dat.EtatDe(rec) != EtatEmplacement::Vivant) continue;
@@ -242,9 +242,9 @@ void Moteur::Etat::RetientCle(Ouvert& o, unsigned indice, std::string_view texte
   assert(indice < o.description.nombre);
   if (profondeur == 0 || (profondeur == 1 && clesTropNombreuses)) return;
   Touche(o);
-  changementsCles.push_back({&o, indice, ajout, position, std::string(texte)});
-  if (profondeur == 1 && changementsCles.size() > ClesRetenuesMax) {
-    changementsCles.clear();
+  changementsCles.Ajoute({&o, indice, ajout, position, static_cast<u8>(texte.size())}, texte);
+  if (profondeur == 1 && changementsCles.Nombre() > ClesRetenuesMax) {
+    changementsCles.Efface();
     clesTropNombreuses = true;
   }
 }
@@ -279,15 +279,14 @@ int Moteur::Etat::OteCle(Ouvert& o, unsigned indice, std::string_view texte, Pos
 }
 
 void Moteur::Etat::DefaitCles(std::size_t jusqua) {
-  assert(jusqua <= changementsCles.size());
+  assert(jusqua <= changementsCles.Nombre());
   // Records were put back before: a fallback below rebuilds the right keys, and
   // what is left of the list then changes nothing.
-  while (changementsCles.size() > jusqua) {
-    const ChangementCle c = std::move(changementsCles.back());
-    changementsCles.pop_back();
+  while (changementsCles.Nombre() > jusqua) {
+    const auto [c, texte] = changementsCles.Retire();
     if (!c.fichier->cles || c.fichier->clesDues) continue;
-    const int rc = c.ajout ? c.fichier->cles->Supprime(c.cle, c.texte, c.position)
-                           : c.fichier->cles->Ajoute(c.cle, c.texte, c.position);
+    const int rc = c.ajout ? c.fichier->cles->Supprime(c.cle, texte, c.position)
+                           : c.fichier->cles->Ajoute(c.cle, texte, c.position);
     if (rc && rc != ErrCleDouble && rc != ErrCleAbsente) ReplieCles(*c.fichier, rc);
   }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <set>
 #include <span>
 #include <unordered_map>
@@ -90,7 +91,34 @@ struct Moteur::Etat {
     unsigned cle;
     bool ajout;
     Position position;
-    std::string texte;
+    u8 longueur;  ///< of its text
+  };
+  /// Key changes in their order; their texts stand behind each other, for a large unit has many.
+  class ChangementsCles {
+   public:
+    std::size_t Nombre() const { return m_changements.size(); }
+    void Ajoute(const ChangementCle& changement, std::string_view texte) {
+      assert(changement.longueur == texte.size());
+      m_changements.push_back(changement);
+      m_textes.insert(m_textes.end(), texte.begin(), texte.end());
+    }
+    /// Takes the last one out.
+    std::pair<ChangementCle, std::string> Retire() {
+      const ChangementCle dernier = m_changements.back();
+      m_changements.pop_back();
+      const auto debut = m_textes.end() - dernier.longueur;
+      std::string texte(debut, m_textes.end());
+      m_textes.erase(debut, m_textes.end());
+      return {dernier, std::move(texte)};
+    }
+    void Efface() {
+      m_changements.clear();
+      m_textes.clear();
+    }
+
+   private:
+    GrandVecteur<ChangementCle> m_changements;
+    GrandVecteur<char> m_textes;
   };
   struct Repere {
     std::size_t annulations, cles;
@@ -100,7 +128,7 @@ struct Moteur::Etat {
   std::vector<Repere> reperes;
   ImagesUnite images;
   std::vector<Annulation> annulations;
-  std::vector<ChangementCle> changementsCles;
+  ChangementsCles changementsCles;
   bool clesTropNombreuses = false;
   u64 nbRemplissages = 0;  ///< of keys from records
   std::vector<Ouvert*> touches;
@@ -182,6 +210,7 @@ struct Moteur::Etat {
   bool ReprendLibres(Ouvert& o, std::set<Position> voulus);
   bool EcritRetour(Moteur& moteur, const UniteRetenue& unite);
   // moteurunites.cpp
+  std::size_t FinSuite(const OrdreImages& ordre, std::size_t debut) const;
   bool AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const> suite);
 };
 

@@ -20,6 +20,8 @@ std::size_t SeuilVersement(std::size_t tailleReprise) {
 
 /// Slots in a row are written by one call, up to so many bytes.
 constexpr std::size_t SuiteMax = 256u << 10;
+/// So many bytes of slots between two of them are written as they stand: cheaper than one call more.
+constexpr std::size_t PontMax = 2048;
 
 /// What differs of a record from the one in its place; all of a new one.
 void Compare(ImagesUnite::Image& image, u16 taille, const u8* base) {
@@ -242,7 +244,7 @@ bool Moteur::EstJuste(u16 numFichier, Position position) const {
 }
 
 void Moteur::DebutUnite() {
-  m->reperes.push_back({m->annulations.size(), m->changementsCles.size(), m->nbRemplissages});
+  m->reperes.push_back({m->annulations.size(), m->changementsCles.Nombre(), m->nbRemplissages});
   ++m->profondeur;
 }
 
@@ -257,8 +259,8 @@ bool Moteur::ValideUnite() {
     m->reperes.pop_back();
     if (--m->profondeur == 1) {
       m->annulations.clear();
-      m->clesTropNombreuses = m->clesTropNombreuses || m->changementsCles.size() > ClesRetenuesMax;
-      if (m->clesTropNombreuses) m->changementsCles.clear();
+      m->clesTropNombreuses = m->clesTropNombreuses || m->changementsCles.Nombre() > ClesRetenuesMax;
+      if (m->clesTropNombreuses) m->changementsCles.Efface();
     }
     return true;
   }
@@ -268,7 +270,7 @@ bool Moteur::ValideUnite() {
     AnnuleUnite();
     return m->Echec(code, fichier);
   }
-  assert(m->images.Vide() && m->touches.empty() && m->changementsCles.empty());
+  assert(m->images.Vide() && m->touches.empty() && m->changementsCles.Nombre() == 0);
   m->reperes.clear();
   m->profondeur = 0;
   m->OublieNom();
@@ -353,10 +355,10 @@ void Moteur::Etat::DefaitTout() {
     o->clesRemplies = false;
   }
   if (clesTropNombreuses)
-    changementsCles.clear();
+    changementsCles.Efface();
   else
     DefaitCles(0);
-  assert(changementsCles.empty());
+  assert(changementsCles.Nombre() == 0);
   clesTropNombreuses = false;
   touches.clear();
 }
@@ -467,7 +469,22 @@ bool Moteur::Etat::Engage() {
   return true;
 }
 
-/// Writes the images of slots in a row.
+/// The image behind those from `debut` on that one call writes.
+std::size_t Moteur::Etat::FinSuite(const OrdreImages& ordre, std::size_t debut) const {
+  const ImagesUnite::Image& premiere = *ordre[debut];
+  const Ouvert& o = *fichiers[premiere.fichier];
+  std::size_t fin = debut + 1;
+  for (; fin < ordre.size() && ordre[fin]->fichier == premiere.fichier; ++fin) {
+    const Position derniere = ordre[fin - 1]->position, suivante = ordre[fin]->position;
+    assert(suivante > derniere);
+    if ((suivante - premiere.position + 1) * u64{premiere.pas} > SuiteMax) break;
+    const u64 pont = (suivante - derniere - 1) * u64{premiere.pas};
+    if (pont > PontMax || (pont > 0 && suivante - 1 > o.dat.entete.emplacements)) break;
+  }
+  return fin;
+}
+
+/// Writes the images of slots in a row, and what stands between them once more.
 bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const> suite) {
   const u16 pas = suite.front()->pas;
   // Behind an image that waits the newer one waits too, or the older one would be written last.
@@ -477,9 +494,14 @@ bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const>
   if (ecrite && suite.size() == 1) {
     ecrite = o.dat.EcritPlace(suite.front()->position, 0, suite.front()->octets, pas) == 0;
   } else if (ecrite) {
-    tampon.resize(suite.size() * pas);
+    Position position = suite.front()->position;
+    tampon.resize((suite.back()->position - position + 1) * std::size_t{pas});
     u8* place = tampon.data();
-    for (const ImagesUnite::Image* image : suite) place = std::copy_n(image->octets, pas, place);
+    for (const ImagesUnite::Image* image : suite) {
+      for (; position < image->position; ++position) place = std::copy_n(o.dat.Place(position), pas, place);
+      place = std::copy_n(image->octets, pas, place);
+      ++position;
+    }
     ecrite = o.dat.EcritSuite(suite.front()->position, tampon.data(), tampon.size()) == 0;
   }
   for (const ImagesUnite::Image* image : suite)
@@ -491,15 +513,11 @@ bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const>
 /// refuses is kept and tried again; the log is not emptied before it went well.
 bool Moteur::Etat::Applique(const OrdreImages& ordre) {
   bool bien = true;
-  for (std::size_t i = 0, n; i < ordre.size(); i += n) {
-    const ImagesUnite::Image& premiere = *ordre[i];
-    Ouvert& o = *fichiers[premiere.fichier];
-    assert(o.touche && premiere.position > 0 && premiere.position <= o.emplacements);
-    for (n = 1; i + n < ordre.size() && (n + 1) * premiere.pas <= SuiteMax; ++n) {
-      const ImagesUnite::Image& suivante = *ordre[i + n];
-      if (suivante.fichier != premiere.fichier || suivante.position != premiere.position + n) break;
-    }
-    if (!AppliqueSuite(o, {&ordre[i], n})) bien = false;
+  for (std::size_t i = 0, fin; i < ordre.size(); i = fin) {
+    Ouvert& o = *fichiers[ordre[i]->fichier];
+    assert(o.touche && ordre[i]->position > 0 && ordre[i]->position <= o.emplacements);
+    fin = FinSuite(ordre, i);
+    if (!AppliqueSuite(o, {&ordre[i], fin - i})) bien = false;
   }
   changements.reset();
   for (Ouvert* o : touches) {
@@ -517,7 +535,7 @@ bool Moteur::Etat::Applique(const OrdreImages& ordre) {
   touches.clear();
   images.Efface();
   annulations.clear();
-  changementsCles.clear();
+  changementsCles.Efface();
   clesTropNombreuses = false;
   return bien;
 }

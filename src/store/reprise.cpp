@@ -26,8 +26,8 @@ constexpr std::size_t TailleSceau = 64;
 constexpr u32 SommeParPages = 2;  ///< kind of the sum of the key file; older logs have others here
 constexpr std::size_t SceauxMax = (TailleEntete - 56) / TailleSceau;
 
-template <class T>
-void Ajoute(std::vector<u8>& octets, T valeur) {
+template <class Octets, class T>
+void Ajoute(Octets& octets, T valeur) {
   const auto place = octets.size();
   octets.resize(place + sizeof valeur);
   std::memcpy(octets.data() + place, &valeur, sizeof valeur);
@@ -306,7 +306,7 @@ int JournalReprise::Ecrit() {
   assert(!m_doute && !m_aVider);
   m_fin += m_unite.size();
   ++m_suivante;
-  if (m_unite.capacity() > (4u << 20)) std::vector<u8>().swap(m_unite);
+  if (m_unite.capacity() > (4u << 20)) GrandVecteur<u8>().swap(m_unite);
   return 0;
 }
 

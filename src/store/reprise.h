@@ -31,6 +31,7 @@
 #include <tuple>
 #include <vector>
 
+#include "store/pagesgrandes.h"
 #include "store/systeme.h"
 
 namespace fenlor {
@@ -156,7 +157,7 @@ class JournalReprise {
   bool m_doute = false;   ///< a failed unit may still stand on the disk
   bool m_aVider = false;  ///< a header was not synced: no unit may follow before it is
   u64 m_synchros = 0;
-  std::vector<u8> m_unite;
+  GrandVecteur<u8> m_unite;
 };
 
 }  // namespace fenlor

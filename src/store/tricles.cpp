@@ -10,10 +10,13 @@ namespace fenlor {
 
 namespace {
 
-using Cle = std::pair<std::string_view, u32>;
+/// Fewer are sorted before their bytes are looked at.
+constexpr std::size_t Peu = 64;
+
+using Cle = ClesComposees::value_type;
 
 /// Places of the bytes that are not the same in all keys; nothing when the keys differ in length.
-std::vector<u8> Variables(const std::vector<Cle>& cles) {
+std::vector<u8> Variables(const ClesComposees& cles) {
   const std::string_view premiere = cles.front().first;
   std::array<u8, TailleCleMax> differences{};
   for (const auto& [texte, position] : cles) {
@@ -30,12 +33,12 @@ std::vector<u8> Variables(const std::vector<Cle>& cles) {
 /// Sorts by the bytes that vary, gathered in numbers that stand beside each other: most of a key is padding
 /// and leading zeroes, and comparing texts all over the memory is what a sort of them waits for.
 template <std::size_t Mots>
-void Trie(std::vector<Cle>& cles, const std::vector<u8>& variables) {
+void Trie(ClesComposees& cles, const std::vector<u8>& variables) {
   struct Entree {
     std::array<u64, Mots> mots{};
     Cle cle;
   };
-  std::vector<Entree> entrees(cles.size());
+  GrandVecteur<Entree> entrees(cles.size());
   for (std::size_t n = 0; n < cles.size(); ++n) {
     const char* texte = cles[n].first.data();
     for (std::size_t i = 0; i < variables.size(); ++i) {
@@ -54,8 +57,9 @@ void Trie(std::vector<Cle>& cles, const std::vector<u8>& variables) {
 
 }  // namespace
 
-void TrieCles(std::vector<Cle>& cles) {
+void TrieCles(ClesComposees& cles) {
   if (std::is_sorted(cles.begin(), cles.end())) return;
+  if (cles.size() < Peu) return std::sort(cles.begin(), cles.end());
   assert(std::all_of(cles.begin(), cles.end(), [](const Cle& c) { return c.first.size() <= TailleCleMax; }));
   const std::vector<u8> variables = Variables(cles);
   switch ((variables.size() + 7) / 8) {

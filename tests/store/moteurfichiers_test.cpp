@@ -126,9 +126,7 @@ class ClesEnRond : public MagasinCles {
     return m_vraies->ParcoursAPart(c, suite);
   }
   u64 Nombre(unsigned c) override { return m_vraies->Nombre(c); }
-  int Charge(unsigned c, const std::vector<std::pair<std::string_view, u32>>& t) override {
-    return m_vraies->Charge(c, t);
-  }
+  int Charge(unsigned c, const ClesComposees& t) override { return m_vraies->Charge(c, t); }
   int Engage(bool) override { return 0; }
   int Erreur() const override { return 0; }
 

@@ -20,7 +20,7 @@ TEST(TrieCles, CommeLesTextesEuxMemes) {
       for (unsigned i = 0; i < variables; ++i) texte[i * 7 % 50] = static_cast<char>("09A\xE9"[hasard() % 4]);
       if (!egales) texte.resize(45 + hasard() % 5);
     }
-    std::vector<std::pair<std::string_view, u32>> cles;
+    ClesComposees cles;
     for (const std::string& texte : textes) cles.emplace_back(texte, hasard() % 100);
     auto voulues = cles;
     std::sort(voulues.begin(), voulues.end());
