@@ -52,6 +52,7 @@ CMainFrame::CMainFrame(CFenlorApp& app, DialogueQt& dialogue)
       m_dialogue(dialogue),
       m_contexte{app, *this, m_preferences},
       m_garde(new GardeModale(this)) {
+  Suit(app);
   setObjectName(u"MainFrame"_s);
   setWindowIcon(Image("fenlor"));
   AppliquePreferences(m_preferences, m_app);

@@ -17,6 +17,8 @@ constexpr u32 journaux = FenRecettes | FenDepenses | FenOperationsDiverses;
 constexpr u32 comptes = FenTresorerie | FenComptesRecettes | FenComptesDepenses | FenPlanComptable;
 /// The look of all windows, and of the bars; one of its bits is no window's.
 constexpr u32 toutes = 65535, dessins = 1u << 15;
+/// The start page is no window: it is brought up to the books with whatever is.
+constexpr u32 accueil = 1u << 16;
 
 constexpr struct {
   u16 numero;
@@ -26,6 +28,8 @@ constexpr struct {
     {FichierJournal, FenTresorerie | journaux},  // treasury: what is reconciled
     {FichierRubriques, FenRubriques},
     {FichierTextes, FenLibelles},
+    {FichierBanques, accueil},  // operations that wait
+    {FichierAuto, accueil},     // entries that fall due
     {FichierImmo, FenImmobilisations},
     {FichierAmo, FenImmobilisations},
     {ReglageMonnaies, comptes | journaux | FenImmobilisations},
@@ -48,14 +52,18 @@ Fenetres::Fenetres() {
   m_minuterie.callOnTimeout([this] { Actualise(); });
 }
 
-void Fenetres::Entre(Vue& vue) {
+void Fenetres::Suit(CFenlorApp& app) {
   const auto suite = [this, vivantes = QPointer(&m_minuterie)](const QVAPI::Changements& changements) {
     u32 masque = 0;
     for (u16 numero = 0; numero < changements.size(); ++numero)
       if (changements[numero]) masque |= FenetresDe(numero);
     if (vivantes) Attend(masque);
   };
-  vue.App().Magasin.QVSuitChangements(suite);
+  app.Magasin.QVSuitChangements(suite);
+}
+
+void Fenetres::Entre(Vue& vue) {
+  Suit(vue.App());
   std::erase_if(m_vues, [&vue](const QPointer<Vue>& autre) { return !autre || autre == &vue; });
   m_vues.emplace_back(&vue);
   m_masque &= ~vue.Bit();  // it is about to read everything

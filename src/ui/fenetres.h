@@ -54,6 +54,8 @@ class Fenetres {
 
   /// From its `Charge` to its end a window follows what the store tells as changed.
   void Entre(Vue& vue);
+  /// What the store tells as changed is followed from here on, though no window is open yet.
+  void Suit(CFenlorApp& app);
   /// A setting was changed.
   void Note(NumeroReglage reglage);
   /// Brings the open windows up to what was changed since the last time (`ActualiseFenetres`). It comes by

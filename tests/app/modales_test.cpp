@@ -4,6 +4,8 @@
 #include <QTimer>
 
 #include "app/programmedetest.h"
+#include "app/textes.h"
+#include "core/btfiles.h"
 #include "forms/journal/ecritures.h"
 #include "ui/tableliste.h"
 #include "ui/vue.h"
@@ -116,6 +118,18 @@ TEST_F(ModalesTest, LeJournalSuitLaValidation) {
   robot.Attend("DialogValidation", [](QDialog& forme) { forme.accept(); });
   Principal->Table().Execute(CmdValidation);
   EXPECT_EQ(journal->GetEcrCount(), 0);
+}
+
+TEST_F(ModalesTest, LaPageDAccueilSuitLesLivres) {
+  Montre();
+  ASSERT_EQ(0, Ouvertes());
+  CBanques banques(App(), App().PathExercice);
+  banques.Rec->Date = FaitDate(10, 3, 2003);
+  ASSERT_TRUE(banques.OpenFile() && banques.Add());
+  const auto dite = [this](const QPushButton* lien) { return lien->text() == TexteQ(SituationOperation); };
+  QTest::qWait(0);
+  const auto liens = Principal->findChild<QWidget*>(u"situation"_s)->findChildren<QPushButton*>();
+  EXPECT_TRUE(std::any_of(liens.begin(), liens.end(), dite));
 }
 
 TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {
