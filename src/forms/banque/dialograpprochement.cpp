@@ -255,6 +255,7 @@ void CDialogRapprochement::ChangeCompte() {
   if (OperationChoisie() == 0 && m_listeOperations.Modele().NbLignes() > 0)
     m_listeOperations.SelectionneLigne(0);
   m_listeLignes.clearSelection();
+  m_listeLignes.scrollToTop();
 }
 
 void CDialogRapprochement::ChangePeriode() {
@@ -444,6 +445,7 @@ void CDialogRapprochement::ImporteReleve() {
   if (!ImporteFichierReleve(Contexte(), compte, this)) return;
   m_compte.Choisit(compte);
   ChangeCompte();
+  CZNDialog::Focalise(m_du);
 }
 
 void CDialogRapprochement::CreeEcriture() {

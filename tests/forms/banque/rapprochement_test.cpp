@@ -92,6 +92,7 @@ TEST_F(FormeRapprochement, UnMoisAuClavier) {
   ASSERT_EQ(60u, NbOperations());
   f.activateWindow();
   const unsigned importees = m_touches;
+  EXPECT_EQ("01/03/2003", f.findChild<QLineEdit*>(u"du"_s)->selectedText().toStdString());
   while (Focus(f) != "confirmation") Touche(f, Qt::Key_C, Qt::AltModifier);
   Touche(f, Qt::Key_Space);
   Touche(f, Qt::Key_A, Qt::AltModifier);
