@@ -334,8 +334,9 @@ class RedacteurAnnee {
       const f64 remise = std::floor(m_caisse / pas - 2.0) * pas;
       if (remise > 0) {
         m_caisse -= remise;
-        if (!OD("Versement d'espèces à la banque"_w, {debit("512", remise), credit("530", remise)}))
-          return false;
+        LigneODSaisie versee = debit("512", remise);
+        versee.paiement = PaiementAutre;  // no cheque for a slip
+        if (!OD("Versement d'espèces à la banque"_w, {versee, credit("530", remise)})) return false;
       }
     }
     if (jour == 4 || jour == 18) {

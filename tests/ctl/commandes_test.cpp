@@ -328,6 +328,8 @@ TEST_F(Commandes, Demo) {
     const Date date = GetDate(ligne["Date"].get<std::string>());
     EXPECT_EQ(ligne["SaisieEuro"] == 0, date <= FaitDate(17, 2, 2002)) << ligne;
     genres.insert({ligne["Genre"], ligne["Validee"] != 0});
+    const bool versee = ligne["Libelle"] == "Versement d'espèces à la banque" && ligne["Sens"] == 0;
+    EXPECT_TRUE(!versee || ligne["ModePaiement"] == 1) << "cash is no cheque for a slip";
   }
   EXPECT_EQ(genres.size(), 6u);
   EXPECT_EQ(Lance({"immobilisation", "lister", "--json"}).Lignes().size(), 13u);
