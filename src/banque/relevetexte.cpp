@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cstring>
 
 #include "banque/textes.h"
 #include "core/valeurs.h"
@@ -17,20 +16,10 @@ constexpr char32_t Malforme = 0xFFFFFFFF;
 /// The character at `place`, which moves behind it; a malformed one takes a single byte.
 char32_t Suivant(std::string_view octets, std::size_t& place) {
   assert(place < octets.size());
-  const auto octet = [&](std::size_t i) { return static_cast<unsigned char>(octets[i]); };
-  const unsigned char premier = octet(place++);
-  if (premier < 0x80) return premier;
-  const unsigned suite = premier >= 0xF0 ? 3 : premier >= 0xE0 ? 2 : 1;
-  if (premier < 0xC2 || premier > 0xF4 || place + suite > octets.size()) return Malforme;
-  char32_t c = premier & (0x3Fu >> suite);
-  for (unsigned i = 0; i < suite; ++i) {
-    if ((octet(place + i) & 0xC0) != 0x80) return Malforme;
-    c = c << 6 | (octet(place + i) & 0x3Fu);
-  }
-  constexpr char32_t minimum[] = {0, 0x80, 0x800, 0x10000};
-  if (c < minimum[suite] || c > 0x10FFFF || (c >= 0xD800 && c < 0xE000)) return Malforme;
-  place += suite;
-  return c;
+  char32_t c = 0;
+  const unsigned longueur = LitPoint(octets, place, c);
+  place += std::max(longueur, 1u);
+  return longueur ? c : Malforme;
 }
 
 void AjouteUtf8(std::string& texte, char32_t c) {
@@ -50,20 +39,9 @@ void AjouteUtf8(std::string& texte, char32_t c) {
   pose(0x80 | (c & 0x3F));
 }
 
-/// Bytes from `place` on that are ASCII: most of any statement.
-std::size_t LongueurAscii(std::string_view octets, std::size_t place) {
-  std::size_t fin = place;
-  for (u64 mot = 0; fin + sizeof mot <= octets.size(); fin += sizeof mot) {
-    std::memcpy(&mot, octets.data() + fin, sizeof mot);
-    if (mot & 0x8080808080808080u) break;
-  }
-  while (fin < octets.size() && static_cast<unsigned char>(octets[fin]) < 0x80) ++fin;
-  return fin - place;
-}
-
 bool ToutUtf8(std::string_view octets) {
-  for (std::size_t place = LongueurAscii(octets, 0); place < octets.size();
-       place += LongueurAscii(octets, place))
+  for (std::size_t place = LongueurAscii(octets); place < octets.size();
+       place += LongueurAscii(octets.substr(place)))
     if (Suivant(octets, place) == Malforme) return false;
   return true;
 }
@@ -173,7 +151,7 @@ std::string EnWindows1252(std::string_view utf8) {
   std::string texte;
   texte.reserve(utf8.size());
   for (std::size_t place = 0; place < utf8.size();) {
-    const std::size_t debut = place, ascii = LongueurAscii(utf8, place);
+    const std::size_t debut = place, ascii = LongueurAscii(utf8.substr(place));
     if (ascii > 0) {
       texte.append(utf8.substr(debut, ascii));
       place += ascii;
@@ -282,7 +260,7 @@ std::string LibelleNet(std::string_view texte) {
 }
 
 std::string LibelleNu(std::string_view texte) {
-  const bool ascii = LongueurAscii(texte, 0) == texte.size();
+  const bool ascii = LongueurAscii(texte) == texte.size();
   const std::string lettres = ascii ? std::string() : CleAlphabetique(texte);
   std::string nu;
   nu.reserve(texte.size());

@@ -59,8 +59,9 @@ int Octet(u32 point) {
   return -1;
 }
 
-// Length of the sequence that starts at `i`, 0 when it is malformed.
-unsigned LitPoint(std::string_view utf8, std::size_t i, u32& point) {
+}  // namespace
+
+unsigned LitPoint(std::string_view utf8, std::size_t i, char32_t& point) {
   const auto octet = [&](std::size_t k) { return static_cast<u8>(utf8[k]); };
   const u8 tete = octet(i);
   if (tete < 0x80) {
@@ -79,7 +80,7 @@ unsigned LitPoint(std::string_view utf8, std::size_t i, u32& point) {
   return point < Minimum[longueur] || substitut || point > 0x10FFFF ? 0 : longueur;
 }
 
-/// How many bytes of plain ASCII a text begins with, looked at eight at a time.
+/// Eight at a time.
 std::size_t LongueurAscii(std::string_view texte) {
   constexpr u64 hauts = 0x8080808080808080;
   std::size_t n = 0;
@@ -90,8 +91,6 @@ std::size_t LongueurAscii(std::string_view texte) {
   while (n < texte.size() && !(texte[n] & 0x80)) ++n;
   return n;
 }
-
-}  // namespace
 
 std::string VersUtf8(std::string_view texte) {
   std::string sortie;
@@ -119,7 +118,7 @@ std::optional<std::string> DepuisUtf8(std::string_view utf8) {
   std::string sortie;
   sortie.reserve(utf8.size());
   for (std::size_t i = 0; i < utf8.size();) {
-    u32 point = 0;
+    char32_t point = 0;
     const unsigned longueur = LitPoint(utf8, i, point);
     if (longueur == 0) return std::nullopt;
     const int octet = Octet(point);

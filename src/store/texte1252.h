@@ -18,6 +18,11 @@ std::string VersUtf8(std::string_view texte);
 /// code page lacks.
 std::optional<std::string> DepuisUtf8(std::string_view utf8);
 
+/// Length of the UTF-8 sequence at `place`, its code in `point`; 0 when it is malformed.
+unsigned LitPoint(std::string_view utf8, std::size_t place, char32_t& point);
+/// How many bytes of plain ASCII a text begins with.
+std::size_t LongueurAscii(std::string_view texte);
+
 /// A literal of the UTF-8 source as Windows-1252. Asserts that it can be held.
 std::string operator""_w(const char* utf8, std::size_t taille);
 
