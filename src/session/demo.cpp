@@ -13,6 +13,7 @@
 #include "journal/saisie.h"
 #include "session/biensdemo.h"
 #include "session/demoreleves.h"
+#include "session/situation.h"
 #include "session/textes.h"
 #include "store/texte1252.h"
 
@@ -180,8 +181,6 @@ class RedacteurAnnee {
     EcritureFaite faite;
     if (!Refuse(EnregistreEcriture(m_app, saisie, faite))) return false;
     ++m_resume.ecritures;
-    const f64 montant = saisie.euro == m_annee.euro ? ttc : ttc / FrancsParEuro;
-    (saisie.journal == JournalRecettes ? m_resume.recettes : m_resume.depenses) += montant;
     return Suites(faite.mouvement);
   }
 
@@ -443,6 +442,10 @@ Refus RemplitAnnee(CFenlorApp& app, const AnneeDemo& annee, ResumeDemo& resume) 
   const bool derniere = &annee == &Annees[std::size(Annees) - 1];
   if (const Refus refus = derniere ? AjouteBiensDemo(app) : Refus()) return refus;
   resume = redacteur.Resume();
+  Situation situation;
+  if (const Refus refus = LitSituation(app, situation)) return refus;
+  resume.recettes = situation.annee.recettes;
+  resume.depenses = situation.annee.depenses;
   // The month behind the one whose operations wait.
   return annee.annee == 2003 ? EcritRelevesDemo(app, annee.moisRapproches + 2) : Refus{};
 }

@@ -27,7 +27,7 @@ struct ResumeDemo {
   bool euro = true;
   u32 ecritures = 0;  ///< opérations diverses included
   u32 od = 0;
-  f64 recettes = 0;  ///< in the currency of the exercice
+  f64 recettes = 0;  ///< as the books have them, in the currency of the exercice
   f64 depenses = 0;
 };
 
