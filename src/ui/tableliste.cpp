@@ -122,10 +122,11 @@ TableListe::TableListe(ContexteUi& contexte, QWidget* parent)
 void TableListe::resizeEvent(QResizeEvent* evenement) {
   // The chosen row stays in sight where the place gets lower: by the filter's line, by a smaller window.
   const QModelIndex choisie = m_modele->index(LigneChoisie(), 0);
-  const bool vue = choisie.isValid() && visualRect(choisie).bottom() < evenement->oldSize().height();
+  const bool vue = choisie.isValid() && visualRect(choisie).top() < m_hauteurVue;
   QTreeView::resizeEvent(evenement);
   Ajuste();
   if (vue && visualRect(choisie).bottom() >= viewport()->height()) scrollTo(choisie);
+  m_hauteurVue = viewport()->height();
 }
 
 void TableListe::Relit(int choisie) {

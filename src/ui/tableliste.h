@@ -198,6 +198,8 @@ class TableListe : public QTreeView {
   QString m_texteVide;
   LigneFiltre* m_filtre = nullptr;
   int m_colonneTriee = -1;
+  int m_hauteurVue =
+      0;  ///< of the viewport when it got its size: in another parent the event knows no old one
   bool m_triable = false;
   bool m_place = false;            ///< widths are changing, not by the user
   bool m_largeursPropres = false;  ///< widths are no more those of the table
