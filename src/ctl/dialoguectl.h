@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "core/dialogue.h"
+#include "core/dialoguesansprogression.h"
 #include "core/texte.h"
 
 namespace fenlor {
@@ -13,19 +13,12 @@ namespace fenlor {
 /// gave --oui or when the command itself is the order that it asks about; else
 /// no. A question whose yes would open a form ("Cliquez sur 'OK' pour le choisir")
 /// and an offer to try again are always declined. Progress is ignored.
-class DialogueCtl : public Dialogue {
+class DialogueCtl : public DialogueSansProgression {
  public:
   explicit DialogueCtl(bool oui) : m_oui(oui) {}
 
   void Erreur(unsigned numero, const std::string& texte) override;
   int Message(unsigned style, unsigned numero, const std::string& texte) override;
-  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
-  void FermeProgress() override {}
-  void SetTexte(const std::string&) override {}
-  void SetMax(u32) override {}
-  void SetPos(u32) override {}
-  void Step() override {}
-  bool IsAborted() override { return false; }
 
   /// Questions of these numbers count as answered by the command line itself.
   void Ordonne(std::set<unsigned> questions) { m_ordonnees = std::move(questions); }

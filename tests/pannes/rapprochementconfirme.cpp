@@ -8,12 +8,13 @@
 #include <string>
 
 #include "banque/rapprochement.h"
+#include "core/dialoguesansprogression.h"
 #include "session/exercices.h"
 
 namespace fenlor {
 namespace {
 
-class Repondeur : public Dialogue {
+class Repondeur : public DialogueSansProgression {
  public:
   void Erreur(unsigned, const std::string& texte) override {
     std::fprintf(stderr, "%s\n", texte.c_str());
@@ -26,13 +27,6 @@ class Repondeur : public Dialogue {
     ++m_oui;
     return RepOui;
   }
-  void OuvreProgress(const std::string&, const std::string&, bool, u32) override {}
-  void FermeProgress() override {}
-  void SetTexte(const std::string&) override {}
-  void SetMax(u32) override {}
-  void SetPos(u32) override {}
-  void Step() override {}
-  bool IsAborted() override { return false; }
 
  private:
   unsigned m_questions = 0, m_oui = 0;
