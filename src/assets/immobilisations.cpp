@@ -83,11 +83,8 @@ class Controles {
   Controles(const CFenlorApp& app, const Fiche& fiche) : m_app(app), m_fiche(fiche) {}
 
   Refus Fait() const {
-    using Controle = Refus (Controles::*)() const;
-    for (const Controle controle : {&Controles::Cloture, &Controles::Texte, &Controles::LesMontants,
-                                    &Controles::Duree, &Controles::Franc, &Controles::Cession})
-      if (const Refus refus = (this->*controle)()) return refus;
-    return {};
+    using C = Controles;
+    return PremierRefus(*this, &C::Cloture, &C::Texte, &C::LesMontants, &C::Duree, &C::Franc, &C::Cession);
   }
 
  private:
@@ -176,15 +173,15 @@ FicheImmobilisation NouvelleImmobilisation(CFenlorApp& app) {
   return fiche;
 }
 
-bool LitFicheImmobilisation(CFenlorApp& app, Position position, FicheImmobilisation& fiche) {
+Refus LitFiche(CFenlorApp& app, Position position, FicheImmobilisation& fiche) {
   CImmobilisations fichier(app, app.PathCabinet);
-  if (!fichier.OpenFile() || !fichier.ReadRec(position)) return false;
+  if (const Refus refus = LitEnregistrement(fichier, position)) return refus;
   fiche.position = position;
   fiche.rec = *fichier.Rec;
   FicheDepuis(app, FicheImmobilisation::Table, &fiche.rec, &fiche);
   for (const MontantDeFiche& m : Montants)
     fiche.*m.saisi = LitMembre(fiche.rec, fiche.monnaie ? m.euro : m.franc);
-  return true;
+  return {};
 }
 
 Position PositionImmobilisation(CFenlorApp& app, u32 numero) {
@@ -214,7 +211,7 @@ void PoseAcquisition(CFenlorApp& app, FicheImmobilisation& fiche) {
   }
 }
 
-Refus EnregistreImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
+Refus EnregistreFiche(CFenlorApp& app, FicheImmobilisation& fiche) {
   if (const Refus refus = ControleAcquisition(app, fiche)) return refus;
   PoseAcquisition(app, fiche);
   return EcritImmobilisation(app, fiche);
@@ -245,14 +242,14 @@ Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
   return {};
 }
 
-Refus SupprimeImmobilisation(CFenlorApp& app, Position position) {
+Refus SupprimeFiche(CFenlorApp& app, const FicheImmobilisation& supprimee) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   FicheImmobilisation fiche;
-  if (!LitFicheImmobilisation(app, position, fiche)) return EchecFichier();
+  if (const Refus refus = LitFiche(app, supprimee.position, fiche)) return refus;
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeImmobilisation,
                                       "", {fiche.designation, StrDate(fiche.dateAchat)}))
     return refus;
-  return app.Magasin.DeleteImmobilisations(position) ? Refus() : app.EchecMagasin();
+  return app.Magasin.DeleteImmobilisations(fiche.position) ? Refus() : app.EchecMagasin();
 }
 
 }  // namespace fenlor

@@ -31,8 +31,7 @@ struct FicheImmobilisation {
 
 /// Bought today, over ten years, in the exercice's currency.
 FicheImmobilisation NouvelleImmobilisation(CFenlorApp& app);
-/// False, told, when there is no such record.
-bool LitFicheImmobilisation(CFenlorApp& app, Position position, FicheImmobilisation& fiche);
+Refus LitFiche(CFenlorApp& app, Position position, FicheImmobilisation& fiche);
 /// Position of the asset of that number, 0 when there is none (or the file cannot be read, told).
 Position PositionImmobilisation(CFenlorApp& app, u32 numero);
 
@@ -53,7 +52,7 @@ Refus ControleAcquisition(const CFenlorApp& app, const FicheImmobilisation& fich
 /// checked.
 void PoseAcquisition(CFenlorApp& app, FicheImmobilisation& fiche);
 /// `ControleAcquisition`, `PoseAcquisition`, `EcritImmobilisation`.
-Refus EnregistreImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche);
+Refus EnregistreFiche(CFenlorApp& app, FicheImmobilisation& fiche);
 
 /// Writes `fiche.rec` as it stands, as one unit: a new one gets the next number, another takes the place of
 /// the asset of its number, which stays. 3484 when that is no longer there. A number is never given twice,
@@ -61,6 +60,6 @@ Refus EnregistreImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche);
 Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche);
 
 /// Asks 3480, then deletes. The corrections of its years stay, and are nobody's.
-Refus SupprimeImmobilisation(CFenlorApp& app, Position position);
+Refus SupprimeFiche(CFenlorApp& app, const FicheImmobilisation& fiche);
 
 }  // namespace fenlor

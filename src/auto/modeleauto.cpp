@@ -136,7 +136,7 @@ Refus ControleAjoutAuto(CFenlorApp& app) {
   return autos ? ControleNombre(autos) : app.EchecMagasin();
 }
 
-Refus LitFicheAuto(CFenlorApp& app, u32 numero, FicheAuto& fiche) {
+Refus LitFiche(CFenlorApp& app, Position numero, FicheAuto& fiche) {
   CEcrituresAuto autos(app);
   autos.Signale = false;
   if (!autos) return app.EchecMagasin();
@@ -174,9 +174,10 @@ std::string AvancementAuto(const FicheAuto& fiche) {
   return std::to_string(fiche.payes) + " / " + std::to_string(fiche.nombre);
 }
 
-Refus EnregistreAuto(CFenlorApp& app, FicheAuto& fiche) { return Enregistrement(app, fiche).Execute(); }
+Refus EnregistreFiche(CFenlorApp& app, FicheAuto& fiche) { return Enregistrement(app, fiche).Execute(); }
 
-Refus SupprimeAuto(CFenlorApp& app, u32 numero) {
+Refus SupprimeFiche(CFenlorApp& app, const FicheAuto& fiche) {
+  const u32 numero = fiche.position;
   LivresOuverts livres;
   if (Refus refus = ControleExercice(app, livres)) return refus;
   CEcrituresAuto autos(app);

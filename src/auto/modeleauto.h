@@ -34,7 +34,7 @@ FicheAuto NouvelleAuto(CFenlorApp& app);
 /// What stands in the way of one more: 3209, 3056, 3098 (there are 400).
 Refus ControleAjoutAuto(CFenlorApp& app);
 /// 3510: there is none of that number.
-Refus LitFicheAuto(CFenlorApp& app, u32 numero, FicheAuto& fiche);
+Refus LitFiche(CFenlorApp& app, Position numero, FicheAuto& fiche);
 /// The first row is paid once more, and no number is asked for; any other has no end in sight.
 void ChangePeriodicite(FicheAuto& fiche, i16 periodicite);
 /// What was typed as the number of payments: at least one, and more than are paid.
@@ -47,9 +47,9 @@ std::string AvancementAuto(const FicheAuto& fiche);
 /// what the fields do not hold. The other currency is derived at the rate of the date, the tax is the
 /// account's. A blank label takes the account's name; off a bank the mode is "Autre". `fiche.position`
 /// becomes its number.
-Refus EnregistreAuto(CFenlorApp& app, FicheAuto& fiche);
+Refus EnregistreFiche(CFenlorApp& app, FicheAuto& fiche);
 /// 3209, 3056, 3510, then the question.
-Refus SupprimeAuto(CFenlorApp& app, u32 numero);
+Refus SupprimeFiche(CFenlorApp& app, const FicheAuto& fiche);
 /// All of them in order of their numbers.
 Refus ListeAutos(CFenlorApp& app, std::vector<EcrituresAuto>& modeles);
 

@@ -188,6 +188,16 @@ Refus EchecFichier() {
   return refus;
 }
 
+Refus LitEnregistrement(CBTFiles& fichier, Position position) {
+  assert(position != 0);
+  return fichier.OpenFile() && fichier.ReadRec(position) ? Refus() : EchecFichier();
+}
+
+bool ClePrise(CBTFiles& fichier, u32 cle, Position position) {
+  assert(!fichier.MakeKey(cle).empty());
+  return fichier.OpenFile() && fichier.Find(cle) && fichier.GetPos() != position;
+}
+
 Refus RemplaceEnregistrement(CFenlorApp& app, CBTFiles& fichier, Position& position) {
   QVAPI::Unite unite(app.Magasin);
   if (!fichier.Delete(position) || !fichier.Add()) return EchecFichier();

@@ -4,6 +4,14 @@
 //
 //   struct FicheTiers { Position position = 0; std::string code, nom; f64 plafond = 0;
 //                       static const TableFiche Table; };
+//
+// Its rules are overloads that form, list and verb call by these names (`ui/dialogfiche.h`,
+// `ui/fichesview.h`, `ctl/verbefiche.h`):
+//
+//   Refus LitFiche(CFenlorApp&, Position, FicheTiers&);       told when there is no such record
+//   Refus EnregistreFiche(CFenlorApp&, FicheTiers&);          `position` becomes that of the record
+//   Refus SupprimeFiche(CFenlorApp&, const FicheTiers&);      that at its position, after a question
+//   Refus AvisFiche(CFenlorApp&, const FicheTiers&);          where there is something to warn of
 #pragma once
 
 #include <span>
@@ -82,6 +90,32 @@ Refus ControleTextes(const TableFiche& table, const void* fiche);
 void FicheDepuis(CFenlorApp& app, const TableFiche& table, const void* rec, void* fiche);
 void FicheVers(CFenlorApp& app, const TableFiche& table, const void* fiche, void* rec);
 
+/// A value that stands for the record at the position.
+template <class Fiche>
+Fiche FicheA(Position position) {
+  Fiche fiche;
+  fiche.position = position;
+  return fiche;
+}
+
+/// What the user should know of a record that was saved: nothing, unless the record has an overload.
+template <class Fiche>
+Refus AvisFiche(CFenlorApp&, const Fiche&) {
+  return {};
+}
+
+/// The checks of a rule in their order, as far as the first one that refuses.
+template <class Regle, class... Controles>
+Refus PremierRefus(Regle& regle, Controles... controles) {
+  Refus refus;
+  static_cast<void>((... || static_cast<bool>(refus = (regle.*controles)())));
+  return refus;
+}
+
+/// Opens the file and reads a record into its buffer.
+Refus LitEnregistrement(CBTFiles& fichier, Position position);
+/// Opens the file; a record other than that at `position` holds the key that stands in the buffer.
+bool ClePrise(CBTFiles& fichier, u32 cle, Position position);
 /// Puts the record of an open file in the place of that at `position` (0: none), as one unit of work;
 /// `position` becomes its own.
 Refus RemplaceEnregistrement(CFenlorApp& app, CBTFiles& fichier, Position& position);

@@ -57,11 +57,12 @@ class OrdresAuto {
       if (!champs.Entier("Numero", 1, ModelesAutoMax, lu)) return refus;
       if (!lu && !champs.Manquant("Numero")) return refus;
       numero = static_cast<u32>(*lu);
-      if (m_options.action == "supprimer") return champs.RienDautre() ? SupprimeAuto(m_app, numero) : refus;
-      if (Refus absent = LitFicheAuto(m_app, numero, fiche)) return absent;
+      if (m_options.action == "supprimer")
+        return champs.RienDautre() ? SupprimeFiche(m_app, FicheA<FicheAuto>(numero)) : refus;
+      if (Refus absent = LitFiche(m_app, numero, fiche)) return absent;
     }
     if (!Lit(champs, fiche) || !LitMontants(champs, fiche) || !champs.RienDautre()) return refus;
-    if (Refus refuse = EnregistreAuto(m_app, fiche)) return refuse;
+    if (Refus refuse = EnregistreFiche(m_app, fiche)) return refuse;
     numero = fiche.position;
     assert(numero != 0);
     return {};

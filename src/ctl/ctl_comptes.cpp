@@ -16,16 +16,14 @@ namespace {
 /// In the order of `ListeComptes`.
 const std::vector<std::string> Listes = {"recettes", "depenses", "tresorerie", "plan"};
 
-class VerbeCompte : public VerbeFiche {
+class VerbeCompte : public VerbeDe<FicheCompte, CPlan> {
  public:
-  using Fiche = FicheCompte;
   // clang-format off
   static constexpr MotsVerbe Mots{
       "compte", "Ajoute, modifie, supprime ou liste des comptes", "un compte", "Compte",
       "numero", "COMPTE", "Numéro du compte", "Écrit les lignes de la fenêtre", false};
   // clang-format on
-  VerbeCompte(Contexte& contexte, const OptionsFiche& options)
-      : VerbeFiche(contexte, options, Mots, Fiche::Table, &m_fiche), m_plan(m_app, m_app.PathExercice) {
+  VerbeCompte(Contexte& contexte, const OptionsFiche& options) : VerbeDe(contexte, options, Mots) {
     contexte.Dialogue.Decline({QuestionSoldeCrediteur});
     contexte.Dialogue.Ordonne({QuestionSupprimeCompte, QuestionSupprimeTresorerie});
     if (options.Donne("forme"))
@@ -34,26 +32,22 @@ class VerbeCompte : public VerbeFiche {
   }
 
  private:
-  FormeCompte Forme() const {
-    assert(m_liste);
-    return FormeDe(*m_liste);
-  }
-
-  bool Trouve(const std::string& numero) override {
-    PoseTexte(m_plan.Rec->Compte, QVAPI::GetLongCompte(numero));
-    const auto lit = [this, rec = Plan{}](Position p) mutable { return LitFiche(m_app, p, m_fiche, rec); };
-    if (!TrouveDans(m_plan, "ce compte n'existe pas."_w, lit)) return false;
-    if (!m_liste) m_liste = ListeDuType(m_fiche.type);
-    return TypeDe(*m_liste) < 0 || TypeDe(*m_liste) == m_fiche.type ||
-           m_contexte.Invalide("forme", "ce compte est d'un autre type."_w);
+  Refus Trouve(const std::string& numero) override {
+    PoseTexte(m_fichier.Rec->Compte, QVAPI::GetLongCompte(numero));
+    if (const Refus refus = LitCle("ce compte n'existe pas."_w)) return refus;
+    const ListeComptes liste = m_liste.value_or(ListeDuType(m_fiche.type));
+    m_fiche.forme = FormeDe(liste);
+    const bool juste = TypeDe(liste) < 0 || TypeDe(liste) == m_fiche.type;
+    return juste ? Refus() : RefusChamp("forme", "ce compte est d'un autre type."_w);
   }
   void Commence() override {
     assert(m_liste);
+    m_fiche.forme = FormeDe(*m_liste);
     m_fiche.type = std::max<i16>(TypeDe(*m_liste), 0);
   }
   bool Remplit() override {
     if (!PoseOptions()) return false;
-    if (Forme() == FormeCompte::Tresorerie && m_fiche.position == 0 && !m_options.Donne("compte"))
+    if (m_fiche.forme == FormeCompte::Tresorerie && m_fiche.position == 0 && !m_options.Donne("compte"))
       m_fiche.compte = ProposeNumeroTresorerie(m_app, m_fiche.banque);
     return true;
   }
@@ -62,22 +56,19 @@ class VerbeCompte : public VerbeFiche {
     // The form's question on a credit balance: typed on purpose, as --oui confirms.
     if (m_options.Donne("credit-initial") && m_fiche.creditInitial != 0 && !m_contexte.Globales.oui)
       return Refus(QuestionSoldeCrediteur);
-    Refus refus = m_options.Donne("code") ? ControleCode(m_app, Forme(), m_fiche) : Refus();
-    if (!refus && m_options.Donne("compte")) refus = ControleNumero(m_app, Forme(), m_fiche);
-    return refus ? refus : EnregistreCompte(m_app, Forme(), m_fiche);
+    Refus refus = m_options.Donne("code") ? ControleCode(m_app, m_fiche) : Refus();
+    if (!refus && m_options.Donne("compte")) refus = ControleNumero(m_app, m_fiche);
+    return refus ? refus : VerbeDe::Enregistre();
   }
-  Refus Supprime() override { return SupprimeCompte(m_app, Forme(), m_fiche.position); }
   std::vector<std::pair<const char*, std::string>> Cles() override {
     return {{"Compte", QVAPI::GetLongCompte(m_fiche.compte)}, {"Code", CompacteTexte(m_fiche.code)}};
   }
   std::string Nom() override { return m_app.NumeroCourt(QVAPI::GetLongCompte(m_fiche.compte)); }
   int Liste() override {
-    return VerbeFiche::Liste(m_plan, PositionsComptes(m_app, *m_liste), ColonnesComptes(m_app, *m_liste));
+    return VerbeFiche::Liste(m_fichier, PositionsComptes(m_app, *m_liste), ColonnesComptes(m_app, *m_liste));
   }
 
   std::optional<ListeComptes> m_liste;
-  Fiche m_fiche;
-  CPlan m_plan;
 };
 
 }  // namespace

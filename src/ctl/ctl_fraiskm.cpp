@@ -8,8 +8,8 @@
 #include "ctl/optionscommunes.h"
 #include "ctl/tableau.h"
 #include "master/fraiskm.h"
-#include "master/rubriques.h"
 #include "master/textes.h"
+#include "master/variables.h"
 #include "store/texte1252.h"
 
 namespace fenlor {

@@ -67,12 +67,12 @@ class VerbeImmobilisation {
     if (position == 0)
       return m_contexte.Dialogue.Numero() != 0 ? m_contexte.DernierEchec()
                                                : RefusChamp("Numero", "cette immobilisation n'existe pas."_w);
-    return LitFicheImmobilisation(m_app, position, fiche) ? Refus() : m_contexte.DernierEchec();
+    return LitFiche(m_app, position, fiche) ? m_contexte.DernierEchec() : Refus();
   }
 
   Refus Enregistre(const Json& objet, FicheImmobilisation& fiche) {
     if (const Refus refus = LitAcquisition(m_app, objet, fiche)) return refus;
-    return EnregistreImmobilisation(m_app, fiche);
+    return EnregistreFiche(m_app, fiche);
   }
 
   Refus Cede(const Json& objet, FicheImmobilisation& fiche) {
@@ -100,7 +100,7 @@ class VerbeImmobilisation {
     LecteurChamps champs(objet, refus);
     std::optional<i64> numero;
     if (!champs.Entier("Numero", 1, 0xFFFFFFFF, numero) || !champs.RienDautre()) return refus;
-    return SupprimeImmobilisation(m_app, fiche.position);
+    return SupprimeFiche(m_app, fiche);
   }
 
   /// The rows, once the corrections of the line are saved.
@@ -131,7 +131,7 @@ class VerbeImmobilisation {
                     "Valeur amortissable"});
     for (const Position position : positions) {
       FicheImmobilisation fiche;
-      if (!LitFicheImmobilisation(m_app, position, fiche)) return m_contexte.RefuseMagasin();
+      if (LitFiche(m_app, position, fiche)) return m_contexte.RefuseMagasin();
       if (!json) {
         tableau.Ajoute(Ligne(fiche));
         continue;

@@ -96,8 +96,10 @@ int VerbeFiche::Execute() {
   std::string cle;
   if (action == "ajouter")
     Commence();
-  else if (!PoseOption(m_contexte, m_mots.cle, m_options.cle, cle) || !Trouve(cle))
+  else if (!PoseOption(m_contexte, m_mots.cle, m_options.cle, cle))
     return StatutRefuse;
+  else if (const Refus refus = Trouve(cle))
+    return m_contexte.Refuse(refus);
   const bool supprime = action == "supprimer";
   if (!supprime && !Remplit()) return StatutRefuse;
   if (const Refus refus = supprime ? Supprime() : Enregistre()) return m_contexte.Refuse(refus);
@@ -127,15 +129,10 @@ bool VerbeFiche::PoseOptions() {
   return true;
 }
 
-bool VerbeFiche::TrouveDans(CBTFiles& fichier, const std::string& absent,
-                            const std::function<bool(Position)>& lit) {
-  assert(lit && !absent.empty());
-  if (fichier.OpenFile()) {
-    if (!fichier.Find(0)) return m_contexte.Invalide(m_mots.cle, absent);
-    if (lit(fichier.GetPos())) return true;
-  }
-  m_contexte.RefuseMagasin();
-  return false;
+Refus VerbeFiche::TrouveCle(CBTFiles& fichier, const std::string& absent) {
+  assert(!absent.empty());
+  if (!fichier.OpenFile()) return EchecFichier();
+  return fichier.Find(0) ? Refus() : RefusChamp(m_mots.cle, absent);
 }
 
 bool VerbeFiche::Pose(const ChampFiche& champ, const std::string& mot) {

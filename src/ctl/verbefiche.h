@@ -1,7 +1,6 @@
 // The verb of a record: "rubrique ajouter --code X1". The table of the record (`core/fiche.h`) gives the
 // options of `ajouter` and `modifier`; finding the record, filling it, saving, deleting, listing and telling
-// stand here, once. A verb says its words, how its record is found, saved and deleted, and what else it
-// takes.
+// stand here, once. A verb says its words, how its record is found and listed, and what else it takes.
 #pragma once
 
 #include <map>
@@ -12,6 +11,7 @@
 
 #include "core/colonneliste.h"
 #include "core/fiche.h"
+#include "ctl/json.h"
 #include "ctl/lignecommande.h"
 #include "store/champs.h"
 
@@ -55,8 +55,8 @@ class VerbeFiche {
         m_table(table),
         m_fiche(fiche) {}
 
-  /// Reads the record of the command line; false: told.
-  virtual bool Trouve(const std::string& cle) = 0;
+  /// Reads the record of the command line.
+  virtual Refus Trouve(const std::string& cle) = 0;
   virtual void Commence() {}  ///< a new record, before it is filled
   /// What was given goes into the record; false: told.
   virtual bool Remplit() { return PoseOptions(); }
@@ -70,8 +70,9 @@ class VerbeFiche {
   virtual int Liste() = 0;
 
   bool PoseOptions();
-  /// Finds the record whose first key stands in the buffer of the file, and has it read; false: told.
-  bool TrouveDans(CBTFiles& fichier, const std::string& absent, const std::function<bool(Position)>& lit);
+  /// Finds the record whose first key stands in the buffer of the file, refused with `absent` when there is
+  /// none.
+  Refus TrouveCle(CBTFiles& fichier, const std::string& absent);
   /// One line a record of the file: its JSON, or what `ligne` makes of it, under `titres`, of which the first
   /// `gauches` are aligned on the left.
   int Liste(CBTFiles& fichier, const std::vector<Position>& positions, std::vector<std::string> titres,
@@ -99,6 +100,32 @@ class VerbeFiche {
   const MotsVerbe& m_mots;
   const TableFiche& m_table;
   void* m_fiche;
+};
+
+/// The verb of the records of one file, by their rules (`core/fiche.h`).
+template <class F, class Fichier>
+class VerbeDe : public VerbeFiche {
+ public:
+  using Fiche = F;
+
+ protected:
+  VerbeDe(Contexte& contexte, const OptionsFiche& options, const MotsVerbe& mots)
+      : VerbeFiche(contexte, options, mots, Fiche::Table, &m_fiche), m_fichier(m_app, m_app.PathExercice) {}
+
+  /// Reads the record that `TrouveCle` finds.
+  Refus LitCle(const std::string& absent) {
+    if (const Refus refus = TrouveCle(m_fichier, absent)) return refus;
+    return LitFiche(m_app, m_fichier.GetPos(), m_fiche);
+  }
+  Refus Enregistre() override {
+    Refus refus = EnregistreFiche(m_app, m_fiche);
+    if (!refus) m_app.Dit(AvisFiche(m_app, m_fiche));
+    return refus;
+  }
+  Refus Supprime() override { return SupprimeFiche(m_app, m_fiche); }
+
+  Fiche m_fiche;
+  Fichier m_fichier;
 };
 
 /// The four actions of a verb, before its own options and checks.

@@ -50,12 +50,11 @@ constexpr f64 ToutProfessionnel = 100;
 
 std::string CodeDe(const Plan& compte) { return CompacteTexte(LitTexte(compte.Code)); }
 
-bool Lit(CFenlorApp& app, Position position, Plan& compte) {
-  assert(position != 0);
+Refus Lit(CFenlorApp& app, Position position, Plan& compte) {
   CPlan plan(app, app.PathExercice);
-  if (!plan.OpenFile() || !plan.ReadRec(position)) return false;
-  compte = *plan.Rec;
-  return true;
+  Refus refus = LitEnregistrement(plan, position);
+  if (!refus) compte = *plan.Rec;
+  return refus;
 }
 
 /// An account other than that at `position` holds the code; `type` -1: of any type. Quick
@@ -75,10 +74,9 @@ bool CodePris(CFenlorApp& app, const std::string& code, Position position, int t
 }
 
 bool NumeroPris(CFenlorApp& app, const std::string& compte, Position position) {
-  assert(!compte.empty());
   CPlan plan(app, app.PathExercice);
   PoseTexte(plan.Rec->Compte, compte);
-  return plan.OpenFile() && plan.Find(CleNumero) && plan.GetPos() != position;
+  return ClePrise(plan, CleNumero, position);
 }
 
 const TexteFixe& ErreurNumeroPris(FormeCompte forme) {
@@ -116,30 +114,25 @@ bool DeplaceAdresse(CFenlorApp& app, const std::string& ancien, const std::strin
 /// One saving: the checks of a form in their order, then the record.
 class Enregistrement {
  public:
-  Enregistrement(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche)
+  Enregistrement(CFenlorApp& app, FicheCompte& fiche)
       : m_app(app),
-        m_forme(forme),
         m_fiche(fiche),
         m_code(CompacteTexte(fiche.code)),
         m_compte(QVAPI::GetLongCompte(fiche.compte)),
-        m_type(forme == FormeCompte::Tresorerie ? i16{Tresorerie} : fiche.type) {}
+        m_type(fiche.forme == FormeCompte::Tresorerie ? i16{Tresorerie} : fiche.type) {}
 
   Refus Fait() {
-    if (m_fiche.position != 0 && !Lit(m_app, m_fiche.position, m_rec)) return EchecFichier();
+    using E = Enregistrement;
+    if (m_fiche.position != 0)
+      if (const Refus refus = Lit(m_app, m_fiche.position, m_rec)) return refus;
     m_avant = m_rec;
-    using Controle = Refus (Enregistrement::*)() const;
-    for (const Controle controle :
-         {&Enregistrement::Limites, &Enregistrement::Obligatoires, &Enregistrement::Fige,
-          &Enregistrement::Reserve, &Enregistrement::Solde, &Enregistrement::SoldeCrediteur,
-          &Enregistrement::Classe, &Enregistrement::Doubles})
-      if (const Refus refus = (this->*controle)()) return refus;
-    Remplit();
-    return Ecrit();
+    return PremierRefus(*this, &E::Limites, &E::Obligatoires, &E::Fige, &E::Reserve, &E::Solde,
+                        &E::SoldeCrediteur, &E::Classe, &E::Doubles, &E::Ecrit);
   }
 
  private:
   bool Ajout() const { return m_fiche.position == 0; }
-  bool Est(FormeCompte forme) const { return m_forme == forme; }
+  bool Est(FormeCompte forme) const { return m_fiche.forme == forme; }
   std::string AncienNumero() const { return LitTexte(m_avant.Compte); }
 
   Refus Limites() const {
@@ -197,7 +190,8 @@ class Enregistrement {
 
   Refus Doubles() const {
     // An account that holds the number would be replaced without a word.
-    if (NumeroPris(m_app, m_compte, m_fiche.position)) return Refus(ErreurNumeroPris(m_forme), "compte");
+    if (NumeroPris(m_app, m_compte, m_fiche.position))
+      return Refus(ErreurNumeroPris(m_fiche.forme), "compte");
     if (Ajout() && !Est(FormeCompte::RecettesDepenses) && CodePris(m_app, m_code, 0, Tresorerie))
       return Refus(ErrCodeTresorerieExistant, "code");
     return {};
@@ -259,6 +253,7 @@ class Enregistrement {
   }
 
   Refus Ecrit() {
+    Remplit();
     CPlan plan(m_app, m_app.PathExercice);
     assert(LitTexte(m_rec.Compte) == m_compte && m_rec.Type == m_type);
     if (!plan.OpenFile()) return EchecFichier();
@@ -271,7 +266,6 @@ class Enregistrement {
   }
 
   CFenlorApp& m_app;
-  const FormeCompte m_forme;
   FicheCompte& m_fiche;
   const std::string m_code, m_compte;
   const i16 m_type;
@@ -288,6 +282,7 @@ bool ADesMouvements(const Plan& compte) {
 
 FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type) {
   FicheCompte fiche;
+  fiche.forme = forme;
   fiche.type = type;
   if (forme == FormeCompte::Tresorerie) {
     fiche.type = Tresorerie;
@@ -296,8 +291,13 @@ FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type) {
   return fiche;
 }
 
-bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte) {
-  if (!Lit(app, position, compte)) return false;
+Refus LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche) {
+  Plan compte{};
+  return LitFiche(app, position, fiche, compte);
+}
+
+Refus LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte) {
+  if (const Refus refus = Lit(app, position, compte)) return refus;
   const f64 initial = app.Reglages.IsEuro() ? compte.SoldeInitialEuro : compte.SoldeInitialFranc;
   FicheDepuis(app, FicheCompte::Table, &compte, &fiche);
   fiche.position = position;
@@ -307,7 +307,7 @@ bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& comp
   fiche.debitInitial = initial < 0 ? -initial : 0;
   fiche.creditInitial = initial > 0 ? initial : 0;
   assert(fiche.debitInitial >= 0 && fiche.creditInitial >= 0);
-  return true;
+  return {};
 }
 
 bool EstComptePersonnel(CFenlorApp& app, const std::string& compte) {
@@ -355,28 +355,28 @@ bool ClasseJuste(i16 type, const std::string& compte) {
   }
 }
 
-Refus ControleCode(CFenlorApp& app, FormeCompte, const FicheCompte& fiche) {
+Refus ControleCode(CFenlorApp& app, const FicheCompte& fiche) {
   const std::string code = CompacteTexte(fiche.code);
   return code.empty() || !CodePris(app, code, fiche.position) ? Refus() : Refus(ErrCodeExistant, "code");
 }
 
-Refus ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche) {
+Refus ControleNumero(CFenlorApp& app, const FicheCompte& fiche) {
   const std::string compte = QVAPI::GetLongCompte(fiche.compte);
   if (compte.empty() || !NumeroPris(app, compte, fiche.position)) return {};
-  return Refus(ErreurNumeroPris(forme), "compte");
+  return Refus(ErreurNumeroPris(fiche.forme), "compte");
 }
 
-Refus EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche) {
+Refus EnregistreFiche(CFenlorApp& app, FicheCompte& fiche) {
   if (app.Reglages.IsExerciceCloture()) return {};
-  return Enregistrement(app, forme, fiche).Fait();
+  return Enregistrement(app, fiche).Fait();
 }
 
-Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
+Refus SupprimeFiche(CFenlorApp& app, const FicheCompte& fiche) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   Plan compte{};
-  if (position == 0) return {};
-  if (!Lit(app, position, compte)) return EchecFichier();
-  const bool simple = forme == FormeCompte::RecettesDepenses;
+  if (fiche.position == 0) return {};
+  if (const Refus refus = Lit(app, fiche.position, compte)) return refus;
+  const bool simple = fiche.forme == FormeCompte::RecettesDepenses;
   if (ADesMouvements(compte)) return Refus::Avis(simple ? InfoCompteMouvemente : InfoTresorerieMouvementee);
   const std::string numero = LitTexte(compte.Compte), court = app.NumeroCourt(numero);
   if (const std::string utilisation = UtilisationCompte(app, numero); !utilisation.empty())
@@ -386,7 +386,7 @@ Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position) {
           app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, question, "", {simple ? court : CodeDe(compte)}))
     return refus;
   CPlan plan(app, app.PathExercice);
-  return SupprimeEnregistrement(plan, position);
+  return SupprimeEnregistrement(plan, fiche.position);
 }
 
 }  // namespace fenlor

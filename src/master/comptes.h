@@ -34,6 +34,7 @@ struct FicheCompte {
   f64 partPro = 100;                        ///< percent
   bool banque = true;                       ///< treasury: bank account, else cash
   f64 debitInitial = 0, creditInitial = 0;  ///< treasury: one of them is 0
+  FormeCompte forme = FormeCompte::RecettesDepenses;  ///< where it is typed; no part of the record
   static const TableFiche Table;
 };
 
@@ -49,8 +50,9 @@ bool ADesMouvements(const Plan& compte);
 
 /// A form for a new account: type, bank box, proposed number of a treasury account.
 FicheCompte NouvelleFiche(CFenlorApp& app, FormeCompte forme, i16 type);
-/// False, told, when there is no such record.
-bool LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte);
+Refus LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche);
+/// With the record itself, for its totals.
+Refus LitFiche(CFenlorApp& app, Position position, FicheCompte& fiche, Plan& compte);
 /// The personal distribution account: the system's own, read only in its form.
 bool EstComptePersonnel(CFenlorApp& app, const std::string& compte);
 /// First number "radical n" that is not `pris` (long form), short form; empty: none. A blank radical is
@@ -64,8 +66,8 @@ bool ClasseJuste(i16 type, const std::string& compte);
 /// Leaving the code or number field: refused when another account has it. A code
 /// is compared without blanks around it and without regard to case, as quick entry looks it up.
 /// Saving does not look for a code again: whoever saves without leaving the field asks before.
-Refus ControleCode(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
-Refus ControleNumero(CFenlorApp& app, FormeCompte forme, const FicheCompte& fiche);
+Refus ControleCode(CFenlorApp& app, const FicheCompte& fiche);
+Refus ControleNumero(CFenlorApp& app, const FicheCompte& fiche);
 /// Why a form would not let the field (its name in the table) be typed as it is: what accounts of another
 /// type have, or what its list does not offer. Empty: it would.
 std::string FauteChamp(CFenlorApp& app, const FicheCompte& fiche, std::string_view champ);
@@ -81,10 +83,10 @@ std::string FauteChamp(CFenlorApp& app, const FicheCompte& fiche, std::string_vi
 /// that has movements (3100, "taux"); the number of another account, which the record would
 /// replace (3070, 3092); an opening balance beyond what the store takes in either currency (3401); a
 /// treasury code that is a section of the settings or an exercice (3250).
-Refus EnregistreCompte(CFenlorApp& app, FormeCompte forme, FicheCompte& fiche);
+Refus EnregistreFiche(CFenlorApp& app, FicheCompte& fiche);
 /// Closed exercice, movements, what else names the account (3251, as for 3252), then the
 /// question. Nothing to do for position 0. The settings of a bank stay.
-Refus SupprimeCompte(CFenlorApp& app, FormeCompte forme, Position position);
+Refus SupprimeFiche(CFenlorApp& app, const FicheCompte& fiche);
 
 /// A row of the list of headings of a side (all of them for a type other than receipts and
 /// expenses), and of the list of VAT accounts.

@@ -11,8 +11,8 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
-#include "master/rubriques.h"
 #include "master/textes.h"
+#include "master/variables.h"
 #include "store/modele.h"
 
 namespace fenlor {

@@ -41,20 +41,11 @@ std::string SansFin(std::string code) {
   return code;
 }
 
-/// As it is shown and typed.
-void LitFiche(CFenlorApp& app, const CRubriques& rubriques, Position position, FicheRubrique& fiche) {
-  assert(position != 0);
-  FicheDepuis(app, FicheRubrique::Table, rubriques.Rec, &fiche);
-  fiche.position = position;
-  fiche.code = SansFin(fiche.code);
-}
-
 /// A heading other than that at `position` holds the code.
 bool CodePris(CFenlorApp& app, const std::string& code, Position position) {
-  assert(!code.empty());
   CRubriques rubriques(app, app.PathExercice);
   PoseTexte(rubriques.Rec->Rubrique, code);
-  return rubriques.OpenFile() && rubriques.Find(CleCode) && rubriques.GetPos() != position;
+  return ClePrise(rubriques, CleCode, position);
 }
 
 /// One saving: the checks in their order, then the record.
@@ -68,12 +59,9 @@ class Enregistrement {
         m_rubriques(app, app.PathExercice) {}
 
   Refus Fait() {
+    using E = Enregistrement;
     if (!m_rubriques.OpenFile()) return EchecFichier();
-    using Controle = Refus (Enregistrement::*)();
-    for (const Controle controle :
-         {&Enregistrement::Limites, &Enregistrement::Ligne, &Enregistrement::Code, &Enregistrement::Boucle})
-      if (const Refus refus = (this->*controle)()) return refus;
-    return Ecrit();
+    return PremierRefus(*this, &E::Limites, &E::Ligne, &E::Code, &E::Boucle, &E::Ecrit);
   }
 
  private:
@@ -104,8 +92,9 @@ class Enregistrement {
     if (code == m_code) return m_formule;
     m_rubriques.ClearRec();
     PoseTexte(m_rubriques.Rec->Rubrique, code);
-    const bool autre = m_rubriques.Find(CleCode) && m_rubriques.GetPos() != m_fiche.position;
-    return autre && !m_rubriques.Rec->Manuel ? LitTexte(m_rubriques.Rec->Formule) : std::string();
+    return ClePrise(m_rubriques, CleCode, m_fiche.position) && !m_rubriques.Rec->Manuel
+               ? LitTexte(m_rubriques.Rec->Formule)
+               : std::string();
   }
 
   Refus Boucle() {
@@ -126,8 +115,7 @@ class Enregistrement {
     m_rubriques.ClearRec();
     FicheVers(m_app, FicheRubrique::Table, &fiche, m_rubriques.Rec);
     if (const Refus refus = RemplaceEnregistrement(m_app, m_rubriques, fiche.position)) return refus;
-    LitFiche(m_app, m_rubriques, fiche.position, m_fiche);
-    return {};
+    return LitFiche(m_app, fiche.position, m_fiche);
   }
 
   CFenlorApp& m_app;
@@ -140,11 +128,13 @@ class Enregistrement {
 
 const TableFiche FicheRubrique::Table{"Rubrique", Champs};
 
-bool LitFicheRubrique(CFenlorApp& app, Position position, FicheRubrique& fiche) {
+Refus LitFiche(CFenlorApp& app, Position position, FicheRubrique& fiche) {
   CRubriques rubriques(app, app.PathExercice);
-  if (!rubriques.OpenFile() || !rubriques.ReadRec(position)) return false;
-  LitFiche(app, rubriques, position, fiche);
-  return true;
+  if (const Refus refus = LitEnregistrement(rubriques, position)) return refus;
+  FicheDepuis(app, FicheRubrique::Table, rubriques.Rec, &fiche);
+  fiche.position = position;
+  fiche.code = SansFin(fiche.code);
+  return {};
 }
 
 std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& code) {
@@ -167,12 +157,12 @@ Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
   return EstVide(code) || !CodePris(app, code, fiche.position) ? Refus{} : Refus(ErrCodeExistant, "code");
 }
 
-Refus EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche) {
+Refus EnregistreFiche(CFenlorApp& app, FicheRubrique& fiche) {
   if (app.Reglages.IsExerciceCloture()) return {};
   return Enregistrement(app, fiche).Fait();
 }
 
-Refus AvisRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
+Refus AvisFiche(CFenlorApp& app, const FicheRubrique& fiche) {
   if (fiche.manuel || app.Reglages.IsExerciceCloture()) return {};
   const std::string propre = NormaliseRubrique(fiche.code);
   const auto connu = [&](const std::string& terme) {
@@ -189,17 +179,17 @@ Refus AvisRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
   return liste.empty() ? Refus() : Refus::Avis(InfoTermesInconnus, {SansFin(propre), liste});
 }
 
-Refus SupprimeRubrique(CFenlorApp& app, Position position) {
+Refus SupprimeFiche(CFenlorApp& app, const FicheRubrique& supprimee) {
   if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
   FicheRubrique fiche;
-  if (position == 0) return {};
-  if (!LitFicheRubrique(app, position, fiche)) return EchecFichier();
+  if (supprimee.position == 0) return {};
+  if (const Refus refus = LitFiche(app, supprimee.position, fiche)) return refus;
   if (!ComptesAssocies(app, fiche.code).empty()) return Refus::Avis(InfoRubriqueUtilisee);
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeRubrique, "",
                                       {SansFin(NormaliseRubrique(fiche.code))}))
     return refus;
   CRubriques rubriques(app, app.PathExercice);
-  return SupprimeEnregistrement(rubriques, position);
+  return SupprimeEnregistrement(rubriques, fiche.position);
 }
 
 }  // namespace fenlor

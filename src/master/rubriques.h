@@ -1,4 +1,4 @@
-// Rules of the fiscal headings, and the entries behind a variable of their formulas.
+// Rules of the fiscal headings.
 #pragma once
 
 #include <string>
@@ -20,8 +20,7 @@ struct FicheRubrique {
   static const TableFiche Table;
 };
 
-/// False, told, when there is no such record.
-bool LitFicheRubrique(CFenlorApp& app, Position position, FicheRubrique& fiche);
+Refus LitFiche(CFenlorApp& app, Position position, FicheRubrique& fiche);
 
 /// An account that names a heading.
 struct CompteAssocie {
@@ -41,22 +40,12 @@ Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche);
 /// Then delete and add in one unit. Nothing is written on a closed exercice, which is a success.
 /// `fiche` becomes what was written, `fiche.position` the new one. An automatic heading has no amount, a
 /// manual one keeps its formula without using it. Accounts that name the old code keep it.
-Refus EnregistreRubrique(CFenlorApp& app, FicheRubrique& fiche);
+Refus EnregistreFiche(CFenlorApp& app, FicheRubrique& fiche);
 /// What the user should know of a heading that was saved: terms of its formula that name no heading and no
 /// variable (3403). They may be those of a heading that is still to come.
-Refus AvisRubrique(CFenlorApp& app, const FicheRubrique& fiche);
+Refus AvisFiche(CFenlorApp& app, const FicheRubrique& fiche);
 /// Closed exercice (3056), accounts that name the heading, then the question. Nothing to do for
 /// position 0, which is a success.
-Refus SupprimeRubrique(CFenlorApp& app, Position position);
-// -- The headings whose formula uses a variable, such as "&FRAISKM": a term is exactly that name,
-// whatever the heading's mode; with them the headings that this formula adds up, those that theirs add
-// up, and so on. A manual heading stops the way, a term with a minus is none. Their entries are those
-// with a line in an account that names one of them.
-
-/// Number of entries, each counted once.
-u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable);
-/// Deletes them all with their other lines, validated and reconciled ones too, in one unit of work.
-/// Nothing is deleted when the store refused or the exercice is closed (3056).
-Refus SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable);
+Refus SupprimeFiche(CFenlorApp& app, const FicheRubrique& fiche);
 
 }  // namespace fenlor

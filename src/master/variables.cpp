@@ -1,4 +1,5 @@
-// The entries behind the headings whose formula uses a variable, and behind those that it adds up.
+#include "master/variables.h"
+
 #include <cassert>
 #include <functional>
 #include <map>

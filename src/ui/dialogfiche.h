@@ -1,7 +1,7 @@
-// The form of a record, whose fields are those of the record's table (`core/fiche.h`). Its subclass says
-// how the form looks, how a record is read and saved, and what else follows from its fields; buttons,
-// limits, reading and writing of fields, saving in series, the walk through the list behind the form, the
-// closed exercice and the refusals stand here.
+// The form of a record, whose fields and rules are those of the record (`core/fiche.h`). Its subclass says
+// how the form looks, and what else follows from its fields; buttons, limits, reading and writing of fields
+// and of the record, saving in series, the walk through the list behind the form, the closed exercice and
+// the refusals stand here.
 //
 //   CDialogTiers::CDialogTiers(ContexteUi& contexte, SuiteFiches* vue, Position position, QWidget* parent)
 //       : FormulaireFiche(contexte, "DialogTiers", vue, position, parent), m_plafond(contexte.App.Reglages) {
@@ -9,6 +9,8 @@
 //     Ouvre();
 //   }
 #pragma once
+
+#include <functional>
 
 #include "core/fiche.h"
 #include "ui/czndialog.h"
@@ -69,8 +71,11 @@ class DialogFiche : public CZNDialog {
   FinDesLiens m_finLiens{*this};
 };
 
-template <class Fiche>
+template <class F>
 class FormulaireFiche : public DialogFiche {
+ public:
+  using Fiche = F;
+
  protected:
   /// `vue` may be null: then there is nothing to walk. `position` 0 adds.
   FormulaireFiche(ContexteUi& contexte, const char* nom, SuiteFiches* vue, Position position, QWidget* parent)
@@ -85,15 +90,22 @@ class FormulaireFiche : public DialogFiche {
     LitChamps(&fiche);
     return fiche;
   }
-  virtual bool Lit(Position position, Fiche& fiche) = 0;
+  /// For `SurDepart`: the check of a text that was changed.
+  std::function<void()> Controle(EditeurTexte& champ, std::string Fiche::*texte,
+                                 Refus (*controle)(CFenlorApp&, const Fiche&)) {
+    return [this, &champ, texte, controle] {
+      if (!champ.isReadOnly() && champ.Valeur() != m_fiche.*texte) Refuse(controle(App(), Saisie()));
+    };
+  }
+  virtual Refus Lit(Position position, Fiche& fiche) { return LitFiche(App(), position, fiche); }
   /// For a new record, when the form opens or the one before was saved.
   virtual Fiche Nouvelle() { return {}; }
-  virtual Refus Sauve(Fiche& fiche) = 0;
+  virtual Refus Sauve(Fiche& fiche) { return EnregistreFiche(App(), fiche); }
 
  private:
   bool LitA(Position position) final {
     Fiche fiche;
-    if (!Lit(position, fiche)) return false;
+    if (!App().Dit(Lit(position, fiche))) return false;
     m_fiche = fiche;
     return true;
   }
@@ -102,6 +114,7 @@ class FormulaireFiche : public DialogFiche {
     Fiche fiche = Saisie();
     Refus refus = Sauve(fiche);
     if (refus) return refus;
+    App().Dit(AvisFiche(App(), fiche));
     position = fiche.position;
     if (!Ajout()) m_fiche = fiche;
     return {};

@@ -3,12 +3,11 @@
 #include <QScopedValueRollback>
 
 #include "core/erreursexercice.h"
-#include "ui/dialogfiche.h"
 
 namespace fenlor {
 
-FichesView::FichesView(ContexteUi& contexte, const std::string& titre, u32 bit)
-    : CZNListView(contexte, titre, bit) {
+FichesView::FichesView(ContexteUi& contexte, const TexteFixe& titre, u32 bit, Fabrique forme)
+    : CZNListView(contexte, Texte(titre), bit), m_forme(std::move(forme)) {
   Table().Modele().DerniereFixe(true);
   const auto choisie = [this] { return Choisie() != 0; };
   Declare({{CmdAjouter, [this] { Saisit(0); }},
@@ -43,7 +42,7 @@ void FichesView::Saisit(Position position) {
     App().ReportErreur(ErrExerciceCloture);
     return;
   }
-  const std::unique_ptr<DialogFiche> forme = Forme(position);
+  const std::unique_ptr<DialogFiche> forme = m_forme(position);
   {
     // Its neighbours are those of the list as it stood when the form was opened.
     const QScopedValueRollback suspendue(m_suspendue, true);
@@ -56,7 +55,7 @@ void FichesView::Saisit(Position position) {
 
 void FichesView::Supprime() {
   const bool cloture = App().Reglages.IsExerciceCloture();
-  if ((Choisie() == 0 && !cloture) || !App().Dit(SupprimeFiche(Choisie()))) return;
+  if ((Choisie() == 0 && !cloture) || !App().Dit(SupprimeA(Choisie()))) return;
   Contexte().Cadre.Actualise();
 }
 

@@ -144,7 +144,7 @@ TEST_F(DemarrageTest, LesEcheancesViennentALOuverture) {
     fiche.annoncer = annoncer;
     fiche.periodicite = 2;
     fiche.nombre = PaiementsMax;
-    ASSERT_FALSE(EnregistreAuto(App(), fiche));
+    ASSERT_FALSE(EnregistreFiche(App(), fiche));
   }
   const auto ecritures = [this] {
     Mouvement entete{};

@@ -103,7 +103,7 @@ class FormesFiltrees : public FormesJournal {
     fiche.tresorerie = Long("512");
     fiche.libelle = libelle;
     fiche.montants = {montant, montant, 0, montant, 0, 0};
-    ASSERT_FALSE(EnregistreAuto(App(), fiche));
+    ASSERT_FALSE(EnregistreFiche(App(), fiche));
   }
   u32 m_une = 0, m_deux = 0, m_od = 0;
 };

@@ -126,7 +126,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
     loyer.tresorerie = Long("512");
     loyer.libelle = std::string(80, 'm');
     loyer.montants = {123456.78, 123456.78, 0, 123456.78, 0, 0};
-    ASSERT_TRUE(m_recette && m_depense && m_od && !EnregistreAuto(App(), loyer));
+    ASSERT_TRUE(m_recette && m_depense && m_od && !EnregistreFiche(App(), loyer));
     Regle("Préférences"_w, "Police par défaut"_w, "Oui");
     if (GetParam().cloture) Regle("2003", "Cloture", "15/03/2004");
     QFont police = Police;

@@ -22,7 +22,7 @@ class RegistreAuClavier : public UiDeTest {
       fiche.designation = nom;
       fiche.dateAchat = FaitDate(1, 1, 2001);
       fiche.prix = fiche.valeur = 1000;
-      EXPECT_FALSE(EnregistreImmobilisation(App(), fiche));
+      EXPECT_FALSE(EnregistreFiche(App(), fiche));
     }
     SuitReprises(App());
     m_principal = std::make_unique<CMainFrame>(App(), m_dialogues);

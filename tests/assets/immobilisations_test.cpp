@@ -33,7 +33,7 @@ class Immobilisations : public CabinetDeTest {
     return fiche;
   }
   FicheImmobilisation Enregistre(FicheImmobilisation fiche) {
-    EXPECT_EQ(Dit(EnregistreImmobilisation(App(), fiche)), "");
+    EXPECT_EQ(Dit(EnregistreFiche(App(), fiche)), "");
     return fiche;
   }
   std::size_t Nombre() {
@@ -53,7 +53,7 @@ TEST_F(Immobilisations, CeQuiEstEcritSeRelitSousLeMemeNumero) {
   fiche.designation = "Divan";
   fiche = Enregistre(fiche);
   FicheImmobilisation relue;
-  ASSERT_TRUE(LitFicheImmobilisation(App(), PositionImmobilisation(App(), 1), relue));
+  ASSERT_FALSE(LitFiche(App(), PositionImmobilisation(App(), 1), relue));
   EXPECT_EQ(relue.designation + StrDate(relue.dateAchat), "Divan15/03/2000");
   EXPECT_EQ(relue.prix, 655.96) << "in the currency of the asset";
   EXPECT_EQ(+relue.rec.PrixEuro, 100);
@@ -61,13 +61,13 @@ TEST_F(Immobilisations, CeQuiEstEcritSeRelitSousLeMemeNumero) {
 
   // A number is never given twice: not after a deletion, not when the last asset is the one that goes.
   Boite.Reponses = {RepNon, RepOui};
-  EXPECT_TRUE(SupprimeImmobilisation(App(), relue.position));
+  EXPECT_TRUE(SupprimeFiche(App(), relue));
   EXPECT_EQ(Nombre(), 1u);
-  EXPECT_FALSE(SupprimeImmobilisation(App(), relue.position));
+  EXPECT_FALSE(SupprimeFiche(App(), relue));
   EXPECT_EQ(Boite.Questions[0].texte, "Suppression de l'aquisition \"Divan\" du 15/03/2000 ?");
   EXPECT_EQ(Nombre(), 0u);
   EXPECT_EQ(+Enregistre(Bien()).rec.Numero, 2u);
-  EXPECT_EQ(Dit(EnregistreImmobilisation(App(), relue)), "3484") << "it is gone, and does not come back";
+  EXPECT_EQ(Dit(EnregistreFiche(App(), relue)), "3484") << "it is gone, and does not come back";
   EXPECT_EQ(Nombre(), 1u);
 }
 
@@ -105,7 +105,7 @@ TEST_F(Immobilisations, RefusDansLeurOrdre) {
   }
   existante.rec.Duree = existante.duree = 700;
   EXPECT_EQ(Dit(ControleAcquisition(App(), existante)), "") << "imported so, and left so";
-  EXPECT_EQ(Dit(EnregistreImmobilisation(App(), existante)), "");
+  EXPECT_EQ(Dit(EnregistreFiche(App(), existante)), "");
 }
 
 TEST_F(Immobilisations, UnExerciceClotureLesFige) {
@@ -113,9 +113,9 @@ TEST_F(Immobilisations, UnExerciceClotureLesFige) {
   DetailAmortissements detail;
   ASSERT_FALSE(LitDetail(App(), fiche.position, detail));
   App().Reglages.EcritIniExercice("2003", Texte(CleCloture), "31/12/2003");
-  EXPECT_EQ(Dit(EnregistreImmobilisation(App(), fiche)), "3056");
+  EXPECT_EQ(Dit(EnregistreFiche(App(), fiche)), "3056");
   EXPECT_EQ(Dit(EcritImmobilisation(App(), fiche)), "3056");
-  EXPECT_EQ(Dit(SupprimeImmobilisation(App(), fiche.position)), "3056");
+  EXPECT_EQ(Dit(SupprimeFiche(App(), fiche)), "3056");
   EXPECT_EQ(Dit(EnregistreDetail(App(), detail)), "3056");
   EXPECT_EQ(Nombre(), 1u);
 }
@@ -310,7 +310,7 @@ TEST_F(Detail, RefuseEtGardeLesAnciennes) {
   EXPECT_EQ(refus.rang, 1);
   EXPECT_EQ(+Correction(2001).Annee, 0u) << "nothing of it";
   Boite.Reponses = {RepOui};
-  ASSERT_FALSE(SupprimeImmobilisation(App(), PositionImmobilisation(App(), 1)));
+  ASSERT_FALSE(SupprimeFiche(App(), FicheA<FicheImmobilisation>(PositionImmobilisation(App(), 1))));
   detail.lignes[1].reel = 2;
   EXPECT_EQ(Dit(EnregistreDetail(App(), detail)), "3484");
   FicheImmobilisation sansValeur = Bien();

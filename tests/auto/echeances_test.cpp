@@ -33,7 +33,7 @@ class Automatiques : public test::CabinetMedical {
     fiche.montants = ChaineMontants(App(), LitCompte(compte), ttc);
     return fiche;
   }
-  void Ajoute(FicheAuto fiche) { ASSERT_EQ(EnregistreAuto(App(), fiche).numero, 0u); }
+  void Ajoute(FicheAuto fiche) { ASSERT_EQ(EnregistreFiche(App(), fiche).numero, 0u); }
   /// "05/01 1/1": days and line numbers of the entries of both journals, in the order they were made.
   std::string Journal() {
     std::string texte;
@@ -199,7 +199,7 @@ TEST_F(Automatiques, RefusALEnregistrement) {
   for (const auto& c : cas) {
     FicheAuto fiche = Modele(Le(5, 4), 6, 12);
     c.change(fiche);
-    const Refus refus = EnregistreAuto(App(), fiche);
+    const Refus refus = EnregistreFiche(App(), fiche);
     EXPECT_EQ(refus.numero, c.erreur);
     EXPECT_STREQ(refus.champ, c.champ);
   }
@@ -207,7 +207,7 @@ TEST_F(Automatiques, RefusALEnregistrement) {
   caisse.tresorerie = "531";
   caisse.libelle = "";
   Ajoute(caisse);
-  ASSERT_FALSE(LitFicheAuto(App(), 1, caisse));
+  ASSERT_FALSE(LitFiche(App(), 1, caisse));
   EXPECT_TRUE(caisse.paiement == PaiementAutre && caisse.libelle == "Compte 7065");
   EXPECT_TRUE(caisse.montants.professionnel == 60 && caisse.montants.personnel == 40);
   FicheAuto fiche = Modele(Le(5, 4), 6, 12);
@@ -222,28 +222,29 @@ TEST_F(Automatiques, RefusALEnregistrement) {
     ASSERT_TRUE(unite.Valide());
   }
   fiche.position = 0;
-  ASSERT_FALSE(EnregistreAuto(App(), fiche));
+  ASSERT_FALSE(EnregistreFiche(App(), fiche));
   EXPECT_EQ(fiche.position, ModelesAutoMax);
   fiche.position = 0;
-  EXPECT_EQ(EnregistreAuto(App(), fiche).numero, ErrNombreAuto.numero);
-  EXPECT_EQ(SupprimeAuto(App(), 400).numero, QuestionSupprimeAuto.numero) << "no is what stands first";
+  EXPECT_EQ(EnregistreFiche(App(), fiche).numero, ErrNombreAuto.numero);
+  EXPECT_EQ(SupprimeFiche(App(), FicheA<FicheAuto>(400)).numero, QuestionSupprimeAuto.numero)
+      << "no is what stands first";
   Boite.Reponses = {RepOui};
-  EXPECT_EQ(SupprimeAuto(App(), 400).numero, 0u);
-  EXPECT_EQ(SupprimeAuto(App(), 400).numero, ErrModeleAbsent.numero);
+  EXPECT_EQ(SupprimeFiche(App(), FicheA<FicheAuto>(400)).numero, 0u);
+  EXPECT_EQ(SupprimeFiche(App(), FicheA<FicheAuto>(400)).numero, ErrModeleAbsent.numero);
   Regle("2003", "Cloture", "30/04/2003");
-  EXPECT_EQ(EnregistreAuto(App(), fiche).numero, ErrExerciceCloture.numero);
+  EXPECT_EQ(EnregistreFiche(App(), fiche).numero, ErrExerciceCloture.numero);
 }
 
 TEST_F(Automatiques, NombreDePaiements) {
   FicheAuto fiche = Modele(Le(5, 1), 6, 12);
   Ajoute(fiche);
   Calcule();
-  ASSERT_FALSE(LitFicheAuto(App(), 1, fiche));
+  ASSERT_FALSE(LitFiche(App(), 1, fiche));
   EXPECT_EQ(fiche.payes, 3u);
   EXPECT_EQ(NombreTape(fiche, 2), 4u);
   EXPECT_EQ(NombreTape(FicheAuto{}, 0), 1u);
   fiche.nombre = NombreTape(fiche, 2);
-  ASSERT_FALSE(EnregistreAuto(App(), fiche));
+  ASSERT_FALSE(EnregistreFiche(App(), fiche));
   EXPECT_EQ(Modeles(), "100:1/4,05/04");
   ChangePeriodicite(fiche, 1);
   EXPECT_EQ(fiche.nombre, 4u);

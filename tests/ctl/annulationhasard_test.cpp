@@ -179,25 +179,25 @@ class Hasard : public Reprises {
     PoseTexte(plan.Rec->Compte, Long(numero));
     if (plan.Find(0)) {
       fiche.position = plan.Position;
-      if (Entre(0, 1)) return (void)SupprimeCompte(App(), forme, plan.Position);
+      if (Entre(0, 1)) return (void)SupprimeFiche(App(), fiche);
     }
     fiche.code = "C" + numero;
     fiche.compte = numero;
     fiche.designation = "Compte " + std::to_string(Entre(1, 9));
     if (banque) fiche.debitInitial = Montant();
-    (void)EnregistreCompte(App(), forme, fiche);
+    (void)EnregistreFiche(App(), fiche);
   }
   void ChangeRubrique() {
     FicheRubrique fiche;
     const Position position = Une(FichierRubriques);
     if (position && Entre(0, 2) != 0) {
-      if (Entre(0, 1)) return (void)SupprimeRubrique(App(), position);
-      if (!LitFicheRubrique(App(), position, fiche)) return;
+      if (Entre(0, 1)) return (void)SupprimeFiche(App(), FicheA<FicheRubrique>(position));
+      if (LitFiche(App(), position, fiche)) return;
     } else {
       fiche.code = "Z" + std::to_string(Entre(10, 40));
     }
     fiche.designation = "Rubrique " + std::to_string(Entre(1, 9));
-    (void)EnregistreRubrique(App(), fiche);
+    (void)EnregistreFiche(App(), fiche);
   }
   void ChangeTaxe() {
     std::vector<LigneTva> lignes = LitComptesTva(App());
@@ -212,8 +212,8 @@ class Hasard : public Reprises {
     FicheImmobilisation fiche = NouvelleImmobilisation(App());
     const Position position = Une(FichierImmo);
     if (position && Entre(0, 1)) {
-      if (Entre(0, 1)) return (void)SupprimeImmobilisation(App(), position);
-      if (!LitFicheImmobilisation(App(), position, fiche)) return;
+      if (Entre(0, 1)) return (void)SupprimeFiche(App(), FicheA<FicheImmobilisation>(position));
+      if (LitFiche(App(), position, fiche)) return;
       if (!EstCedee(fiche.rec) && !PoseCession(App(), {FaitDate(1, 6, 2004), Montant(), true}, fiche.rec))
         return (void)EcritImmobilisation(App(), fiche);
       DetailAmortissements detail;
@@ -224,12 +224,12 @@ class Hasard : public Reprises {
     fiche.designation = "Table";
     fiche.dateAchat = Jour();
     fiche.prix = fiche.valeur = Montant();
-    (void)EnregistreImmobilisation(App(), fiche);
+    (void)EnregistreFiche(App(), fiche);
   }
   void ChangeModele() {
     std::vector<EcrituresAuto> modeles;
     EXPECT_FALSE(ListeAutos(App(), modeles));
-    if (modeles.size() > 2 && Entre(0, 1)) return (void)SupprimeAuto(App(), Entre(1, 3));
+    if (modeles.size() > 2 && Entre(0, 1)) return (void)SupprimeFiche(App(), FicheA<FicheAuto>(Entre(1, 3)));
     FicheAuto fiche = NouvelleAuto(App());
     fiche.genre = JournalDepenses;
     fiche.date = Jour();
@@ -239,7 +239,7 @@ class Hasard : public Reprises {
     fiche.nombre = 6;
     fiche.annoncer = Entre(0, 1) != 0;
     fiche.montants = ChaineMontants(App(), LitCompte("6132"), Montant());
-    (void)EnregistreAuto(App(), fiche);
+    (void)EnregistreFiche(App(), fiche);
   }
   void Echoit() {
     Magasin().FixeAujourdhui(Jour());

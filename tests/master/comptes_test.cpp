@@ -22,8 +22,7 @@ class ComptesTest : public CabinetMedical {
   }
   FicheCompte Fiche(std::string_view compte) {
     FicheCompte fiche;
-    Plan rec;
-    EXPECT_TRUE(LitFiche(App(), Place(compte), fiche, rec)) << compte;
+    EXPECT_FALSE(LitFiche(App(), Place(compte), fiche)) << compte;
     return fiche;
   }
   FicheCompte Nouveau(i16 type, const std::string& code, const std::string& compte) {
@@ -34,10 +33,13 @@ class ComptesTest : public CabinetMedical {
     return fiche;
   }
   unsigned Enregistre(FormeCompte forme, FicheCompte fiche) {
-    return EnregistreCompte(App(), forme, fiche).numero;
+    fiche.forme = forme;
+    return EnregistreFiche(App(), fiche).numero;
   }
   unsigned Supprime(FormeCompte forme, std::string_view compte) {
-    return SupprimeCompte(App(), forme, Place(compte)).numero;
+    auto fiche = FicheA<FicheCompte>(Place(compte));
+    fiche.forme = forme;
+    return SupprimeFiche(App(), fiche).numero;
   }
   void Mouvemente() { ASSERT_NE(CabinetMedical::Enregistre(Ecriture(JournalRecettes, "7070", 119.6)), 0u); }
   u32 NombreDeComptes() { return Magasin().GetPlanRec(0); }
@@ -50,12 +52,13 @@ class ComptesTest : public CabinetMedical {
     const char* champ;
   };
   void Essaie(FormeCompte forme, FicheCompte fiche, const std::vector<Essai>& essais) {
+    fiche.forme = forme;
     for (const Essai& e : essais) {
       fiche.code = e.code;
       fiche.compte = e.compte;
       Boite.Oublie();
       if (e.reponse) Boite.Reponses.push_back(e.reponse);
-      const Refus r = EnregistreCompte(App(), forme, fiche);
+      const Refus r = EnregistreFiche(App(), fiche);
       EXPECT_EQ(r.numero, e.erreur) << e.code << '/' << e.compte;
       EXPECT_STREQ(r.champ, e.champ) << e.code << '/' << e.compte;
       EXPECT_TRUE(Boite.Reponses.empty()) << "a question was not asked: " << e.code << '/' << e.compte;
@@ -145,9 +148,10 @@ TEST_F(ComptesTest, CodeEtNumeroDejaPris) {
                    {FormeTresorerie, "", "LOYE", "5140000001", 0, 0}};
   for (const auto& c : cas) {
     FicheCompte fiche = Nouveau(Recette, c.code, c.compte);
+    fiche.forme = c.forme;
     if (*c.moi) fiche.position = Place(c.moi);
-    EXPECT_EQ(ControleCode(App(), c.forme, fiche).numero, c.erreurCode) << c.code;
-    EXPECT_EQ(ControleNumero(App(), c.forme, fiche).numero, c.erreurNumero) << c.compte;
+    EXPECT_EQ(ControleCode(App(), fiche).numero, c.erreurCode) << c.code;
+    EXPECT_EQ(ControleNumero(App(), fiche).numero, c.erreurNumero) << c.compte;
   }
 }
 
@@ -160,7 +164,7 @@ TEST_F(ComptesTest, UneModificationGardeLesCumuls) {
   fiche.code = "HN";
   const u64 synchros = Magasin().NbSynchros();
   const u32 nombre = NombreDeComptes();
-  ASSERT_FALSE(EnregistreCompte(App(), RecettesDepenses, fiche));
+  ASSERT_FALSE(EnregistreFiche(App(), fiche));
   EXPECT_EQ(Magasin().NbSynchros(), synchros + 1) << "one unit";
   EXPECT_EQ(NombreDeComptes(), nombre);
   EXPECT_EQ(fiche.position, Place("7070"));

@@ -45,7 +45,7 @@ TEST_F(Rubriques, UnTermeInconnuEstDitEtGarde) {
     ASSERT_EQ(Enregistre(fiche), "") << "a warning, not a refusal";
     position = Relit("Z1 ").position;
     EXPECT_EQ(LitTexte(Lit("Z1 ").Formule), c.formule);
-    const Refus avis = AvisRubrique(App(), fiche);
+    const Refus avis = AvisFiche(App(), fiche);
     EXPECT_EQ(avis.numero, *c.inconnus ? 3403u : 0u) << c.formule;
     EXPECT_NE(avis.texte.find(c.inconnus), std::string::npos);
   }
@@ -120,16 +120,16 @@ TEST_F(Rubriques, LesComptesNommentLaRubrique) {
   for (const CompteAssocie& c : ComptesAssocies(App(), "Z1")) textes.push_back(c.court + ' ' + c.designation);
   EXPECT_THAT(textes, ElementsAre("6132 Loyer", "706 Honoraires"));
   EXPECT_THAT(ComptesAssocies(App(), ""), IsEmpty()) << "not the accounts without a heading";
-  EXPECT_EQ(SupprimeRubrique(App(), Relit("Z1 ").position).numero, 3345u);
+  EXPECT_EQ(SupprimeFiche(App(), Relit("Z1 ")).numero, 3345u);
   FicheRubrique fiche = Relit("Z1 ");
   fiche.code = "Z2";
   ASSERT_EQ(Enregistre(fiche), "");
   EXPECT_EQ(LitTexte(LitCompte("706").Rubrique), "Z1 ") << "a new code leaves the accounts alone";
   Boite.Oublie();
   Boite.Reponses = {RepNon, RepOui};
-  EXPECT_EQ(SupprimeRubrique(App(), Relit("Z2 ").position).numero, 3346u);
+  EXPECT_EQ(SupprimeFiche(App(), Relit("Z2 ")).numero, 3346u);
   EXPECT_EQ(Boite.Questions.at(0).texte, "Suppression de la rubrique Z2 ?");
-  EXPECT_FALSE(SupprimeRubrique(App(), Relit("Z2 ").position));
+  EXPECT_FALSE(SupprimeFiche(App(), Relit("Z2 ")));
   EXPECT_EQ(+Lit("Z2 ").TypeRubrique, -1);
 }
 

@@ -27,7 +27,7 @@ class RubriquesDeTest : public CabinetMedical {
   /// Saves; number of the refusal and its field, "" when it is done.
   std::string Enregistre(FicheRubrique fiche) {
     Boite.Oublie();
-    m_refus = EnregistreRubrique(App(), fiche);
+    m_refus = EnregistreFiche(App(), fiche);
     return m_refus ? std::to_string(m_refus.numero) + ' ' + m_refus.champ : std::string();
   }
   Refus m_refus;  ///< of the last saving
@@ -42,8 +42,7 @@ class RubriquesDeTest : public CabinetMedical {
     CRubriques rubriques(App(), App().PathExercice);
     PoseTexte(rubriques.Rec->Rubrique, code);
     FicheRubrique fiche;
-    EXPECT_TRUE(rubriques.OpenFile() && rubriques.Find(0) &&
-                LitFicheRubrique(App(), rubriques.GetPos(), fiche))
+    EXPECT_TRUE(rubriques.OpenFile() && rubriques.Find(0) && !LitFiche(App(), rubriques.GetPos(), fiche))
         << code;
     return fiche;
   }

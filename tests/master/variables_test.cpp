@@ -1,4 +1,5 @@
 
+#include "master/variables.h"
 #include "master/rubriquesdetest.h"
 
 namespace fenlor::test {

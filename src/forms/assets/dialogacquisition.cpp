@@ -250,7 +250,7 @@ FicheImmobilisation CDialogAcquisition::Saisie() const {
 
 bool CDialogAcquisition::Enregistre() {
   FicheImmobilisation fiche = Saisie();
-  if (!Refuse(EnregistreImmobilisation(App(), fiche))) return false;
+  if (!Refuse(EnregistreFiche(App(), fiche))) return false;
   m_fiche = fiche;
   return true;
 }

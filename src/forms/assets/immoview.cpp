@@ -89,19 +89,19 @@ void CImmoView::Ajoute() {
 
 void CImmoView::Modifie() {
   FicheImmobilisation fiche;
-  if (Choisie() == 0 || !LitFicheImmobilisation(App(), Choisie(), fiche)) return Ajoute();
+  if (Choisie() == 0 || !App().Dit(LitFiche(App(), Choisie(), fiche))) return Ajoute();
   Saisit(fiche);
 }
 
 void CImmoView::Supprime() {
-  App().Dit(SupprimeImmobilisation(App(), Choisie()));
+  App().Dit(SupprimeFiche(App(), FicheA<FicheImmobilisation>(Choisie())));
   Contexte().Cadre.Actualise();
 }
 
 template <class Forme>
 void CImmoView::Finit(Refus (*controle)(const Immobilisation&)) {
   FicheImmobilisation fiche;
-  if (!LitFicheImmobilisation(App(), Choisie(), fiche) || !App().Dit(controle(fiche.rec))) return;
+  if (!App().Dit(LitFiche(App(), Choisie(), fiche)) || !App().Dit(controle(fiche.rec))) return;
   const auto ecrit = [&](const Immobilisation& immo) {
     FicheImmobilisation changee = fiche;
     changee.rec = immo;

@@ -174,18 +174,12 @@ FicheAuto CDialogAutoEcriture::Saisie() {
   return fiche;
 }
 
-bool CDialogAutoEcriture::Lit(Position position, FicheAuto& fiche) {
-  return App().Dit(LitFicheAuto(App(), position, fiche));
-}
-
 /// The next one is of the same kind and on the same account as the one before.
 FicheAuto CDialogAutoEcriture::Nouvelle() {
   FicheAuto fiche = NouvelleAuto(App());
   fiche.genre = Genre();
   return fiche;
 }
-
-Refus CDialogAutoEcriture::Sauve(FicheAuto& fiche) { return EnregistreAuto(App(), fiche); }
 
 void CDialogAutoEcriture::Pointe(const Refus& refus) {
   if (refus.champ == "compte"sv && m_compte.CodeInconnu()) return CZNDialog::Focalise(m_compte.Code());

@@ -22,9 +22,7 @@ class CDialogAutoEcriture : public FormulaireFiche<FicheAuto> {
   void Montre() override;
   QString Titre() const override;
   FicheAuto Saisie() override;
-  bool Lit(Position position, FicheAuto& fiche) override;
   FicheAuto Nouvelle() override;
-  Refus Sauve(FicheAuto& fiche) override;
   void Pointe(const Refus& refus) override;
 
  private:

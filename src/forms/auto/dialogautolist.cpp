@@ -121,7 +121,7 @@ void CDialogAutoList::Supprime() {
   for (std::size_t i = 0, parties = 0; i < lignes.size(); ++i) {
     const Position numero = static_cast<Position>(lignes[i]) + 1 - static_cast<Position>(parties);
     m_liste->Relit(static_cast<int>(numero) - 1);
-    if (!App().Dit(SupprimeAuto(App(), numero))) continue;
+    if (!App().Dit(SupprimeFiche(App(), FicheA<FicheAuto>(numero)))) continue;
     ++parties;
     Charge(numero);
   }

@@ -9,10 +9,9 @@
 namespace fenlor {
 
 ComptesView::ComptesView(ContexteUi& contexte, const TexteFixe& titre, u32 bit, ListeComptes liste,
-                         FormeCompte forme)
-    : FichesView(contexte, Texte(titre), bit),
+                         Fabrique forme)
+    : FichesView(contexte, titre, bit, std::move(forme)),
       m_liste(liste),
-      m_forme(forme),
       m_plan(contexte.App, contexte.App.PathExercice) {
   m_plan.OpenFile();
   Definit();
@@ -30,33 +29,26 @@ void ComptesView::FillList() {
 
 std::vector<Position> ComptesView::Positions() { return PositionsComptes(App(), m_liste); }
 
-Refus ComptesView::SupprimeFiche(Position position) { return SupprimeCompte(App(), m_forme, position); }
+Refus ComptesView::SupprimeA(Position position) {
+  auto fiche = FicheA<FicheCompte>(position);
+  fiche.forme = FormeDe(m_liste);
+  return SupprimeFiche(App(), fiche);
+}
 
 CPlanView::CPlanView(ContexteUi& contexte, i16 type)
-    : ComptesView(contexte, type == Recette ? TitreComptesRecettes : TitreComptesDepenses,
-                  type == Recette ? FenComptesRecettes : FenComptesDepenses,
-                  type == Recette ? ListeComptes::Recettes : ListeComptes::Depenses,
-                  FormeCompte::RecettesDepenses),
-      m_type(type) {}
-
-std::unique_ptr<DialogFiche> CPlanView::Forme(Position position) {
-  return std::make_unique<CDialogPlan>(Contexte(), this, m_type, position);
-}
+    : ComptesView(
+          contexte, type == Recette ? TitreComptesRecettes : TitreComptesDepenses,
+          type == Recette ? FenComptesRecettes : FenComptesDepenses,
+          type == Recette ? ListeComptes::Recettes : ListeComptes::Depenses,
+          [this, type](Position p) { return std::make_unique<CDialogPlan>(Contexte(), this, type, p); }) {}
 
 CPlanComptableView::CPlanComptableView(ContexteUi& contexte)
-    : ComptesView(contexte, TitrePlanComptable, FenPlanComptable, ListeComptes::PlanComptable,
-                  FormeCompte::PlanComptable) {}
-
-std::unique_ptr<DialogFiche> CPlanComptableView::Forme(Position position) {
-  return std::make_unique<CDialogPlanComptable>(Contexte(), this, position);
-}
+    : ComptesView(
+          contexte, TitrePlanComptable, FenPlanComptable, ListeComptes::PlanComptable,
+          [this](Position p) { return std::make_unique<CDialogPlanComptable>(Contexte(), this, p); }) {}
 
 CTresorerieView::CTresorerieView(ContexteUi& contexte)
     : ComptesView(contexte, TitreComptesTresorerie, FenTresorerie, ListeComptes::Tresorerie,
-                  FormeCompte::Tresorerie) {}
-
-std::unique_ptr<DialogFiche> CTresorerieView::Forme(Position position) {
-  return std::make_unique<CDialogTresorerie>(Contexte(), this, position);
-}
+                  [this](Position p) { return std::make_unique<CDialogTresorerie>(Contexte(), this, p); }) {}
 
 }  // namespace fenlor

@@ -9,15 +9,14 @@ namespace fenlor {
 class ComptesView : public FichesView {
   Q_OBJECT
  protected:
-  ComptesView(ContexteUi& contexte, const TexteFixe& titre, u32 bit, ListeComptes liste, FormeCompte forme);
+  ComptesView(ContexteUi& contexte, const TexteFixe& titre, u32 bit, ListeComptes liste, Fabrique forme);
   void FillList() override;
   std::vector<Position> Positions() override;
-  Refus SupprimeFiche(Position position) override;
+  Refus SupprimeA(Position position) override;
 
  private:
   void Definit();
   const ListeComptes m_liste;
-  const FormeCompte m_forme;
   bool m_deuxMonnaies;
   CPlan m_plan;
   FinDesLiens m_finLiens{*this};
@@ -30,11 +29,7 @@ class CPlanView : public ComptesView {
   /// `type` is `Recette` or `Depense`.
   CPlanView(ContexteUi& contexte, i16 type);
 
- protected:
-  std::unique_ptr<DialogFiche> Forme(Position position) override;
-
  private:
-  const i16 m_type;
   FinDesLiens m_finLiens{*this};
 };
 
@@ -43,9 +38,6 @@ class CPlanComptableView : public ComptesView {
   Q_OBJECT
  public:
   explicit CPlanComptableView(ContexteUi& contexte);
-
- protected:
-  std::unique_ptr<DialogFiche> Forme(Position position) override;
 
  private:
   FinDesLiens m_finLiens{*this};
@@ -56,9 +48,6 @@ class CTresorerieView : public ComptesView {
   Q_OBJECT
  public:
   explicit CTresorerieView(ContexteUi& contexte);
-
- protected:
-  std::unique_ptr<DialogFiche> Forme(Position position) override;
 
  private:
   FinDesLiens m_finLiens{*this};

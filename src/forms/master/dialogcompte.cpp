@@ -14,7 +14,7 @@ DialogCompte::DialogCompte(ContexteUi& contexte, const char* nom, FormeCompte fo
 void DialogCompte::CodeEtNumero(Formulaire& formulaire, const QString& code, const QString& numero) {
   formulaire.Champ(code, m_code, "code")
       .SurChangement([this] { MontreTitre(); })
-      .SurDepart([this] { QuitteCode(); })
+      .SurDepart(Controle(m_code, &Fiche::code, ControleCode))
       .Champ(numero, m_numero, "compte")
       .SurDepart([this] { QuitteNumero(); });
 }
@@ -37,19 +37,14 @@ FicheCompte DialogCompte::Nouvelle() {
 
 Refus DialogCompte::Sauve(FicheCompte& fiche) {
   m_type = fiche.type;
-  return EnregistreCompte(App(), m_forme, fiche);
-}
-
-void DialogCompte::QuitteCode() {
-  if (!m_code.isReadOnly() && m_code.Valeur() != EnMain().code)
-    Refuse(ControleCode(App(), m_forme, Saisie()));
+  return FormulaireFiche::Sauve(fiche);
 }
 
 void DialogCompte::QuitteNumero() {
   const std::string compte = QVAPI::GetLongCompte(m_numero.Valeur());
   if (m_numero.isReadOnly() || compte.empty()) return;
   m_numero.Pose(App().NumeroCourt(compte));
-  if (compte != QVAPI::GetLongCompte(EnMain().compte)) Refuse(ControleNumero(App(), m_forme, Saisie()));
+  if (compte != QVAPI::GetLongCompte(EnMain().compte)) Refuse(ControleNumero(App(), Saisie()));
 }
 
 }  // namespace fenlor

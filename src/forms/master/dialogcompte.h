@@ -23,14 +23,14 @@ class DialogCompte : public FormulaireFiche<FicheCompte> {
 
   void Montre() override;
   QString Titre() const override;
-  bool Lit(Position position, FicheCompte& fiche) override {
+  Refus Lit(Position position, FicheCompte& fiche) override {
+    fiche.forme = m_forme;
     return LitFiche(App(), position, fiche, m_compte);
   }
   FicheCompte Nouvelle() override;
   Refus Sauve(FicheCompte& fiche) override;
 
  private:
-  void QuitteCode();
   void QuitteNumero();
   const FormeCompte m_forme;
   i16 m_type;       ///< of the next account

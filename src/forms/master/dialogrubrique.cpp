@@ -26,7 +26,7 @@ CDialogRubrique::CDialogRubrique(ContexteUi& contexte, SuiteFiches* vue, Positio
   Champs()
       .Champ(u"&Code :"_s, m_code, "code")
       .SurChangement([this] { MontreTitre(); })
-      .SurDepart([this] { QuitteCode(); })
+      .SurDepart(Controle(m_code, &Fiche::code, ControleCodeRubrique))
       .Champ(u"Dési&gnation :"_s, m_designation, "designation")
       .Largeur(large)
       .Champ(u"L&igne :"_s, m_ligne, "ligne")
@@ -109,23 +109,9 @@ void CDialogRubrique::ChoisitCalcul(bool manuel) {
   CZNDialog::Focalise(manuel ? static_cast<QWidget&>(m_montant) : m_formule);
 }
 
-void CDialogRubrique::QuitteCode() {
-  if (!m_code.isReadOnly() && m_code.Valeur() != EnMain().code) Refuse(ControleCodeRubrique(App(), Saisie()));
-}
-
 FicheRubrique CDialogRubrique::Saisie() {
   LitCalcul();
   return FormulaireFiche::Saisie();
-}
-
-bool CDialogRubrique::Lit(Position position, FicheRubrique& fiche) {
-  return LitFicheRubrique(App(), position, fiche);
-}
-
-Refus CDialogRubrique::Sauve(FicheRubrique& fiche) {
-  Refus refus = EnregistreRubrique(App(), fiche);
-  if (!refus) App().Dit(AvisRubrique(App(), fiche));
-  return refus;
 }
 
 FicheRubrique CDialogRubrique::Nouvelle() {

@@ -20,9 +20,7 @@ class CDialogRubrique : public FormulaireFiche<FicheRubrique> {
   void Montre() override;
   QString Titre() const override;
   FicheRubrique Saisie() override;
-  bool Lit(Position position, FicheRubrique& fiche) override;
   FicheRubrique Nouvelle() override;
-  Refus Sauve(FicheRubrique& fiche) override;
 
  private:
   void MontreComptes();
@@ -32,7 +30,6 @@ class CDialogRubrique : public FormulaireFiche<FicheRubrique> {
   /// Takes what is typed into the heading in hand, so that it outlives a change of the radio buttons.
   void LitCalcul();
   void ChoisitCalcul(bool manuel);
-  void QuitteCode();
   EditeurTexte m_code, m_designation, m_ligne, m_formule;
   QRadioButton m_recette, m_depense, m_resultat, m_taxe, m_automatique, m_manuel;
   QButtonGroup m_types;

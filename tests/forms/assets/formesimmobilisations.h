@@ -24,13 +24,13 @@ class FormesImmobilisations : public FormesJournal {
     return fiche;
   }
   FicheImmobilisation Ajoute(FicheImmobilisation fiche) {
-    EXPECT_FALSE(EnregistreImmobilisation(App(), fiche));
+    EXPECT_FALSE(EnregistreFiche(App(), fiche));
     return fiche;
   }
   /// As it stands in the file.
   FicheImmobilisation Relue(u32 numero) {
     FicheImmobilisation fiche;
-    EXPECT_TRUE(LitFicheImmobilisation(App(), PositionImmobilisation(App(), numero), fiche));
+    EXPECT_FALSE(LitFiche(App(), PositionImmobilisation(App(), numero), fiche));
     return fiche;
   }
   std::size_t Nombre() {

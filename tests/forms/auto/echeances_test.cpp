@@ -19,7 +19,7 @@ class FormeEcheances : public test::FormesJournal {
     fiche.tresorerie = "512";
     fiche.annoncer = true;
     fiche.montants = ChaineMontants(App(), LitCompte(compte), montant);
-    ASSERT_FALSE(EnregistreAuto(App(), fiche));
+    ASSERT_FALSE(EnregistreFiche(App(), fiche));
   }
 };
 

@@ -38,10 +38,10 @@ class FormesAuto : public test::FormesJournal {
     fiche.montants = ChaineMontants(App(), LitCompte(compte), ttc);
     return fiche;
   }
-  void Ajoute(FicheAuto fiche) { ASSERT_FALSE(EnregistreAuto(App(), fiche)); }
+  void Ajoute(FicheAuto fiche) { ASSERT_FALSE(EnregistreFiche(App(), fiche)); }
   FicheAuto Lu(Position numero) {
     FicheAuto fiche;
-    EXPECT_FALSE(LitFicheAuto(App(), numero, fiche));
+    EXPECT_FALSE(LitFiche(App(), numero, fiche));
     return fiche;
   }
   std::unique_ptr<CDialogAutoEcriture> Forme(Position numero = 0) {

@@ -28,7 +28,7 @@ class RubriquesForms : public UiDeTest {
       fiche.formule = fiche.code == "04" ? "01-07" : "";
       fiche.manuel = fiche.code == "07";
       fiche.montant = 1000;
-      ASSERT_FALSE(EnregistreRubrique(App(), fiche));
+      ASSERT_FALSE(EnregistreFiche(App(), fiche));
     }
     ChargePreferences(Dessin, App(), QApplication::palette());
     m_vue = std::make_unique<CRubriqueView>(Ui);
@@ -53,7 +53,7 @@ class RubriquesForms : public UiDeTest {
   }
   FicheRubrique Relit(int ligne) {
     FicheRubrique fiche;
-    EXPECT_TRUE(LitFicheRubrique(App(), static_cast<Position>(Modele().DonneeDe(ligne)), fiche));
+    EXPECT_FALSE(LitFiche(App(), static_cast<Position>(Modele().DonneeDe(ligne)), fiche));
     return fiche;
   }
   static QLineEdit& Champ(QDialog& forme, const char* nom) { return Trouve<QLineEdit>(forme, nom); }
@@ -149,7 +149,7 @@ TEST_F(RubriquesForms, SuppressionEtComptesAssocies) {
   compte.compte = "7099";
   compte.designation = "Forfaits | soins";
   compte.rubrique = "07";
-  ASSERT_FALSE(EnregistreCompte(App(), FormeCompte::RecettesDepenses, compte));
+  ASSERT_FALSE(EnregistreFiche(App(), compte));
   Ouvre(Modifier, 2, [&](QDialog& f) {
     EXPECT_EQ(Trouve<CZNListCtrl>(f, "comptes").Modele().Champ(0, 1), u"Forfaits | soins"_s);
     Ferme(f);
