@@ -62,6 +62,10 @@ FormatReleve DevineFormat(std::string_view octets) {
     return FormatReleve::Camt;
   if (CommenceComme(texte, "!Type:") || CommenceComme(texte, "!Account") || CommenceComme(texte, "!Option:"))
     return FormatReleve::Qif;
+  // Without the line that says so: a day, and the end of an operation on a line of its own.
+  const bool jour = texte.size() > 1 && texte[0] == 'D' && texte[1] >= '0' && texte[1] <= '9';
+  if (jour && (texte.find("\n^") != std::string::npos || texte.find("\r^") != std::string::npos))
+    return FormatReleve::Qif;
   if (CommeCfonb(texte)) return FormatReleve::Cfonb;
   return FormatReleve::Csv;
 }

@@ -26,14 +26,16 @@ constexpr unsigned ProfondeurReleveMax = 64;
 
 /// Texts are Windows-1252; a character that has no place there is "?".
 struct OperationBanque {
-  u32 rang = 0;         ///< line of the file, or element of its kind, from 1
-  std::string id;       ///< the bank's own; empty: none
-  Date date = 0;        ///< a day of the calendar
-  Date dateValeur = 0;  ///< 0: none
-  i64 centimes = 0;     ///< above 0
-  i16 sens = 0;         ///< in the bank's own sense: 0 débit, 1 crédit
-  std::string libelle;  ///< single blanks, at most 80 characters
-  std::string monnaie;  ///< three letters; empty: the file does not say
+  u32 rang = 0;               ///< line of the file, or element of its kind, from 1
+  std::string id;             ///< the bank's own; empty: none
+  Date date = 0;              ///< a day of the calendar
+  Date dateValeur = 0;        ///< 0: none
+  i64 centimes = 0;           ///< above 0
+  i16 sens = 0;               ///< in the bank's own sense: 0 débit, 1 crédit
+  std::string libelle;        ///< single blanks, at most 80 characters
+  std::string ancienLibelle;  ///< what earlier versions made of it, which it may be known by; mostly empty
+  std::string monnaie;        ///< three letters; empty: the file does not say
+  u32 releve = 0;             ///< statement of the file that it stands in, where the format has several
 };
 
 struct PlainteReleve {

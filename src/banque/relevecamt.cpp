@@ -1,10 +1,12 @@
 // CAMT.053: a statement in XML. Prefixes of its names are not looked at.
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <cassert>
 
 #include "banque/relevetexte.h"
 #include "banque/textes.h"
+#include "core/valeurs.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -33,9 +35,14 @@ Noeud Chemin(Noeud noeud, std::initializer_list<std::string_view> noms) {
 
 std::string TexteDe(Noeud noeud) { return LibelleNet(EnWindows1252(noeud.text().get())); }
 
+/// A day may be followed by a time zone, "2003-11-03+01:00", or "Z".
 Date JourDe(Noeud noeud) {
   const Noeud jour = Enfant(noeud, "Dt");
-  return LitJour(TexteDe(jour ? jour : Enfant(noeud, "DtTm")), OrdreDate::AnneeMoisJour);
+  return LitJour(TexteDe(jour ? jour : Enfant(noeud, "DtTm")).substr(0, 10), OrdreDate::AnneeMoisJour);
+}
+
+std::string MonnaieDe(Noeud noeud) {
+  return LibelleNet(EnWindows1252(Enfant(noeud, "Amt").attribute("Ccy").value()));
 }
 
 /// Depth is told before anything walks down.
@@ -49,10 +56,12 @@ class LecteurCamt {
 
   /// `coupee`: an element that the file's end or a fault cut, or none.
   void Releve_(Noeud noeud, Noeud coupee) {
+    ++m_releve;
     const Noeud compte = Enfant(noeud, "Acct");
     std::string numero = TexteDe(Chemin(compte, {"Id", "IBAN"}));
     if (numero.empty()) numero = TexteDe(Chemin(compte, {"Id", "Othr", "Id"}));
-    const std::string monnaie = TexteDe(Enfant(compte, "Ccy"));
+    std::string monnaie = TexteDe(Enfant(compte, "Ccy"));
+    if (monnaie.empty()) monnaie = MonnaieDe(Enfant(noeud, "Bal"));
     for (const Noeud enfant : noeud.children()) {
       const std::string_view nom = NomLocal(enfant.name());
       if (nom == "Ntry" && enfant != coupee) Ecriture(enfant, numero, monnaie);
@@ -84,6 +93,7 @@ class LecteurCamt {
     assert(noeud);
     OperationBanque operation;
     operation.rang = ++m_rang;
+    operation.releve = m_releve;
     if (!m_lecture.Place(m_rang)) return;
     std::string etat = TexteDe(Enfant(noeud, "Sts"));
     if (etat.empty()) etat = TexteDe(Chemin(noeud, {"Sts", "Cd"}));
@@ -95,42 +105,69 @@ class LecteurCamt {
     const auto centimes = Montant(noeud, m_rang, PlainteMontant);
     assert(operation.date != 0);
     if (!centimes) return;
-    operation.monnaie = LibelleNet(EnWindows1252(Enfant(noeud, "Amt").attribute("Ccy").value()));
-    const Noeud detail = Chemin(noeud, {"NtryDtls", "TxDtls"});
+    operation.monnaie = MonnaieDe(noeud);
     operation.id = TexteDe(Enfant(noeud, "AcctSvcrRef"));
-    if (operation.id.empty()) operation.id = TexteDe(Chemin(detail, {"Refs", "AcctSvcrRef"}));
+    if (operation.id.empty())
+      operation.id = TexteDe(Chemin(noeud, {"NtryDtls", "TxDtls", "Refs", "AcctSvcrRef"}));
     operation.libelle = TexteDe(Enfant(noeud, "AddtlNtryInf"));
-    if (operation.libelle.empty()) operation.libelle = Libelle(detail, *centimes > 0);
+    if (operation.libelle.empty()) Nomme(noeud, *centimes > 0, operation);
     Releve& releve = m_lecture.Compte(numero, monnaie);
     AjouteOperation(m_lecture, releve, std::move(operation), *centimes);
   }
 
-  static std::string Libelle(Noeud detail, bool credit) {
-    const Noeud parties = Enfant(detail, "RltdPties"), autre = Enfant(parties, credit ? "Dbtr" : "Cdtr");
-    const std::string nom = TexteDe(Enfant(autre, "Nm")), groupe = TexteDe(Chemin(autre, {"Pty", "Nm"}));
-    std::string objet = TexteDe(Chemin(detail, {"RmtInf", "Ustrd"}));
+  /// Who it is with. Money that comes back comes from whom it went to.
+  static std::string Tiers(Noeud detail, bool debiteur) {
+    const Noeud autre = Chemin(detail, {"RltdPties", debiteur ? "Dbtr" : "Cdtr"});
+    const std::string nom = TexteDe(Enfant(autre, "Nm"));
+    return nom.empty() ? TexteDe(Chemin(autre, {"Pty", "Nm"})) : nom;
+  }
+
+  static std::string Objet(Noeud detail) {
+    std::string objet;
+    for (const Noeud enfant : Enfant(detail, "RmtInf").children())
+      if (NomLocal(enfant.name()) == "Ustrd") objet = LibelleNet(objet + ' ' + TexteDe(enfant));
     if (objet.empty()) objet = TexteDe(Enfant(detail, "AddtlTxInf"));
-    return LibelleDe({nom.empty() ? groupe : nom, objet});
+    return objet.empty() ? TexteDe(Chemin(detail, {"RmtInf", "Strd", "CdtrRefInf", "Ref"})) : objet;
+  }
+
+  /// By its transactions: the only one's party and subject, else how many there are and with whom.
+  static void Nomme(Noeud noeud, bool credit, OperationBanque& operation) {
+    const std::string retour = TexteDe(Enfant(noeud, "RvslInd"));
+    const bool debiteur = credit != (retour == "true" || retour == "1");
+    std::vector<Noeud> details;
+    unsigned annoncees = 0;
+    for (const Noeud groupe : noeud.children()) {
+      if (NomLocal(groupe.name()) != "NtryDtls") continue;
+      annoncees += static_cast<unsigned>(
+          std::clamp(TexteVersEntier(TexteDe(Chemin(groupe, {"Btch", "NbOfTxs"}))), 0, 999999));
+      for (const Noeud detail : groupe.children())
+        if (NomLocal(detail.name()) == "TxDtls") details.push_back(detail);
+    }
+    const unsigned nombre = std::max(annoncees, static_cast<unsigned>(details.size()));
+    const Noeud premier = details.empty() ? Noeud() : details.front();
+    const std::string seul = LibelleDe({Tiers(premier, debiteur), Objet(premier)});
+    operation.libelle = seul;
+    operation.ancienLibelle = LibelleDe({Tiers(premier, credit), Objet(premier)});
+    if (nombre <= 1) return;
+    std::string noms;
+    for (const Noeud detail : details) {
+      const std::string nom = Tiers(detail, debiteur), dit = nom.empty() ? Objet(detail) : nom;
+      if (!dit.empty() && noms.size() < 80 && noms.find(dit) == std::string::npos)
+        noms += (noms.empty() ? " : " : ", ") + dit;
+    }
+    operation.libelle = TexteFormat(LibelleLot, {std::to_string(nombre)}) + noms;
   }
 
   LectureReleve& m_lecture;
-  u32 m_rang = 0;
+  u32 m_rang = 0, m_releve = 0;
 };
-
-/// Characters as the declaration names them: the library knows no Windows-1252.
-JeuTexte JeuDeclare(std::string_view octets) {
-  const JeuTexte jeu = DevineJeu(octets);
-  if (jeu == JeuTexte::Utf16) return jeu;
-  const std::string_view tete = octets.substr(0, std::min<std::size_t>(octets.find("?>"), 256));
-  const std::string hautes = EnMajuscules(tete);
-  const bool latin = hautes.find("1252") != std::string::npos || hautes.find("8859") != std::string::npos;
-  return latin ? JeuTexte::Windows1252 : jeu;
-}
 
 }  // namespace
 
 void LitCamt(std::string_view octets, LectureReleve& lecture) {
-  const std::string texte = EnUtf8(octets, JeuDeclare(octets));
+  // By the bytes, whatever the declaration names: banks' programs write another one than they declare.
+  std::string texte = EnUtf8(octets, DevineJeu(octets));
+  std::replace(texte.begin(), texte.end(), '\0', ' ');  // the end of all for the library
   pugi::xml_document document;
   const auto resultat =
       document.load_buffer(texte.data(), texte.size(), pugi::parse_default, pugi::encoding_utf8);
@@ -139,7 +176,10 @@ void LitCamt(std::string_view octets, LectureReleve& lecture) {
   Profondeur profondeur;
   if (!document.traverse(profondeur)) return lecture.Plainte(0, PlainteProfondeur);
   LecteurCamt lecteur(lecture);
-  const Noeud message = Chemin(document, {"Document", "BkToCstmrStmt"});
+  const Noeud corps = Enfant(document, "Document"), message = Enfant(corps, "BkToCstmrStmt");
+  // Accounts of a day that is not over, and notices: their entries come again in a statement.
+  if (const Noeud autre = corps.first_child(); resultat && autre && !message)
+    return lecture.Plainte(0, PlainteInconnu, {LibelleNet(EnWindows1252(autre.name()))});
   const Noeud coupee = resultat ? Noeud() : message.last_child().last_child();
   for (const Noeud enfant : message.children())
     if (NomLocal(enfant.name()) == "Stmt") lecteur.Releve_(enfant, coupee);

@@ -30,7 +30,7 @@ bool Decoupe(std::string_view texte, char separateur, std::size_t& place, LigneC
       } else if (c == '"') {
         dedans = false;
       } else {
-        lignes += c == '\n';
+        lignes += c == '\n' || (c == '\r' && !texte.substr(place + 1).starts_with('\n'));
         cellule.push_back(c == '\n' || c == '\r' ? ' ' : c);
       }
     } else if (c == '"' && debut) {
@@ -106,10 +106,14 @@ bool LitTitres(const LigneCsv& ligne, FormeCsv& forme) {
   for (std::size_t i = 0; i < ligne.cellules.size() && i < 100; ++i) {
     const std::string titre = LibelleNu(ligne.cellules[i]);
     if (titre.empty() || titre.size() > 40) continue;
+    const bool cote = titre == "DC" ||
+                      (titre.find("DEBIT") != std::string::npos && titre.find("CREDIT") != std::string::npos);
     for (const auto& [mot, colonne] : Mots) {
       const bool date = colonne == C::Date || colonne == C::Valeur;
-      if (date ? !titre.starts_with(mot) : titre.find(mot) == std::string::npos) continue;
-      C pour = colonne;
+      const bool dit = !date ? titre.find(mot) != std::string::npos
+                             : titre.starts_with(mot) || (colonne == C::Date && titre.ends_with(mot));
+      if (!dit && !cote) continue;
+      C pour = cote ? C::Sens : colonne;
       if (forme[pour] >= 0 && pour == C::Libelle) pour = C::Detail;
       if (forme[pour] < 0) forme[pour] = static_cast<int>(i);
       break;
@@ -126,13 +130,58 @@ void Departage(FormeCsv& forme) {
     forme[C::Debit] = forme[C::Credit] = -1;
 }
 
+/// 'D' or 'C' for a cell that says on which side an amount is; 0 for any other.
+char CoteDe(const std::string& cellule) {
+  if (cellule == "-" || cellule == "+") return cellule == "-" ? 'D' : 'C';
+  const std::string nu = LibelleNu(cellule);
+  for (const std::string_view mot : {"D", "DB", "DBIT", "DEBIT"})
+    if (nu == mot) return 'D';
+  for (const std::string_view mot : {"C", "CR", "CRDT", "CREDIT"})
+    if (nu == mot) return 'C';
+  return 0;
+}
+
+/// Amounts without a sign have their side in a column of its own, whatever its title is.
+void DevineSens(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
+  if (forme[C::Montant] < 0 || forme[C::Sens] >= 0) return;
+  std::vector<bool> cotes(100, true);
+  bool ligneLue = false;
+  for (const LigneCsv& ligne : lignes) {
+    const auto montant = LitCentimes(Nu(ligne, forme[C::Montant]), forme.decimale);
+    if (ligne.rang <= forme.entete || !montant || !LitJour(Nu(ligne, forme[C::Date]), forme.ordre)) continue;
+    if (*montant < 0) return;
+    ligneLue = true;
+    for (std::size_t i = 0; i < cotes.size(); ++i)
+      cotes[i] = cotes[i] && CoteDe(Nu(ligne, static_cast<int>(i))) != 0;
+  }
+  const auto sens = std::find(cotes.begin(), cotes.end(), true);
+  if (ligneLue && sens != cotes.end()) forme[C::Sens] = static_cast<int>(sens - cotes.begin());
+}
+
 bool EstJour(const std::string& texte) {
   return LitJour(texte, OrdreDate::JourMoisAnnee) || LitJour(texte, OrdreDate::AnneeMoisJour) ||
          LitJour(texte, OrdreDate::MoisJourAnnee);
 }
 
-/// Without titles: the first date, the last amount or the last two of them, the longest text.
-bool DevineColonnes(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
+bool EstMontant(const std::string& texte) { return LitCentimes(texte, ',') || LitCentimes(texte, '.'); }
+
+/// Whether no row has an amount in both columns: they are the two sides of one.
+bool SeRelaient(const std::vector<LigneCsv>& lignes, int a, int b) {
+  return std::none_of(lignes.begin(), lignes.end(), [&](const LigneCsv& ligne) {
+    const auto rempli = [&](int colonne) {
+      const std::string texte = Nu(ligne, colonne);
+      return EstMontant(texte) && texte.find_first_of("123456789") != std::string::npos;
+    };
+    return rempli(a) && rempli(b);
+  });
+}
+
+/// By the rows that bear a date: the first date, the first amount or the two sides of it, the longest text.
+bool DevineColonnes(std::vector<LigneCsv> lignes, FormeCsv& forme) {
+  std::erase_if(lignes, [](const LigneCsv& ligne) {
+    return std::none_of(ligne.cellules.begin(), ligne.cellules.end(),
+                        [](const std::string& cellule) { return EstJour(LibelleNet(cellule)); });
+  });
   std::size_t colonnes = 0;
   for (const LigneCsv& ligne : lignes)
     colonnes = std::max(colonnes, std::min<std::size_t>(ligne.cellules.size(), 100));
@@ -143,8 +192,8 @@ bool DevineColonnes(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
       const bool jour = EstJour(texte);
       jours[i] += jour;
       const bool centimes = texte.find_first_of(".,") != std::string::npos || texte.starts_with("-");
-      montants[i] += !jour && centimes && LitCentimes(texte);
-      if (!jour && !LitCentimes(texte)) lettres[i] += texte.size();
+      montants[i] += !jour && centimes && EstMontant(texte);
+      if (!jour && !EstMontant(texte)) lettres[i] += texte.size();
     }
   }
   forme.colonnes.fill(-1);
@@ -162,14 +211,12 @@ bool DevineColonnes(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
   if (longue != lettres.end() && *longue > 0) forme[C::Libelle] = static_cast<int>(longue - lettres.begin());
   if (sommes.size() == 1) forme[C::Montant] = sommes[0];
   if (sommes.size() > 1) {
-    const auto a = static_cast<std::size_t>(sommes[0]);
-    assert(a < montants.size() && sommes[0] < sommes[1]);
-    const bool pleine = montants[a] * 10 > lignes.size() * 9;  // the other one is a balance
-    if (pleine) {
-      forme[C::Montant] = sommes[0];
-    } else {
+    assert(sommes[0] < sommes[1]);
+    if (SeRelaient(lignes, sommes[0], sommes[1])) {
       forme[C::Debit] = sommes[0];
       forme[C::Credit] = sommes[1];
+    } else {
+      forme[C::Montant] = sommes[0];  // the other one is a balance
     }
   }
   return forme.Complete();
@@ -186,34 +233,32 @@ void PrendLibelle(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
     forme[C::Libelle] = devinee[C::Libelle];
 }
 
-/// Order of dates and decimal sign that read most of the rows; the French ones before others.
+/// Order of dates and decimal sign that read most of the rows; the French ones before others. And where the
+/// side of an amount is.
 void DevineEcritures(const std::vector<LigneCsv>& lignes, FormeCsv& forme) {
-  constexpr auto anneeDevant = static_cast<std::size_t>(OrdreDate::AnneeMoisJour);
-  std::size_t lus[3] = {}, virgules = 0, points = 0, debits = 0, negatifs = 0;
+  std::size_t virgules = 0, points = 0, debits = 0, negatifs = 0;
+  std::vector<std::string> jours;
   const int colonnes[] = {forme[C::Montant], forme[C::Debit], forme[C::Credit]};
   for (const LigneCsv& ligne : lignes) {
     if (ligne.rang <= forme.entete) continue;
-    const std::string date = Nu(ligne, forme[C::Date]);
-    for (std::size_t o = 0; o < 3; ++o) {
-      // No bank puts a year of two digits in front: "31/02/03" is a wrong day.
-      if (o != anneeDevant || std::min(date.find_first_not_of("0123456789"), date.size()) >= 4)
-        lus[o] += LitJour(date, static_cast<OrdreDate>(o)) != 0;
-    }
+    jours.push_back(Nu(ligne, forme[C::Date]));
     for (const int colonne : colonnes) {
       const std::string texte = Nu(ligne, colonne);
       virgules += !texte.empty() && LitCentimes(texte, ',') && texte.find(',') != std::string::npos;
       points += !texte.empty() && LitCentimes(texte, '.') && texte.find('.') != std::string::npos;
     }
-    const auto debit = LitCentimes(Nu(ligne, forme[C::Debit]));
+  }
+  forme.ordre = OrdreDes(jours);
+  forme.decimale = points > virgules ? '.' : ',';
+  assert(forme.ordre <= OrdreDate::MoisJourAnnee);
+  for (const LigneCsv& ligne : lignes) {
+    if (ligne.rang <= forme.entete) continue;
+    const auto debit = LitCentimes(Nu(ligne, forme[C::Debit]), forme.decimale);
     debits += debit && *debit != 0;
     negatifs += debit && *debit < 0;
   }
-  // A wrong date or two make no American file.
-  if (lus[2] * 3 <= lus[0] * 4) lus[2] = 0;
-  forme.ordre = static_cast<OrdreDate>(std::max_element(lus, lus + 3) - lus);
-  forme.decimale = points > virgules ? '.' : ',';
-  assert(forme.ordre <= OrdreDate::MoisJourAnnee);
   forme.inverse = negatifs * 2 > debits;
+  DevineSens(lignes, forme);
 }
 
 std::vector<LigneCsv> Lignes(std::string_view texte, char separateur, std::size_t nombre) {
@@ -234,7 +279,9 @@ char DevineSeparateur(std::string_view texte) {
     for (const LigneCsv& ligne : Lignes(texte, separateur, 100))
       ++nombres[std::min<std::size_t>(ligne.cellules.size(), 100)];
     std::size_t lignes = 0;
-    for (std::size_t n = 3; n <= 100; ++n) lignes = std::max(lignes, nombres[n]);
+    // Two cells are the least: any row with a comma has as many.
+    for (std::size_t n = 3; n <= 100; ++n) lignes = std::max(lignes, 100 * nombres[n]);
+    lignes = std::max(lignes, nombres[2]);
     if (lignes > note) {
       note = lignes;
       meilleur = separateur;
@@ -288,6 +335,10 @@ class LecteurCsv {
       if (!Solde(ligne)) m_lecture.Plainte(ligne.rang, PlainteDate, {date});
       return;
     }
+    if (EstSolde(LibelleNu(Nu(ligne, m_forme[C::Libelle])))) {
+      if (!Solde(ligne)) m_lecture.Plainte(ligne.rang, PlainteSoldeInitial);
+      return;
+    }
     operation.dateValeur = LitJour(Nu(ligne, m_forme[C::Valeur]), m_forme.ordre);
     const auto centimes = Montant(ligne);
     assert(operation.date != 0);
@@ -313,13 +364,15 @@ class LecteurCsv {
       return texte.empty() ? std::optional<i64>(0) : LitCentimes(texte, m_forme.decimale);
     };
     if (m_forme[C::Montant] >= 0) {
-      const std::string texte = Nu(ligne, m_forme[C::Montant]), sens = LibelleNu(Nu(ligne, m_forme[C::Sens]));
+      const std::string texte = Nu(ligne, m_forme[C::Montant]), cote = Nu(ligne, m_forme[C::Sens]);
       const auto montant = lit(texte);
       if (!montant || texte.empty()) return refuse(texte);
       if (m_forme[C::Sens] < 0) return m_forme.inverse ? -*montant : *montant;
-      if (sens.empty() || (sens[0] != 'C' && sens[0] != 'D')) return refuse(texte + ' ' + sens);
-      const i64 valeur = *montant < 0 && sens[0] == 'D' ? -*montant : *montant;
-      return sens[0] == 'D' ? -valeur : valeur;
+      const std::string nu = LibelleNu(cote);
+      const char sens = CoteDe(cote) ? CoteDe(cote) : nu.empty() ? '\0' : nu[0];
+      if (sens != 'C' && sens != 'D') return refuse(texte + ' ' + cote);
+      const i64 valeur = *montant < 0 && sens == 'D' ? -*montant : *montant;
+      return sens == 'D' ? -valeur : valeur;
     }
     const std::string moins = Nu(ligne, m_forme[C::Debit]), plus = Nu(ligne, m_forme[C::Credit]);
     const auto debit = lit(moins), credit = lit(plus);
@@ -328,17 +381,36 @@ class LecteurCsv {
     return m_forme.inverse ? *debit : -*debit;
   }
 
-  /// "Solde au 31/03/2003 ; 1 234,56" above or below the operations: the latest one counts.
+  /// Whether a label is that of a balance among the operations; "SOLDE FACTURE 12" is none.
+  static bool EstSolde(const std::string& nu) {
+    if (DAvant(nu)) return true;
+    for (const std::string_view mot :
+         {"SOLDE", "NOUVEAUSOLDE", "SOLDEFINAL", "SOLDECREDITEUR", "SOLDEDEBITEUR"})
+      if (nu == mot || (nu.starts_with(mot) && nu.substr(mot.size()).starts_with("AU") &&
+                        nu.find_first_of("0123456789") == mot.size() + 2))
+        return true;
+    return false;
+  }
+  /// That before the operations is not the one that the statement ends with.
+  static bool DAvant(const std::string& nu) {
+    for (const std::string_view mot : {"SOLDEPRECEDENT", "SOLDEINITIAL", "ANCIENSOLDE", "OPENINGBALANCE"})
+      if (nu.starts_with(mot)) return true;
+    return false;
+  }
+
+  /// "Solde au 31/03/2003 ; 1 234,56" above, among or below the operations: the latest one counts.
   bool Solde(const LigneCsv& ligne) {
-    bool solde = false;
+    bool solde = false, debiteur = false;
     Date date = 0;
     std::string monnaie;
     std::optional<i64> montant;
-    for (const std::string& brute : ligne.cellules) {
-      const std::string cellule = LibelleNet(brute);
+    for (std::size_t colonne = 0; colonne < ligne.cellules.size(); ++colonne) {
+      const std::string cellule = LibelleNet(ligne.cellules[colonne]), nu = LibelleNu(cellule);
       if (cellule.empty()) continue;
-      if (LibelleNu(cellule).starts_with("SOLDE")) {
+      if (DAvant(nu)) return false;
+      if (nu.starts_with("SOLDE") || nu.starts_with("NOUVEAUSOLDE")) {
         solde = true;
+        debiteur = debiteur || nu.find("DEBITEUR") != std::string::npos;
         monnaie = MonnaieDite(cellule);
         for (std::size_t i = 0; i + 1 < 10 && date == 0; ++i)
           if (const std::string mot = ChampTexte(static_cast<unsigned>(i), cellule, ' '); !mot.empty())
@@ -347,9 +419,11 @@ class LecteurCsv {
         date = jour;
       } else if (const auto centimes = LitCentimes(cellule, m_forme.decimale)) {
         montant = centimes;
+        debiteur = debiteur || static_cast<int>(colonne) == m_forme[C::Debit];
       }
     }
     if (!solde || !montant) return false;
+    if (debiteur && *montant > 0) montant = -*montant;
     Releve& releve = Sien();
     if (date == 0) date = m_dateAvant;
     // Two currencies side by side: the one of the amounts, else the first.

@@ -20,6 +20,11 @@ namespace fenlor {
 namespace {
 
 constexpr std::size_t TexteMax = 255;
+
+/// A day as the bank wrote it: "20031103120000[+1:CET]", some put "2003-11-03".
+Date JourDe(std::string_view texte) {
+  return LitJour(texte.substr(0, texte.find('-') == 4 ? 10 : 8), OrdreDate::AnneeMoisJour);
+}
 constexpr std::string_view Agregats[] = {
     "OFX",          "SIGNONMSGSRSV1",    "SONRS",    "STATUS",       "FI",
     "BANKMSGSRSV1", "STMTTRNRS",         "STMTRS",   "BANKACCTFROM", "BANKTRANLIST",
@@ -75,7 +80,8 @@ struct SoldeBrut {
 /// Reads the tags and writes the file for the library.
 class Redacteur {
  public:
-  Redacteur(std::string_view texte, LectureReleve& lecture) : m_texte(texte), m_lecture(lecture) {}
+  Redacteur(std::string_view texte, LectureReleve& lecture)
+      : m_texte(texte), m_lecture(lecture), m_decimale(DecimaleDesMontants()) {}
 
   /// False, with a complaint: nothing can be made of it.
   bool Redige() {
@@ -106,6 +112,25 @@ class Redacteur {
   std::vector<SoldeBrut> soldes;  ///< one for each statement, in the file's order
 
  private:
+  char DecimaleDesMontants() const {
+    constexpr std::string_view Balise = "TRNAMT>";
+    std::vector<std::string> montants;
+    for (std::size_t place = 0; (place = m_texte.find('<', place)) != std::string_view::npos; ++place) {
+      if (EnMajuscules(m_texte.substr(place + 1, Balise.size())) != Balise) continue;
+      const std::size_t debut = place + 1 + Balise.size();
+      montants.push_back(
+          LibelleNet(m_texte.substr(debut, std::min(m_texte.find('<', debut), debut + 40) - debut)));
+    }
+    return DecimaleDes(montants);
+  }
+
+  /// There are no groups in the format: where the file shows no sign, the last one of the amount it is.
+  static std::optional<i64> Centimes(const std::string& montant, char decimale) {
+    const std::size_t dernier = montant.find_last_of(".,");
+    const char sien = dernier == std::string::npos ? '.' : montant[dernier];
+    return LitCentimes(montant, decimale ? decimale : sien);
+  }
+
   /// Past comments.
   std::size_t Saute(std::size_t place) {
     while (place != std::string_view::npos && m_texte.substr(place, 4) == "<!--") {
@@ -115,11 +140,11 @@ class Redacteur {
     return place;
   }
 
-  /// Line of the file, counted on from the last one asked about.
+  /// Line of the file, counted on from the last one asked about. Some files have no end of line but CR.
   u32 LigneDe(std::size_t place) {
     assert(place >= m_compte && place <= m_texte.size());
     m_ligne += static_cast<u32>(std::count(m_texte.begin() + static_cast<std::ptrdiff_t>(m_compte),
-                                           m_texte.begin() + static_cast<std::ptrdiff_t>(place), '\n'));
+                                           m_texte.begin() + static_cast<std::ptrdiff_t>(place), m_fin));
     m_compte = place;
     return m_ligne;
   }
@@ -129,7 +154,11 @@ class Redacteur {
       Fermante(nom.substr(1));
       return true;
     }
-    if (Parmi(Agregats, nom)) {
+    if (nom == "CURRENCY" && m_dans) {
+      m_autreMonnaie = true;
+    } else if (nom == "CURSYM" && m_autreMonnaie) {
+      m_champs.emplace(nom, LibelleLong(valeur));
+    } else if (Parmi(Agregats, nom)) {
       if (m_pile.size() >= ProfondeurReleveMax) {
         m_lecture.Plainte(0, PlainteProfondeur);
         return false;
@@ -173,8 +202,8 @@ class Redacteur {
       return;
     }
     if (!m_pile.empty() && m_pile.back() == "LEDGERBAL" && !soldes.empty()) {
-      if (nom == "BALAMT") soldes.back().centimes = LitCentimes(EnWindows1252(valeur));
-      if (nom == "DTASOF") soldes.back().date = LitJour(valeur.substr(0, 8), OrdreDate::AnneeMoisJour);
+      if (nom == "BALAMT") soldes.back().centimes = Centimes(EnWindows1252(valeur), 0);
+      if (nom == "DTASOF") soldes.back().date = JourDe(valeur);
       return;
     }
     // Dates outside operations are of no use, and the library trusts them.
@@ -182,6 +211,7 @@ class Redacteur {
   }
 
   void Fermante(const std::string& nom) {
+    if (nom == "CURRENCY") m_autreMonnaie = false;
     if (std::find(m_pile.begin(), m_pile.end(), nom) == m_pile.end()) return;
     while (m_pile.back() != nom) Ferme();
     assert(!m_pile.empty());
@@ -199,6 +229,7 @@ class Redacteur {
   void Commence(u32 rang) {
     if (m_dans) m_lecture.Plainte(m_rang, PlainteInachevee);
     m_dans = true;
+    m_autreMonnaie = false;
     m_rang = rang;
     m_champs.clear();
   }
@@ -213,16 +244,17 @@ class Redacteur {
     m_dans = false;
     Brut brut;
     brut.rang = brut.operation.rang = m_rang;
+    brut.operation.releve = static_cast<u32>(soldes.size());
     const std::string date = Champ("DTPOSTED"), montant = EnWindows1252(Champ("TRNAMT"));
-    brut.operation.date = LitJour(date.substr(0, 8), OrdreDate::AnneeMoisJour);
+    brut.operation.date = JourDe(date);
     if (brut.operation.date == 0) return m_lecture.Plainte(m_rang, PlainteDate, {LibelleNet(date)});
-    brut.operation.dateValeur = LitJour(Champ("DTAVAIL").substr(0, 8), OrdreDate::AnneeMoisJour);
-    const auto centimes = LitCentimes(montant);
+    brut.operation.dateValeur = JourDe(Champ("DTAVAIL"));
+    const auto centimes = Centimes(montant, m_decimale);
     if (!centimes) return m_lecture.Plainte(m_rang, PlainteMontant, {LibelleNet(montant)});
     if (operations.size() >= OperationsReleveMax) return m_lecture.Plainte(m_rang, PlainteTropOperations);
     brut.centimes = *centimes;
     brut.operation.id = LibelleNet(EnWindows1252(Champ("FITID")));
-    if (brut.operation.id.find_first_not_of('0') == std::string::npos) brut.operation.id.clear();
+    brut.operation.monnaie = EnMajuscules(LibelleNet(EnWindows1252(Champ("CURSYM"))));
     operations.push_back(brut);
     char jour[16];
     std::snprintf(jour, sizeof jour, "%04u%02u%02u", Annee(brut.operation.date), Mois(brut.operation.date),
@@ -240,9 +272,12 @@ class Redacteur {
   std::vector<std::string> m_pile;
   std::map<std::string, std::string> m_champs;  ///< of the operation at hand; the first of a name counts
   bool m_dans = false;                          ///< in an operation
+  bool m_autreMonnaie = false;                  ///< in what says that it is in another currency
   bool m_compteDit = false;                     ///< of the statement at hand
   u32 m_rang = 0, m_ligne = 1;
   std::size_t m_compte = 0;
+  const char m_fin = m_texte.find('\n') == std::string_view::npos ? '\r' : '\n';
+  const char m_decimale;  ///< of the file's amounts; 0: they show none
 };
 
 /// What the library tells, by the ranks that it was given.
@@ -339,6 +374,7 @@ void LitOfx(std::string_view octets, LectureReleve& lecture) {
   for (std::size_t i = 0; i < recu.comptes.size(); ++i) {
     Releve& releve = lecture.Compte(recu.comptes[i].numero, recu.comptes[i].monnaie);
     if (recu.comptes.size() != redacteur.soldes.size() || !redacteur.soldes[i].centimes) continue;
+    if (releve.solde && releve.dateSolde > redacteur.soldes[i].date) continue;
     releve.solde = redacteur.soldes[i].centimes;
     releve.dateSolde = redacteur.soldes[i].date;
   }
@@ -351,10 +387,14 @@ void LitOfx(std::string_view octets, LectureReleve& lecture) {
     }
     OperationBanque operation = brut.operation;
     operation.libelle = LibelleDe({recue->second.nom, recue->second.memo});
-    const auto compte = std::find_if(recu.comptes.begin(), recu.comptes.end(),
-                                     [&](const auto& c) { return c.numero == recue->second.compte; });
-    operation.monnaie = compte == recu.comptes.end() ? std::string() : compte->monnaie;
-    Releve& releve = lecture.Compte(recue->second.compte, operation.monnaie);
+    // One account may have statements in several currencies: they come in the order of the file.
+    auto compte = std::find_if(recu.comptes.begin(), recu.comptes.end(),
+                               [&](const auto& c) { return c.numero == recue->second.compte; });
+    if (brut.operation.releve > 0 && recu.comptes.size() == redacteur.soldes.size())
+      compte = recu.comptes.begin() + static_cast<std::ptrdiff_t>(brut.operation.releve - 1);
+    const std::string monnaie = compte == recu.comptes.end() ? std::string() : compte->monnaie;
+    if (operation.monnaie.empty()) operation.monnaie = monnaie;
+    Releve& releve = lecture.Compte(recue->second.compte, monnaie);
     AjouteOperation(lecture, releve, std::move(operation), brut.centimes);
   }
 }

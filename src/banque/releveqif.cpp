@@ -16,27 +16,45 @@ struct EnCours {
   bool vide = true;
 };
 
-/// Day first unless a date of the file says otherwise: the bytes have no other word for it.
-OrdreDate OrdreDesDates(std::string_view texte) {
-  bool jour = true, mois = true, annee = false;
-  for (std::string_view ligne; LigneSuivante(texte, ligne);) {
-    if (!ligne.starts_with('D')) continue;
-    const std::string_view date = ligne.substr(1);
-    jour = jour && LitJour(date, OrdreDate::JourMoisAnnee) != 0;
-    mois = mois && LitJour(date, OrdreDate::MoisJourAnnee) != 0;
-    annee = annee || LitJour(date, OrdreDate::AnneeMoisJour) != 0;
-  }
-  if (jour || (!mois && !annee)) return OrdreDate::JourMoisAnnee;
-  return mois ? OrdreDate::MoisJourAnnee : OrdreDate::AnneeMoisJour;
+/// "11/ 5' 3" as some programs pad it: "11/5'03".
+std::string JourNet(std::string_view texte) {
+  std::string jour(texte);
+  if (jour.find(':') == std::string::npos) std::erase(jour, ' ');
+  const std::size_t siecle = jour.find('\'');
+  if (siecle != std::string::npos && siecle + 2 == jour.size()) jour.insert(siecle + 1, 1, '0');
+  return jour;
 }
+
+/// Blanks in front of the letter are none of the value.
+std::string_view SansRetrait(std::string_view ligne) {
+  return ligne.substr(std::min(ligne.find_first_not_of(" \t"), ligne.size()));
+}
+
+/// How the file writes days and amounts: it has no other word for it than what all of them say.
+struct Ecritures {
+  explicit Ecritures(std::string_view texte) {
+    std::vector<std::string> jours, montants;
+    for (std::string_view ligne; LigneSuivante(texte, ligne);) {
+      ligne = SansRetrait(ligne);
+      if (ligne.starts_with('D')) jours.push_back(JourNet(ligne.substr(1, 20)));
+      if (ligne.starts_with('T')) montants.emplace_back(ligne.substr(1, 40));
+    }
+    ordre = OrdreDes(jours);
+    decimale = DecimaleDes(montants);
+  }
+  OrdreDate ordre = OrdreDate::JourMoisAnnee;
+  char decimale = 0;
+};
 
 class LecteurQif {
  public:
-  LecteurQif(LectureReleve& lecture, OrdreDate ordre) : m_lecture(lecture), m_ordre(ordre) {}
+  LecteurQif(LectureReleve& lecture, const Ecritures& ecritures)
+      : m_lecture(lecture), m_ecritures(ecritures) {}
 
   void Ligne(u32 rang, std::string_view ligne) {
     assert(rang > 0);
     if (ligne.size() > LigneReleveMax) return m_lecture.Plainte(rang, PlainteLigneLongue);
+    ligne = SansRetrait(ligne);
     if (ligne.empty()) return;
     if (ligne.front() == '!') return Section(rang, ligne);
     if (ligne.front() == '^') return Fin();
@@ -104,9 +122,9 @@ class LecteurQif {
     const EnCours& o = m_operation;
     OperationBanque operation;
     operation.rang = o.rang;
-    operation.date = LitJour(o.date, m_ordre);
+    operation.date = LitJour(JourNet(o.date), m_ecritures.ordre);
     if (operation.date == 0) return m_lecture.Plainte(o.rang, PlainteDate, {LibelleNet(o.date)});
-    const auto centimes = LitCentimes(o.montant);
+    const auto centimes = LitCentimes(o.montant, m_ecritures.decimale);
     if (!centimes) return m_lecture.Plainte(o.rang, PlainteMontant, {LibelleNet(o.montant)});
     if (CompareSansCasse(LibelleNet(o.tiers), "Opening Balance") == 0)
       return m_lecture.Plainte(o.rang, PlainteSoldeInitial);
@@ -117,7 +135,7 @@ class LecteurQif {
   }
 
   LectureReleve& m_lecture;
-  OrdreDate m_ordre;
+  const Ecritures m_ecritures;
   Section_ m_section = Section_::Operations;
   std::string m_compte;
   EnCours m_operation;
@@ -127,7 +145,7 @@ class LecteurQif {
 
 void LitQif(std::string_view octets, LectureReleve& lecture) {
   const std::string texte = EnWindows1252(EnUtf8(octets, DevineJeu(octets)));
-  LecteurQif lecteur(lecture, OrdreDesDates(texte));
+  LecteurQif lecteur(lecture, Ecritures(texte));
   std::string_view reste = texte;
   u32 rang = 0;
   for (std::string_view ligne; LigneSuivante(reste, ligne);) lecteur.Ligne(++rang, ligne);

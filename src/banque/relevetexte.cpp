@@ -117,12 +117,34 @@ void OteMonnaie(std::string_view& texte) {
   texte = SansBlancs(texte);
 }
 
+bool OteParentheses(std::string_view& texte) {
+  if (texte.size() < 2 || texte.front() != '(' || texte.back() != ')') return false;
+  texte = SansBlancs(texte.substr(1, texte.size() - 2));
+  return true;
+}
+
+/// Whether the sign at `place` may end the whole part and may as well set a group of thousands apart.
+bool DeuxSens(std::string_view texte, std::size_t place) {
+  assert(place < texte.size());
+  const std::string_view devant = texte.substr(0, place);
+  const bool groupe = !devant.empty() && devant.find_first_not_of("0123456789") == std::string_view::npos &&
+                      devant.size() <= 3 && devant.find_first_not_of('0') != std::string_view::npos;
+  return groupe && texte.size() - place == 4;
+}
+
 std::size_t PlaceDecimale(std::string_view texte, char decimale) {
   const std::size_t place = texte.find_last_of(decimale ? std::string{decimale} : std::string(".,"));
   if (place == std::string_view::npos || decimale) return place;
-  const std::size_t derriere = texte.size() - place - 1;
   const bool seul = texte.find(texte[place]) == place;
-  return seul && derriere != 3 ? place : std::string_view::npos;
+  return seul ? place : std::string_view::npos;
+}
+
+/// None of the ids by which banks say that they have none.
+bool Identifie(const std::string& id) {
+  const std::string nu = LibelleNu(id);
+  for (const std::string_view sans : {"NOTPROVIDED", "NONREF", "NOREF", "NONE", "NA"})
+    if (nu == sans) return false;
+  return nu.find_first_not_of('0') != std::string::npos;
 }
 
 }  // namespace
@@ -181,11 +203,12 @@ bool LigneSuivante(std::string_view& texte, std::string_view& ligne) {
 std::optional<i64> LitCentimes(std::string_view texte, char decimale) {
   texte = SansBlancs(texte);
   if (texte.size() > 40) return {};
-  int signe = 0;
+  int signe = OteParentheses(texte) ? -1 : 0;
   OteMonnaie(texte);
   if (!PrendSigne(texte, signe)) return {};
   OteMonnaie(texte);
   const std::size_t place = PlaceDecimale(texte, decimale);
+  if (decimale == 0 && place != std::string_view::npos && DeuxSens(texte, place)) return {};
   const std::string_view entiers = texte.substr(0, place);
   std::string_view decimales = place == std::string_view::npos ? std::string_view() : texte.substr(place + 1);
   i64 valeur = 0;
@@ -211,6 +234,34 @@ std::optional<i64> LitCentimes(std::string_view texte, char decimale) {
   assert(chiffres <= 15);
   assert(valeur >= 0);
   return signe < 0 ? -valeur : valeur;
+}
+
+char DecimaleDes(const std::vector<std::string>& montants) {
+  bool virgule = false, point = false;
+  for (const std::string& montant : montants) {
+    // Another sign than this one cannot be the decimal one of an amount that can be read.
+    const bool parVirgule = LitCentimes(montant, ',').has_value(),
+               parPoint = LitCentimes(montant, '.').has_value();
+    virgule = virgule || (parVirgule && !parPoint && montant.find(',') != std::string::npos);
+    point = point || (parPoint && !parVirgule && montant.find('.') != std::string::npos);
+  }
+  return virgule == point ? '\0' : virgule ? ',' : '.';
+}
+
+OrdreDate OrdreDes(const std::vector<std::string>& jours) {
+  constexpr std::size_t ordres = 3;
+  std::size_t lus[ordres] = {};
+  for (const std::string& jour : jours) {
+    for (std::size_t o = 0; o < ordres; ++o) {
+      const auto ordre = static_cast<OrdreDate>(o);
+      // No bank puts a year of two digits in front: "31/02/03" is a wrong day.
+      if (ordre == OrdreDate::AnneeMoisJour &&
+          std::min(jour.find_first_not_of("0123456789"), jour.size()) < 4)
+        continue;
+      lus[o] += LitJour(jour, ordre) != 0;
+    }
+  }
+  return static_cast<OrdreDate>(std::max_element(lus, lus + ordres) - lus);
 }
 
 Date LitJour(std::string_view texte, OrdreDate ordre) {
@@ -304,6 +355,7 @@ void AjouteOperation(LectureReleve& lecture, Releve& releve, OperationBanque ope
   operation.centimes = centimes > 0 ? centimes : -centimes;
   assert(operation.centimes > 0);
   operation.libelle = LibelleNet(operation.libelle);
+  if (!Identifie(operation.id)) operation.id.clear();
   releve.operations.push_back(std::move(operation));
   ++lecture.operations;
 }

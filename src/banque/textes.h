@@ -36,6 +36,8 @@ inline constexpr TexteFixe ErrEcritureSansLigne{3457,
 // Progress
 inline constexpr TexteFixe TitreRapprochement{5926, "Rapprochement bancaire"};
 // What a reader of statements says of a row, or of a file
+/// number of transactions of one entry
+inline constexpr TexteFixe LibelleLot{3596, "%s opérations"};
 /// MiB
 inline constexpr TexteFixe PlainteTaille{3460, "Le fichier dépasse %s Mio : il n'est pas lu."};
 inline constexpr TexteFixe PlainteAucune{3461, "Ce fichier ne contient aucune opération."};

@@ -32,7 +32,11 @@ TEST(Releves, MontantsEtDatesDesBanques) {
                   {"12,30-", ',', -1230},
                   {"+ 7 \x80", ',', 700},
                   {"12 EUR", 0, 1200},
-                  {"1.234", 0, 123400},
+                  {"1.234", 0, {}},
+                  {"1.234.567", 0, 123456700},
+                  {"0.500", 0, 50},
+                  {"(1 000,50 \x80)", ',', -100050},
+                  {"(-1)", ',', {}},
                   {"1.23", 0, 123},
                   {"1.234", '.', {}},
                   {"1,2,3", ',', {}},
@@ -154,6 +158,89 @@ TEST(Releves, UnTableauInconnuSeLitCommeUnHommeLeLirait) {
     EXPECT_EQ(lecture.comptes[0].solde, c.solde) << c.texte;
     EXPECT_EQ(lecture.comptes[0].dateSolde, c.dateSolde) << c.texte;
   }
+}
+
+std::string Ofx(const std::string& releves) { return "<OFX><BANKMSGSRSV1>" + releves + "</OFX>"; }
+std::string ReleveOfx(const std::string& suite, const char* monnaie = "EUR") {
+  return std::string("<STMTTRNRS><STMTRS><CURDEF>") + monnaie + "<BANKACCTFROM><ACCTID>12</BANKACCTFROM>" +
+         "<BANKTRANLIST>" + suite + "</STMTRS></STMTTRNRS>";
+}
+std::string Une(const char* jour, const char* montant, const char* suite = "") {
+  return std::string("<STMTTRN><DTPOSTED>") + jour + "<TRNAMT>" + montant + "<NAME>a" + suite + "</STMTTRN>";
+}
+std::string Camt(const std::string& suite) {
+  return "<Document><BkToCstmrStmt><Stmt>" + suite + "</Stmt></BkToCstmrStmt></Document>";
+}
+std::string Ntry(const char* sens, const std::string& suite, const char* jour = "2003-11-03") {
+  return std::string("<Ntry><Amt Ccy=\"EUR\">60.00</Amt><CdtDbtInd>") + sens +
+         "</CdtDbtInd><Sts>BOOK</Sts><BookgDt><Dt>" + jour + "</Dt></BookgDt>" + suite + "</Ntry>";
+}
+std::string Tx(const std::string& debiteur, const std::string& suite = "") {
+  return "<TxDtls><RltdPties><Dbtr><Nm>" + debiteur + "</Nm></Dbtr>" + suite + "</RltdPties></TxDtls>";
+}
+
+/// What banks write in ways of their own: never another day, side or amount, and nothing without a word.
+TEST(Releves, HabitudesDesBanques) {
+  const std::string trois = "D05/11/2003\nT-12.500\nPa\n^\nD06/11/2003\nT", titres = "Date;Libellé;";
+  const std::pair<std::string, const char*> cas[] = {
+      {Ofx(ReleveOfx(Une("20031103", "-12.500") + Une("2003-11-04", "3.250"))),
+       "03/11/2003 -1250 a\n04/11/2003 325 a\n"},
+      {Camt(Ntry("CRDT", "<NtryDtls><Btch><NbOfTxs>3</NbOfTxs></Btch>" + Tx("D") + Tx("E") + "</NtryDtls>")),
+       "03/11/2003 6000 3 opérations : D, E\n"},
+      {Camt(Ntry("CRDT", "<RvslInd>true</RvslInd><NtryDtls>" + Tx("MOI", "<Cdtr><Nm>EDF</Nm></Cdtr>") +
+                             "</NtryDtls>")),
+       "03/11/2003 6000 EDF\n"},
+      {Camt(Ntry("DBIT", "", "2003-11-03+01:00") +
+            Ntry("DBIT", "<AddtlNtryInf>a" + std::string(1, '\0') + "é</AddtlNtryInf>", "2003-11-05Z")),
+       "03/11/2003 -6000 \n05/11/2003 -6000 a é\n"},
+      {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" +
+           Camt(Ntry("DBIT", "<AddtlNtryInf>é</AddtlNtryInf>")),
+       "03/11/2003 -6000 é\n"},
+      {"<Document><BkToCstmrAcctRpt><Rpt/></BkToCstmrAcctRpt></Document><!-- camt.052 -->",
+       "0: \"BkToCstmrAcctRpt\" n'est pas reconnu à cette place.\n"},
+      {"!Type:Bank\nD11/ 5' 3\nT(1.00)\nPa\n^\nD11/25/03\nT1,234.00\nPb\n^\nDx\nT1\n^\n",
+       "05/11/2003 -100 a\n25/11/2003 123400 b\n10: La date \"x\" est illisible.\n"},
+      {trois + "1.25\n^\n", "05/11/2003 -1250 a\n06/11/2003 125 \n"},
+      {trois + "1,25\n^\n", "05/11/2003 -1250000 a\n06/11/2003 125 \n"},
+      {trois + "1\n^\n", "06/11/2003 100 \n1: Le montant \"-12.500\" est illisible.\n"},
+      {titres + "Montant;Débit/Crédit\n05/11/2003;a;12,00;D\n06/11/2003;b;1;C\n",
+       "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
+      {titres + "Type;Montant\n05/11/2003;a;Débit;12,00\n06/11/2003;b;Crédit;1\n",
+       "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
+      {titres + "Sens;Montant\n05/11/2003;a;-;12,00\n06/11/2003;b;+;1\n",
+       "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
+      {"Booking "
+       "date,Text,Debit,Credit,Balance\n11/05/2003,a,1.00,,9.00\n11/06/2003,b,1.00,,8.00\n11/07/2003,c,"
+       "1.00,,7.00\n11/08/2003,d,1.00,,6.00\n11/25/2003,e,,2.00,8.00\n",
+       "05/11/2003 -100 a\n06/11/2003 -100 b\n07/11/2003 -100 c\n08/11/2003 -100 d\n25/11/2003 200 e\n"},
+      {"Jour;Quoi;Moins;Plus\n05/11/2003;a;1,00;\n06/11/2003;b;1,00;\n07/11/2003;c;;2,00\n",
+       "05/11/2003 -100 a\n06/11/2003 -100 b\n07/11/2003 200 c\n"},
+      {titres + "Débit;Crédit\n01/11/2003;Solde précédent;;5\n05/11/2003;Solde facture 12;1;\n"
+                "30/11/2003;Solde au 30/11/2003;4;\n",
+       "05/11/2003 -100 Solde facture 12\n2: Un solde initial n'est pas une opération.\n"},
+      {"Date,Amount\n2003-11-05,-1.00\n", "05/11/2003 -100 \n"}};
+  for (const auto& [octets, lu] : cas) EXPECT_EQ(Lu(octets), lu) << octets;
+  EXPECT_EQ(LitReleve(cas[15].first, FormatReleve::Csv).comptes[0].solde, -400) << "a balance at debit";
+}
+
+TEST(Releves, PlusieursRelevesDansUnFichier) {
+  const auto solde = [](const char* montant, const char* jour) {
+    return std::string("<LEDGERBAL><BALAMT>") + montant + "<DTASOF>" + jour + "</LEDGERBAL>";
+  };
+  const LectureReleve lecture =
+      LitReleve(Ofx(ReleveOfx(Une("20031103", "-1", "<CURRENCY><CURSYM>USD</CURRENCY>") + "</BANKTRANLIST>" +
+                              solde("2", "20031231")) +
+                    ReleveOfx(solde("1", "20031130")) + ReleveOfx(Une("20031104", "-2"), "USD")),
+                FormatReleve::Ofx);
+  ASSERT_EQ(lecture.comptes.size(), 2u) << "an account in two currencies";
+  EXPECT_EQ(lecture.comptes[0].solde, 200) << "the later one";
+  EXPECT_EQ(lecture.comptes[0].operations.at(0).monnaie, "USD");
+  EXPECT_EQ(lecture.comptes[1].operations.size(), 1u);
+  const LectureReleve camt =
+      LitReleve(Camt("<Bal><Tp><CdOrPrtry><Cd>CLBD</Cd></CdOrPrtry></Tp><Amt Ccy=\"USD\">1</Amt>"
+                     "<CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2003-11-30</Dt></Dt></Bal>"),
+                FormatReleve::Camt);
+  EXPECT_EQ(camt.comptes.at(0).monnaie, "USD") << "of a balance whose account has none";
 }
 
 TEST(Releves, ChaqueFormatRendLesOperationsEtLeSolde) {
