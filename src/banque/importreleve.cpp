@@ -4,7 +4,7 @@
 #include <cassert>
 #include <map>
 #include <memory>
-#include <set>
+#include <tuple>
 #include <unordered_map>
 
 #include "banque/operations.h"
@@ -23,6 +23,13 @@ namespace {
 /// Two writings of a label in different formats agree on so many letters and digits, or the shorter one ends
 /// before.
 constexpr std::size_t LettresCommunes = 20;
+/// A bank moves an operation by so many days; further away its id is another month's, or a mandate's.
+constexpr unsigned JoursDEcart = 5;
+
+bool Proches(Date a, Date b) {
+  for (unsigned jours = 0; jours < JoursDEcart && a != b; ++jours) (a < b ? a : b) = NextDate(std::min(a, b));
+  return a == b;
+}
 constexpr std::size_t TailleIdentifiant = sizeof(OperationImportee::Identifiant) - 1;
 
 std::string Monnaie(const std::string& texte, bool euro) {
@@ -63,19 +70,18 @@ class Connues {
     const char format = static_cast<char>('0' + std::clamp<int>(rec.Format, 0, 9));
     const std::string id = LitTexte(rec.Identifiant);
     const i64 centimes = Centimes(rec.Montant);
-    m_operations.push_back({centimes, rec.Sens, false});
+    m_operations.push_back({rec.Date, centimes, rec.Sens, false});
     if (!id.empty()) m_parId.emplace(format + id, n);
     // By the format whose ids it has: such an operation is no other one's of that format with an id.
     auto& formats = m_seaux[{rec.Date, centimes, rec.Sens != 0, LitTexte(rec.Monnaie) == "EUR"}];
     formats[id.empty() ? '0' : format].emplace(LibelleNu(LitTexte(rec.Libelle)), n);
   }
 
-  /// An id of the file stands for another amount: the bank counts anew in each file.
+  /// An id of the file stands for another amount or time: the bank counts anew in each file.
   bool Contredit(char format, const OperationBanque& operation) const {
     const auto [debut, fin] = m_parId.equal_range(format + IdentifiantCourt(operation.id));
     return debut != fin && std::none_of(debut, fin, [&](const auto& connue) {
-             const Une& une = m_operations[connue.second];
-             return une.centimes == operation.centimes && une.sens == operation.sens;
+             return m_operations[connue.second].Peut(operation);
            });
   }
 
@@ -83,7 +89,7 @@ class Connues {
     const auto [debut, fin] = m_parId.equal_range(format + IdentifiantCourt(operation.id));
     for (auto connue = debut; connue != fin; ++connue) {
       Une& une = m_operations[connue->second];
-      if (une.prise || une.centimes != operation.centimes || une.sens != operation.sens) continue;
+      if (une.prise || !une.Peut(operation)) continue;
       une.prise = true;
       m_parId.erase(connue);
       return true;
@@ -93,11 +99,11 @@ class Connues {
 
   /// `entier`: the same label; otherwise one of which the other is a shorter or longer writing. `format`:
   /// with ids of its own, 0 when it has none that counts.
-  bool PrendLibelle(char format, const OperationBanque& operation, bool entier) {
+  bool PrendLibelle(char format, const OperationBanque& operation, const std::string& libelle, bool entier) {
     const auto seau =
         m_seaux.find({operation.date, operation.centimes, operation.sens != 0, operation.monnaie == "EUR"});
     if (seau == m_seaux.end()) return false;
-    const std::string nu = LibelleNu(operation.libelle);
+    const std::string nu = LibelleNu(libelle);
     for (auto& [autre, libelles] : seau->second) {
       if (autre == format && autre != '0') continue;
       if (entier ? Prend(libelles, nu, true) : PrendProche(libelles, nu)) return true;
@@ -107,9 +113,14 @@ class Connues {
 
  private:
   struct Une {
+    Date date = 0;
     i64 centimes = 0;
     i16 sens = 0;
     bool prise = false;
+
+    bool Peut(const OperationBanque& operation) const {
+      return centimes == operation.centimes && sens == operation.sens && Proches(date, operation.date);
+    }
   };
 
   using ParLibelle = std::multimap<std::string, std::size_t>;
@@ -149,10 +160,23 @@ bool LitConnues(CFenlorApp& app, const std::string& compte, Connues& connues) {
   });
 }
 
+/// A file may hold the statement of a month behind those of its days: an operation that stands once in each
+/// is one, and known from the second on.
+void MarqueRepetees(std::vector<LigneApercu>& lignes) {
+  std::map<std::tuple<std::string, Date, i64, i16>, u32> releves;
+  for (LigneApercu& ligne : lignes) {
+    const OperationBanque& o = ligne.operation;
+    if (o.id.empty() || ligne.sort != SortOperation::Nouvelle) continue;
+    const auto [premiere, neuve] = releves.try_emplace({o.id, o.date, o.centimes, o.sens}, o.releve);
+    if (!neuve && premiere->second != o.releve) ligne.sort = SortOperation::Connue;
+  }
+}
+
 /// What stands more than once in one file tells nothing apart.
 void OteIdentifiantsDoubles(std::vector<LigneApercu>& lignes) {
   std::map<std::string, unsigned> nombre;
-  for (const LigneApercu& ligne : lignes) ++nombre[ligne.operation.id];
+  for (const LigneApercu& ligne : lignes)
+    if (ligne.sort != SortOperation::Connue) ++nombre[ligne.operation.id];
   for (LigneApercu& ligne : lignes)
     if (nombre[ligne.operation.id] > 1) ligne.operation.id.clear();
 }
@@ -177,8 +201,12 @@ void Classe(Connues& connues, ApercuReleve& apercu) {
   };
   const auto siens = [&](const OperationBanque& o) { return o.id.empty() ? '0' : format; };
   passe([&](const OperationBanque& o) { return !o.id.empty() && connues.PrendId(format, o); });
-  passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, true); });
-  passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, false); });
+  for (const bool entier : {true, false}) {
+    passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, o.libelle, entier); });
+    passe([&](const OperationBanque& o) {
+      return !o.ancienLibelle.empty() && connues.PrendLibelle(siens(o), o, o.ancienLibelle, entier);
+    });
+  }
 }
 
 /// Letters and digits of two writings of one account at a bank: a part of the other.
@@ -199,27 +227,30 @@ Refus EchecReglages(CFenlorApp& app) {
 /// The account of the file; null: none, with what is wrong.
 const Releve* Choisit(CFenlorApp& app, const ApercuReleve& apercu, const LectureReleve& lecture,
                       const std::string& numero, Refus& refus) {
-  std::string noms;
+  std::string tous;
   const std::string voulu = numero.empty() ? NumeroRetenu(app, apercu.compte) : numero;
-  for (const Releve& releve : lecture.comptes) {
-    if (!voulu.empty() && MemeNumero(releve.compte, voulu)) return &releve;
-    noms += (noms.empty() ? "" : ", ") + releve.compte;
+  const std::vector<std::string> noms = NomsComptes(lecture);
+  std::vector<const Releve*> semblables;
+  for (std::size_t i = 0; i < noms.size(); ++i) {
+    if (!voulu.empty() && LibelleNu(noms[i]) == LibelleNu(voulu)) return &lecture.comptes[i];
+    if (!voulu.empty() && MemeNumero(noms[i], voulu)) semblables.push_back(&lecture.comptes[i]);
+    tous += (tous.empty() ? "" : ", ") + noms[i];
   }
-  if (!numero.empty())
-    refus = Refus(ErrNumeroBanque, "numero", {numero, noms});
-  else if (lecture.comptes.size() > 1)
-    refus = Refus(ErrPlusieursComptes, "numero", {noms});
-  return refus || lecture.comptes.empty() ? nullptr : &lecture.comptes.front();
+  if (semblables.size() == 1) return semblables.front();
+  if (!numero.empty() && semblables.empty())
+    refus = Refus(ErrNumeroBanque, "numero", {numero, tous});
+  else if (noms.size() > 1)
+    refus = Refus(ErrPlusieursComptes, "numero", {tous});
+  return refus || noms.empty() ? nullptr : &lecture.comptes.front();
 }
 
-void Releve_(CFenlorApp& app, const Releve& releve, ApercuReleve& apercu) {
+void Releve_(CFenlorApp& app, const Releve& releve, const std::string& nom, ApercuReleve& apercu) {
   assert(apercu.lignes.empty() && !apercu.compte.empty());
   const bool euro = app.Reglages.IsEuro();
   const Date debut = app.Reglages.GetDebutExercice(), fin = app.Reglages.GetFinExercice();
   const std::string retenu = NumeroRetenu(app, apercu.compte);
-  apercu.numero = releve.compte;
-  if (!retenu.empty() && !releve.compte.empty() && !MemeNumero(retenu, releve.compte))
-    apercu.autreNumero = retenu;
+  apercu.numero = nom;
+  if (!retenu.empty() && !nom.empty() && !MemeNumero(retenu, nom)) apercu.autreNumero = retenu;
   apercu.solde = releve.solde;
   apercu.dateSolde = releve.dateSolde;
   apercu.monnaie = Monnaie(releve.monnaie, euro);
@@ -314,6 +345,17 @@ Refus EcritOperations(CFenlorApp& app, const ApercuReleve& apercu) {
 
 }  // namespace
 
+std::vector<std::string> NomsComptes(const LectureReleve& lecture) {
+  std::map<std::string, unsigned> nombre;
+  for (const Releve& releve : lecture.comptes) ++nombre[releve.compte];
+  std::vector<std::string> noms;
+  for (const Releve& releve : lecture.comptes) {
+    const bool seul = nombre[releve.compte] == 1 || releve.monnaie.empty();
+    noms.push_back(seul ? releve.compte : LibelleNet(releve.compte + ' ' + releve.monnaie));
+  }
+  return noms;
+}
+
 Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureReleve& lecture,
                     const std::string& numero, ApercuReleve& apercu) {
   apercu = {};
@@ -325,7 +367,9 @@ Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureRel
   const Releve* releve = Choisit(app, apercu, lecture, numero, refus);
   if (refus) return refus;
   if (releve) {
-    Releve_(app, *releve, apercu);
+    const auto rang = static_cast<std::size_t>(releve - lecture.comptes.data());
+    Releve_(app, *releve, NomsComptes(lecture)[rang], apercu);
+    MarqueRepetees(apercu.lignes);
     OteIdentifiantsDoubles(apercu.lignes);
     Connues connues;
     if (!LitConnues(app, apercu.compte, connues)) return app.EchecMagasin();

@@ -25,7 +25,7 @@ struct LigneApercu {
 /// What an import would do. The lines are in the file's order, those that cannot be read behind the others.
 struct ApercuReleve {
   std::string compte;       ///< treasury account, long form
-  std::string numero;       ///< of the account at the bank, as the file has it; may be empty
+  std::string numero;       ///< of the account at the bank, as `NomsComptes` has it; may be empty
   std::string autreNumero;  ///< the one that the last file of this treasury account had, when it is another
   FormatReleve format = FormatReleve::Inconnu;
   std::vector<LigneApercu> lignes;
@@ -38,6 +38,9 @@ struct ApercuReleve {
   std::size_t Nombre(SortOperation sort) const { return nombres[static_cast<std::size_t>(sort)]; }
 };
 
+/// What the accounts of a file are called, each otherwise: their numbers, with the currency behind one that
+/// the file has in several.
+std::vector<std::string> NomsComptes(const LectureReleve& lecture);
 /// Reads what is known and says what an import into `compte` (a bank account in any form) would do; writes
 /// nothing. `numero`: the account of the file; empty: its only one, or that of the last import. In order:
 /// 3056 on a closed exercice, 3119 and 3450 for the account, 3479 an account that the file does not have,

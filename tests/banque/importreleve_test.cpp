@@ -123,6 +123,33 @@ TEST_F(ImportReleve, CeQuUnIdentifiantVaut) {
             "2/2/0/0");
 }
 
+std::string Camt(const std::string& releves) {
+  return "<Document><BkToCstmrStmt>" + releves + "</BkToCstmrStmt></Document>";
+}
+std::string Ntry(const char* jour, const char* id, const std::string& detail = "") {
+  return std::string("<Ntry><Amt Ccy=\"EUR\">60</Amt><CdtDbtInd>CRDT</CdtDbtInd><BookgDt><Dt>") + jour +
+         "</Dt></BookgDt><AcctSvcrRef>" + id + "</AcctSvcrRef>" + detail + "</Ntry>";
+}
+
+// An id that is none, or a mandate's, month after month; a month behind its days; a label of earlier
+// versions.
+TEST_F(ImportReleve, RienNeSePerdParUnIdentifiant) {
+  for (const char* jour : {"2003-01-05", "2003-02-05"}) {
+    EXPECT_EQ(Importe(Camt("<Stmt>" + Ntry(jour, "NOTPROVIDED") + "</Stmt>")), "1/0/0/0");
+    EXPECT_EQ(Importe(std::string("Date;Libellé;Référence;Montant\n") + jour + ";LOYER;RUM 1;-500\n"),
+              "1/0/0/0");
+  }
+  const std::string a = Ntry("2003-03-05", "A"), b = Ntry("2003-03-06", "B");
+  EXPECT_EQ(Importe(Camt("<Stmt>" + a + "</Stmt><Stmt>" + b + "</Stmt><Stmt>" + a + b + "</Stmt>")),
+            "2/2/0/0");
+  EXPECT_EQ(Importe("!Type:Bank\nD05/04/2003\nT60\nPDUPONT\n^\n"), "1/0/0/0");
+  const auto tx = [](const char* nom) {
+    return std::string("<TxDtls><RltdPties><Dbtr><Nm>") + nom + "</Nm></Dbtr></RltdPties></TxDtls>";
+  };
+  const std::string lot = "<NtryDtls>" + tx("DUPONT") + tx("DURAND") + "</NtryDtls>";
+  EXPECT_EQ(Importe(Camt("<Stmt>" + Ntry("2003-04-05", "0", lot) + "</Stmt>")), "0/1/0/0");
+}
+
 TEST_F(ImportReleve, CeQuiResteDehors) {
   // The last day of the exercice and the day behind; a currency that the books do not know; a row without a
   // date.
@@ -212,6 +239,11 @@ TEST_F(ImportReleve, LeCompteDuFichier) {
       LitReleve("!Account\nNUN\n^\n!Type:Bank\nD01/03/2003\nT1\n^\n", FormatReleve::Inconnu);
   ASSERT_FALSE(PrepareReleve(App(), "512", autre, {}, apercu));
   EXPECT_EQ(apercu.autreNumero, "DEUX");
+  LectureReleve monnaies;
+  for (const char* monnaie : {"EUR", "USD"}) monnaies.Compte("DEUX", monnaie);
+  EXPECT_EQ(PrepareReleve(App(), "512", monnaies, {}, apercu).numero, ErrPlusieursComptes.numero);
+  ASSERT_FALSE(PrepareReleve(App(), "512", monnaies, "DEUX USD", apercu));
+  EXPECT_EQ(apercu.monnaie, "") << "neither is taken for the other";
 }
 
 }  // namespace

@@ -106,8 +106,8 @@ void CDialogReleve::Lit() {
   }
   m_lecture = LitReleve(m_octets, format, &m_forme);
   m_numero.clear();
-  for (const Releve& releve : m_lecture.comptes)
-    m_numero.Ajoute(releve.compte.empty() ? Texte(MotNonDit) : releve.compte, releve.compte);
+  for (const std::string& nom : NomsComptes(m_lecture))
+    m_numero.Ajoute(nom.empty() ? Texte(MotNonDit) : nom, nom);
   m_numero.setEnabled(m_lecture.comptes.size() > 1);
   Prepare();
 }
