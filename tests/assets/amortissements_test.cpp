@@ -90,15 +90,6 @@ TEST_F(Amortissements, UnLineaire) {
   EXPECT_EQ(Annees(immo, D("31/12/2004")).back(), "2004/2004 2000.00") << "a disposal to come";
 }
 
-TEST_F(Amortissements, UnDegressif) {
-  std::string cumul;
-  const Immobilisation immo = Bien("30/06/2003", 10000, Degressif, 5, 35);
-  EXPECT_THAT(Annees(immo, D("31/12/2007"), &cumul),
-              ElementsAre("2003/2007 2041.67", "2004/2007 2785.42", "2005/2007 1810.52", "2006/2007 1681.19",
-                          "2007/2007 1681.20"));
-  EXPECT_EQ(cumul, "10000.00");
-}
-
 TEST_F(Amortissements, LesBords) {
   constexpr f64 rien = std::numeric_limits<f64>::quiet_NaN();
   const struct {
@@ -128,27 +119,6 @@ TEST_F(Amortissements, LesBords) {
       annees += (annees.empty() ? "" : " ") + ligne.substr(ligne.find(' ') + 1);
     EXPECT_EQ(annees, c.annees) << c.cas;
   }
-}
-
-TEST_F(Amortissements, LesAnneesSuivantesAbsorbentUneCorrection) {
-  const Immobilisation immo = Bien("01/01/2001", 1000, Lineaire, 4, 25, 500);
-  Corrige(2002, 600, 125);
-  Releve calcul(App(), &immo);
-  f64 franc = 0, euro = 0;
-  calcul.CalculAmortissements(D("31/12/2005"), franc, euro);
-  EXPECT_THAT(calcul.Lignes, ElementsAre("2001/2005 250.00", "2002/2005 250.00:600.00", "2003/2005 150.00",
-                                         "2004/2005 0.00", "2005/2005 0.00"));
-  EXPECT_THAT(calcul.Euro, ElementsAre(125, 125, 125, 125, 0)) << "the other series goes its own way";
-  EXPECT_EQ(franc, 1000);
-  EXPECT_EQ(euro, 500);
-  // Beyond the value: the next year takes it back.
-  Corrige(2003, 400);
-  EXPECT_THAT(Annees(immo, D("31/12/2005")),
-              ElementsAre("2001/2005 250.00", "2002/2005 250.00:600.00", "2003/2005 150.00:400.00",
-                          "2004/2005 -250.00", "2005/2005 0.00"));
-  Immobilisation autre = immo;
-  autre.Numero = NumeroBien + 1;
-  EXPECT_EQ(Annees(autre, D("31/12/2002")).back(), "2002/2002 250.00") << "another asset's correction";
 }
 
 template <class Calcul>

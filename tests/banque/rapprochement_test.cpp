@@ -175,35 +175,6 @@ TEST_F(Rapprochement, LeManuelEstControleDansLOrdrePuisFaitDUnSeulTenant) {
   EXPECT_EQ(0u, refus(debit, {tard}));
 }
 
-TEST_F(Rapprochement, LAutomatiquePrendLaPremiereLigneQuiConvient) {
-  BilanRapprochement bilan;
-  const DemandeAutomatique demande{{Long("512"), Jour(1), Jour(31)}, false, true};
-  EXPECT_EQ(ErrSansOperation, RapprocheAutomatique(App(), demande, bilan).numero);
-  Ajoute(Fiche(Jour(10), 50));
-  EXPECT_EQ(ErrSansEcriture, RapprocheAutomatique(App(), demande, bilan).numero);
-
-  const Position ancienne = Recette(Jour(3), 50), recente = Recette(Jour(9), 50),
-                 tard = Recette(Jour(12), 50);
-  Ajoute(Fiche(Jour(11), 50));
-  Ajoute(Fiche(Jour(11), 50));  // the line of the 12th is not for it
-  Ajoute(Fiche(Jour(20), 50, 0));
-  bilan = Automatique();
-  EXPECT_EQ(2u, bilan.rapproches);
-  EXPECT_EQ(4u, bilan.operations);
-  EXPECT_EQ(Jour(10), +Lu(ancienne).RappDate) << "the oldest line with the first operation";
-  EXPECT_EQ(Jour(11), +Lu(recente).RappDate);
-  EXPECT_FALSE(Lu(tard).Rapprochee != 0);
-  EXPECT_EQ(2u, NbOperations());
-
-  // Both currencies have to agree: 328,00 F typed are 50,00 €, 50,00 € are 327,98 F.
-  FicheOperation franc = Fiche(Jour(25), 328);
-  franc.euro = false;
-  Ajoute(franc);
-  Recette(Jour(13), 50);
-  EXPECT_EQ(0u, Automatique(Jour(13)).rapproches);
-  EXPECT_EQ(3u, NbOperations());
-}
-
 TEST_F(Rapprochement, ChaqueOuiEstAcquisAvantLaQuestionSuivante) {
   for (const unsigned jour : {3, 4, 5}) {
     Recette(Jour(jour), 50);

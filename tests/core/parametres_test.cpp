@@ -75,10 +75,5 @@ TEST_F(ParametresTest, ValeursParticulieres) {
   EXPECT_EQ(Reglages().SeparateurDecimal(), '.');
 }
 
-TEST_F(ParametresTest, EcritureImpossible) {
-  EXPECT_FALSE(Reglages().EcritIni("Activite", "APE", "a\nb"));  // a lone line feed cannot be held
-  EXPECT_EQ(Reglages().LitIni("Activite", "APE"), "");
-}
-
 }  // namespace
 }  // namespace fenlor::test

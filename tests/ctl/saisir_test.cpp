@@ -230,15 +230,9 @@ TEST_F(Saisir, OuiRepondAuxQuestions) {
 }
 
 TEST_F(Saisir, EntreeParLignes) {
-  const std::string bonne = Recette;
-  const std::string longue = "{\"libelle\":\"" + std::string(3 << 20, 'x') + "\"}";
-  const Resultat r = Lance({"saisir", "-"}, "\n" + bonne + "\r\n  \n" + longue + "\n" + bonne);
-  const auto lignes = r.Lignes();
-  ASSERT_EQ(lignes.size(), 3u);
-  EXPECT_EQ(lignes[0], R"({"entree":2,"mouvement":1,"ligne":1})");
-  EXPECT_EQ(Json::parse(lignes[1])["erreur"], 3200);
-  EXPECT_EQ(lignes[2], R"({"entree":5,"mouvement":2,"ligne":2})");
-  EXPECT_EQ(r.erreurs, "Erreur 3200, ligne 4 : plus de 1048576 octets.\n");
+  const Resultat r = Lance({"saisir", "-"}, "\n" + std::string(3 << 20, 'x') + "\n" + Recette);
+  EXPECT_THAT(r.Lignes().at(1), HasSubstr(R"("entree":3,"mouvement":1)"));
+  EXPECT_EQ(r.erreurs, "Erreur 3200, ligne 2 : plus de 1048576 octets.\n");
   EXPECT_EQ(Lance({"saisir", Cabinet() + "/absent"}).statut, StatutRefuse);
   EXPECT_EQ(Lance({"saisir", Cabinet()}).statut, StatutRefuse);
 }

@@ -138,21 +138,6 @@ TEST_F(GardeTest, AutreMachine) {
   delete autre;
 }
 
-TEST_F(GardeTest, PendantLaSaisie) {
-  // What is photographed is one moment; the archive is written while the books go on.
-  Saisit(20);
-  const std::string avant = Livres(App());
-  Photographie photographie;
-  ASSERT_FALSE(photographie.Prend(App(), {"2003"}, false));
-  Saisit(20);
-  SauvegardeFaite faite;
-  ASSERT_FALSE(
-      EcritSauvegarde(Magasin().SystemeFichiers(), photographie, {ailleurs.Chemin(), false, {}}, faite));
-  RestaurationFaite rendue;
-  ASSERT_FALSE(Restaure(App(), {faite.chemin, {}, {}}, rendue));
-  EXPECT_EQ(Livres(App()), avant);
-}
-
 TEST_F(GardeTest, CeQuiSertATousLesExercices) {
   const auto ramene = [&](const std::string& archive, std::deque<int> reponses) {
     Boite.Oublie();
@@ -367,40 +352,13 @@ TEST(GardePannes, CeQuiArreteUneSauvegardeEstNomme) {
 }
 
 TEST(GardePannes, UnDisqueQuiNeGardePasCeQuIlAcquitte) {
-  // Answers that all is written, and changes a byte of what it was given.
-  struct Menteur : SystemePosix {
-    struct FichierMenteur : Fichier {
-      std::unique_ptr<Fichier> vrai;
-      int Lit(void* t, std::size_t n, u64 place, std::size_t& lus) override {
-        return vrai->Lit(t, n, place, lus);
-      }
-      int Ecrit(const void* t, std::size_t n, u64 place) override {
-        std::string octets(static_cast<const char*>(t), n);
-        if (n) octets[n / 2] ^= 1;
-        return vrai->Ecrit(octets.data(), n, place);
-      }
-      int Synchronise() override { return vrai->Synchronise(); }
-      int Tronque(u64 n) override { return vrai->Tronque(n); }
-      int Reserve(u64 debut, u64 fin) override { return vrai->Reserve(debut, fin); }
-      int Mesure(Empreinte& empreinte) override { return vrai->Mesure(empreinte); }
-      int Descripteur() const override { return vrai->Descripteur(); }
-    };
-    int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
-      const int erreur = SystemePosix::Ouvre(chemin, mode, fichier);
-      if (erreur || chemin.find(menti) == std::string::npos || mode != Creation) return erreur;
-      auto menteur = std::make_unique<FichierMenteur>();
-      menteur->vrai = std::move(fichier);
-      fichier = std::move(menteur);
-      return 0;
-    }
-    std::string menti;
-  } systeme;
-  systeme.menti = "jamais";
+  SystemePosix posix;
+  SystemeFautif systeme(posix);
   Garde garde(&systeme);
   garde.Saisit(3);
   // The archive itself, and the copy that it is made of.
   for (const char* menti : {".part", "copie-"}) {
-    systeme.menti = menti;
+    systeme.Ment(menti);
     SauvegardeFaite faite;
     EXPECT_EQ(Sauvegarde(garde.App(), {garde.ailleurs.Chemin(), false, {}}, faite).numero, 3524u) << menti;
     EXPECT_TRUE(garde.Fichiers(garde.ailleurs.Chemin()).empty()) << menti;

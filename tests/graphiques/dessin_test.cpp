@@ -140,29 +140,6 @@ TEST(Graphiques, LesAiresSontDansLeRapportDesValeurs) {
     }
 }
 
-TEST(Graphiques, CourbesEtAiresSuiventLesValeurs) {
-  using G = GenreGraphique;
-  // 0 to 100 and back below: twice the value, twice the height, the same surface on both sides.
-  const SerieGraphique serie = Serie({0, 100, 0, -100, 0, 50, 0});
-  for (const G genre : {G::Courbes, G::Nuage, G::Aires, G::Aires3D}) {
-    const DessinGraphique dessin = DessineGraphique(serie, genre, PlaceEcran(600, 400, 12), Mesure);
-    std::vector<f64> mesures;
-    if (genre == G::Courbes || genre == G::Nuage) {
-      const auto faces = Faces(dessin, 7);
-      const auto y = [&](std::size_t i) { return faces[i]->points[0].y; };
-      mesures = {y(0) - y(1), y(3) - y(2), 2 * (y(4) - y(5))};
-    } else {
-      for (const Forme& forme : dessin.formes)
-        if (forme.encre.teinte >= TeinteSerie && forme.encre.lumiere == 0 && forme.point < 0)
-          mesures.push_back(Aire(forme.points) * (mesures.size() == 2 ? 2 : 1));
-    }
-    ASSERT_EQ(mesures.size(), 3u);
-    EXPECT_GT(mesures[0], 50);
-    EXPECT_NEAR(mesures[0], mesures[1], 1e-6);
-    EXPECT_NEAR(mesures[0], mesures[2], 1e-6);
-  }
-}
-
 /// A line a shape, in whole units.
 std::string Ecrit(const DessinGraphique& dessin) {
   std::string texte;

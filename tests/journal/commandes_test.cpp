@@ -245,14 +245,6 @@ TEST_F(CommandesTest, Validation) {
   EXPECT_EQ(unsigned{ErrEcritureInconnue}, ValideEcriture(App(), 99, true).numero);
 }
 
-TEST_F(CommandesTest, Pointage) {
-  for (const u32 pointee : {1u, 0u}) {
-    EXPECT_FALSE(PointeEcriture(App(), m_standard));
-    EXPECT_EQ(pointee, u32{Entete(m_standard).Pointee});
-  }
-  EXPECT_EQ(unsigned{ErrEcritureInconnue}, PointeEcriture(App(), 99).numero);
-}
-
 TEST_F(CommandesTest, Rapprochement) {
   EXPECT_EQ(unsigned{QuestionRapprocher}, RapprocheEcriture(App(), m_standard, true).numero) << "answered no";
   EXPECT_EQ((std::vector<u32>{0, 0, 0}), Rapprochees(m_standard));

@@ -93,44 +93,6 @@ TEST(Champ, MontantEtLargeur) {
 
 // ------------------------------------------------------------- What is written
 
-TEST_F(SaisieTest, LignesDUneEcritureSimple) {
-  struct Cas {
-    const char* quoi;
-    i16 journal;
-    const char* compte;
-    f64 ttc;
-    const char* tresorerie;
-    Textes lignes;
-  };
-  const Cas cas[] = {
-      {"recette", JournalRecettes, "706", 20, "512", {"706 C 20.00 131.19", "512 D 20.00 131.19"}},
-      {"dépense avec TVA",
-       JournalDepenses,
-       "6063",
-       119.60,
-       "512",
-       {"6063 D 100.00 655.95", "4451 D 19.60 128.57", "512 C 119.60 784.52"}},
-      {"dépense en partie personnelle",
-       JournalDepenses,
-       "6154",
-       100,
-       "531",
-       {"6154 D 50.17 329.09", "4451 D 9.83 64.48", "108 D 40.00 262.39", "531 C 100.00 655.96"}},
-      {"recette rendue",
-       JournalRecettes,
-       "7065",
-       -100,
-       "531",
-       {"7065 D 60.00 393.57", "108 D 40.00 262.39", "531 C 100.00 655.96"}},
-  };
-  for (const Cas& c : cas) {
-    SCOPED_TRACE(c.quoi);
-    const Refus r = Essaie(Ecriture(c.journal, c.compte, c.ttc, c.tresorerie));
-    ASSERT_FALSE(r) << r.texte;
-    EXPECT_EQ(c.lignes, LignesLues(Faite.mouvement));
-  }
-}
-
 TEST_F(SaisieTest, EnFrancsLEuroSeDeduit) {
   Installe("2001", false);
   SaisieEcriture saisie = Ecriture(JournalRecettes, "706", 131.19, "512", FaitDate(15, 3, 2001));

@@ -54,6 +54,16 @@ TEST_F(SaisieODTest, Lignes) {
   }
 }
 
+TEST_F(SaisieODTest, EnFrancs) {
+  Installe("2001", false);
+  SaisieOD saisie = OD({Debit("512", 10), Credit("706", 20)}, FaitDate(9, 3, 2001));
+  saisie.euro = false;
+  Boite.Reponses = {RepOui};
+  ASSERT_FALSE(Essaie(saisie));
+  EXPECT_EQ((Textes{"512 D 1.52 10.00", "706 C 3.05 20.00", "658 D 1.52 10.00"}),
+            LignesLues(Faite.mouvement));
+}
+
 TEST_F(SaisieODTest, CeQuePorteUneLigne) {
   SaisieOD saisie = OD({{"512", "Son libellé"_w, 10, 0, PaiementAutre}, {"706", {}, 0, 8, PaiementAutre}});
   Boite.Reponses = {RepOui};

@@ -17,7 +17,12 @@ class SystemeFautif::FichierFautif : public Fichier {
   int Ecrit(const void* tampon, std::size_t taille, u64 offset) override {
     const int panne = m_systeme.Passe(Ecriture, m_chemin);
     if (panne && m_systeme.m_partielles) m_fichier->Ecrit(tampon, taille / 2, offset);
-    return panne ? panne : m_fichier->Ecrit(tampon, taille, offset);
+    const std::string& menti = m_systeme.m_menti;
+    if (panne || taille == 0 || menti.empty() || m_chemin.find(menti) == std::string::npos)
+      return panne ? panne : m_fichier->Ecrit(tampon, taille, offset);
+    std::string octets(static_cast<const char*>(tampon), taille);
+    octets[taille / 2] ^= 1;
+    return m_fichier->Ecrit(octets.data(), taille, offset);
   }
   int Synchronise() override {
     const int panne = m_systeme.Passe(Synchro, m_chemin);

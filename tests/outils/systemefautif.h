@@ -45,6 +45,8 @@ class SystemeFautif : public Systeme {
   void Sauf(std::string texte) { m_sauf = std::move(texte); }
   /// A failing write leaves the first half of its bytes, as a full disk does.
   void EcrituresPartielles(bool partielles) { m_partielles = partielles; }
+  /// What is written to a path that holds the text arrives with one bit changed; empty: to none.
+  void Ment(std::string texte) { m_menti = std::move(texte); }
   /// Where an operation would fail the process ends instead, as if it were killed.
   void Tue(bool tue) { m_tue = tue; }
   void Repare() { m_rang = 0; }
@@ -68,7 +70,7 @@ class SystemeFautif : public Systeme {
   int Passe(Genre genre, const std::string& chemin);
 
   Systeme& m_systeme;
-  std::string m_chemin, m_sauf;
+  std::string m_chemin, m_sauf, m_menti;
   std::array<u64, 12> m_comptes{};
   unsigned m_rang = 0;  ///< 0: nothing fails
   unsigned m_genres = 0;

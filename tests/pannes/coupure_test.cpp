@@ -61,9 +61,7 @@ TEST_F(Coupure, ApresUneSynchroManquee) {
 /// The power goes when all was told as brought home, and nothing that is in flight arrives.
 TEST_F(Coupure, CeQuUneSynchroManqueeAOublieEstEcritEncore) {
   const auto joue = [&](const std::function<void(Machine&, SystemeCoupure&)>& histoire) {
-    fs::remove_all(m_dossier.Chemin() + "/essai");
-    fs::create_directories(m_dossier.Chemin() + "/essai");
-    fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+    Recopie();
     Livres acquis;
     {
       SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
@@ -128,9 +126,7 @@ TEST_F(Coupure, DansLaSeanceApresUneMortDansUneSynchroManquee) {
     bool coupee = true;
     for (u64 n = 1; coupee && !HasFailure(); ++n) {
       for (u64 graine = 2; graine < 2 + graines && (mort || graine == 2); ++graine, ++essais) {
-        fs::remove_all(m_dossier.Chemin() + "/essai");
-        fs::create_directories(m_dossier.Chemin() + "/essai");
-        fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+        Recopie();
         std::vector<Livres> bons;
         SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
         systeme.EchoueSynchro(manquee);
@@ -179,9 +175,7 @@ TEST_F(Coupure, UneUniteRefuseeNeRevientPas) {
     const u64 n = (dAutres ? 2 : 3) + essai / 4 % 3, graine = essai / 12 * 2;
     SCOPED_TRACE(testing::Message() << "behind others " << dAutres << ", death " << meurt << ", cut at " << n
                                     << ", fate " << graine);
-    fs::remove_all(m_dossier.Chemin() + "/essai");
-    fs::create_directories(m_dossier.Chemin() + "/essai");
-    fs::copy(m_neuf, m_essai, fs::copy_options::recursive);
+    Recopie();
     Livres acquis;
     SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
     {
@@ -243,8 +237,7 @@ TEST_F(Coupure, PendantLaCreation) {
         const Resultat encore = Ctl(creer);
         EXPECT_EQ(encore.statut, 0) << encore.erreurs;
       }
-      const Resultat verifie = Ctl({"--cabinet", m_essai, "verifier"});
-      EXPECT_EQ(verifie.statut, 0) << verifie.sortie << verifie.erreurs;
+      Verifie(m_essai);
       if (HasFailure()) return;
     }
   }

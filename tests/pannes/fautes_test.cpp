@@ -120,8 +120,7 @@ class Fautes : public testing::TestWithParam<Panne> {
           Ctl({"--cabinet", cabinet, "--oui", "creer", "--exercice", "2003", "--euro", "--tva"});
       EXPECT_EQ(r.statut, 0) << "creer once more: " << r.erreurs;
     }
-    const Resultat verifie = Ctl({"--cabinet", cabinet, "verifier"});
-    EXPECT_EQ(verifie.statut, 0) << verifie.sortie << verifie.erreurs;
+    Verifie(cabinet);
     entree.clear();
     for (const std::string& ligne : Saisie(true)) entree += ligne;
     const Resultat encore = Ctl({"--cabinet", cabinet, "--exercice", "2003", "saisir"}, entree);

@@ -159,13 +159,11 @@ class Morts : public testing::Test {
 
 TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
   ASSERT_NO_FATAL_FAILURE(Recommence());
-  const unsigned morts = Nombre("FENLOR_MORTS", 30);
-  unsigned tues = 0, termines = 0, reprisesTuees = 0, confirmes = 0;
+  Chasse chasse(m_hasard, Nombre("FENLOR_MORTS", 30));
+  unsigned tours = 0, reprisesTuees = 0, confirmes = 0;
   const std::string entree = m_dossier.Chemin() + "/entree.json";
-  long duree = 20'000;  // of a whole run, in microseconds; learned as it goes
-
-  for (unsigned tour = 0; tues < morts && tour < 4 * morts + 10; ++tour) {
-    const bool tout = tour % 3 == 2;
+  for (; !chasse.Assez() && tours < 4 * chasse.voulus + 10; ++tours) {
+    const bool tout = tours % 3 == 2;
     const std::vector<Ordre> ordres = Ordres(tout ? 150 : 60);
     {
       std::ofstream f(entree);
@@ -173,19 +171,7 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     }
     std::vector<std::string> arguments = {"--cabinet", m_cabinet, "saisir"};
     if (tout) arguments.push_back("--tout");
-    Enfant enfant(arguments, entree);
-    enfant.Ecoute(100 + Tire(static_cast<unsigned>(duree)));
-    const bool fini = enfant.Fini();
-    enfant.Tue();
-    const Resultat r = enfant.Attend();
-    if (r.statut == 128 + 9)
-      ++tues;
-    else
-      ++termines;
-    // Half the time is spent before anything is saved when runs never end, and
-    // in kills that come too late when they always do.
-    duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
-
+    const Resultat r = chasse.Lance(arguments, entree);
     // A torn last line was not acknowledged; whoever reads it knows.
     const std::string lu = r.sortie.substr(0, r.sortie.rfind('\n') + 1);
     const auto reponses = LignesJson(lu);
@@ -194,16 +180,15 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
     const std::size_t acquis = reponses->size();
     confirmes += static_cast<unsigned>(acquis);
 
-    if (tour % 4 == 1) {
+    if (tours % 4 == 1) {
       Enfant reprise({"--cabinet", m_cabinet, "verifier"}, "/dev/null");
       reprise.Ecoute(200 + Tire(8'000));
       reprise.Tue();
       if (reprise.Attend().statut == 128 + 9) ++reprisesTuees;
     }
 
-    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0)
-        << "after " << tues << " kills: " << verification.sortie << verification.erreurs;
+    Verifie(m_cabinet);
+    ASSERT_FALSE(HasFailure()) << "after " << chasse.tues << " kills";
     const Livres lus = Lit();
     // Orders are carried out one after the other: the books are those after all
     // acknowledged ones, or one more. With --tout: after all of them, or none.
@@ -214,69 +199,17 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
       concorde =
           Concorde(ordres, acquis, lus) || (acquis < ordres.size() && Concorde(ordres, acquis + 1, lus));
     }
-    ASSERT_TRUE(concorde) << "kill " << tues << (tout ? ", --tout, " : ", ") << acquis << " acknowledged of "
-                          << ordres.size() << ", " << lus.size() << " entries found, " << m_livres.size()
-                          << " before";
+    ASSERT_TRUE(concorde) << "kill " << chasse.tues << (tout ? ", --tout, " : ", ") << acquis
+                          << " acknowledged of " << ordres.size() << ", " << lus.size() << " entries found, "
+                          << m_livres.size() << " before";
     m_livres = lus;
     if (m_livres.size() > 1500) {
       ASSERT_NO_FATAL_FAILURE(Recommence());
     }
   }
-  std::cout << tues << " killed, " << termines << " came to their end, " << reprisesTuees
-            << " recoveries killed, " << confirmes << " entries acknowledged\n";
-  EXPECT_GE(tues, morts);
-}
-
-/// The cheques of a slip are marked together, or none of them is.
-TEST_F(Morts, UneRemiseEstMarqueeEnEntier) {
-  constexpr unsigned cheques = 150;
-  const unsigned morts = Nombre("FENLOR_MORTS", 30);
-  m_cabinet = m_dossier.Chemin() + "/remise";
-  ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
-  m_comptes = LitComptes(m_cabinet);
-  std::string entree;
-  for (unsigned n = 0; n < cheques; ++n)
-    entree += LigneSaisie(m_comptes, true, "Piece " + std::to_string(n), 10 + n, 10 + n);
-  ASSERT_EQ(Ctl({"--cabinet", m_cabinet, "saisir", "--tout"}, entree).statut, 0);
-  const std::vector<std::string> compte = {"--compte", m_comptes.banque};
-  const auto commande = [&](std::vector<std::string> mots) {
-    mots.insert(mots.begin(), {"--cabinet", m_cabinet});
-    mots.insert(mots.end(), compte.begin(), compte.end());
-    return mots;
-  };
-  const auto remis = [&] {
-    unsigned nombre = 0;
-    for (const auto& [mouvement, lignes] : LitJournal(m_cabinet))
-      for (const Json& ligne : lignes) {
-        nombre += ligne.value("Remise", 0) != 0;
-        EXPECT_EQ(ligne.value("Remise", 0) != 0, !ligne.value("DateRemise", "").empty());
-      }
-    return nombre;
-  };
-  ASSERT_EQ(remis(), 0u);
-  unsigned tues = 0, faites = 0;
-  bool retire = false;
-  long duree = 20'000;
-  for (unsigned tour = 0; (tues < morts || faites == 0) && tour < 4 * morts + 40; ++tour) {
-    Enfant enfant(retire     ? commande({"remise", "retirer"})
-                  : tour % 2 ? commande({"remise", "remettre"})
-                             : commande({"etat", "remise", "--remettre", "--marquage"}),
-                  "/dev/null");
-    enfant.Ecoute(1'000 + Tire(static_cast<unsigned>(duree)));
-    const bool fini = enfant.Fini();
-    enfant.Tue();
-    tues += enfant.Attend().statut == 128 + 9;
-    // On a slow machine a run must be given the time to stand, too.
-    duree = fini ? duree * 9 / 10 + 100 : tues >= morts ? duree * 2 : duree * 11 / 10 + 100;
-    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
-    const unsigned nombre = remis();
-    ASSERT_TRUE(nombre == 0 || nombre == cheques) << nombre << " of them after " << tues << " kills";
-    faites += (nombre == 0) == retire;
-    retire = nombre != 0;
-  }
-  std::cout << tues << " killed, " << faites << " slips stood\n";
-  EXPECT_TRUE(tues >= morts && faites > 0);
+  std::cout << chasse.tues << " of " << tours << " killed, " << reprisesTuees << " recoveries killed, "
+            << confirmes << " entries acknowledged\n";
+  EXPECT_TRUE(chasse.Assez());
 }
 
 /// Designation of each asset, and the real amount that its three years were set to.
@@ -303,7 +236,7 @@ Biens LitBiens(const std::string& cabinet) {
 /// what was acknowledged last, or what the next line asks for: never gone, never mixed.
 TEST_F(Morts, UneImmobilisationEstLAncienneOuLaNouvelle) {
   constexpr unsigned nombre = 12, lignes = 120;
-  const unsigned morts = Nombre("FENLOR_MORTS", 30);
+  Chasse chasse(m_hasard, Nombre("FENLOR_MORTS", 30));
   m_cabinet = m_dossier.Chemin() + "/biens";
   ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
   std::string entree;
@@ -313,9 +246,8 @@ TEST_F(Morts, UneImmobilisationEstLAncienneOuLaNouvelle) {
   Biens biens = LitBiens(m_cabinet);
   ASSERT_EQ(biens.size(), nombre);
   const std::string fichier = m_dossier.Chemin() + "/biens.json";
-  unsigned tues = 0, version = 0, confirmes = 0;
-  long duree = 20'000;
-  for (unsigned tour = 0; tues < morts && tour < 4 * morts + 10; ++tour) {
+  unsigned version = 0, confirmes = 0;
+  for (unsigned tour = 0; !chasse.Assez() && tour < 4 * chasse.voulus + 10; ++tour) {
     const bool detail = tour % 2;
     std::vector<Biens> apres{biens};  // after so many lines
     std::string demande;
@@ -334,79 +266,19 @@ TEST_F(Morts, UneImmobilisationEstLAncienneOuLaNouvelle) {
       demande += ligne.dump() + "\n";
     }
     test::EcritFichier(fichier, demande);
-    Enfant enfant({"--cabinet", m_cabinet, "immobilisation", detail ? "detail" : "modifier"}, fichier);
-    enfant.Ecoute(1'000 + Tire(static_cast<unsigned>(duree)));
-    const bool fini = enfant.Fini();
-    enfant.Tue();
-    const Resultat r = enfant.Attend();
-    tues += r.statut == 128 + 9;
-    duree = fini ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
+    const Resultat r =
+        chasse.Lance({"--cabinet", m_cabinet, "immobilisation", detail ? "detail" : "modifier"}, fichier);
     const auto reponses = LignesJson(r.sortie.substr(0, r.sortie.rfind('\n') + 1));
     ASSERT_TRUE(reponses && r.sortie.find("erreur") == std::string::npos) << r.sortie;
     const std::size_t acquis = reponses->size();
     confirmes += static_cast<unsigned>(acquis);
-    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+    Verifie(m_cabinet);
     biens = LitBiens(m_cabinet);
     ASSERT_TRUE(biens == apres[acquis] || (acquis < lignes && biens == apres[acquis + 1]))
-        << "kill " << tues << ", " << acquis << " acknowledged";
+        << "kill " << chasse.tues << ", " << acquis << " acknowledged";
   }
-  std::cout << tues << " killed, " << confirmes << " lines acknowledged\n";
-  EXPECT_GE(tues, morts);
-}
-
-/// Whatever stops a walk or a confirmation, each occurrence is in the journal once in the end, and none is
-/// lost.
-TEST_F(Morts, LesEcheancesViennentUneFois) {
-  const unsigned morts = Nombre("FENLOR_MORTS", 30);
-  constexpr unsigned modeles = 12, mois = 6;
-  const auto commande = [&](std::vector<std::string> mots) {
-    mots.insert(mots.begin(), {"--cabinet", m_cabinet, "--aujourdhui", "20/06/2003"});
-    return mots;
-  };
-  unsigned tues = 0, livres = 0;
-  long duree = 30'000;
-  while (tues < morts && livres < 4 * morts + 20) {
-    m_cabinet = m_dossier.Chemin() + "/auto" + std::to_string(++livres);
-    ASSERT_NO_FATAL_FAILURE(CreeCabinet(m_cabinet));
-    m_comptes = LitComptes(m_cabinet);
-    std::string entree;
-    for (unsigned n = 0; n < modeles; ++n)
-      entree += Json{{"Genre", 2},
-                     {"Date", n % 3 ? "05/01/2003" : "05/06/2003"},
-                     {"Libelle", "Modele " + std::to_string(n)},
-                     {"Tresorerie", m_comptes.banque},
-                     {"Compte", m_comptes.depense},
-                     {"MontantEuro", 10 + n},
-                     {"Periodicite", 6},
-                     {"NbPaiements", n % 4 == 1 ? mois : 12},
-                     {"Annoncer", n % 3 ? 0 : 1}}
-                    .dump() +
-                "\n";
-    ASSERT_EQ(Ctl(commande({"automatique", "ajouter"}), entree).statut, 0);
-    for (bool fini = false; !fini;) {
-      Enfant enfant(commande({"echeances", "--toutes"}), "/dev/null");
-      enfant.Ecoute(1'000 + Tire(static_cast<unsigned>(duree)));
-      fini = enfant.Fini();
-      enfant.Tue();
-      const int statut = enfant.Attend().statut;
-      ASSERT_TRUE(statut == 0 || statut == 128 + 9) << statut;
-      fini = statut == 0;
-      tues += !fini;
-      duree = fini ? duree * 7 / 10 + 100 : duree * 12 / 10 + 100;
-    }
-    std::map<std::string, unsigned> vues;
-    for (const auto& [mouvement, lignes] : LitJournal(m_cabinet))
-      ++vues[lignes.front().value("Libelle", "") + ' ' + lignes.front().value("Date", "")];
-    unsigned attendues = 0;
-    for (unsigned n = 0; n < modeles; ++n) attendues += n % 3 ? mois : 1;
-    EXPECT_EQ(vues.size(), attendues);
-    for (const auto& [echeance, fois] : vues) EXPECT_EQ(fois, 1u) << echeance;
-    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
-  }
-  std::cout << tues << " killed, " << livres << " books\n";
-  EXPECT_GE(tues, morts);
+  std::cout << chasse.tues << " killed, " << confirmes << " lines acknowledged\n";
+  EXPECT_TRUE(chasse.Assez());
 }
 
 }  // namespace

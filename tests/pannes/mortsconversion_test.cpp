@@ -36,8 +36,7 @@ class MortsConversion : public testing::Test {
       EXPECT_EQ(r.statut, 0) << r.erreurs;
       tout += r.sortie;
     }
-    const Resultat verifie = Ctl({"--cabinet", m_cabinet, "verifier"});
-    EXPECT_EQ(verifie.statut, 0) << verifie.sortie << verifie.erreurs;
+    Verifie(m_cabinet);
     return tout;
   }
 

@@ -55,8 +55,7 @@ class MortsEcheances : public testing::Test {
   }
   /// How often each occurrence stands in the journal.
   std::map<std::string, unsigned> Vues() {
-    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    EXPECT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+    Verifie(m_cabinet);
     std::map<std::string, unsigned> vues;
     for (const auto& [mouvement, lignes] : LitJournal(m_cabinet)) {
       EXPECT_EQ(Anomalie(lignes), "") << "entry " << mouvement;

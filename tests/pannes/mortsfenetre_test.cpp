@@ -36,9 +36,7 @@ TEST(MortsFenetre, CeQueLaFormeAConfirmeResteEntier) {
     for (const Json& reponse : *reponses) connues[reponse.value("libelle", "")] = reponse.value("ttc", 0.0);
     confirmes += static_cast<unsigned>(reponses->size());
 
-    const Resultat verification = Ctl({"--cabinet", cabinet, "verifier"});
-    ASSERT_EQ(verification.statut, 0)
-        << "kill " << mort << ": " << verification.sortie << verification.erreurs;
+    Verifie(cabinet);
     std::map<std::string, f64> lues;
     for (const auto& [mouvement, lignes] : LitJournal(cabinet)) {
       EXPECT_EQ(Anomalie(lignes), "") << "entry " << mouvement;

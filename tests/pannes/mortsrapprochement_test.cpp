@@ -57,8 +57,7 @@ class MortsRapprochement : public testing::Test {
   }
   /// Operations in lines; each operation stands once, waiting or in a line.
   unsigned Rapprochees() {
-    const Resultat verification = Ctl({"--cabinet", m_cabinet, "verifier"});
-    EXPECT_EQ(verification.statut, 0) << verification.sortie << verification.erreurs;
+    Verifie(m_cabinet);
     const auto places = Ou(m_cabinet);
     EXPECT_EQ(places.size(), Operations);
     unsigned rapprochees = 0;
@@ -69,46 +68,33 @@ class MortsRapprochement : public testing::Test {
     return rapprochees;
   }
 
-  const unsigned m_morts = Nombre("FENLOR_MORTS", 30);
   std::mt19937 m_hasard;
+  Chasse m_chasse{m_hasard, Nombre("FENLOR_MORTS", 30)};
   DossierTemporaire m_dossier{true};
   const std::string m_modele = m_dossier / "modele", m_cabinet = m_dossier / "cabinet";
   Comptes m_comptes;
 };
 
 TEST_F(MortsRapprochement, RienNEstAMoitieRapproche) {
-  unsigned tues = 0, faits = 0;
-  long duree = 20'000;
-  for (unsigned tour = 0; (tues < m_morts || faits == 0) && tour < 4 * m_morts + 40; ++tour) {
+  unsigned faits = 0;
+  for (unsigned tour = 0; (!m_chasse.Assez() || faits == 0) && tour < 4 * m_chasse.voulus + 40; ++tour) {
     Recopie();
-    Enfant enfant({"--cabinet", m_cabinet, "rapprochement", "automatique", "--compte", m_comptes.banque},
-                  "/dev/null");
-    enfant.Ecoute(1'000 + static_cast<long>(m_hasard() % static_cast<unsigned>(duree)));
-    const bool fini = enfant.Fini();
-    enfant.Tue();
-    tues += enfant.Attend().statut == 128 + 9;
-    // On a slow machine a run must be given the time to stand, too.
-    duree = fini ? duree * 9 / 10 + 100 : tues >= m_morts ? duree * 2 : duree * 11 / 10 + 100;
+    m_chasse.Lance({"--cabinet", m_cabinet, "rapprochement", "automatique", "--compte", m_comptes.banque});
     const unsigned rapprochees = Rapprochees();
     ASSERT_TRUE(rapprochees == 0 || rapprochees == Operations) << "the run is one unit";
-    ASSERT_FALSE(HasFailure()) << "after " << tues << " kills";
+    ASSERT_FALSE(HasFailure()) << "after " << m_chasse.tues << " kills";
     faits += rapprochees != 0;
   }
-  std::cout << tues << " killed, " << faits << " runs stood\n";
-  EXPECT_TRUE(tues >= m_morts && faits > 0);
+  std::cout << m_chasse.tues << " killed, " << faits << " runs stood\n";
+  EXPECT_TRUE(m_chasse.Assez() && faits > 0);
 }
 
 /// With a question for each pair: what was answered yes stands before the next question is put.
 TEST_F(MortsRapprochement, ChaqueOuiTient) {
   unsigned tues = 0, dits = 0, sansQuestion = 0;
-  long duree = 20'000;
-  for (unsigned tour = 0; tues < m_morts && tour < 8 * m_morts + 40; ++tour) {
+  for (unsigned tour = 0; tues < m_chasse.voulus && tour < 8 * m_chasse.voulus + 40; ++tour) {
     Recopie();
-    Enfant enfant({m_cabinet, m_comptes.banque}, "/dev/null", "rapprochementconfirme");
-    enfant.Ecoute(1'000 + static_cast<long>(m_hasard() % static_cast<unsigned>(duree)));
-    duree = enfant.Fini() ? duree * 9 / 10 + 100 : duree * 11 / 10 + 100;
-    enfant.Tue();
-    const Resultat r = enfant.Attend();
+    const Resultat r = m_chasse.Lance({m_cabinet, m_comptes.banque}, "/dev/null", "rapprochementconfirme");
     const bool tue = r.statut == 128 + 9;
     ASSERT_TRUE(tue || r.statut == 0);
     const auto questions = LignesJson(r.sortie.substr(0, r.sortie.rfind('\n') + 1));
@@ -124,7 +110,7 @@ TEST_F(MortsRapprochement, ChaqueOuiTient) {
   }
   std::cout << tues << " killed between questions, " << dits << " yes, " << sansQuestion
             << " that no question followed\n";
-  EXPECT_GE(tues, m_morts);
+  EXPECT_GE(tues, m_chasse.voulus);
 }
 
 }  // namespace

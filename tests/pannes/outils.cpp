@@ -97,6 +97,18 @@ Resultat Enfant::Attend() {
   return {WIFSIGNALED(etat) ? 128 + WTERMSIG(etat) : WEXITSTATUS(etat), m_sortie, {}};
 }
 
+Resultat Chasse::Lance(const std::vector<std::string>& arguments, const std::string& fichierEntree,
+                       const std::string& nom) {
+  Enfant enfant(arguments, fichierEntree, nom);
+  enfant.Ecoute(500 + static_cast<long>(m_hasard() % static_cast<unsigned>(m_duree)));
+  const bool fini = enfant.Fini();
+  enfant.Tue();
+  const Resultat r = enfant.Attend();
+  tues += r.statut == 128 + SIGKILL;
+  m_duree = fini ? m_duree * 9 / 10 + 100 : Assez() ? m_duree * 2 : m_duree * 11 / 10 + 100;
+  return r;
+}
+
 std::optional<std::vector<Json>> LignesJson(const std::string& texte) {
   std::vector<Json> objets;
   std::istringstream flux(texte);
@@ -187,6 +199,11 @@ std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string&
 void CreeCabinet(const std::string& cabinet) {
   const Resultat r = Ctl({"--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"});
   ASSERT_EQ(r.statut, 0) << r.erreurs;
+}
+
+void Verifie(const std::string& cabinet) {
+  const Resultat r = Ctl({"--cabinet", cabinet, "verifier"});
+  EXPECT_EQ(r.statut, 0) << r.sortie << r.erreurs;
 }
 
 unsigned Nombre(const char* variable, unsigned defaut) {

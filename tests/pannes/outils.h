@@ -7,6 +7,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <random>
 
 #include "ctl/ctl.h"
 #include "outils/cabinetdetest.h"
@@ -49,6 +50,25 @@ class Enfant {
   std::string m_sortie;
 };
 
+/// Runs killed at any moment of the time that a whole one takes, which is learned as they go. Once enough
+/// are dead they get the time to come to their end, on a slow machine, too.
+class Chasse {
+ public:
+  Chasse(std::mt19937& hasard, unsigned voulus, long duree = 20'000)
+      : voulus(voulus), m_hasard(hasard), m_duree(duree) {}
+  /// One run, at its end or killed: `Enfant`.
+  Resultat Lance(const std::vector<std::string>& arguments, const std::string& fichierEntree = "/dev/null",
+                 const std::string& nom = "fenlorctl");
+  bool Assez() const { return tues >= voulus; }
+
+  unsigned tues = 0;
+  unsigned voulus;
+
+ private:
+  std::mt19937& m_hasard;
+  long m_duree;  ///< microseconds
+};
+
 /// Accounts of a practice's chart that the tests enter on, as `exporter COMPTES` shows them.
 struct Comptes {
   std::string recette, depense, banque, caisse;
@@ -76,6 +96,9 @@ std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string&
 
 /// Makes a practice with exercice "2003", in Euro, subject to VAT.
 void CreeCabinet(const std::string& cabinet);
+
+/// Fails the current test when `verifier` finds something.
+void Verifie(const std::string& cabinet);
 
 /// A number from the environment.
 unsigned Nombre(const char* variable, unsigned defaut);

@@ -119,6 +119,7 @@ class Verbes : public testing::Test {
     remplit({"saisir", "--tout"}, saisie(1));
     remplit({"importer", "BANQUE"}, Operations(0));
     remplit({"importer", "Immo"}, Biens(0));
+    remplit({"automatique", "ajouter"}, Modeles(comptes));
     remplit({"compte", "ajouter", "--compte", "604", "--forme", "depenses", "--designation", "Achats",
              "--code", "ZACHATS"},
             {});
@@ -140,6 +141,10 @@ class Verbes : public testing::Test {
           "15/03/2003"},
          {}},
         {"remise remettre", {"remise", "remettre", "--compte", comptes.banque, "--date", "20/03/2003"}, {}},
+        {"etat remise",
+         {"etat", "remise", "--remettre", "--compte", comptes.banque, "--date", "20/03/2003", "--marquage"},
+         {}},
+        {"echeances", {"--aujourdhui", "20/06/2003", "echeances", "--toutes"}, {}, Etapes::Reprend},
         {"automatique ajouter", {"automatique", "ajouter"}, Modeles(comptes), Etapes::Unites},
         {"recalculer", {"recalculer"}, {}},
         {"recalculer --euros", {"recalculer", "--euros"}, {}, Etapes::Reprend},
@@ -219,13 +224,13 @@ TEST_F(Verbes, TuesEnChemin) {
   unsigned tues = 0, avant = 0, apres = 0, entre = 0;
   struct Issue {
     std::string avant, apres;
-    long duree = 0;
+    Chasse chasse;
   };
   std::map<std::string, Issue> issues;
   for (unsigned tour = 0; tues < morts && tour < 4 * morts + 40; ++tour) {
     const Verbe& verbe = m_verbes[tour % m_verbes.size()];
     SCOPED_TRACE(verbe.nom);
-    Issue& issue = issues[verbe.nom];
+    Issue& issue = issues.try_emplace(verbe.nom, Issue{{}, {}, {m_hasard, morts, 30'000}}).first->second;
     std::string plainte;
     if (issue.apres.empty()) {
       Recopie();
@@ -235,16 +240,10 @@ TEST_F(Verbes, TuesEnChemin) {
       ASSERT_EQ(r.statut, 0) << r.sortie << r.erreurs;
       issue.apres = Etat(plainte);
       ASSERT_EQ(plainte, "");
-      issue.duree = 30'000;
     }
     Recopie();
     test::EcritFichier(m_entree, verbe.entree);
-    Enfant enfant(verbe.arguments, m_entree);
-    enfant.Ecoute(500 + static_cast<long>(m_hasard() % static_cast<unsigned>(issue.duree)));
-    const bool fini = enfant.Fini();
-    enfant.Tue();
-    tues += enfant.Attend().statut == 128 + 9;
-    issue.duree = fini ? issue.duree * 9 / 10 + 100 : issue.duree * 11 / 10 + 100;
+    tues += issue.chasse.Lance(verbe.arguments, m_entree).statut == 128 + 9;
     std::string etat = Etat(plainte);
     avant += etat == issue.avant;
     apres += etat != issue.avant && etat == issue.apres;

@@ -66,6 +66,16 @@ inline bool MontantsExacts(const Line& l, const LigneModele& m) {
   return l.MontantFranc == EnUnites(m.montant[0]) && l.MontantEuro == EnUnites(m.montant[1]);
 }
 
+/// A link whose words all follow from its number.
+template <class Rec>
+void PoseLien(Rec& rec, u32 id) {
+  rec.LienId = id;
+  rec.Reserve134 = id * 2;
+  rec.LienB = id * 3;
+  rec.LienPoste = static_cast<u16>(id % 7);
+  rec.LienApplication = static_cast<i16>(id % 5);
+}
+
 template <class Rec>
 void Remplit(const SaisieModele& s, Rec& rec) {
   rec.Journal = s.journal;
@@ -75,7 +85,7 @@ void Remplit(const SaisieModele& s, Rec& rec) {
   PoseTexte(rec.Tiers, s.tiers);
   rec.Ligne = s.ligne;
   rec.Date = s.date;
-  rec.LienId = s.lienId;
+  PoseLien(rec, s.lienId);
   rec.LienA = s.lienA;
   rec.SaisieEuro = s.euro;
   rec.Validee = s.validee;
@@ -222,6 +232,8 @@ class ComparaisonLivres {
     }
     if (!personnel) s.comptePerso.clear();
     s.tresor = tresor;
+    EcrSimple simple{};
+    ASSERT_EQ(m_livres->ReadEcrSimple(m_ex, mouvement, simple) != 0, s.genre == GenreSimple) << mouvement;
     if (s.genre == GenreSimple) {
       EcrSimple attendue = Simple(s), lue{};
       attendue.Mouvement = mouvement;
@@ -274,8 +286,8 @@ class ComparaisonLivres {
     std::snprintf(t[2], 80, "%-10s%s%010u%010u%1d%010u", compte, dl, mouvement, rang, l.journal, l.ligne);
     std::snprintf(t[3], 80, "%s%-10s%010u%010u%1d%010u", dl, compte, mouvement, rang, l.journal, l.ligne);
     std::snprintf(t[4], 80, "%010u%010u%1d%010u", mouvement, rang, l.journal, l.ligne);
-    std::snprintf(t[5], 80, "%-9s%010u%010u%010u%010u%1d%010u", l.piece.c_str(), l.lienId, 0u, mouvement,
-                  rang, l.journal, l.ligne);
+    std::snprintf(t[5], 80, "%-9s%010u%010u%010u%010u%1d%010u", l.piece.c_str(), l.lienId, l.lienId * 2,
+                  mouvement, rang, l.journal, l.ligne);
     for (std::size_t i = 0; i < 6; ++i) cles[i].insert(t[i]);
   }
 

@@ -76,6 +76,29 @@ TEST(Ecritures, NumeroDansUneCle) {
   EXPECT_EQ(QVAPI::GetMouvements("9999999999", 4), 0u);
 }
 
+TEST(Ecritures, LeTableauDeTresorerieRepartDeZero) {
+  Livres livres;
+  EcrStandard rec{};
+  const auto pose = [&](u32 rang, f64 euro) {
+    LineTresor t{};
+    t.MontantEuro = euro;
+    return livres->SetEcrLineTresor(rang, rec, t);
+  };
+  EXPECT_FALSE(pose(1, 1));
+  EXPECT_TRUE(pose(0, 1));
+  EXPECT_TRUE(pose(1, 2));
+  EXPECT_TRUE(pose(0, 3));
+  EXPECT_EQ(+rec.NbLignesTresorerie, 2u);
+  rec.NbLignesTresorerie = 0;
+  EXPECT_TRUE(pose(0, 4));
+  LineTresor t{};
+  EXPECT_TRUE(livres->GetEcrLineTresor(0, rec, t));
+  EXPECT_EQ(+t.MontantEuro, 4);
+  EXPECT_FALSE(livres->GetEcrLineTresor(1, rec, t));
+  livres->LibereLignes(rec);
+  EXPECT_FALSE(livres->GetEcrLineTresor(0, rec, t));
+}
+
 TEST(Ecritures, FichiersOuvertsLeTempsDeLOperation) {
   Livres livres;
   const std::string ex = livres.Exercice(), autre = livres.Dossier() + "/2004";

@@ -208,7 +208,7 @@ class Essai : public ComparaisonLivres {
     line.Date = l.date;
     line.DateLigne = l.dateLigne;
     line.SaisieEuro = l.euro;
-    line.LienId = l.lienId;
+    PoseLien(line, l.lienId);
     line.LienA = l.lienA;
     line.Validee = l.validee;
     line.Pointee = l.pointee;
@@ -302,7 +302,7 @@ class Essai : public ComparaisonLivres {
     enTete.Date = HasardDate();
     enTete.Ligne = Entre(1, 300);
     if (Pile()) PoseTexte(enTete.Libelle, "Autre");
-    if (Entre(0, 3) == 0) enTete.LienId = Entre(0, 9);
+    if (Entre(0, 3) == 0) PoseLien(enTete, Entre(0, 9));
     ASSERT_TRUE(m_livres->UpdateMouvements(m_ex, mouvement, enTete));
     for (LigneModele& l : ecriture.lignes) {
       l.date = l.dateLigne = enTete.Date;

@@ -168,66 +168,6 @@ TEST_P(MoteurTest, UneCleUniqueRefuseLeDouble) {
   EXPECT_EQ(livres.moteur.NombreCles(70), 1u);
 }
 
-TEST_P(MoteurTest, UnGrosLotPasseParLaQueue) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
-  ASSERT_TRUE(livres.Ouvre());
-  Moteur& moteur = livres.moteur;
-  const Position libre = livres.Ajoute(FichierBanques, Operation("5110000000", 0x07D30101, 1));
-  ASSERT_TRUE(livres.Supprime<Banque>(FichierBanques, libre));
-  constexpr int Nombre = 60000;  // 10 MB of records, past what a unit keeps in memory
-  for (const bool valide : {false, true}) {
-    moteur.DebutUnite();
-    for (int i = 0; i < Nombre; ++i) {
-      const Banque rec = Operation("5120000000", 0x07D30101, i);
-      const Position p = moteur.Ajoute(FichierBanques, &rec);
-      ASSERT_TRUE(p && moteur.AjouteCles(FichierBanques, p, &rec, true));
-      if (i == 50000) {  // an inner unit that changes its mind, in the tail
-        moteur.DebutUnite();
-        ASSERT_TRUE(livres.Supprime<Banque>(FichierBanques, p));
-        ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5190000000", 0x07D30101, 1)));
-        moteur.AnnuleUnite();
-      }
-    }
-    if (valide) {
-      ASSERT_TRUE(moteur.ValideUnite());
-    } else {
-      moteur.AnnuleUnite();
-      ASSERT_EQ(moteur.NombreCles(87), 0u);
-      ASSERT_EQ(moteur.NombreEmplacements(FichierBanques), 1u);
-    }
-  }
-  EXPECT_EQ(moteur.NombreCles(87), u32{Nombre});
-  // The first one took the free slot; all others follow.
-  Banque rec;
-  ASSERT_TRUE(moteur.Lit(FichierBanques, Nombre, &rec));
-  EXPECT_EQ(+rec.MontantFranc, Nombre - 1);
-  ASSERT_TRUE(moteur.FermeCabinet());
-
-  Livres encore(m_dossier.Chemin(), Cles(), m_systeme);
-  ASSERT_TRUE(encore.Ouvre());
-  EXPECT_EQ(encore.moteur.NombreCles(88), u32{Nombre});
-  ASSERT_TRUE(encore.moteur.Lit(FichierBanques, 51000, &rec));
-  EXPECT_EQ(+rec.MontantFranc, 50999);
-}
-
-TEST_P(MoteurTest, UnArretBrutalNePerdRien) {
-  DossierTemporaire copie;
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
-  ASSERT_TRUE(livres.Ouvre());
-  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
-  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("7060000000", "HON")));
-  livres.moteur.DebutUnite();
-  ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
-  fs::copy(m_dossier.Chemin(), copie.Chemin(),
-           fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-  livres.moteur.AnnuleUnite();
-
-  Livres repris(copie.Chemin(), Cles(), m_systeme);
-  ASSERT_TRUE(repris.Ouvre()) << repris.moteur.Erreur();
-  EXPECT_EQ(repris.Comptes(), "5120000000=BQ 7060000000=HON ");
-  EXPECT_EQ(fs::file_size(copie / "COMPTES.dat"), 1024u + 2 * 304u);
-}
-
 // The log leaves out the zeroes at the end of a new record; behind the records may stand what was undone.
 TEST_P(MoteurTest, LaRepriseEffaceCeQuiTraineDerriere) {
   DossierTemporaire copie;

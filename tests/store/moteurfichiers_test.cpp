@@ -289,23 +289,5 @@ TEST_F(ClesSurDisqueTest, LaRepriseSuitToujoursLeMemeOrdre) {
   }
 }
 
-TEST_F(ClesSurDisqueTest, UneUniteAbimeeAvantUneBonneEstDite) {
-  DossierTemporaire copie;
-  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
-  ASSERT_TRUE(livres.Ouvre());
-  for (int i = 0; i < 4; ++i) ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 1, i + 1)));
-  fs::copy(m_dossier.Chemin(), copie.Chemin(),
-           fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-  std::fstream rep(copie / "fenlor.rep", std::ios::in | std::ios::out | std::ios::binary);
-  rep.seekp(65536 + 4096 + 60);  // inside the second unit
-  rep << "xxxx";
-  rep.close();
-  Livres repris(copie.Chemin(), m_lmdb, m_systeme);
-  EXPECT_FALSE(repris.Ouvre());
-  EXPECT_EQ(repris.moteur.Erreur(), ErrJournalReprise);
-  ASSERT_TRUE(repris.moteur.OuvreCabinet(copie.Chemin(), true));
-  EXPECT_FALSE(repris.moteur.Avertissements().empty());
-}
-
 }  // namespace
 }  // namespace fenlor::test
