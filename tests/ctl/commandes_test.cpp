@@ -300,6 +300,9 @@ TEST_F(Commandes, Reconstruire) {
   Cree();
   Saisit();
   Essaie({"reconstruire"}, {{{"journal", "--json"}, StatutFait, R"("gardes":7)"}});
+  EcritFichier(Cabinet() + "/fenlor.rep", std::string(200'000, 'x'));
+  Essaie({}, {{{"balance"}, StatutRefuse, "fenlor.rep"},
+              {{"reconstruire"}, StatutFait, "fenlor.rep est illisible : il est mis de côté."}});
   EXPECT_EQ(Lance({"reconstruire"}).Lignes().size(), 7u);
 }
 

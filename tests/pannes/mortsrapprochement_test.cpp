@@ -92,9 +92,10 @@ TEST_F(MortsRapprochement, RienNEstAMoitieRapproche) {
 /// With a question for each pair: what was answered yes stands before the next question is put.
 TEST_F(MortsRapprochement, ChaqueOuiTient) {
   unsigned tues = 0, dits = 0, sansQuestion = 0;
+  Chasse chasse(m_hasard, ~0u);  // one that ends tells nothing
   for (unsigned tour = 0; tues < m_chasse.voulus && tour < 8 * m_chasse.voulus + 40; ++tour) {
     Recopie();
-    const Resultat r = m_chasse.Lance({m_cabinet, m_comptes.banque}, "/dev/null", "rapprochementconfirme");
+    const Resultat r = chasse.Lance({m_cabinet, m_comptes.banque}, "/dev/null", "rapprochementconfirme");
     const bool tue = r.statut == 128 + 9;
     ASSERT_TRUE(tue || r.statut == 0);
     const auto questions = LignesJson(r.sortie.substr(0, r.sortie.rfind('\n') + 1));

@@ -109,6 +109,14 @@ Resultat Chasse::Lance(const std::vector<std::string>& arguments, const std::str
   return r;
 }
 
+Resultat Chasse::LanceEntiere(const std::vector<std::string>& arguments, const std::string& fichierEntree) {
+  using namespace std::chrono;
+  const auto debut = steady_clock::now();
+  const Resultat r = Enfant(arguments, fichierEntree).Attend();
+  m_duree = duration_cast<microseconds>(steady_clock::now() - debut).count() + 1;
+  return r;
+}
+
 std::optional<std::vector<Json>> LignesJson(const std::string& texte) {
   std::vector<Json> objets;
   std::istringstream flux(texte);

@@ -59,6 +59,8 @@ class Chasse {
   /// One run, at its end or killed: `Enfant`.
   Resultat Lance(const std::vector<std::string>& arguments, const std::string& fichierEntree = "/dev/null",
                  const std::string& nom = "fenlorctl");
+  /// One that nobody kills. It tells how long the others may take.
+  Resultat LanceEntiere(const std::vector<std::string>& arguments, const std::string& fichierEntree);
   bool Assez() const { return tues >= voulus; }
 
   unsigned tues = 0;

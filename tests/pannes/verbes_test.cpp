@@ -203,14 +203,6 @@ class Verbes : public testing::Test {
     return tout;
   }
 
-  /// Runs a verb to its end on a new copy.
-  Resultat Lance(const Verbe& verbe) {
-    Recopie();
-    test::EcritFichier(m_entree, verbe.entree);
-    Enfant enfant(verbe.arguments, m_entree);
-    return enfant.Attend();
-  }
-
   DossierTemporaire m_dossier;
   std::string m_modele, m_essai, m_entree;
   std::vector<Verbe> m_verbes;
@@ -236,7 +228,8 @@ TEST_F(Verbes, TuesEnChemin) {
       Recopie();
       issue.avant = Etat(plainte);
       ASSERT_EQ(plainte, "");
-      const Resultat r = Lance(verbe);
+      test::EcritFichier(m_entree, verbe.entree);
+      const Resultat r = issue.chasse.LanceEntiere(verbe.arguments, m_entree);
       ASSERT_EQ(r.statut, 0) << r.sortie << r.erreurs;
       issue.apres = Etat(plainte);
       ASSERT_EQ(plainte, "");
