@@ -73,8 +73,12 @@ std::string Biens(unsigned premier) {
   });
 }
 
-std::vector<Verbe> VerbesDuRegistre() {
-  return {{"immobilisation ajouter",
+std::vector<Verbe> AutresVerbes(const Comptes& comptes) {
+  return {{"etat remise",
+           {"etat", "remise", "--remettre", "--compte", comptes.banque, "--date", "20/03/2003", "--marquage"},
+           {}},
+          {"echeances", {"--aujourdhui", "20/06/2003", "echeances", "--toutes"}, {}, Etapes::Reprend},
+          {"immobilisation ajouter",
            {"immobilisation", "ajouter"},
            Repete(3,
                   [](unsigned i) {
@@ -141,10 +145,6 @@ class Verbes : public testing::Test {
           "15/03/2003"},
          {}},
         {"remise remettre", {"remise", "remettre", "--compte", comptes.banque, "--date", "20/03/2003"}, {}},
-        {"etat remise",
-         {"etat", "remise", "--remettre", "--compte", comptes.banque, "--date", "20/03/2003", "--marquage"},
-         {}},
-        {"echeances", {"--aujourdhui", "20/06/2003", "echeances", "--toutes"}, {}, Etapes::Reprend},
         {"automatique ajouter", {"automatique", "ajouter"}, Modeles(comptes), Etapes::Unites},
         {"recalculer", {"recalculer"}, {}},
         {"recalculer --euros", {"recalculer", "--euros"}, {}, Etapes::Reprend},
@@ -158,7 +158,7 @@ class Verbes : public testing::Test {
         {"frais-km enregistrer", {"frais-km", "enregistrer", "--distance", "9000"}, {}},
         {"creer", {"--exercice", "2004", "creer", "--euro"}, {}, Etapes::Reprend},
     };
-    for (const Verbe& verbe : VerbesDuRegistre()) m_verbes.push_back(verbe);
+    for (const Verbe& verbe : AutresVerbes(comptes)) m_verbes.push_back(verbe);
     if (const char* seuls = std::getenv("FENLOR_VERBE"))
       std::erase_if(m_verbes, [&](const Verbe& verbe) { return !std::string(verbe.nom).starts_with(seuls); });
     for (Verbe& verbe : m_verbes) {
