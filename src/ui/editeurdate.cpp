@@ -101,7 +101,11 @@ Date EditeurDate::Lit(const QString& texte, Date reference) {
 Date EditeurDate::Valeur() const { return Lit(text(), m_reference); }
 bool EditeurDate::EstVide() const { return text().trimmed().isEmpty(); }
 bool EditeurDate::EstDate() const { return Valeur() != 0; }
-void EditeurDate::Pose(Date date) { setText(Q(StrDate(date))); }
+void EditeurDate::Pose(Date date) {
+  setText(Q(StrDate(date)));
+  // The field is full: what is typed behind would be lost.
+  if (hasFocus()) selectAll();
+}
 void EditeurDate::PoseReference(Date date) { m_reference = date; }
 void EditeurDate::Normalise() {
   if (const Date date = Valeur()) Pose(date);

@@ -153,7 +153,7 @@ void CDialogRapprochement::DeclareLignes(Formulaire& formulaire) {
   m_manuel.setText(u"&Manuel"_s);
   m_manuel.setToolTip(u"Rapprocher l'opération des écritures choisies (Entrée dans leur liste)"_s);
   m_automatique.setText(u"&Automatique"_s);
-  m_confirmation.setToolTip(u"Demander à chaque rapprochement automatique"_s);
+  m_confirmation.setToolTip(u"Demander à chaque rapprochement automatique (F8)"_s);
   m_confirmation.setChecked(true);
   ADroite(m_cumul);
 }
@@ -228,6 +228,7 @@ void CDialogRapprochement::DeclareTouches() {
     Touche(*liste, Qt::Key_Insert, [this] { CreeEcriture(); });
   connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, this,
           [this] { CZNDialog::Focalise(m_listeOperations.hasFocus() ? m_listeLignes : m_listeOperations); });
+  connect(new QShortcut(Qt::Key_F8, this), &QShortcut::activated, &m_confirmation, &QCheckBox::toggle);
   Touche(m_listeLignes, Qt::ALT | Qt::Key_Up, [this] { m_listeOperations.LignePrecedente(); });
   Touche(m_listeLignes, Qt::ALT | Qt::Key_Down, [this] { m_listeOperations.LigneSuivante(); });
 }

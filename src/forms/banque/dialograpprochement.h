@@ -16,8 +16,8 @@
 namespace fenlor {
 
 /// Keys of the lists: Enter above changes an operation, below it matches what is selected; Ins writes the
-/// entry of the operation, Del deletes it; F6 goes from list to list, Alt+Up and Alt+Down choose an operation
-/// from below.
+/// entry of the operation, Del deletes it; F6 goes from list to list, F8 asks at each automatic match or does
+/// not, Alt+Up and Alt+Down choose an operation from below.
 class CDialogRapprochement : public CZNDialog {
   Q_OBJECT
  public:

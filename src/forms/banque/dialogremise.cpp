@@ -1,6 +1,7 @@
 #include "forms/banque/dialogremise.h"
 
 #include <QPushButton>
+#include <QShortcut>
 
 #include "banque/textes.h"
 #include "core/erreurssaisie.h"
@@ -83,6 +84,13 @@ void CDialogRemise::DeclareListe(Formulaire& formulaire) {
     connect(b, &QPushButton::clicked, this, [agit = std::move(action)] { agit(); });
     return b;
   };
+  // Their letters are those of "Imprimer" and "PDF", too.
+  const auto avecTouche = [this](QPushButton* b, Qt::KeyboardModifiers avec) {
+    const QKeySequence touche(QKeyCombination(avec, Qt::Key_I));
+    connect(new QShortcut(touche, this), &QShortcut::activated, b, &QPushButton::click);
+    b->setToolTip(touche.toString(QKeySequence::NativeText));
+    return b;
+  };
   m_table->setAccessibleName(u"Chèques"_s);
   m_table->Suit(ColonnesCheques(), m_liste.Cheques());
   m_table->PoseTexteVide(u"Aucun chèque pour ce compte, cette période et ce choix."_s);
@@ -93,21 +101,19 @@ void CDialogRemise::DeclareListe(Formulaire& formulaire) {
     ApresCoche({});
   });
   formulaire.Seul(*m_table, "cheques", true).Astuce(u"Espace : remettre, I : imprimer, Entrée : modifier"_s);
+  const auto imprimeTout = [this](bool imprime) {
+    m_liste.ImprimeTout(imprime);
+    ApresCoche({});
+  };
   formulaire.Champ(u"Total Remise :"_s, m_total, "total");
   m_modifier = bouton(u"&Modifier"_s, "modifier", [this] { ModifieEcriture(); });
   formulaire.Rangee(
       {bouton(u"&Tout remettre"_s, "toutRemettre", [this] { ApresCoche(m_liste.RemetTout(true)); }),
        bouton(u"&Rien remettre"_s, "rienRemettre", [this] { ApresCoche(m_liste.RemetTout(false)); }),
-       bouton(u"Tout &imprimer"_s, "toutImprimer",
-              [this] {
-                m_liste.ImprimeTout(true);
-                ApresCoche({});
-              }),
-       bouton(u"Rien im&primer"_s, "rienImprimer",
-              [this] {
-                m_liste.ImprimeTout(false);
-                ApresCoche({});
-              }),
+       avecTouche(bouton(u"Tout &imprimer"_s, "toutImprimer", [=] { imprimeTout(true); }),
+                  Qt::ControlModifier),
+       avecTouche(bouton(u"Rien im&primer"_s, "rienImprimer", [=] { imprimeTout(false); }),
+                  Qt::ControlModifier | Qt::ShiftModifier),
        m_modifier});
   connect(m_table, &TableListe::SelectionChangee, this,
           [this] { m_modifier->setEnabled(m_table->LigneChoisie() >= 0); });

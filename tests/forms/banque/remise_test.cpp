@@ -43,6 +43,12 @@ TEST_F(FormeRemise, AuClavier) {
   const auto touche = [&](Qt::Key t) { QTest::keyClick(&table, t); };
   EXPECT_EQ(Coches(f), "..,..,..");
   EXPECT_TRUE(Total(f).empty());
+  test::Va(Champ(f, "du"));
+  for (const QString& jour : {u"11/03/2003"_s, u"15/03/2003"_s}) {
+    QTest::keyClicks(f.focusWidget(), jour);
+    QTest::keyClick(f.focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(Champ(f, "au").text(), u"15/03/2003"_s) << "typed over the day that stands there";
   Clique(Case(f, "euro"));
   table.setFocus();
   touche(Qt::Key_Space);
@@ -56,6 +62,16 @@ TEST_F(FormeRemise, AuClavier) {
   test::Tape(Champ(f, "date"), u"14/03"_s);
   test::Va(table);
   EXPECT_EQ(Coches(f), "r.,.i,ri") << "the list does not depend on it";
+  QTest::keyClick(&table, Qt::Key_I, Qt::ControlModifier);
+  EXPECT_EQ(Coches(f), "ri,.i,ri");
+  for (int i = 0; i < 2 && Focus(f) != "rienImprimer"; ++i)  // one letter for two: each in its turn
+    QTest::keyClick(f.focusWidget(), Qt::Key_P, Qt::AltModifier);
+  QTest::keyClick(f.focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(Coches(f), "r.,..,r.");
+  QTest::keyClick(&table, Qt::Key_I, Qt::ControlModifier);
+  QTest::keyClick(&table, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(Coches(f), "r.,..,r.");
+  Clique(Case(f, "toutImprimer"));
   // The second one is paid otherwise after all.
   test::Robot robot;
   robot.Attend("DialogEcriture", [](QDialog& e) {
@@ -63,7 +79,7 @@ TEST_F(FormeRemise, AuClavier) {
     Ok(e);
   });
   touche(Qt::Key_Return);
-  EXPECT_EQ(Coches(f), "r.,ri");
+  EXPECT_EQ(Coches(f), "ri,ri");
   test::Tape(Champ(f, "au"), u"32/03/2003"_s);
   Ok(f);
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{ErrDateIncorrecte});
