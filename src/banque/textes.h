@@ -68,7 +68,7 @@ inline constexpr TexteFixe ErrPlusieursComptes{3478,
 inline constexpr TexteFixe ErrNumeroBanque{3479, "Le compte %s n'est pas dans ce fichier (%s)."};
 /// new, known, outside, unreadable
 inline constexpr TexteFixe InfoReleveImporte{3470,
-    "%s opérations importées.\n\n%s déjà connues, %s hors de l'exercice, %s illisibles."};
+    "Opérations importées : %s.\n\nDéjà connues : %s, hors de l'exercice : %s, illisibles : %s."};
 
 /// account of the file, account of the last one
 inline constexpr TexteFixe AvisAutreCompte{5935,
@@ -98,7 +98,7 @@ inline constexpr TexteFixe MotNonDit{6534, "(le fichier ne le dit pas)"};
 /// amount, date
 inline constexpr TexteFixe FormatSoldeAu{6535, "%s au %s"};
 /// operations, complaints
-inline constexpr TexteFixe FormatResultatReleve{6536, "%s opérations lues, %s lignes illisibles."};
+inline constexpr TexteFixe FormatResultatReleve{6536, "Opérations lues : %s, lignes illisibles : %s."};
 /// date, amount, label
 inline constexpr TexteFixe FormatExempleReleve{6537, " La première : %s, %s, %s"};
 

@@ -15,6 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr std::size_t LignesMontrees = 30, ColonnesMontrees = 20;
+constexpr int LignesVues = 13;
+constexpr std::size_t LargeurMin = 11, LargeurMax = 40;  ///< of a column, in characters
 constexpr const char* Jeux[] = {"UTF-8", "Windows-1252", "UTF-16"};
 constexpr std::pair<const char*, char> Separateurs[] = {
     {"Point-virgule", ';'}, {"Virgule", ','}, {"Tabulation", '\t'}, {"Barre verticale", '|'}};
@@ -38,6 +40,19 @@ const std::array<ChampColonne, NbColonnesReleve>& Champs() {
   return champs;
 }
 
+std::string Cellule(const LigneCsv& ligne, std::size_t colonne) {
+  return colonne < ligne.cellules.size() ? LibelleNet(ligne.cellules[colonne]) : std::string();
+}
+
+/// What most rows need: one long title in front of them takes no room from the others.
+int LargeurDe(const std::vector<LigneCsv>& lignes, std::size_t colonne) {
+  std::vector<std::size_t> tailles;
+  for (const LigneCsv& ligne : lignes) tailles.push_back(Cellule(ligne, colonne).size());
+  std::sort(tailles.begin(), tailles.end());
+  const std::size_t taille = tailles.empty() ? 0 : tailles[tailles.size() * 9 / 10];
+  return static_cast<int>(std::clamp(taille, LargeurMin, LargeurMax));
+}
+
 std::string NombreTexte(int nombre) { return std::to_string(nombre); }
 
 }  // namespace
@@ -52,6 +67,7 @@ CDialogReleveCsv::CDialogReleveCsv(ContexteUi& contexte, const std::string& octe
   DeclareFichier(formulaire);
   formulaire.Seul(*m_table, "lignes", true);
   m_table->setAccessibleName(u"Premières lignes du fichier"_s);
+  m_table->setMinimumHeight(LignesVues * m_table->fontMetrics().lineSpacing());
   DeclareColonnes(formulaire);
   formulaire.Champ(u"Résultat :"_s, m_resultat, "resultat");
   Boutons(Mode::Simple);
@@ -147,10 +163,12 @@ void CDialogReleveCsv::RemplitColonnes() {
     if (titres != m_lignes.end() && i < titres->cellules.size())
       titre += " " + LibelleNet(titres->cellules[i]).substr(0, 24);
     for (EditeurChoix& choix : m_colonnes) choix.Ajoute(titre, NombreTexte(static_cast<int>(i)));
-    colonnes.emplace_back(titre, static_cast<int>(100 / nombre), [i](const LigneCsv& ligne) {
-      return i < ligne.cellules.size() ? LibelleNet(ligne.cellules[i]) : std::string();
-    });
+    const int largeur = std::max(LargeurDe(m_lignes, i), static_cast<int>(titre.size()) + 1);
+    colonnes.emplace_back(titre, largeur, [i](const LigneCsv& ligne) { return Cellule(ligne, i); });
   }
+  int total = 0;
+  for (const auto& colonne : colonnes) total += colonne.largeur;
+  for (auto& colonne : colonnes) colonne.largeur = colonne.largeur * 100 / total;
   m_table->Suit<LigneCsv>(colonnes, m_lignes);
   m_table->Relit(-1);
 }

@@ -22,7 +22,7 @@ TEST_F(FormesReleve, UnTableauDemandeSaFormePuisSApercoit) {
   robot.Attend("DialogReleveCsv", [&](QDialog& w) {
     EXPECT_EQ(Trouve<QComboBox>(w, "montant").currentText(), u"3 Montant"_s);
     EXPECT_EQ(VersUtf8(Trouve<Lecture>(w, "resultat").Valeur()),
-              "3 opérations lues, 1 lignes illisibles. La première : 05/03/2003, 640,00, Loyer");
+              "Opérations lues : 3, lignes illisibles : 1. La première : 05/03/2003, 640,00, Loyer");
     auto& montant = Trouve<EditeurChoix>(w, "montant");
     montant.setFocus();
     QTest::keyClick(&montant, Qt::Key_Home);
