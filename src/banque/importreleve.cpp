@@ -389,7 +389,10 @@ Refus ImporteReleve(CFenlorApp& app, const ApercuReleve& apercu) {
 
 std::optional<FormeCsv> FormeRetenue(CFenlorApp& app, const std::string& compte, std::string_view octets) {
   const auto forme = FormeDepuis(app.Reglages.LitIni(Texte(SecReleves), TexteFormat(CleFormeCsv, {compte})));
-  return forme ? std::optional(FormePour(octets, *forme)) : std::nullopt;
+  if (!forme) return {};
+  const FormeCsv sienne = FormePour(octets, *forme);
+  const bool autres = forme->titres != 0 && sienne.titres != forme->titres;
+  return autres ? std::nullopt : std::optional(sienne);
 }
 
 Refus RetientForme(CFenlorApp& app, const std::string& compte, const FormeCsv& forme) {

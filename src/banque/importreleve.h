@@ -52,7 +52,8 @@ Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureRel
 /// bank's number. Refused, none of it stands. With nothing new the settings are written all the same.
 Refus ImporteReleve(CFenlorApp& app, const ApercuReleve& apercu);
 
-/// The answer for the tables of an account (long form), made fit for this file; none: never asked.
+/// The answer for the tables of an account (long form), made fit for this file; none: never asked, or the
+/// bank's titles are others now.
 std::optional<FormeCsv> FormeRetenue(CFenlorApp& app, const std::string& compte, std::string_view octets);
 Refus RetientForme(CFenlorApp& app, const std::string& compte, const FormeCsv& forme);
 

@@ -72,7 +72,7 @@ struct MotTitre {
   C colonne;
 };
 constexpr MotTitre Mots[] = {{"DATEDEVALEUR", C::Valeur},
-                             {"DATEVALEUR", C::Valeur},
+                             {"DATEVAL", C::Valeur},
                              {"VALEUR", C::Valeur},
                              {"VALUEDATE", C::Valeur},
                              {"DATE", C::Date},
@@ -99,6 +99,14 @@ constexpr MotTitre Mots[] = {{"DATEDEVALEUR", C::Valeur},
                              {"COMPLEMENT", C::Detail},
                              {"MEMO", C::Detail}};
 
+/// The account that a row belongs to, and no other one's.
+bool NommeCompte(const std::string& titre) {
+  for (const std::string_view mot : {"COMPTE", "NUMERODECOMPTE", "NUMEROCOMPTE", "NDECOMPTE", "NCOMPTE",
+                                     "IBAN", "ACCOUNT", "ACCOUNTNUM", "ACCOUNTNUMBER"})
+    if (titre == mot) return true;
+  return false;
+}
+
 /// Columns that a row of titles names; false for any other row. "DATE" means the first, "LIBELLE" may come
 /// twice, and the second is a detail.
 bool LitTitres(const LigneCsv& ligne, FormeCsv& forme) {
@@ -106,6 +114,8 @@ bool LitTitres(const LigneCsv& ligne, FormeCsv& forme) {
   for (std::size_t i = 0; i < ligne.cellules.size() && i < 100; ++i) {
     const std::string titre = LibelleNu(ligne.cellules[i]);
     if (titre.empty() || titre.size() > 40) continue;
+    if (NommeCompte(titre) && forme[C::Compte] < 0) forme[C::Compte] = static_cast<int>(i);
+    if (titre.starts_with("COMPTE") || titre.starts_with("ACCOUNT")) continue;
     const bool cote = titre == "DC" ||
                       (titre.find("DEBIT") != std::string::npos && titre.find("CREDIT") != std::string::npos);
     for (const auto& [mot, colonne] : Mots) {
@@ -291,6 +301,7 @@ char DevineSeparateur(std::string_view texte) {
 }
 
 constexpr std::size_t LignesVues = 400, OctetsVus = 1u << 20;
+constexpr int TitresMax = 0x7FFFFFF;
 
 std::string Debut(std::string_view octets, JeuTexte jeu) {
   return EnWindows1252(EnUtf8(octets.substr(0, OctetsVus), jeu));
@@ -348,11 +359,29 @@ class LecteurCsv {
     const std::string monnaie = Nu(ligne, m_forme[C::Monnaie]);
     operation.monnaie = EnMajuscules(monnaie);
     if (!m_lecture.Place(ligne.rang)) return;
-    AjouteOperation(m_lecture, Sien(), std::move(operation), *centimes);
+    AjouteOperation(m_lecture, Sien(ligne), std::move(operation), *centimes);
+  }
+
+  /// A balance that stands apart is that of the only account of the rows.
+  void Termine() {
+    std::vector<Releve>& comptes = m_lecture.comptes;
+    if (m_forme[C::Compte] < 0 || comptes.size() != 2) return;
+    const std::size_t apart = comptes[0].operations.empty() ? 0 : 1;
+    if (!comptes[apart].operations.empty() || comptes[apart].compte != m_compte) return;
+    Releve& autre = comptes[1 - apart];
+    if (!autre.solde) {
+      autre.solde = comptes[apart].solde;
+      autre.dateSolde = comptes[apart].dateSolde;
+    }
+    comptes.erase(comptes.begin() + static_cast<std::ptrdiff_t>(apart));
   }
 
  private:
-  Releve& Sien() { return m_lecture.Compte(m_compte, m_monnaie); }
+  Releve& Sien(const LigneCsv& ligne) {
+    const std::string dit = Nu(ligne, m_forme[C::Compte]);
+    const bool numero = dit.find_first_of("0123456789") != std::string::npos;
+    return m_lecture.Compte(numero ? dit : m_compte, m_monnaie);
+  }
 
   /// Above 0: in. An empty cell of two columns is nothing; both filled are one amount when one is 0.
   std::optional<i64> Montant(const LigneCsv& ligne) {
@@ -361,7 +390,7 @@ class LecteurCsv {
       return std::nullopt;
     };
     const auto lit = [&](const std::string& texte) -> std::optional<i64> {
-      return texte.empty() ? std::optional<i64>(0) : LitCentimes(texte, m_forme.decimale);
+      return texte.empty() || texte == "-" ? std::optional<i64>(0) : LitCentimes(texte, m_forme.decimale);
     };
     if (m_forme[C::Montant] >= 0) {
       const std::string texte = Nu(ligne, m_forme[C::Montant]), cote = Nu(ligne, m_forme[C::Sens]);
@@ -424,7 +453,7 @@ class LecteurCsv {
     }
     if (!solde || !montant) return false;
     if (debiteur && *montant > 0) montant = -*montant;
-    Releve& releve = Sien();
+    Releve& releve = Sien(LigneCsv{});
     if (date == 0) date = m_dateAvant;
     // Two currencies side by side: the one of the amounts, else the first.
     const bool autre = !monnaie.empty() && monnaie != m_monnaie;
@@ -506,6 +535,7 @@ FormeCsv ProposeColonnes(std::string_view octets, JeuTexte jeu, char separateur)
   Departage(forme);
   DevineEcritures(lignes, forme);
   if (!titres) forme.entete = Entete(lignes, forme);
+  forme.titres = EmpreinteTitres(octets, forme);
   return forme;
 }
 
@@ -514,8 +544,24 @@ FormeCsv ProposeCsv(std::string_view octets) {
   return ProposeColonnes(octets, jeu, DevineSeparateur(Debut(octets, jeu)));
 }
 
+u32 EmpreinteTitres(std::string_view octets, const FormeCsv& forme) {
+  for (const LigneCsv& ligne : PremieresLignes(octets, forme, LignesVues)) {
+    FormeCsv lus;
+    if (ligne.rang != forme.entete || !LitTitres(ligne, lus)) continue;
+    // Without figures: some titles bear a day.
+    u32 nombre = 2166136261u;
+    for (const std::string& cellule : ligne.cellules)
+      for (const char c : LibelleNu(cellule))
+        if (c >= 'A') nombre = (nombre ^ static_cast<unsigned char>(c)) * 16777619u;
+    return std::max(nombre & TitresMax, 1u);
+  }
+  return 0;
+}
+
 FormeCsv FormePour(std::string_view octets, FormeCsv forme) {
+  forme.jeu = DevineJeu(octets);
   forme.entete = Entete(PremieresLignes(octets, forme, LignesVues), forme);
+  forme.titres = EmpreinteTitres(octets, forme);
   return forme;
 }
 
@@ -524,11 +570,13 @@ std::string TexteForme(const FormeCsv& forme) {
                       std::to_string(int{forme.separateur}) + '|' + std::to_string(int{forme.decimale}) +
                       '|' + std::to_string(static_cast<int>(forme.ordre)) + '|' + (forme.inverse ? "1" : "0");
   for (const int colonne : forme.colonnes) texte += '|' + std::to_string(colonne);
-  return texte;
+  return texte + '|' + std::to_string(forme.titres);
 }
 
 std::optional<FormeCsv> FormeDepuis(std::string_view texte) {
-  if (ComptePartie(texte, '|') != 5 + NbColonnesReleve) return {};
+  // Earlier versions knew neither the column of the account nor the titles.
+  const std::size_t parties = ComptePartie(texte, '|'), anciennes = 5 + NbColonnesReleve - 1;
+  if (parties != anciennes && parties != anciennes + 2) return {};
   const auto nombre = [&](std::size_t i, int maximum) {
     const std::string champ = ChampTexte(static_cast<unsigned>(i), texte, '|');
     const int valeur = champ == "-1" ? -1 : TexteVersEntier(champ);
@@ -540,7 +588,8 @@ std::optional<FormeCsv> FormeDepuis(std::string_view texte) {
   forme.decimale = nombre(2, 127) == '.' ? '.' : ',';
   forme.ordre = static_cast<OrdreDate>(std::max(nombre(3, 2), 0));
   forme.inverse = nombre(4, 1) == 1;
-  for (std::size_t i = 0; i < NbColonnesReleve; ++i) forme.colonnes[i] = nombre(5 + i, 99);
+  for (std::size_t i = 0; i < NbColonnesReleve && 5 + i < parties; ++i) forme.colonnes[i] = nombre(5 + i, 99);
+  if (parties > anciennes) forme.titres = static_cast<u32>(std::max(nombre(anciennes + 1, TitresMax), 0));
   if (forme.separateur <= 0 || !forme.Complete()) return {};
   return forme;
 }
@@ -558,6 +607,7 @@ void LitCsv(std::string_view octets, const FormeCsv& forme, LectureReleve& lectu
     lecteur.Ligne(ligne);
     return true;
   });
+  lecteur.Termine();
 }
 
 }  // namespace fenlor

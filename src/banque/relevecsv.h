@@ -23,9 +23,10 @@ enum class ColonneReleve : u8 {
   Credit,
   Sens,
   Reference,
-  Monnaie
+  Monnaie,
+  Compte
 };
-constexpr std::size_t NbColonnesReleve = 10;
+constexpr std::size_t NbColonnesReleve = 11;
 
 struct FormeCsv {
   JeuTexte jeu = JeuTexte::Utf8;
@@ -35,7 +36,9 @@ struct FormeCsv {
   bool inverse = false;  ///< the sign is the other way round: money that goes out above 0 in one column,
                          ///< debits below 0 in two
   u32 entete = 0;        ///< rows before the first operation
-  std::array<int, NbColonnesReleve> colonnes{-1, -1, -1, -1, -1, -1, -1, -1, -1, -1};  ///< from 0; -1: none
+  std::array<int, NbColonnesReleve> colonnes{-1, -1, -1, -1, -1, -1,
+                                             -1, -1, -1, -1, -1};  ///< from 0; -1: none
+  u32 titres = 0;                                                  ///< `EmpreinteTitres`
 
   int& operator[](ColonneReleve colonne) { return colonnes[static_cast<std::size_t>(colonne)]; }
   int operator[](ColonneReleve colonne) const { return colonnes[static_cast<std::size_t>(colonne)]; }
@@ -61,7 +64,9 @@ std::vector<LigneCsv> PremieresLignes(std::string_view octets, const FormeCsv& f
 FormeCsv ProposeCsv(std::string_view octets);
 /// The same with characters and separator given.
 FormeCsv ProposeColonnes(std::string_view octets, JeuTexte jeu, char separateur);
-/// The remembered answer on another file: where its operations begin is looked up anew.
+/// What tells the titles in front of the operations from others; 0 when there are none that name the columns.
+u32 EmpreinteTitres(std::string_view octets, const FormeCsv& forme);
+/// The remembered answer on another file: characters, where its operations begin and titles are its own.
 FormeCsv FormePour(std::string_view octets, FormeCsv forme);
 
 /// One line of the settings, and back; none for another text.

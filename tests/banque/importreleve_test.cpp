@@ -150,6 +150,16 @@ TEST_F(ImportReleve, RienNeSePerdParUnIdentifiant) {
   EXPECT_EQ(Importe(Camt("<Stmt>" + Ntry("2003-04-05", "0", lot) + "</Stmt>")), "0/1/0/0");
 }
 
+TEST_F(ImportReleve, LaFormeRetenueSuitLaBanque) {
+  const std::string titres = "Date;Libellé;Débit;Crédit\n", lignes = "05/03/2003;Électricité;1;\n";
+  ASSERT_FALSE(RetientForme(App(), Compte512, ProposeCsv(titres + lignes)));
+  const auto retenue = FormeRetenue(App(), Compte512, *DepuisUtf8(titres + lignes));
+  ASSERT_TRUE(retenue);
+  EXPECT_EQ(retenue->jeu, JeuTexte::Windows1252);
+  EXPECT_FALSE(FormeRetenue(App(), Compte512, "Date;Libellé;Crédit;Débit\n" + lignes))
+      << "sides would change";
+}
+
 TEST_F(ImportReleve, CeQuiResteDehors) {
   // The last day of the exercice and the day behind; a currency that the books do not know; a row without a
   // date.

@@ -127,6 +127,7 @@ TEST(Releves, UnTableauProposeSaForme) {
     ASSERT_TRUE(relue);
     EXPECT_EQ(FormePour(octets, *relue), forme);
   }
+  EXPECT_TRUE(FormeDepuis("0|59|44|0|0|0|-1|1|-1|2|-1|-1|-1|-1|-1")) << "of an earlier version";
   EXPECT_FALSE(FormeDepuis("0|59|44|0|0|-1|-1|-1|-1|-1|-1|-1|-1|-1|-1") || FormeDepuis("rien"));
 }
 
@@ -236,6 +237,19 @@ TEST(Releves, PlusieursRelevesDansUnFichier) {
   EXPECT_EQ(lecture.comptes[0].solde, 200) << "the later one";
   EXPECT_EQ(lecture.comptes[0].operations.at(0).monnaie, "USD");
   EXPECT_EQ(lecture.comptes[1].operations.size(), 1u);
+  const LectureReleve csv = LitReleve(
+      "Solde au "
+      "30/11/2003;5\naccountNum;dateOp;dateVal;label;amount;accountLabel\n11;05/11/2003;06/11/2003;a;1;"
+      "Courant\n12;05/11/2003;06/11/2003;b;2;Livret\n",
+      FormatReleve::Csv);
+  ASSERT_EQ(csv.comptes.size(), 3u) << "nobody knows whose balance it is";
+  EXPECT_EQ(csv.comptes[2].compte, "12");
+  EXPECT_EQ(csv.comptes[2].operations.at(0).libelle, "b");
+  EXPECT_EQ(csv.comptes[2].operations.at(0).dateValeur, FaitDate(6, 11, 2003));
+  const LectureReleve seul =
+      LitReleve("Solde au 30/11/2003;5\nCompte;Date;Montant\n11;05/11/2003;1\n", FormatReleve::Csv);
+  ASSERT_EQ(seul.comptes.size(), 1u);
+  EXPECT_EQ(seul.comptes[0].compte + std::to_string(seul.comptes[0].solde.value_or(0)), "11500");
   const LectureReleve camt =
       LitReleve(Camt("<Bal><Tp><CdOrPrtry><Cd>CLBD</Cd></CdOrPrtry></Tp><Amt Ccy=\"USD\">1</Amt>"
                      "<CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2003-11-30</Dt></Dt></Bal>"),

@@ -36,7 +36,8 @@ const std::array<ChampColonne, NbColonnesReleve>& Champs() {
                                                                   {u"Cré&dit :"_s, "credit"},
                                                                   {u"&Sens (D ou C) :"_s, "sens"},
                                                                   {u"Ré&férence :"_s, "reference"},
-                                                                  {u"Monna&ie :"_s, "monnaie"}}};
+                                                                  {u"Monna&ie :"_s, "monnaie"},
+                                                                  {u"Compte :"_s, "compte"}}};
   return champs;
 }
 
@@ -192,6 +193,7 @@ bool CDialogReleveCsv::Enregistre() {
   if (!forme.Complete())
     return Refuse(Refus(PlainteColonnes, forme[ColonneReleve::Date] < 0 ? "date" : "montant"));
   m_forme = forme;
+  m_forme.titres = EmpreinteTitres(m_octets, forme);
   return true;
 }
 
