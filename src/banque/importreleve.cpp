@@ -47,6 +47,20 @@ std::string IdentifiantCourt(const std::string& id) {
   return id.substr(0, TailleIdentifiant - 21) + '#' + std::to_string(nombre);
 }
 
+/// The words of a label, in no order: one format puts the name in front, another the kind of operation.
+std::vector<std::string> Mots(const std::string& libelle) {
+  std::vector<std::string> mots;
+  for (std::size_t debut = 0; debut < libelle.size();) {
+    const std::size_t fin = std::min(libelle.find(' ', debut), libelle.size());
+    if (std::string mot = LibelleNu(libelle.substr(debut, fin - debut)); !mot.empty()) mots.push_back(mot);
+    debut = fin + 1;
+  }
+  std::sort(mots.begin(), mots.end());
+  return mots;
+}
+
+enum class Ressemblance { Egale, MemesMots, Proche };
+
 /// Day, amount, side and currency: what two operations must share in any case.
 struct Seau {
   Date date;
@@ -70,11 +84,11 @@ class Connues {
     const char format = static_cast<char>('0' + std::clamp<int>(rec.Format, 0, 9));
     const std::string id = LitTexte(rec.Identifiant);
     const i64 centimes = Centimes(rec.Montant);
-    m_operations.push_back({rec.Date, centimes, rec.Sens, false});
+    m_operations.push_back({rec.Date, centimes, rec.Sens, false, LitTexte(rec.Libelle)});
     if (!id.empty()) m_parId.emplace(format + id, n);
     // By the format whose ids it has: such an operation is no other one's of that format with an id.
     auto& formats = m_seaux[{rec.Date, centimes, rec.Sens != 0, LitTexte(rec.Monnaie) == "EUR"}];
-    formats[id.empty() ? '0' : format].emplace(LibelleNu(LitTexte(rec.Libelle)), n);
+    formats[id.empty() ? '0' : format].emplace(LibelleNu(m_operations[n].libelle), n);
   }
 
   /// An id of the file stands for another amount or time: the bank counts anew in each file.
@@ -97,16 +111,20 @@ class Connues {
     return false;
   }
 
-  /// `entier`: the same label; otherwise one of which the other is a shorter or longer writing. `format`:
-  /// with ids of its own, 0 when it has none that counts.
-  bool PrendLibelle(char format, const OperationBanque& operation, const std::string& libelle, bool entier) {
+  /// `Proche`: one of which the other is a shorter or longer writing. `format`: with ids of its own, 0 when
+  /// it has none that counts.
+  bool PrendLibelle(char format, const OperationBanque& operation, const std::string& libelle,
+                    Ressemblance ressemblance) {
     const auto seau =
         m_seaux.find({operation.date, operation.centimes, operation.sens != 0, operation.monnaie == "EUR"});
     if (seau == m_seaux.end()) return false;
     const std::string nu = LibelleNu(libelle);
     for (auto& [autre, libelles] : seau->second) {
       if (autre == format && autre != '0') continue;
-      if (entier ? Prend(libelles, nu, true) : PrendProche(libelles, nu)) return true;
+      const bool prise = ressemblance == Ressemblance::Egale       ? Prend(libelles, nu, true)
+                         : ressemblance == Ressemblance::MemesMots ? PrendMots(libelles, Mots(libelle))
+                                                                   : PrendProche(libelles, nu);
+      if (prise) return true;
     }
     return false;
   }
@@ -117,6 +135,7 @@ class Connues {
     i64 centimes = 0;
     i16 sens = 0;
     bool prise = false;
+    std::string libelle;
 
     bool Peut(const OperationBanque& operation) const {
       return centimes == operation.centimes && sens == operation.sens && Proches(date, operation.date);
@@ -134,6 +153,17 @@ class Connues {
       une.prise = true;
       connue = libelles.erase(connue);
       if (libre) return true;
+    }
+    return false;
+  }
+
+  /// Among so many of one day and amount: a file of nothing else is no statement.
+  bool PrendMots(ParLibelle& libelles, const std::vector<std::string>& mots) {
+    constexpr std::size_t vues = 20;
+    std::size_t n = 0;
+    for (auto connue = libelles.begin(); connue != libelles.end() && n < vues; ++connue, ++n) {
+      const Une& une = m_operations[connue->second];
+      if (!une.prise && Mots(une.libelle) == mots) return Prend(libelles, std::string(connue->first), true);
     }
     return false;
   }
@@ -201,10 +231,10 @@ void Classe(Connues& connues, ApercuReleve& apercu) {
   };
   const auto siens = [&](const OperationBanque& o) { return o.id.empty() ? '0' : format; };
   passe([&](const OperationBanque& o) { return !o.id.empty() && connues.PrendId(format, o); });
-  for (const bool entier : {true, false}) {
-    passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, o.libelle, entier); });
+  for (const Ressemblance r : {Ressemblance::Egale, Ressemblance::MemesMots, Ressemblance::Proche}) {
+    passe([&](const OperationBanque& o) { return connues.PrendLibelle(siens(o), o, o.libelle, r); });
     passe([&](const OperationBanque& o) {
-      return !o.ancienLibelle.empty() && connues.PrendLibelle(siens(o), o, o.ancienLibelle, entier);
+      return !o.ancienLibelle.empty() && connues.PrendLibelle(siens(o), o, o.ancienLibelle, r);
     });
   }
 }

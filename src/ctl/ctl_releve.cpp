@@ -70,6 +70,7 @@ class CommandeReleve {
   bool Raconte() {
     if (!m_apercu.autreNumero.empty())
       m_contexte.Avertit(TexteFormat(AvisAutreCompte, {m_apercu.numero, m_apercu.autreNumero}));
+    if (m_apercu.sansIdentifiants) m_contexte.Avertit(Texte(AvisSansIdentifiants));
     for (const LigneApercu& ligne : m_apercu.lignes) {
       if (m_contexte.Globales.json ? !m_contexte.Ecrit(EnJson(ligne)) : !EnClair(ligne)) return false;
     }

@@ -107,6 +107,11 @@ TEST_F(ImportReleve, UnLibelleCoupeEstLeMeme) {
   EXPECT_EQ(Importe(Ofx(Ligne("20030310", "-10", "A", "PRLV SEPA MUTUELLE SOIGNANTS"))), "1/0/0/0");
   EXPECT_EQ(Importe(qif("PRLV SEPA MUTUELLE SOIGNANTS COTISATION DE MARS")), "0/1/0/0");
   EXPECT_EQ(Importe(qif("PRLV SEPA LOYER")), "1/0/0/0");
+  EXPECT_EQ(Importe(qif("GARAGE DU PORT (CARTE 09/03)")), "1/0/0/0");
+  EXPECT_EQ(Importe("Date;Libellé;Montant\n10/03/2003;Carte 09/03 Garage du Port;-10\n"
+                    "10/03/2003;Carte 08/03 Garage du Port;-10\n"),
+            "1/1/0/0")
+      << "the same words";
 }
 
 TEST_F(ImportReleve, CeQuUnIdentifiantVaut) {

@@ -34,6 +34,13 @@ TEST_F(CtlReleve, EssaiPuisImportPuisRien) {
     EXPECT_THAT(r.sortie, HasSubstr(compte));
     EXPECT_THAT(r.erreurs, HasSubstr("Ligne 5 illisible : La date \"é\" est illisible."));
   }
+  Resultat loyers;
+  for (const char* mois : {"05", "06"}) {
+    std::ofstream(fichier) << "Date;Libellé;Référence;Montant\n05/" << mois << "/2003;Loyer;RUM 1;-640,00\n";
+    loyers = Lance({"releve", "importer", fichier, "--compte", "512"});
+  }
+  EXPECT_THAT(loyers.sortie, HasSubstr("Importées : 1"));
+  EXPECT_THAT(loyers.erreurs, HasSubstr("ses numéros ne comptent pas"));
   Essaie({"releve", "importer"}, {{{fichier, "--compte", "BQ", "--format", "qif"}, StatutRefuse, ""},
                                   {{Cabinet("rien"), "--compte", "BQ"}, StatutRefuse, "3011"},
                                   {{fichier, "--compte", "706"}, StatutRefuse, ""},
