@@ -17,9 +17,7 @@ constexpr std::size_t Avance = 8;
 /// From so many operations of a file on its keys are made again, rather than each sought.
 constexpr std::size_t BeaucoupDOperations = 1000;
 
-Line Rapprochee(const Line& vue, const Banque& operation) {
-  Line ligne = vue;
-  ligne.Reserve0 = 0;
+void Rapproche(Line& ligne, const Banque& operation) {
   ligne.Rapprochee = 1;
   std::memcpy(ligne.RappCompte, operation.Compte, sizeof ligne.RappCompte);
   std::memcpy(ligne.RappLibelle, operation.Libelle, sizeof ligne.RappLibelle);
@@ -28,18 +26,18 @@ Line Rapprochee(const Line& vue, const Banque& operation) {
   ligne.RappFranc = operation.MontantFranc;
   ligne.RappEuro = operation.MontantEuro;
   ligne.RappSens = operation.Sens != 0;
-  return ligne;
 }
 
 /// No key of a line knows what it is matched with, nor does a counter of the journal.
 bool EcritRapprochee(OperationEcriture& op, Position position, const Banque& operation,
                      EffetsComptes& effets) {
-  const Line* vue = op.VueLigne(position);
-  if (!vue) return op.Refuse(ErrPosition);
-  const Line ligne = Rapprochee(*vue, operation);
-  effets.Retire(*vue);
+  Moteur& moteur = op.moteur();
+  Line ligne;
+  if (!moteur.Lit(FichierJournal, position, &ligne)) return op.Refuse(ErrPosition);
+  effets.Retire(ligne);
+  Rapproche(ligne, operation);
   effets.Ajoute(ligne);
-  return op.moteur().Ecrit(FichierJournal, position, &ligne) || op.Echoue();
+  return moteur.Ecrit(FichierJournal, position, &ligne) || op.Echoue();
 }
 
 }  // namespace
@@ -67,16 +65,22 @@ bool QVAPI::RappLines(const std::string& exercice, std::span<const Rapprochement
   std::sort(ordre.begin(), ordre.end(),
             [](const Rapprochement& a, const Rapprochement& b) { return a.ligne < b.ligne; });
   for (std::size_t i = 0; i < ordre.size(); ++i) {
-    if (i + Avance < ordre.size()) moteur.Annonce(FichierJournal, ordre[i + Avance].ligne);
+    if (i + Avance < ordre.size()) {
+      moteur.Annonce(FichierJournal, ordre[i + Avance].ligne);
+      moteur.Annonce(FichierBanques, ordre[i + Avance].operation);
+    }
     Banque operation;
     if (!moteur.Lit(FichierBanques, ordre[i].operation, &operation)) return op.Echoue();
     if (!EcritRapprochee(op, ordre[i].ligne, operation, effets)) return false;
     if (!beaucoup && !moteur.SupprimeCles(FichierBanques, ordre[i].operation, &operation)) return op.Echoue();
   }
-  std::sort(ordre.begin(), ordre.end(),
-            [](const Rapprochement& a, const Rapprochement& b) { return a.operation < b.operation; });
-  for (const Rapprochement& paire : ordre)
-    if (!moteur.Supprime(FichierBanques, paire.operation)) return op.Echoue();
+  const auto avant = [](const Rapprochement& a, const Rapprochement& b) { return a.operation < b.operation; };
+  ordre.assign(paires.begin(), paires.end());
+  if (!std::is_sorted(ordre.begin(), ordre.end(), avant)) std::sort(ordre.begin(), ordre.end(), avant);
+  for (std::size_t i = 0; i < ordre.size(); ++i) {
+    if (i + Avance < ordre.size()) moteur.Annonce(FichierBanques, ordre[i + Avance].operation);
+    if (!moteur.Supprime(FichierBanques, ordre[i].operation)) return op.Echoue();
+  }
   if (!op.Applique(effets)) return false;
   return unite.Valide() || op.Echoue();
 }

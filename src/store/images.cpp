@@ -10,7 +10,8 @@ namespace {
 
 /// The first piece is kept from unit to unit; large units take large ones.
 constexpr std::size_t PremierMorceau = 256u << 10, GrandMorceau = TailleGrandePage;
-constexpr std::size_t TableMin = 64;
+/// Of more images than these nothing but the first piece is kept.
+constexpr std::size_t GardeesMax = 128;
 
 bool Avant(const ImagesUnite::Image* a, const ImagesUnite::Image* b) {
   return std::tie(a->fichier, a->position) < std::tie(b->fichier, b->position);
@@ -18,29 +19,20 @@ bool Avant(const ImagesUnite::Image* a, const ImagesUnite::Image* b) {
 
 }  // namespace
 
-/// Where a slot stands in the table, or would.
-std::size_t ImagesUnite::Place(u16 fichier, Position position) const {
-  const std::size_t masque = m_table.size() - 1;
-  u64 h = (u64{fichier} << 32 | position) * 0x9E3779B97F4A7C15u;
-  std::size_t place = (h ^ h >> 32) & masque;
-  for (; m_table[place] != 0; place = (place + 1) & masque) {
-    const Image& image = m_images[m_table[place] - 1];
-    if (image.position == position && image.fichier == fichier) break;
+u32& ImagesUnite::PlaceDuRang(u16 fichier, Position position) {
+  std::vector<u32>& repertoire = m_repertoires[fichier];
+  const u32 numero = position / Large;
+  if (numero >= repertoire.size()) repertoire.resize(numero + 1);
+  if (repertoire[numero] == 0) {
+    m_blocs.push_back({fichier, numero, {}});
+    repertoire[numero] = static_cast<u32>(m_blocs.size());
   }
-  return place;
-}
-
-void ImagesUnite::Agrandit() {
-  m_table.assign(std::max(TableMin, m_table.size() * 4), 0);
-  assert(m_images.size() < m_table.size());
-  for (u32 rang = 0; rang < m_images.size(); ++rang)
-    m_table[Place(m_images[rang].fichier, m_images[rang].position)] = rang + 1;
+  return m_blocs[repertoire[numero] - 1].rangs[position % Large];
 }
 
 u8* ImagesUnite::Pose(u16 fichier, Position position, u16 pas) {
   assert(position > 0 && pas > 0 && pas <= PremierMorceau);
-  if (m_images.size() * 2 >= m_table.size()) Agrandit();
-  u32& rang = m_table[Place(fichier, position)];
+  u32& rang = PlaceDuRang(fichier, position);
   if (rang == 0) {
     if (m_reste < pas) {
       m_reste = m_morceaux.empty() ? PremierMorceau : GrandMorceau;
@@ -62,7 +54,7 @@ u8* ImagesUnite::Pose(u16 fichier, Position position, u16 pas) {
 
 void ImagesUnite::Retire(u16 fichier, Position position) {
   if (m_vivantes == 0) return;
-  const u32 rang = m_table[Place(fichier, position)];
+  const u32 rang = Rang(fichier, position);
   if (rang == 0 || m_images[rang - 1].retiree) return;
   m_images[rang - 1].retiree = true;
   --m_vivantes;
@@ -71,11 +63,12 @@ void ImagesUnite::Retire(u16 fichier, Position position) {
 
 void ImagesUnite::Efface() {
   // What a save needs is kept for the next one.
-  if (m_table.size() > 4 * TableMin) {
-    std::vector<u32>().swap(m_table);
+  for (const Bloc& bloc : m_blocs) m_repertoires[bloc.fichier][bloc.numero] = 0;
+  if (m_images.size() > GardeesMax) {
+    std::vector<Bloc>().swap(m_blocs);
     std::vector<Image>().swap(m_images);
   }
-  std::fill(m_table.begin(), m_table.end(), 0u);
+  m_blocs.clear();
   m_images.clear();
   if (m_morceaux.size() > 1) m_morceaux.resize(1);
   m_reste = m_morceaux.empty() ? 0 : PremierMorceau;

@@ -100,15 +100,15 @@ struct Moteur::Etat {
     void Ajoute(const ChangementCle& changement, std::string_view texte) {
       assert(changement.longueur == texte.size());
       m_changements.push_back(changement);
-      m_textes.insert(m_textes.end(), texte.begin(), texte.end());
+      m_textes += texte;
     }
     /// Takes the last one out.
     std::pair<ChangementCle, std::string> Retire() {
       const ChangementCle dernier = m_changements.back();
       m_changements.pop_back();
-      const auto debut = m_textes.end() - dernier.longueur;
-      std::string texte(debut, m_textes.end());
-      m_textes.erase(debut, m_textes.end());
+      const std::size_t debut = m_textes.size() - dernier.longueur;
+      std::string texte = m_textes.substr(debut);
+      m_textes.erase(debut);
       return {dernier, std::move(texte)};
     }
     void Efface() {
@@ -118,7 +118,7 @@ struct Moteur::Etat {
 
    private:
     GrandVecteur<ChangementCle> m_changements;
-    GrandVecteur<char> m_textes;
+    std::string m_textes;
   };
   struct Repere {
     std::size_t annulations, cles;
@@ -198,8 +198,8 @@ struct Moteur::Etat {
   bool Engage();
   const u8* Base(const Ouvert& o, Position position) const;
   bool Scelle(const OrdreImages& ordre);
+  void CommenceUnite(const OrdreImages& ordre);
   void ComposeUnite(const OrdreImages& ordre);
-  void ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille);
   bool Applique(const OrdreImages& ordre);
   // moteurannulation.cpp
   void RetientUnite(const OrdreImages& ordre);

@@ -23,6 +23,14 @@ constexpr std::size_t SuiteMax = 256u << 10;
 /// So many bytes of slots between two of them are written as they stand: cheaper than one call more.
 constexpr std::size_t PontMax = 2048;
 
+/// Images on their way from the memory, or from the processor that sealed them, while others are composed.
+constexpr std::size_t Avance = 8;
+
+void AnnonceImage(const ImagesUnite::Image& image) {
+  for (u32 place = image.debut; place < image.fin; place += 64) __builtin_prefetch(image.octets + place);
+  __builtin_prefetch(image.octets + image.pas - TailleSomme);
+}
+
 /// What differs of a record from the one in its place; all of a new one.
 void Compare(ImagesUnite::Image& image, u16 taille, const u8* base) {
   const u8* octets = image.octets;
@@ -146,7 +154,8 @@ bool Moteur::Supprime(u16 numFichier, Position position) {
   if (o->libres >= o->emplacements) return m->Echec(ErrEndommage, *o);
   UniteAuto unite(*this);
   m->Retient(*o, position);
-  std::vector<u8> octets(o->dat.entete.taille, 0);
+  std::vector<u8>& octets = m->tampon;
+  octets.assign(o->dat.entete.taille, 0);
   std::fill_n(octets.begin(), o->dat.Marque(), u8{255});
   std::memcpy(octets.data() + 4, &o->tete, sizeof o->tete);
   if (!m->PoseImage(*o, position, octets.data())) return false;
@@ -395,38 +404,47 @@ bool Moteur::Etat::Scelle(const OrdreImages& ordre) {
   return true;
 }
 
-/// The unit for the log.
-void Moteur::Etat::ComposeUnite(const OrdreImages& ordre) {
+/// Starts the unit of the log: the files with their headers, and room for the images.
+void Moteur::Etat::CommenceUnite(const OrdreImages& ordre) {
   std::vector<FichierUnite> fichiersUnite;
-  std::array<u16, 256> indices{};
   for (const Ouvert* o : touches) {
     if (!o->def) continue;
-    indices[o->numero] = static_cast<u16>(fichiersUnite.size());
     const EnteteDat& e = o->dat.entete;
     fichiersUnite.push_back({e.id, e.generation, o->numero, static_cast<u16>(e.Pas()), o->emplacements,
                              o->tete, o->libres, o->cheminRelatif});
   }
   assert(!fichiersUnite.empty());
-  reprise->Commence(fichiersUnite, images.Octets());
-  for (const ImagesUnite::Image* image : ordre) {
-    const Ouvert& o = *fichiers[image->fichier];
-    if (!o.def) continue;
-    assert(o.touche && image->position > 0 && image->position <= o.emplacements &&
-           image->pas == o.dat.entete.Pas());
-    ComposeImage(indices[image->fichier], *image, o.dat.entete.taille);
-  }
+  std::size_t octets = 0;
+  for (const ImagesUnite::Image* image : ordre)
+    if (fichiers[image->fichier]->def && image->Change())
+      octets +=
+          JournalReprise::TailleImage(image->fin - image->debut) + JournalReprise::TailleImage(TailleSomme);
+  reprise->Commence(fichiersUnite, octets);
 }
 
-/// The bytes of a slot that the unit changes.
-void Moteur::Etat::ComposeImage(u16 fichier, const ImagesUnite::Image& image, u16 taille) {
-  assert(image.debut <= image.fin && image.fin + image.zeros <= taille);
-  if (image.fin - image.debut + image.zeros == 0) return;
-  const char* octets = reinterpret_cast<const char*>(image.octets);
-  const auto longueur = static_cast<std::size_t>(image.fin - image.debut);
-  reprise->AjouteImage({fichier, image.debut, image.zeros, image.position, {octets + image.debut, longueur}});
-  // The sum as well, though it could be counted: recovery learns whether the bytes around the image
-  // are those that it was made for.
-  reprise->AjouteImage({fichier, taille, 0, image.position, {octets + taille, TailleSomme}});
+/// Of each slot the bytes that the unit changes.
+void Moteur::Etat::ComposeUnite(const OrdreImages& ordre) {
+  std::array<u16, 256> indices{};
+  u16 indice = 0;
+  for (const Ouvert* o : touches)
+    if (o->def) indices[o->numero] = indice++;
+  for (std::size_t i = 0; i < ordre.size(); ++i) {
+    if (i + Avance < ordre.size()) AnnonceImage(*ordre[i + Avance]);
+    const ImagesUnite::Image* image = ordre[i];
+    const Ouvert& o = *fichiers[image->fichier];
+    if (!o.def || !image->Change()) continue;
+    const u16 taille = o.dat.entete.taille, fichier = indices[image->fichier];
+    assert(o.touche && image->position > 0 && image->position <= o.emplacements &&
+           image->pas == o.dat.entete.Pas());
+    assert(image->debut <= image->fin && image->fin + image->zeros <= taille);
+    const char* octets = reinterpret_cast<const char*>(image->octets);
+    const auto longueur = static_cast<std::size_t>(image->fin - image->debut);
+    reprise->AjouteImage(
+        {fichier, image->debut, image->zeros, image->position, {octets + image->debut, longueur}});
+    // The sum as well, though it could be counted: recovery learns whether the bytes around the image
+    // are those that it was made for.
+    reprise->AjouteImage({fichier, taille, 0, image->position, {octets + taille, TailleSomme}});
+  }
 }
 
 /// The unit becomes durable, or nothing of it counts.
@@ -456,11 +474,12 @@ bool Moteur::Etat::Engage() {
     // Room before the unit is composed: emptying the log changes epoch and headers, which it bears.
     if (reprise->DoitVider() && !VidangeTout()) return false;
     if (!Scelle(ordre)) return false;
-    ComposeUnite(ordre);
+    CommenceUnite(ordre);
     if (!reprise->Tient()) {
       if (!VidangeTout()) return false;
-      ComposeUnite(ordre);
+      CommenceUnite(ordre);
     }
+    ComposeUnite(ordre);
     if (const int rc = reprise->Ecrit()) return Echec(rc, Joint(dossier, "fenlor.rep"));
   }
   // From here on the unit is told as saved: whatever the data files answer, the log has it.
@@ -494,15 +513,13 @@ bool Moteur::Etat::AppliqueSuite(Ouvert& o, std::span<ImagesUnite::Image* const>
   if (ecrite && suite.size() == 1) {
     ecrite = o.dat.EcritPlace(suite.front()->position, 0, suite.front()->octets, pas) == 0;
   } else if (ecrite) {
-    Position position = suite.front()->position;
-    tampon.resize((suite.back()->position - position + 1) * std::size_t{pas});
-    u8* place = tampon.data();
-    for (const ImagesUnite::Image* image : suite) {
-      for (; position < image->position; ++position) place = std::copy_n(o.dat.Place(position), pas, place);
-      place = std::copy_n(image->octets, pas, place);
-      ++position;
-    }
-    ecrite = o.dat.EcritSuite(suite.front()->position, tampon.data(), tampon.size()) == 0;
+    const Position premiere = suite.front()->position;
+    tampon.resize((suite.back()->position - premiere + 1) * std::size_t{pas});
+    // With slots between them all is taken as it stands, then the images: two large walks of the memory.
+    if (tampon.size() > suite.size() * pas) std::memcpy(tampon.data(), o.dat.Place(premiere), tampon.size());
+    for (const ImagesUnite::Image* image : suite)
+      std::copy_n(image->octets, pas, tampon.data() + (image->position - premiere) * std::size_t{pas});
+    ecrite = o.dat.EcritSuite(premiere, tampon.data(), tampon.size()) == 0;
   }
   for (const ImagesUnite::Image* image : suite)
     if (!ecrite) o.attente[image->position].assign(image->octets, image->octets + pas);

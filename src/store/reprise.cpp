@@ -22,6 +22,8 @@ constexpr u64 DebutUnites = 2 * TailleEntete;
 constexpr u32 Bloc = 4096;
 constexpr u32 MagieUnite = 0x4E555651;  // "QVUN"
 constexpr u32 TailleEnteteUnite = 32;
+/// What is composed of a unit before it goes to the system: memory that the processor holds at hand.
+constexpr std::size_t Piece = 256u << 10;
 constexpr std::size_t TailleSceau = 64;
 constexpr u32 SommeParPages = 2;  ///< kind of the sum of the key file; older logs have others here
 constexpr std::size_t SceauxMax = (TailleEntete - 56) / TailleSceau;
@@ -65,8 +67,8 @@ struct Lecteur {
   }
 };
 
-u32 Crc(const void* octets, std::size_t taille) {
-  return static_cast<u32>(crc32_z(0, static_cast<const u8*>(octets), taille));
+u32 Crc(const void* octets, std::size_t taille, u32 avant = 0) {
+  return static_cast<u32>(crc32_z(avant, static_cast<const u8*>(octets), taille));
 }
 
 u64 Arrondi(u64 taille) { return (taille + Bloc - 1) / Bloc * Bloc; }
@@ -224,8 +226,9 @@ int JournalReprise::Barre(u64 place) {
 
 void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers, std::size_t octets) {
   m_unite.clear();
-  // Room that is not used costs nothing; bytes that are copied while it grows do.
-  m_unite.reserve(octets);
+  m_verses = 0;
+  m_prepare = false;
+  m_erreurPiece = 0;
   Ajoute(m_unite, MagieUnite);
   Ajoute(m_unite, u32{0});
   Ajoute(m_unite, m_epoque);
@@ -245,31 +248,35 @@ void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers, std::si
     Ajoute(m_unite, static_cast<u16>(f.chemin.size()));
     m_unite.insert(m_unite.end(), f.chemin.begin(), f.chemin.end());
   }
+  m_promis = m_unite.size() + octets;
+  // The length is part of what the checksum covers: it is put in first.
+  Pose(m_unite.data() + 24, static_cast<u32>(m_promis - TailleEnteteUnite + 4));
 }
 
 void JournalReprise::AjouteImage(const ImageUnite& image) {
-  assert(m_unite.size() >= TailleEnteteUnite);
+  if (m_erreurPiece) return;  // told by `Ecrit`
+  assert(m_verses + m_unite.size() >= TailleEnteteUnite);
   assert(image.position > 0 && image.octets.size() <= 0xFFFF);
   assert(!image.octets.empty() || image.zeros > 0);
-  u8 tete[12];
-  Pose(tete, image.fichier);
-  Pose(tete + 2, image.decalage);
-  Pose(tete + 4, static_cast<u16>(image.octets.size()));
-  Pose(tete + 6, image.zeros);
-  Pose(tete + 8, image.position);
-  m_unite.insert(m_unite.end(), tete, tete + sizeof tete);
-  const u8* octets = reinterpret_cast<const u8*>(image.octets.data());
-  m_unite.insert(m_unite.end(), octets, octets + image.octets.size());
+  const std::size_t debut = m_unite.size();
+  m_unite.resize(debut + TailleImage(image.octets.size()));
+  u8* place = m_unite.data() + debut;
+  Pose(place, image.fichier);
+  Pose(place + 2, image.decalage);
+  Pose(place + 4, static_cast<u16>(image.octets.size()));
+  Pose(place + 6, image.zeros);
+  Pose(place + 8, image.position);
+  if (!image.octets.empty()) std::memcpy(place + TailleImage(0), image.octets.data(), image.octets.size());
+  assert(m_verses + m_unite.size() <= m_promis);
+  if (m_unite.size() >= Piece) m_erreurPiece = Verse();
 }
 
-bool JournalReprise::Tient() const { return m_fin == 0 || m_fin + Arrondi(m_unite.size()) <= m_capacite; }
+bool JournalReprise::Tient() const { return m_fin == 0 || m_fin + Arrondi(m_promis) <= m_capacite; }
 
-int JournalReprise::Ecrit() {
-  // A unit composed before the log was emptied bears the old epoch: it would not count.
-  assert(m_unite.size() >= TailleEnteteUnite && Prend<u64>(m_unite.data() + 8) == m_epoque &&
-         Prend<u64>(m_unite.data() + 16) == m_suivante);
-  assert(m_fin % Bloc == 0 && Tient());
-  if (m_unite.size() > 0xFFFFFFFFu - Bloc) return EFBIG;
+/// The place of a unit, before its first byte goes there.
+int JournalReprise::Prepare() {
+  assert(!m_prepare && m_fin % Bloc == 0 && Tient());
+  if (m_promis > 0xFFFFFFFFu - Bloc) return EFBIG;
   if (m_aVider) return EIO;
   // A unit that failed may have reached the disk all the same: it must be gone
   // before another one is allowed to count.
@@ -278,20 +285,61 @@ int JournalReprise::Ecrit() {
     if (const int rc = m_fichier->Synchronise()) return rc;
     m_doute = false;
   }
-  // The length is part of what the checksum covers: it is put in first.
-  Pose(m_unite.data() + 24, static_cast<u32>(m_unite.size() - TailleEnteteUnite + 4));
+  const u64 fin = DebutUnites + m_fin + Arrondi(m_promis);
+  if (fin > m_taille) {
+    if (const int rc = m_fichier->Reserve(m_taille, fin)) return rc;
+    m_taille = fin;
+  }
+  m_prepare = true;
+  return 0;
+}
+
+/// Hands the blocks that are full to the system. The first one waits: only it makes a unit of the others.
+int JournalReprise::Verse() {
+  if (!m_prepare)
+    if (const int rc = Prepare()) return rc;
+  const std::size_t pleins = m_unite.size() / Bloc * Bloc;
+  const u8* octets = m_unite.data();
+  int rc = 0;
+  if (m_verses == 0) {
+    m_premierBloc.assign(octets, octets + Bloc);
+    m_somme = Crc(octets + 8, pleins - 8);
+    rc = m_fichier->Ecrit(octets + Bloc, pleins - Bloc, DebutUnites + m_fin + Bloc);
+  } else {
+    m_somme = Crc(octets, pleins, m_somme);
+    rc = m_fichier->Ecrit(octets, pleins, DebutUnites + m_fin + m_verses);
+  }
+  m_verses += pleins;
+  m_unite.erase(m_unite.begin(), m_unite.begin() + static_cast<std::ptrdiff_t>(pleins));
+  assert(m_verses % Bloc == 0 && m_unite.size() < Bloc);
+  return rc;
+}
+
+/// What of the unit the system does not have yet, its first block last.
+int JournalReprise::VerseFin() {
   const std::size_t taille = m_unite.size();
   m_unite.resize(Arrondi(taille), 0);
-  Pose(m_unite.data() + 4, Crc(m_unite.data() + 8, taille - 8));
-  int rc = 0;
-  const u64 fin = DebutUnites + m_fin + m_unite.size();
-  if (fin > m_taille) {
-    rc = m_fichier->Reserve(m_taille, fin);
-    if (!rc) m_taille = fin;
+  const u64 place = DebutUnites + m_fin;
+  assert(place + m_verses + m_unite.size() <= m_taille);
+  if (m_verses == 0) {
+    Pose(m_unite.data() + 4, Crc(m_unite.data() + 8, taille - 8));
+    return m_fichier->Ecrit(m_unite.data(), m_unite.size(), place);
   }
-  if (rc) return rc;
-  assert(m_unite.size() % Bloc == 0 && DebutUnites + m_fin + m_unite.size() <= m_taille);
-  rc = m_fichier->Ecrit(m_unite.data(), m_unite.size(), DebutUnites + m_fin);
+  Pose(m_premierBloc.data() + 4, Crc(m_unite.data(), taille, m_somme));
+  if (taille)
+    if (const int rc = m_fichier->Ecrit(m_unite.data(), m_unite.size(), place + m_verses)) return rc;
+  return m_fichier->Ecrit(m_premierBloc.data(), m_premierBloc.size(), place);
+}
+
+int JournalReprise::Ecrit() {
+  // A unit composed before the log was emptied bears the old epoch: it would not count.
+  assert(Prend<u64>((m_verses ? m_premierBloc : m_unite).data() + 8) == m_epoque &&
+         Prend<u64>((m_verses ? m_premierBloc : m_unite).data() + 16) == m_suivante);
+  assert(m_verses + m_unite.size() == m_promis || m_erreurPiece);
+  int rc = m_erreurPiece;
+  if (!rc && !m_prepare) rc = Prepare();
+  if (!m_prepare) return rc;
+  if (!rc) rc = VerseFin();
   if (!rc) {
     rc = m_fichier->Synchronise();
     ++m_synchros;
@@ -304,9 +352,8 @@ int JournalReprise::Ecrit() {
     return rc;
   }
   assert(!m_doute && !m_aVider);
-  m_fin += m_unite.size();
+  m_fin += Arrondi(m_promis);
   ++m_suivante;
-  if (m_unite.capacity() > (4u << 20)) GrandVecteur<u8>().swap(m_unite);
   return 0;
 }
 

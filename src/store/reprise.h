@@ -1,6 +1,6 @@
 // The redo log of a practice, "fenlor.rep": after-images of committed units that
-// may not yet stand in the data files. Every commit is one write and one sync of
-// this file, whose space is filled with zeroes ahead of time.
+// may not yet stand in the data files. Every commit is one sync of this file, and
+// one write unless it is large; its space is filled with zeroes ahead of time.
 //
 //   offset  size      meaning
 //        0  32 KiB    header, copy of even epochs
@@ -31,7 +31,6 @@
 #include <tuple>
 #include <vector>
 
-#include "store/pagesgrandes.h"
 #include "store/systeme.h"
 
 namespace fenlor {
@@ -77,11 +76,15 @@ class JournalReprise {
   u64 Suivante() const { return m_suivante; }
   std::map<u64, Sceau> sceaux;  ///< by id of the data file
 
-  /// Starts a unit; then images are added, of about so many bytes, then it is written.
+  /// Bytes that an image takes in a unit.
+  static constexpr std::size_t TailleImage(std::size_t octets) { return 12 + octets; }
+  /// Starts a unit whose images take so many bytes together (`TailleImage`); when it fits (`Tient`) they are
+  /// added, then it is written. Of a large unit the first pieces are handed to the system meanwhile, all but
+  /// its first block: without that one they count for nothing.
   void Commence(const std::vector<FichierUnite>& fichiers, std::size_t octets);
-  void AjouteImage(const ImageUnite& image);
-  /// True when the unit fits behind those that stand there, or the log is empty.
+  /// True when the unit that was started fits behind those that stand there, or the log is empty.
   bool Tient() const;
+  void AjouteImage(const ImageUnite& image);
   bool EstVide() const { return m_fin == 0; }
   /// A header could not be synced: `Vide` must succeed before the next unit.
   bool DoitVider() const { return m_aVider; }
@@ -129,6 +132,9 @@ class JournalReprise {
  private:
   int Cree(Systeme& systeme, const std::string& chemin);
   int EcritEntete(u64 copie);
+  int Prepare();
+  int Verse();
+  int VerseFin();
   /// Voids what stands at a place of the units, unsynced.
   int Barre(u64 place);
   void Rembobine() {
@@ -157,7 +163,13 @@ class JournalReprise {
   bool m_doute = false;   ///< a failed unit may still stand on the disk
   bool m_aVider = false;  ///< a header was not synced: no unit may follow before it is
   u64 m_synchros = 0;
-  GrandVecteur<u8> m_unite;
+  std::vector<u8> m_unite;        ///< the unit, or what of it the system does not have yet
+  std::vector<u8> m_premierBloc;  ///< of a unit that is written in pieces
+  u64 m_promis = 0;               ///< bytes of the whole unit
+  u64 m_verses = 0;               ///< of these, in pieces so far
+  u32 m_somme = 0;                ///< of the pieces
+  bool m_prepare = false;         ///< the place of the unit may be written over
+  int m_erreurPiece = 0;
 };
 
 }  // namespace fenlor

@@ -46,7 +46,8 @@ class Reprise : public testing::Test {
   }
   /// One unit with one image.
   static int Ecrit(JournalReprise& log, const std::string& octets) {
-    log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}}, 0);
+    log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}},
+                 JournalReprise::TailleImage(octets.size()));
     log.AjouteImage({0, 4, 10, 2, octets});
     return log.Ecrit();
   }
@@ -177,13 +178,25 @@ TEST_F(Reprise, UneGrandeUniteAllongeLeFichierQuiRaccourcitVide) {
   ASSERT_EQ(log.Ouvre(m_disque, m_dossier.Chemin(), Capacite), 0);
   const auto avant = std::filesystem::file_size(Chemin());
   EXPECT_EQ(avant, DebutUnites + Capacite);
-  log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}}, 0);
-  const std::string octets(8000, 'g');
-  for (int i = 0; i < 60; ++i) log.AjouteImage({0, 4, 10, 2, octets});
-  EXPECT_TRUE(log.Tient()) << "whatever its size, when the log is empty";
-  ASSERT_EQ(log.Ecrit(), 0);
-  EXPECT_GT(std::filesystem::file_size(Chemin()), avant + 60 * octets.size() - Capacite);
-  EXPECT_NE(Contenu(), "");
+  constexpr std::size_t Octets = 8000;
+  const auto octets = [](int i) { return std::string(Octets, static_cast<char>('A' + i)); };
+  std::string attendu = "2003/COMPTES.dat:7,3,68,9000,5,2,1";
+  for (int i = 0; i < 60; ++i) attendu += " 0/2+4=" + octets(i).substr(0, 8) + "010";
+  const auto echoue = [&](unsigned rang) {
+    m_disque.Programme(rang, EIO, SystemeFautif::Ecriture);
+    log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}},
+                 60 * JournalReprise::TailleImage(Octets));
+    EXPECT_TRUE(log.Tient()) << "whatever its size, when the log is empty";
+    for (int i = 0; i < 60; ++i) log.AjouteImage({0, 4, 10, 2, octets(i)});
+    return log.Ecrit() == EIO;
+  };
+  // It goes out in pieces: whichever the disk refuses, nothing of it counts, and the next unit does.
+  unsigned refus = 0;
+  for (; echoue(refus + 1); ++refus) EXPECT_EQ(Contenu(), "") << refus;
+  EXPECT_GE(refus, 3u);
+  EXPECT_EQ(Contenu(), attendu + '\n');
+  EXPECT_GT(std::filesystem::file_size(Chemin()), avant + 60 * Octets - Capacite);
+  m_disque.Repare();
   log.Commence({{7, 3, FichierComptes, 9000, 5, 2, 1, "2003/COMPTES.dat"}}, 0);
   EXPECT_FALSE(log.Tient());
   ASSERT_EQ(log.Vide(), 0);
