@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <numeric>
 #include <vector>
 
 #include "store/ecritures_operation.h"
@@ -16,6 +17,25 @@ constexpr std::size_t Avance = 8;
 
 /// From so many operations of a file on its keys are made again, rather than each sought.
 constexpr std::size_t BeaucoupDOperations = 1000;
+
+/// Pairs in the order of one of their slots: counted where they are many beside the slots of the file.
+std::vector<QVAPI::Rapprochement> ParPlace(std::span<const QVAPI::Rapprochement> paires,
+                                           Position QVAPI::Rapprochement::*place, u32 emplacements) {
+  std::vector<QVAPI::Rapprochement> ordre(paires.begin(), paires.end());
+  const auto avant = [&](const auto& a, const auto& b) { return a.*place < b.*place; };
+  if (std::is_sorted(ordre.begin(), ordre.end(), avant)) return ordre;
+  const auto absente = [&](const auto& paire) { return paire.*place > emplacements; };
+  if (paires.size() < emplacements / 16 || std::any_of(ordre.begin(), ordre.end(), absente)) {
+    std::stable_sort(ordre.begin(), ordre.end(), avant);
+    return ordre;
+  }
+  std::vector<u32> rangs(emplacements + std::size_t{2});
+  for (const auto& paire : paires) ++rangs[paire.*place + std::size_t{1}];
+  std::partial_sum(rangs.begin(), rangs.end(), rangs.begin());
+  for (const auto& paire : paires) ordre[rangs[paire.*place]++] = paire;
+  assert(std::is_sorted(ordre.begin(), ordre.end(), avant));
+  return ordre;
+}
 
 void Rapproche(Line& ligne, const Banque& operation) {
   ligne.Rapprochee = 1;
@@ -61,9 +81,8 @@ bool QVAPI::RappLines(const std::string& exercice, std::span<const Rapprochement
       paires.size() >= BeaucoupDOperations && paires.size() > moteur.NombreEmplacements(FichierBanques) / 3;
   if (beaucoup && !moteur.RemetCles(FichierBanques)) return op.Echoue();
   // In the order of their slots: the unit's images then stand in it from the start.
-  std::vector<Rapprochement> ordre(paires.begin(), paires.end());
-  std::sort(ordre.begin(), ordre.end(),
-            [](const Rapprochement& a, const Rapprochement& b) { return a.ligne < b.ligne; });
+  std::vector<Rapprochement> ordre =
+      ParPlace(paires, &Rapprochement::ligne, moteur.NombreEmplacements(FichierJournal));
   for (std::size_t i = 0; i < ordre.size(); ++i) {
     if (i + Avance < ordre.size()) {
       moteur.Annonce(FichierJournal, ordre[i + Avance].ligne);
@@ -74,9 +93,7 @@ bool QVAPI::RappLines(const std::string& exercice, std::span<const Rapprochement
     if (!EcritRapprochee(op, ordre[i].ligne, operation, effets)) return false;
     if (!beaucoup && !moteur.SupprimeCles(FichierBanques, ordre[i].operation, &operation)) return op.Echoue();
   }
-  const auto avant = [](const Rapprochement& a, const Rapprochement& b) { return a.operation < b.operation; };
-  ordre.assign(paires.begin(), paires.end());
-  if (!std::is_sorted(ordre.begin(), ordre.end(), avant)) std::sort(ordre.begin(), ordre.end(), avant);
+  ordre = ParPlace(paires, &Rapprochement::operation, moteur.NombreEmplacements(FichierBanques));
   for (std::size_t i = 0; i < ordre.size(); ++i) {
     if (i + Avance < ordre.size()) moteur.Annonce(FichierBanques, ordre[i + Avance].operation);
     if (!moteur.Supprime(FichierBanques, ordre[i].operation)) return op.Echoue();
