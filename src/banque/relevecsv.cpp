@@ -470,14 +470,15 @@ class LecteurCsv {
     if (LibelleNu(Nu(ligne, 0)) == "DATE") m_dateAvant = LitJour(Nu(ligne, 1), m_forme.ordre);
     for (std::size_t i = 0; i < ligne.cellules.size() && m_compte.empty(); ++i) {
       const std::string mot = LibelleNu(ligne.cellules[i]);
-      if (!mot.starts_with("IBAN") && !mot.starts_with("NUMERODECOMPTE") && !mot.starts_with("COMPTEN"))
+      if (!mot.starts_with("IBAN") && !mot.starts_with("NUMERODECOMPTE") &&
+          !mot.starts_with("NUMEROCOMPTE") && mot.find("COMPTEN") == std::string::npos)
         continue;
       const std::string cellule = LibelleNet(ligne.cellules[i]);
       const std::size_t deux = cellule.find(':');
-      if (deux != std::string::npos && deux + 1 < cellule.size())
-        m_compte = LibelleNet(std::string_view(cellule).substr(deux + 1));
-      else if (i + 1 < ligne.cellules.size())
-        m_compte = LibelleNet(ligne.cellules[i + 1]);
+      const std::string numero = deux != std::string::npos && deux + 1 < cellule.size()
+                                     ? LibelleNet(std::string_view(cellule).substr(deux + 1))
+                                     : Nu(ligne, static_cast<int>(i) + 1);
+      if (numero.find_first_of("0123456789") != std::string::npos) m_compte = numero;
     }
   }
 

@@ -14,9 +14,18 @@ std::string Lu(const LectureReleve& lecture) {
   for (const Releve& releve : lecture.comptes)
     for (const OperationBanque& o : releve.operations)
       texte += StrDate(o.date) + ' ' + std::to_string(o.sens ? o.centimes : -o.centimes) + ' ' +
-               VersUtf8(o.libelle) + (o.id.empty() ? "" : " [" + o.id + "]") + '\n';
+               VersUtf8(o.libelle) + (o.id.empty() ? "" : " [" + o.id + "]") +
+               (o.monnaie == "USD" ? " USD\n" : "\n");
   for (const PlainteReleve& plainte : lecture.plaintes)
     texte += std::to_string(plainte.rang) + ": " + VersUtf8(plainte.raison) + '\n';
+  return texte;
+}
+/// "number currency balance day;" for each account.
+std::string Comptes(const LectureReleve& lecture) {
+  std::string texte;
+  for (const Releve& r : lecture.comptes)
+    texte += r.compte + ' ' + r.monnaie + ' ' + (r.solde ? std::to_string(*r.solde) : "-") + ' ' +
+             StrDate(r.dateSolde) + ';';
   return texte;
 }
 std::string Lu(std::string_view octets) { return Lu(LitReleve(octets, FormatReleve::Inconnu)); }
@@ -131,36 +140,6 @@ TEST(Releves, UnTableauProposeSaForme) {
   EXPECT_FALSE(FormeDepuis("0|59|44|0|0|-1|-1|-1|-1|-1|-1|-1|-1|-1|-1") || FormeDepuis("rien"));
 }
 
-/// Tables of strangers: read with what the bytes propose.
-TEST(Releves, UnTableauInconnuSeLitCommeUnHommeLeLirait) {
-  const struct {
-    const char *texte, *lu, *monnaie = "";
-    std::optional<i64> solde = {};
-    Date dateSolde = 0;
-  } cas[] = {
-      // Two currencies side by side: the balance is that of the amounts.
-      {"Numéro Compte ;1234567A020\nDate ;30/11/2003\nSolde (EUROS) ;1 234,56\nSolde (FRANCS) ;8 098,18\n\n"
-       "Date;Libellé;Montant(EUROS);Montant(FRANCS)\n28/11/2003;Achat;-12,50;-81,99\n",
-       "28/11/2003 -1250 Achat\n", "EUR", 123456, FaitDate(30, 11, 2003)},
-      {"Solde (EUROS);1 234,56\nSolde (FRANCS);8 098,18\nDate;Libellé;Montant en "
-       "francs\n28/11/2000;Achat;-81,99\n",
-       "28/11/2000 -8199 Achat\n", "FRF", 809818},
-      // No title for the label.
-      {"Date,Who,Amount,Currency\n2003-11-05,ACME,-10.50,EUR\n2003-11-06,\"Smith, John\",\"1,000.00\",EUR\n",
-       "05/11/2003 -1050 ACME\n06/11/2003 100000 Smith, John\n"},
-      // A wrong day does not turn the dates round.
-      {"05/11/03\tLOYER\t-500,00\n06/11/03\tCPAM\t300,25\n31/02/03\tFAUX\t1,00\n",
-       "05/11/2003 -50000 LOYER\n06/11/2003 30025 CPAM\n3: La date \"31/02/03\" est illisible.\n"}};
-  for (const auto& c : cas) {
-    const LectureReleve lecture = LitReleve(c.texte, FormatReleve::Csv);
-    EXPECT_EQ(Lu(lecture), c.lu);
-    ASSERT_EQ(lecture.comptes.size(), 1u);
-    EXPECT_EQ(lecture.comptes[0].monnaie, c.monnaie) << c.texte;
-    EXPECT_EQ(lecture.comptes[0].solde, c.solde) << c.texte;
-    EXPECT_EQ(lecture.comptes[0].dateSolde, c.dateSolde) << c.texte;
-  }
-}
-
 std::string Ofx(const std::string& releves) { return "<OFX><BANKMSGSRSV1>" + releves + "</OFX>"; }
 std::string ReleveOfx(const std::string& suite, const char* monnaie = "EUR") {
   return std::string("<STMTTRNRS><STMTRS><CURDEF>") + monnaie + "<BANKACCTFROM><ACCTID>12</BANKACCTFROM>" +
@@ -180,81 +159,89 @@ std::string Tx(const std::string& debiteur, const std::string& suite = "") {
   return "<TxDtls><RltdPties><Dbtr><Nm>" + debiteur + "</Nm></Dbtr>" + suite + "</RltdPties></TxDtls>";
 }
 
-/// What banks write in ways of their own: never another day, side or amount, and nothing without a word.
-TEST(Releves, HabitudesDesBanques) {
-  const std::string trois = "D05/11/2003\nT-12.500\nPa\n^\nD06/11/2003\nT", titres = "Date;Libellé;";
-  const std::pair<std::string, const char*> cas[] = {
-      {Ofx(ReleveOfx(Une("20031103", "-12.500") + Une("2003-11-04", "3.250"))),
-       "03/11/2003 -1250 a\n04/11/2003 325 a\n"},
-      {Camt(Ntry("CRDT", "<NtryDtls><Btch><NbOfTxs>3</NbOfTxs></Btch>" + Tx("D") + Tx("E") + "</NtryDtls>")),
-       "03/11/2003 6000 3 opérations : D, E\n"},
-      {Camt(Ntry("CRDT", "<RvslInd>true</RvslInd><NtryDtls>" + Tx("MOI", "<Cdtr><Nm>EDF</Nm></Cdtr>") +
-                             "</NtryDtls>")),
-       "03/11/2003 6000 EDF\n"},
-      {Camt(Ntry("DBIT", "", "2003-11-03+01:00") +
-            Ntry("DBIT", "<AddtlNtryInf>a" + std::string(1, '\0') + "é</AddtlNtryInf>", "2003-11-05Z")),
-       "03/11/2003 -6000 \n05/11/2003 -6000 a é\n"},
-      {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" +
-           Camt(Ntry("DBIT", "<AddtlNtryInf>é</AddtlNtryInf>")),
-       "03/11/2003 -6000 é\n"},
-      {"<Document><BkToCstmrAcctRpt><Rpt/></BkToCstmrAcctRpt></Document><!-- camt.052 -->",
-       "0: \"BkToCstmrAcctRpt\" n'est pas reconnu à cette place.\n"},
-      {"!Type:Bank\nD11/ 5' 3\nT(1.00)\nPa\n^\nD11/25/03\nT1,234.00\nPb\n^\nDx\nT1\n^\n",
-       "05/11/2003 -100 a\n25/11/2003 123400 b\n10: La date \"x\" est illisible.\n"},
-      {trois + "1.25\n^\n", "05/11/2003 -1250 a\n06/11/2003 125 \n"},
-      {trois + "1,25\n^\n", "05/11/2003 -1250000 a\n06/11/2003 125 \n"},
-      {trois + "1\n^\n", "06/11/2003 100 \n1: Le montant \"-12.500\" est illisible.\n"},
-      {titres + "Montant;Débit/Crédit\n05/11/2003;a;12,00;D\n06/11/2003;b;1;C\n",
-       "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
-      {titres + "Type;Montant\n05/11/2003;a;Débit;12,00\n06/11/2003;b;Crédit;1\n",
-       "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
-      {titres + "Sens;Montant\n05/11/2003;a;-;12,00\n06/11/2003;b;+;1\n",
-       "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
-      {"Booking "
-       "date,Text,Debit,Credit,Balance\n11/05/2003,a,1.00,,9.00\n11/06/2003,b,1.00,,8.00\n11/07/2003,c,"
-       "1.00,,7.00\n11/08/2003,d,1.00,,6.00\n11/25/2003,e,,2.00,8.00\n",
-       "05/11/2003 -100 a\n06/11/2003 -100 b\n07/11/2003 -100 c\n08/11/2003 -100 d\n25/11/2003 200 e\n"},
-      {"Jour;Quoi;Moins;Plus\n05/11/2003;a;1,00;\n06/11/2003;b;1,00;\n07/11/2003;c;;2,00\n",
-       "05/11/2003 -100 a\n06/11/2003 -100 b\n07/11/2003 200 c\n"},
-      {titres + "Débit;Crédit\n01/11/2003;Solde précédent;;5\n05/11/2003;Solde facture 12;1;\n"
-                "30/11/2003;Solde au 30/11/2003;4;\n",
-       "05/11/2003 -100 Solde facture 12\n2: Un solde initial n'est pas une opération.\n"},
-      {"Date,Amount\n2003-11-05,-1.00\n", "05/11/2003 -100 \n"}};
-  for (const auto& [octets, lu] : cas) EXPECT_EQ(Lu(octets), lu) << octets;
-  EXPECT_EQ(LitReleve(cas[15].first, FormatReleve::Csv).comptes[0].solde, -400) << "a balance at debit";
+struct Cas {
+  std::string octets;
+  const char *lu, *comptes = nullptr;
+};
+void Lis(const std::vector<Cas>& tous) {
+  for (const auto& [octets, lu, comptes] : tous) {
+    const LectureReleve lecture = LitReleve(octets, FormatReleve::Inconnu);
+    EXPECT_EQ(Lu(lecture), lu) << octets;
+    const std::string siens = Comptes(lecture);
+    EXPECT_EQ(comptes ? comptes : siens, siens) << octets;
+  }
 }
 
-TEST(Releves, PlusieursRelevesDansUnFichier) {
-  const auto solde = [](const char* montant, const char* jour) {
-    return std::string("<LEDGERBAL><BALAMT>") + montant + "<DTASOF>" + jour + "</LEDGERBAL>";
-  };
-  const LectureReleve lecture =
-      LitReleve(Ofx(ReleveOfx(Une("20031103", "-1", "<CURRENCY><CURSYM>USD</CURRENCY>") + "</BANKTRANLIST>" +
-                              solde("2", "20031231")) +
-                    ReleveOfx(solde("1", "20031130")) + ReleveOfx(Une("20031104", "-2"), "USD")),
-                FormatReleve::Ofx);
-  ASSERT_EQ(lecture.comptes.size(), 2u) << "an account in two currencies";
-  EXPECT_EQ(lecture.comptes[0].solde, 200) << "the later one";
-  EXPECT_EQ(lecture.comptes[0].operations.at(0).monnaie, "USD");
-  EXPECT_EQ(lecture.comptes[1].operations.size(), 1u);
-  const LectureReleve csv = LitReleve(
-      "Solde au "
-      "30/11/2003;5\naccountNum;dateOp;dateVal;label;amount;accountLabel\n11;05/11/2003;06/11/2003;a;1;"
-      "Courant\n12;05/11/2003;06/11/2003;b;2;Livret\n",
-      FormatReleve::Csv);
-  ASSERT_EQ(csv.comptes.size(), 3u) << "nobody knows whose balance it is";
-  EXPECT_EQ(csv.comptes[2].compte, "12");
-  EXPECT_EQ(csv.comptes[2].operations.at(0).libelle, "b");
-  EXPECT_EQ(csv.comptes[2].operations.at(0).dateValeur, FaitDate(6, 11, 2003));
-  const LectureReleve seul =
-      LitReleve("Solde au 30/11/2003;5\nCompte;Date;Montant\n11;05/11/2003;1\n", FormatReleve::Csv);
-  ASSERT_EQ(seul.comptes.size(), 1u);
-  EXPECT_EQ(seul.comptes[0].compte + std::to_string(seul.comptes[0].solde.value_or(0)), "11500");
-  const LectureReleve camt =
-      LitReleve(Camt("<Bal><Tp><CdOrPrtry><Cd>CLBD</Cd></CdOrPrtry></Tp><Amt Ccy=\"USD\">1</Amt>"
-                     "<CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2003-11-30</Dt></Dt></Bal>"),
-                FormatReleve::Camt);
-  EXPECT_EQ(camt.comptes.at(0).monnaie, "USD") << "of a balance whose account has none";
+/// What banks write in ways of their own: never another day, side or amount, and nothing without a word.
+TEST(Releves, HabitudesDesBanques) {
+  const std::string trois = "D05/11/2003\nT-12.500\nPa\n^\nD06/11/2003\nT";
+  Lis({// An account in two currencies, the later balance of one of them, an operation in another.
+       {Ofx(ReleveOfx(Une("20031103", "-1", "<CURRENCY><CURSYM>USD</CURRENCY>") + "</BANKTRANLIST>" +
+                      "<LEDGERBAL><BALAMT>2<DTASOF>20031231</LEDGERBAL>") +
+            ReleveOfx("<LEDGERBAL><BALAMT>1<DTASOF>20031130</LEDGERBAL>") +
+            ReleveOfx(Une("20031104", "-2"), "USD")),
+        "03/11/2003 -100 a USD\n04/11/2003 -200 a USD\n", "12 EUR 200 31/12/2003;12 USD - ;"},
+       {Camt("<Bal><Tp><CdOrPrtry><Cd>CLBD</Cd></CdOrPrtry></Tp><Amt Ccy=\"USD\">1</Amt>"
+             "<CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2003-11-30</Dt></Dt></Bal>"),
+        "0: Ce fichier ne contient aucune opération.\n", " USD 100 30/11/2003;"},
+       {Ofx(ReleveOfx(Une("20031103", "-12.500") + Une("2003-11-04", "3.250"))),
+        "03/11/2003 -1250 a\n04/11/2003 325 a\n"},
+       {Camt(Ntry("CRDT", "<NtryDtls><Btch><NbOfTxs>3</NbOfTxs></Btch>" + Tx("D") + Tx("E") + "</NtryDtls>")),
+        "03/11/2003 6000 3 opérations : D, E\n"},
+       {Camt(Ntry("CRDT", "<RvslInd>true</RvslInd><NtryDtls>" + Tx("MOI", "<Cdtr><Nm>EDF</Nm></Cdtr>") +
+                              "</NtryDtls>")),
+        "03/11/2003 6000 EDF\n"},
+       {Camt(Ntry("DBIT", "", "2003-11-03+01:00") +
+             Ntry("DBIT", "<AddtlNtryInf>a" + std::string(1, '\0') + "é</AddtlNtryInf>", "2003-11-05Z")),
+        "03/11/2003 -6000 \n05/11/2003 -6000 a é\n"},
+       {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" +
+            Camt(Ntry("DBIT", "<AddtlNtryInf>é</AddtlNtryInf>")),
+        "03/11/2003 -6000 é\n"},
+       {"<Document><BkToCstmrAcctRpt><Rpt/></BkToCstmrAcctRpt></Document><!-- camt.052 -->",
+        "0: \"BkToCstmrAcctRpt\" n'est pas reconnu à cette place.\n"},
+       {"!Type:Bank\nD11/ 5' 3\nT(1.00)\nPa\n^\nD11/25/03\nT1,234.00\nPb\n^\nDx\nT1\n^\n",
+        "05/11/2003 -100 a\n25/11/2003 123400 b\n10: La date \"x\" est illisible.\n"},
+       {trois + "1.25\n^\n", "05/11/2003 -1250 a\n06/11/2003 125 \n"},
+       {trois + "1,25\n^\n", "05/11/2003 -1250000 a\n06/11/2003 125 \n"},
+       {trois + "1\n^\n", "06/11/2003 100 \n1: Le montant \"-12.500\" est illisible.\n"}});
+}
+
+TEST(Releves, UnTableauInconnuSeLitCommeUnHommeLeLirait) {
+  const std::string titres = "Date;Libellé;";
+  Lis({// Two currencies side by side: the balance is that of the amounts.
+       {"Numéro Compte ;1234567A020\nDate ;30/11/2003\nSolde (EUROS) ;1 234,56\nSolde (FRANCS) ;8 098,18\n\n"
+        "Date;Libellé;Montant(EUROS);Montant(FRANCS)\n28/11/2003;Achat;-12,50;-81,99\n",
+        "28/11/2003 -1250 Achat\n", "1234567A020 EUR 123456 30/11/2003;"},
+       {"Relevé du compte n° : 12\nSolde (EUROS);1 234,56\nSolde (FRANCS);8 098,18\nDate;Libellé;Montant en "
+        "francs\n28/11/2000;Achat;-81,99\n",
+        "28/11/2000 -8199 Achat\n", "12 FRF 809818 ;"},
+       {"Date,Who,Amount,Currency\n2003-11-05,ACME,-10.50,EUR\n2003-11-06,\"Smith, John\",\"1,000.00\",EUR\n",
+        "05/11/2003 -1050 ACME\n06/11/2003 100000 Smith, John\n"},
+       {"05/11/03\tLOYER\t-500,00\n06/11/03\tCPAM\t300,25\n31/02/03\tFAUX\t1,00\n",
+        "05/11/2003 -50000 LOYER\n06/11/2003 30025 CPAM\n3: La date \"31/02/03\" est illisible.\n"},
+       // Nobody knows whose balance it is; that of the only account.
+       {"Solde au 30/11/2003;5\naccountNum;dateOp;label;amount;accountLabel\n11;05/11/2003;a;1;C\n"
+        "12;05/11/2003;b;2;L\n",
+        "05/11/2003 100 a\n05/11/2003 200 b\n", "  500 30/11/2003;11  - ;12  - ;"},
+       {"Solde au 30/11/2003;5\nCompte;Date;Montant\n11;05/11/2003;1\n", "05/11/2003 100 \n",
+        "11  500 30/11/2003;"},
+       {titres + "Montant;Débit/Crédit\n05/11/2003;a;12,00;D\n06/11/2003;b;1;C\n",
+        "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
+       {titres + "Type;Montant\n05/11/2003;a;Débit;12,00\n06/11/2003;b;Crédit;1\n",
+        "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
+       {titres + "Sens;Montant\n05/11/2003;a;-;12,00\n06/11/2003;b;+;1\n",
+        "05/11/2003 -1200 a\n06/11/2003 100 b\n"},
+       {"Booking "
+        "date,Text,Debit,Credit,Balance\n11/05/2003,a,1.00,,9.00\n11/06/2003,b,1.00,,8.00\n11/07/2003,c,"
+        "1.00,,7.00\n11/08/2003,d,1.00,,6.00\n11/25/2003,e,,2.00,8.00\n",
+        "05/11/2003 -100 a\n06/11/2003 -100 b\n07/11/2003 -100 c\n08/11/2003 -100 d\n25/11/2003 200 e\n"},
+       {"Jour;Quoi;Moins;Plus\n05/11/2003;a;1,00;\n06/11/2003;b;1,00;\n07/11/2003;c;;2,00\n",
+        "05/11/2003 -100 a\n06/11/2003 -100 b\n07/11/2003 200 c\n"},
+       {titres + "Débit;Crédit\n01/11/2003;Solde précédent;;5\n05/11/2003;Solde facture 12;1;\n"
+                 "30/11/2003;Solde au 30/11/2003;4;\n",
+        "05/11/2003 -100 Solde facture 12\n2: Un solde initial n'est pas une opération.\n",
+        "  -400 30/11/2003;"},
+       {"Date,Amount\n2003-11-05,-1.00\n", "05/11/2003 -100 \n"}});
 }
 
 TEST(Releves, ChaqueFormatRendLesOperationsEtLeSolde) {
