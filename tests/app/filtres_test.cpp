@@ -45,15 +45,6 @@ class FormesFiltrees : public FormesJournal {
     const char* liste = "";
     const char* bouton = nullptr;  ///< instead of the key
   };
-  static QStringList Rangees(TableListe& table) {
-    QStringList rangees;
-    for (int ligne = 0; ligne < table.Modele().NbLignes(); ++ligne) {
-      rangees += QString();
-      for (int i = 0; i < table.Modele().columnCount(); ++i)
-        rangees.back() += table.Modele().Champ(ligne, i) + u'|';
-    }
-    return rangees;
-  }
   static TableListe& Table(QDialog& f, const char* nom) {
     return *nom ? Trouve<TableListe>(f, nom) : *f.findChild<TableListe*>();
   }
@@ -72,7 +63,7 @@ class FormesFiltrees : public FormesJournal {
     const Forme forme = cas.ouvre();
     SCOPED_TRACE(forme->metaObject()->className() + (" " + cas.mot.toStdString()));
     TableListe& table = Table(*forme, cas.liste);
-    const QStringList avant = Rangees(table);
+    const QStringList avant = Rangs(table);
     Filtre(*forme, table, cas.mot);
     Robot robot;
     if (cas.autre)
@@ -86,7 +77,7 @@ class FormesFiltrees : public FormesJournal {
     QApplication::processEvents();
     table.OteFiltre();
     const Forme neuve = forme->isVisible() ? Forme() : cas.ouvre();
-    const QStringList apres = Rangees(neuve ? Table(*neuve, cas.liste) : table);
+    const QStringList apres = Rangs(neuve ? Table(*neuve, cas.liste) : table);
     for (const QString& rangee : avant)
       EXPECT_EQ(apres.contains(rangee), cas.autre || !rangee.contains(cas.mot)) << rangee.toStdString();
   }
@@ -189,7 +180,7 @@ TEST_F(FormesFiltrees, OnAgitSurCeQuiSeVoit) {
   QTest::keyClicks(&Champ(recherche, "texte"), u"alpha"_s);
   TableListe& trouvailles = Table(recherche, "");
   ASSERT_TRUE(QTest::qWaitFor([&] { return recherche.Repos() && trouvailles.Modele().NbLignes() == 2; }));
-  Filtre(recherche, trouvailles, Rangees(trouvailles)[1].contains(u"un"_s) ? u"un"_s : u"deux"_s);
+  Filtre(recherche, trouvailles, Rangs(trouvailles)[1].contains(u"un"_s) ? u"un"_s : u"deux"_s);
   ASSERT_TRUE(recherche.Cible());
   EXPECT_TRUE(trouvailles.Modele().Champ(0, 2) == Q(recherche.Cible()->nom));
 }

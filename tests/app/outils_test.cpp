@@ -27,7 +27,7 @@ namespace {
 void Tape(Calcul& calcul, std::string_view cles) {
   static const std::string connues = "0123456789,n<ec+-*/=%amrz";
   for (const char c : cles)
-    if (c != ' ') calcul.Appuie(static_cast<Touche>(connues.find(c)));
+    if (c != ' ') calcul.Appuie(static_cast<fenlor::Touche>(connues.find(c)));
 }
 
 std::string Calcule(std::string_view cles) {

@@ -59,6 +59,21 @@ bool Robot::eventFilter(QObject* objet, QEvent* evenement) {
   return false;
 }
 
+namespace {
+
+void TapeA(QWidget& champ, const QString& texte) {
+  for (const QChar c : texte) {
+    if (c < QChar(128)) {
+      QTest::keyClicks(&champ, QString(c));
+    } else {  // QTest knows the keys of ASCII alone
+      QKeyEvent frappe(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+      QApplication::sendEvent(&champ, &frappe);
+    }
+  }
+}
+
+}  // namespace
+
 UiDeTest::UiDeTest() { ChargePreferences(Dessin, App(), QApplication::palette()); }
 
 void MontreFenetre(QWidget& fenetre) {
@@ -77,14 +92,47 @@ void Tape(QWidget& champ, const QString& texte) {
   Va(champ);
   QTest::keyClick(&champ, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(&champ, Qt::Key_Delete);
-  for (const QChar c : texte) {
-    if (c < QChar(128)) {
-      QTest::keyClicks(&champ, QString(c));
-    } else {  // QTest knows the keys of ASCII alone
-      QKeyEvent frappe(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
-      QApplication::sendEvent(&champ, &frappe);
-    }
+  TapeA(champ, texte);
+}
+
+QString Lu(QWidget& f, const char* nom) {
+  if (const auto* liste = f.findChild<QComboBox*>(QLatin1String(nom))) return liste->currentText();
+  if (const auto* ligne = f.findChild<QLineEdit*>(QLatin1String(nom))) return ligne->text();
+  return Trouve<QLabel>(f, nom).text();
+}
+
+void Choisit(QComboBox& liste, int rang) {
+  liste.setCurrentIndex(rang);
+  if (rang >= 0) Q_EMIT liste.activated(rang);
+}
+
+std::string Focus(const QWidget& f) {
+  return f.focusWidget() ? f.focusWidget()->objectName().toStdString() : "";
+}
+
+void Touche(QWidget& f, int touche, Qt::KeyboardModifiers avec) {
+  QApplication::processEvents();
+  QTest::keyClick(f.focusWidget() ? f.focusWidget() : &f, static_cast<Qt::Key>(touche), avec);
+  QApplication::processEvents();
+}
+
+void Frappe(QWidget& f, const QString& texte) { TapeA(*f.focusWidget(), texte); }
+
+QStringList Rangs(const TableListe& liste, int colonnes) {
+  QStringList rangs;
+  const ModeleListe& modele = liste.Modele();
+  for (int ligne = 0; ligne < modele.NbLignes(); ++ligne) {
+    QStringList cellules;
+    for (int i = 0; i < (colonnes ? colonnes : modele.columnCount()); ++i) cellules += modele.Champ(ligne, i);
+    rangs += cellules.join(u'|');
   }
+  return rangs;
+}
+
+void ChoisitRang(TableListe& liste, const QString& premiere) {
+  const auto rang = Rangs(liste, 1).indexOf(premiere);
+  EXPECT_GE(rang, 0) << "no row " << premiere.toStdString();
+  liste.SelectionneLigne(static_cast<int>(rang));
 }
 
 void Frappe(QPointer<QWindow> fenetre, QKeyCombination touche, const QString& texte) {

@@ -19,6 +19,7 @@
 #include "outils/cabinetdetest.h"
 #include "outils/verifieformulaire.h"
 #include "ui/fenetres.h"
+#include "ui/tableliste.h"
 #include "ui/texteqt.h"
 
 namespace fenlor::test {
@@ -97,6 +98,28 @@ void Frappe(QPointer<QWindow> fenetre, QKeyCombination touche, const QString& te
 void Clique(QAbstractButton& bouton);
 /// On the screen, with the keyboard.
 void MontreFenetre(QWidget& fenetre);
+
+// A form by the names of its fields, as most tests speak of it.
+inline QAbstractButton& Case(QWidget& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
+inline QLineEdit& Champ(QWidget& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
+inline QComboBox& Liste(QWidget& f, const char* nom) { return Trouve<QComboBox>(f, nom); }
+inline bool Actif(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isEnabled(); }
+inline void Ok(QWidget& f) { Clique(Case(f, "ok")); }
+/// What a list, a field or a label shows.
+QString Lu(QWidget& f, const char* nom);
+/// A row of a list, chosen as a person does.
+void Choisit(QComboBox& liste, int rang);
+/// The field that has the focus; empty: none.
+std::string Focus(const QWidget& f);
+/// A key for it, or for the form.
+void Touche(QWidget& f, int touche, Qt::KeyboardModifiers avec = {});
+/// Types a text into it.
+void Frappe(QWidget& f, const QString& texte);
+/// The rows of a list, "|" between the first `colonnes` cells of each; 0: all.
+QStringList Rangs(const TableListe& liste, int colonnes = 0);
+/// Selects the row that begins with this cell.
+void ChoisitRang(TableListe& liste, const QString& premiere);
+
 /// Button of a text ("&Ok"), wherever it stands in the window.
 QAbstractButton& Bouton(QWidget& fenetre, const QString& texte);
 /// Title, labels and texts of a window, one a line.

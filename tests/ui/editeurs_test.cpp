@@ -28,9 +28,6 @@ class EditeursTest : public UiDeTest {
     champ.selectAll();
     QTest::keyClick(&champ, Qt::Key_V, Qt::ControlModifier);
   }
-  void Frappe(QWidget& champ, Qt::Key touche, Qt::KeyboardModifiers avec = Qt::NoModifier) {
-    QTest::keyClick(&champ, touche, avec);
-  }
   void Preference(const char* cle, bool oui) {
     ASSERT_TRUE(App().Reglages.EcritIni("Préférences"_w, DepuisUtf8(cle).value(), oui ? "Oui" : "Non"));
   }
@@ -71,7 +68,7 @@ TEST_F(EditeursTest, CapitalsAreMadeAndCanBeUndone) {
   Montre(champ);
   Tape(champ, u"héron"_s);
   EXPECT_EQ(champ.Valeur(), "HÉRON"_w);
-  Frappe(champ, Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(&champ, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_TRUE(champ.text().isEmpty() || champ.text() == u"HÉRO"_s) << champ.text().toStdString();
   Colle(champ, u"çà"_s);
   EXPECT_EQ(champ.Valeur(), "ÇÀ"_w);
@@ -87,8 +84,8 @@ TEST_F(EditeursTest, LongTextCountsLineEndsAsTwoBytes) {
   champ.moveCursor(QTextCursor::End);
   QTest::keyClicks(&champ, u"x"_s);
   EXPECT_EQ(champ.Valeur(), "abc\r\nefghi");
-  Frappe(champ, Qt::Key_Backspace);
-  Frappe(champ, Qt::Key_Return);
+  QTest::keyClick(&champ, Qt::Key_Backspace);
+  QTest::keyClick(&champ, Qt::Key_Return);
   EXPECT_EQ(champ.Valeur(), "abc\r\nefgh") << "a line end needs room for two";
 
   QApplication::clipboard()->setText(u"1\r\n2\n34567890123"_s);
@@ -97,11 +94,11 @@ TEST_F(EditeursTest, LongTextCountsLineEndsAsTwoBytes) {
   EXPECT_EQ(champ.Valeur(), "1\r\n2\r\n3456");
   champ.Pose("Dr\r\nMartin"_w);
   EXPECT_EQ(champ.Valeur(), "Dr\r\nMartin");
-  Frappe(champ, Qt::Key_Tab);
+  QTest::keyClick(&champ, Qt::Key_Tab);
   EXPECT_TRUE(Ailleurs.hasFocus()) << "Tab leaves the field";
   champ.Pose("Dr\r\nMart");
   champ.selectAll();
-  Frappe(champ, Qt::Key_Return);
+  QTest::keyClick(&champ, Qt::Key_Return);
   EXPECT_EQ(champ.Valeur(), "Dr\r\nMart\r\n") << "Enter takes nothing away";
   champ.Pose("Dr\r\nMartin");
   EXPECT_EQ(champ.Valeur(), "Dr\r\nMartin");
@@ -171,7 +168,7 @@ TEST_F(EditeursTest, KeypadPointFollowsThePreference) {
   Montre(champ);
   const auto pave = [&] {
     Tape(champ, u"1"_s);
-    Frappe(champ, Qt::Key_Period, Qt::KeypadModifier);
+    QTest::keyClick(&champ, Qt::Key_Period, Qt::KeypadModifier);
     QTest::keyClicks(&champ, u"5"_s);
     return champ.text();
   };
@@ -261,12 +258,12 @@ TEST_F(EditeursTest, DateStepsWithTheKeys) {
   Montre(champ);
   for (const Cas& c : cas) {
     champ.Pose(c.depart);
-    Frappe(champ, c.touche);
+    QTest::keyClick(&champ, c.touche);
     EXPECT_EQ(champ.text().toStdString(), c.texte);
   }
   EXPECT_EQ(changements, 6) << "a step is an edit, and none at the end of the calendar";
   champ.setReadOnly(true);
-  Frappe(champ, Qt::Key_Down);
+  QTest::keyClick(&champ, Qt::Key_Down);
   EXPECT_EQ(champ.text(), u"31/12/9999"_s);
 }
 
@@ -274,20 +271,20 @@ TEST_F(EditeursTest, CalendarIsFrenchAndAnswersKeys) {
   EditeurDate champ;
   champ.PoseReference(Jour15Mars);
   Montre(champ);
-  Frappe(champ, Qt::Key_F4);
+  QTest::keyClick(&champ, Qt::Key_F4);
   auto* calendrier = qobject_cast<QCalendarWidget*>(Popup());
   ASSERT_TRUE(calendrier);
   EXPECT_EQ(calendrier->firstDayOfWeek(), Qt::Monday);
   EXPECT_EQ(calendrier->locale().language(), QLocale::French);
   EXPECT_EQ(calendrier->selectedDate(), QDate(2003, 3, 15));
-  Frappe(*QApplication::focusWidget(), Qt::Key_Escape);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(Popup());
   EXPECT_TRUE(champ.EstVide());
 
-  Frappe(champ, Qt::Key_Down, Qt::AltModifier);
+  QTest::keyClick(&champ, Qt::Key_Down, Qt::AltModifier);
   ASSERT_TRUE(Popup());
-  Frappe(*QApplication::focusWidget(), Qt::Key_Right);
-  Frappe(*QApplication::focusWidget(), Qt::Key_Return);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   EXPECT_FALSE(Popup());
   EXPECT_EQ(champ.text(), u"16/03/2003"_s);
   EXPECT_TRUE(champ.hasFocus());

@@ -56,14 +56,6 @@ class SheetEssai : public CZNSheet {
 
 class FeuilleTest : public UiDeTest {
  protected:
-  void Touche(QDialog& dialogue, Qt::Key touche, Qt::KeyboardModifiers avec) {
-    QApplication::processEvents();
-    QTest::keyClick(dialogue.focusWidget() ? dialogue.focusWidget() : &dialogue, touche, avec);
-    QApplication::processEvents();
-  }
-  static std::string Focus(const QDialog& dialogue) {
-    return dialogue.focusWidget()->objectName().toStdString();
-  }
   std::vector<std::string> Traces;
 };
 

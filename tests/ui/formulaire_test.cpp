@@ -117,16 +117,7 @@ using Mode = CZNDialog::Mode;
 
 class FormulaireTest : public UiDeTest {
  protected:
-  void Touche(CZNDialog& dialogue, Qt::Key touche, Qt::KeyboardModifiers avec = Qt::NoModifier) {
-    QApplication::processEvents();
-    QTest::keyClick(dialogue.focusWidget() ? dialogue.focusWidget() : &dialogue, touche, avec);
-    QApplication::processEvents();
-  }
   void Entree(bool oui) { App().Reglages.EcritIni("Préférences"_w, "Entrée"_w, oui ? "Oui" : "Non"); }
-  static std::string Focus(const CZNDialog& dialogue) {
-    const QWidget* champ = QApplication::focusWidget() ? QApplication::focusWidget() : dialogue.focusWidget();
-    return champ ? champ->objectName().toStdString() : "";
-  }
 };
 
 /// Counts what its connection still hears once its end began.
@@ -203,10 +194,7 @@ TEST_F(FormulaireTest, IsFilledFromTheKeyboardAndSavesInSeries) {
   VerifieFormulaire(dialogue);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "ok").text(), u"&Enregistrer"_s);
   EXPECT_EQ(Trouve<QPushButton>(dialogue, "annuler").text(), u"&Fermer"_s);
-  const auto tape = [&](const QString& texte) {
-    QTest::keyClicks(dialogue.focusWidget(), texte);
-    QApplication::processEvents();
-  };
+  const auto tape = [&](const QString& texte) { Frappe(dialogue, texte); };
   const auto remplit = [&](const QString& libelle) {
     tape(u"0105"_s);
     Touche(dialogue, Qt::Key_Tab);

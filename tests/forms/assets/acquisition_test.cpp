@@ -41,7 +41,9 @@ TEST_F(Acquisition, LaDureeEtLeTauxSeSuivent) {
       Va(Champ(g, "designation"));
     };
   };
-  const auto rangee = [](const char* nom, int rang) { return [=](QDialog& g) { Choisit(g, nom, rang); }; };
+  const auto rangee = [](const char* nom, int rang) {
+    return [=](QDialog& g) { Choisit(Liste(g, nom), rang); };
+  };
   const struct {
     std::function<void(QDialog&)> geste;
     const char* etat;
@@ -86,12 +88,12 @@ TEST_F(Acquisition, LaTaxeProposeLaValeurAmortissable) {
   EXPECT_EQ(etat(), "196,00 €|1000,00 €|1000,00|19,6");
   Tape(Champ(f, "valeur"), u"500"_s);
   EXPECT_EQ(etat(), "196,00 €|1000,00 €|500|19,60 %");
-  Choisit(f, "tauxTva", taux.count() - 1);
+  Choisit(Liste(f, "tauxTva"), taux.count() - 1);
   EXPECT_EQ(etat(), "|1196,00 €|1196,00|(aucun)");
   Va(taux);
   Va(Champ(f, "prix"));
   EXPECT_EQ(taux.currentText(), QString());
-  Choisit(f, "tauxTva", 0);
+  Choisit(Liste(f, "tauxTva"), 0);
   EXPECT_EQ(etat(), "196,00 €|1000,00 €|1000,00|19,60 %");
   // What is no rate stays as it was typed, and is refused as it is left.
   Tape(taux, u"abc"_s);
@@ -105,7 +107,7 @@ TEST_F(Acquisition, EnregistreEtRelit) {
   Montre(f);
   EXPECT_EQ(f.windowTitle(), u"Acquisition"_s);
   Remplit(f);
-  Choisit(f, "tauxTva", 0);
+  Choisit(Liste(f, "tauxTva"), 0);
   Clique(Case(f, "degressif"));
   Clique(Case(f, "ok"));
   EXPECT_FALSE(f.isVisible());

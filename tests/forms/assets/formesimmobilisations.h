@@ -38,7 +38,7 @@ class FormesImmobilisations : public FormesJournal {
     return PositionsDe(App(), fichier).size();
   }
 
-  static std::string Lu(QDialog& f, const char* nom) { return VersUtf8(Trouve<Lecture>(f, nom).Valeur()); }
+  static std::string Lu(QDialog& f, const char* nom) { return test::Lu(f, nom).toStdString(); }
 };
 
 }  // namespace fenlor::test

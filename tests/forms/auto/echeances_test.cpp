@@ -4,11 +4,8 @@
 #include "forms/journal/formesjournal.h"
 #include "ui/tableliste.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
 
 class FormeEcheances : public test::FormesJournal {
  protected:
@@ -54,4 +51,4 @@ TEST_F(FormeEcheances, UneSEnregistreUneSenVa) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

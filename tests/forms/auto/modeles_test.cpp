@@ -13,15 +13,8 @@
 #include "master/libelles.h"
 #include "ui/tableliste.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Long;
-using test::Tape;
-using test::Trouve;
-using test::Va;
 
 class FormesAuto : public test::FormesJournal {
  protected:
@@ -63,7 +56,7 @@ class FormesAuto : public test::FormesJournal {
     return Champ(f, "nombre").text() + u" : "_s + Trouve<QLabel>(f, "avancement").text();
   }
   static void ChoisitCompte(QDialog& f, int genre, const QString& code) {
-    Choisit(f, "genre", genre);
+    Choisit(Liste(f, "genre"), genre);
     Tape(Champ(f, "code"), code);
     Va(Trouve<QWidget>(f, "libelle"));
   }
@@ -83,17 +76,17 @@ TEST_F(FormesAuto, UnNouveauModele) {
 
   ChoisitCompte(*f, 0, u"7065"_s);
   EXPECT_EQ(Liste(*f, "libelle").currentText(), u"Compte 7065"_s);
-  Choisit(*f, "genre", 1);
+  Choisit(Liste(*f, "genre"), 1);
   EXPECT_EQ(Liste(*f, "compte").currentIndex(), -1) << "the accounts are others";
   EXPECT_EQ(Champ(*f, "code").text(), QString());
   EXPECT_LT(Liste(*f, "compte").findText(u"7065"_s, Qt::MatchStartsWith), 0);
   EXPECT_GE(Liste(*f, "compte").findText(u"6132"_s, Qt::MatchStartsWith), 0);
 
-  Choisit(*f, "periodicite", 5);
+  Choisit(Liste(*f, "periodicite"), 5);
   EXPECT_EQ(Nombre(*f), u"999 : 0 / 999"_s);
   EXPECT_TRUE(Actif(*f, "nombre"));
   Tape(Champ(*f, "nombre"), u"8"_s);
-  Choisit(*f, "periodicite", 5);
+  Choisit(Liste(*f, "periodicite"), 5);
   EXPECT_EQ(Nombre(*f), u"999 : 0 / 999"_s) << "the same row again";
   Tape(Champ(*f, "nombre"), u"12"_s);
   Case(*f, "annoncer").click();
@@ -141,9 +134,9 @@ TEST_F(FormesAuto, TroisPaiementsSurDouze) {
   Tape(Champ(*f, "nombre"), u"2"_s);
   Va(Trouve<QWidget>(*f, "libelle"));
   EXPECT_EQ(Nombre(*f), u"4 : 3 / 4"_s);
-  Choisit(*f, "periodicite", 7);
+  Choisit(Liste(*f, "periodicite"), 7);
   EXPECT_EQ(Nombre(*f), u"999 : 3 / 999"_s);
-  Choisit(*f, "periodicite", 0);
+  Choisit(Liste(*f, "periodicite"), 0);
   EXPECT_EQ(Nombre(*f), u"4 : 3 / 4"_s);
   EXPECT_FALSE(Actif(*f, "nombre"));
   Ok(*f);
@@ -157,9 +150,9 @@ TEST_F(FormesAuto, TresorerieEtMonnaie) {
     return Liste(f, "tresorerie").findText(QString::fromLatin1(code));
   };
   auto f = Forme();
-  Choisit(*f, "tresorerie", rang(*f, "CA"));
+  Choisit(Liste(*f, "tresorerie"), rang(*f, "CA"));
   EXPECT_FALSE(Actif(*f, "cheque") || Actif(*f, "autre"));
-  Choisit(*f, "tresorerie", rang(*f, "BQ"));
+  Choisit(Liste(*f, "tresorerie"), rang(*f, "BQ"));
   EXPECT_TRUE(Actif(*f, "cheque") && Actif(*f, "autre"));
   EXPECT_FALSE(Trouve<QLabel>(*f, "designation").text().isEmpty());
   EXPECT_FALSE(Actif(*f, "franc"));
@@ -200,11 +193,7 @@ class ListeAuto : public FormesAuto {
     Ajoute(Modele("706", 50, 1, 1));
     Ajoute(Modele("6063", 30, 2, 5));
   }
-  static QString Rangee(TableListe& table, int ligne) {
-    QStringList champs;
-    for (int c = 0; c < 5; ++c) champs += table.Modele().Champ(ligne, c);
-    return champs.join(u'|');
-  }
+  static QString Rangee(TableListe& table, int ligne) { return Rangs(table)[ligne]; }
   static QString Bulle(TableListe& table, int ligne) {
     const QPoint place = table.visualRect(table.model()->index(ligne, 0)).center();
     QHelpEvent demande(QEvent::ToolTip, place, table.viewport()->mapToGlobal(place));
@@ -291,4 +280,4 @@ TEST_F(ListeAuto, LesPrevisions) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

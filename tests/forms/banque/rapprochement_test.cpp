@@ -36,7 +36,6 @@ class FormeRapprochement : public FormesJournal {
     QTest::keyClicks(f.focusWidget(), texte);
   }
   static TableListe& Table(QDialog& f, const char* nom) { return Trouve<TableListe>(f, nom); }
-  static QString Lu(QDialog& f, const char* nom) { return Trouve<QLabel>(f, nom).text(); }
 
   /// A month as the bank sent it: 50 operations with their line, 5 of two lines, 5 that the books forgot.
   void EcritLeMois() {

@@ -12,13 +12,8 @@
 #include "ui/editeurs.h"
 #include "ui/tableliste.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Tape;
-using test::Trouve;
 
 class Assistants : public test::FormesJournal {
  protected:
@@ -33,7 +28,6 @@ class Assistants : public test::FormesJournal {
   void PoseDossier(QDialog& f, const std::string& dossier) {
     Trouve<QComboBox>(f, "dossier").setCurrentText(CheminQ(dossier));
   }
-  static QString Lu(QWidget& page, const char* nom) { return Trouve<Lecture>(page, nom).text(); }
   /// Through the pages of a backup behind the password "clé", with what each refuses.
   void Sauve(QDialog& f);
   void Restaure(QDialog& f);
@@ -207,4 +201,4 @@ TEST_F(Assistants, UneSauvegardeAbandonneeCompteQuandMeme) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

@@ -7,12 +7,8 @@
 #include "garde/textes.h"
 #include "ui/editeurs.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Trouve;
 
 class FormeCloture : public test::FormesJournal {
  protected:
@@ -85,4 +81,4 @@ TEST_F(FormeCloture, LesProprietesDisentSiLeSceauTient) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

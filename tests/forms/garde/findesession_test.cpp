@@ -13,12 +13,8 @@
 #include "store/dates.h"
 #include "ui/voyant.h"
 
-namespace fenlor {
+namespace fenlor::test {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
-using test::Clique;
-using test::Trouve;
 
 class FinDeSession : public test::FormesJournal {
  protected:
@@ -238,4 +234,4 @@ TEST_F(FinDeSession, LeRappelDesMisesAJour) {
 }
 
 }  // namespace
-}  // namespace fenlor
+}  // namespace fenlor::test

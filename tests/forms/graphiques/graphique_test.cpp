@@ -39,7 +39,7 @@ class GraphiqueTest : public EtatsUiTest {
     EXPECT_EQ(liste.NbChoisies(), static_cast<int>(noms.size()));
   }
   static bool Ok(QDialog& f) {
-    Clique(Case(f, "ok"));
+    test::Ok(f);
     return !f.isVisible();
   }
   std::vector<unsigned> Dits() {

@@ -50,11 +50,6 @@ class FormeEcriture : public FormesJournal {
   static T* Champ(QWidget& f, const char* nom) {
     return &Trouve<T>(f, nom);
   }
-  static QString Lu(QWidget& f, const char* nom) {
-    if (auto* liste = f.findChild<QComboBox*>(QLatin1String(nom))) return liste->currentText();
-    if (auto* ligne = f.findChild<QLineEdit*>(QLatin1String(nom))) return ligne->text();
-    return Trouve<QLabel>(f, nom).text();
-  }
   static bool Coche(QWidget& f, const char* nom) { return Trouve<QAbstractButton>(f, nom).isChecked(); }
   static bool Permis(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isEnabledTo(&f); }
   static bool Vu(QWidget& f, const char* nom) { return Trouve<QWidget>(f, nom).isVisibleTo(&f); }
@@ -65,20 +60,12 @@ class FormeEcriture : public FormesJournal {
     return textes.join(u' ');
   }
   static QString LignesTresor(QWidget& f) {
-    QStringList lignes;
-    const ModeleListe& modele = Trouve<CZNListCtrl>(f, "lignes").Modele();
-    for (int i = 0; i < modele.NbLignes(); ++i) {
-      QStringList champs;
-      for (int c = 0; c < 4; ++c) champs += modele.Champ(i, c);
-      lignes += champs.join(u'|');
-    }
-    return lignes.join(u" ; "_s);
+    return Rangs(Trouve<CZNListCtrl>(f, "lignes"), 4).join(u" ; "_s);
   }
   static void Choisit(QWidget& f, const char* nom) {
     Va(*Champ(f, nom));
     Trouve<QAbstractButton>(f, nom).click();
   }
-  void Ok(QWidget& f) { Clique(Trouve<QPushButton>(f, "ok")); }
   void Lie(u32 mouvement) {
     ChangeLignes(mouvement, [](Line& ligne) { ligne.LienId = 7; });
   }
@@ -90,16 +77,8 @@ class FormeEcriture : public FormesJournal {
     QTest::keyClick(champ, static_cast<Qt::Key>(touche), avec);
   }
   static void Frappe(const QString& texte) {
-    for (const QChar c : texte) {
-      QWidget* champ = QApplication::focusWidget();
-      ASSERT_TRUE(champ) << "nothing has the focus";
-      if (c < QChar(128)) {
-        QTest::keyClicks(champ, QString(c));
-      } else {
-        QKeyEvent touche(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
-        QApplication::sendEvent(champ, &touche);
-      }
-    }
+    ASSERT_TRUE(QApplication::focusWidget()) << "nothing has the focus";
+    test::Frappe(*QApplication::focusWidget(), texte);
   }
   static void TabVers(const QString& nom, int touche = Qt::Key_Tab) {
     for (int i = 0; i < 25; ++i) {

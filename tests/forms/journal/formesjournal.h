@@ -39,18 +39,6 @@ class FormesJournal : public CabinetMedical {
     MontreFenetre(f);
     VerifieFormulaire(f);
   }
-  static std::string Focus(QDialog& f) {
-    return f.focusWidget() ? f.focusWidget()->objectName().toStdString() : "";
-  }
-  static QAbstractButton& Case(QDialog& f, const char* nom) { return Trouve<QAbstractButton>(f, nom); }
-  static QLineEdit& Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom); }
-  static QComboBox& Liste(QDialog& f, const std::string& nom) { return Trouve<QComboBox>(f, nom.c_str()); }
-  static void Choisit(QDialog& f, const char* nom, int rang) {
-    Liste(f, nom).setCurrentIndex(rang);
-    if (rang >= 0) Q_EMIT Liste(f, nom).activated(rang);
-  }
-  static void Ok(QDialog& f) { Clique(Case(f, "ok")); }
-  static bool Actif(QDialog& f, const char* nom) { return Trouve<QWidget>(f, nom).isEnabled(); }
 };
 
 }  // namespace fenlor::test

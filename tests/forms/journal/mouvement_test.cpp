@@ -27,21 +27,12 @@ class FormeOD : public FormesJournal {
     ouverture.proprietaire = &Journal;
     return ouverture;
   }
-  static void Touche(QDialog& f, Qt::Key touche, Qt::KeyboardModifiers avec = {}) {
-    QTest::keyClick(f.focusWidget() ? f.focusWidget() : &f, touche, avec);
-    QApplication::processEvents();
-  }
-  static void Frappe(QDialog& f, const QString& texte) { QTest::keyClicks(f.focusWidget(), texte); }
   static CZNListCtrl& Lignes(QDialog& f) { return Trouve<CZNListCtrl>(f, "lignes"); }
   using FormesJournal::Lignes;
   static QString Solde(QDialog& f) { return Trouve<QLabel>(f, "solde").text(); }
   static Textes Montrees(QDialog& f) {
     Textes textes;
-    for (int i = 0; i < Lignes(f).Modele().NbLignes(); ++i) {
-      QStringList champs;
-      for (int j = 0; j < 4; ++j) champs += Lignes(f).Modele().Champ(i, j);
-      textes.push_back(De1252(champs.join(u'|')));
-    }
+    for (const QString& rangee : Rangs(Lignes(f), 4)) textes.push_back(De1252(rangee));
     return textes;
   }
   /// On to the next field: by Tab, or by Enter where the preference says so.

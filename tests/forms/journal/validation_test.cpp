@@ -54,7 +54,7 @@ TEST_F(FormeValidation, CeQueLesChoixValident) {
       if (auto* champ = f.findChild<QLineEdit*>(QLatin1String(nom)))
         Tape(*champ, QLatin1String(valeur));
       else if (*valeur)
-        Choisit(f, nom, *valeur - '0');
+        Choisit(Liste(f, nom), *valeur - '0');
       else
         Clique(Case(f, nom));
     }

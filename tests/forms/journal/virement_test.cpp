@@ -20,7 +20,7 @@ class FormeVirement : public FormesJournal {
     PoseTransit(*this);
   }
   static void Code(QDialog& f, const char* nom, const QString& code) {
-    Choisit(f, nom, Liste(f, nom).findText(code));
+    Choisit(Liste(f, nom), Liste(f, nom).findText(code));
   }
 };
 

@@ -22,12 +22,6 @@ class FormesComptes : public FormesJournal {
     vue.Charge();
     vue.show();
   }
-  static void Choisit(CZNListView& vue, const QString& code) {
-    TableListe& table = vue.Table();
-    for (int i = 0; i < table.Modele().NbLignes(); ++i)
-      if (table.Modele().Champ(i, 0) == code) return table.SelectionneLigne(i);
-    ADD_FAILURE() << "no account " << code.toStdString();
-  }
   static QString CodeChoisi(CZNListView& vue) {
     return vue.Table().Modele().Champ(vue.Table().LigneChoisie(), 0);
   }
@@ -48,15 +42,9 @@ class FormesComptes : public FormesJournal {
   }
   static EditeurTexte& Texte(QDialog& f, const char* nom) { return Trouve<EditeurTexte>(f, nom); }
   static EditeurMontant& Montant(QDialog& f, const char* nom) { return Trouve<EditeurMontant>(f, nom); }
-  static EditeurChoix& Liste(QDialog& f, const char* nom) { return Trouve<EditeurChoix>(f, nom); }
-  static QString Lu(QDialog& f, const char* nom) { return Trouve<Lecture>(f, nom).text(); }
   static void Touche(QDialog& f, int touche, Qt::KeyboardModifiers avec = {}) {
     QTest::keyClick(f.focusWidget() ? f.focusWidget() : &f, static_cast<Qt::Key>(touche), avec);
     QTest::qWait(avec ? 120 : 0);  // a button pressed by its access key goes up again by itself
-  }
-  static void Prend(EditeurChoix& liste, int ligne) {
-    liste.setCurrentIndex(ligne);
-    Q_EMIT liste.activated(ligne);
   }
   void Mouvemente() { ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 150)), 0u); }
 };
@@ -137,7 +125,7 @@ TEST_F(FormesComptes, ChaqueListeALaSuppressionDeSaForme) {
                      {plan, "BQ", InfoTresorerieMouvementee}};
   for (const Cas& cas : refus) {
     Montre(cas.vue);
-    Choisit(cas.vue, Q(cas.code));
+    ChoisitRang(cas.vue.Table(), Q(cas.code));
     cas.vue.Execute(Supprimer);
     EXPECT_EQ(Boite.NumerosQuestions(), (std::vector<unsigned>{cas.message}));
     Boite.Oublie();
@@ -167,7 +155,7 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
   ASSERT_TRUE(Magasin().SetComptePerso("6132"));
   CPlanView vue(Ui, Depense);
   Montre(vue);
-  Choisit(vue, u"6154"_s);
+  ChoisitRang(vue.Table(), u"6154"_s);
   Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
     EXPECT_TRUE(Texte(f, "compte").isReadOnly());
     EXPECT_EQ(Lu(f, "ttc"), u"D 119,60"_s);
@@ -178,13 +166,13 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
     EXPECT_EQ(Lu(f, "personnelle"), u"24,50"_s);
     Tape(Montant(f, "professionnelle"), u"120"_s);
     EXPECT_EQ(Lu(f, "personnelle"), u"88,00"_s) << "what 12 left";
-    Prend(Liste(f, "tva"), 0);
+    Choisit(Liste(f, "tva"), 0);
     Clique(Bouton(f, u"&Ok"_s));
   });
   EXPECT_EQ(+LitCompte("6154").PartPro, 120);
   EXPECT_EQ(+LitCompte("6154").TauxTVA, 0);
   EXPECT_EQ(LitTexte(LitCompte("6154").CompteTVA), "");
-  Choisit(vue, u"LOYER"_s);
+  ChoisitRang(vue.Table(), u"LOYER"_s);
   Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
     for (const char* nom : {"code", "compte", "designation"}) EXPECT_TRUE(Texte(f, nom).isReadOnly()) << nom;
     EXPECT_FALSE(Liste(f, "rubrique").isEnabled() || Liste(f, "tva").isEnabled());
@@ -245,7 +233,7 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
     const QWidget& zone = *f.findChild<QScrollArea*>()->widget();
     const QSize taille = zone.sizeHint();
     for (const Cas& c : cas) {
-      Prend(Liste(f, "type"), c.type);
+      Choisit(Liste(f, "type"), c.type);
       QApplication::processEvents();
       EXPECT_EQ(zone.sizeHint(), taille) << "nothing jumps: " << c.type;
       EXPECT_EQ(Montant(f, "debit").isEnabled() && Trouve<QCheckBox>(f, "banque").isEnabled(), c.initial)
@@ -256,7 +244,7 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
       EXPECT_EQ(Montant(f, "professionnelle").isEnabled(), c.parts) << c.type;
       test::VerifieFormulaire(f);
     }
-    Prend(Liste(f, "type"), Tva);
+    Choisit(Liste(f, "type"), Tva);
     Tape(Texte(f, "code"), u"TVA9"_s);
     Tape(Texte(f, "compte"), u"612"_s);
     Tape(Montant(f, "taux"), u"8,5"_s);
@@ -266,11 +254,11 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
   EXPECT_EQ(+LitCompte("612").TauxTVA, 8.5);
   Ouvre(vue, Modifier, "DialogPlanComptable", [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Compte de T.V.A. : TVA9"_s);
-    Prend(Liste(f, "type"), Autre);
+    Choisit(Liste(f, "type"), Autre);
     EXPECT_EQ(f.windowTitle(), u"Compte : TVA9"_s);
   });
   ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "7070", 119.6)), 0u);
-  Choisit(vue, u"4451"_s);
+  ChoisitRang(vue.Table(), u"4451"_s);
   Ouvre(vue, Modifier, "DialogPlanComptable", [&](QDialog& f) {
     EXPECT_FALSE(Liste(f, "type").isEnabled());
     EXPECT_TRUE(Texte(f, "compte").isReadOnly() && Montant(f, "taux").isReadOnly());

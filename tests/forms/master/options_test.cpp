@@ -42,21 +42,12 @@ class Formulaires : public FormesJournal {
     QApplication::processEvents();
     return *onglets.widget(onglet);
   }
-  static void Ok(QDialog& fenetre) { Clique(Bouton(fenetre, u"&Ok"_s)); }
   static void Annule(QDialog& fenetre) { Clique(Bouton(fenetre, u"A&nnuler"_s)); }
   static CZNListCtrl& Liste(QWidget& page) { return Trouve<CZNListCtrl>(page, "liste"); }
   static std::vector<std::string> Lignes(QWidget& page) {
     std::vector<std::string> textes;
-    ModeleListe& modele = Liste(page).Modele();
-    for (int i = 0; i < modele.NbLignes(); ++i)
-      textes.push_back((modele.Champ(i, 0) + u' ' + modele.Champ(i, 1)).trimmed().toStdString());
+    for (const QString& rangee : Rangs(Liste(page), 2)) textes.push_back(rangee.toStdString());
     return textes;
-  }
-  void ChoisitLigne(QWidget& page, const QString& premierChamp) {
-    ModeleListe& modele = Liste(page).Modele();
-    for (int i = 0; i < modele.NbLignes(); ++i)
-      if (modele.Champ(i, 0) == premierChamp) return Liste(page).SelectionneLigne(i);
-    ADD_FAILURE() << "no row " << premierChamp.toStdString();
   }
   /// Types into a list of accounts and leaves it by Tab, which the open list of proposals sees first.
   static void Cherche(QDialog& fenetre, const char* nom, const QString& texte) {
@@ -66,7 +57,6 @@ class Formulaires : public FormesJournal {
     QTest::keyClick(propositions ? propositions : &choix, Qt::Key_Tab);
     EXPECT_FALSE(choix.hasFocus());
   }
-  bool BoutonActif(QWidget& page, const char* nom) { return Trouve<QPushButton>(page, nom).isEnabled(); }
 
  private:
   std::unique_ptr<test::Robot> m_robot;
@@ -150,13 +140,13 @@ TEST_F(Formulaires, AdressesDesBanques) {
   ASSERT_TRUE(Magasin().Reglages().Ecrit("BQ", "Compte", "123"));
   ASSERT_TRUE(Options([&](QDialog& f) {
     QWidget& page = Montre(f, Banques);
-    ChoisitLigne(page, u"BQ"_s);
-    EXPECT_FALSE(BoutonActif(page, "ajouter"));
-    EXPECT_TRUE(BoutonActif(page, "modifier") && BoutonActif(page, "supprimer"));
+    ChoisitRang(Liste(page), u"BQ"_s);
+    EXPECT_FALSE(Actif(page, "ajouter"));
+    EXPECT_TRUE(Actif(page, "modifier") && Actif(page, "supprimer"));
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
-    EXPECT_TRUE(BoutonActif(page, "ajouter"));
-    EXPECT_FALSE(BoutonActif(page, "modifier"));
-    ChoisitLigne(page, u"CCP"_s);
+    EXPECT_TRUE(Actif(page, "ajouter"));
+    EXPECT_FALSE(Actif(page, "modifier"));
+    ChoisitRang(Liste(page), u"CCP"_s);
     Attend("DialogAdresseBanque", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Etablissements bancaires"_s);
       EXPECT_EQ(Trouve<QLabel>(d, "code").text(), u"CCP"_s);
@@ -208,7 +198,7 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
 TEST_F(Formulaires, ComptesDeTva) {
   EXPECT_TRUE(Options([&](QDialog& f) {
     QWidget& page = Montre(f, Taxe);
-    ChoisitLigne(page, u"4452"_s);
+    ChoisitRang(Liste(page), u"4452"_s);
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
     Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Ajout d'un compte de T.V.A."_s);
@@ -225,7 +215,7 @@ TEST_F(Formulaires, ComptesDeTva) {
     });
     QTest::keyClick(&Liste(page), Qt::Key_Insert);
     EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3070, 3069}));
-    ChoisitLigne(page, u"4453"_s);
+    ChoisitRang(Liste(page), u"4453"_s);
     Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Modification d'un compte de T.V.A."_s);
       EXPECT_TRUE(Trouve<QLineEdit>(d, "compte").isReadOnly());
@@ -233,7 +223,7 @@ TEST_F(Formulaires, ComptesDeTva) {
       Ok(d);
     });
     QTest::keyClick(&Liste(page), Qt::Key_Return);
-    EXPECT_THAT(Lignes(page), ::testing::Contains("4453 1,75 %"));
+    EXPECT_THAT(Lignes(page), ::testing::Contains("4453|1,75 %"));
     EXPECT_EQ(+LitCompte(Long("4452")).Type, Tva) << "nothing is written before the options are";
     Ok(f);
   }));
@@ -246,8 +236,8 @@ TEST_F(Formulaires, TvaDUnExerciceClos) {
   Regle("2003", "Cloture", "31/12/2003");
   EXPECT_FALSE(Options([&](QDialog& f) {
     QWidget& page = Montre(f, Taxe);
-    ChoisitLigne(page, u"4452"_s);
-    for (const char* nom : {"ajouter", "modifier", "supprimer"}) EXPECT_FALSE(BoutonActif(page, nom)) << nom;
+    ChoisitRang(Liste(page), u"4452"_s);
+    for (const char* nom : {"ajouter", "modifier", "supprimer"}) EXPECT_FALSE(Actif(page, nom)) << nom;
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
     EXPECT_THAT(Lignes(page), ::testing::Contains(::testing::StartsWith("4452")));
     Montre(f, Comptes);
@@ -261,7 +251,7 @@ TEST_F(Formulaires, TauxDeLEuro) {
   EXPECT_FALSE(Options([&](QDialog& f) {
     Attend("DialogTauxEuro", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Taux de conversion à l'EURO"_s);
-      EXPECT_EQ(Lignes(d), (std::vector<std::string>{"01/01/1999 6,55957"}));
+      EXPECT_EQ(Lignes(d), (std::vector<std::string>{"01/01/1999|6,55957"}));
       Attend("DialogSaisieTaux", [&](QDialog& s) {
         test::Va(Trouve<QLineEdit>(s, "date"));
         EXPECT_EQ(Trouve<QLineEdit>(s, "date").text(), u"15/03/2003"_s) << "today";
@@ -272,7 +262,7 @@ TEST_F(Formulaires, TauxDeLEuro) {
         Ok(s);
       });
       QTest::keyClick(&Liste(d), Qt::Key_Insert);
-      EXPECT_EQ(Lignes(d), (std::vector<std::string>{"01/02/1998 6,50000", "01/01/1999 6,55957"}));
+      EXPECT_EQ(Lignes(d), (std::vector<std::string>{"01/02/1998|6,50000", "01/01/1999|6,55957"}));
       Ok(d);
     });
     Clique(Trouve<QPushButton>(f, "tauxEuro"));

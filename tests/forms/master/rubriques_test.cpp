@@ -37,11 +37,10 @@ class RubriquesForms : public UiDeTest {
   }
   CRubriqueView& Vue() { return *m_vue; }
   ModeleListe& Modele() { return m_vue->Table().Modele(); }
-  /// Rows as they are shown, "code designation".
+  /// Rows as they are shown, "code|designation".
   std::vector<std::string> Lignes() {
     std::vector<std::string> lignes;
-    for (int i = 0; i < Modele().NbLignes(); ++i)
-      lignes.push_back((Modele().Champ(i, 0) + u' ' + Modele().Champ(i, 1)).toStdString());
+    for (const QString& rangee : Rangs(m_vue->Table(), 2)) lignes.push_back(rangee.toStdString());
     return lignes;
   }
   /// Runs the form of the row that the command opens.
@@ -56,12 +55,10 @@ class RubriquesForms : public UiDeTest {
     EXPECT_FALSE(LitFiche(App(), static_cast<Position>(Modele().DonneeDe(ligne)), fiche));
     return fiche;
   }
-  static QLineEdit& Champ(QDialog& forme, const char* nom) { return Trouve<QLineEdit>(forme, nom); }
   static void Radio(QDialog& forme, const char* nom) {
     Clique(Trouve<QRadioButton>(forme, nom));
     QApplication::processEvents();
   }
-  static void Ok(QDialog& forme) { Clique(Trouve<QPushButton>(forme, "ok")); }
   static void Ferme(QDialog& forme) { Clique(Trouve<QPushButton>(forme, "annuler")); }
 
  private:
@@ -89,8 +86,8 @@ TEST_F(RubriquesForms, DeuxRubriquesALaSuiteAuClavier) {
     }
     Ferme(f);
   });
-  EXPECT_THAT(Lignes(), ElementsAre("01 Rubrique 01", "04 Rubrique 04", "07 Rubrique 07", "08 Nouvelle",
-                                    "A 6 Nouvelle", " "));
+  EXPECT_THAT(Lignes(), ElementsAre("01|Rubrique 01", "04|Rubrique 04", "07|Rubrique 07", "08|Nouvelle",
+                                    "A 6|Nouvelle", "|"));
   const FicheRubrique fiche = Relit(4);
   EXPECT_EQ(fiche.formule + '/' + fiche.ligne, "01 + 07/7");
   EXPECT_EQ(fiche.type, 3);
@@ -158,7 +155,7 @@ TEST_F(RubriquesForms, SuppressionEtComptesAssocies) {
   Boite.Reponses = {RepOui};
   Vue().Table().SelectionneLigne(1);
   Vue().Execute(Supprimer);
-  EXPECT_THAT(Lignes(), ElementsAre("01 Rubrique 01", "07 Rubrique 07", " "));
+  EXPECT_THAT(Lignes(), ElementsAre("01|Rubrique 01", "07|Rubrique 07", "|"));
 }
 
 }  // namespace

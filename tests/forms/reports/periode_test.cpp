@@ -21,12 +21,8 @@ class PeriodeTest : public EtatsUiTest {
     VerifieFormulaire(*f);
     return f;
   }
-  static void Choisit(QComboBox& liste, int rang) {
-    liste.setCurrentIndex(rang);
-    Q_EMIT liste.activated(rang);
-  }
   bool Ok(QDialog& f) {
-    Clique(Case(f, "ok"));
+    test::Ok(f);
     return f.result() == QDialog::Accepted;
   }
 };

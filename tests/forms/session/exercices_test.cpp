@@ -17,9 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-QString Champ(QDialog& f, const char* nom) { return Trouve<QLineEdit>(f, nom).text(); }
 std::string Dates(QDialog& f) {
-  return (Champ(f, "annee") + u" "_s + Champ(f, "debut") + u" "_s + Champ(f, "fin")).toStdString();
+  return (Lu(f, "annee") + u' ' + Lu(f, "debut") + u' ' + Lu(f, "fin")).toStdString();
 }
 
 /// Boxes of the new-exercice form: "T" subject to VAT, "E" Euro, "D" both currencies; "!"
@@ -106,7 +105,7 @@ TEST_F(FormesExercices, UnRefusGardeLeFormulaireEtMontreLeChamp) {
   EXPECT_FALSE(Nouveau([&](QDialog& f) {
     Tape(Trouve<QLineEdit>(f, "annee"), u"2 04"_s);
     refuse("annee")(f);
-    EXPECT_EQ(Champ(f, "annee"), u"2 04"_s) << "what was typed stays";
+    EXPECT_EQ(Lu(f, "annee"), u"2 04"_s) << "what was typed stays";
     Clique(Trouve<QAbstractButton>(f, "periode"));
     Tape(Trouve<QLineEdit>(f, "debut"), u"01/01/2005"_s);
     Tape(Trouve<QLineEdit>(f, "fin"), u"31/02/2005"_s);
