@@ -167,6 +167,16 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
     SurForme(forme);
     forme.hide();
   }
+  template <class Forme, class... Arguments>
+  void Ouvre(Arguments&&... arguments) {
+    Forme forme(Ui, std::forward<Arguments>(arguments)...);
+    Regarde(forme);
+  }
+  template <class Forme, class... Arguments>
+  void OuvreFiche(Arguments&&... arguments) {
+    Forme forme(Ui, std::forward<Arguments>(arguments)...);
+    RegardeFiche(forme);
+  }
   /// What else a test does with each form.
   virtual void SurForme(QDialog&) {}
   /// The pages of an assistant behind its first one; what they do is done.
@@ -209,6 +219,7 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
   void Immobilisations();
   void Session();
   void Programme();
+  void Toutes(bool fiches = true);
 
   QString m_focus;  ///< where a form opens
   u32 m_recette = 0, m_depense = 0, m_od = 0;
@@ -217,27 +228,19 @@ class TousLesFormulaires : public CabinetMedical, public testing::WithParamInter
 void TousLesFormulaires::Fiches() {
   for (const std::string_view compte : {"512", "7070", "6154", "4451", ""}) {
     const Position place = compte.empty() ? 0 : Place(compte);
-    CDialogPlanComptable plan(Ui, nullptr, place);
-    RegardeFiche(plan);
+    OuvreFiche<CDialogPlanComptable>(nullptr, place);
     if (compte == "4451") continue;
-    if (compte.starts_with('5') || place == 0) {
-      CDialogTresorerie tresorerie(Ui, nullptr, place);
-      RegardeFiche(tresorerie);
-    }
-    if (!compte.starts_with('5')) {
-      CDialogPlan recette(Ui, nullptr, compte.starts_with('6') ? Depense : Recette, place);
-      RegardeFiche(recette);
-    }
+    if (compte.starts_with('5') || place == 0) OuvreFiche<CDialogTresorerie>(nullptr, place);
+    if (!compte.starts_with('5'))
+      OuvreFiche<CDialogPlan>(nullptr, compte.starts_with('6') ? Depense : Recette, place);
   }
   CRubriques rubriques(App(), App().PathExercice);
   ASSERT_TRUE(rubriques.OpenFile());
-  CDialogRubrique nouvelle(Ui, nullptr, 0), rubrique(Ui, nullptr, rubriques.FirstKey(0));
+  OuvreFiche<CDialogRubrique>(nullptr, 0u);
+  OuvreFiche<CDialogRubrique>(nullptr, rubriques.FirstKey(0));
   CLibelleView libelles(Ui);
   libelles.Charge();
-  CDialogLibelle libelle(Ui, libelles, -1);
-  for (CZNDialog* forme : {static_cast<CZNDialog*>(&nouvelle), static_cast<CZNDialog*>(&rubrique),
-                           static_cast<CZNDialog*>(&libelle)})
-    RegardeFiche(*forme);
+  OuvreFiche<CDialogLibelle>(libelles, -1);
 }
 
 void TousLesFormulaires::Ecritures() {
@@ -251,63 +254,51 @@ void TousLesFormulaires::Ecritures() {
   regarde(JournalRecettes, 0);
   regarde(JournalRecettes, m_recette);
   regarde(JournalDepenses, m_depense);
-  for (const u32 mouvement : {0u, m_od}) {
-    CDialogMouvement forme(Ui, Ouverture(JournalOD, mouvement));
-    RegardeFiche(forme);
-  }
+  for (const u32 mouvement : {0u, m_od}) OuvreFiche<CDialogMouvement>(Ouverture(JournalOD, mouvement));
   LignesOD od{{{}}, 0};
   od.lignes[0].compte = Long("512");
   LignesTresor tresor{{{}}, 0};
   tresor.lignes[0].compte = Long("512");
+  const Date jour = FaitDate(15, 3, 2003);
   for (const bool modification : {false, true}) {
-    CDialogLine ligne(Ui, od, {FaitDate(15, 3, 2003), true, modification, false, {}, {}});
-    RegardeFiche(ligne);
-    CDialogLineTresor paiement(Ui, tresor,
-                               {FaitDate(15, 3, 2003), Long("512"), 100, true, modification, false, {}});
-    RegardeFiche(paiement);
+    OuvreFiche<CDialogLine>(od, CDialogLine::Ouverture{jour, true, modification, false, {}, {}});
+    OuvreFiche<CDialogLineTresor>(
+        tresor, CDialogLineTresor::Ouverture{jour, Long("512"), 100, true, modification, false, {}});
   }
-  CDialogCritere criteres(Ui, JournalRecettes, {});
-  CDialogMonth mois(Ui, 2);
-  ZNDialogChangeMois autreMois(Ui, 3);
-  CDialogValidation validation(Ui);
-  CDialogVirement virement(Ui);
-  CDialogRapprochement rapprochement(Ui);
-  CDialogFraisKm frais(Ui);
-  CDialogGraph graphique(Ui);
+  Ouvre<CDialogCritere>(JournalRecettes, CritereEcriture{});
+  Ouvre<CDialogMonth>(2);
+  Ouvre<ZNDialogChangeMois>(3u);
+  Ouvre<CDialogValidation>();
+  Ouvre<CDialogVirement>();
+  Ouvre<CDialogRapprochement>();
+  Ouvre<CDialogFraisKm>();
+  Ouvre<CDialogGraph>();
   TaillePapier taille = TaillePapier::Proportionnelle;
-  CDialogPrintGraph papier(Ui, taille);
+  Ouvre<CDialogPrintGraph>(taille);
   CriteresRemise cheques = CriteresRemiseProposes(App());
-  CDialogRemise remise(Ui, Dossier() + "/remise", cheques);
-  CDialogCorbeille corbeille(Ui);
-  CDialogAutoEcheance echeances(Ui, {{1, FaitDate(15, 3, 2003), "Loyer", "BQ", JournalDepenses, 700, true}});
+  Ouvre<CDialogRemise>(Dossier() + "/remise", cheques);
+  Ouvre<CDialogCorbeille>();
+  Ouvre<CDialogAutoEcheance>(
+      std::vector<EcheanceAnnoncee>{{1, FaitDate(15, 3, 2003), "Loyer", "BQ", JournalDepenses, 700, true}});
   const std::string tableau =
       "Date;Libellé;Débit;Crédit\r\n"_w + "03/11/2003;" + std::string(80, 'M') + ";123456,78;\r\nx;y;;1\r\n";
   FormeCsv formeCsv = ProposeCsv(tableau);
   CDialogReleve releve(Ui, tableau, u"releve-de-novembre.csv"_s, {});
   ASSERT_FALSE(RetientForme(App(), releve.Compte(), formeCsv));
-  CDialogReleve connu(Ui, tableau, u"releve-de-novembre.csv"_s, {});
-  CDialogReleveCsv csv(Ui, tableau, formeCsv);
-  for (QDialog* forme : std::initializer_list<QDialog*>{&criteres, &mois, &autreMois, &validation, &virement,
-                                                        &rapprochement, &frais, &graphique, &papier, &remise,
-                                                        &corbeille, &echeances, &connu, &csv})
-    Regarde(*forme);
+  Ouvre<CDialogReleve>(tableau, u"releve-de-novembre.csv"_s, std::string());
+  Ouvre<CDialogReleveCsv>(tableau, formeCsv);
   for (const FormeCriteres forme :
        {FormeCriteres::CompteEtPeriode, FormeCriteres::PeriodeEtAffichage, FormeCriteres::GenreEtPeriode,
         FormeCriteres::Periode, FormeCriteres::Compte}) {
     CriteresEtat demande;
-    CDialogPeriode periode(Ui, forme, u"Extrait de compte"_s, MasqueTous, demande);
-    Regarde(periode);
+    Ouvre<CDialogPeriode>(forme, u"Extrait de compte"_s, unsigned{MasqueTous}, demande);
   }
 }
 
 void TousLesFormulaires::Automatiques() {
-  for (const u32 modele : {0u, 1u}) {
-    CDialogAutoEcriture forme(Ui, nullptr, modele);
-    RegardeFiche(forme);
-  }
-  CDialogAutoList liste(Ui, {});
-  CDialogAutoPrevisions previsions(Ui);
-  for (QDialog* forme : std::initializer_list<QDialog*>{&liste, &previsions}) Regarde(*forme);
+  for (const u32 modele : {0u, 1u}) OuvreFiche<CDialogAutoEcriture>(nullptr, modele);
+  Ouvre<CDialogAutoList>(CDialogAutoList::Edition{});
+  Ouvre<CDialogAutoPrevisions>();
 }
 
 void TousLesFormulaires::Immobilisations() {
@@ -317,79 +308,66 @@ void TousLesFormulaires::Immobilisations() {
   bien.position = 1;
   for (const i16 type : {Lineaire, Degressif, Exceptionnel}) {
     bien.type = type;
-    CDialogAcquisition forme(Ui, bien);
-    RegardeFiche(forme);
+    OuvreFiche<CDialogAcquisition>(bien);
   }
   Immobilisation& immo = bien.rec;
   PoseTexte(immo.Designation, std::string(20, 'm') + " et " + std::string(56, 'e'));
   immo.DateAchat = immo.DateCession = FaitDate(15, 3, 2003);
-  CDialogCession cession(Ui, immo);
-  CDialogRebut rebut(Ui, immo);
+  OuvreFiche<CDialogCession>(immo);
+  OuvreFiche<CDialogRebut>(immo);
   DetailAmortissements detail;
   detail.immo = immo;
   detail.lignes = {{2002, 123456.78, 100}, {2003, 0, 0}};
-  CDialogAmortissements annees(Ui, detail);
-  CDialogAmortissementsLine annee(Ui, detail, 0, [](int) {});
-  for (CZNDialog* forme : std::initializer_list<CZNDialog*>{&cession, &rebut}) RegardeFiche(*forme);
-  for (CZNDialog* forme : std::initializer_list<CZNDialog*>{&annees, &annee}) Regarde(*forme);
+  Ouvre<CDialogAmortissements>(detail);
+  Ouvre<CDialogAmortissementsLine>(detail, 0, [](int) {});
 }
 
 void TousLesFormulaires::Session() {
-  std::string nom = "2003";
-  const AdresseBanque banque{};
-  const std::vector<LigneTva> taxes;
-  const std::vector<TauxEuro> lignes;
-  CDialogNewExercice nouveau(Ui, nom);
-  CDialogOpenExercice ouvre(Ui, false, nom);
-  CDialogPassword motDePasse(Ui);
-  CDialogIndex index(Ui);
-  CDialogClotureExercice cloture(Ui);
-  CSheetProperties proprietes(Ui);
-  CSheetOptions options(Ui);
-  CDialogAdresseBanque adresse(Ui, banque);
-  CDialogCompteParticulier particulier(Ui, [] { return false; });
-  CDialogTauxEuro taux(Ui);
-  CDialogSaisieTaux unTaux(Ui, lignes, -1);
-  CDialogTauxTVA taxe(Ui, &taxes, {});
   BlocSauvegarde bloc;
   ASSERT_FALSE(RetientDossier(App(), Dossier()));
   ASSERT_FALSE(RemplitBloc(App(), bloc));
-  CWizardSauvegarde sauvegarde(Ui, bloc);
-  Regarde(sauvegarde);
+  Ouvre<CWizardSauvegarde>(bloc);
   App().UpdateInstalle = true;
-  CDialogEndOfSession fin(Ui);
-  Regarde(fin);
-  CWizardRestauration restauration(Ui, bloc);
-  Regarde(restauration);
-  for (QDialog* forme :
-       std::initializer_list<QDialog*>{&nouveau, &ouvre, &motDePasse, &index, &cloture, &proprietes, &options,
-                                       &adresse, &particulier, &taux, &unTaux, &taxe})
-    Regarde(*forme);
+  Ouvre<CDialogEndOfSession>();
+  Ouvre<CWizardRestauration>(bloc);
+  std::string nom = "2003";
+  const std::vector<LigneTva> taxes;
+  const std::vector<TauxEuro> lignes;
+  Ouvre<CDialogNewExercice>(nom);
+  Ouvre<CDialogOpenExercice>(false, nom);
+  Ouvre<CDialogPassword>();
+  Ouvre<CDialogIndex>();
+  Ouvre<CDialogClotureExercice>();
+  Ouvre<CSheetProperties>();
+  Ouvre<CSheetOptions>();
+  Ouvre<CDialogAdresseBanque>(AdresseBanque{});
+  Ouvre<CDialogCompteParticulier>([] { return false; });
+  Ouvre<CDialogTauxEuro>();
+  Ouvre<CDialogSaisieTaux>(lignes, -1);
+  Ouvre<CDialogTauxTVA>(&taxes, LigneTva{});
 }
 
 void TousLesFormulaires::Programme() {
-  CPrefPropertySheet preferences(Ui, nullptr, {new CPagePrefSauvegardes(Ui)});
-  CDialogRecherche recherche(Ui, {});
-  CDialogRaccourcis raccourcis(Ui);
+  Ouvre<CPrefPropertySheet>(nullptr, std::vector<CZNPage*>{new CPagePrefSauvegardes(Ui)});
+  Ouvre<CDialogRecherche>(std::vector<CibleRecherche>{});
   TableListe liste(Ui);
   liste.PermetColonnes();
   const std::vector<int> lignes;
   liste.Suit<int>({{"Date de mise en service"_w, 100, [](int) { return std::string(); }}}, lignes);
-  CDialogColonnes colonnes(Ui, liste);
-  CDialogPersonnaliser personnaliser(Ui, ContenuParDefaut(), [](unsigned) { return nullptr; });
-  CDialogAbout apropos(Ui, nullptr);
-  CDialogInfoSystem informations(Ui, nullptr);
-  CQVTipOfDay astuce(Ui, {u"Une astuce."_s, u"Une autre."_s}, nullptr);
+  Ouvre<CDialogColonnes>(liste);
+  Ouvre<CDialogRaccourcis>();
+  Ouvre<CDialogPersonnaliser>(ContenuParDefaut(), [](unsigned) { return nullptr; });
+  Ouvre<CDialogAbout>(nullptr);
+  Ouvre<CDialogInfoSystem>(nullptr);
+  Ouvre<CQVTipOfDay>(QStringList{u"Une astuce."_s, u"Une autre."_s}, nullptr);
   // It deletes itself when it is closed.
   QPointer<CDialogCalculatrice> calculatrice = new CDialogCalculatrice(Ui, nullptr);
-  CFenetreAide aide(Ui, nullptr);
+  Regarde(*calculatrice);
+  delete calculatrice;
+  Ouvre<CFenetreAide>(nullptr);
   CDialogAbort progression(u"Recalcul"_s, true, nullptr);
   progression.PoseTexte(u"Compte 512"_s);
-  for (QDialog* forme : std::initializer_list<QDialog*>{&preferences, &recherche, &colonnes, &raccourcis,
-                                                        &personnaliser, &apropos, &informations, &astuce,
-                                                        calculatrice.data(), &aide, &progression})
-    Regarde(*forme);
-  delete calculatrice;
+  Regarde(progression);
   for (const unsigned style : {BoutonsOk, BoutonsOkAnnuler, BoutonsReessayerAbandonnerIgnorer,
                                BoutonsNonOuiAnnuler, BoutonsOuiNon, BoutonsReessayerAnnuler}) {
     CDialogMessage message(u"Question"_s, u"Faut-il enregistrer cette écriture ?"_s, style, nullptr);
@@ -397,15 +375,19 @@ void TousLesFormulaires::Programme() {
   }
 }
 
-}  // namespace
-
-TEST_P(TousLesFormulaires, SontEntiers) {
-  Fiches();
+void TousLesFormulaires::Toutes(bool fiches) {
+  if (fiches) Fiches();
   Ecritures();
   Automatiques();
   Immobilisations();
   Session();
   Programme();
+}
+
+}  // namespace
+
+TEST_P(TousLesFormulaires, SontEntiers) {
+  Toutes();
   EXPECT_THAT(FormesDesSources(), testing::Each(testing::ResultOf(
                                       [this](const std::string& nom) { return Vues.contains(nom); }, true)))
       << "a form that no test shows";
@@ -482,12 +464,7 @@ class TousForces : public TousLesFormulaires {
 
 TEST_P(TousForces, NAtteignentPasUnExerciceClos) {
   m_livres = Livres();
-  Fiches();
-  Ecritures();
-  Automatiques();
-  Immobilisations();
-  Session();
-  Programme();
+  Toutes();
   std::cout << m_changes << " forms changed the books\n";
   if (!GetParam().cloture) {
     EXPECT_GT(m_changes, 10u) << "nobody tried";
@@ -520,11 +497,7 @@ class TousFiltres : public TousLesFormulaires {
 }  // namespace
 
 TEST_P(TousFiltres, SAnnoncent) {
-  Ecritures();
-  Automatiques();
-  Immobilisations();
-  Session();
-  Programme();
+  Toutes(false);
   EXPECT_GT(m_listes, 12u);
 }
 

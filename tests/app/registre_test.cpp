@@ -1,22 +1,18 @@
 #include <QtTest>
 
-#include "app/fabriques.h"
-#include "app/mainframe.h"
+#include "app/programmedetest.h"
 #include "assets/immobilisations.h"
 #include "core/btfiles.h"
-#include "outils/uidetest.h"
 #include "session/annulation.h"
-#include "store/texte1252.h"
-#include "ui/dialogueqt.h"
 
 namespace fenlor::test {
 namespace {
 
 /// The register in the main window, worked by keys alone.
-class RegistreAuClavier : public UiDeTest {
+class RegistreAuClavier : public ProgrammeDeTest {
  protected:
-  RegistreAuClavier() {
-    EXPECT_TRUE(CreeExercice("2003"));
+  void SetUp() override {
+    Installe();
     for (const char* nom : {"Divan", "Table"}) {
       FicheImmobilisation fiche = NouvelleImmobilisation(App());
       fiche.designation = nom;
@@ -24,16 +20,12 @@ class RegistreAuClavier : public UiDeTest {
       fiche.prix = fiche.valeur = 1000;
       EXPECT_FALSE(EnregistreFiche(App(), fiche));
     }
-    SuitReprises(App());
-    m_principal = std::make_unique<CMainFrame>(App(), m_dialogues);
-    PoseFabriques(*m_principal);
-    m_principal->show();
-    m_principal->AppliqueRaccourcis();
+    Montre();
     Touche(Qt::CTRL | Qt::Key_I);
   }
   void Touche(QKeyCombination touche) {
-    m_principal->activateWindow();  // no window manager gives it the keyboard back after a form
-    QTest::keyClick(m_principal->windowHandle(), touche.key(), touche.keyboardModifiers());
+    Principal->activateWindow();  // no window manager gives it the keyboard back after a form
+    QTest::keyClick(Principal->windowHandle(), touche.key(), touche.keyboardModifiers());
     QApplication::processEvents();
   }
   /// Assets and corrections as they stand in the files, by number and year.
@@ -56,8 +48,6 @@ class RegistreAuClavier : public UiDeTest {
     return lus;
   }
 
-  DialogueQt m_dialogues;
-  std::unique_ptr<CMainFrame> m_principal;
   test::Robot m_robot;
 };
 

@@ -1,50 +1,37 @@
 #include "app/reprises.h"
 
 #include <QAction>
-#include <QMdiArea>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QtTest>
 
-#include "app/fabriques.h"
-#include "app/gestioncommandes.h"
-#include "app/mainframe.h"
+#include "app/programmedetest.h"
 #include "core/cles.h"
 #include "forms/master/textes.h"
 #include "journal/textes.h"
 #include "master/textes.h"
-#include "outils/uidetest.h"
 #include "session/textes.h"
-#include "store/texte1252.h"
-#include "ui/dialogueqt.h"
 #include "ui/textes.h"
 
 namespace fenlor::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-
-class ReprisesUiTest : public UiDeTest {
+class ReprisesUiTest : public ProgrammeDeTest {
  protected:
-  ReprisesUiTest() {
-    EXPECT_TRUE(CreeExercice("2003"));
-    PoseCompte("5120000000", Tresorerie, "512", "Banque", 1);
-    PoseCompte("7060000000", Recette, "HON", "Honoraires");
-    m_principal = std::make_unique<CMainFrame>(App(), m_dialogues);
-    PoseFabriques(*m_principal);
-    m_principal->show();
-    m_principal->AppliqueRaccourcis();
-    m_principal->OuvreUnique(FenRecettes);
+  void SetUp() override {
+    Installe();
+    Montre();
+    Principal->OuvreUnique(FenRecettes);
     m_une =
-        AjouteSimple(JournalRecettes, FaitDate(10, 3, 2003), "7060000000", 20, "5120000000", "Consultation");
-    m_principal->Actualise();
+        AjouteSimple(JournalRecettes, FaitDate(10, 3, 2003), Long("706"), 20, Long("512"), "Consultation");
+    Principal->Actualise();
   }
-  QAction& Action(unsigned numero) { return *m_principal->Table().Action(numero); }
-  QWidget& Barre() { return Trouve<QWidget>(*m_principal, "offre"); }
-  QString TexteBarre() { return Trouve<QLabel>(*m_principal, "texteOffre").text(); }
+  QAction& Action(unsigned numero) { return *Principal->Table().Action(numero); }
+  QWidget& Barre() { return Trouve<QWidget>(*Principal, "offre"); }
+  QString TexteBarre() { return Trouve<QLabel>(*Principal, "texteOffre").text(); }
   void Supprime() {
     ASSERT_TRUE(Magasin().RemoveEcrSimple(App().PathExercice, m_une));
-    m_principal->Actualise();
+    Principal->Actualise();
   }
 
   /// The button of the bar, whose key opens no menu.
@@ -53,14 +40,12 @@ class ReprisesUiTest : public UiDeTest {
     for (QPushButton* b : Barre().findChildren<QPushButton*>())
       if (!b->isHidden()) bouton = b;
     EXPECT_NE(bouton, nullptr);
-    for (const QAction* menu : m_principal->menuBar()->actions())
+    for (const QAction* menu : Principal->menuBar()->actions())
       EXPECT_NE(QKeySequence::mnemonic(menu->text()), QKeySequence::mnemonic(bouton->text()))
           << bouton->text().toStdString();
     return *bouton;
   }
 
-  DialogueQt m_dialogues;
-  std::unique_ptr<CMainFrame> m_principal;
   u32 m_une = 0;
 };
 
@@ -85,16 +70,16 @@ TEST_F(ReprisesUiTest, UneSuppressionSOffreARevenir) {
 
 TEST_F(ReprisesUiTest, UnChampDeTexteGardeSonCtrlZ) {
   Supprime();
-  QLineEdit champ(m_principal->centralWidget());
+  QLineEdit champ(Principal->centralWidget());
   champ.show();
-  m_principal->activateWindow();
+  Principal->activateWindow();
   Va(champ);
   QTest::keyClicks(&champ, u"abc"_s);
-  QTest::keyClick(m_principal->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(Principal->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(champ.text(), u""_s);
   EXPECT_TRUE(Lignes(m_une).empty());
-  Va(*m_principal->Zone().viewport());
-  QTest::keyClick(m_principal->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+  Va(*Principal->Zone().viewport());
+  QTest::keyClick(Principal->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Lignes(m_une).size(), 2u);
 }
 
@@ -107,8 +92,8 @@ TEST_F(ReprisesUiTest, SansQuestionAvantCeQuiRevient) {
        {QuestionSuppressionRapprochee, QuestionRecetteFeuille, QuestionRecetteQuorbane,
         QuestionDepenseQuorbane, QuestionSupprimeExercice})
     EXPECT_FALSE(SansDemander(App(), question)) << question.numero << " says more than that it deletes";
-  m_dialogues.PoseSansDemander([this](unsigned question) { return SansDemander(App(), question); });
-  EXPECT_EQ(m_dialogues.Message(BoutonsOuiNon, QuestionSuppression, "Suppression ?"), RepOui);
+  Dialogues.PoseSansDemander([this](unsigned question) { return SansDemander(App(), question); });
+  EXPECT_EQ(Dialogues.Message(BoutonsOuiNon, QuestionSuppression, "Suppression ?"), RepOui);
 }
 
 }  // namespace

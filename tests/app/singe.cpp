@@ -221,79 +221,68 @@ void Singe::Pose(const Geste& g) {
   if (g.genre == 't') return PoseTouche(g);
   if (g.genre == 'c') return PoseClic(g);
   if (g.genre == 'f' || g.genre == 'x') return PoseFermeture(g);
+  PlusTard([this, g] {
+    CMainFrame* cadre = m_cadre ? m_cadre() : nullptr;
+    if (!cadre) return;
+    if (g.genre == 'd') return cadre->resize(g.a, g.b);
+    QAction* action = cadre->Table().Action(static_cast<unsigned>(g.a));
+    if (action && action->isEnabled()) action->trigger();
+  });
+}
+
+void Singe::PlusTard(const std::function<void()>& geste) {
   ++m_attente;
-  QMetaObject::invokeMethod(
-      this,
-      [this, g] {
-        --m_attente;
-        CMainFrame* cadre = m_cadre ? m_cadre() : nullptr;
-        if (!cadre) return;
-        if (g.genre == 'd') return cadre->resize(g.a, g.b);
-        QAction* action = cadre->Table().Action(static_cast<unsigned>(g.a));
-        if (action && action->isEnabled()) action->trigger();
-      },
-      Qt::QueuedConnection);
+  const auto agit = [this, geste] {
+    --m_attente;
+    geste();
+  };
+  QMetaObject::invokeMethod(this, agit, Qt::QueuedConnection);
 }
 
 /// For the window that has the keyboard now, whatever opens before the key is looked at.
 void Singe::PoseTouche(const Geste& g) {
   QPointer<QWindow> fenetre = QGuiApplication::focusWindow();
   if (!fenetre) return;
-  ++m_attente;
-  QMetaObject::invokeMethod(
-      this,
-      [this, g, fenetre] {
-        --m_attente;
-        const auto avec = Qt::KeyboardModifiers(g.b);
-        const QString texte = TexteDe(g.a, avec);
-        if (fenetre) qt_handleKeyEvent(fenetre, QEvent::KeyPress, g.a, avec, texte);
-        if (fenetre) qt_handleKeyEvent(fenetre, QEvent::KeyRelease, g.a, avec, texte);
-      },
-      Qt::QueuedConnection);
+  PlusTard([g, fenetre] {
+    const auto avec = Qt::KeyboardModifiers(g.b);
+    const QString texte = TexteDe(g.a, avec);
+    if (fenetre) qt_handleKeyEvent(fenetre, QEvent::KeyPress, g.a, avec, texte);
+    if (fenetre) qt_handleKeyEvent(fenetre, QEvent::KeyRelease, g.a, avec, texte);
+  });
 }
 
 void Singe::PoseClic(const Geste& g) {
   const std::vector<QWidget*> fenetres = Fenetres();
   if (g.a >= int(fenetres.size())) return;
   QPointer<QWindow> fenetre = fenetres[static_cast<std::size_t>(g.a)]->windowHandle();
-  ++m_attente;
-  QMetaObject::invokeMethod(
-      this,
-      [this, g, fenetre] {
-        --m_attente;
-        static int heure = 0;
-        const auto bouton = g.d == 2 ? Qt::RightButton : Qt::LeftButton;
-        const QPointF ici(g.b, g.c);
-        heure += 1000;  // apart, so that two clicks are no double click
-        for (int n = g.d == 4 ? 2 : 1; n > 0; --n, heure += 20) {
-          const auto envoie = [&](QEvent::Type type, Qt::MouseButtons etat) {
-            if (fenetre)
-              qt_handleMouseEvent(fenetre, ici, fenetre->mapToGlobal(ici.toPoint()), etat, bouton, type, {},
-                                  heure);
-          };
-          envoie(QEvent::MouseButtonPress, bouton);
-          envoie(QEvent::MouseButtonRelease, Qt::NoButton);
-        }
-      },
-      Qt::QueuedConnection);
+  PlusTard([g, fenetre] {
+    static int heure = 0;
+    const auto bouton = g.d == 2 ? Qt::RightButton : Qt::LeftButton;
+    const QPointF ici(g.b, g.c);
+    heure += 1000;  // apart, so that two clicks are no double click
+    for (int n = g.d == 4 ? 2 : 1; n > 0; --n, heure += 20) {
+      const auto envoie = [&](QEvent::Type type, Qt::MouseButtons etat) {
+        if (fenetre)
+          qt_handleMouseEvent(fenetre, ici, fenetre->mapToGlobal(ici.toPoint()), etat, bouton, type, {},
+                              heure);
+      };
+      envoie(QEvent::MouseButtonPress, bouton);
+      envoie(QEvent::MouseButtonRelease, Qt::NoButton);
+    }
+  });
 }
 
 /// What the system's menu, or another program, would close.
 void Singe::PoseFermeture(const Geste& g) {
-  ++m_attente;
-  QMetaObject::invokeMethod(
-      this,
-      [this, g] {
-        --m_attente;
-        CMainFrame* cadre = m_cadre ? m_cadre() : nullptr;
-        if (g.genre == 'x') {
-          if (QWidget* devant = EnAvant(); devant && devant != cadre) devant->close();
-        } else if (cadre) {
-          const auto fenetres = cadre->Zone().subWindowList();
-          if (g.a < fenetres.size()) fenetres[g.a]->close();
-        }
-      },
-      Qt::QueuedConnection);
+  PlusTard([this, g] {
+    CMainFrame* cadre = m_cadre ? m_cadre() : nullptr;
+    if (g.genre == 'x') {
+      if (QWidget* devant = EnAvant(); devant && devant != cadre) devant->close();
+    } else if (cadre) {
+      const auto fenetres = cadre->Zone().subWindowList();
+      if (g.a < fenetres.size()) fenetres[g.a]->close();
+    }
+  });
 }
 
 }  // namespace fenlor::test

@@ -56,6 +56,8 @@ class Singe : public QObject {
   Geste Touche();
   Geste Clic();
   void Pose(const Geste& geste);
+  /// Queues what an act does behind what waits already.
+  void PlusTard(const std::function<void()>& geste);
   void PoseTouche(const Geste& geste);
   void PoseClic(const Geste& geste);
   void PoseFermeture(const Geste& geste);

@@ -82,16 +82,11 @@ class Biens : public PetitLivre {
 };
 
 TEST_F(Biens, LesTroisEtatsDansLesTroisAffichages) {
-  const struct {
-    AffichageLivre affichage;
-    const char* nom;
-  } cas[] = {
-      {AffichageLivre::Franc, "franc"}, {AffichageLivre::Euro, "euro"}, {AffichageLivre::Double, "double"}};
-  for (const auto& c : cas) {
-    InstalleBiens(c.affichage);
-    VerifieEtat<CEtatAmortissementsDoc>(std::string("amortissements-") + c.nom);
-    VerifieEtat<CEtatPMVDoc>(std::string("plus-values-") + c.nom);
-    VerifieEtat<CEtatImmobilisationsDoc>(std::string("immobilisations-") + c.nom);
+  for (const auto& [affichage, nom] : affichages) {
+    InstalleBiens(affichage);
+    VerifieEtat<CEtatAmortissementsDoc>(std::string("amortissements-") + nom);
+    VerifieEtat<CEtatPMVDoc>(std::string("plus-values-") + nom);
+    VerifieEtat<CEtatImmobilisationsDoc>(std::string("immobilisations-") + nom);
   }
 }
 

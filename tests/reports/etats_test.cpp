@@ -50,47 +50,28 @@ class EtatsTest : public PetitLivre {
   }
 };
 
-TEST_F(EtatsTest, InFranc) {
-  Installe(AffichageLivre::Franc);
-  VerifieEtat<CEtatBalanceDoc>("balance-franc");
-  EXPECT_EQ(Demandeur.Forme, FormeCriteres::Mouvements) << "the balance asks nothing else";
-  VerifieEtat<CEtatCentralisationDoc>("centralisation-franc",
-                                      [](CriteresEtat& c) { c.compte = Long("512"); });
-  EXPECT_EQ(Demandeur.Forme, FormeCriteres::Compte);
-  EXPECT_EQ(Demandeur.Comptes, unsigned{MasqueTous});
-  VerifieEtat<CEtatCentralisationDoc>("centralisation-montant-franc", [](CriteresEtat& c) {
-    c.compte = Long("512");
-    c.affichage = AffichageMontant;
-  });
-  VerifieEtat<CEtatTVADoc>("tva-franc");
-  EXPECT_EQ(Demandeur.Forme, FormeCriteres::Periode);
-  VerifieEtat<CEtatRapprochementDoc>("rapprochement-franc");
-  EXPECT_EQ(Demandeur.Forme, FormeCriteres::Periode);
-}
-
-TEST_F(EtatsTest, InEuro) {
-  Installe(AffichageLivre::Euro);
-  VerifieEtat<CEtatBalanceDoc>("balance-euro");
-  VerifieEtat<CEtatCentralisationDoc>("centralisation-euro");
-  VerifieEtat<CEtatCentralisationDoc>("centralisation-montant-euro", [](CriteresEtat& c) {
-    c.compte = Long("4451");
-    c.affichage = AffichageMontant;
-  });
-  VerifieEtat<CEtatTVADoc>("tva-euro");
-  VerifieEtat<CEtatRapprochementDoc>("rapprochement-euro");
-}
-
-TEST_F(EtatsTest, InBothCurrencies) {
-  Installe(AffichageLivre::Double);
-  VerifieEtat<CEtatBalanceDoc>("balance-double");
-  VerifieEtat<CEtatCentralisationDoc>("centralisation-double",
-                                      [](CriteresEtat& c) { c.compte = Long("512"); });
-  VerifieEtat<CEtatCentralisationDoc>("centralisation-montant-double", [](CriteresEtat& c) {
-    c.compte = Long("512");
-    c.affichage = AffichageMontant;
-  });
-  VerifieEtat<CEtatTVADoc>("tva-double");
-  VerifieEtat<CEtatRapprochementDoc>("rapprochement-double");
+TEST_F(EtatsTest, InEachDisplay) {
+  for (const auto& [affichage, monnaie] : affichages) {
+    Installe(affichage);
+    const std::string nom = monnaie;
+    const bool euro = affichage == AffichageLivre::Euro;
+    VerifieEtat<CEtatBalanceDoc>("balance-" + nom);
+    EXPECT_EQ(Demandeur.Forme, FormeCriteres::Mouvements) << "the balance asks nothing else";
+    VerifieEtat<CEtatCentralisationDoc>("centralisation-" + nom, [&](CriteresEtat& c) {
+      if (!euro) c.compte = Long("512");
+    });
+    EXPECT_EQ(Demandeur.Forme, FormeCriteres::Compte);
+    EXPECT_EQ(Demandeur.Comptes, unsigned{MasqueTous});
+    VerifieEtat<CEtatCentralisationDoc>("centralisation-montant-" + nom, [&](CriteresEtat& c) {
+      c.compte = Long(euro ? "4451" : "512");
+      c.affichage = AffichageMontant;
+    });
+    VerifieEtat<CEtatTVADoc>("tva-" + nom);
+    EXPECT_EQ(Demandeur.Forme, FormeCriteres::Periode);
+    VerifieEtat<CEtatRapprochementDoc>("rapprochement-" + nom);
+    EXPECT_EQ(Demandeur.Forme, FormeCriteres::Periode);
+    Magasin().QVCloseExercice();
+  }
 }
 
 TEST_F(EtatsTest, JournalAlwaysInBothCurrencies) {

@@ -16,9 +16,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr std::pair<AffichageLivre, const char*> affichages[] = {
-    {AffichageLivre::Franc, "franc"}, {AffichageLivre::Euro, "euro"}, {AffichageLivre::Double, "double"}};
-
 class GrandsLivres : public PetitLivre {
  protected:
   using PetitLivre::PetitLivre;
@@ -98,15 +95,6 @@ TEST_F(GrandsLivres, OnlyAccountsWithMovements) {
   verifie(Texte<CEtatExtraitDoc>(), Texte<CEtatExtraitDoc>(filtre));
   verifie(Texte<CEtatGrandLivreDoc>(), Texte<CEtatGrandLivreDoc>(filtre));
   verifie(Texte<CEtatCentralisationDoc>(), Texte<CEtatCentralisationDoc>(filtre));
-}
-
-TEST_F(GrandsLivres, TheWorkFileHasNoName) {
-  Installe(AffichageLivre::Euro);
-  const TemporaireAPart temporaire;
-  FichierCentral travail(App());
-  ASSERT_TRUE(travail.Cree());
-  EXPECT_TRUE(travail.Ajoute(FaitDate(1, 1, 2003), "7060000000", "5120000000", {}));
-  EXPECT_EQ(temporaire.Nombre(), 0u);
 }
 
 TEST_F(GrandsLivres, DetailMarkup) {

@@ -49,6 +49,8 @@ class DemandeurScript : public DemandeurCriteres {
 
 /// The three displays of a report.
 enum class AffichageLivre { Franc, Euro, Double };
+inline constexpr std::pair<AffichageLivre, const char*> affichages[] = {
+    {AffichageLivre::Franc, "franc"}, {AffichageLivre::Euro, "euro"}, {AffichageLivre::Double, "double"}};
 
 class PetitLivre : public CabinetDeTest {
  public:

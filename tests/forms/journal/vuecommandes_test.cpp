@@ -13,13 +13,10 @@
 namespace fenlor::test {
 namespace {
 
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007, Pointer = 1008, Rapprocher = 1009,
-                   ChangerDate = 1010, Renumeroter = 1011, DuMois = 1022, Criteres = 1023, Brouillard = 1220,
-                   Validees = 1221, Toutes = 1222, Valider = 1230, Comptable = 1248, Copier = 9006,
-                   CopierMenu = 57634, Imprimer = 57607, Apercu = 57609;
-const std::set<unsigned> toutes = {Ajouter,     Modifier,  Supprimer, Pointer,    Rapprocher, ChangerDate,
-                                   Renumeroter, DuMois,    Criteres,  Brouillard, Validees,   Toutes,
-                                   Valider,     Comptable, Copier,    CopierMenu, Imprimer,   Apercu};
+const std::set<unsigned> toutes = {CmdAjouter,     CmdModifier,    CmdSupprimer, CmdPointer,   CmdRapprocher,
+                                   CmdChangerDate, CmdRenumeroter, CmdMois,      CmdCriteres,  CmdBrouillard,
+                                   CmdValidees,    CmdToutes,      CmdValider,   CmdComptable, CmdCopier,
+                                   CmdCopierMenu,  CmdImprimer,    CmdApercu};
 
 class VueCommandes : public VueDeTest {
  protected:
@@ -45,7 +42,7 @@ class VueCommandes : public VueDeTest {
           marque->setChecked(std::string_view(nom) == "nonPointees");
       f.accept();
     });
-    vue.Execute(Criteres);
+    vue.Execute(CmdCriteres);
   }
 };
 
@@ -53,31 +50,32 @@ TEST_F(VueCommandes, Disponibilite) {
   const u32 banque = Recette(10), caisse = Recette(20, 16, 3, "531");
   const auto vue = Ouvre();
   for (const unsigned commande : toutes)
-    EXPECT_EQ(vue->Connait(commande), commande != Imprimer && commande != Apercu) << commande;
+    EXPECT_EQ(vue->Connait(commande), commande != CmdImprimer && commande != CmdApercu) << commande;
   EXPECT_FALSE(vue->Connait(1012) || vue->Disponible(1012));
 
   Choisit(*vue, {});
-  const std::set<unsigned> toujours = {Ajouter,    Renumeroter, DuMois, Criteres,
-                                       Brouillard, Validees,    Toutes, Comptable};
+  const std::set<unsigned> toujours = {CmdAjouter,    CmdRenumeroter, CmdMois,   CmdCriteres,
+                                       CmdBrouillard, CmdValidees,    CmdToutes, CmdComptable};
   EXPECT_EQ(Disponibles(*vue), toujours);
-  EXPECT_EQ(Cochees(*vue), (std::set<unsigned>{Toutes}));
+  EXPECT_EQ(Cochees(*vue), (std::set<unsigned>{CmdToutes}));
 
   QSignalSpy etat(vue.get(), &Vue::EtatChange);
   Choisit(*vue, {banque});
   EXPECT_GT(etat.size(), 0);
   std::set<unsigned> sur = toujours;
-  sur.insert({Modifier, Supprimer, Pointer, Rapprocher, ChangerDate, Valider, Copier, CopierMenu});
+  sur.insert({CmdModifier, CmdSupprimer, CmdPointer, CmdRapprocher, CmdChangerDate, CmdValider, CmdCopier,
+              CmdCopierMenu});
   EXPECT_EQ(Disponibles(*vue), sur);
   Choisit(*vue, {caisse});
-  sur.erase(Rapprocher);
+  sur.erase(CmdRapprocher);
   EXPECT_EQ(Disponibles(*vue), sur) << "no bank line";
   Regle("Rapprochement", "Especes", "Oui");
   Choisit(*vue, {caisse});
-  EXPECT_TRUE(vue->Disponible(Rapprocher));
+  EXPECT_TRUE(vue->Disponible(CmdRapprocher));
   Regle("Rapprochement", "Especes", "Non");
   Choisit(*vue, {banque, caisse});
-  sur.insert(Rapprocher);
-  sur.erase(Modifier);
+  sur.insert(CmdRapprocher);
+  sur.erase(CmdModifier);
   EXPECT_EQ(Disponibles(*vue), sur) << "two rows";
 
   // Marks of the entry, as they are after another change.
@@ -86,46 +84,46 @@ TEST_F(VueCommandes, Disponibilite) {
   Validee(banque);
   vue->RefreshJournal();
   Choisit(*vue, {banque});
-  EXPECT_EQ(Cochees(*vue), (std::set<unsigned>{Toutes, Pointer, Rapprocher, Valider}));
-  EXPECT_FALSE(vue->Disponible(Valider));
-  EXPECT_TRUE(vue->Disponible(Modifier) && vue->Disponible(Supprimer));
+  EXPECT_EQ(Cochees(*vue), (std::set<unsigned>{CmdToutes, CmdPointer, CmdRapprocher, CmdValider}));
+  EXPECT_FALSE(vue->Disponible(CmdValider));
+  EXPECT_TRUE(vue->Disponible(CmdModifier) && vue->Disponible(CmdSupprimer));
 
   unsigned apercus = 0, impressions = 0;
   vue->SurImpression([&](bool apercu) { ++(apercu ? apercus : impressions); });
-  EXPECT_TRUE(vue->Disponible(Imprimer) && vue->Disponible(Apercu));
-  vue->Execute(Apercu);
+  EXPECT_TRUE(vue->Disponible(CmdImprimer) && vue->Disponible(CmdApercu));
+  vue->Execute(CmdApercu);
   EXPECT_EQ(apercus, 1u);
   EXPECT_EQ(impressions, 0u);
   const auto diverses = Ouvre(JournalOD);
-  EXPECT_FALSE(diverses->Disponible(Comptable)) << "always on there";
+  EXPECT_FALSE(diverses->Disponible(CmdComptable)) << "always on there";
 }
 
 TEST_F(VueCommandes, PointerRetireCeQuiNeRepondPlus) {
   const u32 a = Recette(1, 1), b = Recette(2, 2), c = Recette(4, 3), d = Recette(8, 4);
   const auto vue = Ouvre();
   Choisit(*vue, {a, c});
-  vue->Execute(Pointer);
+  vue->Execute(CmdPointer);
   EXPECT_THAT(Rangees(*vue), ElementsAre(a, b, c, d));
   EXPECT_THAT(Choisies(*vue), ElementsAre(a, c)) << "no row went: they stay selected";
   EXPECT_TRUE(Entete(a).Pointee && Entete(c).Pointee && !Entete(b).Pointee);
   EXPECT_NE(Rangee(*vue, 0).find("|P|"), std::string::npos) << "drawn anew";
-  vue->Execute(Pointer);
+  vue->Execute(CmdPointer);
   EXPECT_FALSE(Entete(a).Pointee);
 
   MontreNonPointees(*vue);
   EXPECT_EQ(Lu(*vue, "legende"), "Mars 2003   *** Liste partielle ***");
   Choisit(*vue, {b, c});
   const u64 synchros = Magasin().NbSynchros();
-  vue->Execute(Pointer);
+  vue->Execute(CmdPointer);
   EXPECT_EQ(Magasin().NbSynchros(), synchros + 1);
   EXPECT_THAT(Rangees(*vue), ElementsAre(a, d));
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "9,00 € ");
   EXPECT_EQ(Total(*vue, "selectionDebitEuro"), "8,00 € ");
   EXPECT_THAT(Choisies(*vue), ElementsAre(d)) << "the next one is ready";
   EXPECT_EQ(vue->focusWidget(), &vue->Liste());
-  vue->Execute(Pointer);
+  vue->Execute(CmdPointer);
   EXPECT_THAT(Choisies(*vue), ElementsAre(a));
-  vue->Execute(Pointer);
+  vue->Execute(CmdPointer);
   EXPECT_EQ(vue->GetEcrCount(), 0);
   EXPECT_EQ(Total(*vue, "totalDebitEuro"), "");
   EXPECT_EQ(vue->Liste().TexteVide().section(u'\n', 0, 0),
@@ -150,29 +148,29 @@ TEST_F(VueCommandes, UneLongueSelectionSArreteOuNeDemandePlus) {
     for (const u32 m : e) lettres += Entete(m).Validee ? 'V' : '.';
     return lettres;
   };
-  EXPECT_EQ(lance(Valider, e, {RepOui, RepNon, RepAnnuler}), 3u);
+  EXPECT_EQ(lance(CmdValider, e, {RepOui, RepNon, RepAnnuler}), 3u);
   EXPECT_EQ(Boite.Questions[0].style & 15, unsigned{BoutonsSerie});
   EXPECT_EQ(validees(), "V........");
-  EXPECT_EQ(lance(Valider, {e[1], e[2], e[3]}, {RepNon, RepTous}), 2u);
+  EXPECT_EQ(lance(CmdValider, {e[1], e[2], e[3]}, {RepNon, RepTous}), 2u);
   EXPECT_EQ(validees(), "V.VV.....");
   EXPECT_TRUE(Boite.Annulable && Boite.Ouvertures == 1 && Boite.Profondeur == 0) << "progress from then on";
-  EXPECT_EQ(lance(Valider, {e[1]}, {RepOui}), 1u);
+  EXPECT_EQ(lance(CmdValider, {e[1]}, {RepOui}), 1u);
   EXPECT_EQ(Boite.Questions[0].style & 15, unsigned{BoutonsOuiNon}) << "one row";
 
-  EXPECT_EQ(lance(Rapprocher, {e[4], e[5], e[6], e[7]}, {RepTous}), 1u);
+  EXPECT_EQ(lance(CmdRapprocher, {e[4], e[5], e[6], e[7]}, {RepTous}), 1u);
   EXPECT_EQ(Lignes(e[7])[1].Rapprochee + Lignes(e[7])[0].Rapprochee, 1);
-  EXPECT_EQ(lance(Rapprocher, {e[5], e[6], e[8]}, {RepTous, RepAnnuler}), 2u)
+  EXPECT_EQ(lance(CmdRapprocher, {e[5], e[6], e[8]}, {RepTous, RepAnnuler}), 2u)
       << "the other question is asked";
-  EXPECT_FALSE(vue->Coche(Rapprocher));
+  EXPECT_FALSE(vue->Coche(CmdRapprocher));
 
   // Plain deletions do not answer for an entry that is reconciled.
-  lance(Supprimer, e, {RepTous, RepNon, RepNon, RepNon});
+  lance(CmdSupprimer, e, {RepTous, RepNon, RepNon, RepNon});
   EXPECT_THAT(Boite.NumerosQuestions(), ElementsAre(3303u, 3302u, 3302u, 3302u)) << "of e[4], 5, 6, 8";
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3431u)) << "four are validated: told once";
   EXPECT_THAT(Rangees(*vue), ElementsAre(e[0], e[1], e[2], e[3], e[5], e[6], e[8]));
   EXPECT_EQ(Boite.Questions[0].style & 15, unsigned{BoutonsSerie});
   Boite.ArretApres = 0;
-  EXPECT_EQ(lance(Supprimer, {e[5], e[6], e[8]}, {RepTous}), 1u);
+  EXPECT_EQ(lance(CmdSupprimer, {e[5], e[6], e[8]}, {RepTous}), 1u);
   EXPECT_EQ(vue->GetEcrCount(), 7) << "stopped at the progress, before the first one went";
 }
 
@@ -191,16 +189,16 @@ TEST_F(VueCommandes, ChangerLaDate) {
   };
   Choisit(*vue, {a, c});
   repond(0);
-  vue->Execute(ChangerDate);
+  vue->Execute(CmdChangerDate);
   EXPECT_EQ(vue->GetEcrCount(), 3);
   Choisit(*vue, {a, liee, c});
   repond(2);
-  vue->Execute(ChangerDate);
+  vue->Execute(CmdChangerDate);
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3103u));
   EXPECT_THAT(Rangees(*vue), ElementsAre(liee));
   EXPECT_EQ(+Entete(c).Date, FaitDate(31, 2, 2003)) << "the day stays, real or not";
   EXPECT_EQ(vue->Totaux().debitEuro, 2);
-  vue->Execute(ChangerDate);
+  vue->Execute(CmdChangerDate);
   EXPECT_THAT(Boite.NumerosErreurs(), ElementsAre(3103u, 3103u)) << "a linked one first: nothing opens";
 
   Mois(*vue).Choisit(1);
@@ -210,7 +208,7 @@ TEST_F(VueCommandes, ChangerLaDate) {
     EXPECT_EQ(Trouve<ChampJour>(f, "jour").currentText(), u"28"_s);
     f.reject();
   });
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
 }
 
 TEST_F(VueCommandes, AjouterEtModifier) {
@@ -224,10 +222,10 @@ TEST_F(VueCommandes, AjouterEtModifier) {
   };
   const QString ajout = u"Ecriture de RECETTE : ajout"_s;
   attend(ajout, u"15"_s);  // today
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
   Mois(*vue).Choisit(5);
   attend(ajout, u"1"_s);
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
   EXPECT_EQ(vue->focusWidget(), &vue->Liste());
 
   const u32 a = Recette(1, 3, 6), b = Recette(2, 20, 6);
@@ -269,7 +267,7 @@ TEST_F(VueCommandes, CeQueLeFormulaireEnregistreEstChoisi) {
     Trouve<QPushButton>(f, "ok").click();
     f.reject();
   });
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
   ASSERT_EQ(vue->GetEcrCount(), 2);
   EXPECT_EQ(vue->GetEcrSel(), 0) << "it stands by its date";
   EXPECT_EQ(Rangee(*vue, 0).substr(0, 5), "42|2|") << "the number behind the highest, shown or not";
@@ -297,7 +295,7 @@ TEST_F(VueCommandes, LeVoisinEstCeluiDAvantLEnregistrement) {
     Trouve<QPushButton>(f, "precedent").click();
     f.reject();
   });
-  vue.Execute(Modifier);
+  vue.Execute(CmdModifier);
   EXPECT_THAT(Choisies(vue), ElementsAre(c)) << "the one shown last, not the one saved last";
 }
 
@@ -311,16 +309,16 @@ TEST_F(VueCommandes, AjouterUneOperationDiverse) {
     });
   };
   attend();
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
   ASSERT_NE(EnregistreLesLignes({{"512", {}, 50, 0}, {"531", {}, 0, 50}}), 0u);
   const u32 derniere = EnregistreLesLignes({{"512", {}, 20, 0}, {"531", {}, 0, 20}});
   vue->RefreshJournal();
   vue->SelectEcrItem(0);
   attend();
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
   EXPECT_THAT(Choisies(*vue), ElementsAre(derniere)) << "its neighbours are those of the form";
   attend();
-  vue->Execute(Modifier);
+  vue->Execute(CmdModifier);
   ASSERT_EQ(titres.size(), 3u);
   EXPECT_NE(titres[0], titres[1]) << "with rows the last one opens";
   EXPECT_EQ(titres[1], titres[2]);
@@ -340,7 +338,7 @@ TEST_F(VueCommandes, NouvelleOperationDepuisLaDerniere) {
       EXPECT_FALSE(f.findChild<QPushButton*>(u"nouvelle"_s));
       f.reject();
     });
-    vue->Execute(Ajouter);
+    vue->Execute(CmdAjouter);
     ODLue od;
     ASSERT_FALSE(LitOD(App(), derniere, od));
     EXPECT_EQ(od.saisie.libelle == "Autre mot", change) << "what was changed is saved before";
@@ -354,7 +352,7 @@ TEST_F(VueCommandes, SansCompteDeTresorerie) {
     ASSERT_TRUE(plan.Delete(compte.position));
   plan.CloseFile();
   const auto vue = Ouvre();
-  vue->Execute(Ajouter);
+  vue->Execute(CmdAjouter);
   EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
   EXPECT_TRUE(vue->Liste().TexteVide().contains(u"compte de trésorerie"_s));
   const auto diverses = Ouvre(JournalOD);
@@ -371,7 +369,7 @@ TEST_F(VueCommandes, UnAutreMois) {
       liste.setCurrentRow(6);
       ok ? f.accept() : f.reject();
     });
-    vue->Execute(DuMois);
+    vue->Execute(CmdMois);
     EXPECT_EQ(vue->GetEcrCount(), ok ? 1 : 0);
     EXPECT_EQ(Mois(*vue).Courant(), ok ? 6 : 2);
   }
@@ -381,7 +379,7 @@ TEST_F(VueCommandes, CopieEtMenu) {
   const u32 a = Recette(1, 1), b = Recette(2, 2);
   const auto vue = Ouvre();
   Choisit(*vue, {a, b});
-  vue->Execute(CopierMenu);
+  vue->Execute(CmdCopierMenu);
   EXPECT_EQ(QApplication::clipboard()->text(),
             u"Ligne\tDate\tLibellé\tTrésorerie\tMontant €\tP\tB\tR\tV\tRub\tCompte\tDésignation\n"
             "1\t01/03/2003\tEssai\tBQ\t1,00\t\t\t\t\t\t706\tHonoraires\n"

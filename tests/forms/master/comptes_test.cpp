@@ -12,8 +12,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
-
 class FormesComptes : public FormesJournal {
  protected:
   test::Robot Robot;
@@ -53,7 +51,7 @@ TEST_F(FormesComptes, DeuxComptesDAffileeAuClavier) {
   CPlanView vue(Ui, Recette);
   Montre(vue);
   vue.Table().SelectionneLigne(vue.Table().Modele().NbLignes() - 1);
-  EXPECT_FALSE(vue.Disponible(Modifier) || vue.Disponible(Supprimer)) << "the empty row";
+  EXPECT_FALSE(vue.Disponible(CmdModifier) || vue.Disponible(CmdSupprimer)) << "the empty row";
   Robot.Attend("DialogPlan", [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Ajout d'un compte de recettes"_s);
     f.activateWindow();
@@ -90,7 +88,7 @@ TEST_F(FormesComptes, LesComptesVoisinsEtUnModifie) {
   ASSERT_GT(codes.size(), 5u);
   const std::string modifie = De1252(Colonne(vue, 1)[1]);
   std::vector<QString> vus;
-  Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogPlan", [&](QDialog& f) {
     EXPECT_FALSE(Bouton(f, u"&Précédent"_s).isEnabled());
     for (int i = 0; i < 4; ++i) {
       vus.push_back(Texte(f, "code").text());
@@ -106,7 +104,7 @@ TEST_F(FormesComptes, LesComptesVoisinsEtUnModifie) {
   EXPECT_EQ(CodeChoisi(vue), codes[2]);
   EXPECT_EQ(Colonne(vue, 0)[codes.size() - 2], u"zz"_s) << "sorted again once the form is closed";
   vue.Table().SelectionneLigne(static_cast<int>(codes.size()) - 2);
-  Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogPlan", [&](QDialog& f) {
     EXPECT_FALSE(Bouton(f, u"&Suivant"_s).isEnabled()) << "the empty row is no account";
   });
 }
@@ -126,7 +124,7 @@ TEST_F(FormesComptes, ChaqueListeALaSuppressionDeSaForme) {
   for (const Cas& cas : refus) {
     Montre(cas.vue);
     ChoisitRang(cas.vue.Table(), Q(cas.code));
-    cas.vue.Execute(Supprimer);
+    cas.vue.Execute(CmdSupprimer);
     EXPECT_EQ(Boite.NumerosQuestions(), (std::vector<unsigned>{cas.message}));
     Boite.Oublie();
     EXPECT_EQ(CodeChoisi(cas.vue), Q(cas.code));
@@ -156,7 +154,7 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
   CPlanView vue(Ui, Depense);
   Montre(vue);
   ChoisitRang(vue.Table(), u"6154"_s);
-  Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogPlan", [&](QDialog& f) {
     EXPECT_TRUE(Texte(f, "compte").isReadOnly());
     EXPECT_EQ(Lu(f, "ttc"), u"D 119,60"_s);
     EXPECT_EQ(Trouve<Lecture>(f, "ttc").toolTip(), u"D 784,52 F"_s);
@@ -173,7 +171,7 @@ TEST_F(FormesComptes, PartsSoldesEtComptePersonnel) {
   EXPECT_EQ(+LitCompte("6154").TauxTVA, 0);
   EXPECT_EQ(LitTexte(LitCompte("6154").CompteTVA), "");
   ChoisitRang(vue.Table(), u"LOYER"_s);
-  Ouvre(vue, Modifier, "DialogPlan", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogPlan", [&](QDialog& f) {
     for (const char* nom : {"code", "compte", "designation"}) EXPECT_TRUE(Texte(f, nom).isReadOnly()) << nom;
     EXPECT_FALSE(Liste(f, "rubrique").isEnabled() || Liste(f, "tva").isEnabled());
     EXPECT_FALSE(Montant(f, "professionnelle").isEnabled() || Bouton(f, u"&Ok"_s).isEnabled());
@@ -190,7 +188,7 @@ TEST_F(FormesComptes, TresorerieNumeroProposeEtSoldeInitial) {
   for (const char* pris : {"5101", "5103"}) ASSERT_TRUE(PoseCompte(pris, Tresorerie, pris));
   CTresorerieView vue(Ui);
   Montre(vue);
-  Ouvre(vue, Ajouter, "DialogTresorerie", [&](QDialog& f) {
+  Ouvre(vue, CmdAjouter, "DialogTresorerie", [&](QDialog& f) {
     auto& banque = Trouve<QCheckBox>(f, "banque");
     EXPECT_EQ(Texte(f, "compte").text(), u"5102"_s);
     banque.click();
@@ -212,7 +210,7 @@ TEST_F(FormesComptes, TresorerieNumeroProposeEtSoldeInitial) {
   });
   EXPECT_EQ(+LitCompte("5102").SoldeInitialEuro, 30.5);
   EXPECT_EQ(CodeChoisi(vue), u"B2"_s);
-  Ouvre(vue, Modifier, "DialogTresorerie", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogTresorerie", [&](QDialog& f) {
     Trouve<QCheckBox>(f, "banque").click();
     EXPECT_EQ(Texte(f, "compte").text(), u"5102"_s) << "only a new account gets another number";
   });
@@ -229,7 +227,7 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
                    {Autre, false, true, false, false, false}};
   CPlanComptableView vue(Ui);
   Montre(vue);
-  Ouvre(vue, Ajouter, "DialogPlanComptable", [&](QDialog& f) {
+  Ouvre(vue, CmdAjouter, "DialogPlanComptable", [&](QDialog& f) {
     const QWidget& zone = *f.findChild<QScrollArea*>()->widget();
     const QSize taille = zone.sizeHint();
     for (const Cas& c : cas) {
@@ -252,14 +250,14 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
     Clique(Bouton(f, u"&Enregistrer"_s));
   });
   EXPECT_EQ(+LitCompte("612").TauxTVA, 8.5);
-  Ouvre(vue, Modifier, "DialogPlanComptable", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogPlanComptable", [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Compte de T.V.A. : TVA9"_s);
     Choisit(Liste(f, "type"), Autre);
     EXPECT_EQ(f.windowTitle(), u"Compte : TVA9"_s);
   });
   ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "7070", 119.6)), 0u);
   ChoisitRang(vue.Table(), u"4451"_s);
-  Ouvre(vue, Modifier, "DialogPlanComptable", [&](QDialog& f) {
+  Ouvre(vue, CmdModifier, "DialogPlanComptable", [&](QDialog& f) {
     EXPECT_FALSE(Liste(f, "type").isEnabled());
     EXPECT_TRUE(Texte(f, "compte").isReadOnly() && Montant(f, "taux").isReadOnly());
   });

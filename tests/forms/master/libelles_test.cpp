@@ -9,7 +9,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
 using Noms = std::vector<std::string>;
 
 class FenetreLibelles : public FormesJournal {
@@ -56,7 +55,7 @@ class FenetreLibelles : public FormesJournal {
 // By keyboard alone: three labels in a row, before the selected one.
 TEST_F(FenetreLibelles, AjoutEnSerie) {
   Choisit(1);
-  Ouvre(Ajouter, [&](QDialog& f) {
+  Ouvre(CmdAjouter, [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Ajout d'un libellé"_s);
     for (const QString& texte : {u"Carburant"_s, u"  Frais   postaux "_s, u"Loyer"_s}) {
       EXPECT_TRUE(Champ(f).hasFocus() && Champ(f).text().isEmpty());
@@ -75,7 +74,7 @@ TEST_F(FenetreLibelles, AjoutEnSerie) {
 
 TEST_F(FenetreLibelles, TextesLimites) {
   Choisit(3);  // the empty row: at the end
-  Ouvre(Ajouter, [&](QDialog& f) {
+  Ouvre(CmdAjouter, [&](QDialog& f) {
     Tape(Champ(f), QString(81, u'é'));
     EXPECT_EQ(Champ(f).text().size(), 80);
     Tape(Champ(f), u" @Texte"_s);
@@ -91,7 +90,7 @@ TEST_F(FenetreLibelles, TextesLimites) {
 
 TEST_F(FenetreLibelles, ModifieEtParcourt) {
   Choisit(0);
-  Ouvre(Modifier, [&](QDialog& f) {
+  Ouvre(CmdModifier, [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Modification d'un libellé"_s);
     EXPECT_FALSE(Voisin(f, "precedent").isEnabled());
     Tape(Champ(f), u"Consultation"_s);
@@ -113,18 +112,18 @@ TEST_F(FenetreLibelles, ModifieEtParcourt) {
 TEST_F(FenetreLibelles, Supprime) {
   Fichier("Consultations\r\nLoyer\r\nVacances\r\n");  // an entry form has added one meanwhile
   Choisit(3);
-  EXPECT_FALSE(Vue->Disponible(Modifier) || Vue->Disponible(Supprimer)) << "the empty row";
+  EXPECT_FALSE(Vue->Disponible(CmdModifier) || Vue->Disponible(CmdSupprimer)) << "the empty row";
   Choisit(1);
-  Vue->Execute(Supprimer);
+  Vue->Execute(CmdSupprimer);
   EXPECT_EQ(Libelles().size(), 3u) << "not without a yes";
   Boite.Reponses = {RepOui, RepOui, RepOui};
-  Vue->Execute(Supprimer);
+  Vue->Execute(CmdSupprimer);
   EXPECT_EQ(Boite.Questions.back().texte, "Suppression du libellé\n\"Loyer\" ?"_w);
   EXPECT_EQ(Libelles(), (Noms{"Consultations", "Vacances"}));
   EXPECT_EQ(Choisie(), 1);
-  Vue->Execute(Supprimer);
+  Vue->Execute(CmdSupprimer);
   Choisit(0);
-  Vue->Execute(Supprimer);
+  Vue->Execute(CmdSupprimer);
   EXPECT_EQ(Libelles(), Noms{});
 }
 
@@ -132,20 +131,20 @@ TEST_F(FenetreLibelles, Supprime) {
 TEST_F(FenetreLibelles, SousUnFiltre) {
   Vue->Table().PoseFiltre(u"loyer"_s);
   Choisit(0);
-  Ouvre(Modifier, [](QDialog& f) {
+  Ouvre(CmdModifier, [](QDialog& f) {
     EXPECT_EQ(Champ(f).Valeur(), "Loyer");
     EXPECT_FALSE(Voisin(f, "precedent").isEnabled() || Voisin(f, "suivant").isEnabled());
     Tape(Champ(f), u"Loyer et charges"_s);
     Entree(f);
   });
-  Ouvre(Ajouter, [](QDialog& f) {
+  Ouvre(CmdAjouter, [](QDialog& f) {
     Tape(Champ(f), u"Avant le loyer"_s);
     Entree(f);
   });
   Vue->Table().PoseFiltre(u"electricite"_s);
   Choisit(0);
   Boite.Reponses = {RepOui};
-  Vue->Execute(Supprimer);
+  Vue->Execute(CmdSupprimer);
   Vue->Table().OteFiltre();
   EXPECT_EQ(Libelles(), (Noms{"Consultations", "Avant le loyer", "Loyer et charges"}));
 }

@@ -10,8 +10,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr unsigned Ajouter = 1005, Modifier = 1006, Supprimer = 1007;
-
 class RubriquesForms : public UiDeTest {
  protected:
   /// An exercice whose headings are these three: 01 receipts, 04 its formula, 07 by hand.
@@ -66,7 +64,7 @@ class RubriquesForms : public UiDeTest {
 };
 
 TEST_F(RubriquesForms, DeuxRubriquesALaSuiteAuClavier) {
-  Ouvre(Ajouter, 0, [&](QDialog& f) {
+  Ouvre(CmdAjouter, 0, [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Ajout d'une rubrique fiscale"_s);
     test::VerifieFormulaire(f);
     const auto touche = [](Qt::Key touche) { QTest::keyClick(QApplication::focusWidget(), touche); };
@@ -95,7 +93,7 @@ TEST_F(RubriquesForms, DeuxRubriquesALaSuiteAuClavier) {
 }
 
 TEST_F(RubriquesForms, LesModesDeCalcul) {
-  Ouvre(Modifier, 1, [&](QDialog& f) {
+  Ouvre(CmdModifier, 1, [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Rubrique : 04"_s);
     QLineEdit &formule = Champ(f, "formule"), &montant = Champ(f, "montant");
     EXPECT_EQ(formule.text(), u"01-07"_s);
@@ -126,7 +124,7 @@ TEST_F(RubriquesForms, LesModesDeCalcul) {
 }
 
 TEST_F(RubriquesForms, UnRefusASonChamp) {
-  Ouvre(Modifier, 0, [&](QDialog& f) {
+  Ouvre(CmdModifier, 0, [&](QDialog& f) {
     Tape(Champ(f, "code"), u"07"_s);
     test::Va(Champ(f, "designation"));
     EXPECT_TRUE(Champ(f, "code").hasFocus()) << "left with the code of another";
@@ -147,14 +145,14 @@ TEST_F(RubriquesForms, SuppressionEtComptesAssocies) {
   compte.designation = "Forfaits | soins";
   compte.rubrique = "07";
   ASSERT_FALSE(EnregistreFiche(App(), compte));
-  Ouvre(Modifier, 2, [&](QDialog& f) {
+  Ouvre(CmdModifier, 2, [&](QDialog& f) {
     EXPECT_EQ(Trouve<CZNListCtrl>(f, "comptes").Modele().Champ(0, 1), u"Forfaits | soins"_s);
     Ferme(f);
   });
   Boite.Oublie();  // the heading of the fixture names one that does not exist
   Boite.Reponses = {RepOui};
   Vue().Table().SelectionneLigne(1);
-  Vue().Execute(Supprimer);
+  Vue().Execute(CmdSupprimer);
   EXPECT_THAT(Lignes(), ElementsAre("01|Rubrique 01", "07|Rubrique 07", "|"));
 }
 
