@@ -19,6 +19,7 @@
 #include "core/cles.h"
 #include "forms/auto/dialogautolist.h"
 #include "journal/suspens.h"
+#include "master/libelles.h"
 #include "outils/uidetest.h"
 #include "ui/dialogueqt.h"
 #include "ui/images.h"
@@ -248,6 +249,8 @@ TEST_F(CommandesUiTest, LaDisponibiliteSuitLaSession) {
 TEST_F(CommandesUiTest, LAccueilMontreLArgentEtPropose) {
   ASSERT_TRUE(CreeExercice("2003"));
   ASSERT_TRUE(PoseCompte("512", Tresorerie, "BQ", "Banque", 1));
+  ChangeCompte("512", [](Plan& compte) { compte.DebitEuro = 20; });
+  Fabrique(FenComptesDepenses, "Comptes de dépenses");
   App().ExerciceOuvert = 1;
   SaisieSuspendue saisie;
   saisie.ecriture.date = FaitDate(12, 3, 2003);
@@ -261,7 +264,8 @@ TEST_F(CommandesUiTest, LAccueilMontreLArgentEtPropose) {
       if (bouton->accessibleName().startsWith(nom) && bouton->isVisible()) return *bouton;
     throw std::runtime_error("no figure " + nom.toStdString());
   };
-  EXPECT_EQ(figure(QStringLiteral("Banque, Livres")).text(), QStringLiteral("0,00 €"));
+  EXPECT_EQ(figure(QStringLiteral("Banque, Livres")).text(), QStringLiteral("20,00 €"));
+  EXPECT_EQ(figure(QStringLiteral("Banque, Rapproché")).text(), QStringLiteral("0,00 €"));
   // On a small screen the money stands above the commands.
   const auto& accueil = Trouve<QScrollArea>(*Principal, "accueil");
   for (int large = 800; large >= 560; large -= 8) {
@@ -273,6 +277,10 @@ TEST_F(CommandesUiTest, LAccueilMontreLArgentEtPropose) {
   Clique(figure(QStringLiteral("Banque, Livres")));
   ASSERT_TRUE(Active());
   EXPECT_EQ(Active()->windowTitle(), QStringLiteral("Comptes de trésorerie"));
+  Principal->FermeToutes();
+  QApplication::processEvents();
+  Clique(figure(QStringLiteral("Dépenses, 2003")));
+  EXPECT_EQ(Active()->windowTitle(), QStringLiteral("Comptes de dépenses"));
 
   auto& barre = Trouve<BarreOffre>(*Principal, "offre");
   EXPECT_TRUE(barre.isVisible());
@@ -319,6 +327,8 @@ TEST_F(CommandesUiTest, UneSeuleFenetreDeChaqueSorte) {
 TEST_F(CommandesUiTest, UneRegleActualiseUneFois) {
   ASSERT_TRUE(CreeExercice("2003"));
   Fabrique(FenRubriques, "Rubriques");
+  Fabrique(FenLibelles, "Labels");
+  Fabrique(FenImmobilisations, "Register");
   for (const u32 bit : {FenTresorerie, FenRecettes, FenRubriques}) Principal->OuvreUnique(bit);
   CPlan plan(App(), App().PathExercice);
   ASSERT_TRUE(plan.OpenFile());
@@ -343,6 +353,18 @@ TEST_F(CommandesUiTest, UneRegleActualiseUneFois) {
   EXPECT_EQ(vues(), (std::vector<std::string>{"!Comptes de tr\xE9sorerie", "!Ecritures de recettes"}));
   ASSERT_TRUE(ecrit() && ecrit());
   EXPECT_EQ(vues().size(), 2u) << "nobody asked for it";
+  Principal->OuvreUnique(FenLibelles);
+  Principal->OuvreUnique(FenImmobilisations);
+  vues();
+  ASSERT_FALSE(EcritLibelles(App(), {"Loyer"}));
+  EXPECT_THAT(vues(), ElementsAre("!Labels"));
+  Amortissement annee{};
+  annee.Numero = 1;
+  annee.Annee = 2003;
+  ASSERT_TRUE(Magasin().WriteAmortissements(annee));
+  EXPECT_THAT(vues(), ElementsAre("!Register"));
+  Principal->Note(ReglageMonnaies);
+  EXPECT_EQ(vues().size(), 3u) << "all that shows amounts";
 }
 
 TEST_F(CommandesUiTest, LesFenetresReviennent) {

@@ -153,7 +153,7 @@ TEST_F(FormesFiltrees, OnAgitSurCeQuiSeVoit) {
     return Forme(new CDialogMouvement(Ui, ouverture));
   };
   for (const Cas& cas : std::initializer_list<Cas>{
-           {taux, u"01/02/2001"_s, Qt::Key_Return, "DialogSaisieTaux"},
+           {taux, u"6,50000"_s, Qt::Key_Return, "DialogSaisieTaux"},
            {taux, u"01/02/2001"_s, Qt::Key_Delete},
            {taxe, u"7,25"_s, Qt::Key_Return, "DialogTauxTVA"},
            {taxe, u"7,25"_s, Qt::Key_Delete},
@@ -173,6 +173,7 @@ TEST_F(FormesFiltrees, OnAgitSurCeQuiSeVoit) {
        })
     Essaie(cas);
   ASSERT_FALSE(SupprimeEcriture(App(), m_deux) || SupprimeEcriture(App(), m_une));
+  EXPECT_EQ(Rangs(Table(*corbeille(), ""))[0], u"15/03/2003|11/03/2003|Lundi|10,00 €"_s);
   Essaie({corbeille, u"Mardi"_s, Qt::Key_unknown, nullptr, "", "ok"});
   CDialogRecherche recherche(Ui,
                              {{"Commande", "Alpha un", "", "", {}}, {"Commande", "Alpha deux", "", "", {}}});

@@ -5,6 +5,7 @@
 
 #include "app/programmedetest.h"
 #include "app/textes.h"
+#include "auto/ecrituresauto.h"
 #include "core/btfiles.h"
 #include "forms/journal/ecritures.h"
 #include "ui/tableliste.h"
@@ -126,10 +127,19 @@ TEST_F(ModalesTest, LaPageDAccueilSuitLesLivres) {
   CBanques banques(App(), App().PathExercice);
   banques.Rec->Date = FaitDate(10, 3, 2003);
   ASSERT_TRUE(banques.OpenFile() && banques.Add());
-  const auto dite = [this](const QPushButton* lien) { return lien->text() == TexteQ(SituationOperation); };
-  QTest::qWait(0);
-  const auto liens = Principal->findChild<QWidget*>(u"situation"_s)->findChildren<QPushButton*>();
-  EXPECT_TRUE(std::any_of(liens.begin(), liens.end(), dite));
+  const auto dite = [this](const TexteFixe& phrase) {
+    QTest::qWait(0);
+    for (const auto* lien : Trouve<QWidget>(*Principal, "situation").findChildren<QPushButton*>())
+      if (lien->text() == TexteQ(phrase)) return true;
+    return false;
+  };
+  EXPECT_TRUE(dite(SituationOperation));
+  CEcrituresAuto modeles(App());
+  modeles.Clear();
+  modeles.Rec.Date = FaitDate(20, 3, 2003);
+  modeles.Rec.NbPaiements = modeles.Rec.NbRestants = 1;
+  ASSERT_TRUE(modeles.Write());
+  EXPECT_TRUE(dite(SituationEcheance));
 }
 
 TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {

@@ -41,10 +41,11 @@ class BoiteRecherche : public ProgrammeDeTest {
     robot.Attend("DialogRecherche", [&](QDialog& d) {
       if (m_tous) Trouve<QCheckBox>(d, "tous").click();
       QTest::keyClicks(d.focusWidget(), texte);
-      if (bas > 0) {
+      if (bas > 0 || m_tous) {
         // The keys wait for what is looked for.
         auto& boite = static_cast<CDialogRecherche&>(d);
         ASSERT_TRUE(QTest::qWaitFor([&] { return boite.Repos(); }));
+        m_premiere = Rangs(*d.findChild<TableListe*>()).value(0);
       }
       for (int i = 0; i < bas; ++i) QTest::keyClick(d.focusWidget(), Qt::Key_Down);
       QTest::keyClick(d.focusWidget(), Qt::Key_Return);
@@ -65,6 +66,7 @@ class BoiteRecherche : public ProgrammeDeTest {
 
   std::vector<u32> m_mouvements;
   bool m_tous = false;  ///< "Tous les exercices" is ticked
+  QString m_premiere;   ///< row, when it was waited for
   QString m_reste;      ///< what the box says when nothing was chosen in it
 };
 
@@ -169,6 +171,13 @@ TEST_F(BoiteRecherche, UneEcritureDUnAutreExercice) {
   EXPECT_EQ(Journal()->GetEcrId(Journal()->GetEcrSel()), girafe);
   EXPECT_EQ(Boite.Questions.size(), 2u);
   EXPECT_TRUE(Boite.Erreurs.empty());
+  EXPECT_EQ(m_premiere, u"Écriture|03/04/2004|Girafe|40,00 €|2004 - Recettes 2, 706"_s);
+  Principal->FermeToutes();
+  QApplication::processEvents();
+  const auto figures = Principal->findChildren<QLabel*>();
+  EXPECT_TRUE(std::any_of(figures.begin(), figures.end(), [](const QLabel* figure) {
+    return figure->accessibleName() == u"Dépenses, 2003 : 1403,50 €"_s;
+  }));
 }
 
 }  // namespace

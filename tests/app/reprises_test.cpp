@@ -70,6 +70,12 @@ TEST_F(ReprisesUiTest, UneSuppressionSOffreARevenir) {
 
 TEST_F(ReprisesUiTest, UnChampDeTexteGardeSonCtrlZ) {
   Supprime();
+  QPushButton& offre = BoutonLibre();
+  const u32 deux =
+      AjouteSimple(JournalRecettes, FaitDate(11, 3, 2003), Long("706"), 30, Long("512"), "Autre");
+  Clique(offre);
+  EXPECT_EQ(Lignes(deux).size(), 2u) << "it is not what the bar spoke of";
+  Action(CmdAnnuler).trigger();
   QLineEdit champ(Principal->centralWidget());
   champ.show();
   Principal->activateWindow();

@@ -61,6 +61,14 @@ TEST_F(Listes, CommeEnEuroAvecLesDeuxMonnaies) {
 
 TEST_F(Listes, TextesQuiDepassent) {
   Installe(AffichageLivre::Euro);
+  // What additions leave behind is nothing.
+  for (const auto& [compte, debit] : {std::pair{"512", 0.1}, {"531", 0.2}, {"5121", -0.3}}) {
+    ASSERT_TRUE(PoseCompte(compte, Tresorerie));
+    ChangeCompte(compte, [debit = debit](Plan& rec) { rec.DebitEuro = debit; });
+  }
+  const auto tresorerie = Fait("tresorerie");
+  ASSERT_TRUE(App().Dit(tresorerie->OnNewDocument()));
+  EXPECT_EQ(TexteEtat(*tresorerie).find("0,00", TexteEtat(*tresorerie).find("Total")), std::string::npos);
   for (const char* compte : {"706", "512"})
     ChangeCompte(compte, [](Plan& rec) {
       PoseTexte(rec.Designation, std::string(79, 'W') + "\\");

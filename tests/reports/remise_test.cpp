@@ -44,6 +44,7 @@ class EtatRemiseCheques : public PetitLivre {
       VerifieMarquage(etat, nom);
       VerifiePages(etat, nom);
       EXPECT_FALSE(test::LitFichier(demandeur.Fichier).empty());
+      EXPECT_EQ(etat.Criteres().au, App().Reglages.GetFinExercice());
     }
     EXPECT_FALSE(Magasin().QVExistFile(demandeur.Fichier));
   }

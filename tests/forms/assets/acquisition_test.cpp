@@ -168,8 +168,21 @@ TEST_F(Acquisition, LeFrancSelonLaDate) {
     Va(Champ(f, "prix"));
     return Case(f, "franc").isEnabled();
   };
-  EXPECT_TRUE(quitte("17/02/2002"));
   EXPECT_FALSE(quitte("18/02/2002"));
+  EXPECT_TRUE(quitte("17/02/2002"));
+  Clique(Case(f, "franc"));
+  Remplit(f);
+  EXPECT_EQ(Lu(f, "horsTaxe"), "1196,00 F");
+  Ok(f);
+  FicheImmobilisation bien = Relue(1);
+  EXPECT_EQ(bien.monnaie, 0);
+  CDialogCession cession(Ui, bien.rec);
+  Montre(cession);
+  Tape(Champ(cession, "date"), u"17/02/2002"_s);
+  Tape(Champ(cession, "prix"), u"655"_s);
+  Clique(Case(cession, "franc"));
+  Ok(cession);
+  EXPECT_EQ(+bien.rec.PrixCessionFranc, 655);
 }
 
 /// From the form of the asset; from the register the same forms write by themselves.

@@ -99,6 +99,7 @@ TEST_F(FormesAuto, UnNouveauModele) {
   EXPECT_EQ(fiche.montants.ttc, 700);
   EXPECT_TRUE(f->isVisible() && Champ(*f, "ttc").text().isEmpty()) << "ready for the next one";
   EXPECT_EQ(Liste(*f, "genre").currentIndex(), 1);
+  EXPECT_TRUE(Case(*Forme(1), "annoncer").isChecked());
 }
 
 TEST_F(FormesAuto, LaChaineDesMontants) {
@@ -235,6 +236,15 @@ TEST_F(ListeAuto, MontreAjouteSupprime) {
   EXPECT_EQ(Boite.NumerosQuestions(), std::vector<unsigned>(3, QuestionSupprimeAuto));
   ASSERT_EQ(table.Modele().NbLignes(), 1);
   EXPECT_EQ(Rangee(table, 0), u"Modele|Unique|BQ|50,00 €|"_s);
+  {
+    CEcrituresAuto modeles(App());
+    ASSERT_TRUE(modeles.Read(1));
+    modeles.Rec.SaisieEuro = 0;
+    ASSERT_TRUE(modeles.Write());
+  }
+  CDialogAutoList enFranc(Ui, {});
+  EXPECT_EQ(Rangee(Trouve<TableListe>(enFranc, "liste"), 0), u"Modele|Unique|BQ|327,98 F|"_s);
+  EXPECT_TRUE(Actif(*Forme(1), "franc")) << "a model keeps the currency of its day";
 }
 
 /// What is due is entered when the list is closed.

@@ -121,6 +121,8 @@ TEST_F(FormeRapprochement, UnMoisAuClavier) {
   }
   EXPECT_EQ(0u, NbOperations());
   EXPECT_EQ(Lu(f, "difference"), u"0,00 €"_s);
+  Trouve<QRadioButton>(f, "franc").click();
+  EXPECT_EQ(Lu(f, "soldeLivres"), u"11002,01 F"_s);
   Touche(f, Qt::Key_Escape);
   EXPECT_FALSE(f.isVisible());
   EXPECT_THAT(Boite.NumerosErreurs(), IsEmpty());
@@ -133,6 +135,7 @@ TEST_F(FormeRapprochement, UneOperationSeTapeSeChangeEtSeGarde) {
   CDialogRapprochement f(Ui);
   Montre(f);
   Tape(Champ(f, "date"), u"3/3"_s);
+  Tape(Champ(f, "dateValeur"), u"5/3"_s);
   Tape(Champ(f, "credit"), u"5"_s);
   Tape(Champ(f, "debit"), u"12,5"_s);
   Touche(f, Qt::Key_Tab);
@@ -145,7 +148,7 @@ TEST_F(FormeRapprochement, UneOperationSeTapeSeChangeEtSeGarde) {
   EXPECT_TRUE(Champ(f, "date").text().isEmpty() && Champ(f, "debit").text().isEmpty());
   TableListe& operations = Table(f, "operations");
   EXPECT_EQ(0, operations.LigneChoisie());
-  EXPECT_EQ(operations.Modele().Champ(0, 2), u"12,50 €"_s);
+  EXPECT_EQ(Rangs(operations)[0], u"03/03/2003|05/03/2003|12,50 €|"_s);
 
   for (const char* nom : {"creer", "confirmation", "creer"})  // one letter for two: each in its turn
     for (int i = 0; Focus(f) != nom; ++i) {
@@ -157,10 +160,12 @@ TEST_F(FormeRapprochement, UneOperationSeTapeSeChangeEtSeGarde) {
   EXPECT_EQ(Champ(f, "debit").text(), u"12,50"_s);
   EXPECT_EQ(0, operations.Modele().NbLignes());
   EXPECT_EQ(1u, NbOperations()) << "until it is saved again";
+  Tape(Champ(f, "soldeReleve"), u"8"_s);
   Boite.Reponses = {RepNon};
   Touche(f, Qt::Key_Escape);
   EXPECT_FALSE(f.isVisible());
   EXPECT_EQ(1u, NbOperations());
+  EXPECT_EQ(Lu(*std::make_unique<CDialogRapprochement>(Ui), "soldeReleve"), u"8,00"_s) << "kept all the same";
 }
 
 TEST_F(FormeRapprochement, LesRefusEtLaRegleDeSelection) {

@@ -7,6 +7,7 @@
 #include "forms/banque/chequelist.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/formesjournal.h"
+#include "master/options.h"
 
 namespace fenlor::test {
 namespace {
@@ -37,12 +38,14 @@ class FormeRemise : public FormesJournal {
 };
 
 TEST_F(FormeRemise, AuClavier) {
+  ASSERT_TRUE(EcritAdressesBanque(App(), {{"BQ", "Rue du Port", "30002"}}, false));
   CDialogRemise f(Ui, m_fichier, m_criteres);
   Montre(f);
   QWidget& table = Table(f);
   const auto touche = [&](Qt::Key t) { QTest::keyClick(&table, t); };
   EXPECT_EQ(Coches(f), "..,..,..");
   EXPECT_TRUE(Total(f).empty());
+  EXPECT_EQ(Lu(f, "adresse") + Lu(f, "numero"), u"Rue du Port30002"_s);
   test::Va(Champ(f, "du"));
   for (const QString& jour : {u"11/03/2003"_s, u"15/03/2003"_s}) {
     QTest::keyClicks(f.focusWidget(), jour);

@@ -55,15 +55,19 @@ TEST_F(FormeCloture, FermeLExerciceOuLeLaisseTelQuel) {
 }
 
 TEST_F(FormeCloture, LesProprietesDisentSiLeSceauTient) {
+  ASSERT_TRUE(App().Reglages.EcritIni("Activite", "Exercice", "2003"));
+  Regle("2003", "TVA", "Non");
   {
     CSheetProperties ouvert(Ui);
     Montre(ouvert);
+    EXPECT_EQ(Lu(ouvert, "debut") + Lu(ouvert, "fin"), u"01/01/200331/12/2003"_s);
+    EXPECT_EQ(Lu(ouvert, "tva") + Lu(ouvert, "euro"), u"NonOui"_s);
+    EXPECT_NE(Lu(ouvert, "journalTaille"), Lu(ouvert, "total"));
     EXPECT_EQ(ouvert.findChild<QPushButton*>(u"imprimante"_s), nullptr);
   }
   const u32 recette = Enregistre(Ecriture(JournalRecettes, "706", 20));
   ASSERT_TRUE(Magasin().ValidMouvements(App().PathExercice, recette, 1));
   PropositionCloture proposition;
-  ASSERT_TRUE(App().Reglages.EcritIni("Activite", "Exercice", "2003"));
   ASSERT_FALSE(ProposeCloture(App(), proposition));
   Boite.Reponses = {RepOui, RepOui};
   ASSERT_FALSE(Cloture(App(), proposition));

@@ -98,8 +98,10 @@ TEST_F(FinDeSession, TerminerAnnulerSauvegarder) {
   }
   EXPECT_TRUE(Ferme([&](QDialog& f) {
     decoche(f);
-    Clique(Case(f, "ok"));
+    Va(Case(f, "sauvegarder"));
+    Touche(f, Qt::Key_Return);  // "Terminer", wherever the focus stands
   }));
+  EXPECT_FALSE(Case(*std::make_unique<CDialogEndOfSession>(Ui), "afficher").isChecked());
   test::Robot personne;
   EXPECT_TRUE(PeutFermer(Ui)) << "no screen any more";
   ASSERT_FALSE(EcritFinDeSession(App(), true));

@@ -55,6 +55,9 @@ TEST_F(FormeVirement, AuClavierCommeParLaRegle) {
     VirementFait fait;
     ASSERT_FALSE(EnregistreVirement(jumeau.App(), regle, fait));
   }
+  Code(f, "vers", u"BQ"_s);
+  EXPECT_TRUE(Case(f, "autre").isChecked()) << "as the one before";
+  Choisit(Liste(f, "vers"), -1);
   test::CompareLivres(*this, jumeau, 4);
   touche(Qt::Key_Escape);
   EXPECT_TRUE(!f.isVisible() && Boite.Questions.empty());
@@ -72,6 +75,17 @@ TEST_F(FormeVirement, UnRefusVaASonChamp) {
     EXPECT_EQ(Focus(f), champ);
   }
   EXPECT_EQ(Magasin().GetJournalRec(0), 0u);
+  ASSERT_TRUE(Magasin().SetCompteVireFrom("5812") && Magasin().SetCompteVireTo("5811"));
+  Code(f, "de", u"BQ"_s);
+  Code(f, "vers", u"CA"_s);
+  Tape(Champ(f, "montant"), u"12"_s);
+  Case(f, "franc").setEnabled(true);  // as on a day of the Franc
+  Case(f, "franc").setChecked(true);
+  Boite.Oublie();
+  Ok(f);
+  EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3041});
+  EXPECT_EQ(Focus(f), "franc");
+  EXPECT_EQ(Lu(f, "transitDe"), u"5812 Virements"_s) << "as they stand now";
 }
 
 TEST_F(FormeVirement, OuvrirEtFermer) {

@@ -47,7 +47,7 @@ class VueCommandes : public VueDeTest {
 };
 
 TEST_F(VueCommandes, Disponibilite) {
-  const u32 banque = Recette(10), caisse = Recette(20, 16, 3, "531");
+  const u32 banque = Recette(10), caisse = Recette(20, 16, 3, "53");
   const auto vue = Ouvre();
   for (const unsigned commande : toutes)
     EXPECT_EQ(vue->Connait(commande), commande != CmdImprimer && commande != CmdApercu) << commande;
@@ -69,6 +69,10 @@ TEST_F(VueCommandes, Disponibilite) {
   Choisit(*vue, {caisse});
   sur.erase(CmdRapprocher);
   EXPECT_EQ(Disponibles(*vue), sur) << "no bank line";
+  PoseEtat("CA, 2, Toutes, 1");
+  const auto caisses = OuvreTelle();
+  ASSERT_EQ(caisses->GetEcrCount(), 1);
+  EXPECT_FALSE(caisses->Disponible(CmdRapprocher)) << "the account of the window is no bank";
   Regle("Rapprochement", "Especes", "Oui");
   Choisit(*vue, {caisse});
   EXPECT_TRUE(vue->Disponible(CmdRapprocher));

@@ -293,9 +293,15 @@ TEST_F(ApercuTest, LeFormulaireDitCeQuOnEnFait) {
   const auto clique = [&](const char* bouton) {
     robot.Attend("DialogPeriode", [=](QDialog& d) { Clique(Trouve<QPushButton>(d, bouton)); });
   };
-  clique("apercu");
+  robot.Attend("DialogPeriode", [](QDialog& d) {
+    Clique(Case(d, "periode"));
+    Tape(Champ(d, "du"), u"0101"_s);
+    Tape(Champ(d, "au"), u"3006"_s);
+    Clique(Case(d, "apercu"));
+  });
   Impression->Ouvre(Fabrique(20, false, true), DemandeEtat::Impression);
-  EXPECT_NE(Apercu(), nullptr);
+  ASSERT_NE(Apercu(), nullptr);
+  EXPECT_EQ(NomFichierEtat(App(), *Impression->Dernier()->Etat()), u"Etat-d-été-20030101-20030630"_s);
   Touche(Qt::Key_Escape);
   clique("imprimante");
   robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });

@@ -96,6 +96,8 @@ TEST_F(PeriodeTest, Compte) {
   ASSERT_TRUE(Ok(*f));
   EXPECT_EQ(Criteres.compte, Long("7064"));
   EXPECT_EQ(Criteres.affichage, AffichageMontant);
+  CDialogPeriode encore(Ui, FormeCriteres::Compte, {}, MasqueTous, Criteres);
+  EXPECT_TRUE(Case(encore, "montant").isChecked()) << "what is proposed";
 }
 
 TEST_F(PeriodeTest, Tous) {
