@@ -120,7 +120,6 @@ TEST_F(Barres, OnlyShortcutsThatDifferAreWritten) {
 }
 
 TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
-  Robot robot;
   robot.Attend("DialogRaccourcis", [&](QDialog& dialogue) {
     auto& liste = Trouve<CListeCommandes>(dialogue, "liste");
     auto& touche = Trouve<QKeySequenceEdit>(dialogue, "touche");
@@ -166,7 +165,6 @@ TEST_F(Barres, ShortcutFormAssignsRefusesAndRemoves) {
 TEST_F(Barres, ShortcutFormGoesBackToDefaultsAndCancelWritesNothing) {
   EcritRaccourci(CmdOptions, "-");
   EcritRaccourci(CmdCalculatrice, "F12");
-  Robot robot;
   robot.Attend("DialogRaccourcis", [&](QDialog& dialogue) {
     auto& liste = Trouve<CListeCommandes>(dialogue, "liste");
     Choisit(liste, CmdOptions);
@@ -220,7 +218,6 @@ TEST_F(Barres, CustomiseFormByKeyboard) {
   App().Reglages.EcritIni(SectionIcones(), Texte(CleCommandesBarre), "1044,1012,1213");
   CBarreIcones barre(Ui, Fournit());
   barre.Charge();
-  Robot robot;
   robot.Attend("DialogPersonnaliser", [&](QDialog& dialogue) {
     auto& disponibles = Trouve<CListeCommandes>(dialogue, "disponibles");
     auto& contenu = Trouve<QListWidget>(dialogue, "contenu");

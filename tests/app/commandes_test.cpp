@@ -280,6 +280,7 @@ TEST_F(CommandesUiTest, LAccueilMontreLArgentEtPropose) {
   Principal->FermeToutes();
   QApplication::processEvents();
   Clique(figure(QStringLiteral("Dépenses, 2003")));
+  ASSERT_TRUE(Active());
   EXPECT_EQ(Active()->windowTitle(), QStringLiteral("Comptes de dépenses"));
 
   auto& barre = Trouve<BarreOffre>(*Principal, "offre");

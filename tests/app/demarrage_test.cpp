@@ -57,10 +57,14 @@ class DemarrageTest : public ::testing::Test {
   }
   /// First start: the form proposes the year, Ok creates it, the options follow.
   void PremierDemarrage() {
-    Robot robot;
     robot.Attend("DialogNewExercice", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "ok")); });
     robot.Attend("SheetOptions", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "ok")); });
     ASSERT_TRUE(Demarre());
+  }
+  /// That, and its end.
+  void PremierSejour() {
+    PremierDemarrage();
+    Arrete();
   }
   std::string Reglage(const std::string& section, const std::string& cle) const {
     SystemePosix systeme;
@@ -83,6 +87,7 @@ class DemarrageTest : public ::testing::Test {
 
   DossierTemporaire m_cabinet, m_ailleurs;
   std::unique_ptr<Programme> m_programme;
+  Robot robot;
 };
 
 }  // namespace
@@ -98,7 +103,6 @@ TEST_F(DemarrageTest, DuPremierLancementALaFermeture) {
   EXPECT_EQ(Reglage("Fenlor", "Version"), "5");
 
   // Found as it was left: no form, no question.
-  Robot robot;
   ASSERT_TRUE(Demarre());
   EXPECT_EQ(App().NomExercice, "2003");
   m_programme->Cadre().Table().Execute(CmdFermerExercice);
@@ -119,7 +123,6 @@ TEST_F(DemarrageTest, SurUneAutreMachine) {
 
   OptionsProgramme options = Options();
   options.ligne.pathCabinet = neuve.Chemin();
-  Robot robot;
   robot.Attend("DialogNewExercice", [](QDialog& d) { d.reject(); });
   ASSERT_TRUE(Demarre(options));
   robot.Attend("WizardRestauration", [&](QDialog& d) {
@@ -153,7 +156,6 @@ TEST_F(DemarrageTest, LesEcheancesViennentALOuverture) {
     return nombre;
   };
   Arrete();
-  Robot robot;
   const auto annule = [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); };
   qputenv("FENLOR_AUJOURDHUI", "16/03/2003");
   robot.Attend("DialogAutoEcheance", annule);
@@ -181,7 +183,6 @@ TEST_F(DemarrageTest, LesEcheancesViennentALOuverture) {
 }
 
 TEST_F(DemarrageTest, RenoncerAuPremierExerciceLaisseLaFenetre) {
-  Robot robot;
   robot.Attend("DialogNewExercice", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); });
   ASSERT_TRUE(Demarre());
   EXPECT_EQ(App().NomExercice, "");
@@ -190,15 +191,12 @@ TEST_F(DemarrageTest, RenoncerAuPremierExerciceLaisseLaFenetre) {
 }
 
 TEST_F(DemarrageTest, LeMotDePasseGardeLaPorte) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   EcritReglage("Activite", "Mot de Passe", MotDePasseBrouille("Secret"));
   {
-    Robot robot;
     robot.Attend("DialogPassword", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); });
     EXPECT_FALSE(Demarre());
   }
-  Robot robot;
   robot.Attend("DialogPassword", [&](QDialog& d) {
     QLineEdit& champ = *d.findChild<QLineEdit*>();
     Tape(champ, QStringLiteral("secret"));
@@ -210,10 +208,8 @@ TEST_F(DemarrageTest, LeMotDePasseGardeLaPorte) {
 }
 
 TEST_F(DemarrageTest, ExerciceInutilisable) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   fs::rename(Cabinet() + "/2003", Cabinet() + "/ailleurs");
-  Robot robot;
   robot.Attend("DialogMessage", Boite("Le répertoire de l'exercice est invalide !", QStringLiteral("&Ok")));
   ASSERT_TRUE(Demarre());
   EXPECT_EQ(App().NomExercice, "");
@@ -223,29 +219,24 @@ TEST_F(DemarrageTest, ExerciceInutilisable) {
 }
 
 TEST_F(DemarrageTest, DesClesEndommageesSontDitesUneFois) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   const std::string idx = Cabinet() + "/2003/COMPTES.idx";
   const auto temps = fs::last_write_time(idx);
   std::fstream(idx, std::ios::in | std::ios::out | std::ios::binary).seekp(-1, std::ios::end).put('x');
   fs::last_write_time(idx, temps);
   {
-    Robot robot;
     robot.Attend("DialogMessage", Boite("COMPTES.idx est endommagé", QStringLiteral("&Ok")));
     ASSERT_TRUE(Demarre());
     Arrete();
   }
-  const Robot personne;
   ASSERT_TRUE(Demarre());
 }
 
 TEST_F(DemarrageTest, UnFichierEndommageSeReconstruitEtLExerciceSOuvre) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   std::fstream(Cabinet() + "/2003/COMPTES.dat", std::ios::in | std::ios::out | std::ios::binary)
       .seekp(1100)
       .put('\x7f');
-  Robot robot;
   robot.Attend("DialogMessage", Boite("COMPTES.dat) endommagé", QStringLiteral("&Ok")));
   robot.Attend("DialogMessage", Boite("Faut-il reconstruire", QStringLiteral("&Oui")));
   robot.Attend("DialogIndex", [](QDialog& f) { Clique(Bouton(f, QStringLiteral("&Ok"))); });
@@ -256,21 +247,17 @@ TEST_F(DemarrageTest, UnFichierEndommageSeReconstruitEtLExerciceSOuvre) {
 }
 
 TEST_F(DemarrageTest, LaNoteDUnArretEtDesReglagesChangesSontDits) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   std::ofstream(Cabinet() + "/fenlor.ini", std::ios::app | std::ios::binary) << "[Ajout]\r\n";
   OptionsProgramme options = Options();
   options.note = "Erreur 3441 : le fichier JOURNAL.dat";
-  Robot robot;
   robot.Attend("DialogMessage", Boite("modifié hors de Fenlor.\nErreur 3441", QStringLiteral("&Ok")));
   ASSERT_TRUE(Demarre(options));
 }
 
 TEST_F(DemarrageTest, DesReglagesVidesNeCachentPasLesLivres) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   EcritFichier(Cabinet() + "/fenlor.ini", std::string(300, '\0') + "[Activ");
-  Robot robot;
   robot.Attend("DialogMessage", Boite("2003", QStringLiteral("&Ok")));
   ASSERT_TRUE(Demarre());
   EXPECT_EQ(App().NomExercice, "");
@@ -280,7 +267,6 @@ TEST_F(DemarrageTest, DesReglagesVidesNeCachentPasLesLivres) {
 TEST_F(DemarrageTest, LeCabinetQuiDisparaitNArretePasLeProgramme) {
   PremierDemarrage();
   fs::rename(Cabinet(), Cabinet() + ".parti");
-  Robot robot;
   robot.Attend("SheetOptions", [&](QDialog& d) {
     robot.Attend("DialogMessage", Boite("Les réglages n'ont pas pu être enregistrés", QStringLiteral("&Ok")));
     Tape(Trouve<QLineEdit>(d, "siret"), QStringLiteral("123"));
@@ -301,18 +287,15 @@ TEST_F(DemarrageTest, LeCabinetQuiDisparaitNArretePasLeProgramme) {
 }
 
 TEST_F(DemarrageTest, CabinetTenuParUnAutre) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   QVAPI autre;
   ASSERT_TRUE(autre.QVOpenSession(1) && autre.QVOpenCompta(Cabinet(), {}));
-  Robot robot;
   robot.Attend("DialogMessage", Boite("Ce cabinet est déjà ouvert (processus", QStringLiteral("&Ok")));
   EXPECT_FALSE(Demarre() || m_programme->AutreInstance());
 }
 
 TEST_F(DemarrageTest, LaVariableDonneLeCabinetSansDossier) {
-  PremierDemarrage();
-  Arrete();
+  PremierSejour();
   OptionsProgramme options = Options();
   options.ligne.pathCabinet.reset();
   qputenv("FENLOR_CABINET", Cabinet().c_str());
@@ -324,7 +307,6 @@ TEST_F(DemarrageTest, LaVariableDonneLeCabinetSansDossier) {
 TEST_F(DemarrageTest, UnDossierInconnuEstDemande) {
   OptionsProgramme options = Options();
   options.ligne.pathCabinet = Cabinet() + "/nouveau/ici";
-  Robot robot;
   robot.Attend("DialogMessage", Boite("Faut-il y créer un nouveau cabinet ?", QStringLiteral("&Non")));
   EXPECT_FALSE(Demarre(options) || fs::exists(Cabinet() + "/nouveau"));
 }
@@ -353,7 +335,6 @@ TEST_F(DemarrageTest, LApplicationMereEstPrevenueDeLaFin) {
   options.ligne.parent = 900000u + static_cast<unsigned>(getpid());
   options.ligne.edition = "Quorbane";
   ASSERT_TRUE(ecoute.listen(NomPriseParent(*options.ligne.parent)));
-  Robot robot;
   robot.Attend("DialogNewExercice", [](QDialog& d) { d.reject(); });
   ASSERT_TRUE(Demarre(options));
   EXPECT_EQ(+App().Edition, 0);

@@ -65,7 +65,6 @@ class FormesFiltrees : public FormesJournal {
     TableListe& table = Table(*forme, cas.liste);
     const QStringList avant = Rangs(table);
     Filtre(*forme, table, cas.mot);
-    Robot robot;
     if (cas.autre)
       robot.Attend(cas.autre, [&](QDialog& f) {
         QString textes = Textes(f);

@@ -47,7 +47,6 @@ TEST_F(ImpressionsTest, LesFenetresSImpriment) {
     EXPECT_TRUE(Peut(CmdImprimer));
     EXPECT_FALSE(Peut(CmdApercu)) << "it is one";
     EXPECT_GE(Etat()->Pages()->NombrePages(), 1u);
-    Robot robot;
     robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
     Principal->Table().Execute(CmdImprimer);
     EXPECT_NE(Apercu(), nullptr);
@@ -79,7 +78,6 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
   int ouvertes = 0;
   for (const auto& c : cas) {
     SCOPED_TRACE(c.commande);
-    Robot robot;
     if (c.forme)
       robot.Attend(c.forme, [](QDialog& forme) {
         if (auto* exercice = forme.findChild<QAbstractButton*>(QStringLiteral("exercice"))) Clique(*exercice);
@@ -106,7 +104,6 @@ TEST_F(ImpressionsTest, LesEtatsDuMenu) {
 
 /// The file that was made is named in the bar, whose keys open no menu.
 TEST_F(ImpressionsTest, LaBarreDUnPdf) {
-  Robot robot;
   robot.Attend("DialogPeriode", [](QDialog& forme) { Clique(Trouve<QPushButton>(forme, "pdf")); });
   robot.Attend("DialogPdf", [this](QDialog& dialogue) {
     Trouve<QLineEdit>(dialogue, "fileNameEdit").setText(Q(Dossier() + "/etat.pdf"));

@@ -67,7 +67,6 @@ TEST_F(ModalesTest, AucuneFenetreNeSeFermeSousUneForme) {
       {Qt::Key_Insert, "DialogEcriture"}, {Qt::Key_F2, "DialogEcriture"}, {Qt::Key_F, "DialogCritere"}};
   for (const auto& c : cas) {
     SCOPED_TRACE(c.forme);
-    Robot robot;
     robot.Attend(c.forme, [this](QDialog& forme) {
       for (int i = 0; i < 20; ++i) QApplication::processEvents();
       EXPECT_EQ(Ouvertes(), 1) << "Ctrl+W";
@@ -87,7 +86,6 @@ TEST_F(ModalesTest, AucuneFenetreNeSeFermeSousUneForme) {
 }
 
 TEST_F(ModalesTest, AucuneCommandeDerriereUneForme) {
-  Robot robot;
   robot.Attend("DialogEcriture", [this](QDialog& forme) {
     bool menu = false;
     QTimer garde;
@@ -115,7 +113,6 @@ TEST_F(ModalesTest, AucuneCommandeDerriereUneForme) {
 TEST_F(ModalesTest, LeJournalSuitLaValidation) {
   const auto* journal = dynamic_cast<ListeEcritures*>(Principal->VueActive());
   ASSERT_EQ(journal->GetEcrCount(), 1) << "a draft";
-  Robot robot;
   robot.Attend("DialogValidation", [](QDialog& forme) { forme.accept(); });
   Principal->Table().Execute(CmdValidation);
   EXPECT_EQ(journal->GetEcrCount(), 0);
@@ -143,7 +140,6 @@ TEST_F(ModalesTest, LaPageDAccueilSuitLesLivres) {
 }
 
 TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {
-  Robot robot;
   robot.Attend("DialogEcriture", [this](QDialog& forme) {
     forme.reject();
     // The form is hidden, its loop still turns: what was queued with the key comes here.
@@ -156,7 +152,6 @@ TEST_F(ModalesTest, CeQuiSuitLaFinDUneFormeAttend) {
 }
 
 TEST_F(ModalesTest, UnDialogueDeFichiersGardeAussiLesFenetres) {
-  Robot robot;
   robot.Attend("fichiers", [this](QDialog& dialogue) {
     Principal->Zone().closeAllSubWindows();
     EXPECT_EQ(Ouvertes(), 1);

@@ -202,7 +202,6 @@ TEST_F(Outils, AstucesTournent) {
   EXPECT_EQ(LitAstuces(Dossier()), (QStringList{u"Première"_s, u"Deuxième"_s, u"Troisième"_s}));
   const auto vue = [&](int suivantes) {
     QString texte;
-    Robot robot;
     robot.Attend("DialogAstuce", [&](QDialog& d) {
       for (int i = 0; i < suivantes; ++i) Clique(Trouve<QAbstractButton>(d, "suivante"));
       texte = Trouve<QLabel>(d, "texte").text();
@@ -222,7 +221,6 @@ TEST_F(Outils, AstucesTournent) {
 }
 
 TEST_F(Outils, AstuceAuDemarrageSeDesactive) {
-  Robot robot;
   AstuceDemarrage(Ui, nullptr);
   MontreAstuce(Ui, nullptr);
   EXPECT_TRUE(robot.Vues.empty()) << "without a file nothing opens";
@@ -341,7 +339,6 @@ TEST_F(Outils, AideResteUtilisableDevantUnFormulaire) {
   cadre.show();
   QDialog formulaire(&cadre);
   formulaire.setObjectName(u"DialogEssai"_s);
-  Robot robot;
   robot.Attend("DialogEssai", [&](QDialog& d) {
     fenetre.Montre(u"DialogPassword"_s);
     EXPECT_EQ(fenetre.windowHandle()->transientParent(), d.windowHandle());

@@ -28,6 +28,7 @@ class ProgrammeDeTest : public CabinetMedical {
   }
   int Ouvertes() const { return static_cast<int>(Principal->Zone().subWindowList().size()); }
 
+  Robot robot;
   DialogueQt Dialogues;
   std::unique_ptr<CMainFrame> Principal;
 };

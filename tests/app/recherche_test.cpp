@@ -37,7 +37,6 @@ class BoiteRecherche : public ProgrammeDeTest {
 
   /// Ctrl+K, the text, keys downwards, Enter: how many keys that was.
   int Cherche(const QString& texte, int bas = 0) {
-    Robot robot;
     robot.Attend("DialogRecherche", [&](QDialog& d) {
       if (m_tous) Trouve<QCheckBox>(d, "tous").click();
       QTest::keyClicks(d.focusWidget(), texte);
@@ -80,7 +79,6 @@ TEST_F(BoiteRecherche, UneRecetteEnNeufTouchesUnSoldeSansAucune) {
   };
   EXPECT_TRUE(montre("-1403,50"));
   Principal->OuvreUnique(FenRecettes);
-  Robot robot;
   unsigned touches = 1;
   robot.Attend("DialogEcriture", [&](QDialog& f) {
     f.activateWindow();

@@ -47,8 +47,6 @@ class RegistreAuClavier : public ProgrammeDeTest {
     });
     return lus;
   }
-
-  test::Robot m_robot;
 };
 
 TEST_F(RegistreAuClavier, ChaqueOperationRevientOctetPourOctet) {
@@ -61,7 +59,7 @@ TEST_F(RegistreAuClavier, ChaqueOperationRevientOctetPourOctet) {
     };
   };
   const Geste corrige = [&](QDialog& forme) {
-    m_robot.Attend("DialogAmortissementsLine", tape("reel", "12"));
+    robot.Attend("DialogAmortissementsLine", tape("reel", "12"));
     QTest::keyClick(&Trouve<QWidget>(forme, "lignes"), Qt::Key_Return);
     Clique(Bouton(forme, u"&Ok"_s));
   };
@@ -82,7 +80,7 @@ TEST_F(RegistreAuClavier, ChaqueOperationRevientOctetPourOctet) {
   for (const auto& o : operations) {
     const auto avant = Livres();
     Touche(Qt::Key_End);
-    if (o.forme) m_robot.Attend(o.forme, o.geste);
+    if (o.forme) robot.Attend(o.forme, o.geste);
     Touche(o.touche);
     const auto apres = Livres();
     EXPECT_TRUE(apres != avant) << o.nom;
@@ -95,7 +93,7 @@ TEST_F(RegistreAuClavier, ChaqueOperationRevientOctetPourOctet) {
     EXPECT_TRUE(Livres() == avant) << o.nom;
   }
   Touche(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
-  m_robot.Attend("DialogAcquisition", tape("designation", "Lampe"));
+  robot.Attend("DialogAcquisition", tape("designation", "Lampe"));
   Touche(Qt::Key_Insert);
   EXPECT_TRUE(Livres().contains({4, 0})) << "a number that was given is not given again";
 }

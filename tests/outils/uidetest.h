@@ -78,6 +78,7 @@ class UiDeTest : public CabinetDeTest {
   CadreDeTest Cadre;
   Preferences Dessin;
   ContexteUi Ui{App(), Cadre, Dessin};
+  Robot robot;
 };
 
 /// Child of a name; a failure, and an exception that ends the test, when there is none.

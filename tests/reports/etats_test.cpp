@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "auto/ecrituresauto.h"
 #include "core/erreursexercice.h"
 #include "journal/cabinetmedical.h"
 #include "outils/systemefautif.h"
@@ -209,14 +208,6 @@ TEST_F(EtatsEnPanne, StoppedCancelledOrNotWritten) {
     Boite.Oublie();
   }
   Installe(AffichageLivre::Euro);
-  {
-    CEcrituresAuto modeles(App());
-    modeles.Clear();
-    modeles.Rec.Date = Le(5, 4);
-    modeles.Rec.NbPaiements = modeles.Rec.NbRestants = modeles.Rec.Periodicite = 6;
-    PoseTexte(modeles.Rec.Tresorerie, Long("512"));
-    ASSERT_TRUE(modeles.Write());
-  }
   for (const auto& [nom, etat] : Etats()) {
     SCOPED_TRACE(nom);
     Demandeur.Accepte = false;

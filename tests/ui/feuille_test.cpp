@@ -63,7 +63,6 @@ class FeuilleTest : public UiDeTest {
 
 TEST_F(FeuilleTest, OnlyShownPagesAreReadCheckedAndSavedInTheirOrder) {
   SheetEssai feuille(Ui, Traces);
-  Robot robot;
   robot.Attend("SheetEssai", [&](QDialog& dialogue) {
     VerifieFormulaire(dialogue);
     EXPECT_THAT(Traces, ElementsAre("charge A"));
@@ -114,7 +113,6 @@ TEST_F(FeuilleTest, PageThatCannotBeReadIsLeftOut) {
   }
   SheetEssai feuille(Ui, Traces);
   feuille.Pages[1]->Charges = false;
-  Robot robot;
   robot.Attend("SheetEssai", [&](QDialog&) {
     QTest::keyClicks(feuille.focusWidget(), u"typed"_s);
     for (const int page : {0, 2, 0}) {

@@ -464,7 +464,6 @@ TEST_F(FormulaireTest, UneFormeSurvitASonParent) {
   auto parent = std::make_unique<QWidget>();
   parent->show();
   CDialogLie forme(Ui, tardifs, new QWidget(parent.get()));
-  Robot robot;
   robot.Attend("DialogLie", [&](QDialog&) { parent.reset(); });
   EXPECT_FALSE(forme.Execute()) << "cancelled";
   EXPECT_EQ(Trouve<EditeurTexte>(forme, "un").text(), QString());

@@ -39,7 +39,6 @@ class Messages : public UiDeTest {
 
   QWidget Fenetre;
   DialogueQt Dlg;
-  Robot robot;
 };
 
 TEST_F(Messages, BoutonsEtReponses) {
@@ -76,7 +75,6 @@ TEST_F(Messages, BoutonsEtReponses) {
 
 TEST_F(Messages, EntreeEstLeSecondBoutonOuLaReponseDetruirait) {
   const auto entree = [&](const TexteFixe& question, int avant = 0) {
-    Robot robot;
     robot.Attend("DialogMessage", [avant](QDialog& d) {
       if (avant) QTest::keyClick(d.focusWidget(), static_cast<Qt::Key>(avant));
       QTest::keyClick(d.focusWidget(), Qt::Key_Return);

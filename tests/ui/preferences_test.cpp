@@ -13,6 +13,7 @@
 #include "outils/uidetest.h"
 #include "ui/boutoncouleur.h"
 #include "ui/prefpropertysheet.h"
+#include "ui/textes.h"
 
 namespace fenlor::test {
 namespace {
@@ -104,7 +105,6 @@ class PreferencesTest : public UiDeTest {
     Va(Trouve<QCheckBox>(d, nom));
     QTest::keyClick(&Trouve<QCheckBox>(d, nom), Qt::Key_Space);
   }
-  Robot robot;
 };
 
 TEST_F(PreferencesTest, FichierNeuf) {
@@ -216,8 +216,11 @@ TEST_F(PreferencesTest, PagesRelues) {
   EXPECT_EQ(Dessin.CouleurImpaire, QColor(224, 255, 224));
   EXPECT_EQ(Cadre.Appels, std::vector<std::string>{"Dessin"});
 
+  Pose("Brouillon", "Non");
+  Pose(Texte(CleDemanderSupprimer), "Non");
   EXPECT_FALSE(Feuille([](QDialog& d) {
-    EXPECT_TRUE(Trouve<QCheckBox>(d, "virgule").isChecked());
+    EXPECT_TRUE(Case(d, "virgule").isChecked() && Case(d, "previsualisation").isChecked());
+    EXPECT_FALSE(Case(d, "brouillon").isChecked() || Case(d, "demander").isChecked());
     EXPECT_FALSE(Trouve<QCheckBox>(d, "finDeSession").isChecked());
     EXPECT_EQ(Trouve<QLineEdit>(d, "chiffres").text(), u"6"_s);
     EXPECT_TRUE(Trouve<QLineEdit>(d, "chiffres").isEnabled());

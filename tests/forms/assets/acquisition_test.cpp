@@ -190,13 +190,13 @@ TEST_F(Acquisition, CedeEtMetAuRebut) {
   CDialogAcquisition f(Ui, NouvelleImmobilisation(App()));
   Montre(f);
   Remplit(f);
-  Robot.Attend("DialogCession", [&](QDialog& cession) {
+  robot.Attend("DialogCession", [&](QDialog& cession) {
     EXPECT_EQ(Lu(cession, "designation") + Lu(cession, "dateAchat"), "Table15/03/2003");
     Clique(Case(cession, "annuler"));
   });
   Clique(Case(f, "cession"));
   EXPECT_TRUE(f.isVisible());
-  Robot.Attend("DialogCession", [&](QDialog& cession) {
+  robot.Attend("DialogCession", [&](QDialog& cession) {
     Tape(Champ(cession, "prix"), u"300"_s);
     Clique(Case(cession, "ok"));
   });
@@ -210,13 +210,13 @@ TEST_F(Acquisition, CedeEtMetAuRebut) {
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3045});
   Boite.Oublie();
   Boite.Reponses = {RepOui};
-  Robot.Attend("DialogCession", [&](QDialog& cession) { Clique(Case(cession, "supprimer")); });
+  robot.Attend("DialogCession", [&](QDialog& cession) { Clique(Case(cession, "supprimer")); });
   Clique(Case(cedee, "cession"));
   EXPECT_EQ(+Relue(1).rec.DateCession, 0u);
 
   CDialogAcquisition tenue(Ui, Relue(1));
   Montre(tenue);
-  Robot.Attend("DialogRebut", [&](QDialog& rebut) { Clique(Case(rebut, "ok")); });
+  robot.Attend("DialogRebut", [&](QDialog& rebut) { Clique(Case(rebut, "ok")); });
   Clique(Case(tenue, "rebut"));
   EXPECT_TRUE(EstRebutee(Relue(1).rec));
   CDialogAcquisition rebutee(Ui, Relue(1));

@@ -9,8 +9,6 @@ namespace fenlor::test {
 
 class FormesImmobilisations : public FormesJournal {
  protected:
-  test::Robot Robot;
-
   FicheImmobilisation Bien(const char* designation, const char* achat, f64 valeur, const char* fin = "",
                            bool rebut = false) {
     FicheImmobilisation fiche = NouvelleImmobilisation(App());

@@ -139,7 +139,7 @@ TEST_F(Registre, AjouteModifieSupprimeParLeClavier) {
   Ajoute(Bien("Divan", "15/03/1998", 1000));
   Ajoute(Bien("Table", "01/01/2000", 1000));
   const auto vue = Ouvre();
-  Robot.Attend("DialogAcquisition", [](QDialog& f) {
+  robot.Attend("DialogAcquisition", [](QDialog& f) {
     Tape(Champ(f, "designation"), u"Autoclave"_s);
     Tape(Champ(f, "dateAchat"), u"01/01/1999"_s);
     QTest::keyClick(&f, Qt::Key_Return);
@@ -147,7 +147,7 @@ TEST_F(Registre, AjouteModifieSupprimeParLeClavier) {
   vue->Execute(CmdAjouter);
   EXPECT_THAT(Noms(*vue), ElementsAre("Divan", "Autoclave", "Table"));
   EXPECT_EQ(Choisi(*vue), "Autoclave");
-  Robot.Attend("DialogAcquisition", [](QDialog& f) {
+  robot.Attend("DialogAcquisition", [](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Modification de : Autoclave"_s);
     Tape(Champ(f, "dateAchat"), u"01/01/1997"_s);
     QTest::keyClick(&f, Qt::Key_Return);
@@ -169,7 +169,7 @@ TEST_F(Registre, AjouteModifieSupprimeParLeClavier) {
 TEST_F(Registre, CedeRebuteEtDetaille) {
   Ajoute(Bien("Table", "01/01/2002", 1000));
   const auto vue = Ouvre();
-  Robot.Attend("DialogCession", [](QDialog& f) {
+  robot.Attend("DialogCession", [](QDialog& f) {
     Tape(Champ(f, "prix"), u"900"_s);
     QTest::keyClick(&f, Qt::Key_Return);
   });
@@ -179,10 +179,10 @@ TEST_F(Registre, CedeRebuteEtDetaille) {
   vue->Execute(CmdRebut);
   EXPECT_EQ(Boite.NumerosErreurs(), std::vector<unsigned>{3045});
   Boite.Reponses = {RepOui};
-  Robot.Attend("DialogCession", [](QDialog& f) { Clique(Case(f, "supprimer")); });
+  robot.Attend("DialogCession", [](QDialog& f) { Clique(Case(f, "supprimer")); });
   vue->Execute(CmdCession);
   EXPECT_EQ(Cellule(*vue, 0, ChampRegistre::DateCession), "");
-  Robot.Attend("DialogRebut", [](QDialog& f) { QTest::keyClick(&f, Qt::Key_Return); });
+  robot.Attend("DialogRebut", [](QDialog& f) { QTest::keyClick(&f, Qt::Key_Return); });
   vue->Execute(CmdRebut);
   EXPECT_EQ(Cellule(*vue, 0, ChampRegistre::PrixCession) + ' ' + Cellule(*vue, 0, ChampRegistre::Resultat),
             "Rebut -758,33");
@@ -219,7 +219,7 @@ class DetailForme : public FormesImmobilisations {
 TEST_F(DetailForme, UneAnneeApresLAutre) {
   const FicheImmobilisation bien = Ajoute(Bien("Table", "01/01/2001", 1000));
   const auto tape = [&](QDialog& f, std::function<void(QDialog&)> geste) {
-    Robot.Attend("DialogAmortissementsLine", std::move(geste));
+    robot.Attend("DialogAmortissementsLine", std::move(geste));
     QTest::keyClick(&Trouve<CZNListCtrl>(f, "lignes"), Qt::Key_Return);
   };
   {

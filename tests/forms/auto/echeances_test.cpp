@@ -23,7 +23,6 @@ class FormeEcheances : public test::FormesJournal {
 TEST_F(FormeEcheances, UneSEnregistreUneSenVa) {
   Annonce("706", 50);
   Annonce("6132", 70);
-  test::Robot robot;
   robot.Attend("DialogAutoEcheance", [&](QDialog& f) {
     test::VerifieFormulaire(f);
     TableListe& liste = test::Trouve<TableListe>(f, "liste");

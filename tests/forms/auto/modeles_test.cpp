@@ -219,7 +219,6 @@ TEST_F(ListeAuto, MontreAjouteSupprime) {
   table.SelectionneLigne(0);
   ASSERT_EQ(Focus(f), "liste");
 
-  test::Robot robot;
   robot.Attend("DialogAutoEcriture", [&](QDialog& forme) {
     Tape(Champ(forme, "ttc"), u"710"_s);
     Clique(Case(forme, "suivant"));
@@ -249,7 +248,6 @@ TEST_F(ListeAuto, MontreAjouteSupprime) {
 
 /// What is due is entered when the list is closed.
 TEST_F(ListeAuto, FermerCalculeLesEcheances) {
-  test::Robot robot;
   robot.Attend("DialogAutoList", [](QDialog& f) { Clique(Case(f, "annuler")); });
   CommandeAutomatiques(Ui, {});
   EXPECT_EQ(Lignes(3 + 1).size(), 2u) << "three of the rent, one receipt";
@@ -276,7 +274,6 @@ TEST_F(ListeAuto, LesPrevisions) {
 
   // On paper from the list; the pages on the screen when it is closed.
   QStringList editions;
-  test::Robot robot;
   robot.Attend("DialogAutoList", [&](QDialog& liste) {
     for (const char* issue : {"imprimante", "apercu"}) {
       robot.Attend("DialogAutoPrevisions", [&](QDialog& previsions) { Clique(Case(previsions, issue)); });

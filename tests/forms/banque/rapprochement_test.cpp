@@ -61,12 +61,12 @@ class FormeRapprochement : public FormesJournal {
   }
   /// Names the file, takes the form of its table as proposed, and imports it.
   void AttendLeFichier() {
-    m_robot.Attend("QFileDialog", [this](QDialog& fichiers) {
+    robot.Attend("QFileDialog", [this](QDialog& fichiers) {
       Frappe(fichiers, u"mars.csv"_s);
       Touche(fichiers, Qt::Key_Return);
     });
-    m_robot.Attend("DialogReleve", [this](QDialog& apercu) {
-      m_robot.Attend("DialogReleveCsv", [this](QDialog& tableau) { Touche(tableau, Qt::Key_Return); });
+    robot.Attend("DialogReleve", [this](QDialog& apercu) {
+      robot.Attend("DialogReleveCsv", [this](QDialog& tableau) { Touche(tableau, Qt::Key_Return); });
       QApplication::processEvents();
       apercu.activateWindow();
       EXPECT_EQ(Liste(apercu, "sorte").itemText(1), u"Nouvelles (60)"_s);
@@ -74,7 +74,6 @@ class FormeRapprochement : public FormesJournal {
     });
   }
 
-  Robot m_robot;
   unsigned m_touches = 0;
 };
 
@@ -110,7 +109,7 @@ TEST_F(FormeRapprochement, UnMoisAuClavier) {
   }
   EXPECT_EQ(0u, NbLignes());
   for (int i = 0; i < 5; ++i) {
-    m_robot.Attend("DialogEcriture", [this](QDialog& ecriture) {
+    robot.Attend("DialogEcriture", [this](QDialog& ecriture) {
       EXPECT_EQ("code", Focus(ecriture));
       Frappe(ecriture, u"LOY"_s);
       Touche(ecriture, Qt::Key_Return);
@@ -220,7 +219,7 @@ TEST_F(FormeRapprochement, EchapLaisseTout) {
   CDialogRapprochement f(Ui);
   Montre(f);
   Va(Table(f, "operations"));
-  m_robot.Attend("DialogEcriture", [this](QDialog& ecriture) {
+  robot.Attend("DialogEcriture", [this](QDialog& ecriture) {
     EXPECT_EQ(Champ(ecriture, "ttc").text(), u"7,50"_s);
     EXPECT_EQ(Liste(ecriture, "libelle").currentText(), u"FRAIS"_s);
     EXPECT_TRUE(Trouve<QRadioButton>(ecriture, "autre").isChecked());

@@ -18,7 +18,6 @@ TEST_F(FormesReleve, UnTableauDemandeSaFormePuisSApercoit) {
       "Date;Libelle;Montant\n05/03/2003;Loyer;640\n06/03/2003;Recette;-20\n07/03/2004;c;1\nx;d;1\n";
   const std::string compte = test::Long("512");
   CDialogReleve forme(Ui, tableau, u"mars.csv"_s, compte);
-  test::Robot robot;
   robot.Attend("DialogReleveCsv", [&](QDialog& w) {
     EXPECT_EQ(Trouve<QComboBox>(w, "montant").currentText(), u"3 Montant"_s);
     EXPECT_EQ(VersUtf8(Trouve<Lecture>(w, "resultat").Valeur()),

@@ -76,7 +76,6 @@ TEST_F(FormeRemise, AuClavier) {
   EXPECT_EQ(Coches(f), "r.,..,r.");
   Clique(Case(f, "toutImprimer"));
   // The second one is paid otherwise after all.
-  test::Robot robot;
   robot.Attend("DialogEcriture", [](QDialog& e) {
     Clique(Case(e, "autre"));
     Ok(e);

@@ -137,7 +137,6 @@ void Assistants::Restaure(QDialog& f) {
 TEST_F(Assistants, UneSauvegardeProtegeeEtSonRetour) {
   ASSERT_NE(Enregistre(Ecriture(JournalRecettes, "706", 20)), 0u);
   test::EcritFichier(Ailleurs.Chemin() + "/photo.fnz", "rien de tel");
-  test::Robot robot;
   robot.Attend("WizardSauvegarde", [this](QDialog& f) { Sauve(f); });
   CommandeSauvegarde(Ui);
   EXPECT_EQ(Cadre.Appels, (std::vector<std::string>{"FermeToutes", "MontreExercice"}));
@@ -163,7 +162,6 @@ TEST_F(Assistants, UneSauvegardeAbimeeAuMilieuEstDite) {
   octets[octets.size() - 100] ^= 1;
   test::EcritFichier(abimee.chemin, octets);
   ASSERT_FALSE(RetientDossier(App(), Ailleurs.Chemin()));
-  test::Robot robot;
   robot.Attend("WizardRestauration", [](QDialog& f) {
     TableListe& liste = Trouve<TableListe>(f, "liste");
     ASSERT_EQ(liste.Modele().NbLignes(), 2);
@@ -180,7 +178,6 @@ TEST_F(Assistants, UneSauvegardeAbimeeAuMilieuEstDite) {
 }
 
 TEST_F(Assistants, UneSauvegardeAbandonneeCompteQuandMeme) {
-  test::Robot robot;
   const auto annule = [&](bool exercice) {
     return [this, exercice](QDialog& f) {
       EXPECT_EQ(Actif(f, "exercice"), exercice);

@@ -16,7 +16,6 @@ class FormeCloture : public test::FormesJournal {
   void Commande(const std::vector<std::vector<int>>& essais) {
     Cadre.Appels.clear();
     Boite.Oublie();
-    test::Robot robot;
     robot.Attend("DialogClotureExercice", [&](QDialog& f) {
       EXPECT_EQ(Trouve<Lecture>(f, "exercice").text(), u"2003"_s);
       EXPECT_EQ(Trouve<Lecture>(f, "debut").text(), u"01/01/2003"_s);

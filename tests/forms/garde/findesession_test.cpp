@@ -33,7 +33,6 @@ class FinDeSession : public test::FormesJournal {
                                          "Options", "Date", IlYA(jours)));
   }
   bool Ferme(std::function<void(QDialog&)> geste) {
-    test::Robot robot;
     robot.Attend("DialogEndOfSession", std::move(geste));
     return PeutFermer(Ui);
   }
@@ -90,7 +89,6 @@ TEST_F(FinDeSession, TerminerAnnulerSauvegarder) {
     f.reject();
   }));
   {
-    test::Robot robot;
     robot.Attend("DialogEndOfSession", [](QDialog& f) { Clique(Case(f, "sauvegarder")); });
     robot.Attend("WizardSauvegarde", [](QDialog& f) { f.reject(); });
     EXPECT_TRUE(PeutFermer(Ui)) << "whatever became of the backup";
@@ -102,7 +100,6 @@ TEST_F(FinDeSession, TerminerAnnulerSauvegarder) {
     Touche(f, Qt::Key_Return);  // "Terminer", wherever the focus stands
   }));
   EXPECT_FALSE(Case(*std::make_unique<CDialogEndOfSession>(Ui), "afficher").isChecked());
-  test::Robot personne;
   EXPECT_TRUE(PeutFermer(Ui)) << "no screen any more";
   ASSERT_FALSE(EcritFinDeSession(App(), true));
   App().ParentWindow = 7;
@@ -155,7 +152,6 @@ TEST_F(FinDeSession, UneSeuleCopie) {
   };
   std::string faite;
   const auto ferme = [&](std::function<void(QDialog&)> geste) {
-    test::Robot robot;
     robot.Attend("DialogEndOfSession", [](QDialog& f) { Clique(Case(f, "sauvegarder")); });
     robot.Attend("WizardSauvegarde", std::move(geste));
     EXPECT_TRUE(PeutFermer(Ui));

@@ -49,7 +49,6 @@ class GraphiqueTest : public EtatsUiTest {
   }
   /// A window for two accounts, months.
   CGraphWinView& Fenetre(std::initializer_list<const char*> noms = {"706", "6132"}) {
-    Robot robot;
     robot.Attend("DialogGraph", [noms](QDialog& f) {
       Clique(Case(f, "exercice"));
       Choisit(dynamic_cast<CDialogGraph&>(f), noms);
@@ -94,7 +93,6 @@ TEST_F(GraphiqueTest, RefusEtFin) {
   Tape(Champ(*inverse, "du"), u"32/13"_s);
   EXPECT_FALSE(Ok(*inverse));
   EXPECT_THAT(Dits(), ElementsAre(3104u));
-  Robot robot;
   robot.Attend("DialogGraph", [](QDialog& forme) {
     Clique(Case(forme, "periode"));
     Tape(Champ(forme, "du"), u"02/02/2003"_s);
@@ -167,7 +165,6 @@ TEST_F(GraphiqueTest, CopieEtExporte) {
   EXPECT_EQ(presse.image().size(), vue.Graphique().size() * 2);
   vue.Execute(CmdCopierValeurs);
   EXPECT_TRUE(presse.image().isNull());
-  Robot robot;
   const struct {
     const char* nom;
     QByteArray debut;
@@ -190,7 +187,6 @@ TEST_F(GraphiqueTest, CopieEtExporte) {
 
 TEST_F(GraphiqueTest, ApercuEtTaille) {
   CGraphWinView& vue = Fenetre();
-  Robot robot;
   robot.Attend("DialogPrintGraph", [](QDialog& f) {
     EXPECT_TRUE(Case(f, "proportionnelle").isChecked());
     f.reject();

@@ -13,8 +13,6 @@ using Numeros = std::vector<unsigned>;
 /// Fixture: opens the form, reads what it shows, and types into it.
 class FormeEcriture : public FormesJournal {
  protected:
-  test::Robot Robot;
-
   void SetUp() override { Prepare("2003"); }
   void Prepare(const std::string& annee, bool euro = true, bool tva = true) {
     Installe(annee, euro, tva);

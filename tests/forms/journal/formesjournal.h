@@ -30,6 +30,7 @@ class FormesJournal : public CabinetMedical {
   CadreDeTest Cadre;
   Preferences Dessin;
   ContexteUi Ui{App(), Cadre, Dessin};
+  Robot robot;
 
   void SetUp() override {
     Installe();

@@ -11,7 +11,7 @@ TEST_F(FormeEcriture, MultiplePuisSimplifiee) {
   EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Autre|100,00"_s);
   VerifieFormulaire(*f);
   EXPECT_TRUE(Permis(*f, "simplifiee"));
-  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+  robot.Attend("DialogLineTresor", [&](QDialog& l) {
     VerifieFormulaire(l);
     EXPECT_EQ(l.windowTitle(), u"Ecriture d'une ligne de trésorerie : ajout"_s);
     EXPECT_EQ(Focus(l), "montant");
@@ -30,7 +30,7 @@ TEST_F(FormeEcriture, MultiplePuisSimplifiee) {
   EXPECT_EQ(Lu(*f, "ttc") + Lu(*f, "ht"), u"150,00150,00"_s) << "T.T.C. is raised";
   EXPECT_FALSE(Permis(*f, "simplifiee"));
   Trouve<CZNListCtrl>(*f, "lignes").SelectionneLigne(0);
-  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+  robot.Attend("DialogLineTresor", [&](QDialog& l) {
     EXPECT_EQ(l.windowTitle(), u"Ecriture d'une ligne de trésorerie : modification"_s);
     EXPECT_TRUE(Coche(l, "autre"));
     EXPECT_EQ(Lu(l, "montant"), u"100,00"_s);
@@ -62,7 +62,7 @@ TEST_F(FormeEcriture, UnFiltreNeChangePasDeLigne) {
   Clique(*Champ<QPushButton>(*f, "multiple"));
   auto& table = Trouve<CZNListCtrl>(*f, "lignes");
   for (const char16_t* montant : {u"20", u"30"}) {
-    Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+    robot.Attend("DialogLineTresor", [&](QDialog& l) {
       Tape(*l.focusWidget(), QString::fromUtf16(montant));
       QTest::keyClick(l.focusWidget(), Qt::Key_Return);
       l.reject();
@@ -71,7 +71,7 @@ TEST_F(FormeEcriture, UnFiltreNeChangePasDeLigne) {
   }
   table.PoseFiltre(u"30"_s);
   table.SelectionneLigne(0);
-  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+  robot.Attend("DialogLineTresor", [&](QDialog& l) {
     EXPECT_EQ(Lu(l, "montant"), u"30,00"_s);
     l.reject();
   });
@@ -103,7 +103,7 @@ TEST_F(FormeEcriture, LaTresorerieAMoitieTapeeRevient) {
   saisie->ligneOuverte = true;
   saisie->ligne.code = "YY";
   saisie->ligne.debit = "33,3,";
-  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+  robot.Attend("DialogLineTresor", [&](QDialog& l) {
     l.activateWindow();
     QApplication::processEvents();
     EXPECT_EQ(Lu(l, "tresorerie"), u"YY"_s);
@@ -132,13 +132,13 @@ TEST_F(FormeEcriture, SupprimeToutesLesLignesChoisies) {
 TEST_F(FormeEcriture, LignesNegativesDUnRemboursement) {
   auto f = Remplie(JournalRecettes, u"HONOR"_s, u"-100"_s);
   Clique(*Champ<QPushButton>(*f, "multiple"));
-  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+  robot.Attend("DialogLineTresor", [&](QDialog& l) {
     Tape(*Champ<QLineEdit>(l, "montant"), u"-60"_s);
     Clique(Bouton(l, u"&Ok"_s));
   });
   QTest::keyClick(Champ(*f, "lignes"), Qt::Key_Return);
   EXPECT_EQ(Lu(*f, "ttc"), u"-100,00"_s);
-  Robot.Attend("DialogLineTresor", [&](QDialog& l) {
+  robot.Attend("DialogLineTresor", [&](QDialog& l) {
     EXPECT_EQ(Lu(l, "montant"), u"-40,00 €"_s) << "what is left";
     QTest::keyClick(l.focusWidget(), Qt::Key_Return);
     l.reject();

@@ -71,7 +71,6 @@ TEST_F(FormeOD, AuClavierCommeParLaRegle) {
     Frappe(f, u"Apport "_s + Q(jour));
     Touche(f, Suite);
     EXPECT_EQ(Focus(f), "lignes");
-    test::Robot robot;
     robot.Attend("DialogLine", [&](QDialog& ligne) {
       Montre(ligne);
       EXPECT_EQ(ligne.windowTitle(), u"Ecriture d'une ligne d'O.D. : ajout"_s);
@@ -131,7 +130,6 @@ TEST_F(FormeOD, UnRefusASonChamp) {
   EXPECT_EQ(Trouve<QComboBox>(f, "date").currentText(), QString()) << "what is no day is erased";
   Tape(Trouve<QComboBox>(f, "date"), u"15"_s);
   attend(3032, false, "lignes");
-  test::Robot robot;
   robot.Attend("DialogLine", [&](QDialog& ligne) {
     Montre(ligne);
     const auto refuse = [&](unsigned erreur, const char* champ) {
@@ -166,7 +164,6 @@ TEST_F(FormeOD, UnRefusASonChamp) {
 TEST_F(FormeOD, FermerDemandeSiUneLigneEstTapee) {
   CDialogMouvement f(Ui, Nouvelle());
   Montre(f);
-  test::Robot robot;
   robot.Attend("DialogLine", [&](QDialog& ligne) {
     Montre(ligne);
     Ligne(ligne, "BQ", "10");
@@ -192,7 +189,6 @@ TEST_F(FormeOD, ExistanteChangeeEtVoisine) {
   EXPECT_FALSE(Actif(f, "suivant"));
   EXPECT_FALSE(Actif(f, "modifier") || Actif(f, "supprimer")) << "nothing is selected yet";
 
-  test::Robot robot;
   robot.Attend("DialogLine", [&](QDialog& ligne) {
     Montre(ligne);
     EXPECT_EQ(Trouve<QLineEdit>(ligne, "credit").text(), u"12,00"_s);
@@ -300,7 +296,6 @@ TEST_F(FormeOD, CeQuiEstPermis) {
     EXPECT_EQ(Boite.NumerosErreurs(), c.close ? Nombres{3056} : Nombres{});
     if (!c.validee && !c.liee) continue;
 
-    test::Robot robot;
     robot.Attend("DialogLine", [&](QDialog& ligne) {
       Montre(ligne);
       EXPECT_FALSE(Actif(ligne, "ok") || Actif(ligne, "solder"));

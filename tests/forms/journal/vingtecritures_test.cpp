@@ -122,7 +122,7 @@ class VingtEcritures : public FormeEcriture {
       EXPECT_EQ(Focus(f), "lignes");
       // The line made of the simple part goes: all are typed.
       Touche(Qt::Key_Delete);
-      Robot.Attend("DialogLineTresor", [&e](QDialog& ligne) {
+      robot.Attend("DialogLineTresor", [&e](QDialog& ligne) {
         ligne.activateWindow();
         QApplication::processEvents();
         TapeLignes(e, ligne);

@@ -34,7 +34,7 @@ class VueCommandes : public VueDeTest {
   }
   /// The criteria form, with "non pointées" alone ticked.
   void MontreNonPointees(CEcritureView& vue) {
-    Robot.Attend("DialogCritere", [](QDialog& f) {
+    robot.Attend("DialogCritere", [](QDialog& f) {
       Trouve<QCheckBox>(f, "toutes").setChecked(false);
       for (const char* nom : {"pointees", "nonPointees", "remises", "nonRemises", "rapprochees",
                               "nonRapprochees", "associees", "nonAssociees"})
@@ -183,7 +183,7 @@ TEST_F(VueCommandes, ChangerLaDate) {
   ChangeLignes(liee, [](Line& ligne) { ligne.LienId = 7; });
   const auto vue = Ouvre();
   const auto repond = [&](int mois) {
-    Robot.Attend("DialogChangeMois", [mois](QDialog& f) {
+    robot.Attend("DialogChangeMois", [mois](QDialog& f) {
       auto& liste = Trouve<QListWidget>(f, "mois");
       EXPECT_EQ(liste.currentRow(), 2);
       if (mois == 0) return f.reject();
@@ -208,7 +208,7 @@ TEST_F(VueCommandes, ChangerLaDate) {
   Mois(*vue).Choisit(1);
   EXPECT_THAT(Rangees(*vue), ElementsAre(a, c));
   // The day that February lacks is not offered to the next entry.
-  Robot.Attend("DialogEcriture", [](QDialog& f) {
+  robot.Attend("DialogEcriture", [](QDialog& f) {
     EXPECT_EQ(Trouve<ChampJour>(f, "jour").currentText(), u"28"_s);
     f.reject();
   });
@@ -218,7 +218,7 @@ TEST_F(VueCommandes, ChangerLaDate) {
 TEST_F(VueCommandes, AjouterEtModifier) {
   auto vue = Ouvre();
   const auto attend = [&](const QString& titre, const QString& jour) {
-    Robot.Attend("DialogEcriture", [titre, jour](QDialog& f) {
+    robot.Attend("DialogEcriture", [titre, jour](QDialog& f) {
       EXPECT_EQ(f.windowTitle(), titre);
       EXPECT_EQ(Trouve<ChampJour>(f, "jour").currentText(), jour);
       f.reject();
@@ -240,7 +240,7 @@ TEST_F(VueCommandes, AjouterEtModifier) {
                      QPoint(50, vue->Liste().viewport()->height() - 4));
   for (const bool souris : {true, false}) {
     vue->SelectEcrItem(0);
-    Robot.Attend("DialogEcriture", [](QDialog& f) {
+    robot.Attend("DialogEcriture", [](QDialog& f) {
       EXPECT_EQ(Trouve<ChampJour>(f, "jour").currentText(), u"3"_s);
       Trouve<QPushButton>(f, "suivant").click();
       EXPECT_EQ(Trouve<ChampJour>(f, "jour").currentText(), u"20"_s);
@@ -263,7 +263,7 @@ TEST_F(VueCommandes, CeQueLeFormulaireEnregistreEstChoisi) {
   ChangeLignes(cachee, [](Line& ligne) { ligne.Ligne = 41; });
   Validee(cachee);
   const auto vue = Ouvre(JournalRecettes, "Brouillard");
-  Robot.Attend("DialogEcriture", [](QDialog& f) {
+  robot.Attend("DialogEcriture", [](QDialog& f) {
     auto& jour = Trouve<ChampJour>(f, "jour");
     jour.Pose(FaitDate(2, 3, 2003));
     test::Tape(Trouve<QLineEdit>(f, "code"), u"HONOR"_s);
@@ -285,7 +285,7 @@ TEST_F(VueCommandes, LeVoisinEstCeluiDAvantLEnregistrement) {
   CEcritureView vue(Ui, JournalRecettes);
   vue.Charge();
   vue.SelectEcrItem(0);
-  Robot.Attend("DialogEcriture", [&](QDialog& f) {
+  robot.Attend("DialogEcriture", [&](QDialog& f) {
     const auto ttc = [&f] { return Trouve<QLineEdit>(f, "ttc").text(); };
     Trouve<ChampJour>(f, "jour").Pose(FaitDate(30, 3, 2003));
     Trouve<QPushButton>(f, "suivant").click();
@@ -307,7 +307,7 @@ TEST_F(VueCommandes, AjouterUneOperationDiverse) {
   const auto vue = Ouvre(JournalOD);
   std::vector<QString> titres;
   const auto attend = [&] {
-    Robot.Attend("DialogMouvement", [&titres](QDialog& f) {
+    robot.Attend("DialogMouvement", [&titres](QDialog& f) {
       titres.push_back(f.windowTitle());
       f.reject();
     });
@@ -333,11 +333,11 @@ TEST_F(VueCommandes, NouvelleOperationDepuisLaDerniere) {
   ASSERT_NE(derniere, 0u);
   const auto vue = Ouvre(JournalOD);
   for (const bool change : {false, true}) {
-    Robot.Attend("DialogMouvement", [change](QDialog& f) {
+    robot.Attend("DialogMouvement", [change](QDialog& f) {
       if (change) Trouve<QComboBox>(f, "libelle").setEditText(u"Autre mot"_s);
       test::Clique(Trouve<QPushButton>(f, "nouvelle"));
     });
-    Robot.Attend("DialogMouvement", [](QDialog& f) {
+    robot.Attend("DialogMouvement", [](QDialog& f) {
       EXPECT_EQ(f.windowTitle(), u"Ecriture d'OPERATION DIVERSES : ajout"_s);
       EXPECT_FALSE(f.findChild<QPushButton*>(u"nouvelle"_s));
       f.reject();
@@ -367,7 +367,7 @@ TEST_F(VueCommandes, UnAutreMois) {
   Recette(10, 2, 7);
   const auto vue = Ouvre();
   for (const bool ok : {false, true}) {
-    Robot.Attend("DialogMonth", [ok](QDialog& f) {
+    robot.Attend("DialogMonth", [ok](QDialog& f) {
       auto& liste = Trouve<QListWidget>(f, "mois");
       EXPECT_EQ(liste.currentItem()->text(), u"2003  Mars"_s);
       liste.setCurrentRow(6);

@@ -13,8 +13,6 @@ namespace fenlor::test {
 
 class VueDeTest : public FormesJournal {
  protected:
-  test::Robot Robot;
-
   u32 Recette(f64 ttc, unsigned jour = 15, unsigned mois = 3, std::string_view tresorerie = "512") {
     return Enregistre(Ecriture(JournalRecettes, "706", ttc, tresorerie, FaitDate(jour, mois, 2003)));
   }

@@ -14,7 +14,6 @@ namespace {
 
 class FormesComptes : public FormesJournal {
  protected:
-  test::Robot Robot;
   static void Montre(CZNListView& vue) {
     vue.resize(700, 300);
     vue.Charge();
@@ -31,7 +30,7 @@ class FormesComptes : public FormesJournal {
   }
   /// Opens a form, and tells what a person does there.
   void Ouvre(CZNListView& vue, unsigned commande, const char* nom, std::function<void(QDialog&)> geste) {
-    Robot.Attend(nom, [geste](QDialog& f) {
+    robot.Attend(nom, [geste](QDialog& f) {
       test::VerifieFormulaire(f);
       geste(f);
       if (f.isVisible()) f.reject();
@@ -52,7 +51,7 @@ TEST_F(FormesComptes, DeuxComptesDAffileeAuClavier) {
   Montre(vue);
   vue.Table().SelectionneLigne(vue.Table().Modele().NbLignes() - 1);
   EXPECT_FALSE(vue.Disponible(CmdModifier) || vue.Disponible(CmdSupprimer)) << "the empty row";
-  Robot.Attend("DialogPlan", [&](QDialog& f) {
+  robot.Attend("DialogPlan", [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Ajout d'un compte de recettes"_s);
     f.activateWindow();
     QApplication::processEvents();
@@ -266,7 +265,7 @@ TEST_F(FormesComptes, ChampsSelonLeType) {
 TEST_F(FormesComptes, NouveauCompteDepuisLesComptesParticuliers) {
   Boite.Reponses = {RepAnnuler, RepNon};
   EXPECT_FALSE(CDialogPlan::Nouveau(Ui));
-  Robot.Attend("DialogPlan", [&](QDialog& f) {
+  robot.Attend("DialogPlan", [&](QDialog& f) {
     EXPECT_EQ(f.windowTitle(), u"Ajout d'un compte de dépenses"_s);
     Tape(Texte(f, "code"), u"NEUF"_s);
     Tape(Texte(f, "compte"), u"6999"_s);

@@ -13,7 +13,6 @@ using Noms = std::vector<std::string>;
 
 class FenetreLibelles : public FormesJournal {
  protected:
-  test::Robot Robot;
   std::unique_ptr<CLibelleView> Vue;
 
   void SetUp() override {
@@ -40,7 +39,7 @@ class FenetreLibelles : public FormesJournal {
   int Choisie() { return Vue->Table().LigneChoisie(); }
   /// Opens the form, checks it, and does there what a person would do.
   void Ouvre(unsigned commande, std::function<void(QDialog&)> geste) {
-    Robot.Attend("DialogLibelle", [geste](QDialog& f) {
+    robot.Attend("DialogLibelle", [geste](QDialog& f) {
       test::VerifieFormulaire(f);
       geste(f);
       if (f.isVisible()) f.reject();

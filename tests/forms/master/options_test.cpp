@@ -26,15 +26,8 @@ class Formulaires : public FormesJournal {
   std::string Ini() { return test::LitFichier(Magasin().QVGetFilename(10099, 0)); }
   /// Opens the options, does what a person would do, and tells whether they ended with OK.
   bool Options(const std::function<void(QDialog&)>& geste) {
-    m_robot = std::make_unique<test::Robot>();
-    Attend("SheetOptions", geste);
-    CSheetOptions feuille(Ui);
-    const bool ok = feuille.Execute();
-    m_robot.reset();
-    return ok;
-  }
-  void Attend(const char* nom, std::function<void(QDialog&)> geste) {
-    m_robot->Attend(nom, std::move(geste));
+    robot.Attend("SheetOptions", geste);
+    return CSheetOptions(Ui).Execute();
   }
   static QWidget& Montre(QDialog& feuille, Onglet onglet) {
     auto& onglets = Trouve<QTabWidget>(feuille, "onglets");
@@ -57,9 +50,6 @@ class Formulaires : public FormesJournal {
     QTest::keyClick(propositions ? propositions : &choix, Qt::Key_Tab);
     EXPECT_FALSE(choix.hasFocus());
   }
-
- private:
-  std::unique_ptr<test::Robot> m_robot;
 };
 
 TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
@@ -147,7 +137,7 @@ TEST_F(Formulaires, AdressesDesBanques) {
     EXPECT_TRUE(Actif(page, "ajouter"));
     EXPECT_FALSE(Actif(page, "modifier"));
     ChoisitRang(Liste(page), u"CCP"_s);
-    Attend("DialogAdresseBanque", [&](QDialog& d) {
+    robot.Attend("DialogAdresseBanque", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Etablissements bancaires"_s);
       EXPECT_EQ(Trouve<QLabel>(d, "code").text(), u"CCP"_s);
       QTest::keyClicks(&Trouve<QPlainTextEdit>(d, "identification"), u"Poste | Lyon"_s);
@@ -184,7 +174,6 @@ TEST_F(Formulaires, LesCinqComptesParticuliers) {
   EXPECT_EQ(Magasin().GetCompteEcartDebit(), Long("6132"));
   EXPECT_EQ(Magasin().GetCompteVireTo(), "");
 
-  test::Robot robot;
   robot.Attend("DialogCompteParticulier", [&](QDialog& d) {
     Clique(Bouton(d, u"Nou&veau..."_s));
     Cherche(d, "virementRecette", u"7099"_s);
@@ -200,7 +189,7 @@ TEST_F(Formulaires, ComptesDeTva) {
     QWidget& page = Montre(f, Taxe);
     ChoisitRang(Liste(page), u"4452"_s);
     QTest::keyClick(&Liste(page), Qt::Key_Delete);
-    Attend("DialogTauxTVA", [&](QDialog& d) {
+    robot.Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Ajout d'un compte de T.V.A."_s);
       EXPECT_EQ(Trouve<QLineEdit>(d, "compte").text(), u"4452"_s) << "free again";
       Tape(Trouve<QLineEdit>(d, "compte"), u"4451"_s);
@@ -216,7 +205,7 @@ TEST_F(Formulaires, ComptesDeTva) {
     QTest::keyClick(&Liste(page), Qt::Key_Insert);
     EXPECT_EQ(Boite.NumerosErreurs(), (std::vector<unsigned>{3070, 3069}));
     ChoisitRang(Liste(page), u"4453"_s);
-    Attend("DialogTauxTVA", [&](QDialog& d) {
+    robot.Attend("DialogTauxTVA", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Modification d'un compte de T.V.A."_s);
       EXPECT_TRUE(Trouve<QLineEdit>(d, "compte").isReadOnly());
       Tape(Trouve<QLineEdit>(d, "taux"), u"1.75"_s);
@@ -249,10 +238,10 @@ TEST_F(Formulaires, TvaDUnExerciceClos) {
 TEST_F(Formulaires, TauxDeLEuro) {
   ASSERT_TRUE(EcritTauxEuro(App(), {{FaitDate(1, 1, 1999), 6.55957}}));
   EXPECT_FALSE(Options([&](QDialog& f) {
-    Attend("DialogTauxEuro", [&](QDialog& d) {
+    robot.Attend("DialogTauxEuro", [&](QDialog& d) {
       EXPECT_EQ(d.windowTitle(), u"Taux de conversion à l'EURO"_s);
       EXPECT_EQ(Lignes(d), (std::vector<std::string>{"01/01/1999|6,55957"}));
-      Attend("DialogSaisieTaux", [&](QDialog& s) {
+      robot.Attend("DialogSaisieTaux", [&](QDialog& s) {
         test::Va(Trouve<QLineEdit>(s, "date"));
         EXPECT_EQ(Trouve<QLineEdit>(s, "date").text(), u"15/03/2003"_s) << "today";
         Ok(s);

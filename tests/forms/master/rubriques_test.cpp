@@ -44,7 +44,6 @@ class RubriquesForms : public UiDeTest {
   /// Runs the form of the row that the command opens.
   void Ouvre(unsigned commande, int ligne, const std::function<void(QDialog&)>& geste) {
     Vue().Table().SelectionneLigne(ligne);
-    test::Robot robot;
     robot.Attend("DialogRubrique", geste);
     Vue().Execute(commande);
   }

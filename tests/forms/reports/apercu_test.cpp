@@ -125,7 +125,6 @@ TEST_F(ApercuTest, PlusieursEtatsCoteACote) {
   EXPECT_GT(premiere.Feuilles().Page(), 1u);
   EXPECT_EQ(seconde.Feuilles().Page(), 1u);
   // While one is asked about no other one is built; cancelled, the open ones stay.
-  Robot robot;
   robot.Attend("DialogPeriode", [&](QDialog& dialogue) {
     EXPECT_FALSE(Impression->Ouvre(Fabrique(5), DemandeEtat::Apercu)) << "one is being built";
     dialogue.reject();
@@ -169,7 +168,6 @@ TEST_F(ApercuTest, ImprimerOuApercu) {
              {DemandeEtat::Impression, "Oui", false}};
   for (const auto& c : cas) {
     Regle("Préférences"_w, "Prévisualisation"_w, c.preference);
-    Robot robot;
     if (!c.apercu)
       robot.Attend("DialogImpression", [&](QDialog& dialogue) {
         EXPECT_EQ(EtatDeTest::Vivants, 1);
@@ -181,7 +179,6 @@ TEST_F(ApercuTest, ImprimerOuApercu) {
     if (c.apercu) Touche(Qt::Key_Escape);
   }
   // From the preview: cancelled, the preview stays.
-  Robot robot;
   robot.Attend("DialogImpression", [](QDialog& dialogue) { dialogue.reject(); });
   Ouvre(20);
   Touche(Qt::Key_P, Qt::ControlModifier);
@@ -236,7 +233,6 @@ TEST_F(ApercuTest, ImprimeDansUnFichier) {
 
   // The whole way, from the button of the preview.
   QFile::remove(fichier);
-  Robot robot;
   robot.Attend("DialogImpression", [&](QDialog& dialogue) {
     Trouve<QLineEdit>(dialogue, "filename").setText(fichier);
     dialogue.accept();
@@ -251,7 +247,6 @@ TEST_F(ApercuTest, LaBoiteDImpressionEstEnFrancais) {
   const Traductions francais;
   EXPECT_EQ(QKeySequence(u"Alt+Return"_s).toString(QKeySequence::NativeText), u"Alt+Entrée"_s);
   std::string textes;
-  Robot robot;
   robot.Attend("DialogImpression", [&](QDialog& dialogue) {
     for (const QWidget* w : dialogue.findChildren<QWidget*>())
       for (const char* texte : {"text", "title"}) textes += w->property(texte).toString().toStdString() + "|";
@@ -275,7 +270,6 @@ TEST_F(ApercuTest, SansDossierTemporaire) {
 
 TEST_F(ApercuTest, ExporteEnPdf) {
   Ouvre(330);
-  Robot robot;
   robot.Attend("DialogPdf", [&](QDialog& dialogue) {
     auto& fichiers = dynamic_cast<QFileDialog&>(dialogue);
     EXPECT_EQ(QFileInfo(fichiers.selectedFiles().value(0)).fileName(), u"Etat-d-été-2003.pdf"_s);
@@ -289,7 +283,6 @@ TEST_F(ApercuTest, ExporteEnPdf) {
 }
 
 TEST_F(ApercuTest, LeFormulaireDitCeQuOnEnFait) {
-  Robot robot;
   const auto clique = [&](const char* bouton) {
     robot.Attend("DialogPeriode", [=](QDialog& d) { Clique(Trouve<QPushButton>(d, bouton)); });
   };
@@ -332,7 +325,6 @@ TEST_F(ApercuTest, UnClicChangeDeStyle) {
 }
 
 TEST_F(ApercuTest, LaFeuilleEstGardee) {
-  Robot robot;
   robot.Attend("DialogMiseEnPage", [](QDialog& dialogue) { dialogue.accept(); });
   Impression->Configure();
   EXPECT_EQ(App().Reglages.LitIni("Fenlor", "Mise en page"), "A4, 0, 100, 100, 100, 100");

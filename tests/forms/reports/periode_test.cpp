@@ -152,7 +152,6 @@ TEST_F(PeriodeTest, Periode) {
   EXPECT_EQ(Criteres.au, FaitDate(5, 1, 2002));
   EXPECT_EQ(App().Reglages.LitIni("Préférences"_w, "Periode"), "4");
 
-  Robot robot;
   robot.Attend("DialogPeriode", [&](QDialog& dialogue) {
     EXPECT_TRUE(Case(dialogue, "periode").isChecked());
     QTest::keyClick(&dialogue, Qt::Key_Escape);

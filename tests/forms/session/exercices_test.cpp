@@ -41,7 +41,6 @@ class FormesExercices : public UiDeTest {
  protected:
   /// Runs the new-exercice form with one gesture; true when it ended with OK.
   bool Nouveau(std::function<void(QDialog&)> geste, const std::string& nomImpose = {}) {
-    Robot robot;
     robot.Attend("DialogNewExercice", std::move(geste));
     destination.clear();
     return CDialogNewExercice(Ui, destination, nullptr, nomImpose).Execute();
@@ -57,7 +56,6 @@ class FormesExercices : public UiDeTest {
 
 TEST_F(FormesExercices, DuPremierDemarrageAUnExerciceOuvert) {
   unsigned options = 0;
-  Robot robot;
   robot.Attend("DialogNewExercice", [](QDialog& f) {
     EXPECT_TRUE(Trouve<QRadioButton>(f, "annuel").isChecked());
     EXPECT_EQ(Dates(f), "2003 01/01/2003 31/12/2003");
@@ -149,7 +147,6 @@ TEST_F(FormesExercices, Ouvrir) {
   Exercices({"2001", "2002", "2003"});
   ASSERT_TRUE(Magasin().Reglages().Ecrit("2001", "Cloture", "10/02/2002"));
   ASSERT_TRUE(Magasin().Reglages().Ecrit("2002", "AFFICHERDOUBLE", "Oui"));
-  Robot robot;
   robot.Attend("DialogOpenExercice", [](QDialog& f) {
     auto& liste = Trouve<QListWidget>(f, "exercices");
     ASSERT_EQ(liste.count(), 3);
@@ -174,7 +171,6 @@ TEST_F(FormesExercices, MotDePasse) {
   EXPECT_TRUE(CDialogPassword(Ui).Execute()) << "no password: no window";
   PoseMotDePasse();
   CommandeFermerExercice(Ui);
-  Robot robot;
   robot.Attend("DialogOpenExercice", [](QDialog& f) {
     Trouve<QListWidget>(f, "exercices").setCurrentRow(0);
     Clique(Bouton(f, u"&Ok"_s));

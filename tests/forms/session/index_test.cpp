@@ -16,7 +16,6 @@ class FormeIndex : public UiDeTest {
   FormeIndex() { EXPECT_TRUE(CreeExercice("2003")); }
   /// Runs the command with one gesture on the form.
   void Reconstruit(std::function<void(QDialog&)> geste) {
-    Robot robot;
     robot.Attend("DialogIndex", std::move(geste));
     CDialogIndex(Ui).Execute();
   }
