@@ -79,6 +79,7 @@ TEST(CalculCompta, ArreteNeChangeRien) {
   EXPECT_EQ(textes,
             (std::vector<std::string>{"Calcul des cumuls", "Mise à zéro du fichier PLAN\n\nen cours..."_w,
                                       "Recalcul des cumuls\n\nen cours..."}));
+  EXPECT_EQ(livres.evenements[livres.evenements.size() - 2].valeur, 5u) << "the last line";
   const u64 synchros = livres->NbSynchros();
   ASSERT_TRUE(livres->QVCalculCompta("2003", s));
   EXPECT_EQ(livres->NbSynchros(), synchros) << "a second run finds nothing to write";

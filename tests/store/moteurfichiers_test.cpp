@@ -27,6 +27,18 @@ class ClesSurDisqueTest : public ::testing::Test {
     EXPECT_EQ(m_systeme.Mesure(m_dossier / "COMPTES.idx", e), 0);
     return e;
   }
+  /// Changes both copies of the header of the accounts.
+  void ChangeEntete(const std::function<void(EnteteDat&)>& change) {
+    std::string octets = LitFichier(m_dossier / "COMPTES.dat");
+    for (const std::size_t place : {0u, 512u}) {
+      u8* copie = reinterpret_cast<u8*>(octets.data() + place);
+      EnteteDat entete;
+      ASSERT_TRUE(FichierDat::Decode(copie, entete));
+      change(entete);
+      FichierDat::Code(entete, copie);
+    }
+    EcritFichier(m_dossier / "COMPTES.dat", octets);
+  }
   DossierTemporaire m_dossier;
   SystemePosix m_systeme;
   FabriqueLmdb m_lmdb;
@@ -242,17 +254,7 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
       {"zéros", ErrEndommage, [&] { ecrit(0, std::string(1024, '\0')); }},
       {"texte", ErrEndommage, [&] { std::ofstream(dat) << std::string(3000, 'x'); }},
       {"version à venir", ErrFormat,
-       [&] {
-         u8 octets[1024] = {};
-         std::ifstream(dat, std::ios::binary).read(reinterpret_cast<char*>(octets), sizeof octets);
-         EnteteDat entete;
-         for (const int place : {0, 512}) {
-           ASSERT_TRUE(FichierDat::Decode(octets + place, entete));
-           entete.version = VersionSommes + 1;
-           FichierDat::Code(entete, octets + place);
-         }
-         ecrit(0, std::string(reinterpret_cast<char*>(octets), sizeof octets));
-       }},
+       [&] { ChangeEntete([](EnteteDat& entete) { entete.version = VersionSommes + 1; }); }},
       {"autre fichier", ErrFormat,
        [&] { fs::copy_file(m_dossier / "BANQUE.dat", dat, fs::copy_options::overwrite_existing); }},
   };
@@ -268,6 +270,20 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
   Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ");
+}
+
+TEST_F(ClesSurDisqueTest, DeDeuxComptesDUnNumeroLeDernierCompteEtUneListeLibreNeMentPas) {
+  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  ASSERT_TRUE(livres.Ouvre());
+  const Plan second = Compte("5120000000", "NEUF"), sansPlace = Compte("6060000000", "");
+  ASSERT_TRUE(livres.moteur.Ajoute(FichierComptes, &second));
+  ASSERT_TRUE(livres.Supprime<Plan>(FichierComptes, 2) && livres.moteur.FermeCabinet());
+  fs::remove(m_dossier / "COMPTES.idx");
+  ChangeEntete([](EnteteDat& entete) { ++entete.libres; });
+  ASSERT_TRUE(livres.Ouvre());
+  EXPECT_EQ(livres.Comptes(), "5120000000=NEUF ");
+  EXPECT_FALSE(livres.moteur.Ajoute(FichierComptes, &sansPlace));
+  EXPECT_EQ(livres.moteur.Erreur(), ErrEndommage);
 }
 
 /// Files have random ids; a recovery takes them in the order of their numbers all the same.
