@@ -168,15 +168,18 @@ TEST_F(ImportReleve, LaFormeRetenueSuitLaBanque) {
 TEST_F(ImportReleve, CeQuiResteDehors) {
   // The last day of the exercice and the day behind; a currency that the books do not know; a row without a
   // date.
-  EXPECT_EQ(Importe("Date;Libellé;Montant;Devise\n31/12/2003;a;1;EUR\n01/01/2004;b;2;EUR\n30/12/"
-                    "2003;c;3;USD\nx;d;4;EUR\n"
-                    "29/12/2003;e;65,60;FRF\n"),
+  EXPECT_EQ(Importe("Date;Date valeur;Libellé;Montant;Devise\n31/12/2003;02/01/2004;a;1;EUR\n"
+                    "01/01/2004;;b;2;EUR\n30/12/2003;;c;3;USD\nx;;d;4;EUR\n29/12/2003;;e;65,60;FRF\n"),
             "2/0/1/2");
   const auto operations = LitOperations(App(), Compte512);
   ASSERT_EQ(operations.size(), 2u);
   EXPECT_EQ(Centimes(operations[0].rec.MontantFranc), 6560);
   EXPECT_EQ(Centimes(operations[0].rec.MontantEuro), 1000);
   EXPECT_EQ(Centimes(operations[1].rec.MontantFranc), 656);
+  EXPECT_EQ(operations[0].rec.DateValeur, FaitDate(29, 12, 2003));
+  EXPECT_EQ(operations[1].rec.DateValeur, FaitDate(2, 1, 2004));
+  Importe("Solde (FRANCS);8 098,18\nDate;Libellé;Montant en francs\n28/11/2003;Achat;-81,99\n");
+  EXPECT_FALSE(LitSoldeReleve(App(), Compte512).value().euro);
 }
 
 TEST_F(ImportReleve, ResteConnueApresSonDepartEtEnUneSynchronisation) {
@@ -193,12 +196,14 @@ TEST_F(ImportReleve, ResteConnueApresSonDepartEtEnUneSynchronisation) {
     ASSERT_FALSE(SupprimeOperation(App(), o.position, true));
   EXPECT_EQ(Importe(octets), "0/" + fait.substr(0, fait.find('/')) + "/0/0");
   EXPECT_EQ(NombreDe<CBanques>(), 0u);
-  // An older balance leaves the later one.
-  std::string ancien = octets;
-  ancien.replace(ancien.find("<DTASOF>20031231"), 16, "<DTASOF>20030131");
-  ancien.replace(ancien.find("50.00\n", ancien.find("BALAMT")), 5, "10.00");
-  Importe(ancien);
-  EXPECT_EQ(Centimes(LitSoldeReleve(App(), Compte512)->montant), 5000);
+  // An older balance leaves the later one, as does one behind the exercice.
+  for (const char* jour : {"<DTASOF>20030131", "<DTASOF>20040101"}) {
+    std::string autre = octets;
+    autre.replace(autre.find("<DTASOF>20031231"), 16, jour);
+    autre.replace(autre.find("50.00\n", autre.find("BALAMT")), 5, "10.00");
+    Importe(autre);
+    EXPECT_EQ(Centimes(LitSoldeReleve(App(), Compte512)->montant), 5000) << jour;
+  }
 }
 
 class ImportSurDisque : protected DisqueDeTest, public ImportReleve {
@@ -211,6 +216,9 @@ TEST_F(ImportSurDisque, LeSoldeVaAvecLesOperations) {
   const std::string octets =
       FabriqueReleve(FormatReleve::Ofx, 0, OperationsVraies(1, FaitDate(1, 3, 2003), 31), 5000);
   const auto solde = [&] { return LitSoldeReleve(App(), Compte512).has_value(); };
+  const auto numero = [&] {
+    return !App().Reglages.LitIni(Texte(SecReleves), TexteFormat(CleNumeroBanque, {Compte512})).empty();
+  };
   CBanques banques(App(), App().PathExercice);
   CReleves releves(App(), App().PathExercice);
   ASSERT_TRUE(banques.OpenFile() && releves.OpenFile());
@@ -225,6 +233,7 @@ TEST_F(ImportSurDisque, LeSoldeVaAvecLesOperations) {
     const bool ecrit = fait.ends_with("/0/0/0");
     refuses += !ecrit;
     ASSERT_EQ(solde(), ecrit) << "failure " << essais << ": " << fait;
+    ASSERT_EQ(numero(), ecrit) << "failure " << essais << ": " << fait;
     ASSERT_EQ(EnAttente().empty(), !ecrit) << "failure " << essais << ": " << fait;
     if (!ecrit) continue;
     ASSERT_TRUE(Magasin().QVReprend(false));

@@ -127,6 +127,8 @@ TEST_F(Reprises, LaCorbeilleRendCeQuiFutSupprime) {
   EXPECT_EQ(corbeille().size(), 1u);
   Magasin().FixeAujourdhui(FaitDate(14, 6, 2003));
   EXPECT_EQ(corbeille().size(), 0u);
+  for (const u32 reste : {une, deux}) ASSERT_EQ(SupprimeEcriture(App(), reste).numero, 0u);
+  EXPECT_GT(corbeille().at(0).numero, corbeille().at(1).numero) << "no number comes again";
   ASSERT_TRUE(App().Reglages.EcritIniExercice({}, "Cloture", "1"));
   EXPECT_EQ(RestaureSuppression(App(), 1, mouvement).numero, ErrExerciceCloture.numero);
 }

@@ -1,4 +1,5 @@
 #include "journal/cabinetmedical.h"
+#include "journal/corbeille.h"
 #include "journal/textes.h"
 #include "journal/traitements.h"
 
@@ -210,6 +211,11 @@ TEST_F(CommandesTest, SuppressionDUneEcritureLiee) {
         << "the record goes with the entry";
     EXPECT_EQ(c.messages, r && !r.dit ? 1u : 0u) << "of a record that is gone nothing is shown";
   }
+  std::vector<Suppression> corbeille;
+  u32 rendue = 0;
+  ASSERT_FALSE(LitCorbeille(App(), corbeille));
+  ASSERT_FALSE(RestaureSuppression(App(), corbeille.at(0).numero, rendue));
+  EXPECT_EQ(0u, u32{Entete(rendue).LienId}) << "that record is gone";
 }
 
 TEST_F(CommandesTest, Validation) {
@@ -246,6 +252,7 @@ TEST_F(CommandesTest, Validation) {
 }
 
 TEST_F(CommandesTest, Rapprochement) {
+  Magasin().FixeAujourdhui(FaitDate(20, 3, 2003));
   EXPECT_EQ(unsigned{QuestionRapprocher}, RapprocheEcriture(App(), m_standard, true).numero) << "answered no";
   EXPECT_EQ((std::vector<u32>{0, 0, 0}), Rapprochees(m_standard));
   EXPECT_EQ("Date\t\t: 15/03/2003\nLibellé\t\t: Essai\nDébit\t\t: 50,00 €\n\nRapprocher cette écriture?",
@@ -256,7 +263,8 @@ TEST_F(CommandesTest, Rapprochement) {
   const Line banque = Lignes(m_standard)[1];
   EXPECT_EQ(Long("512"), LitTexte(banque.RappCompte));
   EXPECT_EQ("Essai", LitTexte(banque.RappLibelle));
-  EXPECT_EQ(FaitDate(15, 3, 2003), u32{banque.RappDateValeur});
+  EXPECT_EQ(FaitDate(15, 3, 2003), u32{banque.RappDate});
+  EXPECT_EQ(FaitDate(20, 3, 2003), u32{banque.RappDateValeur});
   EXPECT_EQ(50, f64{banque.RappEuro});
   EXPECT_EQ(1u, u32{banque.RappSens});
   EXPECT_EQ(50, f64{LitCompte("512").RappCreditEuro});

@@ -233,6 +233,7 @@ TEST_F(OptionsTva, ListeAppliquee) {
   EXPECT_FALSE(AppliqueComptesTva(App(), lignes, comptes));
   EXPECT_EQ(comptes, 0u);
   ASSERT_TRUE(PoseCompte("4459", Autre, "TVA01", "Code pris"));
+  EXPECT_EQ(AppliqueComptesTva(App(), {lignes[0], {0, Long("4459"), 7}}, comptes).numero, 3070u);
   lignes[0].taux = 20;
   lignes.push_back({0, Long("4453"), 5.5});
   lignes.push_back({0, Long("4454"), 2.1});
