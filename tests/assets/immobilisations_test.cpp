@@ -205,6 +205,7 @@ TEST_F(Immobilisations, CessionEtRebutDansLeurOrdre) {
       {"3013 date", {D("14/03/2001"), 10, false}},
       {"3014 date", {NextDate(jour), 10, true}},
       {"", {D("15/03/2001"), 10, false}},
+      {"", {D("18/02/2002"), 10, false}},
       {"", {jour, 10, true}},
   };
   for (const auto& c : cas) {

@@ -101,7 +101,9 @@ TEST_F(Commandes, CreationEtMonnaie) {
 TEST_F(Commandes, ListeEtExerciceCourant) {
   EXPECT_EQ(Lance({"balance"}).statut, StatutRefuse);
   Cree({"--exercice", "2003", "--tva"});
-  Cree({"--exercice", "2004"});
+  EXPECT_EQ(Lance({"--json", "creer", "--exercice", "2004"}).sortie,
+            R"({"nom":"2004","debut":"01/01/2004","fin":"31/12/2004","euro":true,"tva":false})"
+            "\n");
   const auto lignes = Lance({"exercices", "--json"}).Lignes();
   ASSERT_EQ(lignes.size(), 2u);
   EXPECT_EQ(
@@ -271,6 +273,7 @@ TEST_F(Commandes, ImportRefuseParLigne) {
   EXPECT_EQ(lignes.sortie, "JOURNAL : 2 enregistrement(s) importé(s), 1 refusé(s).\n");
   EXPECT_NE(lignes.erreurs.find("Erreur 3049, ligne 2 :"), std::string::npos) << lignes.erreurs;
   EXPECT_EQ(Journal().size(), 1u);
+  EXPECT_EQ(Balance().at("706")["DebitEuro"], 5);
 }
 
 TEST_F(Commandes, VerifierRecalculer) {

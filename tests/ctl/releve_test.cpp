@@ -41,6 +41,12 @@ TEST_F(CtlReleve, EssaiPuisImportPuisRien) {
   }
   EXPECT_THAT(loyers.sortie, HasSubstr("Importées : 1"));
   EXPECT_THAT(loyers.erreurs, HasSubstr("ses numéros ne comptent pas"));
+  const std::string deux = Cabinet("deux.qif");
+  EcritFichier(deux,
+               "!Account\nNUN\n^\n!Type:Bank\nD01/03/2003\nT1\n^\n!Account\nNDEUX\n^\n!Type:Bank\n"
+               "D01/03/2003\nT2\n^\n");
+  Essaie({"releve", "importer", deux, "--compte", "BQ", "--essai"},
+         {{{}, StatutRefuse, "UN, DEUX"}, {{"--numero", "DEUX"}, StatutFait, "2,00 EUR"}});
   Essaie({"releve", "importer"}, {{{fichier, "--compte", "BQ", "--format", "qif"}, StatutRefuse, ""},
                                   {{Cabinet("rien"), "--compte", "BQ"}, StatutRefuse, "3011"},
                                   {{fichier, "--compte", "706"}, StatutRefuse, ""},

@@ -270,6 +270,9 @@ TEST_F(Dossier, CeQuiSeGarde) {
   for (const char* faux : {"Fenlor_c_2003_20030231_1000.fnz", "Fenlor_c_2003_20030301_1000.fnz.part",
                            "photo.fnz", "Fenlor_c_2003_20030301.fnz", "Fenlor_c_2003_20030301_1000-x.fnz"})
     EXPECT_FALSE(LitNomSauvegarde(faux, s)) << faux;
+  ASSERT_TRUE(LitNomSauvegarde("Fenlor_c_2003_20030301_1000-2.fnz", s));
+  const std::string seconde = s.heure;
+  ASSERT_TRUE(LitNomSauvegarde("Fenlor_c_2003_20030301_1000-10.fnz", s) && seconde < s.heure);
   // Every day of two years, twice a day.
   std::vector<SauvegardePresente> presentes;
   for (Date date = FaitDate(1, 1, 2002); date <= FaitDate(31, 12, 2003); date = NextDate(date))

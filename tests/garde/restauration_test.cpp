@@ -365,6 +365,21 @@ TEST(GardePannes, UnDisqueQuiNeGardePasCeQuIlAcquitte) {
   }
 }
 
+TEST(GardePannes, UnDisqueQuiRelitUneAutreSauvegarde) {
+  struct Ailleurs : SystemePosix {
+    int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
+      const bool autre = mode == Lecture && chemin.ends_with(".part") && !sienne.empty();
+      return SystemePosix::Ouvre(autre ? sienne : chemin, mode, fichier);
+    }
+    std::string sienne;
+  } systeme;
+  Garde garde(&systeme);
+  systeme.sienne = garde.Sauve();
+  garde.Saisit(1);
+  SauvegardeFaite faite;
+  EXPECT_EQ(Sauvegarde(garde.App(), {garde.ailleurs.Chemin(), false, {}}, faite).numero, 3524u);
+}
+
 TEST(GardePannes, UneRestaurationSurUnDisqueQuiManque) {
   // Drives that vanish, folders that cannot be written, full disks: at some call, once or from there on.
   SystemeSansSynchro posix;

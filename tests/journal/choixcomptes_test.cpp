@@ -53,6 +53,7 @@ TEST_F(ChoixComptes, RechercheParCode) {
       {"z", "zot"},       {"ZOT", "zot"},   {"ZOTS", ""},         {"", ""},
       {"   ", ""},        {"OYER", ""},     {"É", "éclair"},
   };
+  EXPECT_EQ("706", CompteTape(ComptesParNumero(App()), "706")->court) << "before 7065, whose code it begins";
   for (const auto& comptes : {ComptesParCode(App(), Depense), ComptesParNumero(App())})
     for (const Cas& c : cas) {
       const CompteOffert* compte = CompteDeCode(comptes, DepuisUtf8(c.texte).value());

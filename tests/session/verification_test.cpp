@@ -97,6 +97,13 @@ TEST_F(VerificationTest, UneEcritureFausse) {
        [](Line& l) { l.Sens = 0; },
        {"elle n'est pas équilibrée en francs : débit 1569,04, crédit 0,00.",
         "elle n'est pas équilibrée en euros : débit 239,20, crédit 0,00."}},
+      {1,
+       [](Line& l) { PoseTexte(l.ComptePrincipal, Long("699")); },
+       {"le compte principal 699 de la ligne 1 n'existe pas."}},
+      {0,
+       [](Line& l) { l.MontantFranc = -l.MontantFranc; },
+       {"le montant de la ligne 0 est négatif.",
+        "elle n'est pas équilibrée en francs : débit -527,38, crédit 784,52."}},
       {0, [](Line& l) { l.MontantEuro = std::nan(""); }, {"le montant de la ligne 0 est illisible."}},
   };
   const u32 mouvement = Enregistre(Ecriture(JournalDepenses, "6063", 119.60));
@@ -114,6 +121,12 @@ TEST_F(VerificationTest, UneEcritureFausse) {
     Force(mouvement, c.rang, [&juste](Line& l) { l = juste; });
   }
   EXPECT_EQ(Phrases{}, Verifie());
+}
+
+TEST_F(VerificationTest, UneEcritureSansNumero) {
+  const u32 mouvement = Enregistre(Ecriture(JournalRecettes, "706", 10));
+  for (const u32 rang : {1u, 0u}) Force(mouvement, rang, [](Line& l) { l.Mouvement = 0; });
+  EXPECT_EQ(Phrases{"Ecriture 0 du 15/03/2003, « Essai » : elle n'a pas de numéro."}, Verifie());
 }
 
 TEST_F(VerificationTest, UneOperationDiverseNonEquilibree) {
