@@ -122,6 +122,10 @@ TEST_F(ImportReleve, CeQuUnIdentifiantVaut) {
   // The bank counts anew in each file: "A" is another operation now, and ids say nothing.
   EXPECT_EQ(Importe(Ofx(Ligne("20030312", "-99", "A", "LOYER") + Ligne("20030310", "-10", "C", "CARTE"))),
             "1/1/0/0");
+  // What stands more than once in a file is no id.
+  EXPECT_EQ(Importe(Ofx(Ligne("20030401", "-5", "Z", "UN") + Ligne("20030402", "-6", "Z", "DEUX"))),
+            "2/0/0/0");
+  EXPECT_EQ(Importe(Ofx(Ligne("20030401", "-5", "Z", "TROIS"))), "1/0/0/0");
   // Without ids of the file's own kind labels decide, in whatever length; equal ones by their number.
   EXPECT_EQ(Importe("Date;Libellé;Montant\n10/03/2003;carte;-10\n10/03/2003;Carte;-10\n10/03/2003;CARTE;-10\n"
                     "12/03/2003;Virement;-99\n"),

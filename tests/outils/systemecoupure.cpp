@@ -328,7 +328,6 @@ void SystemeCoupure::Note(Ref sujet, std::vector<Affectation> affectations) {
 }
 
 SystemeCoupure::Synchro SystemeCoupure::PasseSynchro(const std::string& chemin) {
-  ++m_synchros;
   if (m_reste > 0 && --m_reste == 0) m_coupe = true;
   if (m_echec > 1) {
     --m_echec;
@@ -338,14 +337,6 @@ SystemeCoupure::Synchro SystemeCoupure::PasseSynchro(const std::string& chemin) 
   }
   const bool faite = !m_coupe && (m_ignore.empty() || chemin.find(m_ignore) == std::string::npos);
   return faite ? Synchro::Faite : Synchro::Ignoree;
-}
-
-std::size_t SystemeCoupure::NbEnAttente() const {
-  std::size_t total = m_noms.size();
-  for (const std::weak_ptr<Noeud>& fichier : m_fichiers) {
-    if (const Ref noeud = fichier.lock()) total += noeud->gestes.size();
-  }
-  return total;
 }
 
 int SystemeCoupure::Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) {

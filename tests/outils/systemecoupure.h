@@ -54,11 +54,6 @@ class SystemeCoupure : public Systeme {
   /// proves that the simulation would find a missing one.
   void IgnoreSynchro(std::string texte) { m_ignore = std::move(texte); }
 
-  /// Syncs asked for so far, ignored ones included.
-  u64 NbSynchros() const { return m_synchros; }
-  /// Writes, sizes and names that are not synced.
-  std::size_t NbEnAttente() const;
-
   /// Cuts, and rewrites the files to one of the possible states. The same seed
   /// gives the same state: 0 drops all in flight and what the last failed sync forgot, 1 keeps it. The
   /// object is of no more use: the machine starts again with a new one. False
@@ -113,7 +108,6 @@ class SystemeCoupure : public Systeme {
   std::vector<GesteNom> m_noms;
   std::vector<std::weak_ptr<Noeud>> m_fichiers;
   std::string m_ignore;
-  u64 m_synchros = 0;
   u64 m_reste = 0;
   u64 m_echec = 0;
   unsigned m_echecs = 0;

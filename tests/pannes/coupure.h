@@ -231,11 +231,6 @@ class Coupure : public testing::Test {
     ASSERT_EQ(m_depart.size(), 4u);
   }
 
-  void Recopie() {
-    std::filesystem::remove_all(m_dossier.Chemin() + "/essai");
-    std::filesystem::create_directories(m_dossier.Chemin() + "/essai");
-    std::filesystem::copy(m_neuf, m_essai, std::filesystem::copy_options::recursive);
-  }
   /// Reads the books as they are on the disk; complaints go to the test, or only to
   /// `plainte` when it is given.
   Livres LitLivres(const std::string& cabinet, EcrSimple& modele, std::string* plainte = nullptr) {
@@ -332,7 +327,7 @@ class Coupure : public testing::Test {
   /// A complaint goes to `plainte`.
   bool Essaie(void (*histoire)(Machine&), u64 n, u64 graine, const std::string& ignore, std::string& plainte,
               u64 manquee = 0, unsigned manquees = 1) {
-    Recopie();
+    Recopie(m_neuf, m_essai);
     if (m_sansSommes) test::OteSommes(m_essai);
     bool coupee = false;
     Livres acquis, possible;

@@ -61,7 +61,7 @@ TEST_F(Coupure, ApresUneSynchroManquee) {
 /// The power goes when all was told as brought home, and nothing that is in flight arrives.
 TEST_F(Coupure, CeQuUneSynchroManqueeAOublieEstEcritEncore) {
   const auto joue = [&](const std::function<void(Machine&, SystemeCoupure&)>& histoire) {
-    Recopie();
+    Recopie(m_neuf, m_essai);
     Livres acquis;
     {
       SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
@@ -126,7 +126,7 @@ TEST_F(Coupure, DansLaSeanceApresUneMortDansUneSynchroManquee) {
     bool coupee = true;
     for (u64 n = 1; coupee && !HasFailure(); ++n) {
       for (u64 graine = 2; graine < 2 + graines && (mort || graine == 2); ++graine, ++essais) {
-        Recopie();
+        Recopie(m_neuf, m_essai);
         std::vector<Livres> bons;
         SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
         systeme.EchoueSynchro(manquee);
@@ -175,7 +175,7 @@ TEST_F(Coupure, UneUniteRefuseeNeRevientPas) {
     const u64 n = (dAutres ? 2 : 3) + essai / 4 % 3, graine = essai / 12 * 2;
     SCOPED_TRACE(testing::Message() << "behind others " << dAutres << ", death " << meurt << ", cut at " << n
                                     << ", fate " << graine);
-    Recopie();
+    Recopie(m_neuf, m_essai);
     Livres acquis;
     SystemeCoupure systeme(m_dossier.Chemin() + "/essai");
     {

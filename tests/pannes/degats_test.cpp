@@ -179,8 +179,7 @@ TEST_P(DegatsTest, RefusClairOuReparation) {
     const std::string autre = m_dossier.Chemin() + (std::string(etat) == "a" ? "/b" : "/autreouvert");
     ASSERT_TRUE(fs::exists(source + "/" + fichier)) << fichier;
 
-    fs::remove_all(essai);
-    fs::copy(source, essai, fs::copy_options::recursive);
+    Recopie(source, essai);
     const Temoin temoin{Lignes(Ctl({"--cabinet", essai, "exporter", "JOURNAL"})),
                         Lignes(Ctl({"--cabinet", essai, "exporter", "COMPTES"}))};
     ASSERT_GE(temoin.lignes, 3 * (NbEcritures - 1));
@@ -195,26 +194,17 @@ TEST_P(DegatsTest, RefusClairOuReparation) {
       if (fichier != echange)
         contenus.emplace_back(std::string("contenu de ") + echange, LitFichier(source + "/" + echange));
     }
+    contenus.emplace_back("absent", "");
+    contenus.emplace_back("un dossier", "");
     for (const auto& [nom, contenu] : contenus) {
       SCOPED_TRACE(fichier + ", " + nom + ", from \"" + etat + "\"");
-      fs::remove_all(essai);
-      fs::copy(source, essai, fs::copy_options::recursive);
-      EcritFichier(essai + "/" + fichier, contenu);
-      EXPECT_EQ(Essaie(essai, temoin), "");
-    }
-    {
-      SCOPED_TRACE(fichier + ", absent, from \"" + etat + "\"");
-      fs::remove_all(essai);
-      fs::copy(source, essai, fs::copy_options::recursive);
-      fs::remove(essai + "/" + fichier);
-      EXPECT_EQ(Essaie(essai, temoin), "");
-    }
-    {
-      SCOPED_TRACE(fichier + ", a directory in its place, from \"" + etat + "\"");
-      fs::remove_all(essai);
-      fs::copy(source, essai, fs::copy_options::recursive);
-      fs::remove(essai + "/" + fichier);
-      fs::create_directory(essai + "/" + fichier);
+      Recopie(source, essai);
+      const std::string chemin = essai + "/" + fichier;
+      if (nom == "absent" || nom == "un dossier")
+        fs::remove(chemin);
+      else
+        EcritFichier(chemin, contenu);
+      if (nom == "un dossier") fs::create_directory(chemin);
       EXPECT_EQ(Essaie(essai, temoin), "");
     }
   }
@@ -270,8 +260,7 @@ TEST_F(UnDegat, UnBitNePasseJamaisEnSilence) {
   std::vector<std::pair<std::string, std::string>> fichiers;
   for (const char* etat : {"/a", "/ouvert"}) {
     const std::string source = m_dossier.Chemin() + etat;
-    fs::remove_all(essai);
-    fs::copy(source, essai, fs::copy_options::recursive);
+    Recopie(source, essai);
     sains[etat] = Montre(essai);
     ASSERT_EQ(sains[etat].erreurs, "");
     for (const auto& entree : fs::recursive_directory_iterator(source))
@@ -280,8 +269,7 @@ TEST_F(UnDegat, UnBitNePasseJamaisEnSilence) {
   }
   for (unsigned n = Nombre("FENLOR_BASCULES", 100); n > 0; --n) {
     const auto& [etat, fichier] = fichiers[hasard() % fichiers.size()];
-    fs::remove_all(essai);
-    fs::copy(m_dossier.Chemin() + etat, essai, fs::copy_options::recursive);
+    Recopie(m_dossier.Chemin() + etat, essai);
     std::string contenu = LitFichier(essai + fichier);
     // The log is mostly empty: what it holds stands at the beginnings of its areas.
     const std::size_t sous =

@@ -23,11 +23,6 @@ class MortsConversion : public testing::Test {
     m_hasard.seed(graine);
   }
 
-  void Recopie() {
-    fs::remove_all(m_cabinet);
-    fs::copy(m_ancien, m_cabinet, fs::copy_options::recursive);
-  }
-
   /// All that the books show, once what is left of their conversion is done.
   std::string Montre() {
     std::string tout;
@@ -62,7 +57,7 @@ class MortsConversion : public testing::Test {
   /// Each kill comes at any moment of the time that a whole conversion takes.
   void TueEnChemin() {
     test::OteSommes(m_ancien);
-    Recopie();
+    Recopie(m_ancien, m_cabinet);
     const unsigned toutes = VoitFormes().anciennes;
     const std::vector<std::string> verbe = {"--cabinet", m_cabinet, "balance"};
     const auto debut = std::chrono::steady_clock::now();
@@ -76,7 +71,7 @@ class MortsConversion : public testing::Test {
 
     const unsigned morts = Nombre("FENLOR_MORTS", 10);
     unsigned enChemin = 0, tues = 0, finies = 0, compares = 0;
-    Recopie();
+    Recopie(m_ancien, m_cabinet);
     bool touchee = false;
     for (unsigned tour = 0; (enChemin < morts || touchee) && tour < 20 * morts + 100; ++tour) {
       Enfant enfant(verbe, "/dev/null");
@@ -95,7 +90,7 @@ class MortsConversion : public testing::Test {
         EXPECT_EQ(VoitFormes().enChemin, 0u) << "a new file was left";
         ++compares;
       }
-      Recopie();
+      Recopie(m_ancien, m_cabinet);
       touchee = false;
     }
     std::cout << tues << " killed, " << enChemin << " conversions on the way, " << finies << " done, "

@@ -3,7 +3,6 @@
 // seed.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <iostream>
 #include <random>
 
@@ -51,10 +50,6 @@ class MortsRapprochement : public testing::Test {
     ASSERT_EQ(Ctl({"--cabinet", m_modele, "saisir", "--tout"}, ecritures).statut, 0);
     ASSERT_EQ(Ctl({"--cabinet", m_modele, "rapprochement", "ajouter"}, operations).statut, 0);
   }
-  void Recopie() {
-    std::filesystem::remove_all(m_cabinet);
-    std::filesystem::copy(m_modele, m_cabinet, std::filesystem::copy_options::recursive);
-  }
   /// Operations in lines; each operation stands once, waiting or in a line.
   unsigned Rapprochees() {
     Verifie(m_cabinet);
@@ -78,7 +73,7 @@ class MortsRapprochement : public testing::Test {
 TEST_F(MortsRapprochement, RienNEstAMoitieRapproche) {
   unsigned faits = 0;
   for (unsigned tour = 0; (!m_chasse.Assez() || faits == 0) && tour < 4 * m_chasse.voulus + 40; ++tour) {
-    Recopie();
+    Recopie(m_modele, m_cabinet);
     m_chasse.Lance({"--cabinet", m_cabinet, "rapprochement", "automatique", "--compte", m_comptes.banque});
     const unsigned rapprochees = Rapprochees();
     ASSERT_TRUE(rapprochees == 0 || rapprochees == Operations) << "the run is one unit";
@@ -94,7 +89,7 @@ TEST_F(MortsRapprochement, ChaqueOuiTient) {
   unsigned tues = 0, dits = 0, sansQuestion = 0;
   Chasse chasse(m_hasard, ~0u);  // one that ends tells nothing
   for (unsigned tour = 0; tues < m_chasse.voulus && tour < 8 * m_chasse.voulus + 40; ++tour) {
-    Recopie();
+    Recopie(m_modele, m_cabinet);
     const Resultat r = chasse.Lance({m_cabinet, m_comptes.banque}, "/dev/null", "rapprochementconfirme");
     const bool tue = r.statut == 128 + 9;
     ASSERT_TRUE(tue || r.statut == 0);

@@ -204,6 +204,12 @@ std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string&
   return ligne.dump() + "\n";
 }
 
+void Recopie(const std::string& de, const std::string& vers) {
+  fs::remove_all(vers);
+  fs::create_directories(fs::path(vers).parent_path());
+  fs::copy(de, vers, fs::copy_options::recursive);
+}
+
 void CreeCabinet(const std::string& cabinet) {
   const Resultat r = Ctl({"--cabinet", cabinet, "creer", "--exercice", "2003", "--euro", "--tva"});
   ASSERT_EQ(r.statut, 0) << r.erreurs;

@@ -96,6 +96,9 @@ f64 MontantTresorerie(const std::vector<Json>& lignes);
 std::string LigneSaisie(const Comptes& comptes, bool recette, const std::string& libelle, f64 ttc,
                         f64 professionnel);
 
+/// Puts a copy of a practice in the place of another one.
+void Recopie(const std::string& de, const std::string& vers);
+
 /// Makes a practice with exercice "2003", in Euro, subject to VAT.
 void CreeCabinet(const std::string& cabinet);
 

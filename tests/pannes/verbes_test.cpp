@@ -170,11 +170,6 @@ class Verbes : public testing::Test {
     }
   }
 
-  void Recopie() {
-    fs::remove_all(m_essai);
-    fs::copy(m_modele, m_essai, fs::copy_options::recursive);
-  }
-
   /// What fenlorctl prints; a refusal goes to `plainte`.
   std::string Montre(std::vector<std::string> arguments, std::string& plainte) {
     arguments.insert(arguments.begin(), {"--cabinet", m_essai, "--exercice", "2003"});
@@ -225,7 +220,7 @@ TEST_F(Verbes, TuesEnChemin) {
     Issue& issue = issues.try_emplace(verbe.nom, Issue{{}, {}, {m_hasard, morts, 30'000}}).first->second;
     std::string plainte;
     if (issue.apres.empty()) {
-      Recopie();
+      Recopie(m_modele, m_essai);
       issue.avant = Etat(plainte);
       ASSERT_EQ(plainte, "");
       test::EcritFichier(m_entree, verbe.entree);
@@ -234,7 +229,7 @@ TEST_F(Verbes, TuesEnChemin) {
       issue.apres = Etat(plainte);
       ASSERT_EQ(plainte, "");
     }
-    Recopie();
+    Recopie(m_modele, m_essai);
     test::EcritFichier(m_entree, verbe.entree);
     tues += issue.chasse.Lance(verbe.arguments, m_entree).statut == 128 + 9;
     std::string etat = Etat(plainte);
@@ -267,7 +262,7 @@ TEST_F(Verbes, ChaqueAppelDuSystemeQuiManque) {
       (fs::read_symlink("/proc/self/exe").parent_path() / "libappelsfautifs.so").string();
   const std::string compte = m_dossier.Chemin() + "/compte", erreurs = m_dossier.Chemin() + "/erreurs";
   const auto lance = [&](const Verbe& verbe, long rang, bool toujours) {
-    Recopie();
+    Recopie(m_modele, m_essai);
     test::EcritFichier(m_entree, verbe.entree);
     std::vector<std::string> arguments = {
         "-c", "exec timeout 60 env LD_PRELOAD=" + biblio + " FENLOR_APPEL=" + std::to_string(rang) +
@@ -284,7 +279,7 @@ TEST_F(Verbes, ChaqueAppelDuSystemeQuiManque) {
   unsigned essais = 0, dits = 0;
   for (const Verbe& verbe : m_verbes) {
     std::string plainte;
-    Recopie();
+    Recopie(m_modele, m_essai);
     const std::string avant = Etat(plainte);
     const Resultat entier = lance(verbe, 0, false);
     ASSERT_EQ(entier.statut, 0) << verbe.nom << entier.erreurs;

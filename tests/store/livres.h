@@ -116,6 +116,7 @@ class Livres {
     OptionsQVAPI options;
     options.systeme = &m_systeme;
     if (m_clesEnMemoire) options.cles = &m_cles;
+    options.tailleReprise = 64u << 10;  // large units go behind the file early
     options.dossierRegistre = options.dossierRegistreMachine = m_dossier / "registre";
     m_magasin = std::make_unique<QVAPI>(options);
     ASSERT_TRUE(m_magasin->QVOpenSession(1));
