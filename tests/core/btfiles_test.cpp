@@ -171,22 +171,5 @@ TEST_F(FichiersTest, ClesEnDefaut) {
   Verifie(FichierComptes);
 }
 
-TEST_F(FichiersTest, AjoutDansUneUniteAnnulee) {
-  CPlan plan(App(), Path());
-  ASSERT_TRUE(plan.OpenFile());
-  Pose(plan, "6789", "A");
-  ASSERT_TRUE(plan.Add());
-  {
-    QVAPI::Unite unite(Magasin());
-    Pose(plan, "6789", "B");
-    ASSERT_TRUE(plan.Add());
-    Pose(plan, "6790", "C");
-    ASSERT_TRUE(plan.Add());
-  }
-  EXPECT_EQ(LitTexte(LitCompte("6789").Code), "A");
-  EXPECT_EQ(LitTexte(LitCompte("6790").Code), "");
-  Verifie(FichierComptes);
-}
-
 }  // namespace
 }  // namespace fenlor::test
