@@ -116,6 +116,7 @@ class Redacteur {
     constexpr std::string_view Balise = "TRNAMT>";
     std::vector<std::string> montants;
     for (std::size_t place = 0; (place = m_texte.find('<', place)) != std::string_view::npos; ++place) {
+      if (montants.size() == OperationsReleveMax) break;
       if (EnMajuscules(m_texte.substr(place + 1, Balise.size())) != Balise) continue;
       const std::size_t debut = place + 1 + Balise.size();
       montants.push_back(

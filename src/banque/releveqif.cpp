@@ -36,6 +36,7 @@ struct Ecritures {
     std::vector<std::string> jours, montants;
     for (std::string_view ligne; LigneSuivante(texte, ligne);) {
       ligne = SansRetrait(ligne);
+      if (jours.size() + montants.size() >= 2 * OperationsReleveMax) break;
       if (ligne.starts_with('D')) jours.push_back(JourNet(ligne.substr(1, 20)));
       if (ligne.starts_with('T')) montants.emplace_back(ligne.substr(1, 40));
     }
