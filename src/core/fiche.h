@@ -55,7 +55,8 @@ struct ChampFiche {
   ValeurChamp (*valeur)(void* fiche);
   GenreChamp genre;
   /// Field of the record (`store/champs.h`); "Prix" for an amount in the exercice's currency that
-  /// "PrixFranc" and "PrixEuro" hold. Empty: the rule stores it by itself.
+  /// "PrixFranc" and "PrixEuro" hold. Of a value that is settings, the key (UTF-8). Empty: the rule stores it
+  /// by itself.
   const char* stocke = "";
   unsigned limite = 0;  ///< characters that can be typed; 0: what the record holds of a text, else no limit
   OptionChamp option = {};
@@ -63,7 +64,7 @@ struct ChampFiche {
 };
 
 struct TableFiche {
-  const char* enregistrement;  ///< name of the record, as in `store/champs.h`
+  const char* enregistrement;  ///< name of the record, as in `store/champs.h`, or section of the settings
   std::span<const ChampFiche> champs;
   const ChampFiche* Trouve(std::string_view nom) const;  ///< null: none
   unsigned Limite(const ChampFiche& champ) const;        ///< 0: none

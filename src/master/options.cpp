@@ -15,6 +15,29 @@ namespace fenlor {
 
 namespace {
 
+template <auto membre>
+constexpr ChampFiche Reglage(const char* nom, const TexteFixe& cle, unsigned limite = 128) {
+  return {nom, Membre<membre>, GenreChamp::Texte, cle.utf8, limite};
+}
+
+constexpr ChampFiche ChampsActivite[] = {
+    Reglage<&OptionsActivite::identification>("identification", CleIdentification),
+    Reglage<&OptionsActivite::siret>("siret", CleSiret, 20),
+    Reglage<&OptionsActivite::ape>("ape", CleApe, 4),
+    Reglage<&OptionsActivite::activite>("activite", CleNatureActivite),
+    Reglage<&OptionsActivite::debut>("debut", CleDebut, 10),
+    {"afficherDouble", Membre<&OptionsActivite::afficherDouble>, GenreChamp::Drapeau}};
+constexpr ChampFiche ChampsBanque[] = {
+    {"code", Membre<&AdresseBanque::code>, GenreChamp::Texte},
+    Reglage<&AdresseBanque::identification>("identification", CleIdentification),
+    Reglage<&AdresseBanque::compte>("compte", CleCompteBancaire)};
+constexpr ChampFiche ChampsAssociation[] = {
+    Reglage<&OptionsAssociation::identification>("identification", CleIdentification),
+    Reglage<&OptionsAssociation::numero>("numero", CleNumeroAssociation),
+    Reglage<&OptionsAssociation::annee>("annee", CleAnneeAssociation)};
+constexpr ChampFiche ChampsComptable[] = {
+    Reglage<&OptionsComptable::identification>("identification", CleIdentification)};
+
 constexpr u32 CleType = 3;
 constexpr const char* RegistreUtilisateur = "HKEY_CURRENT_USER";
 constexpr int JoursMin = 1, JoursMax = 365, JoursDefaut = 90;
@@ -31,13 +54,12 @@ std::string MotDePasseStocke(CFenlorApp& app) {
 
 }  // namespace
 
+const TableFiche OptionsActivite::Table{SecActivite.utf8, ChampsActivite},
+    AdresseBanque::Table{"", ChampsBanque}, OptionsAssociation::Table{SecAssociation.utf8, ChampsAssociation},
+    OptionsComptable::Table{SecComptable.utf8, ChampsComptable};
+
 OptionsActivite LitActivite(CFenlorApp& app) {
-  OptionsActivite options;
-  options.identification = Lit(app, SecActivite, CleIdentification);
-  options.siret = Lit(app, SecActivite, CleSiret);
-  options.ape = Lit(app, SecActivite, CleApe);
-  options.activite = Lit(app, SecActivite, CleNatureActivite);
-  options.debut = Lit(app, SecActivite, CleDebut);
+  auto options = LitOptions<OptionsActivite>(app);
   const std::string dernier = app.Magasin.GetLastExercice();
   options.afficherDouble =
       !dernier.empty() && Parametres::IsOui(app.Reglages.LitIni(dernier, Texte(CleAfficherDouble)));
@@ -46,13 +68,8 @@ OptionsActivite LitActivite(CFenlorApp& app) {
 
 bool EcritActivite(CFenlorApp& app, const OptionsActivite& options) {
   assert(!app.Magasin.QVEnUnite());
-  const std::string section = Texte(SecActivite);
   LotReglages lot(app);
-  lot.Pose(section, Texte(CleIdentification), options.identification);
-  lot.Pose(section, Texte(CleSiret), options.siret);
-  lot.Pose(section, Texte(CleApe), options.ape);
-  lot.Pose(section, Texte(CleNatureActivite), options.activite);
-  lot.Pose(section, Texte(CleDebut), options.debut);
+  lot.Pose(OptionsActivite::Table, &options);
   const std::string dernier = app.Magasin.GetLastExercice();
   if (!dernier.empty()) lot.PoseOui(dernier, Texte(CleAfficherDouble), options.afficherDouble);
   if (!lot.Ecrit()) return false;
@@ -86,8 +103,9 @@ bool CompleteLignes2035(CFenlorApp& app) {
 }
 
 AdresseBanque LitAdresseBanque(CFenlorApp& app, const std::string& code) {
-  return {code, app.Reglages.LitIni(code, Texte(CleIdentification)),
-          app.Reglages.LitIni(code, Texte(CleCompteBancaire))};
+  AdresseBanque banque{code, {}, {}};
+  LitReglages(app, AdresseBanque::Table, &banque, code);
+  return banque;
 }
 
 std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app) {
@@ -108,32 +126,9 @@ bool EcritAdressesBanque(CFenlorApp& app, const std::vector<AdresseBanque>& banq
   LotReglages lot(app);
   for (const AdresseBanque& banque : banques) {
     assert(!banque.code.empty());
-    lot.Pose(banque.code, Texte(CleIdentification), banque.identification);
-    lot.Pose(banque.code, Texte(CleCompteBancaire), banque.compte);
+    lot.Pose(AdresseBanque::Table, &banque, banque.code);
   }
   lot.PoseOui(Texte(SecRapprochement), Texte(CleEspeces), especes);
-  return lot.Ecrit();
-}
-
-OptionsAssociation LitAssociation(CFenlorApp& app) {
-  return {Lit(app, SecAssociation, CleIdentification), Lit(app, SecAssociation, CleNumeroAssociation),
-          Lit(app, SecAssociation, CleAnneeAssociation)};
-}
-
-bool EcritAssociation(CFenlorApp& app, const OptionsAssociation& options) {
-  const std::string section = Texte(SecAssociation);
-  LotReglages lot(app);
-  lot.Pose(section, Texte(CleIdentification), options.identification);
-  lot.Pose(section, Texte(CleNumeroAssociation), options.numero);
-  lot.Pose(section, Texte(CleAnneeAssociation), options.annee);
-  return lot.Ecrit();
-}
-
-std::string LitComptable(CFenlorApp& app) { return Lit(app, SecComptable, CleIdentification); }
-
-bool EcritComptable(CFenlorApp& app, const std::string& identification) {
-  LotReglages lot(app);
-  lot.Pose(Texte(SecComptable), Texte(CleIdentification), identification);
   return lot.Ecrit();
 }
 

@@ -9,13 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "core/fenlorapp.h"
 #include "core/texte.h"
+#include "master/lotreglages.h"
 
 namespace fenlor {
-
-/// Characters that the fields take at most.
-constexpr int TailleIdentification = 128, TailleSiret = 20, TailleApe = 4, TailleDateDebut = 10;
 
 // -- Activity
 
@@ -26,6 +23,7 @@ struct OptionsActivite {
   std::string activite;
   std::string debut;            ///< as it was typed
   bool afficherDouble = false;  ///< of the last exercice
+  static const TableFiche Table;
 };
 OptionsActivite LitActivite(CFenlorApp& app);
 /// Also sets the session's `AfficherDouble` when the last exercice is the open one.
@@ -53,6 +51,7 @@ struct AdresseBanque {
   std::string code;            ///< of the account, name of the section
   std::string identification;  ///< name and address
   std::string compte;          ///< account number at the bank
+  static const TableFiche Table;
   bool EstVide() const { return identification.empty() && compte.empty(); }
 };
 /// Of the section of that code.
@@ -62,15 +61,16 @@ std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app);
 /// `especes`: entries in cash may be reconciled.
 bool EcritAdressesBanque(CFenlorApp& app, const std::vector<AdresseBanque>& banques, bool especes);
 
-// -- Association, accountant
+// -- Association, accountant: `LitOptions`, `EcritOptions`
 
 struct OptionsAssociation {
   std::string identification, numero, annee;
+  static const TableFiche Table;
 };
-OptionsAssociation LitAssociation(CFenlorApp& app);
-bool EcritAssociation(CFenlorApp& app, const OptionsAssociation& options);
-std::string LitComptable(CFenlorApp& app);
-bool EcritComptable(CFenlorApp& app, const std::string& identification);
+struct OptionsComptable {
+  std::string identification;
+  static const TableFiche Table;
+};
 
 // -- Password
 

@@ -13,6 +13,7 @@
 #include <functional>
 
 #include "core/fiche.h"
+#include "ui/champsfiche.h"
 #include "ui/czndialog.h"
 #include "ui/editeurs.h"
 #include "ui/suitefiches.h"
@@ -44,12 +45,10 @@ class DialogFiche : public CZNDialog {
   virtual void Montre() { MontreChamps(); }
   virtual QString Titre() const = 0;
   void MontreTitre() { setWindowTitle(Titre()); }
-  /// The fields of the form that the table names; radio buttons of a choice have its words as names.
-  void MontreChamps();
-  /// Into a value of the form's type. A field that is disabled, and an amount that cannot be read, leave
-  /// theirs as it is; one that shows the same, too: no decimals get lost.
-  void LitChamps(void* fiche);
-  void LitChamp(const char* nom, void* fiche);
+  // The fields of the form that the table names, as `ui/champsfiche.h` tells.
+  void MontreChamps() { fenlor::MontreChamps(Zone(), m_table, m_fiche); }
+  void LitChamps(void* fiche) { fenlor::LitChamps(Zone(), m_table, fiche); }
+  void LitChamp(const char* nom, void* fiche) { fenlor::LitChamp(Zone(), m_table, nom, fiche); }
 
   bool Enregistre() override;
   void Vide() override;

@@ -37,18 +37,19 @@ TEST_F(OptionsTest, UnePageRelueEstCelleQuiFutEcrite) {
   const std::string adresse = "Dr Hélène Martin\r\n3, rue de l'Œuvre\r\n  69000 Lyon "_w;
   ASSERT_TRUE(EcritActivite(App(), {adresse, "123 456 789 00012", "851C", "Médecin"_w, "01/10/1998", true}));
   EXPECT_EQ(Reglage("Activite", "Identification"), "Dr Hélène Martin\\n3, rue de l'Œuvre\\n  69000 Lyon "_w);
-  ASSERT_TRUE(EcritAssociation(App(), {"AGA\r\nRhône"_w, "101690", "1999"}));
-  ASSERT_TRUE(EcritComptable(App(), "Cabinet \"Durand\""));
+  ASSERT_TRUE(EcritOptions(App(), OptionsAssociation{"AGA\r\nRhône"_w, "101690", "1999"}));
+  ASSERT_TRUE(EcritOptions(App(), OptionsComptable{"Cabinet \"Durand\""}));
   ASSERT_TRUE(Rouvre());
   EXPECT_EQ(LitActivite(App()).identification, adresse);
-  EXPECT_EQ(LitAssociation(App()).identification, "AGA\r\nRhône"_w);
-  EXPECT_EQ(LitComptable(App()), "Cabinet \"Durand\"");
+  EXPECT_EQ(LitOptions<OptionsAssociation>(App()).identification, "AGA\r\nRhône"_w);
+  EXPECT_EQ(LitOptions<OptionsComptable>(App()).identification, "Cabinet \"Durand\"");
   // What is written again as it was read leaves the file alone; a pasted tab is no reason to fail.
   const std::string avant = Ini();
-  ASSERT_TRUE(EcritActivite(App(), LitActivite(App())) && EcritAssociation(App(), LitAssociation(App())));
+  ASSERT_TRUE(EcritActivite(App(), LitActivite(App())) &&
+              EcritOptions(App(), LitOptions<OptionsAssociation>(App())));
   EXPECT_EQ(Ini(), avant);
-  ASSERT_TRUE(EcritComptable(App(), "A\tB"));
-  EXPECT_EQ(LitComptable(App()), "A B");
+  ASSERT_TRUE(EcritOptions(App(), OptionsComptable{"A\tB"}));
+  EXPECT_EQ(LitOptions<OptionsComptable>(App()).identification, "A B");
 }
 
 TEST_F(OptionsTest, LaDoubleMonnaieEstCelleDuDernierExercice) {

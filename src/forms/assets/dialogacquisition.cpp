@@ -11,6 +11,7 @@
 #include "forms/assets/textes.h"
 #include "master/optionstva.h"
 #include "store/texte1252.h"
+#include "ui/champsfiche.h"
 #include "ui/radios.h"
 #include "ui/texteqt.h"
 
@@ -23,11 +24,6 @@ namespace {
 
 constexpr f64 pasDuree = 0.5, pasTaux = 0.1, tauxTvaMax = 100;
 constexpr int largeurNombre = 12, largeurTaux = 10;
-
-/// What stands in the field, unless that is how the value shown is written.
-void Lit(const EditeurMontant& champ, f64& valeur) {
-  if (champ.Refus() == 0 && champ.Valeur() != Arrondi2(valeur)) valeur = champ.Valeur();
-}
 
 }  // namespace
 
@@ -161,17 +157,11 @@ void CDialogAcquisition::PoseBoutons() {
 }
 
 void CDialogAcquisition::Montre() {
-  m_designation.Pose(m_fiche.designation);
   m_date.PoseReference(App().Magasin.Today());
-  m_date.Pose(m_fiche.dateAchat);
-  m_prix.Pose(m_fiche.prix);
+  MontreChamps(Zone(), FicheImmobilisation::Table, &m_fiche);
   m_tauxTva->Pose(m_fiche.tauxTva);
-  m_valeur.Pose(m_fiche.valeur);
   m_monnaie.Pose(m_fiche.monnaie != 0);
   m_monnaie.QuitteDate(m_fiche.dateAchat);
-  (m_fiche.mode == ParTaux ? m_parTaux : m_parDuree).setChecked(true);
-  QRadioButton* const types[] = {&m_lineaire, &m_degressif, &m_exceptionnel};
-  types[std::clamp<int>(m_fiche.type, Lineaire, Exceptionnel)]->setChecked(true);
   MontreMontants();
   MontreAmortissement();
   if (!FigeSiCloture()) return;
@@ -233,13 +223,12 @@ void CDialogAcquisition::QuitteEntree(EditeurPas& entree, f64 valeur) {
   if (!m_amortissement.EnListes()) entree.Pose(valeur);
 }
 
-FicheImmobilisation CDialogAcquisition::Saisie() const {
+FicheImmobilisation CDialogAcquisition::Saisie() {
   FicheImmobilisation fiche = m_fiche;
-  fiche.designation = m_designation.Valeur();
-  fiche.dateAchat = m_date.Valeur();
-  Lit(m_prix, fiche.prix);
-  Lit(*m_tauxTva, fiche.tauxTva);
-  Lit(m_valeur, fiche.valeur);
+  LitChamps(Zone(), FicheImmobilisation::Table, &fiche);
+  // A rate that shows the same is the same, however many decimals the asset has.
+  if (m_tauxTva->Refus() == 0 && m_tauxTva->Valeur() != Arrondi2(fiche.tauxTva))
+    fiche.tauxTva = m_tauxTva->Valeur();
   fiche.type = m_amortissement.Type();
   fiche.mode = m_amortissement.Mode();
   fiche.duree = m_amortissement.Duree();

@@ -40,7 +40,7 @@ class CDialogAcquisition : public CZNDialog {
   /// Shows an entry again after it was left.
   void QuitteEntree(EditeurPas& entree, f64 valeur);
   /// What is typed; amounts and rates that show the same stay as they are in the file.
-  FicheImmobilisation Saisie() const;
+  FicheImmobilisation Saisie();
   /// "&Cession", "&Rebut": the asset as it is typed goes through the form, and is then saved by OK.
   template <class Forme>
   void Finit(Refus (*controle)(const Immobilisation&));

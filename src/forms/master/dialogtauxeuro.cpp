@@ -8,7 +8,7 @@ namespace fenlor {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int TailleTaux = 10, LargeurListe = 44, LignesListe = 8;
+constexpr int TailleTaux = 10, TailleDate = 10, LargeurListe = 44, LignesListe = 8;
 }
 
 CDialogTauxEuro::CDialogTauxEuro(ContexteUi& contexte, QWidget* parent)
@@ -59,7 +59,7 @@ CDialogSaisieTaux::CDialogSaisieTaux(ContexteUi& contexte, const std::vector<Tau
   m_taux.PoseDecimales(DecimalesTauxEuro);
   Formulaire{Zone()}
       .Champ(u"&Date de validité :"_s, m_date, "date")
-      .Limite(TailleDateDebut)
+      .Limite(TailleDate)
       .Champ(u"&Taux :"_s, m_taux, "taux")
       .Limite(TailleTaux)
       .Pousse();

@@ -2,15 +2,13 @@
 // of Euro rates.
 #pragma once
 
-#include "master/options.h"
-#include "ui/cznsheet.h"
-#include "ui/editeurs.h"
+#include "forms/master/pageoptions.h"
 
 class QPushButton;
 
 namespace fenlor {
 
-class CPageOptionActivite : public CZNPage {
+class CPageOptionActivite : public PageOptions<OptionsActivite> {
   Q_OBJECT
  public:
   explicit CPageOptionActivite(ContexteUi& contexte);
@@ -18,7 +16,6 @@ class CPageOptionActivite : public CZNPage {
   bool Enregistre() override;
 
  private:
-  OptionsActivite Valeur() const;
   EditeurTexteLong m_identification;
   EditeurTexte m_siret, m_ape, m_activite;
   EditeurDate m_debut;

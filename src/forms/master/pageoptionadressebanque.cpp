@@ -1,6 +1,7 @@
 #include "forms/master/pageoptionadressebanque.h"
 
 #include "store/texte1252.h"
+#include "ui/champsfiche.h"
 
 namespace fenlor {
 
@@ -71,23 +72,21 @@ void CPageOptionAdresseBanque::Supprime() {
 }
 
 CDialogAdresseBanque::CDialogAdresseBanque(ContexteUi& contexte, const AdresseBanque& banque, QWidget* parent)
-    : CZNDialog(contexte, u"Etablissements bancaires"_s, "DialogAdresseBanque", parent) {
+    : CZNDialog(contexte, u"Etablissements bancaires"_s, "DialogAdresseBanque", parent), m_banque(banque) {
   m_identification.PoseLignes(4);
-  Formulaire{Zone()}
+  Formulaire{Zone(), &AdresseBanque::Table}
       .Champ(u"Compte associé : "_s, m_code, "code")
       .Champ(u"Nom et a&dresse : "_s, m_identification, "identification")
-      .Limite(TailleIdentification)
       .Champ(u"Numéro de &compte : "_s, m_compte, "compte")
-      .Limite(TailleIdentification)
       .Pousse();
   m_code.Pose(banque.code);
-  m_identification.Pose(banque.identification);
-  m_compte.Pose(banque.compte);
+  MontreChamps(Zone(), AdresseBanque::Table, &m_banque);
   Boutons(Mode::Simple);
 }
 
-AdresseBanque CDialogAdresseBanque::Valeur() const {
-  return {m_code.Valeur(), m_identification.Valeur(), m_compte.Valeur()};
+bool CDialogAdresseBanque::Enregistre() {
+  LitChamps(Zone(), AdresseBanque::Table, &m_banque);
+  return true;
 }
 
 }  // namespace fenlor

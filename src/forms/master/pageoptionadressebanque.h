@@ -14,9 +14,13 @@ class CDialogAdresseBanque : public CZNDialog {
   Q_OBJECT
  public:
   CDialogAdresseBanque(ContexteUi& contexte, const AdresseBanque& banque, QWidget* parent = nullptr);
-  AdresseBanque Valeur() const;
+  AdresseBanque Valeur() const { return m_banque; }
+
+ protected:
+  bool Enregistre() override;
 
  private:
+  AdresseBanque m_banque;
   Lecture m_code;
   EditeurTexteLong m_identification;
   EditeurTexte m_compte;

@@ -2,17 +2,14 @@
 // `CPageOptionComptable`, the accountant or adviser.
 #pragma once
 
-#include "ui/cznsheet.h"
-#include "ui/editeurs.h"
+#include "forms/master/pageoptions.h"
 
 namespace fenlor {
 
-class CPageOptionAssociation : public CZNPage {
+class CPageOptionAssociation : public PageOptions<OptionsAssociation> {
   Q_OBJECT
  public:
   explicit CPageOptionAssociation(ContexteUi& contexte);
-  bool Charge() override;
-  bool Enregistre() override;
 
  private:
   EditeurTexteLong m_identification;
@@ -20,12 +17,10 @@ class CPageOptionAssociation : public CZNPage {
   FinDesLiens m_finLiens{*this};
 };
 
-class CPageOptionComptable : public CZNPage {
+class CPageOptionComptable : public PageOptions<OptionsComptable> {
   Q_OBJECT
  public:
   explicit CPageOptionComptable(ContexteUi& contexte);
-  bool Charge() override;
-  bool Enregistre() override;
 
  private:
   EditeurTexteLong m_identification;

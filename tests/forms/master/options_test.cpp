@@ -88,8 +88,8 @@ TEST_F(Formulaires, PagesDeTexteEcritesEtRelues) {
   EXPECT_EQ(lue.activite, "Médecin"_w);
   EXPECT_EQ(lue.debut, "01/10/1998");
   EXPECT_TRUE(lue.afficherDouble && App().AfficherDouble);
-  EXPECT_EQ(LitAssociation(App()).annee, "1999");
-  EXPECT_EQ(LitComptable(App()), "Cabinet Durand");
+  EXPECT_EQ(LitOptions<OptionsAssociation>(App()).annee, "1999");
+  EXPECT_EQ(LitOptions<OptionsComptable>(App()).identification, "Cabinet Durand");
   EXPECT_EQ(LitMiseAJour(App()).mode, MiseAJourFinSession);
   EXPECT_EQ(LitMiseAJour(App()).jours, 30);
   const std::string ecrit = Ini();
