@@ -32,52 +32,42 @@ QString Titre(i16 journal, bool ajout) {
 }  // namespace
 
 CDialogEcriture::CDialogEcriture(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent)
-    : CZNDialog(contexte, Titre(ouverture.journal, ouverture.mouvement == 0), "DialogEcriture", parent),
-      m_ouverture(ouverture),
-      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+    : FormulaireEcriture(contexte, Titre(ouverture.journal, ouverture.mouvement == 0), "DialogEcriture",
+                         ouverture, parent),
       m_plan(contexte.App, contexte.App.PathExercice),
       m_lines(contexte.App, contexte.App.PathExercice),
       m_compte(
           contexte.App, [this] { return Comptes(); }, [this] { return NouveauCompte(); }),
       m_montants(
           contexte.App, [this](Plan& plan) { return LitCompteChoisi(plan); },
-          [this] { return m_monnaie.Euro(); }),
-      m_monnaie(contexte.App) {
-  m_lu = m_plan.OpenFile() && m_lines.OpenFile();
+          [this] { return m_monnaie.Euro(); }) {
+  m_lue = m_plan.OpenFile() && m_lines.OpenFile();
   Declare();
   m_libelle.Charge(App());
   m_ajoutLibelles = new AjoutLibelles(Contexte(), m_libelle, *this);
   PoseBoutons();
   FigeSiCloture();
-  if (!m_lu) return;
+  if (!m_lue) return;
   if (Ajout()) {
-    m_jour.Pose(m_ouverture.date);
-    m_monnaie.Pose(App().Reglages.IsEuro());
-    m_monnaie.Ouvre(m_ouverture.date);
+    Commence();
     m_tresorerie->Vide(m_ouverture.tresorerie);
     if (m_ouverture.proposition) Propose(*m_ouverture.proposition);
-    ActualiseEtat();
+    Actualise();
   } else {
-    m_lu = Charge(m_ouverture.mouvement);
+    m_lue = Charge(m_ouverture.mouvement);
   }
 }
 
 CDialogEcriture::~CDialogEcriture() = default;
 
 void CDialogEcriture::showEvent(QShowEvent* evenement) {
-  CZNDialog::showEvent(evenement);
-  // After the base noted what stood there: all of it was typed.
-  if (m_ouverture.reprise && !m_vue) Reprend(*m_ouverture.reprise);
-  m_vue = true;
-  m_garde.Commence();
+  FormulaireEcriture::showEvent(evenement);
   // Whatever else stays readable, a button that does nothing looks so.
   QPalette gris;
   gris.setColor(QPalette::Disabled, QPalette::ButtonText,
                 palette().color(QPalette::Disabled, QPalette::ButtonText));
   for (QPushButton* bouton : Zone().findChildren<QPushButton*>()) bouton->setPalette(gris);
 }
-
-int CDialogEcriture::exec() { return m_lu ? CZNDialog::exec() : static_cast<int>(Rejected); }
 
 // ------------------------------------------------------------------ The fields
 
@@ -135,7 +125,7 @@ void CDialogEcriture::DeclareEtat(Formulaire& formulaire) {
 }
 
 void CDialogEcriture::PoseBoutons() {
-  const bool voisins = !Ajout() && m_ouverture.proprietaire && !m_ouverture.consultation;
+  const bool voisins = ADesVoisins();
   const Mode mode = m_ouverture.sauve ? Mode::Simple : Ajout() ? Mode::Ajout : Mode::Modification;
   Boutons(mode, voisins);
   if (!voisins) AjouteAide();
@@ -175,7 +165,7 @@ bool CDialogEcriture::Charge(u32 mouvement) {
     m_monnaie.QuitteDate(saisie.date);
   else if (m_monnaie.Ouvre(saisie.date) && !App().Dit(LitEcriture(App(), mouvement, ecriture, true)))
     return false;
-  NoteVoisins();
+  NoteVoisins(false);
   Montre(ecriture);
   return true;
 }
@@ -193,7 +183,7 @@ void CDialogEcriture::Montre(const EcritureLue& ecriture) {
   m_montants.Pose(saisie.montants);
   m_tresorerie->Pose(ecriture);
   MontreMarques(ecriture.marques);
-  ActualiseEtat();
+  Actualise();
 }
 
 /// An entry on the personal account keeps it, though the journal does not offer it.
@@ -211,8 +201,7 @@ void CDialogEcriture::MontreMarques(const MarquesEcriture& marques) {
   m_marqueValidee.setChecked(marques.validee);
 }
 
-/// What can be typed, after every change.
-void CDialogEcriture::ActualiseEtat() {
+void CDialogEcriture::Actualise() {
   const bool permis = !Fige(), recettes = m_ouverture.journal == JournalRecettes;
   const bool montants = permis && (m_mouvement != 0 || m_compte.Choisi());
   PermetChamp(m_jour, permis);
@@ -223,14 +212,8 @@ void CDialogEcriture::ActualiseEtat() {
   m_monnaie.Permet(permis);
 
   Zone().setPalette(permis ? QPalette() : PaletteLecture());
-
-  const auto permet = [this](const char* nom, bool oui) {
-    if (auto* bouton = findChild<QPushButton*>(QLatin1String(nom), Qt::FindDirectChildrenOnly))
-      bouton->setEnabled(oui);
-  };
-  permet("ok", permis);
-  permet("precedent", m_voisins.De(-1) != 0);
-  permet("suivant", m_voisins.De(1) != 0);
+  if (auto* ok = findChild<QPushButton*>(u"ok"_s, Qt::FindDirectChildrenOnly)) ok->setEnabled(permis);
+  MontreVoisins();
 }
 
 /// What the caller knows of a new entry; the account, from which the shares follow, is left to choose.
@@ -259,10 +242,9 @@ void CDialogEcriture::Reprend(const SaisieSuspendue& reprise) {
   m_tresorerie->Retape(reprise);
   m_montants.Retape({reprise.ttc, reprise.professionnelle});
   m_reprise = true;
-  ActualiseEtat();
+  Actualise();
 }
 
-/// What would be lost with the program.
 std::optional<SaisieSuspendue> CDialogEcriture::Suspendue() const {
   const auto ligne = m_tresorerie->LigneOuverte();
   if (Fige() || (!ligne && !Modifie())) return std::nullopt;
@@ -292,7 +274,7 @@ void CDialogEcriture::CompteChange() {
                                 : std::vector<LibelleConnu>());
     MontreOffre();
   }
-  ActualiseEtat();
+  Actualise();
 }
 
 void CDialogEcriture::MontreOffre() {
@@ -324,7 +306,7 @@ void CDialogEcriture::PrendOffre() {
   m_offerte.reset();
   m_montants.OffreTtc({});
   m_offre.clear();
-  ActualiseEtat();
+  Actualise();
 }
 
 /// Lines that come to more than T.T.C. raise it.
@@ -332,7 +314,7 @@ void CDialogEcriture::TresorerieChange() {
   const f64 ttc = m_montants.Ttc(), total = m_tresorerie->Lignes().Total();
   const bool depasse = ttc == 0 ? total != 0 : ttc > 0 ? total > ttc : total < ttc;
   if (m_tresorerie->Genre() == GenreStandard && depasse) m_montants.PoseTtc(total);
-  ActualiseEtat();
+  Actualise();
 }
 
 /// Alt+U: a validated entry becomes a draft again, a linked one can be changed.
@@ -351,7 +333,7 @@ void CDialogEcriture::Deverrouille() {
     m_liee = false;
     m_delie = true;
   }
-  ActualiseEtat();
+  Actualise();
   if (!Fige()) CZNDialog::Focalise(m_jour);
 }
 
@@ -384,12 +366,10 @@ bool CDialogEcriture::Enregistre() {
   if (!Refuse(m_ouverture.sauve ? m_ouverture.sauve(saisie, faite)
                                 : EnregistreEcriture(App(), saisie, faite)))
     return false;
-  m_derniere = faite.mouvement;
   m_delie = false;
   m_tresorerie->OublieModifications();
   m_reprise = false;
-  m_garde.Oublie();
-  m_change = true;
+  NoteFaite(faite);
   return true;
 }
 
@@ -408,36 +388,16 @@ void CDialogEcriture::Vide() {
   m_montants.Vide();
   m_tresorerie->Vide();
   MontreMarques({});
-  ActualiseEtat();
+  Actualise();
 }
 
 bool CDialogEcriture::Modifie() const {
   return m_reprise || CZNDialog::Modifie() || m_tresorerie->Modifiee() || m_delie;
 }
 
-const TexteFixe& CDialogEcriture::QuestionFermer() const { return QuestionEnregistrer; }
-
 void CDialogEcriture::done(int resultat) {
   m_ajoutLibelles->Ecrit();
-  CZNDialog::done(resultat);
-  m_garde.Oublie();
-}
-
-// ------------------------------------------------------------------- Neighbours
-
-/// Opérations diverses among the rows are passed over.
-void CDialogEcriture::NoteVoisins() {
-  m_voisins.Note(m_ouverture.consultation ? nullptr : m_ouverture.proprietaire, [this](u32 mouvement) {
-    Mouvement entete{};
-    return App().Magasin.ReadMouvements(App().PathExercice, mouvement, entete) && entete.Genre != GenreOD;
-  });
-}
-
-void CDialogEcriture::Voisin(int pas) {
-  const u32 voisin = m_voisins.De(pas);
-  if (voisin == 0) return ActualiseEtat();
-  ChoisitEcriture(*m_ouverture.proprietaire, voisin);
-  Charge(voisin);
+  FormulaireEcriture::done(resultat);
 }
 
 }  // namespace fenlor

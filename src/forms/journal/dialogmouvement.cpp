@@ -32,39 +32,18 @@ QString Titre(const OuvertureEcriture& ouverture) {
 }  // namespace
 
 CDialogMouvement::CDialogMouvement(ContexteUi& contexte, const OuvertureEcriture& ouverture, QWidget* parent)
-    : CZNDialog(contexte, Titre(ouverture), "DialogMouvement", parent),
-      m_ouverture(ouverture),
-      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
-      m_monnaie(contexte.App) {
+    : FormulaireEcriture(contexte, Titre(ouverture), "DialogMouvement", ouverture, parent) {
   Declare();
   m_libelle.Charge(App());
-  if (m_ouverture.mouvement != 0) {
+  if (Ajout())
+    Commence();
+  else
     m_lue = Charge(m_ouverture.mouvement);
-  } else {
-    m_jour.Pose(m_ouverture.date);
-    m_monnaie.Pose(App().Reglages.IsEuro());
-    m_monnaie.Ouvre(m_ouverture.date);
-  }
   FigeSiCloture();
-  MontreLignes();
+  Actualise();
 }
-
-int CDialogMouvement::exec() { return m_lue ? CZNDialog::exec() : int{Rejected}; }
 
 CDialogMouvement::~CDialogMouvement() = default;
-
-void CDialogMouvement::done(int resultat) {
-  CZNDialog::done(resultat);
-  m_garde.Oublie();
-}
-
-void CDialogMouvement::showEvent(QShowEvent* evenement) {
-  CZNDialog::showEvent(evenement);
-  // After the base noted what stood there: all of it was typed.
-  if (m_ouverture.reprise && !m_vue) Reprend(*m_ouverture.reprise);
-  m_vue = true;
-  m_garde.Commence();
-}
 
 void CDialogMouvement::Declare() {
   m_liste =
@@ -107,12 +86,11 @@ void CDialogMouvement::Declare() {
 }
 
 void CDialogMouvement::PoseBoutons() {
-  const bool existante = m_ouverture.mouvement != 0;
-  const bool voisins = existante && m_ouverture.proprietaire && !m_ouverture.consultation;
-  if (existante)
+  const bool voisins = ADesVoisins();
+  if (!Ajout())
     connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_U), this), &QShortcut::activated, this,
             [this] { Force(); });
-  Boutons(existante ? Mode::Modification : Mode::Ajout, voisins);
+  Boutons(Ajout() ? Mode::Ajout : Mode::Modification, voisins);
   if (!voisins || m_ouverture.journal != JournalOD || m_cloture) return;
   QPushButton& nouvelle = AjouteBouton(u"N&ouvelle"_s, "ajouter");
   nouvelle.setObjectName(u"nouvelle"_s);
@@ -127,14 +105,13 @@ void CDialogMouvement::Nouvelle() {
   if (isVisible()) m_nouvelle = false;
 }
 
-/// Shows an entry; false when it cannot be read, which has been told.
 bool CDialogMouvement::Charge(u32 mouvement) {
   ODLue od;
   if (!App().Dit(LitOD(App(), mouvement, od))) return false;
   m_monnaie.Pose(od.saisie.euro);
   // From the limit on the entry is worked on in Euro, whatever it was typed in.
   if (m_monnaie.Ouvre(od.saisie.date) && !App().Dit(LitOD(App(), mouvement, od, true))) return false;
-  m_ouverture.mouvement = mouvement;
+  m_mouvement = mouvement;
   m_ouverture.journal = od.saisie.journal;
   m_jour.Pose(od.saisie.date);
   m_libelle.Pose(od.saisie.libelle);
@@ -144,11 +121,7 @@ bool CDialogMouvement::Charge(u32 mouvement) {
   m_liee = od.liee;
   m_pointee.setChecked(od.pointee);
   m_forcee = m_modifiee = false;
-  m_voisins.Note(m_ouverture.proprietaire, [this](u32 voisin) {
-    Mouvement entete{};
-    return m_ouverture.journal == JournalOD ||
-           (App().Magasin.ReadMouvements(App().PathExercice, voisin, entete) && entete.Genre == GenreOD);
-  });
+  NoteVoisins(true);
   return true;
 }
 
@@ -161,20 +134,19 @@ void CDialogMouvement::Reprend(const SaisieSuspendue& reprise) {
   m_lignes = {};
   for (const LigneODSaisie& ligne : reprise.lignes) m_lignes.lignes.push_back({ligne, {}});
   m_modifiee = true;
-  MontreLignes();
+  Actualise();
   if (!reprise.ligneOuverte) return;
   // Once this form stands: it would come before it.
   QMetaObject::invokeMethod(
       this,
       [this, ligne = reprise.ligne] {
         m_lignes.choisie = static_cast<int>(ligne.rang) - 1;
-        MontreLignes();
+        Actualise();
         OuvreLigne(ligne.rang != 0, ligne);
       },
       Qt::QueuedConnection);
 }
 
-/// What would be lost with the program.
 std::optional<SaisieSuspendue> CDialogMouvement::Suspendue() const {
   const auto ligne = m_ligneOuverte ? m_ligneOuverte->Suspendue() : std::nullopt;
   if (m_cloture || (!ligne && !Modifie())) return std::nullopt;
@@ -197,16 +169,16 @@ void CDialogMouvement::SuitLibelle() {
   if (libelle == m_libelleDesLignes) return;
   fenlor::SuitLibelle(m_lignes.lignes, m_libelleDesLignes, libelle);
   m_libelleDesLignes = libelle;
-  MontreLignes();
-}
-
-void CDialogMouvement::MontreLignes() {
-  m_liste->Relit(m_lignes.choisie);
-  m_solde.Pose((m_monnaie.Euro() ? FormatEuro : FormatFranc)(m_lignes.Solde()));
   Actualise();
 }
 
 void CDialogMouvement::Actualise() {
+  m_liste->Relit(m_lignes.choisie);
+  m_solde.Pose((m_monnaie.Euro() ? FormatEuro : FormatFranc)(m_lignes.Solde()));
+  ActualiseEtat();
+}
+
+void CDialogMouvement::ActualiseEtat() {
   const bool permis = !m_cloture && !Verrouillee();
   m_liste->ActualiseBoutons();
   m_coche.setChecked(m_validee);
@@ -218,16 +190,7 @@ void CDialogMouvement::Actualise() {
     if (auto* ok = findChild<QPushButton*>(u"ok"_s))
       ok->setEnabled(permis || (m_forcee && m_validee != m_etaitValidee));
   }
-  if (auto* precedent = findChild<QPushButton*>(u"precedent"_s)) precedent->setEnabled(m_voisins.De(-1) != 0);
-  if (auto* suivant = findChild<QPushButton*>(u"suivant"_s)) suivant->setEnabled(m_voisins.De(1) != 0);
-}
-
-void CDialogMouvement::Voisin(int pas) {
-  if (const u32 voisin = m_voisins.De(pas)) {
-    ChoisitEcriture(*m_ouverture.proprietaire, voisin);
-    Charge(voisin);
-  }
-  MontreLignes();
+  MontreVoisins();
 }
 
 void CDialogMouvement::OuvreLigne(bool modification, const std::optional<LigneSuspendue>& reprise) {
@@ -243,7 +206,7 @@ void CDialogMouvement::OuvreLigne(bool modification, const std::optional<LigneSu
   ouverture.change = [this, modification] {
     m_modifiee = true;
     if (!modification) m_lignes.choisie = static_cast<int>(m_lignes.lignes.size()) - 1;
-    MontreLignes();
+    Actualise();
   };
   CDialogLine forme(Contexte(), m_lignes, ouverture, this);
   m_ligneOuverte = &forme;
@@ -268,14 +231,14 @@ void CDialogMouvement::Supprime() {
     m_lignes.lignes.erase(m_lignes.lignes.begin() + *rang);
   m_lignes.choisie = rangs.front();
   m_modifiee = true;
-  MontreLignes();
+  Actualise();
   CZNDialog::Focalise(m_liste->Table());
 }
 
 /// The digits stay, they are of the other currency now.
 void CDialogMouvement::ChangeMonnaie() {
   m_lignes.choisie = m_liste->Table().RangChoisi();
-  MontreLignes();
+  Actualise();
 }
 
 /// The hidden command: what is final or linked can be changed, a draft becomes final. Written by OK.
@@ -295,19 +258,18 @@ void CDialogMouvement::Force() {
   m_validee = !libere;
   m_liee = false;
   m_forcee = true;
-  Actualise();
+  ActualiseEtat();
 }
 
 bool CDialogMouvement::Modifie() const {
   if (Verrouillee() && (!m_forcee || m_validee == m_etaitValidee)) return false;
-  const bool nouvelle = m_ouverture.mouvement == 0;
-  return (nouvelle ? !m_lignes.lignes.empty() : m_modifiee || m_forcee) || CZNDialog::Modifie();
+  return (Ajout() ? !m_lignes.lignes.empty() : m_modifiee || m_forcee) || CZNDialog::Modifie();
 }
 
 SaisieOD CDialogMouvement::Saisie() const {
   SaisieOD saisie;
   saisie.journal = m_ouverture.journal;
-  saisie.mouvement = m_ouverture.mouvement;
+  saisie.mouvement = m_mouvement;
   saisie.date = m_jour.Saisie();
   saisie.libelle = m_libelle.Valeur();
   saisie.euro = m_monnaie.Euro();
@@ -320,9 +282,8 @@ SaisieOD CDialogMouvement::Saisie() const {
 bool CDialogMouvement::Enregistre() {
   EcritureFaite faite;
   if (!Refuse(EnregistreOD(App(), Saisie(), faite))) return false;
-  m_derniere = faite.mouvement;
   m_modifiee = false;
-  m_garde.Oublie();
+  NoteFaite(faite);
   return true;
 }
 
@@ -337,9 +298,7 @@ void CDialogMouvement::Vide() {
   m_libelleDesLignes.clear();
   m_lignes = {};
   m_modifiee = false;
-  MontreLignes();
+  Actualise();
 }
-
-const TexteFixe& CDialogMouvement::QuestionFermer() const { return QuestionEnregistrer; }
 
 }  // namespace fenlor
