@@ -9,6 +9,7 @@
 #include "core/nomschamps.h"
 #include "core/valeurs.h"
 #include "store/champs.h"
+#include "store/octets.h"
 
 namespace fenlor {
 
@@ -31,38 +32,27 @@ std::size_t LongueurNumero(const std::string& compte) {
   }));
 }
 
-template <class T>
-T LitBrut(const u8* place) {
-  T valeur;
-  std::memcpy(&valeur, place, sizeof valeur);
-  return valeur;
-}
-template <class T>
-void PoseBrut(u8* place, T valeur) {
-  std::memcpy(place, &valeur, sizeof valeur);
-}
-
 i64 LitEntier(const Champ& champ, const u8* place) {
   switch (champ.taille) {
     case 1:
       return *place;
     case 2:
-      return champ.type == TypeChamp::EntierU16 ? i64{LitBrut<u16>(place)} : i64{LitBrut<i16>(place)};
+      return champ.type == TypeChamp::EntierU16 ? i64{LitValeur<u16>(place)} : i64{LitValeur<i16>(place)};
     default:
       assert(champ.taille == 4);
-      return champ.type == TypeChamp::Entier32 ? i64{LitBrut<i32>(place)} : i64{LitBrut<u32>(place)};
+      return champ.type == TypeChamp::Entier32 ? i64{LitValeur<i32>(place)} : i64{LitValeur<u32>(place)};
   }
 }
 
 void PoseEntier(const Champ& champ, u8* place, i64 valeur) {
   switch (champ.taille) {
     case 1:
-      return PoseBrut(place, static_cast<u8>(valeur));
+      return PoseValeur(place, static_cast<u8>(valeur));
     case 2:
-      return PoseBrut(place, static_cast<u16>(valeur));
+      return PoseValeur(place, static_cast<u16>(valeur));
     default:
       assert(champ.taille == 4);
-      return PoseBrut(place, static_cast<u32>(valeur));
+      return PoseValeur(place, static_cast<u32>(valeur));
   }
 }
 
@@ -77,7 +67,7 @@ class Passage {
   void Lit(const u8* rec, ValeurChamp valeur) const {
     if (auto* const* montant = std::get_if<f64*>(&valeur)) {
       const auto [franc, euro] = Montants();
-      **montant = LitBrut<f64>(rec + (m_app.Reglages.IsEuro() ? euro : franc)->offset);
+      **montant = LitValeur<f64>(rec + (m_app.Reglages.IsEuro() ? euro : franc)->offset);
       return;
     }
     assert(m_stocke);
@@ -118,11 +108,11 @@ class Passage {
 
   void PoseMontant(f64 montant, u8* rec) const {
     const auto [franc, euro] = Montants();
-    if (franc == euro) return PoseBrut(rec + euro->offset, montant);
+    if (franc == euro) return PoseValeur(rec + euro->offset, montant);
     const f64 taux = m_app.Magasin.GetTauxEuro(m_app.Magasin.Today());
     const bool enEuro = m_app.Reglages.IsEuro();
-    PoseBrut(rec + euro->offset, enEuro ? montant : QVAPI::ConvertFrancToEuro(taux, montant));
-    PoseBrut(rec + franc->offset, enEuro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant);
+    PoseValeur(rec + euro->offset, enEuro ? montant : QVAPI::ConvertFrancToEuro(taux, montant));
+    PoseValeur(rec + franc->offset, enEuro ? QVAPI::ConvertEuroToFranc(taux, montant) : montant);
   }
 
   std::string LitTexteDe(const u8* place) const {

@@ -7,6 +7,7 @@
 #include "core/erreurssaisie.h"
 #include "session/textes.h"
 #include "store/dates.h"
+#include "store/octets.h"
 #include "store/qvapi.h"
 #include "store/texte1252.h"
 
@@ -15,20 +16,12 @@ namespace fenlor {
 namespace {
 
 template <class T>
-T LitValeur(const u8* place) {
-  T valeur;
-  std::memcpy(&valeur, place, sizeof valeur);
-  return valeur;
-}
-
-template <class T>
 Refus PoseEntier(const Json& valeur, const Champ& champ, u8* place) {
   constexpr i64 minimum = std::numeric_limits<T>::min(), maximum = std::numeric_limits<T>::max();
   assert(champ.taille == sizeof(T));
   const auto entier = EntierJson(valeur, minimum, maximum);
   if (!entier) return RefusChamp(champ.nom, raison::EntierAttendu(minimum, maximum));
-  const T nombre = static_cast<T>(*entier);
-  std::memcpy(place, &nombre, sizeof nombre);
+  PoseValeur(place, static_cast<T>(*entier));
   return {};
 }
 
@@ -51,15 +44,14 @@ Refus PoseDate(const Json& valeur, const Champ& champ, u8* place) {
   const std::string& texte = valeur.get_ref<const std::string&>();
   const Date date = GetDate(texte);
   if (date == 0 && !texte.empty()) return RefusChamp(champ.nom, "une date JJ/MM/AAAA est attendue."_w);
-  std::memcpy(place, &date, sizeof date);
+  PoseValeur(place, date);
   return {};
 }
 
 Refus PoseMontant(const Json& valeur, const Champ& champ, u8* place) {
   if (!valeur.is_number()) return RefusChamp(champ.nom, raison::NombreAttendu());
-  const f64 montant = valeur.get<f64>();
-  assert(champ.taille == sizeof montant);
-  std::memcpy(place, &montant, sizeof montant);
+  assert(champ.taille == sizeof(f64));
+  PoseValeur(place, valeur.get<f64>());
   return {};
 }
 

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <random>
 
+#include "store/octets.h"
 #include "store/qvapi.h"
 #include "store/remplacement.h"
 
@@ -21,24 +22,13 @@ constexpr u32 TailleEntete = 56;
 constexpr std::size_t QueueMax = 1u << 20;
 constexpr u64 PasReserve = 1u << 20;
 
-template <class T>
-void Pose(u8* octets, T valeur) {
-  std::memcpy(octets, &valeur, sizeof valeur);
-}
-template <class T>
-T Prend(const u8* octets) {
-  T valeur;
-  std::memcpy(&valeur, octets, sizeof valeur);
-  return valeur;
-}
-
 /// A copy of a header that nothing damaged, of whatever version.
 bool EstEntete(const u8* o) {
   if (std::memcmp(o, Magie, 8) != 0) return false;
-  return Prend<u32>(o + 52) == static_cast<u32>(crc32(0, o, 52));
+  return LitValeur<u32>(o + 52) == static_cast<u32>(crc32(0, o, 52));
 }
 
-bool EstDAutreVersion(const u8* o) { return EstEntete(o) && Prend<u32>(o + 8) > VersionSommes; }
+bool EstDAutreVersion(const u8* o) { return EstEntete(o) && LitValeur<u32>(o + 8) > VersionSommes; }
 
 }  // namespace
 
@@ -53,30 +43,30 @@ void FichierDat::Code(const EnteteDat& e, u8* o) {
   assert(e.taille >= 8 && e.id != 0);
   assert(e.tete <= e.emplacements && e.libres <= e.emplacements);
   std::memcpy(o, Magie, 8);
-  Pose(o + 8, e.version);
-  Pose(o + 12, e.numero);
-  Pose(o + 14, e.taille);
-  Pose(o + 16, e.id);
-  Pose(o + 24, e.idReprise);
-  Pose(o + 32, e.generation);
-  Pose(o + 40, e.emplacements);
-  Pose(o + 44, e.tete);
-  Pose(o + 48, e.libres);
-  Pose(o + 52, static_cast<u32>(crc32(0, o, 52)));
+  PoseValeur(o + 8, e.version);
+  PoseValeur(o + 12, e.numero);
+  PoseValeur(o + 14, e.taille);
+  PoseValeur(o + 16, e.id);
+  PoseValeur(o + 24, e.idReprise);
+  PoseValeur(o + 32, e.generation);
+  PoseValeur(o + 40, e.emplacements);
+  PoseValeur(o + 44, e.tete);
+  PoseValeur(o + 48, e.libres);
+  PoseValeur(o + 52, static_cast<u32>(crc32(0, o, 52)));
 }
 
 bool FichierDat::Decode(const u8* o, EnteteDat& e) {
-  const u32 version = Prend<u32>(o + 8);
+  const u32 version = LitValeur<u32>(o + 8);
   if (!EstEntete(o) || version == 0 || version > VersionSommes) return false;
   e = {version,
-       Prend<u16>(o + 12),
-       Prend<u16>(o + 14),
-       Prend<u64>(o + 16),
-       Prend<u64>(o + 24),
-       Prend<u64>(o + 32),
-       Prend<u32>(o + 40),
-       Prend<u32>(o + 44),
-       Prend<u32>(o + 48)};
+       LitValeur<u16>(o + 12),
+       LitValeur<u16>(o + 14),
+       LitValeur<u64>(o + 16),
+       LitValeur<u64>(o + 24),
+       LitValeur<u64>(o + 32),
+       LitValeur<u32>(o + 40),
+       LitValeur<u32>(o + 44),
+       LitValeur<u32>(o + 48)};
   return e.taille >= 8 && e.tete <= e.emplacements && e.libres <= e.emplacements;
 }
 
@@ -140,7 +130,7 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
 
 EtatEmplacement FichierDat::EtatDe(u8 marque, const u8* o) {
   if (marque == 4) {
-    const u32 numero = Prend<u32>(o);
+    const u32 numero = LitValeur<u32>(o);
     return numero == 0             ? EtatEmplacement::Jamais
            : numero == 0xFFFFFFFFu ? EtatEmplacement::Libre
                                    : EtatEmplacement::Vivant;
@@ -204,7 +194,7 @@ int FichierDat::EcritSuite(Position premiere, const void* octets, std::size_t ta
 void FichierDat::PoseScelle(u8* emplacement, const void* rec, Position position) const {
   assert(entete.version == VersionSommes && position > 0);
   if (emplacement != rec) std::memcpy(emplacement, rec, entete.taille);
-  Pose(emplacement + entete.taille, SommeEmplacement(emplacement, entete.taille, position));
+  PoseValeur(emplacement + entete.taille, SommeEmplacement(emplacement, entete.taille, position));
 }
 
 bool FichierDat::EstJuste(Position position) const {
