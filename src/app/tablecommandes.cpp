@@ -161,7 +161,7 @@ void Demonstration(CMainFrame& cadre, unsigned) {
   const QString dossier =
       QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)).filePath(u"fenlor/demo"_s);
   const std::string chemin = QFile::encodeName(dossier).toStdString();
-  if (!QFileInfo::exists(QDir(dossier).filePath(u"fenlor.ini"_s))) {
+  if (!QFileInfo::exists(QDir(dossier).filePath(QLatin1String(FichierReglages)))) {
     if (!QDir().mkpath(dossier)) {
       app.ReportErreur(ErrCreationFichier, {De1252(dossier)});
       return;

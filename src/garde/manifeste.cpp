@@ -142,7 +142,7 @@ u64 Manifeste::Octets() const {
 
 bool NomDePiece(std::string_view nom, std::string& exercice) {
   exercice.clear();
-  if (nom == "fenlor.ini") return true;
+  if (nom == FichierReglages) return true;
   const std::size_t barre = nom.find('/');
   std::string_view fichier = nom;
   if (barre != std::string_view::npos) {

@@ -192,7 +192,7 @@ Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exerc
   m_tete.date = StrDate(app.Magasin.Today());
   m_tete.heure = StrHHMM(app.Magasin.Now());
   m_tete.complet = complet;
-  std::vector<Voulu> voulus = {{"fenlor.ini", false}};
+  std::vector<Voulu> voulus = {{FichierReglages, false}};
   for (const DefinitionFichier& definition : Definitions())
     if (definition.duCabinet) voulus.push_back({std::string(definition.nom) + ".dat", true});
   const std::vector<std::string> connus = app.Magasin.ListeExercices();

@@ -231,7 +231,7 @@ Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, Restauration
   Atelier atelier(systeme, app.Magasin.PathCabinet());
   if (const Refus refus = atelier.Deballe(demande, voulue, faite.manifeste, avance))
     return refus.numero == ErrArchiveInterrompue ? Refus(ErrRestaurationAbandonnee) : refus;
-  const auto reglagesCabinet = ReglagesCabinet(systeme, Joint(atelier.Dossier(), "fenlor.ini"));
+  const auto reglagesCabinet = ReglagesCabinet(systeme, Joint(atelier.Dossier(), FichierReglages));
   std::vector<std::vector<CleValeur>> reglages;
   std::vector<FichierCommun> communs;
   if (const Refus refus = VerifieAtelier(app, atelier.Dossier(), faite.exercices, reglages, communs))

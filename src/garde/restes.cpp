@@ -10,6 +10,7 @@
 #include "core/cles.h"
 #include "garde/conservation.h"
 #include "garde/textes.h"
+#include "store/remplacement.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -19,7 +20,7 @@ namespace {
 /// A copy of the books that a backup makes without a name: "copie-4711-3.tmp" while it gets it. Or settings
 /// that were half written.
 bool EstCopie(const std::string& nom) {
-  if (nom == "fenlor.ini.tmp") return true;
+  if (nom == NomProvisoire(FichierReglages)) return true;
   constexpr std::string_view debut = "copie-", fin = ".tmp";
   return nom.starts_with(debut) && nom.ends_with(fin) && nom.size() > debut.size() + fin.size() &&
          nom.find_first_not_of("0123456789-", debut.size()) == nom.size() - fin.size();

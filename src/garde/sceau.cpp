@@ -154,7 +154,7 @@ std::string LitListe(CFenlorApp& app) {
 
 std::string NomFichier(u16 numero) {
   const DefinitionFichier* definition = DefinitionFichierNumero(numero);
-  return definition ? definition->nom : "fenlor.ini";
+  return definition ? definition->nom : FichierReglages;
 }
 
 /// Says what of one file is not as it was sealed.

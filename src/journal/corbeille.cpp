@@ -84,7 +84,7 @@ Refus Ecrit(CFenlorApp& app, const std::vector<Suppression>& suppressions) {
   Systeme& systeme = app.Magasin.SystemeFichiers();
   const std::string chemin = Chemin(app);
   Empreinte empreinte;
-  int code = RemplaceFichier(systeme, chemin, chemin + ".tmp", octets, empreinte);
+  int code = RemplaceFichier(systeme, chemin, NomProvisoire(chemin), octets, empreinte);
   if (!code) code = systeme.SynchroniseDossier(app.PathExercice);
   return code ? Refus(ErrCorbeille, "", {app.Magasin.QVErreurTexte(code)}) : Refus{};
 }

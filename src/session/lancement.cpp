@@ -204,7 +204,7 @@ std::string DossierCabinetDefaut(const std::string& pathProgrammes, const std::s
                                  const std::string& home) {
   std::error_code erreur;
   const bool absolu = xdgDataHome.starts_with('/');
-  if (std::filesystem::exists(Joint(pathProgrammes, "fenlor.ini"), erreur) || (!absolu && home.empty()))
+  if (std::filesystem::exists(Joint(pathProgrammes, FichierReglages), erreur) || (!absolu && home.empty()))
     return pathProgrammes;
   return Joint(absolu ? xdgDataHome : Joint(home, ".local/share"), "fenlor/cabinet");
 }

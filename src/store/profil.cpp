@@ -339,7 +339,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     return false;
   }
   Empreinte neuve;
-  m_erreur = RemplaceFichier(m_systeme, m_chemin, m_chemin + ".tmp", Assemble(m_lignes), neuve);
+  m_erreur = RemplaceFichier(m_systeme, m_chemin, NomProvisoire(m_chemin), Assemble(m_lignes), neuve);
   if (!m_erreur) {
     m_erreur = m_systeme.SynchroniseDossier(DossierDe(m_chemin));
     if (!m_erreur) {
@@ -355,7 +355,7 @@ bool Profil::Ecrit(const std::vector<Changement>& changements) {
     // settings go back in its place.
     Empreinte remise;
     if (existait) {
-      RemplaceFichier(m_systeme, m_chemin, m_chemin + ".tmp", Assemble(avant), remise);
+      RemplaceFichier(m_systeme, m_chemin, NomProvisoire(m_chemin), Assemble(avant), remise);
     } else {
       m_systeme.Supprime(m_chemin);
     }

@@ -21,6 +21,9 @@
 
 namespace fenlor {
 
+/// Settings of a practice, below its directory.
+inline constexpr const char* FichierReglages = "fenlor.ini";
+
 class Profil {
  public:
   /// One change: no value removes the key, an empty key removes the section.

@@ -53,8 +53,6 @@ bool QVAPI::QVHasCallback() const { return static_cast<bool>(m_etat->rappel); }
 
 namespace {
 
-constexpr const char* FichierReglages = "fenlor.ini";
-
 std::unique_ptr<Profil> ReglagesDe(EtatQVAPI& etat, const std::string& dossier) {
   auto reglages =
       std::make_unique<Profil>(*etat.systeme, Joint(dossier, FichierReglages), true, &etat.instant);

@@ -9,7 +9,9 @@
 #include <utility>
 
 #include "store/fichierdat.h"
+#include "store/octets.h"
 #include "store/qvapi.h"
+#include "store/remplacement.h"
 
 namespace fenlor {
 
@@ -35,18 +37,6 @@ void Ajoute(Octets& octets, T valeur) {
   std::memcpy(octets.data() + place, &valeur, sizeof valeur);
 }
 
-template <class T>
-void Pose(u8* octets, T valeur) {
-  std::memcpy(octets, &valeur, sizeof valeur);
-}
-
-template <class T>
-T Prend(const void* octets) {
-  T valeur;
-  std::memcpy(&valeur, octets, sizeof valeur);
-  return valeur;
-}
-
 /// Reads values off a text without ever passing its end.
 struct Lecteur {
   const char* place;
@@ -55,7 +45,7 @@ struct Lecteur {
   template <class T>
   T Valeur() {
     if (static_cast<std::size_t>(fin - place) < sizeof(T)) return bon = false, place = fin, T{};
-    const T valeur = Prend<T>(place);
+    const T valeur = LitValeur<T>(place);
     place += sizeof(T);
     return valeur;
   }
@@ -111,7 +101,7 @@ int JournalReprise::Ouvre(Systeme& systeme, const std::string& dossier, std::siz
 int JournalReprise::Cree(Systeme& systeme, const std::string& chemin) {
   // Made under another name: a log is there whole or not at all. Space first, for a commit must not
   // meet a full disk half-way; the header last, so that zeroes are never taken for a log.
-  const std::string provisoire = chemin + ".tmp";
+  const std::string provisoire = NomProvisoire(chemin);
   int rc = systeme.Ouvre(provisoire, Systeme::Creation, m_fichier);
   if (rc) return rc;
   const std::vector<u8> zeros(256u << 10, 0);
@@ -158,24 +148,25 @@ int JournalReprise::EcritEntete(u64 copie) {
     o.resize(o.size() + 8);
   }
   assert(o.size() == 48 + nombre * TailleSceau && o.size() <= TailleEntete);
-  Pose(o.data() + 12, Crc(o.data() + 16, o.size() - 16));
+  PoseValeur(o.data() + 12, Crc(o.data() + 16, o.size() - 16));
   return m_fichier->Ecrit(o.data(), o.size(), copie & 1 ? TailleEntete : 0);
 }
 
 bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& suivante, u64& id,
                                   std::map<u64, Sceau>& lus) const {
-  if (o.size() < 48 || std::memcmp(o.data(), Magie, 8) != 0 || Prend<u32>(&o[8]) != Version) return false;
-  const u32 nombre = Prend<u32>(&o[40]);
+  if (o.size() < 48 || std::memcmp(o.data(), Magie, 8) != 0 || LitValeur<u32>(&o[8]) != Version) return false;
+  const u32 nombre = LitValeur<u32>(&o[40]);
   if (nombre > SceauxMax || o.size() < 48 + nombre * TailleSceau) return false;
-  if (Prend<u32>(&o[12]) != Crc(&o[16], 32 + nombre * TailleSceau)) return false;
-  id = Prend<u64>(&o[16]);
-  epoque = Prend<u64>(&o[24]);
-  suivante = Prend<u64>(&o[32]);
+  if (LitValeur<u32>(&o[12]) != Crc(&o[16], 32 + nombre * TailleSceau)) return false;
+  id = LitValeur<u64>(&o[16]);
+  epoque = LitValeur<u64>(&o[24]);
+  suivante = LitValeur<u64>(&o[32]);
   for (u32 n = 0; n < nombre; ++n) {
     const u8* s = &o[48 + n * TailleSceau];
-    if (Prend<u32>(s + 52) != SommeParPages) continue;
-    lus[Prend<u64>(s)] = {Prend<u64>(s + 8),  Prend<i64>(s + 16), Prend<u32>(s + 24), Prend<u64>(s + 32),
-                          Prend<i64>(s + 40), Prend<u32>(s + 28), Prend<u32>(s + 48)};
+    if (LitValeur<u32>(s + 52) != SommeParPages) continue;
+    lus[LitValeur<u64>(s)] = {LitValeur<u64>(s + 8),  LitValeur<i64>(s + 16), LitValeur<u32>(s + 24),
+                              LitValeur<u64>(s + 32), LitValeur<i64>(s + 40), LitValeur<u32>(s + 28),
+                              LitValeur<u32>(s + 48)};
   }
   return true;
 }
@@ -250,7 +241,7 @@ void JournalReprise::Commence(const std::vector<FichierUnite>& fichiers, std::si
   }
   m_promis = m_unite.size() + octets;
   // The length is part of what the checksum covers: it is put in first.
-  Pose(m_unite.data() + 24, static_cast<u32>(m_promis - TailleEnteteUnite + 4));
+  PoseValeur(m_unite.data() + 24, static_cast<u32>(m_promis - TailleEnteteUnite + 4));
 }
 
 void JournalReprise::AjouteImage(const ImageUnite& image) {
@@ -261,11 +252,11 @@ void JournalReprise::AjouteImage(const ImageUnite& image) {
   const std::size_t debut = m_unite.size();
   m_unite.resize(debut + TailleImage(image.octets.size()));
   u8* place = m_unite.data() + debut;
-  Pose(place, image.fichier);
-  Pose(place + 2, image.decalage);
-  Pose(place + 4, static_cast<u16>(image.octets.size()));
-  Pose(place + 6, image.zeros);
-  Pose(place + 8, image.position);
+  PoseValeur(place, image.fichier);
+  PoseValeur(place + 2, image.decalage);
+  PoseValeur(place + 4, static_cast<u16>(image.octets.size()));
+  PoseValeur(place + 6, image.zeros);
+  PoseValeur(place + 8, image.position);
   if (!image.octets.empty()) std::memcpy(place + TailleImage(0), image.octets.data(), image.octets.size());
   assert(m_verses + m_unite.size() <= m_promis);
   if (m_unite.size() >= Piece) m_erreurPiece = Verse();
@@ -322,10 +313,10 @@ int JournalReprise::VerseFin() {
   const u64 place = DebutUnites + m_fin;
   assert(place + m_verses + m_unite.size() <= m_taille);
   if (m_verses == 0) {
-    Pose(m_unite.data() + 4, Crc(m_unite.data() + 8, taille - 8));
+    PoseValeur(m_unite.data() + 4, Crc(m_unite.data() + 8, taille - 8));
     return m_fichier->Ecrit(m_unite.data(), m_unite.size(), place);
   }
-  Pose(m_premierBloc.data() + 4, Crc(m_unite.data(), taille, m_somme));
+  PoseValeur(m_premierBloc.data() + 4, Crc(m_unite.data(), taille, m_somme));
   if (taille)
     if (const int rc = m_fichier->Ecrit(m_unite.data(), m_unite.size(), place + m_verses)) return rc;
   return m_fichier->Ecrit(m_premierBloc.data(), m_premierBloc.size(), place);
@@ -333,8 +324,8 @@ int JournalReprise::VerseFin() {
 
 int JournalReprise::Ecrit() {
   // A unit composed before the log was emptied bears the old epoch: it would not count.
-  assert(Prend<u64>((m_verses ? m_premierBloc : m_unite).data() + 8) == m_epoque &&
-         Prend<u64>((m_verses ? m_premierBloc : m_unite).data() + 16) == m_suivante);
+  assert(LitValeur<u64>((m_verses ? m_premierBloc : m_unite).data() + 8) == m_epoque &&
+         LitValeur<u64>((m_verses ? m_premierBloc : m_unite).data() + 16) == m_suivante);
   assert(m_verses + m_unite.size() == m_promis || m_erreurPiece);
   int rc = m_erreurPiece;
   if (!rc && !m_prepare) rc = Prepare();
@@ -393,14 +384,14 @@ bool JournalReprise::LitUnite(std::string& unite) {
   char debut[TailleEnteteUnite];
   std::size_t lus = 0;
   if ((m_erreurLecture = m_fichier->Lit(debut, sizeof debut, DebutUnites + m_lecture, lus))) return false;
-  bool bonne = lus == sizeof debut && Prend<u32>(debut) == MagieUnite && Prend<u64>(debut + 8) == m_epoque &&
-               Prend<u64>(debut + 16) == m_suivante;
-  const u64 taille = bonne ? u64{Prend<u32>(debut + 24)} + TailleEnteteUnite - 4 : 0;
+  bool bonne = lus == sizeof debut && LitValeur<u32>(debut) == MagieUnite &&
+               LitValeur<u64>(debut + 8) == m_epoque && LitValeur<u64>(debut + 16) == m_suivante;
+  const u64 taille = bonne ? u64{LitValeur<u32>(debut + 24)} + TailleEnteteUnite - 4 : 0;
   bonne = bonne && DebutUnites + m_lecture + taille <= m_taille && taille >= TailleEnteteUnite;
   if (bonne) {
     unite.resize(taille);
     if ((m_erreurLecture = m_fichier->Lit(unite.data(), taille, DebutUnites + m_lecture, lus))) return false;
-    bonne = lus == taille && Prend<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8);
+    bonne = lus == taille && LitValeur<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8);
   }
   if (!bonne) {
     m_erreurLecture = VerifieFin();
@@ -423,15 +414,15 @@ int JournalReprise::VerifieFin() {
     if (const int rc = m_fichier->Lit(bloc.data(), bloc.size(), DebutUnites + place, lus)) return rc;
     for (std::size_t o = 0; o + TailleEnteteUnite <= lus; o += Bloc) {
       const char* u = bloc.data() + o;
-      if (Prend<u32>(u) != MagieUnite || Prend<u64>(u + 8) < m_epoque) continue;
-      const u64 epoque = Prend<u64>(u + 8), numero = Prend<u64>(u + 16);
-      const u64 taille = u64{Prend<u32>(u + 24)} + TailleEnteteUnite - 4;
+      if (LitValeur<u32>(u) != MagieUnite || LitValeur<u64>(u + 8) < m_epoque) continue;
+      const u64 epoque = LitValeur<u64>(u + 8), numero = LitValeur<u64>(u + 16);
+      const u64 taille = u64{LitValeur<u32>(u + 24)} + TailleEnteteUnite - 4;
       if (epoque == m_epoque && numero <= m_suivante) continue;
       if (DebutUnites + place + o + taille > m_taille) continue;
       std::string unite(taille, 0);
       std::size_t n = 0;
       if (const int rc = m_fichier->Lit(unite.data(), taille, DebutUnites + place + o, n)) return rc;
-      if (n == taille && Prend<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8))
+      if (n == taille && LitValeur<u32>(unite.data() + 4) == Crc(unite.data() + 8, taille - 8))
         return ErrJournalReprise;
     }
     if (lus < bloc.size() || m_lecture == 0) break;
