@@ -76,13 +76,12 @@ class VerbeCompte : public VerbeDe<FicheCompte, CPlan> {
 void DeclareComptes(LigneCommande& ligne) {
   const auto o = std::make_shared<OptionsFiche>();
   ActionsFiche actions = DeclareVerbe<VerbeCompte>(ligne, o);
-  const auto forme = [&](Commande& action, const char* description) -> Commande& {
-    return action.Option("--forme", o->valeurs["forme"], FormeMots(Listes), description);
-  };
-  forme(actions.ajouter, "Formulaire dont les contrôles s'appliquent").Obligatoire();
+  auto& forme = o->valeurs["forme"];
+  actions.ajouter.Option("--forme", forme, FormeMots(Listes), "Formulaire dont les contrôles s'appliquent")
+      .Obligatoire();
   for (Commande* action : {&actions.modifier, &actions.supprimer})
-    forme(*action, "Formulaire (par défaut : celui du type du compte)");
-  forme(actions.lister, "Fenêtre").Obligatoire();
+    action->Option("--forme", forme, FormeMots(Listes), "Formulaire (par défaut : celui du type du compte)");
+  actions.lister.Option("--forme", forme, FormeMots(Listes), "Fenêtre").Obligatoire();
   actions.verbe.Controle([o](const OptionsGlobales&) -> std::string {
     const bool plan = o->Donne("forme") && *o->valeurs["forme"] == "plan";
     if (o->action == "ajouter" && plan && !o->Donne("type")) return "il manque --type";

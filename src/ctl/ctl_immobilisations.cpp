@@ -5,10 +5,9 @@
 #include "core/valeurs.h"
 #include "ctl/commandes.h"
 #include "ctl/demandeimmobilisation.h"
-#include "ctl/enregistrementjson.h"
 #include "ctl/reponseslignes.h"
-#include "ctl/tableau.h"
 #include "ctl/textes.h"
+#include "ctl/verbefiche.h"
 #include "store/ouverture.h"
 #include "store/texte1252.h"
 
@@ -124,27 +123,16 @@ class VerbeImmobilisation {
 
   int Liste() {
     CImmobilisations fichier(m_app, m_app.PathCabinet);
-    const std::vector<Position> positions = PositionsDe(m_app, fichier);
-    const bool json = m_contexte.Globales.json;
-    Tableau tableau;
-    tableau.Ajoute({"N°"_w, "Achat", "Désignation"_w, "Type", "Cession", "Durée"_w, "Taux", "Prix",
-                    "Valeur amortissable"});
-    for (const Position position : positions) {
-      FicheImmobilisation fiche;
-      if (LitFiche(m_app, position, fiche)) return m_contexte.RefuseMagasin();
-      if (!json) {
-        tableau.Ajoute(Ligne(fiche));
-        continue;
-      }
-      std::string objet;
-      AjouteEnregistrement(objet, Champs(FichierImmo), &fiche.rec);
-      if (!m_contexte.Ecrit(objet)) return StatutRefuse;
-    }
-    constexpr std::size_t gauches = 5;
-    return json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
+    const std::vector<std::string> titres = {"N°"_w, "Achat",   "Désignation"_w,
+                                             "Type", "Cession", "Durée"_w,
+                                             "Taux", "Prix",    "Valeur amortissable"};
+    return ListeEnregistrements(m_contexte, fichier, PositionsDe(m_app, fichier), titres, 5,
+                                [this](Position position) { return Ligne(position); });
   }
 
-  std::vector<std::string> Ligne(const FicheImmobilisation& fiche) const {
+  std::vector<std::string> Ligne(Position position) {
+    FicheImmobilisation fiche;
+    if (LitFiche(m_app, position, fiche)) return {};
     const bool euro = m_app.Reglages.IsEuro();
     const Immobilisation& rec = fiche.rec;
     const char separateur = m_app.Reglages.SeparateurDecimal();

@@ -154,26 +154,28 @@ bool VerbeFiche::Pose(const ChampFiche& champ, const std::string& mot) {
   return true;
 }
 
-int VerbeFiche::Liste(CBTFiles& fichier, const std::vector<Position>& positions,
-                      std::vector<std::string> titres, std::size_t gauches,
-                      const std::function<std::vector<std::string>(Position)>& ligne) {
+int ListeEnregistrements(Contexte& contexte, CBTFiles& fichier, const std::vector<Position>& positions,
+                         std::vector<std::string> titres, std::size_t gauches,
+                         const std::function<std::vector<std::string>(Position)>& ligne) {
   assert(gauches <= titres.size());
-  const bool json = m_contexte.Globales.json;
+  const bool json = contexte.Globales.json;
+  const std::span<const Champ> champs = Champs(fichier.NumFichier);
+  assert(!champs.empty());
   Tableau tableau;
   tableau.Ajoute(std::move(titres));
-  if (!fichier.OpenFile()) return m_contexte.RefuseMagasin();
+  if (!fichier.OpenFile()) return contexte.RefuseMagasin();
   for (const Position position : positions) {
     assert(position != 0);
-    if (!fichier.ReadRec(position)) return m_contexte.RefuseMagasin();
+    if (!fichier.ReadRec(position)) return contexte.RefuseMagasin();
     if (!json) {
       tableau.Ajoute(ligne(position));
       continue;
     }
     std::string objet;
-    AjouteEnregistrement(objet, ChampsDe(m_table.enregistrement), fichier.GetRec());
-    if (!m_contexte.Ecrit(objet)) return StatutRefuse;
+    AjouteEnregistrement(objet, champs, fichier.GetRec());
+    if (!contexte.Ecrit(objet)) return StatutRefuse;
   }
-  return json ? int{StatutFait} : m_contexte.Donne(tableau.Texte(gauches));
+  return json ? int{StatutFait} : contexte.Donne(tableau.Texte(gauches));
 }
 
 }  // namespace fenlor

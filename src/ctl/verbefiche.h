@@ -40,6 +40,12 @@ struct MotsVerbe {
   bool feminin;
 };
 
+/// One line a record of the file: its JSON, or what `ligne` makes of it, under `titres`, of which the first
+/// `gauches` are aligned on the left.
+int ListeEnregistrements(Contexte& contexte, CBTFiles& fichier, const std::vector<Position>& positions,
+                         std::vector<std::string> titres, std::size_t gauches,
+                         const std::function<std::vector<std::string>(Position)>& ligne);
+
 class VerbeFiche {
  public:
   virtual ~VerbeFiche() = default;
@@ -73,10 +79,10 @@ class VerbeFiche {
   /// Finds the record whose first key stands in the buffer of the file, refused with `absent` when there is
   /// none.
   Refus TrouveCle(CBTFiles& fichier, const std::string& absent);
-  /// One line a record of the file: its JSON, or what `ligne` makes of it, under `titres`, of which the first
-  /// `gauches` are aligned on the left.
   int Liste(CBTFiles& fichier, const std::vector<Position>& positions, std::vector<std::string> titres,
-            std::size_t gauches, const std::function<std::vector<std::string>(Position)>& ligne);
+            std::size_t gauches, const std::function<std::vector<std::string>(Position)>& ligne) {
+    return ListeEnregistrements(m_contexte, fichier, positions, std::move(titres), gauches, ligne);
+  }
   /// The columns of a list as its window shows them.
   template <class Rec, NumeroFichier numero>
   int Liste(CFichier<Rec, numero>& fichier, const std::vector<Position>& positions,
