@@ -112,10 +112,7 @@ bool PrendFocus(const QWidget* widget) {
 }  // namespace
 
 CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom, QWidget* parent)
-    : QDialog(parent                              ? parent->window()
-              : QApplication::activeModalWidget() ? QApplication::activeModalWidget()
-                                                  : contexte.Cadre.Cadre()),
-      m_contexte(contexte) {
+    : QDialog(FenetreDessous(parent, contexte.Cadre.Cadre())), m_contexte(contexte) {
   SurvitAuParent(*this);
   setObjectName(QString::fromUtf8(nom));
   setWindowTitle(titre);

@@ -40,6 +40,12 @@ bool GardeModale::Derriere(const QWidget& fenetre) const {
   return true;
 }
 
+QWidget* FenetreDessous(QWidget* parent, QWidget* principale) {
+  if (parent) return parent->window();
+  QWidget* ouverte = QApplication::activeModalWidget();
+  return ouverte ? ouverte : principale;
+}
+
 void SurvitAuParent(QDialog& forme) {
   if (!forme.parentWidget()) return;
   QObject::connect(forme.parentWidget(), &QObject::destroyed, &forme,

@@ -10,6 +10,8 @@ class QWidget;
 
 namespace fenlor {
 
+/// What a new form stands over: the window of its parent, else the open form, else the main window.
+QWidget* FenetreDessous(QWidget* parent, QWidget* principale);
 /// The form outlives its parent: it is closed, as by "Annuler", when that one dies.
 void SurvitAuParent(QDialog& forme);
 

@@ -1,6 +1,5 @@
 #include "forms/garde/wizardgarde.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -24,10 +23,7 @@ using namespace Qt::Literals::StringLiterals;
 
 CWizardGarde::CWizardGarde(ContexteUi& contexte, const QString& titre, const char* nom, const QString& fait,
                            QWidget* parent)
-    : QWizard(parent                              ? parent->window()
-              : QApplication::activeModalWidget() ? QApplication::activeModalWidget()
-                                                  : contexte.Cadre.Cadre()),
-      m_contexte(contexte) {
+    : QWizard(FenetreDessous(parent, contexte.Cadre.Cadre())), m_contexte(contexte) {
   SurvitAuParent(*this);
   setObjectName(QString::fromUtf8(nom));
   setWindowTitle(titre);
