@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <random>
 
@@ -80,6 +81,44 @@ class MortsGarde : public testing::Test {
     const Resultat r = enfant.Attend();
     EXPECT_TRUE(r.statut == 0 || r.statut == 128 + 9) << r.statut << r.sortie << r.erreurs;
     return r.statut == 128 + 9;
+  }
+  /// A command that is killed again and again, and how long it takes by now.
+  struct Course {
+    std::vector<std::string> arguments;
+    long duree;
+    std::string programme = "fenlorctl";
+  };
+  /// Until `morts` were killed and one was through; the tests of what they left count themselves.
+  void TueJusqua(unsigned morts, Course course, const std::function<bool()>& controle) {
+    unsigned tues = 0, faites = 0;
+    for (unsigned tour = 0; (tues < morts || faites == 0) && tour < 6 * morts + 60; ++tour) {
+      tues += Tue(course.arguments, course.duree, course.programme);
+      // A window never ends by itself: the next one would live on and on.
+      if (course.programme != "fenlorctl") course.duree = std::min(course.duree, 1'000'000l);
+      faites += controle();
+      ASSERT_FALSE(HasFailure()) << "kill " << tues;
+    }
+    std::cout << tues << " killed, " << faites << " were done, ";
+    EXPECT_GE(tues, morts);
+  }
+  void TueDesSauvegardes(unsigned morts, const Course& course) {
+    unsigned laissees = 0;
+    TueJusqua(morts, course, [&] {
+      const auto noms = Noms(m_copies);
+      laissees += std::any_of(noms.begin(), noms.end(), [](auto& n) { return !n.ends_with(".fnz"); });
+      return ControleSauvegarde() > 0;
+    });
+    std::cout << laissees << " left an unfinished file\n";
+  }
+  void TueDesRestaurations(unsigned morts, const Course& course) {
+    unsigned laisses = 0, entre = 0;
+    TueJusqua(morts, course, [&] {
+      laisses += fs::exists(m_essai + "/restauration~");
+      const bool rendus = ControleRestauration(entre);
+      Recopie();
+      return rendus;
+    });
+    std::cout << laisses << " left unpacked books, " << entre << " were done but for the assets\n";
   }
   /// What a killed backup left: the books as they were, and good archives alone, which go. How many.
   unsigned ControleSauvegarde() {

@@ -7,34 +7,13 @@ namespace fenlor::pannes {
 namespace {
 
 TEST_F(MortsGarde, UneSauvegardeTueeNeLaisseRienDeFaux) {
-  const unsigned morts = Nombre("FENLOR_MORTS", 12);
-  unsigned tues = 0, laissees = 0, bonnes = 0;
-  long duree = 40'000;
-  for (unsigned tour = 0; (tues < morts || bonnes == 0) && tour < 6 * morts + 60; ++tour) {
-    tues += Tue({"--cabinet", m_essai, "sauvegarder", "--dossier", m_copies}, duree);
-    laissees += !Noms(m_copies).empty() && !Noms(m_copies)[0].ends_with(".fnz");
-    bonnes += ControleSauvegarde();
-    ASSERT_FALSE(HasFailure()) << "kill " << tues;
-  }
-  std::cout << tues << " backups killed, " << laissees << " left an unfinished file, " << bonnes
-            << " were made\n";
-  EXPECT_GE(tues, morts);
+  TueDesSauvegardes(Nombre("FENLOR_MORTS", 12),
+                    {{"--cabinet", m_essai, "sauvegarder", "--dossier", m_copies}, 40'000});
 }
 
 TEST_F(MortsGarde, UneRestaurationTueeLaisseLesAnciensLivresOuLesNouveaux) {
-  const unsigned morts = Nombre("FENLOR_MORTS", 12);
-  unsigned tues = 0, laisses = 0, rendus = 0, entre = 0;
-  long duree = 60'000;
-  for (unsigned tour = 0; (tues < morts || rendus == 0) && tour < 6 * morts + 60; ++tour) {
-    Recopie();
-    tues += Tue({"--cabinet", m_essai, "restaurer", m_archive, "--immobilisations"}, duree);
-    laisses += fs::exists(m_essai + "/restauration~");
-    rendus += ControleRestauration(entre);
-    ASSERT_FALSE(HasFailure()) << "kill " << tues;
-  }
-  std::cout << tues << " restorations killed, " << laisses << " left unpacked books, " << rendus
-            << " were done, " << entre << " of them but for the assets\n";
-  EXPECT_GE(tues, morts);
+  TueDesRestaurations(Nombre("FENLOR_MORTS", 12),
+                      {{"--cabinet", m_essai, "restaurer", m_archive, "--immobilisations"}, 60'000});
 }
 
 }  // namespace
