@@ -9,6 +9,7 @@
 #include "garde/communs.h"
 #include "garde/restes.h"
 #include "garde/textes.h"
+#include "master/textes.h"
 #include "session/exercices.h"
 #include "session/verification.h"
 #include "store/dates.h"
@@ -23,7 +24,6 @@ namespace {
 constexpr std::size_t ConstatsMax = 100;
 /// Old books of one minute. A disk that does not answer says of every name that it is taken.
 constexpr unsigned HomonymesMax = 100;
-constexpr const char* CleMotDePasse = "Mot de Passe";  ///< of the practice, in "Activite"
 using CleValeur = std::pair<std::string, std::string>;
 
 class Atelier {
@@ -122,7 +122,7 @@ Refus VerifieAtelier(CFenlorApp& app, const std::string& dossier, std::vector<Ex
   };
   // The password of the practice guards the windows, not the files: who may write here may verify them.
   if (!magasin.QVOpenSession(1) || !magasin.QVReserveCabinet(dossier) ||
-      !magasin.Reglages().Ecrit(Texte(SecActivite), CleMotDePasse, std::nullopt) ||
+      !magasin.Reglages().Ecrit(Texte(SecActivite), Texte(CleMotDePasseCabinet), std::nullopt) ||
       !magasin.QVOpenCompta(dossier, {}))
     return echec(dossier);
   essai.PathCabinet = dossier;
