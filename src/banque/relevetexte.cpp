@@ -1,6 +1,7 @@
 #include "banque/relevetexte.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 
 #include "banque/textes.h"
@@ -297,31 +298,32 @@ Date LitJour(std::string_view texte, OrdreDate ordre) {
 }
 
 std::string LibelleNet(std::string_view texte) {
-  std::string net;
-  net.reserve(std::min<std::size_t>(texte.size(), 80));
+  std::array<char, 80> net;
+  std::size_t n = 0;
   for (char c : texte) {
     if (static_cast<unsigned char>(c) < 32 || c == 127 || c == '\xA0') c = ' ';
-    if (c == ' ' && (net.empty() || net.back() == ' ')) continue;
-    net.push_back(c);
-    assert(net.size() <= 80);
-    if (net.size() == 80) break;
+    if (c == ' ' && (n == 0 || net[n - 1] == ' ')) continue;
+    net[n++] = c;
+    if (n == net.size()) break;
   }
-  while (!net.empty() && net.back() == ' ') net.pop_back();
-  return net;
+  while (n > 0 && net[n - 1] == ' ') --n;
+  return {net.data(), n};
 }
 
 std::string LibelleNu(std::string_view texte) {
   const bool ascii = LongueurAscii(texte) == texte.size();
   const std::string lettres = ascii ? std::string() : CleAlphabetique(texte);
-  std::string nu;
-  nu.reserve(texte.size());
-  for (const char c : ascii ? texte : std::string_view(lettres)) {
+  const std::string_view source = ascii ? texte : std::string_view(lettres);
+  std::string nu(source.size(), 0);
+  std::size_t n = 0;
+  for (const char c : source) {
     if (c == 0) break;
     if ((c >= 'A' && c <= 'Z') || Chiffre(c))
-      nu.push_back(c);
+      nu[n++] = c;
     else if (c >= 'a' && c <= 'z')
-      nu.push_back(static_cast<char>(c - 'a' + 'A'));
+      nu[n++] = static_cast<char>(c - 'a' + 'A');
   }
+  nu.resize(n);
   return nu;
 }
 
@@ -329,12 +331,12 @@ std::string LibelleDe(std::initializer_list<std::string_view> parties) {
   std::string libelle;
   for (const std::string_view partie : parties) {
     const std::string net = LibelleNet(partie);
-    if (libelle.empty()) {
-      libelle = net;
+    if (libelle.empty() || net.empty()) {
+      libelle += net;
       continue;
     }
     const std::string nu = LibelleNu(net), deja = LibelleNu(libelle);
-    if (net.empty() || (!nu.empty() && deja.starts_with(nu))) continue;
+    if (!nu.empty() && deja.starts_with(nu)) continue;
     // A part that says the one before whole, and more, takes its place: a name that was cut.
     if (!deja.empty() && nu.starts_with(deja))
       libelle = net;
