@@ -193,10 +193,8 @@ TEST_F(DemarrageTest, RenoncerAuPremierExerciceLaisseLaFenetre) {
 TEST_F(DemarrageTest, LeMotDePasseGardeLaPorte) {
   PremierSejour();
   EcritReglage("Activite", "Mot de Passe", MotDePasseBrouille("Secret"));
-  {
-    robot.Attend("DialogPassword", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); });
-    EXPECT_FALSE(Demarre());
-  }
+  robot.Attend("DialogPassword", [](QDialog& d) { Clique(Trouve<QAbstractButton>(d, "annuler")); });
+  EXPECT_FALSE(Demarre());
   robot.Attend("DialogPassword", [&](QDialog& d) {
     QLineEdit& champ = *d.findChild<QLineEdit*>();
     Tape(champ, QStringLiteral("secret"));
@@ -224,11 +222,9 @@ TEST_F(DemarrageTest, DesClesEndommageesSontDitesUneFois) {
   const auto temps = fs::last_write_time(idx);
   std::fstream(idx, std::ios::in | std::ios::out | std::ios::binary).seekp(-1, std::ios::end).put('x');
   fs::last_write_time(idx, temps);
-  {
-    robot.Attend("DialogMessage", Boite("COMPTES.idx est endommagé", QStringLiteral("&Ok")));
-    ASSERT_TRUE(Demarre());
-    Arrete();
-  }
+  robot.Attend("DialogMessage", Boite("COMPTES.idx est endommagé", QStringLiteral("&Ok")));
+  ASSERT_TRUE(Demarre());
+  Arrete();
   ASSERT_TRUE(Demarre());
 }
 

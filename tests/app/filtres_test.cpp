@@ -10,6 +10,7 @@
 #include "forms/banque/dialograpprochement.h"
 #include "forms/banque/dialogremise.h"
 #include "forms/journal/dialogcorbeille.h"
+#include "forms/journal/dialogecriture.h"
 #include "forms/journal/dialogmouvement.h"
 #include "forms/journal/formesjournal.h"
 #include "forms/master/dialogtauxeuro.h"
@@ -144,13 +145,16 @@ TEST_F(FormesFiltrees, OnAgitSurCeQuiSeVoit) {
   const auto remise = [&] { return Forme(new CDialogRemise(Ui, Dossier() + "/remise", cheques)); };
   const auto rapprochement = [&] { return Forme(new CDialogRapprochement(Ui)); };
   const auto corbeille = [&] { return Forme(new CDialogCorbeille(Ui)); };
-  const auto diverses = [&] {
+  const auto ouverture = [](i16 journal, u32 mouvement) {
     OuvertureEcriture ouverture;
-    ouverture.journal = JournalOD;
+    ouverture.journal = journal;
     ouverture.date = FaitDate(15, 3, 2003);
-    ouverture.mouvement = m_od;
-    return Forme(new CDialogMouvement(Ui, ouverture));
+    ouverture.mouvement = mouvement;
+    return ouverture;
   };
+  const auto diverses = [&] { return Forme(new CDialogMouvement(Ui, ouverture(JournalOD, m_od))); };
+  const u32 deux = Enregistre(Multiple(JournalRecettes, "706", {{"512", 60}, {"531", 40}}));
+  const auto multiple = [&] { return Forme(new CDialogEcriture(Ui, ouverture(JournalRecettes, deux))); };
   for (const Cas& cas : std::initializer_list<Cas>{
            {taux, u"6,50000"_s, Qt::Key_Return, "DialogSaisieTaux"},
            {taux, u"01/02/2001"_s, Qt::Key_Delete},
@@ -167,6 +171,8 @@ TEST_F(FormesFiltrees, OnAgitSurCeQuiSeVoit) {
            {remise, u"20,00"_s, Qt::Key_Space},
            {diverses, u"Reprise"_s, Qt::Key_Return, "DialogLine"},
            {diverses, u"Reprise"_s, Qt::Key_Delete},
+           {multiple, u"40,00"_s, Qt::Key_Return, "DialogLineTresor", "lignes"},
+           {multiple, u"40,00"_s, Qt::Key_Delete, nullptr, "lignes"},
            {rapprochement, u"99,00"_s, Qt::Key_Delete, nullptr, "operations"},
            {rapprochement, u"20,00"_s, Qt::Key_Return, nullptr, "lignes"},
        })

@@ -29,25 +29,6 @@ TEST(PaginationTest, BlocksFallOnPages) {
     std::vector<BlocEtat> blocs;
     TablePages pages;
   };
-  const Cas cas[] = {
-      {"nothing", {}, {{}, {0, false, false}}},
-      {"just fits", {{10}}, {{}, {10, false, false}}},
-      {"one too many", {{11}}, {{}, {0, false, false}, {10, false, false}}},
-      {"the second page holds the footer more", {{10}, {13}, {1}}, {{}, {10}, {20}, {30}}},
-      {"a break behind a short block", {{1, 0, BlocSaut}, {1}}, {{}, {10}, {20}}},
-      {"a break at the very end", {{1, 0, BlocSaut}}, {{}, {10}}},
-      {"taller than a page", {{1}, {99}, {1}}, {{}, {10}, {20}, {30}}},
-      {"a section over pages",
-       {{10, 0, BlocEntete}, {11}, {11}, {5, 0, BlocFinEntete}, {6}},
-       {{}, {10, false, true}, {20, true, true}, {30, true, true}, {50, true, false}}},
-      {"a section that nobody ends", {{1, 0, BlocEntete}}, {{}, {10, false, true}}},
-      {"header and end in one block", {{1, 0, BlocEntete | BlocFinEntete}}, {{}, {10, false, false}}},
-  };
-  for (const Cas& c : cas) {
-    IndexDeTest index(c.blocs);
-    EXPECT_EQ(PagineEtat(index, mesures, 20), c.pages) << c.nom;
-  }
-
   const Cas titres[] = {
       {"a heading goes with its rows", {{8}, {2, 0, BlocTitre}, {1}}, {{}, {10}, {30}}},
       {"two of them, the second a table's",

@@ -124,36 +124,6 @@ TEST_F(EtatsTest, TheSideOfABalanceIsThatOfTheFranc) {
             std::string::npos);
 }
 
-TEST_F(EtatsTest, LongTextsAndLargeAmountsStayOnTheSheet) {
-  Installe(AffichageLivre::Double);
-  const std::string longue(80, 'W');
-  ASSERT_TRUE(PoseCompte("4457", Tva, "TVALONGU", longue) &&
-              PoseCompte("5129", Tresorerie, "BANQUELO", longue, 1));
-  CLines lignes(App(), {});
-  ASSERT_TRUE(lignes.OpenFile());
-  QVAPI::Unite unite(Magasin());
-  for (unsigned i = 0; i < 80; ++i) {
-    SaisieOD od;
-    od.date = Le(1 + i % 28, 6);
-    od.libelle = longue;
-    od.lignes = {{Long("4457"), longue, 9999999999.99, 0}, {Long("5129"), longue, 0, 9999999999.99}};
-    EcritureFaite faite;
-    ASSERT_FALSE(EnregistreOD(App(), od, faite));
-    ChangeLignes(faite.mouvement, [](Line& l) { l.Rapprochee = 1; });
-  }
-  ASSERT_TRUE(unite.Valide());
-  const auto dessine = [this](CEtatComptable&& etat) {
-    ASSERT_TRUE(App().Dit(etat.OnNewDocument()));
-    VerifiePages(etat, VersUtf8(etat.TitreDocument()));
-  };
-  dessine(CEtatBalanceDoc(App(), Demandeur));
-  dessine(CEtatCentralisationDoc(App(), Demandeur));
-  dessine(CEtatTVADoc(App(), Demandeur));
-  dessine(CEtatRapprochementDoc(App(), Demandeur));
-  dessine(JournalDeTest(App(), Demandeur, Mois(JournalOD, 6), true));
-  dessine(JournalDeTest(App(), Demandeur, Mois(JournalOD, 6), false));
-}
-
 TEST_F(EtatsTest, LinesCountByTheirOwnKindAndDate) {
   Installe(AffichageLivre::Euro);
   const u32 mouvement = Ajoute(JournalRecettes, Le(31, 3), "706", 80, 0, 0, "512", "Avril");

@@ -171,22 +171,6 @@ TEST_F(GrandsLivres, BooksWithoutEntries) {
             Texte<CEtatExtraitDoc>());
 }
 
-// A sum that comes to nothing shows as nothing, whatever its additions leave behind.
-TEST_F(GrandsLivres, SumsOfNothingAreEmpty) {
-  Installe(AffichageLivre::Euro, false);
-  for (const f64 montant : {0.1, 0.2, -0.3})
-    Ajoute(JournalRecettes, Le(3, 1), "706", montant, 0, 0, "512", "x");
-  const auto montant = [](CriteresEtat& c) {
-    c.compte = "7060000000";
-    c.affichage = AffichageMontant;
-  };
-  EXPECT_THAT(Rangees(Texte<CEtatExtraitDoc>(montant), "Total :")[0], ElementsAre("Total :"));
-  EXPECT_THAT(Rangees(Texte<CEtatExtraitDoc>([](CriteresEtat& c) { c.compte = "7060000000"; }), "Total :")[0],
-              ElementsAre("Total :", "0,30 €", "0,30 €"));
-  for (const auto& total : Rangees(Texte<CEtatGrandLivreDoc>(montant), "Total :"))
-    EXPECT_THAT(total, ElementsAre("Total :"));
-}
-
 // Which lines of the file close a month of the ledger: the next one, whoever it belongs to.
 TEST_F(GrandsLivres, LedgerMonthTotals) {
   struct Cas {

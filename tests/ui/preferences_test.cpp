@@ -35,14 +35,6 @@ TEST(Couleurs, Contraste) {
   EXPECT_EQ(Lisible(Qt::black, QColor(28, 28, 30)), QColor(Qt::white));
 }
 
-TEST(Couleurs, RougeDansLOctetBas) {
-  EXPECT_EQ(LitCouleur("255"), QColor(255, 0, 0));
-  EXPECT_EQ(LitCouleur("12648447"), QColor(255, 255, 192));
-  EXPECT_EQ(LitCouleur(" 16711680 "), QColor(0, 0, 255));
-  EXPECT_EQ(LitCouleur("rouge"), QColor(0, 0, 0));
-  EXPECT_EQ(EcritCouleur(QColor(1, 2, 3)), std::to_string(1 + 2 * 256 + 3 * 65536));
-}
-
 TEST(Polices, Reglage) {
   const QString bureau = QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
   const QFont defaut = FaitPolice(LitPolice("MS Sans Serif, -11, 0, 0, 0, 0, 0", false));

@@ -88,12 +88,10 @@ TEST_F(FinDeSession, TerminerAnnulerSauvegarder) {
     EXPECT_TRUE(f.isVisible());
     f.reject();
   }));
-  {
-    robot.Attend("DialogEndOfSession", [](QDialog& f) { Clique(Case(f, "sauvegarder")); });
-    robot.Attend("WizardSauvegarde", [](QDialog& f) { f.reject(); });
-    EXPECT_TRUE(PeutFermer(Ui)) << "whatever became of the backup";
-    EXPECT_EQ(Cadre.Appels.front(), "FermeToutes");
-  }
+  robot.Attend("DialogEndOfSession", [](QDialog& f) { Clique(Case(f, "sauvegarder")); });
+  robot.Attend("WizardSauvegarde", [](QDialog& f) { f.reject(); });
+  EXPECT_TRUE(PeutFermer(Ui)) << "whatever became of the backup";
+  EXPECT_EQ(Cadre.Appels.front(), "FermeToutes");
   EXPECT_TRUE(Ferme([&](QDialog& f) {
     decoche(f);
     Va(Case(f, "sauvegarder"));

@@ -57,30 +57,6 @@ TEST_F(FormeEcriture, MultiplePuisSimplifiee) {
   EXPECT_EQ(LignesLues(f->Derniere()).back(), "514 D 150.00 983.94");
 }
 
-TEST_F(FormeEcriture, UnFiltreNeChangePasDeLigne) {
-  auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
-  Clique(*Champ<QPushButton>(*f, "multiple"));
-  auto& table = Trouve<CZNListCtrl>(*f, "lignes");
-  for (const char16_t* montant : {u"20", u"30"}) {
-    robot.Attend("DialogLineTresor", [&](QDialog& l) {
-      Tape(*l.focusWidget(), QString::fromUtf16(montant));
-      QTest::keyClick(l.focusWidget(), Qt::Key_Return);
-      l.reject();
-    });
-    QTest::keyClick(&table, Qt::Key_Insert);
-  }
-  table.PoseFiltre(u"30"_s);
-  table.SelectionneLigne(0);
-  robot.Attend("DialogLineTresor", [&](QDialog& l) {
-    EXPECT_EQ(Lu(l, "montant"), u"30,00"_s);
-    l.reject();
-  });
-  QTest::keyClick(&table, Qt::Key_Return);
-  QTest::keyClick(&table, Qt::Key_Delete);
-  table.OteFiltre();
-  EXPECT_EQ(LignesTresor(*f), u"BQ|Banque|Chèque|100,00 ; BQ|Banque|Chèque|20,00"_s);
-}
-
 /// A code that names no account, and the form of a line: nothing of them becomes something else.
 TEST_F(FormeEcriture, LaTresorerieAMoitieTapeeRevient) {
   auto f = Remplie(JournalRecettes, u"HONOR"_s, u"100"_s);
