@@ -91,9 +91,7 @@ TEST_F(GrandsLivres, OnlyAccountsWithMovements) {
     EXPECT_EQ(mouvementes.substr(mouvementes.rfind("Total")), tous.substr(tous.rfind("Total")));
   };
   const auto filtre = [](CriteresEtat& c) { c.mouvementes = true; };
-  verifie(Texte<CEtatBalanceDoc>(), Texte<CEtatBalanceDoc>(filtre));
   verifie(Texte<CEtatExtraitDoc>(), Texte<CEtatExtraitDoc>(filtre));
-  verifie(Texte<CEtatGrandLivreDoc>(), Texte<CEtatGrandLivreDoc>(filtre));
   verifie(Texte<CEtatCentralisationDoc>(), Texte<CEtatCentralisationDoc>(filtre));
 }
 
