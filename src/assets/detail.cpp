@@ -10,12 +10,11 @@
 #include "core/erreurssaisie.h"
 #include "core/fiche.h"
 #include "core/valeurs.h"
+#include "store/indicescles.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u32 CleNumero = 1;
 
 /// Both currencies of what a person typed.
 void PoseReel(f64 taux, bool euro, f64 reel, Amortissement& rec) {
@@ -79,7 +78,7 @@ Refus EnregistreDetail(CFenlorApp& app, const DetailAmortissements& detail) {
   CAmortissements corrections(app, app.PathCabinet);
   if (!fichier.OpenFile() || !corrections.OpenFile()) return EchecFichier();
   fichier.Rec->Numero = detail.immo.Numero;
-  if (!fichier.Find(CleNumero)) return Refus(ErrImmobilisationDisparue);
+  if (!fichier.Find(IndiceImmoNumero)) return Refus(ErrImmobilisationDisparue);
   QVAPI::Unite unite(magasin);
   for (LigneDetail ligne : detail.lignes) {
     ligne.reel = Arrondi2(ligne.reel);

@@ -9,6 +9,7 @@
 #include "core/erreursexercice.h"
 #include "core/erreurssaisie.h"
 #include "core/valeurs.h"
+#include "store/indicescles.h"
 #include "store/membre.h"
 #include "store/texte1252.h"
 
@@ -19,7 +20,6 @@ namespace {
 using G = GenreChamp;
 using Fiche = FicheImmobilisation;
 
-constexpr u32 CleNumero = 1;
 constexpr unsigned LimiteMontant = 16;
 constexpr f64 TauxTvaMax = 100;
 
@@ -188,7 +188,7 @@ Position PositionImmobilisation(CFenlorApp& app, u32 numero) {
   CImmobilisations fichier(app, app.PathCabinet);
   if (!fichier.OpenFile()) return 0;
   fichier.Rec->Numero = numero;
-  return fichier.Find(CleNumero) ? fichier.GetPos() : 0;
+  return fichier.Find(IndiceImmoNumero) ? fichier.GetPos() : 0;
 }
 
 MontantsAchat CalculMontantsAchat(f64 prix, f64 taux) {

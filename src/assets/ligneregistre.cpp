@@ -44,7 +44,7 @@ ColonneListe<Rangee> ColonneAnnee(u32 rang) {
   return {{}, 11, texte, Cote::Droite};
 }
 
-std::string TexteTaux(const Rangee& r) {
+std::string TexteTypeTaux(const Rangee& r) {
   const Immobilisation& immo = r.ligne->immo;
   if (r.euro || immo.ValeurAmortissableFranc == 0) return {};
   constexpr const char* lettres[] = {"L", "D", "E"};
@@ -113,7 +113,7 @@ const TableColonnes<RangeeRegistre>& ColonnesRegistre() {
         Montant("T.V.A.\ndéductible"_w, Taxe),
         Montant("Prix\nde\nrevient", [](const Rangee& r) { return Prix(r) - Taxe(r); }),
         Montant("Valeur\namortissable", Valeur),
-        {"Taux\nannuel", 9, TexteTaux, Cote::Droite},
+        {"Taux\nannuel", 9, TexteTypeTaux, Cote::Droite},
     };
     for (u32 rang = NbAnnees; rang-- > 0;) colonnes.push_back(ColonneAnnee(rang));
     colonnes.push_back(Montant("Total\ndes\nAmortissements", Cumul));

@@ -9,13 +9,12 @@
 #include "core/textes.h"
 #include "core/valeurs.h"
 #include "store/cumuls.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u32 CleCompteDate = 2;
 
 /// The text that a line of the account and the day stands at, or behind.
 std::string CleDuJour(const PeriodeRapprochement& periode, Date jour) {
@@ -114,7 +113,7 @@ std::vector<LigneARapprocher> LignesARapprocher(CFenlorApp& app, const PeriodeRa
   std::vector<LigneARapprocher> lignes;
   CLines journal(app, app.PathExercice);
   if (periode.compte.empty() || periode.du > periode.au || !journal.OpenFile()) return lignes;
-  const auto cle = static_cast<u16>(journal.NumCle + CleCompteDate);
+  const auto cle = static_cast<u16>(journal.NumCle + IndiceCompteDate);
   app.Magasin.QVParcoursCle(cle, CleDuJour(periode, periode.du), CleDuJour(periode, periode.au) + '\xFF',
                             [&](Position position, const void* rec) {
                               const Line& l = *static_cast<const Line*>(rec);

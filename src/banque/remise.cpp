@@ -13,13 +13,13 @@
 #include "core/valeurs.h"
 #include "journal/controles.h"
 #include "journal/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr u32 CleCompteDate = 2;
 constexpr f64 centimes = 100;
 
 /// The same day in another year, the last of its month where there is none.
@@ -106,7 +106,7 @@ Refus ChequesDe(CFenlorApp& app, CriteresRemise& criteres, std::vector<Cheque>& 
   if (!lignes.OpenFile()) return EchecFichier();
   const std::string debut = MakeJournalKey3(criteres.compte, criteres.du, 0, 0, 0, 0);
   const bool lu = app.Magasin.QVParcoursCle(
-      static_cast<u16>(lignes.NumCle + CleCompteDate), debut, {}, [&](Position position, const void* rec) {
+      static_cast<u16>(lignes.NumCle + IndiceCompteDate), debut, {}, [&](Position position, const void* rec) {
         const Line& ligne = *static_cast<const Line*>(rec);
         if (LitTexte(ligne.Compte) != criteres.compte || ligne.DateLigne > criteres.au) return false;
         if (EstCheque(ligne, criteres.compte) && Retenue(ligne, criteres))

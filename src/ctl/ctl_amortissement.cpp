@@ -8,6 +8,7 @@
 #include "ctl/tableau.h"
 #include "ctl/textes.h"
 #include "journal/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -19,8 +20,6 @@ struct OptionsAmortissement {
   std::optional<u32> numero;  ///< instead: an asset of the practice
   std::string au;             ///< "JJ/MM/AAAA", empty: the end of the exercice
 };
-
-constexpr u32 CleNumero = 1;
 
 /// All years with the cumul up to each.
 class Echeancier : public CCalculAmortissements {
@@ -82,7 +81,7 @@ class CommandeEcheancier {
     CImmobilisations fichier(m_contexte.App, m_contexte.App.PathCabinet);
     if (!fichier.OpenFile()) return m_contexte.RefuseMagasin();
     fichier.Rec->Numero = numero;
-    if (!fichier.Find(CleNumero)) {
+    if (!fichier.Find(IndiceImmoNumero)) {
       if (m_contexte.Dialogue.Numero() != 0) return m_contexte.RefuseMagasin();
       return m_contexte.Refuse(ErrChampInvalide, {"numero", "cette immobilisation n'existe pas."_w});
     }

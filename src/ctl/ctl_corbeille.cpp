@@ -15,7 +15,7 @@ struct OptionsCorbeille {
   u32 numero = 0;
 };
 
-int Liste(Contexte& c) {
+int ListeCorbeille(Contexte& c) {
   if (!c.OuvreExercice()) return StatutRefuse;
   std::vector<Suppression> suppressions;
   if (const Refus refus = LitCorbeille(c.App, suppressions)) return c.Refuse(refus);
@@ -49,7 +49,7 @@ void DeclareCorbeille(LigneCommande& ligne) {
   const auto o = std::make_shared<OptionsCorbeille>();
   Commande corbeille =
       ligne.Ajoute("corbeille", "Les écritures supprimées depuis 90 jours",
-                   [o](Contexte& c) { return o->action == "lister" ? Liste(c) : Ramene(c, *o); });
+                   [o](Contexte& c) { return o->action == "lister" ? ListeCorbeille(c) : Ramene(c, *o); });
   corbeille.Controle([o](const OptionsGlobales&) {
     return o->action.empty() ? std::string("il manque lister ou restaurer") : std::string();
   });

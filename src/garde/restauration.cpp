@@ -22,8 +22,6 @@ namespace fenlor {
 namespace {
 
 constexpr std::size_t ConstatsMax = 100;
-/// Old books of one minute. A disk that does not answer says of every name that it is taken.
-constexpr unsigned HomonymesMax = 100;
 using CleValeur = std::pair<std::string, std::string>;
 
 class Atelier {

@@ -11,6 +11,9 @@ namespace fenlor {
 constexpr const char* NomAtelier = "restauration~";
 /// Behind the name of an archive until it was read back.
 constexpr const char* SuffixeProvisoire = ".part";
+/// Backups, or old books, of one practice within one minute. A disk that does not answer says of every name
+/// that it is taken.
+constexpr unsigned HomonymesMax = 100;
 
 /// Takes the file for this process until the descriptor is closed. ErrOccupe, or errno.
 int TientFichier(const Fichier& fichier);

@@ -16,9 +16,6 @@ namespace fenlor {
 
 namespace {
 
-/// Backups of one practice within one minute.
-constexpr unsigned HomonymesMax = 100;
-
 /// A file that goes again unless it got its name.
 class FichierProvisoire {
  public:

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::string_view Magie("FNSCEAU\1", 8);
 constexpr u64 TailleSceauMax = u64{1} << 30;
-constexpr std::size_t ConstatsMax = 20;
+constexpr std::size_t EnregistrementsDitsMax = 20;
 
 using Empreinte16 = std::array<u8, 16>;
 
@@ -171,7 +171,8 @@ Refus Compare(CFenlorApp& app, const FichierScelle& avant, const FichierScelle& 
                                     std::to_string(disparus.size()), std::to_string(nouveaux.size())}));
   if (avant.numero == 0 || nouveaux.empty()) return {};
   return Parcourt(app, avant.numero, [&](const Empreinte16& somme, Position position, const void* rec) {
-    if (constats.size() < ConstatsMax && std::binary_search(nouveaux.begin(), nouveaux.end(), somme))
+    if (constats.size() < EnregistrementsDitsMax &&
+        std::binary_search(nouveaux.begin(), nouveaux.end(), somme))
       constats.push_back(TexteFormat(TexteSceauEnregistrement, {NomRecord(avant.numero, rec, position)}));
   });
 }

@@ -10,7 +10,7 @@ namespace fenlor {
 
 namespace {
 
-constexpr char Points[] = "\x85";                                   // one character of three dots
+constexpr char TroisPoints[] = "\x85";                              // one character of three dots
 constexpr f64 MilieuLigneBase = (MonteeTexte - DescenteTexte) / 2;  // of the height of the font
 constexpr f64 TitreReduit = 0.6;                                    // a longer title is cut
 constexpr int LumiereDessus = 28, OmbreCote = 26, OmbreDessous = 38;
@@ -105,8 +105,8 @@ std::string Dessinateur::Coupe(const std::string& texte, f64 largeur, f64 hauteu
   constexpr f64 jeu = 1 + 1e-9;  // a font made to fit does
   if (m_mesure.Largeur(texte, hauteur, gras) <= largeur * jeu) return texte;
   std::string coupe = texte;
-  while (!coupe.empty() && m_mesure.Largeur(coupe + Points, hauteur, gras) > largeur) coupe.pop_back();
-  return coupe.empty() ? coupe : coupe + Points;
+  while (!coupe.empty() && m_mesure.Largeur(coupe + TroisPoints, hauteur, gras) > largeur) coupe.pop_back();
+  return coupe.empty() ? coupe : coupe + TroisPoints;
 }
 
 void Dessinateur::Titre() {

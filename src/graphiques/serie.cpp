@@ -11,14 +11,13 @@
 #include "core/valeurs.h"
 #include "graphiques/textes.h"
 #include "store/definitions.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr u32 CleType = 3;        // of the chart of accounts
-constexpr u32 CleCompteDate = 2;  // of the journal
 constexpr std::size_t LargeurCompte = 10;
 constexpr std::size_t LargeurLibelle = 15, LargeurMois = 3;
 constexpr i16 Groupes[] = {Recette, Depense, Tresorerie, Tva};
@@ -44,7 +43,7 @@ class Mouvements {
       (ligne.Sens != 0 ? credits : debits)[mois - 1] += m_euro ? +ligne.MontantEuro : +ligne.MontantFranc;
       return true;
     };
-    if (!m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes.NumCle + CleCompteDate),
+    if (!m_app.Magasin.QVParcoursCle(static_cast<u16>(m_lignes.NumCle + IndiceCompteDate),
                                      prefixe + StrSDate(du), prefixe + StrSDate(au) + '\xFF', ajoute)) {
       m_lignes.ErreurLecture();
       return false;
@@ -94,7 +93,7 @@ Refus LitComptesGraphique(CFenlorApp& app, std::vector<CompteGraphique>& lignes)
           {type, numero, CompacteTexte(app.Magasin.GetShortCompte(numero)), LitTexte(compte.Designation)});
       return true;
     };
-    if (app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + CleType), std::to_string(type),
+    if (app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + IndicePlanType), std::to_string(type),
                                   std::to_string(type + 1), ajoute))
       continue;
     plan.ErreurLecture();

@@ -7,6 +7,7 @@
 #include "core/btfiles.h"
 #include "core/texte.h"
 #include "core/valeurs.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -14,7 +15,6 @@ namespace fenlor {
 namespace {
 
 constexpr std::size_t proposesAuPlus = 100;
-constexpr u32 CleNumero = 0, CleCode = 1, CleJournalCompte = 1;
 /// Behind every date that a key can hold.
 constexpr Date FinDesDates = FaitDate(99, 99, 9999);
 
@@ -57,13 +57,13 @@ std::string CompteOffert::Texte() const { return court + ' ' + designation; }
 std::vector<CompteOffert> ComptesParCode(CFenlorApp& app, i16 type) {
   assert(type >= Tresorerie && type <= Autre);
   std::vector<CompteOffert> comptes =
-      Parcourt(app, CleCode, [type](const Plan& plan) { return plan.Type == type; });
+      Parcourt(app, IndicePlanCode, [type](const Plan& plan) { return plan.Type == type; });
   std::stable_sort(comptes.begin(), comptes.end(), CodeAvant);
   return comptes;
 }
 
 std::vector<CompteOffert> ComptesParNumero(CFenlorApp& app) {
-  return Parcourt(app, CleNumero, [](const Plan&) { return true; });
+  return Parcourt(app, IndicePlanCompte, [](const Plan&) { return true; });
 }
 
 const CompteOffert* CompteDeCode(const std::vector<CompteOffert>& comptes, const std::string& texte) {
@@ -144,7 +144,7 @@ std::string DernierLibelle(CFenlorApp& app, i16 journal, const std::string& comp
   if (compte.empty()) return {};
   CLines lignes(app, app.PathExercice);
   if (!lignes.OpenFile()) return {};
-  const auto cle = static_cast<u16>(lignes.NumCle + CleJournalCompte);
+  const auto cle = static_cast<u16>(lignes.NumCle + IndiceJournalCompte);
   const u16 numero = static_cast<u16>(journal);
   std::string texte = MakeJournalKey2(numero, compte, FinDesDates, 0, 0, 0);
   const Position apres = app.Magasin.QVBrowseKey(cle, texte);

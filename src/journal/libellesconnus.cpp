@@ -9,15 +9,10 @@
 #include "core/btfiles.h"
 #include "core/valeurs.h"
 #include "journal/choixcomptes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
-
-namespace {
-
-constexpr u32 CleJournalCompte = 1;  ///< journal, account, date
-
-}  // namespace
 
 std::vector<LibelleConnu> LibellesConnus(CFenlorApp& app, i16 journal, const std::string& compte) {
   if (compte.empty() || app.PathExercice.empty()) return {};
@@ -39,7 +34,7 @@ std::vector<LibelleConnu> LibellesConnus(CFenlorApp& app, i16 journal, const std
     connu->second.mouvement = ligne.Mouvement;
     return true;
   };
-  app.Magasin.QVParcoursCle(static_cast<u16>(lignes.NumCle + CleJournalCompte), debut, {}, suite);
+  app.Magasin.QVParcoursCle(static_cast<u16>(lignes.NumCle + IndiceJournalCompte), debut, {}, suite);
   std::vector<LibelleConnu> connus;
   for (auto& [libelle, connu] : vus) connus.push_back(std::move(connu));
   std::stable_sort(connus.begin(), connus.end(), [](const LibelleConnu& a, const LibelleConnu& b) {

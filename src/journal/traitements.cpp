@@ -9,13 +9,13 @@
 #include "core/textes.h"
 #include "journal/controles.h"
 #include "journal/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr u32 CleJournalDate = 0, CleDate = 3;
 /// Entries of one unit of work: a year costs few syncs, and a stop loses nothing.
 constexpr std::size_t tailleLot = 500;
 constexpr unsigned dernierMois = 12;
@@ -105,7 +105,7 @@ Refus TraitementBrouillard::TraiteLot(std::size_t& place) {
 bool TraitementBrouillard::Rassemble() {
   assert(m_entrees.empty() && m_demande.journal >= 0 && m_demande.journal <= JournalOD);
   const CLines lignes(m_app, m_app.PathExercice);
-  const u32 cle = m_demande.journal == 0 ? CleDate : CleJournalDate;
+  const u32 cle = m_demande.journal == 0 ? IndiceDateCompte : IndiceJournalDate;
   const std::string prefixe = m_demande.journal == 0 ? std::string() : std::to_string(m_demande.journal);
   std::unordered_set<u32> vues;
   return m_app.Magasin.QVParcoursCle(static_cast<u16>(lignes.NumCle + cle), prefixe + StrSDate(m_demande.du),

@@ -7,18 +7,17 @@
 #include "core/erreursexercice.h"
 #include "journal/controles.h"
 #include "journal/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr u32 CleType = 3;
-
 Refus ControleTresoreries(CFenlorApp& app) {
   const CPlan plan(app, app.PathExercice);
   unsigned nombre = 0;
-  const bool lu = app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + CleType),
+  const bool lu = app.Magasin.QVParcoursCle(static_cast<u16>(plan.NumCle + IndicePlanType),
                                             std::to_string(Tresorerie), std::to_string(Tresorerie + 1),
                                             [&](Position, const void*) { return ++nombre < 2; });
   if (!lu) return app.EchecMagasin();

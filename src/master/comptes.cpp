@@ -13,6 +13,7 @@
 #include "master/lotreglages.h"
 #include "master/textes.h"
 #include "master/utilisationcompte.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -45,7 +46,6 @@ constexpr ChampFiche Champs[] = {
 };
 // clang-format on
 
-constexpr u32 CleNumero = 0;
 constexpr f64 ToutProfessionnel = 100;
 
 std::string CodeDe(const Plan& compte) { return CompacteTexte(LitTexte(compte.Code)); }
@@ -76,7 +76,7 @@ bool CodePris(CFenlorApp& app, const std::string& code, Position position, int t
 bool NumeroPris(CFenlorApp& app, const std::string& compte, Position position) {
   CPlan plan(app, app.PathExercice);
   PoseTexte(plan.Rec->Compte, compte);
-  return ClePrise(plan, CleNumero, position);
+  return ClePrise(plan, IndicePlanCompte, position);
 }
 
 const TexteFixe& ErreurNumeroPris(FormeCompte forme) {

@@ -5,13 +5,12 @@
 #include "core/valeurs.h"
 #include "master/comptes.h"
 #include "master/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u32 CleNumero = 0, CleType = 3, CleCodeRubrique = 0, CleTypeRubrique = 1;
 
 /// An amount of the lists: its titles alone, in Franc, in Euro; a balance shows its side.
 struct MontantListe {
@@ -71,7 +70,7 @@ std::vector<ChoixRubrique> RubriquesDuType(CFenlorApp& app, i16 type) {
   const bool unCote = type == Recette || type == Depense;
   const std::string debut = unCote ? std::string(1, static_cast<char>('0' + type - Recette)) : std::string();
   const std::string fin = unCote ? std::string(1, static_cast<char>(debut[0] + 1)) : std::string();
-  const auto cle = static_cast<u16>(rubriques.NumCle + (unCote ? CleTypeRubrique : CleCodeRubrique));
+  const auto cle = static_cast<u16>(rubriques.NumCle + (unCote ? IndiceRubriqueType : IndiceRubriqueCode));
   app.Magasin.QVParcoursCle(cle, debut, fin, [&](Position, const void* rec) {
     const Rubrique& rubrique = *static_cast<const Rubrique*>(rec);
     const std::string code = NormaliseRubrique(LitTexte(rubrique.Rubrique));
@@ -85,7 +84,7 @@ std::vector<ChoixTVA> ChoixComptesTVA(CFenlorApp& app) {
   std::vector<ChoixTVA> choix;
   CPlan plan(app, app.PathExercice);
   if (!plan.OpenFile()) return choix;
-  const auto cle = static_cast<u16>(plan.NumCle + CleType);
+  const auto cle = static_cast<u16>(plan.NumCle + IndicePlanType);
   app.Magasin.QVParcoursCle(cle, std::to_string(Tva), std::to_string(Autre), [&](Position, const void* rec) {
     const Plan& compte = *static_cast<const Plan*>(rec);
     choix.push_back({LitTexte(compte.Compte), LitTexte(compte.Code), compte.TauxTVA});
@@ -152,7 +151,7 @@ std::vector<Position> PositionsComptes(CFenlorApp& app, ListeComptes liste) {
   if (!plan.OpenFile()) return positions;
   const int type = TypeDe(liste);
   const bool tous = type < 0;
-  const auto cle = static_cast<u16>(plan.NumCle + (tous ? CleNumero : CleType));
+  const auto cle = static_cast<u16>(plan.NumCle + (tous ? IndicePlanCompte : IndicePlanType));
   app.Magasin.QVParcoursCle(cle, tous ? std::string() : std::to_string(type),
                             tous ? std::string() : std::to_string(type + 1),
                             [&](Position position, const void*) {

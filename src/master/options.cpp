@@ -8,6 +8,7 @@
 #include "core/valeurs.h"
 #include "master/lotreglages.h"
 #include "master/textes.h"
+#include "store/indicescles.h"
 #include "store/motdepasse.h"
 #include "store/texte1252.h"
 
@@ -38,7 +39,6 @@ constexpr ChampFiche ChampsAssociation[] = {
 constexpr ChampFiche ChampsComptable[] = {
     Reglage<&OptionsComptable::identification>("identification", CleIdentification)};
 
-constexpr u32 CleType = 3;
 constexpr const char* RegistreUtilisateur = "HKEY_CURRENT_USER";
 constexpr int JoursMin = 1, JoursMax = 365, JoursDefaut = 90;
 
@@ -114,8 +114,8 @@ std::vector<AdresseBanque> LitAdressesBanque(CFenlorApp& app) {
   if (!plan.OpenFile()) return banques;
   plan.ClearRec();
   plan.Rec->Type = Tresorerie;
-  for (bool trouve = plan.Browse(CleType); trouve && plan.Rec->Type == Tresorerie;
-       trouve = plan.Next(CleType)) {
+  for (bool trouve = plan.Browse(IndicePlanType); trouve && plan.Rec->Type == Tresorerie;
+       trouve = plan.Next(IndicePlanType)) {
     const std::string code = CompacteTexte(LitTexte(plan.Rec->Code));
     if (plan.Rec->TypeTresorerie != 0 && !code.empty()) banques.push_back(LitAdresseBanque(app, code));
   }

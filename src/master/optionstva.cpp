@@ -9,13 +9,12 @@
 #include "core/valeurs.h"
 #include "master/comptes.h"
 #include "master/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u32 CleNumero = 0, CleCode = 1, CleType = 3;
 
 bool Porte(const std::vector<LigneTva>& lignes, const std::string& compte) {
   return std::any_of(lignes.begin(), lignes.end(), [&](const LigneTva& l) { return l.compte == compte; });
@@ -25,7 +24,7 @@ bool Trouve(CPlan& plan, const std::string& compte) {
   assert(!compte.empty());
   plan.ClearRec();
   PoseTexte(plan.Rec->Compte, compte);
-  return plan.Find(CleNumero);
+  return plan.Find(IndicePlanCompte);
 }
 
 /// Held by an account that is no VAT account: listing it would take it over.
@@ -45,7 +44,7 @@ bool CodePris(CPlan& plan, const std::string& code) {
   assert(!code.empty());
   plan.ClearRec();
   PoseTexte(plan.Rec->Code, code);
-  return plan.Browse(CleCode) && CompareSansCasse(CompacteTexte(LitTexte(plan.Rec->Code)), code) == 0;
+  return plan.Browse(IndicePlanCode) && CompareSansCasse(CompacteTexte(LitTexte(plan.Rec->Code)), code) == 0;
 }
 
 std::string CodeLibre(CPlan& plan) {
@@ -103,7 +102,8 @@ std::vector<LigneTva> LitComptesTva(CFenlorApp& app) {
   if (!plan.OpenFile()) return lignes;
   plan.ClearRec();
   plan.Rec->Type = Tva;
-  for (bool trouve = plan.Browse(CleType); trouve && plan.Rec->Type == Tva; trouve = plan.Next(CleType))
+  for (bool trouve = plan.Browse(IndicePlanType); trouve && plan.Rec->Type == Tva;
+       trouve = plan.Next(IndicePlanType))
     lignes.push_back({plan.GetPos(), LitTexte(plan.Rec->Compte), plan.Rec->TauxTVA});
   return lignes;
 }

@@ -7,6 +7,7 @@
 #include "core/valeurs.h"
 #include "master/formule.h"
 #include "master/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -14,23 +15,22 @@ namespace fenlor {
 namespace {
 
 using G = GenreChamp;
-using Fiche = FicheRubrique;
 
-constexpr u32 CleCode = 0, ClePlanRubrique = 2;
 constexpr int LigneMax = 999;
 
-constexpr const char* Types[] = {"recette", "depense", "resultat", "taxe"};
+constexpr const char* TypesRubrique[] = {"recette", "depense", "resultat", "taxe"};
 // clang-format off
-constexpr ChampFiche Champs[] = {
-  {"code", Membre<&Fiche::code>, G::Code, "Rubrique", 0, {"code", "Code, 3 caractères au plus"}},
-  {"designation", Membre<&Fiche::designation>, G::Texte, "Designation", 0, {"designation", "Désignation"}},
-  {"ligne", Membre<&Fiche::ligne>, G::Nombre, "Ligne", 5,
+constexpr ChampFiche ChampsRubrique[] = {
+  {"code", Membre<&FicheRubrique::code>, G::Code, "Rubrique", 0, {"code", "Code, 3 caractères au plus"}},
+  {"designation", Membre<&FicheRubrique::designation>, G::Texte, "Designation", 0,
+   {"designation", "Désignation"}},
+  {"ligne", Membre<&FicheRubrique::ligne>, G::Nombre, "Ligne", 5,
    {"ligne", "Ligne de l'état", "", "numéro de ligne incorrect"}},
-  {"type", Membre<&Fiche::type>, G::Choix, "TypeRubrique", 0, {"type", "Type"}, Types},
-  {"manuel", Membre<&Fiche::manuel>, G::Drapeau, "Manuel"},
-  {"formule", Membre<&Fiche::formule>, G::Texte, "Formule", 0,
+  {"type", Membre<&FicheRubrique::type>, G::Choix, "TypeRubrique", 0, {"type", "Type"}, TypesRubrique},
+  {"manuel", Membre<&FicheRubrique::manuel>, G::Drapeau, "Manuel"},
+  {"formule", Membre<&FicheRubrique::formule>, G::Texte, "Formule", 0,
    {"formule", "Calcul automatique (vide : total des comptes)"}},
-  {"montant", Membre<&Fiche::montant>, G::MontantSigne, "Manuel", 16,
+  {"montant", Membre<&FicheRubrique::montant>, G::MontantSigne, "Manuel", 16,
    {"montant", "Montant manuel", "formule"}},
 };
 // clang-format on
@@ -42,16 +42,16 @@ std::string SansFin(std::string code) {
 }
 
 /// A heading other than that at `position` holds the code.
-bool CodePris(CFenlorApp& app, const std::string& code, Position position) {
+bool CodeDeRubriquePris(CFenlorApp& app, const std::string& code, Position position) {
   CRubriques rubriques(app, app.PathExercice);
   PoseTexte(rubriques.Rec->Rubrique, code);
-  return ClePrise(rubriques, CleCode, position);
+  return ClePrise(rubriques, IndiceRubriqueCode, position);
 }
 
 /// One saving: the checks in their order, then the record.
-class Enregistrement {
+class EnregistrementRubrique {
  public:
-  Enregistrement(CFenlorApp& app, FicheRubrique& fiche)
+  EnregistrementRubrique(CFenlorApp& app, FicheRubrique& fiche)
       : m_app(app),
         m_fiche(fiche),
         m_code(NormaliseRubrique(fiche.code)),
@@ -59,7 +59,7 @@ class Enregistrement {
         m_rubriques(app, app.PathExercice) {}
 
   Refus Fait() {
-    using E = Enregistrement;
+    using E = EnregistrementRubrique;
     if (!m_rubriques.OpenFile()) return EchecFichier();
     return PremierRefus(*this, &E::Limites, &E::Ligne, &E::Code, &E::Boucle, &E::Ecrit);
   }
@@ -83,7 +83,7 @@ class Enregistrement {
     // A rebuild of the file drops headings whose code is blank.
     if (EstVide(m_code)) return Refus(ErrCodeRubriqueObligatoire, "code");
     // The heading that holds the code would be replaced without a word.
-    if (CodePris(m_app, m_code, m_fiche.position)) return Refus(ErrCodeExistant, "code");
+    if (CodeDeRubriquePris(m_app, m_code, m_fiche.position)) return Refus(ErrCodeExistant, "code");
     return {};
   }
 
@@ -92,7 +92,7 @@ class Enregistrement {
     if (code == m_code) return m_formule;
     m_rubriques.ClearRec();
     PoseTexte(m_rubriques.Rec->Rubrique, code);
-    return ClePrise(m_rubriques, CleCode, m_fiche.position) && !m_rubriques.Rec->Manuel
+    return ClePrise(m_rubriques, IndiceRubriqueCode, m_fiche.position) && !m_rubriques.Rec->Manuel
                ? LitTexte(m_rubriques.Rec->Formule)
                : std::string();
   }
@@ -126,7 +126,7 @@ class Enregistrement {
 
 }  // namespace
 
-const TableFiche FicheRubrique::Table{"Rubrique", Champs};
+const TableFiche FicheRubrique::Table{"Rubrique", ChampsRubrique};
 
 Refus LitFiche(CFenlorApp& app, Position position, FicheRubrique& fiche) {
   CRubriques rubriques(app, app.PathExercice);
@@ -142,7 +142,7 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
   const std::string debut = NormaliseRubrique(code);
   CPlan plan(app, app.PathExercice);
   if (EstVide(debut) || !plan.OpenFile()) return comptes;
-  const auto cle = static_cast<u16>(plan.NumCle + ClePlanRubrique);
+  const auto cle = static_cast<u16>(plan.NumCle + IndicePlanRubrique);
   app.Magasin.QVParcoursCle(cle, debut, debut + '\xFF', [&](Position position, const void* rec) {
     const Plan& compte = *static_cast<const Plan*>(rec);
     comptes.push_back({position, LitTexte(compte.Compte), {}, LitTexte(compte.Designation)});
@@ -154,12 +154,13 @@ std::vector<CompteAssocie> ComptesAssocies(CFenlorApp& app, const std::string& c
 
 Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
   const std::string code = NormaliseRubrique(fiche.code);
-  return EstVide(code) || !CodePris(app, code, fiche.position) ? Refus{} : Refus(ErrCodeExistant, "code");
+  return EstVide(code) || !CodeDeRubriquePris(app, code, fiche.position) ? Refus{}
+                                                                         : Refus(ErrCodeExistant, "code");
 }
 
 Refus EnregistreFiche(CFenlorApp& app, FicheRubrique& fiche) {
   if (app.Reglages.IsExerciceCloture()) return {};
-  return Enregistrement(app, fiche).Fait();
+  return EnregistrementRubrique(app, fiche).Fait();
 }
 
 Refus AvisFiche(CFenlorApp& app, const FicheRubrique& fiche) {
@@ -167,7 +168,7 @@ Refus AvisFiche(CFenlorApp& app, const FicheRubrique& fiche) {
   const std::string propre = NormaliseRubrique(fiche.code);
   const auto connu = [&](const std::string& terme) {
     const std::string code = RubriqueDuTerme(terme);
-    return EstVariable(terme) || (!code.empty() && (code == propre || CodePris(app, code, 0)));
+    return EstVariable(terme) || (!code.empty() && (code == propre || CodeDeRubriquePris(app, code, 0)));
   };
   std::vector<std::string> inconnus;
   for (const TermeFormule& terme : TermesFormule(CompacteTexte(fiche.formule))) {

@@ -9,13 +9,12 @@
 #include "core/erreursexercice.h"
 #include "master/formule.h"
 #include "master/rubriques.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
-
-constexpr u32 CleJournalCompte = 2;
 
 /// Codes of the headings that use the variable, and of those that their formulas add up, in order.
 bool CodesUtilisant(CFenlorApp& app, const std::string& variable, std::set<std::string>& codes) {
@@ -50,7 +49,7 @@ bool Ecritures(CFenlorApp& app, const std::string& variable, std::set<u32>& mouv
   if (!CodesUtilisant(app, variable, codes)) return false;
   CLines lignes(app, app.PathExercice);
   if (!lignes.OpenFile()) return false;
-  const auto cle = static_cast<u16>(lignes.NumCle + CleJournalCompte);
+  const auto cle = static_cast<u16>(lignes.NumCle + IndiceCompteDate);
   const auto retient = [&](Position, const void* rec) {
     const u32 mouvement = static_cast<const Line*>(rec)->Mouvement;  // packed: no reference to it
     mouvements.insert(mouvement);

@@ -11,8 +11,8 @@ namespace {
 
 constexpr i32 largeurA4 = 1900, hauteurA4 = 2770;  // tenths of a millimetre, without margins
 constexpr i32 dixiemesParPouce = 254;
-constexpr i32 pointsBrouillon = 10, pointsParPouce = 72;
-constexpr i64 largeurMax = 1 << 29;
+constexpr i32 pointsBrouillon = 10;
+constexpr i64 largeurTexteMax = 1 << 29;
 
 }  // namespace
 
@@ -40,7 +40,7 @@ Etendue Enregistreur::Mesure(unsigned style, std::string_view texte) const {
       3 * static_cast<i64>(texte.size()) - 2 * std::count(texte.begin(), texte.end(), BlancFin);
   const i64 largeur = std::min(taille * hauteur / 5, taille * std::max(1, m_largeur / ColonnesPage) / 3);
   assert(largeur >= 0);
-  return {static_cast<i32>(std::min(largeur, largeurMax)), hauteur};
+  return {static_cast<i32>(std::min(largeur, largeurTexteMax)), hauteur};
 }
 
 void Enregistreur::DessineTexte(unsigned style, const Rectangle& cadre, Alignement alignement,

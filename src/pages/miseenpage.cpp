@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t tailleReglage = 80;
 constexpr i32 pointsMax = 400;
-constexpr f64 pointsParPouce = 72;
 
 }  // namespace
 
@@ -33,7 +32,7 @@ MiseEnPage PreparePage(Peripherique& peripherique, const ReglagePolice& police, 
   if (brouillon) {
     peripherique.FaitPoliceBrouillon();
   } else {
-    const auto hauteur = static_cast<i32>(police.points * peripherique.UnitesParPouce() / pointsParPouce);
+    const i32 hauteur = police.points * peripherique.UnitesParPouce() / pointsParPouce;
     for (unsigned style = 0; style < NbStyles; ++style) {
       peripherique.FaitPolice(style, {police.face, std::max(1, hauteur), style & StyleGras ? 700 : 400,
                                       (style & StyleItalique) != 0, (style & StyleSouligne) != 0});

@@ -9,6 +9,8 @@
 
 namespace fenlor {
 
+constexpr i32 pointsParPouce = 72;
+
 constexpr i32 ColonnesPage = 144;
 
 struct ReglagePolice {

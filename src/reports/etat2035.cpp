@@ -9,13 +9,13 @@
 #include "reports/livresetat.h"
 #include "reports/textes.h"
 #include "store/definitions.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr u32 CleLigne = 3;
 constexpr int DerniereLignePrincipale = 99;
 constexpr const char* chiffres = "0123456789";
 constexpr std::size_t BouclesDites = 10;
@@ -103,8 +103,8 @@ std::vector<CEtat2035Doc::LigneFiscale> CEtat2035Doc::LitLignes(Bloc bloc) {
     Abandonne(EchecFichier());
     return lignes;
   }
-  ParcourtFichier<Rubrique>(App, *this, fichier, CleLigne, MakeRubriquesKey4(bornes.premier, {}), {},
-                            [&](const Rubrique& rubrique) {
+  ParcourtFichier<Rubrique>(App, *this, fichier, IndiceRubriqueLigne, MakeRubriquesKey4(bornes.premier, {}),
+                            {}, [&](const Rubrique& rubrique) {
                               const i16 ligne = LignePrincipale(rubrique.Ligne);
                               if (ligne > bornes.dernier) return false;
                               lignes.push_back({ligne, fenlor::LitTexte(rubrique.Designation),

@@ -5,14 +5,13 @@
 #include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "pages/formatetat.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
 
 namespace {
 
-constexpr u32 CleNumero = 0, CleType = 3;            // of the chart
-constexpr u32 CleCompteDate = 2, CleDateCompte = 3;  // of the journal
 constexpr std::size_t LargeurCompte = 10;
 
 }  // namespace
@@ -40,33 +39,33 @@ std::string LivresEtat::CompteCourt(const Plan& plan) const {
   return EchappeEtat(m_app.NumeroCourt(LitTexte(plan.Compte)));
 }
 
-void LivresEtat::Comptes(const SuiteComptes& suite) { ParcoursComptes(CleNumero, {}, {}, suite); }
+void LivresEtat::Comptes(const SuiteComptes& suite) { ParcoursComptes(IndicePlanCompte, {}, {}, suite); }
 
 void LivresEtat::ComptesDuType(i16 type, const SuiteComptes& suite) {
   assert(type >= 0 && type <= 8);  // one digit in the key
-  ParcoursComptes(CleType, std::to_string(type), std::to_string(type + 1), suite);
+  ParcoursComptes(IndicePlanType, std::to_string(type), std::to_string(type + 1), suite);
 }
 
 void LivresEtat::Compte(std::string_view compte, const SuiteComptes& suite) {
   const std::string cle = MakePlanKey1(compte);
-  ParcoursComptes(CleNumero, cle, cle + '\0', suite);
+  ParcoursComptes(IndicePlanCompte, cle, cle + '\0', suite);
 }
 
 void LivresEtat::LignesDuCompte(std::string_view compte, Date du, Date au, const SuiteLignes& suite) {
   const std::string prefixe = MakeJournalKey3(compte, 0, 0, 0, 0, 0).substr(0, LargeurCompte);
   assert(prefixe.size() == LargeurCompte);
-  ParcoursLignes(CleCompteDate, prefixe, du, au, suite);
+  ParcoursLignes(IndiceCompteDate, prefixe, du, au, suite);
 }
 
 void LivresEtat::LignesDepuis(std::string_view compte, Date du,
                               const std::function<bool(const Line&)>& suite) {
   assert(m_lignes && suite);
-  ParcourtFichier<Line>(m_app, m_etat, *m_lignes, CleCompteDate, MakeJournalKey3(compte, du, 0, 0, 0, 0), {},
-                        suite);
+  ParcourtFichier<Line>(m_app, m_etat, *m_lignes, IndiceCompteDate, MakeJournalKey3(compte, du, 0, 0, 0, 0),
+                        {}, suite);
 }
 
 void LivresEtat::LignesDatees(Date du, Date au, const SuiteLignes& suite) {
-  ParcoursLignes(CleDateCompte, {}, du, au, suite);
+  ParcoursLignes(IndiceDateCompte, {}, du, au, suite);
 }
 
 void LivresEtat::EchecLecture() {

@@ -10,6 +10,7 @@
 #include "master/formule.h"
 #include "master/fraiskm.h"
 #include "master/textes.h"
+#include "store/indicescles.h"
 #include "store/texte1252.h"
 
 namespace fenlor {
@@ -17,7 +18,6 @@ namespace fenlor {
 namespace {
 
 constexpr std::size_t LongueurCode = 3;
-constexpr u32 ClePlanRubrique = 2;
 
 std::string SansFin(const std::string& code) { return code.substr(0, code.find_last_not_of(' ') + 1); }
 
@@ -93,7 +93,7 @@ bool Rubriques2035::LitComptes() {
   m_totaux.clear();
   CPlan plan(m_app, m_app.PathExercice);
   if (!plan.OpenFile()) return false;
-  const auto cle = static_cast<u16>(plan.NumCle + ClePlanRubrique);
+  const auto cle = static_cast<u16>(plan.NumCle + IndicePlanRubrique);
   const bool lu = m_app.Magasin.QVParcoursCle(cle, {}, {}, [&](Position, const void* rec) {
     const Plan& compte = *static_cast<const Plan*>(rec);
     const std::string code = Complete(LitTexte(compte.Rubrique));

@@ -29,8 +29,6 @@ struct BienDemo {
   f64 reel = 0;  ///< in Euro
 };
 
-constexpr Date DernierJourFranc = FaitDate(17, 2, 2002);
-
 constexpr BienDemo Biens[] = {
     {FaitDate(1, 9, 1987), "Droit de présentation de la clientèle", 200000, Lineaire, ParDuree, 10, false},
     {FaitDate(2, 1, 1990), "Cabinet, 12 rue des Tilleuls", 480000, Lineaire, ParTaux, 5},

@@ -43,7 +43,6 @@ class Hasard {
 };
 
 constexpr f64 FrancsParEuro = 6.55957;
-constexpr Date DernierJourFranc = FaitDate(17, 2, 2002);
 
 constexpr const char* Noms[] = {
     "Arnaud",   "Aubert",  "Barbier", "Baron",      "Benoît",    "Berger",   "Besson",  "Blanchard",

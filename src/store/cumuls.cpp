@@ -16,20 +16,20 @@ namespace {
 constexpr i64 TotalMax = static_cast<i64>(MontantMax) * 100;
 constexpr u32 PasProgres = 8192;
 
-using ChampsPlan = f64[NbCumuls][2];
-static_assert(offsetof(Plan, PersoFranc) + sizeof(ChampsPlan) == offsetof(Plan, Reserve250));
+using CumulsPlan = f64[NbCumuls][2];
+static_assert(offsetof(Plan, PersoFranc) + sizeof(CumulsPlan) == offsetof(Plan, Reserve250));
 
-void LitChamps(const Plan& plan, ChampsPlan& champs) {
+void LitChamps(const Plan& plan, CumulsPlan& champs) {
   std::memcpy(champs, reinterpret_cast<const char*>(&plan) + offsetof(Plan, PersoFranc), sizeof champs);
 }
-void EcritChamps(const ChampsPlan& champs, Plan& plan) {
+void EcritChamps(const CumulsPlan& champs, Plan& plan) {
   std::memcpy(reinterpret_cast<char*>(&plan) + offsetof(Plan, PersoFranc), champs, sizeof champs);
 }
 
 bool PorteRepartition(const Plan& plan) { return plan.Type == Recette || plan.Type == Depense; }
 
 bool Calcule(Plan& plan, const Cumuls& cumuls, bool ajoute) {
-  ChampsPlan champs;
+  CumulsPlan champs;
   LitChamps(plan, champs);
   for (int champ = 0; champ < NbCumuls; ++champ) {
     const bool repartition = champ == CumulPerso || champ == CumulTva;
@@ -72,7 +72,7 @@ struct PosteCalcul {
   bool bancaire = false;
 };
 
-enum MarqueEcriture : u8 { Vue = 1, NonValidee = 2, EcrPointee = 4, NonRapprochee = 8 };
+enum MarqueEcriture : u8 { DejaVue = 1, NonValidee = 2, EcrPointee = 4, NonRapprochee = 8 };
 
 /// One pass over the lines: totals by account, counts by entry.
 class Calcul {
@@ -95,8 +95,8 @@ class Calcul {
       return p.cumuls;
     });
     u8& marques = Marques(ligne.Mouvement);
-    if (!(marques & Vue)) {
-      marques |= Vue;
+    if (!(marques & DejaVue)) {
+      marques |= DejaVue;
       if (ligne.Journal == JournalRecettes) ++m_stats.NbRecettes;
       if (ligne.Journal == JournalDepenses) ++m_stats.NbDepenses;
       if (ligne.Journal == JournalOD) ++m_stats.NbOD;

@@ -24,7 +24,7 @@ namespace fenlor::test {
 namespace {
 
 /// Types keys: digits , + - * / = %, n sign, < backspace, e CE, c C, a M+, m M-, r MR, z MC.
-void Tape(Calcul& calcul, std::string_view cles) {
+void TapeCles(Calcul& calcul, std::string_view cles) {
   static const std::string connues = "0123456789,n<ec+-*/=%amrz";
   for (const char c : cles)
     if (c != ' ') calcul.Appuie(static_cast<fenlor::Touche>(connues.find(c)));
@@ -32,7 +32,7 @@ void Tape(Calcul& calcul, std::string_view cles) {
 
 std::string Calcule(std::string_view cles) {
   Calcul calcul;
-  Tape(calcul, cles);
+  TapeCles(calcul, cles);
   return calcul.Erreur() ? "Erreur" : calcul.Affichage();
 }
 
@@ -118,7 +118,7 @@ TEST(Calculs, LitLesNombresColles) {
 
 TEST(Calculs, BandeSuitLesOperations) {
   Calcul calcul;
-  Tape(calcul, "200+10% *2= c 7a 5/0=");
+  TapeCles(calcul, "200+10% *2= c 7a 5/0=");
   const std::vector<Calcul::Ligne> attendue = {{"200", ""}, {"10", "% +"}, {"220", "="},
                                                {"2", "×"},  {"440", "="},  {"7", "M+"},
                                                {"5", ""},   {"0", "÷"},    {"", "E"}};

@@ -15,12 +15,10 @@ namespace {
 
 constexpr u32 NumeroBien = 7;
 
-Date D(const char* texte) { return GetDate(texte); }
-
 Immobilisation Bien(const char* achat, f64 franc, u8 type, f64 duree, f64 taux, f64 euro = 0) {
   Immobilisation immo{};
   immo.Numero = NumeroBien;
-  immo.DateAchat = D(achat);
+  immo.DateAchat = GetDate(achat);
   immo.ValeurAmortissableFranc = franc;
   immo.ValeurAmortissableEuro = euro;
   immo.TypeAmortissement = type;
@@ -74,11 +72,11 @@ class Amortissements : public CabinetDeTest {
 TEST_F(Amortissements, UnLineaire) {
   const Immobilisation immo = Bien("15/03/2003", 10000, Lineaire, 5, 20);
   std::string cumul;
-  EXPECT_THAT(Annees(immo, D("31/12/2005"), &cumul),
+  EXPECT_THAT(Annees(immo, GetDate("31/12/2005"), &cumul),
               ElementsAre("2003/2005 1588.89", "2004/2005 2000.00", "2005/2005 2000.00"));
   EXPECT_EQ(cumul, "5588.89");
   EXPECT_EQ(Annees(immo, 0).back(), "2005/2005 2000.00") << "the end of the exercice";
-  const auto longue = Annees(immo, D("31/12/2010"), &cumul);
+  const auto longue = Annees(immo, GetDate("31/12/2010"), &cumul);
   EXPECT_THAT(std::vector(longue.begin() + 4, longue.end()),
               ElementsAre("2007/2010 2000.00", "2008/2010 411.11", "2009/2010 0.00", "2010/2010 0.00"));
   EXPECT_EQ(cumul, "10000.00");
@@ -109,7 +107,7 @@ TEST_F(Amortissements, LesBords) {
   };
   for (const auto& c : cas) {
     std::string annees;
-    for (const std::string& ligne : Annees(Bien(c.achat, c.valeur, c.type, c.duree, c.taux), D(c.fin)))
+    for (const std::string& ligne : Annees(Bien(c.achat, c.valeur, c.type, c.duree, c.taux), GetDate(c.fin)))
       annees += (annees.empty() ? "" : " ") + ligne.substr(ligne.find(' ') + 1);
     EXPECT_EQ(annees, c.annees) << c.cas;
   }
@@ -125,7 +123,7 @@ TEST_F(Amortissements, LesSixUsages) {
   const Immobilisation immo = Bien("01/07/2002", 655.96, Lineaire, 4, 25, 100);
   Corrige(2003, 1.15, 50);
   // Franc 82.00, 163.99 (1.15), 163.99, 163.99; Euro 12.5, 25 (50), 25, 12.5
-  const Date date = D("31/12/2004");
+  const Date date = GetDate("31/12/2004");
 
   CCalculListAmortissements liste(App(), &immo);
   Lance(liste, 0);
@@ -135,7 +133,7 @@ TEST_F(Amortissements, LesSixUsages) {
                                   "2004|25,00 €|25,00 €"_w, "2005|12,50 €|12,50 €"_w));
 
   CCalculLineAmortissements colonnes(App(), &immo, 2008);
-  Lance(colonnes, D("31/12/2007"));
+  Lance(colonnes, GetDate("31/12/2007"));
   std::vector<f64> euros;
   for (const auto& c : colonnes.Colonnes) euros.push_back(c.euro);
   EXPECT_THAT(euros, ElementsAre(0, 0, 0, 12.5, 25, 50)) << "2008 at the right, 2003 at the left";
@@ -164,8 +162,8 @@ TEST_F(Amortissements, LesSixUsages) {
   // Bought after the year asked for: the first year is the list's alone.
   CCalcul2035Amortissements aucun(App(), &immo);
   CCalculEtatAmortissements aucunEtat(App(), &immo);
-  Lance(aucun, D("31/12/2001"));
-  Lance(aucunEtat, D("31/12/2001"));
+  Lance(aucun, GetDate("31/12/2001"));
+  Lance(aucunEtat, GetDate("31/12/2001"));
   EXPECT_EQ(aucun.CumulFranc + aucun.AnnuiteFranc + aucunEtat.AnnuiteEuro + aucunEtat.AnterieurEuro, 0);
 }
 

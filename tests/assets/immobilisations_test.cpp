@@ -11,7 +11,6 @@
 namespace fenlor::test {
 namespace {
 
-Date D(const char* texte) { return GetDate(texte); }
 /// "3042 dateAchat", empty when nothing was refused.
 std::string Dit(const Refus& refus) {
   return refus ? std::to_string(refus.numero) + (*refus.champ ? std::string(" ") + refus.champ : "")
@@ -25,7 +24,7 @@ class Immobilisations : public CabinetDeTest {
   FicheImmobilisation Bien(const char* achat = "15/03/2001", f64 prix = 1196) {
     FicheImmobilisation fiche = NouvelleImmobilisation(App());
     fiche.designation = "Table d'examen";
-    fiche.dateAchat = D(achat);
+    fiche.dateAchat = GetDate(achat);
     fiche.prix = prix;
     fiche.tauxTva = 19.6;
     fiche.tva = CalculMontantsAchat(prix, fiche.tauxTva).tva;
@@ -49,7 +48,7 @@ TEST_F(Immobilisations, CeQuiEstEcritSeRelitSousLeMemeNumero) {
   EXPECT_EQ(+fiche.rec.ValeurAmortissableFranc, 6559.57);
   fiche.monnaie = 0;
   fiche.prix = 655.96;
-  fiche.dateAchat = D("15/03/2000");
+  fiche.dateAchat = GetDate("15/03/2000");
   fiche.designation = "Divan";
   fiche = Enregistre(fiche);
   FicheImmobilisation relue;
@@ -73,7 +72,7 @@ TEST_F(Immobilisations, CeQuiEstEcritSeRelitSousLeMemeNumero) {
 
 TEST_F(Immobilisations, RefusDansLeurOrdre) {
   FicheImmobilisation existante = Bien();
-  existante.rec.DateCession = D("10/02/2002");
+  existante.rec.DateCession = GetDate("10/02/2002");
   PoseAcquisition(App(), existante);
   ASSERT_EQ(Dit(EcritImmobilisation(App(), existante)), "");
   using Change = void (*)(FicheImmobilisation&);
@@ -94,9 +93,9 @@ TEST_F(Immobilisations, RefusDansLeurOrdre) {
       {"3483 duree", [](auto& f) { f.type = Degressif, f.duree = 7, f.taux = 35; }},
       {"", [](auto& f) { f.type = Degressif, f.duree = 5, f.taux = 35; }},
       {"3483 duree", [](auto& f) { f.type = Degressif, f.duree = 5, f.taux = 60, f.monnaie = 0; }},
-      {"3042 dateAchat", [](auto& f) { f.monnaie = 0, f.dateAchat = D("19/02/2002"); }},
-      {"3015 dateAchat", [](auto& f) { f.monnaie = 0, f.dateAchat = D("18/02/2002"); }},
-      {"", [](auto& f) { f.monnaie = 0, f.dateAchat = D("10/02/2002"); }},
+      {"3042 dateAchat", [](auto& f) { f.monnaie = 0, f.dateAchat = GetDate("19/02/2002"); }},
+      {"3015 dateAchat", [](auto& f) { f.monnaie = 0, f.dateAchat = GetDate("18/02/2002"); }},
+      {"", [](auto& f) { f.monnaie = 0, f.dateAchat = GetDate("10/02/2002"); }},
   };
   for (const auto& c : cas) {
     FicheImmobilisation fiche = existante;
@@ -163,11 +162,11 @@ TEST_F(Immobilisations, DureeEtTauxEnToutePassage) {
        ParDuree,
        5,
        35,
-       {[](auto& d) { d.ChangeDate(D("01/02/1996")); }},
+       {[](auto& d) { d.ChangeDate(GetDate("01/02/1996")); }},
        "5 60: mdl"},
   };
   for (const auto& c : cas) {
-    DureeEtTaux saisie(App(), D("15/03/2003"), c.type, c.mode, c.duree, c.taux);
+    DureeEtTaux saisie(App(), GetDate("15/03/2003"), c.type, c.mode, c.duree, c.taux);
     for (const Geste geste : c.gestes) geste(saisie);
     const auto nombre = [](f64 x) {
       std::string texte = FormatMontant(x, 3, '.');
@@ -200,12 +199,12 @@ TEST_F(Immobilisations, CessionEtRebutDansLeurOrdre) {
     FicheCession cession;
   } cas[] = {
       {"3104 date", {0, -1, false}},
-      {"3401 prix", {D("14/03/2001"), -1, false}},
-      {"3043 date", {D("19/02/2002"), 10, false}},
-      {"3013 date", {D("14/03/2001"), 10, false}},
+      {"3401 prix", {GetDate("14/03/2001"), -1, false}},
+      {"3043 date", {GetDate("19/02/2002"), 10, false}},
+      {"3013 date", {GetDate("14/03/2001"), 10, false}},
       {"3014 date", {NextDate(jour), 10, true}},
-      {"", {D("15/03/2001"), 10, false}},
-      {"", {D("18/02/2002"), 10, false}},
+      {"", {GetDate("15/03/2001"), 10, false}},
+      {"", {GetDate("18/02/2002"), 10, false}},
       {"", {jour, 10, true}},
   };
   for (const auto& c : cas) {
@@ -216,12 +215,12 @@ TEST_F(Immobilisations, CessionEtRebutDansLeurOrdre) {
   }
   // The rate of today, not that of the sale.
   ASSERT_TRUE(App().Reglages.EcritIni("TAUX EURO", "1", "01/01/2003|5"));
-  ASSERT_EQ(Dit(PoseCession(App(), {D("01/02/2002"), 100, false}, immo)), "");
+  ASSERT_EQ(Dit(PoseCession(App(), {GetDate("01/02/2002"), 100, false}, immo)), "");
   EXPECT_EQ(+immo.PrixCessionEuro, 20);
   const FicheCession vue = CessionDe(App(), immo);
   EXPECT_EQ(vue.prix, 20) << "in the currency of the exercice";
   EXPECT_FALSE(vue.euro) << "though it was typed in the other";
-  ASSERT_EQ(Dit(PoseCession(App(), {D("02/02/2002"), vue.prix, vue.euro}, immo)), "");
+  ASSERT_EQ(Dit(PoseCession(App(), {GetDate("02/02/2002"), vue.prix, vue.euro}, immo)), "");
   EXPECT_EQ(+immo.PrixCessionFranc, 100) << "what nobody touched stays";
   EXPECT_EQ(Dit(ControleRebut(immo)), "3045");
   EXPECT_EQ(Dit(PoseRebut(App(), jour, immo)), "3045");
@@ -231,7 +230,7 @@ TEST_F(Immobilisations, CessionEtRebutDansLeurOrdre) {
   EXPECT_EQ(Dit(AnnuleCession(App(), immo)), "");
   EXPECT_EQ(immo.DateCession + immo.Rebut, 0u);
   EXPECT_EQ(CessionDe(App(), immo).date, jour);
-  EXPECT_EQ(Dit(PoseRebut(App(), D("14/03/2001"), immo)), "3013 date");
+  EXPECT_EQ(Dit(PoseRebut(App(), GetDate("14/03/2001"), immo)), "3013 date");
   EXPECT_EQ(Dit(PoseRebut(App(), NextDate(jour), immo)), "3014 date");
   EXPECT_EQ(Dit(PoseRebut(App(), 0, immo)), "3104 date");
   ASSERT_EQ(Dit(PoseRebut(App(), jour, immo)), "");

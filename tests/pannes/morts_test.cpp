@@ -213,13 +213,13 @@ TEST_F(Morts, CeQuiEstConfirmeResteEtRienNestAMoitie) {
 }
 
 /// Designation of each asset, and the real amount that its three years were set to.
-using Biens = std::map<u32, std::pair<std::string, f64>>;
+using BiensLus = std::map<u32, std::pair<std::string, f64>>;
 
-Biens LitBiens(const std::string& cabinet) {
+BiensLus LitBiens(const std::string& cabinet) {
   const auto enregistrements = [&](const char* fichier) {
     return LignesJson(Ctl({"--cabinet", cabinet, "exporter", fichier}).sortie).value();
   };
-  Biens lus;
+  BiensLus lus;
   const std::vector<Json> biens = enregistrements("Immo"), annees = enregistrements("Amo");
   for (const Json& bien : biens)
     EXPECT_TRUE(lus.emplace(bien["Numero"], std::pair{bien.value("Designation", ""), 0.0}).second);
@@ -243,13 +243,13 @@ TEST_F(Morts, UneImmobilisationEstLAncienneOuLaNouvelle) {
   for (unsigned n = 0; n < nombre; ++n)
     entree += "{\"Designation\":\"0\",\"DateAchat\":\"15/03/2001\",\"PrixEuro\":90000,\"Duree\":5}\n";
   ASSERT_EQ(Ctl({"--cabinet", m_cabinet, "immobilisation", "ajouter"}, entree).statut, 0);
-  Biens biens = LitBiens(m_cabinet);
+  BiensLus biens = LitBiens(m_cabinet);
   ASSERT_EQ(biens.size(), nombre);
   const std::string fichier = m_dossier.Chemin() + "/biens.json";
   unsigned version = 0, confirmes = 0;
   for (unsigned tour = 0; !chasse.Assez() && tour < 4 * chasse.voulus + 10; ++tour) {
     const bool detail = tour % 2;
-    std::vector<Biens> apres{biens};  // after so many lines
+    std::vector<BiensLus> apres{biens};  // after so many lines
     std::string demande;
     while (apres.size() <= lignes) {
       const u32 numero = 1 + Tire(nombre);

@@ -11,7 +11,7 @@
 namespace fenlor::pannes {
 namespace {
 
-constexpr unsigned Operations = 200;
+constexpr unsigned NbOperations = 200;
 
 /// Operations by label: how often they wait, how often they stand in a reconciled line.
 struct Places {
@@ -40,7 +40,7 @@ class MortsRapprochement : public testing::Test {
     CreeCabinet(m_modele);
     m_comptes = LitComptes(m_modele);
     std::string ecritures, operations;
-    for (unsigned n = 0; n < Operations; ++n) {
+    for (unsigned n = 0; n < NbOperations; ++n) {
       ecritures += LigneSaisie(m_comptes, true, "Piece", 10 + n % 40, 10 + n % 40);
       Json operation = {
           {"Compte", m_comptes.banque}, {"Date", "31/12/2003"}, {"Sens", 1}, {"MontantEuro", 10 + n % 40}};
@@ -54,7 +54,7 @@ class MortsRapprochement : public testing::Test {
   unsigned Rapprochees() {
     Verifie(m_cabinet);
     const auto places = Ou(m_cabinet);
-    EXPECT_EQ(places.size(), Operations);
+    EXPECT_EQ(places.size(), NbOperations);
     unsigned rapprochees = 0;
     for (const auto& [libelle, place] : places) {
       EXPECT_EQ(place.attend + place.rapprochee, 1u) << libelle;
@@ -76,7 +76,7 @@ TEST_F(MortsRapprochement, RienNEstAMoitieRapproche) {
     Recopie(m_modele, m_cabinet);
     m_chasse.Lance({"--cabinet", m_cabinet, "rapprochement", "automatique", "--compte", m_comptes.banque});
     const unsigned rapprochees = Rapprochees();
-    ASSERT_TRUE(rapprochees == 0 || rapprochees == Operations) << "the run is one unit";
+    ASSERT_TRUE(rapprochees == 0 || rapprochees == NbOperations) << "the run is one unit";
     ASSERT_FALSE(HasFailure()) << "after " << m_chasse.tues << " kills";
     faits += rapprochees != 0;
   }

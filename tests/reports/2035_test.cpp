@@ -17,8 +17,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr f64 Taux = 6.55957;
-
 /// A row of the statement as it is printed, UTF-8.
 struct LigneLue {
   std::string label, designation, rubrique, premier, second;
@@ -86,12 +84,12 @@ class Avec2035 : public Livre {
     immo.Numero = numero;
     immo.DateAchat = achat;
     immo.ValeurAmortissableEuro = euros;
-    immo.ValeurAmortissableFranc = QVAPI::ConvertEuroToFranc(Taux, euros);
+    immo.ValeurAmortissableFranc = QVAPI::ConvertEuroToFranc(TauxFranc, euros);
     immo.Duree = 5;
     immo.TauxAnnuel = 20;
     immo.DateCession = cession;
     immo.PrixCessionEuro = prix;
-    immo.PrixCessionFranc = QVAPI::ConvertEuroToFranc(Taux, prix);
+    immo.PrixCessionFranc = QVAPI::ConvertEuroToFranc(TauxFranc, prix);
     ASSERT_TRUE(immos.OpenFile() && immos.Add());
   }
   /// Without headings and accounts.

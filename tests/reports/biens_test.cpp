@@ -8,8 +8,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr f64 Taux = 6.55957;
-
 /// A small register, amounts in Euro, Franc at 6.55957:
 ///
 ///    1  01/07/1973  cabinet, 30 years, L 3.33          30,000.00
@@ -37,10 +35,10 @@ class Biens : public PetitLivre {
   }
   void Ecrit() {
     for (Immobilisation& immo : m_biens) {
-      immo.PrixFranc = QVAPI::ConvertEuroToFranc(Taux, immo.PrixEuro);
-      immo.TVAFranc = QVAPI::ConvertEuroToFranc(Taux, immo.TVAEuro);
-      immo.ValeurAmortissableFranc = QVAPI::ConvertEuroToFranc(Taux, immo.ValeurAmortissableEuro);
-      immo.PrixCessionFranc = QVAPI::ConvertEuroToFranc(Taux, immo.PrixCessionEuro);
+      immo.PrixFranc = QVAPI::ConvertEuroToFranc(TauxFranc, immo.PrixEuro);
+      immo.TVAFranc = QVAPI::ConvertEuroToFranc(TauxFranc, immo.TVAEuro);
+      immo.ValeurAmortissableFranc = QVAPI::ConvertEuroToFranc(TauxFranc, immo.ValeurAmortissableEuro);
+      immo.PrixCessionFranc = QVAPI::ConvertEuroToFranc(TauxFranc, immo.PrixCessionEuro);
       ASSERT_TRUE(Magasin().WriteImmobilisations(immo));
     }
     m_biens.clear();

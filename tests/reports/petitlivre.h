@@ -31,6 +31,8 @@
 
 namespace fenlor::test {
 
+constexpr f64 TauxFranc = 6.55957;
+
 /// Answers a form's questions with what a test says, and remembers them.
 class DemandeurScript : public DemandeurCriteres {
  public:

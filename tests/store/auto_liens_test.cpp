@@ -8,7 +8,7 @@
 namespace fenlor::test {
 namespace {
 
-constexpr Date Mars15 = FaitDate(15, 3, 2003);
+constexpr Date QuinzeMars = FaitDate(15, 3, 2003);
 
 class EcrituresAutomatiques : public CabinetDeTest {
  protected:
@@ -101,7 +101,7 @@ class Liens : public CabinetDeTest {
     rec.LienA = a;
     rec.LienB = 0x10000u + 5;
     rec.LienId = 100 + static_cast<u32>(a);
-    rec.Date = Mars15;
+    rec.Date = QuinzeMars;
     return rec;
   }
   static DepenseLiee Depense(i32 a, const char* tiers) {
@@ -109,13 +109,13 @@ class Liens : public CabinetDeTest {
     rec.LienA = a;
     rec.LienB = 5;
     rec.LienId = 100 + static_cast<u32>(a);
-    rec.Date = Mars15;
+    rec.Date = QuinzeMars;
     PoseTexte(rec.Tiers, tiers);
     return rec;
   }
   template <class Rec>
   u32 Ecriture(const Rec& lien, i16 journal) {
-    EcrSimple rec = Simple(journal, Mars15, journal == JournalRecettes ? "706" : "6064", 20, "512");
+    EcrSimple rec = Simple(journal, QuinzeMars, journal == JournalRecettes ? "706" : "6064", 20, "512");
     rec.LienA = lien.LienA;
     rec.LienB = lien.LienB;
     rec.LienId = lien.LienId;
@@ -141,7 +141,7 @@ TEST_F(Liens, LectureParChaqueCle) {
   EXPECT_NE(Magasin().ReadRecettes(parId, 0), 0u);
   EXPECT_EQ(+parId.LienA, 2);
   RecetteLiee parDate{};
-  parDate.Date = Mars15;
+  parDate.Date = QuinzeMars;
   EXPECT_NE(Magasin().ReadRecettes(parDate, 1), 0u);
   EXPECT_EQ(+parDate.LienA, -1);
   RecetteLiee absente = Recette(9);
@@ -172,7 +172,7 @@ TEST_F(Liens, LectureParChaqueCle) {
 }
 
 TEST_F(Liens, SupprimerEmporteLEcritureLiee) {
-  const u32 libre = AjouteSimple(JournalRecettes, Mars15, "706", 50, "512");
+  const u32 libre = AjouteSimple(JournalRecettes, QuinzeMars, "706", 50, "512");
   const u32 liee = Ecriture(Recette(1), JournalRecettes), autre = Ecriture(Recette(2), JournalRecettes);
   const u32 edf = Ecriture(Depense(1, "EDF"), JournalDepenses),
             gdf = Ecriture(Depense(1, "GDF"), JournalDepenses);
@@ -193,7 +193,7 @@ TEST_F(Liens, SupprimerEmporteLEcritureLiee) {
 }
 
 TEST_F(Liens, SansEcritureLieeLaFicheSeuleDisparait) {
-  const u32 libre = AjouteSimple(JournalRecettes, Mars15, "706", 50, "512");
+  const u32 libre = AjouteSimple(JournalRecettes, QuinzeMars, "706", 50, "512");
   const Position recette = Magasin().WriteRecettes(Recette(1));
   ASSERT_TRUE(Magasin().DeleteRecettes(recette));
   EXPECT_EQ(Magasin().GetMouvementsLinesCount(libre), 2u);

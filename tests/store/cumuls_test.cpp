@@ -7,8 +7,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr Date Mars15 = FaitDate(15, 3, 2003);
-
 TEST(Cumuls, CentimesEntiers) {
   struct Cas {
     f64 montant;

@@ -6,8 +6,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr Date Mars15 = FaitDate(15, 3, 2003);
-
 TEST(Ecritures, AbsenteEstRefuseeOuSimplementPasLue) {
   Livres livres;
   const std::string ex = livres.Exercice();

@@ -7,8 +7,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr Date Mars15 = FaitDate(15, 3, 2003);
-
 TEST(EcritureSimple, UnFrancSansContrepartieEnEuroGardeSesLignes) {
   Livres livres;
   EcrSimple rec = EcritureSimple(JournalRecettes, Mars15, "7060000000", 0, 0, 0);

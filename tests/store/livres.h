@@ -14,6 +14,8 @@
 
 namespace fenlor {
 
+constexpr Date Mars15 = FaitDate(15, 3, 2003);
+
 struct CompteEssai {
   const char* numero;
   i16 type;

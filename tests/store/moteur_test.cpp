@@ -11,7 +11,6 @@ namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Livres = test::LivresDuMoteur;
 
 class MoteurTest : public ::testing::TestWithParam<bool> {
  protected:
@@ -23,7 +22,7 @@ class MoteurTest : public ::testing::TestWithParam<bool> {
 };
 
 TEST_P(MoteurTest, UneUniteAnnuleeNeLaisseRien) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre()) << livres.moteur.Erreur();
   const Position premier = livres.Ajoute(FichierComptes, Compte("5120000000", "BQ"));
   ASSERT_TRUE(premier);
@@ -49,7 +48,7 @@ TEST_P(MoteurTest, UneUniteAnnuleeNeLaisseRien) {
 
 /// More keys than a unit remembers one by one: they are left out until somebody looks.
 TEST_P(MoteurTest, LesClesDUneGrandeUniteSontCellesDesEnregistrements) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   Moteur& moteur = livres.moteur;
   const auto cle = [](unsigned i) { return std::to_string(1000000000 + i * 7919u % 100003u); };
@@ -94,7 +93,7 @@ TEST_P(MoteurTest, LesClesDUneGrandeUniteSontCellesDesEnregistrements) {
 }
 
 TEST_P(MoteurTest, UneUniteDurableDitSesFichiers) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   Moteur& moteur = livres.moteur;
   std::vector<std::bitset<256>> dits;
@@ -118,7 +117,7 @@ TEST_P(MoteurTest, UneUniteDurableDitSesFichiers) {
 }
 
 TEST_P(MoteurTest, LeCurseurContinueApresDesChangements) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   std::vector<Position> positions;
   for (int i = 0; i < 6; ++i)
@@ -139,7 +138,7 @@ TEST_P(MoteurTest, LeCurseurContinueApresDesChangements) {
 }
 
 TEST_P(MoteurTest, UnParcoursNeDerangeNiNEstDerange) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   std::vector<Position> positions, vues;
   for (int i = 0; i < 5; ++i)
@@ -159,7 +158,7 @@ TEST_P(MoteurTest, UnParcoursNeDerangeNiNEstDerange) {
 }
 
 TEST_P(MoteurTest, UneCleUniqueRefuseLeDouble) {
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
   EXPECT_FALSE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
@@ -171,7 +170,7 @@ TEST_P(MoteurTest, UneCleUniqueRefuseLeDouble) {
 // The log leaves out the zeroes at the end of a new record; behind the records may stand what was undone.
 TEST_P(MoteurTest, LaRepriseEffaceCeQuiTraineDerriere) {
   DossierTemporaire copie;
-  Livres livres(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(livres.Ouvre() && livres.moteur.Vidange());
   const std::string avant = copie / "avant";
   fs::copy_file(m_dossier / "BANQUE.dat", avant);
@@ -182,14 +181,15 @@ TEST_P(MoteurTest, LaRepriseEffaceCeQuiTraineDerriere) {
   fs::copy(m_dossier.Chemin(), copie.Chemin(), fs::copy_options::recursive);
   fs::rename(avant, copie / "BANQUE.dat");
 
-  Livres repris(copie.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur repris(copie.Chemin(), Cles(), m_systeme);
   Banque lue;
   ASSERT_TRUE(repris.Ouvre() && repris.moteur.Lit(FichierBanques, position, &lue));
   EXPECT_EQ(std::memcmp(&lue, &rec, sizeof rec), 0);
 }
 
 TEST_P(MoteurTest, UnSeulEcrivain) {
-  Livres premier(m_dossier.Chemin(), Cles(), m_systeme), second(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur premier(m_dossier.Chemin(), Cles(), m_systeme),
+      second(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(premier.Ouvre());
   EXPECT_FALSE(second.Ouvre());
   EXPECT_EQ(second.moteur.Erreur(), ErrOccupe);
@@ -226,7 +226,8 @@ TEST(VerrouTest, UneSeanceInterrompueSeVoit) {
 }
 
 TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
-  Livres premier(m_dossier.Chemin(), Cles(), m_systeme), second(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur premier(m_dossier.Chemin(), Cles(), m_systeme),
+      second(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(premier.Ouvre());
   ASSERT_TRUE(premier.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
   ASSERT_TRUE(premier.Ajoute(FichierBanques, Operation("5120000000", 1, 10)));

@@ -10,13 +10,12 @@ namespace fenlor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Livres = test::LivresDuMoteur;
 
 class ClesSurDisqueTest : public ::testing::Test {
  protected:
   /// Two accounts, closed properly.
   void SetUp() override {
-    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
     ASSERT_TRUE(livres.Ouvre());
     ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
     ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("7060000000", "HON")));
@@ -46,7 +45,7 @@ class ClesSurDisqueTest : public ::testing::Test {
 
 TEST_F(ClesSurDisqueTest, UneFermeturePropreEpargneLaReconstruction) {
   const Empreinte avant = Idx();
-  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ");
   ASSERT_TRUE(livres.moteur.FermeCabinet());
@@ -74,7 +73,7 @@ TEST_F(ClesSurDisqueTest, UnFichierDeClesDouteuxEstRefait) {
   };
   for (const char* cas : {"absent", "vide", "tronqué", "texte", "zéros", "copie", "hasard"}) {
     abime(cas);
-    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
     ASSERT_TRUE(livres.Ouvre()) << cas << " " << livres.moteur.Erreur();
     EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ") << cas;
     ASSERT_TRUE(livres.moteur.FermeCabinet()) << cas;
@@ -100,7 +99,7 @@ TEST_F(ClesSurDisqueTest, UnBitBasculeDerriereLaTeteEstDitEtRefait) {
         .put(static_cast<char>(sain[place] ^ 1 << essais % 8));
     fs::last_write_time(idx, temps);
     fs::last_write_time(dat, tempsDat);
-    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
     ASSERT_TRUE(livres.Ouvre()) << place;
     EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ") << place;
     EXPECT_TRUE(livres.moteur.ClesEndommagees(FichierComptes)) << place;
@@ -161,7 +160,7 @@ TEST(ClesEndommagees, UnParcoursQuiTourneEnRondEstDitEtFinit) {
   SystemeSansSynchro systeme;
   for (const std::string sens : {"suivant", "precedent", "parcours"}) {
     const DossierTemporaire dossier;
-    Livres livres(dossier.Chemin(), rond, systeme);
+    LivresDuMoteur livres(dossier.Chemin(), rond, systeme);
     ASSERT_TRUE(livres.Ouvre());
     for (const char* compte : {"51", "60", "70"})
       ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte(compte, "C")));
@@ -192,7 +191,7 @@ TEST_F(ClesSurDisqueTest, DesClesOuDesDonneesPlusAnciennesNeTrompentPas) {
     fs::copy(m_dossier.Chemin(), avant.Chemin(),
              fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     const auto date = fs::last_write_time(m_dossier / nom);
-    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
     ASSERT_TRUE(livres.Ouvre());
     const bool cles = std::string(nom) == "COMPTES.idx";
     ASSERT_TRUE(!cles || livres.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
@@ -200,7 +199,7 @@ TEST_F(ClesSurDisqueTest, DesClesOuDesDonneesPlusAnciennesNeTrompentPas) {
     ASSERT_TRUE(livres.moteur.FermeCabinet());
     fs::copy_file(avant / nom, m_dossier / nom, fs::copy_options::overwrite_existing);
     fs::last_write_time(m_dossier / nom, date);  // as a backup brings a file back
-    Livres encore(m_dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur encore(m_dossier.Chemin(), m_lmdb, m_systeme);
     ASSERT_TRUE(encore.Ouvre());
     EXPECT_EQ(encore.Comptes(), attendus[1]) << nom;
     EXPECT_EQ(encore.moteur.NombreCles(70), 3u) << nom;
@@ -260,20 +259,20 @@ TEST_F(ClesSurDisqueTest, UnFichierDeDonneesDouteuxEstRefuse) {
   };
   for (const Cas& c : cas) {
     c.abime();
-    Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
     EXPECT_FALSE(livres.Ouvre()) << c.nom;
     EXPECT_EQ(livres.moteur.Erreur(), c.erreur) << c.nom;
     EXPECT_EQ(livres.moteur.FichierErreur(), dat) << c.nom;
     livres.moteur.FermeCabinet();
     fs::copy_file(bon, dat, fs::copy_options::overwrite_existing);
   }
-  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   EXPECT_EQ(livres.Comptes(), "5120000000=BQ 7060000000=HON ");
 }
 
 TEST_F(ClesSurDisqueTest, DeDeuxComptesDUnNumeroLeDernierCompteEtUneListeLibreNeMentPas) {
-  Livres livres(m_dossier.Chemin(), m_lmdb, m_systeme);
+  LivresDuMoteur livres(m_dossier.Chemin(), m_lmdb, m_systeme);
   ASSERT_TRUE(livres.Ouvre());
   const Plan second = Compte("5120000000", "NEUF"), sansPlace = Compte("6060000000", "");
   ASSERT_TRUE(livres.moteur.Ajoute(FichierComptes, &second));
@@ -290,7 +289,7 @@ TEST_F(ClesSurDisqueTest, DeDeuxComptesDUnNumeroLeDernierCompteEtUneListeLibreNe
 TEST_F(ClesSurDisqueTest, LaRepriseSuitToujoursLeMemeOrdre) {
   for (int n = 0; n < 6; ++n) {
     DossierTemporaire dossier, copie;
-    Livres livres(dossier.Chemin(), m_lmdb, m_systeme);
+    LivresDuMoteur livres(dossier.Chemin(), m_lmdb, m_systeme);
     ASSERT_TRUE(livres.Ouvre());
     ASSERT_TRUE(livres.Ajoute(FichierBanques, Operation("5120000000", 1, 1)));
     ASSERT_TRUE(livres.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
@@ -299,7 +298,7 @@ TEST_F(ClesSurDisqueTest, LaRepriseSuitToujoursLeMemeOrdre) {
     SystemeFautif fautif(m_systeme);
     fautif.SurChemin(".dat");
     fautif.Programme(1, EIO, SystemeFautif::Synchro);
-    Livres repris(copie.Chemin(), m_lmdb, fautif);
+    LivresDuMoteur repris(copie.Chemin(), m_lmdb, fautif);
     EXPECT_FALSE(repris.Ouvre());
     EXPECT_EQ(repris.moteur.FichierErreur(), copie / "COMPTES.dat");
   }

@@ -4,8 +4,6 @@
 namespace fenlor::test {
 namespace {
 
-constexpr Date Mars15 = FaitDate(15, 3, 2003);
-
 TEST(OperationDiverse, UneLigneSeule) {
   Livres livres;
   const std::string ex = livres.Exercice();

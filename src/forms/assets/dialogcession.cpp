@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int largeurNom = 36;  // characters; a longer name goes on below
+constexpr int largeurNomCede = 36;  // characters; a longer name goes on below
 
 }  // namespace
 
@@ -27,7 +27,7 @@ FormeFin::FormeFin(ContexteUi& contexte, const TexteFixe& titre, const char* nom
 Formulaire& FormeFin::Declare(Formulaire& formulaire, const QString& libelle) {
   m_designation.setWordWrap(true);
   return formulaire.Champ(u"Désignation :"_s, m_designation, "designation")
-      .Largeur(largeurNom)
+      .Largeur(largeurNomCede)
       .Champ(u"Date d'achat :"_s, m_achat, "dateAchat")
       .Champ(libelle, m_date, "date")
       .Limite(10);

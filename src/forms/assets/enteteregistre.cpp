@@ -12,11 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int lignesTitre = 3, marge = 3, interligne = 2;
-
-constexpr int Colonne(ChampRegistre champ) { return static_cast<int>(champ); }
-constexpr int premiereAnnee = Colonne(ChampRegistre::PremiereAnnee);
-constexpr int derniereAnnee = Colonne(ChampRegistre::DerniereAnnee);
+constexpr int lignesTitre = 3, marge = 3, interligneTitre = 2;
 
 constexpr struct {
   const char16_t* titre;
@@ -39,7 +35,7 @@ EnteteRegistre::EnteteRegistre(QWidget* parent) : QHeaderView(Qt::Horizontal, pa
 }
 
 int EnteteRegistre::HauteurLigne() const {
-  return std::max(fontMetrics().height() + interligne, style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  return std::max(fontMetrics().height() + interligneTitre, style()->pixelMetric(QStyle::PM_ScrollBarExtent));
 }
 
 QSize EnteteRegistre::sizeHint() const {

@@ -3,9 +3,15 @@
 
 #include <QHeaderView>
 
+#include "assets/ligneregistre.h"
 #include "ui/findesliens.h"
 
 namespace fenlor {
+
+/// Columns of the register as the views count them.
+constexpr int Colonne(ChampRegistre champ) { return static_cast<int>(champ); }
+constexpr int premiereAnnee = Colonne(ChampRegistre::PremiereAnnee);
+constexpr int derniereAnnee = Colonne(ChampRegistre::DerniereAnnee);
 
 /// Three bands: what the columns belong to, their titles of up to three lines, and the years, which have a
 /// place for their scroll bar above them. Its widths are fixed.

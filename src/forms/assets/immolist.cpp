@@ -26,10 +26,6 @@ constexpr int cran = 120, pixelsParCran = 3;  ///< of the wheel
 constexpr int grandPas = 5;                   ///< years
 const QString plusLongTaux = u"D 1000,00%"_s;
 
-constexpr int Colonne(ChampRegistre champ) { return static_cast<int>(champ); }
-constexpr int premiereAnnee = Colonne(ChampRegistre::PremiereAnnee);
-constexpr int derniereAnnee = Colonne(ChampRegistre::DerniereAnnee);
-
 }  // namespace
 
 CImmoList::CImmoList(ContexteUi& contexte)

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int caracteres = 90;  ///< width of the list
+constexpr int caracteresEcheances = 90;  ///< width of the list
 
 TableColonnes<EcheanceAnnoncee> Colonnes() {
   const auto montant = [](bool recette) {
@@ -42,7 +42,7 @@ CDialogAutoEcheance::CDialogAutoEcheance(ContexteUi& contexte, std::vector<Echea
   m_liste->setSelectionMode(QAbstractItemView::ExtendedSelection);
   m_liste->Suit(Colonnes(), m_annoncees);
   m_liste->Relit(-1);
-  m_liste->setMinimumWidth(caracteres * m_liste->fontMetrics().averageCharWidth());
+  m_liste->setMinimumWidth(caracteresEcheances * m_liste->fontMetrics().averageCharWidth());
   Formulaire{Zone()}
       .Texte(
           u"Ces transactions sont à échéance. Cliquez sur \"Enregistrer\" pour transférer ces écritures dans "

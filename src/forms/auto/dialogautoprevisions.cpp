@@ -13,7 +13,7 @@ namespace fenlor {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int caracteres = 90, lignesVues = 16;
+constexpr int caracteresPrevisions = 90, lignesVues = 16;
 }
 
 CDialogAutoPrevisions::CDialogAutoPrevisions(ContexteUi& contexte, QWidget* parent)
@@ -54,7 +54,7 @@ void CDialogAutoPrevisions::DeclareListe() {
        {"Solde", 18, montant(&LignePrevision::solde), Cote::Droite}},
       m_rangs);
   m_liste->Relit(0);
-  m_liste->setMinimumSize(caracteres * m_liste->fontMetrics().averageCharWidth(),
+  m_liste->setMinimumSize(caracteresPrevisions * m_liste->fontMetrics().averageCharWidth(),
                           lignesVues * m_liste->fontMetrics().height());
 }
 

@@ -13,6 +13,7 @@
 #include "forms/banque/dialogreleve.h"
 #include "forms/banque/textes.h"
 #include "forms/journal/dialogecriture.h"
+#include "journal/controles.h"
 #include "store/cumuls.h"
 #include "ui/texteqt.h"
 
@@ -23,7 +24,7 @@ using namespace std::string_view_literals;
 
 namespace {
 
-constexpr int TailleMontant = 16, LargeurNature = 26, LargeurListe = 52;  // characters
+constexpr int LargeurNature = 26, LargeurListe = 52;  // characters
 
 /// A list and what belongs to it, side by side under a title.
 QWidget* Volet(QWidget& zone, const QString& titre, CZNListCtrl& liste, const char* nom,

@@ -21,7 +21,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr TexteFixe Sortes[] = {SorteNouvelle, SorteConnue, SorteHors, SorteIllisible};
-constexpr int LargeurListe = 106;  ///< characters: dates and amounts are whole
+constexpr int LargeurReleve = 106;  ///< characters: dates and amounts are whole
 constexpr TexteFixe FiltresSortes[] = {FiltreNouvelles, FiltreConnues, FiltreHors, FiltreIllisibles};
 
 std::string Montant(const LigneApercu& ligne, i16 sens) {
@@ -66,7 +66,7 @@ CDialogReleve::CDialogReleve(ContexteUi& contexte, const std::string& octets, co
   m_table->PoseTriable(true);
   m_table->setAccessibleName(u"Opérations du fichier"_s);
   m_table->PoseTexteVide(u"Aucune ligne"_s);
-  m_table->setMinimumWidth(LargeurListe * fontMetrics().averageCharWidth());
+  m_table->setMinimumWidth(LargeurReleve * fontMetrics().averageCharWidth());
   Formulaire formulaire{Zone()};
   formulaire.Champ(u"&Compte :"_s, m_compte, "compte")
       .SurChangement([this] { Lit(); })

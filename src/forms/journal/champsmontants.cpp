@@ -5,15 +5,12 @@
 #include "core/valeurs.h"
 #include "forms/journal/champsecriture.h"
 #include "forms/master/champscompte.h"
+#include "journal/controles.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-constexpr int TailleMontant = 16;
-}
 
 ChampsMontants::ChampsMontants(CFenlorApp& app, std::function<bool(Plan&)> compte, std::function<bool()> euro)
     : m_app(app),

@@ -3,16 +3,13 @@
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "forms/master/dialogplancomptable.h"
+#include "journal/controles.h"
 #include "journal/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-constexpr int TailleMontant = 16;
-}
 
 CDialogLine::CDialogLine(ContexteUi& contexte, LignesOD& lignes, const Ouverture& ouverture, QWidget* parent)
     : CZNDialog(contexte,

@@ -7,18 +7,13 @@
 #include "core/valeurs.h"
 #include "forms/journal/textes.h"
 #include "forms/master/champscompte.h"
+#include "journal/controles.h"
 #include "journal/textes.h"
 #include "ui/texteqt.h"
 
 namespace fenlor {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr int TailleMontant = 16;
-
-}  // namespace
 
 f64 LignesTresor::Total() const {
   f64 total = 0;

@@ -7,14 +7,14 @@ namespace fenlor {
 
 namespace {
 
-constexpr int Periode = 2000;  // ms
+constexpr int PeriodeGarde = 2000;  // ms
 
 }  // namespace
 
 GardeSaisie::GardeSaisie(CFenlorApp& app, QWidget& forme,
                          std::function<std::optional<SaisieSuspendue>()> saisie)
     : QObject(&forme), m_app(app), m_saisie(std::move(saisie)) {
-  m_horloge.setInterval(Periode);
+  m_horloge.setInterval(PeriodeGarde);
   connect(&m_horloge, &QTimer::timeout, this, &GardeSaisie::Note);
   connect(qApp, &QApplication::focusChanged, this, [this, &forme](const QWidget* de) {
     // Across windows: a form over this one belongs to it.

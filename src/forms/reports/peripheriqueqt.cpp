@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr i32 dixiemesParPouce = 254;
-constexpr i32 pointsBrouillon = 10, pointsParPouce = 72;
+constexpr i32 pointsBrouillon = 10;
 constexpr int tailleModele = 1000;  ///< pixels, to learn the proportions of a face
 constexpr qreal trait = 6;          ///< of one unit of thickness
 

@@ -2,6 +2,7 @@
 #include <QScrollArea>
 
 #include "forms/journal/formesjournal.h"
+#include "forms/master/commandesliste.h"
 #include "forms/master/comptesview.h"
 #include "forms/master/dialogplan.h"
 #include "forms/master/dialogplancomptable.h"

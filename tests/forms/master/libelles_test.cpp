@@ -2,6 +2,7 @@
 
 #include "master/libelles.h"
 #include "forms/journal/formesjournal.h"
+#include "forms/master/commandesliste.h"
 #include "forms/master/dialoglibelle.h"
 #include "forms/master/libelleview.h"
 #include "master/textes.h"

@@ -1,5 +1,6 @@
 
 
+#include "forms/master/commandesliste.h"
 #include "forms/master/dialogrubrique.h"
 #include "forms/master/rubriqueview.h"
 #include "journal/cabinetmedical.h"
