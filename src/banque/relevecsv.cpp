@@ -71,33 +71,33 @@ struct MotTitre {
   std::string_view mot;
   C colonne;
 };
-constexpr MotTitre Mots[] = {{"DATEDEVALEUR", C::Valeur},
-                             {"DATEVAL", C::Valeur},
-                             {"VALEUR", C::Valeur},
-                             {"VALUEDATE", C::Valeur},
-                             {"DATE", C::Date},
-                             {"DEBIT", C::Debit},
-                             {"CREDIT", C::Credit},
-                             {"MONTANT", C::Montant},
-                             {"AMOUNT", C::Montant},
-                             {"SENS", C::Sens},
-                             {"DEVISE", C::Monnaie},
-                             {"MONNAIE", C::Monnaie},
-                             {"CURRENCY", C::Monnaie},
-                             {"REFERENCE", C::Reference},
-                             {"NUMERODOPERATION", C::Reference},
-                             {"NDOPERATION", C::Reference},
-                             {"IDENTIFIANT", C::Reference},
-                             {"LIBELLE", C::Libelle},
-                             {"NATUREDELOPERATION", C::Libelle},
-                             {"DESCRIPTION", C::Libelle},
-                             {"OPERATION", C::Libelle},
-                             {"LABEL", C::Libelle},
-                             {"PAYEE", C::Libelle},
-                             {"DETAIL", C::Detail},
-                             {"INFORMATIONS", C::Detail},
-                             {"COMPLEMENT", C::Detail},
-                             {"MEMO", C::Detail}};
+constexpr MotTitre MotsDeTitre[] = {{"DATEDEVALEUR", C::Valeur},
+                                    {"DATEVAL", C::Valeur},
+                                    {"VALEUR", C::Valeur},
+                                    {"VALUEDATE", C::Valeur},
+                                    {"DATE", C::Date},
+                                    {"DEBIT", C::Debit},
+                                    {"CREDIT", C::Credit},
+                                    {"MONTANT", C::Montant},
+                                    {"AMOUNT", C::Montant},
+                                    {"SENS", C::Sens},
+                                    {"DEVISE", C::Monnaie},
+                                    {"MONNAIE", C::Monnaie},
+                                    {"CURRENCY", C::Monnaie},
+                                    {"REFERENCE", C::Reference},
+                                    {"NUMERODOPERATION", C::Reference},
+                                    {"NDOPERATION", C::Reference},
+                                    {"IDENTIFIANT", C::Reference},
+                                    {"LIBELLE", C::Libelle},
+                                    {"NATUREDELOPERATION", C::Libelle},
+                                    {"DESCRIPTION", C::Libelle},
+                                    {"OPERATION", C::Libelle},
+                                    {"LABEL", C::Libelle},
+                                    {"PAYEE", C::Libelle},
+                                    {"DETAIL", C::Detail},
+                                    {"INFORMATIONS", C::Detail},
+                                    {"COMPLEMENT", C::Detail},
+                                    {"MEMO", C::Detail}};
 
 /// The account that a row belongs to, and no other one's.
 bool NommeCompte(const std::string& titre) {
@@ -118,7 +118,7 @@ bool LitTitres(const LigneCsv& ligne, FormeCsv& forme) {
     if (titre.starts_with("COMPTE") || titre.starts_with("ACCOUNT")) continue;
     const bool cote = titre == "DC" ||
                       (titre.find("DEBIT") != std::string::npos && titre.find("CREDIT") != std::string::npos);
-    for (const auto& [mot, colonne] : Mots) {
+    for (const auto& [mot, colonne] : MotsDeTitre) {
       const bool date = colonne == C::Date || colonne == C::Valeur;
       const bool dit = !date ? titre.find(mot) != std::string::npos
                              : titre.starts_with(mot) || (colonne == C::Date && titre.ends_with(mot));
