@@ -20,6 +20,7 @@ CBarreEtat::CBarreEtat(ContexteUi& contexte, QWidget* parent)
       m_monnaie(new QLabel(this)),
       m_cloture(new QWidget(this)),
       m_imageCloture(new QLabel(m_cloture)),
+      m_texteCloture(new QLabel(m_cloture)),
       m_heure(new QLabel(this)) {
   setObjectName(u"BarreEtat"_s);
   m_exercice->setObjectName(u"exercice"_s);
@@ -33,7 +34,7 @@ CBarreEtat::CBarreEtat(ContexteUi& contexte, QWidget* parent)
   auto* cloture = new QHBoxLayout(m_cloture);
   cloture->setContentsMargins(0, 0, 0, 0);
   cloture->addWidget(m_imageCloture);
-  cloture->addWidget(new QLabel(u"Clôturé"_s, m_cloture));
+  cloture->addWidget(m_texteCloture);
   for (QWidget* w : {static_cast<QWidget*>(m_exercice), static_cast<QWidget*>(m_monnaie), m_cloture,
                      static_cast<QWidget*>(m_heure)})
     addPermanentWidget(w);
@@ -74,7 +75,8 @@ void CBarreEtat::MontreExercice() {
   }
   m_exercice->setVisible(ouvert);
   m_monnaie->setVisible(ouvert);
-  m_cloture->setVisible(ouvert && app.Reglages.IsExerciceCloture());
+  m_texteCloture->setText(app.Magasin.QVEnLecture() ? u"Lecture seule"_s : u"Clôturé"_s);
+  m_cloture->setVisible(ouvert && app.Reglages.IsFige());
 }
 
 void CBarreEtat::ActualisePreferences() {

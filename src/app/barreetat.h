@@ -31,6 +31,7 @@ class CBarreEtat : public QStatusBar {
   QLabel* m_monnaie;
   QWidget* m_cloture;
   QLabel* m_imageCloture;
+  QLabel* m_texteCloture;
   QLabel* m_heure;
   QTimer m_minute;
   FinDesLiens m_finLiens{*this};

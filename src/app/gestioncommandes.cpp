@@ -86,7 +86,7 @@ bool Commandes::Disponible(const Commande& commande) const {
     case Quand::SansExercice:
       return app.ExerciceOuvert == 0;
     case Quand::ExerciceVivant:
-      return app.ExerciceOuvert != 0 && !app.Reglages.IsExerciceCloture();
+      return app.ExerciceOuvert != 0 && !app.Reglages.IsFige();
     case Quand::ComboRempli:
       return m_cadre.Combo().count() > 0;
     case Quand::NavigateurWeb:

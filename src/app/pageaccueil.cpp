@@ -115,8 +115,10 @@ void PageAccueil::Actualise() {
   CFenlorApp& app = m_contexte.App;
   m_situation->Actualise();
   if (!app.NomExercice.empty() && app.ExerciceOuvert) {
-    const bool clos = app.Reglages.IsExerciceCloture();
-    Montre(TexteQ(AccueilExercice, {app.NomExercice}), TexteQ(clos ? AccueilCloture : AccueilQueFaire),
+    const TexteFixe& etat = app.Magasin.QVEnLecture()          ? AccueilEnLecture
+                            : app.Reglages.IsExerciceCloture() ? AccueilCloture
+                                                               : AccueilQueFaire;
+    Montre(TexteQ(AccueilExercice, {app.NomExercice}), TexteQ(etat),
            {1012, 1013, 1014, 1016, 1020, CmdOptions, CmdPreferences, CmdProprietes, CmdAide});
   } else if (app.Magasin.GetExercicesRec() == 0) {
     Montre(TexteQ(AccueilBienvenue), TexteQ(AccueilPremier),

@@ -218,7 +218,7 @@ void Programme::ExitInstance() {
   FermeAccueil();
   if (m_compta) {
     const std::string section = Texte(SecActivite), cle = Texte(CleExercice);
-    if (m_app.Reglages.LitIni(section, cle) != m_app.NomExercice &&
+    if (!m_magasin.QVEnLecture() && m_app.Reglages.LitIni(section, cle) != m_app.NomExercice &&
         !m_app.Reglages.EcritIni(section, cle, m_app.NomExercice))
       DitEchecReglages(m_app);
   }

@@ -60,6 +60,8 @@ inline constexpr TexteFixe AccueilExercice{5850, "Exercice %s"};  ///< name of t
 inline constexpr TexteFixe AccueilQueFaire{5851, "Que voulez-vous faire ?"};
 inline constexpr TexteFixe AccueilCloture{5852,
     "Cet exercice est clôturé : tout se consulte, rien ne se modifie."};
+inline constexpr TexteFixe AccueilEnLecture{6750,
+    "Ce cabinet est ouvert en lecture seule : tout se consulte, rien ne se modifie."};
 inline constexpr TexteFixe AccueilBienvenue{5853, "Bienvenue dans Fenlor"};
 inline constexpr TexteFixe AccueilPremier{5854,
     "Ce cabinet n'a pas encore d'exercice. Commencez par en créer un : Fenlor prépare les comptes, "

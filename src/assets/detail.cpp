@@ -70,7 +70,7 @@ Refus LitDetail(CFenlorApp& app, Position position, DetailAmortissements& detail
 }
 
 Refus EnregistreDetail(CFenlorApp& app, const DetailAmortissements& detail) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   QVAPI& magasin = app.Magasin;
   const f64 taux = magasin.GetTauxEuro(magasin.Today());
   if (const Refus refus = ControleMontants(taux, detail)) return refus;

@@ -88,7 +88,7 @@ class Controles {
   }
 
  private:
-  Refus Cloture() const { return m_app.Reglages.IsExerciceCloture() ? Refus(ErrExerciceCloture) : Refus(); }
+  Refus Cloture() const { return m_app.ControleEcriture(); }
 
   Refus Texte() const {
     if (const Refus refus = ControleTextes(Fiche::Table, &m_fiche)) return refus;
@@ -218,7 +218,7 @@ Refus EnregistreFiche(CFenlorApp& app, FicheImmobilisation& fiche) {
 }
 
 Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   QVAPI& magasin = app.Magasin;
   Immobilisation rec = fiche.rec;
   CImmobilisations fichier(app, app.PathCabinet);
@@ -243,7 +243,7 @@ Refus EcritImmobilisation(CFenlorApp& app, FicheImmobilisation& fiche) {
 }
 
 Refus SupprimeFiche(CFenlorApp& app, const FicheImmobilisation& supprimee) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   FicheImmobilisation fiche;
   if (const Refus refus = LitFiche(app, supprimee.position, fiche)) return refus;
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeImmobilisation,

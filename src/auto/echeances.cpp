@@ -133,8 +133,7 @@ Refus CalculeEcheances(CFenlorApp& app, BilanEcheances& bilan) {
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
   const std::string cle = Texte(CleConsultation);
   const Date aujourdhui = app.Magasin.Today();
-  if (app.Reglages.IsExerciceCloture() || GetDate(app.Reglages.LitIniExercice({}, cle)) == aujourdhui)
-    return {};
+  if (app.Reglages.IsFige() || GetDate(app.Reglages.LitIniExercice({}, cle)) == aujourdhui) return {};
   {
     Echeances echeances(app);
     if (const Refus refus = echeances.Ouvre()) return refus;
@@ -158,7 +157,7 @@ Refus CalculeEcheances(CFenlorApp& app, BilanEcheances& bilan) {
 Refus ListeAnnoncees(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees) {
   annoncees.clear();
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return {};
+  if (app.Reglages.IsFige()) return {};
   Echeances echeances(app);
   if (const Refus refus = echeances.Ouvre()) return refus;
   echeances.PourChaque([&](const EcrituresAuto& modele) {
@@ -170,7 +169,7 @@ Refus ListeAnnoncees(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees) 
 
 Refus ConfirmeEcheances(CFenlorApp& app, std::vector<EcheanceAnnoncee>& annoncees,
                         const std::vector<std::size_t>& rangs, BilanEcheances& bilan) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   Echeances echeances(app);
   if (const Refus refus = echeances.Ouvre()) return refus;
   for (const std::size_t rang : rangs) {

@@ -389,7 +389,7 @@ std::vector<std::string> NomsComptes(const LectureReleve& lecture) {
 Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureReleve& lecture,
                     const std::string& numero, ApercuReleve& apercu) {
   apercu = {};
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   if (const Refus refus = ControleCompteBanque(app, compte)) return refus;
   apercu.compte = QVAPI::GetLongCompte(compte);
   apercu.format = lecture.format;
@@ -412,7 +412,7 @@ Refus PrepareReleve(CFenlorApp& app, const std::string& compte, const LectureRel
 }
 
 Refus ImporteReleve(CFenlorApp& app, const ApercuReleve& apercu) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   return apercu.Nombre(SortOperation::Nouvelle) > 0 ? EcritOperations(app, apercu)
                                                     : RetientReglages(app, apercu);
 }

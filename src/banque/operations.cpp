@@ -118,7 +118,7 @@ Refus ComposeOperation(CFenlorApp& app, const FicheOperation& fiche, Banque& rec
 }
 
 Refus EnregistreOperation(CFenlorApp& app, FicheOperation& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   Banque rec{};
   if (const Refus refus = ComposeOperation(app, fiche, rec)) return refus;
   CBanques banques(app, app.PathExercice);
@@ -137,7 +137,7 @@ std::string MontantEnTexte(f64 montant, bool euro) {
 }
 
 Refus SupprimeOperation(CFenlorApp& app, Position position, bool euro) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   OperationLue operation;
   if (const Refus refus = LitOperation(app, position, operation)) return refus;
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeOperation, "",
@@ -160,7 +160,7 @@ std::optional<SoldeReleve> LitSoldeReleve(CFenlorApp& app, const std::string& co
 }
 
 Refus EcritSoldeReleve(CFenlorApp& app, const std::string& compte, const std::optional<SoldeReleve>& solde) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   std::string texte;
   if (solde) {
     texte = FormatMontant(solde->montant, 2, '.');

@@ -40,7 +40,7 @@ class Manuel {
   Manuel(CFenlorApp& app, bool euro) : m_app(app), m_euro(euro), m_lignes(app, app.PathExercice) {}
 
   Refus Fais(Position operation, const std::vector<Position>& lignes) {
-    if (m_app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+    if (const Refus r = m_app.ControleEcriture()) return r;
     if (operation == 0) return Refus(ErrSansOperationChoisie, "operations");
     if (const Refus refus = LitOperation(m_app, operation, m_operation)) return refus;
     if (lignes.empty()) return Refus(ErrSansEcritureChoisie, "lignes");

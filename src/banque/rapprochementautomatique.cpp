@@ -40,7 +40,7 @@ class Automatique {
         m_plan(app, app.PathExercice) {}
 
   Refus Fais() {
-    if (m_app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+    if (const Refus r = m_app.ControleEcriture()) return r;
     if (!m_banques.OpenFile() || !m_journal.OpenFile() || !m_plan.OpenFile()) return EchecFichier();
     m_operations = LitOperations(m_app, m_demande.periode.compte);
     m_lignes = LignesARapprocher(m_app, m_demande.periode);

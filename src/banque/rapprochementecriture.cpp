@@ -38,7 +38,7 @@ Refus Rapproche(CFenlorApp& app, const OperationLue& operation, u32 mouvement, b
 }  // namespace
 
 Refus ProposeEcriture(CFenlorApp& app, Position position, SaisieEcriture& saisie) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   OperationLue operation;
   if (const Refus refus = LitOperation(app, position, operation)) return refus;
   const Banque& rec = operation.rec;
@@ -58,7 +58,7 @@ Refus ProposeEcriture(CFenlorApp& app, Position position, SaisieEcriture& saisie
 Refus EnregistreEcritureDe(CFenlorApp& app, Position position, const SaisieEcriture& saisie,
                            EcritureFaite& faite) {
   assert(saisie.mouvement == 0);
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   OperationLue operation;
   if (const Refus refus = LitOperation(app, position, operation)) return refus;
   return EnregistreEcriture(app, saisie, faite, [&](const EcritureFaite& nouvelle) {

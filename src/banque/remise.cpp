@@ -76,7 +76,7 @@ Cheque ChequeDe(const Line& ligne, Position position) {
 Refus MarqueLigne(CFenlorApp& app, Position position, Line& ligne, bool remis, Date date) {
   assert(app.Magasin.QVEnUnite() && position != 0);
   if ((ligne.Remise != 0) == remis) return {};
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   ligne.Remise = remis;
   ligne.DateRemise = remis ? date : 0;
   return app.Magasin.UpdateLines(app.PathExercice, position, ligne) ? Refus() : app.EchecDit();
@@ -182,9 +182,7 @@ void ListeRemise::Pose(Cheque& cheque, bool remis, bool imprime) {
   if (!EcritRang(cheque, cheque.position)) cheque = avant;
 }
 
-Refus ListeRemise::ControleCloture() const {
-  return m_app.Reglages.IsExerciceCloture() ? Refus(ErrExerciceCloture) : Refus();
-}
+Refus ListeRemise::ControleCloture() const { return m_app.ControleEcriture(); }
 
 Refus ListeRemise::Bascule(std::size_t rang) {
   assert(rang < m_cheques.size());

@@ -6,6 +6,9 @@
 namespace fenlor {
 
 inline constexpr TexteFixe ErrExerciceCloture{3056, "Action impossible sur un exercice cloturé"};
+/// The store tells it in the same words and by the same number.
+inline constexpr TexteFixe ErrCabinetEnLecture{
+    3563, "Le cabinet est ouvert en lecture seule : rien ne peut y être enregistré."};
 inline constexpr TexteFixe ErrAucunExercice{3209, "Aucun exercice n'est ouvert."};
 
 }  // namespace fenlor

@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include "core/erreurs.h"
+#include "core/erreursexercice.h"
 #include "core/valeurs.h"
 #include "store/texte1252.h"
 
@@ -31,13 +32,26 @@ Refus CFenlorApp::Demande(unsigned style, int attendue, const TexteFixe& questio
   return Refus::DejaDit(question, champ, arguments);
 }
 
-Refus CFenlorApp::EchecMagasin() const { return Refus(ErrMagasin, "", {Magasin.QVEchecTexte()}); }
+Refus CFenlorApp::ControleLecture() const {
+  return Magasin.QVEnLecture() ? Refus(ErrCabinetEnLecture) : Refus();
+}
+
+Refus CFenlorApp::ControleEcriture(const std::string& exercice) const {
+  if (Magasin.QVEnLecture()) return Refus(ErrCabinetEnLecture);
+  return Reglages.IsExerciceCloture(exercice) ? Refus(ErrExerciceCloture) : Refus();
+}
+
+Refus CFenlorApp::EchecMagasin() const {
+  if (Magasin.QVFileErrorCode() == ErrLectureSeule) return Refus(ErrCabinetEnLecture);
+  return Refus(ErrMagasin, "", {Magasin.QVEchecTexte()});
+}
 
 std::string CFenlorApp::NumeroCourt(const std::string& longue) {
   return CompacteTexte(Magasin.GetShortCompte(longue));
 }
 
 Refus CFenlorApp::EchecReglages() const {
+  if (Magasin.QVEnLecture()) return Refus(ErrCabinetEnLecture);
   const Profil& reglages = Magasin.Reglages();
   const int erreur = reglages.Erreur() ? reglages.Erreur() : EIO;
   return Refus(ErrReglages, "",

@@ -59,6 +59,10 @@ class CFenlorApp {
   /// Asks the numbered question; any answer but `attendue`, and Escape, is what stops the rule.
   Refus Demande(unsigned style, int attendue, const TexteFixe& question, const char* champ = "",
                 std::initializer_list<std::string> arguments = {});
+  /// The gate of every rule that changes a practice: 3563 one that is open to be read.
+  Refus ControleLecture() const;
+  /// That of every rule that changes an exercice, the open one without a name: the same, then 3056 closed.
+  Refus ControleEcriture(const std::string& exercice = {}) const;
   /// The store's last failure (3214 with its words), not told yet.
   Refus EchecMagasin() const;
   /// The same of an operation that tells its failures through the store's callback.

@@ -42,6 +42,10 @@ bool Parametres::IsExerciceCloture(const std::string& exercice) const {
   return !EstVide(LitIniExercice(exercice, Texte(CleCloture)));
 }
 
+bool Parametres::IsFige(const std::string& exercice) const {
+  return m_magasin.QVEnLecture() || IsExerciceCloture(exercice);
+}
+
 bool Parametres::IsTVA(const std::string& exercice) const {
   return IsOui(LitIniExercice(exercice, Texte(CleTVA)));
 }
@@ -68,7 +72,8 @@ bool Parametres::IsFinDeSession() const {
 
 bool Parametres::IsSauverFenetres() {
   const std::string valeur = LitIni(Texte(SecFenlor), Texte(CleSauverFenetres));
-  if (EstVide(valeur)) EcritIni(Texte(SecFenlor), Texte(CleSauverFenetres), Texte(MotOui));
+  if (EstVide(valeur) && !m_magasin.QVEnLecture())
+    EcritIni(Texte(SecFenlor), Texte(CleSauverFenetres), Texte(MotOui));
   return EstVide(valeur) || IsOui(valeur);
 }
 

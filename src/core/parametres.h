@@ -25,6 +25,9 @@ class Parametres {
   static bool IsOui(const std::string& valeur);
 
   bool IsExerciceCloture(const std::string& exercice = {}) const;
+  /// Nothing of it can be changed: it is closed, or the practice is open to be read.
+  /// `CFenlorApp::ControleEcriture` says which.
+  bool IsFige(const std::string& exercice = {}) const;
   bool IsTVA(const std::string& exercice = {}) const;
   bool IsEuro(const std::string& exercice = {}) const;
   bool IsFraisKm() const;

@@ -169,8 +169,9 @@ int Importe(Contexte& contexte, const OptionsImporter& options) {
     return StatutRefuse;
   }
   // The register is frozen with the exercice that is at hand.
-  if (!exercice.empty() && contexte.App.Reglages.IsExerciceCloture(exercice))
-    return contexte.Refuse(ErrExerciceCloture, {});
+  if (const Refus r =
+          exercice.empty() ? contexte.App.ControleLecture() : contexte.App.ControleEcriture(exercice))
+    return contexte.Refuse(r);
   Ajouteur ajouteur(contexte.App, definition);
   if (!ajouteur.Ouvre()) return contexte.RefuseMagasin();
 

@@ -92,7 +92,7 @@ int VerbeFiche::Execute() {
   const std::string& action = m_options.action;
   assert(!action.empty());
   if (action == "lister") return Liste();
-  if (m_app.Reglages.IsExerciceCloture()) return m_contexte.Refuse(Refus(ErrExerciceCloture));
+  if (const Refus r = m_app.ControleEcriture()) return m_contexte.Refuse(r);
   std::string cle;
   if (action == "ajouter")
     Commence();

@@ -108,7 +108,7 @@ bool LitCompte(CFenlorApp& app, const std::string& compte, Plan& plan) {
 
 Refus ControleExercice(CFenlorApp& app, LivresOuverts& livres) {
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   return livres.Ouvre(app);
 }
 

@@ -211,7 +211,7 @@ bool OublieSuspens(CFenlorApp& app) {
 }
 
 std::optional<SaisieSuspendue> LitSuspens(CFenlorApp& app) {
-  if (app.PathExercice.empty() || app.Reglages.IsExerciceCloture()) return std::nullopt;
+  if (app.PathExercice.empty() || app.Reglages.IsFige()) return std::nullopt;
   Profil fichier = FichierDe(app);
   if (!fichier.Existe(Section)) return std::nullopt;
   SaisieSuspendue s;

@@ -75,7 +75,7 @@ Refus EnregistrementVirement::Controle() {
   if (!r) r = ControleComptes();
   if (!r) r = ControleFranc(m_app, m_saisie.euro, m_saisie.date);
   if (!r) r = ControleSomme();
-  if (!r && m_app.Reglages.IsExerciceCloture()) r = Refus(ErrExerciceCloture);
+  if (!r) r = m_app.ControleEcriture();
   if (!r) r = ControleOuverture(m_app);
   return r ? r : ControleLibelle(m_saisie.libelle);
 }

@@ -367,12 +367,12 @@ Refus ControleNumero(CFenlorApp& app, const FicheCompte& fiche) {
 }
 
 Refus EnregistreFiche(CFenlorApp& app, FicheCompte& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return {};
+  if (app.Reglages.IsFige()) return {};
   return Enregistrement(app, fiche).Fait();
 }
 
 Refus SupprimeFiche(CFenlorApp& app, const FicheCompte& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   Plan compte{};
   if (fiche.position == 0) return {};
   if (const Refus refus = Lit(app, fiche.position, compte)) return refus;

@@ -191,7 +191,7 @@ std::string FormatTauxKm(const CFenlorApp& app, const std::string& texte, std::s
 
 Refus EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche, bool& supprimees) {
   supprimees = false;
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   FicheFraisKm ecrite = fiche;
   TientDansLesLimites(app, ecrite);
   if (Arrondi2(CalculFraisKm(app, ecrite)) == 0)
@@ -218,7 +218,7 @@ Refus EnregistreFraisKm(CFenlorApp& app, FicheFraisKm& fiche, bool& supprimees) 
 }
 
 Refus SupprimeFraisKm(CFenlorApp& app, FicheFraisKm& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   if (!app.Reglages.IsFraisKm()) return {};
   if (const Refus refus = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionSupprimeFraisKm))
     return refus;

@@ -144,7 +144,7 @@ Refus ControleSuppressionTva(CFenlorApp& app, const LigneTva& ligne) {
 
 Refus AppliqueComptesTva(CFenlorApp& app, const std::vector<LigneTva>& lignes, unsigned& comptes) {
   comptes = 0;
-  if (app.Reglages.IsExerciceCloture()) return {};
+  if (app.Reglages.IsFige()) return {};
   CPlan plan(app, app.PathExercice);
   if (!plan.OpenFile()) return EchecFichier();
   QVAPI::Unite unite(app.Magasin);

@@ -159,12 +159,12 @@ Refus ControleCodeRubrique(CFenlorApp& app, const FicheRubrique& fiche) {
 }
 
 Refus EnregistreFiche(CFenlorApp& app, FicheRubrique& fiche) {
-  if (app.Reglages.IsExerciceCloture()) return {};
+  if (app.Reglages.IsFige()) return {};
   return EnregistrementRubrique(app, fiche).Fait();
 }
 
 Refus AvisFiche(CFenlorApp& app, const FicheRubrique& fiche) {
-  if (fiche.manuel || app.Reglages.IsExerciceCloture()) return {};
+  if (fiche.manuel || app.Reglages.IsFige()) return {};
   const std::string propre = NormaliseRubrique(fiche.code);
   const auto connu = [&](const std::string& terme) {
     const std::string code = RubriqueDuTerme(terme);
@@ -181,7 +181,7 @@ Refus AvisFiche(CFenlorApp& app, const FicheRubrique& fiche) {
 }
 
 Refus SupprimeFiche(CFenlorApp& app, const FicheRubrique& supprimee) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   FicheRubrique fiche;
   if (supprimee.position == 0) return {};
   if (const Refus refus = LitFiche(app, supprimee.position, fiche)) return refus;

@@ -73,7 +73,7 @@ u32 CompteEcrituresVariable(CFenlorApp& app, const std::string& variable) {
 }
 
 Refus SupprimeEcrituresVariable(CFenlorApp& app, const std::string& variable) {
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   CLines lignes(app, app.PathExercice);
   CPlan plan(app, app.PathExercice);
   std::set<u32> mouvements;

@@ -201,7 +201,7 @@ Refus Reprend(CFenlorApp& app, Sens sens) {
   const bool refaire = sens == Sens::Retablir;
   const std::string mots = Texte(MotsReprises), acte = ChampTexte(refaire ? 2 : 0, mots, '|');
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   const std::string nom = NomReprise(app, sens);
   if (nom.empty()) return Refus(ErrRienAReprendre, "", {ChampTexte(refaire ? 3 : 1, mots, '|')});
   if (const int perte = app.Magasin.QVPerteReprise(refaire))

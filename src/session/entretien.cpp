@@ -183,6 +183,7 @@ Refus ReconstruitCles(CFenlorApp& app, const std::vector<std::string>& noms, Rec
     if (fichier == std::end(fichiers)) return Refus(ErrChampInconnu, "", {nom});
     if (!fichier->duCabinet && app.PathExercice.empty()) return Refus(ErrAucunExercice);
   }
+  if (const Refus r = app.ControleLecture()) return r;
 
   Refus refus;
   const Progression progression(app.Boite, Texte(TitreReconstruction), {}, true, 0);
@@ -247,6 +248,7 @@ Refus RecalculEntoure(CFenlorApp& app, Statistiques& statistiques, const Autour&
 
 Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour& autour) {
   if (app.NomExercice.empty()) return Refus(ErrAucunExercice);
+  if (const Refus r = app.ControleLecture()) return r;
   if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionRecalcul)) return r;
   bool fait = false;
   if (const Refus r = RecalculEntoure(app, statistiques, autour, fait)) return r;
@@ -262,7 +264,7 @@ Refus CommandeRecalcul(CFenlorApp& app, Statistiques& statistiques, const Autour
 Refus AjusteEuros(CFenlorApp& app, AjustementEuros& ajustement, const Autour& autour) {
   ajustement = {};
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   if (const Refus r = app.Demande(BoutonsOuiNon | IconeQuestion, RepOui, QuestionAjustementEuro)) return r;
   Refus refus;
   Execute(autour, [&] {

@@ -39,7 +39,7 @@ void ChoisitAnnuel(FormulaireExercice& formulaire);
 void ChoisitPeriode(FormulaireExercice& formulaire);
 
 /// True when the exercice's directory can be written: a file is made there and
-/// removed again.
+/// removed again. In a practice that is open to be read it is enough that it is there.
 bool TestRepertoire(CFenlorApp& app, const std::string& nom);
 
 /// Creates the exercice and opens it. What the store told has no words here. The Euro rules of its year hold

@@ -233,6 +233,7 @@ bool IsSpecialiteTessamaris(CFenlorApp& app) {
 }
 
 bool MigreReglages(CFenlorApp& app) {
+  if (app.Magasin.QVEnLecture()) return true;
   const std::string section = Texte(SecFenlor);
   const int version = TexteVersEntier(app.Reglages.LitIni(section, Texte(CleVersion)));
   const int revision = TexteVersEntier(app.Reglages.LitIni(section, Texte(CleRevision)));

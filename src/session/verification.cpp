@@ -362,7 +362,8 @@ u32 ConstateDegats(CFenlorApp& app, const std::string& exercice, const RappelCon
     const std::string chemin =
         Joint(app.Magasin.CheminExercice(exercice), std::string(definition.nom) + ".dat");
     Empreinte empreinte;
-    if (fichier.Ouvre(app.Magasin.SystemeFichiers(), chemin, 0, true) != 0 || fichier.Mesure(empreinte) != 0)
+    if (fichier.Ouvre(app.Magasin.SystemeFichiers(), chemin, 0, FichierDat::Pour::Examen) != 0 ||
+        fichier.Mesure(empreinte) != 0)
       continue;
     // A file that was cut has no bytes where the last records stood.
     const u64 presents = empreinte.taille < DebutEmplacements

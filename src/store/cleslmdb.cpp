@@ -44,7 +44,7 @@ struct Retenue {
 
 class ClesLmdb : public MagasinCles {
  public:
-  explicit ClesLmdb(const DescriptionCles& cles) : m_cles(cles) {}
+  ClesLmdb(const DescriptionCles& cles, bool lecture) : m_cles(cles), m_lecture(lecture) {}
   ~ClesLmdb() override {
     Lache();
     if (m_env) mdb_env_close(m_env);
@@ -54,10 +54,13 @@ class ClesLmdb : public MagasinCles {
     if (const int rc = mdb_env_create(&m_env)) return Traduit(rc);
     mdb_env_set_maxdbs(m_env, 8);
     mdb_env_set_mapsize(m_env, Avance);
-    const unsigned mode = MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC | MDB_NORDAHEAD;
+    const unsigned acces = m_lecture ? MDB_RDONLY : 0;
+    const unsigned mode = MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC | MDB_NORDAHEAD | acces;
     if (const int rc = mdb_env_open(m_env, chemin.c_str(), mode, 0600)) return Traduit(rc);
     if (mdb_env_get_maxkeysize(m_env) < static_cast<int>(TailleCleMax) + 4) return ErrCles;
-    return Commence(neuf);
+    const int rc = Commence(neuf);
+    // Helpers see the names of the keys once their first transaction is through.
+    return rc || !m_lecture ? rc : Rengage();
   }
 
   int Ajoute(unsigned cle, std::string_view texte, u32 position) override {
@@ -190,7 +193,7 @@ class ClesLmdb : public MagasinCles {
       if (const int rc = Verse(cle)) return rc;
     }
     if (const int rc = Rengage()) return rc;
-    return durable ? Traduit(mdb_env_sync(m_env, 1)) : 0;
+    return durable && !m_lecture ? Traduit(mdb_env_sync(m_env, 1)) : 0;
   }
 
   int Erreur() const override { return m_erreur == MDB_NOTFOUND ? 0 : Traduit(m_erreur); }
@@ -236,12 +239,12 @@ class ClesLmdb : public MagasinCles {
     MDB_stat etat;
     if (mdb_env_info(m_env, &info) || mdb_env_stat(m_env, &etat)) return ErrCles;
     const std::size_t occupes = (info.me_last_pgno + 1) * etat.ms_psize;
-    if (info.me_mapsize < 2 * occupes + Avance) {
+    if (!m_lecture && info.me_mapsize < 2 * occupes + Avance) {
       if (const int rc = mdb_env_set_mapsize(m_env, 4 * occupes + Avance)) return Traduit(rc);
       if (const int rc = mdb_env_info(m_env, &info)) return Traduit(rc);
     }
-    m_reste = (info.me_mapsize - 2 * occupes) / OctetsParCle;
-    if (const int rc = mdb_txn_begin(m_env, nullptr, 0, &m_txn)) {
+    m_reste = m_lecture ? 0 : (info.me_mapsize - 2 * occupes) / OctetsParCle;
+    if (const int rc = mdb_txn_begin(m_env, nullptr, m_lecture ? MDB_RDONLY : 0, &m_txn)) {
       m_txn = nullptr;
       return Traduit(rc);
     }
@@ -395,6 +398,7 @@ class ClesLmdb : public MagasinCles {
   }
 
   DescriptionCles m_cles;
+  const bool m_lecture;
   MDB_env* m_env = nullptr;
   MDB_txn* m_txn = nullptr;
   MDB_dbi m_dbi[8] = {};
@@ -411,8 +415,16 @@ class ClesLmdb : public MagasinCles {
 
 int FabriqueLmdb::Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
                         std::unique_ptr<MagasinCles>& magasin) {
-  auto lmdb = std::make_unique<ClesLmdb>(cles);
+  auto lmdb = std::make_unique<ClesLmdb>(cles, false);
   const int rc = lmdb->Ouvre(chemin, neuf);
+  if (rc == 0) magasin = std::move(lmdb);
+  return rc;
+}
+
+int FabriqueLmdb::OuvreEnLecture(const std::string& chemin, const DescriptionCles& cles,
+                                 std::unique_ptr<MagasinCles>& magasin) {
+  auto lmdb = std::make_unique<ClesLmdb>(cles, true);
+  const int rc = lmdb->Ouvre(chemin, false);
   if (rc == 0) magasin = std::move(lmdb);
   return rc;
 }

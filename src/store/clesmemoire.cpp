@@ -91,4 +91,9 @@ int FabriqueMemoire::Ouvre(const std::string&, bool, const DescriptionCles& cles
   return 0;
 }
 
+int FabriqueMemoire::OuvreEnLecture(const std::string&, const DescriptionCles&,
+                                    std::unique_ptr<MagasinCles>&) {
+  return ErrCles;
+}
+
 }  // namespace fenlor

@@ -148,7 +148,7 @@ bool LitFichierEntier(QVAPI& magasin, EtatQVAPI& etat, u16 numero, const std::st
 
 /// Takes over accounts, headings and labels of the exercice `nom`.
 bool ContenuExercice(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom, bool soldes, Contenu& contenu) {
-  if (!EssaieFichiers(etat, nom)) return false;
+  if (!EssaieFichiers(magasin, etat, nom)) return false;
   const std::string dossier = Joint(etat.pathCabinet, nom);
   EmpruntFichiers emprunt(etat);
   if (!LitFichierEntier(magasin, etat, FichierComptes, dossier, contenu.comptes) ||
@@ -396,6 +396,7 @@ void OteSection(EtatQVAPI& etat, const std::string& nom, std::vector<Profil::Cha
 }  // namespace
 
 bool AcheveExercices(EtatQVAPI& etat) {
+  if (etat.moteur->EnLecture()) return true;
   Systeme& systeme = *etat.systeme;
   bool bien = true;
   const auto echoue = [&](const std::string& nom, int code) {

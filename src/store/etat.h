@@ -7,16 +7,23 @@
 
 #include "store/moteur.h"
 #include "store/qvapi.h"
+#include "store/texte1252.h"
 
 namespace fenlor {
 
 constexpr u32 MsgMagasin = 3214;  ///< number of what the store tells in its own words
 
+constexpr u32 MsgLectureSeule = 3563;
+inline std::string TexteLectureSeule() {
+  return "Le cabinet est ouvert en lecture seule : rien ne peut y être enregistré."_w;
+}
+
 struct EtatQVAPI {
   OptionsQVAPI options;
   SystemePosix systemePosix;
   FabriqueLmdb cleLmdb;
-  Systeme* systeme = nullptr;
+  std::unique_ptr<SystemeGarde> garde = std::make_unique<SystemeGarde>(systemePosix);
+  Systeme* systeme = nullptr;      ///< `garde`
   std::unique_ptr<Moteur> moteur;  ///< never null
   bool session = false;
   std::unique_ptr<Profil> reglages;
@@ -76,7 +83,11 @@ struct EtatQVAPI {
 
   /// Tells an error to the callback (event 6).
   void DitErreur(const std::string& texte, u32 numero = MsgMagasin) {
-    if (rappel) rappel(EvErreur, numero, texte);
+    if (!rappel) return;
+    if (moteur->Erreur() == ErrLectureSeule)
+      rappel(EvErreur, MsgLectureSeule, TexteLectureSeule());
+    else
+      rappel(EvErreur, numero, texte);
   }
   /// Refuses with a code; returns false so that `return m_etat->Refuse(...)` reads well.
   bool Refuse(int code, const std::string& fichier = {}) {

@@ -99,6 +99,7 @@ bool RefuseReglages(QVAPI& magasin, EtatQVAPI& etat, int code) {
 }
 
 bool RefuseDit(EtatQVAPI& etat, int code, u32 numero, const std::string& texte) {
+  etat.Refuse(code);
   etat.DitErreur(texte, numero);
   return etat.Refuse(code);
 }
@@ -140,7 +141,7 @@ void FermeFichier(EtatQVAPI& etat, u16 numero) {
   etat.moteur->Ferme(numero);
 }
 
-bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
+bool EssaieFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom) {
   EmpruntFichiers emprunt(etat);
   for (const u16 numero : FichiersExercice()) {
     if (OuvreFichier(etat, numero, Joint(etat.pathCabinet, nom))) {
@@ -152,9 +153,8 @@ bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom) {
     if (code == ErrEndommage || code == ErrFormat)
       return RefuseDit(etat, code, MsgFichierEndommage,
                        "Fichier (" + relatif + ") endommagé\nIndexation recommandé."_w);
-    const std::string raison = code < 1000 ? " : " + TexteErreurSysteme(code) : std::string();
     return RefuseDit(etat, code, MsgOuvertureImpossible,
-                     "Ouverture fichier (" + relatif + ") impossible" + raison);
+                     "Ouverture fichier (" + relatif + ") impossible : " + magasin.QVErreurTexte(code));
   }
   return true;
 }
@@ -230,7 +230,7 @@ bool QVAPI::QVOpenExercice(const std::string& nomDonne) {
   QVCloseExercice();
   // A directory without a section is what an unclean stop left.
   if (!connu) return RefuseDit(*m_etat, ENOENT, MsgExerciceInconnu, "L'exercice "_w + nom + " n'existe pas.");
-  if (!EssaieFichiers(*m_etat, nom)) return false;
+  if (!EssaieFichiers(*this, *m_etat, nom)) return false;
   m_etat->nomExercice = nom;
   m_etat->pathExercice = Joint(m_etat->pathCabinet, nom);
   const std::string chemin = Joint(m_etat->pathExercice, "TEXTES.dat");
@@ -254,7 +254,7 @@ u32 QVAPI::QVConvertCompta(const std::string& nom) {
   int erreur = 0;
   const std::string listee = NomListe(*m_etat, nom, erreur);
   if (erreur != 0) return RefuseReglages(*this, *m_etat, erreur);
-  if (!EssaieFichiers(*m_etat, listee.empty() ? nom : listee)) return 0;
+  if (!EssaieFichiers(*this, *m_etat, listee.empty() ? nom : listee)) return 0;
   // Opening a file checks its sums and converts one of an older form: those that nobody has opened yet
   // follow. What is wrong with one of them is told by whoever needs it.
   for (const DefinitionFichier& def : Definitions()) {

@@ -65,7 +65,7 @@ void FermeFichier(EtatQVAPI& etat, u16 numero);
 
 /// Opens the four data files of an exercice once and closes them again. Missing
 /// and damaged files are refused, told with their name.
-bool EssaieFichiers(EtatQVAPI& etat, const std::string& nom);
+bool EssaieFichiers(QVAPI& magasin, EtatQVAPI& etat, const std::string& nom);
 
 /// Takes the file numbers of an exercice's files away from whoever has them open,
 /// and gives them back, open as they were, when it ends.

@@ -1,5 +1,6 @@
 #include "store/fichierdat.h"
 
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <zlib.h>
 
@@ -88,10 +89,13 @@ int FichierDat::Cree(Systeme& systeme, const std::string& chemin, const EnteteDa
   return systeme.SynchroniseDossier(DossierDe(chemin));
 }
 
-int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, bool reprise) {
+int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, Pour pour) {
   assert(!m_fichier && !m_projection);
   m_chemin = chemin;
-  if (const int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier)) return rc;
+  const bool reprise = pour == Pour::Reprise || pour == Pour::Examen;
+  const bool lecture = pour == Pour::Lecture || pour == Pour::Examen;
+  const auto mode = lecture ? Systeme::Lecture : Systeme::LectureEcriture;
+  if (const int rc = systeme.Ouvre(chemin, mode, m_fichier)) return rc;
   u8 octets[DebutEmplacements];
   std::size_t lus = 0;
   if (const int rc = m_fichier->Lit(octets, sizeof octets, 0, lus)) return rc;
@@ -122,10 +126,19 @@ int FichierDat::Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise
     // What stands behind the slots is a large unit that was never committed: the log, replayed
     // before any file is opened, knows nothing of it.
     if (entete.idReprise != idReprise) return ErrEndommage;
-    if (const int rc = m_fichier->Tronque(exacte)) return rc;
+    const int rc = lecture ? 0 : m_fichier->Tronque(exacte);
+    if (rc) return rc;
   }
   m_reserve = exacte;
   return Projette(exacte);
+}
+
+int FichierDat::Tient(bool partage) const {
+  assert(m_fichier);
+  const int descripteur = m_fichier->Descripteur();
+  if (descripteur < 0 || ::flock(descripteur, (partage ? LOCK_SH : LOCK_EX) | LOCK_NB) == 0) return 0;
+  // Where the disk knows no locks there is the practice's own.
+  return errno == EWOULDBLOCK ? int{ErrTenu} : 0;
 }
 
 EtatEmplacement FichierDat::EtatDe(u8 marque, const u8* o) {

@@ -64,9 +64,15 @@ class FichierDat {
   static int Cree(Systeme& systeme, const std::string& chemin, const EnteteDat& entete);
   /// Opens and checks. `idReprise` is the practice's log: a file guarded by it
   /// may have a tail that was never committed, which is cut off; any other
-  /// file must have exactly the length that its header tells. With `reprise` the
-  /// length is left as found: recovery knows better than the header.
-  int Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, bool reprise = false);
+  /// file must have exactly the length that its header tells. For the
+  /// recovery the length is left as found: it knows better than the header.
+  /// For reading alone nothing is cut off, and what would be is not looked at; `Examen` reads a file as it is
+  /// found, as the recovery does.
+  enum class Pour { Ecriture, Lecture, Reprise, Examen };
+  int Ouvre(Systeme& systeme, const std::string& chemin, u64 idReprise, Pour pour = Pour::Ecriture);
+  /// Keeps every other session from the file as long as it is open, writers alone where `partage`. ErrTenu
+  /// when one has it.
+  int Tient(bool partage) const;
 
   /// Header as last committed, with the generation that is durable.
   EnteteDat entete;

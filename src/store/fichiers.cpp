@@ -147,8 +147,10 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
   if (!def) return etat;
   Moteur& moteur = *m_etat->moteur;
   etat.nom = def->nom;
-  const auto note = [&etat](const std::string& phrase) {
-    if (etat.anomalies.size() < 100) etat.anomalies.push_back(DepuisUtf8(phrase).value_or(phrase));
+  constexpr std::size_t montrees = 100;
+  std::size_t nombre = 0;
+  const auto note = [&](const std::string& phrase) {
+    if (++nombre <= montrees) etat.anomalies.push_back(DepuisUtf8(phrase).value_or(phrase));
   };
   etat.emplacements = moteur.NombreEmplacements(numFichier);
   const Moteur::Revue revue = moteur.PasseEnRevue(numFichier);
@@ -170,6 +172,11 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
     note("liste des emplacements libres endommagée");
   }
   etat.libres = static_cast<u32>(libres.size());
+  if (nombre > montrees) {
+    nombre -= montrees - 1;  // the sentence stands for itself, too
+    note({});
+    etat.anomalies.back() = "... et "_w + std::to_string(nombre) + " autre(s) anomalie(s)"_w;
+  }
   return etat;
 }
 

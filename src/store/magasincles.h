@@ -83,6 +83,9 @@ class FabriqueCles {
   /// creates it. 0, or errno / ErrCles.
   virtual int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
                     std::unique_ptr<MagasinCles>& magasin) = 0;
+  /// Opens a key file that nobody may write: of the keys only the looks are asked for, and `Engage`.
+  virtual int OuvreEnLecture(const std::string& chemin, const DescriptionCles& cles,
+                             std::unique_ptr<MagasinCles>& magasin) = 0;
   /// True when the keys live in the file of that path.
   virtual bool SurDisque() const = 0;
 };
@@ -92,6 +95,8 @@ class FabriqueLmdb : public FabriqueCles {
  public:
   int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
             std::unique_ptr<MagasinCles>& magasin) override;
+  int OuvreEnLecture(const std::string& chemin, const DescriptionCles& cles,
+                     std::unique_ptr<MagasinCles>& magasin) override;
   bool SurDisque() const override { return true; }
 };
 
@@ -100,6 +105,9 @@ class FabriqueMemoire : public FabriqueCles {
  public:
   int Ouvre(const std::string& chemin, bool neuf, const DescriptionCles& cles,
             std::unique_ptr<MagasinCles>& magasin) override;
+  /// ErrCles: there are none but those that the caller makes.
+  int OuvreEnLecture(const std::string& chemin, const DescriptionCles& cles,
+                     std::unique_ptr<MagasinCles>& magasin) override;
   bool SurDisque() const override { return false; }
 };
 

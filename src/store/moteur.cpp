@@ -91,9 +91,18 @@ bool Moteur::ReserveCabinet(const std::string& dossier) {
   if (m->ouvert) return m->Echec(ErrOccupe);
   m->verrou.Rend();
   m->dossier = normal;
-  if (const int rc = m->verrou.Prend(m->systeme, m->dossier)) return m->Echec(rc, m->dossier);
-  return true;
+  m->lecture = false;
+  int rc = m->verrou.Prend(m->systeme, m->dossier);
+  const bool interdit = rc == EROFS || rc == EACCES || rc == EPERM;
+  if (interdit && m->systeme.Existe(Joint(m->dossier, "fenlor.ini"))) {
+    const int lecture = m->verrou.PrendEnLecture(m->systeme, m->dossier);
+    m->lecture = lecture == 0;
+    if (lecture == 0 || lecture == ErrOccupe) rc = lecture;
+  }
+  return rc == 0 || m->Echec(rc, m->dossier);
 }
+
+bool Moteur::EnLecture() const { return m->lecture && m->verrou.EstPris(); }
 
 bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
   if (m->ouvert) return m->Echec(ErrOccupe);
@@ -101,6 +110,7 @@ bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
   assert(!m->reprise);
   m->reprise = std::make_unique<JournalReprise>();
   const std::string chemin = Joint(m->dossier, "fenlor.rep");
+  if (m->lecture) return m->OuvreEnLecture(chemin);
   int rc = m->reprise->Ouvre(m->systeme, m->dossier, m->tailleReprise);
   // Read to its end before the first image is written: a log that is damaged further on must leave the
   // data files as they are, for whoever repairs them.
@@ -121,6 +131,19 @@ bool Moteur::OuvreCabinet(const std::string& dossier, bool reparation) {
   m->OteReconstructions();
   m->retenues.dossier = m->dossier;
   return m->ouvert = true;
+}
+
+bool Moteur::Etat::OuvreEnLecture(const std::string& chemin) {
+  assert(lecture && verrou.EstPris());
+  int rc = reprise->Ouvre(systeme, dossier, tailleReprise, true);
+  if (!rc) rc = reprise->Verifie();
+  if (!rc && reprise->EnSuspens()) rc = ErrSuspens;
+  clesDites = false;
+  ouvert = rc == 0;
+  if (ouvert) return true;
+  reprise.reset();
+  verrou.Rend();
+  return Echec(rc, chemin);
 }
 
 /// A rebuild that was cut short leaves its new file behind: the old one is the
@@ -195,7 +218,7 @@ int Moteur::Etat::RejoueUnite(const std::vector<FichierUnite>& fichiersUnite,
     if (!r) {
       r = std::make_unique<FichierRepris>();
       fautif = Joint(dossier, f.chemin);
-      int erreurDat = r->dat.Ouvre(systeme, fautif, reprise->Id(), true);
+      int erreurDat = r->dat.Ouvre(systeme, fautif, reprise->Id(), FichierDat::Pour::Reprise);
       const EnteteDat& e = r->dat.entete;
       // Headers are written after the log's units: one older than the unit saw belongs to a copy of
       // the file that somebody brought back, and the images do not fit it.
@@ -245,7 +268,7 @@ bool Moteur::FermeCabinet() {
   if (bien && (change || !m->reprise->EstVide())) {
     if (const int rc = m->reprise->Vide()) bien = m->Echec(rc, Joint(m->dossier, "fenlor.rep"));
   }
-  m->verrou.Rend(bien && m->reprise->EstSur());
+  m->verrou.Rend(bien && !m->lecture && m->reprise->EstSur());
   m->reprise.reset();
   m->ouvert = false;
   return bien;
@@ -369,11 +392,34 @@ bool Moteur::CreeDat(u16 numFichier, const std::string& cheminDonne, u16 taille)
   entete.taille = taille;
   entete.id = TireId();
   entete.idReprise = m->reprise->Id();
+  if (def && m->lecture) return m->CreeVide(numFichier, chemin, entete);
   if (const int rc = FichierDat::Cree(m->systeme, chemin, entete)) {
     m->systeme.Supprime(chemin);
     return m->Echec(rc, chemin);
   }
   return Ouvre(numFichier, chemin);
+}
+
+/// A file that the practice lacks, while it is read: an empty one, which stands elsewhere and has no name.
+bool Moteur::Etat::CreeVide(u16 numFichier, const std::string& chemin, const EnteteDat& entete) {
+  std::error_code erreur;
+  const auto temporaire = std::filesystem::temp_directory_path(erreur);
+  if (erreur) return Echec(erreur.value(), chemin);
+  const std::string vide = (temporaire / ("fenlor-vide-" + std::to_string(TireId()))).string();
+  auto o = std::make_unique<Ouvert>();
+  int rc = FichierDat::Cree(systeme, vide, entete);
+  if (!rc) rc = o->dat.Ouvre(systeme, vide, entete.idReprise, FichierDat::Pour::Lecture);
+  systeme.Supprime(vide);
+  if (rc) return Echec(rc, vide);
+  o->numero = numFichier;
+  o->def = DefinitionFichierNumero(numFichier);
+  if (fichiers[numFichier] && !FermePhysique(numFichier)) return false;
+  assert(o->def && o->def->nbCles <= 8);
+  o->chemin = chemin;
+  o->dat.PoseMarque(o->def->marque);
+  o->datOuvert = true;
+  fichiers[numFichier] = std::move(o);
+  return true;
 }
 
 bool Moteur::Etat::OuvreDat(u16 numero, const std::string& chemin) {
@@ -390,14 +436,20 @@ bool Moteur::Etat::OuvreDat(u16 numero, const std::string& chemin) {
   o->chemin = chemin;
   o->cheminRelatif = Relatif(chemin);
   if (o->cheminRelatif.empty() && o->def) return Echec(ErrValeur, chemin);
-  if (const int rc = o->dat.Ouvre(systeme, chemin, reprise->Id())) return Echec(rc, chemin);
+  const auto pour = lecture && o->def ? FichierDat::Pour::Lecture : FichierDat::Pour::Ecriture;
+  int rc = o->dat.Ouvre(systeme, chemin, reprise->Id(), pour);
+  // A session whose lock and log were deleted under it still writes its files.
+  if (const int tenu = o->def && (!rc || rc == ErrEndommage) ? o->dat.Tient(lecture) : 0) rc = tenu;
+  if (rc) return Echec(rc, chemin);
   const EnteteDat& e = o->dat.entete;
   if (e.numero != numero || (o->def && e.taille != o->def->taille)) return Echec(ErrFormat, chemin);
-  if (e.version < VersionSommes) {
-    if (const int rc = o->dat.Convertit(systeme)) return Echec(rc, chemin);
-    return OuvreDat(numero, chemin);
+  if (e.version < VersionSommes && pour == FichierDat::Pour::Ecriture) {
+    rc = o->dat.Convertit(systeme);
+    o.reset();  // the new file is another one, and this one holds the name's
+    return rc ? Echec(rc, chemin) : OuvreDat(numero, chemin);
   }
-  if (const int rc = o->def ? o->dat.VerifieTout() : 0) return Echec(rc, chemin);
+  rc = o->def ? o->dat.VerifieTout() : 0;
+  if (rc) return Echec(rc, chemin);
   if (o->def) o->dat.PoseMarque(o->def->marque);
   o->emplacements = e.emplacements;
   o->tete = e.tete;

@@ -31,7 +31,12 @@ class Moteur {
   /// Takes the lock and recovers. False: `Erreur()`.
   /// With `reparation` a log that cannot be read is set aside ("fenlor.rep.avarie")
   /// and units whose data file is lost are skipped, each with a warning.
+  /// A practice whose lock may not be written is opened to be read: what changes a file of its own is then
+  /// ErrLectureSeule, nothing on its disk is touched, keys that nobody vouches for live in memory, files that
+  /// are missing are empty ones. ErrSuspens when its log holds units that the data files may lack.
   bool OuvreCabinet(const std::string& dossier, bool reparation = false);
+  /// The practice is open, or reserved, to be read.
+  bool EnLecture() const;
   /// Empties the redo log, seals the key files, gives the lock back, also one that was
   /// only reserved.
   bool FermeCabinet();

@@ -85,6 +85,7 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
   }
   o.description.nombre = o.def->nbCles;
   std::copy(std::begin(o.def->doubles), std::end(o.def->doubles), o.description.doubles);
+  if (lecture) return neuf ? Echec(ErrLectureSeule) : OuvreClesEnLecture(o);
 
   // A key file is believed only while the seal names this very pair of files: a whole but older one
   // that somebody brought back finds every record it knows, and none of the newer ones.
@@ -115,6 +116,23 @@ bool Moteur::Etat::OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf)
   }
   if (rc) return ReplieCles(o, rc);
   return RemplitCles(o) || ReplieCles(o, erreur);
+}
+
+/// The keys of the file where its seal holds, else others in memory.
+bool Moteur::Etat::OuvreClesEnLecture(Ouvert& o) {
+  assert(lecture && o.def && !o.cles);
+  const auto sceau = reprise->sceaux.find(o.dat.entete.id);
+  Sceau present;
+  if (fabrique.SurDisque() && sceau != reprise->sceaux.end() && Sceau_(o, present, &sceau->second) &&
+      present == sceau->second && fabrique.OuvreEnLecture(o.cheminIdx, o.description, o.cles) == 0)
+    return true;
+  if (fabrique.SurDisque() && o.emplacements > 0 && !std::exchange(clesDites, true))
+    avertissements.push_back(
+        "Les fichiers de clés de " + dossier +
+        " ne sont pas à jour : les clés sont refaites en mémoire, le disque reste tel quel.");
+  o.clesEnMemoire = true;
+  const int rc = memoire.Ouvre(o.cheminIdx, true, o.description, o.cles);
+  return rc == 0 ? RemplitCles(o) : Echec(rc, o.cheminIdx);
 }
 
 /// The keys of one number, composed from the records and sorted. Reads alone: a helper may do it.
@@ -204,7 +222,7 @@ bool Moteur::Etat::ReplieCles(Ouvert& o, int rc) {
                                            " est endommagé : il sera reconstruit à la prochaine ouverture.");
   if (rc >= 1000) o.clesEndommagees = true;
   reprise->sceaux.erase(o.dat.entete.id);
-  o.modifie = true;
+  o.modifie = !lecture;
   o.clesEnMemoire = true;
   o.cles.reset();
   memoire.Ouvre(o.cheminIdx, true, o.description, o.cles);
@@ -294,7 +312,7 @@ void Moteur::Etat::DefaitCles(std::size_t jusqua) {
 bool Moteur::AjouteCle(u16 numCle, std::string_view texte, Position position) {
   unsigned indice = 0;
   Ouvert* o = m->Cle(numCle, indice);
-  if (!o) return false;
+  if (!o || !m->PeutChanger(*o)) return false;
   if (texte.size() > TailleCleMax || position == 0) return m->Echec(ErrValeur, *o);
   const int rc = m->PoseCle(*o, indice, texte, position, false);
   return rc == 0 || m->Echec(rc, o->cheminIdx);
@@ -303,7 +321,7 @@ bool Moteur::AjouteCle(u16 numCle, std::string_view texte, Position position) {
 bool Moteur::SupprimeCle(u16 numCle, std::string_view texte, Position position) {
   unsigned indice = 0;
   Ouvert* o = m->Cle(numCle, indice);
-  if (!o) return false;
+  if (!o || !m->PeutChanger(*o)) return false;
   const int rc = m->OteCle(*o, indice, texte, position);
   return rc == 0 || m->Echec(rc, o->cheminIdx);
 }
@@ -311,6 +329,7 @@ bool Moteur::SupprimeCle(u16 numCle, std::string_view texte, Position position) 
 bool Moteur::AjouteCles(u16 numFichier, Position position, const void* rec, bool neuves) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  if (!m->PeutChanger(*o)) return false;
   if (neuves && m->RemetCles(*o)) return true;
   if (!m->AssureCles(*o)) return false;
   char texte[TailleCleMax];
@@ -329,7 +348,7 @@ bool Moteur::AjouteCles(u16 numFichier, Position position, const void* rec, bool
 bool Moteur::SupprimeCles(u16 numFichier, Position position, const void* rec) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
-  if (!m->AssureCles(*o)) return false;
+  if (!m->PeutChanger(*o) || !m->AssureCles(*o)) return false;
   char texte[TailleCleMax];
   int premiere = 0;
   for (unsigned i = 0; i < o->def->nbCles; ++i) {
@@ -342,6 +361,7 @@ bool Moteur::SupprimeCles(u16 numFichier, Position position, const void* rec) {
 bool Moteur::RemetCles(u16 numFichier) {
   Ouvert* o = m->Dat(numFichier);
   if (!o || !o->cles || !o->def) return m->Echec(ErrPasOuvert);
+  if (!m->PeutChanger(*o)) return false;
   assert(m->profondeur > 0);
   m->Touche(*o);
   m->DoitCles(*o);

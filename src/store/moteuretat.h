@@ -67,6 +67,8 @@ struct Moteur::Etat {
   std::size_t tailleReprise;
   std::string dossier;
   bool ouvert = false;
+  bool lecture = false;    ///< nothing of the practice may be written
+  bool clesDites = false;  ///< that its keys are made in memory was told
   Verrou verrou;
   std::unique_ptr<JournalReprise> reprise;
   std::array<std::unique_ptr<Ouvert>, 256> fichiers;  ///< by file number
@@ -152,6 +154,8 @@ struct Moteur::Etat {
     return false;
   }
   bool Echec(int code, const Ouvert& o) { return Echec(code, o.chemin); }
+  /// The one gate of everything that changes a record or a key.
+  bool PeutChanger(const Ouvert& o) { return !lecture || !o.def || Echec(ErrLectureSeule); }
 
   // moteur.cpp
   std::string Relatif(const std::string& chemin) const;
@@ -161,6 +165,8 @@ struct Moteur::Etat {
   bool Rejoue(bool reparation);
   int RejoueUnite(const std::vector<FichierUnite>& fichiersUnite, const std::vector<ImageUnite>& images,
                   bool reparation, Repris& repris, std::string& fautif);
+  bool OuvreEnLecture(const std::string& chemin);
+  bool CreeVide(u16 numFichier, const std::string& chemin, const EnteteDat& entete);
   bool OuvreDat(u16 numero, const std::string& chemin);
   bool FermePhysique(u16 numero);
   bool RameneDat(Ouvert& o, bool ajuste);
@@ -171,6 +177,7 @@ struct Moteur::Etat {
   // moteurcles.cpp
   Ouvert* Cle(u16 numCle, unsigned& indice);
   bool OuvreCles(Ouvert& o, const std::string& cheminIdx, bool neuf);
+  bool OuvreClesEnLecture(Ouvert& o);
   struct ClesTriees;
   bool RemplitCles(Ouvert& o);
   bool AssureCles(Ouvert& o);

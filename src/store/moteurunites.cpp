@@ -114,7 +114,7 @@ const u8* Moteur::Etat::Marque(Ouvert& o, const void* rec) {
 
 Position Moteur::Ajoute(u16 numFichier, const void* rec) {
   Ouvert* o = m->Dat(numFichier);
-  if (!o || !m->Marque(*o, rec)) return 0;
+  if (!o || !m->PeutChanger(*o) || !m->Marque(*o, rec)) return 0;
   UniteAuto unite(*this);
   const u8* octets = m->tampon.data();
   Position position = o->tete;
@@ -150,7 +150,7 @@ Position Moteur::Ajoute(u16 numFichier, const void* rec) {
 
 bool Moteur::Supprime(u16 numFichier, Position position) {
   Ouvert* o = m->Dat(numFichier);
-  if (!o || !Vue(numFichier, position)) return false;
+  if (!o || !m->PeutChanger(*o) || !Vue(numFichier, position)) return false;
   if (o->libres >= o->emplacements) return m->Echec(ErrEndommage, *o);
   UniteAuto unite(*this);
   m->Retient(*o, position);
@@ -167,7 +167,7 @@ bool Moteur::Supprime(u16 numFichier, Position position) {
 
 bool Moteur::Ecrit(u16 numFichier, Position position, const void* rec) {
   Ouvert* o = m->Dat(numFichier);
-  if (!o || !Vue(numFichier, position) || !m->Marque(*o, rec)) return false;
+  if (!o || !m->PeutChanger(*o) || !Vue(numFichier, position) || !m->Marque(*o, rec)) return false;
   UniteAuto unite(*this);
   const u8* octets = m->tampon.data();
   m->Retient(*o, position);
@@ -207,6 +207,7 @@ bool Moteur::Remplace(u16 numFichier, Position position, const void* rec) {
   const u8* vue = Vue(numFichier, position);
   if (!vue) return false;
   Ouvert& o = *m->Dat(numFichier);
+  if (!m->PeutChanger(o)) return false;
   const std::vector<u8> ancien(vue, vue + o.dat.entete.taille);
   if (o.def && o.cles && !m->AssureCles(o)) return false;
   char avant[TailleCleMax], apres[TailleCleMax];

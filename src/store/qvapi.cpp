@@ -15,7 +15,8 @@ namespace fenlor {
 
 QVAPI::QVAPI(OptionsQVAPI options) : m_etat(std::make_unique<EtatQVAPI>()) {
   m_etat->options = std::move(options);
-  m_etat->systeme = m_etat->options.systeme ? m_etat->options.systeme : &m_etat->systemePosix;
+  if (m_etat->options.systeme) m_etat->garde = std::make_unique<SystemeGarde>(*m_etat->options.systeme);
+  m_etat->systeme = m_etat->garde.get();
   if (!m_etat->options.cles) m_etat->options.cles = &m_etat->cleLmdb;
   m_etat->moteur =
       std::make_unique<Moteur>(*m_etat->systeme, *m_etat->options.cles, m_etat->options.tailleReprise);
@@ -32,6 +33,7 @@ bool QVAPI::QVCloseSession() {
   if (!m_etat->session) return true;
   QVCloseExercice();
   const bool bien = m_etat->moteur->FermeCabinet();
+  m_etat->garde->Garde({});
   m_etat->ouvertures.clear();
   m_etat->plats.clear();
   m_etat->lignesTresor.clear();
@@ -83,7 +85,9 @@ bool QVAPI::QVReserveCabinet(const std::string& chemin) {
   if (!m_etat->session) return m_etat->Refuse(ErrPasOuvert);
   const std::string& dossier = m_etat->pathCabinetImpose.empty() ? chemin : m_etat->pathCabinetImpose;
   if (m_etat->moteur->EstOuvert()) return m_etat->pathCabinet == dossier || m_etat->Refuse(ErrOccupe);
+  m_etat->garde->Garde({});
   if (!m_etat->moteur->ReserveCabinet(dossier)) return false;
+  if (QVEnLecture()) m_etat->garde->Garde(dossier);
   m_etat->pathCabinet = dossier;
   m_etat->reglages = ReglagesDe(*m_etat, dossier);
   DitReglagesModifies(*m_etat);
@@ -106,6 +110,14 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   m_etat->pathCabinet = dossier;
   m_etat->reglages = std::move(reglages);
   DitReglagesModifies(*m_etat);
+  if (QVEnLecture()) {
+    m_etat->garde->Garde(dossier);
+    QVAvertit(
+        "Le cabinet " + dossier +
+        " est sur un disque ou dans un dossier protégé en écriture : il est ouvert en lecture seule, et "
+        "rien ne peut y être enregistré.");
+    return true;
+  }
   if (AcheveReprise(*m_etat) && AcheveExercices(*m_etat)) return true;
   const int code = QVFileErrorCode();
   const std::string fautif = QVFichierErreur();
@@ -113,6 +125,7 @@ bool QVAPI::QVOpenCompta(const std::string& chemin, const std::string& motDePass
   return m_etat->Refuse(code, fautif);
 }
 
+bool QVAPI::QVEnLecture() const { return m_etat->moteur->EnLecture(); }
 std::string QVAPI::QVDetenteur() const { return m_etat->moteur->Detenteur(); }
 
 std::string QVAPI::QVGetFilename(i32 numero, i32) const {
@@ -259,6 +272,17 @@ std::string QVAPI::QVErreurTexte(int code) const {
       return "elle change trop de données"_w;
     case ErrAltere:
       return "Un autre programme a supprimé, remplacé ou raccourci le fichier"_w;
+    case ErrLectureSeule:
+      return TexteLectureSeule();
+    case ErrSuspens:
+      return "La dernière session de ce cabinet ne s'est pas terminée, et il ne peut pas être remis en ordre "
+             "sur "
+             "un disque ou dans un dossier protégé en écriture. Copiez son dossier là où l'on peut écrire, "
+             "et "
+             "ouvrez la copie"_w;
+    case ErrTenu:
+      return "Une autre session de Fenlor tient ce fichier, bien que son verrou ait été supprimé : fermez-la "
+             "d'abord"_w;
     case ErrCles:
       return "Le fichier de clés est endommagé"_w;
     default:

@@ -67,6 +67,9 @@ enum ErreurMagasin : int {
   ErrRetour = 1021,             ///< what a unit wrote does not stand there any more
   ErrRetourAncien = 1022,       ///< what a unit changed had to give way to later ones
   ErrRetourGrand = 1023,        ///< what a unit changed is more than is kept of one
+  ErrLectureSeule = 1024,       ///< the practice is open to be read
+  ErrSuspens = 1025,            ///< the redo log of a practice that may only be read holds units
+  ErrTenu = 1026,               ///< another session has the data file, though the lock is not its any more
 };
 
 /// Events of the callback (`QVSetCallback`).
@@ -143,6 +146,11 @@ class QVAPI {
   /// password is a success. A directory without "fenlor.ini" is a practice
   /// without exercices.
   bool QVOpenCompta(const std::string& chemin, const std::string& motDePasse);
+  /// The practice is open, or reserved, to be read, since its lock may not be written: a disk or a folder
+  /// that is read-only. Everything that would change it is refused (ErrLectureSeule; EROFS of a plain file or
+  /// the settings), and nothing of it is touched. Told by one warning. A practice that was not closed cannot
+  /// be opened so (ErrSuspens).
+  bool QVEnLecture() const;
   /// Who holds the practice after ErrOccupe: "processus 123, utilisateur x, machine y".
   std::string QVDetenteur() const;
   /// Path of the settings file; the only configuration file there is (10099).

@@ -67,12 +67,12 @@ u64 Arrondi(u64 taille) { return (taille + Bloc - 1) / Bloc * Bloc; }
 
 int JournalReprise::MauvaiseUnite() { return ErrJournalReprise; }
 
-int JournalReprise::Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite) {
+int JournalReprise::Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite, bool lecture) {
   assert(!m_fichier && m_unite.empty());
   m_capacite = std::max<u64>(Arrondi(capacite), 16 * Bloc);
   const std::string chemin = Joint(dossier, "fenlor.rep");
-  int rc = systeme.Ouvre(chemin, Systeme::LectureEcriture, m_fichier);
-  if (rc == ENOENT) return Cree(systeme, chemin);
+  int rc = systeme.Ouvre(chemin, lecture ? Systeme::Lecture : Systeme::LectureEcriture, m_fichier);
+  if (rc == ENOENT) return lecture ? 0 : Cree(systeme, chemin);
   if (rc) return rc;
   Empreinte empreinte;
   if ((rc = m_fichier->Mesure(empreinte))) return rc;
@@ -173,6 +173,7 @@ bool JournalReprise::DecodeEntete(const std::vector<u8>& o, u64& epoque, u64& su
 
 int JournalReprise::Verifie() {
   m_derniere = m_finDerniere = 0;
+  if (!m_fichier) return 0;
   const int rc = Relit([this](const std::vector<FichierUnite>&, const std::vector<ImageUnite>&) {
     m_derniere = std::exchange(m_finDerniere, m_fin);
     return 0;

@@ -68,8 +68,9 @@ struct ImageUnite {
 class JournalReprise {
  public:
   /// Opens "fenlor.rep" of a directory, or creates it. `ErrJournalReprise` when
-  /// its header cannot be read or units stand where none may stand.
-  int Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite);
+  /// its header cannot be read or units stand where none may stand. `lecture`: nothing is written, now or
+  /// later; a log that is not there is then an empty one.
+  int Ouvre(Systeme& systeme, const std::string& dossier, std::size_t capacite, bool lecture = false);
 
   u64 Id() const { return m_id; }
   /// Number of the next unit; it outlives the emptying of the log.
@@ -121,6 +122,8 @@ class JournalReprise {
   }
   /// Reads all units without handing them on: 0 when `Relit` will get through.
   int Verifie();
+  /// True when `Verifie` found units that the data files may lack.
+  bool EnSuspens() const { return m_finDerniere > 0; }
   /// Makes sure that the disk has what `Verifie` read: the last unit and none behind it, and the header of
   /// this epoch as the only one that a cut can leave. Units that stand in the log are replayed only behind
   /// it. 0 or errno.

@@ -78,6 +78,30 @@ class SystemePosix : public Systeme {
   int Liste(const std::string& dossier, std::vector<std::string>& noms) override;
 };
 
+/// Another one, which refuses (EROFS) to change anything in a folder once it was told to: a practice that is
+/// opened to be read stays as it is, whatever the disk would allow.
+class SystemeGarde : public Systeme {
+ public:
+  /// `systeme` outlives the object.
+  explicit SystemeGarde(Systeme& systeme) : m_systeme(systeme) {}
+  /// Empty: everything may be changed.
+  void Garde(const std::string& dossier);
+
+  int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override;
+  int Mesure(const std::string& chemin, Empreinte& empreinte) override;
+  int Renomme(const std::string& de, const std::string& vers) override;
+  int Supprime(const std::string& chemin) override;
+  int SynchroniseDossier(const std::string& dossier) override;
+  int CreeDossier(const std::string& dossier) override;
+  int SupprimeDossier(const std::string& dossier) override;
+  int Liste(const std::string& dossier, std::vector<std::string>& noms) override;
+
+ private:
+  bool EstGarde(const std::string& chemin) const;
+  Systeme& m_systeme;
+  std::string m_dossier;
+};
+
 /// "dossier/nom".
 std::string Joint(const std::string& dossier, const std::string& nom);
 /// Everything before the last separator; "." when there is none.

@@ -6,6 +6,7 @@
 
 #include <cassert>
 #include <cerrno>
+#include <utility>
 
 #include "store/qvapi.h"
 
@@ -40,6 +41,7 @@ int Verrouille(Systeme& systeme, const std::string& chemin, std::unique_ptr<Fich
 int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   assert(!m_fichier);
   const std::string chemin = Joint(dossier, "fenlor.ver");
+  m_detenteur.clear();
   int rc = Verrouille(systeme, chemin, m_fichier);
   const bool existait = rc != ENOENT;
   if (!existait) {
@@ -48,11 +50,7 @@ int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   }
   if (!rc) rc = PrendJournal(systeme, dossier);
   if (rc) {
-    char texte[512];
-    std::size_t lus = 0;
-    if (rc == ErrOccupe && m_fichier->Lit(texte, sizeof texte, 0, lus) == 0 && lus > 1)
-      m_detenteur.assign(texte, lus);
-    if (m_detenteur.empty()) m_detenteur = "inconnu";
+    if (rc == ErrOccupe) LitDetenteur();
     Rend();
     return rc;
   }
@@ -66,6 +64,32 @@ int Verrou::Prend(Systeme& systeme, const std::string& dossier) {
   if (ecrit || laisse.taille == 0) m_fichier->Tronque(ecrit ? texte.size() : 1);
   m_detenteur.clear();
   return 0;
+}
+
+void Verrou::LitDetenteur() {
+  char texte[512];
+  std::size_t lus = 0;
+  m_detenteur = "inconnu";
+  if (m_fichier && m_fichier->Lit(texte, sizeof texte, 0, lus) == 0 && lus > 1)
+    m_detenteur.assign(texte, lus);
+}
+
+int Verrou::PrendEnLecture(Systeme& systeme, const std::string& dossier) {
+  assert(!EstPris());
+  const std::pair<const char*, std::unique_ptr<Fichier>&> fichiers[] = {{"fenlor.ver", m_fichier},
+                                                                        {"fenlor.rep", m_journal}};
+  int rc = 0;
+  for (const auto& [nom, fichier] : fichiers) {
+    rc = systeme.Ouvre(Joint(dossier, nom), Systeme::Lecture, fichier);
+    if (rc == ENOENT) continue;
+    if (!rc && flock(fichier->Descripteur(), LOCK_SH | LOCK_NB) != 0)
+      rc = errno == EWOULDBLOCK ? int{ErrOccupe} : errno;
+    if (rc) break;
+  }
+  if (rc == ErrOccupe) LitDetenteur();
+  if (rc == ENOENT && EstPris()) rc = 0;
+  if (rc) Rend();
+  return rc;
 }
 
 int Verrou::PrendJournal(Systeme& systeme, const std::string& dossier) {

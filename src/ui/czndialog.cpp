@@ -64,13 +64,15 @@ class Defilement : public QScrollArea {
 };
 
 /// The line above the fields of a form of a closed exercice.
-QWidget* LigneRaison(QWidget* parent) {
+QWidget* LigneRaison(bool enLecture, QWidget* parent) {
   auto* ligne = new QWidget(parent);
   auto* rangee = new QHBoxLayout(ligne);
   const int cote = ligne->fontMetrics().height();
   auto* image = new QLabel(ligne);
   image->setPixmap(Image("exercice-clos").pixmap(QSize(cote, cote), ligne->devicePixelRatioF()));
-  auto* texte = new QLabel(u"Exercice clôturé : tout se consulte, rien ne se modifie."_s, ligne);
+  auto* texte = new QLabel(enLecture ? u"Cabinet en lecture seule : tout se consulte, rien ne se modifie."_s
+                                     : u"Exercice clôturé : tout se consulte, rien ne se modifie."_s,
+                           ligne);
   texte->setObjectName(u"raison"_s);
   texte->setWordWrap(true);
   rangee->addWidget(image);
@@ -120,7 +122,7 @@ CZNDialog::CZNDialog(ContexteUi& contexte, const QString& titre, const char* nom
   auto* defilement = new Defilement(this);
   m_zone = new QWidget;
   defilement->setWidget(m_zone);
-  m_raison = LigneRaison(this);
+  m_raison = LigneRaison(App().Magasin.QVEnLecture(), this);
   m_boutons = new QHBoxLayout;
   auto* pile = new QVBoxLayout(this);
   // The fields bring their own margins, so that a scroll bar stands at the edge.
@@ -244,7 +246,7 @@ QPalette CZNDialog::PaletteLecture() const {
 }
 
 bool CZNDialog::FigeSiCloture() {
-  const bool cloture = App().Reglages.IsExerciceCloture();
+  const bool cloture = App().Reglages.IsFige();
   if (cloture) LectureSeule();
   m_raison->setVisible(cloture);
   return cloture;

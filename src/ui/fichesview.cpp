@@ -38,10 +38,7 @@ void FichesView::Remplace(Position position) {
 }
 
 void FichesView::Saisit(Position position) {
-  if (position == 0 && App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(ErrExerciceCloture);
-    return;
-  }
+  if (position == 0 && !App().Dit(App().ControleEcriture())) return;
   const std::unique_ptr<DialogFiche> forme = m_forme(position);
   {
     // Its neighbours are those of the list as it stood when the form was opened.
@@ -54,7 +51,7 @@ void FichesView::Saisit(Position position) {
 }
 
 void FichesView::Supprime() {
-  const bool cloture = App().Reglages.IsExerciceCloture();
+  const bool cloture = App().Reglages.IsFige();
   if ((Choisie() == 0 && !cloture) || !App().Dit(SupprimeA(Choisie()))) return;
   Contexte().Cadre.Actualise();
 }

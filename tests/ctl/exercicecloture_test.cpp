@@ -1,5 +1,5 @@
-// A closed exercice against every verb of fenlorctl: what would change it is refused, and what changed it
-// behind fenlorctl's back is found.
+// A closed exercice, and a practice on a disk that may only be read, against every verb of fenlorctl: what
+// would change them is refused.
 
 #include <regex>
 #include <set>
@@ -9,8 +9,8 @@
 namespace fenlor::test {
 namespace {
 
-struct ExerciceCloture : CtlDeTest {
-  ExerciceCloture() {
+struct ExerciceComplet : CtlDeTest {
+  ExerciceComplet() {
     setenv("FENLOR_AUJOURDHUI", "20/03/2003", 1);
     Cree({"--exercice", "2003", "--euro", "--tva"});
     Fait(
@@ -28,9 +28,8 @@ struct ExerciceCloture : CtlDeTest {
     EcritFichier(Cabinet() + "/releve.csv", "Date;Libelle;Montant\n15/03/2003;X;1,50\n");
     Fait({"remise", "remettre", "--mouvement", "1", "--date", "20/03/2003"});
     Fait({"valider", "--oui"});
-    Fait({"cloturer", "--oui"});
   }
-  ~ExerciceCloture() override { unsetenv("FENLOR_AUJOURDHUI"); }
+  ~ExerciceComplet() override { unsetenv("FENLOR_AUJOURDHUI"); }
 
   void Fait(const std::vector<std::string>& args, const std::string& entree = {}) {
     const Resultat r = Lance(args, entree);
@@ -109,7 +108,8 @@ const char Permis[] =
     "frais-km afficher,remise lister,rapprochement lister,rapprochement solde,automatique lister,"
     "immobilisation lister,corbeille lister";
 
-TEST_F(ExerciceCloture, ChaqueVerbeQuiEcritEstRefuse) {
+TEST_F(ExerciceComplet, ClotureChaqueVerbeQuiEcritEstRefuse) {
+  Fait({"cloturer", "--oui"});
   std::set<std::string> connus;
   std::istringstream permis(Permis);
   for (std::string verbe; std::getline(permis, verbe, ',');) connus.insert(verbe);
@@ -136,6 +136,75 @@ TEST_F(ExerciceCloture, ChaqueVerbeQuiEcritEstRefuse) {
     for (const std::string& action : actions)
       EXPECT_TRUE(connus.count(verbe + " " + action) || connus.count(verbe)) << verbe << " " << action;
   }
+}
+
+/// On a disk that may only be read: what reads answers as ever, what writes is refused, and nothing is
+/// touched.
+TEST_F(ExerciceComplet, EnLectureSeuleChaqueVerbeQuiEcritEstRefuse) {
+  const std::vector<std::vector<std::string>> lectures = {
+      {"exercices"},
+      {"journal", "--journal", "recettes", "--mois", "03/2003"},
+      {"exporter", "JOURNAL"},
+      {"exporter", "Amo"},
+      {"balance"},
+      {"verifier"},
+      {"chercher", "D"},
+      {"amortissement"},
+      {"compte", "lister", "--forme", "plan"},
+      {"rubrique", "lister"},
+      {"immobilisation", "lister"},
+      {"automatique", "lister"},
+      {"corbeille", "lister"},
+      {"frais-km", "afficher"},
+      {"etat", "detail", "--marquage"},
+      {"etat", "grand-livre", "--marquage"},
+      {"etat", "centralisation", "--marquage"},
+      {"graphique", "--compte", "706", "--texte"}};
+  const auto dossier = [this] {
+    std::map<std::string, std::string> fichiers;
+    for (const auto& e : std::filesystem::recursive_directory_iterator(Cabinet()))
+      fichiers[e.path().string()] = std::to_string(e.last_write_time().time_since_epoch().count()) +
+                                    (e.is_regular_file() ? LitFichier(e.path().string()) : std::string());
+    return fichiers;
+  };
+  std::vector<std::string> lus;
+  for (const auto& args : lectures) lus.push_back(Lance(args).sortie);
+  SystemePosix vrai;
+  SystemeGarde disque(vrai);
+  disque.Garde(Cabinet());
+  auto avant = dossier();
+  for (std::size_t rang = 0; rang < lectures.size(); ++rang) {
+    const Resultat r = LanceSur(Cabinet(), lectures[rang], {}, &disque);
+    EXPECT_EQ(r.statut, StatutFait) << lectures[rang][0] << r.erreurs;
+    EXPECT_EQ(r.sortie, lus[rang]);
+    EXPECT_EQ(std::count(r.erreurs.begin(), r.erreurs.end(), '\n'), 1) << r.erreurs;
+    EXPECT_THAT(r.erreurs, HasSubstr("lecture seule")) << lectures[rang][0];
+  }
+  std::filesystem::create_directory(Cabinet("copies"));
+  const Resultat copie = LanceSur(Cabinet(), {"sauvegarder", "--dossier", Cabinet("copies")}, {}, &disque);
+  ASSERT_EQ(copie.statut, StatutFait) << copie.erreurs;
+  std::vector<Ordre> ordres(std::begin(Refuses), std::end(Refuses));
+  ordres.push_back({{"restaurer", copie.Lignes()[0]}});
+  ordres.insert(ordres.end(),
+                {{{"recalculer"}}, {{"reconstruire"}}, {{"creer", "--exercice", "2005", "--euro"}}});
+  for (Ordre ordre : ordres) {
+    for (std::string& arg : ordre.args)
+      if (arg == "releve.csv") arg = Cabinet() + "/releve.csv";
+    ordre.args.push_back("--oui");
+    const Resultat r = LanceSur(Cabinet(), ordre.args, ordre.entree, &disque);
+    EXPECT_EQ(r.statut, StatutRefuse) << ordre.args[0] << " " << ordre.entree << r.sortie << r.erreurs;
+    EXPECT_THAT(r.sortie + r.erreurs, HasSubstr("3563")) << ordre.args[0] << " " << ordre.entree << r.sortie;
+  }
+  EXPECT_EQ(dossier(), avant);
+  // Without keys, and without a file that nobody needed yet: both are in memory alone.
+  for (const char* nom : {"/2003/COMPTES.idx", "/Amo.dat"}) std::filesystem::remove(Cabinet() + nom);
+  avant = dossier();
+  for (const auto& args : lectures) {
+    const Resultat r = LanceSur(Cabinet(), args, {}, &disque);
+    EXPECT_EQ(r.statut, StatutFait) << args[0] << r.erreurs;
+  }
+  EXPECT_THAT(LanceSur(Cabinet(), {"balance"}, {}, &disque).erreurs, HasSubstr("en mémoire"));
+  EXPECT_EQ(dossier(), avant);
 }
 
 }  // namespace

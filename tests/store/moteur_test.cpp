@@ -253,6 +253,19 @@ TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
   EXPECT_EQ(second.Comptes(), "5120000000=BQ 6060000000=ACH ");
 }
 
+TEST_P(MoteurTest, SansVerrouNiJournalLesFichiersSontEncoreTenus) {
+  Livres premier(m_dossier.Chemin(), Cles(), m_systeme), second(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(premier.Ouvre());
+  ASSERT_TRUE(premier.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+  for (const char* nom : {"fenlor.ver", "fenlor.rep"}) fs::remove(m_dossier / nom);
+  EXPECT_FALSE(second.Ouvre());
+  EXPECT_EQ(second.moteur.Erreur(), ErrTenu) << "not a damage";
+  premier.moteur.FermeCabinet();
+  second.moteur.FermeCabinet();
+  ASSERT_TRUE(second.Ouvre()) << second.moteur.Erreur();
+  EXPECT_EQ(second.Comptes(), "5120000000=BQ ");
+}
+
 TEST_P(MoteurTest, UnNumeroDImmobilisationFinissantPar255Reste) {
   Moteur moteur(m_systeme, Cles(), 64 << 10);
   ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()));

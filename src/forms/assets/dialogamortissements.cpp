@@ -34,7 +34,7 @@ void CDialogAmortissements::Declare() {
                             {[] {}, [this] { Modifie(m_liste->Table().RangChoisi()); },
                              [this] { Retablit(m_liste->Table().RangChoisi()); },
                              [this](int ligne) {
-                               const bool permis = ligne >= 0 && !App().Reglages.IsExerciceCloture();
+                               const bool permis = ligne >= 0 && !App().Reglages.IsFige();
                                return ListeEditee::Permis{
                                    false, permis,
                                    permis && m_detail.lignes[static_cast<std::size_t>(ligne)].Corrigee()};
@@ -64,7 +64,7 @@ void CDialogAmortissements::Declare() {
 }
 
 void CDialogAmortissements::Modifie(int ligne) {
-  if (ligne < 0 || App().Reglages.IsExerciceCloture()) return;
+  if (ligne < 0 || App().Reglages.IsFige()) return;
   CDialogAmortissementsLine(
       Contexte(), m_detail, ligne, [this](int choisie) { m_liste->Relit(choisie); }, this)
       .exec();
@@ -72,7 +72,7 @@ void CDialogAmortissements::Modifie(int ligne) {
 }
 
 void CDialogAmortissements::Retablit(int ligne) {
-  if (ligne < 0 || App().Reglages.IsExerciceCloture()) return;
+  if (ligne < 0 || App().Reglages.IsFige()) return;
   LigneDetail& annee = m_detail.lignes[static_cast<std::size_t>(ligne)];
   annee.reel = annee.theorique;
   m_liste->Relit(ligne);

@@ -81,10 +81,7 @@ void CImmoView::Saisit(FicheImmobilisation fiche) {
 }
 
 void CImmoView::Ajoute() {
-  if (App().Reglages.IsExerciceCloture())
-    App().ReportErreur(ErrExerciceCloture);
-  else
-    Saisit(NouvelleImmobilisation(App()));
+  if (App().Dit(App().ControleEcriture())) Saisit(NouvelleImmobilisation(App()));
 }
 
 void CImmoView::Modifie() {

@@ -49,7 +49,7 @@ CDialogAutoList::CDialogAutoList(ContexteUi& contexte, Edition edition, QWidget*
   DeclareListe();
   Formulaire{Zone()}.Seul(*m_liste, nullptr, true);
   QPushButton& previsions = AjouteBouton(u"&Prévisions..."_s, "previsions");
-  previsions.setEnabled(!App().Reglages.IsExerciceCloture());
+  previsions.setEnabled(!App().Reglages.IsFige());
   connect(&previsions, &QPushButton::clicked, this, &CDialogAutoList::Prevoit);
   Boutons(Mode::Consultation);
   AjouteAide();
@@ -67,7 +67,7 @@ void CDialogAutoList::DeclareListe() {
   m_liste = new ListeEditee(Contexte(), ListeEditee::Genre::Fiches, u"Ecritures automatiques"_s,
                             {[this] { Ajoute(); }, [this] { Modifie(); }, [this] { Supprime(); },
                              [this](int ligne) {
-                               const bool permis = !App().Reglages.IsExerciceCloture();
+                               const bool permis = !App().Reglages.IsFige();
                                return ListeEditee::Permis{permis, permis && ligne >= 0, permis && ligne >= 0};
                              }});
   CZNListCtrl& table = m_liste->Table();

@@ -53,8 +53,7 @@ void Touche(QWidget& liste, const QKeySequence& touche, Action action) {
 }  // namespace
 
 bool CDialogRapprochement::PeutOuvrir(ContexteUi& contexte) {
-  const bool cloture = contexte.App.Reglages.IsExerciceCloture();
-  return contexte.App.Dit(cloture ? Refus(ErrExerciceCloture) : Refus{});
+  return contexte.App.Dit(contexte.App.ControleEcriture());
 }
 
 CDialogRapprochement::CDialogRapprochement(ContexteUi& contexte, QWidget* parent)

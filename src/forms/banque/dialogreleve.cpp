@@ -172,7 +172,7 @@ bool CDialogReleve::Enregistre() {
 }
 
 bool ImporteFichierReleve(ContexteUi& contexte, std::string& compte, QWidget* parent) {
-  if (contexte.App.Reglages.IsExerciceCloture()) return contexte.App.Dit(Refus(ErrExerciceCloture));
+  if (!contexte.App.Dit(contexte.App.ControleEcriture())) return false;
   Parametres& reglages = contexte.App.Reglages;
   const QString dossier = Q(reglages.LitIni(Texte(SecReleves), Texte(CleDossierReleves)));
   const QString chemin =

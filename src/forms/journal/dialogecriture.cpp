@@ -321,7 +321,7 @@ void CDialogEcriture::TresorerieChange() {
 void CDialogEcriture::Deverrouille() {
   if (Ajout() || !(m_validee || m_liee)) return;
   if (m_cloture) {
-    App().ReportErreur(ErrExerciceCloture);
+    App().Dit(App().ControleEcriture());
     return;
   }
   if (m_validee && App().Dit(ValideEcriture(App(), m_mouvement, false))) {

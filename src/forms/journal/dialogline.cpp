@@ -18,7 +18,7 @@ CDialogLine::CDialogLine(ContexteUi& contexte, LignesOD& lignes, const Ouverture
                 "DialogLine", parent),
       m_lignes(lignes),
       m_ouverture(ouverture),
-      m_lecture(ouverture.lecture || contexte.App.Reglages.IsExerciceCloture()),
+      m_lecture(ouverture.lecture || contexte.App.Reglages.IsFige()),
       m_compte(
           contexte.App, [this] { return ComptesParNumero(App()); }, [this] { return Nouveau(); }),
       m_debit(contexte.App.Reglages),

@@ -41,7 +41,7 @@ CDialogLineTresor::CDialogLineTresor(ContexteUi& contexte, LignesTresor& lignes,
   else
     Propose();
   CZNDialog::Focalise(m_montant);
-  if (!m_ouverture.lecture && !App().Reglages.IsExerciceCloture()) return;
+  if (!m_ouverture.lecture && !App().Reglages.IsFige()) return;
   if (!FigeSiCloture()) LectureSeule();
   PermetChamp(m_montant, false);
   m_tresorerie.Permet(false);

@@ -195,7 +195,7 @@ void CDialogMouvement::ActualiseEtat() {
 
 void CDialogMouvement::OuvreLigne(bool modification, const std::optional<LigneSuspendue>& reprise) {
   if (m_cloture) {
-    App().ReportErreur(ErrExerciceCloture);
+    App().Dit(App().ControleEcriture());
     return;
   }
   if (Verrouillee() && !modification) return;
@@ -222,7 +222,7 @@ void CDialogMouvement::OuvreLigne(bool modification, const std::optional<LigneSu
 
 void CDialogMouvement::Supprime() {
   if (m_cloture) {
-    App().ReportErreur(ErrExerciceCloture);
+    App().Dit(App().ControleEcriture());
     return;
   }
   const std::vector<int> rangs = m_liste->Table().RangsChoisis();
@@ -244,7 +244,7 @@ void CDialogMouvement::ChangeMonnaie() {
 /// The hidden command: what is final or linked can be changed, a draft becomes final. Written by OK.
 void CDialogMouvement::Force() {
   if (m_cloture) {
-    App().ReportErreur(ErrExerciceCloture);
+    App().Dit(App().ControleEcriture());
     return;
   }
   const auto oui = [this](const TexteFixe& question, std::initializer_list<std::string> arguments = {}) {

@@ -123,9 +123,7 @@ const CEcritureView::EtatSelection& CEcritureView::Etat() const {
   return *m_etat;
 }
 
-bool CEcritureView::RefuseCloture() {
-  return App().Reglages.IsExerciceCloture() && !App().ReportErreur(ErrExerciceCloture);
-}
+bool CEcritureView::RefuseCloture() { return !App().Dit(App().ControleEcriture()); }
 
 // -- The forms
 

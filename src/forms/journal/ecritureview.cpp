@@ -218,7 +218,7 @@ void CEcritureView::MontreVide() {
                                                   : VideMode[m_mode - 1u]);
   if (sansTresorerie)
     texte = TexteQ(VideTresorerie);
-  else if (!App().Reglages.IsExerciceCloture())
+  else if (!App().Reglages.IsFige())
     texte += u'\n' + TexteQ(VideAjouter);
   m_liste->PoseTexteVide(texte);
 }

@@ -12,7 +12,7 @@ FormulaireEcriture::FormulaireEcriture(ContexteUi& contexte, const QString& titr
                                        const OuvertureEcriture& ouverture, QWidget* parent)
     : CZNDialog(contexte, titre, nom, parent),
       m_ouverture(ouverture),
-      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+      m_cloture(contexte.App.Reglages.IsFige()),
       m_mouvement(ouverture.mouvement),
       m_monnaie(contexte.App) {}
 

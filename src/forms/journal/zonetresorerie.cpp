@@ -21,7 +21,7 @@ ZoneTresorerie::ZoneTresorerie(ContexteUi& contexte, std::function<Ecriture()> e
       m_contexte(contexte),
       m_app(contexte.App),
       m_ecriture(std::move(ecriture)),
-      m_cloture(contexte.App.Reglages.IsExerciceCloture()),
+      m_cloture(contexte.App.Reglages.IsFige()),
       m_pages(new QStackedLayout(this)) {
   setObjectName(u"zoneTresorerie"_s);
   m_champs.Charge(m_app);
@@ -161,7 +161,7 @@ void ZoneTresorerie::PasseSimple() {
 
 void ZoneTresorerie::Ajoute() {
   if (m_cloture) {
-    m_app.ReportErreur(ErrExerciceCloture);
+    m_app.Dit(m_app.ControleEcriture());
   } else if (m_permis) {
     OuvreLigne(false);
   }
@@ -173,7 +173,7 @@ void ZoneTresorerie::ModifieLigne() {
 
 void ZoneTresorerie::Supprime() {
   if (m_cloture) {
-    m_app.ReportErreur(ErrExerciceCloture);
+    m_app.Dit(m_app.ControleEcriture());
     return;
   }
   const std::vector<int> choisies = m_liste->Table().RangsChoisis();

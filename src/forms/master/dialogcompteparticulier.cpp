@@ -69,7 +69,7 @@ CPageOptionCompte::CPageOptionCompte(ContexteUi& contexte)
 }
 
 bool CPageOptionCompte::Charge() {
-  if (App().Reglages.IsExerciceCloture()) return App().ReportErreur(ErrExerciceCloture);
+  if (!App().Dit(App().ControleEcriture())) return false;
   m_champs.Charge();
   return true;
 }

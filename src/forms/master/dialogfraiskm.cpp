@@ -140,7 +140,7 @@ void CDialogFraisKm::Montre(const FicheFraisKm& fiche) {
   for (const auto& [champ, membre] : m_textes) champ->setText(Q(fiche.*membre));
   for (std::size_t i = 0; i < m_taux.size(); ++i)
     m_taux[i].setText(EstVide(fiche.taux[i]) ? QString() : Q(FormatTauxKm(App(), fiche.taux[i], i)));
-  m_supprimer->setEnabled(m_enregistre && !App().Reglages.IsExerciceCloture());
+  m_supprimer->setEnabled(m_enregistre && !App().Reglages.IsFige());
   MontreLibelles();
   MontreMontant();
 }

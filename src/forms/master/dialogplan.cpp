@@ -29,7 +29,7 @@ CDialogPlan::CDialogPlan(ContexteUi& contexte, SuiteFiches* vue, i16 type, Posit
 
 bool CDialogPlan::Nouveau(ContexteUi& contexte, QWidget* parent) {
   CFenlorApp& app = contexte.App;
-  if (app.Reglages.IsExerciceCloture()) return app.ReportErreur(ErrExerciceCloture);
+  if (!app.Dit(app.ControleEcriture())) return false;
   const int reponse = app.MessageId(BoutonsNonOuiAnnuler | IconeQuestion, QuestionCompteRecettes);
   if (reponse != RepOui && reponse != RepNon) return false;
   return Nouveau(contexte, reponse == RepOui ? i16{Recette} : i16{Depense}, parent);

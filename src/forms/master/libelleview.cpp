@@ -99,20 +99,14 @@ bool CLibelleView::Change(int ligne, const std::string& libelle) {
 }
 
 void CLibelleView::Saisit(bool ajout) {
-  if (ajout && App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(ErrExerciceCloture);
-    return;
-  }
+  if (ajout && !App().Dit(App().ControleEcriture())) return;
   if (!Relit() || (!ajout && Table().DonneeChoisie() == 0)) return;
   const QScopedValueRollback suspendue(m_suspendue, true);
   CDialogLibelle(Contexte(), *this, ajout ? -1 : Table().LigneChoisie()).exec();
 }
 
 void CLibelleView::Supprime() {
-  if (App().Reglages.IsExerciceCloture()) {
-    App().ReportErreur(ErrExerciceCloture);
-    return;
-  }
+  if (!App().Dit(App().ControleEcriture())) return;
   if (!Relit() || Table().DonneeChoisie() == 0) return;
   const int ligne = Table().LigneChoisie();
   constexpr unsigned style = BoutonsOuiNon | IconeQuestion;

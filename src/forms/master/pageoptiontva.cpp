@@ -28,7 +28,7 @@ CPageOptionTVA::CPageOptionTVA(ContexteUi& contexte)
 }
 
 bool CPageOptionTVA::Charge() {
-  m_ouvert = !App().Reglages.IsExerciceCloture();
+  m_ouvert = !App().Reglages.IsFige();
   m_lignes = LitComptesTva(App());
   m_liste.Relit(0);
   return true;
