@@ -130,7 +130,7 @@ int Ramene(Contexte& c, const OptionsGarde& o) {
             ? LigneJson()
                   .Texte("exercice", e.nom)
                   .Texte("ancien", e.ancien)
-                  .Entier("constats", static_cast<i64>(e.constats.size()))
+                  .Entier("constats", static_cast<i64>(e.nbConstats))
                   .Fin()
             : VersUtf8("Exercice "_w + e.nom + " restauré"_w +
                        (e.ancien.empty() ? "" : ", l'ancien est gardé sous "_w + e.ancien) + ".\n");

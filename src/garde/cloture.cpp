@@ -13,7 +13,7 @@ namespace fenlor {
 
 Refus ProposeCloture(CFenlorApp& app, PropositionCloture& proposition) {
   if (app.NomExercice.empty()) return Refus(ErrAucunExercice);
-  if (app.Reglages.IsExerciceCloture()) return Refus(ErrExerciceCloture);
+  if (const Refus r = app.ControleEcriture()) return r;
   proposition = {app.NomExercice, app.Reglages.GetDebutExercice(), app.Reglages.GetFinExercice(),
                  app.Magasin.Today()};
   return {};

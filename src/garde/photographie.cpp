@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 
 #include "core/cles.h"
 #include "core/erreurs.h"
@@ -24,6 +25,13 @@ namespace {
 
 constexpr std::size_t TailleTampon = 1u << 20;
 constexpr const char* NomJournal = "JOURNAL.dat";
+
+/// Beside the books, whose disk they fit; of a practice that is open to be read, where the system wants them.
+std::string DossierDesCopies(CFenlorApp& app) {
+  std::error_code erreur;
+  const auto temporaire = std::filesystem::temp_directory_path(erreur);
+  return app.Magasin.QVEnLecture() && !erreur ? temporaire.string() : app.Magasin.PathCabinet();
+}
 
 /// A new file of the practice's folder that nobody else can open, and that no stop leaves behind.
 int OuvreSansNom(Systeme& systeme, const std::string& dossier, std::size_t rang,
@@ -230,6 +238,7 @@ Refus Photographie::Prend(CFenlorApp& app, const std::vector<std::string>& exerc
 Refus Photographie::Copie(CFenlorApp& app, const Voulu& voulu, const std::function<bool(u64)>& suite) {
   Systeme& systeme = app.Magasin.SystemeFichiers();
   const std::string dossier = app.Magasin.PathCabinet(), chemin = Joint(dossier, voulu.nom);
+  const std::string copies = DossierDesCopies(app);
   // The store's own files bear the name of a definition.
   const std::string base = voulu.nom.substr(voulu.nom.rfind('/') + 1);
   const bool donnees = DefinitionNom(base.substr(0, base.rfind('.'))) != nullptr;
@@ -241,7 +250,7 @@ Refus Photographie::Copie(CFenlorApp& app, const Voulu& voulu, const std::functi
   if (!erreur) erreur = Longueur(*fichier, donnees, piece.taille);
   bool sansPlace = false;
   if (!erreur) {
-    erreur = OuvreSansNom(systeme, dossier, m_pieces.size(), piece.copie);
+    erreur = OuvreSansNom(systeme, copies, m_pieces.size(), piece.copie);
     sansPlace = erreur != 0;
   }
   if (!erreur) {
@@ -263,7 +272,7 @@ Refus Photographie::Copie(CFenlorApp& app, const Voulu& voulu, const std::functi
     sansPlace = copieur.SansPlace();
   }
   if (erreur == ECANCELED) return Refus(ErrArchiveInterrompue);
-  if (sansPlace) return Refus(ErrCopieLivres, "", {dossier, TexteErreurSysteme(erreur)});
+  if (sansPlace) return Refus(ErrCopieLivres, "", {copies, TexteErreurSysteme(erreur)});
   if (erreur) return Refus(ErrArchiveLivres, "", {chemin, app.Magasin.QVErreurTexte(erreur)});
   m_pieces.push_back(std::move(piece));
   assert(m_pieces.back().copie);

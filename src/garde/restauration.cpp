@@ -129,8 +129,11 @@ Refus VerifieAtelier(CFenlorApp& app, const std::string& dossier, std::vector<Ex
     if (!magasin.QVConvertCompta(exercice.nom)) return echec(exercice.nom);
     if (const Refus refus = OuvreExercice(essai, exercice.nom)) return echec(exercice.nom);
     VerifieExercice(essai, [&](const std::string& phrase) {
-      if (exercice.constats.size() < ConstatsMax) exercice.constats.push_back(phrase);
+      if (++exercice.nbConstats <= ConstatsMax) exercice.constats.push_back(phrase);
     });
+    if (exercice.nbConstats > ConstatsMax)
+      exercice.constats.push_back(
+          TexteFormat(FormatAutresConstats, {std::to_string(exercice.nbConstats - ConstatsMax)}));
     FermeExercice(essai);
     auto& cles = reglages.emplace_back();
     for (const std::string& cle : magasin.Reglages().Cles(exercice.nom))
@@ -210,6 +213,7 @@ Refus Choisit(const DemandeRestauration& demande, const Manifeste& manifeste,
 Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, RestaurationFaite& faite) {
   assert(!app.Magasin.QVEnUnite());
   faite = {};
+  if (const Refus refus = app.ControleLecture()) return refus;
   Systeme& systeme = app.Magasin.SystemeFichiers();
   if (const Refus refus = LitManifesteArchive(systeme, demande.chemin, demande.motDePasse, faite.manifeste))
     return refus;

@@ -20,7 +20,9 @@ struct DemandeRestauration {
 struct ExerciceRestaure {
   std::string nom;
   std::string ancien;  ///< folder in the practice that holds the books as they were; empty: there were none
-  std::vector<std::string> constats;  ///< what the verification of the restored books found, Windows-1252
+  /// What the verification of the restored books found, Windows-1252: the first hundred, then how many more.
+  std::vector<std::string> constats;
+  std::size_t nbConstats = 0;
 };
 
 struct RestaurationFaite {
@@ -37,7 +39,7 @@ struct RestaurationFaite {
 /// come back in one unit, and what stood there stays aside). 3208 an exercice that the archive does not hold,
 /// 3521 to 3527, 3530 what was unpacked cannot be opened as books, 3561 stopped, or the question was answered
 /// by neither, 3214 the store. A refusal leaves the books as they were, those of exercices already brought
-/// back excepted.
+/// back excepted. 3563 a practice that is open to be read.
 Refus Restaure(CFenlorApp& app, const DemandeRestauration& demande, RestaurationFaite& faite);
 
 }  // namespace fenlor

@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "core/cles.h"
+#include "core/valeurs.h"
 #include "garde/conservation.h"
 #include "garde/textes.h"
 #include "store/remplacement.h"
@@ -69,6 +70,13 @@ int OteSiens(Systeme& systeme, const std::string& dossier, bool (*siens)(const s
   return premiere;
 }
 
+/// For the edge to tell.
+void Avertit(CFenlorApp& app, const std::string& chemin, int erreur) {
+  assert(erreur != 0);
+  app.Magasin.QVAvertit(VersUtf8(TexteFormat(
+      AvisResteSauvegarde, {DepuisUtf8(chemin).value_or(chemin), app.Magasin.QVErreurTexte(erreur)})));
+}
+
 }  // namespace
 
 int TientFichier(const Fichier& fichier) {
@@ -96,42 +104,86 @@ int OteAtelier(Systeme& systeme, const std::string& dossier) {
   return reste;
 }
 
+namespace {
+
+constexpr char EntreNotes = '|';
+
+/// Folders in which an archive was begun and not seen to its end.
+std::vector<std::string> LitNotes(CFenlorApp& app) {
+  std::vector<std::string> notes;
+  const std::string lues = app.Magasin.Reglages().Lit(Texte(SecFenlor), Texte(CleSauvegardeEnCours));
+  for (unsigned i = 0; i < ComptePartie(lues, EntreNotes); ++i)
+    if (const std::string note = ChampTexte(i, lues, EntreNotes); !note.empty()) notes.push_back(note);
+  return notes;
+}
+
+bool EcritNotes(CFenlorApp& app, const std::vector<std::string>& notes) {
+  std::string texte;
+  for (const std::string& note : notes) texte += (texte.empty() ? "" : std::string(1, EntreNotes)) + note;
+  return app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours),
+                                      texte.empty() ? std::nullopt : std::optional(texte));
+}
+
+/// An empty folder is also what a drive leaves that went away.
+bool EstDesert(Systeme& systeme, const std::string& dossier) {
+  std::vector<std::string> noms;
+  return systeme.Liste(dossier, noms) == 0 && noms.empty();
+}
+
+u64 NoeudDe(Systeme& systeme, const std::string& dossier) {
+  Empreinte empreinte;
+  return systeme.Mesure(dossier, empreinte) == 0 ? empreinte.noeud : 0;
+}
+
+/// Removes the unfinished archives of a noted folder. True when the note has done its work.
+bool RangeNote(CFenlorApp& app, const std::string& note) {
+  Systeme& systeme = app.Magasin.SystemeFichiers();
+  const std::string dossier = VersUtf8(note);
+  std::string reste;
+  const int erreur = OteSiens(systeme, dossier, EstProvisoire, OteProvisoire, reste);
+  if (erreur == ENOENT || erreur == ENOTDIR) return false;
+  if (erreur) return Avertit(app, reste, erreur), true;
+  // Somebody is at it, or dies just now; or the drive is away.
+  return !ResteProvisoire(systeme, dossier) && !EstDesert(systeme, dossier);
+}
+
+}  // namespace
+
 NoteSauvegarde::NoteSauvegarde(CFenlorApp& app, const std::string& dossier)
-    : m_app(app),
-      m_dossier(dossier),
-      m_notee(app.Magasin.SystemeFichiers().Existe(dossier) &&
-              app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), NoteDe(dossier))) {}
+    : m_app(app), m_dossier(dossier), m_noeud(NoeudDe(app.Magasin.SystemeFichiers(), dossier)) {
+  if (m_noeud == 0 || app.Magasin.QVEnLecture()) return;
+  const std::string note = NoteDe(dossier);
+  std::vector<std::string> notes = LitNotes(app);
+  if (std::erase(notes, note) != 0) RangeNote(app, note);
+  notes.push_back(note);
+  m_notee = EcritNotes(app, notes);
+}
 
 NoteSauvegarde::~NoteSauvegarde() {
-  // A drive that went away keeps its unfinished archive: the next opening looks for it.
-  if (m_notee && !ResteProvisoire(m_app.Magasin.SystemeFichiers(), m_dossier))
-    m_app.Magasin.Reglages().Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), std::nullopt);
+  // A drive that went away keeps its unfinished archive, behind the folder on which it stood: the next
+  // opening looks for it.
+  Systeme& systeme = m_app.Magasin.SystemeFichiers();
+  if (!m_notee || ResteProvisoire(systeme, m_dossier) || NoeudDe(systeme, m_dossier) != m_noeud) return;
+  std::vector<std::string> notes = LitNotes(m_app);
+  std::erase(notes, NoteDe(m_dossier));
+  EcritNotes(m_app, notes);
 }
 
 void RangeRestes(CFenlorApp& app) {
   assert(!app.Magasin.PathCabinet().empty() && !app.Magasin.QVEnUnite());
+  if (app.Magasin.QVEnLecture()) return;
   Systeme& systeme = app.Magasin.SystemeFichiers();
   const std::string cabinet = app.Magasin.PathCabinet();
-  const auto avertit = [&](const std::string& chemin, int erreur) {
-    app.Magasin.QVAvertit(VersUtf8(TexteFormat(
-        AvisResteSauvegarde, {DepuisUtf8(chemin).value_or(chemin), app.Magasin.QVErreurTexte(erreur)})));
-  };
   // The practice is held: no restoration of its books is under way.
   const std::string atelier = Joint(cabinet, NomAtelier);
-  if (const int erreur = OteAtelier(systeme, atelier)) avertit(atelier, erreur);
+  if (const int erreur = OteAtelier(systeme, atelier)) Avertit(app, atelier, erreur);
   std::string reste;
   const auto supprime = [](Systeme& s, const std::string& chemin) { return s.Supprime(chemin); };
-  if (const int erreur = OteSiens(systeme, cabinet, EstCopie, supprime, reste)) avertit(reste, erreur);
-  Profil& reglages = app.Magasin.Reglages();
-  const std::string note = reglages.Lit(Texte(SecFenlor), Texte(CleSauvegardeEnCours));
-  if (note.empty()) return;
-  const int erreur = OteSiens(systeme, VersUtf8(note), EstProvisoire, OteProvisoire, reste);
-  if (erreur == ENOENT || erreur == ENOTDIR) return;
-  if (erreur)
-    avertit(reste, erreur);
-  else if (ResteProvisoire(systeme, VersUtf8(note)))
-    return;  // somebody is at it, or dies just now
-  reglages.Ecrit(Texte(SecFenlor), Texte(CleSauvegardeEnCours), std::nullopt);
+  if (const int erreur = OteSiens(systeme, cabinet, EstCopie, supprime, reste)) Avertit(app, reste, erreur);
+  const std::vector<std::string> notes = LitNotes(app);
+  std::vector<std::string> restent = notes;
+  std::erase_if(restent, [&](const std::string& note) { return RangeNote(app, note); });
+  if (restent != notes) EcritNotes(app, restent);
 }
 
 }  // namespace fenlor

@@ -22,9 +22,10 @@ int TientFichier(const Fichier& fichier);
 /// gone. errno of what stayed.
 int OteAtelier(Systeme& systeme, const std::string& dossier);
 
-/// Notes in the practice, while it lives, the folder into which an archive is being written; the note stays
-/// where an unfinished one could not be removed. It is a courtesy to `RangeRestes`: where it cannot be
-/// written the backup goes on.
+/// Notes in the practice, while it lives, the folder into which an archive is being written, after it removed
+/// there what an older note tells of; the note stays where an unfinished one could not be removed, or where
+/// the folder is not the one that it was any more: a drive went away. It is a courtesy to `RangeRestes`:
+/// where it cannot be written the backup goes on.
 class NoteSauvegarde {
  public:
   NoteSauvegarde(CFenlorApp& app, const std::string& dossier);
@@ -35,12 +36,14 @@ class NoteSauvegarde {
  private:
   CFenlorApp& m_app;
   const std::string m_dossier;
-  bool m_notee;
+  const u64 m_noeud;  ///< of the folder: another one behind its name is another drive
+  bool m_notee = false;
 };
 
-/// To be called once the practice is open: removes the unpacked books of a restoration, and in the folder of
-/// the note the unfinished archives that no process holds. What cannot be removed is one of the store's
-/// warnings, for the edge to tell; a folder that is not there is tried again at the next opening.
+/// To be called once the practice is open: removes the unpacked books of a restoration, and in the folders
+/// of the notes the unfinished archives that no process holds. What cannot be removed is one of the store's
+/// warnings, for the edge to tell; a folder that is not there, or has nothing in it as one whose drive is
+/// away, is tried again at the next opening.
 void RangeRestes(CFenlorApp& app);
 
 }  // namespace fenlor

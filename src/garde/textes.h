@@ -59,6 +59,7 @@ inline constexpr std::pair<u16, TexteFixe> NomsFichiersCommuns[] = {
 /// path, reason
 inline constexpr TexteFixe AvisResteSauvegarde{
     6664, "Ce qu'une sauvegarde ou une restauration interrompue a laissé n'a pas pu être retiré : %s : %s"};
+inline constexpr TexteFixe FormatAutresConstats{6751, "... et %s autre(s) constat(s)."};
 inline constexpr TexteFixe CleSauvegardeEnCours{6665, "Sauvegarde en cours"};  ///< folder of an archive
 
 // Closure and seal

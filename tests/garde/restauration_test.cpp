@@ -1,13 +1,16 @@
 // Books saved and brought back, on disks that fail and machines that lose their power.
 #include "garde/restauration.h"
 
+#include <atomic>
 #include <filesystem>
+#include <mutex>
 #include <thread>
 
 #include "core/btfiles.h"
 #include "core/cles.h"
 #include "garde/conservation.h"
 #include "garde/inventaire.h"
+#include "garde/lecturearchives.h"
 #include "garde/restes.h"
 #include "garde/sauvegarde.h"
 #include "garde/textes.h"
@@ -239,6 +242,59 @@ TEST(GardeRestes, SontOtesALaProchaineOuverture) {
   EXPECT_EQ(range(), 1u);
   EXPECT_TRUE(posix.Existe(copies + "/" + part));
   EXPECT_EQ(range(), 0u) << "told once";
+}
+
+/// A drive goes away in the middle of a backup, and leaves the empty folder on which it stood.
+TEST(GardeRestes, UnDisqueRetireGardeSaNote) {
+  Garde garde;
+  const std::string usb = garde.ailleurs.Chemin() + "/usb", ailleurs = garde.ailleurs.Chemin() + "/autre",
+                    part = "/Fenlor_c_2003_20030301_1000.fnz.part";
+  std::filesystem::create_directory(usb);
+  std::filesystem::create_directory(ailleurs);
+  {
+    const NoteSauvegarde note(garde.App(), usb);
+    EcritFichier(usb + part, "x");
+    std::filesystem::rename(usb, usb + "~");
+    std::filesystem::create_directory(usb);
+  }
+  RangeRestes(garde.App());
+  { const NoteSauvegarde autre(garde.App(), ailleurs); }
+  std::filesystem::remove(usb);
+  std::filesystem::rename(usb + "~", usb);
+  { const NoteSauvegarde suivante(garde.App(), usb); }
+  EXPECT_FALSE(std::filesystem::exists(usb + part)) << "the next backup there removes it";
+  EcritFichier(usb + part, "x");
+  RangeRestes(garde.App());
+  EXPECT_TRUE(std::filesystem::exists(usb + part)) << "no note is left";
+}
+
+/// A drive whose first read does not come back.
+struct DisqueMuet : SystemePosix {
+  std::mutex Verrou;
+  std::unique_lock<std::mutex> Tenu{Verrou};
+  std::atomic<bool> Atteint{false};
+  int Ouvre(const std::string& chemin, Ouverture mode, std::unique_ptr<Fichier>& fichier) override {
+    Atteint = true;
+    Atteint.notify_all();
+    const std::lock_guard attend(Verrou);
+    return SystemePosix::Ouvre(chemin, mode, fichier);
+  }
+};
+
+TEST(GardeRestes, UneLectureQuiNeRevientPasEstAbandonnee) {
+  auto disque = std::make_shared<DisqueMuet>();
+  const std::weak_ptr<DisqueMuet> fin = disque;
+  unsigned dites = 0;
+  {
+    LectureArchives lecture;
+    lecture.Commence(disque, "/nulle/part", std::vector<ArchiveLue>(2),
+                     [&](std::size_t, const ArchiveLue&) { ++dites; });
+    disque->Atteint.wait(false);
+  }  // would wait for ever with the thread
+  disque->Tenu.unlock();
+  disque.reset();
+  while (!fin.expired()) std::this_thread::yield();
+  EXPECT_EQ(dites, 0u);
 }
 
 TEST(GardePannes, SauvegarderEntreDeuxSaisies) {

@@ -5,8 +5,8 @@
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
-#include <thread>
 
+#include "garde/lecturearchives.h"
 #include "garde/textes.h"
 #include "store/texte1252.h"
 #include "ui/casesvisibles.h"
@@ -116,17 +116,13 @@ class PageArchive : public QWizardPage {
   /// What an archive says of itself stands at its beginning. Whether it is whole takes reading it, which goes
   /// on beside the list, from the first row to the last.
   void Verifie() {
-    m_lecture = std::jthread([this, &systeme = m_wizard.App().Magasin.SystemeFichiers(),
-                              dossier = m_dossier.Dossier(), archives = m_archives,
-                              tour = ++m_tour](const std::stop_token& arret) mutable {
-      for (std::size_t rang = 0; rang < archives.size() && !arret.stop_requested(); ++rang) {
-        ArchiveLue& archive = archives[rang];
-        if (archive.protegee || archive.refus) continue;
-        LitEntiere(systeme, dossier, {}, archive, [&](u64) { return !arret.stop_requested(); });
-        QMetaObject::invokeMethod(
-            this, [this, tour, rang, archive] { Note(tour, rang, archive); }, Qt::QueuedConnection);
-      }
-    });
+    // On a disk of its own, so that a drive that hangs keeps neither this window nor the program.
+    m_lecture.Commence(std::make_shared<SystemePosix>(), m_dossier.Dossier(), m_archives,
+                       [this, tour = ++m_tour](std::size_t rang, const ArchiveLue& archive) {
+                         QMetaObject::invokeMethod(
+                             this, [this, tour, rang, archive] { Note(tour, rang, archive); },
+                             Qt::QueuedConnection);
+                       });
   }
   void Note(unsigned tour, std::size_t rang, const ArchiveLue& archive) {
     if (tour != m_tour) return;  // of a folder that was left since
@@ -152,8 +148,8 @@ class PageArchive : public QWizardPage {
   CZNListCtrl* m_liste;
   Lecture m_detail;
   QTimer m_horloge;
-  unsigned m_tour = 0;     ///< of reading the folder
-  std::jthread m_lecture;  ///< ends when it is replaced, or goes
+  unsigned m_tour = 0;  ///< of reading the folder
+  LectureArchives m_lecture;
   FinDesLiens m_finLiens{*this};
 };
 
