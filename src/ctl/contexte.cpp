@@ -11,6 +11,7 @@
 #include "core/valeurs.h"
 #include "ctl/textes.h"
 #include "garde/restes.h"
+#include "journal/corbeille.h"
 #include "journal/textes.h"
 #include "master/textes.h"
 #include "session/textes.h"
@@ -136,6 +137,7 @@ bool Contexte::OuvreExercice(const std::string& nom) {
   App.PathExercice = Magasin.PathExercice();
   App.ExerciceOuvert = 1;
   App.AfficherDouble = Parametres::IsOui(App.Reglages.LitIniExercice({}, Texte(CleAfficherDouble)));
+  RangeCorbeille(App);
   return true;
 }
 

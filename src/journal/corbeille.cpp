@@ -203,6 +203,17 @@ Refus OteDeCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements) {
   return std::erase_if(suppressions, ote) > 0 ? Ecrit(app, suppressions) : Refus{};
 }
 
+void RangeCorbeille(CFenlorApp& app) {
+  assert(!app.PathExercice.empty());
+  if (app.Reglages.IsFige() || !app.Magasin.SystemeFichiers().Existe(Chemin(app))) return;
+  LivresOuverts livres;
+  std::vector<Suppression> suppressions;
+  if (livres.Ouvre(app) || Lit(app, suppressions) != 0) return;
+  bool lues = true;
+  const auto presente = [&](const Suppression& s) { return EstLa(app, s, lues); };
+  if (std::erase_if(suppressions, presente) != 0 && lues) (void)Ecrit(app, suppressions);
+}
+
 Refus LitCorbeille(CFenlorApp& app, std::vector<Suppression>& suppressions) {
   suppressions.clear();
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);

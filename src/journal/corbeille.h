@@ -34,6 +34,11 @@ Refus MetEnCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements);
 /// After a command that did not come to these: they stand, and are not in the trash.
 Refus OteDeCorbeille(CFenlorApp& app, const std::vector<u32>& mouvements);
 
+/// At the opening of an exercice: what a command that was killed put there, and did not come to delete, is
+/// taken out before anybody changes it, which would look as if it were another one. So is what was taken
+/// back. A trash that cannot be read or written stays as it is: who needs it is told.
+void RangeCorbeille(CFenlorApp& app);
+
 /// Deletions, the newest first. Refused: 3573 for a file that is damaged, 3574 for one that cannot be read.
 Refus LitCorbeille(CFenlorApp& app, std::vector<Suppression>& suppressions);
 

@@ -9,6 +9,7 @@
 #include "core/erreursexercice.h"
 #include "core/textes.h"
 #include "core/valeurs.h"
+#include "journal/corbeille.h"
 #include "master/textes.h"
 #include "session/textes.h"
 #include "store/exercices.h"
@@ -202,6 +203,7 @@ void ChoisitPeriode(FormulaireExercice& f) {
 }
 
 bool TestRepertoire(CFenlorApp& app, const std::string& nom) {
+  if (app.Magasin.QVEnLecture()) return app.Magasin.QVExistFile(app.Magasin.CheminExercice(nom));
   const std::string temoin = Joint(app.Magasin.CheminExercice(nom), "witness");
   const int fichier = app.Magasin.QVCreateFile(temoin);
   if (fichier < 0) return false;
@@ -218,6 +220,7 @@ Refus CreeExercice(CFenlorApp& app, const FormulaireExercice& f) {
     if (Annee(f.debut) > 2001 && !f.euro) return Refus(ErrMonnaieExercice, "euro", {nom, Texte(MotFranc)});
   }
   if (const Refus r = ControlePeriode(f)) return r;
+  if (const Refus r = app.ControleLecture()) return r;
   if (const Refus r = ControleRemplacement(app, nom)) return r;
   const unsigned an = Annee(f.debut), courant = Annee(app.Magasin.Today());
   assert(f.debut < f.fin);
@@ -251,8 +254,10 @@ Refus OuvreExercice(CFenlorApp& app, std::string nom) {
   app.AfficherDouble =
       Parametres::IsOui(app.Reglages.LitIniExercice(app.NomExercice, Texte(CleAfficherDouble)));
   app.ExerciceOuvert = app.Magasin.QVConvertCompta(app.NomExercice);
+  RangeCorbeille(app);
   // Books that can be read are not refused because their name cannot be noted.
-  if (!app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), app.NomExercice))
+  if (!app.Magasin.QVEnLecture() &&
+      !app.Reglages.EcritIni(Texte(SecActivite), Texte(CleExercice), app.NomExercice))
     app.Dit(app.EchecReglages());
   return {};
 }
@@ -265,6 +270,7 @@ void FermeExercice(CFenlorApp& app) {
 Refus SupprimeExercice(CFenlorApp& app, const std::function<void()>& avant) {
   const std::string nom = app.NomExercice;
   if (nom.empty()) return Refus(ErrAucunExercice);
+  if (const Refus r = app.ControleLecture()) return r;
   if (TropRecent(app, nom) && app.Magasin.GetJournalRec(0) != 0) return Refus(ErrExerciceRecent);
   if (const Refus r =
           app.Demande(BoutonsOuiNon | IconeAttention, RepOui, QuestionSupprimeExercice, "", {nom}))
@@ -280,7 +286,7 @@ bool RepareDates(CFenlorApp& app, const std::string& nom) {
   if (EstVide(nom)) return false;
   const bool datee = !EstVide(app.Reglages.LitIniExercice(nom, Texte(CleDebut))) &&
                      !EstVide(app.Reglages.LitIniExercice(nom, Texte(CleFin)));
-  if (datee) return false;
+  if (datee || app.Magasin.QVEnLecture()) return false;
   const std::string debut = "01/01/" + nom, fin = "31/12/" + nom;
   app.Reglages.EcritIniExercice(nom, Texte(CleDebut), debut);
   app.Reglages.EcritIniExercice(nom, Texte(CleFin), fin);

@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <map>
+#include <numeric>
 #include <random>
 
 #include "journal/cabinetmedical.h"
@@ -139,6 +141,53 @@ TEST_F(CorbeilleFautive, UneSelectionYVaEnsemble) {
   EXPECT_TRUE(Lignes(2).empty());
   ChangeLignes(5, [](Line& ligne) { PoseTexte(ligne.Libelle, "Autre"); });
   EXPECT_EQ(Lue().size(), 2u) << "one that stood, and changed, was never deleted";
+}
+
+// The process ends at each call of the disk in turn, while a selection is deleted.
+TEST_F(CorbeilleFautive, UneMortAChaqueAppelDUneSelection) {
+  constexpr u32 nombre = 26;
+  ASSERT_NO_FATAL_FAILURE(Saisit(nombre));
+  const std::string cabinet = App().PathCabinet, modele = Dossier() + "/modele";
+  Magasin().QVCloseSession();
+  std::filesystem::copy(cabinet, modele, std::filesystem::copy_options::recursive);
+  unsigned mortes = 0, entamees = 0;
+  for (unsigned k = 1, statut = SystemeFautif::StatutTue; statut != 0; ++k) {
+    SCOPED_TRACE("call " + std::to_string(k));
+    Magasin().QVCloseSession();
+    std::filesystem::remove_all(cabinet);
+    std::filesystem::copy(modele, cabinet, std::filesystem::copy_options::recursive);
+    const pid_t enfant = fork();
+    if (enfant == 0) {
+      if (!Rouvre()) _exit(1);
+      std::vector<u32> tous(nombre);
+      std::iota(tous.begin(), tous.end(), 1u);
+      Boite.Defaut = RepTous;
+      Disque.Tue(true);
+      Disque.Programme(k, EIO, SystemeFautif::Tous & ~(SystemeFautif::Lectures | SystemeFautif::Mesurage));
+      _exit(SupprimeEcritures(App(), tous) ? 1 : 0);
+    }
+    int fin = 0;
+    waitpid(enfant, &fin, 0);
+    statut = static_cast<unsigned>(WEXITSTATUS(fin));
+    ASSERT_TRUE(statut == 0 || statut == SystemeFautif::StatutTue) << statut;
+    ASSERT_TRUE(Rouvre());
+    RangeCorbeille(App());
+    mortes += statut != 0;
+    ASSERT_NO_FATAL_FAILURE(VerifieToutEstLa(nombre));
+    const std::vector<Suppression> jetees = Lue();
+    entamees += !jetees.empty() && jetees.size() < nombre;
+    // What stands and is changed was never deleted; what was deleted comes back.
+    if (!Lignes(nombre).empty()) ChangeLignes(nombre, [](Line& ligne) { PoseTexte(ligne.Piece, "P"); });
+    u32 mouvement = 0;
+    ASSERT_TRUE(jetees.empty() || !RestaureSuppression(App(), jetees.front().numero, mouvement));
+    ASSERT_NO_FATAL_FAILURE(VerifieToutEstLa(nombre));
+    Statistiques statistiques{};
+    ASSERT_TRUE(Magasin().QVCalculCompta(App().NomExercice, statistiques));
+    ASSERT_EQ(statistiques.NbRecettes, nombre - jetees.size() + !jetees.empty());
+  }
+  std::cout << mortes << " killed, " << entamees << " in between\n";
+  EXPECT_GE(mortes, 100u);
+  EXPECT_GT(entamees, 60u);
 }
 
 TEST_F(CorbeilleFautive, UnFichierAbimeSeDitEtResteDeCote) {
