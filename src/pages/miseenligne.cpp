@@ -89,6 +89,7 @@ void MiseEnLigne::Trait(i32 gauche, i32 droite, i32 y, i32 epaisseur) {
 }
 
 void MiseEnLigne::Dessine() {
+  if (m_papier.mesure) MesureColonnes();
   std::vector<std::size_t> ordre(m_groupes.size());
   for (std::size_t i = 0; i < ordre.size(); ++i) ordre[i] = i;
   const auto cle = [this](std::size_t i) { return std::pair(m_groupes[i].place.haut, m_groupes[i].Cle()); };
@@ -113,6 +114,7 @@ void MiseEnLigne::Dessine() {
   m_runs.clear();
   m_groupes.clear();
   m_textes.clear();
+  m_bords.clear();
 }
 
 void MiseEnLigne::DessineTrait(const Rectangle& cadre, i32 epaisseur) {
@@ -160,7 +162,10 @@ void MiseEnLigne::PlaceLigne(std::span<const std::size_t> ligne) {
     if (n < ligne.size()) droite = std::min(droite, Borne(groupe, m_groupes[ligne[n]]) - ecart);
     if (aGauche) {
       gauche = std::max(gauche, place.gauche);
-      droite = std::min(droite, place.droite - (place.colonneSuivante ? ecart : 0));
+      const auto bord = place.colonneSuivante ? m_bords.find(place.droite) : m_bords.end();
+      const i32 fin =
+          bord == m_bords.end() ? place.droite : std::max(bord->second, Milieu(place.gauche, place.droite));
+      droite = std::min(droite, fin - (place.colonneSuivante ? ecart : 0));
     } else if (place.alignement == Alignement::Droite && !aGauche) {
       droite = std::min(droite, place.droite);
     }

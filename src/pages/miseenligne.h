@@ -3,11 +3,14 @@
 // What fits stands exactly where the strings put it. Where there is no room for that, a figure (a text that
 // is aligned right, a number, three characters at most) is drawn narrower until it fits, after it has taken
 // what is free on its left; another text is drawn narrower as far as the style of the paper lets it, and then
-// ends with "…". Columns do not move, and nothing passes the margins.
+// ends with "…". Columns do not move, and nothing passes the margins. Where the style measures them, columns
+// of figures move left first as far as the figures on the page ask for it, titles stand over the texts of
+// their column, and a text may take what the figures beside it leave free on the whole page.
 #pragma once
 
 #include <algorithm>
 #include <cassert>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -80,13 +83,22 @@ class MiseEnLigne {
     i32 Cle() const;       ///< its fixed point
     i32 Reserve() const;   ///< where it begins if it keeps to its column
     bool Figure() const;
+    bool Colonne() const { return place.alignement == Alignement::Droite && !AGauche(); }  ///< of figures
   };
+  /// The shown texts of a line of the text, from the left.
+  using Rangee = std::vector<Groupe*>;
   /// Each line of the page: its height, and whether its first text is bold. From the top down.
   using Lignes = std::vector<std::pair<i32, bool>>;
   std::string_view TexteDe(const Run& run) const {
     assert(run.debut + run.taille <= m_textes.size());
     return std::string_view(m_textes).substr(run.debut, run.taille);
   }
+  // mesurecolonnes.cpp
+  void MesureColonnes();
+  void EcarteFigures(const std::vector<Rangee>& rangees);
+  void RejointTitres(const std::vector<Rangee>& rangees) const;
+  bool EstTitre(const Rangee& rangee) const;
+
   /// The texts of one line, from the left.
   void PlaceLigne(std::span<const std::size_t> ligne);
   /// A tint behind each bold line beside a rule, and behind its bold neighbours.
@@ -106,6 +118,8 @@ class MiseEnLigne {
   std::string m_textes;  ///< of all runs, one behind the other
   std::vector<Run> m_runs;
   std::vector<Groupe> m_groupes;
+  std::map<i32, i32>
+      m_bords;  ///< of measured columns, by their begin: where their figures begin on this page
 };
 
 }  // namespace fenlor

@@ -24,12 +24,13 @@ struct DessinPapier {
   bool aligne;  ///< what a "\\R" behind the position only begins ends at its column instead; no blank behind
                 ///< it
   bool titresSuivis;  ///< no heading alone at the foot of a page
+  bool mesure;        ///< columns make room for what stands in them on the page (mesurecolonnes.cpp)
 };
 
 inline const DessinPapier& DessinDe(StylePapier style) {
   static constexpr DessinPapier dessins[] = {
-      {"Courier", 10, 0, 85, 0, false, false, false, false},
-      {"Sans Serif", 9, 125, 100, 7, true, true, true, true},
+      {"Courier", 10, 0, 85, 0, false, false, false, false, false},
+      {"Sans Serif", 9, 125, 100, 7, true, true, true, true, true},
   };
   return dessins[static_cast<std::size_t>(style)];
 }

@@ -15,6 +15,7 @@
 #include "journal/textes.h"
 #include "journal/traitements.h"
 #include "outils/systemefautif.h"
+#include "outils/systemesanssynchro.h"
 
 namespace fenlor::test {
 namespace {
@@ -143,8 +144,17 @@ TEST_F(CorbeilleFautive, UneSelectionYVaEnsemble) {
   EXPECT_EQ(Lue().size(), 2u) << "one that stood, and changed, was never deleted";
 }
 
+/// What a killed process wrote is there without a sync, too.
+struct DisqueSansSynchro {
+  SystemeSansSynchro Vrai;
+  SystemeFautif Disque{Vrai};
+};
+struct CorbeilleTuee : DisqueSansSynchro, Corbeille {
+  CorbeilleTuee() : Corbeille(&Disque) {}
+};
+
 // The process ends at each call of the disk in turn, while a selection is deleted.
-TEST_F(CorbeilleFautive, UneMortAChaqueAppelDUneSelection) {
+TEST_F(CorbeilleTuee, UneMortAChaqueAppelDUneSelection) {
   constexpr u32 nombre = 26;
   ASSERT_NO_FATAL_FAILURE(Saisit(nombre));
   const std::string cabinet = App().PathCabinet, modele = Dossier() + "/modele";

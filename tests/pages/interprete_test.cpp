@@ -1,5 +1,7 @@
 #include "pages/interprete.h"
 
+#include <map>
+
 #include "core/cles.h"
 #include "outils/cabinetdetest.h"
 #include "pages/etatdetest.h"
@@ -12,9 +14,11 @@ constexpr Alignement Gauche = Alignement::Gauche, Centre = Alignement::Centre, D
 /// Ten units to a column, ten to a character, a line is 17 high.
 class InterpreteTest : public testing::Test {
  protected:
-  std::vector<ElementPage> Dessine(std::string_view marquage, i32 depart = 0) {
+  std::vector<ElementPage> Dessine(std::string_view marquage, i32 depart = 0,
+                                   StylePapier style = StylePapier::Classique) {
     Enregistreur appareil(1440, 170, 120);
-    const MiseEnPage page = PreparePage(appareil, {"Courier", 10}, false);
+    MiseEnPage page = PreparePage(appareil, {"Courier", 10}, false);
+    page.style = style;
     EXPECT_EQ(page.unite, 10);
     EXPECT_EQ(page.interligne, 17);
     EXPECT_EQ(page.lignesParPage, 10);
@@ -89,6 +93,36 @@ TEST_F(InterpreteTest, PlacesARun) {
     EXPECT_EQ(e.cadre.gauche, c.gauche);
     EXPECT_EQ(e.cadre.droite, c.droite);
   }
+}
+
+TEST_F(InterpreteTest, CarefulColumnsMakeRoomForTheirFigures) {
+  const auto elements = Dessine(
+      "\\BLg\\T008Libelle\\T040\\R050Debit\\T051\\R060Credit\n\\0"
+      "1\\T010Un libelle bien plus long que sa colonne\\T040\\R0501,00\\T051\\R060106854,75 F\n"
+      "2\\T010court\\T040\\R05012739,52 F\n",
+      0, StylePapier::Soignee);
+  std::map<std::string, Rectangle> places;
+  for (const ElementPage& e : elements)
+    if (!e.trait) places[e.texte.substr(0, 3)] = e.cadre;
+  const i32 ecart = 7;
+  const auto naturelle = [this](const std::string& texte) {
+    const Rectangle seul = Dessine("\\T010\\R100" + texte, 0, StylePapier::Soignee)[0].cadre;
+    return seul.droite - seul.gauche;
+  };
+  for (const auto& [debut, texte] : {std::pair{"106", "106854,75 F"}, {"12\x1F", "12739,52 F"}})
+    EXPECT_EQ(places[debut].droite - places[debut].gauche, naturelle(texte)) << debut;
+  // The whole column moves, as far as its neighbour asks for it.
+  EXPECT_EQ(places["106"].droite, 600);
+  for (const char* debut : {"12\x1F", "1,0", "Deb"})
+    EXPECT_EQ(places[debut].droite, places["106"].gauche - ecart) << debut;
+  EXPECT_EQ(places["Lib"].gauche, places["cou"].gauche) << "the title over its texts";
+  // A label ends before the widest figure of the page, not before the column's begin.
+  EXPECT_LE(places["Un "].droite, places["12\x1F"].gauche - ecart);
+  EXPECT_GT(places["Un "].droite + 2 * Largeur(1), places["12\x1F"].gauche - ecart);
+  // Where a label would lose too much all stays as it is written.
+  const auto serre =
+      Dessine("\\T010libelle long\\T020\\R024106854,75 F\\T025\\R030106854,75 F\n", 0, StylePapier::Soignee);
+  EXPECT_EQ(serre[1].cadre.droite, 240);
 }
 
 TEST_F(InterpreteTest, AFooterTakesNoHeightAndAHeaderCannotCallItself) {
