@@ -172,11 +172,8 @@ EtatFichier QVAPI::QVVerifie(u16 numFichier) {
     note("liste des emplacements libres endommagée");
   }
   etat.libres = static_cast<u32>(libres.size());
-  if (nombre > montrees) {
-    nombre -= montrees - 1;  // the sentence stands for itself, too
-    note({});
-    etat.anomalies.back() = "... et "_w + std::to_string(nombre) + " autre(s) anomalie(s)"_w;
-  }
+  if (nombre > montrees)
+    etat.anomalies.push_back("... et "_w + std::to_string(nombre - montrees) + " autre(s) anomalie(s)"_w);
   return etat;
 }
 

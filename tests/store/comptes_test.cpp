@@ -1,5 +1,6 @@
 
 #include "outils/cabinetdetest.h"
+#include "store/ouverture.h"
 #include "store/profil.h"
 
 namespace fenlor::test {
@@ -65,6 +66,17 @@ TEST_F(Comptes, ComptesParticuliers) {
   EXPECT_EQ(Magasin().GetComptePerso(), "4551000000");
   EXPECT_TRUE(Magasin().SetComptePerso(""));
   EXPECT_EQ(Magasin().GetComptePerso(), "");
+}
+
+TEST_F(Comptes, AnomaliesBeyondTheFirstHundredAreCounted) {
+  ASSERT_TRUE(CreeExercice("2003"));
+  for (int n = 100; n < 250; ++n) ASSERT_TRUE(PoseCompte("9" + std::to_string(n), 4));
+  const Ouverture fichier(Magasin(), FichierComptes);
+  for (std::string cle; Magasin().QVFirstKey(69, cle);) ASSERT_TRUE(Magasin().QVDelKey(69, cle));
+  const EtatFichier etat = Magasin().QVVerifie(FichierComptes);
+  ASSERT_EQ(etat.anomalies.size(), 101u);
+  // One for each record, one for the key.
+  EXPECT_THAT(etat.anomalies.back(), HasSubstr(" " + std::to_string(etat.vivants + 1 - 100) + " autre(s)"));
 }
 
 TEST_F(Comptes, TauxEnVigueur) {

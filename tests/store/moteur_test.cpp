@@ -266,6 +266,31 @@ TEST_P(MoteurTest, SansVerrouNiJournalLesFichiersSontEncoreTenus) {
   EXPECT_EQ(second.Comptes(), "5120000000=BQ ");
 }
 
+TEST_P(MoteurTest, UnDisqueEnLectureSeuleSeLitEtResteTelQuel) {
+  Livres premier(m_dossier.Chemin(), Cles(), m_systeme);
+  ASSERT_TRUE(premier.Ouvre());
+  ASSERT_TRUE(premier.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
+  const std::string copie = m_dossier / "copie";
+  fs::create_directory(copie);
+  for (const char* nom : {"COMPTES.dat", "COMPTES.idx", "BANQUE.dat", "fenlor.ver", "fenlor.rep"})
+    if (fs::exists(m_dossier / nom)) fs::copy(m_dossier / nom, copie + "/" + nom);
+  EcritFichier(copie + "/fenlor.ini", "");
+  SystemeGarde disque(m_systeme);
+  disque.Garde(copie);
+  Livres lecture(copie, Cles(), disque), autre(copie, Cles(), disque), ecriture(copie, Cles(), m_systeme);
+  EXPECT_FALSE(lecture.Ouvre()) << "a unit stands in the log";
+  EXPECT_EQ(lecture.moteur.Erreur(), ErrSuspens);
+  ASSERT_TRUE(ecriture.Ouvre());
+  ecriture.moteur.FermeCabinet();
+  ASSERT_TRUE(lecture.Ouvre() && autre.Ouvre()) << "readers share it: " << autre.moteur.Erreur();
+  EXPECT_EQ(lecture.Comptes(), "5120000000=BQ ");
+  EXPECT_FALSE(ecriture.Ouvre());
+  EXPECT_EQ(ecriture.moteur.Erreur(), ErrOccupe);
+  EXPECT_FALSE(lecture.Ajoute(FichierComptes, Compte("6060000000", "ACH")));
+  EXPECT_EQ(lecture.moteur.Erreur(), ErrLectureSeule);
+  EXPECT_FALSE(lecture.moteur.SupprimeCle(69, "5120000000", 1));
+}
+
 TEST_P(MoteurTest, UnNumeroDImmobilisationFinissantPar255Reste) {
   Moteur moteur(m_systeme, Cles(), 64 << 10);
   ASSERT_TRUE(moteur.OuvreCabinet(m_dossier.Chemin()));
