@@ -254,7 +254,8 @@ TEST_P(MoteurTest, CeQueDAutresFontAuxFichiersEstVu) {
 }
 
 TEST_P(MoteurTest, SansVerrouNiJournalLesFichiersSontEncoreTenus) {
-  Livres premier(m_dossier.Chemin(), Cles(), m_systeme), second(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur premier(m_dossier.Chemin(), Cles(), m_systeme),
+      second(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(premier.Ouvre());
   ASSERT_TRUE(premier.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
   for (const char* nom : {"fenlor.ver", "fenlor.rep"}) fs::remove(m_dossier / nom);
@@ -267,7 +268,7 @@ TEST_P(MoteurTest, SansVerrouNiJournalLesFichiersSontEncoreTenus) {
 }
 
 TEST_P(MoteurTest, UnDisqueEnLectureSeuleSeLitEtResteTelQuel) {
-  Livres premier(m_dossier.Chemin(), Cles(), m_systeme);
+  LivresDuMoteur premier(m_dossier.Chemin(), Cles(), m_systeme);
   ASSERT_TRUE(premier.Ouvre());
   ASSERT_TRUE(premier.Ajoute(FichierComptes, Compte("5120000000", "BQ")));
   const std::string copie = m_dossier / "copie";
@@ -277,7 +278,8 @@ TEST_P(MoteurTest, UnDisqueEnLectureSeuleSeLitEtResteTelQuel) {
   EcritFichier(copie + "/fenlor.ini", "");
   SystemeGarde disque(m_systeme);
   disque.Garde(copie);
-  Livres lecture(copie, Cles(), disque), autre(copie, Cles(), disque), ecriture(copie, Cles(), m_systeme);
+  LivresDuMoteur lecture(copie, Cles(), disque), autre(copie, Cles(), disque),
+      ecriture(copie, Cles(), m_systeme);
   EXPECT_FALSE(lecture.Ouvre()) << "a unit stands in the log";
   EXPECT_EQ(lecture.moteur.Erreur(), ErrSuspens);
   ASSERT_TRUE(ecriture.Ouvre());
