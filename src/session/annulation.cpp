@@ -84,15 +84,15 @@ constexpr Sorte Sortes[] = {
     {FichierAmo, 0, 0},
 };
 #undef FENLOR_LIBELLE
+static_assert(std::size(MotActe) == NbActes && std::size(MotSorte) == std::size(Sortes) + 1);
 constexpr unsigned SorteEcriture = 0;  ///< place in the words; those of `Sortes` follow
 
 std::string Phrase(Acte acte, std::size_t nombre, const std::string& libelle, unsigned sorte,
                    const std::string& montant = {}) {
-  const std::string mot = ChampTexte(acte, Texte(MotsActes), '|'), sortes = Texte(MotsSortes);
+  const std::string mot = Texte(MotActe[acte]);
   if (nombre > 1)
-    return TexteFormat(FormatActePlusieurs,
-                       {mot, std::to_string(nombre), ChampTexte(2 * sorte + 1, sortes, '|')});
-  if (EstVide(libelle)) return TexteFormat(FormatActeUn, {mot, ChampTexte(2 * sorte, sortes, '|')});
+    return TexteFormat(FormatActePlusieurs, {mot, std::to_string(nombre), Texte(MotSorte[sorte].plusieurs)});
+  if (EstVide(libelle)) return TexteFormat(FormatActeUn, {mot, Texte(MotSorte[sorte].une)});
   const std::string court = CompacteTexte(libelle);
   if (montant.empty()) return TexteFormat(FormatActeNomme, {mot, court});
   return TexteFormat(FormatActeMontant, {mot, court, montant});
@@ -182,7 +182,7 @@ std::string NomUnite(CFenlorApp& app, std::span<const EcartUnite> ecarts) {
   return Texte(ActeReglages);
 }
 
-std::string MotSuppression() { return ChampTexte(Suppression, Texte(MotsActes), '|'); }
+std::string MotSuppression() { return Texte(MotActe[Suppression]); }
 
 void SuitReprises(CFenlorApp& app) {
   app.Magasin.QVRetientUnites(true,
@@ -199,11 +199,11 @@ bool EstGardee(CFenlorApp& app, Sens sens) {
 
 Refus Reprend(CFenlorApp& app, Sens sens) {
   const bool refaire = sens == Sens::Retablir;
-  const std::string mots = Texte(MotsReprises), acte = ChampTexte(refaire ? 2 : 0, mots, '|');
+  const std::string acte = Texte(refaire ? MotDeRetablir : MotDAnnuler);
   if (app.PathExercice.empty()) return Refus(ErrAucunExercice);
   if (const Refus r = app.ControleEcriture()) return r;
   const std::string nom = NomReprise(app, sens);
-  if (nom.empty()) return Refus(ErrRienAReprendre, "", {ChampTexte(refaire ? 3 : 1, mots, '|')});
+  if (nom.empty()) return Refus(ErrRienAReprendre, "", {Texte(refaire ? MotARetablir : MotAAnnuler)});
   if (const int perte = app.Magasin.QVPerteReprise(refaire))
     return Refus(ErrReprisePerdue, "", {acte, nom, app.Magasin.QVErreurTexte(perte)});
   std::string validee;

@@ -48,23 +48,43 @@ inline constexpr TexteFixe ErrRepriseChangee{3572,
 /// "d'annuler" or "de rétablir", name of the unit, the reason
 inline constexpr TexteFixe ErrReprisePerdue{3576,
     "Il n'est plus possible %s : %s.\nCe que cette opération a changé n'est pas gardé : %s."};
-/// In the order of `Acte`; one word for each, "|" between
-inline constexpr TexteFixe MotsActes{6670,
-    "saisie|ajout|suppression|modification|rapprochement|dérapprochement|pointage|dépointage|"
-    "remise en banque|renumérotation|changement de date"};
-/// One and several, in the order of `Sorte`
-inline constexpr TexteFixe MotsSortes{6671,
-    "d'une écriture|écritures|d'une immobilisation|immobilisations|d'une opération bancaire|"
-    "opérations bancaires|"
-    "d'une écriture automatique|écritures automatiques|d'une rubrique|rubriques|d'un compte|comptes|"
-    "d'un amortissement|amortissements"};
+/// In the order of `Acte`.
+inline constexpr TexteFixe MotActe[] = {
+    {6800, "saisie"},
+    {6801, "ajout"},
+    {6802, "suppression"},
+    {6803, "modification"},
+    {6804, "rapprochement"},
+    {6805, "dérapprochement"},
+    {6806, "pointage"},
+    {6807, "dépointage"},
+    {6808, "remise en banque"},
+    {6809, "renumérotation"},
+    {6810, "changement de date"},
+};
+/// An entry, then the records of `Sortes`: one, several.
+struct MotsSorte {
+  TexteFixe une, plusieurs;
+};
+inline constexpr MotsSorte MotSorte[] = {
+    {{6811, "d'une écriture"}, {6812, "écritures"}},
+    {{6813, "d'une immobilisation"}, {6814, "immobilisations"}},
+    {{6815, "d'une opération bancaire"}, {6816, "opérations bancaires"}},
+    {{6817, "d'une écriture automatique"}, {6818, "écritures automatiques"}},
+    {{6819, "d'une rubrique"}, {6820, "rubriques"}},
+    {{6821, "d'un compte"}, {6822, "comptes"}},
+    {{6823, "d'un amortissement"}, {6824, "amortissements"}},
+};
 inline constexpr TexteFixe FormatActeUn{6672, "%s %s"};            ///< act, "d'une écriture"
 inline constexpr TexteFixe FormatActePlusieurs{6673, "%s de %s %s"};  ///< act, number, "écritures"
 inline constexpr TexteFixe FormatActeNomme{6674, "%s de « %s »"};
 inline constexpr TexteFixe FormatActeMontant{6675, "%s de « %s », %s"};
 inline constexpr TexteFixe ActeReglages{6676, "modification des réglages"};
 /// To take back, to do again; each as "de" and as "à"
-inline constexpr TexteFixe MotsReprises{6677, "d'annuler|à annuler|de rétablir|à rétablir"};
+inline constexpr TexteFixe MotDAnnuler{6670, "d'annuler"};
+inline constexpr TexteFixe MotAAnnuler{6671, "à annuler"};
+inline constexpr TexteFixe MotDeRetablir{6677, "de rétablir"};
+inline constexpr TexteFixe MotARetablir{6825, "à rétablir"};
 
 // Questions
 inline constexpr TexteFixe QuestionRecalcul{3307,
