@@ -40,7 +40,7 @@ bool MemesAuxCumulsPres(const void* a, const void* b) {
 enum Acte {
   Saisie,
   Ajout,
-  Suppression,
+  Retrait,
   Modification,
   Rapprochement,
   Derapprochement,
@@ -126,7 +126,7 @@ class Ecritures {
     const auto plus = std::max_element(nombres.begin(), nombres.end());
     const auto acte = static_cast<Acte>(plus - nombres.begin());
     const Une& une = m_ecritures.begin()->second;
-    const bool entiere = acte == Saisie || acte == Suppression;
+    const bool entiere = acte == Saisie || acte == Retrait;
     const std::string montant = !entiere                ? std::string()
                                 : app.Reglages.IsEuro() ? FormatEuro(une.euro)
                                                         : FormatFranc(une.franc);
@@ -142,7 +142,7 @@ class Ecritures {
   };
   static Acte ActeDeUne(const Une& une) {
     if (une.ajoutee && !une.otee && !une.restee) return Saisie;
-    if (une.otee && !une.ajoutee && !une.restee) return Suppression;
+    if (une.otee && !une.ajoutee && !une.restee) return Retrait;
     return une.ajoutee || une.otee ? Modification : une.acte;
   }
   std::map<u32, Une> m_ecritures;
@@ -176,13 +176,13 @@ std::string NomUnite(CFenlorApp& app, std::span<const EcartUnite> ecarts) {
     if (sorte.fichier == FichierAmo) ajouts = retraits = nombre + 1;
     // One that goes and one that comes is one that was changed.
     if (nombre == 2 && ajouts == 1 && retraits == 1) nombre = 1, ajouts = 0, retraits = 0;
-    const Acte acte = nombre == ajouts ? Ajout : nombre == retraits ? Suppression : Modification;
+    const Acte acte = nombre == ajouts ? Ajout : nombre == retraits ? Retrait : Modification;
     if (nombre > 0) return Phrase(acte, nombre, libelle, rang + 1);
   }
   return Texte(ActeReglages);
 }
 
-std::string MotSuppression() { return Texte(MotActe[Suppression]); }
+std::string MotSuppression() { return Texte(MotActe[Retrait]); }
 
 void SuitReprises(CFenlorApp& app) {
   app.Magasin.QVRetientUnites(true,
