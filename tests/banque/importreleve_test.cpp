@@ -180,8 +180,8 @@ TEST_F(ImportReleve, CeQuiResteDehors) {
   EXPECT_EQ(Centimes(operations[0].rec.MontantFranc), 6560);
   EXPECT_EQ(Centimes(operations[0].rec.MontantEuro), 1000);
   EXPECT_EQ(Centimes(operations[1].rec.MontantFranc), 656);
-  EXPECT_EQ(operations[0].rec.DateValeur, FaitDate(29, 12, 2003));
-  EXPECT_EQ(operations[1].rec.DateValeur, FaitDate(2, 1, 2004));
+  EXPECT_EQ(+operations[0].rec.DateValeur, FaitDate(29, 12, 2003));
+  EXPECT_EQ(+operations[1].rec.DateValeur, FaitDate(2, 1, 2004));
   Importe("Solde (FRANCS);8 098,18\nDate;Libellé;Montant en francs\n28/11/2003;Achat;-81,99\n");
   EXPECT_FALSE(LitSoldeReleve(App(), Compte512).value().euro);
 }
